@@ -1,0 +1,31 @@
+# One INTERFACE target carries the language level, the warnings and the sanitizers to every target of ours.
+set(CMAKE_CXX_STANDARD 20)
+set(CMAKE_CXX_STANDARD_REQUIRED ON)
+set(CMAKE_CXX_EXTENSIONS OFF)
+set(CMAKE_CXX_VISIBILITY_PRESET hidden)
+set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
+set(CMAKE_POSITION_INDEPENDENT_CODE ON)
+set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
+
+add_library(controller_flags INTERFACE)
+target_include_directories(controller_flags INTERFACE "${PROJECT_SOURCE_DIR}/src")
+target_compile_options(controller_flags INTERFACE
+  -Wall -Wextra -Wpedantic -Werror
+  -Wconversion -Wsign-conversion -Wshadow -Wold-style-cast -Wnon-virtual-dtor -Woverloaded-virtual
+  -Wcast-align -Wcast-qual -Wduplicated-cond -Wduplicated-branches -Wlogical-op -Wnull-dereference
+  -Wuseless-cast -Wformat=2 -Wimplicit-fallthrough -Wextra-semi -Wundef -Wunused)
+if(CMAKE_SYSTEM_NAME STREQUAL "Windows")
+  target_compile_definitions(controller_flags INTERFACE
+    UNICODE _UNICODE WIN32_LEAN_AND_MEAN NOMINMAX _WIN32_WINNT=0x0A00 WINVER=0x0A00)
+endif()
+if(CMAKE_SYSTEM_NAME STREQUAL "Linux")
+  find_package(Threads REQUIRED)
+  target_link_libraries(controller_flags INTERFACE Threads::Threads)
+  target_link_options(controller_flags INTERFACE -Wl,--no-undefined -Wl,-z,relro,-z,now)
+endif()
+
+if(CONTROLLER_SANITIZERS)
+  # For the whole build: GoogleTest and ours must agree, and a sanitizer in a shared library needs its run time in the program.
+  add_compile_options(-fsanitize=${CONTROLLER_SANITIZERS} -fno-omit-frame-pointer -fno-sanitize-recover=all)
+  add_link_options(-fsanitize=${CONTROLLER_SANITIZERS})
+endif()

@@ -1,0 +1,27 @@
+# controller_add_tests(NAME SOURCES FooTest.cpp ... [SUPPORT helper.cpp ...] [LIBRARIES target ...] [PROCESS_PER_TEST])
+#
+# One program, one ctest entry for each test file: the file FooTest.cpp holds the suites FooTest, or whose names begin with "FooTest_".
+# A file whose suites are named otherwise fails, because its entry runs no test. With PROCESS_PER_TEST each
+# TEST() of the files gets an entry and so a process of its own: for what a process does once.
+function(controller_add_tests name)
+  cmake_parse_arguments(PARSE_ARGV 1 tests "PROCESS_PER_TEST" "" "SOURCES;SUPPORT;LIBRARIES")
+  add_executable(${name} ${tests_SOURCES} ${tests_SUPPORT})
+  target_link_libraries(${name} PRIVATE controller_flags controller_test_main ${tests_LIBRARIES})
+  foreach(source IN LISTS tests_SOURCES)
+    get_filename_component(suite "${source}" NAME_WE)
+    if(tests_PROCESS_PER_TEST)
+      file(STRINGS "${source}" headings REGEX "^TEST(_F)?\\(")
+      set_property(DIRECTORY APPEND PROPERTY CMAKE_CONFIGURE_DEPENDS "${source}")
+      foreach(heading IN LISTS headings)
+        string(REGEX REPLACE "^TEST(_F)?\\(([A-Za-z0-9_]+), *([A-Za-z0-9_]+)\\).*" "\\2.\\3" test "${heading}")
+        add_test(NAME ${name}.${test} COMMAND ${name} --gtest_filter=${test})
+        set_property(TEST ${name}.${test} PROPERTY LABELS ${name})
+      endforeach()
+    else()
+      add_test(NAME ${name}.${suite} COMMAND ${name} --gtest_filter=${suite}.*:${suite}_*:*/${suite}.*:*/${suite}_*)
+      set_property(TEST ${name}.${suite} PROPERTY LABELS ${name})
+    endif()
+    get_filename_component(source_path "${source}" ABSOLUTE)
+    set_property(GLOBAL APPEND PROPERTY controller_registered_test_files "${source_path}")
+  endforeach()
+endfunction()

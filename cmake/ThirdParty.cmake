@@ -1,0 +1,33 @@
+# Header-only packages of Debian for both builds. They live in the system's include folder, which would break the cross
+# compiler if it were named: a folder of links to just these is used instead.
+set(third_party_include "${PROJECT_BINARY_DIR}/third_party/include")
+file(MAKE_DIRECTORY "${third_party_include}")
+foreach(entry rapidjson spdlog fmt)
+  if(NOT EXISTS "/usr/include/${entry}")
+    message(FATAL_ERROR "/usr/include/${entry} is missing. './run' installs what is needed, or: apt-get install rapidjson-dev libspdlog-dev libfmt-dev")
+  endif()
+  file(CREATE_LINK "/usr/include/${entry}" "${third_party_include}/${entry}" SYMBOLIC)
+endforeach()
+
+add_library(third_party_headers INTERFACE)
+target_include_directories(third_party_headers SYSTEM INTERFACE "${third_party_include}")
+
+add_library(rapidjson INTERFACE)
+target_link_libraries(rapidjson INTERFACE third_party_headers)
+target_compile_definitions(rapidjson INTERFACE RAPIDJSON_HAS_STDSTRING=1)
+
+# spdlog and fmt header-only: one source file of ours uses them.
+add_library(spdlog INTERFACE)
+target_link_libraries(spdlog INTERFACE third_party_headers)
+target_compile_definitions(spdlog INTERFACE SPDLOG_FMT_EXTERNAL FMT_HEADER_ONLY)
+if(CMAKE_SYSTEM_NAME STREQUAL "Windows")
+  target_compile_definitions(spdlog INTERFACE SPDLOG_WCHAR_FILENAMES)
+endif()
+
+# Linked statically on Windows: one library less to ship.
+if(CMAKE_SYSTEM_NAME STREQUAL "Windows")
+  set(ZLIB_USE_STATIC_LIBS ON)
+  set(ZLIB_LIBRARY "/usr/x86_64-w64-mingw32/lib/libz.a" CACHE FILEPATH "zlib")
+  set(ZLIB_INCLUDE_DIR "/usr/x86_64-w64-mingw32/include" CACHE PATH "zlib's header")
+endif()
+find_package(ZLIB REQUIRED)

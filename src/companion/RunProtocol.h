@@ -1,0 +1,55 @@
+#pragma once
+
+#include "platform/Export.h"
+
+#include <cstdint>
+#include <string>
+#include <utility>
+#include <vector>
+
+/// What is exchanged about one run of a scenario, in the direction that `ControllerCSWrapper` does not take: the side
+/// of function modules and of the runner. Functions that return false leave their outputs as they were.
+namespace run_protocol {
+
+/// Names of the files in a job's work directory.
+inline constexpr wchar_t runInfoFileName[] = L"run_scenario_info.json";
+inline constexpr wchar_t progressFileName[] = L"progress_info_list.json";
+inline constexpr wchar_t resultFileName[] = L"run_scenario_result.json";
+inline constexpr wchar_t killFileName[] = L"killprocess";
+inline constexpr wchar_t logFileName[] = L"scenario.log";
+
+/// The request that the function "RunScenario" takes.
+struct RunScenarioInfo {
+    std::wstring jobId;
+    std::wstring scenarioPath;
+    std::vector<std::wstring> inputFiles;
+    std::wstring outputFolder;
+    std::wstring workDir;
+    std::wstring runArgument;
+
+    bool operator==(const RunScenarioInfo&) const = default;
+};
+
+struct RunScenarioResult {
+    std::wstring jobId;
+    bool succeeded = false;
+    /// Code and text.
+    std::vector<std::pair<int, std::wstring>> messages;
+    std::vector<std::wstring> outputFiles;
+
+    bool operator==(const RunScenarioResult&) const = default;
+};
+
+/// Read the request; `problem` says what is wrong with it.
+CONTROLLER_API bool ParseRunScenarioInfo(const std::wstring& json, RunScenarioInfo& info, std::wstring& problem);
+CONTROLLER_API bool ReadRunScenarioInfoFile(const std::wstring& path, RunScenarioInfo& info, std::wstring& problem);
+
+/// JSON texts of both directions.
+CONTROLLER_API std::wstring SerializeRunScenarioInfo(const RunScenarioInfo& info);
+CONTROLLER_API std::wstring SerializeRunScenarioResult(const RunScenarioResult& result);
+CONTROLLER_API std::wstring SerializeProgress(const std::wstring& jobId, int progress, const std::wstring& message);
+
+/// The answer of "RunScenario": the handle as hexadecimal text.
+CONTROLLER_API std::wstring SerializeProcessHandle(void* process);
+
+} // namespace run_protocol

@@ -1,0 +1,108 @@
+#pragma once
+
+#include "engine/JobEntry.h"
+#include "platform/Export.h"
+#include "records/JobRecords.h"
+#include "records/ScenarioRecords.h"
+
+#include <cstdint>
+#include <list>
+#include <map>
+#include <memory>
+#include <mutex>
+#include <set>
+#include <string>
+#include <vector>
+
+class FunctionManager;
+
+/// The job engine: the queue of jobs, their execution, and the list of them that survives restarts. One per
+/// application.
+///
+/// It starts no thread and waits for nothing: the host calls `ExecuteJob` and `CheckUpdate` whenever something may have
+/// happened. Operations may be called from any thread; each holds the engine's one lock for its whole run, unless it
+/// says otherwise, and throws std::system_error when the lock cannot be had. Nothing else is thrown on purpose.
+/// Output vectors are appended to, never cleared, unless said otherwise.
+class CONTROLLER_API JobEntryManagerBase {
+public:
+    /// What a function module may call back; handed through to it, never called here.
+    using Callback = long (*)(const std::wstring&, const std::wstring&);
+
+    /// Reads the job list file, sets what was not finished to `Canceled`, and deletes jobs beyond the configured age.
+    /// `functionManager` is not owned and must outlive the engine. Entries for the listed jobs come from this class's
+    /// own `CreateNewJobEntry`: a derived class's is not reached while its base is constructed.
+    explicit JobEntryManagerBase(const FunctionManager* functionManager);
+    JobEntryManagerBase(const JobEntryManagerBase&) = delete;
+    JobEntryManagerBase& operator=(const JobEntryManagerBase&) = delete;
+    /// Lets go of all jobs. Running ones are neither cancelled nor waited for.
+    virtual ~JobEntryManagerBase();
+
+    /// Appends one `Queued` job for every input set whose files all exist. On true the job list file has been
+    /// rewritten. `result` has one element an input set; a rejected set keeps the default one. False, with an error
+    /// line and no job, when the scenario is not found or the output directory is empty.
+    bool EnqueueJob(EnqueueJobsInfo& request, JobEnqueueResult& result);
+
+    /// Starts the next queued job through the module function "RunScenario" unless one is running. `updated` receives
+    /// every job that became `Running` or `Failed`. False when there was nothing to look at. The lock is held while the
+    /// module is called. The cursor stays on a started job: after the last job's end one more call is needed before
+    /// `IsCompleted` says so.
+    bool ExecuteJob(Callback callback, std::vector<JobStatusInfo>& updated);
+
+    /// Looks once at the process and files of every running job, without waiting; `changed` receives what changed. True
+    /// when `changed` is not empty afterwards; the job list file has then been rewritten.
+    bool CheckUpdate(std::vector<JobStatusInfo>& changed);
+
+    /// The status of the jobs named by id or by number (decimal text): `statuses` is resized to one element a requested
+    /// id, each with the text asked for as its `id`; the status is -1 where there is no such job. Always true.
+    bool CheckJobStatus(const std::vector<std::wstring>& ids, std::vector<JobStatusInfo>& statuses);
+
+    /// True when no job waits to be started and none is active.
+    bool IsCompleted();
+
+    /// Apply a report that came as JSON text instead of a file: progress; result; the end of a cancelled job. False
+    /// when the text cannot be read or names no job (logged at debug level).
+    bool UpdateProgress(const std::wstring& progressJson, std::vector<JobStatusInfo>& changed);
+    bool UpdateResult(const std::wstring& resultJson, std::vector<JobStatusInfo>& changed);
+    bool UpdateToCanceled(const std::wstring& resultJson, std::vector<JobStatusInfo>& changed);
+
+    /// Appends every job's record in list order. Takes no lock: for a caller that is not polling at the same time.
+    /// Always true.
+    bool GetJobList(std::vector<JobListInfo>& jobList);
+
+    /// Deletes the jobs named by id or number with their work directories, except active ones; `deleted` receives the
+    /// ids that were deleted. Deleting the last job restarts the numbering. Always true.
+    bool DeleteJobs(std::vector<std::wstring>& ids, std::vector<std::wstring>& deleted);
+
+    /// Searches the configured folders for scenarios, appends them to `scenarios` and adds them to the catalogue.
+    /// Always false; the outcome is in `scenarios`. Takes no lock: not while another thread enqueues.
+    bool FetchScenarios(std::vector<ScenarioInfo>& scenarios);
+    /// Appends the parameter sets of a catalogued scenario; false when `scenarioId` is not in the catalogue. Takes no
+    /// lock.
+    bool FetchScenarioParameterSets(std::vector<ScenarioParameterSetInfo>& parameterSets,
+                                    const std::wstring& scenarioId);
+
+protected:
+    /// Makes the entry for a job, a default one for null. The engine takes ownership at once.
+    virtual JobEntry* CreateNewJobEntry(const JobListInfo* info);
+    /// True when execution has to wait: the job at the cursor is running or being cancelled. Called under the lock,
+    /// never with the cursor at the end.
+    virtual bool IsSuspendJobExecution();
+
+    std::map<std::wstring, ScenarioInfo> scenarioMap;
+    const FunctionManager* functionManager;
+    std::vector<ScenarioDirectory> scenarioDirectories;
+    std::wstring workDirectory;
+    std::list<std::shared_ptr<JobEntry>> jobList;
+    std::list<std::shared_ptr<JobEntry>>::iterator nextJob;
+    std::set<std::wstring> knownJobIds;
+    std::mutex mutex;
+    std::int32_t nextSeqId;
+
+private:
+    bool FindSceanrioFile(const std::wstring& scenario, std::wstring& path);
+    std::wstring CreateUniqueId();
+    int CreateSequentialId();
+    bool FindJobEntry(const std::wstring& id, std::shared_ptr<JobEntry>& entry);
+    void ReadJobList(std::list<std::shared_ptr<JobEntry>>& jobs);
+    void UpdateJobList();
+};

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+/// Calendar time. Seconds since 1970-01-01T00:00:00Z as `std::int64_t`, the `__time64_t` of Windows, on both systems.
+namespace platform {
+
+struct CalendarTime {
+    std::int32_t year = 0;  ///< the full year, 2024
+    std::int32_t month = 0; ///< 1 to 12
+    std::int32_t day = 0;   ///< 1 to 31
+    std::int32_t hour = 0;
+    std::int32_t minute = 0;
+    std::int32_t second = 0;
+};
+
+std::int64_t Now();
+
+/// Milliseconds since 1970, for log records.
+std::int64_t NowInMilliseconds();
+
+/// UTC fields of a time; all zero for a time that the Windows runtime refuses (before 1970, after the year 3000).
+CalendarTime ToUtc(std::int64_t time);
+
+/// Local fields of a time (TZ), as `ToUtc`.
+CalendarTime ToLocal(std::int64_t time);
+
+/// The time whose local fields these are, as `_mktime64` reads them with daylight saving off (fields beyond their range
+/// carry over); -1 for anything before 1970 or that cannot be told.
+std::int64_t FromLocal(const CalendarTime& fields);
+
+/// The local time in the form "%Y%m%d_%H%M%S", at most 31 characters.
+std::wstring LocalStamp(std::int64_t time);
+
+} // namespace platform

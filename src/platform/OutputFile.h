@@ -1,0 +1,36 @@
+#pragma once
+
+#include "platform/Error.h"
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+namespace platform {
+
+/// A file that is appended to while others may read, rename or delete it (log files). Move-only; closes on destruction.
+/// One thread at a time.
+class OutputFile {
+public:
+    OutputFile() = default;
+    ~OutputFile();
+    OutputFile(OutputFile&& other) noexcept;
+    OutputFile& operator=(OutputFile&& other) noexcept;
+
+    /// Opens `path` for appending, creating it where it is missing; with `truncate` an existing content is dropped.
+    /// Parent folders must exist.
+    Error Open(const std::wstring& path, bool truncate);
+    bool IsOpen() const { return handle != invalidHandle; }
+    void Close();
+
+    /// Appends all bytes.
+    Error Write(std::string_view bytes);
+    /// Bytes in the file now; 0 when not open.
+    std::uint64_t Size() const;
+
+private:
+    static constexpr std::intptr_t invalidHandle = -1;
+    std::intptr_t handle = invalidHandle;
+};
+
+} // namespace platform

@@ -1,0 +1,53 @@
+#pragma once
+
+#include "platform/Error.h"
+#include "platform/ProcessHandle.h"
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <utility>
+#include <vector>
+
+namespace platform {
+
+/// What to start, and what it gets from its parent: nothing but what is named here.
+struct ProcessStart {
+    /// The program: a path, or (with `searchPath`) a bare name looked up in PATH.
+    std::wstring program;
+    bool searchPath = false;
+    /// The arguments after the program's own name; quoted for the child as its C runtime reads them.
+    std::vector<std::wstring> arguments;
+    /// The child's current folder; empty: the parent's.
+    std::wstring currentFolder;
+    /// Variables that differ from the parent's: a value sets, no value removes.
+    std::vector<std::pair<std::wstring, std::optional<std::wstring>>> environment;
+    /// Out of the parent's console and session: no window, no Ctrl-C, no hang-up from there.
+    bool detached = false;
+    /// Where standard output and error go; null: nowhere. Standard input is always empty.
+    void* output = nullptr;
+    /// Handles that the child inherits besides (see `InheritedHandleText`).
+    std::vector<void*> inherited;
+};
+
+/// Starts a process (posix_spawn; CreateProcessW with an explicit handle list), never through a shell. On success
+/// `process` is its handle, which the caller owns.
+Error StartProcess(const ProcessStart& start, OwnedHandle& process);
+
+/// A handle to this very process that a child can inherit and wait for, to notice that its parent has ended.
+OwnedHandle OpenOwnProcess();
+
+/// How a child is told an inherited handle in an argument, and how it takes it from there (null when the text is not
+/// one).
+std::wstring InheritedHandleText(void* handle);
+OwnedHandle TakeInheritedHandle(const std::wstring& text);
+
+/// The exit code of a process that has ended: what it returned, or on Linux 128 + the signal that ended it. Reaps the
+/// child. Nothing while it runs or when it cannot be told.
+std::optional<std::int32_t> ExitCode(void* process);
+
+/// The system's number of a process, for messages.
+std::uint32_t ProcessNumber(void* process);
+std::uint32_t OwnProcessNumber();
+
+} // namespace platform

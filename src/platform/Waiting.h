@@ -1,0 +1,48 @@
+#pragma once
+
+#include "platform/ProcessHandle.h"
+
+#include <chrono>
+#include <cstddef>
+#include <optional>
+#include <string>
+#include <vector>
+
+/// Waiting for several things at once, without looking again and again.
+namespace platform {
+
+/// Waits until one of `handles` (processes, events, folder watches; not null) is signalled, or the time is over. The
+/// index of the first signalled one; nothing when the time is over. At most 63 handles. No timeout: waits for ever.
+std::optional<std::size_t> WaitForAny(const std::vector<void*>& handles,
+                                      std::optional<std::chrono::milliseconds> timeout);
+
+/// A flag that one thread raises and others wait for.
+class Event {
+public:
+    /// Throws std::system_error when the system has no handle left.
+    Event();
+    void* Handle() const { return handle.Get(); }
+    void Raise();
+    void Clear();
+
+private:
+    OwnedHandle handle;
+};
+
+/// Signalled when an entry appears in, leaves or is renamed in a folder (not below it).
+class FolderWatch {
+public:
+    /// Watches `folder`; when the system cannot, `Handle()` is null and the caller looks by time.
+    explicit FolderWatch(const std::wstring& folder);
+    ~FolderWatch();
+    FolderWatch(const FolderWatch&) = delete;
+    FolderWatch& operator=(const FolderWatch&) = delete;
+    void* Handle() const { return handle; }
+    /// Makes it wait for the next change.
+    void Rearm();
+
+private:
+    void* handle = nullptr;
+};
+
+} // namespace platform

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <cstdint>
+
+/// The state of a job. Stored as its number in the job list file and in messages, where any 32-bit value may be met;
+/// a value without a name is shown as "Unknown".
+enum class JobStatus : std::int32_t {
+    Queued = 0,
+    Running = 1,
+    Success = 2,
+    Failed = 3,
+    Dequeued = 4,
+    Canceling = 5,
+    Canceled = 6
+};
+
+/// The narrow name of a status, "Unknown" for a value without one (negative values included). Never null, static
+/// storage.
+inline const char* JobStatusString(JobStatus status) {
+    constexpr const char* names[] = {"Queued", "Running", "Success", "Failed", "Dequeued", "Canceling", "Canceled"};
+    const auto index = static_cast<std::uint32_t>(status);
+    return index < sizeof(names) / sizeof(names[0]) ? names[index] : "Unknown";
+}

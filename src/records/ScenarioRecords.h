@@ -1,0 +1,62 @@
+#pragma once
+
+#include <string>
+#include <vector>
+
+/// One configured root folder to search for scenarios.
+struct ScenarioDirectory {
+    /// The folder.
+    std::wstring path;
+    /// Shown in front of the names of its scenarios; may be empty.
+    std::wstring label;
+
+    bool operator==(const ScenarioDirectory&) const = default;
+};
+
+/// One input file that a scenario takes.
+struct InputFileSpec {
+    /// The kind of input, such as the name of a CAD system; empty for secondary inputs.
+    std::wstring cadName;
+    /// The accepted file extensions without the dot; empty for secondary inputs.
+    std::vector<std::wstring> extensions;
+
+    bool operator==(const InputFileSpec&) const = default;
+};
+
+/// A scenario that jobs can run.
+struct ScenarioInfo {
+    /// The key of the catalogue: the decimal form of a 64-bit hash.
+    std::wstring id;
+    /// The scenario file's path relative to its root folder.
+    std::wstring relativePath;
+    /// The full path of the scenario file.
+    std::wstring path;
+    /// What the user sees: the folder's label prefix, then the scenario's name.
+    std::wstring displayName;
+    /// The input files that it takes; element 0 is the primary one.
+    std::vector<InputFileSpec> inputs;
+
+    bool operator==(const ScenarioInfo&) const = default;
+};
+
+/// One named parameter of a parameter set.
+struct ScenarioParameter {
+    std::wstring name;
+    /// "text", "integer", "number", "boolean" or "choice": how a front end offers it.
+    std::wstring type;
+    std::wstring defaultValue;
+    /// What may be chosen; empty: anything of the type.
+    std::vector<std::wstring> allowedValues;
+
+    bool operator==(const ScenarioParameter&) const = default;
+};
+
+/// One set of parameters that a scenario offers; the choice travels to the scenario in a job's `runArgument`.
+struct ScenarioParameterSetInfo {
+    std::wstring id;
+    std::wstring displayName;
+    std::wstring description;
+    std::vector<ScenarioParameter> parameters;
+
+    bool operator==(const ScenarioParameterSetInfo&) const = default;
+};

@@ -1,0 +1,51 @@
+#pragma once
+
+#include "platform/Export.h"
+
+#include <iosfwd>
+#include <string>
+
+/// The one logging facility of the library. A message goes to the application's log file (written by
+/// `ControllerCSWrapper`) and, when attached, to the console (`std::wcout`), each when its level is not above that
+/// sink's threshold.
+///
+/// Usable at any time and from any thread; concurrent console messages may alternate but not mix. Reports no failure.
+class CONTROLLER_API ControllerLogManager {
+public:
+    enum MessageType { Debug = 0, Info = 1, Warn = 2, Error = 3 };
+
+    ControllerLogManager(const ControllerLogManager&) = delete;
+    ControllerLogManager& operator=(const ControllerLogManager&) = delete;
+
+    /// Sets the log file and both thresholds to `level`. An empty path switches the file off, `toConsole` false the
+    /// console. Until the first call the file threshold is the number in the environment variable QRVDBG, or 0.
+    static void Initialize(long level, const std::wstring& logFilePath, bool toConsole);
+
+    /// Write one message. Debug messages never reach the console.
+    static void Log(MessageType type, long level, const std::wstring& message);
+    /// Narrow text is read in the current locale; text that is not valid in it is written as an empty message.
+    static void Log(MessageType type, long level, const std::string& message);
+
+    // Short-hands with level 0
+    static void Log(const std::wstring& message);
+    static void Log(const std::string& message);
+    static void ErrorLog(const std::wstring& message);
+    static void ErrorLog(const std::string& message);
+    static void WarnLog(const std::wstring& message);
+    static void WarnLog(const std::string& message);
+    static void DebugLog(const std::wstring& message);
+    static void DebugLog(const std::string& message);
+
+private:
+    ControllerLogManager();
+    ~ControllerLogManager();
+
+    static ControllerLogManager* GetInstance();
+    void Output(MessageType type, long level, const std::wstring& message);
+    static std::wstring CreateHeaderString(MessageType type);
+
+    std::wostream* consoleStream = nullptr;
+    std::wstring logFilePath;
+    long consoleLevel;
+    long fileLevel;
+};
