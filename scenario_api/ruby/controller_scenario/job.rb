@@ -1,0 +1,134 @@
+# frozen_string_literal: true
+
+require "json"
+
+module ControllerScenario
+  # The job that the scenario runs for. All paths are absolute and in the system's own spelling.
+  class Job
+    PROGRESS_FILE_NAME = "progress_info_list.json"
+
+    # The Result that will be written when the scenario ends.
+    attr_reader :result
+
+    def initialize(info, stop_request)
+      @info = info
+      @stop_request = stop_request
+      @result = Result.new(info.job_id, info.work_dir)
+      @progress_path = File.join(info.work_dir, PROGRESS_FILE_NAME)
+      @last_percent = nil
+    end
+
+    # The job's identifier.
+    def id
+      @info.job_id
+    end
+
+    # Paths of the input files, in the order in which they were asked for.
+    def inputs
+      @info.input_files
+    end
+
+    # The folder for what the scenario makes; it exists and belongs to this job.
+    def output_folder
+      @info.output_folder
+    end
+
+    # The free text that came with the request; see also #parameters.
+    def run_argument
+      @info.run_argument
+    end
+
+    # The job's own folder for the controller's files and temporary ones; also the current directory at the start.
+    def work_dir
+      @info.work_dir
+    end
+
+    # The scenario file (for a packaged scenario: the package) that was asked for.
+    def scenario_path
+      @info.scenario_path
+    end
+
+    # The chosen parameters by name, from the run argument and the scenario's parameter sets; see Parameters.
+    # `description` is the JSON file with the parameter sets; nil: the one beside the script.
+    def parameters(description = nil)
+      Parameters.choose(run_argument, description || Parameters.file_beside($PROGRAM_NAME))
+    end
+
+    # Reports how far the job is: 0 to 100, with a message for the user. Raises Cancelled when the job is to stop.
+    # Only a new percentage is written, so it may be called as often as is handy.
+    def progress(percent, message = "")
+      stop_if_cancelled
+      percent = percent.to_i.clamp(0, 100)
+      return if percent == @last_percent
+
+      @last_percent = percent
+      write_progress(percent, message)
+    end
+
+    # True once the job has been asked to stop. Costs one look at the file system.
+    def cancelled?
+      @stop_request.raised?
+    end
+
+    # Ends the scenario quietly, by raising Cancelled, when the job has been asked to stop.
+    def stop_if_cancelled
+      raise Cancelled if cancelled?
+    end
+
+    # Adds a message to the result. Code 0 is information; a scenario chooses its other codes itself.
+    def message(text, code: 0)
+      result.add_message(text, code)
+    end
+
+    # Ends the job as failed with this message, which says what is wrong and what the user can do.
+    def fail!(text, code: EXIT_FAILED)
+      raise Failure.new(text, code: code)
+    end
+
+    # The path of an output file; subfolders are made. `name` is relative and stays inside the output folder.
+    def output_path(name)
+      parts = name.split(%r{[/\\]}, -1)
+      if name.empty? || name.include?(":") || parts.any? { |part| ["", ".", ".."].include?(part) }
+        raise ArgumentError, "an output file needs a relative name inside the output folder, not #{name.inspect}"
+      end
+
+      make_folders(parts[0...-1])
+      File.join(output_folder, *parts)
+    end
+
+    # Writes a whole output file atomically and lists it in the result; returns its path.
+    def write_output(name, content)
+      path = output_path(name)
+      AtomicFile.write(path, content)
+      add_output(path)
+    end
+
+    # Lists a file that the scenario has written by other means in the result; returns its path.
+    def add_output(path)
+      raise ArgumentError, "the output file #{path} does not exist" unless File.file?(path)
+
+      result.add_output_file(path)
+      path
+    end
+
+    private
+
+    def make_folders(parts)
+      parts.inject(output_folder) do |folder, part|
+        File.join(folder, part).tap { |path| Dir.mkdir(path) unless Dir.exist?(path) }
+      end
+    end
+
+    # Progress is a courtesy: a full disk must not end a job whose own output may still succeed.
+    def write_progress(percent, message)
+      AtomicFile.write(@progress_path, JSON.generate(progress_list(percent, message)))
+    rescue SystemCallError => e
+      warn "controller_scenario: progress could not be written: #{e.message}"
+    end
+
+    def progress_list(percent, message)
+      { "version" => LAYOUT_VERSION, "jobId" => id,
+        "progressInfoList" => [{ "progress" => percent, "message" => Text.clean(message) }] }
+    end
+  end
+end

@@ -1,0 +1,103 @@
+# frozen_string_literal: true
+
+require "json"
+
+module ControllerScenario
+  # Reads the user's choice out of a run argument such as
+  #
+  #   fine                      the parameter set "fine" with its default values
+  #   fine size=320             the same with another value for "size"
+  #   size=320                  the first parameter set with another value
+  #   title="Left bracket"      values with blanks stand in double quotes
+  #
+  # Parameter sets stand in "<script>.scenario.json" beside a script or in a package's "manifest.json".
+  # Without such a file every name=value is taken as text.
+  class Parameters
+    SIZE_LIMIT = 4 * 1024 * 1024
+
+    # The values by name, each in its parameter's type: "integer", "number" and "boolean" become Integer, Float and
+    # true or false, every other type stays a String. Raises Failure with a text for the user when the choice is wrong.
+    def self.choose(run_argument, description_path)
+      new(read_sets(description_path)).choose(run_argument)
+    end
+
+    # The file with the parameter sets of `script`, or nil.
+    def self.file_beside(script)
+      folder = File.dirname(File.expand_path(script))
+      names = ["#{File.basename(script, '.*')}.scenario.json", "manifest.json"]
+      names.map { |name| File.join(folder, name) }.find { |path| File.file?(path) }
+    end
+
+    def self.read_sets(path)
+      return [] if path.nil?
+      raise Failure, "#{path} is larger than #{SIZE_LIMIT} bytes." if File.size(path) > SIZE_LIMIT
+
+      sets = JSON.parse(File.read(path, encoding: "BOM|UTF-8")).fetch("parameterSets", [])
+      sets.each { |set| set["parameters"] ||= [] }
+    rescue SystemCallError, JSON::ParserError, NoMethodError, TypeError => e
+      raise Failure, "The parameter sets in #{path} cannot be read: #{e.message}"
+    end
+    private_class_method :read_sets
+
+    def initialize(sets)
+      @sets = sets
+    end
+
+    def choose(run_argument)
+      words = run_argument.scan(/(?:[^\s"]|"[^"]*")+/)
+      set = words.empty? || words.first.include?("=") ? @sets.first : find_set(words.shift)
+      given = words.to_h { |word| split_pair(word) }
+      set ? complete(set, given) : given
+    end
+
+    private
+
+    def find_set(id)
+      @sets.find { |set| set["id"] == id } ||
+        raise(Failure, "The run argument names the parameter set \"#{id}\"; known are: #{list(@sets, 'id')}.")
+    end
+
+    def split_pair(word)
+      name, separator, value = word.partition("=")
+      raise Failure, "The run argument holds \"#{word}\"; expected name=value." if separator.empty? || name.empty?
+
+      [name, value.delete('"')]
+    end
+
+    def complete(set, given)
+      parameters = set["parameters"]
+      refuse_unknown(given.keys, parameters)
+      parameters.to_h { |parameter| [parameter["name"], value_of(parameter, given[parameter["name"]])] }
+    end
+
+    def refuse_unknown(names, parameters)
+      unknown = (names - parameters.map { |parameter| parameter["name"] }).first
+      return if unknown.nil?
+
+      raise Failure, "The run argument names the parameter \"#{unknown}\"; known are: #{list(parameters, 'name')}."
+    end
+
+    def value_of(parameter, given)
+      text = (given || parameter["defaultValue"]).to_s
+      allowed = parameter["allowedValues"].to_a
+      return convert(parameter, text) if allowed.empty? || allowed.include?(text)
+
+      raise Failure, "The parameter \"#{parameter['name']}\" is \"#{text}\"; allowed are: #{allowed.join(', ')}."
+    end
+
+    def convert(parameter, text)
+      case parameter["type"]
+      when "integer" then Integer(text, 10)
+      when "number" then Float(text)
+      when "boolean" then { "true" => true, "false" => false }.fetch(text)
+      else text
+      end
+    rescue ArgumentError, KeyError
+      raise Failure, "The parameter \"#{parameter['name']}\" is \"#{text}\"; expected type #{parameter['type']}."
+    end
+
+    def list(elements, member)
+      elements.empty? ? "none" : elements.map { |element| element[member] }.join(", ")
+    end
+  end
+end
