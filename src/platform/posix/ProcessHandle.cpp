@@ -1,0 +1,30 @@
+#include "platform/ProcessHandle.h"
+
+#include "platform/posix/DescriptorHandle.h"
+
+#include <poll.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace platform {
+
+bool IsProcessRunning(void* process) {
+    const int descriptor = DescriptorOf(process);
+    if (descriptor < 0) {
+        return false;
+    }
+    pollfd look{descriptor, POLLIN, 0};
+    return poll(&look, 1, 0) == 0;
+}
+
+void CloseProcessHandle(void* process) {
+    const int descriptor = DescriptorOf(process);
+    if (descriptor < 0) {
+        return;
+    }
+    siginfo_t ended{};
+    waitid(P_PIDFD, static_cast<id_t>(descriptor), &ended, WEXITED | WNOHANG);
+    close(descriptor);
+}
+
+} // namespace platform
