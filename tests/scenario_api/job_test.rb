@@ -123,6 +123,12 @@ class JobTest < Minitest::Test
     assert_equal "\x00\xFF".b, File.binread(path)
   end
 
+  def test_a_missing_output_folder_is_made
+    folder = File.join(@root, "not/yet")
+    run_scenario(outputFolder: folder) { |job| job.write_output("a.txt", "") }
+    assert_equal [File.join(folder, "a.txt")], result["outputFiles"]
+  end
+
   def test_output_names_that_leave_the_output_folder_are_refused
     ["", ".", "..", "../a", "a/../b", "/etc/a", "a/", "a//b", "C:a", "C:\\a", "a\\..\\b"].each do |name|
       assert_equal(1, run_scenario { |job| job.output_path(name) }, name)

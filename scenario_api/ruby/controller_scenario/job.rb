@@ -28,7 +28,8 @@ module ControllerScenario
       @info.input_files
     end
 
-    # The folder for what the scenario makes; it exists and belongs to this job.
+    # The folder for what the scenario makes. A job without inputs gets the folder as the user named it: it may not
+    # exist yet (#output_path makes it), or hold other files.
     def output_folder
       @info.output_folder
     end
@@ -85,15 +86,14 @@ module ControllerScenario
       raise Failure.new(text, code: code)
     end
 
-    # The path of an output file; subfolders are made. `name` is relative and stays inside the output folder.
+    # The path of an output file, whose folder is made. `name` is relative and stays inside the output folder.
     def output_path(name)
       parts = name.split(%r{[/\\]}, -1)
       if name.empty? || name.include?(":") || parts.any? { |part| ["", ".", ".."].include?(part) }
         raise ArgumentError, "an output file needs a relative name inside the output folder, not #{name.inspect}"
       end
 
-      make_folders(parts[0...-1])
-      File.join(output_folder, *parts)
+      File.join(output_folder, *parts).tap { |path| make_folder(File.dirname(path)) }
     end
 
     # Writes a whole output file atomically and lists it in the result; returns its path.
@@ -113,10 +113,11 @@ module ControllerScenario
 
     private
 
-    def make_folders(parts)
-      parts.inject(output_folder) do |folder, part|
-        File.join(folder, part).tap { |path| Dir.mkdir(path) unless Dir.exist?(path) }
-      end
+    def make_folder(folder)
+      return if Dir.exist?(folder)
+
+      require "fileutils"
+      FileUtils.mkdir_p(folder)
     end
 
     # Progress is a courtesy: a full disk must not end a job whose own output may still succeed.
