@@ -40,7 +40,7 @@ class MeshReport
 
     taken = Hash.new(0)
     @job.inputs.map do |path|
-      name = File.basename(path, ".*")
+      name = File.basename(path, ".*").scrub("_")
       number = taken[name.downcase] += 1
       name = "#{name}_#{number}" if number > 1
       ["#{name}_report.json", "#{name}_picture.png"]

@@ -36,7 +36,7 @@ module ControllerScenario
 
   # Unwinds a scenario that has been asked to stop.
   # Not a StandardError, so that a scenario's own "rescue" lets it pass.
-  class Cancelled < Exception # rubocop:disable Lint/InheritException
+  class Cancelled < Exception
     def initialize(message = "The job was cancelled.")
       super
     end

@@ -71,13 +71,41 @@ class JobTest < Minitest::Test
       job.message("x" * 5000)
     end
     assert_equal ["\uFFFD raw", "grüße"], result_texts.first(2)
-    assert_equal 4000, result_texts.last.length
+    assert_equal 2000, result_texts.last.length
   end
 
   def test_messages_beyond_the_limit_are_counted
-    run_scenario { |job| 1003.times { |number| job.message(number) } }
-    assert_equal 1001, result_texts.size
+    run_scenario { |job| 203.times { |number| job.message(number) } }
+    assert_equal 201, result_texts.size
     assert_equal "3 more messages were left out.", result_texts.last
+  end
+
+  def test_codes_stay_within_32_bits
+    run_scenario { |job| [2**40, -(2**40)].each { |code| job.message("", code: code) } }
+    assert_equal([2_147_483_647, -2_147_483_648], result["messages"].map { |message| message["code"] })
+  end
+
+  def test_a_result_never_grows_beyond_what_the_controller_reads
+    run_scenario do |job|
+      200.times { job.message("\0" * 5000) }
+      path = File.join(@output_folder, "x" * 200).tap { |name| File.write(name, "") }
+      20_000.times { |number| job.result.add_output_file("#{path}/../#{number}") }
+    end
+    assert_operator File.size(File.join(@work_dir, "run_scenario_result.json")), :<, 4 * 1024 * 1024
+    assert_equal "The list of 20000 output files was too long and left out.", result_texts.last
+  end
+
+  def test_names_that_are_no_valid_utf8_arrive_as_the_bytes_they_are
+    skip "Windows has no such names" if Gem.win_platform?
+    path = File.join(@root, "caf\xE9 \xFF\x80.stl")
+    File.binwrite(path, "content")
+    info = JSON.generate(run_info(inputFiles: [File.join(@root, "NAME")]))
+    write_file("work/run_scenario_info.json", info.sub("NAME") { 'caf\udce9 \udcff\udc80.stl' })
+    ControllerScenario.execute([File.join(@work_dir, "run_scenario_info.json")]) do |job|
+      assert_equal [path], job.inputs
+      job.fail!("#{File.basename(job.inputs.first)} holds #{File.read(job.inputs.first)}")
+    end
+    assert_equal ["caf\uFFFD \uFFFD\uFFFD.stl holds content"], result_texts
   end
 
   def test_progress_is_written_with_its_message

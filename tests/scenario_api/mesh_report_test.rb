@@ -84,6 +84,15 @@ class MeshReportTest < Minitest::Test
     end
   end
 
+  def test_a_fan_of_many_triangles_around_one_vertex_is_drawn
+    fan = (0...20_000).map { |step| [[0, 0, 1], rim(step), rim(step + 1)] }
+    assert_equal 0, report_on(write_file("fan.stl", binary_stl(fan))), @stderr
+  end
+
+  def rim(step)
+    [Math.cos(step * Math::PI / 10_000), Math.sin(step * Math::PI / 10_000), 0]
+  end
+
   def test_the_run_argument_chooses_the_picture_size
     path = write_file("cube.stl", binary_stl(cube))
     { "" => 800, "standard" => 800, "large size=1200" => 1200 }.each do |run_argument, width|

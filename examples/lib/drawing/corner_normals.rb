@@ -11,6 +11,10 @@ class CornerNormals
   # Flat lists of x, y, z with length 1 per triangle; [0, 0, 0] where a triangle has no area.
   attr_reader :faces
 
+  # Around a vertex with more triangles than this (the tip of a cone) nothing is smoothed: the work would grow with
+  # the square of their number.
+  NEIGHBOUR_LIMIT = 64
+
   # `points` holds the seen x, y, z of every vertex. Yields how much is done, from 0 to 1.
   def initialize(topology, points)
     @corners = topology.corners
@@ -60,8 +64,11 @@ class CornerNormals
 
   def corner(triangle, number)
     own_x, own_y, own_z = @faces[3 * triangle, 3]
+    neighbours = @neighbours[@corners[(3 * triangle) + number]]
+    return [own_x, own_y, own_z] if neighbours.size > NEIGHBOUR_LIMIT
+
     x = y = z = 0.0
-    @neighbours[@corners[(3 * triangle) + number]].each do |neighbour|
+    neighbours.each do |neighbour|
       nx, ny, nz = @faces[3 * neighbour, 3]
       next if (nx * own_x) + (ny * own_y) + (nz * own_z) < SMOOTH_COSINE
 

@@ -7,7 +7,7 @@ require_relative "corner_normals"
 # Creases and outlines are drawn dark, the rims of holes in the mesh red; the inside of a surface shows in a colour of
 # its own.
 class PartPicture
-  TRIANGLES_AT_ONCE = 512
+  TRIANGLES_AT_ONCE = 8 # each may fill the whole picture
   EDGES_AT_ONCE = 4096
 
   # The camera's axes: to the right, upwards and towards the eye.

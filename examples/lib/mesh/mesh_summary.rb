@@ -24,8 +24,9 @@ class MeshSummary
     @measures = Measures.new(mesh) { |done| step&.call(0.8 + (done * 0.2), "Measuring #{name}") }
   end
 
+  # Fit to be shown: a name on Linux may hold any bytes.
   def name
-    File.basename(path)
+    File.basename(path).scrub("?")
   end
 
   def to_h

@@ -76,7 +76,8 @@ module ControllerScenario
       raise Cancelled if cancelled?
     end
 
-    # Adds a message to the result. Code 0 is information; a scenario chooses its other codes itself.
+    # Adds a message to the result: at most 200, of 2000 characters each. Code 0 is information; its other codes
+    # (32 bits) a scenario chooses itself.
     def message(text, code: 0)
       result.add_message(text, code)
     end
@@ -128,7 +129,7 @@ module ControllerScenario
     end
 
     def progress_list(percent, message)
-      { "version" => LAYOUT_VERSION, "jobId" => id,
+      { "version" => LAYOUT_VERSION, "jobId" => Text.clean(id),
         "progressInfoList" => [{ "progress" => percent, "message" => Text.clean(message) }] }
     end
   end

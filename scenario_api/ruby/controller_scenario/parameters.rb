@@ -44,7 +44,7 @@ module ControllerScenario
     end
 
     def choose(run_argument)
-      words = run_argument.scan(/(?:[^\s"]|"[^"]*")+/)
+      words = run_argument.scrub.scan(/(?:[^\s"]|"[^"]*")+/)
       set = words.empty? || words.first.include?("=") ? @sets.first : find_set(words.shift)
       given = words.to_h { |word| split_pair(word) }
       set ? complete(set, given) : given

@@ -48,10 +48,10 @@ module ControllerScenario
 
     def read_members
       @job_id = text("jobId")
-      @scenario_path = text("scenarioPath")
-      @input_files = texts("inputFiles")
-      @output_folder = text("outputFolder")
-      @work_dir = text("workDir")
+      @scenario_path = Text.path(text("scenarioPath")).freeze
+      @input_files = texts("inputFiles").map { |path| Text.path(path).freeze }.freeze
+      @output_folder = Text.path(text("outputFolder")).freeze
+      @work_dir = Text.path(text("workDir")).freeze
       @run_argument = text("runArgument")
     end
 
@@ -64,7 +64,7 @@ module ControllerScenario
     def texts(name)
       value = @members.fetch(name, [])
       check(value.is_a?(Array) && value.all?(String), "#{name}: expected a list of texts")
-      value.each(&:freeze).freeze
+      value
     end
 
     def check(condition, problem)
