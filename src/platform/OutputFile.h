@@ -1,10 +1,11 @@
 #pragma once
 
-#include "platform/Error.h"
-
 #include <cstdint>
 #include <string>
 #include <string_view>
+
+#include "platform/Error.h"
+#include "platform/File.h"
 
 namespace platform {
 
@@ -12,15 +13,10 @@ namespace platform {
 /// One thread at a time.
 class OutputFile {
 public:
-    OutputFile() = default;
-    ~OutputFile();
-    OutputFile(OutputFile&& other) noexcept;
-    OutputFile& operator=(OutputFile&& other) noexcept;
-
     /// Opens `path` for appending, creating it where it is missing; with `truncate` an existing content is dropped.
     /// Parent folders must exist.
     Error Open(const std::wstring& path, bool truncate);
-    bool IsOpen() const { return handle != invalidHandle; }
+    bool IsOpen() const { return file.IsOpen(); }
     void Close();
 
     /// Appends all bytes.
@@ -29,8 +25,7 @@ public:
     std::uint64_t Size() const;
 
 private:
-    static constexpr std::intptr_t invalidHandle = -1;
-    std::intptr_t handle = invalidHandle;
+    File file;
 };
 
 } // namespace platform

@@ -1,0 +1,90 @@
+#include "platform/FileSystem.h"
+
+#include <vector>
+
+#include "platform/File.h"
+#include "platform/FileSystemCalls.h"
+#include "platform/NativePath.h"
+#include "platform/PathRoot.h"
+
+namespace platform {
+namespace {
+
+/// The folders from `path` upwards that do not exist, the deepest first.
+std::vector<std::wstring> MissingFolders(const std::wstring& path) {
+    std::vector<std::wstring> missing;
+    for (std::wstring folder = WithoutTrailingSeparators(path); !folder.empty() && !Exists(folder);
+         folder = ParentFolder(folder)) {
+        missing.push_back(folder);
+    }
+    return missing;
+}
+
+} // namespace
+
+Error MakeMissingFolders(const std::wstring& path) {
+    const std::vector<std::wstring> missing = MissingFolders(path);
+    for (auto folder = missing.rbegin(); folder != missing.rend(); ++folder) {
+        const Error error = MakeFolder(*folder);
+        const bool madeByAnother = error.kind == ErrorKind::AlreadyExists && IsFolder(*folder);
+        if (error && !madeByAnother) {
+            return error;
+        }
+    }
+    return {};
+}
+
+Error CreateFolder(const std::wstring& path) {
+    if (NamesNothing(path)) {
+        return {ErrorKind::NotFound, 0};
+    }
+    if (!IsAbsolute(path)) {
+        return {ErrorKind::NotAbsolute, 0};
+    }
+    return Exists(path) ? Error{ErrorKind::AlreadyExists, 0} : MakeMissingFolders(path);
+}
+
+Error EnsureFolder(const std::wstring& path) {
+    const Error error = CreateFolder(path);
+    return error.kind == ErrorKind::AlreadyExists && IsFolder(path) ? Error{} : error;
+}
+
+Error EnsurePrivateFolder(const std::wstring& path) {
+    const Error error = MakePrivateFolder(path);
+    return error.kind == ErrorKind::AlreadyExists && IsFolder(path) ? RequireOwnFolder(path) : error;
+}
+
+bool HasExtension(const std::wstring& name, const std::wstring& extension) {
+    return name.size() >= extension.size() && SameName(name.substr(name.size() - extension.size()), extension);
+}
+
+Error ReadFile(const std::wstring& path, std::size_t limit, std::string& bytes) {
+    File file;
+    if (const Error error = file.OpenForReading(path)) {
+        return error;
+    }
+    if (file.Size() > limit) {
+        return {ErrorKind::TooLarge, 0};
+    }
+    // The size is a first guess only: a file can grow while it is read, and some say 0.
+    std::string content(file.Size() + 1, '\0');
+    std::size_t length = 0;
+    for (std::size_t count = 1; count != 0; length += count) {
+        if (length > limit) {
+            return {ErrorKind::TooLarge, 0};
+        }
+        content.resize(length == content.size() ? length * 2 : content.size());
+        if (const Error error = file.Read(content.data() + length, content.size() - length, count)) {
+            return error;
+        }
+    }
+    content.resize(length);
+    bytes.swap(content);
+    return {};
+}
+
+Error CreateEmptyFile(const std::wstring& path) {
+    return File().OpenForAppending(path, true);
+}
+
+} // namespace platform

@@ -1,0 +1,113 @@
+#include <cstdint>
+#include <limits>
+#include <random>
+
+#include "platform/File.h"
+#include "platform/FileSystem.h"
+#include "platform/FileSystemCalls.h"
+#include "platform/NativePath.h"
+
+namespace platform {
+namespace {
+
+std::wstring RandomName() {
+    static constexpr const wchar_t* digits = L"0123456789abcdef";
+    std::random_device random;
+    std::wstring name = L".tmp-";
+    for (int i = 0; i < 4; ++i) {
+        const std::uint32_t bits = random();
+        for (unsigned shift = 0; shift < 16; shift += 4) {
+            name += digits[(bits >> shift) & 0xF];
+        }
+    }
+    return name;
+}
+
+/// The name of a file that is to stand at `target`, in the same folder, while it is not whole yet. What is left of it
+/// is removed at the end.
+class TemporaryName {
+public:
+    explicit TemporaryName(const std::wstring& target)
+        : path(target.substr(0, target.size() - FileName(target).size()) + RandomName()) {}
+    ~TemporaryName() { RemoveFile(path); }
+    TemporaryName(const TemporaryName&) = delete;
+    TemporaryName& operator=(const TemporaryName&) = delete;
+
+    const std::wstring& Path() const { return path; }
+
+private:
+    std::wstring path;
+};
+
+Error CreateWithParents(File& file, const std::wstring& path, const std::wstring& model) {
+    const Error error = file.CreateNew(path, model);
+    if (error.kind != ErrorKind::NotFound) {
+        return error;
+    }
+    const Error folderError = MakeMissingFolders(ParentFolder(path));
+    return folderError ? folderError : file.CreateNew(path, model);
+}
+
+/// Writes a new file to the disk, with the permissions of `model`.
+Error WriteNewFile(const std::wstring& path, const std::wstring& model, std::string_view bytes) {
+    File file;
+    if (const Error error = CreateWithParents(file, path, model)) {
+        return error;
+    }
+    if (const Error error = file.Write(bytes)) {
+        return error;
+    }
+    return file.Flush();
+}
+
+Error CopyToNewFile(const std::wstring& from, const std::wstring& to) {
+    std::string bytes;
+    const Error error = ReadFile(from, std::numeric_limits<std::size_t>::max() / 4, bytes);
+    return error ? error : WriteNewFile(to, from, bytes);
+}
+
+/// Makes `backupPath` a second name of the file at `path`; a copy where the volume has no links.
+Error KeepAs(const std::wstring& path, const std::wstring& backupPath) {
+    const TemporaryName temporary(backupPath);
+    Error error = LinkFile(path, temporary.Path());
+    if (error && error.kind != ErrorKind::NotFound) {
+        error = CopyToNewFile(path, temporary.Path());
+    }
+    return error ? error : RenameFile(temporary.Path(), backupPath);
+}
+
+Error MoveIntoPlace(const TemporaryName& temporary, const std::wstring& path) {
+    const Error error = RenameFile(temporary.Path(), path);
+    return error ? error : FlushFolder(ParentFolder(path));
+}
+
+Error RequireFileName(const std::wstring& path) {
+    const bool usable = !FileName(path).empty() && path.find(L'\0') == std::wstring::npos;
+    return usable ? Error{} : Error{ErrorKind::NotFound, 0};
+}
+
+} // namespace
+
+Error ReplaceFile(const std::wstring& path, std::string_view bytes) {
+    if (const Error error = RequireFileName(path)) {
+        return error;
+    }
+    const TemporaryName temporary(path);
+    const Error error = WriteNewFile(temporary.Path(), path, bytes);
+    return error ? error : MoveIntoPlace(temporary, path);
+}
+
+Error ReplaceFileKeepingBackup(const std::wstring& path, std::string_view bytes, const std::wstring& backupPath) {
+    if (const Error error = RequireFileName(path)) {
+        return error;
+    }
+    const TemporaryName temporary(path);
+    if (const Error error = WriteNewFile(temporary.Path(), path, bytes)) {
+        return error;
+    }
+    const Error error = KeepAs(path, backupPath);
+    const bool kept = !error || error.kind == ErrorKind::NotFound;
+    return kept ? MoveIntoPlace(temporary, path) : error;
+}
+
+} // namespace platform

@@ -1,0 +1,24 @@
+#include "platform/ProfileFile.h"
+
+#include <windows.h>
+
+#include "platform/Directories.h"
+#include "platform/NativePath.h"
+#include "platform/PathRoot.h"
+#include "platform/windows/SystemPath.h"
+
+namespace platform {
+
+std::wstring ReadProfileText(const std::wstring& path, const std::wstring& section, const std::wstring& key) {
+    if (NamesNothing(path) || NamesNothing(section) || NamesNothing(key)) {
+        return {};
+    }
+    // A bare file name would be looked for in the folder of Windows.
+    const std::wstring file = SystemPath(ResolveAgainst(CurrentFolder(), path));
+    wchar_t value[256] = {};
+    const DWORD length =
+        GetPrivateProfileStringW(section.c_str(), key.c_str(), L"", value, DWORD{std::size(value)}, file.c_str());
+    return {value, length};
+}
+
+} // namespace platform

@@ -1,0 +1,48 @@
+#include "support/TemporaryFolder.h"
+
+#include <cstddef>
+#include <random>
+#include <stdexcept>
+
+#include "platform/Directories.h"
+#include "platform/FileSystem.h"
+#include "platform/Text.h"
+
+namespace {
+
+constexpr std::size_t largestTestFile = std::size_t{1} << 30;
+
+void ThrowOn(const platform::Error& error, const std::string& action, const std::wstring& path) {
+    if (error) {
+        throw std::runtime_error(action + " " + platform::ToUtf8(path) + ": " + platform::ToUtf8(error.Text()));
+    }
+}
+
+std::wstring UniquePath() {
+    std::random_device random;
+    return platform::TemporaryFolder() + L"\\controller-test-" + std::to_wstring(random()) + std::to_wstring(random());
+}
+
+} // namespace
+
+TemporaryFolder::TemporaryFolder() : path(UniquePath()) {
+    ThrowOn(platform::CreateFolder(path), "cannot make the folder", path);
+}
+
+TemporaryFolder::~TemporaryFolder() {
+    platform::RemoveTree(path);
+}
+
+std::wstring TemporaryFolder::operator/(const std::wstring& name) const {
+    return path + L"\\" + name;
+}
+
+void WriteTextFile(const std::wstring& path, std::string_view bytes) {
+    ThrowOn(platform::ReplaceFile(path, bytes), "cannot write", path);
+}
+
+std::string ReadTextFile(const std::wstring& path) {
+    std::string bytes;
+    ThrowOn(platform::ReadFile(path, largestTestFile, bytes), "cannot read", path);
+    return bytes;
+}
