@@ -42,7 +42,7 @@ class RunInfoTest < Minitest::Test
   end
 
   def test_missing_members_are_empty
-    path = write_file("info.json", JSON.generate(version: 1, workDir: @work_dir))
+    path = write_file("info.json", JSON.generate(workDir: @work_dir))
     assert_equal(0, ControllerScenario.execute([path]) { |job| assert_equal ["", []], [job.id, job.inputs] })
   end
 

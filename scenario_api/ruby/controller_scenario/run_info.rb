@@ -38,7 +38,7 @@ module ControllerScenario
       @path = path
       @members = members
       check(members.is_a?(Hash), "expected an object")
-      version = members["version"]
+      version = members.fetch("version", LAYOUT_VERSION)
       check(version == LAYOUT_VERSION, "version: expected #{LAYOUT_VERSION}, found #{version.inspect}")
       read_members
       check(File.directory?(work_dir), "workDir: #{work_dir.inspect} is not a folder")

@@ -1,0 +1,51 @@
+# frozen_string_literal: true
+
+require_relative "test_helper"
+
+# The programs in docs/writing-scenarios.md do what the text says.
+class DocumentationTest < Minitest::Test
+  include JobFolders
+
+  GUIDE = File.read(File.join(PROJECT_FOLDER, "docs/writing-scenarios.md"), encoding: "UTF-8")
+
+  def program(language)
+    GUIDE[/^```#{language}\n(.*?)^```/m, 1]
+  end
+
+  def inputs(*contents)
+    contents.each_with_index.map { |content, index| write_file("#{index}.txt", content) }
+  end
+
+  def test_the_first_scenario_counts_lines
+    script = write_file("count_lines.rb", program("ruby"))
+    assert_equal 0, run_script(script, inputFiles: inputs("a\nb\n", "c")), @stderr
+    assert_equal "0.txt: 2\n1.txt: 1", File.read(File.join(@output_folder, "lines.txt"))
+    assert_equal ["Counted 2 files"], result_texts
+    assert_equal 1, run_script(script, inputFiles: inputs("a", ""))
+    assert_equal ["1.txt is empty."], result_texts
+  end
+
+  def test_the_protocol_in_python
+    python = ENV.fetch("PATH").split(File::PATH_SEPARATOR).map { |folder| File.join(folder, "python3") }
+                .find { |path| File.executable?(path) }
+    skip "python3 is not installed" if python.nil?
+    script = write_file("protocol.py", program("python"))
+    info = write_run_info(inputFiles: inputs("a", "b"))
+    _, stderr, status = Open3.capture3(python, script, info)
+    assert_predicate status, :success?, stderr
+    assert_equal [{ "progress" => 50, "message" => "1.txt" }], progress["progressInfoList"]
+    assert_equal [true, ["All done"]], [result["succeeded"], result_texts]
+  end
+
+  def test_the_documented_layouts_are_those_that_are_written
+    layouts = File.read(File.join(PROJECT_FOLDER, "docs/work-directory-files.md"), encoding: "UTF-8")
+                  .scan(/^```json\n(.*?)^```/m).flatten.map { |text| JSON.parse(text) }
+    run_scenario do |job|
+      job.message("text")
+      job.progress(5)
+    end
+    assert_equal layouts.map(&:keys), [run_info.keys.map(&:to_s), progress.keys, result.keys]
+    assert_equal layouts[1]["progressInfoList"].first.keys, progress["progressInfoList"].first.keys
+    assert_equal layouts[2]["messages"].first.keys, result["messages"].first.keys
+  end
+end
