@@ -174,6 +174,11 @@ std::optional<std::size_t> FindInvalidUtf8(std::string_view bytes) {
     return std::nullopt;
 }
 
+std::size_t ByteOrderMarkLength(std::string_view bytes) {
+    constexpr std::string_view byteOrderMark = "\xEF\xBB\xBF";
+    return bytes.starts_with(byteOrderMark) ? byteOrderMark.size() : 0;
+}
+
 // Lone surrogates
 
 namespace {

@@ -19,6 +19,9 @@ bool EncodeUtf8(std::wstring_view text, std::string& utf8, std::size_t& badAt);
 /// The offset of the first byte that is not valid UTF-8 (overlong forms and surrogates included); nothing when all are.
 std::optional<std::size_t> FindInvalidUtf8(std::string_view bytes);
 
+/// 3 when a UTF-8 text begins with a byte order mark, else 0.
+std::size_t ByteOrderMarkLength(std::string_view bytes);
+
 /// Rewrites each escape of a lone surrogate in a JSON text into its mark of the same length. `json` is valid UTF-8.
 void MarkLoneSurrogates(std::string& json);
 

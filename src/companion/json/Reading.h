@@ -1,11 +1,11 @@
 #pragma once
 
-#include "companion/json/Shape.h"
-
 #include <cstddef>
 #include <string>
 #include <string_view>
 #include <utility>
+
+#include "companion/json/Shape.h"
 
 /// Reading JSON texts into records. What is read: one value, strict JSON, at most 64 levels deep. Any thread.
 namespace json {

@@ -1,10 +1,10 @@
 #pragma once
 
+#include <tuple>
+
 #include "companion/json/Layout.h"
 #include "records/JobRecords.h"
 #include "records/ScenarioRecords.h"
-
-#include <tuple>
 
 /// How the controller's records stand in JSON: in the job list file, jobs files, messages and scenario manifests.
 namespace json {

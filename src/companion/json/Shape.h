@@ -1,8 +1,5 @@
 #pragma once
 
-#include "companion/json/Encoding.h"
-#include "companion/json/Layout.h"
-
 #include <array>
 #include <charconv>
 #include <concepts>
@@ -15,6 +12,9 @@
 #include <type_traits>
 #include <utility>
 #include <vector>
+
+#include "companion/json/Encoding.h"
+#include "companion/json/Layout.h"
 
 /// What the reader needs to know of the types that it fills, so that it can be one piece of code for all of them.
 namespace json {

@@ -1,8 +1,8 @@
 #include "companion/json/ValueHandler.h"
 
-#include "companion/json/Encoding.h"
-
 #include <algorithm>
+
+#include "companion/json/Encoding.h"
 
 namespace json {
 

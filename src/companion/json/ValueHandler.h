@@ -1,7 +1,5 @@
 #pragma once
 
-#include "companion/json/Shape.h"
-
 #include <array>
 #include <cstddef>
 #include <cstdint>
@@ -10,6 +8,9 @@
 
 #include <rapidjson/rapidjson.h>
 #include <rapidjson/stream.h>
+
+#include "companion/json/Parsing.h"
+#include "companion/json/Shape.h"
 
 namespace json {
 
@@ -42,7 +43,6 @@ public:
     bool Double(double) { return false; }
 
 private:
-    static constexpr std::size_t deepest = 64;
     /// Bounds the memory that a hostile text can claim: values that are kept, a record counted as several.
     static constexpr std::size_t mostKept = std::size_t{1} << 25;
     static constexpr std::size_t recordWeight = 16;

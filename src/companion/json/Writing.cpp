@@ -1,5 +1,8 @@
 #include "companion/json/Writing.h"
 
+#include <array>
+#include <charconv>
+
 #include "companion/json/Surrogates.h"
 
 namespace json {
@@ -125,13 +128,19 @@ void AppendCodePoints(std::wstring_view text, std::wstring& json) {
     wchar_t separator = L'[';
     for (const wchar_t element : text) {
         json += separator;
-        json += std::to_wstring(Unit(element));
+        AppendNumber(Unit(element), json);
         separator = L',';
     }
     json += L"]}";
 }
 
 } // namespace
+
+void AppendNumber(std::int64_t number, std::wstring& json) {
+    std::array<char, 20> digits;
+    const auto end = std::to_chars(digits.begin(), digits.end(), number).ptr;
+    json.append(digits.begin(), end);
+}
 
 void AppendText(std::wstring_view text, std::wstring& json) {
     const std::size_t begin = json.size();

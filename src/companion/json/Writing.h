@@ -1,7 +1,5 @@
 #pragma once
 
-#include "companion/json/Layout.h"
-
 #include <concepts>
 #include <cstddef>
 #include <cstdint>
@@ -10,6 +8,8 @@
 #include <tuple>
 #include <type_traits>
 #include <vector>
+
+#include "companion/json/Layout.h"
 
 /// Writing records as JSON in wide text, without blanks. Reading gives the same records back, whatever texts they hold.
 /// Any thread.
@@ -20,6 +20,8 @@ void AppendText(std::wstring_view text, std::wstring& json);
 
 /// Appends the name of a member, in quotes and with its colon. What no JSON string can hold becomes U+FFFD.
 void AppendName(std::wstring_view name, std::wstring& json);
+
+void AppendNumber(std::int64_t number, std::wstring& json);
 
 /// Appends any value that a `Layout` can hold.
 template <typename Value>
@@ -91,10 +93,12 @@ template <typename Value>
 void Append(const Value& value, std::wstring& json) {
     if constexpr (std::is_same_v<Value, std::wstring>) {
         AppendText(value, json);
+    } else if constexpr (std::is_null_pointer_v<Value>) {
+        json += L"null";
     } else if constexpr (std::is_same_v<Value, bool>) {
         json += value ? L"true" : L"false";
     } else if constexpr (std::integral<Value>) {
-        json += std::to_wstring(value);
+        AppendNumber(value, json);
     } else if constexpr (std::is_enum_v<Value>) {
         Append(static_cast<std::underlying_type_t<Value>>(value), json);
     } else if constexpr (isList<Value>) {

@@ -1,0 +1,67 @@
+#include "companion/ControllerCSWrapper.h"
+
+#include "companion/Boundary.h"
+#include "companion/JobListFile.h"
+#include "companion/MessageText.h"
+#include "companion/json/Encoding.h"
+#include "companion/json/Reading.h"
+#include "platform/FileSystem.h"
+#include "platform/NativePath.h"
+
+namespace {
+
+bool LogFailedWrite(const std::wstring& path, const std::wstring& reason) {
+    ControllerCSWrapper::WriteErrorLog(L"The file cannot be written: " + platform::ToNativeText(path) + L": " + reason);
+    return false;
+}
+
+bool IsJobList(const std::wstring& path) {
+    return platform::SameName(path, ControllerCSWrapper::GetJobListFile());
+}
+
+} // namespace
+
+bool ControllerCSWrapper::CreateJsonFile(const std::wstring& json, const std::wstring& path) {
+    return boundary::Guard("CreateJsonFile", [&] {
+        std::string bytes;
+        std::size_t badAt = 0;
+        if (json.empty()) {
+            return LogFailedWrite(path, L"there is no text to write");
+        }
+        if (!json::EncodeUtf8(json, bytes, badAt)) {
+            return LogFailedWrite(path,
+                                  L"character " + std::to_wstring(badAt + 1) + L" of the text is not a character");
+        }
+        const platform::Error error =
+            IsJobList(path) ? job_list_file::Write(path, bytes) : platform::ReplaceFile(path, bytes);
+        return !error || LogFailedWrite(path, error.Text());
+    });
+}
+
+bool ControllerCSWrapper::ReadJsonFile(const std::wstring& path, std::wstring& text) {
+    return boundary::Guard("ReadJsonFile", [&] {
+        std::string bytes;
+        std::wstring problem;
+        if (!json::LoadFile(path, json::largestText, bytes, problem)) {
+            WriteErrorLog(L"The file cannot be read: " + problem);
+            return false;
+        }
+        if (!json::ReadTarget(bytes, json::Target(), problem)) {
+            WriteErrorLog(L"The file cannot be read: " + json::ProblemInFile(path, problem));
+            return false;
+        }
+        text = json::Decode(std::string_view(bytes).substr(json::ByteOrderMarkLength(bytes)));
+        return true;
+    });
+}
+
+bool ControllerCSWrapper::ParseJobList(const std::wstring& path, std::vector<JobListInfo>& records) {
+    return boundary::Guard("ParseJobList", [&] {
+        std::vector<JobListInfo> list;
+        if (!job_list_file::Read(path, list)) {
+            return false;
+        }
+        message_text::AppendAll(records, std::move(list));
+        return true;
+    });
+}

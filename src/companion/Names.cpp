@@ -1,0 +1,48 @@
+#include "companion/ControllerCSWrapper.h"
+
+#include <array>
+#include <cstdint>
+#include <random>
+
+#include "companion/Boundary.h"
+#include "platform/NativePath.h"
+
+namespace {
+
+constexpr std::size_t guidLength = 36;
+
+bool IsHyphen(std::size_t position) {
+    return position == 8 || position == 13 || position == 18 || position == 23;
+}
+
+/// Version 4 of RFC 4122: random but for the version digit and the two bits of the variant.
+wchar_t GuidDigit(std::size_t position, std::random_device& random) {
+    constexpr wchar_t digits[] = L"0123456789abcdef";
+    if (position == 14) {
+        return L'4';
+    }
+    const std::uint32_t value = random() & 0xF;
+    return digits[position == 19 ? 8 + (value & 3) : value];
+}
+
+} // namespace
+
+std::wstring ControllerCSWrapper::CreateGuid() {
+    return boundary::Guard("CreateGuid", [] {
+        std::random_device random;
+        std::wstring guid(guidLength, L'-');
+        for (std::size_t i = 0; i < guidLength; ++i) {
+            if (!IsHyphen(i)) {
+                guid[i] = GuidDigit(i, random);
+            }
+        }
+        return guid;
+    });
+}
+
+std::wstring ControllerCSWrapper::GetFileNameWithoutExtension(const std::wstring& path) {
+    return boundary::Guard("GetFileNameWithoutExtension", [&] {
+        const std::wstring name = platform::FileName(path);
+        return name.substr(0, name.rfind(L'.'));
+    });
+}

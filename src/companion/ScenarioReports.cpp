@@ -1,0 +1,105 @@
+#include "companion/ControllerCSWrapper.h"
+
+#include "companion/Boundary.h"
+#include "companion/MessageText.h"
+#include "companion/RunLayouts.h"
+
+namespace {
+
+using run_protocol::ProgressFile;
+using run_protocol::RunScenarioInfo;
+using run_protocol::RunScenarioResult;
+
+/// A report that names no progress yet is as good as none.
+bool HasReport(const ProgressFile& file, std::wstring& problem) {
+    if (file.reports.empty()) {
+        problem = L"the list \"progressInfoList\" is empty";
+    }
+    return !file.reports.empty();
+}
+
+void TakeReport(ProgressFile&& file, std::wstring& message, int& progress) {
+    message = std::move(file.reports.back().message);
+    progress = file.reports.back().progress;
+}
+
+using Messages = std::vector<std::pair<int, std::wstring>>;
+
+void TakeResult(RunScenarioResult&& result, bool& succeeded, Messages& pairs, std::vector<std::wstring>& texts) {
+    pairs.reserve(pairs.size() + result.messages.size());
+    message_text::AppendAll(texts, std::move(result.outputFiles));
+    message_text::AppendAll(pairs, std::move(result.messages));
+    succeeded = result.succeeded;
+}
+
+} // namespace
+
+/// A missing or half-written file is met in every other poll: nothing is logged.
+bool ControllerCSWrapper::ParseProgressFile(const std::wstring& path, std::wstring& message, int& progress) {
+    return boundary::Guard("ParseProgressFile", [&] {
+        ProgressFile file;
+        std::wstring problem;
+        if (!json::ReadFile(path, json::largestSmallFile, file, problem) || !HasReport(file, problem)) {
+            return false;
+        }
+        TakeReport(std::move(file), message, progress);
+        return true;
+    });
+}
+
+bool ControllerCSWrapper::ParseProgressFileString(const std::wstring& json, std::wstring& jobId, std::wstring& message,
+                                                  int& progress) {
+    return boundary::Guard("ParseProgressFileString", [&] {
+        ProgressFile file;
+        std::wstring problem;
+        if (!json::Read(std::wstring_view(json), file, problem) || !HasReport(file, problem)) {
+            WriteWarnLog(L"A progress report cannot be read: " + problem);
+            return false;
+        }
+        jobId = std::move(file.jobId);
+        TakeReport(std::move(file), message, progress);
+        return true;
+    });
+}
+
+bool ControllerCSWrapper::ParseRunScenarioResult(const std::wstring& path, bool& succeeded,
+                                                 std::vector<std::pair<int, std::wstring>>& pairs,
+                                                 std::vector<std::wstring>& texts) {
+    return boundary::Guard("ParseRunScenarioResult", [&] {
+        RunScenarioResult result;
+        std::wstring problem;
+        if (!json::ReadFile(path, json::largestSmallFile, result, problem)) {
+            WriteWarnLog(L"The result of a scenario cannot be read: " + problem);
+            return false;
+        }
+        TakeResult(std::move(result), succeeded, pairs, texts);
+        return true;
+    });
+}
+
+bool ControllerCSWrapper::ParseRunScenarioResultString(const std::wstring& json, std::wstring& jobId, bool& succeeded,
+                                                       std::vector<std::pair<int, std::wstring>>& pairs,
+                                                       std::vector<std::wstring>& texts) {
+    return boundary::Guard("ParseRunScenarioResultString", [&] {
+        RunScenarioResult result;
+        std::wstring problem;
+        if (!json::Read(std::wstring_view(json), result, problem)) {
+            WriteWarnLog(L"The result of a scenario cannot be read: " + problem);
+            return false;
+        }
+        std::wstring id = std::move(result.jobId);
+        TakeResult(std::move(result), succeeded, pairs, texts);
+        jobId = std::move(id);
+        return true;
+    });
+}
+
+bool ControllerCSWrapper::CreateRunScenarioInfoString(const std::wstring& jobId, const std::wstring& scenarioPath,
+                                                      const std::vector<std::wstring>& inputFiles,
+                                                      const std::wstring& outputFolder, const std::wstring& workDir,
+                                                      const std::wstring& runArgument, std::wstring& json) {
+    return boundary::Guard("CreateRunScenarioInfoString", [&] {
+        json = json::Write(RunScenarioInfo{jobId, scenarioPath, inputFiles, outputFolder, workDir, runArgument});
+        return true;
+    });
+}

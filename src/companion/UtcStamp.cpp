@@ -1,0 +1,29 @@
+#include "companion/UtcStamp.h"
+
+#include <algorithm>
+
+#include "platform/Clock.h"
+
+namespace {
+
+void AppendPadded(std::int32_t number, std::size_t width, std::wstring& text) {
+    const std::wstring digits = std::to_wstring(number);
+    text.append(width - std::min(width, digits.size()), L'0');
+    text += digits;
+}
+
+} // namespace
+
+std::wstring UtcStamp(std::int64_t time) {
+    const platform::CalendarTime utc = platform::ToUtc(time);
+    std::wstring text;
+    AppendPadded(utc.year, 4, text);
+    AppendPadded(utc.month, 2, text);
+    AppendPadded(utc.day, 2, text);
+    text += L'T';
+    AppendPadded(utc.hour, 2, text);
+    AppendPadded(utc.minute, 2, text);
+    AppendPadded(utc.second, 2, text);
+    text += L'Z';
+    return text;
+}

@@ -1,0 +1,61 @@
+#include "companion/json/MemberFinder.h"
+
+#include "companion/json/Encoding.h"
+#include "companion/json/Parsing.h"
+
+namespace json {
+
+bool MemberFinder::String(const char* marked, rapidjson::SizeType length, bool) {
+    if (IsWanted()) {
+        text = Decode({marked, length});
+    }
+    return Begin(0);
+}
+
+bool MemberFinder::StartObject() {
+    Begin(0);
+    return ++depth <= deepest;
+}
+
+bool MemberFinder::Key(const char* marked, rapidjson::SizeType length, bool) {
+    if (depth > 1) {
+        return true;
+    }
+    End();
+    wanted = Decode({marked, length}) == name;
+    return !(wanted && IsFound());
+}
+
+bool MemberFinder::EndObject(rapidjson::SizeType) {
+    if (depth == 1) {
+        End();
+    }
+    --depth;
+    return true;
+}
+
+bool MemberFinder::StartArray() {
+    Begin(0);
+    return ++depth <= deepest;
+}
+
+bool MemberFinder::EndArray(rapidjson::SizeType) {
+    --depth;
+    return true;
+}
+
+bool MemberFinder::Begin(std::size_t taken) {
+    if (IsWanted()) {
+        begin = stream.Tell() - taken;
+    }
+    return true;
+}
+
+void MemberFinder::End() {
+    if (wanted) {
+        end = stream.Tell();
+    }
+    wanted = false;
+}
+
+} // namespace json
