@@ -13,7 +13,7 @@
 class CONTROLLER_API JobEntry {
 public:
     JobEntry();
-    explicit JobEntry(const JobListInfo& info);
+    explicit JobEntry(const JobListInfo& record);
     /// A copy refers to the same process handle, and each closes it when destroyed: share entries instead of copying
     /// them.
     JobEntry(const JobEntry&) = default;
@@ -47,7 +47,7 @@ public:
 
     JobStatusInfo GetJobStatusInfo();
 
-    /// Stores the progress. The message replaces an earlier one only, so the first is never stored.
+    /// Stores the progress. The message replaces an earlier one only; nothing in the library sets a first one.
     void UpdateProgress(int progress, const std::wstring& message);
 
     /// Store a time as UTC text.
@@ -85,4 +85,10 @@ protected:
     std::wstring scenarioSubDir;
     std::wstring progressMessage;
     void* processHandle = nullptr;
+
+private:
+    /// Takes a new value out of the progress file; false when there is none yet.
+    bool ReadProgress();
+    /// The job's process has ended: lets go of it and gives the job its end time and last status.
+    void Finish();
 };

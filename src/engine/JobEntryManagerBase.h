@@ -6,10 +6,12 @@
 #include "records/ScenarioRecords.h"
 
 #include <cstdint>
+#include <functional>
 #include <list>
 #include <map>
 #include <memory>
 #include <mutex>
+#include <random>
 #include <set>
 #include <string>
 #include <vector>
@@ -67,7 +69,7 @@ public:
 
     /// Appends every job's record in list order. Takes no lock: for a caller that is not polling at the same time.
     /// Always true.
-    bool GetJobList(std::vector<JobListInfo>& jobList);
+    bool GetJobList(std::vector<JobListInfo>& records);
 
     /// Deletes the jobs named by id or number with their work directories, except active ones; `deleted` receives the
     /// ids that were deleted. Deleting the last job restarts the numbering. Always true.
@@ -82,7 +84,7 @@ public:
                                     const std::wstring& scenarioId);
 
 protected:
-    /// Makes the entry for a job, a default one for null. The engine takes ownership at once.
+    /// Makes the entry for a job, a default one for null; never null. The engine takes ownership at once.
     virtual JobEntry* CreateNewJobEntry(const JobListInfo* info);
     /// True when execution has to wait: the job at the cursor is running or being cancelled. Called under the lock,
     /// never with the cursor at the end.
@@ -99,10 +101,51 @@ protected:
     std::int32_t nextSeqId;
 
 private:
+    // Set-up
+    void ReloadJobs();
+    void AdoptListedJob(JobEntry& job);
+    void DeleteOldJobs();
+    std::vector<std::wstring> JobsOlderThan(double seconds);
+
+    // Enqueue; under the lock
+    /// Finds the scenario that a request names, in the catalogue or as a file; `scenarioDir` then becomes the file's
+    /// folder. False (logged) when there is none.
+    bool ResolveScenario(const ScenarioInfo& requested, ScenarioInfo& scenario, std::wstring& scenarioDir);
+    /// Searches a scenario file by its path, else below the scenario directories in order. False leaves `path`.
     bool FindSceanrioFile(const std::wstring& scenario, std::wstring& path);
-    std::wstring CreateUniqueId();
+    /// Appends one job for each usable input set; `record` holds what they have in common.
+    void AppendJobs(const EnqueueJobsInfo& request, JobListInfo& record, const std::wstring& scenarioDir,
+                    JobEnqueueResult& result);
+    void IdentifyJob(JobListInfo& record, std::random_device& device);
+    void AppendJob(const JobListInfo& record, const std::wstring& scenarioDir);
+
+    // Identity of jobs; under the lock
+    /// An id that no job has had while this engine lives, and that is no name in the work directory.
+    std::wstring CreateUniqueId(std::random_device& device);
     int CreateSequentialId();
+    /// The first job whose id is exactly `id`.
     bool FindJobEntry(const std::wstring& id, std::shared_ptr<JobEntry>& entry);
+
+    // Execution; under the lock
+    /// Starts a queued job, or makes it `Failed`; true when it runs. False too for a job that is not queued.
+    bool StartJob(JobEntry& job, Callback callback, std::vector<JobStatusInfo>& updated);
+    bool CallRunScenario(JobEntry& job, Callback callback);
+
+    // Tracking
+    /// Lets a report change the job with this id and reports the change. False (logged with `kind`) when there is no
+    /// such job. Takes the lock.
+    bool ApplyReport(const std::wstring& jobId, const std::wstring& kind, std::vector<JobStatusInfo>& changed,
+                     const std::function<void(JobEntry&)>& report);
+
+    // Job list file; under the lock
     void ReadJobList(std::list<std::shared_ptr<JobEntry>>& jobs);
+    /// A write that fails is not reported: the next change writes the whole list again.
     void UpdateJobList();
+
+    // Deletion; under the lock
+    using JobPosition = std::list<std::shared_ptr<JobEntry>>::iterator;
+    /// Deletes one job with its work directory, and returns the position behind it.
+    JobPosition DeleteJob(JobPosition position);
+    /// When no job is left, the next one gets number 1.
+    void RestartNumbering();
 };

@@ -12,7 +12,8 @@
 /// Usable at any time and from any thread; concurrent console messages may alternate but not mix. Reports no failure.
 class CONTROLLER_API ControllerLogManager {
 public:
-    enum MessageType { Debug = 0, Info = 1, Warn = 2, Error = 3 };
+    /// Any value may be met, such as one from a newer front end.
+    enum MessageType : int { Debug = 0, Info = 1, Warn = 2, Error = 3 };
 
     ControllerLogManager(const ControllerLogManager&) = delete;
     ControllerLogManager& operator=(const ControllerLogManager&) = delete;
@@ -21,7 +22,8 @@ public:
     /// console. Until the first call the file threshold is the number in the environment variable QRVDBG, or 0.
     static void Initialize(long level, const std::wstring& logFilePath, bool toConsole);
 
-    /// Write one message. Debug messages never reach the console.
+    /// Write one message. Debug messages never reach the console; a value without a name is written as debug to the
+    /// file and without a tag to the console.
     static void Log(MessageType type, long level, const std::wstring& message);
     /// Narrow text is read in the current locale; text that is not valid in it is written as an empty message.
     static void Log(MessageType type, long level, const std::string& message);
@@ -41,7 +43,10 @@ private:
     ~ControllerLogManager();
 
     static ControllerLogManager* GetInstance();
+    void SetLogFile(long level, const std::wstring& path);
+    void SetConsole(long level, bool attach);
     void Output(MessageType type, long level, const std::wstring& message);
+    void WriteToConsole(const std::wstring& line);
     static std::wstring CreateHeaderString(MessageType type);
 
     std::wostream* consoleStream = nullptr;

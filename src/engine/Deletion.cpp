@@ -1,0 +1,63 @@
+#include "engine/JobEntryManagerBase.h"
+
+#include "companion/ControllerCSWrapper.h"
+#include "engine/JobStates.h"
+#include "support/ControllerLogManager.h"
+#include "support/Numbers.h"
+
+#include <iterator>
+
+namespace {
+
+/// Takes an inactive job's name, its id or else its number, out of what is to be deleted; false when it is not there.
+bool TakeDeletable(JobEntry& job, std::set<std::wstring>& requested) {
+    return !IsActive(job.GetStatus()) &&
+           (requested.erase(job.GetId()) > 0 || requested.erase(numbers::DecimalText(job.GetSeqId())) > 0);
+}
+
+/// A folder that stays behind is no reason to keep the job.
+void RemoveWorkDirectory(const std::wstring& workDir) {
+    try {
+        ControllerCSWrapper::RemoveJobWorkDirectory(workDir.c_str());
+    } catch (...) {
+        return;
+    }
+}
+
+} // namespace
+
+bool JobEntryManagerBase::DeleteJobs(std::vector<std::wstring>& ids, std::vector<std::wstring>& deleted) {
+    const std::lock_guard lock(mutex);
+    std::set<std::wstring> requested(ids.begin(), ids.end());
+    for (auto position = jobList.begin(); position != jobList.end();) {
+        position = TakeDeletable(**position, requested) ? DeleteJob(position) : std::next(position);
+    }
+    for (const std::wstring& id : ids) {
+        // What is still there named no job, or one that is active.
+        if (requested.erase(id) == 0) {
+            deleted.push_back(id);
+        }
+    }
+    if (!deleted.empty()) {
+        UpdateJobList();
+        RestartNumbering();
+    }
+    return true;
+}
+
+JobEntryManagerBase::JobPosition JobEntryManagerBase::DeleteJob(JobPosition position) {
+    if (nextJob == position) {
+        ++nextJob;
+    }
+    const JobEntry& job = **position;
+    RemoveWorkDirectory(job.GetWorkDir());
+    ControllerLogManager::DebugLog(L"Job: " + numbers::DecimalText(job.GetSeqId()) + L" is deleted");
+    return jobList.erase(position);
+}
+
+void JobEntryManagerBase::RestartNumbering() {
+    if (jobList.empty()) {
+        nextSeqId = 1;
+        ControllerLogManager::DebugLog(L"Reset sequence ID");
+    }
+}

@@ -1,0 +1,65 @@
+#include "engine/JobEntryManagerBase.h"
+
+#include "companion/ControllerCSWrapper.h"
+#include "engine/JobStates.h"
+#include "engine/SequentialNumber.h"
+#include "platform/Clock.h"
+#include "support/ControllerLogManager.h"
+
+JobEntryManagerBase::JobEntryManagerBase(const FunctionManager* manager)
+    : functionManager(manager), nextJob(jobList.end()), nextSeqId(1) {
+    ReloadJobs();
+    DeleteOldJobs();
+}
+
+JobEntryManagerBase::~JobEntryManagerBase() = default;
+
+JobEntry* JobEntryManagerBase::CreateNewJobEntry(const JobListInfo* info) {
+    return info == nullptr ? new JobEntry() : new JobEntry(*info);
+}
+
+void JobEntryManagerBase::ReloadJobs() {
+    const std::lock_guard lock(mutex);
+    ReadJobList(jobList);
+    for (const auto& job : jobList) {
+        knownJobIds.insert(job->GetId());
+    }
+    nextJob = jobList.end();
+    for (const auto& job : jobList) {
+        AdoptListedJob(*job);
+    }
+}
+
+void JobEntryManagerBase::AdoptListedJob(JobEntry& job) {
+    if (job.GetSeqId() >= nextSeqId) {
+        nextSeqId = NumberAfter(job.GetSeqId());
+    }
+    // What the end of the last run interrupted is never resumed.
+    if (!HasEnded(job.GetStatus())) {
+        job.ChangeStatus(JobStatus::Canceled);
+    }
+}
+
+void JobEntryManagerBase::DeleteOldJobs() {
+    int days = 0;
+    if (!ControllerCSWrapper::IsAutoDeleteWorkFolder(days) || days < 1) {
+        return;
+    }
+    std::vector<std::wstring> ids = JobsOlderThan(days * 3600.0 * 24.0);
+    std::vector<std::wstring> deleted;
+    if (!ids.empty() && DeleteJobs(ids, deleted)) {
+        ControllerLogManager::Log(std::to_wstring(deleted.size()) + L" jobs are deleted.");
+    }
+}
+
+std::vector<std::wstring> JobEntryManagerBase::JobsOlderThan(double seconds) {
+    const std::int64_t now = platform::Now();
+    std::vector<std::wstring> ids;
+    for (const auto& job : jobList) {
+        // A job that never started counts as started before 1970.
+        if (static_cast<double>(now - job->GetStartTime()) > seconds) {
+            ids.push_back(job->GetId());
+        }
+    }
+    return ids;
+}

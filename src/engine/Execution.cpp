@@ -1,0 +1,90 @@
+#include "engine/JobEntryManagerBase.h"
+
+#include "companion/ControllerCSWrapper.h"
+#include "engine/JobStates.h"
+#include "modules/FunctionManager.h"
+#include "platform/Clock.h"
+#include "support/ControllerLogManager.h"
+#include "support/Numbers.h"
+
+#include <exception>
+
+namespace {
+
+bool BuildRunRequest(const JobEntry& job, std::wstring& request) {
+    const JobListInfo& info = job.GetJobListInfo();
+    if (ControllerCSWrapper::CreateRunScenarioInfoString(info.id, info.scenario.path, info.inputFiles,
+                                                         job.GetOutputFolder(), info.workDir, info.runArgument,
+                                                         request)) {
+        return true;
+    }
+    ControllerLogManager::ErrorLog(L"Failed to create request json of Job: " + numbers::DecimalText(info.seqId));
+    return false;
+}
+
+void LogThrown(const JobEntry& job, const std::string& reason) {
+    ControllerLogManager::ErrorLog("The function module threw while it started Job: " + std::to_string(job.GetSeqId()) +
+                                   ": " + reason);
+}
+
+/// True when the module's function "RunScenario" gave its answer. A module that throws must not take the host with it.
+bool RunScenario(const FunctionManager& modules, const JobEntry& job, const std::wstring& request,
+                 std::wstring& response, FunctionManager::Callback callback) {
+    try {
+        return modules.CallFunction("RunScenario", request, response, callback) == 0;
+    } catch (const std::exception& thrown) {
+        LogThrown(job, thrown.what());
+    } catch (...) {
+        LogThrown(job, "no reason given");
+    }
+    return false;
+}
+
+} // namespace
+
+bool JobEntryManagerBase::ExecuteJob(Callback callback, std::vector<JobStatusInfo>& updated) {
+    const std::lock_guard lock(mutex);
+    if (nextJob == jobList.end() || IsSuspendJobExecution()) {
+        return false;
+    }
+    while (nextJob != jobList.end() && !StartJob(**nextJob, callback, updated)) {
+        ++nextJob;
+    }
+    UpdateJobList();
+    return true;
+}
+
+bool JobEntryManagerBase::IsSuspendJobExecution() {
+    return IsActive((*nextJob)->GetStatus());
+}
+
+bool JobEntryManagerBase::StartJob(JobEntry& job, Callback callback, std::vector<JobStatusInfo>& updated) {
+    if (job.GetStatus() != JobStatus::Queued) {
+        return false;
+    }
+    job.ChangeStatus(JobStatus::Running);
+    job.SetStartTime(platform::Now());
+    const bool isRunning = job.PrepareOutputDir() && CallRunScenario(job, callback);
+    if (!isRunning) {
+        job.ChangeStatus(JobStatus::Failed);
+        job.SetEndTime(platform::Now());
+    }
+    updated.push_back(job.GetJobStatusInfo());
+    return isRunning;
+}
+
+bool JobEntryManagerBase::CallRunScenario(JobEntry& job, Callback callback) {
+    std::wstring request;
+    if (!BuildRunRequest(job, request)) {
+        return false;
+    }
+    ControllerLogManager::DebugLog(L"Job: " + numbers::DecimalText(job.GetSeqId()) + L" is running as JobID: " +
+                                   job.GetId());
+    std::wstring response;
+    if (!RunScenario(*functionManager, job, request, response, callback)) {
+        return false;
+    }
+    // An answer without a handle leaves the job running without one: the next look at it takes it as ended.
+    job.OnEvaluateJobInputResult(response);
+    return true;
+}

@@ -1,0 +1,38 @@
+#include "engine/JobEntry.h"
+
+#include "platform/Clock.h"
+
+#include <cwchar>
+#include <iomanip>
+#include <locale>
+#include <sstream>
+
+void JobEntry::SetStartTime(const std::int64_t& time) {
+    info.startTime = CreateTimeString(time);
+}
+
+void JobEntry::SetEndTime(const std::int64_t& time) {
+    info.endTime = CreateTimeString(time);
+}
+
+std::int64_t JobEntry::GetStartTime() {
+    return ConvertTimeStringToStruct(info.startTime);
+}
+
+std::wstring JobEntry::CreateTimeString(const std::int64_t& time) {
+    const platform::CalendarTime utc = platform::ToUtc(time);
+    std::wostringstream text;
+    text.imbue(std::locale::classic()); // no grouping of the year's digits
+    text << std::setfill(L'0') << std::setw(4) << utc.year << L'-' << std::setw(2) << utc.month << L'-' << std::setw(2)
+         << utc.day << L'T' << std::setw(2) << utc.hour << L':' << std::setw(2) << utc.minute << L':' << std::setw(2)
+         << utc.second << L'Z';
+    return text.str();
+}
+
+std::int64_t JobEntry::ConvertTimeStringToStruct(const std::wstring& text) {
+    // What the text does not give stays zero; a time of which nothing is given is before 1970, and so -1.
+    platform::CalendarTime fields;
+    std::swscanf(text.c_str(), L"%04d-%02d-%02dT%02d:%02d:%02d", &fields.year, &fields.month, &fields.day, &fields.hour,
+                 &fields.minute, &fields.second);
+    return platform::FromLocal(fields);
+}

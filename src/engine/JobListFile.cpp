@@ -1,0 +1,31 @@
+#include "engine/JobEntryManagerBase.h"
+
+#include "companion/ControllerCSWrapper.h"
+#include "support/ControllerLogManager.h"
+
+void JobEntryManagerBase::ReadJobList(std::list<std::shared_ptr<JobEntry>>& jobs) {
+    ControllerLogManager::DebugLog(L"Read job_list.json");
+    std::vector<JobListInfo> records;
+    if (!ControllerCSWrapper::ParseJobList(ControllerCSWrapper::GetJobListFile(), records)) {
+        return;
+    }
+    for (const JobListInfo& record : records) {
+        jobs.push_back(std::shared_ptr<JobEntry>(CreateNewJobEntry(&record)));
+    }
+}
+
+void JobEntryManagerBase::UpdateJobList() {
+    ControllerLogManager::Log(ControllerLogManager::Debug, 1, L"Update job_list.json");
+    std::vector<JobListInfo> records;
+    records.reserve(jobList.size());
+    GetJobList(records);
+    ControllerCSWrapper::CreateJsonFile(ControllerCSWrapper::Serialize(L"JobList", records),
+                                        ControllerCSWrapper::GetJobListFile());
+}
+
+bool JobEntryManagerBase::GetJobList(std::vector<JobListInfo>& records) {
+    for (const auto& job : jobList) {
+        records.push_back(job->GetJobListInfo());
+    }
+    return true;
+}

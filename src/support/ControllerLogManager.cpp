@@ -1,0 +1,157 @@
+#include "support/ControllerLogManager.h"
+
+#include "companion/ControllerCSWrapper.h"
+#include "platform/Environment.h"
+#include "support/Numbers.h"
+
+#include <cstddef>
+#include <cstdlib>
+#include <iostream>
+#include <limits>
+#include <syncstream>
+
+namespace {
+
+/// As a threshold it keeps back every ordinary level.
+constexpr long switchedOff = std::numeric_limits<long>::min();
+
+long LevelFromEnvironment() {
+    return numbers::ReadInteger(platform::GetEnvironment(L"QRVDBG").value_or(L""));
+}
+
+/// Narrow text in the current locale; empty when it is not valid there. Ends at the first zero byte.
+std::wstring ToWide(const std::string& text) {
+    std::wstring wide(text.size() + 1, L'\0');
+    const std::size_t length = std::mbstowcs(wide.data(), text.c_str(), wide.size());
+    wide.resize(length == static_cast<std::size_t>(-1) ? 0 : length);
+    return wide;
+}
+
+void WriteToFile(ControllerLogManager::MessageType type, const std::wstring& message) {
+    switch (type) {
+    case ControllerLogManager::Info:
+        return ControllerCSWrapper::WriteInfoLog(message);
+    case ControllerLogManager::Warn:
+        return ControllerCSWrapper::WriteWarnLog(message);
+    case ControllerLogManager::Error:
+        return ControllerCSWrapper::WriteErrorLog(message);
+    case ControllerLogManager::Debug:
+        break;
+    }
+    ControllerCSWrapper::WriteDebugLog(message);
+}
+
+const wchar_t* Tag(ControllerLogManager::MessageType type) {
+    switch (type) {
+    case ControllerLogManager::Info:
+        return L"[INFO]";
+    case ControllerLogManager::Warn:
+        return L"[WARNING]";
+    case ControllerLogManager::Error:
+        return L"[ERROR]";
+    case ControllerLogManager::Debug:
+        break;
+    }
+    return L"";
+}
+
+} // namespace
+
+ControllerLogManager::ControllerLogManager() : consoleLevel(switchedOff), fileLevel(LevelFromEnvironment()) {}
+
+ControllerLogManager::~ControllerLogManager() = default;
+
+ControllerLogManager* ControllerLogManager::GetInstance() {
+    static ControllerLogManager instance;
+    return &instance;
+}
+
+void ControllerLogManager::Initialize(long level, const std::wstring& logFilePath, bool toConsole) {
+    ControllerLogManager& log = *GetInstance();
+    log.SetLogFile(level, logFilePath);
+    log.SetConsole(level, toConsole);
+}
+
+void ControllerLogManager::SetLogFile(long level, const std::wstring& path) {
+    if (path != logFilePath) {
+        logFilePath = path;
+        if (!path.empty()) {
+            ControllerCSWrapper::ChangeLogFilePath(path);
+        }
+    }
+    fileLevel = logFilePath.empty() ? switchedOff : level;
+}
+
+void ControllerLogManager::SetConsole(long level, bool attach) {
+    if (!attach && consoleStream != nullptr) {
+        consoleStream->flush();
+    }
+    consoleStream = attach ? &std::wcout : nullptr;
+    consoleLevel = attach ? level : switchedOff;
+}
+
+void ControllerLogManager::Output(MessageType type, long level, const std::wstring& message) {
+    if (level <= fileLevel) {
+        WriteToFile(type, message);
+    }
+    if (type != Debug && level <= consoleLevel) {
+        WriteToConsole(CreateHeaderString(type) + message + L"\n");
+    }
+}
+
+void ControllerLogManager::WriteToConsole(const std::wstring& line) {
+    // A message of the lowest level passes the threshold of a console that is switched off.
+    if (consoleStream == nullptr) {
+        return;
+    }
+    // Keeps lines of several threads whole, and a failed write (a character that the console cannot show) to itself:
+    // the console's own state stays good.
+    std::wosyncstream(*consoleStream) << line;
+}
+
+std::wstring ControllerLogManager::CreateHeaderString(MessageType type) {
+    constexpr std::size_t width = 14;
+    std::wstring header = Tag(type);
+    header.resize(width, L' ');
+    return header + L": ";
+}
+
+void ControllerLogManager::Log(MessageType type, long level, const std::wstring& message) {
+    GetInstance()->Output(type, level, message);
+}
+
+void ControllerLogManager::Log(MessageType type, long level, const std::string& message) {
+    Log(type, level, ToWide(message));
+}
+
+void ControllerLogManager::Log(const std::wstring& message) {
+    Log(Info, 0, message);
+}
+
+void ControllerLogManager::Log(const std::string& message) {
+    Log(Info, 0, message);
+}
+
+void ControllerLogManager::ErrorLog(const std::wstring& message) {
+    Log(Error, 0, message);
+}
+
+void ControllerLogManager::ErrorLog(const std::string& message) {
+    Log(Error, 0, message);
+}
+
+void ControllerLogManager::WarnLog(const std::wstring& message) {
+    Log(Warn, 0, message);
+}
+
+void ControllerLogManager::WarnLog(const std::string& message) {
+    Log(Warn, 0, message);
+}
+
+void ControllerLogManager::DebugLog(const std::wstring& message) {
+    Log(Debug, 0, message);
+}
+
+void ControllerLogManager::DebugLog(const std::string& message) {
+    Log(Debug, 0, message);
+}

@@ -1,0 +1,96 @@
+#pragma once
+
+#include "records/JobRecords.h"
+#include "records/ScenarioRecords.h"
+
+#include <cstddef>
+#include <map>
+#include <mutex>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+/// Stands in ControllerCSWrapper's place: answers as a test scripts it, and records in order what it was asked for.
+///
+/// The static functions of ControllerCSWrapper go to the one that was made last; one must live while they are called.
+/// The script is set before and the recording is read after calls from several threads.
+class RecordingCompanion {
+public:
+    RecordingCompanion();
+    ~RecordingCompanion();
+    RecordingCompanion(const RecordingCompanion&) = delete;
+    RecordingCompanion& operator=(const RecordingCompanion&) = delete;
+
+    static RecordingCompanion& Current();
+
+    struct Progress {
+        std::wstring jobId;
+        std::wstring message;
+        int progress = 0;
+    };
+    struct Result {
+        std::wstring jobId;
+        bool succeeded = false;
+    };
+    struct RunRequest {
+        std::wstring jobId;
+        std::wstring scenarioPath;
+        std::vector<std::wstring> inputFiles;
+        std::wstring outputFolder;
+        std::wstring workDir;
+        std::wstring runArgument;
+
+        bool operator==(const RunRequest&) const = default;
+    };
+
+    // The script. What is not in it is answered with false or an empty value.
+    std::wstring workDirectory = L"C:\\work";
+    std::wstring jobListFile = L"C:\\data\\job_list.json";
+    std::optional<int> autoDeleteDays;
+    std::vector<ScenarioDirectory> scenarioDirectories;
+    std::wstring culture;
+    std::wstring defaultCulture;
+    std::optional<std::vector<JobListInfo>> savedJobs;
+    std::map<std::wstring, Progress> progressFiles;
+    std::map<std::wstring, Progress> progressTexts;
+    std::map<std::wstring, Result> resultFiles;
+    std::map<std::wstring, Result> resultTexts;
+    std::map<std::wstring, void*> processHandles;
+    std::map<std::wstring, ScenarioInfo> packages;
+    std::map<std::wstring, std::vector<ScenarioParameterSetInfo>> parameterSets;
+    bool canBuildRunRequests = true;
+    bool canRemoveWorkDirectories = true;
+    bool canWriteFiles = true;
+
+    // The recording
+
+    /// Log lines ("debug: ", "info: ", "warn: ", "error: " and the text), changes of the log file ("log file: " and
+    /// the path), file writes ("write: " and the path) and removals ("remove: " and the folder), in order.
+    std::vector<std::wstring> Events() const;
+    /// The events that begin with `prefix`, without it.
+    std::vector<std::wstring> Events(std::wstring_view prefix) const;
+    void Forget();
+
+    /// The records of each write of the job list file.
+    std::vector<std::vector<JobListInfo>> JobListWrites() const;
+    std::vector<RunRequest> RunRequests() const;
+    /// The arguments of every reading of a progress or result file, in order.
+    std::vector<std::wstring> FilesRead() const;
+
+    // What ControllerCSWrapper's functions do
+    void AddEvent(std::wstring_view prefix, const std::wstring& text);
+    std::wstring AddJobList(const std::wstring& key, const std::vector<JobListInfo>& records);
+    bool AddWrite(const std::wstring& json, const std::wstring& path);
+    std::wstring AddRunRequest(RunRequest request);
+    void AddFileRead(const std::wstring& path);
+
+private:
+    mutable std::mutex mutex;
+    std::vector<std::wstring> events;
+    std::vector<std::vector<JobListInfo>> jobLists;
+    std::vector<std::vector<JobListInfo>> jobListWrites;
+    std::vector<RunRequest> runRequests;
+    std::vector<std::wstring> filesRead;
+};

@@ -1,0 +1,119 @@
+#include "engine/JobEntry.h"
+
+#include "doubles/RecordingCompanion.h"
+#include "platform/FileSystem.h"
+#include "support/TemporaryFolder.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using Lines = std::vector<std::wstring>;
+
+class JobEntryOutputFolderTest : public testing::Test {
+protected:
+    JobEntry JobWith(const std::wstring& outputDir, const std::vector<std::wstring>& inputFiles) {
+        JobListInfo record{};
+        record.seqId = 7;
+        record.outputDir = outputDir;
+        record.inputFiles = inputFiles;
+        return JobEntry(record);
+    }
+
+    /// The folder made for a job, below the temporary folder; nothing when it failed.
+    std::wstring Prepare(const std::wstring& inputFile) {
+        JobEntry job = JobWith(folder.Path(), {inputFile});
+        EXPECT_TRUE(job.PrepareOutputDir());
+        EXPECT_TRUE(platform::IsFolder(job.GetOutputFolder()));
+        return job.GetOutputFolder().substr(folder.Path().size());
+    }
+
+    RecordingCompanion companion;
+    test_support::TemporaryFolder folder;
+};
+
+TEST_F(JobEntryOutputFolderTest, FolderIsNamedAfterTheFirstInputWithoutVersionAndExtension) {
+    EXPECT_EQ(Prepare(L"C:\\m\\part.prt.3"), L"\\part");
+    EXPECT_EQ(Prepare(L"C:\\m\\part.prt.3"), L"\\part_1");
+    EXPECT_EQ(Prepare(L"C:\\m\\part.prt.3"), L"\\part_2");
+}
+
+TEST_F(JobEntryOutputFolderTest, InputWithoutVersionLosesItsExtension) {
+    EXPECT_EQ(Prepare(L"C:\\m\\part.prt"), L"\\part");
+}
+
+TEST_F(JobEntryOutputFolderTest, DotInTheFolderAndNumericExtensionDropOnlyWhatTheNameHas) {
+    EXPECT_EQ(Prepare(L"C:\\m.v\\part.3"), L"\\part");
+}
+
+TEST_F(JobEntryOutputFolderTest, TrailingBlanksAreCutOff) {
+    EXPECT_EQ(Prepare(L"C:\\m\\part  .prt"), L"\\part");
+    EXPECT_EQ(Prepare(L"C:\\m\\part  .prt"), L"\\part_1");
+}
+
+TEST_F(JobEntryOutputFolderTest, MissingParentFoldersAreMade) {
+    JobEntry job = JobWith(folder / L"a\\b", {L"part.prt"});
+    EXPECT_TRUE(job.PrepareOutputDir());
+    EXPECT_TRUE(platform::IsFolder(folder / L"a\\b\\part"));
+}
+
+TEST_F(JobEntryOutputFolderTest, FileWithTheFoldersNameIsPassedOverToo) {
+    folder.Write(L"part", "");
+    EXPECT_EQ(Prepare(L"part.prt"), L"\\part_1");
+}
+
+TEST_F(JobEntryOutputFolderTest, JobWithoutInputsTakesItsOutputDirectoryExistingOrNot) {
+    for (const std::wstring& outputDir : {folder.Path(), folder / L"missing"}) {
+        JobEntry job = JobWith(outputDir, {});
+        EXPECT_TRUE(job.PrepareOutputDir());
+        EXPECT_EQ(job.GetOutputFolder(), outputDir);
+    }
+    EXPECT_FALSE(platform::Exists(folder / L"missing"));
+}
+
+TEST_F(JobEntryOutputFolderTest, FolderThatCannotBeMadeIsAnErrorAndLeavesNone) {
+    const std::wstring file = folder.Write(L"file", "");
+    JobEntry job = JobWith(file, {L"part.prt"});
+    EXPECT_FALSE(job.PrepareOutputDir());
+    EXPECT_EQ(job.GetOutputFolder(), L"");
+    EXPECT_EQ(companion.Events(), Lines{L"error: Failed to create directory: " + file + L"\\part for Job: 7"});
+}
+
+TEST_F(JobEntryOutputFolderTest, RelativeOutputDirectoryIsRefused) {
+    JobEntry job = JobWith(L"relative", {L"part.prt"});
+    EXPECT_FALSE(job.PrepareOutputDir());
+    EXPECT_EQ(companion.Events(), Lines{L"error: Failed to create directory: relative\\part for Job: 7"});
+}
+
+TEST_F(JobEntryOutputFolderTest, PreparedFolderReplacesTheRecordsOutputDirectory) {
+    JobEntry job = JobWith(folder.Path(), {L"part.prt"});
+    job.PrepareOutputDir();
+    EXPECT_EQ(job.GetJobListInfo().outputDir, folder.Path());
+    job.SetOutputFolder();
+    EXPECT_EQ(job.GetJobListInfo().outputDir, folder / L"part");
+}
+
+TEST_F(JobEntryOutputFolderTest, PreparedFolderThatIsGoneLeavesTheRecordsOutputDirectory) {
+    JobEntry job = JobWith(folder.Path(), {L"part.prt"});
+    job.PrepareOutputDir();
+    platform::RemoveTree(folder / L"part");
+    job.SetOutputFolder();
+    EXPECT_EQ(job.GetJobListInfo().outputDir, folder.Path());
+}
+
+TEST_F(JobEntryOutputFolderTest, WithoutAPreparedFolderTheRecordsOutputDirectoryStays) {
+    JobEntry job = JobWith(folder.Path(), {L"part.prt"});
+    job.SetOutputFolder();
+    EXPECT_EQ(job.GetJobListInfo().outputDir, folder.Path());
+}
+
+TEST_F(JobEntryOutputFolderTest, RunRequestNamesThePreparedFolder) {
+    JobEntry job = JobWith(folder.Path(), {L"part.prt"});
+    job.PrepareOutputDir();
+    std::wstring json;
+    job.CreateJsonString(json);
+    ASSERT_EQ(companion.RunRequests().size(), 1U);
+    EXPECT_EQ(companion.RunRequests()[0].outputFolder, folder / L"part");
+}
+
+} // namespace

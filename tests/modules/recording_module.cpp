@@ -1,0 +1,50 @@
+#include "modules/RecordingModule.h"
+#include "platform/Export.h"
+
+/// A function module that records its calls in the test's script and answers from there. Built several times under
+/// several names.
+namespace {
+
+using test_modules::Call;
+using test_modules::Script;
+
+Script* script = nullptr;
+int getFunctionsCalls = 0;
+
+/// Tells the test when the system unloads the module.
+struct UnloadNotice {
+    ~UnloadNotice() {
+        if (script != nullptr) {
+            script->unloaded.emplace_back(TEST_MODULE_NAME);
+        }
+    }
+};
+const UnloadNotice unloadNotice;
+
+} // namespace
+
+extern "C" {
+
+CONTROLLER_API void UseScript(Script* given) {
+    script = given;
+}
+
+CONTROLLER_API int GetFunctionsCalls() {
+    return getFunctionsCalls;
+}
+
+CONTROLLER_API void GetFunctions(std::vector<std::string>* functionNames) {
+    ++getFunctionsCalls;
+    functionNames->insert(functionNames->end(), {"RunScenario", "CancelScenario", "CancelScenario", TEST_MODULE_NAME});
+}
+
+CONTROLLER_API long CallFunction(const std::string& functionName, const std::wstring& input, std::wstring& output,
+                                 test_modules::Callback callback) {
+    if (script == nullptr) {
+        return -2;
+    }
+    script->calls.push_back({TEST_MODULE_NAME, functionName, input, callback});
+    return script->answer ? script->answer(script->calls.back(), output) : 0;
+}
+
+} // extern "C"
