@@ -36,11 +36,15 @@ public:
 
     /// Reads at most `capacity` bytes; a `count` of 0 is the end.
     Error Read(char* buffer, std::size_t capacity, std::size_t& count);
+    /// As `Read`, from `offset` on.
+    Error ReadAt(std::uint64_t offset, char* buffer, std::size_t capacity, std::size_t& count) const;
     /// Writes all bytes.
     Error Write(std::string_view bytes);
     /// Waits until the content is on the disk.
     Error Flush();
     std::uint64_t Size() const;
+    /// Lets everybody who may read the file run it as a program; on Windows nothing has to be done for that.
+    Error MakeExecutable();
 
 private:
     static constexpr std::intptr_t invalidHandle = -1;

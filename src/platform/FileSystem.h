@@ -19,6 +19,9 @@ bool Exists(const std::wstring& path);
 /// True when `path` names a folder (links followed).
 bool IsFolder(const std::wstring& path);
 
+/// True when `path` itself is a symbolic link, junction or other reparse point.
+bool IsLink(const std::wstring& path);
+
 /// Makes the folder `path` and its missing parents. Fails with `NotAbsolute` for a relative path, `AlreadyExists` when
 /// the name is taken (by a folder too), as the shell's own function on Windows does.
 Error CreateFolder(const std::wstring& path);

@@ -8,6 +8,11 @@ namespace platform {
 extern const wchar_t nativeSeparator;
 extern const wchar_t pathListSeparator;
 
+/// What the file names of programs (".exe" on Windows, nothing on Linux) and of loadable modules (".dll", ".so") end
+/// in.
+extern const wchar_t* const programExtension;
+extern const wchar_t* const moduleExtension;
+
 /// The same path in this system's own writing, still as text: backslashes become slashes on Linux, slashes become
 /// backslashes on Windows. This is what people and scenarios are shown.
 std::wstring ToNativeText(const std::wstring& path);

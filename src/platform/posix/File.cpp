@@ -78,6 +78,15 @@ Error File::Read(char* buffer, std::size_t capacity, std::size_t& count) {
     return result == -1 ? LastError() : Error{};
 }
 
+Error File::ReadAt(std::uint64_t offset, char* buffer, std::size_t capacity, std::size_t& count) const {
+    ssize_t result = 0;
+    do {
+        result = pread(Descriptor(handle), buffer, capacity, static_cast<off_t>(offset));
+    } while (result == -1 && errno == EINTR);
+    count = static_cast<std::size_t>(std::max<ssize_t>(result, 0));
+    return result == -1 ? LastError() : Error{};
+}
+
 Error File::Write(std::string_view bytes) {
     while (!bytes.empty()) {
         const ssize_t result = write(Descriptor(handle), bytes.data(), bytes.size());
@@ -96,6 +105,15 @@ Error File::Flush() {
 std::uint64_t File::Size() const {
     struct stat status = {};
     return IsOpen() && fstat(Descriptor(handle), &status) == 0 ? static_cast<std::uint64_t>(status.st_size) : 0;
+}
+
+Error File::MakeExecutable() {
+    struct stat status = {};
+    if (fstat(Descriptor(handle), &status) == -1) {
+        return LastError();
+    }
+    const mode_t executable = (status.st_mode & (S_IRUSR | S_IRGRP | S_IROTH)) >> 2;
+    return OutcomeOf(fchmod(Descriptor(handle), (status.st_mode & permissionBits) | executable));
 }
 
 } // namespace platform

@@ -43,6 +43,11 @@ bool IsFolder(const std::wstring& path) {
     return status && S_ISDIR(status->st_mode);
 }
 
+bool IsLink(const std::wstring& path) {
+    struct stat status = {};
+    return lstat(SystemPath(path).c_str(), &status) == 0 && S_ISLNK(status.st_mode);
+}
+
 std::optional<FileIdentity> IdentityOf(const std::wstring& path) {
     const auto status = StatusOf(path);
     return status ? std::optional(IdentityFrom(*status)) : std::nullopt;

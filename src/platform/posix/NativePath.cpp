@@ -8,6 +8,8 @@ namespace platform {
 
 const wchar_t nativeSeparator = L'/';
 const wchar_t pathListSeparator = L':';
+const wchar_t* const programExtension = L"";
+const wchar_t* const moduleExtension = L".so";
 
 std::size_t RootLength(const std::wstring& path) {
     return !path.empty() && IsSeparator(path[0]) ? 1 : 0;

@@ -73,6 +73,16 @@ Error File::Read(char* buffer, std::size_t capacity, std::size_t& count) {
     return succeeded != 0 ? Error{} : LastError();
 }
 
+Error File::ReadAt(std::uint64_t offset, char* buffer, std::size_t capacity, std::size_t& count) const {
+    OVERLAPPED place = {};
+    place.Offset = static_cast<DWORD>(offset & 0xffffffff);
+    place.OffsetHigh = static_cast<DWORD>(offset >> 32);
+    DWORD done = 0;
+    const BOOL succeeded = ::ReadFile(ToHandle(handle), buffer, TransferSize(capacity), &done, &place);
+    count = done;
+    return succeeded != 0 || GetLastError() == ERROR_HANDLE_EOF ? Error{} : LastError();
+}
+
 Error File::Write(std::string_view bytes) {
     while (!bytes.empty()) {
         DWORD done = 0;
@@ -91,6 +101,10 @@ Error File::Flush() {
 std::uint64_t File::Size() const {
     LARGE_INTEGER size = {};
     return IsOpen() && GetFileSizeEx(ToHandle(handle), &size) != 0 ? static_cast<std::uint64_t>(size.QuadPart) : 0;
+}
+
+Error File::MakeExecutable() {
+    return {};
 }
 
 } // namespace platform

@@ -35,6 +35,8 @@ std::size_t ShareRootLength(const std::wstring& path) {
 
 const wchar_t nativeSeparator = L'\\';
 const wchar_t pathListSeparator = L';';
+const wchar_t* const programExtension = L".exe";
+const wchar_t* const moduleExtension = L".dll";
 
 std::size_t RootLength(const std::wstring& path) {
     if (HasDrive(path)) {
