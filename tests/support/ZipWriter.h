@@ -10,8 +10,8 @@ namespace test_support {
 /// One entry of a ZIP archive to be made. The optional members put something untrue in the place of what belongs there.
 struct ZipEntry {
     /// With slashes; a folder's name ends in one.
-    std::string name;
-    std::string content;
+    std::string name = {};
+    std::string content = {};
     bool deflated = true;
     /// Sizes and checksum follow the data instead of standing before it.
     bool dataDescriptor = false;
@@ -20,36 +20,36 @@ struct ZipEntry {
     std::uint16_t versionMadeBy = 20;
     /// The Unix mode stands in the upper half.
     std::uint32_t externalAttributes = 0;
-    std::string extraField;
+    std::string extraField = {};
 
-    std::optional<std::uint16_t> method;
-    std::optional<std::string> localName;
-    std::optional<std::uint16_t> localMethod;
-    std::optional<std::uint16_t> localFlags;
-    std::optional<std::uint32_t> localCrc;
-    std::optional<std::uint32_t> localSize;
-    std::optional<std::uint32_t> localCompressedSize;
-    std::optional<std::uint32_t> localOffset;
-    std::optional<std::uint16_t> diskNumber;
+    std::optional<std::uint16_t> method = {};
+    std::optional<std::string> localName = {};
+    std::optional<std::uint16_t> localMethod = {};
+    std::optional<std::uint16_t> localFlags = {};
+    std::optional<std::uint32_t> localCrc = {};
+    std::optional<std::uint32_t> localSize = {};
+    std::optional<std::uint32_t> localCompressedSize = {};
+    std::optional<std::uint32_t> localOffset = {};
+    std::optional<std::uint16_t> diskNumber = {};
     /// Of the central directory, and of a data descriptor or local header that is not overridden.
-    std::optional<std::uint32_t> crc;
-    std::optional<std::uint32_t> size;
-    std::optional<std::uint32_t> compressedSize;
+    std::optional<std::uint32_t> crc = {};
+    std::optional<std::uint32_t> size = {};
+    std::optional<std::uint32_t> compressedSize = {};
     /// The data as they stand in the archive.
-    std::optional<std::string> rawData;
+    std::optional<std::string> rawData = {};
 };
 
 /// The end of the archive, as `ZipEntry`.
 struct ZipEnd {
-    std::string comment;
-    std::optional<std::uint16_t> commentLength;
+    std::string comment = {};
+    std::optional<std::uint16_t> commentLength = {};
     std::uint16_t diskNumber = 0;
-    std::optional<std::uint16_t> entryCount;
-    std::optional<std::uint16_t> entryCountOfThisDisk;
-    std::optional<std::uint32_t> directorySize;
-    std::optional<std::uint32_t> directoryOffset;
+    std::optional<std::uint16_t> entryCount = {};
+    std::optional<std::uint16_t> entryCountOfThisDisk = {};
+    std::optional<std::uint32_t> directorySize = {};
+    std::optional<std::uint32_t> directoryOffset = {};
     /// Stands between the central directory and the end record.
-    std::string beforeEndRecord;
+    std::string beforeEndRecord = {};
 };
 
 /// The bytes of a ZIP archive. By default a correct one, which any reader takes.

@@ -1,0 +1,86 @@
+#include "companion/log/LogFile.h"
+
+#include <chrono>
+#include <memory>
+#include <mutex>
+#include <string_view>
+
+#include <spdlog/logger.h>
+#include <spdlog/pattern_formatter.h>
+#include <spdlog/sinks/base_sink.h>
+
+#include "companion/log/LogText.h"
+#include "companion/log/RotatingFile.h"
+
+namespace log_file {
+namespace {
+
+class RotatingSink final : public spdlog::sinks::base_sink<std::mutex> {
+public:
+    RotatingSink() : base_sink(RecordFormat()), file(RotationLimits{}) {}
+
+    void SetPath(const std::wstring& path) {
+        const std::lock_guard<std::mutex> lock(mutex_);
+        file.SetPath(path);
+    }
+
+protected:
+    void sink_it_(const spdlog::details::log_msg& message) override {
+        spdlog::memory_buf_t record;
+        formatter_->format(message, record);
+        const auto time = std::chrono::duration_cast<std::chrono::seconds>(message.time.time_since_epoch());
+        file.Append(std::string_view(record.data(), record.size()), time.count());
+    }
+
+    /// Every record is with the system already.
+    void flush_() override {}
+
+private:
+    static std::unique_ptr<spdlog::formatter> RecordFormat() {
+        return std::make_unique<spdlog::pattern_formatter>("%Y-%m-%dT%H:%M:%S.%eZ %-7l [%t] %v",
+                                                           spdlog::pattern_time_type::utc, "\n");
+    }
+
+    RotatingFile file;
+};
+
+struct Log {
+    std::shared_ptr<RotatingSink> sink = std::make_shared<RotatingSink>();
+    spdlog::logger logger{"controller", sink};
+
+    Log() { logger.set_level(spdlog::level::debug); }
+};
+
+/// Never destroyed: others may log from their own destructors when the process ends.
+Log& TheLog() {
+    static Log& log = *std::make_unique<Log>().release();
+    return log;
+}
+
+spdlog::level::level_enum NativeLevel(Level level) {
+    switch (level) {
+    case Level::Debug:
+        return spdlog::level::debug;
+    case Level::Info:
+        return spdlog::level::info;
+    case Level::Warning:
+        return spdlog::level::warn;
+    case Level::Error:
+        break;
+    }
+    return spdlog::level::err;
+}
+
+} // namespace
+
+void UsePath(const std::wstring& path) noexcept try { TheLog().sink->SetPath(path); } catch (...) {
+    // Without memory for a path there is nothing better than the file in use.
+}
+
+void Write(Level level, const std::wstring& message) noexcept try {
+    TheLog().logger.log(NativeLevel(level), LogText(message));
+} catch (...) {
+    // A record that cannot be made is dropped: logging never makes matters worse.
+}
+
+} // namespace log_file

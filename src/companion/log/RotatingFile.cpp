@@ -1,0 +1,92 @@
+#include "companion/log/RotatingFile.h"
+
+#include <utility>
+
+#include "platform/Console.h"
+#include "platform/NativePath.h"
+#include "platform/Text.h"
+
+namespace log_file {
+
+void RotatingFile::SetPath(const std::wstring& path) {
+    if (path == currentPath)
+        return;
+    currentPath = path;
+    file.Close();
+    lastLook = -1;
+    complained = false;
+}
+
+void RotatingFile::Append(std::string_view record, std::int64_t second) {
+    if (second != lastLook) {
+        lastLook = second;
+        LookAfterFile();
+    }
+    if (IsTooLargeWith(record))
+        Rotate(record);
+    if (file.IsOpen() && !file.Write(record))
+        size += record.size();
+}
+
+/// Whether the path still names the file that is open, and how large others have made it.
+void RotatingFile::LookAfterFile() {
+    if (currentPath.empty())
+        return;
+    if (file.IsOpen() && identity && identity == platform::IdentityOf(currentPath))
+        size = file.Size();
+    else
+        OpenFile();
+}
+
+/// On failure a file that is open stays so: better a record in a renamed file than none.
+void RotatingFile::OpenFile() {
+    platform::OutputFile opened;
+    platform::Error error = platform::EnsureFolder(platform::ParentFolder(currentPath));
+    if (!error)
+        error = opened.Open(currentPath, false);
+    if (error)
+        return ComplainOnce(error);
+    file = std::move(opened);
+    identity = platform::IdentityOf(currentPath);
+    size = file.Size();
+    rotateAt = limits.bytes;
+    complained = false;
+}
+
+bool RotatingFile::IsTooLargeWith(std::string_view record) const {
+    return file.IsOpen() && size > 0 && size + record.size() > rotateAt;
+}
+
+void RotatingFile::Rotate(std::string_view record) {
+    LookAfterFile();
+    if (!IsTooLargeWith(record))
+        return; // another process was quicker
+    if (ShiftFiles())
+        OpenFile();
+    else
+        rotateAt = size + limits.bytes / 16;
+}
+
+/// From the oldest on, so that a failure in between leaves a gap and loses nothing.
+bool RotatingFile::ShiftFiles() const {
+    for (int generation = limits.files - 2; generation >= 0; --generation) {
+        const platform::Error error = platform::RenameFile(NameOf(generation), NameOf(generation + 1));
+        if (error && error.kind != platform::ErrorKind::NotFound)
+            return false;
+    }
+    return true;
+}
+
+std::wstring RotatingFile::NameOf(int generation) const {
+    return generation == 0 ? currentPath : currentPath + L'.' + std::to_wstring(generation);
+}
+
+void RotatingFile::ComplainOnce(const platform::Error& error) {
+    if (std::exchange(complained, true))
+        return;
+    platform::WriteErrorOutput(platform::ToUtf8(L"The log file " + platform::ToNativeText(currentPath) +
+                                                L" cannot be written: " + error.Text() +
+                                                L" Messages are lost until it can be.\n"));
+}
+
+} // namespace log_file
