@@ -1,5 +1,6 @@
 #pragma once
 
+#include "doubles/ScriptedMessages.h"
 #include "records/JobRecords.h"
 #include "records/ScenarioRecords.h"
 
@@ -60,6 +61,7 @@ public:
     std::map<std::wstring, void*> processHandles;
     std::map<std::wstring, ScenarioInfo> packages;
     std::map<std::wstring, std::vector<ScenarioParameterSetInfo>> parameterSets;
+    ScriptedMessages messages;
     bool canBuildRunRequests = true;
     bool canRemoveWorkDirectories = true;
     bool canWriteFiles = true;
@@ -67,7 +69,8 @@ public:
     // The recording
 
     /// Log lines ("debug: ", "info: ", "warn: ", "error: " and the text), changes of the log file ("log file: " and
-    /// the path), file writes ("write: " and the path) and removals ("remove: " and the folder), in order.
+    /// the path), file writes ("write: " and the path), removals ("remove: " and the folder) and readings of string
+    /// resources ("string resource: " and the member), in order.
     std::vector<std::wstring> Events() const;
     /// The events that begin with `prefix`, without it.
     std::vector<std::wstring> Events(std::wstring_view prefix) const;

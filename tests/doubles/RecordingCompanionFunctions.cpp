@@ -90,16 +90,8 @@ std::wstring ControllerCSWrapper::GetFileNameWithoutExtension(const std::wstring
     return name.substr(0, name.rfind(L'.'));
 }
 
-std::wstring ControllerCSWrapper::CreateGuid() {
-    return L"00000000-0000-0000-0000-000000000000";
-}
-
 bool ControllerCSWrapper::CreateJsonFile(const std::wstring& json, const std::wstring& path) {
     return Companion().AddWrite(json, path);
-}
-
-bool ControllerCSWrapper::ReadJsonFile(const std::wstring&, std::wstring&) {
-    return false;
 }
 
 bool ControllerCSWrapper::RemoveJobWorkDirectory(const std::wstring& workDir) {
@@ -110,48 +102,8 @@ bool ControllerCSWrapper::RemoveJobWorkDirectory(const std::wstring& workDir) {
     return true;
 }
 
-std::wstring ControllerCSWrapper::Serialize(const std::wstring& name, const EnqueueJobsInfo&) {
-    return name;
-}
-
 std::wstring ControllerCSWrapper::Serialize(const std::wstring& key, const std::vector<JobListInfo>& records) {
     return Companion().AddJobList(key, records);
-}
-
-std::wstring ControllerCSWrapper::Serialize(const std::wstring& name, const std::vector<std::wstring>&) {
-    return name;
-}
-
-std::wstring ControllerCSWrapper::Serialize(const std::wstring& name) {
-    return name;
-}
-
-bool ControllerCSWrapper::Deserialize(const std::wstring&, std::vector<JobListInfo>&) {
-    return false;
-}
-
-bool ControllerCSWrapper::Deserialize(const std::wstring&, JobEnqueueResult&) {
-    return false;
-}
-
-bool ControllerCSWrapper::Deserialize(const std::wstring&, std::vector<JobStatusInfo>&) {
-    return false;
-}
-
-bool ControllerCSWrapper::Deserialize(const std::wstring&, std::vector<ScenarioInfo>&) {
-    return false;
-}
-
-bool ControllerCSWrapper::Deserialize(const std::wstring&, std::vector<ScenarioParameterSetInfo>&) {
-    return false;
-}
-
-bool ControllerCSWrapper::Deserialize(const std::wstring&, std::vector<std::wstring>&) {
-    return false;
-}
-
-bool ControllerCSWrapper::Deserialize(const std::wstring&, std::wstring&) {
-    return false;
 }
 
 bool ControllerCSWrapper::Deserialize(const std::wstring& text, void*& value) {
@@ -167,10 +119,6 @@ bool ControllerCSWrapper::ParseJobList(const std::wstring& path, std::vector<Job
     }
     records.insert(records.end(), saved->begin(), saved->end());
     return true;
-}
-
-bool ControllerCSWrapper::ReadEnqueueJobsFile(const std::wstring&, std::vector<EnqueueJobsInfo>&) {
-    return false;
 }
 
 bool ControllerCSWrapper::ParseProgressFile(const std::wstring& path, std::wstring& message, int& progress) {
@@ -224,8 +172,4 @@ bool ControllerCSWrapper::GetScenarioParameterSetInfo(const std::wstring& scenar
         out.insert(out.end(), scripted->begin(), scripted->end());
     }
     return scripted != nullptr;
-}
-
-bool ControllerCSWrapper::GetStringResources(const std::wstring&, const std::wstring&, std::wstring&) {
-    return false;
 }

@@ -9,13 +9,7 @@ namespace json {
 
 namespace {
 
-void ListUnknown(const std::string& text, const ValueHandler& handler, std::vector<std::wstring>& unknownMembers) {
-    for (const ValueHandler::UnknownMember& member : handler.UnknownMembers()) {
-        unknownMembers.push_back(PlaceOf(text, member.offset) + L": " + member.path + L": there is no such member");
-    }
-}
-
-bool Fill(const std::string& text, Target root, std::wstring& problem, std::vector<std::wstring>* unknownMembers) {
+bool Fill(const std::string& text, Target root, std::wstring& problem) {
     rapidjson::StringStream stream(text.c_str());
     ValueHandler handler(stream, root);
     const auto result = Parse(stream, handler);
@@ -27,21 +21,18 @@ bool Fill(const std::string& text, Target root, std::wstring& problem, std::vect
     if (!syntaxProblem.empty()) {
         problem = syntaxProblem;
     }
-    if (unknownMembers) {
-        ListUnknown(text, handler, *unknownMembers);
-    }
     return syntaxProblem.empty();
 }
 
 } // namespace
 
-bool ReadTarget(std::string bytes, Target root, std::wstring& problem, std::vector<std::wstring>* unknownMembers) {
-    return Prepare(bytes, problem) && Fill(bytes, root, problem, unknownMembers);
+bool ReadTarget(std::string bytes, Target root, std::wstring& problem) {
+    return Prepare(bytes, problem) && Fill(bytes, root, problem);
 }
 
-bool ReadTarget(std::wstring_view text, Target root, std::wstring& problem, std::vector<std::wstring>* unknownMembers) {
+bool ReadTarget(std::wstring_view text, Target root, std::wstring& problem) {
     std::string marked;
-    return Prepare(text, marked, problem) && Fill(marked, root, problem, unknownMembers);
+    return Prepare(text, marked, problem) && Fill(marked, root, problem);
 }
 
 bool LoadFile(const std::wstring& path, std::size_t limit, std::string& bytes, std::wstring& problem) {

@@ -4,7 +4,6 @@
 #include <string>
 #include <string_view>
 #include <utility>
-#include <vector>
 
 #include "companion/json/Shape.h"
 
@@ -18,12 +17,9 @@ inline constexpr std::size_t largestSmallFile = std::size_t{4} << 20;
 
 /// Fills `root` from UTF-8 with or without a byte order mark. False when anything is wrong; `root` then holds parts of
 /// the text, and `problem` says what: "line 3, column 14: scenario.inputs[0].cadName: expected text, found a number".
-/// `unknownMembers`: takes what to say of the first members that no record has; such are passed over.
-bool ReadTarget(std::string bytes, Target root, std::wstring& problem,
-                std::vector<std::wstring>* unknownMembers = nullptr);
+bool ReadTarget(std::string bytes, Target root, std::wstring& problem);
 /// The same from wide text.
-bool ReadTarget(std::wstring_view text, Target root, std::wstring& problem,
-                std::vector<std::wstring>* unknownMembers = nullptr);
+bool ReadTarget(std::wstring_view text, Target root, std::wstring& problem);
 
 /// The bytes of a file of at most `limit`; `problem` names the file.
 bool LoadFile(const std::wstring& path, std::size_t limit, std::string& bytes, std::wstring& problem);
@@ -33,9 +29,9 @@ std::wstring ProblemInFile(const std::wstring& path, const std::wstring& problem
 
 /// Reads one value from text (`std::string`: UTF-8; `std::wstring_view`). A failure leaves `value` as it was.
 template <typename Text, typename Value>
-bool Read(Text text, Value& value, std::wstring& problem, std::vector<std::wstring>* unknownMembers = nullptr) {
+bool Read(Text text, Value& value, std::wstring& problem) {
     Value fresh{};
-    if (!ReadTarget(std::move(text), TargetOf(fresh), problem, unknownMembers)) {
+    if (!ReadTarget(std::move(text), TargetOf(fresh), problem)) {
         return false;
     }
     value = std::move(fresh);
@@ -44,13 +40,12 @@ bool Read(Text text, Value& value, std::wstring& problem, std::vector<std::wstri
 
 /// Reads one value from a file. A failure leaves `value` as it was; `problem` then names the file and the place in it.
 template <typename Value>
-bool ReadFile(const std::wstring& path, std::size_t limit, Value& value, std::wstring& problem,
-              std::vector<std::wstring>* unknownMembers = nullptr) {
+bool ReadFile(const std::wstring& path, std::size_t limit, Value& value, std::wstring& problem) {
     std::string bytes;
     if (!LoadFile(path, limit, bytes, problem)) {
         return false;
     }
-    if (Read(std::move(bytes), value, problem, unknownMembers)) {
+    if (Read(std::move(bytes), value, problem)) {
         return true;
     }
     problem = ProblemInFile(path, problem);

@@ -1,0 +1,53 @@
+#pragma once
+
+#include "cli/IVanteloPresenter.h"
+#include "platform/Export.h"
+
+class CancelJobsFinishFunctor;
+class CheckJobStatusResponseFunctor;
+class DeleteJobsResponseFunctor;
+class EnqueueJobsFinishFunctor;
+class FetchLocalizedStringsResponseFunctor;
+class FetchScenarioParameterSetsResponseFunctor;
+class FetchScenariosResponseFunctor;
+class InitCultureResponseFunctor;
+class InitJobsResponseFunctor;
+class TerminateResponseFunctor;
+class UpdateProgressFunctor;
+class EventTransmitter;
+
+/// The base of every presenter: owns one handler an answer and registers them with a transmitter, so that each answer
+/// reaches the operation of the same name. What an answer does is the derived class's.
+///
+/// Threads: the operations run on the transmitter's thread.
+class CONTROLLER_API ControllerPresenterAbs : public IVanteloPresenter {
+public:
+    /// Makes the eleven handlers, each bound to this presenter.
+    ControllerPresenterAbs();
+    /// The copy holds the same handlers, which stay bound to the first presenter and are released by each destructor:
+    /// whoever copies sees to it that only one of the two is destroyed.
+    ControllerPresenterAbs(const ControllerPresenterAbs& other);
+    ControllerPresenterAbs& operator=(const ControllerPresenterAbs& other);
+    /// Releases the handlers, except the one for "CancelJobsFinish", which stays allocated. Who registered them takes
+    /// them away from the transmitter before (`AddEventHandler` with null for each name): a presenter outlives its
+    /// registrations.
+    virtual ~ControllerPresenterAbs();
+
+    /// Registers the handlers with `transmitter`, which keeps their addresses; it is not kept here. Null registers
+    /// nothing.
+    void SetEventTransmitter(EventTransmitter* transmitter);
+
+private:
+    // Owned; plain pointers, because a copy shares them.
+    FetchScenariosResponseFunctor* fetchScenariosResponseHandler;
+    FetchScenarioParameterSetsResponseFunctor* fetchScenarioParameterSetsResponseHandler;
+    InitJobsResponseFunctor* initJobsResponseHandler;
+    DeleteJobsResponseFunctor* deleteJobsResponseHandler;
+    FetchLocalizedStringsResponseFunctor* fetchLocalizedStringsResponseHandler;
+    InitCultureResponseFunctor* initCultureResponseHandler;
+    TerminateResponseFunctor* terminateResponseHandler;
+    EnqueueJobsFinishFunctor* enqueueJobsFinishHandler;
+    UpdateProgressFunctor* updateProgressHandler;
+    CancelJobsFinishFunctor* cancelJobsFinishHandler;
+    CheckJobStatusResponseFunctor* checkJobStatusResponseHandler;
+};

@@ -1,0 +1,44 @@
+#pragma once
+
+#include "modules/EventTransmitter.h"
+
+#include <functional>
+#include <map>
+#include <string>
+#include <vector>
+
+/// A transmitter that goes nowhere: records what is sent and registered, and delivers what a test tells it to.
+class ScriptedTransmitter final : public EventTransmitter {
+public:
+    struct Event {
+        std::wstring name;
+        std::wstring payload;
+
+        bool operator==(const Event&) const = default;
+    };
+
+    // The script
+    bool canSend = true;
+    /// Called with each event that is sent, before `SendEvent` returns.
+    std::function<void(const Event&)> onSend;
+
+    // The recording
+    std::vector<Event> sent;
+    /// The names that handlers were registered under, in order.
+    std::vector<std::wstring> registered;
+
+    /// Calls the handler of an event as a transmitter's thread would; std::out_of_range without one.
+    bool Deliver(const std::wstring& eventName, const std::wstring& payload);
+    bool HasHandlers() const { return !handlers.empty(); }
+    /// What makes the module `transmitter_by_address` hand out this object.
+    std::wstring Id() const;
+
+    void AddEventHandler(const std::wstring& eventName, CallbackFunctor* handler) override;
+    bool SendEvent(const std::wstring& eventName, const std::wstring& payload) override;
+    Peer CurrentPeer() const override;
+    bool SendEventTo(Peer peer, const std::wstring& eventName, const std::wstring& payload) override;
+    bool IsConnected() const override;
+
+private:
+    std::map<std::wstring, CallbackFunctor*> handlers;
+};

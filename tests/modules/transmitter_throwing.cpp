@@ -1,0 +1,9 @@
+#include "modules/EventTransmitter.h"
+#include "platform/Export.h"
+
+#include <stdexcept>
+#include <string>
+
+extern "C" CONTROLLER_API EventTransmitter* GetEventTransmitter(const std::wstring&) {
+    throw std::runtime_error("no transmitter today");
+}
