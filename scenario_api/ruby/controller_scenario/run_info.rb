@@ -9,7 +9,7 @@ module ControllerScenario
     class Unusable < StandardError; end
 
     ENVIRONMENT_VARIABLE = "CONTROLLER_RUN_INFO"
-    SIZE_LIMIT = 64 * 1024 * 1024
+    SIZE_LIMIT = 256 * 1024 * 1024
 
     attr_reader :job_id, :scenario_path, :input_files, :output_folder, :work_dir, :run_argument
 
