@@ -1,23 +1,43 @@
 #include "companion/ControllerCSWrapper.h"
 
+#include "companion/Settings.h"
 #include "companion/log/LogFile.h"
+
+namespace {
+
+/// The settings report what is wrong with them through here, too: by then they are in force, so that this ends.
+void FollowSettings() noexcept {
+    try {
+        log_file::UseDefaultPath(settings::Current()->logFile);
+    } catch (...) {
+        return; // without memory the record goes where the one before went
+    }
+}
+
+void WriteRecord(log_file::Level level, const std::wstring& message) noexcept {
+    if (log_file::WantsDefaultPath())
+        FollowSettings();
+    log_file::Write(level, message);
+}
+
+} // namespace
 
 void ControllerCSWrapper::ChangeLogFilePath(const std::wstring& path) {
     log_file::UsePath(path);
 }
 
 void ControllerCSWrapper::WriteInfoLog(const std::wstring& message) {
-    log_file::Write(log_file::Level::Info, message);
+    WriteRecord(log_file::Level::Info, message);
 }
 
 void ControllerCSWrapper::WriteWarnLog(const std::wstring& message) {
-    log_file::Write(log_file::Level::Warning, message);
+    WriteRecord(log_file::Level::Warning, message);
 }
 
 void ControllerCSWrapper::WriteErrorLog(const std::wstring& message) {
-    log_file::Write(log_file::Level::Error, message);
+    WriteRecord(log_file::Level::Error, message);
 }
 
 void ControllerCSWrapper::WriteDebugLog(const std::wstring& message) {
-    log_file::Write(log_file::Level::Debug, message);
+    WriteRecord(log_file::Level::Debug, message);
 }

@@ -6,6 +6,9 @@
 /// does not say.
 namespace platform {
 
+/// What the application's own folder in the two below is named, as is the custom on this system.
+extern const wchar_t* const applicationFolderName;
+
 /// The folder of the user's settings: %APPDATA%; $XDG_CONFIG_HOME or ~/.config.
 std::wstring UserConfigurationFolder();
 

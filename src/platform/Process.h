@@ -1,19 +1,19 @@
 #pragma once
 
-#include "platform/Error.h"
-#include "platform/ProcessHandle.h"
-
 #include <cstdint>
 #include <optional>
 #include <string>
 #include <utility>
 #include <vector>
 
+#include "platform/Error.h"
+#include "platform/ProcessHandle.h"
+
 namespace platform {
 
 /// What to start, and what it gets from its parent: nothing but what is named here.
 struct ProcessStart {
-    /// The program: a path, or (with `searchPath`) a bare name looked up in PATH.
+    /// The program: an absolute path, or (with `searchPath`) a bare name looked up in PATH (see `FindProgram`).
     std::wstring program;
     bool searchPath = false;
     /// The arguments after the program's own name; quoted for the child as its C runtime reads them.
@@ -31,22 +31,26 @@ struct ProcessStart {
 };
 
 /// Starts a process (posix_spawn; CreateProcessW with an explicit handle list), never through a shell. On success
-/// `process` is its handle, which the caller owns.
+/// `process` is its handle, which the caller owns. Fails with `NotFound` when the program or the current folder is
+/// missing, `NotAbsolute` for a relative path, `NotSupported` for a text with U+0000 and, on Windows, for a program
+/// that is not ".exe" or ".com" (the system would hand it to a command interpreter). Any thread.
 Error StartProcess(const ProcessStart& start, OwnedHandle& process);
 
-/// A handle to this very process that a child can inherit and wait for, to notice that its parent has ended.
+/// A handle to this very process that a child can inherit and wait for, to notice that its parent has ended by whatever
+/// means. Null when the system has none left.
 OwnedHandle OpenOwnProcess();
 
-/// How a child is told an inherited handle in an argument, and how it takes it from there (null when the text is not
-/// one).
+/// How a child is told an inherited handle in an argument, and how it takes it from there: null when the text is not
+/// one or names no open handle. A handle can be taken once; the child's own children do not get it unasked.
 std::wstring InheritedHandleText(void* handle);
 OwnedHandle TakeInheritedHandle(const std::wstring& text);
 
-/// The exit code of a process that has ended: what it returned, or on Linux 128 + the signal that ended it. Reaps the
-/// child. Nothing while it runs or when it cannot be told.
+/// The exit code of a process that has ended: what it returned, or on Linux 128 + the signal that ended it. Nothing
+/// while it runs or when it cannot be told (on Linux: no child of this process). The answer stays until the handle is
+/// closed, which reaps the child.
 std::optional<std::int32_t> ExitCode(void* process);
 
-/// The system's number of a process, for messages.
+/// The system's number of a process, for messages; 0 when it cannot be told.
 std::uint32_t ProcessNumber(void* process);
 std::uint32_t OwnProcessNumber();
 

@@ -1,18 +1,19 @@
 #pragma once
 
-#include "platform/ProcessHandle.h"
-
 #include <chrono>
 #include <cstddef>
 #include <optional>
 #include <string>
 #include <vector>
 
+#include "platform/ProcessHandle.h"
+
 /// Waiting for several things at once, without looking again and again.
 namespace platform {
 
 /// Waits until one of `handles` (processes, events, folder watches; not null) is signalled, or the time is over. The
-/// index of the first signalled one; nothing when the time is over. At most 63 handles. No timeout: waits for ever.
+/// index of the first signalled one; nothing when the time is over. At most 63 handles; one that is not open counts as
+/// signalled. No timeout: waits for ever.
 std::optional<std::size_t> WaitForAny(const std::vector<void*>& handles,
                                       std::optional<std::chrono::milliseconds> timeout);
 
@@ -22,6 +23,7 @@ public:
     /// Throws std::system_error when the system has no handle left.
     Event();
     void* Handle() const { return handle.Get(); }
+    /// Stays raised until cleared. Any thread.
     void Raise();
     void Clear();
 
@@ -29,7 +31,8 @@ private:
     OwnedHandle handle;
 };
 
-/// Signalled when an entry appears in, leaves or is renamed in a folder (not below it).
+/// Signalled when an entry appears in, leaves or is renamed in a folder (not below it). Changes between two waits may
+/// come as one: the caller looks at the folder itself, after `Rearm`.
 class FolderWatch {
 public:
     /// Watches `folder`; when the system cannot, `Handle()` is null and the caller looks by time.

@@ -20,6 +20,11 @@ class Canvas
     (red.round << 32) | (green.round << 16) | blue.round
   end
 
+  # The red, green and blue of a colour.
+  def self.channels(colour)
+    [colour >> 32, (colour >> 16) & 255, colour & 255]
+  end
+
   # Colours between the first and the last stop; a stop is [position from 0 to 1, red, green, blue].
   def self.gradient(stops, count)
     (0...count).map do |index|
@@ -30,12 +35,13 @@ class Canvas
     end
   end
 
-  # Width and height in pixels; the background has one colour per pixel row.
-  def initialize(pixel_width, background)
+  # Width and height in pixels.
+  def initialize(pixel_width, pixel_height)
     @pixel_width = pixel_width
+    @pixel_height = pixel_height
     @width = pixel_width * SAMPLES
-    @height = background.size * SAMPLES
-    @colours = background.flat_map { |colour| [colour] * (@width * SAMPLES) }
+    @height = pixel_height * SAMPLES
+    @colours = Array.new(@width * @height)
     @depths = [-Float::INFINITY] * (@width * @height)
   end
 
@@ -89,12 +95,17 @@ class Canvas
     end
   end
 
-  # The picture as the bytes of a PNG file; yields how much is done, from 0 to 1.
-  def to_png
-    pixel_height = @height / SAMPLES
-    rows = Array.new(pixel_height) do |row|
-      yield row.fdiv(pixel_height) if block_given? && (row % ROWS_AT_ONCE).zero?
-      pixel_row(row)
+  # Whether a triangle covers each sample, as rows of true and false.
+  def covered
+    @depths.map(&:finite?).each_slice(@width).to_a
+  end
+
+  # The picture as the bytes of a PNG file. `background` answers #row(number) with a list of colours, one per pixel.
+  # Yields how much is done, from 0 to 1.
+  def to_png(background)
+    rows = Array.new(@pixel_height) do |row|
+      yield row.fdiv(@pixel_height) if block_given? && (row % ROWS_AT_ONCE).zero?
+      pixel_row(row, background.row(row))
     end
     Png.encode(@pixel_width, rows)
   end
@@ -144,10 +155,14 @@ class Canvas
     end
   end
 
-  def pixel_row(row)
-    lines = (0...SAMPLES).map { |line| @colours[((row * SAMPLES) + line) * @width, @width] }
-    bytes = Array.new(@pixel_width) do |pixel|
-      sum = lines.sum { |line| line[pixel * 2] + line[(pixel * 2) + 1] }
+  # Every pixel is the mean of its four samples.
+  def pixel_row(row, background)
+    upper = @colours[row * SAMPLES * @width, @width]
+    lower = @colours[((row * SAMPLES) + 1) * @width, @width]
+    bytes = background.each_with_index.map do |behind, pixel|
+      left = SAMPLES * pixel
+      sum = (upper[left] || behind) + (upper[left + 1] || behind) +
+            (lower[left] || behind) + (lower[left + 1] || behind)
       [(sum >> 34) & 255, (sum >> 18) & 255, (sum >> 2) & 255]
     end
     bytes.flatten.pack("C*")

@@ -2,6 +2,7 @@
 
 require_relative "canvas"
 require_relative "corner_normals"
+require_relative "ground_shadow"
 
 # Draws a part shaded in an isometric view from the right, the front and above.
 # Creases and outlines are drawn dark, the rims of holes in the mesh red; the inside of a surface shows in a colour of
@@ -14,6 +15,9 @@ class PartPicture
   RIGHT = [1, 1, 0].map { |value| value / Math.sqrt(2) }.freeze
   UPWARDS = [-1, 1, 2].map { |value| value / Math.sqrt(6) }.freeze
   TOWARDS_EYE = [1, -1, 1].map { |value| value / Math.sqrt(3) }.freeze
+
+  # The z axis as the camera sees it.
+  VERTICAL = [RIGHT, UPWARDS, TOWARDS_EYE].map(&:last).freeze
 
   # The part of the picture that the part may fill.
   FILLED = 0.84
@@ -38,34 +42,62 @@ class PartPicture
   # A picture of `width` by 3/4 `width` pixels.
   def initialize(topology, width)
     @topology = topology
-    @canvas = Canvas.new(width, Canvas.gradient(BACKGROUND, width * 3 / 4))
-    @points = place(topology.vertices)
+    @width = width
+    @height = width * 3 / 4
+    @canvas = Canvas.new(@width, @height)
     @outside = Canvas.gradient(OUTSIDE, SHADES)
     @inside = Canvas.gradient(INSIDE, SHADES)
   end
 
   # The bytes of a PNG file; yields how much is done, from 0 to 1.
   def to_png
-    normals = CornerNormals.new(@topology, @points) { |done| yield done * 0.1 if block_given? }
-    draw_surfaces(normals) { |done| yield 0.1 + (done * 0.6) if block_given? }
+    yield 0.0 if block_given?
+    @points = place(@topology.vertices)
+    shadow = cast_shadow { |done| yield done * 0.2 if block_given? }
+    normals = CornerNormals.new(@topology, @points) { |done| yield 0.2 + (done * 0.1) if block_given? }
+    draw_surfaces(normals) { |done| yield 0.3 + (done * 0.4) if block_given? }
     draw_lines(normals) { |done| yield 0.7 + (done * 0.1) if block_given? }
-    @canvas.to_png { |done| yield 0.8 + (done * 0.2) if block_given? }
+    @canvas.to_png(shadow) { |done| yield 0.8 + (done * 0.2) if block_given? }
   end
 
   private
 
   # Turns the vertices to the camera and fits them into the canvas; y grows upwards until they are drawn.
   def place(vertices)
-    turned = vertices.map { |point| [RIGHT, UPWARDS, TOWARDS_EYE].map { |axis| dot(axis, point) } }
+    turned = vertices.map { |point| [dot(RIGHT, point), dot(UPWARDS, point), dot(TOWARDS_EYE, point)] }
     low, high = turned.transpose.map(&:minmax).transpose
-    sizes = [@canvas.width / (high[0] - low[0]), @canvas.height / (high[1] - low[1])].reject { |size| size.infinite? }
-    scale = FILLED * (sizes.min || 1.0)
-    middle = low.zip(high).map { |from, to| (from + to) / 2 }
-    turned.map { |point| point.zip(middle).map { |value, origin| (value - origin) * scale } }
+    scales = [@width / (high[0] - low[0]), @height / (high[1] - low[1])].reject(&:infinite?)
+    scale = FILLED * Canvas::SAMPLES * (scales.min || 1.0)
+    x, y, z = low.zip(high).map { |from, to| (from + to) / 2 }
+    turned.map { |point| [(point[0] - x) * scale, (point[1] - y) * scale, (point[2] - z) * scale] }
   end
 
   def dot(one, other)
     (one[0] * other[0]) + (one[1] * other[1]) + (one[2] * other[2])
+  end
+
+  def cast_shadow
+    yield 0.0
+    shadow = GroundShadow.new(@width, Canvas.gradient(BACKGROUND, @height))
+    thrown = shadow_points
+    count = @topology.corners.size / 3
+    count.times do |triangle|
+      yield triangle.fdiv(count) if (triangle % TRIANGLES_AT_ONCE).zero?
+      shadow.cover(*thrown.values_at(*@topology.corners[3 * triangle, 3]))
+    end
+    shadow.soften
+    shadow
+  end
+
+  # Where the light throws each vertex on the ground below the lowest one.
+  def shadow_points
+    heights = @points.map { |point| dot(point, VERTICAL) }
+    ground = heights.min
+    descent = dot(LIGHT, VERTICAL)
+    @points.zip(heights).map do |point, height|
+      way = (height - ground) / descent
+      on_canvas([point[0] - (LIGHT[0] * way), point[1] - (LIGHT[1] * way), 0.0])
+    end
   end
 
   def draw_surfaces(normals)
@@ -81,7 +113,7 @@ class PartPicture
   end
 
   def on_canvas(point, lift = 0.0)
-    [(@canvas.width / 2) + point[0], (@canvas.height / 2) - point[1], point[2] + lift]
+    [(@width * Canvas::SAMPLES / 2) + point[0], (@height * Canvas::SAMPLES / 2) - point[1], point[2] + lift]
   end
 
   # Soft light from the main direction, and a little gloss.

@@ -9,7 +9,13 @@ namespace json {
 
 namespace {
 
-bool Fill(const std::string& text, Target root, std::wstring& problem) {
+void ListUnknown(const std::string& text, const ValueHandler& handler, std::vector<std::wstring>& unknownMembers) {
+    for (const ValueHandler::UnknownMember& member : handler.UnknownMembers()) {
+        unknownMembers.push_back(PlaceOf(text, member.offset) + L": " + member.path + L": there is no such member");
+    }
+}
+
+bool Fill(const std::string& text, Target root, std::wstring& problem, std::vector<std::wstring>* unknownMembers) {
     rapidjson::StringStream stream(text.c_str());
     ValueHandler handler(stream, root);
     const auto result = Parse(stream, handler);
@@ -21,18 +27,21 @@ bool Fill(const std::string& text, Target root, std::wstring& problem) {
     if (!syntaxProblem.empty()) {
         problem = syntaxProblem;
     }
+    if (unknownMembers) {
+        ListUnknown(text, handler, *unknownMembers);
+    }
     return syntaxProblem.empty();
 }
 
 } // namespace
 
-bool ReadTarget(std::string bytes, Target root, std::wstring& problem) {
-    return Prepare(bytes, problem) && Fill(bytes, root, problem);
+bool ReadTarget(std::string bytes, Target root, std::wstring& problem, std::vector<std::wstring>* unknownMembers) {
+    return Prepare(bytes, problem) && Fill(bytes, root, problem, unknownMembers);
 }
 
-bool ReadTarget(std::wstring_view text, Target root, std::wstring& problem) {
+bool ReadTarget(std::wstring_view text, Target root, std::wstring& problem, std::vector<std::wstring>* unknownMembers) {
     std::string marked;
-    return Prepare(text, marked, problem) && Fill(marked, root, problem);
+    return Prepare(text, marked, problem) && Fill(marked, root, problem, unknownMembers);
 }
 
 bool LoadFile(const std::wstring& path, std::size_t limit, std::string& bytes, std::wstring& problem) {

@@ -4,6 +4,7 @@
 #include <string>
 #include <string_view>
 #include <utility>
+#include <vector>
 
 #include "companion/json/Shape.h"
 
@@ -17,9 +18,12 @@ inline constexpr std::size_t largestSmallFile = std::size_t{4} << 20;
 
 /// Fills `root` from UTF-8 with or without a byte order mark. False when anything is wrong; `root` then holds parts of
 /// the text, and `problem` says what: "line 3, column 14: scenario.inputs[0].cadName: expected text, found a number".
-bool ReadTarget(std::string bytes, Target root, std::wstring& problem);
+/// `unknownMembers`: takes what to say of the first members that no record has; such are passed over.
+bool ReadTarget(std::string bytes, Target root, std::wstring& problem,
+                std::vector<std::wstring>* unknownMembers = nullptr);
 /// The same from wide text.
-bool ReadTarget(std::wstring_view text, Target root, std::wstring& problem);
+bool ReadTarget(std::wstring_view text, Target root, std::wstring& problem,
+                std::vector<std::wstring>* unknownMembers = nullptr);
 
 /// The bytes of a file of at most `limit`; `problem` names the file.
 bool LoadFile(const std::wstring& path, std::size_t limit, std::string& bytes, std::wstring& problem);
@@ -29,9 +33,9 @@ std::wstring ProblemInFile(const std::wstring& path, const std::wstring& problem
 
 /// Reads one value from text (`std::string`: UTF-8; `std::wstring_view`). A failure leaves `value` as it was.
 template <typename Text, typename Value>
-bool Read(Text text, Value& value, std::wstring& problem) {
+bool Read(Text text, Value& value, std::wstring& problem, std::vector<std::wstring>* unknownMembers = nullptr) {
     Value fresh{};
-    if (!ReadTarget(std::move(text), TargetOf(fresh), problem)) {
+    if (!ReadTarget(std::move(text), TargetOf(fresh), problem, unknownMembers)) {
         return false;
     }
     value = std::move(fresh);
@@ -40,12 +44,13 @@ bool Read(Text text, Value& value, std::wstring& problem) {
 
 /// Reads one value from a file. A failure leaves `value` as it was; `problem` then names the file and the place in it.
 template <typename Value>
-bool ReadFile(const std::wstring& path, std::size_t limit, Value& value, std::wstring& problem) {
+bool ReadFile(const std::wstring& path, std::size_t limit, Value& value, std::wstring& problem,
+              std::vector<std::wstring>* unknownMembers = nullptr) {
     std::string bytes;
     if (!LoadFile(path, limit, bytes, problem)) {
         return false;
     }
-    if (Read(std::move(bytes), value, problem)) {
+    if (Read(std::move(bytes), value, problem, unknownMembers)) {
         return true;
     }
     problem = ProblemInFile(path, problem);

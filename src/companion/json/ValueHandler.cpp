@@ -113,6 +113,7 @@ bool ValueHandler::KeyOfRecord(Level& level, std::string_view marked) {
     const Shape& shape = *level.target.shape;
     const std::size_t index = FindMember(shape, marked, level.next);
     if (index == shape.memberCount) {
+        NoteUnknown(marked);
         return true;
     }
     if ((level.seen & Bit(index)) != 0) {
@@ -123,6 +124,13 @@ bool ValueHandler::KeyOfRecord(Level& level, std::string_view marked) {
     level.name = shape.members[index].name;
     level.member = shape.members[index].target(level.target.object);
     return true;
+}
+
+void ValueHandler::NoteUnknown(std::string_view marked) {
+    if (unknownMembers.size() < mostUnknown) {
+        const std::wstring path = Path();
+        unknownMembers.push_back({stream.Tell(), (path.empty() ? L"" : path + L".") + Quote(marked)});
+    }
 }
 
 bool ValueHandler::KeyOfEntry(Level& level, std::string_view marked) {

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
+#include <vector>
 
 #include <rapidjson/rapidjson.h>
 #include <rapidjson/stream.h>
@@ -24,6 +25,13 @@ public:
     const std::wstring& Problem() const { return problem; }
     /// Where the value begins that does not fit.
     std::size_t ProblemOffset() const { return problemOffset; }
+
+    struct UnknownMember {
+        std::size_t offset = 0;
+        std::wstring path;
+    };
+    /// The first members that no record has.
+    const std::vector<UnknownMember>& UnknownMembers() const { return unknownMembers; }
 
     // The parser's events
     bool Null();
@@ -46,6 +54,7 @@ private:
     /// Bounds the memory that a hostile text can claim: values that are kept, a record counted as several.
     static constexpr std::size_t mostKept = std::size_t{1} << 25;
     static constexpr std::size_t recordWeight = 16;
+    static constexpr std::size_t mostUnknown = 20;
 
     /// One open object or list.
     struct Level {
@@ -63,6 +72,7 @@ private:
 
     Target TakeTarget();
     bool KeyOfRecord(Level& level, std::string_view marked);
+    void NoteUnknown(std::string_view marked);
     bool KeyOfEntry(Level& level, std::string_view marked);
     bool Push(Target target);
     bool Pop();
@@ -79,6 +89,7 @@ private:
     std::size_t kept = 0;
     std::wstring problem;
     std::size_t problemOffset = 0;
+    std::vector<UnknownMember> unknownMembers;
 };
 
 } // namespace json

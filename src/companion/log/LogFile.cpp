@@ -1,5 +1,6 @@
 #include "companion/log/LogFile.h"
 
+#include <atomic>
 #include <chrono>
 #include <memory>
 #include <mutex>
@@ -21,8 +22,19 @@ public:
 
     void SetPath(const std::wstring& path) {
         const std::lock_guard<std::mutex> lock(mutex_);
+        pathIsGiven = true;
         file.SetPath(path);
     }
+
+    void SetDefaultPath(const std::wstring& path) {
+        const std::lock_guard<std::mutex> lock(mutex_);
+        lastDefault = CurrentSecond();
+        if (!pathIsGiven)
+            file.SetPath(path);
+    }
+
+    bool WantsDefaultPath() const { return !pathIsGiven && lastDefault != CurrentSecond(); }
+    void ForgetDefaultPath() { lastDefault = never; }
 
 protected:
     void sink_it_(const spdlog::details::log_msg& message) override {
@@ -41,7 +53,16 @@ private:
                                                            spdlog::pattern_time_type::utc, "\n");
     }
 
+    static std::int64_t CurrentSecond() {
+        const auto now = std::chrono::system_clock::now().time_since_epoch();
+        return std::chrono::duration_cast<std::chrono::seconds>(now).count();
+    }
+
+    static constexpr std::int64_t never = -1;
+
     RotatingFile file;
+    std::atomic<bool> pathIsGiven = false;
+    std::atomic<std::int64_t> lastDefault = never;
 };
 
 struct Log {
@@ -55,6 +76,16 @@ struct Log {
 Log& TheLog() {
     static Log& log = *std::make_unique<Log>().release();
     return log;
+}
+
+/// Without memory for a path or a record there is nothing to be done: logging never makes matters worse.
+template <typename Action>
+void Quietly(const Action& action) noexcept {
+    try {
+        action();
+    } catch (...) {
+        return;
+    }
 }
 
 spdlog::level::level_enum NativeLevel(Level level) {
@@ -73,14 +104,24 @@ spdlog::level::level_enum NativeLevel(Level level) {
 
 } // namespace
 
-void UsePath(const std::wstring& path) noexcept try { TheLog().sink->SetPath(path); } catch (...) {
-    // Without memory for a path there is nothing better than the file in use.
+void UsePath(const std::wstring& path) noexcept {
+    Quietly([&] { TheLog().sink->SetPath(path); });
 }
 
-void Write(Level level, const std::wstring& message) noexcept try {
-    TheLog().logger.log(NativeLevel(level), LogText(message));
-} catch (...) {
-    // A record that cannot be made is dropped: logging never makes matters worse.
+void UseDefaultPath(const std::wstring& path) noexcept {
+    Quietly([&] { TheLog().sink->SetDefaultPath(path); });
+}
+
+bool WantsDefaultPath() noexcept {
+    return TheLog().sink->WantsDefaultPath();
+}
+
+void ForgetDefaultPath() noexcept {
+    TheLog().sink->ForgetDefaultPath();
+}
+
+void Write(Level level, const std::wstring& message) noexcept {
+    Quietly([&] { TheLog().logger.log(NativeLevel(level), LogText(message)); });
 }
 
 } // namespace log_file

@@ -42,6 +42,8 @@ struct FreeDeleter {
 
 } // namespace
 
+const wchar_t* const applicationFolderName = L"common_controller";
+
 std::wstring UserConfigurationFolder() {
     const std::wstring folder = FolderFromEnvironment(L"XDG_CONFIG_HOME");
     return folder.empty() ? FolderBelowHome(L".config") : folder;

@@ -40,6 +40,8 @@ std::wstring Answer(Call call) {
 
 } // namespace
 
+const wchar_t* const applicationFolderName = L"CommonController";
+
 std::wstring UserConfigurationFolder() {
     return UserFolder(L"APPDATA", FOLDERID_RoamingAppData);
 }

@@ -1,0 +1,52 @@
+#include <benchmark/benchmark.h>
+
+#include "RawLimits.h"
+#include "Workplace.h"
+#include "engine/JobEntryManagerBase.h"
+#include "modules/FunctionManager.h"
+#include "platform/FileSystem.h"
+#include "platform/NativePath.h"
+#include "platform/Text.h"
+
+namespace {
+
+constexpr int folders = 500;
+constexpr int filesPerFolder = 20;
+
+/// 10,000 files in 500 folders: of each twenty, ten are scenarios and every second of those has settings.
+void MakeScenarios(const Workplace& workplace) {
+    for (int folder = 0; folder < folders; ++folder) {
+        const std::wstring path = L"scenarios\\group_" + std::to_wstring(folder);
+        platform::EnsureFolder(workplace.Path(path));
+        for (int file = 0; file < filesPerFolder; ++file) {
+            const wchar_t* extension = file % 2 == 0 ? L".rb" : (file % 4 == 1 ? L".adc" : L".txt");
+            workplace.MakeFile(path + L"\\scenario_" + std::to_wstring(file - file % 2) + extension);
+        }
+    }
+}
+
+void FetchScenarios(benchmark::State& state) {
+    const Workplace workplace;
+    MakeScenarios(workplace);
+    const FunctionManager functions({});
+    JobEntryManagerBase engine(&functions);
+    for (auto unused : state) {
+        std::vector<ScenarioInfo> scenarios;
+        engine.FetchScenarios(scenarios);
+        state.counters["scenarios"] = static_cast<double>(scenarios.size());
+    }
+}
+
+void WalkFolders(benchmark::State& state) {
+    const Workplace workplace;
+    MakeScenarios(workplace);
+    const std::string path = platform::ToUtf8(platform::ToNativeText(workplace.Path(L"scenarios")));
+    for (auto unused : state) {
+        state.counters["files"] = static_cast<double>(raw_limits::CountFiles(path));
+    }
+}
+
+} // namespace
+
+BENCHMARK(FetchScenarios)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK(WalkFolders)->Unit(benchmark::kMillisecond)->UseRealTime();

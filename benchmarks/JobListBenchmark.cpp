@@ -1,0 +1,58 @@
+#include <benchmark/benchmark.h>
+
+#include "RawLimits.h"
+#include "Workplace.h"
+#include "companion/ControllerCSWrapper.h"
+#include "engine/JobEntryManagerBase.h"
+#include "modules/FunctionManager.h"
+#include "platform/NativePath.h"
+#include "platform/Text.h"
+
+namespace {
+
+void WriteJobList(const Workplace& workplace, std::int64_t rows) {
+    std::vector<JobListInfo> jobs;
+    for (int number = 1; number <= static_cast<int>(rows); ++number) {
+        jobs.push_back(FinishedJob(number));
+    }
+    ControllerCSWrapper::CreateJsonFile(ControllerCSWrapper::Serialize(L"JobList", jobs), workplace.JobListFile());
+}
+
+/// A poll that has something to report rewrites the whole list; nothing else in it costs.
+void RewriteJobList(benchmark::State& state) {
+    const Workplace workplace;
+    WriteJobList(workplace, state.range(0));
+    const FunctionManager functions({});
+    JobEntryManagerBase engine(&functions);
+    for (auto unused : state) {
+        std::vector<JobStatusInfo> changed(1);
+        engine.CheckUpdate(changed);
+    }
+}
+
+void WriteAndRenameSameBytes(benchmark::State& state, bool flush) {
+    const Workplace workplace;
+    WriteJobList(workplace, state.range(0));
+    const std::string bytes = ReadTextFile(workplace.JobListFile());
+    const std::string path = platform::ToUtf8(platform::ToNativeText(workplace.Path(L"raw.json")));
+    for (auto unused : state) {
+        raw_limits::WriteAndRename(path, bytes, flush);
+    }
+    state.counters["bytes"] = static_cast<double>(bytes.size());
+}
+
+} // namespace
+
+BENCHMARK(RewriteJobList)->Arg(1000)->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK_CAPTURE(WriteAndRenameSameBytes, flushed, true)
+    ->Arg(1000)
+    ->Arg(10000)
+    ->Arg(100000)
+    ->Unit(benchmark::kMillisecond)
+    ->UseRealTime();
+BENCHMARK_CAPTURE(WriteAndRenameSameBytes, unflushed, false)
+    ->Arg(1000)
+    ->Arg(10000)
+    ->Arg(100000)
+    ->Unit(benchmark::kMillisecond)
+    ->UseRealTime();

@@ -1,0 +1,69 @@
+// Runs a number of no-op scenarios one after another through the whole chain (engine, function module, runner,
+// process), and the same number of bare processes. Prints "NAME SECONDS" lines. Usage: job_throughput COUNT
+
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+
+#include "../apps/controller_host/HostEngine.h"
+#include "../apps/controller_host/RunLoop.h"
+#include "RawLimits.h"
+#include "Workplace.h"
+#include "companion/Settings.h"
+#include "modules/FunctionManager.h"
+#include "platform/Waiting.h"
+
+namespace {
+
+/// Counts the jobs that succeeded.
+class SuccessCounter : public JobObserver {
+public:
+    void JobsChanged(const std::vector<JobStatusInfo>& changed) override {
+        for (const JobStatusInfo& job : changed) {
+            count += job.status == JobStatus::Success ? 1 : 0;
+        }
+    }
+    std::size_t count = 0;
+};
+
+template <class Work>
+double SecondsFor(const Work& work) {
+    const auto start = std::chrono::steady_clock::now();
+    work();
+    return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
+}
+
+bool RunJobs(std::size_t count) {
+    const Workplace workplace;
+    EnqueueJobsInfo request;
+    request.scenario.id = workplace.MakeFile(L"no_operation.rb");
+    request.outputDir = workplace.Path(L"output");
+    request.inputFileSets.assign(count, {workplace.MakeFile(L"part.stl")});
+    const FunctionManager functions(settings::Current()->functionModules);
+    HostEngine engine(&functions);
+    SuccessCounter counter;
+    platform::Event stop;
+    JobEnqueueResult result;
+    engine.EnqueueJob(request, result);
+    RunLoop(engine, counter, stop.Handle()).RunUntilCompleted();
+    return counter.count == count;
+}
+
+void SpawnProcesses(std::size_t count) {
+    for (std::size_t number = 0; number < count; ++number) {
+        raw_limits::SpawnAndWait("/bin/true");
+    }
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    const std::size_t count = argc > 1 ? std::strtoul(argv[1], nullptr, 10) : 1000;
+    bool succeeded = false;
+    std::printf("controller %.6f\n", SecondsFor([&] { succeeded = RunJobs(count); }));
+    std::printf("posix_spawn %.6f\n", SecondsFor([&] { SpawnProcesses(count); }));
+    if (!succeeded) {
+        std::fputs("job_throughput: not every job succeeded; its figure says nothing\n", stderr);
+    }
+    return succeeded ? 0 : 1;
+}

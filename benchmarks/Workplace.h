@@ -1,0 +1,26 @@
+#pragma once
+
+#include "records/JobRecords.h"
+#include "support/TemporaryFolder.h"
+
+#include <string>
+
+/// A folder with settings of its own, in force as long as it lives.
+class Workplace {
+public:
+    Workplace();
+    ~Workplace();
+    Workplace(const Workplace&) = delete;
+    Workplace& operator=(const Workplace&) = delete;
+
+    std::wstring Path(const std::wstring& name) const { return folder / name; }
+    std::wstring JobListFile() const { return Path(L"job_list.json"); }
+    /// A file with something in it.
+    std::wstring MakeFile(const std::wstring& name) const;
+
+private:
+    TemporaryFolder folder;
+};
+
+/// A job as it stands in a list after it has run.
+JobListInfo FinishedJob(int number);

@@ -1,0 +1,33 @@
+#include "companion/ControllerCSWrapper.h"
+
+#include "companion/Boundary.h"
+#include "companion/Settings.h"
+
+std::wstring ControllerCSWrapper::GetWorkDirectory() {
+    return boundary::Guard("GetWorkDirectory", [] { return settings::Current()->workDirectory; });
+}
+
+std::wstring ControllerCSWrapper::GetJobListFile() {
+    return boundary::Guard("GetJobListFile", [] { return settings::Current()->jobListFile; });
+}
+
+bool ControllerCSWrapper::IsAutoDeleteWorkFolder(int& days) {
+    return boundary::Guard("IsAutoDeleteWorkFolder", [&] {
+        const auto current = settings::Current();
+        if (current->autoDeleteWorkFolder)
+            days = current->autoDeleteDays;
+        return current->autoDeleteWorkFolder;
+    });
+}
+
+std::vector<ScenarioDirectory> ControllerCSWrapper::GetScenarioDirectoryList() {
+    return boundary::Guard("GetScenarioDirectoryList", [] { return settings::Current()->scenarioDirectories; });
+}
+
+std::wstring ControllerCSWrapper::GetCultureInfo() {
+    return boundary::Guard("GetCultureInfo", [] { return settings::Current()->culture; });
+}
+
+std::wstring ControllerCSWrapper::GetDefaultCultureInfo() {
+    return boundary::Guard("GetDefaultCultureInfo", [] { return settings::Current()->defaultCulture; });
+}

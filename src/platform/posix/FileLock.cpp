@@ -1,0 +1,44 @@
+#include "platform/FileLock.h"
+
+#include <utility>
+
+#include <fcntl.h>
+#include <sys/file.h>
+#include <unistd.h>
+
+#include "platform/posix/SystemPath.h"
+
+namespace platform {
+
+FileLock::FileLock(FileLock&& other) noexcept : handle(std::exchange(other.handle, invalidHandle)) {}
+
+FileLock& FileLock::operator=(FileLock&& other) noexcept {
+    if (this != &other) {
+        Release();
+        handle = std::exchange(other.handle, invalidHandle);
+    }
+    return *this;
+}
+
+Error FileLock::Take(const std::wstring& path) {
+    Release();
+    const int file = ::open(SystemPath(path).c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0600);
+    if (file < 0) {
+        return LastError();
+    }
+    if (::flock(file, LOCK_EX | LOCK_NB) != 0) {
+        const Error error = LastError();
+        ::close(file);
+        return Error{ErrorKind::InUse, error.systemCode};
+    }
+    handle = file;
+    return {};
+}
+
+void FileLock::Release() {
+    if (IsHeld()) {
+        ::close(static_cast<int>(std::exchange(handle, invalidHandle)));
+    }
+}
+
+} // namespace platform

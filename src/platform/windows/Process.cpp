@@ -1,0 +1,49 @@
+#include "platform/Process.h"
+
+#include <windows.h>
+
+#include "platform/InheritedHandle.h"
+#include "platform/windows/CreateProcess.h"
+
+namespace platform {
+
+Error StartProcess(const ProcessStart& start, OwnedHandle& process) {
+    SuspendedProcess created;
+    if (const Error error = CreateSuspended(start, created)) {
+        return error;
+    }
+    if (const Error error = Resume(created)) {
+        return error;
+    }
+    process = std::move(created.process);
+    return {};
+}
+
+OwnedHandle OpenOwnProcess() {
+    HANDLE handle = nullptr;
+    DuplicateHandle(GetCurrentProcess(), GetCurrentProcess(), GetCurrentProcess(), &handle, SYNCHRONIZE, TRUE, 0);
+    return OwnedHandle(handle);
+}
+
+bool KeepFromOwnChildren(void* handle) {
+    return SetHandleInformation(handle, HANDLE_FLAG_INHERIT, 0) != 0;
+}
+
+std::optional<std::int32_t> ExitCode(void* process) {
+    DWORD code = 0;
+    if (process == nullptr || WaitForSingleObject(process, 0) != WAIT_OBJECT_0 ||
+        GetExitCodeProcess(process, &code) == 0) {
+        return std::nullopt;
+    }
+    return static_cast<std::int32_t>(code);
+}
+
+std::uint32_t ProcessNumber(void* process) {
+    return GetProcessId(process);
+}
+
+std::uint32_t OwnProcessNumber() {
+    return GetCurrentProcessId();
+}
+
+} // namespace platform

@@ -1,0 +1,168 @@
+#include "companion/Settings.h"
+
+#include <string>
+#include <thread>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "companion/ControllerCSWrapper.h"
+#include "platform/Environment.h"
+#include "platform/FileSystem.h"
+#include "platform/NativePath.h"
+#include "support/TemporaryFolder.h"
+
+namespace {
+
+/// Every test's settings write their log into the test's folder, where nobody has named another file.
+class SettingsTest : public testing::Test {
+protected:
+    SettingsTest() {
+        Write(R"({"culture":"en-US"})");
+        settings::UseFile(path);
+    }
+    ~SettingsTest() override { settings::UseFile(L""); }
+
+    /// `{"culture":"en-US"}` and the like, and the log file.
+    void Write(const std::string& members) {
+        WriteTextFile(path, "{\"logFile\":\"controller.log\"," + members.substr(1));
+    }
+
+    std::string Log() const { return ReadTextFile(folder / L"controller.log"); }
+
+    static int CountOf(const std::string& part, const std::string& text) {
+        int count = 0;
+        for (std::size_t place = text.find(part); place != std::string::npos; place = text.find(part, place + 1))
+            ++count;
+        return count;
+    }
+
+    const TemporaryFolder folder;
+    const std::wstring path = folder / L"settings.json";
+};
+
+} // namespace
+
+TEST_F(SettingsTest, AnswersWhatTheFileSays) {
+    Write(R"({"workDirectory":"work","jobListFile":"list.json","culture":"de-DE","defaultCulture":"fr-FR",
+        "scenarioDirectories":[{"path":"s","label":"L"}],"autoDeleteWorkFolder":{"enabled":true,"days":9}})");
+    EXPECT_EQ(ControllerCSWrapper::GetWorkDirectory(), folder / L"work");
+    EXPECT_EQ(ControllerCSWrapper::GetJobListFile(), folder / L"list.json");
+    EXPECT_EQ(ControllerCSWrapper::GetCultureInfo(), L"de-DE");
+    EXPECT_EQ(ControllerCSWrapper::GetDefaultCultureInfo(), L"fr-FR");
+    EXPECT_EQ(ControllerCSWrapper::GetScenarioDirectoryList(), (std::vector<ScenarioDirectory>{{folder / L"s", L"L"}}));
+    int days = 0;
+    EXPECT_TRUE(ControllerCSWrapper::IsAutoDeleteWorkFolder(days));
+    EXPECT_EQ(days, 9);
+}
+
+TEST_F(SettingsTest, LeavesDaysAloneWithoutAutomaticDeletion) {
+    int days = -5;
+    EXPECT_FALSE(ControllerCSWrapper::IsAutoDeleteWorkFolder(days));
+    EXPECT_EQ(days, -5);
+}
+
+TEST_F(SettingsTest, KeepsOneSnapshotWhileTheFileStays) {
+    EXPECT_EQ(settings::Current(), settings::Current());
+}
+
+TEST_F(SettingsTest, ReadsAChangedFileAnew) {
+    const auto before = settings::Current();
+    Write(R"({"culture":"de-DE"})");
+    EXPECT_EQ(settings::Current()->culture, L"de-DE");
+    EXPECT_EQ(before->culture, L"en-US");
+}
+
+TEST_F(SettingsTest, KeepsTheLastGoodSettingsWhenTheFileBreaks) {
+    Write(R"({"culture":"de-DE"})");
+    ASSERT_EQ(settings::Problem(), L"");
+    Write(R"({"culture":7})");
+    EXPECT_EQ(settings::Current()->culture, L"de-DE");
+    EXPECT_NE(settings::Problem().find(L"culture: expected the name of a culture"), std::wstring::npos);
+    Write(R"({"culture":"fr-FR"})");
+    EXPECT_EQ(settings::Current()->culture, L"fr-FR");
+    EXPECT_EQ(settings::Problem(), L"");
+}
+
+TEST_F(SettingsTest, KeepsTheLastGoodSettingsWhenTheFileGoes) {
+    Write(R"({"culture":"de-DE"})");
+    ASSERT_EQ(settings::Current()->culture, L"de-DE");
+    ASSERT_FALSE(platform::RemoveFile(path));
+    EXPECT_EQ(settings::Current()->culture, L"de-DE");
+    EXPECT_NE(settings::Problem(), L"");
+}
+
+TEST_F(SettingsTest, UsesTheBuiltInSettingsWhenTheFirstFileIsBroken) {
+    WriteTextFile(path, "{");
+    EXPECT_EQ(settings::Current()->file, L"");
+    EXPECT_NE(settings::Problem(), L"");
+}
+
+TEST_F(SettingsTest, TellsThatANamedFileIsMissing) {
+    settings::UseFile(folder / L"none.json");
+    EXPECT_NE(settings::Problem().find(L"none.json"), std::wstring::npos);
+}
+
+TEST_F(SettingsTest, TakesTheFileThatTheEnvironmentNames) {
+    Write(R"({"culture":"it-IT"})");
+    platform::SetEnvironment(L"CONTROLLER_SETTINGS_FILE", platform::ToNativeText(path));
+    settings::UseFile(L"");
+    EXPECT_EQ(settings::Current()->culture, L"it-IT");
+    EXPECT_EQ(settings::Current()->file, path);
+    platform::SetEnvironment(L"CONTROLLER_SETTINGS_FILE", L"");
+}
+
+TEST_F(SettingsTest, PrefersTheFileThatTheHostNames) {
+    Write(R"({"culture":"it-IT"})");
+    platform::SetEnvironment(L"CONTROLLER_SETTINGS_FILE", platform::ToNativeText(folder / L"other.json"));
+    settings::UseFile(path);
+    EXPECT_EQ(settings::Current()->culture, L"it-IT");
+    platform::SetEnvironment(L"CONTROLLER_SETTINGS_FILE", L"");
+}
+
+TEST_F(SettingsTest, LogsABrokenFileOnceForEachOfItsStates) {
+    Write(R"({"culture":"en-US"})");
+    settings::Current();
+    Write(R"({"culture":1})");
+    settings::Current();
+    settings::Current();
+    EXPECT_EQ(CountOf("The settings are not usable", Log()), 1);
+    Write(R"({"culture":22})");
+    settings::Current();
+    EXPECT_EQ(CountOf("The settings are not usable", Log()), 2);
+}
+
+TEST_F(SettingsTest, LogsUnknownMembersAsWarnings) {
+    Write(R"({"cultur":"de-DE"})");
+    settings::Current();
+    EXPECT_NE(Log().find("warning"), std::string::npos);
+    EXPECT_NE(Log().find("cultur: there is no such member"), std::string::npos);
+}
+
+TEST_F(SettingsTest, NamesTheLogFileUntilAnotherIsGiven) {
+    ControllerCSWrapper::WriteInfoLog(L"by the settings");
+    EXPECT_EQ(CountOf("by the settings", Log()), 1);
+    ControllerCSWrapper::ChangeLogFilePath(folder / L"given.log");
+    ControllerCSWrapper::WriteInfoLog(L"by the host");
+    EXPECT_EQ(CountOf("by the host", Log()), 0);
+    EXPECT_EQ(CountOf("by the host", ReadTextFile(folder / L"given.log")), 1);
+}
+
+TEST_F(SettingsTest, GivesAWholeSnapshotToEveryThreadWhileTheFileChanges) {
+    Write(R"({"culture":"aa","defaultCulture":"aa"})");
+    std::vector<std::thread> readers;
+    for (int reader = 0; reader < 4; ++reader) {
+        readers.emplace_back([] {
+            for (int look = 0; look < 200; ++look) {
+                const auto current = settings::Current();
+                EXPECT_EQ(current->culture, current->defaultCulture);
+                ControllerCSWrapper::WriteDebugLog(L"looked");
+            }
+        });
+    }
+    for (int change = 0; change < 20; ++change)
+        Write(change % 2 == 0 ? R"({"culture":"bb","defaultCulture":"bb"})"
+                              : R"({"culture":"a","defaultCulture":"a"})");
+    for (std::thread& reader : readers)
+        reader.join();
+}

@@ -1,0 +1,43 @@
+#include "platform/ProcessHandle.h"
+
+#include <cstdint>
+#include <utility>
+
+#include <gtest/gtest.h>
+
+#include "platform/Process.h"
+#include "platform/Waiting.h"
+
+using platform::Event;
+using platform::IsProcessRunning;
+using platform::OwnedHandle;
+
+TEST(ProcessHandleTest, NullDoesNotRunAndIsNothingToClose) {
+    EXPECT_FALSE(IsProcessRunning(nullptr));
+    platform::CloseProcessHandle(nullptr);
+}
+
+TEST(ProcessHandleTest, WhatIsNoHandleDoesNotRun) {
+    EXPECT_FALSE(IsProcessRunning(reinterpret_cast<void*>(std::intptr_t{-4})));
+    EXPECT_FALSE(IsProcessRunning(reinterpret_cast<void*>(std::intptr_t{0x7ffffff0})));
+    EXPECT_FALSE(IsProcessRunning(reinterpret_cast<void*>(std::intptr_t{0x7ffffffffffff0})));
+}
+
+TEST(ProcessHandleTest, AnythingThatIsNotSignalledCountsAsRunning) {
+    Event event;
+    EXPECT_TRUE(IsProcessRunning(event.Handle()));
+    event.Raise();
+    EXPECT_FALSE(IsProcessRunning(event.Handle()));
+}
+
+TEST(ProcessHandleTest, AnOwnerGivesItsHandleAway) {
+    const OwnedHandle none;
+    EXPECT_FALSE(none);
+    OwnedHandle first = platform::OpenOwnProcess();
+    void* const handle = first.Get();
+    OwnedHandle second = std::move(first);
+    EXPECT_EQ(second.Get(), handle);
+    EXPECT_TRUE(IsProcessRunning(second.Get()));
+    second.Reset();
+    EXPECT_FALSE(second);
+}

@@ -1,0 +1,155 @@
+#include "platform/Process.h"
+
+#include <gtest/gtest.h>
+
+#include "platform/Directories.h"
+#include "platform/NativePath.h"
+#include "platform/Text.h"
+#include "platform/Waiting.h"
+#include "support/TestProcess.h"
+
+using platform::ErrorKind;
+using platform::OwnedHandle;
+using platform::ProcessStart;
+using test_support::Ending;
+using test_support::ReadUntil;
+using test_support::RunToEnd;
+using test_support::TestProcess;
+using test_support::WaitUntilSignalled;
+
+namespace {
+
+std::string Echoed(const std::vector<std::wstring>& arguments) {
+    std::vector<std::wstring> all{L"echo"};
+    all.insert(all.end(), arguments.begin(), arguments.end());
+    return RunToEnd(TestProcess(all)).output;
+}
+
+ErrorKind StartFails(const ProcessStart& start) {
+    OwnedHandle process;
+    const platform::Error error = platform::StartProcess(start, process);
+    EXPECT_FALSE(process);
+    return error.kind;
+}
+
+} // namespace
+
+TEST(ProcessTest, AProcessThatEndsTellsItsExitCode) {
+    EXPECT_EQ(RunToEnd(TestProcess({L"exit", L"0"})).exitCode, 0);
+    EXPECT_EQ(RunToEnd(TestProcess({L"exit", L"7"})).exitCode, 7);
+}
+
+TEST(ProcessTest, TheExitCodeStaysUntilTheHandleIsClosed) {
+    OwnedHandle process;
+    ASSERT_FALSE(platform::StartProcess(TestProcess({L"exit", L"42"}), process));
+    ASSERT_TRUE(WaitUntilSignalled(process.Get()));
+    EXPECT_FALSE(platform::IsProcessRunning(process.Get()));
+    EXPECT_EQ(platform::ExitCode(process.Get()), 42);
+    EXPECT_EQ(platform::ExitCode(process.Get()), 42);
+}
+
+TEST(ProcessTest, ARunningProcessHasNoExitCode) {
+    // It runs until this program ends.
+    const OwnedHandle own = platform::OpenOwnProcess();
+    ProcessStart start = TestProcess({L"wait-for", platform::InheritedHandleText(own.Get())});
+    start.inherited = {own.Get()};
+    OwnedHandle process;
+    ASSERT_FALSE(platform::StartProcess(start, process));
+    EXPECT_TRUE(platform::IsProcessRunning(process.Get()));
+    EXPECT_EQ(platform::ExitCode(process.Get()), std::nullopt);
+    EXPECT_NE(platform::ProcessNumber(process.Get()), 0U);
+    EXPECT_NE(platform::ProcessNumber(process.Get()), platform::OwnProcessNumber());
+}
+
+TEST(ProcessTest, WhatIsNoHandleHasNoExitCode) {
+    EXPECT_EQ(platform::ExitCode(nullptr), std::nullopt);
+}
+
+TEST(ProcessTest, ArgumentsArriveAsTheyWereGiven) {
+    EXPECT_EQ(Echoed({L"plain", L"two words", L"", L"tab\there"}), "[plain]\n[two words]\n[]\n[tab\there]\n");
+    EXPECT_EQ(Echoed({L"say \"yes\"", L"\"", L"'single'", L"back\\slash"}),
+              "[say \"yes\"]\n[\"]\n['single']\n[back\\slash]\n");
+    EXPECT_EQ(Echoed({L"C:\\folder\\", L"C:\\two words\\", L"\\\\", L"a\\\\\"b", L"\\\" \\"}),
+              "[C:\\folder\\]\n[C:\\two words\\]\n[\\\\]\n[a\\\\\"b]\n[\\\" \\]\n");
+    EXPECT_EQ(Echoed({L"%PATH%", L"$HOME", L"a&b|c>d", L"*", L"-x", L"^"}),
+              "[%PATH%]\n[$HOME]\n[a&b|c>d]\n[*]\n[-x]\n[^]\n");
+    EXPECT_EQ(Echoed({L"\u00fc\u4e2d", L"line\nbreak", platform::FromUtf8("\xF0\x9F\x98\x80")}),
+              "[\xC3\xBC\xE4\xB8\xAD]\n[line\nbreak]\n[\xF0\x9F\x98\x80]\n");
+}
+
+TEST(ProcessTest, BothStreamsGoToTheOutput) {
+    const Ending ending = RunToEnd(TestProcess({L"print-to-both-streams"}));
+    EXPECT_NE(ending.output.find("out\n"), std::string::npos);
+    EXPECT_NE(ending.output.find("error\n"), std::string::npos);
+}
+
+TEST(ProcessTest, AProcessRunsInItsCurrentFolder) {
+    ProcessStart start = TestProcess({L"print-folder"});
+    start.currentFolder = platform::ProgramFolder();
+    EXPECT_EQ(RunToEnd(start).output, platform::ToUtf8(platform::ToNativeText(platform::ProgramFolder())) + "\n");
+}
+
+TEST(ProcessTest, VariablesAreSetAndRemovedAndTheRestIsHandedDown) {
+    ProcessStart start = TestProcess({L"print-variable", L"CONTROLLER_TEST_VARIABLE"});
+    start.environment = {{L"CONTROLLER_TEST_VARIABLE", L"one = \u00fc"}};
+    EXPECT_EQ(RunToEnd(start).output, "one = \xC3\xBC\n");
+
+    ProcessStart without = TestProcess({L"print-variable", L"PATH"});
+    EXPECT_NE(RunToEnd(without).output, "(not set)\n");
+    without.environment = {{L"PATH", std::nullopt}};
+    EXPECT_EQ(RunToEnd(without).output, "(not set)\n");
+}
+
+TEST(ProcessTest, ABareNameIsLookedUpInPathOnly) {
+    ProcessStart start = TestProcess({L"exit", L"3"});
+    start.program = L"test_process";
+    start.searchPath = true;
+    start.currentFolder = platform::ProgramFolder();
+    EXPECT_EQ(StartFails(start), ErrorKind::NotFound);
+}
+
+TEST(ProcessTest, WhatCannotBeStartedSaysWhy) {
+    ProcessStart start;
+    start.program = test_support::ProgramPath(L"no_such_program");
+    EXPECT_EQ(StartFails(start), ErrorKind::NotFound);
+    start.program = L"relative\\program.exe";
+    EXPECT_EQ(StartFails(start), ErrorKind::NotAbsolute);
+    start.program = L"";
+    EXPECT_EQ(StartFails(start), ErrorKind::NotAbsolute);
+
+    start = TestProcess({L"exit", std::wstring(L"0\0000", 3)});
+    EXPECT_EQ(StartFails(start), ErrorKind::NotSupported);
+    start = TestProcess({L"exit", L"0"});
+    start.environment = {{L"A=B", L"c"}};
+    EXPECT_EQ(StartFails(start), ErrorKind::NotSupported);
+    start = TestProcess({L"exit", L"0"});
+    start.currentFolder = platform::ResolveAgainst(platform::ProgramFolder(), L"no_such_folder");
+    EXPECT_NE(StartFails(start), ErrorKind::None);
+}
+
+TEST(ProcessTest, AChildGetsOnlyTheHandlesThatAreNamed) {
+    const OwnedHandle own = platform::OpenOwnProcess();
+    ProcessStart start = TestProcess({L"print-is-open", platform::InheritedHandleText(own.Get())});
+    EXPECT_EQ(RunToEnd(start).output, "closed\n");
+    start.inherited = {own.Get()};
+    EXPECT_EQ(RunToEnd(start).output, "open\n");
+    start.inherited = {own.Get(), own.Get()};
+    EXPECT_EQ(RunToEnd(start).output, "open\n");
+}
+
+TEST(ProcessTest, ATextThatIsNoInheritedHandleGivesNone) {
+    for (const wchar_t* const text :
+         {L"", L"0x", L"0x0", L"12", L"0xzz", L"0x1f4 ", L"0x123456789abcdef01", L"-0x1", L"0x7ffffff0", L"0x\u00fc"}) {
+        EXPECT_FALSE(platform::TakeInheritedHandle(text)) << platform::ToUtf8(text);
+    }
+}
+
+TEST(ProcessTest, AChildNoticesThatItsParentEnded) {
+    platform::OutputPipe life;
+    ASSERT_FALSE(life.Open());
+    ProcessStart start = TestProcess({L"leave-a-watcher", platform::InheritedHandleText(life.WriteEnd())});
+    start.inherited = {life.WriteEnd()};
+    EXPECT_EQ(RunToEnd(start).exitCode, 0);
+    life.CloseWriteEnd();
+    EXPECT_EQ(test_support::ReadToEnd(life), "");
+}

@@ -1,0 +1,207 @@
+/// A process whose behaviour a test chooses by its arguments: a command and what it needs.
+
+#include <algorithm>
+#include <map>
+#include <stdexcept>
+#include <string>
+#include <vector>
+
+#include "platform/Console.h"
+#include "platform/Directories.h"
+#include "platform/Environment.h"
+#include "platform/NativePath.h"
+#include "platform/Process.h"
+#include "platform/ProgramArguments.h"
+#include "platform/Text.h"
+#include "platform/Waiting.h"
+#include "programs/StopRequests.h"
+
+namespace {
+
+using Arguments = std::vector<std::wstring>;
+
+void Print(const std::wstring& text) {
+    platform::WriteOutput(platform::ToUtf8(text) + "\n");
+}
+
+[[noreturn]] void WaitForEver() {
+    for (;;) {
+        platform::WaitForAny({}, std::nullopt);
+    }
+}
+
+std::wstring OwnProgram() {
+    return platform::ResolveAgainst(platform::ProgramFolder(), L"test_process" CONTROLLER_PROGRAM_SUFFIX);
+}
+
+/// Another of this program, in a session of its own. It inherits the handle that shows the test who still lives.
+platform::ProcessStart Another(const Arguments& arguments, void* life) {
+    platform::ProcessStart start;
+    start.program = OwnProgram();
+    start.arguments = arguments;
+    start.detached = true;
+    if (life != nullptr) {
+        start.inherited = {life};
+        start.arguments.push_back(platform::InheritedHandleText(life));
+    }
+    return start;
+}
+
+platform::OwnedHandle StartOrSay(const platform::ProcessStart& start) {
+    platform::OwnedHandle process;
+    if (const platform::Error error = platform::StartProcess(start, process)) {
+        Print(L"cannot start another: " + error.Text());
+    }
+    return process;
+}
+
+platform::OwnedHandle StartAnother(const Arguments& arguments, void* life) {
+    return StartOrSay(Another(arguments, life));
+}
+
+platform::OwnedHandle TakeLife(const Arguments& arguments, std::size_t index) {
+    return index < arguments.size() ? platform::TakeInheritedHandle(arguments[index]) : platform::OwnedHandle();
+}
+
+// The commands
+
+int Exit(const Arguments& arguments) {
+    return std::stoi(arguments.at(0));
+}
+
+/// Prints each argument in a line of its own, in brackets.
+int Echo(const Arguments& arguments) {
+    for (const std::wstring& argument : arguments) {
+        Print(L"[" + argument + L"]");
+    }
+    return 0;
+}
+
+int PrintVariable(const Arguments& arguments) {
+    Print(platform::GetEnvironment(arguments.at(0)).value_or(L"(not set)"));
+    return 0;
+}
+
+int PrintFolder(const Arguments&) {
+    Print(platform::ToNativeText(platform::CurrentFolder()));
+    return 0;
+}
+
+/// Prints that many numbered lines of 100 bytes.
+int PrintLines(const Arguments& arguments) {
+    const int count = std::stoi(arguments.at(0));
+    constexpr std::size_t lineLength = 100;
+    constexpr std::size_t writeSize = 64 * 1024;
+    std::string lines;
+    for (int number = 1; number <= count; ++number) {
+        std::string line = "line " + std::to_string(number) + " ";
+        line.resize(lineLength - 1, '.');
+        lines += line + "\n";
+        if (lines.size() >= writeSize || number == count) {
+            platform::WriteOutput(std::exchange(lines, {}));
+        }
+    }
+    return 0;
+}
+
+int PrintToBothStreams(const Arguments&) {
+    platform::WriteOutput("out\n");
+    platform::WriteErrorOutput("error\n");
+    return 0;
+}
+
+/// Tells whether a handle is open in this process.
+int PrintIsOpen(const Arguments& arguments) {
+    Print(platform::TakeInheritedHandle(arguments.at(0)) ? L"open" : L"closed");
+    return 0;
+}
+
+int Wait(const Arguments& arguments) {
+    const platform::OwnedHandle life = TakeLife(arguments, 0);
+    Print(L"ready");
+    WaitForEver();
+}
+
+int WaitStubbornly(const Arguments& arguments) {
+    IgnoreStopRequests();
+    return Wait(arguments);
+}
+
+/// Waits until an inherited handle is signalled.
+int WaitFor(const Arguments& arguments) {
+    const platform::OwnedHandle life = TakeLife(arguments, 1);
+    const platform::OwnedHandle handle = platform::TakeInheritedHandle(arguments.at(0));
+    platform::WaitForAny({handle.Get()}, std::nullopt);
+    return 0;
+}
+
+/// Starts a process that waits for the end of this one, and ends.
+int LeaveAWatcher(const Arguments& arguments) {
+    const platform::OwnedHandle life = TakeLife(arguments, 0);
+    const platform::OwnedHandle own = platform::OpenOwnProcess();
+    platform::ProcessStart watcher = Another({L"wait-for", platform::InheritedHandleText(own.Get())}, life.Get());
+    watcher.inherited.push_back(own.Get());
+    return StartOrSay(watcher) ? 0 : 1;
+}
+
+/// Starts a process that nobody waits for, and ends.
+int LeaveOneBehind(const Arguments& arguments) {
+    const platform::OwnedHandle life = TakeLife(arguments, 0);
+    StartAnother({L"wait"}, life.Get());
+    return 0;
+}
+
+/// Starts children that leave its session: two directly, and one whose parent ends at once. Then waits.
+int HaveFamily(const Arguments& arguments) {
+    const platform::OwnedHandle life = TakeLife(arguments, 0);
+    const platform::OwnedHandle first = StartAnother({L"wait"}, life.Get());
+    const platform::OwnedHandle second = StartAnother({L"wait-stubbornly"}, life.Get());
+    const platform::OwnedHandle passing = StartAnother({L"leave-one-behind"}, life.Get());
+    platform::WaitForAny({passing.Get()}, std::nullopt);
+    Print(L"ready");
+    WaitForEver();
+}
+
+/// Starts two more of itself, each of which does so too, to the given depth.
+int Multiply(const Arguments& arguments) {
+    const int depth = std::stoi(arguments.at(0));
+    const platform::OwnedHandle life = TakeLife(arguments, 1);
+    Print(L"ready");
+    std::vector<platform::OwnedHandle> children;
+    while (depth > 0 && children.size() < 2) {
+        children.push_back(StartAnother({L"multiply", std::to_wstring(depth - 1)}, life.Get()));
+    }
+    WaitForEver();
+}
+
+int Run(const Arguments& arguments) {
+    const std::map<std::wstring, int (*)(const Arguments&)> commands = {
+        {L"exit", Exit},
+        {L"echo", Echo},
+        {L"print-variable", PrintVariable},
+        {L"print-folder", PrintFolder},
+        {L"print-lines", PrintLines},
+        {L"print-to-both-streams", PrintToBothStreams},
+        {L"print-is-open", PrintIsOpen},
+        {L"wait", Wait},
+        {L"wait-stubbornly", WaitStubbornly},
+        {L"wait-for", WaitFor},
+        {L"leave-one-behind", LeaveOneBehind},
+        {L"leave-a-watcher", LeaveAWatcher},
+        {L"have-family", HaveFamily},
+        {L"multiply", Multiply},
+    };
+    return commands.at(arguments.at(0))({arguments.begin() + 1, arguments.end()});
+}
+
+} // namespace
+
+int main(int count, char** values) {
+    platform::PrepareConsole();
+    try {
+        return Run(platform::ProgramArguments(count, values));
+    } catch (const std::exception& failure) {
+        platform::WriteErrorOutput(std::string("test_process: ") + failure.what() + "\n");
+        return 99;
+    }
+}

@@ -1,0 +1,3 @@
+#include "programs/StopRequests.h"
+
+void IgnoreStopRequests() {}

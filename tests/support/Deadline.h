@@ -1,0 +1,32 @@
+#pragma once
+
+#include <chrono>
+#include <condition_variable>
+#include <mutex>
+#include <string>
+#include <thread>
+
+namespace test_support {
+
+/// How long anything may take that a test waits for; far more than it needs.
+inline constexpr std::chrono::seconds patience{60};
+
+/// Ends the test program with a message when it still exists after `patience`: for waits that know no time limit.
+class Deadline {
+public:
+    explicit Deadline(std::string what);
+    ~Deadline();
+    Deadline(const Deadline&) = delete;
+    Deadline& operator=(const Deadline&) = delete;
+
+private:
+    void Watch();
+
+    std::string awaited;
+    std::mutex mutex;
+    std::condition_variable changed;
+    bool isOver = false;
+    std::thread watcher;
+};
+
+} // namespace test_support

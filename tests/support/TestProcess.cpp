@@ -1,0 +1,71 @@
+#include "support/TestProcess.h"
+
+#include <utility>
+
+#include "platform/Directories.h"
+#include "platform/NativePath.h"
+#include "platform/Waiting.h"
+#include "support/Deadline.h"
+
+namespace test_support {
+namespace {
+
+constexpr std::size_t readSize = 64 * 1024;
+
+} // namespace
+
+std::wstring ProgramPath(const std::wstring& name) {
+    return platform::ResolveAgainst(platform::ProgramFolder(), name + CONTROLLER_PROGRAM_SUFFIX);
+}
+
+platform::ProcessStart TestProcess(const std::vector<std::wstring>& arguments) {
+    platform::ProcessStart start;
+    start.program = ProgramPath(L"test_process");
+    start.arguments = arguments;
+    return start;
+}
+
+Ending RunToEnd(platform::ProcessStart start) {
+    platform::OutputPipe pipe;
+    platform::OwnedHandle process;
+    if (pipe.Open()) {
+        return {};
+    }
+    start.output = pipe.WriteEnd();
+    if (platform::StartProcess(start, process)) {
+        return {};
+    }
+    pipe.CloseWriteEnd();
+    Ending ending{ReadToEnd(pipe), std::nullopt};
+    WaitUntilSignalled(process.Get());
+    ending.exitCode = platform::ExitCode(process.Get());
+    return ending;
+}
+
+std::string ReadToEnd(platform::OutputPipe& pipe) {
+    const Deadline deadline("the end of an output");
+    std::string all;
+    std::string part;
+    do {
+        pipe.Read(readSize, part);
+        all += part;
+    } while (!part.empty());
+    return all;
+}
+
+bool ReadUntil(platform::OutputPipe& pipe, const std::string& text) {
+    const Deadline deadline("the output " + text);
+    std::string all;
+    std::string part;
+    do {
+        pipe.Read(readSize, part);
+        all += part;
+    } while (!part.empty() && all.find(text) == std::string::npos);
+    return all.find(text) != std::string::npos;
+}
+
+bool WaitUntilSignalled(void* handle) {
+    return platform::WaitForAny({handle}, patience).has_value();
+}
+
+} // namespace test_support

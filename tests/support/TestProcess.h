@@ -1,0 +1,38 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <vector>
+
+#include "platform/Pipe.h"
+#include "platform/Process.h"
+
+/// Processes that tests start, most of them of the program `test_process`.
+namespace test_support {
+
+/// The path of a program of the build by its name.
+std::wstring ProgramPath(const std::wstring& name);
+
+/// How to start `test_process` with a command and what it needs.
+platform::ProcessStart TestProcess(const std::vector<std::wstring>& arguments);
+
+/// What a process printed until it and all that share its output had ended, and how it ended.
+struct Ending {
+    std::string output;
+    std::optional<std::int32_t> exitCode;
+};
+
+/// Starts a process, with its output in a pipe, and waits for its end. No exit code when it could not be started.
+Ending RunToEnd(platform::ProcessStart start);
+
+/// Reads until all who could write have closed their ends.
+std::string ReadToEnd(platform::OutputPipe& pipe);
+
+/// Reads until `text` has come; false when the end comes first.
+bool ReadUntil(platform::OutputPipe& pipe, const std::string& text);
+
+/// Waits for a process or event.
+bool WaitUntilSignalled(void* handle);
+
+} // namespace test_support

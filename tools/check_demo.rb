@@ -1,0 +1,29 @@
+# frozen_string_literal: true
+
+# Checks that every job of the demo ended as it should. Usage: check_demo.rb DEMO_FOLDER
+require "json"
+
+MEANT_TO_FAIL = "not_an_stl.stl"
+
+demo = ARGV.fetch(0)
+jobs = JSON.parse(File.read(File.join(demo, "job_list.json")))["JobList"]
+succeeded = 2 # JobStatus: 2 is Success, 3 is Failed
+failed = 3
+
+problems = jobs.filter_map do |job|
+  input = job["inputFiles"].first.tr("\\", "/")
+  expected = File.basename(input) == MEANT_TO_FAIL ? failed : succeeded
+  output = job["outputDir"].tr("\\", "/")
+  if job["status"] != expected
+    "Job #{job["seqId"]} (#{File.basename(input)}) ended with status #{job["status"]}, not #{expected}; " \
+      "what it printed: #{job["workDir"].tr("\\", "/")}/scenario.log"
+  elsif expected == succeeded && Dir.empty?(output)
+    "Job #{job["seqId"]} succeeded, but its output folder #{output} is empty"
+  end
+end
+
+abort(problems.join("\n")) unless problems.empty?
+abort("There is not one job in the list") if jobs.empty?
+puts "All #{jobs.size} jobs ended as they should. #{MEANT_TO_FAIL} is no STL file: its job is meant to fail,",
+     "and the table shows the scenario's own message for it.",
+     "Pictures and reports: #{File.join(demo, "output")}"
