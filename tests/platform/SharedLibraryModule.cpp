@@ -1,7 +1,0 @@
-#include "platform/Export.h"
-
-extern "C" CONTROLLER_API int Answer();
-
-int Answer() {
-    return 42;
-}
