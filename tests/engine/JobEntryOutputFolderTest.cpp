@@ -29,7 +29,7 @@ protected:
     }
 
     RecordingCompanion companion;
-    test_support::TemporaryFolder folder;
+    TemporaryFolder folder;
 };
 
 TEST_F(JobEntryOutputFolderTest, FolderIsNamedAfterTheFirstInputWithoutVersionAndExtension) {
@@ -58,7 +58,7 @@ TEST_F(JobEntryOutputFolderTest, MissingParentFoldersAreMade) {
 }
 
 TEST_F(JobEntryOutputFolderTest, FileWithTheFoldersNameIsPassedOverToo) {
-    folder.Write(L"part", "");
+    WriteTextFile(folder / L"part", "");
     EXPECT_EQ(Prepare(L"part.prt"), L"\\part_1");
 }
 
@@ -72,7 +72,8 @@ TEST_F(JobEntryOutputFolderTest, JobWithoutInputsTakesItsOutputDirectoryExisting
 }
 
 TEST_F(JobEntryOutputFolderTest, FolderThatCannotBeMadeIsAnErrorAndLeavesNone) {
-    const std::wstring file = folder.Write(L"file", "");
+    const std::wstring file = folder / L"file";
+    WriteTextFile(file, "");
     JobEntry job = JobWith(file, {L"part.prt"});
     EXPECT_FALSE(job.PrepareOutputDir());
     EXPECT_EQ(job.GetOutputFolder(), L"");

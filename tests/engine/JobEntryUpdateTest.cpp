@@ -141,7 +141,7 @@ TEST_F(JobEntryUpdateTest, CancelingJobWhoseProcessStillRunsReportsProgress) {
 }
 
 TEST_F(JobEntryUpdateTest, EndedJobHasItsPreparedFolderAsOutputDirectory) {
-    const test_support::TemporaryFolder folder;
+    const TemporaryFolder folder;
     job.info.outputDir = folder.Path();
     job.info.inputFiles = {L"part.prt"};
     ASSERT_TRUE(job.PrepareOutputDir());

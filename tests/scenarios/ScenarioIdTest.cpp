@@ -1,0 +1,32 @@
+#include "scenarios/ScenarioId.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+// The numbers were computed apart from this program, over the UTF-16 bytes of each text.
+
+TEST(ScenarioIdTest, EmptyTextGivesTheOffsetBasis) {
+    EXPECT_EQ(HashOf(u""), 0xcbf29ce484222325U);
+    EXPECT_EQ(ScenarioId(L""), L"14695981039346656037");
+}
+
+TEST(ScenarioIdTest, EachUnitIsTwoBytesLowByteFirst) {
+    EXPECT_EQ(HashOf(u"a"), 620337896427418084U);
+    EXPECT_EQ(HashOf(u"\u4e2d\u6587"), 4981773450566581006U);
+}
+
+TEST(ScenarioIdTest, IdentifierIsTheHashInDecimal) {
+    EXPECT_EQ(ScenarioId(L"C:\\scenarios\\mesh.rb"), L"16627485072161660388");
+    EXPECT_EQ(ScenarioId(L"L : C:\\scenarios\\mesh.rb"), L"13449174645078562290");
+}
+
+TEST(ScenarioIdTest, CharactersBeyond16BitsAreHashedAsTwoUnits) {
+    EXPECT_EQ(ScenarioId(L"\U0001F600"), L"17553360157299443082");
+}
+
+TEST(ScenarioIdTest, UnpairedSurrogatesAreHashedAsTheyAre) {
+    EXPECT_EQ(ScenarioId(std::wstring(1, static_cast<wchar_t>(0xd800))), L"590446573308739813");
+}
+
+} // namespace

@@ -1,0 +1,114 @@
+#include "scenarios/ScenarioSearch.h"
+
+#include "platform/FileSystem.h"
+#include "scenarios/FolderLink.h"
+#include "support/TemporaryFolder.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using Texts = std::vector<std::wstring>;
+
+class ScenarioSearchTest : public testing::Test {
+protected:
+    void Write(const std::wstring& name) { WriteTextFile(folder / name, ""); }
+
+    Texts Find() {
+        std::vector<ScenarioFile> files;
+        FindScenarioFiles({folder.Path(), L"L"}, files);
+        Texts paths;
+        for (const ScenarioFile& file : files) {
+            paths.push_back(RelativePath(file));
+        }
+        return paths;
+    }
+
+    TemporaryFolder folder;
+};
+
+TEST_F(ScenarioSearchTest, FoundFileKnowsWhereItStands) {
+    Write(L"a\\x.esa");
+    std::vector<ScenarioFile> files;
+    FindScenarioFiles({folder.Path(), L"L"}, files);
+    ASSERT_EQ(files.size(), 1U);
+    EXPECT_EQ(files[0].extension, L".esa");
+    EXPECT_EQ(files[0].root, folder.Path());
+    EXPECT_EQ(files[0].relativeFolder, L"a");
+    EXPECT_EQ(files[0].baseName, L"x");
+    EXPECT_EQ(files[0].label, L"L");
+    EXPECT_EQ(FullPath(files[0]), folder / L"a\\x.esa");
+    EXPECT_EQ(SettingsPath(files[0]), folder / L"a\\x.adc");
+    EXPECT_EQ(LabelPrefix(files[0]), L"L : ");
+}
+
+TEST_F(ScenarioSearchTest, MissingRootHasNoFiles) {
+    std::vector<ScenarioFile> files;
+    FindScenarioFiles({folder / L"missing", L""}, files);
+    EXPECT_TRUE(files.empty());
+}
+
+TEST_F(ScenarioSearchTest, FolderIsAskedForSettingsOnlyWhenItHasSome) {
+    Write(L"a\\x.rb");
+    Write(L"b\\x.rb");
+    Write(L"b\\x.adc");
+    std::vector<ScenarioFile> files;
+    FindScenarioFiles({folder.Path(), L""}, files);
+    ASSERT_EQ(files.size(), 2U);
+    EXPECT_FALSE(files[0].folderHasSettings);
+    EXPECT_TRUE(files[1].folderHasSettings);
+}
+
+TEST_F(ScenarioSearchTest, FileThatIsOnlyAnExtensionHasAnEmptyName) {
+    Write(L".rb");
+    EXPECT_EQ(Find(), Texts{L".rb"});
+}
+
+TEST_F(ScenarioSearchTest, ExtensionsAreMatchedAsTheSystemMatchesNames) {
+    Write(L"x.RB");
+    const Texts found = Find();
+    if (platform::HasExtension(L"x.RB", L".rb")) {
+        EXPECT_EQ(found, Texts{L"x.rb"}); // the extension is written as it was looked for
+    } else {
+        EXPECT_EQ(found, Texts());
+    }
+}
+
+TEST_F(ScenarioSearchTest, LinkToAFolderElsewhereIsWalkedInto) {
+    const TemporaryFolder elsewhere;
+    WriteTextFile(elsewhere / L"sub\\x.rb", "");
+    if (!MakeFolderLink(folder / L"link", elsewhere.Path())) {
+        GTEST_SKIP() << "This system makes no links to folders.";
+    }
+    EXPECT_EQ(Find(), Texts{L"link\\sub\\x.rb"});
+}
+
+TEST_F(ScenarioSearchTest, LinkThatLeadsBackUpItsPathIsNotWalkedInto) {
+    Write(L"a\\b\\x.rb");
+    if (!MakeFolderLink(folder / L"a\\b\\root", folder.Path())) {
+        GTEST_SKIP() << "This system makes no links to folders.";
+    }
+    MakeFolderLink(folder / L"a\\b\\parent", folder / L"a");
+    MakeFolderLink(folder / L"a\\b\\itself", folder / L"a\\b");
+    EXPECT_EQ(Find(), Texts{L"a\\b\\x.rb"});
+}
+
+TEST_F(ScenarioSearchTest, LinksThatLeadToOneAnotherComeToAnEnd) {
+    Write(L"a\\1.rb");
+    Write(L"b\\2.rb");
+    if (!MakeFolderLink(folder / L"a\\to_b", folder / L"b")) {
+        GTEST_SKIP() << "This system makes no links to folders.";
+    }
+    MakeFolderLink(folder / L"b\\to_a", folder / L"a");
+    EXPECT_EQ(Find(), (Texts{L"a\\1.rb", L"b\\2.rb", L"a\\to_b\\2.rb", L"b\\to_a\\1.rb"}));
+}
+
+TEST_F(ScenarioSearchTest, SecondLinkToTheSameFolderIsWalkedIntoToo) {
+    Write(L"a\\x.rb");
+    if (!MakeFolderLink(folder / L"b", folder / L"a")) {
+        GTEST_SKIP() << "This system makes no links to folders.";
+    }
+    EXPECT_EQ(Find(), (Texts{L"a\\x.rb", L"b\\x.rb"}));
+}
+
+} // namespace

@@ -1,0 +1,63 @@
+#include "scenarios/ScenarioSettings.h"
+
+#include "support/TemporaryFolder.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using Texts = std::vector<std::wstring>;
+
+class ScenarioSettingsTest : public testing::Test {
+protected:
+    std::vector<InputFileSpec> Read(const std::string& content) {
+        WriteTextFile(folder / L"x.adc", content);
+        return ReadScenarioInputs(folder / L"x.adc");
+    }
+
+    TemporaryFolder folder;
+};
+
+TEST_F(ScenarioSettingsTest, ListsAreSplitAtEveryComma) {
+    EXPECT_EQ(SplitAtCommas(L"igs,stp"), (Texts{L"igs", L"stp"}));
+    EXPECT_EQ(SplitAtCommas(L"igs"), Texts{L"igs"});
+    EXPECT_EQ(SplitAtCommas(L" igs , stp "), (Texts{L" igs ", L" stp "}));
+}
+
+TEST_F(ScenarioSettingsTest, EmptyListHasNoPiece) {
+    EXPECT_EQ(SplitAtCommas(L""), Texts());
+}
+
+TEST_F(ScenarioSettingsTest, CommaAtTheEndAddsNoEmptyPiece) {
+    EXPECT_EQ(SplitAtCommas(L"igs,"), Texts{L"igs"});
+    EXPECT_EQ(SplitAtCommas(L"igs,,"), (Texts{L"igs", L""}));
+}
+
+TEST_F(ScenarioSettingsTest, LeadingOrDoubledCommaGivesAnEmptyPiece) {
+    EXPECT_EQ(SplitAtCommas(L",igs"), (Texts{L"", L"igs"}));
+    EXPECT_EQ(SplitAtCommas(L"igs,,stp"), (Texts{L"igs", L"", L"stp"}));
+    EXPECT_EQ(SplitAtCommas(L","), Texts{L""});
+}
+
+TEST_F(ScenarioSettingsTest, TwoSecondaryInputsMakeThreeInputs) {
+    const std::vector<InputFileSpec> expected{{L"Neutral", {L"igs", L"stp"}}, {}, {}};
+    EXPECT_EQ(Read("[Scenario]\nCADName=Neutral\nCADExt=igs,stp\nSecondInput=2\n"), expected);
+}
+
+TEST_F(ScenarioSettingsTest, NegativeOrUnreadableCountMakesOneInput) {
+    for (const char* count : {"-3", "many", "", "0"}) {
+        const std::string text = std::string("[Scenario]\nCADName=Neutral\nSecondInput=") + count + "\n";
+        EXPECT_EQ(Read(text), (std::vector<InputFileSpec>{{L"Neutral", {}}})) << count;
+    }
+}
+
+TEST_F(ScenarioSettingsTest, EmptySettingsMakeOneUnnamedInput) {
+    EXPECT_EQ(Read(""), std::vector<InputFileSpec>(1));
+    EXPECT_EQ(Read("[Other]\nCADName=Neutral\n"), std::vector<InputFileSpec>(1));
+}
+
+TEST_F(ScenarioSettingsTest, CountBeyondReasonIsCut) {
+    EXPECT_EQ(Read("[Scenario]\nSecondInput=2147483647\n").size(), 10'001U);
+}
+
+} // namespace
