@@ -27,6 +27,12 @@ struct Settings {
     std::wstring defaultCulture = L"en-US";
     /// Function modules in the order to load them.
     std::vector<std::wstring> functionModules;
+    /// The module through which front ends and the host exchange events.
+    std::wstring eventTransmitter;
+    /// The name of the place where they meet: hosts with different job lists need different names.
+    std::wstring transmitterName = L"default";
+    /// The texts of the front ends, one section a culture.
+    std::wstring stringResourceFile;
     /// The program that runs one scenario.
     std::wstring scenarioRunner;
     /// Holds the scenario API of each language in a subfolder ("ruby").

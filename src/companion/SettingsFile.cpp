@@ -60,6 +60,16 @@ struct Culture {
     static constexpr auto nameCharacters = L"ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789-_";
 };
 
+struct MeetingPlace {
+    using Value = std::wstring;
+    static constexpr auto initial = L"default";
+    static constexpr auto expected = L"a name of 1 to 64 letters, digits, dots, dashes and underscores";
+    static bool Accepts(const std::wstring& name) {
+        return !name.empty() && name.size() <= 64 && name.find_first_not_of(nameCharacters) == std::wstring::npos;
+    }
+    static constexpr auto nameCharacters = L"ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789-_.";
+};
+
 struct Days {
     using Value = std::int32_t;
     static constexpr Value initial = 30;
@@ -109,6 +119,9 @@ struct File {
     CheckedValue<Culture> culture;
     CheckedValue<Culture> defaultCulture;
     std::optional<Paths> functionModules;
+    std::optional<CheckedValue<Path>> eventTransmitter;
+    CheckedValue<MeetingPlace> transmitterName;
+    std::optional<CheckedValue<Path>> stringResourceFile;
     std::optional<CheckedValue<Path>> scenarioRunner;
     std::optional<CheckedValue<Path>> scenarioApiDirectory;
     std::optional<Interpreters> interpreters;
@@ -156,8 +169,10 @@ struct Layout<settings::File> {
         Member{"logFile", &File::logFile}, Member{"autoDeleteWorkFolder", &File::autoDeleteWorkFolder},
         Member{"scenarioDirectories", &File::scenarioDirectories}, Member{"culture", &File::culture},
         Member{"defaultCulture", &File::defaultCulture}, Member{"functionModules", &File::functionModules},
-        Member{"scenarioRunner", &File::scenarioRunner}, Member{"scenarioApiDirectory", &File::scenarioApiDirectory},
-        Member{"interpreters", &File::interpreters}, Member{"cancelGraceSeconds", &File::cancelGraceSeconds},
+        Member{"eventTransmitter", &File::eventTransmitter}, Member{"transmitterName", &File::transmitterName},
+        Member{"stringResourceFile", &File::stringResourceFile}, Member{"scenarioRunner", &File::scenarioRunner},
+        Member{"scenarioApiDirectory", &File::scenarioApiDirectory}, Member{"interpreters", &File::interpreters},
+        Member{"cancelGraceSeconds", &File::cancelGraceSeconds},
         Member{"scenarioLogLimitBytes", &File::scenarioLogLimitBytes});
 };
 
@@ -178,10 +193,13 @@ public:
         ApplyPath(file.workDirectory, changed.workDirectory);
         ApplyPath(file.jobListFile, changed.jobListFile);
         ApplyPath(file.logFile, changed.logFile);
+        ApplyPath(file.eventTransmitter, changed.eventTransmitter);
+        ApplyPath(file.stringResourceFile, changed.stringResourceFile);
         ApplyPath(file.scenarioRunner, changed.scenarioRunner);
         ApplyPath(file.scenarioApiDirectory, changed.scenarioApiDirectory);
         changed.autoDeleteWorkFolder = file.autoDeleteWorkFolder.enabled;
         changed.autoDeleteDays = file.autoDeleteWorkFolder.days.value;
+        changed.transmitterName = file.transmitterName.value;
         changed.culture = file.culture.value;
         changed.defaultCulture = file.defaultCulture.value;
         changed.cancelGraceSeconds = file.cancelGraceSeconds.value;
@@ -251,6 +269,8 @@ Settings BuiltInSettings() {
     settings.logFile = data + L"\\controller.log";
     settings.scenarioRunner = programs + L"\\scenario_runner" + platform::programExtension;
     settings.functionModules = {programs + L"\\local_process" + platform::moduleExtension};
+    settings.eventTransmitter = programs + L"\\local_socket" + platform::moduleExtension;
+    settings.stringResourceFile = platform::ResolveAgainst(programs, L"..\\share\\common_controller\\strings.json");
     settings.scenarioApiDirectory = platform::ResolveAgainst(programs, L"..\\share\\common_controller\\scenario_api");
     settings.interpreters = {{L".rb", {L"ruby"}}};
     return settings;

@@ -10,8 +10,8 @@ namespace {
 
 // What the Windows runtime's clock knows: 1970-01-01T00:00:00Z to 3000-12-31T23:59:59Z.
 constexpr std::int64_t lastTime = 32'535'215'999;
-constexpr std::int64_t firstYear = 1969; // may still carry over into 1970
-constexpr std::int64_t lastYear = 3001;
+constexpr std::int64_t firstYear = 1970;
+constexpr std::int64_t lastYear = 3000;
 constexpr std::int64_t cannotBeTold = -1;
 
 bool IsKnown(std::int64_t time) {

@@ -27,7 +27,7 @@ CalendarTime ToUtc(std::int64_t time);
 CalendarTime ToLocal(std::int64_t time);
 
 /// The time whose local fields these are, as `_mktime64` reads them with daylight saving off (fields beyond their range
-/// carry over); -1 for anything before 1970 or that cannot be told.
+/// carry over); -1 for years before 1970 or after 3000, for a time before 1970 in UTC, and for what cannot be told.
 std::int64_t FromLocal(const CalendarTime& fields);
 
 /// The local time in the form "%Y%m%d_%H%M%S", at most 31 characters.

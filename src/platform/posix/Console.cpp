@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cerrno>
+#include <csignal>
 
 #include <poll.h>
 #include <sys/ioctl.h>
@@ -21,7 +22,32 @@ bool WaitUntilWritable(int descriptor) {
     return poll(&writable, 1, -1) == 1 || errno == EINTR;
 }
 
+/// While it lives, a write to a pipe without a reader fails with EPIPE and ends nobody. Child processes inherit nothing
+/// of it, as they would if the signal were ignored for the whole process.
+class BrokenPipeGuard {
+public:
+    BrokenPipeGuard() {
+        sigemptyset(&brokenPipe);
+        sigaddset(&brokenPipe, SIGPIPE);
+        pthread_sigmask(SIG_BLOCK, &brokenPipe, &previousMask);
+    }
+    ~BrokenPipeGuard() {
+        if (sigismember(&previousMask, SIGPIPE) == 0) {
+            const timespec atOnce = {};
+            sigtimedwait(&brokenPipe, nullptr, &atOnce);
+        }
+        pthread_sigmask(SIG_SETMASK, &previousMask, nullptr);
+    }
+    BrokenPipeGuard(const BrokenPipeGuard&) = delete;
+    BrokenPipeGuard& operator=(const BrokenPipeGuard&) = delete;
+
+private:
+    sigset_t brokenPipe;
+    sigset_t previousMask;
+};
+
 void WriteAll(int descriptor, std::string_view bytes) {
+    const BrokenPipeGuard guard;
     while (!bytes.empty()) {
         const ssize_t written = write(descriptor, bytes.data(), bytes.size());
         if (written < 0 && !WaitUntilWritable(descriptor)) {

@@ -1,0 +1,78 @@
+#include "platform/Directories.h"
+
+#include <gtest/gtest.h>
+
+#include "platform/Environment.h"
+#include "platform/FileSystem.h"
+#include "platform/NativePath.h"
+#include "platform/SystemHelpers.h"
+
+namespace {
+
+/// Sets a variable for one test.
+class ScopedVariable {
+public:
+    ScopedVariable(const std::wstring& variable, const std::wstring& value)
+        : name(variable), previous(platform::GetEnvironment(variable).value_or(L"")) {
+        platform::SetEnvironment(name, value);
+    }
+    ~ScopedVariable() { platform::SetEnvironment(name, previous); }
+    ScopedVariable(const ScopedVariable&) = delete;
+    ScopedVariable& operator=(const ScopedVariable&) = delete;
+
+private:
+    std::wstring name;
+    std::wstring previous;
+};
+
+std::wstring Root() {
+    return OnWindows() ? L"C:" : L"";
+}
+
+TEST(DirectoriesTest, TheUsersFoldersAreTakenFromTheEnvironment) {
+    const ScopedVariable configuration(OnWindows() ? L"APPDATA" : L"XDG_CONFIG_HOME", Root() + L"/my/settings/");
+    const ScopedVariable data(OnWindows() ? L"LOCALAPPDATA" : L"XDG_DATA_HOME", Root() + L"/my/data");
+    EXPECT_EQ(platform::UserConfigurationFolder(), Root() + L"\\my\\settings");
+    EXPECT_EQ(platform::UserDataFolder(), Root() + L"\\my\\data");
+}
+
+TEST(DirectoriesTest, ARelativeValueIsIgnored) {
+    const ScopedVariable home(L"HOME", L"/home/somebody");
+    const ScopedVariable configuration(OnWindows() ? L"APPDATA" : L"XDG_CONFIG_HOME", L"relative");
+    const ScopedVariable data(OnWindows() ? L"LOCALAPPDATA" : L"XDG_DATA_HOME", L"relative");
+    EXPECT_TRUE(platform::IsAbsolute(platform::UserConfigurationFolder()));
+    EXPECT_TRUE(platform::IsAbsolute(platform::UserDataFolder()));
+}
+
+TEST(DirectoriesTest, WithoutVariablesTheyStandBelowTheHomeFolder) {
+    if (OnWindows()) {
+        GTEST_SKIP() << "the system knows these folders here";
+    }
+    const ScopedVariable home(L"HOME", L"/home/somebody");
+    const ScopedVariable configuration(L"XDG_CONFIG_HOME", L"");
+    const ScopedVariable data(L"XDG_DATA_HOME", L"");
+    EXPECT_EQ(platform::UserConfigurationFolder(), L"\\home\\somebody\\.config");
+    EXPECT_EQ(platform::UserDataFolder(), L"\\home\\somebody\\.local\\share");
+}
+
+TEST(DirectoriesTest, WithoutAHomeFolderTheAccountSaysIt) {
+    const ScopedVariable home(L"HOME", L"");
+    const ScopedVariable configuration(OnWindows() ? L"APPDATA" : L"XDG_CONFIG_HOME", L"");
+    EXPECT_TRUE(platform::IsAbsolute(platform::UserConfigurationFolder()));
+}
+
+TEST(DirectoriesTest, TheFoldersOfThisProcessExist) {
+    for (const std::wstring& folder :
+         {platform::TemporaryFolder(), platform::CurrentFolder(), platform::ProgramFolder()}) {
+        EXPECT_TRUE(platform::IsAbsolute(folder)) << testing::PrintToString(folder);
+        EXPECT_TRUE(platform::IsFolder(folder)) << testing::PrintToString(folder);
+        EXPECT_EQ(folder.find(L'/'), std::wstring::npos) << testing::PrintToString(folder);
+        EXPECT_NE(folder.back(), L'\\') << testing::PrintToString(folder);
+    }
+}
+
+TEST(DirectoriesTest, TheProgramStandsInItsFolder) {
+    EXPECT_TRUE(platform::Exists(platform::ProgramFolder() + L"\\platform_file_tests" + (OnWindows() ? L".exe" : L"")));
+}
+
+} // namespace

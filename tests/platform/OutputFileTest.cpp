@@ -1,0 +1,84 @@
+#include "platform/OutputFile.h"
+
+#include <utility>
+
+#include <gtest/gtest.h>
+
+#include "platform/FileSystem.h"
+#include "support/TemporaryFolder.h"
+
+namespace {
+
+using platform::ErrorKind;
+using platform::OutputFile;
+
+class OutputFileTest : public testing::Test {
+protected:
+    TemporaryFolder folder;
+    const std::wstring path = folder / L"controller.log";
+};
+
+TEST_F(OutputFileTest, AppendsToWhatIsThere) {
+    WriteTextFile(path, "old\r\n");
+    OutputFile file;
+    ASSERT_FALSE(file.Open(path, false));
+    EXPECT_EQ(file.Size(), 5u);
+    EXPECT_FALSE(file.Write("new\n"));
+    EXPECT_FALSE(file.Write(""));
+    EXPECT_EQ(file.Size(), 9u);
+    EXPECT_EQ(ReadTextFile(path), "old\r\nnew\n");
+}
+
+TEST_F(OutputFileTest, CreatesTheFileOrDropsItsContent) {
+    OutputFile file;
+    ASSERT_FALSE(file.Open(path, true));
+    EXPECT_FALSE(file.Write("first"));
+    ASSERT_FALSE(file.Open(path, true));
+    EXPECT_EQ(file.Size(), 0u);
+    EXPECT_FALSE(file.Write("second"));
+    EXPECT_EQ(ReadTextFile(path), "second");
+}
+
+TEST_F(OutputFileTest, TwoWritersDoNotOverwriteEachOther) {
+    OutputFile left;
+    OutputFile right;
+    ASSERT_FALSE(left.Open(path, false));
+    ASSERT_FALSE(right.Open(path, false));
+    EXPECT_FALSE(left.Write("a"));
+    EXPECT_FALSE(right.Write("b"));
+    EXPECT_FALSE(left.Write("c"));
+    EXPECT_EQ(ReadTextFile(path), "abc");
+}
+
+TEST_F(OutputFileTest, TheFileCanBeRenamedWhileItIsOpen) {
+    OutputFile file;
+    ASSERT_FALSE(file.Open(path, false));
+    EXPECT_FALSE(file.Write("a"));
+    EXPECT_FALSE(platform::RenameFile(path, folder / L"controller.1.log"));
+    EXPECT_FALSE(file.Write("b"));
+    EXPECT_EQ(ReadTextFile(folder / L"controller.1.log"), "ab");
+}
+
+TEST_F(OutputFileTest, WithoutAFileThereIsNothing) {
+    OutputFile file;
+    EXPECT_FALSE(file.IsOpen());
+    EXPECT_EQ(file.Size(), 0u);
+    EXPECT_TRUE(file.Write("x"));
+    EXPECT_EQ(file.Open(folder / L"missing\\file", false).kind, ErrorKind::NotFound);
+    EXPECT_FALSE(file.IsOpen());
+}
+
+TEST_F(OutputFileTest, MovingHandsTheFileOver) {
+    OutputFile first;
+    ASSERT_FALSE(first.Open(path, false));
+    OutputFile second = std::move(first);
+    EXPECT_FALSE(second.Write("a"));
+    OutputFile third;
+    third = std::move(second);
+    EXPECT_FALSE(third.Write("b"));
+    third.Close();
+    EXPECT_FALSE(third.IsOpen());
+    EXPECT_EQ(ReadTextFile(path), "ab");
+}
+
+} // namespace

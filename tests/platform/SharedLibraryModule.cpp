@@ -1,0 +1,7 @@
+#include "platform/Export.h"
+
+extern "C" CONTROLLER_API int Answer();
+
+int Answer() {
+    return 42;
+}

@@ -1,0 +1,65 @@
+#include "platform/SharedLibrary.h"
+
+#include <gtest/gtest.h>
+
+#include "platform/Directories.h"
+#include "platform/Export.h"
+#include "platform/Text.h"
+#include "support/TemporaryFolder.h"
+
+// An export of the program itself, which a null module must not lead to.
+extern "C" CONTROLLER_API int ExportOfTheProgram();
+
+int ExportOfTheProgram() {
+    return 1;
+}
+
+namespace {
+
+using platform::FindExport;
+using platform::FreeModule;
+using platform::LoadModule;
+
+std::wstring ModulePath() {
+    return platform::ProgramFolder() + L"/" + platform::FromUtf8(TEST_MODULE_FILE);
+}
+
+TEST(SharedLibraryTest, AnExportOfALoadedModuleCanBeCalled) {
+    void* const module = LoadModule(ModulePath());
+    ASSERT_NE(module, nullptr);
+    const auto answer = reinterpret_cast<int (*)()>(FindExport(module, "Answer"));
+    ASSERT_NE(answer, nullptr);
+    EXPECT_EQ(answer(), 42);
+    EXPECT_EQ(FindExport(module, "NoSuchExport"), nullptr);
+    FreeModule(module);
+}
+
+TEST(SharedLibraryTest, EveryLoadTakesAReference) {
+    void* const first = LoadModule(ModulePath());
+    void* const second = LoadModule(ModulePath());
+    ASSERT_NE(first, nullptr);
+    EXPECT_EQ(first, second);
+    FreeModule(first);
+    const auto answer = reinterpret_cast<int (*)()>(FindExport(second, "Answer"));
+    ASSERT_NE(answer, nullptr);
+    EXPECT_EQ(answer(), 42);
+    FreeModule(second);
+}
+
+TEST(SharedLibraryTest, WhatIsNoModuleIsNotLoaded) {
+    const TemporaryFolder folder;
+    WriteTextFile(folder / L"text.dll", "not a module");
+    EXPECT_EQ(LoadModule(folder / L"text.dll"), nullptr);
+    EXPECT_EQ(LoadModule(folder / L"missing.dll"), nullptr);
+    EXPECT_EQ(LoadModule(folder.Path()), nullptr);
+    EXPECT_EQ(LoadModule(ModulePath() + std::wstring(1, L'\0')), nullptr);
+    EXPECT_EQ(LoadModule(L""), nullptr);
+}
+
+TEST(SharedLibraryTest, ANullModuleHasNoExports) {
+    EXPECT_EQ(FindExport(nullptr, "ExportOfTheProgram"), nullptr);
+    EXPECT_EQ(FindExport(nullptr, "malloc"), nullptr);
+    FreeModule(nullptr);
+}
+
+} // namespace
