@@ -26,7 +26,7 @@ public:
     CLIPresenter(const std::wstring& transmitterId, const std::wstring& modulePath);
     CLIPresenter(const CLIPresenter&) = delete;
     CLIPresenter& operator=(const CLIPresenter&) = delete;
-    /// The handlers must have been taken away from the transmitter before (see `ControllerPresenterAbs`).
+    /// The transmitter must have been left before (`LeaveEventTransmitter`), if it may still deliver.
     ~CLIPresenter() override;
 
     /// Sends the requests of a jobs file one after another, each under an id of its own, waits up to 200 ms for each

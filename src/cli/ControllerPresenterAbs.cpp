@@ -38,15 +38,30 @@ void ControllerPresenterAbs::SetEventTransmitter(EventTransmitter* transmitter) 
     if (transmitter == nullptr) {
         return;
     }
-    transmitter->AddEventHandler(L"FetchScenariosResponse", fetchScenariosResponseHandler);
-    transmitter->AddEventHandler(L"FetchScenarioParameterSetsResponse", fetchScenarioParameterSetsResponseHandler);
-    transmitter->AddEventHandler(L"InitJobsResponse", initJobsResponseHandler);
-    transmitter->AddEventHandler(L"DeleteJobsResponse", deleteJobsResponseHandler);
-    transmitter->AddEventHandler(L"FetchLocalizedStringsResponse", fetchLocalizedStringsResponseHandler);
-    transmitter->AddEventHandler(L"InitCultureResponse", initCultureResponseHandler);
-    transmitter->AddEventHandler(L"TerminateResponse", terminateResponseHandler);
-    transmitter->AddEventHandler(L"EnqueueJobsFinish", enqueueJobsFinishHandler);
-    transmitter->AddEventHandler(L"CancelJobsFinish", cancelJobsFinishHandler);
-    transmitter->AddEventHandler(L"UpdateProgress", updateProgressHandler);
-    transmitter->AddEventHandler(L"CheckJobStatusResponse", checkJobStatusResponseHandler);
+    for (const auto& [eventName, handler] : Handlers()) {
+        transmitter->AddEventHandler(eventName, handler);
+    }
+}
+
+void ControllerPresenterAbs::LeaveEventTransmitter(EventTransmitter* transmitter) {
+    if (transmitter == nullptr) {
+        return;
+    }
+    for (const auto& [eventName, handler] : Handlers()) {
+        transmitter->AddEventHandler(eventName, nullptr);
+    }
+}
+
+std::array<std::pair<std::wstring, CallbackFunctor*>, 11> ControllerPresenterAbs::Handlers() const {
+    return {{{L"FetchScenariosResponse", fetchScenariosResponseHandler},
+             {L"FetchScenarioParameterSetsResponse", fetchScenarioParameterSetsResponseHandler},
+             {L"InitJobsResponse", initJobsResponseHandler},
+             {L"DeleteJobsResponse", deleteJobsResponseHandler},
+             {L"FetchLocalizedStringsResponse", fetchLocalizedStringsResponseHandler},
+             {L"InitCultureResponse", initCultureResponseHandler},
+             {L"TerminateResponse", terminateResponseHandler},
+             {L"EnqueueJobsFinish", enqueueJobsFinishHandler},
+             {L"CancelJobsFinish", cancelJobsFinishHandler},
+             {L"UpdateProgress", updateProgressHandler},
+             {L"CheckJobStatusResponse", checkJobStatusResponseHandler}}};
 }

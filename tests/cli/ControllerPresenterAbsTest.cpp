@@ -149,6 +149,14 @@ TEST_F(ControllerPresenterAbsTest, ATerminateResponseWithAnyPayloadCallsThePrese
     EXPECT_EQ(presenter->answers, Texts{L"TerminateResponse"});
 }
 
+TEST_F(ControllerPresenterAbsTest, LeavingATransmitterTakesEveryHandlerAway) {
+    transmitter.registered.clear();
+    presenter->LeaveEventTransmitter(&transmitter);
+    EXPECT_EQ(transmitter.registered, answerNames);
+    EXPECT_FALSE(transmitter.HasHandlers());
+    presenter->LeaveEventTransmitter(nullptr);
+}
+
 // A leak checker sees to it that the other ten are released.
 TEST_F(ControllerPresenterAbsTest, TheHandlerOfCancelJobsFinishOutlivesThePresenter) {
     presenter.reset();

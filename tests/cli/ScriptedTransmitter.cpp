@@ -27,6 +27,9 @@ void ScriptedTransmitter::AddEventHandler(const std::wstring& eventName, Callbac
     }
     registered.push_back(eventName);
     handlers[eventName] = handler;
+    if (handler == nullptr) {
+        handlers.erase(eventName);
+    }
 }
 
 bool ScriptedTransmitter::SendEvent(const std::wstring& eventName, const std::wstring& payload) {
