@@ -54,7 +54,9 @@ public:
     /// The text of a JSON file (UTF-8, with or without a mark); false when it cannot be read or is not JSON.
     static bool ReadJsonFile(const std::wstring& path, std::wstring& text);
     /// Removes a job's work directory with its contents; no link or junction is followed. Refuses (false and a warning)
-    /// a text that is empty, relative or a root, and whatever does not lie below the configured work directory.
+    /// a text that is empty, relative or a root, whatever does not lie below the configured work directory, and what
+    /// can be reached only through a link. The text counts up to its first U+0000. A folder that is missing is a
+    /// success.
     static bool RemoveJobWorkDirectory(const std::wstring& workDir);
 
     // Messages: an object with one member, its name

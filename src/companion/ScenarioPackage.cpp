@@ -95,6 +95,12 @@ bool ReadEntry(const std::wstring& packagePath, const std::string& name, std::si
     return Attempt(packagePath, problem, [&] { bytes = ReadNamedEntry(zip::Archive(packagePath), name, limit); });
 }
 
+bool HasFile(const std::wstring& packagePath, const std::string& name) {
+    std::wstring problem;
+    bool isFound = false;
+    return Attempt(packagePath, problem, [&] { isFound = zip::Archive(packagePath).Find(name) != nullptr; }) && isFound;
+}
+
 bool Unpack(const std::wstring& packagePath, const std::wstring& folder, std::wstring& problem) {
     return Attempt(packagePath, problem, [&] {
         const zip::Archive archive(packagePath);

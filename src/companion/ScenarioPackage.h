@@ -14,6 +14,9 @@ namespace scenario_package {
 CONTROLLER_API bool ReadEntry(const std::wstring& packagePath, const std::string& name, std::size_t limit,
                               std::string& bytes, std::wstring& problem);
 
+/// True when the package is usable and has a file of this name.
+CONTROLLER_API bool HasFile(const std::wstring& packagePath, const std::string& name);
+
 /// Unpacks everything below `folder`, which is made and must not exist before. False, with `problem`; nothing is left
 /// then. Files get the execute permission on Linux, because a package may hold programs.
 CONTROLLER_API bool Unpack(const std::wstring& packagePath, const std::wstring& folder, std::wstring& problem);

@@ -101,9 +101,9 @@ TEST_F(RotatingFileTest, GoesOnAppendingWhileTheFileCannotBeRenamed) {
     EXPECT_EQ(Content(), "record5\n");
 }
 
-TEST_F(RotatingFileTest, FollowsWithinASecondWhenTheFileWasRemoved) {
+TEST_F(RotatingFileTest, BeginsANewFileWithinASecondWhenTheOldOneWasRenamed) {
     file.Append("record1\n", 1);
-    ASSERT_FALSE(platform::RemoveFile(path));
+    ASSERT_FALSE(platform::RenameFile(path, folder / L"moved.log"));
     file.Append("record2\n", 2);
     EXPECT_EQ(Content(), "record2\n");
 }

@@ -32,7 +32,10 @@ void RotatingFile::Append(std::string_view record, std::int64_t second) {
 void RotatingFile::LookAfterFile() {
     if (currentPath.empty())
         return;
-    if (file.IsOpen() && identity && identity == platform::IdentityOf(currentPath))
+    const std::optional<platform::FileIdentity> found = platform::IdentityOf(currentPath);
+    if (!found)
+        file.Close(); // a removed file may keep its name for as long as somebody has it open
+    if (file.IsOpen() && found == identity)
         size = file.Size();
     else
         OpenFile();

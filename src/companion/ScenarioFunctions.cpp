@@ -1,0 +1,43 @@
+#include "companion/ControllerCSWrapper.h"
+
+#include <utility>
+
+#include "companion/Boundary.h"
+#include "companion/ScenarioManifest.h"
+
+namespace {
+
+using scenario_manifest::ScenarioManifest;
+
+/// A scenario that is not usable is passed over by all others, so that this line is what tells its author why.
+bool ReadOrWarn(const std::wstring& path, ScenarioManifest& manifest) {
+    std::wstring problem;
+    const bool isRead = scenario_manifest::ReadFor(path, manifest, problem);
+    if (!isRead)
+        ControllerCSWrapper::WriteWarnLog(L"A scenario is not usable: " + problem);
+    return isRead;
+}
+
+} // namespace
+
+bool ControllerCSWrapper::GetScenarioInfo(const std::wstring& path, ScenarioInfo& info) {
+    return boundary::Guard("GetScenarioInfo", [&] {
+        ScenarioManifest manifest;
+        if (!ReadOrWarn(path, manifest))
+            return false;
+        info.displayName = std::move(manifest.displayName);
+        info.inputs = std::move(manifest.inputs);
+        return true;
+    });
+}
+
+bool ControllerCSWrapper::GetScenarioParameterSetInfo(const std::wstring& scenarioPath,
+                                                      std::vector<ScenarioParameterSetInfo>& out) {
+    return boundary::Guard("GetScenarioParameterSetInfo", [&] {
+        ScenarioManifest manifest;
+        if (!ReadOrWarn(scenarioPath, manifest))
+            return false;
+        out.insert(out.end(), manifest.parameterSets.begin(), manifest.parameterSets.end());
+        return true;
+    });
+}

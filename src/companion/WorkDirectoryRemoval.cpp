@@ -1,0 +1,89 @@
+#include "companion/ControllerCSWrapper.h"
+
+#include <optional>
+
+#include "companion/Boundary.h"
+#include "companion/Settings.h"
+#include "platform/FileSystem.h"
+#include "platform/NativePath.h"
+
+namespace {
+
+using platform::FileIdentity;
+
+bool IsRoot(const std::wstring& path) {
+    return platform::ParentFolder(path).empty() || platform::ParentFolder(path) == path;
+}
+
+/// Both tidied.
+bool LiesBelow(const std::wstring& path, const std::wstring& folder) {
+    const std::wstring start = folder.ends_with(L'\\') ? folder : folder + L'\\';
+    return path.size() > start.size() && platform::SameName(path.substr(0, start.size()), start);
+}
+
+/// Other names of the same folder (letter case, short names, mount points) are seen through.
+bool IsOrHolds(const std::wstring& path, const std::wstring& folder) {
+    const std::optional<FileIdentity> identity = platform::IdentityOf(path);
+    if (!identity)
+        return false;
+    std::wstring ancestor = folder;
+    while (identity != platform::IdentityOf(ancestor)) {
+        if (IsRoot(ancestor))
+            return false;
+        ancestor = platform::ParentFolder(ancestor);
+    }
+    return true;
+}
+
+/// A link on the way down to `path`, itself included; empty when there is none.
+std::wstring FindLink(std::wstring path, const std::wstring& folder) {
+    std::wstring link;
+    for (; LiesBelow(path, folder); path = platform::ParentFolder(path)) {
+        if (platform::IsLink(path))
+            link = path;
+    }
+    return link;
+}
+
+/// Why a text from the job list, where anything can stand, must not be removed; empty when it may be.
+std::wstring ReasonToRefuse(const std::wstring& text) {
+    if (text.empty())
+        return L"the path is empty";
+    if (!platform::IsAbsolute(text))
+        return L"the path is not absolute";
+    const std::wstring path = platform::ResolveAgainst({}, text);
+    if (IsRoot(path))
+        return L"it is a root folder";
+    const std::wstring workDirectory = platform::ResolveAgainst({}, settings::Current()->workDirectory);
+    if (platform::SameName(path, workDirectory) || LiesBelow(workDirectory, path) || IsOrHolds(path, workDirectory))
+        return L"it is or holds the work directory of the settings";
+    if (!LiesBelow(path, workDirectory))
+        return L"it does not lie below the work directory of the settings, " + platform::ToNativeText(workDirectory);
+    const std::wstring link = FindLink(path, workDirectory);
+    return link.empty() ? L"" : L"the path leads through the link " + platform::ToNativeText(link);
+}
+
+void Warn(const std::wstring& path, const std::wstring& reason) {
+    ControllerCSWrapper::WriteWarnLog(L"The work directory \"" + platform::ToNativeText(path) +
+                                      L"\" of a job is not removed: " + reason);
+}
+
+bool Remove(const std::wstring& text) {
+    const std::wstring reason = ReasonToRefuse(text);
+    if (!reason.empty()) {
+        Warn(text, reason);
+        return false;
+    }
+    const std::wstring path = platform::ResolveAgainst({}, text);
+    const platform::Error error = platform::RemoveTree(path);
+    const bool isGone = !error || error.kind == platform::ErrorKind::NotFound;
+    if (!isGone)
+        Warn(path, error.Text());
+    return isGone;
+}
+
+} // namespace
+
+bool ControllerCSWrapper::RemoveJobWorkDirectory(const std::wstring& workDir) {
+    return boundary::Guard("RemoveJobWorkDirectory", [&] { return Remove(workDir.substr(0, workDir.find(L'\0'))); });
+}

@@ -1,0 +1,111 @@
+#include "companion/ControllerCSWrapper.h"
+
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include "companion/Settings.h"
+#include "platform/FileSystem.h"
+#include "platform/NativePath.h"
+#include "platform/Text.h"
+#include "support/TemporaryFolder.h"
+
+namespace {
+
+class WorkDirectoryRemovalTest : public testing::Test {
+protected:
+    WorkDirectoryRemovalTest() {
+        WriteTextFile(folder / L"settings.json", R"({"workDirectory":"work"})");
+        settings::UseFile(folder / L"settings.json");
+        ControllerCSWrapper::ChangeLogFilePath(folder / L"controller.log");
+        WriteTextFile(job + L"\\deep\\file.txt", "x");
+        WriteTextFile(folder / L"workshop\\file.txt", "x");
+    }
+    ~WorkDirectoryRemovalTest() override {
+        ControllerCSWrapper::ChangeLogFilePath(L"");
+        settings::UseFile(L"");
+    }
+
+    /// False, one warning that names path and reason, and everything as it was.
+    void ExpectRefused(const std::wstring& path, const std::string& reason) {
+        EXPECT_FALSE(ControllerCSWrapper::RemoveJobWorkDirectory(path));
+        const std::string log = ReadTextFile(folder / L"controller.log");
+        EXPECT_NE(log.find("warning"), std::string::npos) << log;
+        EXPECT_NE(log.find(platform::ToUtf8(platform::ToNativeText(path))), std::string::npos) << log;
+        EXPECT_NE(log.find(reason), std::string::npos) << log;
+        EXPECT_TRUE(platform::Exists(job + L"\\deep\\file.txt"));
+        EXPECT_TRUE(platform::Exists(folder / L"workshop\\file.txt"));
+    }
+
+    const TemporaryFolder folder;
+    const std::wstring work = folder / L"work";
+    const std::wstring job = folder / L"work\\3f9a0c1";
+};
+
+} // namespace
+
+TEST_F(WorkDirectoryRemovalTest, RemovesAFolderWithAllItHolds) {
+    EXPECT_TRUE(ControllerCSWrapper::RemoveJobWorkDirectory(job));
+    EXPECT_FALSE(platform::Exists(job));
+    EXPECT_TRUE(platform::IsFolder(work));
+}
+
+TEST_F(WorkDirectoryRemovalTest, TakesSlashesAndDots) {
+    EXPECT_TRUE(ControllerCSWrapper::RemoveJobWorkDirectory(work + L"/./other/../3f9a0c1/"));
+    EXPECT_FALSE(platform::Exists(job));
+}
+
+TEST_F(WorkDirectoryRemovalTest, TakesTheTextUpToItsFirstZero) {
+    EXPECT_TRUE(ControllerCSWrapper::RemoveJobWorkDirectory(job + std::wstring(1, L'\0') + L"rest"));
+    EXPECT_FALSE(platform::Exists(job));
+}
+
+TEST_F(WorkDirectoryRemovalTest, HasNothingToDoForAMissingFolder) {
+    EXPECT_TRUE(ControllerCSWrapper::RemoveJobWorkDirectory(work + L"\\none"));
+}
+
+TEST_F(WorkDirectoryRemovalTest, RefusesAnEmptyText) {
+    ExpectRefused(L"", "the path is empty");
+}
+
+TEST_F(WorkDirectoryRemovalTest, RefusesATextThatBeginsWithZero) {
+    EXPECT_FALSE(ControllerCSWrapper::RemoveJobWorkDirectory(std::wstring(1, L'\0') + job));
+    EXPECT_TRUE(platform::Exists(job));
+}
+
+TEST_F(WorkDirectoryRemovalTest, RefusesARelativePath) {
+    ExpectRefused(L"3f9a0c1", "the path is not absolute");
+}
+
+TEST_F(WorkDirectoryRemovalTest, RefusesARoot) {
+    std::wstring root = folder.Path();
+    while (!platform::ParentFolder(root).empty() && platform::ParentFolder(root) != root)
+        root = platform::ParentFolder(root);
+    ExpectRefused(root, "it is a root folder");
+}
+
+TEST_F(WorkDirectoryRemovalTest, RefusesTheWorkDirectory) {
+    ExpectRefused(work, "it is or holds the work directory");
+}
+
+TEST_F(WorkDirectoryRemovalTest, RefusesTheWorkDirectoryInOtherWords) {
+    ExpectRefused(job + L"\\..", "it is or holds the work directory");
+}
+
+TEST_F(WorkDirectoryRemovalTest, RefusesWhatHoldsTheWorkDirectory) {
+    ExpectRefused(folder.Path(), "it is or holds the work directory");
+}
+
+TEST_F(WorkDirectoryRemovalTest, RefusesAFolderOutside) {
+    ExpectRefused(folder / L"workshop", "it does not lie below the work directory");
+}
+
+TEST_F(WorkDirectoryRemovalTest, RefusesAWayOutThroughTheParent) {
+    ExpectRefused(work + L"\\..\\workshop", "it does not lie below the work directory");
+}
+
+TEST_F(WorkDirectoryRemovalTest, RefusesAFile) {
+    WriteTextFile(work + L"\\file.txt", "x");
+    ExpectRefused(work + L"\\file.txt", "is not removed: ");
+    EXPECT_TRUE(platform::Exists(work + L"\\file.txt"));
+}

@@ -1,0 +1,78 @@
+#include "companion/ControllerCSWrapper.h"
+
+#include <string>
+
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include "companion/Settings.h"
+#include "platform/FileSystem.h"
+#include "platform/NativePath.h"
+#include "platform/Text.h"
+#include "support/TemporaryFolder.h"
+
+namespace {
+
+class WorkDirectoryLinksTest : public testing::Test {
+protected:
+    WorkDirectoryLinksTest() {
+        WriteTextFile(folder / L"settings.json", R"({"workDirectory":"work"})");
+        settings::UseFile(folder / L"settings.json");
+        ControllerCSWrapper::ChangeLogFilePath(folder / L"controller.log");
+        WriteTextFile(folder / L"work\\job\\file.txt", "x");
+        WriteTextFile(precious, "x");
+    }
+    ~WorkDirectoryLinksTest() override {
+        ControllerCSWrapper::ChangeLogFilePath(L"");
+        settings::UseFile(L"");
+    }
+
+    void Link(const std::wstring& name, const std::wstring& target) const {
+        const std::string path = platform::ToUtf8(platform::ToNativeText(folder / name));
+        ASSERT_EQ(symlink(platform::ToUtf8(platform::ToNativeText(target)).c_str(), path.c_str()), 0);
+    }
+
+    bool Remove(const std::wstring& name) const { return ControllerCSWrapper::RemoveJobWorkDirectory(folder / name); }
+    std::string Log() const { return ReadTextFile(folder / L"controller.log"); }
+
+    const TemporaryFolder folder;
+    const std::wstring precious = folder / L"outside\\inner\\precious.txt";
+};
+
+} // namespace
+
+TEST_F(WorkDirectoryLinksTest, RefusesALink) {
+    Link(L"work\\link", folder / L"outside");
+    EXPECT_FALSE(Remove(L"work\\link"));
+    EXPECT_NE(Log().find("the path leads through the link "), std::string::npos) << Log();
+    EXPECT_TRUE(platform::Exists(precious));
+    EXPECT_TRUE(platform::IsLink(folder / L"work\\link"));
+}
+
+TEST_F(WorkDirectoryLinksTest, RefusesAWayThroughALink) {
+    Link(L"work\\link", folder / L"outside");
+    EXPECT_FALSE(Remove(L"work\\link\\inner"));
+    EXPECT_TRUE(platform::Exists(precious));
+}
+
+TEST_F(WorkDirectoryLinksTest, RefusesALinkToWhatHoldsTheWorkDirectory) {
+    Link(L"work\\link", folder.Path());
+    EXPECT_FALSE(Remove(L"work\\link"));
+    EXPECT_FALSE(Remove(L"work\\link\\work"));
+    EXPECT_TRUE(platform::Exists(precious));
+}
+
+TEST_F(WorkDirectoryLinksTest, RemovesLinksInsideWithoutFollowingThem) {
+    Link(L"work\\job\\link", folder / L"outside");
+    EXPECT_TRUE(Remove(L"work\\job"));
+    EXPECT_FALSE(platform::Exists(folder / L"work\\job"));
+    EXPECT_TRUE(platform::Exists(precious));
+}
+
+TEST_F(WorkDirectoryLinksTest, TakesAWorkDirectoryThatIsALinkItself) {
+    ASSERT_FALSE(platform::RenameFile(folder / L"work", folder / L"elsewhere"));
+    Link(L"work", folder / L"elsewhere");
+    EXPECT_TRUE(Remove(L"work\\job"));
+    EXPECT_FALSE(platform::Exists(folder / L"elsewhere\\job"));
+    EXPECT_FALSE(Remove(L"elsewhere"));
+}
