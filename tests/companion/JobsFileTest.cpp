@@ -1,0 +1,111 @@
+#include <gtest/gtest.h>
+
+#include "LogCapture.h"
+#include "companion/ControllerCSWrapper.h"
+#include "platform/NativePath.h"
+#include "support/TemporaryFolder.h"
+
+namespace {
+
+class JobsFileTest : public testing::Test {
+protected:
+    bool Read(std::string_view content) {
+        WriteTextFile(path, content);
+        return ControllerCSWrapper::ReadEnqueueJobsFile(path, requests);
+    }
+
+    const TemporaryFolder folder;
+    const std::wstring path = folder / L"jobs\\jobs file \u00e9.json";
+    const LogCapture log;
+    std::vector<EnqueueJobsInfo> requests;
+};
+
+} // namespace
+
+TEST_F(JobsFileTest, RequestsAreReadInOrder) {
+    ASSERT_TRUE(Read(R"({"EnqueueJobs":[{"scenario":{"id":"1234"},"outputDir":"C:\\out","runArgument":"fine",)"
+                     R"("extraText":"e","useTimeStampFolder":true,"requestId":"r"},{"scenario":{"id":"5"}}]})"));
+    ASSERT_EQ(requests.size(), 2U);
+    EXPECT_EQ(requests[0].scenario.id, L"1234");
+    EXPECT_EQ(requests[0].runArgument, L"fine");
+    EXPECT_EQ(requests[0].extraText, L"e");
+    EXPECT_EQ(requests[0].requestId, L"r");
+    EXPECT_TRUE(requests[0].useTimeStampFolder);
+    EXPECT_EQ(requests[1].scenario.id, L"5");
+    EXPECT_EQ(requests[1].outputDir, L"");
+}
+
+TEST_F(JobsFileTest, RelativePathsAreRelativeToTheFile) {
+    ASSERT_TRUE(Read(R"({"EnqueueJobs":[{"inputFileSets":[["a.stl","../b c.stl"],["sub\\c.stl",""],[]],)"
+                     R"("outputDir":"out/x"}]})"));
+    EXPECT_EQ(requests.at(0).inputFileSets,
+              (std::vector<std::vector<std::wstring>>{
+                  {folder / L"jobs\\a.stl", folder / L"b c.stl"}, {folder / L"jobs\\sub\\c.stl", L""}, {}}));
+    EXPECT_EQ(requests[0].outputDir, folder / L"jobs\\out\\x");
+}
+
+TEST_F(JobsFileTest, AbsolutePathsStay) {
+    const std::wstring absolute = folder / L"elsewhere\\a.stl";
+    const EnqueueJobsInfo request{L"", {{absolute}}, {absolute, L"", L"", L"", {}}, absolute, L"", L"", false};
+    std::wstring json = ControllerCSWrapper::Serialize(L"EnqueueJobs", request);
+    json.insert(json.find(L':') + 1, L"[").insert(json.size() - 1, L"]");
+    ASSERT_TRUE(ControllerCSWrapper::CreateJsonFile(json, path));
+    ASSERT_TRUE(ControllerCSWrapper::ReadEnqueueJobsFile(path, requests));
+    EXPECT_EQ(requests, std::vector{request});
+}
+
+TEST_F(JobsFileTest, AScenarioBesideTheFileIsTakenFromThere) {
+    WriteTextFile(folder / L"jobs\\mesh.rb", "");
+    WriteTextFile(folder / L"shared\\part.rb", "");
+    WriteTextFile(folder / L"jobs\\folder\\in it", "");
+    ASSERT_TRUE(Read(R"({"EnqueueJobs":[{"scenario":{"id":"mesh.rb"}},{"scenario":{"id":"../shared/part.rb"}},)"
+                     R"({"scenario":{"id":"other.rb"}},{"scenario":{"id":"folder"}},{"scenario":{"id":""}}]})"));
+    ASSERT_EQ(requests.size(), 5U);
+    EXPECT_EQ(requests[0].scenario.id, folder / L"jobs\\mesh.rb");
+    EXPECT_EQ(requests[1].scenario.id, folder / L"shared\\part.rb");
+    EXPECT_EQ(requests[2].scenario.id, L"other.rb");
+    EXPECT_EQ(requests[3].scenario.id, L"folder");
+    EXPECT_EQ(requests[4].scenario.id, L"");
+}
+
+TEST_F(JobsFileTest, RequestsAreAppended) {
+    requests.resize(1);
+    ASSERT_TRUE(Read(R"({"EnqueueJobs":[{}]})"));
+    EXPECT_EQ(requests.size(), 2U);
+}
+
+TEST_F(JobsFileTest, ABrokenFileIsRefusedWithItsPlaceAndMember) {
+    for (const char* bad : {"", "{}", "[]", R"({"JobList":[]})", R"({"EnqueueJobs":{}})", R"({"EnqueueJobs":[1]})",
+                            R"({"EnqueueJobs":[{}],"EnqueueJobs":[]})", R"({"EnqueueJobs":[{"useTimeStampFolder":1}]})",
+                            R"({"EnqueueJobs":[{"inputFileSets":["a.stl"]}]})"}) {
+        EXPECT_FALSE(Read(bad)) << bad;
+    }
+    EXPECT_TRUE(requests.empty());
+    EXPECT_FALSE(Read("{\"EnqueueJobs\":[{},{},{},\n{\"inputFileSets\":[[\"a\",1]]}]}"));
+    EXPECT_NE(
+        log.Text().find(".json, line 2, column 24: EnqueueJobs[3].inputFileSets[0][1]: expected text, found a number"),
+        std::string::npos)
+        << log.Text();
+    EXPECT_NE(log.Text().find("line 1, column 2: the member \"EnqueueJobs\" is missing"), std::string::npos)
+        << log.Text();
+}
+
+TEST_F(JobsFileTest, AMissingFileIsRefusedWithALogLine) {
+    EXPECT_FALSE(ControllerCSWrapper::ReadEnqueueJobsFile(folder / L"none.json", requests));
+    EXPECT_NE(log.Text().find("none.json: "), std::string::npos) << log.Text();
+}
+
+TEST_F(JobsFileTest, AFileOf100MegabytesIsRead) {
+    constexpr std::size_t setCount = 400'000;
+    const std::string folderName(220, 'm');
+    std::string content = R"({"EnqueueJobs":[{"inputFileSets":[)";
+    for (std::size_t i = 0; i < setCount; ++i) {
+        content += (i == 0 ? "[\"" : ",[\"") + folderName + "/the assembly/part_" + std::to_string(i) + ".stl\"]";
+    }
+    content += "]}]}";
+    ASSERT_GT(content.size(), 100'000'000U);
+    ASSERT_TRUE(Read(content));
+    ASSERT_EQ(requests.at(0).inputFileSets.size(), setCount);
+    EXPECT_EQ(requests[0].inputFileSets.back().at(0),
+              folder / (L"jobs\\" + std::wstring(220, L'm') + L"\\the assembly\\part_399999.stl"));
+}

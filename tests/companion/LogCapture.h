@@ -1,0 +1,23 @@
+#pragma once
+
+#include <string>
+
+#include "companion/ControllerCSWrapper.h"
+#include "platform/FileSystem.h"
+#include "support/TemporaryFolder.h"
+
+/// Lets a test read what goes to the log file while this lives.
+class LogCapture {
+public:
+    LogCapture() { ControllerCSWrapper::ChangeLogFilePath(path); }
+    ~LogCapture() { ControllerCSWrapper::ChangeLogFilePath(L""); }
+    LogCapture(const LogCapture&) = delete;
+    LogCapture& operator=(const LogCapture&) = delete;
+
+    /// Everything so far, UTF-8; empty when nothing was logged.
+    std::string Text() const { return platform::Exists(path) ? ReadTextFile(path) : std::string(); }
+
+private:
+    const TemporaryFolder folder;
+    const std::wstring path = folder / L"controller.log";
+};
