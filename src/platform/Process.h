@@ -50,6 +50,10 @@ OwnedHandle TakeInheritedHandle(const std::wstring& text);
 /// closed, which reaps the child.
 std::optional<std::int32_t> ExitCode(void* process);
 
+/// What an exit code says, as the end of a sentence: "exit code 3"; "exit code 137 (signal 9, Killed)" on Linux, "exit
+/// code -1073741819 (0xc0000005)" on Windows.
+std::wstring ExitCodeText(std::int32_t exitCode);
+
 /// The system's number of a process, for messages; 0 when it cannot be told.
 std::uint32_t ProcessNumber(void* process);
 std::uint32_t OwnProcessNumber();

@@ -14,6 +14,9 @@ bool IsProcessRunning(void* process);
 /// Closes a handle; on Linux a child that has ended is reaped with it. Null is nothing to close.
 void CloseProcessHandle(void* process);
 
+/// A second handle to the same process or event, to be closed by itself; null when `handle` is not one.
+void* CopyHandle(void* handle);
+
 /// Owns one handle that can be waited for (process, event, folder watch). Move-only.
 class OwnedHandle {
 public:

@@ -41,3 +41,15 @@ TEST(ProcessHandleTest, AnOwnerGivesItsHandleAway) {
     second.Reset();
     EXPECT_FALSE(second);
 }
+
+TEST(ProcessHandleTest, ACopyLivesOnItsOwn) {
+    platform::Event event;
+    const OwnedHandle copy(platform::CopyHandle(event.Handle()));
+    ASSERT_TRUE(copy);
+    EXPECT_NE(copy.Get(), event.Handle());
+    event.Raise();
+    { const platform::Event gone = std::move(event); }
+    EXPECT_FALSE(IsProcessRunning(copy.Get()));
+    EXPECT_EQ(platform::CopyHandle(nullptr), nullptr);
+    EXPECT_EQ(platform::CopyHandle(reinterpret_cast<void*>(std::intptr_t{0x7ffffff0})), nullptr);
+}

@@ -61,6 +61,11 @@ TEST(ProcessTest, ARunningProcessHasNoExitCode) {
     EXPECT_NE(platform::ProcessNumber(process.Get()), platform::OwnProcessNumber());
 }
 
+TEST(ProcessTest, AnExitCodeIsPutIntoWords) {
+    EXPECT_EQ(platform::ExitCodeText(0), L"exit code 0");
+    EXPECT_EQ(platform::ExitCodeText(3), L"exit code 3");
+}
+
 TEST(ProcessTest, WhatIsNoHandleHasNoExitCode) {
     EXPECT_EQ(platform::ExitCode(nullptr), std::nullopt);
 }

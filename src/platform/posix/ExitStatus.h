@@ -6,10 +6,12 @@
 
 namespace platform {
 
-/// The exit code in what `waitid` told; a signal counts as a shell counts it.
+/// What is added to a signal's number, as shells do it.
+inline constexpr std::int32_t signalExitBase = 128;
+
+/// The exit code in what `waitid` told.
 inline std::int32_t ExitStatusOf(const siginfo_t& ended) {
-    constexpr std::int32_t signalBase = 128;
-    return ended.si_code == CLD_EXITED ? ended.si_status : signalBase + ended.si_status;
+    return ended.si_code == CLD_EXITED ? ended.si_status : signalExitBase + ended.si_status;
 }
 
 } // namespace platform

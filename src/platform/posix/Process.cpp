@@ -1,5 +1,7 @@
 #include "platform/Process.h"
 
+#include <csignal>
+#include <cstring>
 #include <fstream>
 
 #include <fcntl.h>
@@ -8,6 +10,7 @@
 #include <unistd.h>
 
 #include "platform/InheritedHandle.h"
+#include "platform/Text.h"
 #include "platform/posix/DescriptorHandle.h"
 #include "platform/posix/ExitStatus.h"
 #include "platform/posix/ProcessDescriptor.h"
@@ -50,6 +53,13 @@ std::optional<std::int32_t> ExitCode(void* process) {
         return std::nullopt;
     }
     return ExitStatusOf(ended);
+}
+
+std::wstring ExitCodeText(std::int32_t exitCode) {
+    const std::wstring text = L"exit code " + std::to_wstring(exitCode);
+    const int number = exitCode - signalExitBase;
+    const char* const name = number > 0 && number < NSIG ? sigdescr_np(number) : nullptr;
+    return name == nullptr ? text : text + L" (signal " + std::to_wstring(number) + L", " + FromUtf8(name) + L")";
 }
 
 std::uint32_t ProcessNumber(void* process) {

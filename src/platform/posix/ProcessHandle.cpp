@@ -2,6 +2,7 @@
 
 #include "platform/posix/DescriptorHandle.h"
 
+#include <fcntl.h>
 #include <poll.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -25,6 +26,11 @@ void CloseProcessHandle(void* process) {
     siginfo_t ended{};
     waitid(P_PIDFD, static_cast<id_t>(descriptor), &ended, WEXITED | WNOHANG);
     close(descriptor);
+}
+
+void* CopyHandle(void* handle) {
+    const int copy = fcntl(DescriptorOf(handle), F_DUPFD_CLOEXEC, STDERR_FILENO + 1);
+    return copy < 0 ? nullptr : HandleOf(copy);
 }
 
 } // namespace platform

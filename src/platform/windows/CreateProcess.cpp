@@ -94,11 +94,24 @@ STARTUPINFOEXW StartupInformation(const ChildHandles& handles, AttributeList& at
     return information;
 }
 
+/// A current folder has no way past the old limit on the length of paths, but for its short name, where it has one.
+std::wstring CurrentFolderFor(const std::wstring& folder) {
+    constexpr std::size_t longest = MAX_PATH - 2;
+    const std::wstring native = ToNativeText(folder);
+    if (native.size() <= longest) {
+        return native;
+    }
+    wchar_t shortName[MAX_PATH];
+    const DWORD length = GetShortPathNameW(SystemPath(folder).c_str(), shortName, MAX_PATH);
+    const bool isShort = length > 0 && length < MAX_PATH;
+    return isShort ? std::wstring(shortName, length) : native;
+}
+
 Error Create(const std::wstring& program, const ProcessStart& start, STARTUPINFOEXW& startup,
              SuspendedProcess& created) {
     std::wstring commandLine = BuildCommandLine(program, start.arguments);
     std::wstring environment = EnvironmentBlock(start);
-    const std::wstring folder = ToNativeText(start.currentFolder);
+    const std::wstring folder = CurrentFolderFor(start.currentFolder);
     const DWORD flags = CREATE_SUSPENDED | CREATE_NO_WINDOW | CREATE_UNICODE_ENVIRONMENT |
                         EXTENDED_STARTUPINFO_PRESENT | (start.detached ? CREATE_NEW_PROCESS_GROUP : 0UL);
     PROCESS_INFORMATION information{};

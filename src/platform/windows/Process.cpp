@@ -1,5 +1,8 @@
 #include "platform/Process.h"
 
+#include <cwchar>
+#include <iterator>
+
 #include <windows.h>
 
 #include "platform/InheritedHandle.h"
@@ -36,6 +39,17 @@ std::optional<std::int32_t> ExitCode(void* process) {
         return std::nullopt;
     }
     return static_cast<std::int32_t>(code);
+}
+
+std::wstring ExitCodeText(std::int32_t exitCode) {
+    const std::wstring text = L"exit code " + std::to_wstring(exitCode);
+    if (exitCode >= 0) {
+        return text;
+    }
+    // Codes of the system (an access violation, say) are known in hexadecimal.
+    wchar_t digits[16];
+    std::swprintf(digits, std::size(digits), L" (0x%08x)", static_cast<unsigned>(exitCode));
+    return text + digits;
 }
 
 std::uint32_t ProcessNumber(void* process) {

@@ -14,4 +14,11 @@ void CloseProcessHandle(void* process) {
     }
 }
 
+void* CopyHandle(void* handle) {
+    HANDLE copy = nullptr;
+    const bool isCopied = handle != nullptr && DuplicateHandle(GetCurrentProcess(), handle, GetCurrentProcess(), &copy,
+                                                               0, FALSE, DUPLICATE_SAME_ACCESS) != 0;
+    return isCopied ? copy : nullptr;
+}
+
 } // namespace platform

@@ -112,3 +112,8 @@ TEST(SpawnTest, AClosedHandleReapsItsChild) {
     process.Reset();
     EXPECT_NE(kill(number, 0), 0);
 }
+
+TEST(SpawnTest, TheExitCodeOfASignalNamesIt) {
+    EXPECT_EQ(platform::ExitCodeText(killedBase + SIGKILL), L"exit code 137 (signal 9, Killed)");
+    EXPECT_EQ(platform::ExitCodeText(255), L"exit code 255");
+}

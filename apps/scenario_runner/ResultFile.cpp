@@ -1,0 +1,34 @@
+#include "scenario_runner/ResultFile.h"
+
+#include "companion/ControllerCSWrapper.h"
+#include "platform/FileSystem.h"
+#include "platform/NativePath.h"
+
+namespace scenario_runner {
+
+ResultFile::ResultFile(const std::wstring& workDir)
+    : path(platform::ResolveAgainst(workDir, run_protocol::resultFileName)) {}
+
+bool ResultFile::Remove() const {
+    const platform::Error error = platform::RemoveFile(path);
+    return !error || error.kind == platform::ErrorKind::NotFound;
+}
+
+bool ResultFile::Exists() const {
+    return platform::Exists(path);
+}
+
+std::optional<run_protocol::RunScenarioResult> ResultFile::Read() const {
+    run_protocol::RunScenarioResult result;
+    if (!Exists() ||
+        !ControllerCSWrapper::ParseRunScenarioResult(path, result.succeeded, result.messages, result.outputFiles)) {
+        return std::nullopt;
+    }
+    return result;
+}
+
+bool ResultFile::Write(const run_protocol::RunScenarioResult& result) const {
+    return ControllerCSWrapper::CreateJsonFile(run_protocol::SerializeRunScenarioResult(result), path);
+}
+
+} // namespace scenario_runner

@@ -1,0 +1,27 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+#include "companion/RunProtocol.h"
+
+namespace scenario_runner {
+
+/// The result file in a job's work directory.
+class ResultFile {
+public:
+    explicit ResultFile(const std::wstring& workDir);
+
+    /// Removes what was left from before: only a result of this run counts. False when it cannot be removed.
+    bool Remove() const;
+    bool Exists() const;
+    /// What stands in it; none when it is missing or not usable.
+    std::optional<run_protocol::RunScenarioResult> Read() const;
+    /// Replaces it; false when that failed.
+    bool Write(const run_protocol::RunScenarioResult& result) const;
+
+private:
+    std::wstring path;
+};
+
+} // namespace scenario_runner

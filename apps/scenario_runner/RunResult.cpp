@@ -1,0 +1,77 @@
+#include "scenario_runner/RunResult.h"
+
+#include <algorithm>
+
+#include "platform/Process.h"
+
+namespace scenario_runner {
+namespace {
+
+using run_protocol::RunScenarioResult;
+
+/// Codes of the runner's own messages.
+constexpr int informationCode = 0;
+constexpr int failureCode = 1;
+
+bool IsSuccessCode(const RunFacts& facts) {
+    return facts.exitCode &&
+           std::count(facts.successExitCodes.begin(), facts.successExitCodes.end(), *facts.exitCode) > 0;
+}
+
+std::wstring HowItEnded(const RunFacts& facts) {
+    const std::wstring how =
+        facts.exitCode ? L"The scenario ended with " + platform::ExitCodeText(*facts.exitCode) : L"The scenario ended";
+    return how + (facts.hasUnusableResult ? L" and wrote a result that cannot be read." : L" and wrote no result.");
+}
+
+void AddLastOutput(const RunFacts& facts, RunScenarioResult& result) {
+    if (!facts.lastOutput.empty()) {
+        result.messages.emplace_back(informationCode, L"The last lines of its output:\n" + facts.lastOutput);
+    }
+}
+
+RunScenarioResult ResultOfExitCode(const RunFacts& facts) {
+    if (IsSuccessCode(facts) && !facts.hasUnusableResult) {
+        return {facts.jobId, true, {{informationCode, HowItEnded(facts)}}, {}};
+    }
+    RunScenarioResult result = FailedResult(facts.jobId, HowItEnded(facts));
+    AddLastOutput(facts, result);
+    return result;
+}
+
+RunScenarioResult ResultOfTimeLimit(const RunFacts& facts) {
+    RunScenarioResult result =
+        FailedResult(facts.jobId, L"The scenario was stopped because it ran longer than its time limit of " +
+                                      std::to_wstring(facts.timeLimitSeconds) + L" s.");
+    if (!facts.ownResult) {
+        AddLastOutput(facts, result);
+        return result;
+    }
+    const auto& own = *facts.ownResult;
+    result.messages.insert(result.messages.end(), own.messages.begin(), own.messages.end());
+    result.outputFiles = own.outputFiles;
+    return result;
+}
+
+} // namespace
+
+std::optional<RunScenarioResult> ResultOf(const RunFacts& facts) {
+    if (facts.ending == RunEnding::HostEnded) {
+        return std::nullopt;
+    }
+    if (facts.ending == RunEnding::TimeLimit) {
+        return ResultOfTimeLimit(facts);
+    }
+    if (facts.ownResult) {
+        return std::nullopt;
+    }
+    return facts.ending == RunEnding::StopRequested
+               ? FailedResult(facts.jobId, L"The scenario was stopped because it was asked to.")
+               : ResultOfExitCode(facts);
+}
+
+RunScenarioResult FailedResult(const std::wstring& jobId, const std::wstring& problem) {
+    return {jobId, false, {{failureCode, problem}}, {}};
+}
+
+} // namespace scenario_runner

@@ -1,0 +1,34 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <string_view>
+
+#include "platform/Error.h"
+#include "platform/OutputFile.h"
+
+namespace scenario_runner {
+
+/// The file with what a scenario printed. Of more than `limit` bytes the end is kept, below a line that says so; while
+/// it is written the file holds up to twice as much. Others may read it at any time. One thread at a time.
+class ScenarioLog {
+public:
+    ScenarioLog(std::wstring path, std::size_t limit);
+
+    /// Makes the file, empty.
+    platform::Error Open();
+    /// What cannot be written (disk full) is dropped.
+    void Append(std::string_view bytes);
+    /// Cuts the file to the limit and closes it.
+    void Close();
+
+private:
+    void CutToLimit();
+    void StartAgainWith(std::string_view end);
+
+    std::wstring path;
+    std::size_t limit;
+    platform::OutputFile file;
+};
+
+} // namespace scenario_runner

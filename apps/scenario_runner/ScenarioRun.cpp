@@ -1,0 +1,132 @@
+#include "scenario_runner/ScenarioRun.h"
+
+#include <utility>
+
+#include "companion/ScenarioPackage.h"
+#include "platform/Environment.h"
+#include "platform/FileSystem.h"
+#include "platform/NativePath.h"
+#include "platform/ProcessTree.h"
+#include "platform/ProgramSearch.h"
+#include "scenario_runner/LogTail.h"
+#include "scenario_runner/OutputCapture.h"
+#include "scenario_runner/ResultFile.h"
+#include "scenario_runner/RunResult.h"
+#include "scenario_runner/Supervision.h"
+
+namespace scenario_runner {
+namespace {
+
+constexpr const wchar_t* packageFolderName = L"package";
+/// How long the last output may take once all processes are gone.
+constexpr std::chrono::seconds outputPatience{10};
+
+std::optional<std::wstring> FindRunnable(const std::wstring& program) {
+    if (platform::IsAbsolute(program)) {
+        return platform::IsProgramName(program) && platform::IsProgramFile(program) ? std::optional(program)
+                                                                                    : std::nullopt;
+    }
+    return platform::FindProgram(program);
+}
+
+ScenarioSurroundings ThisMachine() {
+    return {FindRunnable, platform::Exists, platform::GetEnvironment};
+}
+
+RunLimits LimitsOf(const scenario_manifest::ScenarioManifest& manifest, const settings::Settings& settings) {
+    RunLimits limits;
+    if (manifest.timeLimitSeconds > 0) {
+        limits.timeLimit = std::chrono::seconds(manifest.timeLimitSeconds);
+    }
+    limits.graceTime = std::chrono::seconds(settings.cancelGraceSeconds);
+    return limits;
+}
+
+} // namespace
+
+ScenarioRun::ScenarioRun(std::wstring jobWorkDir, const settings::Settings& usedSettings, void* watchedHost,
+                         const platform::StopSignal& signal)
+    : workDir(std::move(jobWorkDir)), settings(usedSettings), host(watchedHost), stopSignal(signal) {}
+
+RunnerExit ScenarioRun::Run() {
+    std::wstring problem;
+    return Prepare(problem) ? StartAndWatch() : FailToStart(problem);
+}
+
+std::wstring ScenarioRun::InWorkDir(const std::wstring& name) const {
+    return platform::ResolveAgainst(workDir, name);
+}
+
+bool ScenarioRun::Prepare(std::wstring& problem) {
+    if (!ResultFile(workDir).Remove()) {
+        problem = L"The result of an earlier run in " + platform::ToNativeText(workDir) + L" cannot be removed.";
+        return false;
+    }
+    const std::wstring runInfoPath = InWorkDir(run_protocol::runInfoFileName);
+    ScenarioPlace place;
+    if (!run_protocol::ReadRunScenarioInfoFile(runInfoPath, info, problem) ||
+        !scenario_manifest::ReadFor(info.scenarioPath, manifest, problem) || !Unpack(place.packageFolder, problem)) {
+        return false;
+    }
+    place.scenarioPath = info.scenarioPath;
+    place.runInfoPath = platform::ToNativeText(runInfoPath);
+    return ChooseCommand(settings, manifest, place, ThisMachine(), command, problem);
+}
+
+bool ScenarioRun::Unpack(std::wstring& packageFolder, std::wstring& problem) const {
+    if (!scenario_manifest::IsPackage(info.scenarioPath)) {
+        return true;
+    }
+    packageFolder = InWorkDir(packageFolderName);
+    platform::RemoveTree(packageFolder);
+    return scenario_package::Unpack(info.scenarioPath, packageFolder, problem);
+}
+
+RunnerExit ScenarioRun::StartAndWatch() {
+    const auto logLimit = static_cast<std::size_t>(settings.scenarioLogLimitBytes);
+    OutputCapture output(InWorkDir(run_protocol::logFileName), logLimit);
+    if (const platform::Error error = output.Open()) {
+        return FailToStart(L"The log of the scenario in " + platform::ToNativeText(workDir) + L" cannot be written: " +
+                           error.Text() + L".");
+    }
+    platform::ProcessTree tree;
+    platform::ProcessStart start;
+    start.program = command.program;
+    start.arguments = command.arguments;
+    start.environment = command.environment;
+    start.currentFolder = workDir;
+    start.output = output.WriteEnd();
+    const RunnerPlan plan(LimitsOf(manifest, settings), std::chrono::steady_clock::now());
+    const platform::Error error = tree.Start(start);
+    output.Start();
+    if (error) {
+        return FailToStart(L"The program " + platform::ToNativeText(command.program) + L" cannot be started: " +
+                           error.Text() + L".");
+    }
+    RunFacts facts;
+    facts.ending = Supervision(tree, host, workDir, stopSignal).Run(plan);
+    facts.exitCode = tree.RootExitCode();
+    output.Finish(outputPatience);
+    facts.lastOutput = ReadLogTail(InWorkDir(run_protocol::logFileName));
+    return Conclude(std::move(facts));
+}
+
+RunnerExit ScenarioRun::Conclude(RunFacts facts) const {
+    if (facts.ending == RunEnding::HostEnded) {
+        return RunnerExit::HostEnded;
+    }
+    const ResultFile file(workDir);
+    facts.jobId = info.jobId;
+    facts.successExitCodes = manifest.successExitCodes;
+    facts.timeLimitSeconds = manifest.timeLimitSeconds;
+    facts.ownResult = file.Read();
+    facts.hasUnusableResult = !facts.ownResult && file.Exists();
+    const std::optional<run_protocol::RunScenarioResult> result = ResultOf(facts);
+    return !result || file.Write(*result) ? RunnerExit::Done : RunnerExit::NoResult;
+}
+
+RunnerExit ScenarioRun::FailToStart(const std::wstring& problem) const {
+    return ResultFile(workDir).Write(FailedResult(info.jobId, problem)) ? RunnerExit::NotStarted : RunnerExit::NoResult;
+}
+
+} // namespace scenario_runner

@@ -1,0 +1,54 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+#include "companion/RunProtocol.h"
+#include "companion/ScenarioManifest.h"
+#include "companion/Settings.h"
+#include "platform/StopSignal.h"
+#include "scenario_runner/ScenarioCommand.h"
+
+namespace scenario_runner {
+
+/// What the runner's own process returns. What became of the scenario stands in the result file.
+enum class RunnerExit : std::int32_t {
+    /// The scenario ran, and there is a result.
+    Done = 0,
+    WrongArguments = 2,
+    /// The scenario could not be started; the result says why.
+    NotStarted = 3,
+    /// There is no result because none could be written.
+    NoResult = 4,
+    /// The host ended, and the scenario with it.
+    HostEnded = 5
+};
+
+/// One run of a scenario from its request to its result.
+class ScenarioRun {
+public:
+    /// `host` may be null: nobody whose end would matter.
+    ScenarioRun(std::wstring workDir, const settings::Settings& settings, void* host,
+                const platform::StopSignal& stopSignal);
+
+    /// Returns when no process of the scenario is left.
+    RunnerExit Run();
+
+private:
+    bool Prepare(std::wstring& problem);
+    bool Unpack(std::wstring& packageFolder, std::wstring& problem) const;
+    RunnerExit StartAndWatch();
+    RunnerExit Conclude(struct RunFacts facts) const;
+    RunnerExit FailToStart(const std::wstring& problem) const;
+    std::wstring InWorkDir(const std::wstring& name) const;
+
+    std::wstring workDir;
+    const settings::Settings& settings;
+    void* host;
+    const platform::StopSignal& stopSignal;
+    run_protocol::RunScenarioInfo info;
+    scenario_manifest::ScenarioManifest manifest;
+    ScenarioCommand command;
+};
+
+} // namespace scenario_runner

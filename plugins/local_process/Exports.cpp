@@ -1,0 +1,55 @@
+/// The two functions by which the controller finds this module.
+
+#include <exception>
+
+#include "companion/ControllerCSWrapper.h"
+#include "local_process/LocalProcess.h"
+#include "platform/Export.h"
+#include "platform/Text.h"
+
+namespace {
+
+using local_process::LocalProcess;
+using local_process::ModuleResult;
+
+/// Lives as long as the module is loaded.
+LocalProcess& Module() {
+    static LocalProcess module;
+    return module;
+}
+
+ModuleResult FailUnexpectedly(const std::string& functionName, const char* what) noexcept {
+    try {
+        ControllerCSWrapper::WriteErrorLog(platform::FromUtf8(functionName + " failed unexpectedly: " + what));
+    } catch (...) {
+        // Nothing is left to say it with.
+    }
+    return ModuleResult::UnexpectedFailure;
+}
+
+ModuleResult Call(const std::string& functionName, const std::wstring& input, std::wstring& output) noexcept {
+    try {
+        return Module().Call(functionName, input, output);
+    } catch (const std::exception& failure) {
+        return FailUnexpectedly(functionName, failure.what());
+    } catch (...) {
+        return FailUnexpectedly(functionName, "unknown exception");
+    }
+}
+
+} // namespace
+
+extern "C" CONTROLLER_API void GetFunctions(std::vector<std::string>* functionNames) {
+    try {
+        for (const std::string& name : LocalProcess::FunctionNames()) {
+            functionNames->push_back(name);
+        }
+    } catch (...) {
+        // Without memory the module offers what fitted.
+    }
+}
+
+extern "C" CONTROLLER_API long CallFunction(const std::string& functionName, const std::wstring& input,
+                                            std::wstring& output, long (*)(const std::wstring&, const std::wstring&)) {
+    return static_cast<long>(Call(functionName, input, output));
+}

@@ -1,0 +1,71 @@
+#include "local_process/LocalProcess.h"
+
+#include "companion/ControllerCSWrapper.h"
+#include "companion/RunProtocol.h"
+#include "companion/Settings.h"
+#include "local_process/RunnerStart.h"
+#include "local_process/WorkFolder.h"
+
+namespace local_process {
+namespace {
+
+constexpr const char* runScenario = "RunScenario";
+constexpr const char* cancelScenario = "CancelScenario";
+constexpr const char* terminate = "Terminate";
+
+ModuleResult Fail(ModuleResult result, const std::wstring& problem) {
+    ControllerCSWrapper::WriteErrorLog(problem);
+    return result;
+}
+
+ModuleResult FailJob(ModuleResult result, const run_protocol::RunScenarioInfo& info, const std::wstring& problem) {
+    LeaveFailedResult(info, problem);
+    return Fail(result, problem);
+}
+
+} // namespace
+
+std::vector<std::string> LocalProcess::FunctionNames() {
+    return {runScenario, cancelScenario, terminate};
+}
+
+ModuleResult LocalProcess::Call(const std::string& functionName, const std::wstring& input, std::wstring& output) {
+    if (functionName == runScenario) {
+        return RunScenario(input, output);
+    }
+    if (functionName == cancelScenario) {
+        return CancelScenario(input);
+    }
+    return functionName == terminate ? Terminate() : ModuleResult::UnknownFunction;
+}
+
+ModuleResult LocalProcess::RunScenario(const std::wstring& request, std::wstring& answer) {
+    run_protocol::RunScenarioInfo info;
+    std::wstring problem;
+    if (!run_protocol::ParseRunScenarioInfo(request, info, problem)) {
+        return Fail(ModuleResult::InvalidRequest, L"A request to run a scenario cannot be read: " + problem);
+    }
+    if (!PrepareWorkFolder(info, problem)) {
+        return FailJob(ModuleResult::NoWorkDirectory, info, problem);
+    }
+    platform::OwnedHandle runner;
+    if (!StartRunner(info, *settings::Current(), runner, problem)) {
+        return FailJob(ModuleResult::RunnerNotStarted, info, problem);
+    }
+    registry.Add(info.jobId, info.workDir, runner.Get());
+    answer = run_protocol::SerializeProcessHandle(runner.Get());
+    // From here on the handle is the caller's.
+    static_cast<void>(runner.Release());
+    return ModuleResult::Done;
+}
+
+ModuleResult LocalProcess::CancelScenario(const std::wstring& jobId) {
+    return registry.AskToStop(jobId) ? ModuleResult::Done : ModuleResult::JobNotRunning;
+}
+
+ModuleResult LocalProcess::Terminate() {
+    registry.AskAllToStop();
+    return ModuleResult::Done;
+}
+
+} // namespace local_process

@@ -1,0 +1,32 @@
+#pragma once
+
+#include <map>
+#include <mutex>
+#include <string>
+
+#include "platform/ProcessHandle.h"
+
+namespace local_process {
+
+/// The runners that were started and may still run, by the ids of their jobs. Any thread.
+class RunnerRegistry {
+public:
+    /// `process` stays the caller's.
+    void Add(const std::wstring& jobId, const std::wstring& workDir, void* process);
+    /// Asks the runner of a job to stop its scenario; false when none runs.
+    bool AskToStop(const std::wstring& jobId);
+    void AskAllToStop();
+
+private:
+    struct Runner {
+        std::wstring workDir;
+        platform::OwnedHandle process;
+    };
+
+    void ForgetEnded();
+
+    std::mutex mutex;
+    std::map<std::wstring, Runner> runners;
+};
+
+} // namespace local_process

@@ -1,0 +1,37 @@
+#include "local_process/RunnerStart.h"
+
+#include "platform/NativePath.h"
+#include "platform/Process.h"
+
+namespace local_process {
+namespace {
+
+bool Fail(const settings::Settings& settings, const std::wstring& why, std::wstring& problem) {
+    problem = L"The program that runs scenarios, " + platform::ToNativeText(settings.scenarioRunner) +
+              L", cannot be started: " + why + L". Check the setting \"scenarioRunner\".";
+    return false;
+}
+
+} // namespace
+
+bool StartRunner(const run_protocol::RunScenarioInfo& info, const settings::Settings& settings,
+                 platform::OwnedHandle& runner, std::wstring& problem) {
+    const platform::OwnedHandle host = platform::OpenOwnProcess();
+    if (!host) {
+        return Fail(settings, L"the system has no more handles", problem);
+    }
+    platform::ProcessStart start;
+    start.program = settings.scenarioRunner;
+    start.arguments = {L"--work-dir", platform::ToNativeText(info.workDir), L"--host",
+                       platform::InheritedHandleText(host.Get())};
+    if (!settings.file.empty()) {
+        start.arguments.insert(start.arguments.end(), {L"--settings", platform::ToNativeText(settings.file)});
+    }
+    start.currentFolder = platform::ParentFolder(settings.scenarioRunner);
+    start.detached = true;
+    start.inherited = {host.Get()};
+    const platform::Error error = platform::StartProcess(start, runner);
+    return !error || Fail(settings, error.Text(), problem);
+}
+
+} // namespace local_process

@@ -1,0 +1,70 @@
+#include "local_process/WorkFolder.h"
+
+#include <algorithm>
+
+#include "companion/ControllerCSWrapper.h"
+#include "platform/FileSystem.h"
+#include "platform/NativePath.h"
+
+namespace local_process {
+namespace {
+
+using run_protocol::RunScenarioInfo;
+
+constexpr int failureCode = 1;
+
+/// What scenarios are told: paths as their system writes them.
+RunScenarioInfo WithNativePaths(RunScenarioInfo info) {
+    info.scenarioPath = platform::ToNativeText(info.scenarioPath);
+    info.outputFolder = platform::ToNativeText(info.outputFolder);
+    info.workDir = platform::ToNativeText(info.workDir);
+    std::transform(info.inputFiles.begin(), info.inputFiles.end(), info.inputFiles.begin(), platform::ToNativeText);
+    return info;
+}
+
+platform::Error MakeFolder(const std::wstring& workDir) {
+    const platform::Error error = platform::EnsureFolder(platform::ParentFolder(workDir));
+    return error ? error : platform::EnsurePrivateFolder(workDir);
+}
+
+platform::Error RemoveLeftovers(const std::wstring& workDir) {
+    for (const wchar_t* const name :
+         {run_protocol::progressFileName, run_protocol::resultFileName, run_protocol::killFileName}) {
+        const platform::Error error = platform::RemoveFile(platform::ResolveAgainst(workDir, name));
+        if (error && error.kind != platform::ErrorKind::NotFound) {
+            return error;
+        }
+    }
+    return {};
+}
+
+bool Fail(const RunScenarioInfo& info, const std::wstring& what, std::wstring& problem) {
+    problem = L"The work directory " + platform::ToNativeText(info.workDir) + L" of job " + info.jobId + L" " + what +
+              L". Check the setting \"workDirectory\".";
+    return false;
+}
+
+} // namespace
+
+bool PrepareWorkFolder(const RunScenarioInfo& info, std::wstring& problem) {
+    if (const platform::Error error = MakeFolder(info.workDir)) {
+        return Fail(info, L"cannot be made: " + error.Text(), problem);
+    }
+    if (const platform::Error error = RemoveLeftovers(info.workDir)) {
+        return Fail(info, L"holds files of an earlier run that cannot be removed: " + error.Text(), problem);
+    }
+    const std::wstring path = platform::ResolveAgainst(info.workDir, run_protocol::runInfoFileName);
+    return ControllerCSWrapper::CreateJsonFile(run_protocol::SerializeRunScenarioInfo(WithNativePaths(info)), path) ||
+           Fail(info, L"cannot be written", problem);
+}
+
+void LeaveFailedResult(const RunScenarioInfo& info, const std::wstring& problem) {
+    if (!platform::IsFolder(info.workDir)) {
+        return;
+    }
+    const run_protocol::RunScenarioResult result{info.jobId, false, {{failureCode, problem}}, {}};
+    ControllerCSWrapper::CreateJsonFile(run_protocol::SerializeRunScenarioResult(result),
+                                        platform::ResolveAgainst(info.workDir, run_protocol::resultFileName));
+}
+
+} // namespace local_process

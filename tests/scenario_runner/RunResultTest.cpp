@@ -1,0 +1,111 @@
+#include "scenario_runner/RunResult.h"
+
+#include <gtest/gtest.h>
+
+using run_protocol::RunScenarioResult;
+using scenario_runner::ResultOf;
+using scenario_runner::RunEnding;
+using scenario_runner::RunFacts;
+
+namespace {
+
+RunFacts EndedWith(std::int32_t exitCode) {
+    RunFacts facts;
+    facts.jobId = L"3f9a0c1";
+    facts.exitCode = exitCode;
+    facts.successExitCodes = {0};
+    return facts;
+}
+
+const RunScenarioResult ownSuccess{L"3f9a0c1", true, {{0, L"All done"}}, {L"/out/report.json"}};
+
+} // namespace
+
+TEST(RunResultTest, ASuccessExitCodeWithoutAResultIsASuccess) {
+    const RunScenarioResult expected{
+        L"3f9a0c1", true, {{0, L"The scenario ended with exit code 0 and wrote no result."}}, {}};
+    EXPECT_EQ(ResultOf(EndedWith(0)), expected);
+}
+
+TEST(RunResultTest, AnotherExitCodeIsAFailureThatNamesIt) {
+    const RunScenarioResult expected{
+        L"3f9a0c1", false, {{1, L"The scenario ended with exit code 3 and wrote no result."}}, {}};
+    EXPECT_EQ(ResultOf(EndedWith(3)), expected);
+}
+
+TEST(RunResultTest, TheDescriptionSaysWhichExitCodesAreSuccesses) {
+    RunFacts facts = EndedWith(3);
+    facts.successExitCodes = {2, 3};
+    EXPECT_TRUE(ResultOf(facts)->succeeded);
+    facts = EndedWith(0);
+    facts.successExitCodes = {2, 3};
+    EXPECT_FALSE(ResultOf(facts)->succeeded);
+}
+
+TEST(RunResultTest, AFailureShowsTheLastOutput) {
+    RunFacts facts = EndedWith(1);
+    facts.lastOutput = L"part.rb:3: undefined method";
+    const auto result = ResultOf(facts);
+    ASSERT_EQ(result->messages.size(), 2U);
+    EXPECT_EQ(result->messages[1].second, L"The last lines of its output:\npart.rb:3: undefined method");
+
+    facts.exitCode = 0;
+    EXPECT_EQ(ResultOf(facts)->messages.size(), 1U);
+}
+
+TEST(RunResultTest, TheScenariosOwnResultStays) {
+    RunFacts facts = EndedWith(3);
+    facts.ownResult = ownSuccess;
+    EXPECT_EQ(ResultOf(facts), std::nullopt);
+    facts.ending = RunEnding::StopRequested;
+    EXPECT_EQ(ResultOf(facts), std::nullopt);
+}
+
+TEST(RunResultTest, AResultThatCannotBeReadIsAFailureWhateverTheExitCode) {
+    RunFacts facts = EndedWith(0);
+    facts.hasUnusableResult = true;
+    const auto result = ResultOf(facts);
+    EXPECT_FALSE(result->succeeded);
+    EXPECT_EQ(result->messages[0].second,
+              L"The scenario ended with exit code 0 and wrote a result that cannot be read.");
+}
+
+TEST(RunResultTest, ATimeLimitIsAFailureThatNamesIt) {
+    RunFacts facts = EndedWith(0);
+    facts.ending = RunEnding::TimeLimit;
+    facts.timeLimitSeconds = 60;
+    const RunScenarioResult expected{
+        L"3f9a0c1", false, {{1, L"The scenario was stopped because it ran longer than its time limit of 60 s."}}, {}};
+    EXPECT_EQ(ResultOf(facts), expected);
+}
+
+TEST(RunResultTest, WhatTheScenarioSaidBeforeItsTimeLimitStays) {
+    RunFacts facts = EndedWith(0);
+    facts.ending = RunEnding::TimeLimit;
+    facts.timeLimitSeconds = 60;
+    facts.ownResult = ownSuccess;
+    const auto result = ResultOf(facts);
+    EXPECT_FALSE(result->succeeded);
+    ASSERT_EQ(result->messages.size(), 2U);
+    EXPECT_EQ(result->messages[1].second, L"All done");
+    EXPECT_EQ(result->outputFiles, ownSuccess.outputFiles);
+}
+
+TEST(RunResultTest, AScenarioThatWasStoppedDidNotSucceed) {
+    RunFacts facts = EndedWith(0);
+    facts.ending = RunEnding::StopRequested;
+    EXPECT_FALSE(ResultOf(facts)->succeeded);
+}
+
+TEST(RunResultTest, WithoutAHostNobodyReadsAResult) {
+    RunFacts facts = EndedWith(0);
+    facts.ending = RunEnding::HostEnded;
+    EXPECT_EQ(ResultOf(facts), std::nullopt);
+}
+
+TEST(RunResultTest, AnExitCodeThatCannotBeToldIsAFailure) {
+    RunFacts facts = EndedWith(0);
+    facts.exitCode = std::nullopt;
+    EXPECT_FALSE(ResultOf(facts)->succeeded);
+    EXPECT_EQ(ResultOf(facts)->messages[0].second, L"The scenario ended and wrote no result.");
+}
