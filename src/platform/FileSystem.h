@@ -29,7 +29,8 @@ Error CreateFolder(const std::wstring& path);
 /// As `CreateFolder`, but an existing folder is success.
 Error EnsureFolder(const std::wstring& path);
 
-/// As `EnsureFolder` for one level, readable by the owner alone (0700; on Windows what the parent hands down).
+/// As `EnsureFolder` for one level, readable by the owner alone (0700; on Windows what the parent hands down). An
+/// existing folder keeps its permissions, and is refused with `AccessDenied` when it belongs to somebody else.
 Error EnsurePrivateFolder(const std::wstring& path);
 
 struct FolderEntry {
@@ -41,7 +42,8 @@ struct FolderEntry {
 };
 
 /// Appends the entries of `folder` without "." and "..": in the system's order on Windows, sorted without regard to
-/// case on Linux. Entries whose status cannot be read are left out.
+/// case on Linux. Entries whose status cannot be read are left out, and on Linux names with a backslash, which in
+/// library text would be paths. After a failure nothing is appended.
 Error ListFolder(const std::wstring& folder, std::vector<FolderEntry>& entries);
 
 /// True when `name` ends in `extension` (".rb") as this system matches file names: without regard to case on Windows,
@@ -71,8 +73,9 @@ std::optional<FileStamp> StampOf(const std::wstring& path);
 Error ReadFile(const std::wstring& path, std::size_t limit, std::string& bytes);
 
 /// Makes `path` hold exactly `bytes`, all or nothing: a temporary file in the same folder, flushed to the disk, renamed
-/// over the target. Missing parent folders are made. On Windows a target held open by others is tried again for about
-/// 200 ms. After a failure the old file is untouched and no temporary file is left.
+/// over the target, which keeps its permissions on Linux; a link at `path` is replaced itself. Missing parent folders
+/// are made. On Windows a target held open by others is tried 200 times more, 1 ms apart. After a failure the old file
+/// is untouched and no temporary file is left.
 Error ReplaceFile(const std::wstring& path, std::string_view bytes);
 
 /// As `ReplaceFile`, and the file that stood there before is kept as `backupPath` (replacing an earlier one), at no
@@ -89,8 +92,9 @@ Error RenameFile(const std::wstring& from, const std::wstring& to);
 Error RemoveFile(const std::wstring& path);
 
 /// Removes a folder with all it holds; links and junctions inside are removed themselves and never followed, read-only
-/// entries are removed too. `path` itself must be a real folder: a link is refused with `NotSupported`. What cannot be
-/// removed is left, the rest goes on, and the first failure is the result.
+/// entries are removed too. `path` itself must be a real folder: a link or file is refused with `NotSupported`. What
+/// cannot be removed is left (on Linux also what another file system holds that is mounted inside), the rest goes on,
+/// and the first failure is the result. Any depth.
 Error RemoveTree(const std::wstring& path);
 
 } // namespace platform

@@ -75,6 +75,15 @@ TEST(ClockTest, LocalTimesAreReadAsStandardTime) {
     EXPECT_EQ(FromLocal({2024, 7, 3, 5, 46, 40}), 1'720'003'600); // an hour later than the clock on the wall said
 }
 
+TEST(ClockTest, ZonesEastOfGreenwichAndRulesOfTheirOwn) {
+    const ScopedTimeZone zone("CET-1CEST,M3.5.0,M10.5.0/3");
+    EXPECT_EQ(ToLocal(1'709'622'489), (CalendarTime{2024, 3, 5, 8, 8, 9}));
+    EXPECT_EQ(FromLocal({2024, 3, 5, 8, 8, 9}), 1'709'622'489);
+    EXPECT_EQ(FromLocal({2024, 7, 1, 1, 0, 0}), 1'719'792'000);
+    EXPECT_EQ(FromLocal({1970, 1, 1, 0, 59, 59}), -1);
+    EXPECT_EQ(FromLocal({1970, 1, 1, 1, 0, 0}), 0);
+}
+
 TEST(ClockTest, FieldsBeyondTheirRangeCarryOver) {
     const ScopedTimeZone zone("UTC0");
     EXPECT_EQ(FromLocal({2024, 14, 1, 0, 0, 0}), FromLocal({2025, 2, 1, 0, 0, 0}));

@@ -5,31 +5,21 @@
 
 #include <unistd.h>
 
+#include "platform/EnvironmentCalls.h"
 #include "platform/Text.h"
 
 namespace platform {
-namespace {
-
-bool IsUsable(const std::wstring& name) {
-    return !name.empty() && name.find(L'=') == std::wstring::npos && name.find(L'\0') == std::wstring::npos;
-}
-
-} // namespace
-
-std::optional<std::wstring> GetEnvironment(const std::wstring& name) {
-    const char* const value = IsUsable(name) ? std::getenv(ToUtf8(name).c_str()) : nullptr;
+std::optional<std::wstring> ReadVariable(const std::wstring& name) {
+    const char* const value = std::getenv(ToUtf8(name).c_str());
     return value == nullptr ? std::nullopt : std::optional(FromUtf8(value));
 }
 
-void SetEnvironment(const std::wstring& name, const std::wstring& value) {
-    if (!IsUsable(name)) {
-        return;
-    }
-    if (value.empty()) {
-        unsetenv(ToUtf8(name).c_str());
-    } else {
-        setenv(ToUtf8(name).c_str(), ToUtf8(value).c_str(), 1);
-    }
+void WriteVariable(const std::wstring& name, const std::wstring& value) {
+    setenv(ToUtf8(name).c_str(), ToUtf8(value).c_str(), 1);
+}
+
+void RemoveVariable(const std::wstring& name) {
+    unsetenv(ToUtf8(name).c_str());
 }
 
 std::vector<std::pair<std::wstring, std::wstring>> AllEnvironment() {

@@ -6,12 +6,10 @@
 
 #include <windows.h>
 
+#include "platform/EnvironmentCalls.h"
+
 namespace platform {
 namespace {
-
-bool IsUsable(const std::wstring& name) {
-    return !name.empty() && name.find(L'=') == std::wstring::npos && name.find(L'\0') == std::wstring::npos;
-}
 
 struct BlockDeleter {
     void operator()(wchar_t* block) const { FreeEnvironmentStringsW(block); }
@@ -19,12 +17,10 @@ struct BlockDeleter {
 
 } // namespace
 
-std::optional<std::wstring> GetEnvironment(const std::wstring& name) {
+std::optional<std::wstring> ReadVariable(const std::wstring& name) {
     // The runtime answers the question for the size with ERANGE: the size alone tells.
     std::size_t size = 0;
-    if (IsUsable(name)) {
-        _wgetenv_s(&size, nullptr, 0, name.c_str());
-    }
+    _wgetenv_s(&size, nullptr, 0, name.c_str());
     if (size == 0) {
         return std::nullopt;
     }
@@ -34,13 +30,15 @@ std::optional<std::wstring> GetEnvironment(const std::wstring& name) {
     return value;
 }
 
-void SetEnvironment(const std::wstring& name, const std::wstring& value) {
-    if (!IsUsable(name)) {
-        return;
-    }
+// The runtime's copy, and the one that child processes and other runtimes in this process see.
+void WriteVariable(const std::wstring& name, const std::wstring& value) {
     _wputenv_s(name.c_str(), value.c_str());
-    // What child processes and other runtime libraries of this process see.
-    SetEnvironmentVariableW(name.c_str(), value.empty() ? nullptr : value.c_str());
+    SetEnvironmentVariableW(name.c_str(), value.c_str());
+}
+
+void RemoveVariable(const std::wstring& name) {
+    _wputenv_s(name.c_str(), L"");
+    SetEnvironmentVariableW(name.c_str(), nullptr);
 }
 
 std::vector<std::pair<std::wstring, std::wstring>> AllEnvironment() {

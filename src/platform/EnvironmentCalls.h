@@ -1,0 +1,13 @@
+#pragma once
+
+#include <optional>
+#include <string>
+
+/// The calls of the system, for names that it can take.
+namespace platform {
+
+std::optional<std::wstring> ReadVariable(const std::wstring& name);
+void WriteVariable(const std::wstring& name, const std::wstring& value);
+void RemoveVariable(const std::wstring& name);
+
+} // namespace platform
