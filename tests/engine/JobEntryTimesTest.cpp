@@ -1,18 +1,16 @@
 #include "engine/JobEntry.h"
 
-#include "platform/Environment.h"
+#include "platform/SystemHelpers.h"
 
 #include <gtest/gtest.h>
 
 namespace {
 
-constexpr std::int64_t threeHours = 3 * 3600;
-
-/// In a zone three hours before UTC, without daylight saving.
+/// In a zone whose clocks show five hours less than UTC in winter.
 class JobEntryTimesTest : public testing::Test {
 protected:
-    static void SetUpTestSuite() { platform::SetEnvironment(L"TZ", L"EAST-3"); }
-    static void TearDownTestSuite() { platform::SetEnvironment(L"TZ", L""); }
+    static constexpr std::int64_t fiveHours = 5 * 3600;
+    const ScopedTimeZone zone{"EST5EDT"};
 };
 
 TEST_F(JobEntryTimesTest, TimeZeroIsTheStartOf1970) {
@@ -26,7 +24,7 @@ TEST_F(JobEntryTimesTest, FieldsArePaddedWithZeros) {
 
 TEST_F(JobEntryTimesTest, TimesAreWrittenInUtcAndReadAsLocal) {
     const std::int64_t time = 1709622489;
-    EXPECT_EQ(JobEntry::ConvertTimeStringToStruct(JobEntry::CreateTimeString(time)), time - threeHours);
+    EXPECT_EQ(JobEntry::ConvertTimeStringToStruct(JobEntry::CreateTimeString(time)), time + fiveHours);
 }
 
 TEST_F(JobEntryTimesTest, EmptyOrUnreadableTextIsMinusOne) {
@@ -56,7 +54,7 @@ TEST_F(JobEntryTimesTest, StartAndEndTimeGoIntoTheRecord) {
     job.SetEndTime(1709622490);
     EXPECT_EQ(job.GetJobListInfo().startTime, L"2024-03-05T07:08:09Z");
     EXPECT_EQ(job.GetJobListInfo().endTime, L"2024-03-05T07:08:10Z");
-    EXPECT_EQ(job.GetStartTime(), 1709622489 - threeHours);
+    EXPECT_EQ(job.GetStartTime(), 1709622489 + fiveHours);
 }
 
 TEST_F(JobEntryTimesTest, JobThatNeverStartedHasStartTimeMinusOne) {

@@ -1,7 +1,7 @@
 #include "scenarios/ScenarioSearch.h"
 
 #include "platform/FileSystem.h"
-#include "scenarios/FolderLink.h"
+#include "platform/SystemHelpers.h"
 #include "support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
@@ -77,36 +77,36 @@ TEST_F(ScenarioSearchTest, ExtensionsAreMatchedAsTheSystemMatchesNames) {
 TEST_F(ScenarioSearchTest, LinkToAFolderElsewhereIsWalkedInto) {
     const TemporaryFolder elsewhere;
     WriteTextFile(elsewhere / L"sub\\x.rb", "");
-    if (!MakeFolderLink(folder / L"link", elsewhere.Path())) {
-        GTEST_SKIP() << "This system makes no links to folders.";
+    if (!MakeLink(elsewhere.Path(), folder / L"link")) {
+        GTEST_SKIP() << "This system or user makes no links to folders.";
     }
     EXPECT_EQ(Find(), Texts{L"link\\sub\\x.rb"});
 }
 
 TEST_F(ScenarioSearchTest, LinkThatLeadsBackUpItsPathIsNotWalkedInto) {
     Write(L"a\\b\\x.rb");
-    if (!MakeFolderLink(folder / L"a\\b\\root", folder.Path())) {
-        GTEST_SKIP() << "This system makes no links to folders.";
+    if (!MakeLink(folder.Path(), folder / L"a\\b\\root")) {
+        GTEST_SKIP() << "This system or user makes no links to folders.";
     }
-    MakeFolderLink(folder / L"a\\b\\parent", folder / L"a");
-    MakeFolderLink(folder / L"a\\b\\itself", folder / L"a\\b");
+    MakeLink(folder / L"a", folder / L"a\\b\\parent");
+    MakeLink(folder / L"a\\b", folder / L"a\\b\\itself");
     EXPECT_EQ(Find(), Texts{L"a\\b\\x.rb"});
 }
 
 TEST_F(ScenarioSearchTest, LinksThatLeadToOneAnotherComeToAnEnd) {
     Write(L"a\\1.rb");
     Write(L"b\\2.rb");
-    if (!MakeFolderLink(folder / L"a\\to_b", folder / L"b")) {
-        GTEST_SKIP() << "This system makes no links to folders.";
+    if (!MakeLink(folder / L"b", folder / L"a\\to_b")) {
+        GTEST_SKIP() << "This system or user makes no links to folders.";
     }
-    MakeFolderLink(folder / L"b\\to_a", folder / L"a");
+    MakeLink(folder / L"a", folder / L"b\\to_a");
     EXPECT_EQ(Find(), (Texts{L"a\\1.rb", L"b\\2.rb", L"a\\to_b\\2.rb", L"b\\to_a\\1.rb"}));
 }
 
 TEST_F(ScenarioSearchTest, SecondLinkToTheSameFolderIsWalkedIntoToo) {
     Write(L"a\\x.rb");
-    if (!MakeFolderLink(folder / L"b", folder / L"a")) {
-        GTEST_SKIP() << "This system makes no links to folders.";
+    if (!MakeLink(folder / L"a", folder / L"b")) {
+        GTEST_SKIP() << "This system or user makes no links to folders.";
     }
     EXPECT_EQ(Find(), (Texts{L"a\\x.rb", L"b\\x.rb"}));
 }
