@@ -81,7 +81,7 @@ public:
     // Job list and jobs file
 
     /// Reads the job list file. An unreadable one is kept beside it as ".corrupt-<time>"; when its ".bak" is good, that
-    /// is read and a warning says so.
+    /// is read and a warning says so. Of a list that is missing the backup is not read: somebody has deleted it.
     static bool ParseJobList(const std::wstring& path, std::vector<JobListInfo>& records);
     /// Reads the requests of a jobs file; relative paths in it are relative to its folder.
     static bool ReadEnqueueJobsFile(const std::wstring& path, std::vector<EnqueueJobsInfo>& infos);

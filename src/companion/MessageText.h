@@ -24,13 +24,14 @@ void AppendAll(std::vector<Element>& list, std::vector<Element>&& more) {
     list.insert(list.end(), std::make_move_iterator(more.begin()), std::make_move_iterator(more.end()));
 }
 
+/// Takes the content over: lists are appended to, other values replaced.
 template <typename Value>
-void Store(Value& value, Value&& content) {
-    value = std::move(content);
-}
-template <typename Element>
-void Store(std::vector<Element>& value, std::vector<Element>&& content) {
-    AppendAll(value, std::move(content));
+void Store(Value& content, Value& value) {
+    if constexpr (json::isList<Value>) {
+        AppendAll(value, std::move(content));
+    } else {
+        value = std::move(content);
+    }
 }
 
 /// Empty when memory runs out.
@@ -49,7 +50,7 @@ bool Deserialize(const std::wstring& text, Value& value) noexcept {
             ControllerCSWrapper::WriteErrorLog(L"A message cannot be read: " + problem);
             return false;
         }
-        Store(value, std::move(*envelope.content));
+        Store(*envelope.content, value);
         return true;
     });
 }
