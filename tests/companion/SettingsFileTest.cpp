@@ -127,7 +127,21 @@ TEST_F(SettingsFileTest, TakesEveryMember) {
     expected.interpreters = {{L".rb", {L"ruby", L"--disable=gems"}}, {L".py", {L"python3"}}};
     expected.cancelGraceSeconds = 0;
     expected.scenarioLogLimitBytes = 4096;
-    EXPECT_EQ(read, expected);
+    EXPECT_EQ(read.workDirectory, expected.workDirectory);
+    EXPECT_EQ(read.jobListFile, expected.jobListFile);
+    EXPECT_EQ(read.logFile, expected.logFile);
+    EXPECT_EQ(read.scenarioDirectories, expected.scenarioDirectories);
+    EXPECT_EQ(read.functionModules, expected.functionModules);
+    EXPECT_EQ(read.scenarioRunner, expected.scenarioRunner);
+    EXPECT_EQ(read.interpreters, expected.interpreters);
+    EXPECT_EQ(read.file, expected.file);
+    EXPECT_EQ(read.culture, expected.culture);
+    EXPECT_EQ(read.defaultCulture, expected.defaultCulture);
+    EXPECT_EQ(read.scenarioApiDirectory, expected.scenarioApiDirectory);
+    EXPECT_EQ(read.autoDeleteWorkFolder, expected.autoDeleteWorkFolder);
+    EXPECT_EQ(read.autoDeleteDays, expected.autoDeleteDays);
+    EXPECT_EQ(read.cancelGraceSeconds, expected.cancelGraceSeconds);
+    EXPECT_EQ(read.scenarioLogLimitBytes, expected.scenarioLogLimitBytes);
     EXPECT_TRUE(warnings.empty());
 }
 
