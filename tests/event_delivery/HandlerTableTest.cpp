@@ -1,0 +1,154 @@
+#include "event_delivery/HandlerTable.h"
+
+#include <functional>
+#include <future>
+#include <stdexcept>
+#include <string>
+#include <thread>
+#include <utility>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using event_delivery::HandlerTable;
+
+class Handler final : public CallbackFunctor {
+public:
+    explicit Handler(std::function<void()> what = [] {}) : action(std::move(what)) {}
+    bool operator()(const std::wstring& payload) override {
+        payloads.push_back(payload);
+        action();
+        return true;
+    }
+    std::vector<std::wstring> payloads;
+
+private:
+    std::function<void()> action;
+};
+
+using Payloads = std::vector<std::wstring>;
+
+TEST(HandlerTableTest, AnEventGoesToTheHandlerOfItsName) {
+    HandlerTable table;
+    Handler a;
+    Handler b;
+    table.Set(L"A", &a);
+    table.Set(L"B", &b);
+    table.Deliver(1, L"B", L"x");
+    table.Deliver(1, L"C", L"y");
+    EXPECT_EQ(a.payloads, Payloads{});
+    EXPECT_EQ(b.payloads, Payloads{L"x"});
+}
+
+TEST(HandlerTableTest, ALaterHandlerTakesThePlaceOfTheEarlier) {
+    HandlerTable table;
+    Handler earlier;
+    Handler later;
+    table.Set(L"A", &earlier);
+    table.Set(L"A", &later);
+    table.Deliver(1, L"A", L"x");
+    EXPECT_EQ(earlier.payloads, Payloads{});
+    EXPECT_EQ(later.payloads, Payloads{L"x"});
+}
+
+TEST(HandlerTableTest, NullTakesTheHandlerAway) {
+    HandlerTable table;
+    Handler handler;
+    table.Set(L"A", &handler);
+    table.Set(L"A", nullptr);
+    table.Set(L"B", nullptr);
+    table.Deliver(1, L"A", L"x");
+    EXPECT_EQ(handler.payloads, Payloads{});
+}
+
+TEST(HandlerTableTest, TheSenderIsKnownWhileAHandlerRunsAndOnItsThreadAlone) {
+    HandlerTable table;
+    std::vector<EventTransmitter::Peer> seen;
+    Handler handler([&] {
+        seen.push_back(table.CurrentPeer());
+        seen.push_back(std::async(std::launch::async, [&] { return table.CurrentPeer(); }).get());
+    });
+    table.Set(L"A", &handler);
+    table.Deliver(42, L"A", L"");
+    EXPECT_EQ(seen, (std::vector<EventTransmitter::Peer>{42, 0}));
+    EXPECT_EQ(table.CurrentPeer(), 0u);
+}
+
+TEST(HandlerTableTest, AFailingHandlerIsOverToo) {
+    HandlerTable table;
+    Handler handler([] { throw std::runtime_error("no"); });
+    table.Set(L"A", &handler);
+    EXPECT_THROW(table.Deliver(1, L"A", L""), std::runtime_error);
+    EXPECT_EQ(table.CurrentPeer(), 0u);
+    table.Set(L"A", nullptr);
+}
+
+TEST(HandlerTableTest, AHandlerMayTakeItselfAway) {
+    HandlerTable table;
+    Handler handler([&] { table.Set(L"A", nullptr); });
+    table.Set(L"A", &handler);
+    table.Deliver(1, L"A", L"x");
+    table.Deliver(1, L"A", L"y");
+    EXPECT_EQ(handler.payloads, Payloads{L"x"});
+}
+
+/// A handler that runs on a thread of its own until the test lets it go.
+class HeldHandler {
+public:
+    explicit HeldHandler(HandlerTable& table) : handler([this] { Hold(); }) {
+        table.Set(L"A", &handler);
+        delivering = std::thread([&table] { table.Deliver(1, L"A", L"x"); });
+        started.get_future().wait();
+    }
+    ~HeldHandler() { delivering.join(); }
+
+    void Release() { released.set_value(); }
+    bool IsOver() const { return isOver; }
+
+private:
+    void Hold() {
+        started.set_value();
+        released.get_future().wait();
+        isOver = true;
+    }
+
+    Handler handler;
+    std::promise<void> started;
+    std::promise<void> released;
+    bool isOver = false;
+    std::thread delivering;
+};
+
+/// Whether a change of the table waits for the handler: then the handler is over when it returns. The handler is let
+/// go by another thread, which begins when the change may be waiting already.
+void ChangeWaits(CallbackFunctor* replacement) {
+    HandlerTable table;
+    HeldHandler held(table);
+    std::thread releasing([&held] { held.Release(); });
+    table.Set(L"A", replacement);
+    EXPECT_TRUE(held.IsOver());
+    releasing.join();
+}
+
+TEST(HandlerTableTest, TakingAwayWaitsForTheHandlerThatRuns) {
+    ChangeWaits(nullptr);
+}
+
+TEST(HandlerTableTest, ReplacingWaitsForTheHandlerThatRuns) {
+    Handler replacement;
+    ChangeWaits(&replacement);
+}
+
+TEST(HandlerTableTest, ChangingAnotherEventWaitsForNobody) {
+    HandlerTable table;
+    Handler other;
+    HeldHandler held(table);
+    table.Set(L"B", &other);
+    table.Set(L"B", nullptr);
+    EXPECT_FALSE(held.IsOver());
+    held.Release();
+}
+
+} // namespace
