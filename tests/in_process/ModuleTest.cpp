@@ -1,0 +1,85 @@
+#include "EventRecorder.h"
+#include "ScriptedTransmitter.h"
+#include "TurnedClock.h"
+#include "cli/CLIPresenter.h"
+#include "doubles/RecordingCompanion.h"
+#include "modules/EventTransmitterManager.h"
+#include "modules/ModuleFiles.h"
+#include "platform/LineEnd.h"
+#include "support/TemporaryFolder.h"
+
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+class ModuleTest : public testing::Test {
+protected:
+    EventTransmitter* Get(const std::wstring& id) { return manager.GetEventTransmitter(id); }
+
+    const std::wstring modulePath = test_modules::ModulePath(L"in_process");
+    EventTransmitterManager manager{modulePath};
+};
+
+TEST_F(ModuleTest, AnIdentifierGivesTheSameTransmitterEachTime) {
+    ASSERT_NE(Get(L"engine:same"), nullptr);
+    EXPECT_EQ(Get(L"engine:same"), Get(L"engine:same"));
+    EXPECT_EQ(Get(L"same"), Get(L"client:same"));
+    EXPECT_EQ(EventTransmitterManager(modulePath).GetEventTransmitter(L"same"), Get(L"same"));
+    EXPECT_NE(Get(L"same"), Get(L"same#2"));
+    EXPECT_NE(Get(L"engine:same"), Get(L"engine:other"));
+}
+
+TEST_F(ModuleTest, AnIdentifierThatNamesNoLineGivesNoTransmitter) {
+    EXPECT_EQ(Get(L""), nullptr);
+    EXPECT_EQ(Get(L"host:jobs"), nullptr);
+}
+
+TEST_F(ModuleTest, LinesDoNotMix) {
+    EventRecorder wrong;
+    EventRecorder right;
+    Get(L"engine:wrong")->AddEventHandler(L"e", &wrong);
+    Get(L"engine:right")->AddEventHandler(L"e", &right);
+    Get(L"right")->SendEvent(L"e", L"1");
+    right.WaitFor(1);
+    Get(L"wrong")->SendEvent(L"e", L"2");
+    EXPECT_EQ(wrong.WaitFor(1), std::vector<std::wstring>{L"2"});
+    EXPECT_EQ(right.WaitFor(1), std::vector<std::wstring>{L"1"});
+    Get(L"engine:wrong")->AddEventHandler(L"e", nullptr);
+    Get(L"engine:right")->AddEventHandler(L"e", nullptr);
+}
+
+TEST_F(ModuleTest, APresenterEnqueuesThroughTheLine) {
+    const TemporaryFolder folder;
+    RecordingCompanion companion;
+    companion.messages.jobsFiles[L"jobs.json"] = std::vector<EnqueueJobsInfo>(1);
+    companion.messages.Add(L"result", JobEnqueueResult{{{L"a", 12}, {L"", 0}}, L"guid 1", {}});
+    EventTransmitter* const engine = Get(L"engine:chain");
+    EventRecorder answering(
+        [engine](const std::wstring&) { engine->SendEventTo(engine->CurrentPeer(), L"EnqueueJobsFinish", L"result"); });
+    engine->AddEventHandler(L"EnqueueJobs", &answering);
+
+    EventRecorder marker;
+    Get(L"chain")->AddEventHandler(L"marker", &marker);
+    TurnedClock clock;
+    clock.onSleep = [&](int sleeps) {
+        answering.WaitFor(1);
+        engine->SendEvent(L"marker", L"");
+        marker.WaitFor(static_cast<std::size_t>(sleeps)); // behind the answer, on the same thread
+    };
+    CLIPresenter presenter(L"chain", modulePath);
+    presenter.EnqueueJobsFromFile(L"jobs.json", folder / L"out.txt");
+
+    const std::string end(platform::lineEnd);
+    EXPECT_EQ(ReadTextFile(folder / L"out.txt"), "12,Queued" + end + "-1,Failed" + end);
+    EXPECT_EQ(answering.WaitFor(1), std::vector<std::wstring>{L"EnqueueJobs: guid 1"});
+    presenter.LeaveEventTransmitter(Get(L"chain"));
+    Get(L"chain")->AddEventHandler(L"marker", nullptr);
+    engine->AddEventHandler(L"EnqueueJobs", nullptr);
+    ScriptedTransmitter keeper; // keeps the handler in reach that a presenter leaves behind
+    presenter.SetEventTransmitter(&keeper);
+}
+
+} // namespace
