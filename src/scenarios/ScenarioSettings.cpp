@@ -12,10 +12,6 @@ namespace {
 /// No scenario takes as many; a slip in the file must not cost gigabytes.
 constexpr std::int32_t mostSecondaryInputs = 10'000;
 
-std::wstring ReadSetting(const std::wstring& path, const std::wstring& key) {
-    return platform::ReadProfileText(path, L"Scenario", key);
-}
-
 std::size_t SecondaryInputCount(const std::wstring& text) {
     return static_cast<std::size_t>(std::clamp(numbers::ReadInteger(text), 0, mostSecondaryInputs));
 }
@@ -33,8 +29,9 @@ std::vector<std::wstring> SplitAtCommas(const std::wstring& list) {
 }
 
 std::vector<InputFileSpec> ReadScenarioInputs(const std::wstring& settingsPath) {
-    std::vector<InputFileSpec> inputs(1 + SecondaryInputCount(ReadSetting(settingsPath, L"SecondInput")));
-    inputs.front().cadName = ReadSetting(settingsPath, L"CADName");
-    inputs.front().extensions = SplitAtCommas(ReadSetting(settingsPath, L"CADExt"));
+    const std::vector<std::wstring> values =
+        platform::ReadProfileTexts(settingsPath, L"Scenario", {L"CADName", L"CADExt", L"SecondInput"});
+    std::vector<InputFileSpec> inputs(1 + SecondaryInputCount(values[2]));
+    inputs.front() = {values[0], SplitAtCommas(values[1])};
     return inputs;
 }

@@ -119,4 +119,13 @@ TEST_F(ProfileFileTest, WhatCannotBeReadHasNoValues) {
     EXPECT_EQ(ReadProfileText(folder.Path() + L"/a.adc", L"Scenario", L"CADName"), L"STL");
 }
 
+TEST_F(ProfileFileTest, SeveralKeysAreAnsweredInTheirOrder) {
+    const std::wstring path = folder / L"several.adc";
+    WriteTextFile(path, "[Scenario]\r\nCADName=STL\r\nCADExt=stl,obj\r\n");
+    EXPECT_EQ(platform::ReadProfileTexts(path, L"Scenario", {L"CADExt", L"SecondInput", L"cadname"}),
+              (std::vector<std::wstring>{L"stl,obj", L"", L"STL"}));
+    EXPECT_EQ(platform::ReadProfileTexts(folder / L"missing.adc", L"Scenario", {L"CADExt", L"CADName"}),
+              std::vector<std::wstring>(2));
+}
+
 } // namespace

@@ -14,7 +14,7 @@ struct Range {
 
 // The letters of the Latin, Greek and Cyrillic alphabets whose capital stands at a fixed distance.
 constexpr Range shiftedRanges[] = {
-    {0x61, 0x7A, -0x20},   {0xE0, 0xF6, -0x20},   {0xF8, 0xFE, -0x20},   {0x3B1, 0x3C1, -0x20},
+    {0xE0, 0xF6, -0x20},   {0xF8, 0xFE, -0x20},   {0x3B1, 0x3C1, -0x20},
     {0x3C3, 0x3CB, -0x20}, {0x430, 0x44F, -0x20}, {0x450, 0x45F, -0x50},
 };
 
@@ -31,6 +31,10 @@ const Range* Find(const Range (&ranges)[count], wchar_t character) {
 }
 
 wchar_t ToUpper(wchar_t character) {
+    // Most names have no others, and sorting a folder asks for each many times.
+    if (character < 0x80) {
+        return character >= L'a' && character <= L'z' ? character - 0x20 : character;
+    }
     if (const Range* const range = Find(shiftedRanges, character)) {
         return character + range->toUpper;
     }

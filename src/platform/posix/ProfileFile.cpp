@@ -115,12 +115,21 @@ std::wstring FirstUnits(std::wstring_view value) {
 } // namespace
 
 std::wstring ReadProfileText(const std::wstring& path, const std::wstring& section, const std::wstring& key) {
+    return ReadProfileTexts(path, section, {key}).front();
+}
+
+std::vector<std::wstring> ReadProfileTexts(const std::wstring& path, const std::wstring& section,
+                                           const std::vector<std::wstring>& keys) {
     std::string bytes;
     if (ReadFile(path, largestFile, bytes)) {
-        return {};
+        return std::vector<std::wstring>(keys.size());
     }
     const std::wstring text = Decoded(bytes);
-    return FirstUnits(FindValue(text, section, Trimmed(key)));
+    std::vector<std::wstring> values;
+    for (const std::wstring& key : keys) {
+        values.push_back(FirstUnits(FindValue(text, section, Trimmed(key))));
+    }
+    return values;
 }
 
 } // namespace platform

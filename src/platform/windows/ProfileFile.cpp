@@ -21,4 +21,13 @@ std::wstring ReadProfileText(const std::wstring& path, const std::wstring& secti
     return {value, length};
 }
 
+std::vector<std::wstring> ReadProfileTexts(const std::wstring& path, const std::wstring& section,
+                                           const std::vector<std::wstring>& keys) {
+    std::vector<std::wstring> values;
+    for (const std::wstring& key : keys) {
+        values.push_back(ReadProfileText(path, section, key));
+    }
+    return values;
+}
+
 } // namespace platform
