@@ -2,6 +2,7 @@
 
 #include "companion/ControllerCSWrapper.h"
 #include "engine/JobStates.h"
+#include "engine/RequestedJobs.h"
 #include "support/ControllerLogManager.h"
 #include "support/Numbers.h"
 
@@ -9,10 +10,9 @@
 
 namespace {
 
-/// Takes an inactive job's name, its id or else its number, out of what is to be deleted; false when it is not there.
+/// An active job is never deleted, and what named it stays requested.
 bool TakeDeletable(JobEntry& job, std::set<std::wstring>& requested) {
-    return !IsActive(job.GetStatus()) &&
-           (requested.erase(job.GetId()) > 0 || requested.erase(numbers::DecimalText(job.GetSeqId())) > 0);
+    return !IsActive(job.GetStatus()) && TakeRequested(job, requested);
 }
 
 /// A folder that stays behind is no reason to keep the job.

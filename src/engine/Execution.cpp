@@ -2,12 +2,10 @@
 
 #include "companion/ControllerCSWrapper.h"
 #include "engine/JobStates.h"
-#include "modules/FunctionManager.h"
+#include "engine/ModuleCall.h"
 #include "platform/Clock.h"
 #include "support/ControllerLogManager.h"
 #include "support/Numbers.h"
-
-#include <exception>
 
 namespace {
 
@@ -19,24 +17,6 @@ bool BuildRunRequest(const JobEntry& job, std::wstring& request) {
         return true;
     }
     ControllerLogManager::ErrorLog(L"Failed to create request json of Job: " + numbers::DecimalText(info.seqId));
-    return false;
-}
-
-void LogThrown(const JobEntry& job, const std::string& reason) {
-    ControllerLogManager::ErrorLog("The function module threw while it started Job: " + std::to_string(job.GetSeqId()) +
-                                   ": " + reason);
-}
-
-/// True when the module's function "RunScenario" gave its answer. A module that throws must not take the host with it.
-bool RunScenario(const FunctionManager& modules, const JobEntry& job, const std::wstring& request,
-                 std::wstring& response, FunctionManager::Callback callback) {
-    try {
-        return modules.CallFunction("RunScenario", request, response, callback) == 0;
-    } catch (const std::exception& thrown) {
-        LogThrown(job, thrown.what());
-    } catch (...) {
-        LogThrown(job, "no reason given");
-    }
     return false;
 }
 
@@ -81,7 +61,8 @@ bool JobEntryManagerBase::CallRunScenario(JobEntry& job, Callback callback) {
     ControllerLogManager::DebugLog(L"Job: " + numbers::DecimalText(job.GetSeqId()) + L" is running as JobID: " +
                                    job.GetId());
     std::wstring response;
-    if (!RunScenario(*functionManager, job, request, response, callback)) {
+    const std::string activity = "started Job: " + std::to_string(job.GetSeqId());
+    if (CallModule(*functionManager, "RunScenario", request, response, callback, activity) != 0) {
         return false;
     }
     // An answer without a handle leaves the job running without one: the next look at it takes it as ended.

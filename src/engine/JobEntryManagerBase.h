@@ -50,6 +50,24 @@ public:
     /// `IsCompleted` says so.
     bool ExecuteJob(Callback callback, std::vector<JobStatusInfo>& updated);
 
+    /// Cancels the jobs named by id or by number (decimal text): a queued one leaves the queue (`Dequeued`), a running
+    /// one is asked to stop (`Canceling`) and becomes `Canceled` when `CheckUpdate` finds its process gone. `cancelled`
+    /// receives one record for each queued job, and for each running one as many as ways in which it was asked: two
+    /// when the function module took the request, else one. Names of no job, and of jobs in any other status, are
+    /// passed over. The job list file is rewritten when `cancelled` is not empty. Always true.
+    ///
+    /// With `waitForCanceled` it returns when the running ones are no longer `Canceling`. It keeps its thread busy
+    /// meanwhile and needs another thread that calls `CheckUpdate`.
+    bool CancelJobs(std::vector<std::wstring>& ids, std::vector<JobStatusInfo>& cancelled, bool waitForCanceled);
+
+    /// `CancelJobs` of every job. Their ids are collected without the lock: not while another thread enqueues or
+    /// deletes.
+    bool CancelAllJobs(std::vector<JobStatusInfo>& cancelled, bool waitForCanceled);
+
+    /// Sends the function "Terminate" to the module that offers it (the one loaded last). Touches no job and takes no
+    /// lock.
+    void Terminate();
+
     /// Looks once at the process and files of every running job, without waiting; `changed` receives what changed. True
     /// when `changed` is not empty afterwards; the job list file has then been rewritten.
     bool CheckUpdate(std::vector<JobStatusInfo>& changed);
@@ -130,6 +148,13 @@ private:
     /// Starts a queued job, or makes it `Failed`; true when it runs. False too for a job that is not queued.
     bool StartJob(JobEntry& job, Callback callback, std::vector<JobStatusInfo>& updated);
     bool CallRunScenario(JobEntry& job, Callback callback);
+
+    // Cancellation; under the lock
+    /// One element each time a running job was reported.
+    using WaitList = std::vector<std::shared_ptr<JobEntry>>;
+    void CancelJob(const std::shared_ptr<JobEntry>& job, std::vector<JobStatusInfo>& cancelled, WaitList& waitList);
+    void CancelRunningJob(const std::shared_ptr<JobEntry>& job, std::vector<JobStatusInfo>& cancelled,
+                          WaitList& waitList);
 
     // Tracking
     /// Lets a report change the job with this id and reports the change. False (logged with `kind`) when there is no

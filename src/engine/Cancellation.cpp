@@ -1,0 +1,79 @@
+#include "engine/JobEntryManagerBase.h"
+
+#include "engine/ModuleCall.h"
+#include "engine/RequestedJobs.h"
+#include "platform/FileSystem.h"
+#include "support/ControllerLogManager.h"
+#include "support/PathFuncs.h"
+
+bool JobEntry::OnCancelJob() {
+    ControllerLogManager::DebugLog(L"Create killprocess for Job: " + numbers::DecimalText(info.seqId));
+    platform::CreateEmptyFile(PathFuncs::Join(info.workDir, L"killprocess"));
+    return true;
+}
+
+bool JobEntryManagerBase::CancelJobs(std::vector<std::wstring>& ids, std::vector<JobStatusInfo>& cancelled,
+                                     bool waitForCanceled) {
+    WaitList waitList;
+    {
+        const std::lock_guard lock(mutex);
+        std::set<std::wstring> requested(ids.begin(), ids.end());
+        for (const auto& job : jobList) {
+            if (TakeRequested(*job, requested)) {
+                CancelJob(job, cancelled, waitList);
+            }
+        }
+    }
+    while (waitForCanceled && !waitList.empty()) {
+        const std::lock_guard lock(mutex);
+        std::erase_if(waitList, [](const auto& job) { return job->GetStatus() != JobStatus::Canceling; });
+    }
+    if (!cancelled.empty()) {
+        const std::lock_guard lock(mutex);
+        UpdateJobList();
+    }
+    return true;
+}
+
+void JobEntryManagerBase::CancelJob(const std::shared_ptr<JobEntry>& job, std::vector<JobStatusInfo>& cancelled,
+                                    WaitList& waitList) {
+    if (job->GetStatus() == JobStatus::Queued) {
+        job->ChangeStatus(JobStatus::Dequeued);
+        cancelled.push_back(job->GetJobStatusInfo());
+    } else if (job->GetStatus() == JobStatus::Running) {
+        CancelRunningJob(job, cancelled, waitList);
+    }
+}
+
+/// The job is asked to stop in two ways, and each that was taken is reported: a job whose module took the request is
+/// reported twice.
+void JobEntryManagerBase::CancelRunningJob(const std::shared_ptr<JobEntry>& job, std::vector<JobStatusInfo>& cancelled,
+                                           WaitList& waitList) {
+    const auto report = [&] {
+        cancelled.push_back(job->GetJobStatusInfo());
+        waitList.push_back(job);
+    };
+    job->ChangeStatus(JobStatus::Canceling);
+    std::wstring answer;
+    const std::string activity = "cancelled Job: " + std::to_string(job->GetSeqId());
+    if (CallModule(*functionManager, "CancelScenario", job->GetId(), answer, nullptr, activity) == 0) {
+        report();
+    }
+    if (job->OnCancelJob()) {
+        report();
+    }
+}
+
+bool JobEntryManagerBase::CancelAllJobs(std::vector<JobStatusInfo>& cancelled, bool waitForCanceled) {
+    ControllerLogManager::DebugLog(std::string("Cancel all jobs"));
+    std::vector<std::wstring> ids;
+    for (const auto& job : jobList) {
+        ids.push_back(job->GetId());
+    }
+    return CancelJobs(ids, cancelled, waitForCanceled);
+}
+
+void JobEntryManagerBase::Terminate() {
+    std::wstring answer;
+    CallModule(*functionManager, "Terminate", L"", answer, nullptr, "terminated");
+}
