@@ -6,25 +6,13 @@
 #include <cstdlib>
 
 #include "../apps/controller_host/HostEngine.h"
-#include "../apps/controller_host/RunLoop.h"
 #include "RawLimits.h"
+#include "RunLoop.h"
 #include "Workplace.h"
 #include "companion/Settings.h"
 #include "modules/FunctionManager.h"
-#include "platform/Waiting.h"
 
 namespace {
-
-/// Counts the jobs that succeeded.
-class SuccessCounter : public JobObserver {
-public:
-    void JobsChanged(const std::vector<JobStatusInfo>& changed) override {
-        for (const JobStatusInfo& job : changed) {
-            count += job.status == JobStatus::Success ? 1 : 0;
-        }
-    }
-    std::size_t count = 0;
-};
 
 template <class Work>
 double SecondsFor(const Work& work) {
@@ -41,12 +29,9 @@ bool RunJobs(std::size_t count) {
     request.inputFileSets.assign(count, {workplace.MakeFile(L"part.stl")});
     const FunctionManager functions(settings::Current()->functionModules);
     HostEngine engine(&functions);
-    SuccessCounter counter;
-    platform::Event stop;
     JobEnqueueResult result;
     engine.EnqueueJob(request, result);
-    RunLoop(engine, counter, stop.Handle()).RunUntilCompleted();
-    return counter.count == count;
+    return RunUntilCompleted(engine) == count;
 }
 
 void SpawnProcesses(std::size_t count) {

@@ -4,6 +4,7 @@
 #include <cstddef>
 #include <optional>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "platform/ProcessHandle.h"
@@ -22,6 +23,8 @@ class Event {
 public:
     /// Throws std::system_error when the system has no handle left.
     Event();
+    /// Takes over an event that this process inherited; without a handle, raising does nothing.
+    explicit Event(OwnedHandle inherited) : handle(std::move(inherited)) {}
     void* Handle() const { return handle.Get(); }
     /// Stays raised until cleared. Any thread.
     void Raise();

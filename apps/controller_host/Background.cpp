@@ -1,0 +1,56 @@
+#include "Background.h"
+
+#include <chrono>
+
+#include "companion/Settings.h"
+#include "platform/Console.h"
+#include "platform/Directories.h"
+#include "platform/NativePath.h"
+#include "platform/Process.h"
+#include "platform/Text.h"
+#include "platform/Waiting.h"
+
+namespace {
+
+/// A host is ready in far less; one that is not by then never will be.
+constexpr std::chrono::seconds startLimit{30};
+
+HostExit Refuse(const std::wstring& problem) {
+    platform::WriteErrorOutput("controller_host: " + platform::ToUtf8(problem) + "\n");
+    return HostExit::CouldNotRun;
+}
+
+std::wstring LogHint() {
+    const std::wstring logFile = settings::Current()->logFile;
+    return logFile.empty() ? L" Start it without --background to see why."
+                           : L" Its log says why: " + platform::ToNativeText(logFile);
+}
+
+HostExit OutcomeOf(void* host) {
+    const auto code = platform::ExitCode(host);
+    if (code == static_cast<std::int32_t>(HostExit::AlreadyRunning)) {
+        return HostExit::Ended;
+    }
+    return Refuse(L"the host ended at once with exit code " + std::to_wstring(code.value_or(-1)) + L"." + LogHint());
+}
+
+} // namespace
+
+HostExit StartHostInBackground() {
+    const platform::Event ready;
+    platform::ProcessStart start;
+    start.program = platform::ProgramFolder() + L"\\controller_host" + platform::programExtension;
+    start.arguments = {L"--ready-event", platform::InheritedHandleText(ready.Handle())};
+    start.currentFolder = platform::ProgramFolder();
+    start.detached = true;
+    start.inherited = {ready.Handle()};
+    platform::OwnedHandle host;
+    if (const platform::Error error = platform::StartProcess(start, host)) {
+        return Refuse(L"the host " + platform::ToNativeText(start.program) + L" cannot be started: " + error.Text());
+    }
+    const auto signalled = platform::WaitForAny({ready.Handle(), host.Get()}, startLimit);
+    if (signalled == std::size_t{0}) {
+        return HostExit::Ended;
+    }
+    return signalled ? OutcomeOf(host.Get()) : Refuse(L"the host is not ready after 30 s." + LogHint());
+}

@@ -1,0 +1,7 @@
+#pragma once
+
+#include "Host.h"
+
+/// Starts this program once more, detached from the terminal, and returns when front ends can reach it. A host that was
+/// running already is as good. What kept it from starting is told on standard error.
+HostExit StartHostInBackground();

@@ -1,0 +1,87 @@
+#include "Host.h"
+
+#include <chrono>
+
+#include "HostEngine.h"
+#include "HostLoop.h"
+#include "LeftoverScenarios.h"
+#include "RequestAnswers.h"
+#include "RequestInbox.h"
+#include "companion/Settings.h"
+#include "modules/EventTransmitterManager.h"
+#include "modules/FunctionManager.h"
+#include "platform/Console.h"
+#include "platform/FileLock.h"
+#include "platform/FileSystem.h"
+#include "platform/NativePath.h"
+#include "platform/Process.h"
+#include "platform/StopSignal.h"
+#include "platform/Text.h"
+#include "support/ControllerLogManager.h"
+
+namespace {
+
+HostExit Refuse(HostExit code, const std::wstring& problem) {
+    ControllerLogManager::ErrorLog(problem);
+    platform::WriteErrorOutput("controller_host: " + platform::ToUtf8(problem) + "\n");
+    return code;
+}
+
+/// The lock stands beside the job list: two hosts must never write one list.
+platform::Error TakePlace(const settings::Settings& settings, platform::FileLock& lock) {
+    if (const platform::Error error = platform::EnsureFolder(platform::ParentFolder(settings.jobListFile))) {
+        return error;
+    }
+    return lock.Take(settings.jobListFile + L".lock");
+}
+
+/// Long enough for scenarios that need their whole grace time, and for their runners to end.
+std::chrono::milliseconds Patience(const settings::Settings& settings) {
+    return std::chrono::seconds(settings.cancelGraceSeconds) + std::chrono::seconds(5);
+}
+
+HostExit ServeFrontEnds(const settings::Settings& settings, EventTransmitter& transmitter,
+                        const std::wstring& readyEvent) {
+    StopLeftoverScenarios(settings.jobListFile);
+    const FunctionManager functions(settings.functionModules);
+    HostEngine engine(&functions);
+    std::vector<ScenarioInfo> scenarios;
+    engine.FetchScenarios(scenarios);
+    const platform::StopSignal stop;
+    RequestAnswers answers(engine, transmitter);
+    RequestInbox inbox(transmitter, RequestAnswers::Names());
+    ControllerLogManager::Log(L"The host is ready; scenarios: " + std::to_wstring(scenarios.size()));
+    platform::Event(platform::TakeInheritedHandle(readyEvent)).Raise();
+    HostLoop(engine, inbox, answers, stop.Handle()).Run(Patience(settings));
+    ControllerLogManager::Log(L"The host has ended.");
+    return HostExit::Ended;
+}
+
+} // namespace
+
+HostExit RunHost(const std::wstring& readyEvent) {
+    if (const std::wstring problem = settings::Problem(); !problem.empty()) {
+        return Refuse(HostExit::CouldNotRun, problem);
+    }
+    const auto settings = settings::Current();
+    ControllerLogManager::Initialize(0, settings->logFile, readyEvent.empty());
+    platform::FileLock lock;
+    if (const platform::Error error = TakePlace(*settings, lock)) {
+        return error.kind == platform::ErrorKind::InUse
+                   ? Refuse(HostExit::AlreadyRunning, L"another host is running for the job list " +
+                                                          platform::ToNativeText(settings->jobListFile))
+                   : Refuse(HostExit::CouldNotRun, L"the lock beside the job list " +
+                                                       platform::ToNativeText(settings->jobListFile) +
+                                                       L" cannot be taken: " + error.Text());
+    }
+    EventTransmitterManager modules(settings->eventTransmitter);
+    EventTransmitter* const transmitter = modules.GetEventTransmitter(L"engine:" + settings->transmitterName);
+    if (transmitter == nullptr || !transmitter->IsConnected()) {
+        return Refuse(HostExit::CouldNotRun,
+                      L"front ends cannot be reached through " + platform::ToNativeText(settings->eventTransmitter) +
+                          L" as \"" + settings->transmitterName +
+                          L"\": the module is missing, or another host has the name. The settings \"eventTransmitter\" "
+                          L"and \"transmitterName\" say which.");
+    }
+    return ServeFrontEnds(*settings, *transmitter, readyEvent);
+}

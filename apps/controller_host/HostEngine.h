@@ -1,0 +1,32 @@
+#pragma once
+
+#include "engine/JobEntryManagerBase.h"
+
+#include <set>
+#include <string>
+#include <vector>
+
+/// What a status report says of a job that is not in the list.
+inline constexpr JobStatus unknownStatus = static_cast<JobStatus>(-1);
+
+/// The job engine of a host that waits for its processes instead of looking at them again and again.
+class HostEngine : public JobEntryManagerBase {
+public:
+    using JobEntryManagerBase::JobEntryManagerBase;
+
+    /// The handles of the processes of all active jobs. They stay the jobs' own and are valid until the next
+    /// `CheckUpdate`.
+    std::vector<void*> ActiveProcesses();
+
+    /// True while a job is running or being cancelled, with a process or without.
+    bool HasActiveJobs();
+
+    /// Reports on the jobs that an enqueue request made, in list order; rejected input sets are left out.
+    std::vector<JobStatusInfo> StatusOf(const std::vector<JobIdInfo>& jobs);
+
+    /// Reports with `unknownStatus` on those of `jobs` that are no longer in the list.
+    std::vector<JobStatusInfo> NoLongerListed(const std::vector<JobListInfo>& jobs);
+
+private:
+    std::set<std::wstring> ListedIds();
+};

@@ -1,0 +1,34 @@
+#pragma once
+
+#include "HostEngine.h"
+#include "RequestAnswers.h"
+#include "RequestInbox.h"
+
+#include <chrono>
+
+/// The host's one loop. It waits for requests, for the end of processes and for the wish to stop; while a job runs also
+/// for the time to look at its progress file again. Requests are answered before the next job is started.
+class HostLoop {
+public:
+    /// All outlive the loop. `stop` is a handle that is signalled when the host is to end.
+    HostLoop(HostEngine& hostEngine, RequestInbox& requestInbox, RequestAnswers& requestAnswers, void* stopHandle)
+        : engine(hostEngine), inbox(requestInbox), answers(requestAnswers), stop(stopHandle) {}
+
+    /// Returns when the host is to end, with all jobs cancelled and their processes ended, or after `patience` for
+    /// those that do not.
+    void Run(std::chrono::milliseconds patience);
+
+private:
+    enum class Wake { Stop, Work };
+
+    Wake WaitForWork();
+    void AnswerRequests();
+    void LookAtJobs();
+    void StartNextJob();
+    void EndJobs(std::chrono::milliseconds patience);
+
+    HostEngine& engine;
+    RequestInbox& inbox;
+    RequestAnswers& answers;
+    void* stop;
+};

@@ -1,0 +1,36 @@
+#include "HostOptions.h"
+
+#include <cstddef>
+
+const char hostUsage[] =
+    "Usage: controller_host [--background]\n"
+    "\n"
+    "Keeps the queue of jobs, runs them, and answers front ends such as controller_cli.\n"
+    "\n"
+    "  --background  detach from the terminal; returns once front ends can reach the host\n"
+    "  --help        this text\n"
+    "  --version     the version\n"
+    "\n"
+    "Settings: the file named by CONTROLLER_SETTINGS_FILE, or the user's own.\n"
+    "Ends on Ctrl-C, SIGTERM and at the end of the session: running scenarios are asked to stop.\n"
+    "Exit code: 0 ended or now running, 1 could not run, 2 wrong use, 4 another host is running.\n";
+
+HostOptions ParseHostOptions(const std::vector<std::wstring>& arguments) {
+    using Mode = HostOptions::Mode;
+    HostOptions options;
+    for (std::size_t index = 0; index < arguments.size(); ++index) {
+        const std::wstring& argument = arguments[index];
+        if (argument == L"--background") {
+            options.mode = Mode::Background;
+        } else if (argument == L"--ready-event" && index + 1 < arguments.size()) {
+            options.readyEvent = arguments[++index];
+        } else if (argument == L"--help") {
+            return {.mode = Mode::Help};
+        } else if (argument == L"--version") {
+            return {.mode = Mode::Version};
+        } else {
+            return {.mode = Mode::Wrong, .problem = argument};
+        }
+    }
+    return options;
+}

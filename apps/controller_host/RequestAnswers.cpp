@@ -1,0 +1,180 @@
+#include "RequestAnswers.h"
+
+#include <algorithm>
+
+#include "companion/ControllerCSWrapper.h"
+#include "companion/Messages.h"
+#include "companion/Settings.h"
+#include "support/ControllerLogManager.h"
+#include "support/StringManager.h"
+
+const std::vector<RequestAnswers::NamedOperation>& RequestAnswers::Operations() {
+    static const std::vector<NamedOperation> operations{
+        {L"EnqueueJobs", &RequestAnswers::EnqueueJobs},
+        {L"CancelJobs", &RequestAnswers::CancelJobs},
+        {L"CancelAllJobs", &RequestAnswers::CancelAllJobs},
+        {L"CheckJobStatusRequest", &RequestAnswers::CheckJobStatus},
+        {L"FetchScenariosRequest", &RequestAnswers::FetchScenarios},
+        {L"FetchScenarioParameterSetsRequest", &RequestAnswers::FetchScenarioParameterSets},
+        {L"InitJobsRequest", &RequestAnswers::InitJobs},
+        {L"DeleteJobsRequest", &RequestAnswers::DeleteJobs},
+        {L"FetchLocalizedStringsRequest", &RequestAnswers::FetchLocalizedStrings},
+        {L"InitCultureRequest", &RequestAnswers::InitCulture},
+        {L"TerminateRequest", &RequestAnswers::Terminate},
+        {L"FetchServiceListRequest", &RequestAnswers::RefuseForWantOfDialogs},
+        {L"FetchUserSettingsRequest", &RequestAnswers::RefuseForWantOfDialogs},
+        {L"WriteUserSettingsRequest", &RequestAnswers::RefuseForWantOfDialogs},
+        {L"ClearUserSettingsRequest", &RequestAnswers::RefuseForWantOfDialogs},
+        {L"ShowSettingDialogRequest", &RequestAnswers::RefuseForWantOfDialogs},
+        {L"FetchScenarioEditorPathRequest", &RequestAnswers::RefuseForWantOfDialogs},
+        {L"FetchPreviousStateFilePathRequest", &RequestAnswers::RefuseForWantOfDialogs},
+        {L"FetchThirdPartyNoticesPathRequest", &RequestAnswers::RefuseForWantOfDialogs},
+    };
+    return operations;
+}
+
+std::vector<std::wstring> RequestAnswers::Names() {
+    std::vector<std::wstring> names;
+    for (const NamedOperation& entry : Operations()) {
+        names.emplace_back(entry.name);
+    }
+    return names;
+}
+
+void RequestAnswers::Answer(const Request& request) {
+    for (const NamedOperation& entry : Operations()) {
+        if (request.name == entry.name) {
+            (this->*entry.operation)(request);
+            return;
+        }
+    }
+    Refuse(request, L"this host does not know the request.");
+}
+
+void RequestAnswers::TellAll(const std::vector<JobStatusInfo>& changed) {
+    if (!changed.empty()) {
+        transmitter.SendEvent(L"UpdateProgress", messages::Serialize(L"UpdateProgress", changed));
+    }
+}
+
+void RequestAnswers::EnqueueJobs(const Request& request) {
+    EnqueueJobsInfo info;
+    if (!messages::Deserialize(request.payload, info)) {
+        Refuse(request, L"its content cannot be read.");
+        return;
+    }
+    JobEnqueueResult result;
+    engine.EnqueueJob(info, result);
+    Send(request, L"EnqueueJobsFinish", messages::Serialize(L"EnqueueJobsFinish", result));
+    TellAll(engine.StatusOf(result.jobIds));
+}
+
+void RequestAnswers::CancelJobs(const Request& request) {
+    std::vector<std::wstring> ids;
+    if (Read(request, ids)) {
+        std::vector<JobStatusInfo> cancelled;
+        engine.CancelJobs(ids, cancelled, false);
+        Send(request, L"CancelJobsFinish", messages::Serialize(L"CancelJobsFinish", cancelled));
+        TellAll(cancelled);
+    }
+}
+
+void RequestAnswers::CancelAllJobs(const Request& request) {
+    std::vector<JobStatusInfo> cancelled;
+    engine.CancelAllJobs(cancelled, false);
+    Send(request, L"CancelJobsFinish", messages::Serialize(L"CancelJobsFinish", cancelled));
+    TellAll(cancelled);
+}
+
+void RequestAnswers::CheckJobStatus(const Request& request) {
+    std::vector<std::wstring> ids;
+    if (Read(request, ids)) {
+        std::vector<JobStatusInfo> statuses;
+        engine.CheckJobStatus(ids, statuses);
+        Send(request, L"CheckJobStatusResponse", messages::Serialize(L"CheckJobStatusResponse", statuses));
+    }
+}
+
+void RequestAnswers::FetchScenarios(const Request& request) {
+    std::vector<ScenarioInfo> scenarios;
+    engine.FetchScenarios(scenarios);
+    Send(request, L"FetchScenariosResponse", messages::Serialize(L"FetchScenariosResponse", scenarios));
+}
+
+void RequestAnswers::FetchScenarioParameterSets(const Request& request) {
+    std::wstring scenarioId;
+    if (!Read(request, scenarioId)) {
+        return;
+    }
+    std::vector<ScenarioParameterSetInfo> sets;
+    if (!engine.FetchScenarioParameterSets(sets, scenarioId)) {
+        Refuse(request, L"there is no scenario " + scenarioId + L" in the catalogue.");
+        return;
+    }
+    Send(request, L"FetchScenarioParameterSetsResponse",
+         messages::Serialize(L"FetchScenarioParameterSetsResponse", sets));
+}
+
+void RequestAnswers::InitJobs(const Request& request) {
+    std::vector<JobListInfo> jobs;
+    engine.GetJobList(jobs);
+    Send(request, L"InitJobsResponse", ControllerCSWrapper::Serialize(L"InitJobsResponse", jobs));
+}
+
+void RequestAnswers::DeleteJobs(const Request& request) {
+    std::vector<std::wstring> ids;
+    if (Read(request, ids)) {
+        std::vector<JobListInfo> before;
+        engine.GetJobList(before);
+        std::vector<std::wstring> deleted;
+        engine.DeleteJobs(ids, deleted);
+        Send(request, L"DeleteJobsResponse", ControllerCSWrapper::Serialize(L"DeleteJobsResponse", deleted));
+        TellAll(engine.NoLongerListed(before));
+    }
+}
+
+void RequestAnswers::FetchLocalizedStrings(const Request& request) {
+    std::wstring culture;
+    if (Read(request, culture)) {
+        const StringManager strings(settings::Current()->stringResourceFile);
+        std::wstring section;
+        strings.GetLocalizedString(L"", section, culture);
+        Send(request, L"FetchLocalizedStringsResponse", messages::Serialize(L"FetchLocalizedStringsResponse", section));
+    }
+}
+
+void RequestAnswers::InitCulture(const Request& request) {
+    Send(request, L"InitCultureResponse",
+         messages::Serialize(L"InitCultureResponse", ControllerCSWrapper::GetCultureInfo()));
+}
+
+void RequestAnswers::Terminate(const Request& request) {
+    endRequested = true;
+    Send(request, L"TerminateResponse", ControllerCSWrapper::Serialize(L"TerminateResponse"));
+}
+
+void RequestAnswers::RefuseForWantOfDialogs(const Request& request) {
+    Refuse(request, L"this host has no dialogs; change the settings file instead.");
+}
+
+template <class Value>
+bool RequestAnswers::Read(const Request& request, Value& value) {
+    if (ControllerCSWrapper::Deserialize(request.payload, value)) {
+        return true;
+    }
+    Refuse(request, L"its content cannot be read.");
+    return false;
+}
+
+void RequestAnswers::Send(const Request& request, const std::wstring& name, const std::wstring& payload) {
+    if (!transmitter.SendEventTo(request.peer, name, payload)) {
+        ControllerLogManager::DebugLog(L"The front end that sent " + request.name +
+                                       L" is gone; its answer is dropped.");
+    }
+}
+
+void RequestAnswers::Refuse(const Request& request, const std::wstring& why) {
+    const std::wstring text = request.name + L" is refused: " + why;
+    ControllerLogManager::WarnLog(text);
+    Send(request, L"RequestRefused", messages::Serialize(L"RequestRefused", text));
+}

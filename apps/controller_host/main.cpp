@@ -1,0 +1,35 @@
+#include "Background.h"
+#include "Host.h"
+#include "HostOptions.h"
+#include "platform/Console.h"
+#include "platform/ProgramArguments.h"
+#include "platform/Text.h"
+
+namespace {
+
+HostExit Run(const HostOptions& options) {
+    switch (options.mode) {
+    case HostOptions::Mode::Help:
+        platform::WriteOutput(hostUsage);
+        return HostExit::Ended;
+    case HostOptions::Mode::Version:
+        platform::WriteOutput("controller_host " CONTROLLER_VERSION "\n");
+        return HostExit::Ended;
+    case HostOptions::Mode::Wrong:
+        platform::WriteErrorOutput("controller_host: '" + platform::ToUtf8(options.problem) + "' is no option.\n\n" +
+                                   hostUsage);
+        return HostExit::WrongUse;
+    case HostOptions::Mode::Background:
+        return StartHostInBackground();
+    case HostOptions::Mode::Foreground:
+        return RunHost(options.readyEvent);
+    }
+    return HostExit::WrongUse;
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    platform::PrepareConsole();
+    return static_cast<int>(Run(ParseHostOptions(platform::ProgramArguments(argc, argv))));
+}
