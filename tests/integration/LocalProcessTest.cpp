@@ -1,0 +1,45 @@
+#include "ScenarioRunFixture.h"
+#include "platform/FileSystem.h"
+#include "platform/NativePath.h"
+#include "support/TestProcess.h"
+
+namespace {
+
+using LocalProcessTest = ScenarioRunFixture;
+
+} // namespace
+
+TEST_F(LocalProcessTest, TheAnswerIsTheHandleOfARunningProcess) {
+    UseSteps("be ready\nwait");
+    ASSERT_EQ(Start(), 0);
+    EXPECT_TRUE(platform::IsProcessRunning(runner.Get()));
+    settings.graceSeconds = 1;
+}
+
+TEST_F(LocalProcessTest, ARequestThatCannotBeReadIsRefused) {
+    WriteSettings();
+    EXPECT_NE(Call("RunScenario", L"{"), 0);
+    EXPECT_NE(Call("RunScenario", L""), 0);
+    EXPECT_FALSE(runner);
+}
+
+TEST_F(LocalProcessTest, AWorkDirectoryThatCannotBeMadeFailsTheStart) {
+    WriteTextFile(folder / L"work", "a file in the place of a folder");
+    UseSteps("exit 0");
+    EXPECT_NE(Start(), 0);
+    EXPECT_FALSE(runner);
+}
+
+TEST_F(LocalProcessTest, ARunnerThatIsMissingFailsTheStartAndLeavesAResultThatSaysSo) {
+    settings.runner = test_support::ProgramPath(L"no_such_runner");
+    UseSteps("exit 0");
+    EXPECT_NE(Start(), 0);
+    EXPECT_FALSE(runner);
+    EXPECT_FALSE(Result().succeeded);
+    EXPECT_TRUE(FirstMessage().starts_with(L"The program that runs scenarios, " +
+                                           platform::ToNativeText(settings.runner) + L", cannot be started: "));
+}
+
+TEST_F(LocalProcessTest, WhatTheModuleDoesNotOfferIsNotCalled) {
+    EXPECT_EQ(Call("NoSuchFunction", L""), -1);
+}

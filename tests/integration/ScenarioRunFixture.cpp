@@ -1,0 +1,156 @@
+#include "ScenarioRunFixture.h"
+
+#include "companion/ControllerCSWrapper.h"
+#include "companion/Settings.h"
+#include "platform/Directories.h"
+#include "platform/Environment.h"
+#include "platform/FileSystem.h"
+#include "platform/NativePath.h"
+#include "platform/Process.h"
+#include "platform/Text.h"
+#include "platform/Waiting.h"
+#include "support/Deadline.h"
+#include "support/OtherProcesses.h"
+#include "support/TestProcess.h"
+
+namespace {
+
+/// A JSON text: paths are written with slashes, which both systems take.
+std::string Quoted(const std::wstring& path) {
+    std::string quoted = "\"";
+    for (const char byte : platform::ToUtf8(path)) {
+        quoted += byte == '\\' ? '/' : byte;
+    }
+    return quoted + '"';
+}
+
+} // namespace
+
+ScenarioRunFixture::ScenarioRunFixture() : pathBefore(platform::GetEnvironment(L"PATH").value_or(L"")) {
+    // A packaged program finds the libraries of this build there.
+    platform::SetEnvironment(L"PATH", pathBefore + platform::pathListSeparator +
+                                          platform::ToNativeText(platform::ProgramFolder()));
+    settings.runner = test_support::ProgramPath(L"scenario_runner");
+    settings.stepsInterpreter = test_support::ProgramPath(L"test_scenario");
+    job.jobId = L"3f9a0c1";
+    job.workDir = folder / L"work\\3f9a0c1";
+    job.outputFolder = folder / L"out";
+}
+
+ScenarioRunFixture::~ScenarioRunFixture() {
+    if (platform::IsProcessRunning(runner.Get())) {
+        RequestStop();
+        AwaitEnd();
+    }
+    settings::UseFile(L"");
+    platform::SetEnvironment(L"PATH", pathBefore);
+}
+
+std::wstring ScenarioRunFixture::ModulePath() {
+    return platform::ResolveAgainst(platform::ProgramFolder(),
+                                    std::wstring(L"local_process") + platform::moduleExtension);
+}
+
+void ScenarioRunFixture::UseSteps(const std::string& steps) {
+    UseScenario(L"scenario.steps", steps);
+}
+
+void ScenarioRunFixture::UseScenario(const std::wstring& name, const std::string& content) {
+    job.scenarioPath = folder / name;
+    WriteTextFile(job.scenarioPath, content);
+}
+
+void ScenarioRunFixture::WriteSettings() {
+    WriteTextFile(folder / L"settings.json",
+                  "{\"version\":1,\"workDirectory\":\"work\",\"scenarioRunner\":" + Quoted(settings.runner) +
+                      ",\"scenarioApiDirectory\":" + Quoted(SCENARIO_API_FOLDER) +
+                      ",\"interpreters\":{\".rb\":[\"ruby\",\"--disable=gems\"],\".steps\":[" +
+                      Quoted(settings.stepsInterpreter) +
+                      "]},\"cancelGraceSeconds\":" + std::to_string(settings.graceSeconds) +
+                      ",\"scenarioLogLimitBytes\":" + std::to_string(settings.logLimitBytes) + "}");
+    settings::UseFile(folder / L"settings.json");
+    ASSERT_EQ(settings::Problem(), L"");
+}
+
+long ScenarioRunFixture::Call(const std::string& function, const std::wstring& input) {
+    if (!functions) {
+        functions = std::make_unique<FunctionManager>(std::vector{ModulePath()});
+    }
+    std::wstring output;
+    const long result = functions->CallFunction(function, input, output, nullptr);
+    void* handle = nullptr;
+    if (ControllerCSWrapper::Deserialize(output, handle)) {
+        runner = platform::OwnedHandle(handle);
+    }
+    return result;
+}
+
+long ScenarioRunFixture::Start() {
+    WriteSettings();
+    return Call("RunScenario", run_protocol::SerializeRunScenarioInfo(job));
+}
+
+std::int32_t ScenarioRunFixture::AwaitEnd() {
+    EXPECT_TRUE(test_support::WaitUntilSignalled(runner.Get()));
+    return platform::ExitCode(runner.Get()).value_or(-1);
+}
+
+void ScenarioRunFixture::Run(const std::string& steps) {
+    UseSteps(steps);
+    ASSERT_EQ(Start(), 0);
+    ASSERT_EQ(AwaitEnd(), 0);
+}
+
+void ScenarioRunFixture::RequestStop() {
+    EXPECT_FALSE(platform::CreateEmptyFile(InWorkDir(run_protocol::killFileName)));
+}
+
+void ScenarioRunFixture::AwaitFile(const std::wstring& name) {
+    const test_support::Deadline deadline("the file " + platform::ToUtf8(name));
+    platform::FolderWatch watch(job.workDir);
+    while (!platform::Exists(InWorkDir(name))) {
+        platform::WaitForAny({watch.Handle()}, std::nullopt);
+        watch.Rearm();
+    }
+}
+
+std::wstring ScenarioRunFixture::InWorkDir(const std::wstring& name) const {
+    return platform::ResolveAgainst(job.workDir, name);
+}
+
+std::string ScenarioRunFixture::Log() const {
+    return ReadTextFile(InWorkDir(run_protocol::logFileName));
+}
+
+run_protocol::RunScenarioResult ScenarioRunFixture::Result() const {
+    run_protocol::RunScenarioResult result;
+    EXPECT_TRUE(ControllerCSWrapper::ParseRunScenarioResult(InWorkDir(run_protocol::resultFileName), result.succeeded,
+                                                            result.messages, result.outputFiles));
+    return result;
+}
+
+std::wstring ScenarioRunFixture::FirstMessage() const {
+    const run_protocol::RunScenarioResult result = Result();
+    return result.messages.empty() ? L"" : result.messages.front().second;
+}
+
+std::vector<platform::OwnedHandle> ScenarioRunFixture::OpenNotedProcesses() const {
+    const std::wstring prefix = L"process-";
+    std::vector<platform::FolderEntry> entries;
+    EXPECT_FALSE(platform::ListFolder(job.workDir, entries));
+    std::vector<platform::OwnedHandle> processes;
+    for (const platform::FolderEntry& entry : entries) {
+        if (entry.name.starts_with(prefix)) {
+            processes.push_back(test_support::OpenProcessByNumber(
+                static_cast<std::uint32_t>(std::stoul(entry.name.substr(prefix.size())))));
+        }
+    }
+    return processes;
+}
+
+void ScenarioRunFixture::AwaitDeathOf(const std::vector<platform::OwnedHandle>& processes) {
+    for (const platform::OwnedHandle& process : processes) {
+        // None: it had ended before it could be opened.
+        EXPECT_TRUE(!process || test_support::WaitUntilSignalled(process.Get()));
+    }
+}

@@ -1,0 +1,104 @@
+#include "ScenarioRunFixture.h"
+
+#include "platform/FileSystem.h"
+#include "platform/NativePath.h"
+#include "platform/Process.h"
+#include "platform/Text.h"
+#include "platform/Waiting.h"
+#include "support/OtherProcesses.h"
+#include "support/TestProcess.h"
+
+namespace {
+
+class ScenarioStopTest : public ScenarioRunFixture {
+protected:
+    /// Starts a scenario and returns when it is ready.
+    void StartAndAwaitReady(const std::string& steps) {
+        UseSteps(steps);
+        ASSERT_EQ(Start(), 0);
+        AwaitFile(L"ready");
+    }
+};
+
+} // namespace
+
+TEST_F(ScenarioStopTest, AScenarioThatHeedsTheRequestStopsWithinTheGraceTime) {
+    settings.graceSeconds = 600;
+    StartAndAwaitReady("be ready\nwait for request\nprint stopping\nexit 3");
+    RequestStop();
+    EXPECT_EQ(AwaitEnd(), 0);
+    EXPECT_FALSE(Result().succeeded);
+    EXPECT_EQ(FirstMessage(), L"The scenario was stopped because it was asked to.");
+}
+
+TEST_F(ScenarioStopTest, ARequestFromBeforeTheStartOfTheScenarioIsHeeded) {
+    settings.graceSeconds = 0;
+    UseSteps("ignore requests\nwait");
+    ASSERT_EQ(Start(), 0);
+    RequestStop();
+    EXPECT_EQ(AwaitEnd(), 0);
+    EXPECT_FALSE(Result().succeeded);
+}
+
+TEST_F(ScenarioStopTest, AScenarioThatIgnoresTheRequestIsEndedWithAllItStarted) {
+    settings.graceSeconds = 1;
+    StartAndAwaitReady("ignore requests\nhave family\nbe ready\nwait");
+    const auto processes = OpenNotedProcesses();
+    EXPECT_EQ(processes.size(), 5U);
+    RequestStop();
+    EXPECT_EQ(AwaitEnd(), 0);
+    AwaitDeathOf(processes);
+}
+
+TEST_F(ScenarioStopTest, AScenarioEndsWithItsHost) {
+    settings.graceSeconds = 600;
+    UseSteps("ignore requests\nhave family\nbe ready\nwait");
+    WriteSettings();
+    WriteTextFile(folder / L"request.json", platform::ToUtf8(run_protocol::SerializeRunScenarioInfo(job)));
+    ASSERT_FALSE(platform::EnsureFolder(job.workDir));
+    platform::ProcessStart start;
+    start.program = test_support::ProgramPath(L"test_host");
+    start.arguments = {ModulePath(), folder / L"settings.json", folder / L"request.json", folder / L"started"};
+    platform::OwnedHandle host;
+    ASSERT_FALSE(platform::StartProcess(start, host));
+    AwaitFile(L"ready");
+    const auto processes = OpenNotedProcesses();
+    EXPECT_EQ(processes.size(), 5U);
+    test_support::KillProcess(host.Get());
+    AwaitDeathOf(processes);
+}
+
+TEST_F(ScenarioStopTest, ATimeLimitStopsTheScenarioAndFailsTheJob) {
+    settings.graceSeconds = 0;
+    WriteTextFile(folder / L"scenario.scenario.json", R"({"version":1,"timeLimitSeconds":1})");
+    Run("ignore requests\nwait");
+    EXPECT_FALSE(Result().succeeded);
+    EXPECT_EQ(FirstMessage(), L"The scenario was stopped because it ran longer than its time limit of 1 s.");
+}
+
+TEST_F(ScenarioStopTest, AtItsTimeLimitAScenarioIsAskedFirst) {
+    settings.graceSeconds = 600;
+    WriteTextFile(folder / L"scenario.scenario.json", R"({"version":1,"timeLimitSeconds":1})");
+    Run("ignore requests\nwait for request\nwrite result success");
+    const auto result = Result();
+    EXPECT_FALSE(result.succeeded);
+    ASSERT_EQ(result.messages.size(), 2U);
+    EXPECT_EQ(result.messages[1].second, L"its own words");
+}
+
+TEST_F(ScenarioStopTest, ARunningJobCanBeCancelledByName) {
+    settings.graceSeconds = 1;
+    StartAndAwaitReady("be ready\nwait");
+    EXPECT_NE(Call("CancelScenario", L"another"), 0);
+    EXPECT_EQ(Call("CancelScenario", job.jobId), 0);
+    EXPECT_EQ(AwaitEnd(), 0);
+    EXPECT_NE(Call("CancelScenario", job.jobId), 0);
+}
+
+TEST_F(ScenarioStopTest, TerminateStopsEveryRunningJob) {
+    settings.graceSeconds = 1;
+    StartAndAwaitReady("be ready\nwait");
+    EXPECT_EQ(Call("Terminate", L""), 0);
+    EXPECT_EQ(AwaitEnd(), 0);
+    EXPECT_EQ(Call("Terminate", L""), 0);
+}

@@ -1,0 +1,25 @@
+/// A host that starts one scenario through a function module and then waits until somebody ends it.
+/// Arguments: the module, the settings file, a file with the run request, a file to make when the scenario was started.
+
+#include "companion/ControllerCSWrapper.h"
+#include "companion/Settings.h"
+#include "modules/FunctionManager.h"
+#include "platform/FileSystem.h"
+#include "platform/ProgramArguments.h"
+#include "platform/Waiting.h"
+
+int main(int count, char** values) {
+    const std::vector<std::wstring> arguments = platform::ProgramArguments(count, values);
+    settings::UseFile(arguments.at(1));
+    const FunctionManager functions({arguments.at(0)});
+    std::wstring request;
+    std::wstring answer;
+    if (!ControllerCSWrapper::ReadJsonFile(arguments.at(2), request) ||
+        functions.CallFunction("RunScenario", request, answer, nullptr) != 0) {
+        return 1;
+    }
+    platform::CreateEmptyFile(arguments.at(3));
+    for (;;) {
+        platform::WaitForAny({}, std::nullopt);
+    }
+}

@@ -1,0 +1,187 @@
+/// A scenario whose steps a test writes down: one in a line of its script, or of the file "steps.txt" beside the
+/// program when it was packaged.
+
+#include <functional>
+#include <map>
+#include <sstream>
+#include <stdexcept>
+
+#include "companion/ControllerCSWrapper.h"
+#include "companion/RunProtocol.h"
+#include "platform/Console.h"
+#include "platform/Directories.h"
+#include "platform/Environment.h"
+#include "platform/FileSystem.h"
+#include "platform/NativePath.h"
+#include "platform/Process.h"
+#include "platform/ProgramArguments.h"
+#include "platform/Text.h"
+#include "platform/Waiting.h"
+#include "programs/StopRequests.h"
+
+namespace {
+
+using Words = std::vector<std::wstring>;
+
+constexpr const wchar_t* stepsOption = L"--steps";
+
+std::wstring InCurrentFolder(const std::wstring& name) {
+    return platform::ResolveAgainst(platform::CurrentFolder(), name);
+}
+
+/// Lets the test know a process of the scenario.
+void NoteProcess(std::uint32_t number) {
+    platform::CreateEmptyFile(InCurrentFolder(L"process-" + std::to_wstring(number)));
+}
+
+/// Another of this program with steps of its own, in a session of its own.
+platform::OwnedHandle StartAnother(const Words& steps) {
+    platform::ProcessStart start;
+    start.program = platform::ResolveAgainst(platform::ProgramFolder(),
+                                             std::wstring(L"test_scenario") + platform::programExtension);
+    start.arguments = {stepsOption};
+    start.arguments.insert(start.arguments.end(), steps.begin(), steps.end());
+    start.detached = true;
+    platform::OwnedHandle process;
+    if (const platform::Error error = platform::StartProcess(start, process)) {
+        throw std::runtime_error("cannot start another: " + platform::ToUtf8(error.Text()));
+    }
+    NoteProcess(platform::ProcessNumber(process.Get()));
+    return process;
+}
+
+[[noreturn]] void Wait(const std::wstring&) {
+    for (;;) {
+        platform::WaitForAny({}, std::nullopt);
+    }
+}
+
+void Print(const std::wstring& text) {
+    platform::WriteOutput(platform::ToUtf8(text) + "\n");
+}
+
+void PrintLines(const std::wstring& count) {
+    constexpr int linesAtOnce = 500;
+    std::string lines;
+    for (int number = 1; number <= std::stoi(count); ++number) {
+        lines += "line " + std::to_string(number) + " of many\n";
+        if (number % linesAtOnce == 0) {
+            platform::WriteOutput(std::exchange(lines, {}));
+        }
+    }
+    platform::WriteOutput(lines);
+}
+
+void PrintVariable(const std::wstring& name) {
+    Print(platform::GetEnvironment(name).value_or(L"(not set)"));
+}
+
+void WriteResult(const std::wstring& verdict) {
+    const run_protocol::RunScenarioResult result{L"", verdict == L"success", {{7, L"its own words"}}, {}};
+    ControllerCSWrapper::CreateJsonFile(run_protocol::SerializeRunScenarioResult(result),
+                                        InCurrentFolder(run_protocol::resultFileName));
+}
+
+void WriteUnusableResult(const std::wstring&) {
+    platform::ReplaceFile(InCurrentFolder(run_protocol::resultFileName), "{");
+}
+
+void WaitForRequest(const std::wstring&) {
+    platform::FolderWatch watch(platform::CurrentFolder());
+    while (!platform::Exists(InCurrentFolder(run_protocol::killFileName))) {
+        platform::WaitForAny({watch.Handle()}, std::nullopt);
+        watch.Rearm();
+    }
+}
+
+void LeaveOneBehind(const std::wstring&) {
+    StartAnother({L"wait"});
+}
+
+/// Two children, and one whose parent has ended; all in sessions of their own.
+void HaveFamily(const std::wstring&) {
+    StartAnother({L"wait"});
+    StartAnother({L"ignore requests", L"wait"});
+    const platform::OwnedHandle passing = StartAnother({L"leave one behind"});
+    platform::WaitForAny({passing.Get()}, std::nullopt);
+}
+
+void BeReady(const std::wstring&) {
+    NoteProcess(platform::OwnProcessNumber());
+    platform::CreateEmptyFile(InCurrentFolder(L"ready"));
+}
+
+void IgnoreRequests(const std::wstring&) {
+    IgnoreStopRequests();
+}
+
+[[noreturn]] void Exit(const std::wstring& code) {
+    std::exit(std::stoi(code));
+}
+
+/// Each is the beginning of a step; what follows it is its own.
+const std::map<std::wstring, std::function<void(const std::wstring&)>>& KnownSteps() {
+    static const std::map<std::wstring, std::function<void(const std::wstring&)>> steps = {
+        {L"print ", Print},
+        {L"print lines ", PrintLines},
+        {L"print variable ", PrintVariable},
+        {L"write result ", WriteResult},
+        {L"write unusable result", WriteUnusableResult},
+        {L"wait for request", WaitForRequest},
+        {L"wait", Wait},
+        {L"leave one behind", LeaveOneBehind},
+        {L"have family", HaveFamily},
+        {L"be ready", BeReady},
+        {L"ignore requests", IgnoreRequests},
+        {L"exit ", Exit},
+    };
+    return steps;
+}
+
+/// The longest beginning that fits.
+void Perform(const std::wstring& step) {
+    for (auto known = KnownSteps().rbegin(); known != KnownSteps().rend(); ++known) {
+        if (step.starts_with(known->first)) {
+            known->second(step.substr(known->first.size()));
+            return;
+        }
+    }
+    throw std::runtime_error("unknown step: " + platform::ToUtf8(step));
+}
+
+Words ReadSteps(const std::wstring& path) {
+    constexpr std::size_t mostBytes = 1 << 20;
+    std::string text;
+    if (const platform::Error error = platform::ReadFile(path, mostBytes, text)) {
+        throw std::runtime_error("no steps: " + platform::ToUtf8(error.Text()));
+    }
+    Words steps;
+    std::istringstream lines(text);
+    for (std::string line; std::getline(lines, line);) {
+        steps.push_back(platform::FromUtf8(line));
+    }
+    return steps;
+}
+
+Words StepsFrom(const Words& arguments) {
+    if (arguments.at(0) == stepsOption) {
+        return {arguments.begin() + 1, arguments.end()};
+    }
+    const bool isPackaged = arguments.size() == 1;
+    return ReadSteps(isPackaged ? platform::ResolveAgainst(platform::ProgramFolder(), L"steps.txt") : arguments[0]);
+}
+
+} // namespace
+
+int main(int count, char** values) {
+    platform::PrepareConsole();
+    try {
+        for (const std::wstring& step : StepsFrom(platform::ProgramArguments(count, values))) {
+            Perform(step);
+        }
+        return 0;
+    } catch (const std::exception& failure) {
+        platform::WriteErrorOutput(std::string("test_scenario: ") + failure.what() + "\n");
+        return 99;
+    }
+}
