@@ -35,7 +35,8 @@ CONTROLLER_API int GetFunctionsCalls() {
 
 CONTROLLER_API void GetFunctions(std::vector<std::string>* functionNames) {
     ++getFunctionsCalls;
-    functionNames->insert(functionNames->end(), {"RunScenario", "CancelScenario", "CancelScenario", "Terminate", TEST_MODULE_NAME});
+    functionNames->insert(functionNames->end(),
+                          {"RunScenario", "CancelScenario", "CancelScenario", "Terminate", TEST_MODULE_NAME});
 }
 
 CONTROLLER_API long CallFunction(const std::string& functionName, const std::wstring& input, std::wstring& output,
