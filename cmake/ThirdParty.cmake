@@ -2,9 +2,9 @@
 # compiler if it were named: a folder of links to just these is used instead.
 set(third_party_include "${PROJECT_BINARY_DIR}/third_party/include")
 file(MAKE_DIRECTORY "${third_party_include}")
-foreach(entry rapidjson spdlog fmt)
+foreach(entry rapidjson spdlog fmt asio asio.hpp)
   if(NOT EXISTS "/usr/include/${entry}")
-    message(FATAL_ERROR "/usr/include/${entry} is missing. './run' installs what is needed, or: apt-get install rapidjson-dev libspdlog-dev libfmt-dev")
+    message(FATAL_ERROR "/usr/include/${entry} is missing. './run' installs what is needed, or: apt-get install rapidjson-dev libspdlog-dev libfmt-dev libasio-dev")
   endif()
   file(CREATE_LINK "/usr/include/${entry}" "${third_party_include}/${entry}" SYMBOLIC)
 endforeach()
@@ -22,6 +22,14 @@ target_link_libraries(spdlog INTERFACE third_party_headers)
 target_compile_definitions(spdlog INTERFACE SPDLOG_FMT_EXTERNAL FMT_HEADER_ONLY)
 if(CMAKE_SYSTEM_NAME STREQUAL "Windows")
   target_compile_definitions(spdlog INTERFACE SPDLOG_WCHAR_FILENAMES)
+endif()
+
+# Asio header-only and without Boost.
+add_library(asio INTERFACE)
+target_link_libraries(asio INTERFACE third_party_headers)
+target_compile_definitions(asio INTERFACE ASIO_STANDALONE ASIO_NO_DEPRECATED)
+if(CMAKE_SYSTEM_NAME STREQUAL "Windows")
+  target_link_libraries(asio INTERFACE ws2_32 mswsock)
 endif()
 
 # Linked statically on Windows: one library less to ship.

@@ -16,11 +16,15 @@ public:
     using Peer = std::uint64_t;
 
     /// Delivers every event of this name to `handler` from now on; a later handler for the same name takes the place of
-    /// the earlier one, null takes it away. The handler stays its maker's and must live until it has been taken away.
+    /// the earlier one, null takes it away. When this returns the earlier handler does not run and will not run again:
+    /// it waits for a delivery under way, unless it is called from within that one. The handler stays its maker's and
+    /// must live until it has been taken away, at the latest before main() returns.
     virtual void AddEventHandler(const std::wstring& eventName, CallbackFunctor* handler) = 0;
 
     /// Hands an event on: from a front end to the engine, from the engine to every front end. True when it was handed
-    /// on (to nobody is also handed on), false when there is no connection. Does not wait for the other side.
+    /// on (to nobody is also handed on), false when there is no connection or the event is too big. Does not wait for
+    /// the other side to take it, so what is handed on just before a process ends may be lost. A front end without a
+    /// connection tries to make one first, which is over at once where no engine is, and after some seconds at most.
     virtual bool SendEvent(const std::wstring& eventName, const std::wstring& payload) = 0;
 
     /// While a handler runs, on its thread: who sent the event. Otherwise 0.

@@ -1,0 +1,41 @@
+#pragma once
+
+#include <condition_variable>
+#include <memory>
+#include <mutex>
+#include <string>
+
+#include "local_socket/SocketTransmitter.h"
+
+namespace local_socket {
+
+/// A front end's end: one session with the engine, made anew when there is something to send.
+class ClientEnd final : public SocketTransmitter {
+public:
+    /// Tries to connect at once; whether it could, `IsConnected` says.
+    ClientEnd(const std::string& place, std::unique_ptr<Network> network, const Limits& limits, Network::Log log);
+    ~ClientEnd() override;
+
+    bool SendEvent(const std::wstring& eventName, const std::wstring& payload) override;
+    bool SendEventTo(Peer peer, const std::wstring& eventName, const std::wstring& payload) override;
+    bool IsConnected() const override;
+
+private:
+    /// The open session; else a new one, once both ends have greeted. Null when there is no engine.
+    std::shared_ptr<Session> Connect();
+    std::shared_ptr<Session> OpenSession() const;
+    std::shared_ptr<Session> Greet(std::unique_ptr<Channel> channel);
+    bool SendOver(const std::shared_ptr<Session>& session, const SharedFrame& frame);
+
+    void CloseSessions() override;
+    void OnGreeted(Session& session) override;
+    void OnClosed(Session& session, const std::wstring& reason) override;
+
+    /// Held while connecting, so that two senders do not make two sessions. Before the network's lock.
+    std::mutex connecting;
+    /// With the network's lock.
+    std::condition_variable sessionChanged;
+    std::shared_ptr<Session> session;
+};
+
+} // namespace local_socket

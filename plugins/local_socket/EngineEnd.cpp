@@ -1,0 +1,98 @@
+#include "local_socket/EngineEnd.h"
+
+#include <utility>
+#include <vector>
+
+namespace local_socket {
+
+std::unique_ptr<EngineEnd> EngineEnd::Listen(const std::string& place, std::unique_ptr<Network> network,
+                                             const Limits& limits, Network::Log log) {
+    std::unique_ptr<EngineEnd> engine(new EngineEnd(place, std::move(network), limits, std::move(log)));
+    return engine->Listen() ? std::move(engine) : nullptr;
+}
+
+EngineEnd::~EngineEnd() {
+    Stop(std::chrono::milliseconds::zero());
+}
+
+bool EngineEnd::SendEvent(const std::wstring& eventName, const std::wstring& payload) {
+    const SharedFrame frame = Encode(eventName, payload);
+    if (!frame) {
+        return false;
+    }
+    const std::lock_guard<std::mutex> guard(network->Lock());
+    // A copy, because a session that is dropped leaves the list.
+    const std::map<Peer, std::shared_ptr<Session>> all = sessions;
+    for (const auto& [peer, session] : all) {
+        if (session->IsOpen()) {
+            SendOrDrop(*session, frame);
+        }
+    }
+    return !IsStopped();
+}
+
+bool EngineEnd::SendEventTo(Peer peer, const std::wstring& eventName, const std::wstring& payload) {
+    const SharedFrame frame = Encode(eventName, payload);
+    if (!frame) {
+        return false;
+    }
+    const std::lock_guard<std::mutex> guard(network->Lock());
+    const auto found = sessions.find(peer);
+    if (found == sessions.end() || !found->second->IsOpen()) {
+        return false;
+    }
+    const std::shared_ptr<Session> session = found->second;
+    return SendOrDrop(*session, frame);
+}
+
+bool EngineEnd::IsConnected() const {
+    const std::lock_guard<std::mutex> guard(network->Lock());
+    return !IsStopped();
+}
+
+bool EngineEnd::Listen() {
+    const std::wstring failure =
+        network->Listen(place, [this](std::unique_ptr<Channel> channel) { OnConnected(std::move(channel)); });
+    if (!failure.empty()) {
+        Log(L"Cannot listen: " + failure);
+        return false;
+    }
+    Run();
+    return true;
+}
+
+void EngineEnd::OnConnected(std::unique_ptr<Channel> channel) {
+    if (sessions.size() >= limits.peers) {
+        Log(L"A front end was sent away: " + std::to_wstring(limits.peers) + L" are connected already.");
+        return;
+    }
+    const std::shared_ptr<Session> session = MakeSession(Session::Role::Engine, std::move(channel));
+    sessions.emplace(session->Number(), session);
+    session->Start();
+}
+
+bool EngineEnd::SendOrDrop(Session& session, const SharedFrame& frame) {
+    const Sending sending = session.Send(frame);
+    if (sending == Sending::QueueFull) {
+        session.Close(L"it does not take its events");
+    }
+    return sending == Sending::Queued;
+}
+
+void EngineEnd::CloseSessions() {
+    const std::map<Peer, std::shared_ptr<Session>> all = sessions;
+    for (const auto& [peer, session] : all) {
+        session->Close(L"");
+    }
+}
+
+void EngineEnd::OnGreeted(Session&) {}
+
+void EngineEnd::OnClosed(Session& session, const std::wstring& reason) {
+    if (!reason.empty()) {
+        Log(L"Front end " + std::to_wstring(session.Number()) + L" was dropped: " + reason + L".");
+    }
+    sessions.erase(session.Number());
+}
+
+} // namespace local_socket

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <map>
+#include <memory>
+#include <string>
+
+#include "local_socket/SocketTransmitter.h"
+
+namespace local_socket {
+
+/// The engine's end: listens, and holds a session with every front end that came.
+class EngineEnd final : public SocketTransmitter {
+public:
+    /// An engine that listens at `place`; null when the place cannot be taken, the log says why.
+    static std::unique_ptr<EngineEnd> Listen(const std::string& place, std::unique_ptr<Network> network,
+                                             const Limits& limits, Network::Log log);
+    ~EngineEnd() override;
+
+    bool SendEvent(const std::wstring& eventName, const std::wstring& payload) override;
+    bool SendEventTo(Peer peer, const std::wstring& eventName, const std::wstring& payload) override;
+    bool IsConnected() const override;
+
+private:
+    using SocketTransmitter::SocketTransmitter;
+
+    bool Listen();
+    void OnConnected(std::unique_ptr<Channel> channel);
+    bool SendOrDrop(Session& session, const SharedFrame& frame);
+
+    void CloseSessions() override;
+    void OnGreeted(Session& session) override;
+    void OnClosed(Session& session, const std::wstring& reason) override;
+
+    std::map<Peer, std::shared_ptr<Session>> sessions;
+};
+
+} // namespace local_socket

@@ -1,0 +1,106 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <deque>
+#include <memory>
+#include <string>
+
+#include "local_socket/Frame.h"
+#include "local_socket/Limits.h"
+#include "local_socket/Network.h"
+#include "modules/EventTransmitter.h"
+
+namespace local_socket {
+
+class Session;
+
+/// Who is told what happens to a session. Called with the network's lock held.
+class SessionOwner {
+public:
+    /// The peer has greeted: events may go to it, and come from it.
+    virtual void OnGreeted(Session& session) = 0;
+    /// An event came. The owner calls `Session::EventHandled` when it is done with it.
+    virtual void OnEvent(Session& session, Frame event) = 0;
+    /// The session is over, once. `reason` is empty when the peer just went.
+    virtual void OnClosed(Session& session, const std::wstring& reason) = 0;
+
+protected:
+    ~SessionOwner() = default;
+};
+
+/// What became of a frame to be sent.
+enum class Sending : std::int32_t {
+    Queued,
+    /// The peer takes its events so slowly that no more fit into its queue.
+    QueueFull,
+    PeerGone
+};
+
+/// An encoded frame, shared between all it goes to.
+using SharedFrame = std::shared_ptr<const std::string>;
+
+/// The talk over one connection: greetings, deadlines, and bounded queues both ways. All operations are called with the
+/// network's lock held.
+class Session : public std::enable_shared_from_this<Session> {
+public:
+    using Peer = EventTransmitter::Peer;
+    /// Who greets first.
+    enum class Role : std::int32_t { Front, Engine };
+
+    Session(Peer peer, Role role, Network& network, std::unique_ptr<Channel> channel, const Limits& limits,
+            SessionOwner& owner);
+
+    /// Begins: greets (front end), reads, and gives the peer its time to greet.
+    void Start();
+
+    /// Queues a frame and begins to send it.
+    Sending Send(SharedFrame frame);
+
+    /// The owner is done with an event that came with this frame.
+    void EventHandled(const Frame& event);
+
+    /// Ends the session; `reason` as `SessionOwner::OnClosed` takes it.
+    void Close(const std::wstring& reason);
+
+    Peer Number() const { return peer; }
+    bool IsClosed() const { return isClosed; }
+    /// True between the greetings and the end.
+    bool IsOpen() const { return isGreeted && !isClosed; }
+
+private:
+    void ReadOn();
+    void OnRead(bool succeeded, std::size_t bytes);
+    void Take(std::string_view bytes);
+    void TakeFrame(Frame frame);
+    void TakeGreeting();
+    void Refuse(FrameRefusal refusal);
+    void WatchTheFrame();
+    void WriteOn();
+    void OnWritten(bool succeeded, std::size_t bytes);
+
+    const Peer peer;
+    const Role role;
+    const Limits limits;
+    SessionOwner& owner;
+    const std::unique_ptr<Channel> channel;
+    const std::unique_ptr<Timer> deadline;
+
+    bool isGreeted = false;
+    bool isClosed = false;
+
+    FrameDecoder decoder;
+    std::array<char, chunkBytes> readBuffer{};
+    /// Received and not yet handled, in bytes and overheads.
+    std::size_t undelivered = 0;
+    bool isReadingPaused = false;
+
+    /// False once a write has failed. What the peer sent before it went may still be read.
+    bool canWrite = true;
+    std::deque<SharedFrame> outgoing;
+    std::size_t outgoingCost = 0;
+    /// Of the first frame.
+    std::size_t writtenBytes = 0;
+};
+
+} // namespace local_socket

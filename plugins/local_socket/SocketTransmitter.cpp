@@ -1,0 +1,104 @@
+#include "local_socket/SocketTransmitter.h"
+
+#include <atomic>
+#include <exception>
+#include <optional>
+#include <utility>
+
+#include "local_socket/TextEncoding.h"
+#include "platform/Text.h"
+
+namespace local_socket {
+namespace {
+
+Session::Peer NextPeer() {
+    static std::atomic<Session::Peer> last{0};
+    return ++last;
+}
+
+} // namespace
+
+SocketTransmitter::SocketTransmitter(std::string placeName, std::unique_ptr<Network> ownNetwork,
+                                     const Limits& peerLimits, Network::Log logFunction)
+    : place(std::move(placeName)), limits(peerLimits), network(std::move(ownNetwork)), log(std::move(logFunction)) {}
+
+SocketTransmitter::~SocketTransmitter() {
+    EndNetworkThread();
+}
+
+bool SocketTransmitter::Stop(std::chrono::milliseconds patience) {
+    {
+        const std::lock_guard<std::mutex> guard(network->Lock());
+        isStopped = true;
+        CloseSessions();
+    }
+    EndNetworkThread();
+    return deliveries.Stop(patience);
+}
+
+void SocketTransmitter::AddEventHandler(const std::wstring& eventName, CallbackFunctor* handler) {
+    handlers.Set(eventName, handler);
+}
+
+SocketTransmitter::Peer SocketTransmitter::CurrentPeer() const {
+    return handlers.CurrentPeer();
+}
+
+void SocketTransmitter::Run() {
+    networkThread = std::thread([this] { network->Run(); });
+}
+
+std::shared_ptr<Session> SocketTransmitter::MakeSession(Session::Role role, std::unique_ptr<Channel> channel) {
+    SessionOwner& owner = *this;
+    return std::make_shared<Session>(NextPeer(), role, *network, std::move(channel), limits, owner);
+}
+
+SharedFrame SocketTransmitter::Encode(const std::wstring& eventName, const std::wstring& payload) const {
+    std::optional<std::string> frame = EncodeEvent(eventName, payload);
+    if (!frame) {
+        Log(L"The event \"" + eventName + L"\" is not sent: a name has 1 to " + std::to_wstring(maximumNameBytes) +
+            L" bytes, a payload at most " + std::to_wstring(maximumPayloadBytes) + L".");
+        return nullptr;
+    }
+    return std::make_shared<const std::string>(*std::move(frame));
+}
+
+void SocketTransmitter::Log(const std::wstring& message) const {
+    log(L"Event line \"" + std::wstring(place.begin(), place.end()) + L"\": " + message);
+}
+
+void SocketTransmitter::OnEvent(Session& session, Frame event) {
+    deliveries.Post([this, kept = session.shared_from_this(), frame = std::move(event)] { Deliver(*kept, frame); });
+}
+
+void SocketTransmitter::EndNetworkThread() {
+    network->Stop();
+    if (networkThread.joinable()) {
+        networkThread.join();
+    }
+}
+
+void SocketTransmitter::Deliver(Session& session, const Frame& event) {
+    try {
+        CallHandler(session, event);
+    } catch (const std::exception& failure) {
+        Log(L"A handler failed: " + platform::FromUtf8(failure.what()) + L".");
+    } catch (...) {
+        Log(L"A handler failed.");
+    }
+    const std::lock_guard<std::mutex> guard(network->Lock());
+    session.EventHandled(event);
+}
+
+void SocketTransmitter::CallHandler(Session& session, const Frame& event) {
+    const std::optional<std::wstring> name = DecodeText(event.name);
+    const std::optional<std::wstring> payload = DecodeText(event.payload);
+    if (name && payload) {
+        handlers.Deliver(session.Number(), *name, *payload);
+        return;
+    }
+    const std::lock_guard<std::mutex> guard(network->Lock());
+    session.Close(L"it sent bytes that are no text");
+}
+
+} // namespace local_socket

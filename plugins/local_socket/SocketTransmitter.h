@@ -1,0 +1,67 @@
+#pragma once
+
+#include <chrono>
+#include <memory>
+#include <string>
+#include <thread>
+
+#include "event_delivery/DeliveryThread.h"
+#include "event_delivery/HandlerTable.h"
+#include "local_socket/Limits.h"
+#include "local_socket/Network.h"
+#include "local_socket/Session.h"
+#include "modules/EventTransmitter.h"
+
+namespace local_socket {
+
+/// What both ends of the line have in common: a network with its thread, the handlers, and the thread they run on.
+class SocketTransmitter : public EventTransmitter, protected SessionOwner {
+public:
+    SocketTransmitter(const SocketTransmitter&) = delete;
+    SocketTransmitter& operator=(const SocketTransmitter&) = delete;
+    /// Waits for a handler that runs, so it must not be called out of one. Those derived call `Stop` first.
+    virtual ~SocketTransmitter();
+
+    /// Ends the sessions and both threads; from now on nothing is sent. False when a handler did not return within
+    /// `patience`: then this object must stay.
+    bool Stop(std::chrono::milliseconds patience);
+
+    void AddEventHandler(const std::wstring& eventName, CallbackFunctor* handler) final;
+    Peer CurrentPeer() const final;
+
+protected:
+    /// `place` is the name of the meeting place.
+    SocketTransmitter(std::string place, std::unique_ptr<Network> network, const Limits& limits, Network::Log log);
+
+    /// Starts the network's thread.
+    void Run();
+    /// With the lock held.
+    bool IsStopped() const { return isStopped; }
+    /// Closes every session. With the lock held.
+    virtual void CloseSessions() = 0;
+    /// A new session, not yet started, under a number that no other has. With the lock held.
+    std::shared_ptr<Session> MakeSession(Session::Role role, std::unique_ptr<Channel> channel);
+    /// The encoded event, null when it is too big to be sent; the log says so.
+    SharedFrame Encode(const std::wstring& eventName, const std::wstring& payload) const;
+    /// Writes one line that names this end of the line.
+    void Log(const std::wstring& message) const;
+
+    void OnEvent(Session& session, Frame event) final;
+
+    const std::string place;
+    const Limits limits;
+    const std::unique_ptr<Network> network;
+
+private:
+    void EndNetworkThread();
+    void Deliver(Session& session, const Frame& event);
+    void CallHandler(Session& session, const Frame& event);
+
+    const Network::Log log;
+    bool isStopped = false;
+    event_delivery::HandlerTable handlers;
+    event_delivery::DeliveryThread deliveries;
+    std::thread networkThread;
+};
+
+} // namespace local_socket

@@ -1,0 +1,24 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+namespace local_socket {
+
+enum class End : std::int32_t { Engine, Client };
+
+/// What a transmitter id says: which end of the line, and the name of the place where both meet.
+struct TransmitterId {
+    End end = End::Engine;
+    std::string name;
+
+    bool operator==(const TransmitterId&) const = default;
+};
+
+/// Reads "engine:NAME" or "client:NAME"; NAME is 1 to 64 of A-Z, a-z, 0-9, "_", "." and "-", so that it is a plain part
+/// of a file name on every system. Nothing for any other text.
+std::optional<TransmitterId> ParseTransmitterId(std::wstring_view text);
+
+} // namespace local_socket

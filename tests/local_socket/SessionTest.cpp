@@ -1,0 +1,261 @@
+#include "local_socket/Session.h"
+
+#include <chrono>
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "local_socket/support/FakeNetwork.h"
+
+namespace {
+
+using local_socket::EncodeEvent;
+using local_socket::EncodeGreeting;
+using local_socket::Frame;
+using local_socket::Limits;
+using local_socket::Sending;
+using local_socket::Session;
+using local_socket::SharedFrame;
+
+using namespace std::chrono_literals;
+using namespace std::string_literals;
+
+Limits SmallLimits() {
+    Limits limits;
+    limits.greeting = 5s;
+    limits.stall = 3s;
+    limits.outgoingBytes = 2000;
+    limits.undeliveredBytes = 1000;
+    return limits;
+}
+
+std::string Event(const std::wstring& name, const std::wstring& payload = L"") {
+    return *EncodeEvent(name, payload);
+}
+
+SharedFrame Shared(const std::string& frame) {
+    return std::make_shared<const std::string>(frame);
+}
+
+/// One session, with the test as its owner and its peer.
+class SessionTest : public testing::Test, public local_socket::SessionOwner {
+protected:
+    void TearDown() override {
+        if (session) {
+            session->Close(L"");
+        }
+    }
+
+    void Begin(Session::Role role) {
+        session = std::make_shared<Session>(7, role, network, FakeNetwork::ChannelTo(peer), SmallLimits(), *this);
+        session->Start();
+    }
+
+    void BeginOpenEngine() {
+        Begin(Session::Role::Engine);
+        peer.Receive(EncodeGreeting());
+        peer.written.clear();
+    }
+
+    void OnGreeted(Session&) override { happened.emplace_back(L"greeted"); }
+    void OnEvent(Session&, Frame event) override {
+        happened.push_back(L"event " + std::wstring(event.name.begin(), event.name.end()));
+        unhandled.push_back(std::move(event));
+    }
+    void OnClosed(Session&, const std::wstring& reason) override { happened.push_back(L"closed: " + reason); }
+
+    using Happened = std::vector<std::wstring>;
+    FakeNetwork network;
+    FakeConnection peer;
+    std::shared_ptr<Session> session;
+    Happened happened;
+    std::vector<Frame> unhandled;
+};
+
+TEST_F(SessionTest, AFrontEndGreetsFirst) {
+    Begin(Session::Role::Front);
+    EXPECT_EQ(peer.written, EncodeGreeting());
+    EXPECT_FALSE(session->IsOpen());
+    peer.Receive(EncodeGreeting());
+    EXPECT_TRUE(session->IsOpen());
+    EXPECT_EQ(happened, Happened{L"greeted"});
+}
+
+TEST_F(SessionTest, AnEngineAnswersTheGreeting) {
+    Begin(Session::Role::Engine);
+    EXPECT_EQ(peer.written, "");
+    peer.Receive(EncodeGreeting());
+    EXPECT_EQ(peer.written, EncodeGreeting());
+    EXPECT_TRUE(session->IsOpen());
+}
+
+TEST_F(SessionTest, EventsComeInOrderAlsoWithTheGreeting) {
+    Begin(Session::Role::Engine);
+    peer.Receive(EncodeGreeting() + Event(L"A") + Event(L"B"));
+    peer.Receive(Event(L"C"));
+    EXPECT_EQ(happened, (Happened{L"greeted", L"event A", L"event B", L"event C"}));
+}
+
+TEST_F(SessionTest, APeerThatSendsNothingIsClosed) {
+    Begin(Session::Role::Engine);
+    network.Advance(4999ms);
+    EXPECT_FALSE(peer.isClosed);
+    network.Advance(1ms);
+    EXPECT_TRUE(peer.isClosed);
+    EXPECT_EQ(happened, Happened{L"closed: it sent no greeting within 5000 ms"});
+}
+
+TEST_F(SessionTest, BytesOfAGreetingDoNotMakeItsTimeLonger) {
+    Begin(Session::Role::Engine);
+    network.Advance(3s);
+    peer.Receive(EncodeGreeting().substr(0, 15));
+    network.Advance(2s);
+    EXPECT_EQ(happened, Happened{L"closed: it sent no greeting within 5000 ms"});
+}
+
+TEST_F(SessionTest, AnOpenSessionMayBeSilent) {
+    BeginOpenEngine();
+    network.Advance(24h);
+    EXPECT_TRUE(session->IsOpen());
+}
+
+TEST_F(SessionTest, AFrameThatStopsInTheMiddleIsClosed) {
+    BeginOpenEngine();
+    const std::string event = Event(L"A", L"0123456789");
+    peer.Receive(event.substr(0, 10));
+    network.Advance(2999ms);
+    peer.Receive(event.substr(10, 10));
+    network.Advance(2999ms);
+    EXPECT_TRUE(session->IsOpen());
+    network.Advance(1ms);
+    EXPECT_EQ(happened, (Happened{L"greeted", L"closed: it stopped in the middle of an event for 3000 ms"}));
+}
+
+TEST_F(SessionTest, AFrameThatIsCompletedInTimeIsTaken) {
+    BeginOpenEngine();
+    const std::string event = Event(L"A", L"0123456789");
+    peer.Receive(event.substr(0, 10));
+    network.Advance(2s);
+    peer.Receive(event.substr(10));
+    network.Advance(24h);
+    EXPECT_EQ(happened, (Happened{L"greeted", L"event A"}));
+}
+
+TEST_F(SessionTest, APeerThatJustGoesLeavesNoReason) {
+    BeginOpenEngine();
+    peer.ReceiveEnd();
+    EXPECT_EQ(happened, (Happened{L"greeted", L"closed: "}));
+}
+
+TEST_F(SessionTest, APeerThatGoesInTheMiddleOfAnEventIsTold) {
+    BeginOpenEngine();
+    peer.Receive(Event(L"A").substr(0, 10));
+    peer.ReceiveEnd();
+    EXPECT_EQ(happened, (Happened{L"greeted", L"closed: it went in the middle of an event"}));
+}
+
+TEST_F(SessionTest, GarbageIsClosed) {
+    Begin(Session::Role::Engine);
+    peer.Receive("GET / HTTP/1.1\r\n\r\n");
+    EXPECT_TRUE(peer.isClosed);
+    EXPECT_EQ(peer.written, "");
+    EXPECT_EQ(happened, Happened{L"closed: it sent something that is no event"});
+}
+
+TEST_F(SessionTest, AFrontEndOfAnotherVersionIsToldTheEnginesBeforeItIsClosed) {
+    Begin(Session::Role::Engine);
+    peer.Receive("CCev\2\0\1\0\0\0\0\0\0\0\0\0"s);
+    EXPECT_EQ(peer.written, EncodeGreeting());
+    EXPECT_EQ(happened, Happened{L"closed: it speaks version 2 of the protocol, this program version 1; use programs "
+                                 L"of the same release"});
+}
+
+TEST_F(SessionTest, AnEventBeforeTheGreetingIsClosed) {
+    Begin(Session::Role::Engine);
+    peer.Receive(Event(L"A"));
+    EXPECT_EQ(happened, Happened{L"closed: it sent an event before its greeting"});
+}
+
+TEST_F(SessionTest, ASecondGreetingIsClosedAndNothingBehindItIsTaken) {
+    BeginOpenEngine();
+    peer.Receive(EncodeGreeting() + Event(L"A"));
+    EXPECT_EQ(happened, (Happened{L"greeted", L"closed: it greeted twice"}));
+}
+
+TEST_F(SessionTest, FramesGoOutWholeAndInOrder) {
+    BeginOpenEngine();
+    EXPECT_EQ(session->Send(Shared(Event(L"A", L"1"))), Sending::Queued);
+    EXPECT_EQ(session->Send(Shared(Event(L"B", std::wstring(200000, L'b')))), Sending::Queued);
+    EXPECT_EQ(session->Send(Shared(Event(L"C"))), Sending::Queued);
+    EXPECT_EQ(peer.written, Event(L"A", L"1") + Event(L"B", std::wstring(200000, L'b')) + Event(L"C"));
+}
+
+TEST_F(SessionTest, TheQueueOfAPeerThatTakesNothingIsBounded) {
+    BeginOpenEngine();
+    peer.takesWrites = false;
+    EXPECT_EQ(session->Send(Shared(Event(L"A", std::wstring(500, L'a')))), Sending::Queued);
+    EXPECT_EQ(session->Send(Shared(Event(L"B", std::wstring(500, L'b')))), Sending::Queued);
+    EXPECT_EQ(session->Send(Shared(Event(L"C", std::wstring(500, L'c')))), Sending::QueueFull);
+    EXPECT_TRUE(session->IsOpen());
+}
+
+TEST_F(SessionTest, SmallFramesFillTheQueueToo) {
+    BeginOpenEngine();
+    peer.takesWrites = false;
+    int queued = 0;
+    while (queued < 100 && session->Send(Shared(Event(L"A"))) == Sending::Queued) {
+        ++queued;
+    }
+    EXPECT_EQ(queued, 7);
+}
+
+TEST_F(SessionTest, OneFrameOverTheLimitIsSentWhenNothingElseWaits) {
+    BeginOpenEngine();
+    EXPECT_EQ(session->Send(Shared(Event(L"A", std::wstring(5000, L'a')))), Sending::Queued);
+    EXPECT_EQ(peer.written, Event(L"A", std::wstring(5000, L'a')));
+}
+
+TEST_F(SessionTest, WhatAPeerSentBeforeItWentIsReadAfterAFailedWrite) {
+    BeginOpenEngine();
+    peer.failsWrites = true;
+    session->Send(Shared(Event(L"A")));
+    EXPECT_EQ(session->Send(Shared(Event(L"B"))), Sending::PeerGone);
+    peer.Receive(Event(L"Last"));
+    peer.ReceiveEnd();
+    EXPECT_EQ(happened, (Happened{L"greeted", L"event Last", L"closed: "}));
+}
+
+TEST_F(SessionTest, NothingIsReadWhileTooMuchIsUnhandled) {
+    BeginOpenEngine();
+    peer.Receive(Event(L"A", std::wstring(900, L'a')));
+    EXPECT_FALSE(peer.IsReading());
+    network.Advance(24h);
+    EXPECT_TRUE(session->IsOpen());
+    session->EventHandled(unhandled.at(0));
+    EXPECT_TRUE(peer.IsReading());
+}
+
+TEST_F(SessionTest, TheTimeForTheRestOfAFrameBeginsWhenReadingGoesOn) {
+    BeginOpenEngine();
+    peer.Receive(Event(L"A", std::wstring(900, L'a')) + Event(L"B").substr(0, 10));
+    network.Advance(24h);
+    EXPECT_TRUE(session->IsOpen());
+    session->EventHandled(unhandled.at(0));
+    network.Advance(3s);
+    EXPECT_TRUE(session->IsClosed());
+}
+
+TEST_F(SessionTest, AClosedSessionSendsAndTellsNothing) {
+    BeginOpenEngine();
+    session->Close(L"enough");
+    session->Close(L"again");
+    network.Advance(24h);
+    EXPECT_EQ(session->Send(Shared(Event(L"A"))), Sending::PeerGone);
+    EXPECT_EQ(peer.written, "");
+    EXPECT_EQ(happened, (Happened{L"greeted", L"closed: enough"}));
+}
+
+} // namespace

@@ -1,0 +1,188 @@
+#include "local_socket/posix/MeetingPlace.h"
+
+#include <array>
+#include <optional>
+#include <string>
+
+#include <fcntl.h>
+#include <gtest/gtest.h>
+#include <sys/socket.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include "platform/Environment.h"
+#include "platform/FileSystem.h"
+#include "platform/NativePath.h"
+#include "platform/Text.h"
+#include "platform/posix/DescriptorHandle.h"
+#include "support/TemporaryFolder.h"
+
+namespace {
+
+using local_socket::CheckSocketFolder;
+using local_socket::ConnectTo;
+using local_socket::IsSameUser;
+using local_socket::ListeningPlace;
+using local_socket::OpenedSocket;
+using local_socket::SocketFolder;
+
+bool Contains(const std::wstring& text, const std::wstring& part) {
+    return text.find(part) != std::wstring::npos;
+}
+
+/// Each test has a run-time folder of its own.
+class MeetingPlaceTest : public testing::Test {
+protected:
+    void SetUp() override { platform::SetEnvironment(L"XDG_RUNTIME_DIR", platform::FromUtf8(runtimePath)); }
+    void TearDown() override { platform::SetEnvironment(L"XDG_RUNTIME_DIR", earlier); }
+
+    std::string PathOf(const std::string& name) const { return folder + "/" + name; }
+
+    const std::wstring earlier = platform::GetEnvironment(L"XDG_RUNTIME_DIR").value_or(L"");
+    const TemporaryFolder runtime;
+    const std::string runtimePath = platform::ToUtf8(platform::ToNativeText(runtime.Path()));
+    const std::string folder = runtimePath + "/common_controller";
+};
+
+mode_t ModeOf(const std::string& path) {
+    struct stat status {};
+    EXPECT_EQ(lstat(path.c_str(), &status), 0) << path;
+    return status.st_mode & 07777;
+}
+
+TEST_F(MeetingPlaceTest, TheFolderStandsInTheUsersOwnRuntimeFolder) {
+    EXPECT_EQ(SocketFolder(runtimePath, geteuid()), runtimePath + "/common_controller");
+}
+
+TEST_F(MeetingPlaceTest, WithoutAnOwnRuntimeFolderItStandsInTmp) {
+    EXPECT_EQ(SocketFolder(std::nullopt, 1000), "/tmp/common_controller-1000");
+    EXPECT_EQ(SocketFolder("", 1000), "/tmp/common_controller-1000");
+    EXPECT_EQ(SocketFolder("relative", 1000), "/tmp/common_controller-1000");
+    EXPECT_EQ(SocketFolder(runtimePath + "/missing", geteuid()), "/tmp/common_controller-" + std::to_string(geteuid()));
+    EXPECT_EQ(SocketFolder(runtimePath, geteuid() + 1), "/tmp/common_controller-" + std::to_string(geteuid() + 1));
+}
+
+TEST_F(MeetingPlaceTest, TheFolderIsMadeForTheOwnerAlone) {
+    EXPECT_EQ(CheckSocketFolder(folder, true), L"");
+    EXPECT_EQ(ModeOf(folder), 0700u);
+    EXPECT_EQ(CheckSocketFolder(folder, true), L"");
+    EXPECT_EQ(CheckSocketFolder(folder, false), L"");
+}
+
+TEST_F(MeetingPlaceTest, LookingMakesNoFolder) {
+    EXPECT_EQ(CheckSocketFolder(folder, false), L"");
+    EXPECT_FALSE(platform::Exists(platform::FromUtf8(folder)));
+}
+
+TEST_F(MeetingPlaceTest, AFolderThatOthersMayEnterIsRefusedByBothEnds) {
+    for (const mode_t mode : {0755u, 0710u, 0701u, 01700u, 0500u}) {
+        mkdir(folder.c_str(), 0700);
+        chmod(folder.c_str(), mode);
+        ListeningPlace place;
+        EXPECT_TRUE(Contains(place.Take("host").failure, L"set its mode to 0700")) << mode;
+        EXPECT_TRUE(Contains(ConnectTo("host").failure, L"set its mode to 0700")) << mode;
+    }
+}
+
+TEST_F(MeetingPlaceTest, ALinkInPlaceOfTheFolderIsRefused) {
+    const std::string elsewhere = runtimePath + "/elsewhere";
+    mkdir(elsewhere.c_str(), 0700);
+    ASSERT_EQ(symlink(elsewhere.c_str(), folder.c_str()), 0);
+    EXPECT_TRUE(Contains(CheckSocketFolder(folder, true), L"it is no folder (or a link to one)"));
+}
+
+TEST_F(MeetingPlaceTest, AFolderOfAnotherUserIsRefused) {
+    if (geteuid() != 0) {
+        GTEST_SKIP() << "only root can make a folder of another user";
+    }
+    mkdir(folder.c_str(), 0700);
+    ASSERT_EQ(chown(folder.c_str(), 12345, 12345), 0);
+    EXPECT_TRUE(Contains(CheckSocketFolder(folder, true), L"it belongs to another user"));
+}
+
+TEST_F(MeetingPlaceTest, AFrontEndFindsTheEngineThatListens) {
+    ListeningPlace place;
+    const OpenedSocket listening = place.Take("host");
+    ASSERT_EQ(listening.failure, L"");
+    const OpenedSocket connected = ConnectTo("host");
+    EXPECT_EQ(connected.failure, L"");
+    ASSERT_TRUE(connected.socket);
+    EXPECT_TRUE(IsSameUser(platform::DescriptorOf(connected.socket.Get())));
+    EXPECT_EQ(ModeOf(PathOf("host.socket")), 0600u);
+}
+
+TEST_F(MeetingPlaceTest, SocketsAreNotInheritedByOtherPrograms) {
+    ListeningPlace place;
+    const OpenedSocket listening = place.Take("host");
+    const OpenedSocket connected = ConnectTo("host");
+    EXPECT_EQ(fcntl(platform::DescriptorOf(listening.socket.Get()), F_GETFD), FD_CLOEXEC);
+    EXPECT_EQ(fcntl(platform::DescriptorOf(connected.socket.Get()), F_GETFD), FD_CLOEXEC);
+}
+
+TEST_F(MeetingPlaceTest, WhereNobodyListensThereIsNoSocketAndNoComplaint) {
+    const OpenedSocket connected = ConnectTo("host");
+    EXPECT_FALSE(connected.socket);
+    EXPECT_EQ(connected.failure, L"");
+}
+
+TEST_F(MeetingPlaceTest, ThePlaceIsLeftEmpty) {
+    {
+        ListeningPlace place;
+        const OpenedSocket listening = place.Take("host");
+    }
+    EXPECT_FALSE(platform::Exists(platform::FromUtf8(PathOf("host.socket"))));
+}
+
+TEST_F(MeetingPlaceTest, ASecondEngineIsRefusedAndTheFirstStaysReachable) {
+    ListeningPlace first;
+    const OpenedSocket listening = first.Take("host");
+    {
+        ListeningPlace second;
+        const OpenedSocket refused = second.Take("host");
+        EXPECT_FALSE(refused.socket);
+        EXPECT_TRUE(Contains(refused.failure, L"another engine listens there"));
+    }
+    EXPECT_TRUE(ConnectTo("host").socket);
+}
+
+TEST_F(MeetingPlaceTest, TheSocketOfADeadEngineIsReplaced) {
+    ListeningPlace dead;
+    ASSERT_EQ(dead.Take("host").failure, L"");
+    ASSERT_EQ(rename(PathOf("host.socket").c_str(), PathOf("next.socket").c_str()), 0);
+    const OpenedSocket nobody = ConnectTo("next");
+    EXPECT_FALSE(nobody.socket);
+    EXPECT_EQ(nobody.failure, L"");
+
+    ListeningPlace place;
+    const OpenedSocket listening = place.Take("next");
+    EXPECT_EQ(listening.failure, L"");
+    EXPECT_TRUE(ConnectTo("next").socket);
+}
+
+TEST_F(MeetingPlaceTest, SomethingElseInPlaceOfTheSocketIsLeftAlone) {
+    ASSERT_EQ(CheckSocketFolder(folder, true), L"");
+    WriteTextFile(platform::FromUtf8(PathOf("host.socket")), "mine");
+    ListeningPlace place;
+    EXPECT_TRUE(Contains(place.Take("host").failure, L"something that is no socket stands there"));
+    EXPECT_EQ(ReadTextFile(platform::FromUtf8(PathOf("host.socket"))), "mine");
+}
+
+TEST_F(MeetingPlaceTest, APathThatIsTooLongIsToldWithItsLengthAndTheLimit) {
+    const std::string longFolder = runtimePath + "/" + std::string(60, 'r');
+    ASSERT_EQ(mkdir(longFolder.c_str(), 0700), 0);
+    platform::SetEnvironment(L"XDG_RUNTIME_DIR", platform::FromUtf8(longFolder));
+    ListeningPlace place;
+    EXPECT_TRUE(Contains(place.Take("host").failure, L"bytes, at most 107 are possible"));
+    EXPECT_TRUE(Contains(ConnectTo("host").failure, L"bytes, at most 107 are possible"));
+}
+
+TEST_F(MeetingPlaceTest, BothEndsOfAPairOfThisProcessAreTheSameUser) {
+    std::array<int, 2> pair{};
+    ASSERT_EQ(socketpair(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0, pair.data()), 0);
+    EXPECT_TRUE(IsSameUser(pair[0]));
+    EXPECT_FALSE(IsSameUser(-1));
+    close(pair[0]);
+    close(pair[1]);
+}
+
+} // namespace

@@ -1,0 +1,8 @@
+#pragma once
+
+#include <string>
+
+#include "modules/EventTransmitter.h"
+
+/// Asks the real module, loaded on first use, for a transmitter. Its sockets stand where `NewMeetingPlace` says.
+EventTransmitter* TransmitterFromModule(const std::wstring& id);
