@@ -1,4 +1,4 @@
-#include "Background.h"
+#include "controller_host/Background.h"
 
 #include <chrono>
 

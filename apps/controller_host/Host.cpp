@@ -1,13 +1,13 @@
-#include "Host.h"
+#include "controller_host/Host.h"
 
 #include <chrono>
 
-#include "HostEngine.h"
-#include "HostLoop.h"
-#include "LeftoverScenarios.h"
-#include "RequestAnswers.h"
-#include "RequestInbox.h"
 #include "companion/Settings.h"
+#include "controller_host/HostEngine.h"
+#include "controller_host/HostLoop.h"
+#include "controller_host/LeftoverScenarios.h"
+#include "controller_host/RequestAnswers.h"
+#include "controller_host/RequestInbox.h"
 #include "modules/EventTransmitterManager.h"
 #include "modules/FunctionManager.h"
 #include "platform/Console.h"

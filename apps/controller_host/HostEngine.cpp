@@ -1,4 +1,4 @@
-#include "HostEngine.h"
+#include "controller_host/HostEngine.h"
 
 #include <algorithm>
 

@@ -1,4 +1,4 @@
-#include "HostLoop.h"
+#include "controller_host/HostLoop.h"
 
 #include <optional>
 

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "HostEngine.h"
-#include "RequestAnswers.h"
-#include "RequestInbox.h"
+#include "controller_host/HostEngine.h"
+#include "controller_host/RequestAnswers.h"
+#include "controller_host/RequestInbox.h"
 
 #include <chrono>
 

@@ -1,4 +1,4 @@
-#include "HostOptions.h"
+#include "controller_host/HostOptions.h"
 
 #include <cstddef>
 

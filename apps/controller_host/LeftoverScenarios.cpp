@@ -1,4 +1,4 @@
-#include "LeftoverScenarios.h"
+#include "controller_host/LeftoverScenarios.h"
 
 #include <vector>
 

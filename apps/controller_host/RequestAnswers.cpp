@@ -1,4 +1,4 @@
-#include "RequestAnswers.h"
+#include "controller_host/RequestAnswers.h"
 
 #include <algorithm>
 

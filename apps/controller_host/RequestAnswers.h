@@ -1,7 +1,7 @@
 #pragma once
 
-#include "HostEngine.h"
-#include "RequestInbox.h"
+#include "controller_host/HostEngine.h"
+#include "controller_host/RequestInbox.h"
 
 #include <string>
 #include <vector>

@@ -1,4 +1,4 @@
-#include "RequestInbox.h"
+#include "controller_host/RequestInbox.h"
 
 #include <utility>
 

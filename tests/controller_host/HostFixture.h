@@ -1,0 +1,54 @@
+#pragma once
+
+#include "controller_host/HostLoop.h"
+#include "controller_host/LineDouble.h"
+#include "doubles/ScriptedProcess.h"
+#include "modules/FunctionManager.h"
+#include "modules/ModuleFiles.h"
+#include "support/TemporaryFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <list>
+#include <memory>
+#include <string>
+#include <thread>
+#include <vector>
+
+/// A host whose line, module and processes are the test's, in a folder of its own with real settings and a real job
+/// list.
+class HostFixture : public testing::Test {
+protected:
+    HostFixture();
+    ~HostFixture() override;
+
+    /// Runs the host's loop in a thread of its own until the end of the test or `Stop`.
+    void StartLoop();
+    /// Wishes the host's end and waits for it.
+    void Stop();
+    /// Waits until the loop has ended by itself.
+    void WaitForTheEnd();
+
+    /// A message of one text or of several.
+    static std::wstring Ids(const std::wstring& name, const std::vector<std::wstring>& ids);
+    /// A request for jobs of one input each.
+    std::wstring EnqueueRequest(std::size_t jobs) const;
+    JobEnqueueResult Enqueue(std::size_t jobs);
+    /// Waits until everybody was told of a job in this status, and gives the report.
+    JobStatusInfo WaitForStatus(JobStatus status);
+
+    TemporaryFolder folder;
+    test_modules::Script script;
+    test_modules::ScriptedModule module{test_modules::ModulePath(L"recording_module_a"), script};
+    /// One for each job that was started, in order.
+    std::list<ScriptedProcess> processes;
+    LineDouble line;
+    std::unique_ptr<FunctionManager> functions;
+    std::unique_ptr<HostEngine> engine;
+    std::unique_ptr<RequestAnswers> answers;
+    std::unique_ptr<RequestInbox> inbox;
+    platform::Event stop;
+
+private:
+    std::thread loop;
+};

@@ -1,0 +1,77 @@
+#include "controller_host/HostFixture.h"
+
+#include "companion/ControllerCSWrapper.h"
+#include "companion/RunProtocol.h"
+
+namespace {
+
+class HostLoopTest : public HostFixture {
+protected:
+    HostLoopTest() { StartLoop(); }
+
+    std::vector<JobListInfo> SavedList() const {
+        std::vector<JobListInfo> jobs;
+        EXPECT_TRUE(ControllerCSWrapper::ParseJobList(folder / L"job_list.json", jobs));
+        return jobs;
+    }
+};
+
+TEST_F(HostLoopTest, AnEnqueuedJobIsStartedWithoutAnyMoreRequests) {
+    const JobEnqueueResult result = Enqueue(1);
+    EXPECT_EQ(result.requestId, L"request");
+    EXPECT_EQ(WaitForStatus(JobStatus::Queued).id, result.jobIds.front().id);
+    EXPECT_EQ(WaitForStatus(JobStatus::Running).id, result.jobIds.front().id);
+}
+
+TEST_F(HostLoopTest, TheEndOfAProcessEndsItsJobAndStartsTheNext) {
+    const JobEnqueueResult result = Enqueue(2);
+    const JobStatusInfo first = WaitForStatus(JobStatus::Running);
+    WriteTextFile(first.workDir + L"\\run_scenario_result.json", R"({"version":1,"jobId":"x","succeeded":true})");
+    processes.front().Finish();
+    EXPECT_EQ(WaitForStatus(JobStatus::Success).id, first.id);
+    EXPECT_EQ(WaitForStatus(JobStatus::Running).id, result.jobIds.back().id);
+}
+
+TEST_F(HostLoopTest, AProcessThatLeavesNoResultHasFailed) {
+    Enqueue(1);
+    WaitForStatus(JobStatus::Running);
+    processes.front().Finish();
+    WaitForStatus(JobStatus::Failed);
+}
+
+TEST_F(HostLoopTest, ProgressIsToldToEverybody) {
+    Enqueue(1);
+    const JobStatusInfo job = WaitForStatus(JobStatus::Running);
+    WriteTextFile(job.workDir + L"\\progress_info_list.json",
+                  R"({"version":1,"jobId":"x","progressInfoList":[{"progress":40,"message":"reading"}]})");
+    EXPECT_EQ(WaitForStatus(JobStatus::Running).progress, 40);
+}
+
+TEST_F(HostLoopTest, ACancelledJobIsAskedToStopAndIsCanceledOnceItsProcessHasGone) {
+    const JobEnqueueResult result = Enqueue(1);
+    WaitForStatus(JobStatus::Running);
+    line.Deliver(2, L"CancelJobs", Ids(L"CancelJobs", {L"1"}));
+    EXPECT_EQ(line.WaitFor(L"CancelJobsFinish").peer, 2U);
+    EXPECT_EQ(WaitForStatus(JobStatus::Canceling).id, result.jobIds.front().id);
+    processes.front().Finish();
+    WaitForStatus(JobStatus::Canceled);
+}
+
+TEST_F(HostLoopTest, TheWishToStopCancelsWhatIsLeftAndWritesTheList) {
+    Enqueue(2);
+    WaitForStatus(JobStatus::Running);
+    Stop();
+    const std::vector<JobListInfo> jobs = SavedList();
+    ASSERT_EQ(jobs.size(), 2U);
+    EXPECT_EQ(jobs[0].status, JobStatus::Canceling);
+    EXPECT_EQ(jobs[1].status, JobStatus::Dequeued);
+    EXPECT_EQ(script.calls.back().function, "Terminate");
+}
+
+TEST_F(HostLoopTest, ATerminateRequestIsAnsweredAndEndsTheLoop) {
+    EXPECT_TRUE(line.Deliver(3, L"TerminateRequest", ControllerCSWrapper::Serialize(L"TerminateRequest")));
+    EXPECT_EQ(line.WaitFor(L"TerminateResponse").peer, 3U);
+    WaitForTheEnd();
+}
+
+} // namespace

@@ -1,0 +1,57 @@
+#include "controller_host/LeftoverScenarios.h"
+
+#include "companion/ControllerCSWrapper.h"
+#include "platform/FileSystem.h"
+#include "support/TemporaryFolder.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+class LeftoverScenariosTest : public testing::Test {
+protected:
+    void SaveJob(JobStatus status) {
+        JobListInfo job{};
+        job.id = L"1";
+        job.status = status;
+        job.workDir = folder / L"work";
+        ControllerCSWrapper::CreateJsonFile(ControllerCSWrapper::Serialize(L"JobList", std::vector<JobListInfo>{job}),
+                                            listFile);
+    }
+    bool WasAskedToStop() const { return platform::Exists(folder / L"work\\killprocess"); }
+
+    TemporaryFolder folder;
+    std::wstring listFile = folder / L"job_list.json";
+};
+
+TEST_F(LeftoverScenariosTest, ActiveJobsAreAskedToStop) {
+    for (const JobStatus status : {JobStatus::Running, JobStatus::Canceling}) {
+        platform::EnsureFolder(folder / L"work");
+        SaveJob(status);
+        StopLeftoverScenarios(listFile);
+        EXPECT_TRUE(WasAskedToStop());
+        platform::RemoveTree(folder / L"work");
+    }
+}
+
+TEST_F(LeftoverScenariosTest, OthersAreLeftAlone) {
+    platform::EnsureFolder(folder / L"work");
+    for (const JobStatus status : {JobStatus::Queued, JobStatus::Success, JobStatus::Canceled}) {
+        SaveJob(status);
+        StopLeftoverScenarios(listFile);
+        EXPECT_FALSE(WasAskedToStop());
+    }
+}
+
+TEST_F(LeftoverScenariosTest, AWorkDirectoryThatIsGoneIsNotMadeAgain) {
+    SaveJob(JobStatus::Running);
+    StopLeftoverScenarios(listFile);
+    EXPECT_FALSE(platform::Exists(folder / L"work"));
+}
+
+TEST_F(LeftoverScenariosTest, AMissingListIsNothingToDo) {
+    StopLeftoverScenarios(listFile);
+    EXPECT_FALSE(platform::Exists(listFile));
+}
+
+} // namespace

@@ -1,0 +1,136 @@
+#include "controller_host/HostFixture.h"
+
+#include "companion/ControllerCSWrapper.h"
+#include "companion/Messages.h"
+
+namespace {
+
+/// The loop does not run here: the test answers one request at a time.
+class RequestAnswersTest : public HostFixture {
+protected:
+    void Ask(const std::wstring& name, const std::wstring& payload) { answers->Answer({7, name, payload}); }
+    void Ask(const std::wstring& name) { Ask(name, ControllerCSWrapper::Serialize(name)); }
+    void AskForJobs(std::size_t count) { Ask(L"EnqueueJobs", EnqueueRequest(count)); }
+
+    /// What the asker alone was answered.
+    template <class Value>
+    Value Answered(const std::wstring& name) {
+        const LineDouble::Sent sent = line.WaitFor(name);
+        EXPECT_EQ(sent.peer, 7U);
+        Value value;
+        EXPECT_TRUE(ControllerCSWrapper::Deserialize(sent.payload, value));
+        return value;
+    }
+    std::wstring Refusal() { return Answered<std::wstring>(L"RequestRefused"); }
+};
+
+using Texts = std::vector<std::wstring>;
+
+TEST_F(RequestAnswersTest, EnqueueJobsIsAnsweredWithTheNumbersAndToldToEverybody) {
+    AskForJobs(2);
+    const auto result = Answered<JobEnqueueResult>(L"EnqueueJobsFinish");
+    ASSERT_EQ(result.jobIds.size(), 2U);
+    EXPECT_EQ(result.jobIds[1].seqId, 2);
+    const LineDouble::Sent told = line.WaitFor(L"UpdateProgress");
+    EXPECT_EQ(told.peer, 0U);
+}
+
+TEST_F(RequestAnswersTest, ARefusedEnqueueIsAnsweredWithoutIds) {
+    EnqueueJobsInfo request;
+    request.requestId = L"r";
+    request.inputFileSets = {{L"nothing.stl"}};
+    request.scenario.id = L"no such scenario";
+    Ask(L"EnqueueJobs", ControllerCSWrapper::Serialize(L"EnqueueJobs", request));
+    const auto result = Answered<JobEnqueueResult>(L"EnqueueJobsFinish");
+    EXPECT_EQ(result.requestId, L"r");
+    EXPECT_EQ(result.jobIds, std::vector<JobIdInfo>(1));
+}
+
+TEST_F(RequestAnswersTest, CancelAllJobsIsAnsweredWithTheCancelledJobs) {
+    AskForJobs(2);
+    Ask(L"CancelAllJobs");
+    const auto cancelled = Answered<std::vector<JobStatusInfo>>(L"CancelJobsFinish");
+    ASSERT_EQ(cancelled.size(), 2U);
+    EXPECT_EQ(cancelled[0].status, JobStatus::Dequeued);
+}
+
+TEST_F(RequestAnswersTest, CheckJobStatusRequestIsAnsweredInRequestOrder) {
+    AskForJobs(1);
+    Ask(L"CheckJobStatusRequest", ControllerCSWrapper::Serialize(L"CheckJobStatusRequest", Texts{L"9", L"1"}));
+    const auto statuses = Answered<std::vector<JobStatusInfo>>(L"CheckJobStatusResponse");
+    ASSERT_EQ(statuses.size(), 2U);
+    EXPECT_EQ(statuses[0].status, unknownStatus);
+    EXPECT_EQ(statuses[1].status, JobStatus::Queued);
+}
+
+TEST_F(RequestAnswersTest, FetchScenariosRequestIsAnsweredWithTheCatalogue) {
+    Ask(L"FetchScenariosRequest");
+    const auto scenarios = Answered<std::vector<ScenarioInfo>>(L"FetchScenariosResponse");
+    ASSERT_EQ(scenarios.size(), 1U);
+    EXPECT_EQ(scenarios[0].displayName, L"mesh");
+}
+
+TEST_F(RequestAnswersTest, FetchScenarioParameterSetsRequestNeedsACataloguedScenario) {
+    const std::wstring name = L"FetchScenarioParameterSetsRequest";
+    Ask(name, messages::Serialize(name, std::wstring(L"4711")));
+    EXPECT_EQ(Refusal(), L"FetchScenarioParameterSetsRequest is refused: there is no scenario 4711 in the catalogue.");
+    Ask(L"FetchScenariosRequest");
+    const auto scenarios = Answered<std::vector<ScenarioInfo>>(L"FetchScenariosResponse");
+    Ask(name, messages::Serialize(name, scenarios.at(0).id));
+    EXPECT_TRUE(Answered<std::vector<ScenarioParameterSetInfo>>(L"FetchScenarioParameterSetsResponse").empty());
+}
+
+TEST_F(RequestAnswersTest, InitJobsRequestIsAnsweredWithTheWholeList) {
+    AskForJobs(3);
+    Ask(L"InitJobsRequest");
+    EXPECT_EQ(Answered<std::vector<JobListInfo>>(L"InitJobsResponse").size(), 3U);
+}
+
+TEST_F(RequestAnswersTest, DeleteJobsRequestIsAnsweredAndEverybodyIsToldWithAStatusWithoutAName) {
+    AskForJobs(2);
+    const auto result = Answered<JobEnqueueResult>(L"EnqueueJobsFinish");
+    line.WaitFor(L"UpdateProgress");
+    Ask(L"DeleteJobsRequest", ControllerCSWrapper::Serialize(L"DeleteJobsRequest", Texts{L"1", L"5"}));
+    EXPECT_EQ(Answered<Texts>(L"DeleteJobsResponse"), Texts{L"1"});
+    std::vector<JobStatusInfo> told;
+    ControllerCSWrapper::Deserialize(line.WaitFor(L"UpdateProgress").payload, told);
+    ASSERT_EQ(told.size(), 1U);
+    EXPECT_EQ(told[0].id, result.jobIds[0].id);
+    EXPECT_EQ(told[0].status, unknownStatus);
+}
+
+TEST_F(RequestAnswersTest, InitCultureRequestIsAnsweredWithTheSettingsCulture) {
+    Ask(L"InitCultureRequest");
+    EXPECT_EQ(Answered<std::wstring>(L"InitCultureResponse"), L"en-US");
+}
+
+TEST_F(RequestAnswersTest, FetchLocalizedStringsRequestIsAnsweredWithASectionAsJson) {
+    WriteTextFile(folder / L"strings.json", R"({"de-DE":{"Greeting":"Hallo"}})");
+    WriteTextFile(folder / L"settings.json", R"({"version":1,"stringResourceFile":"strings.json"})");
+    Ask(L"FetchLocalizedStringsRequest", messages::Serialize(L"FetchLocalizedStringsRequest", std::wstring(L"de-DE")));
+    EXPECT_EQ(Answered<std::wstring>(L"FetchLocalizedStringsResponse"), LR"({"Greeting":"Hallo"})");
+}
+
+TEST_F(RequestAnswersTest, WhatOnlyADialogCouldServeIsRefusedClearly) {
+    Ask(L"ShowSettingDialogRequest");
+    EXPECT_EQ(Refusal(), L"ShowSettingDialogRequest is refused: this host has no dialogs; change the settings file "
+                         L"instead.");
+}
+
+TEST_F(RequestAnswersTest, AnUnreadableRequestIsRefusedAndTouchesNoJob) {
+    AskForJobs(1);
+    for (const wchar_t* name : {L"EnqueueJobs", L"CancelJobs", L"CheckJobStatusRequest", L"DeleteJobsRequest",
+                                L"FetchScenarioParameterSetsRequest", L"FetchLocalizedStringsRequest"}) {
+        Ask(name, L"no JSON at all");
+        EXPECT_EQ(Refusal(), name + std::wstring(L" is refused: its content cannot be read."));
+    }
+    std::vector<JobListInfo> jobs;
+    engine->GetJobList(jobs);
+    EXPECT_EQ(jobs.size(), 1U);
+}
+
+TEST_F(RequestAnswersTest, EveryRequestHasAName) {
+    EXPECT_EQ(RequestAnswers::Names().size(), 19U);
+}
+
+} // namespace
