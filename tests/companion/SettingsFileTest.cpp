@@ -53,6 +53,8 @@ const std::vector<Refused> refusedFiles = {
     {"LongPath", R"({"scenarioRunner":")" + std::string(4097, 'a') + "\"}", L": scenarioRunner: expected a path"},
     {"RepeatedMember", R"({"culture":"de-DE","culture":"de-DE"})", L"the member \"culture\" is repeated"},
     {"CultureWithSeparator", R"({"culture":"..\\de"})", L": culture: expected the name of a culture"},
+    {"TransmitterNameWithSeparator", R"({"transmitterName":"a/b"})",
+     L": transmitterName: expected a name of 1 to 64 letters"},
     {"NoDays", R"({"autoDeleteWorkFolder":{"enabled":true,"days":0}})",
      L", line 1, column 48: autoDeleteWorkFolder.days: expected a whole number of days from 1 to 36500"},
     {"DaysAsText", R"({"autoDeleteWorkFolder":{"days":"30"}})", L": autoDeleteWorkFolder.days: expected a whole"},
@@ -107,6 +109,7 @@ TEST_F(SettingsFileTest, TakesEveryMember) {
         "autoDeleteWorkFolder":{"enabled":true,"days":7},
         "scenarioDirectories":[{"path":"scenarios","label":"Ours"},{"path":"../shared"}],
         "culture":"de-DE","defaultCulture":"fr","functionModules":["../bin/one.so","two.so"],
+        "eventTransmitter":"../bin/line.so","transmitterName":"ours-1","stringResourceFile":"texts.json",
         "scenarioRunner":"../bin/runner","scenarioApiDirectory":"api",
         "interpreters":{".rb":["ruby","--disable=gems"],".py":["python3"]},
         "cancelGraceSeconds":0,"scenarioLogLimitBytes":4096})"))
@@ -122,26 +125,15 @@ TEST_F(SettingsFileTest, TakesEveryMember) {
     expected.culture = L"de-DE";
     expected.defaultCulture = L"fr";
     expected.functionModules = {folder / L"bin\\one.so", folder / L"conf\\two.so"};
+    expected.eventTransmitter = folder / L"bin\\line.so";
+    expected.transmitterName = L"ours-1";
+    expected.stringResourceFile = folder / L"conf\\texts.json";
     expected.scenarioRunner = folder / L"bin\\runner";
     expected.scenarioApiDirectory = folder / L"conf\\api";
     expected.interpreters = {{L".rb", {L"ruby", L"--disable=gems"}}, {L".py", {L"python3"}}};
     expected.cancelGraceSeconds = 0;
     expected.scenarioLogLimitBytes = 4096;
-    EXPECT_EQ(read.workDirectory, expected.workDirectory);
-    EXPECT_EQ(read.jobListFile, expected.jobListFile);
-    EXPECT_EQ(read.logFile, expected.logFile);
-    EXPECT_EQ(read.scenarioDirectories, expected.scenarioDirectories);
-    EXPECT_EQ(read.functionModules, expected.functionModules);
-    EXPECT_EQ(read.scenarioRunner, expected.scenarioRunner);
-    EXPECT_EQ(read.interpreters, expected.interpreters);
-    EXPECT_EQ(read.file, expected.file);
-    EXPECT_EQ(read.culture, expected.culture);
-    EXPECT_EQ(read.defaultCulture, expected.defaultCulture);
-    EXPECT_EQ(read.scenarioApiDirectory, expected.scenarioApiDirectory);
-    EXPECT_EQ(read.autoDeleteWorkFolder, expected.autoDeleteWorkFolder);
-    EXPECT_EQ(read.autoDeleteDays, expected.autoDeleteDays);
-    EXPECT_EQ(read.cancelGraceSeconds, expected.cancelGraceSeconds);
-    EXPECT_EQ(read.scenarioLogLimitBytes, expected.scenarioLogLimitBytes);
+    EXPECT_TRUE(read == expected);
     EXPECT_TRUE(warnings.empty());
 }
 
