@@ -25,11 +25,11 @@ private:
     std::shared_ptr<Session> Connect();
     std::shared_ptr<Session> OpenSession() const;
     std::shared_ptr<Session> Greet(std::unique_ptr<Channel> channel);
-    bool SendOver(const std::shared_ptr<Session>& session, const SharedFrame& frame);
+    bool SendOver(const std::shared_ptr<Session>& open, const SharedFrame& frame);
 
     void CloseSessions() override;
     void OnGreeted(Session& session) override;
-    void OnClosed(Session& session, const std::wstring& reason) override;
+    void OnClosed(Session& closed, const std::wstring& reason) override;
 
     /// Held while connecting, so that two senders do not make two sessions. Before the network's lock.
     std::mutex connecting;
