@@ -209,6 +209,11 @@ std::vector<Refused> BadData() {
     const auto with = [](const std::function<void(ZipEntry&)>& change) { return MakeZip({FileWith(change)}); };
     return {
         {"WrongChecksum", with([](ZipEntry& entry) { entry.crc = 1; }), L"its checksum is wrong"},
+        {"WrongSizeBeforeADescriptor", with([](ZipEntry& entry) {
+             entry.dataDescriptor = true;
+             entry.localSize = 1;
+         }),
+         L"has a local header with other sizes or another checksum than the directory says"},
         {"WrongDescriptor", with([](ZipEntry& entry) {
              entry.dataDescriptor = true;
              entry.crc = 1;
@@ -304,6 +309,16 @@ TEST(ScenarioPackageTest, AcceptsWhatOtherToolsWrite) {
     ASSERT_TRUE(folder.Unpack(MakeZip({unixFile, unixFolder, withoutUtf8Flag}, {.comment = "made by a tool PK\5\6"})))
         << platform::ToUtf8(folder.problem);
     EXPECT_EQ(folder.Unpacked(L"gr\u00fc\u00dfe.txt"), "content");
+}
+
+/// A tool that knows the size of a file beforehand says it at once, and leaves only the rest to the data descriptor.
+TEST(ScenarioPackageTest, AcceptsALocalHeaderThatLeavesSomeFactsToTheDescriptor) {
+    PackageFolder folder;
+    ZipEntry partly = File("main.rb", "puts 1");
+    partly.dataDescriptor = true;
+    partly.localSize = 6;
+    ASSERT_TRUE(folder.Unpack(MakeZip({partly}))) << platform::ToUtf8(folder.problem);
+    EXPECT_EQ(folder.Unpacked(L"main.rb"), "puts 1");
 }
 
 TEST(ScenarioPackageTest, AcceptsAnEmptyArchive) {

@@ -158,9 +158,15 @@ Entry CheckedEntry(const CentralRecord& record) {
             0};
 }
 
-/// A local header may leave the facts open when a data descriptor follows.
-bool AreLeftOpen(const DataFacts& local, const Entry& entry) {
-    return entry.HasDataDescriptor() && local == DataFacts{};
+/// A local header says what the directory says; when a data descriptor follows, it may leave any of it open (0).
+bool Agrees(std::uint32_t local, std::uint32_t listed, const Entry& entry) {
+    return local == listed || (local == 0 && entry.HasDataDescriptor());
+}
+
+bool Agree(const DataFacts& local, const Entry& entry) {
+    return Agrees(local.crc, entry.facts.crc, entry) &&
+           Agrees(local.compressedSize, entry.facts.compressedSize, entry) &&
+           Agrees(local.size, entry.facts.size, entry);
 }
 
 } // namespace
@@ -212,7 +218,7 @@ std::uint16_t CheckLocalHeader(std::string_view bytes, const Entry& entry) {
     const std::uint16_t extraLength = reader.Take16();
     if (flags != entry.flags || method != (entry.isDeflated ? methodDeflated : methodStored))
         throw Problem{L"has a local header of another kind than the directory says"};
-    if (facts != entry.facts && !AreLeftOpen(facts, entry))
+    if (!Agree(facts, entry))
         throw Problem{L"has a local header with other sizes or another checksum than the directory says"};
     if (nameLength != entry.name.size() || reader.TakeText(nameLength) != entry.name)
         throw Problem{L"has a local header with another name than the directory says"};
