@@ -42,8 +42,8 @@ struct FolderEntry {
 };
 
 /// Appends the entries of `folder` without "." and "..": in the system's order on Windows, sorted without regard to
-/// case on Linux. Entries whose status cannot be read are left out, and on Linux names with a backslash, which in
-/// library text would be paths. After a failure nothing is appended.
+/// case on Linux. An entry whose status cannot be read, such as a link to nothing, is no folder. On Linux names with a
+/// backslash, which in library text would be paths, are left out. After a failure nothing is appended.
 Error ListFolder(const std::wstring& folder, std::vector<FolderEntry>& entries);
 
 /// True when `name` ends in `extension` (".rb") as this system matches file names: without regard to case on Windows,

@@ -93,7 +93,9 @@ TEST_F(ListFolderTest, LinksAreMarkedAndShownAsWhatTheyLeadTo) {
     }
     ASSERT_TRUE(MakeLink(folder / L"file", folder / L"to-file"));
     ASSERT_TRUE(MakeLink(folder / L"missing", folder / L"to-nothing"));
-    EXPECT_THAT(Names(), UnorderedElementsAre(L"file", L"folder", L"to-file", L"to-folder"));
+    EXPECT_THAT(Names(), UnorderedElementsAre(L"file", L"folder", L"to-file", L"to-folder", L"to-nothing"));
+    EXPECT_FALSE(Entry(L"to-nothing").isFolder);
+    EXPECT_TRUE(Entry(L"to-nothing").isLink);
     EXPECT_TRUE(Entry(L"to-folder").isFolder);
     EXPECT_TRUE(Entry(L"to-folder").isLink);
     EXPECT_FALSE(Entry(L"to-file").isFolder);

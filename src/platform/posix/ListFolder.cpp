@@ -36,10 +36,7 @@ void Append(DIR* folder, const dirent& found, std::vector<FolderEntry>& entries)
     if (found.d_type == DT_UNKNOWN && fstatat(dirfd(folder), found.d_name, &status, AT_SYMLINK_NOFOLLOW) == 0) {
         entry.isLink = S_ISLNK(status.st_mode);
     }
-    if (found.d_type == DT_UNKNOWN || entry.isLink) {
-        if (fstatat(dirfd(folder), found.d_name, &status, 0) != 0) {
-            return;
-        }
+    if ((found.d_type == DT_UNKNOWN || entry.isLink) && fstatat(dirfd(folder), found.d_name, &status, 0) == 0) {
         entry.isFolder = S_ISDIR(status.st_mode);
     }
     entries.push_back(std::move(entry));

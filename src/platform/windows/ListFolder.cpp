@@ -7,13 +7,12 @@
 namespace platform {
 namespace {
 
-/// A link to nothing is left out; the attributes of every other entry tell the whole.
+/// A link to nothing is no folder; the attributes of every other entry tell the whole.
 void Append(const std::wstring& folder, const WIN32_FIND_DATAW& found, std::vector<FolderEntry>& entries) {
     const bool isLink = (found.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0;
     const bool isFolder = (found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
-    if (!isLink || Exists(folder + L"\\" + found.cFileName)) {
-        entries.push_back({found.cFileName, isFolder, isLink});
-    }
+    const bool leadsSomewhere = !isLink || Exists(folder + L"\\" + found.cFileName);
+    entries.push_back({found.cFileName, isFolder && leadsSomewhere, isLink});
 }
 
 } // namespace
