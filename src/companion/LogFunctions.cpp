@@ -15,8 +15,9 @@ void FollowSettings() noexcept {
 }
 
 void WriteRecord(log_file::Level level, const std::wstring& message) noexcept {
-    if (log_file::WantsDefaultPath())
+    if (log_file::WantsDefaultPath()) {
         FollowSettings();
+    }
     log_file::Write(level, message);
 }
 

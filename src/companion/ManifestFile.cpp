@@ -104,8 +104,9 @@ namespace {
 template <typename Rule>
 std::vector<std::wstring> ValuesOf(const std::vector<CheckedValue<Rule>>& checkedValues) {
     std::vector<std::wstring> values;
-    for (const CheckedValue<Rule>& checked : checkedValues)
+    for (const CheckedValue<Rule>& checked : checkedValues) {
         values.push_back(checked.value);
+    }
     return values;
 }
 
@@ -116,27 +117,31 @@ std::wstring ValueOf(const std::optional<CheckedValue<Rule>>& checked) {
 
 ScenarioParameterSetInfo RecordOf(const ParameterSet& set) {
     ScenarioParameterSetInfo record = {set.id.value, set.displayName.value, set.description.value, {}};
-    for (const Parameter& parameter : set.parameters)
+    for (const Parameter& parameter : set.parameters) {
         record.parameters.push_back({parameter.name.value, parameter.type.value, parameter.defaultValue.value,
                                      ValuesOf(parameter.allowedValues)});
+    }
     return record;
 }
 
 ScenarioManifest ManifestOf(const ScriptFile& file) {
     ScenarioManifest manifest;
     manifest.timeLimitSeconds = file.timeLimitSeconds.value;
-    if (file.successExitCodes)
+    if (file.successExitCodes) {
         manifest.successExitCodes = *file.successExitCodes;
-    for (const ParameterSet& set : file.parameterSets)
+    }
+    for (const ParameterSet& set : file.parameterSets) {
         manifest.parameterSets.push_back(RecordOf(set));
+    }
     return manifest;
 }
 
 ScenarioManifest ManifestOf(const PackageFile& file) {
     ScenarioManifest manifest = ManifestOf(static_cast<const ScriptFile&>(file));
     manifest.displayName = file.displayName.value;
-    for (const Input& input : file.inputs)
+    for (const Input& input : file.inputs) {
         manifest.inputs.push_back({input.cadName.value, ValuesOf(input.extensions)});
+    }
     manifest.entryPoint = ValueOf(file.entryPoint);
     manifest.interpreter = ValueOf(file.interpreter);
     manifest.executable = ValueOf(file.executable);
@@ -147,12 +152,14 @@ template <typename File>
 bool Parse(const std::string& json, ScenarioManifest& manifest, std::wstring& problem,
            std::vector<std::wstring>& warnings) {
     File file;
-    if (!json::Read(json, file, problem, &warnings))
+    if (!json::Read(json, file, problem, &warnings)) {
         return false;
+    }
     ScenarioManifest parsed = ManifestOf(file);
     std::wstring contradiction = FindContradiction(parsed);
-    if (contradiction.empty() && std::is_same_v<File, PackageFile>)
+    if (contradiction.empty() && std::is_same_v<File, PackageFile>) {
         contradiction = FindWhatCannotRun(parsed);
+    }
     if (!contradiction.empty()) {
         problem = std::move(contradiction);
         return false;

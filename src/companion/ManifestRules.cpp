@@ -36,10 +36,12 @@ bool IsNumber(const std::wstring& text) {
 }
 
 bool IsOfType(const std::wstring& value, const std::wstring& type) {
-    if (type == L"integer")
+    if (type == L"integer") {
         return IsNumber<std::int64_t>(value);
-    if (type == L"number")
+    }
+    if (type == L"number") {
         return IsNumber<double>(value);
+    }
     return type != L"boolean" || value == L"true" || value == L"false";
 }
 
@@ -55,46 +57,57 @@ std::wstring WrongValueOf(const ScenarioParameter& parameter) {
     const auto& allowed = parameter.allowedValues;
     const std::wstring& initial = parameter.defaultValue;
     const auto isWrong = [&](const std::wstring& value) { return !IsOfType(value, parameter.type); };
-    if (allowed.size() > mostAllowedValues)
+    if (allowed.size() > mostAllowedValues) {
         return TooMany(L"allowedValues", mostAllowedValues);
-    if (std::any_of(allowed.begin(), allowed.end(), isWrong))
+    }
+    if (std::any_of(allowed.begin(), allowed.end(), isWrong)) {
         return L"allowedValues: expected values of the type \"" + parameter.type + L"\"";
-    if (parameter.type == L"choice" && allowed.empty())
+    }
+    if (parameter.type == L"choice" && allowed.empty()) {
         return L"allowedValues: expected what can be chosen, because the type is \"choice\"";
-    if (!initial.empty() && isWrong(initial))
+    }
+    if (!initial.empty() && isWrong(initial)) {
         return L"defaultValue: expected a value of the type \"" + parameter.type + L"\", found \"" + initial + L"\"";
-    if (!initial.empty() && !allowed.empty() && std::find(allowed.begin(), allowed.end(), initial) == allowed.end())
+    }
+    if (!initial.empty() && !allowed.empty() && std::find(allowed.begin(), allowed.end(), initial) == allowed.end()) {
         return L"defaultValue: expected one of the allowed values, found \"" + initial + L"\"";
+    }
     return {};
 }
 
 std::wstring WrongParameterOf(const ScenarioParameterSetInfo& set) {
-    if (set.parameters.size() > mostElements)
+    if (set.parameters.size() > mostElements) {
         return TooMany(L"parameters", mostElements);
+    }
     std::set<std::wstring> names;
     for (std::size_t index = 0; index < set.parameters.size(); ++index) {
         const ScenarioParameter& parameter = set.parameters[index];
-        if (!names.insert(parameter.name).second)
+        if (!names.insert(parameter.name).second) {
             return At(L"parameters", index) + L".name: expected a name of its own, found \"" + parameter.name +
                    L"\" again";
+        }
         const std::wstring wrong = WrongValueOf(parameter);
-        if (!wrong.empty())
+        if (!wrong.empty()) {
             return At(L"parameters", index) + L"." + wrong;
+        }
     }
     return {};
 }
 
 std::wstring WrongParameterSetOf(const ScenarioManifest& manifest) {
-    if (manifest.parameterSets.size() > mostElements)
+    if (manifest.parameterSets.size() > mostElements) {
         return TooMany(L"parameterSets", mostElements);
+    }
     std::set<std::wstring> ids;
     for (std::size_t index = 0; index < manifest.parameterSets.size(); ++index) {
         const ScenarioParameterSetInfo& set = manifest.parameterSets[index];
-        if (!ids.insert(set.id).second)
+        if (!ids.insert(set.id).second) {
             return At(L"parameterSets", index) + L".id: expected an id of its own, found \"" + set.id + L"\" again";
+        }
         const std::wstring wrong = WrongParameterOf(set);
-        if (!wrong.empty())
+        if (!wrong.empty()) {
             return At(L"parameterSets", index) + L"." + wrong;
+        }
     }
     return {};
 }
@@ -147,20 +160,25 @@ bool Interpreter::Accepts(const std::wstring& name) {
 }
 
 std::wstring FindContradiction(const ScenarioManifest& manifest) {
-    if (manifest.successExitCodes.empty() || manifest.successExitCodes.size() > mostExitCodes)
+    if (manifest.successExitCodes.empty() || manifest.successExitCodes.size() > mostExitCodes) {
         return L"successExitCodes: expected 1 to 256 exit codes";
-    if (manifest.inputs.size() > mostElements)
+    }
+    if (manifest.inputs.size() > mostElements) {
         return TooMany(L"inputs", mostElements);
-    if (std::any_of(manifest.inputs.begin(), manifest.inputs.end(), HasTooManyExtensions))
+    }
+    if (std::any_of(manifest.inputs.begin(), manifest.inputs.end(), HasTooManyExtensions)) {
         return TooMany(L"inputs.extensions", mostElements);
+    }
     return WrongParameterSetOf(manifest);
 }
 
 std::wstring FindWhatCannotRun(const ScenarioManifest& manifest) {
-    if (manifest.entryPoint.empty() == manifest.executable.empty())
+    if (manifest.entryPoint.empty() == manifest.executable.empty()) {
         return L"expected either \"entryPoint\" with \"interpreter\", or \"executable\"";
-    if (manifest.entryPoint.empty() != manifest.interpreter.empty())
+    }
+    if (manifest.entryPoint.empty() != manifest.interpreter.empty()) {
         return L"interpreter: expected together with \"entryPoint\"";
+    }
     return {};
 }
 

@@ -13,8 +13,9 @@ using scenario_manifest::ScenarioManifest;
 bool ReadOrWarn(const std::wstring& path, ScenarioManifest& manifest) {
     std::wstring problem;
     const bool isRead = scenario_manifest::ReadFor(path, manifest, problem);
-    if (!isRead)
+    if (!isRead) {
         ControllerCSWrapper::WriteWarnLog(L"A scenario is not usable: " + problem);
+    }
     return isRead;
 }
 
@@ -23,8 +24,9 @@ bool ReadOrWarn(const std::wstring& path, ScenarioManifest& manifest) {
 bool ControllerCSWrapper::GetScenarioInfo(const std::wstring& path, ScenarioInfo& info) {
     return boundary::Guard("GetScenarioInfo", [&] {
         ScenarioManifest manifest;
-        if (!ReadOrWarn(path, manifest))
+        if (!ReadOrWarn(path, manifest)) {
             return false;
+        }
         info.displayName = std::move(manifest.displayName);
         info.inputs = std::move(manifest.inputs);
         return true;
@@ -35,8 +37,9 @@ bool ControllerCSWrapper::GetScenarioParameterSetInfo(const std::wstring& scenar
                                                       std::vector<ScenarioParameterSetInfo>& out) {
     return boundary::Guard("GetScenarioParameterSetInfo", [&] {
         ScenarioManifest manifest;
-        if (!ReadOrWarn(scenarioPath, manifest))
+        if (!ReadOrWarn(scenarioPath, manifest)) {
             return false;
+        }
         out.insert(out.end(), manifest.parameterSets.begin(), manifest.parameterSets.end());
         return true;
     });

@@ -30,13 +30,15 @@ std::wstring ManifestIn(const std::wstring& package) {
 }
 
 void Warn(const std::wstring& place, const std::vector<std::wstring>& warnings) {
-    for (const std::wstring& warning : warnings)
+    for (const std::wstring& warning : warnings) {
         ControllerCSWrapper::WriteWarnLog(L"A part of the scenario's description has no effect: " + place + warning);
+    }
 }
 
 bool RequireFile(const std::wstring& package, const std::wstring& name, std::wstring& problem) {
-    if (scenario_package::HasFile(package, platform::ToUtf8(name)))
+    if (scenario_package::HasFile(package, platform::ToUtf8(name))) {
         return true;
+    }
     problem = ManifestIn(package) + L"the package has no file \"" + name + L"\"";
     return false;
 }
@@ -45,14 +47,16 @@ bool ReadFromPackage(const std::wstring& package, ScenarioManifest& manifest, st
     std::string json;
     ScenarioManifest read;
     std::vector<std::wstring> warnings;
-    if (!scenario_package::ReadEntry(package, manifestName, largestManifest, json, problem))
+    if (!scenario_package::ReadEntry(package, manifestName, largestManifest, json, problem)) {
         return false;
+    }
     if (!ParsePackageManifest(json, read, problem, warnings)) {
         problem = ManifestIn(package) + problem;
         return false;
     }
-    if (!RequireFile(package, read.entryPoint.empty() ? read.executable : read.entryPoint, problem))
+    if (!RequireFile(package, read.entryPoint.empty() ? read.executable : read.entryPoint, problem)) {
         return false;
+    }
     Warn(ManifestIn(package), warnings);
     manifest = read;
     return true;
@@ -64,8 +68,9 @@ bool ReadBeside(const std::wstring& script, ScenarioManifest& manifest, std::wst
     if (platform::Exists(path)) {
         std::string json;
         std::vector<std::wstring> warnings;
-        if (!json::LoadFile(path, largestManifest, json, problem))
+        if (!json::LoadFile(path, largestManifest, json, problem)) {
             return false;
+        }
         if (!ParseScriptManifest(json, read, problem, warnings)) {
             problem = json::ProblemInFile(path, problem);
             return false;

@@ -36,10 +36,12 @@ bool Attempt(const std::wstring& packagePath, std::wstring& problem, const Actio
 
 std::string ReadNamedEntry(const zip::Archive& archive, const std::string& name, std::size_t limit) {
     const zip::Entry* const entry = archive.Find(name);
-    if (entry == nullptr)
+    if (entry == nullptr) {
         throw zip::Problem{L"has no file \"" + platform::FromUtf8(name) + L"\""};
-    if (entry->facts.size > limit)
+    }
+    if (entry->facts.size > limit) {
         throw zip::Problem{L": " + zip::EntryLabel(name) + L"is larger than " + std::to_wstring(limit) + L" bytes"};
+    }
     std::string content;
     content.reserve(entry->facts.size);
     archive.Read(*entry, [&](std::string_view piece) { content += piece; });
@@ -47,8 +49,9 @@ std::string ReadNamedEntry(const zip::Archive& archive, const std::string& name,
 }
 
 void ThrowIf(const platform::Error& error, const std::wstring& what, const std::wstring& path) {
-    if (error)
+    if (error) {
         throw zip::Problem{L"cannot be unpacked: " + what + L" " + platform::ToNativeText(path) + L": " + error.Text()};
+    }
 }
 
 void UnpackFile(const zip::Archive& archive, const zip::Entry& entry, const std::wstring& path) {
@@ -62,12 +65,14 @@ void UnpackAll(const zip::Archive& archive, const std::wstring& folder) {
     for (const zip::Entry& entry : archive.Entries()) {
         std::wstring path = folder + L'\\' + entry.path;
         std::replace(path.begin() + static_cast<std::ptrdiff_t>(folder.size()), path.end(), L'/', L'\\');
-        if (entry.IsFolder())
+        if (entry.IsFolder()) {
             path.pop_back();
+        }
         const std::wstring parent = entry.IsFolder() ? path : platform::ParentFolder(path);
         ThrowIf(platform::EnsureFolder(parent), L"cannot create", parent);
-        if (!entry.IsFolder())
+        if (!entry.IsFolder()) {
             UnpackFile(archive, entry, path);
+        }
     }
 }
 
@@ -76,8 +81,9 @@ class Beginning {
 public:
     explicit Beginning(const std::wstring& begunFolder) : folder(begunFolder) {}
     ~Beginning() {
-        if (!kept)
+        if (!kept) {
             platform::RemoveTree(folder);
+        }
     }
     Beginning(const Beginning&) = delete;
     Beginning& operator=(const Beginning&) = delete;

@@ -23,11 +23,13 @@ struct Place {
 
 Place DefaultPlace() {
     const std::wstring named = platform::GetEnvironment(L"CONTROLLER_SETTINGS_FILE").value_or(L"");
-    if (!named.empty())
+    if (!named.empty()) {
         return {platform::ResolveAgainst(platform::CurrentFolder(), named), true};
+    }
     const std::wstring folder = platform::UserConfigurationFolder();
-    if (folder.empty())
+    if (folder.empty()) {
         return {};
+    }
     return {folder + L'\\' + platform::applicationFolderName + L"\\settings.json", false};
 }
 
@@ -42,11 +44,13 @@ struct Findings {
 };
 
 void Report(const Findings& findings) {
-    if (!findings.error.empty())
+    if (!findings.error.empty()) {
         ControllerCSWrapper::WriteErrorLog(L"The settings are not usable, those from before stay in force: " +
                                            findings.error);
-    for (const std::wstring& warning : findings.warnings)
+    }
+    for (const std::wstring& warning : findings.warnings) {
         ControllerCSWrapper::WriteWarnLog(L"A part of the settings has no effect: " + warning);
+    }
 }
 
 class Store {
@@ -72,13 +76,16 @@ public:
 
 private:
     void Update(Findings& findings) {
-        if (!current)
+        if (!current) {
             current = std::make_shared<const Settings>(BuiltInSettings());
-        if (!place)
+        }
+        if (!place) {
             place = DefaultPlace();
+        }
         const std::optional<platform::FileStamp> newStamp = platform::StampOf(place->path);
-        if (hasLooked && newStamp == stamp)
+        if (hasLooked && newStamp == stamp) {
             return;
+        }
         hasLooked = true;
         stamp = newStamp;
         Read(findings);
@@ -87,11 +94,13 @@ private:
 
     void Read(Findings& findings) {
         problem.clear();
-        if (!stamp && !place->isNamed && current->file.empty())
+        if (!stamp && !place->isNamed && current->file.empty()) {
             return;
+        }
         Settings read;
-        if (ReadSettingsFile(place->path, read, problem, findings.warnings))
+        if (ReadSettingsFile(place->path, read, problem, findings.warnings)) {
             current = std::make_shared<const Settings>(std::move(read));
+        }
     }
 
     std::mutex mutex;

@@ -152,8 +152,9 @@ struct ShapeOf<settings::Interpreters> {
         const std::wstring extension = Decode(marked);
         const bool isExtension = extension.size() > 1 && extension.rfind(L'.') == 0 &&
                                  extension.find_first_of(L"/\\: ") == std::wstring::npos;
-        if (!isExtension)
+        if (!isExtension) {
             return {&badNameShape, object};
+        }
         const auto [place, isNew] = static_cast<settings::Interpreters*>(object)->commands.try_emplace(extension);
         return isNew ? TargetOf(place->second) : Target();
     }
@@ -204,8 +205,9 @@ public:
         changed.defaultCulture = file.defaultCulture.value;
         changed.cancelGraceSeconds = file.cancelGraceSeconds.value;
         changed.scenarioLogLimitBytes = file.scenarioLogLimitBytes.value;
-        for (const Directory& directory : file.scenarioDirectories)
+        for (const Directory& directory : file.scenarioDirectories) {
             changed.scenarioDirectories.push_back({Resolved(directory.path.value), directory.label.value});
+        }
         ApplyModules(file.functionModules);
         ApplyInterpreters(file.interpreters);
     }
@@ -217,27 +219,32 @@ private:
 
     template <typename Rule>
     void ApplyPath(const std::optional<CheckedValue<Rule>>& path, std::wstring& setting) const {
-        if (path)
+        if (path) {
             setting = Resolved(path->value);
+        }
     }
 
     void ApplyModules(const std::optional<Paths>& modules) {
-        if (!modules)
+        if (!modules) {
             return;
+        }
         changed.functionModules.clear();
-        for (const CheckedValue<Path>& module : *modules)
+        for (const CheckedValue<Path>& module : *modules) {
             changed.functionModules.push_back(Resolved(module.value));
+        }
     }
 
     /// The file's commands add to the built-in ones, or replace them.
     void ApplyInterpreters(const std::optional<Interpreters>& interpreters) {
-        if (!interpreters)
+        if (!interpreters) {
             return;
+        }
         for (const auto& [extension, command] : interpreters->commands) {
             std::vector<std::wstring>& parts = changed.interpreters[extension];
             parts.clear();
-            for (const CheckedValue<CommandPart>& part : command)
+            for (const CheckedValue<CommandPart>& part : command) {
                 parts.push_back(part.value);
+            }
         }
     }
 
@@ -249,8 +256,9 @@ private:
 std::optional<std::wstring> FindEmptyCommand(const File& file) {
     if (file.interpreters) {
         for (const auto& [extension, command] : file.interpreters->commands) {
-            if (command.empty())
+            if (command.empty()) {
                 return extension;
+            }
         }
     }
     return {};
@@ -280,10 +288,12 @@ bool ReadSettingsFile(const std::wstring& path, Settings& read, std::wstring& pr
                       std::vector<std::wstring>& warnings) {
     File file;
     std::vector<std::wstring> unknownMembers;
-    if (!json::ReadFile(path, largestFile, file, problem, &unknownMembers))
+    if (!json::ReadFile(path, largestFile, file, problem, &unknownMembers)) {
         return false;
-    for (const std::wstring& unknownMember : unknownMembers)
+    }
+    for (const std::wstring& unknownMember : unknownMembers) {
         warnings.push_back(json::ProblemInFile(path, unknownMember));
+    }
     if (const std::optional<std::wstring> extension = FindEmptyCommand(file)) {
         problem = platform::ToNativeText(path) + L": interpreters" + *extension +
                   L": expected a list that begins with a program, found an empty list";

@@ -14,8 +14,9 @@ std::wstring ControllerCSWrapper::GetJobListFile() {
 bool ControllerCSWrapper::IsAutoDeleteWorkFolder(int& days) {
     return boundary::Guard("IsAutoDeleteWorkFolder", [&] {
         const auto current = settings::Current();
-        if (current->autoDeleteWorkFolder)
+        if (current->autoDeleteWorkFolder) {
             days = current->autoDeleteDays;
+        }
         return current->autoDeleteWorkFolder;
     });
 }

@@ -24,12 +24,14 @@ bool LiesBelow(const std::wstring& path, const std::wstring& folder) {
 /// Other names of the same folder (letter case, short names, mount points) are seen through.
 bool IsOrHolds(const std::wstring& path, const std::wstring& folder) {
     const std::optional<FileIdentity> identity = platform::IdentityOf(path);
-    if (!identity)
+    if (!identity) {
         return false;
+    }
     std::wstring ancestor = folder;
     while (identity != platform::IdentityOf(ancestor)) {
-        if (IsRoot(ancestor))
+        if (IsRoot(ancestor)) {
             return false;
+        }
         ancestor = platform::ParentFolder(ancestor);
     }
     return true;
@@ -39,26 +41,32 @@ bool IsOrHolds(const std::wstring& path, const std::wstring& folder) {
 std::wstring FindLink(std::wstring path, const std::wstring& folder) {
     std::wstring link;
     for (; LiesBelow(path, folder); path = platform::ParentFolder(path)) {
-        if (platform::IsLink(path))
+        if (platform::IsLink(path)) {
             link = path;
+        }
     }
     return link;
 }
 
 /// Why a text from the job list, where anything can stand, must not be removed; empty when it may be.
 std::wstring ReasonToRefuse(const std::wstring& text) {
-    if (text.empty())
+    if (text.empty()) {
         return L"the path is empty";
-    if (!platform::IsAbsolute(text))
+    }
+    if (!platform::IsAbsolute(text)) {
         return L"the path is not absolute";
+    }
     const std::wstring path = platform::ResolveAgainst({}, text);
-    if (IsRoot(path))
+    if (IsRoot(path)) {
         return L"it is a root folder";
+    }
     const std::wstring workDirectory = platform::ResolveAgainst({}, settings::Current()->workDirectory);
-    if (platform::SameName(path, workDirectory) || LiesBelow(workDirectory, path) || IsOrHolds(path, workDirectory))
+    if (platform::SameName(path, workDirectory) || LiesBelow(workDirectory, path) || IsOrHolds(path, workDirectory)) {
         return L"it is or holds the work directory of the settings";
-    if (!LiesBelow(path, workDirectory))
+    }
+    if (!LiesBelow(path, workDirectory)) {
         return L"it does not lie below the work directory of the settings, " + platform::ToNativeText(workDirectory);
+    }
     const std::wstring link = FindLink(path, workDirectory);
     return link.empty() ? L"" : L"the path leads through the link " + platform::ToNativeText(link);
 }
@@ -77,8 +85,9 @@ bool Remove(const std::wstring& text) {
     const std::wstring path = platform::ResolveAgainst({}, text);
     const platform::Error error = platform::RemoveTree(path);
     const bool isGone = !error || error.kind == platform::ErrorKind::NotFound;
-    if (!isGone)
+    if (!isGone) {
         Warn(path, error.Text());
+    }
     return isGone;
 }
 

@@ -21,8 +21,9 @@ protected:
     std::vector<std::string> Records() const {
         std::vector<std::string> records;
         std::istringstream content(ReadTextFile(path));
-        for (std::string record; std::getline(content, record);)
+        for (std::string record; std::getline(content, record);) {
             records.push_back(record);
+        }
         return records;
     }
 
@@ -72,12 +73,14 @@ TEST_F(LogFileTest, KeepsTheRecordsOfManyThreadsWhole) {
     std::vector<std::thread> threads;
     for (int thread = 0; thread < threadCount; ++thread) {
         threads.emplace_back([thread] {
-            for (int record = 0; record < recordsEach; ++record)
+            for (int record = 0; record < recordsEach; ++record) {
                 ControllerCSWrapper::WriteInfoLog(L"<" + std::to_wstring(thread * recordsEach + record) + L">");
+            }
         });
     }
-    for (std::thread& thread : threads)
+    for (std::thread& thread : threads) {
         thread.join();
+    }
 
     std::set<int> numbers;
     const std::regex form("\\S+Z info    \\[\\d+\\] <(\\d+)>");

@@ -44,8 +44,9 @@ std::string Package(const std::string& members) {
 
 std::string Repeated(const std::string& element, int count) {
     std::string list = element;
-    for (int index = 1; index < count; ++index)
+    for (int index = 1; index < count; ++index) {
         list += "," + element;
+    }
     return list;
 }
 

@@ -52,15 +52,17 @@ TEST_F(RotatingFileTest, DropsRecordsWithoutAPath) {
 }
 
 TEST_F(RotatingFileTest, BeginsANewFileBeforeOneGrowsTooLarge) {
-    for (const char* record : {"record1\n", "record2\n", "record3\n"})
+    for (const char* record : {"record1\n", "record2\n", "record3\n"}) {
         file.Append(record, 1);
+    }
     EXPECT_EQ(Content(L".1"), "record1\nrecord2\n");
     EXPECT_EQ(Content(), "record3\n");
 }
 
 TEST_F(RotatingFileTest, KeepsOnlyTheNewestFiles) {
-    for (int number = 1; number <= 9; ++number)
+    for (int number = 1; number <= 9; ++number) {
         file.Append("record" + std::to_string(number) + "\n", 1);
+    }
     EXPECT_EQ(Content(), "record9\n");
     EXPECT_EQ(Content(L".1"), "record7\nrecord8\n");
     EXPECT_EQ(Content(L".2"), "record5\nrecord6\n");
@@ -80,8 +82,9 @@ TEST_F(RotatingFileTest, LosesNothingWhileAReaderHoldsTheFileOpen) {
     file.Append("record1\n", 1);
     platform::File reader;
     ASSERT_FALSE(reader.OpenForReading(path));
-    for (const char* record : {"record2\n", "record3\n", "record4\n"})
+    for (const char* record : {"record2\n", "record3\n", "record4\n"}) {
         file.Append(record, 1);
+    }
     const std::string old = Exists(L".1") ? Content(L".1") : "";
     EXPECT_EQ(old + Content(), "record1\nrecord2\nrecord3\nrecord4\n");
 }
@@ -90,8 +93,9 @@ TEST_F(RotatingFileTest, GoesOnAppendingWhileTheFileCannotBeRenamed) {
     // A folder that is not empty stands where the old file should go.
     WriteTextFile(path + L".1\\held", "");
     WriteTextFile(path + L".2\\held", "");
-    for (const char* record : {"record1\n", "record2\n", "record3\n", "record4\n"})
+    for (const char* record : {"record1\n", "record2\n", "record3\n", "record4\n"}) {
         file.Append(record, 1);
+    }
     EXPECT_EQ(Content(), "record1\nrecord2\nrecord3\nrecord4\n");
 
     ASSERT_FALSE(platform::RemoveTree(path + L".1"));

@@ -96,8 +96,9 @@ ZipEntry Truthless(std::uint32_t size) {
 
 std::string ManyEntries(std::size_t count) {
     std::vector<ZipEntry> entries;
-    for (std::size_t index = 0; index < count; ++index)
+    for (std::size_t index = 0; index < count; ++index) {
         entries.push_back(Folder(std::to_string(index) + "/"));
+    }
     return MakeZip(entries);
 }
 
@@ -105,8 +106,9 @@ std::vector<Refused> BadNames() {
     const auto named = [](const std::string& name) { return MakeZip({File(name)}); };
     const std::string deep = [] {
         std::string name;
-        for (int level = 0; level < 33; ++level)
+        for (int level = 0; level < 33; ++level) {
             name += "d/";
+        }
         return name + "a.txt";
     }();
     return {

@@ -140,8 +140,9 @@ TEST_F(SettingsFileTest, TakesEveryMember) {
 TEST_F(SettingsFileTest, KeepsAbsolutePaths) {
     const std::wstring absolute = folder / L"elsewhere\\work";
     std::string text = platform::ToUtf8(platform::ToNativeText(absolute));
-    for (std::size_t place = 0; (place = text.find('\\', place)) != std::string::npos; place += 2)
+    for (std::size_t place = 0; (place = text.find('\\', place)) != std::string::npos; place += 2) {
         text.insert(place, "\\");
+    }
     ASSERT_TRUE(Read(R"({"workDirectory":")" + text + "\"}")) << platform::ToUtf8(problem);
     EXPECT_EQ(read.workDirectory, absolute);
 }

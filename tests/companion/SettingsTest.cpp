@@ -32,8 +32,9 @@ protected:
 
     static int CountOf(const std::string& part, const std::string& text) {
         int count = 0;
-        for (std::size_t place = text.find(part); place != std::string::npos; place = text.find(part, place + 1))
+        for (std::size_t place = text.find(part); place != std::string::npos; place = text.find(part, place + 1)) {
             ++count;
+        }
         return count;
     }
 
@@ -160,9 +161,11 @@ TEST_F(SettingsTest, GivesAWholeSnapshotToEveryThreadWhileTheFileChanges) {
             }
         });
     }
-    for (int change = 0; change < 20; ++change)
+    for (int change = 0; change < 20; ++change) {
         Write(change % 2 == 0 ? R"({"culture":"bb","defaultCulture":"bb"})"
                               : R"({"culture":"a","defaultCulture":"a"})");
-    for (std::thread& reader : readers)
+    }
+    for (std::thread& reader : readers) {
         reader.join();
+    }
 }

@@ -79,8 +79,9 @@ TEST_F(WorkDirectoryRemovalTest, RefusesARelativePath) {
 
 TEST_F(WorkDirectoryRemovalTest, RefusesARoot) {
     std::wstring root = folder.Path();
-    while (!platform::ParentFolder(root).empty() && platform::ParentFolder(root) != root)
+    while (!platform::ParentFolder(root).empty() && platform::ParentFolder(root) != root) {
         root = platform::ParentFolder(root);
+    }
     ExpectRefused(root, "it is a root folder");
 }
 

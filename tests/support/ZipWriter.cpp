@@ -25,8 +25,9 @@ std::uint32_t Length(const std::string& text) {
 
 std::string Deflated(const std::string& content) {
     z_stream stream{};
-    if (deflateInit2(&stream, Z_BEST_COMPRESSION, Z_DEFLATED, -MAX_WBITS, 9, Z_DEFAULT_STRATEGY) != Z_OK)
+    if (deflateInit2(&stream, Z_BEST_COMPRESSION, Z_DEFLATED, -MAX_WBITS, 9, Z_DEFAULT_STRATEGY) != Z_OK) {
         throw std::runtime_error("deflateInit2");
+    }
     std::string packed(deflateBound(&stream, static_cast<uInt>(content.size())), '\0');
     std::string source = content;
     stream.next_in = reinterpret_cast<Bytef*>(source.data());
@@ -36,8 +37,9 @@ std::string Deflated(const std::string& content) {
     const int result = deflate(&stream, Z_FINISH);
     packed.resize(stream.total_out);
     deflateEnd(&stream);
-    if (result != Z_STREAM_END)
+    if (result != Z_STREAM_END) {
         throw std::runtime_error("deflate");
+    }
     return packed;
 }
 
@@ -96,8 +98,9 @@ void AppendLocal(std::string& bytes, const ZipEntry& entry, const Statement& cen
     Append32(bytes, 0x04034b50);
     AppendStatement(bytes, LocalStatement(entry, central), name, {});
     bytes += name + data;
-    if (entry.dataDescriptor)
+    if (entry.dataDescriptor) {
         AppendDescriptor(bytes, central);
+    }
 }
 
 void AppendCentral(std::string& bytes, const ZipEntry& entry, const Statement& central, std::uint32_t localOffset) {

@@ -29,8 +29,9 @@ public:
     void SetDefaultPath(const std::wstring& path) {
         const std::lock_guard<std::mutex> lock(mutex_);
         lastDefault = CurrentSecond();
-        if (!pathIsGiven)
+        if (!pathIsGiven) {
             file.SetPath(path);
+        }
     }
 
     bool WantsDefaultPath() const { return !pathIsGiven && lastDefault != CurrentSecond(); }

@@ -36,8 +36,9 @@ void AppendEscaped(std::uint32_t unit, std::wstring& text) {
         text += L"\\t";
     } else {
         text += L"\\u";
-        for (int shift = 12; shift >= 0; shift -= 4)
+        for (int shift = 12; shift >= 0; shift -= 4) {
             text += L"0123456789abcdef"[(unit >> shift) & 0xf];
+        }
     }
 }
 
@@ -51,12 +52,13 @@ std::wstring Escaped(const std::wstring& message) {
     std::wstring text;
     text.reserve(message.size() + 16);
     for (std::size_t index = 0; index < message.size(); ++index) {
-        if (IsPairAt(message, index))
+        if (IsPairAt(message, index)) {
             text.append(message, index++, 2);
-        else if (NeedsLook(message[index]))
+        } else if (NeedsLook(message[index])) {
             AppendEscaped(static_cast<std::uint32_t>(message[index]), text);
-        else
+        } else {
             text += message[index];
+        }
     }
     return text;
 }

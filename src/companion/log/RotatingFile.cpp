@@ -9,8 +9,9 @@
 namespace log_file {
 
 void RotatingFile::SetPath(const std::wstring& path) {
-    if (path == currentPath)
+    if (path == currentPath) {
         return;
+    }
     currentPath = path;
     file.Close();
     lastLook = -1;
@@ -22,33 +23,40 @@ void RotatingFile::Append(std::string_view record, std::int64_t second) {
         lastLook = second;
         LookAfterFile();
     }
-    if (IsTooLargeWith(record))
+    if (IsTooLargeWith(record)) {
         Rotate(record);
-    if (file.IsOpen() && !file.Write(record))
+    }
+    if (file.IsOpen() && !file.Write(record)) {
         size += record.size();
+    }
 }
 
 /// Whether the path still names the file that is open, and how large others have made it.
 void RotatingFile::LookAfterFile() {
-    if (currentPath.empty())
+    if (currentPath.empty()) {
         return;
+    }
     const std::optional<platform::FileIdentity> found = platform::IdentityOf(currentPath);
-    if (!found)
+    if (!found) {
         file.Close(); // a removed file may keep its name for as long as somebody has it open
-    if (file.IsOpen() && found == identity)
+    }
+    if (file.IsOpen() && found == identity) {
         size = file.Size();
-    else
+    } else {
         OpenFile();
+    }
 }
 
 /// On failure a file that is open stays so: better a record in a renamed file than none.
 void RotatingFile::OpenFile() {
     platform::OutputFile opened;
     platform::Error error = platform::EnsureFolder(platform::ParentFolder(currentPath));
-    if (!error)
+    if (!error) {
         error = opened.Open(currentPath, false);
-    if (error)
+    }
+    if (error) {
         return ComplainOnce(error);
+    }
     file = std::move(opened);
     identity = platform::IdentityOf(currentPath);
     size = file.Size();
@@ -62,20 +70,23 @@ bool RotatingFile::IsTooLargeWith(std::string_view record) const {
 
 void RotatingFile::Rotate(std::string_view record) {
     LookAfterFile();
-    if (!IsTooLargeWith(record))
+    if (!IsTooLargeWith(record)) {
         return; // another process was quicker
-    if (ShiftFiles())
+    }
+    if (ShiftFiles()) {
         OpenFile();
-    else
+    } else {
         rotateAt = size + limits.bytes / 16;
+    }
 }
 
 /// From the oldest on, so that a failure in between leaves a gap and loses nothing.
 bool RotatingFile::ShiftFiles() const {
     for (int generation = limits.files - 2; generation >= 0; --generation) {
         const platform::Error error = platform::RenameFile(NameOf(generation), NameOf(generation + 1));
-        if (error && error.kind != platform::ErrorKind::NotFound)
+        if (error && error.kind != platform::ErrorKind::NotFound) {
             return false;
+        }
     }
     return true;
 }
@@ -85,8 +96,9 @@ std::wstring RotatingFile::NameOf(int generation) const {
 }
 
 void RotatingFile::ComplainOnce(const platform::Error& error) {
-    if (std::exchange(complained, true))
+    if (std::exchange(complained, true)) {
         return;
+    }
     platform::WriteErrorOutput(platform::ToUtf8(L"The log file " + platform::ToNativeText(currentPath) +
                                                 L" cannot be written: " + error.Text() +
                                                 L" Messages are lost until it can be.\n"));

@@ -26,8 +26,9 @@ public:
     }
 
     std::string_view TakeText(std::size_t count) {
-        if (count > bytes.size())
+        if (count > bytes.size()) {
             throw Problem{L"is cut off"};
+        }
         const std::string_view taken = bytes.substr(0, count);
         bytes.remove_prefix(count);
         return taken;

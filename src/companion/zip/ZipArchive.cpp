@@ -20,13 +20,16 @@ constexpr std::uint64_t ratioCountsFrom = mebibyte;
 
 void CheckContentSizes(const std::vector<Entry>& entries) {
     std::uint64_t total = 0;
-    for (const Entry& entry : entries)
-        total += entry.facts.size;
-    if (total > mostContent)
-        throw Problem{L"holds more than 1 GiB when unpacked"};
     for (const Entry& entry : entries) {
-        if (entry.facts.size > ratioCountsFrom && entry.facts.size > highestRatio * entry.facts.compressedSize)
+        total += entry.facts.size;
+    }
+    if (total > mostContent) {
+        throw Problem{L"holds more than 1 GiB when unpacked"};
+    }
+    for (const Entry& entry : entries) {
+        if (entry.facts.size > ratioCountsFrom && entry.facts.size > highestRatio * entry.facts.compressedSize) {
             throw Problem{L": " + EntryLabel(entry.name) + L"grows to more than 1000 times its packed size"};
+        }
     }
 }
 
@@ -42,15 +45,17 @@ auto ForEntry(const Entry& entry, const Action& action) {
 
 void CheckNames(const std::vector<Entry>& entries) {
     NameRegister names;
-    for (const Entry& entry : entries)
+    for (const Entry& entry : entries) {
         ForEntry(entry, [&] { names.Add(entry.path); });
+    }
 }
 
 } // namespace
 
 Archive::Archive(const std::wstring& path) : file(path) {
-    if (file.Size() > largestArchive)
+    if (file.Size() > largestArchive) {
         throw Problem{L"is larger than 512 MiB"};
+    }
     const EndRecord end = FindEnd();
     ReadDirectory(end);
     CheckNames(entries);
@@ -81,37 +86,44 @@ EndRecord Archive::FindEnd() const {
 }
 
 void Archive::ReadDirectory(const EndRecord& end) {
-    if (end.entryCount > mostEntries)
+    if (end.entryCount > mostEntries) {
         throw Problem{L"has more than 10,000 entries"};
-    if (end.directorySize > largestDirectory)
+    }
+    if (end.directorySize > largestDirectory) {
         throw Problem{L"has a directory of more than 16 MiB"};
+    }
     entries = ReadCentralDirectory(Bytes(end.directoryOffset, end.directorySize), end.entryCount);
 }
 
 /// In the order of the file, so that each entry must begin where those before it have ended.
 void Archive::LocateData(std::uint64_t directoryOffset) {
     std::vector<Entry*> inFileOrder;
-    for (Entry& entry : entries)
+    for (Entry& entry : entries) {
         inFileOrder.push_back(&entry);
+    }
     std::sort(inFileOrder.begin(), inFileOrder.end(),
               [](const Entry* left, const Entry* right) { return left->localOffset < right->localOffset; });
     std::uint64_t freeFrom = 0;
-    for (Entry* entry : inFileOrder)
+    for (Entry* entry : inFileOrder) {
         freeFrom = ForEntry(*entry, [&] { return LocateEntry(*entry, freeFrom, directoryOffset); });
+    }
 }
 
 /// Where the entry ends with all that belongs to it.
 std::uint64_t Archive::LocateEntry(Entry& entry, std::uint64_t freeFrom, std::uint64_t directoryOffset) const {
-    if (entry.localOffset < freeFrom)
+    if (entry.localOffset < freeFrom) {
         throw Problem{L"overlaps another entry"};
+    }
     const std::uint64_t headerSize = localHeaderSize + entry.name.size();
     const std::uint16_t extraLength = CheckLocalHeader(Bytes(entry.localOffset, headerSize), entry);
     entry.dataOffset = entry.localOffset + headerSize + extraLength;
     std::uint64_t end = entry.dataOffset + entry.facts.compressedSize;
-    if (end <= directoryOffset && entry.HasDataDescriptor())
+    if (end <= directoryOffset && entry.HasDataDescriptor()) {
         end += CheckDataDescriptor(Bytes(end, dataDescriptorSize + 4), entry);
-    if (end > directoryOffset)
+    }
+    if (end > directoryOffset) {
         throw Problem{L"reaches into the directory of the archive"};
+    }
     return end;
 }
 

@@ -46,18 +46,21 @@ public:
 
     void Take(std::string_view piece) {
         size += piece.size();
-        if (size > entry.facts.size)
+        if (size > entry.facts.size) {
             throw Problem{L"holds more than it says"};
+        }
         crc = static_cast<std::uint32_t>(
             crc32(crc, reinterpret_cast<const Bytef*>(piece.data()), static_cast<uInt>(piece.size())));
         sink(piece);
     }
 
     void Finish() const {
-        if (size != entry.facts.size)
+        if (size != entry.facts.size) {
             throw Problem{L"holds less than it says"};
-        if (crc != entry.facts.crc)
+        }
+        if (crc != entry.facts.crc) {
             throw Problem{L"is damaged: its checksum is wrong"};
+        }
     }
 
 private:
@@ -70,8 +73,9 @@ private:
 class Inflater {
 public:
     Inflater() {
-        if (inflateInit2(&stream, -MAX_WBITS) != Z_OK)
+        if (inflateInit2(&stream, -MAX_WBITS) != Z_OK) {
             throw std::bad_alloc();
+        }
     }
     ~Inflater() { inflateEnd(&stream); }
     Inflater(const Inflater&) = delete;
@@ -82,8 +86,9 @@ public:
         stream.next_in = const_cast<Bytef*>(reinterpret_cast<const Bytef*>(input.data())); // zlib does not write there
         stream.avail_in = static_cast<uInt>(input.size());
         do {
-            if (InflatePiece(checker))
+            if (InflatePiece(checker)) {
                 return true;
+            }
         } while (stream.avail_in > 0 || stream.avail_out == 0);
         return false;
     }
@@ -95,8 +100,9 @@ private:
         stream.next_out = reinterpret_cast<Bytef*>(output.data());
         stream.avail_out = static_cast<uInt>(output.size());
         const int result = inflate(&stream, Z_NO_FLUSH);
-        if (result != Z_OK && result != Z_STREAM_END && result != Z_BUF_ERROR)
+        if (result != Z_OK && result != Z_STREAM_END && result != Z_BUF_ERROR) {
             throw Problem{L"is damaged: its data cannot be inflated"};
+        }
         checker.Take(std::string_view(output).substr(0, output.size() - stream.avail_out));
         return result == Z_STREAM_END;
     }
@@ -109,17 +115,20 @@ void InflateAll(Source& source, Checker& checker) {
     Inflater inflater;
     bool atEnd = false;
     while (!atEnd) {
-        if (source.IsAtEnd())
+        if (source.IsAtEnd()) {
             throw Problem{L"is damaged: its data end too early"};
+        }
         atEnd = inflater.Inflate(source.Next(), checker);
     }
-    if (inflater.HasInputLeft() || !source.IsAtEnd())
+    if (inflater.HasInputLeft() || !source.IsAtEnd()) {
         throw Problem{L"is damaged: something follows its data"};
+    }
 }
 
 void CopyAll(Source& source, Checker& checker) {
-    while (!source.IsAtEnd())
+    while (!source.IsAtEnd()) {
         checker.Take(source.Next());
+    }
 }
 
 } // namespace
@@ -127,10 +136,11 @@ void CopyAll(Source& source, Checker& checker) {
 void ReadData(const ArchiveFile& archive, const Entry& entry, const Sink& sink) {
     Source source(archive, entry);
     Checker checker(entry, sink);
-    if (entry.isDeflated)
+    if (entry.isDeflated) {
         InflateAll(source, checker);
-    else
+    } else {
         CopyAll(source, checker);
+    }
     checker.Finish();
 }
 

@@ -45,38 +45,49 @@ bool IsDevice(const std::wstring& part) {
 }
 
 void CheckPart(const std::wstring& part) {
-    if (part.empty())
+    if (part.empty()) {
         throw Problem{L"has a name with an empty part"};
-    if (part == L"." || part == L"..")
+    }
+    if (part == L"." || part == L"..") {
         throw Problem{L"has a name with the part \"" + part + L"\""};
-    if (part.size() > longestPart)
+    }
+    if (part.size() > longestPart) {
         throw Problem{L"has a name with a part of more than 255 characters"};
-    if (part.back() == L'.' || part.back() == L' ')
+    }
+    if (part.back() == L'.' || part.back() == L' ') {
         throw Problem{L"has a name with a part that ends in a dot or blank"};
-    if (IsDevice(part))
+    }
+    if (IsDevice(part)) {
         throw Problem{L"has a name that means a device on Windows"};
+    }
 }
 
 void CheckCharacters(const std::wstring& name) {
-    if (std::any_of(name.begin(), name.end(), IsControl))
+    if (std::any_of(name.begin(), name.end(), IsControl)) {
         throw Problem{L"has a name with a control character"};
-    if (name.find(L'\\') != std::wstring::npos)
+    }
+    if (name.find(L'\\') != std::wstring::npos) {
         throw Problem{L"has a name with a backslash"};
-    if (name.find(L':') != std::wstring::npos)
+    }
+    if (name.find(L':') != std::wstring::npos) {
         throw Problem{L"has a name with a colon (drive or stream)"};
-    if (name.find_first_of(L"<>\"|?*") != std::wstring::npos)
+    }
+    if (name.find_first_of(L"<>\"|?*") != std::wstring::npos) {
         throw Problem{L"has a name with a character that Windows does not allow (<>\"|?*)"};
+    }
 }
 
 void CheckParts(std::wstring_view path) {
     std::size_t depth = 0;
     while (true) {
-        if (++depth > deepestFolder)
+        if (++depth > deepestFolder) {
             throw Problem{L"lies more than 32 folders deep"};
+        }
         const std::size_t end = path.find(L'/');
         CheckPart(std::wstring(path.substr(0, end)));
-        if (end == std::wstring_view::npos)
+        if (end == std::wstring_view::npos) {
             return;
+        }
         path.remove_prefix(end + 1);
     }
 }
@@ -88,15 +99,19 @@ std::wstring WithoutSlashAtEnd(const std::wstring& name) {
 } // namespace
 
 std::wstring CheckedName(std::string_view bytes) {
-    if (bytes.empty())
+    if (bytes.empty()) {
         throw Problem{L"has no name"};
-    if (bytes.size() > longestName)
+    }
+    if (bytes.size() > longestName) {
         throw Problem{L"has a name of more than 1024 bytes"};
+    }
     const std::optional<std::wstring> name = platform::FromStrictUtf8(bytes);
-    if (!name)
+    if (!name) {
         throw Problem{L"has a name that is not UTF-8"};
-    if (name->starts_with(L'/'))
+    }
+    if (name->starts_with(L'/')) {
         throw Problem{L"has an absolute name"};
+    }
     CheckCharacters(*name);
     CheckParts(WithoutSlashAtEnd(*name));
     return *name;
@@ -107,25 +122,31 @@ void NameRegister::Add(const std::wstring& name) {
     AddParents(path);
     const bool isFolder = name.ends_with(L'/');
     const auto [place, isNew] = names.try_emplace(Lowered(path), Known{path, isFolder, true});
-    if (isNew)
+    if (isNew) {
         return;
+    }
     Known& known = place->second;
-    if (known.spelling != path)
+    if (known.spelling != path) {
         throw Problem{L"differs from \"" + known.spelling + L"\" in case only"};
-    if (known.isFolder != isFolder)
+    }
+    if (known.isFolder != isFolder) {
         throw Problem{L"is both a file and a folder"};
-    if (std::exchange(known.isEntry, true))
+    }
+    if (std::exchange(known.isEntry, true)) {
         throw Problem{L"appears twice"};
+    }
 }
 
 void NameRegister::AddParents(const std::wstring& path) {
     for (std::size_t end = path.find(L'/'); end != std::wstring::npos; end = path.find(L'/', end + 1)) {
         const std::wstring folder = path.substr(0, end);
         const Known& known = names.try_emplace(Lowered(folder), Known{folder, true, false}).first->second;
-        if (known.spelling != folder)
+        if (known.spelling != folder) {
             throw Problem{L"lies in a folder that differs from \"" + known.spelling + L"\" in case only"};
-        if (!known.isFolder)
+        }
+        if (!known.isFolder) {
             throw Problem{L"lies below \"" + folder + L"\", which is a file"};
+        }
     }
 }
 

@@ -29,33 +29,39 @@ constexpr std::uint16_t zip64ExtraField = 1;
 std::size_t FindEndRecord(std::string_view lastBytes) {
     for (std::size_t left = lastBytes.size(); left >= endRecordSize; --left) {
         const std::size_t place = left - endRecordSize;
-        if (!lastBytes.substr(place).starts_with(endSignature))
+        if (!lastBytes.substr(place).starts_with(endSignature)) {
             continue;
+        }
         ByteReader commentLength(lastBytes.substr(left - 2));
-        if (left + commentLength.Take16() == lastBytes.size())
+        if (left + commentLength.Take16() == lastBytes.size()) {
             return place;
+        }
     }
     throw Problem{L"is not a ZIP file, or is cut off (it has no end record)"};
 }
 
 void RefuseZip64Locator(std::string_view lastBytes, std::size_t endRecord) {
     if (endRecord >= zip64LocatorSize &&
-        lastBytes.substr(endRecord - zip64LocatorSize).starts_with(zip64LocatorSignature))
+        lastBytes.substr(endRecord - zip64LocatorSize).starts_with(zip64LocatorSignature)) {
         throw Problem{L"is a ZIP64 archive, which is not supported"};
+    }
 }
 
 void CheckDisks(ByteReader& reader) {
     const bool isFirst = reader.Take16() == 0;
     const bool holdsDirectory = reader.Take16() == 0;
-    if (!isFirst || !holdsDirectory)
+    if (!isFirst || !holdsDirectory) {
         throw Problem{L"is one part of an archive of several"};
+    }
 }
 
 void CheckFlags(std::uint16_t flags) {
-    if ((flags & encryptionFlags) != 0)
+    if ((flags & encryptionFlags) != 0) {
         throw Problem{L"is encrypted"};
-    if ((flags & ~knownFlags) != 0)
+    }
+    if ((flags & ~knownFlags) != 0) {
         throw Problem{L"uses a feature of the ZIP format that is not supported"};
+    }
 }
 
 /// One record of the central directory as it stands there.
@@ -80,8 +86,9 @@ DataFacts TakeFacts(ByteReader& reader) {
 
 CentralRecord TakeCentralRecord(ByteReader& reader) {
     CentralRecord record;
-    if (reader.TakeText(centralSignature.size()) != centralSignature)
+    if (reader.TakeText(centralSignature.size()) != centralSignature) {
         throw Problem{L"has a damaged directory"};
+    }
     reader.Take32(); // versions
     record.flags = reader.Take16();
     record.method = reader.Take16();
@@ -101,9 +108,10 @@ CentralRecord TakeCentralRecord(ByteReader& reader) {
 }
 
 void CheckMethod(std::uint16_t method) {
-    if (method != methodStored && method != methodDeflated)
+    if (method != methodStored && method != methodDeflated) {
         throw Problem{L"is compressed with method " + std::to_wstring(method) +
                       L"; only stored and deflated entries are supported"};
+    }
 }
 
 void CheckKind(const CentralRecord& record) {
@@ -113,12 +121,15 @@ void CheckKind(const CentralRecord& record) {
     constexpr std::uint32_t link = 0120000;
     constexpr std::uint32_t windowsReparsePoint = 0x400;
     const std::uint32_t kind = (record.externalAttributes >> 16) & kindMask;
-    if (kind == link || (record.externalAttributes & windowsReparsePoint) != 0)
+    if (kind == link || (record.externalAttributes & windowsReparsePoint) != 0) {
         throw Problem{L"is a link"};
-    if (kind != 0 && kind != folder && kind != file)
+    }
+    if (kind != 0 && kind != folder && kind != file) {
         throw Problem{L"is neither a file nor a folder"};
-    if (kind != 0 && (kind == folder) != record.name.ends_with('/'))
+    }
+    if (kind != 0 && (kind == folder) != record.name.ends_with('/')) {
         throw Problem{L"is said to be both a file and a folder"};
+    }
 }
 
 void RefuseZip64(const CentralRecord& record) {
@@ -129,23 +140,27 @@ void RefuseZip64(const CentralRecord& record) {
         isZip64 |= reader.Take16() == zip64ExtraField;
         reader.TakeText(reader.Take16());
     }
-    if (isZip64)
+    if (isZip64) {
         throw Problem{L"has ZIP64 sizes, which are not supported"};
+    }
 }
 
 void CheckSizes(const CentralRecord& record) {
-    if (record.method == methodStored && record.facts.size != record.facts.compressedSize)
+    if (record.method == methodStored && record.facts.size != record.facts.compressedSize) {
         throw Problem{L"is stored with two different sizes"};
-    if (record.name.ends_with('/') && record.facts.size != 0)
+    }
+    if (record.name.ends_with('/') && record.facts.size != 0) {
         throw Problem{L"is a folder with content"};
+    }
 }
 
 Entry CheckedEntry(const CentralRecord& record) {
     std::wstring path = CheckedName(record.name);
     CheckFlags(record.flags);
     CheckMethod(record.method);
-    if (record.disk != 0)
+    if (record.disk != 0) {
         throw Problem{L"stands in another part of the archive"};
+    }
     CheckKind(record);
     RefuseZip64(record);
     CheckSizes(record);
@@ -182,10 +197,12 @@ EndRecord ReadEndRecord(std::string_view lastBytes, std::uint64_t offset) {
     CheckDisks(reader);
     const std::uint16_t entriesOfThisDisk = reader.Take16();
     const EndRecord record = {reader.Take16(), reader.Take32(), reader.Take32()};
-    if (entriesOfThisDisk != record.entryCount)
+    if (entriesOfThisDisk != record.entryCount) {
         throw Problem{L"is one part of an archive of several"};
-    if (record.directoryOffset + record.directorySize != offset + place)
+    }
+    if (record.directoryOffset + record.directorySize != offset + place) {
         throw Problem{L"has a directory that is not where its end record says"};
+    }
     return record;
 }
 
@@ -200,15 +217,17 @@ std::vector<Entry> ReadCentralDirectory(std::string_view bytes, std::uint32_t co
             throw Problem{L": " + EntryLabel(record.name) + problem.text};
         }
     }
-    if (!reader.IsAtEnd() || entries.size() != count)
+    if (!reader.IsAtEnd() || entries.size() != count) {
         throw Problem{L"has not as many entries as its end record says"};
+    }
     return entries;
 }
 
 std::uint16_t CheckLocalHeader(std::string_view bytes, const Entry& entry) {
     ByteReader reader(bytes);
-    if (reader.TakeText(localSignature.size()) != localSignature)
+    if (reader.TakeText(localSignature.size()) != localSignature) {
         throw Problem{L"has no local header"};
+    }
     reader.Take16(); // version
     const std::uint16_t flags = reader.Take16();
     const std::uint16_t method = reader.Take16();
@@ -216,20 +235,24 @@ std::uint16_t CheckLocalHeader(std::string_view bytes, const Entry& entry) {
     const DataFacts facts = TakeFacts(reader);
     const std::uint16_t nameLength = reader.Take16();
     const std::uint16_t extraLength = reader.Take16();
-    if (flags != entry.flags || method != (entry.isDeflated ? methodDeflated : methodStored))
+    if (flags != entry.flags || method != (entry.isDeflated ? methodDeflated : methodStored)) {
         throw Problem{L"has a local header of another kind than the directory says"};
-    if (!Agree(facts, entry))
+    }
+    if (!Agree(facts, entry)) {
         throw Problem{L"has a local header with other sizes or another checksum than the directory says"};
-    if (nameLength != entry.name.size() || reader.TakeText(nameLength) != entry.name)
+    }
+    if (nameLength != entry.name.size() || reader.TakeText(nameLength) != entry.name) {
         throw Problem{L"has a local header with another name than the directory says"};
+    }
     return extraLength;
 }
 
 std::size_t CheckDataDescriptor(std::string_view bytes, const Entry& entry) {
     const bool isSigned = bytes.starts_with(descriptorSignature);
     ByteReader reader(isSigned ? bytes.substr(descriptorSignature.size()) : bytes);
-    if (TakeFacts(reader) != entry.facts)
+    if (TakeFacts(reader) != entry.facts) {
         throw Problem{L"has a data descriptor with other sizes or another checksum than the directory says"};
+    }
     return dataDescriptorSize + (isSigned ? descriptorSignature.size() : 0);
 }
 
