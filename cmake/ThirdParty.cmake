@@ -2,9 +2,9 @@
 # compiler if it were named: a folder of links to just these is used instead.
 set(third_party_include "${PROJECT_BINARY_DIR}/third_party/include")
 file(MAKE_DIRECTORY "${third_party_include}")
-foreach(entry rapidjson spdlog fmt asio asio.hpp)
+foreach(entry rapidjson spdlog fmt asio asio.hpp CLI)
   if(NOT EXISTS "/usr/include/${entry}")
-    message(FATAL_ERROR "/usr/include/${entry} is missing. './run' installs what is needed, or: apt-get install rapidjson-dev libspdlog-dev libfmt-dev libasio-dev")
+    message(FATAL_ERROR "/usr/include/${entry} is missing. './run' installs what is needed, or: apt-get install rapidjson-dev libspdlog-dev libfmt-dev libasio-dev libcli11-dev")
   endif()
   file(CREATE_LINK "/usr/include/${entry}" "${third_party_include}/${entry}" SYMBOLIC)
 endforeach()
@@ -31,6 +31,9 @@ target_compile_definitions(asio INTERFACE ASIO_STANDALONE ASIO_NO_DEPRECATED)
 if(CMAKE_SYSTEM_NAME STREQUAL "Windows")
   target_link_libraries(asio INTERFACE ws2_32 mswsock)
 endif()
+
+add_library(cli11 INTERFACE)
+target_link_libraries(cli11 INTERFACE third_party_headers)
 
 # Linked statically on Windows: one library less to ship.
 if(CMAKE_SYSTEM_NAME STREQUAL "Windows")

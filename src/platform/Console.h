@@ -7,7 +7,8 @@
 /// The terminal of a program with a console.
 namespace platform {
 
-/// Makes standard output and error take UTF-8 and leave line ends alone; called once by main().
+/// Makes standard output and error take UTF-8 and leave line ends alone, and a terminal obey escape sequences; called
+/// once by main().
 void PrepareConsole();
 
 /// True when standard output is a terminal (and not TERM=dumb).
@@ -15,6 +16,9 @@ bool IsOutputTerminal();
 
 /// Columns of the terminal; 80 when it is none.
 std::size_t TerminalWidth();
+
+/// Lines of the terminal; 24 when it is none.
+std::size_t TerminalHeight();
 
 /// Writes UTF-8 to standard output in one piece; failures (a closed pipe) are ignored.
 void WriteOutput(std::string_view utf8);

@@ -49,5 +49,5 @@ bool ScriptedTransmitter::SendEventTo(Peer, const std::wstring&, const std::wstr
 }
 
 bool ScriptedTransmitter::IsConnected() const {
-    return canSend;
+    return canSend && isEngineThere;
 }

@@ -19,6 +19,8 @@ public:
 
     // The script
     bool canSend = true;
+    /// False: the engine has gone since something was sent.
+    bool isEngineThere = true;
     /// Called with each event that is sent, before `SendEvent` returns.
     std::function<void(const Event&)> onSend;
 

@@ -1,5 +1,4 @@
 #include "ScenarioRunFixture.h"
-#include "ScenarioTraces.h"
 
 #include "platform/FileSystem.h"
 #include "platform/NativePath.h"
@@ -88,7 +87,7 @@ TEST_F(ScenarioRunTest, OfVeryMuchOutputTheEndIsKept) {
 TEST_F(ScenarioRunTest, WhatAScenarioLeavesBehindIsEnded) {
     Run("have family\nexit 0");
     EXPECT_TRUE(Result().succeeded);
-    AwaitDeathOf(OpenNotedProcesses(job.workDir));
+    AwaitDeathOf(OpenNotedProcesses());
 }
 
 TEST_F(ScenarioRunTest, PathsMayHoldBlanksQuotesAndAnyLetters) {

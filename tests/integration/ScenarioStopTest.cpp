@@ -1,5 +1,4 @@
 #include "ScenarioRunFixture.h"
-#include "ScenarioTraces.h"
 
 #include "platform/FileSystem.h"
 #include "platform/NativePath.h"
@@ -17,7 +16,7 @@ protected:
     void StartAndAwaitReady(const std::string& steps) {
         UseSteps(steps);
         ASSERT_EQ(Start(), 0);
-        AwaitFile(job.workDir, L"ready");
+        AwaitFile(L"ready");
     }
 };
 
@@ -44,7 +43,7 @@ TEST_F(ScenarioStopTest, ARequestFromBeforeTheStartOfTheScenarioIsHeeded) {
 TEST_F(ScenarioStopTest, AScenarioThatIgnoresTheRequestIsEndedWithAllItStarted) {
     settings.graceSeconds = 1;
     StartAndAwaitReady("ignore requests\nhave family\nbe ready\nwait");
-    const auto processes = OpenNotedProcesses(job.workDir);
+    const auto processes = OpenNotedProcesses();
     EXPECT_EQ(processes.size(), 5U);
     RequestStop();
     EXPECT_EQ(AwaitEnd(), 0);
@@ -62,8 +61,8 @@ TEST_F(ScenarioStopTest, AScenarioEndsWithItsHost) {
     start.arguments = {ModulePath(), folder / L"settings.json", folder / L"request.json", folder / L"started"};
     platform::OwnedHandle host;
     ASSERT_FALSE(platform::StartProcess(start, host));
-    AwaitFile(job.workDir, L"ready");
-    const auto processes = OpenNotedProcesses(job.workDir);
+    AwaitFile(L"ready");
+    const auto processes = OpenNotedProcesses();
     EXPECT_EQ(processes.size(), 5U);
     test_support::KillProcess(host.Get());
     AwaitDeathOf(processes);

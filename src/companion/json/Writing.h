@@ -10,18 +10,19 @@
 #include <vector>
 
 #include "companion/json/Layout.h"
+#include "platform/Export.h"
 
 /// Writing records as JSON in wide text, without blanks. Reading gives the same records back, whatever texts they hold.
 /// Any thread.
 namespace json {
 
 /// Appends a text as a JSON string; what no JSON string can hold, as {"codePoints":[...]}.
-void AppendText(std::wstring_view text, std::wstring& json);
+CONTROLLER_API void AppendText(std::wstring_view text, std::wstring& json);
 
 /// Appends the name of a member, in quotes and with its colon. What no JSON string can hold becomes U+FFFD.
-void AppendName(std::wstring_view name, std::wstring& json);
+CONTROLLER_API void AppendName(std::wstring_view name, std::wstring& json);
 
-void AppendNumber(std::int64_t number, std::wstring& json);
+CONTROLLER_API void AppendNumber(std::int64_t number, std::wstring& json);
 
 /// Appends any value that a `Layout` can hold.
 template <typename Value>

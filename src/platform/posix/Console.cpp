@@ -57,6 +57,12 @@ void WriteAll(int descriptor, std::string_view bytes) {
     }
 }
 
+/// All zero when it cannot be told.
+winsize TerminalSize() {
+    winsize size = {};
+    return ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0 ? size : winsize{};
+}
+
 } // namespace
 
 // UTF-8 without any change of line ends is what a terminal here takes anyway.
@@ -68,9 +74,14 @@ bool IsOutputTerminal() {
 
 std::size_t TerminalWidth() {
     constexpr std::size_t usualWidth = 80;
-    winsize size = {};
-    const bool known = ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0 && size.ws_col != 0;
-    return known ? size.ws_col : usualWidth;
+    const std::size_t columns = TerminalSize().ws_col;
+    return columns != 0 ? columns : usualWidth;
+}
+
+std::size_t TerminalHeight() {
+    constexpr std::size_t usualHeight = 24;
+    const std::size_t lines = TerminalSize().ws_row;
+    return lines != 0 ? lines : usualHeight;
 }
 
 void WriteOutput(std::string_view utf8) {

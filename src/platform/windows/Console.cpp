@@ -25,10 +25,27 @@ void WriteAll(DWORD standardHandle, std::string_view bytes) {
     }
 }
 
+/// What the terminal shows of its buffer; `otherwise` when that cannot be told.
+SMALL_RECT TerminalWindow(const SMALL_RECT& otherwise) {
+    CONSOLE_SCREEN_BUFFER_INFO information = {};
+    const bool isKnown = GetConsoleScreenBufferInfo(GetStdHandle(STD_OUTPUT_HANDLE), &information) != 0;
+    return isKnown ? information.srWindow : otherwise;
+}
+
+/// Colours, and going up over what was written.
+void ObeyEscapeSequences() {
+    const HANDLE output = GetStdHandle(STD_OUTPUT_HANDLE);
+    DWORD mode = 0;
+    if (GetConsoleMode(output, &mode) != 0) {
+        SetConsoleMode(output, mode | ENABLE_PROCESSED_OUTPUT | ENABLE_VIRTUAL_TERMINAL_PROCESSING);
+    }
+}
+
 } // namespace
 
 void PrepareConsole() {
     SetConsoleOutputCP(CP_UTF8);
+    ObeyEscapeSequences();
     _setmode(_fileno(stdout), _O_BINARY);
     _setmode(_fileno(stderr), _O_BINARY);
 }
@@ -39,12 +56,15 @@ bool IsOutputTerminal() {
 }
 
 std::size_t TerminalWidth() {
-    constexpr std::size_t usualWidth = 80;
-    CONSOLE_SCREEN_BUFFER_INFO information = {};
-    if (GetConsoleScreenBufferInfo(GetStdHandle(STD_OUTPUT_HANDLE), &information) == 0) {
-        return usualWidth;
-    }
-    return static_cast<std::size_t>(information.srWindow.Right - information.srWindow.Left + 1);
+    constexpr SHORT usualWidth = 80;
+    const SMALL_RECT window = TerminalWindow({0, 0, usualWidth - 1, 0});
+    return static_cast<std::size_t>(window.Right - window.Left + 1);
+}
+
+std::size_t TerminalHeight() {
+    constexpr SHORT usualHeight = 24;
+    const SMALL_RECT window = TerminalWindow({0, 0, 0, usualHeight - 1});
+    return static_cast<std::size_t>(window.Bottom - window.Top + 1);
 }
 
 void WriteOutput(std::string_view utf8) {

@@ -1,0 +1,33 @@
+#pragma once
+
+#include <cstddef>
+#include <string_view>
+
+namespace controller_cli {
+
+/// Where a command writes to, and what that can show.
+class Console {
+public:
+    /// Results, to standard output.
+    virtual void Write(std::wstring_view text) = 0;
+    /// Bytes of a file, to standard output as they are.
+    virtual void WriteBytes(std::string_view bytes) = 0;
+    /// Why something could not be done, to standard error.
+    virtual void WriteError(std::wstring_view text) = 0;
+
+    /// True when lines that were written can be drawn over.
+    virtual bool IsTerminal() const = 0;
+    /// True when colours are wanted; never without a terminal.
+    virtual bool HasColours() const = 0;
+    /// Columns and lines of the terminal.
+    virtual std::size_t Width() const = 0;
+    virtual std::size_t Height() const = 0;
+
+protected:
+    Console() = default;
+    Console(const Console&) = default;
+    Console& operator=(const Console&) = default;
+    ~Console() = default;
+};
+
+} // namespace controller_cli

@@ -1,0 +1,119 @@
+#include "controller_cli/FrontEnd.h"
+
+#include <array>
+#include <exception>
+
+#include "companion/Settings.h"
+#include "controller_cli/LetterCommands.h"
+#include "controller_cli/LongCommandLine.h"
+#include "controller_cli/commands/Commands.h"
+#include "platform/Directories.h"
+#include "platform/NativePath.h"
+#include "platform/Text.h"
+#include "support/ControllerLogManager.h"
+
+namespace controller_cli {
+namespace {
+
+ExitCode Help(CommandContext& context, const LongCommand& /*command*/) {
+    constexpr std::array sections = {L"Help/Usage",    L"Help/Commands",  L"Help/Options",    L"Help/Letters",
+                                     L"Help/Examples", L"Help/ExitCodes", L"Help/Environment"};
+    std::wstring text;
+    for (const wchar_t* const section : sections) {
+        text += (text.empty() ? L"" : L"\n") + context.texts.Get(section) + L"\n";
+    }
+    context.console.Write(text);
+    return ExitCode::Success;
+}
+
+ExitCode Version(CommandContext& context, const LongCommand& /*command*/) {
+    context.console.Write(L"controller_cli " CONTROLLER_VERSION "\n");
+    return ExitCode::Success;
+}
+
+using Operation = ExitCode (*)(CommandContext&, const LongCommand&);
+
+Operation OperationOf(LongCommandKind kind) {
+    switch (kind) {
+    case LongCommandKind::Version:
+        return Version;
+    case LongCommandKind::List:
+        return commands::List;
+    case LongCommandKind::Watch:
+        return commands::Watch;
+    case LongCommandKind::Run:
+        return commands::Run;
+    case LongCommandKind::Wait:
+        return commands::Wait;
+    case LongCommandKind::Cancel:
+        return commands::Cancel;
+    case LongCommandKind::CancelAll:
+        return commands::CancelAll;
+    case LongCommandKind::Delete:
+        return commands::Delete;
+    case LongCommandKind::Log:
+        return commands::Log;
+    case LongCommandKind::Scenarios:
+        return commands::Scenarios;
+    case LongCommandKind::ParameterSets:
+        return commands::ParameterSets;
+    case LongCommandKind::StopHost:
+        return commands::StopHost;
+    case LongCommandKind::Help:
+        break;
+    }
+    return Help;
+}
+
+/// Wrong settings could lead to another host than the one that is meant.
+void RequireSettings(const CommandContext& context) {
+    if (const std::wstring problem = settings::Problem(); !problem.empty()) {
+        throw CommandFailure{ExitCode::Usage, context.texts.Format(L"Errors/Settings", {problem})};
+    }
+}
+
+ExitCode RunLongCommand(CommandContext& context, const std::vector<std::wstring>& arguments) {
+    const LongCommand command = ParseLongCommand(arguments);
+    if (command.kind != LongCommandKind::Help && command.kind != LongCommandKind::Version) {
+        RequireSettings(context);
+    }
+    if (!command.logFile.empty()) {
+        ControllerLogManager::Initialize(0, platform::ResolveAgainst(platform::CurrentFolder(), command.logFile),
+                                         false);
+    }
+    return OperationOf(command.kind)(context, command);
+}
+
+ExitCode RunCommand(CommandContext& context, const std::vector<std::wstring>& arguments) {
+    if (HasLongOptions(arguments)) {
+        return RunLongCommand(context, arguments);
+    }
+    RequireSettings(context);
+    return RunLetterCommand(context, arguments);
+}
+
+void WriteProblem(CommandContext& context, const std::wstring& problem) {
+    if (!problem.empty()) {
+        context.console.WriteError(L"controller_cli: " + problem + L"\n");
+    }
+}
+
+} // namespace
+
+ExitCode RunFrontEnd(CommandContext& context, const std::vector<std::wstring>& arguments) {
+    try {
+        return RunCommand(context, arguments);
+    } catch (const CommandFailure& failure) {
+        WriteProblem(context, failure.message);
+        return failure.exitCode;
+    } catch (const UsageProblem& problem) {
+        WriteProblem(context, context.texts.Format(problem.textKey, {problem.argument}) + L"\n" +
+                                  context.texts.Get(L"Usage/Hint"));
+        return ExitCode::Usage;
+    } catch (const std::exception& failure) {
+        WriteProblem(context, platform::FromUtf8(failure.what()));
+        return ExitCode::JobFailed;
+    }
+}
+
+} // namespace controller_cli

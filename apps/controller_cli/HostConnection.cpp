@@ -1,0 +1,27 @@
+#include "controller_cli/HostConnection.h"
+
+#include "controller_cli/CommandFailure.h"
+#include "modules/EventTransmitter.h"
+#include "platform/NativePath.h"
+
+namespace controller_cli {
+
+EventTransmitter& ConnectToHost(CommandContext& context, Start start) {
+    EventTransmitter* const transmitter = context.host.Transmitter();
+    if (transmitter == nullptr) {
+        const std::wstring module = platform::ToNativeText(context.host.TransmitterModule());
+        throw CommandFailure{ExitCode::NoHost, context.texts.Format(L"Errors/NoTransmitter", {module})};
+    }
+    if (transmitter->IsConnected()) {
+        return *transmitter;
+    }
+    if (start == Start::Never) {
+        throw CommandFailure{ExitCode::NoHost, context.texts.Get(L"Errors/NoHost")};
+    }
+    if (const std::wstring problem = context.host.StartHost(); !problem.empty()) {
+        throw CommandFailure{ExitCode::NoHost, context.texts.Format(L"Errors/HostNotStarted", {problem})};
+    }
+    return *transmitter;
+}
+
+} // namespace controller_cli

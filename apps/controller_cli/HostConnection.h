@@ -1,0 +1,19 @@
+#pragma once
+
+#include "controller_cli/CommandContext.h"
+
+class EventTransmitter;
+
+namespace controller_cli {
+
+enum class Start {
+    /// Starts a host where none runs.
+    WhenNoneRuns,
+    /// Only a host that is there already.
+    Never
+};
+
+/// This end of the line to a host. Where there is none, and none is to be or can be started, throws `CommandFailure`.
+EventTransmitter& ConnectToHost(CommandContext& context, Start start);
+
+} // namespace controller_cli

@@ -1,0 +1,158 @@
+#include "controller_cli/HostSession.h"
+
+#include <algorithm>
+
+#include "controller_cli/CommandFailure.h"
+#include "modules/EventTransmitter.h"
+
+namespace controller_cli {
+namespace {
+
+using std::chrono::milliseconds;
+using std::chrono::steady_clock;
+
+constexpr wchar_t refusalEvent[] = L"RequestRefused";
+
+/// No event tells of a host that has gone: so often it is asked for.
+constexpr milliseconds connectionInterval{500};
+/// What the host sent last may still be on its way to the mailbox when the line is found closed.
+constexpr milliseconds lastMailTime{100};
+
+} // namespace
+
+HostSession::HostSession(CommandContext& commandContext, Start start)
+    : context(commandContext), transmitter(ConnectToHost(commandContext, start)), requests(transmitter) {
+    mailbox.SetEventTransmitter(&transmitter);
+    transmitter.AddEventHandler(refusalEvent, &mailbox.RefusalHandler());
+}
+
+HostSession::~HostSession() {
+    mailbox.LeaveEventTransmitter(&transmitter);
+    transmitter.AddEventHandler(refusalEvent, nullptr);
+}
+
+std::vector<JobListInfo> HostSession::FetchJobs() {
+    return Await(requests.InitJobsRequest(), &Answers::jobs);
+}
+
+JobEnqueueResult HostSession::Enqueue(EnqueueJobsInfo& info) {
+    return Await(requests.EnqueueJobs(info), &Answers::enqueued);
+}
+
+std::vector<JobStatusInfo> HostSession::Cancel(std::vector<std::wstring> ids) {
+    return Await(requests.CancelJobs(ids), &Answers::cancelled);
+}
+
+std::vector<JobStatusInfo> HostSession::CancelAll() {
+    return Await(requests.CancelAllJobs(), &Answers::cancelled);
+}
+
+std::vector<std::wstring> HostSession::Delete(std::vector<std::wstring> ids) {
+    return Await(requests.DeleteJobsRequest(ids), &Answers::deleted);
+}
+
+std::vector<ScenarioInfo> HostSession::FetchScenarios() {
+    return Await(requests.FetchScenariosRequest(), &Answers::scenarios);
+}
+
+std::vector<ScenarioParameterSetInfo> HostSession::FetchParameterSets(const std::wstring& scenarioId) {
+    return Await(requests.FetchScenarioParameterSetsRequest(scenarioId), &Answers::parameterSets);
+}
+
+void HostSession::StopHost() {
+    const auto deadline = steady_clock::now() + context.patience;
+    Await(requests.TerminateRequest(), &Answers::terminated);
+    Wake wake = Wake::Arrived;
+    while (wake == Wake::Arrived) {
+        wake = WaitForMail(deadline);
+    }
+    if (wake == Wake::TimeIsOver) {
+        throw CommandFailure{ExitCode::JobFailed, context.texts.Get(L"Errors/HostStillEnding")};
+    }
+}
+
+std::vector<JobStatusInfo> HostSession::WaitForUpdates(std::optional<milliseconds> interval) {
+    const auto deadline = interval ? Deadline(steady_clock::now() + *interval) : std::nullopt;
+    for (;;) {
+        std::vector<JobStatusInfo> updates = mailbox.TakeUpdates();
+        if (!updates.empty()) {
+            return updates;
+        }
+        const Wake wake = WaitForMail(deadline);
+        if (wake == Wake::HostGone) {
+            FailHostGone();
+        }
+        if (wake == Wake::TimeIsOver) {
+            return mailbox.TakeUpdates();
+        }
+    }
+}
+
+template <typename Answer>
+Answer HostSession::Await(bool wasSent, std::optional<Answer> Answers::*answer) {
+    if (!wasSent) {
+        FailHostGone();
+    }
+    const auto deadline = steady_clock::now() + context.patience;
+    for (Wake wake = Wake::Arrived;; wake = WaitForMail(deadline)) {
+        if (std::optional<Answer> taken = mailbox.Take(answer)) {
+            return std::move(*taken);
+        }
+        if (const auto refusal = mailbox.Take(&Answers::refusal)) {
+            throw CommandFailure{ExitCode::JobFailed, *refusal};
+        }
+        if (wake == Wake::HostGone) {
+            FailHostGone();
+        }
+        if (wake == Wake::TimeIsOver) {
+            FailNoAnswer();
+        }
+    }
+}
+
+HostSession::Wake HostSession::WaitForMail(Deadline deadline) {
+    for (;;) {
+        const bool isConnected = transmitter.IsConnected();
+        milliseconds longest = isConnected ? connectionInterval : lastMailTime;
+        if (deadline) {
+            const auto left = std::chrono::ceil<milliseconds>(*deadline - steady_clock::now());
+            longest = std::clamp(left, milliseconds(0), longest);
+        }
+        if (WaitOnce(longest)) {
+            return Wake::Arrived;
+        }
+        if (!isConnected) {
+            return Wake::HostGone;
+        }
+        if (deadline && steady_clock::now() >= *deadline) {
+            return Wake::TimeIsOver;
+        }
+    }
+}
+
+/// True when something has arrived.
+bool HostSession::WaitOnce(milliseconds longest) {
+    std::vector<void*> handles = {mailbox.Arrived()};
+    if (context.stop != nullptr) {
+        handles.push_back(context.stop);
+    }
+    const auto signalled = platform::WaitForAny(handles, longest);
+    if (signalled == std::size_t{1}) {
+        throw CommandFailure{ExitCode::Interrupted, {}};
+    }
+    if (signalled) {
+        mailbox.Clear();
+    }
+    return signalled.has_value();
+}
+
+void HostSession::FailHostGone() const {
+    throw CommandFailure{ExitCode::NoHost, context.texts.Get(L"Errors/HostGone")};
+}
+
+void HostSession::FailNoAnswer() const {
+    const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(context.patience).count();
+    throw CommandFailure{ExitCode::NoHost, context.texts.Format(L"Errors/NoAnswer", {std::to_wstring(seconds)})};
+}
+
+} // namespace controller_cli

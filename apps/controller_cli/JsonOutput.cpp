@@ -1,0 +1,138 @@
+#include "controller_cli/JsonOutput.h"
+
+#include <algorithm>
+#include <iterator>
+#include <tuple>
+
+#include "companion/json/RecordLayouts.h"
+#include "companion/json/Writing.h"
+#include "platform/NativePath.h"
+#include "platform/Text.h"
+
+namespace controller_cli {
+namespace {
+
+/// Paths are the system's own.
+struct JobReport {
+    std::int32_t number = 0;
+    std::wstring id;
+    std::wstring status;
+    std::int32_t progress = 0;
+    std::wstring message;
+    std::wstring scenario;
+    std::vector<std::wstring> inputFiles;
+    std::wstring runArgument;
+    std::wstring outputFolder;
+    std::wstring workFolder;
+    std::wstring startTime;
+    std::wstring endTime;
+};
+
+struct ScenarioReport {
+    std::wstring id;
+    std::wstring name;
+    std::wstring path;
+    std::vector<InputFileSpec> inputs;
+};
+
+struct JobsDocument {
+    std::vector<JobReport> jobs;
+};
+
+struct ScenariosDocument {
+    std::vector<ScenarioReport> scenarios;
+};
+
+struct ParameterSetsDocument {
+    std::vector<ScenarioParameterSetInfo> parameterSets;
+};
+
+JobReport ReportOf(const JobView& view) {
+    const JobListInfo& job = view.job;
+    JobReport report;
+    report.number = job.seqId;
+    report.id = job.id;
+    report.status = job.status == deletedStatus ? L"Deleted" : platform::FromUtf8(JobStatusString(job.status));
+    report.progress = job.progress;
+    report.message = view.message;
+    report.scenario = job.scenario.displayName;
+    std::transform(job.inputFiles.begin(), job.inputFiles.end(), std::back_inserter(report.inputFiles),
+                   platform::ToNativeText);
+    report.runArgument = job.runArgument;
+    report.outputFolder = platform::ToNativeText(job.outputDir);
+    report.workFolder = platform::ToNativeText(job.workDir);
+    report.startTime = job.startTime;
+    report.endTime = job.endTime;
+    return report;
+}
+
+ScenarioReport ReportOf(const ScenarioInfo& scenario) {
+    return {scenario.id, scenario.displayName, platform::ToNativeText(scenario.path), scenario.inputs};
+}
+
+} // namespace
+} // namespace controller_cli
+
+namespace json {
+
+template <>
+struct Layout<controller_cli::JobReport> {
+    using Record = controller_cli::JobReport;
+    static constexpr auto members =
+        std::make_tuple(Member{"number", &Record::number}, Member{"id", &Record::id}, Member{"status", &Record::status},
+                        Member{"progress", &Record::progress}, Member{"message", &Record::message},
+                        Member{"scenario", &Record::scenario}, Member{"inputFiles", &Record::inputFiles},
+                        Member{"runArgument", &Record::runArgument}, Member{"outputFolder", &Record::outputFolder},
+                        Member{"workFolder", &Record::workFolder}, Member{"startTime", &Record::startTime},
+                        Member{"endTime", &Record::endTime});
+};
+
+template <>
+struct Layout<controller_cli::ScenarioReport> {
+    using Record = controller_cli::ScenarioReport;
+    static constexpr auto members = std::make_tuple(Member{"id", &Record::id}, Member{"name", &Record::name},
+                                                    Member{"path", &Record::path}, Member{"inputs", &Record::inputs});
+};
+
+template <>
+struct Layout<controller_cli::JobsDocument> {
+    static constexpr auto members = std::make_tuple(Version(), Member{"jobs", &controller_cli::JobsDocument::jobs});
+};
+
+template <>
+struct Layout<controller_cli::ScenariosDocument> {
+    static constexpr auto members =
+        std::make_tuple(Version(), Member{"scenarios", &controller_cli::ScenariosDocument::scenarios});
+};
+
+template <>
+struct Layout<controller_cli::ParameterSetsDocument> {
+    static constexpr auto members =
+        std::make_tuple(Version(), Member{"parameterSets", &controller_cli::ParameterSetsDocument::parameterSets});
+};
+
+} // namespace json
+
+namespace controller_cli {
+
+std::wstring JobsJson(const std::vector<JobView>& jobs) {
+    JobsDocument document;
+    for (const JobView& view : jobs) {
+        document.jobs.push_back(ReportOf(view));
+    }
+    return json::Write(document) + L"\n";
+}
+
+std::wstring ScenariosJson(const std::vector<ScenarioInfo>& scenarios) {
+    ScenariosDocument document;
+    for (const ScenarioInfo& scenario : scenarios) {
+        document.scenarios.push_back(ReportOf(scenario));
+    }
+    return json::Write(document) + L"\n";
+}
+
+std::wstring ParameterSetsJson(const std::vector<ScenarioParameterSetInfo>& parameterSets) {
+    return json::Write(ParameterSetsDocument{parameterSets}) + L"\n";
+}
+
+} // namespace controller_cli

@@ -1,0 +1,17 @@
+#pragma once
+
+#include "controller_cli/JobView.h"
+#include "records/ScenarioRecords.h"
+
+#include <string>
+#include <vector>
+
+/// What `--json` prints: one JSON object a line, each with the version of its layout. Its names stay, whatever the
+/// language.
+namespace controller_cli {
+
+std::wstring JobsJson(const std::vector<JobView>& jobs);
+std::wstring ScenariosJson(const std::vector<ScenarioInfo>& scenarios);
+std::wstring ParameterSetsJson(const std::vector<ScenarioParameterSetInfo>& parameterSets);
+
+} // namespace controller_cli

@@ -1,0 +1,30 @@
+#pragma once
+
+#include "controller_cli/HostAccess.h"
+#include "platform/Process.h"
+
+#include <string>
+
+namespace controller_cli {
+
+/// The host that the settings name: its program stands beside this one.
+class SystemHostAccess final : public HostAccess {
+public:
+    SystemHostAccess();
+
+    const std::wstring& TransmitterModule() const override { return transmitterModule; }
+    const std::wstring& TransmitterId() const override { return transmitterId; }
+    EventTransmitter* Transmitter() override;
+    std::wstring StartHost() override;
+    /// Ctrl-C and what else asks this program to end is passed on to the host as a request.
+    std::int32_t RunHost(std::wstring& problem) override;
+
+private:
+    platform::ProcessStart HostProcess() const;
+
+    std::wstring settingsFile;
+    std::wstring transmitterModule;
+    std::wstring transmitterId;
+};
+
+} // namespace controller_cli

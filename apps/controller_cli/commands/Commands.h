@@ -1,0 +1,29 @@
+#pragma once
+
+#include "controller_cli/CommandContext.h"
+#include "controller_cli/CommandFailure.h"
+#include "controller_cli/HostConnection.h"
+#include "controller_cli/LongCommandLine.h"
+
+/// The long commands. Each writes its results to the console and throws `CommandFailure` when it cannot go on.
+namespace controller_cli::commands {
+
+ExitCode List(CommandContext& context, const LongCommand& command);
+/// Ends when it is stopped, with success.
+ExitCode Watch(CommandContext& context, const LongCommand& command);
+ExitCode Run(CommandContext& context, const LongCommand& command);
+ExitCode Wait(CommandContext& context, const LongCommand& command);
+ExitCode Cancel(CommandContext& context, const LongCommand& command);
+ExitCode CancelAll(CommandContext& context, const LongCommand& command);
+ExitCode Delete(CommandContext& context, const LongCommand& command);
+ExitCode Log(CommandContext& context, const LongCommand& command);
+ExitCode Scenarios(CommandContext& context, const LongCommand& command);
+ExitCode ParameterSets(CommandContext& context, const LongCommand& command);
+ExitCode StopHost(CommandContext& context, const LongCommand& command);
+
+/// Whether a command may start a host.
+inline Start StartOf(const LongCommand& command) {
+    return command.clientOnly ? Start::Never : Start::WhenNoneRuns;
+}
+
+} // namespace controller_cli::commands

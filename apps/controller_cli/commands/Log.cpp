@@ -1,0 +1,99 @@
+#include "controller_cli/commands/Commands.h"
+
+#include <string>
+
+#include "companion/RunProtocol.h"
+#include "controller_cli/HostSession.h"
+#include "controller_cli/JobSelection.h"
+#include "controller_cli/JobView.h"
+#include "platform/File.h"
+#include "support/PathFuncs.h"
+
+namespace controller_cli::commands {
+namespace {
+
+/// A growing file is looked at so often.
+constexpr std::chrono::milliseconds lookInterval{250};
+
+/// A job's log, from where it was read last. The writer cuts it in place; then it is read from its beginning again.
+class LogReader {
+public:
+    explicit LogReader(std::wstring logPath) : path(std::move(logPath)) {}
+
+    /// Writes what has come since the last time; false when there is no log.
+    bool PassOn(Console& console) {
+        bool isThere = true;
+        for (std::string bytes = ReadBlock(isThere); !bytes.empty(); bytes = ReadBlock(isThere)) {
+            console.WriteBytes(bytes);
+        }
+        return isThere;
+    }
+
+private:
+    /// The file is not held open while the console takes its time.
+    std::string ReadBlock(bool& isThere) {
+        platform::File file;
+        if (file.OpenForReading(path)) {
+            isThere = false;
+            return {};
+        }
+        if (file.Size() < position) {
+            position = 0;
+        }
+        std::string bytes(blockSize, '\0');
+        std::size_t count = 0;
+        file.ReadAt(position, bytes.data(), bytes.size(), count);
+        bytes.resize(count);
+        position += count;
+        return bytes;
+    }
+
+    static constexpr std::size_t blockSize = 256 * 1024;
+
+    std::wstring path;
+    std::uint64_t position = 0;
+};
+
+/// Takes the reports on one job over.
+void Apply(const std::vector<JobStatusInfo>& updates, JobListInfo& job) {
+    for (const JobStatusInfo& update : updates) {
+        if (update.id == job.id) {
+            job.status = update.status;
+            job.workDir = update.workDir;
+        }
+    }
+}
+
+std::wstring LogPath(const JobListInfo& job) {
+    return PathFuncs::Join(job.workDir, run_protocol::logFileName);
+}
+
+/// Passes the log on until the job has ended. A job that waits has no work directory yet.
+void Follow(CommandContext& context, HostSession& session, JobListInfo job) {
+    while (job.workDir.empty() && !HasEnded(job.status)) {
+        Apply(session.WaitForUpdates(), job);
+    }
+    LogReader reader(LogPath(job));
+    reader.PassOn(context.console);
+    while (!HasEnded(job.status)) {
+        Apply(session.WaitForUpdates(lookInterval), job);
+        reader.PassOn(context.console);
+    }
+}
+
+} // namespace
+
+ExitCode Log(CommandContext& context, const LongCommand& command) {
+    HostSession session(context, StartOf(command));
+    const JobListInfo job = SelectJobs(context, session.FetchJobs(), command.ids).front();
+    if (command.follows) {
+        Follow(context, session, job);
+        return ExitCode::Success;
+    }
+    if (job.workDir.empty() || !LogReader(LogPath(job)).PassOn(context.console)) {
+        throw CommandFailure{ExitCode::JobFailed, context.texts.Format(L"Errors/NoLog", {std::to_wstring(job.seqId)})};
+    }
+    return ExitCode::Success;
+}
+
+} // namespace controller_cli::commands

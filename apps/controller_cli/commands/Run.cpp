@@ -1,0 +1,108 @@
+#include "controller_cli/commands/Commands.h"
+
+#include <algorithm>
+
+#include "companion/ControllerCSWrapper.h"
+#include "controller_cli/FollowToEnd.h"
+#include "platform/Directories.h"
+#include "platform/FileSystem.h"
+#include "platform/NativePath.h"
+
+namespace controller_cli::commands {
+namespace {
+
+std::wstring Absolute(const std::wstring& path) {
+    return platform::ResolveAgainst(platform::CurrentFolder(), path);
+}
+
+bool IsFile(const std::wstring& path) {
+    return platform::Exists(path) && !platform::IsFolder(path);
+}
+
+/// The host resolves what is no file here: a number of the catalogue, or a file name of its scenario directories.
+std::wstring ScenarioId(const std::wstring& scenario) {
+    const std::wstring path = Absolute(scenario);
+    return IsFile(path) ? path : scenario;
+}
+
+/// One job's files. A comma parts them, unless it belongs to the name of a file that exists.
+std::vector<std::wstring> InputSet(const std::wstring& input) {
+    if (IsFile(Absolute(input))) {
+        return {Absolute(input)};
+    }
+    std::vector<std::wstring> files;
+    std::size_t begin = 0;
+    while (begin < input.size()) {
+        const std::size_t end = std::min(input.find(L',', begin), input.size());
+        if (end > begin) {
+            files.push_back(Absolute(input.substr(begin, end - begin)));
+        }
+        begin = end + 1;
+    }
+    return files;
+}
+
+EnqueueJobsInfo RequestOf(const LongCommand& command) {
+    EnqueueJobsInfo request;
+    request.requestId = ControllerCSWrapper::CreateGuid();
+    request.scenario.id = ScenarioId(command.scenario);
+    for (const std::wstring& input : command.inputs) {
+        request.inputFileSets.push_back(InputSet(input));
+    }
+    request.outputDir = Absolute(command.outputFolder.empty() ? L"." : command.outputFolder);
+    request.runArgument = command.runArgument;
+    return request;
+}
+
+/// A mistyped file is told before anything runs.
+void RequireInputs(const CommandContext& context, const EnqueueJobsInfo& request) {
+    for (const auto& inputSet : request.inputFileSets) {
+        for (const std::wstring& file : inputSet) {
+            if (!platform::Exists(file)) {
+                throw CommandFailure{ExitCode::Usage,
+                                     context.texts.Format(L"Errors/NoSuchInput", {platform::ToNativeText(file)})};
+            }
+        }
+    }
+}
+
+/// The ids of the jobs that were made.
+std::vector<std::wstring> AcceptedIds(const JobEnqueueResult& result) {
+    std::vector<std::wstring> ids;
+    for (const JobIdInfo& job : result.jobIds) {
+        if (!job.id.empty()) {
+            ids.push_back(job.id);
+        }
+    }
+    return ids;
+}
+
+void WriteRefusals(CommandContext& context, const JobEnqueueResult& result, const LongCommand& command) {
+    if (result.jobIds.empty()) {
+        context.console.WriteError(context.texts.Format(L"Errors/ScenarioRefused", {command.scenario}) + L"\n");
+    }
+    for (std::size_t i = 0; i < result.jobIds.size() && i < command.inputs.size(); ++i) {
+        if (result.jobIds[i].id.empty()) {
+            context.console.WriteError(context.texts.Format(L"Errors/InputRefused", {command.inputs[i]}) + L"\n");
+        }
+    }
+}
+
+} // namespace
+
+ExitCode Run(CommandContext& context, const LongCommand& command) {
+    EnqueueJobsInfo request = RequestOf(command);
+    RequireInputs(context, request);
+    HostSession session(context, StartOf(command));
+    const JobEnqueueResult result = session.Enqueue(request);
+    const std::vector<std::wstring> ids = AcceptedIds(result);
+    WriteRefusals(context, result, command);
+    const bool isWhole = ids.size() == command.inputs.size();
+    if (ids.empty() && !command.asJson) {
+        return ExitCode::JobFailed;
+    }
+    const ExitCode outcome = FollowToEnd(context, session, ids, command.asJson);
+    return isWhole ? outcome : ExitCode::JobFailed;
+}
+
+} // namespace controller_cli::commands

@@ -1,0 +1,34 @@
+#include <optional>
+
+#include "companion/Settings.h"
+#include "controller_cli/FrontEnd.h"
+#include "controller_cli/LongCommandLine.h"
+#include "controller_cli/Patience.h"
+#include "controller_cli/SystemConsole.h"
+#include "controller_cli/SystemHostAccess.h"
+#include "platform/Clock.h"
+#include "platform/Console.h"
+#include "platform/Environment.h"
+#include "platform/ProgramArguments.h"
+#include "platform/StopSignal.h"
+
+int main(int argc, char** argv) {
+    using namespace controller_cli;
+    platform::PrepareConsole();
+    const std::vector<std::wstring> arguments = platform::ProgramArguments(argc, argv);
+    // One-letter commands end at once on Ctrl-C.
+    std::optional<platform::StopSignal> stop;
+    if (HasLongOptions(arguments)) {
+        stop.emplace();
+    }
+    SystemConsole console;
+    const Texts texts(settings::Current()->stringResourceFile);
+    SystemHostAccess host;
+    CommandContext context{console,
+                           texts,
+                           host,
+                           stop ? stop->Handle() : nullptr,
+                           PatienceFrom(platform::GetEnvironment(L"QRV_KT_WAIT_RESPONSE_SEC")),
+                           platform::Now};
+    return static_cast<int>(RunFrontEnd(context, arguments));
+}

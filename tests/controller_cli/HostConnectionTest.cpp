@@ -1,0 +1,113 @@
+#include "FrontEndFixture.h"
+
+namespace {
+
+class HostConnectionTest : public FrontEndFixture {};
+
+TEST_F(HostConnectionTest, AHostIsStartedWhereNoneRuns) {
+    host.runs = false;
+    EXPECT_EQ(Run({L"--list"}), 0);
+    EXPECT_EQ(host.startCount, 1);
+}
+
+TEST_F(HostConnectionTest, ARunningHostIsUsed) {
+    EXPECT_EQ(Run({L"--list"}), 0);
+    EXPECT_EQ(host.startCount, 0);
+}
+
+TEST_F(HostConnectionTest, AClientAloneStartsNoHost) {
+    for (const std::vector<std::wstring>& arguments : std::vector<std::vector<std::wstring>>{
+             {L"--list", L"--client-only"}, {L"-f", L"--list"}, {L"-s1", L"-f"}, {L"-c1", L"-f"}}) {
+        host.runs = false;
+        console.errors.clear();
+        EXPECT_EQ(Run(arguments), 3);
+        EXPECT_EQ(host.startCount, 0);
+        EXPECT_EQ(console.errors, "controller_cli: No host is running. Start one with controller_host --background, "
+                                  "or leave out -f.\n");
+    }
+    EXPECT_EQ(console.output, "");
+}
+
+TEST_F(HostConnectionTest, WhyAHostCannotBeStartedIsTold) {
+    host.runs = false;
+    host.startProblem = L"controller_host: the disk is full";
+    EXPECT_EQ(Run({L"--list"}), 3);
+    EXPECT_EQ(console.errors, "controller_cli: No host is running, and none can be started: controller_host: the disk "
+                              "is full\n");
+}
+
+TEST_F(HostConnectionTest, AModuleWithoutTransmitterIsNamed) {
+    host.hasNoTransmitter = true;
+    EXPECT_EQ(Run({L"--list"}), 3);
+    EXPECT_NE(console.errors.find("transmitter_by_address"), std::string::npos);
+}
+
+TEST_F(HostConnectionTest, AHostThatGoesAwayBeforeItsAnswerIsTold) {
+    host.diesAt = L"InitJobsRequest";
+    for (const wchar_t* const command : {L"--list", L"--watch", L"--cancel-all"}) {
+        console.errors.clear();
+        EXPECT_EQ(Run({command}), 3);
+        EXPECT_EQ(console.errors,
+                  "controller_cli: The host has gone. Its log may say why; the list of jobs is kept.\n");
+    }
+}
+
+TEST_F(HostConnectionTest, AHostThatGoesAwayBetweenTwoRequestsIsTold) {
+    host.jobs = {Job(1, L"a.stl", JobStatus::Queued)};
+    host.diesAt = L"CancelJobs";
+    EXPECT_EQ(Run({L"--cancel", L"1"}), 3);
+    EXPECT_EQ(console.output, "");
+}
+
+TEST_F(HostConnectionTest, AnAnswerThatDoesNotComeIsTold) {
+    host.answers[L"InitJobsRequest"] = {L"CancelJobsFinish", LR"({"CancelJobsFinish":[]})"};
+    patience = std::chrono::milliseconds(0);
+    EXPECT_EQ(Run({L"--list"}), 3);
+    EXPECT_EQ(console.errors, "controller_cli: The host did not answer within 0 s. QRV_KT_WAIT_RESPONSE_SEC sets how "
+                              "long to wait.\n");
+}
+
+TEST_F(HostConnectionTest, ARefusalIsTold) {
+    host.answers[L"FetchScenariosRequest"] = {L"RequestRefused",
+                                              LR"({"RequestRefused":"FetchScenariosRequest is refused: no."})"};
+    EXPECT_EQ(Run({L"--scenarios"}), 1);
+    EXPECT_EQ(console.errors, "controller_cli: FetchScenariosRequest is refused: no.\n");
+}
+
+TEST_F(HostConnectionTest, CtrlCEndsAWaitForAnAnswer) {
+    host.answers[L"InitJobsRequest"] = {L"CancelJobsFinish", LR"({"CancelJobsFinish":[]})"};
+    stop.Raise();
+    EXPECT_EQ(Run({L"--list"}), 130);
+    EXPECT_EQ(console.errors, "");
+}
+
+TEST_F(HostConnectionTest, HandlersAreTakenAwayAtTheEnd) {
+    EXPECT_EQ(Run({L"--list"}), 0);
+    EXPECT_FALSE(host.transmitter.HasHandlers());
+    patience = std::chrono::milliseconds(0);
+    EXPECT_EQ(Run({L"-c1"}), 3);
+    EXPECT_FALSE(host.transmitter.HasHandlers());
+}
+
+TEST_F(HostConnectionTest, WrongSettingsAreRefusedBeforeAnythingIsSent) {
+    UseSettings("{\"version\":1,\"logFile\":\"\",\"culture\":7}");
+    EXPECT_EQ(Run({L"--list"}), 2);
+    EXPECT_NE(console.errors.find("The settings cannot be used: "), std::string::npos);
+    EXPECT_NE(console.errors.find("culture"), std::string::npos);
+    EXPECT_TRUE(host.Requests().empty());
+    EXPECT_EQ(Run({L"--version"}), 0);
+}
+
+TEST_F(HostConnectionTest, StopHostAsksTheHostToEnd) {
+    host.answers[L"TerminateRequest"] = {L"TerminateResponse", LR"({"TerminateResponse":null})"};
+    EXPECT_EQ(Run({L"--stop-host"}), 0);
+    EXPECT_EQ(console.output, "The host has ended.\n");
+}
+
+TEST_F(HostConnectionTest, StopHostStartsNone) {
+    host.runs = false;
+    EXPECT_EQ(Run({L"--stop-host"}), 3);
+    EXPECT_EQ(host.startCount, 0);
+}
+
+} // namespace

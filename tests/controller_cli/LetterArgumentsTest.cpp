@@ -1,0 +1,45 @@
+#include "controller_cli/LetterArguments.h"
+
+#include "cli/CLIArgumentParser.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using controller_cli::PrepareLetterArguments;
+using Arguments = std::vector<std::wstring>;
+
+TEST(LetterArgumentsTest, WherePathsBeginWithASlashTheyAreNoOptions) {
+    const std::vector<std::pair<Arguments, Arguments>> table = {
+        {{L"/srv/x.json"}, {L"\"/srv/x.json\""}},
+        {{L"/jobs"}, {L"\"/jobs\""}},
+        {{L"/s.json"}, {L"\"/s.json\""}},
+        {{L"/"}, {L"\"/\""}},
+        {{L"/s7"}, {L"/s7"}},
+        {{L"/c1,2"}, {L"/c1,2"}},
+        {{L"/f", L"/i", L"x.json"}, {L"/f", L"/i", L"x.json"}},
+        {{L"-i", L"/srv/x.json"}, {L"-i/srv/x.json"}},
+        {{L"-i", L"/s7"}, {L"-i/s7"}},
+        {{L"-i/srv/x.json"}, {L"-i/srv/x.json"}},
+        {{L"-o", L"/out.txt", L"-l", L"/c.log", L"/srv/x.json"}, {L"-o/out.txt", L"-l/c.log", L"\"/srv/x.json\""}},
+        {{L"-s", L"/srv/x"}, {L"-s", L"\"/srv/x\""}},
+        {{L"x.json", L"-o", L"out.txt"}, {L"x.json", L"-o", L"out.txt"}},
+        {{L"-i", L"-o", L"/a/b"}, {L"-i", L"-o/a/b"}},
+        {{}, {}},
+    };
+    for (const auto& [arguments, prepared] : table) {
+        EXPECT_EQ(PrepareLetterArguments(arguments, true), prepared);
+        EXPECT_EQ(PrepareLetterArguments(arguments, false), arguments);
+    }
+}
+
+TEST(LetterArgumentsTest, TheParserTakesSuchPaths) {
+    CLIArgumentParser parser;
+    ASSERT_TRUE(
+        parser.Parse(PrepareLetterArguments({L"/srv/my jobs.json", L"-o", L"/out.txt", L"-l", L"/c.log"}, true)));
+    EXPECT_EQ(parser.GetJobFileName(), L"/srv/my jobs.json");
+    EXPECT_EQ(parser.GetOutputFileName(), L"/out.txt");
+    EXPECT_EQ(parser.GetLogFileName(), L"/c.log");
+}
+
+} // namespace

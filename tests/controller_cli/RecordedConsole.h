@@ -1,0 +1,34 @@
+#pragma once
+
+#include "controller_cli/Console.h"
+#include "platform/Text.h"
+
+#include <functional>
+#include <string>
+
+/// A console of any kind whose output a test reads.
+class RecordedConsole final : public controller_cli::Console {
+public:
+    bool isTerminal = false;
+    bool hasColours = false;
+    std::size_t width = 80;
+    std::size_t height = 24;
+    /// UTF-8.
+    std::string output;
+    std::string errors;
+    /// Called after each piece of output: what happens next in the test's script.
+    std::function<void()> onWrite;
+
+    void Write(std::wstring_view text) override { WriteBytes(platform::ToUtf8(text)); }
+    void WriteBytes(std::string_view bytes) override {
+        output += bytes;
+        if (onWrite) {
+            onWrite();
+        }
+    }
+    void WriteError(std::wstring_view text) override { errors += platform::ToUtf8(text); }
+    bool IsTerminal() const override { return isTerminal; }
+    bool HasColours() const override { return hasColours; }
+    std::size_t Width() const override { return width; }
+    std::size_t Height() const override { return height; }
+};

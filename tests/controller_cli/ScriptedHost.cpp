@@ -1,0 +1,57 @@
+#include "ScriptedHost.h"
+
+#include "companion/ControllerCSWrapper.h"
+#include "companion/Messages.h"
+#include "modules/ModuleFiles.h"
+
+ScriptedHost::ScriptedHost() : module(test_modules::ModulePath(L"transmitter_by_address")), id(transmitter.Id()) {
+    transmitter.onSend = [this](const ScriptedTransmitter::Event& request) { Answer(request); };
+}
+
+EventTransmitter* ScriptedHost::Transmitter() {
+    transmitter.isEngineThere = runs;
+    return hasNoTransmitter ? nullptr : &transmitter;
+}
+
+std::wstring ScriptedHost::StartHost() {
+    ++startCount;
+    runs = startProblem.empty();
+    transmitter.isEngineThere = runs;
+    return startProblem;
+}
+
+std::int32_t ScriptedHost::RunHost(std::wstring& problem) {
+    ++foregroundCount;
+    problem = startProblem;
+    return foregroundExitCode;
+}
+
+void ScriptedHost::Report(const JobStatusInfo& info) {
+    for (JobListInfo& job : jobs) {
+        if (job.id == info.id) {
+            job.status = info.status;
+            job.progress = info.progress;
+            job.outputDir = info.outputDir;
+            job.workDir = info.workDir;
+            job.startTime = info.startTime;
+            job.endTime = info.endTime;
+        }
+    }
+    transmitter.Deliver(L"UpdateProgress", messages::Serialize(L"UpdateProgress", std::vector{info}));
+}
+
+void ScriptedHost::Answer(const ScriptedTransmitter::Event& request) {
+    if (request.name == diesAt) {
+        transmitter.isEngineThere = false;
+        return;
+    }
+    const auto answer = answers.find(request.name);
+    if (answer != answers.end()) {
+        transmitter.Deliver(answer->second.name, answer->second.payload);
+    } else if (request.name == L"InitJobsRequest") {
+        transmitter.Deliver(L"InitJobsResponse", ControllerCSWrapper::Serialize(L"InitJobsResponse", jobs));
+    }
+    if (request.name == L"TerminateRequest") {
+        transmitter.isEngineThere = false;
+    }
+}

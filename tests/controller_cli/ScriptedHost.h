@@ -1,0 +1,52 @@
+#pragma once
+
+#include "ScriptedTransmitter.h"
+#include "controller_cli/HostAccess.h"
+#include "records/JobRecords.h"
+
+#include <map>
+#include <string>
+#include <vector>
+
+/// A host that answers at once, as the test scripts it.
+class ScriptedHost final : public controller_cli::HostAccess {
+public:
+    ScriptedHost();
+
+    // The script
+    bool runs = true;
+    /// The module has no transmitter.
+    bool hasNoTransmitter = false;
+    /// Why a host cannot be started; empty: it can.
+    std::wstring startProblem;
+    std::int32_t foregroundExitCode = 0;
+    std::vector<JobListInfo> jobs;
+    /// The event and payload that a request is answered with; a request without one is not answered, but for the list
+    /// of jobs.
+    std::map<std::wstring, ScriptedTransmitter::Event> answers;
+    /// Requests that take the host away.
+    std::wstring diesAt;
+
+    // The recording
+    int startCount = 0;
+    int foregroundCount = 0;
+
+    /// Tells of a job's change, which the list of jobs has from then on.
+    void Report(const JobStatusInfo& info);
+    /// The requests that were sent, with their payloads.
+    std::vector<ScriptedTransmitter::Event> Requests() const { return transmitter.sent; }
+
+    const std::wstring& TransmitterModule() const override { return module; }
+    const std::wstring& TransmitterId() const override { return id; }
+    EventTransmitter* Transmitter() override;
+    std::wstring StartHost() override;
+    std::int32_t RunHost(std::wstring& problem) override;
+
+    ScriptedTransmitter transmitter;
+
+private:
+    void Answer(const ScriptedTransmitter::Event& request);
+
+    std::wstring module;
+    std::wstring id;
+};
