@@ -37,6 +37,10 @@ HostExit OutcomeOf(void* host) {
 } // namespace
 
 HostExit StartHostInBackground() {
+    // The host would refuse them too, but out of the user's sight.
+    if (const std::wstring problem = settings::Problem(); !problem.empty()) {
+        return Refuse(problem);
+    }
     const platform::Event ready;
     platform::ProcessStart start;
     start.program = platform::ProgramFolder() + L"\\controller_host" + platform::programExtension;

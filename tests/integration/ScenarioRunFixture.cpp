@@ -8,9 +8,6 @@
 #include "platform/NativePath.h"
 #include "platform/Process.h"
 #include "platform/Text.h"
-#include "platform/Waiting.h"
-#include "support/Deadline.h"
-#include "support/OtherProcesses.h"
 #include "support/TestProcess.h"
 
 namespace {
@@ -105,15 +102,6 @@ void ScenarioRunFixture::RequestStop() {
     EXPECT_FALSE(platform::CreateEmptyFile(InWorkDir(run_protocol::killFileName)));
 }
 
-void ScenarioRunFixture::AwaitFile(const std::wstring& name) {
-    const test_support::Deadline deadline("the file " + platform::ToUtf8(name));
-    platform::FolderWatch watch(job.workDir);
-    while (!platform::Exists(InWorkDir(name))) {
-        platform::WaitForAny({watch.Handle()}, std::nullopt);
-        watch.Rearm();
-    }
-}
-
 std::wstring ScenarioRunFixture::InWorkDir(const std::wstring& name) const {
     return platform::ResolveAgainst(job.workDir, name);
 }
@@ -132,25 +120,4 @@ run_protocol::RunScenarioResult ScenarioRunFixture::Result() const {
 std::wstring ScenarioRunFixture::FirstMessage() const {
     const run_protocol::RunScenarioResult result = Result();
     return result.messages.empty() ? L"" : result.messages.front().second;
-}
-
-std::vector<platform::OwnedHandle> ScenarioRunFixture::OpenNotedProcesses() const {
-    const std::wstring prefix = L"process-";
-    std::vector<platform::FolderEntry> entries;
-    EXPECT_FALSE(platform::ListFolder(job.workDir, entries));
-    std::vector<platform::OwnedHandle> processes;
-    for (const platform::FolderEntry& entry : entries) {
-        if (entry.name.starts_with(prefix)) {
-            processes.push_back(test_support::OpenProcessByNumber(
-                static_cast<std::uint32_t>(std::stoul(entry.name.substr(prefix.size())))));
-        }
-    }
-    return processes;
-}
-
-void ScenarioRunFixture::AwaitDeathOf(const std::vector<platform::OwnedHandle>& processes) {
-    for (const platform::OwnedHandle& process : processes) {
-        // None: it had ended before it could be opened.
-        EXPECT_TRUE(!process || test_support::WaitUntilSignalled(process.Get()));
-    }
 }

@@ -37,8 +37,6 @@ protected:
 
     long Call(const std::string& function, const std::wstring& input);
     void RequestStop();
-    /// Waits for a file in the work directory.
-    void AwaitFile(const std::wstring& name);
     std::wstring InWorkDir(const std::wstring& name) const;
     std::string Log() const;
     run_protocol::RunScenarioResult Result() const;
@@ -46,10 +44,6 @@ protected:
 
     /// The function module under test.
     static std::wstring ModulePath();
-
-    /// Opens all processes of the scenario that it noted down; waits for their end.
-    std::vector<platform::OwnedHandle> OpenNotedProcesses() const;
-    static void AwaitDeathOf(const std::vector<platform::OwnedHandle>& processes);
 
     const TemporaryFolder folder;
     Settings settings;

@@ -1,4 +1,5 @@
 #include "ScenarioRunFixture.h"
+#include "ScenarioTraces.h"
 
 #include "platform/FileSystem.h"
 #include "platform/NativePath.h"
@@ -87,7 +88,7 @@ TEST_F(ScenarioRunTest, OfVeryMuchOutputTheEndIsKept) {
 TEST_F(ScenarioRunTest, WhatAScenarioLeavesBehindIsEnded) {
     Run("have family\nexit 0");
     EXPECT_TRUE(Result().succeeded);
-    AwaitDeathOf(OpenNotedProcesses());
+    AwaitDeathOf(OpenNotedProcesses(job.workDir));
 }
 
 TEST_F(ScenarioRunTest, PathsMayHoldBlanksQuotesAndAnyLetters) {

@@ -1,4 +1,5 @@
 #include "ScenarioRunFixture.h"
+#include "ScenarioTraces.h"
 
 #include "platform/FileSystem.h"
 #include "platform/NativePath.h"
@@ -16,7 +17,7 @@ protected:
     void StartAndAwaitReady(const std::string& steps) {
         UseSteps(steps);
         ASSERT_EQ(Start(), 0);
-        AwaitFile(L"ready");
+        AwaitFile(job.workDir, L"ready");
     }
 };
 
@@ -43,7 +44,7 @@ TEST_F(ScenarioStopTest, ARequestFromBeforeTheStartOfTheScenarioIsHeeded) {
 TEST_F(ScenarioStopTest, AScenarioThatIgnoresTheRequestIsEndedWithAllItStarted) {
     settings.graceSeconds = 1;
     StartAndAwaitReady("ignore requests\nhave family\nbe ready\nwait");
-    const auto processes = OpenNotedProcesses();
+    const auto processes = OpenNotedProcesses(job.workDir);
     EXPECT_EQ(processes.size(), 5U);
     RequestStop();
     EXPECT_EQ(AwaitEnd(), 0);
@@ -61,8 +62,8 @@ TEST_F(ScenarioStopTest, AScenarioEndsWithItsHost) {
     start.arguments = {ModulePath(), folder / L"settings.json", folder / L"request.json", folder / L"started"};
     platform::OwnedHandle host;
     ASSERT_FALSE(platform::StartProcess(start, host));
-    AwaitFile(L"ready");
-    const auto processes = OpenNotedProcesses();
+    AwaitFile(job.workDir, L"ready");
+    const auto processes = OpenNotedProcesses(job.workDir);
     EXPECT_EQ(processes.size(), 5U);
     test_support::KillProcess(host.Get());
     AwaitDeathOf(processes);

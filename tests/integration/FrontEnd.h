@@ -1,0 +1,61 @@
+#pragma once
+
+#include "modules/CallbackFunctor.h"
+#include "modules/EventTransmitter.h"
+#include "records/JobRecords.h"
+
+#include <condition_variable>
+#include <cstddef>
+#include <memory>
+#include <mutex>
+#include <string>
+#include <utility>
+#include <vector>
+
+/// A front end in the test's own process: it talks to a host through the real transmitter module and keeps all that it
+/// is told. What it waits for and does not get within the tests' patience throws std::runtime_error.
+class FrontEnd {
+public:
+    /// `meetingPlace` is the host's, which is there already.
+    explicit FrontEnd(const std::wstring& meetingPlace);
+    ~FrontEnd();
+    FrontEnd(const FrontEnd&) = delete;
+    FrontEnd& operator=(const FrontEnd&) = delete;
+
+    /// The transmitter that all presenters of this process share for the meeting place.
+    EventTransmitter* Transmitter() const { return transmitter; }
+
+    /// Sends a request and gives the content of its answer.
+    std::wstring Ask(const std::wstring& request, const std::wstring& content, const std::wstring& answer);
+
+    /// Sends the requests of a jobs file; the jobs that they made.
+    std::vector<JobIdInfo> Enqueue(const std::wstring& jobsFile);
+    /// The whole list.
+    std::vector<JobListInfo> Jobs();
+    void Cancel(const std::wstring& jobId);
+    /// The ids of the jobs that were deleted.
+    std::vector<std::wstring> Delete(const std::vector<std::wstring>& jobIds);
+    /// Asks the host to end and waits for its word that it will.
+    void Terminate();
+
+    /// Waits until the host has told that a job has this status.
+    JobStatusInfo AwaitStatus(const std::wstring& jobId, JobStatus status);
+
+private:
+    class Listener;
+    struct Event {
+        std::wstring name;
+        std::wstring content;
+    };
+
+    void Keep(Event event);
+    std::size_t CountEvents() const;
+    /// The content of the next event of this name, not before the position `from`, which is moved behind it.
+    std::wstring AwaitEvent(const std::wstring& name, std::size_t& from);
+
+    EventTransmitter* transmitter;
+    std::vector<std::unique_ptr<Listener>> listeners;
+    mutable std::mutex mutex;
+    std::condition_variable changed;
+    std::vector<Event> events;
+};

@@ -1,0 +1,108 @@
+#include "HostProcessFixture.h"
+
+#include "companion/ControllerCSWrapper.h"
+#include "local_socket/support/MeetingPlaces.h"
+#include "platform/Directories.h"
+#include "platform/Environment.h"
+#include "platform/FileLock.h"
+#include "platform/FileSystem.h"
+#include "platform/NativePath.h"
+#include "platform/Text.h"
+#include "platform/Waiting.h"
+#include "support/Deadline.h"
+#include "support/OtherProcesses.h"
+
+#include <chrono>
+
+namespace {
+
+std::string RepeatedInputs(int count) {
+    std::string sets;
+    for (int set = 0; set < count; ++set) {
+        sets += set == 0 ? R"(["inputs.txt"])" : R"(,["inputs.txt"])";
+    }
+    return sets;
+}
+
+/// A scenario's interpreter, and the libraries that a packaged program needs, are found there.
+std::wstring PathWithPrograms() {
+    return platform::GetEnvironment(L"PATH").value_or(L"") + platform::pathListSeparator +
+           platform::ToNativeText(platform::ProgramFolder());
+}
+
+} // namespace
+
+HostProcessFixture::HostProcessFixture() : meetingPlace(platform::FromUtf8(NewMeetingPlace())) {
+    WriteSettings(UsualSettings("job_list.json"));
+    WriteTextFile(folder / L"inputs.txt", "an input");
+}
+
+HostProcessFixture::~HostProcessFixture() {
+    if (platform::IsProcessRunning(host.Get())) {
+        test_support::KillProcess(host.Get());
+        test_support::WaitUntilSignalled(host.Get());
+    }
+}
+
+platform::ProcessStart HostProcessFixture::Host(const std::vector<std::wstring>& arguments) const {
+    const std::wstring userFolder = platform::ToNativeText(folder / L"user");
+    platform::ProcessStart start;
+    start.program = test_support::ProgramPath(L"controller_host");
+    start.arguments = arguments;
+    start.environment = {{L"CONTROLLER_SETTINGS_FILE", platform::ToNativeText(folder / L"settings.json")},
+                         {L"PATH", PathWithPrograms()},
+                         {L"LOCALAPPDATA", userFolder},
+                         {L"XDG_DATA_HOME", userFolder}};
+    return start;
+}
+
+void HostProcessFixture::StartHost() {
+    const platform::Event ready;
+    platform::ProcessStart start = Host({L"--ready-event", platform::InheritedHandleText(ready.Handle())});
+    start.inherited = {ready.Handle()};
+    ASSERT_FALSE(platform::StartProcess(start, host));
+    const auto signalled = platform::WaitForAny({ready.Handle(), host.Get()}, test_support::patience);
+    ASSERT_EQ(signalled, std::size_t{0}) << "the host is not ready";
+}
+
+std::int32_t HostProcessFixture::AwaitHostEnd() {
+    EXPECT_TRUE(test_support::WaitUntilSignalled(host.Get()));
+    return platform::ExitCode(host.Get()).value_or(-1);
+}
+
+void HostProcessFixture::AwaitNoHost() const {
+    // Nothing tells the end of a process that is not a child; but its lock is free then.
+    const test_support::Deadline deadline("the end of the host");
+    constexpr std::chrono::milliseconds interval{20};
+    platform::FileLock lock;
+    while (lock.Take(folder / L"job_list.json.lock")) {
+        platform::WaitForAny({}, interval);
+    }
+}
+
+void HostProcessFixture::WriteSettings(const std::string& text) const {
+    WriteTextFile(folder / L"settings.json", text);
+}
+
+std::string HostProcessFixture::UsualSettings(const std::string& jobList) const {
+    return R"({"version":1,"workDirectory":"work","logFile":"","cancelGraceSeconds":1,)"
+           R"("interpreters":{".rb":["test_scenario"]},"jobListFile":")" +
+           jobList + R"(","transmitterName":")" + platform::ToUtf8(meetingPlace) + "\"}";
+}
+
+std::wstring HostProcessFixture::JobsFile(const std::string& steps, int count) {
+    const std::string scenario = "scenario" + std::to_string(++scenarios) + ".rb";
+    WriteTextFile(folder / platform::FromUtf8(scenario), steps);
+    return JobsFileFor(scenario, count);
+}
+
+std::wstring HostProcessFixture::JobsFileFor(const std::string& scenario, int count) const {
+    std::wstring path = folder / platform::FromUtf8(scenario + ".jobs.json");
+    WriteTextFile(path, R"({"EnqueueJobs":[{"scenario":{"id":")" + scenario + R"("},"inputFileSets":[)" +
+                            RepeatedInputs(count) + R"(],"outputDir":"out"}]})");
+    return path;
+}
+
+std::wstring HostProcessFixture::WorkDirOf(const std::wstring& jobId) const {
+    return folder / (L"work\\" + jobId);
+}

@@ -1,0 +1,48 @@
+#pragma once
+
+#include "FrontEnd.h"
+#include "platform/Process.h"
+#include "platform/ProcessHandle.h"
+#include "support/TemporaryFolder.h"
+#include "support/TestProcess.h"
+
+#include <string>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+/// Settings of their own in a temporary folder, and hosts that use them: real processes with the real modules. What a
+/// scenario does stands in its file (see the program test_scenario); "inputs.txt" is the input of every job.
+class HostProcessFixture : public testing::Test {
+protected:
+    HostProcessFixture();
+    /// Ends the host that the test left running.
+    ~HostProcessFixture() override;
+
+    /// How to start the host with these settings.
+    platform::ProcessStart Host(const std::vector<std::wstring>& arguments) const;
+    /// Starts a host and returns when front ends can reach it.
+    void StartHost();
+    /// Waits until the host has ended by itself; its exit code.
+    std::int32_t AwaitHostEnd();
+    /// Waits until no host runs with these settings, whoever started it.
+    void AwaitNoHost() const;
+
+    void WriteSettings(const std::string& text) const;
+    /// The settings that the tests use unless they write others; `jobList` names the job list file.
+    std::string UsualSettings(const std::string& jobList) const;
+
+    /// Writes a scenario that performs steps, and a jobs file that runs it `count` times; the path of that file.
+    std::wstring JobsFile(const std::string& steps, int count = 1);
+    /// The same for the scenario file `scenario`, which stands in the temporary folder.
+    std::wstring JobsFileFor(const std::string& scenario, int count) const;
+
+    std::wstring WorkDirOf(const std::wstring& jobId) const;
+
+    const TemporaryFolder folder;
+    const std::wstring meetingPlace;
+    platform::OwnedHandle host;
+
+private:
+    int scenarios = 0;
+};

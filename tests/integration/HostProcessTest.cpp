@@ -1,0 +1,164 @@
+#include "HostProcessFixture.h"
+#include "ScenarioTraces.h"
+
+#include "cli/CLIPresenter.h"
+#include "platform/Directories.h"
+#include "platform/FileSystem.h"
+#include "platform/LineEnd.h"
+#include "platform/NativePath.h"
+#include "platform/Text.h"
+#include "support/OtherProcesses.h"
+#include "support/ZipWriter.h"
+
+namespace {
+
+using test_support::ZipEntry;
+
+class HostProcessTest : public HostProcessFixture {
+protected:
+    /// A scenario with a family of processes that do not heed requests, in a package that holds its program.
+    std::wstring PackagedFamily() const {
+        const std::string program = "bin/test_scenario" + platform::ToUtf8(platform::programExtension);
+        ZipEntry manifest;
+        manifest.name = "manifest.json";
+        manifest.content = R"({"version":1,"displayName":"Family","executable":")" + program + "\"}";
+        ZipEntry executable;
+        executable.name = program;
+        executable.content = ReadTextFile(test_support::ProgramPath(L"test_scenario"));
+        executable.deflated = false;
+        ZipEntry steps;
+        steps.name = "bin/steps.txt";
+        steps.content = "ignore requests\nhave family\nbe ready\nwait";
+        WriteTextFile(folder / L"family.esa", test_support::MakeZip({manifest, executable, steps}));
+        return JobsFileFor("family.esa", 1);
+    }
+
+    /// The id of a job that has a family of running processes, and those.
+    std::wstring StartFamily(FrontEnd& frontEnd) {
+        const std::wstring id = frontEnd.Enqueue(PackagedFamily()).at(0).id;
+        frontEnd.AwaitStatus(id, JobStatus::Running);
+        AwaitFile(WorkDirOf(id), L"ready");
+        family = OpenNotedProcesses(WorkDirOf(id));
+        EXPECT_EQ(family.size(), 5U);
+        return id;
+    }
+
+    std::vector<platform::OwnedHandle> family;
+};
+
+TEST_F(HostProcessTest, TheJobsOfAJobsFileRunToTheirResults) {
+    StartHost();
+    FrontEnd frontEnd(meetingPlace);
+    const auto jobs = frontEnd.Enqueue(JobsFile("print hello\nexit 0", 2));
+    ASSERT_EQ(jobs.size(), 2U);
+    EXPECT_EQ(jobs[0].seqId, 1);
+    EXPECT_EQ(jobs[1].seqId, 2);
+    const JobStatusInfo first = frontEnd.AwaitStatus(jobs[0].id, JobStatus::Success);
+    EXPECT_EQ(first.progress, 100);
+    EXPECT_EQ(first.workDir, WorkDirOf(jobs[0].id));
+    frontEnd.AwaitStatus(jobs[1].id, JobStatus::Success);
+    EXPECT_EQ(ReadTextFile(WorkDirOf(jobs[1].id) + L"\\scenario.log"), "hello\n");
+}
+
+TEST_F(HostProcessTest, TheCommandLinesPresenterIsToldTheStatusOfJobs) {
+    StartHost();
+    FrontEnd frontEnd(meetingPlace);
+    const auto jobs = frontEnd.Enqueue(JobsFile("exit 3"));
+    frontEnd.AwaitStatus(jobs.at(0).id, JobStatus::Failed);
+    CLIPresenter presenter(
+        L"client:" + meetingPlace,
+        platform::ResolveAgainst(platform::ProgramFolder(), std::wstring(L"local_socket") + platform::moduleExtension));
+    presenter.CheckJobStatus({L"1", L"2"}, folder / L"status.txt");
+    presenter.LeaveEventTransmitter(frontEnd.Transmitter());
+    const std::string lineEnd(platform::lineEnd);
+    EXPECT_EQ(ReadTextFile(folder / L"status.txt"), "1,Failed" + lineEnd + "2,Unknown" + lineEnd);
+}
+
+TEST_F(HostProcessTest, ALongJobIsCancelledWithItsProcessesAndTheNextOneRuns) {
+    StartHost();
+    FrontEnd frontEnd(meetingPlace);
+    const std::wstring longJob = StartFamily(frontEnd);
+    const auto next = frontEnd.Enqueue(JobsFile("exit 0"));
+    frontEnd.Cancel(longJob);
+    frontEnd.AwaitStatus(longJob, JobStatus::Canceled);
+    frontEnd.AwaitStatus(next.at(0).id, JobStatus::Success);
+    AwaitDeathOf(family);
+}
+
+TEST_F(HostProcessTest, AJobThatHasEndedIsDeletedWithItsWorkDirectory) {
+    StartHost();
+    FrontEnd frontEnd(meetingPlace);
+    const std::wstring id = frontEnd.Enqueue(JobsFile("exit 0")).at(0).id;
+    frontEnd.AwaitStatus(id, JobStatus::Success);
+    ASSERT_TRUE(platform::Exists(WorkDirOf(id)));
+    EXPECT_EQ(frontEnd.Delete({id}), std::vector{id});
+    EXPECT_FALSE(platform::Exists(WorkDirOf(id)));
+    EXPECT_TRUE(frontEnd.Jobs().empty());
+}
+
+TEST_F(HostProcessTest, AskedToEndItEndsItsScenariosFirst) {
+    StartHost();
+    FrontEnd frontEnd(meetingPlace);
+    const std::wstring id = StartFamily(frontEnd);
+    frontEnd.Terminate();
+    EXPECT_EQ(AwaitHostEnd(), 0);
+    frontEnd.AwaitStatus(id, JobStatus::Canceled);
+    AwaitDeathOf(family);
+}
+
+TEST_F(HostProcessTest, WhenItIsKilledItsScenariosEndAndAnotherTakesItsPlace) {
+    StartHost();
+    {
+        FrontEnd frontEnd(meetingPlace);
+        StartFamily(frontEnd);
+    }
+    test_support::KillProcess(host.Get());
+    AwaitHostEnd();
+    AwaitDeathOf(family);
+    StartHost();
+    const auto jobs = FrontEnd(meetingPlace).Jobs();
+    ASSERT_EQ(jobs.size(), 1U);
+    EXPECT_EQ(jobs[0].status, JobStatus::Canceled);
+}
+
+TEST_F(HostProcessTest, ASecondHostIsRefusedAndTheFirstGoesOn) {
+    StartHost();
+    const auto second = test_support::RunToEnd(Host({}));
+    EXPECT_EQ(second.exitCode, 4);
+    EXPECT_NE(second.output.find("controller_host: another host is running for the job list "), std::string::npos)
+        << second.output;
+    FrontEnd frontEnd(meetingPlace);
+    EXPECT_TRUE(frontEnd.Jobs().empty());
+}
+
+TEST_F(HostProcessTest, AHostWithAnotherJobListAndTheSameNameIsRefused) {
+    StartHost();
+    WriteSettings(UsualSettings("other_list.json"));
+    const auto second = test_support::RunToEnd(Host({}));
+    EXPECT_EQ(second.exitCode, 1);
+    EXPECT_NE(second.output.find("front ends cannot be reached"), std::string::npos) << second.output;
+}
+
+TEST_F(HostProcessTest, SettingsThatCannotBeReadAreRefusedWithTheirPlace) {
+    WriteSettings("{\"version\":1,\n\"workDirectory\":7}");
+    for (const std::vector<std::wstring>& arguments : {std::vector<std::wstring>{}, {L"--background"}}) {
+        const auto ending = test_support::RunToEnd(Host(arguments));
+        EXPECT_EQ(ending.exitCode, 1);
+        EXPECT_TRUE(ending.output.starts_with("controller_host: ")) << ending.output;
+        EXPECT_NE(ending.output.find("settings.json"), std::string::npos) << ending.output;
+        EXPECT_NE(ending.output.find("workDirectory"), std::string::npos) << ending.output;
+    }
+}
+
+TEST_F(HostProcessTest, InTheBackgroundItOutlivesItsStarter) {
+    EXPECT_EQ(test_support::RunToEnd(Host({L"--background"})).exitCode, 0);
+    FrontEnd frontEnd(meetingPlace);
+    const auto jobs = frontEnd.Enqueue(JobsFile("exit 0"));
+    frontEnd.AwaitStatus(jobs.at(0).id, JobStatus::Success);
+    EXPECT_EQ(test_support::RunToEnd(Host({L"--background"})).exitCode, 0);
+    EXPECT_EQ(frontEnd.Jobs().size(), 1U);
+    frontEnd.Terminate();
+    AwaitNoHost();
+}
+
+} // namespace

@@ -1,0 +1,43 @@
+#include "ScenarioTraces.h"
+
+#include "platform/FileSystem.h"
+#include "platform/NativePath.h"
+#include "platform/Text.h"
+#include "platform/Waiting.h"
+#include "support/Deadline.h"
+#include "support/OtherProcesses.h"
+#include "support/TestProcess.h"
+
+#include <cstdint>
+#include <optional>
+
+#include <gtest/gtest.h>
+
+void AwaitFile(const std::wstring& workDir, const std::wstring& name) {
+    const test_support::Deadline deadline("the file " + platform::ToUtf8(name));
+    platform::FolderWatch watch(workDir);
+    while (!platform::Exists(platform::ResolveAgainst(workDir, name))) {
+        platform::WaitForAny({watch.Handle()}, std::nullopt);
+        watch.Rearm();
+    }
+}
+
+std::vector<platform::OwnedHandle> OpenNotedProcesses(const std::wstring& workDir) {
+    const std::wstring prefix = L"process-";
+    std::vector<platform::FolderEntry> entries;
+    EXPECT_FALSE(platform::ListFolder(workDir, entries));
+    std::vector<platform::OwnedHandle> processes;
+    for (const platform::FolderEntry& entry : entries) {
+        if (entry.name.starts_with(prefix)) {
+            processes.push_back(test_support::OpenProcessByNumber(
+                static_cast<std::uint32_t>(std::stoul(entry.name.substr(prefix.size())))));
+        }
+    }
+    return processes;
+}
+
+void AwaitDeathOf(const std::vector<platform::OwnedHandle>& processes) {
+    for (const platform::OwnedHandle& process : processes) {
+        EXPECT_TRUE(!process || test_support::WaitUntilSignalled(process.Get()));
+    }
+}
