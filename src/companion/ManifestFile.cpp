@@ -104,6 +104,7 @@ namespace {
 template <typename Rule>
 std::vector<std::wstring> ValuesOf(const std::vector<CheckedValue<Rule>>& checkedValues) {
     std::vector<std::wstring> values;
+    values.reserve(checkedValues.size());
     for (const CheckedValue<Rule>& checked : checkedValues) {
         values.push_back(checked.value);
     }

@@ -30,8 +30,9 @@ std::wstring ManifestIn(const std::wstring& package) {
 }
 
 void Warn(const std::wstring& place, const std::vector<std::wstring>& warnings) {
+    const std::wstring beginning = L"A part of the scenario's description has no effect: " + place;
     for (const std::wstring& warning : warnings) {
-        ControllerCSWrapper::WriteWarnLog(L"A part of the scenario's description has no effect: " + place + warning);
+        ControllerCSWrapper::WriteWarnLog(beginning + warning);
     }
 }
 

@@ -18,7 +18,7 @@ bool TakeDeletable(JobEntry& job, std::set<std::wstring>& requested) {
 /// A folder that stays behind is no reason to keep the job.
 void RemoveWorkDirectory(const std::wstring& workDir) {
     try {
-        ControllerCSWrapper::RemoveJobWorkDirectory(workDir.c_str());
+        ControllerCSWrapper::RemoveJobWorkDirectory(workDir);
     } catch (...) {
         return;
     }

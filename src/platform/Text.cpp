@@ -1,136 +1,49 @@
 #include "platform/Text.h"
 
 #include <cstddef>
+#include <cstdint>
+
+#include "platform/CodeUnits.h"
+#include "platform/Utf8Sequence.h"
 
 namespace platform {
 namespace {
 
-constexpr char32_t replacementCharacter = 0xFFFD;
-constexpr char32_t lastCodePoint = 0x10FFFF;
+constexpr std::uint32_t replacementCharacter = 0xFFFD;
 // A byte B that is not part of valid UTF-8 is carried as U+DC00 + B.
-constexpr char32_t escapedByteBase = 0xDC00;
+constexpr std::uint32_t escapedByteBase = 0xDC00;
 
-bool IsHighSurrogate(char32_t value) {
-    return value >= 0xD800 && value <= 0xDBFF;
-}
-bool IsLowSurrogate(char32_t value) {
-    return value >= 0xDC00 && value <= 0xDFFF;
-}
-bool IsEscapedByte(char32_t value) {
+bool IsEscapedByte(std::uint32_t value) {
     return value >= 0xDC80 && value <= 0xDCFF;
 }
 
+/// A surrogate is no character: strict UTF-8 has none.
+Utf8Sequence TakeCharacter(std::string_view bytes) {
+    const Utf8Sequence sequence = TakeUtf8(bytes);
+    return IsSurrogate(sequence.value) ? Utf8Sequence{} : sequence;
+}
+
 struct Decoded {
-    char32_t value = 0;
-    std::size_t length = 0; // 0: not valid
+    std::uint32_t value = 0;
+    std::size_t length = 0;
 };
-
-std::size_t SequenceLength(unsigned char lead) {
-    if (lead < 0x80) {
-        return 1;
-    }
-    if (lead < 0xC2 || lead > 0xF4) {
-        return 0;
-    }
-    return lead < 0xE0 ? 2 : lead < 0xF0 ? 3 : 4;
-}
-
-bool IsShortestForm(char32_t value, std::size_t length) {
-    constexpr char32_t smallest[] = {0, 0, 0x80, 0x800, 0x10000};
-    return value >= smallest[length];
-}
-
-Decoded DecodeUtf8(std::string_view bytes, std::size_t at) {
-    const auto lead = static_cast<unsigned char>(bytes[at]);
-    const std::size_t length = SequenceLength(lead);
-    if (length == 0 || length > bytes.size() - at) {
-        return {};
-    }
-    char32_t value = length == 1 ? lead : lead & (0x7Fu >> length);
-    for (std::size_t i = 1; i < length; ++i) {
-        const auto next = static_cast<unsigned char>(bytes[at + i]);
-        if ((next & 0xC0u) != 0x80u) {
-            return {};
-        }
-        value = (value << 6) | (next & 0x3Fu);
-    }
-    const bool surrogate = IsHighSurrogate(value) || IsLowSurrogate(value);
-    return IsShortestForm(value, length) && value <= lastCodePoint && !surrogate ? Decoded{value, length} : Decoded{};
-}
-
-/// One unit of wide text as a number: wchar_t is unsigned on Windows and signed on Linux.
-char32_t UnitOf(wchar_t unit) {
-    if constexpr (sizeof(wchar_t) == sizeof(char16_t)) {
-        return static_cast<char16_t>(unit);
-    } else {
-        return static_cast<char32_t>(unit);
-    }
-}
-
-char32_t UnitOf(char16_t unit) {
-    return unit;
-}
 
 /// The code point at `at`, a surrogate pair taken together; an unpaired surrogate is its own value.
 template <typename View>
 Decoded DecodeWide(View text, std::size_t at) {
-    const char32_t first = UnitOf(text[at]);
-    if (IsHighSurrogate(first) && at + 1 < text.size()) {
-        const char32_t second = UnitOf(text[at + 1]);
-        if (IsLowSurrogate(second)) {
-            return {0x10000 + ((first - 0xD800) << 10) + (second - 0xDC00), 2};
-        }
+    const std::uint32_t first = Unit(text[at]);
+    if (IsHighSurrogate(first) && at + 1 < text.size() && IsLowSurrogate(Unit(text[at + 1]))) {
+        return {JoinSurrogates(first, Unit(text[at + 1])), 2};
     }
     return {first, 1};
 }
 
-void AppendUtf16(std::u16string& units, char32_t value) {
-    if (value < 0x10000) {
-        units += static_cast<char16_t>(value);
-        return;
-    }
-    units += static_cast<char16_t>(0xD800 + ((value - 0x10000) >> 10));
-    units += static_cast<char16_t>(0xDC00 + (value & 0x3FF));
-}
-
-void AppendWide(std::wstring& text, char32_t value) {
-    if constexpr (sizeof(wchar_t) == sizeof(char16_t)) {
-        std::u16string units;
-        AppendUtf16(units, value);
-        text.append(units.begin(), units.end());
-    } else {
-        text += static_cast<wchar_t>(value);
-    }
-}
-
-void AppendContinuation(std::string& bytes, char32_t value) {
-    bytes += static_cast<char>(0x80 | (value & 0x3F));
-}
-
-void AppendUtf8(std::string& bytes, char32_t value) {
-    if (value < 0x80) {
-        bytes += static_cast<char>(value);
-    } else if (value < 0x800) {
-        bytes += static_cast<char>(0xC0 | (value >> 6));
-        AppendContinuation(bytes, value);
-    } else if (value < 0x10000) {
-        bytes += static_cast<char>(0xE0 | (value >> 12));
-        AppendContinuation(bytes, value >> 6);
-        AppendContinuation(bytes, value);
-    } else {
-        bytes += static_cast<char>(0xF0 | (value >> 18));
-        AppendContinuation(bytes, value >> 12);
-        AppendContinuation(bytes, value >> 6);
-        AppendContinuation(bytes, value);
-    }
-}
-
-void AppendEncoded(std::string& bytes, char32_t value) {
+void AppendEncoded(std::string& bytes, std::uint32_t value) {
     if (IsEscapedByte(value)) {
         bytes += static_cast<char>(value - escapedByteBase);
         return;
     }
-    const bool encodable = value <= lastCodePoint && !IsHighSurrogate(value) && !IsLowSurrogate(value);
+    const bool encodable = value <= lastCodePoint && !IsSurrogate(value);
     AppendUtf8(bytes, encodable ? value : replacementCharacter);
 }
 
@@ -140,7 +53,7 @@ std::wstring FromUtf8(std::string_view bytes) {
     std::wstring text;
     text.reserve(bytes.size());
     for (std::size_t at = 0; at < bytes.size();) {
-        const Decoded decoded = DecodeUtf8(bytes, at);
+        const Utf8Sequence decoded = TakeCharacter(bytes.substr(at));
         const bool valid = decoded.length != 0;
         AppendWide(text, valid ? decoded.value : escapedByteBase + static_cast<unsigned char>(bytes[at]));
         at += valid ? decoded.length : 1;
@@ -163,7 +76,7 @@ std::optional<std::wstring> FromStrictUtf8(std::string_view bytes) {
     std::wstring text;
     text.reserve(bytes.size());
     for (std::size_t at = 0; at < bytes.size();) {
-        const Decoded decoded = DecodeUtf8(bytes, at);
+        const Utf8Sequence decoded = TakeCharacter(bytes.substr(at));
         if (decoded.length == 0) {
             return std::nullopt;
         }
@@ -177,8 +90,8 @@ std::u16string ToUtf16(std::wstring_view text) {
     std::u16string units;
     units.reserve(text.size());
     for (const wchar_t unit : text) {
-        const char32_t value = UnitOf(unit);
-        AppendUtf16(units, value <= lastCodePoint ? value : replacementCharacter);
+        char16_t pair[2];
+        units.append(pair, PutUtf16(Unit(unit) <= lastCodePoint ? Unit(unit) : replacementCharacter, pair));
     }
     return units;
 }

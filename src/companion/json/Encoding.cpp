@@ -3,9 +3,21 @@
 #include <algorithm>
 #include <cstring>
 
-#include "companion/json/Surrogates.h"
+#include "companion/json/Blocks.h"
+#include "platform/CodeUnits.h"
+#include "platform/Utf8Sequence.h"
 
 namespace json {
+
+using platform::hasUtf16Elements;
+using platform::IsHighSurrogate;
+using platform::IsLowSurrogate;
+using platform::IsSurrogate;
+using platform::lastCodePoint;
+using platform::PutUtf8;
+using platform::PutWide;
+using platform::Unit;
+using platform::Utf8Length;
 
 namespace {
 
@@ -39,7 +51,7 @@ std::optional<std::uint32_t> TakeCharacter(std::wstring_view text, std::size_t& 
     const std::uint32_t unit = Unit(text[position]);
     if (!IsSurrogate(unit)) {
         ++position;
-        return unit <= highestCharacter ? std::optional(unit) : std::nullopt;
+        return unit <= lastCodePoint ? std::optional(unit) : std::nullopt;
     }
     const bool paired = hasUtf16Elements && IsHighSurrogate(unit) && position + 1 < text.size() &&
                         IsLowSurrogate(Unit(text[position + 1]));
@@ -48,29 +60,7 @@ std::optional<std::uint32_t> TakeCharacter(std::wstring_view text, std::size_t& 
     }
     const std::uint32_t low = Unit(text[position + 1]);
     position += 2;
-    return 0x10000 + ((unit - surrogateBegin) << 10) + (low - lowSurrogateBegin);
-}
-
-/// Writes one character and returns the end of its bytes.
-char* PutCharacter(std::uint32_t character, char* to) {
-    const auto put = [&to](std::uint32_t byte) { *to++ = static_cast<char>(static_cast<unsigned char>(byte)); };
-    if (character < 0x80) {
-        put(character);
-        return to;
-    }
-    if (character < 0x800) {
-        put(0xC0 | character >> 6);
-    } else {
-        if (character < 0x10000) {
-            put(0xE0 | character >> 12);
-        } else {
-            put(0xF0 | character >> 18);
-            put(0x80 | (character >> 12 & 0x3F));
-        }
-        put(0x80 | (character >> 6 & 0x3F));
-    }
-    put(0x80 | (character & 0x3F));
-    return to;
+    return platform::JoinSurrogates(unit, low);
 }
 
 /// The most bytes that one element of a wide text needs.
@@ -102,7 +92,7 @@ bool EncodeUtf8(std::wstring_view text, std::string& utf8, std::size_t& badAt) {
                 badAt = position;
                 return false;
             }
-            to = PutCharacter(*character, to);
+            to = PutUtf8(*character, to);
         }
         used += static_cast<std::size_t>(to - begin);
     }
@@ -120,17 +110,6 @@ bool IsAsciiBlock(const char* bytes) {
     return ((words[0] | words[1]) & 0x8080808080808080U) == 0;
 }
 
-/// The length that a first byte announces; 0 for one that begins no character.
-std::size_t SequenceLength(unsigned char first) {
-    if (first < 0x80) {
-        return 1;
-    }
-    if (first < 0xC2 || first > 0xF4) {
-        return 0;
-    }
-    return first < 0xE0 ? 2 : first < 0xF0 ? 3 : 4;
-}
-
 /// Overlong forms, surrogates and values beyond U+10FFFF show in the second byte.
 bool IsSecondByte(unsigned char first, unsigned char second) {
     const unsigned char lowest = first == 0xE0 ? 0xA0 : first == 0xF0 ? 0x90 : 0x80;
@@ -138,18 +117,14 @@ bool IsSecondByte(unsigned char first, unsigned char second) {
     return second >= lowest && second <= highest;
 }
 
-bool IsContinuation(unsigned char byte) {
-    return (byte & 0xC0) == 0x80;
-}
-
 /// The length of the valid character at the beginning; 0 when there is none.
 std::size_t ValidLength(std::string_view bytes) {
-    const std::size_t length = SequenceLength(Byte(bytes[0]));
+    const std::size_t length = Utf8Length(Byte(bytes[0]));
     if (length > bytes.size() || (length > 1 && !IsSecondByte(Byte(bytes[0]), Byte(bytes[1])))) {
         return 0;
     }
     for (std::size_t i = 2; i < length; ++i) {
-        if (!IsContinuation(Byte(bytes[i]))) {
+        if (!platform::IsUtf8Continuation(Byte(bytes[i]))) {
             return 0;
         }
     }
@@ -244,7 +219,7 @@ std::size_t MarkEscape(std::string& json, std::size_t position) {
     if (IsHighSurrogate(*unit) && next && IsLowSurrogate(*next)) {
         return position + 2 * escapeLength;
     }
-    char* const end = PutCharacter(*unit, json.data() + position);
+    char* const end = PutUtf8(*unit, json.data() + position);
     std::fill(end, json.data() + position + escapeLength, padding);
     return position + escapeLength;
 }
@@ -281,25 +256,6 @@ std::size_t WidenAscii(std::string_view from, wchar_t* to) {
     return done;
 }
 
-wchar_t* PutWide(std::uint32_t character, wchar_t* to) {
-    if (hasUtf16Elements && character >= 0x10000) {
-        *to++ = static_cast<wchar_t>(surrogateBegin + ((character - 0x10000) >> 10));
-        *to++ = static_cast<wchar_t>(lowSurrogateBegin + ((character - 0x10000) & 0x3FF));
-    } else {
-        *to++ = static_cast<wchar_t>(character);
-    }
-    return to;
-}
-
-/// The character of a sequence of more than one byte.
-std::uint32_t DecodeSequence(std::string_view bytes) {
-    std::uint32_t character = Byte(bytes[0]) & (0xFFU >> (bytes.size() + 1));
-    for (const char byte : bytes.substr(1)) {
-        character = character << 6 | (Byte(byte) & 0x3FU);
-    }
-    return character;
-}
-
 } // namespace
 
 void AppendDecoded(std::string_view marked, std::wstring& text) {
@@ -311,9 +267,9 @@ void AppendDecoded(std::string_view marked, std::wstring& text) {
         marked.remove_prefix(ascii);
         to += ascii;
         while (!marked.empty() && Byte(marked[0]) >= 0x80) {
-            const std::size_t length = std::max<std::size_t>(SequenceLength(Byte(marked[0])), 1);
+            const std::size_t length = std::max<std::size_t>(Utf8Length(Byte(marked[0])), 1);
             if (length > 1) {
-                to = PutWide(DecodeSequence(marked.substr(0, length)), to);
+                to = PutWide(platform::Utf8Value(marked.substr(0, length)), to);
             }
             marked.remove_prefix(std::min(length, marked.size()));
         }
@@ -328,11 +284,10 @@ std::wstring Decode(std::string_view marked) {
 }
 
 bool AppendCodePoint(std::uint32_t codePoint, std::wstring& text) {
-    if (hasUtf16Elements && codePoint > highestCharacter) {
+    if (hasUtf16Elements && codePoint > lastCodePoint) {
         return false;
     }
-    wchar_t elements[2];
-    text.append(elements, PutWide(codePoint, elements));
+    platform::AppendWide(text, codePoint);
     return true;
 }
 

@@ -3,9 +3,16 @@
 #include <array>
 #include <charconv>
 
-#include "companion/json/Surrogates.h"
+#include "companion/json/Blocks.h"
+#include "platform/CodeUnits.h"
 
 namespace json {
+
+using platform::hasUtf16Elements;
+using platform::IsSurrogate;
+using platform::lastCodePoint;
+using platform::surrogateBegin;
+using platform::Unit;
 
 namespace {
 
@@ -74,13 +81,13 @@ void AppendEscape(std::uint32_t unit, std::wstring& json) {
 }
 
 bool BeginsPair(std::wstring_view text) {
-    return text.size() > 1 && IsHighSurrogate(Unit(text[0])) && IsLowSurrogate(Unit(text[1]));
+    return text.size() > 1 && platform::IsHighSurrogate(Unit(text[0])) && platform::IsLowSurrogate(Unit(text[1]));
 }
 
 /// What no JSON string can hold, and only a text of 32-bit elements: a number beyond Unicode, and the two halves of one
 /// character as two elements, which would be read as that one character.
 bool IsImpossible(std::wstring_view text) {
-    return !hasUtf16Elements && (Unit(text[0]) > highestCharacter || BeginsPair(text));
+    return !hasUtf16Elements && (Unit(text[0]) > lastCodePoint || BeginsPair(text));
 }
 
 /// Appends what is not plain and returns how many elements that were.
@@ -97,7 +104,7 @@ std::size_t AppendSpecial(std::wstring_view text, std::wstring& json) {
     if (IsSurrogate(unit)) {
         AppendUnicodeEscape(unit, json);
     } else {
-        json += unit <= highestCharacter ? text[0] : L'\xFFFD';
+        json += unit <= lastCodePoint ? text[0] : L'\xFFFD';
     }
     return 1;
 }

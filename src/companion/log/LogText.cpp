@@ -4,18 +4,11 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "platform/CodeUnits.h"
 #include "platform/Text.h"
 
 namespace log_file {
 namespace {
-
-bool IsHighSurrogate(std::uint32_t unit) {
-    return unit >= 0xd800 && unit <= 0xdbff;
-}
-
-bool IsLowSurrogate(std::uint32_t unit) {
-    return unit >= 0xdc00 && unit <= 0xdfff;
-}
 
 /// True for what would end the line for some reader, or steer the terminal that shows it.
 bool IsControl(std::uint32_t unit) {
@@ -23,8 +16,8 @@ bool IsControl(std::uint32_t unit) {
 }
 
 bool NeedsLook(wchar_t character) {
-    const auto unit = static_cast<std::uint32_t>(character);
-    return IsControl(unit) || IsHighSurrogate(unit) || IsLowSurrogate(unit);
+    const std::uint32_t unit = platform::Unit(character);
+    return IsControl(unit) || platform::IsSurrogate(unit);
 }
 
 void AppendEscaped(std::uint32_t unit, std::wstring& text) {
@@ -44,8 +37,9 @@ void AppendEscaped(std::uint32_t unit, std::wstring& text) {
 
 /// Only where a unit has 16 bits do two surrogates make one character.
 bool IsPairAt(const std::wstring& message, std::size_t index) {
-    return sizeof(wchar_t) == 2 && index + 1 < message.size() && IsHighSurrogate(message[index]) &&
-           IsLowSurrogate(message[index + 1]);
+    return platform::hasUtf16Elements && index + 1 < message.size() &&
+           platform::IsHighSurrogate(platform::Unit(message[index])) &&
+           platform::IsLowSurrogate(platform::Unit(message[index + 1]));
 }
 
 std::wstring Escaped(const std::wstring& message) {
@@ -55,7 +49,7 @@ std::wstring Escaped(const std::wstring& message) {
         if (IsPairAt(message, index)) {
             text.append(message, index++, 2);
         } else if (NeedsLook(message[index])) {
-            AppendEscaped(static_cast<std::uint32_t>(message[index]), text);
+            AppendEscaped(platform::Unit(message[index]), text);
         } else {
             text += message[index];
         }

@@ -126,6 +126,7 @@ std::vector<std::wstring> ReadProfileTexts(const std::wstring& path, const std::
     }
     const std::wstring text = Decoded(bytes);
     std::vector<std::wstring> values;
+    values.reserve(keys.size());
     for (const std::wstring& key : keys) {
         values.push_back(FirstUnits(FindValue(text, section, Trimmed(key))));
     }

@@ -23,6 +23,7 @@ std::vector<std::string> SpawnEnvironment(const ProcessStart& start) {
         }
     }
     std::vector<std::string> entries;
+    entries.reserve(variables.size());
     for (const auto& [name, entry] : variables) {
         entries.push_back(entry);
     }
