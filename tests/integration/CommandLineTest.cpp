@@ -1,0 +1,118 @@
+#include "HostProcessFixture.h"
+
+#include "platform/LineEnd.h"
+#include "platform/NativePath.h"
+#include "support/OtherProcesses.h"
+
+namespace {
+
+using test_support::Ending;
+
+/// The command-line front end and the host as real processes, which meet over the real line.
+class CommandLineTest : public HostProcessFixture {
+protected:
+    /// How to start the front end with the fixture's settings.
+    platform::ProcessStart FrontEndProcess(const std::vector<std::wstring>& arguments) const {
+        platform::ProcessStart start = Host(arguments);
+        start.program = test_support::ProgramPath(L"controller_cli");
+        return start;
+    }
+
+    Ending Cli(const std::vector<std::wstring>& arguments) const {
+        return test_support::RunToEnd(FrontEndProcess(arguments));
+    }
+
+    static std::string Line(const std::string& text) { return text + std::string(platform::lineEnd); }
+    std::wstring Native(const std::wstring& path) const { return platform::ToNativeText(path); }
+};
+
+TEST_F(CommandLineTest, TheFirstCommandStartsAHostAndTheLastOneStopsIt) {
+    const Ending list = Cli({L"--list"});
+    EXPECT_EQ(list.output, "There are no jobs.\n");
+    EXPECT_EQ(list.exitCode, 0);
+    const Ending stop = Cli({L"--stop-host"});
+    EXPECT_EQ(stop.output, "The host has ended.\n");
+    EXPECT_EQ(stop.exitCode, 0);
+    AwaitNoHost();
+}
+
+TEST_F(CommandLineTest, AClientAloneSaysThatThereIsNoHost) {
+    for (const std::vector<std::wstring>& arguments :
+         std::vector<std::vector<std::wstring>>{{L"-f", L"-s1"}, {L"--list", L"-f"}, {L"--stop-host"}}) {
+        const Ending ending = Cli(arguments);
+        EXPECT_EQ(ending.exitCode, 3);
+        EXPECT_EQ(ending.output.find("controller_cli: No host is running."), 0U) << ending.output;
+    }
+}
+
+TEST_F(CommandLineTest, AJobsFileIsEnqueuedWaitedForAndAskedAbout) {
+    StartHost();
+    const Ending enqueue = Cli({Native(JobsFile("exit 0", 2)), L"-f"});
+    EXPECT_EQ(enqueue.output, Line("1,Queued") + Line("2,Queued"));
+    EXPECT_EQ(enqueue.exitCode, 0);
+    const Ending wait = Cli({L"--wait", L"1,2"});
+    EXPECT_EQ(wait.exitCode, 0) << wait.output;
+    EXPECT_NE(wait.output.find("Succeeded: 2, failed: 0, cancelled: 0\n"), std::string::npos) << wait.output;
+    EXPECT_EQ(Cli({L"-s", L"2,7"}).output, Line("2,Success") + Line("7,Unknown"));
+    EXPECT_EQ(Cli({L"--delete", L"1,2"}).output, "Job 1 is deleted.\nJob 2 is deleted.\n");
+    EXPECT_EQ(Cli({L"--list", L"--json"}).output, "{\"version\":1,\"jobs\":[]}\n");
+}
+
+TEST_F(CommandLineTest, RunShowsWhyAJobFailed) {
+    StartHost();
+    WriteTextFile(folder / L"fails.rb", "print hello\nexit 3");
+    const Ending run = Cli(
+        {L"--run", Native(folder / L"fails.rb"), Native(folder / L"inputs.txt"), L"--output", Native(folder / L"out")});
+    EXPECT_EQ(run.exitCode, 1);
+    EXPECT_NE(run.output.find("Succeeded: 0, failed: 1, cancelled: 0\n"), std::string::npos) << run.output;
+    EXPECT_EQ(Cli({L"--log", L"1"}).output, "hello\n");
+}
+
+TEST_F(CommandLineTest, OneFrontEndSeesWhatAnotherOneDoes) {
+    StartHost();
+    EXPECT_EQ(Cli({Native(JobsFile("wait"))}).output, Line("1,Queued"));
+    platform::OutputPipe pipe;
+    ASSERT_FALSE(pipe.Open());
+    platform::ProcessStart start = FrontEndProcess({L"--wait", L"1"});
+    start.output = pipe.WriteEnd();
+    platform::OwnedHandle waiting;
+    ASSERT_FALSE(platform::StartProcess(start, waiting));
+    pipe.CloseWriteEnd();
+    ASSERT_TRUE(test_support::ReadUntil(pipe, "Job 1 Running"));
+    EXPECT_EQ(Cli({L"--cancel", L"1"}).exitCode, 0);
+    const std::string rest = test_support::ReadToEnd(pipe);
+    EXPECT_NE(rest.find("Succeeded: 0, failed: 0, cancelled: 1\n"), std::string::npos) << rest;
+    ASSERT_TRUE(test_support::WaitUntilSignalled(waiting.Get()));
+    EXPECT_EQ(platform::ExitCode(waiting.Get()), 1);
+}
+
+TEST_F(CommandLineTest, AFrontEndNoticesThatTheHostIsKilled) {
+    StartHost();
+    EXPECT_EQ(Cli({Native(JobsFile("wait"))}).output, Line("1,Queued"));
+    platform::OutputPipe pipe;
+    ASSERT_FALSE(pipe.Open());
+    platform::ProcessStart start = FrontEndProcess({L"--watch"});
+    start.output = pipe.WriteEnd();
+    platform::OwnedHandle watching;
+    ASSERT_FALSE(platform::StartProcess(start, watching));
+    pipe.CloseWriteEnd();
+    ASSERT_TRUE(test_support::ReadUntil(pipe, "Job 1 Running"));
+    test_support::KillProcess(host.Get());
+    EXPECT_NE(test_support::ReadToEnd(pipe).find("The host has gone."), std::string::npos);
+    ASSERT_TRUE(test_support::WaitUntilSignalled(watching.Get()));
+    EXPECT_EQ(platform::ExitCode(watching.Get()), 3);
+}
+
+TEST_F(CommandLineTest, BeingTheHostLastsUntilTheHostIsAskedToEnd) {
+    platform::ProcessStart start = FrontEndProcess({L"-m"});
+    platform::OwnedHandle foreground;
+    ASSERT_FALSE(platform::StartProcess(start, foreground));
+    while (Cli({L"--list", L"-f"}).exitCode == 3) {
+        ASSERT_TRUE(platform::IsProcessRunning(foreground.Get()));
+    }
+    EXPECT_EQ(Cli({L"--stop-host"}).exitCode, 0);
+    ASSERT_TRUE(test_support::WaitUntilSignalled(foreground.Get()));
+    EXPECT_EQ(platform::ExitCode(foreground.Get()), 0);
+}
+
+} // namespace
