@@ -42,6 +42,7 @@ std::chrono::milliseconds Patience(const settings::Settings& settings) {
 
 HostExit ServeFrontEnds(const settings::Settings& settings, EventTransmitter& transmitter,
                         const std::wstring& readyEvent) {
+    ControllerLogManager::Initialize(0, settings.logFile, readyEvent.empty());
     StopLeftoverScenarios(settings.jobListFile);
     const FunctionManager functions(settings.functionModules);
     HostEngine engine(&functions);
@@ -64,7 +65,8 @@ HostExit RunHost(const std::wstring& readyEvent) {
         return Refuse(HostExit::CouldNotRun, problem);
     }
     const auto settings = settings::Current();
-    ControllerLogManager::Initialize(0, settings->logFile, readyEvent.empty());
+    // A refusal is told on standard error, not on the console's log as well.
+    ControllerLogManager::Initialize(0, settings->logFile, false);
     platform::FileLock lock;
     if (const platform::Error error = TakePlace(*settings, lock)) {
         return error.kind == platform::ErrorKind::InUse

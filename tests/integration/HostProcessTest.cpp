@@ -10,6 +10,8 @@
 #include "support/OtherProcesses.h"
 #include "support/ZipWriter.h"
 
+#include <algorithm>
+
 namespace {
 
 using test_support::ZipEntry;
@@ -125,8 +127,9 @@ TEST_F(HostProcessTest, ASecondHostIsRefusedAndTheFirstGoesOn) {
     StartHost();
     const auto second = test_support::RunToEnd(Host({}));
     EXPECT_EQ(second.exitCode, 4);
-    EXPECT_NE(second.output.find("controller_host: another host is running for the job list "), std::string::npos)
+    EXPECT_TRUE(second.output.starts_with("controller_host: another host is running for the job list "))
         << second.output;
+    EXPECT_EQ(std::count(second.output.begin(), second.output.end(), '\n'), 1) << second.output;
     FrontEnd frontEnd(meetingPlace);
     EXPECT_TRUE(frontEnd.Jobs().empty());
 }

@@ -1,10 +1,12 @@
 #include "platform/Console.h"
 
+#include <iostream>
 #include <string>
 
 #include <gtest/gtest.h>
 
 #include "platform/SystemHelpers.h"
+#include "platform/Text.h"
 #include "support/TemporaryFolder.h"
 
 namespace {
@@ -24,12 +26,37 @@ protected:
     TemporaryFolder folder;
 };
 
+/// Other tests of the program find the stream as it was.
+class WideOutputRestorer {
+public:
+    WideOutputRestorer() : buffer(std::wcout.rdbuf()) {}
+    ~WideOutputRestorer() { std::wcout.rdbuf(buffer); }
+    WideOutputRestorer(const WideOutputRestorer&) = delete;
+    WideOutputRestorer& operator=(const WideOutputRestorer&) = delete;
+
+private:
+    std::wstreambuf* const buffer;
+};
+
 TEST_F(ConsoleTest, OutputArrivesAsItIs) {
+    const WideOutputRestorer restorer;
     platform::PrepareConsole();
     for (const std::string& text :
          {std::string("Gr\xC3\xB6\xC3\x9F\nnext\r\n"), std::string(), std::string("a\0b", 3)}) {
         EXPECT_EQ(Written(text), text);
     }
+}
+
+TEST_F(ConsoleTest, WideOutputArrivesAsUtf8) {
+    const WideOutputRestorer restorer;
+    platform::PrepareConsole();
+    const std::wstring path = folder / L"output";
+    {
+        const auto redirected = RedirectedOutput::ToFile(path);
+        std::wcout << platform::FromUtf8("Gr\xC3\xB6\xC3\x9F\xF0\x9F\x98\x80") << L'\n' << std::flush;
+    }
+    EXPECT_TRUE(std::wcout.good());
+    EXPECT_EQ(ReadTextFile(path), "Gr\xC3\xB6\xC3\x9F\xF0\x9F\x98\x80\n");
 }
 
 TEST_F(ConsoleTest, MuchOutputArrivesWhole) {

@@ -9,6 +9,7 @@
 #include <unistd.h>
 
 #include "platform/Environment.h"
+#include "platform/WideOutput.h"
 
 namespace platform {
 namespace {
@@ -66,7 +67,9 @@ winsize TerminalSize() {
 } // namespace
 
 // UTF-8 without any change of line ends is what a terminal here takes anyway.
-void PrepareConsole() {}
+void PrepareConsole() {
+    MakeWideOutputUtf8();
+}
 
 bool IsOutputTerminal() {
     return isatty(STDOUT_FILENO) == 1 && GetEnvironment(L"TERM") != L"dumb";

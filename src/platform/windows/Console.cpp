@@ -8,6 +8,7 @@
 #include <windows.h>
 
 #include "platform/Environment.h"
+#include "platform/WideOutput.h"
 
 namespace platform {
 namespace {
@@ -48,6 +49,7 @@ void PrepareConsole() {
     ObeyEscapeSequences();
     _setmode(_fileno(stdout), _O_BINARY);
     _setmode(_fileno(stderr), _O_BINARY);
+    MakeWideOutputUtf8();
 }
 
 bool IsOutputTerminal() {

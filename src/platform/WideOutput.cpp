@@ -1,0 +1,38 @@
+#include "platform/WideOutput.h"
+
+#include <iostream>
+#include <streambuf>
+#include <string>
+
+#include "platform/Console.h"
+#include "platform/Text.h"
+
+namespace platform {
+namespace {
+
+/// Unbuffered: each text that is put in is written in one piece.
+class WideOutput final : public std::wstreambuf {
+protected:
+    std::streamsize xsputn(const wchar_t* text, std::streamsize count) override {
+        WriteOutput(ToUtf8({text, static_cast<std::size_t>(count)}));
+        return count;
+    }
+
+    int_type overflow(int_type character) override {
+        if (!traits_type::eq_int_type(character, traits_type::eof())) {
+            const wchar_t single = traits_type::to_char_type(character);
+            xsputn(&single, 1);
+        }
+        return traits_type::not_eof(character);
+    }
+};
+
+} // namespace
+
+void MakeWideOutputUtf8() {
+    // Never destroyed: the stream is flushed after everything else.
+    static WideOutput& output = *new WideOutput;
+    std::wcout.rdbuf(&output);
+}
+
+} // namespace platform
