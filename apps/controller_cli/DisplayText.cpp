@@ -4,7 +4,7 @@
 #include <array>
 #include <cstdint>
 
-#include "companion/json/Surrogates.h"
+#include "platform/CodeUnits.h"
 
 namespace controller_cli {
 namespace {
@@ -56,11 +56,10 @@ struct Character {
 
 /// The first character of a text that is not empty; a pair of surrogates is one.
 Character FirstCharacter(std::wstring_view text) {
-    const std::uint32_t first = json::Unit(text[0]);
-    const std::uint32_t second = text.size() > 1 ? json::Unit(text[1]) : 0;
-    const bool isPair = json::IsHighSurrogate(first) && json::IsLowSurrogate(second);
-    return isPair ? Character{0x10000 + ((first - json::surrogateBegin) << 10) + (second - json::lowSurrogateBegin), 2}
-                  : Character{first, 1};
+    const std::uint32_t first = platform::Unit(text[0]);
+    const std::uint32_t second = text.size() > 1 ? platform::Unit(text[1]) : 0;
+    const bool isPair = platform::IsHighSurrogate(first) && platform::IsLowSurrogate(second);
+    return isPair ? Character{platform::JoinSurrogates(first, second), 2} : Character{first, 1};
 }
 
 std::size_t WidthOf(std::uint32_t character) {
@@ -102,7 +101,7 @@ std::wstring OneLine(std::wstring_view text) {
         const Character character = FirstCharacter(text);
         if (IsControl(character.code)) {
             line += L' ';
-        } else if (json::IsSurrogate(character.code)) {
+        } else if (platform::IsSurrogate(character.code)) {
             line += L'\xFFFD';
         } else {
             line += text.substr(0, character.length);

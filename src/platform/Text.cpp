@@ -91,7 +91,8 @@ std::u16string ToUtf16(std::wstring_view text) {
     units.reserve(text.size());
     for (const wchar_t unit : text) {
         char16_t pair[2];
-        units.append(pair, PutUtf16(Unit(unit) <= lastCodePoint ? Unit(unit) : replacementCharacter, pair));
+        const char16_t* const end = PutUtf16(Unit(unit) <= lastCodePoint ? Unit(unit) : replacementCharacter, pair);
+        units.append(pair, static_cast<std::size_t>(end - pair));
     }
     return units;
 }
