@@ -1,5 +1,7 @@
 #include "platform/Process.h"
 
+#include <algorithm>
+
 #include <gtest/gtest.h>
 
 #include "platform/Directories.h"
@@ -133,7 +135,11 @@ TEST(ProcessTest, WhatCannotBeStartedSaysWhy) {
 }
 
 TEST(ProcessTest, AChildGetsOnlyTheHandlesThatAreNamed) {
-    const OwnedHandle own = platform::OpenOwnProcess();
+    // The child has handles of its own, with small numbers: the last of many has a number that is none of theirs.
+    std::vector<OwnedHandle> many(300);
+    std::generate(many.begin(), many.end(), platform::OpenOwnProcess);
+    const OwnedHandle& own = many.back();
+    ASSERT_TRUE(own);
     ProcessStart start = TestProcess({L"print-is-open", platform::InheritedHandleText(own.Get())});
     EXPECT_EQ(RunToEnd(start).output, "closed\n");
     start.inherited = {own.Get()};
