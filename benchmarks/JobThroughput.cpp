@@ -5,11 +5,11 @@
 #include <cstdio>
 #include <cstdlib>
 
-#include "../apps/controller_host/HostEngine.h"
 #include "RawLimits.h"
 #include "RunLoop.h"
 #include "Workplace.h"
 #include "companion/Settings.h"
+#include "controller_host/HostEngine.h"
 #include "modules/FunctionManager.h"
 
 namespace {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "../apps/controller_host/HostEngine.h"
+#include "controller_host/HostEngine.h"
 
 #include <cstddef>
 

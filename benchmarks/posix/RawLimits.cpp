@@ -8,7 +8,7 @@
 #include <fcntl.h>
 #include <poll.h>
 #include <spawn.h>
-#include <sys/pidfd.h>
+#include <sys/syscall.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
@@ -25,8 +25,8 @@ int Checked(int result, const char* what) {
 void WriteAll(int file, std::string_view bytes) {
     while (!bytes.empty()) {
         const ssize_t written = ::write(file, bytes.data(), bytes.size());
-        bytes.remove_prefix(
-            static_cast<std::size_t>(Checked(static_cast<int>(written > 0 ? 1 : -1), "write") * written));
+        Checked(written > 0 ? 0 : -1, "write");
+        bytes.remove_prefix(static_cast<std::size_t>(written));
     }
 }
 
@@ -67,7 +67,7 @@ void SpawnAndWait(const std::string& program) {
     if (const int error = ::posix_spawn(&child, program.c_str(), nullptr, nullptr, arguments, environ); error != 0) {
         throw std::system_error(error, std::generic_category(), "posix_spawn");
     }
-    const int descriptor = Checked(::pidfd_open(child, 0), "pidfd_open");
+    const int descriptor = Checked(static_cast<int>(::syscall(SYS_pidfd_open, child, 0)), "pidfd_open");
     pollfd ended{descriptor, POLLIN, 0};
     Checked(::poll(&ended, 1, -1), "poll");
     siginfo_t information{};

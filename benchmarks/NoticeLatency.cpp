@@ -1,0 +1,78 @@
+// How long after the end of a job's process the job list file and the front ends say so: the host's real loop over a
+// process that the program ends itself. Prints "notice_median SECONDS". Usage: notice_latency COUNT
+
+#include <algorithm>
+#include <chrono>
+#include <cstdio>
+#include <cstdlib>
+#include <thread>
+
+#include "Workplace.h"
+#include "controller_host/HostLoop.h"
+#include "controller_host/LineDouble.h"
+#include "modules/FunctionManager.h"
+#include "platform/Process.h"
+
+namespace {
+
+using Clock = std::chrono::steady_clock;
+
+/// Lists jobs as running whose process is an event.
+class ObservedEngine : public HostEngine {
+public:
+    using HostEngine::HostEngine;
+
+    /// Ends the process of the job that was added last.
+    void FinishProcess() { processEnd.Raise(); }
+
+    void AddRunningJob(int number) {
+        processEnd.Clear();
+        JobListInfo info = FinishedJob(number);
+        info.status = JobStatus::Running;
+        auto job = std::make_shared<JobEntry>(info);
+        job->SetProcessHandle(platform::CopyHandle(processEnd.Handle()));
+        const std::lock_guard lock(mutex);
+        jobList.push_back(std::move(job));
+    }
+
+private:
+    platform::Event processEnd;
+};
+
+/// From the end of the process until everybody is told, which follows the writing of the list.
+double SecondsUntilTold(ObservedEngine& engine, LineDouble& line, int number) {
+    engine.AddRunningJob(number);
+    line.Deliver(1, L"InitCultureRequest", L""); // wakes the loop, which then waits for the new process too
+    line.WaitFor(L"InitCultureResponse");
+    const auto start = Clock::now();
+    engine.FinishProcess();
+    line.WaitFor(L"UpdateProgress");
+    return std::chrono::duration<double>(Clock::now() - start).count();
+}
+
+double Median(std::vector<double> values) {
+    const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
+    std::nth_element(values.begin(), middle, values.end());
+    return *middle;
+}
+
+} // namespace
+
+int main(int argc, char** argv) {
+    const int count = argc > 1 ? std::atoi(argv[1]) : 200;
+    const Workplace workplace;
+    const FunctionManager functions({});
+    ObservedEngine engine(&functions);
+    LineDouble line;
+    RequestAnswers answers(engine, line);
+    RequestInbox inbox(line, RequestAnswers::Names());
+    platform::Event stop;
+    std::thread loop([&] { HostLoop(engine, inbox, answers, stop.Handle()).Run(std::chrono::milliseconds(0)); });
+    std::vector<double> seconds;
+    for (int number = 1; number <= count; ++number) {
+        seconds.push_back(SecondsUntilTold(engine, line, number));
+    }
+    stop.Raise();
+    loop.join();
+    std::printf("notice_median %.6f\n", Median(std::move(seconds)));
+}
