@@ -28,7 +28,7 @@ std::optional<run_protocol::RunScenarioResult> ResultFile::Read() const {
 }
 
 bool ResultFile::Write(const run_protocol::RunScenarioResult& result) const {
-    return ControllerCSWrapper::CreateJsonFile(run_protocol::SerializeRunScenarioResult(result), path);
+    return run_protocol::WriteFile(run_protocol::SerializeRunScenarioResult(result), path);
 }
 
 } // namespace scenario_runner

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "companion/ControllerCSWrapper.h"
 #include "platform/FileSystem.h"
 #include "platform/NativePath.h"
 
@@ -54,7 +53,7 @@ bool PrepareWorkFolder(const RunScenarioInfo& info, std::wstring& problem) {
         return Fail(info, L"holds files of an earlier run that cannot be removed: " + error.Text(), problem);
     }
     const std::wstring path = platform::ResolveAgainst(info.workDir, run_protocol::runInfoFileName);
-    return ControllerCSWrapper::CreateJsonFile(run_protocol::SerializeRunScenarioInfo(WithNativePaths(info)), path) ||
+    return run_protocol::WriteFile(run_protocol::SerializeRunScenarioInfo(WithNativePaths(info)), path) ||
            Fail(info, L"cannot be written", problem);
 }
 
@@ -63,8 +62,8 @@ void LeaveFailedResult(const RunScenarioInfo& info, const std::wstring& problem)
         return;
     }
     const run_protocol::RunScenarioResult result{info.jobId, false, {{failureCode, problem}}, {}};
-    ControllerCSWrapper::CreateJsonFile(run_protocol::SerializeRunScenarioResult(result),
-                                        platform::ResolveAgainst(info.workDir, run_protocol::resultFileName));
+    run_protocol::WriteFile(run_protocol::SerializeRunScenarioResult(result),
+                            platform::ResolveAgainst(info.workDir, run_protocol::resultFileName));
 }
 
 } // namespace local_process

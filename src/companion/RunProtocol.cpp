@@ -1,10 +1,14 @@
 #include "companion/RunProtocol.h"
 
 #include "companion/Boundary.h"
+#include "companion/ControllerCSWrapper.h"
 #include "companion/ProcessHandleText.h"
 #include "companion/RunLayouts.h"
 #include "companion/json/Reading.h"
 #include "companion/json/Writing.h"
+#include "platform/FileSystem.h"
+#include "platform/NativePath.h"
+#include "platform/Text.h"
 
 namespace run_protocol {
 
@@ -28,6 +32,19 @@ std::wstring SerializeRunScenarioResult(const RunScenarioResult& result) {
 std::wstring SerializeProgress(const std::wstring& jobId, int progress, const std::wstring& message) {
     return boundary::Guard("SerializeProgress", [&] {
         return json::Write(ProgressFile{jobId, {ProgressReport{progress, message}}});
+    });
+}
+
+bool WriteFile(const std::wstring& json, const std::wstring& path) {
+    return boundary::Guard("WriteFile", [&] {
+        const platform::Error error =
+            json.empty() ? platform::Error{platform::ErrorKind::Other, 0}
+                         : platform::ReplaceFile(path, platform::ToUtf8(json), platform::Outlives::Process);
+        if (error) {
+            ControllerCSWrapper::WriteErrorLog(L"The file cannot be written: " + platform::ToNativeText(path) + L": " +
+                                               error.Text());
+        }
+        return !error;
     });
 }
 

@@ -49,6 +49,10 @@ CONTROLLER_API std::wstring SerializeRunScenarioInfo(const RunScenarioInfo& info
 CONTROLLER_API std::wstring SerializeRunScenarioResult(const RunScenarioResult& result);
 CONTROLLER_API std::wstring SerializeProgress(const std::wstring& jobId, int progress, const std::wstring& message);
 
+/// Replaces a file of a work directory by such a text, all or nothing; missing parent folders are made. Not flushed to
+/// the disk: a job does not outlive the machine. False (logged) when it cannot be written.
+CONTROLLER_API bool WriteFile(const std::wstring& json, const std::wstring& path);
+
 /// The answer of "RunScenario": the handle as hexadecimal text.
 CONTROLLER_API std::wstring SerializeProcessHandle(void* process);
 

@@ -72,11 +72,16 @@ std::optional<FileStamp> StampOf(const std::wstring& path);
 /// it was.
 Error ReadFile(const std::wstring& path, std::size_t limit, std::string& bytes);
 
-/// Makes `path` hold exactly `bytes`, all or nothing: a temporary file in the same folder, flushed to the disk, renamed
-/// over the target, which keeps its permissions on Linux; a link at `path` is replaced itself. Missing parent folders
-/// are made. On Windows a target held open by others is tried 200 times more, 1 ms apart. After a failure the old file
-/// is untouched and no temporary file is left.
-Error ReplaceFile(const std::wstring& path, std::string_view bytes);
+/// What a replaced file outlives: the end of the process that wrote it, or the end of the whole machine too. The latter
+/// waits for the disk.
+enum class Outlives { Process, Machine };
+
+/// Makes `path` hold exactly `bytes`, all or nothing: a temporary file in the same folder, flushed to the disk where it
+/// is to outlive the machine, renamed over the target, which keeps its permissions on Linux; a link at `path` is
+/// replaced itself. After a power failure the old or the new content stands there. Missing parent folders are made. On
+/// Windows a target held open by others is tried 200 times more, 1 ms apart. After a failure the old file is untouched
+/// and no temporary file is left.
+Error ReplaceFile(const std::wstring& path, std::string_view bytes, Outlives outlives = Outlives::Machine);
 
 /// As `ReplaceFile`, and the file that stood there before is kept as `backupPath` (replacing an earlier one), at no
 /// moment leaving `path` without a whole file. Without an old file, just `ReplaceFile`.

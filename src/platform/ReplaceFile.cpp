@@ -48,22 +48,20 @@ Error CreateWithParents(File& file, const std::wstring& path, const std::wstring
     return folderError ? folderError : file.CreateNew(path, model);
 }
 
-/// Writes a new file to the disk, with the permissions of `model`.
-Error WriteNewFile(const std::wstring& path, const std::wstring& model, std::string_view bytes) {
+/// Writes a new file with the permissions of `model`.
+Error WriteNewFile(const std::wstring& path, const std::wstring& model, std::string_view bytes, Outlives outlives) {
     File file;
     if (const Error error = CreateWithParents(file, path, model)) {
         return error;
     }
-    if (const Error error = file.Write(bytes)) {
-        return error;
-    }
-    return file.Flush();
+    const Error error = file.Write(bytes);
+    return error || outlives == Outlives::Process ? error : file.Flush();
 }
 
 Error CopyToNewFile(const std::wstring& from, const std::wstring& to) {
     std::string bytes;
     const Error error = ReadFile(from, std::numeric_limits<std::size_t>::max() / 4, bytes);
-    return error ? error : WriteNewFile(to, from, bytes);
+    return error ? error : WriteNewFile(to, from, bytes, Outlives::Machine);
 }
 
 /// Makes `backupPath` a second name of the file at `path`; a copy where the volume has no links.
@@ -76,9 +74,12 @@ Error KeepAs(const std::wstring& path, const std::wstring& backupPath) {
     return error ? error : RenameFile(temporary.Path(), backupPath);
 }
 
-Error MoveIntoPlace(const TemporaryName& temporary, const std::wstring& path) {
+/// The folder is flushed for a name that is new in it: without, the whole file could be missing after a power failure.
+/// A name that was there before leads to a whole file, the old or the new one, in any case.
+Error MoveIntoPlace(const TemporaryName& temporary, const std::wstring& path, Outlives outlives) {
+    const bool isNew = !Exists(path);
     const Error error = RenameFile(temporary.Path(), path);
-    return error ? error : FlushFolder(ParentFolder(path));
+    return error || !isNew || outlives == Outlives::Process ? error : FlushFolder(ParentFolder(path));
 }
 
 Error RequireFileName(const std::wstring& path) {
@@ -88,13 +89,13 @@ Error RequireFileName(const std::wstring& path) {
 
 } // namespace
 
-Error ReplaceFile(const std::wstring& path, std::string_view bytes) {
+Error ReplaceFile(const std::wstring& path, std::string_view bytes, Outlives outlives) {
     if (const Error error = RequireFileName(path)) {
         return error;
     }
     const TemporaryName temporary(path);
-    const Error error = WriteNewFile(temporary.Path(), path, bytes);
-    return error ? error : MoveIntoPlace(temporary, path);
+    const Error error = WriteNewFile(temporary.Path(), path, bytes, outlives);
+    return error ? error : MoveIntoPlace(temporary, path, outlives);
 }
 
 Error ReplaceFileKeepingBackup(const std::wstring& path, std::string_view bytes, const std::wstring& backupPath) {
@@ -102,12 +103,12 @@ Error ReplaceFileKeepingBackup(const std::wstring& path, std::string_view bytes,
         return error;
     }
     const TemporaryName temporary(path);
-    if (const Error error = WriteNewFile(temporary.Path(), path, bytes)) {
+    if (const Error error = WriteNewFile(temporary.Path(), path, bytes, Outlives::Machine)) {
         return error;
     }
     const Error error = KeepAs(path, backupPath);
     const bool kept = !error || error.kind == ErrorKind::NotFound;
-    return kept ? MoveIntoPlace(temporary, path) : error;
+    return kept ? MoveIntoPlace(temporary, path, Outlives::Machine) : error;
 }
 
 } // namespace platform
