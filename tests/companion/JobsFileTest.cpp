@@ -95,17 +95,18 @@ TEST_F(JobsFileTest, AMissingFileIsRefusedWithALogLine) {
     EXPECT_NE(log.Text().find("none.json: "), std::string::npos) << log.Text();
 }
 
-TEST_F(JobsFileTest, AFileOf100MegabytesIsRead) {
-    constexpr std::size_t setCount = 400'000;
+TEST_F(JobsFileTest, AVeryLargeFileIsRead) {
+    constexpr std::size_t setCount = JOBS_FILE_MEGABYTES * std::size_t{4'000};
     const std::string folderName(220, 'm');
     std::string content = R"({"EnqueueJobs":[{"inputFileSets":[)";
     for (std::size_t i = 0; i < setCount; ++i) {
         content += (i == 0 ? "[\"" : ",[\"") + folderName + "/the assembly/part_" + std::to_string(i) + ".stl\"]";
     }
     content += "]}]}";
-    ASSERT_GT(content.size(), 100'000'000U);
+    ASSERT_GT(content.size(), JOBS_FILE_MEGABYTES * 1'000'000U);
     ASSERT_TRUE(Read(content));
     ASSERT_EQ(requests.at(0).inputFileSets.size(), setCount);
     EXPECT_EQ(requests[0].inputFileSets.back().at(0),
-              folder / (L"jobs\\" + std::wstring(220, L'm') + L"\\the assembly\\part_399999.stl"));
+              folder / (L"jobs\\" + std::wstring(220, L'm') + L"\\the assembly\\part_" + std::to_wstring(setCount - 1) +
+                        L".stl"));
 }

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <cstdint>
+#include <cstddef>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -8,11 +8,13 @@
 #include <rapidjson/rapidjson.h>
 #include <rapidjson/stream.h>
 
+#include "companion/json/NumbersAsText.h"
+
 namespace json {
 
 /// Takes the parser's events and notes where the value of one member of the outermost object stands. Stops the parser
 /// where that member is repeated.
-class MemberFinder {
+class MemberFinder : public NumbersAsText {
 public:
     MemberFinder(const rapidjson::StringStream& source, const std::wstring& memberName)
         : stream(source), name(memberName) {}
@@ -33,12 +35,6 @@ public:
     bool EndObject(rapidjson::SizeType count);
     bool StartArray();
     bool EndArray(rapidjson::SizeType count);
-    // Not sent: numbers come as text.
-    bool Int(int) { return false; }
-    bool Uint(unsigned) { return false; }
-    bool Int64(std::int64_t) { return false; }
-    bool Uint64(std::uint64_t) { return false; }
-    bool Double(double) { return false; }
 
 private:
     bool IsWanted() const { return wanted && depth == 1; }

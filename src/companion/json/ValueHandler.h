@@ -10,13 +10,14 @@
 #include <rapidjson/rapidjson.h>
 #include <rapidjson/stream.h>
 
+#include "companion/json/NumbersAsText.h"
 #include "companion/json/Parsing.h"
 #include "companion/json/Shape.h"
 
 namespace json {
 
 /// Takes the parser's events and fills the root target with them. The first thing that does not fit stops the parser.
-class ValueHandler {
+class ValueHandler : public NumbersAsText {
 public:
     ValueHandler(const rapidjson::StringStream& source, Target rootTarget) : stream(source), root(rootTarget) {}
 
@@ -43,12 +44,6 @@ public:
     bool EndObject(rapidjson::SizeType count);
     bool StartArray();
     bool EndArray(rapidjson::SizeType count);
-    // Not sent: numbers come as text.
-    bool Int(int) { return false; }
-    bool Uint(unsigned) { return false; }
-    bool Int64(std::int64_t) { return false; }
-    bool Uint64(std::uint64_t) { return false; }
-    bool Double(double) { return false; }
 
 private:
     /// Bounds the memory that a hostile text can claim: values that are kept, a record counted as several.

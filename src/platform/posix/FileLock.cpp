@@ -10,16 +10,6 @@
 
 namespace platform {
 
-FileLock::FileLock(FileLock&& other) noexcept : handle(std::exchange(other.handle, invalidHandle)) {}
-
-FileLock& FileLock::operator=(FileLock&& other) noexcept {
-    if (this != &other) {
-        Release();
-        handle = std::exchange(other.handle, invalidHandle);
-    }
-    return *this;
-}
-
 Error FileLock::Take(const std::wstring& path) {
     Release();
     const int file = ::open(SystemPath(path).c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0600);

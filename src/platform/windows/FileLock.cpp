@@ -8,16 +8,6 @@
 
 namespace platform {
 
-FileLock::FileLock(FileLock&& other) noexcept : handle(std::exchange(other.handle, invalidHandle)) {}
-
-FileLock& FileLock::operator=(FileLock&& other) noexcept {
-    if (this != &other) {
-        Release();
-        handle = std::exchange(other.handle, invalidHandle);
-    }
-    return *this;
-}
-
 /// A file opened without sharing is the lock: the system closes it with the process.
 Error FileLock::Take(const std::wstring& path) {
     Release();
