@@ -62,6 +62,13 @@ TEST_F(LogTest, FollowingAJobThatHasEndedPrintsItsLog) {
     EXPECT_EQ(console.output, "one\n");
 }
 
+TEST_F(LogTest, AJobThatEndsBeforeItRanHasNoLogToFollow) {
+    host.jobs[0].status = JobStatus::Dequeued;
+    host.jobs[0].workDir.clear();
+    EXPECT_EQ(Run({L"--log", L"1", L"--follow"}), 1);
+    EXPECT_EQ(console.errors, "controller_cli: Job 1 has no log.\n");
+}
+
 TEST_F(LogTest, CtrlCEndsTheFollowing) {
     Log("one\n");
     Script({});

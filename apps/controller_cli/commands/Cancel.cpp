@@ -1,6 +1,8 @@
 #include "controller_cli/commands/Commands.h"
 
-#include <algorithm>
+#include <map>
+#include <string>
+#include <vector>
 
 #include "controller_cli/HostSession.h"
 #include "controller_cli/JobSelection.h"
@@ -9,12 +11,23 @@
 namespace controller_cli::commands {
 namespace {
 
-/// What the request has made of a job; a job that had ended is not in the answer.
-JobStatus StatusAfter(const JobListInfo& job, const std::vector<JobStatusInfo>& cancelled) {
-    const auto found =
-        std::find_if(cancelled.begin(), cancelled.end(), [&](const JobStatusInfo& info) { return info.id == job.id; });
-    return found == cancelled.end() ? job.status : found->status;
-}
+/// What the request has made of jobs; one that had ended is not in the answer.
+class Outcome {
+public:
+    explicit Outcome(const std::vector<JobStatusInfo>& cancelled) {
+        for (const JobStatusInfo& info : cancelled) {
+            statusById[info.id] = info.status;
+        }
+    }
+
+    JobStatus StatusOf(const JobListInfo& job) const {
+        const auto found = statusById.find(job.id);
+        return found == statusById.end() ? job.status : found->second;
+    }
+
+private:
+    std::map<std::wstring, JobStatus> statusById;
+};
 
 std::wstring Line(const CommandContext& context, const JobListInfo& job, JobStatus status) {
     return context.texts.Format(L"Outcome/JobState", {std::to_wstring(job.seqId), StatusText(context.texts, status)}) +
@@ -26,9 +39,9 @@ std::wstring Line(const CommandContext& context, const JobListInfo& job, JobStat
 ExitCode Cancel(CommandContext& context, const LongCommand& command) {
     HostSession session(context, StartOf(command));
     const std::vector<JobListInfo> jobs = SelectJobs(context, session.FetchJobs(), command.ids);
-    const std::vector<JobStatusInfo> cancelled = session.Cancel(IdsOf(jobs));
+    const Outcome outcome(session.Cancel(IdsOf(jobs)));
     for (const JobListInfo& job : jobs) {
-        context.console.Write(Line(context, job, StatusAfter(job, cancelled)));
+        context.console.Write(Line(context, job, outcome.StatusOf(job)));
     }
     return ExitCode::Success;
 }
@@ -36,9 +49,9 @@ ExitCode Cancel(CommandContext& context, const LongCommand& command) {
 ExitCode CancelAll(CommandContext& context, const LongCommand& command) {
     HostSession session(context, StartOf(command));
     const std::vector<JobListInfo> jobs = session.FetchJobs();
-    const std::vector<JobStatusInfo> cancelled = session.CancelAll();
+    const Outcome outcome(session.CancelAll());
     for (const JobListInfo& job : jobs) {
-        const JobStatus status = StatusAfter(job, cancelled);
+        const JobStatus status = outcome.StatusOf(job);
         if (!HasEnded(job.status) || status != job.status) {
             context.console.Write(Line(context, job, status));
         }

@@ -68,10 +68,17 @@ std::wstring LogPath(const JobListInfo& job) {
     return PathFuncs::Join(job.workDir, run_protocol::logFileName);
 }
 
-/// Passes the log on until the job has ended. A job that waits has no work directory yet.
+[[noreturn]] void FailNoLog(const CommandContext& context, const JobListInfo& job) {
+    throw CommandFailure{ExitCode::JobFailed, context.texts.Format(L"Errors/NoLog", {std::to_wstring(job.seqId)})};
+}
+
+/// Passes the log on until the job has ended. A job that waits has no work directory yet, and may never get one.
 void Follow(CommandContext& context, HostSession& session, JobListInfo job) {
     while (job.workDir.empty() && !HasEnded(job.status)) {
         Apply(session.WaitForUpdates(), job);
+    }
+    if (job.workDir.empty()) {
+        FailNoLog(context, job);
     }
     LogReader reader(LogPath(job));
     reader.PassOn(context.console);
@@ -88,10 +95,8 @@ ExitCode Log(CommandContext& context, const LongCommand& command) {
     const JobListInfo job = SelectJobs(context, session.FetchJobs(), command.ids).front();
     if (command.follows) {
         Follow(context, session, job);
-        return ExitCode::Success;
-    }
-    if (job.workDir.empty() || !LogReader(LogPath(job)).PassOn(context.console)) {
-        throw CommandFailure{ExitCode::JobFailed, context.texts.Format(L"Errors/NoLog", {std::to_wstring(job.seqId)})};
+    } else if (job.workDir.empty() || !LogReader(LogPath(job)).PassOn(context.console)) {
+        FailNoLog(context, job);
     }
     return ExitCode::Success;
 }

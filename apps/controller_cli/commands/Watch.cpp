@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <iterator>
+#include <set>
 
 #include "controller_cli/JsonOutput.h"
 #include "controller_cli/LiveJobs.h"
@@ -10,7 +11,7 @@
 namespace controller_cli::commands {
 namespace {
 
-std::vector<std::wstring> AllIds(const JobBoard& board) {
+std::vector<std::wstring> IdsOfActive(const JobBoard& board) {
     std::vector<std::wstring> ids;
     for (const JobView& view : board.Views()) {
         if (!HasEnded(view.job.status)) {
@@ -21,15 +22,16 @@ std::vector<std::wstring> AllIds(const JobBoard& board) {
 }
 
 std::vector<JobView> ViewsOf(const JobBoard& board, const std::vector<std::wstring>& ids) {
+    const std::set<std::wstring> wanted(ids.begin(), ids.end());
     std::vector<JobView> views;
     std::copy_if(board.Views().begin(), board.Views().end(), std::back_inserter(views),
-                 [&](const JobView& view) { return std::find(ids.begin(), ids.end(), view.job.id) != ids.end(); });
+                 [&](const JobView& view) { return wanted.contains(view.job.id); });
     return views;
 }
 
 [[noreturn]] void WatchScreen(CommandContext& context, LiveJobs& jobs) {
     ProgressScreen screen(context, jobs.Board());
-    screen.Show(AllIds(jobs.Board()));
+    screen.Show(IdsOfActive(jobs.Board()));
     for (;;) {
         screen.Show(jobs.WaitForChanges());
     }
