@@ -1,20 +1,26 @@
 #pragma once
 
+#include <memory>
+
+namespace platform {
+class Event;
+}
+
 /// Stands for the process of a job: it runs until the test says that it ends.
 ///
-/// Its handle belongs to whom it is given to, who closes it. So what stands behind the handle is never given back here:
-/// it would be closed twice.
+/// Its handle belongs to whom it is given to, who closes it: it is a copy, so that closing it on another thread does
+/// not meet the call that ends the process.
 class ScriptedProcess {
 public:
     ScriptedProcess();
 
-    void* Handle() const;
-    /// Not after its handle was closed.
+    void* Handle() const { return handle; }
     void Finish();
     /// True when the handle was not closed yet and the process has not ended.
     bool IsRunning() const;
 
 private:
-    class Signal;
-    Signal* signal;
+    /// Raised when the process ends: a wait on it looks as that on a process does.
+    std::shared_ptr<platform::Event> end;
+    void* handle;
 };
