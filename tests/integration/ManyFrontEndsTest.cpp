@@ -1,0 +1,94 @@
+#include "HostProcessFixture.h"
+
+#include "companion/ControllerCSWrapper.h"
+#include "platform/LineEnd.h"
+#include "support/OtherProcesses.h"
+
+namespace {
+
+/// Front ends as processes that come and go as they like, before one host.
+class ManyFrontEndsTest : public HostProcessFixture {
+protected:
+    static constexpr int rows = 5000;
+
+    platform::ProcessStart FrontEndProcess(const std::vector<std::wstring>& arguments) const {
+        platform::ProcessStart start = Host(arguments);
+        start.program = test_support::ProgramPath(L"controller_cli");
+        return start;
+    }
+
+    platform::OwnedHandle StartFrontEnd(const std::vector<std::wstring>& arguments, void* output = nullptr) const {
+        platform::ProcessStart start = FrontEndProcess(arguments);
+        start.output = output;
+        platform::OwnedHandle process;
+        EXPECT_FALSE(platform::StartProcess(start, process));
+        return process;
+    }
+
+    /// The host then has an answer of several megabytes for whom asks for the list.
+    void SaveLongList() const {
+        std::vector<JobListInfo> jobs(rows);
+        for (int number = 1; number <= rows; ++number) {
+            JobListInfo& job = jobs[static_cast<std::size_t>(number - 1)];
+            job.id = std::to_wstring(number);
+            job.seqId = number;
+            job.status = JobStatus::Success;
+            job.outputDir = std::wstring(200, L'x');
+        }
+        ASSERT_TRUE(ControllerCSWrapper::CreateJsonFile(ControllerCSWrapper::Serialize(L"JobList", jobs),
+                                                        folder / L"job_list.json"));
+    }
+
+    void ExpectTheHostAnswers() const {
+        const test_support::Ending status = test_support::RunToEnd(FrontEndProcess({L"-f", L"-s", L"1"}));
+        EXPECT_EQ(status.exitCode, 0);
+        EXPECT_EQ(status.output, "1,Success" + std::string(platform::lineEnd));
+    }
+};
+
+TEST_F(ManyFrontEndsTest, FiftyAtOnceAreAllAnswered) {
+    StartHost();
+    std::vector<platform::OwnedHandle> processes;
+    for (int count = 0; count < 50; ++count) {
+        processes.push_back(StartFrontEnd({L"--list", L"-f"}));
+    }
+    for (const platform::OwnedHandle& process : processes) {
+        ASSERT_TRUE(test_support::WaitUntilSignalled(process.Get()));
+        EXPECT_EQ(platform::ExitCode(process.Get()), 0);
+    }
+}
+
+TEST_F(ManyFrontEndsTest, OneThatIsKilledRightAfterItsStartHarmsNobody) {
+    SaveLongList();
+    StartHost();
+    for (int count = 0; count < 10; ++count) {
+        const platform::OwnedHandle process = StartFrontEnd({L"--list", L"--json", L"-f"});
+        test_support::KillProcess(process.Get());
+        ASSERT_TRUE(test_support::WaitUntilSignalled(process.Get()));
+    }
+    ExpectTheHostAnswers();
+}
+
+TEST_F(ManyFrontEndsTest, OneThatIsKilledInTheMiddleOfItsAnswerHarmsNobody) {
+    SaveLongList();
+    StartHost();
+    platform::OutputPipe pipe;
+    ASSERT_FALSE(pipe.Open());
+    const platform::OwnedHandle process = StartFrontEnd({L"--list", L"--json", L"-f"}, pipe.WriteEnd());
+    pipe.CloseWriteEnd();
+    ASSERT_TRUE(test_support::ReadUntil(pipe, "{\"version\":1,\"jobs\":["));
+    test_support::KillProcess(process.Get());
+    ASSERT_TRUE(test_support::WaitUntilSignalled(process.Get()));
+    ExpectTheHostAnswers();
+}
+
+TEST_F(ManyFrontEndsTest, OneRequestOfTenThousandSetsIsAnsweredWhole) {
+    StartHost();
+    FrontEnd frontEnd(meetingPlace);
+    const std::vector<JobIdInfo> jobs = frontEnd.Enqueue(JobsFile("exit 0", 10000));
+    ASSERT_EQ(jobs.size(), 10000U);
+    EXPECT_EQ(jobs.front().seqId, 1);
+    EXPECT_EQ(jobs.back().seqId, 10000);
+}
+
+} // namespace
