@@ -56,13 +56,13 @@ TEST_F(JobsFileTest, AbsolutePathsStay) {
 
 TEST_F(JobsFileTest, AScenarioBesideTheFileIsTakenFromThere) {
     WriteTextFile(folder / L"jobs\\mesh.rb", "");
-    WriteTextFile(folder / L"shared\\part.rb", "");
+    WriteTextFile(folder / L"common\\part.rb", "");
     WriteTextFile(folder / L"jobs\\folder\\in it", "");
-    ASSERT_TRUE(Read(R"({"EnqueueJobs":[{"scenario":{"id":"mesh.rb"}},{"scenario":{"id":"../shared/part.rb"}},)"
+    ASSERT_TRUE(Read(R"({"EnqueueJobs":[{"scenario":{"id":"mesh.rb"}},{"scenario":{"id":"../common/part.rb"}},)"
                      R"({"scenario":{"id":"other.rb"}},{"scenario":{"id":"folder"}},{"scenario":{"id":""}}]})"));
     ASSERT_EQ(requests.size(), 5U);
     EXPECT_EQ(requests[0].scenario.id, folder / L"jobs\\mesh.rb");
-    EXPECT_EQ(requests[1].scenario.id, folder / L"shared\\part.rb");
+    EXPECT_EQ(requests[1].scenario.id, folder / L"common\\part.rb");
     EXPECT_EQ(requests[2].scenario.id, L"other.rb");
     EXPECT_EQ(requests[3].scenario.id, L"folder");
     EXPECT_EQ(requests[4].scenario.id, L"");

@@ -107,7 +107,7 @@ TEST_F(SettingsFileTest, LeavesTheBuiltInSettingsWhereNothingIsSaid) {
 TEST_F(SettingsFileTest, TakesEveryMember) {
     ASSERT_TRUE(Read(R"({"version":1,"workDirectory":"work","jobListFile":"lists/job_list.json","logFile":"c.log",
         "autoDeleteWorkFolder":{"enabled":true,"days":7},
-        "scenarioDirectories":[{"path":"scenarios","label":"Ours"},{"path":"../shared"}],
+        "scenarioDirectories":[{"path":"scenarios","label":"Ours"},{"path":"../common"}],
         "culture":"de-DE","defaultCulture":"fr","functionModules":["../bin/one.so","two.so"],
         "eventTransmitter":"../bin/line.so","transmitterName":"ours-1","stringResourceFile":"texts.json",
         "scenarioRunner":"../bin/runner","scenarioApiDirectory":"api",
@@ -121,7 +121,7 @@ TEST_F(SettingsFileTest, TakesEveryMember) {
     expected.logFile = folder / L"conf\\c.log";
     expected.autoDeleteWorkFolder = true;
     expected.autoDeleteDays = 7;
-    expected.scenarioDirectories = {{folder / L"conf\\scenarios", L"Ours"}, {folder / L"shared", L""}};
+    expected.scenarioDirectories = {{folder / L"conf\\scenarios", L"Ours"}, {folder / L"common", L""}};
     expected.culture = L"de-DE";
     expected.defaultCulture = L"fr";
     expected.functionModules = {folder / L"bin\\one.so", folder / L"conf\\two.so"};
