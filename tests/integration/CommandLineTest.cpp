@@ -11,13 +11,6 @@ using test_support::Ending;
 /// The command-line front end and the host as real processes, which meet over the real line.
 class CommandLineTest : public HostProcessFixture {
 protected:
-    /// How to start the front end with the fixture's settings.
-    platform::ProcessStart FrontEndProcess(const std::vector<std::wstring>& arguments) const {
-        platform::ProcessStart start = Host(arguments);
-        start.program = test_support::ProgramPath(L"controller_cli");
-        return start;
-    }
-
     Ending Cli(const std::vector<std::wstring>& arguments) const {
         return test_support::RunToEnd(FrontEndProcess(arguments));
     }

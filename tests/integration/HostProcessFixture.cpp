@@ -56,6 +56,12 @@ platform::ProcessStart HostProcessFixture::Host(const std::vector<std::wstring>&
     return start;
 }
 
+platform::ProcessStart HostProcessFixture::FrontEndProcess(const std::vector<std::wstring>& arguments) const {
+    platform::ProcessStart start = Host(arguments);
+    start.program = test_support::ProgramPath(L"controller_cli");
+    return start;
+}
+
 void HostProcessFixture::StartHost() {
     const platform::Event ready;
     platform::ProcessStart start = Host({L"--ready-event", platform::InheritedHandleText(ready.Handle())});

@@ -21,6 +21,8 @@ protected:
 
     /// How to start the host with these settings.
     platform::ProcessStart Host(const std::vector<std::wstring>& arguments) const;
+    /// How to start the command-line front end with them.
+    platform::ProcessStart FrontEndProcess(const std::vector<std::wstring>& arguments) const;
     /// Starts a host and returns when front ends can reach it.
     void StartHost();
     /// Waits until the host has ended by itself; its exit code.

@@ -11,12 +11,6 @@ class ManyFrontEndsTest : public HostProcessFixture {
 protected:
     static constexpr int rows = 5000;
 
-    platform::ProcessStart FrontEndProcess(const std::vector<std::wstring>& arguments) const {
-        platform::ProcessStart start = Host(arguments);
-        start.program = test_support::ProgramPath(L"controller_cli");
-        return start;
-    }
-
     platform::OwnedHandle StartFrontEnd(const std::vector<std::wstring>& arguments, void* output = nullptr) const {
         platform::ProcessStart start = FrontEndProcess(arguments);
         start.output = output;

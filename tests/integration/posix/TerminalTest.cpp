@@ -82,8 +82,7 @@ protected:
     using Environment = std::vector<std::pair<std::wstring, std::optional<std::wstring>>>;
 
     platform::ProcessStart Cli(const std::vector<std::wstring>& arguments, const Environment& variables = {}) const {
-        platform::ProcessStart start = Host(arguments);
-        start.program = test_support::ProgramPath(L"controller_cli");
+        platform::ProcessStart start = FrontEndProcess(arguments);
         start.environment.insert(start.environment.end(), variables.begin(), variables.end());
         return start;
     }
