@@ -10,8 +10,9 @@
 
 namespace {
 
-constexpr const wchar_t* eventNames[] = {L"EnqueueJobsFinish",  L"CancelJobsFinish",  L"InitJobsResponse",
-                                         L"DeleteJobsResponse", L"TerminateResponse", L"UpdateProgress"};
+constexpr const wchar_t* eventNames[] = {L"EnqueueJobsFinish",  L"CancelJobsFinish",       L"InitJobsResponse",
+                                         L"DeleteJobsResponse", L"CheckJobStatusResponse", L"FetchScenariosResponse",
+                                         L"TerminateResponse",  L"UpdateProgress",         L"RequestRefused"};
 
 template <class Value>
 Value Read(const std::wstring& content) {
@@ -61,6 +62,12 @@ std::wstring FrontEnd::Ask(const std::wstring& request, const std::wstring& cont
     return AwaitEvent(answer, position);
 }
 
+std::vector<JobIdInfo> FrontEnd::Enqueue(const EnqueueJobsInfo& request) {
+    return Read<JobEnqueueResult>(
+               Ask(L"EnqueueJobs", ControllerCSWrapper::Serialize(L"EnqueueJobs", request), L"EnqueueJobsFinish"))
+        .jobIds;
+}
+
 std::vector<JobIdInfo> FrontEnd::Enqueue(const std::wstring& jobsFile) {
     std::vector<EnqueueJobsInfo> requests;
     if (!ControllerCSWrapper::ReadEnqueueJobsFile(jobsFile, requests)) {
@@ -68,9 +75,8 @@ std::vector<JobIdInfo> FrontEnd::Enqueue(const std::wstring& jobsFile) {
     }
     std::vector<JobIdInfo> jobs;
     for (const EnqueueJobsInfo& request : requests) {
-        const auto made = Read<JobEnqueueResult>(
-            Ask(L"EnqueueJobs", ControllerCSWrapper::Serialize(L"EnqueueJobs", request), L"EnqueueJobsFinish"));
-        jobs.insert(jobs.end(), made.jobIds.begin(), made.jobIds.end());
+        const std::vector<JobIdInfo> made = Enqueue(request);
+        jobs.insert(jobs.end(), made.begin(), made.end());
     }
     return jobs;
 }
@@ -116,16 +122,29 @@ std::size_t FrontEnd::CountEvents() const {
     return events.size();
 }
 
+std::vector<JobStatusInfo> FrontEnd::NextUpdates(std::chrono::milliseconds longest) {
+    Lock lock(mutex);
+    std::vector<JobStatusInfo> updates;
+    while (FindEvent(lock, L"UpdateProgress", updates.empty() ? longest : std::chrono::milliseconds(0), toldUpdates)) {
+        const auto told = Read<std::vector<JobStatusInfo>>(events[toldUpdates++].content);
+        updates.insert(updates.end(), told.begin(), told.end());
+    }
+    return updates;
+}
+
 std::wstring FrontEnd::AwaitEvent(const std::wstring& name, std::size_t& from) {
-    std::unique_lock lock(mutex);
-    const auto isNext = [&] {
+    Lock lock(mutex);
+    if (!FindEvent(lock, name, test_support::patience, from)) {
+        throw std::runtime_error("waited in vain for " + platform::ToUtf8(name));
+    }
+    return events[from++].content;
+}
+
+bool FrontEnd::FindEvent(Lock& lock, const std::wstring& name, std::chrono::milliseconds longest, std::size_t& from) {
+    return changed.wait_for(lock, longest, [&] {
         while (from < events.size() && events[from].name != name) {
             ++from;
         }
         return from < events.size();
-    };
-    if (!changed.wait_for(lock, test_support::patience, isNext)) {
-        throw std::runtime_error("waited in vain for " + platform::ToUtf8(name));
-    }
-    return events[from++].content;
+    });
 }

@@ -4,6 +4,7 @@
 #include "modules/EventTransmitter.h"
 #include "records/JobRecords.h"
 
+#include <chrono>
 #include <condition_variable>
 #include <cstddef>
 #include <memory>
@@ -28,6 +29,8 @@ public:
     /// Sends a request and gives the content of its answer.
     std::wstring Ask(const std::wstring& request, const std::wstring& content, const std::wstring& answer);
 
+    /// The jobs that a request made, one element an input set.
+    std::vector<JobIdInfo> Enqueue(const EnqueueJobsInfo& request);
     /// Sends the requests of a jobs file; the jobs that they made.
     std::vector<JobIdInfo> Enqueue(const std::wstring& jobsFile);
     /// The whole list.
@@ -40,6 +43,8 @@ public:
 
     /// Waits until the host has told that a job has this status.
     JobStatusInfo AwaitStatus(const std::wstring& jobId, JobStatus status);
+    /// What the host has told of jobs since the last call, in its order; nothing when it told nothing for so long.
+    std::vector<JobStatusInfo> NextUpdates(std::chrono::milliseconds longest);
 
 private:
     class Listener;
@@ -48,14 +53,19 @@ private:
         std::wstring content;
     };
 
+    using Lock = std::unique_lock<std::mutex>;
+
     void Keep(Event event);
     std::size_t CountEvents() const;
     /// The content of the next event of this name, not before the position `from`, which is moved behind it.
     std::wstring AwaitEvent(const std::wstring& name, std::size_t& from);
+    /// The same, under the lock; false when none comes in time.
+    bool FindEvent(Lock& lock, const std::wstring& name, std::chrono::milliseconds longest, std::size_t& from);
 
     EventTransmitter* transmitter;
     std::vector<std::unique_ptr<Listener>> listeners;
     mutable std::mutex mutex;
     std::condition_variable changed;
     std::vector<Event> events;
+    std::size_t toldUpdates = 0;
 };

@@ -86,6 +86,11 @@ void WriteUnusableResult(const std::wstring&) {
     platform::ReplaceFile(InCurrentFolder(run_protocol::resultFileName), "{");
 }
 
+void ReportProgress(const std::wstring& percentage) {
+    run_protocol::WriteFile(run_protocol::SerializeProgress(L"", std::stoi(percentage), L"getting on"),
+                            InCurrentFolder(run_protocol::progressFileName));
+}
+
 void WaitForRequest(const std::wstring&) {
     platform::FolderWatch watch(platform::CurrentFolder());
     while (!platform::Exists(InCurrentFolder(run_protocol::killFileName))) {
@@ -127,6 +132,7 @@ const std::map<std::wstring, std::function<void(const std::wstring&)>>& KnownSte
         {L"print variable ", PrintVariable},
         {L"write result ", WriteResult},
         {L"write unusable result", WriteUnusableResult},
+        {L"report progress ", ReportProgress},
         {L"wait for request", WaitForRequest},
         {L"wait", Wait},
         {L"leave one behind", LeaveOneBehind},

@@ -1,8 +1,7 @@
 #include "support/OtherProcesses.h"
 
-#include <signal.h>
+#include <csignal>
 
-#include "platform/Process.h"
 #include "platform/posix/DescriptorHandle.h"
 #include "platform/posix/ProcessDescriptor.h"
 
@@ -14,7 +13,8 @@ platform::OwnedHandle OpenProcessByNumber(std::uint32_t number) {
 }
 
 void KillProcess(void* process) {
-    kill(static_cast<pid_t>(platform::ProcessNumber(process)), SIGKILL);
+    // By its descriptor: the number of one that has ended may be somebody else's.
+    pidfd_send_signal(platform::DescriptorOf(process), SIGKILL, nullptr, 0);
 }
 
 } // namespace test_support
