@@ -35,7 +35,7 @@ ScenarioLog::ScenarioLog(std::wstring logPath, std::size_t logLimit)
     : path(std::move(logPath)), limit(std::clamp(logLimit, smallestLimit, largestLimit)) {}
 
 platform::Error ScenarioLog::Open() {
-    return file.Open(path, true);
+    return file.Open(path, true, platform::AppendTo::RegularFile);
 }
 
 void ScenarioLog::Append(std::string_view bytes) {
@@ -65,7 +65,7 @@ void ScenarioLog::CutToLimit() {
 void ScenarioLog::StartAgainWith(std::string_view end) {
     // In place: a reader that follows the file keeps it, and no second copy lies on the disk meanwhile.
     file.Close();
-    file.Open(path, true);
+    file.Open(path, true, platform::AppendTo::RegularFile);
     file.Write(cutNotice);
     file.Write(LastBytes(end, limit));
 }

@@ -9,8 +9,9 @@
 
 namespace scenario_runner {
 
-/// The file with what a scenario printed. Of more than `limit` bytes the end is kept, below a line that says so; while
-/// it is written the file holds up to twice as much. Others may read it at any time. One thread at a time.
+/// The file with what a scenario printed; a link that the scenario puts in its place is not written through. Of more
+/// than `limit` bytes the end is kept, below a line that says so; while it is written the file holds up to twice as
+/// much. Others may read it at any time. One thread at a time.
 class ScenarioLog {
 public:
     ScenarioLog(std::wstring path, std::size_t limit);

@@ -10,6 +10,16 @@
 
 namespace platform {
 
+/// What a file may be that is appended to. Whoever may put something else in its place must not turn the writer to
+/// another file, nor make it wait for the reader of a pipe.
+enum class AppendTo {
+    Anything,
+    /// A link is followed to one of these.
+    FileOrDevice,
+    /// No link either.
+    RegularFile
+};
+
 /// An open file: the few calls of the system that everything else about the content of files is made of. Move-only,
 /// closes on destruction. Never inherited by child processes. One thread at a time.
 class File {
@@ -25,8 +35,8 @@ public:
     /// Opens a regular file; anything else is `NotSupported`.
     Error OpenForReading(const std::wstring& path);
     /// Opens a file whose writes all go to its end, creating it where it is missing; others may read, write, rename
-    /// and delete it meanwhile.
-    Error OpenForAppending(const std::wstring& path, bool truncate);
+    /// and delete it meanwhile. What `target` leaves out is `NotSupported`.
+    Error OpenForAppending(const std::wstring& path, bool truncate, AppendTo target = AppendTo::Anything);
     /// Creates a file that must not exist yet (a link of this name is not followed), with the permissions of `model`
     /// when that exists.
     Error CreateNew(const std::wstring& path, const std::wstring& model);

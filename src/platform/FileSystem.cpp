@@ -84,7 +84,12 @@ Error ReadFile(const std::wstring& path, std::size_t limit, std::string& bytes) 
 }
 
 Error CreateEmptyFile(const std::wstring& path) {
-    return File().OpenForAppending(path, true);
+    const Error error = File().OpenForAppending(path, true, AppendTo::RegularFile);
+    if (error.kind != ErrorKind::NotSupported) {
+        return error;
+    }
+    const Error removal = RemoveFile(path);
+    return removal ? removal : File().OpenForAppending(path, true, AppendTo::RegularFile);
 }
 
 } // namespace platform

@@ -87,7 +87,8 @@ Error ReplaceFile(const std::wstring& path, std::string_view bytes, Outlives out
 /// moment leaving `path` without a whole file. Without an old file, just `ReplaceFile`.
 Error ReplaceFileKeepingBackup(const std::wstring& path, std::string_view bytes, const std::wstring& backupPath);
 
-/// Creates or truncates a file and leaves it empty. Others may hold it open for reading and writing.
+/// Creates or truncates a file and leaves it empty. Others may hold it open for reading and writing. A link, pipe or
+/// socket at `path` is replaced itself; a folder stays.
 Error CreateEmptyFile(const std::wstring& path);
 
 /// Renames within one volume, replacing the target.

@@ -2,8 +2,8 @@
 
 namespace platform {
 
-Error OutputFile::Open(const std::wstring& path, bool truncate) {
-    return file.OpenForAppending(path, truncate);
+Error OutputFile::Open(const std::wstring& path, bool truncate, AppendTo target) {
+    return file.OpenForAppending(path, truncate, target);
 }
 
 void OutputFile::Close() {

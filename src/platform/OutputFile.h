@@ -15,7 +15,7 @@ class OutputFile {
 public:
     /// Opens `path` for appending, creating it where it is missing; with `truncate` an existing content is dropped.
     /// Parent folders must exist.
-    Error Open(const std::wstring& path, bool truncate);
+    Error Open(const std::wstring& path, bool truncate, AppendTo target = AppendTo::Anything);
     bool IsOpen() const { return file.IsOpen(); }
     void Close();
 

@@ -109,6 +109,29 @@ TEST_F(FileSystemTest, APrivateFolderIsForItsOwnerAlone) {
     EXPECT_EQ(platform::EnsurePrivateFolder(folder / L"missing\\private").kind, ErrorKind::NotFound);
 }
 
+TEST_F(FileSystemTest, AnEmptyFileReplacesALinkAndLeavesAloneWhatItLeadsTo) {
+    WriteTextFile(folder / L"precious", "content");
+    if (!MakeLink(folder / L"precious", folder / L"link")) {
+        GTEST_SKIP() << "no symbolic links here";
+    }
+    ASSERT_TRUE(MakeLink(folder / L"nothing", folder / L"broken"));
+    for (const std::wstring& path : {folder / L"link", folder / L"broken"}) {
+        EXPECT_FALSE(platform::CreateEmptyFile(path));
+        EXPECT_FALSE(platform::IsLink(path));
+        EXPECT_EQ(ReadTextFile(path), "");
+    }
+    EXPECT_EQ(ReadTextFile(folder / L"precious"), "content");
+    EXPECT_FALSE(Exists(folder / L"nothing"));
+}
+
+TEST_F(FileSystemTest, AnEmptyFileReplacesANamedPipeWithoutWaitingForItsReader) {
+    if (!MakeNamedPipe(folder / L"pipe")) {
+        GTEST_SKIP() << "no named pipes among the files here";
+    }
+    EXPECT_FALSE(platform::CreateEmptyFile(folder / L"pipe"));
+    EXPECT_EQ(ReadTextFile(folder / L"pipe"), "");
+}
+
 TEST_F(FileSystemTest, PathsLongerThanTheOldLimitOfWindowsWork) {
     std::wstring deep = folder.Path();
     for (int level = 0; level < 20; ++level) {

@@ -5,10 +5,12 @@
 #include <gtest/gtest.h>
 
 #include "platform/FileSystem.h"
+#include "platform/SystemHelpers.h"
 #include "support/TemporaryFolder.h"
 
 namespace {
 
+using platform::AppendTo;
 using platform::ErrorKind;
 using platform::OutputFile;
 
@@ -66,6 +68,30 @@ TEST_F(OutputFileTest, WithoutAFileThereIsNothing) {
     EXPECT_TRUE(file.Write("x"));
     EXPECT_EQ(file.Open(folder / L"missing\\file", false).kind, ErrorKind::NotFound);
     EXPECT_FALSE(file.IsOpen());
+}
+
+TEST_F(OutputFileTest, ALinkInPlaceOfARegularFileIsRefused) {
+    WriteTextFile(folder / L"precious", "content");
+    if (!MakeLink(folder / L"precious", path)) {
+        GTEST_SKIP() << "no symbolic links here";
+    }
+    OutputFile file;
+    EXPECT_EQ(file.Open(path, true, AppendTo::RegularFile).kind, ErrorKind::NotSupported);
+    EXPECT_FALSE(file.IsOpen());
+    EXPECT_EQ(ReadTextFile(folder / L"precious"), "content");
+    EXPECT_FALSE(file.Open(path, true, AppendTo::FileOrDevice));
+    EXPECT_EQ(ReadTextFile(folder / L"precious"), "");
+}
+
+TEST_F(OutputFileTest, ANamedPipeInPlaceOfAFileIsRefusedWithoutWaiting) {
+    if (!MakeNamedPipe(path)) {
+        GTEST_SKIP() << "no named pipes among the files here";
+    }
+    OutputFile file;
+    EXPECT_EQ(file.Open(path, true, AppendTo::RegularFile).kind, ErrorKind::NotSupported);
+    EXPECT_EQ(file.Open(path, false, AppendTo::FileOrDevice).kind, ErrorKind::NotSupported);
+    platform::File reader;
+    EXPECT_EQ(reader.OpenForReading(path).kind, ErrorKind::NotSupported);
 }
 
 TEST_F(OutputFileTest, MovingHandsTheFileOver) {

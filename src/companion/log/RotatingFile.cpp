@@ -52,7 +52,7 @@ void RotatingFile::OpenFile() {
     platform::OutputFile opened;
     platform::Error error = platform::EnsureFolder(platform::ParentFolder(currentPath));
     if (!error) {
-        error = opened.Open(currentPath, false);
+        error = opened.Open(currentPath, false, platform::AppendTo::FileOrDevice);
     }
     if (error) {
         return ComplainOnce(error);

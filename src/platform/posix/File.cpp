@@ -26,6 +26,26 @@ Error OutcomeOf(int result) {
     return result == -1 ? LastError() : Error{};
 }
 
+/// O_NONBLOCK: the open of a named pipe would wait for a reader. It changes nothing for files.
+int FlagsFor(AppendTo target) {
+    switch (target) {
+    case AppendTo::Anything:
+        return 0;
+    case AppendTo::FileOrDevice:
+        return O_NONBLOCK;
+    case AppendTo::RegularFile:
+        break;
+    }
+    return O_NONBLOCK | O_NOFOLLOW;
+}
+
+bool IsAmong(AppendTo target, int descriptor) {
+    struct stat status = {};
+    return target == AppendTo::Anything ||
+           (fstat(descriptor, &status) == 0 &&
+            (S_ISREG(status.st_mode) || (target == AppendTo::FileOrDevice && S_ISCHR(status.st_mode))));
+}
+
 } // namespace
 
 Error File::OpenForReading(const std::wstring& path) {
@@ -44,10 +64,18 @@ Error File::RequireRegular() {
     return {ErrorKind::NotSupported, 0};
 }
 
-Error File::OpenForAppending(const std::wstring& path, bool truncate) {
+Error File::OpenForAppending(const std::wstring& path, bool truncate, AppendTo target) {
     Close();
-    handle = Open(path, O_WRONLY | O_APPEND | O_CREAT | (truncate ? O_TRUNC : 0));
-    return OutcomeOf(Descriptor(handle));
+    handle = Open(path, O_WRONLY | O_APPEND | O_CREAT | (truncate ? O_TRUNC : 0) | FlagsFor(target));
+    if (!IsOpen()) {
+        // A link that is not followed; a named pipe without a reader.
+        return errno == ELOOP || errno == ENXIO ? Error{ErrorKind::NotSupported, errno} : LastError();
+    }
+    if (!IsAmong(target, Descriptor(handle))) {
+        Close();
+        return {ErrorKind::NotSupported, 0};
+    }
+    return {};
 }
 
 Error File::CreateNew(const std::wstring& path, const std::wstring& model) {

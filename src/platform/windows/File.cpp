@@ -4,6 +4,7 @@
 
 #include <windows.h>
 
+#include "platform/FileSystem.h"
 #include "platform/windows/SystemPath.h"
 
 namespace platform {
@@ -46,8 +47,12 @@ Error File::RequireRegular() {
     return {ErrorKind::NotSupported, 0};
 }
 
-Error File::OpenForAppending(const std::wstring& path, bool truncate) {
+// Pipes are not among the files here. CREATE_ALWAYS cannot be told not to follow a link, so that is looked at before.
+Error File::OpenForAppending(const std::wstring& path, bool truncate, AppendTo target) {
     Close();
+    if (target == AppendTo::RegularFile && IsLink(path)) {
+        return {ErrorKind::NotSupported, 0};
+    }
     constexpr DWORD access = FILE_APPEND_DATA | FILE_READ_ATTRIBUTES | SYNCHRONIZE;
     handle = Open(path, access, truncate ? CREATE_ALWAYS : OPEN_ALWAYS);
     return IsOpen() ? Error{} : LastError();

@@ -1,0 +1,24 @@
+#include "scenario_runner/ScenarioLog.h"
+
+#include <gtest/gtest.h>
+#include <unistd.h>
+
+#include "platform/FileSystem.h"
+#include "platform/NativePath.h"
+#include "platform/Text.h"
+#include "support/TemporaryFolder.h"
+
+TEST(ScenarioLogLinkTest, ALinkThatAScenarioPutsInPlaceOfItsLogIsNotWrittenThrough) {
+    const TemporaryFolder folder;
+    const std::wstring path = folder / L"scenario.log";
+    WriteTextFile(folder / L"precious", "content");
+    scenario_runner::ScenarioLog log(path, 1024);
+    ASSERT_FALSE(log.Open());
+    ASSERT_FALSE(platform::RemoveFile(path));
+    ASSERT_EQ(symlink(platform::ToUtf8(platform::ToNativeText(folder / L"precious")).c_str(),
+                      platform::ToUtf8(platform::ToNativeText(path)).c_str()),
+              0);
+    log.Append(std::string(5000, 'x'));
+    log.Close();
+    EXPECT_EQ(ReadTextFile(folder / L"precious"), "content");
+}
