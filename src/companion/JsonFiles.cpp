@@ -32,8 +32,10 @@ bool ControllerCSWrapper::CreateJsonFile(const std::wstring& json, const std::ws
             return LogFailedWrite(path,
                                   L"character " + std::to_wstring(badAt + 1) + L" of the text is not a character");
         }
-        const platform::Error error =
-            IsJobList(path) ? job_list_file::Write(path, bytes) : platform::ReplaceFile(path, bytes);
+        if (IsJobList(path)) {
+            return job_list_file::Write(path, bytes);
+        }
+        const platform::Error error = platform::ReplaceFile(path, bytes);
         return !error || LogFailedWrite(path, error.Text());
     });
 }

@@ -23,6 +23,38 @@ std::vector<JobListInfo> Jobs(std::initializer_list<const wchar_t*> ids) {
     return jobs;
 }
 
+int CountOf(const std::string& part, const std::string& text) {
+    int count = 0;
+    for (std::size_t place = text.find(part); place != std::string::npos; place = text.find(part, place + 1)) {
+        ++count;
+    }
+    return count;
+}
+
+/// One that has everything a job can have.
+JobListInfo RichJob() {
+    JobListInfo job;
+    job.id = L"3f9a0c1";
+    job.seqId = 12;
+    job.progress = 55;
+    job.status = JobStatus::Running;
+    job.outputDir = L"C:\\out\\\u00e9 \"quoted\"";
+    job.workDir = L"C:\\work\\3f9a0c1";
+    job.startTime = L"2024-02-29T23:59:59Z";
+    job.endTime = L"2024-02-29T23:59:58Z";
+    job.scenario.id = L"mesh.rb";
+    job.scenario.path = L"C:\\s\\mesh.rb";
+    job.scenario.inputs = {{L"STL", {L"stl", L"STL"}}};
+    job.inputFiles = {L"a.stl", L"\u65e5\u672c.stl"};
+    job.runArgument = L"{\"size\":640}\n";
+    return job;
+}
+
+/// As something beside this system would.
+void WriteQuickly(const std::wstring& path, const std::string& bytes) {
+    ASSERT_FALSE(platform::ReplaceFile(path, bytes, platform::Outlives::Process));
+}
+
 class JobListFileTest : public testing::Test {
 protected:
     JobListFileTest() {
@@ -39,10 +71,11 @@ protected:
         std::vector<JobListInfo> jobs;
         return ControllerCSWrapper::ParseJobList(path, jobs) ? std::optional(jobs) : std::nullopt;
     }
-    std::optional<std::vector<JobListInfo>> ReadBackup() const {
+    std::optional<std::vector<JobListInfo>> ReadBackup() const { return Records(backup); }
+    static std::optional<std::vector<JobListInfo>> Records(const std::wstring& file) {
         std::vector<JobListInfo> jobs;
-        return platform::Exists(backup) && ControllerCSWrapper::Deserialize(Text(backup), jobs) ? std::optional(jobs)
-                                                                                                : std::nullopt;
+        return platform::Exists(file) && ControllerCSWrapper::Deserialize(Text(file), jobs) ? std::optional(jobs)
+                                                                                            : std::nullopt;
     }
     static std::wstring Text(const std::wstring& file) {
         std::wstring text;
@@ -61,6 +94,16 @@ protected:
         }
         std::sort(names.begin(), names.end());
         return names;
+    }
+
+    /// From now on no list can be written, and none can be read.
+    void PutFileInPlaceOfFolder() const {
+        ASSERT_FALSE(platform::RenameFile(folder / L"data", folder / L"moved"));
+        WriteTextFile(folder / L"data", "");
+    }
+    void PutFolderBack() const {
+        ASSERT_FALSE(platform::RemoveFile(folder / L"data"));
+        ASSERT_FALSE(platform::RenameFile(folder / L"moved", folder / L"data"));
     }
 
     const TemporaryFolder folder;
@@ -169,11 +212,53 @@ TEST_F(JobListFileTest, AListThatSomebodyDeletedStaysDeleted) {
     EXPECT_NE(log.Text().find("There is no job list "), std::string::npos) << log.Text();
 }
 
-TEST_F(JobListFileTest, AListChangedByOthersIsBackedUpWhenItIsGood) {
+TEST_F(JobListFileTest, AListChangedByOthersIsKeptForGood) {
     ASSERT_TRUE(Write(Jobs({L"a"})));
     WriteTextFile(path, "{\"JobList\":[{\"id\":\"edited\"}]}");
     ASSERT_TRUE(Write(Jobs({L"b"})));
-    EXPECT_EQ(ReadBackup(), Jobs({L"edited"}));
+    ASSERT_TRUE(Write(Jobs({L"c"})));
+    EXPECT_EQ(Records(path + L".replaced"), Jobs({L"edited"}));
+    EXPECT_NE(log.Text().find("The job list has been changed by another program: "), std::string::npos) << log.Text();
+}
+
+TEST_F(JobListFileTest, WhatTheBackupGaveIsThereWhenTheListIsReadAgain) {
+    ASSERT_TRUE(Write(Jobs({L"a"})));
+    ASSERT_TRUE(Write(Jobs({L"b"})));
+    WriteTextFile(path, "half a li");
+    EXPECT_EQ(Read(), Jobs({L"a"}));
+    EXPECT_EQ(Read(), Jobs({L"a"}));
+    EXPECT_EQ(Corrupt().size(), 1U);
+}
+
+TEST_F(JobListFileTest, AListOfANewerVersionIsLeftAsItStands) {
+    const std::string newer = R"({"version":99,"JobList":{"a":{"state":"waiting"}}})";
+    ASSERT_TRUE(Write(Jobs({L"a"})));
+    ASSERT_TRUE(Write(Jobs({L"b"})));
+    WriteTextFile(path, newer);
+    EXPECT_EQ(Read(), std::nullopt);
+    EXPECT_EQ(ReadTextFile(path), newer);
+    EXPECT_NE(job_list_file::Obstacle(path).find(L"version"), std::wstring::npos) << job_list_file::Obstacle(path);
+
+    ASSERT_TRUE(Write(Jobs({L"c"})));
+    ASSERT_EQ(Corrupt().size(), 1U);
+    EXPECT_EQ(ReadTextFile(folder / (L"data\\" + Corrupt()[0])), newer);
+}
+
+TEST_F(JobListFileTest, AListWithMembersOfANewerProgramOrWithoutThoseOfThisOneIsTaken) {
+    WriteTextFile(path, R"({"version":1,"JobList":[{"id":"a","priority":{"level":3}},{"seqId":2}],"host":"x"})");
+    const auto jobs = Read();
+    ASSERT_TRUE(jobs);
+    ASSERT_EQ(jobs->size(), 2U);
+    EXPECT_EQ((*jobs)[0], Jobs({L"a"})[0]);
+    EXPECT_EQ((*jobs)[1].seqId, 2);
+    EXPECT_EQ(job_list_file::Obstacle(path), L"");
+}
+
+TEST_F(JobListFileTest, AListThatIsMissingOrNoneIsNoObstacle) {
+    EXPECT_EQ(job_list_file::Obstacle(path), L"");
+    WriteTextFile(path, "{");
+    EXPECT_EQ(job_list_file::Obstacle(path), L"");
+    EXPECT_TRUE(Corrupt().empty());
 }
 
 TEST_F(JobListFileTest, AListBrokenByOthersIsKeptAsideBeforeTheNextWrite) {
@@ -188,12 +273,80 @@ TEST_F(JobListFileTest, AListBrokenByOthersIsKeptAsideBeforeTheNextWrite) {
 }
 
 TEST_F(JobListFileTest, NoListIsEverHalfTaken) {
-    const std::string whole = R"({"JobList":[{"id":"a\u00e9"},{"seqId":12}]})";
+    ASSERT_TRUE(Write({RichJob(), RichJob()}));
+    const std::string whole = ReadTextFile(path);
+    ASSERT_TRUE(Write(Jobs({L"b"})));
     for (std::size_t length = 0; length < whole.size(); ++length) {
-        WriteTextFile(path, whole.substr(0, length));
-        EXPECT_EQ(Read(), std::nullopt) << length;
-        platform::RemoveTree(folder / L"data");
+        const std::string cut = whole.substr(0, length);
+        WriteQuickly(path, cut);
+        ASSERT_EQ(Read(), (std::vector{RichJob(), RichJob()})) << length;
+        ASSERT_EQ(Corrupt().size(), 1U) << length;
+        const std::wstring corrupt = folder / (L"data\\" + Corrupt()[0]);
+        ASSERT_EQ(ReadTextFile(corrupt), cut);
+        ASSERT_FALSE(platform::RemoveFile(corrupt));
     }
+}
+
+TEST_F(JobListFileTest, WhatAPowerFailureFilledWithZerosIsNoList) {
+    ASSERT_TRUE(Write({RichJob()}));
+    const std::string whole = ReadTextFile(path);
+    ASSERT_TRUE(Write(Jobs({L"b"})));
+    for (const std::size_t kept : {std::size_t{0}, std::size_t{1}, whole.size() / 2, whole.size() - 1, whole.size()}) {
+        const std::size_t zeros = kept == whole.size() ? 512 : whole.size() - kept;
+        WriteQuickly(path, whole.substr(0, kept) + std::string(zeros, '\0'));
+        EXPECT_EQ(Read(), std::vector{RichJob()}) << kept;
+        EXPECT_EQ(Corrupt().size(), 1U) << kept;
+        platform::RemoveFile(folder / (L"data\\" + Corrupt().at(0)));
+    }
+}
+
+TEST_F(JobListFileTest, WritesThatFailInARowAreToldOnceAndTheirEndToo) {
+    ASSERT_TRUE(Write(Jobs({L"a"})));
+    PutFileInPlaceOfFolder();
+    for (const wchar_t* id : {L"b", L"c", L"d"}) {
+        EXPECT_FALSE(Write(Jobs({id})));
+    }
+    EXPECT_EQ(CountOf("job_list.json: ", log.Text()), 1) << log.Text();
+    EXPECT_EQ(CountOf("warning", log.Text()), 1) << log.Text();
+    EXPECT_TRUE(job_list_file::IsUnwritten());
+
+    PutFolderBack();
+    EXPECT_TRUE(Write(Jobs({L"e"})));
+    EXPECT_FALSE(job_list_file::IsUnwritten());
+    EXPECT_EQ(CountOf("is written again, after failed attempts: 3", log.Text()), 1) << log.Text();
+    EXPECT_EQ(Read(), Jobs({L"e"}));
+}
+
+TEST_F(JobListFileTest, AListThatCouldNotBeWrittenIsWrittenOnceItCanBe) {
+    ASSERT_TRUE(Write(Jobs({L"a"})));
+    PutFileInPlaceOfFolder();
+    EXPECT_FALSE(Write(Jobs({L"b"})));
+    EXPECT_FALSE(Write(Jobs({L"c"})));
+    job_list_file::WriteAgain();
+    EXPECT_TRUE(job_list_file::IsUnwritten());
+
+    PutFolderBack();
+    job_list_file::WriteAgain();
+    EXPECT_FALSE(job_list_file::IsUnwritten());
+    EXPECT_EQ(Read(), Jobs({L"c"}));
+    EXPECT_EQ(ReadBackup(), Jobs({L"a"}));
+}
+
+TEST_F(JobListFileTest, AFolderThatWasRemovedIsMadeAgain) {
+    ASSERT_TRUE(Write(Jobs({L"a"})));
+    ASSERT_FALSE(platform::RemoveTree(folder / L"data"));
+    ASSERT_TRUE(Write(Jobs({L"b"})));
+    EXPECT_EQ(Read(), Jobs({L"b"}));
+}
+
+TEST_F(JobListFileTest, AFolderInItsPlaceIsKeptAside) {
+    ASSERT_TRUE(Write(Jobs({L"a"})));
+    ASSERT_FALSE(platform::RemoveFile(path));
+    WriteTextFile(path + L"\\inside.txt", "mine");
+    ASSERT_TRUE(Write(Jobs({L"b"})));
+    EXPECT_EQ(Read(), Jobs({L"b"}));
+    ASSERT_EQ(Corrupt().size(), 1U);
+    EXPECT_EQ(ReadTextFile(folder / (L"data\\" + Corrupt()[0] + L"\\inside.txt")), "mine");
 }
 
 TEST_F(JobListFileTest, AFolderInItsPlaceIsNoList) {
