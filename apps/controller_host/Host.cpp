@@ -2,6 +2,7 @@
 
 #include <chrono>
 
+#include "companion/JobListFile.h"
 #include "companion/Settings.h"
 #include "controller_host/HostEngine.h"
 #include "controller_host/HostLoop.h"
@@ -64,7 +65,7 @@ HostExit RunHost(const std::wstring& readyEvent) {
     if (const std::wstring problem = settings::Problem(); !problem.empty()) {
         return Refuse(HostExit::CouldNotRun, problem);
     }
-    const auto settings = settings::Current();
+    const auto settings = settings::CurrentForThisRun();
     // A refusal is told on standard error, not on the console's log as well.
     ControllerLogManager::Initialize(0, settings->logFile, false);
     platform::FileLock lock;
@@ -75,6 +76,10 @@ HostExit RunHost(const std::wstring& readyEvent) {
                    : Refuse(HostExit::CouldNotRun, L"the lock beside the job list " +
                                                        platform::ToNativeText(settings->jobListFile) +
                                                        L" cannot be taken: " + error.Text());
+    }
+    // The engine would begin with an empty list.
+    if (const std::wstring obstacle = job_list_file::Obstacle(settings->jobListFile); !obstacle.empty()) {
+        return Refuse(HostExit::CouldNotRun, L"the job list cannot be used, and is left as it is: " + obstacle);
     }
     EventTransmitterManager modules(settings->eventTransmitter);
     EventTransmitter* const transmitter = modules.GetEventTransmitter(L"engine:" + settings->transmitterName);

@@ -2,6 +2,7 @@
 
 #include <optional>
 
+#include "companion/JobListFile.h"
 #include "platform/Waiting.h"
 
 namespace {
@@ -11,6 +12,15 @@ using std::chrono::steady_clock;
 
 /// How often a running job's progress file is looked at, so that a change is on every screen within 250 ms.
 constexpr milliseconds progressInterval{200};
+/// How often writing the list is tried again, on a disk that is full or gone.
+constexpr milliseconds listInterval{1000};
+
+std::optional<milliseconds> LongestWait(bool watching) {
+    if (watching) {
+        return progressInterval;
+    }
+    return job_list_file::IsUnwritten() ? std::optional(listInterval) : std::nullopt;
+}
 
 } // namespace
 
@@ -19,6 +29,7 @@ void HostLoop::Run(milliseconds patience) {
         AnswerRequests();
         LookAtJobs();
         StartNextJob();
+        WriteListAgain();
     }
     EndJobs(patience);
 }
@@ -27,8 +38,7 @@ HostLoop::Wake HostLoop::WaitForWork() {
     std::vector<void*> handles = engine.ActiveProcesses();
     const bool watching = !handles.empty() || engine.HasActiveJobs();
     handles.insert(handles.begin(), {stop, inbox.Arrived()});
-    const auto timeout = watching ? std::optional(progressInterval) : std::nullopt;
-    return platform::WaitForAny(handles, timeout) == std::size_t{0} ? Wake::Stop : Wake::Work;
+    return platform::WaitForAny(handles, LongestWait(watching)) == std::size_t{0} ? Wake::Stop : Wake::Work;
 }
 
 void HostLoop::AnswerRequests() {
@@ -51,6 +61,14 @@ void HostLoop::StartNextJob() {
     }
 }
 
+void HostLoop::WriteListAgain() {
+    const auto now = steady_clock::now();
+    if (job_list_file::IsUnwritten() && now >= nextListWrite) {
+        nextListWrite = now + listInterval;
+        job_list_file::WriteAgain();
+    }
+}
+
 void HostLoop::EndJobs(milliseconds patience) {
     std::vector<JobStatusInfo> cancelled;
     engine.CancelAllJobs(cancelled, false);
@@ -65,4 +83,5 @@ void HostLoop::EndJobs(milliseconds patience) {
         LookAtJobs();
     }
     engine.Terminate();
+    job_list_file::WriteAgain();
 }

@@ -7,7 +7,8 @@
 #include <chrono>
 
 /// The host's one loop. It waits for requests, for the end of processes and for the wish to stop; while a job runs also
-/// for the time to look at its progress file again. Requests are answered before the next job is started.
+/// for the time to look at its progress file again, and while the job list cannot be written for the time to try again.
+/// Requests are answered before the next job is started.
 class HostLoop {
 public:
     /// All outlive the loop. `stop` is a handle that is signalled when the host is to end.
@@ -25,10 +26,12 @@ private:
     void AnswerRequests();
     void LookAtJobs();
     void StartNextJob();
+    void WriteListAgain();
     void EndJobs(std::chrono::milliseconds patience);
 
     HostEngine& engine;
     RequestInbox& inbox;
     RequestAnswers& answers;
     void* stop;
+    std::chrono::steady_clock::time_point nextListWrite;
 };

@@ -53,6 +53,25 @@ void Report(const Findings& findings) {
     }
 }
 
+/// Puts back what `held` says of one member.
+template <typename Value>
+void HoldMember(const wchar_t* name, Value Settings::*member, const Settings& held, Settings& read,
+                std::vector<std::wstring>& warnings) {
+    if (read.*member != held.*member) {
+        warnings.push_back(platform::ToNativeText(read.file) + L": " + name +
+                           L": a change takes effect with the next start");
+        read.*member = held.*member;
+    }
+}
+
+void HoldMembers(const Settings& held, Settings& read, std::vector<std::wstring>& warnings) {
+    HoldMember(L"jobListFile", &Settings::jobListFile, held, read, warnings);
+    HoldMember(L"logFile", &Settings::logFile, held, read, warnings);
+    HoldMember(L"functionModules", &Settings::functionModules, held, read, warnings);
+    HoldMember(L"eventTransmitter", &Settings::eventTransmitter, held, read, warnings);
+    HoldMember(L"transmitterName", &Settings::transmitterName, held, read, warnings);
+}
+
 class Store {
 public:
     void Use(const std::wstring& path) {
@@ -60,6 +79,15 @@ public:
         place = path.empty() ? std::optional<Place>() : NamedPlace(path);
         hasLooked = false;
         current.reset();
+        held.reset();
+        problem.clear();
+    }
+
+    std::shared_ptr<const Settings> CurrentForThisRun(Findings& findings) {
+        const std::lock_guard<std::mutex> lock(mutex);
+        Update(findings);
+        held = current;
+        return current;
     }
 
     std::shared_ptr<const Settings> Current(Findings& findings) {
@@ -83,22 +111,31 @@ private:
             place = DefaultPlace();
         }
         const std::optional<platform::FileStamp> newStamp = platform::StampOf(place->path);
-        if (hasLooked && newStamp == stamp) {
+        const bool isNew = !hasLooked || newStamp != stamp;
+        // What kept the file from being opened passes without leaving a trace in the file.
+        if (!isNew && problem.empty()) {
             return;
         }
         hasLooked = true;
         stamp = newStamp;
-        Read(findings);
-        findings.error = problem;
+        const std::wstring known = std::exchange(problem, {});
+        Findings found;
+        Read(found);
+        if (isNew || problem != known) {
+            found.error = problem;
+            findings = std::move(found);
+        }
     }
 
     void Read(Findings& findings) {
-        problem.clear();
         if (!stamp && !place->isNamed && current->file.empty()) {
             return;
         }
         Settings read;
         if (ReadSettingsFile(place->path, read, problem, findings.warnings)) {
+            if (held) {
+                HoldMembers(*held, read, findings.warnings);
+            }
             current = std::make_shared<const Settings>(std::move(read));
         }
     }
@@ -106,6 +143,8 @@ private:
     std::mutex mutex;
     std::optional<Place> place;
     std::shared_ptr<const Settings> current;
+    /// What cannot change any more stands here.
+    std::shared_ptr<const Settings> held;
     /// The state of the file that was read last; nothing when it was missing.
     std::optional<platform::FileStamp> stamp;
     bool hasLooked = false;
@@ -128,6 +167,13 @@ void UseFile(const std::wstring& path) {
 std::shared_ptr<const Settings> Current() {
     Findings findings;
     std::shared_ptr<const Settings> current = TheStore().Current(findings);
+    Report(findings);
+    return current;
+}
+
+std::shared_ptr<const Settings> CurrentForThisRun() {
+    Findings findings;
+    std::shared_ptr<const Settings> current = TheStore().CurrentForThisRun(findings);
     Report(findings);
     return current;
 }

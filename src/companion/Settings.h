@@ -52,9 +52,13 @@ struct Settings {
 CONTROLLER_API void UseFile(const std::wstring& path);
 
 /// The settings in force; never null. Read anew when the file has changed. A broken file changes nothing: the error
-/// goes to the log once for each state of the file, and the last good settings (at first the built-in ones) stay. Any
-/// thread.
+/// goes to the log once for each state of the file, and the last good settings (at first the built-in ones) stay. One
+/// that cannot be opened is tried again with each call. Any thread.
 CONTROLLER_API std::shared_ptr<const Settings> Current();
+
+/// As `Current`; and what a running host cannot change stays as it is now, until `UseFile`: the job list file, the log
+/// file, the modules and the meeting place. Where the file says otherwise later, the log tells that it has no effect.
+CONTROLLER_API std::shared_ptr<const Settings> CurrentForThisRun();
 
 /// What is wrong with the settings file now, naming file, member and what was expected; empty when nothing is. For a
 /// program that wants to refuse to start.

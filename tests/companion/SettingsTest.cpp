@@ -133,6 +133,41 @@ TEST_F(SettingsTest, LogsABrokenFileOnceForEachOfItsStates) {
     EXPECT_EQ(CountOf("The settings are not usable", Log()), 2);
 }
 
+TEST_F(SettingsTest, WhatIsNoFileIsToldOnceAndLeftAsSoonAsItIsOne) {
+    Write(R"({"culture":"de-DE"})");
+    ASSERT_EQ(settings::Current()->culture, L"de-DE");
+    ASSERT_FALSE(platform::RemoveFile(path));
+    WriteTextFile(path + L"\\inside.txt", ""); // a folder cannot be opened as a file
+    EXPECT_EQ(settings::Current()->culture, L"de-DE");
+    EXPECT_EQ(settings::Current()->culture, L"de-DE");
+    EXPECT_EQ(CountOf("The settings are not usable", Log()), 1);
+    ASSERT_FALSE(platform::RemoveTree(path));
+    Write(R"({"culture":"fr-FR"})");
+    EXPECT_EQ(settings::Current()->culture, L"fr-FR");
+}
+
+TEST_F(SettingsTest, WhatARunHoldsStaysAndTheRestChanges) {
+    const auto atStart = settings::CurrentForThisRun();
+    WriteTextFile(path, R"({"logFile":"other.log","jobListFile":"other.json","functionModules":["other.so"],
+        "eventTransmitter":"other_line.so","transmitterName":"other","workDirectory":"other_work"})");
+    const auto now = settings::Current();
+    EXPECT_EQ(now->jobListFile, atStart->jobListFile);
+    EXPECT_EQ(now->logFile, atStart->logFile);
+    EXPECT_EQ(now->functionModules, atStart->functionModules);
+    EXPECT_EQ(now->eventTransmitter, atStart->eventTransmitter);
+    EXPECT_EQ(now->transmitterName, atStart->transmitterName);
+    EXPECT_EQ(now->workDirectory, folder / L"other_work");
+    settings::Current();
+    EXPECT_EQ(CountOf("a change takes effect with the next start", Log()), 5) << Log();
+}
+
+TEST_F(SettingsTest, NothingIsHeldWithAnotherFile) {
+    settings::CurrentForThisRun();
+    WriteTextFile(folder / L"other.json", R"({"jobListFile":"other_list.json"})");
+    settings::UseFile(folder / L"other.json");
+    EXPECT_EQ(settings::Current()->jobListFile, folder / L"other_list.json");
+}
+
 TEST_F(SettingsTest, LogsUnknownMembersAsWarnings) {
     Write(R"({"cultur":"de-DE"})");
     settings::Current();

@@ -2,12 +2,30 @@
 
 #include "companion/ControllerCSWrapper.h"
 #include "companion/RunProtocol.h"
+#include "platform/FileSystem.h"
+#include "support/Deadline.h"
 
 namespace {
 
 class HostLoopTest : public HostFixture {
 protected:
     HostLoopTest() { StartLoop(); }
+
+    /// From now on no list can be written, because its backup cannot be.
+    void BlockList() const {
+        platform::RemoveFile(folder / L"job_list.json.bak");
+        WriteTextFile(folder / L"job_list.json.bak\\held", "");
+    }
+    void FreeList() const { EXPECT_FALSE(platform::RemoveTree(folder / L"job_list.json.bak")); }
+
+    void AwaitSavedProgress(int progress) const {
+        const test_support::Deadline deadline("the saved list");
+        platform::FolderWatch watch(folder.Path());
+        while (SavedList().at(0).progress != progress) {
+            platform::WaitForAny({watch.Handle()}, std::nullopt);
+            watch.Rearm();
+        }
+    }
 
     std::vector<JobListInfo> SavedList() const {
         std::vector<JobListInfo> jobs;
@@ -66,6 +84,18 @@ TEST_F(HostLoopTest, TheWishToStopCancelsWhatIsLeftAndWritesTheList) {
     EXPECT_EQ(jobs[0].status, JobStatus::Canceling);
     EXPECT_EQ(jobs[1].status, JobStatus::Dequeued);
     EXPECT_EQ(script.calls.back().function, "Terminate");
+}
+
+TEST_F(HostLoopTest, AListThatCouldNotBeWrittenIsWrittenOnceItCanBe) {
+    Enqueue(1);
+    const JobStatusInfo job = WaitForStatus(JobStatus::Running);
+    BlockList();
+    WriteTextFile(job.workDir + L"\\progress_info_list.json",
+                  R"({"version":1,"jobId":"x","progressInfoList":[{"progress":40,"message":"reading"}]})");
+    EXPECT_EQ(WaitForStatus(JobStatus::Running).progress, 40);
+    EXPECT_EQ(SavedList().at(0).progress, 0);
+    FreeList();
+    AwaitSavedProgress(40);
 }
 
 TEST_F(HostLoopTest, ATerminateRequestIsAnsweredAndEndsTheLoop) {
