@@ -1,7 +1,8 @@
 # ccache, where the machine has it, makes a second build of the same sources nearly free, wherever they were checked out.
 find_program(CONTROLLER_CCACHE ccache)
 if(CONTROLLER_CCACHE)
-  set(launcher "${CMAKE_COMMAND}" -E env "CCACHE_BASEDIR=${PROJECT_SOURCE_DIR}" CCACHE_NOHASHDIR=1 "${CONTROLLER_CCACHE}")
+  set(launcher "${CMAKE_COMMAND}" -E env "CCACHE_BASEDIR=${PROJECT_SOURCE_DIR}" CCACHE_NOHASHDIR=1
+    CCACHE_SLOPPINESS=pch_defines,time_macros "${CONTROLLER_CCACHE}")
   set(CMAKE_C_COMPILER_LAUNCHER "${launcher}")
   set(CMAKE_CXX_COMPILER_LAUNCHER "${launcher}")
 endif()

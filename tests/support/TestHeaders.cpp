@@ -1,0 +1,2 @@
+// Nothing of its own: compiling this file makes the precompiled headers of the tests.
+int main() {}
