@@ -1,5 +1,6 @@
 #include "companion/ControllerCSWrapper.h"
 
+#include <algorithm>
 #include <optional>
 
 #include "companion/Boundary.h"
@@ -48,6 +49,15 @@ std::wstring FindLink(std::wstring path, const std::wstring& folder) {
     return link;
 }
 
+/// True for the folders that the engine gives to jobs: directly in the work directory, named by an id, which is at most
+/// eight lower-case hexadecimal digits. The work directory may be one where the user keeps other folders too.
+bool IsNamedAsAJob(const std::wstring& path, const std::wstring& workDirectory) {
+    const std::wstring name = path.substr(std::min(path.size(), workDirectory.size()));
+    const std::size_t digits = name.find_first_not_of(L'\\');
+    return digits != std::wstring::npos && name.size() - digits <= 8 &&
+           name.find_first_not_of(L"0123456789abcdef", digits) == std::wstring::npos;
+}
+
 /// Why a text from the job list, where anything can stand, must not be removed; empty when it may be.
 std::wstring ReasonToRefuse(const std::wstring& text) {
     if (text.empty()) {
@@ -68,7 +78,10 @@ std::wstring ReasonToRefuse(const std::wstring& text) {
         return L"it does not lie below the work directory of the settings, " + platform::ToNativeText(workDirectory);
     }
     const std::wstring link = FindLink(path, workDirectory);
-    return link.empty() ? L"" : L"the path leads through the link " + platform::ToNativeText(link);
+    if (!link.empty()) {
+        return L"the path leads through the link " + platform::ToNativeText(link);
+    }
+    return IsNamedAsAJob(path, workDirectory) ? L"" : L"it is not named as the work directories of jobs are";
 }
 
 void Warn(const std::wstring& path, const std::wstring& reason) {

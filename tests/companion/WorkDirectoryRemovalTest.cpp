@@ -61,7 +61,7 @@ TEST_F(WorkDirectoryRemovalTest, TakesTheTextUpToItsFirstZero) {
 }
 
 TEST_F(WorkDirectoryRemovalTest, HasNothingToDoForAMissingFolder) {
-    EXPECT_TRUE(ControllerCSWrapper::RemoveJobWorkDirectory(work + L"\\none"));
+    EXPECT_TRUE(ControllerCSWrapper::RemoveJobWorkDirectory(work + L"\\0e0e0e"));
 }
 
 TEST_F(WorkDirectoryRemovalTest, RefusesAnEmptyText) {
@@ -106,7 +106,20 @@ TEST_F(WorkDirectoryRemovalTest, RefusesAWayOutThroughTheParent) {
 }
 
 TEST_F(WorkDirectoryRemovalTest, RefusesAFile) {
-    WriteTextFile(work + L"\\file.txt", "x");
-    ExpectRefused(work + L"\\file.txt", "is not removed: ");
-    EXPECT_TRUE(platform::Exists(work + L"\\file.txt"));
+    WriteTextFile(work + L"\\7e57f11e", "x");
+    ExpectRefused(work + L"\\7e57f11e", "is not removed: ");
+    EXPECT_TRUE(platform::Exists(work + L"\\7e57f11e"));
+}
+
+TEST_F(WorkDirectoryRemovalTest, RefusesFoldersThatAreNoJobs) {
+    for (const wchar_t* const name :
+         {L"Thesis", L"3f9a0c1.old", L"3F9A0C1B", L"123456789", L"photos\\3f9a0c1", L"-1"}) {
+        WriteTextFile(work + L"\\" + name + L"\\precious.txt", "x");
+        ExpectRefused(work + L"\\" + name, "it is not named as the work directories of jobs are");
+        EXPECT_TRUE(platform::Exists(work + L"\\" + name + L"\\precious.txt"));
+    }
+}
+
+TEST_F(WorkDirectoryRemovalTest, RefusesAFolderInsideAJobs) {
+    ExpectRefused(job + L"\\deep", "it is not named as the work directories of jobs are");
 }

@@ -19,7 +19,7 @@ protected:
         WriteTextFile(folder / L"settings.json", R"({"workDirectory":"work"})");
         settings::UseFile(folder / L"settings.json");
         ControllerCSWrapper::ChangeLogFilePath(folder / L"controller.log");
-        WriteTextFile(folder / L"work\\job\\file.txt", "x");
+        WriteTextFile(folder / L"work\\3f9a0c1\\file.txt", "x");
         WriteTextFile(precious, "x");
     }
     ~WorkDirectoryLinksTest() override {
@@ -42,37 +42,37 @@ protected:
 } // namespace
 
 TEST_F(WorkDirectoryLinksTest, RefusesALink) {
-    Link(L"work\\link", folder / L"outside");
-    EXPECT_FALSE(Remove(L"work\\link"));
+    Link(L"work\\0ff", folder / L"outside");
+    EXPECT_FALSE(Remove(L"work\\0ff"));
     EXPECT_NE(Log().find("the path leads through the link "), std::string::npos) << Log();
     EXPECT_TRUE(platform::Exists(precious));
-    EXPECT_TRUE(platform::IsLink(folder / L"work\\link"));
+    EXPECT_TRUE(platform::IsLink(folder / L"work\\0ff"));
 }
 
 TEST_F(WorkDirectoryLinksTest, RefusesAWayThroughALink) {
-    Link(L"work\\link", folder / L"outside");
-    EXPECT_FALSE(Remove(L"work\\link\\inner"));
+    Link(L"work\\0ff", folder / L"outside");
+    EXPECT_FALSE(Remove(L"work\\0ff\\inner"));
     EXPECT_TRUE(platform::Exists(precious));
 }
 
 TEST_F(WorkDirectoryLinksTest, RefusesALinkToWhatHoldsTheWorkDirectory) {
-    Link(L"work\\link", folder.Path());
-    EXPECT_FALSE(Remove(L"work\\link"));
-    EXPECT_FALSE(Remove(L"work\\link\\work"));
+    Link(L"work\\0ff", folder.Path());
+    EXPECT_FALSE(Remove(L"work\\0ff"));
+    EXPECT_FALSE(Remove(L"work\\0ff\\work"));
     EXPECT_TRUE(platform::Exists(precious));
 }
 
 TEST_F(WorkDirectoryLinksTest, RemovesLinksInsideWithoutFollowingThem) {
-    Link(L"work\\job\\link", folder / L"outside");
-    EXPECT_TRUE(Remove(L"work\\job"));
-    EXPECT_FALSE(platform::Exists(folder / L"work\\job"));
+    Link(L"work\\3f9a0c1\\link", folder / L"outside");
+    EXPECT_TRUE(Remove(L"work\\3f9a0c1"));
+    EXPECT_FALSE(platform::Exists(folder / L"work\\3f9a0c1"));
     EXPECT_TRUE(platform::Exists(precious));
 }
 
 TEST_F(WorkDirectoryLinksTest, TakesAWorkDirectoryThatIsALinkItself) {
     ASSERT_FALSE(platform::RenameFile(folder / L"work", folder / L"elsewhere"));
     Link(L"work", folder / L"elsewhere");
-    EXPECT_TRUE(Remove(L"work\\job"));
-    EXPECT_FALSE(platform::Exists(folder / L"elsewhere\\job"));
+    EXPECT_TRUE(Remove(L"work\\3f9a0c1"));
+    EXPECT_FALSE(platform::Exists(folder / L"elsewhere\\3f9a0c1"));
     EXPECT_FALSE(Remove(L"elsewhere"));
 }
