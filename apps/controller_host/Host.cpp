@@ -30,7 +30,7 @@ HostExit Refuse(HostExit code, const std::wstring& problem) {
 
 /// The lock stands beside the job list: two hosts must never write one list.
 platform::Error TakePlace(const settings::Settings& settings, platform::FileLock& lock) {
-    if (const platform::Error error = platform::EnsureFolder(platform::ParentFolder(settings.jobListFile))) {
+    if (const platform::Error error = platform::EnsurePrivateFolders(platform::ParentFolder(settings.jobListFile))) {
         return error;
     }
     return lock.Take(settings.jobListFile + L".lock");

@@ -4,6 +4,7 @@
 
 #include "platform/FileSystem.h"
 #include "platform/NativePath.h"
+#include "platform/OtherUsers.h"
 
 namespace local_process {
 namespace {
@@ -19,11 +20,6 @@ RunScenarioInfo WithNativePaths(RunScenarioInfo info) {
     info.workDir = platform::ToNativeText(info.workDir);
     std::transform(info.inputFiles.begin(), info.inputFiles.end(), info.inputFiles.begin(), platform::ToNativeText);
     return info;
-}
-
-platform::Error MakeFolder(const std::wstring& workDir) {
-    const platform::Error error = platform::EnsureFolder(platform::ParentFolder(workDir));
-    return error ? error : platform::EnsurePrivateFolder(workDir);
 }
 
 platform::Error RemoveLeftovers(const std::wstring& workDir) {
@@ -43,11 +39,24 @@ bool Fail(const RunScenarioInfo& info, const std::wstring& what, std::wstring& p
     return false;
 }
 
+/// Each job's folder is its user's alone, and so must be the way to it.
+bool MakeFolder(const RunScenarioInfo& info, std::wstring& problem) {
+    const std::wstring parent = platform::ParentFolder(info.workDir);
+    if (const platform::Error error = platform::EnsurePrivateFolders(parent)) {
+        return Fail(info, L"cannot be made: " + error.Text(), problem);
+    }
+    if (platform::OthersMayExchangeIn(parent)) {
+        return Fail(info, L"is not made, because other users could exchange it", problem);
+    }
+    const platform::Error error = platform::EnsurePrivateFolder(info.workDir);
+    return !error || Fail(info, L"cannot be made: " + error.Text(), problem);
+}
+
 } // namespace
 
 bool PrepareWorkFolder(const RunScenarioInfo& info, std::wstring& problem) {
-    if (const platform::Error error = MakeFolder(info.workDir)) {
-        return Fail(info, L"cannot be made: " + error.Text(), problem);
+    if (!MakeFolder(info, problem)) {
+        return false;
     }
     if (const platform::Error error = RemoveLeftovers(info.workDir)) {
         return Fail(info, L"holds files of an earlier run that cannot be removed: " + error.Text(), problem);
@@ -58,7 +67,7 @@ bool PrepareWorkFolder(const RunScenarioInfo& info, std::wstring& problem) {
 }
 
 void LeaveFailedResult(const RunScenarioInfo& info, const std::wstring& problem) {
-    if (!platform::IsFolder(info.workDir)) {
+    if (!platform::IsFolder(info.workDir) || platform::IsLink(info.workDir)) {
         return;
     }
     const run_protocol::RunScenarioResult result{info.jobId, false, {{failureCode, problem}}, {}};

@@ -20,12 +20,12 @@ std::vector<std::wstring> MissingFolders(const std::wstring& path) {
     return missing;
 }
 
-} // namespace
+using FolderMaker = Error (*)(const std::wstring& path);
 
-Error MakeMissingFolders(const std::wstring& path) {
+Error MakeMissingFolders(const std::wstring& path, FolderMaker makeFolder) {
     const std::vector<std::wstring> missing = MissingFolders(path);
     for (auto folder = missing.rbegin(); folder != missing.rend(); ++folder) {
-        const Error error = MakeFolder(*folder);
+        const Error error = makeFolder(*folder);
         const bool madeByAnother = error.kind == ErrorKind::AlreadyExists && IsFolder(*folder);
         if (error && !madeByAnother) {
             return error;
@@ -34,24 +34,43 @@ Error MakeMissingFolders(const std::wstring& path) {
     return {};
 }
 
-Error CreateFolder(const std::wstring& path) {
+Error CreateFolders(const std::wstring& path, FolderMaker makeFolder) {
     if (NamesNothing(path)) {
         return {ErrorKind::NotFound, 0};
     }
     if (!IsAbsolute(path)) {
         return {ErrorKind::NotAbsolute, 0};
     }
-    return Exists(path) ? Error{ErrorKind::AlreadyExists, 0} : MakeMissingFolders(path);
+    return Exists(path) ? Error{ErrorKind::AlreadyExists, 0} : MakeMissingFolders(path, makeFolder);
+}
+
+Error EnsureFolders(const std::wstring& path, FolderMaker makeFolder) {
+    const Error error = CreateFolders(path, makeFolder);
+    return error.kind == ErrorKind::AlreadyExists && IsFolder(path) ? Error{} : error;
+}
+
+} // namespace
+
+Error MakeMissingPrivateFolders(const std::wstring& path) {
+    return MakeMissingFolders(path, MakePrivateFolder);
+}
+
+Error CreateFolder(const std::wstring& path) {
+    return CreateFolders(path, MakeFolder);
 }
 
 Error EnsureFolder(const std::wstring& path) {
-    const Error error = CreateFolder(path);
-    return error.kind == ErrorKind::AlreadyExists && IsFolder(path) ? Error{} : error;
+    return EnsureFolders(path, MakeFolder);
+}
+
+Error EnsurePrivateFolders(const std::wstring& path) {
+    return EnsureFolders(path, MakePrivateFolder);
 }
 
 Error EnsurePrivateFolder(const std::wstring& path) {
     const Error error = MakePrivateFolder(path);
-    return error.kind == ErrorKind::AlreadyExists && IsFolder(path) ? RequireOwnFolder(path) : error;
+    const bool isThere = error.kind == ErrorKind::AlreadyExists && IsFolder(path) && !IsLink(path);
+    return isThere ? RequireOwnFolder(path) : error;
 }
 
 bool HasExtension(const std::wstring& name, const std::wstring& extension) {

@@ -29,8 +29,11 @@ Error CreateFolder(const std::wstring& path);
 /// As `CreateFolder`, but an existing folder is success.
 Error EnsureFolder(const std::wstring& path);
 
-/// As `EnsureFolder` for one level, readable by the owner alone (0700; on Windows what the parent hands down). An
-/// existing folder keeps its permissions, and is refused with `AccessDenied` when it belongs to somebody else.
+/// As `EnsureFolder`, but what is made is for its owner alone (0700; on Windows what the parent hands down).
+Error EnsurePrivateFolders(const std::wstring& path);
+
+/// As `EnsurePrivateFolders` for one level. An existing folder keeps its permissions, and is refused with
+/// `AccessDenied` when it belongs to somebody else, and with `AlreadyExists` when it is a link.
 Error EnsurePrivateFolder(const std::wstring& path);
 
 struct FolderEntry {
@@ -78,9 +81,9 @@ enum class Outlives { Process, Machine };
 
 /// Makes `path` hold exactly `bytes`, all or nothing: a temporary file in the same folder, flushed to the disk where it
 /// is to outlive the machine, renamed over the target, which keeps its permissions on Linux; a link at `path` is
-/// replaced itself. After a power failure the old or the new content stands there. Missing parent folders are made. On
-/// Windows a target held open by others is tried 200 times more, 1 ms apart. After a failure the old file is untouched
-/// and no temporary file is left.
+/// replaced itself. After a power failure the old or the new content stands there. Missing parent folders are made, for
+/// the owner alone. On Windows a target held open by others is tried 200 times more, 1 ms apart. After a failure the
+/// old file is untouched and no temporary file is left.
 Error ReplaceFile(const std::wstring& path, std::string_view bytes, Outlives outlives = Outlives::Machine);
 
 /// As `ReplaceFile`, and the file that stood there before is kept as `backupPath` (replacing an earlier one), at no

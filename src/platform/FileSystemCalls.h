@@ -10,8 +10,8 @@ namespace platform {
 /// Makes one folder; its parent must exist. `AlreadyExists` when the name is taken by anything.
 Error MakeFolder(const std::wstring& path);
 
-/// Makes the folder `path` and what is missing above it; what exists is left as it is.
-Error MakeMissingFolders(const std::wstring& path);
+/// Makes the folder `path` and what is missing above it, for the owner alone; what exists is left as it is.
+Error MakeMissingPrivateFolders(const std::wstring& path);
 
 /// As `MakeFolder`, for the owner alone.
 Error MakePrivateFolder(const std::wstring& path);

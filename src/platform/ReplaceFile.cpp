@@ -44,7 +44,7 @@ Error CreateWithParents(File& file, const std::wstring& path, const std::wstring
     if (error.kind != ErrorKind::NotFound) {
         return error;
     }
-    const Error folderError = MakeMissingFolders(ParentFolder(path));
+    const Error folderError = MakeMissingPrivateFolders(ParentFolder(path));
     return folderError ? folderError : file.CreateNew(path, model);
 }
 

@@ -1,6 +1,7 @@
 #include "ScenarioRunFixture.h"
 #include "platform/FileSystem.h"
 #include "platform/NativePath.h"
+#include "platform/SystemHelpers.h"
 #include "support/TestProcess.h"
 
 namespace {
@@ -28,6 +29,28 @@ TEST_F(LocalProcessTest, AWorkDirectoryThatCannotBeMadeFailsTheStart) {
     UseSteps("exit 0");
     EXPECT_NE(Start(), 0);
     EXPECT_FALSE(runner);
+}
+
+TEST_F(LocalProcessTest, AWorkDirectoryThatOthersCouldExchangeIsNotUsed) {
+    WriteTextFile(folder / L"work\\.keep", "");
+    LetEverybodyWrite(folder / L"work");
+    UseSteps("exit 0");
+    EXPECT_NE(Start(), 0);
+    EXPECT_FALSE(runner);
+    EXPECT_FALSE(platform::Exists(job.workDir));
+}
+
+TEST_F(LocalProcessTest, ALinkInPlaceOfTheWorkDirectoryIsNotUsed) {
+    WriteTextFile(folder / L"work\\.keep", "");
+    WriteTextFile(folder / L"elsewhere\\precious.txt", "content");
+    if (!MakeLink(folder / L"elsewhere", job.workDir)) {
+        GTEST_SKIP() << "no symbolic links here";
+    }
+    UseSteps("exit 0");
+    EXPECT_NE(Start(), 0);
+    std::vector<platform::FolderEntry> entries;
+    platform::ListFolder(folder / L"elsewhere", entries);
+    EXPECT_EQ(entries.size(), 1U);
 }
 
 TEST_F(LocalProcessTest, ARunnerThatIsMissingFailsTheStartAndLeavesAResultThatSaysSo) {

@@ -4,6 +4,7 @@
 
 #include "platform/NativePath.h"
 #include "platform/SystemHelpers.h"
+#include "platform/Text.h"
 #include "support/TemporaryFolder.h"
 
 namespace {
@@ -107,6 +108,23 @@ TEST_F(FileSystemTest, APrivateFolderIsForItsOwnerAlone) {
     EXPECT_TRUE(IsFolder(folder / L"private"));
     EXPECT_EQ(PermissionsOf(folder / L"private").value_or(0700), 0700u);
     EXPECT_EQ(platform::EnsurePrivateFolder(folder / L"missing\\private").kind, ErrorKind::NotFound);
+}
+
+TEST_F(FileSystemTest, ALinkIsNoPrivateFolder) {
+    CreateFolder(folder / L"elsewhere");
+    if (!MakeLink(folder / L"elsewhere", folder / L"private")) {
+        GTEST_SKIP() << "no symbolic links here";
+    }
+    EXPECT_EQ(platform::EnsurePrivateFolder(folder / L"private").kind, ErrorKind::AlreadyExists);
+}
+
+TEST_F(FileSystemTest, MissingParentsOfAPrivateFolderAreForTheirOwnerAloneToo) {
+    EXPECT_FALSE(platform::EnsurePrivateFolders(folder / L"a\\b"));
+    EXPECT_FALSE(platform::EnsurePrivateFolders(folder / L"a\\b"));
+    EXPECT_FALSE(platform::ReplaceFile(folder / L"data\\job_list.json", "{}"));
+    for (const wchar_t* const name : {L"a", L"a\\b", L"data"}) {
+        EXPECT_EQ(PermissionsOf(folder / name).value_or(0700), 0700u) << platform::ToUtf8(name);
+    }
 }
 
 TEST_F(FileSystemTest, AnEmptyFileReplacesALinkAndLeavesAloneWhatItLeadsTo) {

@@ -19,6 +19,11 @@ void MakeReadOnly(const std::wstring& path);
 std::optional<std::uint32_t> PermissionsOf(const std::wstring& path);
 void SetPermissions(const std::wstring& path, std::uint32_t permissions);
 
+/// Lets every user of the machine write a file, or into a folder.
+void LetEverybodyWrite(const std::wstring& path);
+/// Gives a file or folder to another user; false where that is not possible.
+bool GiveAway(const std::wstring& path);
+
 /// Makes an empty file whose name is these bytes; false on Windows, where names are wide.
 bool MakeFileOfBytes(const std::wstring& folder, const std::string& name);
 

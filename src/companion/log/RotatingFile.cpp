@@ -50,7 +50,7 @@ void RotatingFile::LookAfterFile() {
 /// On failure a file that is open stays so: better a record in a renamed file than none.
 void RotatingFile::OpenFile() {
     platform::OutputFile opened;
-    platform::Error error = platform::EnsureFolder(platform::ParentFolder(currentPath));
+    platform::Error error = platform::EnsurePrivateFolders(platform::ParentFolder(currentPath));
     if (!error) {
         error = opened.Open(currentPath, false, platform::AppendTo::FileOrDevice);
     }

@@ -40,6 +40,15 @@ void SetPermissions(const std::wstring& path, std::uint32_t permissions) {
     chmod(Bytes(path).c_str(), permissions);
 }
 
+void LetEverybodyWrite(const std::wstring& path) {
+    SetPermissions(path, 0777);
+}
+
+bool GiveAway(const std::wstring& path) {
+    constexpr uid_t nobody = 65534;
+    return geteuid() == 0 && chown(Bytes(path).c_str(), nobody, nobody) == 0;
+}
+
 bool MakeFileOfBytes(const std::wstring& folder, const std::string& name) {
     const int descriptor = open((Bytes(folder) + "/" + name).c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0600);
     return descriptor != -1 && close(descriptor) == 0;

@@ -5,6 +5,8 @@
 
 #include <windows.h>
 
+#include <sddl.h>
+
 #include "platform/FileSystem.h"
 #include "platform/NativePath.h"
 
@@ -31,6 +33,17 @@ std::optional<std::uint32_t> PermissionsOf(const std::wstring&) {
 }
 
 void SetPermissions(const std::wstring&, std::uint32_t) {}
+
+void LetEverybodyWrite(const std::wstring& path) {
+    PSECURITY_DESCRIPTOR descriptor = nullptr;
+    ConvertStringSecurityDescriptorToSecurityDescriptorW(L"D:P(A;;FA;;;WD)", SDDL_REVISION_1, &descriptor, nullptr);
+    SetFileSecurityW(platform::ToNativeText(path).c_str(), DACL_SECURITY_INFORMATION, descriptor);
+    LocalFree(descriptor);
+}
+
+bool GiveAway(const std::wstring&) {
+    return false;
+}
 
 bool MakeFileOfBytes(const std::wstring&, const std::string&) {
     return false;
