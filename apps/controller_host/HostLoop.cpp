@@ -3,6 +3,7 @@
 #include <optional>
 
 #include "companion/JobListFile.h"
+#include "controller_host/LeftoverScenarios.h"
 #include "platform/Waiting.h"
 
 namespace {
@@ -50,6 +51,7 @@ void HostLoop::AnswerRequests() {
 void HostLoop::LookAtJobs() {
     std::vector<JobStatusInfo> changed;
     if (engine.CheckUpdate(changed)) {
+        EndScenariosWithoutRunner(changed);
         answers.TellAll(changed);
     }
 }

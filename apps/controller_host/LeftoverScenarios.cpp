@@ -1,22 +1,63 @@
 #include "controller_host/LeftoverScenarios.h"
 
-#include <vector>
+#include <set>
 
 #include "companion/ControllerCSWrapper.h"
 #include "companion/RunProtocol.h"
 #include "platform/FileSystem.h"
+#include "platform/MarkedProcesses.h"
 #include "support/ControllerLogManager.h"
 #include "support/PathFuncs.h"
+
+namespace {
+
+bool IsActive(JobStatus status) {
+    return status == JobStatus::Running || status == JobStatus::Canceling;
+}
+
+void AskToStop(const JobListInfo& job) {
+    if (IsActive(job.status) && platform::IsFolder(job.workDir)) {
+        ControllerLogManager::WarnLog(L"Job: " + std::to_wstring(job.seqId) +
+                                      L" was left running by an earlier host; its scenario is asked to stop.");
+        platform::CreateEmptyFile(PathFuncs::Join(job.workDir, run_protocol::killFileName));
+    }
+}
+
+bool HasEndedWithoutResult(const JobStatusInfo& job) {
+    const bool hasEnded = job.status == JobStatus::Failed || job.status == JobStatus::Canceled;
+    return hasEnded && !platform::Exists(PathFuncs::Join(job.workDir, run_protocol::resultFileName));
+}
+
+/// `runs`: what the processes of each job have in their environment.
+void EndProcesses(const std::set<std::wstring>& runs) {
+    if (const std::size_t count = platform::EndMarkedProcesses(run_protocol::runInfoVariable, runs); count > 0) {
+        ControllerLogManager::WarnLog(L"Processes of scenarios that had lost their runner were ended: " +
+                                      std::to_wstring(count));
+    }
+}
+
+} // namespace
 
 void StopLeftoverScenarios(const std::wstring& jobListFile) {
     std::vector<JobListInfo> jobs;
     ControllerCSWrapper::ParseJobList(jobListFile, jobs);
+    std::set<std::wstring> runs;
     for (const JobListInfo& job : jobs) {
-        const bool active = job.status == JobStatus::Running || job.status == JobStatus::Canceling;
-        if (active && platform::IsFolder(job.workDir)) {
-            ControllerLogManager::WarnLog(L"Job: " + std::to_wstring(job.seqId) +
-                                          L" was left running by an earlier host; its scenario is asked to stop.");
-            platform::CreateEmptyFile(PathFuncs::Join(job.workDir, run_protocol::killFileName));
+        AskToStop(job);
+        // Between the start of a process and the next writing of the list, its job is queued there.
+        if (IsActive(job.status) || job.status == JobStatus::Queued) {
+            runs.insert(run_protocol::RunInfoPath(job.workDir));
         }
     }
+    EndProcesses(runs);
+}
+
+void EndScenariosWithoutRunner(const std::vector<JobStatusInfo>& jobs) {
+    std::set<std::wstring> runs;
+    for (const JobStatusInfo& job : jobs) {
+        if (HasEndedWithoutResult(job)) {
+            runs.insert(run_protocol::RunInfoPath(job.workDir));
+        }
+    }
+    EndProcesses(runs);
 }

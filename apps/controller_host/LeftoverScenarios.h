@@ -1,8 +1,16 @@
 #pragma once
 
-#include <string>
+#include "records/JobRecords.h"
 
-/// Asks the scenarios that an earlier host left running to stop: each job that the list file says is active gets its
-/// "killprocess" file, which its runner obeys even if it did not notice the end of its host. To be called before the
-/// engine reads the list.
+#include <string>
+#include <vector>
+
+/// Ends the scenarios that an earlier host left running: of each job that the list file says is active the
+/// "killprocess" file is made, which its runner obeys wherever it runs, and every process of this machine that belongs
+/// to a job that had not ended is ended by force, for its runner may be gone. To be called before the engine reads the
+/// list.
 void StopLeftoverScenarios(const std::wstring& jobListFile);
+
+/// Ends by force what still runs of those of `jobs` that have ended without a result: a runner always leaves one,
+/// unless it was itself ended by force.
+void EndScenariosWithoutRunner(const std::vector<JobStatusInfo>& jobs);

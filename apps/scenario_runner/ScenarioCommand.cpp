@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "companion/RunProtocol.h"
 #include "platform/FileSystem.h"
 #include "platform/NativePath.h"
 
@@ -13,7 +14,6 @@ using Words = std::vector<std::wstring>;
 constexpr const wchar_t* rubyExtension = L".rb";
 constexpr const wchar_t* rubyApiFolder = L"ruby";
 constexpr const wchar_t* rubyPathVariable = L"RUBYLIB";
-constexpr const wchar_t* runInfoVariable = L"CONTROLLER_RUN_INFO";
 
 std::wstring Extension(const std::wstring& path) {
     const std::wstring name = platform::FileName(path);
@@ -120,7 +120,7 @@ private:
     /// What every scenario gets.
     void Finish(const std::wstring& script) {
         command.arguments.push_back(place.runInfoPath);
-        command.environment.emplace_back(runInfoVariable, place.runInfoPath);
+        command.environment.emplace_back(run_protocol::runInfoVariable, place.runInfoPath);
         if (platform::HasExtension(script, rubyExtension)) {
             command.environment.emplace_back(rubyPathVariable, RubyPath());
         }

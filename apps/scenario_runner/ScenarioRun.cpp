@@ -69,7 +69,7 @@ bool ScenarioRun::Prepare(std::wstring& problem) {
         return false;
     }
     place.scenarioPath = info.scenarioPath;
-    place.runInfoPath = platform::ToNativeText(runInfoPath);
+    place.runInfoPath = run_protocol::RunInfoPath(workDir);
     return ChooseCommand(settings, manifest, place, ThisMachine(), command, problem);
 }
 

@@ -27,6 +27,7 @@ bool StartRunner(const run_protocol::RunScenarioInfo& info, const settings::Sett
     if (!settings.file.empty()) {
         start.arguments.insert(start.arguments.end(), {L"--settings", platform::ToNativeText(settings.file)});
     }
+    start.environment = {{run_protocol::runInfoVariable, run_protocol::RunInfoPath(info.workDir)}};
     start.currentFolder = platform::ParentFolder(settings.scenarioRunner);
     start.detached = true;
     start.inherited = {host.Get()};

@@ -12,6 +12,11 @@
 
 namespace run_protocol {
 
+std::wstring RunInfoPath(const std::wstring& workDir) {
+    return boundary::Guard("RunInfoPath",
+                           [&] { return platform::ToNativeText(platform::ResolveAgainst(workDir, runInfoFileName)); });
+}
+
 bool ParseRunScenarioInfo(const std::wstring& json, RunScenarioInfo& info, std::wstring& problem) {
     return boundary::Guard("ParseRunScenarioInfo", [&] { return json::Read(std::wstring_view(json), info, problem); });
 }

@@ -18,6 +18,11 @@ inline constexpr wchar_t resultFileName[] = L"run_scenario_result.json";
 inline constexpr wchar_t killFileName[] = L"killprocess";
 inline constexpr wchar_t logFileName[] = L"scenario.log";
 
+/// The environment variable of every process of a run, runner and scenario, and what it says: the native path of the
+/// run's request.
+inline constexpr wchar_t runInfoVariable[] = L"CONTROLLER_RUN_INFO";
+CONTROLLER_API std::wstring RunInfoPath(const std::wstring& workDir);
+
 /// The request that the function "RunScenario" takes.
 struct RunScenarioInfo {
     std::wstring jobId;

@@ -17,6 +17,7 @@
 #include "platform/ProgramArguments.h"
 #include "platform/Text.h"
 #include "platform/Waiting.h"
+#include "programs/Misdeeds.h"
 #include "programs/StopRequests.h"
 
 namespace {
@@ -91,12 +92,16 @@ void ReportProgress(const std::wstring& percentage) {
                             InCurrentFolder(run_protocol::progressFileName));
 }
 
-void WaitForRequest(const std::wstring&) {
+void WaitForFile(const std::wstring& name) {
     platform::FolderWatch watch(platform::CurrentFolder());
-    while (!platform::Exists(InCurrentFolder(run_protocol::killFileName))) {
+    while (!platform::Exists(InCurrentFolder(name))) {
         platform::WaitForAny({watch.Handle()}, std::nullopt);
         watch.Rearm();
     }
+}
+
+void WaitForRequest(const std::wstring&) {
+    WaitForFile(run_protocol::killFileName);
 }
 
 void LeaveOneBehind(const std::wstring&) {
@@ -124,15 +129,15 @@ void IgnoreRequests(const std::wstring&) {
     std::exit(std::stoi(code));
 }
 
-/// Each is the beginning of a step; what follows it is its own.
-const std::map<std::wstring, std::function<void(const std::wstring&)>>& KnownSteps() {
-    static const std::map<std::wstring, std::function<void(const std::wstring&)>> steps = {
+Steps UsualSteps() {
+    return {
         {L"print ", Print},
         {L"print lines ", PrintLines},
         {L"print variable ", PrintVariable},
         {L"write result ", WriteResult},
         {L"write unusable result", WriteUnusableResult},
         {L"report progress ", ReportProgress},
+        {L"wait for file ", WaitForFile},
         {L"wait for request", WaitForRequest},
         {L"wait", Wait},
         {L"leave one behind", LeaveOneBehind},
@@ -141,6 +146,14 @@ const std::map<std::wstring, std::function<void(const std::wstring&)>>& KnownSte
         {L"ignore requests", IgnoreRequests},
         {L"exit ", Exit},
     };
+}
+
+const Steps& KnownSteps() {
+    static const Steps steps = [] {
+        Steps all = UsualSteps();
+        all.merge(SystemMisdeeds());
+        return all;
+    }();
     return steps;
 }
 

@@ -3,18 +3,18 @@
 #include <cstdlib>
 #include <fstream>
 #include <map>
-#include <memory>
 #include <string>
 
-#include <dirent.h>
 #include <unistd.h>
+
+#include "platform/posix/ProcessList.h"
 
 namespace platform {
 namespace {
 
 /// The fourth field of /proc/<number>/stat; the second one is a name in parentheses that may hold anything.
-pid_t ParentOf(const std::string& number) {
-    std::ifstream file("/proc/" + number + "/stat");
+pid_t ParentOf(pid_t process) {
+    std::ifstream file("/proc/" + std::to_string(process) + "/stat");
     std::string text;
     std::getline(file, text, '\0');
     const std::size_t nameEnd = text.rfind(')');
@@ -26,12 +26,8 @@ pid_t ParentOf(const std::string& number) {
 
 std::multimap<pid_t, pid_t> ReadChildrenByParent() {
     std::multimap<pid_t, pid_t> children;
-    const std::unique_ptr<DIR, int (*)(DIR*)> folder(opendir("/proc"), closedir);
-    while (const dirent* const entry = folder ? readdir(folder.get()) : nullptr) {
-        const std::string name = entry->d_name;
-        if (name.find_first_not_of("0123456789") == std::string::npos) {
-            children.emplace(ParentOf(name), static_cast<pid_t>(std::strtol(name.c_str(), nullptr, 10)));
-        }
+    for (const pid_t process : ListProcesses()) {
+        children.emplace(ParentOf(process), process);
     }
     return children;
 }

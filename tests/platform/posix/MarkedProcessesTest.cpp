@@ -1,0 +1,61 @@
+#include "platform/MarkedProcesses.h"
+
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include "platform/Environment.h"
+#include "support/TestProcess.h"
+
+using platform::EndMarkedProcesses;
+
+namespace {
+
+constexpr const wchar_t* variable = L"CONTROLLER_TEST_MARK";
+
+/// Processes whose mark is theirs alone, all of them holding the writing end of one pipe: its end shows that none
+/// lives.
+class MarkedProcessesTest : public testing::Test {
+protected:
+    void Start(const std::wstring& command, const std::wstring& value) {
+        ASSERT_FALSE(life.Open());
+        ASSERT_FALSE(output.Open());
+        platform::ProcessStart start =
+            test_support::TestProcess({command, platform::InheritedHandleText(life.WriteEnd())});
+        start.environment = {{variable, value}};
+        start.output = output.WriteEnd();
+        start.inherited = {life.WriteEnd()};
+        ASSERT_FALSE(platform::StartProcess(start, process));
+        life.CloseWriteEnd();
+        output.CloseWriteEnd();
+        ASSERT_TRUE(test_support::ReadUntil(output, "ready"));
+    }
+
+    static std::wstring OwnValue() { return L"mark of " + std::to_wstring(platform::OwnProcessNumber()); }
+
+    platform::OutputPipe life;
+    platform::OutputPipe output;
+    platform::OwnedHandle process;
+};
+
+} // namespace
+
+TEST_F(MarkedProcessesTest, AProcessAndAllThatItStartedAreEnded) {
+    Start(L"have-family", OwnValue());
+    EXPECT_EQ(EndMarkedProcesses(variable, {L"another", OwnValue()}), 4U);
+    EXPECT_EQ(test_support::ReadToEnd(life), "");
+    EXPECT_EQ(EndMarkedProcesses(variable, {OwnValue()}), 0U);
+}
+
+TEST_F(MarkedProcessesTest, OtherValuesAreLeftAlone) {
+    Start(L"wait", OwnValue() + L" and more");
+    EXPECT_EQ(EndMarkedProcesses(variable, {OwnValue(), OwnValue() + L" and", L""}), 0U);
+    EXPECT_EQ(EndMarkedProcesses(variable, {}), 0U);
+    EXPECT_TRUE(platform::IsProcessRunning(process.Get()));
+    EXPECT_EQ(EndMarkedProcesses(variable, {OwnValue() + L" and more"}), 1U);
+}
+
+TEST_F(MarkedProcessesTest, TheProcessThatAsksIsNotEnded) {
+    platform::SetEnvironment(variable, OwnValue());
+    EXPECT_EQ(EndMarkedProcesses(variable, {OwnValue()}), 0U);
+}
