@@ -5,6 +5,7 @@
 #include <utility>
 
 #include "companion/ControllerCSWrapper.h"
+#include "companion/SettingsExposure.h"
 #include "companion/SettingsFile.h"
 #include "companion/log/LogFile.h"
 #include "platform/Directories.h"
@@ -41,6 +42,7 @@ Place NamedPlace(const std::wstring& path) {
 struct Findings {
     std::wstring error;
     std::vector<std::wstring> warnings;
+    std::vector<std::wstring> exposedFiles;
 };
 
 void Report(const Findings& findings) {
@@ -50,6 +52,11 @@ void Report(const Findings& findings) {
     }
     for (const std::wstring& warning : findings.warnings) {
         ControllerCSWrapper::WriteWarnLog(L"A part of the settings has no effect: " + warning);
+    }
+    for (const std::wstring& file : findings.exposedFiles) {
+        ControllerCSWrapper::WriteWarnLog(
+            L"Everybody may change " + platform::ToNativeText(file) +
+            L", and so decide what runs in your name: take the right to write from others");
     }
 }
 
@@ -137,6 +144,7 @@ private:
                 HoldMembers(*held, read, findings.warnings);
             }
             current = std::make_shared<const Settings>(std::move(read));
+            findings.exposedFiles = ExposedFiles(*current);
         }
     }
 

@@ -10,6 +10,7 @@
 #include "platform/Environment.h"
 #include "platform/FileSystem.h"
 #include "platform/NativePath.h"
+#include "platform/SystemHelpers.h"
 #include "support/TemporaryFolder.h"
 
 namespace {
@@ -173,6 +174,20 @@ TEST_F(SettingsTest, LogsUnknownMembersAsWarnings) {
     settings::Current();
     EXPECT_NE(Log().find("warning"), std::string::npos);
     EXPECT_NE(Log().find("cultur: there is no such member"), std::string::npos);
+}
+
+TEST_F(SettingsTest, LogsThatEverybodyMayChangeTheFileOrAModule) {
+    WriteTextFile(folder / L"modules\\mine.so", "");
+    WriteTextFile(folder / L"modules\\shared.so", "");
+    LetEverybodyWrite(folder / L"modules\\shared.so");
+    Write(R"({"functionModules":["modules/mine.so","modules/shared.so"]})");
+    settings::Current();
+    EXPECT_EQ(CountOf("Everybody may change", Log()), 1);
+    EXPECT_EQ(CountOf("shared.so, and so decide what runs in your name", Log()), 1);
+    Write(R"({"functionModules":[]})");
+    LetEverybodyWrite(path);
+    settings::Current();
+    EXPECT_EQ(CountOf("settings.json, and so decide what runs in your name", Log()), 1);
 }
 
 TEST_F(SettingsTest, NamesTheLogFileUntilAnotherIsGiven) {

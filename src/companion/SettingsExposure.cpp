@@ -1,0 +1,18 @@
+#include "companion/SettingsExposure.h"
+
+#include <algorithm>
+#include <iterator>
+
+#include "platform/OtherUsers.h"
+
+namespace settings {
+
+std::vector<std::wstring> ExposedFiles(const Settings& settings) {
+    std::vector<std::wstring> files{settings.file, settings.eventTransmitter, settings.scenarioRunner};
+    files.insert(files.end(), settings.functionModules.begin(), settings.functionModules.end());
+    std::vector<std::wstring> exposed;
+    std::copy_if(files.begin(), files.end(), std::back_inserter(exposed), platform::AnybodyMayChange);
+    return exposed;
+}
+
+} // namespace settings
