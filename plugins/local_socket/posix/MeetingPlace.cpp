@@ -100,8 +100,9 @@ std::wstring ConnectFailure(const std::string& path) {
 
 std::string SocketFolder(const std::optional<std::string>& runtimeFolder, uid_t user) {
     struct stat status {};
-    if (runtimeFolder && !runtimeFolder->empty() && runtimeFolder->front() == '/' &&
-        ::lstat(runtimeFolder->c_str(), &status) == 0 && S_ISDIR(status.st_mode) && status.st_uid == user) {
+    const bool isThere = runtimeFolder && !runtimeFolder->empty() && runtimeFolder->front() == '/' &&
+                         ::lstat(runtimeFolder->c_str(), &status) == 0;
+    if (isThere && S_ISDIR(status.st_mode) && status.st_uid == user && (status.st_mode & (S_IWGRP | S_IWOTH)) == 0) {
         return *runtimeFolder + "/common_controller";
     }
     return "/tmp/common_controller-" + std::to_string(user);

@@ -11,8 +11,8 @@
 /// Where engine and front ends of one user meet on Linux: a socket in a folder that nobody else can enter.
 namespace local_socket {
 
-/// The folder of the sockets: in the user's run-time folder if `runtimeFolder` names one that is the user's own, else
-/// in /tmp.
+/// The folder of the sockets: in the user's run-time folder if `runtimeFolder` names one that is the user's own and
+/// that nobody else may write to, else in /tmp.
 std::string SocketFolder(const std::optional<std::string>& runtimeFolder, uid_t user);
 
 /// Makes the folder where it is missing, if `create` says so. Empty when it is a real folder of this user with the mode

@@ -62,6 +62,16 @@ TEST_F(MeetingPlaceTest, WithoutAnOwnRuntimeFolderItStandsInTmp) {
     EXPECT_EQ(SocketFolder(runtimePath, geteuid() + 1), "/tmp/common_controller-" + std::to_string(geteuid() + 1));
 }
 
+TEST_F(MeetingPlaceTest, ARuntimeFolderWhereOthersMayWriteIsNotUsed) {
+    const std::string elsewhere = "/tmp/common_controller-" + std::to_string(geteuid());
+    for (const mode_t mode : {0777u, 0770u, 01777u, 0702u}) {
+        ASSERT_EQ(chmod(runtimePath.c_str(), mode), 0);
+        EXPECT_EQ(SocketFolder(runtimePath, geteuid()), elsewhere) << mode;
+    }
+    ASSERT_EQ(chmod(runtimePath.c_str(), 0755), 0);
+    EXPECT_EQ(SocketFolder(runtimePath, geteuid()), runtimePath + "/common_controller");
+}
+
 TEST_F(MeetingPlaceTest, TheFolderIsMadeForTheOwnerAlone) {
     EXPECT_EQ(CheckSocketFolder(folder, true), L"");
     EXPECT_EQ(ModeOf(folder), 0700u);
