@@ -1,5 +1,6 @@
 #include "controller_host/RequestInbox.h"
 
+#include <algorithm>
 #include <utility>
 
 namespace {
@@ -41,14 +42,17 @@ RequestInbox::~RequestInbox() {
 std::deque<Request> RequestInbox::TakeAll() {
     const std::lock_guard lock(mutex);
     arrived.Clear();
+    characters = 0;
     return std::exchange(requests, {});
 }
 
 bool RequestInbox::Add(Request request) {
     const std::lock_guard lock(mutex);
-    if (requests.size() >= requestLimit) {
+    const std::size_t room = characterLimit - std::min(characters, characterLimit);
+    if (requests.size() >= requestLimit || (request.payload.size() > room && !requests.empty())) {
         return false;
     }
+    characters += request.payload.size();
     requests.push_back(std::move(request));
     arrived.Raise();
     return true;

@@ -41,6 +41,19 @@ TEST(RequestInboxTest, RefusesAFlood) {
     EXPECT_TRUE(line.Deliver(1, L"First", L""));
 }
 
+TEST(RequestInboxTest, RefusesMoreThanMemoryIsMeantFor) {
+    LineDouble line;
+    RequestInbox inbox(line, {L"First"});
+    const std::wstring large(RequestInbox::characterLimit + 1, L'x');
+    EXPECT_TRUE(line.Deliver(1, L"First", large));
+    EXPECT_FALSE(line.Deliver(1, L"First", L"x"));
+    EXPECT_EQ(inbox.TakeAll().size(), 1U);
+    const std::wstring half(RequestInbox::characterLimit / 2, L'x');
+    EXPECT_TRUE(line.Deliver(1, L"First", half));
+    EXPECT_TRUE(line.Deliver(1, L"First", half));
+    EXPECT_FALSE(line.Deliver(1, L"First", L"x"));
+}
+
 TEST(RequestInboxTest, TakesItsHandlersAway) {
     LineDouble line;
     { const RequestInbox inbox(line, {L"First"}); }
