@@ -5,6 +5,7 @@
 #include <cstdint>
 
 #include "platform/CodeUnits.h"
+#include "platform/OneLine.h"
 
 namespace controller_cli {
 namespace {
@@ -72,11 +73,6 @@ std::size_t WidthOf(std::uint32_t character) {
     return IsIn(wideRanges, character) ? 2 : 1;
 }
 
-bool IsControl(std::uint32_t character) {
-    return character < 0x20 || (character >= 0x7F && character < 0xA0) || character == 0x2028 || character == 0x2029 ||
-           (character >= 0x202A && character <= 0x202E) || (character >= 0x2066 && character <= 0x2069);
-}
-
 /// How many elements at the beginning take at most `width` columns.
 std::size_t LengthWithin(std::wstring_view text, std::size_t width) {
     std::size_t length = 0;
@@ -99,7 +95,7 @@ std::wstring OneLine(std::wstring_view text) {
     line.reserve(text.size());
     while (!text.empty()) {
         const Character character = FirstCharacter(text);
-        if (IsControl(character.code)) {
+        if (platform::SteersReaders(character.code)) {
             line += L' ';
         } else if (platform::IsSurrogate(character.code)) {
             line += L'\xFFFD';

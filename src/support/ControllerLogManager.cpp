@@ -2,6 +2,7 @@
 
 #include "companion/ControllerCSWrapper.h"
 #include "platform/Environment.h"
+#include "platform/OneLine.h"
 #include "support/Numbers.h"
 
 #include <cstddef>
@@ -95,7 +96,8 @@ void ControllerLogManager::Output(MessageType type, long level, const std::wstri
         WriteToFile(type, message);
     }
     if (type != Debug && level <= consoleLevel) {
-        WriteToConsole(CreateHeaderString(type) + message + L"\n");
+        // What stands in names and reports of others must not forge lines or steer the terminal.
+        WriteToConsole(CreateHeaderString(type) + platform::Escaped(message) + L"\n");
     }
 }
 

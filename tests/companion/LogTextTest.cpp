@@ -26,6 +26,12 @@ TEST(LogTextTest, EscapesControlCharacters) {
     EXPECT_EQ(LogText(std::wstring(L"a\0b", 3)), "a\\u0000b");
 }
 
+TEST(LogTextTest, EscapesWhatTurnsTheDirectionOfText) {
+    EXPECT_EQ(LogText(L"a\u202eb\u202cc\u2066d\u2069e\u200ef\u200fg\u061ch"),
+              "a\\u202eb\\u202cc\\u2066d\\u2069e\\u200ef\\u200fg\\u061ch");
+    EXPECT_EQ(LogText(L"\u05d0\u0628"), "\xd7\x90\xd8\xa8");
+}
+
 TEST(LogTextTest, EscapesLoneSurrogates) {
     EXPECT_EQ(LogText(std::wstring(1, static_cast<wchar_t>(0xd800)) + L"x"), "\\ud800x");
     EXPECT_EQ(LogText(std::wstring(1, static_cast<wchar_t>(0xdc80))), "\\udc80");

@@ -46,6 +46,9 @@ TEST(DisplayTextTest, OneLineHasNothingThatATerminalObeys) {
     EXPECT_EQ(OneLine(L"a\x202e"
                       L"b\x2066"),
               L"a b ");
+    EXPECT_EQ(OneLine(L"a\x200e\x200f\x061c"
+                      L"b"),
+              L"a   b");
     EXPECT_EQ(OneLine(std::wstring(1, wchar_t{0xdc80}) + L"x"), L"\xfffdx");
     EXPECT_EQ(OneLine(L"\U0001F600"), L"\U0001F600");
 }

@@ -132,6 +132,13 @@ TEST_F(ControllerLogManagerTest, NarrowTextEndsAtAnEmbeddedZeroByte) {
     EXPECT_EQ(companion.Events(), Lines{L"info: before"});
 }
 
+TEST_F(ControllerLogManagerTest, OneMessageIsOneLineOfTheConsoleAndSteersNoTerminal) {
+    Log::Initialize(0, L"", true);
+    Log::Log(L"Input: a\n[ERROR]       : forged\r\x1b[2J\x9b\u202e is not found");
+    EXPECT_EQ(console.Text(),
+              L"[INFO]        : Input: a\\n[ERROR]       : forged\\r\\u001b[2J\\u009b\\u202e is not found\n");
+}
+
 TEST_F(ControllerLogManagerTest, EmptyMessagesAreWrittenToo) {
     Log::Initialize(0, L"C:\\log\\controller.log", true);
     Log::Log(std::string());
