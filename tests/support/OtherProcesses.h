@@ -1,6 +1,8 @@
 #pragma once
 
 #include <cstdint>
+#include <string>
+#include <vector>
 
 #include "platform/ProcessHandle.h"
 
@@ -8,6 +10,14 @@ namespace test_support {
 
 /// A handle to a process that somebody else started; null when there is none of this number (any more).
 platform::OwnedHandle OpenProcessByNumber(std::uint32_t number);
+
+/// The numbers of the processes that this one started and that are still there, those that have ended but were not
+/// taken notice of included; not that which Windows gives it for its console.
+std::vector<std::uint32_t> ChildrenOf(std::uint32_t number);
+
+/// How many living processes have their current folder in or below `folder`. Windows does not tell (0), but keeps such
+/// a folder from being removed.
+int CountProcessesIn(const std::wstring& folder);
 
 /// Ends one process by force, and nothing that it started.
 void KillProcess(void* process);

@@ -1,15 +1,43 @@
 #include "support/OtherProcesses.h"
 
 #include <csignal>
+#include <filesystem>
+#include <fstream>
 
 #include "platform/posix/DescriptorHandle.h"
 #include "platform/posix/ProcessDescriptor.h"
+#include "platform/posix/SystemPath.h"
 
 namespace test_support {
 
 platform::OwnedHandle OpenProcessByNumber(std::uint32_t number) {
     const int descriptor = platform::OpenProcessDescriptor(static_cast<pid_t>(number));
     return descriptor < 0 ? platform::OwnedHandle() : platform::OwnedHandle(platform::HandleOf(descriptor));
+}
+
+std::vector<std::uint32_t> ChildrenOf(std::uint32_t number) {
+    std::vector<std::uint32_t> children;
+    std::error_code ignored;
+    for (const auto& thread :
+         std::filesystem::directory_iterator("/proc/" + std::to_string(number) + "/task", ignored)) {
+        std::ifstream file(thread.path() / "children");
+        for (std::uint32_t child = 0; file >> child;) {
+            children.push_back(child);
+        }
+    }
+    return children;
+}
+
+int CountProcessesIn(const std::wstring& folder) {
+    const std::string start = platform::SystemPath(folder);
+    std::error_code ignored;
+    int count = 0;
+    for (const auto& process : std::filesystem::directory_iterator("/proc", ignored)) {
+        // A process that has ended has none.
+        const std::string current = std::filesystem::read_symlink(process.path() / "cwd", ignored);
+        count += current.starts_with(start) ? 1 : 0;
+    }
+    return count;
 }
 
 void KillProcess(void* process) {

@@ -1,0 +1,59 @@
+#include "FrontEndCrowd.h"
+
+#include "platform/Text.h"
+#include "support/OtherProcesses.h"
+#include "support/TestProcess.h"
+
+#include <utility>
+
+namespace {
+
+constexpr std::size_t mostMembers = 8;
+/// Done; a job did not succeed; what was named does not exist (any more).
+constexpr std::int32_t worstUsualExit = 2;
+
+} // namespace
+
+void FrontEndCrowd::Start(const platform::ProcessStart& start) {
+    TakeNotice();
+    if (members.size() >= mostMembers) {
+        return;
+    }
+    platform::OwnedHandle process;
+    if (const platform::Error error = platform::StartProcess(start, process)) {
+        problems.push_back("A front end cannot be started: " + platform::ToUtf8(error.Text()));
+        return;
+    }
+    ++started;
+    members.push_back({start.arguments.front(), std::move(process)});
+}
+
+bool FrontEndCrowd::KillOne(std::mt19937& random) {
+    TakeNotice();
+    if (members.empty()) {
+        return false;
+    }
+    const auto victim = members.begin() + static_cast<std::ptrdiff_t>(random() % members.size());
+    test_support::KillProcess(victim->process.Get());
+    test_support::WaitUntilSignalled(victim->process.Get());
+    members.erase(victim);
+    ++killed;
+    return true;
+}
+
+void FrontEndCrowd::EndAll() {
+    std::mt19937 anyOrder;
+    while (KillOne(anyOrder)) {
+    }
+}
+
+void FrontEndCrowd::TakeNotice() {
+    std::erase_if(members, [this](const Member& member) {
+        const auto exitCode = platform::ExitCode(member.process.Get());
+        if (exitCode.value_or(0) < 0 || exitCode.value_or(0) > worstUsualExit) {
+            problems.push_back("The front end " + platform::ToUtf8(member.command) + " has ended with " +
+                               platform::ToUtf8(platform::ExitCodeText(*exitCode)));
+        }
+        return exitCode.has_value();
+    });
+}

@@ -1,0 +1,147 @@
+/// The long run: a host that is kept busy, and everything around it that goes wrong, must take no more of the system at
+/// the end than at the beginning. As a test of the build it is short; the environment makes it long: SOAK_MINUTES, and
+/// SOAK_SEED, which says what is drawn.
+
+#include "Flatness.h"
+#include "HostProcessFixture.h"
+#include "Leavings.h"
+#include "SoakDriver.h"
+
+#include "platform/Environment.h"
+#include "platform/FileSystem.h"
+#include "platform/NativePath.h"
+#include "platform/Text.h"
+#include "support/OtherProcesses.h"
+
+#include <chrono>
+#include <cstdio>
+
+namespace {
+
+using std::chrono::steady_clock;
+
+/// How long a run is, and how many jobs make a round: at its end is the quiet moment when the host is measured.
+struct RunLength {
+    std::chrono::minutes time{0};
+    int rounds = 3;
+    std::size_t jobsOfARound = 12;
+    /// Jobs that are listed at the end of each round.
+    std::size_t rows = 10;
+    int warmUpRounds = 1;
+};
+
+unsigned NumberFrom(const std::wstring& variable, unsigned otherwise) {
+    const std::wstring text = platform::GetEnvironment(variable).value_or(L"");
+    return text.empty() ? otherwise : static_cast<unsigned>(std::stoul(text));
+}
+
+RunLength LengthFromEnvironment() {
+    RunLength length;
+    length.time = std::chrono::minutes(NumberFrom(L"SOAK_MINUTES", 0));
+    if (length.time.count() > 0) {
+        length.jobsOfARound = 250;
+        length.rows = 300;
+        length.warmUpRounds = 8;
+    }
+    return length;
+}
+
+class SoakTest : public HostProcessFixture {
+protected:
+    SoakTest() {
+        WriteSettings(R"({"version":1,"workDirectory":"work","logFile":"controller.log","jobListFile":"job_list.json",)"
+                      R"("scenarioDirectories":[{"path":"scenarios"}],"interpreters":{".rb":["test_scenario"]},)"
+                      R"("cancelGraceSeconds":1,"scenarioLogLimitBytes":65536,"transmitterName":")" +
+                      platform::ToUtf8(meetingPlace) + "\"}");
+        for (const JobKind& kind : JobKinds()) {
+            WriteTextFile(folder / (L"scenarios\\" + platform::FromUtf8(kind.name) + L".rb"), kind.steps);
+        }
+        WriteTextFile(folder / L"jobs.json", R"({"EnqueueJobs":[{"scenario":{"id":"success.rb"},"outputDir":"out",)"
+                                             R"("inputFileSets":[["inputs.txt"],["inputs.txt"]]}]})");
+        platform::EnsureFolder(folder / L"temporary");
+    }
+
+    SoakPlace Place() const {
+        const auto frontEnd = [this](const std::vector<std::wstring>& arguments) {
+            platform::ProcessStart process = FrontEndProcess(arguments);
+            for (const wchar_t* const name : {L"TMPDIR", L"TMP", L"TEMP"}) {
+                process.environment.emplace_back(name, platform::ToNativeText(folder / L"temporary"));
+            }
+            return process;
+        };
+        return {meetingPlace, host.Get(), folder / L"inputs.txt", folder / L"out", folder / L"jobs.json", frontEnd};
+    }
+
+    void RunRounds(SoakDriver& driver) {
+        const auto end = steady_clock::now() + length.time;
+        for (int round = 0; round < length.rounds || steady_clock::now() < end; ++round) {
+            driver.RunRound(length.jobsOfARound);
+            driver.ShortenList(length.rows);
+            driver.CompareList();
+            TakeSample(driver);
+        }
+    }
+
+    void TakeSample(const SoakDriver& driver) {
+        Sample& sample = samples.emplace_back();
+        sample.jobs = static_cast<int>(driver.Jobs().Made());
+        sample.figures = FiguresOf(host.Get());
+        const auto minutes = std::chrono::duration<double, std::ratio<60>>(steady_clock::now() - begin).count();
+        std::printf("%6.1f min %7d jobs %9.1f KiB private %9.1f KiB resident %4d handles %3d threads %3d zombies\n",
+                    minutes, sample.jobs, static_cast<double>(sample.figures.privateBytes) / 1024,
+                    static_cast<double>(sample.figures.residentBytes) / 1024, sample.figures.handles,
+                    sample.figures.threads, sample.figures.zombies);
+        std::fflush(stdout);
+        EXPECT_EQ(test_support::CountProcessesIn(folder.Path()), 0) << "processes of jobs that have ended";
+    }
+
+    std::vector<Sample> SamplesAfterWarmUp() const { return {samples.begin() + length.warmUpRounds, samples.end()}; }
+
+    void Report(const SoakDriver& driver) const {
+        for (const auto& [end, count] : driver.Jobs().Ends()) {
+            std::printf("%7d jobs ended as %s\n", count, end.c_str());
+        }
+        for (const auto& [what, count] : driver.Done()) {
+            std::printf("%7d %s\n", count, what.c_str());
+        }
+        std::printf("%7d front ends started\n%7d front ends killed\n", driver.FrontEnds().Started(),
+                    driver.FrontEnds().Killed());
+        const std::vector<Sample> measured = SamplesAfterWarmUp();
+        std::printf(
+            "Memory grows by %.1f bytes a job from job %d to job %d; allowed are %.1f, of which %.0f are meant\n",
+            BytesPerJob(measured), measured.front().jobs, measured.back().jobs, AllowedBytesPerJob(measured, limits),
+            limits.specifiedBytesPerJob);
+    }
+
+    void ExpectNo(const std::vector<std::string>& problems) const {
+        for (const std::string& problem : problems) {
+            ADD_FAILURE() << problem;
+        }
+    }
+
+    /// The engine knows every id that it has given out for as long as it lives: an element of a set, and its text.
+    static constexpr GrowthLimits limits{
+        .specifiedBytesPerJob = 128, .noiseBytesPerJob = 24, .noiseBytes = 512.0 * 1024};
+
+    const RunLength length = LengthFromEnvironment();
+    const steady_clock::time_point begin = steady_clock::now();
+    std::vector<Sample> samples;
+};
+
+TEST_F(SoakTest, ABusyHostStaysAsItIsAndLeavesNothingBehind) {
+    const unsigned seed = NumberFrom(L"SOAK_SEED", 1);
+    std::printf("Seed %u\n", seed);
+    StartHost();
+    SoakDriver driver(Place(), seed);
+    RunRounds(driver);
+    const std::vector<JobListInfo> listed = driver.CompareList();
+    driver.EndHost();
+    EXPECT_EQ(AwaitHostEnd(), 0);
+    Report(driver);
+    ExpectNo(driver.Problems());
+    ExpectNo(ReasonsNotFlat(SamplesAfterWarmUp(), limits));
+    ExpectNo(FindLeavings(folder.Path(), listed));
+    EXPECT_EQ(test_support::CountProcessesIn(folder.Path()), 0);
+}
+
+} // namespace
