@@ -10,10 +10,12 @@
 #include "platform/Console.h"
 #include "platform/Environment.h"
 #include "platform/ProgramArguments.h"
+#include "platform/SharedLibrary.h"
 #include "platform/StopSignal.h"
 
 int main(int argc, char** argv) {
     using namespace controller_cli;
+    platform::NarrowModuleSearch();
     platform::PrepareConsole();
     const std::vector<std::wstring> arguments = platform::ProgramArguments(argc, argv);
     // One-letter commands end at once on Ctrl-C.

@@ -3,6 +3,7 @@
 #include "controller_host/HostOptions.h"
 #include "platform/Console.h"
 #include "platform/ProgramArguments.h"
+#include "platform/SharedLibrary.h"
 #include "platform/Text.h"
 
 namespace {
@@ -30,6 +31,7 @@ HostExit Run(const HostOptions& options) {
 } // namespace
 
 int main(int argc, char** argv) {
+    platform::NarrowModuleSearch();
     platform::PrepareConsole();
     return static_cast<int>(Run(ParseHostOptions(platform::ProgramArguments(argc, argv))));
 }

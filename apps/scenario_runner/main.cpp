@@ -5,6 +5,7 @@
 #include "platform/Console.h"
 #include "platform/Process.h"
 #include "platform/ProgramArguments.h"
+#include "platform/SharedLibrary.h"
 #include "platform/Text.h"
 #include "scenario_runner/ResultFile.h"
 #include "scenario_runner/RunResult.h"
@@ -56,6 +57,7 @@ RunnerExit Run(const std::vector<std::wstring>& words) {
 } // namespace
 
 int main(int count, char** values) {
+    platform::NarrowModuleSearch();
     platform::PrepareConsole();
     try {
         return static_cast<int>(Run(platform::ProgramArguments(count, values)));

@@ -3,7 +3,10 @@
 #include <gtest/gtest.h>
 
 #include "platform/Directories.h"
+#include "platform/Environment.h"
 #include "platform/Export.h"
+#include "platform/NativePath.h"
+#include "platform/SystemHelpers.h"
 #include "platform/Text.h"
 #include "support/TemporaryFolder.h"
 
@@ -54,6 +57,26 @@ TEST(SharedLibraryTest, WhatIsNoModuleIsNotLoaded) {
     EXPECT_EQ(LoadModule(folder.Path()), nullptr);
     EXPECT_EQ(LoadModule(ModulePath() + std::wstring(1, L'\0')), nullptr);
     EXPECT_EQ(LoadModule(L""), nullptr);
+}
+
+TEST(SharedLibraryTest, ABareNameMeansTheProgramsFolder) {
+    void* const module = LoadModule(platform::FromUtf8(TEST_MODULE_FILE));
+    EXPECT_NE(module, nullptr);
+    FreeModule(module);
+}
+
+TEST(SharedLibraryTest, ABareNameIsNotLookedForAnywhereElse) {
+    const TemporaryFolder folder;
+    const std::wstring name = std::wstring(L"of_another_folder") + platform::moduleExtension;
+    WriteTextFile(folder / name, ReadTextFile(ModulePath()));
+    const std::wstring before = platform::GetEnvironment(L"PATH").value_or(L"");
+    platform::SetEnvironment(L"PATH", platform::ToNativeText(folder.Path()) + platform::pathListSeparator + before);
+    const ScopedCurrentFolder current(folder.Path());
+    EXPECT_EQ(LoadModule(name), nullptr);
+    platform::SetEnvironment(L"PATH", before);
+    void* const module = LoadModule(L".\\" + name);
+    EXPECT_NE(module, nullptr);
+    FreeModule(module);
 }
 
 TEST(SharedLibraryTest, ANullModuleHasNoExports) {

@@ -39,6 +39,18 @@ public:
     ScopedTimeZone& operator=(const ScopedTimeZone&) = delete;
 };
 
+/// The process works in a folder while this lives.
+class ScopedCurrentFolder {
+public:
+    explicit ScopedCurrentFolder(const std::wstring& folder);
+    ~ScopedCurrentFolder();
+    ScopedCurrentFolder(const ScopedCurrentFolder&) = delete;
+    ScopedCurrentFolder& operator=(const ScopedCurrentFolder&) = delete;
+
+private:
+    std::wstring previous;
+};
+
 /// Lowers the number of files that this process may have open, where the system has such a limit.
 class ScopedOpenFileLimit {
 public:

@@ -2,6 +2,8 @@
 
 #include <dlfcn.h>
 
+#include "platform/Directories.h"
+#include "platform/NativePath.h"
 #include "platform/PathRoot.h"
 #include "platform/posix/SystemPath.h"
 
@@ -9,7 +11,12 @@ namespace platform {
 
 void* LoadModule(const std::wstring& path) {
     // To dlopen the empty path is the program itself.
-    return NamesNothing(path) ? nullptr : dlopen(SystemPath(path).c_str(), RTLD_NOW | RTLD_LOCAL);
+    if (NamesNothing(path)) {
+        return nullptr;
+    }
+    // And a bare name something to search for in LD_LIBRARY_PATH and the system's folders.
+    const std::wstring place = FileName(path) == path ? ProgramFolder() + L"\\" + path : path;
+    return dlopen(SystemPath(place).c_str(), RTLD_NOW | RTLD_LOCAL);
 }
 
 void* FindExport(void* module, const char* name) {
@@ -21,5 +28,7 @@ void FreeModule(void* module) {
         dlclose(module);
     }
 }
+
+void NarrowModuleSearch() {}
 
 } // namespace platform

@@ -2,6 +2,8 @@
 
 #include <windows.h>
 
+#include "platform/Directories.h"
+#include "platform/NativePath.h"
 #include "platform/PathRoot.h"
 #include "platform/windows/SystemPath.h"
 
@@ -26,8 +28,15 @@ private:
 } // namespace
 
 void* LoadModule(const std::wstring& path) {
+    if (NamesNothing(path)) {
+        return nullptr;
+    }
     const QuietErrors quiet;
-    return NamesNothing(path) ? nullptr : LoadLibraryW(SystemPath(path).c_str());
+    const bool isBareName = FileName(path) == path;
+    // These places for what the module needs can only be named with a whole path.
+    const std::wstring whole = ResolveAgainst(isBareName ? ProgramFolder() : CurrentFolder(), path);
+    constexpr DWORD searched = LOAD_LIBRARY_SEARCH_DLL_LOAD_DIR | LOAD_LIBRARY_SEARCH_DEFAULT_DIRS;
+    return LoadLibraryExW(SystemPath(whole).c_str(), nullptr, searched);
 }
 
 void* FindExport(void* module, const char* name) {
@@ -41,6 +50,10 @@ void FreeModule(void* module) {
     if (module != nullptr) {
         FreeLibrary(static_cast<HMODULE>(module));
     }
+}
+
+void NarrowModuleSearch() {
+    SetDefaultDllDirectories(LOAD_LIBRARY_SEARCH_DEFAULT_DIRS);
 }
 
 } // namespace platform

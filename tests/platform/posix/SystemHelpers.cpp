@@ -4,10 +4,12 @@
 #include <ctime>
 
 #include <fcntl.h>
+#include <gtest/gtest.h>
 #include <sys/resource.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "platform/Directories.h"
 #include "platform/NativePath.h"
 #include "platform/Text.h"
 
@@ -66,6 +68,14 @@ ScopedTimeZone::ScopedTimeZone(const char* zone) {
 ScopedTimeZone::~ScopedTimeZone() {
     unsetenv("TZ");
     tzset();
+}
+
+ScopedCurrentFolder::ScopedCurrentFolder(const std::wstring& folder) : previous(platform::CurrentFolder()) {
+    EXPECT_EQ(chdir(Bytes(folder).c_str()), 0);
+}
+
+ScopedCurrentFolder::~ScopedCurrentFolder() {
+    EXPECT_EQ(chdir(Bytes(previous).c_str()), 0);
 }
 
 ScopedOpenFileLimit::ScopedOpenFileLimit(std::uint64_t limit) {

@@ -7,6 +7,7 @@
 
 #include <sddl.h>
 
+#include "platform/Directories.h"
 #include "platform/FileSystem.h"
 #include "platform/NativePath.h"
 
@@ -61,6 +62,14 @@ ScopedTimeZone::ScopedTimeZone(const char* zone) {
 ScopedTimeZone::~ScopedTimeZone() {
     _putenv_s("TZ", "");
     _tzset();
+}
+
+ScopedCurrentFolder::ScopedCurrentFolder(const std::wstring& folder) : previous(platform::CurrentFolder()) {
+    SetCurrentDirectoryW(platform::ToNativeText(folder).c_str());
+}
+
+ScopedCurrentFolder::~ScopedCurrentFolder() {
+    SetCurrentDirectoryW(platform::ToNativeText(previous).c_str());
 }
 
 ScopedOpenFileLimit::ScopedOpenFileLimit(std::uint64_t) {}
