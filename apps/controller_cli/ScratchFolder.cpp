@@ -9,16 +9,67 @@
 #include "platform/Text.h"
 
 namespace controller_cli {
+namespace {
 
-ScratchFolder::ScratchFolder()
-    : path(platform::TemporaryFolder() + L"\\controller_cli-" + ControllerCSWrapper::CreateGuid()) {
-    if (const platform::Error error = platform::EnsurePrivateFolder(path)) {
-        throw std::runtime_error(platform::ToUtf8(platform::ToNativeText(path) + L": " + error.Text()));
+constexpr const wchar_t* namePrefix = L"controller_cli-";
+
+std::wstring LockOf(const std::wstring& folder) {
+    return folder + L"\\lock";
+}
+
+void RemoveIfAbandoned(const std::wstring& folder) {
+    platform::FileLock lock;
+    // Other users' folders are refused: what they put there is not to be touched.
+    if (platform::EnsurePrivateFolder(folder) || lock.Take(LockOf(folder))) {
+        return;
+    }
+    // Held on as long as the system allows, so that nobody takes the folder for his new one.
+    platform::RemoveTree(folder);
+    lock.Release();
+    platform::RemoveTree(folder);
+}
+
+void RemoveAbandoned(const std::wstring& parent) {
+    std::vector<platform::FolderEntry> entries;
+    platform::ListFolder(parent, entries);
+    for (const platform::FolderEntry& entry : entries) {
+        if (entry.isFolder && !entry.isLink && entry.name.starts_with(namePrefix)) {
+            RemoveIfAbandoned(parent + L"\\" + entry.name);
+        }
     }
 }
 
+[[noreturn]] void Fail(const std::wstring& path, const platform::Error& error) {
+    throw std::runtime_error(platform::ToUtf8(platform::ToNativeText(path) + L": " + error.Text()));
+}
+
+} // namespace
+
+ScratchFolder::ScratchFolder() {
+    RemoveAbandoned(platform::TemporaryFolder());
+    Make();
+}
+
 ScratchFolder::~ScratchFolder() {
+    lock.Release();
     platform::RemoveTree(path);
+}
+
+/// A folder that is not locked yet may be taken for an abandoned one and removed: then another is made.
+void ScratchFolder::Make() {
+    constexpr int attempts = 5;
+    platform::Error error;
+    for (int attempt = 0; attempt < attempts; ++attempt) {
+        path = platform::TemporaryFolder() + L"\\" + namePrefix + ControllerCSWrapper::CreateGuid();
+        error = platform::EnsurePrivateFolder(path);
+        if (!error) {
+            error = lock.Take(LockOf(path));
+        }
+        if (!error && platform::Exists(LockOf(path))) {
+            return;
+        }
+    }
+    Fail(path, error);
 }
 
 } // namespace controller_cli
