@@ -12,6 +12,7 @@
 #include "modules/EventTransmitterManager.h"
 #include "modules/FunctionManager.h"
 #include "platform/Console.h"
+#include "platform/FaultPoint.h"
 #include "platform/FileLock.h"
 #include "platform/FileSystem.h"
 #include "platform/NativePath.h"
@@ -45,8 +46,10 @@ HostExit ServeFrontEnds(const settings::Settings& settings, EventTransmitter& tr
                         const std::wstring& readyEvent) {
     ControllerLogManager::Initialize(0, settings.logFile, readyEvent.empty());
     StopLeftoverScenarios(settings.jobListFile);
+    platform::ReachFaultPoint(platform::FaultPoint::LeftoversStopped);
     const FunctionManager functions(settings.functionModules);
     HostEngine engine(&functions);
+    platform::ReachFaultPoint(platform::FaultPoint::EngineMade);
     std::vector<ScenarioInfo> scenarios;
     engine.FetchScenarios(scenarios);
     const platform::StopSignal stop;
@@ -54,8 +57,10 @@ HostExit ServeFrontEnds(const settings::Settings& settings, EventTransmitter& tr
     RequestInbox inbox(transmitter, RequestAnswers::Names());
     ControllerLogManager::Log(L"The host is ready; scenarios: " + std::to_wstring(scenarios.size()));
     platform::Event(platform::TakeInheritedHandle(readyEvent)).Raise();
+    platform::ReachFaultPoint(platform::FaultPoint::HostReady);
     HostLoop(engine, inbox, answers, stop.Handle()).Run(Patience(settings));
     ControllerLogManager::Log(L"The host has ended.");
+    platform::ReachFaultPoint(platform::FaultPoint::HostEnds);
     return HostExit::Ended;
 }
 
@@ -81,6 +86,7 @@ HostExit RunHost(const std::wstring& readyEvent) {
     if (const std::wstring obstacle = job_list_file::Obstacle(settings->jobListFile); !obstacle.empty()) {
         return Refuse(HostExit::CouldNotRun, L"the job list cannot be used, and is left as it is: " + obstacle);
     }
+    platform::ReachFaultPoint(platform::FaultPoint::PlaceTaken);
     EventTransmitterManager modules(settings->eventTransmitter);
     EventTransmitter* const transmitter = modules.GetEventTransmitter(L"engine:" + settings->transmitterName);
     if (transmitter == nullptr || !transmitter->IsConnected()) {

@@ -4,6 +4,7 @@
 
 #include "companion/JobListFile.h"
 #include "controller_host/LeftoverScenarios.h"
+#include "platform/FaultPoint.h"
 #include "platform/Waiting.h"
 
 namespace {
@@ -75,6 +76,7 @@ void HostLoop::EndJobs(milliseconds patience) {
     std::vector<JobStatusInfo> cancelled;
     engine.CancelAllJobs(cancelled, false);
     answers.TellAll(cancelled);
+    platform::ReachFaultPoint(platform::FaultPoint::JobsCancelledAtEnd);
     const auto deadline = steady_clock::now() + patience;
     while (engine.HasActiveJobs() && steady_clock::now() < deadline) {
         const auto left = std::chrono::duration_cast<milliseconds>(deadline - steady_clock::now());

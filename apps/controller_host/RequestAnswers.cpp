@@ -5,6 +5,7 @@
 #include "companion/ControllerCSWrapper.h"
 #include "companion/Messages.h"
 #include "companion/Settings.h"
+#include "platform/FaultPoint.h"
 #include "support/ControllerLogManager.h"
 #include "support/StringManager.h"
 
@@ -54,6 +55,7 @@ void RequestAnswers::Answer(const Request& request) {
 void RequestAnswers::TellAll(const std::vector<JobStatusInfo>& changed) {
     if (!changed.empty()) {
         transmitter.SendEvent(L"UpdateProgress", messages::Serialize(L"UpdateProgress", changed));
+        platform::ReachFaultPoint(platform::FaultPoint::ChangesTold);
     }
 }
 
@@ -167,10 +169,12 @@ bool RequestAnswers::Read(const Request& request, Value& value) {
 }
 
 void RequestAnswers::Send(const Request& request, const std::wstring& name, const std::wstring& payload) {
+    platform::ReachFaultPoint(platform::FaultPoint::AnswerToBeSent);
     if (!transmitter.SendEventTo(request.peer, name, payload)) {
         ControllerLogManager::DebugLog(L"The front end that sent " + request.name +
                                        L" is gone; its answer is dropped.");
     }
+    platform::ReachFaultPoint(platform::FaultPoint::AnswerSent);
 }
 
 void RequestAnswers::Refuse(const Request& request, const std::wstring& why) {

@@ -5,6 +5,7 @@
 #include "companion/Settings.h"
 #include "local_process/RunnerStart.h"
 #include "local_process/WorkFolder.h"
+#include "platform/FaultPoint.h"
 
 namespace local_process {
 namespace {
@@ -48,10 +49,12 @@ ModuleResult LocalProcess::RunScenario(const std::wstring& request, std::wstring
     if (!PrepareWorkFolder(info, problem)) {
         return FailJob(ModuleResult::NoWorkDirectory, info, problem);
     }
+    platform::ReachFaultPoint(platform::FaultPoint::RunRequestWritten);
     platform::OwnedHandle runner;
     if (!StartRunner(info, *settings::Current(), runner, problem)) {
         return FailJob(ModuleResult::RunnerNotStarted, info, problem);
     }
+    platform::ReachFaultPoint(platform::FaultPoint::RunnerStarted);
     registry.Add(info.jobId, info.workDir, runner.Get());
     answer = run_protocol::SerializeProcessHandle(runner.Get());
     // From here on the handle is the caller's.

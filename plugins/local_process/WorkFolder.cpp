@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "platform/FaultPoint.h"
 #include "platform/FileSystem.h"
 #include "platform/NativePath.h"
 #include "platform/OtherUsers.h"
@@ -61,6 +62,7 @@ bool PrepareWorkFolder(const RunScenarioInfo& info, std::wstring& problem) {
     if (const platform::Error error = RemoveLeftovers(info.workDir)) {
         return Fail(info, L"holds files of an earlier run that cannot be removed: " + error.Text(), problem);
     }
+    platform::ReachFaultPoint(platform::FaultPoint::WorkDirectoryMade);
     const std::wstring path = platform::ResolveAgainst(info.workDir, run_protocol::runInfoFileName);
     return run_protocol::WriteFile(run_protocol::SerializeRunScenarioInfo(WithNativePaths(info)), path) ||
            Fail(info, L"cannot be written", problem);

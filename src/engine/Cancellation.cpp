@@ -2,6 +2,7 @@
 
 #include "engine/ModuleCall.h"
 #include "engine/RequestedJobs.h"
+#include "platform/FaultPoint.h"
 #include "platform/FileSystem.h"
 #include "support/ControllerLogManager.h"
 #include "support/PathFuncs.h"
@@ -9,6 +10,7 @@
 bool JobEntry::OnCancelJob() {
     ControllerLogManager::DebugLog(L"Create killprocess for Job: " + numbers::DecimalText(info.seqId));
     platform::CreateEmptyFile(PathFuncs::Join(info.workDir, L"killprocess"));
+    platform::ReachFaultPoint(platform::FaultPoint::KillFileMade);
     return true;
 }
 
@@ -30,7 +32,9 @@ bool JobEntryManagerBase::CancelJobs(std::vector<std::wstring>& ids, std::vector
     }
     if (!cancelled.empty()) {
         const std::lock_guard lock(mutex);
+        platform::ReachFaultPoint(platform::FaultPoint::CancelsDone);
         UpdateJobList();
+        platform::ReachFaultPoint(platform::FaultPoint::CancelsListed);
     }
     return true;
 }
@@ -54,11 +58,13 @@ void JobEntryManagerBase::CancelRunningJob(const std::shared_ptr<JobEntry>& job,
         waitList.push_back(job);
     };
     job->ChangeStatus(JobStatus::Canceling);
+    platform::ReachFaultPoint(platform::FaultPoint::CancelStatusChanged);
     std::wstring answer;
     const std::string activity = "cancelled Job: " + std::to_string(job->GetSeqId());
     if (CallModule(*functionManager, "CancelScenario", job->GetId(), answer, nullptr, activity) == 0) {
         report();
     }
+    platform::ReachFaultPoint(platform::FaultPoint::CancelModuleCalled);
     if (job->OnCancelJob()) {
         report();
     }

@@ -3,6 +3,7 @@
 #include "companion/ControllerCSWrapper.h"
 #include "engine/JobStates.h"
 #include "engine/RequestedJobs.h"
+#include "platform/FaultPoint.h"
 #include "support/ControllerLogManager.h"
 #include "support/Numbers.h"
 
@@ -39,7 +40,9 @@ bool JobEntryManagerBase::DeleteJobs(std::vector<std::wstring>& ids, std::vector
         }
     }
     if (!deleted.empty()) {
+        platform::ReachFaultPoint(platform::FaultPoint::DeletionsDone);
         UpdateJobList();
+        platform::ReachFaultPoint(platform::FaultPoint::DeletionsListed);
         RestartNumbering();
     }
     return true;
@@ -50,7 +53,9 @@ JobEntryManagerBase::JobPosition JobEntryManagerBase::DeleteJob(JobPosition posi
         ++nextJob;
     }
     const JobEntry& job = **position;
+    platform::ReachFaultPoint(platform::FaultPoint::DeletionBegun);
     RemoveWorkDirectory(job.GetWorkDir());
+    platform::ReachFaultPoint(platform::FaultPoint::WorkDirectoryRemoved);
     ControllerLogManager::DebugLog(L"Job: " + numbers::DecimalText(job.GetSeqId()) + L" is deleted");
     return jobList.erase(position);
 }

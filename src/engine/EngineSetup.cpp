@@ -4,6 +4,7 @@
 #include "engine/JobStates.h"
 #include "engine/SequentialNumber.h"
 #include "platform/Clock.h"
+#include "platform/FaultPoint.h"
 #include "support/ControllerLogManager.h"
 
 JobEntryManagerBase::JobEntryManagerBase(const FunctionManager* manager)
@@ -21,6 +22,7 @@ JobEntry* JobEntryManagerBase::CreateNewJobEntry(const JobListInfo* info) {
 void JobEntryManagerBase::ReloadJobs() {
     const std::lock_guard lock(mutex);
     ReadJobList(jobList);
+    platform::ReachFaultPoint(platform::FaultPoint::ListRead);
     for (const auto& job : jobList) {
         knownJobIds.insert(job->GetId());
     }

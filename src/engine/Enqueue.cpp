@@ -2,6 +2,7 @@
 
 #include "companion/ControllerCSWrapper.h"
 #include "platform/Clock.h"
+#include "platform/FaultPoint.h"
 #include "platform/FileSystem.h"
 #include "support/ControllerLogManager.h"
 #include "support/Numbers.h"
@@ -79,7 +80,9 @@ bool JobEntryManagerBase::EnqueueJob(EnqueueJobsInfo& request, JobEnqueueResult&
     }
     AppendJobs(request, record, scenarioDir, result);
     LogAdded(result.jobIds);
+    platform::ReachFaultPoint(platform::FaultPoint::JobsAppended);
     UpdateJobList();
+    platform::ReachFaultPoint(platform::FaultPoint::JobsListed);
     return true;
 }
 

@@ -4,6 +4,7 @@
 #include "engine/JobStates.h"
 #include "engine/ModuleCall.h"
 #include "platform/Clock.h"
+#include "platform/FaultPoint.h"
 #include "support/ControllerLogManager.h"
 #include "support/Numbers.h"
 
@@ -31,6 +32,7 @@ bool JobEntryManagerBase::ExecuteJob(Callback callback, std::vector<JobStatusInf
         ++nextJob;
     }
     UpdateJobList();
+    platform::ReachFaultPoint(platform::FaultPoint::StartListed);
     return true;
 }
 
@@ -62,7 +64,10 @@ bool JobEntryManagerBase::CallRunScenario(JobEntry& job, Callback callback) {
                                    job.GetId());
     std::wstring response;
     const std::string activity = "started Job: " + std::to_string(job.GetSeqId());
-    if (CallModule(*functionManager, "RunScenario", request, response, callback, activity) != 0) {
+    platform::ReachFaultPoint(platform::FaultPoint::StartDecided);
+    const long result = CallModule(*functionManager, "RunScenario", request, response, callback, activity);
+    platform::ReachFaultPoint(platform::FaultPoint::ModuleCalled);
+    if (result != 0) {
         return false;
     }
     // An answer without a handle leaves the job running without one: the next look at it takes it as ended.

@@ -2,6 +2,7 @@
 
 #include "companion/ControllerCSWrapper.h"
 #include "platform/Clock.h"
+#include "platform/FaultPoint.h"
 #include "platform/ProcessHandle.h"
 #include "support/PathFuncs.h"
 
@@ -44,12 +45,14 @@ bool JobEntry::ReadProgress() {
     if (!ControllerCSWrapper::ParseProgressFile(path, message, progress) || progress == info.progress) {
         return false;
     }
+    platform::ReachFaultPoint(platform::FaultPoint::ProgressSeen);
     UpdateProgress(progress, message);
     return true;
 }
 
 void JobEntry::Finish() {
     constexpr int finished = 100;
+    platform::ReachFaultPoint(platform::FaultPoint::EndSeen);
     CloseProcessHandle();
     SetOutputFolder();
     SetEndTime(platform::Now());
@@ -61,4 +64,5 @@ void JobEntry::Finish() {
     } else {
         ChangeStatus(HasSucceeded(info.workDir) ? JobStatus::Success : JobStatus::Failed);
     }
+    platform::ReachFaultPoint(platform::FaultPoint::ResultRead);
 }

@@ -3,6 +3,7 @@
 #include "companion/ControllerCSWrapper.h"
 #include "engine/JobStates.h"
 #include "platform/Clock.h"
+#include "platform/FaultPoint.h"
 #include "support/ControllerLogManager.h"
 
 #include <algorithm>
@@ -40,7 +41,9 @@ bool JobEntryManagerBase::CheckUpdate(std::vector<JobStatusInfo>& changed) {
     if (changed.empty()) {
         return false;
     }
+    platform::ReachFaultPoint(platform::FaultPoint::ChangesFound);
     UpdateJobList();
+    platform::ReachFaultPoint(platform::FaultPoint::ChangesListed);
     return true;
 }
 

@@ -2,6 +2,7 @@
 #include <limits>
 #include <random>
 
+#include "platform/FaultPoint.h"
 #include "platform/File.h"
 #include "platform/FileSystem.h"
 #include "platform/FileSystemCalls.h"
@@ -50,12 +51,19 @@ Error CreateWithParents(File& file, const std::wstring& path, const std::wstring
 
 /// Writes a new file with the permissions of `model`.
 Error WriteNewFile(const std::wstring& path, const std::wstring& model, std::string_view bytes, Outlives outlives) {
+    ReachFaultPoint(FaultPoint::FileToBeCreated);
     File file;
     if (const Error error = CreateWithParents(file, path, model)) {
         return error;
     }
-    const Error error = file.Write(bytes);
-    return error || outlives == Outlives::Process ? error : file.Flush();
+    ReachFaultPoint(FaultPoint::FileCreated);
+    Error error = file.Write(bytes);
+    ReachFaultPoint(FaultPoint::FileWritten);
+    if (!error && outlives == Outlives::Machine) {
+        error = file.Flush();
+        ReachFaultPoint(FaultPoint::FileFlushed);
+    }
+    return error;
 }
 
 Error CopyToNewFile(const std::wstring& from, const std::wstring& to) {
@@ -71,7 +79,12 @@ Error KeepAs(const std::wstring& path, const std::wstring& backupPath) {
     if (error && error.kind != ErrorKind::NotFound) {
         error = CopyToNewFile(path, temporary.Path());
     }
-    return error ? error : RenameFile(temporary.Path(), backupPath);
+    ReachFaultPoint(FaultPoint::BackupLinked);
+    if (!error) {
+        error = RenameFile(temporary.Path(), backupPath);
+        ReachFaultPoint(FaultPoint::BackupInPlace);
+    }
+    return error;
 }
 
 /// The folder is flushed for a name that is new in it: without, the whole file could be missing after a power failure.
@@ -79,6 +92,7 @@ Error KeepAs(const std::wstring& path, const std::wstring& backupPath) {
 Error MoveIntoPlace(const TemporaryName& temporary, const std::wstring& path, Outlives outlives) {
     const bool isNew = !Exists(path);
     const Error error = RenameFile(temporary.Path(), path);
+    ReachFaultPoint(FaultPoint::FileRenamed);
     return error || !isNew || outlives == Outlives::Process ? error : FlushFolder(ParentFolder(path));
 }
 

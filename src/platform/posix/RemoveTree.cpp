@@ -9,6 +9,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "platform/FaultPoint.h"
 #include "platform/FileSystem.h"
 #include "platform/PathRoot.h"
 #include "platform/posix/SystemPath.h"
@@ -141,6 +142,8 @@ private:
             folders.push_back(name);
         } else if (unlinkat(current.Get(), name.c_str(), 0) != 0) {
             Note(errno);
+        } else {
+            ReachFaultPoint(FaultPoint::EntryRemoved);
         }
     }
 

@@ -2,6 +2,7 @@
 
 #include <windows.h>
 
+#include "platform/FaultPoint.h"
 #include "platform/FileSystem.h"
 #include "platform/PathRoot.h"
 #include "platform/windows/FolderSearch.h"
@@ -80,6 +81,8 @@ private:
         const bool isFolder = (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
         if ((isFolder ? RemoveDirectoryW(entry.c_str()) : DeleteFileW(entry.c_str())) == 0) {
             Note(LastError());
+        } else {
+            ReachFaultPoint(FaultPoint::EntryRemoved);
         }
     }
 

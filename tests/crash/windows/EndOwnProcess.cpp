@@ -1,0 +1,9 @@
+#include "crash/EndOwnProcess.h"
+
+#include <windows.h>
+
+void crash::EndOwnProcess() {
+    for (;;) {
+        TerminateProcess(GetCurrentProcess(), killedExitCode);
+    }
+}
