@@ -45,6 +45,7 @@ std::chrono::milliseconds Patience(const settings::Settings& settings) {
 HostExit ServeFrontEnds(const settings::Settings& settings, EventTransmitter& transmitter,
                         const std::wstring& readyEvent) {
     ControllerLogManager::Initialize(0, settings.logFile, readyEvent.empty());
+    job_list_file::RemoveLeftovers(settings.jobListFile);
     StopLeftoverScenarios(settings.jobListFile);
     platform::ReachFaultPoint(platform::FaultPoint::LeftoversStopped);
     const FunctionManager functions(settings.functionModules);

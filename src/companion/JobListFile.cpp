@@ -76,6 +76,10 @@ std::wstring BackupOf(const std::wstring& path) {
     return path + L".bak";
 }
 
+std::wstring ReplacedOf(const std::wstring& path) {
+    return path + L".replaced";
+}
+
 /// A name beside the file that nothing has yet.
 std::wstring FreeCorruptName(const std::wstring& path) {
     const std::wstring name = path + L".corrupt-" + UtcStamp(platform::Now());
@@ -174,7 +178,7 @@ Error ReplaceForeign(const std::wstring& path, std::string_view bytes) {
     JobList list;
     std::wstring problem;
     const bool isList = LookAt(path, found, list, problem) == Found::List;
-    const std::wstring name = isList ? path + L".replaced" : FreeCorruptName(path);
+    const std::wstring name = isList ? ReplacedOf(path) : FreeCorruptName(path);
     const Error error = ReplaceKeeping(path, bytes, name);
     if (!error) {
         ControllerCSWrapper::WriteWarnLog(
@@ -230,6 +234,12 @@ bool Read(const std::wstring& path, std::vector<JobListInfo>& records) {
     }
     records = std::move(list.records);
     return true;
+}
+
+void RemoveLeftovers(const std::wstring& path) {
+    for (const std::wstring& target : {path, BackupOf(path), ReplacedOf(path)}) {
+        platform::RemoveLeftTemporaries(target);
+    }
 }
 
 std::wstring Obstacle(const std::wstring& path) {

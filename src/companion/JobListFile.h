@@ -19,6 +19,9 @@ namespace job_list_file {
 /// false. What is wrong goes to the log.
 bool Read(const std::wstring& path, std::vector<JobListInfo>& records);
 
+/// Removes what a process left beside the list that was killed while it wrote it. Only for the one who may write it.
+CONTROLLER_API void RemoveLeftovers(const std::wstring& path);
+
 /// Why the file at `path` cannot be used although it may be a good list: it cannot be opened, or a newer program wrote
 /// it. Empty when nothing is in the way. For a program that would rather not start than begin with an empty list.
 CONTROLLER_API std::wstring Obstacle(const std::wstring& path);

@@ -90,6 +90,10 @@ Error ReplaceFile(const std::wstring& path, std::string_view bytes, Outlives out
 /// moment leaving `path` without a whole file. Without an old file, just `ReplaceFile`.
 Error ReplaceFileKeepingBackup(const std::wstring& path, std::string_view bytes, const std::wstring& backupPath);
 
+/// Removes the temporary files beside `path` that processes left which were killed while they replaced that file. Not
+/// while another may be replacing it.
+void RemoveLeftTemporaries(const std::wstring& path);
+
 /// Creates or truncates a file and leaves it empty. Others may hold it open for reading and writing. A link, pipe or
 /// socket at `path` is replaced itself; a folder stays.
 Error CreateEmptyFile(const std::wstring& path);

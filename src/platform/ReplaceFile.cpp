@@ -7,21 +7,38 @@
 #include "platform/FileSystem.h"
 #include "platform/FileSystemCalls.h"
 #include "platform/NativePath.h"
+#include "platform/Text.h"
 
 namespace platform {
 namespace {
 
-std::wstring RandomName() {
-    static constexpr const wchar_t* digits = L"0123456789abcdef";
+constexpr const wchar_t* temporaryMark = L".tmp-";
+constexpr const wchar_t* digits = L"0123456789abcdef";
+constexpr std::size_t digitCount = 16;
+
+std::wstring RandomDigits() {
     std::random_device random;
-    std::wstring name = L".tmp-";
-    for (int i = 0; i < 4; ++i) {
+    std::wstring text;
+    while (text.size() < digitCount) {
         const std::uint32_t bits = random();
         for (unsigned shift = 0; shift < 16; shift += 4) {
-            name += digits[(bits >> shift) & 0xF];
+            text += digits[(bits >> shift) & 0xF];
         }
     }
-    return name;
+    return text;
+}
+
+/// What the names of the temporary files for `target` begin with, so that they can be told from those for another file.
+/// A name with no room behind it gets those of nobody.
+std::wstring TemporaryStart(const std::wstring& target) {
+    constexpr std::size_t longestName = 200;
+    const std::wstring name = FileName(target);
+    return (ToUtf8(name).size() <= longestName ? name : L"") + temporaryMark;
+}
+
+bool IsTemporaryOf(const std::wstring& name, const std::wstring& start) {
+    return name.size() == start.size() + digitCount && name.starts_with(start) &&
+           name.find_first_not_of(digits, start.size()) == std::wstring::npos;
 }
 
 /// The name of a file that is to stand at `target`, in the same folder, while it is not whole yet. What is left of it
@@ -29,7 +46,7 @@ std::wstring RandomName() {
 class TemporaryName {
 public:
     explicit TemporaryName(const std::wstring& target)
-        : path(target.substr(0, target.size() - FileName(target).size()) + RandomName()) {}
+        : path(target.substr(0, target.size() - FileName(target).size()) + TemporaryStart(target) + RandomDigits()) {}
     ~TemporaryName() { RemoveFile(path); }
     TemporaryName(const TemporaryName&) = delete;
     TemporaryName& operator=(const TemporaryName&) = delete;
@@ -102,6 +119,17 @@ Error RequireFileName(const std::wstring& path) {
 }
 
 } // namespace
+
+void RemoveLeftTemporaries(const std::wstring& path) {
+    const std::wstring start = TemporaryStart(path);
+    std::vector<FolderEntry> entries;
+    ListFolder(ParentFolder(path), entries);
+    for (const FolderEntry& entry : entries) {
+        if (start != temporaryMark && IsTemporaryOf(entry.name, start)) {
+            RemoveFile(ResolveAgainst(ParentFolder(path), entry.name));
+        }
+    }
+}
 
 Error ReplaceFile(const std::wstring& path, std::string_view bytes, Outlives outlives) {
     if (const Error error = RequireFileName(path)) {

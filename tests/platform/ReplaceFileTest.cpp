@@ -114,6 +114,31 @@ TEST_F(ReplaceFileTest, AFileThatIsSoonLetGoIsReplaced) {
     EXPECT_EQ(ReadTextFile(list), "new");
 }
 
+TEST_F(ReplaceFileTest, WhatKilledWritersLeftIsRemovedAndNothingElse) {
+    WriteTextFile(folder / L"list.json.tmp-0123456789abcdef", "half");
+    WriteTextFile(folder / L"list.json.tmp-0000000000000000", "");
+    const wchar_t* const others[] = {L"list.json",
+                                     L"other.json.tmp-0123456789abcdef",
+                                     L"list.json.bak.tmp-0123456789abcdef",
+                                     L"list.json.tmp-0123456789abcde",
+                                     L"list.json.tmp-0123456789abcdeff",
+                                     L"list.json.tmp-0123456789abcdeg",
+                                     L".tmp-0123456789abcdef"};
+    for (const wchar_t* const name : others) {
+        WriteTextFile(folder / name, "kept");
+    }
+    platform::RemoveLeftTemporaries(list);
+    EXPECT_THAT(Names(), testing::UnorderedElementsAreArray(others));
+}
+
+TEST_F(ReplaceFileTest, TheLongestNamesCanBeReplacedToo) {
+    const std::wstring longest = folder / std::wstring(255, L'n');
+    EXPECT_FALSE(ReplaceFile(longest, "one"));
+    EXPECT_EQ(ReadTextFile(longest), "one");
+    platform::RemoveLeftTemporaries(longest);
+    EXPECT_EQ(Names().size(), 1U);
+}
+
 TEST_F(ReplaceFileTest, TheFirstFileHasNoBackup) {
     EXPECT_FALSE(Replace("one"));
     EXPECT_EQ(ReadTextFile(list), "one");
