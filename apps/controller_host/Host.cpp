@@ -4,6 +4,7 @@
 
 #include "companion/JobListFile.h"
 #include "companion/Settings.h"
+#include "controller_host/DeletionNotes.h"
 #include "controller_host/HostEngine.h"
 #include "controller_host/HostLoop.h"
 #include "controller_host/LeftoverScenarios.h"
@@ -46,11 +47,13 @@ HostExit ServeFrontEnds(const settings::Settings& settings, EventTransmitter& tr
                         const std::wstring& readyEvent) {
     ControllerLogManager::Initialize(0, settings.logFile, readyEvent.empty());
     job_list_file::RemoveLeftovers(settings.jobListFile);
+    job_list_file::RemoveLeftovers(DeletionNotes::FileBeside(settings.jobListFile));
     StopLeftoverScenarios(settings.jobListFile);
     platform::ReachFaultPoint(platform::FaultPoint::LeftoversStopped);
     const FunctionManager functions(settings.functionModules);
     HostEngine engine(&functions);
     platform::ReachFaultPoint(platform::FaultPoint::EngineMade);
+    engine.FinishDeletions();
     std::vector<ScenarioInfo> scenarios;
     engine.FetchScenarios(scenarios);
     const platform::StopSignal stop;

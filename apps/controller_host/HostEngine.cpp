@@ -1,11 +1,20 @@
 #include "controller_host/HostEngine.h"
 
+#include "companion/ControllerCSWrapper.h"
+#include "controller_host/DeletionNotes.h"
+#include "support/ControllerLogManager.h"
+
 #include <algorithm>
 
 namespace {
 
 bool IsActive(JobEntry& job) {
     return job.GetStatus() == JobStatus::Running || job.GetStatus() == JobStatus::Canceling;
+}
+
+/// As the engine takes the names in requests.
+bool TakeRequested(const JobEntry& job, std::set<std::wstring>& requested) {
+    return requested.erase(job.GetId()) > 0 || requested.erase(std::to_wstring(job.GetSeqId())) > 0;
 }
 
 } // namespace
@@ -61,4 +70,41 @@ std::set<std::wstring> HostEngine::ListedIds() {
         ids.insert(job->GetId());
     }
     return ids;
+}
+
+void HostEngine::DeleteJobsDurably(std::vector<std::wstring>& ids, std::vector<std::wstring>& deleted) {
+    const DeletionNotes notes(ControllerCSWrapper::GetJobListFile());
+    notes.Add(DeletableJobs(ids));
+    DeleteJobs(ids, deleted);
+    notes.Settle();
+}
+
+std::vector<JobListInfo> HostEngine::DeletableJobs(const std::vector<std::wstring>& ids) {
+    const std::lock_guard lock(mutex);
+    std::set<std::wstring> requested(ids.begin(), ids.end());
+    std::vector<JobListInfo> jobs;
+    for (const auto& job : jobList) {
+        if (!IsActive(*job) && TakeRequested(*job, requested)) {
+            jobs.push_back(job->GetJobListInfo());
+        }
+    }
+    return jobs;
+}
+
+void HostEngine::FinishDeletions() {
+    const DeletionNotes notes(ControllerCSWrapper::GetJobListFile());
+    std::vector<std::wstring> ids;
+    for (const JobListInfo& noted : notes.Read()) {
+        const bool isListed = std::any_of(jobList.begin(), jobList.end(), [&noted](const auto& entry) {
+            return entry->GetId() == noted.id && entry->GetWorkDir() == noted.workDir;
+        });
+        if (isListed) {
+            ids.push_back(noted.id);
+            ControllerLogManager::Log(L"Job: " + std::to_wstring(noted.seqId) +
+                                      L" was being deleted when an earlier host ended; its deletion is finished.");
+        }
+    }
+    std::vector<std::wstring> deleted;
+    DeleteJobs(ids, deleted);
+    notes.Settle();
 }

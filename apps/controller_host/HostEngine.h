@@ -27,6 +27,14 @@ public:
     /// Reports with `unknownStatus` on those of `jobs` that are no longer in the list.
     std::vector<JobStatusInfo> NoLongerListed(const std::vector<JobListInfo>& jobs);
 
+    /// `DeleteJobs` that survives a sudden end in the middle: the next host then calls `FinishDeletions`. One thread at
+    /// a time.
+    void DeleteJobsDurably(std::vector<std::wstring>& ids, std::vector<std::wstring>& deleted);
+
+    /// Deletes what an earlier host was deleting when it was interrupted.
+    void FinishDeletions();
+
 private:
+    std::vector<JobListInfo> DeletableJobs(const std::vector<std::wstring>& ids);
     std::set<std::wstring> ListedIds();
 };

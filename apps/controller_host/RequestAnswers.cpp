@@ -129,7 +129,7 @@ void RequestAnswers::DeleteJobs(const Request& request) {
         std::vector<JobListInfo> before;
         engine.GetJobList(before);
         std::vector<std::wstring> deleted;
-        engine.DeleteJobs(ids, deleted);
+        engine.DeleteJobsDurably(ids, deleted);
         Send(request, L"DeleteJobsResponse", ControllerCSWrapper::Serialize(L"DeleteJobsResponse", deleted));
         TellAll(engine.NoLongerListed(before));
     }

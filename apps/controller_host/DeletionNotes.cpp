@@ -1,0 +1,50 @@
+#include "controller_host/DeletionNotes.h"
+
+#include "companion/ControllerCSWrapper.h"
+#include "platform/FileSystem.h"
+#include "platform/NativePath.h"
+
+namespace {
+
+/// What lies elsewhere since the settings were changed is never removed, so it is not worth a note.
+bool StaysForNow(const JobListInfo& job) {
+    return platform::SameName(platform::ParentFolder(job.workDir), ControllerCSWrapper::GetWorkDirectory()) &&
+           platform::Exists(job.workDir) && !ControllerCSWrapper::RemoveJobWorkDirectory(job.workDir);
+}
+
+} // namespace
+
+std::vector<JobListInfo> DeletionNotes::Read() const {
+    std::wstring text;
+    std::vector<JobListInfo> jobs;
+    if (platform::Exists(path) && ControllerCSWrapper::ReadJsonFile(path, text)) {
+        ControllerCSWrapper::Deserialize(text, jobs);
+    }
+    return jobs;
+}
+
+void DeletionNotes::Add(const std::vector<JobListInfo>& jobs) const {
+    if (!jobs.empty()) {
+        std::vector<JobListInfo> all = Read();
+        all.insert(all.end(), jobs.begin(), jobs.end());
+        Write(all);
+    }
+}
+
+void DeletionNotes::Settle() const {
+    std::vector<JobListInfo> left;
+    for (const JobListInfo& job : Read()) {
+        if (StaysForNow(job)) {
+            left.push_back(job);
+        }
+    }
+    Write(left);
+}
+
+void DeletionNotes::Write(const std::vector<JobListInfo>& jobs) const {
+    if (jobs.empty()) {
+        platform::RemoveFile(path);
+    } else {
+        ControllerCSWrapper::CreateJsonFile(ControllerCSWrapper::Serialize(L"JobList", jobs), path);
+    }
+}
