@@ -2,6 +2,7 @@
 
 #include "companion/ControllerCSWrapper.h"
 #include "controller_host/DeletionNotes.h"
+#include "platform/FaultPoint.h"
 #include "support/ControllerLogManager.h"
 
 #include <algorithm>
@@ -75,8 +76,11 @@ std::set<std::wstring> HostEngine::ListedIds() {
 void HostEngine::DeleteJobsDurably(std::vector<std::wstring>& ids, std::vector<std::wstring>& deleted) {
     const DeletionNotes notes(ControllerCSWrapper::GetJobListFile());
     notes.Add(DeletableJobs(ids));
+    platform::ReachFaultPoint(platform::FaultPoint::DeletionsNoted);
     DeleteJobs(ids, deleted);
+    platform::ReachFaultPoint(platform::FaultPoint::DeletionsToBeSettled);
     notes.Settle();
+    platform::ReachFaultPoint(platform::FaultPoint::DeletionsSettled);
 }
 
 std::vector<JobListInfo> HostEngine::DeletableJobs(const std::vector<std::wstring>& ids) {

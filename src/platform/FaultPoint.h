@@ -47,6 +47,9 @@ enum class FaultPoint {
     AnswerToBeSent,
     AnswerSent,
     ChangesTold,
+    DeletionsNoted,
+    DeletionsToBeSettled,
+    DeletionsSettled,
     JobsCancelledAtEnd,
     HostEnds,
     /// How many there are.

@@ -43,6 +43,9 @@ const std::array<const char*, faultPointCount> faultPointNames = {
     "before an answer",
     "after an answer",
     "changes told",
+    "delete: noted",
+    "delete: note to be removed",
+    "delete: note removed",
     "end: jobs cancelled",
     "end: ended",
 };

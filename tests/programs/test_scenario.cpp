@@ -11,6 +11,7 @@
 #include "platform/Console.h"
 #include "platform/Directories.h"
 #include "platform/Environment.h"
+#include "platform/FileLock.h"
 #include "platform/FileSystem.h"
 #include "platform/NativePath.h"
 #include "platform/Process.h"
@@ -116,6 +117,19 @@ void HaveFamily(const std::wstring&) {
     platform::WaitForAny({passing.Get()}, std::nullopt);
 }
 
+/// Holds a lock in a folder for as long as the process lives, so that a test can tell whether it does.
+void LiveIn(const std::wstring& folder) {
+    static platform::FileLock life;
+    const std::wstring name = std::to_wstring(platform::OwnProcessNumber()) + ControllerCSWrapper::CreateGuid();
+    if (const platform::Error error = life.Take(platform::ResolveAgainst(folder, name))) {
+        throw std::runtime_error("no sign of life: " + platform::ToUtf8(error.Text()));
+    }
+}
+
+void HaveChildLivingIn(const std::wstring& folder) {
+    StartAnother({L"live in " + folder, L"wait"});
+}
+
 void BeReady(const std::wstring&) {
     NoteProcess(platform::OwnProcessNumber());
     platform::CreateEmptyFile(InCurrentFolder(L"ready"));
@@ -142,6 +156,8 @@ Steps UsualSteps() {
         {L"wait", Wait},
         {L"leave one behind", LeaveOneBehind},
         {L"have family", HaveFamily},
+        {L"live in ", LiveIn},
+        {L"have child living in ", HaveChildLivingIn},
         {L"be ready", BeReady},
         {L"ignore requests", IgnoreRequests},
         {L"exit ", Exit},

@@ -1,0 +1,240 @@
+#include "crash/Remains.h"
+#include "crash/Visitor.h"
+
+#include "local_socket/support/MeetingPlaces.h"
+#include "platform/Environment.h"
+#include "platform/Text.h"
+#include "platform/Waiting.h"
+
+#include <chrono>
+#include <cstdio>
+#include <exception>
+#include <memory>
+#include <numeric>
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using namespace crash;
+using platform::FaultPoint;
+
+/// How many hosts die in one data folder before the next begins afresh: damage is to add up and be seen.
+constexpr std::uint64_t roundsInAFolder = 25;
+/// Of so many rounds as there are fault points, so many more end from outside.
+constexpr std::size_t roundsFromOutside = 8;
+/// A run of this length must come by every fault point.
+constexpr std::size_t wholeRun = 1000;
+
+std::uint64_t Setting(const wchar_t* name, std::uint64_t otherwise) {
+    const auto text = platform::GetEnvironment(name);
+    return text ? std::stoull(*text) : otherwise;
+}
+
+bool IsReachedAtStart(FaultPoint point) {
+    return point == FaultPoint::ListRead || point == FaultPoint::PlaceTaken || point == FaultPoint::LeftoversStopped ||
+           point == FaultPoint::EngineMade || point == FaultPoint::HostReady;
+}
+
+/// What leads to a point.
+Visitor::Scene SceneFor(FaultPoint point) {
+    switch (point) {
+    case FaultPoint::EntryRemoved:
+    case FaultPoint::DeletionBegun:
+    case FaultPoint::WorkDirectoryRemoved:
+    case FaultPoint::DeletionsDone:
+    case FaultPoint::DeletionsListed:
+    case FaultPoint::DeletionsNoted:
+    case FaultPoint::DeletionsToBeSettled:
+    case FaultPoint::DeletionsSettled:
+        return &Visitor::DeleteSome;
+    case FaultPoint::ProgressSeen:
+        return &Visitor::WatchProgress;
+    case FaultPoint::CancelStatusChanged:
+    case FaultPoint::CancelModuleCalled:
+    case FaultPoint::KillFileMade:
+    case FaultPoint::CancelsDone:
+    case FaultPoint::CancelsListed:
+        return &Visitor::CancelJobs;
+    case FaultPoint::JobsCancelledAtEnd:
+    case FaultPoint::HostEnds:
+        return &Visitor::EndHost;
+    case FaultPoint::AnswerToBeSent:
+    case FaultPoint::AnswerSent:
+        return &Visitor::AnyScene;
+    default:
+        return &Visitor::RunJobs;
+    }
+}
+
+/// Points that are passed often are struck at different passes.
+int MostPasses(FaultPoint point) {
+    return point <= FaultPoint::FileRenamed ? 8 : point == FaultPoint::EntryRemoved ? 5 : 2;
+}
+
+/// The order of the fault points in one turn through all of them; what is no point ends from outside.
+std::vector<std::size_t> ShuffledTurn(std::uint64_t seed, std::uint64_t turn) {
+    std::vector<std::size_t> order(faultPointCount + roundsFromOutside);
+    std::iota(order.begin(), order.end(), std::size_t{0});
+    std::seed_seq sequence{seed, turn};
+    std::mt19937_64 random(sequence);
+    for (std::size_t last = order.size() - 1; last > 0; --last) {
+        std::swap(order[last], order[random() % (last + 1)]);
+    }
+    return order;
+}
+
+/// Hosts that die in one data folder, one after another.
+class Folder {
+public:
+    Folder(std::uint64_t runSeed, Tally& runTally)
+        : seed(runSeed), tally(runTally), meetingPlace(platform::FromUtf8(NewMeetingPlace())), site(meetingPlace),
+          visitor(site, ledger, meetingPlace) {}
+
+    ~Folder() {
+        tally.jobsAcknowledged += ledger.AcknowledgedJobs();
+        tally.deletionsAcknowledged += ledger.AcknowledgedDeletions();
+    }
+    Folder(const Folder&) = delete;
+    Folder& operator=(const Folder&) = delete;
+
+    /// One host from its start to its sudden end.
+    void Round(std::uint64_t round) {
+        visitor.Seed(seed, round);
+        constexpr std::uint64_t turnLength = faultPointCount + roundsFromOutside;
+        const std::size_t choice = ShuffledTurn(seed, round / turnLength)[round % turnLength];
+        if (choice < faultPointCount) {
+            const auto point = static_cast<FaultPoint>(choice);
+            DieAt({point, 1 + visitor.Draw(MostPasses(point) - 1)});
+        } else {
+            DieFromOutside();
+        }
+    }
+
+    /// One host more, which looks at what the last one left and ends as it should.
+    void LookOnceMore() {
+        ASSERT_TRUE(StartAndExamine()) << "a host without a fault has died";
+        ASSERT_TRUE(visitor.EndHost());
+        site.AwaitHostEnd();
+        ++tally.endedAsAsked;
+    }
+
+    std::string EndOfLog() const { return site.EndOfLog(); }
+
+private:
+    /// Some are armed before the start, and may strike while the host mends what the one before left.
+    void DieAt(const Fault& fault) {
+        const bool isArmedFirst = IsReachedAtStart(fault.point) || visitor.Draw(4) == 0;
+        if (isArmedFirst) {
+            site.Arm({fault.point, 1});
+        }
+        bool isAlive = StartAndExamine() && (visitor.Draw(1) == 0 || visitor.AnyScene());
+        if (!isArmedFirst) {
+            site.Arm(fault);
+        }
+        isAlive = isAlive && (visitor.*SceneFor(fault.point))();
+        constexpr int mostScenes = 6;
+        for (int scene = 1; isAlive && scene < mostScenes && site.HostLives(); ++scene) {
+            isAlive = visitor.AnyScene();
+        }
+        const bool isStruck = !isAlive || AwaitFault(fault.point);
+        if (!isStruck) {
+            site.KillHost();
+        }
+        Bury();
+        ++(isStruck ? tally.struck[static_cast<std::size_t>(fault.point)] : tally.notReached);
+    }
+
+    /// A host that was asked to end goes on until then; what follows the last scene may also strike.
+    bool AwaitFault(FaultPoint point) {
+        if (SceneFor(point) == &Visitor::EndHost) {
+            site.AwaitHostEnd();
+        }
+        constexpr std::chrono::milliseconds aMoment{5};
+        return platform::WaitForAny({site.Host()}, aMoment).has_value();
+    }
+
+    void DieFromOutside() {
+        if (!StartAndExamine() || (visitor.Draw(1) == 0 && !visitor.AnyScene())) {
+            ADD_FAILURE() << "a host without a fault has died";
+            return;
+        }
+        if (visitor.Draw(3) > 0) {
+            visitor.AskAndLeave();
+            platform::WaitForAny({site.Host()}, std::chrono::milliseconds(visitor.Draw(40)));
+        }
+        site.KillHost();
+        Bury();
+        ++tally.killedFromOutside;
+    }
+
+    void Bury() {
+        site.AwaitHostEnd();
+        visitor.HearLastWords();
+        site.Disarm();
+    }
+
+    /// Looks at what the last host left, without a host and through a new one; false when that one died meanwhile.
+    bool StartAndExamine() {
+        std::vector<JobListInfo> list = ReadList(site, tally);
+        ledger.Compare(list);
+        const bool isReady = site.StartHost();
+        ++tally.hostsStarted;
+        list.clear();
+        if (!isReady || !visitor.Meet() || !visitor.Ask(list)) {
+            return false;
+        }
+        ledger.Compare(list);
+        ledger.Adopt(list);
+        tally.jobsCompared += list.size();
+        ExpectNoActiveJob(list);
+        AwaitEndOfScenarios(site, tally);
+        CompareWorkDirectories(site, list, tally);
+        ExpectNoStrayFiles(site);
+        return true;
+    }
+
+    const std::uint64_t seed;
+    Tally& tally;
+    const std::wstring meetingPlace;
+    CrashSite site;
+    Ledger ledger;
+    Visitor visitor;
+};
+
+/// The rounds of one data folder, beginning with `first`; the number of the round after them.
+std::uint64_t RunFolder(std::uint64_t seed, std::uint64_t first, std::size_t kills, Tally& tally) {
+    Folder folder(seed, tally);
+    std::uint64_t round = first;
+    try {
+        for (; round < first + roundsInAFolder && tally.Kills() < kills && !testing::Test::HasFailure(); ++round) {
+            folder.Round(round);
+        }
+        if (!testing::Test::HasFailure()) {
+            folder.LookOnceMore();
+        }
+    } catch (const std::exception& failure) {
+        ADD_FAILURE() << failure.what();
+    }
+    if (testing::Test::HasFailure()) {
+        std::printf(
+            "Up to round %llu, in a folder of its own since round %llu, with the seed %llu. The log ends so:\n%s",
+            static_cast<unsigned long long>(round), static_cast<unsigned long long>(first),
+            static_cast<unsigned long long>(seed), folder.EndOfLog().c_str());
+    }
+    return round;
+}
+
+TEST(CrashMatrixTest, HostsThatAreKilledLoseNothingAndLeaveNothingBehind) {
+    const std::size_t kills = Setting(L"CRASH_KILLS", 50);
+    const std::uint64_t seed = Setting(L"CRASH_SEED", 1);
+    std::uint64_t round = Setting(L"CRASH_FIRST_ROUND", 0);
+    Tally tally;
+    while (tally.Kills() < kills && !HasFailure()) {
+        round = RunFolder(seed, round, kills, tally);
+    }
+    std::printf("Seed %llu\n%s", static_cast<unsigned long long>(seed), tally.Table().c_str());
+    EXPECT_TRUE(kills < wholeRun || tally.NeverStruck().empty()) << "never struck: " << tally.NeverStruck();
+}
+
+} // namespace

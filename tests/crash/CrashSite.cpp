@@ -1,0 +1,129 @@
+#include "crash/CrashSite.h"
+
+#include "crash/EndOwnProcess.h"
+#include "platform/Directories.h"
+#include "platform/Environment.h"
+#include "platform/FileSystem.h"
+#include "platform/NativePath.h"
+#include "platform/Process.h"
+#include "platform/Text.h"
+#include "platform/Waiting.h"
+#include "support/Deadline.h"
+#include "support/OtherProcesses.h"
+#include "support/TestProcess.h"
+
+#include <algorithm>
+#include <stdexcept>
+
+namespace crash {
+namespace {
+
+/// Both systems take slashes, which JSON does not change.
+std::string Quoted(const std::wstring& path) {
+    std::string text = platform::ToUtf8(platform::ToNativeText(path));
+    std::replace(text.begin(), text.end(), '\\', '/');
+    return '"' + text + '"';
+}
+
+std::wstring InProgramFolder(const std::wstring& name) {
+    return platform::ResolveAgainst(platform::ProgramFolder(), name);
+}
+
+std::wstring CrashProgram(const std::wstring& name) {
+    return InProgramFolder(L"crash\\" + name);
+}
+
+} // namespace
+
+CrashSite::CrashSite(std::wstring meetingPlace) {
+    WriteSettings(meetingPlace);
+    WriteScenarios();
+    WriteTextFile(Input(), "an input");
+    platform::CreateFolder(Lives());
+}
+
+CrashSite::~CrashSite() {
+    if (HostLives()) {
+        test_support::KillProcess(host.Get());
+        test_support::WaitUntilSignalled(host.Get());
+    }
+}
+
+bool CrashSite::StartHost() {
+    const std::wstring userFolder = platform::ToNativeText(folder / L"user");
+    const platform::Event ready;
+    platform::ProcessStart start;
+    start.program = CrashProgram(std::wstring(L"controller_host") + platform::programExtension);
+    start.arguments = {L"--ready-event", platform::InheritedHandleText(ready.Handle())};
+    start.inherited = {ready.Handle()};
+    start.environment = {{L"CONTROLLER_SETTINGS_FILE", platform::ToNativeText(folder / L"settings.json")},
+                         {faultFileVariable, platform::ToNativeText(FaultFile())},
+                         {L"PATH", platform::GetEnvironment(L"PATH").value_or(L"") + platform::pathListSeparator +
+                                       platform::ToNativeText(platform::ProgramFolder())},
+                         {L"LOCALAPPDATA", userFolder},
+                         {L"XDG_DATA_HOME", userFolder}};
+    if (const platform::Error error = platform::StartProcess(start, host)) {
+        throw std::runtime_error("the host cannot be started: " + platform::ToUtf8(error.Text()));
+    }
+    const auto signalled = platform::WaitForAny({ready.Handle(), host.Get()}, test_support::patience);
+    if (signalled == std::size_t{0}) {
+        return true;
+    }
+    const auto code = platform::ExitCode(host.Get());
+    if (code != killedExitCode) {
+        throw std::runtime_error("a host did not start: exit code " + std::to_string(code.value_or(-1)));
+    }
+    return false;
+}
+
+bool CrashSite::HostLives() const {
+    return host && platform::IsProcessRunning(host.Get());
+}
+
+void CrashSite::Arm(const Fault& fault) const {
+    WriteTextFile(FaultFile(), FaultText(fault));
+}
+
+void CrashSite::Disarm() const {
+    platform::RemoveFile(FaultFile());
+}
+
+void CrashSite::KillHost() {
+    test_support::KillProcess(host.Get());
+}
+
+void CrashSite::AwaitHostEnd() {
+    if (!test_support::WaitUntilSignalled(host.Get())) {
+        throw std::runtime_error("a host does not end");
+    }
+}
+
+std::string CrashSite::EndOfLog() const {
+    constexpr std::size_t length = 6000;
+    std::string log;
+    platform::ReadFile(folder / L"controller.log", std::size_t{1} << 30, log);
+    return log.substr(log.size() - std::min(log.size(), length));
+}
+
+void CrashSite::WriteSettings(const std::wstring& meetingPlace) const {
+    const std::wstring extension = platform::moduleExtension;
+    WriteTextFile(folder / L"settings.json",
+                  R"({"version":1,"workDirectory":"work","jobListFile":"job_list.json","logFile":"controller.log",)"
+                  R"("cancelGraceSeconds":0,"transmitterName":")" +
+                      platform::ToUtf8(meetingPlace) + R"(","functionModules":[)" +
+                      Quoted(CrashProgram(L"local_process" + extension)) + R"(],"eventTransmitter":)" +
+                      Quoted(InProgramFolder(L"local_socket" + extension)) + R"(,"scenarioRunner":)" +
+                      Quoted(test_support::ProgramPath(L"scenario_runner")) + R"(,"interpreters":{".steps":[)" +
+                      Quoted(test_support::ProgramPath(L"test_scenario")) + "]}}");
+}
+
+void CrashSite::WriteScenarios() const {
+    const std::string life = "live in " + platform::ToUtf8(Lives()) + "\n";
+    const std::string child = "have child living in " + platform::ToUtf8(Lives()) + "\n";
+    WriteTextFile(Scenario(L"quick"), life + "exit 0");
+    WriteTextFile(Scenario(L"failing"), life + "exit 3");
+    WriteTextFile(Scenario(L"waiting"), life + child + "wait");
+    WriteTextFile(Scenario(L"reporting"), life + "report progress 40\nwait for request");
+}
+
+} // namespace crash

@@ -1,0 +1,53 @@
+#pragma once
+
+#include "crash/Fault.h"
+#include "platform/ProcessHandle.h"
+#include "support/TemporaryFolder.h"
+
+#include <string>
+
+namespace crash {
+
+/// A data folder and the hosts that live and die in it, one at a time. The scenarios that its jobs run leave a sign of
+/// life there.
+class CrashSite {
+public:
+    explicit CrashSite(std::wstring meetingPlace);
+    /// Ends the host that is left.
+    ~CrashSite();
+    CrashSite(const CrashSite&) = delete;
+    CrashSite& operator=(const CrashSite&) = delete;
+
+    /// Starts a host. True when front ends can reach it, false when it died before at its fault; how else it ended
+    /// throws std::runtime_error.
+    bool StartHost();
+    void* Host() const { return host.Get(); }
+    bool HostLives() const;
+
+    /// From now on the host, or the next one, dies at this fault.
+    void Arm(const Fault& fault) const;
+    void Disarm() const;
+    void KillHost();
+    void AwaitHostEnd();
+
+    /// Paths as hosts and jobs name them.
+    std::wstring Scenario(const std::wstring& name) const { return folder / (name + L".steps"); }
+    std::wstring Input() const { return folder / L"input.txt"; }
+    std::wstring Output() const { return folder / L"out"; }
+    std::wstring List() const { return folder / L"job_list.json"; }
+    std::wstring WorkDirectory() const { return folder / L"work"; }
+    std::wstring Lives() const { return folder / L"lives"; }
+    const std::wstring& Folder() const { return folder.Path(); }
+    /// The last lines that hosts wrote to their log.
+    std::string EndOfLog() const;
+
+private:
+    void WriteSettings(const std::wstring& meetingPlace) const;
+    void WriteScenarios() const;
+    std::wstring FaultFile() const { return folder / L"fault"; }
+
+    const TemporaryFolder folder;
+    platform::OwnedHandle host;
+};
+
+} // namespace crash

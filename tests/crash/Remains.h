@@ -1,0 +1,27 @@
+#pragma once
+
+#include "crash/CrashSite.h"
+#include "crash/Tally.h"
+#include "records/JobRecords.h"
+
+#include <vector>
+
+/// What must hold in a data folder after the sudden end of its host. Failures go to GoogleTest.
+namespace crash {
+
+/// The list file can be read, or there is none yet; its rows.
+std::vector<JobListInfo> ReadList(const CrashSite& site, Tally& tally);
+
+/// No job of a host that has just started waits or runs.
+void ExpectNoActiveJob(const std::vector<JobListInfo>& list);
+
+/// Waits for the end of every process of every scenario that was started.
+void AwaitEndOfScenarios(const CrashSite& site, Tally& tally);
+
+/// Every work directory belongs to a listed job, and every listed job that has started has one.
+void CompareWorkDirectories(const CrashSite& site, const std::vector<JobListInfo>& list, Tally& tally);
+
+/// Nothing half-written lies about, and no list had to be set aside.
+void ExpectNoStrayFiles(const CrashSite& site);
+
+} // namespace crash
