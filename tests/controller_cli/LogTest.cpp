@@ -24,6 +24,27 @@ TEST_F(LogTest, PrintsTheLogAsItIs) {
     EXPECT_EQ(console.output, "one\ntwo\xff\n");
 }
 
+TEST_F(LogTest, OnATerminalNothingInTheLogSteersIt) {
+    console.isTerminal = true;
+    Log("one\ttwo\r\n\x1b]0;title\x07\x1b[31mred\xc2\x9b"
+        "2J\xe2\x80\xae"
+        "end \xc3\xa9\xff\n");
+    EXPECT_EQ(Run({L"--log", L"1"}), 0);
+    EXPECT_EQ(console.output,
+              "one\ttwo\n\\u001b]0;title\\u0007\\u001b[31mred\\u009b2J\\u202eend \xc3\xa9\xef\xbf\xbd\n");
+}
+
+TEST_F(LogTest, OnATerminalACharacterMayComeInPieces) {
+    console.isTerminal = true;
+    Log("one \xe2\x80");
+    Script({[this] {
+        Log("one \xe2\x80\xae two\n");
+        host.Report(At(JobStatus::Success));
+    }});
+    EXPECT_EQ(Run({L"--log", L"1", L"--follow"}), 0);
+    EXPECT_EQ(console.output, "one \\u202e two\n");
+}
+
 TEST_F(LogTest, AJobWithoutALogIsSaidSo) {
     EXPECT_EQ(Run({L"--log", L"1"}), 1);
     EXPECT_EQ(console.errors, "controller_cli: Job 1 has no log.\n");

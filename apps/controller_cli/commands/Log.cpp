@@ -6,6 +6,7 @@
 #include "controller_cli/HostSession.h"
 #include "controller_cli/JobSelection.h"
 #include "controller_cli/JobView.h"
+#include "controller_cli/TerminalText.h"
 #include "platform/File.h"
 #include "support/PathFuncs.h"
 
@@ -24,12 +25,18 @@ public:
     bool PassOn(Console& console) {
         bool isThere = true;
         for (std::string bytes = ReadBlock(isThere); !bytes.empty(); bytes = ReadBlock(isThere)) {
-            console.WriteBytes(bytes);
+            Write(console.IsTerminal() ? terminalText.Take(bytes) : bytes, console);
         }
         return isThere;
     }
 
 private:
+    static void Write(const std::string& bytes, Console& console) {
+        if (!bytes.empty()) {
+            console.WriteBytes(bytes);
+        }
+    }
+
     /// The file is not held open while the console takes its time.
     std::string ReadBlock(bool& isThere) {
         platform::File file;
@@ -52,6 +59,8 @@ private:
 
     std::wstring path;
     std::uint64_t position = 0;
+    /// What a scenario prints may come from an input file of somebody else.
+    TerminalText terminalText;
 };
 
 /// Takes the reports on one job over.
