@@ -156,7 +156,7 @@ bool FileInPackage::Accepts(const std::wstring& name) {
 }
 
 bool Interpreter::Accepts(const std::wstring& name) {
-    return IsName(name, 260);
+    return IsName(name, 260) && name.find_first_of(L"/\\:") == std::wstring::npos;
 }
 
 std::wstring FindContradiction(const ScenarioManifest& manifest) {

@@ -57,7 +57,7 @@ struct FileInPackage : TextRule {
 };
 
 struct Interpreter : TextRule {
-    static constexpr auto expected = L"the name of a program of 1 to 260 characters";
+    static constexpr auto expected = L"the name of a program of 1 to 260 characters without its folder";
     static bool Accepts(const std::wstring& name);
 };
 
