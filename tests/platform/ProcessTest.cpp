@@ -8,6 +8,7 @@
 #include "platform/NativePath.h"
 #include "platform/Text.h"
 #include "platform/Waiting.h"
+#include "support/TemporaryFolder.h"
 #include "support/TestProcess.h"
 
 using platform::ErrorKind;
@@ -113,6 +114,16 @@ TEST(ProcessTest, ABareNameIsLookedUpInPathOnly) {
     start.searchPath = true;
     start.currentFolder = platform::ProgramFolder();
     EXPECT_EQ(StartFails(start), ErrorKind::NotFound);
+}
+
+TEST(ProcessTest, ABatchFileIsNoProgram) {
+    const TemporaryFolder folder;
+    for (const wchar_t* const name : {L"harmless.bat", L"harmless.CMD", L"harmless.exe.bat"}) {
+        WriteTextFile(folder / name, "echo started\r\n");
+        ProcessStart start;
+        start.program = folder / name;
+        EXPECT_NE(StartFails(start), ErrorKind::None);
+    }
 }
 
 TEST(ProcessTest, WhatCannotBeStartedSaysWhy) {

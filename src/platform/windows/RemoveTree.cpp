@@ -5,6 +5,7 @@
 #include "platform/FaultPoint.h"
 #include "platform/FileSystem.h"
 #include "platform/PathRoot.h"
+#include "platform/ProcessHandle.h"
 #include "platform/windows/FolderSearch.h"
 #include "platform/windows/SystemPath.h"
 
@@ -20,6 +21,28 @@ bool IsRealFolder(DWORD attributes) {
     return (attributes & (FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_REPARSE_POINT)) == FILE_ATTRIBUTE_DIRECTORY;
 }
 
+/// Keeps a folder in its place: while it is held so, nobody can rename or remove it, nor put a link there instead. Null
+/// when it is no real folder any more, or is not to be had.
+OwnedHandle Hold(const std::wstring& path) {
+    const HANDLE handle =
+        CreateFileW(path.c_str(), FILE_LIST_DIRECTORY, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING,
+                    FILE_FLAG_BACKUP_SEMANTICS | FILE_FLAG_OPEN_REPARSE_POINT, nullptr);
+    OwnedHandle folder(handle == INVALID_HANDLE_VALUE ? nullptr : handle);
+    BY_HANDLE_FILE_INFORMATION information = {};
+    if (folder && GetFileInformationByHandle(handle, &information) != 0 &&
+        !IsRealFolder(information.dwFileAttributes)) {
+        SetLastError(ERROR_CANT_ACCESS_FILE);
+        folder.Reset();
+    }
+    return folder;
+}
+
+/// A folder on the way from the root of the tree to where the removal stands.
+struct Level {
+    OwnedHandle held;
+    std::vector<std::wstring> pendingFolders;
+};
+
 /// Walks the tree with a list of its own instead of the stack. Links and junctions are entries like files.
 class TreeRemoval {
 public:
@@ -28,7 +51,7 @@ public:
 
     Error Run() {
         Enter();
-        while (!pending.empty()) {
+        while (!levels.empty()) {
             Step();
         }
         return outcome;
@@ -36,21 +59,26 @@ public:
 
 private:
     void Step() {
-        if (pending.back().empty()) {
+        std::vector<std::wstring>& pending = levels.back().pendingFolders;
+        if (pending.empty()) {
             Leave();
             return;
         }
-        path += L"\\" + pending.back().back();
-        pending.back().pop_back();
+        path += L"\\" + pending.back();
+        pending.pop_back();
         Enter();
     }
 
     /// Empties the current folder but for its folders, which are kept for later.
     void Enter() {
-        pending.emplace_back();
+        levels.push_back({Hold(path), {}});
+        if (!levels.back().held) {
+            Note(LastError());
+            return;
+        }
         for (const Found& entry : Entries()) {
             if (IsRealFolder(entry.attributes)) {
-                pending.back().push_back(entry.name);
+                levels.back().pendingFolders.push_back(entry.name);
             } else {
                 Remove(path + L"\\" + entry.name, entry.attributes);
             }
@@ -58,9 +86,12 @@ private:
     }
 
     void Leave() {
-        pending.pop_back();
-        Remove(path, GetFileAttributesW(path.c_str()));
-        path.resize(pending.empty() ? 0 : path.find_last_of(L'\\'));
+        const bool wasHeld = static_cast<bool>(levels.back().held);
+        levels.pop_back();
+        if (wasHeld) {
+            Remove(path, GetFileAttributesW(path.c_str()));
+        }
+        path.resize(levels.empty() ? 0 : path.find_last_of(L'\\'));
     }
 
     /// The whole listing first: what is removed meanwhile would shift it.
@@ -94,7 +125,7 @@ private:
     }
 
     std::wstring path;
-    std::vector<std::vector<std::wstring>> pending;
+    std::vector<Level> levels;
     Error outcome;
 };
 
