@@ -7,8 +7,8 @@
 #include "platform/Waiting.h"
 
 #include <chrono>
-#include <cstdio>
 #include <exception>
+#include <iostream>
 #include <memory>
 #include <numeric>
 
@@ -217,10 +217,9 @@ std::uint64_t RunFolder(std::uint64_t seed, std::uint64_t first, std::size_t kil
         ADD_FAILURE() << failure.what();
     }
     if (testing::Test::HasFailure()) {
-        std::printf(
-            "Up to round %llu, in a folder of its own since round %llu, with the seed %llu. The log ends so:\n%s",
-            static_cast<unsigned long long>(round), static_cast<unsigned long long>(first),
-            static_cast<unsigned long long>(seed), folder.EndOfLog().c_str());
+        std::cout << "Up to round " << round << ", in a folder of its own since round " << first << ", with the seed "
+                  << seed << ". The log ends so:\n"
+                  << folder.EndOfLog();
     }
     return round;
 }
@@ -233,7 +232,7 @@ TEST(CrashMatrixTest, HostsThatAreKilledLoseNothingAndLeaveNothingBehind) {
     while (tally.Kills() < kills && !HasFailure()) {
         round = RunFolder(seed, round, kills, tally);
     }
-    std::printf("Seed %llu\n%s", static_cast<unsigned long long>(seed), tally.Table().c_str());
+    std::cout << "Seed " << seed << "\n" << tally.Table();
     EXPECT_TRUE(kills < wholeRun || tally.NeverStruck().empty()) << "never struck: " << tally.NeverStruck();
 }
 
