@@ -1,38 +1,50 @@
 #include "HostFigures.h"
 
+#include <cstddef>
+#include <vector>
+
 #include <windows.h>
 
-#include <psapi.h>
-#include <tlhelp32.h>
+#include <winternl.h>
 
 #include "platform/Process.h"
 
 namespace {
 
-int ThreadsOf(std::uint32_t number) {
-    const HANDLE snapshot = CreateToolhelp32Snapshot(TH32CS_SNAPTHREAD, 0);
-    THREADENTRY32 entry{};
-    entry.dwSize = sizeof(entry);
-    int count = 0;
-    for (BOOL found = Thread32First(snapshot, &entry); found != 0; found = Thread32Next(snapshot, &entry)) {
-        count += entry.th32OwnerProcessID == number ? 1 : 0;
+/// What the system knows of all processes, one record behind the other. The calls that ask for one process tell less
+/// under Wine.
+std::vector<std::byte> AskForProcesses() {
+    std::vector<std::byte> answer(std::size_t{1} << 16);
+    while (NtQuerySystemInformation(SystemProcessInformation, answer.data(), static_cast<ULONG>(answer.size()),
+                                    nullptr) < 0 &&
+           answer.size() < std::size_t{1} << 26) {
+        answer.resize(answer.size() * 2);
     }
-    CloseHandle(snapshot);
-    return count;
+    return answer;
+}
+
+HostFigures FiguresIn(const SYSTEM_PROCESS_INFORMATION& record) {
+    HostFigures figures;
+    figures.residentBytes = static_cast<std::int64_t>(record.VirtualMemoryCounters.WorkingSetSize);
+    figures.privateBytes = static_cast<std::int64_t>(record.VirtualMemoryCounters.PagefileUsage);
+    figures.handles = static_cast<int>(record.HandleCount);
+    figures.threads = static_cast<int>(record.NumberOfThreads);
+    return figures;
 }
 
 } // namespace
 
 HostFigures FiguresOf(void* process) {
-    PROCESS_MEMORY_COUNTERS_EX memory{};
-    memory.cb = sizeof(memory);
-    GetProcessMemoryInfo(process, reinterpret_cast<PROCESS_MEMORY_COUNTERS*>(&memory), sizeof(memory));
-    DWORD handles = 0;
-    GetProcessHandleCount(process, &handles);
-    HostFigures figures;
-    figures.residentBytes = static_cast<std::int64_t>(memory.WorkingSetSize);
-    figures.privateBytes = static_cast<std::int64_t>(memory.PrivateUsage);
-    figures.handles = static_cast<int>(handles);
-    figures.threads = ThreadsOf(platform::ProcessNumber(process));
-    return figures;
+    const std::uint32_t number = platform::ProcessNumber(process);
+    const std::vector<std::byte> processes = AskForProcesses();
+    for (std::size_t position = 0;;) {
+        const auto& record = *reinterpret_cast<const SYSTEM_PROCESS_INFORMATION*>(processes.data() + position);
+        if (reinterpret_cast<std::uintptr_t>(record.UniqueProcessId) == number) {
+            return FiguresIn(record);
+        }
+        if (record.NextEntryOffset == 0) {
+            return {};
+        }
+        position += record.NextEntryOffset;
+    }
 }
