@@ -2,6 +2,7 @@
 #include "controller_host/Host.h"
 #include "controller_host/HostOptions.h"
 #include "platform/Console.h"
+#include "platform/Memory.h"
 #include "platform/ProgramArguments.h"
 #include "platform/SharedLibrary.h"
 #include "platform/Text.h"
@@ -31,6 +32,7 @@ HostExit Run(const HostOptions& options) {
 } // namespace
 
 int main(int argc, char** argv) {
+    platform::GiveBackFreedMemory();
     platform::NarrowModuleSearch();
     platform::PrepareConsole();
     return static_cast<int>(Run(ParseHostOptions(platform::ProgramArguments(argc, argv))));

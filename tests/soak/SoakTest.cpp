@@ -131,7 +131,7 @@ protected:
 
     /// The engine knows every id that it has given out for as long as it lives: an element of a set, and its text.
     static constexpr GrowthLimits limits{
-        .specifiedBytesPerJob = 128, .noiseBytesPerJob = 24, .noiseBytes = 512.0 * 1024};
+        .specifiedBytesPerJob = 128, .noiseBytesPerJob = 24, .noiseBytes = SOAK_MEMORY_NOISE_BYTES};
 
     const RunLength length = LengthFromEnvironment();
     const steady_clock::time_point begin = steady_clock::now();
