@@ -7,6 +7,10 @@ namespace event_delivery {
 DeliveryThread::DeliveryThread() : thread([this] { Run(); }) {}
 
 DeliveryThread::~DeliveryThread() {
+    End();
+}
+
+void DeliveryThread::End() {
     if (thread.joinable()) {
         Stop(std::chrono::milliseconds::zero());
     }

@@ -17,7 +17,7 @@ public:
 
     /// Starts the thread; throws std::system_error when the system has none left.
     DeliveryThread();
-    /// Ends the thread, however long the work that runs takes.
+    /// As `End`.
     ~DeliveryThread();
     DeliveryThread(const DeliveryThread&) = delete;
     DeliveryThread& operator=(const DeliveryThread&) = delete;
@@ -28,6 +28,10 @@ public:
     /// Drops what is queued and waits for the work that runs. False when that did not end within `patience`, or is the
     /// caller itself: then the thread is left to the end of the process, and what its work uses must stay.
     bool Stop(std::chrono::milliseconds patience);
+
+    /// Drops what is queued and ends the thread, however long the work that runs takes. Not out of that work. Once it
+    /// returns, nothing uses any more what the work uses.
+    void End();
 
 private:
     void Run();

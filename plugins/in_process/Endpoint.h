@@ -26,6 +26,8 @@ public:
     /// Queues an event for this end's handler. An event without a handler is dropped when its turn comes, and a handler
     /// that throws has refused its event.
     void Receive(Peer sender, const std::wstring& eventName, const std::wstring& payload);
+    /// Waits for a handler that runs, and calls none any more.
+    void EndDeliveries() { deliveries.End(); }
 
 protected:
     ~Endpoint() = default;

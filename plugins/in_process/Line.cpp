@@ -14,6 +14,16 @@ EventTransmitter::Peer NextNumber() {
 
 } // namespace
 
+Line::~Line() {
+    // All ends are still whole: a handler that runs may send from any of them to any other.
+    for (const auto& [name, frontEnd] : frontEnds) {
+        frontEnd->EndDeliveries();
+    }
+    if (engine) {
+        engine->EndDeliveries();
+    }
+}
+
 EventTransmitter* Line::Engine() {
     const std::lock_guard lock(mutex);
     if (!engine) {

@@ -13,6 +13,13 @@ namespace in_process {
 /// thread; no handler runs under the lock.
 class Line {
 public:
+    Line() = default;
+    Line(const Line&) = delete;
+    Line& operator=(const Line&) = delete;
+    /// Waits for the handlers that run, which may still send; what is queued is dropped. Nobody else uses the line or
+    /// its ends any more.
+    ~Line();
+
     /// Make the end where it is missing; std::system_error when the system has no thread left for it.
     EventTransmitter* Engine();
     EventTransmitter* FrontEndCalled(const std::wstring& name);

@@ -12,7 +12,7 @@ ClientEnd::ClientEnd(const std::string& placeName, std::unique_ptr<Network> ownN
 }
 
 ClientEnd::~ClientEnd() {
-    Stop(std::chrono::milliseconds::zero());
+    End();
 }
 
 bool ClientEnd::SendEvent(const std::wstring& eventName, const std::wstring& payload) {

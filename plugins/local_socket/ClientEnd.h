@@ -14,6 +14,7 @@ class ClientEnd final : public SocketTransmitter {
 public:
     /// Tries to connect at once; whether it could, `IsConnected` says.
     ClientEnd(const std::string& place, std::unique_ptr<Network> network, const Limits& limits, Network::Log log);
+    /// Waits for a handler that runs, so it must not be called out of one.
     ~ClientEnd() override;
 
     bool SendEvent(const std::wstring& eventName, const std::wstring& payload) override;

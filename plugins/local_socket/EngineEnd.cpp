@@ -12,7 +12,7 @@ std::unique_ptr<EngineEnd> EngineEnd::Listen(const std::string& place, std::uniq
 }
 
 EngineEnd::~EngineEnd() {
-    Stop(std::chrono::milliseconds::zero());
+    End();
 }
 
 bool EngineEnd::SendEvent(const std::wstring& eventName, const std::wstring& payload) {

@@ -14,6 +14,7 @@ public:
     /// An engine that listens at `place`; null when the place cannot be taken, the log says why.
     static std::unique_ptr<EngineEnd> Listen(const std::string& place, std::unique_ptr<Network> network,
                                              const Limits& limits, Network::Log log);
+    /// Waits for a handler that runs, so it must not be called out of one.
     ~EngineEnd() override;
 
     bool SendEvent(const std::wstring& eventName, const std::wstring& payload) override;

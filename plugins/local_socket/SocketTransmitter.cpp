@@ -36,6 +36,11 @@ bool SocketTransmitter::Stop(std::chrono::milliseconds patience) {
     return deliveries.Stop(patience);
 }
 
+void SocketTransmitter::End() {
+    Stop(std::chrono::milliseconds::zero());
+    deliveries.End();
+}
+
 void SocketTransmitter::AddEventHandler(const std::wstring& eventName, CallbackFunctor* handler) {
     handlers.Set(eventName, handler);
 }

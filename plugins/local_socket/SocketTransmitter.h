@@ -19,7 +19,7 @@ class SocketTransmitter : public EventTransmitter, protected SessionOwner {
 public:
     SocketTransmitter(const SocketTransmitter&) = delete;
     SocketTransmitter& operator=(const SocketTransmitter&) = delete;
-    /// Waits for a handler that runs, so it must not be called out of one. Those derived call `Stop` first.
+    /// Those derived call `End` first, while they are whole.
     virtual ~SocketTransmitter();
 
     /// Ends the sessions and both threads; from now on nothing is sent. False when a handler did not return within
@@ -33,6 +33,8 @@ protected:
     /// `place` is the name of the meeting place.
     SocketTransmitter(std::string place, std::unique_ptr<Network> network, const Limits& limits, Network::Log log);
 
+    /// Stops, and waits for a handler that runs, which may still use this object; so it must not be called out of one.
+    void End();
     /// Starts the network's thread.
     void Run();
     /// With the lock held.

@@ -5,6 +5,7 @@
 
 #include <atomic>
 #include <future>
+#include <memory>
 #include <string>
 #include <thread>
 #include <vector>
@@ -102,6 +103,27 @@ TEST_F(LineThreadsTest, HandlersOfOneEndRunOneAtATimeWhoeverSends) {
     EXPECT_EQ(handler.WaitFor(senderCount * eventsEach).size(), static_cast<std::size_t>(senderCount * eventsEach));
     EXPECT_EQ(overlaps, 0);
     engine->AddEventHandler(L"e", nullptr);
+}
+
+TEST_F(LineThreadsTest, AHandlerMaySendWhileItsLineEnds) {
+    std::promise<void> started;
+    std::promise<void> lineEnds;
+    auto ending = std::make_unique<in_process::Line>();
+    EventTransmitter* const end = ending->Engine();
+    EventRecorder handler([&](const std::wstring&) {
+        started.set_value();
+        lineEnds.get_future().wait();
+        for (int turn = 0; turn < 1000; ++turn) {
+            std::this_thread::yield(); // time for an end that does not wait
+            end->SendEvent(L"answer", L"");
+        }
+    });
+    end->AddEventHandler(L"e", &handler);
+    ending->FrontEndCalled(L"")->SendEvent(L"e", L"");
+    started.get_future().wait();
+    lineEnds.set_value();
+    ending.reset();
+    EXPECT_EQ(handler.WaitFor(1).size(), 1U);
 }
 
 TEST_F(LineThreadsTest, HandlersComeAndGoWhileEventsArrive) {

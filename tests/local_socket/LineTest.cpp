@@ -350,6 +350,29 @@ TEST_F(LineTest, AStoppedEndSendsNothing) {
     EXPECT_FALSE(engine->IsConnected());
 }
 
+TEST_F(LineTest, AHandlerMaySendWhileItsEndIsDestroyed) {
+    auto engine = Engine();
+    EventTransmitter& ending = *engine; // as handlers know it
+    std::promise<void> started;
+    std::promise<bool> sent;
+    RecordingHandler request([&](const std::wstring&) {
+        started.set_value();
+        while (ending.IsConnected()) {
+            std::this_thread::yield();
+        }
+        for (int turn = 0; turn < 1000; ++turn) {
+            std::this_thread::yield(); // time for an end that does not wait
+        }
+        sent.set_value(ending.SendEvent(L"Answer", L""));
+    });
+    engine->AddEventHandler(L"Ask", &request);
+    const auto client = Client();
+    client->SendEvent(L"Ask", L"");
+    started.get_future().wait();
+    engine.reset();
+    EXPECT_FALSE(sent.get_future().get());
+}
+
 TEST_F(LineTest, StoppingDoesNotWaitForAHandlerForEver) {
     auto engine = Engine();
     std::promise<void> started;
