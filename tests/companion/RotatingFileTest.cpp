@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include "platform/File.h"
+#include "platform/FileLock.h"
 #include "platform/FileSystem.h"
 #include "support/TemporaryFolder.h"
 
@@ -67,6 +68,19 @@ TEST_F(RotatingFileTest, KeepsOnlyTheNewestFiles) {
     EXPECT_EQ(Content(L".1"), "record7\nrecord8\n");
     EXPECT_EQ(Content(L".2"), "record5\nrecord6\n");
     EXPECT_FALSE(Exists(L".3"));
+}
+
+TEST_F(RotatingFileTest, LeavesTheFilesToAProcessThatIsRotatingThem) {
+    file.Append("record1\n", 1);
+    file.Append("record2\n", 1);
+    platform::FileLock other;
+    ASSERT_FALSE(other.Take(path + L".lock"));
+    file.Append("record3\n", 1);
+    EXPECT_EQ(Content(), "record1\nrecord2\nrecord3\n");
+    other.Release();
+    file.Append("record4\n", 1);
+    EXPECT_EQ(Content(L".1"), "record1\nrecord2\nrecord3\n");
+    EXPECT_EQ(Content(), "record4\n");
 }
 
 TEST_F(RotatingFileTest, WritesARecordThatIsLargerThanTheLimitIntoAFileOfItsOwn) {

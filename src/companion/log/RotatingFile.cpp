@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "platform/Console.h"
+#include "platform/FileLock.h"
 #include "platform/NativePath.h"
 #include "platform/Text.h"
 
@@ -49,6 +50,8 @@ void RotatingFile::LookAfterFile() {
 
 /// On failure a file that is open stays so: better a record in a renamed file than none.
 void RotatingFile::OpenFile() {
+    // Before it is opened: when another process renames it in between, the next look finds that it is not this one.
+    const std::optional<platform::FileIdentity> named = platform::IdentityOf(currentPath);
     platform::OutputFile opened;
     platform::Error error = platform::EnsurePrivateFolders(platform::ParentFolder(currentPath));
     if (!error) {
@@ -58,7 +61,7 @@ void RotatingFile::OpenFile() {
         return ComplainOnce(error);
     }
     file = std::move(opened);
-    identity = platform::IdentityOf(currentPath);
+    identity = named;
     size = file.Size();
     rotateAt = limits.bytes;
     complained = false;
@@ -73,7 +76,17 @@ void RotatingFile::Rotate(std::string_view record) {
     if (!IsTooLargeWith(record)) {
         return; // another process was quicker
     }
-    if (ShiftFiles()) {
+    // Two that rename at the same time would put one file over another that is not the oldest.
+    platform::FileLock lock;
+    const platform::Error error = lock.Take(currentPath + L".lock");
+    if (error.kind == platform::ErrorKind::InUse) {
+        return; // another process is at it: the record goes into the file that there is
+    }
+    LookAfterFile();
+    if (!IsTooLargeWith(record)) {
+        return;
+    }
+    if (!error && ShiftFiles()) {
         OpenFile();
     } else {
         rotateAt = size + limits.bytes / 16;

@@ -18,7 +18,9 @@ struct RotationLimits {
 };
 
 /// A file of records that is kept from growing without end. Several processes may append to the same path; each notices
-/// within a second when the file was renamed or removed by another.
+/// within a second when the file was renamed or removed by another, and one at a time renames, by a lock beside the
+/// file
+/// ("<path>.lock").
 ///
 /// Nothing is lost while a reader holds a file open: where the system then refuses to rename, the current file goes on
 /// growing and the renaming is tried again later. One thread at a time.
