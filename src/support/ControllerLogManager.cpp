@@ -69,6 +69,7 @@ ControllerLogManager* ControllerLogManager::GetInstance() {
 
 void ControllerLogManager::Initialize(long level, const std::wstring& logFilePath, bool toConsole) {
     ControllerLogManager& log = *GetInstance();
+    const std::lock_guard lock(log.settingUp);
     log.SetLogFile(level, logFilePath);
     log.SetConsole(level, toConsole);
 }
@@ -84,10 +85,10 @@ void ControllerLogManager::SetLogFile(long level, const std::wstring& path) {
 }
 
 void ControllerLogManager::SetConsole(long level, bool attach) {
-    if (!attach && consoleStream != nullptr) {
-        consoleStream->flush();
+    std::wostream* const attached = consoleStream.exchange(attach ? &std::wcout : nullptr);
+    if (!attach && attached != nullptr) {
+        std::wosyncstream(*attached) << std::flush; // not between the parts of a line that another thread writes
     }
-    consoleStream = attach ? &std::wcout : nullptr;
     consoleLevel = attach ? level : switchedOff;
 }
 
@@ -103,12 +104,13 @@ void ControllerLogManager::Output(MessageType type, long level, const std::wstri
 
 void ControllerLogManager::WriteToConsole(const std::wstring& line) {
     // A message of the lowest level passes the threshold of a console that is switched off.
-    if (consoleStream == nullptr) {
+    std::wostream* const attached = consoleStream;
+    if (attached == nullptr) {
         return;
     }
     // Keeps lines of several threads whole, and a failed write (a character that the console cannot show) to itself:
     // the console's own state stays good.
-    std::wosyncstream(*consoleStream) << line;
+    std::wosyncstream(*attached) << line;
 }
 
 std::wstring ControllerLogManager::CreateHeaderString(MessageType type) {

@@ -2,14 +2,17 @@
 
 #include "platform/Export.h"
 
+#include <atomic>
 #include <iosfwd>
+#include <mutex>
 #include <string>
 
 /// The one logging facility of the library. A message goes to the application's log file (written by
 /// `ControllerCSWrapper`) and, when attached, to the console (`std::wcout`), each when its level is not above that
 /// sink's threshold.
 ///
-/// Usable at any time and from any thread; concurrent console messages may alternate but not mix. Reports no failure.
+/// Usable at any time and from any thread, `Initialize` included; concurrent console messages may alternate but not
+/// mix. A message that is written while the log is set up anew goes to the sinks before or after. Reports no failure.
 class CONTROLLER_API ControllerLogManager {
 public:
     /// Any value may be met, such as one from a newer front end.
@@ -49,8 +52,11 @@ private:
     void WriteToConsole(const std::wstring& line);
     static std::wstring CreateHeaderString(MessageType type);
 
-    std::wostream* consoleStream = nullptr;
+    // Messages are written without a lock while another thread sets the log up anew.
+    std::atomic<std::wostream*> consoleStream = nullptr;
     std::wstring logFilePath;
-    long consoleLevel;
-    long fileLevel;
+    std::atomic<long> consoleLevel;
+    std::atomic<long> fileLevel;
+    /// Held by `Initialize`, which alone uses the path.
+    std::mutex settingUp;
 };
