@@ -7,6 +7,8 @@
 #include "support/ControllerLogManager.h"
 #include "support/PathFuncs.h"
 
+#include <thread>
+
 bool JobEntry::OnCancelJob() {
     ControllerLogManager::DebugLog(L"Create killprocess for Job: " + numbers::DecimalText(info.seqId));
     platform::CreateEmptyFile(PathFuncs::Join(info.workDir, L"killprocess"));
@@ -27,8 +29,12 @@ bool JobEntryManagerBase::CancelJobs(std::vector<std::wstring>& ids, std::vector
         }
     }
     while (waitForCanceled && !waitList.empty()) {
-        const std::lock_guard lock(mutex);
-        std::erase_if(waitList, [](const auto& job) { return job->GetStatus() != JobStatus::Canceling; });
+        {
+            const std::lock_guard lock(mutex);
+            std::erase_if(waitList, [](const auto& job) { return job->GetStatus() != JobStatus::Canceling; });
+        }
+        // A mutex need not be fair: without this, who polls meanwhile may wait for it for many milliseconds.
+        std::this_thread::yield();
     }
     if (!cancelled.empty()) {
         const std::lock_guard lock(mutex);

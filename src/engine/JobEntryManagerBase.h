@@ -57,7 +57,7 @@ public:
     /// passed over. The job list file is rewritten when `cancelled` is not empty. Always true.
     ///
     /// With `waitForCanceled` it returns when the running ones are no longer `Canceling`. It keeps its thread busy
-    /// meanwhile and needs another thread that calls `CheckUpdate`.
+    /// meanwhile, giving way to others, and needs another thread that calls `CheckUpdate`.
     bool CancelJobs(std::vector<std::wstring>& ids, std::vector<JobStatusInfo>& cancelled, bool waitForCanceled);
 
     /// `CancelJobs` of every job. Their ids are collected without the lock: not while another thread enqueues or
@@ -65,7 +65,7 @@ public:
     bool CancelAllJobs(std::vector<JobStatusInfo>& cancelled, bool waitForCanceled);
 
     /// Sends the function "Terminate" to the module that offers it (the one loaded last). Touches no job and takes no
-    /// lock.
+    /// lock: the module may find itself called by two threads at the same time.
     void Terminate();
 
     /// Looks once at the process and files of every running job, without waiting; `changed` receives what changed. True
@@ -85,8 +85,9 @@ public:
     bool UpdateResult(const std::wstring& resultJson, std::vector<JobStatusInfo>& changed);
     bool UpdateToCanceled(const std::wstring& resultJson, std::vector<JobStatusInfo>& changed);
 
-    /// Appends every job's record in list order. Takes no lock: for a caller that is not polling at the same time.
-    /// Always true.
+    /// Appends every job's record in list order. Takes no lock: not while another thread calls an operation that adds,
+    /// changes or removes jobs. A derived class that is asked by several threads holds the lock around the call. Always
+    /// true.
     bool GetJobList(std::vector<JobListInfo>& records);
 
     /// Deletes the jobs named by id or number with their work directories, except active ones; `deleted` receives the
@@ -94,10 +95,11 @@ public:
     bool DeleteJobs(std::vector<std::wstring>& ids, std::vector<std::wstring>& deleted);
 
     /// Searches the configured folders for scenarios, appends them to `scenarios` and adds them to the catalogue.
-    /// Always false; the outcome is in `scenarios`. Takes no lock: not while another thread enqueues.
+    /// Always false; the outcome is in `scenarios`. Takes no lock: not while another thread enqueues or uses the
+    /// catalogue.
     bool FetchScenarios(std::vector<ScenarioInfo>& scenarios);
     /// Appends the parameter sets of a catalogued scenario; false when `scenarioId` is not in the catalogue. Takes no
-    /// lock.
+    /// lock: not while another thread fetches scenarios.
     bool FetchScenarioParameterSets(std::vector<ScenarioParameterSetInfo>& parameterSets,
                                     const std::wstring& scenarioId);
 
