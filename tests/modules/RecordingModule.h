@@ -22,6 +22,8 @@ struct Call {
 struct Script {
     /// In order.
     std::vector<Call> calls;
+    /// False for calls from several threads at once: the answer is then all that a call reaches.
+    bool keepsCalls = true;
     /// The answer to a call: its result, and what it writes into the output.
     std::function<long(const Call&, std::wstring&)> answer;
     /// The modules that were unloaded, in order.

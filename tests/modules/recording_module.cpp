@@ -44,8 +44,11 @@ CONTROLLER_API long CallFunction(const std::string& functionName, const std::wst
     if (script == nullptr) {
         return -2;
     }
-    script->calls.push_back({TEST_MODULE_NAME, functionName, input, callback});
-    return script->answer ? script->answer(script->calls.back(), output) : 0;
+    const Call call{TEST_MODULE_NAME, functionName, input, callback};
+    if (script->keepsCalls) {
+        script->calls.push_back(call);
+    }
+    return script->answer ? script->answer(call, output) : 0;
 }
 
 } // extern "C"

@@ -6,7 +6,8 @@
 
 namespace test_support {
 
-Deadline::Deadline(std::string what) : awaited(std::move(what)), watcher([this] { Watch(); }) {}
+Deadline::Deadline(std::string what, std::chrono::seconds longest)
+    : awaited(std::move(what)), limit(longest), watcher([this] { Watch(); }) {}
 
 Deadline::~Deadline() {
     {
@@ -19,7 +20,7 @@ Deadline::~Deadline() {
 
 void Deadline::Watch() {
     std::unique_lock lock(mutex);
-    if (!changed.wait_for(lock, patience, [this] { return isOver; })) {
+    if (!changed.wait_for(lock, limit, [this] { return isOver; })) {
         std::fprintf(stderr, "Waited in vain for %s.\n", awaited.c_str());
         std::fflush(nullptr);
         std::_Exit(1);

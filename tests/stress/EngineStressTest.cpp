@@ -1,0 +1,274 @@
+#include "companion/ControllerCSWrapper.h"
+#include "companion/Settings.h"
+#include "engine/JobEntryManagerBase.h"
+#include "modules/FunctionManager.h"
+#include "modules/ModuleFiles.h"
+#include "stress/Crew.h"
+#include "stress/JobLedger.h"
+#include "stress/Rounds.h"
+#include "stress/ScenarioProcesses.h"
+#include "stress/Tally.h"
+#include "support/Deadline.h"
+#include "support/TemporaryFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <algorithm>
+#include <atomic>
+#include <cstddef>
+#include <memory>
+#include <random>
+#include <set>
+#include <shared_mutex>
+#include <string>
+#include <vector>
+
+namespace {
+
+using Ids = std::vector<std::wstring>;
+using Statuses = std::vector<JobStatusInfo>;
+
+/// Looks at its whole list while others change it. `GetJobList` takes no lock of its own, so this can.
+class WatchedEngine final : public JobEntryManagerBase {
+public:
+    using JobEntryManagerBase::JobEntryManagerBase;
+
+    std::vector<JobListInfo> LockedJobList() {
+        const std::lock_guard lock(mutex);
+        std::vector<JobListInfo> list;
+        GetJobList(list);
+        return list;
+    }
+};
+
+constexpr int requestsEach = 24;
+constexpr std::size_t inputSets = 3;
+/// More jobs than this do not wait in the queue: so everything goes on at the same time to the end.
+constexpr std::ptrdiff_t longestBacklog = 12;
+
+/// One engine with all that calls it, for one round.
+class EngineRound {
+public:
+    EngineRound(std::uint32_t roundSeed, Tally& operationTally);
+    ~EngineRound() { settings::UseFile(L""); }
+    EngineRound(const EngineRound&) = delete;
+    EngineRound& operator=(const EngineRound&) = delete;
+
+    /// Lets all threads loose, until every job has come to its end.
+    void Run();
+    void CheckEnd();
+
+private:
+    void Enqueue(int thread);
+    void Cancel(bool waits);
+    void CancelAll();
+    void Delete();
+    void Query();
+    void Execute();
+    void Poll();
+    void Watch();
+    void FetchScenarios();
+
+    /// At most `count` of the latest jobs, none twice.
+    Ids SomeIds(std::size_t count);
+    std::uint32_t Draw();
+
+    TemporaryFolder folder;
+    Tally& tally;
+    JobLedger ledger;
+    ListWatch watch;
+    ScenarioProcesses processes;
+    test_modules::Script script;
+    test_modules::ScriptedModule module{test_modules::ModulePath(L"recording_module_a"), script};
+    std::unique_ptr<FunctionManager> functions;
+    std::unique_ptr<WatchedEngine> engine;
+    std::mutex randomMutex;
+    std::mt19937 random;
+    /// What may not run while others enqueue or delete has it alone.
+    std::shared_mutex listShape;
+    /// Jobs in the queue, as last seen.
+    std::atomic<std::ptrdiff_t> backlog = 0;
+};
+
+EngineRound::EngineRound(std::uint32_t roundSeed, Tally& operationTally)
+    : tally(operationTally), processes(ledger, roundSeed), random(roundSeed) {
+    WriteTextFile(folder / L"settings.json", R"({"version":1,"workDirectory":"work","jobListFile":"job_list.json",)"
+                                             R"("logFile":"","scenarioDirectories":[{"path":"scenarios"}]})");
+    WriteTextFile(folder / L"scenarios\\mesh.rb", "puts 1");
+    WriteTextFile(folder / L"part.stl", "solid");
+    settings::UseFile(folder / L"settings.json");
+    script.keepsCalls = false;
+    script.answer = [this](const test_modules::Call& call, std::wstring& output) {
+        return processes.Answer(call, output);
+    };
+    functions = std::make_unique<FunctionManager>(Ids{test_modules::ModulePath(L"recording_module_a")});
+    engine = std::make_unique<WatchedEngine>(functions.get());
+}
+
+void EngineRound::Run() {
+    Crew running;
+    running.Add([this] { processes.Live(*engine); });
+    Crew driving;
+    driving.AddEndless([this] { Execute(); });
+    driving.AddEndless([this] { Poll(); });
+    driving.AddEndless([this] { Poll(); });
+    driving.AddEndless([this] { Watch(); });
+    Crew asking;
+    asking.AddEndless([this] { Cancel(true); });
+    asking.AddEndless([this] { Cancel(true); });
+    asking.AddEndless([this] { Cancel(false); });
+    asking.AddEndless([this] { CancelAll(); });
+    asking.AddEndless([this] { Delete(); });
+    asking.AddEndless([this] { Delete(); });
+    asking.AddEndless([this] { Query(); });
+    asking.AddEndless([this] { FetchScenarios(); });
+    Crew enqueueing;
+    enqueueing.Add([this] { Enqueue(1); });
+    enqueueing.Add([this] { Enqueue(2); });
+    enqueueing.Join();
+    asking.Join();
+    while (!engine->IsCompleted()) {
+        std::this_thread::yield();
+    }
+    driving.Join();
+    processes.End();
+}
+
+void EngineRound::CheckEnd() {
+    const std::vector<JobListInfo> list = engine->LockedJobList();
+    for (const std::string& problem : ledger.Problems(list)) {
+        ADD_FAILURE() << problem;
+    }
+    std::vector<JobListInfo> saved;
+    ControllerCSWrapper::ParseJobList(ControllerCSWrapper::GetJobListFile(), saved);
+    EXPECT_TRUE(saved == list) << "The job list file holds something else than the engine.";
+}
+
+void EngineRound::Enqueue(int thread) {
+    for (int number = 0; number < requestsEach; ++number) {
+        while (backlog > longestBacklog) {
+            std::this_thread::yield();
+        }
+        const std::shared_lock notAlone(listShape);
+        EnqueueJobsInfo request;
+        request.requestId = std::to_wstring(thread) + L"-" + std::to_wstring(number);
+        request.scenario.id = folder / L"scenarios\\mesh.rb";
+        request.outputDir = folder / L"out" + request.requestId;
+        request.inputFileSets.assign(inputSets, {folder / L"part.stl"});
+        JobEnqueueResult result;
+        EXPECT_TRUE(engine->EnqueueJob(request, result));
+        EXPECT_EQ(result.requestId, request.requestId);
+        ledger.Enqueued(result);
+        tally.Add("EnqueueJob");
+    }
+}
+
+void EngineRound::Cancel(bool waits) {
+    Ids ids = SomeIds(2);
+    Statuses cancelled;
+    EXPECT_TRUE(engine->CancelJobs(ids, cancelled, waits));
+    ledger.Cancelled(cancelled);
+    Statuses now;
+    engine->CheckJobStatus(ids, now);
+    for (const JobStatusInfo& job : cancelled) {
+        const bool isStillCanceling = std::any_of(now.begin(), now.end(), [&job](const JobStatusInfo& info) {
+            return info.id == job.id && info.status == JobStatus::Canceling;
+        });
+        EXPECT_FALSE(waits && isStillCanceling) << "The wait ended before the job did.";
+    }
+    tally.Add(waits ? "CancelJobs with waiting" : "CancelJobs");
+}
+
+void EngineRound::CancelAll() {
+    tally.Add("IsCompleted");
+    if (engine->IsCompleted() || Draw() % 16 != 0) {
+        return;
+    }
+    const std::unique_lock alone(listShape);
+    Statuses cancelled;
+    EXPECT_TRUE(engine->CancelAllJobs(cancelled, Draw() % 2 == 0));
+    ledger.Cancelled(cancelled);
+    tally.Add("CancelAllJobs");
+}
+
+void EngineRound::Delete() {
+    const std::shared_lock notAlone(listShape);
+    Ids ids = SomeIds(4);
+    Ids deleted;
+    EXPECT_TRUE(engine->DeleteJobs(ids, deleted));
+    ledger.Deleted(deleted);
+    tally.Add("DeleteJobs");
+}
+
+void EngineRound::Query() {
+    const Ids ids = SomeIds(3);
+    Statuses statuses;
+    EXPECT_TRUE(engine->CheckJobStatus(ids, statuses));
+    EXPECT_EQ(statuses.size(), ids.size());
+    tally.Add("CheckJobStatus");
+    engine->Terminate();
+    tally.Add("Terminate");
+}
+
+void EngineRound::Execute() {
+    Statuses updated;
+    engine->ExecuteJob(nullptr, updated);
+    ledger.Executed(updated);
+    tally.Add("ExecuteJob");
+}
+
+void EngineRound::Poll() {
+    Statuses changed;
+    const bool hasChanged = engine->CheckUpdate(changed);
+    EXPECT_EQ(hasChanged, !changed.empty());
+    ledger.Ended(changed);
+    tally.Add("CheckUpdate");
+}
+
+void EngineRound::Watch() {
+    const std::vector<JobListInfo> list = engine->LockedJobList();
+    EXPECT_EQ(watch.Look(list), "");
+    backlog =
+        std::count_if(list.begin(), list.end(), [](const JobListInfo& job) { return job.status == JobStatus::Queued; });
+    tally.Add("GetJobList");
+}
+
+void EngineRound::FetchScenarios() {
+    const std::unique_lock alone(listShape);
+    std::vector<ScenarioInfo> scenarios;
+    engine->FetchScenarios(scenarios);
+    ASSERT_EQ(scenarios.size(), 1U);
+    std::vector<ScenarioParameterSetInfo> sets;
+    EXPECT_TRUE(engine->FetchScenarioParameterSets(sets, scenarios.front().id));
+    tally.Add("FetchScenarios");
+}
+
+Ids EngineRound::SomeIds(std::size_t count) {
+    const Ids latest = ledger.LatestIds(40);
+    std::set<std::wstring> chosen;
+    for (std::size_t draw = 0; !latest.empty() && draw < count; ++draw) {
+        chosen.insert(latest[Draw() % latest.size()]);
+    }
+    return {chosen.begin(), chosen.end()};
+}
+
+std::uint32_t EngineRound::Draw() {
+    const std::lock_guard lock(randomMutex);
+    return std::uniform_int_distribution<std::uint32_t>()(random);
+}
+
+} // namespace
+
+TEST(EngineStressTest, NoJobIsLostAndNoneHasTwoFatesWhileEverybodyCallsTheEngine) {
+    Tally tally("engine");
+    for (Rounds rounds; rounds.Next();) {
+        const test_support::Deadline deadline("the threads that call the engine", std::chrono::minutes(5));
+        EngineRound round(rounds.Number(), tally);
+        round.Run();
+        round.CheckEnd();
+        tally.Add("rounds");
+        if (testing::Test::HasFailure()) {
+            return;
+        }
+    }
+}

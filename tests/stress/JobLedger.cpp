@@ -1,0 +1,158 @@
+#include "stress/JobLedger.h"
+
+#include "platform/Text.h"
+
+#include <algorithm>
+
+namespace {
+
+bool IsActive(JobStatus status) {
+    return status == JobStatus::Running || status == JobStatus::Canceling;
+}
+
+bool HasEnded(JobStatus status) {
+    return status == JobStatus::Success || status == JobStatus::Failed || status == JobStatus::Canceled;
+}
+
+/// Whether a job can have got from one status to another, by any number of steps.
+bool IsReachable(JobStatus from, JobStatus to) {
+    return from == to || from == JobStatus::Queued ||
+           (from == JobStatus::Running && (HasEnded(to) || to == JobStatus::Canceling)) ||
+           (from == JobStatus::Canceling && HasEnded(to));
+}
+
+std::string Describe(const std::wstring& id, const std::string& problem) {
+    return "job " + platform::ToUtf8(id) + ": " + problem;
+}
+
+std::string StatusText(JobStatus status) {
+    return std::to_string(static_cast<int>(status));
+}
+
+} // namespace
+
+void JobLedger::Enqueued(const JobEnqueueResult& result) {
+    const std::lock_guard lock(mutex);
+    for (const JobIdInfo& job : result.jobIds) {
+        ++jobs[job.id].enqueued;
+        order.push_back(job.id);
+    }
+}
+
+void JobLedger::Executed(const std::vector<JobStatusInfo>& updated) {
+    const std::lock_guard lock(mutex);
+    for (const JobStatusInfo& report : updated) {
+        Job& job = jobs[report.id];
+        job.startReports += report.status == JobStatus::Running ? 1 : 0;
+        job.failedStartReports += report.status == JobStatus::Failed ? 1 : 0;
+        job.strange += report.status == JobStatus::Running || report.status == JobStatus::Failed ? 0 : 1;
+    }
+}
+
+void JobLedger::Cancelled(const std::vector<JobStatusInfo>& cancelled) {
+    std::map<std::wstring, JobStatus> reports; // one a job: a running one may be reported twice
+    for (const JobStatusInfo& report : cancelled) {
+        reports[report.id] = report.status;
+    }
+    const std::lock_guard lock(mutex);
+    for (const auto& [id, status] : reports) {
+        Job& job = jobs[id];
+        job.dequeued += status == JobStatus::Dequeued ? 1 : 0;
+        job.cancelling += status == JobStatus::Canceling ? 1 : 0;
+        job.strange += status == JobStatus::Dequeued || status == JobStatus::Canceling ? 0 : 1;
+    }
+}
+
+void JobLedger::Ended(const std::vector<JobStatusInfo>& changed) {
+    const std::lock_guard lock(mutex);
+    for (const JobStatusInfo& report : changed) {
+        Job& job = jobs[report.id];
+        job.strange += HasEnded(report.status) || IsActive(report.status) ? 0 : 1;
+        if (HasEnded(report.status)) {
+            ++job.ended;
+            job.last = report.status;
+        }
+    }
+}
+
+void JobLedger::Deleted(const std::vector<std::wstring>& ids) {
+    const std::lock_guard lock(mutex);
+    for (const std::wstring& id : ids) {
+        ++jobs[id].deleted;
+    }
+}
+
+void JobLedger::Run(const std::wstring& id) {
+    const std::lock_guard lock(mutex);
+    ++jobs[id].runs;
+}
+
+std::vector<std::wstring> JobLedger::LatestIds(std::size_t count) const {
+    const std::lock_guard lock(mutex);
+    const auto first = order.end() - static_cast<std::ptrdiff_t>(std::min(count, order.size()));
+    return {first, order.end()};
+}
+
+std::vector<std::string> JobLedger::Problems(const std::vector<JobListInfo>& listed) const {
+    const std::lock_guard lock(mutex);
+    std::vector<std::string> problems;
+    std::map<std::wstring, const JobListInfo*> rows;
+    for (const JobListInfo& row : listed) {
+        if (!rows.emplace(row.id, &row).second || !jobs.contains(row.id)) {
+            problems.push_back(Describe(row.id, "listed twice, or never enqueued"));
+        }
+    }
+    for (const auto& [id, job] : jobs) {
+        const auto row = rows.find(id);
+        const std::string problem = ProblemOf(job, row == rows.end() ? nullptr : row->second);
+        if (!problem.empty()) {
+            problems.push_back(Describe(id, problem));
+        }
+    }
+    return problems;
+}
+
+std::string JobLedger::ProblemOf(const Job& job, const JobListInfo* listed) {
+    const int fates = job.startReports + job.failedStartReports + job.dequeued;
+    if (job.enqueued != 1 || job.strange != 0 || job.deleted > 1 || job.cancelling > 1) {
+        return "enqueued, deleted or cancelled more than once, or told of in a status that the operation cannot give";
+    }
+    if (fates > 1 || (fates == 0 && job.deleted == 0)) {
+        return "started " + std::to_string(job.startReports + job.failedStartReports) + " times, dequeued " +
+               std::to_string(job.dequeued) + " times";
+    }
+    if (job.runs != job.startReports + job.failedStartReports || job.ended != job.startReports) {
+        return "run " + std::to_string(job.runs) + " times, ended " + std::to_string(job.ended) + " times";
+    }
+    if ((listed == nullptr) != (job.deleted == 1)) {
+        return listed == nullptr ? "lost" : "listed though deleted";
+    }
+    const JobStatus fate = job.dequeued == 1             ? JobStatus::Dequeued
+                           : job.failedStartReports == 1 ? JobStatus::Failed
+                                                         : job.last;
+    return listed == nullptr || listed->status == fate ? "" : "its status is not the one that was told last";
+}
+
+std::string ListWatch::Look(const std::vector<JobListInfo>& list) {
+    std::map<std::wstring, JobStatus> now;
+    std::int32_t lastNumber = 0;
+    int active = 0;
+    for (const JobListInfo& job : list) {
+        if (job.seqId <= lastNumber || !now.emplace(job.id, job.status).second || gone.contains(job.id)) {
+            return Describe(job.id, "out of order, twice in the list, or back in it");
+        }
+        const auto before = seen.find(job.id);
+        if (before != seen.end() && !IsReachable(before->second, job.status)) {
+            return Describe(job.id, "went from " + StatusText(before->second) + " to " + StatusText(job.status));
+        }
+        lastNumber = job.seqId;
+        active += IsActive(job.status) ? 1 : 0;
+    }
+    for (const auto& [id, status] : seen) {
+        if (!now.contains(id)) {
+            gone.insert(id);
+        }
+    }
+    seen = std::move(now);
+    return active > 1 ? std::to_string(active) + " jobs are active at the same time" : "";
+}

@@ -1,0 +1,196 @@
+#include "companion/log/RotatingFile.h"
+#include "platform/FileSystem.h"
+#include "services/ConsoleCapture.h"
+#include "stress/Crew.h"
+#include "stress/Rounds.h"
+#include "stress/Tally.h"
+#include "support/ControllerLogManager.h"
+#include "support/Deadline.h"
+#include "support/TemporaryFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <atomic>
+#include <cstdint>
+#include <functional>
+#include <map>
+#include <sstream>
+#include <string>
+#include <vector>
+
+namespace {
+
+constexpr std::uint32_t writerCount = 6;
+
+/// A message that shows when a part of it is lost or another's.
+std::string Message(std::uint32_t writer, std::uint32_t number) {
+    const std::size_t length = number % 13 == 0 ? 6000 : number % 40;
+    return '<' + std::to_string(writer) + '.' + std::to_string(number) + ' ' +
+           std::string(length, static_cast<char>('a' + number % 26)) + '>';
+}
+
+/// How often each message stands in what was written.
+class Found {
+public:
+    /// `isHead` says whether a text may stand before a message.
+    void AddLines(const std::string& text, const std::function<bool(const std::string& head)>& isHead) {
+        std::istringstream stream(text);
+        for (std::string line; std::getline(stream, line);) {
+            const std::size_t message = line.find('<');
+            ASSERT_NE(message, std::string::npos) << line.substr(0, 100);
+            EXPECT_TRUE(isHead(line.substr(0, message))) << line.substr(0, 100);
+            ++times[line.substr(message)];
+        }
+        EXPECT_TRUE(text.empty() || text.back() == '\n') << "The last line is not whole.";
+    }
+
+    void AddFolder(const std::wstring& folder, const std::function<bool(const std::string& head)>& isHead) {
+        std::vector<platform::FolderEntry> entries;
+        platform::ListFolder(folder, entries);
+        for (const platform::FolderEntry& entry : entries) {
+            AddLines(ReadTextFile(folder + L'\\' + entry.name), isHead);
+        }
+    }
+
+    /// Every message of the writers once, and no other.
+    void ExpectAll(std::uint32_t writers, std::uint32_t messagesEach) {
+        for (std::uint32_t writer = 0; writer < writers; ++writer) {
+            for (std::uint32_t number = 0; number < messagesEach; ++number) {
+                EXPECT_EQ(times[Message(writer, number)], 1) << writer << "." << number;
+            }
+        }
+        EXPECT_EQ(times.size(), std::size_t{writers} * messagesEach);
+    }
+
+    /// No message twice, and each is one that was written.
+    void ExpectOnlyWhole(std::uint32_t writers, std::uint32_t messagesEach) {
+        std::size_t known = 0;
+        for (std::uint32_t writer = 0; writer < writers; ++writer) {
+            for (std::uint32_t number = 0; number < messagesEach; ++number) {
+                const auto found = times.find(Message(writer, number));
+                known += found == times.end() ? 0U : 1U;
+                EXPECT_TRUE(found == times.end() || found->second == 1);
+            }
+        }
+        EXPECT_EQ(times.size(), known);
+    }
+
+private:
+    std::map<std::string, int> times;
+};
+
+/// "2026-11-21T10:00:00.123Z info    [4711] "
+bool IsRecordHead(const std::string& head) {
+    constexpr std::size_t shortest = 36;
+    return head.size() >= shortest && head[4] == '-' && head[10] == 'T' && head[23] == 'Z' &&
+           head.substr(25, 9) == "info    [" && head.substr(head.size() - 2) == "] ";
+}
+
+/// The one log of the process with all that use it, for one round.
+class LogRound {
+public:
+    explicit LogRound(Tally& operationTally) : tally(operationTally) { SetUpAnew(0); }
+    ~LogRound() { ControllerLogManager::Initialize(0, L"", false); }
+    LogRound(const LogRound&) = delete;
+    LogRound& operator=(const LogRound&) = delete;
+
+    void Run() {
+        Crew disturbing;
+        disturbing.AddEndless([this] { SetUpAnew(turn++); });
+        disturbing.AddEndless([this] { SetUpAnew(turn++); });
+        disturbing.AddEndless([this] { MoveAway(); });
+        Crew writing;
+        for (std::uint32_t writer = 0; writer < writerCount; ++writer) {
+            writing.Add([this, writer] { Write(writer); });
+        }
+        writing.Join();
+        disturbing.Join();
+    }
+
+    void CheckEnd() {
+        ControllerLogManager::Initialize(0, L"", false);
+        Found inFiles;
+        inFiles.AddFolder(folder.Path(), IsRecordHead);
+        inFiles.ExpectAll(writerCount, messagesEach);
+        Found onConsole;
+        const std::wstring shown = console.Text();
+        onConsole.AddLines(std::string(shown.begin(), shown.end()),
+                           [](const std::string& head) { return head == "[INFO]        : "; });
+        onConsole.ExpectOnlyWhole(writerCount, messagesEach);
+    }
+
+private:
+    static constexpr std::uint32_t messagesEach = 1000;
+
+    /// One of two files, with the console or without.
+    void SetUpAnew(std::uint32_t number) {
+        ControllerLogManager::Initialize(0, folder / (number % 3 == 0 ? L"a.log" : L"b.log"), number % 2 == 0);
+        tally.Add("Initialize");
+    }
+
+    /// As somebody does who wants the log begun anew.
+    void MoveAway() {
+        const std::wstring target = folder / (L"moved-" + std::to_wstring(++moved));
+        if (!platform::RenameFile(folder / L"a.log", target)) {
+            tally.Add("log files moved away");
+        }
+    }
+
+    void Write(std::uint32_t writer) {
+        for (std::uint32_t number = 0; number < messagesEach; ++number) {
+            ControllerLogManager::Log(Message(writer, number));
+        }
+        tally.Add("records", messagesEach);
+    }
+
+    Tally& tally;
+    TemporaryFolder folder;
+    ConsoleCapture console;
+    std::atomic<std::uint32_t> turn = 0;
+    std::uint32_t moved = 0;
+};
+
+} // namespace
+
+TEST(LogStressTest, EveryRecordIsWholeAndThereOnceWhileTheLogIsSetUpAnewAndMovedAway) {
+    Tally tally("log");
+    for (Rounds rounds; rounds.Next();) {
+        const test_support::Deadline deadline("the threads that log", std::chrono::minutes(5));
+        LogRound round(tally);
+        round.Run();
+        round.CheckEnd();
+        tally.Add("rounds");
+        if (testing::Test::HasFailure()) {
+            return;
+        }
+    }
+}
+
+TEST(LogStressTest, ManyWhoRotateTheSameFileLoseNothing) {
+    constexpr std::uint32_t messagesEach = 400;
+    Tally tally("rotation");
+    for (Rounds rounds; rounds.Next();) {
+        const test_support::Deadline deadline("the rotation of a log", std::chrono::minutes(5));
+        const TemporaryFolder folder;
+        {
+            Crew processes; // as good as: each with a file of its own
+            for (std::uint32_t process = 0; process < writerCount; ++process) {
+                processes.Add([&folder, process] {
+                    log_file::RotatingFile file({.bytes = 40'000, .files = 100});
+                    file.SetPath(folder / L"shared.log");
+                    for (std::uint32_t number = 0; number < messagesEach; ++number) {
+                        file.Append(Message(process, number) + "\n", number);
+                    }
+                });
+            }
+        }
+        Found found;
+        found.AddFolder(folder.Path(), [](const std::string& head) { return head.empty(); });
+        found.ExpectAll(writerCount, messagesEach);
+        tally.Add("records", std::uint64_t{writerCount} * messagesEach);
+        tally.Add("rounds");
+        if (testing::Test::HasFailure()) {
+            return;
+        }
+    }
+}

@@ -1,0 +1,124 @@
+#include "stress/ScenarioProcesses.h"
+
+#include "engine/JobEntryManagerBase.h"
+#include "platform/FileSystem.h"
+#include "support/PathFuncs.h"
+
+#include <thread>
+
+long ScenarioProcesses::Answer(const test_modules::Call& call, std::wstring& output) {
+    if (call.function == "RunScenario") {
+        return RunScenario(call.input, output);
+    }
+    if (call.function == "CancelScenario") {
+        return CancelScenario(call.input);
+    }
+    ++terminateCalls;
+    return 0;
+}
+
+long ScenarioProcesses::RunScenario(const std::wstring& request, std::wstring& output) {
+    run_protocol::RunScenarioInfo info;
+    std::wstring problem;
+    if (!run_protocol::ParseRunScenarioInfo(request, info, problem)) {
+        return 2;
+    }
+    ledger.Run(info.jobId);
+    if (Chance(3)) {
+        return 1;
+    }
+    if (Chance(3)) {
+        return 0; // without a process
+    }
+    platform::EnsureFolder(info.workDir);
+    {
+        const std::lock_guard lock(mutex);
+        processes.push_back({std::move(info), ScriptedProcess()});
+        output = run_protocol::SerializeProcessHandle(processes.back().process.Handle());
+    }
+    changed.notify_all();
+    return 0;
+}
+
+/// Refuses every other request: then only the file "killprocess" tells.
+long ScenarioProcesses::CancelScenario(const std::wstring& jobId) {
+    if (Chance(50)) {
+        return -1;
+    }
+    const std::lock_guard lock(mutex);
+    stopping.insert(jobId);
+    return 0;
+}
+
+void ScenarioProcesses::Live(JobEntryManagerBase& engine) {
+    for (;;) {
+        std::unique_lock lock(mutex);
+        changed.wait(lock, [this] { return isOver || !processes.empty(); });
+        if (processes.empty()) {
+            return;
+        }
+        Process process = std::move(processes.front());
+        processes.pop_front();
+        lock.unlock();
+        Finish(process, Work(process), engine);
+    }
+}
+
+void ScenarioProcesses::End() {
+    {
+        const std::lock_guard lock(mutex);
+        isOver = true;
+    }
+    changed.notify_all();
+}
+
+bool ScenarioProcesses::WasAskedToStop(const Process& process) {
+    const std::lock_guard lock(mutex);
+    return stopping.contains(process.info.jobId) ||
+           platform::Exists(PathFuncs::Join(process.info.workDir, run_protocol::killFileName));
+}
+
+bool ScenarioProcesses::Work(Process& process) {
+    // Some wait so long that hardly one of them ends unasked.
+    const int steps = Chance(30) ? 300 : 3;
+    for (int step = 0; step < steps; ++step) {
+        if (WasAskedToStop(process)) {
+            return true;
+        }
+        if (step < 3) {
+            run_protocol::WriteFile(run_protocol::SerializeProgress(process.info.jobId, 10 * step, L"working"),
+                                    PathFuncs::Join(process.info.workDir, run_protocol::progressFileName));
+        }
+        std::this_thread::yield();
+    }
+    return false;
+}
+
+void ScenarioProcesses::Finish(Process& process, bool wasAskedToStop, JobEntryManagerBase& engine) {
+    if (Chance(20)) {
+        Report(process, wasAskedToStop, engine);
+    } else if (Chance(80)) {
+        run_protocol::WriteFile(
+            run_protocol::SerializeRunScenarioResult({process.info.jobId, Chance(80), {{0, L"done"}}, {}}),
+            PathFuncs::Join(process.info.workDir, run_protocol::resultFileName));
+    }
+    process.process.Finish();
+}
+
+/// Tells the engine of the end itself. That is the only end of the job, as long as its process has not ended.
+void ScenarioProcesses::Report(const Process& process, bool wasAskedToStop, JobEntryManagerBase& engine) {
+    const std::wstring result =
+        run_protocol::SerializeRunScenarioResult({process.info.jobId, Chance(80), {{0, L"done"}}, {}});
+    std::vector<JobStatusInfo> changes;
+    if (wasAskedToStop && Chance(50)) {
+        engine.UpdateToCanceled(result, changes);
+    } else {
+        engine.UpdateResult(result, changes);
+    }
+    ledger.Ended(changes);
+}
+
+bool ScenarioProcesses::Chance(unsigned percent) {
+    const std::lock_guard lock(mutex);
+    return random() % 100 < percent;
+}

@@ -1,0 +1,57 @@
+#pragma once
+
+#include "companion/RunProtocol.h"
+#include "doubles/ScriptedProcess.h"
+#include "modules/RecordingModule.h"
+#include "stress/JobLedger.h"
+
+#include <atomic>
+#include <condition_variable>
+#include <deque>
+#include <mutex>
+#include <random>
+#include <set>
+#include <string>
+
+class JobEntryManagerBase;
+
+/// A function module with the processes that it starts. They report progress and a result through files, or through the
+/// engine; they end by themselves or, some only then, when they are asked to.
+class ScenarioProcesses {
+public:
+    ScenarioProcesses(JobLedger& jobLedger, std::uint32_t seed) : ledger(jobLedger), random(seed) {}
+
+    /// The module's "CallFunction"; any thread.
+    long Answer(const test_modules::Call& call, std::wstring& output);
+
+    /// What the processes do: lives through one after the other until `End`, after which none may be started.
+    void Live(JobEntryManagerBase& engine);
+    void End();
+
+    std::uint64_t TerminateCalls() const { return terminateCalls; }
+
+private:
+    struct Process {
+        run_protocol::RunScenarioInfo info;
+        ScriptedProcess process;
+    };
+
+    long RunScenario(const std::wstring& request, std::wstring& output);
+    long CancelScenario(const std::wstring& jobId);
+    bool WasAskedToStop(const Process& process);
+    /// True when the process was asked to stop before its work was done.
+    bool Work(Process& process);
+    void Finish(Process& process, bool wasAskedToStop, JobEntryManagerBase& engine);
+    void Report(const Process& process, bool wasAskedToStop, JobEntryManagerBase& engine);
+    bool Chance(unsigned percent);
+
+    JobLedger& ledger;
+    std::mutex mutex;
+    std::condition_variable changed;
+    std::deque<Process> processes;
+    /// Jobs that are to stop, by the module's way of asking.
+    std::set<std::wstring> stopping;
+    bool isOver = false;
+    std::mt19937 random;
+    std::atomic<std::uint64_t> terminateCalls = 0;
+};
