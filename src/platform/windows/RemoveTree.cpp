@@ -21,27 +21,30 @@ bool IsRealFolder(DWORD attributes) {
     return (attributes & (FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_REPARSE_POINT)) == FILE_ATTRIBUTE_DIRECTORY;
 }
 
-/// Keeps a folder in its place: while it is held so, nobody can rename or remove it, nor put a link there instead. Null
-/// when it is no real folder any more, or is not to be had.
-OwnedHandle Hold(const std::wstring& path) {
+/// A folder on the way from the root of the tree to where the removal stands.
+struct Level {
+    /// While it is held so, nobody can rename or remove the folder, nor put a link in its place.
+    OwnedHandle held;
+    DWORD attributes = 0;
+    std::vector<std::wstring> pendingFolders;
+};
+
+/// Holds nothing when `path` is no real folder any more, or is not to be had.
+Level Hold(const std::wstring& path) {
     const HANDLE handle =
         CreateFileW(path.c_str(), FILE_LIST_DIRECTORY, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING,
                     FILE_FLAG_BACKUP_SEMANTICS | FILE_FLAG_OPEN_REPARSE_POINT, nullptr);
     OwnedHandle folder(handle == INVALID_HANDLE_VALUE ? nullptr : handle);
     BY_HANDLE_FILE_INFORMATION information = {};
-    if (folder && GetFileInformationByHandle(handle, &information) != 0 &&
-        !IsRealFolder(information.dwFileAttributes)) {
-        SetLastError(ERROR_CANT_ACCESS_FILE);
-        folder.Reset();
+    if (!folder || GetFileInformationByHandle(handle, &information) == 0) {
+        return {};
     }
-    return folder;
+    if (!IsRealFolder(information.dwFileAttributes)) {
+        SetLastError(ERROR_CANT_ACCESS_FILE);
+        return {};
+    }
+    return {std::move(folder), information.dwFileAttributes, {}};
 }
-
-/// A folder on the way from the root of the tree to where the removal stands.
-struct Level {
-    OwnedHandle held;
-    std::vector<std::wstring> pendingFolders;
-};
 
 /// Walks the tree with a list of its own instead of the stack. Links and junctions are entries like files.
 class TreeRemoval {
@@ -71,7 +74,7 @@ private:
 
     /// Empties the current folder but for its folders, which are kept for later.
     void Enter() {
-        levels.push_back({Hold(path), {}});
+        levels.push_back(Hold(path));
         if (!levels.back().held) {
             Note(LastError());
             return;
@@ -86,10 +89,11 @@ private:
     }
 
     void Leave() {
+        const DWORD attributes = levels.back().attributes;
         const bool wasHeld = static_cast<bool>(levels.back().held);
         levels.pop_back();
         if (wasHeld) {
-            Remove(path, GetFileAttributesW(path.c_str()));
+            Remove(path, attributes);
         }
         path.resize(levels.empty() ? 0 : path.find_last_of(L'\\'));
     }
@@ -106,7 +110,7 @@ private:
     }
 
     void Remove(const std::wstring& entry, DWORD attributes) {
-        if (attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_READONLY) != 0) {
+        if ((attributes & FILE_ATTRIBUTE_READONLY) != 0) {
             SetFileAttributesW(entry.c_str(), attributes & ~DWORD{FILE_ATTRIBUTE_READONLY});
         }
         const bool isFolder = (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
