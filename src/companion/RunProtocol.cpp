@@ -40,11 +40,23 @@ std::wstring SerializeProgress(const std::wstring& jobId, int progress, const st
     });
 }
 
+namespace {
+
+platform::Error ReplaceInFolder(const std::wstring& json, const std::wstring& path) {
+    if (json.empty()) {
+        return {platform::ErrorKind::Other, 0};
+    }
+    if (!platform::IsFolder(platform::ParentFolder(path))) {
+        return {platform::ErrorKind::NotFound, 0};
+    }
+    return platform::ReplaceFile(path, platform::ToUtf8(json), platform::Outlives::Process);
+}
+
+} // namespace
+
 bool WriteFile(const std::wstring& json, const std::wstring& path) {
     return boundary::Guard("WriteFile", [&] {
-        const platform::Error error =
-            json.empty() ? platform::Error{platform::ErrorKind::Other, 0}
-                         : platform::ReplaceFile(path, platform::ToUtf8(json), platform::Outlives::Process);
+        const platform::Error error = ReplaceInFolder(json, path);
         if (error) {
             ControllerCSWrapper::WriteErrorLog(L"The file cannot be written: " + platform::ToNativeText(path) + L": " +
                                                error.Text());

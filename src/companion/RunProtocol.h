@@ -54,8 +54,9 @@ CONTROLLER_API std::wstring SerializeRunScenarioInfo(const RunScenarioInfo& info
 CONTROLLER_API std::wstring SerializeRunScenarioResult(const RunScenarioResult& result);
 CONTROLLER_API std::wstring SerializeProgress(const std::wstring& jobId, int progress, const std::wstring& message);
 
-/// Replaces a file of a work directory by such a text, all or nothing; missing parent folders are made. Not flushed to
-/// the disk: a job does not outlive the machine. False (logged) when it cannot be written.
+/// Replaces a file of a work directory by such a text, all or nothing. Not flushed to the disk: a job does not outlive
+/// the machine. False (logged) when it cannot be written; a work directory that is missing was removed with its job and
+/// is not made again.
 CONTROLLER_API bool WriteFile(const std::wstring& json, const std::wstring& path);
 
 /// The answer of "RunScenario": the handle as hexadecimal text.

@@ -4,6 +4,7 @@
 
 #include "LogCapture.h"
 #include "companion/ControllerCSWrapper.h"
+#include "platform/FileSystem.h"
 #include "platform/NativePath.h"
 #include "support/TemporaryFolder.h"
 
@@ -150,6 +151,13 @@ TEST_F(RunProtocolTest, AResultAppendsToItsLists) {
                                                                    succeeded, pairs, texts));
     EXPECT_EQ(jobId, L"a");
     EXPECT_EQ(pairs.size(), 2U);
+}
+
+TEST_F(RunProtocolTest, AWorkDirectoryThatWasRemovedIsNotMadeAgain) {
+    EXPECT_FALSE(run_protocol::WriteFile(L"{}", folder / L"3f9a0c1\\run_scenario_result.json"));
+    EXPECT_FALSE(platform::Exists(folder / L"3f9a0c1"));
+    platform::EnsureFolder(folder / L"3f9a0c1");
+    EXPECT_TRUE(run_protocol::WriteFile(L"{}", folder / L"3f9a0c1\\run_scenario_result.json"));
 }
 
 TEST_F(RunProtocolTest, ABrokenResultIsRefusedWithALogLine) {
