@@ -26,6 +26,23 @@ std::vector<platform::FolderEntry> EntriesOf(const std::wstring& folder) {
     return entries;
 }
 
+std::wstring NotesFile(const CrashSite& site) {
+    return site.List() + L".deletions";
+}
+
+/// The ids of jobs whose work directories are still to be removed.
+std::set<std::wstring> NotedIds(const CrashSite& site) {
+    std::set<std::wstring> ids;
+    std::vector<JobListInfo> noted;
+    if (platform::Exists(NotesFile(site))) {
+        EXPECT_TRUE(ControllerCSWrapper::ParseJobList(NotesFile(site), noted)) << "the notes cannot be read";
+    }
+    for (const JobListInfo& job : noted) {
+        ids.insert(job.id);
+    }
+    return ids;
+}
+
 /// Nothing tells the end of a process that is no child; but its lock is free then.
 void AwaitEndOf(const std::wstring& life) {
     const test_support::Deadline deadline("the end of a scenario whose host is dead");
@@ -42,6 +59,11 @@ std::vector<JobListInfo> ReadList(const CrashSite& site, Tally& tally) {
     std::vector<JobListInfo> list;
     if (platform::Exists(site.List())) {
         EXPECT_TRUE(ControllerCSWrapper::ParseJobList(site.List(), list)) << "the list cannot be read";
+        ++tally.listsParsed;
+    }
+    if (platform::Exists(site.List() + L".bak")) {
+        std::vector<JobListInfo> backup;
+        EXPECT_TRUE(ControllerCSWrapper::ParseJobList(site.List() + L".bak", backup)) << "the backup cannot be read";
         ++tally.listsParsed;
     }
     return list;
@@ -68,7 +90,7 @@ void AwaitEndOfScenarios(const CrashSite& site, Tally& tally) {
 }
 
 void CompareWorkDirectories(const CrashSite& site, const std::vector<JobListInfo>& list, Tally& tally) {
-    std::set<std::wstring> ids;
+    std::set<std::wstring> ids = NotedIds(site);
     for (const JobListInfo& job : list) {
         ids.insert(job.id);
         const std::wstring request = platform::ResolveAgainst(job.workDir, run_protocol::runInfoFileName);
@@ -83,10 +105,14 @@ void CompareWorkDirectories(const CrashSite& site, const std::vector<JobListInfo
 
 void ExpectNoStrayFiles(const CrashSite& site) {
     for (const platform::FolderEntry& entry : EntriesOf(site.Folder())) {
-        for (const wchar_t* const trace : {L".tmp-", L".corrupt-", L".deletions"}) {
+        for (const wchar_t* const trace : {L".tmp-", L".corrupt-", L".replaced"}) {
             EXPECT_EQ(entry.name.find(trace), std::wstring::npos) << "left behind: " << platform::ToUtf8(entry.name);
         }
     }
+}
+
+void ExpectNothingNoted(const CrashSite& site) {
+    EXPECT_FALSE(platform::Exists(NotesFile(site))) << "work directories of deleted jobs stay";
 }
 
 } // namespace crash

@@ -18,10 +18,14 @@ void ExpectNoActiveJob(const std::vector<JobListInfo>& list);
 /// Waits for the end of every process of every scenario that was started.
 void AwaitEndOfScenarios(const CrashSite& site, Tally& tally);
 
-/// Every work directory belongs to a listed job, and every listed job that has started has one.
+/// Every listed job that has started has its work directory, and every work directory belongs to a listed job, or is
+/// noted to be removed because it could not be when its job was deleted.
 void CompareWorkDirectories(const CrashSite& site, const std::vector<JobListInfo>& list, Tally& tally);
 
 /// Nothing half-written lies about, and no list had to be set aside.
 void ExpectNoStrayFiles(const CrashSite& site);
+
+/// No work directory waits to be removed.
+void ExpectNothingNoted(const CrashSite& site);
 
 } // namespace crash

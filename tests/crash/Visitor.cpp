@@ -74,6 +74,18 @@ bool Visitor::DeleteAll() {
     return CancelAllJobs() && Delete(ids);
 }
 
+bool Visitor::DeleteLatest() {
+    std::vector<std::wstring> ids;
+    constexpr std::size_t most = 3;
+    const std::vector<Ledger::Job>& jobs = ledger.Jobs();
+    for (auto job = jobs.rbegin(); job != jobs.rend() && ids.size() < most; ++job) {
+        if (HasEnded(*job)) {
+            ids.push_back(job->id);
+        }
+    }
+    return Delete(ids);
+}
+
 bool Visitor::LookAround() {
     std::vector<JobListInfo> list;
     const std::vector<std::wstring> names = {L"1", L"nobody"};

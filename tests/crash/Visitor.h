@@ -29,6 +29,8 @@ public:
     bool CancelAllJobs();
     bool DeleteSome();
     bool DeleteAll();
+    /// What has ended last: processes of it may still be about.
+    bool DeleteLatest();
     bool LookAround();
     /// Asks the host to end, which it does.
     bool EndHost();
