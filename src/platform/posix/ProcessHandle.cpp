@@ -2,6 +2,8 @@
 
 #include "platform/posix/DescriptorHandle.h"
 
+#include <cerrno>
+
 #include <fcntl.h>
 #include <poll.h>
 #include <sys/wait.h>
@@ -15,7 +17,11 @@ bool IsProcessRunning(void* process) {
         return false;
     }
     pollfd look{descriptor, POLLIN, 0};
-    return poll(&look, 1, 0) == 0;
+    int looked = 0;
+    do {
+        looked = poll(&look, 1, 0);
+    } while (looked < 0 && errno == EINTR);
+    return looked <= 0; // a process that cannot be looked at just now has not ended for that
 }
 
 void CloseProcessHandle(void* process) {
