@@ -32,6 +32,12 @@ int RemainingTime(std::optional<steady_clock::time_point> deadline) {
     return static_cast<int>(std::clamp(remaining, milliseconds(0), longest).count());
 }
 
+/// The system has no memory for the wait, or no longer allows that many open files: both pass.
+void RestAfterFailure() {
+    constexpr int restMilliseconds = 10;
+    poll(nullptr, 0, restMilliseconds);
+}
+
 } // namespace
 
 std::optional<std::size_t> WaitForAny(const std::vector<void*>& handles, std::optional<milliseconds> timeout) {
@@ -42,13 +48,17 @@ std::optional<std::size_t> WaitForAny(const std::vector<void*>& handles, std::op
     const auto deadline = timeout ? std::optional(steady_clock::now() + *timeout) : std::nullopt;
     for (;;) {
         const int remaining = RemainingTime(deadline);
-        if (poll(looks.data(), looks.size(), remaining) > 0) {
+        const int looked = poll(looks.data(), looks.size(), remaining);
+        if (looked > 0) {
             const auto first =
                 std::find_if(looks.begin(), looks.end(), [](const pollfd& look) { return look.revents != 0; });
             return static_cast<std::size_t>(first - looks.begin());
         }
         if (remaining == 0) {
             return std::nullopt;
+        }
+        if (looked < 0 && errno != EINTR) {
+            RestAfterFailure();
         }
     }
 }
