@@ -17,9 +17,14 @@ void RotatingFile::SetPath(const std::wstring& path) {
     file.Close();
     lastLook = -1;
     complained = false;
+    lost = 0;
+    isTorn = false;
 }
 
 void RotatingFile::Append(std::string_view record, std::int64_t second) {
+    if (currentPath.empty()) {
+        return;
+    }
     if (second != lastLook) {
         lastLook = second;
         LookAfterFile();
@@ -27,16 +32,39 @@ void RotatingFile::Append(std::string_view record, std::int64_t second) {
     if (IsTooLargeWith(record)) {
         Rotate(record);
     }
-    if (file.IsOpen() && !file.Write(record)) {
-        size += record.size();
+    if (!file.IsOpen()) {
+        ++lost;
+        return;
     }
+    const std::string note = NoteOfLost();
+    if (const platform::Error error = note.empty() ? file.Write(record) : file.Write(note + std::string(record))) {
+        return Lose(error);
+    }
+    size += note.size() + record.size();
+    lost = 0;
+    isTorn = false;
+    complained = false;
+}
+
+void RotatingFile::Lose(const platform::Error& error) {
+    const std::uint64_t newSize = file.Size();
+    isTorn = isTorn || newSize != size;
+    size = newSize;
+    ++lost;
+    ComplainOnce(error);
+}
+
+/// Empty when nothing was.
+std::string RotatingFile::NoteOfLost() const {
+    if (lost == 0) {
+        return {};
+    }
+    const std::string lineEnd = isTorn ? "\n" : "";
+    return lineEnd + "(Messages that could not be written here: " + std::to_string(lost) + ")\n";
 }
 
 /// Whether the path still names the file that is open, and how large others have made it.
 void RotatingFile::LookAfterFile() {
-    if (currentPath.empty()) {
-        return;
-    }
     const std::optional<platform::FileIdentity> found = platform::IdentityOf(currentPath);
     if (!found) {
         file.Close(); // a removed file may keep its name for as long as somebody has it open
@@ -64,7 +92,6 @@ void RotatingFile::OpenFile() {
     identity = named;
     size = file.Size();
     rotateAt = limits.bytes;
-    complained = false;
 }
 
 bool RotatingFile::IsTooLargeWith(std::string_view record) const {

@@ -32,8 +32,9 @@ public:
     void SetPath(const std::wstring& path);
 
     /// Appends one record with one system call, so that it is whole in the file whatever becomes of this process. A
-    /// record that cannot be written is dropped; why the file could not be opened is said once on standard error, and
-    /// opening it is tried again each second. `second`: the record's time.
+    /// record that cannot be written is dropped; why is said once on standard error, and how many were lost in a line
+    /// of its own before the next record that can. Opening the file is tried again each second. `second`: the record's
+    /// time.
     void Append(std::string_view record, std::int64_t second);
 
 private:
@@ -43,6 +44,8 @@ private:
     void Rotate(std::string_view record);
     bool ShiftFiles() const;
     std::wstring NameOf(int generation) const;
+    void Lose(const platform::Error& error);
+    std::string NoteOfLost() const;
     void ComplainOnce(const platform::Error& error);
 
     const RotationLimits limits;
@@ -54,6 +57,9 @@ private:
     std::uint64_t rotateAt = 0;
     std::int64_t lastLook = -1;
     bool complained = false;
+    std::uint64_t lost = 0;
+    /// The file ends in the middle of a record.
+    bool isTorn = false;
 };
 
 } // namespace log_file
