@@ -12,6 +12,21 @@ bool Fail(const settings::Settings& settings, const std::wstring& why, std::wstr
     return false;
 }
 
+/// The settings file; while that is broken or gone, a copy in the work directory of what it said before.
+bool ChooseSettingsFile(const run_protocol::RunScenarioInfo& info, const settings::Settings& settings,
+                        std::wstring& file, std::wstring& problem) {
+    file = settings.file;
+    if (file.empty() || settings::Problem().empty()) {
+        return true;
+    }
+    file = platform::ResolveAgainst(info.workDir, run_protocol::settingsCopyName);
+    if (run_protocol::WriteFile(settings::CopyForRun(settings), file)) {
+        return true;
+    }
+    problem = L"The settings cannot be written to " + platform::ToNativeText(file) + L".";
+    return false;
+}
+
 } // namespace
 
 bool StartRunner(const run_protocol::RunScenarioInfo& info, const settings::Settings& settings,
@@ -20,12 +35,16 @@ bool StartRunner(const run_protocol::RunScenarioInfo& info, const settings::Sett
     if (!host) {
         return Fail(settings, L"the system has no more handles", problem);
     }
+    std::wstring settingsFile;
+    if (!ChooseSettingsFile(info, settings, settingsFile, problem)) {
+        return false;
+    }
     platform::ProcessStart start;
     start.program = settings.scenarioRunner;
     start.arguments = {L"--work-dir", platform::ToNativeText(info.workDir), L"--host",
                        platform::InheritedHandleText(host.Get())};
-    if (!settings.file.empty()) {
-        start.arguments.insert(start.arguments.end(), {L"--settings", platform::ToNativeText(settings.file)});
+    if (!settingsFile.empty()) {
+        start.arguments.insert(start.arguments.end(), {L"--settings", platform::ToNativeText(settingsFile)});
     }
     start.environment = {{run_protocol::runInfoVariable, run_protocol::RunInfoPath(info.workDir)}};
     start.currentFolder = platform::ParentFolder(settings.scenarioRunner);

@@ -17,6 +17,7 @@ inline constexpr wchar_t progressFileName[] = L"progress_info_list.json";
 inline constexpr wchar_t resultFileName[] = L"run_scenario_result.json";
 inline constexpr wchar_t killFileName[] = L"killprocess";
 inline constexpr wchar_t logFileName[] = L"scenario.log";
+inline constexpr wchar_t settingsCopyName[] = L"run_settings.json";
 
 /// The environment variable of every process of a run, runner and scenario, and what it says: the native path of the
 /// run's request.

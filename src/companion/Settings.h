@@ -64,4 +64,7 @@ CONTROLLER_API std::shared_ptr<const Settings> CurrentForThisRun();
 /// program that wants to refuse to start.
 CONTROLLER_API std::wstring Problem();
 
+/// The text of a settings file that says what `settings` say of a run: for a runner, while the file itself is broken.
+CONTROLLER_API std::wstring CopyForRun(const Settings& settings);
+
 } // namespace settings

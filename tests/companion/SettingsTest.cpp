@@ -11,6 +11,7 @@
 #include "platform/FileSystem.h"
 #include "platform/NativePath.h"
 #include "platform/SystemHelpers.h"
+#include "platform/Text.h"
 #include "support/TemporaryFolder.h"
 
 namespace {
@@ -167,6 +168,21 @@ TEST_F(SettingsTest, NothingIsHeldWithAnotherFile) {
     WriteTextFile(folder / L"other.json", R"({"jobListFile":"other_list.json"})");
     settings::UseFile(folder / L"other.json");
     EXPECT_EQ(settings::Current()->jobListFile, folder / L"other_list.json");
+}
+
+TEST_F(SettingsTest, ACopyForARunSaysWhatIsInForce) {
+    Write(R"({"interpreters":{".rb":["ruby","-w"],".py":["C:\\p \u00e9\\python.exe"]},"cancelGraceSeconds":7,
+        "scenarioLogLimitBytes":5000,"scenarioApiDirectory":"api"})");
+    const auto original = settings::Current();
+    WriteTextFile(folder / L"elsewhere\\copy.json", platform::ToUtf8(settings::CopyForRun(*original)));
+    settings::UseFile(folder / L"elsewhere\\copy.json");
+    ASSERT_EQ(settings::Problem(), L"");
+    const auto copy = settings::Current();
+    EXPECT_EQ(copy->interpreters, original->interpreters);
+    EXPECT_EQ(copy->cancelGraceSeconds, 7);
+    EXPECT_EQ(copy->scenarioLogLimitBytes, 5000);
+    EXPECT_EQ(copy->scenarioApiDirectory, folder / L"api");
+    EXPECT_EQ(copy->logFile, folder / L"controller.log");
 }
 
 TEST_F(SettingsTest, LogsUnknownMembersAsWarnings) {
