@@ -3,13 +3,16 @@
 #include "companion/RunProtocol.h"
 #include "platform/FileSystem.h"
 #include "platform/NativePath.h"
+#include "platform/Process.h"
 
 namespace local_process {
 namespace {
 
-/// As a runner is asked by everybody.
-void RequestStop(const std::wstring& workDir) {
-    platform::CreateEmptyFile(platform::ResolveAgainst(workDir, run_protocol::killFileName));
+/// As a runner is asked by everybody; one whose work directory is not there any more is asked without.
+void RequestStop(const std::wstring& workDir, void* runner) {
+    if (platform::CreateEmptyFile(platform::ResolveAgainst(workDir, run_protocol::killFileName))) {
+        platform::AskProcessToEnd(runner);
+    }
 }
 
 } // namespace
@@ -27,7 +30,7 @@ bool RunnerRegistry::AskToStop(const std::wstring& jobId) {
     if (runner == runners.end()) {
         return false;
     }
-    RequestStop(runner->second.workDir);
+    RequestStop(runner->second.workDir, runner->second.process.Get());
     return true;
 }
 
@@ -35,7 +38,7 @@ void RunnerRegistry::AskAllToStop() {
     const std::lock_guard lock(mutex);
     ForgetEnded();
     for (const auto& [jobId, runner] : runners) {
-        RequestStop(runner.workDir);
+        RequestStop(runner.workDir, runner.process.Get());
     }
 }
 

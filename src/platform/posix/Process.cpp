@@ -45,6 +45,10 @@ bool KeepFromOwnChildren(void* handle) {
     return descriptor >= 0 && fcntl(descriptor, F_SETFD, FD_CLOEXEC) == 0;
 }
 
+void AskProcessToEnd(void* process) {
+    pidfd_send_signal(DescriptorOf(process), SIGTERM, nullptr, 0);
+}
+
 std::optional<std::int32_t> ExitCode(void* process) {
     const int descriptor = DescriptorOf(process);
     siginfo_t ended{};

@@ -32,6 +32,8 @@ bool KeepFromOwnChildren(void* handle) {
     return SetHandleInformation(handle, HANDLE_FLAG_INHERIT, 0) != 0;
 }
 
+void AskProcessToEnd(void*) {}
+
 std::optional<std::int32_t> ExitCode(void* process) {
     DWORD code = 0;
     if (process == nullptr || WaitForSingleObject(process, 0) != WAIT_OBJECT_0 ||
