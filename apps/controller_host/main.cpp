@@ -2,6 +2,7 @@
 #include "controller_host/Host.h"
 #include "controller_host/HostOptions.h"
 #include "platform/Console.h"
+#include "platform/FileSizeLimit.h"
 #include "platform/Memory.h"
 #include "platform/ProgramArguments.h"
 #include "platform/SharedLibrary.h"
@@ -35,5 +36,6 @@ int main(int argc, char** argv) {
     platform::GiveBackFreedMemory();
     platform::NarrowModuleSearch();
     platform::PrepareConsole();
+    platform::FailBeyondFileSizeLimit();
     return static_cast<int>(Run(ParseHostOptions(platform::ProgramArguments(argc, argv))));
 }

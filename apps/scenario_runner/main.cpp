@@ -3,6 +3,7 @@
 
 #include "companion/Settings.h"
 #include "platform/Console.h"
+#include "platform/FileSizeLimit.h"
 #include "platform/Process.h"
 #include "platform/ProgramArguments.h"
 #include "platform/SharedLibrary.h"
@@ -59,6 +60,7 @@ RunnerExit Run(const std::vector<std::wstring>& words) {
 int main(int count, char** values) {
     platform::NarrowModuleSearch();
     platform::PrepareConsole();
+    platform::FailBeyondFileSizeLimit();
     try {
         return static_cast<int>(Run(platform::ProgramArguments(count, values)));
     } catch (const std::exception& failure) {

@@ -1,0 +1,7 @@
+#include "platform/FileSizeLimit.h"
+
+namespace platform {
+
+void FailBeyondFileSizeLimit() {}
+
+} // namespace platform
