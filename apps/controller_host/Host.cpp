@@ -30,12 +30,25 @@ HostExit Refuse(HostExit code, const std::wstring& problem) {
     return code;
 }
 
-/// The lock stands beside the job list: two hosts must never write one list.
+/// It stands beside the job list: two hosts must never write one list.
+std::wstring LockFile(const settings::Settings& settings) {
+    return settings.jobListFile + L".lock";
+}
+
 platform::Error TakePlace(const settings::Settings& settings, platform::FileLock& lock) {
-    if (const platform::Error error = platform::EnsurePrivateFolders(platform::ParentFolder(settings.jobListFile))) {
-        return error;
+    const platform::Error error = platform::EnsurePrivateFolders(platform::ParentFolder(settings.jobListFile));
+    return error ? error : lock.Take(LockFile(settings));
+}
+
+HostExit RefuseWithoutPlace(const settings::Settings& settings, const platform::Error& error) {
+    if (error.kind == platform::ErrorKind::InUse) {
+        return Refuse(HostExit::AlreadyRunning,
+                      L"another host is running for the job list " + platform::ToNativeText(settings.jobListFile));
     }
-    return lock.Take(settings.jobListFile + L".lock");
+    return Refuse(HostExit::CouldNotRun, L"the lock of the job list, " + platform::ToNativeText(LockFile(settings)) +
+                                             L", cannot be taken: " + error.Text() +
+                                             L". It must be a file that this user can write; what else stands there "
+                                             L"can be removed while no host runs.");
 }
 
 /// Long enough for scenarios that need their whole grace time, and for their runners to end.
@@ -79,12 +92,7 @@ HostExit RunHost(const std::wstring& readyEvent) {
     ControllerLogManager::Initialize(0, settings->logFile, false);
     platform::FileLock lock;
     if (const platform::Error error = TakePlace(*settings, lock)) {
-        return error.kind == platform::ErrorKind::InUse
-                   ? Refuse(HostExit::AlreadyRunning, L"another host is running for the job list " +
-                                                          platform::ToNativeText(settings->jobListFile))
-                   : Refuse(HostExit::CouldNotRun, L"the lock beside the job list " +
-                                                       platform::ToNativeText(settings->jobListFile) +
-                                                       L" cannot be taken: " + error.Text());
+        return RefuseWithoutPlace(*settings, error);
     }
     // The engine would begin with an empty list.
     if (const std::wstring obstacle = job_list_file::Obstacle(settings->jobListFile); !obstacle.empty()) {

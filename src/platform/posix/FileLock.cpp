@@ -1,5 +1,6 @@
 #include "platform/FileLock.h"
 
+#include <cerrno>
 #include <utility>
 
 #include <fcntl.h>
@@ -19,7 +20,7 @@ Error FileLock::Take(const std::wstring& path) {
     if (::flock(file, LOCK_EX | LOCK_NB) != 0) {
         const Error error = LastError();
         ::close(file);
-        return Error{ErrorKind::InUse, error.systemCode};
+        return error.systemCode == EWOULDBLOCK ? Error{ErrorKind::InUse, error.systemCode} : error;
     }
     handle = file;
     return {};
