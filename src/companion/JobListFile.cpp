@@ -105,7 +105,7 @@ bool IsOfNewerVersion(const std::string& bytes) {
 enum class Found { List, Nothing, NoList, Obstacle };
 
 Found LookAt(const std::wstring& path, std::string& bytes, JobList& list, std::wstring& problem) {
-    if (const Error error = platform::ReadFile(path, json::largestText, bytes)) {
+    if (const Error error = platform::ReadFileWhenFree(path, json::largestText, bytes)) {
         problem = platform::ToNativeText(path) + L": " + error.Text();
         const bool isNoFile = error.kind == ErrorKind::NotSupported;
         return error.kind == ErrorKind::NotFound ? Found::Nothing : isNoFile ? Found::NoList : Found::Obstacle;

@@ -3,6 +3,8 @@
 #include "companion/Boundary.h"
 #include "companion/MessageText.h"
 #include "companion/RunLayouts.h"
+#include "platform/FileSystem.h"
+#include "platform/NativePath.h"
 
 namespace {
 
@@ -21,6 +23,20 @@ bool HasReport(const ProgressFile& file, std::wstring& problem) {
 void TakeReport(ProgressFile&& file, std::wstring& message, int& progress) {
     message = std::move(file.reports.back().message);
     progress = file.reports.back().progress;
+}
+
+/// A scenario's only word, so that nobody who holds the file for a moment makes it fail.
+bool ReadResult(const std::wstring& path, RunScenarioResult& result, std::wstring& problem) {
+    std::string bytes;
+    if (const platform::Error error = platform::ReadFileWhenFree(path, json::largestSmallFile, bytes)) {
+        problem = platform::ToNativeText(path) + L": " + error.Text();
+        return false;
+    }
+    if (!json::Read(std::move(bytes), result, problem)) {
+        problem = json::ProblemInFile(path, problem);
+        return false;
+    }
+    return true;
 }
 
 using Messages = std::vector<std::pair<int, std::wstring>>;
@@ -68,7 +84,7 @@ bool ControllerCSWrapper::ParseRunScenarioResult(const std::wstring& path, bool&
     return boundary::Guard("ParseRunScenarioResult", [&] {
         RunScenarioResult result;
         std::wstring problem;
-        if (!json::ReadFile(path, json::largestSmallFile, result, problem)) {
+        if (!ReadResult(path, result, problem)) {
             WriteWarnLog(L"The result of a scenario cannot be read: " + problem);
             return false;
         }

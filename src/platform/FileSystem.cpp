@@ -1,11 +1,13 @@
 #include "platform/FileSystem.h"
 
+#include <chrono>
 #include <vector>
 
 #include "platform/File.h"
 #include "platform/FileSystemCalls.h"
 #include "platform/NativePath.h"
 #include "platform/PathRoot.h"
+#include "platform/Sleep.h"
 
 namespace platform {
 namespace {
@@ -100,6 +102,17 @@ Error ReadFile(const std::wstring& path, std::size_t limit, std::string& bytes) 
     content.resize(length);
     bytes.swap(content);
     return {};
+}
+
+Error ReadFileWhenFree(const std::wstring& path, std::size_t limit, std::string& bytes) {
+    constexpr int retries = 200;
+    constexpr std::chrono::milliseconds pause{1};
+    Error error = ReadFile(path, limit, bytes);
+    for (int retry = 0; retry < retries && error.kind == ErrorKind::InUse; ++retry) {
+        SleepFor(pause);
+        error = ReadFile(path, limit, bytes);
+    }
+    return error;
 }
 
 Error CreateEmptyFile(const std::wstring& path) {
