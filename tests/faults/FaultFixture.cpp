@@ -1,0 +1,84 @@
+#include "FaultFixture.h"
+
+#include "companion/ControllerCSWrapper.h"
+#include "platform/FileSystem.h"
+#include "platform/NativePath.h"
+#include "platform/Text.h"
+#include "platform/Waiting.h"
+#include "support/Deadline.h"
+#include "support/OtherProcesses.h"
+
+#include <chrono>
+
+FaultFixture::FaultFixture() {
+    Place("job_list.json", "controller.log", "work");
+}
+
+void FaultFixture::Place(const std::string& jobList, const std::string& log, const std::string& workDirectory) {
+    std::string settings = UsualSettings(jobList);
+    const auto replace = [&settings](const std::string& from, const std::string& to) {
+        settings.replace(settings.find(from), from.size(), to);
+    };
+    replace(R"("logFile":"")", R"("logFile":")" + log + "\"");
+    replace(R"("workDirectory":"work")", R"("workDirectory":")" + workDirectory + "\"");
+    WriteSettings(settings);
+    listFile = platform::ResolveAgainst(folder.Path(), platform::FromUtf8(jobList));
+    logFile = platform::ResolveAgainst(folder.Path(), platform::FromUtf8(log));
+}
+
+std::vector<JobListInfo> FaultFixture::SavedJobs() const {
+    std::vector<JobListInfo> jobs;
+    if (platform::Exists(listFile)) {
+        EXPECT_TRUE(ControllerCSWrapper::Deserialize(platform::FromUtf8(ReadTextFile(listFile)), jobs));
+    }
+    return jobs;
+}
+
+std::string FaultFixture::Log() const {
+    return platform::Exists(logFile) ? ReadTextFile(logFile) : std::string();
+}
+
+int FaultFixture::CountInLog(const std::string& part) const {
+    const std::string log = Log();
+    int count = 0;
+    for (std::size_t place = log.find(part); place != std::string::npos; place = log.find(part, place + 1)) {
+        ++count;
+    }
+    return count;
+}
+
+void FaultFixture::Await(const std::string& what, const std::function<bool()>& condition) {
+    const test_support::Deadline deadline(what);
+    constexpr std::chrono::milliseconds interval{20};
+    while (!condition()) {
+        platform::WaitForAny({}, interval);
+    }
+}
+
+void FaultFixture::AwaitLog(const std::string& part) const {
+    Await("the log line " + part, [&] { return CountInLog(part) > 0; });
+}
+
+void FaultFixture::ExpectJobs(FrontEnd& frontEnd, const std::string& steps, int count, JobStatus status) {
+    for (const JobIdInfo& job : frontEnd.Enqueue(JobsFile(steps, count))) {
+        frontEnd.AwaitStatus(job.id, status);
+    }
+}
+
+void FaultFixture::RestartHost() {
+    test_support::KillProcess(host.Get());
+    AwaitHostEnd();
+    StartHost();
+}
+
+std::vector<std::wstring> FaultFixture::BesideList(const std::wstring& part) const {
+    std::vector<platform::FolderEntry> entries;
+    platform::ListFolder(platform::ParentFolder(listFile), entries);
+    std::vector<std::wstring> paths;
+    for (const auto& entry : entries) {
+        if (entry.name.find(part) != std::wstring::npos) {
+            paths.push_back(platform::ParentFolder(listFile) + L"\\" + entry.name);
+        }
+    }
+    return paths;
+}

@@ -1,0 +1,112 @@
+#include "FaultFixture.h"
+
+#include "platform/FileSystem.h"
+#include "platform/NativePath.h"
+#include "support/OtherProcesses.h"
+
+#include <algorithm>
+
+namespace {
+
+constexpr int ended = 0;
+constexpr int couldNotRun = 1;
+constexpr int alreadyRunning = 4;
+
+class HostStartTest : public FaultFixture {
+protected:
+    /// Starts a host that is expected to refuse; what it says.
+    std::string ExpectRefusal(int exitCode) const {
+        const test_support::Ending ending = test_support::RunToEnd(Host({}));
+        EXPECT_EQ(ending.exitCode, exitCode) << ending.output;
+        return ending.output;
+    }
+
+    /// Starts hosts at the same time, lets all but one end by themselves, and gives the exit codes of those.
+    std::vector<std::int32_t> StartTogether(std::size_t count) {
+        std::vector<platform::OwnedHandle> hosts(count);
+        for (platform::OwnedHandle& started : hosts) {
+            EXPECT_FALSE(platform::StartProcess(Host({}), started));
+        }
+        Await("the end of all hosts but one", [&] {
+            return std::count_if(hosts.begin(), hosts.end(),
+                                 [](const auto& one) { return platform::IsProcessRunning(one.Get()); }) <= 1;
+        });
+        return Sorted(hosts);
+    }
+
+    std::vector<std::int32_t> Sorted(std::vector<platform::OwnedHandle>& hosts) {
+        std::vector<std::int32_t> codes;
+        for (platform::OwnedHandle& one : hosts) {
+            if (platform::IsProcessRunning(one.Get())) {
+                host = std::move(one);
+            } else {
+                codes.push_back(platform::ExitCode(one.Get()).value_or(-1));
+            }
+        }
+        return codes;
+    }
+
+    void SaveTwoJobs() {
+        StartHost();
+        FrontEnd frontEnd(meetingPlace);
+        ExpectJobs(frontEnd, "exit 0", 2, JobStatus::Success);
+        frontEnd.Terminate();
+        ASSERT_EQ(AwaitHostEnd(), ended);
+    }
+};
+
+TEST_F(HostStartTest, OfHostsThatStartTogetherExactlyOneRunsAndTheListIsWhole) {
+    SaveTwoJobs();
+    constexpr int rounds = 8;
+    constexpr std::size_t hosts = 4;
+    for (int round = 0; round < rounds; ++round) {
+        EXPECT_EQ(StartTogether(hosts), std::vector<std::int32_t>(hosts - 1, alreadyRunning));
+        EXPECT_EQ(SavedJobs().size(), 2U);
+        ASSERT_TRUE(platform::IsProcessRunning(host.Get()));
+        test_support::KillProcess(host.Get());
+        AwaitHostEnd();
+    }
+    EXPECT_TRUE(BesideList(L".corrupt-").empty());
+    EXPECT_EQ(CountInLog("another host is running for the job list"), rounds * static_cast<int>(hosts - 1));
+}
+
+TEST_F(HostStartTest, TheLockOfADeadHostIsNoLockWhateverItHolds) {
+    WriteTextFile(listFile + L".lock", std::string("4711\0\xFF", 6));
+    SaveTwoJobs();
+    EXPECT_EQ(SavedJobs().size(), 2U);
+}
+
+TEST_F(HostStartTest, AFolderInThePlaceOfTheLockIsNamed) {
+    WriteTextFile(listFile + L".lock\\inside.txt", "");
+    const std::string said = ExpectRefusal(couldNotRun);
+    EXPECT_NE(said.find("job_list.json.lock"), std::string::npos) << said;
+    EXPECT_NE(said.find("can be removed while no host runs"), std::string::npos) << said;
+}
+
+TEST_F(HostStartTest, ADamagedListIsReplacedByItsBackupAndKept) {
+    SaveTwoJobs();
+    const std::string whole = ReadTextFile(listFile);
+    WriteTextFile(listFile, whole.substr(0, whole.size() / 2));
+    StartHost();
+    FrontEnd frontEnd(meetingPlace);
+    EXPECT_EQ(frontEnd.Jobs().size(), 2U);
+    ExpectJobs(frontEnd, "exit 0", 1, JobStatus::Success);
+    const std::vector<JobListInfo> jobs = frontEnd.Jobs();
+    ASSERT_EQ(jobs.size(), 3U);
+    EXPECT_EQ(jobs.back().seqId, 3);
+    Await("the saved list", [&] { return SavedJobs().size() == 3; });
+    ASSERT_EQ(BesideList(L".corrupt-").size(), 1U);
+    EXPECT_EQ(ReadTextFile(BesideList(L".corrupt-")[0]), whole.substr(0, whole.size() / 2));
+}
+
+TEST_F(HostStartTest, AListOfANewerVersionIsNotTouchedAndNoHostRuns) {
+    const std::string newer = R"({"version":99,"JobList":[{"id":"a"}]})";
+    WriteTextFile(listFile, newer);
+    const std::string said = ExpectRefusal(couldNotRun);
+    EXPECT_NE(said.find("version"), std::string::npos) << said;
+    EXPECT_NE(said.find("job_list.json"), std::string::npos) << said;
+    EXPECT_EQ(ReadTextFile(listFile), newer);
+    EXPECT_EQ(BesideList(L".corrupt-"), std::vector<std::wstring>());
+}
+
+} // namespace

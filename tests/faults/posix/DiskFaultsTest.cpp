@@ -1,0 +1,211 @@
+#include "../FaultFixture.h"
+#include "Privileges.h"
+#include "SmallDisk.h"
+
+#include "platform/FileSystem.h"
+#include "platform/NativePath.h"
+#include "platform/Text.h"
+
+#include <sys/stat.h>
+#include <unistd.h>
+
+namespace {
+
+constexpr int couldNotRun = 1;
+
+class DiskFaultsTest : public FaultFixture {
+protected:
+    void SetUp() override {
+        if (!disk.Problem().empty()) {
+            GTEST_SKIP() << disk.Problem();
+        }
+    }
+
+    SmallDisk disk{folder / L"disk"};
+};
+
+TEST_F(DiskFaultsTest, JobsGoOnWhileTheListCannotBeWrittenAndItIsWrittenOnceThereIsRoom) {
+    Place("disk/job_list.json", "controller.log", "work");
+    StartHost();
+    {
+        FrontEnd frontEnd(meetingPlace);
+        ExpectJobs(frontEnd, "exit 0", 1, JobStatus::Success);
+        disk.Fill();
+        ExpectJobs(frontEnd, "exit 0", 3, JobStatus::Success);
+        EXPECT_EQ(SavedJobs().size(), 1U);
+        EXPECT_EQ(CountInLog("The job list cannot be written: "), 1);
+        EXPECT_EQ(CountInLog("No space left on device"), 1);
+
+        disk.Free(); // from here on nobody asks for anything
+        Await("the saved list", [this] { return SavedJobs().size() == 4; });
+        AwaitLog("is written again, after failed attempts: ");
+    }
+    RestartHost();
+    FrontEnd frontEnd(meetingPlace);
+    EXPECT_EQ(frontEnd.Jobs().size(), 4U);
+    EXPECT_EQ(BesideList(L".corrupt-").size() + BesideList(L".tmp-").size(), 0U);
+}
+
+TEST_F(DiskFaultsTest, AHostThatEndsOnAFullDiskLeavesTheListBeforeWhole) {
+    Place("disk/job_list.json", "controller.log", "work");
+    StartHost();
+    FrontEnd frontEnd(meetingPlace);
+    ExpectJobs(frontEnd, "exit 0", 1, JobStatus::Success);
+    const std::vector<JobListInfo> before = SavedJobs();
+    disk.Fill();
+    ExpectJobs(frontEnd, "exit 0", 1, JobStatus::Success);
+    frontEnd.Terminate();
+    EXPECT_EQ(AwaitHostEnd(), 0);
+    EXPECT_EQ(SavedJobs(), before);
+}
+
+TEST_F(DiskFaultsTest, AJobWhoseWorkDirectoryCannotBeWrittenHasFailedAndTheLogSaysWhy) {
+    Place("job_list.json", "controller.log", "disk/work");
+    StartHost();
+    FrontEnd frontEnd(meetingPlace);
+    disk.Fill();
+    ExpectJobs(frontEnd, "exit 0", 2, JobStatus::Failed);
+    EXPECT_GE(CountInLog("No space left on device"), 2) << Log();
+    disk.Free();
+    ExpectJobs(frontEnd, "exit 0", 1, JobStatus::Success);
+}
+
+TEST_F(DiskFaultsTest, AScenarioThatFillsTheDiskWithItsOutputEndsAndTheQueueGoesOn) {
+    Place("job_list.json", "controller.log", "disk/work");
+    StartHost();
+    FrontEnd frontEnd(meetingPlace);
+    constexpr std::size_t room = 64 * 1024;
+    disk.FillBut(room);
+    ExpectJobs(frontEnd, "print lines 50000\nexit 0", 1, JobStatus::Failed);
+    disk.Free();
+    ExpectJobs(frontEnd, "exit 0", 1, JobStatus::Success);
+}
+
+TEST_F(DiskFaultsTest, AFullDiskUnderTheLogLosesMessagesAndNoJob) {
+    Place("job_list.json", "disk/controller.log", "work");
+    StartHost();
+    FrontEnd frontEnd(meetingPlace);
+    disk.Fill();
+    ExpectJobs(frontEnd, "print hello", 300, JobStatus::Success);
+    disk.Free();
+    ExpectJobs(frontEnd, "print hello", 1, JobStatus::Success);
+    EXPECT_EQ(CountInLog("(Messages that could not be written here: "), 1);
+    EXPECT_EQ(SavedJobs().size(), 301U);
+}
+
+TEST_F(DiskFaultsTest, AFolderThatIsReadOnlyForAWhileIsLikeAFullDisk) {
+    Place("disk/job_list.json", "disk/controller.log", "disk/work");
+    StartHost();
+    FrontEnd frontEnd(meetingPlace);
+    ExpectJobs(frontEnd, "exit 0", 1, JobStatus::Success);
+    disk.MakeReadOnly();
+    ExpectJobs(frontEnd, "exit 0", 1, JobStatus::Failed);
+    disk.MakeWritable();
+    ExpectJobs(frontEnd, "exit 0", 1, JobStatus::Success);
+    Await("the saved list", [this] { return SavedJobs().size() == 3; });
+}
+
+TEST_F(DiskFaultsTest, AHostWhoseListFolderIsReadOnlySaysSoAndEnds) {
+    Place("disk/lists/job_list.json", "controller.log", "work");
+    disk.MakeReadOnly();
+    const test_support::Ending ending = test_support::RunToEnd(Host({}));
+    EXPECT_EQ(ending.exitCode, couldNotRun);
+    EXPECT_NE(ending.output.find("Read-only file system"), std::string::npos) << ending.output;
+}
+
+/// The folders of a host move away or vanish under it.
+using DiskFaultsTest_Folders = FaultFixture;
+
+TEST_F(DiskFaultsTest_Folders, AListFolderThatWasRemovedIsMadeAgainWithTheWholeList) {
+    Place("lists/job_list.json", "lists/controller.log", "work");
+    StartHost();
+    FrontEnd frontEnd(meetingPlace);
+    ExpectJobs(frontEnd, "exit 0", 2, JobStatus::Success);
+    // The host may be writing into it just now.
+    Await("the removal", [this] { return !platform::RemoveTree(folder / L"lists"); });
+    ExpectJobs(frontEnd, "exit 0", 1, JobStatus::Success);
+    Await("the saved list", [this] { return SavedJobs().size() == 3; });
+}
+
+TEST_F(DiskFaultsTest_Folders, AListFolderThatWasRenamedIsMadeAgainWithTheWholeList) {
+    Place("lists/job_list.json", "controller.log", "work");
+    StartHost();
+    FrontEnd frontEnd(meetingPlace);
+    ExpectJobs(frontEnd, "exit 0", 2, JobStatus::Success);
+    ASSERT_FALSE(platform::RenameFile(folder / L"lists", folder / L"old_lists"));
+    ExpectJobs(frontEnd, "exit 0", 1, JobStatus::Success);
+    Await("the saved list", [this] { return SavedJobs().size() == 3; });
+}
+
+TEST_F(DiskFaultsTest_Folders, AWorkDirectoryThatWasRemovedUnderARunningJobFailsItAloneAndIsMadeAgain) {
+    StartHost();
+    FrontEnd frontEnd(meetingPlace);
+    const std::wstring id = frontEnd.Enqueue(JobsFile("be ready\nwait for request")).at(0).id;
+    Await("the scenario", [&] { return platform::Exists(WorkDirOf(id) + L"\\ready"); });
+    ASSERT_FALSE(platform::RenameFile(folder / L"work", folder / L"old_work"));
+    frontEnd.Cancel(id);
+    frontEnd.AwaitStatus(id, JobStatus::Canceled);
+    ExpectJobs(frontEnd, "exit 0", 1, JobStatus::Success);
+}
+
+TEST_F(DiskFaultsTest_Folders, ALockThatIsALinkIsNotFollowed) {
+    ASSERT_EQ(symlink("/dev/null", platform::ToUtf8(platform::ToNativeText(listFile + L".lock")).c_str()), 0);
+    const test_support::Ending ending = test_support::RunToEnd(Host({}));
+    EXPECT_EQ(ending.exitCode, couldNotRun);
+    EXPECT_NE(ending.output.find("job_list.json.lock"), std::string::npos) << ending.output;
+}
+
+/// As a user whom permissions stop.
+class DiskFaultsTest_Permissions : private OrdinaryUser, public FaultFixture {
+protected:
+    void SetUp() override {
+        const std::string problem = OrdinaryUser::Problem(Host({}).program);
+        if (!problem.empty()) {
+            GTEST_SKIP() << problem;
+        }
+    }
+
+    static void Allow(const std::wstring& path, mode_t mode) {
+        ASSERT_EQ(chmod(platform::ToUtf8(platform::ToNativeText(path)).c_str(), mode), 0);
+    }
+};
+
+TEST_F(DiskFaultsTest_Permissions, AListThatMayNotBeReadIsNotTakenForNone) {
+    WriteTextFile(listFile, R"({"JobList":[{"id":"a"}]})");
+    Allow(listFile, 0000);
+    const test_support::Ending ending = test_support::RunToEnd(Host({}));
+    EXPECT_EQ(ending.exitCode, couldNotRun);
+    EXPECT_NE(ending.output.find("job_list.json: Permission denied"), std::string::npos) << ending.output;
+    Allow(listFile, 0600);
+    EXPECT_EQ(SavedJobs().size(), 1U);
+    EXPECT_TRUE(BesideList(L".corrupt-").empty());
+}
+
+TEST_F(DiskFaultsTest_Permissions, ALockThatMayNotBeOpenedIsNamed) {
+    WriteTextFile(listFile + L".lock", "");
+    Allow(listFile + L".lock", 0000);
+    const test_support::Ending ending = test_support::RunToEnd(Host({}));
+    EXPECT_EQ(ending.exitCode, couldNotRun);
+    EXPECT_NE(ending.output.find("job_list.json.lock, cannot be taken: Permission denied"), std::string::npos)
+        << ending.output;
+}
+
+TEST_F(DiskFaultsTest_Permissions, WhatMayNotBeWrittenForAWhileIsWrittenAfterwards) {
+    Place("lists/job_list.json", "logs/controller.log", "work");
+    StartHost();
+    FrontEnd frontEnd(meetingPlace);
+    ExpectJobs(frontEnd, "exit 0", 1, JobStatus::Success);
+    for (const wchar_t* part : {L"lists", L"logs", L"work"}) {
+        Allow(folder / part, 0500);
+    }
+    ExpectJobs(frontEnd, "exit 0", 1, JobStatus::Failed);
+    EXPECT_EQ(SavedJobs().size(), 1U);
+    for (const wchar_t* part : {L"lists", L"logs", L"work"}) {
+        Allow(folder / part, 0700);
+    }
+    ExpectJobs(frontEnd, "exit 0", 1, JobStatus::Success);
+    Await("the saved list", [this] { return SavedJobs().size() == 3; });
+    EXPECT_EQ(CountInLog("The job list cannot be written: "), 1);
+}
+
+} // namespace

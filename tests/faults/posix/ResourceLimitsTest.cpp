@@ -1,0 +1,162 @@
+#include "../FaultFixture.h"
+#include "Privileges.h"
+
+#include "companion/Settings.h"
+#include "platform/Waiting.h"
+#include "support/TestProcess.h"
+
+#include <chrono>
+#include <ctime>
+#include <fstream>
+
+#include <sys/resource.h>
+#include <unistd.h>
+
+namespace {
+
+/// A host that may have no more open files than these keeps those that it has, and gets no other.
+constexpr rlim_t standardStreams = 3;
+constexpr rlim_t usual = 1024;
+
+class ResourceLimitsTest : public FaultFixture {
+protected:
+    pid_t HostNumber() const { return static_cast<pid_t>(platform::ProcessNumber(host.Get())); }
+
+    /// Until it is changed again, the host may have no more of something than this.
+    void Limit(__rlimit_resource resource, rlim_t count) const {
+        rlimit limit = {};
+        ASSERT_EQ(prlimit(HostNumber(), resource, nullptr, &limit), 0);
+        limit.rlim_cur = count;
+        ASSERT_EQ(prlimit(HostNumber(), resource, &limit, nullptr), 0);
+    }
+
+    /// The time that the host has computed so far.
+    std::chrono::duration<double> ComputingTime() const {
+        std::ifstream file("/proc/" + std::to_string(HostNumber()) + "/stat");
+        std::string word;
+        long user = 0;
+        long system = 0;
+        for (int field = 1; field <= 13; ++field) {
+            file >> word;
+        }
+        file >> user >> system;
+        return std::chrono::duration<double>(static_cast<double>(user + system) /
+                                             static_cast<double>(sysconf(_SC_CLK_TCK)));
+    }
+};
+
+TEST_F(ResourceLimitsTest, WithoutOpenFilesLeftJobsFailWithAReasonAndTheHostGoesOn) {
+    StartHost();
+    FrontEnd frontEnd(meetingPlace);
+    ExpectJobs(frontEnd, "exit 0", 1, JobStatus::Success);
+    const std::wstring jobsFile = JobsFile("exit 0", 3);
+    Limit(RLIMIT_NOFILE, standardStreams);
+    for (const JobIdInfo& job : frontEnd.Enqueue(jobsFile)) {
+        frontEnd.AwaitStatus(job.id, JobStatus::Failed);
+    }
+    EXPECT_GE(CountInLog("Too many open files"), 1) << Log();
+    Limit(RLIMIT_NOFILE, usual);
+    ExpectJobs(frontEnd, "exit 0", 1, JobStatus::Success);
+    Await("the saved list", [this] { return SavedJobs().size() == 5; });
+    EXPECT_TRUE(BesideList(L".corrupt-").empty());
+}
+
+TEST_F(ResourceLimitsTest, WithoutOpenFilesLeftFrontEndsWaitAndTheHostDoesNotSpin) {
+    StartHost();
+    Limit(RLIMIT_NOFILE, standardStreams);
+    const auto start = std::chrono::steady_clock::now();
+    const auto computedBefore = ComputingTime();
+    platform::OwnedHandle frontEnd;
+    ASSERT_FALSE(platform::StartProcess(FrontEndProcess({L"--list", L"-f"}), frontEnd));
+    Await("two tries to take the front end", [this] { return CountInLog("Cannot take a front end") >= 2; });
+    const std::chrono::duration<double> passed = std::chrono::steady_clock::now() - start;
+    EXPECT_LT((ComputingTime() - computedBefore).count(), passed.count() / 2);
+    Limit(RLIMIT_NOFILE, usual);
+    ASSERT_TRUE(test_support::WaitUntilSignalled(frontEnd.Get()));
+    EXPECT_EQ(platform::ExitCode(frontEnd.Get()), 0);
+}
+
+TEST_F(ResourceLimitsTest, ALimitOnTheSizeOfFilesIsLikeAFullDisk) {
+    StartHost();
+    FrontEnd frontEnd(meetingPlace);
+    ExpectJobs(frontEnd, "exit 0", 1, JobStatus::Success);
+    constexpr rlim_t smallerThanAnyList = 100;
+    Limit(RLIMIT_FSIZE, smallerThanAnyList);
+    ExpectJobs(frontEnd, "exit 0", 1, JobStatus::Failed);
+    EXPECT_EQ(SavedJobs().size(), 1U);
+    Limit(RLIMIT_FSIZE, RLIM_INFINITY);
+    ExpectJobs(frontEnd, "exit 0", 1, JobStatus::Success);
+    Await("the saved list", [this] { return SavedJobs().size() == 3; });
+}
+
+/// Limits of this very process.
+class OpenFilesLimit {
+public:
+    explicit OpenFilesLimit(rlim_t count) {
+        getrlimit(RLIMIT_NOFILE, &before);
+        const rlimit limit = {count, before.rlim_max};
+        setrlimit(RLIMIT_NOFILE, &limit);
+    }
+    ~OpenFilesLimit() { setrlimit(RLIMIT_NOFILE, &before); }
+    OpenFilesLimit(const OpenFilesLimit&) = delete;
+    OpenFilesLimit& operator=(const OpenFilesLimit&) = delete;
+
+private:
+    rlimit before = {};
+};
+
+TEST(ResourceLimitsTest_Here, AWaitForMoreHandlesThanAreAllowedDoesNotSpin) {
+    const platform::Event first;
+    const platform::Event second;
+    const auto computing = std::clock();
+    {
+        const OpenFilesLimit limit(1);
+        constexpr std::chrono::milliseconds patience{300};
+        EXPECT_EQ(platform::WaitForAny({first.Handle(), second.Handle()}, patience), std::nullopt);
+    }
+    EXPECT_LT(std::clock() - computing, CLOCKS_PER_SEC / 10);
+}
+
+TEST(ResourceLimitsTest_Here, SettingsThatCouldNotBeOpenedAreReadAsSoonAsTheyCan) {
+    const TemporaryFolder folder;
+    const std::wstring path = folder / L"settings.json";
+    WriteTextFile(path, R"({"logFile":"","culture":"de-DE"})");
+    settings::UseFile(path);
+    ASSERT_EQ(settings::Current()->culture, L"de-DE");
+    WriteTextFile(path, R"({"logFile":"","culture":"fr-FR"})");
+    {
+        const OpenFilesLimit limit(0);
+        EXPECT_EQ(settings::Current()->culture, L"de-DE");
+    }
+    EXPECT_EQ(settings::Current()->culture, L"fr-FR");
+    settings::UseFile(L"");
+}
+
+/// The limit on processes is one of ordinary users.
+class ResourceLimitsTest_Processes : private OrdinaryUser, public ResourceLimitsTest {
+protected:
+    void SetUp() override {
+        const std::string problem = OrdinaryUser::Problem(Host({}).program);
+        if (!problem.empty()) {
+            GTEST_SKIP() << problem;
+        }
+    }
+};
+
+TEST_F(ResourceLimitsTest_Processes, AJobWhoseRunnerCannotBeStartedHasFailedWithAReasonAndTheQueueGoesOn) {
+    StartHost();
+    FrontEnd frontEnd(meetingPlace);
+    Limit(RLIMIT_NPROC, 1);
+    const std::vector<JobIdInfo> jobs = frontEnd.Enqueue(JobsFile("exit 0", 2));
+    for (const JobIdInfo& job : jobs) {
+        frontEnd.AwaitStatus(job.id, JobStatus::Failed);
+        const std::string result = ReadTextFile(WorkDirOf(job.id) + L"\\run_scenario_result.json");
+        EXPECT_NE(result.find("cannot be started: Resource temporarily unavailable"), std::string::npos) << result;
+    }
+    EXPECT_GE(CountInLog("Resource temporarily unavailable"), 2);
+    constexpr rlim_t many = 10000;
+    Limit(RLIMIT_NPROC, many);
+    ExpectJobs(frontEnd, "exit 0", 1, JobStatus::Success);
+}
+
+} // namespace
