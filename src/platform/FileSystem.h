@@ -75,8 +75,8 @@ std::optional<FileStamp> StampOf(const std::wstring& path);
 /// it was.
 Error ReadFile(const std::wstring& path, std::size_t limit, std::string& bytes);
 
-/// As `ReadFile`, for what is read only once: on Windows a file that others hold open without sharing it (virus scanners
-/// and backup programs do, for a moment) is tried 200 times more, 1 ms apart.
+/// As `ReadFile`, for what is read only once: on Windows a file that others hold open without sharing it (virus
+/// scanners and backup programs do, for a moment) is tried 200 times more, 1 ms apart.
 Error ReadFileWhenFree(const std::wstring& path, std::size_t limit, std::string& bytes);
 
 /// What a replaced file outlives: the end of the process that wrote it, or the end of the whole machine too. The latter
