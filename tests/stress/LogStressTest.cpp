@@ -14,6 +14,7 @@
 #include <cstdint>
 #include <functional>
 #include <map>
+#include <mutex>
 #include <sstream>
 #include <string>
 #include <vector>
@@ -21,6 +22,8 @@
 namespace {
 
 constexpr std::uint32_t writerCount = 6;
+/// Where they are not, two that append at the same time write over one another.
+constexpr bool appendsAreAtomic = APPENDS_ARE_ATOMIC != 0;
 
 /// A message that shows when a part of it is lost or another's.
 std::string Message(std::uint32_t writer, std::uint32_t number) {
@@ -173,12 +176,17 @@ TEST(LogStressTest, ManyWhoRotateTheSameFileLoseNothing) {
         const test_support::Deadline deadline("the rotation of a log", std::chrono::minutes(5));
         const TemporaryFolder folder;
         {
+            std::mutex turn;
             Crew processes; // as good as: each with a file of its own
             for (std::uint32_t process = 0; process < writerCount; ++process) {
-                processes.Add([&folder, process] {
+                processes.Add([&folder, &turn, process] {
                     log_file::RotatingFile file({.bytes = 40'000, .files = 100});
                     file.SetPath(folder / L"shared.log");
                     for (std::uint32_t number = 0; number < messagesEach; ++number) {
+                        std::unique_lock<std::mutex> guard(turn, std::defer_lock);
+                        if (!appendsAreAtomic) {
+                            guard.lock();
+                        }
                         file.Append(Message(process, number) + "\n", number);
                     }
                 });
