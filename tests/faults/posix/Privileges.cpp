@@ -2,6 +2,7 @@
 
 #include <stdexcept>
 
+#include <sys/prctl.h>
 #include <unistd.h>
 
 #include "platform/NativePath.h"
@@ -12,9 +13,10 @@ namespace {
 constexpr uid_t nobody = 65534;
 constexpr uid_t root = 0;
 
-/// The saved user is the way back; a program that is started gets none.
+/// The saved user is the way back; a program that is started gets none. The leak checker looks at its own process as a
+/// debugger does, which changing the user forbids.
 void Become(uid_t user) {
-    if (setresuid(user, user, root) != 0) {
+    if (setresuid(user, user, root) != 0 || prctl(PR_SET_DUMPABLE, 1) != 0) {
         throw std::runtime_error("cannot change the user");
     }
 }
