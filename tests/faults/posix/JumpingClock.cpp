@@ -38,6 +38,8 @@ timespec TurnedTime() {
 
 } // namespace
 
+// The names that the system's headers give these parameters are reserved for it.
+// NOLINTBEGIN(readability-inconsistent-declaration-parameter-name)
 #pragma GCC visibility push(default)
 extern "C" {
 
@@ -64,3 +66,4 @@ int gettimeofday(timeval* place, void*) noexcept {
 }
 }
 #pragma GCC visibility pop
+// NOLINTEND(readability-inconsistent-declaration-parameter-name)
