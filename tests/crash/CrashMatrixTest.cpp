@@ -116,7 +116,7 @@ public:
         for (int host = 0; host < 2; ++host) {
             ASSERT_TRUE(StartAndExamine()) << "a host without a fault has died";
             ASSERT_TRUE(visitor.EndHost());
-            site.AwaitHostEnd();
+            Bury();
             ++tally.endedAsAsked;
         }
         ExpectNothingNoted(site);
@@ -171,6 +171,7 @@ private:
         ++tally.killedFromOutside;
     }
 
+    /// What is sent before the connection is seen to be gone would be lost, not sent to the next host.
     void Bury() {
         site.AwaitHostEnd();
         visitor.HearLastWords();
