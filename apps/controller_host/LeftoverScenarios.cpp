@@ -19,7 +19,7 @@ void AskToStop(const JobListInfo& job) {
     if (IsActive(job.status) && platform::IsFolder(job.workDir)) {
         ControllerLogManager::WarnLog(L"Job: " + std::to_wstring(job.seqId) +
                                       L" was left running by an earlier host; its scenario is asked to stop.");
-        platform::CreateEmptyFile(PathFuncs::Join(job.workDir, run_protocol::killFileName));
+        platform::CreateEmptyFileIn(job.workDir, run_protocol::killFileName);
     }
 }
 

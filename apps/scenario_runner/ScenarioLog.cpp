@@ -35,6 +35,12 @@ ScenarioLog::ScenarioLog(std::wstring logPath, std::size_t logLimit)
     : path(std::move(logPath)), limit(std::clamp(logLimit, smallestLimit, largestLimit)) {}
 
 platform::Error ScenarioLog::Open() {
+    const platform::Error error = file.Open(path, true, platform::AppendTo::RegularFile);
+    if (error.kind != platform::ErrorKind::NotSupported) {
+        return error;
+    }
+    // A link or the like, which gives way itself.
+    platform::RemoveFile(path);
     return file.Open(path, true, platform::AppendTo::RegularFile);
 }
 
@@ -65,7 +71,7 @@ void ScenarioLog::CutToLimit() {
 void ScenarioLog::StartAgainWith(std::string_view end) {
     // In place: a reader that follows the file keeps it, and no second copy lies on the disk meanwhile.
     file.Close();
-    file.Open(path, true, platform::AppendTo::RegularFile);
+    Open();
     file.Write(cutNotice);
     file.Write(LastBytes(end, limit));
 }

@@ -16,7 +16,7 @@ enum class AppendTo {
     Anything,
     /// A link is followed to one of these.
     FileOrDevice,
-    /// No link either.
+    /// No link either, nor a file that has other names (hard links).
     RegularFile
 };
 

@@ -124,4 +124,8 @@ Error CreateEmptyFile(const std::wstring& path) {
     return removal ? removal : File().OpenForAppending(path, true, AppendTo::RegularFile);
 }
 
+Error CreateEmptyFileIn(const std::wstring& folder, const std::wstring& name) {
+    return IsLink(folder) ? Error{ErrorKind::NotSupported, 0} : CreateEmptyFile(ResolveAgainst(folder, name));
+}
+
 } // namespace platform

@@ -98,9 +98,12 @@ Error ReplaceFileKeepingBackup(const std::wstring& path, std::string_view bytes,
 /// while another may be replacing it.
 void RemoveLeftTemporaries(const std::wstring& path);
 
-/// Creates or truncates a file and leaves it empty. Others may hold it open for reading and writing. A link, pipe or
-/// socket at `path` is replaced itself; a folder stays.
+/// Creates or truncates a file and leaves it empty. Others may hold it open for reading and writing. A link (a hard one
+/// too), pipe or socket at `path` is replaced itself; a folder stays.
 Error CreateEmptyFile(const std::wstring& path);
+
+/// The same for the file `name` in `folder`, which must not be a link: else `NotSupported`.
+Error CreateEmptyFileIn(const std::wstring& folder, const std::wstring& name);
 
 /// Renames within one volume, replacing the target.
 Error RenameFile(const std::wstring& from, const std::wstring& to);

@@ -1,4 +1,5 @@
 #include "platform/FileSystem.h"
+#include "platform/FileSystemCalls.h"
 
 #include <gtest/gtest.h>
 
@@ -140,6 +141,25 @@ TEST_F(FileSystemTest, AnEmptyFileReplacesALinkAndLeavesAloneWhatItLeadsTo) {
     }
     EXPECT_EQ(ReadTextFile(folder / L"precious"), "content");
     EXPECT_FALSE(Exists(folder / L"nothing"));
+}
+
+TEST_F(FileSystemTest, AnEmptyFileReplacesAHardLinkAndLeavesTheFileAlone) {
+    WriteTextFile(folder / L"precious", "content");
+    ASSERT_FALSE(platform::LinkFile(folder / L"precious", folder / L"link"));
+    EXPECT_FALSE(platform::CreateEmptyFile(folder / L"link"));
+    EXPECT_EQ(ReadTextFile(folder / L"link"), "");
+    EXPECT_EQ(ReadTextFile(folder / L"precious"), "content");
+}
+
+TEST_F(FileSystemTest, AnEmptyFileIsMadeInAFolderButNotThroughALinkToOne) {
+    ASSERT_FALSE(platform::EnsureFolder(folder / L"real"));
+    EXPECT_FALSE(platform::CreateEmptyFileIn(folder / L"real", L"file"));
+    EXPECT_TRUE(platform::Exists(folder / L"real\\file"));
+    EXPECT_EQ(platform::CreateEmptyFileIn(folder / L"missing", L"file").kind, ErrorKind::NotFound);
+    if (MakeLink(folder / L"real", folder / L"link")) {
+        EXPECT_EQ(platform::CreateEmptyFileIn(folder / L"link", L"other").kind, ErrorKind::NotSupported);
+        EXPECT_FALSE(platform::Exists(folder / L"real\\other"));
+    }
 }
 
 TEST_F(FileSystemTest, AnEmptyFileReplacesANamedPipeWithoutWaitingForItsReader) {

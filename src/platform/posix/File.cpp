@@ -41,9 +41,14 @@ int FlagsFor(AppendTo target) {
 
 bool IsAmong(AppendTo target, int descriptor) {
     struct stat status = {};
-    return target == AppendTo::Anything ||
-           (fstat(descriptor, &status) == 0 &&
-            (S_ISREG(status.st_mode) || (target == AppendTo::FileOrDevice && S_ISCHR(status.st_mode))));
+    if (target == AppendTo::Anything) {
+        return true;
+    }
+    if (fstat(descriptor, &status) != 0) {
+        return false;
+    }
+    return target == AppendTo::RegularFile ? S_ISREG(status.st_mode) && status.st_nlink <= 1
+                                           : S_ISREG(status.st_mode) || S_ISCHR(status.st_mode);
 }
 
 } // namespace
@@ -66,7 +71,7 @@ Error File::RequireRegular() {
 
 Error File::OpenForAppending(const std::wstring& path, bool truncate, AppendTo target) {
     Close();
-    handle = Open(path, O_WRONLY | O_APPEND | O_CREAT | (truncate ? O_TRUNC : 0) | FlagsFor(target));
+    handle = Open(path, O_WRONLY | O_APPEND | O_CREAT | FlagsFor(target));
     if (!IsOpen()) {
         // A link that is not followed; a named pipe without a reader.
         return errno == ELOOP || errno == ENXIO ? Error{ErrorKind::NotSupported, errno} : LastError();
@@ -75,7 +80,8 @@ Error File::OpenForAppending(const std::wstring& path, bool truncate, AppendTo t
         Close();
         return {ErrorKind::NotSupported, 0};
     }
-    return {};
+    // Not while it is opened, when nobody knows yet what it is. What cannot be cut (a device) has nothing to lose.
+    return truncate && ftruncate(Descriptor(handle), 0) == -1 && errno != EINVAL ? LastError() : Error{};
 }
 
 Error File::CreateNew(const std::wstring& path, const std::wstring& model) {

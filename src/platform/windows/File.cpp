@@ -23,6 +23,14 @@ std::intptr_t Open(const std::wstring& path, DWORD access, DWORD disposition, DW
     return reinterpret_cast<std::intptr_t>(handle);
 }
 
+bool HasOtherNames(const std::wstring& path) {
+    const std::intptr_t handle = Open(path, FILE_READ_ATTRIBUTES, OPEN_EXISTING);
+    BY_HANDLE_FILE_INFORMATION information = {};
+    const bool isKnown = GetFileInformationByHandle(ToHandle(handle), &information) != 0;
+    CloseHandle(ToHandle(handle));
+    return isKnown && information.nNumberOfLinks > 1;
+}
+
 DWORD TransferSize(std::size_t size) {
     return static_cast<DWORD>(std::min(size, largestTransfer));
 }
@@ -54,6 +62,9 @@ Error File::OpenForAppending(const std::wstring& path, bool truncate, AppendTo t
         return {ErrorKind::NotSupported, 0};
     }
     constexpr DWORD access = FILE_APPEND_DATA | FILE_READ_ATTRIBUTES | SYNCHRONIZE;
+    if (target == AppendTo::RegularFile && HasOtherNames(path)) {
+        return {ErrorKind::NotSupported, 0};
+    }
     handle = Open(path, access, truncate ? CREATE_ALWAYS : OPEN_ALWAYS);
     return IsOpen() ? Error{} : LastError();
 }
