@@ -15,7 +15,7 @@ bool ResultFile::Remove() const {
 }
 
 bool ResultFile::Exists() const {
-    return platform::Exists(path);
+    return platform::Exists(path) || platform::IsLink(path);
 }
 
 std::optional<run_protocol::RunScenarioResult> ResultFile::Read() const {

@@ -14,6 +14,7 @@ public:
 
     /// Removes what was left from before: only a result of this run counts. False when it cannot be removed.
     bool Remove() const;
+    /// A link to nothing exists too.
     bool Exists() const;
     /// What stands in it; none when it is missing or not usable.
     std::optional<run_protocol::RunScenarioResult> Read() const;

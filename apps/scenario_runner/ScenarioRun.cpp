@@ -44,25 +44,27 @@ RunLimits LimitsOf(const scenario_manifest::ScenarioManifest& manifest, const se
 
 } // namespace
 
-ScenarioRun::ScenarioRun(std::wstring jobWorkDir, const settings::Settings& usedSettings, void* watchedHost,
+ScenarioRun::ScenarioRun(std::wstring jobWorkDir, const platform::PinnedFolder& pinnedFolder,
+                         const settings::Settings& usedSettings, std::vector<void*> watchedOwners,
                          const platform::StopSignal& signal)
-    : workDir(std::move(jobWorkDir)), settings(usedSettings), host(watchedHost), stopSignal(signal) {}
+    : workDir(std::move(jobWorkDir)), folder(pinnedFolder), settings(usedSettings), owners(std::move(watchedOwners)),
+      stopSignal(signal) {}
 
 RunnerExit ScenarioRun::Run() {
     std::wstring problem;
     return Prepare(problem) ? StartAndWatch() : FailToStart(problem);
 }
 
-std::wstring ScenarioRun::InWorkDir(const std::wstring& name) const {
-    return platform::ResolveAgainst(workDir, name);
+std::wstring ScenarioRun::InFolder(const std::wstring& name) const {
+    return platform::ResolveAgainst(folder.Path(), name);
 }
 
 bool ScenarioRun::Prepare(std::wstring& problem) {
-    if (!ResultFile(workDir).Remove()) {
+    if (!ResultFile(folder.Path()).Remove()) {
         problem = L"The result of an earlier run in " + platform::ToNativeText(workDir) + L" cannot be removed.";
         return false;
     }
-    const std::wstring runInfoPath = InWorkDir(run_protocol::runInfoFileName);
+    const std::wstring runInfoPath = platform::ResolveAgainst(workDir, run_protocol::runInfoFileName);
     ScenarioPlace place;
     if (!run_protocol::ReadRunScenarioInfoFile(runInfoPath, info, problem) ||
         !scenario_manifest::ReadFor(info.scenarioPath, manifest, problem) || !Unpack(place.packageFolder, problem)) {
@@ -77,14 +79,15 @@ bool ScenarioRun::Unpack(std::wstring& packageFolder, std::wstring& problem) con
     if (!scenario_manifest::IsPackage(info.scenarioPath)) {
         return true;
     }
-    packageFolder = InWorkDir(packageFolderName);
+    // By its name, which the scenario is to know.
+    packageFolder = platform::ResolveAgainst(workDir, packageFolderName);
     platform::RemoveTree(packageFolder);
     return scenario_package::Unpack(info.scenarioPath, packageFolder, problem);
 }
 
 RunnerExit ScenarioRun::StartAndWatch() {
     const auto logLimit = static_cast<std::size_t>(settings.scenarioLogLimitBytes);
-    OutputCapture output(InWorkDir(run_protocol::logFileName), logLimit);
+    OutputCapture output(InFolder(run_protocol::logFileName), logLimit);
     if (const platform::Error error = output.Open()) {
         return FailToStart(L"The log of the scenario in " + platform::ToNativeText(workDir) + L" cannot be written: " +
                            error.Text() + L".");
@@ -104,10 +107,10 @@ RunnerExit ScenarioRun::StartAndWatch() {
                            error.Text() + L".");
     }
     RunFacts facts;
-    facts.ending = Supervision(tree, host, workDir, stopSignal).Run(plan);
+    facts.ending = Supervision(tree, owners, folder.Path(), stopSignal).Run(plan);
     facts.exitCode = tree.RootExitCode();
     output.Finish(outputPatience);
-    facts.lastOutput = ReadLogTail(InWorkDir(run_protocol::logFileName));
+    facts.lastOutput = ReadLogTail(InFolder(run_protocol::logFileName));
     return Conclude(std::move(facts));
 }
 
@@ -115,7 +118,7 @@ RunnerExit ScenarioRun::Conclude(RunFacts facts) const {
     if (facts.ending == RunEnding::HostEnded) {
         return RunnerExit::HostEnded;
     }
-    const ResultFile file(workDir);
+    const ResultFile file(folder.Path());
     facts.jobId = info.jobId;
     facts.successExitCodes = manifest.successExitCodes;
     facts.timeLimitSeconds = manifest.timeLimitSeconds;
@@ -126,7 +129,8 @@ RunnerExit ScenarioRun::Conclude(RunFacts facts) const {
 }
 
 RunnerExit ScenarioRun::FailToStart(const std::wstring& problem) const {
-    return ResultFile(workDir).Write(FailedResult(info.jobId, problem)) ? RunnerExit::NotStarted : RunnerExit::NoResult;
+    return ResultFile(folder.Path()).Write(FailedResult(info.jobId, problem)) ? RunnerExit::NotStarted
+                                                                              : RunnerExit::NoResult;
 }
 
 } // namespace scenario_runner

@@ -2,10 +2,12 @@
 
 #include <cstdint>
 #include <string>
+#include <vector>
 
 #include "companion/RunProtocol.h"
 #include "companion/ScenarioManifest.h"
 #include "companion/Settings.h"
+#include "platform/PinnedFolder.h"
 #include "platform/StopSignal.h"
 #include "scenario_runner/ScenarioCommand.h"
 
@@ -27,9 +29,10 @@ enum class RunnerExit : std::int32_t {
 /// One run of a scenario from its request to its result.
 class ScenarioRun {
 public:
-    /// `host` may be null: nobody whose end would matter.
-    ScenarioRun(std::wstring workDir, const settings::Settings& settings, void* host,
-                const platform::StopSignal& stopSignal);
+    /// `folder` is the work directory held fast: all files of it that the runner reads and writes are met through it,
+    /// whatever the scenario makes of its name. `owners`: the processes whose end ends the run.
+    ScenarioRun(std::wstring workDir, const platform::PinnedFolder& folder, const settings::Settings& settings,
+                std::vector<void*> owners, const platform::StopSignal& stopSignal);
 
     /// Returns when no process of the scenario is left.
     RunnerExit Run();
@@ -40,11 +43,12 @@ private:
     RunnerExit StartAndWatch();
     RunnerExit Conclude(struct RunFacts facts) const;
     RunnerExit FailToStart(const std::wstring& problem) const;
-    std::wstring InWorkDir(const std::wstring& name) const;
+    std::wstring InFolder(const std::wstring& name) const;
 
     std::wstring workDir;
+    const platform::PinnedFolder& folder;
     const settings::Settings& settings;
-    void* host;
+    std::vector<void*> owners;
     const platform::StopSignal& stopSignal;
     run_protocol::RunScenarioInfo info;
     scenario_manifest::ScenarioManifest manifest;

@@ -25,9 +25,9 @@ milliseconds TimeUntil(const std::optional<RunnerPlan::Time>& deadline) {
 
 } // namespace
 
-Supervision::Supervision(platform::ProcessTree& watchedTree, void* watchedHost, const std::wstring& workDir,
-                         const platform::StopSignal& signal)
-    : tree(watchedTree), host(watchedHost), killFile(platform::ResolveAgainst(workDir, run_protocol::killFileName)),
+Supervision::Supervision(platform::ProcessTree& watchedTree, const std::vector<void*>& watchedOwners,
+                         const std::wstring& workDir, const platform::StopSignal& signal)
+    : tree(watchedTree), owners(watchedOwners), killFile(platform::ResolveAgainst(workDir, run_protocol::killFileName)),
       watch(workDir), stopSignal(signal) {}
 
 RunEnding Supervision::Run(RunnerPlan plan) {
@@ -46,8 +46,9 @@ RunEnding Supervision::Run(RunnerPlan plan) {
 
 void Supervision::WaitForNews(const RunnerPlan& plan) {
     std::vector<void*> handles = {tree.Root()};
-    if (host != nullptr) {
-        handles.push_back(host);
+    handles.insert(handles.end(), owners.begin(), owners.end());
+    if (tree.Ended() != nullptr) {
+        handles.push_back(tree.Ended());
     }
     if (!plan.IsStopping()) {
         handles.push_back(stopSignal.Handle());
@@ -60,17 +61,22 @@ void Supervision::WaitForNews(const RunnerPlan& plan) {
 
 RunStep Supervision::Look(RunnerPlan& plan) {
     watch.Rearm();
+    tree.Tidy();
     if (!platform::IsProcessRunning(tree.Root())) {
         return plan.OnScenarioEnded();
     }
-    if (host != nullptr && !platform::IsProcessRunning(host)) {
+    if (HasLostOwner()) {
         return plan.OnHostEnded();
     }
     return IsStopRequested() ? plan.OnStopRequested(steady_clock::now()) : plan.OnTime(steady_clock::now());
 }
 
+bool Supervision::HasLostOwner() const {
+    return !std::all_of(owners.begin(), owners.end(), platform::IsProcessRunning);
+}
+
 bool Supervision::IsStopRequested() const {
-    return !platform::IsProcessRunning(stopSignal.Handle()) || platform::Exists(killFile);
+    return !platform::IsProcessRunning(stopSignal.Handle()) || platform::Exists(killFile) || platform::IsLink(killFile);
 }
 
 void Supervision::AskToStop() {

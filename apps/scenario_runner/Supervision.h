@@ -1,6 +1,7 @@
 #pragma once
 
 #include <string>
+#include <vector>
 
 #include "platform/ProcessTree.h"
 #include "platform/StopSignal.h"
@@ -13,8 +14,8 @@ namespace scenario_runner {
 /// scenario is left.
 class Supervision {
 public:
-    /// `host` may be null: nobody whose end would matter.
-    Supervision(platform::ProcessTree& tree, void* host, const std::wstring& workDir,
+    /// `owners`: the processes whose end ends the run. They and all else outlive the supervision.
+    Supervision(platform::ProcessTree& tree, const std::vector<void*>& owners, const std::wstring& workDir,
                 const platform::StopSignal& stopSignal);
 
     /// Returns why the run ended.
@@ -23,11 +24,12 @@ public:
 private:
     void WaitForNews(const RunnerPlan& plan);
     RunStep Look(RunnerPlan& plan);
+    bool HasLostOwner() const;
     bool IsStopRequested() const;
     void AskToStop();
 
     platform::ProcessTree& tree;
-    void* host;
+    const std::vector<void*>& owners;
     std::wstring killFile;
     platform::FolderWatch watch;
     const platform::StopSignal& stopSignal;

@@ -4,6 +4,7 @@
 #include "companion/Settings.h"
 #include "platform/Console.h"
 #include "platform/FileSizeLimit.h"
+#include "platform/GuardedRun.h"
 #include "platform/Process.h"
 #include "platform/ProgramArguments.h"
 #include "platform/SharedLibrary.h"
@@ -29,10 +30,39 @@ bool UseSettings(const RunnerArguments& arguments, std::wstring& problem) {
     return problem.empty();
 }
 
-RunnerExit Refuse(const RunnerArguments& arguments, const std::wstring& problem) {
+RunnerExit Refuse(const platform::PinnedFolder& folder, const std::wstring& problem) {
     Say(problem);
-    const scenario_runner::ResultFile file(arguments.workDir);
+    const scenario_runner::ResultFile file(folder.Path());
     return file.Write(scenario_runner::FailedResult(L"", problem)) ? RunnerExit::NotStarted : RunnerExit::NoResult;
+}
+
+RunnerExit RunScenario(const RunnerArguments& arguments, const platform::PinnedFolder& folder,
+                       const std::vector<void*>& owners) {
+    std::wstring problem;
+    if (!UseSettings(arguments, problem)) {
+        return Refuse(folder, problem);
+    }
+    const platform::StopSignal stopSignal;
+    const auto settings = settings::Current();
+    return scenario_runner::ScenarioRun(arguments.workDir, folder, *settings, owners, stopSignal).Run();
+}
+
+/// What the guard does when somebody ended the runner: the scenario's own verdict stands, where it has given one.
+RunnerExit ConcludeFor(const platform::GuardedEnd& end, const platform::PinnedFolder& folder) {
+    const scenario_runner::ResultFile file(folder.Path());
+    const auto result =
+        scenario_runner::FailedResult(L"", L"The scenario was ended because the program that runs it was ended with " +
+                                               platform::ExitCodeText(end.exitCode) + L".");
+    return file.Read() || file.Write(result) ? RunnerExit::Done : RunnerExit::NoResult;
+}
+
+RunnerExit RunGuarded(const RunnerArguments& arguments, const platform::PinnedFolder& folder, void* host) {
+    const platform::GuardedEnd end = platform::RunGuarded([&](void* guard) {
+        std::vector<void*> owners{host, guard};
+        std::erase(owners, nullptr);
+        return static_cast<std::int32_t>(RunScenario(arguments, folder, owners));
+    });
+    return end.isByForce ? ConcludeFor(end, folder) : static_cast<RunnerExit>(end.exitCode);
 }
 
 RunnerExit Run(const std::vector<std::wstring>& words) {
@@ -43,16 +73,16 @@ RunnerExit Run(const std::vector<std::wstring>& words) {
         return RunnerExit::WrongArguments;
     }
     const platform::OwnedHandle host = platform::TakeInheritedHandle(arguments.host);
+    platform::PinnedFolder folder;
+    if (const platform::Error error = folder.Open(arguments.workDir)) {
+        Say(L"The work directory " + arguments.workDir + L" cannot be used: " + error.Text());
+        return RunnerExit::NoResult;
+    }
     if (!arguments.host.empty() && !host) {
-        return Refuse(arguments, L"The scenario was not started: \"" + arguments.host +
-                                     L"\" is no handle of the controller's process.");
+        return Refuse(folder, L"The scenario was not started: \"" + arguments.host +
+                                  L"\" is no handle of the controller's process.");
     }
-    if (!UseSettings(arguments, problem)) {
-        return Refuse(arguments, problem);
-    }
-    const platform::StopSignal stopSignal;
-    const auto settings = settings::Current();
-    return scenario_runner::ScenarioRun(arguments.workDir, *settings, host.Get(), stopSignal).Run();
+    return RunGuarded(arguments, folder, host.Get());
 }
 
 } // namespace

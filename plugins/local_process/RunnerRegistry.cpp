@@ -2,17 +2,15 @@
 
 #include "companion/RunProtocol.h"
 #include "platform/FileSystem.h"
-#include "platform/NativePath.h"
 #include "platform/Process.h"
 
 namespace local_process {
 namespace {
 
-/// As a runner is asked by everybody; one whose work directory is not there any more is asked without.
-void RequestStop(const std::wstring& workDir, void* runner) {
-    if (platform::CreateEmptyFile(platform::ResolveAgainst(workDir, run_protocol::killFileName))) {
-        platform::AskProcessToEnd(runner);
-    }
+/// The file is what scenarios look for; it cannot be made where the scenario removed its work directory.
+void RequestStop(const std::wstring& workDir, void* process) {
+    platform::CreateEmptyFileIn(workDir, run_protocol::killFileName);
+    platform::AskProcessToEnd(process);
 }
 
 } // namespace

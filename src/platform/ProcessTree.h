@@ -26,6 +26,11 @@ public:
     /// What `ExitCode` says of the root, also after `End`.
     std::optional<std::int32_t> RootExitCode() const;
 
+    /// Signalled when something of the tree may have ended that nobody but this process can let go of; null where the
+    /// system needs no such help. `Tidy` does it: until then all that ended counts among the user's processes.
+    void* Ended() const;
+    void Tidy();
+
     /// Asks all to stop, where the system has a way (SIGTERM to the process group). Windows has none for a program
     /// without a window: nothing.
     void AskToStop();

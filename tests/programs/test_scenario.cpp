@@ -167,6 +167,7 @@ Steps UsualSteps() {
 const Steps& KnownSteps() {
     static const Steps steps = [] {
         Steps all = UsualSteps();
+        all.merge(CommonMisdeeds());
         all.merge(SystemMisdeeds());
         return all;
     }();

@@ -4,9 +4,12 @@
 #include <fstream>
 #include <map>
 #include <string>
+#include <vector>
 
+#include <sys/wait.h>
 #include <unistd.h>
 
+#include "platform/posix/ProcessDescriptor.h"
 #include "platform/posix/ProcessList.h"
 
 namespace platform {
@@ -32,21 +35,91 @@ std::multimap<pid_t, pid_t> ReadChildrenByParent() {
     return children;
 }
 
-} // namespace
+struct Descendant {
+    pid_t number = 0;
+    pid_t parent = 0;
+};
 
+/// Parents before their children; ended ones that nobody has reaped count.
 std::vector<Descendant> ListDescendants() {
     const std::multimap<pid_t, pid_t> children = ReadChildrenByParent();
     std::vector<Descendant> descendants;
-    const auto append = [&](pid_t parent, bool isOwn) {
+    const auto append = [&](pid_t parent) {
         for (auto [child, end] = children.equal_range(parent); child != end; ++child) {
-            descendants.push_back({child->second, isOwn});
+            descendants.push_back({child->second, parent});
         }
     };
-    append(getpid(), true);
+    append(getpid());
     for (std::size_t index = 0; index < descendants.size(); ++index) {
-        append(descendants[index].number, false);
+        append(descendants[index].number);
     }
     return descendants;
+}
+
+/// A child's number is its own until this process reaps it. Another's may have been given to a stranger since the list
+/// was made: the second look is at the very process that is ended.
+bool EndOne(const Descendant& descendant) {
+    if (descendant.parent == getpid()) {
+        return kill(descendant.number, SIGKILL) == 0;
+    }
+    const int descriptor = OpenProcessDescriptor(descendant.number);
+    if (descriptor >= 0) {
+        if (ParentOf(descendant.number) == descendant.parent) {
+            pidfd_send_signal(descriptor, SIGKILL, nullptr, 0);
+        }
+        close(descriptor);
+    }
+    return false;
+}
+
+/// The children alone, from a list that takes no time: what starts another and ends before its number is known
+/// somewhere else in the list of all is met here.
+void EndChildren() {
+    const std::string self = std::to_string(getpid());
+    std::ifstream list("/proc/" + self + "/task/" + self + "/children");
+    for (pid_t child = 0; list >> child;) {
+        kill(child, SIGKILL);
+    }
+}
+
+/// False when no child could be ended.
+bool EndAllOnce() {
+    bool hasEndedChild = false;
+    for (const Descendant& descendant : ListDescendants()) {
+        hasEndedChild = EndOne(descendant) || hasEndedChild;
+    }
+    // Each time meets about half of those that keep moving.
+    for (int time = 0; time < 8; ++time) {
+        EndChildren();
+    }
+    return hasEndedChild;
+}
+
+/// Leaves it to be reaped.
+void WaitForOneToEnd() {
+    siginfo_t ended{};
+    waitid(P_ALL, 0, &ended, WEXITED | WNOWAIT);
+}
+
+} // namespace
+
+bool ReapEnded(const std::function<void(const siginfo_t&)>& onReaped) {
+    for (;;) {
+        siginfo_t ended{};
+        if (waitid(P_ALL, 0, &ended, WEXITED | WNOHANG) != 0) {
+            return false;
+        }
+        if (ended.si_pid == 0) {
+            return true;
+        }
+        onReaped(ended);
+    }
+}
+
+void EndDescendants(const std::function<void(const siginfo_t&)>& onReaped) {
+    while (ReapEnded(onReaped) && EndAllOnce()) {
+        WaitForOneToEnd();
+    }
 }
 
 } // namespace platform

@@ -1,18 +1,16 @@
 #pragma once
 
-#include <vector>
+#include <functional>
 
-#include <sys/types.h>
+#include <csignal>
 
 namespace platform {
 
-struct Descendant {
-    pid_t number = 0;
-    /// A child of this process itself.
-    bool isChild = false;
-};
+/// Ends all processes below this one by force, however deep and however fast they start others, and reaps them: each is
+/// handed to `onReaped`. Returns when none is left but such as the system does not let this user end.
+void EndDescendants(const std::function<void(const siginfo_t&)>& onReaped);
 
-/// All processes below this one at this moment, parents before their children; ended ones that nobody has reaped count.
-std::vector<Descendant> ListDescendants();
+/// Reaps the children of this process that have ended; true while there are others.
+bool ReapEnded(const std::function<void(const siginfo_t&)>& onReaped);
 
 } // namespace platform

@@ -46,7 +46,9 @@ bool KeepFromOwnChildren(void* handle) {
 }
 
 void AskProcessToEnd(void* process) {
-    pidfd_send_signal(DescriptorOf(process), SIGTERM, nullptr, 0);
+    for (const int signal : {SIGTERM, SIGCONT}) {
+        pidfd_send_signal(DescriptorOf(process), signal, nullptr, 0);
+    }
 }
 
 std::optional<std::int32_t> ExitCode(void* process) {

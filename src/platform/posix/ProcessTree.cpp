@@ -3,53 +3,58 @@
 #include <csignal>
 
 #include <sys/prctl.h>
+#include <sys/signalfd.h>
 #include <sys/wait.h>
+#include <unistd.h>
 
 #include "platform/posix/Descendants.h"
+#include "platform/posix/DescriptorHandle.h"
 #include "platform/posix/ExitStatus.h"
 #include "platform/posix/Spawn.h"
 
 namespace platform {
 namespace {
 
-/// Leaves it to be reaped.
-void WaitForOneToEnd() {
-    siginfo_t ended{};
-    waitid(P_ALL, 0, &ended, WEXITED | WNOWAIT);
-}
-
-/// Ends all that are below this process now; false when no child could be ended.
-bool EndDescendants() {
-    bool hasEndedChild = false;
-    for (const Descendant& descendant : ListDescendants()) {
-        const bool isEnded = kill(descendant.number, SIGKILL) == 0;
-        hasEndedChild = hasEndedChild || (isEnded && descendant.isChild);
+/// Readable when a child of this process has ended, for as long as it lives.
+class EndedChildren {
+public:
+    EndedChildren() {
+        sigset_t signals;
+        sigemptyset(&signals);
+        sigaddset(&signals, SIGCHLD);
+        pthread_sigmask(SIG_BLOCK, &signals, &before);
+        const int descriptor = signalfd(-1, &signals, SFD_CLOEXEC | SFD_NONBLOCK);
+        handle = OwnedHandle(descriptor < 0 ? nullptr : HandleOf(descriptor));
     }
-    return hasEndedChild;
-}
+    ~EndedChildren() { pthread_sigmask(SIG_SETMASK, &before, nullptr); }
+    EndedChildren(const EndedChildren&) = delete;
+    EndedChildren& operator=(const EndedChildren&) = delete;
+
+    void* Handle() const { return handle.Get(); }
+    void Clear() const {
+        signalfd_siginfo told{};
+        while (read(DescriptorOf(handle.Get()), &told, sizeof told) > 0) {
+        }
+    }
+
+private:
+    sigset_t before{};
+    OwnedHandle handle;
+};
 
 } // namespace
 
 struct ProcessTree::State {
+    EndedChildren endedChildren;
     OwnedHandle root;
     /// The root's number, and its group's.
     pid_t number = 0;
     /// Kept when the root is reaped with all others.
     std::optional<std::int32_t> exitCode;
 
-    /// Reaps the children that have ended; true while there are others.
-    bool ReapEnded() {
-        for (;;) {
-            siginfo_t ended{};
-            if (waitid(P_ALL, 0, &ended, WEXITED | WNOHANG) != 0) {
-                return false;
-            }
-            if (ended.si_pid == 0) {
-                return true;
-            }
-            if (ended.si_pid == number) {
-                exitCode = ExitStatusOf(ended);
-            }
+    void OnReaped(const siginfo_t& ended) {
+        if (ended.si_pid == number) {
+            exitCode = ExitStatusOf(ended);
         }
     }
 };
@@ -79,10 +84,27 @@ std::optional<std::int32_t> ProcessTree::RootExitCode() const {
     return state->exitCode ? state->exitCode : ExitCode(state->root.Get());
 }
 
+void* ProcessTree::Ended() const {
+    return state->endedChildren.Handle();
+}
+
+void ProcessTree::Tidy() {
+    state->endedChildren.Clear();
+    siginfo_t ended{};
+    // The root is kept: its number must stay its own until all others have ended.
+    while (waitid(P_ALL, 0, &ended, WEXITED | WNOHANG | WNOWAIT) == 0 && ended.si_pid != 0 &&
+           ended.si_pid != state->number) {
+        waitid(P_PID, static_cast<id_t>(ended.si_pid), &ended, WEXITED | WNOHANG);
+        ended = {};
+    }
+}
+
 void ProcessTree::AskToStop() {
     // Until the root is reaped, its number and its group's are nobody else's.
     if (state->number > 0 && !state->exitCode) {
         kill(-state->number, SIGTERM);
+        // One that stopped itself hears nothing before it goes on.
+        kill(-state->number, SIGCONT);
     }
 }
 
@@ -92,9 +114,7 @@ void ProcessTree::End() {
     }
     // The whole group at one moment, so that none of it can start another meanwhile; then those that left the group.
     kill(-state->number, SIGKILL);
-    while (state->ReapEnded() && EndDescendants()) {
-        WaitForOneToEnd();
-    }
+    EndDescendants([this](const siginfo_t& ended) { state->OnReaped(ended); });
 }
 
 } // namespace platform

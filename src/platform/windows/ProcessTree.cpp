@@ -86,6 +86,12 @@ std::optional<std::int32_t> ProcessTree::RootExitCode() const {
     return ExitCode(state->root.Get());
 }
 
+void* ProcessTree::Ended() const {
+    return nullptr;
+}
+
+void ProcessTree::Tidy() {}
+
 void ProcessTree::AskToStop() {}
 
 void ProcessTree::End() {

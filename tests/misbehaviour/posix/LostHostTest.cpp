@@ -10,7 +10,7 @@ TEST_F(LostHostTest, AScenarioThatKillsItsRunnerAndItsHostIsEndedByTheNextHost) 
     std::wstring id;
     {
         FrontEnd frontEnd(meetingPlace);
-        id = frontEnd.Enqueue(JobsFile("have family\nbe ready\nwait for file go\nkill ancestors 2\nwait")).at(0).id;
+        id = frontEnd.Enqueue(JobsFile("have family\nbe ready\nwait for file go\nkill ancestors 3\nwait")).at(0).id;
         frontEnd.AwaitStatus(id, JobStatus::Running);
     }
     AwaitFile(WorkDirOf(id), L"ready");

@@ -1,0 +1,47 @@
+#include "ScenarioRunFixture.h"
+#include "ScenarioTraces.h"
+
+#include <chrono>
+
+#include "platform/MarkedProcesses.h"
+#include "platform/Waiting.h"
+
+namespace {
+
+class UnrulyProcessesTest : public ScenarioRunFixture {
+protected:
+    /// How many of the scenario's processes were left, other than such as have cleared their environment.
+    std::size_t EndLeftovers() const {
+        return platform::EndMarkedProcesses(run_protocol::runInfoVariable, {run_protocol::RunInfoPath(job.workDir)});
+    }
+};
+
+} // namespace
+
+TEST_F(UnrulyProcessesTest, ADaemonIsEndedWithItsScenario) {
+    Run("leave daemon\nbe ready\nexit 0");
+    const auto processes = OpenNotedProcesses(job.workDir);
+    EXPECT_EQ(processes.size(), 2U);
+    AwaitDeathOf(processes);
+}
+
+TEST_F(UnrulyProcessesTest, ProcessesThatKeepStartingOthersAreEnded) {
+    settings.graceSeconds = 0;
+    UseSteps("be lowest\nignore requests\nbe ready\nfork up to 2000");
+    ASSERT_EQ(Start(), 0);
+    AwaitFile(job.workDir, L"ready");
+    RequestStop();
+    EXPECT_EQ(AwaitEnd(), 0);
+    EXPECT_EQ(EndLeftovers(), 0U);
+}
+
+TEST_F(UnrulyProcessesTest, ProcessesThatAreNeverWhereTheyWereSeenAreEnded) {
+    Run("hop 20\nleave orphans 100\nexit 0");
+    EXPECT_TRUE(Result().succeeded);
+    EXPECT_EQ(EndLeftovers(), 0U);
+}
+
+TEST_F(UnrulyProcessesTest, ProcessesThatLostTheirParentsAndEndedDoNotPileUp) {
+    Run("leave orphans 300\nwait for no zombies\nexit 0");
+    EXPECT_TRUE(Result().succeeded);
+}

@@ -1,0 +1,63 @@
+#include "programs/Misdeeds.h"
+
+#include <cstdlib>
+#include <string>
+#include <string_view>
+
+#include "companion/RunProtocol.h"
+#include "platform/Console.h"
+#include "platform/Directories.h"
+#include "platform/File.h"
+#include "platform/FileSystem.h"
+#include "platform/NativePath.h"
+#include "platform/Text.h"
+
+namespace {
+
+std::wstring InCurrentFolder(const std::wstring& name) {
+    return platform::ResolveAgainst(platform::CurrentFolder(), name);
+}
+
+/// A half report in the place of the whole one, again and again, until somebody asks to stop.
+void WriteHalfReports(const std::wstring& name) {
+    const std::string whole = R"({"version":1,"progressInfoList":[{"progress":30,"message":"half)";
+    for (std::size_t length = 0; !platform::Exists(InCurrentFolder(run_protocol::killFileName)); ++length) {
+        platform::File file;
+        file.OpenForAppending(InCurrentFolder(name), true);
+        file.Write(std::string_view(whole).substr(0, length % whole.size()));
+    }
+}
+
+void MakeFolder(const std::wstring& name) {
+    platform::EnsureFolder(InCurrentFolder(name));
+}
+
+void PrintMegabytes(const std::wstring& count) {
+    std::string megabyte;
+    while (megabyte.size() < std::size_t{1} << 20) {
+        megabyte += "one of very many lines, each of them of sixty-four characters..\n";
+    }
+    for (int number = 0; number < std::stoi(count); ++number) {
+        platform::WriteOutput(megabyte);
+    }
+}
+
+void ThrowWhatNobodyCatches(const std::wstring&) noexcept {
+    std::stoi("no number");
+}
+
+[[noreturn]] void Abort(const std::wstring&) {
+    std::abort();
+}
+
+} // namespace
+
+Steps CommonMisdeeds() {
+    return {
+        {L"write half reports ", WriteHalfReports},
+        {L"make folder ", MakeFolder},
+        {L"print megabytes ", PrintMegabytes},
+        {L"throw what nobody catches", ThrowWhatNobodyCatches},
+        {L"abort", Abort},
+    };
+}
