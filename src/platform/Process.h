@@ -45,8 +45,8 @@ OwnedHandle OpenOwnProcess();
 std::wstring InheritedHandleText(void* handle);
 OwnedHandle TakeInheritedHandle(const std::wstring& text);
 
-/// Asks a process to end, as its user would (SIGTERM), and wakes it up for that where it was stopped. On Windows there is
-/// no such way for a process without a window: nothing happens.
+/// Asks a process to end, as its user would (SIGTERM), and wakes it up for that where it was stopped. On Windows there
+/// is no such way for a process without a window: nothing happens.
 void AskProcessToEnd(void* process);
 
 /// The exit code of a process that has ended: what it returned, or on Linux 128 + the signal that ended it. Nothing
