@@ -83,7 +83,7 @@ TEST_F(HeldFilesTest, AJobIsDeletedThoughAFileInItsWorkDirectoryIsHeld) {
     const HeldFile held(WorkDirOf(id) + L"\\scenario.log");
     EXPECT_EQ(frontEnd.Delete({id}), std::vector{id});
     EXPECT_TRUE(frontEnd.Jobs().empty());
-    EXPECT_EQ(CountInLog("of a job is not removed: "), 1) << Log();
+    EXPECT_GE(CountInLog("of a job is not removed: "), 1) << Log();
 }
 
 TEST_F(HeldFilesTest, ALogThatIsHeldLosesMessagesAndNoJob) {
