@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
+#include <cmath>
 #include <cstddef>
 #include <set>
 
@@ -27,12 +28,13 @@ bool IsName(const std::wstring& text, std::size_t longest) {
     return !text.empty() && IsOneLine(text, longest);
 }
 
+/// "inf" and "nan" are none: scenarios could not take them.
 template <typename Number>
 bool IsNumber(const std::wstring& text) {
     const std::string digits = platform::ToUtf8(text);
     Number number = 0;
     const auto result = std::from_chars(digits.data(), digits.data() + digits.size(), number);
-    return result.ec == std::errc() && result.ptr == digits.data() + digits.size();
+    return result.ec == std::errc() && result.ptr == digits.data() + digits.size() && std::isfinite(number);
 }
 
 bool IsOfType(const std::wstring& value, const std::wstring& type) {

@@ -77,6 +77,8 @@ const std::vector<Refused> refusedScripts = {
     {"DefaultAsNumber", WithParameter(R"("name":"a","defaultValue":1)"), L"defaultValue: expected a text"},
     {"DefaultOfAnotherType", WithParameter(R"("name":"a","type":"integer","defaultValue":"1.5")"),
      L"parameters[0].defaultValue: expected a value of the type \"integer\", found \"1.5\""},
+    {"DefaultNotANumber", WithParameter(R"("name":"a","type":"number","defaultValue":"nan")"), L"the type \"number\""},
+    {"DefaultInfinite", WithParameter(R"("name":"a","type":"number","defaultValue":"-inf")"), L"the type \"number\""},
     {"DefaultNoNumber", WithParameter(R"("name":"a","type":"number","defaultValue":"one")"), L"the type \"number\""},
     {"DefaultNoBoolean", WithParameter(R"("name":"a","type":"boolean","defaultValue":"yes")"), L"the type \"boolean\""},
     {"DefaultNotAllowed", WithParameter(R"("name":"a","defaultValue":"x","allowedValues":["y","z"])"),
