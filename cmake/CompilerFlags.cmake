@@ -12,8 +12,10 @@ target_include_directories(controller_flags INTERFACE "${PROJECT_SOURCE_DIR}/src
 target_compile_options(controller_flags INTERFACE
   -Wall -Wextra -Wpedantic -Werror
   -Wconversion -Wsign-conversion -Wshadow -Wold-style-cast -Wnon-virtual-dtor -Woverloaded-virtual
-  -Wcast-align -Wcast-qual -Wduplicated-cond -Wduplicated-branches -Wlogical-op -Wnull-dereference
-  -Wuseless-cast -Wformat=2 -Wimplicit-fallthrough -Wextra-semi -Wundef -Wunused)
+  -Wcast-align -Wcast-qual -Wnull-dereference -Wformat=2 -Wimplicit-fallthrough -Wextra-semi -Wundef -Wunused)
+if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
+  target_compile_options(controller_flags INTERFACE -Wduplicated-cond -Wduplicated-branches -Wlogical-op -Wuseless-cast)
+endif()
 if(CMAKE_SYSTEM_NAME STREQUAL "Windows")
   target_compile_definitions(controller_flags INTERFACE
     UNICODE _UNICODE WIN32_LEAN_AND_MEAN NOMINMAX _WIN32_WINNT=0x0A00 WINVER=0x0A00)
@@ -28,4 +30,7 @@ if(CONTROLLER_SANITIZERS)
   # For the whole build: GoogleTest and ours must agree, and a sanitizer in a shared library needs its run time in the program.
   add_compile_options(-fsanitize=${CONTROLLER_SANITIZERS} -fno-omit-frame-pointer -fno-sanitize-recover=all)
   add_link_options(-fsanitize=${CONTROLLER_SANITIZERS})
+  if(CMAKE_CXX_COMPILER_ID STREQUAL "Clang")
+    add_compile_options(-fsanitize-ignorelist=${PROJECT_SOURCE_DIR}/cmake/sanitizer-ignorelist.txt)
+  endif()
 endif()

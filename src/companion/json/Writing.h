@@ -19,7 +19,7 @@ namespace json {
 /// Appends a text as a JSON string; what no JSON string can hold, as {"codePoints":[...]}.
 CONTROLLER_API void AppendText(std::wstring_view text, std::wstring& json);
 
-/// Appends the name of a member, in quotes and with its colon. What no JSON string can hold becomes U+FFFD.
+/// Appends the name of a member, in quotes and with its colon. What no JSON string can hold becomes the nearest text.
 CONTROLLER_API void AppendName(std::wstring_view name, std::wstring& json);
 
 CONTROLLER_API void AppendNumber(std::int64_t number, std::wstring& json);

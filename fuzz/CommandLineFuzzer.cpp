@@ -1,0 +1,123 @@
+#include <algorithm>
+#include <string>
+#include <vector>
+
+#include "cli/CLIArgumentParser.h"
+#include "controller_cli/LetterArguments.h"
+#include "controller_cli/LongCommandLine.h"
+#include "controller_host/HostOptions.h"
+#include "fuzz/support/ByteSource.h"
+#include "fuzz/support/Require.h"
+#include "platform/NativePath.h"
+#include "platform/Text.h"
+#include "scenario_runner/RunnerArguments.h"
+
+namespace {
+
+using Arguments = std::vector<std::wstring>;
+
+/// The lines of the input, as arguments.
+Arguments LinesOf(std::string_view bytes) {
+    Arguments lines;
+    while (!bytes.empty()) {
+        const std::size_t end = std::min(bytes.find('\n'), bytes.size());
+        lines.push_back(platform::FromUtf8(bytes.substr(0, end)));
+        bytes.remove_prefix(std::min(end + 1, bytes.size()));
+    }
+    return lines;
+}
+
+void CheckLetters(const Arguments& arguments) {
+    CLIArgumentParser parser;
+    const bool isCommand = parser.Parse(arguments);
+    const auto type = parser.GetCommandType();
+    fuzz::Require(!isCommand || type != CLIArgumentParser::None, "what is parsed is a command");
+    fuzz::Require(type == CLIArgumentParser::EnqueueJobs || parser.GetJobFileName().empty(),
+                  "only an enqueue names a jobs file");
+    const bool takesIds = type == CLIArgumentParser::CancelJobs || type == CLIArgumentParser::CheckJobStatus;
+    const Arguments ids = parser.GetIds();
+    fuzz::Require(takesIds || ids.empty(), "only cancelling and asking name ids");
+    for (const std::wstring& id : ids) {
+        fuzz::Require(!id.empty() && id.find(L',') == std::wstring::npos, "an id is what stands between commas");
+    }
+}
+
+/// A path that begins with a slash is taken as a path, in every place where one may stand.
+void CheckSlashPath(const std::wstring& rest) {
+    const std::wstring path = L"/home/" + rest;
+    CLIArgumentParser parser;
+    const bool isCommand = parser.Parse(controller_cli::PrepareLetterArguments({L"-l", path, L"-o", path, path}, true));
+    fuzz::Require(isCommand && parser.GetCommandType() == CLIArgumentParser::EnqueueJobs, "a path is a jobs file");
+    fuzz::Require(parser.GetJobFileName() == path && parser.GetLogFileName() == path &&
+                      parser.GetOutputFileName() == path,
+                  "a path is taken as it was typed");
+}
+
+void CheckLong(const Arguments& arguments) {
+    try {
+        const controller_cli::LongCommand command = controller_cli::ParseLongCommand(arguments);
+        fuzz::Require(std::find(command.ids.begin(), command.ids.end(), std::wstring()) == command.ids.end(),
+                      "an id is not empty");
+        fuzz::Require((command.kind == controller_cli::LongCommandKind::Run) == !command.inputs.empty(),
+                      "a run, and nothing else, has inputs");
+    } catch (const controller_cli::UsageProblem& problem) {
+        fuzz::Require(problem.textKey.starts_with(L"Usage/"), "a problem has its text");
+    }
+}
+
+/// True for a text that the command line hands over as it is: no option, and with a form in UTF-8.
+bool IsPlainValue(const std::wstring& text) {
+    return !text.empty() && text[0] != L'-' && platform::FromUtf8(platform::ToUtf8(text)) == text &&
+           text.find(L'\0') == std::wstring::npos;
+}
+
+void CheckRun(fuzz::ByteSource& source) {
+    controller_cli::LongCommand expected;
+    expected.kind = controller_cli::LongCommandKind::Run;
+    expected.scenario = source.Text();
+    expected.inputs = source.Texts();
+    expected.outputFolder = source.Text();
+    expected.asJson = source.Flag();
+    const bool arePlain = std::all_of(expected.inputs.begin(), expected.inputs.end(), IsPlainValue);
+    if (!arePlain || expected.inputs.empty() || !IsPlainValue(expected.scenario) ||
+        !IsPlainValue(expected.outputFolder)) {
+        return;
+    }
+    Arguments arguments = {L"--run", expected.scenario};
+    arguments.insert(arguments.end(), expected.inputs.begin(), expected.inputs.end());
+    arguments.insert(arguments.end(), {L"--output", expected.outputFolder});
+    if (expected.asJson) {
+        arguments.push_back(L"--json");
+    }
+    fuzz::Require(controller_cli::ParseLongCommand(arguments) == expected, "a run is read as it was typed");
+}
+
+void CheckRunner(const Arguments& arguments) {
+    scenario_runner::RunnerArguments parsed;
+    std::wstring problem;
+    const bool isParsed = scenario_runner::ParseRunnerArguments(arguments, parsed, problem);
+    fuzz::Require(isParsed == problem.empty(), "a refusal, and nothing else, says why");
+    fuzz::Require(isParsed == platform::IsAbsolute(parsed.workDir), "a runner has its work directory");
+}
+
+void CheckHost(const Arguments& arguments) {
+    const HostOptions options = ParseHostOptions(arguments);
+    fuzz::Require(options.mode == HostOptions::Mode::Wrong || options.problem.empty(), "only a mistake is a problem");
+}
+
+} // namespace
+
+/// The lines of the input as the arguments of each program.
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    const std::string_view bytes = fuzz::BytesOf(data, size);
+    const Arguments arguments = LinesOf(bytes);
+    CheckLetters(arguments);
+    CheckLetters(controller_cli::PrepareLetterArguments(arguments, true));
+    CheckSlashPath(platform::FromUtf8(bytes));
+    CheckLong(arguments);
+    CheckRunner(arguments);
+    CheckHost(arguments);
+    fuzz::ByteSource source(bytes);
+    CheckRun(source);
+    return 0;
+}

@@ -1,0 +1,119 @@
+#include <algorithm>
+#include <string>
+#include <vector>
+
+#include "fuzz/support/ByteSource.h"
+#include "fuzz/support/Require.h"
+#include "local_socket/Frame.h"
+#include "local_socket/TextEncoding.h"
+#include "platform/CodeUnits.h"
+
+namespace {
+
+using local_socket::Frame;
+using local_socket::FrameDecoder;
+using local_socket::FrameRefusal;
+
+/// Everything that a decoder made of a stream.
+struct Outcome {
+    std::vector<Frame> frames;
+    FrameRefusal refusal = FrameRefusal::None;
+    bool isWithinFrame = false;
+
+    bool operator==(const Outcome&) const = default;
+};
+
+Outcome DecodeAtOnce(std::string_view bytes) {
+    FrameDecoder decoder;
+    Outcome outcome;
+    outcome.refusal = decoder.Take(bytes, outcome.frames);
+    outcome.isWithinFrame = decoder.IsWithinFrame();
+    return outcome;
+}
+
+/// `lengths` says, again and again, how long the pieces are; 0 is an empty piece.
+Outcome DecodeInPieces(std::string_view bytes, const std::vector<std::size_t>& lengths) {
+    FrameDecoder decoder;
+    Outcome outcome;
+    for (std::size_t piece = 0; !bytes.empty(); ++piece) {
+        const std::size_t length = lengths[piece % lengths.size()];
+        outcome.refusal = decoder.Take(bytes.substr(0, length), outcome.frames);
+        bytes.remove_prefix(std::min(length, bytes.size()));
+    }
+    outcome.isWithinFrame = decoder.IsWithinFrame();
+    return outcome;
+}
+
+/// A text that was decoded is what is decoded from its own encoding.
+void CheckText(std::string_view encoded) {
+    const auto text = local_socket::DecodeText(encoded);
+    if (text) {
+        std::string again;
+        local_socket::AppendEncoded(again, *text);
+        fuzz::Require(local_socket::DecodeText(again) == text, "a text arrives as it was sent");
+        fuzz::Require(again.size() <= encoded.size(), "an encoding does not grow");
+    }
+}
+
+void CheckFrame(const Frame& frame) {
+    const bool isGreeting = frame.kind == local_socket::FrameKind::Greeting;
+    fuzz::Require(isGreeting == frame.name.empty(), "an event, and nothing else, has a name");
+    fuzz::Require(!isGreeting || frame.payload.empty(), "a greeting is empty");
+    fuzz::Require(frame.name.size() <= local_socket::maximumNameBytes, "a name is short");
+    CheckText(frame.name);
+    CheckText(frame.payload);
+}
+
+void CheckStream(std::string_view bytes, const std::vector<std::size_t>& lengths) {
+    const Outcome outcome = DecodeAtOnce(bytes);
+    fuzz::Require(DecodeInPieces(bytes, {1}) == outcome, "byte by byte the same frames come");
+    fuzz::Require(DecodeInPieces(bytes, lengths) == outcome, "in pieces the same frames come");
+    std::for_each(outcome.frames.begin(), outcome.frames.end(), CheckFrame);
+}
+
+/// What cannot travel as a value of its own: numbers beyond Unicode.
+bool Travels(const std::wstring& text) {
+    return std::all_of(text.begin(), text.end(),
+                       [](wchar_t element) { return platform::Unit(element) <= platform::lastCodePoint; });
+}
+
+void CheckSent(fuzz::ByteSource& source, std::string& stream, std::vector<Frame>& sent) {
+    const std::wstring name = source.Text();
+    const std::wstring payload = source.Text();
+    const auto bytes = local_socket::EncodeEvent(name, payload);
+    fuzz::Require(bytes.has_value() != name.empty(), "an event with a name can be sent");
+    if (!bytes) {
+        return;
+    }
+    const Outcome outcome = DecodeAtOnce(*bytes);
+    fuzz::Require(outcome.frames.size() == 1 && !outcome.isWithinFrame, "one event is one frame");
+    const Frame& frame = outcome.frames[0];
+    fuzz::Require(!Travels(name) || local_socket::DecodeText(frame.name) == name, "a name arrives as it was sent");
+    fuzz::Require(!Travels(payload) || local_socket::DecodeText(frame.payload) == payload,
+                  "a payload arrives as it was sent");
+    stream += *bytes;
+    sent.push_back(frame);
+}
+
+} // namespace
+
+/// Bytes as the stream of a peer, at once, byte by byte and in pieces; and events made of them.
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    const std::string_view bytes = fuzz::BytesOf(data, size);
+    // The lengths of the pieces stand at the end of the input, so that a stream can be seen as such at its beginning.
+    std::vector<std::size_t> lengths = {1 + size % 7};
+    for (const char byte : bytes.substr(size - std::min<std::size_t>(size, 8))) {
+        lengths.push_back(static_cast<std::uint8_t>(byte));
+    }
+    CheckStream(bytes, lengths);
+    CheckText(bytes);
+    fuzz::ByteSource source(bytes);
+    std::string stream = local_socket::EncodeGreeting();
+    std::vector<Frame> sent = {Frame()};
+    for (std::size_t count = source.Count(4); count > 0; --count) {
+        CheckSent(source, stream, sent);
+    }
+    fuzz::Require(DecodeInPieces(stream, lengths) == Outcome{sent, FrameRefusal::None, false},
+                  "every event arrives, in order");
+    return 0;
+}

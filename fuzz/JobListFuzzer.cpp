@@ -1,0 +1,61 @@
+#include <string>
+#include <vector>
+
+#include "companion/ControllerCSWrapper.h"
+#include "fuzz/support/Before.h"
+#include "fuzz/support/ByteSource.h"
+#include "fuzz/support/Require.h"
+#include "fuzz/support/Scratch.h"
+#include "platform/FileSystem.h"
+
+namespace {
+
+using Jobs = std::vector<JobListInfo>;
+
+/// Reads behind a job that is there already. Returns what was read.
+bool ReadList(const std::wstring& path, Jobs& jobs) {
+    const Jobs before = {fuzz::Before().Job()};
+    Jobs list = before;
+    const bool isRead = ControllerCSWrapper::ParseJobList(path, list);
+    fuzz::Require(!list.empty() && list[0] == before[0], "what stood in the list stays");
+    fuzz::Require(isRead || list == before, "a refused list leaves the output as it was");
+    jobs.assign(list.begin() + 1, list.end());
+    return isRead;
+}
+
+/// The list as it was written is the one that is read.
+void CheckWritten(const Jobs& jobs, const std::wstring& path) {
+    Jobs read;
+    const std::wstring json = ControllerCSWrapper::Serialize(L"JobList", jobs);
+    fuzz::Require(ControllerCSWrapper::CreateJsonFile(json, path), "a list can be written");
+    fuzz::Require(ReadList(path, read) && read == jobs, "a list is read as it was written");
+}
+
+/// A refused list is kept, byte by byte, beside its place.
+void CheckKeptAside(const std::wstring& folder, std::string_view bytes) {
+    std::vector<platform::FolderEntry> entries;
+    fuzz::Require(!platform::ListFolder(folder, entries) && entries.size() == 1, "one file is kept");
+    std::string kept;
+    const std::wstring path = folder + L"\\" + entries[0].name;
+    fuzz::Require(!platform::ReadFile(path, bytes.size(), kept) && kept == bytes, "a refused list is kept whole");
+}
+
+} // namespace
+
+/// Bytes as a job list file; and records made of them, as such a file.
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    const std::string_view bytes = fuzz::BytesOf(data, size);
+    const std::wstring folder = fuzz::Scratch() / L"list";
+    fuzz::Require(!platform::CreateFolder(folder), "a folder can be made");
+    Jobs jobs;
+    if (ReadList(fuzz::ScratchFile(L"list\\job_list.json", bytes), jobs)) {
+        CheckWritten(jobs, folder + L"\\job_list.json");
+    } else {
+        CheckKeptAside(folder, bytes);
+    }
+    fuzz::ByteSource source(bytes);
+    const RecordMaker make = source.Records();
+    CheckWritten({make.Job(), make.Job()}, folder + L"\\job_list.json");
+    platform::RemoveTree(folder);
+    return 0;
+}

@@ -1,0 +1,59 @@
+#include <algorithm>
+#include <cstdio>
+#include <string>
+#include <vector>
+
+#include "fuzz/RegressionTargets.h"
+#include "platform/FileSystem.h"
+#include "platform/ProgramArguments.h"
+#include "platform/Text.h"
+
+namespace {
+
+constexpr std::size_t largestInput = std::size_t{1} << 20;
+
+int Fail(const std::string& text) {
+    std::fprintf(stderr, "%s\n", text.c_str());
+    return 1;
+}
+
+bool Feed(FuzzTarget target, const std::wstring& path) {
+    std::string bytes;
+    if (const platform::Error error = platform::ReadFile(path, largestInput, bytes)) {
+        Fail(platform::ToUtf8(path + L": " + error.Text()));
+        return false;
+    }
+    // Told before, because an input that does harm ends the process.
+    std::printf("%s\n", platform::ToUtf8(path).c_str());
+    std::fflush(stdout);
+    // A copy of just this size, so that a sanitizer sees what reads behind it.
+    const std::vector<std::uint8_t> input(bytes.begin(), bytes.end());
+    target(input.data(), input.size());
+    return true;
+}
+
+} // namespace
+
+/// Feeds each file of a folder to one fuzz target: `fuzz_regressions TARGET FOLDER`. An empty folder is a failure.
+int main(int count, char** values) {
+    const std::vector<std::wstring> arguments = platform::ProgramArguments(count, values);
+    if (arguments.size() != 2) {
+        return Fail("Usage: fuzz_regressions TARGET FOLDER");
+    }
+    const FuzzTarget target = FindFuzzTarget(platform::ToUtf8(arguments[0]));
+    if (target == nullptr) {
+        return Fail("There is no such target.");
+    }
+    std::vector<platform::FolderEntry> entries;
+    if (const platform::Error error = platform::ListFolder(arguments[1], entries)) {
+        return Fail(platform::ToUtf8(arguments[1] + L": " + error.Text()));
+    }
+    if (entries.empty()) {
+        return Fail("There is nothing to feed: an empty folder tests nothing.");
+    }
+    return std::all_of(
+               entries.begin(), entries.end(),
+               [&](const platform::FolderEntry& entry) { return Feed(target, arguments[1] + L"\\" + entry.name); })
+               ? 0
+               : 1;
+}

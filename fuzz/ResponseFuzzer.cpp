@@ -1,0 +1,104 @@
+#include <bit>
+#include <string>
+#include <vector>
+
+#include "companion/ControllerCSWrapper.h"
+#include "companion/Messages.h"
+#include "companion/RunProtocol.h"
+#include "companion/json/RecordLayouts.h"
+#include "companion/json/Writing.h"
+#include "fuzz/support/Before.h"
+#include "fuzz/support/ByteSource.h"
+#include "fuzz/support/Require.h"
+#include "platform/Text.h"
+
+namespace {
+
+template <typename Value>
+bool Read(const std::wstring& text, Value& value) {
+    return ControllerCSWrapper::Deserialize(text, value);
+}
+bool Read(const std::wstring& text, EnqueueJobsInfo& value) {
+    return messages::Deserialize(text, value);
+}
+
+/// A text that is read as `Value` is written and read back as the same; a refused one leaves the output as it was.
+/// `before`: something of that type.
+template <typename Value>
+void CheckText(const std::wstring& text, const Value& before) {
+    Value output = before;
+    Value value{};
+    if (!Read(text, output)) {
+        fuzz::Require(output == before, "a refused message leaves the output as it was");
+        return;
+    }
+    fuzz::Require(Read(text, value), "a message is read the same each time");
+    Value again{};
+    fuzz::Require(Read(json::WriteEnvelope(L"Again", value), again) && again == value,
+                  "a message is read as it was written");
+}
+
+template <typename Value>
+void CheckWritten(const std::wstring& text, const Value& value) {
+    Value read{};
+    fuzz::Require(Read(text, read) && read == value, "a record is read as it was written");
+}
+
+void CheckHandleText(const std::wstring& text) {
+    void* const before = std::bit_cast<void*>(std::uintptr_t{7});
+    void* handle = before;
+    if (ControllerCSWrapper::Deserialize(text, handle)) {
+        void* again = nullptr;
+        fuzz::Require(ControllerCSWrapper::Deserialize(run_protocol::SerializeProcessHandle(handle), again) &&
+                          again == handle,
+                      "a process handle is read as it was written");
+    } else {
+        fuzz::Require(handle == before, "a refused handle leaves the output as it was");
+    }
+}
+
+void CheckTexts(const std::wstring& text) {
+    const RecordMaker before = fuzz::Before();
+    CheckHandleText(text);
+    CheckText<std::vector<JobListInfo>>(text, {before.Job()});
+    CheckText<JobEnqueueResult>(text, before.Result());
+    CheckText<std::vector<JobStatusInfo>>(text, {before.Status()});
+    CheckText<std::vector<ScenarioInfo>>(text, {before.Scenario()});
+    CheckText<std::vector<ScenarioParameterSetInfo>>(text, {before.ParameterSet()});
+    CheckText<std::vector<std::wstring>>(text, {before.text()});
+    CheckText<std::wstring>(text, before.text());
+    CheckText<EnqueueJobsInfo>(text, before.Request());
+}
+
+/// Names and values of any content.
+void CheckRecords(fuzz::ByteSource& source) {
+    const RecordMaker make = source.Records();
+    const std::wstring name = source.Text();
+    const std::vector<JobListInfo> jobs = {make.Job()};
+    CheckWritten(ControllerCSWrapper::Serialize(name, jobs), jobs);
+    const EnqueueJobsInfo request = make.Request();
+    CheckWritten(ControllerCSWrapper::Serialize(name, request), request);
+    const JobEnqueueResult result = make.Result();
+    CheckWritten(messages::Serialize(name, result), result);
+    const std::vector<JobStatusInfo> statuses = {make.Status(), make.Status()};
+    CheckWritten(messages::Serialize(name, statuses), statuses);
+    const std::vector<ScenarioInfo> scenarios = {make.Scenario()};
+    CheckWritten(messages::Serialize(name, scenarios), scenarios);
+    const std::vector<ScenarioParameterSetInfo> sets = {make.ParameterSet()};
+    CheckWritten(messages::Serialize(name, sets), sets);
+    const std::vector<std::wstring> texts = source.Texts();
+    CheckWritten(ControllerCSWrapper::Serialize(name, texts), texts);
+    const std::wstring text = source.Text();
+    CheckWritten(messages::Serialize(name, text), text);
+}
+
+} // namespace
+
+/// Bytes as each kind of message between front end, host and function module; and messages made of them.
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    const std::string_view bytes = fuzz::BytesOf(data, size);
+    CheckTexts(platform::FromUtf8(bytes));
+    fuzz::ByteSource source(bytes);
+    CheckRecords(source);
+    return 0;
+}

@@ -1,0 +1,138 @@
+#include <algorithm>
+#include <string>
+#include <vector>
+
+#include "companion/Settings.h"
+#include "companion/SettingsFile.h"
+#include "companion/json/Encoding.h"
+#include "companion/json/RecordLayouts.h"
+#include "companion/json/Writing.h"
+#include "fuzz/support/ByteSource.h"
+#include "fuzz/support/Require.h"
+#include "fuzz/support/Scratch.h"
+#include "platform/NativePath.h"
+
+namespace {
+
+using settings::Settings;
+
+constexpr std::size_t mostWarnings = 20;
+
+bool ReadFile(std::string_view bytes, Settings& read) {
+    Settings before;
+    before.workDirectory = L"before";
+    before.interpreters = {{L".x", {L"x"}}};
+    std::wstring problem;
+    std::vector<std::wstring> warnings = {L"before"};
+    read = before;
+    const bool isRead = settings::ReadSettingsFile(fuzz::ScratchFile(L"settings.json", bytes), read, problem, warnings);
+    fuzz::Require(isRead || read == before, "a refused file leaves the settings as they were");
+    fuzz::Require(isRead == problem.empty(), "a refusal, and nothing else, says why");
+    fuzz::Require(warnings.at(0) == L"before" && warnings.size() <= 1 + mostWarnings, "few warnings are appended");
+    return isRead;
+}
+
+void CheckPath(const std::wstring& path) {
+    fuzz::Require(platform::IsAbsolute(path), "a path of the settings is absolute");
+}
+
+void CheckPaths(const Settings& read) {
+    for (const auto& path : {read.workDirectory, read.jobListFile, read.eventTransmitter, read.stringResourceFile,
+                             read.scenarioRunner, read.scenarioApiDirectory}) {
+        CheckPath(path);
+    }
+    fuzz::Require(read.logFile.empty() || platform::IsAbsolute(read.logFile), "the log file is absolute");
+    std::for_each(read.functionModules.begin(), read.functionModules.end(), CheckPath);
+    for (const ScenarioDirectory& directory : read.scenarioDirectories) {
+        fuzz::Require(directory.path.empty() || platform::IsAbsolute(directory.path), "a scenario folder is absolute");
+    }
+}
+
+void CheckLimits(const Settings& read) {
+    fuzz::Require(read.autoDeleteDays >= 1 && read.autoDeleteDays <= 36500, "the days are within their limits");
+    fuzz::Require(read.cancelGraceSeconds >= 0 && read.cancelGraceSeconds <= 3600, "the grace is within its limits");
+    fuzz::Require(read.scenarioLogLimitBytes >= 4096 && read.scenarioLogLimitBytes <= 1073741824, "the log is limited");
+    fuzz::Require(!read.culture.empty() && !read.defaultCulture.empty() && !read.transmitterName.empty(),
+                  "what must have a name has one");
+    for (const auto& [extension, command] : read.interpreters) {
+        fuzz::Require(extension.starts_with(L'.') && !command.empty() && !command[0].empty(),
+                      "an interpreter is a program for an extension");
+    }
+}
+
+/// Members of a settings file, as text.
+class Writer {
+public:
+    template <typename Value>
+    void Add(const wchar_t* name, const Value& value) {
+        json += json.size() > 1 ? L"," : L"";
+        json::AppendName(name, json);
+        json::Append(value, json);
+    }
+
+    void AddInterpreters(const std::map<std::wstring, std::vector<std::wstring>>& interpreters) {
+        Writer object;
+        for (const auto& [extension, command] : interpreters) {
+            object.Add(extension.c_str(), command);
+        }
+        json += L",\"interpreters\":" + object.Finished();
+    }
+
+    void AddAutoDelete(bool enabled, std::int32_t days) {
+        Writer object;
+        object.Add(L"enabled", enabled);
+        object.Add(L"days", days);
+        json += L",\"autoDeleteWorkFolder\":" + object.Finished();
+    }
+
+    std::wstring Finished() const { return json + L"}"; }
+
+private:
+    std::wstring json = L"{";
+};
+
+std::wstring Written(const Settings& read) {
+    Writer writer;
+    writer.Add(L"workDirectory", read.workDirectory);
+    writer.Add(L"jobListFile", read.jobListFile);
+    writer.Add(L"logFile", read.logFile);
+    writer.Add(L"scenarioDirectories", read.scenarioDirectories);
+    writer.Add(L"culture", read.culture);
+    writer.Add(L"defaultCulture", read.defaultCulture);
+    writer.Add(L"functionModules", read.functionModules);
+    writer.Add(L"eventTransmitter", read.eventTransmitter);
+    writer.Add(L"transmitterName", read.transmitterName);
+    writer.Add(L"stringResourceFile", read.stringResourceFile);
+    writer.Add(L"scenarioRunner", read.scenarioRunner);
+    writer.Add(L"scenarioApiDirectory", read.scenarioApiDirectory);
+    writer.Add(L"cancelGraceSeconds", read.cancelGraceSeconds);
+    writer.Add(L"scenarioLogLimitBytes", read.scenarioLogLimitBytes);
+    writer.AddAutoDelete(read.autoDeleteWorkFolder, read.autoDeleteDays);
+    writer.AddInterpreters(read.interpreters);
+    return writer.Finished();
+}
+
+/// What was read can be said in a file again, which is read as the same. A path too long to be written once it was
+/// resolved, and a folder without a path, are no settings of a file.
+void CheckWritten(const Settings& read) {
+    std::string utf8;
+    std::size_t badAt = 0;
+    Settings again;
+    fuzz::Require(json::EncodeUtf8(Written(read), utf8, badAt), "JSON is characters");
+    if (ReadFile(utf8, again)) {
+        fuzz::Require(again == read, "settings are read as they were written");
+    }
+}
+
+} // namespace
+
+/// Bytes as a settings file: whatever it says, the settings in force are usable.
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
+    Settings read;
+    if (ReadFile(fuzz::BytesOf(data, size), read)) {
+        CheckPaths(read);
+        CheckLimits(read);
+        CheckWritten(read);
+    }
+    return 0;
+}

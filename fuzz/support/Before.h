@@ -1,0 +1,12 @@
+#pragma once
+
+#include "support/RecordMaker.h"
+
+namespace fuzz {
+
+/// Makes what stands in an output before a reader fills it.
+inline RecordMaker Before() {
+    return {[] { return std::wstring(L"before"); }, [] { return 7; }};
+}
+
+} // namespace fuzz

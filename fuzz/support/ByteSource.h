@@ -1,0 +1,44 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include "support/RecordMaker.h"
+
+namespace fuzz {
+
+/// The input as text.
+std::string_view BytesOf(const std::uint8_t* data, std::size_t size);
+
+/// Makes values from the bytes of an input, so that a change of a byte is a small change of a value. At the end of the
+/// bytes everything is empty or zero.
+class ByteSource {
+public:
+    explicit ByteSource(std::string_view input) : bytes(input) {}
+
+    bool IsAtEnd() const { return bytes.empty(); }
+
+    std::uint8_t Byte();
+    bool Flag() { return Byte() % 2 == 1; }
+    std::int32_t Number();
+    /// 0 to `most`, which is at most 255.
+    std::size_t Count(std::size_t most) { return Byte() % (most + 1); }
+    /// As many bytes as there are, at most `length`.
+    std::string_view Bytes(std::size_t length);
+
+    /// A text of up to 40 elements: plain, UTF-16 units, or any elements that a wide text can hold.
+    std::wstring Text();
+    /// Up to five texts.
+    std::vector<std::wstring> Texts();
+
+    /// Makes records of such texts and numbers. The source outlives it.
+    RecordMaker Records();
+
+private:
+    std::string_view bytes;
+};
+
+} // namespace fuzz

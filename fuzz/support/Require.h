@@ -1,0 +1,17 @@
+#pragma once
+
+#include <cstdio>
+#include <cstdlib>
+
+namespace fuzz {
+
+/// Ends the process when a property does not hold: the fuzzer then keeps the input.
+inline void Require(bool holds, const char* property) {
+    if (!holds) {
+        std::fprintf(stderr, "A property does not hold: %s\n", property);
+        std::fflush(stderr);
+        std::abort();
+    }
+}
+
+} // namespace fuzz

@@ -1,0 +1,42 @@
+#include "fuzz/support/Scratch.h"
+
+#include "companion/Settings.h"
+#include "fuzz/support/Require.h"
+#include "platform/File.h"
+#include "platform/FileSystem.h"
+
+namespace fuzz {
+namespace {
+
+/// A folder with its settings.
+class QuietFolder {
+public:
+    QuietFolder() {
+        const std::wstring settingsFile = folder / L"scratch_settings.json";
+        WriteTextFile(settingsFile, R"({"logFile":"","jobListFile":"list/job_list.json"})");
+        settings::UseFile(settingsFile);
+        Require(settings::Problem().empty(), "the settings of the fuzzers are in force");
+    }
+
+    const TemporaryFolder& Folder() const { return folder; }
+
+private:
+    TemporaryFolder folder;
+};
+
+} // namespace
+
+const TemporaryFolder& Scratch() {
+    static const QuietFolder quiet;
+    return quiet.Folder();
+}
+
+std::wstring ScratchFile(const std::wstring& name, std::string_view bytes) {
+    const std::wstring path = Scratch() / name;
+    platform::RemoveFile(path);
+    platform::File file;
+    Require(!file.CreateNew(path, {}) && !file.Write(bytes), "the scratch folder can be written");
+    return path;
+}
+
+} // namespace fuzz

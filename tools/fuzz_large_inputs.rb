@@ -1,0 +1,94 @@
+# frozen_string_literal: true
+
+# Writes inputs of a megabyte, one folder for each fuzz target, that cost a reader the most when its time grows faster
+# than its input. Usage: ruby tools/fuzz_large_inputs.rb FOLDER
+
+require 'fileutils'
+
+SIZE = 1 << 20
+
+def fill(piece)
+  piece * (SIZE / piece.bytesize)
+end
+
+def json_texts
+  {
+    'lists' => fill('['), 'closed_lists' => "#{'[' * 60}#{fill('{},')}1#{']' * 60}", 'objects' => fill('{"a":'),
+    'text' => "{\"a\":\"#{fill('x')}\"}", 'escapes' => "{\"a\":\"#{fill('\\n')}\"}",
+    'surrogates' => "{\"a\":\"#{fill('\\ud800')}\"}", 'emoji' => "{\"a\":\"#{fill("\u{1f600}")}\"}",
+    'digits' => "{\"a\":#{fill('7')}}", 'fraction' => "{\"version\":1.#{fill('7')}}",
+    'blanks' => "{#{fill(" \n")}}", 'members' => "{#{fill('"zz":[],')}\"a\":1}",
+    'long_names' => "{#{(1..20).map { |i| "\"#{i}#{'n' * (SIZE / 20)}\":1" }.join(',')}}",
+    'quotes' => fill('"'), 'backslashes' => "{\"#{fill('\\')}", 'code_points' => "{\"a\":{\"codePoints\":[#{fill('97,')}1]}}"
+  }
+end
+
+# Lists of what each target reads, as long as fits.
+LISTS = {
+  'job_list' => ['{"JobList":[', '{"inputFiles":["a"]},', '{}]}'],
+  'jobs_file' => ['{"EnqueueJobs":[{"inputFileSets":[', '["../a"],', '[]]}]}'],
+  'progress' => ['{"progressInfoList":[', '{"message":"a"},', '{}]}'],
+  'result' => ['{"messages":[', '{"text":"a"},', '{}]}'],
+  'run_request' => ['{"inputFiles":[', '"a",', '"b"]}'],
+  'response' => ['{"a":[', '{"id":"a"},', '{}]}'],
+  'settings' => ['{"functionModules":[', '"a",', '"b"]}'],
+  'strings' => ['{"en-US":{', '"b":{},', '"a":"x"}}'],
+  'manifest' => ['{"displayName":"a","executable":"x","inputs":[', '{"cadName":"a"},', '{}]}']
+}.freeze
+
+def json_inputs
+  LISTS.to_h { |target, (head, element, tail)| [target, json_texts.merge('list' => head + fill(element) + tail)] }
+end
+
+def stored_entry(name, offset)
+  facts = [0, 0, 0, 0, 0, 0, 0, 0].pack('vvvvvVVV')
+  local = "PK\x03\x04#{facts}#{[name.bytesize, 0].pack('vv')}#{name}".b
+  central = "PK\x01\x02\x14\0#{facts}#{[name.bytesize, 0, 0, 0, 0, 0, offset].pack('vvvvvVV')}#{name}".b
+  [local, central]
+end
+
+def archive(names)
+  files = String.new(encoding: 'BINARY')
+  directory = String.new(encoding: 'BINARY')
+  names.each do |name|
+    local, central = stored_entry(name, files.bytesize)
+    files << local
+    directory << central
+  end
+  files + directory + "PK\x05\x06".b + [0, 0, names.size, names.size, directory.bytesize, files.bytesize, 0].pack('vvvvVVv')
+end
+
+def packages
+  {
+    'files' => archive((1..4000).map { |i| "f#{i}" }),
+    'folders' => archive((1..1000).map { |i| "#{'d/' * 30}#{i}" }),
+    'ends' => "PK\x05\x06".b * (SIZE / 4), 'ends_of_nothing' => ("PK\x05\x06".b + ("\0" * 18)) * (SIZE / 22)
+  }
+end
+
+def profiles
+  size = 1 << 20
+  { 'lines' => "\n" * size, 'sections' => '[a]' * (size / 3), 'section_lines' => "[a]\n" * (size / 4),
+    'keys' => "[Scenario]\n#{"a=b\n" * (size / 4 - 4)}", 'line' => "[Scenario]\n#{'=' * (size - 20)}",
+    'blanks' => "[Scenario]\nCADName=#{' ' * (size - 40)}x" }
+end
+
+def frame(kind, name, payload)
+  "CCev#{[1, kind, name.bytesize, payload.bytesize].pack('vvVV')}#{name}#{payload}".b
+end
+
+def streams
+  { 'greetings' => fill(frame(1, '', '')), 'events' => fill(frame(2, 'a', 'b')), 'payload' => frame(2, 'a', fill("\u{1f600}")) }
+end
+
+def command_lines
+  { 'arguments' => fill("a\n"), 'options' => fill("-f\n")[0, 40_000], 'ids' => "-c#{fill('1,')}",
+    'runs' => "--run\na\n#{fill("b\n")[0, 40_000]}", 'long_ids' => "--wait\n#{fill('1,')}" }
+end
+
+folder = ARGV.fetch(0)
+inputs = json_inputs.merge('esa' => packages, 'adc' => profiles, 'frames' => streams, 'command_line' => command_lines)
+inputs.each do |target, files|
+  FileUtils.mkdir_p("#{folder}/#{target}")
+  files.each { |name, bytes| File.binwrite("#{folder}/#{target}/#{name}", bytes) }
+end
