@@ -37,7 +37,7 @@ bool BelongsInTheFolder(const std::wstring& name) {
 bool BelongsInAWorkDirectory(const std::wstring& name) {
     static const Names known{L"run_scenario_info.json", L"progress_info_list.json", L"run_scenario_result.json",
                              L"killprocess", L"scenario.log"};
-    return known.contains(name) || name.starts_with(L"process-") || name.starts_with(L".tmp-");
+    return known.contains(name) || name.starts_with(L"process-") || name.find(L".tmp-") != std::wstring::npos;
 }
 
 void ObjectToOthers(const std::wstring& folder, bool (*belongs)(const std::wstring&),
