@@ -227,9 +227,10 @@ void PrintMemoryOfRunner(const std::wstring&) {
 /// Until its parent has let go of all that ended below it.
 void WaitForNoZombies(const std::wstring&) {
     const std::string parent = std::to_string(Ancestor(1));
+    const std::string list = "/proc/" + parent + "/task/" + parent + "/children";
     for (bool found = true; found;) {
         found = false;
-        std::ifstream children("/proc/" + parent + "/task/" + parent + "/children");
+        std::ifstream children(list);
         for (pid_t child = 0; children >> child;) {
             found = found || StatusValue(child, "State:").find('Z') != std::string::npos;
         }
