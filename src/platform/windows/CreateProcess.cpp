@@ -54,17 +54,18 @@ struct ChildHandles {
     }
 };
 
-/// The list of the handles that a child inherits, in the system's own form.
+/// The handles that a child inherits and the jobs that it is born into, in the system's own form. Both lists must live
+/// as long as this.
 class AttributeList {
 public:
-    explicit AttributeList(std::vector<HANDLE>& handles) {
+    AttributeList(std::vector<HANDLE>& handles, std::vector<HANDLE>& jobs) {
+        constexpr DWORD count = 2;
         SIZE_T size = 0;
-        InitializeProcThreadAttributeList(nullptr, 1, 0, &size);
+        InitializeProcThreadAttributeList(nullptr, count, 0, &size);
         storage.resize(size);
-        isInitialized = InitializeProcThreadAttributeList(Get(), 1, 0, &size) != 0;
-        isUsable =
-            isInitialized && UpdateProcThreadAttribute(Get(), 0, PROC_THREAD_ATTRIBUTE_HANDLE_LIST, handles.data(),
-                                                       handles.size() * sizeof(HANDLE), nullptr, nullptr) != 0;
+        isInitialized = InitializeProcThreadAttributeList(Get(), count, 0, &size) != 0;
+        isUsable = isInitialized && Set(PROC_THREAD_ATTRIBUTE_HANDLE_LIST, handles) &&
+                   (jobs.empty() || Set(PROC_THREAD_ATTRIBUTE_JOB_LIST, jobs));
     }
     ~AttributeList() {
         if (isInitialized) {
@@ -78,6 +79,11 @@ public:
     LPPROC_THREAD_ATTRIBUTE_LIST Get() { return reinterpret_cast<LPPROC_THREAD_ATTRIBUTE_LIST>(storage.data()); }
 
 private:
+    bool Set(DWORD_PTR attribute, std::vector<HANDLE>& list) {
+        return UpdateProcThreadAttribute(Get(), 0, attribute, list.data(), list.size() * sizeof(HANDLE), nullptr,
+                                         nullptr) != 0;
+    }
+
     std::vector<std::byte> storage;
     bool isInitialized = false;
     bool isUsable = false;
@@ -107,26 +113,25 @@ std::wstring CurrentFolderFor(const std::wstring& folder) {
     return isShort ? std::wstring(shortName, length) : native;
 }
 
-Error Create(const std::wstring& program, const ProcessStart& start, STARTUPINFOEXW& startup,
-             SuspendedProcess& created) {
+Error Create(const std::wstring& program, const ProcessStart& start, STARTUPINFOEXW& startup, OwnedHandle& process) {
     std::wstring commandLine = BuildCommandLine(program, start.arguments);
     std::wstring environment = EnvironmentBlock(start);
     const std::wstring folder = CurrentFolderFor(start.currentFolder);
-    const DWORD flags = CREATE_SUSPENDED | CREATE_NO_WINDOW | CREATE_UNICODE_ENVIRONMENT |
-                        EXTENDED_STARTUPINFO_PRESENT | (start.detached ? CREATE_NEW_PROCESS_GROUP : 0UL);
+    const DWORD flags = CREATE_NO_WINDOW | CREATE_UNICODE_ENVIRONMENT | EXTENDED_STARTUPINFO_PRESENT |
+                        (start.detached ? CREATE_NEW_PROCESS_GROUP : 0UL);
     PROCESS_INFORMATION information{};
     if (CreateProcessW(program.c_str(), commandLine.data(), nullptr, nullptr, TRUE, flags, environment.data(),
                        folder.empty() ? nullptr : folder.c_str(), &startup.StartupInfo, &information) == 0) {
         return LastError();
     }
-    created.process = OwnedHandle(information.hProcess);
-    created.thread = OwnedHandle(information.hThread);
+    process = OwnedHandle(information.hProcess);
+    const OwnedHandle thread(information.hThread);
     return {};
 }
 
 } // namespace
 
-Error CreateSuspended(const ProcessStart& start, SuspendedProcess& created) {
+Error CreateChild(const ProcessStart& start, void* job, OwnedHandle& process) {
     std::wstring program;
     if (const Error error = CheckProcessStart(start, program)) {
         return error;
@@ -135,21 +140,16 @@ Error CreateSuspended(const ProcessStart& start, SuspendedProcess& created) {
     if (const Error error = handles.Open(start)) {
         return error;
     }
-    AttributeList attributes(handles.list);
+    std::vector<HANDLE> jobs;
+    if (job != nullptr) {
+        jobs.push_back(job);
+    }
+    AttributeList attributes(handles.list, jobs);
     if (!attributes.IsUsable()) {
         return LastError();
     }
     STARTUPINFOEXW startup = StartupInformation(handles, attributes);
-    return Create(SystemPath(program), start, startup, created);
-}
-
-Error Resume(const SuspendedProcess& created) {
-    if (ResumeThread(created.thread.Get()) != static_cast<DWORD>(-1)) {
-        return {};
-    }
-    const Error error = LastError();
-    TerminateProcess(created.process.Get(), 1);
-    return error;
+    return Create(SystemPath(program), start, startup, process);
 }
 
 } // namespace platform

@@ -4,16 +4,8 @@
 
 namespace platform {
 
-/// A process that has been created and whose first thread waits to be resumed.
-struct SuspendedProcess {
-    OwnedHandle process;
-    OwnedHandle thread;
-};
-
-/// Creates a process that inherits exactly what `start` names, without a window.
-Error CreateSuspended(const ProcessStart& start, SuspendedProcess& created);
-
-/// Lets it run; one that cannot be resumed is ended.
-Error Resume(const SuspendedProcess& created);
+/// Starts a process that inherits exactly what `start` names, without a window. It belongs to the job object `job` from
+/// its first moment, unless that is null: if this process is ended meanwhile, there is a child in the job or none.
+Error CreateChild(const ProcessStart& start, void* job, OwnedHandle& process);
 
 } // namespace platform

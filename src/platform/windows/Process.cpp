@@ -11,15 +11,7 @@
 namespace platform {
 
 Error StartProcess(const ProcessStart& start, OwnedHandle& process) {
-    SuspendedProcess created;
-    if (const Error error = CreateSuspended(start, created)) {
-        return error;
-    }
-    if (const Error error = Resume(created)) {
-        return error;
-    }
-    process = std::move(created.process);
-    return {};
+    return CreateChild(start, nullptr, process);
 }
 
 OwnedHandle OpenOwnProcess() {

@@ -62,20 +62,7 @@ Error ProcessTree::Start(const ProcessStart& start) {
     if (const Error error = state->Open()) {
         return error;
     }
-    SuspendedProcess created;
-    if (const Error error = CreateSuspended(start, created)) {
-        return error;
-    }
-    if (AssignProcessToJobObject(state->job.Get(), created.process.Get()) == 0) {
-        const Error error = LastError();
-        TerminateProcess(created.process.Get(), endedByForce);
-        return error;
-    }
-    if (const Error error = Resume(created)) {
-        return error;
-    }
-    state->root = std::move(created.process);
-    return {};
+    return CreateChild(start, state->job.Get(), state->root);
 }
 
 void* ProcessTree::Root() const {
