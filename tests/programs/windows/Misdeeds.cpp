@@ -1,8 +1,14 @@
 #include "programs/Misdeeds.h"
 
+#include <string>
+
 #include <windows.h>
 
 #include <tlhelp32.h>
+
+#include "platform/Directories.h"
+#include "platform/FileSystem.h"
+#include "platform/NativePath.h"
 
 namespace {
 
@@ -27,10 +33,44 @@ void KillAncestors(const std::wstring&) {
     CloseHandle(parent);
 }
 
+/// A child that waits for ever, started with these flags; where the system refuses, none.
+void StartWaitingChild(DWORD flags) {
+    std::wstring program(MAX_PATH, L'\0');
+    program.resize(GetModuleFileNameW(nullptr, program.data(), MAX_PATH));
+    std::wstring commandLine = L"\"" + program + L"\" --steps wait";
+    STARTUPINFOW startup{};
+    startup.cb = sizeof startup;
+    PROCESS_INFORMATION child{};
+    if (CreateProcessW(program.c_str(), commandLine.data(), nullptr, nullptr, FALSE, flags, nullptr, nullptr, &startup,
+                       &child) != 0) {
+        platform::CreateEmptyFile(
+            platform::ResolveAgainst(platform::CurrentFolder(), L"process-" + std::to_wstring(child.dwProcessId)));
+        CloseHandle(child.hThread);
+        CloseHandle(child.hProcess);
+    }
+}
+
+/// One child for each way of being nobody's.
+void LeaveDetachedChildren(const std::wstring&) {
+    StartWaitingChild(DETACHED_PROCESS);
+    StartWaitingChild(CREATE_NEW_PROCESS_GROUP | CREATE_NO_WINDOW);
+    StartWaitingChild(CREATE_NEW_CONSOLE);
+    StartWaitingChild(CREATE_BREAKAWAY_FROM_JOB | CREATE_NO_WINDOW);
+}
+
+/// Not at address 0, which Wine may have mapped.
+void ViolateAccess(const std::wstring&) {
+    auto* const forbidden =
+        static_cast<volatile int*>(VirtualAlloc(nullptr, 1, MEM_RESERVE | MEM_COMMIT, PAGE_NOACCESS));
+    *forbidden = 1;
+}
+
 } // namespace
 
 Steps SystemMisdeeds() {
     return {
         {L"kill ancestors ", KillAncestors},
+        {L"leave detached children", LeaveDetachedChildren},
+        {L"violate access", ViolateAccess},
     };
 }
