@@ -4,11 +4,7 @@
 #include "platform/FileSystem.h"
 #include "platform/NativePath.h"
 #include "platform/Text.h"
-#include "platform/Waiting.h"
-#include "support/Deadline.h"
 #include "support/OtherProcesses.h"
-
-#include <chrono>
 
 FaultFixture::FaultFixture() {
     Place("job_list.json", "controller.log", "work");
@@ -45,14 +41,6 @@ int FaultFixture::CountInLog(const std::string& part) const {
         ++count;
     }
     return count;
-}
-
-void FaultFixture::Await(const std::string& what, const std::function<bool()>& condition) {
-    const test_support::Deadline deadline(what);
-    constexpr std::chrono::milliseconds interval{20};
-    while (!condition()) {
-        platform::WaitForAny({}, interval);
-    }
 }
 
 void FaultFixture::AwaitLog(const std::string& part) const {

@@ -2,7 +2,6 @@
 
 #include "HostProcessFixture.h"
 
-#include <functional>
 #include <string>
 #include <vector>
 
@@ -20,8 +19,6 @@ protected:
     std::string Log() const;
     int CountInLog(const std::string& part) const;
 
-    /// Waits until a condition holds that nothing tells of.
-    static void Await(const std::string& what, const std::function<bool()>& condition);
     void AwaitLog(const std::string& part) const;
 
     /// Runs jobs to their end, and expects all to end so.

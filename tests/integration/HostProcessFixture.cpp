@@ -109,6 +109,28 @@ std::wstring HostProcessFixture::JobsFileFor(const std::string& scenario, int co
     return path;
 }
 
+void HostProcessFixture::SaveLongList() const {
+    constexpr int rows = 5000;
+    std::vector<JobListInfo> jobs;
+    for (int number = 1; number <= rows; ++number) {
+        JobListInfo& job = jobs.emplace_back();
+        job.id = std::to_wstring(number);
+        job.seqId = number;
+        job.status = JobStatus::Success;
+        job.outputDir = std::wstring(200, L'x');
+    }
+    ASSERT_TRUE(ControllerCSWrapper::CreateJsonFile(ControllerCSWrapper::Serialize(L"JobList", jobs),
+                                                    folder / L"job_list.json"));
+}
+
+void HostProcessFixture::Await(const std::string& what, const std::function<bool()>& condition) {
+    const test_support::Deadline deadline(what);
+    constexpr std::chrono::milliseconds interval{20};
+    while (!condition()) {
+        platform::WaitForAny({}, interval);
+    }
+}
+
 std::wstring HostProcessFixture::WorkDirOf(const std::wstring& jobId) const {
     return folder / (L"work\\" + jobId);
 }

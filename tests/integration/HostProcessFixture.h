@@ -6,6 +6,7 @@
 #include "support/TemporaryFolder.h"
 #include "support/TestProcess.h"
 
+#include <functional>
 #include <string>
 #include <vector>
 
@@ -38,6 +39,13 @@ protected:
     std::wstring JobsFile(const std::string& steps, int count = 1);
     /// The same for the scenario file `scenario`, which stands in the temporary folder.
     std::wstring JobsFileFor(const std::string& scenario, int count) const;
+
+    /// Makes the job list, before the start of a host, one of 5,000 jobs that have ended, ids and numbers from 1 on: an
+    /// answer of several megabytes for whom asks for it.
+    void SaveLongList() const;
+
+    /// Waits until a condition holds that nothing tells of.
+    static void Await(const std::string& what, const std::function<bool()>& condition);
 
     std::wstring WorkDirOf(const std::wstring& jobId) const;
 

@@ -9,28 +9,12 @@ namespace {
 /// Front ends as processes that come and go as they like, before one host.
 class ManyFrontEndsTest : public HostProcessFixture {
 protected:
-    static constexpr int rows = 5000;
-
     platform::OwnedHandle StartFrontEnd(const std::vector<std::wstring>& arguments, void* output = nullptr) const {
         platform::ProcessStart start = FrontEndProcess(arguments);
         start.output = output;
         platform::OwnedHandle process;
         EXPECT_FALSE(platform::StartProcess(start, process));
         return process;
-    }
-
-    /// The host then has an answer of several megabytes for whom asks for the list.
-    void SaveLongList() const {
-        std::vector<JobListInfo> jobs(rows);
-        for (int number = 1; number <= rows; ++number) {
-            JobListInfo& job = jobs[static_cast<std::size_t>(number - 1)];
-            job.id = std::to_wstring(number);
-            job.seqId = number;
-            job.status = JobStatus::Success;
-            job.outputDir = std::wstring(200, L'x');
-        }
-        ASSERT_TRUE(ControllerCSWrapper::CreateJsonFile(ControllerCSWrapper::Serialize(L"JobList", jobs),
-                                                        folder / L"job_list.json"));
     }
 
     void ExpectTheHostAnswers() const {

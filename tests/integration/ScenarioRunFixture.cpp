@@ -1,4 +1,5 @@
 #include "ScenarioRunFixture.h"
+#include "ScenarioTraces.h"
 
 #include "companion/ControllerCSWrapper.h"
 #include "companion/Settings.h"
@@ -85,6 +86,12 @@ long ScenarioRunFixture::Call(const std::string& function, const std::wstring& i
 long ScenarioRunFixture::Start() {
     WriteSettings();
     return Call("RunScenario", run_protocol::SerializeRunScenarioInfo(job));
+}
+
+void ScenarioRunFixture::StartAndAwaitReady(const std::string& steps) {
+    UseSteps(steps);
+    ASSERT_EQ(Start(), 0);
+    AwaitFile(job.workDir, L"ready");
 }
 
 std::int32_t ScenarioRunFixture::AwaitEnd() {

@@ -30,6 +30,8 @@ protected:
     void WriteSettings();
     /// The function's result; on success the job's runner is `runner`.
     long Start();
+    /// `UseSteps` and `Start`; returns when the scenario has come to its step "be ready".
+    void StartAndAwaitReady(const std::string& steps);
     /// Waits until the runner has ended; its exit code.
     std::int32_t AwaitEnd();
     /// `UseSteps`, `Start`, `AwaitEnd` and that both went well.

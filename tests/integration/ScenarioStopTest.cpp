@@ -9,19 +9,7 @@
 #include "support/OtherProcesses.h"
 #include "support/TestProcess.h"
 
-namespace {
-
-class ScenarioStopTest : public ScenarioRunFixture {
-protected:
-    /// Starts a scenario and returns when it is ready.
-    void StartAndAwaitReady(const std::string& steps) {
-        UseSteps(steps);
-        ASSERT_EQ(Start(), 0);
-        AwaitFile(job.workDir, L"ready");
-    }
-};
-
-} // namespace
+using ScenarioStopTest = ScenarioRunFixture;
 
 TEST_F(ScenarioStopTest, AScenarioThatHeedsTheRequestStopsWithinTheGraceTime) {
     settings.graceSeconds = 600;

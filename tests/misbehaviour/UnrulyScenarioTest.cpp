@@ -1,21 +1,8 @@
 #include "ScenarioRunFixture.h"
-#include "ScenarioTraces.h"
 
 #include "companion/ControllerCSWrapper.h"
 
-namespace {
-
-class UnrulyScenarioTest : public ScenarioRunFixture {
-protected:
-    void StartAndAwaitReady(const std::string& steps) {
-        settings.graceSeconds = 0;
-        UseSteps(steps);
-        ASSERT_EQ(Start(), 0);
-        AwaitFile(job.workDir, L"ready");
-    }
-};
-
-} // namespace
+using UnrulyScenarioTest = ScenarioRunFixture;
 
 TEST_F(UnrulyScenarioTest, OneThatAbortsFails) {
     for (const char* const misdeed : {"abort", "throw what nobody catches"}) {
@@ -26,6 +13,7 @@ TEST_F(UnrulyScenarioTest, OneThatAbortsFails) {
 }
 
 TEST_F(UnrulyScenarioTest, OneThatGivesItsResultAndGoesOnRunsUntilItIsStopped) {
+    settings.graceSeconds = 0;
     StartAndAwaitReady("write result success\nbe ready\nignore requests\nwait");
     EXPECT_TRUE(platform::IsProcessRunning(runner.Get()));
     RequestStop();
@@ -34,6 +22,7 @@ TEST_F(UnrulyScenarioTest, OneThatGivesItsResultAndGoesOnRunsUntilItIsStopped) {
 }
 
 TEST_F(UnrulyScenarioTest, OneThatWritesHalfReportsForEverIsStoppedAsAnyOther) {
+    settings.graceSeconds = 0;
     StartAndAwaitReady("be ready\nwrite half reports progress_info_list.json\nwait");
     std::wstring message;
     int progress = 7;

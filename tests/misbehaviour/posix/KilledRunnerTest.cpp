@@ -6,9 +6,8 @@
 using KilledRunnerTest = ScenarioRunFixture;
 
 TEST_F(KilledRunnerTest, TheGuardSaysWhatBecameOfTheRunnerAndEndsWhatHidItself) {
-    UseSteps("ignore requests\nhave family\nleave daemon\nbe ready\nwait for file go\nkill ancestors 1\nwait");
-    ASSERT_EQ(Start(), 0);
-    AwaitFile(job.workDir, L"ready");
+    StartAndAwaitReady(
+        "ignore requests\nhave family\nleave daemon\nbe ready\nwait for file go\nkill ancestors 1\nwait");
     const auto processes = OpenNotedProcesses(job.workDir);
     EXPECT_EQ(processes.size(), 6U);
     WriteTextFile(InWorkDir(L"go"), "");
@@ -34,9 +33,7 @@ TEST_F(KilledRunnerTest, ARunnerThatTheScenarioStopsGoesOn) {
 
 TEST_F(KilledRunnerTest, ARunnerWithAllItsProcessesStoppedIsWokenUpByTheRequestToStop) {
     settings.graceSeconds = 0;
-    UseSteps("stop ancestors 2\nbe ready\nwait");
-    ASSERT_EQ(Start(), 0);
-    AwaitFile(job.workDir, L"ready");
+    StartAndAwaitReady("stop ancestors 2\nbe ready\nwait");
     EXPECT_EQ(Call("CancelScenario", job.jobId), 0);
     EXPECT_EQ(AwaitEnd(), 0);
     EXPECT_EQ(FirstMessage(), L"The scenario was stopped because it was asked to.");
@@ -50,9 +47,7 @@ TEST_F(KilledRunnerTest, AScenarioThatAsksItsRunnerToEndIsAskedToStopItself) {
 }
 
 TEST_F(KilledRunnerTest, AScenarioThatStoppedItselfHeedsTheRequestToStop) {
-    UseSteps("be ready\nraise 19");
-    ASSERT_EQ(Start(), 0);
-    AwaitFile(job.workDir, L"ready");
+    StartAndAwaitReady("be ready\nraise 19");
     EXPECT_EQ(Call("CancelScenario", job.jobId), 0);
     EXPECT_EQ(AwaitEnd(), 0);
     EXPECT_EQ(FirstMessage(), L"The scenario was stopped because it was asked to.");

@@ -27,9 +27,7 @@ TEST_F(UnrulyProcessesTest, ADaemonIsEndedWithItsScenario) {
 
 TEST_F(UnrulyProcessesTest, ProcessesThatKeepStartingOthersAreEnded) {
     settings.graceSeconds = 0;
-    UseSteps("be lowest\nignore requests\nbe ready\nfork up to 2000");
-    ASSERT_EQ(Start(), 0);
-    AwaitFile(job.workDir, L"ready");
+    StartAndAwaitReady("be lowest\nignore requests\nbe ready\nfork up to 2000");
     RequestStop();
     EXPECT_EQ(AwaitEnd(), 0);
     EXPECT_EQ(EndLeftovers(), 0U);

@@ -10,9 +10,7 @@ class DetachedProcessesTest : public ScenarioRunFixture {
 protected:
     std::vector<platform::OwnedHandle> StartWithDetachedChildren() {
         settings.graceSeconds = 0;
-        UseSteps("ignore requests\nleave detached children\nbe ready\nwait");
-        EXPECT_EQ(Start(), 0);
-        AwaitFile(job.workDir, L"ready");
+        StartAndAwaitReady("ignore requests\nleave detached children\nbe ready\nwait");
         return OpenNotedProcesses(job.workDir);
     }
 };
