@@ -36,8 +36,11 @@ const wchar_t* OwnWords(ErrorKind kind) {
 } // namespace
 
 std::wstring Error::Text() const {
-    const std::wstring message = systemCode == 0 ? std::wstring() : SystemMessage(systemCode);
-    return message.empty() ? OwnWords(kind) : message;
+    if (systemCode == 0) {
+        return OwnWords(kind);
+    }
+    const std::wstring message = SystemMessage(systemCode);
+    return message.empty() ? OwnWords(kind) + (L" (code " + std::to_wstring(systemCode) + L")") : message;
 }
 
 } // namespace platform

@@ -51,7 +51,7 @@ TEST(ErrorTest, TheTextIsTheSystemsOwnOnOneLine) {
 }
 
 TEST(ErrorTest, TheTextIsNeverEmpty) {
-    EXPECT_EQ(ErrorFromCode(987654).Text(), L"The operation failed");
+    EXPECT_EQ(ErrorFromCode(987654).Text(), L"The operation failed (code 987654)");
     EXPECT_EQ(Error{}.Text(), L"No error");
     for (int kind = 0; kind <= static_cast<int>(ErrorKind::Other); ++kind) {
         EXPECT_FALSE((Error{static_cast<ErrorKind>(kind), 0}).Text().empty()) << kind;
