@@ -68,10 +68,11 @@ platform::OwnedHandle OpenFreePipeEnd(const std::wstring& path, ULONGLONG end) {
     for (;;) {
         platform::OwnedHandle pipe = OpenPipeEnd(path);
         const ULONGLONG now = GetTickCount64();
-        if (pipe || GetLastError() != ERROR_PIPE_BUSY || now >= end ||
-            WaitNamedPipeW(path.c_str(), static_cast<DWORD>(end - now)) == 0) {
+        if (pipe || GetLastError() != ERROR_PIPE_BUSY || now >= end) {
             return pipe;
         }
+        // Its own errors are many when the engine ends meanwhile; opening again tells what is.
+        WaitNamedPipeW(path.c_str(), static_cast<DWORD>(end - now));
     }
 }
 
