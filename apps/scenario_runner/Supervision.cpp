@@ -63,12 +63,20 @@ RunStep Supervision::Look(RunnerPlan& plan) {
     watch.Rearm();
     tree.Tidy();
     if (!platform::IsProcessRunning(tree.Root())) {
-        return plan.OnScenarioEnded();
+        return OnScenarioEnded(plan);
     }
     if (HasLostOwner()) {
         return plan.OnHostEnded();
     }
     return IsStopRequested() ? plan.OnStopRequested(steady_clock::now()) : plan.OnTime(steady_clock::now());
+}
+
+RunStep Supervision::OnScenarioEnded(RunnerPlan& plan) const {
+    // A scenario may heed a request sooner than it is seen here.
+    if (IsStopRequested()) {
+        plan.OnStopRequested(steady_clock::now());
+    }
+    return plan.OnScenarioEnded();
 }
 
 bool Supervision::HasLostOwner() const {

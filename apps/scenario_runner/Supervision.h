@@ -24,6 +24,7 @@ public:
 private:
     void WaitForNews(const RunnerPlan& plan);
     RunStep Look(RunnerPlan& plan);
+    RunStep OnScenarioEnded(RunnerPlan& plan) const;
     bool HasLostOwner() const;
     bool IsStopRequested() const;
     void AskToStop();

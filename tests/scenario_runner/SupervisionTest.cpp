@@ -1,0 +1,44 @@
+#include "scenario_runner/Supervision.h"
+
+#include <gtest/gtest.h>
+
+#include "companion/RunProtocol.h"
+#include "support/TemporaryFolder.h"
+#include "support/TestProcess.h"
+
+using scenario_runner::RunEnding;
+using scenario_runner::RunnerPlan;
+using scenario_runner::Supervision;
+
+namespace {
+
+class SupervisionTest : public testing::Test {
+protected:
+    void LetScenarioEnd() {
+        ASSERT_FALSE(tree.Start(test_support::TestProcess({L"exit", L"3"})));
+        ASSERT_TRUE(test_support::WaitUntilSignalled(tree.Root()));
+    }
+
+    RunEnding Supervise() {
+        return Supervision(tree, owners, workDir.Path(), stopSignal)
+            .Run(RunnerPlan({}, std::chrono::steady_clock::now()));
+    }
+
+    const TemporaryFolder workDir;
+    const std::vector<void*> owners;
+    const platform::StopSignal stopSignal;
+    platform::ProcessTree tree;
+};
+
+TEST_F(SupervisionTest, AScenarioThatEndsUnaskedEndedOnItsOwn) {
+    LetScenarioEnd();
+    EXPECT_EQ(Supervise(), RunEnding::OnItsOwn);
+}
+
+TEST_F(SupervisionTest, AScenarioThatHeedsARequestBeforeItIsSeenHereWasStopped) {
+    LetScenarioEnd();
+    WriteTextFile(workDir / run_protocol::killFileName, "");
+    EXPECT_EQ(Supervise(), RunEnding::StopRequested);
+}
+
+} // namespace
