@@ -45,7 +45,20 @@ protected:
     }
 };
 
-TEST_F(ResourceLimitsTest, WithoutOpenFilesLeftJobsFailWithAReasonAndTheHostGoesOn) {
+/// Tests in which this process or a host cannot open files.
+template <class Base>
+class WithoutOpenFiles : public Base {
+protected:
+    void SetUp() override {
+#ifdef CONTROLLER_CHECKS_TYPES
+        GTEST_SKIP() << "the sanitizer opens pipes to look at objects, and takes them for broken ones when it cannot";
+#endif
+    }
+};
+
+using ResourceLimitsTest_OpenFiles = WithoutOpenFiles<ResourceLimitsTest>;
+
+TEST_F(ResourceLimitsTest_OpenFiles, WithoutOpenFilesLeftJobsFailWithAReasonAndTheHostGoesOn) {
     StartHost();
     FrontEnd frontEnd(meetingPlace);
     ExpectJobs(frontEnd, "exit 0", 1, JobStatus::Success);
@@ -61,7 +74,7 @@ TEST_F(ResourceLimitsTest, WithoutOpenFilesLeftJobsFailWithAReasonAndTheHostGoes
     EXPECT_TRUE(BesideList(L".corrupt-").empty());
 }
 
-TEST_F(ResourceLimitsTest, WithoutOpenFilesLeftFrontEndsWaitAndTheHostDoesNotSpin) {
+TEST_F(ResourceLimitsTest_OpenFiles, WithoutOpenFilesLeftFrontEndsWaitAndTheHostDoesNotSpin) {
     StartHost();
     Limit(RLIMIT_NOFILE, standardStreams);
     const auto start = std::chrono::steady_clock::now();
@@ -105,7 +118,9 @@ private:
     rlimit before = {};
 };
 
-TEST(ResourceLimitsTest_Here, AWaitForMoreHandlesThanAreAllowedDoesNotSpin) {
+using ResourceLimitsTest_Here = WithoutOpenFiles<testing::Test>;
+
+TEST_F(ResourceLimitsTest_Here, AWaitForMoreHandlesThanAreAllowedDoesNotSpin) {
     const platform::Event first;
     const platform::Event second;
     const auto computing = std::clock();
@@ -117,7 +132,7 @@ TEST(ResourceLimitsTest_Here, AWaitForMoreHandlesThanAreAllowedDoesNotSpin) {
     EXPECT_LT(std::clock() - computing, CLOCKS_PER_SEC / 10);
 }
 
-TEST(ResourceLimitsTest_Here, SettingsThatCouldNotBeOpenedAreReadAsSoonAsTheyCan) {
+TEST_F(ResourceLimitsTest_Here, SettingsThatCouldNotBeOpenedAreReadAsSoonAsTheyCan) {
     const TemporaryFolder folder;
     const std::wstring path = folder / L"settings.json";
     WriteTextFile(path, R"({"logFile":"","culture":"de-DE"})");

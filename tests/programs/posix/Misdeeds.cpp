@@ -60,6 +60,8 @@ void AskAncestorsToEnd(const std::wstring& generations) {
 void Raise(const std::wstring& number) {
     const rlimit noCore{0, 0};
     setrlimit(RLIMIT_CORE, &noCore);
+    // A sanitizer would end the process in its own way.
+    signal(std::stoi(number), SIG_DFL);
     kill(getpid(), std::stoi(number));
 }
 
