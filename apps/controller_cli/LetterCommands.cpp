@@ -2,9 +2,11 @@
 
 #include "cli/CLIArgumentParser.h"
 #include "cli/CLIPresenter.h"
+#include "companion/ControllerCSWrapper.h"
 #include "controller_cli/HostConnection.h"
 #include "controller_cli/LetterArguments.h"
 #include "controller_cli/ScratchFolder.h"
+#include "modules/CallbackFunctor.h"
 #include "modules/EventTransmitter.h"
 #include "platform/Directories.h"
 #include "platform/FileSystem.h"
@@ -19,44 +21,53 @@ namespace {
 
 constexpr std::size_t largestOutput = std::size_t{256} << 20;
 
-/// The presenter of the one-letter commands, which also says when a cancellation has been answered.
-class LetterPresenter final : public CLIPresenter {
+/// Passes the answer to a cancellation on to a presenter, and says that it came.
+class CancelAnswer final : public CallbackFunctor {
 public:
-    using CLIPresenter::CLIPresenter;
+    explicit CancelAnswer(CLIPresenter& answeredPresenter) : presenter(answeredPresenter) {}
 
-    bool CancelJobsFinish(const std::vector<JobStatusInfo>& infos) override {
-        const bool result = CLIPresenter::CancelJobsFinish(infos);
-        cancelAnswered.Raise();
-        return result;
+    bool operator()(const std::wstring& payload) override {
+        std::vector<JobStatusInfo> infos;
+        const bool isUsable = ControllerCSWrapper::Deserialize(payload, infos) && presenter.CancelJobsFinish(infos);
+        if (isUsable) {
+            answered.Raise();
+        }
+        return isUsable;
     }
 
     /// Without the answer a request might still lie in this process when it ends.
-    bool WaitForCancelAnswer(std::chrono::milliseconds patience) {
-        const bool isAnswered = platform::WaitForAny({cancelAnswered.Handle()}, patience).has_value();
-        cancelAnswered.Clear();
+    bool Wait(std::chrono::milliseconds patience) {
+        const bool isAnswered = platform::WaitForAny({answered.Handle()}, patience).has_value();
+        answered.Clear();
         return isAnswered;
     }
 
 private:
-    platform::Event cancelAnswered;
+    CLIPresenter& presenter;
+    platform::Event answered;
 };
 
-/// A presenter with a host at the other end of its line.
+/// A presenter with a host at the other end of its line. What the host tells everybody reaches it while it is made: a
+/// class derived from the presenter would not be whole then.
 class LetterSession {
 public:
     LetterSession(CommandContext& context, Start start)
         : transmitter(ConnectToHost(context, start)),
-          presenter(context.host.TransmitterId(), context.host.TransmitterModule()) {}
+          presenter(context.host.TransmitterId(), context.host.TransmitterModule()), cancelAnswer(presenter) {
+        transmitter.AddEventHandler(L"CancelJobsFinish", &cancelAnswer);
+    }
     ~LetterSession() { presenter.LeaveEventTransmitter(&transmitter); }
     LetterSession(const LetterSession&) = delete;
     LetterSession& operator=(const LetterSession&) = delete;
 
-    LetterPresenter& Presenter() { return presenter; }
+    CLIPresenter& Presenter() { return presenter; }
+    CancelAnswer& AnswerToCancel() { return cancelAnswer; }
     bool IsConnected() const { return transmitter.IsConnected(); }
 
 private:
     EventTransmitter& transmitter;
-    LetterPresenter presenter;
+    CLIPresenter presenter;
+    CancelAnswer cancelAnswer;
 };
 
 std::wstring Absolute(const std::wstring& path) {
@@ -109,7 +120,7 @@ ExitCode CheckStatus(CommandContext& context, LetterSession& session, const CLIA
 ExitCode Cancel(CommandContext& context, LetterSession& session, const CLIArgumentParser& parser) {
     for (const std::wstring& id : parser.GetIds()) {
         session.Presenter().CancelJobs(id);
-        if (!session.Presenter().WaitForCancelAnswer(context.patience)) {
+        if (!session.AnswerToCancel().Wait(context.patience)) {
             throw CommandFailure{ExitCode::NoHost, context.texts.Format(L"Errors/CancelNotAnswered", {id})};
         }
     }

@@ -30,6 +30,9 @@ void ScriptedTransmitter::AddEventHandler(const std::wstring& eventName, Callbac
     if (handler == nullptr) {
         handlers.erase(eventName);
     }
+    if (onRegister) {
+        onRegister(eventName, handler);
+    }
 }
 
 bool ScriptedTransmitter::SendEvent(const std::wstring& eventName, const std::wstring& payload) {

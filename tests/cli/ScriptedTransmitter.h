@@ -23,6 +23,8 @@ public:
     bool isEngineThere = true;
     /// Called with each event that is sent, before `SendEvent` returns.
     std::function<void(const Event&)> onSend;
+    /// Called with each handler that is registered or, as null, taken away.
+    std::function<void(const std::wstring& eventName, CallbackFunctor* handler)> onRegister;
 
     // The recording
     std::vector<Event> sent;

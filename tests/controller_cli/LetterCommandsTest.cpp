@@ -6,6 +6,8 @@
 #include "platform/NativePath.h"
 #include "support/ControllerLogManager.h"
 
+#include <thread>
+
 namespace {
 
 /// One-letter options, with paths as a person types them on this system.
@@ -94,6 +96,21 @@ TEST_F(LetterCommandsTest, CancelSendsOneRequestAnIdAndPrintsNothing) {
     EXPECT_EQ(console.output, "");
     EXPECT_EQ(host.Requests(), (std::vector<ScriptedTransmitter::Event>{{L"CancelJobs", LR"({"CancelJobs":["3"]})"},
                                                                         {L"CancelJobs", LR"({"CancelJobs":["5"]})"}}));
+}
+
+/// The thread sanitizer looks on.
+TEST_F(LetterCommandsTest, WhatTheHostTellsAllMayComeBeforeTheCommandIsSetUp) {
+    host.answers[L"CancelJobs"] = {L"CancelJobsFinish", LR"({"CancelJobsFinish":[]})"};
+    std::thread delivery;
+    host.transmitter.onRegister = [&](const std::wstring& eventName, CallbackFunctor* handler) {
+        if (handler == nullptr && delivery.joinable()) {
+            delivery.join();
+        }
+        if (eventName == L"UpdateProgress" && handler != nullptr) {
+            delivery = std::thread([handler] { (*handler)(LR"({"UpdateProgress":[]})"); });
+        }
+    };
+    EXPECT_EQ(Run({L"-c", L"3"}), 0);
 }
 
 TEST_F(LetterCommandsTest, ACancelThatIsNotAnsweredIsTold) {
