@@ -262,7 +262,7 @@ bool SoakDriver::KillChildOf(std::uint32_t parent) {
     const platform::OwnedHandle child = test_support::OpenProcessByNumber(children.front());
     // Its number may have become another's meanwhile.
     const std::vector<std::uint32_t> still = test_support::ChildrenOf(parent);
-    if (!child || still.empty() || still.front() != children.front()) {
+    if (!child || still.empty() || still.front() != children.front() || !test_support::HasBegun(children.front())) {
         return false;
     }
     test_support::KillProcess(child.Get());

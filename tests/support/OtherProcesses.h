@@ -19,6 +19,10 @@ std::vector<std::uint32_t> ChildrenOf(std::uint32_t number);
 /// a folder from being removed.
 int CountProcessesIn(const std::wstring& folder);
 
+/// True when a process, and each that it started, is so far that it runs a program's code. Always on Linux. Wine's
+/// server does not survive the end of a process that it has only begun to make.
+bool HasBegun(std::uint32_t number);
+
 /// Ends one process by force, and nothing that it started.
 void KillProcess(void* process);
 

@@ -1,10 +1,26 @@
 #include "support/OtherProcesses.h"
 
+#include <algorithm>
+#include <array>
+
 #include <windows.h>
 
+#include <psapi.h>
 #include <tlhelp32.h>
 
 namespace test_support {
+namespace {
+
+/// The program itself comes first; then those of the system, before its first instruction.
+bool HasLoadedLibraries(std::uint32_t number) {
+    const platform::OwnedHandle process(OpenProcess(PROCESS_QUERY_INFORMATION | PROCESS_VM_READ, FALSE, number));
+    std::array<HMODULE, 4> modules{};
+    DWORD size = 0;
+    return process && K32EnumProcessModules(process.Get(), modules.data(), sizeof modules, &size) != 0 &&
+           size >= sizeof modules;
+}
+
+} // namespace
 
 platform::OwnedHandle OpenProcessByNumber(std::uint32_t number) {
     return platform::OwnedHandle(OpenProcess(SYNCHRONIZE | PROCESS_TERMINATE, FALSE, number));
@@ -26,6 +42,11 @@ std::vector<std::uint32_t> ChildrenOf(std::uint32_t number) {
 
 int CountProcessesIn(const std::wstring&) {
     return 0;
+}
+
+bool HasBegun(std::uint32_t number) {
+    const std::vector<std::uint32_t> children = ChildrenOf(number);
+    return HasLoadedLibraries(number) && std::all_of(children.begin(), children.end(), HasBegun);
 }
 
 void KillProcess(void* process) {
