@@ -46,26 +46,23 @@ private:
         acceptor.async_wait(Protocol::acceptor::wait_read, [this](const asio::error_code& error) {
             const std::lock_guard<std::mutex> guard(Lock());
             if (!error) {
-                TakeFrontEnds();
+                AcceptOne();
             }
         });
     }
 
-    /// Accepts all that wait. Not Asio's own accept, whose sockets would be inherited by every process that is started.
-    void TakeFrontEnds() {
-        for (;;) {
-            const int accepted = ::accept4(acceptor.native_handle(), nullptr, nullptr, SOCK_CLOEXEC | SOCK_NONBLOCK);
-            if (accepted >= 0) {
-                TakeFrontEnd(platform::OwnedHandle(platform::HandleOf(accepted)));
-            } else if (errno == EAGAIN) {
-                AwaitFrontEnds();
-                return;
-            } else if (errno != EINTR && errno != ECONNABORTED) {
-                log(L"Cannot take a front end: " + platform::LastError().Text());
-                retry->Start(retryDelay, [this] { AwaitFrontEnds(); });
-                return;
-            }
+    /// One at a time, so that those who come without end do not hold up the rest. Not Asio's own accept, whose sockets
+    /// would be inherited by every process that is started.
+    void AcceptOne() {
+        const int accepted = ::accept4(acceptor.native_handle(), nullptr, nullptr, SOCK_CLOEXEC | SOCK_NONBLOCK);
+        if (accepted >= 0) {
+            TakeFrontEnd(platform::OwnedHandle(platform::HandleOf(accepted)));
+        } else if (errno != EAGAIN && errno != EINTR && errno != ECONNABORTED) {
+            log(L"Cannot take a front end: " + platform::LastError().Text());
+            retry->Start(retryDelay, [this] { AwaitFrontEnds(); });
+            return;
         }
+        AwaitFrontEnds();
     }
 
     void TakeFrontEnd(platform::OwnedHandle socket) {

@@ -1,0 +1,42 @@
+#include "local_socket/Network.h"
+
+#include <chrono>
+#include <memory>
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include "local_socket/support/MeetingPlaces.h"
+
+namespace {
+
+using local_socket::Channel;
+using local_socket::MakeLocalNetwork;
+using local_socket::Network;
+using local_socket::Timer;
+
+/// Each front end that is taken is followed by the next, which waits already when the network looks.
+TEST(NetworkTest, FrontEndsThatComeWithoutEndDoNotHoldUpTheRest) {
+    constexpr int tooMany = 10'000;
+    const std::string place = NewMeetingPlace();
+    const std::unique_ptr<Network> frontEnds = MakeLocalNetwork([](const std::wstring&) {});
+    const std::unique_ptr<Network> engine = MakeLocalNetwork([](const std::wstring&) {});
+    const std::unique_ptr<Timer> rest = engine->MakeTimer();
+    int taken = 0;
+    const auto nextFrontEnd = [&](const std::unique_ptr<Channel>&) {
+        if (++taken == 1) {
+            rest->Start(std::chrono::milliseconds::zero(), [&] { engine->Stop(); });
+        }
+        if (taken < tooMany) {
+            frontEnds->Connect(place);
+        } else {
+            engine->Stop();
+        }
+    };
+    ASSERT_EQ(engine->Listen(place, nextFrontEnd), L"");
+    frontEnds->Connect(place);
+    engine->Run();
+    EXPECT_LT(taken, tooMany);
+}
+
+} // namespace
