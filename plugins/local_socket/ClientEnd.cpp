@@ -38,6 +38,9 @@ std::shared_ptr<Session> ClientEnd::Connect() {
     if (std::shared_ptr<Session> open = OpenSession()) {
         return open;
     }
+    if (HasEnded()) {
+        return nullptr;
+    }
     Connection connection = network->Connect(place);
     if (!connection.failure.empty()) {
         Log(L"Cannot connect to the engine: " + connection.failure);
@@ -48,6 +51,11 @@ std::shared_ptr<Session> ClientEnd::Connect() {
 std::shared_ptr<Session> ClientEnd::OpenSession() const {
     const std::lock_guard<std::mutex> guard(network->Lock());
     return session && session->IsOpen() ? session : nullptr;
+}
+
+bool ClientEnd::HasEnded() const {
+    const std::lock_guard<std::mutex> guard(network->Lock());
+    return IsStopped();
 }
 
 std::shared_ptr<Session> ClientEnd::Greet(std::unique_ptr<Channel> channel) {

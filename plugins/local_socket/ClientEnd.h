@@ -25,6 +25,7 @@ private:
     /// The open session; else a new one, once both ends have greeted. Null when there is no engine.
     std::shared_ptr<Session> Connect();
     std::shared_ptr<Session> OpenSession() const;
+    bool HasEnded() const;
     std::shared_ptr<Session> Greet(std::unique_ptr<Channel> channel);
     bool SendOver(const std::shared_ptr<Session>& open, const SharedFrame& frame);
 

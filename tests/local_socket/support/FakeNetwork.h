@@ -40,10 +40,15 @@ public:
 
     /// Lets time pass: timers expire.
     void Advance(std::chrono::milliseconds time);
+    /// How often somebody tried to connect.
+    int Attempts() const { return attempts; }
 
     std::unique_ptr<local_socket::Timer> MakeTimer() override;
     std::wstring Listen(const std::string&, OnConnected) override { return L"not here"; }
-    local_socket::Connection Connect(const std::string&) override { return {}; }
+    local_socket::Connection Connect(const std::string&) override {
+        ++attempts;
+        return {};
+    }
     void Run() override {}
     void Stop() override {}
 
@@ -55,5 +60,6 @@ private:
     class FakeTimer;
 
     std::chrono::milliseconds now{0};
+    int attempts = 0;
     std::vector<std::shared_ptr<Alarm>> alarms;
 };
