@@ -9,7 +9,7 @@
 namespace test_support {
 
 /// How long anything may take that a test waits for; far more than it needs.
-inline constexpr std::chrono::seconds patience{60};
+inline constexpr std::chrono::seconds patience{200};
 
 /// Ends the test program with a message when it still exists after `longest`: for waits that know no time limit.
 class Deadline {
