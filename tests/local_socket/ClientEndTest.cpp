@@ -1,6 +1,5 @@
 #include "local_socket/ClientEnd.h"
 
-#include <chrono>
 #include <memory>
 #include <string>
 #include <utility>
@@ -8,6 +7,7 @@
 #include <gtest/gtest.h>
 
 #include "local_socket/support/FakeNetwork.h"
+#include "local_socket/support/Recording.h"
 
 namespace {
 
@@ -17,7 +17,7 @@ TEST(ClientEndTest, AStoppedEndDoesNotTryToConnect) {
     local_socket::ClientEnd client("place", std::move(ownNetwork), {}, [](const std::wstring&) {});
     EXPECT_FALSE(client.SendEvent(L"Ask", L""));
     EXPECT_EQ(network.Attempts(), 2);
-    EXPECT_TRUE(client.Stop(std::chrono::milliseconds::zero()));
+    EXPECT_TRUE(client.Stop(testDeadline));
     EXPECT_FALSE(client.SendEvent(L"Ask", L""));
     EXPECT_EQ(network.Attempts(), 2);
 }
