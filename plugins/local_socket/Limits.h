@@ -14,6 +14,9 @@ inline constexpr std::size_t chunkBytes = std::size_t{64} << 10;
 /// What a queued event costs besides its bytes, so that a limit in bytes also limits how many there are.
 inline constexpr std::size_t queuedEventOverhead = 256;
 
+/// How long a front end waits for an engine that has no room for another one yet.
+inline constexpr std::chrono::milliseconds busyPatience{2000};
+
 /// How long the end of the process waits for a handler that runs.
 inline constexpr std::chrono::milliseconds handlerPatience{2000};
 

@@ -6,6 +6,7 @@
 #include <sys/socket.h>
 
 #include "local_socket/AsioNetwork.h"
+#include "local_socket/Limits.h"
 #include "local_socket/posix/MeetingPlace.h"
 #include "platform/Error.h"
 #include "platform/posix/DescriptorHandle.h"
@@ -30,7 +31,7 @@ public:
     }
 
     Connection Connect(const std::string& name) override {
-        OpenedSocket opened = ConnectTo(name);
+        OpenedSocket opened = ConnectTo(name, busyPatience);
         return {opened.socket ? ChannelOver(std::move(opened.socket)) : nullptr, std::move(opened.failure)};
     }
 

@@ -1,5 +1,6 @@
 #include "local_socket/posix/MeetingPlace.h"
 
+#include <algorithm>
 #include <cerrno>
 #include <cstring>
 #include <utility>
@@ -7,6 +8,7 @@
 #include <fcntl.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
+#include <sys/time.h>
 #include <sys/un.h>
 #include <unistd.h>
 
@@ -54,8 +56,8 @@ std::wstring TooLong(const std::string& path) {
                        L" are possible; use a shorter name or a shorter XDG_RUNTIME_DIR");
 }
 
-platform::OwnedHandle NewSocket() {
-    const int descriptor = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | SOCK_NONBLOCK, 0);
+platform::OwnedHandle NewSocket(int flags) {
+    const int descriptor = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | flags, 0);
     return descriptor < 0 ? platform::OwnedHandle() : platform::OwnedHandle(platform::HandleOf(descriptor));
 }
 
@@ -84,6 +86,26 @@ std::wstring RemoveStaleSocket(const std::string& path) {
         return Failure(L"cannot make the socket", path, L"something that is no socket stands there; remove it");
     }
     return ::unlink(path.c_str()) == 0 ? std::wstring() : SystemFailure(L"cannot replace the socket", path);
+}
+
+/// No limit of 0: that would be none.
+bool LimitSending(int socket, std::chrono::milliseconds patience) {
+    const std::chrono::microseconds limit = std::max(patience, std::chrono::milliseconds(1));
+    const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(limit);
+    const timeval time{seconds.count(), (limit - seconds).count()};
+    return ::setsockopt(socket, SOL_SOCKET, SO_SNDTIMEO, &time, sizeof(time)) == 0;
+}
+
+/// Takes a socket that waits, because only such a one waits for room with the engine; from then on it waits no more.
+bool ConnectWithin(std::chrono::milliseconds patience, int socket, const sockaddr_un& address) {
+    if (!LimitSending(socket, patience)) {
+        return false;
+    }
+    int result = 0;
+    do {
+        result = ::connect(socket, General(address), sizeof(address));
+    } while (result != 0 && errno == EINTR);
+    return result == 0 && ::fcntl(socket, F_SETFL, O_NONBLOCK) == 0;
 }
 
 std::wstring ConnectFailure(const std::string& path) {
@@ -152,7 +174,7 @@ OpenedSocket ListeningPlace::Take(const std::string& name) {
     if (std::wstring failure = RemoveStaleSocket(path); !failure.empty()) {
         return {{}, std::move(failure)};
     }
-    platform::OwnedHandle socket = NewSocket();
+    platform::OwnedHandle socket = NewSocket(SOCK_NONBLOCK);
     if (!socket) {
         return {{}, SystemFailure(L"cannot make the socket", path)};
     }
@@ -161,7 +183,7 @@ OpenedSocket ListeningPlace::Take(const std::string& name) {
     return {std::move(socket), std::move(failure)};
 }
 
-OpenedSocket ConnectTo(const std::string& name) {
+OpenedSocket ConnectTo(const std::string& name, std::chrono::milliseconds patience) {
     const std::string folder = OwnSocketFolder();
     const std::string path = folder + "/" + name + ".socket";
     const std::optional<sockaddr_un> address = AddressOf(path);
@@ -171,12 +193,12 @@ OpenedSocket ConnectTo(const std::string& name) {
     if (std::wstring failure = CheckSocketFolder(folder, false); !failure.empty()) {
         return {{}, std::move(failure)};
     }
-    platform::OwnedHandle socket = NewSocket();
+    platform::OwnedHandle socket = NewSocket(0);
     if (!socket) {
         return {{}, SystemFailure(L"cannot make a socket for", path)};
     }
     const int descriptor = platform::DescriptorOf(socket.Get());
-    if (::connect(descriptor, General(*address), sizeof(*address)) != 0) {
+    if (!ConnectWithin(patience, descriptor, *address)) {
         return {{}, ConnectFailure(path)};
     }
     if (!IsSameUser(descriptor)) {

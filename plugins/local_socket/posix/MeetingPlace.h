@@ -1,5 +1,6 @@
 #pragma once
 
+#include <chrono>
 #include <optional>
 #include <string>
 
@@ -44,8 +45,9 @@ private:
     std::string socketPath;
 };
 
-/// Connects to the engine that listens at `name`, if it is this user's.
-OpenedSocket ConnectTo(const std::string& name);
+/// Connects to the engine that listens at `name`, if it is this user's. Waits for it up to `patience` while as many
+/// wait for it already as the system allows.
+OpenedSocket ConnectTo(const std::string& name, std::chrono::milliseconds patience);
 
 /// True when the process at the other end is this user's.
 bool IsSameUser(int socket);

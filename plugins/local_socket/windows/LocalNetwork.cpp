@@ -9,14 +9,12 @@
 #include <windows.h>
 
 #include "local_socket/AsioNetwork.h"
+#include "local_socket/Limits.h"
 #include "local_socket/windows/MeetingPlace.h"
 #include "platform/Error.h"
 
 namespace local_socket {
 namespace {
-
-/// How long a front end waits for an engine whose pipe ends are all taken.
-constexpr std::chrono::milliseconds busyPatience{2000};
 
 /// Asio would start Windows Sockets while this module is being loaded, when that is not allowed; pipes need none. To
 /// prevent it this must be there before Asio's own static object.

@@ -1,6 +1,8 @@
 #include "local_socket/posix/MeetingPlace.h"
 
 #include <array>
+#include <chrono>
+#include <future>
 #include <optional>
 #include <string>
 
@@ -10,6 +12,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "local_socket/support/Recording.h"
 #include "platform/Environment.h"
 #include "platform/FileSystem.h"
 #include "platform/NativePath.h"
@@ -25,6 +28,8 @@ using local_socket::IsSameUser;
 using local_socket::ListeningPlace;
 using local_socket::OpenedSocket;
 using local_socket::SocketFolder;
+
+using namespace std::chrono_literals;
 
 bool Contains(const std::wstring& text, const std::wstring& part) {
     return text.find(part) != std::wstring::npos;
@@ -90,7 +95,7 @@ TEST_F(MeetingPlaceTest, AFolderThatOthersMayEnterIsRefusedByBothEnds) {
         chmod(folder.c_str(), mode);
         ListeningPlace place;
         EXPECT_TRUE(Contains(place.Take("host").failure, L"set its mode to 0700")) << mode;
-        EXPECT_TRUE(Contains(ConnectTo("host").failure, L"set its mode to 0700")) << mode;
+        EXPECT_TRUE(Contains(ConnectTo("host", 0ms).failure, L"set its mode to 0700")) << mode;
     }
 }
 
@@ -114,23 +119,60 @@ TEST_F(MeetingPlaceTest, AFrontEndFindsTheEngineThatListens) {
     ListeningPlace place;
     const OpenedSocket listening = place.Take("host");
     ASSERT_EQ(listening.failure, L"");
-    const OpenedSocket connected = ConnectTo("host");
+    const OpenedSocket connected = ConnectTo("host", 0ms);
     EXPECT_EQ(connected.failure, L"");
     ASSERT_TRUE(connected.socket);
     EXPECT_TRUE(IsSameUser(platform::DescriptorOf(connected.socket.Get())));
     EXPECT_EQ(ModeOf(PathOf("host.socket")), 0600u);
 }
 
+/// An engine for which as many front ends wait as the system lets wait.
+class MeetingPlaceTest_BusyEngine : public MeetingPlaceTest {
+protected:
+    void SetUp() override {
+        MeetingPlaceTest::SetUp();
+        engine = place.Take("host");
+        ASSERT_EQ(::listen(platform::DescriptorOf(engine.socket.Get()), 0), 0);
+        waiting = ConnectTo("host", 0ms);
+        ASSERT_TRUE(waiting.socket);
+    }
+
+    int AcceptOne() const {
+        return ::accept4(platform::DescriptorOf(engine.socket.Get()), nullptr, nullptr, SOCK_CLOEXEC);
+    }
+
+    ListeningPlace place;
+    OpenedSocket engine;
+    OpenedSocket waiting;
+};
+
+TEST_F(MeetingPlaceTest_BusyEngine, IsWaitedForAndThenToldOf) {
+    const auto begin = std::chrono::steady_clock::now();
+    const OpenedSocket refused = ConnectTo("host", 50ms);
+    EXPECT_FALSE(refused.socket);
+    EXPECT_TRUE(Contains(refused.failure, L"does not take front ends")) << testing::PrintToString(refused.failure);
+    EXPECT_GE(std::chrono::steady_clock::now() - begin, 50ms);
+}
+
+TEST_F(MeetingPlaceTest_BusyEngine, TakesTheOneThatWaitedForIt) {
+    std::future<OpenedSocket> connecting =
+        std::async(std::launch::async, [] { return ConnectTo("host", testDeadline); });
+    const platform::OwnedHandle first(platform::HandleOf(AcceptOne()));
+    const OpenedSocket connected = connecting.get();
+    ASSERT_TRUE(connected.socket) << testing::PrintToString(connected.failure);
+    EXPECT_NE(fcntl(platform::DescriptorOf(connected.socket.Get()), F_GETFL) & O_NONBLOCK, 0);
+}
+
 TEST_F(MeetingPlaceTest, SocketsAreNotInheritedByOtherPrograms) {
     ListeningPlace place;
     const OpenedSocket listening = place.Take("host");
-    const OpenedSocket connected = ConnectTo("host");
+    const OpenedSocket connected = ConnectTo("host", 0ms);
     EXPECT_EQ(fcntl(platform::DescriptorOf(listening.socket.Get()), F_GETFD), FD_CLOEXEC);
     EXPECT_EQ(fcntl(platform::DescriptorOf(connected.socket.Get()), F_GETFD), FD_CLOEXEC);
 }
 
 TEST_F(MeetingPlaceTest, WhereNobodyListensThereIsNoSocketAndNoComplaint) {
-    const OpenedSocket connected = ConnectTo("host");
+    const OpenedSocket connected = ConnectTo("host", 0ms);
     EXPECT_FALSE(connected.socket);
     EXPECT_EQ(connected.failure, L"");
 }
@@ -152,21 +194,21 @@ TEST_F(MeetingPlaceTest, ASecondEngineIsRefusedAndTheFirstStaysReachable) {
         EXPECT_FALSE(refused.socket);
         EXPECT_TRUE(Contains(refused.failure, L"another engine listens there"));
     }
-    EXPECT_TRUE(ConnectTo("host").socket);
+    EXPECT_TRUE(ConnectTo("host", 0ms).socket);
 }
 
 TEST_F(MeetingPlaceTest, TheSocketOfADeadEngineIsReplaced) {
     ListeningPlace dead;
     ASSERT_EQ(dead.Take("host").failure, L"");
     ASSERT_EQ(rename(PathOf("host.socket").c_str(), PathOf("next.socket").c_str()), 0);
-    const OpenedSocket nobody = ConnectTo("next");
+    const OpenedSocket nobody = ConnectTo("next", 0ms);
     EXPECT_FALSE(nobody.socket);
     EXPECT_EQ(nobody.failure, L"");
 
     ListeningPlace place;
     const OpenedSocket listening = place.Take("next");
     EXPECT_EQ(listening.failure, L"");
-    EXPECT_TRUE(ConnectTo("next").socket);
+    EXPECT_TRUE(ConnectTo("next", 0ms).socket);
 }
 
 TEST_F(MeetingPlaceTest, SomethingElseInPlaceOfTheSocketIsLeftAlone) {
@@ -183,7 +225,7 @@ TEST_F(MeetingPlaceTest, APathThatIsTooLongIsToldWithItsLengthAndTheLimit) {
     platform::SetEnvironment(L"XDG_RUNTIME_DIR", platform::FromUtf8(longFolder));
     ListeningPlace place;
     EXPECT_TRUE(Contains(place.Take("host").failure, L"bytes, at most 107 are possible"));
-    EXPECT_TRUE(Contains(ConnectTo("host").failure, L"bytes, at most 107 are possible"));
+    EXPECT_TRUE(Contains(ConnectTo("host", 0ms).failure, L"bytes, at most 107 are possible"));
 }
 
 TEST_F(MeetingPlaceTest, BothEndsOfAPairOfThisProcessAreTheSameUser) {
