@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include "companion/Settings.h"
@@ -64,7 +65,7 @@ void CheckLimits(const Settings& read) {
 class Writer {
 public:
     template <typename Value>
-    void Add(const wchar_t* name, const Value& value) {
+    void Add(std::wstring_view name, const Value& value) {
         json += json.size() > 1 ? L"," : L"";
         json::AppendName(name, json);
         json::Append(value, json);
@@ -73,7 +74,7 @@ public:
     void AddInterpreters(const std::map<std::wstring, std::vector<std::wstring>>& interpreters) {
         Writer object;
         for (const auto& [extension, command] : interpreters) {
-            object.Add(extension.c_str(), command);
+            object.Add(extension, command);
         }
         json += L",\"interpreters\":" + object.Finished();
     }
