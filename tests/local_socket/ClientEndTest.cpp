@@ -7,7 +7,7 @@
 #include <gtest/gtest.h>
 
 #include "local_socket/support/FakeNetwork.h"
-#include "local_socket/support/Recording.h"
+#include "support/Deadline.h"
 
 namespace {
 
@@ -17,7 +17,7 @@ TEST(ClientEndTest, AStoppedEndDoesNotTryToConnect) {
     local_socket::ClientEnd client("place", std::move(ownNetwork), {}, [](const std::wstring&) {});
     EXPECT_FALSE(client.SendEvent(L"Ask", L""));
     EXPECT_EQ(network.Attempts(), 2);
-    EXPECT_TRUE(client.Stop(testDeadline));
+    EXPECT_TRUE(client.Stop(test_support::patience));
     EXPECT_FALSE(client.SendEvent(L"Ask", L""));
     EXPECT_EQ(network.Attempts(), 2);
 }

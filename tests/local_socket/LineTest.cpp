@@ -12,6 +12,7 @@
 #include "local_socket/EngineEnd.h"
 #include "local_socket/support/MeetingPlaces.h"
 #include "local_socket/support/Recording.h"
+#include "support/Deadline.h"
 
 namespace {
 
@@ -40,7 +41,7 @@ protected:
 
 /// Waits until the client has seen that the engine is gone.
 void WaitUntilDisconnected(const ClientEnd& client) {
-    const auto end = std::chrono::steady_clock::now() + testDeadline;
+    const auto end = std::chrono::steady_clock::now() + test_support::patience;
     while (client.IsConnected() && std::chrono::steady_clock::now() < end) {
         std::this_thread::yield();
     }
@@ -210,7 +211,7 @@ TEST_F(LineTest, APeerThatIsGoneGetsNoAnswer) {
     const EventTransmitter::Peer peer = sender.get_future().get();
     EXPECT_TRUE(engine->SendEventTo(peer, L"Answer", L""));
     client.reset();
-    const auto end = std::chrono::steady_clock::now() + testDeadline;
+    const auto end = std::chrono::steady_clock::now() + test_support::patience;
     while (engine->SendEventTo(peer, L"Answer", L"") && std::chrono::steady_clock::now() < end) {
         std::this_thread::yield();
     }
@@ -342,10 +343,10 @@ TEST_F(LineTest, AHandlerThatThrowsIsLoggedAndTheNextEventIsDelivered) {
 TEST_F(LineTest, AStoppedEndSendsNothing) {
     const auto engine = Engine();
     const auto client = Client();
-    EXPECT_TRUE(client->Stop(testDeadline));
+    EXPECT_TRUE(client->Stop(test_support::patience));
     EXPECT_FALSE(client->SendEvent(L"Ask", L""));
     EXPECT_FALSE(client->IsConnected());
-    EXPECT_TRUE(engine->Stop(testDeadline));
+    EXPECT_TRUE(engine->Stop(test_support::patience));
     EXPECT_FALSE(engine->SendEvent(L"UpdateProgress", L""));
     EXPECT_FALSE(engine->IsConnected());
 }

@@ -12,12 +12,12 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include "local_socket/support/Recording.h"
 #include "platform/Environment.h"
 #include "platform/FileSystem.h"
 #include "platform/NativePath.h"
 #include "platform/Text.h"
 #include "platform/posix/DescriptorHandle.h"
+#include "support/Deadline.h"
 #include "support/TemporaryFolder.h"
 
 namespace {
@@ -156,7 +156,7 @@ TEST_F(MeetingPlaceTest_BusyEngine, IsWaitedForAndThenToldOf) {
 
 TEST_F(MeetingPlaceTest_BusyEngine, TakesTheOneThatWaitedForIt) {
     std::future<OpenedSocket> connecting =
-        std::async(std::launch::async, [] { return ConnectTo("host", testDeadline); });
+        std::async(std::launch::async, [] { return ConnectTo("host", test_support::patience); });
     const platform::OwnedHandle first(platform::HandleOf(AcceptOne()));
     const OpenedSocket connected = connecting.get();
     ASSERT_TRUE(connected.socket) << testing::PrintToString(connected.failure);

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <chrono>
 #include <condition_variable>
 #include <functional>
 #include <mutex>
@@ -10,9 +9,7 @@
 
 #include "local_socket/Network.h"
 #include "modules/EventTransmitter.h"
-
-/// How long a test waits for something that comes at once unless it is broken.
-inline constexpr std::chrono::seconds testDeadline{200};
+#include "support/Deadline.h"
 
 /// Things that threads add and the test waits for.
 template <typename T>
@@ -29,7 +26,7 @@ public:
     /// Waits until there are `count`, and gives all there are then (fewer at the deadline).
     std::vector<T> WaitFor(std::size_t count) const {
         std::unique_lock<std::mutex> guard(lock);
-        changed.wait_for(guard, testDeadline, [&] { return things.size() >= count; });
+        changed.wait_for(guard, test_support::patience, [&] { return things.size() >= count; });
         return things;
     }
 
