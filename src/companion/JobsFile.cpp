@@ -1,5 +1,6 @@
-#include "companion/ControllerCSWrapper.h"
+#include "companion/JobsFile.h"
 
+#include "companion/ControllerCSWrapper.h"
 #include "companion/MessageText.h"
 #include "companion/json/RecordLayouts.h"
 #include "platform/Directories.h"
@@ -41,6 +42,18 @@ void ResolvePaths(const std::wstring& folder, EnqueueJobsInfo& request) {
     }
 }
 
+/// A line for each finding. A member without meaning may be the one that is said to be missing: it comes first.
+std::wstring AllProblems(const std::wstring& path, const std::vector<std::wstring>& unknownMembers,
+                         const std::wstring& problem) {
+    std::wstring all;
+    for (const std::wstring& member : unknownMembers) {
+        all += json::ProblemInFile(path, member) + L"\n";
+    }
+    all += problem;
+    all.erase(all.find_last_not_of(L'\n') + 1);
+    return all;
+}
+
 } // namespace
 
 namespace json {
@@ -52,19 +65,30 @@ struct Layout<JobsFile> {
 
 } // namespace json
 
+bool jobs_file::Read(const std::wstring& path, std::vector<EnqueueJobsInfo>& requests, std::wstring& problem) {
+    JobsFile file;
+    problem.clear();
+    std::vector<std::wstring> unknownMembers;
+    const bool isRead = json::ReadFile(path, json::largestText, file, problem, &unknownMembers);
+    if (!isRead || !unknownMembers.empty()) {
+        problem = AllProblems(path, unknownMembers, problem);
+        return false;
+    }
+    const std::wstring folder = FolderOf(path);
+    for (auto& request : file.requests) {
+        ResolvePaths(folder, request);
+    }
+    message_text::AppendAll(requests, std::move(file.requests));
+    return true;
+}
+
 bool ControllerCSWrapper::ReadEnqueueJobsFile(const std::wstring& path, std::vector<EnqueueJobsInfo>& infos) {
     return boundary::Guard("ReadEnqueueJobsFile", [&] {
-        JobsFile file;
         std::wstring problem;
-        if (!json::ReadFile(path, json::largestText, file, problem)) {
+        const bool isRead = jobs_file::Read(path, infos, problem);
+        if (!isRead) {
             WriteErrorLog(L"The jobs file cannot be read: " + problem);
-            return false;
         }
-        const std::wstring folder = FolderOf(path);
-        for (auto& request : file.requests) {
-            ResolvePaths(folder, request);
-        }
-        message_text::AppendAll(infos, std::move(file.requests));
-        return true;
+        return isRead;
     });
 }

@@ -1,8 +1,12 @@
+#include <algorithm>
+
 #include <gtest/gtest.h>
 
 #include "LogCapture.h"
 #include "companion/ControllerCSWrapper.h"
+#include "companion/JobsFile.h"
 #include "platform/NativePath.h"
+#include "platform/Text.h"
 #include "support/TemporaryFolder.h"
 
 namespace {
@@ -13,6 +17,8 @@ protected:
         WriteTextFile(path, content);
         return ControllerCSWrapper::ReadEnqueueJobsFile(path, requests);
     }
+
+    std::wstring Native() const { return platform::ToNativeText(path); }
 
     const TemporaryFolder folder;
     const std::wstring path = folder / L"jobs\\jobs file \u00e9.json";
@@ -88,6 +94,46 @@ TEST_F(JobsFileTest, ABrokenFileIsRefusedWithItsPlaceAndMember) {
         << log.Text();
     EXPECT_NE(log.Text().find("line 1, column 2: the member \"EnqueueJobs\" is missing"), std::string::npos)
         << log.Text();
+}
+
+TEST_F(JobsFileTest, AMemberWithoutMeaningIsRefusedWithTheOneThatMayBeMeant) {
+    const std::vector<std::pair<std::string, std::wstring>> table = {
+        {R"({"EnqueueJobs":[{"inputFileSet":[["a.stl"]]}]})",
+         L"line 1, column 18: EnqueueJobs[0].inputFileSet: there is no such member "
+         L"(\"inputFileSet\": did you mean \"inputFileSets\"?)"},
+        {"{\"EnqueueJobs\":[\n{},{\"scenario\":{\"Id\":\"r.rb\"}}]}",
+         L"line 2, column 17: EnqueueJobs[1].scenario.Id: there is no such member (\"Id\": did you mean \"id\"?)"},
+        {R"({"EnqueueJobs":[{"colour":1}]})", L"line 1, column 18: EnqueueJobs[0].colour: there is no such member"},
+        {R"({"EnqueueJob":[]})", L"line 1, column 2: EnqueueJob: there is no such member (\"EnqueueJob\": did you mean "
+                                 L"\"EnqueueJobs\"?)\n" +
+                                     Native() + L", line 1, column 17: the member \"EnqueueJobs\" is missing"},
+    };
+    for (const auto& [content, expected] : table) {
+        EXPECT_FALSE(Read(content)) << content;
+        std::wstring problem;
+        EXPECT_FALSE(jobs_file::Read(path, requests, problem)) << content;
+        EXPECT_EQ(problem, Native() + L", " + expected);
+    }
+    EXPECT_TRUE(requests.empty());
+    EXPECT_NE(log.Text().find("\"inputFileSet\": did you mean \"inputFileSets\"?"), std::string::npos) << log.Text();
+}
+
+TEST_F(JobsFileTest, TheFirstMembersWithoutMeaningAreNamedTogether) {
+    std::string content = R"({"EnqueueJobs":[)";
+    for (int i = 0; i < 100; ++i) {
+        content += R"({"x":1,"outputDirectory":""},)";
+    }
+    WriteTextFile(path, content + "{}]}");
+    std::wstring problem;
+    EXPECT_FALSE(jobs_file::Read(path, requests, problem));
+    EXPECT_EQ(std::count(problem.begin(), problem.end(), L'\n'), 19) << platform::ToUtf8(problem);
+}
+
+TEST_F(JobsFileTest, AProblemOfAnotherReadIsForgotten) {
+    std::wstring problem = L"old";
+    WriteTextFile(path, R"({"EnqueueJobs":[{}]})");
+    EXPECT_TRUE(jobs_file::Read(path, requests, problem));
+    EXPECT_EQ(problem, L"");
 }
 
 TEST_F(JobsFileTest, AMissingFileIsRefusedWithALogLine) {

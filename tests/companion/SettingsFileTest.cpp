@@ -170,10 +170,11 @@ TEST_F(SettingsFileTest, AcceptsAByteOrderMark) {
 TEST_F(SettingsFileTest, WarnsOfUnknownMembersWithTheirPlace) {
     ASSERT_TRUE(Read("{\n\"workDirectorie\":\"x\",\n\"scenarioDirectories\":[{\"path\":\"a\",\"lable\":\"b\"}]}"));
     ASSERT_EQ(warnings.size(), 2u);
-    EXPECT_EQ(warnings[0],
-              platform::ToNativeText(path) + L", line 2, column 1: workDirectorie: there is no such member");
-    EXPECT_EQ(warnings[1], platform::ToNativeText(path) +
-                               L", line 3, column 36: scenarioDirectories[0].lable: there is no such member");
+    EXPECT_EQ(warnings[0], platform::ToNativeText(path) +
+                               L", line 2, column 1: workDirectorie: there is no such member "
+                               L"(\"workDirectorie\": did you mean \"workDirectory\"?)");
+    EXPECT_EQ(warnings[1], platform::ToNativeText(path) + L", line 3, column 36: scenarioDirectories[0].lable: there "
+                                                          L"is no such member (\"lable\": did you mean \"label\"?)");
 }
 
 TEST_F(SettingsFileTest, NamesAFileThatIsMissing) {

@@ -9,9 +9,14 @@ namespace json {
 
 namespace {
 
+std::wstring Suggestion(const ValueHandler::UnknownMember& member) {
+    return member.meant.empty() ? L"" : L" (\"" + member.name + L"\": did you mean \"" + member.meant + L"\"?)";
+}
+
 void ListUnknown(const std::string& text, const ValueHandler& handler, std::vector<std::wstring>& unknownMembers) {
     for (const ValueHandler::UnknownMember& member : handler.UnknownMembers()) {
-        unknownMembers.push_back(PlaceOf(text, member.offset) + L": " + member.path + L": there is no such member");
+        unknownMembers.push_back(PlaceOf(text, member.offset) + L": " + member.path + L": there is no such member" +
+                                 Suggestion(member));
     }
 }
 
@@ -19,6 +24,9 @@ bool Fill(const std::string& text, Target root, std::wstring& problem, std::vect
     rapidjson::StringStream stream(text.c_str());
     ValueHandler handler(stream, root);
     const auto result = Parse(stream, handler);
+    if (unknownMembers) {
+        ListUnknown(text, handler, *unknownMembers);
+    }
     if (handler.HasProblem()) {
         problem = PlaceOf(text, handler.ProblemOffset()) + L": " + handler.Problem();
         return false;
@@ -26,9 +34,6 @@ bool Fill(const std::string& text, Target root, std::wstring& problem, std::vect
     const std::wstring syntaxProblem = SyntaxProblem(text, result, stream.Tell());
     if (!syntaxProblem.empty()) {
         problem = syntaxProblem;
-    }
-    if (unknownMembers) {
-        ListUnknown(text, handler, *unknownMembers);
     }
     return syntaxProblem.empty();
 }

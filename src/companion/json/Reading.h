@@ -18,7 +18,8 @@ inline constexpr std::size_t largestSmallFile = std::size_t{4} << 20;
 
 /// Fills `root` from UTF-8 with or without a byte order mark. False when anything is wrong; `root` then holds parts of
 /// the text, and `problem` says what: "line 3, column 14: scenario.inputs[0].cadName: expected text, found a number".
-/// `unknownMembers`: takes what to say of the first members that no record has; such are passed over.
+/// `unknownMembers`: takes what to say of the first members that no record has, also of a text that is refused; such
+/// are passed over.
 bool ReadTarget(std::string bytes, Target root, std::wstring& problem,
                 std::vector<std::wstring>* unknownMembers = nullptr);
 /// The same from wide text.
@@ -43,6 +44,7 @@ bool Read(Text text, Value& value, std::wstring& problem, std::vector<std::wstri
 }
 
 /// Reads one value from a file. A failure leaves `value` as it was; `problem` then names the file and the place in it.
+/// What `unknownMembers` takes names the place alone (`ProblemInFile`).
 template <typename Value>
 bool ReadFile(const std::wstring& path, std::size_t limit, Value& value, std::wstring& problem,
               std::vector<std::wstring>* unknownMembers = nullptr) {

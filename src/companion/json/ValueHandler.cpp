@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "companion/json/Encoding.h"
+#include "companion/json/NearestMember.h"
 
 namespace json {
 
@@ -113,7 +114,7 @@ bool ValueHandler::KeyOfRecord(Level& level, std::string_view marked) {
     const Shape& shape = *level.target.shape;
     const std::size_t index = FindMember(shape, marked, level.next);
     if (index == shape.memberCount) {
-        NoteUnknown(marked);
+        NoteUnknown(shape, marked);
         return true;
     }
     if ((level.seen & Bit(index)) != 0) {
@@ -126,10 +127,12 @@ bool ValueHandler::KeyOfRecord(Level& level, std::string_view marked) {
     return true;
 }
 
-void ValueHandler::NoteUnknown(std::string_view marked) {
+void ValueHandler::NoteUnknown(const Shape& record, std::string_view marked) {
     if (unknownMembers.size() < mostUnknown) {
         const std::wstring path = Path();
-        unknownMembers.push_back({stream.Tell(), (path.empty() ? L"" : path + L".") + Quote(marked)});
+        const std::wstring name = Quote(marked);
+        unknownMembers.push_back(
+            {stream.Tell(), (path.empty() ? L"" : path + L".") + name, name, Quote(NearestMember(record, marked))});
     }
 }
 

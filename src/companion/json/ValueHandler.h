@@ -30,6 +30,9 @@ public:
     struct UnknownMember {
         std::size_t offset = 0;
         std::wstring path;
+        std::wstring name;
+        /// The name of the member that may have been meant; empty when none is like it.
+        std::wstring meant;
     };
     /// The first members that no record has.
     const std::vector<UnknownMember>& UnknownMembers() const { return unknownMembers; }
@@ -67,7 +70,7 @@ private:
 
     Target TakeTarget();
     bool KeyOfRecord(Level& level, std::string_view marked);
-    void NoteUnknown(std::string_view marked);
+    void NoteUnknown(const Shape& record, std::string_view marked);
     bool KeyOfEntry(Level& level, std::string_view marked);
     bool Push(Target target);
     bool Pop();
