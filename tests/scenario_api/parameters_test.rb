@@ -29,6 +29,11 @@ class ParametersTest < Minitest::Test
       "fine size=320 edges=false" => defaults.merge("size" => 320, "edges" => false),
       'fine title="Left bracket" scale=2' => defaults.merge("title" => "Left bracket", "scale" => 2.0),
       "  title==  " => defaults.merge("title" => "="),
+      'title="3"" pipe" size=320' => defaults.merge("title" => '3" pipe', "size" => 320),
+      'title="""" size=320' => defaults.merge("title" => '"', "size" => 320),
+      'title="" size=320' => defaults.merge("size" => 320),
+      'title=a"b c"d' => defaults.merge("title" => "ab cd"),
+      'title="C:\\a b\\"' => defaults.merge("title" => 'C:\\a b\\'),
       "quick" => { "size" => 320 },
       "quick size=-12" => { "size" => -12 },
       "bare" => {} }.each { |argument, expected| assert_equal expected, choose(argument), argument }
@@ -40,6 +45,11 @@ class ParametersTest < Minitest::Test
       "bare size=3" => 'names the parameter "size"; known are: none.',
       "fine size" => 'holds "size"; expected name=value.',
       "fine =3" => 'holds "=3"; expected name=value.',
+      "size=320 size=640" => 'names the parameter "size" 2 times.',
+      "fine edges=true edges=true edges=true" => 'names the parameter "edges" 3 times.',
+      'title="3" pipe"' => 'has a double quote that is not closed',
+      'size=320"' => 'has a double quote that is not closed',
+      '"' => 'has a double quote that is not closed',
       "fine size=321" => 'The parameter "size" is "321"; allowed are: 320, 640.',
       "quick size=0x10" => 'The parameter "size" is "0x10"; expected type integer.',
       "fine scale=wide" => 'The parameter "scale" is "wide"; expected type number.',
@@ -51,6 +61,11 @@ class ParametersTest < Minitest::Test
 
   def test_without_a_description_every_pair_is_text
     assert_equal({ "a" => "1", "b" => "x y" }, ControllerScenario::Parameters.choose('a=1 b="x y"', nil))
+  end
+
+  def test_without_a_description_a_name_is_given_once_too
+    error = assert_raises(ControllerScenario::Failure) { ControllerScenario::Parameters.choose("a=1 a=2", nil) }
+    assert_includes error.message, 'names the parameter "a" 2 times.'
   end
 
   def test_a_broken_description_is_named

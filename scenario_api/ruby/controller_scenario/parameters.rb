@@ -9,11 +9,15 @@ module ControllerScenario
   #   fine size=320             the same with another value for "size"
   #   size=320                  the first parameter set with another value
   #   title="Left bracket"      values with blanks stand in double quotes
+  #   title="3"" pipe"          a double quote between them is written twice
   #
   # Parameter sets stand in "<script>.scenario.json" beside a script or in a package's "manifest.json".
   # Without such a file every name=value is taken as text.
   class Parameters
     SIZE_LIMIT = 4 * 1024 * 1024
+
+    QUOTED = /"(?:[^"]|"")*"/
+    WORD = /(?:[^\s"]|#{QUOTED})+/
 
     # The values by name, each in its parameter's type: "integer", "number" and "boolean" become Integer, Float and
     # true or false, every other type stays a String. Raises Failure with a text for the user when the choice is wrong.
@@ -44,13 +48,27 @@ module ControllerScenario
     end
 
     def choose(run_argument)
-      words = run_argument.scrub.scan(/(?:[^\s"]|"[^"]*")+/)
+      words = split_words(run_argument.scrub)
       set = words.empty? || words.first.include?("=") ? @sets.first : find_set(words.shift)
-      given = words.to_h { |word| split_pair(word) }
+      given = to_values(words.map { |word| split_pair(word) })
       set ? complete(set, given) : given
     end
 
     private
+
+    def split_words(run_argument)
+      return run_argument.scan(WORD) unless run_argument.gsub(WORD, "").include?('"')
+
+      raise Failure, "The run argument #{run_argument} has a double quote that is not closed; " \
+                     "inside of quotes one is written twice."
+    end
+
+    def to_values(pairs)
+      pairs.map(&:first).tally.each do |name, count|
+        raise Failure, "The run argument names the parameter \"#{name}\" #{count} times." if count > 1
+      end
+      pairs.to_h
+    end
 
     def find_set(id)
       @sets.find { |set| set["id"] == id } ||
@@ -61,7 +79,7 @@ module ControllerScenario
       name, separator, value = word.partition("=")
       raise Failure, "The run argument holds \"#{word}\"; expected name=value." if separator.empty? || name.empty?
 
-      [name, value.delete('"')]
+      [name, value.gsub(QUOTED) { |quoted| quoted[1..-2].gsub('""', '"') }]
     end
 
     def complete(set, given)
