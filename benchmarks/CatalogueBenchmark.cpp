@@ -17,7 +17,6 @@ constexpr int filesPerFolder = 20;
 void MakeScenarios(const Workplace& workplace) {
     for (int folder = 0; folder < folders; ++folder) {
         const std::wstring path = L"scenarios\\group_" + std::to_wstring(folder);
-        platform::EnsureFolder(workplace.Path(path));
         for (int file = 0; file < filesPerFolder; ++file) {
             const wchar_t* extension = file % 2 == 0 ? L".rb" : (file % 4 == 1 ? L".adc" : L".txt");
             workplace.MakeFile(path + L"\\scenario_" + std::to_wstring(file - file % 2) + extension);

@@ -1,5 +1,7 @@
 #include <benchmark/benchmark.h>
 
+#include <stdexcept>
+
 #include "RawLimits.h"
 #include "Workplace.h"
 #include "companion/ControllerCSWrapper.h"
@@ -15,7 +17,10 @@ void WriteJobList(const Workplace& workplace, std::int64_t rows) {
     for (int number = 1; number <= static_cast<int>(rows); ++number) {
         jobs.push_back(FinishedJob(number));
     }
-    ControllerCSWrapper::CreateJsonFile(ControllerCSWrapper::Serialize(L"JobList", jobs), workplace.JobListFile());
+    if (!ControllerCSWrapper::CreateJsonFile(ControllerCSWrapper::Serialize(L"JobList", jobs),
+                                             workplace.JobListFile())) {
+        throw std::runtime_error("cannot write the job list");
+    }
 }
 
 /// A poll that has something to report rewrites the whole list; nothing else in it costs.

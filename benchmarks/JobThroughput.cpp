@@ -30,8 +30,7 @@ bool RunJobs(std::size_t count) {
     const FunctionManager functions(settings::Current()->functionModules);
     HostEngine engine(&functions);
     JobEnqueueResult result;
-    engine.EnqueueJob(request, result);
-    return RunUntilCompleted(engine) == count;
+    return engine.EnqueueJob(request, result) && RunUntilCompleted(engine) == count;
 }
 
 void SpawnProcesses(std::size_t count) {

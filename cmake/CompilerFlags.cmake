@@ -1,4 +1,5 @@
-# One INTERFACE target carries the language level, the warnings and the sanitizers to every target of ours.
+# Two INTERFACE targets: `controller_headers` is what using a target of ours takes, and goes on to those who use it;
+# `controller_flags` is how we build our own, and goes no further: every target of ours links it PRIVATE.
 set(CMAKE_CXX_STANDARD 20)
 set(CMAKE_CXX_STANDARD_REQUIRED ON)
 set(CMAKE_CXX_EXTENSIONS OFF)
@@ -7,18 +8,23 @@ set(CMAKE_VISIBILITY_INLINES_HIDDEN ON)
 set(CMAKE_POSITION_INDEPENDENT_CODE ON)
 set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
 
+option(CONTROLLER_WARNINGS_AS_ERRORS "Warnings in our sources end the build (on in the presets)" OFF)
+
+add_library(controller_headers INTERFACE)
+target_include_directories(controller_headers INTERFACE "${PROJECT_SOURCE_DIR}/src")
+if(CMAKE_SYSTEM_NAME STREQUAL "Windows")
+  target_compile_definitions(controller_headers INTERFACE
+    UNICODE _UNICODE WIN32_LEAN_AND_MEAN NOMINMAX _WIN32_WINNT=0x0A00 WINVER=0x0A00)
+endif()
+
 add_library(controller_flags INTERFACE)
-target_include_directories(controller_flags INTERFACE "${PROJECT_SOURCE_DIR}/src")
+target_link_libraries(controller_flags INTERFACE controller_headers)
 target_compile_options(controller_flags INTERFACE
-  -Wall -Wextra -Wpedantic -Werror
+  -Wall -Wextra -Wpedantic $<$<BOOL:${CONTROLLER_WARNINGS_AS_ERRORS}>:-Werror>
   -Wconversion -Wsign-conversion -Wshadow -Wold-style-cast -Wnon-virtual-dtor -Woverloaded-virtual
   -Wcast-align -Wcast-qual -Wnull-dereference -Wformat=2 -Wimplicit-fallthrough -Wextra-semi -Wundef -Wunused)
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
   target_compile_options(controller_flags INTERFACE -Wduplicated-cond -Wduplicated-branches -Wlogical-op -Wuseless-cast)
-endif()
-if(CMAKE_SYSTEM_NAME STREQUAL "Windows")
-  target_compile_definitions(controller_flags INTERFACE
-    UNICODE _UNICODE WIN32_LEAN_AND_MEAN NOMINMAX _WIN32_WINNT=0x0A00 WINVER=0x0A00)
 endif()
 if(CMAKE_SYSTEM_NAME STREQUAL "Linux")
   find_package(Threads REQUIRED)

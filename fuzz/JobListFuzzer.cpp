@@ -56,6 +56,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     fuzz::ByteSource source(bytes);
     const RecordMaker make = source.Records();
     CheckWritten({make.Job(), make.Job()}, folder + L"\\job_list.json");
-    platform::RemoveTree(folder);
+    fuzz::Require(!platform::RemoveTree(folder), "the scratch folder can be removed");
     return 0;
 }

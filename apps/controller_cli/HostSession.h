@@ -40,7 +40,7 @@ private:
     template <typename Answer>
     Answer Await(bool wasSent, std::optional<Answer> Answers::*answer);
     Wake WaitForMail(Deadline deadline);
-    bool WaitOnce(std::chrono::milliseconds longest);
+    [[nodiscard]] bool WaitOnce(std::chrono::milliseconds longest);
     [[noreturn]] void FailHostGone() const;
     [[noreturn]] void FailNoAnswer() const;
 

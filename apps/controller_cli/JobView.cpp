@@ -15,7 +15,8 @@ namespace {
 std::wstring ProgressMessage(const std::wstring& path) {
     std::wstring message;
     int progress = 0;
-    ControllerCSWrapper::ParseProgressFile(path, message, progress);
+    // Of a file that cannot be read there is no message.
+    (void)ControllerCSWrapper::ParseProgressFile(path, message, progress);
     return message;
 }
 
@@ -23,7 +24,7 @@ std::wstring ResultMessage(const std::wstring& path) {
     bool succeeded = false;
     std::vector<std::pair<int, std::wstring>> messages;
     std::vector<std::wstring> outputFiles;
-    ControllerCSWrapper::ParseRunScenarioResult(path, succeeded, messages, outputFiles);
+    (void)ControllerCSWrapper::ParseRunScenarioResult(path, succeeded, messages, outputFiles);
     return messages.empty() ? std::wstring() : messages.front().second;
 }
 

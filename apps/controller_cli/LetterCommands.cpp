@@ -111,7 +111,10 @@ ExitCode CheckStatus(CommandContext& context, LetterSession& session, const CLIA
     const std::wstring linesFile = scratch.Path() + L"\\lines.txt";
     session.Presenter().CheckJobStatus(parser.GetIds(), linesFile);
     std::string lines;
-    platform::ReadFile(linesFile, largestOutput, lines);
+    if (const platform::Error error = platform::ReadFile(linesFile, largestOutput, lines)) {
+        throw CommandFailure{ExitCode::Usage, context.texts.Format(L"Errors/OutputFile",
+                                                                   {platform::ToNativeText(linesFile), error.Text()})};
+    }
     Deliver(context, lines, parser.GetOutputFileName());
     return ExitCode::Success;
 }

@@ -12,32 +12,32 @@ public:
     /// The transmitter outlives the proxy.
     explicit RequestProxy(EventTransmitter& eventTransmitter) : transmitter(eventTransmitter) {}
 
-    bool EnqueueJobs(EnqueueJobsInfo& info) override;
-    bool CancelJobs(std::vector<std::wstring>& ids) override;
-    bool CancelAllJobs() override;
-    bool FetchScenariosRequest() override;
-    bool FetchScenarioParameterSetsRequest(const std::wstring& scenarioId) override;
-    bool InitJobsRequest() override;
-    bool DeleteJobsRequest(std::vector<std::wstring>& ids) override;
-    bool FetchLocalizedStringsRequest(const std::wstring& culture) override;
-    bool InitCultureRequest() override;
-    bool TerminateRequest() override;
-    bool CheckJobStatusRequest(const std::vector<std::wstring>& ids) override;
+    [[nodiscard]] bool EnqueueJobs(EnqueueJobsInfo& info) override;
+    [[nodiscard]] bool CancelJobs(std::vector<std::wstring>& ids) override;
+    [[nodiscard]] bool CancelAllJobs() override;
+    [[nodiscard]] bool FetchScenariosRequest() override;
+    [[nodiscard]] bool FetchScenarioParameterSetsRequest(const std::wstring& scenarioId) override;
+    [[nodiscard]] bool InitJobsRequest() override;
+    [[nodiscard]] bool DeleteJobsRequest(std::vector<std::wstring>& ids) override;
+    [[nodiscard]] bool FetchLocalizedStringsRequest(const std::wstring& culture) override;
+    [[nodiscard]] bool InitCultureRequest() override;
+    [[nodiscard]] bool TerminateRequest() override;
+    [[nodiscard]] bool CheckJobStatusRequest(const std::vector<std::wstring>& ids) override;
 
     // Only a dialog could serve these; a host refuses them.
-    bool FetchServiceListRequest() override;
-    bool FetchUserSettingsRequest() override;
-    bool WriteUserSettingsRequest(WriteUserSettingsInfo& settings) override;
-    bool ClearUserSettingsRequest() override;
-    bool ShowSettingDialogRequest() override;
-    bool FetchScenarioEditorPathRequest() override;
-    bool FetchPreviousStateFilePathRequest() override;
-    bool FetchThirdPartyNoticesPathRequest() override;
+    [[nodiscard]] bool FetchServiceListRequest() override;
+    [[nodiscard]] bool FetchUserSettingsRequest() override;
+    [[nodiscard]] bool WriteUserSettingsRequest(WriteUserSettingsInfo& settings) override;
+    [[nodiscard]] bool ClearUserSettingsRequest() override;
+    [[nodiscard]] bool ShowSettingDialogRequest() override;
+    [[nodiscard]] bool FetchScenarioEditorPathRequest() override;
+    [[nodiscard]] bool FetchPreviousStateFilePathRequest() override;
+    [[nodiscard]] bool FetchThirdPartyNoticesPathRequest() override;
 
 private:
     template <typename... Content>
-    bool Send(const std::wstring& name, const Content&... content);
-    bool SendText(const std::wstring& name, const std::wstring& text);
+    [[nodiscard]] bool Send(const std::wstring& name, const Content&... content);
+    [[nodiscard]] bool SendText(const std::wstring& name, const std::wstring& text);
 
     EventTransmitter& transmitter;
 };

@@ -24,14 +24,16 @@ void RemoveIfAbandoned(const std::wstring& folder) {
         return;
     }
     // Held on as long as the system allows, so that nobody takes the folder for his new one.
-    platform::RemoveTree(folder);
+    (void)platform::RemoveTree(folder);
     lock.Release();
-    platform::RemoveTree(folder);
+    // What stays is tried again by the next command.
+    (void)platform::RemoveTree(folder);
 }
 
 void RemoveAbandoned(const std::wstring& parent) {
     std::vector<platform::FolderEntry> entries;
-    platform::ListFolder(parent, entries);
+    // Whether the folder can be used at all shows when this one is made.
+    (void)platform::ListFolder(parent, entries);
     for (const platform::FolderEntry& entry : entries) {
         if (entry.isFolder && !entry.isLink && entry.name.starts_with(namePrefix)) {
             RemoveIfAbandoned(parent + L"\\" + entry.name);
@@ -52,7 +54,8 @@ ScratchFolder::ScratchFolder() {
 
 ScratchFolder::~ScratchFolder() {
     lock.Release();
-    platform::RemoveTree(path);
+    // What stays is removed by the next command.
+    (void)platform::RemoveTree(path);
 }
 
 /// A folder that is not locked yet may be taken for an abandoned one and removed: then another is made.

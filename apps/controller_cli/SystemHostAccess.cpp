@@ -41,6 +41,16 @@ void PassOutputOn(platform::OutputPipe& pipe) {
     }
 }
 
+/// Returns when the host has ended. A host that has just been started may not listen yet: it is asked again.
+void AskToEnd(void* host, EventTransmitter* transmitter) {
+    constexpr std::chrono::milliseconds interval{500};
+    do {
+        if (transmitter == nullptr || !RequestProxy(*transmitter).TerminateRequest()) {
+            platform::AskProcessToEnd(host);
+        }
+    } while (!platform::WaitForAny({host}, interval));
+}
+
 } // namespace
 
 SystemHostAccess::SystemHostAccess() {
@@ -100,12 +110,8 @@ std::int32_t SystemHostAccess::RunHost(std::wstring& problem) {
     }
     pipe.CloseWriteEnd();
     std::thread printer([&pipe] { PassOutputOn(pipe); });
-    EventTransmitter* transmitter = nullptr;
     if (platform::WaitForAny({stop.Handle(), host.Get()}, std::nullopt) == std::size_t{0}) {
-        transmitter = Transmitter();
-    }
-    if (transmitter != nullptr) {
-        RequestProxy(*transmitter).TerminateRequest();
+        AskToEnd(host.Get(), Transmitter());
     }
     platform::WaitForAny({host.Get()}, std::nullopt);
     printer.join();

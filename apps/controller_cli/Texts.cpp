@@ -15,7 +15,8 @@ constexpr wchar_t builtInCulture[] = L"en-US";
 const std::wstring& BuiltInSection() {
     static const std::wstring section = [] {
         std::wstring english;
-        ControllerCSWrapper::GetStringResources(platform::FromUtf8(builtInStrings), builtInCulture, english);
+        // Part of the program.
+        (void)ControllerCSWrapper::GetStringResources(platform::FromUtf8(builtInStrings), builtInCulture, english);
         return english;
     }();
     return section;

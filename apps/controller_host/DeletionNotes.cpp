@@ -18,7 +18,8 @@ std::vector<JobListInfo> DeletionNotes::Read() const {
     std::wstring text;
     std::vector<JobListInfo> jobs;
     if (platform::Exists(path) && ControllerCSWrapper::ReadJsonFile(path, text)) {
-        ControllerCSWrapper::Deserialize(text, jobs);
+        // Notes of another layout are worth nothing; the companion logs them.
+        (void)ControllerCSWrapper::Deserialize(text, jobs);
     }
     return jobs;
 }
@@ -43,8 +44,10 @@ void DeletionNotes::Settle() const {
 
 void DeletionNotes::Write(const std::vector<JobListInfo>& jobs) const {
     if (jobs.empty()) {
-        platform::RemoveFile(path);
+        // Notes that stay are settled again by the next start.
+        (void)platform::RemoveFile(path);
     } else {
-        ControllerCSWrapper::CreateJsonFile(ControllerCSWrapper::Serialize(L"JobList", jobs), path);
+        // Logged by the companion. Without a note, a folder stays behind when the host is killed right now.
+        (void)ControllerCSWrapper::CreateJsonFile(ControllerCSWrapper::Serialize(L"JobList", jobs), path);
     }
 }

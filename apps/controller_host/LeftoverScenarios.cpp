@@ -19,7 +19,8 @@ void AskToStop(const JobListInfo& job) {
     if (IsActive(job.status) && platform::IsFolder(job.workDir)) {
         ControllerLogManager::WarnLog(L"Job: " + std::to_wstring(job.seqId) +
                                       L" was left running by an earlier host; its scenario is asked to stop.");
-        platform::CreateEmptyFileIn(job.workDir, run_protocol::killFileName);
+        // Where it cannot be made, the processes are ended all the same.
+        (void)platform::CreateEmptyFileIn(job.workDir, run_protocol::killFileName);
     }
 }
 
@@ -40,7 +41,8 @@ void EndProcesses(const std::set<std::wstring>& runs) {
 
 void StopLeftoverScenarios(const std::wstring& jobListFile) {
     std::vector<JobListInfo> jobs;
-    ControllerCSWrapper::ParseJobList(jobListFile, jobs);
+    // A list that cannot be read has been reported by the engine and names no jobs.
+    (void)ControllerCSWrapper::ParseJobList(jobListFile, jobs);
     std::set<std::wstring> runs;
     for (const JobListInfo& job : jobs) {
         AskToStop(job);

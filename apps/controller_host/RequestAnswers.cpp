@@ -54,7 +54,8 @@ void RequestAnswers::Answer(const Request& request) {
 
 void RequestAnswers::TellAll(const std::vector<JobStatusInfo>& changed) {
     if (!changed.empty()) {
-        transmitter.SendEvent(L"UpdateProgress", messages::Serialize(L"UpdateProgress", changed));
+        // Whoever is not there to hear it asks when it comes.
+        (void)transmitter.SendEvent(L"UpdateProgress", messages::Serialize(L"UpdateProgress", changed));
         platform::ReachFaultPoint(platform::FaultPoint::ChangesTold);
     }
 }
@@ -66,7 +67,8 @@ void RequestAnswers::EnqueueJobs(const Request& request) {
         return;
     }
     JobEnqueueResult result;
-    engine.EnqueueJob(info, result);
+    // What was refused is in the result that is sent.
+    (void)engine.EnqueueJob(info, result);
     Send(request, L"EnqueueJobsFinish", messages::Serialize(L"EnqueueJobsFinish", result));
     TellAll(engine.StatusOf(result.jobIds));
 }
@@ -140,7 +142,8 @@ void RequestAnswers::FetchLocalizedStrings(const Request& request) {
     if (Read(request, culture)) {
         const StringManager strings(settings::Current()->stringResourceFile);
         std::wstring section;
-        strings.GetLocalizedString(L"", section, culture);
+        // A culture without texts has the empty section.
+        (void)strings.GetLocalizedString(L"", section, culture);
         Send(request, L"FetchLocalizedStringsResponse", messages::Serialize(L"FetchLocalizedStringsResponse", section));
     }
 }

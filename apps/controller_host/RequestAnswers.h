@@ -47,7 +47,7 @@ private:
     void RefuseForWantOfDialogs(const Request& request);
 
     template <class Value>
-    bool Read(const Request& request, Value& value);
+    [[nodiscard]] bool Read(const Request& request, Value& value);
     void Send(const Request& request, const std::wstring& name, const std::wstring& payload);
     void Refuse(const Request& request, const std::wstring& why);
 

@@ -41,7 +41,7 @@ public:
 private:
     class Handler;
 
-    bool Add(Request request);
+    [[nodiscard]] bool Add(Request request);
 
     EventTransmitter& transmitter;
     std::mutex mutex;

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <string_view>
 
-#include "platform/File.h"
+#include "platform/FileEnd.h"
 #include "platform/Text.h"
 
 namespace scenario_runner {
@@ -15,13 +15,9 @@ constexpr std::size_t mostBytes = 2000;
 } // namespace
 
 std::wstring ReadLogTail(const std::wstring& logPath) {
-    platform::File file;
-    file.OpenForReading(logPath);
-    const std::uint64_t size = file.Size();
-    std::string text(2 * mostBytes, '\0');
-    std::size_t count = 0;
-    file.ReadAt(size - std::min<std::uint64_t>(size, text.size()), text.data(), text.size(), count);
-    text.resize(count);
+    std::string text;
+    // There may be no log: then there are no lines.
+    (void)platform::ReadFileEnd(logPath, 2 * mostBytes, text);
     return LastLines(text);
 }
 

@@ -13,13 +13,13 @@ public:
     explicit ResultFile(const std::wstring& workDir);
 
     /// Removes what was left from before: only a result of this run counts. False when it cannot be removed.
-    bool Remove() const;
+    [[nodiscard]] bool Remove() const;
     /// A link to nothing exists too.
     bool Exists() const;
     /// What stands in it; none when it is missing or not usable.
-    std::optional<run_protocol::RunScenarioResult> Read() const;
+    [[nodiscard]] std::optional<run_protocol::RunScenarioResult> Read() const;
     /// Replaces it; false when that failed.
-    bool Write(const run_protocol::RunScenarioResult& result) const;
+    [[nodiscard]] bool Write(const run_protocol::RunScenarioResult& result) const;
 
 private:
     std::wstring path;

@@ -27,7 +27,7 @@ struct RunFacts {
 };
 
 /// The result to write in the scenario's place; none when its own is to stay, or when nobody is left to read one.
-std::optional<run_protocol::RunScenarioResult> ResultOf(const RunFacts& facts);
+[[nodiscard]] std::optional<run_protocol::RunScenarioResult> ResultOf(const RunFacts& facts);
 
 /// The result of a scenario that could not be started.
 run_protocol::RunScenarioResult FailedResult(const std::wstring& jobId, const std::wstring& problem);

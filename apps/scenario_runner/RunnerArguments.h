@@ -16,6 +16,7 @@ struct RunnerArguments {
 };
 
 /// Reads `--work-dir DIR [--host HANDLE] [--settings FILE]`. False, with `problem`, for anything else.
-bool ParseRunnerArguments(const std::vector<std::wstring>& arguments, RunnerArguments& parsed, std::wstring& problem);
+[[nodiscard]] bool ParseRunnerArguments(const std::vector<std::wstring>& arguments, RunnerArguments& parsed,
+                                        std::wstring& problem);
 
 } // namespace scenario_runner

@@ -43,8 +43,9 @@ struct ScenarioSurroundings {
 /// Picks the program that runs a scenario: for a script the interpreter of its extension in the settings; for a package
 /// what its manifest names, where a bare interpreter name means the one that the settings use under that name, or else
 /// the one in PATH. False, with `problem`, when there is none.
-bool ChooseCommand(const settings::Settings& settings, const scenario_manifest::ScenarioManifest& manifest,
-                   const ScenarioPlace& place, const ScenarioSurroundings& surroundings, ScenarioCommand& command,
-                   std::wstring& problem);
+[[nodiscard]] bool ChooseCommand(const settings::Settings& settings,
+                                 const scenario_manifest::ScenarioManifest& manifest, const ScenarioPlace& place,
+                                 const ScenarioSurroundings& surroundings, ScenarioCommand& command,
+                                 std::wstring& problem);
 
 } // namespace scenario_runner

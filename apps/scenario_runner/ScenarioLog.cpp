@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <utility>
 
+#include "platform/FileEnd.h"
 #include "platform/FileSystem.h"
 
 namespace scenario_runner {
@@ -12,6 +13,16 @@ constexpr std::string_view cutNotice = "[Earlier output was cut; only the end is
 /// Below this a log would be of no use.
 constexpr std::size_t smallestLimit = 1024;
 constexpr std::size_t largestLimit = std::size_t{1} << 30;
+
+platform::Error OpenAnew(platform::OutputFile& file, const std::wstring& path) {
+    const platform::Error error = file.Open(path, true, platform::AppendTo::RegularFile);
+    if (error.kind != platform::ErrorKind::NotSupported) {
+        return error;
+    }
+    // A link or the like gives way itself; where it does not, the second attempt says why.
+    (void)platform::RemoveFile(path);
+    return file.Open(path, true, platform::AppendTo::RegularFile);
+}
 
 /// The last `length` bytes, from the beginning of a line on, or at least of a character.
 std::string_view LastBytes(std::string_view bytes, std::size_t length) {
@@ -35,45 +46,51 @@ ScenarioLog::ScenarioLog(std::wstring logPath, std::size_t logLimit)
     : path(std::move(logPath)), limit(std::clamp(logLimit, smallestLimit, largestLimit)) {}
 
 platform::Error ScenarioLog::Open() {
-    const platform::Error error = file.Open(path, true, platform::AppendTo::RegularFile);
-    if (error.kind != platform::ErrorKind::NotSupported) {
-        return error;
-    }
-    // A link or the like, which gives way itself.
-    platform::RemoveFile(path);
-    return file.Open(path, true, platform::AppendTo::RegularFile);
+    return OpenAnew(file, path);
 }
 
 void ScenarioLog::Append(std::string_view bytes) {
-    if (bytes.size() >= limit) {
-        StartAgainWith(bytes);
+    if (bytes.size() >= limit && StartAgainWith(bytes)) {
         return;
     }
-    if (file.Size() + bytes.size() > 2 * limit) {
-        CutToLimit();
+    const std::uint64_t size = file.Size() + bytes.size();
+    if (size > 2 * limit) {
+        CutToLimit(size > MostUncut());
     }
-    file.Write(bytes);
+    if (file.Size() + bytes.size() <= MostUncut()) {
+        // A full disk is no reason to stop the scenario.
+        (void)file.Write(bytes);
+    }
 }
 
 void ScenarioLog::Close() {
     if (file.Size() > limit + cutNotice.size()) {
-        CutToLimit();
+        CutToLimit(false);
     }
     file.Close();
 }
 
-void ScenarioLog::CutToLimit() {
+// A file that cannot be read now (another program holds it, too many files are open) is cut later, without loss.
+void ScenarioLog::CutToLimit(bool atAnyCost) {
     std::string content;
-    platform::ReadFile(path, 4 * limit, content);
-    StartAgainWith(content);
+    const platform::Error error = platform::ReadFileEnd(path, 2 * limit, content);
+    if (!error || error.kind == platform::ErrorKind::NotFound || atAnyCost) {
+        // As with what cannot be read: it is tried again with the next output.
+        (void)StartAgainWith(content);
+    }
 }
 
-void ScenarioLog::StartAgainWith(std::string_view end) {
-    // In place: a reader that follows the file keeps it, and no second copy lies on the disk meanwhile.
-    file.Close();
-    Open();
-    file.Write(cutNotice);
-    file.Write(LastBytes(end, limit));
+// In place: a reader that follows the file keeps it, and no second copy lies on the disk meanwhile. The old file is
+// closed only when the new one is open, for there would be nothing to write to.
+bool ScenarioLog::StartAgainWith(std::string_view end) {
+    platform::OutputFile fresh;
+    if (OpenAnew(fresh, path)) {
+        return false;
+    }
+    file = std::move(fresh);
+    (void)file.Write(cutNotice);
+    (void)file.Write(LastBytes(end, limit));
+    return true;
 }
 
 } // namespace scenario_runner

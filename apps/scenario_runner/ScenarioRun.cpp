@@ -81,7 +81,8 @@ bool ScenarioRun::Unpack(std::wstring& packageFolder, std::wstring& problem) con
     }
     // By its name, which the scenario is to know.
     packageFolder = platform::ResolveAgainst(workDir, packageFolderName);
-    platform::RemoveTree(packageFolder);
+    // Where it stays, unpacking says so: it wants a folder of its own.
+    (void)platform::RemoveTree(packageFolder);
     return scenario_package::Unpack(info.scenarioPath, packageFolder, problem);
 }
 

@@ -38,8 +38,8 @@ public:
     RunnerExit Run();
 
 private:
-    bool Prepare(std::wstring& problem);
-    bool Unpack(std::wstring& packageFolder, std::wstring& problem) const;
+    [[nodiscard]] bool Prepare(std::wstring& problem);
+    [[nodiscard]] bool Unpack(std::wstring& packageFolder, std::wstring& problem) const;
     RunnerExit StartAndWatch();
     RunnerExit Conclude(struct RunFacts facts) const;
     RunnerExit FailToStart(const std::wstring& problem) const;

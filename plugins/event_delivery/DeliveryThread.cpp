@@ -12,7 +12,8 @@ DeliveryThread::~DeliveryThread() {
 
 void DeliveryThread::End() {
     if (thread.joinable()) {
-        Stop(std::chrono::milliseconds::zero());
+        // Work under way is waited for by the join.
+        (void)Stop(std::chrono::milliseconds::zero());
     }
     if (thread.joinable()) {
         thread.join();

@@ -27,7 +27,7 @@ public:
 
     /// Drops what is queued and waits for the work that runs. False when that did not end within `patience`, or is the
     /// caller itself: then the thread is left to the end of the process, and what its work uses must stay.
-    bool Stop(std::chrono::milliseconds patience);
+    [[nodiscard]] bool Stop(std::chrono::milliseconds patience);
 
     /// Drops what is queued and ends the thread, however long the work that runs takes. Not out of that work. Once it
     /// returns, nothing uses any more what the work uses.

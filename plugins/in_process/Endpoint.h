@@ -45,8 +45,8 @@ private:
 class EngineEnd final : public Endpoint {
 public:
     using Endpoint::Endpoint;
-    bool SendEvent(const std::wstring& eventName, const std::wstring& payload) override;
-    bool SendEventTo(Peer peer, const std::wstring& eventName, const std::wstring& payload) override;
+    [[nodiscard]] bool SendEvent(const std::wstring& eventName, const std::wstring& payload) override;
+    [[nodiscard]] bool SendEventTo(Peer peer, const std::wstring& eventName, const std::wstring& payload) override;
     /// It can always be reached.
     bool IsConnected() const override;
 };
@@ -55,8 +55,8 @@ public:
 class FrontEnd final : public Endpoint {
 public:
     using Endpoint::Endpoint;
-    bool SendEvent(const std::wstring& eventName, const std::wstring& payload) override;
-    bool SendEventTo(Peer peer, const std::wstring& eventName, const std::wstring& payload) override;
+    [[nodiscard]] bool SendEvent(const std::wstring& eventName, const std::wstring& payload) override;
+    [[nodiscard]] bool SendEventTo(Peer peer, const std::wstring& eventName, const std::wstring& payload) override;
     bool IsConnected() const override;
 };
 

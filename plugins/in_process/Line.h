@@ -28,11 +28,12 @@ public:
     EventTransmitter::Peer EngineNumber() const;
 
     /// False while there is no engine.
-    bool SendToEngine(EventTransmitter::Peer sender, const std::wstring& eventName, const std::wstring& payload);
+    [[nodiscard]] bool SendToEngine(EventTransmitter::Peer sender, const std::wstring& eventName,
+                                    const std::wstring& payload);
     void SendToFrontEnds(EventTransmitter::Peer sender, const std::wstring& eventName, const std::wstring& payload);
     /// False when no front end has this number.
-    bool SendToFrontEnd(EventTransmitter::Peer sender, EventTransmitter::Peer receiver, const std::wstring& eventName,
-                        const std::wstring& payload);
+    [[nodiscard]] bool SendToFrontEnd(EventTransmitter::Peer sender, EventTransmitter::Peer receiver,
+                                      const std::wstring& eventName, const std::wstring& payload);
 
 private:
     mutable std::mutex mutex;

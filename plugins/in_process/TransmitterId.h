@@ -17,6 +17,6 @@ struct TransmitterId {
 
 /// Reads "engine:LINE" as the engine's end, "LINE" or "client:LINE" as a front end's end; "client:LINE#2" is another
 /// front end of the same line. Nothing for an empty line, another word before the colon, and an engine with "#".
-std::optional<TransmitterId> ParseTransmitterId(const std::wstring& text);
+[[nodiscard]] std::optional<TransmitterId> ParseTransmitterId(const std::wstring& text);
 
 } // namespace in_process

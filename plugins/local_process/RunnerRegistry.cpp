@@ -9,7 +9,7 @@ namespace {
 
 /// The file is what scenarios look for; it cannot be made where the scenario removed its work directory.
 void RequestStop(const std::wstring& workDir, void* process) {
-    platform::CreateEmptyFileIn(workDir, run_protocol::killFileName);
+    (void)platform::CreateEmptyFileIn(workDir, run_protocol::killFileName);
     platform::AskProcessToEnd(process);
 }
 

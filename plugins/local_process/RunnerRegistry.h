@@ -14,7 +14,7 @@ public:
     /// `process` stays the caller's.
     void Add(const std::wstring& jobId, const std::wstring& workDir, void* process);
     /// Asks the runner of a job to stop its scenario; false when none runs.
-    bool AskToStop(const std::wstring& jobId);
+    [[nodiscard]] bool AskToStop(const std::wstring& jobId);
     void AskAllToStop();
 
 private:

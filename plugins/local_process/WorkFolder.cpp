@@ -73,8 +73,9 @@ void LeaveFailedResult(const RunScenarioInfo& info, const std::wstring& problem)
         return;
     }
     const run_protocol::RunScenarioResult result{info.jobId, false, {{failureCode, problem}}, {}};
-    run_protocol::WriteFile(run_protocol::SerializeRunScenarioResult(result),
-                            platform::ResolveAgainst(info.workDir, run_protocol::resultFileName));
+    // The job fails with or without it, and the problem is in the log.
+    (void)run_protocol::WriteFile(run_protocol::SerializeRunScenarioResult(result),
+                                  platform::ResolveAgainst(info.workDir, run_protocol::resultFileName));
 }
 
 } // namespace local_process

@@ -8,7 +8,8 @@ ClientEnd::ClientEnd(const std::string& placeName, std::unique_ptr<Network> ownN
                      Network::Log logFunction)
     : SocketTransmitter(placeName, std::move(ownNetwork), peerLimits, std::move(logFunction)) {
     Run();
-    Connect();
+    // Without an engine now, the first event tries again.
+    (void)Connect();
 }
 
 ClientEnd::~ClientEnd() {

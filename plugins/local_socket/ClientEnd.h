@@ -17,17 +17,17 @@ public:
     /// Waits for a handler that runs, so it must not be called out of one.
     ~ClientEnd() override;
 
-    bool SendEvent(const std::wstring& eventName, const std::wstring& payload) override;
-    bool SendEventTo(Peer peer, const std::wstring& eventName, const std::wstring& payload) override;
+    [[nodiscard]] bool SendEvent(const std::wstring& eventName, const std::wstring& payload) override;
+    [[nodiscard]] bool SendEventTo(Peer peer, const std::wstring& eventName, const std::wstring& payload) override;
     bool IsConnected() const override;
 
 private:
     /// The open session; else a new one, once both ends have greeted. Null when there is no engine.
-    std::shared_ptr<Session> Connect();
-    std::shared_ptr<Session> OpenSession() const;
+    [[nodiscard]] std::shared_ptr<Session> Connect();
+    [[nodiscard]] std::shared_ptr<Session> OpenSession() const;
     bool HasEnded() const;
-    std::shared_ptr<Session> Greet(std::unique_ptr<Channel> channel);
-    bool SendOver(const std::shared_ptr<Session>& open, const SharedFrame& frame);
+    [[nodiscard]] std::shared_ptr<Session> Greet(std::unique_ptr<Channel> channel);
+    [[nodiscard]] bool SendOver(const std::shared_ptr<Session>& open, const SharedFrame& frame);
 
     void CloseSessions() override;
     void OnGreeted(Session& session) override;

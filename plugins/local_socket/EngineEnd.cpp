@@ -25,7 +25,8 @@ bool EngineEnd::SendEvent(const std::wstring& eventName, const std::wstring& pay
     const std::map<Peer, std::shared_ptr<Session>> all = sessions;
     for (const auto& [peer, session] : all) {
         if (session->IsOpen()) {
-            SendOrDrop(*session, frame);
+            // One front end that does not take its events must not keep them from the others.
+            (void)SendOrDrop(*session, frame);
         }
     }
     return !IsStopped();

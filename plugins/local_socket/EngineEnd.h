@@ -12,21 +12,21 @@ namespace local_socket {
 class EngineEnd final : public SocketTransmitter {
 public:
     /// An engine that listens at `place`; null when the place cannot be taken, the log says why.
-    static std::unique_ptr<EngineEnd> Listen(const std::string& place, std::unique_ptr<Network> network,
-                                             const Limits& limits, Network::Log log);
+    [[nodiscard]] static std::unique_ptr<EngineEnd> Listen(const std::string& place, std::unique_ptr<Network> network,
+                                                           const Limits& limits, Network::Log log);
     /// Waits for a handler that runs, so it must not be called out of one.
     ~EngineEnd() override;
 
-    bool SendEvent(const std::wstring& eventName, const std::wstring& payload) override;
-    bool SendEventTo(Peer peer, const std::wstring& eventName, const std::wstring& payload) override;
+    [[nodiscard]] bool SendEvent(const std::wstring& eventName, const std::wstring& payload) override;
+    [[nodiscard]] bool SendEventTo(Peer peer, const std::wstring& eventName, const std::wstring& payload) override;
     bool IsConnected() const override;
 
 private:
     using SocketTransmitter::SocketTransmitter;
 
-    bool Listen();
+    [[nodiscard]] bool Listen();
     void OnConnected(std::unique_ptr<Channel> channel);
-    bool SendOrDrop(Session& session, const SharedFrame& frame);
+    [[nodiscard]] bool SendOrDrop(Session& session, const SharedFrame& frame);
 
     void CloseSessions() override;
     void OnGreeted(Session& session) override;

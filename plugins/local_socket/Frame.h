@@ -39,8 +39,8 @@ struct Frame {
 std::string EncodeGreeting();
 
 /// Nothing when the encoded name is empty or longer than `maximumNameBytes`, or the payload exceeds its limit.
-std::optional<std::string> EncodeEvent(std::wstring_view name, std::wstring_view payload,
-                                       std::size_t payloadLimit = maximumPayloadBytes);
+[[nodiscard]] std::optional<std::string> EncodeEvent(std::wstring_view name, std::wstring_view payload,
+                                                     std::size_t payloadLimit = maximumPayloadBytes);
 
 /// Why bytes are not frames of ours.
 enum class FrameRefusal : std::int32_t { None, NotAFrame, OtherVersion, UnknownKind, NameSize, PayloadSize };

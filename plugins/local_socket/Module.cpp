@@ -50,7 +50,8 @@ public:
         const std::lock_guard<std::mutex> guard(lock);
         for (const auto& [id, transmitter] : transmitters) {
             if (transmitter) {
-                transmitter->Stop(handlerPatience);
+                // A handler that does not end is left to the end of the process.
+                (void)transmitter->Stop(handlerPatience);
             }
         }
     }

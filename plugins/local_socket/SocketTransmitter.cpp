@@ -37,7 +37,8 @@ bool SocketTransmitter::Stop(std::chrono::milliseconds patience) {
 }
 
 void SocketTransmitter::End() {
-    Stop(std::chrono::milliseconds::zero());
+    // A delivery under way is waited for next.
+    (void)Stop(std::chrono::milliseconds::zero());
     deliveries.End();
 }
 

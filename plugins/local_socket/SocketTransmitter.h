@@ -24,7 +24,7 @@ public:
 
     /// Ends the sessions and both threads; from now on nothing is sent. False when a handler did not return within
     /// `patience`: then this object must stay.
-    bool Stop(std::chrono::milliseconds patience);
+    [[nodiscard]] bool Stop(std::chrono::milliseconds patience);
 
     void AddEventHandler(const std::wstring& eventName, CallbackFunctor* handler) final;
     Peer CurrentPeer() const final;

@@ -14,6 +14,6 @@ namespace local_socket {
 void AppendEncoded(std::string& bytes, std::wstring_view text);
 
 /// The text of encoded bytes; nothing when they are not such: overlong, truncated or stray bytes, beyond U+10FFFF.
-std::optional<std::wstring> DecodeText(std::string_view bytes);
+[[nodiscard]] std::optional<std::wstring> DecodeText(std::string_view bytes);
 
 } // namespace local_socket

@@ -19,6 +19,6 @@ struct TransmitterId {
 
 /// Reads "engine:NAME" or "client:NAME"; NAME is 1 to 64 of A-Z, a-z, 0-9, "_", "." and "-", so that it is a plain part
 /// of a file name on every system. Nothing for any other text.
-std::optional<TransmitterId> ParseTransmitterId(std::wstring_view text);
+[[nodiscard]] std::optional<TransmitterId> ParseTransmitterId(std::wstring_view text);
 
 } // namespace local_socket

@@ -22,7 +22,7 @@ public:
     /// at the second one, where reading stops; what was set until then stays. Unknown options and empty arguments are
     /// passed over. An option without a value takes a plain argument behind it, `f` and `m` too, which have no use for
     /// it. One pair of quotes around a file name is removed.
-    bool Parse(const std::vector<std::wstring>& args);
+    [[nodiscard]] bool Parse(const std::vector<std::wstring>& args);
 
     /// The command, also the first of two; `None` when there was none.
     CommandType GetCommandType();
@@ -37,12 +37,12 @@ public:
     bool IsForceServerMode() const;
 
 private:
-    bool ParseOption(const std::wstring& arg, wchar_t& letter, std::wstring& value) const;
+    [[nodiscard]] bool ParseOption(const std::wstring& arg, wchar_t& letter, std::wstring& value) const;
     std::vector<std::wstring> ParseIds(const std::wstring& text) const;
     std::wstring StripQuotation(const std::wstring& text) const;
-    bool TakePlainArgument(const std::wstring& arg, std::wstring& value) const;
-    bool Apply(wchar_t letter, const std::wstring& value);
-    bool ApplyCommand(wchar_t letter, const std::wstring& value);
+    [[nodiscard]] bool TakePlainArgument(const std::wstring& arg, std::wstring& value) const;
+    [[nodiscard]] bool Apply(wchar_t letter, const std::wstring& value);
+    [[nodiscard]] bool ApplyCommand(wchar_t letter, const std::wstring& value);
 
     CommandType commandType = None;
     std::vector<std::wstring> ids;

@@ -18,31 +18,31 @@ public:
     virtual ~CLIOrvelProxy();
 
     // Without a transmitter these send nothing and return false; otherwise the transmitter's result.
-    bool EnqueueJobs(EnqueueJobsInfo& info) override;
-    bool CancelJobs(std::vector<std::wstring>& ids) override;
-    bool CancelAllJobs() override;
-    bool CheckJobStatusRequest(const std::vector<std::wstring>& ids) override;
+    [[nodiscard]] bool EnqueueJobs(EnqueueJobsInfo& info) override;
+    [[nodiscard]] bool CancelJobs(std::vector<std::wstring>& ids) override;
+    [[nodiscard]] bool CancelAllJobs() override;
+    [[nodiscard]] bool CheckJobStatusRequest(const std::vector<std::wstring>& ids) override;
 
     // The command line has no use for these: they send nothing and return true.
-    bool FetchScenariosRequest() override;
-    bool FetchScenarioParameterSetsRequest(const std::wstring& scenarioId) override;
-    bool InitJobsRequest() override;
-    bool DeleteJobsRequest(std::vector<std::wstring>& ids) override;
-    bool FetchLocalizedStringsRequest(const std::wstring& culture) override;
-    bool InitCultureRequest() override;
-    bool TerminateRequest() override;
-    bool FetchServiceListRequest() override;
-    bool FetchUserSettingsRequest() override;
-    bool WriteUserSettingsRequest(WriteUserSettingsInfo& settings) override;
-    bool ClearUserSettingsRequest() override;
-    bool ShowSettingDialogRequest() override;
-    bool FetchScenarioEditorPathRequest() override;
-    bool FetchPreviousStateFilePathRequest() override;
-    bool FetchThirdPartyNoticesPathRequest() override;
+    [[nodiscard]] bool FetchScenariosRequest() override;
+    [[nodiscard]] bool FetchScenarioParameterSetsRequest(const std::wstring& scenarioId) override;
+    [[nodiscard]] bool InitJobsRequest() override;
+    [[nodiscard]] bool DeleteJobsRequest(std::vector<std::wstring>& ids) override;
+    [[nodiscard]] bool FetchLocalizedStringsRequest(const std::wstring& culture) override;
+    [[nodiscard]] bool InitCultureRequest() override;
+    [[nodiscard]] bool TerminateRequest() override;
+    [[nodiscard]] bool FetchServiceListRequest() override;
+    [[nodiscard]] bool FetchUserSettingsRequest() override;
+    [[nodiscard]] bool WriteUserSettingsRequest(WriteUserSettingsInfo& settings) override;
+    [[nodiscard]] bool ClearUserSettingsRequest() override;
+    [[nodiscard]] bool ShowSettingDialogRequest() override;
+    [[nodiscard]] bool FetchScenarioEditorPathRequest() override;
+    [[nodiscard]] bool FetchPreviousStateFilePathRequest() override;
+    [[nodiscard]] bool FetchThirdPartyNoticesPathRequest() override;
 
 private:
     template <typename... Content>
-    bool Send(const std::wstring& name, const Content&... content) const;
+    [[nodiscard]] bool Send(const std::wstring& name, const Content&... content) const;
 
     EventTransmitter* transmitter;
 };

@@ -49,7 +49,7 @@ void CLIPresenter::EnqueueJobsFromFile(const std::wstring& jobFile, const std::w
 std::vector<int> CLIPresenter::SendEnqueueRequest(EnqueueJobsInfo& info) {
     info.requestId = ControllerCSWrapper::CreateGuid();
     // Whether it could be sent shows in the answer.
-    proxy->EnqueueJobs(info);
+    (void)proxy->EnqueueJobs(info);
     std::vector<int> seqIds;
     if (!WaitForEnqueuedJobs(info.requestId, seqIds)) {
         ControllerLogManager::ErrorLog(L"Failed to EnqueueJobs");
@@ -72,18 +72,20 @@ bool CLIPresenter::WaitForEnqueuedJobs(const std::wstring& requestId, std::vecto
 void CLIPresenter::CancelJobs(const std::wstring& id) const {
     ControllerLogManager::Log(L"Job: " + id + L" is canceling.");
     std::vector<std::wstring> ids = {id};
-    proxy->CancelJobs(ids);
+    // Nothing is waited for here: the caller sees the answer, or that none comes.
+    (void)proxy->CancelJobs(ids);
 }
 
 void CLIPresenter::CancelAllJobs() const {
     ControllerLogManager::Log(L"Canceling all jobs.");
-    proxy->CancelAllJobs();
+    (void)proxy->CancelAllJobs();
 }
 
 void CLIPresenter::CheckJobStatus(const std::vector<std::wstring>& ids, const std::wstring& outputFile) {
     response_flags::responseStarted = false;
     response_flags::responseFinished = false;
-    proxy->CheckJobStatusRequest(ids);
+    // Without an answer the jobs are of unknown status.
+    (void)proxy->CheckJobStatusRequest(ids);
     WaitForResponse();
     TextOutput output(outputFile);
     std::string lines;

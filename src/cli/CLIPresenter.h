@@ -46,7 +46,7 @@ public:
     static std::string CreateStatusString(int seqId, JobStatus status);
 
     /// The id in the status answer for a job number; false, `id` as it was, when no answer told of that job.
-    bool FindJobId(int seqId, std::wstring& id) const;
+    [[nodiscard]] bool FindJobId(int seqId, std::wstring& id) const;
 
     bool EnqueueJobsFinish(const JobEnqueueResult& result) override;
     bool CancelJobsFinish(const std::vector<JobStatusInfo>& infos) override;
@@ -73,8 +73,8 @@ public:
 private:
     void AddEnqueueJobsId(const std::wstring& requestId, const std::vector<JobIdInfo>& jobIds);
     /// Finds the numbers of a request's jobs; nothing is erased.
-    bool FindAndEraseEnqueueJobsId(const std::wstring& requestId, std::vector<int>& seqIds);
-    bool WaitForEnqueuedJobs(const std::wstring& requestId, std::vector<int>& seqIds);
+    [[nodiscard]] bool FindAndEraseEnqueueJobsId(const std::wstring& requestId, std::vector<int>& seqIds);
+    [[nodiscard]] bool WaitForEnqueuedJobs(const std::wstring& requestId, std::vector<int>& seqIds);
     std::vector<int> SendEnqueueRequest(EnqueueJobsInfo& info);
     JobStatus FindStatus(int seqId) const;
 

@@ -14,33 +14,33 @@
 class IVanteloOrvelAbs {
 public:
     /// Asks for one job an input set. The answer carries the request's `requestId`.
-    virtual bool EnqueueJobs(EnqueueJobsInfo& info) = 0;
+    [[nodiscard]] virtual bool EnqueueJobs(EnqueueJobsInfo& info) = 0;
     /// Cancels the jobs named by id or number.
-    virtual bool CancelJobs(std::vector<std::wstring>& ids) = 0;
-    virtual bool CancelAllJobs() = 0;
-    virtual bool FetchScenariosRequest() = 0;
+    [[nodiscard]] virtual bool CancelJobs(std::vector<std::wstring>& ids) = 0;
+    [[nodiscard]] virtual bool CancelAllJobs() = 0;
+    [[nodiscard]] virtual bool FetchScenariosRequest() = 0;
     /// The parameter sets of the scenario with this catalogue id.
-    virtual bool FetchScenarioParameterSetsRequest(const std::wstring& scenarioId) = 0;
+    [[nodiscard]] virtual bool FetchScenarioParameterSetsRequest(const std::wstring& scenarioId) = 0;
     /// Asks for the whole job list.
-    virtual bool InitJobsRequest() = 0;
+    [[nodiscard]] virtual bool InitJobsRequest() = 0;
     /// Deletes the jobs named by id or number.
-    virtual bool DeleteJobsRequest(std::vector<std::wstring>& ids) = 0;
+    [[nodiscard]] virtual bool DeleteJobsRequest(std::vector<std::wstring>& ids) = 0;
     /// The string resources of a culture.
-    virtual bool FetchLocalizedStringsRequest(const std::wstring& culture) = 0;
+    [[nodiscard]] virtual bool FetchLocalizedStringsRequest(const std::wstring& culture) = 0;
     /// Asks for the culture selected in the settings.
-    virtual bool InitCultureRequest() = 0;
+    [[nodiscard]] virtual bool InitCultureRequest() = 0;
     /// Asks the engine's process to end.
-    virtual bool TerminateRequest() = 0;
-    virtual bool FetchServiceListRequest() = 0;
-    virtual bool FetchUserSettingsRequest() = 0;
-    virtual bool WriteUserSettingsRequest(WriteUserSettingsInfo& settings) = 0;
-    virtual bool ClearUserSettingsRequest() = 0;
-    virtual bool ShowSettingDialogRequest() = 0;
-    virtual bool FetchScenarioEditorPathRequest() = 0;
-    virtual bool FetchPreviousStateFilePathRequest() = 0;
+    [[nodiscard]] virtual bool TerminateRequest() = 0;
+    [[nodiscard]] virtual bool FetchServiceListRequest() = 0;
+    [[nodiscard]] virtual bool FetchUserSettingsRequest() = 0;
+    [[nodiscard]] virtual bool WriteUserSettingsRequest(WriteUserSettingsInfo& settings) = 0;
+    [[nodiscard]] virtual bool ClearUserSettingsRequest() = 0;
+    [[nodiscard]] virtual bool ShowSettingDialogRequest() = 0;
+    [[nodiscard]] virtual bool FetchScenarioEditorPathRequest() = 0;
+    [[nodiscard]] virtual bool FetchPreviousStateFilePathRequest() = 0;
     /// Asks for the status of the jobs named by id or number.
-    virtual bool CheckJobStatusRequest(const std::vector<std::wstring>& ids) = 0;
-    virtual bool FetchThirdPartyNoticesPathRequest() = 0;
+    [[nodiscard]] virtual bool CheckJobStatusRequest(const std::vector<std::wstring>& ids) = 0;
+    [[nodiscard]] virtual bool FetchThirdPartyNoticesPathRequest() = 0;
 
 protected:
     IVanteloOrvelAbs() = default;

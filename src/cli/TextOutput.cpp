@@ -20,11 +20,13 @@ std::string WithLineEndsOfSystem(std::string_view lines) {
 } // namespace
 
 TextOutput::TextOutput(const std::wstring& path) {
-    file.Open(path, true);
+    // What could not be opened is seen at each write.
+    (void)file.Open(path, true);
 }
 
 void TextOutput::Write(std::string_view lines) {
     if (file.IsOpen()) {
-        file.Write(WithLineEndsOfSystem(lines));
+        // Promised: lost in silence.
+        (void)file.Write(WithLineEndsOfSystem(lines));
     }
 }

@@ -25,7 +25,7 @@ template <typename Rule>
 struct ShapeOf<CheckedValue<Rule>> {
     using Value = typename Rule::Value;
 
-    static bool Read(void* object, std::string_view token) {
+    [[nodiscard]] static bool Read(void* object, std::string_view token) {
         Value& value = static_cast<CheckedValue<Rule>*>(object)->value;
         if constexpr (std::is_same_v<Value, std::wstring>) {
             value = Decode(token);

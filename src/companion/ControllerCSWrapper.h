@@ -50,14 +50,14 @@ public:
     static std::wstring CreateGuid();
     /// Replaces the file `path` by `json` in UTF-8, all or nothing, flushed to the disk; missing parent folders are
     /// made. When it is the job list file, the last good one is kept beside it as ".bak".
-    static bool CreateJsonFile(const std::wstring& json, const std::wstring& path);
+    [[nodiscard]] static bool CreateJsonFile(const std::wstring& json, const std::wstring& path);
     /// The text of a JSON file (UTF-8, with or without a mark); false when it cannot be read or is not JSON.
-    static bool ReadJsonFile(const std::wstring& path, std::wstring& text);
+    [[nodiscard]] static bool ReadJsonFile(const std::wstring& path, std::wstring& text);
     /// Removes a job's work directory with its contents; no link or junction is followed. Refuses (false and a warning)
     /// a text that is empty, relative or a root, whatever does not lie below the configured work directory, and what
     /// can be reached only through a link. The text counts up to its first U+0000. A folder that is missing is a
     /// success.
-    static bool RemoveJobWorkDirectory(const std::wstring& workDir);
+    [[nodiscard]] static bool RemoveJobWorkDirectory(const std::wstring& workDir);
 
     // Messages: an object with one member, its name
 
@@ -68,54 +68,56 @@ public:
 
     /// Read a message of any name into `value`. A missing member takes its default; a member of the wrong type refuses
     /// the whole text. Lists are appended to.
-    static bool Deserialize(const std::wstring& text, std::vector<JobListInfo>& value);
-    static bool Deserialize(const std::wstring& text, JobEnqueueResult& value);
-    static bool Deserialize(const std::wstring& text, std::vector<JobStatusInfo>& value);
-    static bool Deserialize(const std::wstring& text, std::vector<ScenarioInfo>& value);
-    static bool Deserialize(const std::wstring& text, std::vector<ScenarioParameterSetInfo>& value);
-    static bool Deserialize(const std::wstring& text, std::vector<std::wstring>& value);
-    static bool Deserialize(const std::wstring& text, std::wstring& value);
+    [[nodiscard]] static bool Deserialize(const std::wstring& text, std::vector<JobListInfo>& value);
+    [[nodiscard]] static bool Deserialize(const std::wstring& text, JobEnqueueResult& value);
+    [[nodiscard]] static bool Deserialize(const std::wstring& text, std::vector<JobStatusInfo>& value);
+    [[nodiscard]] static bool Deserialize(const std::wstring& text, std::vector<ScenarioInfo>& value);
+    [[nodiscard]] static bool Deserialize(const std::wstring& text, std::vector<ScenarioParameterSetInfo>& value);
+    [[nodiscard]] static bool Deserialize(const std::wstring& text, std::vector<std::wstring>& value);
+    [[nodiscard]] static bool Deserialize(const std::wstring& text, std::wstring& value);
     /// A process handle, written as hexadecimal text.
-    static bool Deserialize(const std::wstring& text, void*& value);
+    [[nodiscard]] static bool Deserialize(const std::wstring& text, void*& value);
 
     // Job list and jobs file
 
     /// Reads the job list file. An unreadable one is kept beside it as ".corrupt-<time>"; when its ".bak" is good, that
     /// is read and a warning says so. Of a list that is missing the backup is not read: somebody has deleted it.
-    static bool ParseJobList(const std::wstring& path, std::vector<JobListInfo>& records);
+    [[nodiscard]] static bool ParseJobList(const std::wstring& path, std::vector<JobListInfo>& records);
     /// Reads the requests of a jobs file; relative paths in it are relative to its folder.
-    static bool ReadEnqueueJobsFile(const std::wstring& path, std::vector<EnqueueJobsInfo>& infos);
+    [[nodiscard]] static bool ReadEnqueueJobsFile(const std::wstring& path, std::vector<EnqueueJobsInfo>& infos);
 
     // What scenarios are told and report
 
-    static bool ParseProgressFile(const std::wstring& path, std::wstring& message, int& progress);
-    static bool ParseProgressFileString(const std::wstring& json, std::wstring& jobId, std::wstring& message,
-                                        int& progress);
+    [[nodiscard]] static bool ParseProgressFile(const std::wstring& path, std::wstring& message, int& progress);
+    [[nodiscard]] static bool ParseProgressFileString(const std::wstring& json, std::wstring& jobId,
+                                                      std::wstring& message, int& progress);
     /// `succeeded`: the scenario's own verdict; `pairs`: its messages with their codes; `texts`: its output files.
-    static bool ParseRunScenarioResult(const std::wstring& path, bool& succeeded,
-                                       std::vector<std::pair<int, std::wstring>>& pairs,
-                                       std::vector<std::wstring>& texts);
-    static bool ParseRunScenarioResultString(const std::wstring& json, std::wstring& jobId, bool& succeeded,
-                                             std::vector<std::pair<int, std::wstring>>& pairs,
-                                             std::vector<std::wstring>& texts);
+    [[nodiscard]] static bool ParseRunScenarioResult(const std::wstring& path, bool& succeeded,
+                                                     std::vector<std::pair<int, std::wstring>>& pairs,
+                                                     std::vector<std::wstring>& texts);
+    [[nodiscard]] static bool ParseRunScenarioResultString(const std::wstring& json, std::wstring& jobId,
+                                                           bool& succeeded,
+                                                           std::vector<std::pair<int, std::wstring>>& pairs,
+                                                           std::vector<std::wstring>& texts);
     /// Builds the request that the function "RunScenario" takes.
-    static bool CreateRunScenarioInfoString(const std::wstring& jobId, const std::wstring& scenarioPath,
-                                            const std::vector<std::wstring>& inputFiles,
-                                            const std::wstring& outputFolder, const std::wstring& workDir,
-                                            const std::wstring& runArgument, std::wstring& json);
+    [[nodiscard]] static bool CreateRunScenarioInfoString(const std::wstring& jobId, const std::wstring& scenarioPath,
+                                                          const std::vector<std::wstring>& inputFiles,
+                                                          const std::wstring& outputFolder, const std::wstring& workDir,
+                                                          const std::wstring& runArgument, std::wstring& json);
 
     // Scenarios
 
     /// Reads the manifest of a packaged scenario (".esa"): fills `displayName` and `inputs`. False when it is not a
     /// usable package.
-    static bool GetScenarioInfo(const std::wstring& path, ScenarioInfo& info);
+    [[nodiscard]] static bool GetScenarioInfo(const std::wstring& path, ScenarioInfo& info);
     /// Appends the parameter sets of a scenario (".rb" or ".esa"). A scenario that offers none is a success.
-    static bool GetScenarioParameterSetInfo(const std::wstring& scenarioPath,
-                                            std::vector<ScenarioParameterSetInfo>& out);
+    [[nodiscard]] static bool GetScenarioParameterSetInfo(const std::wstring& scenarioPath,
+                                                          std::vector<ScenarioParameterSetInfo>& out);
 
     // Strings
 
     /// The JSON text of the member `name` of the object `json`, a plain string as its text; false when there is no such
     /// member.
-    static bool GetStringResources(const std::wstring& json, const std::wstring& name, std::wstring& member);
+    [[nodiscard]] static bool GetStringResources(const std::wstring& json, const std::wstring& name,
+                                                 std::wstring& member);
 };

@@ -17,7 +17,7 @@ namespace job_list_file {
 /// Reads the list into the empty `records`. What is no list is kept aside and the backup takes its place, so that
 /// reading again gives the same. A list that cannot be opened, or that is of a newer version, is left as it stands:
 /// false. What is wrong goes to the log.
-bool Read(const std::wstring& path, std::vector<JobListInfo>& records);
+[[nodiscard]] bool Read(const std::wstring& path, std::vector<JobListInfo>& records);
 
 /// Removes what a process left beside the list that was killed while it wrote it. Only for the one who may write it.
 CONTROLLER_API void RemoveLeftovers(const std::wstring& path);
@@ -28,7 +28,7 @@ CONTROLLER_API std::wstring Obstacle(const std::wstring& path);
 
 /// Replaces the list by `bytes`, all or nothing. The first failure of a row is a warning in the log, and so is its end;
 /// the bytes are kept for `WriteAgain`.
-bool Write(const std::wstring& path, std::string_view bytes);
+[[nodiscard]] bool Write(const std::wstring& path, std::string_view bytes);
 
 /// True while the last list that was to be written is not.
 CONTROLLER_API bool IsUnwritten();

@@ -42,7 +42,7 @@ std::wstring Serialize(const std::wstring& name, const Value& value) noexcept {
 
 /// The content of a message. A refusal is logged and leaves `value` as it was.
 template <typename Value>
-bool Deserialize(const std::wstring& text, Value& value) noexcept {
+[[nodiscard]] bool Deserialize(const std::wstring& text, Value& value) noexcept {
     return boundary::Guard("Deserialize", [&] {
         json::Envelope<Value> envelope;
         std::wstring problem;

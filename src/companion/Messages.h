@@ -17,6 +17,6 @@ CONTROLLER_API std::wstring Serialize(const std::wstring& name, const std::vecto
 CONTROLLER_API std::wstring Serialize(const std::wstring& name, const std::vector<ScenarioParameterSetInfo>& sets);
 CONTROLLER_API std::wstring Serialize(const std::wstring& name, const std::wstring& text);
 
-CONTROLLER_API bool Deserialize(const std::wstring& text, EnqueueJobsInfo& info);
+[[nodiscard]] CONTROLLER_API bool Deserialize(const std::wstring& text, EnqueueJobsInfo& info);
 
 } // namespace messages

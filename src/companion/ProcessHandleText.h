@@ -9,6 +9,6 @@ std::wstring Format(const void* process);
 
 /// Takes the digits of either case, with or without "0x". False, and `process` as it was, for anything else and for
 /// numbers too large for a handle.
-bool Parse(const std::wstring& text, void*& process);
+[[nodiscard]] bool Parse(const std::wstring& text, void*& process);
 
 } // namespace process_handle_text

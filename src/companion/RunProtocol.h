@@ -47,8 +47,10 @@ struct RunScenarioResult {
 };
 
 /// Read the request; `problem` says what is wrong with it.
-CONTROLLER_API bool ParseRunScenarioInfo(const std::wstring& json, RunScenarioInfo& info, std::wstring& problem);
-CONTROLLER_API bool ReadRunScenarioInfoFile(const std::wstring& path, RunScenarioInfo& info, std::wstring& problem);
+[[nodiscard]] CONTROLLER_API bool ParseRunScenarioInfo(const std::wstring& json, RunScenarioInfo& info,
+                                                       std::wstring& problem);
+[[nodiscard]] CONTROLLER_API bool ReadRunScenarioInfoFile(const std::wstring& path, RunScenarioInfo& info,
+                                                          std::wstring& problem);
 
 /// JSON texts of both directions.
 CONTROLLER_API std::wstring SerializeRunScenarioInfo(const RunScenarioInfo& info);
@@ -58,7 +60,7 @@ CONTROLLER_API std::wstring SerializeProgress(const std::wstring& jobId, int pro
 /// Replaces a file of a work directory by such a text, all or nothing. Not flushed to the disk: a job does not outlive
 /// the machine. False (logged) when it cannot be written; a work directory that is missing was removed with its job and
 /// is not made again.
-CONTROLLER_API bool WriteFile(const std::wstring& json, const std::wstring& path);
+[[nodiscard]] CONTROLLER_API bool WriteFile(const std::wstring& json, const std::wstring& path);
 
 /// The answer of "RunScenario": the handle as hexadecimal text.
 CONTROLLER_API std::wstring SerializeProcessHandle(void* process);

@@ -31,6 +31,7 @@ CONTROLLER_API bool IsPackage(const std::wstring& scenarioPath);
 
 /// Reads the manifest that belongs to a scenario. A script without one gets the defaults. False, with `problem` saying
 /// what is wrong with which file, when it is broken or a package has none.
-CONTROLLER_API bool ReadFor(const std::wstring& scenarioPath, ScenarioManifest& manifest, std::wstring& problem);
+[[nodiscard]] CONTROLLER_API bool ReadFor(const std::wstring& scenarioPath, ScenarioManifest& manifest,
+                                          std::wstring& problem);
 
 } // namespace scenario_manifest

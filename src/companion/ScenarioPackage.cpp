@@ -82,7 +82,8 @@ public:
     explicit Beginning(const std::wstring& begunFolder) : folder(begunFolder) {}
     ~Beginning() {
         if (!kept) {
-            platform::RemoveTree(folder);
+            // The failure that is reported is the one before.
+            (void)platform::RemoveTree(folder);
         }
     }
     Beginning(const Beginning&) = delete;

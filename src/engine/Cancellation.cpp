@@ -10,7 +10,8 @@
 
 bool JobEntry::OnCancelJob() {
     ControllerLogManager::DebugLog(L"Create killprocess for Job: " + numbers::DecimalText(info.seqId));
-    platform::CreateEmptyFileIn(info.workDir, L"killprocess");
+    // Without a reason to tell: the job may just have ended and lost its folder.
+    (void)platform::CreateEmptyFileIn(info.workDir, L"killprocess");
     platform::ReachFaultPoint(platform::FaultPoint::KillFileMade);
     return true;
 }
@@ -86,5 +87,6 @@ bool JobEntryManagerBase::CancelAllJobs(std::vector<JobStatusInfo>& cancelled, b
 
 void JobEntryManagerBase::Terminate() {
     std::wstring answer;
-    CallModule(*functionManager, "Terminate", L"", answer, nullptr, "terminated");
+    // A module without that function has nothing to end.
+    (void)CallModule(*functionManager, "Terminate", L"", answer, nullptr, "terminated");
 }

@@ -19,7 +19,7 @@ bool TakeDeletable(JobEntry& job, std::set<std::wstring>& requested) {
 /// The path is the text up to its first U+0000. A folder that stays behind is no reason to keep the job.
 void RemoveWorkDirectory(const std::wstring& workDir) {
     try {
-        ControllerCSWrapper::RemoveJobWorkDirectory(workDir.substr(0, workDir.find(L'\0')));
+        (void)ControllerCSWrapper::RemoveJobWorkDirectory(workDir.substr(0, workDir.find(L'\0')));
     } catch (...) {
         return;
     }

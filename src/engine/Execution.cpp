@@ -71,6 +71,6 @@ bool JobEntryManagerBase::CallRunScenario(JobEntry& job, Callback callback) {
         return false;
     }
     // An answer without a handle leaves the job running without one: the next look at it takes it as ended.
-    job.OnEvaluateJobInputResult(response);
+    (void)job.OnEvaluateJobInputResult(response);
     return true;
 }

@@ -23,7 +23,7 @@ public:
 
     /// Takes the process handle out of the answer of "RunScenario". False, and nothing changed, when the answer has
     /// none.
-    virtual bool OnEvaluateJobInputResult(const std::wstring& response);
+    [[nodiscard]] virtual bool OnEvaluateJobInputResult(const std::wstring& response);
     /// One look at the job's process and files, without waiting; true when the job changed so that callers must be
     /// told.
     virtual bool OnCheckUpdate();
@@ -65,7 +65,7 @@ public:
     void SetOutputFolder();
 
     /// Builds the run request of this job; false when it cannot be built.
-    bool CreateJsonString(std::wstring& json);
+    [[nodiscard]] bool CreateJsonString(std::wstring& json);
 
     /// Any transition is accepted and logged; the status that the job already has is neither.
     void ChangeStatus(JobStatus status);
@@ -73,7 +73,7 @@ public:
     /// Makes a fresh folder for the job's results below the output directory, named after the first input file (with a
     /// number behind it when that name is taken). Without input files the output directory itself is taken, made or
     /// not. False when the folder cannot be made (logged).
-    bool PrepareOutputDir();
+    [[nodiscard]] bool PrepareOutputDir();
 
     /// UTC text of a time: "2024-03-05T07:08:09Z".
     static std::wstring CreateTimeString(const std::int64_t& time);
@@ -91,7 +91,7 @@ protected:
 
 private:
     /// Takes a new value out of the progress file; false when there is none yet.
-    bool ReadProgress();
+    [[nodiscard]] bool ReadProgress();
     /// The job's process has ended: lets go of it and gives the job its end time and last status.
     void Finish();
 };

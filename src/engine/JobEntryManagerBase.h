@@ -42,7 +42,7 @@ public:
     /// Appends one `Queued` job for every input set whose files all exist. On true the job list file has been
     /// rewritten. `result` has one element an input set; a rejected set keeps the default one. False, with an error
     /// line and no job, when the scenario is not found or the output directory is empty.
-    bool EnqueueJob(EnqueueJobsInfo& request, JobEnqueueResult& result);
+    [[nodiscard]] bool EnqueueJob(EnqueueJobsInfo& request, JobEnqueueResult& result);
 
     /// Starts the next queued job through the module function "RunScenario" unless one is running. `updated` receives
     /// every job that became `Running` or `Failed`. False when there was nothing to look at. The lock is held while the
@@ -81,9 +81,9 @@ public:
 
     /// Apply a report that came as JSON text instead of a file: progress; result; the end of a cancelled job. False
     /// when the text cannot be read or names no job (logged at debug level).
-    bool UpdateProgress(const std::wstring& progressJson, std::vector<JobStatusInfo>& changed);
-    bool UpdateResult(const std::wstring& resultJson, std::vector<JobStatusInfo>& changed);
-    bool UpdateToCanceled(const std::wstring& resultJson, std::vector<JobStatusInfo>& changed);
+    [[nodiscard]] bool UpdateProgress(const std::wstring& progressJson, std::vector<JobStatusInfo>& changed);
+    [[nodiscard]] bool UpdateResult(const std::wstring& resultJson, std::vector<JobStatusInfo>& changed);
+    [[nodiscard]] bool UpdateToCanceled(const std::wstring& resultJson, std::vector<JobStatusInfo>& changed);
 
     /// Appends every job's record in list order. Takes no lock: not while another thread calls an operation that adds,
     /// changes or removes jobs. A derived class that is asked by several threads holds the lock around the call. Always
@@ -100,8 +100,8 @@ public:
     bool FetchScenarios(std::vector<ScenarioInfo>& scenarios);
     /// Appends the parameter sets of a catalogued scenario; false when `scenarioId` is not in the catalogue. Takes no
     /// lock: not while another thread fetches scenarios.
-    bool FetchScenarioParameterSets(std::vector<ScenarioParameterSetInfo>& parameterSets,
-                                    const std::wstring& scenarioId);
+    [[nodiscard]] bool FetchScenarioParameterSets(std::vector<ScenarioParameterSetInfo>& parameterSets,
+                                                  const std::wstring& scenarioId);
 
 protected:
     /// Makes the entry for a job, a default one for null; never null. The engine takes ownership at once.
@@ -130,9 +130,10 @@ private:
     // Enqueue; under the lock
     /// Finds the scenario that a request names, in the catalogue or as a file; `scenarioDir` then becomes the file's
     /// folder. False (logged) when there is none.
-    bool ResolveScenario(const ScenarioInfo& requested, ScenarioInfo& scenario, std::wstring& scenarioDir);
+    [[nodiscard]] bool ResolveScenario(const ScenarioInfo& requested, ScenarioInfo& scenario,
+                                       std::wstring& scenarioDir);
     /// Searches a scenario file by its path, else below the scenario directories in order. False leaves `path`.
-    bool FindSceanrioFile(const std::wstring& scenario, std::wstring& path);
+    [[nodiscard]] bool FindSceanrioFile(const std::wstring& scenario, std::wstring& path);
     /// Appends one job for each usable input set; `record` holds what they have in common.
     void AppendJobs(const EnqueueJobsInfo& request, JobListInfo& record, const std::wstring& scenarioDir,
                     JobEnqueueResult& result);
@@ -144,12 +145,12 @@ private:
     std::wstring CreateUniqueId(std::random_device& device);
     int CreateSequentialId();
     /// The first job whose id is exactly `id`.
-    bool FindJobEntry(const std::wstring& id, std::shared_ptr<JobEntry>& entry);
+    [[nodiscard]] bool FindJobEntry(const std::wstring& id, std::shared_ptr<JobEntry>& entry);
 
     // Execution; under the lock
     /// Starts a queued job, or makes it `Failed`; true when it runs. False too for a job that is not queued.
-    bool StartJob(JobEntry& job, Callback callback, std::vector<JobStatusInfo>& updated);
-    bool CallRunScenario(JobEntry& job, Callback callback);
+    [[nodiscard]] bool StartJob(JobEntry& job, Callback callback, std::vector<JobStatusInfo>& updated);
+    [[nodiscard]] bool CallRunScenario(JobEntry& job, Callback callback);
 
     // Cancellation; under the lock
     /// One element each time a running job was reported.
@@ -161,8 +162,8 @@ private:
     // Tracking
     /// Lets a report change the job with this id and reports the change. False (logged with `kind`) when there is no
     /// such job. Takes the lock.
-    bool ApplyReport(const std::wstring& jobId, const std::wstring& kind, std::vector<JobStatusInfo>& changed,
-                     const std::function<void(JobEntry&)>& report);
+    [[nodiscard]] bool ApplyReport(const std::wstring& jobId, const std::wstring& kind,
+                                   std::vector<JobStatusInfo>& changed, const std::function<void(JobEntry&)>& report);
 
     // Job list file; under the lock
     void ReadJobList(std::list<std::shared_ptr<JobEntry>>& jobs);

@@ -19,8 +19,9 @@ void JobEntryManagerBase::UpdateJobList() {
     std::vector<JobListInfo> records;
     records.reserve(jobList.size());
     GetJobList(records);
-    ControllerCSWrapper::CreateJsonFile(ControllerCSWrapper::Serialize(L"JobList", records),
-                                        ControllerCSWrapper::GetJobListFile());
+    // Reported by the companion; the next change writes the whole list again.
+    (void)ControllerCSWrapper::CreateJsonFile(ControllerCSWrapper::Serialize(L"JobList", records),
+                                              ControllerCSWrapper::GetJobListFile());
 }
 
 bool JobEntryManagerBase::GetJobList(std::vector<JobListInfo>& records) {

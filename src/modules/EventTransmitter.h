@@ -25,13 +25,13 @@ public:
     /// on (to nobody is also handed on), false when there is no connection or the event is too big. Does not wait for
     /// the other side to take it, so what is handed on just before a process ends may be lost. A front end without a
     /// connection tries to make one first, which is over at once where no engine is, and after some seconds at most.
-    virtual bool SendEvent(const std::wstring& eventName, const std::wstring& payload) = 0;
+    [[nodiscard]] virtual bool SendEvent(const std::wstring& eventName, const std::wstring& payload) = 0;
 
     /// While a handler runs, on its thread: who sent the event. Otherwise 0.
     virtual Peer CurrentPeer() const = 0;
 
     /// Hands an event to one peer alone: the answer to whom asked. False when that peer is gone.
-    virtual bool SendEventTo(Peer peer, const std::wstring& eventName, const std::wstring& payload) = 0;
+    [[nodiscard]] virtual bool SendEventTo(Peer peer, const std::wstring& eventName, const std::wstring& payload) = 0;
 
     /// Front end: true while the engine is there. Engine: true while it can be reached.
     virtual bool IsConnected() const = 0;

@@ -28,7 +28,8 @@ std::vector<std::string> ReadFunctionNames(GetFunctions getFunctions) {
 
 FunctionManager::FunctionManager(const std::vector<std::wstring>& modulePaths) {
     for (const std::wstring& path : modulePaths) {
-        LoadFunctionDll(path);
+        // A module that is missing is no reason to do without the others.
+        (void)LoadFunctionDll(path);
     }
 }
 

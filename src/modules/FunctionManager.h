@@ -34,12 +34,12 @@ public:
     /// Loads one module and registers the functions that it names; of two modules with the same function the later one
     /// wins. True when the module offers `GetFunctions`, and also when this very path was given before (even if it
     /// failed then): it is not tried again. A module whose `GetFunctions` throws serves no function.
-    bool LoadFunctionDll(const std::wstring& modulePath);
+    [[nodiscard]] bool LoadFunctionDll(const std::wstring& modulePath);
 
     /// Calls the module that serves `functionName` and returns its result unchanged; -1 when there is none or it has no
     /// `CallFunction`. `output` is the module's to fill. Exceptions of the module pass through.
-    long CallFunction(const std::string& functionName, const std::wstring& input, std::wstring& output,
-                      Callback callback) const;
+    [[nodiscard]] long CallFunction(const std::string& functionName, const std::wstring& input, std::wstring& output,
+                                    Callback callback) const;
 
 private:
     /// Handles of the system; null for a module that could not be loaded.

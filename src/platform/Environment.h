@@ -8,7 +8,7 @@
 namespace platform {
 
 /// The value of an environment variable; nothing when it is not set. As the C runtime sees it, at this moment.
-std::optional<std::wstring> GetEnvironment(const std::wstring& name);
+[[nodiscard]] std::optional<std::wstring> GetEnvironment(const std::wstring& name);
 
 /// Sets a variable of this process; an empty value removes it. A name that is empty or holds "=" is ignored. Not while
 /// other threads read the environment.

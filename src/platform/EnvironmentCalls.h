@@ -6,7 +6,7 @@
 /// The calls of the system, for names that it can take.
 namespace platform {
 
-std::optional<std::wstring> ReadVariable(const std::wstring& name);
+[[nodiscard]] std::optional<std::wstring> ReadVariable(const std::wstring& name);
 void WriteVariable(const std::wstring& name, const std::wstring& value);
 void RemoveVariable(const std::wstring& name);
 

@@ -21,7 +21,7 @@ enum class ErrorKind : std::int32_t {
 };
 
 /// The outcome of a system call: success, or why it failed. A small value, copied freely.
-struct Error {
+struct [[nodiscard]] Error {
     ErrorKind kind = ErrorKind::None;
     /// errno on Linux, GetLastError() on Windows; 0 when the failure is not the system's.
     std::int64_t systemCode = 0;

@@ -59,7 +59,7 @@ struct FileIdentity {
     std::uint64_t file = 0;
     bool operator==(const FileIdentity&) const = default;
 };
-std::optional<FileIdentity> IdentityOf(const std::wstring& path);
+[[nodiscard]] std::optional<FileIdentity> IdentityOf(const std::wstring& path);
 
 /// Tells one state of a file from another: it changes when the file is replaced or written.
 struct FileStamp {
@@ -69,7 +69,7 @@ struct FileStamp {
     std::int64_t lastWrite = 0;
     bool operator==(const FileStamp&) const = default;
 };
-std::optional<FileStamp> StampOf(const std::wstring& path);
+[[nodiscard]] std::optional<FileStamp> StampOf(const std::wstring& path);
 
 /// Replaces `bytes` by the content of a regular file. More than `limit` bytes: `TooLarge`. A failure leaves `bytes` as
 /// it was.

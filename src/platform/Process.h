@@ -38,12 +38,12 @@ Error StartProcess(const ProcessStart& start, OwnedHandle& process);
 
 /// A handle to this very process that a child can inherit and wait for, to notice that its parent has ended by whatever
 /// means. Null when the system has none left.
-OwnedHandle OpenOwnProcess();
+[[nodiscard]] OwnedHandle OpenOwnProcess();
 
 /// How a child is told an inherited handle in an argument, and how it takes it from there: null when the text is not
 /// one or names no open handle. A handle can be taken once; the child's own children do not get it unasked.
 std::wstring InheritedHandleText(void* handle);
-OwnedHandle TakeInheritedHandle(const std::wstring& text);
+[[nodiscard]] OwnedHandle TakeInheritedHandle(const std::wstring& text);
 
 /// Asks a process to end, as its user would (SIGTERM), and wakes it up for that where it was stopped. On Windows there
 /// is no such way for a process without a window: nothing happens.
@@ -52,7 +52,7 @@ void AskProcessToEnd(void* process);
 /// The exit code of a process that has ended: what it returned, or on Linux 128 + the signal that ended it. Nothing
 /// while it runs or when it cannot be told (on Linux: no child of this process). The answer stays until the handle is
 /// closed, which reaps the child.
-std::optional<std::int32_t> ExitCode(void* process);
+[[nodiscard]] std::optional<std::int32_t> ExitCode(void* process);
 
 /// What an exit code says, as the end of a sentence: "exit code 3"; "exit code 137 (signal 9, Killed)" on Linux, "exit
 /// code -1073741819 (0xc0000005)" on Windows.

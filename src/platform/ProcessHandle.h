@@ -15,7 +15,7 @@ bool IsProcessRunning(void* process);
 void CloseProcessHandle(void* process);
 
 /// A second handle to the same process or event, to be closed by itself; null when `handle` is not one.
-void* CopyHandle(void* handle);
+[[nodiscard]] void* CopyHandle(void* handle);
 
 /// Owns one handle that can be waited for (process, event, folder watch). Move-only.
 class OwnedHandle {

@@ -9,7 +9,7 @@ namespace platform {
 /// The absolute path of the program that a bare name stands for, looked up in the folders of PATH alone: never in the
 /// current folder, nor in an entry of PATH that is not absolute. On Windows a name without an extension stands for
 /// ".exe", then ".com". Nothing when there is none. Any thread.
-std::optional<std::wstring> FindProgram(const std::wstring& name);
+[[nodiscard]] std::optional<std::wstring> FindProgram(const std::wstring& name);
 
 /// True when this system starts such a file itself. On Windows: ".exe" and ".com", because anything else would be
 /// handed to a command interpreter, which reads arguments by rules of its own. On Linux: any.

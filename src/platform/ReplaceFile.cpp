@@ -47,7 +47,8 @@ class TemporaryName {
 public:
     explicit TemporaryName(const std::wstring& target)
         : path(target.substr(0, target.size() - FileName(target).size()) + TemporaryStart(target) + RandomDigits()) {}
-    ~TemporaryName() { RemoveFile(path); }
+    /// Mostly it has been renamed and is not there any more.
+    ~TemporaryName() { (void)RemoveFile(path); }
     TemporaryName(const TemporaryName&) = delete;
     TemporaryName& operator=(const TemporaryName&) = delete;
 
@@ -123,10 +124,11 @@ Error RequireFileName(const std::wstring& path) {
 void RemoveLeftTemporaries(const std::wstring& path) {
     const std::wstring start = TemporaryStart(path);
     std::vector<FolderEntry> entries;
-    ListFolder(ParentFolder(path), entries);
+    // What cannot be listed or removed now is met again at the next start.
+    (void)ListFolder(ParentFolder(path), entries);
     for (const FolderEntry& entry : entries) {
         if (start != temporaryMark && IsTemporaryOf(entry.name, start)) {
-            RemoveFile(ResolveAgainst(ParentFolder(path), entry.name));
+            (void)RemoveFile(ResolveAgainst(ParentFolder(path), entry.name));
         }
     }
 }

@@ -8,11 +8,11 @@ namespace platform {
 /// Loads a module and takes a reference on it; null when it cannot be loaded. There is no search: a bare name stands
 /// for the program's folder, any other path for itself. On Windows the libraries that the module needs are looked for
 /// beside it, beside the program and among the system's, never in the current folder or PATH.
-void* LoadModule(const std::wstring& path);
+[[nodiscard]] void* LoadModule(const std::wstring& path);
 
 /// The address of an export, null when the module has none of this name. A null module has no exports: to the system it
 /// would mean the main program, whose own would be found.
-void* FindExport(void* module, const char* name);
+[[nodiscard]] void* FindExport(void* module, const char* name);
 
 /// Gives one reference back; a null module is nothing to free.
 void FreeModule(void* module);

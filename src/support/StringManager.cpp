@@ -33,7 +33,8 @@ std::vector<std::wstring> CulturesToTry(const std::wstring& culture) {
 } // namespace
 
 StringManager::StringManager(const std::wstring& resourceFilePath) {
-    ControllerCSWrapper::ReadJsonFile(resourceFilePath, resources);
+    // Of a file that cannot be read no key is found, as the class promises.
+    (void)ControllerCSWrapper::ReadJsonFile(resourceFilePath, resources);
 }
 
 StringManager::StringManager(const StringManager& other) = default;

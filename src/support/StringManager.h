@@ -23,11 +23,14 @@ public:
     /// Finds the text of `key` in the first culture that has it: `culture` (unless empty), the selected one, the
     /// application's default one. An empty key names the whole section, a key of an object gives its JSON text, and a
     /// segment "#" of a key is passed over. False when no culture has it; `text` is then left as it was.
-    bool GetLocalizedString(const std::wstring& key, std::wstring& text, const std::wstring& culture) const;
+    [[nodiscard]] bool GetLocalizedString(const std::wstring& key, std::wstring& text,
+                                          const std::wstring& culture) const;
 
 private:
-    bool GetLocalizedStringImpl(const std::wstring& key, std::wstring& text, const std::wstring& culture) const;
-    bool GetStringResources(const std::wstring& json, const std::wstring& name, std::wstring& member) const;
+    [[nodiscard]] bool GetLocalizedStringImpl(const std::wstring& key, std::wstring& text,
+                                              const std::wstring& culture) const;
+    [[nodiscard]] bool GetStringResources(const std::wstring& json, const std::wstring& name,
+                                          std::wstring& member) const;
 
     std::wstring resources;
 };

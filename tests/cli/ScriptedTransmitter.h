@@ -32,7 +32,7 @@ public:
     std::vector<std::wstring> registered;
 
     /// Calls the handler of an event as a transmitter's thread would; std::out_of_range without one.
-    bool Deliver(const std::wstring& eventName, const std::wstring& payload);
+    [[nodiscard]] bool Deliver(const std::wstring& eventName, const std::wstring& payload);
     bool HasHandlers() const { return !handlers.empty(); }
     /// What makes the module `transmitter_by_address` hand out this object.
     std::wstring Id() const;

@@ -1,4 +1,5 @@
 #include "FrontEndFixture.h"
+#include "ScopedTemporaryFolder.h"
 
 #include "companion/Messages.h"
 #include "platform/FileSystem.h"
@@ -88,6 +89,23 @@ TEST_F(LetterCommandsTest, StatusLinesAreInEnglishWhateverTheCulture) {
     AnswerStatus();
     EXPECT_EQ(Run({L"-s", L"3,5"}), 0);
     EXPECT_EQ(console.output, Line("3,Running") + Line("5,Unknown"));
+}
+
+TEST_F(LetterCommandsTest, StatusLinesThatAreLostOnTheWayAreTold) {
+    const ScopedTemporaryFolder temporary(folder.Path());
+    host.transmitter.onSend = [this](const ScriptedTransmitter::Event&) {
+        // Where the lines are to be kept for a moment.
+        std::vector<platform::FolderEntry> entries;
+        EXPECT_FALSE(platform::ListFolder(folder.Path(), entries));
+        for (const platform::FolderEntry& entry : entries) {
+            EXPECT_FALSE(!entry.isFolder ? platform::Error{}
+                                         : platform::CreateFolder(folder / (entry.name + L"\\lines.txt")));
+        }
+        host.transmitter.Deliver(L"CheckJobStatusResponse", LR"({"CheckJobStatusResponse":[]})");
+    };
+    EXPECT_EQ(Run({L"-s", L"3"}), 2);
+    EXPECT_EQ(console.output, "");
+    EXPECT_NE(console.errors.find("lines.txt cannot be written: "), std::string::npos) << console.errors;
 }
 
 TEST_F(LetterCommandsTest, CancelSendsOneRequestAnIdAndPrintsNothing) {

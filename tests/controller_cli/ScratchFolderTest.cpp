@@ -1,6 +1,6 @@
 #include "controller_cli/ScratchFolder.h"
 
-#include "platform/Environment.h"
+#include "ScopedTemporaryFolder.h"
 #include "platform/FileSystem.h"
 #include "platform/NativePath.h"
 #include "support/TemporaryFolder.h"
@@ -16,18 +16,6 @@ using controller_cli::ScratchFolder;
 /// The folder for temporary files is one of the test's own.
 class ScratchFolderTest : public testing::Test {
 protected:
-    ScratchFolderTest() {
-        for (const wchar_t* const name : {L"TMPDIR", L"TMP"}) {
-            before.emplace_back(name, platform::GetEnvironment(name).value_or(L""));
-            platform::SetEnvironment(name, platform::ToNativeText(temporary.Path()));
-        }
-    }
-    ~ScratchFolderTest() override {
-        for (const auto& [name, value] : before) {
-            platform::SetEnvironment(name, value);
-        }
-    }
-
     std::vector<std::wstring> Left() const {
         std::vector<platform::FolderEntry> entries;
         EXPECT_FALSE(platform::ListFolder(temporary.Path(), entries));
@@ -39,9 +27,7 @@ protected:
     }
 
     const TemporaryFolder temporary;
-
-private:
-    std::vector<std::pair<std::wstring, std::wstring>> before;
+    const ScopedTemporaryFolder inUse{temporary.Path()};
 };
 
 TEST_F(ScratchFolderTest, IsThereForOneCommandAndGoesWithAllItHolds) {

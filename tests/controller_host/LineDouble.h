@@ -25,14 +25,14 @@ public:
     bool IsConnected() const override { return true; }
 
     /// Delivers an event of a front end; false when nobody takes it.
-    bool Deliver(Peer peer, const std::wstring& eventName, const std::wstring& payload);
+    [[nodiscard]] bool Deliver(Peer peer, const std::wstring& eventName, const std::wstring& payload);
     /// Waits until an event of this name has been sent that was not waited for yet, and gives it. Throws
     /// std::runtime_error when none comes in 30 s.
     Sent WaitFor(const std::wstring& eventName);
     bool HasHandlers() const { return !handlers.empty(); }
 
 private:
-    bool Keep(Sent event);
+    [[nodiscard]] bool Keep(Sent event);
 
     std::map<std::wstring, CallbackFunctor*> handlers;
     Peer currentPeer = 0;

@@ -28,15 +28,15 @@ public:
     Conversation& operator=(const Conversation&) = delete;
 
     /// From now on talks to the host that has just started; what an earlier one sent is ignored. False when it died.
-    bool Meet(void* process);
+    [[nodiscard]] bool Meet(void* process);
 
     /// Sends a request and does not wait.
     void Send(const std::wstring& request, const std::wstring& content);
     /// The content of the answer; nothing when the host died before.
-    std::optional<std::wstring> Ask(const std::wstring& request, const std::wstring& content,
-                                    const std::wstring& answer);
+    [[nodiscard]] std::optional<std::wstring> Ask(const std::wstring& request, const std::wstring& content,
+                                                  const std::wstring& answer);
     /// Waits for changes of jobs until `isReached`; false when the host died before.
-    bool AwaitChanges(const std::function<bool()>& isReached);
+    [[nodiscard]] bool AwaitChanges(const std::function<bool()>& isReached);
     /// Takes in what a host that has died said last, if it was met at all.
     void HearLastWords();
 
@@ -50,10 +50,10 @@ private:
 
     void Keep(Event event);
     /// The next event of the host; nothing when it died and has said all.
-    std::optional<Event> Next();
-    std::optional<Event> TakeKept();
+    [[nodiscard]] std::optional<Event> Next();
+    [[nodiscard]] std::optional<Event> TakeKept();
     /// The same for an event of this name. Changes of jobs on the way are told.
-    std::optional<Event> NextNamed(const std::wstring& name);
+    [[nodiscard]] std::optional<Event> NextNamed(const std::wstring& name);
 
     EventTransmitter* transmitter;
     Told tellChanges;

@@ -20,7 +20,7 @@ public:
 
     /// Starts a host. True when front ends can reach it, false when it died before at its fault; how else it ended
     /// throws std::runtime_error.
-    bool StartHost();
+    [[nodiscard]] bool StartHost();
     void* Host() const { return host.Get(); }
     bool HostLives() const;
 

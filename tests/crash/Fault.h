@@ -24,6 +24,6 @@ struct Fault {
 inline constexpr auto faultFileVariable = L"CONTROLLER_FAULT_FILE";
 std::string FaultText(const Fault& fault);
 /// Nothing when the text is not one.
-std::optional<Fault> ParseFault(const std::string& text);
+[[nodiscard]] std::optional<Fault> ParseFault(const std::string& text);
 
 } // namespace crash

@@ -19,23 +19,23 @@ public:
     Visitor(const CrashSite& site, Ledger& ledger, const std::wstring& meetingPlace);
 
     /// False when the host died, here and in all scenes.
-    bool Meet() { return conversation.Meet(site.Host()); }
+    [[nodiscard]] bool Meet() { return conversation.Meet(site.Host()); }
     /// The host's list.
-    bool Ask(std::vector<JobListInfo>& list);
+    [[nodiscard]] bool Ask(std::vector<JobListInfo>& list);
 
-    bool RunJobs();
-    bool WatchProgress();
-    bool CancelJobs();
-    bool CancelAllJobs();
-    bool DeleteSome();
-    bool DeleteAll();
+    [[nodiscard]] bool RunJobs();
+    [[nodiscard]] bool WatchProgress();
+    [[nodiscard]] bool CancelJobs();
+    [[nodiscard]] bool CancelAllJobs();
+    [[nodiscard]] bool DeleteSome();
+    [[nodiscard]] bool DeleteAll();
     /// What has ended last: processes of it may still be about.
-    bool DeleteLatest();
-    bool LookAround();
+    [[nodiscard]] bool DeleteLatest();
+    [[nodiscard]] bool LookAround();
     /// Asks the host to end, which it does.
-    bool EndHost();
+    [[nodiscard]] bool EndHost();
     /// Any of the above but the last.
-    bool AnyScene();
+    [[nodiscard]] bool AnyScene();
 
     /// Sends a request and leaves before it is answered.
     void AskAndLeave();
@@ -52,12 +52,12 @@ private:
         std::wstring text;
     };
     Request MakeEnqueue(const std::wstring& scenario, std::size_t jobs);
-    bool Enqueue(const std::wstring& scenario, std::size_t jobs, std::vector<std::wstring>& ids);
-    bool Cancel(const std::vector<std::wstring>& ids);
-    bool Delete(const std::vector<std::wstring>& ids);
-    bool AwaitStatus(const std::wstring& id, const std::function<bool(const Ledger::Job&)>& isReached);
-    bool AwaitEnd(const std::wstring& id);
-    bool AwaitEndOfAll();
+    [[nodiscard]] bool Enqueue(const std::wstring& scenario, std::size_t jobs, std::vector<std::wstring>& ids);
+    [[nodiscard]] bool Cancel(const std::vector<std::wstring>& ids);
+    [[nodiscard]] bool Delete(const std::vector<std::wstring>& ids);
+    [[nodiscard]] bool AwaitStatus(const std::wstring& id, const std::function<bool(const Ledger::Job&)>& isReached);
+    [[nodiscard]] bool AwaitEnd(const std::wstring& id);
+    [[nodiscard]] bool AwaitEndOfAll();
     std::vector<std::wstring> SomeEndedJobs();
 
     const CrashSite& site;

@@ -85,7 +85,7 @@ public:
     // What ControllerCSWrapper's functions do
     void AddEvent(std::wstring_view prefix, const std::wstring& text);
     std::wstring AddJobList(const std::wstring& key, const std::vector<JobListInfo>& records);
-    bool AddWrite(const std::wstring& json, const std::wstring& path);
+    [[nodiscard]] bool AddWrite(const std::wstring& json, const std::wstring& path);
     std::wstring AddRunRequest(RunRequest request);
     void AddFileRead(const std::wstring& path);
 

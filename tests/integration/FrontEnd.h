@@ -60,7 +60,8 @@ private:
     /// The content of the next event of this name, not before the position `from`, which is moved behind it.
     std::wstring AwaitEvent(const std::wstring& name, std::size_t& from);
     /// The same, under the lock; false when none comes in time.
-    bool FindEvent(Lock& lock, const std::wstring& name, std::chrono::milliseconds longest, std::size_t& from);
+    [[nodiscard]] bool FindEvent(Lock& lock, const std::wstring& name, std::chrono::milliseconds longest,
+                                 std::size_t& from);
 
     EventTransmitter* transmitter;
     std::vector<std::unique_ptr<Listener>> listeners;

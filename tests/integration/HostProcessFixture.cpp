@@ -40,7 +40,7 @@ HostProcessFixture::HostProcessFixture() : meetingPlace(platform::FromUtf8(NewMe
 HostProcessFixture::~HostProcessFixture() {
     if (platform::IsProcessRunning(host.Get())) {
         test_support::KillProcess(host.Get());
-        test_support::WaitUntilSignalled(host.Get());
+        EXPECT_TRUE(test_support::WaitUntilSignalled(host.Get()));
     }
 }
 

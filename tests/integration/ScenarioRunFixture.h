@@ -29,7 +29,7 @@ protected:
     void UseScenario(const std::wstring& name, const std::string& content);
     void WriteSettings();
     /// The function's result; on success the job's runner is `runner`.
-    long Start();
+    [[nodiscard]] long Start();
     /// `UseSteps` and `Start`; returns when the scenario has come to its step "be ready".
     void StartAndAwaitReady(const std::string& steps);
     /// Waits until the runner has ended; its exit code.
@@ -37,7 +37,7 @@ protected:
     /// `UseSteps`, `Start`, `AwaitEnd` and that both went well.
     void Run(const std::string& steps);
 
-    long Call(const std::string& function, const std::wstring& input);
+    [[nodiscard]] long Call(const std::string& function, const std::wstring& input);
     void RequestStop();
     std::wstring InWorkDir(const std::wstring& name) const;
     std::string Log() const;

@@ -26,7 +26,9 @@ std::wstring ModulePath(const std::wstring& name) {
 }
 
 void AddReference(const std::wstring& path) {
-    platform::LoadModule(path);
+    if (platform::LoadModule(path) == nullptr) {
+        throw std::runtime_error("cannot load a module");
+    }
 }
 
 ScriptedModule::ScriptedModule(const std::wstring& path, Script& script) : module(platform::LoadModule(path)) {

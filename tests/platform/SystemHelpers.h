@@ -10,7 +10,7 @@
 bool OnWindows();
 
 /// A symbolic link to a folder or file; false where this system or user cannot make one.
-bool MakeLink(const std::wstring& target, const std::wstring& link);
+[[nodiscard]] bool MakeLink(const std::wstring& target, const std::wstring& link);
 
 /// Takes away the right to write: the attribute on Windows, the permissions (0555) on Linux.
 void MakeReadOnly(const std::wstring& path);
@@ -22,13 +22,13 @@ void SetPermissions(const std::wstring& path, std::uint32_t permissions);
 /// Lets every user of the machine write a file, or into a folder.
 void LetEverybodyWrite(const std::wstring& path);
 /// Gives a file or folder to another user; false where that is not possible.
-bool GiveAway(const std::wstring& path);
+[[nodiscard]] bool GiveAway(const std::wstring& path);
 
 /// Makes an empty file whose name is these bytes; false on Windows, where names are wide.
-bool MakeFileOfBytes(const std::wstring& folder, const std::string& name);
+[[nodiscard]] bool MakeFileOfBytes(const std::wstring& folder, const std::string& name);
 
 /// Makes a named pipe that nobody writes to; false on Windows.
-bool MakeNamedPipe(const std::wstring& path);
+[[nodiscard]] bool MakeNamedPipe(const std::wstring& path);
 
 /// Sets the time zone of this process, and restores the one before at its end.
 class ScopedTimeZone {

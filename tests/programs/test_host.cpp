@@ -18,7 +18,9 @@ int main(int count, char** values) {
         functions.CallFunction("RunScenario", request, answer, nullptr) != 0) {
         return 1;
     }
-    platform::CreateEmptyFile(arguments.at(3));
+    if (platform::CreateEmptyFile(arguments.at(3))) {
+        return 1;
+    }
     for (;;) {
         platform::WaitForAny({}, std::nullopt);
     }

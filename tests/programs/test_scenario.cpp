@@ -31,9 +31,19 @@ std::wstring InCurrentFolder(const std::wstring& name) {
     return platform::ResolveAgainst(platform::CurrentFolder(), name);
 }
 
+/// A test that waits for a file is told why it does not come.
+void Require(const platform::Error& error) {
+    if (error) {
+        throw std::runtime_error("cannot write: " + platform::ToUtf8(error.Text()));
+    }
+}
+void Require(bool isWritten) {
+    Require(isWritten ? platform::Error{} : platform::Error{platform::ErrorKind::Other, 0});
+}
+
 /// Lets the test know a process of the scenario.
 void NoteProcess(std::uint32_t number) {
-    platform::CreateEmptyFile(InCurrentFolder(L"process-" + std::to_wstring(number)));
+    Require(platform::CreateEmptyFile(InCurrentFolder(L"process-" + std::to_wstring(number))));
 }
 
 /// Another of this program with steps of its own, in a session of its own.
@@ -80,17 +90,17 @@ void PrintVariable(const std::wstring& name) {
 
 void WriteResult(const std::wstring& verdict) {
     const run_protocol::RunScenarioResult result{L"", verdict == L"success", {{7, L"its own words"}}, {}};
-    ControllerCSWrapper::CreateJsonFile(run_protocol::SerializeRunScenarioResult(result),
-                                        InCurrentFolder(run_protocol::resultFileName));
+    Require(ControllerCSWrapper::CreateJsonFile(run_protocol::SerializeRunScenarioResult(result),
+                                                InCurrentFolder(run_protocol::resultFileName)));
 }
 
 void WriteUnusableResult(const std::wstring&) {
-    platform::ReplaceFile(InCurrentFolder(run_protocol::resultFileName), "{");
+    Require(platform::ReplaceFile(InCurrentFolder(run_protocol::resultFileName), "{"));
 }
 
 void ReportProgress(const std::wstring& percentage) {
-    run_protocol::WriteFile(run_protocol::SerializeProgress(L"", std::stoi(percentage), L"getting on"),
-                            InCurrentFolder(run_protocol::progressFileName));
+    Require(run_protocol::WriteFile(run_protocol::SerializeProgress(L"", std::stoi(percentage), L"getting on"),
+                                    InCurrentFolder(run_protocol::progressFileName)));
 }
 
 void WaitForFile(const std::wstring& name) {
@@ -132,7 +142,7 @@ void HaveChildLivingIn(const std::wstring& folder) {
 
 void BeReady(const std::wstring&) {
     NoteProcess(platform::OwnProcessNumber());
-    platform::CreateEmptyFile(InCurrentFolder(L"ready"));
+    Require(platform::CreateEmptyFile(InCurrentFolder(L"ready")));
 }
 
 void IgnoreRequests(const std::wstring&) {

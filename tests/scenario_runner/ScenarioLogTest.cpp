@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include "platform/FileSystem.h"
+#include "platform/OutputFile.h"
+#include "scenario_runner/UnreadableFile.h"
 #include "support/TemporaryFolder.h"
 
 using scenario_runner::ScenarioLog;
@@ -14,9 +17,12 @@ const std::string notice = "[Earlier output was cut; only the end is kept.]\n";
 class ScenarioLogTest : public testing::Test {
 protected:
     ScenarioLogTest() { EXPECT_FALSE(log.Open()); }
-    std::string Content() const { return ReadTextFile(folder / L"scenario.log"); }
+    std::string Content() const { return ReadTextFile(path); }
+    /// Line by line.
+    void AppendEach(int first, int last);
 
     const TemporaryFolder folder;
+    const std::wstring path = folder / L"scenario.log";
     ScenarioLog log{folder / L"scenario.log", limit};
 };
 
@@ -29,6 +35,12 @@ std::string Lines(int first, int last) {
         lines += line + "\n";
     }
     return lines;
+}
+
+void ScenarioLogTest::AppendEach(int first, int last) {
+    for (int number = first; number <= last; ++number) {
+        log.Append(Lines(number, number));
+    }
 }
 
 } // namespace
@@ -95,4 +107,43 @@ TEST_F(ScenarioLogTest, AnEarlierLogIsReplaced) {
     ScenarioLog next(folder / L"scenario.log", limit);
     EXPECT_FALSE(next.Open());
     EXPECT_EQ(Content(), "");
+}
+
+TEST_F(ScenarioLogTest, OfALogThatSomebodyElseMadeLongTheEndIsKept) {
+    AppendEach(1, 100);
+    platform::OutputFile scenario;
+    ASSERT_FALSE(scenario.Open(path, false));
+    ASSERT_FALSE(scenario.Write(Lines(101, 2000)));
+    AppendEach(2001, 2001);
+    EXPECT_EQ(Content(), notice + Lines(1802, 2001));
+}
+
+TEST_F(ScenarioLogTest, ALogThatCannotBeReadIsCutLaterAndLosesNothing) {
+    AppendEach(1, 350);
+    {
+        const UnreadableFile unreadable(path);
+        AppendEach(351, 500);
+    }
+    EXPECT_TRUE(Content() == Lines(1, 500));
+    AppendEach(501, 501);
+    EXPECT_TRUE(Content() == notice + Lines(302, 501));
+}
+
+TEST_F(ScenarioLogTest, ALogThatStaysUnreadableStaysBounded) {
+    {
+        const UnreadableFile unreadable(path);
+        AppendEach(1, 5000);
+    }
+    EXPECT_LE(Content().size(), 4 * limit + notice.size());
+    AppendEach(5001, 5001);
+    EXPECT_TRUE(Content().ends_with(Lines(5001, 5001)));
+    log.Close();
+    EXPECT_LE(Content().size(), limit + notice.size());
+}
+
+TEST_F(ScenarioLogTest, ALogThatWasRemovedBeginsAgain) {
+    AppendEach(1, 400);
+    ASSERT_FALSE(platform::RemoveFile(path));
+    AppendEach(401, 410);
+    EXPECT_EQ(Content(), notice + Lines(401, 410));
 }

@@ -12,7 +12,7 @@ public:
     /// Takes notice of those that have ended, and starts another when there is room.
     void Start(const platform::ProcessStart& start);
     /// Ends one that still runs by force, whatever it is at; false when there is none.
-    bool KillOne(std::mt19937& random);
+    [[nodiscard]] bool KillOne(std::mt19937& random);
     /// Ends all and waits for them.
     void EndAll();
 

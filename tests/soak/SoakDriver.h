@@ -57,7 +57,7 @@ private:
     void ConnectAnew();
     void EnqueueSome(std::size_t most);
     /// Hears what the host tells, for a moment; true when it told anything. One that never does again throws.
-    bool Listen();
+    [[nodiscard]] bool Listen();
     /// Hears what the host tells, does something to it when it tells anything, and cancels what would run for ever
     /// when it does not.
     void FollowJobs();
@@ -80,7 +80,7 @@ private:
     void KillFrontEnd();
 
     /// Ends the first child of a process by force; true when it had one.
-    bool KillChildOf(std::uint32_t parent);
+    [[nodiscard]] bool KillChildOf(std::uint32_t parent);
     std::size_t Draw(std::size_t count) { return random() % count; }
     /// A job that fits, drawn; empty when none does.
     std::wstring DrawJob(const JobBook::Choice& choice);

@@ -19,7 +19,7 @@ struct NumberedEvent {
 
     std::wstring Payload() const;
     /// Nothing when it is no whole payload.
-    static std::optional<NumberedEvent> Read(const std::wstring& payload);
+    [[nodiscard]] static std::optional<NumberedEvent> Read(const std::wstring& payload);
 };
 
 /// Takes in numbered events, from any thread, and finds out whether each stream came in order and nothing twice.

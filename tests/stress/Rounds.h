@@ -10,7 +10,7 @@ public:
     Rounds();
 
     /// True when another round is to be run. The first one always is.
-    bool Next();
+    [[nodiscard]] bool Next();
     /// The round that runs, from 1 on; random numbers of a round begin with it.
     std::uint32_t Number() const { return number; }
 

@@ -22,7 +22,7 @@ public:
     ScenarioProcesses(JobLedger& jobLedger, std::uint32_t seed) : ledger(jobLedger), random(seed) {}
 
     /// The module's "CallFunction"; any thread.
-    long Answer(const test_modules::Call& call, std::wstring& output);
+    [[nodiscard]] long Answer(const test_modules::Call& call, std::wstring& output);
 
     /// What the processes do: lives through one after the other until `End`, after which none may be started.
     void Live(JobEntryManagerBase& engine);

@@ -9,7 +9,7 @@
 namespace test_support {
 
 /// A handle to a process that somebody else started; null when there is none of this number (any more).
-platform::OwnedHandle OpenProcessByNumber(std::uint32_t number);
+[[nodiscard]] platform::OwnedHandle OpenProcessByNumber(std::uint32_t number);
 
 /// The numbers of the processes that this one started and that are still there, those that have ended but were not
 /// taken notice of included; not that which Windows gives it for its console.

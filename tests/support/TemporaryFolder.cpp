@@ -30,7 +30,8 @@ TemporaryFolder::TemporaryFolder() : path(UniquePath()) {
 }
 
 TemporaryFolder::~TemporaryFolder() {
-    platform::RemoveTree(path);
+    // What a test still holds open stays.
+    (void)platform::RemoveTree(path);
 }
 
 std::wstring TemporaryFolder::operator/(const std::wstring& name) const {

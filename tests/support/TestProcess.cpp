@@ -37,8 +37,9 @@ Ending RunToEnd(platform::ProcessStart start) {
     }
     pipe.CloseWriteEnd();
     Ending ending{ReadToEnd(pipe), std::nullopt};
-    WaitUntilSignalled(process.Get());
-    ending.exitCode = platform::ExitCode(process.Get());
+    if (WaitUntilSignalled(process.Get())) {
+        ending.exitCode = platform::ExitCode(process.Get());
+    }
     return ending;
 }
 

@@ -30,9 +30,9 @@ Ending RunToEnd(platform::ProcessStart start);
 std::string ReadToEnd(platform::OutputPipe& pipe);
 
 /// Reads until `text` has come; false when the end comes first.
-bool ReadUntil(platform::OutputPipe& pipe, const std::string& text);
+[[nodiscard]] bool ReadUntil(platform::OutputPipe& pipe, const std::string& text);
 
 /// Waits for a process or event.
-bool WaitUntilSignalled(void* handle);
+[[nodiscard]] bool WaitUntilSignalled(void* handle);
 
 } // namespace test_support

@@ -40,16 +40,13 @@ private:
     /// The file is not held open while the console takes its time.
     std::string ReadBlock(bool& isThere) {
         platform::File file;
-        if (file.OpenForReading(path)) {
-            isThere = false;
-            return {};
-        }
+        isThere = !file.OpenForReading(path);
         if (file.Size() < position) {
             position = 0;
         }
         std::string bytes(blockSize, '\0');
         std::size_t count = 0;
-        file.ReadAt(position, bytes.data(), bytes.size(), count);
+        isThere = isThere && !file.ReadAt(position, bytes.data(), bytes.size(), count);
         bytes.resize(count);
         position += count;
         return bytes;

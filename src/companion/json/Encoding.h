@@ -32,6 +32,6 @@ void AppendDecoded(std::string_view marked, std::wstring& text);
 std::wstring Decode(std::string_view marked);
 
 /// Appends a Unicode character, or a single UTF-16 code unit. False when a wide text cannot hold the number.
-bool AppendCodePoint(std::uint32_t codePoint, std::wstring& text);
+[[nodiscard]] bool AppendCodePoint(std::uint32_t codePoint, std::wstring& text);
 
 } // namespace json

@@ -13,8 +13,7 @@ bool MemberFinder::String(const char* marked, rapidjson::SizeType length, bool) 
 }
 
 bool MemberFinder::StartObject() {
-    Begin(0);
-    return ++depth <= deepest;
+    return Begin(0) && ++depth <= deepest;
 }
 
 bool MemberFinder::Key(const char* marked, rapidjson::SizeType length, bool) {
@@ -35,8 +34,7 @@ bool MemberFinder::EndObject(rapidjson::SizeType) {
 }
 
 bool MemberFinder::StartArray() {
-    Begin(0);
-    return ++depth <= deepest;
+    return Begin(0) && ++depth <= deepest;
 }
 
 bool MemberFinder::EndArray(rapidjson::SizeType) {

@@ -39,7 +39,7 @@ public:
 private:
     bool IsWanted() const { return wanted && depth == 1; }
     /// `taken`: so much of the value the parser has taken.
-    bool Begin(std::size_t taken);
+    [[nodiscard]] bool Begin(std::size_t taken);
     void End();
 
     const rapidjson::StringStream& stream;

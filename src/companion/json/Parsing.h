@@ -12,9 +12,9 @@ namespace json {
 inline constexpr std::size_t deepest = 64;
 
 /// Turns wide text into what the parser takes: marked UTF-8 of bounded size without a byte order mark.
-bool Prepare(std::wstring_view text, std::string& marked, std::wstring& problem);
+[[nodiscard]] bool Prepare(std::wstring_view text, std::string& marked, std::wstring& problem);
 /// The same from the bytes of a file.
-bool Prepare(std::string& bytes, std::wstring& problem);
+[[nodiscard]] bool Prepare(std::string& bytes, std::wstring& problem);
 
 /// "line 3, column 14": both from 1, columns in characters.
 std::wstring PlaceOf(std::string_view text, std::size_t offset);

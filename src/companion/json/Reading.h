@@ -20,21 +20,22 @@ inline constexpr std::size_t largestSmallFile = std::size_t{4} << 20;
 /// the text, and `problem` says what: "line 3, column 14: scenario.inputs[0].cadName: expected text, found a number".
 /// `unknownMembers`: takes what to say of the first members that no record has, also of a text that is refused; such
 /// are passed over.
-bool ReadTarget(std::string bytes, Target root, std::wstring& problem,
-                std::vector<std::wstring>* unknownMembers = nullptr);
+[[nodiscard]] bool ReadTarget(std::string bytes, Target root, std::wstring& problem,
+                              std::vector<std::wstring>* unknownMembers = nullptr);
 /// The same from wide text.
-bool ReadTarget(std::wstring_view text, Target root, std::wstring& problem,
-                std::vector<std::wstring>* unknownMembers = nullptr);
+[[nodiscard]] bool ReadTarget(std::wstring_view text, Target root, std::wstring& problem,
+                              std::vector<std::wstring>* unknownMembers = nullptr);
 
 /// The bytes of a file of at most `limit`; `problem` names the file.
-bool LoadFile(const std::wstring& path, std::size_t limit, std::string& bytes, std::wstring& problem);
+[[nodiscard]] bool LoadFile(const std::wstring& path, std::size_t limit, std::string& bytes, std::wstring& problem);
 
 /// "C:\a.json, line 3, column 14: ..."
 std::wstring ProblemInFile(const std::wstring& path, const std::wstring& problem);
 
 /// Reads one value from text (`std::string`: UTF-8; `std::wstring_view`). A failure leaves `value` as it was.
 template <typename Text, typename Value>
-bool Read(Text text, Value& value, std::wstring& problem, std::vector<std::wstring>* unknownMembers = nullptr) {
+[[nodiscard]] bool Read(Text text, Value& value, std::wstring& problem,
+                        std::vector<std::wstring>* unknownMembers = nullptr) {
     Value fresh{};
     if (!ReadTarget(std::move(text), TargetOf(fresh), problem, unknownMembers)) {
         return false;
@@ -46,8 +47,8 @@ bool Read(Text text, Value& value, std::wstring& problem, std::vector<std::wstri
 /// Reads one value from a file. A failure leaves `value` as it was; `problem` then names the file and the place in it.
 /// What `unknownMembers` takes names the place alone (`ProblemInFile`).
 template <typename Value>
-bool ReadFile(const std::wstring& path, std::size_t limit, Value& value, std::wstring& problem,
-              std::vector<std::wstring>* unknownMembers = nullptr) {
+[[nodiscard]] bool ReadFile(const std::wstring& path, std::size_t limit, Value& value, std::wstring& problem,
+                            std::vector<std::wstring>* unknownMembers = nullptr) {
     std::string bytes;
     if (!LoadFile(path, limit, bytes, problem)) {
         return false;

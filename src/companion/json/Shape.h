@@ -67,7 +67,7 @@ Target TargetOf(std::optional<Value>& value) {
 
 /// True when `digits` is a whole number that the type holds.
 template <std::integral Number>
-bool ParseWholeNumber(std::string_view digits, Number& number) {
+[[nodiscard]] bool ParseWholeNumber(std::string_view digits, Number& number) {
     const auto result = std::from_chars(digits.data(), digits.data() + digits.size(), number);
     return result.ec == std::errc() && result.ptr == digits.data() + digits.size();
 }
@@ -82,7 +82,7 @@ inline constexpr const wchar_t* expectedNumber<std::int64_t> =
 
 template <std::integral Number>
 struct ShapeOf<Number> {
-    static bool Read(void* object, std::string_view digits) {
+    [[nodiscard]] static bool Read(void* object, std::string_view digits) {
         return ParseWholeNumber(digits, *static_cast<Number*>(object));
     }
     static constexpr Shape shape{.expected = expectedNumber<Number>, .number = Read};
@@ -92,7 +92,7 @@ template <typename Enumeration>
 requires std::is_enum_v<Enumeration>
 struct ShapeOf<Enumeration> {
     using Number = std::underlying_type_t<Enumeration>;
-    static bool Read(void* object, std::string_view digits) {
+    [[nodiscard]] static bool Read(void* object, std::string_view digits) {
         Number number = 0;
         const bool isNumber = ParseWholeNumber(digits, number);
         *static_cast<Enumeration*>(object) = static_cast<Enumeration>(number);
@@ -103,7 +103,7 @@ struct ShapeOf<Enumeration> {
 
 template <>
 struct ShapeOf<bool> {
-    static bool Read(void* object, bool value) {
+    [[nodiscard]] static bool Read(void* object, bool value) {
         *static_cast<bool*>(object) = value;
         return true;
     }
@@ -112,7 +112,7 @@ struct ShapeOf<bool> {
 
 /// A text that JSON strings cannot hold comes as a list of its elements.
 struct CodePoint {
-    static bool Read(void* text, std::string_view digits);
+    [[nodiscard]] static bool Read(void* text, std::string_view digits);
     static Target Next(void* text) { return {&shape, text}; }
     static Target List(void* text) { return {&listShape, text}; }
 
@@ -123,7 +123,7 @@ struct CodePoint {
 
 template <>
 struct ShapeOf<std::wstring> {
-    static bool Read(void* object, std::string_view marked) {
+    [[nodiscard]] static bool Read(void* object, std::string_view marked) {
         AppendDecoded(marked, *static_cast<std::wstring*>(object));
         return true;
     }
@@ -159,7 +159,7 @@ struct ShapeOf {
         }
     }
 
-    static bool ReadVersion(void*, std::string_view digits) {
+    [[nodiscard]] static bool ReadVersion(void*, std::string_view digits) {
         std::int32_t version = 0;
         return ParseWholeNumber(digits, version) && version >= 1 && version <= Version::newest;
     }

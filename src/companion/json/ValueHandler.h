@@ -69,15 +69,15 @@ private:
     };
 
     Target TakeTarget();
-    bool KeyOfRecord(Level& level, std::string_view marked);
+    [[nodiscard]] bool KeyOfRecord(Level& level, std::string_view marked);
     void NoteUnknown(const Shape& record, std::string_view marked);
-    bool KeyOfEntry(Level& level, std::string_view marked);
-    bool Push(Target target);
-    bool Pop();
-    bool Keep(std::size_t weight);
+    [[nodiscard]] bool KeyOfEntry(Level& level, std::string_view marked);
+    [[nodiscard]] bool Push(Target target);
+    [[nodiscard]] bool Pop();
+    [[nodiscard]] bool Keep(std::size_t weight);
     /// `taken`: so much of the refused value the parser has taken. Of most it sends the event before it moves on.
-    bool Refuse(const std::wstring& what, std::size_t taken = 0);
-    bool RefuseType(const Shape& shape, const std::wstring& found, std::size_t taken = 0);
+    [[nodiscard]] bool Refuse(const std::wstring& what, std::size_t taken = 0);
+    [[nodiscard]] bool RefuseType(const Shape& shape, const std::wstring& found, std::size_t taken = 0);
     std::wstring Path() const;
 
     const rapidjson::StringStream& stream;

@@ -42,7 +42,7 @@ private:
     void OpenFile();
     bool IsTooLargeWith(std::string_view record) const;
     void Rotate(std::string_view record);
-    bool ShiftFiles() const;
+    [[nodiscard]] bool ShiftFiles() const;
     std::wstring NameOf(int generation) const;
     void Lose(const platform::Error& error);
     std::string NoteOfLost() const;

@@ -11,6 +11,6 @@ namespace platform {
 void EndDescendants(const std::function<void(const siginfo_t&)>& onReaped);
 
 /// Reaps the children of this process that have ended; true while there are others.
-bool ReapEnded(const std::function<void(const siginfo_t&)>& onReaped);
+[[nodiscard]] bool ReapEnded(const std::function<void(const siginfo_t&)>& onReaped);
 
 } // namespace platform

@@ -34,7 +34,9 @@ Marks MarksOf(const std::wstring& variable, const std::set<std::wstring>& values
 bool IsMarked(pid_t process, const Marks& marks) {
     constexpr std::size_t mostBytes = std::size_t{16} << 20;
     std::string environment;
-    ReadFile(L"/proc/" + std::to_wstring(process) + L"/environ", mostBytes, environment);
+    if (ReadFile(L"/proc/" + std::to_wstring(process) + L"/environ", mostBytes, environment)) {
+        return false;
+    }
     for (std::string_view rest = environment; !rest.empty();) {
         const std::string_view entry = rest.substr(0, rest.find('\0'));
         if (marks.contains(entry)) {
@@ -71,6 +73,16 @@ std::vector<OwnedHandle> EndSome(const Marks& marks) {
     return ended;
 }
 
+/// How many were ended. One that outlives the deadline is met again by the next look.
+std::size_t EndSomeAndWait(const Marks& marks, steady_clock::time_point deadline) {
+    const std::vector<OwnedHandle> ended = EndSome(marks);
+    for (const OwnedHandle& process : ended) {
+        const auto left = std::chrono::ceil<std::chrono::milliseconds>(deadline - steady_clock::now());
+        WaitForAny({process.Get()}, std::max(left, std::chrono::milliseconds(0)));
+    }
+    return ended.size();
+}
+
 } // namespace
 
 std::size_t EndMarkedProcesses(const std::wstring& variable, const std::set<std::wstring>& values) {
@@ -78,16 +90,10 @@ std::size_t EndMarkedProcesses(const std::wstring& variable, const std::set<std:
     const auto deadline = steady_clock::now() + patience;
     const Marks marks = MarksOf(variable, values);
     std::size_t count = 0;
-    while (!marks.empty() && steady_clock::now() < deadline) {
-        const std::vector<OwnedHandle> ended = EndSome(marks);
-        if (ended.empty()) {
-            break;
-        }
-        count += ended.size();
-        for (const OwnedHandle& process : ended) {
-            const auto left = std::chrono::ceil<std::chrono::milliseconds>(deadline - steady_clock::now());
-            WaitForAny({process.Get()}, std::max(left, std::chrono::milliseconds(0)));
-        }
+    std::size_t ended = marks.size();
+    while (ended != 0 && steady_clock::now() < deadline) {
+        ended = EndSomeAndWait(marks, deadline);
+        count += ended;
     }
     return count;
 }

@@ -23,7 +23,7 @@ public:
     const Error& Outcome() const { return outcome; }
 
 private:
-    bool Advance();
+    [[nodiscard]] bool Advance();
 
     WIN32_FIND_DATAW entry = {};
     HANDLE handle = INVALID_HANDLE_VALUE;

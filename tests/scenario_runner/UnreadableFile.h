@@ -1,0 +1,17 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+
+/// While it lives, this process cannot open a file for reading; whoever has it open goes on.
+class UnreadableFile {
+public:
+    explicit UnreadableFile(const std::wstring& path);
+    ~UnreadableFile();
+    UnreadableFile(const UnreadableFile&) = delete;
+    UnreadableFile& operator=(const UnreadableFile&) = delete;
+
+private:
+    /// What has to be put back or closed at the end.
+    std::uintptr_t held;
+};
