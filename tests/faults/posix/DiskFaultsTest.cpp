@@ -1,10 +1,13 @@
 #include "../FaultFixture.h"
+#include "NameSpaceRun.h"
 #include "Privileges.h"
 #include "SmallDisk.h"
 
 #include "platform/FileSystem.h"
 #include "platform/NativePath.h"
 #include "platform/Text.h"
+
+#include <optional>
 
 #include <sys/stat.h>
 #include <unistd.h>
@@ -13,30 +16,59 @@ namespace {
 
 constexpr int couldNotRun = 1;
 
+/// Each test runs in a child process with a mount name space of its own.
 class DiskFaultsTest : public FaultFixture {
 protected:
     void SetUp() override {
-        if (!disk.Problem().empty()) {
-            GTEST_SKIP() << disk.Problem();
+        if (IsInOwnNameSpace()) {
+            disk.emplace(folder / L"disk");
+            if (!disk->Problem().empty()) {
+                GTEST_SKIP() << disk->Problem();
+            }
         }
     }
 
-    SmallDisk disk{folder / L"disk"};
+    /// To be called first; true in the process where there is nothing more to do.
+    static bool HasRunInChild() {
+        if (!IsInOwnNameSpace()) {
+            RunThisTestInOwnNameSpace();
+        }
+        return !IsInOwnNameSpace();
+    }
+
+    std::optional<SmallDisk> disk;
 };
 
+std::string MountNameSpace() {
+    char name[64] = {};
+    return readlink("/proc/self/ns/mnt", name, sizeof name - 1) < 0 ? "" : name;
+}
+
+TEST_F(DiskFaultsTest, ThisProgramStaysInItsOwnMountNameSpace) {
+    static const std::string before = MountNameSpace();
+    if (HasRunInChild()) {
+        EXPECT_EQ(MountNameSpace(), before);
+        return;
+    }
+    EXPECT_NE(before, "");
+}
+
 TEST_F(DiskFaultsTest, JobsGoOnWhileTheListCannotBeWrittenAndItIsWrittenOnceThereIsRoom) {
+    if (HasRunInChild()) {
+        return;
+    }
     Place("disk/job_list.json", "controller.log", "work");
     StartHost();
     {
         FrontEnd frontEnd(meetingPlace);
         ExpectJobs(frontEnd, "exit 0", 1, JobStatus::Success);
-        disk.Fill();
+        disk->Fill();
         ExpectJobs(frontEnd, "exit 0", 3, JobStatus::Success);
         EXPECT_EQ(SavedJobs().size(), 1U);
         EXPECT_EQ(CountInLog("The job list cannot be written: "), 1);
         EXPECT_EQ(CountInLog("No space left on device"), 1);
 
-        disk.Free(); // from here on nobody asks for anything
+        disk->Free(); // from here on nobody asks for anything
         Await("the saved list", [this] { return SavedJobs().size() == 4; });
         AwaitLog("is written again, after failed attempts: ");
     }
@@ -47,12 +79,15 @@ TEST_F(DiskFaultsTest, JobsGoOnWhileTheListCannotBeWrittenAndItIsWrittenOnceTher
 }
 
 TEST_F(DiskFaultsTest, AHostThatEndsOnAFullDiskLeavesTheListBeforeWhole) {
+    if (HasRunInChild()) {
+        return;
+    }
     Place("disk/job_list.json", "controller.log", "work");
     StartHost();
     FrontEnd frontEnd(meetingPlace);
     ExpectJobs(frontEnd, "exit 0", 1, JobStatus::Success);
     const std::vector<JobListInfo> before = SavedJobs();
-    disk.Fill();
+    disk->Fill();
     ExpectJobs(frontEnd, "exit 0", 1, JobStatus::Success);
     frontEnd.Terminate();
     EXPECT_EQ(AwaitHostEnd(), 0);
@@ -60,54 +95,69 @@ TEST_F(DiskFaultsTest, AHostThatEndsOnAFullDiskLeavesTheListBeforeWhole) {
 }
 
 TEST_F(DiskFaultsTest, AJobWhoseWorkDirectoryCannotBeWrittenHasFailedAndTheLogSaysWhy) {
+    if (HasRunInChild()) {
+        return;
+    }
     Place("job_list.json", "controller.log", "disk/work");
     StartHost();
     FrontEnd frontEnd(meetingPlace);
-    disk.Fill();
+    disk->Fill();
     ExpectJobs(frontEnd, "exit 0", 2, JobStatus::Failed);
     EXPECT_GE(CountInLog("No space left on device"), 2) << Log();
-    disk.Free();
+    disk->Free();
     ExpectJobs(frontEnd, "exit 0", 1, JobStatus::Success);
 }
 
 TEST_F(DiskFaultsTest, AScenarioThatFillsTheDiskWithItsOutputEndsAndTheQueueGoesOn) {
+    if (HasRunInChild()) {
+        return;
+    }
     Place("job_list.json", "controller.log", "disk/work");
     StartHost();
     FrontEnd frontEnd(meetingPlace);
     constexpr std::size_t room = 64 * 1024;
-    disk.FillBut(room);
+    disk->FillBut(room);
     ExpectJobs(frontEnd, "print lines 50000\nexit 0", 1, JobStatus::Failed);
-    disk.Free();
+    disk->Free();
     ExpectJobs(frontEnd, "exit 0", 1, JobStatus::Success);
 }
 
 TEST_F(DiskFaultsTest, AFullDiskUnderTheLogLosesMessagesAndNoJob) {
+    if (HasRunInChild()) {
+        return;
+    }
     Place("job_list.json", "disk/controller.log", "work");
     StartHost();
     FrontEnd frontEnd(meetingPlace);
-    disk.Fill();
+    disk->Fill();
     ExpectJobs(frontEnd, "print hello", 300, JobStatus::Success);
-    disk.Free();
+    disk->Free();
     ExpectJobs(frontEnd, "print hello", 1, JobStatus::Success);
     EXPECT_EQ(CountInLog("(Messages that could not be written here: "), 1);
     EXPECT_EQ(SavedJobs().size(), 301U);
 }
 
 TEST_F(DiskFaultsTest, AFolderThatIsReadOnlyForAWhileIsLikeAFullDisk) {
+    if (HasRunInChild()) {
+        return;
+    }
     Place("disk/job_list.json", "disk/controller.log", "disk/work");
     StartHost();
     FrontEnd frontEnd(meetingPlace);
     ExpectJobs(frontEnd, "exit 0", 1, JobStatus::Success);
-    disk.MakeReadOnly();
+    disk->MakeReadOnly();
     ExpectJobs(frontEnd, "exit 0", 1, JobStatus::Failed);
-    disk.MakeWritable();
+    disk->MakeWritable();
     ExpectJobs(frontEnd, "exit 0", 1, JobStatus::Success);
     Await("the saved list", [this] { return SavedJobs().size() == 3; });
 }
 
 TEST_F(DiskFaultsTest, AHostWhoseListFolderIsReadOnlySaysSoAndEnds) {
+    if (HasRunInChild()) {
+        return;
+    }
     Place("disk/lists/job_list.json", "controller.log", "work");
-    disk.MakeReadOnly();
+    disk->MakeReadOnly();
     const test_support::Ending ending = test_support::RunToEnd(Host({}));
     EXPECT_EQ(ending.exitCode, couldNotRun);
     EXPECT_NE(ending.output.find("Read-only file system"), std::string::npos) << ending.output;

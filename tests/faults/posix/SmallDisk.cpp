@@ -2,10 +2,8 @@
 
 #include <cerrno>
 #include <cstring>
-#include <fstream>
 #include <stdexcept>
 
-#include <sched.h>
 #include <sys/mount.h>
 #include <unistd.h>
 
@@ -16,28 +14,6 @@
 
 namespace {
 
-void WriteLine(const char* path, const std::string& line) {
-    std::ofstream(path) << line;
-}
-
-/// Mounting takes a name space of its own; who may not make one may make one as root of a user name space.
-int EnterOwnNameSpace() {
-    static const int outcome = [] {
-        const std::string user = std::to_string(geteuid());
-        const std::string group = std::to_string(getegid());
-        if (unshare(CLONE_NEWNS) != 0) {
-            if (unshare(CLONE_NEWUSER | CLONE_NEWNS) != 0) {
-                return -1;
-            }
-            WriteLine("/proc/self/setgroups", "deny");
-            WriteLine("/proc/self/uid_map", user + ' ' + user + " 1");
-            WriteLine("/proc/self/gid_map", group + ' ' + group + " 1");
-        }
-        return mount("none", "/", nullptr, MS_REC | MS_PRIVATE, nullptr);
-    }();
-    return outcome;
-}
-
 std::wstring Filler(const std::wstring& folder) {
     return folder + L"\\filler";
 }
@@ -47,8 +23,7 @@ std::wstring Filler(const std::wstring& folder) {
 SmallDisk::SmallDisk(const std::wstring& folder)
     : path(folder), nativePath(platform::ToUtf8(platform::ToNativeText(folder))) {
     platform::EnsureFolder(path);
-    Note("a mount name space", EnterOwnNameSpace());
-    Note("mounting", problem.empty() ? mount("none", nativePath.c_str(), "tmpfs", 0, "size=1m,mode=0755") : 0);
+    Note("mounting", mount("none", nativePath.c_str(), "tmpfs", 0, "size=1m,mode=0755"));
     mounts = problem.empty() ? 1 : 0;
 }
 

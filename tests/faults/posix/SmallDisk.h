@@ -2,7 +2,8 @@
 
 #include <string>
 
-/// A file system of its own of one megabyte, seen only by this process and those that it starts from then on.
+/// A file system of its own of one megabyte, seen only in the mount name space of this process, which must be its own
+/// (`IsInOwnNameSpace`).
 class SmallDisk {
 public:
     /// Mounts it at the folder `path`, which is made.
