@@ -29,7 +29,8 @@ bool Parse(const std::wstring& text, void*& process) {
     }
     std::uintptr_t number = 0;
     const auto result = std::from_chars(rest.data(), rest.data() + rest.size(), number, 16);
-    if (result.ec != std::errc() || result.ptr != rest.data() + rest.size()) {
+    const bool isWhole = result.ec == std::errc() && result.ptr == rest.data() + rest.size();
+    if (!isWhole || number == 0) {
         return false;
     }
     process = std::bit_cast<void*>(number);

@@ -5,13 +5,14 @@
 #include "platform/FaultPoint.h"
 #include "platform/FileSystem.h"
 #include "support/ControllerLogManager.h"
+#include "support/PathFuncs.h"
 
 #include <thread>
 
 bool JobEntry::OnCancelJob() {
     ControllerLogManager::DebugLog(L"Create killprocess for Job: " + numbers::DecimalText(info.seqId));
     // Without a reason to tell: the job may just have ended and lost its folder.
-    (void)platform::CreateEmptyFileIn(info.workDir, L"killprocess");
+    (void)platform::CreateEmptyFile(PathFuncs::Join(info.workDir, L"killprocess"));
     platform::ReachFaultPoint(platform::FaultPoint::KillFileMade);
     return true;
 }

@@ -27,8 +27,9 @@ public:
     /// One look at the job's process and files, without waiting; true when the job changed so that callers must be
     /// told.
     virtual bool OnCheckUpdate();
-    /// Asks the job's process to stop by an empty file "killprocess" in its work directory. Always true; a file that
-    /// cannot be made is not reported.
+    /// Asks the job's process to stop by an empty file "killprocess" in its work directory, which is taken as it
+    /// stands: an empty or relative one is seen from the current directory, and links on the way are followed. Always
+    /// true; a file that cannot be made is not reported.
     virtual bool OnCancelJob();
 
     const JobListInfo& GetJobListInfo() const { return info; }

@@ -1,6 +1,7 @@
 #include "engine/JobEntry.h"
 
 #include "companion/ControllerCSWrapper.h"
+#include "engine/FreshFolder.h"
 #include "engine/VersionSuffix.h"
 #include "platform/FileSystem.h"
 #include "support/ControllerLogManager.h"
@@ -20,15 +21,6 @@ std::wstring WithoutTrailingBlanks(std::wstring text) {
     return text;
 }
 
-/// The first of `path`, `path`_1, `path`_2 ... that does not exist.
-std::wstring FirstFreePath(const std::wstring& path) {
-    std::wstring candidate = path;
-    for (std::int32_t i = 1; platform::Exists(candidate); ++i) {
-        candidate = path + L"_" + numbers::DecimalText(i);
-    }
-    return candidate;
-}
-
 } // namespace
 
 bool JobEntry::PrepareOutputDir() {
@@ -36,9 +28,10 @@ bool JobEntry::PrepareOutputDir() {
         outputFolder = info.outputDir;
         return true;
     }
-    const std::wstring folder =
-        FirstFreePath(WithoutTrailingBlanks(PathFuncs::Join(info.outputDir, FolderName(info.inputFiles.front()))));
-    if (platform::CreateFolder(folder)) {
+    const std::wstring path =
+        WithoutTrailingBlanks(PathFuncs::Join(info.outputDir, FolderName(info.inputFiles.front())));
+    std::wstring folder;
+    if (MakeFreshFolder(path, {platform::Exists, platform::CreateFolder}, folder)) {
         ControllerLogManager::ErrorLog(L"Failed to create directory: " + folder + L" for Job: " +
                                        numbers::DecimalText(info.seqId));
         return false;

@@ -43,7 +43,13 @@ Error CreateFolders(const std::wstring& path, FolderMaker makeFolder) {
     if (!IsAbsolute(path)) {
         return {ErrorKind::NotAbsolute, 0};
     }
-    return Exists(path) ? Error{ErrorKind::AlreadyExists, 0} : MakeMissingFolders(path, makeFolder);
+    if (Exists(path)) {
+        return {ErrorKind::AlreadyExists, 0};
+    }
+    // Others may make the parents meanwhile; who makes the folder itself is told apart from who finds it.
+    const std::wstring folder = WithoutTrailingSeparators(path);
+    const Error error = MakeMissingFolders(ParentFolder(folder), makeFolder);
+    return error ? error : makeFolder(folder);
 }
 
 Error EnsureFolders(const std::wstring& path, FolderMaker makeFolder) {

@@ -1,6 +1,8 @@
 #include "scenarios/ScenarioSettings.h"
 
+#include "platform/NativePath.h"
 #include "platform/ProfileFile.h"
+#include "support/ControllerLogManager.h"
 #include "support/Numbers.h"
 
 #include <algorithm>
@@ -12,8 +14,15 @@ namespace {
 /// No scenario takes as many; a slip in the file must not cost gigabytes.
 constexpr std::int32_t mostSecondaryInputs = 10'000;
 
-std::size_t SecondaryInputCount(const std::wstring& text) {
-    return static_cast<std::size_t>(std::clamp(numbers::ReadInteger(text), 0, mostSecondaryInputs));
+std::size_t SecondaryInputCount(const std::wstring& text, const std::wstring& settingsPath) {
+    const std::int32_t count = numbers::ReadInteger(text);
+    if (count > mostSecondaryInputs) {
+        ControllerLogManager::WarnLog(platform::ToNativeText(settingsPath) + L": SecondInput: expected at most " +
+                                      numbers::DecimalText(mostSecondaryInputs) + L", found " +
+                                      numbers::DecimalText(count) + L"; the scenario is listed with " +
+                                      numbers::DecimalText(mostSecondaryInputs) + L" secondary inputs");
+    }
+    return static_cast<std::size_t>(std::clamp(count, 0, mostSecondaryInputs));
 }
 
 } // namespace
@@ -31,7 +40,7 @@ std::vector<std::wstring> SplitAtCommas(const std::wstring& list) {
 std::vector<InputFileSpec> ReadScenarioInputs(const std::wstring& settingsPath) {
     const std::vector<std::wstring> values =
         platform::ReadProfileTexts(settingsPath, L"Scenario", {L"CADName", L"CADExt", L"SecondInput"});
-    std::vector<InputFileSpec> inputs(1 + SecondaryInputCount(values[2]));
+    std::vector<InputFileSpec> inputs(1 + SecondaryInputCount(values[2], settingsPath));
     inputs.front() = {values[0], SplitAtCommas(values[1])};
     return inputs;
 }

@@ -163,10 +163,10 @@ TEST(MessagesTest, ProcessHandlesAreHexadecimalText) {
         EXPECT_TRUE(ControllerCSWrapper::Deserialize(json, handle)) << json;
         EXPECT_EQ(handle, reinterpret_cast<void*>(0x1f4)) << json; // NOLINT: a handle is no address
     }
-    for (const wchar_t* json :
-         {L"{\"H\":500}", L"{\"H\":\"\"}", L"{\"H\":\"0x\"}", L"{\"H\":\"0xg\"}", L"{\"H\":\"-1\"}",
-          L"{\"H\":\"0x-1\"}", L"{\"H\":\" 1\"}", L"{\"H\":\"0x0x1\"}", L"{\"H\":\"0x1 \"}",
-          L"{\"H\":\"0x10000000000000000\"}", L"{\"H\":\"1\\u0000\"}", L"{\"H\":null}"}) {
+    for (const wchar_t* json : {L"{\"H\":500}", L"{\"H\":\"\"}", L"{\"H\":\"0x\"}", L"{\"H\":\"0xg\"}",
+                                L"{\"H\":\"-1\"}", L"{\"H\":\"0x-1\"}", L"{\"H\":\" 1\"}", L"{\"H\":\"0x0x1\"}",
+                                L"{\"H\":\"0x1 \"}", L"{\"H\":\"0x10000000000000000\"}", L"{\"H\":\"1\\u0000\"}",
+                                L"{\"H\":null}", L"{\"H\":\"0x0\"}", L"{\"H\":\"0\"}"}) {
         void* handle = &handle;
         EXPECT_FALSE(ControllerCSWrapper::Deserialize(json, handle)) << json;
         EXPECT_EQ(handle, &handle) << json;

@@ -5,6 +5,7 @@
 #include "records/ScenarioRecords.h"
 
 #include <cstddef>
+#include <functional>
 #include <map>
 #include <mutex>
 #include <optional>
@@ -65,6 +66,9 @@ public:
     bool canBuildRunRequests = true;
     bool canRemoveWorkDirectories = true;
     bool canWriteFiles = true;
+    /// Called while a report text is parsed, and while a file is written.
+    std::function<void()> onParse;
+    std::function<void()> onWrite;
 
     // The recording
 

@@ -9,6 +9,12 @@ RecordingCompanion& Companion() {
     return RecordingCompanion::Current();
 }
 
+void Call(const std::function<void()>& hook) {
+    if (hook) {
+        hook();
+    }
+}
+
 template <typename Value>
 const Value* Find(const std::map<std::wstring, Value>& values, const std::wstring& key) {
     const auto found = values.find(key);
@@ -91,6 +97,7 @@ std::wstring ControllerCSWrapper::GetFileNameWithoutExtension(const std::wstring
 }
 
 bool ControllerCSWrapper::CreateJsonFile(const std::wstring& json, const std::wstring& path) {
+    Call(Companion().onWrite);
     return Companion().AddWrite(json, path);
 }
 
@@ -128,6 +135,7 @@ bool ControllerCSWrapper::ParseProgressFile(const std::wstring& path, std::wstri
 
 bool ControllerCSWrapper::ParseProgressFileString(const std::wstring& json, std::wstring& jobId, std::wstring& message,
                                                   int& progress) {
+    Call(Companion().onParse);
     const auto* const scripted = Find(Companion().progressTexts, json);
     jobId = scripted == nullptr ? jobId : scripted->jobId;
     return TakeProgress(scripted, message, progress);
@@ -141,6 +149,7 @@ bool ControllerCSWrapper::ParseRunScenarioResult(const std::wstring& path, bool&
 
 bool ControllerCSWrapper::ParseRunScenarioResultString(const std::wstring& json, std::wstring& jobId, bool& succeeded,
                                                        Messages& pairs, std::vector<std::wstring>& texts) {
+    Call(Companion().onParse);
     const auto* const scripted = Find(Companion().resultTexts, json);
     jobId = scripted == nullptr ? jobId : scripted->jobId;
     return TakeResult(scripted, succeeded, pairs, texts);

@@ -1,6 +1,7 @@
 #include "engine/EngineFixture.h"
 
 #include "platform/FileSystem.h"
+#include "platform/SystemHelpers.h"
 
 #include <algorithm>
 #include <thread>
@@ -89,6 +90,66 @@ TEST_F(CancellationTest, KillprocessThatCannotBeMadeIsNotReported) {
     platform::RemoveTree(Job(1).GetWorkDir());
     EXPECT_EQ(Cancel({L"1"}).size(), 1U);
     EXPECT_EQ(companion.Events(L"error: "), Lines());
+}
+
+/// Asks a job to stop whose record names this work directory.
+void AskToStop(const std::wstring& workDir) {
+    JobListInfo record{};
+    record.workDir = workDir;
+    EXPECT_TRUE(JobEntry(record).OnCancelJob());
+}
+
+TEST_F(CancellationTest, KillprocessStandsWhereTheWorkDirectorySaysSeenFromTheCurrentFolder) {
+    platform::EnsureFolder(folder / L"current");
+    platform::EnsureFolder(folder / L"beside");
+    const ScopedCurrentFolder current(folder / L"current");
+    AskToStop(L"");
+    EXPECT_TRUE(platform::Exists(folder / L"current\\killprocess"));
+    AskToStop(L"..\\beside");
+    EXPECT_TRUE(platform::Exists(folder / L"beside\\killprocess"));
+    AskToStop(folder / L"current\\..");
+    EXPECT_TRUE(platform::Exists(folder / L"killprocess"));
+}
+
+TEST_F(CancellationTest, KillprocessThatIsThereIsEmptied) {
+    Write(L"killprocess", "content");
+    AskToStop(folder.Path() + L"\\");
+    EXPECT_EQ(ReadTextFile(folder / L"killprocess"), "");
+}
+
+/// Does not ask its process to stop.
+class UnwillingJob : public JobEntry {
+public:
+    using JobEntry::JobEntry;
+    bool OnCancelJob() override { return false; }
+};
+
+/// One running job that does not ask its process to stop; the module answers every call with `answer`.
+std::shared_ptr<JobEntry> AddUnwillingJob(OpenEngine& engine, test_modules::Script& script, long answer) {
+    JobListInfo record{};
+    record.id = L"unwilling";
+    record.seqId = 9;
+    record.status = JobStatus::Running;
+    script.answer = [answer](const test_modules::Call&, std::wstring&) { return answer; };
+    return engine.jobList.emplace_back(std::make_shared<UnwillingJob>(record));
+}
+
+TEST_F(CancellationTest, JobThatDoesNotAskItsProcessIsReportedOnceForItsModule) {
+    const auto job = AddUnwillingJob(*engine, script, 0);
+    const std::vector<JobStatusInfo> cancelled = Cancel({L"9"});
+    EXPECT_EQ(cancelled, std::vector{job->GetJobStatusInfo()});
+    EXPECT_EQ(job->GetStatus(), JobStatus::Canceling);
+    EXPECT_EQ(JobListWriteCount(), 1U);
+}
+
+TEST_F(CancellationTest, JobThatNobodyAskedIsCancelingAndNeitherReportedNorWrittenNorWaitedFor) {
+    const auto job = AddUnwillingJob(*engine, script, -1);
+    Lines ids{L"9"};
+    std::vector<JobStatusInfo> cancelled;
+    EXPECT_TRUE(engine->CancelJobs(ids, cancelled, true));
+    EXPECT_TRUE(cancelled.empty());
+    EXPECT_EQ(job->GetStatus(), JobStatus::Canceling);
+    EXPECT_EQ(JobListWriteCount(), 0U);
 }
 
 TEST_F(CancellationTest, CancelingJobIsPassedOver) {

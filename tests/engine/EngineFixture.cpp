@@ -4,6 +4,8 @@
 #include "support/PathFuncs.h"
 
 #include <algorithm>
+#include <future>
+#include <mutex>
 #include <stdexcept>
 
 EngineFixture::EngineFixture() {
@@ -96,6 +98,11 @@ JobEntry& EngineFixture::Job(std::int32_t seqId) {
         throw std::out_of_range("There is no job " + std::to_string(seqId));
     }
     return **found;
+}
+
+bool EngineFixture::IsEngineFree() {
+    const auto tryLock = [this] { return std::unique_lock(engine->mutex, std::try_to_lock).owns_lock(); };
+    return std::async(std::launch::async, tryLock).get();
 }
 
 std::int32_t EngineFixture::NumberAtCursor() {

@@ -23,6 +23,7 @@ public:
     using JobEntryManagerBase::JobEntryManagerBase;
     using JobEntryManagerBase::jobList;
     using JobEntryManagerBase::knownJobIds;
+    using JobEntryManagerBase::mutex;
     using JobEntryManagerBase::nextJob;
     using JobEntryManagerBase::nextSeqId;
     using JobEntryManagerBase::scenarioDirectories;
@@ -63,6 +64,8 @@ protected:
     JobStatus StatusOf(std::int32_t seqId) { return Job(seqId).GetStatus(); }
     /// The number of the job at the cursor; 0 when it is at the end.
     std::int32_t NumberAtCursor();
+    /// True when another thread could take the engine's lock at this moment.
+    bool IsEngineFree();
     std::size_t JobListWriteCount() const { return companion.JobListWrites().size(); }
 
     RecordingCompanion companion;

@@ -95,6 +95,30 @@ TEST_F(EnqueueScenarioTest, RelativeScenarioBelowADirectoryIsFound) {
     EXPECT_EQ(ScenarioOfJob().path, expected);
 }
 
+TEST_F(EnqueueScenarioTest, DirectoryIsTakenForAScenario) {
+    const std::wstring directory = folder / L"set.of\\scenarios.rb";
+    Write(L"set.of\\scenarios.rb\\x.rb", "");
+    EXPECT_TRUE(EnqueueScenario(directory));
+    EXPECT_EQ(ScenarioOfJob().path, directory);
+    EXPECT_EQ(ScenarioOfJob().relativePath, L"scenarios.rb");
+    EXPECT_EQ(ScenarioOfJob().displayName, L"scenarios");
+    EXPECT_EQ(ScenarioDirOfJob(), folder / L"set.of\\");
+}
+
+TEST_F(EnqueueScenarioTest, EmptyIdWithoutScenarioDirectoriesIsNotFound) {
+    EXPECT_FALSE(EnqueueScenario(L""));
+    EXPECT_TRUE(engine->jobList.empty());
+    EXPECT_EQ(companion.Events(), Lines{L"error: Scenario:  is not found"});
+}
+
+TEST_F(EnqueueScenarioTest, EmptyIdNamesTheFirstScenarioDirectoryThatExists) {
+    Write(L"two\\x.rb", "");
+    engine->scenarioDirectories = {{folder / L"one", L""}, {folder / L"two", L""}, {folder.Path(), L""}};
+    EXPECT_TRUE(EnqueueScenario(L""));
+    EXPECT_EQ(ScenarioOfJob().path, folder / L"two");
+    EXPECT_EQ(ScenarioOfJob().displayName, L"two");
+}
+
 TEST_F(EnqueueScenarioTest, NamesTooLongToSplitLeaveThePiecesEmpty) {
     const std::wstring deep =
         std::wstring(120, L'd') + L"\\" + std::wstring(120, L'e') + L"\\" + std::wstring(60, L'f');

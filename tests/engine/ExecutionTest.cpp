@@ -198,9 +198,54 @@ TEST_F(ExecutionTest, DerivedEngineMayHoldExecutionBack) {
     EXPECT_EQ(StatusOf(1), JobStatus::Queued);
 }
 
+/// Counts how often it was asked whether to hold execution back.
+class AskedEngine : public OpenEngine {
+public:
+    using OpenEngine::OpenEngine;
+    int questions = 0;
+
+protected:
+    bool IsSuspendJobExecution() override {
+        ++questions;
+        return JobEntryManagerBase::IsSuspendJobExecution();
+    }
+};
+
+TEST_F(ExecutionTest, SuspensionIsAskedForOnceInACallThatLooksAtSeveralJobs) {
+    auto asked = std::make_unique<AskedEngine>(&functions);
+    const AskedEngine& counted = *asked;
+    engine = std::move(asked);
+    MakeModuleAnswer(1);
+    EnqueueJobs(3);
+    EXPECT_EQ(Execute().size(), 3U);
+    EXPECT_EQ(counted.questions, 1);
+}
+
 TEST_F(ExecutionTest, SuspensionIsNotAskedForAtAnEmptyQueue) {
     engine = std::make_unique<HoldingEngine>(&functions);
     EXPECT_EQ(Execute(), std::vector<JobStatusInfo>());
+}
+
+TEST_F(ExecutionTest, DuringAModuleCallOthersWaitAndOnlyWhatTakesNoLockCanBeCalled) {
+    EnqueueJobs(2);
+    std::vector<JobListInfo> seen;
+    bool isFree = true;
+    script.answer = [&](const test_modules::Call& call, std::wstring&) {
+        if (call.function == "RunScenario") {
+            isFree = IsEngineFree();
+            EXPECT_TRUE(engine->GetJobList(seen));
+            engine->Terminate();
+        }
+        return 0L;
+    };
+    Execute();
+    EXPECT_FALSE(isFree);
+    EXPECT_TRUE(IsEngineFree());
+    ASSERT_EQ(seen.size(), 2U);
+    EXPECT_EQ(seen[0].status, JobStatus::Running);
+    EXPECT_EQ(seen[1].status, JobStatus::Queued);
+    ASSERT_EQ(script.calls.size(), 2U);
+    EXPECT_EQ(script.calls[1].function, "Terminate");
 }
 
 TEST_F(ExecutionTest, CursorStaysOnTheLastJobUntilOneMoreCall) {

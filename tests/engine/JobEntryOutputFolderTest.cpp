@@ -6,6 +6,13 @@
 
 #include <gtest/gtest.h>
 
+#include <cstddef>
+#include <mutex>
+#include <set>
+#include <string>
+#include <thread>
+#include <vector>
+
 namespace {
 
 using Lines = std::vector<std::wstring>;
@@ -49,6 +56,60 @@ TEST_F(JobEntryOutputFolderTest, DotInTheFolderAndNumericExtensionDropOnlyWhatTh
 TEST_F(JobEntryOutputFolderTest, TrailingBlanksAreCutOff) {
     EXPECT_EQ(Prepare(L"C:\\m\\part  .prt"), L"\\part");
     EXPECT_EQ(Prepare(L"C:\\m\\part  .prt"), L"\\part_1");
+}
+
+TEST_F(JobEntryOutputFolderTest, InputWhoseNameIsEmptyWithoutItsExtensionGetsANumberBehindTheOutputDirectory) {
+    for (const std::wstring input : {L"C:\\m\\.hidden", L"C:\\m\\", L""}) {
+        const TemporaryFolder other;
+        JobEntry first = JobWith(other / L"out", {input});
+        EXPECT_TRUE(first.PrepareOutputDir());
+        EXPECT_EQ(first.GetOutputFolder(), other / L"out");
+        JobEntry second = JobWith(other / L"out", {input});
+        EXPECT_TRUE(second.PrepareOutputDir());
+        EXPECT_EQ(second.GetOutputFolder(), other / L"out_1");
+        EXPECT_TRUE(platform::IsFolder(other / L"out_1"));
+    }
+}
+
+TEST_F(JobEntryOutputFolderTest, InputWhoseNameIsBlankLeavesTheSeparatorBehindTheOutputDirectory) {
+    JobEntry first = JobWith(folder / L"out", {L"C:\\m\\  .prt"});
+    EXPECT_TRUE(first.PrepareOutputDir());
+    EXPECT_EQ(first.GetOutputFolder(), folder / L"out\\");
+    JobEntry second = JobWith(folder / L"out", {L"C:\\m\\  .prt"});
+    EXPECT_TRUE(second.PrepareOutputDir());
+    EXPECT_EQ(second.GetOutputFolder(), folder / L"out\\_1");
+    EXPECT_TRUE(platform::IsFolder(folder / L"out\\_1"));
+}
+
+TEST_F(JobEntryOutputFolderTest, BlanksOfTheOutputDirectoryAreCutOffOnlyAtTheEndOfTheWholePath) {
+    JobEntry named = JobWith(folder / L"out  ", {L"part.prt"});
+    EXPECT_TRUE(named.PrepareOutputDir());
+    EXPECT_EQ(named.GetOutputFolder(), folder / L"out  \\part");
+    JobEntry unnamed = JobWith(folder / L"bare  ", {L".hidden"});
+    EXPECT_TRUE(unnamed.PrepareOutputDir());
+    EXPECT_EQ(unnamed.GetOutputFolder(), folder / L"bare");
+}
+
+TEST_F(JobEntryOutputFolderTest, JobsThatArePreparedAtTheSameTimeGetFoldersOfTheirOwn) {
+    constexpr std::size_t rounds = 100;
+    std::mutex mutex;
+    std::set<std::wstring> folders;
+    const auto prepare = [&] {
+        for (std::size_t round = 0; round < rounds; ++round) {
+            JobEntry job = JobWith(folder / std::to_wstring(round), {L"part.prt"});
+            EXPECT_TRUE(job.PrepareOutputDir());
+            const std::lock_guard lock(mutex);
+            folders.insert(job.GetOutputFolder());
+        }
+    };
+    std::vector<std::thread> engines;
+    for (int engine = 0; engine < 4; ++engine) {
+        engines.emplace_back(prepare);
+    }
+    for (std::thread& engine : engines) {
+        engine.join();
+    }
+    EXPECT_EQ(folders.size(), 4 * rounds);
 }
 
 TEST_F(JobEntryOutputFolderTest, MissingParentFoldersAreMade) {

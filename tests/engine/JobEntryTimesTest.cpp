@@ -4,6 +4,10 @@
 
 #include <gtest/gtest.h>
 
+#include <locale>
+#include <sstream>
+#include <string>
+
 namespace {
 
 /// In a zone whose clocks show five hours less than UTC in winter.
@@ -25,6 +29,34 @@ TEST_F(JobEntryTimesTest, FieldsArePaddedWithZeros) {
 TEST_F(JobEntryTimesTest, TimesAreWrittenInUtcAndReadAsLocal) {
     const std::int64_t time = 1709622489;
     EXPECT_EQ(JobEntry::ConvertTimeStringToStruct(JobEntry::CreateTimeString(time)), time + fiveHours);
+}
+
+/// A number of thousands is written with a dot in it.
+class GroupingNumbers : public std::numpunct<wchar_t> {
+protected:
+    char_type do_thousands_sep() const override { return L'.'; }
+    std::string do_grouping() const override { return "\3"; }
+};
+
+/// Everything of this process that asks for the locale finds another one while this lives.
+class ForeignLocale {
+public:
+    ForeignLocale() : previous(std::locale::global(std::locale(std::locale(), new GroupingNumbers))) {}
+    ~ForeignLocale() { std::locale::global(previous); }
+    ForeignLocale(const ForeignLocale&) = delete;
+    ForeignLocale& operator=(const ForeignLocale&) = delete;
+
+private:
+    const std::locale previous;
+};
+
+TEST_F(JobEntryTimesTest, TimesAreTheSameInEveryLocale) {
+    const ForeignLocale foreign;
+    std::wostringstream number;
+    number << 2024;
+    ASSERT_EQ(number.str(), L"2.024");
+    EXPECT_EQ(JobEntry::CreateTimeString(1709622489), L"2024-03-05T07:08:09Z");
+    EXPECT_EQ(JobEntry::ConvertTimeStringToStruct(L"2024-03-05T07:08:09Z"), 1709622489 + fiveHours);
 }
 
 TEST_F(JobEntryTimesTest, EmptyOrUnreadableTextIsMinusOne) {

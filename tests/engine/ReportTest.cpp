@@ -111,6 +111,27 @@ TEST_F(ReportTest, CancellationOfNobodyIsSkipped) {
     EXPECT_EQ(companion.Events(), Lines{L"debug: JobID: nobody is not found. Skip \"Canceled\" status updates."});
 }
 
+TEST_F(ReportTest, ReportsAreParsedBeforeTheEngineIsLocked) {
+    std::vector<bool> wasFree;
+    companion.onParse = [&] { wasFree.push_back(IsEngineFree()); };
+    EXPECT_TRUE(engine->UpdateProgress(L"progress", changed));
+    EXPECT_TRUE(engine->UpdateResult(L"success", changed));
+    EXPECT_TRUE(engine->UpdateToCanceled(L"success", changed));
+    EXPECT_EQ(wasFree, std::vector<bool>(3, true));
+}
+
+TEST_F(ReportTest, TheListIsWrittenUnderTheLockBeforeTheChangeIsReported) {
+    std::vector<std::size_t> reported;
+    companion.onWrite = [&] {
+        reported.push_back(changed.size());
+        EXPECT_FALSE(IsEngineFree());
+    };
+    EXPECT_TRUE(engine->UpdateProgress(L"progress", changed));
+    EXPECT_TRUE(engine->UpdateResult(L"success", changed));
+    EXPECT_TRUE(engine->UpdateToCanceled(L"success", changed));
+    EXPECT_EQ(reported, (std::vector<std::size_t>{0, 1, 2}));
+}
+
 TEST_F(ReportTest, ReportsAreAppendedToWhatTheCallerHas) {
     changed.resize(1);
     engine->UpdateProgress(L"progress", changed);

@@ -1,6 +1,11 @@
 #include "platform/FileSystem.h"
 #include "platform/FileSystemCalls.h"
 
+#include <atomic>
+#include <string>
+#include <thread>
+#include <vector>
+
 #include <gtest/gtest.h>
 
 #include "platform/NativePath.h"
@@ -82,6 +87,26 @@ TEST_F(FileSystemTest, CreateFolderMakesMissingParents) {
     EXPECT_TRUE(IsFolder(folder / L"a\\b\\c\\d"));
     EXPECT_FALSE(CreateFolder(folder / L"with\\separator\\"));
     EXPECT_TRUE(IsFolder(folder / L"with\\separator"));
+}
+
+TEST_F(FileSystemTest, OfSeveralThatCreateOneFolderAtTheSameTimeOneSucceeds) {
+    constexpr int rounds = 100;
+    std::atomic<int> successes{0};
+    const auto create = [&] {
+        for (int round = 0; round < rounds; ++round) {
+            const platform::Error error = CreateFolder(folder / (std::to_wstring(round) + L"\\folder"));
+            EXPECT_TRUE(!error || error.kind == ErrorKind::AlreadyExists);
+            successes += error ? 0 : 1;
+        }
+    };
+    std::vector<std::thread> threads;
+    for (int thread = 0; thread < 4; ++thread) {
+        threads.emplace_back(create);
+    }
+    for (std::thread& thread : threads) {
+        thread.join();
+    }
+    EXPECT_EQ(successes, rounds);
 }
 
 TEST_F(FileSystemTest, CreateFolderRefusesWhatTheShellRefuses) {

@@ -1,5 +1,8 @@
 #include "scenarios/ScenarioSettings.h"
 
+#include "doubles/RecordingCompanion.h"
+#include "platform/NativePath.h"
+#include "platform/Text.h"
 #include "support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
@@ -16,6 +19,7 @@ protected:
     }
 
     TemporaryFolder folder;
+    RecordingCompanion companion;
 };
 
 TEST_F(ScenarioSettingsTest, ListsAreSplitAtEveryComma) {
@@ -56,8 +60,19 @@ TEST_F(ScenarioSettingsTest, EmptySettingsMakeOneUnnamedInput) {
     EXPECT_EQ(Read("[Other]\nCADName=Neutral\n"), std::vector<InputFileSpec>(1));
 }
 
-TEST_F(ScenarioSettingsTest, CountBeyondReasonIsCut) {
-    EXPECT_EQ(Read("[Scenario]\nSecondInput=2147483647\n").size(), 10'001U);
+TEST_F(ScenarioSettingsTest, CountsUpToTheLimitAreTakenSilently) {
+    EXPECT_EQ(Read("[Scenario]\nSecondInput=10000\n").size(), 10'001U);
+    EXPECT_EQ(companion.Events(), Texts());
+}
+
+TEST_F(ScenarioSettingsTest, CountsBeyondTheLimitAreCutWithAWarningThatNamesTheFile) {
+    const std::wstring file = platform::ToNativeText(folder / L"x.adc");
+    for (const std::wstring count : {L"10001", L"2147483647"}) {
+        companion.Forget();
+        EXPECT_EQ(Read("[Scenario]\nSecondInput=" + platform::ToUtf8(count) + "\n").size(), 10'001U);
+        EXPECT_EQ(companion.Events(), Texts{L"warn: " + file + L": SecondInput: expected at most 10000, found " +
+                                            count + L"; the scenario is listed with 10000 secondary inputs"});
+    }
 }
 
 } // namespace

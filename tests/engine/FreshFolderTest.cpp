@@ -1,0 +1,67 @@
+#include "engine/FreshFolder.h"
+
+#include <gtest/gtest.h>
+
+#include <set>
+#include <string>
+#include <vector>
+
+namespace {
+
+using platform::Error;
+using platform::ErrorKind;
+using Names = std::vector<std::wstring>;
+
+/// A disk on which others make folders, too.
+class FreshFolderTest : public testing::Test {
+protected:
+    FolderCalls Calls() {
+        return {[this](const std::wstring& path) { return existing.contains(path); },
+                [this](const std::wstring& path) { return Create(path); }};
+    }
+
+    Error Create(const std::wstring& path) {
+        attempts.push_back(path);
+        if (madeInBetween.contains(path)) {
+            existing.insert(path);
+        }
+        return existing.insert(path).second ? Error{createError, 0} : Error{ErrorKind::AlreadyExists, 0};
+    }
+
+    std::set<std::wstring> existing;
+    /// Somebody else makes these between the look and the making.
+    std::set<std::wstring> madeInBetween;
+    ErrorKind createError = ErrorKind::None;
+    Names attempts;
+    std::wstring folder;
+};
+
+TEST_F(FreshFolderTest, TheFirstNameThatDoesNotExistIsMade) {
+    existing = {L"a", L"a_1"};
+    EXPECT_FALSE(MakeFreshFolder(L"a", Calls(), folder));
+    EXPECT_EQ(folder, L"a_2");
+    EXPECT_EQ(attempts, Names{L"a_2"});
+}
+
+TEST_F(FreshFolderTest, ANameThatSomebodyTakesBetweenTheLookAndTheMakingIsTaken) {
+    madeInBetween = {L"a", L"a_1"};
+    EXPECT_FALSE(MakeFreshFolder(L"a", Calls(), folder));
+    EXPECT_EQ(folder, L"a_2");
+    EXPECT_EQ(attempts, (Names{L"a", L"a_1", L"a_2"}));
+}
+
+TEST_F(FreshFolderTest, AFolderThatCannotBeMadeEndsTheSearch) {
+    createError = ErrorKind::AccessDenied;
+    EXPECT_EQ(MakeFreshFolder(L"a", Calls(), folder).kind, ErrorKind::AccessDenied);
+    EXPECT_EQ(folder, L"a");
+    EXPECT_EQ(attempts, Names{L"a"});
+}
+
+TEST_F(FreshFolderTest, ANameThatIsTakenAndStillNotThereEndsTheSearch) {
+    FolderCalls calls = Calls();
+    calls.create = [](const std::wstring&) { return Error{ErrorKind::AlreadyExists, 0}; };
+    EXPECT_EQ(MakeFreshFolder(L"a", calls, folder).kind, ErrorKind::AlreadyExists);
+    EXPECT_EQ(folder, L"a");
+}
+
+} // namespace
