@@ -5,6 +5,7 @@
 
 #include "companion/ControllerCSWrapper.h"
 #include "controller_cli/BuiltInStrings.h"
+#include "platform/OneLine.h"
 #include "platform/Text.h"
 
 namespace controller_cli {
@@ -74,7 +75,7 @@ std::wstring Texts::Format(const std::wstring& key, std::initializer_list<std::w
         rest.remove_prefix(brace);
         const Placeholder placeholder = PlaceholderAt(rest);
         const bool isValue = placeholder.length > 0 && placeholder.number < values.size();
-        text += isValue ? std::wstring_view(values.begin()[placeholder.number]) : rest.substr(0, 1);
+        text += isValue ? platform::Escaped(values.begin()[placeholder.number]) : std::wstring(rest.substr(0, 1));
         rest.remove_prefix(isValue ? placeholder.length : 1);
     }
     return text.append(rest);

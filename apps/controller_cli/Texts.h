@@ -19,7 +19,8 @@ public:
     /// The key itself where even the built-in texts do not have it.
     const std::wstring& Get(const std::wstring& key) const;
 
-    /// The text with "{0}", "{1}" and so on replaced by the values.
+    /// The text with "{0}", "{1}" and so on replaced by the values. What in these could forge a line or steer a
+    /// terminal is escaped: names and reports of others are among them.
     std::wstring Format(const std::wstring& key, std::initializer_list<std::wstring> values) const;
 
 private:

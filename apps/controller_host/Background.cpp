@@ -6,6 +6,7 @@
 #include "platform/Console.h"
 #include "platform/Directories.h"
 #include "platform/NativePath.h"
+#include "platform/OneLine.h"
 #include "platform/Process.h"
 #include "platform/Text.h"
 #include "platform/Waiting.h"
@@ -16,7 +17,7 @@ namespace {
 constexpr std::chrono::seconds startLimit{30};
 
 HostExit Refuse(const std::wstring& problem) {
-    platform::WriteErrorOutput("controller_host: " + platform::ToUtf8(problem) + "\n");
+    platform::WriteErrorOutput("controller_host: " + platform::ToUtf8(platform::Escaped(problem)) + "\n");
     return HostExit::CouldNotRun;
 }
 

@@ -4,6 +4,7 @@
 #include "platform/Console.h"
 #include "platform/FileSizeLimit.h"
 #include "platform/Memory.h"
+#include "platform/OneLine.h"
 #include "platform/ProgramArguments.h"
 #include "platform/SharedLibrary.h"
 #include "platform/Text.h"
@@ -19,8 +20,8 @@ HostExit Run(const HostOptions& options) {
         platform::WriteOutput("controller_host " CONTROLLER_VERSION "\n");
         return HostExit::Ended;
     case HostOptions::Mode::Wrong:
-        platform::WriteErrorOutput("controller_host: '" + platform::ToUtf8(options.problem) + "' is no option.\n\n" +
-                                   hostUsage);
+        platform::WriteErrorOutput("controller_host: '" + platform::ToUtf8(platform::Escaped(options.problem)) +
+                                   "' is no option.\n\n" + hostUsage);
         return HostExit::WrongUse;
     case HostOptions::Mode::Background:
         return StartHostInBackground();

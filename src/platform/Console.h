@@ -7,8 +7,8 @@
 /// The terminal of a program with a console.
 namespace platform {
 
-/// Makes standard output and error take UTF-8 and leave line ends alone, and a terminal obey escape sequences; called
-/// once by main().
+/// Makes standard output and error take UTF-8 and leave line ends alone, and a terminal obey escape sequences; what
+/// goes through std::wcout is escaped (`MakeWideOutputUtf8`). Called once by main().
 void PrepareConsole();
 
 /// True when standard output is a terminal (and not TERM=dumb).

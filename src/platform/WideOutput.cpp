@@ -5,16 +5,24 @@
 #include <string>
 
 #include "platform/Console.h"
+#include "platform/OneLine.h"
 #include "platform/Text.h"
 
 namespace platform {
 namespace {
 
+/// A line break that ends the text stays one.
+std::wstring AsOneLine(std::wstring text) {
+    const bool endsLine = text.ends_with(L'\n');
+    text.resize(text.size() - (endsLine ? 1 : 0));
+    return Escaped(text) + (endsLine ? L"\n" : L"");
+}
+
 /// Unbuffered: each text that is put in is written in one piece.
 class WideOutput final : public std::wstreambuf {
 protected:
     std::streamsize xsputn(const wchar_t* text, std::streamsize count) override {
-        WriteOutput(ToUtf8({text, static_cast<std::size_t>(count)}));
+        WriteOutput(ToUtf8(AsOneLine({text, static_cast<std::size_t>(count)})));
         return count;
     }
 

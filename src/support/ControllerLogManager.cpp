@@ -2,7 +2,6 @@
 
 #include "companion/ControllerCSWrapper.h"
 #include "platform/Environment.h"
-#include "platform/OneLine.h"
 #include "support/Numbers.h"
 
 #include <cstddef>
@@ -97,8 +96,7 @@ void ControllerLogManager::Output(MessageType type, long level, const std::wstri
         WriteToFile(type, message);
     }
     if (type != Debug && level <= consoleLevel) {
-        // What stands in names and reports of others must not forge lines or steer the terminal.
-        WriteToConsole(CreateHeaderString(type) + platform::Escaped(message) + L"\n");
+        WriteToConsole(CreateHeaderString(type) + message + L"\n");
     }
 }
 

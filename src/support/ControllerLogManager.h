@@ -9,7 +9,8 @@
 
 /// The one logging facility of the library. A message goes to the application's log file (written by
 /// `ControllerCSWrapper`) and, when attached, to the console (`std::wcout`), each when its level is not above that
-/// sink's threshold.
+/// sink's threshold. The console gets the message as it is: a program whose console is a terminal escapes there what
+/// could forge lines or steer it (`platform::PrepareConsole` does).
 ///
 /// Usable at any time and from any thread, `Initialize` included; concurrent console messages may alternate but not
 /// mix. A message that is written while the log is set up anew goes to the sinks before or after. Reports no failure.

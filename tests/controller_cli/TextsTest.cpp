@@ -49,6 +49,12 @@ TEST_F(TextsTest, ValuesTakeTheirPlaces) {
     EXPECT_EQ(texts.Format(L"A/c", {L"unused"}), L"none");
 }
 
+TEST_F(TextsTest, ValuesForgeNoLineAndSteerNoTerminal) {
+    const controller_cli::Texts texts(UseStrings(R"({"en-US":{"A":{"b":"first {0}\nsecond"}}})"));
+    EXPECT_EQ(texts.Format(L"A/b", {L"a\ncontroller_cli: forged\x1b[2J\u202e"}),
+              L"first a\\ncontroller_cli: forged\\u001b[2J\\u202e\nsecond");
+}
+
 /// The names of all members: texts that a colon follows.
 std::vector<std::string> KeysOf(const std::string& section) {
     std::vector<std::string> keys;

@@ -59,6 +59,18 @@ TEST_F(ConsoleTest, WideOutputArrivesAsUtf8) {
     EXPECT_EQ(ReadTextFile(path), "Gr\xC3\xB6\xC3\x9F\xF0\x9F\x98\x80\n");
 }
 
+TEST_F(ConsoleTest, WideOutputIsOneLineForOneTextAndSteersNoTerminal) {
+    const WideOutputRestorer restorer;
+    platform::PrepareConsole();
+    const std::wstring path = folder / L"output";
+    {
+        const auto redirected = RedirectedOutput::ToFile(path);
+        std::wcout << std::wstring(L"Input: a\n[ERROR]       : forged\r\x1b[2J\x9b\u202e is not found\n");
+        std::wcout << std::wstring(L"next\n");
+    }
+    EXPECT_EQ(ReadTextFile(path), "Input: a\\n[ERROR]       : forged\\r\\u001b[2J\\u009b\\u202e is not found\nnext\n");
+}
+
 TEST_F(ConsoleTest, MuchOutputArrivesWhole) {
     const std::string text(1'000'000, 'x');
     EXPECT_TRUE(Written(text) == text);

@@ -5,7 +5,10 @@
 
 #include <gtest/gtest.h>
 
+#include <clocale>
 #include <limits>
+#include <sstream>
+#include <string>
 
 namespace {
 
@@ -132,11 +135,10 @@ TEST_F(ControllerLogManagerTest, NarrowTextEndsAtAnEmbeddedZeroByte) {
     EXPECT_EQ(companion.Events(), Lines{L"info: before"});
 }
 
-TEST_F(ControllerLogManagerTest, OneMessageIsOneLineOfTheConsoleAndSteersNoTerminal) {
+TEST_F(ControllerLogManagerTest, MessageReachesTheConsoleAsItIs) {
     Log::Initialize(0, L"", true);
-    Log::Log(L"Input: a\n[ERROR]       : forged\r\x1b[2J\x9b\u202e is not found");
-    EXPECT_EQ(console.Text(),
-              L"[INFO]        : Input: a\\n[ERROR]       : forged\\r\\u001b[2J\\u009b\\u202e is not found\n");
+    Log::Log(L"two\nlines\r\t\x1b[2J\u202e \u00e9\u4e2d");
+    EXPECT_EQ(console.Text(), L"[INFO]        : two\nlines\r\t\x1b[2J\u202e \u00e9\u4e2d\n");
 }
 
 TEST_F(ControllerLogManagerTest, EmptyMessagesAreWrittenToo) {
@@ -149,6 +151,60 @@ TEST_F(ControllerLogManagerTest, EmptyMessagesAreWrittenToo) {
 TEST_F(ControllerLogManagerTest, MessageReachesTheFileUnchangedWithoutHeader) {
     Log::Log(L"  two\nlines \u00e9\u4e2d ");
     EXPECT_EQ(companion.Events(), Lines{L"info:   two\nlines \u00e9\u4e2d "});
+}
+
+/// A console that counts how often it was asked to show what it holds.
+class CountingConsole : public std::wstringbuf {
+public:
+    int flushes = 0;
+
+protected:
+    int sync() override {
+        ++flushes;
+        return 0;
+    }
+};
+
+TEST_F(ControllerLogManagerTest, ConsoleIsFlushedWhenItIsDetachedAndOnlyThen) {
+    CountingConsole counting;
+    const ConsoleCapture capture(counting);
+    Log::Initialize(0, L"", false);
+    EXPECT_EQ(counting.flushes, 0);
+    Log::Initialize(0, L"", true);
+    Log::Initialize(1, L"", true);
+    EXPECT_EQ(counting.flushes, 0);
+    Log::Initialize(0, L"", false);
+    EXPECT_EQ(counting.flushes, 1);
+    Log::Initialize(0, L"", false);
+    EXPECT_EQ(counting.flushes, 1);
+}
+
+/// Sets a locale of the C library in which not every sequence of bytes is text, and restores the one before.
+class MultibyteLocale {
+public:
+    MultibyteLocale() : previous(std::setlocale(LC_ALL, nullptr)) {
+        for (const char* const name : {"C.UTF-8", "Japanese_Japan.932"}) {
+            isSet = isSet || std::setlocale(LC_ALL, name) != nullptr;
+        }
+    }
+    ~MultibyteLocale() { std::setlocale(LC_ALL, previous.c_str()); }
+    MultibyteLocale(const MultibyteLocale&) = delete;
+    MultibyteLocale& operator=(const MultibyteLocale&) = delete;
+
+    bool IsSet() const { return isSet; }
+
+private:
+    const std::string previous;
+    bool isSet = false;
+};
+
+TEST_F(ControllerLogManagerTest, NarrowTextThatIsNotValidInTheLocaleIsAnEmptyMessageThatIsStillWritten) {
+    const MultibyteLocale locale;
+    ASSERT_TRUE(locale.IsSet());
+    Log::Initialize(0, L"C:\\log\\controller.log", true);
+    Log::WarnLog(std::string("begins well, then \x81"));
+    EXPECT_EQ(companion.Events(), Lines{L"warn: "});
+    EXPECT_EQ(console.Text(), L"[WARNING]     : \n");
 }
 
 /// A console that cannot show characters above 255.

@@ -5,6 +5,7 @@
 #include "platform/Console.h"
 #include "platform/FileLock.h"
 #include "platform/NativePath.h"
+#include "platform/OneLine.h"
 #include "platform/Text.h"
 
 namespace log_file {
@@ -139,9 +140,9 @@ void RotatingFile::ComplainOnce(const platform::Error& error) {
     if (std::exchange(complained, true)) {
         return;
     }
-    platform::WriteErrorOutput(platform::ToUtf8(L"The log file " + platform::ToNativeText(currentPath) +
-                                                L" cannot be written: " + error.Text() +
-                                                L" Messages are lost until it can be.\n"));
+    platform::WriteErrorOutput(
+        platform::ToUtf8(L"The log file " + platform::Escaped(platform::ToNativeText(currentPath)) +
+                         L" cannot be written: " + error.Text() + L" Messages are lost until it can be.\n"));
 }
 
 } // namespace log_file
