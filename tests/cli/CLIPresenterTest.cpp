@@ -214,6 +214,20 @@ TEST_F(CLIPresenterTest, AnOutputFileThatCannotBeOpenedLosesItsLinesSilently) {
     EXPECT_EQ(transmitter.sent.size(), 2U);
 }
 
+TEST_F(CLIPresenterTest, TheOutputFileIsThereAndEmptyBeforeTheFirstRequestIsSent) {
+    WriteJobsFile(1);
+    ScriptEnqueued(1, {{L"a", 5}});
+    WriteTextFile(outputFile, "of an earlier run");
+    std::string atFirstRequest = "not looked at";
+    transmitter.onSend = [&](const auto& event) {
+        atFirstRequest = Output();
+        Answer(event);
+    };
+    Enqueue();
+    EXPECT_EQ(atFirstRequest, "");
+    EXPECT_EQ(Output(), Lines({"5,Queued"}));
+}
+
 TEST_F(CLIPresenterTest, CancelSendsOneIdAndWritesNoOutputFile) {
     presenter.CancelJobs(L"3f9");
     EXPECT_EQ(transmitter.sent, (Events{{L"CancelJobs", L"CancelJobs: 3f9"}}));
@@ -290,6 +304,26 @@ TEST_F(CLIPresenterTest, AnEarlierAnswerDoesNotEndTheWaitForTheNext) {
     presenter.CheckJobStatus({L"5"}, outputFile);
     EXPECT_EQ(clock.Elapsed(), 19900ms);
     EXPECT_EQ(Output(), Lines({"5,Success"}));
+}
+
+TEST_F(CLIPresenterTest, AnAnswerToAnotherPresenterEndsTheWaitWithoutItsStatus) {
+    ScriptedTransmitter otherLine;
+    CLIPresenter other(otherLine.Id(), test_modules::ModulePath(L"transmitter_by_address"));
+    companion.messages.Add(L"statuses", std::vector<JobStatusInfo>{Status(L"5", JobStatus::Success)});
+    transmitter.onSend = [&](const auto&) { otherLine.Deliver(L"CheckJobStatusResponse", L"statuses"); };
+    presenter.CheckJobStatus({L"5"}, outputFile);
+    EXPECT_EQ(clock.SleepCount(), 0);
+    EXPECT_EQ(Output(), Lines({"5,Unknown"}));
+    std::wstring id;
+    EXPECT_TRUE(other.FindJobId(5, id));
+}
+
+TEST_F(CLIPresenterTest, StatusWithoutATransmitterIsWaitedForAndThenUnknown) {
+    CLIPresenter unconnected(L"any", test_modules::ModulePath(L"no_such_module"));
+    unconnected.CheckJobStatus({L"5"}, outputFile);
+    EXPECT_EQ(clock.Elapsed(), 19900ms);
+    EXPECT_EQ(Output(), Lines({"5,Unknown"}));
+    unconnected.SetEventTransmitter(&transmitter); // keeps its handlers in reach
 }
 
 TEST_F(CLIPresenterTest, StatusOfNoIdsGivesAnEmptyOutputFile) {

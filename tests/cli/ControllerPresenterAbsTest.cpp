@@ -157,6 +157,52 @@ TEST_F(ControllerPresenterAbsTest, LeavingATransmitterTakesEveryHandlerAway) {
     presenter->LeaveEventTransmitter(nullptr);
 }
 
+/// Holds a presenter that is never destroyed, as of two that share their handlers only one may be.
+class CopyWithoutEnd {
+public:
+    explicit CopyWithoutEnd(const RecordingPresenter& original) { std::construct_at(&presenter, original); }
+    ~CopyWithoutEnd() {}
+    CopyWithoutEnd(const CopyWithoutEnd&) = delete;
+    CopyWithoutEnd& operator=(const CopyWithoutEnd&) = delete;
+
+    RecordingPresenter& operator*() { return presenter; }
+
+private:
+    union {
+        RecordingPresenter presenter;
+    };
+};
+
+class HandlersOf {
+public:
+    explicit HandlersOf(ControllerPresenterAbs& presenter) {
+        transmitter.onRegister = [this](const std::wstring&, CallbackFunctor* handler) { handlers.push_back(handler); };
+        presenter.SetEventTransmitter(&transmitter);
+    }
+
+    ScriptedTransmitter transmitter;
+    std::vector<CallbackFunctor*> handlers;
+};
+
+TEST_F(ControllerPresenterAbsTest, ACopySharesTheHandlersWhichStayBoundToTheFirstPresenter) {
+    CopyWithoutEnd copy(*presenter);
+    HandlersOf copied(*copy);
+    EXPECT_EQ(copied.handlers, HandlersOf(*presenter).handlers);
+    EXPECT_TRUE(copied.transmitter.Deliver(L"TerminateResponse", L""));
+    EXPECT_EQ(presenter->answers, Texts{L"TerminateResponse"});
+    EXPECT_TRUE((*copy).answers.empty());
+}
+
+TEST_F(ControllerPresenterAbsTest, AnAssignedPresenterSharesTheHandlersOfTheOther) {
+    RecordingPresenter other;
+    CopyWithoutEnd assigned(other);
+    *assigned = *presenter;
+    HandlersOf shared(*assigned);
+    EXPECT_EQ(shared.handlers, HandlersOf(*presenter).handlers);
+    EXPECT_TRUE(shared.transmitter.Deliver(L"TerminateResponse", L""));
+    EXPECT_EQ(presenter->answers, Texts{L"TerminateResponse"});
+}
+
 // A leak checker sees to it that the other ten are released.
 TEST_F(ControllerPresenterAbsTest, TheHandlerOfCancelJobsFinishOutlivesThePresenter) {
     presenter.reset();
