@@ -97,6 +97,7 @@ std::wstring Written(const Settings& read) {
     writer.Add(L"workDirectory", read.workDirectory);
     writer.Add(L"jobListFile", read.jobListFile);
     writer.Add(L"logFile", read.logFile);
+    writer.Add(L"logLevel", std::wstring(log_file::NameOf(read.logLevel)));
     writer.Add(L"scenarioDirectories", read.scenarioDirectories);
     writer.Add(L"culture", read.culture);
     writer.Add(L"defaultCulture", read.defaultCulture);

@@ -15,6 +15,12 @@ void FollowSettings() noexcept {
 }
 
 void WriteRecord(log_file::Level level, const std::wstring& message) noexcept {
+    if (log_file::WantsLevel()) {
+        FollowSettings(); // a look at the settings says the level, too
+    }
+    if (!log_file::Takes(level)) {
+        return;
+    }
     if (log_file::WantsDefaultPath()) {
         FollowSettings();
     }

@@ -117,6 +117,11 @@ private:
         if (!place) {
             place = DefaultPlace();
         }
+        Look(findings);
+        log_file::UseLevel(current->logLevel);
+    }
+
+    void Look(Findings& findings) {
         const std::optional<platform::FileStamp> newStamp = platform::StampOf(place->path);
         const bool isNew = !hasLooked || newStamp != stamp;
         // What kept the file from being opened passes without leaving a trace in the file.
@@ -170,6 +175,7 @@ Store& TheStore() {
 void UseFile(const std::wstring& path) {
     TheStore().Use(path);
     log_file::ForgetDefaultPath();
+    log_file::ForgetLevel();
 }
 
 std::shared_ptr<const Settings> Current() {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "companion/log/LogLevel.h"
 #include "platform/Export.h"
 #include "records/ScenarioRecords.h"
 
@@ -20,6 +21,8 @@ struct Settings {
     std::wstring jobListFile;
     /// Empty: no log file.
     std::wstring logFile;
+    /// Records below it are not written to the log file.
+    log_file::Level logLevel = log_file::Level::Info;
     bool autoDeleteWorkFolder = false;
     std::int32_t autoDeleteDays = 30;
     std::vector<ScenarioDirectory> scenarioDirectories;

@@ -20,6 +20,7 @@ std::wstring CopyForRun(const Settings& settings) {
     std::wstring json = L"{";
     AppendMember(L"version", 1, json);
     AppendMember(L"logFile", settings.logFile, json);
+    AppendMember(L"logLevel", std::wstring(log_file::NameOf(settings.logLevel)), json);
     AppendMember(L"scenarioApiDirectory", settings.scenarioApiDirectory, json);
     AppendMember(L"cancelGraceSeconds", settings.cancelGraceSeconds, json);
     AppendMember(L"scenarioLogLimitBytes", settings.scenarioLogLimitBytes, json);

@@ -70,6 +70,12 @@ struct MeetingPlace {
     static constexpr auto nameCharacters = L"ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789-_.";
 };
 
+struct LogLevel : TextRule {
+    static constexpr auto initial = log_file::levelNames[static_cast<std::size_t>(log_file::Level::Info)];
+    static constexpr auto expected = L"\"debug\", \"info\", \"warning\" or \"error\"";
+    static bool Accepts(const std::wstring& name) { return log_file::LevelNamed(name).has_value(); }
+};
+
 struct Days {
     using Value = std::int32_t;
     static constexpr Value initial = 30;
@@ -114,6 +120,7 @@ struct File {
     std::optional<CheckedValue<Path>> workDirectory;
     std::optional<CheckedValue<Path>> jobListFile;
     std::optional<CheckedValue<PathOrNone>> logFile;
+    CheckedValue<LogLevel> logLevel;
     AutoDelete autoDeleteWorkFolder;
     std::vector<Directory> scenarioDirectories;
     CheckedValue<Culture> culture;
@@ -167,7 +174,8 @@ struct Layout<settings::File> {
     using File = settings::File;
     static constexpr auto members = std::make_tuple(
         Version(), Member{"workDirectory", &File::workDirectory}, Member{"jobListFile", &File::jobListFile},
-        Member{"logFile", &File::logFile}, Member{"autoDeleteWorkFolder", &File::autoDeleteWorkFolder},
+        Member{"logFile", &File::logFile}, Member{"logLevel", &File::logLevel},
+        Member{"autoDeleteWorkFolder", &File::autoDeleteWorkFolder},
         Member{"scenarioDirectories", &File::scenarioDirectories}, Member{"culture", &File::culture},
         Member{"defaultCulture", &File::defaultCulture}, Member{"functionModules", &File::functionModules},
         Member{"eventTransmitter", &File::eventTransmitter}, Member{"transmitterName", &File::transmitterName},
@@ -198,6 +206,7 @@ public:
         ApplyPath(file.stringResourceFile, changed.stringResourceFile);
         ApplyPath(file.scenarioRunner, changed.scenarioRunner);
         ApplyPath(file.scenarioApiDirectory, changed.scenarioApiDirectory);
+        changed.logLevel = log_file::LevelNamed(file.logLevel.value).value_or(changed.logLevel);
         changed.autoDeleteWorkFolder = file.autoDeleteWorkFolder.enabled;
         changed.autoDeleteDays = file.autoDeleteWorkFolder.days.value;
         changed.transmitterName = file.transmitterName.value;

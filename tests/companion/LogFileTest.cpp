@@ -9,14 +9,22 @@
 
 #include <gtest/gtest.h>
 
+#include "companion/Settings.h"
 #include "support/TemporaryFolder.h"
 
 namespace {
 
 class LogFileTest : public testing::Test {
 protected:
-    LogFileTest() { ControllerCSWrapper::ChangeLogFilePath(path); }
-    ~LogFileTest() override { ControllerCSWrapper::ChangeLogFilePath(L""); }
+    LogFileTest() {
+        WriteTextFile(folder / L"settings.json", R"({"logLevel":"debug"})");
+        settings::UseFile(folder / L"settings.json");
+        ControllerCSWrapper::ChangeLogFilePath(path);
+    }
+    ~LogFileTest() override {
+        ControllerCSWrapper::ChangeLogFilePath(L"");
+        settings::UseFile(L"");
+    }
 
     std::vector<std::string> Records() const {
         std::vector<std::string> records;

@@ -55,6 +55,9 @@ const std::vector<Refused> refusedFiles = {
     {"CultureWithSeparator", R"({"culture":"..\\de"})", L": culture: expected the name of a culture"},
     {"TransmitterNameWithSeparator", R"({"transmitterName":"a/b"})",
      L": transmitterName: expected a name of 1 to 64 letters"},
+    {"UnknownLogLevel", R"({"logLevel":"verbose"})",
+     L": logLevel: expected \"debug\", \"info\", \"warning\" or \"error\""},
+    {"LogLevelAsNumber", R"({"logLevel":1})", L": logLevel: expected \"debug\""},
     {"NoDays", R"({"autoDeleteWorkFolder":{"enabled":true,"days":0}})",
      L", line 1, column 48: autoDeleteWorkFolder.days: expected a whole number of days from 1 to 36500"},
     {"DaysAsText", R"({"autoDeleteWorkFolder":{"days":"30"}})", L": autoDeleteWorkFolder.days: expected a whole"},
@@ -105,7 +108,8 @@ TEST_F(SettingsFileTest, LeavesTheBuiltInSettingsWhereNothingIsSaid) {
 }
 
 TEST_F(SettingsFileTest, TakesEveryMember) {
-    ASSERT_TRUE(Read(R"({"version":1,"workDirectory":"work","jobListFile":"lists/job_list.json","logFile":"c.log",
+    ASSERT_TRUE(Read(
+        R"({"version":1,"workDirectory":"work","jobListFile":"lists/job_list.json","logFile":"c.log","logLevel":"warning",
         "autoDeleteWorkFolder":{"enabled":true,"days":7},
         "scenarioDirectories":[{"path":"scenarios","label":"Ours"},{"path":"../common"}],
         "culture":"de-DE","defaultCulture":"fr","functionModules":["../bin/one.so","two.so"],
@@ -119,6 +123,7 @@ TEST_F(SettingsFileTest, TakesEveryMember) {
     expected.workDirectory = folder / L"conf\\work";
     expected.jobListFile = folder / L"conf\\lists\\job_list.json";
     expected.logFile = folder / L"conf\\c.log";
+    expected.logLevel = log_file::Level::Warning;
     expected.autoDeleteWorkFolder = true;
     expected.autoDeleteDays = 7;
     expected.scenarioDirectories = {{folder / L"conf\\scenarios", L"Ours"}, {folder / L"common", L""}};

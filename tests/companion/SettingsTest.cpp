@@ -25,9 +25,10 @@ protected:
     }
     ~SettingsTest() override { settings::UseFile(L""); }
 
-    /// `{"culture":"en-US"}` and the like, and the log file.
+    /// `{"culture":"en-US"}` and the like, and the log file where they name none.
     void Write(const std::string& members) {
-        WriteTextFile(path, "{\"logFile\":\"controller.log\"," + members.substr(1));
+        const bool namesLog = members.find("logFile") != std::string::npos;
+        WriteTextFile(path, namesLog ? members : "{\"logFile\":\"controller.log\"," + members.substr(1));
     }
 
     std::string Log() const { return ReadTextFile(folder / L"controller.log"); }
@@ -171,7 +172,8 @@ TEST_F(SettingsTest, NothingIsHeldWithAnotherFile) {
 }
 
 TEST_F(SettingsTest, ACopyForARunSaysWhatIsInForce) {
-    Write(R"({"interpreters":{".rb":["ruby","-w"],".py":["C:\\p \u00e9\\python.exe"]},"cancelGraceSeconds":7,
+    Write(
+        R"({"logLevel":"error","interpreters":{".rb":["ruby","-w"],".py":["C:\\p \u00e9\\python.exe"]},"cancelGraceSeconds":7,
         "scenarioLogLimitBytes":5000,"scenarioApiDirectory":"api"})");
     const auto original = settings::Current();
     WriteTextFile(folder / L"elsewhere\\copy.json", platform::ToUtf8(settings::CopyForRun(*original)));
@@ -183,6 +185,7 @@ TEST_F(SettingsTest, ACopyForARunSaysWhatIsInForce) {
     EXPECT_EQ(copy->scenarioLogLimitBytes, 5000);
     EXPECT_EQ(copy->scenarioApiDirectory, folder / L"api");
     EXPECT_EQ(copy->logFile, folder / L"controller.log");
+    EXPECT_EQ(copy->logLevel, log_file::Level::Error);
 }
 
 TEST_F(SettingsTest, LogsUnknownMembersAsWarnings) {
@@ -206,6 +209,67 @@ TEST_F(SettingsTest, LogsThatEverybodyMayChangeTheFileOrAModule) {
     EXPECT_EQ(CountOf("settings.json, and so decide what runs in your name", Log()), 1);
 }
 
+TEST_F(SettingsTest, LevelOfTheLogIsInfoWithoutAWord) {
+    ControllerCSWrapper::WriteDebugLog(L"of debugging");
+    EXPECT_FALSE(platform::Exists(folder / L"controller.log"));
+    ControllerCSWrapper::WriteInfoLog(L"of information");
+    EXPECT_EQ(CountOf("of ", Log()), 1);
+    EXPECT_EQ(CountOf("of information", Log()), 1);
+}
+
+TEST_F(SettingsTest, RecordsBelowTheLevelOfTheLogAreNotWritten) {
+    const std::vector<std::string> names = {"debug", "info", "warning", "error"};
+    for (std::size_t level = 0; level < names.size(); ++level) {
+        Write(R"({"logFile":")" + names[level] + R"(.log","logLevel":")" + names[level] + "\"}");
+        settings::UseFile(path);
+        ControllerCSWrapper::WriteDebugLog(L"<record>");
+        ControllerCSWrapper::WriteInfoLog(L"<record>");
+        ControllerCSWrapper::WriteWarnLog(L"<record>");
+        ControllerCSWrapper::WriteErrorLog(L"<record>");
+        const std::string log = ReadTextFile(folder / (platform::FromUtf8(names[level]) + L".log"));
+        EXPECT_EQ(CountOf("<record>", log), static_cast<int>(names.size() - level)) << log;
+        EXPECT_EQ(CountOf(" " + names[level] + " ", log), 1) << log;
+    }
+}
+
+TEST_F(SettingsTest, TheLevelHoldsForALogFileThatTheHostNamesToo) {
+    ControllerCSWrapper::ChangeLogFilePath(folder / L"given.log");
+    ControllerCSWrapper::WriteDebugLog(L"of debugging");
+    EXPECT_FALSE(platform::Exists(folder / L"given.log"));
+    Write(R"({"logLevel":"debug"})");
+    settings::Current();
+    ControllerCSWrapper::WriteDebugLog(L"of debugging");
+    EXPECT_EQ(CountOf("of debugging", ReadTextFile(folder / L"given.log")), 1);
+}
+
+TEST_F(SettingsTest, ARecordBelowTheLevelLooksAtNoFile) {
+    ControllerCSWrapper::WriteDebugLog(L"the level is asked for once");
+    Write(R"({"culture":7})"); // a look would find it broken, and say so
+    ControllerCSWrapper::WriteDebugLog(L"dropped");
+    EXPECT_FALSE(platform::Exists(folder / L"controller.log"));
+    ASSERT_FALSE(platform::RemoveFile(path));
+    ControllerCSWrapper::WriteDebugLog(L"dropped");
+    EXPECT_FALSE(platform::Exists(folder / L"controller.log"));
+}
+
+TEST_F(SettingsTest, ALevelThatIsWrittenWhileTheProgramRunsHoldsWithTheNextLookAtTheSettings) {
+    ControllerCSWrapper::WriteDebugLog(L"before");
+    Write(R"({"logLevel":"debug"})");
+    EXPECT_EQ(settings::Current()->logLevel, log_file::Level::Debug);
+    ControllerCSWrapper::WriteDebugLog(L"after");
+    EXPECT_EQ(CountOf("before", Log()), 0);
+    EXPECT_EQ(CountOf("after", Log()), 1);
+}
+
+TEST_F(SettingsTest, ABrokenFileLeavesTheLevelAsItWas) {
+    Write(R"({"logLevel":"debug"})");
+    settings::Current();
+    Write(R"({"logLevel":"none"})");
+    settings::Current();
+    ControllerCSWrapper::WriteDebugLog(L"still written");
+    EXPECT_EQ(CountOf("still written", Log()), 1);
+}
+
 TEST_F(SettingsTest, NamesTheLogFileUntilAnotherIsGiven) {
     ControllerCSWrapper::WriteInfoLog(L"by the settings");
     EXPECT_EQ(CountOf("by the settings", Log()), 1);
@@ -223,7 +287,7 @@ TEST_F(SettingsTest, GivesAWholeSnapshotToEveryThreadWhileTheFileChanges) {
             for (int look = 0; look < 200; ++look) {
                 const auto current = settings::Current();
                 EXPECT_EQ(current->culture, current->defaultCulture);
-                ControllerCSWrapper::WriteDebugLog(L"looked");
+                ControllerCSWrapper::WriteInfoLog(L"looked");
             }
         });
     }

@@ -66,6 +66,9 @@ private:
     std::atomic<std::int64_t> lastDefault = never;
 };
 
+constexpr std::int32_t unknownLevel = -1;
+std::atomic<std::int32_t> lowestLevel = unknownLevel;
+
 struct Log {
     std::shared_ptr<RotatingSink> sink = std::make_shared<RotatingSink>();
     spdlog::logger logger{"controller", sink};
@@ -119,6 +122,24 @@ bool WantsDefaultPath() noexcept {
 
 void ForgetDefaultPath() noexcept {
     TheLog().sink->ForgetDefaultPath();
+}
+
+void UseLevel(Level level) noexcept {
+    lowestLevel = static_cast<std::int32_t>(level);
+}
+
+void ForgetLevel() noexcept {
+    lowestLevel = unknownLevel;
+}
+
+bool WantsLevel() noexcept {
+    return lowestLevel == unknownLevel;
+}
+
+bool Takes(Level level) noexcept {
+    const std::int32_t lowest = lowestLevel;
+    return static_cast<std::int32_t>(level) >=
+           (lowest == unknownLevel ? static_cast<std::int32_t>(Level::Info) : lowest);
 }
 
 void Write(Level level, const std::wstring& message) noexcept {
