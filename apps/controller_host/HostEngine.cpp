@@ -3,11 +3,22 @@
 #include "companion/ControllerCSWrapper.h"
 #include "controller_host/DeletionNotes.h"
 #include "platform/FaultPoint.h"
+#include "platform/FileSystem.h"
 #include "support/ControllerLogManager.h"
 
 #include <algorithm>
 
 namespace {
+
+/// A job of a scenario that nobody has to trust.
+class HostJobEntry : public JobEntry {
+public:
+    using JobEntry::JobEntry;
+
+    /// A scenario may have put a link in the place of its work directory: nothing is made where that leads. The
+    /// function module asks the scenario's process in another way, too.
+    bool OnCancelJob() override { return platform::IsLink(info.workDir) || JobEntry::OnCancelJob(); }
+};
 
 bool IsActive(JobEntry& job) {
     return job.GetStatus() == JobStatus::Running || job.GetStatus() == JobStatus::Canceling;
@@ -19,6 +30,10 @@ bool TakeRequested(const JobEntry& job, std::set<std::wstring>& requested) {
 }
 
 } // namespace
+
+JobEntry* HostEngine::CreateNewJobEntry(const JobListInfo* info) {
+    return info == nullptr ? new HostJobEntry() : new HostJobEntry(*info);
+}
 
 std::vector<void*> HostEngine::ActiveProcesses() {
     const std::lock_guard lock(mutex);
@@ -73,7 +88,11 @@ std::set<std::wstring> HostEngine::ListedIds() {
     return ids;
 }
 
-void HostEngine::DeleteJobsDurably(std::vector<std::wstring>& ids, std::vector<std::wstring>& deleted) {
+void HostEngine::DeleteOldJobsDurably() {
+    DeleteOldJobs([this](auto& ids, auto& deleted) { return DeleteJobsDurably(ids, deleted); });
+}
+
+bool HostEngine::DeleteJobsDurably(std::vector<std::wstring>& ids, std::vector<std::wstring>& deleted) {
     const DeletionNotes notes(ControllerCSWrapper::GetJobListFile());
     notes.Add(DeletableJobs(ids));
     platform::ReachFaultPoint(platform::FaultPoint::DeletionsNoted);
@@ -81,6 +100,7 @@ void HostEngine::DeleteJobsDurably(std::vector<std::wstring>& ids, std::vector<s
     platform::ReachFaultPoint(platform::FaultPoint::DeletionsToBeSettled);
     notes.Settle();
     platform::ReachFaultPoint(platform::FaultPoint::DeletionsSettled);
+    return true;
 }
 
 std::vector<JobListInfo> HostEngine::DeletableJobs(const std::vector<std::wstring>& ids) {

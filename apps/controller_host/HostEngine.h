@@ -12,7 +12,10 @@ inline constexpr JobStatus unknownStatus = static_cast<JobStatus>(-1);
 /// The job engine of a host that waits for its processes instead of looking at them again and again.
 class HostEngine : public JobEntryManagerBase {
 public:
-    using JobEntryManagerBase::JobEntryManagerBase;
+    /// Reads the job list. A job that was taken out of the queue stays `Dequeued`; old jobs are deleted only by
+    /// `DeleteOldJobsDurably`. `manager` is not owned and must outlive the engine.
+    explicit HostEngine(const FunctionManager* manager)
+        : JobEntryManagerBase(manager, {.keepsDequeued = true, .deletesOldJobs = false}) {}
 
     /// The handles of the processes of all active jobs. They stay the jobs' own and are valid until the next
     /// `CheckUpdate`.
@@ -28,11 +31,17 @@ public:
     std::vector<JobStatusInfo> NoLongerListed(const std::vector<JobListInfo>& jobs);
 
     /// `DeleteJobs` that survives a sudden end in the middle: the next host then calls `FinishDeletions`. One thread at
-    /// a time.
-    void DeleteJobsDurably(std::vector<std::wstring>& ids, std::vector<std::wstring>& deleted);
+    /// a time. Always true.
+    bool DeleteJobsDurably(std::vector<std::wstring>& ids, std::vector<std::wstring>& deleted);
 
     /// Deletes what an earlier host was deleting when it was interrupted.
     void FinishDeletions();
+
+    /// Deletes the jobs beyond the configured age, durably. Before any other thread uses the engine.
+    void DeleteOldJobsDurably();
+
+protected:
+    JobEntry* CreateNewJobEntry(const JobListInfo* info) override;
 
 private:
     std::vector<JobListInfo> DeletableJobs(const std::vector<std::wstring>& ids);

@@ -30,7 +30,9 @@ void HostLoop::Run(milliseconds patience) {
     while (!answers.EndWasRequested() && WaitForWork() == Wake::Work) {
         AnswerRequests();
         LookAtJobs();
-        StartNextJob();
+        if (!answers.EndWasRequested()) {
+            StartNextJob();
+        }
         WriteListAgain();
     }
     EndJobs(patience);

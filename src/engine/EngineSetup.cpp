@@ -7,10 +7,14 @@
 #include "platform/FaultPoint.h"
 #include "support/ControllerLogManager.h"
 
-JobEntryManagerBase::JobEntryManagerBase(const FunctionManager* manager)
+JobEntryManagerBase::JobEntryManagerBase(const FunctionManager* manager) : JobEntryManagerBase(manager, Loading()) {}
+
+JobEntryManagerBase::JobEntryManagerBase(const FunctionManager* manager, const Loading& loading)
     : functionManager(manager), nextJob(jobList.end()), nextSeqId(1) {
-    ReloadJobs();
-    DeleteOldJobs();
+    ReloadJobs(loading);
+    if (loading.deletesOldJobs) {
+        DeleteOldJobs([this](auto& ids, auto& deleted) { return DeleteJobs(ids, deleted); });
+    }
 }
 
 JobEntryManagerBase::~JobEntryManagerBase() = default;
@@ -19,7 +23,7 @@ JobEntry* JobEntryManagerBase::CreateNewJobEntry(const JobListInfo* info) {
     return info == nullptr ? new JobEntry() : new JobEntry(*info);
 }
 
-void JobEntryManagerBase::ReloadJobs() {
+void JobEntryManagerBase::ReloadJobs(const Loading& loading) {
     const std::lock_guard lock(mutex);
     ReadJobList(jobList);
     platform::ReachFaultPoint(platform::FaultPoint::ListRead);
@@ -28,28 +32,29 @@ void JobEntryManagerBase::ReloadJobs() {
     }
     nextJob = jobList.end();
     for (const auto& job : jobList) {
-        AdoptListedJob(*job);
+        AdoptListedJob(*job, loading);
     }
 }
 
-void JobEntryManagerBase::AdoptListedJob(JobEntry& job) {
+void JobEntryManagerBase::AdoptListedJob(JobEntry& job, const Loading& loading) {
     if (job.GetSeqId() >= nextSeqId) {
         nextSeqId = NumberAfter(job.GetSeqId());
     }
     // What the end of the last run interrupted is never resumed.
-    if (!HasEnded(job.GetStatus())) {
+    const bool stays = loading.keepsDequeued && job.GetStatus() == JobStatus::Dequeued;
+    if (!stays && !HasEnded(job.GetStatus())) {
         job.ChangeStatus(JobStatus::Canceled);
     }
 }
 
-void JobEntryManagerBase::DeleteOldJobs() {
+void JobEntryManagerBase::DeleteOldJobs(const JobDeletion& deleteJobs) {
     int days = 0;
     if (!ControllerCSWrapper::IsAutoDeleteWorkFolder(days) || days < 1) {
         return;
     }
     std::vector<std::wstring> ids = JobsOlderThan(days * 3600.0 * 24.0);
     std::vector<std::wstring> deleted;
-    if (!ids.empty() && DeleteJobs(ids, deleted)) {
+    if (!ids.empty() && deleteJobs(ids, deleted)) {
         ControllerLogManager::Log(std::to_wstring(deleted.size()) + L" jobs are deleted.");
     }
 }

@@ -104,6 +104,22 @@ public:
                                                   const std::wstring& scenarioId);
 
 protected:
+    /// What a derived class may ask of the loading of the job list; as it stands, what the public constructor does.
+    struct Loading {
+        /// A job that was taken out of the queue stays `Dequeued` instead of becoming `Canceled`.
+        bool keepsDequeued = false;
+        /// Jobs beyond the configured age are deleted; otherwise the derived class calls `DeleteOldJobs` itself.
+        bool deletesOldJobs = true;
+    };
+    /// As the public constructor, with `loading` in place of what that does.
+    JobEntryManagerBase(const FunctionManager* functionManager, const Loading& loading);
+
+    /// Deletes jobs as `DeleteJobs` does, of which the derived class may make more.
+    using JobDeletion = std::function<bool(std::vector<std::wstring>& ids, std::vector<std::wstring>& deleted)>;
+    /// Lets `deleteJobs` delete the jobs beyond the configured age, and logs how many it deleted. Takes no lock: not
+    /// while another thread calls an operation that adds, changes or removes jobs.
+    void DeleteOldJobs(const JobDeletion& deleteJobs);
+
     /// Makes the entry for a job, a default one for null; never null. The engine takes ownership at once.
     virtual JobEntry* CreateNewJobEntry(const JobListInfo* info);
     /// True when execution has to wait: the job at the cursor is running or being cancelled. Called under the lock,
@@ -122,9 +138,8 @@ protected:
 
 private:
     // Set-up
-    void ReloadJobs();
-    void AdoptListedJob(JobEntry& job);
-    void DeleteOldJobs();
+    void ReloadJobs(const Loading& loading);
+    void AdoptListedJob(JobEntry& job, const Loading& loading);
     std::vector<std::wstring> JobsOlderThan(double seconds);
 
     // Enqueue; under the lock

@@ -7,7 +7,17 @@
 
 namespace {
 
-class HostLoopTest : public HostFixture {
+/// A host whose loop does not run yet, so that several requests are there at once.
+class HostLoopTest_Requests : public HostFixture {
+protected:
+    std::vector<JobListInfo> SavedList() const {
+        std::vector<JobListInfo> jobs;
+        EXPECT_TRUE(ControllerCSWrapper::ParseJobList(folder / L"job_list.json", jobs));
+        return jobs;
+    }
+};
+
+class HostLoopTest : public HostLoopTest_Requests {
 protected:
     HostLoopTest() { StartLoop(); }
 
@@ -25,12 +35,6 @@ protected:
             platform::WaitForAny({watch.Handle()}, std::nullopt);
             watch.Rearm();
         }
-    }
-
-    std::vector<JobListInfo> SavedList() const {
-        std::vector<JobListInfo> jobs;
-        EXPECT_TRUE(ControllerCSWrapper::ParseJobList(folder / L"job_list.json", jobs));
-        return jobs;
     }
 };
 
@@ -102,6 +106,19 @@ TEST_F(HostLoopTest, ATerminateRequestIsAnsweredAndEndsTheLoop) {
     EXPECT_TRUE(line.Deliver(3, L"TerminateRequest", ControllerCSWrapper::Serialize(L"TerminateRequest")));
     EXPECT_EQ(line.WaitFor(L"TerminateResponse").peer, 3U);
     WaitForTheEnd();
+}
+
+TEST_F(HostLoopTest_Requests, AfterATerminateRequestNoQueuedJobIsStarted) {
+    line.Deliver(1, L"EnqueueJobs", EnqueueRequest(2));
+    line.Deliver(1, L"TerminateRequest", ControllerCSWrapper::Serialize(L"TerminateRequest"));
+    StartLoop();
+    WaitForTheEnd();
+    EXPECT_TRUE(processes.empty());
+    const std::vector<JobListInfo> jobs = SavedList();
+    ASSERT_EQ(jobs.size(), 2U);
+    EXPECT_EQ(jobs[0].status, JobStatus::Dequeued);
+    EXPECT_EQ(jobs[1].status, JobStatus::Dequeued);
+    EXPECT_EQ(jobs[0].startTime, L"");
 }
 
 } // namespace

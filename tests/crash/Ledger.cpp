@@ -11,7 +11,8 @@ namespace crash {
 namespace {
 
 bool HasEnded(JobStatus status) {
-    return status == JobStatus::Success || status == JobStatus::Failed || status == JobStatus::Canceled;
+    return status == JobStatus::Success || status == JobStatus::Failed || status == JobStatus::Canceled ||
+           status == JobStatus::Dequeued;
 }
 
 /// What a host that finds this status in its list takes it for; the file follows with the next change.

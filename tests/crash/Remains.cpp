@@ -72,7 +72,7 @@ std::vector<JobListInfo> ReadList(const CrashSite& site, Tally& tally) {
 void ExpectNoActiveJob(const std::vector<JobListInfo>& list) {
     for (const JobListInfo& job : list) {
         EXPECT_TRUE(job.status == JobStatus::Success || job.status == JobStatus::Failed ||
-                    job.status == JobStatus::Canceled)
+                    job.status == JobStatus::Canceled || job.status == JobStatus::Dequeued)
             << "job " << job.seqId << " is " << JobStatusString(job.status) << " without a process";
     }
 }
