@@ -2,8 +2,10 @@
 
 #include <array>
 #include <exception>
+#include <functional>
 
 #include "companion/Settings.h"
+#include "controller_cli/DamagedListNotice.h"
 #include "controller_cli/LetterCommands.h"
 #include "controller_cli/LongCommandLine.h"
 #include "controller_cli/commands/Commands.h"
@@ -72,24 +74,33 @@ void RequireSettings(const CommandContext& context) {
     }
 }
 
+/// Runs a command that has to do with jobs. Its host may find the list damaged: that is told at the end, what stood
+/// there before at once.
+ExitCode RunJobCommand(CommandContext& context, const std::function<ExitCode()>& command) {
+    RequireSettings(context);
+    DamagedListNotice notice(context);
+    notice.Tell();
+    const ExitCode exitCode = command();
+    notice.Tell();
+    return exitCode;
+}
+
 ExitCode RunLongCommand(CommandContext& context, const std::vector<std::wstring>& arguments) {
     const LongCommand command = ParseLongCommand(arguments);
-    if (command.kind != LongCommandKind::Help && command.kind != LongCommandKind::Version) {
-        RequireSettings(context);
-    }
     if (!command.logFile.empty()) {
         ControllerLogManager::Initialize(0, platform::ResolveAgainst(platform::CurrentFolder(), command.logFile),
                                          false);
     }
-    return OperationOf(command.kind)(context, command);
+    const auto run = [&] { return OperationOf(command.kind)(context, command); };
+    const bool isAboutJobs = command.kind != LongCommandKind::Help && command.kind != LongCommandKind::Version;
+    return isAboutJobs ? RunJobCommand(context, run) : run();
 }
 
 ExitCode RunCommand(CommandContext& context, const std::vector<std::wstring>& arguments) {
     if (HasLongOptions(arguments)) {
         return RunLongCommand(context, arguments);
     }
-    RequireSettings(context);
-    return RunLetterCommand(context, arguments);
+    return RunJobCommand(context, [&] { return RunLetterCommand(context, arguments); });
 }
 
 void WriteProblem(CommandContext& context, const std::wstring& problem) {

@@ -17,6 +17,7 @@
 #include "platform/FileLock.h"
 #include "platform/FileSystem.h"
 #include "platform/NativePath.h"
+#include "platform/OneLine.h"
 #include "platform/Process.h"
 #include "platform/StopSignal.h"
 #include "platform/Text.h"
@@ -26,7 +27,7 @@ namespace {
 
 HostExit Refuse(HostExit code, const std::wstring& problem) {
     ControllerLogManager::ErrorLog(problem);
-    platform::WriteErrorOutput("controller_host: " + platform::ToUtf8(problem) + "\n");
+    platform::WriteErrorOutput("controller_host: " + platform::ToUtf8(platform::Escaped(problem)) + "\n");
     return code;
 }
 
@@ -56,6 +57,14 @@ std::chrono::milliseconds Patience(const settings::Settings& settings) {
     return std::chrono::seconds(settings.cancelGraceSeconds) + std::chrono::seconds(5);
 }
 
+/// At every start, also when an earlier host put the list aside; front ends say it, too.
+void TellOfDamagedLists(const settings::Settings& settings) {
+    for (const std::wstring& file : job_list_file::KeptAside(settings.jobListFile)) {
+        ControllerLogManager::WarnLog(L"A job list that could not be read is kept as " + platform::ToNativeText(file) +
+                                      L": jobs may be missing. Remove or rename that file once you have dealt with it");
+    }
+}
+
 HostExit ServeFrontEnds(const settings::Settings& settings, EventTransmitter& transmitter,
                         const std::wstring& readyEvent) {
     ControllerLogManager::Initialize(0, settings.logFile, readyEvent.empty());
@@ -66,7 +75,9 @@ HostExit ServeFrontEnds(const settings::Settings& settings, EventTransmitter& tr
     const FunctionManager functions(settings.functionModules);
     HostEngine engine(&functions);
     platform::ReachFaultPoint(platform::FaultPoint::EngineMade);
+    TellOfDamagedLists(settings);
     engine.FinishDeletions();
+    engine.DeleteOldJobsDurably();
     std::vector<ScenarioInfo> scenarios;
     engine.FetchScenarios(scenarios);
     const platform::StopSignal stop;

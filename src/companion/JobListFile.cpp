@@ -1,5 +1,6 @@
 #include "companion/JobListFile.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <mutex>
 #include <optional>
@@ -80,9 +81,14 @@ std::wstring ReplacedOf(const std::wstring& path) {
     return path + L".replaced";
 }
 
+/// How the names of what was no list begin.
+std::wstring CorruptPrefix(const std::wstring& path) {
+    return path + L".corrupt-";
+}
+
 /// A name beside the file that nothing has yet.
 std::wstring FreeCorruptName(const std::wstring& path) {
-    const std::wstring name = path + L".corrupt-" + UtcStamp(platform::Now());
+    const std::wstring name = CorruptPrefix(path) + UtcStamp(platform::Now());
     std::wstring candidate = name;
     for (int number = 2; platform::Exists(candidate); ++number) {
         candidate = name + L"-" + std::to_wstring(number);
@@ -249,6 +255,24 @@ std::wstring Obstacle(const std::wstring& path) {
         std::wstring problem;
         const bool isInTheWay = LookAt(path, bytes, list, problem) == Found::Obstacle;
         return isInTheWay ? problem : std::wstring();
+    });
+}
+
+std::vector<std::wstring> KeptAside(const std::wstring& path) {
+    return boundary::Guard("KeptAside", [&] {
+        const std::wstring folder = platform::ParentFolder(path);
+        const std::wstring prefix = platform::FileName(CorruptPrefix(path));
+        std::vector<std::wstring> files;
+        std::vector<platform::FolderEntry> entries;
+        if (!platform::ListFolder(folder, entries)) {
+            for (const platform::FolderEntry& entry : entries) {
+                if (entry.name.starts_with(prefix)) {
+                    files.push_back(platform::ResolveAgainst(folder, entry.name));
+                }
+            }
+        }
+        std::sort(files.begin(), files.end());
+        return files;
     });
 }
 

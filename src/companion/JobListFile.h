@@ -26,6 +26,10 @@ CONTROLLER_API void RemoveLeftovers(const std::wstring& path);
 /// it. Empty when nothing is in the way. For a program that would rather not start than begin with an empty list.
 CONTROLLER_API std::wstring Obstacle(const std::wstring& path);
 
+/// The files beside the list that stood in its place and could not be read (".corrupt-<time>"), oldest first. As long
+/// as somebody leaves them there, jobs may be missing from the list: for a program that says so.
+CONTROLLER_API std::vector<std::wstring> KeptAside(const std::wstring& path);
+
 /// Replaces the list by `bytes`, all or nothing. The first failure of a row is a warning in the log, and so is its end;
 /// the bytes are kept for `WriteAgain`.
 [[nodiscard]] bool Write(const std::wstring& path, std::string_view bytes);

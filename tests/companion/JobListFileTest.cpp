@@ -380,3 +380,19 @@ TEST_F(JobListFileTest, ManyThreadsReadWholeListsWhileOthersWrite) {
     EXPECT_TRUE(Corrupt().empty());
     EXPECT_TRUE(ReadBackup());
 }
+
+TEST_F(JobListFileTest, WhatWasKeptAsideIsNamedUntilItIsRemovedOrRenamed) {
+    EXPECT_TRUE(job_list_file::KeptAside(folder / L"no folder\\job_list.json").empty());
+    EXPECT_TRUE(job_list_file::KeptAside(path).empty());
+    WriteTextFile(folder / L"data\\other.json.corrupt-20240101T000000Z", "of another list");
+    WriteTextFile(path, "no list");
+    EXPECT_EQ(Read(), std::nullopt);
+    ASSERT_EQ(job_list_file::KeptAside(path), std::vector{folder / (L"data\\" + Corrupt().at(0))});
+    WriteTextFile(path + L".corrupt-20010101T000000Z", "from before");
+    const std::vector<std::wstring> both = job_list_file::KeptAside(path);
+    ASSERT_EQ(both.size(), 2U);
+    EXPECT_EQ(both[0], path + L".corrupt-20010101T000000Z");
+    ASSERT_FALSE(platform::RemoveFile(both[0]));
+    ASSERT_FALSE(platform::RenameFile(both[1], folder / L"data\\dealt with.json"));
+    EXPECT_TRUE(job_list_file::KeptAside(path).empty());
+}

@@ -2,6 +2,7 @@
 
 #include "platform/FileSystem.h"
 #include "platform/NativePath.h"
+#include "platform/Text.h"
 #include "support/OtherProcesses.h"
 
 #include <algorithm>
@@ -97,6 +98,21 @@ TEST_F(HostStartTest, ADamagedListIsReplacedByItsBackupAndKept) {
     Await("the saved list", [&] { return SavedJobs().size() == 3; });
     ASSERT_EQ(BesideList(L".corrupt-").size(), 1U);
     EXPECT_EQ(ReadTextFile(BesideList(L".corrupt-")[0]), whole.substr(0, whole.size() / 2));
+}
+
+TEST_F(HostStartTest, ADamagedListWithoutABackupIsToldByEveryHostUntilItIsDealtWith) {
+    WriteTextFile(listFile, "no list");
+    StartHost();
+    FrontEnd(meetingPlace).Terminate();
+    ASSERT_EQ(AwaitHostEnd(), ended);
+    ASSERT_EQ(BesideList(L".corrupt-").size(), 1U);
+    const std::string told = "kept as " + platform::ToUtf8(platform::ToNativeText(BesideList(L".corrupt-")[0])) + ":";
+    EXPECT_EQ(CountInLog(told), 1) << Log();
+    SaveTwoJobs();
+    EXPECT_EQ(CountInLog(told), 2) << Log();
+    ASSERT_FALSE(platform::RemoveFile(BesideList(L".corrupt-")[0]));
+    StartHost();
+    EXPECT_EQ(CountInLog(told), 2) << Log();
 }
 
 TEST_F(HostStartTest, AListOfANewerVersionIsNotTouchedAndNoHostRuns) {
