@@ -78,12 +78,11 @@ HostExit ServeFrontEnds(const settings::Settings& settings, EventTransmitter& tr
     TellOfDamagedLists(settings);
     engine.FinishDeletions();
     engine.DeleteOldJobsDurably();
-    std::vector<ScenarioInfo> scenarios;
-    engine.FetchScenarios(scenarios);
+    const std::size_t scenarios = engine.UpdateCatalogue().size();
     const platform::StopSignal stop;
     RequestAnswers answers(engine, transmitter);
     RequestInbox inbox(transmitter, RequestAnswers::Names());
-    ControllerLogManager::Log(L"The host is ready; scenarios: " + std::to_wstring(scenarios.size()));
+    ControllerLogManager::Log(L"The host is ready; scenarios: " + std::to_wstring(scenarios));
     platform::Event(platform::TakeInheritedHandle(readyEvent)).Raise();
     platform::ReachFaultPoint(platform::FaultPoint::HostReady);
     HostLoop(engine, inbox, answers, stop.Handle()).Run(Patience(settings));

@@ -34,6 +34,22 @@ public:
     /// a time. Always true.
     bool DeleteJobsDurably(std::vector<std::wstring>& ids, std::vector<std::wstring>& deleted);
 
+    /// Searches the scenario directories of the settings; what was found.
+    std::vector<ScenarioInfo> UpdateCatalogue();
+
+    /// What is broken in the directories that were searched last, and where; see `FindScenarioProblems`.
+    std::vector<std::wstring> ScenarioProblems() const;
+
+    /// Replaces what people call a scenario by what the engine finds it by: an id stays; an absolute path, a path below
+    /// a scenario directory, or the name of a file anywhere below one becomes the scenario's id where the catalogue
+    /// lists it, else an absolute path. The directories are searched anew for what is not found at first. Returns what
+    /// is wrong; empty when nothing is.
+    [[nodiscard]] std::wstring ResolveScenarioName(std::wstring& name);
+
+    /// Gives the parameter sets of a catalogued scenario, and tells one that is unknown, gone or has a broken
+    /// description from one that offers no sets. Returns what is wrong; empty when nothing is.
+    [[nodiscard]] std::wstring ReadParameterSets(const std::wstring& scenarioId, std::vector<ScenarioParameterSetInfo>& sets);
+
     /// Deletes what an earlier host was deleting when it was interrupted.
     void FinishDeletions();
 
@@ -46,4 +62,11 @@ protected:
 private:
     std::vector<JobListInfo> DeletableJobs(const std::vector<std::wstring>& ids);
     std::set<std::wstring> ListedIds();
+    std::wstring ResolvePath(std::wstring& path);
+    bool FindInDirectories(std::wstring& name);
+    std::wstring ResolveFileName(std::wstring& name) const;
+    void UseCataloguedId(std::wstring& path);
+
+    /// What the last search found, in its order; the catalogue keeps more.
+    std::vector<ScenarioInfo> listedScenarios;
 };

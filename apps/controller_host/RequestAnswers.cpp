@@ -5,6 +5,7 @@
 #include "companion/ControllerCSWrapper.h"
 #include "companion/Messages.h"
 #include "companion/Settings.h"
+#include "controller_host/EnqueueWithReasons.h"
 #include "platform/FaultPoint.h"
 #include "support/ControllerLogManager.h"
 #include "support/StringManager.h"
@@ -66,9 +67,7 @@ void RequestAnswers::EnqueueJobs(const Request& request) {
         Refuse(request, L"its content cannot be read.");
         return;
     }
-    JobEnqueueResult result;
-    // What was refused is in the result that is sent.
-    (void)engine.EnqueueJob(info, result);
+    const JobEnqueueResult result = EnqueueWithReasons(engine, info);
     Send(request, L"EnqueueJobsFinish", messages::Serialize(L"EnqueueJobsFinish", result));
     TellAll(engine.StatusOf(result.jobIds));
 }
@@ -100,8 +99,10 @@ void RequestAnswers::CheckJobStatus(const Request& request) {
 }
 
 void RequestAnswers::FetchScenarios(const Request& request) {
-    std::vector<ScenarioInfo> scenarios;
-    engine.FetchScenarios(scenarios);
+    const std::vector<ScenarioInfo> scenarios = engine.UpdateCatalogue();
+    if (const auto problems = engine.ScenarioProblems(); !problems.empty()) {
+        Send(request, L"ScenarioProblems", ControllerCSWrapper::Serialize(L"ScenarioProblems", problems));
+    }
     Send(request, L"FetchScenariosResponse", messages::Serialize(L"FetchScenariosResponse", scenarios));
 }
 
@@ -111,8 +112,8 @@ void RequestAnswers::FetchScenarioParameterSets(const Request& request) {
         return;
     }
     std::vector<ScenarioParameterSetInfo> sets;
-    if (!engine.FetchScenarioParameterSets(sets, scenarioId)) {
-        Refuse(request, L"there is no scenario " + scenarioId + L" in the catalogue.");
+    if (const std::wstring problem = engine.ReadParameterSets(scenarioId, sets); !problem.empty()) {
+        Refuse(request, problem);
         return;
     }
     Send(request, L"FetchScenarioParameterSetsResponse",

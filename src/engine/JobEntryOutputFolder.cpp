@@ -1,20 +1,13 @@
 #include "engine/JobEntry.h"
 
-#include "companion/ControllerCSWrapper.h"
 #include "engine/FreshFolder.h"
-#include "engine/VersionSuffix.h"
+#include "engine/OutputFolderName.h"
 #include "platform/FileSystem.h"
 #include "support/ControllerLogManager.h"
 #include "support/Numbers.h"
 #include "support/PathFuncs.h"
 
 namespace {
-
-/// The name of an input file without its extension, and without a version number behind that.
-std::wstring FolderName(const std::wstring& inputFile) {
-    const std::wstring name = ControllerCSWrapper::GetFileNameWithoutExtension(inputFile);
-    return HasVersionSuffix(inputFile) ? ControllerCSWrapper::GetFileNameWithoutExtension(name) : name;
-}
 
 std::wstring WithoutTrailingBlanks(std::wstring text) {
     text.erase(text.find_last_not_of(L' ') + 1);
@@ -29,7 +22,7 @@ bool JobEntry::PrepareOutputDir() {
         return true;
     }
     const std::wstring path =
-        WithoutTrailingBlanks(PathFuncs::Join(info.outputDir, FolderName(info.inputFiles.front())));
+        WithoutTrailingBlanks(PathFuncs::Join(info.outputDir, OutputFolderName(info.inputFiles.front())));
     std::wstring folder;
     if (MakeFreshFolder(path, {platform::Exists, platform::CreateFolder}, folder)) {
         ControllerLogManager::ErrorLog(L"Failed to create directory: " + folder + L" for Job: " +

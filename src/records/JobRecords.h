@@ -67,7 +67,8 @@ struct JobEnqueueResult {
     /// One element an input set of the request, in its order.
     std::vector<JobIdInfo> jobIds;
     std::wstring requestId;
-    /// As long as `jobIds`; room for a word on each input set.
+    /// As long as `jobIds`: for each input set without a job why there is none. A host that refuses a request without
+    /// input sets puts the reason into an element of its own.
     std::vector<std::vector<std::wstring>> inputSetResults;
 
     bool operator==(const JobEnqueueResult&) const = default;

@@ -15,7 +15,7 @@ namespace {
 std::vector<ScenarioFile> FindScenarioFiles(const std::vector<ScenarioDirectory>& directories) {
     std::vector<ScenarioFile> files;
     for (const ScenarioDirectory& directory : directories) {
-        FindScenarioFiles(directory, files);
+        FindScenarioFiles(directory, files); // what cannot be searched is passed over: the contract
     }
     return files;
 }

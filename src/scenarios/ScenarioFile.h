@@ -1,5 +1,7 @@
 #pragma once
 
+#include "platform/Export.h"
+
 #include <string>
 
 /// One scenario file that a search has found.
@@ -18,7 +20,7 @@ struct ScenarioFile {
     bool folderHasSettings = false;
 };
 
-std::wstring FullPath(const ScenarioFile& file);
+CONTROLLER_API std::wstring FullPath(const ScenarioFile& file);
 
 /// The path below the root.
 std::wstring RelativePath(const ScenarioFile& file);

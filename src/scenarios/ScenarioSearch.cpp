@@ -7,6 +7,7 @@
 #include <cstddef>
 #include <optional>
 #include <string>
+#include <utility>
 
 namespace {
 
@@ -15,17 +16,20 @@ class Walk {
 public:
     Walk(const ScenarioDirectory& walked, std::vector<ScenarioFile>& found) : directory(walked), files(found) {}
 
-    void Run() {
+    std::vector<UnreadableFolder> Run() {
         for (std::size_t i = 0; i < folders.size(); ++i) {
             const std::wstring folder = folders[i]; // a copy: the visit lengthens the list
             Visit(folder);
         }
+        return std::move(unreadable);
     }
 
 private:
     void Visit(const std::wstring& folder) {
         entries.clear();
-        if (platform::ListFolder(PathFuncs::Join(directory.path, folder), entries)) {
+        const std::wstring path = PathFuncs::Join(directory.path, folder);
+        if (const platform::Error error = platform::ListFolder(path, entries)) {
+            unreadable.push_back({path, error});
             return;
         }
         AddFolders(folder);
@@ -79,10 +83,11 @@ private:
     /// Relative to the root, which is the empty text; grows during the walk.
     std::vector<std::wstring> folders{std::wstring()};
     std::vector<platform::FolderEntry> entries;
+    std::vector<UnreadableFolder> unreadable;
 };
 
 } // namespace
 
-void FindScenarioFiles(const ScenarioDirectory& directory, std::vector<ScenarioFile>& files) {
-    Walk(directory, files).Run();
+std::vector<UnreadableFolder> FindScenarioFiles(const ScenarioDirectory& directory, std::vector<ScenarioFile>& files) {
+    return Walk(directory, files).Run();
 }

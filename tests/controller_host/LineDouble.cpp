@@ -53,3 +53,8 @@ LineDouble::Sent LineDouble::WaitFor(const std::wstring& eventName) {
     sent.erase(found);
     return event;
 }
+
+bool LineDouble::HasSent(const std::wstring& eventName) {
+    const std::lock_guard lock(mutex);
+    return std::any_of(sent.begin(), sent.end(), [&](const Sent& event) { return event.name == eventName; });
+}

@@ -29,6 +29,8 @@ public:
     /// Waits until an event of this name has been sent that was not waited for yet, and gives it. Throws
     /// std::runtime_error when none comes in 30 s.
     Sent WaitFor(const std::wstring& eventName);
+    /// True when an event of this name has been sent that was not waited for yet.
+    bool HasSent(const std::wstring& eventName);
     bool HasHandlers() const { return !handlers.empty(); }
 
 private:

@@ -1,27 +1,10 @@
-#include "controller_host/HostFixture.h"
-
-#include "companion/ControllerCSWrapper.h"
-#include "companion/Messages.h"
+#include "AnswersFixture.h"
 
 namespace {
 
-/// The loop does not run here: the test answers one request at a time.
-class RequestAnswersTest : public HostFixture {
+class RequestAnswersTest : public AnswersFixture {
 protected:
-    void Ask(const std::wstring& name, const std::wstring& payload) { answers->Answer({7, name, payload}); }
-    void Ask(const std::wstring& name) { Ask(name, ControllerCSWrapper::Serialize(name)); }
     void AskForJobs(std::size_t count) { Ask(L"EnqueueJobs", EnqueueRequest(count)); }
-
-    /// What the asker alone was answered.
-    template <class Value>
-    Value Answered(const std::wstring& name) {
-        const LineDouble::Sent sent = line.WaitFor(name);
-        EXPECT_EQ(sent.peer, 7U);
-        Value value;
-        EXPECT_TRUE(ControllerCSWrapper::Deserialize(sent.payload, value));
-        return value;
-    }
-    std::wstring Refusal() { return Answered<std::wstring>(L"RequestRefused"); }
 };
 
 using Texts = std::vector<std::wstring>;

@@ -42,10 +42,13 @@ TEST_F(ScenarioSearchTest, FoundFileKnowsWhereItStands) {
     EXPECT_EQ(LabelPrefix(files[0]), L"L : ");
 }
 
-TEST_F(ScenarioSearchTest, MissingRootHasNoFiles) {
+TEST_F(ScenarioSearchTest, MissingRootHasNoFilesAndIsNamed) {
     std::vector<ScenarioFile> files;
-    FindScenarioFiles({folder / L"missing", L""}, files);
+    const std::vector<UnreadableFolder> unreadable = FindScenarioFiles({folder / L"missing", L""}, files);
     EXPECT_TRUE(files.empty());
+    ASSERT_EQ(unreadable.size(), 1U);
+    EXPECT_EQ(unreadable[0].path, folder / L"missing");
+    EXPECT_EQ(unreadable[0].error.kind, platform::ErrorKind::NotFound);
 }
 
 TEST_F(ScenarioSearchTest, FolderIsAskedForSettingsOnlyWhenItHasSome) {

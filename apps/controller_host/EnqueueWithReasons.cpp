@@ -1,0 +1,87 @@
+#include "controller_host/EnqueueWithReasons.h"
+
+#include "engine/OutputFolderName.h"
+#include "platform/FileSystem.h"
+#include "platform/NativePath.h"
+#include "support/ControllerLogManager.h"
+
+#include <algorithm>
+
+namespace {
+
+using Texts = std::vector<std::wstring>;
+
+constexpr auto unexplained = L"The engine has refused it; the log of the host says more.";
+
+std::wstring ProblemOf(HostEngine& engine, EnqueueJobsInfo& request) {
+    if (request.inputFileSets.empty()) {
+        return L"The request names no input files.";
+    }
+    if (request.outputDir.empty()) {
+        return L"The request names no output directory.";
+    }
+    return engine.ResolveScenarioName(request.scenario.id);
+}
+
+/// True for a name that is no folder of its own in the output directory: nothing, the directory itself or the one above
+/// it, on Windows also with blanks and dots behind.
+bool IsNoFolderName(const std::wstring& name) {
+    return name.find_first_not_of(L". ") == std::wstring::npos;
+}
+
+std::wstring ProblemOf(const Texts& inputSet) {
+    if (inputSet.empty()) {
+        return L"The input set names no file.";
+    }
+    const auto missing = std::find_if_not(inputSet.begin(), inputSet.end(), platform::Exists);
+    if (missing != inputSet.end()) {
+        return L"The input file " + platform::ToNativeText(*missing) + L" does not exist.";
+    }
+    if (IsNoFolderName(OutputFolderName(inputSet.front()))) {
+        return L"The input " + platform::ToNativeText(inputSet.front()) +
+               L" cannot be the first of a job: the job's output folder bears its name without extension, of which "
+               L"nothing is left. Rename it, or put another file before it.";
+    }
+    return {};
+}
+
+JobEnqueueResult RefusedResult(const EnqueueJobsInfo& request, const std::wstring& problem) {
+    ControllerLogManager::ErrorLog(L"EnqueueJobs is refused: " + problem);
+    JobEnqueueResult result;
+    result.requestId = request.requestId;
+    result.jobIds.resize(request.inputFileSets.size());
+    result.inputSetResults.assign(std::max(result.jobIds.size(), std::size_t{1}), {problem});
+    return result;
+}
+
+/// What is wrong with each input set; one with a problem is left empty, which the engine passes over.
+Texts EmptyUnusableSets(EnqueueJobsInfo& request) {
+    Texts problems;
+    for (Texts& inputSet : request.inputFileSets) {
+        problems.push_back(ProblemOf(inputSet));
+        if (!problems.back().empty()) {
+            ControllerLogManager::ErrorLog(problems.back());
+            inputSet.clear();
+        }
+    }
+    return problems;
+}
+
+} // namespace
+
+JobEnqueueResult EnqueueWithReasons(HostEngine& engine, EnqueueJobsInfo& request) {
+    if (const std::wstring problem = ProblemOf(engine, request); !problem.empty()) {
+        return RefusedResult(request, problem);
+    }
+    const Texts problems = EmptyUnusableSets(request);
+    JobEnqueueResult result;
+    if (!engine.EnqueueJob(request, result)) {
+        return RefusedResult(request, unexplained);
+    }
+    for (std::size_t i = 0; i < problems.size(); ++i) {
+        if (result.jobIds[i].id.empty()) {
+            result.inputSetResults[i] = {problems[i].empty() ? unexplained : problems[i]};
+        }
+    }
+    return result;
+}

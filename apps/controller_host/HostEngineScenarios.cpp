@@ -1,0 +1,128 @@
+#include "controller_host/HostEngine.h"
+
+#include "companion/ControllerCSWrapper.h"
+#include "companion/ScenarioManifest.h"
+#include "controller_host/ScenarioProblems.h"
+#include "platform/FileSystem.h"
+#include "platform/NativePath.h"
+
+#include <algorithm>
+#include <iterator>
+#include <utility>
+
+namespace {
+
+/// Why a path names no scenario file; empty when it does.
+std::wstring ProblemOf(const std::wstring& path) {
+    if (platform::IsFolder(path)) {
+        return L"The scenario " + platform::ToNativeText(path) + L" is a folder, not a file.";
+    }
+    return platform::Exists(path) ? L"" : L"The scenario file " + platform::ToNativeText(path) + L" does not exist.";
+}
+
+std::wstring Ambiguity(const std::wstring& name, const std::vector<ScenarioInfo>& scenarios) {
+    std::wstring text = L"Several scenarios have the name " + name;
+    const wchar_t* separator = L": ";
+    for (const ScenarioInfo& scenario : scenarios) {
+        text += separator + platform::ToNativeText(scenario.path);
+        separator = L", ";
+    }
+    return text + L". Name one by its path or id.";
+}
+
+} // namespace
+
+std::vector<ScenarioInfo> HostEngine::UpdateCatalogue() {
+    listedScenarios.clear();
+    FetchScenarios(listedScenarios);
+    return listedScenarios;
+}
+
+std::vector<std::wstring> HostEngine::ScenarioProblems() const {
+    return FindScenarioProblems(scenarioDirectories, listedScenarios);
+}
+
+std::wstring HostEngine::ReadParameterSets(const std::wstring& scenarioId,
+                                           std::vector<ScenarioParameterSetInfo>& sets) {
+    const auto scenario = scenarioMap.find(scenarioId);
+    if (scenario == scenarioMap.end()) {
+        return L"there is no scenario " + scenarioId + L" in the catalogue.";
+    }
+    scenario_manifest::ScenarioManifest manifest;
+    std::wstring problem = ProblemOf(scenario->second.path);
+    if (problem.empty() && scenario_manifest::ReadFor(scenario->second.path, manifest, problem)) {
+        sets = std::move(manifest.parameterSets);
+    }
+    return problem;
+}
+
+std::wstring HostEngine::ResolveScenarioName(std::wstring& name) {
+    if (name.empty()) {
+        return L"The request names no scenario.";
+    }
+    if (platform::IsAbsolute(name)) {
+        return ResolvePath(name);
+    }
+    if (scenarioMap.contains(name)) {
+        return ProblemOf(scenarioMap.at(name).path);
+    }
+    if (FindInDirectories(name)) {
+        return {};
+    }
+    UpdateCatalogue();
+    return scenarioMap.contains(name) || FindInDirectories(name) ? L"" : ResolveFileName(name);
+}
+
+std::wstring HostEngine::ResolvePath(std::wstring& path) {
+    path = platform::ResolveAgainst(path, path);
+    std::wstring problem = ProblemOf(path);
+    if (problem.empty()) {
+        UseCataloguedId(path);
+    }
+    return problem;
+}
+
+/// A file of the scenario directories by its path there.
+bool HostEngine::FindInDirectories(std::wstring& name) {
+    for (const ScenarioDirectory& directory : scenarioDirectories) {
+        std::wstring path = platform::ResolveAgainst(directory.path, name);
+        if (ResolvePath(path).empty()) {
+            name = path;
+            return true;
+        }
+    }
+    return false;
+}
+
+/// A scenario somewhere below the scenario directories by the name of its file.
+std::wstring HostEngine::ResolveFileName(std::wstring& name) const {
+    std::vector<ScenarioInfo> found;
+    std::copy_if(
+        listedScenarios.begin(), listedScenarios.end(), std::back_inserter(found),
+        [&](const ScenarioInfo& scenario) { return platform::SameName(platform::FileName(scenario.path), name); });
+    if (found.empty()) {
+        return L"There is no scenario " + name +
+               L": it is neither an id of a scenario nor a file of the scenario directories.";
+    }
+    if (found.size() > 1) {
+        return Ambiguity(name, found);
+    }
+    name = found.front().id;
+    return {};
+}
+
+/// The engine knows a scenario's own name by its id alone. A package that is in no directory gets its path as the id.
+void HostEngine::UseCataloguedId(std::wstring& path) {
+    const auto listed = std::find_if(listedScenarios.begin(), listedScenarios.end(), [&](const ScenarioInfo& scenario) {
+        return platform::SameName(scenario.path, path);
+    });
+    if (listed != listedScenarios.end()) {
+        path = listed->id;
+        return;
+    }
+    scenarioMap.erase(path);
+    ScenarioInfo package{path, platform::FileName(path), path, L"", {}};
+    if (scenario_manifest::IsPackage(path) && ControllerCSWrapper::GetScenarioInfo(path, package)) {
+        scenarioMap[path] = package;
+    }
+}

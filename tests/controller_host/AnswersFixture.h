@@ -1,0 +1,44 @@
+#pragma once
+
+#include "companion/ControllerCSWrapper.h"
+#include "companion/Messages.h"
+#include "controller_host/HostFixture.h"
+
+/// Answers without the host's loop: the test has one request at a time answered.
+class AnswersFixture : public HostFixture {
+protected:
+    void Ask(const std::wstring& name, const std::wstring& payload) { answers->Answer({7, name, payload}); }
+    void Ask(const std::wstring& name) { Ask(name, ControllerCSWrapper::Serialize(name)); }
+
+    /// What the asker alone was answered.
+    template <class Value>
+    Value Answered(const std::wstring& name) {
+        const LineDouble::Sent sent = line.WaitFor(name);
+        EXPECT_EQ(sent.peer, 7U);
+        Value value;
+        EXPECT_TRUE(ControllerCSWrapper::Deserialize(sent.payload, value));
+        return value;
+    }
+    std::wstring Refusal() { return Answered<std::wstring>(L"RequestRefused"); }
+
+    /// A request for one job of each input file.
+    EnqueueJobsInfo RequestFor(const std::wstring& scenario, const std::vector<std::wstring>& inputs) const {
+        EnqueueJobsInfo request;
+        request.requestId = L"r";
+        request.scenario.id = scenario;
+        request.outputDir = folder / L"output";
+        for (const std::wstring& input : inputs) {
+            request.inputFileSets.push_back({input});
+        }
+        return request;
+    }
+    JobEnqueueResult Enqueued(const EnqueueJobsInfo& request) {
+        Ask(L"EnqueueJobs", ControllerCSWrapper::Serialize(L"EnqueueJobs", request));
+        return Answered<JobEnqueueResult>(L"EnqueueJobsFinish");
+    }
+    std::vector<JobListInfo> Jobs() {
+        std::vector<JobListInfo> jobs;
+        engine->GetJobList(jobs);
+        return jobs;
+    }
+};
