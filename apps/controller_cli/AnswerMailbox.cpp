@@ -80,10 +80,14 @@ bool AnswerMailbox::CheckJobStatusResponse(const std::vector<JobStatusInfo>& inf
     return Keep(&Answers::statuses, infos);
 }
 
-bool AnswerMailbox::Refusal::operator()(const std::wstring& payload) {
-    std::wstring why;
-    return ControllerCSWrapper::Deserialize(payload, why) && mailbox.Keep(&Answers::refusal, why);
+template <typename Answer>
+bool AnswerMailbox::Keeper<Answer>::operator()(const std::wstring& payload) {
+    Answer content;
+    return ControllerCSWrapper::Deserialize(payload, content) && mailbox.Keep(place, content);
 }
+
+template class AnswerMailbox::Keeper<std::wstring>;
+template class AnswerMailbox::Keeper<std::vector<std::wstring>>;
 
 bool AnswerMailbox::FetchServiceListResponse(const std::vector<ServiceInfo>& /*services*/) {
     return false;

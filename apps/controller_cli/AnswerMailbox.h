@@ -26,6 +26,8 @@ struct Answers {
     std::optional<bool> terminated;
     /// Why the host does not serve a request.
     std::optional<std::wstring> refusal;
+    /// What is broken among the scenarios.
+    std::optional<std::vector<std::wstring>> scenarioProblems;
 };
 
 /// Keeps what the host answers, on the transmitter's thread, until the command takes it on its own.
@@ -46,8 +48,9 @@ public:
     /// latest, in the order in which the jobs were first told of.
     std::vector<JobStatusInfo> TakeUpdates();
 
-    /// Takes the host's "RequestRefused", which has no operation among a presenter's.
+    /// Take the host's "RequestRefused" and "ScenarioProblems", which have no operation among a presenter's.
     CallbackFunctor& RefusalHandler() { return refusalHandler; }
+    CallbackFunctor& ScenarioProblemsHandler() { return scenarioProblemsHandler; }
 
     bool EnqueueJobsFinish(const JobEnqueueResult& result) override;
     bool UpdateProgress(const std::vector<JobStatusInfo>& infos) override;
@@ -72,13 +75,16 @@ public:
     bool FetchThirdPartyNoticesPathResponse(const std::wstring& path) override;
 
 private:
-    class Refusal final : public CallbackFunctor {
+    /// Keeps the content of one event.
+    template <typename Answer>
+    class Keeper final : public CallbackFunctor {
     public:
-        explicit Refusal(AnswerMailbox& owner) : mailbox(owner) {}
+        Keeper(AnswerMailbox& owner, std::optional<Answer> Answers::*keptAt) : mailbox(owner), place(keptAt) {}
         bool operator()(const std::wstring& payload) override;
 
     private:
         AnswerMailbox& mailbox;
+        std::optional<Answer> Answers::*place;
     };
 
     template <typename Answer>
@@ -89,7 +95,8 @@ private:
     std::vector<JobStatusInfo> updates;
     std::map<std::wstring, std::size_t> updateOfJob;
     platform::Event arrived;
-    Refusal refusalHandler{*this};
+    Keeper<std::wstring> refusalHandler{*this, &Answers::refusal};
+    Keeper<std::vector<std::wstring>> scenarioProblemsHandler{*this, &Answers::scenarioProblems};
 };
 
 } // namespace controller_cli

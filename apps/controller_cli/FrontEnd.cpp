@@ -8,6 +8,7 @@
 #include "controller_cli/DamagedListNotice.h"
 #include "controller_cli/LetterCommands.h"
 #include "controller_cli/LongCommandLine.h"
+#include "controller_cli/Problems.h"
 #include "controller_cli/commands/Commands.h"
 #include "platform/Directories.h"
 #include "platform/NativePath.h"
@@ -101,12 +102,6 @@ ExitCode RunCommand(CommandContext& context, const std::vector<std::wstring>& ar
         return RunLongCommand(context, arguments);
     }
     return RunJobCommand(context, [&] { return RunLetterCommand(context, arguments); });
-}
-
-void WriteProblem(CommandContext& context, const std::wstring& problem) {
-    if (!problem.empty()) {
-        context.console.WriteError(L"controller_cli: " + problem + L"\n");
-    }
 }
 
 } // namespace

@@ -12,6 +12,8 @@ using std::chrono::milliseconds;
 using std::chrono::steady_clock;
 
 constexpr wchar_t refusalEvent[] = L"RequestRefused";
+/// Comes before the answer to the request for the scenarios.
+constexpr wchar_t scenarioProblemsEvent[] = L"ScenarioProblems";
 
 /// No event tells of a host that has gone: so often it is asked for.
 constexpr milliseconds connectionInterval{500};
@@ -24,11 +26,13 @@ HostSession::HostSession(CommandContext& commandContext, Start start)
     : context(commandContext), transmitter(ConnectToHost(commandContext, start)), requests(transmitter) {
     mailbox.SetEventTransmitter(&transmitter);
     transmitter.AddEventHandler(refusalEvent, &mailbox.RefusalHandler());
+    transmitter.AddEventHandler(scenarioProblemsEvent, &mailbox.ScenarioProblemsHandler());
 }
 
 HostSession::~HostSession() {
     mailbox.LeaveEventTransmitter(&transmitter);
     transmitter.AddEventHandler(refusalEvent, nullptr);
+    transmitter.AddEventHandler(scenarioProblemsEvent, nullptr);
 }
 
 std::vector<JobListInfo> HostSession::FetchJobs() {
@@ -53,6 +57,10 @@ std::vector<std::wstring> HostSession::Delete(std::vector<std::wstring> ids) {
 
 std::vector<ScenarioInfo> HostSession::FetchScenarios() {
     return Await(requests.FetchScenariosRequest(), &Answers::scenarios);
+}
+
+std::vector<std::wstring> HostSession::TakeScenarioProblems() {
+    return mailbox.Take(&Answers::scenarioProblems).value_or(std::vector<std::wstring>());
 }
 
 std::vector<ScenarioParameterSetInfo> HostSession::FetchParameterSets(const std::wstring& scenarioId) {

@@ -26,6 +26,8 @@ public:
     /// The ids of the jobs that were deleted.
     std::vector<std::wstring> Delete(std::vector<std::wstring> ids);
     std::vector<ScenarioInfo> FetchScenarios();
+    /// What the host found broken when it was asked for the scenarios last.
+    std::vector<std::wstring> TakeScenarioProblems();
     std::vector<ScenarioParameterSetInfo> FetchParameterSets(const std::wstring& scenarioId);
     /// Returns when the host has gone.
     void StopHost();

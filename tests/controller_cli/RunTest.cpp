@@ -12,9 +12,10 @@ protected:
     }
 
     /// The host makes jobs of these ids and numbers; an empty id is a refused input.
-    void AnswerWith(const std::vector<JobIdInfo>& jobs) {
+    void AnswerWith(const std::vector<JobIdInfo>& jobs, const std::vector<std::vector<std::wstring>>& reasons = {}) {
         JobEnqueueResult result;
         result.jobIds = jobs;
+        result.inputSetResults = reasons;
         host.answers[L"EnqueueJobs"] = {L"EnqueueJobsFinish", messages::Serialize(L"EnqueueJobsFinish", result)};
     }
 
@@ -112,14 +113,29 @@ TEST_F(RunTest, ARefusedInputIsNamedAndTheOthersRun) {
     AnswerWith({{L"id1", 1}, {L"", 0}});
     host.jobs = {Job(1, L"a.stl", JobStatus::Success)};
     EXPECT_EQ(Run({L"--run", L"r.rb", a, b}), 1);
-    EXPECT_EQ(console.errors, "The host has refused the input " + platform::ToUtf8(b) + "; its log says why.\n");
+    EXPECT_EQ(console.errors,
+              "controller_cli: The host has refused the input " + platform::ToUtf8(b) + "; its log says why.\n");
     EXPECT_NE(console.output.find("Succeeded: 1, failed: 0, cancelled: 0\n"), std::string::npos);
 }
 
 TEST_F(RunTest, ARefusedScenarioIsNamed) {
     AnswerWith({});
     EXPECT_EQ(Run({L"--run", L"nothing.rb", a}), 1);
-    EXPECT_EQ(console.errors, "The host has refused to run nothing.rb; its log says why.\n");
+    EXPECT_EQ(console.errors, "controller_cli: The host has refused to run nothing.rb; its log says why.\n");
+    EXPECT_EQ(console.output, "");
+}
+
+TEST_F(RunTest, TheHostsReasonForARefusalIsToldAsItIs) {
+    AnswerWith({{L"id1", 1}, {L"", 0}}, {{}, {L"The input b is no input."}});
+    host.jobs = {Job(1, L"a.stl", JobStatus::Success)};
+    EXPECT_EQ(Run({L"--run", L"r.rb", a, b}), 1);
+    EXPECT_EQ(console.errors, "controller_cli: The input b is no input.\n");
+}
+
+TEST_F(RunTest, OneReasonForAllInputsIsToldOnceAndNoInputIsBlamed) {
+    AnswerWith({{L"", 0}, {L"", 0}}, {{L"There is no scenario r.rb."}, {L"There is no scenario r.rb."}});
+    EXPECT_EQ(Run({L"--run", L"r.rb", a, b}), 1);
+    EXPECT_EQ(console.errors, "controller_cli: There is no scenario r.rb.\n");
     EXPECT_EQ(console.output, "");
 }
 

@@ -1,5 +1,6 @@
 #include "FrontEndFixture.h"
 
+#include "companion/ControllerCSWrapper.h"
 #include "companion/Messages.h"
 #include "platform/NativePath.h"
 
@@ -29,6 +30,20 @@ TEST_F(ScenariosTest, AnEmptyCatalogueIsSaidSo) {
     AnswerWith({});
     EXPECT_EQ(Run({L"--scenarios"}), 0);
     EXPECT_EQ(console.output, "There are no scenarios in the scenario directories of the settings.\n");
+}
+
+TEST_F(ScenariosTest, WhatIsBrokenIsSaidBesideTheTableAndByTheExitCode) {
+    AnswerWith({Scenario()});
+    host.firstAnswers[L"FetchScenariosRequest"] = {
+        L"ScenarioProblems",
+        ControllerCSWrapper::Serialize(L"ScenarioProblems",
+                                       std::vector<std::wstring>{L"/s/a\x1b[2J.esa is broken.", L"Two."})};
+    EXPECT_EQ(Run({L"--scenarios"}), 1);
+    EXPECT_EQ(console.output.find("Id    Scenario"), 0U);
+    EXPECT_EQ(console.errors, "controller_cli: /s/a [2J.esa is broken.\ncontroller_cli: Two.\n");
+    console.output.clear();
+    EXPECT_EQ(Run({L"--scenarios", L"--json"}), 1);
+    EXPECT_EQ(console.output.find("{\"version\":1,\"scenarios\":[{"), 0U);
 }
 
 TEST_F(ScenariosTest, Json) {

@@ -45,6 +45,9 @@ void ScriptedHost::Answer(const ScriptedTransmitter::Event& request) {
         transmitter.isEngineThere = false;
         return;
     }
+    if (const auto first = firstAnswers.find(request.name); first != firstAnswers.end()) {
+        transmitter.Deliver(first->second.name, first->second.payload);
+    }
     const auto answer = answers.find(request.name);
     if (answer != answers.end()) {
         transmitter.Deliver(answer->second.name, answer->second.payload);

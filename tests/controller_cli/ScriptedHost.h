@@ -24,6 +24,8 @@ public:
     /// The event and payload that a request is answered with; a request without one is not answered, but for the list
     /// of jobs.
     std::map<std::wstring, ScriptedTransmitter::Event> answers;
+    /// What a request is answered with before that.
+    std::map<std::wstring, ScriptedTransmitter::Event> firstAnswers;
     /// Requests that take the host away.
     std::wstring diesAt;
 

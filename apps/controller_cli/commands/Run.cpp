@@ -4,6 +4,7 @@
 
 #include "companion/ControllerCSWrapper.h"
 #include "controller_cli/FollowToEnd.h"
+#include "controller_cli/Problems.h"
 #include "platform/Directories.h"
 #include "platform/FileSystem.h"
 #include "platform/NativePath.h"
@@ -77,13 +78,19 @@ std::vector<std::wstring> AcceptedIds(const JobEnqueueResult& result) {
     return ids;
 }
 
+/// The host's reasons; where a host gives none, what it has refused.
 void WriteRefusals(CommandContext& context, const JobEnqueueResult& result, const LongCommand& command) {
+    const std::vector<std::wstring> reasons = RefusalReasons(result);
+    WriteProblems(context, reasons);
+    if (!reasons.empty()) {
+        return;
+    }
     if (result.jobIds.empty()) {
-        context.console.WriteError(context.texts.Format(L"Errors/ScenarioRefused", {command.scenario}) + L"\n");
+        WriteProblem(context, context.texts.Format(L"Errors/ScenarioRefused", {command.scenario}));
     }
     for (std::size_t i = 0; i < result.jobIds.size() && i < command.inputs.size(); ++i) {
         if (result.jobIds[i].id.empty()) {
-            context.console.WriteError(context.texts.Format(L"Errors/InputRefused", {command.inputs[i]}) + L"\n");
+            WriteProblem(context, context.texts.Format(L"Errors/InputRefused", {command.inputs[i]}));
         }
     }
 }

@@ -3,6 +3,7 @@
 #include "controller_cli/HostSession.h"
 #include "controller_cli/JobTable.h"
 #include "controller_cli/JsonOutput.h"
+#include "controller_cli/Problems.h"
 #include "controller_cli/Table.h"
 #include "platform/NativePath.h"
 
@@ -65,7 +66,9 @@ ExitCode Scenarios(CommandContext& context, const LongCommand& command) {
     } else {
         WriteTable(context, scenarios);
     }
-    return ExitCode::Success;
+    const std::vector<std::wstring> problems = session.TakeScenarioProblems();
+    WriteProblems(context, problems);
+    return problems.empty() ? ExitCode::Success : ExitCode::JobFailed;
 }
 
 } // namespace controller_cli::commands
