@@ -24,6 +24,13 @@ std::wstring HowItEnded(const RunFacts& facts) {
     return how + (facts.hasUnusableResult ? L" and wrote a result that cannot be read." : L" and wrote no result.");
 }
 
+/// An interpreter that does not find the API names it.
+std::wstring WhyItFailed(const RunFacts& facts) {
+    const bool isForWantOfApi =
+        !facts.apiProblem.empty() && facts.lastOutput.find(L"controller_scenario") != std::wstring::npos;
+    return HowItEnded(facts) + (isForWantOfApi ? L" " + facts.apiProblem : L"");
+}
+
 void AddLastOutput(const RunFacts& facts, RunScenarioResult& result) {
     if (!facts.lastOutput.empty()) {
         result.messages.emplace_back(informationCode, L"The last lines of its output:\n" + facts.lastOutput);
@@ -34,7 +41,7 @@ RunScenarioResult ResultOfExitCode(const RunFacts& facts) {
     if (IsSuccessCode(facts) && !facts.hasUnusableResult) {
         return {facts.jobId, true, {{informationCode, HowItEnded(facts)}}, {}};
     }
-    RunScenarioResult result = FailedResult(facts.jobId, HowItEnded(facts));
+    RunScenarioResult result = FailedResult(facts.jobId, WhyItFailed(facts));
     AddLastOutput(facts, result);
     return result;
 }

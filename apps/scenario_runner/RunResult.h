@@ -24,6 +24,8 @@ struct RunFacts {
     bool hasUnusableResult = false;
     /// The end of what it printed.
     std::wstring lastOutput;
+    /// Why it could not load the scenario API; empty when it could.
+    std::wstring apiProblem = {};
 };
 
 /// The result to write in the scenario's place; none when its own is to stay, or when nobody is left to read one.

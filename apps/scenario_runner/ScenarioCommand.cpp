@@ -13,6 +13,7 @@ using Words = std::vector<std::wstring>;
 
 constexpr const wchar_t* rubyExtension = L".rb";
 constexpr const wchar_t* rubyApiFolder = L"ruby";
+constexpr const wchar_t* rubyApiFile = L"ruby\\controller_scenario.rb";
 constexpr const wchar_t* rubyPathVariable = L"RUBYLIB";
 
 std::wstring Extension(const std::wstring& path) {
@@ -123,7 +124,16 @@ private:
         command.environment.emplace_back(run_protocol::runInfoVariable, place.runInfoPath);
         if (platform::HasExtension(script, rubyExtension)) {
             command.environment.emplace_back(rubyPathVariable, RubyPath());
+            command.apiProblem = ApiProblem();
         }
+    }
+
+    std::wstring ApiProblem() const {
+        const std::wstring file = platform::ResolveAgainst(settings.scenarioApiDirectory, rubyApiFile);
+        return surroundings.exists(file)
+                   ? L""
+                   : L"The scenario API for Ruby was not found: there is no file " + platform::ToNativeText(file) +
+                         L"; name its folder as \"scenarioApiDirectory\" in " + InSettings(settings) + L".";
     }
 
     std::wstring RubyPath() const {

@@ -18,6 +18,8 @@ struct ScenarioCommand {
     std::vector<std::wstring> arguments;
     /// Variables that differ from the runner's own.
     std::vector<std::pair<std::wstring, std::optional<std::wstring>>> environment;
+    /// For a Ruby script: why it cannot load the scenario API; empty when it can.
+    std::wstring apiProblem = {};
 };
 
 /// Where a scenario's files stand.

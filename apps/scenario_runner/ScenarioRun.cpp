@@ -110,6 +110,7 @@ RunnerExit ScenarioRun::StartAndWatch() {
     RunFacts facts;
     facts.ending = Supervision(tree, owners, folder.Path(), stopSignal).Run(plan);
     facts.exitCode = tree.RootExitCode();
+    facts.apiProblem = command.apiProblem;
     output.Finish(outputPatience);
     facts.lastOutput = ReadLogTail(InFolder(run_protocol::logFileName));
     return Conclude(std::move(facts));

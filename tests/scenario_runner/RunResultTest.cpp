@@ -53,6 +53,16 @@ TEST(RunResultTest, AFailureShowsTheLastOutput) {
     EXPECT_EQ(ResultOf(facts)->messages.size(), 1U);
 }
 
+TEST(RunResultTest, AMissingApiIsNamedWhereTheScenarioAskedForIt) {
+    RunFacts facts = EndedWith(1);
+    facts.apiProblem = L"The API was not found.";
+    facts.lastOutput = L"part.rb:3: undefined method";
+    EXPECT_EQ(ResultOf(facts)->messages.at(0).second, L"The scenario ended with exit code 1 and wrote no result.");
+    facts.lastOutput = L"part.rb:1:in `require': cannot load such file -- controller_scenario (LoadError)";
+    EXPECT_EQ(ResultOf(facts)->messages.at(0).second,
+              L"The scenario ended with exit code 1 and wrote no result. The API was not found.");
+}
+
 TEST(RunResultTest, TheScenariosOwnResultStays) {
     RunFacts facts = EndedWith(3);
     facts.ownResult = ownSuccess;

@@ -88,6 +88,21 @@ TEST_F(ScenarioCommandTest, RubyFindsTheScenarioApiFirst) {
     EXPECT_EQ(Variable(L"RUBYLIB"), Native(L"\\api\\ruby") + platform::pathListSeparator + L"mine");
 }
 
+TEST_F(ScenarioCommandTest, AScenarioApiThatIsNotThereIsNamedForRubyAlone) {
+    ASSERT_TRUE(Choose());
+    EXPECT_EQ(command.apiProblem, L"");
+    missing = {Absolute(L"\\api\\ruby\\controller_scenario.rb")};
+    ASSERT_TRUE(Choose());
+    EXPECT_EQ(command.apiProblem, L"The scenario API for Ruby was not found: there is no file " + Native(missing[0]) +
+                                      L"; name its folder as \"scenarioApiDirectory\" in " +
+                                      Native(L"\\etc\\settings.json") + L".");
+    settings.interpreters[L".py"] = {L"python3"};
+    place.scenarioPath = Absolute(L"\\s\\x.py");
+    command = {};
+    ASSERT_TRUE(Choose());
+    EXPECT_EQ(command.apiProblem, L"");
+}
+
 TEST_F(ScenarioCommandTest, OtherLanguagesKeepTheUsersEnvironment) {
     settings.interpreters[L".py"] = {L"python3"};
     place.scenarioPath = Absolute(L"\\s\\x.py");

@@ -1,0 +1,12 @@
+#pragma once
+
+#include "support/TemporaryFolder.h"
+
+#include <string>
+
+/// The settings file that docs/settings.md shows.
+inline std::string SettingsSample() {
+    const std::string page = ReadTextFile(SETTINGS_PAGE);
+    const std::size_t begin = page.find("```json\n") + 8;
+    return page.substr(begin, page.find("```\n", begin) - begin);
+}

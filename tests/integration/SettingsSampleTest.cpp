@@ -1,0 +1,43 @@
+#include "SettingsSample.h"
+#include "companion/ControllerCSWrapper.h"
+#include "companion/Settings.h"
+#include "platform/FileSystem.h"
+#include "platform/Text.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+class SettingsSampleTest : public testing::Test {
+protected:
+    SettingsSampleTest() {
+        WriteTextFile(folder / L"settings.json", SettingsSample());
+        settings::UseFile(folder / L"settings.json");
+    }
+    ~SettingsSampleTest() override { settings::UseFile(L""); }
+
+    TemporaryFolder folder;
+};
+
+TEST_F(SettingsSampleTest, IsReadWithoutAWarning) {
+    EXPECT_EQ(platform::ToUtf8(settings::Problem()), "");
+    const auto directories = settings::Current()->scenarioDirectories;
+    ASSERT_EQ(directories.size(), 1U);
+    EXPECT_EQ(directories[0].path, folder / L"scenarios");
+    // It names its own log, where a member without meaning would be told of.
+    ControllerCSWrapper::WriteInfoLog(L"The end.");
+    EXPECT_EQ(ReadTextFile(folder / L"controller.log").find("has no effect"), std::string::npos);
+}
+
+TEST_F(SettingsSampleTest, TheProgramsFindTheirPartsInTheBuildTree) {
+    const settings::Settings read = *settings::Current();
+    ASSERT_EQ(read.functionModules.size(), 1U);
+    for (const std::wstring& part :
+         {read.functionModules[0], read.eventTransmitter, read.scenarioRunner, read.stringResourceFile,
+          read.scenarioApiDirectory + L"\\ruby\\controller_scenario.rb",
+          read.scenarioApiDirectory + L"\\ruby\\controller_scenario\\job.rb"}) {
+        EXPECT_TRUE(platform::Exists(part)) << platform::ToUtf8(part);
+    }
+}
+
+} // namespace

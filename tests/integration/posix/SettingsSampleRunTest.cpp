@@ -1,0 +1,50 @@
+#include "HostProcessFixture.h"
+
+#include "SettingsSample.h"
+#include "platform/FileSystem.h"
+#include "platform/NativePath.h"
+#include "platform/Text.h"
+#include "support/OtherProcesses.h"
+
+namespace {
+
+using test_support::Ending;
+
+/// The settings file that docs/settings.md shows, used as it stands. The runtime folder is the test's own: the sample
+/// names the meeting place that everybody has.
+class SettingsSampleRunTest : public HostProcessFixture {
+protected:
+    SettingsSampleRunTest() {
+        WriteSettings(SettingsSample());
+        EXPECT_FALSE(platform::EnsurePrivateFolders(folder / L"run"));
+    }
+    ~SettingsSampleRunTest() override { Cli({L"--stop-host"}); }
+
+    Ending Cli(const std::vector<std::wstring>& arguments) const {
+        platform::ProcessStart start = FrontEndProcess(arguments);
+        start.environment.emplace_back(L"XDG_RUNTIME_DIR", platform::ToNativeText(folder / L"run"));
+        return test_support::RunToEnd(start);
+    }
+};
+
+TEST_F(SettingsSampleRunTest, ARubyScenarioRunsWithIt) {
+    WriteTextFile(folder / L"scenarios\\sub\\first.rb", "require \"controller_scenario\"\n"
+                                                        "ControllerScenario.run { |job| job.message(\"done\") }\n");
+    const Ending run = Cli({L"--run", L"first.rb", platform::ToNativeText(folder / L"inputs.txt"), L"--output",
+                            platform::ToNativeText(folder / L"out")});
+    EXPECT_EQ(run.exitCode, 0) << run.output;
+    EXPECT_NE(run.output.find("Reports : first"), std::string::npos) << run.output;
+    EXPECT_TRUE(platform::IsFolder(folder / L"out\\inputs"));
+}
+
+TEST_F(SettingsSampleRunTest, WithoutItsScenarioDirectoryTheScenariosAreNotJustNone) {
+    const Ending scenarios = Cli({L"--scenarios"});
+    EXPECT_EQ(scenarios.exitCode, 1);
+    EXPECT_NE(scenarios.output.find("controller_cli: The scenario directory " +
+                                    platform::ToUtf8(platform::ToNativeText(folder / L"scenarios")) +
+                                    " cannot be searched: No such file or directory.\n"),
+              std::string::npos)
+        << scenarios.output;
+}
+
+} // namespace
