@@ -64,7 +64,12 @@ module ControllerScenario
   # The same without ending the process: returns the exit code.
   def self.execute(arguments = ARGV, &scenario)
     info = RunInfo.read(RunInfo.locate(arguments))
-    StopRequest.listen(info.work_dir) { |stop_request| finish(Job.new(info, stop_request), &scenario) }
+    StopRequest.listen(info.work_dir) do |stop_request|
+      stop_request.tell_when_early
+      job = Job.new(info, stop_request)
+      job.result.discard_earlier
+      finish(job, &scenario)
+    end
   rescue RunInfo::Unusable => e
     warn "controller_scenario: #{e.message}"
     EXIT_NO_RUN_INFO

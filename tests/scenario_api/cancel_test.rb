@@ -28,6 +28,16 @@ class CancelTest < Minitest::Test
     end
   end
 
+  def test_a_request_that_is_there_at_the_start_is_named_and_no_earlier_result_stays
+    path = ask_to_stop
+    write_file("work/run_scenario_result.json", '{"succeeded":true}')
+    exit_code = run_scenario { |job| job.progress(50) }
+    assert_equal 3, exit_code
+    assert_equal "controller_scenario: #{path} was there at the start and asks the scenario to stop; remove it to run " \
+                 "the scenario.\n", @stderr
+    refute_result
+  end
+
   def test_progress_ends_a_cancelled_job_without_a_result
     exit_code = run_scenario do |job|
       ask_to_stop

@@ -37,6 +37,23 @@ class DocumentationTest < Minitest::Test
     assert_equal [true, ["All done"]], [result["succeeded"], result_texts]
   end
 
+  # The commands of the trial, in folders of the test's own.
+  def trial_commands
+    commands = GUIDE[/^```sh\n(mkdir .*?)^```/m, 1]
+    commands.gsub("/tmp/try", File.join(@root, "try"))
+            .sub("/home/me/part.stl", File.join(INPUTS_FOLDER, "housing.stl"))
+            .sub(/^ruby /, "#{ruby.join(' ')} ")
+  end
+
+  def test_a_trial_by_hand_works_again_after_a_request_to_stop
+    2.times do
+      output, status = Open3.capture2e("sh", "-e", stdin_data: trial_commands, chdir: PROJECT_FOLDER)
+      assert_predicate status, :success?, output
+      assert_equal true, read_json("try/run_scenario_result.json")["succeeded"], output
+      write_file("try/killprocess", "")
+    end
+  end
+
   def test_the_documented_layouts_are_those_that_are_written
     layouts = File.read(File.join(PROJECT_FOLDER, "docs/work-directory-files.md"), encoding: "UTF-8")
                   .scan(/^```json\n(.*?)^```/m).flatten.map { |text| JSON.parse(text) }

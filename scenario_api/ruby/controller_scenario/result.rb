@@ -25,6 +25,13 @@ module ControllerScenario
       @output_files = {} # as keys: each once, in the order in which they came
     end
 
+    # Removes what an earlier run in the same folder has left: it must not pass for the verdict of this one.
+    def discard_earlier
+      File.unlink(@path)
+    rescue SystemCallError
+      nil # there is none, or the later write will tell what is wrong
+    end
+
     def add_message(text, code)
       return @left_out += 1 if @messages.size >= MESSAGE_LIMIT
 

@@ -23,6 +23,14 @@ module ControllerScenario
       @raised = true
     end
 
+    # Says so when the file is there already. In a trial by hand it stays from an earlier one.
+    def tell_when_early
+      return unless File.exist?(@path)
+
+      warn "controller_scenario: #{@path} was there at the start and asks the scenario to stop; remove it to run " \
+           "the scenario."
+    end
+
     # One look at the file system (microseconds); once true it stays true.
     # Never sets the flag to false: the signal may arrive at any moment in here.
     def raised?
