@@ -1,5 +1,6 @@
 #include "HostProcessFixture.h"
 
+#include "platform/FileSystem.h"
 #include "platform/LineEnd.h"
 #include "platform/NativePath.h"
 #include "support/OtherProcesses.h"
@@ -59,6 +60,32 @@ TEST_F(CommandLineTest, RunShowsWhyAJobFailed) {
     EXPECT_EQ(run.exitCode, 1);
     EXPECT_NE(run.output.find("Succeeded: 0, failed: 1, cancelled: 0\n"), std::string::npos) << run.output;
     EXPECT_EQ(Cli({L"--log", L"1"}).output, "hello\n");
+}
+
+TEST_F(CommandLineTest, AnInputThatWouldLeadOutOfTheOutputDirectoryIsRefused) {
+    StartHost();
+    WriteTextFile(folder / L".hidden", "an input");
+    WriteTextFile(folder / L"some.rb", "exit 0");
+    const std::wstring output = Native(folder / L"chosen");
+    const Ending run = Cli({L"--run", Native(folder / L"some.rb"), Native(folder / L".hidden"), L"--output", output});
+    EXPECT_EQ(run.exitCode, 1);
+    EXPECT_EQ(run.output.find("controller_cli: The input "), 0U) << run.output;
+    WriteTextFile(
+        folder / L"hidden.jobs.json",
+        R"({"EnqueueJobs":[{"scenario":{"id":"some.rb"},"inputFileSets":[[".hidden"]],"outputDir":"chosen"}]})");
+    EXPECT_EQ(Cli({Native(folder / L"hidden.jobs.json")}).exitCode, 1);
+    EXPECT_FALSE(platform::Exists(folder / L"chosen"));
+    EXPECT_FALSE(platform::Exists(folder / L"chosen_1"));
+    EXPECT_EQ(Cli({L"--list"}).output, "There are no jobs.\n");
+}
+
+TEST_F(CommandLineTest, AnUnknownScenarioIsCalledSoAndNotItsInput) {
+    StartHost();
+    const Ending run = Cli({L"--run", L"nothing.rb", Native(folder / L"inputs.txt")});
+    EXPECT_EQ(run.exitCode, 1);
+    EXPECT_EQ(run.output,
+              "controller_cli: There is no scenario nothing.rb: it is neither an id of a scenario nor a file "
+              "of the scenario directories.\n");
 }
 
 TEST_F(CommandLineTest, OneFrontEndSeesWhatAnotherOneDoes) {
