@@ -11,18 +11,6 @@
 
 #include <chrono>
 
-namespace {
-
-std::string EnqueuedLines(const std::vector<int>& seqIds) {
-    std::string lines;
-    for (const int seqId : seqIds) {
-        lines += CLIPresenter::CreateStatusString(seqId, seqId < 0 ? JobStatus::Failed : JobStatus::Queued);
-    }
-    return lines;
-}
-
-} // namespace
-
 CLIPresenter::CLIPresenter(const std::wstring& transmitterId, const std::wstring& modulePath) {
     EventTransmitter* const transmitter = EventTransmitterManager(modulePath).GetEventTransmitter(transmitterId);
     SetEventTransmitter(transmitter);
@@ -39,23 +27,34 @@ void CLIPresenter::EnqueueJobsFromFile(const std::wstring& jobFile, const std::w
         return;
     }
     ControllerLogManager::DebugLog(L"Succeeded to read the job list file.");
-    TextOutput output(outputFile);
+    TextOutput output;
+    // Promised: what finds no answer or no file is lost in silence, but for its lines "-1,Failed".
+    (void)output.Open(outputFile);
     for (EnqueueJobsInfo& info : infos) {
-        output.Write(EnqueuedLines(SendEnqueueRequest(info)));
+        std::vector<int> seqIds;
+        (void)EnqueueJobs(info, seqIds);
+        (void)output.Write(CreateEnqueuedLines(seqIds));
     }
 }
 
-/// The numbers of the request's jobs, -1 for a refused one; a single -1 when no answer came.
-std::vector<int> CLIPresenter::SendEnqueueRequest(EnqueueJobsInfo& info) {
-    info.requestId = ControllerCSWrapper::CreateGuid();
+bool CLIPresenter::EnqueueJobs(EnqueueJobsInfo& request, std::vector<int>& seqIds) {
+    request.requestId = ControllerCSWrapper::CreateGuid();
     // Whether it could be sent shows in the answer.
-    (void)proxy->EnqueueJobs(info);
-    std::vector<int> seqIds;
-    if (!WaitForEnqueuedJobs(info.requestId, seqIds)) {
+    (void)proxy->EnqueueJobs(request);
+    const bool isAnswered = WaitForEnqueuedJobs(request.requestId, seqIds);
+    if (!isAnswered) {
         ControllerLogManager::ErrorLog(L"Failed to EnqueueJobs");
         seqIds = {-1};
     }
-    return seqIds;
+    return isAnswered;
+}
+
+std::string CLIPresenter::CreateEnqueuedLines(const std::vector<int>& seqIds) {
+    std::string lines;
+    for (const int seqId : seqIds) {
+        lines += CreateStatusString(seqId, seqId < 0 ? JobStatus::Failed : JobStatus::Queued);
+    }
+    return lines;
 }
 
 bool CLIPresenter::WaitForEnqueuedJobs(const std::wstring& requestId, std::vector<int>& seqIds) {
@@ -82,20 +81,28 @@ void CLIPresenter::CancelAllJobs() const {
 }
 
 void CLIPresenter::CheckJobStatus(const std::vector<std::wstring>& ids, const std::wstring& outputFile) {
+    std::string lines;
+    (void)FetchStatusLines(ids, lines);
+    TextOutput output;
+    (void)output.Open(outputFile);
+    (void)output.Write(lines);
+}
+
+bool CLIPresenter::FetchStatusLines(const std::vector<std::wstring>& ids, std::string& lines) {
     response_flags::responseStarted = false;
     response_flags::responseFinished = false;
     // Without an answer the jobs are of unknown status.
     (void)proxy->CheckJobStatusRequest(ids);
     WaitForResponse();
-    TextOutput output(outputFile);
-    std::string lines;
+    const bool isAnswered = response_flags::responseFinished;
+    lines.clear();
     for (const std::wstring& id : ids) {
         const int seqId = numbers::ReadInteger(id);
         const JobStatus status = FindStatus(seqId);
         lines += CreateStatusString(seqId, status);
         ControllerLogManager::Log("Status of Job:" + std::to_string(seqId) + " is " + JobStatusString(status));
     }
-    output.Write(lines);
+    return isAnswered;
 }
 
 std::string CLIPresenter::CreateStatusString(int seqId, JobStatus status) {

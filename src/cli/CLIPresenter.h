@@ -45,6 +45,18 @@ public:
     /// One line of the output file, ended by "\n".
     static std::string CreateStatusString(int seqId, JobStatus status);
 
+    // For a front end that does more with an answer than write lines to a file
+
+    /// Sends one request under an id of its own and waits for the answer as `EnqueueJobsFromFile` does. `seqIds`
+    /// becomes the numbers of its jobs, -1 for a refused one. False, and a single -1, when no answer with jobs came.
+    [[nodiscard]] bool EnqueueJobs(EnqueueJobsInfo& request, std::vector<int>& seqIds);
+    /// The lines of a request's jobs: queued, or failed where the number is negative.
+    static std::string CreateEnqueuedLines(const std::vector<int>& seqIds);
+
+    /// Asks for the status of jobs and waits as `CheckJobStatus` does. The lines of `ids`; false when the answer did
+    /// not come in time.
+    [[nodiscard]] bool FetchStatusLines(const std::vector<std::wstring>& ids, std::string& lines);
+
     /// The id in the status answer for a job number; false, `id` as it was, when no answer told of that job.
     [[nodiscard]] bool FindJobId(int seqId, std::wstring& id) const;
 
@@ -75,7 +87,6 @@ private:
     /// Finds the numbers of a request's jobs; nothing is erased.
     [[nodiscard]] bool FindAndEraseEnqueueJobsId(const std::wstring& requestId, std::vector<int>& seqIds);
     [[nodiscard]] bool WaitForEnqueuedJobs(const std::wstring& requestId, std::vector<int>& seqIds);
-    std::vector<int> SendEnqueueRequest(EnqueueJobsInfo& info);
     JobStatus FindStatus(int seqId) const;
 
     std::unique_ptr<CLIOrvelProxy> proxy;

@@ -2,9 +2,15 @@
 
 #include "platform/LineEnd.h"
 
-namespace {
+platform::Error TextOutput::Open(const std::wstring& path) {
+    return file.Open(path, true);
+}
 
-std::string WithLineEndsOfSystem(std::string_view lines) {
+platform::Error TextOutput::Write(std::string_view lines) {
+    return file.Write(WithLineEndsOfSystem(lines));
+}
+
+std::string TextOutput::WithLineEndsOfSystem(std::string_view lines) {
     std::string text;
     text.reserve(lines.size());
     for (const char character : lines) {
@@ -15,18 +21,4 @@ std::string WithLineEndsOfSystem(std::string_view lines) {
         }
     }
     return text;
-}
-
-} // namespace
-
-TextOutput::TextOutput(const std::wstring& path) {
-    // What could not be opened is seen at each write.
-    (void)file.Open(path, true);
-}
-
-void TextOutput::Write(std::string_view lines) {
-    if (file.IsOpen()) {
-        // Promised: lost in silence.
-        (void)file.Write(WithLineEndsOfSystem(lines));
-    }
 }

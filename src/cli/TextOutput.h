@@ -1,17 +1,22 @@
 #pragma once
 
+#include "platform/Export.h"
 #include "platform/OutputFile.h"
 
 #include <string>
 #include <string_view>
 
-/// A file of 8-bit text with this system's line ends, made anew. What cannot be opened or written is silently lost.
-class TextOutput {
+/// A file of 8-bit text with this system's line ends, made anew. What is written is in the file at once, whatever
+/// becomes of this process. One thread at a time.
+class CONTROLLER_API TextOutput {
 public:
-    explicit TextOutput(const std::wstring& path);
+    platform::Error Open(const std::wstring& path);
 
     /// Appends lines that end with "\n".
-    void Write(std::string_view lines);
+    platform::Error Write(std::string_view lines);
+
+    /// The same lines as a text file of this system has them.
+    static std::string WithLineEndsOfSystem(std::string_view lines);
 
 private:
     platform::OutputFile file;
