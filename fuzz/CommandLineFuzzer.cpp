@@ -4,6 +4,7 @@
 
 #include "cli/CLIArgumentParser.h"
 #include "controller_cli/LetterArguments.h"
+#include "controller_cli/LetterUsage.h"
 #include "controller_cli/LongCommandLine.h"
 #include "controller_host/HostOptions.h"
 #include "fuzz/support/ByteSource.h"
@@ -39,6 +40,15 @@ void CheckLetters(const Arguments& arguments) {
     fuzz::Require(takesIds || ids.empty(), "only cancelling and asking name ids");
     for (const std::wstring& id : ids) {
         fuzz::Require(!id.empty() && id.find(L',') == std::wstring::npos, "an id is what stands between commas");
+    }
+}
+
+/// What the parser would pass over in silence is refused with a text of its own.
+void CheckUsage(const Arguments& arguments) {
+    try {
+        controller_cli::RequireLetterUsage(arguments);
+    } catch (const controller_cli::UsageProblem& problem) {
+        fuzz::Require(problem.textKey.starts_with(L"Usage/"), "a problem has its text");
     }
 }
 
@@ -113,6 +123,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const Arguments arguments = LinesOf(bytes);
     CheckLetters(arguments);
     CheckLetters(controller_cli::PrepareLetterArguments(arguments, true));
+    CheckUsage(controller_cli::PrepareLetterArguments(arguments, true));
     CheckSlashPath(platform::FromUtf8(bytes));
     CheckLong(arguments);
     CheckRunner(arguments);

@@ -6,12 +6,12 @@
 
 #include "companion/Settings.h"
 #include "controller_cli/DamagedListNotice.h"
+#include "controller_cli/FileRoles.h"
+#include "controller_cli/InputSets.h"
 #include "controller_cli/LetterCommands.h"
 #include "controller_cli/LongCommandLine.h"
 #include "controller_cli/Problems.h"
 #include "controller_cli/commands/Commands.h"
-#include "platform/Directories.h"
-#include "platform/NativePath.h"
 #include "platform/Text.h"
 #include "support/ControllerLogManager.h"
 
@@ -86,11 +86,23 @@ ExitCode RunJobCommand(CommandContext& context, const std::function<ExitCode()>&
     return exitCode;
 }
 
+/// What the log file must not be.
+std::vector<FileRole> FilesReadBy(const LongCommand& command) {
+    std::vector<FileRole> files = FilesOfSettings();
+    files.push_back({L"Roles/Scenario", command.scenario});
+    for (const std::wstring& input : command.inputs) {
+        for (const std::wstring& file : FilesOfInputSet(input)) {
+            files.push_back({L"Roles/Input", file});
+        }
+    }
+    return files;
+}
+
 ExitCode RunLongCommand(CommandContext& context, const std::vector<std::wstring>& arguments) {
     const LongCommand command = ParseLongCommand(arguments);
     if (!command.logFile.empty()) {
-        ControllerLogManager::Initialize(0, platform::ResolveAgainst(platform::CurrentFolder(), command.logFile),
-                                         false);
+        RequireDistinctFiles(context, {{L"Roles/LogFile", command.logFile}}, FilesReadBy(command));
+        ControllerLogManager::Initialize(0, AbsolutePath(command.logFile), false);
     }
     const auto run = [&] { return OperationOf(command.kind)(context, command); };
     const bool isAboutJobs = command.kind != LongCommandKind::Help && command.kind != LongCommandKind::Version;

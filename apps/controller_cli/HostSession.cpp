@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "controller_cli/CommandFailure.h"
+#include "controller_cli/ConnectionInterval.h"
 #include "modules/EventTransmitter.h"
 
 namespace controller_cli {
@@ -15,8 +16,6 @@ constexpr wchar_t refusalEvent[] = L"RequestRefused";
 /// Comes before the answer to the request for the scenarios.
 constexpr wchar_t scenarioProblemsEvent[] = L"ScenarioProblems";
 
-/// No event tells of a host that has gone: so often it is asked for.
-constexpr milliseconds connectionInterval{500};
 /// What the host sent last may still be on its way to the mailbox when the line is found closed.
 constexpr milliseconds lastMailTime{100};
 

@@ -1,11 +1,11 @@
 #include "controller_cli/LetterArguments.h"
 
+#include <algorithm>
+#include <iterator>
 #include <string_view>
 
 namespace controller_cli {
 namespace {
-
-constexpr std::wstring_view optionLetters = L"cfilmos";
 
 bool BeginsWithSlash(const std::wstring& argument) {
     return argument.starts_with(L"/");
@@ -17,26 +17,41 @@ bool TakesPathBehind(const std::wstring& argument) {
 }
 
 bool IsPath(const std::wstring& argument) {
-    const bool looksLikeOption = argument.size() > 1 && optionLetters.find(argument[1]) != std::wstring_view::npos;
+    const bool looksLikeOption = argument.size() > 1 && IsOptionLetter(argument[1]);
     return BeginsWithSlash(argument) && (!looksLikeOption || argument.find_first_of(L"./", 1) != std::wstring::npos);
+}
+
+std::wstring Quoted(const std::wstring& argument) {
+    return L"\"" + argument + L"\"";
+}
+
+void AppendPrepared(const std::wstring& argument, bool slashBeginsPaths, std::vector<std::wstring>& prepared) {
+    const bool isValue = !prepared.empty() && TakesPathBehind(prepared.back());
+    if (!slashBeginsPaths) {
+        prepared.push_back(argument);
+    } else if (isValue && BeginsWithSlash(argument)) {
+        prepared.back() += argument;
+    } else {
+        prepared.push_back(IsPath(argument) ? Quoted(argument) : argument);
+    }
 }
 
 } // namespace
 
+bool IsOptionLetter(wchar_t letter) {
+    constexpr std::wstring_view optionLetters = L"cfilmos";
+    return optionLetters.find(letter) != std::wstring_view::npos;
+}
+
 std::vector<std::wstring> PrepareLetterArguments(const std::vector<std::wstring>& arguments, bool slashBeginsPaths) {
-    if (!slashBeginsPaths) {
-        return arguments;
-    }
+    const auto endOfOptions = std::find(arguments.begin(), arguments.end(), L"--");
     std::vector<std::wstring> prepared;
-    for (const std::wstring& argument : arguments) {
-        const bool isValue = !prepared.empty() && TakesPathBehind(prepared.back());
-        if (isValue && BeginsWithSlash(argument)) {
-            prepared.back() += argument;
-        } else if (IsPath(argument)) {
-            prepared.push_back(L"\"" + argument + L"\"");
-        } else {
-            prepared.push_back(argument);
-        }
+    // In front, where no option takes them for its value.
+    if (endOfOptions != arguments.end()) {
+        std::transform(std::next(endOfOptions), arguments.end(), std::back_inserter(prepared), Quoted);
+    }
+    for (auto argument = arguments.begin(); argument != endOfOptions; ++argument) {
+        AppendPrepared(*argument, slashBeginsPaths, prepared);
     }
     return prepared;
 }

@@ -1,158 +1,138 @@
 #include "controller_cli/LetterCommands.h"
 
+#include <algorithm>
+#include <iterator>
+
 #include "cli/CLIArgumentParser.h"
-#include "cli/CLIPresenter.h"
-#include "companion/ControllerCSWrapper.h"
-#include "controller_cli/HostConnection.h"
+#include "companion/JobsFile.h"
+#include "companion/Settings.h"
+#include "controller_cli/FileRoles.h"
+#include "controller_cli/JobNumbers.h"
 #include "controller_cli/LetterArguments.h"
-#include "controller_cli/ScratchFolder.h"
-#include "modules/CallbackFunctor.h"
-#include "modules/EventTransmitter.h"
-#include "platform/Directories.h"
-#include "platform/FileSystem.h"
+#include "controller_cli/LetterEnqueue.h"
+#include "controller_cli/LetterOutput.h"
+#include "controller_cli/LetterSession.h"
+#include "controller_cli/LetterUsage.h"
+#include "controller_cli/NamesInText.h"
 #include "platform/NativePath.h"
-#include "platform/OutputFile.h"
-#include "platform/Text.h"
-#include "platform/Waiting.h"
 #include "support/ControllerLogManager.h"
 
 namespace controller_cli {
 namespace {
 
-constexpr std::size_t largestOutput = std::size_t{256} << 20;
-
-/// Passes the answer to a cancellation on to a presenter, and says that it came.
-class CancelAnswer final : public CallbackFunctor {
-public:
-    explicit CancelAnswer(CLIPresenter& answeredPresenter) : presenter(answeredPresenter) {}
-
-    bool operator()(const std::wstring& payload) override {
-        std::vector<JobStatusInfo> infos;
-        const bool isUsable = ControllerCSWrapper::Deserialize(payload, infos) && presenter.CancelJobsFinish(infos);
-        if (isUsable) {
-            answered.Raise();
-        }
-        return isUsable;
-    }
-
-    /// Without the answer a request might still lie in this process when it ends.
-    bool Wait(std::chrono::milliseconds patience) {
-        const bool isAnswered = platform::WaitForAny({answered.Handle()}, patience).has_value();
-        answered.Clear();
-        return isAnswered;
-    }
-
-private:
-    CLIPresenter& presenter;
-    platform::Event answered;
-};
-
-/// A presenter with a host at the other end of its line. What the host tells everybody reaches it while it is made: a
-/// class derived from the presenter would not be whole then.
-class LetterSession {
-public:
-    LetterSession(CommandContext& context, Start start)
-        : transmitter(ConnectToHost(context, start)),
-          presenter(context.host.TransmitterId(), context.host.TransmitterModule()), cancelAnswer(presenter) {
-        transmitter.AddEventHandler(L"CancelJobsFinish", &cancelAnswer);
-    }
-    ~LetterSession() { presenter.LeaveEventTransmitter(&transmitter); }
-    LetterSession(const LetterSession&) = delete;
-    LetterSession& operator=(const LetterSession&) = delete;
-
-    CLIPresenter& Presenter() { return presenter; }
-    CancelAnswer& AnswerToCancel() { return cancelAnswer; }
-    bool IsConnected() const { return transmitter.IsConnected(); }
-
-private:
-    EventTransmitter& transmitter;
-    CLIPresenter presenter;
-    CancelAnswer cancelAnswer;
-};
-
-std::wstring Absolute(const std::wstring& path) {
-    return platform::ResolveAgainst(platform::CurrentFolder(), path);
-}
-
 [[noreturn]] void FailUsage(const CommandContext& context, const std::wstring& textKey) {
     throw CommandFailure{ExitCode::Usage, context.texts.Get(textKey) + L"\n" + context.texts.Get(L"Usage/Hint")};
 }
 
-/// The lines go to the output file or, without one, to standard output.
-void Deliver(CommandContext& context, const std::string& lines, const std::wstring& outputFile) {
-    if (outputFile.empty()) {
-        context.console.WriteBytes(lines);
+Start StartOf(const CLIArgumentParser& parser) {
+    return parser.IsForceClientMode() ? Start::Never : Start::WhenNoneRuns;
+}
+
+[[noreturn]] void FailHostGone(const CommandContext& context) {
+    throw CommandFailure{ExitCode::NoHost, context.texts.Get(L"Errors/HostGone")};
+}
+
+/// What is written and what is read must not be one file: it would be lost. Nothing has been written yet.
+void RequireDistinctFilesOf(const CommandContext& context, const CLIArgumentParser& parser,
+                            const std::vector<EnqueueJobsInfo>& requests) {
+    if (parser.GetOutputFileName().empty() && parser.GetLogFileName().empty()) {
         return;
     }
-    platform::OutputFile file;
-    platform::Error error = file.Open(Absolute(outputFile), true);
-    if (!error) {
-        error = file.Write(lines);
+    std::vector<FileRole> read = FilesOfSettings();
+    read.push_back({L"Roles/JobsFile", parser.GetJobFileName()});
+    for (const EnqueueJobsInfo& request : requests) {
+        // One that is no path is a name in the host's catalogue.
+        read.push_back({L"Roles/Scenario", platform::IsAbsolute(request.scenario.id) ? request.scenario.id : L""});
+        for (const auto& inputSet : request.inputFileSets) {
+            std::transform(inputSet.begin(), inputSet.end(), std::back_inserter(read), [](const std::wstring& input) {
+                return FileRole{L"Roles/Input", input};
+            });
+        }
     }
-    if (error) {
-        throw CommandFailure{ExitCode::Usage, context.texts.Format(L"Errors/OutputFile", {outputFile, error.Text()})};
+    RequireDistinctFiles(
+        context, {{L"Roles/OutputFile", parser.GetOutputFileName()}, {L"Roles/LogFile", parser.GetLogFileName()}},
+        read);
+    RequireDistinctFiles(context, {{L"Roles/OutputFile", parser.GetOutputFileName()}},
+                         {{L"Roles/HostLog", settings::Current()->logFile}});
+}
+
+void StartLog(const CLIArgumentParser& parser) {
+    if (const std::wstring logFile = parser.GetLogFileName(); !logFile.empty()) {
+        ControllerLogManager::Initialize(0, AbsolutePath(logFile), false);
     }
 }
 
-ExitCode Enqueue(CommandContext& context, LetterSession& session, const CLIArgumentParser& parser) {
-    const ScratchFolder scratch;
-    const std::wstring linesFile = scratch.Path() + L"\\lines.txt";
-    session.Presenter().EnqueueJobsFromFile(parser.GetJobFileName(), linesFile);
-    std::string lines;
-    if (platform::ReadFile(linesFile, largestOutput, lines)) {
-        throw CommandFailure{ExitCode::Usage, context.texts.Format(L"Errors/JobsFile", {parser.GetJobFileName()})};
+ExitCode Enqueue(CommandContext& context, const CLIArgumentParser& parser) {
+    std::vector<EnqueueJobsInfo> requests;
+    std::wstring problem;
+    const bool isRead = jobs_file::Read(AbsolutePath(parser.GetJobFileName()), requests, problem);
+    RequireDistinctFilesOf(context, parser, requests);
+    StartLog(parser);
+    if (!isRead) {
+        ControllerLogManager::ErrorLog(L"The jobs file cannot be used: " + problem);
+        throw CommandFailure{ExitCode::Usage, context.texts.Format(L"Errors/JobsFile", {problem})};
     }
-    Deliver(context, lines, parser.GetOutputFileName());
-    return lines.find("-1,") == std::string::npos ? ExitCode::Success : ExitCode::JobFailed;
+    LetterOutput output(context, parser.GetOutputFileName());
+    LetterSession session(context, StartOf(parser));
+    const ExitCode exitCode = EnqueueRequests(context, session, parser.GetJobFileName(), requests, output);
+    if (exitCode == ExitCode::NoHost && !session.IsConnected()) {
+        FailHostGone(context);
+    }
+    return exitCode;
 }
 
-ExitCode CheckStatus(CommandContext& context, LetterSession& session, const CLIArgumentParser& parser) {
-    const ScratchFolder scratch;
-    const std::wstring linesFile = scratch.Path() + L"\\lines.txt";
-    session.Presenter().CheckJobStatus(parser.GetIds(), linesFile);
+ExitCode CheckStatus(CommandContext& context, const CLIArgumentParser& parser) {
+    LetterOutput output(context, parser.GetOutputFileName());
+    const std::vector<std::wstring> numbers = JobNumbers(context, StartOf(parser), parser.GetIds());
+    LetterSession session(context, StartOf(parser));
     std::string lines;
-    if (const platform::Error error = platform::ReadFile(linesFile, largestOutput, lines)) {
-        throw CommandFailure{ExitCode::Usage, context.texts.Format(L"Errors/OutputFile",
-                                                                   {platform::ToNativeText(linesFile), error.Text()})};
+    const bool isAnswered = session.Presenter().FetchStatusLines(numbers, lines);
+    output.Write(lines);
+    if (!isAnswered && !session.IsConnected()) {
+        FailHostGone(context);
     }
-    Deliver(context, lines, parser.GetOutputFileName());
+    if (!isAnswered) {
+        const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(context.patience).count();
+        throw CommandFailure{ExitCode::NoHost, context.texts.Format(L"Errors/NoAnswer", {std::to_wstring(seconds)})};
+    }
     return ExitCode::Success;
 }
 
-/// One request an id, each answered before the next.
-ExitCode Cancel(CommandContext& context, LetterSession& session, const CLIArgumentParser& parser) {
-    for (const std::wstring& id : parser.GetIds()) {
-        session.Presenter().CancelJobs(id);
-        if (!session.AnswerToCancel().Wait(context.patience)) {
-            throw CommandFailure{ExitCode::NoHost, context.texts.Format(L"Errors/CancelNotAnswered", {id})};
-        }
+/// One request an id. All are sent before the answers are waited for: without an answer a request might still lie in
+/// this process when it ends.
+ExitCode Cancel(CommandContext& context, const CLIArgumentParser& parser) {
+    const std::vector<std::wstring> numbers = JobNumbers(context, StartOf(parser), parser.GetIds());
+    LetterSession session(context, StartOf(parser));
+    for (const std::wstring& number : numbers) {
+        session.Presenter().CancelJobs(number);
+    }
+    const std::size_t answered = session.WaitForCancelAnswers(numbers.size(), context.patience);
+    if (answered < numbers.size() && !session.IsConnected()) {
+        FailHostGone(context);
+    }
+    std::wstring unanswered;
+    for (std::size_t i = answered; i < numbers.size(); ++i) {
+        unanswered += (unanswered.empty() ? L"" : L", ") + numbers[i];
+    }
+    if (!unanswered.empty()) {
+        throw CommandFailure{ExitCode::NoHost, context.texts.Format(L"Errors/CancelNotAnswered", {unanswered})};
     }
     return ExitCode::Success;
 }
 
 ExitCode Carry(CommandContext& context, CLIArgumentParser& parser) {
-    LetterSession session(context, parser.IsForceClientMode() ? Start::Never : Start::WhenNoneRuns);
-    ExitCode exitCode = ExitCode::Success;
-    switch (parser.GetCommandType()) {
-    case CLIArgumentParser::EnqueueJobs:
-        exitCode = Enqueue(context, session, parser);
-        break;
-    case CLIArgumentParser::CancelJobs:
-        exitCode = Cancel(context, session, parser);
-        break;
-    case CLIArgumentParser::CheckJobStatus:
-        exitCode = CheckStatus(context, session, parser);
-        break;
-    case CLIArgumentParser::None:
-        break;
+    if (parser.GetCommandType() == CLIArgumentParser::EnqueueJobs) {
+        return Enqueue(context, parser);
     }
-    if (!session.IsConnected()) {
-        throw CommandFailure{ExitCode::NoHost, context.texts.Get(L"Errors/HostGone")};
-    }
-    return exitCode;
+    RequireDistinctFilesOf(context, parser, {});
+    StartLog(parser);
+    return parser.GetCommandType() == CLIArgumentParser::CancelJobs ? Cancel(context, parser)
+                                                                    : CheckStatus(context, parser);
 }
 
-ExitCode BeHost(CommandContext& context) {
+ExitCode BeHost(CommandContext& context, const CLIArgumentParser& parser) {
+    RequireDistinctFilesOf(context, parser, {});
+    StartLog(parser);
     std::wstring problem;
     const std::int32_t exitCode = context.host.RunHost(problem);
     if (!problem.empty()) {
@@ -162,14 +142,16 @@ ExitCode BeHost(CommandContext& context) {
 }
 
 bool NamesIds(CLIArgumentParser& parser) {
-    return parser.GetCommandType() == CLIArgumentParser::EnqueueJobs || !parser.GetIds().empty();
+    return parser.GetCommandType() == CLIArgumentParser::EnqueueJobs || !WithoutBlanks(parser.GetIds()).empty();
 }
 
 } // namespace
 
 ExitCode RunLetterCommand(CommandContext& context, const std::vector<std::wstring>& arguments) {
+    const std::vector<std::wstring> prepared = PrepareLetterArguments(arguments, platform::IsAbsolute(L"/"));
+    RequireLetterUsage(prepared);
     CLIArgumentParser parser;
-    const bool hasOneCommand = parser.Parse(PrepareLetterArguments(arguments, platform::IsAbsolute(L"/")));
+    const bool hasOneCommand = parser.Parse(prepared);
     const bool hasCommand = parser.GetCommandType() != CLIArgumentParser::None;
     if (parser.IsForceServerMode() && (hasCommand || parser.IsForceClientMode())) {
         FailUsage(context, L"Usage/HostAlone");
@@ -180,10 +162,7 @@ ExitCode RunLetterCommand(CommandContext& context, const std::vector<std::wstrin
     if (hasCommand && !NamesIds(parser)) {
         FailUsage(context, L"Usage/NoIds");
     }
-    if (const std::wstring logFile = parser.GetLogFileName(); !logFile.empty()) {
-        ControllerLogManager::Initialize(0, Absolute(logFile), false);
-    }
-    return parser.IsForceServerMode() ? BeHost(context) : Carry(context, parser);
+    return parser.IsForceServerMode() ? BeHost(context, parser) : Carry(context, parser);
 }
 
 } // namespace controller_cli

@@ -7,10 +7,13 @@
 
 #include <CLI/CLI.hpp>
 
+#include "controller_cli/NamesInText.h"
 #include "platform/Text.h"
 
 namespace controller_cli {
 namespace {
+
+using Arguments = std::vector<std::wstring>;
 
 struct Switch {
     const char* name;
@@ -101,26 +104,18 @@ const Switch* OneCommand(const CLI::App& app) {
     return given;
 }
 
-/// The pieces between commas that are not empty.
-std::vector<std::wstring> SplitIds(const std::wstring& text) {
-    std::vector<std::wstring> ids;
-    std::size_t begin = 0;
-    while (begin <= text.size()) {
-        const std::size_t end = std::min(text.find(L',', begin), text.size());
-        if (end > begin) {
-            ids.push_back(text.substr(begin, end - begin));
-        }
-        begin = end + 1;
-    }
-    return ids;
+bool NamesSomething(const Switch& command) {
+    return std::any_of(namingCommands.begin(), namingCommands.end(),
+                       [&](const Switch& each) { return each.kind == command.kind; });
 }
 
-void TakeNames(const CLI::App& app, const Switch& given, LongCommand& command) {
-    if (std::none_of(namingCommands.begin(), namingCommands.end(),
-                     [&](const Switch& each) { return each.kind == given.kind; })) {
+/// `operands`: what stands behind "--".
+void TakeNames(const CLI::App& app, const Switch& given, const Arguments& operands, LongCommand& command) {
+    if (!NamesSomething(given)) {
         return;
     }
     std::vector<std::wstring> values = ValuesOf(app, given.name);
+    values.insert(values.end(), operands.begin(), operands.end());
     const std::wstring name = platform::FromUtf8(given.name);
     if (given.kind == LongCommandKind::Run) {
         if (values.size() < 2) {
@@ -130,9 +125,12 @@ void TakeNames(const CLI::App& app, const Switch& given, LongCommand& command) {
         command.inputs.assign(values.begin() + 1, values.end());
         return;
     }
+    if (values.size() > 1) {
+        throw UsageProblem{L"Usage/WrongValue", name};
+    }
     const bool takesOne = given.kind == LongCommandKind::Log || given.kind == LongCommandKind::ParameterSets;
-    command.ids = takesOne ? std::move(values) : SplitIds(values.front());
-    if (command.ids.empty() || command.ids.front().empty()) {
+    command.ids = takesOne ? WithoutBlanks(values) : NamesInText(values.front());
+    if (command.ids.empty()) {
         throw UsageProblem{L"Usage/ValueMissing", name};
     }
 }
@@ -156,7 +154,7 @@ void RefuseIdleOptions(const CLI::App& app, const LongCommand& command) {
     refuse("--argument", command.kind != LongCommandKind::Run);
 }
 
-LongCommand CommandOf(const CLI::App& app) {
+LongCommand CommandOf(const CLI::App& app, const Arguments& operands) {
     if (const auto rest = app.remaining(); !rest.empty()) {
         throw UsageProblem{L"Usage/UnknownArgument", platform::FromUtf8(rest.front())};
     }
@@ -164,9 +162,12 @@ LongCommand CommandOf(const CLI::App& app) {
     if (given == nullptr) {
         throw UsageProblem{L"Usage/NoCommand", {}};
     }
+    if (!operands.empty() && !NamesSomething(*given)) {
+        throw UsageProblem{L"Usage/UnknownArgument", operands.front()};
+    }
     LongCommand command;
     command.kind = given->kind;
-    TakeNames(app, *given, command);
+    TakeNames(app, *given, operands, command);
     command.outputFolder = ValueOf(app, "--output");
     command.runArgument = ValueOf(app, "--argument");
     command.logFile = ValueOf(app, "--log-file");
@@ -177,24 +178,64 @@ LongCommand CommandOf(const CLI::App& app) {
     return command;
 }
 
+/// A command line parted at its first "--".
+struct PartedArguments {
+    Arguments options;
+    /// What stands behind: never options.
+    Arguments operands;
+};
+
+bool IsNamingCommand(const std::wstring& argument) {
+    return std::any_of(namingCommands.begin(), namingCommands.end(),
+                       [&](const Switch& command) { return platform::FromUtf8(command.name) == argument; });
+}
+
+/// The library knows values of options alone: where a command has none in front of the "--", the first one behind it is
+/// attached ("--run=-a.rb").
+void AttachFirstOperand(PartedArguments& parted) {
+    for (std::size_t i = 0; i < parted.options.size() && !parted.operands.empty(); ++i) {
+        const bool isLast = i + 1 == parted.options.size();
+        if (IsNamingCommand(parted.options[i]) && (isLast || parted.options[i + 1].starts_with(L"-"))) {
+            parted.options[i] += L"=" + parted.operands.front();
+            parted.operands.erase(parted.operands.begin());
+            return;
+        }
+    }
+}
+
+PartedArguments Part(const Arguments& arguments) {
+    const auto end = std::find(arguments.begin(), arguments.end(), L"--");
+    PartedArguments parted{{arguments.begin(), end}, {}};
+    if (end != arguments.end()) {
+        parted.operands.assign(std::next(end), arguments.end());
+    }
+    AttachFirstOperand(parted);
+    return parted;
+}
+
 } // namespace
 
 bool HasLongOptions(const std::vector<std::wstring>& arguments) {
-    return std::any_of(arguments.begin(), arguments.end(),
+    const auto end = std::find(arguments.begin(), arguments.end(), L"--");
+    return std::any_of(arguments.begin(), end,
                        [](const std::wstring& argument) { return argument.starts_with(L"--"); });
 }
 
 LongCommand ParseLongCommand(const std::vector<std::wstring>& arguments) {
+    const PartedArguments parted = Part(arguments);
+    if (std::find(parted.options.begin(), parted.options.end(), L"--help") != parted.options.end()) {
+        return {.kind = LongCommandKind::Help};
+    }
     CLI::App app;
     Describe(app);
     try {
-        app.parse(ReversedUtf8(arguments));
+        app.parse(ReversedUtf8(parted.options));
     } catch (const CLI::ParseError& error) {
         // It begins with the option that it is about: "--wait: 1 required ...".
         const std::string what = error.what();
         throw UsageProblem{L"Usage/WrongValue", platform::FromUtf8(what.substr(0, what.find(':')))};
     }
-    return CommandOf(app);
+    return CommandOf(app, parted.operands);
 }
 
 } // namespace controller_cli

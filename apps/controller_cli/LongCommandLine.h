@@ -48,10 +48,11 @@ struct UsageProblem {
     bool operator==(const UsageProblem&) const = default;
 };
 
-/// True for a command line that has long options.
+/// True for a command line that has long options; what stands behind "--" is none.
 bool HasLongOptions(const std::vector<std::wstring>& arguments);
 
-/// Reads such a command line; throws `UsageProblem`.
+/// Reads such a command line; throws `UsageProblem`. With `--help` it asks for help, whatever else it holds. What
+/// stands behind "--" belongs to the command's names, inputs or ids, also where it begins with "-".
 LongCommand ParseLongCommand(const std::vector<std::wstring>& arguments);
 
 } // namespace controller_cli

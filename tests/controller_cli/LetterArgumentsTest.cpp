@@ -33,6 +33,18 @@ TEST(LetterArgumentsTest, WherePathsBeginWithASlashTheyAreNoOptions) {
     }
 }
 
+TEST(LetterArgumentsTest, WhatStandsBehindTwoDashesIsAPath) {
+    for (const bool slashBeginsPaths : {true, false}) {
+        CLIArgumentParser parser;
+        ASSERT_TRUE(parser.Parse(PrepareLetterArguments({L"-f", L"-o", L"x", L"--", L"-i.json"}, slashBeginsPaths)));
+        EXPECT_EQ(parser.GetJobFileName(), L"-i.json");
+        EXPECT_EQ(parser.GetOutputFileName(), L"x");
+        EXPECT_TRUE(parser.IsForceClientMode());
+    }
+    EXPECT_EQ(PrepareLetterArguments({L"--", L"--"}, true), Arguments{L"\"--\""});
+    EXPECT_EQ(PrepareLetterArguments({L"-s1", L"--"}, false), Arguments{L"-s1"});
+}
+
 TEST(LetterArgumentsTest, TheParserTakesSuchPaths) {
     CLIArgumentParser parser;
     ASSERT_TRUE(

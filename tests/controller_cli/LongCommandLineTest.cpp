@@ -39,6 +39,19 @@ TEST(LongCommandLineTest, Accepted) {
         {{L"--wait", L"1,,2,"}, {.kind = Kind::Wait, .ids = {L"1", L"2"}}},
         {{L"--wait=3f9a0c1"}, {.kind = Kind::Wait, .ids = {L"3f9a0c1"}}},
         {{L"--cancel", L"3"}, {.kind = Kind::Cancel, .ids = {L"3"}}},
+        {{L"--wait", L" 1, 2 ,\t3,,"}, {.kind = Kind::Wait, .ids = {L"1", L"2", L"3"}}},
+        {{L"--log", L" 3 "}, {.kind = Kind::Log, .ids = {L"3"}}},
+        {{L"--wait", L"--help"}, {.kind = Kind::Help}},
+        {{L"--run", L"r.rb", L"--help", L"--list"}, {.kind = Kind::Help}},
+        {{L"jobs.json", L"--help"}, {.kind = Kind::Help}},
+        {{L"--run", L"r.rb", L"a", L"--", L"-b", L"--help", L"--"},
+         {.kind = Kind::Run, .scenario = L"r.rb", .inputs = {L"a", L"-b", L"--help", L"--"}}},
+        {{L"--run", L"--json", L"--", L"-r.rb", L"-a"},
+         {.kind = Kind::Run, .scenario = L"-r.rb", .inputs = {L"-a"}, .asJson = true}},
+        {{L"--output", L"o", L"--run", L"--", L"r.rb", L"a"},
+         {.kind = Kind::Run, .scenario = L"r.rb", .inputs = {L"a"}, .outputFolder = L"o"}},
+        {{L"--wait", L"--", L"3"}, {.kind = Kind::Wait, .ids = {L"3"}}},
+        {{L"--list", L"--"}, {.kind = Kind::List}},
         {{L"--cancel-all"}, {.kind = Kind::CancelAll}},
         {{L"--delete", L"3,4"}, {.kind = Kind::Delete, .ids = {L"3", L"4"}}},
         {{L"--log", L"3", L"--follow"}, {.kind = Kind::Log, .ids = {L"3"}, .follows = true}},
@@ -63,6 +76,12 @@ TEST(LongCommandLineTest, Refused) {
         {{L"--wait", L"1", L"--wait", L"2"}, {L"Usage/WrongValue", L"--wait"}},
         {{L"--wait", L","}, {L"Usage/ValueMissing", L"--wait"}},
         {{L"--log", L""}, {L"Usage/ValueMissing", L"--log"}},
+        {{L"--log", L"  "}, {L"Usage/ValueMissing", L"--log"}},
+        {{L"--wait", L" , "}, {L"Usage/ValueMissing", L"--wait"}},
+        {{L"--wait", L"1", L"--", L"2"}, {L"Usage/WrongValue", L"--wait"}},
+        {{L"--list", L"--", L"a"}, {L"Usage/UnknownArgument", L"a"}},
+        {{L"--run", L"--"}, {L"Usage/WrongValue", L"--run"}},
+        {{L"--run", L"--", L"r.rb"}, {L"Usage/NoInputs", L"--run"}},
         {{L"--run"}, {L"Usage/WrongValue", L"--run"}},
         {{L"--run", L"r.rb"}, {L"Usage/NoInputs", L"--run"}},
         {{L"--run", L"r.rb", L"a", L"--output"}, {L"Usage/WrongValue", L"--output"}},
@@ -86,6 +105,7 @@ TEST(LongCommandLineTest, OneLongOptionMakesALongCommandLine) {
     EXPECT_TRUE(HasLongOptions({L"-f", L"--list"}));
     EXPECT_FALSE(HasLongOptions({L"-f", L"-l", L"a--b", L"jobs.json"}));
     EXPECT_FALSE(HasLongOptions({}));
+    EXPECT_FALSE(HasLongOptions({L"-f", L"--", L"--list"}));
 }
 
 } // namespace

@@ -55,6 +55,20 @@ TEST_F(RunTest, ACommaInTheNameOfAFileIsPartOfIt) {
     EXPECT_EQ(SentRequest().inputFileSets, (std::vector<std::vector<std::wstring>>{{named}}));
 }
 
+TEST_F(RunTest, ACommaInTheNameOfOneOfSeveralFilesIsPartOfIt) {
+    const std::wstring named = folder / L"a.stl,1.stl";
+    WriteTextFile(named, "solid");
+    AnswerWith({{L"id1", 1}});
+    Run({L"--run", L"compare.rb", b + L"," + named + L",," + a + L"," + folder.Path() + L","});
+    EXPECT_EQ(console.errors, "");
+    EXPECT_EQ(SentRequest().inputFileSets, (std::vector<std::vector<std::wstring>>{{b, named, a, folder.Path()}}));
+}
+
+TEST_F(RunTest, InputsBehindTwoDashesMayBeginWithOne) {
+    EXPECT_EQ(Run({L"--run", L"r.rb", L"--", L"-odd.stl"}), 2);
+    EXPECT_NE(console.errors.find("-odd.stl does not exist.\n"), std::string::npos) << console.errors;
+}
+
 TEST_F(RunTest, AScenarioFileIsMadeAbsolute) {
     WriteTextFile(folder / L"here.rb", "");
     AnswerWith({{L"id1", 1}});
@@ -119,7 +133,7 @@ TEST_F(RunTest, ARefusedInputIsNamedAndTheOthersRun) {
 }
 
 TEST_F(RunTest, ARefusedScenarioIsNamed) {
-    AnswerWith({});
+    AnswerWith({{}});
     EXPECT_EQ(Run({L"--run", L"nothing.rb", a}), 1);
     EXPECT_EQ(console.errors, "controller_cli: The host has refused to run nothing.rb; its log says why.\n");
     EXPECT_EQ(console.output, "");

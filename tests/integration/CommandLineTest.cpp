@@ -52,6 +52,13 @@ TEST_F(CommandLineTest, AJobsFileIsEnqueuedWaitedForAndAskedAbout) {
     EXPECT_EQ(Cli({L"--list", L"--json"}).output, "{\"version\":1,\"jobs\":[]}\n");
 }
 
+TEST_F(CommandLineTest, AJobsFileStartsAHost) {
+    EXPECT_EQ(Cli({Native(JobsFile("exit 0", 2))}).output, Line("1,Queued") + Line("2,Queued"));
+    EXPECT_EQ(Cli({L"--wait", L"1,2"}).exitCode, 0);
+    EXPECT_EQ(Cli({L"--stop-host"}).exitCode, 0);
+    AwaitNoHost();
+}
+
 TEST_F(CommandLineTest, RunShowsWhyAJobFailed) {
     StartHost();
     WriteTextFile(folder / L"fails.rb", "print hello\nexit 3");

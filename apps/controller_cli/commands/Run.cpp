@@ -3,44 +3,20 @@
 #include <algorithm>
 
 #include "companion/ControllerCSWrapper.h"
+#include "controller_cli/FileRoles.h"
 #include "controller_cli/FollowToEnd.h"
+#include "controller_cli/InputSets.h"
 #include "controller_cli/Problems.h"
-#include "platform/Directories.h"
 #include "platform/FileSystem.h"
 #include "platform/NativePath.h"
 
 namespace controller_cli::commands {
 namespace {
 
-std::wstring Absolute(const std::wstring& path) {
-    return platform::ResolveAgainst(platform::CurrentFolder(), path);
-}
-
-bool IsFile(const std::wstring& path) {
-    return platform::Exists(path) && !platform::IsFolder(path);
-}
-
 /// The host resolves what is no file here: a number of the catalogue, or a file name of its scenario directories.
 std::wstring ScenarioId(const std::wstring& scenario) {
-    const std::wstring path = Absolute(scenario);
+    const std::wstring path = AbsolutePath(scenario);
     return IsFile(path) ? path : scenario;
-}
-
-/// One job's files. A comma parts them, unless it belongs to the name of a file that exists.
-std::vector<std::wstring> InputSet(const std::wstring& input) {
-    if (IsFile(Absolute(input))) {
-        return {Absolute(input)};
-    }
-    std::vector<std::wstring> files;
-    std::size_t begin = 0;
-    while (begin < input.size()) {
-        const std::size_t end = std::min(input.find(L',', begin), input.size());
-        if (end > begin) {
-            files.push_back(Absolute(input.substr(begin, end - begin)));
-        }
-        begin = end + 1;
-    }
-    return files;
 }
 
 EnqueueJobsInfo RequestOf(const LongCommand& command) {
@@ -48,9 +24,9 @@ EnqueueJobsInfo RequestOf(const LongCommand& command) {
     request.requestId = ControllerCSWrapper::CreateGuid();
     request.scenario.id = ScenarioId(command.scenario);
     for (const std::wstring& input : command.inputs) {
-        request.inputFileSets.push_back(InputSet(input));
+        request.inputFileSets.push_back(FilesOfInputSet(input));
     }
-    request.outputDir = Absolute(command.outputFolder.empty() ? L"." : command.outputFolder);
+    request.outputDir = AbsolutePath(command.outputFolder.empty() ? L"." : command.outputFolder);
     request.runArgument = command.runArgument;
     return request;
 }

@@ -1,0 +1,95 @@
+#include "controller_cli/LetterEnqueue.h"
+
+#include <algorithm>
+
+#include "controller_cli/RefusalReason.h"
+#include "platform/NativePath.h"
+
+namespace controller_cli {
+namespace {
+
+/// Tells on standard error what has become of requests that made no jobs, and makes the exit code of it.
+class Mishaps {
+public:
+    Mishaps(CommandContext& commandContext, const std::wstring& jobsFileName)
+        : context(commandContext), jobsFile(platform::ToNativeText(jobsFileName)) {}
+
+    void NoteAnswer(std::size_t index, const EnqueueJobsInfo& request, const std::vector<int>& seqIds) {
+        const auto isRefused = [](int seqId) { return seqId < 0; };
+        const bool isWhole = std::all_of(seqIds.begin(), seqIds.end(), isRefused);
+        for (std::size_t set = 0; set < seqIds.size(); ++set) {
+            if (isRefused(seqIds[set])) {
+                NoteRefusal(MemberOf(index) + L".inputFileSets[" + std::to_wstring(set) + L"]",
+                            {request, set, isWhole});
+            }
+        }
+    }
+
+    /// An answer without jobs is none: a request without input sets has no other.
+    void NoteNoAnswer(std::size_t index, const EnqueueJobsInfo& request) {
+        if (request.inputFileSets.empty()) {
+            NoteRefusal(MemberOf(index), {request});
+            return;
+        }
+        exitCode = ExitCode::NoHost;
+        Tell(context.texts.Format(L"Errors/RequestNotAnswered", {jobsFile, MemberOf(index)}));
+    }
+
+    /// The exit code of all.
+    ExitCode Finish() {
+        if (count > mostTold) {
+            context.console.WriteError(context.texts.Format(L"Refusals/More", {std::to_wstring(count - mostTold)}) +
+                                       L"\n");
+        }
+        return exitCode;
+    }
+
+private:
+    static constexpr std::size_t mostTold = 20;
+
+    static std::wstring MemberOf(std::size_t index) { return L"EnqueueJobs[" + std::to_wstring(index) + L"]"; }
+
+    void NoteRefusal(const std::wstring& member, const Refusal& refusal) {
+        if (exitCode == ExitCode::Success) {
+            exitCode = ExitCode::JobFailed;
+        }
+        // The reason of one that is not told is not looked for.
+        const std::wstring reason = count < mostTold ? RefusalReason(context, refusal) : L"";
+        Tell(context.texts.Format(L"Refusals/Line", {jobsFile, member, reason}));
+    }
+
+    void Tell(const std::wstring& text) {
+        ++count;
+        if (count <= mostTold) {
+            context.console.WriteError(L"controller_cli: " + text + L"\n");
+        }
+    }
+
+    CommandContext& context;
+    std::wstring jobsFile;
+    std::size_t count = 0;
+    ExitCode exitCode = ExitCode::Success;
+};
+
+} // namespace
+
+ExitCode EnqueueRequests(CommandContext& context, LetterSession& session, const std::wstring& jobsFile,
+                         std::vector<EnqueueJobsInfo>& requests, LetterOutput& output) {
+    Mishaps mishaps(context, jobsFile);
+    // A line that is not open yet opens with the first request.
+    bool isHostGone = false;
+    for (std::size_t index = 0; index < requests.size(); ++index) {
+        std::vector<int> seqIds = {-1};
+        const bool isAnswered = !isHostGone && session.Presenter().EnqueueJobs(requests[index], seqIds);
+        isHostGone = !isAnswered && !session.IsConnected();
+        output.Write(CLIPresenter::CreateEnqueuedLines(seqIds));
+        if (isAnswered) {
+            mishaps.NoteAnswer(index, requests[index], seqIds);
+        } else {
+            mishaps.NoteNoAnswer(index, requests[index]);
+        }
+    }
+    return mishaps.Finish();
+}
+
+} // namespace controller_cli
