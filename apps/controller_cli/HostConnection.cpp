@@ -1,6 +1,7 @@
 #include "controller_cli/HostConnection.h"
 
 #include "controller_cli/CommandFailure.h"
+#include "controller_cli/LogHint.h"
 #include "modules/EventTransmitter.h"
 #include "platform/NativePath.h"
 
@@ -10,7 +11,8 @@ EventTransmitter& ConnectToHost(CommandContext& context, Start start) {
     EventTransmitter* const transmitter = context.host.Transmitter();
     if (transmitter == nullptr) {
         const std::wstring module = platform::ToNativeText(context.host.TransmitterModule());
-        throw CommandFailure{ExitCode::NoHost, context.texts.Format(L"Errors/NoTransmitter", {module})};
+        throw CommandFailure{ExitCode::NoHost,
+                             context.texts.Format(L"Errors/NoTransmitter", {module}) + LogHint(context)};
     }
     if (transmitter->IsConnected()) {
         return *transmitter;

@@ -4,6 +4,7 @@
 
 #include "controller_cli/CommandFailure.h"
 #include "controller_cli/ConnectionInterval.h"
+#include "controller_cli/LogHint.h"
 #include "modules/EventTransmitter.h"
 
 namespace controller_cli {
@@ -154,7 +155,7 @@ bool HostSession::WaitOnce(milliseconds longest) {
 }
 
 void HostSession::FailHostGone() const {
-    throw CommandFailure{ExitCode::NoHost, context.texts.Get(L"Errors/HostGone")};
+    throw CommandFailure{ExitCode::NoHost, context.texts.Get(L"Errors/HostGone") + LogHint(context)};
 }
 
 void HostSession::FailNoAnswer() const {

@@ -13,6 +13,7 @@
 #include "controller_cli/LetterOutput.h"
 #include "controller_cli/LetterSession.h"
 #include "controller_cli/LetterUsage.h"
+#include "controller_cli/LogHint.h"
 #include "controller_cli/NamesInText.h"
 #include "platform/NativePath.h"
 #include "support/ControllerLogManager.h"
@@ -29,7 +30,7 @@ Start StartOf(const CLIArgumentParser& parser) {
 }
 
 [[noreturn]] void FailHostGone(const CommandContext& context) {
-    throw CommandFailure{ExitCode::NoHost, context.texts.Get(L"Errors/HostGone")};
+    throw CommandFailure{ExitCode::NoHost, context.texts.Get(L"Errors/HostGone") + LogHint(context)};
 }
 
 /// What is written and what is read must not be one file: it would be lost. Nothing has been written yet.

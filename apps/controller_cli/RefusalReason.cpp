@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "companion/Settings.h"
+#include "controller_cli/LogHint.h"
 #include "platform/FileSystem.h"
 #include "platform/NativePath.h"
 
@@ -43,13 +43,6 @@ std::wstring RefusalReason(const CommandContext& context, const Refusal& refusal
         reason = context.texts.Format(L"Refusals/NoSuchScenario", {platform::ToNativeText(request.scenario.id)});
     }
     return reason.empty() ? context.texts.Get(L"Refusals/Unknown") + LogHint(context) : reason;
-}
-
-std::wstring LogHint(const CommandContext& context) {
-    const std::wstring logFile = settings::Current()->logFile;
-    return logFile.empty() || !platform::Exists(logFile)
-               ? L""
-               : context.texts.Format(L"Errors/LogHint", {platform::ToNativeText(logFile)});
 }
 
 } // namespace controller_cli

@@ -22,7 +22,4 @@ struct Refusal {
 /// reason may be another one when a file was made or removed meanwhile.
 std::wstring RefusalReason(const CommandContext& context, const Refusal& refusal);
 
-/// " Its log: /home/ann/controller.log", or nothing where the settings name no log or there is none.
-std::wstring LogHint(const CommandContext& context);
-
 } // namespace controller_cli

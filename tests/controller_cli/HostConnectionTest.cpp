@@ -1,5 +1,7 @@
 #include "FrontEndFixture.h"
 
+#include "platform/NativePath.h"
+
 namespace {
 
 class HostConnectionTest : public FrontEndFixture {};
@@ -47,8 +49,7 @@ TEST_F(HostConnectionTest, AHostThatGoesAwayBeforeItsAnswerIsTold) {
     for (const wchar_t* const command : {L"--list", L"--watch", L"--cancel-all"}) {
         console.errors.clear();
         EXPECT_EQ(Run({command}), 3);
-        EXPECT_EQ(console.errors,
-                  "controller_cli: The host has gone. Its log may say why; the list of jobs is kept.\n");
+        EXPECT_EQ(console.errors, "controller_cli: The host has gone. The list of jobs is kept.\n");
     }
 }
 
@@ -87,6 +88,15 @@ TEST_F(HostConnectionTest, HandlersAreTakenAwayAtTheEnd) {
     patience = std::chrono::milliseconds(0);
     EXPECT_EQ(Run({L"-c1"}), 3);
     EXPECT_FALSE(host.transmitter.HasHandlers());
+}
+
+TEST_F(HostConnectionTest, ALogThatExistsIsNamedWhenTheHostHasGone) {
+    UseSettings(R"({"version":1,"logFile":"host.log"})");
+    WriteTextFile(folder / L"host.log", "");
+    host.diesAt = L"InitJobsRequest";
+    EXPECT_EQ(Run({L"--list"}), 3);
+    EXPECT_EQ(console.errors, "controller_cli: The host has gone. The list of jobs is kept. The log: " +
+                                  platform::ToUtf8(platform::ToNativeText(folder / L"host.log")) + "\n");
 }
 
 TEST_F(HostConnectionTest, WrongSettingsAreRefusedBeforeAnythingIsSent) {

@@ -177,7 +177,7 @@ TEST_F(LetterCommandsTest, ALogThatExistsIsNamedWhereTheReasonIsNotKnown) {
     WriteTextFile(folder / L"host.log", "");
     EXPECT_EQ(Run({Native(L"jobs.json")}), 1);
     EXPECT_EQ(console.errors, Refused("EnqueueJobs[0].inputFileSets[0]",
-                                      "the host does not say why. Its log: " + platform::ToUtf8(Native(L"host.log"))));
+                                      "the host does not say why. The log: " + platform::ToUtf8(Native(L"host.log"))));
 }
 
 TEST_F(LetterCommandsTest, OnceTheHostHasGoneTheRestFailsUnsent) {

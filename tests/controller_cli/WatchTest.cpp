@@ -93,7 +93,7 @@ TEST_F(WatchTest, AHostThatGoesAwayEndsTheWatching) {
     host.jobs = {Job(1, L"a.stl", JobStatus::Running)};
     Script({[this] { host.transmitter.isEngineThere = false; }});
     EXPECT_EQ(Run({L"--watch"}), 3);
-    EXPECT_EQ(console.errors, "controller_cli: The host has gone. Its log may say why; the list of jobs is kept.\n");
+    EXPECT_EQ(console.errors, "controller_cli: The host has gone. The list of jobs is kept.\n");
 }
 
 } // namespace

@@ -1,0 +1,16 @@
+#include "controller_cli/LogHint.h"
+
+#include "companion/Settings.h"
+#include "platform/FileSystem.h"
+#include "platform/NativePath.h"
+
+namespace controller_cli {
+
+std::wstring LogHint(const CommandContext& context) {
+    const std::wstring logFile = settings::Current()->logFile;
+    return logFile.empty() || !platform::Exists(logFile)
+               ? L""
+               : context.texts.Format(L"Errors/LogHint", {platform::ToNativeText(logFile)});
+}
+
+} // namespace controller_cli
