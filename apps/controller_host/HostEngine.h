@@ -48,7 +48,8 @@ public:
 
     /// Gives the parameter sets of a catalogued scenario, and tells one that is unknown, gone or has a broken
     /// description from one that offers no sets. Returns what is wrong; empty when nothing is.
-    [[nodiscard]] std::wstring ReadParameterSets(const std::wstring& scenarioId, std::vector<ScenarioParameterSetInfo>& sets);
+    [[nodiscard]] std::wstring ReadParameterSets(const std::wstring& scenarioId,
+                                                 std::vector<ScenarioParameterSetInfo>& sets);
 
     /// Deletes what an earlier host was deleting when it was interrupted.
     void FinishDeletions();
