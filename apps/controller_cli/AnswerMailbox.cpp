@@ -3,6 +3,7 @@
 #include <utility>
 
 #include "companion/ControllerCSWrapper.h"
+#include "controller_cli/JobView.h"
 
 namespace controller_cli {
 
@@ -24,7 +25,8 @@ bool AnswerMailbox::UpdateProgress(const std::vector<JobStatusInfo>& infos) {
     const std::lock_guard lock(mutex);
     for (const JobStatusInfo& info : infos) {
         const auto [entry, isNew] = updateOfJob.try_emplace(info.id, updates.size());
-        if (isNew) {
+        if (isNew || (info.status == deletedStatus && HasEnded(updates[entry->second].status))) {
+            entry->second = updates.size();
             updates.push_back(info);
         } else {
             updates[entry->second] = info;

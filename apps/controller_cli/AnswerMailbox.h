@@ -45,7 +45,8 @@ public:
     }
 
     /// Takes the changes of jobs that were told since the last time, and since the last job list: of each job the
-    /// latest, in the order in which the jobs were first told of.
+    /// latest, in the order in which the jobs were first told of. The deletion of a job does not hide how it ended:
+    /// that comes before it.
     std::vector<JobStatusInfo> TakeUpdates();
 
     /// Take the host's "RequestRefused" and "ScenarioProblems", which have no operation among a presenter's.

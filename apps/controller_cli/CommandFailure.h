@@ -15,7 +15,9 @@ enum class ExitCode : std::int32_t {
     /// There is no host, or it does not answer.
     NoHost = 3,
     /// Ctrl-C while jobs were being waited for.
-    Interrupted = 130
+    Interrupted = 130,
+    /// Nobody reads the results any more: the code of a program that SIGPIPE ends.
+    ReaderGone = 141
 };
 
 /// Thrown where a command cannot go on; ends the command.

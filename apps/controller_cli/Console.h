@@ -3,17 +3,28 @@
 #include <cstddef>
 #include <string_view>
 
+#include "platform/Error.h"
+
 namespace controller_cli {
 
-/// Where a command writes to, and what that can show.
+/// Thrown where results cannot be written: a command whose results are lost has failed.
+struct OutputFailure {
+    platform::Error error;
+};
+
+/// Where a command writes to, and what that can show. Results that cannot be written throw `OutputFailure`.
 class Console {
 public:
     /// Results, to standard output.
     virtual void Write(std::wstring_view text) = 0;
     /// Bytes of a file, to standard output as they are.
     virtual void WriteBytes(std::string_view bytes) = 0;
-    /// Why something could not be done, to standard error.
+    /// Why something could not be done, to standard error. What cannot be written there is lost.
     virtual void WriteError(std::wstring_view text) = 0;
+
+    /// Signalled when nobody reads the results any more (`platform::WaitForAny`); null where only a write tells so. The
+    /// console's own.
+    virtual void* ReaderGone() const = 0;
 
     /// True when lines that were written can be drawn over.
     virtual bool IsTerminal() const = 0;

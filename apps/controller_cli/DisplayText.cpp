@@ -129,6 +129,23 @@ std::wstring Cut(std::wstring_view text, std::size_t width) {
     return cut;
 }
 
+std::wstring CutBeginning(std::wstring_view text, std::size_t width) {
+    std::size_t used = DisplayWidth(text);
+    if (used <= width) {
+        return std::wstring(text);
+    }
+    if (width == 0) {
+        return {};
+    }
+    // Nor does the rest begin with a mark that belonged to what was cut.
+    while (!text.empty() && (used >= width || WidthOf(FirstCharacter(text).code) == 0)) {
+        const Character first = FirstCharacter(text);
+        used -= WidthOf(first.code);
+        text.remove_prefix(first.length);
+    }
+    return L'\x2026' + std::wstring(text);
+}
+
 std::wstring Fitted(std::wstring_view text, std::size_t width) {
     std::wstring fitted = Cut(text, width);
     fitted.append(width - DisplayWidth(fitted), L' ');

@@ -17,6 +17,9 @@ std::size_t DisplayWidth(std::wstring_view text);
 /// `text` cut to at most `width` columns; a cut text ends in an ellipsis.
 std::wstring Cut(std::wstring_view text, std::size_t width);
 
+/// The end of `text`, cut to at most `width` columns; a cut text begins with an ellipsis.
+std::wstring CutBeginning(std::wstring_view text, std::size_t width);
+
 /// `text` cut, or filled with blanks, to exactly `width` columns.
 std::wstring Fitted(std::wstring_view text, std::size_t width);
 

@@ -17,14 +17,14 @@ void WaitSilently(LiveJobs& jobs) {
 }
 
 /// A terminal keeps the outcome alone; elsewhere an empty line parts it from what happened before.
-void WaitOnScreen(CommandContext& context, LiveJobs& jobs, const std::vector<std::wstring>& jobIds) {
+void WaitOnScreen(CommandContext& context, LiveJobs& jobs) {
     if (jobs.HaveAllEnded()) {
         return;
     }
     ProgressScreen screen(context, jobs.Board());
-    screen.Show(jobIds);
+    screen.Show(jobs.Board().Ids());
     while (!jobs.HaveAllEnded()) {
-        screen.Show(jobs.WaitForChanges());
+        screen.Show(jobs.WaitForChanges(screen.Interval()));
     }
     if (context.console.IsTerminal()) {
         screen.Clear();
@@ -33,12 +33,12 @@ void WaitOnScreen(CommandContext& context, LiveJobs& jobs, const std::vector<std
     }
 }
 
-void WaitForEnd(CommandContext& context, LiveJobs& jobs, const std::vector<std::wstring>& jobIds, bool asJson) {
+void WaitForEnd(CommandContext& context, LiveJobs& jobs, bool asJson) {
     try {
         if (asJson) {
             WaitSilently(jobs);
         } else {
-            WaitOnScreen(context, jobs, jobIds);
+            WaitOnScreen(context, jobs);
         }
     } catch (const CommandFailure& failure) {
         if (failure.exitCode != ExitCode::Interrupted) {
@@ -48,25 +48,29 @@ void WaitForEnd(CommandContext& context, LiveJobs& jobs, const std::vector<std::
     }
 }
 
+void WriteOutcome(CommandContext& context, const std::vector<JobView>& views) {
+    WriteJobTable(context, views);
+    const std::vector<std::wstring> messages = MessageLines(context, views);
+    const std::wstring gap = messages.empty() ? L"" : L"\n";
+    context.console.Write(gap + JoinedLines(messages) + L"\n" + OutcomeSummary(context, views) + L"\n");
+}
+
 bool HasSucceeded(const JobView& view) {
     return view.job.status == JobStatus::Success;
 }
 
 } // namespace
 
-ExitCode FollowToEnd(CommandContext& context, HostSession& session, const std::vector<std::wstring>& jobIds,
-                     bool asJson) {
-    LiveJobs jobs(session, jobIds);
-    WaitForEnd(context, jobs, jobIds, asJson);
-    const std::vector<JobView>& views = jobs.Board().Views();
+ExitCode FollowToEnd(CommandContext& context, HostSession& session, const std::vector<JobListInfo>& jobs, bool asJson) {
+    LiveJobs liveJobs(session, jobs);
+    WaitForEnd(context, liveJobs, asJson);
+    const std::vector<JobView>& views = liveJobs.Board().Views();
     if (asJson) {
         context.console.Write(JobsJson(views));
     } else {
-        WriteJobTable(context, views);
-        context.console.Write(L"\n" + OutcomeSummary(context, views) + L"\n");
+        WriteOutcome(context, views);
     }
-    const bool isWhole = views.size() == jobIds.size();
-    return isWhole && std::all_of(views.begin(), views.end(), HasSucceeded) ? ExitCode::Success : ExitCode::JobFailed;
+    return std::all_of(views.begin(), views.end(), HasSucceeded) ? ExitCode::Success : ExitCode::JobFailed;
 }
 
 } // namespace controller_cli

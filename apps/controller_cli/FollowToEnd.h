@@ -9,9 +9,8 @@
 
 namespace controller_cli {
 
-/// Shows how these jobs get on until all have ended, then their outcome (as JSON: only that). `JobFailed` unless all
-/// have succeeded.
-ExitCode FollowToEnd(CommandContext& context, HostSession& session, const std::vector<std::wstring>& jobIds,
-                     bool asJson);
+/// Shows how these jobs get on until all have ended, then their outcome (as JSON: only that). `jobs`: as the session's
+/// last job list has them. `JobFailed` unless all have succeeded; a job that is deleted before it ended has not.
+ExitCode FollowToEnd(CommandContext& context, HostSession& session, const std::vector<JobListInfo>& jobs, bool asJson);
 
 } // namespace controller_cli

@@ -12,6 +12,7 @@
 #include "controller_cli/LongCommandLine.h"
 #include "controller_cli/Problems.h"
 #include "controller_cli/commands/Commands.h"
+#include "platform/Console.h"
 #include "platform/Text.h"
 #include "support/ControllerLogManager.h"
 
@@ -116,6 +117,15 @@ ExitCode RunCommand(CommandContext& context, const std::vector<std::wstring>& ar
     return RunJobCommand(context, [&] { return RunLetterCommand(context, arguments); });
 }
 
+/// A reader that has seen enough (`| head`) is nothing to tell of.
+ExitCode TellLostOutput(CommandContext& context, const platform::Error& error) {
+    if (platform::IsReaderGone(error)) {
+        return ExitCode::ReaderGone;
+    }
+    WriteProblem(context, context.texts.Format(L"Errors/Output", {error.Text()}));
+    return ExitCode::Usage;
+}
+
 } // namespace
 
 ExitCode RunFrontEnd(CommandContext& context, const std::vector<std::wstring>& arguments) {
@@ -128,6 +138,8 @@ ExitCode RunFrontEnd(CommandContext& context, const std::vector<std::wstring>& a
         WriteProblem(context, context.texts.Format(problem.textKey, {problem.argument}) + L"\n" +
                                   context.texts.Get(L"Usage/Hint"));
         return ExitCode::Usage;
+    } catch (const OutputFailure& failure) {
+        return TellLostOutput(context, failure.error);
     } catch (const std::exception& failure) {
         WriteProblem(context, platform::FromUtf8(failure.what()));
         return ExitCode::JobFailed;

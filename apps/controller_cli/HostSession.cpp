@@ -86,7 +86,7 @@ std::vector<JobStatusInfo> HostSession::WaitForUpdates(std::optional<millisecond
         if (!updates.empty()) {
             return updates;
         }
-        const Wake wake = WaitForMail(deadline);
+        const Wake wake = WaitForMail(deadline, context.console.ReaderGone());
         if (wake == Wake::HostGone) {
             FailHostGone();
         }
@@ -118,7 +118,7 @@ Answer HostSession::Await(bool wasSent, std::optional<Answer> Answers::*answer) 
     }
 }
 
-HostSession::Wake HostSession::WaitForMail(Deadline deadline) {
+HostSession::Wake HostSession::WaitForMail(Deadline deadline, void* readerGone) {
     for (;;) {
         const bool isConnected = transmitter.IsConnected();
         milliseconds longest = isConnected ? connectionInterval : lastMailTime;
@@ -126,7 +126,7 @@ HostSession::Wake HostSession::WaitForMail(Deadline deadline) {
             const auto left = std::chrono::ceil<milliseconds>(*deadline - steady_clock::now());
             longest = std::clamp(left, milliseconds(0), longest);
         }
-        if (WaitOnce(longest)) {
+        if (WaitOnce(longest, readerGone)) {
             return Wake::Arrived;
         }
         if (!isConnected) {
@@ -139,19 +139,29 @@ HostSession::Wake HostSession::WaitForMail(Deadline deadline) {
 }
 
 /// True when something has arrived.
-bool HostSession::WaitOnce(milliseconds longest) {
-    std::vector<void*> handles = {mailbox.Arrived()};
-    if (context.stop != nullptr) {
-        handles.push_back(context.stop);
-    }
+bool HostSession::WaitOnce(milliseconds longest, void* readerGone) {
+    std::vector<void*> handles = {mailbox.Arrived(), context.stop, readerGone};
+    std::erase(handles, nullptr);
     const auto signalled = platform::WaitForAny(handles, longest);
-    if (signalled == std::size_t{1}) {
-        throw CommandFailure{ExitCode::Interrupted, {}};
+    if (!signalled) {
+        return false;
     }
-    if (signalled) {
-        mailbox.Clear();
+    if (handles[*signalled] == context.stop) {
+        FailInterrupted();
     }
-    return signalled.has_value();
+    if (handles[*signalled] == readerGone) {
+        throw CommandFailure{ExitCode::ReaderGone, {}};
+    }
+    mailbox.Clear();
+    return true;
+}
+
+/// A terminal shows "^C" where the cursor stands; what comes next begins on a line of its own.
+void HostSession::FailInterrupted() const {
+    if (context.console.IsTerminal()) {
+        context.console.Write(L"\n");
+    }
+    throw CommandFailure{ExitCode::Interrupted, {}};
 }
 
 void HostSession::FailHostGone() const {

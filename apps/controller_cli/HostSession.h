@@ -32,7 +32,8 @@ public:
     /// Returns when the host has gone.
     void StopHost();
 
-    /// Waits until jobs have changed and returns the changes, or, when `interval` is over before, none.
+    /// Waits until jobs have changed and returns the changes, or, when `interval` is over before, none. Fails when
+    /// nobody reads the command's results any more.
     std::vector<JobStatusInfo> WaitForUpdates(std::optional<std::chrono::milliseconds> interval = std::nullopt);
 
 private:
@@ -41,8 +42,10 @@ private:
 
     template <typename Answer>
     Answer Await(bool wasSent, std::optional<Answer> Answers::*answer);
-    Wake WaitForMail(Deadline deadline);
-    [[nodiscard]] bool WaitOnce(std::chrono::milliseconds longest);
+    /// `readerGone` ends the wait with a failure; null: nothing does.
+    Wake WaitForMail(Deadline deadline, void* readerGone = nullptr);
+    [[nodiscard]] bool WaitOnce(std::chrono::milliseconds longest, void* readerGone);
+    [[noreturn]] void FailInterrupted() const;
     [[noreturn]] void FailHostGone() const;
     [[noreturn]] void FailNoAnswer() const;
 

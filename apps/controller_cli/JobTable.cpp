@@ -59,8 +59,16 @@ std::wstring TimeText(std::int64_t seconds) {
            TwoDigits(seconds % 60);
 }
 
+bool ShowsOutputFolder(const JobView& view) {
+    return view.job.status == JobStatus::Success && !view.outputFolder.empty();
+}
+
 std::wstring ResultText(const JobView& view) {
-    return view.job.status == JobStatus::Success ? platform::ToNativeText(view.job.outputDir) : view.message;
+    return ShowsOutputFolder(view) ? platform::ToNativeText(view.outputFolder) : view.message;
+}
+
+Cell ResultCell(const JobView& view) {
+    return {ResultText(view), Colour::None, ShowsOutputFolder(view) ? CutAt::Beginning : CutAt::End};
 }
 
 std::vector<Column> Columns(const Texts& texts) {
@@ -74,11 +82,21 @@ std::vector<Cell> RowOf(const CommandContext& context, const JobView& view, Prog
     const JobListInfo& job = view.job;
     return {{std::to_wstring(job.seqId)},
             {StatusText(context.texts, job.status), ColourOf(job.status)},
-            {kind == ProgressKind::Bar ? Bar(job.progress) : PercentText(job.progress)},
+            {kind == ProgressKind::Bar ? Bar(view.progress) : PercentText(view.progress)},
             {TimeText(SecondsOf(job, context.now()))},
             {job.scenario.displayName},
             {InputText(job)},
-            {ResultText(view)}};
+            ResultCell(view)};
+}
+
+void AppendMessage(const std::wstring& heading, const std::wstring& message, std::vector<std::wstring>& lines) {
+    std::wstring indent = heading;
+    for (std::size_t begin = 0; begin <= message.size();) {
+        const std::size_t end = std::min(message.find(L'\n', begin), message.size());
+        lines.push_back(indent + OneLine(message.substr(begin, end - begin)));
+        indent = L"  ";
+        begin = end + 1;
+    }
 }
 
 template <typename Predicate>
@@ -139,9 +157,20 @@ std::wstring JobLine(const CommandContext& context, const JobView& view) {
     const JobListInfo& job = view.job;
     const std::wstring line =
         context.texts.Format(L"Outcome/Line", {std::to_wstring(job.seqId), StatusText(context.texts, job.status),
-                                               PercentText(job.progress), job.scenario.displayName, InputText(job)});
+                                               PercentText(view.progress), job.scenario.displayName, InputText(job)});
     const std::wstring result = ResultText(view);
     return OneLine(result.empty() ? line : line + L": " + result);
+}
+
+std::vector<std::wstring> MessageLines(const CommandContext& context, const std::vector<JobView>& jobs) {
+    std::vector<std::wstring> lines;
+    for (const JobView& view : jobs) {
+        const std::wstring heading = context.texts.Format(L"Outcome/JobMessage", {std::to_wstring(view.job.seqId)});
+        for (std::size_t i = ShowsOutputFolder(view) ? 0 : 1; i < view.messages.size(); ++i) {
+            AppendMessage(heading, view.messages[i], lines);
+        }
+    }
+    return lines;
 }
 
 std::wstring QueueSummary(const CommandContext& context, const std::vector<JobView>& jobs) {

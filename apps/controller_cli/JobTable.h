@@ -28,6 +28,10 @@ std::wstring QueueSummary(const CommandContext& context, const std::vector<JobVi
 /// How many jobs succeeded, failed and were cancelled.
 std::wstring OutcomeSummary(const CommandContext& context, const std::vector<JobView>& jobs);
 
+/// The messages of results that the table of jobs has no room for: all of a job that succeeded, the second and later
+/// ones of others. Further lines of a message are indented.
+std::vector<std::wstring> MessageLines(const CommandContext& context, const std::vector<JobView>& jobs);
+
 /// The name of a status in the person's language.
 std::wstring StatusText(const Texts& texts, JobStatus status);
 

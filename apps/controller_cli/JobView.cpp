@@ -1,46 +1,51 @@
 #include "controller_cli/JobView.h"
 
+#include <algorithm>
 #include <chrono>
 #include <optional>
 #include <utility>
 
-#include "companion/ControllerCSWrapper.h"
-#include "companion/RunProtocol.h"
-#include "platform/FileSystem.h"
-#include "support/PathFuncs.h"
+#include "controller_cli/JobFiles.h"
 
 namespace controller_cli {
 namespace {
 
-std::wstring ProgressMessage(const std::wstring& path) {
-    std::wstring message;
-    int progress = 0;
-    // Of a file that cannot be read there is no message.
-    (void)ControllerCSWrapper::ParseProgressFile(path, message, progress);
-    return message;
+bool IsActive(JobStatus status) {
+    return status == JobStatus::Running || status == JobStatus::Canceling;
 }
 
-std::wstring ResultMessage(const std::wstring& path) {
-    bool succeeded = false;
-    std::vector<std::pair<int, std::wstring>> messages;
-    std::vector<std::wstring> outputFiles;
-    (void)ControllerCSWrapper::ParseRunScenarioResult(path, succeeded, messages, outputFiles);
-    return messages.empty() ? std::wstring() : messages.front().second;
+void TakeProgress(JobView& view) {
+    if (const auto report = LastReportOf(view.job)) {
+        view.message = report->message;
+    }
 }
 
-/// A job that succeeded has its output to show, and one that waits nothing yet.
-std::wstring MessageOf(const JobListInfo& job) {
-    const bool isActive = job.status == JobStatus::Running || job.status == JobStatus::Canceling;
-    const bool hasFailed = HasEnded(job.status) && job.status != JobStatus::Success && job.status != deletedStatus;
-    if (job.workDir.empty() || (!isActive && !hasFailed)) {
-        return {};
+void TakeResult(JobView& view) {
+    ResultReport result = ResultOf(view.job);
+    view.messages = std::move(result.messages);
+    view.outputFiles = std::move(result.outputFiles);
+    view.message = view.messages.empty() ? std::wstring() : view.messages.front();
+    constexpr std::int32_t ended = 100;
+    if (view.job.status != JobStatus::Success && view.progress == ended) {
+        view.progress = LastReportOf(view.job).value_or(ProgressReport()).progress;
     }
-    const std::wstring path =
-        PathFuncs::Join(job.workDir, isActive ? run_protocol::progressFileName : run_protocol::resultFileName);
-    if (!platform::Exists(path)) {
-        return {};
-    }
-    return isActive ? ProgressMessage(path) : ResultMessage(path);
+}
+
+JobListInfo Updated(JobListInfo job, const JobStatusInfo& report) {
+    job.status = report.status;
+    job.progress = report.progress;
+    job.outputDir = report.outputDir;
+    job.workDir = report.workDir;
+    job.startTime = report.startTime;
+    job.endTime = report.endTime;
+    return job;
+}
+
+/// The report says nothing else of it. Its work directory has gone; its results stay.
+void MarkDeleted(JobView& view) {
+    view.job.status = deletedStatus;
+    view.message.clear();
+    view.workFolder.clear();
 }
 
 std::optional<int> Digits(const std::wstring& text, std::size_t begin, std::size_t count) {
@@ -85,7 +90,17 @@ bool HasEnded(JobStatus status) {
 }
 
 JobView ViewOf(const JobListInfo& job) {
-    return {job, MessageOf(job)};
+    JobView view;
+    view.job = job;
+    view.progress = std::clamp(job.progress, 0, 100);
+    view.outputFolder = OutputFolderOf(job);
+    view.workFolder = WorkFolderOf(job);
+    if (IsActive(job.status)) {
+        TakeProgress(view);
+    } else if (HasEnded(job.status)) {
+        TakeResult(view);
+    }
+    return view;
 }
 
 std::int64_t SecondsOf(const JobListInfo& job, std::int64_t now) {
@@ -117,22 +132,31 @@ std::vector<std::wstring> JobBoard::Renew(const std::vector<JobListInfo>& jobs) 
     return changed;
 }
 
+std::vector<std::wstring> JobBoard::Ids() const {
+    std::vector<std::wstring> ids;
+    for (const JobView& view : views) {
+        ids.push_back(view.job.id);
+    }
+    return ids;
+}
+
+const JobView* JobBoard::Find(const std::wstring& id) const {
+    const auto found = indexById.find(id);
+    return found == indexById.end() ? nullptr : &views[found->second];
+}
+
 const JobView* JobBoard::Update(const JobStatusInfo& report) {
     const auto found = indexById.find(report.id);
     if (found == indexById.end()) {
         return nullptr;
     }
-    JobListInfo job = views[found->second].job;
-    job.status = report.status;
-    if (report.status != deletedStatus) {
-        job.progress = report.progress;
-        job.outputDir = report.outputDir;
-        job.workDir = report.workDir;
-        job.startTime = report.startTime;
-        job.endTime = report.endTime;
+    JobView& view = views[found->second];
+    if (report.status == deletedStatus) {
+        MarkDeleted(view);
+    } else {
+        view = ViewOf(Updated(view.job, report));
     }
-    views[found->second] = ViewOf(job);
-    return &views[found->second];
+    return &view;
 }
 
 } // namespace controller_cli

@@ -15,14 +15,24 @@ inline constexpr JobStatus deletedStatus = static_cast<JobStatus>(-1);
 /// What is shown of one job.
 struct JobView {
     JobListInfo job;
-    /// The scenario's last word: what it is doing, or why it failed; empty when it says nothing.
+    /// 0 to 100: how far the scenario is, or was when the job failed or was cancelled. (`job` says 100 of every job
+    /// that has ended.)
+    std::int32_t progress = 0;
+    /// What the scenario is doing, or the first message of its result; empty when it says nothing.
     std::wstring message;
+    /// All messages of its result.
+    std::vector<std::wstring> messages;
+    /// The files that its result names.
+    std::vector<std::wstring> outputFiles;
+    /// The folder of this job's results, and its work directory; empty while there is none.
+    std::wstring outputFolder;
+    std::wstring workFolder;
 };
 
 /// A job that neither waits nor runs.
 bool HasEnded(JobStatus status);
 
-/// Reads the job's message from its work directory.
+/// Reads what the job's work directory says.
 JobView ViewOf(const JobListInfo& job);
 
 /// The seconds that a job has run, or ran; -1 when it never started.
@@ -41,7 +51,11 @@ public:
     /// ids of those that have changed.
     std::vector<std::wstring> Renew(const std::vector<JobListInfo>& jobs);
 
+    /// Null for a job that is not on the board.
+    const JobView* Find(const std::wstring& id) const;
+
     const std::vector<JobView>& Views() const { return views; }
+    std::vector<std::wstring> Ids() const;
 
 private:
     std::vector<JobView> views;

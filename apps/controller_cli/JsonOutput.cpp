@@ -26,6 +26,8 @@ struct JobReport {
     std::wstring workFolder;
     std::wstring startTime;
     std::wstring endTime;
+    std::vector<std::wstring> messages;
+    std::vector<std::wstring> outputFiles;
 };
 
 struct ScenarioReport {
@@ -47,22 +49,29 @@ struct ParameterSetsDocument {
     std::vector<ScenarioParameterSetInfo> parameterSets;
 };
 
+std::vector<std::wstring> NativeTexts(const std::vector<std::wstring>& paths) {
+    std::vector<std::wstring> texts;
+    std::transform(paths.begin(), paths.end(), std::back_inserter(texts), platform::ToNativeText);
+    return texts;
+}
+
 JobReport ReportOf(const JobView& view) {
     const JobListInfo& job = view.job;
     JobReport report;
     report.number = job.seqId;
     report.id = job.id;
     report.status = job.status == deletedStatus ? L"Deleted" : platform::FromUtf8(JobStatusString(job.status));
-    report.progress = job.progress;
+    report.progress = view.progress;
     report.message = view.message;
     report.scenario = job.scenario.displayName;
-    std::transform(job.inputFiles.begin(), job.inputFiles.end(), std::back_inserter(report.inputFiles),
-                   platform::ToNativeText);
+    report.inputFiles = NativeTexts(job.inputFiles);
     report.runArgument = job.runArgument;
-    report.outputFolder = platform::ToNativeText(job.outputDir);
-    report.workFolder = platform::ToNativeText(job.workDir);
+    report.outputFolder = platform::ToNativeText(view.outputFolder);
+    report.workFolder = platform::ToNativeText(view.workFolder);
     report.startTime = job.startTime;
     report.endTime = job.endTime;
+    report.messages = view.messages;
+    report.outputFiles = NativeTexts(view.outputFiles);
     return report;
 }
 
@@ -84,7 +93,8 @@ struct Layout<controller_cli::JobReport> {
                         Member{"scenario", &Record::scenario}, Member{"inputFiles", &Record::inputFiles},
                         Member{"runArgument", &Record::runArgument}, Member{"outputFolder", &Record::outputFolder},
                         Member{"workFolder", &Record::workFolder}, Member{"startTime", &Record::startTime},
-                        Member{"endTime", &Record::endTime});
+                        Member{"endTime", &Record::endTime}, Member{"messages", &Record::messages},
+                        Member{"outputFiles", &Record::outputFiles});
 };
 
 template <>

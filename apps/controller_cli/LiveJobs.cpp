@@ -3,15 +3,18 @@
 #include <algorithm>
 
 namespace controller_cli {
+
 LiveJobs::LiveJobs(HostSession& hostSession) : session(hostSession), followsAll(true), board(hostSession.FetchJobs()) {}
 
-LiveJobs::LiveJobs(HostSession& hostSession, const std::vector<std::wstring>& ids)
-    : session(hostSession), followsAll(false), followed(ids.begin(), ids.end()),
-      board(Selected(hostSession.FetchJobs())) {}
+LiveJobs::LiveJobs(HostSession& hostSession, const std::vector<JobListInfo>& jobs)
+    : session(hostSession), followsAll(false), board(jobs) {}
 
-std::vector<JobListInfo> LiveJobs::Selected(std::vector<JobListInfo> jobs) const {
-    std::erase_if(jobs, [this](const JobListInfo& job) { return !IsFollowed(job.id); });
-    return jobs;
+bool LiveJobs::IsOfInterest(const JobStatusInfo& update) const {
+    if (followsAll) {
+        return true;
+    }
+    const JobView* const view = board.Find(update.id);
+    return view != nullptr && !(update.status == deletedStatus && HasEnded(view->job.status));
 }
 
 bool LiveJobs::HaveAllEnded() const {
@@ -19,11 +22,11 @@ bool LiveJobs::HaveAllEnded() const {
                        [](const JobView& view) { return HasEnded(view.job.status); });
 }
 
-std::vector<std::wstring> LiveJobs::WaitForChanges() {
+std::vector<std::wstring> LiveJobs::WaitForChanges(std::optional<std::chrono::milliseconds> interval) {
     std::vector<std::wstring> changed;
     bool hasNewJobs = false;
-    for (const JobStatusInfo& update : session.WaitForUpdates()) {
-        if (!IsFollowed(update.id)) {
+    for (const JobStatusInfo& update : session.WaitForUpdates(interval)) {
+        if (!IsOfInterest(update)) {
             continue;
         }
         if (board.Update(update) != nullptr) {
@@ -34,7 +37,7 @@ std::vector<std::wstring> LiveJobs::WaitForChanges() {
     }
     if (hasNewJobs) {
         // A report does not say everything of a job that is new to the board.
-        const std::vector<std::wstring> renewed = board.Renew(Selected(session.FetchJobs()));
+        const std::vector<std::wstring> renewed = board.Renew(session.FetchJobs());
         changed.insert(changed.end(), renewed.begin(), renewed.end());
     }
     return changed;

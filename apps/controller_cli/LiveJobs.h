@@ -3,7 +3,8 @@
 #include "controller_cli/HostSession.h"
 #include "controller_cli/JobView.h"
 
-#include <set>
+#include <chrono>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -14,23 +15,22 @@ class LiveJobs {
 public:
     /// Follows all jobs, also those that come later. The session outlives this object.
     explicit LiveJobs(HostSession& hostSession);
-    /// Follows these jobs alone, by their ids.
-    LiveJobs(HostSession& hostSession, const std::vector<std::wstring>& ids);
+    /// Follows these jobs alone. They are as the session's last job list has them, so that nothing that was told of
+    /// them since is missed. One that has ended stays as it ended, also when it is deleted then.
+    LiveJobs(HostSession& hostSession, const std::vector<JobListInfo>& jobs);
 
     const JobBoard& Board() const { return board; }
     bool HaveAllEnded() const;
 
-    /// Waits for changes and takes them over; the ids of the jobs that have changed, empty when none of them is
-    /// followed.
-    std::vector<std::wstring> WaitForChanges();
+    /// Waits for changes, at most `interval`, and takes them over; the ids of the jobs that have changed, empty when
+    /// none of them is followed or the time is over.
+    std::vector<std::wstring> WaitForChanges(std::optional<std::chrono::milliseconds> interval = std::nullopt);
 
 private:
-    bool IsFollowed(const std::wstring& id) const { return followsAll || followed.contains(id); }
-    std::vector<JobListInfo> Selected(std::vector<JobListInfo> jobs) const;
+    bool IsOfInterest(const JobStatusInfo& update) const;
 
     HostSession& session;
     bool followsAll;
-    std::set<std::wstring> followed;
     JobBoard board;
 };
 

@@ -1,6 +1,8 @@
 #include "controller_cli/ProgressScreen.h"
 
 #include <algorithm>
+#include <cstddef>
+#include <utility>
 
 #include "controller_cli/DisplayText.h"
 #include "controller_cli/JobTable.h"
@@ -8,12 +10,9 @@
 namespace controller_cli {
 namespace {
 
-/// What must be seen comes first.
-int Rank(JobStatus status) {
-    if (status == JobStatus::Queued) {
-        return 2;
-    }
-    return HasEnded(status) ? 1 : 0;
+/// Jobs of one kind behind those that are shown already.
+void Append(const std::vector<const JobView*>& jobs, std::size_t room, std::vector<const JobView*>& shown) {
+    shown.insert(shown.end(), jobs.begin(), jobs.begin() + static_cast<std::ptrdiff_t>(std::min(room, jobs.size())));
 }
 
 std::wstring UpOver(std::size_t lines) {
@@ -31,7 +30,12 @@ ProgressScreen::ProgressScreen(CommandContext& commandContext, const JobBoard& j
     }
 }
 
+std::optional<std::chrono::milliseconds> ProgressScreen::Interval() const {
+    return context.console.IsTerminal() ? std::optional(std::chrono::milliseconds(1000)) : std::nullopt;
+}
+
 void ProgressScreen::Show(const std::vector<std::wstring>& changed) {
+    NoteEnds(changed);
     if (context.console.IsTerminal()) {
         Redraw();
     } else {
@@ -50,45 +54,73 @@ void ProgressScreen::ShowLines(const std::vector<std::wstring>& changed) {
     context.console.Write(lines);
 }
 
-std::vector<const JobView*> ProgressScreen::JobsToShow(std::size_t room) const {
-    std::vector<const JobView*> jobs;
-    for (const JobView& view : board.Views()) {
-        if (view.job.status != deletedStatus && !endedBefore.contains(view.job.id)) {
-            jobs.push_back(&view);
+void ProgressScreen::NoteEnds(const std::vector<std::wstring>& changed) {
+    for (const std::wstring& id : changed) {
+        const JobView* const view = board.Find(id);
+        if (view != nullptr && HasEnded(view->job.status)) {
+            orderOfEnds.try_emplace(id, orderOfEnds.size());
         }
     }
-    if (jobs.size() <= room) {
-        return jobs;
+}
+
+std::vector<const JobView*> ProgressScreen::JobsToShow(std::size_t room) const {
+    std::vector<const JobView*> active;
+    std::vector<const JobView*> waiting;
+    std::vector<const JobView*> ended;
+    for (const JobView& view : board.Views()) {
+        if (view.job.status == deletedStatus || endedBefore.contains(view.job.id)) {
+            continue;
+        }
+        const bool isWaiting = view.job.status == JobStatus::Queued;
+        (isWaiting ? waiting : HasEnded(view.job.status) ? ended : active).push_back(&view);
     }
-    // Addresses within one list are in list order.
-    std::stable_sort(jobs.begin(), jobs.end(), [](const JobView* left, const JobView* right) {
-        return Rank(left->job.status) < Rank(right->job.status);
+    std::stable_sort(ended.begin(), ended.end(), [this](const JobView* left, const JobView* right) {
+        return orderOfEnds.at(left->job.id) > orderOfEnds.at(right->job.id);
     });
-    jobs.resize(room);
-    std::sort(jobs.begin(), jobs.end());
-    return jobs;
+    std::vector<const JobView*> shown;
+    Append(active, room, shown);
+    const std::size_t left = room - shown.size();
+    Append(waiting, left - std::min(ended.size(), left / 2), shown);
+    Append(ended, room - shown.size(), shown);
+    return shown;
 }
 
 void ProgressScreen::Clear() {
-    if (linesDrawn > 0) {
-        context.console.Write(UpOver(linesDrawn) + L"\x1b[J");
-        linesDrawn = 0;
+    if (!drawn.lines.empty()) {
+        context.console.Write(ToBeginning(drawn) + L"\x1b[J");
+        drawn = {};
     }
 }
 
-/// Goes up over what was drawn before. No line reaches the last column, where some terminals would begin a new one.
-void ProgressScreen::Redraw() {
-    const std::size_t width = std::max<std::size_t>(context.console.Width(), 2) - 1;
+/// No line reaches the last column, where some terminals would begin a new one.
+ProgressScreen::Drawing ProgressScreen::Draw() const {
+    Drawing drawing{context.console.Width(), context.console.Height(), {}};
+    const std::size_t width = std::max<std::size_t>(drawing.width, 2) - 1;
     constexpr std::size_t otherLines = 3; // headings, summary, cursor
-    const std::size_t room = std::max(context.console.Height(), otherLines + 1) - otherLines;
-    std::vector<std::wstring> lines = JobTableLines(context, JobsToShow(room), ProgressKind::Bar, width);
-    lines.push_back(Cut(QueueSummary(context, board.Views()), width));
-    std::wstring screen = UpOver(linesDrawn);
-    for (const std::wstring& line : lines) {
+    const std::size_t room = std::max(drawing.height, otherLines + 1) - otherLines;
+    drawing.lines = JobTableLines(context, JobsToShow(room), ProgressKind::Bar, width);
+    drawing.lines.push_back(Cut(QueueSummary(context, board.Views()), width));
+    return drawing;
+}
+
+/// Up over what was drawn before. A terminal that got another size has moved or broken those lines, and may have taken
+/// some of them off its upper edge: they are found nowhere but by clearing all of it.
+std::wstring ProgressScreen::ToBeginning(const Drawing& next) const {
+    const bool hasOtherSize = next.width != drawn.width || next.height != drawn.height;
+    return !drawn.lines.empty() && hasOtherSize ? L"\x1b[H\x1b[2J" : UpOver(drawn.lines.size());
+}
+
+void ProgressScreen::Redraw() {
+    Drawing next = Draw();
+    if (next == drawn) {
+        return;
+    }
+    std::wstring screen = ToBeginning(next);
+    for (const std::wstring& line : next.lines) {
         screen += line + L"\x1b[K\n";
     }
     screen += L"\x1b[J";
-    linesDrawn = lines.size();
+    drawn = std::move(next);
     context.console.Write(screen);
 }
 

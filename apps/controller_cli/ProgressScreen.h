@@ -3,7 +3,10 @@
 #include "controller_cli/CommandContext.h"
 #include "controller_cli/JobView.h"
 
+#include <chrono>
 #include <cstddef>
+#include <map>
+#include <optional>
 #include <set>
 #include <string>
 #include <vector>
@@ -19,20 +22,38 @@ public:
     /// Shows the jobs as they are now. `changed`: the ids of those that have changed since the last time.
     void Show(const std::vector<std::wstring>& changed);
 
+    /// After how long to show the jobs again though none has changed: a table has running clocks, and its terminal may
+    /// have got another size. Nothing: not before a change.
+    std::optional<std::chrono::milliseconds> Interval() const;
+
     /// Takes the table away; lines stay.
     void Clear();
 
 private:
+    struct Drawing {
+        std::size_t width = 0;
+        std::size_t height = 0;
+        std::vector<std::wstring> lines;
+
+        bool operator==(const Drawing&) const = default;
+    };
+
     void ShowLines(const std::vector<std::wstring>& changed);
     void Redraw();
-    /// The jobs to show, as many as there is room for: active ones before those that have ended, those before waiting
-    /// ones; in list order.
+    /// Notes the order in which jobs end.
+    void NoteEnds(const std::vector<std::wstring>& changed);
+    Drawing Draw() const;
+    /// How to get to where the drawing begins.
+    std::wstring ToBeginning(const Drawing& next) const;
+    /// As many jobs as there is room for: active ones, then waiting ones in list order, then the latest ends. The
+    /// waiting ones leave half of the room to the ends.
     std::vector<const JobView*> JobsToShow(std::size_t room) const;
 
     CommandContext& context;
     const JobBoard& board;
     std::set<std::wstring> endedBefore;
-    std::size_t linesDrawn = 0;
+    std::map<std::wstring, std::size_t> orderOfEnds;
+    Drawing drawn;
 };
 
 } // namespace controller_cli

@@ -7,15 +7,21 @@
 namespace controller_cli {
 
 void SystemConsole::Write(std::wstring_view text) {
-    platform::WriteOutput(platform::ToUtf8(text));
+    WriteBytes(platform::ToUtf8(text));
 }
 
 void SystemConsole::WriteBytes(std::string_view bytes) {
-    platform::WriteOutput(bytes);
+    if (const platform::Error error = platform::WriteOutput(bytes)) {
+        throw OutputFailure{error};
+    }
 }
 
 void SystemConsole::WriteError(std::wstring_view text) {
     platform::WriteErrorOutput(platform::ToUtf8(text));
+}
+
+void* SystemConsole::ReaderGone() const {
+    return platform::OutputReaderGone();
 }
 
 bool SystemConsole::IsTerminal() const {

@@ -10,6 +10,7 @@ public:
     void Write(std::wstring_view text) override;
     void WriteBytes(std::string_view bytes) override;
     void WriteError(std::wstring_view text) override;
+    void* ReaderGone() const override;
     bool IsTerminal() const override;
     bool HasColours() const override;
     std::size_t Width() const override;

@@ -53,7 +53,7 @@ void Narrow(const std::vector<Column>& columns, std::size_t limit, Widths& width
 }
 
 std::wstring CellText(const Cell& cell, ColumnKind kind, std::size_t width, bool hasColours) {
-    const std::wstring text = Cut(cell.text, width);
+    const std::wstring text = cell.cutAt == CutAt::End ? Cut(cell.text, width) : CutBeginning(cell.text, width);
     const std::wstring blanks(width - DisplayWidth(text), L' ');
     const std::wstring shown = hasColours ? Coloured(text, cell.colour) : text;
     return kind == ColumnKind::Number ? blanks + shown : shown + blanks;

@@ -9,9 +9,13 @@
 
 namespace controller_cli {
 
+/// Where a text that is too long is cut: of a path the end tells more.
+enum class CutAt { End, Beginning };
+
 struct Cell {
     std::wstring text;
     Colour colour = Colour::None;
+    CutAt cutAt = CutAt::End;
 };
 
 enum class ColumnKind {

@@ -1,3 +1,5 @@
+#include <string_view>
+
 #include "controller_host/Background.h"
 #include "controller_host/Host.h"
 #include "controller_host/HostOptions.h"
@@ -11,14 +13,23 @@
 
 namespace {
 
+/// A reader that has seen enough (`| head`) is nothing to tell of.
+HostExit Print(std::string_view text) {
+    const platform::Error error = platform::WriteOutput(text);
+    if (!error || platform::IsReaderGone(error)) {
+        return error ? HostExit::ReaderGone : HostExit::Ended;
+    }
+    platform::WriteErrorOutput("controller_host: standard output cannot be written: " + platform::ToUtf8(error.Text()) +
+                               "\n");
+    return HostExit::WrongUse;
+}
+
 HostExit Run(const HostOptions& options) {
     switch (options.mode) {
     case HostOptions::Mode::Help:
-        platform::WriteOutput(hostUsage);
-        return HostExit::Ended;
+        return Print(hostUsage);
     case HostOptions::Mode::Version:
-        platform::WriteOutput("controller_host " CONTROLLER_VERSION "\n");
-        return HostExit::Ended;
+        return Print("controller_host " CONTROLLER_VERSION "\n");
     case HostOptions::Mode::Wrong:
         platform::WriteErrorOutput("controller_host: '" + platform::ToUtf8(platform::Escaped(options.problem)) +
                                    "' is no option.\n\n" + hostUsage);

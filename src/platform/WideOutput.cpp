@@ -22,7 +22,8 @@ std::wstring AsOneLine(std::wstring text) {
 class WideOutput final : public std::wstreambuf {
 protected:
     std::streamsize xsputn(const wchar_t* text, std::streamsize count) override {
-        WriteOutput(ToUtf8(AsOneLine({text, static_cast<std::size_t>(count)})));
+        // A stream that has failed would lose what can be written later, too.
+        (void)WriteOutput(ToUtf8(AsOneLine({text, static_cast<std::size_t>(count)})));
         return count;
     }
 

@@ -34,6 +34,16 @@ TEST(DisplayTextTest, ATextThatIsTooWideEndsInAnEllipsis) {
     EXPECT_EQ(Cut(L"\U0001F600\U0001F600", 3), L"\U0001F600\x2026");
 }
 
+TEST(DisplayTextTest, APathThatIsTooWideBeginsWithAnEllipsis) {
+    EXPECT_EQ(CutBeginning(L"/a/part", 7), L"/a/part");
+    EXPECT_EQ(CutBeginning(L"/a/part", 6), L"\x2026/part");
+    EXPECT_EQ(CutBeginning(L"/a/part", 1), L"\x2026");
+    EXPECT_EQ(CutBeginning(L"/a/part", 0), L"");
+    EXPECT_EQ(CutBeginning(L"\x4e16\x754c\x4e16", 4), L"\x2026\x4e16");
+    EXPECT_EQ(CutBeginning(L"ae\x0301x", 2), L"\x2026x");
+    EXPECT_EQ(CutBeginning(L"\U0001F600\U0001F600", 3), L"\x2026\U0001F600");
+}
+
 TEST(DisplayTextTest, FittedFillsWithBlanks) {
     EXPECT_EQ(Fitted(L"ab", 4), L"ab  ");
     EXPECT_EQ(Fitted(L"\x4e16\x754c\x4e16", 4), L"\x4e16\x2026 ");

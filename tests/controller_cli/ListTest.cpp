@@ -136,7 +136,7 @@ TEST_F(ListTest, JsonHasAVersionAndStableNames) {
                   R"("outputFolder":")" +
                   out +
                   R"(","workFolder":"","startTime":"2026-03-05T07:08:09Z",)"
-                  R"("endTime":"2026-03-05T07:08:16Z"}]})"
+                  R"("endTime":"2026-03-05T07:08:16Z","messages":[],"outputFiles":[]}]})"
                   "\n");
 }
 

@@ -90,6 +90,30 @@ TEST_F(LogTest, AJobThatEndsBeforeItRanHasNoLogToFollow) {
     EXPECT_EQ(console.errors, "controller_cli: Job 1 has no log.\n");
 }
 
+TEST_F(LogTest, AWaitingJobThatIsDeletedIsSaidSo) {
+    host.jobs[0].status = JobStatus::Queued;
+    host.onAnswered = [this](const std::wstring&) { host.Report(Status(1, static_cast<JobStatus>(-1))); };
+    EXPECT_EQ(Run({L"--log", L"1", L"--follow"}), 1);
+    EXPECT_EQ(console.errors, "controller_cli: Job 1 was deleted; there is no log.\n");
+}
+
+TEST_F(LogTest, AWaitingJobThatIsDequeuedHasNoLog) {
+    host.jobs[0].status = JobStatus::Queued;
+    host.onAnswered = [this](const std::wstring&) { host.Report(At(JobStatus::Dequeued)); };
+    EXPECT_EQ(Run({L"--log", L"1", L"--follow"}), 1);
+    EXPECT_EQ(console.errors, "controller_cli: Job 1 has no log.\n");
+}
+
+TEST_F(LogTest, AJobThatIsDeletedAfterItsEndHasShownItsLog) {
+    Log("one\n");
+    Script({[this] {
+        host.Report(At(JobStatus::Success));
+        host.Report(Status(1, static_cast<JobStatus>(-1)));
+    }});
+    EXPECT_EQ(Run({L"--log", L"1", L"--follow"}), 0);
+    EXPECT_EQ(console.output, "one\n");
+}
+
 TEST_F(LogTest, CtrlCEndsTheFollowing) {
     Log("one\n");
     Script({});

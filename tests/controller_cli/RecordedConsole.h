@@ -16,17 +16,25 @@ public:
     /// UTF-8.
     std::string output;
     std::string errors;
+    /// Why output cannot be written.
+    platform::Error outputError;
+    /// Null: only a write would tell.
+    void* readerGone = nullptr;
     /// Called after each piece of output: what happens next in the test's script.
     std::function<void()> onWrite;
 
     void Write(std::wstring_view text) override { WriteBytes(platform::ToUtf8(text)); }
     void WriteBytes(std::string_view bytes) override {
+        if (outputError) {
+            throw controller_cli::OutputFailure{outputError};
+        }
         output += bytes;
         if (onWrite) {
             onWrite();
         }
     }
     void WriteError(std::wstring_view text) override { errors += platform::ToUtf8(text); }
+    void* ReaderGone() const override { return readerGone; }
     bool IsTerminal() const override { return isTerminal; }
     bool HasColours() const override { return hasColours; }
     std::size_t Width() const override { return width; }

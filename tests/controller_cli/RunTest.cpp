@@ -128,14 +128,14 @@ TEST_F(RunTest, ARefusedInputIsNamedAndTheOthersRun) {
     host.jobs = {Job(1, L"a.stl", JobStatus::Success)};
     EXPECT_EQ(Run({L"--run", L"r.rb", a, b}), 1);
     EXPECT_EQ(console.errors,
-              "controller_cli: The host has refused the input " + platform::ToUtf8(b) + "; its log says why.\n");
+              "controller_cli: The host has refused the input " + platform::ToUtf8(b) + ": it does not say why.\n");
     EXPECT_NE(console.output.find("Succeeded: 1, failed: 0, cancelled: 0\n"), std::string::npos);
 }
 
 TEST_F(RunTest, ARefusedScenarioIsNamed) {
     AnswerWith({{}});
     EXPECT_EQ(Run({L"--run", L"nothing.rb", a}), 1);
-    EXPECT_EQ(console.errors, "controller_cli: The host has refused to run nothing.rb; its log says why.\n");
+    EXPECT_EQ(console.errors, "controller_cli: The host has refused to run nothing.rb: it does not say why.\n");
     EXPECT_EQ(console.output, "");
 }
 

@@ -45,6 +45,9 @@ void ScriptedHost::Answer(const ScriptedTransmitter::Event& request) {
         transmitter.isEngineThere = false;
         return;
     }
+    if (onRequest) {
+        onRequest(request.name);
+    }
     if (const auto first = firstAnswers.find(request.name); first != firstAnswers.end()) {
         transmitter.Deliver(first->second.name, first->second.payload);
     }
@@ -53,6 +56,9 @@ void ScriptedHost::Answer(const ScriptedTransmitter::Event& request) {
         transmitter.Deliver(answer->second.name, answer->second.payload);
     } else if (request.name == L"InitJobsRequest") {
         transmitter.Deliver(L"InitJobsResponse", ControllerCSWrapper::Serialize(L"InitJobsResponse", jobs));
+    }
+    if (onAnswered) {
+        onAnswered(request.name);
     }
     if (request.name == L"TerminateRequest") {
         transmitter.isEngineThere = false;

@@ -4,6 +4,7 @@
 #include "controller_cli/HostAccess.h"
 #include "records/JobRecords.h"
 
+#include <functional>
 #include <map>
 #include <string>
 #include <vector>
@@ -26,6 +27,10 @@ public:
     std::map<std::wstring, ScriptedTransmitter::Event> answers;
     /// What a request is answered with before that.
     std::map<std::wstring, ScriptedTransmitter::Event> firstAnswers;
+    /// Called with the name of a request before it is answered: what it makes of the jobs.
+    std::function<void(const std::wstring&)> onRequest;
+    /// Called with it after it has been answered.
+    std::function<void(const std::wstring&)> onAnswered;
     /// Requests that take the host away.
     std::wstring diesAt;
 

@@ -1,5 +1,7 @@
 #include "FrontEndFixture.h"
 
+#include <sstream>
+
 namespace {
 
 class WatchTest : public FrontEndFixture {
@@ -8,6 +10,17 @@ protected:
         console.isTerminal = true;
         console.width = width;
         console.height = height;
+    }
+
+    /// The numbers of the jobs in the table that was drawn last, from above.
+    std::vector<std::string> NumbersInLastTable() const {
+        std::istringstream lines(console.output.substr(console.output.rfind("Job  State")));
+        std::vector<std::string> numbers;
+        std::string line;
+        for (std::getline(lines, line); std::getline(lines, line) && line.starts_with("  ");) {
+            numbers.push_back(line.substr(2, 1));
+        }
+        return numbers;
     }
 };
 
@@ -36,7 +49,8 @@ TEST_F(WatchTest, OnATerminalATableIsDrawnOver) {
         "Job  State                        Progress  Time  Scenario     Input  Output folder, or what the s…\x1b[K\n"
         "  2  Running  [#########...........]  45 %        Mesh report  b.stl\x1b[K\n"
         "Queued: 0, running: 1, ended: 1\x1b[K\n"
-        "\x1b[J");
+        "\x1b[J"
+        "\n");
 }
 
 TEST_F(WatchTest, ALowTerminalShowsWhatRunsFirst) {
@@ -51,6 +65,69 @@ TEST_F(WatchTest, ALowTerminalShowsWhatRunsFirst) {
     EXPECT_NE(console.output.find("Queued: 2, running: 2, ended: 0"), std::string::npos);
 }
 
+TEST_F(WatchTest, WhatRunsAndTheLatestEndsStayInView) {
+    OnTerminal(60, 6);
+    for (std::int32_t number = 1; number <= 5; ++number) {
+        host.jobs.push_back(Job(number, std::to_wstring(number) + L".stl", JobStatus::Queued));
+    }
+    Script({[this] {
+        for (const std::int32_t number : {2, 1, 4}) {
+            host.Report(Status(number, JobStatus::Failed));
+        }
+        host.Report(Status(5, JobStatus::Running));
+    }});
+    EXPECT_EQ(Run({L"--watch"}), 0);
+    EXPECT_EQ(NumbersInLastTable(), (std::vector<std::string>{"5", "3", "4"}));
+}
+
+TEST_F(WatchTest, EndsAreShownLatestFirstBelowWhatWaits) {
+    OnTerminal(60, 24);
+    host.jobs = {Job(1, L"a.stl", JobStatus::Queued), Job(2, L"b.stl", JobStatus::Queued),
+                 Job(3, L"c.stl", JobStatus::Queued), Job(4, L"d.stl", JobStatus::Queued)};
+    Script({[this] {
+                host.Report(Status(2, JobStatus::Failed));
+                host.Report(Status(4, JobStatus::Running));
+            },
+            [this] { host.Report(Status(1, JobStatus::Success)); }});
+    EXPECT_EQ(Run({L"--watch"}), 0);
+    EXPECT_EQ(NumbersInLastTable(), (std::vector<std::string>{"4", "3", "1", "2"}));
+}
+
+TEST_F(WatchTest, WaitingJobsTakeTheRoomThatNoEndNeeds) {
+    OnTerminal(60, 6);
+    host.jobs = {Job(1, L"a.stl", JobStatus::Queued), Job(2, L"b.stl", JobStatus::Queued),
+                 Job(3, L"c.stl", JobStatus::Queued), Job(4, L"d.stl", JobStatus::Queued)};
+    Script({});
+    EXPECT_EQ(Run({L"--watch"}), 0);
+    EXPECT_EQ(NumbersInLastTable(), (std::vector<std::string>{"1", "2", "3"}));
+}
+
+TEST_F(WatchTest, ATerminalOfAnotherSizeIsCleared) {
+    OnTerminal(60, 24);
+    host.jobs = {Job(1, L"a.stl", JobStatus::Queued)};
+    Script({[this] {
+                OnTerminal(60, 48);
+                host.Report(Status(1, JobStatus::Running));
+            },
+            [this] { host.Report(Status(1, JobStatus::Running, 50)); }});
+    EXPECT_EQ(Run({L"--watch"}), 0);
+    const std::size_t cleared = console.output.find("\x1b[H\x1b[2JJob ");
+    ASSERT_NE(cleared, std::string::npos) << console.output;
+    EXPECT_EQ(console.output.find("\x1b[3A"), console.output.rfind("\x1b[3A"));
+    EXPECT_GT(console.output.find("\x1b[3AJob "), cleared);
+}
+
+TEST_F(WatchTest, WhatLooksTheSameIsNotDrawnAgain) {
+    OnTerminal(60, 24);
+    host.jobs = {Job(1, L"a.stl", JobStatus::Running)};
+    host.onAnswered = [this](const std::wstring&) {
+        host.Report(Status(1, JobStatus::Running));
+        stop.Raise();
+    };
+    EXPECT_EQ(Run({L"--watch"}), 0);
+    EXPECT_EQ(console.output.find("Job  State"), console.output.rfind("Job  State"));
+}
+
 TEST_F(WatchTest, NoLineReachesTheLastColumn) {
     OnTerminal(40, 24);
     host.jobs = {Job(1, L"a-very-long-name-of-an-input-file.stl", JobStatus::Running)};
@@ -59,7 +136,8 @@ TEST_F(WatchTest, NoLineReachesTheLastColumn) {
     EXPECT_EQ(console.output, "Job  State                     Progress\x1b[K\n"
                               "  1  Running  [....................]  …\x1b[K\n"
                               "Queued: 0, running: 1, ended: 0\x1b[K\n"
-                              "\x1b[J");
+                              "\x1b[J"
+                              "\n");
 }
 
 TEST_F(WatchTest, AJobThatComesLaterIsShown) {

@@ -1,8 +1,11 @@
 #include "HostProcessFixture.h"
 
+#include <optional>
+
 #include "platform/FileSystem.h"
 #include "platform/LineEnd.h"
 #include "platform/NativePath.h"
+#include "platform/Text.h"
 #include "support/OtherProcesses.h"
 
 namespace {
@@ -111,6 +114,28 @@ TEST_F(CommandLineTest, OneFrontEndSeesWhatAnotherOneDoes) {
     EXPECT_NE(rest.find("Succeeded: 0, failed: 0, cancelled: 1\n"), std::string::npos) << rest;
     ASSERT_TRUE(test_support::WaitUntilSignalled(waiting.Get()));
     EXPECT_EQ(platform::ExitCode(waiting.Get()), 1);
+}
+
+TEST_F(CommandLineTest, AFrontEndWhoseReaderHasGoneEnds) {
+    StartHost();
+    for (const std::vector<std::wstring>& arguments :
+         std::vector<std::vector<std::wstring>>{{L"--wait", L"1"}, {L"--watch"}}) {
+        const std::string jobs = Cli({Native(JobsFile("wait"))}).output;
+        const std::string number = jobs.substr(0, jobs.find(','));
+        std::optional<platform::OutputPipe> pipe(std::in_place);
+        ASSERT_FALSE(pipe->Open());
+        platform::ProcessStart start = FrontEndProcess(arguments);
+        start.output = pipe->WriteEnd();
+        platform::OwnedHandle showing;
+        ASSERT_FALSE(platform::StartProcess(start, showing));
+        pipe->CloseWriteEnd();
+        ASSERT_TRUE(test_support::ReadUntil(*pipe, "Job " + number));
+        pipe.reset();
+        // Windows tells of it when the next change is written.
+        EXPECT_EQ(Cli({L"--cancel", platform::FromUtf8(number)}).exitCode, 0);
+        ASSERT_TRUE(test_support::WaitUntilSignalled(showing.Get()));
+        EXPECT_EQ(platform::ExitCode(showing.Get()), 141);
+    }
 }
 
 TEST_F(CommandLineTest, AFrontEndNoticesThatTheHostIsKilled) {

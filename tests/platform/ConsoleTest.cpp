@@ -7,6 +7,7 @@
 
 #include "platform/SystemHelpers.h"
 #include "platform/Text.h"
+#include "platform/Waiting.h"
 #include "support/TemporaryFolder.h"
 
 namespace {
@@ -18,7 +19,7 @@ protected:
         const std::wstring path = folder / L"output";
         {
             const auto redirected = RedirectedOutput::ToFile(path);
-            platform::WriteOutput(text);
+            EXPECT_FALSE(platform::WriteOutput(text));
         }
         return ReadTextFile(path);
     }
@@ -94,12 +95,45 @@ TEST_F(ConsoleTest, AFileIsNoTerminal) {
     EXPECT_EQ(width, 80u);
 }
 
-TEST_F(ConsoleTest, AReaderThatHasGoneIsIgnored) {
+TEST_F(ConsoleTest, AReaderThatHasGoneIsToldAndEndsNobody) {
+    platform::Error error;
     {
         const auto redirected = RedirectedOutput::ToBrokenPipe();
-        platform::WriteOutput("nobody reads this");
+        error = platform::WriteOutput("nobody reads this");
     }
+    EXPECT_TRUE(error);
+    EXPECT_TRUE(platform::IsReaderGone(error));
     EXPECT_EQ(Written("the next one does"), "the next one does");
+}
+
+TEST_F(ConsoleTest, AnOutputThatCannotBeWrittenIsTold) {
+    platform::Error error;
+    {
+        const auto redirected = RedirectedOutput::ToUnwritable();
+        error = platform::WriteOutput("nobody gets this");
+    }
+    EXPECT_TRUE(error);
+    EXPECT_FALSE(platform::IsReaderGone(error));
+    EXPECT_FALSE(platform::IsReaderGone(platform::Error()));
+}
+
+TEST_F(ConsoleTest, AFileHasNoReaderToWaitFor) {
+    void* reader = &folder;
+    {
+        const auto redirected = RedirectedOutput::ToFile(folder / L"output");
+        reader = platform::OutputReaderGone();
+    }
+    EXPECT_EQ(reader, nullptr);
+}
+
+// Null on Windows, where a write tells it.
+TEST_F(ConsoleTest, TheEndOfAReaderIsSignalled) {
+    const auto redirected = RedirectedOutput::ToBrokenPipe();
+    void* const reader = platform::OutputReaderGone();
+    EXPECT_EQ(reader == nullptr, OnWindows());
+    if (reader != nullptr) {
+        EXPECT_EQ(platform::WaitForAny({reader}, std::chrono::milliseconds(0)), std::size_t{0});
+    }
 }
 
 } // namespace

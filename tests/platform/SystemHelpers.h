@@ -83,6 +83,8 @@ class RedirectedOutput {
 public:
     /// Into a new file, exactly as it is written.
     static RedirectedOutput ToFile(const std::wstring& path);
+    /// To where nothing can be written.
+    static RedirectedOutput ToUnwritable();
     /// Into a pipe whose reader has gone.
     static RedirectedOutput ToBrokenPipe();
     ~RedirectedOutput();

@@ -42,7 +42,7 @@ void PrintMegabytes(const std::wstring& count) {
         megabyte += "one of very many lines, each of them of sixty-four characters..\n";
     }
     for (int number = 0; number < std::stoi(count); ++number) {
-        platform::WriteOutput(megabyte);
+        (void)platform::WriteOutput(megabyte);
     }
 }
 

@@ -21,7 +21,7 @@ namespace {
 using Arguments = std::vector<std::wstring>;
 
 void Print(const std::wstring& text) {
-    platform::WriteOutput(platform::ToUtf8(text) + "\n");
+    (void)platform::WriteOutput(platform::ToUtf8(text) + "\n");
 }
 
 [[noreturn]] void WaitForEver() {
@@ -98,14 +98,14 @@ int PrintLines(const Arguments& arguments) {
         line.resize(lineLength - 1, '.');
         lines += line + "\n";
         if (lines.size() >= writeSize || number == count) {
-            platform::WriteOutput(std::exchange(lines, {}));
+            (void)platform::WriteOutput(std::exchange(lines, {}));
         }
     }
     return 0;
 }
 
 int PrintToBothStreams(const Arguments&) {
-    platform::WriteOutput("out\n");
+    (void)platform::WriteOutput("out\n");
     platform::WriteErrorOutput("error\n");
     return 0;
 }

@@ -69,7 +69,7 @@ platform::OwnedHandle StartAnother(const Words& steps) {
 }
 
 void Print(const std::wstring& text) {
-    platform::WriteOutput(platform::ToUtf8(text) + "\n");
+    (void)platform::WriteOutput(platform::ToUtf8(text) + "\n");
 }
 
 void PrintLines(const std::wstring& count) {
@@ -78,10 +78,10 @@ void PrintLines(const std::wstring& count) {
     for (int number = 1; number <= std::stoi(count); ++number) {
         lines += "line " + std::to_string(number) + " of many\n";
         if (number % linesAtOnce == 0) {
-            platform::WriteOutput(std::exchange(lines, {}));
+            (void)platform::WriteOutput(std::exchange(lines, {}));
         }
     }
-    platform::WriteOutput(lines);
+    (void)platform::WriteOutput(lines);
 }
 
 void PrintVariable(const std::wstring& name) {

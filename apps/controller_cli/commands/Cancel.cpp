@@ -1,7 +1,9 @@
 #include "controller_cli/commands/Commands.h"
 
+#include <algorithm>
 #include <map>
 #include <string>
+#include <utility>
 #include <vector>
 
 #include "controller_cli/HostSession.h"
@@ -11,14 +13,24 @@
 namespace controller_cli::commands {
 namespace {
 
-/// What the request has made of jobs; one that had ended is not in the answer.
+/// What has become of the jobs that were to be cancelled. The answer leaves out those that could not be cancelled any
+/// more: since the list was fetched they may have ended, been deleted, or been cancelled by somebody else. And it may
+/// name jobs that came since then.
 class Outcome {
 public:
-    explicit Outcome(const std::vector<JobStatusInfo>& cancelled) {
+    Outcome(HostSession& session, std::vector<JobListInfo> askedFor, const std::vector<JobStatusInfo>& cancelled)
+        : jobs(std::move(askedFor)) {
         for (const JobStatusInfo& info : cancelled) {
             statusById[info.id] = info.status;
         }
+        if (std::any_of(jobs.begin(), jobs.end(), [this](const JobListInfo& job) { return IsUnknown(job); }) ||
+            std::any_of(cancelled.begin(), cancelled.end(),
+                        [this](const auto& info) { return !IsAskedFor(info.id); })) {
+            TakeList(session.FetchJobs());
+        }
     }
+
+    const std::vector<JobListInfo>& Jobs() const { return jobs; }
 
     JobStatus StatusOf(const JobListInfo& job) const {
         const auto found = statusById.find(job.id);
@@ -26,6 +38,26 @@ public:
     }
 
 private:
+    bool IsUnknown(const JobListInfo& job) const { return !HasEnded(job.status) && !statusById.contains(job.id); }
+
+    bool IsAskedFor(const std::wstring& id) const {
+        return std::any_of(jobs.begin(), jobs.end(), [&](const JobListInfo& job) { return job.id == id; });
+    }
+
+    /// A job that was there before and is not listed now was deleted.
+    void TakeList(const std::vector<JobListInfo>& list) {
+        for (const JobListInfo& job : jobs) {
+            statusById.try_emplace(job.id, deletedStatus);
+        }
+        for (const JobListInfo& job : list) {
+            if (statusById.contains(job.id) && !IsAskedFor(job.id)) {
+                jobs.push_back(job);
+            }
+            statusById[job.id] = job.status;
+        }
+    }
+
+    std::vector<JobListInfo> jobs;
     std::map<std::wstring, JobStatus> statusById;
 };
 
@@ -34,28 +66,26 @@ std::wstring Line(const CommandContext& context, const JobListInfo& job, JobStat
            L"\n";
 }
 
+void WriteOutcome(CommandContext& context, const Outcome& outcome) {
+    for (const JobListInfo& job : outcome.Jobs()) {
+        context.console.Write(Line(context, job, outcome.StatusOf(job)));
+    }
+}
+
 } // namespace
 
 ExitCode Cancel(CommandContext& context, const LongCommand& command) {
     HostSession session(context, StartOf(command));
     const std::vector<JobListInfo> jobs = SelectJobs(context, session.FetchJobs(), command.ids);
-    const Outcome outcome(session.Cancel(IdsOf(jobs)));
-    for (const JobListInfo& job : jobs) {
-        context.console.Write(Line(context, job, outcome.StatusOf(job)));
-    }
+    WriteOutcome(context, Outcome(session, jobs, session.Cancel(IdsOf(jobs))));
     return ExitCode::Success;
 }
 
 ExitCode CancelAll(CommandContext& context, const LongCommand& command) {
     HostSession session(context, StartOf(command));
-    const std::vector<JobListInfo> jobs = session.FetchJobs();
-    const Outcome outcome(session.CancelAll());
-    for (const JobListInfo& job : jobs) {
-        const JobStatus status = outcome.StatusOf(job);
-        if (!HasEnded(job.status) || status != job.status) {
-            context.console.Write(Line(context, job, status));
-        }
-    }
+    std::vector<JobListInfo> jobs = session.FetchJobs();
+    std::erase_if(jobs, [](const JobListInfo& job) { return HasEnded(job.status); });
+    WriteOutcome(context, Outcome(session, jobs, session.CancelAll()));
     return ExitCode::Success;
 }
 

@@ -40,7 +40,7 @@ private:
     /// The file is not held open while the console takes its time.
     std::string ReadBlock(bool& isThere) {
         platform::File file;
-        isThere = !file.OpenForReading(path);
+        isThere = !path.empty() && !file.OpenForReading(path);
         if (file.Size() < position) {
             position = 0;
         }
@@ -65,32 +65,29 @@ void Apply(const std::vector<JobStatusInfo>& updates, JobListInfo& job) {
     for (const JobStatusInfo& update : updates) {
         if (update.id == job.id) {
             job.status = update.status;
-            job.workDir = update.workDir;
         }
     }
 }
 
+/// Empty for a job without a work directory.
 std::wstring LogPath(const JobListInfo& job) {
-    return PathFuncs::Join(job.workDir, run_protocol::logFileName);
+    return job.workDir.empty() ? std::wstring() : PathFuncs::Join(job.workDir, run_protocol::logFileName);
 }
 
-[[noreturn]] void FailNoLog(const CommandContext& context, const JobListInfo& job) {
-    throw CommandFailure{ExitCode::JobFailed, context.texts.Format(L"Errors/NoLog", {std::to_wstring(job.seqId)})};
+[[noreturn]] void Fail(const CommandContext& context, const wchar_t* textKey, const JobListInfo& job) {
+    throw CommandFailure{ExitCode::JobFailed, context.texts.Format(textKey, {std::to_wstring(job.seqId)})};
 }
 
-/// Passes the log on until the job has ended. A job that waits has no work directory yet, and may never get one.
+/// Passes the log on until the job has ended. A job that waits has no log yet, and may never get one.
 void Follow(CommandContext& context, HostSession& session, JobListInfo job) {
-    while (job.workDir.empty() && !HasEnded(job.status)) {
-        Apply(session.WaitForUpdates(), job);
-    }
-    if (job.workDir.empty()) {
-        FailNoLog(context, job);
-    }
     LogReader reader(LogPath(job));
-    reader.PassOn(context.console);
+    bool hasLog = reader.PassOn(context.console);
     while (!HasEnded(job.status)) {
         Apply(session.WaitForUpdates(lookInterval), job);
-        reader.PassOn(context.console);
+        hasLog = reader.PassOn(context.console) || hasLog;
+    }
+    if (!hasLog) {
+        Fail(context, job.status == deletedStatus ? L"Errors/JobDeleted" : L"Errors/NoLog", job);
     }
 }
 
@@ -101,8 +98,8 @@ ExitCode Log(CommandContext& context, const LongCommand& command) {
     const JobListInfo job = SelectJobs(context, session.FetchJobs(), command.ids).front();
     if (command.follows) {
         Follow(context, session, job);
-    } else if (job.workDir.empty() || !LogReader(LogPath(job)).PassOn(context.console)) {
-        FailNoLog(context, job);
+    } else if (!LogReader(LogPath(job)).PassOn(context.console)) {
+        Fail(context, L"Errors/NoLog", job);
     }
     return ExitCode::Success;
 }

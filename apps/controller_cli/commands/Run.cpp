@@ -6,6 +6,7 @@
 #include "controller_cli/FileRoles.h"
 #include "controller_cli/FollowToEnd.h"
 #include "controller_cli/InputSets.h"
+#include "controller_cli/JobView.h"
 #include "controller_cli/Problems.h"
 #include "platform/FileSystem.h"
 #include "platform/NativePath.h"
@@ -43,15 +44,29 @@ void RequireInputs(const CommandContext& context, const EnqueueJobsInfo& request
     }
 }
 
-/// The ids of the jobs that were made.
-std::vector<std::wstring> AcceptedIds(const JobEnqueueResult& result) {
-    std::vector<std::wstring> ids;
-    for (const JobIdInfo& job : result.jobIds) {
-        if (!job.id.empty()) {
-            ids.push_back(job.id);
+/// What is known of a job that was made and is not in the list any more.
+JobListInfo DeletedJob(const JobIdInfo& id, const EnqueueJobsInfo& request, std::size_t index) {
+    JobListInfo job{};
+    job.id = id.id;
+    job.seqId = id.seqId;
+    job.status = deletedStatus;
+    job.scenario = request.scenario;
+    job.inputFiles = request.inputFileSets[index];
+    return job;
+}
+
+/// The jobs that were made, as the host lists them now.
+std::vector<JobListInfo> AcceptedJobs(HostSession& session, const EnqueueJobsInfo& request,
+                                      const JobEnqueueResult& result) {
+    const JobBoard board(session.FetchJobs());
+    std::vector<JobListInfo> jobs;
+    for (std::size_t i = 0; i < result.jobIds.size() && i < request.inputFileSets.size(); ++i) {
+        if (!result.jobIds[i].id.empty()) {
+            const JobView* const view = board.Find(result.jobIds[i].id);
+            jobs.push_back(view == nullptr ? DeletedJob(result.jobIds[i], request, i) : view->job);
         }
     }
-    return ids;
+    return jobs;
 }
 
 /// The host's reasons; where a host gives none, what it has refused.
@@ -78,13 +93,13 @@ ExitCode Run(CommandContext& context, const LongCommand& command) {
     RequireInputs(context, request);
     HostSession session(context, StartOf(command));
     const JobEnqueueResult result = session.Enqueue(request);
-    const std::vector<std::wstring> ids = AcceptedIds(result);
     WriteRefusals(context, result, command);
-    const bool isWhole = ids.size() == command.inputs.size();
-    if (ids.empty() && !command.asJson) {
+    const std::vector<JobListInfo> jobs = AcceptedJobs(session, request, result);
+    const bool isWhole = jobs.size() == command.inputs.size();
+    if (jobs.empty() && !command.asJson) {
         return ExitCode::JobFailed;
     }
-    const ExitCode outcome = FollowToEnd(context, session, ids, command.asJson);
+    const ExitCode outcome = FollowToEnd(context, session, jobs, command.asJson);
     return isWhole ? outcome : ExitCode::JobFailed;
 }
 

@@ -1,5 +1,7 @@
 #include "controller_cli/commands/Commands.h"
 
+#include <algorithm>
+
 #include "controller_cli/FollowToEnd.h"
 #include "controller_cli/JobSelection.h"
 
@@ -7,8 +9,10 @@ namespace controller_cli::commands {
 
 ExitCode Wait(CommandContext& context, const LongCommand& command) {
     HostSession session(context, StartOf(command));
-    const std::vector<std::wstring> ids = IdsOf(SelectJobs(context, session.FetchJobs(), command.ids));
-    return FollowToEnd(context, session, ids, command.asJson);
+    std::vector<JobListInfo> jobs = session.FetchJobs();
+    const std::vector<std::wstring> ids = IdsOf(SelectJobs(context, jobs, command.ids));
+    std::erase_if(jobs, [&](const JobListInfo& job) { return std::find(ids.begin(), ids.end(), job.id) == ids.end(); });
+    return FollowToEnd(context, session, jobs, command.asJson);
 }
 
 } // namespace controller_cli::commands

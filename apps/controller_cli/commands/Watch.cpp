@@ -33,7 +33,7 @@ std::vector<JobView> ViewsOf(const JobBoard& board, const std::vector<std::wstri
     ProgressScreen screen(context, jobs.Board());
     screen.Show(IdsOfActive(jobs.Board()));
     for (;;) {
-        screen.Show(jobs.WaitForChanges());
+        screen.Show(jobs.WaitForChanges(screen.Interval()));
     }
 }
 

@@ -4,12 +4,15 @@
 #include <cerrno>
 #include <csignal>
 
+#include <fcntl.h>
 #include <poll.h>
 #include <sys/ioctl.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 #include "platform/Environment.h"
 #include "platform/WideOutput.h"
+#include "platform/posix/DescriptorHandle.h"
 
 namespace platform {
 namespace {
@@ -47,15 +50,33 @@ private:
     sigset_t previousMask;
 };
 
-void WriteAll(int descriptor, std::string_view bytes) {
+Error WriteAll(int descriptor, std::string_view bytes) {
     const BrokenPipeGuard guard;
     while (!bytes.empty()) {
         const ssize_t written = write(descriptor, bytes.data(), bytes.size());
         if (written < 0 && !WaitUntilWritable(descriptor)) {
-            return;
+            return LastError();
         }
         bytes.remove_prefix(static_cast<std::size_t>(std::max<ssize_t>(written, 0)));
     }
+    return {};
+}
+
+/// What is opened next would take the lowest free number, and what is meant for standard output would end in a log or
+/// a socket. A stream opened for the other direction only fails as a closed one does.
+void OccupyClosedStreams() {
+    for (const int descriptor : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
+        if (fcntl(descriptor, F_GETFD) < 0 && errno == EBADF) {
+            open("/dev/null", descriptor == STDIN_FILENO ? O_WRONLY : O_RDONLY);
+        }
+    }
+}
+
+/// An end of a pipe that is for writing alone: for waiting it is signalled by nothing but the end of its readers.
+bool IsWriteEndOfPipe(int descriptor) {
+    struct stat status {};
+    const int flags = fcntl(descriptor, F_GETFL);
+    return fstat(descriptor, &status) == 0 && S_ISFIFO(status.st_mode) && flags >= 0 && (flags & O_ACCMODE) == O_WRONLY;
 }
 
 /// All zero when it cannot be told.
@@ -68,11 +89,13 @@ winsize TerminalSize() {
 
 // UTF-8 without any change of line ends is what a terminal here takes anyway.
 void PrepareConsole() {
+    OccupyClosedStreams();
     MakeWideOutputUtf8();
 }
 
 bool IsOutputTerminal() {
-    return isatty(STDOUT_FILENO) == 1 && GetEnvironment(L"TERM") != L"dumb";
+    const std::wstring kind = GetEnvironment(L"TERM").value_or(L"");
+    return isatty(STDOUT_FILENO) == 1 && !kind.empty() && kind != L"dumb";
 }
 
 std::size_t TerminalWidth() {
@@ -87,12 +110,20 @@ std::size_t TerminalHeight() {
     return lines != 0 ? lines : usualHeight;
 }
 
-void WriteOutput(std::string_view utf8) {
-    WriteAll(STDOUT_FILENO, utf8);
+Error WriteOutput(std::string_view utf8) {
+    return WriteAll(STDOUT_FILENO, utf8);
+}
+
+bool IsReaderGone(const Error& failedWrite) {
+    return failedWrite.systemCode == EPIPE;
+}
+
+void* OutputReaderGone() {
+    return IsWriteEndOfPipe(STDOUT_FILENO) ? HandleOf(STDOUT_FILENO) : nullptr;
 }
 
 void WriteErrorOutput(std::string_view utf8) {
-    WriteAll(STDERR_FILENO, utf8);
+    (void)WriteAll(STDERR_FILENO, utf8);
 }
 
 } // namespace platform

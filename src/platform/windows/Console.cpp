@@ -13,17 +13,18 @@
 namespace platform {
 namespace {
 
-void WriteAll(DWORD standardHandle, std::string_view bytes) {
+Error WriteAll(DWORD standardHandle, std::string_view bytes) {
     constexpr std::size_t largestWrite = 16 * 1024; // a console refuses much more at once
     const HANDLE handle = GetStdHandle(standardHandle);
     while (!bytes.empty()) {
         DWORD written = 0;
         if (WriteFile(handle, bytes.data(), static_cast<DWORD>(std::min(bytes.size(), largestWrite)), &written,
                       nullptr) == 0) {
-            return;
+            return LastError();
         }
         bytes.remove_prefix(written);
     }
+    return {};
 }
 
 /// What the terminal shows of its buffer; `otherwise` when that cannot be told.
@@ -69,12 +70,21 @@ std::size_t TerminalHeight() {
     return static_cast<std::size_t>(window.Bottom - window.Top + 1);
 }
 
-void WriteOutput(std::string_view utf8) {
-    WriteAll(STD_OUTPUT_HANDLE, utf8);
+Error WriteOutput(std::string_view utf8) {
+    return WriteAll(STD_OUTPUT_HANDLE, utf8);
+}
+
+bool IsReaderGone(const Error& failedWrite) {
+    return failedWrite.systemCode == ERROR_NO_DATA || failedWrite.systemCode == ERROR_BROKEN_PIPE;
+}
+
+// The system tells of it at the next write only.
+void* OutputReaderGone() {
+    return nullptr;
 }
 
 void WriteErrorOutput(std::string_view utf8) {
-    WriteAll(STD_ERROR_HANDLE, utf8);
+    (void)WriteAll(STD_ERROR_HANDLE, utf8);
 }
 
 } // namespace platform

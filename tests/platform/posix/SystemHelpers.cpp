@@ -112,6 +112,10 @@ RedirectedOutput RedirectedOutput::ToFile(const std::wstring& path) {
     return RedirectedOutput(open(Bytes(path).c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_CLOEXEC, 0600));
 }
 
+RedirectedOutput RedirectedOutput::ToUnwritable() {
+    return RedirectedOutput(open("/dev/full", O_WRONLY | O_CLOEXEC));
+}
+
 RedirectedOutput RedirectedOutput::ToBrokenPipe() {
     int ends[2] = {-1, -1};
     if (pipe(ends) == 0) {

@@ -101,6 +101,12 @@ RedirectedOutput RedirectedOutput::ToFile(const std::wstring& path) {
     return RedirectedOutput(reinterpret_cast<std::intptr_t>(file));
 }
 
+RedirectedOutput RedirectedOutput::ToUnwritable() {
+    const HANDLE readOnly =
+        CreateFileW(L"NUL", GENERIC_READ, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING, 0, nullptr);
+    return RedirectedOutput(reinterpret_cast<std::intptr_t>(readOnly));
+}
+
 RedirectedOutput RedirectedOutput::ToBrokenPipe() {
     HANDLE readEnd = nullptr;
     HANDLE writeEnd = nullptr;

@@ -223,7 +223,8 @@ std::string StatusValue(pid_t process, const std::string& name) {
 }
 
 void PrintMemoryOfRunner(const std::wstring&) {
-    platform::WriteOutput("runner: " + std::to_string(std::stol(StatusValue(Ancestor(1), "VmHWM:"))) + " KiB\n");
+    static_cast<void>(
+        platform::WriteOutput("runner: " + std::to_string(std::stol(StatusValue(Ancestor(1), "VmHWM:"))) + " KiB\n"));
 }
 
 /// Until its parent has let go of all that ended below it.

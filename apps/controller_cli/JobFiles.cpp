@@ -1,0 +1,70 @@
+#include "controller_cli/JobFiles.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "companion/ControllerCSWrapper.h"
+#include "companion/RunProtocol.h"
+#include "platform/FileSystem.h"
+#include "support/PathFuncs.h"
+
+namespace controller_cli {
+namespace {
+
+/// Empty where there is no such file: readers of the companion would log that as a fault.
+std::wstring FileOf(const JobListInfo& job, const wchar_t* name) {
+    if (job.workDir.empty()) {
+        return {};
+    }
+    const std::wstring path = PathFuncs::Join(job.workDir, name);
+    return platform::Exists(path) ? path : std::wstring();
+}
+
+} // namespace
+
+std::optional<ProgressReport> LastReportOf(const JobListInfo& job) {
+    const std::wstring path = FileOf(job, run_protocol::progressFileName);
+    ProgressReport report;
+    int progress = 0;
+    if (path.empty() || !ControllerCSWrapper::ParseProgressFile(path, report.message, progress)) {
+        return std::nullopt;
+    }
+    report.progress = std::clamp(progress, 0, 100);
+    return report;
+}
+
+ResultReport ResultOf(const JobListInfo& job) {
+    const std::wstring path = FileOf(job, run_protocol::resultFileName);
+    ResultReport report;
+    if (path.empty()) {
+        return report;
+    }
+    bool succeeded = false;
+    std::vector<std::pair<int, std::wstring>> messages;
+    // Of a file that cannot be read there is nothing to tell.
+    (void)ControllerCSWrapper::ParseRunScenarioResult(path, succeeded, messages, report.outputFiles);
+    for (auto& [code, text] : messages) {
+        report.messages.push_back(std::move(text));
+    }
+    return report;
+}
+
+std::wstring OutputFolderOf(const JobListInfo& job) {
+    if (job.status == JobStatus::Queued || job.status == JobStatus::Dequeued) {
+        return {};
+    }
+    // The run request names the folder from the job's start on.
+    const std::wstring path = FileOf(job, run_protocol::runInfoFileName);
+    run_protocol::RunScenarioInfo request;
+    std::wstring problem;
+    if (!path.empty() && run_protocol::ReadRunScenarioInfoFile(path, request, problem)) {
+        return request.outputFolder;
+    }
+    return job.status == JobStatus::Success ? job.outputDir : std::wstring();
+}
+
+std::wstring WorkFolderOf(const JobListInfo& job) {
+    return !job.workDir.empty() && platform::IsFolder(job.workDir) ? job.workDir : std::wstring();
+}
+
+} // namespace controller_cli
