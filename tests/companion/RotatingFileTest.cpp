@@ -147,6 +147,7 @@ TEST_F(RotatingFileTest, SaysOnceThatItCannotWrite) {
     file.Append("record2\n", 2);
     const std::string said = testing::internal::GetCapturedStderr();
     EXPECT_NE(said.find("controller.log cannot be written: "), std::string::npos) << said;
+    EXPECT_NE(said.find(". Messages are lost until it can be.\n"), std::string::npos) << said;
     EXPECT_EQ(said.find('\n'), said.size() - 1) << said;
 }
 

@@ -142,7 +142,7 @@ void RotatingFile::ComplainOnce(const platform::Error& error) {
     }
     platform::WriteErrorOutput(
         platform::ToUtf8(L"The log file " + platform::Escaped(platform::ToNativeText(currentPath)) +
-                         L" cannot be written: " + error.Text() + L" Messages are lost until it can be.\n"));
+                         L" cannot be written: " + error.Text() + L". Messages are lost until it can be.\n"));
 }
 
 } // namespace log_file

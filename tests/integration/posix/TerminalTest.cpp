@@ -105,7 +105,6 @@ protected:
 
     const Environment colourful = {{L"TERM", L"xterm"}, {L"NO_COLOR", std::nullopt}};
     const Environment noColour = {{L"TERM", L"xterm"}, {L"NO_COLOR", L"1"}};
-    const Environment dumb = {{L"TERM", L"dumb"}, {L"NO_COLOR", std::nullopt}};
 };
 
 TEST_F(TerminalTest, ATableHasColoursAndFits) {
@@ -120,10 +119,17 @@ TEST_F(TerminalTest, NoColorSwitchesColoursOff) {
     EXPECT_NE(table.find("Success"), std::string::npos) << table;
 }
 
-TEST_F(TerminalTest, ADumbTerminalIsNone) {
-    const std::string table = Table(dumb);
-    EXPECT_EQ(table.find('\x1b'), std::string::npos) << table;
-    EXPECT_NE(table.find("Output folder, or what the scenario says\n"), std::string::npos) << table;
+TEST_F(TerminalTest, ATerminalThatIsDumbOrHasNoNameIsNone) {
+    StartHost();
+    EXPECT_EQ(test_support::RunToEnd(Cli(Run("exit 0"))).exitCode, 0);
+    for (const std::optional<std::wstring>& name :
+         {std::optional<std::wstring>(L"dumb"), std::optional(std::wstring()), std::optional<std::wstring>()}) {
+        Terminal terminal(48);
+        terminal.Start(Cli({L"--list"}, {{L"TERM", name}, {L"NO_COLOR", std::nullopt}}));
+        const std::string table = terminal.ReadToEnd();
+        EXPECT_EQ(table.find('\x1b'), std::string::npos) << table;
+        EXPECT_NE(table.find("Output folder, or what the scenario says\n"), std::string::npos) << table;
+    }
 }
 
 TEST_F(TerminalTest, ProgressIsDrawnOverAndGivesWayToTheOutcome) {

@@ -223,8 +223,8 @@ std::string StatusValue(pid_t process, const std::string& name) {
 }
 
 void PrintMemoryOfRunner(const std::wstring&) {
-    static_cast<void>(
-        platform::WriteOutput("runner: " + std::to_string(std::stol(StatusValue(Ancestor(1), "VmHWM:"))) + " KiB\n"));
+    const std::string peak = std::to_string(std::stol(StatusValue(Ancestor(1), "VmHWM:")));
+    (void)platform::WriteOutput("runner: " + peak + " KiB\n");
 }
 
 /// Until its parent has let go of all that ended below it.
