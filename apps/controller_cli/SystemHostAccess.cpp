@@ -1,6 +1,7 @@
 #include "controller_cli/SystemHostAccess.h"
 
 #include <chrono>
+#include <string_view>
 #include <thread>
 
 #include "companion/Settings.h"
@@ -9,6 +10,7 @@
 #include "modules/EventTransmitterManager.h"
 #include "platform/Console.h"
 #include "platform/Directories.h"
+#include "platform/ErrorOutput.h"
 #include "platform/NativePath.h"
 #include "platform/Pipe.h"
 #include "platform/StopSignal.h"
@@ -34,13 +36,43 @@ std::wstring LastWords(platform::OutputPipe& pipe) {
     return platform::FromUtf8(bytes);
 }
 
-void PassOutputOn(platform::OutputPipe& pipe) {
-    std::string bytes;
-    for (pipe.Read(largestRead, bytes); !bytes.empty(); pipe.Read(largestRead, bytes)) {
-        // The host goes on when nobody reads its log lines.
-        (void)platform::WriteOutput(bytes);
-    }
+void WriteLogLines(std::string_view bytes) {
+    // The host goes on when nobody reads them.
+    (void)platform::WriteOutput(bytes);
 }
+
+/// Passes on what a program prints to one of its streams, until it has ended.
+class Relay {
+public:
+    explicit Relay(void (*writer)(std::string_view)) : write(writer) {}
+    ~Relay() {
+        if (thread.joinable()) {
+            thread.join();
+        }
+    }
+    Relay(const Relay&) = delete;
+    Relay& operator=(const Relay&) = delete;
+
+    platform::Error Open() { return pipe.Open(); }
+    void* WriteEnd() const { return pipe.WriteEnd(); }
+    /// To be called once the program has been started.
+    void Start() {
+        pipe.CloseWriteEnd();
+        thread = std::thread([this] { Run(); });
+    }
+
+private:
+    void Run() {
+        std::string bytes;
+        for (pipe.Read(largestRead, bytes); !bytes.empty(); pipe.Read(largestRead, bytes)) {
+            write(bytes);
+        }
+    }
+
+    void (*write)(std::string_view);
+    platform::OutputPipe pipe;
+    std::thread thread;
+};
 
 /// Returns when the host has ended. A host that has just been started may not listen yet: it is asked again.
 void AskToEnd(void* host, EventTransmitter* transmitter) {
@@ -97,25 +129,28 @@ std::wstring SystemHostAccess::StartHost() {
 
 std::int32_t SystemHostAccess::RunHost(std::wstring& problem) {
     const platform::StopSignal stop;
-    platform::OutputPipe pipe;
+    Relay output(WriteLogLines);
+    Relay errors(platform::WriteErrorOutput);
+    platform::Error error = output.Open();
+    if (!error) {
+        error = errors.Open();
+    }
     platform::ProcessStart start = HostProcess();
-    platform::Error error = pipe.Open();
-    start.output = pipe.WriteEnd();
+    start.output = output.WriteEnd();
     platform::OwnedHandle host;
     if (!error) {
-        error = platform::StartProcess(start, host);
+        error = platform::StartProcess(start, errors.WriteEnd(), host);
     }
     if (error) {
         problem = CannotStart(start, error);
         return 0;
     }
-    pipe.CloseWriteEnd();
-    std::thread printer([&pipe] { PassOutputOn(pipe); });
+    output.Start();
+    errors.Start();
     if (platform::WaitForAny({stop.Handle(), host.Get()}, std::nullopt) == std::size_t{0}) {
         AskToEnd(host.Get(), Transmitter());
     }
     platform::WaitForAny({host.Get()}, std::nullopt);
-    printer.join();
     return platform::ExitCode(host.Get()).value_or(1);
 }
 

@@ -2,6 +2,7 @@
 
 #include <optional>
 
+#include "platform/ErrorOutput.h"
 #include "platform/FileSystem.h"
 #include "platform/LineEnd.h"
 #include "platform/NativePath.h"
@@ -153,6 +154,19 @@ TEST_F(CommandLineTest, AFrontEndNoticesThatTheHostIsKilled) {
     EXPECT_NE(test_support::ReadToEnd(pipe).find("The host has gone."), std::string::npos);
     ASSERT_TRUE(test_support::WaitUntilSignalled(watching.Get()));
     EXPECT_EQ(platform::ExitCode(watching.Get()), 3);
+}
+
+TEST_F(CommandLineTest, WhyItCannotBeTheHostIsToldOnStandardError) {
+    StartHost();
+    platform::OutputPipe errors;
+    ASSERT_FALSE(errors.Open());
+    platform::OwnedHandle foreground;
+    ASSERT_FALSE(platform::StartProcess(FrontEndProcess({L"-m"}), errors.WriteEnd(), foreground));
+    errors.CloseWriteEnd();
+    const std::string said = test_support::ReadToEnd(errors);
+    EXPECT_NE(said.find("controller_host: another host is running"), std::string::npos) << said;
+    ASSERT_TRUE(test_support::WaitUntilSignalled(foreground.Get()));
+    EXPECT_EQ(platform::ExitCode(foreground.Get()), 4);
 }
 
 TEST_F(CommandLineTest, BeingTheHostLastsUntilTheHostIsAskedToEnd) {

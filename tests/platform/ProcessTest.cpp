@@ -5,6 +5,7 @@
 #include <gtest/gtest.h>
 
 #include "platform/Directories.h"
+#include "platform/ErrorOutput.h"
 #include "platform/NativePath.h"
 #include "platform/Text.h"
 #include "platform/Waiting.h"
@@ -89,6 +90,21 @@ TEST(ProcessTest, BothStreamsGoToTheOutput) {
     const Ending ending = RunToEnd(TestProcess({L"print-to-both-streams"}));
     EXPECT_NE(ending.output.find("out\n"), std::string::npos);
     EXPECT_NE(ending.output.find("error\n"), std::string::npos);
+}
+
+TEST(ProcessTest, StandardErrorCanHaveAPlaceOfItsOwn) {
+    platform::OutputPipe output;
+    platform::OutputPipe errors;
+    ASSERT_FALSE(output.Open());
+    ASSERT_FALSE(errors.Open());
+    platform::ProcessStart start = TestProcess({L"print-to-both-streams"});
+    start.output = output.WriteEnd();
+    platform::OwnedHandle process;
+    ASSERT_FALSE(platform::StartProcess(start, errors.WriteEnd(), process));
+    output.CloseWriteEnd();
+    errors.CloseWriteEnd();
+    EXPECT_EQ(test_support::ReadToEnd(output), "out\n");
+    EXPECT_EQ(test_support::ReadToEnd(errors), "error\n");
 }
 
 TEST(ProcessTest, AProcessRunsInItsCurrentFolder) {

@@ -9,6 +9,7 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include "platform/ErrorOutput.h"
 #include "platform/InheritedHandle.h"
 #include "platform/Text.h"
 #include "platform/posix/DescriptorHandle.h"
@@ -32,7 +33,11 @@ int AboveStandardStreams(int descriptor) {
 } // namespace
 
 Error StartProcess(const ProcessStart& start, OwnedHandle& process) {
-    return Spawn(start, SpawnGroup::Parents, process);
+    return Spawn(start, SpawnGroup::Parents, start.output, process);
+}
+
+Error StartProcess(const ProcessStart& start, void* errorOutput, OwnedHandle& process) {
+    return Spawn(start, SpawnGroup::Parents, errorOutput, process);
 }
 
 OwnedHandle OpenOwnProcess() {

@@ -71,7 +71,7 @@ ProcessTree::~ProcessTree() {
 }
 
 Error ProcessTree::Start(const ProcessStart& start) {
-    const Error error = Spawn(start, SpawnGroup::Own, state->root);
+    const Error error = Spawn(start, SpawnGroup::Own, start.output, state->root);
     state->number = error ? 0 : static_cast<pid_t>(ProcessNumber(state->root.Get()));
     return error;
 }

@@ -30,14 +30,9 @@ public:
     FileActions(const FileActions&) = delete;
     FileActions& operator=(const FileActions&) = delete;
 
-    void Connect(void* output) {
-        const int target = DescriptorOf(output);
-        if (target < 0) {
-            Check(posix_spawn_file_actions_addopen(&actions, STDOUT_FILENO, "/dev/null", O_WRONLY, 0));
-        } else {
-            Check(posix_spawn_file_actions_adddup2(&actions, target, STDOUT_FILENO));
-        }
-        Check(posix_spawn_file_actions_adddup2(&actions, STDOUT_FILENO, STDERR_FILENO));
+    void Connect(void* output, void* errorOutput) {
+        ConnectStream(output, STDOUT_FILENO);
+        ConnectStream(errorOutput, STDERR_FILENO);
         Check(posix_spawn_file_actions_addopen(&actions, STDIN_FILENO, "/dev/null", O_RDONLY, 0));
     }
 
@@ -67,6 +62,15 @@ public:
     const posix_spawn_file_actions_t* Get() const { return &actions; }
 
 private:
+    void ConnectStream(void* output, int stream) {
+        const int target = DescriptorOf(output);
+        if (target < 0) {
+            Check(posix_spawn_file_actions_addopen(&actions, stream, "/dev/null", O_WRONLY, 0));
+        } else {
+            Check(posix_spawn_file_actions_adddup2(&actions, target, stream));
+        }
+    }
+
     static void Check(int result) {
         if (result == ENOMEM) {
             throw std::bad_alloc();
@@ -137,13 +141,13 @@ Error OpenChild(pid_t child, OwnedHandle& process) {
 
 } // namespace
 
-Error Spawn(const ProcessStart& start, SpawnGroup group, OwnedHandle& process) {
+Error Spawn(const ProcessStart& start, SpawnGroup group, void* errorOutput, OwnedHandle& process) {
     std::wstring programPath;
     if (const Error error = CheckProcessStart(start, programPath)) {
         return error;
     }
     FileActions actions;
-    actions.Connect(start.output);
+    actions.Connect(start.output, errorOutput);
     actions.KeepOnly(start.inherited);
     actions.ChangeFolder(SystemPath(start.currentFolder));
     const SpawnAttributes attributes(GroupFlag(start, group));

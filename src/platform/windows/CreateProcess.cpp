@@ -28,19 +28,25 @@ OwnedHandle InheritableCopy(HANDLE handle) {
     return OwnedHandle(copy);
 }
 
+OwnedHandle OpenForWriting(HANDLE output) {
+    return output == nullptr ? OpenNowhere(GENERIC_WRITE) : InheritableCopy(output);
+}
+
 /// The handles of a child: its standard streams and what it is given besides.
 struct ChildHandles {
     OwnedHandle input;
     OwnedHandle output;
+    OwnedHandle errorOutput;
     std::vector<HANDLE> list;
 
-    Error Open(const ProcessStart& start) {
+    Error Open(const ProcessStart& start, void* errors) {
         input = OpenNowhere(GENERIC_READ);
-        output = start.output == nullptr ? OpenNowhere(GENERIC_WRITE) : InheritableCopy(start.output);
-        if (!input || !output) {
+        output = OpenForWriting(start.output);
+        errorOutput = OpenForWriting(errors);
+        if (!input || !output || !errorOutput) {
             return LastError();
         }
-        list = {input.Get(), output.Get()};
+        list = {input.Get(), output.Get(), errorOutput.Get()};
         for (void* const handle : start.inherited) {
             if (SetHandleInformation(handle, HANDLE_FLAG_INHERIT, HANDLE_FLAG_INHERIT) == 0) {
                 return LastError();
@@ -95,7 +101,7 @@ STARTUPINFOEXW StartupInformation(const ChildHandles& handles, AttributeList& at
     information.StartupInfo.dwFlags = STARTF_USESTDHANDLES;
     information.StartupInfo.hStdInput = handles.input.Get();
     information.StartupInfo.hStdOutput = handles.output.Get();
-    information.StartupInfo.hStdError = handles.output.Get();
+    information.StartupInfo.hStdError = handles.errorOutput.Get();
     information.lpAttributeList = attributes.Get();
     return information;
 }
@@ -131,13 +137,13 @@ Error Create(const std::wstring& program, const ProcessStart& start, STARTUPINFO
 
 } // namespace
 
-Error CreateChild(const ProcessStart& start, void* job, OwnedHandle& process) {
+Error CreateChild(const ProcessStart& start, void* job, void* errorOutput, OwnedHandle& process) {
     std::wstring program;
     if (const Error error = CheckProcessStart(start, program)) {
         return error;
     }
     ChildHandles handles;
-    if (const Error error = handles.Open(start)) {
+    if (const Error error = handles.Open(start, errorOutput)) {
         return error;
     }
     std::vector<HANDLE> jobs;

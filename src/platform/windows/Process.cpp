@@ -5,13 +5,18 @@
 
 #include <windows.h>
 
+#include "platform/ErrorOutput.h"
 #include "platform/InheritedHandle.h"
 #include "platform/windows/CreateProcess.h"
 
 namespace platform {
 
 Error StartProcess(const ProcessStart& start, OwnedHandle& process) {
-    return CreateChild(start, nullptr, process);
+    return CreateChild(start, nullptr, start.output, process);
+}
+
+Error StartProcess(const ProcessStart& start, void* errorOutput, OwnedHandle& process) {
+    return CreateChild(start, nullptr, errorOutput, process);
 }
 
 OwnedHandle OpenOwnProcess() {

@@ -62,7 +62,7 @@ Error ProcessTree::Start(const ProcessStart& start) {
     if (const Error error = state->Open()) {
         return error;
     }
-    return CreateChild(start, state->job.Get(), state->root);
+    return CreateChild(start, state->job.Get(), start.output, state->root);
 }
 
 void* ProcessTree::Root() const {
