@@ -4,6 +4,8 @@
 #include <cstdlib>
 #include <utility>
 
+#include "support/OtherProcesses.h"
+
 namespace test_support {
 
 Deadline::Deadline(std::string what, std::chrono::seconds longest)
@@ -18,11 +20,21 @@ Deadline::~Deadline() {
     watcher.join();
 }
 
+void Deadline::Show(std::string_view output) {
+    const std::lock_guard lock(mutex);
+    shown += output;
+}
+
 void Deadline::Watch() {
     std::unique_lock lock(mutex);
     if (!changed.wait_for(lock, limit, [this] { return isOver; })) {
         std::fprintf(stderr, "Waited in vain for %s.\n", awaited.c_str());
+        if (!shown.empty()) {
+            std::fprintf(stderr, "So far it was:\n%s\n", shown.c_str());
+        }
         std::fflush(nullptr);
+        // They would hold the output of this program open, and whoever waits for its end would wait on.
+        EndAllStarted();
         std::_Exit(1);
     }
 }

@@ -26,4 +26,8 @@ bool HasBegun(std::uint32_t number);
 /// Ends one process by force, and nothing that it started.
 void KillProcess(void* process);
 
+/// Ends by force what this process has started, and what those started in turn, whatever session they are in. On
+/// Windows that happens by itself at the end of this process, however it ends.
+void EndAllStarted();
+
 } // namespace test_support

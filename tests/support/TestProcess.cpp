@@ -4,6 +4,7 @@
 
 #include "platform/Directories.h"
 #include "platform/NativePath.h"
+#include "platform/Text.h"
 #include "platform/Waiting.h"
 #include "support/Deadline.h"
 
@@ -11,6 +12,14 @@ namespace test_support {
 namespace {
 
 constexpr std::size_t readSize = 64 * 1024;
+
+std::string Described(const platform::ProcessStart& start) {
+    std::string description = platform::ToUtf8(platform::FileName(start.program));
+    for (const std::wstring& argument : start.arguments) {
+        description += ' ' + platform::ToUtf8(argument);
+    }
+    return description;
+}
 
 } // namespace
 
@@ -36,30 +45,32 @@ Ending RunToEnd(platform::ProcessStart start) {
         return {};
     }
     pipe.CloseWriteEnd();
-    Ending ending{ReadToEnd(pipe), std::nullopt};
+    Ending ending{ReadToEnd(pipe, Described(start)), std::nullopt};
     if (WaitUntilSignalled(process.Get())) {
         ending.exitCode = platform::ExitCode(process.Get());
     }
     return ending;
 }
 
-std::string ReadToEnd(platform::OutputPipe& pipe) {
-    const Deadline deadline("the end of an output");
+std::string ReadToEnd(platform::OutputPipe& pipe, const std::string& whose) {
+    Deadline deadline("the end of the output of " + whose);
     std::string all;
     std::string part;
     do {
         pipe.Read(readSize, part);
+        deadline.Show(part);
         all += part;
     } while (!part.empty());
     return all;
 }
 
 bool ReadUntil(platform::OutputPipe& pipe, const std::string& text) {
-    const Deadline deadline("the output " + text);
+    Deadline deadline("the output " + text);
     std::string all;
     std::string part;
     do {
         pipe.Read(readSize, part);
+        deadline.Show(part);
         all += part;
     } while (!part.empty() && all.find(text) == std::string::npos);
     return all.find(text) != std::string::npos;

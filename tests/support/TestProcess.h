@@ -23,11 +23,14 @@ struct Ending {
     std::optional<std::int32_t> exitCode;
 };
 
-/// Starts a process, with its output in a pipe, and waits for its end. No exit code when it could not be started.
+/// Starts a process, with its output in a pipe, and waits for its end. No exit code when it could not be started. When
+/// it takes too long, what it has printed is shown, and it ends with this program and all that was started
+/// (`Deadline`).
 Ending RunToEnd(platform::ProcessStart start);
 
-/// Reads until all who could write have closed their ends.
-std::string ReadToEnd(platform::OutputPipe& pipe);
+/// Reads until all who could write have closed their ends; `whose` output it is, for the message when that takes too
+/// long.
+std::string ReadToEnd(platform::OutputPipe& pipe, const std::string& whose = "a process");
 
 /// Reads until `text` has come; false when the end comes first.
 [[nodiscard]] bool ReadUntil(platform::OutputPipe& pipe, const std::string& text);

@@ -4,11 +4,27 @@
 #include <filesystem>
 #include <fstream>
 
+#include "platform/Clock.h"
+#include "platform/Environment.h"
+#include "platform/MarkedProcesses.h"
+#include "platform/Process.h"
 #include "platform/posix/DescriptorHandle.h"
 #include "platform/posix/ProcessDescriptor.h"
 #include "platform/posix/SystemPath.h"
 
 namespace test_support {
+namespace {
+
+constexpr const wchar_t* markVariable = L"CONTROLLER_TEST_PROGRAM";
+
+/// Handed down to every process that is started from here, before the first one is.
+const std::wstring ownMark = [] {
+    std::wstring mark = std::to_wstring(platform::OwnProcessNumber()) + L'.' + std::to_wstring(platform::Now());
+    platform::SetEnvironment(markVariable, mark);
+    return mark;
+}();
+
+} // namespace
 
 platform::OwnedHandle OpenProcessByNumber(std::uint32_t number) {
     const int descriptor = platform::OpenProcessDescriptor(static_cast<pid_t>(number));
@@ -47,6 +63,10 @@ bool HasBegun(std::uint32_t) {
 void KillProcess(void* process) {
     // By its descriptor: the number of one that has ended may be somebody else's.
     pidfd_send_signal(platform::DescriptorOf(process), SIGKILL, nullptr, 0);
+}
+
+void EndAllStarted() {
+    platform::EndMarkedProcesses(markVariable, {ownMark});
 }
 
 } // namespace test_support

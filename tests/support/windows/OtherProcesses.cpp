@@ -11,6 +11,17 @@
 namespace test_support {
 namespace {
 
+/// Holds this process from its beginning and all that it starts. The handle is never closed, so that the system does it
+/// at the end of the process and ends them.
+const HANDLE ownJob = [] {
+    const HANDLE job = CreateJobObjectW(nullptr, nullptr);
+    JOBOBJECT_EXTENDED_LIMIT_INFORMATION limits{};
+    limits.BasicLimitInformation.LimitFlags = JOB_OBJECT_LIMIT_KILL_ON_JOB_CLOSE;
+    SetInformationJobObject(job, JobObjectExtendedLimitInformation, &limits, sizeof limits);
+    AssignProcessToJobObject(job, GetCurrentProcess());
+    return job;
+}();
+
 /// The program itself comes first; then those of the system, before its first instruction.
 bool HasLoadedLibraries(std::uint32_t number) {
     const platform::OwnedHandle process(OpenProcess(PROCESS_QUERY_INFORMATION | PROCESS_VM_READ, FALSE, number));
@@ -51,6 +62,10 @@ bool HasBegun(std::uint32_t number) {
 
 void KillProcess(void* process) {
     TerminateProcess(process, 1);
+}
+
+void EndAllStarted() {
+    TerminateJobObject(ownJob, 1);
 }
 
 } // namespace test_support
