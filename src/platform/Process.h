@@ -32,8 +32,9 @@ struct ProcessStart {
 
 /// Starts a process (posix_spawn; CreateProcessW with an explicit handle list), never through a shell. On success
 /// `process` is its handle, which the caller owns. Fails with `NotFound` when the program or the current folder is
-/// missing, `NotAbsolute` for a relative path, `NotSupported` for a text with U+0000 and, on Windows, for a program
-/// that is not ".exe" or ".com" (the system would hand it to a command interpreter). Any thread.
+/// missing, `NotAbsolute` for a relative path, `TooLarge` on Windows for a current folder beyond 258 characters without
+/// a short name, `NotSupported` for a text with U+0000 and, on Windows, for a program that is not ".exe" or ".com" (the
+/// system would hand it to a command interpreter). Any thread.
 Error StartProcess(const ProcessStart& start, OwnedHandle& process);
 
 /// A handle to this very process that a child can inherit and wait for, to notice that its parent has ended by whatever

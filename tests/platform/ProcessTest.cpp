@@ -6,6 +6,7 @@
 
 #include "platform/Directories.h"
 #include "platform/ErrorOutput.h"
+#include "platform/FileSystem.h"
 #include "platform/NativePath.h"
 #include "platform/Text.h"
 #include "platform/Waiting.h"
@@ -37,6 +38,23 @@ ErrorKind StartFails(const ProcessStart& start) {
 }
 
 } // namespace
+
+TEST(ProcessTest, ACurrentFolderMayBeLongerThanTheOldLimitOfWindows) {
+    const TemporaryFolder folder;
+    std::wstring longFolder = folder.Path();
+    while (longFolder.size() < 400) {
+        longFolder += L"\\a folder with quite a long name of its own";
+    }
+    ASSERT_FALSE(platform::EnsureFolder(longFolder));
+    ProcessStart start = TestProcess({L"print-folder"});
+    start.currentFolder = longFolder;
+    const Ending ending = RunToEnd(start);
+    EXPECT_EQ(ending.exitCode, 0);
+    // On Windows by another name.
+    const std::wstring printed = platform::FromUtf8(ending.output.substr(0, ending.output.find_first_of("\r\n")));
+    EXPECT_EQ(platform::IdentityOf(printed), platform::IdentityOf(longFolder)) << ending.output;
+    EXPECT_TRUE(platform::IdentityOf(longFolder).has_value());
+}
 
 TEST(ProcessTest, AProcessThatEndsTellsItsExitCode) {
     EXPECT_EQ(RunToEnd(TestProcess({L"exit", L"0"})).exitCode, 0);

@@ -106,23 +106,32 @@ STARTUPINFOEXW StartupInformation(const ChildHandles& handles, AttributeList& at
     return information;
 }
 
-/// A current folder has no way past the old limit on the length of paths, but for its short name, where it has one.
-std::wstring CurrentFolderFor(const std::wstring& folder) {
+/// The short name of a folder, which not every volume keeps; the long one where there is none.
+std::wstring ShortNameOf(const std::wstring& folder) {
+    const std::wstring path = SystemPath(folder);
+    std::wstring name(GetShortPathNameW(path.c_str(), nullptr, 0), L'\0');
+    name.resize(name.empty() ? 0 : GetShortPathNameW(path.c_str(), name.data(), static_cast<DWORD>(name.size())));
+    return name.empty() ? path : name;
+}
+
+/// A current folder has no way past the old limit on the length of paths but its short name: the prefix that lifts the
+/// limit elsewhere is no part of a current folder, so it is taken off again.
+Error CurrentFolderFor(const std::wstring& folder, std::wstring& current) {
     constexpr std::size_t longest = MAX_PATH - 2;
-    const std::wstring native = ToNativeText(folder);
-    if (native.size() <= longest) {
-        return native;
+    current = ToNativeText(folder);
+    if (current.size() > longest) {
+        current = WithoutSystemPrefix(ShortNameOf(folder));
     }
-    wchar_t shortName[MAX_PATH];
-    const DWORD length = GetShortPathNameW(SystemPath(folder).c_str(), shortName, MAX_PATH);
-    const bool isShort = length > 0 && length < MAX_PATH;
-    return isShort ? std::wstring(shortName, length) : native;
+    return current.size() <= longest ? Error{} : ErrorFromCode(ERROR_FILENAME_EXCED_RANGE);
 }
 
 Error Create(const std::wstring& program, const ProcessStart& start, STARTUPINFOEXW& startup, OwnedHandle& process) {
     std::wstring commandLine = BuildCommandLine(program, start.arguments);
     std::wstring environment = EnvironmentBlock(start);
-    const std::wstring folder = CurrentFolderFor(start.currentFolder);
+    std::wstring folder;
+    if (const Error error = CurrentFolderFor(start.currentFolder, folder)) {
+        return error;
+    }
     const DWORD flags = CREATE_NO_WINDOW | CREATE_UNICODE_ENVIRONMENT | EXTENDED_STARTUPINFO_PRESENT |
                         (start.detached ? CREATE_NEW_PROCESS_GROUP : 0UL);
     PROCESS_INFORMATION information{};

@@ -1,5 +1,7 @@
 #include "platform/windows/SystemPath.h"
 
+#include <string_view>
+
 #include "platform/NativePath.h"
 #include "platform/PathRoot.h"
 
@@ -25,6 +27,15 @@ std::wstring WithLongPathPrefix(const std::wstring& path) {
 std::wstring SystemPath(const std::wstring& path) {
     const bool isShort = path.size() < longestPlainPath && !NamesNothing(path);
     return isShort ? ToNativeText(path) : LongSystemPath(path);
+}
+
+std::wstring WithoutSystemPrefix(const std::wstring& path) {
+    constexpr std::wstring_view plain = L"\\\\?\\";
+    constexpr std::wstring_view server = L"\\\\?\\UNC\\";
+    if (path.starts_with(server)) {
+        return L"\\\\" + path.substr(server.size());
+    }
+    return path.starts_with(plain) ? path.substr(plain.size()) : path;
 }
 
 std::wstring LongSystemPath(const std::wstring& path) {

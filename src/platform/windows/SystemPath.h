@@ -11,4 +11,7 @@ std::wstring SystemPath(const std::wstring& path);
 /// As `SystemPath`, with the prefix for every absolute path: for the root of what is walked, which may grow long.
 std::wstring LongSystemPath(const std::wstring& path);
 
+/// The plain path of one with that prefix; any other stays as it is.
+std::wstring WithoutSystemPrefix(const std::wstring& path);
+
 } // namespace platform
