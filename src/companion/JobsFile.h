@@ -13,6 +13,7 @@ namespace jobs_file {
 /// file's folder. A member that no record has refuses the file. On failure nothing is appended, nothing is logged, and
 /// `problem` says what is wrong, a line for each finding (20 members without meaning at most):
 /// "/home/ann/jobs.json, line 3, column 14: EnqueueJobs[0].outputDir: expected text, found a number".
-[[nodiscard]] CONTROLLER_API bool Read(const std::wstring& path, std::vector<EnqueueJobsInfo>& requests, std::wstring& problem);
+[[nodiscard]] CONTROLLER_API bool Read(const std::wstring& path, std::vector<EnqueueJobsInfo>& requests,
+                                       std::wstring& problem);
 
 } // namespace jobs_file
