@@ -14,21 +14,24 @@ using std::chrono::steady_clock;
 
 /// For file systems that tell nobody of changes, network folders most of all.
 constexpr milliseconds slowLook{2000};
+/// While there is no folder watch yet. On Linux a request to stop mostly comes as a signal too, and wakes the wait.
+constexpr milliseconds quickLook{100};
 
-milliseconds TimeUntil(const std::optional<RunnerPlan::Time>& deadline) {
+milliseconds TimeUntil(const std::optional<RunnerPlan::Time>& deadline, milliseconds longest) {
     if (!deadline) {
-        return slowLook;
+        return longest;
     }
     const auto remaining = std::chrono::ceil<milliseconds>(*deadline - steady_clock::now());
-    return std::clamp(remaining, milliseconds(0), slowLook);
+    return std::clamp(remaining, milliseconds(0), longest);
 }
 
 } // namespace
 
 Supervision::Supervision(platform::ProcessTree& watchedTree, const std::vector<void*>& watchedOwners,
-                         const std::wstring& workDir, const platform::StopSignal& signal)
-    : tree(watchedTree), owners(watchedOwners), killFile(platform::ResolveAgainst(workDir, run_protocol::killFileName)),
-      watch(workDir), stopSignal(signal) {}
+                         const std::wstring& workDir, const platform::StopSignal& signal, milliseconds watchAfter)
+    : tree(watchedTree), owners(watchedOwners), folder(workDir),
+      killFile(platform::ResolveAgainst(workDir, run_protocol::killFileName)),
+      watchFrom(steady_clock::now() + watchAfter), stopSignal(signal) {}
 
 RunEnding Supervision::Run(RunnerPlan plan) {
     // The first look: somebody may have asked before the watch was there.
@@ -52,15 +55,26 @@ void Supervision::WaitForNews(const RunnerPlan& plan) {
     }
     if (!plan.IsStopping()) {
         handles.push_back(stopSignal.Handle());
-        if (watch.Handle() != nullptr) {
-            handles.push_back(watch.Handle());
+        if (watch && watch->Handle() != nullptr) {
+            handles.push_back(watch->Handle());
         }
     }
-    platform::WaitForAny(handles, TimeUntil(plan.Deadline()));
+    platform::WaitForAny(handles, TimeUntil(plan.Deadline(), LongestWait(plan)));
+}
+
+milliseconds Supervision::LongestWait(const RunnerPlan& plan) const {
+    return watch || plan.IsStopping() ? slowLook : quickLook;
+}
+
+void Supervision::WatchFolder(const RunnerPlan& plan) {
+    if (watch) {
+        watch->Rearm();
+    } else if (!plan.IsStopping() && steady_clock::now() >= watchFrom) {
+        watch.emplace(folder);
+    }
 }
 
 RunStep Supervision::Look(RunnerPlan& plan) {
-    watch.Rearm();
     tree.Tidy();
     if (!platform::IsProcessRunning(tree.Root())) {
         return OnScenarioEnded(plan);
@@ -68,6 +82,8 @@ RunStep Supervision::Look(RunnerPlan& plan) {
     if (HasLostOwner()) {
         return plan.OnHostEnded();
     }
+    // Before the look at the file: what changes from here on ends the next wait.
+    WatchFolder(plan);
     return IsStopRequested() ? plan.OnStopRequested(steady_clock::now()) : plan.OnTime(steady_clock::now());
 }
 

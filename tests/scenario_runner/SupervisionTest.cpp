@@ -2,6 +2,9 @@
 
 #include <gtest/gtest.h>
 
+#include <chrono>
+#include <future>
+
 #include "companion/RunProtocol.h"
 #include "support/TemporaryFolder.h"
 #include "support/TestProcess.h"
@@ -24,6 +27,17 @@ protected:
             .Run(RunnerPlan({}, std::chrono::steady_clock::now()));
     }
 
+    /// Makes the file "killprocess" beside a scenario that runs, watched from `watchAfter` on.
+    RunEnding AskToStopByFile(std::chrono::milliseconds watchAfter) {
+        EXPECT_FALSE(tree.Start(test_support::TestProcess({L"wait"})));
+        auto ending = std::async(std::launch::async, [this, watchAfter] {
+            return Supervision(tree, owners, workDir.Path(), stopSignal, watchAfter)
+                .Run(RunnerPlan({}, std::chrono::steady_clock::now()));
+        });
+        WriteTextFile(workDir / run_protocol::killFileName, "");
+        return ending.get();
+    }
+
     const TemporaryFolder workDir;
     const std::vector<void*> owners;
     const platform::StopSignal stopSignal;
@@ -39,6 +53,14 @@ TEST_F(SupervisionTest, AScenarioThatHeedsARequestBeforeItIsSeenHereWasStopped) 
     LetScenarioEnd();
     WriteTextFile(workDir / run_protocol::killFileName, "");
     EXPECT_EQ(Supervise(), RunEnding::StopRequested);
+}
+
+TEST_F(SupervisionTest, ARequestByFileIsSeenWithoutAFolderWatch) {
+    EXPECT_EQ(AskToStopByFile(std::chrono::hours(1)), RunEnding::StopRequested);
+}
+
+TEST_F(SupervisionTest, ARequestByFileIsSeenByTheFolderWatch) {
+    EXPECT_EQ(AskToStopByFile(std::chrono::milliseconds(0)), RunEnding::StopRequested);
 }
 
 } // namespace
