@@ -1,23 +1,20 @@
 #include "companion/ProcessHandleText.h"
 
 #include <array>
-#include <bit>
 #include <charconv>
-#include <cstdint>
 #include <string_view>
 
 #include "companion/json/Encoding.h"
 
 namespace process_handle_text {
 
-std::wstring Format(const void* process) {
+std::wstring Format(std::uint64_t number) {
     std::array<char, 16> digits;
-    const auto number = std::bit_cast<std::uintptr_t>(process);
     const auto end = std::to_chars(digits.begin(), digits.end(), number, 16).ptr;
     return L"0x" + std::wstring(digits.begin(), end);
 }
 
-bool Parse(const std::wstring& text, void*& process) {
+bool Parse(const std::wstring& text, std::uint64_t& number) {
     std::string digits;
     std::size_t badAt = 0;
     if (!json::EncodeUtf8(text, digits, badAt)) {
@@ -27,13 +24,12 @@ bool Parse(const std::wstring& text, void*& process) {
     if (rest.starts_with("0x") || rest.starts_with("0X")) {
         rest.remove_prefix(2);
     }
-    std::uintptr_t number = 0;
-    const auto result = std::from_chars(rest.data(), rest.data() + rest.size(), number, 16);
-    const bool isWhole = result.ec == std::errc() && result.ptr == rest.data() + rest.size();
-    if (!isWhole || number == 0) {
+    std::uint64_t read = 0;
+    const auto result = std::from_chars(rest.data(), rest.data() + rest.size(), read, 16);
+    if (result.ec != std::errc() || result.ptr != rest.data() + rest.size() || read == 0) {
         return false;
     }
-    process = std::bit_cast<void*>(number);
+    number = read;
     return true;
 }
 

@@ -1,14 +1,15 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
 
-/// A process handle as hexadecimal text: "0x1f4".
+/// The number of a process handle as hexadecimal text: "0x1f4".
 namespace process_handle_text {
 
-std::wstring Format(const void* process);
+std::wstring Format(std::uint64_t number);
 
-/// Takes the digits of either case, with or without "0x". False, and `process` as it was, for anything else, for
-/// zero, which is no process, and for numbers too large for a handle.
-[[nodiscard]] bool Parse(const std::wstring& text, void*& process);
+/// Takes the digits of either case, with or without "0x". False, and `number` as it was, for anything else, for 0 and
+/// for numbers too large for a handle.
+[[nodiscard]] bool Parse(const std::wstring& text, std::uint64_t& number);
 
 } // namespace process_handle_text

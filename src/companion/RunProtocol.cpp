@@ -7,6 +7,7 @@
 #include "companion/json/Reading.h"
 #include "companion/json/Writing.h"
 #include "platform/FileSystem.h"
+#include "platform/ForeignProcess.h"
 #include "platform/NativePath.h"
 #include "platform/Text.h"
 
@@ -66,8 +67,10 @@ bool WriteFile(const std::wstring& json, const std::wstring& path) {
 }
 
 std::wstring SerializeProcessHandle(void* process) {
-    return boundary::Guard("SerializeProcessHandle",
-                           [&] { return json::WriteEnvelope(L"ProcessHandle", process_handle_text::Format(process)); });
+    return boundary::Guard("SerializeProcessHandle", [&] {
+        const std::uint64_t number = platform::NumberOfHandle(process);
+        return json::WriteEnvelope(L"ProcessHandle", process_handle_text::Format(number));
+    });
 }
 
 } // namespace run_protocol

@@ -62,7 +62,7 @@ CONTROLLER_API std::wstring SerializeProgress(const std::wstring& jobId, int pro
 /// is not made again.
 [[nodiscard]] CONTROLLER_API bool WriteFile(const std::wstring& json, const std::wstring& path);
 
-/// The answer of "RunScenario": the handle as hexadecimal text.
+/// The answer of "RunScenario": the handle (on Linux the pidfd) as hexadecimal text.
 CONTROLLER_API std::wstring SerializeProcessHandle(void* process);
 
 } // namespace run_protocol

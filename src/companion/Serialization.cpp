@@ -1,7 +1,7 @@
 #include "companion/ControllerCSWrapper.h"
 
 #include "companion/MessageText.h"
-#include "companion/ProcessHandleText.h"
+#include "companion/ProcessAnswer.h"
 #include "companion/json/RecordLayouts.h"
 
 std::wstring ControllerCSWrapper::Serialize(const std::wstring& name, const EnqueueJobsInfo& info) {
@@ -50,15 +50,14 @@ bool ControllerCSWrapper::Deserialize(const std::wstring& text, std::wstring& va
 
 bool ControllerCSWrapper::Deserialize(const std::wstring& text, void*& value) {
     return boundary::Guard("Deserialize", [&] {
-        std::wstring digits;
-        if (!message_text::Deserialize(text, digits)) {
+        process_answer::ProcessAnswer answer;
+        platform::OwnedHandle process;
+        std::wstring problem;
+        if (!process_answer::Parse(text, answer, problem) || !process_answer::TakeProcess(answer, process, problem)) {
+            WriteErrorLog(L"The answer of a function module names no process: " + problem);
             return false;
         }
-        if (!process_handle_text::Parse(digits, value)) {
-            WriteErrorLog(L"A message cannot be read: expected a process handle such as \"0x1f4\", found \"" +
-                          digits.substr(0, 60) + L"\"");
-            return false;
-        }
+        value = process.Release();
         return true;
     });
 }

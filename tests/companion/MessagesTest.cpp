@@ -157,22 +157,6 @@ TEST(MessagesTest, ARefusalLeavesTheOutputAsItWas) {
     EXPECT_EQ(request.requestId, L"old");
 }
 
-TEST(MessagesTest, ProcessHandlesAreHexadecimalText) {
-    for (const wchar_t* json : {L"{\"H\":\"0x1f4\"}", L"{\"H\":\"1F4\"}", L"{\"H\":\"0X00000001f4\"}"}) {
-        void* handle = nullptr;
-        EXPECT_TRUE(ControllerCSWrapper::Deserialize(json, handle)) << json;
-        EXPECT_EQ(handle, reinterpret_cast<void*>(0x1f4)) << json; // NOLINT: a handle is no address
-    }
-    for (const wchar_t* json : {L"{\"H\":500}", L"{\"H\":\"\"}", L"{\"H\":\"0x\"}", L"{\"H\":\"0xg\"}",
-                                L"{\"H\":\"-1\"}", L"{\"H\":\"0x-1\"}", L"{\"H\":\" 1\"}", L"{\"H\":\"0x0x1\"}",
-                                L"{\"H\":\"0x1 \"}", L"{\"H\":\"0x10000000000000000\"}", L"{\"H\":\"1\\u0000\"}",
-                                L"{\"H\":null}", L"{\"H\":\"0x0\"}", L"{\"H\":\"0\"}"}) {
-        void* handle = &handle;
-        EXPECT_FALSE(ControllerCSWrapper::Deserialize(json, handle)) << json;
-        EXPECT_EQ(handle, &handle) << json;
-    }
-}
-
 TEST(MessagesTest, ARefusalIsLoggedWithItsPlaceAndMember) {
     const LogCapture log;
     EXPECT_FALSE(Accepts(L"{\"UpdateJobList\":[{},\n  {\"scenario\":{\"id\":5}}]}"));

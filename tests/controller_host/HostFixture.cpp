@@ -2,8 +2,8 @@
 
 #include "companion/ControllerCSWrapper.h"
 #include "companion/Messages.h"
-#include "companion/RunProtocol.h"
 #include "companion/Settings.h"
+#include "doubles/ScriptedEngine.h"
 
 #include <algorithm>
 
@@ -15,13 +15,13 @@ HostFixture::HostFixture() {
     settings::UseFile(folder / L"settings.json");
     script.answer = [this](const test_modules::Call& call, std::wstring& output) {
         if (call.function == "RunScenario") {
-            output = run_protocol::SerializeProcessHandle(processes.emplace_back().Handle());
+            output = processes.emplace_back().Answer();
         }
         return 0L;
     };
     functions =
         std::make_unique<FunctionManager>(std::vector<std::wstring>{test_modules::ModulePath(L"recording_module_a")});
-    engine = std::make_unique<HostEngine>(functions.get());
+    engine = std::make_unique<ScriptedEngine<HostEngine>>(functions.get());
     answers = std::make_unique<RequestAnswers>(*engine, line);
     inbox = std::make_unique<RequestInbox>(line, RequestAnswers::Names());
 }

@@ -1,10 +1,17 @@
 #include "doubles/ScriptedProcess.h"
 
+#include <bit>
+#include <cstdint>
+
 #include "platform/ProcessHandle.h"
 #include "platform/Waiting.h"
 
 ScriptedProcess::ScriptedProcess()
     : end(std::make_shared<platform::Event>()), handle(platform::CopyHandle(end->Handle())) {}
+
+std::wstring ScriptedProcess::Answer() const {
+    return std::to_wstring(std::bit_cast<std::uintptr_t>(handle));
+}
 
 void ScriptedProcess::Finish() {
     end->Raise();

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <memory>
+#include <string>
 
 namespace platform {
 class Event;
@@ -15,6 +16,8 @@ public:
     ScriptedProcess();
 
     void* Handle() const { return handle; }
+    /// For a module to answer with (see `ScriptedEngine`).
+    std::wstring Answer() const;
     void Finish();
     /// True when the handle was not closed yet and the process has not ended.
     bool IsRunning() const;

@@ -1,5 +1,6 @@
 #include "companion/ControllerCSWrapper.h"
 #include "companion/Settings.h"
+#include "doubles/ScriptedEngine.h"
 #include "engine/JobEntryManagerBase.h"
 #include "modules/FunctionManager.h"
 #include "modules/ModuleFiles.h"
@@ -29,9 +30,9 @@ using Ids = std::vector<std::wstring>;
 using Statuses = std::vector<JobStatusInfo>;
 
 /// Looks at its whole list while others change it. `GetJobList` takes no lock of its own, so this can.
-class WatchedEngine final : public JobEntryManagerBase {
+class WatchedEngine final : public ScriptedEngine<JobEntryManagerBase> {
 public:
-    using JobEntryManagerBase::JobEntryManagerBase;
+    using ScriptedEngine::ScriptedEngine;
 
     std::vector<JobListInfo> LockedJobList() {
         const std::lock_guard lock(mutex);

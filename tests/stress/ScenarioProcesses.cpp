@@ -34,7 +34,7 @@ long ScenarioProcesses::RunScenario(const std::wstring& request, std::wstring& o
     {
         const std::lock_guard lock(mutex);
         processes.push_back({std::move(info), ScriptedProcess()});
-        output = run_protocol::SerializeProcessHandle(processes.back().process.Handle());
+        output = processes.back().process.Answer();
     }
     changed.notify_all();
     return 0;

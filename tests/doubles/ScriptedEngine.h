@@ -1,0 +1,31 @@
+#pragma once
+
+#include "engine/JobEntry.h"
+
+#include <string>
+
+/// A job whose process is a `ScriptedProcess`: it takes the answer `ScriptedProcess::Answer` and no other.
+class ScriptedJobEntry final : public JobEntry {
+public:
+    using JobEntry::JobEntry;
+
+    bool OnEvaluateJobInputResult(const std::wstring& response) override {
+        if (response.empty()) {
+            return false;
+        }
+        SetProcessHandle(reinterpret_cast<void*>(std::stoull(response))); // NOLINT: a handle is no address
+        return true;
+    }
+};
+
+/// An engine of such jobs: a real one refuses processes that the system does not know.
+template <class Engine>
+class ScriptedEngine : public Engine {
+public:
+    using Engine::Engine;
+
+protected:
+    JobEntry* CreateNewJobEntry(const JobListInfo* info) override {
+        return info == nullptr ? new ScriptedJobEntry() : new ScriptedJobEntry(*info);
+    }
+};
