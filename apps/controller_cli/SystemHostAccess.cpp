@@ -13,6 +13,7 @@
 #include "platform/ErrorOutput.h"
 #include "platform/NativePath.h"
 #include "platform/Pipe.h"
+#include "platform/SharedLibrary.h"
 #include "platform/StopSignal.h"
 #include "platform/Text.h"
 #include "platform/Waiting.h"
@@ -90,6 +91,7 @@ SystemHostAccess::SystemHostAccess() {
     const auto current = settings::Current();
     settingsFile = current->file;
     transmitterModule = current->eventTransmitter;
+    platform::ProvideLibraries(transmitterModule, current->libraryDirectories);
     transmitterId = L"client:" + current->transmitterName;
 }
 

@@ -75,6 +75,7 @@ void HoldMembers(const Settings& held, Settings& read, std::vector<std::wstring>
     HoldMember(L"jobListFile", &Settings::jobListFile, held, read, warnings);
     HoldMember(L"logFile", &Settings::logFile, held, read, warnings);
     HoldMember(L"functionModules", &Settings::functionModules, held, read, warnings);
+    HoldMember(L"libraryDirectories", &Settings::libraryDirectories, held, read, warnings);
     HoldMember(L"eventTransmitter", &Settings::eventTransmitter, held, read, warnings);
     HoldMember(L"transmitterName", &Settings::transmitterName, held, read, warnings);
 }

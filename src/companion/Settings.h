@@ -30,6 +30,8 @@ struct Settings {
     std::wstring defaultCulture = L"en-US";
     /// Function modules in the order to load them.
     std::vector<std::wstring> functionModules;
+    /// Where the libraries that the modules need are searched besides, before the system's places.
+    std::vector<std::wstring> libraryDirectories;
     /// The module through which front ends and the host exchange events.
     std::wstring eventTransmitter;
     /// The name of the place where they meet: hosts with different job lists need different names.

@@ -126,6 +126,7 @@ struct File {
     CheckedValue<Culture> culture;
     CheckedValue<Culture> defaultCulture;
     std::optional<Paths> functionModules;
+    std::optional<Paths> libraryDirectories;
     std::optional<CheckedValue<Path>> eventTransmitter;
     CheckedValue<MeetingPlace> transmitterName;
     std::optional<CheckedValue<Path>> stringResourceFile;
@@ -178,10 +179,10 @@ struct Layout<settings::File> {
         Member{"autoDeleteWorkFolder", &File::autoDeleteWorkFolder},
         Member{"scenarioDirectories", &File::scenarioDirectories}, Member{"culture", &File::culture},
         Member{"defaultCulture", &File::defaultCulture}, Member{"functionModules", &File::functionModules},
-        Member{"eventTransmitter", &File::eventTransmitter}, Member{"transmitterName", &File::transmitterName},
-        Member{"stringResourceFile", &File::stringResourceFile}, Member{"scenarioRunner", &File::scenarioRunner},
-        Member{"scenarioApiDirectory", &File::scenarioApiDirectory}, Member{"interpreters", &File::interpreters},
-        Member{"cancelGraceSeconds", &File::cancelGraceSeconds},
+        Member{"libraryDirectories", &File::libraryDirectories}, Member{"eventTransmitter", &File::eventTransmitter},
+        Member{"transmitterName", &File::transmitterName}, Member{"stringResourceFile", &File::stringResourceFile},
+        Member{"scenarioRunner", &File::scenarioRunner}, Member{"scenarioApiDirectory", &File::scenarioApiDirectory},
+        Member{"interpreters", &File::interpreters}, Member{"cancelGraceSeconds", &File::cancelGraceSeconds},
         Member{"scenarioLogLimitBytes", &File::scenarioLogLimitBytes});
 };
 
@@ -217,7 +218,8 @@ public:
         for (const Directory& directory : file.scenarioDirectories) {
             changed.scenarioDirectories.push_back({Resolved(directory.path.value), directory.label.value});
         }
-        ApplyModules(file.functionModules);
+        ApplyPaths(file.functionModules, changed.functionModules);
+        ApplyPaths(file.libraryDirectories, changed.libraryDirectories);
         ApplyInterpreters(file.interpreters);
     }
 
@@ -233,13 +235,13 @@ private:
         }
     }
 
-    void ApplyModules(const std::optional<Paths>& modules) {
-        if (!modules) {
+    void ApplyPaths(const std::optional<Paths>& paths, std::vector<std::wstring>& setting) const {
+        if (!paths) {
             return;
         }
-        changed.functionModules.clear();
-        for (const CheckedValue<Path>& module : *modules) {
-            changed.functionModules.push_back(Resolved(module.value));
+        setting.clear();
+        for (const CheckedValue<Path>& path : *paths) {
+            setting.push_back(Resolved(path.value));
         }
     }
 

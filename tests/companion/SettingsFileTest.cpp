@@ -75,6 +75,7 @@ const std::vector<Refused> refusedFiles = {
      L": scenarioDirectories[0]: expected an object, found text"},
     {"ModulesAsText", R"({"functionModules":"local_process.so"})", L": functionModules: expected a list, found text"},
     {"EmptyModule", R"({"functionModules":["a.so",""]})", L": functionModules[1]: expected a path"},
+    {"EmptyLibraryDirectory", R"({"libraryDirectories":[""]})", L": libraryDirectories[0]: expected a path"},
     {"ExtensionWithoutDot", R"({"interpreters":{"rb":["ruby"]}})",
      L": expected as its name an extension with the dot, such as \".rb\""},
     {"ExtensionWithSeparator", R"({"interpreters":{"./rb":["ruby"]}})", L": expected as its name an extension"},
@@ -112,7 +113,7 @@ TEST_F(SettingsFileTest, TakesEveryMember) {
         R"({"version":1,"workDirectory":"work","jobListFile":"lists/job_list.json","logFile":"c.log","logLevel":"warning",
         "autoDeleteWorkFolder":{"enabled":true,"days":7},
         "scenarioDirectories":[{"path":"scenarios","label":"Ours"},{"path":"../common"}],
-        "culture":"de-DE","defaultCulture":"fr","functionModules":["../bin/one.so","two.so"],
+        "culture":"de-DE","defaultCulture":"fr","functionModules":["../bin/one.so","two.so"],"libraryDirectories":["../cad"],
         "eventTransmitter":"../bin/line.so","transmitterName":"ours-1","stringResourceFile":"texts.json",
         "scenarioRunner":"../bin/runner","scenarioApiDirectory":"api",
         "interpreters":{".rb":["ruby","--disable=gems"],".py":["python3"]},
@@ -130,6 +131,7 @@ TEST_F(SettingsFileTest, TakesEveryMember) {
     expected.culture = L"de-DE";
     expected.defaultCulture = L"fr";
     expected.functionModules = {folder / L"bin\\one.so", folder / L"conf\\two.so"};
+    expected.libraryDirectories = {folder / L"cad"};
     expected.eventTransmitter = folder / L"bin\\line.so";
     expected.transmitterName = L"ours-1";
     expected.stringResourceFile = folder / L"conf\\texts.json";

@@ -203,6 +203,11 @@ TEST_F(SettingsTest, LogsThatEverybodyMayChangeTheFileOrAModule) {
     settings::Current();
     EXPECT_EQ(CountOf("Everybody may change", Log()), 1);
     EXPECT_EQ(CountOf("shared.so, and so decide what runs in your name", Log()), 1);
+    WriteTextFile(folder / L"libraries\\one.so", "");
+    LetEverybodyWrite(folder / L"libraries");
+    Write(R"({"functionModules":[],"libraryDirectories":["libraries"]})");
+    settings::Current();
+    EXPECT_EQ(CountOf("libraries, and so decide what runs in your name", Log()), 1);
     Write(R"({"functionModules":[]})");
     LetEverybodyWrite(path);
     settings::Current();

@@ -3,10 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "platform/Directories.h"
-#include "platform/Environment.h"
 #include "platform/Export.h"
-#include "platform/NativePath.h"
-#include "platform/SystemHelpers.h"
 #include "platform/Text.h"
 #include "support/TemporaryFolder.h"
 
@@ -59,24 +56,13 @@ TEST(SharedLibraryTest, WhatIsNoModuleIsNotLoaded) {
     EXPECT_EQ(LoadModule(L""), nullptr);
 }
 
-TEST(SharedLibraryTest, ABareNameMeansTheProgramsFolder) {
-    void* const module = LoadModule(platform::FromUtf8(TEST_MODULE_FILE));
-    EXPECT_NE(module, nullptr);
-    FreeModule(module);
-}
-
-TEST(SharedLibraryTest, ABareNameIsNotLookedForAnywhereElse) {
+TEST(SharedLibraryTest, TheSystemSaysWhyAModuleCannotBeLoaded) {
     const TemporaryFolder folder;
-    const std::wstring name = std::wstring(L"of_another_folder") + platform::moduleExtension;
-    WriteTextFile(folder / name, ReadTextFile(ModulePath()));
-    const std::wstring before = platform::GetEnvironment(L"PATH").value_or(L"");
-    platform::SetEnvironment(L"PATH", platform::ToNativeText(folder.Path()) + platform::pathListSeparator + before);
-    const ScopedCurrentFolder current(folder.Path());
-    EXPECT_EQ(LoadModule(name), nullptr);
-    platform::SetEnvironment(L"PATH", before);
-    void* const module = LoadModule(L".\\" + name);
-    EXPECT_NE(module, nullptr);
-    FreeModule(module);
+    WriteTextFile(folder / L"text.dll", "not a module");
+    for (const std::wstring& path : {folder / L"text.dll", folder / L"missing.dll", std::wstring()}) {
+        EXPECT_FALSE(platform::LoadProblem(path).empty());
+    }
+    EXPECT_EQ(platform::LoadProblem(ModulePath()), L"");
 }
 
 TEST(SharedLibraryTest, ANullModuleHasNoExports) {

@@ -12,6 +12,7 @@
 #include "platform/NativePath.h"
 #include "platform/Process.h"
 #include "platform/ProgramArguments.h"
+#include "platform/SharedLibrary.h"
 #include "platform/Text.h"
 #include "platform/Waiting.h"
 #include "programs/StopRequests.h"
@@ -174,6 +175,25 @@ int Multiply(const Arguments& arguments) {
     WaitForEver();
 }
 
+/// Loads a module and prints what it answers.
+int LoadModule(const Arguments& arguments) {
+    void* const module = platform::LoadModule(arguments.at(0));
+    if (module == nullptr) {
+        Print(L"not loaded: " + platform::LoadProblem(arguments.at(0)));
+        return 1;
+    }
+    const auto answer = reinterpret_cast<int (*)()>(platform::FindExport(module, "Answer"));
+    Print(L"Answer: " + std::to_wstring(answer()));
+    return 0;
+}
+
+/// The same as our programs do, with the directories behind the module.
+int LoadModuleNarrowed(const Arguments& arguments) {
+    platform::NarrowModuleSearch();
+    platform::ProvideLibraries(arguments.at(0), {arguments.begin() + 1, arguments.end()});
+    return LoadModule(arguments);
+}
+
 int Run(const Arguments& arguments) {
     const std::map<std::wstring, int (*)(const Arguments&)> commands = {
         {L"exit", Exit},
@@ -190,6 +210,8 @@ int Run(const Arguments& arguments) {
         {L"leave-a-watcher", LeaveAWatcher},
         {L"have-family", HaveFamily},
         {L"multiply", Multiply},
+        {L"load-module", LoadModule},
+        {L"load-module-narrowed", LoadModuleNarrowed},
     };
     return commands.at(arguments.at(0))({arguments.begin() + 1, arguments.end()});
 }

@@ -2,7 +2,7 @@
 
 #include <windows.h>
 
-#include "platform/Directories.h"
+#include "platform/Error.h"
 #include "platform/NativePath.h"
 #include "platform/PathRoot.h"
 #include "platform/windows/SystemPath.h"
@@ -28,15 +28,26 @@ private:
 } // namespace
 
 void* LoadModule(const std::wstring& path) {
-    if (NamesNothing(path)) {
-        return nullptr;
-    }
     const QuietErrors quiet;
-    const bool isBareName = FileName(path) == path;
-    // These places for what the module needs can only be named with a whole path.
-    const std::wstring whole = ResolveAgainst(isBareName ? ProgramFolder() : CurrentFolder(), path);
-    constexpr DWORD searched = LOAD_LIBRARY_SEARCH_DLL_LOAD_DIR | LOAD_LIBRARY_SEARCH_DEFAULT_DIRS;
-    return LoadLibraryExW(SystemPath(whole).c_str(), nullptr, searched);
+    return NamesNothing(path) ? nullptr : LoadLibraryW(SystemPath(path).c_str());
+}
+
+std::wstring LoadProblem(const std::wstring& path) {
+    const QuietErrors quiet;
+    const HMODULE module = NamesNothing(path) ? nullptr : LoadLibraryW(SystemPath(path).c_str());
+    if (module == nullptr) {
+        const Error error = NamesNothing(path) ? Error{ErrorKind::NotFound, 0} : LastError();
+        return error.Text();
+    }
+    FreeLibrary(module);
+    return {};
+}
+
+void ProvideLibraries(const std::wstring& module, const std::vector<std::wstring>& directories) {
+    AddDllDirectory(SystemPath(ParentFolder(module)).c_str());
+    for (const std::wstring& directory : directories) {
+        AddDllDirectory(SystemPath(directory).c_str());
+    }
 }
 
 void* FindExport(void* module, const char* name) {

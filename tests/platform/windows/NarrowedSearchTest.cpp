@@ -9,7 +9,7 @@
 #include "support/TemporaryFolder.h"
 
 /// What other libraries ask the system for by its bare name.
-TEST(ModuleSearchTest, AfterNarrowingTheCurrentFolderIsNotSearched) {
+TEST(NarrowedSearchTest, AfterNarrowingTheCurrentFolderIsNotSearched) {
     const TemporaryFolder folder;
     WriteTextFile(folder / L"of_the_current_folder.dll",
                   ReadTextFile(platform::ProgramFolder() + L"\\" + platform::FromUtf8(TEST_MODULE_FILE)));

@@ -1,0 +1,7 @@
+#include "platform/Export.h"
+
+extern "C" CONTROLLER_API int ChainEnd();
+
+int ChainEnd() {
+    return 42;
+}

@@ -1,0 +1,8 @@
+#include "platform/Export.h"
+
+extern "C" int ChainEnd();
+extern "C" CONTROLLER_API int ChainMiddle();
+
+int ChainMiddle() {
+    return ChainEnd();
+}
