@@ -5,6 +5,7 @@
 
 #include "companion/ControllerCSWrapper.h"
 #include "companion/RunProtocol.h"
+#include "companion/Settings.h"
 #include "platform/FileSystem.h"
 #include "support/PathFuncs.h"
 
@@ -18,6 +19,21 @@ std::wstring FileOf(const JobListInfo& job, const wchar_t* name) {
     }
     const std::wstring path = PathFuncs::Join(job.workDir, name);
     return platform::Exists(path) ? path : std::wstring();
+}
+
+ResultReport ReadResult(const std::wstring& path) {
+    ResultReport report;
+    if (path.empty()) {
+        return report;
+    }
+    bool succeeded = false;
+    std::vector<std::pair<int, std::wstring>> messages;
+    // Of a file that cannot be read there is nothing to tell.
+    (void)ControllerCSWrapper::ParseRunScenarioResult(path, succeeded, messages, report.outputFiles);
+    for (auto& [code, text] : messages) {
+        report.messages.push_back(std::move(text));
+    }
+    return report;
 }
 
 } // namespace
@@ -34,17 +50,10 @@ std::optional<ProgressReport> LastReportOf(const JobListInfo& job) {
 }
 
 ResultReport ResultOf(const JobListInfo& job) {
-    const std::wstring path = FileOf(job, run_protocol::resultFileName);
-    ResultReport report;
-    if (path.empty()) {
-        return report;
-    }
-    bool succeeded = false;
-    std::vector<std::pair<int, std::wstring>> messages;
-    // Of a file that cannot be read there is nothing to tell.
-    (void)ControllerCSWrapper::ParseRunScenarioResult(path, succeeded, messages, report.outputFiles);
-    for (auto& [code, text] : messages) {
-        report.messages.push_back(std::move(text));
+    ResultReport report = ReadResult(FileOf(job, run_protocol::resultFileName));
+    if (report.messages.empty()) {
+        const std::wstring note = run_protocol::FailureNotePath(settings::Current()->jobListFile, job.id);
+        report.messages = ReadResult(platform::Exists(note) ? note : std::wstring()).messages;
     }
     return report;
 }

@@ -26,6 +26,7 @@ struct ResultReport {
     std::vector<std::wstring> outputFiles;
 };
 
+/// The reason that the host has left beside the job list where the result has none is among the messages.
 ResultReport ResultOf(const JobListInfo& job);
 
 /// The folder that was made for the job's results. Empty while it has none: `outputDir` is the folder that it is to be

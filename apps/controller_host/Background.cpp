@@ -3,6 +3,7 @@
 #include <chrono>
 
 #include "companion/Settings.h"
+#include "controller_host/StartChecks.h"
 #include "platform/Console.h"
 #include "platform/Directories.h"
 #include "platform/NativePath.h"
@@ -35,6 +36,13 @@ HostExit OutcomeOf(void* host) {
     return Refuse(L"the host ended at once with exit code " + std::to_wstring(code.value_or(-1)) + L"." + LogHint());
 }
 
+/// The host has them in its log alone: nobody sees its terminal.
+void TellProblems() {
+    for (const std::wstring& problem : start_checks::Problems(*settings::Current())) {
+        platform::WriteErrorOutput("controller_host: warning: " + platform::ToUtf8(problem) + "\n");
+    }
+}
+
 } // namespace
 
 HostExit StartHostInBackground() {
@@ -55,6 +63,7 @@ HostExit StartHostInBackground() {
     }
     const auto signalled = platform::WaitForAny({ready.Handle(), host.Get()}, startLimit);
     if (signalled == std::size_t{0}) {
+        TellProblems();
         return HostExit::Ended;
     }
     return signalled ? OutcomeOf(host.Get()) : Refuse(L"the host is not ready after 30 s." + LogHint());

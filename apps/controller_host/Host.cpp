@@ -1,6 +1,8 @@
 #include "controller_host/Host.h"
 
 #include <chrono>
+#include <utility>
+#include <vector>
 
 #include "companion/JobListFile.h"
 #include "companion/Settings.h"
@@ -10,6 +12,7 @@
 #include "controller_host/LeftoverScenarios.h"
 #include "controller_host/RequestAnswers.h"
 #include "controller_host/RequestInbox.h"
+#include "controller_host/StartChecks.h"
 #include "modules/EventTransmitterManager.h"
 #include "modules/FunctionManager.h"
 #include "platform/Console.h"
@@ -65,6 +68,12 @@ void TellOfDamagedLists(const settings::Settings& settings) {
     }
 }
 
+void Warn(const std::vector<std::wstring>& problems) {
+    for (const std::wstring& problem : problems) {
+        ControllerLogManager::WarnLog(problem);
+    }
+}
+
 HostExit ServeFrontEnds(const settings::Settings& settings, EventTransmitter& transmitter,
                         const std::wstring& readyEvent) {
     ControllerLogManager::Initialize(0, settings.logFile, readyEvent.empty());
@@ -72,8 +81,12 @@ HostExit ServeFrontEnds(const settings::Settings& settings, EventTransmitter& tr
     job_list_file::RemoveLeftovers(DeletionNotes::FileBeside(settings.jobListFile));
     StopLeftoverScenarios(settings.jobListFile);
     platform::ReachFaultPoint(platform::FaultPoint::LeftoversStopped);
-    const FunctionManager functions(settings.functionModules);
+    FunctionManager functions({});
+    std::vector<std::wstring> moduleProblems = start_checks::LoadFunctionModules(settings, functions);
+    Warn(moduleProblems);
+    Warn(start_checks::ProgramProblems(settings));
     HostEngine engine(&functions);
+    engine.SetModuleProblems(std::move(moduleProblems));
     platform::ReachFaultPoint(platform::FaultPoint::EngineMade);
     TellOfDamagedLists(settings);
     engine.FinishDeletions();
@@ -109,14 +122,11 @@ HostExit RunHost(const std::wstring& readyEvent) {
         return Refuse(HostExit::CouldNotRun, L"the job list cannot be used, and is left as it is: " + obstacle);
     }
     platform::ReachFaultPoint(platform::FaultPoint::PlaceTaken);
+    start_checks::ProvideModuleLibraries(*settings);
     EventTransmitterManager modules(settings->eventTransmitter);
     EventTransmitter* const transmitter = modules.GetEventTransmitter(L"engine:" + settings->transmitterName);
     if (transmitter == nullptr || !transmitter->IsConnected()) {
-        return Refuse(HostExit::CouldNotRun,
-                      L"front ends cannot be reached through " + platform::ToNativeText(settings->eventTransmitter) +
-                          L" as \"" + settings->transmitterName +
-                          L"\": the module is missing, or another host has the name. The settings \"eventTransmitter\" "
-                          L"and \"transmitterName\" say which.");
+        return Refuse(HostExit::CouldNotRun, start_checks::TransmitterProblem(*settings));
     }
     return ServeFrontEnds(*settings, *transmitter, readyEvent);
 }

@@ -2,6 +2,8 @@
 
 #include "companion/ControllerCSWrapper.h"
 #include "controller_host/DeletionNotes.h"
+#include "controller_host/FailureReasons.h"
+#include "modules/FunctionManager.h"
 #include "platform/FaultPoint.h"
 #include "platform/FileSystem.h"
 #include "support/ControllerLogManager.h"
@@ -99,6 +101,7 @@ bool HostEngine::DeleteJobsDurably(std::vector<std::wstring>& ids, std::vector<s
     DeleteJobs(ids, deleted);
     platform::ReachFaultPoint(platform::FaultPoint::DeletionsToBeSettled);
     notes.Settle();
+    ForgetFailures();
     platform::ReachFaultPoint(platform::FaultPoint::DeletionsSettled);
     return true;
 }
@@ -113,6 +116,39 @@ std::vector<JobListInfo> HostEngine::DeletableJobs(const std::vector<std::wstrin
         }
     }
     return jobs;
+}
+
+std::wstring HostEngine::ReasonOf(const JobEntry& job) const {
+    std::wstring reason = job.GetFailure();
+    if (!functionManager->HasFunction("RunScenario")) {
+        for (const std::wstring& problem : moduleProblems) {
+            reason += L" " + problem;
+        }
+    }
+    return reason;
+}
+
+void HostEngine::ExplainFailures(const std::vector<JobStatusInfo>& changed) {
+    std::set<std::wstring> failed;
+    for (const JobStatusInfo& job : changed) {
+        if (job.status == JobStatus::Failed) {
+            failed.insert(job.id);
+        }
+    }
+    if (failed.empty()) {
+        return;
+    }
+    const FailureReasons reasons(ControllerCSWrapper::GetJobListFile());
+    const std::lock_guard lock(mutex);
+    for (const auto& job : jobList) {
+        if (failed.contains(job->GetId()) && !job->GetFailure().empty()) {
+            reasons.Leave(job->GetJobListInfo(), ReasonOf(*job));
+        }
+    }
+}
+
+void HostEngine::ForgetFailures() {
+    FailureReasons(ControllerCSWrapper::GetJobListFile()).KeepOnly(ListedIds());
 }
 
 void HostEngine::FinishDeletions() {
@@ -131,4 +167,5 @@ void HostEngine::FinishDeletions() {
     std::vector<std::wstring> deleted;
     DeleteJobs(ids, deleted);
     notes.Settle();
+    ForgetFailures();
 }

@@ -51,6 +51,14 @@ public:
     [[nodiscard]] std::wstring ReadParameterSets(const std::wstring& scenarioId,
                                                  std::vector<ScenarioParameterSetInfo>& sets);
 
+    /// Leaves the reason of each of these jobs that has failed without a word of its scenario where people find it
+    /// (`FailureReasons`). Called before they are told of the failure.
+    void ExplainFailures(const std::vector<JobStatusInfo>& changed);
+    /// What to add to the reason of jobs that fail because no function module takes them.
+    void SetModuleProblems(std::vector<std::wstring> problems) { moduleProblems = std::move(problems); }
+    /// Removes the reasons of jobs that are listed no more.
+    void ForgetFailures();
+
     /// Deletes what an earlier host was deleting when it was interrupted.
     void FinishDeletions();
 
@@ -70,4 +78,7 @@ private:
 
     /// What the last search found, in its order; the catalogue keeps more.
     std::vector<ScenarioInfo> listedScenarios;
+    std::wstring ReasonOf(const JobEntry& job) const;
+
+    std::vector<std::wstring> moduleProblems;
 };

@@ -55,6 +55,7 @@ void HostLoop::LookAtJobs() {
     std::vector<JobStatusInfo> changed;
     if (engine.CheckUpdate(changed)) {
         EndScenariosWithoutRunner(changed);
+        engine.ExplainFailures(changed);
         answers.TellAll(changed);
     }
 }
@@ -62,6 +63,7 @@ void HostLoop::LookAtJobs() {
 void HostLoop::StartNextJob() {
     std::vector<JobStatusInfo> updated;
     if (engine.ExecuteJob(nullptr, updated)) {
+        engine.ExplainFailures(updated);
         answers.TellAll(updated);
     }
 }

@@ -21,16 +21,8 @@ constexpr const wchar_t* packageFolderName = L"package";
 /// How long the last output may take once all processes are gone.
 constexpr std::chrono::seconds outputPatience{10};
 
-std::optional<std::wstring> FindRunnable(const std::wstring& program) {
-    if (platform::IsAbsolute(program)) {
-        return platform::IsProgramName(program) && platform::IsProgramFile(program) ? std::optional(program)
-                                                                                    : std::nullopt;
-    }
-    return platform::FindProgram(program);
-}
-
 ScenarioSurroundings ThisMachine() {
-    return {FindRunnable, platform::Exists, platform::GetEnvironment};
+    return {platform::FindRunnable, platform::Exists, platform::GetEnvironment};
 }
 
 RunLimits LimitsOf(const scenario_manifest::ScenarioManifest& manifest, const settings::Settings& settings) {

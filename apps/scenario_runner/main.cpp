@@ -42,9 +42,14 @@ RunnerExit RunScenario(const RunnerArguments& arguments, const platform::PinnedF
     if (!UseSettings(arguments, problem)) {
         return Refuse(folder, problem);
     }
-    const platform::StopSignal stopSignal;
-    const auto settings = settings::Current();
-    return scenario_runner::ScenarioRun(arguments.workDir, folder, *settings, owners, stopSignal).Run();
+    try {
+        const platform::StopSignal stopSignal;
+        const auto settings = settings::Current();
+        return scenario_runner::ScenarioRun(arguments.workDir, folder, *settings, owners, stopSignal).Run();
+    } catch (const std::exception& failure) {
+        // No more threads, handles or memory.
+        return Refuse(folder, L"The scenario cannot be run: " + platform::FromUtf8(failure.what()) + L".");
+    }
 }
 
 /// What the guard does when somebody ended the runner: the scenario's own verdict stands, where it has given one.

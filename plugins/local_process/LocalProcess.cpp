@@ -19,8 +19,10 @@ ModuleResult Fail(ModuleResult result, const std::wstring& problem) {
     return result;
 }
 
-ModuleResult FailJob(ModuleResult result, const run_protocol::RunScenarioInfo& info, const std::wstring& problem) {
+ModuleResult FailJob(ModuleResult result, const run_protocol::RunScenarioInfo& info, const std::wstring& problem,
+                     std::wstring& answer) {
     LeaveFailedResult(info, problem);
+    answer = problem;
     return Fail(result, problem);
 }
 
@@ -44,15 +46,16 @@ ModuleResult LocalProcess::RunScenario(const std::wstring& request, std::wstring
     run_protocol::RunScenarioInfo info;
     std::wstring problem;
     if (!run_protocol::ParseRunScenarioInfo(request, info, problem)) {
-        return Fail(ModuleResult::InvalidRequest, L"A request to run a scenario cannot be read: " + problem);
+        answer = L"A request to run a scenario cannot be read: " + problem;
+        return Fail(ModuleResult::InvalidRequest, answer);
     }
     if (!PrepareWorkFolder(info, problem)) {
-        return FailJob(ModuleResult::NoWorkDirectory, info, problem);
+        return FailJob(ModuleResult::NoWorkDirectory, info, problem, answer);
     }
     platform::ReachFaultPoint(platform::FaultPoint::RunRequestWritten);
     platform::OwnedHandle runner;
     if (!StartRunner(info, *settings::Current(), runner, problem)) {
-        return FailJob(ModuleResult::RunnerNotStarted, info, problem);
+        return FailJob(ModuleResult::RunnerNotStarted, info, problem, answer);
     }
     platform::ReachFaultPoint(platform::FaultPoint::RunnerStarted);
     registry.Add(info.jobId, info.workDir, runner.Get());

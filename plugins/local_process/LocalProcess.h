@@ -15,7 +15,7 @@ namespace local_process {
 /// - "CancelScenario" takes a job's id and asks its runner to stop; `JobNotRunning` when this module runs no such job.
 /// - "Terminate" asks all runners to stop. It does not wait for them; they end at once when this process ends.
 ///
-/// A failure is in the log, and a failed start also in the job's result file. Any thread.
+/// A failure is in the log, and a failed start also in the job's result file and in the answer. Any thread.
 class LocalProcess {
 public:
     static std::vector<std::string> FunctionNames();

@@ -2,14 +2,21 @@
 
 #include "platform/NativePath.h"
 #include "platform/Process.h"
+#include "platform/ProgramSearch.h"
 
 namespace local_process {
 namespace {
 
 bool Fail(const settings::Settings& settings, const std::wstring& why, std::wstring& problem) {
     problem = L"The program that runs scenarios, " + platform::ToNativeText(settings.scenarioRunner) +
-              L", cannot be started: " + why + L". Check the setting \"scenarioRunner\".";
+              L", cannot be started: " + why + L".";
     return false;
+}
+
+/// The setting is to blame only when the file is.
+std::wstring Advice(const settings::Settings& settings) {
+    return platform::IsProgramFile(settings.scenarioRunner) ? std::wstring()
+                                                            : L". Check the setting \"scenarioRunner\"";
 }
 
 /// The settings file; while that is broken or gone, a copy in the work directory of what it said before.
@@ -51,7 +58,7 @@ bool StartRunner(const run_protocol::RunScenarioInfo& info, const settings::Sett
     start.detached = true;
     start.inherited = {host.Get()};
     const platform::Error error = platform::StartProcess(start, runner);
-    return !error || Fail(settings, error.Text(), problem);
+    return !error || Fail(settings, error.Text() + Advice(settings), problem);
 }
 
 } // namespace local_process

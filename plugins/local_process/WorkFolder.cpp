@@ -5,7 +5,6 @@
 #include "platform/FaultPoint.h"
 #include "platform/FileSystem.h"
 #include "platform/NativePath.h"
-#include "platform/OtherUsers.h"
 
 namespace local_process {
 namespace {
@@ -40,24 +39,12 @@ bool Fail(const RunScenarioInfo& info, const std::wstring& what, std::wstring& p
     return false;
 }
 
-/// Each job's folder is its user's alone, and so must be the way to it.
-bool MakeFolder(const RunScenarioInfo& info, std::wstring& problem) {
-    const std::wstring parent = platform::ParentFolder(info.workDir);
-    if (const platform::Error error = platform::EnsurePrivateFolders(parent)) {
-        return Fail(info, L"cannot be made: " + error.Text(), problem);
-    }
-    if (platform::OthersMayExchangeIn(parent)) {
-        return Fail(info, L"is not made, because other users could exchange it", problem);
-    }
-    const platform::Error error = platform::EnsurePrivateFolder(info.workDir);
-    return !error || Fail(info, L"cannot be made: " + error.Text(), problem);
-}
-
 } // namespace
 
 bool PrepareWorkFolder(const RunScenarioInfo& info, std::wstring& problem) {
-    if (!MakeFolder(info, problem)) {
-        return false;
+    std::wstring obstacle;
+    if (!run_protocol::MakeWorkDirectory(info.workDir, obstacle)) {
+        return Fail(info, obstacle, problem);
     }
     if (const platform::Error error = RemoveLeftovers(info.workDir)) {
         return Fail(info, L"holds files of an earlier run that cannot be removed: " + error.Text(), problem);

@@ -9,6 +9,7 @@
 #include "platform/FileSystem.h"
 #include "platform/ForeignProcess.h"
 #include "platform/NativePath.h"
+#include "platform/OtherUsers.h"
 #include "platform/Text.h"
 
 namespace run_protocol {
@@ -63,6 +64,46 @@ bool WriteFile(const std::wstring& json, const std::wstring& path) {
                                                error.Text());
         }
         return !error;
+    });
+}
+
+namespace {
+
+std::wstring WhyNotMade(const std::wstring& workDir) {
+    const std::wstring parent = platform::ParentFolder(workDir);
+    if (const platform::Error error = platform::EnsurePrivateFolders(parent)) {
+        return L"cannot be made: " + error.Text();
+    }
+    if (platform::OthersMayExchangeIn(parent)) {
+        return L"is not made, because other users could exchange it";
+    }
+    const platform::Error error = platform::EnsurePrivateFolder(workDir);
+    return error ? L"cannot be made: " + error.Text() : std::wstring();
+}
+
+/// As the engine makes them. Anything else could lead to another file.
+bool IsJobId(const std::wstring& id) {
+    constexpr std::size_t longestId = 8;
+    return !id.empty() && id.size() <= longestId && id.find_first_not_of(L"0123456789abcdef") == std::wstring::npos;
+}
+
+} // namespace
+
+bool MakeWorkDirectory(const std::wstring& workDir, std::wstring& problem) {
+    return boundary::Guard("MakeWorkDirectory", [&] {
+        problem = WhyNotMade(workDir);
+        return problem.empty();
+    });
+}
+
+std::wstring FailureNotesFolder(const std::wstring& jobListFile) {
+    return boundary::Guard("FailureNotesFolder", [&] { return jobListFile + L".failures"; });
+}
+
+std::wstring FailureNotePath(const std::wstring& jobListFile, const std::wstring& jobId) {
+    return boundary::Guard("FailureNotePath", [&] {
+        return IsJobId(jobId) ? platform::ResolveAgainst(FailureNotesFolder(jobListFile), jobId + L".json")
+                              : std::wstring();
     });
 }
 

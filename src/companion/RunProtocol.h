@@ -62,6 +62,16 @@ CONTROLLER_API std::wstring SerializeProgress(const std::wstring& jobId, int pro
 /// is not made again.
 [[nodiscard]] CONTROLLER_API bool WriteFile(const std::wstring& json, const std::wstring& path);
 
+/// Makes a job's work directory, for this user alone, with what is missing on the way to it. False, with the end of a
+/// sentence about the directory in `problem`, when it cannot be made or other users could exchange it.
+CONTROLLER_API bool MakeWorkDirectory(const std::wstring& workDir, std::wstring& problem);
+
+/// Where the reason of a failed job stands when its work directory cannot hold it: a file beside the job list, in the
+/// layout of a result. Empty for what is no job's id.
+CONTROLLER_API std::wstring FailureNotePath(const std::wstring& jobListFile, const std::wstring& jobId);
+/// The folder of these files.
+CONTROLLER_API std::wstring FailureNotesFolder(const std::wstring& jobListFile);
+
 /// The answer of "RunScenario": the handle (on Linux the pidfd) as hexadecimal text.
 CONTROLLER_API std::wstring SerializeProcessHandle(void* process);
 

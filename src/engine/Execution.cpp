@@ -10,6 +10,18 @@
 
 namespace {
 
+constexpr const char* runScenario = "RunScenario";
+/// Of what a module says.
+constexpr std::size_t longestReason = 2000;
+
+std::wstring WhyModuleRefused(const FunctionManager& modules, long result, const std::wstring& response) {
+    if (!modules.HasFunction(runScenario)) {
+        return L"No function module offers \"RunScenario\".";
+    }
+    return L"The function module did not start the job (result " + std::to_wstring(result) + L")" +
+           (response.empty() ? L"." : L": " + response.substr(0, longestReason));
+}
+
 bool BuildRunRequest(const JobEntry& job, std::wstring& request) {
     const JobListInfo& info = job.GetJobListInfo();
     if (ControllerCSWrapper::CreateRunScenarioInfoString(info.id, info.scenario.path, info.inputFiles,
@@ -58,6 +70,7 @@ bool JobEntryManagerBase::StartJob(JobEntry& job, Callback callback, std::vector
 bool JobEntryManagerBase::CallRunScenario(JobEntry& job, Callback callback) {
     std::wstring request;
     if (!BuildRunRequest(job, request)) {
+        job.SetFailure(L"The run request of the job cannot be built.");
         return false;
     }
     ControllerLogManager::DebugLog(L"Job: " + numbers::DecimalText(job.GetSeqId()) + L" is running as JobID: " +
@@ -65,12 +78,16 @@ bool JobEntryManagerBase::CallRunScenario(JobEntry& job, Callback callback) {
     std::wstring response;
     const std::string activity = "started Job: " + std::to_string(job.GetSeqId());
     platform::ReachFaultPoint(platform::FaultPoint::StartDecided);
-    const long result = CallModule(*functionManager, "RunScenario", request, response, callback, activity);
+    const long result = CallModule(*functionManager, runScenario, request, response, callback, activity);
     platform::ReachFaultPoint(platform::FaultPoint::ModuleCalled);
     if (result != 0) {
+        job.SetFailure(WhyModuleRefused(*functionManager, result, response));
         return false;
     }
     // An answer without a handle leaves the job running without one: the next look at it takes it as ended.
-    (void)job.OnEvaluateJobInputResult(response);
+    if (!job.OnEvaluateJobInputResult(response)) {
+        job.SetFailure(L"The answer of the function module names no process that can be watched: " +
+                       response.substr(0, longestReason));
+    }
     return true;
 }

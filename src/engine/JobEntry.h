@@ -42,6 +42,10 @@ public:
     std::int32_t GetProgress() const { return info.progress; }
     /// The folder made by `PrepareOutputDir`; empty until then.
     const std::wstring& GetOutputFolder() const { return outputFolder; }
+    /// Why the job failed, one sentence or more for people, where the scenario's own result does not say it; empty
+    /// otherwise. Not persisted.
+    const std::wstring& GetFailure() const { return failure; }
+    void SetFailure(const std::wstring& reason) { failure = reason; }
 
     /// The process that runs the job; null when there is none. Owned by the entry.
     void* GetProcessHandle() const { return processHandle; }
@@ -89,10 +93,13 @@ protected:
     std::wstring scenarioSubDir;
     std::wstring progressMessage;
     void* processHandle = nullptr;
+    std::wstring failure;
 
 private:
     /// Takes a new value out of the progress file; false when there is none yet.
     [[nodiscard]] bool ReadProgress();
     /// The job's process has ended: lets go of it and gives the job its end time and last status.
     void Finish();
+    /// `Success` or `Failed`, as the result says. `ending`: how the process ended.
+    void TakeResult(const std::wstring& ending);
 };

@@ -3,6 +3,7 @@
 #include "engine/FreshFolder.h"
 #include "engine/OutputFolderName.h"
 #include "platform/FileSystem.h"
+#include "platform/NativePath.h"
 #include "support/ControllerLogManager.h"
 #include "support/Numbers.h"
 #include "support/PathFuncs.h"
@@ -24,7 +25,9 @@ bool JobEntry::PrepareOutputDir() {
     const std::wstring path =
         WithoutTrailingBlanks(PathFuncs::Join(info.outputDir, OutputFolderName(info.inputFiles.front())));
     std::wstring folder;
-    if (MakeFreshFolder(path, {platform::Exists, platform::CreateFolder}, folder)) {
+    if (const platform::Error error = MakeFreshFolder(path, {platform::Exists, platform::CreateFolder}, folder)) {
+        failure =
+            L"The output directory " + platform::ToNativeText(folder) + L" cannot be made: " + error.Text() + L".";
         ControllerLogManager::ErrorLog(L"Failed to create directory: " + folder + L" for Job: " +
                                        numbers::DecimalText(info.seqId));
         return false;

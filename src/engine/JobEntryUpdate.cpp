@@ -3,22 +3,43 @@
 #include "companion/ControllerCSWrapper.h"
 #include "platform/Clock.h"
 #include "platform/FaultPoint.h"
+#include "platform/FileSystem.h"
+#include "platform/NativePath.h"
+#include "platform/Process.h"
 #include "platform/ProcessHandle.h"
 #include "support/PathFuncs.h"
 
+#include <optional>
 #include <utility>
 #include <vector>
 
 namespace {
 
 /// What the scenario itself says at its end; a result that is missing or cannot be read is no success.
-bool HasSucceeded(const std::wstring& workDir) {
+struct Result {
+    explicit Result(const std::wstring& path) {
+        std::vector<std::wstring> outputFiles;
+        isRead = ControllerCSWrapper::ParseRunScenarioResult(path, succeeded, messages, outputFiles);
+    }
+    bool SaysWhy() const { return isRead && !messages.empty() && !messages.front().second.empty(); }
+
+    bool isRead = false;
     bool succeeded = false;
     std::vector<std::pair<int, std::wstring>> messages;
-    std::vector<std::wstring> outputFiles;
-    return ControllerCSWrapper::ParseRunScenarioResult(PathFuncs::Join(workDir, L"run_scenario_result.json"), succeeded,
-                                                       messages, outputFiles) &&
-           succeeded;
+};
+
+/// The end of a sentence about the job's process.
+std::wstring EndingOf(void* process) {
+    const auto exitCode = process == nullptr ? std::nullopt : platform::ExitCode(process);
+    return exitCode ? L"ended with " + platform::ExitCodeText(*exitCode) : std::wstring(L"ended");
+}
+
+std::wstring WhyThereIsNoResult(const std::wstring& workDir, const std::wstring& path) {
+    if (!platform::IsFolder(workDir)) {
+        return L"its work directory is gone: " + platform::ToNativeText(workDir);
+    }
+    return platform::Exists(path) ? L"its result cannot be read: " + platform::ToNativeText(path)
+                                  : L"it left no result: " + platform::ToNativeText(path);
 }
 
 } // namespace
@@ -53,6 +74,7 @@ bool JobEntry::ReadProgress() {
 void JobEntry::Finish() {
     constexpr int finished = 100;
     platform::ReachFaultPoint(platform::FaultPoint::EndSeen);
+    const std::wstring ending = EndingOf(processHandle);
     CloseProcessHandle();
     SetOutputFolder();
     SetEndTime(platform::Now());
@@ -62,7 +84,24 @@ void JobEntry::Finish() {
     if (info.status == JobStatus::Canceling) {
         ChangeStatus(JobStatus::Canceled);
     } else {
-        ChangeStatus(HasSucceeded(info.workDir) ? JobStatus::Success : JobStatus::Failed);
+        TakeResult(ending);
     }
     platform::ReachFaultPoint(platform::FaultPoint::ResultRead);
+}
+
+void JobEntry::TakeResult(const std::wstring& ending) {
+    const std::wstring path = PathFuncs::Join(info.workDir, L"run_scenario_result.json");
+    const Result result(path);
+    if (result.isRead && result.succeeded) {
+        ChangeStatus(JobStatus::Success);
+        return;
+    }
+    if (result.SaysWhy()) {
+        failure.clear();
+    } else if (result.isRead) {
+        failure = L"The scenario reported a failure without saying why.";
+    } else if (failure.empty()) {
+        failure = L"The job's process " + ending + L", and " + WhyThereIsNoResult(info.workDir, path);
+    }
+    ChangeStatus(JobStatus::Failed);
 }

@@ -1,5 +1,6 @@
 #include "engine/ModuleCall.h"
 
+#include "platform/Text.h"
 #include "support/ControllerLogManager.h"
 
 #include <exception>
@@ -8,8 +9,11 @@ namespace {
 
 constexpr long noResult = -1;
 
-void LogThrown(const std::string& activity, const std::string& reason) {
-    ControllerLogManager::ErrorLog("The function module threw while it " + activity + ": " + reason);
+/// Into the log, and into the place of the module's answer.
+void TellThrown(const std::string& activity, const std::string& reason, std::wstring& output) {
+    const std::string text = "The function module threw while it " + activity + ": " + reason;
+    ControllerLogManager::ErrorLog(text);
+    output = platform::FromUtf8(text);
 }
 
 } // namespace
@@ -19,9 +23,9 @@ long CallModule(const FunctionManager& modules, const std::string& functionName,
     try {
         return modules.CallFunction(functionName, input, output, callback);
     } catch (const std::exception& thrown) {
-        LogThrown(activity, thrown.what());
+        TellThrown(activity, thrown.what(), output);
     } catch (...) {
-        LogThrown(activity, "no reason given");
+        TellThrown(activity, "no reason given", output);
     }
     return noResult;
 }

@@ -36,6 +36,9 @@ public:
     /// failed then): it is not tried again. A module whose `GetFunctions` throws serves no function.
     [[nodiscard]] bool LoadFunctionDll(const std::wstring& modulePath);
 
+    /// True when a module has named this function. It says nothing of the module's `CallFunction`.
+    bool HasFunction(const std::string& functionName) const { return functions.contains(functionName); }
+
     /// Calls the module that serves `functionName` and returns its result unchanged; -1 when there is none or it has no
     /// `CallFunction`. `output` is the module's to fill. Exceptions of the module pass through.
     [[nodiscard]] long CallFunction(const std::string& functionName, const std::wstring& input, std::wstring& output,

@@ -37,4 +37,11 @@ std::optional<std::wstring> FindProgram(const std::wstring& name) {
     return std::nullopt;
 }
 
+std::optional<std::wstring> FindRunnable(const std::wstring& program) {
+    if (!IsAbsolute(program)) {
+        return FindProgram(program);
+    }
+    return IsProgramName(program) && IsProgramFile(program) ? std::optional(program) : std::nullopt;
+}
+
 } // namespace platform

@@ -35,6 +35,7 @@ public:
     struct Result {
         std::wstring jobId;
         bool succeeded = false;
+        std::vector<std::pair<int, std::wstring>> messages = {{0, L"a message"}};
     };
     struct RunRequest {
         std::wstring jobId;

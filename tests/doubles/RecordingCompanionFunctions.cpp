@@ -38,7 +38,7 @@ bool TakeResult(const RecordingCompanion::Result* scripted, bool& succeeded, Mes
         return false;
     }
     succeeded = scripted->succeeded;
-    pairs.emplace_back(0, L"a message");
+    pairs.insert(pairs.end(), scripted->messages.begin(), scripted->messages.end());
     texts.emplace_back(L"an output file");
     return true;
 }

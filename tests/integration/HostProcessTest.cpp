@@ -62,6 +62,25 @@ TEST_F(HostProcessTest, TheJobsOfAJobsFileRunToTheirResults) {
     EXPECT_EQ(ReadTextFile(WorkDirOf(jobs[1].id) + L"\\scenario.log"), "hello\n");
 }
 
+TEST_F(HostProcessTest, AStartInTheBackgroundNamesWhatJobsWouldFailFor) {
+    std::string settings = UsualSettings("job_list.json");
+    settings.insert(1, R"("scenarioRunner":"no_runner","functionModules":["no_module.so"],)");
+    WriteSettings(settings);
+    const test_support::Ending start = test_support::RunToEnd(Host({L"--background"}));
+    EXPECT_EQ(start.exitCode, 0) << start.output;
+    for (const wchar_t* const file : {L"no_module.so", L"no_runner"}) {
+        EXPECT_NE(start.output.find(platform::ToUtf8(platform::ToNativeText(folder / file))), std::string::npos)
+            << start.output;
+    }
+    FrontEnd frontEnd(meetingPlace);
+    const auto jobs = frontEnd.Enqueue(JobsFile("exit 0"));
+    const JobStatusInfo job = frontEnd.AwaitStatus(jobs.at(0).id, JobStatus::Failed);
+    EXPECT_NE(ReadTextFile(job.workDir + L"\\run_scenario_result.json").find("no_module.so cannot be loaded: "),
+              std::string::npos);
+    frontEnd.Terminate();
+    AwaitNoHost();
+}
+
 TEST_F(HostProcessTest, TheCommandLinesPresenterIsToldTheStatusOfJobs) {
     StartHost();
     FrontEnd frontEnd(meetingPlace);

@@ -1,0 +1,50 @@
+#include "controller_host/FailureReasons.h"
+
+#include "companion/RunProtocol.h"
+#include "platform/FileSystem.h"
+#include "platform/NativePath.h"
+#include "support/ControllerLogManager.h"
+#include "support/PathFuncs.h"
+
+namespace {
+
+constexpr int failureCode = 1;
+
+/// Never in the place of what the scenario wrote.
+bool LeaveResult(const JobListInfo& job, const std::wstring& result) {
+    const std::wstring path = PathFuncs::Join(job.workDir, run_protocol::resultFileName);
+    std::wstring problem;
+    return !job.workDir.empty() && !platform::Exists(path) && !platform::IsLink(path) &&
+           run_protocol::MakeWorkDirectory(job.workDir, problem) && run_protocol::WriteFile(result, path);
+}
+
+void LeaveNote(const std::wstring& path, const std::wstring& result) {
+    if (!path.empty() && !platform::EnsurePrivateFolders(platform::ParentFolder(path))) {
+        run_protocol::WriteFile(result, path);
+    }
+}
+
+} // namespace
+
+void FailureReasons::Leave(const JobListInfo& job, const std::wstring& reason) const {
+    ControllerLogManager::WarnLog(L"Job: " + std::to_wstring(job.seqId) + L" failed: " + reason);
+    const std::wstring result = run_protocol::SerializeRunScenarioResult({job.id, false, {{failureCode, reason}}, {}});
+    if (!LeaveResult(job, result)) {
+        LeaveNote(run_protocol::FailureNotePath(list, job.id), result);
+    }
+}
+
+void FailureReasons::KeepOnly(const std::set<std::wstring>& listedIds) const {
+    const std::wstring folder = run_protocol::FailureNotesFolder(list);
+    std::vector<platform::FolderEntry> entries;
+    if (!platform::IsFolder(folder) || platform::IsLink(folder) || platform::ListFolder(folder, entries)) {
+        return;
+    }
+    for (const platform::FolderEntry& entry : entries) {
+        const std::wstring id = entry.name.substr(0, entry.name.find(L'.'));
+        const std::wstring path = run_protocol::FailureNotePath(list, id);
+        if (!path.empty() && !listedIds.contains(id)) {
+            platform::RemoveFile(path);
+        }
+    }
+}

@@ -1,0 +1,96 @@
+#include "controller_host/StartChecks.h"
+
+#include "platform/NativePath.h"
+#include "platform/ProgramSearch.h"
+#include "platform/SharedLibrary.h"
+#include "platform/Text.h"
+
+namespace start_checks {
+namespace {
+
+constexpr auto libraryAdvice = L" The libraries that it needs are looked for beside it, in the setting "
+                               L"\"libraryDirectories\" and where the system looks.";
+
+bool Exports(const std::wstring& module, const char* name) {
+    void* const loaded = platform::LoadModule(module);
+    const bool isFound = platform::FindExport(loaded, name) != nullptr;
+    platform::FreeModule(loaded);
+    return isFound;
+}
+
+/// The end of a sentence about a module; empty when it is one with these exports.
+std::wstring ModuleProblem(const std::wstring& module, const std::vector<const char*>& exports) {
+    if (const std::wstring words = platform::LoadProblem(module); !words.empty()) {
+        return L"cannot be loaded: " + words + L"." + libraryAdvice;
+    }
+    for (const char* const name : exports) {
+        if (!Exports(module, name)) {
+            return L"has no export \"" + platform::FromUtf8(name) + L"\".";
+        }
+    }
+    return {};
+}
+
+} // namespace
+
+void ProvideModuleLibraries(const settings::Settings& settings) {
+    platform::ProvideLibraries(settings.eventTransmitter, settings.libraryDirectories);
+    for (const std::wstring& module : settings.functionModules) {
+        platform::ProvideLibraries(module, settings.libraryDirectories);
+    }
+}
+
+std::wstring TransmitterProblem(const settings::Settings& settings) {
+    const std::wstring problem = ModuleProblem(settings.eventTransmitter, {"GetEventTransmitter"});
+    const std::wstring module = platform::ToNativeText(settings.eventTransmitter);
+    if (!problem.empty()) {
+        return L"front ends cannot be reached: the event transmitter " + module + L" " + problem +
+               L" Check the setting \"eventTransmitter\".";
+    }
+    return L"front ends cannot be reached through " + module + L" as \"" + settings.transmitterName +
+           L"\": another host has the name, or the module refuses it. The settings \"eventTransmitter\" and "
+           L"\"transmitterName\" say which.";
+}
+
+std::vector<std::wstring> LoadFunctionModules(const settings::Settings& settings, FunctionManager& functions) {
+    std::vector<std::wstring> problems;
+    for (const std::wstring& module : settings.functionModules) {
+        functions.LoadFunctionDll(module);
+        if (const std::wstring problem = ModuleProblem(module, {"GetFunctions", "CallFunction"}); !problem.empty()) {
+            problems.push_back(L"The function module " + platform::ToNativeText(module) + L" " + problem +
+                               L" Check the setting \"functionModules\".");
+        }
+    }
+    if (!functions.HasFunction("RunScenario")) {
+        problems.emplace_back(L"No function module offers \"RunScenario\": every job will fail. Check the setting "
+                              L"\"functionModules\".");
+    }
+    return problems;
+}
+
+std::vector<std::wstring> ProgramProblems(const settings::Settings& settings) {
+    std::vector<std::wstring> problems;
+    if (!platform::FindRunnable(settings.scenarioRunner)) {
+        problems.push_back(L"The program that runs scenarios, " + platform::ToNativeText(settings.scenarioRunner) +
+                           L", is missing or cannot be run. Check the setting \"scenarioRunner\".");
+    }
+    for (const auto& [extension, command] : settings.interpreters) {
+        if (!command.empty() && !platform::FindRunnable(command.front())) {
+            problems.push_back(L"The interpreter \"" + command.front() + L"\" of " + extension +
+                               L" scenarios is missing or cannot be run: install it, or name its program in the "
+                               L"setting \"interpreters\".");
+        }
+    }
+    return problems;
+}
+
+std::vector<std::wstring> Problems(const settings::Settings& settings) {
+    ProvideModuleLibraries(settings);
+    FunctionManager functions({});
+    std::vector<std::wstring> problems = LoadFunctionModules(settings, functions);
+    const std::vector<std::wstring> ofPrograms = ProgramProblems(settings);
+    problems.insert(problems.end(), ofPrograms.begin(), ofPrograms.end());
+    return problems;
+}
+
+} // namespace start_checks
