@@ -20,7 +20,8 @@ bool LeaveResult(const JobListInfo& job, const std::wstring& result) {
 
 void LeaveNote(const std::wstring& path, const std::wstring& result) {
     if (!path.empty() && !platform::EnsurePrivateFolders(platform::ParentFolder(path))) {
-        run_protocol::WriteFile(result, path);
+        // A note that cannot be written has been logged.
+        (void)run_protocol::WriteFile(result, path);
     }
 }
 
@@ -43,8 +44,12 @@ void FailureReasons::KeepOnly(const std::set<std::wstring>& listedIds) const {
     for (const platform::FolderEntry& entry : entries) {
         const std::wstring id = entry.name.substr(0, entry.name.find(L'.'));
         const std::wstring path = run_protocol::FailureNotePath(list, id);
-        if (!path.empty() && !listedIds.contains(id)) {
-            platform::RemoveFile(path);
+        if (path.empty() || listedIds.contains(id)) {
+            continue;
+        }
+        if (const platform::Error error = platform::RemoveFile(path)) {
+            ControllerLogManager::WarnLog(L"The reason of a deleted job cannot be removed: " +
+                                          platform::ToNativeText(path) + L": " + error.Text());
         }
     }
 }

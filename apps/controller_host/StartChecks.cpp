@@ -55,7 +55,7 @@ std::wstring TransmitterProblem(const settings::Settings& settings) {
 std::vector<std::wstring> LoadFunctionModules(const settings::Settings& settings, FunctionManager& functions) {
     std::vector<std::wstring> problems;
     for (const std::wstring& module : settings.functionModules) {
-        functions.LoadFunctionDll(module);
+        (void)functions.LoadFunctionDll(module);
         if (const std::wstring problem = ModuleProblem(module, {"GetFunctions", "CallFunction"}); !problem.empty()) {
             problems.push_back(L"The function module " + platform::ToNativeText(module) + L" " + problem +
                                L" Check the setting \"functionModules\".");

@@ -19,10 +19,10 @@ struct ProcessAnswer {
 };
 
 /// Reads an answer; `problem` says what is wrong with it.
-bool Parse(std::wstring_view json, ProcessAnswer& answer, std::wstring& problem);
+[[nodiscard]] bool Parse(std::wstring_view json, ProcessAnswer& answer, std::wstring& problem);
 
 /// Takes ownership of the process that an answer names. False, with `problem`; whatever has the number stays its
 /// owner's then.
-bool TakeProcess(const ProcessAnswer& answer, platform::OwnedHandle& process, std::wstring& problem);
+[[nodiscard]] bool TakeProcess(const ProcessAnswer& answer, platform::OwnedHandle& process, std::wstring& problem);
 
 } // namespace process_answer

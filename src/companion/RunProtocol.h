@@ -64,7 +64,7 @@ CONTROLLER_API std::wstring SerializeProgress(const std::wstring& jobId, int pro
 
 /// Makes a job's work directory, for this user alone, with what is missing on the way to it. False, with the end of a
 /// sentence about the directory in `problem`, when it cannot be made or other users could exchange it.
-CONTROLLER_API bool MakeWorkDirectory(const std::wstring& workDir, std::wstring& problem);
+[[nodiscard]] CONTROLLER_API bool MakeWorkDirectory(const std::wstring& workDir, std::wstring& problem);
 
 /// Where the reason of a failed job stands when its work directory cannot hold it: a file beside the job list, in the
 /// layout of a result. Empty for what is no job's id.

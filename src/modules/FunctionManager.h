@@ -14,7 +14,8 @@
 ///     long CallFunction(const std::string& functionName, const std::wstring& input, std::wstring& output,
 ///                       long (*callback)(const std::wstring&, const std::wstring&));
 ///
-/// It fills vectors and texts of its caller, so it shares the library's standard library and heap.
+/// It fills vectors and texts of its caller, so it shares the library's standard library and heap. The contract, for
+/// authors of modules, is `controller_plugins/function_module.h`.
 ///
 /// No locking: nobody may load modules while another thread calls functions. Calls alone may come from several threads.
 class CONTROLLER_API FunctionManager {

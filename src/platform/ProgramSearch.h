@@ -20,7 +20,7 @@ bool IsProgramFile(const std::wstring& path);
 
 /// The absolute path of the program that a setting names, by a bare name (`FindProgram`) or by its absolute path.
 /// Nothing when there is none that this system can start.
-std::optional<std::wstring> FindRunnable(const std::wstring& program);
+[[nodiscard]] std::optional<std::wstring> FindRunnable(const std::wstring& program);
 
 /// The file names that a bare program name stands for, in the order to try.
 std::vector<std::wstring> ProgramFileNames(const std::wstring& name);
