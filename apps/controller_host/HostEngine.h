@@ -75,10 +75,9 @@ private:
     bool FindInDirectories(std::wstring& name);
     std::wstring ResolveFileName(std::wstring& name) const;
     void UseCataloguedId(std::wstring& path);
+    std::wstring ReasonOf(const JobEntry& job) const;
 
     /// What the last search found, in its order; the catalogue keeps more.
     std::vector<ScenarioInfo> listedScenarios;
-    std::wstring ReasonOf(const JobEntry& job) const;
-
     std::vector<std::wstring> moduleProblems;
 };
