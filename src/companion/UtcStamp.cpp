@@ -27,3 +27,11 @@ std::wstring UtcStamp(std::int64_t time) {
     text += L'Z';
     return text;
 }
+
+std::wstring UtcText(std::int64_t time) {
+    std::wstring text = UtcStamp(time);
+    text.replace(text.size() - 1, 1, L" UTC");
+    text.insert(13, L":").insert(11, L":");
+    text.replace(8, 1, L" ");
+    return text.insert(6, L"-").insert(4, L"-");
+}

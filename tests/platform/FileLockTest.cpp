@@ -1,9 +1,14 @@
 #include "platform/FileLock.h"
 
+#include <atomic>
+#include <future>
+#include <string>
 #include <utility>
+#include <vector>
 
 #include <gtest/gtest.h>
 
+#include "platform/FileSystem.h"
 #include "support/TemporaryFolder.h"
 
 namespace {
@@ -51,6 +56,66 @@ TEST(FileLockTest, AFolderThatIsMissingIsAnError) {
     const TemporaryFolder folder;
     FileLock lock;
     EXPECT_EQ(lock.Take(folder / L"nowhere\\host.lock").kind, ErrorKind::NotFound);
+}
+
+TEST(FileLockTest, WhetherItIsHeldCanBeAskedWithoutTakingIt) {
+    const TemporaryFolder folder;
+    EXPECT_FALSE(platform::IsLocked(folder / L"host.lock"));
+    FileLock lock;
+    ASSERT_FALSE(lock.Take(folder / L"host.lock"));
+    EXPECT_TRUE(platform::IsLocked(folder / L"host.lock"));
+    lock.Release();
+    EXPECT_FALSE(platform::IsLocked(folder / L"host.lock"));
+    EXPECT_FALSE(lock.Take(folder / L"host.lock"));
+}
+
+TEST(FileLockTest, OthersReadWhatItsHolderWrote) {
+    const TemporaryFolder folder;
+    WriteTextFile(folder / L"host.lock", "the long text of a holder that has died");
+    FileLock lock;
+    ASSERT_FALSE(lock.Take(folder / L"host.lock"));
+    EXPECT_FALSE(lock.Write("first"));
+    EXPECT_FALSE(lock.Write("2nd"));
+    EXPECT_EQ(ReadTextFile(folder / L"host.lock"), "2nd");
+    EXPECT_TRUE(platform::IsLocked(folder / L"host.lock"));
+}
+
+TEST(FileLockTest, RemovingItLeavesNoFileAndNoLock) {
+    const TemporaryFolder folder;
+    FileLock first;
+    ASSERT_FALSE(first.Take(folder / L"host.lock"));
+    first.Remove();
+    EXPECT_FALSE(first.IsHeld());
+    EXPECT_FALSE(platform::Exists(folder / L"host.lock"));
+    FileLock second;
+    EXPECT_FALSE(second.Take(folder / L"host.lock"));
+}
+
+/// Takes the lock `rounds` times among others; counts how often it was not alone.
+int CountCompany(const std::wstring& path, int rounds, std::atomic<int>& holders) {
+    int company = 0;
+    while (rounds > 0) {
+        FileLock lock;
+        if (!lock.Take(path)) {
+            --rounds;
+            company += holders.fetch_add(1) == 0 ? 0 : 1;
+            holders.fetch_sub(1);
+            lock.Remove();
+        }
+    }
+    return company;
+}
+
+TEST(FileLockTest, ItIsHeldByOneAtATimeThoughEachRemovesItsFile) {
+    const TemporaryFolder folder;
+    std::atomic<int> holders = 0;
+    std::vector<std::future<int>> takers;
+    for (int taker = 0; taker < 4; ++taker) {
+        takers.push_back(std::async(std::launch::async, CountCompany, folder / L"host.lock", 50, std::ref(holders)));
+    }
+    for (std::future<int>& taker : takers) {
+        EXPECT_EQ(taker.get(), 0);
+    }
 }
 
 } // namespace
