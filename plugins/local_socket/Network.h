@@ -94,4 +94,7 @@ private:
 /// thread calls it.
 std::unique_ptr<Network> MakeLocalNetwork(Network::Log log);
 
+/// The native path of the socket or pipe where both ends meet under `name`, for people.
+std::wstring LocalPlace(const std::string& name);
+
 } // namespace local_socket

@@ -1,4 +1,5 @@
 #include <cerrno>
+#include <chrono>
 #include <utility>
 
 #include <asio/local/stream_protocol.hpp>
@@ -9,6 +10,7 @@
 #include "local_socket/Limits.h"
 #include "local_socket/posix/MeetingPlace.h"
 #include "platform/Error.h"
+#include "platform/Text.h"
 #include "platform/posix/DescriptorHandle.h"
 
 namespace local_socket {
@@ -23,11 +25,17 @@ public:
     std::wstring Listen(const std::string& name, OnConnected connected) override {
         OpenedSocket opened = place.Take(name);
         if (opened.failure.empty()) {
+            const std::lock_guard<std::mutex> guard(Lock());
             onConnected = std::move(connected);
-            acceptor.assign(Protocol(), platform::DescriptorOf(opened.socket.Release()));
-            AwaitFrontEnds();
+            ListenOn(std::move(opened.socket));
+            look->Start(lookInterval, [this] { LookAfterPlace(); });
         }
         return std::move(opened.failure);
+    }
+
+    void Run() override {
+        AsioNetwork::Run();
+        place.Leave();
     }
 
     Connection Connect(const std::string& name) override {
@@ -41,6 +49,28 @@ private:
         stream.assign(Protocol(), platform::DescriptorOf(socket.Get()));
         socket.Release();
         return std::make_unique<AsioChannel<Protocol::socket>>(std::move(stream), Lock());
+    }
+
+    void ListenOn(platform::OwnedHandle socket) {
+        acceptor.assign(Protocol(), platform::DescriptorOf(socket.Release()));
+        AwaitFrontEnds();
+    }
+
+    /// A logout removes the run-time folder, a cleaner what is old in the temporary one. Connections are not touched.
+    void LookAfterPlace() {
+        OpenedSocket opened = place.TakeAgainIfLost();
+        if (opened.socket) {
+            asio::error_code ignored;
+            acceptor.close(ignored);
+            retry->Cancel();
+            log(L"The socket was gone and is made again.");
+            ListenOn(std::move(opened.socket));
+        }
+        if (!opened.failure.empty() && opened.failure != lastFailure) {
+            log(L"The socket is gone and cannot be made again: " + opened.failure);
+        }
+        lastFailure = std::move(opened.failure);
+        look->Start(lookInterval, [this] { LookAfterPlace(); });
     }
 
     void AwaitFrontEnds() {
@@ -74,14 +104,24 @@ private:
         }
     }
 
+    /// Nothing tells of a socket whose folder was removed. A look costs some microseconds.
+    static constexpr std::chrono::milliseconds lookInterval{1000};
+
     const Log log;
     OnConnected onConnected;
     ListeningPlace place;
+    /// Of the last look at the place.
+    std::wstring lastFailure;
     Protocol::acceptor acceptor{context};
     const std::unique_ptr<Timer> retry = MakeTimer();
+    const std::unique_ptr<Timer> look = MakeTimer();
 };
 
 } // namespace
+
+std::wstring LocalPlace(const std::string& name) {
+    return platform::FromUtf8(SocketPathOf(name));
+}
 
 std::unique_ptr<Network> MakeLocalNetwork(Network::Log log) {
     return std::make_unique<LocalNetwork>(std::move(log));

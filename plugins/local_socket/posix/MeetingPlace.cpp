@@ -3,7 +3,9 @@
 #include <algorithm>
 #include <cerrno>
 #include <cstring>
+#include <string_view>
 #include <utility>
+#include <vector>
 
 #include <fcntl.h>
 #include <sys/socket.h>
@@ -14,6 +16,8 @@
 
 #include "platform/Environment.h"
 #include "platform/Error.h"
+#include "platform/FileSystem.h"
+#include "platform/Sleep.h"
 #include "platform/Text.h"
 #include "platform/posix/DescriptorHandle.h"
 
@@ -36,6 +40,17 @@ std::string OwnSocketFolder() {
         runtimeFolder = platform::ToUtf8(*value);
     }
     return SocketFolder(runtimeFolder, geteuid());
+}
+
+constexpr std::string_view socketEnding = ".socket";
+constexpr std::string_view lockEnding = ".lock";
+
+std::string FolderOf(const std::string& path) {
+    return path.substr(0, path.rfind('/'));
+}
+
+std::string LockBeside(const std::string& socketPath) {
+    return socketPath.substr(0, socketPath.size() - socketEnding.size()).append(lockEnding);
 }
 
 /// Empty when the path is too long for a socket.
@@ -86,6 +101,33 @@ std::wstring RemoveStaleSocket(const std::string& path) {
         return Failure(L"cannot make the socket", path, L"something that is no socket stands there; remove it");
     }
     return ::unlink(path.c_str()) == 0 ? std::wstring() : SystemFailure(L"cannot replace the socket", path);
+}
+
+/// Only with the place's lock held.
+OpenedSocket MakeSocket(const std::string& path, const sockaddr_un& address) {
+    if (std::wstring failure = RemoveStaleSocket(path); !failure.empty()) {
+        return {{}, std::move(failure)};
+    }
+    platform::OwnedHandle socket = NewSocket(SOCK_NONBLOCK);
+    if (!socket) {
+        return {{}, SystemFailure(L"cannot make the socket", path)};
+    }
+    std::wstring failure = BindAndListen(platform::DescriptorOf(socket.Get()), address, path);
+    return {failure.empty() ? std::move(socket) : platform::OwnedHandle(), std::move(failure)};
+}
+
+/// The sockets and locks of engines that were killed. Whoever takes such a place in the same moment tries again.
+void RemoveDeadEngines(const std::string& folder) {
+    std::vector<platform::FolderEntry> entries;
+    platform::ListFolder(platform::FromUtf8(folder), entries);
+    for (const platform::FolderEntry& entry : entries) {
+        const std::string path = folder + "/" + platform::ToUtf8(entry.name);
+        platform::FileLock lock;
+        if (path.ends_with(socketEnding) && !lock.Take(platform::FromUtf8(LockBeside(path)))) {
+            RemoveStaleSocket(path);
+            lock.Remove();
+        }
+    }
 }
 
 /// No limit of 0: that would be none.
@@ -150,47 +192,88 @@ std::wstring CheckSocketFolder(const std::string& folder, bool create) {
     return {};
 }
 
-ListeningPlace::~ListeningPlace() {
-    if (lock.IsHeld() && !socketPath.empty()) {
-        ::unlink(socketPath.c_str());
-    }
+std::string SocketPathOf(const std::string& name) {
+    return OwnSocketFolder() + "/" + name + std::string(socketEnding);
 }
 
-OpenedSocket ListeningPlace::Take(const std::string& name) {
-    const std::string folder = OwnSocketFolder();
-    const std::string path = folder + "/" + name + ".socket";
+OpenedSocket ListeningPlace::Take(const std::string& placeName) {
+    name = placeName;
+    OpenedSocket opened = TakeAt(SocketPathOf(name));
+    if (opened.socket) {
+        RemoveDeadEngines(FolderOf(socketPath));
+    }
+    return opened;
+}
+
+OpenedSocket ListeningPlace::TakeAgainIfLost() {
+    const std::string path = SocketPathOf(name);
+    return IsTaken(path) ? OpenedSocket() : TakeAt(path);
+}
+
+void ListeningPlace::Leave() {
+    if (socketFile && platform::IdentityOf(platform::FromUtf8(socketPath)) == socketFile) {
+        ::unlink(socketPath.c_str());
+    }
+    socketFile.reset();
+    lock.Remove();
+}
+
+bool ListeningPlace::IsTaken(const std::string& path) const {
+    return path == socketPath && lock.IsInPlace() && socketFile &&
+           platform::IdentityOf(platform::FromUtf8(socketPath)) == socketFile;
+}
+
+/// Another engine's place that is only being tidied up is free again at once.
+std::wstring ListeningPlace::TakeLock(const std::string& lockPath, platform::FileLock& taken) {
+    constexpr int attempts = 10;
+    constexpr std::chrono::milliseconds pause{10};
+    platform::Error error = taken.Take(platform::FromUtf8(lockPath));
+    for (int attempt = 1; attempt < attempts && error.kind == platform::ErrorKind::InUse; ++attempt) {
+        platform::SleepFor(pause);
+        error = taken.Take(platform::FromUtf8(lockPath));
+    }
+    if (error) {
+        const bool isTaken = error.kind == platform::ErrorKind::InUse;
+        return Failure(L"cannot lock", lockPath, isTaken ? L"another engine listens there" : error.Text());
+    }
+    return {};
+}
+
+/// What was taken before is given up only once the new socket listens.
+OpenedSocket ListeningPlace::TakeAt(const std::string& path) {
     const std::optional<sockaddr_un> address = AddressOf(path);
     if (!address) {
         return {{}, TooLong(path)};
     }
-    if (std::wstring failure = CheckSocketFolder(folder, true); !failure.empty()) {
+    if (std::wstring failure = CheckSocketFolder(FolderOf(path), true); !failure.empty()) {
         return {{}, std::move(failure)};
     }
-    const std::string lockPath = folder + "/" + name + ".lock";
-    if (const platform::Error error = lock.Take(platform::FromUtf8(lockPath))) {
-        const bool isTaken = error.kind == platform::ErrorKind::InUse;
-        return {{}, Failure(L"cannot lock", lockPath, isTaken ? L"another engine listens there" : error.Text())};
-    }
-    if (std::wstring failure = RemoveStaleSocket(path); !failure.empty()) {
+    platform::FileLock taken;
+    const bool hasLock = path == socketPath && lock.IsInPlace();
+    if (std::wstring failure = hasLock ? std::wstring() : TakeLock(LockBeside(path), taken); !failure.empty()) {
         return {{}, std::move(failure)};
     }
-    platform::OwnedHandle socket = NewSocket(SOCK_NONBLOCK);
-    if (!socket) {
-        return {{}, SystemFailure(L"cannot make the socket", path)};
+    OpenedSocket opened = MakeSocket(path, *address);
+    if (!opened.socket) {
+        taken.Remove();
+        return opened;
+    }
+    if (!hasLock) {
+        Leave();
+        lock = std::move(taken);
     }
     socketPath = path;
-    std::wstring failure = BindAndListen(platform::DescriptorOf(socket.Get()), *address, path);
-    return {std::move(socket), std::move(failure)};
+    socketFile = platform::IdentityOf(platform::FromUtf8(path));
+    return opened;
 }
 
 OpenedSocket ConnectTo(const std::string& name, std::chrono::milliseconds patience) {
-    const std::string folder = OwnSocketFolder();
-    const std::string path = folder + "/" + name + ".socket";
+    const std::string path = SocketPathOf(name);
     const std::optional<sockaddr_un> address = AddressOf(path);
     if (!address) {
         return {{}, TooLong(path)};
     }
-    if (std::wstring failure = CheckSocketFolder(folder, false); !failure.empty()) {
+    if (std::wstring failure = CheckSocketFolder(FolderOf(path), false); !failure.empty()) {
         return {{}, std::move(failure)};
     }
     platform::OwnedHandle socket = NewSocket(0);

@@ -7,6 +7,7 @@
 #include <sys/types.h>
 
 #include "platform/FileLock.h"
+#include "platform/FileSystem.h"
 #include "platform/ProcessHandle.h"
 
 /// Where engine and front ends of one user meet on Linux: a socket in a folder that nobody else can enter.
@@ -28,21 +29,39 @@ struct OpenedSocket {
     std::wstring failure;
 };
 
-/// A meeting place taken for listening: nobody else can take it while this lives.
+/// The socket of the meeting place `name`, as front ends look for it at this moment.
+std::string SocketPathOf(const std::string& name);
+
+/// A meeting place taken for listening: nobody else can take it while this lives. One thread at a time.
 class ListeningPlace {
 public:
     ListeningPlace() = default;
-    /// The socket's file goes with it.
-    ~ListeningPlace();
+    /// Leaves the place.
+    ~ListeningPlace() { Leave(); }
     ListeningPlace(const ListeningPlace&) = delete;
     ListeningPlace& operator=(const ListeningPlace&) = delete;
 
-    /// Takes the place, replacing the socket that a dead engine left. The listening socket is the caller's.
-    OpenedSocket Take(const std::string& name);
+    /// Takes the place, replacing the socket that a dead engine left, and removes what dead engines left at other
+    /// places of the same folder. The listening socket is the caller's.
+    OpenedSocket Take(const std::string& placeName);
+
+    /// Takes the place again where front ends do not find it any more: its socket, its lock or the folder was removed,
+    /// or the run-time folder has come or gone. The new listening socket is the caller's; neither a socket nor a
+    /// failure when there is nothing to do. A failure leaves everything as it is.
+    OpenedSocket TakeAgainIfLost();
+
+    /// Gives the place up, with its files.
+    void Leave();
 
 private:
+    OpenedSocket TakeAt(const std::string& path);
+    bool IsTaken(const std::string& path) const;
+    static std::wstring TakeLock(const std::string& lockPath, platform::FileLock& taken);
+
     platform::FileLock lock;
+    std::string name;
     std::string socketPath;
+    std::optional<platform::FileIdentity> socketFile;
 };
 
 /// Connects to the engine that listens at `name`, if it is this user's. Waits for it up to `patience` while as many

@@ -98,6 +98,10 @@ private:
 
 } // namespace
 
+std::wstring LocalPlace(const std::string& name) {
+    return PipePath(OwnUserSid(), name);
+}
+
 std::unique_ptr<Network> MakeLocalNetwork(Network::Log log) {
     return std::make_unique<LocalNetwork>(std::move(log));
 }

@@ -5,11 +5,13 @@
 #include <future>
 #include <optional>
 #include <string>
+#include <vector>
 
 #include <fcntl.h>
 #include <gtest/gtest.h>
 #include <sys/socket.h>
 #include <sys/stat.h>
+#include <sys/un.h>
 #include <unistd.h>
 
 #include "platform/Environment.h"
@@ -183,6 +185,7 @@ TEST_F(MeetingPlaceTest, ThePlaceIsLeftEmpty) {
         const OpenedSocket listening = place.Take("host");
     }
     EXPECT_FALSE(platform::Exists(platform::FromUtf8(PathOf("host.socket"))));
+    EXPECT_FALSE(platform::Exists(platform::FromUtf8(PathOf("host.lock"))));
 }
 
 TEST_F(MeetingPlaceTest, ASecondEngineIsRefusedAndTheFirstStaysReachable) {
@@ -226,6 +229,88 @@ TEST_F(MeetingPlaceTest, APathThatIsTooLongIsToldWithItsLengthAndTheLimit) {
     ListeningPlace place;
     EXPECT_TRUE(Contains(place.Take("host").failure, L"bytes, at most 107 are possible"));
     EXPECT_TRUE(Contains(ConnectTo("host", 0ms).failure, L"bytes, at most 107 are possible"));
+}
+
+TEST_F(MeetingPlaceTest, APlaceThatIsThereIsNotTakenAgain) {
+    ListeningPlace place;
+    const OpenedSocket listening = place.Take("host");
+    const OpenedSocket again = place.TakeAgainIfLost();
+    EXPECT_FALSE(again.socket);
+    EXPECT_EQ(again.failure, L"");
+}
+
+TEST_F(MeetingPlaceTest, APlaceWhoseFilesWereRemovedIsTakenAgain) {
+    ListeningPlace place;
+    OpenedSocket listening = place.Take("host");
+    for (const std::vector<const char*>& removed :
+         std::vector<std::vector<const char*>>{{"host.socket"}, {"host.lock"}, {"host.socket", "host.lock"}}) {
+        for (const char* const file : removed) {
+            ASSERT_EQ(unlink(PathOf(file).c_str()), 0) << file;
+        }
+        listening = place.TakeAgainIfLost();
+        ASSERT_TRUE(listening.socket) << testing::PrintToString(listening.failure);
+        EXPECT_TRUE(ConnectTo("host", 0ms).socket);
+        ListeningPlace second;
+        EXPECT_TRUE(Contains(second.Take("host").failure, L"another engine listens there"));
+    }
+}
+
+TEST_F(MeetingPlaceTest, APlaceWhoseFolderWasRemovedIsTakenAgain) {
+    ListeningPlace place;
+    OpenedSocket listening = place.Take("host");
+    ASSERT_FALSE(platform::RemoveTree(platform::FromUtf8(folder)));
+    listening = place.TakeAgainIfLost();
+    ASSERT_TRUE(listening.socket) << testing::PrintToString(listening.failure);
+    EXPECT_EQ(ModeOf(folder), 0700u);
+    EXPECT_TRUE(ConnectTo("host", 0ms).socket);
+}
+
+TEST_F(MeetingPlaceTest, AnEngineFollowsTheRuntimeFolderWhenItGoesAndComesBack) {
+    const std::string name = "test-" + std::to_string(getpid());
+    ListeningPlace place;
+    OpenedSocket listening = place.Take(name);
+    const std::string away = runtimePath + ".away";
+    ASSERT_EQ(rename(runtimePath.c_str(), away.c_str()), 0);
+    listening = place.TakeAgainIfLost();
+    EXPECT_TRUE(listening.socket) << testing::PrintToString(listening.failure);
+    const std::string meanwhile = local_socket::SocketPathOf(name);
+    EXPECT_EQ(meanwhile, "/tmp/common_controller-" + std::to_string(geteuid()) + "/" + name + ".socket");
+    EXPECT_TRUE(ConnectTo(name, 0ms).socket);
+    ASSERT_EQ(rename(away.c_str(), runtimePath.c_str()), 0);
+    listening = place.TakeAgainIfLost();
+    EXPECT_TRUE(listening.socket) << testing::PrintToString(listening.failure);
+    EXPECT_TRUE(ConnectTo(name, 0ms).socket);
+    EXPECT_FALSE(platform::Exists(platform::FromUtf8(meanwhile)));
+}
+
+TEST_F(MeetingPlaceTest, APlaceThatAnotherEngineHasTakenMeanwhileIsNotTakenFromIt) {
+    ListeningPlace place;
+    const OpenedSocket lost = place.Take("host");
+    ASSERT_FALSE(platform::RemoveTree(platform::FromUtf8(folder)));
+    ListeningPlace other;
+    const OpenedSocket listening = other.Take("host");
+    ASSERT_TRUE(listening.socket);
+    const OpenedSocket refused = place.TakeAgainIfLost();
+    EXPECT_TRUE(Contains(refused.failure, L"another engine listens there"));
+    place.Leave();
+    EXPECT_TRUE(ConnectTo("host", 0ms).socket);
+}
+
+TEST_F(MeetingPlaceTest, WhatDeadEnginesLeftIsRemovedAndWhatLivesIsNot) {
+    ListeningPlace alive;
+    const OpenedSocket living = alive.Take("alive");
+    const platform::OwnedHandle dead(platform::HandleOf(::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0)));
+    sockaddr_un address{};
+    address.sun_family = AF_UNIX;
+    PathOf("dead.socket").copy(address.sun_path, sizeof(address.sun_path) - 1);
+    ASSERT_EQ(::bind(platform::DescriptorOf(dead.Get()), reinterpret_cast<const sockaddr*>(&address), sizeof(address)),
+              0);
+    WriteTextFile(platform::FromUtf8(PathOf("dead.lock")), "");
+    ListeningPlace place;
+    const OpenedSocket listening = place.Take("host");
+    EXPECT_FALSE(platform::Exists(platform::FromUtf8(PathOf("dead.socket"))));
+    EXPECT_FALSE(platform::Exists(platform::FromUtf8(PathOf("dead.lock"))));
+    EXPECT_TRUE(ConnectTo("alive", 0ms).socket);
 }
 
 TEST_F(MeetingPlaceTest, BothEndsOfAPairOfThisProcessAreTheSameUser) {

@@ -1,0 +1,63 @@
+#include "local_socket/Network.h"
+
+#include <chrono>
+#include <memory>
+#include <string>
+#include <thread>
+
+#include <gtest/gtest.h>
+
+#include "local_socket/support/MeetingPlaces.h"
+#include "platform/FileSystem.h"
+#include "platform/NativePath.h"
+#include "platform/Waiting.h"
+#include "support/Deadline.h"
+
+namespace {
+
+using local_socket::Channel;
+using local_socket::LocalPlace;
+using local_socket::MakeLocalNetwork;
+using local_socket::Network;
+
+/// An engine that takes whoever comes, on a thread of its own.
+class LostPlaceTest : public testing::Test {
+protected:
+    void SetUp() override {
+        ASSERT_EQ(engine->Listen(name, [](const std::unique_ptr<Channel>&) {}), L"");
+        thread = std::thread([this] { engine->Run(); });
+    }
+    void TearDown() override {
+        engine->Stop();
+        thread.join();
+    }
+
+    std::wstring SocketPath() const { return platform::ResolveAgainst({}, LocalPlace(name)); }
+
+    void AwaitFrontEndThatIsTaken() const {
+        const test_support::Deadline deadline("a socket that is made again");
+        constexpr std::chrono::milliseconds interval{20};
+        const std::unique_ptr<Network> frontEnd = MakeLocalNetwork([](const std::wstring&) {});
+        while (!frontEnd->Connect(name).channel) {
+            platform::WaitForAny({}, interval);
+        }
+    }
+
+    const std::string name = NewMeetingPlace();
+    const std::unique_ptr<Network> engine = MakeLocalNetwork([](const std::wstring&) {});
+    std::thread thread;
+};
+
+TEST_F(LostPlaceTest, AnEngineMakesItsSocketAgain) {
+    for (int time = 0; time < 2; ++time) {
+        ASSERT_FALSE(platform::RemoveFile(SocketPath()));
+        AwaitFrontEndThatIsTaken();
+    }
+}
+
+TEST_F(LostPlaceTest, AnEngineMakesTheFolderOfItsSocketAgain) {
+    ASSERT_FALSE(platform::RemoveTree(platform::ParentFolder(SocketPath())));
+    AwaitFrontEndThatIsTaken();
+}
+
+} // namespace
