@@ -1,11 +1,21 @@
 #pragma once
 
+#include <chrono>
 #include <cstdint>
 #include <string>
 
 class EventTransmitter;
 
 namespace controller_cli {
+
+/// What became of the wish that a host ends.
+enum class HostEnd : std::int32_t {
+    Ended,
+    /// It was asked to, and has not ended in time.
+    StillRunning,
+    /// No way of asking it is left.
+    CannotBeAsked
+};
 
 /// How the host is reached, and started where none runs.
 class HostAccess {
@@ -25,6 +35,16 @@ public:
     /// Runs a host in the foreground and returns its exit code when it has ended. Where it cannot be started, `problem`
     /// says why.
     virtual std::int32_t RunHost(std::wstring& problem) = 0;
+
+    /// The host that runs for the job list of the settings, wherever it listens: "process 4711, since ..., at ...".
+    /// Empty when there is none.
+    virtual std::wstring RunningHost() = 0;
+
+    /// Where this end of the line looks for a host, as the module says; empty when it does not.
+    virtual std::wstring Place() = 0;
+
+    /// Asks that host to end in the ways that do without a connection here, and waits for its end up to `patience`.
+    virtual HostEnd EndRunningHost(std::chrono::milliseconds patience) = 0;
 
 protected:
     HostAccess() = default;

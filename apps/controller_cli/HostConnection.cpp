@@ -6,6 +6,17 @@
 #include "platform/NativePath.h"
 
 namespace controller_cli {
+namespace {
+
+/// Starting another host would not help.
+void FailIfAHostRuns(CommandContext& context) {
+    if (const std::wstring running = context.host.RunningHost(); !running.empty()) {
+        const std::wstring message = context.texts.Format(L"Errors/HostElsewhere", {running, context.host.Place()});
+        throw UnreachableHost{{ExitCode::NoHost, message}};
+    }
+}
+
+} // namespace
 
 EventTransmitter& ConnectToHost(CommandContext& context, Start start) {
     EventTransmitter* const transmitter = context.host.Transmitter();
@@ -18,9 +29,11 @@ EventTransmitter& ConnectToHost(CommandContext& context, Start start) {
         return *transmitter;
     }
     if (start == Start::Never) {
+        FailIfAHostRuns(context);
         throw CommandFailure{ExitCode::NoHost, context.texts.Get(L"Errors/NoHost")};
     }
     if (const std::wstring problem = context.host.StartHost(); !problem.empty()) {
+        FailIfAHostRuns(context);
         throw CommandFailure{ExitCode::NoHost, context.texts.Format(L"Errors/HostNotStarted", {problem})};
     }
     return *transmitter;

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "controller_cli/CommandContext.h"
+#include "controller_cli/CommandFailure.h"
 
 class EventTransmitter;
 
@@ -13,7 +14,11 @@ enum class Start {
     Never
 };
 
-/// This end of the line to a host. Where there is none, and none is to be or can be started, throws `CommandFailure`.
+/// Thrown where a host runs that cannot be reached from here.
+struct UnreachableHost : CommandFailure {};
+
+/// This end of the line to a host. Where there is none, and none is to be or can be started, throws `CommandFailure`;
+/// where one runs that cannot be reached, `UnreachableHost`.
 EventTransmitter& ConnectToHost(CommandContext& context, Start start);
 
 } // namespace controller_cli

@@ -7,12 +7,14 @@
 #include "companion/Settings.h"
 #include "controller_cli/RequestProxy.h"
 #include "modules/EventTransmitter.h"
+#include "modules/EventTransmitterDescription.h"
 #include "modules/EventTransmitterManager.h"
 #include "platform/Console.h"
 #include "platform/Directories.h"
 #include "platform/ErrorOutput.h"
 #include "platform/NativePath.h"
 #include "platform/Pipe.h"
+#include "platform/ProcessIdentity.h"
 #include "platform/SharedLibrary.h"
 #include "platform/StopSignal.h"
 #include "platform/Text.h"
@@ -90,6 +92,7 @@ void AskToEnd(void* host, EventTransmitter* transmitter) {
 SystemHostAccess::SystemHostAccess() {
     const auto current = settings::Current();
     settingsFile = current->file;
+    jobListFile = current->jobListFile;
     transmitterModule = current->eventTransmitter;
     platform::ProvideLibraries(transmitterModule, current->libraryDirectories);
     transmitterId = L"client:" + current->transmitterName;
@@ -154,6 +157,47 @@ std::int32_t SystemHostAccess::RunHost(std::wstring& problem) {
     }
     platform::WaitForAny({host.Get()}, std::nullopt);
     return platform::ExitCode(host.Get()).value_or(1);
+}
+
+bool SystemHostAccess::FindHolder(host_lock::Holder& holder) const {
+    return host_lock::FindHolder(jobListFile, holder);
+}
+
+std::wstring SystemHostAccess::RunningHost() {
+    host_lock::Holder holder;
+    if (!FindHolder(holder)) {
+        return {};
+    }
+    return holder.process == 0 ? L"process unknown" : host_lock::Describe(holder);
+}
+
+std::wstring SystemHostAccess::Place() {
+    return DescribeEventTransmitter(transmitterModule, transmitterId).place;
+}
+
+/// A module that only the lock file names is not loaded: the settings alone say what runs here.
+bool SystemHostAccess::AskHolderToEnd(const host_lock::Holder& holder, void* process) const {
+    const std::wstring id = L"client:" + holder.transmitterName;
+    if (id != transmitterId && platform::SameName(holder.eventTransmitter, transmitterModule)) {
+        EventTransmitter* const transmitter = EventTransmitterManager(transmitterModule).GetEventTransmitter(id);
+        if (transmitter != nullptr && RequestProxy(*transmitter).TerminateRequest()) {
+            return true;
+        }
+    }
+    return platform::AskOtherProcessToEnd(process);
+}
+
+HostEnd SystemHostAccess::EndRunningHost(std::chrono::milliseconds patience) {
+    host_lock::Holder holder;
+    if (!FindHolder(holder)) {
+        return HostEnd::Ended;
+    }
+    // Opened before it is asked: the number alone could be another process by then.
+    const platform::OwnedHandle process = host_lock::OpenHolder(holder);
+    if (!process || !AskHolderToEnd(holder, process.Get())) {
+        return HostEnd::CannotBeAsked;
+    }
+    return platform::WaitForAny({process.Get()}, patience) ? HostEnd::Ended : HostEnd::StillRunning;
 }
 
 } // namespace controller_cli

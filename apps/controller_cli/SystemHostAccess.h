@@ -1,5 +1,6 @@
 #pragma once
 
+#include "companion/HostLock.h"
 #include "controller_cli/HostAccess.h"
 #include "platform/Process.h"
 
@@ -19,10 +20,18 @@ public:
     /// Ctrl-C and what else asks this program to end is passed on to the host as a request.
     std::int32_t RunHost(std::wstring& problem) override;
 
+    std::wstring RunningHost() override;
+    std::wstring Place() override;
+    /// By a request where it listens under another name; else, on Linux, by SIGTERM.
+    HostEnd EndRunningHost(std::chrono::milliseconds patience) override;
+
 private:
     platform::ProcessStart HostProcess() const;
+    bool FindHolder(host_lock::Holder& holder) const;
+    bool AskHolderToEnd(const host_lock::Holder& holder, void* process) const;
 
     std::wstring settingsFile;
+    std::wstring jobListFile;
     std::wstring transmitterModule;
     std::wstring transmitterId;
 };

@@ -3,6 +3,7 @@
 #include <chrono>
 
 #include "companion/Settings.h"
+#include "controller_host/OtherHost.h"
 #include "controller_host/StartChecks.h"
 #include "platform/Console.h"
 #include "platform/Directories.h"
@@ -17,9 +18,18 @@ namespace {
 /// A host is ready in far less; one that is not by then never will be.
 constexpr std::chrono::seconds startLimit{30};
 
-HostExit Refuse(const std::wstring& problem) {
+HostExit Refuse(const std::wstring& problem, HostExit code = HostExit::CouldNotRun) {
     platform::WriteErrorOutput("controller_host: " + platform::ToUtf8(platform::Escaped(problem)) + "\n");
-    return HostExit::CouldNotRun;
+    return code;
+}
+
+/// A host that was running already is as good, when the front ends of these settings can reach it.
+HostExit UseOtherHost() {
+    const auto settings = settings::Current();
+    return ReachOtherHost(*settings)
+               ? HostExit::Ended
+               : Refuse(OtherHostProblem(*settings) + L"; front ends with these settings do not reach it",
+                        HostExit::AlreadyRunning);
 }
 
 std::wstring LogHint() {
@@ -31,7 +41,7 @@ std::wstring LogHint() {
 HostExit OutcomeOf(void* host) {
     const auto code = platform::ExitCode(host);
     if (code == static_cast<std::int32_t>(HostExit::AlreadyRunning)) {
-        return HostExit::Ended;
+        return UseOtherHost();
     }
     return Refuse(L"the host ended at once with exit code " + std::to_wstring(code.value_or(-1)) + L"." + LogHint());
 }

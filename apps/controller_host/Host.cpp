@@ -4,15 +4,18 @@
 #include <utility>
 #include <vector>
 
+#include "companion/HostLock.h"
 #include "companion/JobListFile.h"
 #include "companion/Settings.h"
 #include "controller_host/DeletionNotes.h"
 #include "controller_host/HostEngine.h"
 #include "controller_host/HostLoop.h"
 #include "controller_host/LeftoverScenarios.h"
+#include "controller_host/OtherHost.h"
 #include "controller_host/RequestAnswers.h"
 #include "controller_host/RequestInbox.h"
 #include "controller_host/StartChecks.h"
+#include "modules/EventTransmitterDescription.h"
 #include "modules/EventTransmitterManager.h"
 #include "modules/FunctionManager.h"
 #include "platform/Console.h"
@@ -34,20 +37,58 @@ HostExit Refuse(HostExit code, const std::wstring& problem) {
     return code;
 }
 
-/// It stands beside the job list: two hosts must never write one list.
 std::wstring LockFile(const settings::Settings& settings) {
-    return settings.jobListFile + L".lock";
+    return host_lock::FileFor(settings.jobListFile);
 }
 
-platform::Error TakePlace(const settings::Settings& settings, platform::FileLock& lock) {
-    const platform::Error error = platform::EnsurePrivateFolders(platform::ParentFolder(settings.jobListFile));
-    return error ? error : lock.Take(LockFile(settings));
-}
+/// The lock of the job list, which says who has it. Its file goes with it.
+class Place {
+public:
+    Place() = default;
+    ~Place() { lock.Remove(); }
+    Place(const Place&) = delete;
+    Place& operator=(const Place&) = delete;
+
+    platform::Error Take(const settings::Settings& settings) {
+        platform::Error error = platform::EnsurePrivateFolders(platform::ParentFolder(settings.jobListFile));
+        if (!error) {
+            error = lock.Take(LockFile(settings));
+        }
+        if (!error) {
+            holder = host_lock::OwnHolder();
+            holder.settingsFile = settings.file;
+            holder.eventTransmitter = settings.eventTransmitter;
+            holder.transmitterName = settings.transmitterName;
+            Write();
+        }
+        return error;
+    }
+
+    /// Front ends can reach the host now.
+    void SetReady() {
+        holder.isReady = true;
+        holder.place = DescribeEventTransmitter(holder.eventTransmitter, TransmitterId(holder.transmitterName)).place;
+        Write();
+    }
+
+    static std::wstring TransmitterId(const std::wstring& name) { return L"engine:" + name; }
+
+private:
+    /// On a full disk nobody is told who has the lock; it holds all the same.
+    void Write() {
+        if (const platform::Error error = lock.Write(host_lock::Serialize(holder))) {
+            ControllerLogManager::WarnLog(L"The lock of the job list cannot say which process holds it: " +
+                                          error.Text());
+        }
+    }
+
+    platform::FileLock lock;
+    host_lock::Holder holder;
+};
 
 HostExit RefuseWithoutPlace(const settings::Settings& settings, const platform::Error& error) {
     if (error.kind == platform::ErrorKind::InUse) {
-        return Refuse(HostExit::AlreadyRunning,
-                      L"another host is running for the job list " + platform::ToNativeText(settings.jobListFile));
+        return Refuse(HostExit::AlreadyRunning, OtherHostProblem(settings));
     }
     return Refuse(HostExit::CouldNotRun, L"the lock of the job list, " + platform::ToNativeText(LockFile(settings)) +
                                              L", cannot be taken: " + error.Text() +
@@ -74,7 +115,7 @@ void Warn(const std::vector<std::wstring>& problems) {
     }
 }
 
-HostExit ServeFrontEnds(const settings::Settings& settings, EventTransmitter& transmitter,
+HostExit ServeFrontEnds(const settings::Settings& settings, EventTransmitter& transmitter, Place& place,
                         const std::wstring& readyEvent) {
     ControllerLogManager::Initialize(0, settings.logFile, readyEvent.empty());
     job_list_file::RemoveLeftovers(settings.jobListFile);
@@ -96,6 +137,7 @@ HostExit ServeFrontEnds(const settings::Settings& settings, EventTransmitter& tr
     RequestAnswers answers(engine, transmitter);
     RequestInbox inbox(transmitter, RequestAnswers::Names());
     ControllerLogManager::Log(L"The host is ready; scenarios: " + std::to_wstring(scenarios));
+    place.SetReady();
     platform::Event(platform::TakeInheritedHandle(readyEvent)).Raise();
     platform::ReachFaultPoint(platform::FaultPoint::HostReady);
     HostLoop(engine, inbox, answers, stop.Handle()).Run(Patience(settings));
@@ -113,8 +155,8 @@ HostExit RunHost(const std::wstring& readyEvent) {
     const auto settings = settings::CurrentForThisRun();
     // A refusal is told on standard error, not on the console's log as well.
     ControllerLogManager::Initialize(0, settings->logFile, false);
-    platform::FileLock lock;
-    if (const platform::Error error = TakePlace(*settings, lock)) {
+    Place place;
+    if (const platform::Error error = place.Take(*settings)) {
         return RefuseWithoutPlace(*settings, error);
     }
     // The engine would begin with an empty list.
@@ -124,9 +166,9 @@ HostExit RunHost(const std::wstring& readyEvent) {
     platform::ReachFaultPoint(platform::FaultPoint::PlaceTaken);
     start_checks::ProvideModuleLibraries(*settings);
     EventTransmitterManager modules(settings->eventTransmitter);
-    EventTransmitter* const transmitter = modules.GetEventTransmitter(L"engine:" + settings->transmitterName);
+    EventTransmitter* const transmitter = modules.GetEventTransmitter(Place::TransmitterId(settings->transmitterName));
     if (transmitter == nullptr || !transmitter->IsConnected()) {
         return Refuse(HostExit::CouldNotRun, start_checks::TransmitterProblem(*settings));
     }
-    return ServeFrontEnds(*settings, *transmitter, readyEvent);
+    return ServeFrontEnds(*settings, *transmitter, place, readyEvent);
 }

@@ -1,5 +1,6 @@
 #include "controller_host/StartChecks.h"
 
+#include "modules/EventTransmitterDescription.h"
 #include "platform/NativePath.h"
 #include "platform/ProgramSearch.h"
 #include "platform/SharedLibrary.h"
@@ -47,9 +48,11 @@ std::wstring TransmitterProblem(const settings::Settings& settings) {
         return L"front ends cannot be reached: the event transmitter " + module + L" " + problem +
                L" Check the setting \"eventTransmitter\".";
     }
-    return L"front ends cannot be reached through " + module + L" as \"" + settings.transmitterName +
-           L"\": another host has the name, or the module refuses it. The settings \"eventTransmitter\" and "
-           L"\"transmitterName\" say which.";
+    const std::wstring said =
+        DescribeEventTransmitter(settings.eventTransmitter, L"engine:" + settings.transmitterName).problem;
+    return L"front ends cannot be reached through " + module + L" as \"" + settings.transmitterName + L"\": " +
+           (said.empty() ? L"another host has the name, or the module refuses it" : said) +
+           L". The settings \"eventTransmitter\" and \"transmitterName\" say which.";
 }
 
 std::vector<std::wstring> LoadFunctionModules(const settings::Settings& settings, FunctionManager& functions) {

@@ -21,11 +21,36 @@ void Log(const std::wstring& message) {
     ControllerCSWrapper::WriteWarnLog(message);
 }
 
-std::unique_ptr<SocketTransmitter> MakeTransmitter(const TransmitterId& id) {
-    if (id.end == End::Engine) {
-        return EngineEnd::Listen(id.name, MakeLocalNetwork(Log), Limits{}, Log);
+/// Keeps the last line of the log of one transmitter. Any thread.
+class LastLine {
+public:
+    void Set(const std::wstring& message) {
+        const std::lock_guard<std::mutex> guard(lock);
+        line = message;
     }
-    return std::make_unique<ClientEnd>(id.name, MakeLocalNetwork(Log), Limits{}, Log);
+    std::wstring Get() const {
+        const std::lock_guard<std::mutex> guard(lock);
+        return line;
+    }
+
+private:
+    mutable std::mutex lock;
+    std::wstring line;
+};
+
+/// Null, and `problem` says why, when there is none.
+std::unique_ptr<SocketTransmitter> MakeTransmitter(const TransmitterId& id, std::wstring& problem) {
+    if (id.end == End::Client) {
+        return std::make_unique<ClientEnd>(id.name, MakeLocalNetwork(Log), Limits{}, Log);
+    }
+    const auto last = std::make_shared<LastLine>();
+    const Network::Log log = [last](const std::wstring& message) {
+        last->Set(message);
+        Log(message);
+    };
+    std::unique_ptr<SocketTransmitter> engine = EngineEnd::Listen(id.name, MakeLocalNetwork(log), Limits{}, log);
+    problem = engine ? std::wstring() : last->Get();
+    return engine;
 }
 
 /// The transmitters that were given out, by their ids.
@@ -41,9 +66,16 @@ public:
         const std::lock_guard<std::mutex> guard(lock);
         std::unique_ptr<SocketTransmitter>& transmitter = transmitters[text];
         if (!transmitter) {
-            transmitter = MakeTransmitter(*id);
+            transmitter = MakeTransmitter(*id, problems[text]);
         }
         return transmitter.get();
+    }
+
+    /// Why the last attempt to make a transmitter failed.
+    std::wstring ProblemOf(const std::wstring& text) {
+        const std::lock_guard<std::mutex> guard(lock);
+        const auto found = problems.find(text);
+        return found == problems.end() ? std::wstring() : found->second;
     }
 
     void Stop() {
@@ -59,6 +91,7 @@ public:
 private:
     std::mutex lock;
     std::map<std::wstring, std::unique_ptr<SocketTransmitter>> transmitters;
+    std::map<std::wstring, std::wstring> problems;
 };
 
 /// Never destroyed: other threads of the program may send events until the very end.
@@ -80,4 +113,11 @@ extern "C" CONTROLLER_API EventTransmitter* GetEventTransmitter(const std::wstri
         local_socket::Log(L"No event line \"" + transmitterId + L"\": " + platform::FromUtf8(failure.what()));
         return nullptr;
     }
+}
+
+extern "C" CONTROLLER_API void DescribeEventTransmitter(const std::wstring& transmitterId, std::wstring& place,
+                                                        std::wstring& problem) {
+    const auto id = local_socket::ParseTransmitterId(transmitterId);
+    place = id ? local_socket::LocalPlace(id->name) : std::wstring();
+    problem = local_socket::TheTransmitters().ProblemOf(transmitterId);
 }

@@ -15,7 +15,7 @@ using host_lock::OwnHolder;
 /// A lock beside a job list, held by this process.
 class HostLockTest : public testing::Test {
 protected:
-    HostLockTest() { lock.Take(host_lock::FileFor(list)); }
+    void SetUp() override { ASSERT_FALSE(lock.Take(host_lock::FileFor(list))); }
 
     const TemporaryFolder folder;
     const std::wstring list = folder / L"job_list.json";

@@ -120,4 +120,42 @@ TEST_F(HostConnectionTest, StopHostStartsNone) {
     EXPECT_EQ(host.startCount, 0);
 }
 
+constexpr char elsewhere[] = "controller_cli: A host runs, but cannot be reached from here: process 4711, at /run/x. "
+                             "Looked for at: the usual place. Are XDG_RUNTIME_DIR and the settings the same as where "
+                             "it was started? To end it: controller_cli --stop-host\n";
+
+TEST_F(HostConnectionTest, AHostThatListensElsewhereIsNamed) {
+    host.runs = false;
+    host.runningHost = L"process 4711, at /run/x";
+    host.startProblem = L"controller_host: another host is running";
+    for (const std::vector<std::wstring>& arguments :
+         std::vector<std::vector<std::wstring>>{{L"--list"}, {L"--list", L"-f"}, {L"-s1"}, {L"-s1", L"-f"}}) {
+        console.errors.clear();
+        EXPECT_EQ(Run(arguments), 3);
+        EXPECT_EQ(console.errors, elsewhere);
+    }
+    EXPECT_EQ(host.startCount, 2);
+}
+
+TEST_F(HostConnectionTest, StopHostEndsAHostThatListensElsewhere) {
+    host.runs = false;
+    host.runningHost = L"process 4711, at /run/x";
+    EXPECT_EQ(Run({L"--stop-host"}), 0);
+    EXPECT_EQ(console.output, "The host has ended.\n");
+    EXPECT_EQ(host.endCount, 1);
+}
+
+TEST_F(HostConnectionTest, StopHostTellsOfAHostThatDoesNotEnd) {
+    host.runs = false;
+    host.runningHost = L"process 4711, at /run/x";
+    host.hostEnd = controller_cli::HostEnd::StillRunning;
+    EXPECT_EQ(Run({L"--stop-host"}), 1);
+    EXPECT_EQ(console.errors, "controller_cli: The host is still ending its jobs.\n");
+    console.errors.clear();
+    host.hostEnd = controller_cli::HostEnd::CannotBeAsked;
+    EXPECT_EQ(Run({L"--stop-host"}), 3);
+    EXPECT_EQ(console.errors, elsewhere);
+    EXPECT_EQ(console.output, "");
+}
+
 } // namespace

@@ -26,6 +26,11 @@ std::int32_t ScriptedHost::RunHost(std::wstring& problem) {
     return foregroundExitCode;
 }
 
+controller_cli::HostEnd ScriptedHost::EndRunningHost(std::chrono::milliseconds /*patience*/) {
+    ++endCount;
+    return hostEnd;
+}
+
 void ScriptedHost::Report(const JobStatusInfo& info) {
     for (JobListInfo& job : jobs) {
         if (job.id == info.id) {

@@ -21,6 +21,9 @@ public:
     /// Why a host cannot be started; empty: it can.
     std::wstring startProblem;
     std::int32_t foregroundExitCode = 0;
+    /// A host that runs somewhere else.
+    std::wstring runningHost;
+    controller_cli::HostEnd hostEnd = controller_cli::HostEnd::Ended;
     std::vector<JobListInfo> jobs;
     /// The event and payload that a request is answered with; a request without one is not answered, but for the list
     /// of jobs.
@@ -37,6 +40,7 @@ public:
     // The recording
     int startCount = 0;
     int foregroundCount = 0;
+    int endCount = 0;
 
     /// Tells of a job's change, which the list of jobs has from then on.
     void Report(const JobStatusInfo& info);
@@ -48,6 +52,9 @@ public:
     EventTransmitter* Transmitter() override;
     std::wstring StartHost() override;
     std::int32_t RunHost(std::wstring& problem) override;
+    std::wstring RunningHost() override { return runningHost; }
+    std::wstring Place() override { return L"the usual place"; }
+    controller_cli::HostEnd EndRunningHost(std::chrono::milliseconds patience) override;
 
     ScriptedTransmitter transmitter;
 

@@ -37,7 +37,7 @@ TEST(FileLockTest, ItCanBeTakenAgainOnceReleased) {
     const TemporaryFolder folder;
     FileLock first;
     FileLock second;
-    first.Take(folder / L"host.lock");
+    ASSERT_FALSE(first.Take(folder / L"host.lock"));
     first.Release();
     EXPECT_EQ(second.Take(folder / L"host.lock").kind, ErrorKind::None);
 }
@@ -45,7 +45,7 @@ TEST(FileLockTest, ItCanBeTakenAgainOnceReleased) {
 TEST(FileLockTest, MovingHandsItOn) {
     const TemporaryFolder folder;
     FileLock first;
-    first.Take(folder / L"host.lock");
+    ASSERT_FALSE(first.Take(folder / L"host.lock"));
     const FileLock second = std::move(first);
     FileLock third;
     EXPECT_TRUE(second.IsHeld());

@@ -119,7 +119,8 @@ OpenedSocket MakeSocket(const std::string& path, const sockaddr_un& address) {
 /// The sockets and locks of engines that were killed. Whoever takes such a place in the same moment tries again.
 void RemoveDeadEngines(const std::string& folder) {
     std::vector<platform::FolderEntry> entries;
-    platform::ListFolder(platform::FromUtf8(folder), entries);
+    // What cannot be listed stays for the next engine.
+    (void)platform::ListFolder(platform::FromUtf8(folder), entries);
     for (const platform::FolderEntry& entry : entries) {
         const std::string path = folder + "/" + platform::ToUtf8(entry.name);
         platform::FileLock lock;

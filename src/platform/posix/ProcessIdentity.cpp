@@ -8,6 +8,7 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "platform/Process.h"
 #include "platform/posix/DescriptorHandle.h"
 #include "platform/posix/ProcessDescriptor.h"
 
@@ -60,6 +61,11 @@ OwnedHandle OpenProcess(const ProcessIdentity& process) {
     OwnedHandle opened = descriptor < 0 ? OwnedHandle() : OwnedHandle(HandleOf(descriptor));
     const bool isMeant = opened && StartOf(number) == process.start && IsOwn(number) && IsProcessRunning(opened.Get());
     return isMeant ? std::move(opened) : OwnedHandle();
+}
+
+bool AskOtherProcessToEnd(void* process) {
+    AskProcessToEnd(process);
+    return true;
 }
 
 } // namespace platform

@@ -33,4 +33,8 @@ OwnedHandle OpenProcess(const ProcessIdentity& process) {
     return isMeant ? std::move(opened) : OwnedHandle();
 }
 
+bool AskOtherProcessToEnd(void* /*process*/) {
+    return false;
+}
+
 } // namespace platform

@@ -1,0 +1,86 @@
+#include "HostProcessFixture.h"
+
+#include "companion/HostLock.h"
+#include "platform/FileSystem.h"
+#include "platform/NativePath.h"
+#include "platform/Text.h"
+
+namespace {
+
+/// Where a host listens, what its lock says of it, and what others see of both.
+class HostPlaceTest : public HostProcessFixture {
+protected:
+    host_lock::Holder Holder() const {
+        host_lock::Holder holder;
+        EXPECT_TRUE(host_lock::FindHolder(folder / L"job_list.json", holder));
+        return holder;
+    }
+
+    std::string ProcessOfHost() const { return "process " + std::to_string(platform::ProcessNumber(host.Get())); }
+
+    /// The same list, but another name.
+    void RenameMeetingPlace() const {
+        std::string text = UsualSettings("job_list.json");
+        const std::string name = platform::ToUtf8(meetingPlace);
+        WriteSettings(text.replace(text.find(name), name.size(), name + "-other"));
+    }
+};
+
+bool Contains(const std::string& text, const std::string& part) {
+    return text.find(part) != std::string::npos;
+}
+
+TEST_F(HostPlaceTest, TheLockSaysWhichProcessHasItAndWhereItListens) {
+    StartHost();
+    const host_lock::Holder holder = Holder();
+    EXPECT_EQ(holder.process, platform::ProcessNumber(host.Get()));
+    EXPECT_TRUE(holder.isReady);
+    EXPECT_EQ(holder.transmitterName, meetingPlace);
+    EXPECT_NE(holder.place.find(meetingPlace), std::wstring::npos);
+    const auto second = test_support::RunToEnd(Host({}));
+    EXPECT_EQ(second.exitCode, 4);
+    EXPECT_TRUE(Contains(second.output, ProcessOfHost() + ", since 20")) << second.output;
+    EXPECT_TRUE(Contains(second.output, " UTC, at " + platform::ToUtf8(holder.place))) << second.output;
+}
+
+TEST_F(HostPlaceTest, AHostThatEndsLeavesNoLock) {
+    StartHost();
+    FrontEnd(meetingPlace).Terminate();
+    EXPECT_EQ(AwaitHostEnd(), 0);
+    EXPECT_FALSE(platform::Exists(folder / L"job_list.json.lock"));
+}
+
+TEST_F(HostPlaceTest, AHostInTheBackgroundUnderAnotherNameIsRefusedAsInTheForeground) {
+    StartHost();
+    RenameMeetingPlace();
+    for (const std::vector<std::wstring>& arguments : {std::vector<std::wstring>{}, {L"--background"}}) {
+        const auto refused = test_support::RunToEnd(Host(arguments));
+        EXPECT_EQ(refused.exitCode, 4);
+        EXPECT_TRUE(refused.output.starts_with("controller_host: another host is running for the job list "))
+            << refused.output;
+        EXPECT_TRUE(Contains(refused.output, ProcessOfHost())) << refused.output;
+    }
+}
+
+TEST_F(HostPlaceTest, AHostInTheBackgroundThatRunsAlreadyIsAsGood) {
+    StartHost();
+    const auto second = test_support::RunToEnd(Host({L"--background"}));
+    EXPECT_EQ(second.exitCode, 0);
+    EXPECT_EQ(second.output, "");
+}
+
+TEST_F(HostPlaceTest, AFrontEndUnderAnotherNameIsToldOfTheHostAndCanEndIt) {
+    StartHost();
+    RenameMeetingPlace();
+    for (const std::vector<std::wstring>& arguments :
+         std::vector<std::vector<std::wstring>>{{L"--list"}, {L"--list", L"-f"}}) {
+        const auto refused = test_support::RunToEnd(FrontEndProcess(arguments));
+        EXPECT_EQ(refused.exitCode, 3);
+        EXPECT_TRUE(Contains(refused.output, "cannot be reached from here: " + ProcessOfHost())) << refused.output;
+    }
+    const auto stopped = test_support::RunToEnd(FrontEndProcess({L"--stop-host"}));
+    EXPECT_EQ(stopped.exitCode, 0) << stopped.output;
+    EXPECT_EQ(AwaitHostEnd(), 0);
+}
+
+} // namespace
