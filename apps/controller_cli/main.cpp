@@ -1,14 +1,13 @@
 #include <optional>
 
+#include "companion/ResponsePatience.h"
 #include "companion/Settings.h"
 #include "controller_cli/FrontEnd.h"
 #include "controller_cli/LongCommandLine.h"
-#include "controller_cli/Patience.h"
 #include "controller_cli/SystemConsole.h"
 #include "controller_cli/SystemHostAccess.h"
 #include "platform/Clock.h"
 #include "platform/Console.h"
-#include "platform/Environment.h"
 #include "platform/ProgramArguments.h"
 #include "platform/SharedLibrary.h"
 #include "platform/StopSignal.h"
@@ -26,11 +25,7 @@ int main(int argc, char** argv) {
     SystemConsole console;
     const Texts texts(settings::Current()->stringResourceFile);
     SystemHostAccess host;
-    CommandContext context{console,
-                           texts,
-                           host,
-                           stop ? stop->Handle() : nullptr,
-                           PatienceFrom(platform::GetEnvironment(L"QRV_KT_WAIT_RESPONSE_SEC")),
-                           platform::Now};
+    CommandContext context{
+        console, texts, host, stop ? stop->Handle() : nullptr, response_patience::FromEnvironment(), platform::Now};
     return static_cast<int>(RunFrontEnd(context, arguments));
 }

@@ -1,3 +1,5 @@
+#include <algorithm>
+#include <chrono>
 #include <exception>
 #include <map>
 #include <memory>
@@ -7,6 +9,7 @@
 #include <utility>
 
 #include "companion/ControllerCSWrapper.h"
+#include "companion/ResponsePatience.h"
 #include "local_socket/ClientEnd.h"
 #include "local_socket/EngineEnd.h"
 #include "local_socket/ProcessEnd.h"
@@ -38,10 +41,19 @@ private:
     std::wstring line;
 };
 
+/// A front end waits for the greeting of an engine as long as for any answer; even one that does not want to wait lets
+/// an engine on a busy machine come to it.
+Limits FrontEndLimits() {
+    constexpr std::chrono::milliseconds shortest{1000};
+    Limits limits;
+    limits.greeting = std::max<std::chrono::milliseconds>(response_patience::FromEnvironment(), shortest);
+    return limits;
+}
+
 /// Null, and `problem` says why, when there is none.
 std::unique_ptr<SocketTransmitter> MakeTransmitter(const TransmitterId& id, std::wstring& problem) {
     if (id.end == End::Client) {
-        return std::make_unique<ClientEnd>(id.name, MakeLocalNetwork(Log), Limits{}, Log);
+        return std::make_unique<ClientEnd>(id.name, MakeLocalNetwork(Log), FrontEndLimits(), Log);
     }
     const auto last = std::make_shared<LastLine>();
     const Network::Log log = [last](const std::wstring& message) {

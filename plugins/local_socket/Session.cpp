@@ -47,7 +47,7 @@ Session::Session(Peer peerNumber, Role ownRole, Network& network, std::unique_pt
 
 void Session::Start() {
     deadline->Start(limits.greeting, [self = shared_from_this()] {
-        self->Close(L"it sent no greeting within " + Milliseconds(self->limits.greeting));
+        self->Close(L"it does not answer: no greeting within " + Milliseconds(self->limits.greeting));
     });
     if (role == Role::Front) {
         Send(std::make_shared<const std::string>(EncodeGreeting()));

@@ -164,7 +164,7 @@ TEST_F(RawPeerTest, APeerThatSendsNothingIsClosed) {
     const auto engine = Engine();
     RawPeer peer(place);
     EXPECT_EQ(peer.ReceiveUntilClosed(), "");
-    ExpectLogged(L"was dropped: it sent no greeting within 20 ms.");
+    ExpectLogged(L"was dropped: it does not answer: no greeting within 20 ms.");
 }
 
 TEST_F(RawPeerTest, APeerThatStopsInTheMiddleOfAnEventIsClosed) {
@@ -221,7 +221,7 @@ TEST_F(RawPeerTest, AnEngineThatDoesNotGreetIsNoEngine) {
     const RawPeer engine(place, "");
     const auto client = Client();
     EXPECT_FALSE(client->IsConnected());
-    ExpectLogged(L"The connection to the engine was closed: it sent no greeting within 20 ms.");
+    ExpectLogged(L"The connection to the engine was closed: it does not answer: no greeting within 20 ms.");
 }
 
 TEST_F(RawPeerTest, AnEngineOfAnotherVersionIsNoEngine) {

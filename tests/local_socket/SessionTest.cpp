@@ -105,7 +105,7 @@ TEST_F(SessionTest, APeerThatSendsNothingIsClosed) {
     EXPECT_FALSE(peer.isClosed);
     network.Advance(1ms);
     EXPECT_TRUE(peer.isClosed);
-    EXPECT_EQ(happened, Happened{L"closed: it sent no greeting within 5000 ms"});
+    EXPECT_EQ(happened, Happened{L"closed: it does not answer: no greeting within 5000 ms"});
 }
 
 TEST_F(SessionTest, BytesOfAGreetingDoNotMakeItsTimeLonger) {
@@ -113,7 +113,7 @@ TEST_F(SessionTest, BytesOfAGreetingDoNotMakeItsTimeLonger) {
     network.Advance(3s);
     peer.Receive(EncodeGreeting().substr(0, 15));
     network.Advance(2s);
-    EXPECT_EQ(happened, Happened{L"closed: it sent no greeting within 5000 ms"});
+    EXPECT_EQ(happened, Happened{L"closed: it does not answer: no greeting within 5000 ms"});
 }
 
 TEST_F(SessionTest, AnOpenSessionMayBeSilent) {
