@@ -1,8 +1,7 @@
 #include "controller_cli/LetterEnqueue.h"
 
-#include <algorithm>
-
-#include "controller_cli/RefusalReason.h"
+#include "controller_cli/LogHint.h"
+#include "controller_cli/Problems.h"
 #include "platform/NativePath.h"
 
 namespace controller_cli {
@@ -11,16 +10,13 @@ namespace {
 /// Tells on standard error what has become of requests that made no jobs, and makes the exit code of it.
 class Mishaps {
 public:
-    Mishaps(CommandContext& commandContext, const std::wstring& jobsFileName)
-        : context(commandContext), jobsFile(platform::ToNativeText(jobsFileName)) {}
+    Mishaps(CommandContext& commandContext, const LetterSession& letterSession, const std::wstring& jobsFileName)
+        : context(commandContext), session(letterSession), jobsFile(platform::ToNativeText(jobsFileName)) {}
 
     void NoteAnswer(std::size_t index, const EnqueueJobsInfo& request, const std::vector<int>& seqIds) {
-        const auto isRefused = [](int seqId) { return seqId < 0; };
-        const bool isWhole = std::all_of(seqIds.begin(), seqIds.end(), isRefused);
         for (std::size_t set = 0; set < seqIds.size(); ++set) {
-            if (isRefused(seqIds[set])) {
-                NoteRefusal(MemberOf(index) + L".inputFileSets[" + std::to_wstring(set) + L"]",
-                            {request, set, isWhole});
+            if (seqIds[set] < 0) {
+                NoteRefusal(MemberOf(index) + L".inputFileSets[" + std::to_wstring(set) + L"]", request, set);
             }
         }
     }
@@ -28,7 +24,7 @@ public:
     /// An answer without jobs is none: a request without input sets has no other.
     void NoteNoAnswer(std::size_t index, const EnqueueJobsInfo& request) {
         if (request.inputFileSets.empty()) {
-            NoteRefusal(MemberOf(index), {request});
+            NoteRefusal(MemberOf(index), request, 0);
             return;
         }
         exitCode = ExitCode::NoHost;
@@ -38,8 +34,7 @@ public:
     /// The exit code of all.
     ExitCode Finish() {
         if (count > mostTold) {
-            context.console.WriteError(context.texts.Format(L"Refusals/More", {std::to_wstring(count - mostTold)}) +
-                                       L"\n");
+            WriteProblem(context, context.texts.Format(L"Refusals/More", {std::to_wstring(count - mostTold)}));
         }
         return exitCode;
     }
@@ -49,23 +44,24 @@ private:
 
     static std::wstring MemberOf(std::size_t index) { return L"EnqueueJobs[" + std::to_wstring(index) + L"]"; }
 
-    void NoteRefusal(const std::wstring& member, const Refusal& refusal) {
+    void NoteRefusal(const std::wstring& member, const EnqueueJobsInfo& request, std::size_t set) {
         if (exitCode == ExitCode::Success) {
             exitCode = ExitCode::JobFailed;
         }
-        // The reason of one that is not told is not looked for.
-        const std::wstring reason = count < mostTold ? RefusalReason(context, refusal) : L"";
+        const std::wstring told = session.RefusalReason(request, set);
+        const std::wstring reason = told.empty() ? context.texts.Get(L"Refusals/Unknown") + LogHint(context) : told;
         Tell(context.texts.Format(L"Refusals/Line", {jobsFile, member, reason}));
     }
 
     void Tell(const std::wstring& text) {
         ++count;
         if (count <= mostTold) {
-            context.console.WriteError(L"controller_cli: " + text + L"\n");
+            WriteProblem(context, text);
         }
     }
 
     CommandContext& context;
+    const LetterSession& session;
     std::wstring jobsFile;
     std::size_t count = 0;
     ExitCode exitCode = ExitCode::Success;
@@ -75,7 +71,7 @@ private:
 
 ExitCode EnqueueRequests(CommandContext& context, LetterSession& session, const std::wstring& jobsFile,
                          std::vector<EnqueueJobsInfo>& requests, LetterOutput& output) {
-    Mishaps mishaps(context, jobsFile);
+    Mishaps mishaps(context, session, jobsFile);
     // A line that is not open yet opens with the first request.
     bool isHostGone = false;
     for (std::size_t index = 0; index < requests.size(); ++index) {

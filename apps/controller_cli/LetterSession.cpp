@@ -13,6 +13,7 @@ using std::chrono::milliseconds;
 using std::chrono::steady_clock;
 
 constexpr wchar_t cancelEvent[] = L"CancelJobsFinish";
+constexpr wchar_t enqueueEvent[] = L"EnqueueJobsFinish";
 
 } // namespace
 
@@ -26,10 +27,31 @@ bool CancelAnswers::operator()(const std::wstring& payload) {
     return isUsable;
 }
 
+bool EnqueueAnswers::operator()(const std::wstring& payload) {
+    JobEnqueueResult result;
+    if (!ControllerCSWrapper::Deserialize(payload, result)) {
+        return false;
+    }
+    {
+        const std::lock_guard lock(mutex);
+        reasons[result.requestId] = result.inputSetResults;
+    }
+    return presenter.EnqueueJobsFinish(result);
+}
+
+std::wstring EnqueueAnswers::RefusalReason(const std::wstring& requestId, std::size_t inputSet) const {
+    const std::lock_guard lock(mutex);
+    const auto found = reasons.find(requestId);
+    const bool isKnown = found != reasons.end() && inputSet < found->second.size() && !found->second[inputSet].empty();
+    return isKnown ? found->second[inputSet].front() : std::wstring();
+}
+
 LetterSession::LetterSession(CommandContext& context, Start start)
     : transmitter(ConnectToHost(context, start)),
-      presenter(context.host.TransmitterId(), context.host.TransmitterModule()), cancelAnswers(presenter) {
+      presenter(context.host.TransmitterId(), context.host.TransmitterModule()), cancelAnswers(presenter),
+      enqueueAnswers(presenter) {
     transmitter.AddEventHandler(cancelEvent, &cancelAnswers);
+    transmitter.AddEventHandler(enqueueEvent, &enqueueAnswers);
 }
 
 LetterSession::~LetterSession() {
