@@ -56,9 +56,9 @@ void CheckText(std::string_view encoded) {
 }
 
 void CheckFrame(const Frame& frame) {
-    const bool isGreeting = frame.kind == local_socket::FrameKind::Greeting;
-    fuzz::Require(isGreeting == frame.name.empty(), "an event, and nothing else, has a name");
-    fuzz::Require(!isGreeting || frame.payload.empty(), "a greeting is empty");
+    const bool isEvent = frame.kind == local_socket::FrameKind::Event;
+    fuzz::Require(isEvent != frame.name.empty(), "an event, and nothing else, has a name");
+    fuzz::Require(isEvent || frame.payload.empty(), "only an event has a payload");
     fuzz::Require(frame.name.size() <= local_socket::maximumNameBytes, "a name is short");
     CheckText(frame.name);
     CheckText(frame.payload);

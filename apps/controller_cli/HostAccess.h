@@ -5,6 +5,7 @@
 #include <string>
 
 class EventTransmitter;
+class EventTransmitterExtension;
 
 namespace controller_cli {
 
@@ -24,21 +25,27 @@ public:
     virtual const std::wstring& TransmitterModule() const = 0;
     virtual const std::wstring& TransmitterId() const = 0;
 
-    /// This end of the line, the same object every time; whether a host is there, its `IsConnected` says. Null when the
+    /// This end of the line, the same object every time; whether a host is there, its extension says. Null when the
     /// module cannot be used. The module owns it.
     virtual EventTransmitter* Transmitter() = 0;
 
-    /// Starts a host of its own process, and returns once it can be reached. One that was running already is as good.
-    /// What kept it from starting; empty when nothing did.
+    /// What the transmitter can do beyond its two operations; null when the module has none.
+    virtual EventTransmitterExtension* Extension() = 0;
+
+    /// True when some process is, or is becoming, the host, whether it can be reached already or not.
+    virtual bool IsHostThere() = 0;
+
+    /// Starts a host of its own process, and returns once it can be reached. One that was running or starting already
+    /// is as good. What kept it from starting; empty when nothing did.
     virtual std::wstring StartHost() = 0;
 
     /// Runs a host in the foreground and returns its exit code when it has ended. Where it cannot be started, `problem`
     /// says why.
     virtual std::int32_t RunHost(std::wstring& problem) = 0;
 
-    /// The host that runs for the job list of the settings, wherever it listens: "process 4711, since ..., at ...".
-    /// Empty when there is none.
-    virtual std::wstring RunningHost() = 0;
+    /// The host of the settings' job list where it listens at another place than this end of the line looks at:
+    /// "process 4711, since ..., at ...". Empty when there is none, and while a host has not said where it listens.
+    virtual std::wstring HostElsewhere() = 0;
 
     /// Where this end of the line looks for a host, as the module says; empty when it does not.
     virtual std::wstring Place() = 0;

@@ -3,40 +3,105 @@
 #include "controller_cli/CommandFailure.h"
 #include "controller_cli/LogHint.h"
 #include "modules/EventTransmitter.h"
+#include "modules/EventTransmitterExtension.h"
 #include "platform/NativePath.h"
+#include "platform/Waiting.h"
 
 namespace controller_cli {
 namespace {
 
-/// Starting another host would not help.
-void FailIfAHostRuns(CommandContext& context) {
-    if (const std::wstring running = context.host.RunningHost(); !running.empty()) {
+using std::chrono::milliseconds;
+using std::chrono::steady_clock;
+
+/// Nothing tells when a host that somebody else started can be reached: so often it is tried.
+constexpr milliseconds tryInterval{20};
+
+bool IsConnected(const CommandContext& context, EventTransmitterExtension& extension) {
+    std::wstring problem;
+    const bool isConnected = extension.Connect(problem);
+    if (!problem.empty()) {
+        throw UnreachableHost{{ExitCode::NoHost, context.texts.Format(L"Errors/HostNotReached", {problem})}};
+    }
+    return isConnected;
+}
+
+CommandFailure NoAnswer(const CommandContext& context) {
+    const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(context.patience).count();
+    return {ExitCode::NoHost, context.texts.Format(L"Errors/NoAnswer", {std::to_wstring(seconds)})};
+}
+
+/// Starting another host would not help, nor would waiting.
+void FailIfAHostListensElsewhere(const CommandContext& context) {
+    if (const std::wstring running = context.host.HostElsewhere(); !running.empty()) {
         const std::wstring message = context.texts.Format(L"Errors/HostElsewhere", {running, context.host.Place()});
         throw UnreachableHost{{ExitCode::NoHost, message}};
     }
 }
 
+void StartHost(CommandContext& context) {
+    if (const std::wstring problem = context.host.StartHost(); !problem.empty()) {
+        FailIfAHostListensElsewhere(context);
+        throw CommandFailure{ExitCode::NoHost, context.texts.Format(L"Errors/HostNotStarted", {problem})};
+    }
+}
+
+/// Ctrl-C ends the wait, and the command.
+void WaitForTheNextTry(const CommandContext& context) {
+    const std::vector<void*> handles = context.stop == nullptr ? std::vector<void*>() : std::vector{context.stop};
+    if (platform::WaitForAny(handles, tryInterval)) {
+        throw CommandFailure{ExitCode::Interrupted, {}};
+    }
+}
+
+/// Starts a host where no process is one; one that is starting already is waited for.
+void AwaitHost(CommandContext& context, Start start, EventTransmitterExtension& extension) {
+    const auto deadline = steady_clock::now() + context.patience;
+    bool isThere = context.host.IsHostThere();
+    if (!isThere && start == Start::WhenNoneRuns) {
+        StartHost(context);
+    }
+    while (!IsConnected(context, extension)) {
+        // Looked at before the try: what is not there afterwards may have become reachable between the two.
+        if (!isThere && start == Start::Never) {
+            throw CommandFailure{ExitCode::NoHost, context.texts.Get(L"Errors/NoHost")};
+        }
+        FailIfAHostListensElsewhere(context);
+        if (steady_clock::now() >= deadline) {
+            throw UnreachableHost{NoAnswer(context)};
+        }
+        WaitForTheNextTry(context);
+        isThere = context.host.IsHostThere();
+        if (!isThere && start == Start::WhenNoneRuns) {
+            StartHost(context);
+        }
+    }
+}
+
 } // namespace
 
-EventTransmitter& ConnectToHost(CommandContext& context, Start start) {
+bool HostConnection::IsOpen() const {
+    return extension == nullptr || extension->IsConnected();
+}
+
+void FailNoAnswer(const CommandContext& context) {
+    throw NoAnswer(context);
+}
+
+HostConnection ConnectToHost(CommandContext& context, Start start) {
     EventTransmitter* const transmitter = context.host.Transmitter();
     if (transmitter == nullptr) {
         const std::wstring module = platform::ToNativeText(context.host.TransmitterModule());
         throw CommandFailure{ExitCode::NoHost,
                              context.texts.Format(L"Errors/NoTransmitter", {module}) + LogHint(context)};
     }
-    if (transmitter->IsConnected()) {
-        return *transmitter;
+    EventTransmitterExtension* const extension = context.host.Extension();
+    if (extension != nullptr && !IsConnected(context, *extension)) {
+        AwaitHost(context, start, *extension);
     }
-    if (start == Start::Never) {
-        FailIfAHostRuns(context);
-        throw CommandFailure{ExitCode::NoHost, context.texts.Get(L"Errors/NoHost")};
+    if (extension == nullptr && start == Start::WhenNoneRuns) {
+        StartHost(context);
     }
-    if (const std::wstring problem = context.host.StartHost(); !problem.empty()) {
-        FailIfAHostRuns(context);
-        throw CommandFailure{ExitCode::NoHost, context.texts.Format(L"Errors/HostNotStarted", {problem})};
-    }
-    return *transmitter;
+    return {*transmitter, extension};
 }
 
 } // namespace controller_cli

@@ -23,16 +23,17 @@ constexpr milliseconds lastMailTime{100};
 } // namespace
 
 HostSession::HostSession(CommandContext& commandContext, Start start)
-    : context(commandContext), transmitter(ConnectToHost(commandContext, start)), requests(transmitter) {
-    mailbox.SetEventTransmitter(&transmitter);
-    transmitter.AddEventHandler(refusalEvent, &mailbox.RefusalHandler());
-    transmitter.AddEventHandler(scenarioProblemsEvent, &mailbox.ScenarioProblemsHandler());
+    : context(commandContext), connection(ConnectToHost(commandContext, start)),
+      requests(connection.transmitter, connection.extension) {
+    mailbox.SetEventTransmitter(&connection.transmitter);
+    connection.transmitter.AddEventHandler(refusalEvent, &mailbox.RefusalHandler());
+    connection.transmitter.AddEventHandler(scenarioProblemsEvent, &mailbox.ScenarioProblemsHandler());
 }
 
 HostSession::~HostSession() {
-    mailbox.LeaveEventTransmitter(&transmitter);
-    transmitter.AddEventHandler(refusalEvent, nullptr);
-    transmitter.AddEventHandler(scenarioProblemsEvent, nullptr);
+    mailbox.LeaveEventTransmitter(&connection.transmitter);
+    connection.transmitter.AddEventHandler(refusalEvent, nullptr);
+    connection.transmitter.AddEventHandler(scenarioProblemsEvent, nullptr);
 }
 
 std::vector<JobListInfo> HostSession::FetchJobs() {
@@ -70,6 +71,9 @@ std::vector<ScenarioParameterSetInfo> HostSession::FetchParameterSets(const std:
 void HostSession::StopHost() {
     const auto deadline = steady_clock::now() + context.patience;
     Await(requests.TerminateRequest(), &Answers::terminated);
+    if (connection.extension == nullptr) {
+        throw CommandFailure{ExitCode::JobFailed, context.texts.Get(L"Errors/HostEndNotSeen")};
+    }
     Wake wake = Wake::Arrived;
     while (wake == Wake::Arrived) {
         wake = WaitForMail(deadline);
@@ -113,14 +117,14 @@ Answer HostSession::Await(bool wasSent, std::optional<Answer> Answers::*answer) 
             FailHostGone();
         }
         if (wake == Wake::TimeIsOver) {
-            FailNoAnswer();
+            FailNoAnswer(context);
         }
     }
 }
 
 HostSession::Wake HostSession::WaitForMail(Deadline deadline, void* readerGone) {
     for (;;) {
-        const bool isConnected = transmitter.IsConnected();
+        const bool isConnected = connection.IsOpen();
         milliseconds longest = isConnected ? connectionInterval : lastMailTime;
         if (deadline) {
             const auto left = std::chrono::ceil<milliseconds>(*deadline - steady_clock::now());
@@ -166,11 +170,6 @@ void HostSession::FailInterrupted() const {
 
 void HostSession::FailHostGone() const {
     throw CommandFailure{ExitCode::NoHost, context.texts.Get(L"Errors/HostGone") + LogHint(context)};
-}
-
-void HostSession::FailNoAnswer() const {
-    const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(context.patience).count();
-    throw CommandFailure{ExitCode::NoHost, context.texts.Format(L"Errors/NoAnswer", {std::to_wstring(seconds)})};
 }
 
 } // namespace controller_cli

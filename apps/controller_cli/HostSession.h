@@ -47,10 +47,9 @@ private:
     [[nodiscard]] bool WaitOnce(std::chrono::milliseconds longest, void* readerGone);
     [[noreturn]] void FailInterrupted() const;
     [[noreturn]] void FailHostGone() const;
-    [[noreturn]] void FailNoAnswer() const;
 
     CommandContext& context;
-    EventTransmitter& transmitter;
+    const HostConnection connection;
     AnswerMailbox mailbox;
     RequestProxy requests;
 };

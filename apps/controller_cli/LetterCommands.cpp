@@ -93,8 +93,7 @@ ExitCode CheckStatus(CommandContext& context, const CLIArgumentParser& parser) {
         FailHostGone(context);
     }
     if (!isAnswered) {
-        const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(context.patience).count();
-        throw CommandFailure{ExitCode::NoHost, context.texts.Format(L"Errors/NoAnswer", {std::to_wstring(seconds)})};
+        FailNoAnswer(context);
     }
     return ExitCode::Success;
 }

@@ -47,19 +47,19 @@ std::wstring EnqueueAnswers::RefusalReason(const std::wstring& requestId, std::s
 }
 
 LetterSession::LetterSession(CommandContext& context, Start start)
-    : transmitter(ConnectToHost(context, start)),
+    : connection(ConnectToHost(context, start)),
       presenter(context.host.TransmitterId(), context.host.TransmitterModule()), cancelAnswers(presenter),
       enqueueAnswers(presenter) {
-    transmitter.AddEventHandler(cancelEvent, &cancelAnswers);
-    transmitter.AddEventHandler(enqueueEvent, &enqueueAnswers);
+    connection.transmitter.AddEventHandler(cancelEvent, &cancelAnswers);
+    connection.transmitter.AddEventHandler(enqueueEvent, &enqueueAnswers);
 }
 
 LetterSession::~LetterSession() {
-    presenter.LeaveEventTransmitter(&transmitter);
+    presenter.LeaveEventTransmitter(&connection.transmitter);
 }
 
 bool LetterSession::IsConnected() const {
-    return transmitter.IsConnected();
+    return connection.IsOpen();
 }
 
 std::size_t LetterSession::WaitForCancelAnswers(std::size_t expected, milliseconds patience) {

@@ -13,8 +13,6 @@
 #include <string>
 #include <vector>
 
-class EventTransmitter;
-
 namespace controller_cli {
 
 /// Passes the answers to cancellations on to a presenter, and counts them.
@@ -75,7 +73,7 @@ public:
     std::size_t WaitForCancelAnswers(std::size_t expected, std::chrono::milliseconds patience);
 
 private:
-    EventTransmitter& transmitter;
+    const HostConnection connection;
     CLIPresenter presenter;
     CancelAnswers cancelAnswers;
     EnqueueAnswers enqueueAnswers;

@@ -3,16 +3,21 @@
 #include "companion/ControllerCSWrapper.h"
 #include "companion/Messages.h"
 #include "modules/EventTransmitter.h"
+#include "modules/EventTransmitterExtension.h"
 
 namespace controller_cli {
 
 template <typename... Content>
 bool RequestProxy::Send(const std::wstring& name, const Content&... content) {
-    return transmitter.SendEvent(name, ControllerCSWrapper::Serialize(name, content...));
+    return Post(name, ControllerCSWrapper::Serialize(name, content...));
 }
 
 bool RequestProxy::SendText(const std::wstring& name, const std::wstring& text) {
-    return transmitter.SendEvent(name, messages::Serialize(name, text));
+    return Post(name, messages::Serialize(name, text));
+}
+
+bool RequestProxy::Post(const std::wstring& name, const std::wstring& payload) {
+    return extension != nullptr ? extension->PostEvent(name, payload) : transmitter.SendEvent(name, payload);
 }
 
 bool RequestProxy::EnqueueJobs(EnqueueJobsInfo& info) {

@@ -3,14 +3,18 @@
 #include "cli/IVanteloOrvelAbs.h"
 
 class EventTransmitter;
+class EventTransmitterExtension;
 
 namespace controller_cli {
 
-/// Sends every request that a front end can have, each under its own name. Each is true when the request was handed on.
+/// Sends every request that a front end can have, each under its own name. Each is true when the request was queued:
+/// whoever sends through this waits for the answers himself, as long as the user wants. Only a transmitter without
+/// extension may wait until the request was handled.
 class RequestProxy final : public IVanteloOrvelAbs {
 public:
-    /// The transmitter outlives the proxy.
-    explicit RequestProxy(EventTransmitter& eventTransmitter) : transmitter(eventTransmitter) {}
+    /// Both outlive the proxy; `transmitterExtension` may be null.
+    RequestProxy(EventTransmitter& eventTransmitter, EventTransmitterExtension* transmitterExtension)
+        : transmitter(eventTransmitter), extension(transmitterExtension) {}
 
     [[nodiscard]] bool EnqueueJobs(EnqueueJobsInfo& info) override;
     [[nodiscard]] bool CancelJobs(std::vector<std::wstring>& ids) override;
@@ -38,8 +42,10 @@ private:
     template <typename... Content>
     [[nodiscard]] bool Send(const std::wstring& name, const Content&... content);
     [[nodiscard]] bool SendText(const std::wstring& name, const std::wstring& text);
+    [[nodiscard]] bool Post(const std::wstring& name, const std::wstring& payload);
 
     EventTransmitter& transmitter;
+    EventTransmitterExtension* extension;
 };
 
 } // namespace controller_cli

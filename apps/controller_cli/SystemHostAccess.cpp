@@ -78,10 +78,10 @@ private:
 };
 
 /// Returns when the host has ended. A host that has just been started may not listen yet: it is asked again.
-void AskToEnd(void* host, EventTransmitter* transmitter) {
+void AskToEnd(void* host, EventTransmitter* transmitter, EventTransmitterExtension* extension) {
     constexpr std::chrono::milliseconds interval{500};
     do {
-        if (transmitter == nullptr || !RequestProxy(*transmitter).TerminateRequest()) {
+        if (transmitter == nullptr || !RequestProxy(*transmitter, extension).TerminateRequest()) {
             platform::AskProcessToEnd(host);
         }
     } while (!platform::WaitForAny({host}, interval));
@@ -100,6 +100,15 @@ SystemHostAccess::SystemHostAccess() {
 
 EventTransmitter* SystemHostAccess::Transmitter() {
     return EventTransmitterManager(transmitterModule).GetEventTransmitter(transmitterId);
+}
+
+EventTransmitterExtension* SystemHostAccess::Extension() {
+    return EventTransmitterManager(transmitterModule).GetExtension(transmitterId);
+}
+
+bool SystemHostAccess::IsHostThere() {
+    host_lock::Holder holder;
+    return FindHolder(holder);
 }
 
 /// The host finds its settings where this program found them, whatever its current folder.
@@ -153,7 +162,7 @@ std::int32_t SystemHostAccess::RunHost(std::wstring& problem) {
     output.Start();
     errors.Start();
     if (platform::WaitForAny({stop.Handle(), host.Get()}, std::nullopt) == std::size_t{0}) {
-        AskToEnd(host.Get(), Transmitter());
+        AskToEnd(host.Get(), Transmitter(), Extension());
     }
     platform::WaitForAny({host.Get()}, std::nullopt);
     return platform::ExitCode(host.Get()).value_or(1);
@@ -163,12 +172,12 @@ bool SystemHostAccess::FindHolder(host_lock::Holder& holder) const {
     return host_lock::FindHolder(jobListFile, holder);
 }
 
-std::wstring SystemHostAccess::RunningHost() {
+std::wstring SystemHostAccess::HostElsewhere() {
     host_lock::Holder holder;
-    if (!FindHolder(holder)) {
-        return {};
-    }
-    return holder.process == 0 ? L"process unknown" : host_lock::Describe(holder);
+    const bool isElsewhere = FindHolder(holder) && holder.isReady &&
+                             (holder.place != Place() || L"client:" + holder.transmitterName != transmitterId ||
+                              !platform::SameName(holder.eventTransmitter, transmitterModule));
+    return isElsewhere ? host_lock::Describe(holder) : std::wstring();
 }
 
 std::wstring SystemHostAccess::Place() {
@@ -179,8 +188,9 @@ std::wstring SystemHostAccess::Place() {
 bool SystemHostAccess::AskHolderToEnd(const host_lock::Holder& holder, void* process) const {
     const std::wstring id = L"client:" + holder.transmitterName;
     if (id != transmitterId && platform::SameName(holder.eventTransmitter, transmitterModule)) {
-        EventTransmitter* const transmitter = EventTransmitterManager(transmitterModule).GetEventTransmitter(id);
-        if (transmitter != nullptr && RequestProxy(*transmitter).TerminateRequest()) {
+        EventTransmitterManager modules(transmitterModule);
+        EventTransmitter* const transmitter = modules.GetEventTransmitter(id);
+        if (transmitter != nullptr && RequestProxy(*transmitter, modules.GetExtension(id)).TerminateRequest()) {
             return true;
         }
     }

@@ -16,11 +16,13 @@ public:
     const std::wstring& TransmitterModule() const override { return transmitterModule; }
     const std::wstring& TransmitterId() const override { return transmitterId; }
     EventTransmitter* Transmitter() override;
+    EventTransmitterExtension* Extension() override;
+    bool IsHostThere() override;
     std::wstring StartHost() override;
     /// Ctrl-C and what else asks this program to end is passed on to the host as a request.
     std::int32_t RunHost(std::wstring& problem) override;
 
-    std::wstring RunningHost() override;
+    std::wstring HostElsewhere() override;
     std::wstring Place() override;
     /// By a request where it listens under another name; else, on Linux, by SIGTERM.
     HostEnd EndRunningHost(std::chrono::milliseconds patience) override;

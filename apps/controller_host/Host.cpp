@@ -8,19 +8,19 @@
 #include "companion/JobListFile.h"
 #include "companion/Settings.h"
 #include "controller_host/DeletionNotes.h"
+#include "controller_host/EngineTransmitter.h"
 #include "controller_host/HostEngine.h"
 #include "controller_host/HostLoop.h"
+#include "controller_host/HostPlace.h"
 #include "controller_host/LeftoverScenarios.h"
 #include "controller_host/OtherHost.h"
 #include "controller_host/RequestAnswers.h"
 #include "controller_host/RequestInbox.h"
 #include "controller_host/StartChecks.h"
-#include "modules/EventTransmitterDescription.h"
 #include "modules/EventTransmitterManager.h"
 #include "modules/FunctionManager.h"
 #include "platform/Console.h"
 #include "platform/FaultPoint.h"
-#include "platform/FileLock.h"
 #include "platform/FileSystem.h"
 #include "platform/NativePath.h"
 #include "platform/OneLine.h"
@@ -37,60 +37,17 @@ HostExit Refuse(HostExit code, const std::wstring& problem) {
     return code;
 }
 
-std::wstring LockFile(const settings::Settings& settings) {
-    return host_lock::FileFor(settings.jobListFile);
-}
-
-/// The lock of the job list, which says who has it. Its file goes with it.
-class Place {
-public:
-    Place() = default;
-    ~Place() { lock.Remove(); }
-    Place(const Place&) = delete;
-    Place& operator=(const Place&) = delete;
-
-    platform::Error Take(const settings::Settings& settings) {
-        platform::Error error = platform::EnsurePrivateFolders(platform::ParentFolder(settings.jobListFile));
-        if (!error) {
-            error = lock.Take(LockFile(settings));
-        }
-        if (!error) {
-            holder = host_lock::OwnHolder();
-            holder.settingsFile = settings.file;
-            holder.eventTransmitter = settings.eventTransmitter;
-            holder.transmitterName = settings.transmitterName;
-            Write();
-        }
-        return error;
-    }
-
-    /// Front ends can reach the host now.
-    void SetReady() {
-        holder.isReady = true;
-        holder.place = DescribeEventTransmitter(holder.eventTransmitter, TransmitterId(holder.transmitterName)).place;
-        Write();
-    }
-
-    static std::wstring TransmitterId(const std::wstring& name) { return L"engine:" + name; }
-
-private:
-    /// On a full disk nobody is told who has the lock; it holds all the same.
-    void Write() {
-        if (const platform::Error error = lock.Write(host_lock::Serialize(holder))) {
-            ControllerLogManager::WarnLog(L"The lock of the job list cannot say which process holds it: " +
-                                          error.Text());
-        }
-    }
-
-    platform::FileLock lock;
-    host_lock::Holder holder;
-};
+/// A front end that looks whether a host is starting may hold the lock for a moment.
+constexpr std::chrono::milliseconds lookTime{200};
+/// Less than the one who starts a host in the background waits.
+constexpr std::chrono::seconds otherStartTime{25};
 
 HostExit RefuseWithoutPlace(const settings::Settings& settings, const platform::Error& error) {
     if (error.kind == platform::ErrorKind::InUse) {
         return Refuse(HostExit::AlreadyRunning, OtherHostProblem(settings));
     }
-    return Refuse(HostExit::CouldNotRun, L"the lock of the job list, " + platform::ToNativeText(LockFile(settings)) +
+    return Refuse(HostExit::CouldNotRun, L"the lock of the job list, " +
+                                             platform::ToNativeText(host_lock::FileFor(settings.jobListFile)) +
                                              L", cannot be taken: " + error.Text() +
                                              L". It must be a file that this user can write; what else stands there "
                                              L"can be removed while no host runs.");
@@ -115,8 +72,40 @@ void Warn(const std::vector<std::wstring>& problems) {
     }
 }
 
-HostExit ServeFrontEnds(const settings::Settings& settings, EventTransmitter& transmitter, Place& place,
+void WarnWithoutExtension(const settings::Settings& settings) {
+    ControllerLogManager::WarnLog(platform::ToNativeText(settings.eventTransmitter) +
+                                  L" has no \"GetEventTransmitterExtension\" of version " +
+                                  std::to_wstring(EventTransmitterExtension::version) +
+                                  L": every front end gets every answer, and requests are not acknowledged.");
+}
+
+/// Lets front ends come, and answers them until the host is to end. Only now: who can connect is to be served.
+HostExit ServeFrontEnds(const settings::Settings& settings, HostEngine& engine, HostPlace& place,
                         const std::wstring& readyEvent) {
+    EventTransmitterManager modules(settings.eventTransmitter);
+    const std::wstring transmitterId = L"engine:" + settings.transmitterName;
+    EventTransmitter* const transmitter = modules.GetEventTransmitter(transmitterId);
+    EventTransmitterExtension* const extension = transmitter == nullptr ? nullptr : modules.GetExtension(transmitterId);
+    if (transmitter == nullptr || (extension != nullptr && !extension->IsConnected())) {
+        return Refuse(HostExit::CouldNotRun, start_checks::TransmitterProblem(settings));
+    }
+    if (extension == nullptr) {
+        WarnWithoutExtension(settings);
+    }
+    const platform::StopSignal stop;
+    EngineTransmitter engineTransmitter(*transmitter, extension);
+    RequestAnswers answers(engine, engineTransmitter);
+    RequestInbox inbox(engineTransmitter, RequestAnswers::Names());
+    place.SetReady();
+    platform::Event(platform::TakeInheritedHandle(readyEvent)).Raise();
+    platform::ReachFaultPoint(platform::FaultPoint::HostReady);
+    HostLoop(engine, inbox, answers, stop.Handle()).Run(Patience(settings));
+    ControllerLogManager::Log(L"The host has ended.");
+    platform::ReachFaultPoint(platform::FaultPoint::HostEnds);
+    return HostExit::Ended;
+}
+
+HostExit LoadAndServe(const settings::Settings& settings, HostPlace& place, const std::wstring& readyEvent) {
     ControllerLogManager::Initialize(0, settings.logFile, readyEvent.empty());
     job_list_file::RemoveLeftovers(settings.jobListFile);
     job_list_file::RemoveLeftovers(DeletionNotes::FileBeside(settings.jobListFile));
@@ -133,17 +122,8 @@ HostExit ServeFrontEnds(const settings::Settings& settings, EventTransmitter& tr
     engine.FinishDeletions();
     engine.DeleteOldJobsDurably();
     const std::size_t scenarios = engine.UpdateCatalogue().size();
-    const platform::StopSignal stop;
-    RequestAnswers answers(engine, transmitter);
-    RequestInbox inbox(transmitter, RequestAnswers::Names());
     ControllerLogManager::Log(L"The host is ready; scenarios: " + std::to_wstring(scenarios));
-    place.SetReady();
-    platform::Event(platform::TakeInheritedHandle(readyEvent)).Raise();
-    platform::ReachFaultPoint(platform::FaultPoint::HostReady);
-    HostLoop(engine, inbox, answers, stop.Handle()).Run(Patience(settings));
-    ControllerLogManager::Log(L"The host has ended.");
-    platform::ReachFaultPoint(platform::FaultPoint::HostEnds);
-    return HostExit::Ended;
+    return ServeFrontEnds(settings, engine, place, readyEvent);
 }
 
 } // namespace
@@ -155,8 +135,9 @@ HostExit RunHost(const std::wstring& readyEvent) {
     const auto settings = settings::CurrentForThisRun();
     // A refusal is told on standard error, not on the console's log as well.
     ControllerLogManager::Initialize(0, settings->logFile, false);
-    Place place;
-    if (const platform::Error error = place.Take(*settings)) {
+    HostPlace place;
+    const std::chrono::milliseconds patience = readyEvent.empty() ? lookTime : otherStartTime;
+    if (const platform::Error error = place.Take(*settings, patience)) {
         return RefuseWithoutPlace(*settings, error);
     }
     // The engine would begin with an empty list.
@@ -165,10 +146,5 @@ HostExit RunHost(const std::wstring& readyEvent) {
     }
     platform::ReachFaultPoint(platform::FaultPoint::PlaceTaken);
     start_checks::ProvideModuleLibraries(*settings);
-    EventTransmitterManager modules(settings->eventTransmitter);
-    EventTransmitter* const transmitter = modules.GetEventTransmitter(Place::TransmitterId(settings->transmitterName));
-    if (transmitter == nullptr || !transmitter->IsConnected()) {
-        return Refuse(HostExit::CouldNotRun, start_checks::TransmitterProblem(*settings));
-    }
-    return ServeFrontEnds(*settings, *transmitter, place, readyEvent);
+    return LoadAndServe(*settings, place, readyEvent);
 }

@@ -3,7 +3,7 @@
 #include <chrono>
 
 #include "companion/HostLock.h"
-#include "modules/EventTransmitter.h"
+#include "modules/EventTransmitterExtension.h"
 #include "modules/EventTransmitterManager.h"
 #include "platform/NativePath.h"
 #include "platform/Waiting.h"
@@ -24,6 +24,14 @@ bool ListensForThese(const settings::Settings& settings, const host_lock::Holder
                                    platform::SameName(holder.eventTransmitter, settings.eventTransmitter));
 }
 
+/// True when front ends reach a host, or learn themselves why they cannot; also when the module does not tell.
+bool IsServed(const settings::Settings& settings) {
+    EventTransmitterManager modules(settings.eventTransmitter);
+    EventTransmitterExtension* const frontEnd = modules.GetExtension(L"client:" + settings.transmitterName);
+    std::wstring problem;
+    return frontEnd == nullptr || frontEnd->Connect(problem) || !problem.empty();
+}
+
 } // namespace
 
 std::wstring OtherHostProblem(const settings::Settings& settings) {
@@ -35,14 +43,18 @@ std::wstring OtherHostProblem(const settings::Settings& settings) {
     return problem;
 }
 
+bool MayOtherHostBecomeReady(const settings::Settings& settings) {
+    host_lock::Holder holder;
+    // Nobody: it has just ended, or has not written its file yet.
+    const bool isHeld = host_lock::FindHolder(settings.jobListFile, holder);
+    return (!isHeld || ListensForThese(settings, holder)) && !IsServed(settings);
+}
+
 bool ReachOtherHost(const settings::Settings& settings) {
     const auto begin = steady_clock::now();
     host_lock::Holder holder;
     while (host_lock::FindHolder(settings.jobListFile, holder) && ListensForThese(settings, holder)) {
-        EventTransmitterManager modules(settings.eventTransmitter);
-        EventTransmitter* const transmitter = modules.GetEventTransmitter(L"client:" + settings.transmitterName);
-        // An event that no host knows: sending makes the connection where there is none.
-        if (transmitter != nullptr && transmitter->SendEvent(L"LookForHost", {})) {
+        if (IsServed(settings)) {
             return true;
         }
         if (steady_clock::now() - begin > (holder.isReady ? socketLimit : startLimit)) {

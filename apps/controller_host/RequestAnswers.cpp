@@ -55,8 +55,7 @@ void RequestAnswers::Answer(const Request& request) {
 
 void RequestAnswers::TellAll(const std::vector<JobStatusInfo>& changed) {
     if (!changed.empty()) {
-        // Whoever is not there to hear it asks when it comes.
-        (void)transmitter.SendEvent(L"UpdateProgress", messages::Serialize(L"UpdateProgress", changed));
+        transmitter.Broadcast(L"UpdateProgress", messages::Serialize(L"UpdateProgress", changed));
         platform::ReachFaultPoint(platform::FaultPoint::ChangesTold);
     }
 }
@@ -174,11 +173,12 @@ bool RequestAnswers::Read(const Request& request, Value& value) {
 
 void RequestAnswers::Send(const Request& request, const std::wstring& name, const std::wstring& payload) {
     platform::ReachFaultPoint(platform::FaultPoint::AnswerToBeSent);
-    if (!transmitter.SendEventTo(request.peer, name, payload)) {
+    if (!transmitter.SendTo(request.peer, name, payload)) {
         ControllerLogManager::DebugLog(L"The front end that sent " + request.name +
                                        L" is gone; its answer is dropped.");
     }
     platform::ReachFaultPoint(platform::FaultPoint::AnswerSent);
+    transmitter.Acknowledge(request.acknowledgement);
 }
 
 void RequestAnswers::Refuse(const Request& request, const std::wstring& why) {

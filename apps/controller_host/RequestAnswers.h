@@ -11,12 +11,13 @@
 class RequestAnswers {
 public:
     /// Both outlive the object.
-    RequestAnswers(HostEngine& hostEngine, EventTransmitter& eventTransmitter)
+    RequestAnswers(HostEngine& hostEngine, EngineTransmitter& eventTransmitter)
         : engine(hostEngine), transmitter(eventTransmitter) {}
 
     /// The names of all requests that are answered, refusals included.
     static std::vector<std::wstring> Names();
 
+    /// Sends one answer, or a refusal, and acknowledges the request behind it.
     void Answer(const Request& request);
 
     /// Tells every front end of changed jobs; nothing changed is nothing to tell.
@@ -52,6 +53,6 @@ private:
     void Refuse(const Request& request, const std::wstring& why);
 
     HostEngine& engine;
-    EventTransmitter& transmitter;
+    EngineTransmitter& transmitter;
     bool endRequested = false;
 };

@@ -3,19 +3,13 @@
 #include <algorithm>
 #include <utility>
 
-namespace {
-
-/// So many unanswered requests mean a front end that does not wait for answers; more are refused.
-constexpr std::size_t requestLimit = 10000;
-
-} // namespace
-
 class RequestInbox::Handler final : public CallbackFunctor {
 public:
     Handler(RequestInbox& requestInbox, std::wstring eventName) : inbox(requestInbox), name(std::move(eventName)) {}
 
     bool operator()(const std::wstring& payload) override {
-        return inbox.Add(Request{inbox.transmitter.CurrentPeer(), name, payload});
+        EngineTransmitter& transmitter = inbox.transmitter;
+        return inbox.Add({transmitter.CurrentPeer(), name, payload, transmitter.DeferAcknowledgement()});
     }
 
     const std::wstring& Name() const { return name; }
@@ -25,35 +19,52 @@ private:
     std::wstring name;
 };
 
-RequestInbox::RequestInbox(EventTransmitter& eventTransmitter, const std::vector<std::wstring>& names)
+RequestInbox::RequestInbox(EngineTransmitter& eventTransmitter, const std::vector<std::wstring>& names)
     : transmitter(eventTransmitter) {
+    transmitter.PauseDelivery();
     for (const std::wstring& name : names) {
         handlers.push_back(std::make_unique<Handler>(*this, name));
         transmitter.AddEventHandler(name, handlers.back().get());
     }
+    transmitter.ResumeDelivery();
 }
 
 RequestInbox::~RequestInbox() {
+    {
+        const std::lock_guard lock(mutex);
+        hasEnded = true;
+    }
+    changed.notify_all();
     for (const auto& handler : handlers) {
         transmitter.AddEventHandler(handler->Name(), nullptr);
     }
 }
 
 std::deque<Request> RequestInbox::TakeAll() {
-    const std::lock_guard lock(mutex);
-    arrived.Clear();
-    characters = 0;
-    return std::exchange(requests, {});
+    std::deque<Request> taken;
+    {
+        const std::lock_guard lock(mutex);
+        arrived.Clear();
+        characters = 0;
+        taken.swap(requests);
+    }
+    changed.notify_all();
+    return taken;
 }
 
 bool RequestInbox::Add(Request request) {
-    const std::lock_guard lock(mutex);
-    const std::size_t room = characterLimit - std::min(characters, characterLimit);
-    if (requests.size() >= requestLimit || (request.payload.size() > room && !requests.empty())) {
+    std::unique_lock lock(mutex);
+    changed.wait(lock, [&] { return hasEnded || HasRoomFor(request); });
+    if (hasEnded) {
         return false;
     }
     characters += request.payload.size();
     requests.push_back(std::move(request));
     arrived.Raise();
     return true;
+}
+
+bool RequestInbox::HasRoomFor(const Request& request) const {
+    const std::size_t room = characterLimit - std::min(characters, characterLimit);
+    return requests.size() < requestLimit && (request.payload.size() <= room || requests.empty());
 }

@@ -1,9 +1,10 @@
 #pragma once
 
+#include "controller_host/EngineTransmitter.h"
 #include "modules/CallbackFunctor.h"
-#include "modules/EventTransmitter.h"
 #include "platform/Waiting.h"
 
+#include <condition_variable>
 #include <cstddef>
 #include <deque>
 #include <memory>
@@ -13,21 +14,25 @@
 
 /// One request of a front end.
 struct Request {
-    EventTransmitter::Peer peer = 0;
+    EngineTransmitter::Peer peer = 0;
     std::wstring name;
     std::wstring payload;
+    /// To be given behind the answer.
+    EngineTransmitter::Acknowledgement acknowledgement = 0;
 };
 
-/// Collects requests from the transmitter's thread for the host's loop. What front ends send faster than it is answered
-/// is refused beyond a number of requests and of characters, so that none can use up the host's memory.
+/// Collects requests from the transmitter's thread for the host's loop. When front ends send faster than they are
+/// answered, that thread waits beyond a number of requests and of characters, so that none can use up the host's memory
+/// and no request is lost.
 class RequestInbox {
 public:
+    static constexpr std::size_t requestLimit = 10000;
     /// In all payloads that wait; a larger one is taken when nothing else waits.
     static constexpr std::size_t characterLimit = std::size_t{16} << 20;
 
-    /// Takes in every event that `names` lists. `eventTransmitter` outlives the inbox.
-    RequestInbox(EventTransmitter& eventTransmitter, const std::vector<std::wstring>& names);
-    /// Takes its handlers away again.
+    /// Takes in every event that `names` lists, none before it can take all. `eventTransmitter` outlives the inbox.
+    RequestInbox(EngineTransmitter& eventTransmitter, const std::vector<std::wstring>& names);
+    /// Takes its handlers away again; what lies here or waits for room is dropped.
     ~RequestInbox();
     RequestInbox(const RequestInbox&) = delete;
     RequestInbox& operator=(const RequestInbox&) = delete;
@@ -41,10 +46,14 @@ public:
 private:
     class Handler;
 
+    /// Waits for room; false when the inbox ends before there is any.
     [[nodiscard]] bool Add(Request request);
+    bool HasRoomFor(const Request& request) const;
 
-    EventTransmitter& transmitter;
+    EngineTransmitter& transmitter;
     std::mutex mutex;
+    std::condition_variable changed;
+    bool hasEnded = false;
     std::deque<Request> requests;
     /// In the payloads of `requests`.
     std::size_t characters = 0;

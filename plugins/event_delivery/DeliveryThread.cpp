@@ -3,6 +3,11 @@
 #include <utility>
 
 namespace event_delivery {
+namespace {
+
+thread_local bool isDeliveryThread = false;
+
+} // namespace
 
 DeliveryThread::DeliveryThread() : thread([this] { Run(); }) {}
 
@@ -18,6 +23,23 @@ void DeliveryThread::End() {
     if (thread.joinable()) {
         thread.join();
     }
+}
+
+bool DeliveryThread::IsCurrent() {
+    return isDeliveryThread;
+}
+
+void DeliveryThread::Pause() {
+    const std::lock_guard<std::mutex> guard(lock);
+    paused = true;
+}
+
+void DeliveryThread::Resume() {
+    {
+        const std::lock_guard<std::mutex> guard(lock);
+        paused = false;
+    }
+    changed.notify_all();
 }
 
 void DeliveryThread::Post(Work work) {
@@ -48,6 +70,7 @@ bool DeliveryThread::Stop(std::chrono::milliseconds patience) {
 }
 
 void DeliveryThread::Run() {
+    isDeliveryThread = true;
     while (const Work work = Next()) {
         work();
     }
@@ -58,7 +81,7 @@ void DeliveryThread::Run() {
 
 DeliveryThread::Work DeliveryThread::Next() {
     std::unique_lock<std::mutex> guard(lock);
-    changed.wait(guard, [this] { return stopping || !queue.empty(); });
+    changed.wait(guard, [this] { return stopping || (!paused && !queue.empty()); });
     if (stopping) {
         return {};
     }

@@ -22,8 +22,15 @@ public:
     DeliveryThread(const DeliveryThread&) = delete;
     DeliveryThread& operator=(const DeliveryThread&) = delete;
 
+    /// True on the thread of any object of this class.
+    static bool IsCurrent();
+
     /// Queues a piece of work. It must not throw. Dropped once `Stop` was called.
     void Post(Work work);
+
+    /// Work is queued and none is begun until `Resume`. What runs is not waited for.
+    void Pause();
+    void Resume();
 
     /// Drops what is queued and waits for the work that runs. False when that did not end within `patience`, or is the
     /// caller itself: then the thread is left to the end of the process, and what its work uses must stay.
@@ -41,6 +48,7 @@ private:
     std::mutex lock;
     std::condition_variable changed;
     std::deque<Work> queue;
+    bool paused = false;
     bool stopping = false;
     bool ended = false;
     std::thread thread;

@@ -16,7 +16,7 @@ void HandlerTable::Set(const std::wstring& eventName, CallbackFunctor* handler) 
     }
 }
 
-void HandlerTable::Deliver(EventTransmitter::Peer sender, const std::wstring& eventName, const std::wstring& payload) {
+void HandlerTable::Deliver(Peer sender, const std::wstring& eventName, const std::wstring& payload) {
     CallbackFunctor* const handler = Begin(sender, eventName);
     if (handler == nullptr) {
         return;
@@ -28,12 +28,12 @@ void HandlerTable::Deliver(EventTransmitter::Peer sender, const std::wstring& ev
     (*handler)(payload);
 }
 
-EventTransmitter::Peer HandlerTable::CurrentPeer() const {
+HandlerTable::Peer HandlerTable::CurrentPeer() const {
     const std::lock_guard<std::mutex> guard(lock);
     return RunsHere() ? runningFor : 0;
 }
 
-CallbackFunctor* HandlerTable::Begin(EventTransmitter::Peer sender, const std::wstring& eventName) {
+CallbackFunctor* HandlerTable::Begin(Peer sender, const std::wstring& eventName) {
     const std::lock_guard<std::mutex> guard(lock);
     const auto found = handlers.find(eventName);
     if (found == handlers.end()) {

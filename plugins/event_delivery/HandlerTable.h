@@ -7,7 +7,8 @@
 #include <string>
 #include <thread>
 
-#include "modules/EventTransmitter.h"
+#include "modules/CallbackFunctor.h"
+#include "modules/EventTransmitterExtension.h"
 
 /// What every event transmitter needs to hand events to the handlers of its users.
 namespace event_delivery {
@@ -16,18 +17,20 @@ namespace event_delivery {
 /// thread delivers. No lock is held while a handler runs.
 class HandlerTable {
 public:
+    using Peer = EventTransmitterExtension::Peer;
+
     /// Sets, replaces or (null) takes away the handler of an event. When this returns the earlier handler does not run
     /// and will not run again, so its maker may delete it; but called out of a handler it does not wait for that one.
     void Set(const std::wstring& eventName, CallbackFunctor* handler);
 
     /// Calls the handler of this event, if there is one, and returns when it has returned. Its exceptions pass through.
-    void Deliver(EventTransmitter::Peer sender, const std::wstring& eventName, const std::wstring& payload);
+    void Deliver(Peer sender, const std::wstring& eventName, const std::wstring& payload);
 
     /// On the delivering thread while a handler runs: the sender of its event. Otherwise 0.
-    EventTransmitter::Peer CurrentPeer() const;
+    Peer CurrentPeer() const;
 
 private:
-    CallbackFunctor* Begin(EventTransmitter::Peer sender, const std::wstring& eventName);
+    CallbackFunctor* Begin(Peer sender, const std::wstring& eventName);
     void End();
     bool RunsHere() const;
 
@@ -38,7 +41,7 @@ private:
     std::uint64_t delivery = 0;
     CallbackFunctor* running = nullptr;
     std::thread::id runningOn;
-    EventTransmitter::Peer runningFor = 0;
+    Peer runningFor = 0;
 };
 
 } // namespace event_delivery

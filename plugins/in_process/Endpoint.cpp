@@ -2,24 +2,55 @@
 
 #include "in_process/Line.h"
 
+#include <future>
+#include <memory>
+#include <utility>
+
 namespace in_process {
 
+using event_delivery::DeliveryThread;
+
 void Endpoint::AddEventHandler(const std::wstring& eventName, CallbackFunctor* handler) {
-    handlers.Set(eventName, handler);
+    deliveries.SetHandler(eventName, handler);
 }
 
-EventTransmitter::Peer Endpoint::CurrentPeer() const {
-    return handlers.CurrentPeer();
+bool Endpoint::Connect(std::wstring& problem) {
+    problem.clear();
+    return IsConnected();
 }
 
-void Endpoint::Receive(Peer sender, const std::wstring& eventName, const std::wstring& payload) {
-    deliveries.Post([this, sender, eventName, payload] {
-        try {
-            handlers.Deliver(sender, eventName, payload);
-        } catch (...) {
-            // Nobody is left to tell: the sender has long gone on.
-        }
+EventTransmitterExtension::Peer Endpoint::CurrentPeer() const {
+    return deliveries.CurrentPeer();
+}
+
+EventTransmitterExtension::Acknowledgement Endpoint::DeferAcknowledgement() {
+    return deliveries.acknowledgements.Defer();
+}
+
+void Endpoint::Acknowledge(Acknowledgement acknowledgement) {
+    deliveries.acknowledgements.Acknowledge(acknowledgement);
+}
+
+void Endpoint::PauseDelivery() {
+    deliveries.Pause();
+}
+
+void Endpoint::ResumeDelivery() {
+    deliveries.Resume();
+}
+
+void Endpoint::Receive(Peer sender, const std::wstring& eventName, const std::wstring& payload, Give give) {
+    deliveries.Post([this, sender, eventName, payload, give = std::move(give)] {
+        deliveries.acknowledgements.Deliver(give, [&] { CallHandler(sender, eventName, payload); });
     });
+}
+
+void Endpoint::CallHandler(Peer sender, const std::wstring& eventName, const std::wstring& payload) {
+    try {
+        deliveries.Deliver(sender, eventName, payload);
+    } catch (...) {
+        // Nobody is there to be told: a sender learns that his event was handled, not how.
+    }
 }
 
 bool EngineEnd::SendEvent(const std::wstring& eventName, const std::wstring& payload) {
@@ -31,16 +62,32 @@ bool EngineEnd::SendEventTo(Peer peer, const std::wstring& eventName, const std:
     return line.SendToFrontEnd(Number(), peer, eventName, payload);
 }
 
+bool EngineEnd::PostEvent(const std::wstring& eventName, const std::wstring& payload) {
+    return SendEvent(eventName, payload);
+}
+
 bool EngineEnd::IsConnected() const {
     return true;
 }
 
+/// The acknowledgement takes its turn among the deliveries here: behind the answers that were sent before it.
 bool FrontEnd::SendEvent(const std::wstring& eventName, const std::wstring& payload) {
-    return line.SendToEngine(Number(), eventName, payload);
+    if (DeliveryThread::IsCurrent()) {
+        return PostEvent(eventName, payload);
+    }
+    const auto acknowledged = std::make_shared<std::promise<bool>>();
+    std::future<bool> outcome = acknowledged->get_future();
+    Give give = [this, kept = acknowledged] { deliveries.Post([kept] { kept->set_value(true); }); };
+    return line.SendToEngine(Number(), eventName, payload, std::move(give)) &&
+           event_delivery::WasAcknowledged(outcome, line.Timeout());
 }
 
 bool FrontEnd::SendEventTo(Peer peer, const std::wstring& eventName, const std::wstring& payload) {
-    return line.EngineNumber() == peer && line.SendToEngine(Number(), eventName, payload);
+    return line.EngineNumber() == peer && PostEvent(eventName, payload);
+}
+
+bool FrontEnd::PostEvent(const std::wstring& eventName, const std::wstring& payload) {
+    return line.SendToEngine(Number(), eventName, payload, {});
 }
 
 bool FrontEnd::IsConnected() const {

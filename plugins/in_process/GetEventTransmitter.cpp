@@ -2,6 +2,7 @@
 #include "in_process/TransmitterId.h"
 #include "platform/Export.h"
 
+#include <cstdint>
 #include <exception>
 #include <map>
 #include <mutex>
@@ -18,9 +19,18 @@ Line& LineCalled(const std::wstring& name) {
     return lines[name];
 }
 
-EventTransmitter* FindTransmitter(const TransmitterId& id) {
-    Line& line = LineCalled(id.line);
-    return id.isEngine ? line.Engine() : line.FrontEndCalled(id.frontEnd);
+/// Null when the text names no end of a line, and when the system has no thread left.
+Endpoint* FindEnd(const std::wstring& transmitterId) {
+    try {
+        const auto id = ParseTransmitterId(transmitterId);
+        if (!id) {
+            return nullptr;
+        }
+        Line& line = LineCalled(id->line);
+        return id->isEngine ? line.Engine() : line.FrontEndCalled(id->frontEnd);
+    } catch (const std::exception&) {
+        return nullptr;
+    }
 }
 
 } // namespace
@@ -29,10 +39,10 @@ EventTransmitter* FindTransmitter(const TransmitterId& id) {
 /// The transmitter for an identifier as `ParseTransmitterId` reads it; the same identifier gives the same object. Null
 /// for any other identifier, and when the system has no thread left.
 extern "C" CONTROLLER_API EventTransmitter* GetEventTransmitter(const std::wstring& transmitterId) {
-    try {
-        const auto id = in_process::ParseTransmitterId(transmitterId);
-        return id ? in_process::FindTransmitter(*id) : nullptr;
-    } catch (const std::exception&) {
-        return nullptr;
-    }
+    return in_process::FindEnd(transmitterId);
+}
+
+extern "C" CONTROLLER_API EventTransmitterExtension* GetEventTransmitterExtension(const std::wstring& transmitterId,
+                                                                                  std::uint32_t version) {
+    return version == EventTransmitterExtension::version ? in_process::FindEnd(transmitterId) : nullptr;
 }

@@ -2,13 +2,14 @@
 
 #include <algorithm>
 #include <atomic>
+#include <utility>
 
 namespace in_process {
 namespace {
 
 /// Counts through the whole process, so that no number comes twice.
-EventTransmitter::Peer NextNumber() {
-    static std::atomic<EventTransmitter::Peer> last = 0;
+Line::Peer NextNumber() {
+    static std::atomic<Line::Peer> last = 0;
     return ++last;
 }
 
@@ -24,7 +25,7 @@ Line::~Line() {
     }
 }
 
-EventTransmitter* Line::Engine() {
+Endpoint* Line::Engine() {
     const std::lock_guard lock(mutex);
     if (!engine) {
         engine = std::make_unique<EngineEnd>(*this, NextNumber());
@@ -32,7 +33,7 @@ EventTransmitter* Line::Engine() {
     return engine.get();
 }
 
-EventTransmitter* Line::FrontEndCalled(const std::wstring& name) {
+Endpoint* Line::FrontEndCalled(const std::wstring& name) {
     const std::lock_guard lock(mutex);
     const auto found = frontEnds.find(name);
     if (found != frontEnds.end()) {
@@ -41,36 +42,35 @@ EventTransmitter* Line::FrontEndCalled(const std::wstring& name) {
     return frontEnds.emplace(name, std::make_unique<FrontEnd>(*this, NextNumber())).first->second.get();
 }
 
-EventTransmitter::Peer Line::EngineNumber() const {
+Line::Peer Line::EngineNumber() const {
     const std::lock_guard lock(mutex);
     return engine ? engine->Number() : 0;
 }
 
-bool Line::SendToEngine(EventTransmitter::Peer sender, const std::wstring& eventName, const std::wstring& payload) {
+bool Line::SendToEngine(Peer sender, const std::wstring& eventName, const std::wstring& payload, Endpoint::Give give) {
     const std::lock_guard lock(mutex);
     if (!engine) {
         return false;
     }
-    engine->Receive(sender, eventName, payload);
+    engine->Receive(sender, eventName, payload, std::move(give));
     return true;
 }
 
-void Line::SendToFrontEnds(EventTransmitter::Peer sender, const std::wstring& eventName, const std::wstring& payload) {
+void Line::SendToFrontEnds(Peer sender, const std::wstring& eventName, const std::wstring& payload) {
     const std::lock_guard lock(mutex);
     for (const auto& [name, frontEnd] : frontEnds) {
-        frontEnd->Receive(sender, eventName, payload);
+        frontEnd->Receive(sender, eventName, payload, {});
     }
 }
 
-bool Line::SendToFrontEnd(EventTransmitter::Peer sender, EventTransmitter::Peer receiver, const std::wstring& eventName,
-                          const std::wstring& payload) {
+bool Line::SendToFrontEnd(Peer sender, Peer receiver, const std::wstring& eventName, const std::wstring& payload) {
     const std::lock_guard lock(mutex);
     const auto found = std::find_if(frontEnds.begin(), frontEnds.end(),
                                     [receiver](const auto& entry) { return entry.second->Number() == receiver; });
     if (found == frontEnds.end()) {
         return false;
     }
-    found->second->Receive(sender, eventName, payload);
+    found->second->Receive(sender, eventName, payload, {});
     return true;
 }
 

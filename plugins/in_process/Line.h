@@ -2,6 +2,7 @@
 
 #include "in_process/Endpoint.h"
 
+#include <chrono>
 #include <map>
 #include <memory>
 #include <mutex>
@@ -13,7 +14,11 @@ namespace in_process {
 /// thread; no handler runs under the lock.
 class Line {
 public:
-    Line() = default;
+    using Peer = EventTransmitterExtension::Peer;
+
+    /// `acknowledgementTimeout`: how long a front end waits until the engine has handled an event.
+    explicit Line(std::chrono::milliseconds acknowledgementTimeout = event_delivery::acknowledgementTimeout)
+        : timeout(acknowledgementTimeout) {}
     Line(const Line&) = delete;
     Line& operator=(const Line&) = delete;
     /// Waits for the handlers that run, which may still send; what is queued is dropped. Nobody else uses the line or
@@ -21,21 +26,24 @@ public:
     ~Line();
 
     /// Make the end where it is missing; std::system_error when the system has no thread left for it.
-    EventTransmitter* Engine();
-    EventTransmitter* FrontEndCalled(const std::wstring& name);
+    Endpoint* Engine();
+    Endpoint* FrontEndCalled(const std::wstring& name);
+
+    std::chrono::milliseconds Timeout() const { return timeout; }
 
     /// The engine's number; 0 while nobody has asked for its end.
-    EventTransmitter::Peer EngineNumber() const;
+    Peer EngineNumber() const;
 
-    /// False while there is no engine.
-    [[nodiscard]] bool SendToEngine(EventTransmitter::Peer sender, const std::wstring& eventName,
-                                    const std::wstring& payload);
-    void SendToFrontEnds(EventTransmitter::Peer sender, const std::wstring& eventName, const std::wstring& payload);
+    /// False while there is no engine. `give` acknowledges the event; empty where nobody waits.
+    [[nodiscard]] bool SendToEngine(Peer sender, const std::wstring& eventName, const std::wstring& payload,
+                                    Endpoint::Give give);
+    void SendToFrontEnds(Peer sender, const std::wstring& eventName, const std::wstring& payload);
     /// False when no front end has this number.
-    [[nodiscard]] bool SendToFrontEnd(EventTransmitter::Peer sender, EventTransmitter::Peer receiver,
-                                      const std::wstring& eventName, const std::wstring& payload);
+    [[nodiscard]] bool SendToFrontEnd(Peer sender, Peer receiver, const std::wstring& eventName,
+                                      const std::wstring& payload);
 
 private:
+    const std::chrono::milliseconds timeout;
     mutable std::mutex mutex;
     std::unique_ptr<EngineEnd> engine;
     std::map<std::wstring, std::unique_ptr<FrontEnd>> frontEnds;

@@ -6,10 +6,10 @@ namespace local_socket {
 
 ClientEnd::ClientEnd(const std::string& placeName, std::unique_ptr<Network> ownNetwork, const Limits& peerLimits,
                      Network::Log logFunction)
-    : SocketTransmitter(placeName, std::move(ownNetwork), peerLimits, std::move(logFunction)) {
+    : SocketTransmitter(placeName, std::move(ownNetwork), peerLimits, std::move(logFunction), Begin::AtOnce) {
     Run();
     // Without an engine now, the first event tries again.
-    (void)Connect();
+    (void)OpenOrConnect();
 }
 
 ClientEnd::~ClientEnd() {
@@ -17,8 +17,15 @@ ClientEnd::~ClientEnd() {
 }
 
 bool ClientEnd::SendEvent(const std::wstring& eventName, const std::wstring& payload) {
-    const SharedFrame frame = Encode(eventName, payload);
-    return frame && SendOver(Connect(), frame);
+    if (event_delivery::DeliveryThread::IsCurrent()) {
+        return PostEvent(eventName, payload);
+    }
+    const EventNumber number = ++lastNumber;
+    const SharedFrame frame = Encode(eventName, payload, number);
+    const std::shared_ptr<Session> open = frame ? OpenOrConnect() : nullptr;
+    const auto acknowledged = std::make_shared<std::promise<bool>>();
+    std::future<bool> outcome = acknowledged->get_future();
+    return open && SendOver(*open, frame, number, acknowledged) && event_delivery::WasAcknowledged(outcome);
 }
 
 bool ClientEnd::SendEventTo(Peer peer, const std::wstring& eventName, const std::wstring& payload) {
@@ -27,15 +34,31 @@ bool ClientEnd::SendEventTo(Peer peer, const std::wstring& eventName, const std:
         return false;
     }
     const SharedFrame frame = Encode(eventName, payload);
-    return frame && SendOver(open, frame);
+    return frame && SendOver(*open, frame, 0, nullptr);
+}
+
+bool ClientEnd::PostEvent(const std::wstring& eventName, const std::wstring& payload) {
+    const SharedFrame frame = Encode(eventName, payload);
+    const std::shared_ptr<Session> open = frame ? OpenOrConnect() : nullptr;
+    return open && SendOver(*open, frame, 0, nullptr);
+}
+
+bool ClientEnd::Connect(std::wstring& problem) {
+    return OpenOrConnect(problem) != nullptr;
 }
 
 bool ClientEnd::IsConnected() const {
     return OpenSession() != nullptr;
 }
 
-std::shared_ptr<Session> ClientEnd::Connect() {
+std::shared_ptr<Session> ClientEnd::OpenOrConnect() {
+    std::wstring ignored;
+    return OpenOrConnect(ignored);
+}
+
+std::shared_ptr<Session> ClientEnd::OpenOrConnect(std::wstring& problem) {
     const std::lock_guard<std::mutex> one(connecting);
+    problem.clear();
     if (std::shared_ptr<Session> open = OpenSession()) {
         return open;
     }
@@ -46,7 +69,8 @@ std::shared_ptr<Session> ClientEnd::Connect() {
     if (!connection.failure.empty()) {
         Log(L"Cannot connect to the engine: " + connection.failure);
     }
-    return connection.channel ? Greet(std::move(connection.channel)) : nullptr;
+    problem = std::move(connection.failure);
+    return connection.channel ? Greet(std::move(connection.channel), problem) : nullptr;
 }
 
 std::shared_ptr<Session> ClientEnd::OpenSession() const {
@@ -59,7 +83,7 @@ bool ClientEnd::HasEnded() const {
     return IsStopped();
 }
 
-std::shared_ptr<Session> ClientEnd::Greet(std::unique_ptr<Channel> channel) {
+std::shared_ptr<Session> ClientEnd::Greet(std::unique_ptr<Channel> channel, std::wstring& problem) {
     std::unique_lock<std::mutex> guard(network->Lock());
     if (IsStopped()) {
         return nullptr;
@@ -69,22 +93,37 @@ std::shared_ptr<Session> ClientEnd::Greet(std::unique_ptr<Channel> channel) {
     fresh->Start();
     // The session's own deadline ends this.
     sessionChanged.wait(guard, [&fresh] { return fresh->IsOpen() || fresh->IsClosed(); });
-    return fresh->IsOpen() ? fresh : nullptr;
+    if (fresh->IsOpen()) {
+        return fresh;
+    }
+    problem = closeReason;
+    return nullptr;
 }
 
-bool ClientEnd::SendOver(const std::shared_ptr<Session>& open, const SharedFrame& frame) {
-    if (!open) {
-        return false;
-    }
+bool ClientEnd::SendOver(Session& open, const SharedFrame& frame, EventNumber number,
+                         const SharedPromise& acknowledged) {
     Sending sending = Sending::PeerGone;
     {
         const std::lock_guard<std::mutex> guard(network->Lock());
-        sending = open->Send(frame);
+        const auto settle = [this, acknowledged](Outcome outcome) { Settle(acknowledged, outcome); };
+        sending = acknowledged ? open.SendAwaited(frame, number, settle) : open.Send(frame);
     }
     if (sending == Sending::QueueFull) {
         Log(L"An event is not sent: the engine does not take what was sent before.");
     }
     return sending == Sending::Queued;
+}
+
+/// The sender goes on when the handlers have run of all answers that came before; but a handler that hangs does not
+/// keep him beyond his time.
+void ClientEnd::Settle(const SharedPromise& acknowledged, Outcome outcome) {
+    if (outcome == Outcome::TimedOut) {
+        Log(L"The engine has not acknowledged an event within " + std::to_wstring(limits.acknowledgement.count()) +
+            L" ms.");
+        acknowledged->set_value(false);
+    } else {
+        Post([acknowledged, outcome] { acknowledged->set_value(outcome == Outcome::Acknowledged); });
+    }
 }
 
 void ClientEnd::CloseSessions() {
@@ -101,6 +140,7 @@ void ClientEnd::OnClosed(Session& closed, const std::wstring& reason) {
     if (!reason.empty()) {
         Log(L"The connection to the engine was closed: " + reason + L".");
     }
+    closeReason = reason;
     if (session.get() == &closed) {
         session.reset();
     }

@@ -1,6 +1,8 @@
 #pragma once
 
+#include <atomic>
 #include <condition_variable>
+#include <future>
 #include <memory>
 #include <mutex>
 #include <string>
@@ -19,15 +21,25 @@ public:
 
     [[nodiscard]] bool SendEvent(const std::wstring& eventName, const std::wstring& payload) override;
     [[nodiscard]] bool SendEventTo(Peer peer, const std::wstring& eventName, const std::wstring& payload) override;
+    [[nodiscard]] bool PostEvent(const std::wstring& eventName, const std::wstring& payload) override;
+    [[nodiscard]] bool Connect(std::wstring& problem) override;
     bool IsConnected() const override;
 
 private:
-    /// The open session; else a new one, once both ends have greeted. Null when there is no engine.
-    [[nodiscard]] std::shared_ptr<Session> Connect();
+    using SharedPromise = std::shared_ptr<std::promise<bool>>;
+
+    /// The open session; else a new one, once both ends have greeted. Null when there is no engine; `problem` says why,
+    /// and is empty when simply nobody listens.
+    [[nodiscard]] std::shared_ptr<Session> OpenOrConnect(std::wstring& problem);
+    [[nodiscard]] std::shared_ptr<Session> OpenOrConnect();
     [[nodiscard]] std::shared_ptr<Session> OpenSession() const;
     bool HasEnded() const;
-    [[nodiscard]] std::shared_ptr<Session> Greet(std::unique_ptr<Channel> channel);
-    [[nodiscard]] bool SendOver(const std::shared_ptr<Session>& open, const SharedFrame& frame);
+    [[nodiscard]] std::shared_ptr<Session> Greet(std::unique_ptr<Channel> channel, std::wstring& problem);
+    /// Where there is something to be waited for, `acknowledged` is kept once it is known what became of the event.
+    [[nodiscard]] bool SendOver(Session& open, const SharedFrame& frame, EventNumber number,
+                                const SharedPromise& acknowledged);
+    /// With the lock held.
+    void Settle(const SharedPromise& acknowledged, Outcome outcome);
 
     void CloseSessions() override;
     void OnGreeted(Session& session) override;
@@ -38,6 +50,9 @@ private:
     /// With the network's lock.
     std::condition_variable sessionChanged;
     std::shared_ptr<Session> session;
+    /// Why the last session was closed.
+    std::wstring closeReason;
+    std::atomic<EventNumber> lastNumber{0};
 };
 
 } // namespace local_socket

@@ -7,7 +7,8 @@ namespace local_socket {
 
 std::unique_ptr<EngineEnd> EngineEnd::Listen(const std::string& place, std::unique_ptr<Network> network,
                                              const Limits& limits, Network::Log log) {
-    std::unique_ptr<EngineEnd> engine(new EngineEnd(place, std::move(network), limits, std::move(log)));
+    std::unique_ptr<EngineEnd> engine(
+        new EngineEnd(place, std::move(network), limits, std::move(log), Begin::WithFirstHandler));
     return engine->Listen() ? std::move(engine) : nullptr;
 }
 
@@ -26,7 +27,7 @@ bool EngineEnd::SendEvent(const std::wstring& eventName, const std::wstring& pay
     for (const auto& [peer, session] : all) {
         if (session->IsOpen()) {
             // One front end that does not take its events must not keep them from the others.
-            (void)SendOrDrop(*session, frame);
+            (void)session->SendOrClose(frame);
         }
     }
     return !IsStopped();
@@ -43,7 +44,16 @@ bool EngineEnd::SendEventTo(Peer peer, const std::wstring& eventName, const std:
         return false;
     }
     const std::shared_ptr<Session> session = found->second;
-    return SendOrDrop(*session, frame);
+    return session->SendOrClose(frame);
+}
+
+bool EngineEnd::PostEvent(const std::wstring& eventName, const std::wstring& payload) {
+    return SendEvent(eventName, payload);
+}
+
+bool EngineEnd::Connect(std::wstring& problem) {
+    problem.clear();
+    return IsConnected();
 }
 
 bool EngineEnd::IsConnected() const {
@@ -70,14 +80,6 @@ void EngineEnd::OnConnected(std::unique_ptr<Channel> channel) {
     const std::shared_ptr<Session> session = MakeSession(Session::Role::Engine, std::move(channel));
     sessions.emplace(session->Number(), session);
     session->Start();
-}
-
-bool EngineEnd::SendOrDrop(Session& session, const SharedFrame& frame) {
-    const Sending sending = session.Send(frame);
-    if (sending == Sending::QueueFull) {
-        session.Close(L"it does not take its events");
-    }
-    return sending == Sending::Queued;
 }
 
 void EngineEnd::CloseSessions() {

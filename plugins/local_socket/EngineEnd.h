@@ -19,6 +19,9 @@ public:
 
     [[nodiscard]] bool SendEvent(const std::wstring& eventName, const std::wstring& payload) override;
     [[nodiscard]] bool SendEventTo(Peer peer, const std::wstring& eventName, const std::wstring& payload) override;
+    [[nodiscard]] bool PostEvent(const std::wstring& eventName, const std::wstring& payload) override;
+    /// There is nothing to connect.
+    [[nodiscard]] bool Connect(std::wstring& problem) override;
     bool IsConnected() const override;
 
 private:
@@ -26,7 +29,6 @@ private:
 
     [[nodiscard]] bool Listen();
     void OnConnected(std::unique_ptr<Channel> channel);
-    [[nodiscard]] bool SendOrDrop(Session& session, const SharedFrame& frame);
 
     void CloseSessions() override;
     void OnGreeted(Session& session) override;

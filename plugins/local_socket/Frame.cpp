@@ -9,30 +9,34 @@ namespace local_socket {
 namespace {
 
 constexpr std::string_view magic = "CCev";
+/// As many bytes of a header are the same in every version.
+constexpr std::size_t commonBytes = 8;
 constexpr std::size_t versionAt = 4;
 constexpr std::size_t kindAt = 6;
 constexpr std::size_t nameSizeAt = 8;
 constexpr std::size_t payloadSizeAt = 12;
+constexpr std::size_t eventNumberAt = 16;
 
-void PutNumber(std::string& bytes, std::size_t position, std::size_t width, std::uint32_t number) {
+void PutNumber(std::string& bytes, std::size_t position, std::size_t width, std::uint64_t number) {
     for (std::size_t index = 0; index < width; ++index) {
         bytes[position + index] = static_cast<char>((number >> (8 * index)) & 0xFF);
     }
 }
 
-std::uint32_t NumberAt(std::string_view bytes, std::size_t position, std::size_t width) {
-    std::uint32_t number = 0;
+std::uint64_t NumberAt(std::string_view bytes, std::size_t position, std::size_t width) {
+    std::uint64_t number = 0;
     for (std::size_t index = 0; index < width; ++index) {
-        number |= std::uint32_t{static_cast<std::uint8_t>(bytes[position + index])} << (8 * index);
+        number |= std::uint64_t{static_cast<std::uint8_t>(bytes[position + index])} << (8 * index);
     }
     return number;
 }
 
-std::string Header(FrameKind kind) {
+std::string Header(FrameKind kind, EventNumber number) {
     std::string bytes(magic);
     bytes.resize(headerBytes, '\0');
     PutNumber(bytes, versionAt, 2, protocolVersion);
-    PutNumber(bytes, kindAt, 2, static_cast<std::uint32_t>(kind));
+    PutNumber(bytes, kindAt, 2, static_cast<std::uint64_t>(kind));
+    PutNumber(bytes, eventNumberAt, 8, number);
     return bytes;
 }
 
@@ -44,21 +48,30 @@ void Fill(std::string& target, std::size_t size, std::string_view& bytes) {
 }
 
 bool IsNameSize(FrameKind kind, std::size_t size) {
-    return kind == FrameKind::Greeting ? size == 0 : size > 0 && size <= maximumNameBytes;
+    return kind == FrameKind::Event ? size > 0 && size <= maximumNameBytes : size == 0;
+}
+
+bool IsKnown(FrameKind kind) {
+    return kind == FrameKind::Greeting || kind == FrameKind::Event || kind == FrameKind::Acknowledgement;
 }
 
 bool IsPayloadSize(FrameKind kind, std::size_t size) {
-    return kind == FrameKind::Greeting ? size == 0 : size <= maximumPayloadBytes;
+    return kind == FrameKind::Event ? size <= maximumPayloadBytes : size == 0;
 }
 
 } // namespace
 
 std::string EncodeGreeting() {
-    return Header(FrameKind::Greeting);
+    return Header(FrameKind::Greeting, 0);
 }
 
-std::optional<std::string> EncodeEvent(std::wstring_view name, std::wstring_view payload, std::size_t payloadLimit) {
-    std::string bytes = Header(FrameKind::Event);
+std::string EncodeAcknowledgement(EventNumber number) {
+    return Header(FrameKind::Acknowledgement, number);
+}
+
+std::optional<std::string> EncodeEvent(std::wstring_view name, std::wstring_view payload, EventNumber number,
+                                       std::size_t payloadLimit) {
+    std::string bytes = Header(FrameKind::Event, number);
     AppendEncoded(bytes, name);
     const std::size_t nameBytes = bytes.size() - headerBytes;
     if (!IsNameSize(FrameKind::Event, nameBytes)) {
@@ -69,8 +82,8 @@ std::optional<std::string> EncodeEvent(std::wstring_view name, std::wstring_view
     if (payloadBytes > payloadLimit) {
         return std::nullopt;
     }
-    PutNumber(bytes, nameSizeAt, 4, static_cast<std::uint32_t>(nameBytes));
-    PutNumber(bytes, payloadSizeAt, 4, static_cast<std::uint32_t>(payloadBytes));
+    PutNumber(bytes, nameSizeAt, 4, nameBytes);
+    PutNumber(bytes, payloadSizeAt, 4, payloadBytes);
     return bytes;
 }
 
@@ -91,16 +104,32 @@ FrameRefusal FrameDecoder::Take(std::string_view bytes, std::vector<Frame>& fram
     return refusal;
 }
 
+/// The version counts as soon as it is there: how long the header is depends on it.
 void FrameDecoder::TakeHeader(std::string_view& bytes) {
-    Fill(header, headerBytes, bytes);
-    if (header.size() < headerBytes) {
+    if (header.size() < commonBytes) {
+        Fill(header, commonBytes, bytes);
+        if (header.size() == commonBytes) {
+            TakeVersion();
+        }
         return;
     }
+    Fill(header, headerBytes, bytes);
+    if (header.size() == headerBytes) {
+        TakeRestOfHeader();
+    }
+}
+
+void FrameDecoder::TakeVersion() {
     version = static_cast<std::uint16_t>(NumberAt(header, versionAt, 2));
     frame.kind = static_cast<FrameKind>(NumberAt(header, kindAt, 2));
+    refusal = CheckVersion();
+}
+
+void FrameDecoder::TakeRestOfHeader() {
     nameBytes = NumberAt(header, nameSizeAt, 4);
     payloadBytes = NumberAt(header, payloadSizeAt, 4);
-    refusal = CheckHeader();
+    frame.number = NumberAt(header, eventNumberAt, 8);
+    refusal = CheckSizes();
 }
 
 void FrameDecoder::TakeBody(std::string_view& bytes) {
@@ -108,16 +137,17 @@ void FrameDecoder::TakeBody(std::string_view& bytes) {
     Fill(frame.payload, payloadBytes, bytes);
 }
 
-FrameRefusal FrameDecoder::CheckHeader() const {
+FrameRefusal FrameDecoder::CheckVersion() const {
     if (std::string_view(header).substr(0, magic.size()) != magic) {
         return FrameRefusal::NotAFrame;
     }
     if (version != protocolVersion) {
         return FrameRefusal::OtherVersion;
     }
-    if (frame.kind != FrameKind::Greeting && frame.kind != FrameKind::Event) {
-        return FrameRefusal::UnknownKind;
-    }
+    return IsKnown(frame.kind) ? FrameRefusal::None : FrameRefusal::UnknownKind;
+}
+
+FrameRefusal FrameDecoder::CheckSizes() const {
     if (!IsNameSize(frame.kind, nameBytes)) {
         return FrameRefusal::NameSize;
     }

@@ -9,37 +9,46 @@
 
 #include "local_socket/Limits.h"
 
-/// What goes over the line: frames, each a header of 16 bytes, a name and a payload. Numbers are little-endian.
+/// What goes over the line: frames, each a header of 24 bytes, a name and a payload. Numbers are little-endian.
 ///
 ///     0  4  "CCev"
 ///     4  2  version of the protocol
 ///     6  2  kind
 ///     8  4  bytes of the name
 ///    12  4  bytes of the payload
+///    16  8  number of the event
 ///
 /// The first eight bytes are the same in every version. Each end begins with a greeting, which has neither name nor
-/// payload: the front end first, the engine in answer. Every frame after that is an event. Name and payload are text as
+/// payload nor number: the front end first, the engine in answer. Every frame after that is an event or, from the
+/// engine, the acknowledgement of one, which has neither name nor payload. An event with a number other than 0 is
+/// acknowledged, once, by a frame with this number, behind the answers to it. Name and payload are text as
 /// `AppendEncoded` writes it.
 namespace local_socket {
 
-inline constexpr std::size_t headerBytes = 16;
-inline constexpr std::uint16_t protocolVersion = 1;
+inline constexpr std::size_t headerBytes = 24;
+inline constexpr std::uint16_t protocolVersion = 2;
 
-enum class FrameKind : std::uint16_t { Greeting = 1, Event = 2 };
+enum class FrameKind : std::uint16_t { Greeting = 1, Event = 2, Acknowledgement = 3 };
+
+/// Names one event of one session; 0: it is not to be acknowledged.
+using EventNumber = std::uint64_t;
 
 struct Frame {
     FrameKind kind = FrameKind::Greeting;
     /// Still encoded, within the size limits.
     std::string name;
     std::string payload;
+    EventNumber number = 0;
 
     bool operator==(const Frame&) const = default;
 };
 
 std::string EncodeGreeting();
+std::string EncodeAcknowledgement(EventNumber number);
 
 /// Nothing when the encoded name is empty or longer than `maximumNameBytes`, or the payload exceeds its limit.
 [[nodiscard]] std::optional<std::string> EncodeEvent(std::wstring_view name, std::wstring_view payload,
+                                                     EventNumber number = 0,
                                                      std::size_t payloadLimit = maximumPayloadBytes);
 
 /// Why bytes are not frames of ours.
@@ -59,8 +68,11 @@ public:
 
 private:
     void TakeHeader(std::string_view& bytes);
+    void TakeVersion();
+    void TakeRestOfHeader();
     void TakeBody(std::string_view& bytes);
-    FrameRefusal CheckHeader() const;
+    FrameRefusal CheckVersion() const;
+    FrameRefusal CheckSizes() const;
 
     std::string header;
     Frame frame;

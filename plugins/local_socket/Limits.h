@@ -3,6 +3,8 @@
 #include <chrono>
 #include <cstddef>
 
+#include "event_delivery/Acknowledgements.h"
+
 namespace local_socket {
 
 inline constexpr std::size_t maximumNameBytes = 256;
@@ -26,6 +28,8 @@ struct Limits {
     std::chrono::milliseconds greeting{5000};
     /// Without a byte in the middle of a frame.
     std::chrono::milliseconds stall{5000};
+    /// From the sending of an event until its acknowledgement.
+    std::chrono::milliseconds acknowledgement = event_delivery::acknowledgementTimeout;
     /// Sent to one peer and not yet taken by it, besides the frame that is on its way.
     std::size_t outgoingBytes = std::size_t{64} << 20;
     /// Received from one peer and not yet handled; no more is read from it until some of it is.

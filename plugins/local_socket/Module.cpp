@@ -1,5 +1,6 @@
 #include <algorithm>
 #include <chrono>
+#include <cstdint>
 #include <exception>
 #include <map>
 #include <memory>
@@ -68,7 +69,7 @@ std::unique_ptr<SocketTransmitter> MakeTransmitter(const TransmitterId& id, std:
 /// The transmitters that were given out, by their ids.
 class Transmitters {
 public:
-    EventTransmitter* Get(const std::wstring& text) {
+    SocketTransmitter* Get(const std::wstring& text) {
         const std::optional<TransmitterId> id = ParseTransmitterId(text);
         if (!id) {
             Log(L"No event line \"" + text + L"\": use \"engine:NAME\" or \"client:NAME\", NAME being 1 to 64 of " +
@@ -115,16 +116,26 @@ Transmitters& TheTransmitters() {
     return transmitters;
 }
 
+/// Null where there is no such transmitter; the log says why.
+SocketTransmitter* Find(const std::wstring& transmitterId) {
+    try {
+        return TheTransmitters().Get(transmitterId);
+    } catch (const std::exception& failure) {
+        Log(L"No event line \"" + transmitterId + L"\": " + platform::FromUtf8(failure.what()));
+        return nullptr;
+    }
+}
+
 } // namespace
 } // namespace local_socket
 
 extern "C" CONTROLLER_API EventTransmitter* GetEventTransmitter(const std::wstring& transmitterId) {
-    try {
-        return local_socket::TheTransmitters().Get(transmitterId);
-    } catch (const std::exception& failure) {
-        local_socket::Log(L"No event line \"" + transmitterId + L"\": " + platform::FromUtf8(failure.what()));
-        return nullptr;
-    }
+    return local_socket::Find(transmitterId);
+}
+
+extern "C" CONTROLLER_API EventTransmitterExtension* GetEventTransmitterExtension(const std::wstring& transmitterId,
+                                                                                  std::uint32_t version) {
+    return version == EventTransmitterExtension::version ? local_socket::Find(transmitterId) : nullptr;
 }
 
 extern "C" CONTROLLER_API void DescribeEventTransmitter(const std::wstring& transmitterId, std::wstring& place,

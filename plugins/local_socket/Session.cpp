@@ -40,10 +40,10 @@ std::wstring ReasonOf(FrameRefusal refusal, std::uint16_t peerVersion) {
 
 } // namespace
 
-Session::Session(Peer peerNumber, Role ownRole, Network& network, std::unique_ptr<Channel> openChannel,
+Session::Session(Peer peerNumber, Role ownRole, Network& ownNetwork, std::unique_ptr<Channel> openChannel,
                  const Limits& peerLimits, SessionOwner& sessionOwner)
     : peer(peerNumber), role(ownRole), limits(peerLimits), owner(sessionOwner), channel(std::move(openChannel)),
-      deadline(network.MakeTimer()) {}
+      network(ownNetwork), deadline(ownNetwork.MakeTimer()) {}
 
 void Session::Start() {
     deadline->Start(limits.greeting, [self = shared_from_this()] {
@@ -71,6 +71,24 @@ Sending Session::Send(SharedFrame frame) {
     return Sending::Queued;
 }
 
+Sending Session::SendAwaited(SharedFrame frame, EventNumber number, Settle settle) {
+    const Sending sending = Send(std::move(frame));
+    if (sending == Sending::Queued) {
+        const auto entry = awaited.emplace(number, Awaited{network.MakeTimer(), std::move(settle)}).first;
+        entry->second.timeout->Start(limits.acknowledgement,
+                                     [self = shared_from_this(), number] { self->EndOf(number, Outcome::TimedOut); });
+    }
+    return sending;
+}
+
+bool Session::SendOrClose(SharedFrame frame) {
+    const Sending sending = Send(std::move(frame));
+    if (sending == Sending::QueueFull) {
+        Close(L"it does not take its events");
+    }
+    return sending == Sending::Queued;
+}
+
 void Session::EventHandled(const Frame& event) {
     undelivered -= CostOf(event);
     if (isReadingPaused && !isClosed && undelivered <= limits.undeliveredBytes) {
@@ -83,6 +101,9 @@ void Session::Close(const std::wstring& reason) {
     if (!std::exchange(isClosed, true)) {
         deadline->Cancel();
         channel->Close();
+        while (!awaited.empty()) {
+            EndOf(awaited.begin()->first, Outcome::PeerGone);
+        }
         owner.OnClosed(*this, reason);
     }
 }
@@ -137,8 +158,26 @@ void Session::TakeFrame(Frame frame) {
     } else if (isGreeted && frame.kind == FrameKind::Event) {
         undelivered += CostOf(frame);
         owner.OnEvent(*this, std::move(frame));
+    } else if (isGreeted && frame.kind == FrameKind::Acknowledgement) {
+        TakeAcknowledgement(frame.number);
     } else {
         Close(isGreeted ? L"it greeted twice" : L"it sent an event before its greeting");
+    }
+}
+
+/// One for an event that is not waited for any more comes too late and means nothing.
+void Session::TakeAcknowledgement(EventNumber number) {
+    if (role == Role::Engine) {
+        Close(L"it acknowledged an event, which only an engine does");
+    } else {
+        EndOf(number, Outcome::Acknowledged);
+    }
+}
+
+void Session::EndOf(EventNumber number, Outcome outcome) {
+    if (auto entry = awaited.extract(number)) {
+        entry.mapped().timeout->Cancel();
+        entry.mapped().settle(outcome);
     }
 }
 

@@ -3,13 +3,15 @@
 #include <array>
 #include <cstddef>
 #include <deque>
+#include <functional>
+#include <map>
 #include <memory>
 #include <string>
 
 #include "local_socket/Frame.h"
 #include "local_socket/Limits.h"
 #include "local_socket/Network.h"
-#include "modules/EventTransmitter.h"
+#include "modules/EventTransmitterExtension.h"
 
 namespace local_socket {
 
@@ -37,6 +39,9 @@ enum class Sending : std::int32_t {
     PeerGone
 };
 
+/// What became of an event that is to be acknowledged.
+enum class Outcome : std::int32_t { Acknowledged, PeerGone, TimedOut };
+
 /// An encoded frame, shared between all it goes to.
 using SharedFrame = std::shared_ptr<const std::string>;
 
@@ -44,7 +49,9 @@ using SharedFrame = std::shared_ptr<const std::string>;
 /// network's lock held.
 class Session : public std::enable_shared_from_this<Session> {
 public:
-    using Peer = EventTransmitter::Peer;
+    using Peer = EventTransmitterExtension::Peer;
+    /// Called once, with the network's lock held.
+    using Settle = std::function<void(Outcome)>;
     /// Who greets first.
     enum class Role : std::int32_t { Front, Engine };
 
@@ -56,6 +63,13 @@ public:
 
     /// Queues a frame and begins to send it.
     Sending Send(SharedFrame frame);
+
+    /// The same for an event of this number, which no other of this session has; `settle` is told what becomes of it
+    /// when it was queued, and not called when it was not.
+    [[nodiscard]] Sending SendAwaited(SharedFrame frame, EventNumber number, Settle settle);
+
+    /// The same; a peer that does not take its events is closed. True when the frame was queued.
+    [[nodiscard]] bool SendOrClose(SharedFrame frame);
 
     /// The owner is done with an event that came with this frame.
     void EventHandled(const Frame& event);
@@ -69,13 +83,20 @@ public:
     bool IsOpen() const { return isGreeted && !isClosed; }
 
 private:
+    struct Awaited {
+        std::unique_ptr<Timer> timeout;
+        Settle settle;
+    };
+
     void ReadOn();
     void OnRead(bool succeeded, std::size_t bytes);
     void Take(std::string_view bytes);
     void TakeFrame(Frame frame);
     void TakeGreeting();
+    void TakeAcknowledgement(EventNumber number);
     void Refuse(FrameRefusal refusal);
     void WatchTheFrame();
+    void EndOf(EventNumber number, Outcome outcome);
     void WriteOn();
     void OnWritten(bool succeeded, std::size_t bytes);
 
@@ -84,10 +105,14 @@ private:
     const Limits limits;
     SessionOwner& owner;
     const std::unique_ptr<Channel> channel;
+    Network& network;
     const std::unique_ptr<Timer> deadline;
 
     bool isGreeted = false;
     bool isClosed = false;
+
+    /// Sent and not yet acknowledged.
+    std::map<EventNumber, Awaited> awaited;
 
     FrameDecoder decoder;
     std::array<char, chunkBytes> readBuffer{};

@@ -19,8 +19,9 @@ Session::Peer NextPeer() {
 } // namespace
 
 SocketTransmitter::SocketTransmitter(std::string placeName, std::unique_ptr<Network> ownNetwork,
-                                     const Limits& peerLimits, Network::Log logFunction)
-    : place(std::move(placeName)), limits(peerLimits), network(std::move(ownNetwork)), log(std::move(logFunction)) {}
+                                     const Limits& peerLimits, Network::Log logFunction, Begin begin)
+    : place(std::move(placeName)), limits(peerLimits), network(std::move(ownNetwork)), log(std::move(logFunction)),
+      deliveries(begin) {}
 
 SocketTransmitter::~SocketTransmitter() {
     EndNetworkThread();
@@ -43,11 +44,27 @@ void SocketTransmitter::End() {
 }
 
 void SocketTransmitter::AddEventHandler(const std::wstring& eventName, CallbackFunctor* handler) {
-    handlers.Set(eventName, handler);
+    deliveries.SetHandler(eventName, handler);
 }
 
 SocketTransmitter::Peer SocketTransmitter::CurrentPeer() const {
-    return handlers.CurrentPeer();
+    return deliveries.CurrentPeer();
+}
+
+SocketTransmitter::Acknowledgement SocketTransmitter::DeferAcknowledgement() {
+    return deliveries.acknowledgements.Defer();
+}
+
+void SocketTransmitter::Acknowledge(Acknowledgement acknowledgement) {
+    deliveries.acknowledgements.Acknowledge(acknowledgement);
+}
+
+void SocketTransmitter::PauseDelivery() {
+    deliveries.Pause();
+}
+
+void SocketTransmitter::ResumeDelivery() {
+    deliveries.Resume();
 }
 
 void SocketTransmitter::Run() {
@@ -59,8 +76,9 @@ std::shared_ptr<Session> SocketTransmitter::MakeSession(Session::Role role, std:
     return std::make_shared<Session>(NextPeer(), role, *network, std::move(channel), limits, owner);
 }
 
-SharedFrame SocketTransmitter::Encode(const std::wstring& eventName, const std::wstring& payload) const {
-    std::optional<std::string> frame = EncodeEvent(eventName, payload);
+SharedFrame SocketTransmitter::Encode(const std::wstring& eventName, const std::wstring& payload,
+                                      EventNumber number) const {
+    std::optional<std::string> frame = EncodeEvent(eventName, payload, number);
     if (!frame) {
         Log(L"The event \"" + eventName + L"\" is not sent: a name has 1 to " + std::to_wstring(maximumNameBytes) +
             L" bytes, a payload at most " + std::to_wstring(maximumPayloadBytes) + L".");
@@ -74,7 +92,7 @@ void SocketTransmitter::Log(const std::wstring& message) const {
 }
 
 void SocketTransmitter::OnEvent(Session& session, Frame event) {
-    deliveries.Post([this, kept = session.shared_from_this(), frame = std::move(event)] { Deliver(*kept, frame); });
+    deliveries.Post([this, kept = session.shared_from_this(), frame = std::move(event)] { Deliver(kept, frame); });
 }
 
 void SocketTransmitter::EndNetworkThread() {
@@ -84,7 +102,28 @@ void SocketTransmitter::EndNetworkThread() {
     }
 }
 
-void SocketTransmitter::Deliver(Session& session, const Frame& event) {
+void SocketTransmitter::Deliver(const std::shared_ptr<Session>& session, const Frame& event) {
+    deliveries.acknowledgements.Deliver(AcknowledgementOf(session, event.number),
+                                        [&] { DeliverSafely(*session, event); });
+    const std::lock_guard<std::mutex> guard(network->Lock());
+    session->EventHandled(event);
+}
+
+event_delivery::Acknowledgements::Give SocketTransmitter::AcknowledgementOf(const std::shared_ptr<Session>& session,
+                                                                            EventNumber number) {
+    if (number == 0) {
+        return {};
+    }
+    return [this, weak = std::weak_ptr(session), number] {
+        if (const std::shared_ptr<Session> open = weak.lock()) {
+            const std::lock_guard<std::mutex> guard(network->Lock());
+            // A sender who has gone does not wait for it.
+            (void)open->SendOrClose(std::make_shared<const std::string>(EncodeAcknowledgement(number)));
+        }
+    };
+}
+
+void SocketTransmitter::DeliverSafely(Session& session, const Frame& event) {
     try {
         CallHandler(session, event);
     } catch (const std::exception& failure) {
@@ -92,15 +131,13 @@ void SocketTransmitter::Deliver(Session& session, const Frame& event) {
     } catch (...) {
         Log(L"A handler failed.");
     }
-    const std::lock_guard<std::mutex> guard(network->Lock());
-    session.EventHandled(event);
 }
 
 void SocketTransmitter::CallHandler(Session& session, const Frame& event) {
     const std::optional<std::wstring> name = DecodeText(event.name);
     const std::optional<std::wstring> payload = DecodeText(event.payload);
     if (name && payload) {
-        handlers.Deliver(session.Number(), *name, *payload);
+        deliveries.Deliver(session.Number(), *name, *payload);
         return;
     }
     const std::lock_guard<std::mutex> guard(network->Lock());

@@ -4,18 +4,19 @@
 #include <memory>
 #include <string>
 #include <thread>
+#include <utility>
 
-#include "event_delivery/DeliveryThread.h"
-#include "event_delivery/HandlerTable.h"
+#include "event_delivery/EventDelivery.h"
 #include "local_socket/Limits.h"
 #include "local_socket/Network.h"
 #include "local_socket/Session.h"
 #include "modules/EventTransmitter.h"
+#include "modules/EventTransmitterExtension.h"
 
 namespace local_socket {
 
 /// What both ends of the line have in common: a network with its thread, the handlers, and the thread they run on.
-class SocketTransmitter : public EventTransmitter, protected SessionOwner {
+class SocketTransmitter : public EventTransmitter, public EventTransmitterExtension, protected SessionOwner {
 public:
     SocketTransmitter(const SocketTransmitter&) = delete;
     SocketTransmitter& operator=(const SocketTransmitter&) = delete;
@@ -28,10 +29,17 @@ public:
 
     void AddEventHandler(const std::wstring& eventName, CallbackFunctor* handler) final;
     Peer CurrentPeer() const final;
+    Acknowledgement DeferAcknowledgement() final;
+    void Acknowledge(Acknowledgement acknowledgement) final;
+    void PauseDelivery() final;
+    void ResumeDelivery() final;
 
 protected:
+    using Begin = event_delivery::EventDelivery::Begin;
+
     /// `place` is the name of the meeting place.
-    SocketTransmitter(std::string place, std::unique_ptr<Network> network, const Limits& limits, Network::Log log);
+    SocketTransmitter(std::string place, std::unique_ptr<Network> network, const Limits& limits, Network::Log log,
+                      Begin begin);
 
     /// Stops, and waits for a handler that runs, which may still use this object; so it must not be called out of one.
     void End();
@@ -44,7 +52,9 @@ protected:
     /// A new session, not yet started, under a number that no other has. With the lock held.
     std::shared_ptr<Session> MakeSession(Session::Role role, std::unique_ptr<Channel> channel);
     /// The encoded event, null when it is too big to be sent; the log says so.
-    SharedFrame Encode(const std::wstring& eventName, const std::wstring& payload) const;
+    SharedFrame Encode(const std::wstring& eventName, const std::wstring& payload, EventNumber number = 0) const;
+    /// Work for the thread that handlers run on, behind what came before.
+    void Post(event_delivery::DeliveryThread::Work work) { deliveries.Post(std::move(work)); }
     /// Writes one line that names this end of the line.
     void Log(const std::wstring& message) const;
 
@@ -56,13 +66,15 @@ protected:
 
 private:
     void EndNetworkThread();
-    void Deliver(Session& session, const Frame& event);
+    void Deliver(const std::shared_ptr<Session>& session, const Frame& event);
+    void DeliverSafely(Session& session, const Frame& event);
     void CallHandler(Session& session, const Frame& event);
+    event_delivery::Acknowledgements::Give AcknowledgementOf(const std::shared_ptr<Session>& session,
+                                                             EventNumber number);
 
     const Network::Log log;
     bool isStopped = false;
-    event_delivery::HandlerTable handlers;
-    event_delivery::DeliveryThread deliveries;
+    event_delivery::EventDelivery deliveries;
     std::thread networkThread;
 };
 

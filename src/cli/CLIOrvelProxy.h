@@ -48,10 +48,11 @@ private:
 };
 
 /// Waits for the answer to a status request: until both of the presenters' process-wide flags say that it has begun and
-/// ended, or the time is spent, which is not reported. Looks every 100 ms, one time less than ten times the seconds of
-/// the environment variable QRV_KT_WAIT_RESPONSE_SEC (20 where it is not set; text without a number is 0; 0 and less do
-/// not wait). The variable is read once in a process, a negative value again at the next call. The number of looks is
-/// calculated in 32 bits and wraps round: a value beyond 2147483 waits for some other, possibly no, time.
+/// ended, or the time is spent, which is not reported. Waits in ticks of 100 ms, each ended early by the flag, one time
+/// less than ten times the seconds of the environment variable QRV_KT_WAIT_RESPONSE_SEC (20 where it is not set; text
+/// without a number is 0; 0 and less do not wait). The variable is read once in a process, a negative value again at
+/// the next call. The number of looks is calculated in 32 bits and wraps round: a value beyond 2147483 waits for some
+/// other, possibly no, time.
 ///
 /// One command at a time: not from several threads.
 CONTROLLER_API void WaitForResponse();

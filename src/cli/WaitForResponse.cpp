@@ -1,15 +1,10 @@
 #include "cli/CLIOrvelProxy.h"
 #include "cli/ResponseFlags.h"
 #include "platform/Environment.h"
-#include "platform/Sleep.h"
 #include "support/Numbers.h"
 
-#include <atomic>
 #include <chrono>
 #include <cstdint>
-
-std::atomic<bool> response_flags::responseStarted = false;
-std::atomic<bool> response_flags::responseFinished = false;
 
 namespace {
 
@@ -30,13 +25,14 @@ std::int32_t TicksOf(std::int32_t seconds) {
     return static_cast<std::int32_t>(milliseconds) / static_cast<std::int32_t>(tick.count());
 }
 
-void WaitFor(const std::atomic<bool>& flag, std::int32_t& ticks) {
+/// A tick ends early when the flag is raised.
+void WaitFor(const response_flags::ResponseFlag& flag, std::int32_t& ticks) {
     while (!flag) {
         --ticks;
         if (ticks < 1) {
             return;
         }
-        platform::SleepFor(tick);
+        flag.WaitFor(tick);
     }
 }
 

@@ -2,39 +2,34 @@
 
 #include "modules/CallbackFunctor.h"
 
-#include <cstdint>
 #include <string>
 
 /// One end of the line between front ends and the engine. A transmitter module creates it, owns it for the life of the
 /// process, and gives it out by its export `GetEventTransmitter`; nobody else deletes it.
 ///
-/// The first two operations are the contract with every module, in this order; no virtual destructor stands before
-/// them. All operations may be called from any thread, also out of a handler.
+/// These two operations, in this order, are all that a module must have; no virtual destructor stands before them. The
+/// library calls nothing else. What the host and the command line make use of beyond them is optional, see
+/// `EventTransmitterExtension`. Both operations may be called from any thread, also out of a handler.
 class EventTransmitter {
 public:
-    /// Names the other side of one connection; never used twice in a process. 0 is nobody.
-    using Peer = std::uint64_t;
-
     /// Delivers every event of this name to `handler` from now on; a later handler for the same name takes the place of
     /// the earlier one, null takes it away. When this returns the earlier handler does not run and will not run again:
     /// it waits for a delivery under way, unless it is called from within that one. The handler stays its maker's and
-    /// must live until it has been taken away, at the latest before main() returns.
+    /// must live until it has been taken away, at the latest before main() returns. Events for an engine that has no
+    /// handler yet are kept until it has its first one.
     virtual void AddEventHandler(const std::wstring& eventName, CallbackFunctor* handler) = 0;
 
-    /// Hands an event on: from a front end to the engine, from the engine to every front end. True when it was handed
-    /// on (to nobody is also handed on), false when there is no connection or the event is too big. Does not wait for
-    /// the other side to take it, so what is handed on just before a process ends may be lost. A front end without a
-    /// connection tries to make one first, which is over at once where no engine is, and after some seconds at most.
+    /// Hands an event on: from a front end to the engine, from the engine to every front end.
+    ///
+    /// Front end: returns true when the engine's handler has handled the event and every answer that it sent to this
+    /// front end before has been delivered here. False when there is no connection, the event is too big, the engine
+    /// ends meanwhile, or does not acknowledge the event within 20 s; whether the event was handled is then not known.
+    /// A front end without a connection tries to make one first. Out of a handler it does not wait for the engine: true
+    /// when the event was queued. The caller holds no lock that a handler of this process needs.
+    ///
+    /// Engine: never waits for front ends. True when the event was queued (to nobody is also queued); what is queued
+    /// just before a process ends may be lost.
     [[nodiscard]] virtual bool SendEvent(const std::wstring& eventName, const std::wstring& payload) = 0;
-
-    /// While a handler runs, on its thread: who sent the event. Otherwise 0.
-    virtual Peer CurrentPeer() const = 0;
-
-    /// Hands an event to one peer alone: the answer to whom asked. False when that peer is gone.
-    [[nodiscard]] virtual bool SendEventTo(Peer peer, const std::wstring& eventName, const std::wstring& payload) = 0;
-
-    /// Front end: true while the engine is there. Engine: true while it can be reached.
-    virtual bool IsConnected() const = 0;
 
 protected:
     EventTransmitter() = default;

@@ -1,10 +1,14 @@
 #include "modules/EventTransmitterManager.h"
 
+#include "modules/EventTransmitterExtension.h"
 #include "platform/SharedLibrary.h"
+
+#include <cstdint>
 
 namespace {
 
 using GetEventTransmitterExport = EventTransmitter* (*)(const std::wstring&);
+using GetExtensionExport = EventTransmitterExtension* (*)(const std::wstring&, std::uint32_t);
 
 } // namespace
 
@@ -15,4 +19,10 @@ EventTransmitter* EventTransmitterManager::GetEventTransmitter(const std::wstrin
     const auto getEventTransmitter =
         reinterpret_cast<GetEventTransmitterExport>(platform::FindExport(module, "GetEventTransmitter"));
     return getEventTransmitter == nullptr ? nullptr : getEventTransmitter(transmitterId);
+}
+
+EventTransmitterExtension* EventTransmitterManager::GetExtension(const std::wstring& transmitterId) {
+    const auto getExtension =
+        reinterpret_cast<GetExtensionExport>(platform::FindExport(module, "GetEventTransmitterExtension"));
+    return getExtension == nullptr ? nullptr : getExtension(transmitterId, EventTransmitterExtension::version);
 }

@@ -43,13 +43,35 @@ bool ScriptedTransmitter::SendEvent(const std::wstring& eventName, const std::ws
     return canSend;
 }
 
-EventTransmitter::Peer ScriptedTransmitter::CurrentPeer() const {
+ScriptedTransmitter::Peer ScriptedTransmitter::CurrentPeer() const {
     return 0;
 }
 
 bool ScriptedTransmitter::SendEventTo(Peer, const std::wstring&, const std::wstring&) {
     return false;
 }
+
+bool ScriptedTransmitter::PostEvent(const std::wstring& eventName, const std::wstring& payload) {
+    return SendEvent(eventName, payload);
+}
+
+bool ScriptedTransmitter::Connect(std::wstring& problem) {
+    if (onConnect) {
+        onConnect();
+    }
+    problem = connectionProblem;
+    return IsConnected();
+}
+
+ScriptedTransmitter::Acknowledgement ScriptedTransmitter::DeferAcknowledgement() {
+    return 0;
+}
+
+void ScriptedTransmitter::Acknowledge(Acknowledgement) {}
+
+void ScriptedTransmitter::PauseDelivery() {}
+
+void ScriptedTransmitter::ResumeDelivery() {}
 
 bool ScriptedTransmitter::IsConnected() const {
     return canSend && isEngineThere;

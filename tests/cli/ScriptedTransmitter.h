@@ -1,6 +1,7 @@
 #pragma once
 
 #include "modules/EventTransmitter.h"
+#include "modules/EventTransmitterExtension.h"
 
 #include <functional>
 #include <map>
@@ -8,7 +9,7 @@
 #include <vector>
 
 /// A transmitter that goes nowhere: records what is sent and registered, and delivers what a test tells it to.
-class ScriptedTransmitter final : public EventTransmitter {
+class ScriptedTransmitter final : public EventTransmitter, public EventTransmitterExtension {
 public:
     struct Event {
         std::wstring name;
@@ -21,6 +22,10 @@ public:
     bool canSend = true;
     /// False: the engine has gone since something was sent.
     bool isEngineThere = true;
+    /// Why there is no connection.
+    std::wstring connectionProblem;
+    /// Called with each try to connect, before `Connect` returns.
+    std::function<void()> onConnect;
     /// Called with each event that is sent, before `SendEvent` returns.
     std::function<void(const Event&)> onSend;
     /// Called with each handler that is registered or, as null, taken away.
@@ -41,7 +46,13 @@ public:
     bool SendEvent(const std::wstring& eventName, const std::wstring& payload) override;
     Peer CurrentPeer() const override;
     bool SendEventTo(Peer peer, const std::wstring& eventName, const std::wstring& payload) override;
+    bool PostEvent(const std::wstring& eventName, const std::wstring& payload) override;
+    bool Connect(std::wstring& problem) override;
     bool IsConnected() const override;
+    Acknowledgement DeferAcknowledgement() override;
+    void Acknowledge(Acknowledgement acknowledgement) override;
+    void PauseDelivery() override;
+    void ResumeDelivery() override;
 
 private:
     std::map<std::wstring, CallbackFunctor*> handlers;

@@ -35,6 +35,15 @@ void TurnedClock::Sleep(std::chrono::milliseconds duration) {
     }
 }
 
+void platform::SleepUnless(std::condition_variable&, std::unique_lock<std::mutex>& lock,
+                           std::chrono::milliseconds duration, const std::function<bool()>& isOver) {
+    if (!isOver()) {
+        lock.unlock();
+        SleepFor(duration);
+        lock.lock();
+    }
+}
+
 void platform::SleepFor(std::chrono::milliseconds duration) {
     if (current == nullptr) {
         std::abort(); // a test forgot to make one

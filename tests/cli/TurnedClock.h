@@ -4,8 +4,9 @@
 #include <functional>
 #include <vector>
 
-/// In the place of the system's clock: `platform::SleepFor` of this program returns at once and tells the clock, which
-/// a test turns. One at a time; one must live while something sleeps.
+/// In the place of the system's clock: `platform::SleepFor` and `SleepUnless` of this program return at once, the
+/// latter without sleeping at all where there is nothing to wait for, and tell the clock, which a test turns. One at a
+/// time; one must live while something sleeps.
 class TurnedClock {
 public:
     TurnedClock();

@@ -30,6 +30,61 @@ TEST_F(HostConnectionTest, AClientAloneStartsNoHost) {
     EXPECT_EQ(console.output, "");
 }
 
+TEST_F(HostConnectionTest, AHostThatSomebodyElseIsStartingIsWaitedFor) {
+    for (const std::vector<std::wstring>& arguments :
+         std::vector<std::vector<std::wstring>>{{L"--list"}, {L"--list", L"-f"}}) {
+        host.runs = false;
+        host.lookCount = 0;
+        host.looksUntilReady = 5;
+        EXPECT_EQ(Run(arguments), 0) << console.errors;
+        EXPECT_EQ(host.startCount, 0);
+        EXPECT_EQ(host.lookCount, 5);
+    }
+}
+
+TEST_F(HostConnectionTest, AHostThatDoesNotBecomeReadyIsWaitedForAsLongAsAnAnswerMayTake) {
+    host.runs = false;
+    host.looksUntilReady = 1000000;
+    patience = std::chrono::milliseconds(0);
+    EXPECT_EQ(Run({L"--list", L"-f"}), 3);
+    EXPECT_EQ(console.errors, "controller_cli: The host did not answer within 0 s. QRV_KT_WAIT_RESPONSE_SEC sets how "
+                              "long to wait.\n");
+}
+
+TEST_F(HostConnectionTest, AHostThatEndsWhileItStartsIsReplaced) {
+    host.runs = false;
+    host.transmitter.onConnect = [this] {
+        // The one that was starting is gone at the second try.
+        host.looksUntilReady = host.lookCount == 0 ? 100 : 0;
+    };
+    EXPECT_EQ(Run({L"--list"}), 0) << console.errors;
+    EXPECT_EQ(host.lookCount, 1);
+    EXPECT_EQ(host.startCount, 1);
+}
+
+TEST_F(HostConnectionTest, CtrlCEndsTheWaitForAHostThatStarts) {
+    host.runs = false;
+    host.looksUntilReady = 1000000;
+    stop.Raise();
+    EXPECT_EQ(Run({L"--list", L"-f"}), 130);
+}
+
+TEST_F(HostConnectionTest, WhyAHostCannotBeReachedIsTold) {
+    host.runs = false;
+    host.transmitter.connectionProblem = L"it speaks another version";
+    EXPECT_EQ(Run({L"--list"}), 3);
+    EXPECT_EQ(console.errors, "controller_cli: The host cannot be reached: it speaks another version\n");
+    EXPECT_EQ(host.startCount, 0);
+}
+
+TEST_F(HostConnectionTest, WithoutAnExtensionAHostIsStartedBecauseNothingTellsWhetherOneRuns) {
+    host.hasNoExtension = true;
+    EXPECT_EQ(Run({L"--list"}), 0);
+    EXPECT_EQ(host.startCount, 1);
+    EXPECT_EQ(Run({L"--list", L"-f"}), 0);
+    EXPECT_EQ(host.startCount, 1);
+}
+
 TEST_F(HostConnectionTest, WhyAHostCannotBeStartedIsTold) {
     host.runs = false;
     host.startProblem = L"controller_host: the disk is full";
@@ -114,6 +169,13 @@ TEST_F(HostConnectionTest, StopHostAsksTheHostToEnd) {
     EXPECT_EQ(console.output, "The host has ended.\n");
 }
 
+TEST_F(HostConnectionTest, WithoutAnExtensionTheEndOfTheHostIsNotSeen) {
+    host.hasNoExtension = true;
+    host.answers[L"TerminateRequest"] = {L"TerminateResponse", LR"({"TerminateResponse":null})"};
+    EXPECT_EQ(Run({L"--stop-host"}), 1);
+    EXPECT_EQ(console.errors, "controller_cli: The host will end; this event transmitter does not tell when it has.\n");
+}
+
 TEST_F(HostConnectionTest, StopHostStartsNone) {
     host.runs = false;
     EXPECT_EQ(Run({L"--stop-host"}), 3);
@@ -127,18 +189,19 @@ constexpr char elsewhere[] = "controller_cli: A host runs, but cannot be reached
 TEST_F(HostConnectionTest, AHostThatListensElsewhereIsNamed) {
     host.runs = false;
     host.runningHost = L"process 4711, at /run/x";
-    host.startProblem = L"controller_host: another host is running";
+    host.looksUntilReady = 1000000;
     for (const std::vector<std::wstring>& arguments :
          std::vector<std::vector<std::wstring>>{{L"--list"}, {L"--list", L"-f"}, {L"-s1"}, {L"-s1", L"-f"}}) {
         console.errors.clear();
         EXPECT_EQ(Run(arguments), 3);
         EXPECT_EQ(console.errors, elsewhere);
     }
-    EXPECT_EQ(host.startCount, 2);
+    EXPECT_EQ(host.startCount, 0);
 }
 
 TEST_F(HostConnectionTest, StopHostEndsAHostThatListensElsewhere) {
     host.runs = false;
+    host.looksUntilReady = 1000000;
     host.runningHost = L"process 4711, at /run/x";
     EXPECT_EQ(Run({L"--stop-host"}), 0);
     EXPECT_EQ(console.output, "The host has ended.\n");
@@ -147,6 +210,7 @@ TEST_F(HostConnectionTest, StopHostEndsAHostThatListensElsewhere) {
 
 TEST_F(HostConnectionTest, StopHostTellsOfAHostThatDoesNotEnd) {
     host.runs = false;
+    host.looksUntilReady = 1000000;
     host.runningHost = L"process 4711, at /run/x";
     host.hostEnd = controller_cli::HostEnd::StillRunning;
     EXPECT_EQ(Run({L"--stop-host"}), 1);

@@ -16,8 +16,8 @@ namespace {
 class LetterCommandsTest : public FrontEndFixture {
 protected:
     LetterCommandsTest() {
-        // A status is answered at once or not at all; this value is not remembered.
-        platform::SetEnvironment(L"QRV_KT_WAIT_RESPONSE_SEC", L"-1");
+        // Read once in a process: an answer is here at once or never.
+        platform::SetEnvironment(L"QRV_KT_WAIT_RESPONSE_SEC", L"0");
         WriteTextFile(folder / L"jobs.json", R"({"EnqueueJobs":[{"scenario":{"id":"r.rb"},"inputFileSets":[["a.stl"]],)"
                                              R"("outputDir":"out"}]})");
         host.transmitter.onSend = [this, answer = host.transmitter.onSend](const ScriptedTransmitter::Event& request) {

@@ -13,6 +13,19 @@ EventTransmitter* ScriptedHost::Transmitter() {
     return hasNoTransmitter ? nullptr : &transmitter;
 }
 
+EventTransmitterExtension* ScriptedHost::Extension() {
+    return hasNoExtension ? nullptr : &transmitter;
+}
+
+bool ScriptedHost::IsHostThere() {
+    const bool isStarting = looksUntilReady > 0;
+    if (isStarting && ++lookCount >= looksUntilReady) {
+        runs = true;
+        transmitter.isEngineThere = true;
+    }
+    return isStarting || runs;
+}
+
 std::wstring ScriptedHost::StartHost() {
     ++startCount;
     runs = startProblem.empty();

@@ -18,6 +18,10 @@ public:
     bool runs = true;
     /// The module has no transmitter.
     bool hasNoTransmitter = false;
+    /// The module has only the two basic operations.
+    bool hasNoExtension = false;
+    /// So often a host that is starting is looked for before it can be reached.
+    int looksUntilReady = 0;
     /// Why a host cannot be started; empty: it can.
     std::wstring startProblem;
     std::int32_t foregroundExitCode = 0;
@@ -39,6 +43,7 @@ public:
 
     // The recording
     int startCount = 0;
+    int lookCount = 0;
     int foregroundCount = 0;
     int endCount = 0;
 
@@ -50,9 +55,11 @@ public:
     const std::wstring& TransmitterModule() const override { return module; }
     const std::wstring& TransmitterId() const override { return id; }
     EventTransmitter* Transmitter() override;
+    EventTransmitterExtension* Extension() override;
+    bool IsHostThere() override;
     std::wstring StartHost() override;
     std::int32_t RunHost(std::wstring& problem) override;
-    std::wstring RunningHost() override { return runningHost; }
+    std::wstring HostElsewhere() override { return runningHost; }
     std::wstring Place() override { return L"the usual place"; }
     controller_cli::HostEnd EndRunningHost(std::chrono::milliseconds patience) override;
 

@@ -22,8 +22,8 @@ HostFixture::HostFixture() {
     functions =
         std::make_unique<FunctionManager>(std::vector<std::wstring>{test_modules::ModulePath(L"recording_module_a")});
     engine = std::make_unique<ScriptedEngine<HostEngine>>(functions.get());
-    answers = std::make_unique<RequestAnswers>(*engine, line);
-    inbox = std::make_unique<RequestInbox>(line, RequestAnswers::Names());
+    answers = std::make_unique<RequestAnswers>(*engine, transmitter);
+    inbox = std::make_unique<RequestInbox>(transmitter, RequestAnswers::Names());
 }
 
 HostFixture::~HostFixture() {

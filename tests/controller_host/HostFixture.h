@@ -43,6 +43,7 @@ protected:
     /// One for each job that was started, in order.
     std::list<ScriptedProcess> processes;
     LineDouble line;
+    EngineTransmitter transmitter{line, &line};
     std::unique_ptr<FunctionManager> functions;
     std::unique_ptr<HostEngine> engine;
     std::unique_ptr<RequestAnswers> answers;

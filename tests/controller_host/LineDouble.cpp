@@ -6,6 +6,7 @@
 #include <utility>
 
 void LineDouble::AddEventHandler(const std::wstring& eventName, CallbackFunctor* handler) {
+    const std::lock_guard lock(delivering);
     if (handler == nullptr) {
         handlers.erase(eventName);
     } else {
@@ -21,6 +22,27 @@ bool LineDouble::SendEventTo(Peer peer, const std::wstring& eventName, const std
     return Keep({peer, eventName, payload});
 }
 
+bool LineDouble::PostEvent(const std::wstring& eventName, const std::wstring& payload) {
+    return SendEvent(eventName, payload);
+}
+
+bool LineDouble::Connect(std::wstring& /*problem*/) {
+    return true;
+}
+
+void LineDouble::Acknowledge(Acknowledgement acknowledgement) {
+    Keep({0, acknowledged, std::to_wstring(acknowledgement)});
+}
+
+std::vector<std::wstring> LineDouble::SentNames() {
+    const std::lock_guard lock(mutex);
+    std::vector<std::wstring> names;
+    for (const Sent& event : sent) {
+        names.push_back(event.name);
+    }
+    return names;
+}
+
 bool LineDouble::Keep(Sent event) {
     const std::lock_guard lock(mutex);
     sent.push_back(std::move(event));
@@ -29,8 +51,9 @@ bool LineDouble::Keep(Sent event) {
 }
 
 bool LineDouble::Deliver(Peer peer, const std::wstring& eventName, const std::wstring& payload) {
+    const std::lock_guard lock(delivering);
     const auto handler = handlers.find(eventName);
-    if (handler == handlers.end()) {
+    if (isPaused || handler == handlers.end()) {
         return false;
     }
     currentPeer = peer;

@@ -112,6 +112,30 @@ TEST_F(RequestAnswersTest, AnUnreadableRequestIsRefusedAndTouchesNoJob) {
     EXPECT_EQ(jobs.size(), 1U);
 }
 
+TEST_F(RequestAnswersTest, ARequestIsAcknowledgedBehindItsAnswerAndBeforeOthersAreTold) {
+    answers->Answer({7, L"EnqueueJobs", EnqueueRequest(1), 5});
+    EXPECT_EQ(line.SentNames(), (Texts{L"EnqueueJobsFinish", LineDouble::acknowledged, L"UpdateProgress"}));
+    EXPECT_EQ(line.WaitFor(LineDouble::acknowledged).payload, L"5");
+}
+
+TEST_F(RequestAnswersTest, EveryRequestIsAnsweredAndAcknowledgedOnce) {
+    for (const std::wstring& name : RequestAnswers::Names()) {
+        answers->Answer({7, name, ControllerCSWrapper::Serialize(name), 5});
+        const Texts sent = line.SentNames();
+        EXPECT_EQ(sent.size(), 2U) << testing::PrintToString(name);
+        EXPECT_EQ(line.WaitFor(LineDouble::acknowledged).payload, L"5");
+        line.WaitFor(sent.front());
+    }
+}
+
+TEST_F(RequestAnswersTest, WithoutAnExtensionAnswersGoToAll) {
+    EngineTransmitter basic(line, nullptr);
+    RequestAnswers(*engine, basic)
+        .Answer({0, L"InitCultureRequest", ControllerCSWrapper::Serialize(L"InitCultureRequest"), 0});
+    EXPECT_EQ(line.WaitFor(L"InitCultureResponse").peer, 0U);
+    EXPECT_EQ(line.SentNames(), Texts());
+}
+
 TEST_F(RequestAnswersTest, EveryRequestHasAName) {
     EXPECT_EQ(RequestAnswers::Names().size(), 19U);
 }

@@ -25,7 +25,7 @@ public:
     Listener(Conversation& conversation, std::wstring eventName) : owner(conversation), name(std::move(eventName)) {}
 
     bool operator()(const std::wstring& content) override {
-        owner.Keep({owner.transmitter->CurrentPeer(), name, content});
+        owner.Keep({owner.extension->CurrentPeer(), name, content});
         return true;
     }
 
@@ -37,7 +37,8 @@ private:
 };
 
 Conversation::Conversation(const std::wstring& meetingPlace, Told tell)
-    : transmitter(TransmitterFromModule(L"client:" + meetingPlace)), tellChanges(std::move(tell)) {
+    : transmitter(TransmitterFromModule(L"client:" + meetingPlace)),
+      extension(ExtensionFromModule(L"client:" + meetingPlace)), tellChanges(std::move(tell)) {
     for (const wchar_t* const name : eventNames) {
         listeners.push_back(std::make_unique<Listener>(*this, name));
         transmitter->AddEventHandler(name, listeners.back().get());
@@ -67,7 +68,7 @@ bool Conversation::Meet(void* process) {
 
 void Conversation::Send(const std::wstring& request, const std::wstring& content) {
     // A host that dies lets go of its connections before its end can be seen.
-    if (!transmitter->SendEvent(request, content) && !test_support::WaitUntilSignalled(host)) {
+    if (!extension->PostEvent(request, content) && !test_support::WaitUntilSignalled(host)) {
         throw std::runtime_error("a living host does not take " + platform::ToUtf8(request));
     }
 }
@@ -111,7 +112,7 @@ std::optional<Conversation::Event> Conversation::Next() {
         }
         // The end of a host may be known before its last words are here.
         constexpr std::chrono::milliseconds interval{1};
-        while (*signalled == 1 && transmitter->IsConnected() && !platform::WaitForAny({arrived.Handle()}, interval)) {
+        while (*signalled == 1 && extension->IsConnected() && !platform::WaitForAny({arrived.Handle()}, interval)) {
         }
         if (*signalled == 1 && !platform::WaitForAny({arrived.Handle()}, std::chrono::milliseconds{0})) {
             return std::nullopt;

@@ -2,6 +2,7 @@
 
 #include "modules/CallbackFunctor.h"
 #include "modules/EventTransmitter.h"
+#include "modules/EventTransmitterExtension.h"
 #include "platform/Waiting.h"
 #include "records/JobRecords.h"
 
@@ -43,7 +44,7 @@ public:
 private:
     class Listener;
     struct Event {
-        EventTransmitter::Peer peer;
+        EventTransmitterExtension::Peer peer;
         std::wstring name;
         std::wstring content;
     };
@@ -56,10 +57,11 @@ private:
     [[nodiscard]] std::optional<Event> NextNamed(const std::wstring& name);
 
     EventTransmitter* transmitter;
+    EventTransmitterExtension* extension;
     Told tellChanges;
     void* host = nullptr;
     /// The host's; 0 while it is not known yet.
-    EventTransmitter::Peer hostPeer = 0;
+    EventTransmitterExtension::Peer hostPeer = 0;
     std::uint64_t meetings = 0;
     std::vector<std::unique_ptr<Listener>> listeners;
     std::mutex mutex;

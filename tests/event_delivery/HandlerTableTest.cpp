@@ -65,14 +65,14 @@ TEST(HandlerTableTest, NullTakesTheHandlerAway) {
 
 TEST(HandlerTableTest, TheSenderIsKnownWhileAHandlerRunsAndOnItsThreadAlone) {
     HandlerTable table;
-    std::vector<EventTransmitter::Peer> seen;
+    std::vector<HandlerTable::Peer> seen;
     Handler handler([&] {
         seen.push_back(table.CurrentPeer());
         seen.push_back(std::async(std::launch::async, [&] { return table.CurrentPeer(); }).get());
     });
     table.Set(L"A", &handler);
     table.Deliver(42, L"A", L"");
-    EXPECT_EQ(seen, (std::vector<EventTransmitter::Peer>{42, 0}));
+    EXPECT_EQ(seen, (std::vector<HandlerTable::Peer>{42, 0}));
     EXPECT_EQ(table.CurrentPeer(), 0u);
 }
 

@@ -15,8 +15,8 @@ using Payloads = std::vector<std::wstring>;
 /// Handlers are made before the line, and so outlive its threads.
 class LineTest : public testing::Test {
 protected:
-    EventTransmitter* Engine() { return line.Engine(); }
-    EventTransmitter* FrontEnd(const std::wstring& name = L"") { return line.FrontEndCalled(name); }
+    in_process::Endpoint* Engine() { return line.Engine(); }
+    in_process::Endpoint* FrontEnd(const std::wstring& name = L"") { return line.FrontEndCalled(name); }
 
     EventRecorder first;
     EventRecorder second;
@@ -66,7 +66,7 @@ TEST_F(LineTest, WithoutAnEngineThereIsNoConnection) {
     EXPECT_FALSE(FrontEnd()->SendEvent(L"e", L""));
     EXPECT_TRUE(Engine()->IsConnected());
     EXPECT_TRUE(FrontEnd()->IsConnected());
-    EXPECT_TRUE(FrontEnd()->SendEvent(L"e", L""));
+    EXPECT_TRUE(FrontEnd()->PostEvent(L"e", L""));
 }
 
 TEST_F(LineTest, AnAnswerReachesWhoAskedAlone) {
@@ -84,7 +84,7 @@ TEST_F(LineTest, AnAnswerReachesWhoAskedAlone) {
 
 TEST_F(LineTest, OutsideAHandlerThereIsNoPeer) {
     EXPECT_EQ(Engine()->CurrentPeer(), 0U);
-    EventTransmitter::Peer onAnotherThread = 1;
+    in_process::Line::Peer onAnotherThread = 1;
     EventRecorder asking([&](const std::wstring&) { onAnotherThread = FrontEnd()->CurrentPeer(); });
     Engine()->AddEventHandler(L"e", &asking);
     FrontEnd()->SendEvent(L"e", L"");

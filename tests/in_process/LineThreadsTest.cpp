@@ -19,8 +19,8 @@ class LineThreadsTest : public testing::Test {
 protected:
     test_support::Deadline deadline{"the threads of a line"};
     in_process::Line line;
-    EventTransmitter* engine = line.Engine();
-    EventTransmitter* frontEnd = line.FrontEndCalled(L"");
+    in_process::Endpoint* engine = line.Engine();
+    in_process::Endpoint* frontEnd = line.FrontEndCalled(L"");
 };
 
 TEST_F(LineThreadsTest, HandlersMaySendFromWithinHandlersBackAndForth) {
@@ -38,14 +38,74 @@ TEST_F(LineThreadsTest, HandlersMaySendFromWithinHandlersBackAndForth) {
     frontEnd->AddEventHandler(L"pong", nullptr);
 }
 
-TEST_F(LineThreadsTest, SendingDoesNotWaitForTheHandler) {
+TEST_F(LineThreadsTest, PostingDoesNotWaitForTheHandler) {
     std::promise<void> release;
     EventRecorder waiting([&](const std::wstring&) { release.get_future().wait(); });
     engine->AddEventHandler(L"e", &waiting);
-    EXPECT_TRUE(frontEnd->SendEvent(L"e", L""));
+    EXPECT_TRUE(frontEnd->PostEvent(L"e", L""));
     release.set_value();
     waiting.WaitFor(1);
     engine->AddEventHandler(L"e", nullptr);
+}
+
+TEST_F(LineThreadsTest, SendingWaitsUntilTheAnswerHasBeenHandled) {
+    std::atomic<int> handled = 0;
+    EventRecorder answer([&](const std::wstring&) {
+        for (int turn = 0; turn < 1000; ++turn) {
+            std::this_thread::yield(); // time for a sender that does not wait
+        }
+        ++handled;
+    });
+    EventRecorder request([&](const std::wstring&) { engine->SendEventTo(engine->CurrentPeer(), L"answer", L""); });
+    engine->AddEventHandler(L"e", &request);
+    frontEnd->AddEventHandler(L"answer", &answer);
+    for (int number = 1; number <= 100; ++number) {
+        EXPECT_TRUE(frontEnd->SendEvent(L"e", L""));
+        EXPECT_EQ(handled, number);
+    }
+    engine->AddEventHandler(L"e", nullptr);
+    frontEnd->AddEventHandler(L"answer", nullptr);
+}
+
+TEST_F(LineThreadsTest, SendingWaitsForADeferredAcknowledgement) {
+    std::promise<EventTransmitterExtension::Acknowledgement> deferred;
+    EventRecorder request([&](const std::wstring&) { deferred.set_value(engine->DeferAcknowledgement()); });
+    engine->AddEventHandler(L"e", &request);
+    std::atomic<bool> isAnswered = false;
+    std::jthread answering([&] {
+        const auto acknowledgement = deferred.get_future().get();
+        isAnswered = true;
+        engine->Acknowledge(acknowledgement);
+    });
+    EXPECT_TRUE(frontEnd->SendEvent(L"e", L""));
+    EXPECT_TRUE(isAnswered);
+    engine->AddEventHandler(L"e", nullptr);
+}
+
+TEST_F(LineThreadsTest, AHandlerThatHangsIsWaitedForSoLong) {
+    in_process::Line impatient(std::chrono::milliseconds(1));
+    std::promise<void> release;
+    EventRecorder hanging([released = release.get_future().share()](const std::wstring&) { released.wait(); });
+    impatient.Engine()->AddEventHandler(L"e", &hanging);
+    EXPECT_FALSE(impatient.FrontEndCalled(L"")->SendEvent(L"e", L""));
+    release.set_value();
+    impatient.Engine()->AddEventHandler(L"e", nullptr);
+}
+
+TEST_F(LineThreadsTest, WhatComesBeforeTheEnginesHandlersWaitsForThem) {
+    EventRecorder first;
+    EventRecorder second;
+    EXPECT_TRUE(frontEnd->PostEvent(L"first", L"1"));
+    EXPECT_TRUE(frontEnd->PostEvent(L"second", L"2"));
+    engine->PauseDelivery();
+    engine->AddEventHandler(L"first", &first);
+    EXPECT_TRUE(frontEnd->PostEvent(L"second", L"3"));
+    engine->AddEventHandler(L"second", &second);
+    engine->ResumeDelivery();
+    EXPECT_EQ(second.WaitFor(2), (std::vector<std::wstring>{L"2", L"3"}));
+    EXPECT_EQ(first.WaitFor(1), std::vector<std::wstring>{L"1"});
+    engine->AddEventHandler(L"first", nullptr);
+    engine->AddEventHandler(L"second", nullptr);
 }
 
 TEST_F(LineThreadsTest, TakingAHandlerAwayWaitsUntilItsRunIsOver) {
@@ -61,7 +121,7 @@ TEST_F(LineThreadsTest, TakingAHandlerAwayWaitsUntilItsRunIsOver) {
         hasEnded = true;
     });
     engine->AddEventHandler(L"e", &handler);
-    frontEnd->SendEvent(L"e", L"");
+    frontEnd->PostEvent(L"e", L"");
     started.get_future().wait();
     isTakenAway.set_value();
     engine->AddEventHandler(L"e", nullptr);
@@ -93,7 +153,7 @@ TEST_F(LineThreadsTest, HandlersOfOneEndRunOneAtATimeWhoeverSends) {
     engine->AddEventHandler(L"e", &handler);
     std::vector<std::jthread> senders;
     for (int number = 0; number < senderCount; ++number) {
-        EventTransmitter* const sender = line.FrontEndCalled(std::to_wstring(number));
+        in_process::Endpoint* const sender = line.FrontEndCalled(std::to_wstring(number));
         senders.emplace_back([sender] {
             for (int event = 0; event < eventsEach; ++event) {
                 sender->SendEvent(L"e", L"");
@@ -109,7 +169,7 @@ TEST_F(LineThreadsTest, AHandlerMaySendWhileItsLineEnds) {
     std::promise<void> started;
     std::promise<void> lineEnds;
     auto ending = std::make_unique<in_process::Line>();
-    EventTransmitter* const end = ending->Engine();
+    in_process::Endpoint* const end = ending->Engine();
     EventRecorder handler([&](const std::wstring&) {
         started.set_value();
         lineEnds.get_future().wait();
@@ -119,7 +179,7 @@ TEST_F(LineThreadsTest, AHandlerMaySendWhileItsLineEnds) {
         }
     });
     end->AddEventHandler(L"e", &handler);
-    ending->FrontEndCalled(L"")->SendEvent(L"e", L"");
+    ending->FrontEndCalled(L"")->PostEvent(L"e", L"");
     started.get_future().wait();
     lineEnds.set_value();
     ending.reset();

@@ -3,6 +3,7 @@
 #include "TurnedClock.h"
 #include "cli/CLIPresenter.h"
 #include "doubles/RecordingCompanion.h"
+#include "modules/EventTransmitterExtension.h"
 #include "modules/EventTransmitterManager.h"
 #include "modules/ModuleFiles.h"
 #include "platform/LineEnd.h"
@@ -57,26 +58,22 @@ TEST_F(ModuleTest, APresenterEnqueuesThroughTheLine) {
     companion.messages.jobsFiles[L"jobs.json"] = std::vector<EnqueueJobsInfo>(1);
     companion.messages.Add(L"result", JobEnqueueResult{{{L"a", 12}, {L"", 0}}, L"guid 1", {}});
     EventTransmitter* const engine = Get(L"engine:chain");
-    EventRecorder answering(
-        [engine](const std::wstring&) { engine->SendEventTo(engine->CurrentPeer(), L"EnqueueJobsFinish", L"result"); });
+    EventTransmitterExtension* const extension = manager.GetExtension(L"engine:chain");
+    ASSERT_NE(extension, nullptr);
+    EventRecorder answering([extension](const std::wstring&) {
+        extension->SendEventTo(extension->CurrentPeer(), L"EnqueueJobsFinish", L"result");
+    });
     engine->AddEventHandler(L"EnqueueJobs", &answering);
 
-    EventRecorder marker;
-    Get(L"chain")->AddEventHandler(L"marker", &marker);
     TurnedClock clock;
-    clock.onSleep = [&](int sleeps) {
-        answering.WaitFor(1);
-        engine->SendEvent(L"marker", L"");
-        marker.WaitFor(static_cast<std::size_t>(sleeps)); // behind the answer, on the same thread
-    };
     CLIPresenter presenter(L"chain", modulePath);
     presenter.EnqueueJobsFromFile(L"jobs.json", folder / L"out.txt");
 
     const std::string end(platform::lineEnd);
     EXPECT_EQ(ReadTextFile(folder / L"out.txt"), "12,Queued" + end + "-1,Failed" + end);
     EXPECT_EQ(answering.WaitFor(1), std::vector<std::wstring>{L"EnqueueJobs: guid 1"});
+    EXPECT_EQ(clock.SleepCount(), 0);
     presenter.LeaveEventTransmitter(Get(L"chain"));
-    Get(L"chain")->AddEventHandler(L"marker", nullptr);
     engine->AddEventHandler(L"EnqueueJobs", nullptr);
     ScriptedTransmitter keeper; // keeps the handler in reach that a presenter leaves behind
     presenter.SetEventTransmitter(&keeper);

@@ -41,7 +41,9 @@ private:
     std::wstring name;
 };
 
-FrontEnd::FrontEnd(const std::wstring& meetingPlace) : transmitter(TransmitterFromModule(L"client:" + meetingPlace)) {
+FrontEnd::FrontEnd(const std::wstring& meetingPlace)
+    : transmitter(TransmitterFromModule(L"client:" + meetingPlace)),
+      extension(ExtensionFromModule(L"client:" + meetingPlace)) {
     for (const wchar_t* const name : eventNames) {
         listeners.push_back(std::make_unique<Listener>(*this, name));
         transmitter->AddEventHandler(name, listeners.back().get());
@@ -56,7 +58,7 @@ FrontEnd::~FrontEnd() {
 
 std::wstring FrontEnd::Ask(const std::wstring& request, const std::wstring& content, const std::wstring& answer) {
     std::size_t position = CountEvents();
-    if (!transmitter->SendEvent(request, content)) {
+    if (!extension->PostEvent(request, content)) {
         throw std::runtime_error("no host takes " + platform::ToUtf8(request));
     }
     return AwaitEvent(answer, position);

@@ -2,6 +2,7 @@
 
 #include "modules/CallbackFunctor.h"
 #include "modules/EventTransmitter.h"
+#include "modules/EventTransmitterExtension.h"
 #include "records/JobRecords.h"
 
 #include <chrono>
@@ -64,6 +65,7 @@ private:
                                  std::size_t& from);
 
     EventTransmitter* transmitter;
+    EventTransmitterExtension* extension;
     std::vector<std::unique_ptr<Listener>> listeners;
     mutable std::mutex mutex;
     std::condition_variable changed;

@@ -8,36 +8,17 @@
 
 #include <gtest/gtest.h>
 
-#include "local_socket/ClientEnd.h"
-#include "local_socket/EngineEnd.h"
-#include "local_socket/support/MeetingPlaces.h"
-#include "local_socket/support/Recording.h"
+#include "local_socket/support/LineFixture.h"
 #include "support/Deadline.h"
 
 namespace {
 
 using local_socket::ClientEnd;
 using local_socket::EngineEnd;
-using local_socket::Limits;
-using local_socket::MakeLocalNetwork;
 
 using Payloads = std::vector<std::wstring>;
 
-/// Both ends over the system's own sockets or pipes, in one process.
-class LineTest : public testing::Test {
-protected:
-    std::unique_ptr<EngineEnd> Engine() {
-        return EngineEnd::Listen(place, MakeLocalNetwork(log.Function()), limits, log.Function());
-    }
-
-    std::unique_ptr<ClientEnd> Client() {
-        return std::make_unique<ClientEnd>(place, MakeLocalNetwork(log.Function()), limits, log.Function());
-    }
-
-    const std::string place = NewMeetingPlace();
-    Limits limits;
-    RecordingLog log;
-};
+class LineTest : public LineFixture {};
 
 /// Waits until the client has seen that the engine is gone.
 void WaitUntilDisconnected(const ClientEnd& client) {
@@ -109,7 +90,7 @@ TEST_F(LineTest, EventsArriveInOrder) {
     Payloads expected;
     for (int number = 0; number < count; ++number) {
         expected.push_back(std::to_wstring(number));
-        ASSERT_TRUE(client->SendEvent(L"Number", expected.back()));
+        ASSERT_TRUE(client->PostEvent(L"Number", expected.back()));
     }
     EXPECT_EQ(handler.payloads.WaitFor(count), expected);
     engine->AddEventHandler(L"Number", nullptr);
@@ -195,7 +176,7 @@ TEST_F(LineTest, WhatAFrontEndSentBeforeItWentArrives) {
     for (int number = 0; number < 20; ++number) {
         const auto client = Client();
         engine->SendEvent(L"UpdateProgress", L"not taken");
-        EXPECT_TRUE(client->SendEvent(L"Ask", L"bye"));
+        EXPECT_TRUE(client->PostEvent(L"Ask", L"bye"));
     }
     EXPECT_EQ(request.payloads.WaitFor(20), Payloads(20, L"bye"));
     engine->AddEventHandler(L"Ask", nullptr);
@@ -203,12 +184,12 @@ TEST_F(LineTest, WhatAFrontEndSentBeforeItWentArrives) {
 
 TEST_F(LineTest, APeerThatIsGoneGetsNoAnswer) {
     const auto engine = Engine();
-    std::promise<EventTransmitter::Peer> sender;
+    std::promise<EventTransmitterExtension::Peer> sender;
     RecordingHandler request([&](const std::wstring&) { sender.set_value(engine->CurrentPeer()); });
     engine->AddEventHandler(L"Ask", &request);
     auto client = Client();
     client->SendEvent(L"Ask", L"");
-    const EventTransmitter::Peer peer = sender.get_future().get();
+    const EventTransmitterExtension::Peer peer = sender.get_future().get();
     EXPECT_TRUE(engine->SendEventTo(peer, L"Answer", L""));
     client.reset();
     const auto end = std::chrono::steady_clock::now() + test_support::patience;
@@ -353,7 +334,7 @@ TEST_F(LineTest, AStoppedEndSendsNothing) {
 
 TEST_F(LineTest, AHandlerMaySendWhileItsEndIsDestroyed) {
     auto engine = Engine();
-    EventTransmitter& ending = *engine; // as handlers know it
+    EngineEnd& ending = *engine; // as handlers know it
     std::promise<void> started;
     std::promise<bool> sent;
     RecordingHandler request([&](const std::wstring&) {
@@ -368,7 +349,7 @@ TEST_F(LineTest, AHandlerMaySendWhileItsEndIsDestroyed) {
     });
     engine->AddEventHandler(L"Ask", &request);
     const auto client = Client();
-    client->SendEvent(L"Ask", L"");
+    client->PostEvent(L"Ask", L"");
     started.get_future().wait();
     engine.reset();
     EXPECT_FALSE(sent.get_future().get());
@@ -384,7 +365,7 @@ TEST_F(LineTest, StoppingDoesNotWaitForAHandlerForEver) {
     });
     engine->AddEventHandler(L"Ask", &request);
     const auto client = Client();
-    client->SendEvent(L"Ask", L"");
+    client->PostEvent(L"Ask", L"");
     started.get_future().wait();
     EXPECT_FALSE(engine->Stop(std::chrono::milliseconds(1)));
     release.set_value();

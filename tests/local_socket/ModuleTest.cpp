@@ -25,11 +25,13 @@ TEST(ModuleTest, RequestAndAnswerGoThroughTheLoadedModule) {
     EventTransmitter* const client = TransmitterFromModule(L"client:" + place);
     ASSERT_NE(engine, nullptr);
     ASSERT_NE(client, nullptr);
-    EXPECT_TRUE(engine->IsConnected());
-    EXPECT_TRUE(client->IsConnected());
+    EventTransmitterExtension* const atEngine = ExtensionFromModule(L"engine:" + place);
+    ASSERT_NE(atEngine, nullptr);
+    EXPECT_TRUE(atEngine->IsConnected());
+    EXPECT_TRUE(ExtensionFromModule(L"client:" + place)->IsConnected());
     RecordingHandler request([&](const std::wstring& payload) {
-        EXPECT_NE(engine->CurrentPeer(), 0u);
-        engine->SendEventTo(engine->CurrentPeer(), L"CheckJobStatusResponse", payload + L" is running");
+        EXPECT_NE(atEngine->CurrentPeer(), 0u);
+        atEngine->SendEventTo(atEngine->CurrentPeer(), L"CheckJobStatusResponse", payload + L" is running");
     });
     RecordingHandler response;
     RecordingHandler progress;
@@ -41,7 +43,7 @@ TEST(ModuleTest, RequestAndAnswerGoThroughTheLoadedModule) {
     EXPECT_EQ(response.payloads.WaitFor(1), Payloads{L"1 is running"});
     EXPECT_TRUE(engine->SendEvent(L"UpdateProgress", L"30"));
     EXPECT_EQ(progress.payloads.WaitFor(1), Payloads{L"30"});
-    EXPECT_EQ(engine->CurrentPeer(), 0u);
+    EXPECT_EQ(atEngine->CurrentPeer(), 0u);
 
     engine->AddEventHandler(L"CheckJobStatusRequest", nullptr);
     client->AddEventHandler(L"CheckJobStatusResponse", nullptr);

@@ -37,12 +37,14 @@ EchoHandler& Echoing(EventTransmitter* end) {
 struct Ends {
     EventTransmitter* engine;
     EventTransmitter* client;
+    EventTransmitterExtension* clientExtension;
 };
 
 Ends NewEnds() {
     const std::string name = NewMeetingPlace();
     const std::wstring place(name.begin(), name.end());
-    return {TransmitterFromModule(L"engine:" + place), TransmitterFromModule(L"client:" + place)};
+    return {TransmitterFromModule(L"engine:" + place), TransmitterFromModule(L"client:" + place),
+            ExtensionFromModule(L"client:" + place)};
 }
 
 void WaitForCalls(const EchoHandler& handler, int count) {
@@ -76,7 +78,7 @@ TEST(ProcessEndTest, WhileOtherThreadsSend) {
 
 TEST(ProcessEndTest, WithConnectionsThatAreSilent) {
     const Ends ends = NewEnds();
-    EXPECT_TRUE(ends.client->IsConnected());
+    EXPECT_TRUE(ends.clientExtension->IsConnected());
 }
 
 } // namespace

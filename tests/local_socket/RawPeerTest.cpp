@@ -136,9 +136,12 @@ TEST_F(RawPeerTest, TheLineIsSpokenAsDescribed) {
     RecordingHandler request([&](const std::wstring&) { engine->SendEventTo(engine->CurrentPeer(), L"Yes", L"{}"); });
     engine->AddEventHandler(L"Go", &request);
     RawPeer peer(place);
-    peer.Send("CCev\1\0\1\0\0\0\0\0\0\0\0\0CCev\1\0\2\0\2\0\0\0\1\0\0\0Go1"s);
+    peer.Send("CCev\2\0\1\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0"
+              "CCev\2\0\2\0\2\0\0\0\1\0\0\0\5\0\0\0\0\0\0\0Go1"s);
     EXPECT_EQ(request.payloads.WaitFor(1), Lines{L"1"});
-    const std::string answer = "CCev\1\0\1\0\0\0\0\0\0\0\0\0CCev\1\0\2\0\3\0\0\0\2\0\0\0Yes{}"s;
+    const std::string answer = "CCev\2\0\1\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0"
+                               "CCev\2\0\2\0\3\0\0\0\2\0\0\0\0\0\0\0\0\0\0\0Yes{}"
+                               "CCev\2\0\3\0\0\0\0\0\0\0\0\0\5\0\0\0\0\0\0\0"s;
     EXPECT_EQ(peer.Receive(answer.size()), answer);
     engine->AddEventHandler(L"Go", nullptr);
 }
@@ -156,7 +159,7 @@ TEST_F(RawPeerTest, APeerOfAnotherVersionIsToldOursAndClosed) {
     RawPeer peer(place);
     peer.Send("CCev\7\0\1\0\0\0\0\0\0\0\0\0"s);
     EXPECT_EQ(peer.ReceiveUntilClosed(), EncodeGreeting());
-    ExpectLogged(L"was dropped: it speaks version 7 of the protocol, this program version 1");
+    ExpectLogged(L"was dropped: it speaks version 7 of the protocol, this program version 2");
 }
 
 TEST_F(RawPeerTest, APeerThatSendsNothingIsClosed) {
@@ -187,17 +190,20 @@ TEST_F(RawPeerTest, APeerThatGoesInTheMiddleOfAnEventIsLogged) {
 TEST_F(RawPeerTest, APeerThatSendsAnEventOverTheLimitIsClosedBeforeItIsRead) {
     const auto engine = Engine();
     RawPeer peer(place);
-    peer.Send(EncodeGreeting() + "CCev\1\0\2\0\1\0\0\0\1\0\0\x10"s);
+    peer.Send(EncodeGreeting() + "CCev\2\0\2\0\1\0\0\0\1\0\0\x10\0\0\0\0\0\0\0\0"s);
     peer.ReceiveUntilClosed();
     ExpectLogged(L"was dropped: it sent an event over 268435456 bytes.");
 }
 
 TEST_F(RawPeerTest, APeerThatSendsBytesThatAreNoTextIsClosed) {
     const auto engine = Engine();
+    RecordingHandler request;
+    engine->AddEventHandler(L"A", &request);
     RawPeer peer(place);
-    peer.Send(EncodeGreeting() + "CCev\1\0\2\0\1\0\0\0\1\0\0\0A\xFF"s);
+    peer.Send(EncodeGreeting() + "CCev\2\0\2\0\1\0\0\0\1\0\0\0\0\0\0\0\0\0\0\0A\xFF"s);
     peer.ReceiveUntilClosed();
     ExpectLogged(L"was dropped: it sent bytes that are no text.");
+    engine->AddEventHandler(L"A", nullptr);
 }
 
 TEST_F(RawPeerTest, BadPeersDisturbNobody) {
@@ -225,10 +231,11 @@ TEST_F(RawPeerTest, AnEngineThatDoesNotGreetIsNoEngine) {
 }
 
 TEST_F(RawPeerTest, AnEngineOfAnotherVersionIsNoEngine) {
-    const RawPeer engine(place, "CCev\2\0\1\0\0\0\0\0\0\0\0\0"s);
+    const RawPeer engine(place, "CCev\1\0\1\0\0\0\0\0\0\0\0\0"s);
     const auto client = Client();
     EXPECT_FALSE(client->IsConnected());
-    ExpectLogged(L"The connection to the engine was closed: it speaks version 2 of the protocol");
+    ExpectLogged(
+        L"The connection to the engine was closed: it speaks version 1 of the protocol, this program version 2");
 }
 
 } // namespace

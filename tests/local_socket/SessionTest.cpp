@@ -12,10 +12,12 @@
 
 namespace {
 
+using local_socket::EncodeAcknowledgement;
 using local_socket::EncodeEvent;
 using local_socket::EncodeGreeting;
 using local_socket::Frame;
 using local_socket::Limits;
+using local_socket::Outcome;
 using local_socket::Sending;
 using local_socket::Session;
 using local_socket::SharedFrame;
@@ -27,6 +29,7 @@ Limits SmallLimits() {
     Limits limits;
     limits.greeting = 5s;
     limits.stall = 3s;
+    limits.acknowledgement = 20s;
     limits.outgoingBytes = 2000;
     limits.undeliveredBytes = 1000;
     return limits;
@@ -58,6 +61,20 @@ protected:
         Begin(Session::Role::Engine);
         peer.Receive(EncodeGreeting());
         peer.written.clear();
+    }
+
+    void BeginOpenFront() {
+        Begin(Session::Role::Front);
+        peer.Receive(EncodeGreeting());
+        peer.written.clear();
+        happened.clear();
+    }
+
+    Sending SendAwaited(local_socket::EventNumber number) {
+        return session->SendAwaited(Shared(*EncodeEvent(L"A", L"", number)), number, [this, number](Outcome outcome) {
+            static const std::wstring names[] = {L"acknowledged", L"peer gone", L"timed out"};
+            happened.push_back(std::to_wstring(number) + L" " + names[static_cast<std::size_t>(outcome)]);
+        });
     }
 
     void OnGreeted(Session&) override { happened.emplace_back(L"greeted"); }
@@ -167,9 +184,9 @@ TEST_F(SessionTest, GarbageIsClosed) {
 
 TEST_F(SessionTest, AFrontEndOfAnotherVersionIsToldTheEnginesBeforeItIsClosed) {
     Begin(Session::Role::Engine);
-    peer.Receive("CCev\2\0\1\0\0\0\0\0\0\0\0\0"s);
+    peer.Receive("CCev\1\0\1\0\0\0\0\0\0\0\0\0"s);
     EXPECT_EQ(peer.written, EncodeGreeting());
-    EXPECT_EQ(happened, Happened{L"closed: it speaks version 2 of the protocol, this program version 1; use programs "
+    EXPECT_EQ(happened, Happened{L"closed: it speaks version 1 of the protocol, this program version 2; use programs "
                                  L"of the same release"});
 }
 
@@ -246,6 +263,57 @@ TEST_F(SessionTest, TheTimeForTheRestOfAFrameBeginsWhenReadingGoesOn) {
     session->EventHandled(unhandled.at(0));
     network.Advance(3s);
     EXPECT_TRUE(session->IsClosed());
+}
+
+TEST_F(SessionTest, AnEventIsAcknowledgedByItsNumber) {
+    BeginOpenFront();
+    EXPECT_EQ(SendAwaited(1), Sending::Queued);
+    EXPECT_EQ(SendAwaited(2), Sending::Queued);
+    EXPECT_EQ(peer.written, *EncodeEvent(L"A", L"", 1) + *EncodeEvent(L"A", L"", 2));
+    peer.Receive(EncodeAcknowledgement(2));
+    EXPECT_EQ(happened, Happened{L"2 acknowledged"});
+    peer.Receive(EncodeAcknowledgement(1));
+    EXPECT_EQ(happened, (Happened{L"2 acknowledged", L"1 acknowledged"}));
+    network.Advance(24h);
+    EXPECT_EQ(happened.size(), 2u);
+}
+
+TEST_F(SessionTest, AnAnswerComesBeforeItsAcknowledgement) {
+    BeginOpenFront();
+    SendAwaited(1);
+    peer.Receive(Event(L"Answer") + EncodeAcknowledgement(1));
+    EXPECT_EQ(happened, (Happened{L"event Answer", L"1 acknowledged"}));
+}
+
+TEST_F(SessionTest, AnEngineThatDoesNotAcknowledgeIsWaitedForSoLongAndStaysConnected) {
+    BeginOpenFront();
+    SendAwaited(1);
+    network.Advance(15s);
+    SendAwaited(2);
+    network.Advance(4999ms);
+    EXPECT_EQ(happened, Happened{});
+    network.Advance(1ms);
+    EXPECT_EQ(happened, Happened{L"1 timed out"});
+    peer.Receive(EncodeAcknowledgement(1) + EncodeAcknowledgement(2));
+    EXPECT_EQ(happened, (Happened{L"1 timed out", L"2 acknowledged"}));
+    EXPECT_TRUE(session->IsOpen());
+}
+
+TEST_F(SessionTest, AnEngineThatGoesHasAcknowledgedNothingMore) {
+    BeginOpenFront();
+    SendAwaited(1);
+    SendAwaited(2);
+    peer.ReceiveEnd();
+    EXPECT_EQ(happened, (Happened{L"1 peer gone", L"2 peer gone", L"closed: "}));
+    EXPECT_EQ(SendAwaited(3), Sending::PeerGone);
+    network.Advance(24h);
+    EXPECT_EQ(happened.size(), 3u);
+}
+
+TEST_F(SessionTest, AFrontEndThatAcknowledgesIsClosed) {
+    BeginOpenEngine();
+    peer.Receive(EncodeAcknowledgement(1));
+    EXPECT_EQ(happened, (Happened{L"greeted", L"closed: it acknowledged an event, which only an engine does"}));
 }
 
 TEST_F(SessionTest, AClosedSessionSendsAndTellsNothing) {

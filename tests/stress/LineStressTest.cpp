@@ -23,7 +23,7 @@ std::wstring Name(const wchar_t* kind, std::uint32_t number) {
 /// Answers what it is given with the same, to whom it came from.
 class Echo final : public CallbackFunctor {
 public:
-    Echo(EventTransmitter& ownEnd, StreamCheck& streamCheck) : end(ownEnd), check(streamCheck) {}
+    Echo(in_process::Endpoint& ownEnd, StreamCheck& streamCheck) : end(ownEnd), check(streamCheck) {}
 
     bool operator()(const std::wstring& payload) override {
         check.Take(payload);
@@ -31,7 +31,7 @@ public:
     }
 
 private:
-    EventTransmitter& end;
+    in_process::Endpoint& end;
     StreamCheck& check;
 };
 
@@ -59,9 +59,9 @@ private:
     std::vector<std::unique_ptr<StreamCheck>> echoes;
     std::vector<std::unique_ptr<StreamCheck>> broadcasts;
     std::vector<std::unique_ptr<CheckingHandler>> handlers;
-    std::vector<EventTransmitter*> frontEnds;
+    std::vector<in_process::Endpoint*> frontEnds;
     in_process::Line line;
-    EventTransmitter& engine = *line.Engine();
+    in_process::Endpoint& engine = *line.Engine();
     Echo first{engine, atEngine};
     Echo second{engine, atEngine};
 };
@@ -80,7 +80,7 @@ LineRound::LineRound(Tally& operationTally) : tally(operationTally) {
 
 LineRound::~LineRound() {
     engine.AddEventHandler(L"number", nullptr);
-    for (EventTransmitter* frontEnd : frontEnds) {
+    for (in_process::Endpoint* frontEnd : frontEnds) {
         frontEnd->AddEventHandler(L"echo", nullptr);
         frontEnd->AddEventHandler(L"broadcast", nullptr);
     }
@@ -142,7 +142,7 @@ void LineRound::ChangeHandlers() {
 
 /// A front end that comes later, with a handler that comes and goes.
 void LineRound::JoinLate() {
-    EventTransmitter* const late = line.FrontEndCalled(L"late");
+    in_process::Endpoint* const late = line.FrontEndCalled(L"late");
     StreamCheck check(StreamCheck::Streams::BegunAnywhere);
     CheckingHandler handler(check);
     late->AddEventHandler(L"broadcast", &handler);
@@ -173,11 +173,11 @@ TEST(LineStressTest, ALineEndsWhileItsHandlersSend) {
     for (int turn = 0; turn < 200; ++turn) {
         StreamCheck check;
         auto line = std::make_unique<in_process::Line>();
-        EventTransmitter& engine = *line->Engine();
+        in_process::Endpoint& engine = *line->Engine();
         Echo echo(engine, check);
         engine.AddEventHandler(L"number", &echo);
         for (std::uint32_t number = 1; number <= 20; ++number) {
-            line->FrontEndCalled(L"one")->SendEvent(L"number", NumberedEvent{L"a", number}.Payload());
+            line->FrontEndCalled(L"one")->PostEvent(L"number", NumberedEvent{L"a", number}.Payload());
         }
         line.reset();
         EXPECT_EQ(check.Problems(), std::vector<std::string>());

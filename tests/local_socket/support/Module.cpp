@@ -1,5 +1,6 @@
 #include "local_socket/support/Module.h"
 
+#include <cstdint>
 #include <stdexcept>
 
 #include "platform/Directories.h"
@@ -8,18 +9,23 @@
 namespace {
 
 using GetEventTransmitter = EventTransmitter* (*)(const std::wstring&);
+using GetExtension = EventTransmitterExtension* (*)(const std::wstring&, std::uint32_t);
 
-GetEventTransmitter LoadExport() {
-    void* const module = platform::LoadModule(platform::ProgramFolder() + L"\\" LOCAL_SOCKET_MODULE);
+void* Export(const char* name) {
+    static void* const module = platform::LoadModule(platform::ProgramFolder() + L"\\" LOCAL_SOCKET_MODULE);
     if (module == nullptr) {
         throw std::runtime_error("the module cannot be loaded");
     }
-    return reinterpret_cast<GetEventTransmitter>(platform::FindExport(module, "GetEventTransmitter"));
+    return platform::FindExport(module, name);
 }
 
 } // namespace
 
 EventTransmitter* TransmitterFromModule(const std::wstring& id) {
-    static const GetEventTransmitter getEventTransmitter = LoadExport();
-    return getEventTransmitter(id);
+    return reinterpret_cast<GetEventTransmitter>(Export("GetEventTransmitter"))(id);
+}
+
+EventTransmitterExtension* ExtensionFromModule(const std::wstring& id) {
+    const auto getExtension = reinterpret_cast<GetExtension>(Export("GetEventTransmitterExtension"));
+    return getExtension(id, EventTransmitterExtension::version);
 }

@@ -3,6 +3,9 @@
 #include <string>
 
 #include "modules/EventTransmitter.h"
+#include "modules/EventTransmitterExtension.h"
 
 /// Asks the real module, loaded on first use, for a transmitter. Its sockets stand where `NewMeetingPlace` says.
 EventTransmitter* TransmitterFromModule(const std::wstring& id);
+/// Its extension.
+EventTransmitterExtension* ExtensionFromModule(const std::wstring& id);

@@ -1,0 +1,51 @@
+#include "controller_host/HostPlace.h"
+
+#include "controller_host/OtherHost.h"
+#include "modules/EventTransmitterDescription.h"
+#include "platform/FileSystem.h"
+#include "platform/NativePath.h"
+#include "platform/Sleep.h"
+#include "support/ControllerLogManager.h"
+
+namespace {
+
+using std::chrono::steady_clock;
+
+constexpr std::chrono::milliseconds interval{20};
+
+} // namespace
+
+platform::Error HostPlace::Take(const settings::Settings& settings, std::chrono::milliseconds patience) {
+    if (const platform::Error error = platform::EnsurePrivateFolders(platform::ParentFolder(settings.jobListFile))) {
+        return error;
+    }
+    const std::wstring lockFile = host_lock::FileFor(settings.jobListFile);
+    const auto deadline = steady_clock::now() + patience;
+    platform::Error error = lock.Take(lockFile);
+    while (error.kind == platform::ErrorKind::InUse && MayOtherHostBecomeReady(settings) &&
+           steady_clock::now() < deadline) {
+        platform::SleepFor(interval);
+        error = lock.Take(lockFile);
+    }
+    if (!error) {
+        holder = host_lock::OwnHolder();
+        holder.settingsFile = settings.file;
+        holder.eventTransmitter = settings.eventTransmitter;
+        holder.transmitterName = settings.transmitterName;
+        Write();
+    }
+    return error;
+}
+
+void HostPlace::SetReady() {
+    holder.isReady = true;
+    holder.place = DescribeEventTransmitter(holder.eventTransmitter, L"engine:" + holder.transmitterName).place;
+    Write();
+}
+
+/// On a full disk nobody is told who has the lock; it holds all the same.
+void HostPlace::Write() {
+    if (const platform::Error error = lock.Write(host_lock::Serialize(holder))) {
+        ControllerLogManager::WarnLog(L"The lock of the job list cannot say which process holds it: " + error.Text());
+    }
+}

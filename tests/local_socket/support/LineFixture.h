@@ -1,0 +1,29 @@
+#pragma once
+
+#include <memory>
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include "local_socket/ClientEnd.h"
+#include "local_socket/EngineEnd.h"
+#include "local_socket/support/MeetingPlaces.h"
+#include "local_socket/support/Recording.h"
+
+/// Both ends over the system's own sockets or pipes, in one process.
+class LineFixture : public testing::Test {
+protected:
+    std::unique_ptr<local_socket::EngineEnd> Engine() {
+        return local_socket::EngineEnd::Listen(place, local_socket::MakeLocalNetwork(log.Function()), limits,
+                                               log.Function());
+    }
+
+    std::unique_ptr<local_socket::ClientEnd> Client() {
+        return std::make_unique<local_socket::ClientEnd>(place, local_socket::MakeLocalNetwork(log.Function()), limits,
+                                                         log.Function());
+    }
+
+    const std::string place = NewMeetingPlace();
+    local_socket::Limits limits;
+    RecordingLog log;
+};

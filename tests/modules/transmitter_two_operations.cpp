@@ -1,0 +1,76 @@
+#include "local_socket/ClientEnd.h"
+#include "local_socket/EngineEnd.h"
+#include "local_socket/ProcessEnd.h"
+#include "local_socket/TransmitterId.h"
+#include "modules/EventTransmitter.h"
+#include "platform/Export.h"
+
+#include <chrono>
+#include <map>
+#include <memory>
+#include <mutex>
+#include <string>
+#include <utility>
+
+namespace {
+
+using local_socket::ClientEnd;
+using local_socket::EngineEnd;
+using local_socket::SocketTransmitter;
+
+std::unique_ptr<SocketTransmitter> MakeEnd(const local_socket::TransmitterId& id) {
+    const auto log = [](const std::wstring&) {};
+    if (id.end == local_socket::End::Engine) {
+        return EngineEnd::Listen(id.name, local_socket::MakeLocalNetwork(log), {}, log);
+    }
+    return std::make_unique<ClientEnd>(id.name, local_socket::MakeLocalNetwork(log), local_socket::Limits{}, log);
+}
+
+/// Has the two operations that a transmitter must have, and no other: whoever calls a third one calls nothing.
+class TwoOperations final : public EventTransmitter {
+public:
+    explicit TwoOperations(std::unique_ptr<SocketTransmitter> ownEnd) : end(std::move(ownEnd)) {}
+
+    void AddEventHandler(const std::wstring& eventName, CallbackFunctor* handler) override {
+        end->AddEventHandler(eventName, handler);
+    }
+    bool SendEvent(const std::wstring& eventName, const std::wstring& payload) override {
+        return end->SendEvent(eventName, payload);
+    }
+
+    void Stop() { (void)end->Stop(std::chrono::seconds(2)); }
+
+private:
+    std::unique_ptr<SocketTransmitter> end;
+};
+
+/// Never destroyed, as the module's threads may use them until the process ends.
+std::map<std::wstring, std::unique_ptr<TwoOperations>>& Transmitters() {
+    static auto& transmitters = *new std::map<std::wstring, std::unique_ptr<TwoOperations>>;
+    return transmitters;
+}
+
+void StopAll() {
+    for (const auto& [id, transmitter] : Transmitters()) {
+        transmitter->Stop();
+    }
+}
+
+} // namespace
+
+/// The ends of the local socket. There is no second export.
+extern "C" CONTROLLER_API EventTransmitter* GetEventTransmitter(const std::wstring& transmitterId) {
+    static std::mutex mutex;
+    static const bool isStopped = (Transmitters(), local_socket::CallAtProcessEnd(StopAll), true);
+    const std::lock_guard lock(mutex);
+    const auto found = Transmitters().find(transmitterId);
+    if (found != Transmitters().end()) {
+        return found->second.get();
+    }
+    const auto id = local_socket::ParseTransmitterId(transmitterId);
+    std::unique_ptr<SocketTransmitter> end = id && isStopped ? MakeEnd(*id) : nullptr;
+    if (!end) {
+        return nullptr;
+    }
+    return (Transmitters()[transmitterId] = std::make_unique<TwoOperations>(std::move(end))).get();
+}
