@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <mutex>
+#include <utility>
 
 namespace {
 
@@ -27,10 +28,13 @@ void MarkResponseFinished() {
 
 bool CLIPresenter::EnqueueJobsFinish(const JobEnqueueResult& result) {
     MarkResponseStarted();
+    bool isFirst = true;
     for (const JobIdInfo& job : result.jobIds) {
         seqIdById[job.id] = job.seqId;
-        // Once a job: each time the same entry is made anew.
-        AddEnqueueJobsId(result.requestId, result.jobIds);
+        // With each job the same entry would be made anew, which takes minutes for 100,000 jobs.
+        if (std::exchange(isFirst, false)) {
+            AddEnqueueJobsId(result.requestId, result.jobIds);
+        }
         ControllerLogManager::Log(L"Job: " + numbers::DecimalText(job.seqId) + L" is added.");
     }
     MarkResponseFinished();
