@@ -41,7 +41,7 @@ public:
     explicit Echo(StreamCheck& streamCheck) : check(streamCheck) {}
 
     /// Before it is given to an end.
-    void AnswerOver(EventTransmitter* ownEnd) { end = ownEnd; }
+    void AnswerOver(EngineEnd* ownEnd) { end = ownEnd; }
 
     bool operator()(const std::wstring& payload) override {
         check.Take(payload);
@@ -49,7 +49,7 @@ public:
     }
 
 private:
-    EventTransmitter* end = nullptr;
+    EngineEnd* end = nullptr;
     StreamCheck& check;
 };
 
