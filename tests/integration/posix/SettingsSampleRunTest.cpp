@@ -38,13 +38,13 @@ TEST_F(SettingsSampleRunTest, ARubyScenarioRunsWithIt) {
 }
 
 TEST_F(SettingsSampleRunTest, WithoutItsScenarioDirectoryTheScenariosAreNotJustNone) {
-    const Ending scenarios = Cli({L"--scenarios"});
-    EXPECT_EQ(scenarios.exitCode, 1);
-    EXPECT_NE(scenarios.output.find("controller_cli: The scenario directory " +
-                                    platform::ToUtf8(platform::ToNativeText(folder / L"scenarios")) +
-                                    " cannot be searched: No such file or directory.\n"),
+    const Ending list = Cli({L"--scenarios"});
+    EXPECT_EQ(list.exitCode, 1);
+    EXPECT_NE(list.output.find("controller_cli: The scenario directory " +
+                               platform::ToUtf8(platform::ToNativeText(folder / L"scenarios")) +
+                               " cannot be searched: No such file or directory.\n"),
               std::string::npos)
-        << scenarios.output;
+        << list.output;
 }
 
 } // namespace
