@@ -75,9 +75,10 @@ bool FrontEnd::SendEvent(const std::wstring& eventName, const std::wstring& payl
     if (DeliveryThread::IsCurrent()) {
         return PostEvent(eventName, payload);
     }
-    const auto acknowledged = std::make_shared<std::promise<bool>>();
+    auto acknowledged = std::make_shared<std::promise<bool>>();
     std::future<bool> outcome = acknowledged->get_future();
-    Give give = [this, kept = acknowledged] { deliveries.Post([kept] { kept->set_value(true); }); };
+    // Given away: when one of the ends goes, the promise is dropped unkept, which ends the wait.
+    Give give = [this, kept = std::move(acknowledged)] { deliveries.Post([kept] { kept->set_value(true); }); };
     return line.SendToEngine(Number(), eventName, payload, std::move(give)) &&
            event_delivery::WasAcknowledged(outcome, line.Timeout());
 }

@@ -23,9 +23,10 @@ bool ClientEnd::SendEvent(const std::wstring& eventName, const std::wstring& pay
     const EventNumber number = ++lastNumber;
     const SharedFrame frame = Encode(eventName, payload, number);
     const std::shared_ptr<Session> open = frame ? OpenOrConnect() : nullptr;
-    const auto acknowledged = std::make_shared<std::promise<bool>>();
+    auto acknowledged = std::make_shared<std::promise<bool>>();
     std::future<bool> outcome = acknowledged->get_future();
-    return open && SendOver(*open, frame, number, acknowledged) && event_delivery::WasAcknowledged(outcome);
+    // Given away: when this end stops, the promise is dropped unkept, which ends the wait.
+    return open && SendOver(*open, frame, number, std::move(acknowledged)) && event_delivery::WasAcknowledged(outcome);
 }
 
 bool ClientEnd::SendEventTo(Peer peer, const std::wstring& eventName, const std::wstring& payload) {
@@ -100,13 +101,13 @@ std::shared_ptr<Session> ClientEnd::Greet(std::unique_ptr<Channel> channel, std:
     return nullptr;
 }
 
-bool ClientEnd::SendOver(Session& open, const SharedFrame& frame, EventNumber number,
-                         const SharedPromise& acknowledged) {
+bool ClientEnd::SendOver(Session& open, const SharedFrame& frame, EventNumber number, SharedPromise acknowledged) {
     Sending sending = Sending::PeerGone;
     {
         const std::lock_guard<std::mutex> guard(network->Lock());
-        const auto settle = [this, acknowledged](Outcome outcome) { Settle(acknowledged, outcome); };
-        sending = acknowledged ? open.SendAwaited(frame, number, settle) : open.Send(frame);
+        const bool isAwaited = acknowledged != nullptr;
+        auto settle = [this, promise = std::move(acknowledged)](Outcome outcome) { Settle(promise, outcome); };
+        sending = isAwaited ? open.SendAwaited(frame, number, std::move(settle)) : open.Send(frame);
     }
     if (sending == Sending::QueueFull) {
         Log(L"An event is not sent: the engine does not take what was sent before.");

@@ -37,7 +37,7 @@ private:
     [[nodiscard]] std::shared_ptr<Session> Greet(std::unique_ptr<Channel> channel, std::wstring& problem);
     /// Where there is something to be waited for, `acknowledged` is kept once it is known what became of the event.
     [[nodiscard]] bool SendOver(Session& open, const SharedFrame& frame, EventNumber number,
-                                const SharedPromise& acknowledged);
+                                SharedPromise acknowledged);
     /// With the lock held.
     void Settle(const SharedPromise& acknowledged, Outcome outcome);
 

@@ -133,7 +133,7 @@ TEST_F(RunTest, ARefusedInputIsNamedAndTheOthersRun) {
 }
 
 TEST_F(RunTest, ARefusedScenarioIsNamed) {
-    AnswerWith({{}});
+    AnswerWith({});
     EXPECT_EQ(Run({L"--run", L"nothing.rb", a}), 1);
     EXPECT_EQ(console.errors, "controller_cli: The host has refused to run nothing.rb: it does not say why.\n");
     EXPECT_EQ(console.output, "");

@@ -114,6 +114,12 @@ TEST_F(HostEngineTest, WithoutAutomaticDeletionOldJobsStay) {
 /// Cancels the one job, which runs with its own work directory or with a link in its place.
 class HostEngineTest_Cancel : public HostEngineTest {
 protected:
+    HostEngineTest_Cancel() {
+        // The host's own jobs. Such a job takes no scripted process, and runs without one.
+        Restart();
+        answers = std::make_unique<RequestAnswers>(*engine, transmitter);
+    }
+
     std::wstring StartJob() {
         answers->Answer({7, L"EnqueueJobs", EnqueueRequest(1)});
         std::vector<JobStatusInfo> updated;
