@@ -10,8 +10,9 @@
 namespace platform {
 
 /// Makes standard output and error take UTF-8 and leave line ends alone, and a terminal obey escape sequences; what
-/// goes through std::wcout is escaped (`MakeWideOutputUtf8`). Where the program was started without one of them, writing
-/// to it fails, and no file that is opened later takes its place. Called once by main(), before anything is opened.
+/// goes through std::wcout is escaped (`MakeWideOutputUtf8`). Where the program was started without one of them,
+/// writing to it fails, and no file that is opened later takes its place. Called once by main(), before anything is
+/// opened.
 void PrepareConsole();
 
 /// True when standard output is a terminal that lines can be drawn over on: not with TERM=dumb, nor on Linux with an
