@@ -3,11 +3,14 @@
 #include <cstddef>
 
 const char hostUsage[] =
-    "Usage: controller_host [--background]\n"
+    "Usage: controller_host [--background | --status]\n"
     "\n"
     "Keeps the queue of jobs, runs them, and answers front ends such as controller_cli.\n"
     "\n"
     "  --background  detach from the terminal; returns once front ends can reach the host\n"
+    "  --status      says whether a host runs and for what jobs would fail; exit code 0 when one runs and all is "
+    "well,\n"
+    "                otherwise 1\n"
     "  --help        this text\n"
     "  --version     the version\n"
     "\n"
@@ -24,6 +27,8 @@ HostOptions ParseHostOptions(const std::vector<std::wstring>& arguments) {
             options.mode = Mode::Background;
         } else if (argument == L"--ready-event" && index + 1 < arguments.size()) {
             options.readyEvent = arguments[++index];
+        } else if (argument == L"--status") {
+            options.mode = Mode::Status;
         } else if (argument == L"--help") {
             return {.mode = Mode::Help};
         } else if (argument == L"--version") {

@@ -5,7 +5,7 @@
 
 /// What the command line of the host asks for.
 struct HostOptions {
-    enum class Mode { Foreground, Background, Help, Version, Wrong };
+    enum class Mode { Foreground, Background, Status, Help, Version, Wrong };
     Mode mode = Mode::Foreground;
     /// The argument that is wrong.
     std::wstring problem = {};

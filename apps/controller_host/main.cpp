@@ -1,8 +1,8 @@
-#include <string_view>
-
 #include "controller_host/Background.h"
 #include "controller_host/Host.h"
 #include "controller_host/HostOptions.h"
+#include "controller_host/Output.h"
+#include "controller_host/Status.h"
 #include "platform/Console.h"
 #include "platform/FileSizeLimit.h"
 #include "platform/Memory.h"
@@ -12,17 +12,6 @@
 #include "platform/Text.h"
 
 namespace {
-
-/// A reader that has seen enough (`| head`) is nothing to tell of.
-HostExit Print(std::string_view text) {
-    const platform::Error error = platform::WriteOutput(text);
-    if (!error || platform::IsReaderGone(error)) {
-        return error ? HostExit::ReaderGone : HostExit::Ended;
-    }
-    platform::WriteErrorOutput("controller_host: standard output cannot be written: " + platform::ToUtf8(error.Text()) +
-                               "\n");
-    return HostExit::WrongUse;
-}
 
 HostExit Run(const HostOptions& options) {
     switch (options.mode) {
@@ -34,6 +23,8 @@ HostExit Run(const HostOptions& options) {
         platform::WriteErrorOutput("controller_host: '" + platform::ToUtf8(platform::Escaped(options.problem)) +
                                    "' is no option.\n\n" + hostUsage);
         return HostExit::WrongUse;
+    case HostOptions::Mode::Status:
+        return PrintHostStatus();
     case HostOptions::Mode::Background:
         return StartHostInBackground();
     case HostOptions::Mode::Foreground:

@@ -12,6 +12,7 @@ TEST(HostOptionsTest, NothingIsTheForeground) {
 
 TEST(HostOptionsTest, EachOptionIsTaken) {
     EXPECT_EQ(ParseHostOptions({L"--background"}).mode, Mode::Background);
+    EXPECT_EQ(ParseHostOptions({L"--status"}).mode, Mode::Status);
     EXPECT_EQ(ParseHostOptions({L"--help"}).mode, Mode::Help);
     EXPECT_EQ(ParseHostOptions({L"--version"}).mode, Mode::Version);
     EXPECT_EQ(ParseHostOptions({L"--ready-event", L"17"}).readyEvent, L"17");

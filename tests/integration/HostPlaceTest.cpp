@@ -43,6 +43,20 @@ TEST_F(HostPlaceTest, TheLockSaysWhichProcessHasItAndWhereItListens) {
     EXPECT_TRUE(Contains(second.output, " UTC, at " + platform::ToUtf8(holder.place))) << second.output;
 }
 
+TEST_F(HostPlaceTest, TheStatusSaysWhetherAHostRunsAndForWhatJobsWouldFail) {
+    const auto none = test_support::RunToEnd(Host({L"--status"}));
+    EXPECT_EQ(none.exitCode, 1);
+    EXPECT_TRUE(none.output.starts_with("No host runs for the job list ")) << none.output;
+    StartHost();
+    const auto running = test_support::RunToEnd(Host({L"--status"}));
+    EXPECT_TRUE(Contains(running.output, ": " + ProcessOfHost() + ", since 20")) << running.output;
+    std::string text = UsualSettings("job_list.json");
+    WriteSettings(text.insert(text.find('{') + 1, R"("scenarioRunner":"missing",)"));
+    const auto broken = test_support::RunToEnd(Host({L"--status"}));
+    EXPECT_EQ(broken.exitCode, 1);
+    EXPECT_TRUE(Contains(broken.output, "warning: The program that runs scenarios, ")) << broken.output;
+}
+
 TEST_F(HostPlaceTest, AHostThatEndsLeavesNoLock) {
     StartHost();
     FrontEnd(meetingPlace).Terminate();

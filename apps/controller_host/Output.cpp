@@ -1,0 +1,15 @@
+#include "controller_host/Output.h"
+
+#include "platform/Console.h"
+#include "platform/Text.h"
+
+HostExit Print(std::string_view text) {
+    const platform::Error error = platform::WriteOutput(text);
+    // A reader that has seen enough (`| head`) is nothing to tell of.
+    if (!error || platform::IsReaderGone(error)) {
+        return error ? HostExit::ReaderGone : HostExit::Ended;
+    }
+    platform::WriteErrorOutput("controller_host: standard output cannot be written: " + platform::ToUtf8(error.Text()) +
+                               "\n");
+    return HostExit::WrongUse;
+}

@@ -1,0 +1,38 @@
+#include "controller_host/Status.h"
+
+#include "companion/HostLock.h"
+#include "companion/Settings.h"
+#include "controller_host/Output.h"
+#include "controller_host/StartChecks.h"
+#include "platform/Console.h"
+#include "platform/NativePath.h"
+#include "platform/OneLine.h"
+#include "platform/Text.h"
+
+namespace {
+
+std::string Line(const std::wstring& text) {
+    return platform::ToUtf8(platform::Escaped(text)) + "\n";
+}
+
+} // namespace
+
+HostExit PrintHostStatus() {
+    if (const std::wstring problem = settings::Problem(); !problem.empty()) {
+        platform::WriteErrorOutput("controller_host: " + Line(problem));
+        return HostExit::CouldNotRun;
+    }
+    const auto settings = settings::Current();
+    host_lock::Holder holder;
+    const bool isRunning = host_lock::FindHolder(settings->jobListFile, holder);
+    const std::wstring list = platform::ToNativeText(settings->jobListFile);
+    std::string text = isRunning ? Line(L"A host runs for the job list " + list + L": " +
+                                        (holder.process == 0 ? L"process unknown" : host_lock::Describe(holder)))
+                                 : Line(L"No host runs for the job list " + list);
+    const std::vector<std::wstring> problems = start_checks::Problems(*settings);
+    for (const std::wstring& problem : problems) {
+        text += "warning: " + Line(problem);
+    }
+    const HostExit printed = Print(text);
+    return printed == HostExit::Ended && (!isRunning || !problems.empty()) ? HostExit::CouldNotRun : printed;
+}
