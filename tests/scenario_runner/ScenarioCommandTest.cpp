@@ -93,7 +93,8 @@ TEST_F(ScenarioCommandTest, AScenarioApiThatIsNotThereIsNamedForRubyAlone) {
     EXPECT_EQ(command.apiProblem, L"");
     missing = {Absolute(L"\\api\\ruby\\controller_scenario.rb")};
     ASSERT_TRUE(Choose());
-    EXPECT_EQ(command.apiProblem, L"The scenario API for Ruby was not found: there is no file " + Native(missing[0]) +
+    EXPECT_EQ(command.apiProblem, L"The scenario API for Ruby was not found: there is no file " +
+                                      Native(L"\\api\\ruby\\controller_scenario.rb") +
                                       L"; name its folder as \"scenarioApiDirectory\" in " +
                                       Native(L"\\etc\\settings.json") + L".");
     settings.interpreters[L".py"] = {L"python3"};

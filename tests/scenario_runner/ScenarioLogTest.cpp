@@ -140,10 +140,3 @@ TEST_F(ScenarioLogTest, ALogThatStaysUnreadableStaysBounded) {
     log.Close();
     EXPECT_LE(Content().size(), limit + notice.size());
 }
-
-TEST_F(ScenarioLogTest, ALogThatWasRemovedBeginsAgain) {
-    AppendEach(1, 400);
-    ASSERT_FALSE(platform::RemoveFile(path));
-    AppendEach(401, 410);
-    EXPECT_EQ(Content(), notice + Lines(401, 410));
-}

@@ -21,7 +21,8 @@ Error StartProcess(const ProcessStart& start, void* errorOutput, OwnedHandle& pr
 
 OwnedHandle OpenOwnProcess() {
     HANDLE handle = nullptr;
-    DuplicateHandle(GetCurrentProcess(), GetCurrentProcess(), GetCurrentProcess(), &handle, SYNCHRONIZE, TRUE, 0);
+    DuplicateHandle(GetCurrentProcess(), GetCurrentProcess(), GetCurrentProcess(), &handle,
+                    SYNCHRONIZE | PROCESS_QUERY_LIMITED_INFORMATION, TRUE, 0);
     return OwnedHandle(handle);
 }
 

@@ -22,3 +22,16 @@ TEST(ScenarioLogLinkTest, ALinkThatAScenarioPutsInPlaceOfItsLogIsNotWrittenThrou
     log.Close();
     EXPECT_EQ(ReadTextFile(folder / L"precious"), "content");
 }
+
+/// On Windows the name of an open file stays until it is closed.
+TEST(ScenarioLogLinkTest, ALogThatWasRemovedBeginsAgain) {
+    const TemporaryFolder folder;
+    const std::wstring path = folder / L"scenario.log";
+    scenario_runner::ScenarioLog log(path, 1024);
+    ASSERT_FALSE(log.Open());
+    log.Append(std::string(1000, 'a') + "\n");
+    ASSERT_FALSE(platform::RemoveFile(path));
+    log.Append(std::string(1000, 'b') + "\n");
+    log.Append(std::string(100, 'c') + "\n");
+    EXPECT_EQ(ReadTextFile(path), "[Earlier output was cut; only the end is kept.]\n" + std::string(100, 'c') + "\n");
+}
