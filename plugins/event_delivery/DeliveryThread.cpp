@@ -1,11 +1,40 @@
 #include "event_delivery/DeliveryThread.h"
 
+#include <memory>
+#include <set>
 #include <utility>
 
 namespace event_delivery {
 namespace {
 
-thread_local bool isDeliveryThread = false;
+/// The threads of all objects that run. Not thread-local: in a library that is loaded while the program runs, storage
+/// of that kind makes the leak checker fail at the end of the process. Never destroyed, as threads may outlive main().
+class RunningThreads {
+public:
+    void Add() {
+        const std::lock_guard<std::mutex> guard(lock);
+        ids.insert(std::this_thread::get_id());
+    }
+
+    void Remove() {
+        const std::lock_guard<std::mutex> guard(lock);
+        ids.erase(std::this_thread::get_id());
+    }
+
+    bool HasCurrent() {
+        const std::lock_guard<std::mutex> guard(lock);
+        return ids.contains(std::this_thread::get_id());
+    }
+
+private:
+    std::mutex lock;
+    std::set<std::thread::id> ids;
+};
+
+RunningThreads& TheRunningThreads() {
+    static RunningThreads& threads = *std::make_unique<RunningThreads>().release();
+    return threads;
+}
 
 } // namespace
 
@@ -26,7 +55,7 @@ void DeliveryThread::End() {
 }
 
 bool DeliveryThread::IsCurrent() {
-    return isDeliveryThread;
+    return TheRunningThreads().HasCurrent();
 }
 
 void DeliveryThread::Pause() {
@@ -70,10 +99,11 @@ bool DeliveryThread::Stop(std::chrono::milliseconds patience) {
 }
 
 void DeliveryThread::Run() {
-    isDeliveryThread = true;
+    TheRunningThreads().Add();
     while (const Work work = Next()) {
         work();
     }
+    TheRunningThreads().Remove();
     const std::lock_guard<std::mutex> guard(lock);
     ended = true;
     changed.notify_all();

@@ -195,10 +195,12 @@ TEST_F(ControllerPresenterAbsTest, ACopySharesTheHandlersWhichStayBoundToTheFirs
 
 TEST_F(ControllerPresenterAbsTest, AnAssignedPresenterSharesTheHandlersOfTheOther) {
     RecordingPresenter other;
+    const HandlersOf others(other);
     CopyWithoutEnd assigned(other);
     *assigned = *presenter;
     HandlersOf shared(*assigned);
     EXPECT_EQ(shared.handlers, HandlersOf(*presenter).handlers);
+    EXPECT_NE(shared.handlers, others.handlers);
     EXPECT_TRUE(shared.transmitter.Deliver(L"TerminateResponse", L""));
     EXPECT_EQ(presenter->answers, Texts{L"TerminateResponse"});
 }

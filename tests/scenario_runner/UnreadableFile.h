@@ -6,12 +6,13 @@
 /// While it lives, this process cannot open a file for reading; whoever has it open goes on.
 class UnreadableFile {
 public:
-    explicit UnreadableFile(const std::wstring& path);
+    explicit UnreadableFile(const std::wstring& filePath);
     ~UnreadableFile();
     UnreadableFile(const UnreadableFile&) = delete;
     UnreadableFile& operator=(const UnreadableFile&) = delete;
 
 private:
-    /// What has to be put back or closed at the end.
-    std::uintptr_t held;
+    const std::wstring path;
+    /// What has to be closed at the end.
+    std::uintptr_t held = 0;
 };

@@ -1,23 +1,29 @@
 #include "scenario_runner/UnreadableFile.h"
 
-#include <sys/resource.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cstdio>
+
+#include "platform/NativePath.h"
+#include "platform/Text.h"
 
 namespace {
 
-rlim_t ExchangeOpenFileLimit(rlim_t limit) {
-    rlimit current = {};
-    getrlimit(RLIMIT_NOFILE, &current);
-    const rlim_t previous = current.rlim_cur;
-    current.rlim_cur = limit;
-    setrlimit(RLIMIT_NOFILE, &current);
-    return previous;
+std::string NativePath(const std::wstring& path) {
+    return platform::ToUtf8(platform::ToNativeText(path));
 }
 
 } // namespace
 
-// Permissions say nothing to the superuser: so nothing at all can be opened.
-UnreadableFile::UnreadableFile(const std::wstring&) : held(ExchangeOpenFileLimit(0)) {}
+// Permissions say nothing to the superuser: so a directory stands in the file's place meanwhile. Whoever has the file
+// open goes on writing to it.
+UnreadableFile::UnreadableFile(const std::wstring& filePath) : path(filePath) {
+    std::rename(NativePath(path).c_str(), NativePath(path + L".hidden").c_str());
+    ::mkdir(NativePath(path).c_str(), 0700);
+}
 
 UnreadableFile::~UnreadableFile() {
-    ExchangeOpenFileLimit(held);
+    ::rmdir(NativePath(path).c_str());
+    std::rename(NativePath(path + L".hidden").c_str(), NativePath(path).c_str());
 }
