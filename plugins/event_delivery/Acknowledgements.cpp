@@ -41,16 +41,4 @@ Acknowledgements::Give Acknowledgements::TakeCurrent() {
     return std::exchange(current, {});
 }
 
-bool WasAcknowledged(std::future<bool>& outcome) {
-    try {
-        return outcome.get();
-    } catch (const std::future_error&) {
-        return false;
-    }
-}
-
-bool WasAcknowledged(std::future<bool>& outcome, std::chrono::milliseconds longest) {
-    return outcome.wait_for(longest) == std::future_status::ready && WasAcknowledged(outcome);
-}
-
 } // namespace event_delivery

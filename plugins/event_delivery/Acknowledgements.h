@@ -1,8 +1,6 @@
 #pragma once
 
-#include <chrono>
 #include <functional>
-#include <future>
 #include <map>
 #include <mutex>
 #include <thread>
@@ -39,11 +37,5 @@ private:
     Id last = 0;
     std::map<Id, Give> deferred;
 };
-
-/// What a sender waits for: true once it is acknowledged. An end that lets go of the promise without keeping it has not
-/// acknowledged.
-[[nodiscard]] bool WasAcknowledged(std::future<bool>& outcome);
-/// The same; false also when `longest` is over.
-[[nodiscard]] bool WasAcknowledged(std::future<bool>& outcome, std::chrono::milliseconds longest);
 
 } // namespace event_delivery

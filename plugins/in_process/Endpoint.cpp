@@ -1,8 +1,8 @@
 #include "in_process/Endpoint.h"
 
+#include "event_delivery/Promise.h"
 #include "in_process/Line.h"
 
-#include <future>
 #include <memory>
 #include <utility>
 
@@ -75,12 +75,11 @@ bool FrontEnd::SendEvent(const std::wstring& eventName, const std::wstring& payl
     if (DeliveryThread::IsCurrent()) {
         return PostEvent(eventName, payload);
     }
-    auto acknowledged = std::make_shared<std::promise<bool>>();
-    std::future<bool> outcome = acknowledged->get_future();
+    auto acknowledged = std::make_shared<event_delivery::Promise>();
+    event_delivery::Future outcome = acknowledged->GetFuture();
     // Given away: when one of the ends goes, the promise is dropped unkept, which ends the wait.
-    Give give = [this, kept = std::move(acknowledged)] { deliveries.Post([kept] { kept->set_value(true); }); };
-    return line.SendToEngine(Number(), eventName, payload, std::move(give)) &&
-           event_delivery::WasAcknowledged(outcome, line.Timeout());
+    Give give = [this, kept = std::move(acknowledged)] { deliveries.Post([kept] { kept->Set(true); }); };
+    return line.SendToEngine(Number(), eventName, payload, std::move(give)) && outcome.Get(line.Timeout());
 }
 
 bool FrontEnd::SendEventTo(Peer peer, const std::wstring& eventName, const std::wstring& payload) {

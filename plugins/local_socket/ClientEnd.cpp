@@ -23,10 +23,10 @@ bool ClientEnd::SendEvent(const std::wstring& eventName, const std::wstring& pay
     const EventNumber number = ++lastNumber;
     const SharedFrame frame = Encode(eventName, payload, number);
     const std::shared_ptr<Session> open = frame ? OpenOrConnect() : nullptr;
-    auto acknowledged = std::make_shared<std::promise<bool>>();
-    std::future<bool> outcome = acknowledged->get_future();
+    auto acknowledged = std::make_shared<event_delivery::Promise>();
+    event_delivery::Future outcome = acknowledged->GetFuture();
     // Given away: when this end stops, the promise is dropped unkept, which ends the wait.
-    return open && SendOver(*open, frame, number, std::move(acknowledged)) && event_delivery::WasAcknowledged(outcome);
+    return open && SendOver(*open, frame, number, std::move(acknowledged)) && outcome.Get();
 }
 
 bool ClientEnd::SendEventTo(Peer peer, const std::wstring& eventName, const std::wstring& payload) {
@@ -121,9 +121,9 @@ void ClientEnd::Settle(const SharedPromise& acknowledged, Outcome outcome) {
     if (outcome == Outcome::TimedOut) {
         Log(L"The engine has not acknowledged an event within " + std::to_wstring(limits.acknowledgement.count()) +
             L" ms.");
-        acknowledged->set_value(false);
+        acknowledged->Set(false);
     } else {
-        Post([acknowledged, outcome] { acknowledged->set_value(outcome == Outcome::Acknowledged); });
+        Post([acknowledged, outcome] { acknowledged->Set(outcome == Outcome::Acknowledged); });
     }
 }
 

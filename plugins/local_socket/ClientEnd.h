@@ -2,11 +2,11 @@
 
 #include <atomic>
 #include <condition_variable>
-#include <future>
 #include <memory>
 #include <mutex>
 #include <string>
 
+#include "event_delivery/Promise.h"
 #include "local_socket/SocketTransmitter.h"
 
 namespace local_socket {
@@ -26,7 +26,7 @@ public:
     bool IsConnected() const override;
 
 private:
-    using SharedPromise = std::shared_ptr<std::promise<bool>>;
+    using SharedPromise = std::shared_ptr<event_delivery::Promise>;
 
     /// The open session; else a new one, once both ends have greeted. Null when there is no engine; `problem` says why,
     /// and is empty when simply nobody listens.
