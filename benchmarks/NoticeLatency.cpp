@@ -5,6 +5,7 @@
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
+#include <stdexcept>
 #include <thread>
 
 #include "Workplace.h"
@@ -42,7 +43,10 @@ private:
 /// From the end of the process until everybody is told, which follows the writing of the list.
 double SecondsUntilTold(ObservedEngine& engine, LineDouble& line, int number) {
     engine.AddRunningJob(number);
-    line.Deliver(1, L"InitCultureRequest", L""); // wakes the loop, which then waits for the new process too
+    // Wakes the loop, which then waits for the new process too.
+    if (!line.Deliver(1, L"InitCultureRequest", L"")) {
+        throw std::runtime_error("the host takes no requests");
+    }
     line.WaitFor(L"InitCultureResponse");
     const auto start = Clock::now();
     engine.FinishProcess();
@@ -64,8 +68,9 @@ int main(int argc, char** argv) {
     const FunctionManager functions({});
     ObservedEngine engine(&functions);
     LineDouble line;
-    RequestAnswers answers(engine, line);
-    RequestInbox inbox(line, RequestAnswers::Names());
+    EngineTransmitter transmitter(line, &line);
+    RequestAnswers answers(engine, transmitter);
+    RequestInbox inbox(transmitter, RequestAnswers::Names());
     platform::Event stop;
     std::thread loop([&] { HostLoop(engine, inbox, answers, stop.Handle()).Run(std::chrono::milliseconds(0)); });
     std::vector<double> seconds;

@@ -31,7 +31,7 @@ bool LineDouble::Connect(std::wstring& /*problem*/) {
 }
 
 void LineDouble::Acknowledge(Acknowledgement acknowledgement) {
-    Keep({0, acknowledged, std::to_wstring(acknowledgement)});
+    (void)Keep({0, acknowledged, std::to_wstring(acknowledgement)});
 }
 
 std::vector<std::wstring> LineDouble::SentNames() {
