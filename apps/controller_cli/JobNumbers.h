@@ -12,6 +12,6 @@ namespace controller_cli {
 /// and names that are blank are left out. A number stays, whether there is such a job or not. The host is asked for its
 /// list of jobs only where a name may be an id. Throws `CommandFailure` for a name that is neither, and as
 /// `HostSession` does.
-std::vector<std::wstring> JobNumbers(CommandContext& context, Start start, const std::vector<std::wstring>& names);
+std::vector<std::wstring> JobNumbers(CommandContext& context, Start start, const std::vector<std::wstring>& typed);
 
 } // namespace controller_cli

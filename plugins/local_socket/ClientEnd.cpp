@@ -90,7 +90,7 @@ std::shared_ptr<Session> ClientEnd::Greet(std::unique_ptr<Channel> channel, std:
         return nullptr;
     }
     session = MakeSession(Session::Role::Front, std::move(channel));
-    const std::shared_ptr<Session> fresh = session;
+    std::shared_ptr<Session> fresh = session;
     fresh->Start();
     // The session's own deadline ends this.
     sessionChanged.wait(guard, [&fresh] { return fresh->IsOpen() || fresh->IsClosed(); });
