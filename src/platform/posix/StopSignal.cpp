@@ -4,6 +4,7 @@
 #include <atomic>
 #include <cerrno>
 #include <csignal>
+#include <thread>
 
 namespace platform {
 namespace {
@@ -12,13 +13,17 @@ constexpr std::array stopSignals = {SIGINT, SIGTERM, SIGHUP};
 
 /// A signal handler is told nothing but the signal's number.
 std::atomic<Event*> raisedBySignals = nullptr;
-static_assert(std::atomic<Event*>::is_always_lock_free);
+/// A signal may be handled on any thread while the event goes.
+std::atomic<int> handlersRunning = 0;
+static_assert(std::atomic<Event*>::is_always_lock_free && std::atomic<int>::is_always_lock_free);
 
 extern "C" void OnStopSignal(int) {
     const int interruptedError = errno;
+    ++handlersRunning;
     if (Event* const event = raisedBySignals.load()) {
         event->Raise();
     }
+    --handlersRunning;
     errno = interruptedError;
 }
 
@@ -41,6 +46,9 @@ StopSignal::StopSignal() {
 StopSignal::~StopSignal() {
     SetHandlers(SIG_DFL);
     raisedBySignals = nullptr;
+    while (handlersRunning != 0) {
+        std::this_thread::yield();
+    }
 }
 
 } // namespace platform
