@@ -8,16 +8,28 @@ function(controller_compile_as_test target)
   target_precompile_headers(${target} REUSE_FROM controller_test_headers)
 endfunction()
 
-# controller_add_tests(NAME SOURCES FooTest.cpp ... [SUPPORT helper.cpp ...] [LIBRARIES target ...] [PROCESS_PER_TEST])
+# Builds the programs of all unit tests.
+add_custom_target(unit_tests)
+
+# controller_add_tests(NAME [KIND unit|process|system] SOURCES FooTest.cpp ... [SUPPORT helper.cpp ...]
+#                      [LIBRARIES target ...] [PROCESS_PER_TEST])
 #
+# KIND becomes a label of the program's tests: unit (the default: one process, no program of the product), process (one
+# part of the product with processes that it starts) or system (host, runner and front ends as they are installed).
 # One program, one ctest entry for each test file: the file FooTest.cpp holds the suites FooTest, or whose names begin with "FooTest_".
 # A file whose suites are named otherwise fails, because its entry runs no test. With PROCESS_PER_TEST each
 # TEST() of the files gets an entry and so a process of its own: for what a process does once.
 function(controller_add_tests name)
-  cmake_parse_arguments(PARSE_ARGV 1 tests "PROCESS_PER_TEST" "" "SOURCES;SUPPORT;LIBRARIES")
+  cmake_parse_arguments(PARSE_ARGV 1 tests "PROCESS_PER_TEST" "KIND" "SOURCES;SUPPORT;LIBRARIES")
+  if(NOT tests_KIND)
+    set(tests_KIND unit)
+  endif()
   add_executable(${name} ${tests_SOURCES} ${tests_SUPPORT})
   target_link_libraries(${name} PRIVATE controller_flags controller_test_main ${tests_LIBRARIES})
   controller_compile_as_test(${name})
+  if(tests_KIND STREQUAL "unit")
+    add_dependencies(unit_tests ${name})
+  endif()
   foreach(source IN LISTS tests_SOURCES)
     get_filename_component(suite "${source}" NAME_WE)
     if(tests_PROCESS_PER_TEST)
@@ -26,11 +38,11 @@ function(controller_add_tests name)
       foreach(heading IN LISTS headings)
         string(REGEX REPLACE "^TEST(_F)?\\(([A-Za-z0-9_]+), *([A-Za-z0-9_]+)\\).*" "\\2.\\3" test "${heading}")
         add_test(NAME ${name}.${test} COMMAND ${name} --gtest_filter=${test})
-        set_property(TEST ${name}.${test} PROPERTY LABELS ${name})
+        set_property(TEST ${name}.${test} PROPERTY LABELS "${tests_KIND};${name}")
       endforeach()
     else()
       add_test(NAME ${name}.${suite} COMMAND ${name} --gtest_filter=${suite}.*:${suite}_*:*/${suite}.*:*/${suite}_*)
-      set_property(TEST ${name}.${suite} PROPERTY LABELS ${name})
+      set_property(TEST ${name}.${suite} PROPERTY LABELS "${tests_KIND};${name}")
     endif()
     get_filename_component(source_path "${source}" ABSOLUTE)
     set_property(GLOBAL APPEND PROPERTY controller_registered_test_files "${source_path}")

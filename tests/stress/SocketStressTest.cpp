@@ -31,6 +31,7 @@ Limits PatientLimits() {
     Limits limits;
     limits.greeting = std::chrono::minutes(4);
     limits.stall = std::chrono::minutes(4);
+    limits.acknowledgement = std::chrono::minutes(4);
     limits.outgoingBytes = std::size_t{1} << 30;
     return limits;
 }
@@ -117,7 +118,7 @@ std::unique_ptr<ClientEnd> SocketRound::Client() {
 
 void SocketRound::Run() {
     Crew engineSide;
-    engineSide.AddEndless([this] { TellAll(); });
+    engineSide.AddEndless([this] { told < atEngine.Count() ? TellAll() : std::this_thread::yield(); });
     engineSide.AddEndless([this] { ChangeHandlers(); });
     Crew frontEnds;
     for (std::uint32_t frontEnd = 0; frontEnd < frontEndCount; ++frontEnd) {
@@ -229,7 +230,7 @@ void SocketRound::Send(ClientEnd& client, const std::wstring& stream) {
     tally.Add("events to the engine", eventsEach);
 }
 
-/// Broadcasts are small: a front end takes them more slowly than the engine sends them.
+/// As many as there are events: an acknowledgement waits behind every broadcast that a front end has not taken yet.
 void SocketRound::TellAll() {
     ++told;
     const std::uint32_t number = told;
