@@ -5,6 +5,10 @@ function(controller_precompile_headers target)
   if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU")
     # -fpch-preprocess is for ccache.
     target_compile_options(${target} PRIVATE -fpch-preprocess)
+    if(WIN32)
+      # GCC 12 no longer sees that the inline functions of mingw's wchar.h are the system's, and warns of its own guesses.
+      target_compile_options(${target} PRIVATE -Wno-array-bounds)
+    endif()
     target_precompile_headers(${target} REUSE_FROM controller_standard_headers)
   endif()
 endfunction()

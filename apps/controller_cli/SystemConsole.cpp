@@ -29,7 +29,7 @@ bool SystemConsole::IsTerminal() const {
 }
 
 bool SystemConsole::HasColours() const {
-    return IsTerminal() && platform::GetEnvironment(L"NO_COLOR").value_or(L"").empty();
+    return IsTerminal() && platform::GetEnvironment(L"NO_COLOR").value_or(std::wstring()).empty();
 }
 
 std::size_t SystemConsole::Width() const {

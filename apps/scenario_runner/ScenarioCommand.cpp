@@ -139,7 +139,7 @@ private:
     std::wstring RubyPath() const {
         const std::wstring api =
             platform::ToNativeText(platform::ResolveAgainst(settings.scenarioApiDirectory, rubyApiFolder));
-        const std::wstring others = surroundings.getEnvironment(rubyPathVariable).value_or(L"");
+        const std::wstring others = surroundings.getEnvironment(rubyPathVariable).value_or(std::wstring());
         return others.empty() ? api : api + platform::pathListSeparator + others;
     }
 

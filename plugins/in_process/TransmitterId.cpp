@@ -28,7 +28,7 @@ std::optional<TransmitterId> ParseTransmitterId(const std::wstring& text) {
     if ((!isEngine && end != L"client") || (isEngine && frontEnd) || line->empty()) {
         return std::nullopt;
     }
-    return TransmitterId{isEngine, *line, frontEnd.value_or(L"")};
+    return TransmitterId{isEngine, *line, frontEnd.value_or(std::wstring())};
 }
 
 } // namespace in_process

@@ -63,7 +63,7 @@ bool Parse(std::wstring_view json, ProcessAnswer& answer, std::wstring& problem)
 
 bool TakeProcess(const ProcessAnswer& answer, platform::OwnedHandle& process, std::wstring& problem) {
     return answer.id ? OpenById(*answer.id, process, problem)
-                     : TakeHandle(answer.handle.value_or(L""), process, problem);
+                     : TakeHandle(answer.handle.value_or(std::wstring()), process, problem);
 }
 
 } // namespace process_answer

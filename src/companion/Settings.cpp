@@ -23,7 +23,7 @@ struct Place {
 };
 
 Place DefaultPlace() {
-    const std::wstring named = platform::GetEnvironment(L"CONTROLLER_SETTINGS_FILE").value_or(L"");
+    const std::wstring named = platform::GetEnvironment(L"CONTROLLER_SETTINGS_FILE").value_or(std::wstring());
     if (!named.empty()) {
         return {platform::ResolveAgainst(platform::CurrentFolder(), named), true};
     }

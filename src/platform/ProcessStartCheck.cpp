@@ -14,7 +14,7 @@ bool IsCut(const std::wstring& text) {
 
 bool IsVariableRefused(const std::pair<std::wstring, std::optional<std::wstring>>& variable) {
     const auto& [name, value] = variable;
-    return name.empty() || IsCut(name) || name.find(L'=') != std::wstring::npos || IsCut(value.value_or(L""));
+    return name.empty() || IsCut(name) || name.find(L'=') != std::wstring::npos || IsCut(value.value_or(std::wstring()));
 }
 
 bool HasRefusedText(const ProcessStart& start) {
@@ -38,7 +38,7 @@ Error CheckProcessStart(const ProcessStart& start, std::wstring& program) {
     }
     if (start.searchPath && FileName(start.program) == start.program) {
         const std::optional<std::wstring> found = FindProgram(start.program);
-        program = found.value_or(L"");
+        program = found.value_or(std::wstring());
         return found ? Error{} : Error{ErrorKind::NotFound};
     }
     program = start.program;

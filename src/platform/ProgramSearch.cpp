@@ -9,7 +9,7 @@ namespace platform {
 namespace {
 
 std::vector<std::wstring> SearchFolders() {
-    const std::wstring list = GetEnvironment(L"PATH").value_or(L"");
+    const std::wstring list = GetEnvironment(L"PATH").value_or(std::wstring());
     std::vector<std::wstring> folders;
     for (std::size_t begin = 0; begin <= list.size();) {
         const std::size_t end = std::min(list.find(pathListSeparator, begin), list.size());

@@ -16,7 +16,7 @@ namespace {
 constexpr long switchedOff = std::numeric_limits<long>::min();
 
 long LevelFromEnvironment() {
-    return numbers::ReadInteger(platform::GetEnvironment(L"QRVDBG").value_or(L""));
+    return numbers::ReadInteger(platform::GetEnvironment(L"QRVDBG").value_or(std::wstring()));
 }
 
 /// Narrow text in the current locale; empty when it is not valid there. Ends at the first zero byte.

@@ -37,6 +37,7 @@ TEST_F(DamagedListTest, EveryCommandSaysSoUntilTheFileIsDealtWith) {
 
 TEST_F(DamagedListTest, LetterCommandsAndCommandsThatFailSaySoToo) {
     Damage();
+    host.answers[L"CheckJobStatusRequest"] = {L"CheckJobStatusResponse", LR"({"CheckJobStatusResponse":[]})"};
     Run({L"-s", L"1", L"-f"});
     EXPECT_EQ(console.errors.find(Notice()), 0U) << console.errors;
     console.errors.clear();

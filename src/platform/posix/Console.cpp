@@ -94,7 +94,7 @@ void PrepareConsole() {
 }
 
 bool IsOutputTerminal() {
-    const std::wstring kind = GetEnvironment(L"TERM").value_or(L"");
+    const std::wstring kind = GetEnvironment(L"TERM").value_or(std::wstring());
     return isatty(STDOUT_FILENO) == 1 && !kind.empty() && kind != L"dumb";
 }
 

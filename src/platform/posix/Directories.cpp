@@ -16,7 +16,7 @@ namespace {
 
 /// The value of a variable when it is an absolute path: the rules of XDG ignore anything else.
 std::wstring FolderFromEnvironment(const std::wstring& name) {
-    const std::wstring value = GetEnvironment(name).value_or(L"");
+    const std::wstring value = GetEnvironment(name).value_or(std::wstring());
     return IsAbsolute(value) ? ResolveAgainst({}, value) : std::wstring();
 }
 

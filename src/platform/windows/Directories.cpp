@@ -20,7 +20,7 @@ std::wstring KnownFolder(const KNOWNFOLDERID& id) {
 
 /// The variable first: it is what a user or a test turns to another place.
 std::wstring UserFolder(const std::wstring& variable, const KNOWNFOLDERID& id) {
-    const std::wstring value = GetEnvironment(variable).value_or(L"");
+    const std::wstring value = GetEnvironment(variable).value_or(std::wstring());
     const std::wstring folder = IsAbsolute(value) ? value : KnownFolder(id);
     return folder.empty() ? folder : ResolveAgainst({}, folder);
 }
