@@ -1,8 +1,7 @@
 # Compiling the tests is most of a fresh build: nobody optimises or steps through them by their variables, and nearly each
 # file begins with GoogleTest.
 # -fpch-preprocess is for ccache.
-# Many of them still pass over results that they could look at.
-set(controller_test_options -O0 -g1 -fpch-preprocess -Wno-unused-result)
+set(controller_test_options -O0 -g1 -fpch-preprocess)
 function(controller_compile_as_test target)
   target_compile_options(${target} PRIVATE ${controller_test_options})
   target_precompile_headers(${target} REUSE_FROM controller_test_headers)

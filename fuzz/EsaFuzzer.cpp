@@ -41,7 +41,7 @@ void AddContent(const std::wstring& folder, const std::string& prefix, Content& 
 class Box {
 public:
     Box() { fuzz::Require(!platform::CreateFolder(path), "a folder can be made"); }
-    ~Box() { platform::RemoveTree(path); }
+    ~Box() { fuzz::Require(!platform::RemoveTree(path), "what was unpacked can be removed"); }
     Box(const Box&) = delete;
     Box& operator=(const Box&) = delete;
 

@@ -61,9 +61,9 @@ protected:
 
     void Answer(const ScriptedTransmitter::Event& request) {
         if (request.name == L"EnqueueJobs") {
-            transmitter.Deliver(L"EnqueueJobsFinish", L"enqueued " + request.payload.substr(18));
+            EXPECT_TRUE(transmitter.Deliver(L"EnqueueJobsFinish", L"enqueued " + request.payload.substr(18)));
         } else if (request.name == L"CheckJobStatusRequest") {
-            transmitter.Deliver(L"CheckJobStatusResponse", L"statuses");
+            EXPECT_TRUE(transmitter.Deliver(L"CheckJobStatusResponse", L"statuses"));
         }
     }
 
@@ -208,6 +208,7 @@ TEST_F(CLIPresenterTest, AJobsFileWithoutEntriesGivesAnEmptyOutputFileAndNoReque
 TEST_F(CLIPresenterTest, AnOutputFileThatCannotBeOpenedLosesItsLinesSilently) {
     WriteJobsFile(1);
     ScriptEnqueued(1, {{L"a", 5}});
+    ScriptEnqueued(2, {{L"b", 6}});
     AnswerAtOnce();
     presenter.EnqueueJobsFromFile(jobsFile, folder / L"missing folder\\out.txt");
     presenter.EnqueueJobsFromFile(jobsFile, L"");
@@ -300,7 +301,7 @@ TEST_F(CLIPresenterTest, StatusThatArrivesWhileWaitingIsWritten) {
 
 TEST_F(CLIPresenterTest, AnEarlierAnswerDoesNotEndTheWaitForTheNext) {
     companion.messages.Add(L"statuses", std::vector<JobStatusInfo>{Status(L"5", JobStatus::Success)});
-    transmitter.Deliver(L"CheckJobStatusResponse", L"statuses");
+    EXPECT_TRUE(transmitter.Deliver(L"CheckJobStatusResponse", L"statuses"));
     presenter.CheckJobStatus({L"5"}, outputFile);
     EXPECT_EQ(clock.Elapsed(), 19900ms);
     EXPECT_EQ(Output(), Lines({"5,Success"}));
@@ -310,7 +311,7 @@ TEST_F(CLIPresenterTest, AnAnswerToAnotherPresenterEndsTheWaitWithoutItsStatus) 
     ScriptedTransmitter otherLine;
     CLIPresenter other(otherLine.Id(), test_modules::ModulePath(L"transmitter_by_address"));
     companion.messages.Add(L"statuses", std::vector<JobStatusInfo>{Status(L"5", JobStatus::Success)});
-    transmitter.onSend = [&](const auto&) { otherLine.Deliver(L"CheckJobStatusResponse", L"statuses"); };
+    transmitter.onSend = [&](const auto&) { EXPECT_TRUE(otherLine.Deliver(L"CheckJobStatusResponse", L"statuses")); };
     presenter.CheckJobStatus({L"5"}, outputFile);
     EXPECT_EQ(clock.SleepCount(), 0);
     EXPECT_EQ(Output(), Lines({"5,Unknown"}));
@@ -335,7 +336,7 @@ TEST_F(CLIPresenterTest, StatusOfNoIdsGivesAnEmptyOutputFile) {
 
 TEST_F(CLIPresenterTest, FindsTheIdOfAJobThatAStatusAnswerTold) {
     companion.messages.Add(L"statuses", std::vector<JobStatusInfo>{Status(L" 7th", JobStatus::Queued)});
-    transmitter.Deliver(L"CheckJobStatusResponse", L"statuses");
+    EXPECT_TRUE(transmitter.Deliver(L"CheckJobStatusResponse", L"statuses"));
     std::wstring id = L"untouched";
     EXPECT_FALSE(presenter.FindJobId(5, id));
     EXPECT_EQ(id, L"untouched");

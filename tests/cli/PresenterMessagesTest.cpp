@@ -26,9 +26,9 @@ protected:
 
     void Answer(const ScriptedTransmitter::Event& request) {
         if (request.name == L"EnqueueJobs") {
-            transmitter.Deliver(L"EnqueueJobsFinish", EnqueueAnswer(request.payload));
+            EXPECT_TRUE(transmitter.Deliver(L"EnqueueJobsFinish", EnqueueAnswer(request.payload)));
         } else if (request.name == L"CheckJobStatusRequest") {
-            transmitter.Deliver(L"CheckJobStatusResponse", StatusAnswer(request.payload));
+            EXPECT_TRUE(transmitter.Deliver(L"CheckJobStatusResponse", StatusAnswer(request.payload)));
         }
     }
 

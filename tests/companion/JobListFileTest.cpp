@@ -85,7 +85,7 @@ protected:
     /// The files that were kept aside, sorted.
     std::vector<std::wstring> Corrupt() const {
         std::vector<platform::FolderEntry> entries;
-        platform::ListFolder(folder / L"data", entries);
+        EXPECT_FALSE(platform::ListFolder(folder / L"data", entries));
         std::vector<std::wstring> names;
         for (const auto& entry : entries) {
             if (entry.name.find(L".corrupt-") != std::wstring::npos) {
@@ -296,7 +296,7 @@ TEST_F(JobListFileTest, WhatAPowerFailureFilledWithZerosIsNoList) {
         WriteQuickly(path, whole.substr(0, kept) + std::string(zeros, '\0'));
         EXPECT_EQ(Read(), std::vector{RichJob()}) << kept;
         EXPECT_EQ(Corrupt().size(), 1U) << kept;
-        platform::RemoveFile(folder / (L"data\\" + Corrupt().at(0)));
+        ASSERT_FALSE(platform::RemoveFile(folder / (L"data\\" + Corrupt().at(0))));
     }
 }
 

@@ -156,7 +156,7 @@ TEST_F(RunProtocolTest, AResultAppendsToItsLists) {
 TEST_F(RunProtocolTest, AWorkDirectoryThatWasRemovedIsNotMadeAgain) {
     EXPECT_FALSE(run_protocol::WriteFile(L"{}", folder / L"3f9a0c1\\run_scenario_result.json"));
     EXPECT_FALSE(platform::Exists(folder / L"3f9a0c1"));
-    platform::EnsureFolder(folder / L"3f9a0c1");
+    ASSERT_FALSE(platform::EnsureFolder(folder / L"3f9a0c1"));
     EXPECT_TRUE(run_protocol::WriteFile(L"{}", folder / L"3f9a0c1\\run_scenario_result.json"));
 }
 

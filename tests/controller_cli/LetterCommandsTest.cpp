@@ -32,12 +32,12 @@ protected:
     /// An answer carries the id of its request.
     void AnswerEnqueue(const ScriptedTransmitter::Event& request) {
         EnqueueJobsInfo info;
-        messages::Deserialize(request.payload, info);
+        EXPECT_TRUE(messages::Deserialize(request.payload, info));
         JobEnqueueResult result;
         result.requestId = info.requestId;
         result.jobIds = enqueued;
         result.inputSetResults = reasons;
-        host.transmitter.Deliver(L"EnqueueJobsFinish", messages::Serialize(L"EnqueueJobsFinish", result));
+        EXPECT_TRUE(host.transmitter.Deliver(L"EnqueueJobsFinish", messages::Serialize(L"EnqueueJobsFinish", result)));
     }
 
     void WriteJobsFile(const std::wstring& requests) {

@@ -21,7 +21,7 @@ protected:
 
     EnqueueJobsInfo SentRequest() {
         EnqueueJobsInfo info;
-        messages::Deserialize(host.Requests().at(0).payload, info);
+        EXPECT_TRUE(messages::Deserialize(host.Requests().at(0).payload, info));
         return info;
     }
 

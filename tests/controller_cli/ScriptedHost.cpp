@@ -4,6 +4,8 @@
 #include "companion/Messages.h"
 #include "modules/ModuleFiles.h"
 
+#include <gtest/gtest.h>
+
 ScriptedHost::ScriptedHost() : module(test_modules::ModulePath(L"transmitter_by_address")), id(transmitter.Id()) {
     transmitter.onSend = [this](const ScriptedTransmitter::Event& request) { Answer(request); };
 }
@@ -55,7 +57,7 @@ void ScriptedHost::Report(const JobStatusInfo& info) {
             job.endTime = info.endTime;
         }
     }
-    transmitter.Deliver(L"UpdateProgress", messages::Serialize(L"UpdateProgress", std::vector{info}));
+    EXPECT_TRUE(transmitter.Deliver(L"UpdateProgress", messages::Serialize(L"UpdateProgress", std::vector{info})));
 }
 
 void ScriptedHost::Answer(const ScriptedTransmitter::Event& request) {
@@ -67,13 +69,14 @@ void ScriptedHost::Answer(const ScriptedTransmitter::Event& request) {
         onRequest(request.name);
     }
     if (const auto first = firstAnswers.find(request.name); first != firstAnswers.end()) {
-        transmitter.Deliver(first->second.name, first->second.payload);
+        EXPECT_TRUE(transmitter.Deliver(first->second.name, first->second.payload));
     }
     const auto answer = answers.find(request.name);
     if (answer != answers.end()) {
-        transmitter.Deliver(answer->second.name, answer->second.payload);
+        EXPECT_TRUE(transmitter.Deliver(answer->second.name, answer->second.payload));
     } else if (request.name == L"InitJobsRequest") {
-        transmitter.Deliver(L"InitJobsResponse", ControllerCSWrapper::Serialize(L"InitJobsResponse", jobs));
+        EXPECT_TRUE(
+            transmitter.Deliver(L"InitJobsResponse", ControllerCSWrapper::Serialize(L"InitJobsResponse", jobs)));
     }
     if (onAnswered) {
         onAnswered(request.name);

@@ -45,7 +45,7 @@ TEST_F(DeletionNotesTest, AnInterruptedDeletionIsFinishedAndOtherJobsStay) {
     EnqueueWithFolders(3);
     const std::vector<JobListInfo> jobs = Jobs();
     notes.Add({jobs[0], jobs[1]});
-    platform::RemoveTree(jobs[0].workDir); // so far the earlier host has come
+    ASSERT_FALSE(platform::RemoveTree(jobs[0].workDir)); // so far the earlier host has come
     engine->FinishDeletions();
     ASSERT_EQ(Jobs().size(), 1U);
     EXPECT_EQ(Jobs().front().id, jobs[2].id);
@@ -67,12 +67,12 @@ TEST_F(DeletionNotesTest, AJobThatIsNotTheOneNotedStays) {
 TEST_F(DeletionNotesTest, AWorkDirectoryThatCannotBeRemovedStaysNotedUntilItCan) {
     EnqueueWithFolders(2);
     const std::vector<JobListInfo> jobs = Jobs();
-    platform::RemoveTree(jobs[0].workDir);
+    ASSERT_FALSE(platform::RemoveTree(jobs[0].workDir));
     WriteTextFile(jobs[0].workDir, "no folder, so it is not touched");
     EXPECT_EQ(Delete({jobs[0].id}).size(), 1U);
     EXPECT_TRUE(IsNoted());
-    platform::RemoveFile(jobs[0].workDir);
-    platform::EnsureFolder(jobs[0].workDir);
+    ASSERT_FALSE(platform::RemoveFile(jobs[0].workDir));
+    ASSERT_FALSE(platform::EnsureFolder(jobs[0].workDir));
     Delete({jobs[1].id});
     EXPECT_FALSE(platform::Exists(jobs[0].workDir));
     EXPECT_FALSE(IsNoted());
@@ -82,7 +82,7 @@ TEST_F(DeletionNotesTest, WhatDoesNotLieInTheWorkDirectoryIsNotNotedForEver) {
     EnqueueWithFolders(1);
     JobListInfo job = Jobs().front();
     job.workDir = folder / L"elsewhere";
-    platform::EnsureFolder(job.workDir);
+    ASSERT_FALSE(platform::EnsureFolder(job.workDir));
     notes.Add({job});
     engine->FinishDeletions();
     EXPECT_TRUE(platform::Exists(job.workDir));

@@ -96,7 +96,7 @@ TEST_F(HostEngineTest, ADeletionForAgeIsNotedUntilNothingIsLeftOfTheJob) {
     EXPECT_TRUE(Jobs().empty());
     ASSERT_EQ(notes.Read().size(), 1U);
     EXPECT_EQ(notes.Read().front().id, row.id);
-    platform::RemoveFile(row.workDir);
+    ASSERT_FALSE(platform::RemoveFile(row.workDir));
     WriteTextFile(row.workDir + L"\\scenario.log", "some words");
     Restart();
     engine->FinishDeletions();
@@ -136,15 +136,15 @@ protected:
 
 TEST_F(HostEngineTest_Cancel, ARunningJobIsAskedThroughItsWorkDirectory) {
     const std::wstring workDir = StartJob();
-    platform::EnsureFolder(workDir);
+    ASSERT_FALSE(platform::EnsureFolder(workDir));
     Cancel();
     EXPECT_TRUE(platform::Exists(workDir + L"\\killprocess"));
 }
 
 TEST_F(HostEngineTest_Cancel, NothingIsMadeWhereALinkInThePlaceOfTheWorkDirectoryLeads) {
     const std::wstring workDir = StartJob();
-    platform::EnsureFolder(folder / L"elsewhere");
-    platform::EnsureFolder(platform::ParentFolder(workDir));
+    ASSERT_FALSE(platform::EnsureFolder(folder / L"elsewhere"));
+    ASSERT_FALSE(platform::EnsureFolder(platform::ParentFolder(workDir)));
     if (!MakeLink(folder / L"elsewhere", workDir)) {
         GTEST_SKIP() << "no links here";
     }

@@ -23,7 +23,7 @@ protected:
 
     /// From now on no list can be written, because its backup cannot be.
     void BlockList() const {
-        platform::RemoveFile(folder / L"job_list.json.bak");
+        EXPECT_FALSE(platform::RemoveFile(folder / L"job_list.json.bak"));
         WriteTextFile(folder / L"job_list.json.bak\\held", "");
     }
     void FreeList() const { EXPECT_FALSE(platform::RemoveTree(folder / L"job_list.json.bak")); }
@@ -72,7 +72,7 @@ TEST_F(HostLoopTest, ProgressIsToldToEverybody) {
 TEST_F(HostLoopTest, ACancelledJobIsAskedToStopAndIsCanceledOnceItsProcessHasGone) {
     const JobEnqueueResult result = Enqueue(1);
     WaitForStatus(JobStatus::Running);
-    line.Deliver(2, L"CancelJobs", Ids(L"CancelJobs", {L"1"}));
+    EXPECT_TRUE(line.Deliver(2, L"CancelJobs", Ids(L"CancelJobs", {L"1"})));
     EXPECT_EQ(line.WaitFor(L"CancelJobsFinish").peer, 2U);
     EXPECT_EQ(WaitForStatus(JobStatus::Canceling).id, result.jobIds.front().id);
     processes.front().Finish();
@@ -109,8 +109,8 @@ TEST_F(HostLoopTest, ATerminateRequestIsAnsweredAndEndsTheLoop) {
 }
 
 TEST_F(HostLoopTest_Requests, AfterATerminateRequestNoQueuedJobIsStarted) {
-    line.Deliver(1, L"EnqueueJobs", EnqueueRequest(2));
-    line.Deliver(1, L"TerminateRequest", ControllerCSWrapper::Serialize(L"TerminateRequest"));
+    ASSERT_TRUE(line.Deliver(1, L"EnqueueJobs", EnqueueRequest(2)));
+    ASSERT_TRUE(line.Deliver(1, L"TerminateRequest", ControllerCSWrapper::Serialize(L"TerminateRequest")));
     StartLoop();
     WaitForTheEnd();
     EXPECT_TRUE(processes.empty());

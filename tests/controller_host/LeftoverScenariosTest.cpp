@@ -15,8 +15,8 @@ protected:
         job.id = L"1";
         job.status = status;
         job.workDir = folder / L"work";
-        ControllerCSWrapper::CreateJsonFile(ControllerCSWrapper::Serialize(L"JobList", std::vector<JobListInfo>{job}),
-                                            listFile);
+        EXPECT_TRUE(ControllerCSWrapper::CreateJsonFile(
+            ControllerCSWrapper::Serialize(L"JobList", std::vector<JobListInfo>{job}), listFile));
     }
     bool WasAskedToStop() const { return platform::Exists(folder / L"work\\killprocess"); }
 
@@ -26,16 +26,16 @@ protected:
 
 TEST_F(LeftoverScenariosTest, ActiveJobsAreAskedToStop) {
     for (const JobStatus status : {JobStatus::Running, JobStatus::Canceling}) {
-        platform::EnsureFolder(folder / L"work");
+        ASSERT_FALSE(platform::EnsureFolder(folder / L"work"));
         SaveJob(status);
         StopLeftoverScenarios(listFile);
         EXPECT_TRUE(WasAskedToStop());
-        platform::RemoveTree(folder / L"work");
+        ASSERT_FALSE(platform::RemoveTree(folder / L"work"));
     }
 }
 
 TEST_F(LeftoverScenariosTest, OthersAreLeftAlone) {
-    platform::EnsureFolder(folder / L"work");
+    ASSERT_FALSE(platform::EnsureFolder(folder / L"work"));
     for (const JobStatus status : {JobStatus::Queued, JobStatus::Success, JobStatus::Canceled}) {
         SaveJob(status);
         StopLeftoverScenarios(listFile);

@@ -76,7 +76,7 @@ TEST_F(RequestAnswersTest, DeleteJobsRequestIsAnsweredAndEverybodyIsToldWithASta
     Ask(L"DeleteJobsRequest", ControllerCSWrapper::Serialize(L"DeleteJobsRequest", Texts{L"1", L"5"}));
     EXPECT_EQ(Answered<Texts>(L"DeleteJobsResponse"), Texts{L"1"});
     std::vector<JobStatusInfo> told;
-    ControllerCSWrapper::Deserialize(line.WaitFor(L"UpdateProgress").payload, told);
+    ASSERT_TRUE(ControllerCSWrapper::Deserialize(line.WaitFor(L"UpdateProgress").payload, told));
     ASSERT_EQ(told.size(), 1U);
     EXPECT_EQ(told[0].id, result.jobIds[0].id);
     EXPECT_EQ(told[0].status, unknownStatus);

@@ -21,8 +21,8 @@ protected:
 TEST_F(RequestInboxTest, KeepsRequestsInOrderWithTheirSenders) {
     RequestInbox inbox(transmitter, {L"First", L"Second"});
     EXPECT_FALSE(platform::WaitForAny({inbox.Arrived()}, milliseconds(0)));
-    line.Deliver(4, L"Second", L"b");
-    line.Deliver(5, L"First", L"a");
+    EXPECT_TRUE(line.Deliver(4, L"Second", L"b"));
+    EXPECT_TRUE(line.Deliver(5, L"First", L"a"));
     EXPECT_TRUE(platform::WaitForAny({inbox.Arrived()}, milliseconds(0)));
     const std::deque<Request> requests = inbox.TakeAll();
     ASSERT_EQ(requests.size(), 2U);
@@ -39,8 +39,8 @@ TEST_F(RequestInboxTest, TakesNothingThatWasNotNamed) {
 
 TEST_F(RequestInboxTest, EachRequestHasAnAcknowledgementOfItsOwn) {
     RequestInbox inbox(transmitter, {L"First"});
-    line.Deliver(4, L"First", L"");
-    line.Deliver(4, L"First", L"");
+    EXPECT_TRUE(line.Deliver(4, L"First", L""));
+    EXPECT_TRUE(line.Deliver(4, L"First", L""));
     const std::deque<Request> requests = inbox.TakeAll();
     ASSERT_EQ(requests.size(), 2U);
     EXPECT_NE(requests[0].acknowledgement, 0U);

@@ -25,6 +25,12 @@ std::string Quoted(const std::wstring& path) {
     return '"' + text + '"';
 }
 
+void ThrowOn(const platform::Error& error, const std::string& problem) {
+    if (error) {
+        throw std::runtime_error(problem + ": " + platform::ToUtf8(error.Text()));
+    }
+}
+
 std::wstring InProgramFolder(const std::wstring& name) {
     return platform::ResolveAgainst(platform::ProgramFolder(), name);
 }
@@ -39,13 +45,14 @@ CrashSite::CrashSite(std::wstring meetingPlace) {
     WriteSettings(meetingPlace);
     WriteScenarios();
     WriteTextFile(Input(), "an input");
-    platform::CreateFolder(Lives());
+    ThrowOn(platform::CreateFolder(Lives()), "the folder for signs of life cannot be made");
 }
 
 CrashSite::~CrashSite() {
     if (HostLives()) {
         test_support::KillProcess(host.Get());
-        test_support::WaitUntilSignalled(host.Get());
+        // A destructor cannot tell of a host that does not end.
+        (void)test_support::WaitUntilSignalled(host.Get());
     }
 }
 
@@ -62,9 +69,7 @@ bool CrashSite::StartHost() {
                                        platform::ToNativeText(platform::ProgramFolder())},
                          {L"LOCALAPPDATA", userFolder},
                          {L"XDG_DATA_HOME", userFolder}};
-    if (const platform::Error error = platform::StartProcess(start, host)) {
-        throw std::runtime_error("the host cannot be started: " + platform::ToUtf8(error.Text()));
-    }
+    ThrowOn(platform::StartProcess(start, host), "the host cannot be started");
     const auto signalled = platform::WaitForAny({ready.Handle(), host.Get()}, test_support::patience);
     if (signalled == std::size_t{0}) {
         return true;
@@ -85,7 +90,11 @@ void CrashSite::Arm(const Fault& fault) const {
 }
 
 void CrashSite::Disarm() const {
-    platform::RemoveFile(FaultFile());
+    const platform::Error error = platform::RemoveFile(FaultFile());
+    // A host that was killed from outside may have had none.
+    if (error.kind != platform::ErrorKind::NotFound) {
+        ThrowOn(error, "the fault cannot be taken away");
+    }
 }
 
 void CrashSite::KillHost() {
@@ -101,7 +110,8 @@ void CrashSite::AwaitHostEnd() {
 std::string CrashSite::EndOfLog() const {
     constexpr std::size_t length = 6000;
     std::string log;
-    platform::ReadFile(folder / L"controller.log", std::size_t{1} << 30, log);
+    // Only told beside a failure: without a log there is nothing to tell.
+    (void)platform::ReadFile(folder / L"controller.log", std::size_t{1} << 30, log);
     return log.substr(log.size() - std::min(log.size(), length));
 }
 

@@ -82,7 +82,7 @@ void AwaitEndOfScenarios(const CrashSite& site, Tally& tally) {
     for (const platform::FolderEntry& life : EntriesOf(site.Lives())) {
         const std::wstring path = platform::ResolveAgainst(site.Lives(), life.name);
         AwaitEndOf(path);
-        platform::RemoveFile(path);
+        EXPECT_FALSE(platform::RemoveFile(path));
         ++tally.processesLookedFor;
     }
     const auto passed = std::chrono::duration_cast<milliseconds>(steady_clock::now() - start);

@@ -16,7 +16,7 @@ protected:
     void StartFirstOf(int count, long answer) {
         EnqueueJobs(count);
         Execute();
-        platform::EnsureFolder(Job(1).GetWorkDir());
+        EXPECT_FALSE(platform::EnsureFolder(Job(1).GetWorkDir()));
         script.calls.clear();
         script.answer = [answer](const test_modules::Call&, std::wstring&) { return answer; };
         companion.Forget();
@@ -87,7 +87,7 @@ TEST_F(CancellationTest, ModuleThatThrowsHasRefusedAndIsLogged) {
 
 TEST_F(CancellationTest, KillprocessThatCannotBeMadeIsNotReported) {
     StartFirstOf(1, -1);
-    platform::RemoveTree(Job(1).GetWorkDir());
+    ASSERT_FALSE(platform::RemoveTree(Job(1).GetWorkDir()));
     EXPECT_EQ(Cancel({L"1"}).size(), 1U);
     EXPECT_EQ(companion.Events(L"error: "), Lines());
 }
@@ -100,8 +100,8 @@ void AskToStop(const std::wstring& workDir) {
 }
 
 TEST_F(CancellationTest, KillprocessStandsWhereTheWorkDirectorySaysSeenFromTheCurrentFolder) {
-    platform::EnsureFolder(folder / L"current");
-    platform::EnsureFolder(folder / L"beside");
+    ASSERT_FALSE(platform::EnsureFolder(folder / L"current"));
+    ASSERT_FALSE(platform::EnsureFolder(folder / L"beside"));
     const ScopedCurrentFolder current(folder / L"current");
     AskToStop(L"");
     EXPECT_TRUE(platform::Exists(folder / L"current\\killprocess"));

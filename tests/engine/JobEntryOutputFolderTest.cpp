@@ -146,7 +146,7 @@ TEST_F(JobEntryOutputFolderTest, RelativeOutputDirectoryIsRefused) {
 
 TEST_F(JobEntryOutputFolderTest, PreparedFolderReplacesTheRecordsOutputDirectory) {
     JobEntry job = JobWith(folder.Path(), {L"part.prt"});
-    job.PrepareOutputDir();
+    ASSERT_TRUE(job.PrepareOutputDir());
     EXPECT_EQ(job.GetJobListInfo().outputDir, folder.Path());
     job.SetOutputFolder();
     EXPECT_EQ(job.GetJobListInfo().outputDir, folder / L"part");
@@ -154,8 +154,8 @@ TEST_F(JobEntryOutputFolderTest, PreparedFolderReplacesTheRecordsOutputDirectory
 
 TEST_F(JobEntryOutputFolderTest, PreparedFolderThatIsGoneLeavesTheRecordsOutputDirectory) {
     JobEntry job = JobWith(folder.Path(), {L"part.prt"});
-    job.PrepareOutputDir();
-    platform::RemoveTree(folder / L"part");
+    ASSERT_TRUE(job.PrepareOutputDir());
+    ASSERT_FALSE(platform::RemoveTree(folder / L"part"));
     job.SetOutputFolder();
     EXPECT_EQ(job.GetJobListInfo().outputDir, folder.Path());
 }
@@ -168,9 +168,9 @@ TEST_F(JobEntryOutputFolderTest, WithoutAPreparedFolderTheRecordsOutputDirectory
 
 TEST_F(JobEntryOutputFolderTest, RunRequestNamesThePreparedFolder) {
     JobEntry job = JobWith(folder.Path(), {L"part.prt"});
-    job.PrepareOutputDir();
+    ASSERT_TRUE(job.PrepareOutputDir());
     std::wstring json;
-    job.CreateJsonString(json);
+    ASSERT_TRUE(job.CreateJsonString(json));
     ASSERT_EQ(companion.RunRequests().size(), 1U);
     EXPECT_EQ(companion.RunRequests()[0].outputFolder, folder / L"part");
 }

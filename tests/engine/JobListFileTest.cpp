@@ -18,7 +18,7 @@ TEST_F(JobListFileTest, FileIsAFullSnapshotWithTheRepairedStatuses) {
     Start({SavedJob(1, JobStatus::Running), SavedJob(2, JobStatus::Success)});
     EnqueueJobsInfo request = Request({});
     JobEnqueueResult result;
-    engine->EnqueueJob(request, result);
+    EXPECT_TRUE(engine->EnqueueJob(request, result));
     EXPECT_EQ(companion.JobListWrites().back(),
               (std::vector{SavedJob(1, JobStatus::Canceled), SavedJob(2, JobStatus::Success)}));
 }

@@ -67,14 +67,14 @@ TEST_F(ReportTest, ResultMakesAQueuedJobAFailureWithFullProgress) {
 TEST_F(ReportTest, ResultLeavesTheProcessHandle) {
     const ScriptedProcess process;
     Job(2).SetProcessHandle(process.Handle());
-    engine->UpdateResult(L"success", changed);
+    EXPECT_TRUE(engine->UpdateResult(L"success", changed));
     EXPECT_EQ(Job(2).GetProcessHandle(), process.Handle());
     EXPECT_TRUE(process.IsRunning());
 }
 
 TEST_F(ReportTest, ResultTakesThePreparedFolderAsOutputDirectory) {
-    Job(2).PrepareOutputDir();
-    engine->UpdateResult(L"success", changed);
+    ASSERT_TRUE(Job(2).PrepareOutputDir());
+    EXPECT_TRUE(engine->UpdateResult(L"success", changed));
     EXPECT_EQ(changed.at(0).outputDir, folder / L"out\\a");
 }
 
@@ -134,9 +134,9 @@ TEST_F(ReportTest, TheListIsWrittenUnderTheLockBeforeTheChangeIsReported) {
 
 TEST_F(ReportTest, ReportsAreAppendedToWhatTheCallerHas) {
     changed.resize(1);
-    engine->UpdateProgress(L"progress", changed);
-    engine->UpdateResult(L"success", changed);
-    engine->UpdateToCanceled(L"success", changed);
+    EXPECT_TRUE(engine->UpdateProgress(L"progress", changed));
+    EXPECT_TRUE(engine->UpdateResult(L"success", changed));
+    EXPECT_TRUE(engine->UpdateToCanceled(L"success", changed));
     EXPECT_EQ(changed.size(), 4U);
     EXPECT_EQ(changed[0], JobStatusInfo());
 }

@@ -61,7 +61,7 @@ void FaultFixture::RestartHost() {
 
 std::vector<std::wstring> FaultFixture::BesideList(const std::wstring& part) const {
     std::vector<platform::FolderEntry> entries;
-    platform::ListFolder(platform::ParentFolder(listFile), entries);
+    EXPECT_FALSE(platform::ListFolder(platform::ParentFolder(listFile), entries));
     std::vector<std::wstring> paths;
     for (const auto& entry : entries) {
         if (entry.name.find(part) != std::wstring::npos) {

@@ -20,7 +20,8 @@ class AcknowledgementTest : public LineFixture {};
 TEST_F(AcknowledgementTest, SendingWaitsUntilTheAnswerHasBeenHandled) {
     const auto engine = Engine();
     std::atomic<int> handled = 0;
-    RecordingHandler request([&](const std::wstring&) { engine->SendEventTo(engine->CurrentPeer(), L"Answer", L""); });
+    RecordingHandler request(
+        [&](const std::wstring&) { EXPECT_TRUE(engine->SendEventTo(engine->CurrentPeer(), L"Answer", L"")); });
     RecordingHandler answer([&](const std::wstring&) {
         for (int turn = 0; turn < 1000; ++turn) {
             std::this_thread::yield(); // time for a sender that does not wait

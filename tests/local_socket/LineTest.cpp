@@ -32,7 +32,7 @@ void WaitUntilDisconnected(const ClientEnd& client) {
 void AskAndWait(ClientEnd& client) {
     RecordingHandler answer;
     client.AddEventHandler(L"Answer", &answer);
-    client.SendEvent(L"Ask", L"");
+    EXPECT_TRUE(client.SendEvent(L"Ask", L""));
     EXPECT_EQ(answer.payloads.WaitFor(1).size(), 1u);
     client.AddEventHandler(L"Answer", nullptr);
 }
@@ -118,7 +118,7 @@ TEST_F(LineTest, APayloadOf20MegabytesArrivesUnchanged) {
     const auto engine = Engine();
     const std::wstring payload(std::size_t{20} << 20, L'j');
     RecordingHandler request(
-        [&](const std::wstring&) { engine->SendEventTo(engine->CurrentPeer(), L"Answer", payload); });
+        [&](const std::wstring&) { EXPECT_TRUE(engine->SendEventTo(engine->CurrentPeer(), L"Answer", payload)); });
     engine->AddEventHandler(L"Ask", &request);
     const auto client = Client();
     RecordingHandler answer;
@@ -177,7 +177,7 @@ TEST_F(LineTest, WhatAFrontEndSentBeforeItWentArrives) {
     engine->AddEventHandler(L"Ask", &request);
     for (int number = 0; number < 20; ++number) {
         const auto client = Client();
-        engine->SendEvent(L"UpdateProgress", L"not taken");
+        EXPECT_TRUE(engine->SendEvent(L"UpdateProgress", L"not taken"));
         EXPECT_TRUE(client->PostEvent(L"Ask", L"bye"));
     }
     EXPECT_EQ(request.payloads.WaitFor(20), Payloads(20, L"bye"));
@@ -190,7 +190,7 @@ TEST_F(LineTest, APeerThatIsGoneGetsNoAnswer) {
     RecordingHandler request([&](const std::wstring&) { sender.set_value(engine->CurrentPeer()); });
     engine->AddEventHandler(L"Ask", &request);
     auto client = Client();
-    client->SendEvent(L"Ask", L"");
+    EXPECT_TRUE(client->SendEvent(L"Ask", L""));
     const EventTransmitterExtension::Peer peer = sender.get_future().get();
     EXPECT_TRUE(engine->SendEventTo(peer, L"Answer", L""));
     client.reset();
@@ -218,8 +218,9 @@ TEST_F(LineTest, ASecondEngineOfTheSameNameIsRefused) {
 
 TEST_F(LineTest, FiftyFrontEndsAtOnceAreAllAnswered) {
     const auto engine = Engine();
-    RecordingHandler request(
-        [&](const std::wstring& payload) { engine->SendEventTo(engine->CurrentPeer(), L"Answer", payload); });
+    RecordingHandler request([&](const std::wstring& payload) {
+        EXPECT_TRUE(engine->SendEventTo(engine->CurrentPeer(), L"Answer", payload));
+    });
     engine->AddEventHandler(L"Ask", &request);
     std::vector<std::future<Payloads>> clients;
     for (int number = 0; number < 50; ++number) {
@@ -227,7 +228,7 @@ TEST_F(LineTest, FiftyFrontEndsAtOnceAreAllAnswered) {
             const auto client = Client();
             RecordingHandler answer;
             client->AddEventHandler(L"Answer", &answer);
-            client->SendEvent(L"Ask", std::to_wstring(number));
+            EXPECT_TRUE(client->SendEvent(L"Ask", std::to_wstring(number)));
             Payloads answers = answer.payloads.WaitFor(1);
             client->AddEventHandler(L"Answer", nullptr);
             return answers;
@@ -254,7 +255,8 @@ TEST_F(LineTest, AFrontEndThatTakesNothingIsDroppedAndHoldsUpNobody) {
     limits.outgoingBytes = std::size_t{1} << 20;
     limits.undeliveredBytes = std::size_t{64} << 10;
     const auto engine = Engine();
-    RecordingHandler request([&](const std::wstring&) { engine->SendEventTo(engine->CurrentPeer(), L"Answer", L""); });
+    RecordingHandler request(
+        [&](const std::wstring&) { EXPECT_TRUE(engine->SendEventTo(engine->CurrentPeer(), L"Answer", L"")); });
     engine->AddEventHandler(L"Ask", &request);
 
     const auto slow = Client();
@@ -268,7 +270,7 @@ TEST_F(LineTest, AFrontEndThatTakesNothingIsDroppedAndHoldsUpNobody) {
 
     const std::wstring payload(std::size_t{256} << 10, L'p');
     for (std::size_t sent = 1; log.lines.All().empty() && sent <= 1000; ++sent) {
-        engine->SendEvent(L"Big", payload);
+        EXPECT_TRUE(engine->SendEvent(L"Big", payload));
         EXPECT_EQ(taken.payloads.WaitFor(sent).size(), sent);
     }
     const Payloads lines = log.lines.All();
@@ -289,15 +291,15 @@ TEST_F(LineTest, AHandlerMaySendAndChangeHandlers) {
     RecordingHandler first([&](const std::wstring&) {
         engine->AddEventHandler(L"Second", &second);
         engine->AddEventHandler(L"First", nullptr);
-        engine->SendEvent(L"Answer", L"from the handler");
+        EXPECT_TRUE(engine->SendEvent(L"Answer", L"from the handler"));
     });
     engine->AddEventHandler(L"First", &first);
     const auto client = Client();
     RecordingHandler answer;
     client->AddEventHandler(L"Answer", &answer);
-    client->SendEvent(L"First", L"1");
-    client->SendEvent(L"First", L"2");
-    client->SendEvent(L"Second", L"3");
+    EXPECT_TRUE(client->SendEvent(L"First", L"1"));
+    EXPECT_TRUE(client->SendEvent(L"First", L"2"));
+    EXPECT_TRUE(client->SendEvent(L"Second", L"3"));
     EXPECT_EQ(second.payloads.WaitFor(1), Payloads{L"3"});
     EXPECT_EQ(first.payloads.All(), Payloads{L"1"});
     EXPECT_EQ(answer.payloads.WaitFor(1), Payloads{L"from the handler"});
@@ -314,8 +316,8 @@ TEST_F(LineTest, AHandlerThatThrowsIsLoggedAndTheNextEventIsDelivered) {
     });
     engine->AddEventHandler(L"Ask", &request);
     const auto client = Client();
-    client->SendEvent(L"Ask", L"bad");
-    client->SendEvent(L"Ask", L"good");
+    EXPECT_TRUE(client->SendEvent(L"Ask", L"bad"));
+    EXPECT_TRUE(client->SendEvent(L"Ask", L"good"));
     EXPECT_EQ(request.payloads.WaitFor(2), (Payloads{L"bad", L"good"}));
     const Payloads lines = log.lines.All();
     ASSERT_EQ(lines.size(), 1u) << testing::PrintToString(lines);
@@ -351,7 +353,7 @@ TEST_F(LineTest, AHandlerMaySendWhileItsEndIsDestroyed) {
     });
     engine->AddEventHandler(L"Ask", &request);
     const auto client = Client();
-    client->PostEvent(L"Ask", L"");
+    ASSERT_TRUE(client->PostEvent(L"Ask", L""));
     started.get_future().wait();
     engine.reset();
     EXPECT_FALSE(sent.get_future().get());
@@ -367,7 +369,7 @@ TEST_F(LineTest, StoppingDoesNotWaitForAHandlerForEver) {
     });
     engine->AddEventHandler(L"Ask", &request);
     const auto client = Client();
-    client->PostEvent(L"Ask", L"");
+    ASSERT_TRUE(client->PostEvent(L"Ask", L""));
     started.get_future().wait();
     EXPECT_FALSE(engine->Stop(std::chrono::milliseconds(1)));
     release.set_value();

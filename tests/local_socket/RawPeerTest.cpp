@@ -133,7 +133,8 @@ protected:
 
 TEST_F(RawPeerTest, TheLineIsSpokenAsDescribed) {
     const auto engine = Engine();
-    RecordingHandler request([&](const std::wstring&) { engine->SendEventTo(engine->CurrentPeer(), L"Yes", L"{}"); });
+    RecordingHandler request(
+        [&](const std::wstring&) { EXPECT_TRUE(engine->SendEventTo(engine->CurrentPeer(), L"Yes", L"{}")); });
     engine->AddEventHandler(L"Go", &request);
     RawPeer peer(place);
     peer.Send("CCev\2\0\1\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0"
@@ -208,7 +209,8 @@ TEST_F(RawPeerTest, APeerThatSendsBytesThatAreNoTextIsClosed) {
 
 TEST_F(RawPeerTest, BadPeersDisturbNobody) {
     const auto engine = Engine();
-    RecordingHandler request([&](const std::wstring&) { engine->SendEventTo(engine->CurrentPeer(), L"Yes", L""); });
+    RecordingHandler request(
+        [&](const std::wstring&) { EXPECT_TRUE(engine->SendEventTo(engine->CurrentPeer(), L"Yes", L"")); });
     engine->AddEventHandler(L"Go", &request);
     const RawPeer silent(place);
     RawPeer half(place);

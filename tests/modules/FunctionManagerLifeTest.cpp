@@ -50,7 +50,7 @@ TEST_F(FunctionManagerLifeTest, ModulesStayLoadedBetweenCalls) {
 
 TEST_F(FunctionManagerLifeTest, DestructorPassesOverModulesThatCouldNotBeLoaded) {
     auto manager = Load({pathA});
-    manager->LoadFunctionDll(ModulePath(L"no_such_module"));
+    EXPECT_FALSE(manager->LoadFunctionDll(ModulePath(L"no_such_module")));
     manager.reset();
     EXPECT_EQ(script.unloaded, std::vector<std::string>{"recording_module_a"});
 }

@@ -52,7 +52,7 @@ TEST_F(FileSystemTest, FilesAndFoldersExist) {
 }
 
 TEST_F(FileSystemTest, ALinkIsWhatItLeadsTo) {
-    CreateFolder(folder / L"real");
+    ASSERT_FALSE(CreateFolder(folder / L"real"));
     if (!MakeLink(folder / L"real", folder / L"link")) {
         GTEST_SKIP() << "no symbolic links here";
     }
@@ -137,7 +137,7 @@ TEST_F(FileSystemTest, APrivateFolderIsForItsOwnerAlone) {
 }
 
 TEST_F(FileSystemTest, ALinkIsNoPrivateFolder) {
-    CreateFolder(folder / L"elsewhere");
+    ASSERT_FALSE(CreateFolder(folder / L"elsewhere"));
     if (!MakeLink(folder / L"elsewhere", folder / L"private")) {
         GTEST_SKIP() << "no symbolic links here";
     }
@@ -223,7 +223,7 @@ TEST_F(FileSystemTest, ExtensionsMatchAsFileNamesDo) {
 }
 
 TEST_F(FileSystemTest, EveryFileAndFolderHasAnIdentity) {
-    CreateFolder(folder / L"a\\b");
+    ASSERT_FALSE(CreateFolder(folder / L"a\\b"));
     WriteTextFile(folder / L"x", "");
     WriteTextFile(folder / L"y", "");
     EXPECT_EQ(IdentityOf(folder / L"a"), IdentityOf(folder / L"a\\b\\.."));

@@ -51,7 +51,7 @@ TEST_F(ListFolderTest, AnEmptyFolderHasNoEntries) {
 TEST_F(ListFolderTest, FilesAreToldFromFolders) {
     Touch(L"file");
     Touch(L".hidden");
-    platform::CreateFolder(folder / L"folder");
+    ASSERT_FALSE(platform::CreateFolder(folder / L"folder"));
     EXPECT_THAT(Names(), UnorderedElementsAre(L".hidden", L"file", L"folder"));
     EXPECT_TRUE(Entry(L"folder").isFolder);
     EXPECT_FALSE(Entry(L"file").isFolder);
@@ -86,7 +86,7 @@ TEST_F(ListFolderTest, LettersOfOtherAlphabetsAreFoldedToo) {
 }
 
 TEST_F(ListFolderTest, LinksAreMarkedAndShownAsWhatTheyLeadTo) {
-    platform::CreateFolder(folder / L"folder");
+    ASSERT_FALSE(platform::CreateFolder(folder / L"folder"));
     Touch(L"file");
     if (!MakeLink(folder / L"folder", folder / L"to-folder")) {
         GTEST_SKIP() << "no symbolic links here";

@@ -35,7 +35,9 @@ bool FrontEndCrowd::KillOne(std::mt19937& random) {
     }
     const auto victim = members.begin() + static_cast<std::ptrdiff_t>(random() % members.size());
     test_support::KillProcess(victim->process.Get());
-    test_support::WaitUntilSignalled(victim->process.Get());
+    if (!test_support::WaitUntilSignalled(victim->process.Get())) {
+        problems.push_back("The front end " + platform::ToUtf8(victim->command) + " does not end by force");
+    }
     members.erase(victim);
     ++killed;
     return true;

@@ -6,6 +6,7 @@
 
 #include <algorithm>
 #include <set>
+#include <stdexcept>
 
 namespace {
 
@@ -15,7 +16,9 @@ constexpr std::uint64_t mostLogBytes = std::uint64_t{5} * (10U << 20U);
 
 Names NamesIn(const std::wstring& folder) {
     std::vector<platform::FolderEntry> entries;
-    platform::ListFolder(folder, entries);
+    if (const platform::Error error = platform::ListFolder(folder, entries)) {
+        throw std::runtime_error("cannot list " + platform::ToUtf8(folder) + ": " + platform::ToUtf8(error.Text()));
+    }
     Names names;
     for (const platform::FolderEntry& entry : entries) {
         names.insert(entry.name);

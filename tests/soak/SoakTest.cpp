@@ -56,7 +56,7 @@ protected:
         }
         WriteTextFile(folder / L"jobs.json", R"({"EnqueueJobs":[{"scenario":{"id":"success.rb"},"outputDir":"out",)"
                                              R"("inputFileSets":[["inputs.txt"],["inputs.txt"]]}]})");
-        platform::EnsureFolder(folder / L"temporary");
+        EXPECT_FALSE(platform::EnsureFolder(folder / L"temporary"));
     }
 
     SoakPlace Place() const {

@@ -141,7 +141,7 @@ void EngineRound::CheckEnd() {
         ADD_FAILURE() << problem;
     }
     std::vector<JobListInfo> saved;
-    ControllerCSWrapper::ParseJobList(ControllerCSWrapper::GetJobListFile(), saved);
+    EXPECT_TRUE(ControllerCSWrapper::ParseJobList(ControllerCSWrapper::GetJobListFile(), saved));
     EXPECT_TRUE(saved == list) << "The job list file holds something else than the engine.";
 }
 

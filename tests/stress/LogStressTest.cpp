@@ -49,7 +49,7 @@ public:
 
     void AddFolder(const std::wstring& folder, const std::function<bool(const std::string& head)>& isHead) {
         std::vector<platform::FolderEntry> entries;
-        platform::ListFolder(folder, entries);
+        EXPECT_FALSE(platform::ListFolder(folder, entries));
         for (const platform::FolderEntry& entry : entries) {
             AddLines(ReadTextFile(folder + L'\\' + entry.name), isHead);
         }

@@ -4,6 +4,8 @@
 #include "platform/FileSystem.h"
 #include "support/PathFuncs.h"
 
+#include <gtest/gtest.h>
+
 #include <thread>
 
 long ScenarioProcesses::Answer(const test_modules::Call& call, std::wstring& output) {
@@ -30,7 +32,7 @@ long ScenarioProcesses::RunScenario(const std::wstring& request, std::wstring& o
     if (Chance(3)) {
         return 0; // without a process
     }
-    platform::EnsureFolder(info.workDir);
+    EXPECT_FALSE(platform::EnsureFolder(info.workDir));
     {
         const std::lock_guard lock(mutex);
         processes.push_back({std::move(info), ScriptedProcess()});
@@ -86,8 +88,9 @@ bool ScenarioProcesses::Work(Process& process) {
             return true;
         }
         if (step < 3) {
-            run_protocol::WriteFile(run_protocol::SerializeProgress(process.info.jobId, 10 * step, L"working"),
-                                    PathFuncs::Join(process.info.workDir, run_protocol::progressFileName));
+            EXPECT_TRUE(
+                run_protocol::WriteFile(run_protocol::SerializeProgress(process.info.jobId, 10 * step, L"working"),
+                                        PathFuncs::Join(process.info.workDir, run_protocol::progressFileName)));
         }
         std::this_thread::yield();
     }
@@ -98,9 +101,10 @@ void ScenarioProcesses::Finish(Process& process, bool wasAskedToStop, JobEntryMa
     if (Chance(20)) {
         Report(process, wasAskedToStop, engine);
     } else if (Chance(80)) {
-        run_protocol::WriteFile(
+        const bool isWritten = run_protocol::WriteFile(
             run_protocol::SerializeRunScenarioResult({process.info.jobId, Chance(80), {{0, L"done"}}, {}}),
             PathFuncs::Join(process.info.workDir, run_protocol::resultFileName));
+        EXPECT_TRUE(isWritten) << "The result of a job cannot be written.";
     }
     process.process.Finish();
 }
@@ -111,9 +115,9 @@ void ScenarioProcesses::Report(const Process& process, bool wasAskedToStop, JobE
         run_protocol::SerializeRunScenarioResult({process.info.jobId, Chance(80), {{0, L"done"}}, {}});
     std::vector<JobStatusInfo> changes;
     if (wasAskedToStop && Chance(50)) {
-        engine.UpdateToCanceled(result, changes);
+        EXPECT_TRUE(engine.UpdateToCanceled(result, changes));
     } else {
-        engine.UpdateResult(result, changes);
+        EXPECT_TRUE(engine.UpdateResult(result, changes));
     }
     ledger.Ended(changes);
 }

@@ -16,11 +16,12 @@ protected:
                       R"({"EnqueueJobs":[{"inputFileSets":[["a"]]},{"inputFileSets":[["b"]]}]})");
         host.transmitter.onSend = [this](const ScriptedTransmitter::Event& request) {
             EnqueueJobsInfo info;
-            messages::Deserialize(request.payload, info);
+            EXPECT_TRUE(messages::Deserialize(request.payload, info));
             JobEnqueueResult result;
             result.requestId = info.requestId;
             result.jobIds = {{L"id12", 12}};
-            host.transmitter.Deliver(L"EnqueueJobsFinish", messages::Serialize(L"EnqueueJobsFinish", result));
+            EXPECT_TRUE(
+                host.transmitter.Deliver(L"EnqueueJobsFinish", messages::Serialize(L"EnqueueJobsFinish", result)));
         };
     }
 

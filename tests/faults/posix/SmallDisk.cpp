@@ -22,7 +22,9 @@ std::wstring Filler(const std::wstring& folder) {
 
 SmallDisk::SmallDisk(const std::wstring& folder)
     : path(folder), nativePath(platform::ToUtf8(platform::ToNativeText(folder))) {
-    platform::EnsureFolder(path);
+    if (platform::EnsureFolder(path)) {
+        throw std::runtime_error("cannot make the folder for the disk");
+    }
     Note("mounting", mount("none", nativePath.c_str(), "tmpfs", 0, "size=1m,mode=0755"));
     mounts = problem.empty() ? 1 : 0;
 }
@@ -58,7 +60,9 @@ void SmallDisk::FillBut(std::size_t bytes) const {
 }
 
 void SmallDisk::Free() const {
-    platform::RemoveFile(Filler(path));
+    if (platform::RemoveFile(Filler(path))) {
+        throw std::runtime_error("cannot free the disk");
+    }
 }
 
 void SmallDisk::MakeReadOnly() {

@@ -56,7 +56,7 @@ public:
     void Interrupt() const { kill(static_cast<pid_t>(platform::ProcessNumber(process.Get())), SIGINT); }
 
     std::int32_t ExitCode() const {
-        test_support::WaitUntilSignalled(process.Get());
+        EXPECT_TRUE(test_support::WaitUntilSignalled(process.Get()));
         return platform::ExitCode(process.Get()).value_or(-1);
     }
 
