@@ -16,11 +16,15 @@ using std::chrono::steady_clock;
 /// Nothing tells when a host that somebody else started can be reached: so often it is tried.
 constexpr milliseconds tryInterval{20};
 
-bool IsConnected(const CommandContext& context, EventTransmitterExtension& extension) {
-    std::wstring problem;
-    const bool isConnected = extension.Connect(problem);
-    if (!problem.empty()) {
-        throw UnreachableHost{{ExitCode::NoHost, context.texts.Format(L"Errors/HostNotReached", {problem})}};
+CommandFailure NotReached(const CommandContext& context, const std::wstring& problem) {
+    return {ExitCode::NoHost, context.texts.Format(L"Errors/HostNotReached", {problem})};
+}
+
+/// `busy`: why a host that is there has no room, which may pass; otherwise empty.
+bool IsConnected(const CommandContext& context, EventTransmitterExtension& extension, std::wstring& busy) {
+    const bool isConnected = extension.Connect(busy);
+    if (!busy.empty() && !extension.IsBusy()) {
+        throw UnreachableHost{NotReached(context, busy)};
     }
     return isConnected;
 }
@@ -53,21 +57,22 @@ void WaitForTheNextTry(const CommandContext& context) {
     }
 }
 
-/// Starts a host where no process is one; one that is starting already is waited for.
+/// Starts a host where no process is one; one that is starting already, or is busy, is waited for.
 void AwaitHost(CommandContext& context, Start start, EventTransmitterExtension& extension) {
     const auto deadline = steady_clock::now() + context.patience;
     bool isThere = context.host.IsHostThere();
     if (!isThere && start == Start::WhenNoneRuns) {
         StartHost(context);
     }
-    while (!IsConnected(context, extension)) {
+    std::wstring busy;
+    while (!IsConnected(context, extension, busy)) {
         // Looked at before the try: what is not there afterwards may have become reachable between the two.
         if (!isThere && start == Start::Never) {
             throw CommandFailure{ExitCode::NoHost, context.texts.Get(L"Errors/NoHost")};
         }
         FailIfAHostListensElsewhere(context);
         if (steady_clock::now() >= deadline) {
-            throw UnreachableHost{NoAnswer(context)};
+            throw UnreachableHost{busy.empty() ? NoAnswer(context) : NotReached(context, busy)};
         }
         WaitForTheNextTry(context);
         isThere = context.host.IsHostThere();
@@ -95,7 +100,8 @@ HostConnection ConnectToHost(CommandContext& context, Start start) {
                              context.texts.Format(L"Errors/NoTransmitter", {module}) + LogHint(context)};
     }
     EventTransmitterExtension* const extension = context.host.Extension();
-    if (extension != nullptr && !IsConnected(context, *extension)) {
+    std::wstring busy;
+    if (extension != nullptr && !IsConnected(context, *extension, busy)) {
         AwaitHost(context, start, *extension);
     }
     if (extension == nullptr && start == Start::WhenNoneRuns) {

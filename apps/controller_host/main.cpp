@@ -1,3 +1,6 @@
+#include <exception>
+#include <system_error>
+
 #include "controller_host/Background.h"
 #include "controller_host/Host.h"
 #include "controller_host/HostOptions.h"
@@ -10,6 +13,7 @@
 #include "platform/ProgramArguments.h"
 #include "platform/SharedLibrary.h"
 #include "platform/Text.h"
+#include "support/ControllerLogManager.h"
 
 namespace {
 
@@ -33,6 +37,25 @@ HostExit Run(const HostOptions& options) {
     return HostExit::WrongUse;
 }
 
+HostExit Fail(const std::wstring& problem) {
+    ControllerLogManager::ErrorLog(problem);
+    platform::WriteErrorOutput("controller_host: " + platform::ToUtf8(platform::Escaped(problem)) + "\n");
+    return HostExit::CouldNotRun;
+}
+
+/// What the system has no more of, such as memory, threads or open files, ends the host with a message.
+HostExit RunSafely(const HostOptions& options) {
+    try {
+        return Run(options);
+    } catch (const std::system_error& failure) {
+        const bool isOpenFiles = failure.code() == std::errc::too_many_files_open;
+        return Fail(L"the host cannot go on: " + platform::FromUtf8(failure.what()) +
+                    (isOpenFiles ? L". Start it with a higher limit of open files (ulimit -n)." : L""));
+    } catch (const std::exception& failure) {
+        return Fail(L"the host cannot go on: " + platform::FromUtf8(failure.what()));
+    }
+}
+
 } // namespace
 
 int main(int argc, char** argv) {
@@ -40,5 +63,5 @@ int main(int argc, char** argv) {
     platform::NarrowModuleSearch();
     platform::PrepareConsole();
     platform::FailBeyondFileSizeLimit();
-    return static_cast<int>(Run(ParseHostOptions(platform::ProgramArguments(argc, argv))));
+    return static_cast<int>(RunSafely(ParseHostOptions(platform::ProgramArguments(argc, argv))));
 }

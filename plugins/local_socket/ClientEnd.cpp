@@ -9,7 +9,10 @@ ClientEnd::ClientEnd(const std::string& placeName, std::unique_ptr<Network> ownN
     : SocketTransmitter(placeName, std::move(ownNetwork), peerLimits, std::move(logFunction), Begin::AtOnce) {
     Run();
     // Without an engine now, the first event tries again.
-    (void)OpenOrConnect();
+    std::wstring problem;
+    (void)OpenOrConnect(problem);
+    const std::lock_guard<std::mutex> one(connecting);
+    firstProblem = std::move(problem);
 }
 
 ClientEnd::~ClientEnd() {
@@ -45,7 +48,8 @@ bool ClientEnd::PostEvent(const std::wstring& eventName, const std::wstring& pay
 }
 
 bool ClientEnd::Connect(std::wstring& problem) {
-    return OpenOrConnect(problem) != nullptr;
+    problem = TakeFirstProblem();
+    return problem.empty() && OpenOrConnect(problem) != nullptr;
 }
 
 bool ClientEnd::IsConnected() const {
@@ -60,6 +64,7 @@ std::shared_ptr<Session> ClientEnd::OpenOrConnect() {
 std::shared_ptr<Session> ClientEnd::OpenOrConnect(std::wstring& problem) {
     const std::lock_guard<std::mutex> one(connecting);
     problem.clear();
+    firstProblem.clear();
     if (std::shared_ptr<Session> open = OpenSession()) {
         return open;
     }
@@ -67,11 +72,25 @@ std::shared_ptr<Session> ClientEnd::OpenOrConnect(std::wstring& problem) {
         return nullptr;
     }
     Connection connection = network->Connect(place);
-    if (!connection.failure.empty()) {
-        Log(L"Cannot connect to the engine: " + connection.failure);
+    if (connection.channel) {
+        return Greet(std::move(connection.channel), problem);
     }
     problem = std::move(connection.failure);
-    return connection.channel ? Greet(std::move(connection.channel), problem) : nullptr;
+    Note(connection.isBusy, problem.empty() ? problem : L"Cannot connect to the engine: " + problem);
+    return nullptr;
+}
+
+std::wstring ClientEnd::TakeFirstProblem() {
+    const std::lock_guard<std::mutex> one(connecting);
+    return std::exchange(firstProblem, {});
+}
+
+/// Who waits for room tries often: only the first of such attempts is logged.
+void ClientEnd::Note(bool foundNoRoom, const std::wstring& message) {
+    const bool isKnown = isBusy.exchange(foundNoRoom) && foundNoRoom;
+    if (!isKnown && !message.empty()) {
+        Log(message);
+    }
 }
 
 std::shared_ptr<Session> ClientEnd::OpenSession() const {
@@ -95,6 +114,7 @@ std::shared_ptr<Session> ClientEnd::Greet(std::unique_ptr<Channel> channel, std:
     // The session's own deadline ends this.
     sessionChanged.wait(guard, [&fresh] { return fresh->IsOpen() || fresh->IsClosed(); });
     if (fresh->IsOpen()) {
+        isBusy = false;
         return fresh;
     }
     problem = closeReason;
@@ -138,9 +158,8 @@ void ClientEnd::OnGreeted(Session&) {
 }
 
 void ClientEnd::OnClosed(Session& closed, const std::wstring& reason) {
-    if (!reason.empty()) {
-        Log(L"The connection to the engine was closed: " + reason + L".");
-    }
+    Note(closed.WasTurnedAway(),
+         reason.empty() ? reason : L"The connection to the engine was closed: " + reason + L".");
     closeReason = reason;
     if (session.get() == &closed) {
         session.reset();

@@ -62,8 +62,8 @@ bool EngineEnd::IsConnected() const {
 }
 
 bool EngineEnd::Listen() {
-    const std::wstring failure =
-        network->Listen(place, [this](std::unique_ptr<Channel> channel) { OnConnected(std::move(channel)); });
+    const std::wstring failure = network->Listen(
+        place, [this](std::unique_ptr<Channel> channel, Room room) { OnConnected(std::move(channel), room); });
     if (!failure.empty()) {
         Log(L"Cannot listen: " + failure);
         return false;
@@ -72,14 +72,25 @@ bool EngineEnd::Listen() {
     return true;
 }
 
-void EngineEnd::OnConnected(std::unique_ptr<Channel> channel) {
-    if (sessions.size() >= limits.peers) {
-        Log(L"A front end was sent away: " + std::to_wstring(limits.peers) + L" are connected already.");
+void EngineEnd::OnConnected(std::unique_ptr<Channel> channel, Room room) {
+    const bool isFull = sessions.size() >= limits.peers;
+    if (isFull || room == Room::None) {
+        TurnAway(std::move(channel), isFull);
         return;
     }
+    isTurningAway = false;
     const std::shared_ptr<Session> session = MakeSession(Session::Role::Engine, std::move(channel));
     sessions.emplace(session->Number(), session);
     session->Start();
+}
+
+void EngineEnd::TurnAway(std::unique_ptr<Channel> channel, bool isFull) {
+    if (!std::exchange(isTurningAway, true)) {
+        Log(isFull ? L"Front ends are turned away: " + std::to_wstring(limits.peers) + L" are connected already."
+                   : L"Front ends are turned away: the system gives this process no more open files. " +
+                         std::to_wstring(sessions.size()) + L" are connected.");
+    }
+    MakeSession(Session::Role::Engine, std::move(channel))->TurnAway(isFull ? limits.peers : 0);
 }
 
 void EngineEnd::CloseSessions() {

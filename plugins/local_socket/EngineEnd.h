@@ -28,13 +28,16 @@ private:
     using SocketTransmitter::SocketTransmitter;
 
     [[nodiscard]] bool Listen();
-    void OnConnected(std::unique_ptr<Channel> channel);
+    void OnConnected(std::unique_ptr<Channel> channel, Room room);
+    void TurnAway(std::unique_ptr<Channel> channel, bool isFull);
 
     void CloseSessions() override;
     void OnGreeted(Session& session) override;
     void OnClosed(Session& session, const std::wstring& reason) override;
 
     std::map<Peer, std::shared_ptr<Session>> sessions;
+    /// The last front end that came was turned away: those who wait for room come often.
+    bool isTurningAway = false;
 };
 
 } // namespace local_socket

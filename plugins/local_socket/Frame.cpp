@@ -52,7 +52,7 @@ bool IsNameSize(FrameKind kind, std::size_t size) {
 }
 
 bool IsKnown(FrameKind kind) {
-    return kind == FrameKind::Greeting || kind == FrameKind::Event || kind == FrameKind::Acknowledgement;
+    return kind >= FrameKind::Greeting && kind <= FrameKind::Busy;
 }
 
 bool IsPayloadSize(FrameKind kind, std::size_t size) {
@@ -67,6 +67,10 @@ std::string EncodeGreeting() {
 
 std::string EncodeAcknowledgement(EventNumber number) {
     return Header(FrameKind::Acknowledgement, number);
+}
+
+std::string EncodeBusy(std::uint64_t served) {
+    return Header(FrameKind::Busy, served);
 }
 
 std::optional<std::string> EncodeEvent(std::wstring_view name, std::wstring_view payload, EventNumber number,

@@ -19,16 +19,17 @@
 ///    16  8  number of the event
 ///
 /// The first eight bytes are the same in every version. Each end begins with a greeting, which has neither name nor
-/// payload nor number: the front end first, the engine in answer. Every frame after that is an event or, from the
-/// engine, the acknowledgement of one, which has neither name nor payload. An event with a number other than 0 is
-/// acknowledged, once, by a frame with this number, behind the answers to it. Name and payload are text as
-/// `AppendEncoded` writes it.
+/// payload nor number: the front end first, the engine in answer. An engine that has no room for another front end
+/// sends, instead of a greeting, that it is busy, with the number of front ends that it serves (0: as many as the
+/// system lets it), and ends the session. Every frame after the greetings is an event or, from the engine, the
+/// acknowledgement of one, which has neither name nor payload. An event with a number other than 0 is acknowledged,
+/// once, by a frame with this number, behind the answers to it. Name and payload are text as `AppendEncoded` writes it.
 namespace local_socket {
 
 inline constexpr std::size_t headerBytes = 24;
 inline constexpr std::uint16_t protocolVersion = 2;
 
-enum class FrameKind : std::uint16_t { Greeting = 1, Event = 2, Acknowledgement = 3 };
+enum class FrameKind : std::uint16_t { Greeting = 1, Event = 2, Acknowledgement = 3, Busy = 4 };
 
 /// Names one event of one session; 0: it is not to be acknowledged.
 using EventNumber = std::uint64_t;
@@ -38,6 +39,7 @@ struct Frame {
     /// Still encoded, within the size limits.
     std::string name;
     std::string payload;
+    /// Of an event or its acknowledgement; with `Busy`, how many front ends are served.
     EventNumber number = 0;
 
     bool operator==(const Frame&) const = default;
@@ -45,6 +47,7 @@ struct Frame {
 
 std::string EncodeGreeting();
 std::string EncodeAcknowledgement(EventNumber number);
+std::string EncodeBusy(std::uint64_t served);
 
 /// Nothing when the encoded name is empty or longer than `maximumNameBytes`, or the payload exceeds its limit.
 [[nodiscard]] std::optional<std::string> EncodeEvent(std::wstring_view name, std::wstring_view payload,

@@ -66,6 +66,17 @@ std::unique_ptr<SocketTransmitter> MakeTransmitter(const TransmitterId& id, std:
     return engine;
 }
 
+/// The same where the system lacks what it needs, such as threads or open files.
+std::unique_ptr<SocketTransmitter> TryToMake(const TransmitterId& id, std::wstring& problem) {
+    try {
+        return MakeTransmitter(id, problem);
+    } catch (const std::exception& failure) {
+        problem = platform::FromUtf8(failure.what());
+        Log(L"No event line \"" + platform::FromUtf8(id.name) + L"\": " + problem);
+        return nullptr;
+    }
+}
+
 /// The transmitters that were given out, by their ids.
 class Transmitters {
 public:
@@ -79,7 +90,7 @@ public:
         const std::lock_guard<std::mutex> guard(lock);
         std::unique_ptr<SocketTransmitter>& transmitter = transmitters[text];
         if (!transmitter) {
-            transmitter = MakeTransmitter(*id, problems[text]);
+            transmitter = TryToMake(*id, problems[text]);
         }
         return transmitter.get();
     }

@@ -2,6 +2,7 @@
 
 #include <chrono>
 #include <cstddef>
+#include <cstdint>
 #include <functional>
 #include <memory>
 #include <mutex>
@@ -56,11 +57,20 @@ struct Connection {
     std::unique_ptr<Channel> channel;
     /// Why there is none, for the log; empty when simply nobody listens.
     std::wstring failure;
+    /// True when the engine is there and has no room for another front end now.
+    bool isBusy = false;
+};
+
+/// What an engine can do for a front end that has come.
+enum class Room : std::int32_t {
+    Free,
+    /// The system gives this process no more handles: the connection lasts only until the callback returns.
+    None
 };
 
 class Network {
 public:
-    using OnConnected = std::function<void(std::unique_ptr<Channel>)>;
+    using OnConnected = std::function<void(std::unique_ptr<Channel>, Room)>;
     using Log = std::function<void(const std::wstring& message)>;
 
     virtual ~Network() = default;

@@ -38,6 +38,15 @@ std::wstring ReasonOf(FrameRefusal refusal, std::uint16_t peerVersion) {
     return L"it sent something that is no event";
 }
 
+std::wstring BusyReason(std::uint64_t served) {
+    if (served == 0) {
+        return L"it is busy: the system gives it no more open files; end some front ends, or start it again with a "
+               L"higher limit of open files";
+    }
+    return L"it is busy: " + std::to_wstring(served) +
+           L" front ends are connected, as many as it serves at a time; end some of them, or try again later";
+}
+
 } // namespace
 
 Session::Session(Peer peerNumber, Role ownRole, Network& ownNetwork, std::unique_ptr<Channel> openChannel,
@@ -97,6 +106,11 @@ void Session::EventHandled(const Frame& event) {
     }
 }
 
+void Session::TurnAway(std::uint64_t served) {
+    Send(std::make_shared<const std::string>(EncodeBusy(served)));
+    Close(L"");
+}
+
 void Session::Close(const std::wstring& reason) {
     if (!std::exchange(isClosed, true)) {
         deadline->Cancel();
@@ -153,15 +167,26 @@ void Session::TakeFrame(Frame frame) {
     if (isClosed) {
         return;
     }
-    if (!isGreeted && frame.kind == FrameKind::Greeting) {
-        TakeGreeting();
-    } else if (isGreeted && frame.kind == FrameKind::Event) {
+    if (!isGreeted) {
+        TakeFirstFrame(frame);
+    } else if (frame.kind == FrameKind::Event) {
         undelivered += CostOf(frame);
         owner.OnEvent(*this, std::move(frame));
-    } else if (isGreeted && frame.kind == FrameKind::Acknowledgement) {
+    } else if (frame.kind == FrameKind::Acknowledgement) {
         TakeAcknowledgement(frame.number);
     } else {
-        Close(isGreeted ? L"it greeted twice" : L"it sent an event before its greeting");
+        Close(L"it greeted twice");
+    }
+}
+
+void Session::TakeFirstFrame(const Frame& frame) {
+    if (frame.kind == FrameKind::Greeting) {
+        TakeGreeting();
+    } else if (frame.kind == FrameKind::Busy && role == Role::Front) {
+        wasTurnedAway = true;
+        Close(BusyReason(frame.number));
+    } else {
+        Close(L"it sent an event before its greeting");
     }
 }
 

@@ -2,6 +2,7 @@
 
 #include <array>
 #include <cstddef>
+#include <cstdint>
 #include <deque>
 #include <functional>
 #include <map>
@@ -74,11 +75,17 @@ public:
     /// The owner is done with an event that came with this frame.
     void EventHandled(const Frame& event);
 
+    /// Engine, instead of `Start`: tells the front end that there is no room for it, and ends the session. `served` as
+    /// `EncodeBusy` takes it.
+    void TurnAway(std::uint64_t served);
+
     /// Ends the session; `reason` as `SessionOwner::OnClosed` takes it.
     void Close(const std::wstring& reason);
 
     Peer Number() const { return peer; }
     bool IsClosed() const { return isClosed; }
+    /// Front end: true when the engine had no room for it.
+    bool WasTurnedAway() const { return wasTurnedAway; }
     /// True between the greetings and the end.
     bool IsOpen() const { return isGreeted && !isClosed; }
 
@@ -92,6 +99,7 @@ private:
     void OnRead(bool succeeded, std::size_t bytes);
     void Take(std::string_view bytes);
     void TakeFrame(Frame frame);
+    void TakeFirstFrame(const Frame& frame);
     void TakeGreeting();
     void TakeAcknowledgement(EventNumber number);
     void Refuse(FrameRefusal refusal);
@@ -110,6 +118,7 @@ private:
 
     bool isGreeted = false;
     bool isClosed = false;
+    bool wasTurnedAway = false;
 
     /// Sent and not yet acknowledged.
     std::map<EventNumber, Awaited> awaited;

@@ -20,7 +20,7 @@
 class EventTransmitterExtension {
 public:
     /// Of this interface: raised with every change of it.
-    static constexpr std::uint32_t version = 1;
+    static constexpr std::uint32_t version = 2;
 
     /// Names the other side of one connection; never used twice in a process. 0 is nobody.
     using Peer = std::uint64_t;
@@ -34,6 +34,10 @@ public:
 
     /// Front end: true while the engine is there. Engine: true while it can be reached.
     virtual bool IsConnected() const = 0;
+
+    /// Front end: true when the last attempt to connect met an engine that has no room for another front end now: a
+    /// later one may succeed. A module that knows no such engine leaves this as it is.
+    virtual bool IsBusy() const { return false; }
 
     /// While a handler runs, on its thread: who sent the event. Otherwise 0.
     virtual Peer CurrentPeer() const = 0;

@@ -24,6 +24,8 @@ public:
     bool isEngineThere = true;
     /// Why there is no connection.
     std::wstring connectionProblem;
+    /// The engine has no room, which may pass.
+    bool isBusy = false;
     /// Called with each try to connect, before `Connect` returns.
     std::function<void()> onConnect;
     /// Called with each event that is sent, before `SendEvent` returns.
@@ -49,6 +51,7 @@ public:
     bool PostEvent(const std::wstring& eventName, const std::wstring& payload) override;
     bool Connect(std::wstring& problem) override;
     bool IsConnected() const override;
+    bool IsBusy() const override { return isBusy; }
     Acknowledgement DeferAcknowledgement() override;
     void Acknowledge(Acknowledgement acknowledgement) override;
     void PauseDelivery() override;

@@ -77,6 +77,46 @@ TEST_F(HostConnectionTest, WhyAHostCannotBeReachedIsTold) {
     EXPECT_EQ(host.startCount, 0);
 }
 
+TEST_F(HostConnectionTest, ABusyHostIsWaitedFor) {
+    host.transmitter.isBusy = true;
+    host.transmitter.connectionProblem = L"it is busy";
+    host.transmitter.canSend = false;
+    int attempts = 0;
+    host.transmitter.onConnect = [&] {
+        if (++attempts == 3) {
+            host.transmitter.isBusy = false;
+            host.transmitter.connectionProblem.clear();
+            host.transmitter.canSend = true;
+        }
+    };
+    EXPECT_EQ(Run({L"--list"}), 0) << console.errors;
+    EXPECT_EQ(attempts, 3);
+    EXPECT_EQ(host.startCount, 0);
+}
+
+TEST_F(HostConnectionTest, AHostThatStaysBusyIsToldAsBusy) {
+    host.transmitter.isBusy = true;
+    host.transmitter.connectionProblem = L"it is busy: 256 front ends are connected";
+    host.transmitter.canSend = false;
+    patience = std::chrono::milliseconds(0);
+    for (const std::vector<std::wstring>& arguments :
+         std::vector<std::vector<std::wstring>>{{L"--list"}, {L"--list", L"-f"}, {L"-s1"}, {L"--wait", L"1", L"-f"}}) {
+        console.errors.clear();
+        EXPECT_EQ(Run(arguments), 3);
+        EXPECT_EQ(console.errors, "controller_cli: The host cannot be reached: it is busy: 256 front ends are "
+                                  "connected\n");
+    }
+    EXPECT_EQ(host.startCount, 0);
+}
+
+TEST_F(HostConnectionTest, CtrlCEndsTheWaitForABusyHost) {
+    host.transmitter.isBusy = true;
+    host.transmitter.connectionProblem = L"it is busy";
+    host.transmitter.canSend = false;
+    stop.Raise();
+    EXPECT_EQ(Run({L"--list"}), 130);
+}
+
 TEST_F(HostConnectionTest, WithoutAnExtensionAHostIsStartedBecauseNothingTellsWhetherOneRuns) {
     host.hasNoExtension = true;
     EXPECT_EQ(Run({L"--list"}), 0);

@@ -56,11 +56,11 @@ platform::ProcessStart HostProcessFixture::Host(const std::vector<std::wstring>&
     return start;
 }
 
-platform::ProcessStart HostProcessFixture::FrontEndProcess(const std::vector<std::wstring>& arguments) const {
+platform::ProcessStart HostProcessFixture::FrontEndProcess(const std::vector<std::wstring>& arguments,
+                                                           std::chrono::seconds wait) const {
     platform::ProcessStart start = Host(arguments);
     start.program = test_support::ProgramPath(L"controller_cli");
-    // Less than the test waits for it: what it has to say about an answer that does not come is then seen.
-    start.environment.emplace_back(L"QRV_KT_WAIT_RESPONSE_SEC", std::to_wstring(test_support::patience.count() / 2));
+    start.environment.emplace_back(L"QRV_KT_WAIT_RESPONSE_SEC", std::to_wstring(wait.count()));
     return start;
 }
 

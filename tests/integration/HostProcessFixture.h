@@ -3,9 +3,11 @@
 #include "FrontEnd.h"
 #include "platform/Process.h"
 #include "platform/ProcessHandle.h"
+#include "support/Deadline.h"
 #include "support/TemporaryFolder.h"
 #include "support/TestProcess.h"
 
+#include <chrono>
 #include <functional>
 #include <string>
 #include <vector>
@@ -22,8 +24,10 @@ protected:
 
     /// How to start the host with these settings.
     platform::ProcessStart Host(const std::vector<std::wstring>& arguments) const;
-    /// How to start the command-line front end with them.
-    platform::ProcessStart FrontEndProcess(const std::vector<std::wstring>& arguments) const;
+    /// How to start the command-line front end with them. It waits for an answer for less than the test waits for it:
+    /// what it has to say about an answer that does not come is then seen.
+    platform::ProcessStart FrontEndProcess(const std::vector<std::wstring>& arguments,
+                                           std::chrono::seconds wait = test_support::patience / 2) const;
     /// Starts a host and returns when front ends can reach it.
     void StartHost();
     /// Waits until the host has ended by itself; its exit code.

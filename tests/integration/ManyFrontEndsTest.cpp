@@ -1,8 +1,12 @@
 #include "HostProcessFixture.h"
+#include "IdleFrontEnds.h"
 
 #include "companion/ControllerCSWrapper.h"
+#include "local_socket/Limits.h"
 #include "platform/LineEnd.h"
 #include "support/OtherProcesses.h"
+
+#include <optional>
 
 namespace {
 
@@ -58,6 +62,23 @@ TEST_F(ManyFrontEndsTest, OneThatIsKilledInTheMiddleOfItsAnswerHarmsNobody) {
     test_support::KillProcess(process.Get());
     ASSERT_TRUE(test_support::WaitUntilSignalled(process.Get()));
     ExpectTheHostAnswers();
+}
+
+TEST_F(ManyFrontEndsTest, OneMoreThanTheHostServesIsToldThatItIsBusy) {
+    StartHost();
+    std::optional<IdleFrontEnds> others(std::in_place, meetingPlace, local_socket::Limits().peers);
+    for (const std::vector<std::wstring>& arguments : std::vector<std::vector<std::wstring>>{
+             {L"--list"}, {L"--list", L"-f"}, {L"-s1"}, {L"-c1", L"-f"}, {L"--wait", L"1"}}) {
+        const auto refused = test_support::RunToEnd(FrontEndProcess(arguments, std::chrono::seconds(0)));
+        EXPECT_EQ(refused.exitCode, 3) << refused.output;
+        EXPECT_NE(refused.output.find("The host cannot be reached: it is busy: 256 front ends are connected"),
+                  std::string::npos)
+            << refused.output;
+    }
+    const platform::OwnedHandle waiting = StartFrontEnd({L"--list", L"-f"});
+    others.reset();
+    ASSERT_TRUE(test_support::WaitUntilSignalled(waiting.Get()));
+    EXPECT_EQ(platform::ExitCode(waiting.Get()), 0);
 }
 
 TEST_F(ManyFrontEndsTest, OneRequestOfTenThousandSetsIsAnsweredWhole) {

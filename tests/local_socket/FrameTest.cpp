@@ -11,6 +11,7 @@
 namespace {
 
 using local_socket::EncodeAcknowledgement;
+using local_socket::EncodeBusy;
 using local_socket::EncodeEvent;
 using local_socket::EncodeGreeting;
 using local_socket::Frame;
@@ -47,6 +48,11 @@ TEST(FrameTest, AnAcknowledgementIsAHeaderWithTheNumberOfTheEvent) {
     EXPECT_EQ(EncodeAcknowledgement(258), "CCev\2\0\3\0\0\0\0\0\0\0\0\0\2\1\0\0\0\0\0\0"s);
     EXPECT_EQ(DecodeInPieces({EncodeAcknowledgement(258)}),
               (std::vector<Frame>{{FrameKind::Acknowledgement, "", "", 258}}));
+}
+
+TEST(FrameTest, ABusyEngineSendsAHeaderWithHowManyItServes) {
+    EXPECT_EQ(EncodeBusy(256), "CCev\2\0\4\0\0\0\0\0\0\0\0\0\0\1\0\0\0\0\0\0"s);
+    EXPECT_EQ(DecodeInPieces({EncodeBusy(256)}), (std::vector<Frame>{{FrameKind::Busy, "", "", 256}}));
 }
 
 TEST(FrameTest, WhatIsTooBigIsNotEncoded) {
@@ -117,7 +123,7 @@ const std::vector<RefusedCase> refusedCases{
     {"version 256", "CCev\0\1\1\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0"s, FrameRefusal::OtherVersion},
     {"version 3 of unknown kind", "CCev\3\0\7\0\1\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0"s, FrameRefusal::OtherVersion},
     {"kind 0", "CCev\2\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0"s, FrameRefusal::UnknownKind},
-    {"kind 4", "CCev\2\0\4\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0"s, FrameRefusal::UnknownKind},
+    {"kind 5", "CCev\2\0\5\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0"s, FrameRefusal::UnknownKind},
     {"greeting with a name", "CCev\2\0\1\0\1\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0n"s, FrameRefusal::NameSize},
     {"greeting with a payload", "CCev\2\0\1\0\0\0\0\0\1\0\0\0\0\0\0\0\0\0\0\0p"s, FrameRefusal::PayloadSize},
     {"event without a name", "CCev\2\0\2\0\0\0\0\0\1\0\0\0\0\0\0\0\0\0\0\0p"s, FrameRefusal::NameSize},

@@ -240,15 +240,41 @@ TEST_F(LineTest, FiftyFrontEndsAtOnceAreAllAnswered) {
     engine->AddEventHandler(L"Ask", nullptr);
 }
 
-TEST_F(LineTest, MoreFrontEndsThanAllowedAreSentAway) {
+TEST_F(LineTest, MoreFrontEndsThanAllowedAreToldThatTheEngineIsBusy) {
     limits.peers = 2;
     const auto engine = Engine();
     const auto first = Client();
     auto second = Client();
-    EXPECT_FALSE(Client()->IsConnected());
+    const auto third = Client();
     EXPECT_TRUE(first->IsConnected());
-    const Payloads lines = log.lines.WaitFor(1);
-    EXPECT_EQ(lines.size(), 1u) << testing::PrintToString(lines);
+    EXPECT_FALSE(third->IsConnected());
+    for (int attempt = 0; attempt < 20; ++attempt) {
+        std::wstring problem;
+        EXPECT_FALSE(third->Connect(problem));
+        EXPECT_EQ(problem, L"it is busy: 2 front ends are connected, as many as it serves at a time; end some of them, "
+                           L"or try again later");
+        EXPECT_TRUE(third->IsBusy());
+    }
+    // One line of each end, however often it is tried.
+    const Payloads lines = log.lines.WaitFor(2);
+    EXPECT_EQ(lines.size(), 2u) << testing::PrintToString(lines);
+}
+
+TEST_F(LineTest, AFrontEndThatWasTurnedAwayIsTakenWhenThereIsRoom) {
+    limits.peers = 1;
+    const auto engine = Engine();
+    auto first = Client();
+    const auto second = Client();
+    EXPECT_TRUE(second->IsBusy());
+    first.reset();
+    const test_support::Deadline deadline("room for the second front end");
+    std::wstring problem;
+    while (!second->Connect(problem)) {
+        std::this_thread::yield();
+    }
+    EXPECT_EQ(problem, L"");
+    EXPECT_TRUE(second->IsConnected());
+    EXPECT_FALSE(second->IsBusy());
 }
 
 TEST_F(LineTest, AFrontEndThatTakesNothingIsDroppedAndHoldsUpNobody) {

@@ -23,7 +23,7 @@ TEST(NetworkTest, FrontEndsThatComeWithoutEndDoNotHoldUpTheRest) {
     const std::unique_ptr<Network> engine = MakeLocalNetwork([](const std::wstring&) {});
     const std::unique_ptr<Timer> rest = engine->MakeTimer();
     int taken = 0;
-    const auto nextFrontEnd = [&](const std::unique_ptr<Channel>&) {
+    const auto nextFrontEnd = [&](const std::unique_ptr<Channel>&, local_socket::Room) {
         if (++taken == 1) {
             rest->Start(std::chrono::milliseconds::zero(), [&] { engine->Stop(); });
         }

@@ -38,7 +38,7 @@ public:
 
     /// Listens in an engine's place instead and sends these bytes to the first front end that comes.
     RawPeer(const std::string& place, const std::string& answer) : thread([this] { network->Run(); }) {
-        network->Listen(place, [this, answer](std::unique_ptr<local_socket::Channel> accepted) {
+        network->Listen(place, [this, answer](std::unique_ptr<local_socket::Channel> accepted, local_socket::Room) {
             channel = std::move(accepted);
             ReadOn();
             if (!answer.empty()) {
@@ -230,6 +230,19 @@ TEST_F(RawPeerTest, AnEngineThatDoesNotGreetIsNoEngine) {
     const auto client = Client();
     EXPECT_FALSE(client->IsConnected());
     ExpectLogged(L"The connection to the engine was closed: it does not answer: no greeting within 20 ms.");
+}
+
+TEST_F(RawPeerTest, AnEngineThatDoesNotGreetIsWaitedForOnceByTheOneWhoMadeTheEndAndConnects) {
+    limits.greeting = std::chrono::milliseconds(20);
+    const RawPeer engine(place, "");
+    const auto client = Client();
+    std::wstring problem;
+    EXPECT_FALSE(client->Connect(problem));
+    EXPECT_EQ(problem, L"it does not answer: no greeting within 20 ms");
+    EXPECT_FALSE(client->IsBusy());
+    EXPECT_EQ(log.lines.All().size(), 1u);
+    EXPECT_FALSE(client->Connect(problem));
+    EXPECT_EQ(log.lines.All().size(), 2u);
 }
 
 TEST_F(RawPeerTest, AnEngineOfAnotherVersionIsNoEngine) {

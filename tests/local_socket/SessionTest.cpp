@@ -13,6 +13,7 @@
 namespace {
 
 using local_socket::EncodeAcknowledgement;
+using local_socket::EncodeBusy;
 using local_socket::EncodeEvent;
 using local_socket::EncodeGreeting;
 using local_socket::Frame;
@@ -114,6 +115,40 @@ TEST_F(SessionTest, EventsComeInOrderAlsoWithTheGreeting) {
     peer.Receive(EncodeGreeting() + Event(L"A") + Event(L"B"));
     peer.Receive(Event(L"C"));
     EXPECT_EQ(happened, (Happened{L"greeted", L"event A", L"event B", L"event C"}));
+}
+
+TEST_F(SessionTest, AFrontEndWithoutRoomIsToldAndClosed) {
+    session = std::make_shared<Session>(7, Session::Role::Engine, network, FakeNetwork::ChannelTo(peer), SmallLimits(),
+                                        *this);
+    session->TurnAway(256);
+    EXPECT_EQ(peer.written, EncodeBusy(256));
+    EXPECT_TRUE(peer.isClosed);
+    EXPECT_FALSE(session->WasTurnedAway());
+    EXPECT_EQ(happened, Happened{L"closed: "});
+}
+
+TEST_F(SessionTest, AFrontEndThatIsTurnedAwayLearnsWhyAndWhatToDo) {
+    Begin(Session::Role::Front);
+    peer.Receive(EncodeBusy(256));
+    EXPECT_TRUE(session->WasTurnedAway());
+    EXPECT_TRUE(peer.isClosed);
+    EXPECT_EQ(happened, Happened{L"closed: it is busy: 256 front ends are connected, as many as it serves at a time; "
+                                 L"end some of them, or try again later"});
+    Begin(Session::Role::Front);
+    peer.Receive(EncodeBusy(0));
+    EXPECT_TRUE(session->WasTurnedAway());
+    EXPECT_EQ(happened.back(), L"closed: it is busy: the system gives it no more open files; end some front ends, or "
+                               L"start it again with a higher limit of open files");
+}
+
+TEST_F(SessionTest, OnlyAnEngineIsBusyAndOnlyBeforeItsGreeting) {
+    Begin(Session::Role::Engine);
+    peer.Receive(EncodeBusy(1));
+    EXPECT_EQ(happened, Happened{L"closed: it sent an event before its greeting"});
+    BeginOpenFront();
+    peer.Receive(EncodeBusy(1));
+    EXPECT_EQ(happened, Happened{L"closed: it greeted twice"});
+    EXPECT_FALSE(session->WasTurnedAway());
 }
 
 TEST_F(SessionTest, APeerThatSendsNothingIsClosed) {

@@ -4,6 +4,7 @@
 
 #include <asio/local/stream_protocol.hpp>
 
+#include <fcntl.h>
 #include <sys/socket.h>
 
 #include "local_socket/AsioNetwork.h"
@@ -27,6 +28,7 @@ public:
         if (opened.failure.empty()) {
             const std::lock_guard<std::mutex> guard(Lock());
             onConnected = std::move(connected);
+            spare = SpareDescriptor();
             ListenOn(std::move(opened.socket));
             look->Start(lookInterval, [this] { LookAfterPlace(); });
         }
@@ -40,7 +42,8 @@ public:
 
     Connection Connect(const std::string& name) override {
         OpenedSocket opened = ConnectTo(name, busyPatience);
-        return {opened.socket ? ChannelOver(std::move(opened.socket)) : nullptr, std::move(opened.failure)};
+        return {opened.socket ? ChannelOver(std::move(opened.socket)) : nullptr, std::move(opened.failure),
+                opened.isBusy};
     }
 
 private:
@@ -82,23 +85,58 @@ private:
         });
     }
 
-    /// One at a time, so that those who come without end do not hold up the rest. Not Asio's own accept, whose sockets
-    /// would be inherited by every process that is started.
+    /// One at a time, so that those who come without end do not hold up the rest.
     void AcceptOne() {
-        const int accepted = ::accept4(acceptor.native_handle(), nullptr, nullptr, SOCK_CLOEXEC | SOCK_NONBLOCK);
-        if (accepted >= 0) {
-            TakeFrontEnd(platform::OwnedHandle(platform::HandleOf(accepted)));
-        } else if (errno != EAGAIN && errno != EINTR && errno != ECONNABORTED) {
-            log(L"Cannot take a front end: " + platform::LastError().Text());
+        Accepted accepted = Accept();
+        if (accepted.socket) {
+            TakeFrontEnd(std::move(accepted.socket), Room::Free);
+        } else if (accepted.error.kind == platform::ErrorKind::TooManyOpen) {
+            accepted = TurnOneAway();
+        }
+        if (accepted.error) {
+            log(L"Cannot take a front end: " + accepted.error.Text());
             retry->Start(retryDelay, [this] { AwaitFrontEnds(); });
             return;
         }
         AwaitFrontEnds();
     }
 
-    void TakeFrontEnd(platform::OwnedHandle socket) {
+    /// A front end's socket, or why there is none: no error when simply none waits any more.
+    struct Accepted {
+        platform::OwnedHandle socket;
+        platform::Error error;
+    };
+
+    /// Not Asio's own accept, whose sockets would be inherited by every process that is started.
+    Accepted Accept() {
+        const int accepted = ::accept4(acceptor.native_handle(), nullptr, nullptr, SOCK_CLOEXEC | SOCK_NONBLOCK);
+        if (accepted >= 0) {
+            return {platform::OwnedHandle(platform::HandleOf(accepted)), {}};
+        }
+        const bool isGone = errno == EAGAIN || errno == EINTR || errno == ECONNABORTED;
+        return {{}, isGone ? platform::Error() : platform::LastError()};
+    }
+
+    /// With the descriptor that is kept for this: who comes is told why it cannot be served.
+    Accepted TurnOneAway() {
+        spare = {};
+        Accepted accepted = Accept();
+        if (accepted.socket) {
+            TakeFrontEnd(std::move(accepted.socket), Room::None);
+        }
+        spare = SpareDescriptor();
+        return accepted;
+    }
+
+    /// Null when the system gives none; then front ends wait until it gives one for themselves.
+    static platform::OwnedHandle SpareDescriptor() {
+        const int descriptor = ::open("/dev/null", O_RDONLY | O_CLOEXEC);
+        return descriptor < 0 ? platform::OwnedHandle() : platform::OwnedHandle(platform::HandleOf(descriptor));
+    }
+
+    void TakeFrontEnd(platform::OwnedHandle socket, Room room) {
         if (IsSameUser(platform::DescriptorOf(socket.Get()))) {
-            onConnected(ChannelOver(std::move(socket)));
+            onConnected(ChannelOver(std::move(socket)), room);
         } else {
             log(L"A program of another user was refused as front end.");
         }
@@ -112,6 +150,8 @@ private:
     ListeningPlace place;
     /// Of the last look at the place.
     std::wstring lastFailure;
+    /// Kept open, to be given up for a front end when no other descriptor is left.
+    platform::OwnedHandle spare;
     Protocol::acceptor acceptor{context};
     const std::unique_ptr<Timer> retry = MakeTimer();
     const std::unique_ptr<Timer> look = MakeTimer();

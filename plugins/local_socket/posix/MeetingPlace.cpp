@@ -151,14 +151,16 @@ bool ConnectWithin(std::chrono::milliseconds patience, int socket, const sockadd
     return result == 0 && ::fcntl(socket, F_SETFL, O_NONBLOCK) == 0;
 }
 
-std::wstring ConnectFailure(const std::string& path) {
+OpenedSocket ConnectFailure(const std::string& path) {
     if (errno == ENOENT || errno == ECONNREFUSED) {
         return {};
     }
     if (errno == EAGAIN) {
-        return Failure(L"the socket", path, L"the engine there does not take front ends; try again later");
+        return {{},
+                Failure(L"the socket", path, L"the engine there is busy and takes no front ends; try again later"),
+                true};
     }
-    return SystemFailure(L"the socket", path);
+    return {{}, SystemFailure(L"the socket", path)};
 }
 
 } // namespace
@@ -283,7 +285,7 @@ OpenedSocket ConnectTo(const std::string& name, std::chrono::milliseconds patien
     }
     const int descriptor = platform::DescriptorOf(socket.Get());
     if (!ConnectWithin(patience, descriptor, *address)) {
-        return {{}, ConnectFailure(path)};
+        return ConnectFailure(path);
     }
     if (!IsSameUser(descriptor)) {
         return {{}, Failure(L"will not talk to the engine at", path, L"it belongs to another user")};

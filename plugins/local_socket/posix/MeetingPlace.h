@@ -27,6 +27,8 @@ struct OpenedSocket {
     platform::OwnedHandle socket;
     /// Empty when simply nobody listens.
     std::wstring failure;
+    /// True when as many wait for the engine as the system allows.
+    bool isBusy = false;
 };
 
 /// The socket of the meeting place `name`, as front ends look for it at this moment.

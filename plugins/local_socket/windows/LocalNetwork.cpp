@@ -38,7 +38,8 @@ public:
 
     Connection Connect(const std::string& placeName) override {
         OpenedPipe opened = OpenPipe(placeName, busyPatience);
-        return {opened.pipe ? ChannelOver(StreamOver(std::move(opened.pipe))) : nullptr, std::move(opened.failure)};
+        return {opened.pipe ? ChannelOver(StreamOver(std::move(opened.pipe))) : nullptr, std::move(opened.failure),
+                opened.isBusy};
     }
 
 private:
@@ -74,7 +75,7 @@ private:
         std::optional<Stream> taken = std::exchange(waiting, std::nullopt);
         MakeNextEnd();
         if (!error) {
-            onConnected(ChannelOver(*std::move(taken)));
+            onConnected(ChannelOver(*std::move(taken)), Room::Free);
         }
     }
 

@@ -76,8 +76,16 @@ platform::OwnedHandle OpenFreePipeEnd(const std::wstring& path, ULONGLONG end) {
     }
 }
 
-std::wstring OpenFailure(const std::wstring& path) {
-    return GetLastError() == ERROR_FILE_NOT_FOUND ? std::wstring() : SystemFailure(L"the pipe", path);
+OpenedPipe OpenFailure(const std::wstring& path) {
+    const DWORD code = GetLastError();
+    if (code == ERROR_FILE_NOT_FOUND) {
+        return {};
+    }
+    if (code == ERROR_PIPE_BUSY) {
+        return {
+            {}, Failure(L"the pipe", path, L"the engine there is busy and takes no front ends; try again later"), true};
+    }
+    return {{}, SystemFailure(L"the pipe", path)};
 }
 
 /// Where the flag for the first instance is not heeded, this finds another engine nevertheless.
@@ -140,7 +148,7 @@ OpenedPipe OpenPipe(const std::string& name, std::chrono::milliseconds patience)
     }
     platform::OwnedHandle pipe = OpenFreePipeEnd(path, GetTickCount64() + static_cast<ULONGLONG>(patience.count()));
     if (!pipe) {
-        return {{}, OpenFailure(path)};
+        return OpenFailure(path);
     }
     if (!IsOwnPipe(pipe.Get(), sid)) {
         return {{}, Failure(L"will not talk to the engine at", path, L"it belongs to another user")};

@@ -21,6 +21,8 @@ struct OpenedPipe {
     platform::OwnedHandle pipe;
     /// Empty when simply nobody listens.
     std::wstring failure;
+    /// True when all ends of the engine's pipe are taken.
+    bool isBusy = false;
 };
 
 /// Which instance of a pipe: the first one fails when the pipe is there already.

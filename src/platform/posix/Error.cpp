@@ -3,6 +3,8 @@
 #include <cerrno>
 #include <cstring>
 
+#include <sys/resource.h>
+
 #include "platform/SystemMessage.h"
 #include "platform/Text.h"
 
@@ -54,10 +56,25 @@ Error ErrorFromCode(std::int64_t systemCode) {
     return {KindOf(static_cast<int>(systemCode)), systemCode};
 }
 
+namespace {
+
+/// Which limit it is, and how to see it: the system's words do not say.
+std::wstring OpenFilesLimit() {
+    rlimit limit = {};
+    return getrlimit(RLIMIT_NOFILE, &limit) == 0
+               ? L": this process may have " + std::to_wstring(limit.rlim_cur) + L" (ulimit -n)"
+               : std::wstring();
+}
+
+} // namespace
+
 std::wstring SystemMessage(std::int64_t systemCode) {
     // Not strerror_r: it speaks the language of the locale, and log lines are in English.
     const char* message = strerrordesc_np(static_cast<int>(systemCode));
-    return message == nullptr ? std::wstring() : FromUtf8(message);
+    if (message == nullptr) {
+        return {};
+    }
+    return FromUtf8(message) + (systemCode == EMFILE ? OpenFilesLimit() : std::wstring());
 }
 
 } // namespace platform

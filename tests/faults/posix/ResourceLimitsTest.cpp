@@ -1,7 +1,9 @@
 #include "../FaultFixture.h"
+#include "IdleFrontEnds.h"
 #include "Privileges.h"
 
 #include "companion/Settings.h"
+#include "platform/NativePath.h"
 #include "platform/Waiting.h"
 #include "support/TestProcess.h"
 
@@ -17,6 +19,22 @@ namespace {
 /// A host that may have no more open files than these keeps those that it has, and gets no other.
 constexpr rlim_t standardStreams = 3;
 constexpr rlim_t usual = 1024;
+
+/// Limits of this very process.
+class OpenFilesLimit {
+public:
+    explicit OpenFilesLimit(rlim_t count) {
+        getrlimit(RLIMIT_NOFILE, &before);
+        const rlimit limit = {count, before.rlim_max};
+        setrlimit(RLIMIT_NOFILE, &limit);
+    }
+    ~OpenFilesLimit() { setrlimit(RLIMIT_NOFILE, &before); }
+    OpenFilesLimit(const OpenFilesLimit&) = delete;
+    OpenFilesLimit& operator=(const OpenFilesLimit&) = delete;
+
+private:
+    rlimit before = {};
+};
 
 class ResourceLimitsTest : public FaultFixture {
 protected:
@@ -89,6 +107,55 @@ TEST_F(ResourceLimitsTest_OpenFiles, WithoutOpenFilesLeftFrontEndsWaitAndTheHost
     EXPECT_EQ(platform::ExitCode(frontEnd.Get()), 0);
 }
 
+TEST_F(ResourceLimitsTest_OpenFiles, AHostThatMayOpenNoMoreTellsFrontEndsSoAndCanBeEnded) {
+    constexpr int few = 48;
+    {
+        const OpenFilesLimit limit(few);
+        StartHost();
+    }
+    const IdleFrontEnds others(meetingPlace, few);
+    const auto refused = test_support::RunToEnd(FrontEndProcess({L"--list"}, std::chrono::seconds(0)));
+    EXPECT_EQ(refused.exitCode, 3);
+    EXPECT_NE(refused.output.find("it is busy: the system gives it no more open files"), std::string::npos)
+        << refused.output;
+    EXPECT_EQ(CountInLog("Front ends are turned away"), 1) << Log();
+    const auto ended = test_support::RunToEnd(FrontEndProcess({L"--stop-host"}, std::chrono::seconds(1)));
+    EXPECT_EQ(ended.exitCode, 0) << ended.output;
+    EXPECT_EQ(AwaitHostEnd(), 0);
+}
+
+/// The limit is set by a shell: with one so low, this process could not start another.
+platform::ProcessStart WithOpenFiles(rlim_t count, platform::ProcessStart start) {
+    start.arguments.insert(start.arguments.begin(),
+                           {L"-c", L"ulimit -n " + std::to_wstring(count) + LR"( && exec "$0" "$@")",
+                            platform::ToNativeText(start.program)});
+    start.program = L"\\bin\\sh";
+    return start;
+}
+
+TEST_F(ResourceLimitsTest_OpenFiles, AHostThatMayOpenTooFewFilesSaysSoAndEnds) {
+    bool isReady = false;
+    // With fewer, the system cannot even load the program.
+    for (rlim_t count = 5; !isReady && count < usual; ++count) {
+        const platform::Event ready;
+        platform::OutputPipe output;
+        ASSERT_FALSE(output.Open());
+        platform::ProcessStart start =
+            WithOpenFiles(count, Host({L"--ready-event", platform::InheritedHandleText(ready.Handle())}));
+        start.inherited = {ready.Handle()};
+        start.output = output.WriteEnd();
+        ASSERT_FALSE(platform::StartProcess(start, host));
+        output.CloseWriteEnd();
+        isReady = platform::WaitForAny({ready.Handle(), host.Get()}, test_support::patience) == std::size_t{0};
+        if (!isReady) {
+            const std::string said = test_support::ReadToEnd(output);
+            EXPECT_EQ(AwaitHostEnd(), 1) << count;
+            EXPECT_NE(said.find("Too many open files"), std::string::npos) << count << ": " << said;
+        }
+    }
+    EXPECT_TRUE(isReady);
+}
+
 TEST_F(ResourceLimitsTest, ALimitOnTheSizeOfFilesIsLikeAFullDisk) {
     StartHost();
     FrontEnd frontEnd(meetingPlace);
@@ -101,22 +168,6 @@ TEST_F(ResourceLimitsTest, ALimitOnTheSizeOfFilesIsLikeAFullDisk) {
     ExpectJobs(frontEnd, "exit 0", 1, JobStatus::Success);
     Await("the saved list", [this] { return SavedJobs().size() == 3; });
 }
-
-/// Limits of this very process.
-class OpenFilesLimit {
-public:
-    explicit OpenFilesLimit(rlim_t count) {
-        getrlimit(RLIMIT_NOFILE, &before);
-        const rlimit limit = {count, before.rlim_max};
-        setrlimit(RLIMIT_NOFILE, &limit);
-    }
-    ~OpenFilesLimit() { setrlimit(RLIMIT_NOFILE, &before); }
-    OpenFilesLimit(const OpenFilesLimit&) = delete;
-    OpenFilesLimit& operator=(const OpenFilesLimit&) = delete;
-
-private:
-    rlimit before = {};
-};
 
 using ResourceLimitsTest_Here = WithoutOpenFiles<testing::Test>;
 

@@ -15,10 +15,7 @@ protected:
     }
 
     test_support::Ending Cli(const std::vector<std::wstring>& arguments) const {
-        platform::ProcessStart start = FrontEndProcess(arguments);
-        std::erase_if(start.environment, [](const auto& entry) { return entry.first == L"QRV_KT_WAIT_RESPONSE_SEC"; });
-        start.environment.emplace_back(L"QRV_KT_WAIT_RESPONSE_SEC", L"1");
-        return test_support::RunToEnd(start);
+        return test_support::RunToEnd(FrontEndProcess(arguments, std::chrono::seconds(1)));
     }
 };
 

@@ -24,7 +24,7 @@ using local_socket::Network;
 class LostPlaceTest : public testing::Test {
 protected:
     void SetUp() override {
-        ASSERT_EQ(engine->Listen(name, [](const std::unique_ptr<Channel>&) {}), L"");
+        ASSERT_EQ(engine->Listen(name, [](const std::unique_ptr<Channel>&, local_socket::Room) {}), L"");
         thread = std::thread([this] { engine->Run(); });
     }
     void TearDown() override {

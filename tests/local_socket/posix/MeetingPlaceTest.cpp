@@ -152,7 +152,9 @@ TEST_F(MeetingPlaceTest_BusyEngine, IsWaitedForAndThenToldOf) {
     const auto begin = std::chrono::steady_clock::now();
     const OpenedSocket refused = ConnectTo("host", 50ms);
     EXPECT_FALSE(refused.socket);
-    EXPECT_TRUE(Contains(refused.failure, L"does not take front ends")) << testing::PrintToString(refused.failure);
+    EXPECT_TRUE(Contains(refused.failure, L"is busy and takes no front ends"))
+        << testing::PrintToString(refused.failure);
+    EXPECT_TRUE(refused.isBusy);
     EXPECT_GE(std::chrono::steady_clock::now() - begin, 50ms);
 }
 

@@ -1,0 +1,21 @@
+#pragma once
+
+#include "local_socket/Frame.h"
+#include "local_socket/Network.h"
+
+#include <cstddef>
+#include <memory>
+#include <string>
+#include <vector>
+
+/// Front ends that connect to a host, greet, and do nothing until the end of this object. One that finds no host fails
+/// the test.
+class IdleFrontEnds {
+public:
+    IdleFrontEnds(const std::wstring& meetingPlace, std::size_t count);
+
+private:
+    const std::string greeting = local_socket::EncodeGreeting();
+    const std::unique_ptr<local_socket::Network> network = local_socket::MakeLocalNetwork([](const std::wstring&) {});
+    std::vector<std::unique_ptr<local_socket::Channel>> channels;
+};
