@@ -3,6 +3,9 @@
 #include <chrono>
 #include <cstdint>
 #include <string>
+#include <vector>
+
+#include "companion/HostLock.h"
 
 class EventTransmitter;
 class EventTransmitterExtension;
@@ -29,6 +32,9 @@ public:
     /// module cannot be used. The module owns it.
     virtual EventTransmitter* Transmitter() = 0;
 
+    /// Why there is no transmitter, as the end of a sentence about the module.
+    virtual std::wstring TransmitterProblem() = 0;
+
     /// What the transmitter can do beyond its two operations; null when the module has none.
     virtual EventTransmitterExtension* Extension() = 0;
 
@@ -36,8 +42,9 @@ public:
     virtual bool IsHostThere() = 0;
 
     /// Starts a host of its own process, and returns once it can be reached. One that was running or starting already
-    /// is as good. What kept it from starting; empty when nothing did.
-    virtual std::wstring StartHost() = 0;
+    /// is as good. What kept it from starting; empty when nothing did. `warnings`: the lines in which the host that was
+    /// started names what jobs would fail for; empty where one was there already.
+    virtual std::wstring StartHost(std::wstring& warnings) = 0;
 
     /// Runs a host in the foreground and returns its exit code when it has ended. Where it cannot be started, `problem`
     /// says why.
@@ -52,6 +59,12 @@ public:
 
     /// Asks that host to end in the ways that do without a connection here, and waits for its end up to `patience`.
     virtual HostEnd EndRunningHost(std::chrono::milliseconds patience) = 0;
+
+    /// The hosts that run and were started with the settings file in use, whatever that file says now.
+    virtual std::vector<host_lock::Holder> HostsOfSettingsFile() = 0;
+
+    /// Asks one of these to end, and waits for its end up to `patience`.
+    virtual HostEnd EndHostOfSettingsFile(const host_lock::Holder& holder, std::chrono::milliseconds patience) = 0;
 
 protected:
     HostAccess() = default;

@@ -43,7 +43,13 @@ void FailIfAHostListensElsewhere(const CommandContext& context) {
 }
 
 void StartHost(CommandContext& context) {
-    if (const std::wstring problem = context.host.StartHost(); !problem.empty()) {
+    std::wstring warnings;
+    const std::wstring problem = context.host.StartHost(warnings);
+    // They name the host's program themselves.
+    if (!warnings.empty()) {
+        context.console.WriteError(warnings + L"\n");
+    }
+    if (!problem.empty()) {
         FailIfAHostListensElsewhere(context);
         throw CommandFailure{ExitCode::NoHost, context.texts.Format(L"Errors/HostNotStarted", {problem})};
     }
@@ -96,8 +102,9 @@ HostConnection ConnectToHost(CommandContext& context, Start start) {
     EventTransmitter* const transmitter = context.host.Transmitter();
     if (transmitter == nullptr) {
         const std::wstring module = platform::ToNativeText(context.host.TransmitterModule());
-        throw CommandFailure{ExitCode::NoHost,
-                             context.texts.Format(L"Errors/NoTransmitter", {module}) + LogHint(context)};
+        throw CommandFailure{ExitCode::NoHost, context.texts.Format(L"Errors/NoTransmitter",
+                                                                    {module, context.host.TransmitterProblem()}) +
+                                                   LogHint(context)};
     }
     EventTransmitterExtension* const extension = context.host.Extension();
     std::wstring busy;

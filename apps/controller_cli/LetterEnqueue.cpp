@@ -1,5 +1,9 @@
 #include "controller_cli/LetterEnqueue.h"
 
+#include <optional>
+
+#include "companion/JobsFile.h"
+#include "controller_cli/FileRoles.h"
 #include "controller_cli/LogHint.h"
 #include "controller_cli/Problems.h"
 #include "platform/NativePath.h"
@@ -16,7 +20,7 @@ public:
     void NoteAnswer(std::size_t index, const EnqueueJobsInfo& request, const std::vector<int>& seqIds) {
         for (std::size_t set = 0; set < seqIds.size(); ++set) {
             if (seqIds[set] < 0) {
-                NoteRefusal(MemberOf(index) + L".inputFileSets[" + std::to_wstring(set) + L"]", request, set);
+                NoteRefusal(index, set, request);
             }
         }
     }
@@ -24,11 +28,14 @@ public:
     /// An answer without jobs is none: a request without input sets has no other.
     void NoteNoAnswer(std::size_t index, const EnqueueJobsInfo& request) {
         if (request.inputFileSets.empty()) {
-            NoteRefusal(MemberOf(index), request, 0);
+            NoteRefusal(index, std::nullopt, request);
             return;
         }
         exitCode = ExitCode::NoHost;
-        Tell(context.texts.Format(L"Errors/RequestNotAnswered", {jobsFile, MemberOf(index)}));
+        if (IsTold()) {
+            WriteProblem(context,
+                         context.texts.Format(L"Errors/RequestNotAnswered", {jobsFile, MemberOf(index, std::nullopt)}));
+        }
     }
 
     /// The exit code of all.
@@ -42,23 +49,27 @@ public:
 private:
     static constexpr std::size_t mostTold = 20;
 
-    static std::wstring MemberOf(std::size_t index) { return L"EnqueueJobs[" + std::to_wstring(index) + L"]"; }
+    /// "line 4, column 23: EnqueueJobs[0].inputFileSets[1]"
+    std::wstring MemberOf(std::size_t index, std::optional<std::size_t> set) const {
+        const std::wstring place = jobs_file::PlaceOf(AbsolutePath(jobsFile), index, set);
+        return (place.empty() ? L"" : place + L": ") + L"EnqueueJobs[" + std::to_wstring(index) + L"]" +
+               (set ? L".inputFileSets[" + std::to_wstring(*set) + L"]" : L"");
+    }
 
-    void NoteRefusal(const std::wstring& member, const EnqueueJobsInfo& request, std::size_t set) {
+    void NoteRefusal(std::size_t index, std::optional<std::size_t> set, const EnqueueJobsInfo& request) {
         if (exitCode == ExitCode::Success) {
             exitCode = ExitCode::JobFailed;
         }
-        const std::wstring told = session.RefusalReason(request, set);
+        if (!IsTold()) {
+            return;
+        }
+        const std::wstring told = session.RefusalReason(request, set.value_or(0));
         const std::wstring reason = told.empty() ? context.texts.Get(L"Refusals/Unknown") + LogHint(context) : told;
-        Tell(context.texts.Format(L"Refusals/Line", {jobsFile, member, reason}));
+        WriteProblem(context, context.texts.Format(L"Refusals/Line", {jobsFile, MemberOf(index, set), reason}));
     }
 
-    void Tell(const std::wstring& text) {
-        ++count;
-        if (count <= mostTold) {
-            WriteProblem(context, text);
-        }
-    }
+    /// Counts one more; false when enough were told.
+    bool IsTold() { return ++count <= mostTold; }
 
     CommandContext& context;
     const LetterSession& session;

@@ -4,11 +4,13 @@
 #include <string_view>
 #include <thread>
 
+#include "companion/HostRecords.h"
 #include "companion/Settings.h"
 #include "controller_cli/RequestProxy.h"
 #include "modules/EventTransmitter.h"
 #include "modules/EventTransmitterDescription.h"
 #include "modules/EventTransmitterManager.h"
+#include "modules/ModuleProblem.h"
 #include "platform/Console.h"
 #include "platform/Directories.h"
 #include "platform/ErrorOutput.h"
@@ -26,15 +28,17 @@ namespace {
 /// More than the host's own limit for its start.
 constexpr std::chrono::seconds startLimit{45};
 constexpr std::size_t largestRead = 4096;
+/// As much as a pipe holds.
+constexpr std::size_t mostSaid = std::size_t{64} << 10;
 
 std::wstring CannotStart(const platform::ProcessStart& start, const platform::Error& error) {
     return platform::ToNativeText(start.program) + L": " + error.Text();
 }
 
-/// What a host that did not start has said, without its line end.
+/// What the one who started a host has said, without the last line end. The host may hold the pipe open.
 std::wstring LastWords(platform::OutputPipe& pipe) {
     std::string bytes;
-    pipe.Read(largestRead, bytes);
+    pipe.ReadAvailable(mostSaid, bytes);
     bytes.erase(bytes.find_last_not_of(" \r\n") + 1);
     return platform::FromUtf8(bytes);
 }
@@ -87,6 +91,14 @@ void AskToEnd(void* host, EventTransmitter* transmitter, EventTransmitterExtensi
     } while (!platform::WaitForAny({host}, interval));
 }
 
+/// Where the host has not taken a request, it is asked as a process.
+HostEnd AwaitEnd(void* process, bool isAsked, std::chrono::milliseconds patience) {
+    if (process == nullptr || !(isAsked || platform::AskOtherProcessToEnd(process))) {
+        return HostEnd::CannotBeAsked;
+    }
+    return platform::WaitForAny({process}, patience) ? HostEnd::Ended : HostEnd::StillRunning;
+}
+
 } // namespace
 
 SystemHostAccess::SystemHostAccess() {
@@ -100,6 +112,14 @@ SystemHostAccess::SystemHostAccess() {
 
 EventTransmitter* SystemHostAccess::Transmitter() {
     return EventTransmitterManager(transmitterModule).GetEventTransmitter(transmitterId);
+}
+
+std::wstring SystemHostAccess::TransmitterProblem() {
+    if (std::wstring problem = ModuleProblem(transmitterModule, {"GetEventTransmitter"}); !problem.empty()) {
+        return problem;
+    }
+    const std::wstring said = DescribeEventTransmitter(transmitterModule, transmitterId).problem;
+    return L"gives no transmitter \"" + transmitterId + L"\"" + (said.empty() ? L"." : L": " + said + L".");
 }
 
 EventTransmitterExtension* SystemHostAccess::Extension() {
@@ -121,7 +141,8 @@ platform::ProcessStart SystemHostAccess::HostProcess() const {
     return start;
 }
 
-std::wstring SystemHostAccess::StartHost() {
+std::wstring SystemHostAccess::StartHost(std::wstring& warnings) {
+    warnings.clear();
     platform::OutputPipe pipe;
     if (const platform::Error error = pipe.Open()) {
         return error.Text();
@@ -137,8 +158,12 @@ std::wstring SystemHostAccess::StartHost() {
     if (!platform::WaitForAny({starter.Get()}, startLimit)) {
         return platform::ToNativeText(start.program) + L": > " + std::to_wstring(startLimit.count()) + L" s";
     }
-    const auto exitCode = platform::ExitCode(starter.Get());
-    return exitCode == 0 ? std::wstring() : LastWords(pipe);
+    std::wstring words = LastWords(pipe);
+    if (platform::ExitCode(starter.Get()) != 0) {
+        return words;
+    }
+    warnings = std::move(words);
+    return {};
 }
 
 std::int32_t SystemHostAccess::RunHost(std::wstring& problem) {
@@ -185,16 +210,14 @@ std::wstring SystemHostAccess::Place() {
 }
 
 /// A module that only the lock file names is not loaded: the settings alone say what runs here.
-bool SystemHostAccess::AskHolderToEnd(const host_lock::Holder& holder, void* process) const {
-    const std::wstring id = L"client:" + holder.transmitterName;
-    if (id != transmitterId && platform::SameName(holder.eventTransmitter, transmitterModule)) {
-        EventTransmitterManager modules(transmitterModule);
-        EventTransmitter* const transmitter = modules.GetEventTransmitter(id);
-        if (transmitter != nullptr && RequestProxy(*transmitter, modules.GetExtension(id)).TerminateRequest()) {
-            return true;
-        }
+bool SystemHostAccess::RequestEndOf(const host_lock::Holder& holder) const {
+    if (!platform::SameName(holder.eventTransmitter, transmitterModule)) {
+        return false;
     }
-    return platform::AskOtherProcessToEnd(process);
+    const std::wstring id = L"client:" + holder.transmitterName;
+    EventTransmitterManager modules(transmitterModule);
+    EventTransmitter* const transmitter = modules.GetEventTransmitter(id);
+    return transmitter != nullptr && RequestProxy(*transmitter, modules.GetExtension(id)).TerminateRequest();
 }
 
 HostEnd SystemHostAccess::EndRunningHost(std::chrono::milliseconds patience) {
@@ -204,10 +227,18 @@ HostEnd SystemHostAccess::EndRunningHost(std::chrono::milliseconds patience) {
     }
     // Opened before it is asked: the number alone could be another process by then.
     const platform::OwnedHandle process = host_lock::OpenHolder(holder);
-    if (!process || !AskHolderToEnd(holder, process.Get())) {
-        return HostEnd::CannotBeAsked;
-    }
-    return platform::WaitForAny({process.Get()}, patience) ? HostEnd::Ended : HostEnd::StillRunning;
+    // Under this program's own name it was asked before.
+    const bool isAsked = L"client:" + holder.transmitterName != transmitterId && RequestEndOf(holder);
+    return AwaitEnd(process.Get(), isAsked, patience);
+}
+
+std::vector<host_lock::Holder> SystemHostAccess::HostsOfSettingsFile() {
+    return host_records::StartedWith(settings::FileInUse());
+}
+
+HostEnd SystemHostAccess::EndHostOfSettingsFile(const host_lock::Holder& holder, std::chrono::milliseconds patience) {
+    const platform::OwnedHandle process = host_lock::OpenHolder(holder);
+    return AwaitEnd(process.Get(), RequestEndOf(holder), patience);
 }
 
 } // namespace controller_cli

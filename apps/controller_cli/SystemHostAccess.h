@@ -16,9 +16,10 @@ public:
     const std::wstring& TransmitterModule() const override { return transmitterModule; }
     const std::wstring& TransmitterId() const override { return transmitterId; }
     EventTransmitter* Transmitter() override;
+    std::wstring TransmitterProblem() override;
     EventTransmitterExtension* Extension() override;
     bool IsHostThere() override;
-    std::wstring StartHost() override;
+    std::wstring StartHost(std::wstring& warnings) override;
     /// Ctrl-C and what else asks this program to end is passed on to the host as a request.
     std::int32_t RunHost(std::wstring& problem) override;
 
@@ -26,11 +27,13 @@ public:
     std::wstring Place() override;
     /// By a request where it listens under another name; else, on Linux, by SIGTERM.
     HostEnd EndRunningHost(std::chrono::milliseconds patience) override;
+    std::vector<host_lock::Holder> HostsOfSettingsFile() override;
+    HostEnd EndHostOfSettingsFile(const host_lock::Holder& holder, std::chrono::milliseconds patience) override;
 
 private:
     platform::ProcessStart HostProcess() const;
     bool FindHolder(host_lock::Holder& holder) const;
-    bool AskHolderToEnd(const host_lock::Holder& holder, void* process) const;
+    bool RequestEndOf(const host_lock::Holder& holder) const;
 
     std::wstring settingsFile;
     std::wstring jobListFile;

@@ -46,10 +46,10 @@ HostExit OutcomeOf(void* host) {
     return Refuse(L"the host ended at once with exit code " + std::to_wstring(code.value_or(-1)) + L"." + LogHint());
 }
 
-/// The host has them in its log alone: nobody sees its terminal.
+/// The host has them in its log alone: nobody sees its terminal. A front end that starts a host shows them, too.
 void TellProblems() {
     for (const std::wstring& problem : start_checks::Problems(*settings::Current())) {
-        platform::WriteErrorOutput("controller_host: warning: " + platform::ToUtf8(problem) + "\n");
+        platform::WriteErrorOutput("controller_host: warning: " + platform::ToUtf8(platform::Escaped(problem)) + "\n");
     }
 }
 

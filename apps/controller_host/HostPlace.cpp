@@ -1,5 +1,6 @@
 #include "controller_host/HostPlace.h"
 
+#include "companion/HostRecords.h"
 #include "controller_host/OtherHost.h"
 #include "modules/EventTransmitterDescription.h"
 #include "platform/FileSystem.h"
@@ -14,6 +15,13 @@ using std::chrono::steady_clock;
 constexpr std::chrono::milliseconds interval{20};
 
 } // namespace
+
+HostPlace::~HostPlace() {
+    if (lock.IsHeld()) {
+        host_records::Remove(holder);
+    }
+    lock.Remove();
+}
 
 platform::Error HostPlace::Take(const settings::Settings& settings, std::chrono::milliseconds patience) {
     if (const platform::Error error = platform::EnsurePrivateFolders(platform::ParentFolder(settings.jobListFile))) {
@@ -30,9 +38,11 @@ platform::Error HostPlace::Take(const settings::Settings& settings, std::chrono:
     if (!error) {
         holder = host_lock::OwnHolder();
         holder.settingsFile = settings.file;
+        holder.jobListFile = settings.jobListFile;
         holder.eventTransmitter = settings.eventTransmitter;
         holder.transmitterName = settings.transmitterName;
         Write();
+        Note();
     }
     return error;
 }
@@ -41,6 +51,14 @@ void HostPlace::SetReady() {
     holder.isReady = true;
     holder.place = DescribeEventTransmitter(holder.eventTransmitter, L"engine:" + holder.transmitterName).place;
     Write();
+}
+
+/// Without it the host is found by its settings alone.
+void HostPlace::Note() {
+    if (const platform::Error error = host_records::Write(holder)) {
+        ControllerLogManager::WarnLog(L"The host cannot note in the user's data folder which settings it has: " +
+                                      error.Text());
+    }
 }
 
 /// On a full disk nobody is told who has the lock; it holds all the same.

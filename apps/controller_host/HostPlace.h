@@ -9,11 +9,11 @@
 #include "platform/FileLock.h"
 
 /// The lock that makes this process the one host of its job list. Its file says which process has it, since when and
-/// where front ends reach it; it goes with the lock.
+/// where front ends reach it; it goes with the lock, and so does a note for those who cannot read the settings.
 class HostPlace {
 public:
     HostPlace() = default;
-    ~HostPlace() { lock.Remove(); }
+    ~HostPlace();
     HostPlace(const HostPlace&) = delete;
     HostPlace& operator=(const HostPlace&) = delete;
 
@@ -27,6 +27,7 @@ public:
 
 private:
     void Write();
+    void Note();
 
     platform::FileLock lock;
     host_lock::Holder holder;

@@ -1,38 +1,12 @@
 #include "controller_host/StartChecks.h"
 
 #include "modules/EventTransmitterDescription.h"
+#include "modules/ModuleProblem.h"
 #include "platform/NativePath.h"
 #include "platform/ProgramSearch.h"
 #include "platform/SharedLibrary.h"
-#include "platform/Text.h"
 
 namespace start_checks {
-namespace {
-
-constexpr auto libraryAdvice = L" The libraries that it needs are looked for beside it, in the setting "
-                               L"\"libraryDirectories\" and where the system looks.";
-
-bool Exports(const std::wstring& module, const char* name) {
-    void* const loaded = platform::LoadModule(module);
-    const bool isFound = platform::FindExport(loaded, name) != nullptr;
-    platform::FreeModule(loaded);
-    return isFound;
-}
-
-/// The end of a sentence about a module; empty when it is one with these exports.
-std::wstring ModuleProblem(const std::wstring& module, const std::vector<const char*>& exports) {
-    if (const std::wstring words = platform::LoadProblem(module); !words.empty()) {
-        return L"cannot be loaded: " + words + L"." + libraryAdvice;
-    }
-    for (const char* const name : exports) {
-        if (!Exports(module, name)) {
-            return L"has no export \"" + platform::FromUtf8(name) + L"\".";
-        }
-    }
-    return {};
-}
-
-} // namespace
 
 void ProvideModuleLibraries(const settings::Settings& settings) {
     platform::ProvideLibraries(settings.eventTransmitter, settings.libraryDirectories);

@@ -19,8 +19,9 @@ struct Layout<host_lock::Holder> {
     static constexpr auto members = std::make_tuple(
         Version(), Member{"process", &Record::process}, Member{"processStart", &Record::processStart},
         Member{"since", &Record::since}, Member{"settingsFile", &Record::settingsFile},
-        Member{"eventTransmitter", &Record::eventTransmitter}, Member{"transmitterName", &Record::transmitterName},
-        Member{"place", &Record::place}, Member{"isReady", &Record::isReady});
+        Member{"jobListFile", &Record::jobListFile}, Member{"eventTransmitter", &Record::eventTransmitter},
+        Member{"transmitterName", &Record::transmitterName}, Member{"place", &Record::place},
+        Member{"isReady", &Record::isReady});
 };
 
 } // namespace json
@@ -29,14 +30,6 @@ namespace host_lock {
 namespace {
 
 constexpr std::size_t largestFile = std::size_t{64} << 10;
-
-/// Only what the holder itself wrote: a text that a dead host left says nothing of who holds the lock now.
-Holder ReadHolder(const std::wstring& lockFile) {
-    Holder holder;
-    std::wstring problem;
-    const bool isRead = json::ReadFile(lockFile, largestFile, holder, problem);
-    return isRead && OpenHolder(holder) ? holder : Holder();
-}
 
 void AppendPart(const std::wstring& part, std::wstring& text) {
     text += (text.empty() ? L"" : L", ") + part;
@@ -59,6 +52,16 @@ Holder OwnHolder() {
 
 std::string Serialize(const Holder& holder) {
     return boundary::Guard("Serialize", [&] { return platform::ToUtf8(json::Write(holder)) + "\n"; });
+}
+
+/// Only what the host itself wrote: a text that a dead host left says nothing of who runs now.
+Holder ReadHolder(const std::wstring& file) {
+    return boundary::Guard("ReadHolder", [&] {
+        Holder holder;
+        std::wstring problem;
+        const bool isRead = json::ReadFile(file, largestFile, holder, problem);
+        return isRead && OpenHolder(holder) ? holder : Holder();
+    });
 }
 
 bool FindHolder(const std::wstring& jobListFile, Holder& holder) {

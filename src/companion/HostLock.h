@@ -20,6 +20,7 @@ struct Holder {
     std::int64_t since = 0;
     /// The settings that it was started with, empty: the built-in ones.
     std::wstring settingsFile;
+    std::wstring jobListFile;
     std::wstring eventTransmitter;
     std::wstring transmitterName;
     /// Where front ends reach it, as the module says; empty until they can, and where the module does not say.
@@ -37,6 +38,9 @@ CONTROLLER_API Holder OwnHolder();
 
 /// The text of a lock file, UTF-8.
 CONTROLLER_API std::string Serialize(const Holder& holder);
+
+/// What a file says of a host that runs; one with the process 0 when it says nothing, or of a process that has ended.
+CONTROLLER_API Holder ReadHolder(const std::wstring& file);
 
 /// Who holds the lock of this job list now. False when nobody does. A holder that cannot be told (it has not written
 /// its file yet, it is another user's, the file is damaged) has the process 0, and nothing else is set.

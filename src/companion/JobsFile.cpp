@@ -82,6 +82,16 @@ bool jobs_file::Read(const std::wstring& path, std::vector<EnqueueJobsInfo>& req
     return true;
 }
 
+std::wstring jobs_file::PlaceOf(const std::wstring& path, std::size_t request, std::optional<std::size_t> inputSet) {
+    return boundary::Guard("PlaceOf", [&] {
+        std::vector<json::Step> way = {{"EnqueueJobs"}, {nullptr, request}};
+        if (inputSet) {
+            way.insert(way.end(), {{"inputFileSets"}, {nullptr, *inputSet}});
+        }
+        return json::PlaceInFile(path, json::largestText, way);
+    });
+}
+
 bool ControllerCSWrapper::ReadEnqueueJobsFile(const std::wstring& path, std::vector<EnqueueJobsInfo>& infos) {
     return boundary::Guard("ReadEnqueueJobsFile", [&] {
         std::wstring problem;

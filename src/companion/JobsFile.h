@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstddef>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -15,5 +17,10 @@ namespace jobs_file {
 /// "/home/ann/jobs.json, line 3, column 14: EnqueueJobs[0].outputDir: expected text, found a number".
 [[nodiscard]] CONTROLLER_API bool Read(const std::wstring& path, std::vector<EnqueueJobsInfo>& requests,
                                        std::wstring& problem);
+
+/// Where a request, or one input set of it, stands in a jobs file as it is now: "line 4, column 23". Empty when that
+/// cannot be told, because the file was changed or is no file any more.
+CONTROLLER_API std::wstring PlaceOf(const std::wstring& path, std::size_t request,
+                                    std::optional<std::size_t> inputSet = std::nullopt);
 
 } // namespace jobs_file

@@ -104,6 +104,12 @@ public:
         return current;
     }
 
+    std::wstring FileInUse() {
+        const std::lock_guard<std::mutex> lock(mutex);
+        FindPlace();
+        return place->path;
+    }
+
     std::wstring Problem(Findings& findings) {
         const std::lock_guard<std::mutex> lock(mutex);
         Update(findings);
@@ -115,11 +121,15 @@ private:
         if (!current) {
             current = std::make_shared<const Settings>(BuiltInSettings());
         }
+        FindPlace();
+        Look(findings);
+        log_file::UseLevel(current->logLevel);
+    }
+
+    void FindPlace() {
         if (!place) {
             place = DefaultPlace();
         }
-        Look(findings);
-        log_file::UseLevel(current->logLevel);
     }
 
     void Look(Findings& findings) {
@@ -191,6 +201,10 @@ std::shared_ptr<const Settings> CurrentForThisRun() {
     std::shared_ptr<const Settings> current = TheStore().CurrentForThisRun(findings);
     Report(findings);
     return current;
+}
+
+std::wstring FileInUse() {
+    return TheStore().FileInUse();
 }
 
 std::wstring Problem() {

@@ -65,6 +65,10 @@ CONTROLLER_API std::shared_ptr<const Settings> Current();
 /// file, the modules and the meeting place. Where the file says otherwise later, the log tells that it has no effect.
 CONTROLLER_API std::shared_ptr<const Settings> CurrentForThisRun();
 
+/// The settings file that is looked at, whether it is there and can be read or not; empty where there is none to look
+/// at.
+CONTROLLER_API std::wstring FileInUse();
+
 /// What is wrong with the settings file now, naming file, member and what was expected; empty when nothing is. For a
 /// program that wants to refuse to start.
 CONTROLLER_API std::wstring Problem();

@@ -24,6 +24,9 @@ public:
     void CloseWriteEnd();
     /// Waits for bytes and replaces `bytes` by at most `limit` of them; empty at the end or after a failure.
     void Read(std::size_t limit, std::string& bytes);
+    /// Replaces `bytes` by what has come, at most `limit` of them, without waiting: some program may hold the other end
+    /// open for long.
+    void ReadAvailable(std::size_t limit, std::string& bytes);
 
 private:
     void* readEnd = nullptr;

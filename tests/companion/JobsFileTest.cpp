@@ -156,3 +156,24 @@ TEST_F(JobsFileTest, AVeryLargeFileIsRead) {
               folder / (L"jobs\\" + std::wstring(220, L'm') + L"\\the assembly\\part_" + std::to_wstring(setCount - 1) +
                         L".stl"));
 }
+
+TEST_F(JobsFileTest, ThePlacesOfRequestsAndSetsAreTold) {
+    WriteTextFile(path, "\xEF\xBB\xBF"
+                        R"({"x":[[1]],"EnqueueJobs":[)"
+                        "\n {},\n"
+                        R"(  {"EnqueueJobs":[{}],"a":null,)"
+                        "\n"
+                        R"(   "inputFileSets":[[],["ä"], [[]]]}, 5 ]})");
+    EXPECT_EQ(jobs_file::PlaceOf(path, 0), L"line 2, column 2");
+    EXPECT_EQ(jobs_file::PlaceOf(path, 1), L"line 3, column 3");
+    EXPECT_EQ(jobs_file::PlaceOf(path, 2), L"line 4, column 39");
+    EXPECT_EQ(jobs_file::PlaceOf(path, 3), L"");
+    EXPECT_EQ(jobs_file::PlaceOf(path, 0, 0), L"");
+    EXPECT_EQ(jobs_file::PlaceOf(path, 1, 0), L"line 4, column 21");
+    EXPECT_EQ(jobs_file::PlaceOf(path, 1, 1), L"line 4, column 24");
+    EXPECT_EQ(jobs_file::PlaceOf(path, 1, 2), L"line 4, column 31");
+    EXPECT_EQ(jobs_file::PlaceOf(path, 1, 3), L"");
+    EXPECT_EQ(jobs_file::PlaceOf(folder / L"missing.json", 0), L"");
+    WriteTextFile(path, std::string(1000, '['));
+    EXPECT_EQ(jobs_file::PlaceOf(path, 0), L"");
+}

@@ -12,6 +12,16 @@ TEST_F(HostConnectionTest, AHostIsStartedWhereNoneRuns) {
     EXPECT_EQ(host.startCount, 1);
 }
 
+TEST_F(HostConnectionTest, WhatAHostThatIsStartedWarnsOfIsShownOnce) {
+    host.runs = false;
+    host.startWarnings = L"controller_host: warning: one\ncontroller_host: warning: two";
+    EXPECT_EQ(Run({L"--list"}), 0);
+    EXPECT_EQ(console.errors, "controller_host: warning: one\ncontroller_host: warning: two\n");
+    EXPECT_EQ(console.output, "There are no jobs.\n");
+    EXPECT_EQ(Run({L"--list"}), 0);
+    EXPECT_EQ(console.errors, "controller_host: warning: one\ncontroller_host: warning: two\n");
+}
+
 TEST_F(HostConnectionTest, ARunningHostIsUsed) {
     EXPECT_EQ(Run({L"--list"}), 0);
     EXPECT_EQ(host.startCount, 0);
@@ -137,6 +147,9 @@ TEST_F(HostConnectionTest, AModuleWithoutTransmitterIsNamed) {
     host.hasNoTransmitter = true;
     EXPECT_EQ(Run({L"--list"}), 3);
     EXPECT_NE(console.errors.find("transmitter_by_address"), std::string::npos);
+    EXPECT_NE(console.errors.find(" cannot be loaded: no such file. The settings name it (eventTransmitter).\n"),
+              std::string::npos)
+        << console.errors;
 }
 
 TEST_F(HostConnectionTest, AHostThatGoesAwayBeforeItsAnswerIsTold) {

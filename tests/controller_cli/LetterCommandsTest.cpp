@@ -129,9 +129,21 @@ TEST_F(LetterCommandsTest, ARefusedJobGivesOneAndTheReasonOfTheHost) {
     reasons = {{}, {L"The input file b.stl does not exist."}, {L"The input set names no file."}, {}};
     EXPECT_EQ(Run({Native(L"jobs.json")}), 1);
     EXPECT_EQ(console.output, Line("12,Queued") + Line("-1,Failed") + Line("-1,Failed") + Line("-1,Failed"));
-    EXPECT_EQ(console.errors, Refused("EnqueueJobs[0].inputFileSets[1]", "The input file b.stl does not exist.") +
-                                  Refused("EnqueueJobs[0].inputFileSets[2]", "The input set names no file.") +
-                                  Refused("EnqueueJobs[0].inputFileSets[3]", "the host does not say why."));
+    EXPECT_EQ(console.errors,
+              Refused("line 1, column 45: EnqueueJobs[0].inputFileSets[1]", "The input file b.stl does not exist.") +
+                  Refused("line 1, column 55: EnqueueJobs[0].inputFileSets[2]", "The input set names no file.") +
+                  Refused("line 1, column 58: EnqueueJobs[0].inputFileSets[3]", "the host does not say why."));
+}
+
+TEST_F(LetterCommandsTest, AJobsFileThatIsGoneMeanwhileGivesNoPlace) {
+    host.transmitter.onSend = [this](const ScriptedTransmitter::Event& request) {
+        ASSERT_FALSE(platform::RemoveFile(folder / L"jobs.json"));
+        AnswerEnqueue(request);
+    };
+    enqueued = {{}};
+    reasons = {{L"no."}};
+    EXPECT_EQ(Run({Native(L"jobs.json")}), 1);
+    EXPECT_EQ(console.errors, Refused("EnqueueJobs[0].inputFileSets[0]", "no."));
 }
 
 TEST_F(LetterCommandsTest, AReasonForgesNoLine) {
@@ -146,7 +158,7 @@ TEST_F(LetterCommandsTest, ARequestWithoutInputsIsToldAsSuch) {
     enqueued.clear();
     reasons = {{L"The request names no input files."}};
     EXPECT_EQ(Run({Native(L"jobs.json")}), 1);
-    EXPECT_EQ(console.errors, Refused("EnqueueJobs[0]", "The request names no input files."));
+    EXPECT_EQ(console.errors, Refused("line 1, column 17: EnqueueJobs[0]", "The request names no input files."));
 }
 
 TEST_F(LetterCommandsTest, OfManyRefusalsTheFirstTwentyAreTold) {
@@ -168,7 +180,7 @@ TEST_F(LetterCommandsTest, ALogThatExistsIsNamedWhereTheReasonIsNotKnown) {
     UseSettings(R"({"version":1,"logFile":"host.log"})");
     WriteTextFile(folder / L"host.log", "");
     EXPECT_EQ(Run({Native(L"jobs.json")}), 1);
-    EXPECT_EQ(console.errors, Refused("EnqueueJobs[0].inputFileSets[0]",
+    EXPECT_EQ(console.errors, Refused("line 1, column 60: EnqueueJobs[0].inputFileSets[0]",
                                       "the host does not say why. The log: " + platform::ToUtf8(Native(L"host.log"))));
 }
 
@@ -198,8 +210,10 @@ TEST_F(LetterCommandsTest, ARequestThatIsNotAnsweredGivesThree) {
     host.transmitter.onSend = nullptr;
     EXPECT_EQ(Run({Native(L"jobs.json")}), 3);
     EXPECT_EQ(console.output, Line("-1,Failed"));
-    EXPECT_EQ(console.errors, "controller_cli: " + platform::ToUtf8(Native(L"jobs.json")) +
-                                  ", EnqueueJobs[0]: the host did not answer; whether jobs were made is not known.\n");
+    EXPECT_EQ(
+        console.errors,
+        "controller_cli: " + platform::ToUtf8(Native(L"jobs.json")) +
+            ", line 1, column 17: EnqueueJobs[0]: the host did not answer; whether jobs were made is not known.\n");
 }
 
 TEST_F(LetterCommandsTest, StatusLinesAreInEnglishWhateverTheCulture) {

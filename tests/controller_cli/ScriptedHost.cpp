@@ -28,7 +28,8 @@ bool ScriptedHost::IsHostThere() {
     return isStarting || runs;
 }
 
-std::wstring ScriptedHost::StartHost() {
+std::wstring ScriptedHost::StartHost(std::wstring& warnings) {
+    warnings = startWarnings;
     ++startCount;
     runs = startProblem.empty();
     transmitter.isEngineThere = runs;
@@ -44,6 +45,11 @@ std::int32_t ScriptedHost::RunHost(std::wstring& problem) {
 controller_cli::HostEnd ScriptedHost::EndRunningHost(std::chrono::milliseconds /*patience*/) {
     ++endCount;
     return hostEnd;
+}
+
+controller_cli::HostEnd ScriptedHost::EndHostOfSettingsFile(const host_lock::Holder& /*holder*/,
+                                                            std::chrono::milliseconds patience) {
+    return EndRunningHost(patience);
 }
 
 void ScriptedHost::Report(const JobStatusInfo& info) {

@@ -24,9 +24,13 @@ public:
     int looksUntilReady = 0;
     /// Why a host cannot be started; empty: it can.
     std::wstring startProblem;
+    /// What a host that is started warns of.
+    std::wstring startWarnings;
     std::int32_t foregroundExitCode = 0;
     /// A host that runs somewhere else.
     std::wstring runningHost;
+    /// Those that were started with the settings file.
+    std::vector<host_lock::Holder> hostsOfSettingsFile;
     controller_cli::HostEnd hostEnd = controller_cli::HostEnd::Ended;
     std::vector<JobListInfo> jobs;
     /// The event and payload that a request is answered with; a request without one is not answered, but for the list
@@ -55,13 +59,17 @@ public:
     const std::wstring& TransmitterModule() const override { return module; }
     const std::wstring& TransmitterId() const override { return id; }
     EventTransmitter* Transmitter() override;
+    std::wstring TransmitterProblem() override { return L"cannot be loaded: no such file."; }
     EventTransmitterExtension* Extension() override;
     bool IsHostThere() override;
-    std::wstring StartHost() override;
+    std::wstring StartHost(std::wstring& warnings) override;
     std::int32_t RunHost(std::wstring& problem) override;
     std::wstring HostElsewhere() override { return runningHost; }
     std::wstring Place() override { return L"the usual place"; }
     controller_cli::HostEnd EndRunningHost(std::chrono::milliseconds patience) override;
+    std::vector<host_lock::Holder> HostsOfSettingsFile() override { return hostsOfSettingsFile; }
+    controller_cli::HostEnd EndHostOfSettingsFile(const host_lock::Holder& holder,
+                                                  std::chrono::milliseconds patience) override;
 
     ScriptedTransmitter transmitter;
 

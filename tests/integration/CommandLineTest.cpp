@@ -6,6 +6,7 @@
 #include "platform/FileSystem.h"
 #include "platform/LineEnd.h"
 #include "platform/NativePath.h"
+#include "platform/SharedLibrary.h"
 #include "platform/Text.h"
 #include "support/OtherProcesses.h"
 
@@ -34,12 +35,37 @@ TEST_F(CommandLineTest, TheFirstCommandStartsAHostAndTheLastOneStopsIt) {
     AwaitNoHost();
 }
 
+TEST_F(CommandLineTest, WhatJobsWouldFailForIsToldByTheCommandThatStartsTheHostAlone) {
+    std::string text = UsualSettings("job_list.json");
+    WriteSettings(text.insert(text.find('{') + 1, R"("scenarioRunner":"missing",)"));
+    const Ending first = Cli({L"--list"});
+    EXPECT_EQ(first.exitCode, 0);
+    const std::string warning = "controller_host: warning: The program that runs scenarios, ";
+    EXPECT_EQ(first.output.find(warning), 0U) << first.output;
+    EXPECT_NE(first.output.find("\nThere are no jobs.\n"), std::string::npos) << first.output;
+    EXPECT_EQ(Cli({L"--list"}).output, "There are no jobs.\n");
+    EXPECT_EQ(Cli({L"--stop-host"}).exitCode, 0);
+    AwaitNoHost();
+}
+
 TEST_F(CommandLineTest, AClientAloneSaysThatThereIsNoHost) {
     for (const std::vector<std::wstring>& arguments :
          std::vector<std::vector<std::wstring>>{{L"-f", L"-s1"}, {L"--list", L"-f"}, {L"--stop-host"}}) {
         const Ending ending = Cli(arguments);
         EXPECT_EQ(ending.exitCode, 3);
         EXPECT_EQ(ending.output.find("controller_cli: No host is running."), 0U) << ending.output;
+    }
+}
+
+TEST_F(CommandLineTest, WhyTheTransmitterCannotBeLoadedIsTold) {
+    std::string text = UsualSettings("job_list.json");
+    WriteSettings(text.insert(text.find('{') + 1, R"("eventTransmitter":"missing",)"));
+    const std::string reason =
+        "missing cannot be loaded: " + platform::ToUtf8(platform::LoadProblem(folder / L"missing"));
+    for (const wchar_t* const command : {L"--list", L"-s1"}) {
+        const Ending ending = Cli({command});
+        EXPECT_EQ(ending.exitCode, 3);
+        EXPECT_NE(ending.output.find(reason), std::string::npos) << ending.output;
     }
 }
 

@@ -57,6 +57,32 @@ TEST_F(HostPlaceTest, TheStatusSaysWhetherAHostRunsAndForWhatJobsWouldFail) {
     EXPECT_TRUE(Contains(broken.output, "warning: The program that runs scenarios, ")) << broken.output;
 }
 
+TEST_F(HostPlaceTest, AHostWhoseSettingsFileIsBrokenMeanwhileCanBeEnded) {
+    StartHost();
+    const std::string settings = UsualSettings("job_list.json");
+    WriteSettings(settings.substr(0, settings.size() / 2));
+    const auto refused = test_support::RunToEnd(FrontEndProcess({L"--list"}));
+    EXPECT_EQ(refused.exitCode, 2);
+    const auto stopped = test_support::RunToEnd(FrontEndProcess({L"--stop-host"}));
+    EXPECT_TRUE(Contains(stopped.output, "is asked to end: " + ProcessOfHost())) << stopped.output;
+    EXPECT_TRUE(Contains(stopped.output, "The host has ended.")) << stopped.output;
+    EXPECT_EQ(stopped.exitCode, 0);
+    EXPECT_EQ(AwaitHostEnd(), 0);
+    const auto none = test_support::RunToEnd(FrontEndProcess({L"--stop-host"}));
+    EXPECT_EQ(none.exitCode, 2);
+    EXPECT_TRUE(Contains(none.output, "So it is not known which host to end")) << none.output;
+}
+
+TEST_F(HostPlaceTest, ABrokenSettingsFileEndsNoHostThatWasStartedWithAnother) {
+    StartHost();
+    WriteTextFile(folder / L"other.json", "{");
+    platform::ProcessStart start = FrontEndProcess({L"--stop-host"});
+    start.environment.front().second = platform::ToNativeText(folder / L"other.json");
+    const auto refused = test_support::RunToEnd(start);
+    EXPECT_EQ(refused.exitCode, 2) << refused.output;
+    EXPECT_TRUE(platform::IsProcessRunning(host.Get()));
+}
+
 TEST_F(HostPlaceTest, AHostThatEndsLeavesNoLock) {
     StartHost();
     FrontEnd(meetingPlace).Terminate();

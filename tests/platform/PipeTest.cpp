@@ -44,3 +44,22 @@ TEST(PipeTest, MuchOutputComesWhole) {
     EXPECT_EQ(ending.output.size(), 2'000'000U);
     EXPECT_EQ(ending.output.substr(ending.output.size() - 100, 11), "line 20000 ");
 }
+
+TEST(PipeTest, WhatHasComeIsReadWithoutWaitingForTheEnd) {
+    OutputPipe pipe;
+    ASSERT_FALSE(pipe.Open());
+    std::string bytes = "old";
+    pipe.ReadAvailable(100, bytes);
+    EXPECT_EQ(bytes, "");
+    platform::ProcessStart start = TestProcess({L"echo", L"abcdef"});
+    start.output = pipe.WriteEnd();
+    platform::OwnedHandle process;
+    ASSERT_FALSE(platform::StartProcess(start, process));
+    ASSERT_TRUE(test_support::WaitUntilSignalled(process.Get()));
+    pipe.ReadAvailable(3, bytes);
+    EXPECT_EQ(bytes, "[ab");
+    pipe.ReadAvailable(100, bytes);
+    EXPECT_EQ(bytes, "cdef]\n");
+    pipe.ReadAvailable(100, bytes);
+    EXPECT_EQ(bytes, "");
+}

@@ -20,6 +20,9 @@ ExitCode Log(CommandContext& context, const LongCommand& command);
 ExitCode Scenarios(CommandContext& context, const LongCommand& command);
 ExitCode ParameterSets(CommandContext& context, const LongCommand& command);
 ExitCode StopHost(CommandContext& context, const LongCommand& command);
+/// The same where the settings cannot be used, and `problem` says why: the built-in ones may be those of another host.
+/// Ends the one host that was started with this settings file.
+ExitCode StopHostWithoutSettings(CommandContext& context, const std::wstring& problem);
 
 /// Whether a command may start a host.
 inline Start StartOf(const LongCommand& command) {

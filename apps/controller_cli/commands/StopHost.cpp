@@ -1,20 +1,32 @@
 #include "controller_cli/commands/Commands.h"
 
 #include "controller_cli/HostSession.h"
+#include "controller_cli/Problems.h"
 
 namespace controller_cli::commands {
 namespace {
 
-/// `unreachable` says why it is not asked as front ends ask.
-void EndUnreachableHost(CommandContext& context, const UnreachableHost& unreachable) {
-    switch (context.host.EndRunningHost(context.patience)) {
-    case HostEnd::Ended:
-        return;
-    case HostEnd::StillRunning:
+ExitCode TellEnded(CommandContext& context) {
+    context.console.Write(context.texts.Get(L"Outcome/HostStopped") + L"\n");
+    return ExitCode::Success;
+}
+
+/// `unasked` says why the host is not asked as front ends ask.
+void RequireEnd(const CommandContext& context, HostEnd end, const CommandFailure& unasked) {
+    if (end == HostEnd::StillRunning) {
         throw CommandFailure{ExitCode::JobFailed, context.texts.Get(L"Errors/HostStillEnding")};
-    case HostEnd::CannotBeAsked:
-        throw unreachable;
     }
+    if (end == HostEnd::CannotBeAsked) {
+        throw unasked;
+    }
+}
+
+std::wstring Describe(const std::vector<host_lock::Holder>& hosts) {
+    std::wstring text;
+    for (const host_lock::Holder& host : hosts) {
+        text += (text.empty() ? L"" : L"; ") + host_lock::Describe(host);
+    }
+    return text;
 }
 
 } // namespace
@@ -23,10 +35,25 @@ ExitCode StopHost(CommandContext& context, const LongCommand& /*command*/) {
     try {
         HostSession(context, Start::Never).StopHost();
     } catch (const UnreachableHost& unreachable) {
-        EndUnreachableHost(context, unreachable);
+        RequireEnd(context, context.host.EndRunningHost(context.patience), unreachable);
     }
-    context.console.Write(context.texts.Get(L"Outcome/HostStopped") + L"\n");
-    return ExitCode::Success;
+    return TellEnded(context);
+}
+
+ExitCode StopHostWithoutSettings(CommandContext& context, const std::wstring& problem) {
+    const std::vector<host_lock::Holder> hosts = context.host.HostsOfSettingsFile();
+    if (hosts.empty()) {
+        throw CommandFailure{ExitCode::Usage, context.texts.Format(L"Errors/SettingsWithoutHost", {problem})};
+    }
+    const std::wstring description = Describe(hosts);
+    const CommandFailure unasked{ExitCode::Usage,
+                                 context.texts.Format(L"Errors/SettingsHostNotAsked", {problem, description})};
+    if (hosts.size() > 1) {
+        throw unasked;
+    }
+    WriteProblem(context, context.texts.Format(L"Notes/SettingsHost", {problem, description}));
+    RequireEnd(context, context.host.EndHostOfSettingsFile(hosts.front(), context.patience), unasked);
+    return TellEnded(context);
 }
 
 } // namespace controller_cli::commands

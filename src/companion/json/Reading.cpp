@@ -60,6 +60,19 @@ bool LoadFile(const std::wstring& path, std::size_t limit, std::string& bytes, s
     return !error;
 }
 
+std::wstring PlaceInFile(const std::wstring& path, std::size_t limit, const std::vector<Step>& way) {
+    std::string text;
+    std::wstring problem;
+    if (!LoadFile(path, limit, text, problem) || !Prepare(text, problem)) {
+        return {};
+    }
+    rapidjson::StringStream stream(text.c_str());
+    PlaceFinder finder(stream, way);
+    // It stops at the value.
+    (void)Parse(stream, finder);
+    return finder.Offset() ? PlaceOf(text, *finder.Offset()) : std::wstring();
+}
+
 std::wstring ProblemInFile(const std::wstring& path, const std::wstring& problem) {
     return platform::ToNativeText(path) + L", " + problem;
 }

@@ -6,6 +6,7 @@
 #include <utility>
 #include <vector>
 
+#include "companion/json/PlaceFinder.h"
 #include "companion/json/Shape.h"
 
 /// Reading JSON texts into records. What is read: one value, strict JSON, at most 64 levels deep. Any thread.
@@ -28,6 +29,9 @@ inline constexpr std::size_t largestSmallFile = std::size_t{4} << 20;
 
 /// The bytes of a file of at most `limit`; `problem` names the file.
 [[nodiscard]] bool LoadFile(const std::wstring& path, std::size_t limit, std::string& bytes, std::wstring& problem);
+
+/// Where a value begins in a file as it stands now: "line 3, column 14". Empty when it cannot be told.
+std::wstring PlaceInFile(const std::wstring& path, std::size_t limit, const std::vector<Step>& way);
 
 /// "C:\a.json, line 3, column 14: ..."
 std::wstring ProblemInFile(const std::wstring& path, const std::wstring& problem);

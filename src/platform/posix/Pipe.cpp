@@ -3,6 +3,7 @@
 #include <cerrno>
 
 #include <fcntl.h>
+#include <poll.h>
 #include <unistd.h>
 
 #include "platform/posix/DescriptorHandle.h"
@@ -28,6 +29,18 @@ Error OutputPipe::Open() {
 
 void OutputPipe::CloseWriteEnd() {
     CloseProcessHandle(std::exchange(writeEnd, nullptr));
+}
+
+void OutputPipe::ReadAvailable(std::size_t limit, std::string& bytes) {
+    bytes.clear();
+    pollfd look{DescriptorOf(readEnd), POLLIN, 0};
+    for (std::string piece; bytes.size() < limit && poll(&look, 1, 0) > 0 && (look.revents & POLLIN) != 0;) {
+        Read(limit - bytes.size(), piece);
+        if (piece.empty()) {
+            return;
+        }
+        bytes += piece;
+    }
 }
 
 void OutputPipe::Read(std::size_t limit, std::string& bytes) {

@@ -29,6 +29,17 @@ void OutputPipe::CloseWriteEnd() {
     CloseProcessHandle(std::exchange(writeEnd, nullptr));
 }
 
+void OutputPipe::ReadAvailable(std::size_t limit, std::string& bytes) {
+    bytes.clear();
+    DWORD available = 0;
+    std::string piece;
+    while (bytes.size() < limit && PeekNamedPipe(readEnd, nullptr, 0, nullptr, &available, nullptr) != 0 &&
+           available > 0) {
+        Read(std::min<std::size_t>(limit - bytes.size(), available), piece);
+        bytes += piece;
+    }
+}
+
 void OutputPipe::Read(std::size_t limit, std::string& bytes) {
     constexpr std::size_t most = 1U << 30;
     bytes.resize(std::min(limit, most));
