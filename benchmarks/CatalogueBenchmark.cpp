@@ -2,11 +2,11 @@
 
 #include "RawLimits.h"
 #include "Workplace.h"
-#include "engine/JobEntryManagerBase.h"
-#include "modules/FunctionManager.h"
-#include "platform/FileSystem.h"
-#include "platform/NativePath.h"
-#include "platform/Text.h"
+#include "CommonControllerLib/JobEntryManagerBase.h"
+#include "CommonControllerLib/FunctionManager.h"
+#include "platform/files/FileSystem.h"
+#include "platform/files/NativePath.h"
+#include "text/Text.h"
 
 namespace {
 
@@ -39,7 +39,7 @@ void FetchScenarios(benchmark::State& state) {
 void WalkFolders(benchmark::State& state) {
     const Workplace workplace;
     MakeScenarios(workplace);
-    const std::string path = platform::ToUtf8(platform::ToNativeText(workplace.Path(L"scenarios")));
+    const std::string path = text::ToUtf8(platform::ToNativeText(workplace.Path(L"scenarios")));
     for (auto unused : state) {
         state.counters["files"] = static_cast<double>(raw_limits::CountFiles(path));
     }

@@ -3,8 +3,8 @@
 #include <memory>
 
 #include "Workplace.h"
-#include "engine/JobEntryManagerBase.h"
-#include "modules/FunctionManager.h"
+#include "CommonControllerLib/JobEntryManagerBase.h"
+#include "CommonControllerLib/FunctionManager.h"
 
 namespace {
 

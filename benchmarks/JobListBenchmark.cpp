@@ -4,11 +4,11 @@
 
 #include "RawLimits.h"
 #include "Workplace.h"
-#include "companion/ControllerCSWrapper.h"
-#include "engine/JobEntryManagerBase.h"
-#include "modules/FunctionManager.h"
-#include "platform/NativePath.h"
-#include "platform/Text.h"
+#include "ControllerCSWrapper/ControllerCSWrapper.h"
+#include "CommonControllerLib/JobEntryManagerBase.h"
+#include "CommonControllerLib/FunctionManager.h"
+#include "platform/files/NativePath.h"
+#include "text/Text.h"
 
 namespace {
 
@@ -39,7 +39,7 @@ void WriteAndRenameSameBytes(benchmark::State& state, bool flush) {
     const Workplace workplace;
     WriteJobList(workplace, state.range(0));
     const std::string bytes = ReadTextFile(workplace.JobListFile());
-    const std::string path = platform::ToUtf8(platform::ToNativeText(workplace.Path(L"raw.json")));
+    const std::string path = text::ToUtf8(platform::ToNativeText(workplace.Path(L"raw.json")));
     for (auto unused : state) {
         raw_limits::WriteAndRename(path, bytes, flush);
     }

@@ -8,9 +8,9 @@
 #include "RawLimits.h"
 #include "RunLoop.h"
 #include "Workplace.h"
-#include "companion/Settings.h"
+#include "services/Settings.h"
 #include "controller_host/HostEngine.h"
-#include "modules/FunctionManager.h"
+#include "CommonControllerLib/FunctionManager.h"
 
 namespace {
 

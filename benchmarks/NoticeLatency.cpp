@@ -11,8 +11,8 @@
 #include "Workplace.h"
 #include "controller_host/HostLoop.h"
 #include "controller_host/LineDouble.h"
-#include "modules/FunctionManager.h"
-#include "platform/Process.h"
+#include "CommonControllerLib/FunctionManager.h"
+#include "platform/processes/Process.h"
 
 namespace {
 

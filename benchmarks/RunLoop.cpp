@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <chrono>
 
-#include "platform/Waiting.h"
+#include "platform/processes/Waiting.h"
 
 namespace {
 

@@ -1,7 +1,7 @@
 #include "Workplace.h"
 
-#include "companion/Settings.h"
-#include "platform/Text.h"
+#include "services/Settings.h"
+#include "text/Text.h"
 
 Workplace::Workplace() {
     WriteTextFile(Path(L"settings.json"),

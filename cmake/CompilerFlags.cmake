@@ -11,7 +11,7 @@ set(CMAKE_EXPORT_COMPILE_COMMANDS ON)
 option(CONTROLLER_WARNINGS_AS_ERRORS "Warnings in our sources end the build (on in the presets)" OFF)
 
 add_library(controller_headers INTERFACE)
-target_include_directories(controller_headers INTERFACE "${PROJECT_SOURCE_DIR}/src")
+target_include_directories(controller_headers INTERFACE "${PROJECT_SOURCE_DIR}/include" "${PROJECT_SOURCE_DIR}/src")
 if(CMAKE_SYSTEM_NAME STREQUAL "Windows")
   target_compile_definitions(controller_headers INTERFACE
     UNICODE _UNICODE WIN32_LEAN_AND_MEAN NOMINMAX _WIN32_WINNT=0x0A00 WINVER=0x0A00)

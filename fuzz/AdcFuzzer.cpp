@@ -4,9 +4,9 @@
 #include "fuzz/support/ByteSource.h"
 #include "fuzz/support/Require.h"
 #include "fuzz/support/Scratch.h"
-#include "platform/ProfileFile.h"
-#include "platform/Text.h"
-#include "scenarios/ScenarioSettings.h"
+#include "platform/files/ProfileFile.h"
+#include "text/Text.h"
+#include "engine/catalogue/ScenarioSettings.h"
 
 namespace {
 
@@ -15,7 +15,7 @@ constexpr std::size_t longestValue = 255; // in UTF-16 units
 void CheckInputs(const std::vector<InputFileSpec>& inputs) {
     fuzz::Require(!inputs.empty() && inputs.size() <= 10'001,
                   "there is a primary input, and a bounded number of others");
-    fuzz::Require(platform::ToUtf16(inputs[0].cadName).size() <= longestValue, "a value is short");
+    fuzz::Require(text::ToUtf16(inputs[0].cadName).size() <= longestValue, "a value is short");
     fuzz::Require(inputs[0].extensions.size() <= longestValue, "extensions are few");
     for (std::size_t index = 1; index < inputs.size(); ++index) {
         fuzz::Require(inputs[index] == InputFileSpec(), "nothing is said of further inputs");
@@ -28,7 +28,7 @@ void CheckKeys(const std::wstring& path, const std::wstring& section, const std:
     fuzz::Require(values.size() == keys.size(), "there is a value for each key");
     for (std::size_t index = 0; index < keys.size(); ++index) {
         fuzz::Require(values[index] == platform::ReadProfileText(path, section, keys[index]), "a key has one value");
-        fuzz::Require(platform::ToUtf16(values[index]).size() <= longestValue, "a value is short");
+        fuzz::Require(text::ToUtf16(values[index]).size() <= longestValue, "a value is short");
     }
 }
 
@@ -49,9 +49,9 @@ void CheckWritten(fuzz::ByteSource& source) {
     }
     const std::wstring file = L"\r\n; CADName=wrong\r\n[Other]\r\nCADName=wrong\r\n[Scenario]\r\nCADName = \"" + value +
                               L"\"\r\nCADName=wrong\r\nCADExt=stl,stp\r\nSecondInput=2\r\n";
-    const std::u16string units = platform::ToUtf16(file);
+    const std::u16string units = text::ToUtf16(file);
     const auto inputs = ReadScenarioInputs(fuzz::ScratchFile(L"written.adc", LittleEndian(units)));
-    fuzz::Require(inputs.size() == 3 && inputs[0].cadName == platform::FromUtf16(platform::ToUtf16(value)) &&
+    fuzz::Require(inputs.size() == 3 && inputs[0].cadName == text::FromUtf16(text::ToUtf16(value)) &&
                       inputs[0].extensions == std::vector<std::wstring>{L"stl", L"stp"},
                   "a value is read as it was written");
 }

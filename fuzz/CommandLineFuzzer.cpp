@@ -2,15 +2,15 @@
 #include <string>
 #include <vector>
 
-#include "cli/CLIArgumentParser.h"
+#include "CommonControllerLib/CLIArgumentParser.h"
 #include "controller_cli/LetterArguments.h"
 #include "controller_cli/LetterUsage.h"
 #include "controller_cli/LongCommandLine.h"
 #include "controller_host/HostOptions.h"
 #include "fuzz/support/ByteSource.h"
 #include "fuzz/support/Require.h"
-#include "platform/NativePath.h"
-#include "platform/Text.h"
+#include "platform/files/NativePath.h"
+#include "text/Text.h"
 #include "scenario_runner/RunnerArguments.h"
 
 namespace {
@@ -22,7 +22,7 @@ Arguments LinesOf(std::string_view bytes) {
     Arguments lines;
     while (!bytes.empty()) {
         const std::size_t end = std::min(bytes.find('\n'), bytes.size());
-        lines.push_back(platform::FromUtf8(bytes.substr(0, end)));
+        lines.push_back(text::FromUtf8(bytes.substr(0, end)));
         bytes.remove_prefix(std::min(end + 1, bytes.size()));
     }
     return lines;
@@ -77,7 +77,7 @@ void CheckLong(const Arguments& arguments) {
 
 /// True for a text that the command line hands over as it is: no option, and with a form in UTF-8.
 bool IsPlainValue(const std::wstring& text) {
-    return !text.empty() && text[0] != L'-' && platform::FromUtf8(platform::ToUtf8(text)) == text &&
+    return !text.empty() && text[0] != L'-' && text::FromUtf8(text::ToUtf8(text)) == text &&
            text.find(L'\0') == std::wstring::npos;
 }
 
@@ -124,7 +124,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     CheckLetters(arguments);
     CheckLetters(controller_cli::PrepareLetterArguments(arguments, true));
     CheckUsage(controller_cli::PrepareLetterArguments(arguments, true));
-    CheckSlashPath(platform::FromUtf8(bytes));
+    CheckSlashPath(text::FromUtf8(bytes));
     CheckLong(arguments);
     CheckRunner(arguments);
     CheckHost(arguments);

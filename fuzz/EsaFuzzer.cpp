@@ -5,15 +5,15 @@
 #include <vector>
 
 #include "ZipWriter.h"
-#include "companion/ScenarioManifest.h"
-#include "companion/ScenarioPackage.h"
-#include "companion/zip/ZipArchive.h"
-#include "companion/zip/ZipProblem.h"
+#include "formats/ScenarioManifest.h"
+#include "formats/ScenarioPackage.h"
+#include "formats/zip/ZipArchive.h"
+#include "formats/zip/ZipProblem.h"
 #include "fuzz/support/ByteSource.h"
 #include "fuzz/support/Require.h"
 #include "fuzz/support/Scratch.h"
-#include "platform/FileSystem.h"
-#include "platform/Text.h"
+#include "platform/files/FileSystem.h"
+#include "text/Text.h"
 
 namespace {
 
@@ -27,7 +27,7 @@ void AddContent(const std::wstring& folder, const std::string& prefix, Content& 
     fuzz::Require(!platform::ListFolder(folder, entries), "a folder can be listed");
     for (const platform::FolderEntry& entry : entries) {
         const std::wstring path = folder + L"\\" + entry.name;
-        std::string name = prefix + platform::ToUtf8(entry.name);
+        std::string name = prefix + text::ToUtf8(entry.name);
         fuzz::Require(!entry.isLink, "no link is unpacked");
         if (entry.isFolder) {
             name += '/';

@@ -4,9 +4,9 @@
 
 #include "fuzz/support/ByteSource.h"
 #include "fuzz/support/Require.h"
-#include "local_socket/Frame.h"
-#include "local_socket/TextEncoding.h"
-#include "platform/CodeUnits.h"
+#include "transport/local_socket/Frame.h"
+#include "transport/local_socket/TextEncoding.h"
+#include "text/CodeUnits.h"
 
 namespace {
 
@@ -74,7 +74,7 @@ void CheckStream(std::string_view bytes, const std::vector<std::size_t>& lengths
 /// What cannot travel as a value of its own: numbers beyond Unicode.
 bool Travels(const std::wstring& text) {
     return std::all_of(text.begin(), text.end(),
-                       [](wchar_t element) { return platform::Unit(element) <= platform::lastCodePoint; });
+                       [](wchar_t element) { return text::Unit(element) <= text::lastCodePoint; });
 }
 
 void CheckSent(fuzz::ByteSource& source, std::string& stream, std::vector<Frame>& sent) {

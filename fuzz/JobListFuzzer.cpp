@@ -1,12 +1,12 @@
 #include <string>
 #include <vector>
 
-#include "companion/ControllerCSWrapper.h"
+#include "ControllerCSWrapper/ControllerCSWrapper.h"
 #include "fuzz/support/Before.h"
 #include "fuzz/support/ByteSource.h"
 #include "fuzz/support/Require.h"
 #include "fuzz/support/Scratch.h"
-#include "platform/FileSystem.h"
+#include "platform/files/FileSystem.h"
 
 namespace {
 

@@ -2,15 +2,15 @@
 #include <string>
 #include <vector>
 
-#include "companion/ControllerCSWrapper.h"
-#include "companion/json/Encoding.h"
-#include "companion/json/RecordLayouts.h"
-#include "companion/json/Writing.h"
+#include "ControllerCSWrapper/ControllerCSWrapper.h"
+#include "formats/json/Encoding.h"
+#include "formats/json/RecordLayouts.h"
+#include "formats/json/Writing.h"
 #include "fuzz/support/Before.h"
 #include "fuzz/support/ByteSource.h"
 #include "fuzz/support/Require.h"
 #include "fuzz/support/Scratch.h"
-#include "platform/NativePath.h"
+#include "platform/files/NativePath.h"
 
 namespace {
 

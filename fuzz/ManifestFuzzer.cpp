@@ -2,10 +2,10 @@
 #include <string>
 #include <vector>
 
-#include "companion/ManifestFile.h"
-#include "companion/json/Encoding.h"
-#include "companion/json/RecordLayouts.h"
-#include "companion/json/Writing.h"
+#include "formats/ManifestFile.h"
+#include "formats/json/Encoding.h"
+#include "formats/json/RecordLayouts.h"
+#include "formats/json/Writing.h"
 #include "fuzz/support/ByteSource.h"
 #include "fuzz/support/Require.h"
 

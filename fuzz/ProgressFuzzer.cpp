@@ -1,11 +1,11 @@
 #include <string>
 
-#include "companion/ControllerCSWrapper.h"
-#include "companion/RunProtocol.h"
+#include "ControllerCSWrapper/ControllerCSWrapper.h"
+#include "formats/RunProtocol.h"
 #include "fuzz/support/ByteSource.h"
 #include "fuzz/support/Require.h"
 #include "fuzz/support/Scratch.h"
-#include "platform/Text.h"
+#include "text/Text.h"
 
 namespace {
 
@@ -32,7 +32,7 @@ void CheckFile(std::string_view bytes) {
     const bool isRead =
         ControllerCSWrapper::ParseProgressFile(fuzz::ScratchFile(L"progress.json", bytes), read.message, read.progress);
     fuzz::Require(isRead || read == Report(), "a refused file leaves the outputs as they were");
-    const auto text = platform::FromStrictUtf8(bytes);
+    const auto text = text::FromStrictUtf8(bytes);
     fuzz::Require(text.has_value() || !isRead, "what is not UTF-8 is refused");
     fuzz::Require(!text || ReadText(*text, expected) == isRead, "file and text are taken alike");
     fuzz::Require(read.message == expected.message && read.progress == expected.progress, "file and text say the same");
@@ -51,7 +51,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const std::string_view bytes = fuzz::BytesOf(data, size);
     Report report;
     CheckFile(bytes);
-    if (ReadText(platform::FromUtf8(bytes), report)) {
+    if (ReadText(text::FromUtf8(bytes), report)) {
         CheckWritten(report);
     }
     fuzz::ByteSource source(bytes);

@@ -4,9 +4,9 @@
 #include <vector>
 
 #include "fuzz/RegressionTargets.h"
-#include "platform/FileSystem.h"
-#include "platform/ProgramArguments.h"
-#include "platform/Text.h"
+#include "platform/files/FileSystem.h"
+#include "platform/processes/ProgramArguments.h"
+#include "text/Text.h"
 
 namespace {
 
@@ -20,11 +20,11 @@ int Fail(const std::string& text) {
 bool Feed(FuzzTarget target, const std::wstring& path) {
     std::string bytes;
     if (const platform::Error error = platform::ReadFile(path, largestInput, bytes)) {
-        Fail(platform::ToUtf8(path + L": " + error.Text()));
+        Fail(text::ToUtf8(path + L": " + error.Text()));
         return false;
     }
     // Told before, because an input that does harm ends the process.
-    std::printf("%s\n", platform::ToUtf8(path).c_str());
+    std::printf("%s\n", text::ToUtf8(path).c_str());
     std::fflush(stdout);
     // A copy of just this size, so that a sanitizer sees what reads behind it.
     const std::vector<std::uint8_t> input(bytes.begin(), bytes.end());
@@ -40,13 +40,13 @@ int main(int count, char** values) {
     if (arguments.size() != 2) {
         return Fail("Usage: fuzz_regressions TARGET FOLDER");
     }
-    const FuzzTarget target = FindFuzzTarget(platform::ToUtf8(arguments[0]));
+    const FuzzTarget target = FindFuzzTarget(text::ToUtf8(arguments[0]));
     if (target == nullptr) {
         return Fail("There is no such target.");
     }
     std::vector<platform::FolderEntry> entries;
     if (const platform::Error error = platform::ListFolder(arguments[1], entries)) {
-        return Fail(platform::ToUtf8(arguments[1] + L": " + error.Text()));
+        return Fail(text::ToUtf8(arguments[1] + L": " + error.Text()));
     }
     if (entries.empty()) {
         return Fail("There is nothing to feed: an empty folder tests nothing.");

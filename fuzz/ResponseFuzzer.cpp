@@ -2,16 +2,16 @@
 #include <string>
 #include <vector>
 
-#include "companion/ControllerCSWrapper.h"
-#include "companion/Messages.h"
-#include "companion/ProcessAnswer.h"
-#include "companion/ProcessHandleText.h"
-#include "companion/json/RecordLayouts.h"
-#include "companion/json/Writing.h"
+#include "ControllerCSWrapper/ControllerCSWrapper.h"
+#include "formats/Messages.h"
+#include "formats/ProcessAnswer.h"
+#include "formats/ProcessHandleText.h"
+#include "formats/json/RecordLayouts.h"
+#include "formats/json/Writing.h"
 #include "fuzz/support/Before.h"
 #include "fuzz/support/ByteSource.h"
 #include "fuzz/support/Require.h"
-#include "platform/Text.h"
+#include "text/Text.h"
 
 namespace {
 
@@ -101,7 +101,7 @@ void CheckRecords(fuzz::ByteSource& source) {
 /// Bytes as each kind of message between front end, host and function module; and messages made of them.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string_view bytes = fuzz::BytesOf(data, size);
-    CheckTexts(platform::FromUtf8(bytes));
+    CheckTexts(text::FromUtf8(bytes));
     fuzz::ByteSource source(bytes);
     CheckRecords(source);
     return 0;

@@ -1,12 +1,12 @@
 #include <string>
 
-#include "companion/ControllerCSWrapper.h"
-#include "companion/RunProtocol.h"
+#include "ControllerCSWrapper/ControllerCSWrapper.h"
+#include "formats/RunProtocol.h"
 #include "fuzz/support/Before.h"
 #include "fuzz/support/ByteSource.h"
 #include "fuzz/support/Require.h"
 #include "fuzz/support/Scratch.h"
-#include "platform/Text.h"
+#include "text/Text.h"
 
 namespace {
 
@@ -40,7 +40,7 @@ void CheckFile(std::string_view bytes) {
     const bool isRead = ControllerCSWrapper::ParseRunScenarioResult(fuzz::ScratchFile(L"result.json", bytes),
                                                                     read.succeeded, read.messages, read.outputFiles);
     fuzz::Require(isRead || read == fuzz::Before().RunResult(), "a refused file leaves the outputs as they were");
-    const auto text = platform::FromStrictUtf8(bytes);
+    const auto text = text::FromStrictUtf8(bytes);
     fuzz::Require(text.has_value() || !isRead, "what is not UTF-8 is refused");
     fuzz::Require(!text || ReadText(*text, expected) == isRead, "file and text are taken alike");
     if (isRead) {
@@ -62,7 +62,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const std::string_view bytes = fuzz::BytesOf(data, size);
     RunScenarioResult result;
     CheckFile(bytes);
-    if (ReadText(platform::FromUtf8(bytes), result)) {
+    if (ReadText(text::FromUtf8(bytes), result)) {
         CheckWritten(result);
     }
     fuzz::ByteSource source(bytes);

@@ -1,12 +1,12 @@
 #include <string>
 
-#include "companion/ControllerCSWrapper.h"
-#include "companion/RunProtocol.h"
+#include "ControllerCSWrapper/ControllerCSWrapper.h"
+#include "formats/RunProtocol.h"
 #include "fuzz/support/Before.h"
 #include "fuzz/support/ByteSource.h"
 #include "fuzz/support/Require.h"
 #include "fuzz/support/Scratch.h"
-#include "platform/Text.h"
+#include "text/Text.h"
 
 namespace {
 
@@ -32,7 +32,7 @@ void CheckFile(std::string_view bytes) {
     RunScenarioInfo expected = fuzz::Before().RunInfo();
     const std::wstring path = fuzz::ScratchFile(L"run_info.json", bytes);
     const bool isRead = CheckOutcome(run_protocol::ReadRunScenarioInfoFile(path, read, problem), read, problem);
-    const auto text = platform::FromStrictUtf8(bytes);
+    const auto text = text::FromStrictUtf8(bytes);
     fuzz::Require(text.has_value() || !isRead, "what is not UTF-8 is refused");
     fuzz::Require(!text || ReadText(*text, expected) == isRead, "file and text are taken alike");
     fuzz::Require(read == expected, "file and text say the same");
@@ -57,7 +57,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const std::string_view bytes = fuzz::BytesOf(data, size);
     RunScenarioInfo info;
     CheckFile(bytes);
-    if (ReadText(platform::FromUtf8(bytes), info)) {
+    if (ReadText(text::FromUtf8(bytes), info)) {
         CheckWritten(info);
     }
     fuzz::ByteSource source(bytes);

@@ -3,15 +3,15 @@
 #include <string_view>
 #include <vector>
 
-#include "companion/Settings.h"
-#include "companion/SettingsFile.h"
-#include "companion/json/Encoding.h"
-#include "companion/json/RecordLayouts.h"
-#include "companion/json/Writing.h"
+#include "services/Settings.h"
+#include "services/SettingsFile.h"
+#include "formats/json/Encoding.h"
+#include "formats/json/RecordLayouts.h"
+#include "formats/json/Writing.h"
 #include "fuzz/support/ByteSource.h"
 #include "fuzz/support/Require.h"
 #include "fuzz/support/Scratch.h"
-#include "platform/NativePath.h"
+#include "platform/files/NativePath.h"
 
 namespace {
 

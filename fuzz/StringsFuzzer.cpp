@@ -1,14 +1,14 @@
 #include <map>
 #include <string>
 
-#include "companion/ControllerCSWrapper.h"
-#include "companion/json/Reading.h"
-#include "companion/json/Writing.h"
+#include "ControllerCSWrapper/ControllerCSWrapper.h"
+#include "formats/json/Reading.h"
+#include "formats/json/Writing.h"
 #include "fuzz/support/ByteSource.h"
 #include "fuzz/support/Require.h"
 #include "fuzz/support/Scratch.h"
-#include "platform/Text.h"
-#include "support/StringManager.h"
+#include "text/Text.h"
+#include "CommonControllerLib/StringManager.h"
 
 namespace {
 
@@ -67,7 +67,7 @@ void CheckFile(std::string_view bytes, const std::wstring& key, const std::wstri
 /// Bytes as a file of string resources, looked up by common names and by names made of the bytes.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string_view bytes = fuzz::BytesOf(data, size);
-    const std::wstring json = platform::FromUtf8(bytes);
+    const std::wstring json = text::FromUtf8(bytes);
     fuzz::Scratch();
     CheckTexts(json);
     for (const wchar_t* const name : {L"", L"en-US", L"Usage", L"a"}) {

@@ -2,7 +2,7 @@
 
 #include <utility>
 
-#include "companion/ControllerCSWrapper.h"
+#include "ControllerCSWrapper/ControllerCSWrapper.h"
 #include "controller_cli/JobView.h"
 
 namespace controller_cli {

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "cli/ControllerPresenterAbs.h"
-#include "modules/CallbackFunctor.h"
-#include "platform/Waiting.h"
+#include "CommonControllerLib/ControllerPresenterAbs.h"
+#include "CommonControllerLib/CallbackFunctor.h"
+#include "platform/processes/Waiting.h"
 
 #include <map>
 #include <mutex>

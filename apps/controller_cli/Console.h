@@ -3,7 +3,7 @@
 #include <cstddef>
 #include <string_view>
 
-#include "platform/Error.h"
+#include "platform/system/Error.h"
 
 namespace controller_cli {
 

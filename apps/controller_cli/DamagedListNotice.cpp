@@ -1,8 +1,8 @@
 #include "controller_cli/DamagedListNotice.h"
 
-#include "companion/JobListFile.h"
-#include "companion/Settings.h"
-#include "platform/NativePath.h"
+#include "formats/JobListFile.h"
+#include "services/Settings.h"
+#include "platform/files/NativePath.h"
 
 namespace controller_cli {
 

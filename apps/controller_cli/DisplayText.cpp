@@ -4,8 +4,8 @@
 #include <array>
 #include <cstdint>
 
-#include "platform/CodeUnits.h"
-#include "platform/OneLine.h"
+#include "text/CodeUnits.h"
+#include "text/OneLine.h"
 
 namespace controller_cli {
 namespace {
@@ -57,10 +57,10 @@ struct Character {
 
 /// The first character of a text that is not empty; a pair of surrogates is one.
 Character FirstCharacter(std::wstring_view text) {
-    const std::uint32_t first = platform::Unit(text[0]);
-    const std::uint32_t second = text.size() > 1 ? platform::Unit(text[1]) : 0;
-    const bool isPair = platform::IsHighSurrogate(first) && platform::IsLowSurrogate(second);
-    return isPair ? Character{platform::JoinSurrogates(first, second), 2} : Character{first, 1};
+    const std::uint32_t first = text::Unit(text[0]);
+    const std::uint32_t second = text.size() > 1 ? text::Unit(text[1]) : 0;
+    const bool isPair = text::IsHighSurrogate(first) && text::IsLowSurrogate(second);
+    return isPair ? Character{text::JoinSurrogates(first, second), 2} : Character{first, 1};
 }
 
 std::size_t WidthOf(std::uint32_t character) {
@@ -95,9 +95,9 @@ std::wstring OneLine(std::wstring_view text) {
     line.reserve(text.size());
     while (!text.empty()) {
         const Character character = FirstCharacter(text);
-        if (platform::SteersReaders(character.code)) {
+        if (text::SteersReaders(character.code)) {
             line += L' ';
-        } else if (platform::IsSurrogate(character.code)) {
+        } else if (text::IsSurrogate(character.code)) {
             line += L'\xFFFD';
         } else {
             line += text.substr(0, character.length);

@@ -4,7 +4,7 @@
 #include <exception>
 #include <functional>
 
-#include "companion/Settings.h"
+#include "services/Settings.h"
 #include "controller_cli/DamagedListNotice.h"
 #include "controller_cli/FileRoles.h"
 #include "controller_cli/InputSets.h"
@@ -12,9 +12,9 @@
 #include "controller_cli/LongCommandLine.h"
 #include "controller_cli/Problems.h"
 #include "controller_cli/commands/Commands.h"
-#include "platform/Console.h"
-#include "platform/Text.h"
-#include "support/ControllerLogManager.h"
+#include "platform/terminal/Console.h"
+#include "text/Text.h"
+#include "CommonControllerLib/ControllerLogManager.h"
 
 namespace controller_cli {
 namespace {
@@ -145,7 +145,7 @@ ExitCode RunFrontEnd(CommandContext& context, const std::vector<std::wstring>& a
     } catch (const OutputFailure& failure) {
         return TellLostOutput(context, failure.error);
     } catch (const std::exception& failure) {
-        WriteProblem(context, platform::FromUtf8(failure.what()));
+        WriteProblem(context, text::FromUtf8(failure.what()));
         return ExitCode::JobFailed;
     }
 }

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "companion/HostLock.h"
+#include "formats/HostLock.h"
 
 class EventTransmitter;
 class EventTransmitterExtension;

@@ -2,10 +2,10 @@
 
 #include "controller_cli/CommandFailure.h"
 #include "controller_cli/LogHint.h"
-#include "modules/EventTransmitter.h"
-#include "modules/EventTransmitterExtension.h"
-#include "platform/NativePath.h"
-#include "platform/Waiting.h"
+#include "CommonControllerLib/EventTransmitter.h"
+#include "controller_plugins/EventTransmitterExtension.h"
+#include "platform/files/NativePath.h"
+#include "platform/processes/Waiting.h"
 
 namespace controller_cli {
 namespace {

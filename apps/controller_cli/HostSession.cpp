@@ -5,7 +5,7 @@
 #include "controller_cli/CommandFailure.h"
 #include "controller_cli/ConnectionInterval.h"
 #include "controller_cli/LogHint.h"
-#include "modules/EventTransmitter.h"
+#include "CommonControllerLib/EventTransmitter.h"
 
 namespace controller_cli {
 namespace {

@@ -3,11 +3,11 @@
 #include <algorithm>
 #include <utility>
 
-#include "companion/ControllerCSWrapper.h"
-#include "companion/RunProtocol.h"
-#include "companion/Settings.h"
-#include "platform/FileSystem.h"
-#include "support/PathFuncs.h"
+#include "ControllerCSWrapper/ControllerCSWrapper.h"
+#include "formats/RunProtocol.h"
+#include "services/Settings.h"
+#include "platform/files/FileSystem.h"
+#include "CommonControllerLib/PathFuncs.h"
 
 namespace controller_cli {
 namespace {

@@ -4,14 +4,14 @@
 
 #include "controller_cli/DisplayText.h"
 #include "controller_cli/Table.h"
-#include "platform/NativePath.h"
-#include "platform/Text.h"
+#include "platform/files/NativePath.h"
+#include "text/Text.h"
 
 namespace controller_cli {
 namespace {
 
 std::wstring StatusName(JobStatus status) {
-    return status == deletedStatus ? L"Deleted" : platform::FromUtf8(JobStatusString(status));
+    return status == deletedStatus ? L"Deleted" : text::FromUtf8(JobStatusString(status));
 }
 
 Colour ColourOf(JobStatus status) {

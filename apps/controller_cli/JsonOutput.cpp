@@ -4,10 +4,10 @@
 #include <iterator>
 #include <tuple>
 
-#include "companion/json/RecordLayouts.h"
-#include "companion/json/Writing.h"
-#include "platform/NativePath.h"
-#include "platform/Text.h"
+#include "formats/json/RecordLayouts.h"
+#include "formats/json/Writing.h"
+#include "platform/files/NativePath.h"
+#include "text/Text.h"
 
 namespace controller_cli {
 namespace {
@@ -60,7 +60,7 @@ JobReport ReportOf(const JobView& view) {
     JobReport report;
     report.number = job.seqId;
     report.id = job.id;
-    report.status = job.status == deletedStatus ? L"Deleted" : platform::FromUtf8(JobStatusString(job.status));
+    report.status = job.status == deletedStatus ? L"Deleted" : text::FromUtf8(JobStatusString(job.status));
     report.progress = view.progress;
     report.message = view.message;
     report.scenario = job.scenario.displayName;

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "controller_cli/JobView.h"
-#include "records/ScenarioRecords.h"
+#include "CommonControllerLib/ScenarioRecords.h"
 
 #include <string>
 #include <vector>

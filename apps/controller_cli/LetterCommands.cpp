@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <iterator>
 
-#include "cli/CLIArgumentParser.h"
-#include "companion/JobsFile.h"
-#include "companion/Settings.h"
+#include "CommonControllerLib/CLIArgumentParser.h"
+#include "formats/JobsFile.h"
+#include "services/Settings.h"
 #include "controller_cli/FileRoles.h"
 #include "controller_cli/JobNumbers.h"
 #include "controller_cli/LetterArguments.h"
@@ -15,8 +15,8 @@
 #include "controller_cli/LetterUsage.h"
 #include "controller_cli/LogHint.h"
 #include "controller_cli/NamesInText.h"
-#include "platform/NativePath.h"
-#include "support/ControllerLogManager.h"
+#include "platform/files/NativePath.h"
+#include "CommonControllerLib/ControllerLogManager.h"
 
 namespace controller_cli {
 namespace {

@@ -2,11 +2,11 @@
 
 #include <optional>
 
-#include "companion/JobsFile.h"
+#include "formats/JobsFile.h"
 #include "controller_cli/FileRoles.h"
 #include "controller_cli/LogHint.h"
 #include "controller_cli/Problems.h"
-#include "platform/NativePath.h"
+#include "platform/files/NativePath.h"
 
 namespace controller_cli {
 namespace {

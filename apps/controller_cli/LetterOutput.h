@@ -1,6 +1,6 @@
 #pragma once
 
-#include "cli/TextOutput.h"
+#include "frontend/TextOutput.h"
 #include "controller_cli/CommandContext.h"
 
 #include <string>

@@ -2,9 +2,9 @@
 
 #include <algorithm>
 
-#include "companion/ControllerCSWrapper.h"
+#include "ControllerCSWrapper/ControllerCSWrapper.h"
 #include "controller_cli/ConnectionInterval.h"
-#include "modules/EventTransmitter.h"
+#include "CommonControllerLib/EventTransmitter.h"
 
 namespace controller_cli {
 namespace {

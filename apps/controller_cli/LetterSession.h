@@ -1,10 +1,10 @@
 #pragma once
 
-#include "cli/CLIPresenter.h"
+#include "CommonControllerLib/CLIPresenter.h"
 #include "controller_cli/CommandContext.h"
 #include "controller_cli/HostConnection.h"
-#include "modules/CallbackFunctor.h"
-#include "platform/Waiting.h"
+#include "CommonControllerLib/CallbackFunctor.h"
+#include "platform/processes/Waiting.h"
 
 #include <atomic>
 #include <cstddef>

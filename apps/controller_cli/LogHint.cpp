@@ -1,8 +1,8 @@
 #include "controller_cli/LogHint.h"
 
-#include "companion/Settings.h"
-#include "platform/FileSystem.h"
-#include "platform/NativePath.h"
+#include "services/Settings.h"
+#include "platform/files/FileSystem.h"
+#include "platform/files/NativePath.h"
 
 namespace controller_cli {
 

@@ -8,7 +8,7 @@
 #include <CLI/CLI.hpp>
 
 #include "controller_cli/NamesInText.h"
-#include "platform/Text.h"
+#include "text/Text.h"
 
 namespace controller_cli {
 namespace {
@@ -46,14 +46,14 @@ constexpr int mostInputs = 1 << 24;
 
 std::vector<std::wstring> WideTexts(const std::vector<std::string>& texts) {
     std::vector<std::wstring> wide;
-    std::transform(texts.begin(), texts.end(), std::back_inserter(wide), platform::FromUtf8);
+    std::transform(texts.begin(), texts.end(), std::back_inserter(wide), text::FromUtf8);
     return wide;
 }
 
 /// The library takes its arguments last first.
 std::vector<std::string> ReversedUtf8(const std::vector<std::wstring>& arguments) {
     std::vector<std::string> reversed;
-    std::transform(arguments.rbegin(), arguments.rend(), std::back_inserter(reversed), platform::ToUtf8);
+    std::transform(arguments.rbegin(), arguments.rend(), std::back_inserter(reversed), text::ToUtf8);
     return reversed;
 }
 
@@ -95,7 +95,7 @@ const Switch* OneCommand(const CLI::App& app) {
             return;
         }
         if (given != nullptr) {
-            throw UsageProblem{L"Usage/TwoCommands", platform::FromUtf8(command.name)};
+            throw UsageProblem{L"Usage/TwoCommands", text::FromUtf8(command.name)};
         }
         given = &command;
     };
@@ -116,7 +116,7 @@ void TakeNames(const CLI::App& app, const Switch& given, const Arguments& operan
     }
     std::vector<std::wstring> values = ValuesOf(app, given.name);
     values.insert(values.end(), operands.begin(), operands.end());
-    const std::wstring name = platform::FromUtf8(given.name);
+    const std::wstring name = text::FromUtf8(given.name);
     if (given.kind == LongCommandKind::Run) {
         if (values.size() < 2) {
             throw UsageProblem{L"Usage/NoInputs", name};
@@ -145,7 +145,7 @@ bool CanBeJson(LongCommandKind kind) {
 void RefuseIdleOptions(const CLI::App& app, const LongCommand& command) {
     const auto refuse = [&](const char* name, bool isIdle) {
         if (isIdle && IsGiven(app, name)) {
-            throw UsageProblem{L"Usage/IdleOption", platform::FromUtf8(name)};
+            throw UsageProblem{L"Usage/IdleOption", text::FromUtf8(name)};
         }
     };
     refuse("--json", !CanBeJson(command.kind));
@@ -156,7 +156,7 @@ void RefuseIdleOptions(const CLI::App& app, const LongCommand& command) {
 
 LongCommand CommandOf(const CLI::App& app, const Arguments& operands) {
     if (const auto rest = app.remaining(); !rest.empty()) {
-        throw UsageProblem{L"Usage/UnknownArgument", platform::FromUtf8(rest.front())};
+        throw UsageProblem{L"Usage/UnknownArgument", text::FromUtf8(rest.front())};
     }
     const Switch* const given = OneCommand(app);
     if (given == nullptr) {
@@ -187,7 +187,7 @@ struct PartedArguments {
 
 bool IsNamingCommand(const std::wstring& argument) {
     return std::any_of(namingCommands.begin(), namingCommands.end(),
-                       [&](const Switch& command) { return platform::FromUtf8(command.name) == argument; });
+                       [&](const Switch& command) { return text::FromUtf8(command.name) == argument; });
 }
 
 /// The library knows values of options alone: where a command has none in front of the "--", the first one behind it is
@@ -233,7 +233,7 @@ LongCommand ParseLongCommand(const std::vector<std::wstring>& arguments) {
     } catch (const CLI::ParseError& error) {
         // It begins with the option that it is about: "--wait: 1 required ...".
         const std::string what = error.what();
-        throw UsageProblem{L"Usage/WrongValue", platform::FromUtf8(what.substr(0, what.find(':')))};
+        throw UsageProblem{L"Usage/WrongValue", text::FromUtf8(what.substr(0, what.find(':')))};
     }
     return CommandOf(app, parted.operands);
 }

@@ -1,9 +1,9 @@
 #include "controller_cli/RequestProxy.h"
 
-#include "companion/ControllerCSWrapper.h"
-#include "companion/Messages.h"
-#include "modules/EventTransmitter.h"
-#include "modules/EventTransmitterExtension.h"
+#include "ControllerCSWrapper/ControllerCSWrapper.h"
+#include "formats/Messages.h"
+#include "CommonControllerLib/EventTransmitter.h"
+#include "controller_plugins/EventTransmitterExtension.h"
 
 namespace controller_cli {
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "cli/IVanteloOrvelAbs.h"
+#include "CommonControllerLib/IVanteloOrvelAbs.h"
 
 class EventTransmitter;
 class EventTransmitterExtension;

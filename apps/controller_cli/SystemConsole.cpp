@@ -1,13 +1,13 @@
 #include "controller_cli/SystemConsole.h"
 
-#include "platform/Console.h"
-#include "platform/Environment.h"
-#include "platform/Text.h"
+#include "platform/terminal/Console.h"
+#include "platform/system/Environment.h"
+#include "text/Text.h"
 
 namespace controller_cli {
 
 void SystemConsole::Write(std::wstring_view text) {
-    WriteBytes(platform::ToUtf8(text));
+    WriteBytes(text::ToUtf8(text));
 }
 
 void SystemConsole::WriteBytes(std::string_view bytes) {
@@ -17,7 +17,7 @@ void SystemConsole::WriteBytes(std::string_view bytes) {
 }
 
 void SystemConsole::WriteError(std::wstring_view text) {
-    platform::WriteErrorOutput(platform::ToUtf8(text));
+    platform::WriteErrorOutput(text::ToUtf8(text));
 }
 
 void* SystemConsole::ReaderGone() const {

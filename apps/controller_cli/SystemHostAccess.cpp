@@ -4,23 +4,23 @@
 #include <string_view>
 #include <thread>
 
-#include "companion/HostRecords.h"
-#include "companion/Settings.h"
+#include "formats/HostRecords.h"
+#include "services/Settings.h"
 #include "controller_cli/RequestProxy.h"
-#include "modules/EventTransmitter.h"
+#include "CommonControllerLib/EventTransmitter.h"
 #include "modules/EventTransmitterDescription.h"
-#include "modules/EventTransmitterManager.h"
+#include "CommonControllerLib/EventTransmitterManager.h"
 #include "modules/ModuleProblem.h"
-#include "platform/Console.h"
-#include "platform/Directories.h"
-#include "platform/ErrorOutput.h"
-#include "platform/NativePath.h"
-#include "platform/Pipe.h"
-#include "platform/ProcessIdentity.h"
-#include "platform/SharedLibrary.h"
-#include "platform/StopSignal.h"
-#include "platform/Text.h"
-#include "platform/Waiting.h"
+#include "platform/terminal/Console.h"
+#include "platform/files/Directories.h"
+#include "platform/terminal/ErrorOutput.h"
+#include "platform/files/NativePath.h"
+#include "platform/processes/Pipe.h"
+#include "platform/processes/ProcessIdentity.h"
+#include "platform/system/SharedLibrary.h"
+#include "platform/processes/StopSignal.h"
+#include "text/Text.h"
+#include "platform/processes/Waiting.h"
 
 namespace controller_cli {
 namespace {
@@ -40,7 +40,7 @@ std::wstring LastWords(platform::OutputPipe& pipe) {
     std::string bytes;
     pipe.ReadAvailable(mostSaid, bytes);
     bytes.erase(bytes.find_last_not_of(" \r\n") + 1);
-    return platform::FromUtf8(bytes);
+    return text::FromUtf8(bytes);
 }
 
 void WriteLogLines(std::string_view bytes) {

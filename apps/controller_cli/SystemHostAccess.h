@@ -1,8 +1,8 @@
 #pragma once
 
-#include "companion/HostLock.h"
+#include "formats/HostLock.h"
 #include "controller_cli/HostAccess.h"
-#include "platform/Process.h"
+#include "platform/processes/Process.h"
 
 #include <string>
 

@@ -3,9 +3,9 @@
 #include <algorithm>
 #include <cstdint>
 
-#include "platform/OneLine.h"
-#include "platform/Text.h"
-#include "platform/Utf8Sequence.h"
+#include "text/OneLine.h"
+#include "text/Text.h"
+#include "text/Utf8Sequence.h"
 
 namespace controller_cli {
 namespace {
@@ -16,17 +16,17 @@ constexpr std::uint32_t replacement = 0xFFFD;
 bool IsBeginning(std::string_view text) {
     const auto first = static_cast<unsigned char>(text[0]);
     const auto isContinuation = [](char byte) {
-        return platform::IsUtf8Continuation(static_cast<unsigned char>(byte));
+        return text::IsUtf8Continuation(static_cast<unsigned char>(byte));
     };
     return text == "\r" ||
-           (platform::Utf8Length(first) > text.size() && std::all_of(text.begin() + 1, text.end(), isContinuation));
+           (text::Utf8Length(first) > text.size() && std::all_of(text.begin() + 1, text.end(), isContinuation));
 }
 
 void AppendShown(std::uint32_t character, std::string& shown) {
-    if (character != '\n' && character != '\t' && platform::SteersReaders(character)) {
-        shown += platform::ToUtf8(platform::Escaped(std::wstring(1, static_cast<wchar_t>(character))));
+    if (character != '\n' && character != '\t' && text::SteersReaders(character)) {
+        shown += text::ToUtf8(text::Escaped(std::wstring(1, static_cast<wchar_t>(character))));
     } else {
-        platform::AppendUtf8(shown, platform::IsSurrogate(character) ? replacement : character);
+        text::AppendUtf8(shown, text::IsSurrogate(character) ? replacement : character);
     }
 }
 
@@ -37,7 +37,7 @@ std::string TerminalText::Take(std::string_view bytes) {
     std::string_view text = kept;
     std::string shown;
     while (!text.empty() && !IsBeginning(text)) {
-        const platform::Utf8Sequence sequence = platform::TakeUtf8(text);
+        const text::Utf8Sequence sequence = text::TakeUtf8(text);
         if (!text.starts_with("\r\n")) {
             AppendShown(sequence.length == 0 ? replacement : sequence.value, shown);
         }

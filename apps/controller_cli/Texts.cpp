@@ -3,10 +3,10 @@
 #include <string_view>
 #include <vector>
 
-#include "companion/ControllerCSWrapper.h"
+#include "ControllerCSWrapper/ControllerCSWrapper.h"
 #include "controller_cli/BuiltInStrings.h"
-#include "platform/OneLine.h"
-#include "platform/Text.h"
+#include "text/OneLine.h"
+#include "text/Text.h"
 
 namespace controller_cli {
 namespace {
@@ -17,7 +17,7 @@ const std::wstring& BuiltInSection() {
     static const std::wstring section = [] {
         std::wstring english;
         // Part of the program.
-        (void)ControllerCSWrapper::GetStringResources(platform::FromUtf8(builtInStrings), builtInCulture, english);
+        (void)ControllerCSWrapper::GetStringResources(text::FromUtf8(builtInStrings), builtInCulture, english);
         return english;
     }();
     return section;
@@ -75,7 +75,7 @@ std::wstring Texts::Format(const std::wstring& key, std::initializer_list<std::w
         rest.remove_prefix(brace);
         const Placeholder placeholder = PlaceholderAt(rest);
         const bool isValue = placeholder.length > 0 && placeholder.number < values.size();
-        text += isValue ? platform::Escaped(values.begin()[placeholder.number]) : std::wstring(rest.substr(0, 1));
+        text += isValue ? text::Escaped(values.begin()[placeholder.number]) : std::wstring(rest.substr(0, 1));
         rest.remove_prefix(isValue ? placeholder.length : 1);
     }
     return text.append(rest);

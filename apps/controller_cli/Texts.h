@@ -1,6 +1,6 @@
 #pragma once
 
-#include "support/StringManager.h"
+#include "CommonControllerLib/StringManager.h"
 
 #include <initializer_list>
 #include <map>

@@ -1,16 +1,16 @@
 #include <optional>
 
-#include "companion/ResponsePatience.h"
-#include "companion/Settings.h"
+#include "services/ResponsePatience.h"
+#include "services/Settings.h"
 #include "controller_cli/FrontEnd.h"
 #include "controller_cli/LongCommandLine.h"
 #include "controller_cli/SystemConsole.h"
 #include "controller_cli/SystemHostAccess.h"
-#include "platform/Clock.h"
-#include "platform/Console.h"
-#include "platform/ProgramArguments.h"
-#include "platform/SharedLibrary.h"
-#include "platform/StopSignal.h"
+#include "platform/system/Clock.h"
+#include "platform/terminal/Console.h"
+#include "platform/processes/ProgramArguments.h"
+#include "platform/system/SharedLibrary.h"
+#include "platform/processes/StopSignal.h"
 
 int main(int argc, char** argv) {
     using namespace controller_cli;

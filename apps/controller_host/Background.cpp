@@ -2,16 +2,16 @@
 
 #include <chrono>
 
-#include "companion/Settings.h"
+#include "services/Settings.h"
 #include "controller_host/OtherHost.h"
 #include "controller_host/StartChecks.h"
-#include "platform/Console.h"
-#include "platform/Directories.h"
-#include "platform/NativePath.h"
-#include "platform/OneLine.h"
-#include "platform/Process.h"
-#include "platform/Text.h"
-#include "platform/Waiting.h"
+#include "platform/terminal/Console.h"
+#include "platform/files/Directories.h"
+#include "platform/files/NativePath.h"
+#include "text/OneLine.h"
+#include "platform/processes/Process.h"
+#include "text/Text.h"
+#include "platform/processes/Waiting.h"
 
 namespace {
 
@@ -19,7 +19,7 @@ namespace {
 constexpr std::chrono::seconds startLimit{30};
 
 HostExit Refuse(const std::wstring& problem, HostExit code = HostExit::CouldNotRun) {
-    platform::WriteErrorOutput("controller_host: " + platform::ToUtf8(platform::Escaped(problem)) + "\n");
+    platform::WriteErrorOutput("controller_host: " + text::ToUtf8(text::Escaped(problem)) + "\n");
     return code;
 }
 
@@ -49,7 +49,7 @@ HostExit OutcomeOf(void* host) {
 /// The host has them in its log alone: nobody sees its terminal. A front end that starts a host shows them, too.
 void TellProblems() {
     for (const std::wstring& problem : start_checks::Problems(*settings::Current())) {
-        platform::WriteErrorOutput("controller_host: warning: " + platform::ToUtf8(platform::Escaped(problem)) + "\n");
+        platform::WriteErrorOutput("controller_host: warning: " + text::ToUtf8(text::Escaped(problem)) + "\n");
     }
 }
 

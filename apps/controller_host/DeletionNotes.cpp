@@ -1,8 +1,8 @@
 #include "controller_host/DeletionNotes.h"
 
-#include "companion/ControllerCSWrapper.h"
-#include "platform/FileSystem.h"
-#include "platform/NativePath.h"
+#include "ControllerCSWrapper/ControllerCSWrapper.h"
+#include "platform/files/FileSystem.h"
+#include "platform/files/NativePath.h"
 
 namespace {
 

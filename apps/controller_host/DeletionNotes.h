@@ -1,6 +1,6 @@
 #pragma once
 
-#include "records/JobRecords.h"
+#include "CommonControllerLib/JobRecords.h"
 
 #include <string>
 #include <vector>

@@ -2,8 +2,8 @@
 
 #include <string>
 
-#include "modules/EventTransmitter.h"
-#include "modules/EventTransmitterExtension.h"
+#include "CommonControllerLib/EventTransmitter.h"
+#include "controller_plugins/EventTransmitterExtension.h"
 
 /// The engine's event transmitter as the host uses it: with what its module can do beyond the two operations, and
 /// without where it cannot. Threads: as the transmitter.

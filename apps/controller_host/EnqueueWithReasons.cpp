@@ -1,9 +1,9 @@
 #include "controller_host/EnqueueWithReasons.h"
 
 #include "engine/OutputFolderName.h"
-#include "platform/FileSystem.h"
-#include "platform/NativePath.h"
-#include "support/ControllerLogManager.h"
+#include "platform/files/FileSystem.h"
+#include "platform/files/NativePath.h"
+#include "CommonControllerLib/ControllerLogManager.h"
 
 #include <algorithm>
 

@@ -1,10 +1,10 @@
 #include "controller_host/FailureReasons.h"
 
-#include "companion/RunProtocol.h"
-#include "platform/FileSystem.h"
-#include "platform/NativePath.h"
-#include "support/ControllerLogManager.h"
-#include "support/PathFuncs.h"
+#include "formats/RunProtocol.h"
+#include "platform/files/FileSystem.h"
+#include "platform/files/NativePath.h"
+#include "CommonControllerLib/ControllerLogManager.h"
+#include "CommonControllerLib/PathFuncs.h"
 
 namespace {
 

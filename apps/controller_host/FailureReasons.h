@@ -3,7 +3,7 @@
 #include <set>
 #include <string>
 
-#include "records/JobRecords.h"
+#include "CommonControllerLib/JobRecords.h"
 
 /// Why jobs failed, for those whose scenario did not say it: people and front ends find it in the result file of the
 /// work directory. Where that cannot be written, or holds something else, it stands in a note beside the job list.

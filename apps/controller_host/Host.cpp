@@ -4,9 +4,9 @@
 #include <utility>
 #include <vector>
 
-#include "companion/HostLock.h"
-#include "companion/JobListFile.h"
-#include "companion/Settings.h"
+#include "formats/HostLock.h"
+#include "formats/JobListFile.h"
+#include "services/Settings.h"
 #include "controller_host/DeletionNotes.h"
 #include "controller_host/EngineTransmitter.h"
 #include "controller_host/HostEngine.h"
@@ -17,23 +17,23 @@
 #include "controller_host/RequestAnswers.h"
 #include "controller_host/RequestInbox.h"
 #include "controller_host/StartChecks.h"
-#include "modules/EventTransmitterManager.h"
-#include "modules/FunctionManager.h"
-#include "platform/Console.h"
-#include "platform/FaultPoint.h"
-#include "platform/FileSystem.h"
-#include "platform/NativePath.h"
-#include "platform/OneLine.h"
-#include "platform/Process.h"
-#include "platform/StopSignal.h"
-#include "platform/Text.h"
-#include "support/ControllerLogManager.h"
+#include "CommonControllerLib/EventTransmitterManager.h"
+#include "CommonControllerLib/FunctionManager.h"
+#include "platform/terminal/Console.h"
+#include "fault_points/FaultPoint.h"
+#include "platform/files/FileSystem.h"
+#include "platform/files/NativePath.h"
+#include "text/OneLine.h"
+#include "platform/processes/Process.h"
+#include "platform/processes/StopSignal.h"
+#include "text/Text.h"
+#include "CommonControllerLib/ControllerLogManager.h"
 
 namespace {
 
 HostExit Refuse(HostExit code, const std::wstring& problem) {
     ControllerLogManager::ErrorLog(problem);
-    platform::WriteErrorOutput("controller_host: " + platform::ToUtf8(platform::Escaped(problem)) + "\n");
+    platform::WriteErrorOutput("controller_host: " + text::ToUtf8(text::Escaped(problem)) + "\n");
     return code;
 }
 
@@ -98,10 +98,10 @@ HostExit ServeFrontEnds(const settings::Settings& settings, HostEngine& engine, 
     RequestInbox inbox(engineTransmitter, RequestAnswers::Names());
     place.SetReady();
     platform::Event(platform::TakeInheritedHandle(readyEvent)).Raise();
-    platform::ReachFaultPoint(platform::FaultPoint::HostReady);
+    fault_points::ReachFaultPoint(fault_points::FaultPoint::HostReady);
     HostLoop(engine, inbox, answers, stop.Handle()).Run(Patience(settings));
     ControllerLogManager::Log(L"The host has ended.");
-    platform::ReachFaultPoint(platform::FaultPoint::HostEnds);
+    fault_points::ReachFaultPoint(fault_points::FaultPoint::HostEnds);
     return HostExit::Ended;
 }
 
@@ -110,14 +110,14 @@ HostExit LoadAndServe(const settings::Settings& settings, HostPlace& place, cons
     job_list_file::RemoveLeftovers(settings.jobListFile);
     job_list_file::RemoveLeftovers(DeletionNotes::FileBeside(settings.jobListFile));
     StopLeftoverScenarios(settings.jobListFile);
-    platform::ReachFaultPoint(platform::FaultPoint::LeftoversStopped);
+    fault_points::ReachFaultPoint(fault_points::FaultPoint::LeftoversStopped);
     FunctionManager functions({});
     std::vector<std::wstring> moduleProblems = start_checks::LoadFunctionModules(settings, functions);
     Warn(moduleProblems);
     Warn(start_checks::ProgramProblems(settings));
     HostEngine engine(&functions);
     engine.SetModuleProblems(std::move(moduleProblems));
-    platform::ReachFaultPoint(platform::FaultPoint::EngineMade);
+    fault_points::ReachFaultPoint(fault_points::FaultPoint::EngineMade);
     TellOfDamagedLists(settings);
     engine.FinishDeletions();
     engine.DeleteOldJobsDurably();
@@ -144,7 +144,7 @@ HostExit RunHost(const std::wstring& readyEvent) {
     if (const std::wstring obstacle = job_list_file::Obstacle(settings->jobListFile); !obstacle.empty()) {
         return Refuse(HostExit::CouldNotRun, L"the job list cannot be used, and is left as it is: " + obstacle);
     }
-    platform::ReachFaultPoint(platform::FaultPoint::PlaceTaken);
+    fault_points::ReachFaultPoint(fault_points::FaultPoint::PlaceTaken);
     start_checks::ProvideModuleLibraries(*settings);
     return LoadAndServe(*settings, place, readyEvent);
 }

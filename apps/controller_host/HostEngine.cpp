@@ -1,12 +1,12 @@
 #include "controller_host/HostEngine.h"
 
-#include "companion/ControllerCSWrapper.h"
+#include "ControllerCSWrapper/ControllerCSWrapper.h"
 #include "controller_host/DeletionNotes.h"
 #include "controller_host/FailureReasons.h"
-#include "modules/FunctionManager.h"
-#include "platform/FaultPoint.h"
-#include "platform/FileSystem.h"
-#include "support/ControllerLogManager.h"
+#include "CommonControllerLib/FunctionManager.h"
+#include "fault_points/FaultPoint.h"
+#include "platform/files/FileSystem.h"
+#include "CommonControllerLib/ControllerLogManager.h"
 
 #include <algorithm>
 
@@ -97,12 +97,12 @@ void HostEngine::DeleteOldJobsDurably() {
 bool HostEngine::DeleteJobsDurably(std::vector<std::wstring>& ids, std::vector<std::wstring>& deleted) {
     const DeletionNotes notes(ControllerCSWrapper::GetJobListFile());
     notes.Add(DeletableJobs(ids));
-    platform::ReachFaultPoint(platform::FaultPoint::DeletionsNoted);
+    fault_points::ReachFaultPoint(fault_points::FaultPoint::DeletionsNoted);
     DeleteJobs(ids, deleted);
-    platform::ReachFaultPoint(platform::FaultPoint::DeletionsToBeSettled);
+    fault_points::ReachFaultPoint(fault_points::FaultPoint::DeletionsToBeSettled);
     notes.Settle();
     ForgetFailures();
-    platform::ReachFaultPoint(platform::FaultPoint::DeletionsSettled);
+    fault_points::ReachFaultPoint(fault_points::FaultPoint::DeletionsSettled);
     return true;
 }
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "engine/JobEntryManagerBase.h"
+#include "CommonControllerLib/JobEntryManagerBase.h"
 
 #include <set>
 #include <string>

@@ -1,10 +1,10 @@
 #include "controller_host/HostEngine.h"
 
-#include "companion/ControllerCSWrapper.h"
-#include "companion/ScenarioManifest.h"
+#include "ControllerCSWrapper/ControllerCSWrapper.h"
+#include "formats/ScenarioManifest.h"
 #include "controller_host/ScenarioProblems.h"
-#include "platform/FileSystem.h"
-#include "platform/NativePath.h"
+#include "platform/files/FileSystem.h"
+#include "platform/files/NativePath.h"
 
 #include <algorithm>
 #include <iterator>

@@ -2,10 +2,10 @@
 
 #include <optional>
 
-#include "companion/JobListFile.h"
+#include "formats/JobListFile.h"
 #include "controller_host/LeftoverScenarios.h"
-#include "platform/FaultPoint.h"
-#include "platform/Waiting.h"
+#include "fault_points/FaultPoint.h"
+#include "platform/processes/Waiting.h"
 
 namespace {
 
@@ -80,7 +80,7 @@ void HostLoop::EndJobs(milliseconds patience) {
     std::vector<JobStatusInfo> cancelled;
     engine.CancelAllJobs(cancelled, false);
     answers.TellAll(cancelled);
-    platform::ReachFaultPoint(platform::FaultPoint::JobsCancelledAtEnd);
+    fault_points::ReachFaultPoint(fault_points::FaultPoint::JobsCancelledAtEnd);
     const auto deadline = steady_clock::now() + patience;
     while (engine.HasActiveJobs() && steady_clock::now() < deadline) {
         const auto left = std::chrono::duration_cast<milliseconds>(deadline - steady_clock::now());

@@ -1,12 +1,12 @@
 #include "controller_host/HostPlace.h"
 
-#include "companion/HostRecords.h"
+#include "formats/HostRecords.h"
 #include "controller_host/OtherHost.h"
 #include "modules/EventTransmitterDescription.h"
-#include "platform/FileSystem.h"
-#include "platform/NativePath.h"
-#include "platform/Sleep.h"
-#include "support/ControllerLogManager.h"
+#include "platform/files/FileSystem.h"
+#include "platform/files/NativePath.h"
+#include "platform/system/Sleep.h"
+#include "CommonControllerLib/ControllerLogManager.h"
 
 namespace {
 

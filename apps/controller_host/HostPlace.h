@@ -3,10 +3,10 @@
 #include <chrono>
 #include <string>
 
-#include "companion/HostLock.h"
-#include "companion/Settings.h"
-#include "platform/Error.h"
-#include "platform/FileLock.h"
+#include "formats/HostLock.h"
+#include "services/Settings.h"
+#include "platform/system/Error.h"
+#include "platform/files/FileLock.h"
 
 /// The lock that makes this process the one host of its job list. Its file says which process has it, since when and
 /// where front ends reach it; it goes with the lock, and so does a note for those who cannot read the settings.

@@ -2,12 +2,12 @@
 
 #include <set>
 
-#include "companion/ControllerCSWrapper.h"
-#include "companion/RunProtocol.h"
-#include "platform/FileSystem.h"
-#include "platform/MarkedProcesses.h"
-#include "support/ControllerLogManager.h"
-#include "support/PathFuncs.h"
+#include "ControllerCSWrapper/ControllerCSWrapper.h"
+#include "formats/RunProtocol.h"
+#include "platform/files/FileSystem.h"
+#include "platform/processes/MarkedProcesses.h"
+#include "CommonControllerLib/ControllerLogManager.h"
+#include "CommonControllerLib/PathFuncs.h"
 
 namespace {
 

@@ -2,11 +2,11 @@
 
 #include <chrono>
 
-#include "companion/HostLock.h"
-#include "modules/EventTransmitterExtension.h"
-#include "modules/EventTransmitterManager.h"
-#include "platform/NativePath.h"
-#include "platform/Waiting.h"
+#include "formats/HostLock.h"
+#include "controller_plugins/EventTransmitterExtension.h"
+#include "CommonControllerLib/EventTransmitterManager.h"
+#include "platform/files/NativePath.h"
+#include "platform/processes/Waiting.h"
 
 namespace {
 

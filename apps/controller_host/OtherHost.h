@@ -1,6 +1,6 @@
 #pragma once
 
-#include "companion/Settings.h"
+#include "services/Settings.h"
 
 #include <string>
 

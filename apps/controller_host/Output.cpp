@@ -1,7 +1,7 @@
 #include "controller_host/Output.h"
 
-#include "platform/Console.h"
-#include "platform/Text.h"
+#include "platform/terminal/Console.h"
+#include "text/Text.h"
 
 HostExit Print(std::string_view text) {
     const platform::Error error = platform::WriteOutput(text);
@@ -9,7 +9,7 @@ HostExit Print(std::string_view text) {
     if (!error || platform::IsReaderGone(error)) {
         return error ? HostExit::ReaderGone : HostExit::Ended;
     }
-    platform::WriteErrorOutput("controller_host: standard output cannot be written: " + platform::ToUtf8(error.Text()) +
+    platform::WriteErrorOutput("controller_host: standard output cannot be written: " + text::ToUtf8(error.Text()) +
                                "\n");
     return HostExit::WrongUse;
 }

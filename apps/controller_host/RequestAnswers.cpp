@@ -2,13 +2,13 @@
 
 #include <algorithm>
 
-#include "companion/ControllerCSWrapper.h"
-#include "companion/Messages.h"
-#include "companion/Settings.h"
+#include "ControllerCSWrapper/ControllerCSWrapper.h"
+#include "formats/Messages.h"
+#include "services/Settings.h"
 #include "controller_host/EnqueueWithReasons.h"
-#include "platform/FaultPoint.h"
-#include "support/ControllerLogManager.h"
-#include "support/StringManager.h"
+#include "fault_points/FaultPoint.h"
+#include "CommonControllerLib/ControllerLogManager.h"
+#include "CommonControllerLib/StringManager.h"
 
 const std::vector<RequestAnswers::NamedOperation>& RequestAnswers::Operations() {
     static const std::vector<NamedOperation> operations{
@@ -56,7 +56,7 @@ void RequestAnswers::Answer(const Request& request) {
 void RequestAnswers::TellAll(const std::vector<JobStatusInfo>& changed) {
     if (!changed.empty()) {
         transmitter.Broadcast(L"UpdateProgress", messages::Serialize(L"UpdateProgress", changed));
-        platform::ReachFaultPoint(platform::FaultPoint::ChangesTold);
+        fault_points::ReachFaultPoint(fault_points::FaultPoint::ChangesTold);
     }
 }
 
@@ -172,12 +172,12 @@ bool RequestAnswers::Read(const Request& request, Value& value) {
 }
 
 void RequestAnswers::Send(const Request& request, const std::wstring& name, const std::wstring& payload) {
-    platform::ReachFaultPoint(platform::FaultPoint::AnswerToBeSent);
+    fault_points::ReachFaultPoint(fault_points::FaultPoint::AnswerToBeSent);
     if (!transmitter.SendTo(request.peer, name, payload)) {
         ControllerLogManager::DebugLog(L"The front end that sent " + request.name +
                                        L" is gone; its answer is dropped.");
     }
-    platform::ReachFaultPoint(platform::FaultPoint::AnswerSent);
+    fault_points::ReachFaultPoint(fault_points::FaultPoint::AnswerSent);
     transmitter.Acknowledge(request.acknowledgement);
 }
 

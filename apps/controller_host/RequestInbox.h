@@ -1,8 +1,8 @@
 #pragma once
 
 #include "controller_host/EngineTransmitter.h"
-#include "modules/CallbackFunctor.h"
-#include "platform/Waiting.h"
+#include "CommonControllerLib/CallbackFunctor.h"
+#include "platform/processes/Waiting.h"
 
 #include <condition_variable>
 #include <cstddef>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "records/ScenarioRecords.h"
+#include "CommonControllerLib/ScenarioRecords.h"
 
 #include <string>
 #include <vector>

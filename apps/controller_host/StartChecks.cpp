@@ -2,9 +2,9 @@
 
 #include "modules/EventTransmitterDescription.h"
 #include "modules/ModuleProblem.h"
-#include "platform/NativePath.h"
-#include "platform/ProgramSearch.h"
-#include "platform/SharedLibrary.h"
+#include "platform/files/NativePath.h"
+#include "platform/processes/ProgramSearch.h"
+#include "platform/system/SharedLibrary.h"
 
 namespace start_checks {
 

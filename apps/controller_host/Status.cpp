@@ -1,18 +1,18 @@
 #include "controller_host/Status.h"
 
-#include "companion/HostLock.h"
-#include "companion/Settings.h"
+#include "formats/HostLock.h"
+#include "services/Settings.h"
 #include "controller_host/Output.h"
 #include "controller_host/StartChecks.h"
-#include "platform/Console.h"
-#include "platform/NativePath.h"
-#include "platform/OneLine.h"
-#include "platform/Text.h"
+#include "platform/terminal/Console.h"
+#include "platform/files/NativePath.h"
+#include "text/OneLine.h"
+#include "text/Text.h"
 
 namespace {
 
 std::string Line(const std::wstring& text) {
-    return platform::ToUtf8(platform::Escaped(text)) + "\n";
+    return text::ToUtf8(text::Escaped(text)) + "\n";
 }
 
 } // namespace

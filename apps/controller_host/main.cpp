@@ -6,14 +6,14 @@
 #include "controller_host/HostOptions.h"
 #include "controller_host/Output.h"
 #include "controller_host/Status.h"
-#include "platform/Console.h"
-#include "platform/FileSizeLimit.h"
-#include "platform/Memory.h"
-#include "platform/OneLine.h"
-#include "platform/ProgramArguments.h"
-#include "platform/SharedLibrary.h"
-#include "platform/Text.h"
-#include "support/ControllerLogManager.h"
+#include "platform/terminal/Console.h"
+#include "platform/files/FileSizeLimit.h"
+#include "platform/system/Memory.h"
+#include "text/OneLine.h"
+#include "platform/processes/ProgramArguments.h"
+#include "platform/system/SharedLibrary.h"
+#include "text/Text.h"
+#include "CommonControllerLib/ControllerLogManager.h"
 
 namespace {
 
@@ -24,7 +24,7 @@ HostExit Run(const HostOptions& options) {
     case HostOptions::Mode::Version:
         return Print("controller_host " CONTROLLER_VERSION "\n");
     case HostOptions::Mode::Wrong:
-        platform::WriteErrorOutput("controller_host: '" + platform::ToUtf8(platform::Escaped(options.problem)) +
+        platform::WriteErrorOutput("controller_host: '" + text::ToUtf8(text::Escaped(options.problem)) +
                                    "' is no option.\n\n" + hostUsage);
         return HostExit::WrongUse;
     case HostOptions::Mode::Status:
@@ -39,7 +39,7 @@ HostExit Run(const HostOptions& options) {
 
 HostExit Fail(const std::wstring& problem) {
     ControllerLogManager::ErrorLog(problem);
-    platform::WriteErrorOutput("controller_host: " + platform::ToUtf8(platform::Escaped(problem)) + "\n");
+    platform::WriteErrorOutput("controller_host: " + text::ToUtf8(text::Escaped(problem)) + "\n");
     return HostExit::CouldNotRun;
 }
 
@@ -49,10 +49,10 @@ HostExit RunSafely(const HostOptions& options) {
         return Run(options);
     } catch (const std::system_error& failure) {
         const bool isOpenFiles = failure.code() == std::errc::too_many_files_open;
-        return Fail(L"the host cannot go on: " + platform::FromUtf8(failure.what()) +
+        return Fail(L"the host cannot go on: " + text::FromUtf8(failure.what()) +
                     (isOpenFiles ? L". Start it with a higher limit of open files (ulimit -n)." : L""));
     } catch (const std::exception& failure) {
-        return Fail(L"the host cannot go on: " + platform::FromUtf8(failure.what()));
+        return Fail(L"the host cannot go on: " + text::FromUtf8(failure.what()));
     }
 }
 

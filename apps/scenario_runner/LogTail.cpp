@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <string_view>
 
-#include "platform/FileEnd.h"
-#include "platform/Text.h"
+#include "platform/files/FileEnd.h"
+#include "text/Text.h"
 
 namespace scenario_runner {
 namespace {
@@ -29,7 +29,7 @@ std::wstring LastLines(const std::string& text) {
         lineBreak = lines.rfind('\n', lineBreak - 1);
     }
     lines.remove_prefix(lineBreak == std::string::npos || lines.empty() ? 0 : lineBreak + 1);
-    return platform::FromUtf8(lines.substr(std::min(lines.find_first_not_of("\r\n"), lines.size())));
+    return text::FromUtf8(lines.substr(std::min(lines.find_first_not_of("\r\n"), lines.size())));
 }
 
 } // namespace scenario_runner

@@ -2,8 +2,8 @@
 
 #include <thread>
 
-#include "platform/Pipe.h"
-#include "platform/Waiting.h"
+#include "platform/processes/Pipe.h"
+#include "platform/processes/Waiting.h"
 #include "scenario_runner/ScenarioLog.h"
 
 namespace scenario_runner {

@@ -5,7 +5,7 @@
 #include <memory>
 #include <string>
 
-#include "platform/Error.h"
+#include "platform/system/Error.h"
 
 namespace scenario_runner {
 

@@ -1,8 +1,8 @@
 #include "scenario_runner/ResultFile.h"
 
-#include "companion/ControllerCSWrapper.h"
-#include "platform/FileSystem.h"
-#include "platform/NativePath.h"
+#include "ControllerCSWrapper/ControllerCSWrapper.h"
+#include "platform/files/FileSystem.h"
+#include "platform/files/NativePath.h"
 
 namespace scenario_runner {
 

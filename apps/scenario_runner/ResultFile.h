@@ -3,7 +3,7 @@
 #include <optional>
 #include <string>
 
-#include "companion/RunProtocol.h"
+#include "formats/RunProtocol.h"
 
 namespace scenario_runner {
 

@@ -2,7 +2,7 @@
 
 #include <algorithm>
 
-#include "platform/Process.h"
+#include "platform/processes/Process.h"
 
 namespace scenario_runner {
 namespace {

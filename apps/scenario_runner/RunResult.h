@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "companion/RunProtocol.h"
+#include "formats/RunProtocol.h"
 #include "scenario_runner/RunnerPlan.h"
 
 namespace scenario_runner {

@@ -1,6 +1,6 @@
 #include "scenario_runner/RunnerArguments.h"
 
-#include "platform/NativePath.h"
+#include "platform/files/NativePath.h"
 
 namespace scenario_runner {
 namespace {

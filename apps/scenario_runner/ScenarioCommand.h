@@ -6,8 +6,8 @@
 #include <utility>
 #include <vector>
 
-#include "companion/ScenarioManifest.h"
-#include "companion/Settings.h"
+#include "formats/ScenarioManifest.h"
+#include "services/Settings.h"
 
 namespace scenario_runner {
 

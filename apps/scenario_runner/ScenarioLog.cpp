@@ -3,8 +3,8 @@
 #include <algorithm>
 #include <utility>
 
-#include "platform/FileEnd.h"
-#include "platform/FileSystem.h"
+#include "platform/files/FileEnd.h"
+#include "platform/files/FileSystem.h"
 
 namespace scenario_runner {
 namespace {

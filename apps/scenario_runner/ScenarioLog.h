@@ -4,8 +4,8 @@
 #include <string>
 #include <string_view>
 
-#include "platform/Error.h"
-#include "platform/OutputFile.h"
+#include "platform/system/Error.h"
+#include "platform/files/OutputFile.h"
 
 namespace scenario_runner {
 

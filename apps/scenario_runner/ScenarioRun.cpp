@@ -2,12 +2,12 @@
 
 #include <utility>
 
-#include "companion/ScenarioPackage.h"
-#include "platform/Environment.h"
-#include "platform/FileSystem.h"
-#include "platform/NativePath.h"
-#include "platform/ProcessTree.h"
-#include "platform/ProgramSearch.h"
+#include "formats/ScenarioPackage.h"
+#include "platform/system/Environment.h"
+#include "platform/files/FileSystem.h"
+#include "platform/files/NativePath.h"
+#include "platform/processes/ProcessTree.h"
+#include "platform/processes/ProgramSearch.h"
 #include "scenario_runner/LogTail.h"
 #include "scenario_runner/OutputCapture.h"
 #include "scenario_runner/ResultFile.h"

@@ -4,11 +4,11 @@
 #include <string>
 #include <vector>
 
-#include "companion/RunProtocol.h"
-#include "companion/ScenarioManifest.h"
-#include "companion/Settings.h"
-#include "platform/PinnedFolder.h"
-#include "platform/StopSignal.h"
+#include "formats/RunProtocol.h"
+#include "formats/ScenarioManifest.h"
+#include "services/Settings.h"
+#include "platform/files/PinnedFolder.h"
+#include "platform/processes/StopSignal.h"
 #include "scenario_runner/ScenarioCommand.h"
 
 namespace scenario_runner {

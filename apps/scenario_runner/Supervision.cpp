@@ -2,9 +2,9 @@
 
 #include <algorithm>
 
-#include "companion/RunProtocol.h"
-#include "platform/FileSystem.h"
-#include "platform/NativePath.h"
+#include "formats/RunProtocol.h"
+#include "platform/files/FileSystem.h"
+#include "platform/files/NativePath.h"
 
 namespace scenario_runner {
 namespace {

@@ -5,9 +5,9 @@
 #include <string>
 #include <vector>
 
-#include "platform/ProcessTree.h"
-#include "platform/StopSignal.h"
-#include "platform/Waiting.h"
+#include "platform/processes/ProcessTree.h"
+#include "platform/processes/StopSignal.h"
+#include "platform/processes/Waiting.h"
 #include "scenario_runner/RunnerPlan.h"
 
 namespace scenario_runner {

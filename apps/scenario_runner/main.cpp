@@ -1,14 +1,14 @@
 /// Runs one scenario for a job: starts it, keeps what it prints, watches for the request to stop, for the time limit
 /// and for the end of the host, ends all its processes, and sees to it that there is a result.
 
-#include "companion/Settings.h"
-#include "platform/Console.h"
-#include "platform/FileSizeLimit.h"
-#include "platform/GuardedRun.h"
-#include "platform/Process.h"
-#include "platform/ProgramArguments.h"
-#include "platform/SharedLibrary.h"
-#include "platform/Text.h"
+#include "services/Settings.h"
+#include "platform/terminal/Console.h"
+#include "platform/files/FileSizeLimit.h"
+#include "platform/processes/GuardedRun.h"
+#include "platform/processes/Process.h"
+#include "platform/processes/ProgramArguments.h"
+#include "platform/system/SharedLibrary.h"
+#include "text/Text.h"
 #include "scenario_runner/ResultFile.h"
 #include "scenario_runner/RunResult.h"
 #include "scenario_runner/RunnerArguments.h"
@@ -20,7 +20,7 @@ using scenario_runner::RunnerArguments;
 using scenario_runner::RunnerExit;
 
 void Say(const std::wstring& text) {
-    platform::WriteErrorOutput("scenario_runner: " + platform::ToUtf8(text) + "\n");
+    platform::WriteErrorOutput("scenario_runner: " + text::ToUtf8(text) + "\n");
 }
 
 /// The settings that the runner was told to use must be usable: others might run another interpreter.
@@ -48,7 +48,7 @@ RunnerExit RunScenario(const RunnerArguments& arguments, const platform::PinnedF
         return scenario_runner::ScenarioRun(arguments.workDir, folder, *settings, owners, stopSignal).Run();
     } catch (const std::exception& failure) {
         // No more threads, handles or memory.
-        return Refuse(folder, L"The scenario cannot be run: " + platform::FromUtf8(failure.what()) + L".");
+        return Refuse(folder, L"The scenario cannot be run: " + text::FromUtf8(failure.what()) + L".");
     }
 }
 
@@ -99,7 +99,7 @@ int main(int count, char** values) {
     try {
         return static_cast<int>(Run(platform::ProgramArguments(count, values)));
     } catch (const std::exception& failure) {
-        Say(L"failed: " + platform::FromUtf8(failure.what()));
+        Say(L"failed: " + text::FromUtf8(failure.what()));
         return static_cast<int>(RunnerExit::NoResult);
     }
 }

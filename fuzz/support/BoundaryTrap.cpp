@@ -1,4 +1,4 @@
-#include "companion/Boundary.h"
+#include "formats/Boundary.h"
 
 #include <cstdio>
 #include <exception>

@@ -1,9 +1,9 @@
 #include "fuzz/support/Scratch.h"
 
-#include "companion/Settings.h"
+#include "services/Settings.h"
 #include "fuzz/support/Require.h"
-#include "platform/File.h"
-#include "platform/FileSystem.h"
+#include "platform/files/File.h"
+#include "platform/files/FileSystem.h"
 
 namespace fuzz {
 namespace {

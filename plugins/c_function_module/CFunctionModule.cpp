@@ -6,9 +6,9 @@
 #include <algorithm>
 #include <iterator>
 
-#include "companion/RunProtocol.h"
-#include "platform/NativePath.h"
-#include "platform/Text.h"
+#include "formats/RunProtocol.h"
+#include "platform/files/NativePath.h"
+#include "text/Text.h"
 
 namespace {
 
@@ -19,16 +19,16 @@ constexpr long noWorkDirectory = 3;
 constexpr long unknownFunction = 1;
 
 std::string NativeUtf8(const std::wstring& path) {
-    return platform::ToUtf8(platform::ToNativeText(path));
+    return text::ToUtf8(platform::ToNativeText(path));
 }
 
 /// The texts of a request, and the view of them that C gets.
 class Request {
 public:
     explicit Request(const RunScenarioInfo& info)
-        : jobId(platform::ToUtf8(info.jobId)), scenarioPath(NativeUtf8(info.scenarioPath)),
+        : jobId(text::ToUtf8(info.jobId)), scenarioPath(NativeUtf8(info.scenarioPath)),
           outputFolder(NativeUtf8(info.outputFolder)), workDir(NativeUtf8(info.workDir)),
-          runArgument(platform::ToUtf8(info.runArgument)) {
+          runArgument(text::ToUtf8(info.runArgument)) {
         std::transform(info.inputFiles.begin(), info.inputFiles.end(), std::back_inserter(inputFiles), NativeUtf8);
         std::transform(inputFiles.begin(), inputFiles.end(), std::back_inserter(inputs),
                        [](const std::string& file) { return file.c_str(); });
@@ -67,7 +67,7 @@ std::wstring TextOf(const controller_run_answer& answer) {
 
 std::wstring ReasonOf(const controller_run_answer& answer) {
     const auto* const end = std::find(std::begin(answer.reason), std::end(answer.reason), '\0');
-    return platform::FromUtf8(std::string(std::begin(answer.reason), end));
+    return text::FromUtf8(std::string(std::begin(answer.reason), end));
 }
 
 long RunScenario(const std::wstring& input, std::wstring& output) {
@@ -98,7 +98,7 @@ long CallFunction(const std::string& functionName, const std::wstring& input, st
         return RunScenario(input, output);
     }
     if (functionName == "CancelScenario") {
-        return controller_cancel_scenario(platform::ToUtf8(input).c_str());
+        return controller_cancel_scenario(text::ToUtf8(input).c_str());
     }
     if (functionName != "Terminate") {
         return unknownFunction;

@@ -2,10 +2,10 @@
 
 #include <exception>
 
-#include "companion/ControllerCSWrapper.h"
+#include "ControllerCSWrapper/ControllerCSWrapper.h"
 #include "local_process/LocalProcess.h"
-#include "platform/Export.h"
-#include "platform/Text.h"
+#include "CommonControllerLib/Export.h"
+#include "text/Text.h"
 
 namespace {
 
@@ -20,7 +20,7 @@ LocalProcess& Module() {
 
 ModuleResult FailUnexpectedly(const std::string& functionName, const char* what) noexcept {
     try {
-        ControllerCSWrapper::WriteErrorLog(platform::FromUtf8(functionName + " failed unexpectedly: " + what));
+        ControllerCSWrapper::WriteErrorLog(text::FromUtf8(functionName + " failed unexpectedly: " + what));
     } catch (...) {
         // Nothing is left to say it with.
     }

@@ -1,11 +1,11 @@
 #include "local_process/LocalProcess.h"
 
-#include "companion/ControllerCSWrapper.h"
-#include "companion/RunProtocol.h"
-#include "companion/Settings.h"
+#include "ControllerCSWrapper/ControllerCSWrapper.h"
+#include "formats/RunProtocol.h"
+#include "services/Settings.h"
 #include "local_process/RunnerStart.h"
 #include "local_process/WorkFolder.h"
-#include "platform/FaultPoint.h"
+#include "fault_points/FaultPoint.h"
 
 namespace local_process {
 namespace {
@@ -52,12 +52,12 @@ ModuleResult LocalProcess::RunScenario(const std::wstring& request, std::wstring
     if (!PrepareWorkFolder(info, problem)) {
         return FailJob(ModuleResult::NoWorkDirectory, info, problem, answer);
     }
-    platform::ReachFaultPoint(platform::FaultPoint::RunRequestWritten);
+    fault_points::ReachFaultPoint(fault_points::FaultPoint::RunRequestWritten);
     platform::OwnedHandle runner;
     if (!StartRunner(info, *settings::Current(), runner, problem)) {
         return FailJob(ModuleResult::RunnerNotStarted, info, problem, answer);
     }
-    platform::ReachFaultPoint(platform::FaultPoint::RunnerStarted);
+    fault_points::ReachFaultPoint(fault_points::FaultPoint::RunnerStarted);
     registry.Add(info.jobId, info.workDir, runner.Get());
     answer = run_protocol::SerializeProcessHandle(runner.Get());
     // From here on the handle is the caller's.

@@ -1,8 +1,8 @@
 #include "local_process/RunnerRegistry.h"
 
-#include "companion/RunProtocol.h"
-#include "platform/FileSystem.h"
-#include "platform/Process.h"
+#include "formats/RunProtocol.h"
+#include "platform/files/FileSystem.h"
+#include "platform/processes/Process.h"
 
 namespace local_process {
 namespace {

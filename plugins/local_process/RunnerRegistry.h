@@ -4,7 +4,7 @@
 #include <mutex>
 #include <string>
 
-#include "platform/ProcessHandle.h"
+#include "platform/processes/ProcessHandle.h"
 
 namespace local_process {
 

@@ -1,8 +1,8 @@
 #include "local_process/RunnerStart.h"
 
-#include "platform/NativePath.h"
-#include "platform/Process.h"
-#include "platform/ProgramSearch.h"
+#include "platform/files/NativePath.h"
+#include "platform/processes/Process.h"
+#include "platform/processes/ProgramSearch.h"
 
 namespace local_process {
 namespace {

@@ -2,9 +2,9 @@
 
 #include <string>
 
-#include "companion/RunProtocol.h"
-#include "companion/Settings.h"
-#include "platform/ProcessHandle.h"
+#include "formats/RunProtocol.h"
+#include "services/Settings.h"
+#include "platform/processes/ProcessHandle.h"
 
 namespace local_process {
 

@@ -2,9 +2,9 @@
 
 #include <algorithm>
 
-#include "platform/FaultPoint.h"
-#include "platform/FileSystem.h"
-#include "platform/NativePath.h"
+#include "fault_points/FaultPoint.h"
+#include "platform/files/FileSystem.h"
+#include "platform/files/NativePath.h"
 
 namespace local_process {
 namespace {
@@ -49,7 +49,7 @@ bool PrepareWorkFolder(const RunScenarioInfo& info, std::wstring& problem) {
     if (const platform::Error error = RemoveLeftovers(info.workDir)) {
         return Fail(info, L"holds files of an earlier run that cannot be removed: " + error.Text(), problem);
     }
-    platform::ReachFaultPoint(platform::FaultPoint::WorkDirectoryMade);
+    fault_points::ReachFaultPoint(fault_points::FaultPoint::WorkDirectoryMade);
     const std::wstring path = platform::ResolveAgainst(info.workDir, run_protocol::runInfoFileName);
     return run_protocol::WriteFile(run_protocol::SerializeRunScenarioInfo(WithNativePaths(info)), path) ||
            Fail(info, L"cannot be written", problem);

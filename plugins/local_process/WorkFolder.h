@@ -2,7 +2,7 @@
 
 #include <string>
 
-#include "companion/RunProtocol.h"
+#include "formats/RunProtocol.h"
 
 namespace local_process {
 

@@ -1,12 +1,12 @@
-#include "companion/ControllerCSWrapper.h"
+#include "ControllerCSWrapper/ControllerCSWrapper.h"
 
-#include "companion/Boundary.h"
-#include "companion/JobListFile.h"
-#include "companion/MessageText.h"
-#include "companion/json/Encoding.h"
-#include "companion/json/Reading.h"
-#include "platform/FileSystem.h"
-#include "platform/NativePath.h"
+#include "formats/Boundary.h"
+#include "formats/JobListFile.h"
+#include "formats/MessageText.h"
+#include "formats/json/Encoding.h"
+#include "formats/json/Reading.h"
+#include "platform/files/FileSystem.h"
+#include "platform/files/NativePath.h"
 
 namespace {
 

@@ -1,7 +1,7 @@
-#include "companion/ControllerCSWrapper.h"
+#include "ControllerCSWrapper/ControllerCSWrapper.h"
 
-#include "companion/Settings.h"
-#include "companion/log/LogFile.h"
+#include "services/Settings.h"
+#include "services/log/LogFile.h"
 
 namespace {
 

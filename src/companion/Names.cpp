@@ -1,11 +1,11 @@
-#include "companion/ControllerCSWrapper.h"
+#include "ControllerCSWrapper/ControllerCSWrapper.h"
 
 #include <array>
 #include <cstdint>
 #include <random>
 
-#include "companion/Boundary.h"
-#include "platform/NativePath.h"
+#include "formats/Boundary.h"
+#include "platform/files/NativePath.h"
 
 namespace {
 

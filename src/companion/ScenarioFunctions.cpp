@@ -1,9 +1,9 @@
-#include "companion/ControllerCSWrapper.h"
+#include "ControllerCSWrapper/ControllerCSWrapper.h"
 
 #include <utility>
 
-#include "companion/Boundary.h"
-#include "companion/ScenarioManifest.h"
+#include "formats/Boundary.h"
+#include "formats/ScenarioManifest.h"
 
 namespace {
 

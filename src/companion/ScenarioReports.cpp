@@ -1,10 +1,10 @@
-#include "companion/ControllerCSWrapper.h"
+#include "ControllerCSWrapper/ControllerCSWrapper.h"
 
-#include "companion/Boundary.h"
-#include "companion/MessageText.h"
-#include "companion/RunLayouts.h"
-#include "platform/FileSystem.h"
-#include "platform/NativePath.h"
+#include "formats/Boundary.h"
+#include "formats/MessageText.h"
+#include "formats/RunLayouts.h"
+#include "platform/files/FileSystem.h"
+#include "platform/files/NativePath.h"
 
 namespace {
 

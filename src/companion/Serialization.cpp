@@ -1,8 +1,8 @@
-#include "companion/ControllerCSWrapper.h"
+#include "ControllerCSWrapper/ControllerCSWrapper.h"
 
-#include "companion/MessageText.h"
-#include "companion/ProcessAnswer.h"
-#include "companion/json/RecordLayouts.h"
+#include "formats/MessageText.h"
+#include "formats/ProcessAnswer.h"
+#include "formats/json/RecordLayouts.h"
 
 std::wstring ControllerCSWrapper::Serialize(const std::wstring& name, const EnqueueJobsInfo& info) {
     return message_text::Serialize(name, info);

@@ -1,7 +1,7 @@
-#include "companion/ControllerCSWrapper.h"
+#include "ControllerCSWrapper/ControllerCSWrapper.h"
 
-#include "companion/Boundary.h"
-#include "companion/Settings.h"
+#include "formats/Boundary.h"
+#include "services/Settings.h"
 
 std::wstring ControllerCSWrapper::GetWorkDirectory() {
     return boundary::Guard("GetWorkDirectory", [] { return settings::Current()->workDirectory; });

@@ -1,12 +1,12 @@
-#include "companion/ControllerCSWrapper.h"
+#include "ControllerCSWrapper/ControllerCSWrapper.h"
 
 #include <algorithm>
 #include <optional>
 
-#include "companion/Boundary.h"
-#include "companion/Settings.h"
-#include "platform/FileSystem.h"
-#include "platform/NativePath.h"
+#include "formats/Boundary.h"
+#include "services/Settings.h"
+#include "platform/files/FileSystem.h"
+#include "platform/files/NativePath.h"
 
 namespace {
 

@@ -1,11 +1,11 @@
-#include "engine/JobEntryManagerBase.h"
+#include "CommonControllerLib/JobEntryManagerBase.h"
 
 #include "engine/ModuleCall.h"
 #include "engine/RequestedJobs.h"
-#include "platform/FaultPoint.h"
-#include "platform/FileSystem.h"
-#include "support/ControllerLogManager.h"
-#include "support/PathFuncs.h"
+#include "fault_points/FaultPoint.h"
+#include "platform/files/FileSystem.h"
+#include "CommonControllerLib/ControllerLogManager.h"
+#include "CommonControllerLib/PathFuncs.h"
 
 #include <thread>
 
@@ -13,7 +13,7 @@ bool JobEntry::OnCancelJob() {
     ControllerLogManager::DebugLog(L"Create killprocess for Job: " + numbers::DecimalText(info.seqId));
     // Without a reason to tell: the job may just have ended and lost its folder.
     (void)platform::CreateEmptyFile(PathFuncs::Join(info.workDir, L"killprocess"));
-    platform::ReachFaultPoint(platform::FaultPoint::KillFileMade);
+    fault_points::ReachFaultPoint(fault_points::FaultPoint::KillFileMade);
     return true;
 }
 
@@ -39,9 +39,9 @@ bool JobEntryManagerBase::CancelJobs(std::vector<std::wstring>& ids, std::vector
     }
     if (!cancelled.empty()) {
         const std::lock_guard lock(mutex);
-        platform::ReachFaultPoint(platform::FaultPoint::CancelsDone);
+        fault_points::ReachFaultPoint(fault_points::FaultPoint::CancelsDone);
         UpdateJobList();
-        platform::ReachFaultPoint(platform::FaultPoint::CancelsListed);
+        fault_points::ReachFaultPoint(fault_points::FaultPoint::CancelsListed);
     }
     return true;
 }
@@ -65,13 +65,13 @@ void JobEntryManagerBase::CancelRunningJob(const std::shared_ptr<JobEntry>& job,
         waitList.push_back(job);
     };
     job->ChangeStatus(JobStatus::Canceling);
-    platform::ReachFaultPoint(platform::FaultPoint::CancelStatusChanged);
+    fault_points::ReachFaultPoint(fault_points::FaultPoint::CancelStatusChanged);
     std::wstring answer;
     const std::string activity = "cancelled Job: " + std::to_string(job->GetSeqId());
     if (CallModule(*functionManager, "CancelScenario", job->GetId(), answer, nullptr, activity) == 0) {
         report();
     }
-    platform::ReachFaultPoint(platform::FaultPoint::CancelModuleCalled);
+    fault_points::ReachFaultPoint(fault_points::FaultPoint::CancelModuleCalled);
     if (job->OnCancelJob()) {
         report();
     }

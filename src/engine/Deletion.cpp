@@ -1,11 +1,11 @@
-#include "engine/JobEntryManagerBase.h"
+#include "CommonControllerLib/JobEntryManagerBase.h"
 
-#include "companion/ControllerCSWrapper.h"
+#include "ControllerCSWrapper/ControllerCSWrapper.h"
 #include "engine/JobStates.h"
 #include "engine/RequestedJobs.h"
-#include "platform/FaultPoint.h"
-#include "support/ControllerLogManager.h"
-#include "support/Numbers.h"
+#include "fault_points/FaultPoint.h"
+#include "CommonControllerLib/ControllerLogManager.h"
+#include "text/Numbers.h"
 
 #include <iterator>
 
@@ -40,9 +40,9 @@ bool JobEntryManagerBase::DeleteJobs(std::vector<std::wstring>& ids, std::vector
         }
     }
     if (!deleted.empty()) {
-        platform::ReachFaultPoint(platform::FaultPoint::DeletionsDone);
+        fault_points::ReachFaultPoint(fault_points::FaultPoint::DeletionsDone);
         UpdateJobList();
-        platform::ReachFaultPoint(platform::FaultPoint::DeletionsListed);
+        fault_points::ReachFaultPoint(fault_points::FaultPoint::DeletionsListed);
         RestartNumbering();
     }
     return true;
@@ -53,9 +53,9 @@ JobEntryManagerBase::JobPosition JobEntryManagerBase::DeleteJob(JobPosition posi
         ++nextJob;
     }
     const JobEntry& job = **position;
-    platform::ReachFaultPoint(platform::FaultPoint::DeletionBegun);
+    fault_points::ReachFaultPoint(fault_points::FaultPoint::DeletionBegun);
     RemoveWorkDirectory(job.GetWorkDir());
-    platform::ReachFaultPoint(platform::FaultPoint::WorkDirectoryRemoved);
+    fault_points::ReachFaultPoint(fault_points::FaultPoint::WorkDirectoryRemoved);
     ControllerLogManager::DebugLog(L"Job: " + numbers::DecimalText(job.GetSeqId()) + L" is deleted");
     return jobList.erase(position);
 }

@@ -1,11 +1,11 @@
-#include "engine/JobEntryManagerBase.h"
+#include "CommonControllerLib/JobEntryManagerBase.h"
 
-#include "companion/ControllerCSWrapper.h"
+#include "ControllerCSWrapper/ControllerCSWrapper.h"
 #include "engine/JobStates.h"
 #include "engine/SequentialNumber.h"
-#include "platform/Clock.h"
-#include "platform/FaultPoint.h"
-#include "support/ControllerLogManager.h"
+#include "platform/system/Clock.h"
+#include "fault_points/FaultPoint.h"
+#include "CommonControllerLib/ControllerLogManager.h"
 
 JobEntryManagerBase::JobEntryManagerBase(const FunctionManager* manager) : JobEntryManagerBase(manager, Loading()) {}
 
@@ -26,7 +26,7 @@ JobEntry* JobEntryManagerBase::CreateNewJobEntry(const JobListInfo* info) {
 void JobEntryManagerBase::ReloadJobs(const Loading& loading) {
     const std::lock_guard lock(mutex);
     ReadJobList(jobList);
-    platform::ReachFaultPoint(platform::FaultPoint::ListRead);
+    fault_points::ReachFaultPoint(fault_points::FaultPoint::ListRead);
     for (const auto& job : jobList) {
         knownJobIds.insert(job->GetId());
     }

@@ -1,12 +1,12 @@
-#include "engine/JobEntryManagerBase.h"
+#include "CommonControllerLib/JobEntryManagerBase.h"
 
-#include "companion/ControllerCSWrapper.h"
-#include "platform/Clock.h"
-#include "platform/FaultPoint.h"
-#include "platform/FileSystem.h"
-#include "support/ControllerLogManager.h"
-#include "support/Numbers.h"
-#include "support/PathFuncs.h"
+#include "ControllerCSWrapper/ControllerCSWrapper.h"
+#include "platform/system/Clock.h"
+#include "fault_points/FaultPoint.h"
+#include "platform/files/FileSystem.h"
+#include "CommonControllerLib/ControllerLogManager.h"
+#include "text/Numbers.h"
+#include "CommonControllerLib/PathFuncs.h"
 #include "support/PathPieces.h"
 
 #include <algorithm>
@@ -80,9 +80,9 @@ bool JobEntryManagerBase::EnqueueJob(EnqueueJobsInfo& request, JobEnqueueResult&
     }
     AppendJobs(request, record, scenarioDir, result);
     LogAdded(result.jobIds);
-    platform::ReachFaultPoint(platform::FaultPoint::JobsAppended);
+    fault_points::ReachFaultPoint(fault_points::FaultPoint::JobsAppended);
     UpdateJobList();
-    platform::ReachFaultPoint(platform::FaultPoint::JobsListed);
+    fault_points::ReachFaultPoint(fault_points::FaultPoint::JobsListed);
     return true;
 }
 

@@ -1,12 +1,12 @@
-#include "engine/JobEntryManagerBase.h"
+#include "CommonControllerLib/JobEntryManagerBase.h"
 
-#include "companion/ControllerCSWrapper.h"
+#include "ControllerCSWrapper/ControllerCSWrapper.h"
 #include "engine/JobStates.h"
 #include "engine/ModuleCall.h"
-#include "platform/Clock.h"
-#include "platform/FaultPoint.h"
-#include "support/ControllerLogManager.h"
-#include "support/Numbers.h"
+#include "platform/system/Clock.h"
+#include "fault_points/FaultPoint.h"
+#include "CommonControllerLib/ControllerLogManager.h"
+#include "text/Numbers.h"
 
 namespace {
 
@@ -44,7 +44,7 @@ bool JobEntryManagerBase::ExecuteJob(Callback callback, std::vector<JobStatusInf
         ++nextJob;
     }
     UpdateJobList();
-    platform::ReachFaultPoint(platform::FaultPoint::StartListed);
+    fault_points::ReachFaultPoint(fault_points::FaultPoint::StartListed);
     return true;
 }
 
@@ -77,9 +77,9 @@ bool JobEntryManagerBase::CallRunScenario(JobEntry& job, Callback callback) {
                                    job.GetId());
     std::wstring response;
     const std::string activity = "started Job: " + std::to_string(job.GetSeqId());
-    platform::ReachFaultPoint(platform::FaultPoint::StartDecided);
+    fault_points::ReachFaultPoint(fault_points::FaultPoint::StartDecided);
     const long result = CallModule(*functionManager, runScenario, request, response, callback, activity);
-    platform::ReachFaultPoint(platform::FaultPoint::ModuleCalled);
+    fault_points::ReachFaultPoint(fault_points::FaultPoint::ModuleCalled);
     if (result != 0) {
         job.SetFailure(WhyModuleRefused(*functionManager, result, response));
         return false;

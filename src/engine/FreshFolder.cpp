@@ -1,6 +1,6 @@
 #include "engine/FreshFolder.h"
 
-#include "support/Numbers.h"
+#include "text/Numbers.h"
 
 #include <cstdint>
 

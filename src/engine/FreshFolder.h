@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/Error.h"
+#include "platform/system/Error.h"
 
 #include <functional>
 #include <string>

@@ -1,9 +1,9 @@
-#include "engine/JobEntry.h"
+#include "CommonControllerLib/JobEntry.h"
 
-#include "companion/ControllerCSWrapper.h"
-#include "platform/ProcessHandle.h"
-#include "support/ControllerLogManager.h"
-#include "support/Numbers.h"
+#include "ControllerCSWrapper/ControllerCSWrapper.h"
+#include "platform/processes/ProcessHandle.h"
+#include "CommonControllerLib/ControllerLogManager.h"
+#include "text/Numbers.h"
 
 #include <utility>
 

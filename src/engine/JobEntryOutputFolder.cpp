@@ -1,12 +1,12 @@
-#include "engine/JobEntry.h"
+#include "CommonControllerLib/JobEntry.h"
 
 #include "engine/FreshFolder.h"
 #include "engine/OutputFolderName.h"
-#include "platform/FileSystem.h"
-#include "platform/NativePath.h"
-#include "support/ControllerLogManager.h"
-#include "support/Numbers.h"
-#include "support/PathFuncs.h"
+#include "platform/files/FileSystem.h"
+#include "platform/files/NativePath.h"
+#include "CommonControllerLib/ControllerLogManager.h"
+#include "text/Numbers.h"
+#include "CommonControllerLib/PathFuncs.h"
 
 namespace {
 

@@ -1,6 +1,6 @@
-#include "engine/JobEntry.h"
+#include "CommonControllerLib/JobEntry.h"
 
-#include "platform/Clock.h"
+#include "platform/system/Clock.h"
 
 #include <cwchar>
 #include <iomanip>

@@ -1,13 +1,13 @@
-#include "engine/JobEntry.h"
+#include "CommonControllerLib/JobEntry.h"
 
-#include "companion/ControllerCSWrapper.h"
-#include "platform/Clock.h"
-#include "platform/FaultPoint.h"
-#include "platform/FileSystem.h"
-#include "platform/NativePath.h"
-#include "platform/Process.h"
-#include "platform/ProcessHandle.h"
-#include "support/PathFuncs.h"
+#include "ControllerCSWrapper/ControllerCSWrapper.h"
+#include "platform/system/Clock.h"
+#include "fault_points/FaultPoint.h"
+#include "platform/files/FileSystem.h"
+#include "platform/files/NativePath.h"
+#include "platform/processes/Process.h"
+#include "platform/processes/ProcessHandle.h"
+#include "CommonControllerLib/PathFuncs.h"
 
 #include <optional>
 #include <utility>
@@ -66,14 +66,14 @@ bool JobEntry::ReadProgress() {
     if (!ControllerCSWrapper::ParseProgressFile(path, message, progress) || progress == info.progress) {
         return false;
     }
-    platform::ReachFaultPoint(platform::FaultPoint::ProgressSeen);
+    fault_points::ReachFaultPoint(fault_points::FaultPoint::ProgressSeen);
     UpdateProgress(progress, message);
     return true;
 }
 
 void JobEntry::Finish() {
     constexpr int finished = 100;
-    platform::ReachFaultPoint(platform::FaultPoint::EndSeen);
+    fault_points::ReachFaultPoint(fault_points::FaultPoint::EndSeen);
     const std::wstring ending = EndingOf(processHandle);
     CloseProcessHandle();
     SetOutputFolder();
@@ -86,7 +86,7 @@ void JobEntry::Finish() {
     } else {
         TakeResult(ending);
     }
-    platform::ReachFaultPoint(platform::FaultPoint::ResultRead);
+    fault_points::ReachFaultPoint(fault_points::FaultPoint::ResultRead);
 }
 
 void JobEntry::TakeResult(const std::wstring& ending) {

@@ -1,9 +1,9 @@
-#include "engine/JobEntryManagerBase.h"
+#include "CommonControllerLib/JobEntryManagerBase.h"
 
 #include "engine/SequentialNumber.h"
 #include "engine/UniqueId.h"
-#include "platform/FileSystem.h"
-#include "support/PathFuncs.h"
+#include "platform/files/FileSystem.h"
+#include "CommonControllerLib/PathFuncs.h"
 
 #include <algorithm>
 #include <utility>

@@ -1,7 +1,7 @@
-#include "engine/JobEntryManagerBase.h"
+#include "CommonControllerLib/JobEntryManagerBase.h"
 
-#include "companion/ControllerCSWrapper.h"
-#include "support/ControllerLogManager.h"
+#include "ControllerCSWrapper/ControllerCSWrapper.h"
+#include "CommonControllerLib/ControllerLogManager.h"
 
 void JobEntryManagerBase::ReadJobList(std::list<std::shared_ptr<JobEntry>>& jobs) {
     ControllerLogManager::DebugLog(L"Read job_list.json");

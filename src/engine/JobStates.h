@@ -1,6 +1,6 @@
 #pragma once
 
-#include "records/JobStatus.h"
+#include "CommonControllerLib/JobStatus.h"
 
 /// A process runs for the job, and the engine watches it.
 constexpr bool IsActive(JobStatus status) {

@@ -1,7 +1,7 @@
-#include "engine/JobEntryManagerBase.h"
+#include "CommonControllerLib/JobEntryManagerBase.h"
 
-#include "support/ControllerLogManager.h"
-#include "support/Numbers.h"
+#include "CommonControllerLib/ControllerLogManager.h"
+#include "text/Numbers.h"
 
 #include <cstddef>
 #include <optional>

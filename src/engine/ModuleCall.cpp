@@ -1,7 +1,7 @@
 #include "engine/ModuleCall.h"
 
-#include "platform/Text.h"
-#include "support/ControllerLogManager.h"
+#include "text/Text.h"
+#include "CommonControllerLib/ControllerLogManager.h"
 
 #include <exception>
 
@@ -13,7 +13,7 @@ constexpr long noResult = -1;
 void TellThrown(const std::string& activity, const std::string& reason, std::wstring& output) {
     const std::string text = "The function module threw while it " + activity + ": " + reason;
     ControllerLogManager::ErrorLog(text);
-    output = platform::FromUtf8(text);
+    output = text::FromUtf8(text);
 }
 
 } // namespace

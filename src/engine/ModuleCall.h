@@ -1,6 +1,6 @@
 #pragma once
 
-#include "modules/FunctionManager.h"
+#include "CommonControllerLib/FunctionManager.h"
 
 #include <string>
 

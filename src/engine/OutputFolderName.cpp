@@ -1,6 +1,6 @@
 #include "engine/OutputFolderName.h"
 
-#include "companion/ControllerCSWrapper.h"
+#include "ControllerCSWrapper/ControllerCSWrapper.h"
 #include "engine/VersionSuffix.h"
 
 std::wstring OutputFolderName(const std::wstring& firstInputFile) {

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "engine/JobEntry.h"
-#include "support/Numbers.h"
+#include "CommonControllerLib/JobEntry.h"
+#include "text/Numbers.h"
 
 #include <set>
 #include <string>

@@ -1,10 +1,10 @@
-#include "engine/JobEntryManagerBase.h"
+#include "CommonControllerLib/JobEntryManagerBase.h"
 
-#include "companion/ControllerCSWrapper.h"
+#include "ControllerCSWrapper/ControllerCSWrapper.h"
 #include "engine/JobStates.h"
-#include "platform/Clock.h"
-#include "platform/FaultPoint.h"
-#include "support/ControllerLogManager.h"
+#include "platform/system/Clock.h"
+#include "fault_points/FaultPoint.h"
+#include "CommonControllerLib/ControllerLogManager.h"
 
 #include <algorithm>
 #include <utility>
@@ -41,9 +41,9 @@ bool JobEntryManagerBase::CheckUpdate(std::vector<JobStatusInfo>& changed) {
     if (changed.empty()) {
         return false;
     }
-    platform::ReachFaultPoint(platform::FaultPoint::ChangesFound);
+    fault_points::ReachFaultPoint(fault_points::FaultPoint::ChangesFound);
     UpdateJobList();
-    platform::ReachFaultPoint(platform::FaultPoint::ChangesListed);
+    fault_points::ReachFaultPoint(fault_points::FaultPoint::ChangesListed);
     return true;
 }
 

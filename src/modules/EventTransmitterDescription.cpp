@@ -1,6 +1,6 @@
 #include "modules/EventTransmitterDescription.h"
 
-#include "platform/SharedLibrary.h"
+#include "platform/system/SharedLibrary.h"
 
 namespace {
 

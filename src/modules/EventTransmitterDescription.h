@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/Export.h"
+#include "CommonControllerLib/Export.h"
 
 #include <string>
 

@@ -1,7 +1,7 @@
-#include "modules/EventTransmitterManager.h"
+#include "CommonControllerLib/EventTransmitterManager.h"
 
-#include "modules/EventTransmitterExtension.h"
-#include "platform/SharedLibrary.h"
+#include "controller_plugins/EventTransmitterExtension.h"
+#include "platform/system/SharedLibrary.h"
 
 #include <cstdint>
 

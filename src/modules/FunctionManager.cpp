@@ -1,6 +1,6 @@
-#include "modules/FunctionManager.h"
+#include "CommonControllerLib/FunctionManager.h"
 
-#include "platform/SharedLibrary.h"
+#include "platform/system/SharedLibrary.h"
 
 namespace {
 

@@ -1,7 +1,7 @@
 #include "modules/ModuleProblem.h"
 
-#include "platform/SharedLibrary.h"
-#include "platform/Text.h"
+#include "platform/system/SharedLibrary.h"
+#include "text/Text.h"
 
 namespace {
 
@@ -23,7 +23,7 @@ std::wstring ModuleProblem(const std::wstring& modulePath, const std::vector<con
     }
     for (const char* const name : exports) {
         if (!Exports(modulePath, name)) {
-            return L"has no export \"" + platform::FromUtf8(name) + L"\".";
+            return L"has no export \"" + text::FromUtf8(name) + L"\".";
         }
     }
     return {};

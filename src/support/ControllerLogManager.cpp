@@ -1,8 +1,8 @@
-#include "support/ControllerLogManager.h"
+#include "CommonControllerLib/ControllerLogManager.h"
 
-#include "companion/ControllerCSWrapper.h"
-#include "platform/Environment.h"
-#include "support/Numbers.h"
+#include "ControllerCSWrapper/ControllerCSWrapper.h"
+#include "platform/system/Environment.h"
+#include "text/Numbers.h"
 
 #include <cstddef>
 #include <cstdlib>

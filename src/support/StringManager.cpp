@@ -1,6 +1,6 @@
-#include "support/StringManager.h"
+#include "CommonControllerLib/StringManager.h"
 
-#include "companion/ControllerCSWrapper.h"
+#include "ControllerCSWrapper/ControllerCSWrapper.h"
 
 #include <algorithm>
 #include <cstddef>

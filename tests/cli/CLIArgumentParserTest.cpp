@@ -1,4 +1,4 @@
-#include "cli/CLIArgumentParser.h"
+#include "CommonControllerLib/CLIArgumentParser.h"
 
 #include <ostream>
 #include <string>

@@ -1,4 +1,4 @@
-#include "cli/CLIOrvelProxy.h"
+#include "CommonControllerLib/CLIOrvelProxy.h"
 
 #include "ScriptedTransmitter.h"
 #include "doubles/RecordingCompanion.h"

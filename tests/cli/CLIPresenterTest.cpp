@@ -1,10 +1,10 @@
-#include "cli/CLIPresenter.h"
+#include "CommonControllerLib/CLIPresenter.h"
 
 #include "ScriptedTransmitter.h"
 #include "TurnedClock.h"
 #include "doubles/RecordingCompanion.h"
 #include "modules/ModuleFiles.h"
-#include "platform/LineEnd.h"
+#include "platform/terminal/LineEnd.h"
 #include "support/TemporaryFolder.h"
 
 #include <chrono>

@@ -1,7 +1,7 @@
-#include "cli/ControllerPresenterAbs.h"
+#include "CommonControllerLib/ControllerPresenterAbs.h"
 
 #include "ScriptedTransmitter.h"
-#include "cli/ResponseFunctors.h"
+#include "CommonControllerLib/ResponseFunctors.h"
 #include "doubles/RecordingCompanion.h"
 
 #include <memory>

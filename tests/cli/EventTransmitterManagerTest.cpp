@@ -1,8 +1,8 @@
-#include "modules/EventTransmitterManager.h"
+#include "CommonControllerLib/EventTransmitterManager.h"
 
 #include "ScriptedTransmitter.h"
 #include "modules/ModuleFiles.h"
-#include "platform/SharedLibrary.h"
+#include "platform/system/SharedLibrary.h"
 
 #include <stdexcept>
 #include <string>

@@ -1,6 +1,6 @@
-#include "cli/CLIOrvelProxy.h"
-#include "cli/ControllerPresenterAbs.h"
-#include "modules/EventTransmitter.h"
+#include "CommonControllerLib/CLIOrvelProxy.h"
+#include "CommonControllerLib/ControllerPresenterAbs.h"
+#include "CommonControllerLib/EventTransmitter.h"
 
 #include "support/MemberPlaces.h"
 

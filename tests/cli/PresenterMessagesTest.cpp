@@ -1,11 +1,11 @@
 #include "ScriptedTransmitter.h"
 #include "TurnedClock.h"
-#include "cli/CLIPresenter.h"
-#include "companion/ControllerCSWrapper.h"
-#include "companion/Messages.h"
+#include "CommonControllerLib/CLIPresenter.h"
+#include "ControllerCSWrapper/ControllerCSWrapper.h"
+#include "formats/Messages.h"
 #include "modules/ModuleFiles.h"
-#include "platform/LineEnd.h"
-#include "support/ControllerLogManager.h"
+#include "platform/terminal/LineEnd.h"
+#include "CommonControllerLib/ControllerLogManager.h"
 #include "support/TemporaryFolder.h"
 
 #include <cstdint>

@@ -1,4 +1,4 @@
-#include "cli/ResponseFlags.h"
+#include "frontend/ResponseFlags.h"
 
 #include "support/Deadline.h"
 

@@ -1,4 +1,4 @@
-#include "support/StringManager.h"
+#include "CommonControllerLib/StringManager.h"
 
 #include "doubles/RecordingCompanion.h"
 

@@ -1,6 +1,6 @@
 #include "TurnedClock.h"
 
-#include "platform/Sleep.h"
+#include "platform/system/Sleep.h"
 
 #include <algorithm>
 #include <cstdlib>

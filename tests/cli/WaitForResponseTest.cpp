@@ -1,7 +1,7 @@
 #include "TurnedClock.h"
-#include "cli/CLIOrvelProxy.h"
-#include "cli/ResponseFlags.h"
-#include "platform/Environment.h"
+#include "CommonControllerLib/CLIOrvelProxy.h"
+#include "frontend/ResponseFlags.h"
+#include "platform/system/Environment.h"
 
 #include <chrono>
 #include <string>

@@ -1,9 +1,9 @@
-#include "companion/HostLock.h"
+#include "formats/HostLock.h"
 
 #include <gtest/gtest.h>
 
-#include "platform/FileLock.h"
-#include "platform/Process.h"
+#include "platform/files/FileLock.h"
+#include "platform/processes/Process.h"
 #include "support/TemporaryFolder.h"
 
 namespace {

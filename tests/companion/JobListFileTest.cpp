@@ -1,4 +1,4 @@
-#include "companion/JobListFile.h"
+#include "formats/JobListFile.h"
 
 #include <algorithm>
 #include <optional>
@@ -8,9 +8,9 @@
 #include <gtest/gtest.h>
 
 #include "LogCapture.h"
-#include "companion/ControllerCSWrapper.h"
-#include "companion/Settings.h"
-#include "platform/FileSystem.h"
+#include "ControllerCSWrapper/ControllerCSWrapper.h"
+#include "services/Settings.h"
+#include "platform/files/FileSystem.h"
 #include "support/TemporaryFolder.h"
 
 namespace {

@@ -3,10 +3,10 @@
 #include <gtest/gtest.h>
 
 #include "LogCapture.h"
-#include "companion/ControllerCSWrapper.h"
-#include "companion/JobsFile.h"
-#include "platform/NativePath.h"
-#include "platform/Text.h"
+#include "ControllerCSWrapper/ControllerCSWrapper.h"
+#include "formats/JobsFile.h"
+#include "platform/files/NativePath.h"
+#include "text/Text.h"
 #include "support/TemporaryFolder.h"
 
 namespace {
@@ -126,7 +126,7 @@ TEST_F(JobsFileTest, TheFirstMembersWithoutMeaningAreNamedTogether) {
     WriteTextFile(path, content + "{}]}");
     std::wstring problem;
     EXPECT_FALSE(jobs_file::Read(path, requests, problem));
-    EXPECT_EQ(std::count(problem.begin(), problem.end(), L'\n'), 19) << platform::ToUtf8(problem);
+    EXPECT_EQ(std::count(problem.begin(), problem.end(), L'\n'), 19) << text::ToUtf8(problem);
 }
 
 TEST_F(JobsFileTest, AProblemOfAnotherReadIsForgotten) {

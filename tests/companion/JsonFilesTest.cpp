@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "LogCapture.h"
-#include "companion/ControllerCSWrapper.h"
+#include "ControllerCSWrapper/ControllerCSWrapper.h"
 #include "support/TemporaryFolder.h"
 
 namespace {

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "companion/RunProtocol.h"
+#include "formats/RunProtocol.h"
 
 namespace {
 

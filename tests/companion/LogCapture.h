@@ -2,8 +2,8 @@
 
 #include <string>
 
-#include "companion/ControllerCSWrapper.h"
-#include "platform/FileSystem.h"
+#include "ControllerCSWrapper/ControllerCSWrapper.h"
+#include "platform/files/FileSystem.h"
 #include "support/TemporaryFolder.h"
 
 /// Lets a test read what goes to the log file while this lives.

@@ -1,4 +1,4 @@
-#include "companion/ControllerCSWrapper.h"
+#include "ControllerCSWrapper/ControllerCSWrapper.h"
 
 #include <regex>
 #include <set>
@@ -9,7 +9,7 @@
 
 #include <gtest/gtest.h>
 
-#include "companion/Settings.h"
+#include "services/Settings.h"
 #include "support/TemporaryFolder.h"
 
 namespace {

@@ -1,4 +1,4 @@
-#include "companion/log/LogText.h"
+#include "services/log/LogText.h"
 
 #include <string>
 

@@ -1,4 +1,4 @@
-#include "companion/ManifestFile.h"
+#include "formats/ManifestFile.h"
 
 #include <ostream>
 #include <string>
@@ -6,7 +6,7 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/Text.h"
+#include "text/Text.h"
 
 using scenario_manifest::ParsePackageManifest;
 using scenario_manifest::ParseScriptManifest;
@@ -128,7 +128,7 @@ TEST_P(ManifestFileTest_RefusedScript, SaysWhatWasExpected) {
     std::wstring problem;
     std::vector<std::wstring> warnings;
     EXPECT_FALSE(ParseScriptManifest(GetParam().json, manifest, problem, warnings));
-    EXPECT_NE(problem.find(GetParam().problem), std::wstring::npos) << platform::ToUtf8(problem);
+    EXPECT_NE(problem.find(GetParam().problem), std::wstring::npos) << text::ToUtf8(problem);
     EXPECT_EQ(manifest, ScenarioManifest());
 }
 
@@ -139,7 +139,7 @@ TEST_P(ManifestFileTest_RefusedPackage, SaysWhatWasExpected) {
     std::wstring problem;
     std::vector<std::wstring> warnings;
     EXPECT_FALSE(ParsePackageManifest(GetParam().json, manifest, problem, warnings));
-    EXPECT_NE(problem.find(GetParam().problem), std::wstring::npos) << platform::ToUtf8(problem);
+    EXPECT_NE(problem.find(GetParam().problem), std::wstring::npos) << text::ToUtf8(problem);
     EXPECT_EQ(manifest, ScenarioManifest());
 }
 
@@ -157,7 +157,7 @@ TEST(ManifestFileTest, TakesEveryMemberOfAPackage) {
           {"name":"scale","type":"number","defaultValue":"-1.5e3"},{"name":"on","type":"boolean","defaultValue":"true"},
           {"name":"colour","type":"choice","allowedValues":["red",""]}]}]})",
                                      manifest, problem, warnings))
-        << platform::ToUtf8(problem);
+        << text::ToUtf8(problem);
     ScenarioManifest expected;
     expected.displayName = L"Mesh report";
     expected.inputs = {{L"STL", {L"stl", L"stla"}}, {L"", {}}};

@@ -1,10 +1,10 @@
-#include "companion/Messages.h"
+#include "formats/Messages.h"
 
 #include <gtest/gtest.h>
 
 #include "LogCapture.h"
-#include "companion/ControllerCSWrapper.h"
-#include "companion/RunProtocol.h"
+#include "ControllerCSWrapper/ControllerCSWrapper.h"
+#include "formats/RunProtocol.h"
 
 namespace {
 

@@ -3,7 +3,7 @@
 
 #include <gtest/gtest.h>
 
-#include "companion/ControllerCSWrapper.h"
+#include "ControllerCSWrapper/ControllerCSWrapper.h"
 
 TEST(NamesTest, AFileNameLosesItsLastExtension) {
     const std::pair<const wchar_t*, const wchar_t*> table[] = {

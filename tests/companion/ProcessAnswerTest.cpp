@@ -1,4 +1,4 @@
-#include "companion/ControllerCSWrapper.h"
+#include "ControllerCSWrapper/ControllerCSWrapper.h"
 
 #include <cstdint>
 #include <string>
@@ -6,11 +6,11 @@
 #include <gtest/gtest.h>
 
 #include "LogCapture.h"
-#include "companion/ProcessHandleText.h"
-#include "companion/RunProtocol.h"
-#include "platform/ForeignProcess.h"
-#include "platform/Process.h"
-#include "platform/Waiting.h"
+#include "formats/ProcessHandleText.h"
+#include "formats/RunProtocol.h"
+#include "platform/processes/ForeignProcess.h"
+#include "platform/processes/Process.h"
+#include "platform/processes/Waiting.h"
 #include "support/TestProcess.h"
 
 namespace {

@@ -1,4 +1,4 @@
-#include "companion/ResponsePatience.h"
+#include "services/ResponsePatience.h"
 
 #include <gtest/gtest.h>
 

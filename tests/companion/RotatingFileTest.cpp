@@ -1,12 +1,12 @@
-#include "companion/log/RotatingFile.h"
+#include "services/log/RotatingFile.h"
 
 #include <string>
 
 #include <gtest/gtest.h>
 
-#include "platform/File.h"
-#include "platform/FileLock.h"
-#include "platform/FileSystem.h"
+#include "platform/files/File.h"
+#include "platform/files/FileLock.h"
+#include "platform/files/FileSystem.h"
 #include "support/TemporaryFolder.h"
 
 using log_file::RotatingFile;

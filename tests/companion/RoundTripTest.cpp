@@ -3,10 +3,10 @@
 #include <gtest/gtest.h>
 
 #include "NastyTexts.h"
-#include "companion/ControllerCSWrapper.h"
-#include "companion/Messages.h"
-#include "companion/ProcessHandleText.h"
-#include "companion/RunProtocol.h"
+#include "ControllerCSWrapper/ControllerCSWrapper.h"
+#include "formats/Messages.h"
+#include "formats/ProcessHandleText.h"
+#include "formats/RunProtocol.h"
 #include "support/RecordMaker.h"
 #include "support/TemporaryFolder.h"
 

@@ -1,11 +1,11 @@
-#include "companion/RunProtocol.h"
+#include "formats/RunProtocol.h"
 
 #include <gtest/gtest.h>
 
 #include "LogCapture.h"
-#include "companion/ControllerCSWrapper.h"
-#include "platform/FileSystem.h"
-#include "platform/NativePath.h"
+#include "ControllerCSWrapper/ControllerCSWrapper.h"
+#include "platform/files/FileSystem.h"
+#include "platform/files/NativePath.h"
 #include "support/TemporaryFolder.h"
 
 namespace {

@@ -1,4 +1,4 @@
-#include "companion/ControllerCSWrapper.h"
+#include "ControllerCSWrapper/ControllerCSWrapper.h"
 
 #include <algorithm>
 #include <string>
@@ -6,7 +6,7 @@
 
 #include <gtest/gtest.h>
 
-#include "companion/ScenarioManifest.h"
+#include "formats/ScenarioManifest.h"
 #include "support/TemporaryFolder.h"
 #include "support/ZipWriter.h"
 

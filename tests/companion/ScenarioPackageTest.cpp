@@ -1,4 +1,4 @@
-#include "companion/ScenarioPackage.h"
+#include "formats/ScenarioPackage.h"
 
 #include <fstream>
 #include <functional>
@@ -8,9 +8,9 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/FileSystem.h"
-#include "platform/NativePath.h"
-#include "platform/Text.h"
+#include "platform/files/FileSystem.h"
+#include "platform/files/NativePath.h"
+#include "text/Text.h"
 #include "support/TemporaryFolder.h"
 #include "support/ZipWriter.h"
 
@@ -274,8 +274,8 @@ std::vector<Refused> BadArchives() {
 TEST_P(ScenarioPackageTest_Refused, LeavesNothingBehind) {
     PackageFolder folder;
     EXPECT_FALSE(folder.Unpack(GetParam().archive));
-    EXPECT_NE(folder.problem.find(GetParam().problem), std::wstring::npos) << platform::ToUtf8(folder.problem);
-    EXPECT_NE(folder.problem.find(L"scenario.esa"), std::wstring::npos) << platform::ToUtf8(folder.problem);
+    EXPECT_NE(folder.problem.find(GetParam().problem), std::wstring::npos) << text::ToUtf8(folder.problem);
+    EXPECT_NE(folder.problem.find(L"scenario.esa"), std::wstring::npos) << text::ToUtf8(folder.problem);
     EXPECT_FALSE(platform::Exists(folder.target));
 }
 
@@ -291,7 +291,7 @@ TEST(ScenarioPackageTest, UnpacksFilesAndFolders) {
     ZipEntry streamed = File("streamed.txt", std::string(300000, 'x'));
     streamed.dataDescriptor = true;
     ASSERT_TRUE(folder.Unpack(MakeZip({Folder("bin/"), stored, Folder("empty/"), File("a/b/c.txt", "deep"), streamed})))
-        << platform::ToUtf8(folder.problem);
+        << text::ToUtf8(folder.problem);
     EXPECT_EQ(folder.Unpacked(L"bin\\tool"), "tool");
     EXPECT_EQ(folder.Unpacked(L"a\\b\\c.txt"), "deep");
     EXPECT_EQ(folder.Unpacked(L"streamed.txt"), std::string(300000, 'x'));
@@ -309,7 +309,7 @@ TEST(ScenarioPackageTest, AcceptsWhatOtherToolsWrite) {
     ZipEntry withoutUtf8Flag = File(Bytes(u8"gr\u00fc\u00dfe.txt"));
     withoutUtf8Flag.flags = 0;
     ASSERT_TRUE(folder.Unpack(MakeZip({unixFile, unixFolder, withoutUtf8Flag}, {.comment = "made by a tool PK\5\6"})))
-        << platform::ToUtf8(folder.problem);
+        << text::ToUtf8(folder.problem);
     EXPECT_EQ(folder.Unpacked(L"gr\u00fc\u00dfe.txt"), "content");
 }
 
@@ -319,7 +319,7 @@ TEST(ScenarioPackageTest, AcceptsALocalHeaderThatLeavesSomeFactsToTheDescriptor)
     ZipEntry partly = File("main.rb", "puts 1");
     partly.dataDescriptor = true;
     partly.localSize = 6;
-    ASSERT_TRUE(folder.Unpack(MakeZip({partly}))) << platform::ToUtf8(folder.problem);
+    ASSERT_TRUE(folder.Unpack(MakeZip({partly}))) << text::ToUtf8(folder.problem);
     EXPECT_EQ(folder.Unpacked(L"main.rb"), "puts 1");
 }
 
@@ -337,7 +337,7 @@ TEST(ScenarioPackageTest, AcceptsTenThousandEntries) {
 
 TEST(ScenarioPackageTest, RefusesAnArchiveOfMoreThan512MiB) {
     PackageFolder folder;
-    std::ofstream(platform::ToUtf8(platform::ToNativeText(folder.package)), std::ios::binary).seekp(512 << 20).put('x');
+    std::ofstream(text::ToUtf8(platform::ToNativeText(folder.package)), std::ios::binary).seekp(512 << 20).put('x');
     EXPECT_FALSE(scenario_package::Unpack(folder.package, folder.target, folder.problem));
     EXPECT_NE(folder.problem.find(L"is larger than 512 MiB"), std::wstring::npos);
 }
@@ -346,7 +346,7 @@ TEST(ScenarioPackageTest, RefusesAFolderThatExists) {
     PackageFolder folder;
     WriteTextFile(folder.target + L"\\mine.txt", "mine");
     EXPECT_FALSE(folder.Unpack(MakeZip({File("a.txt")})));
-    EXPECT_NE(folder.problem.find(L"cannot create"), std::wstring::npos) << platform::ToUtf8(folder.problem);
+    EXPECT_NE(folder.problem.find(L"cannot create"), std::wstring::npos) << text::ToUtf8(folder.problem);
     EXPECT_EQ(folder.Unpacked(L"mine.txt"), "mine");
     EXPECT_FALSE(platform::Exists(folder.target + L"\\a.txt"));
 }

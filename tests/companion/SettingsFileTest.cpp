@@ -1,4 +1,4 @@
-#include "companion/SettingsFile.h"
+#include "services/SettingsFile.h"
 
 #include <ostream>
 #include <string>
@@ -6,9 +6,9 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/Directories.h"
-#include "platform/NativePath.h"
-#include "platform/Text.h"
+#include "platform/files/Directories.h"
+#include "platform/files/NativePath.h"
+#include "text/Text.h"
 #include "support/TemporaryFolder.h"
 
 using settings::Settings;
@@ -94,15 +94,15 @@ std::string TestName(const testing::TestParamInfo<Refused>& info) {
 TEST_P(SettingsFileTest_Refused, NamesFilePlaceMemberAndWhatWasExpected) {
     read.culture = L"as before";
     EXPECT_FALSE(Read(GetParam().text));
-    EXPECT_EQ(problem.find(platform::ToNativeText(path)), 0u) << platform::ToUtf8(problem);
-    EXPECT_NE(problem.find(GetParam().problem), std::wstring::npos) << platform::ToUtf8(problem);
+    EXPECT_EQ(problem.find(platform::ToNativeText(path)), 0u) << text::ToUtf8(problem);
+    EXPECT_NE(problem.find(GetParam().problem), std::wstring::npos) << text::ToUtf8(problem);
     EXPECT_EQ(read.culture, L"as before");
 }
 
 INSTANTIATE_TEST_SUITE_P(Files, SettingsFileTest_Refused, testing::ValuesIn(refusedFiles), TestName);
 
 TEST_F(SettingsFileTest, LeavesTheBuiltInSettingsWhereNothingIsSaid) {
-    ASSERT_TRUE(Read("{}")) << platform::ToUtf8(problem);
+    ASSERT_TRUE(Read("{}")) << text::ToUtf8(problem);
     Settings expected = settings::BuiltInSettings();
     expected.file = path;
     EXPECT_EQ(read, expected);
@@ -118,7 +118,7 @@ TEST_F(SettingsFileTest, TakesEveryMember) {
         "scenarioRunner":"../bin/runner","scenarioApiDirectory":"api",
         "interpreters":{".rb":["ruby","--disable=gems"],".py":["python3"]},
         "cancelGraceSeconds":0,"scenarioLogLimitBytes":4096})"))
-        << platform::ToUtf8(problem);
+        << text::ToUtf8(problem);
     Settings expected;
     expected.file = path;
     expected.workDirectory = folder / L"conf\\work";
@@ -146,11 +146,11 @@ TEST_F(SettingsFileTest, TakesEveryMember) {
 
 TEST_F(SettingsFileTest, KeepsAbsolutePaths) {
     const std::wstring absolute = folder / L"elsewhere\\work";
-    std::string text = platform::ToUtf8(platform::ToNativeText(absolute));
+    std::string text = text::ToUtf8(platform::ToNativeText(absolute));
     for (std::size_t place = 0; (place = text.find('\\', place)) != std::string::npos; place += 2) {
         text.insert(place, "\\");
     }
-    ASSERT_TRUE(Read(R"({"workDirectory":")" + text + "\"}")) << platform::ToUtf8(problem);
+    ASSERT_TRUE(Read(R"({"workDirectory":")" + text + "\"}")) << text::ToUtf8(problem);
     EXPECT_EQ(read.workDirectory, absolute);
 }
 

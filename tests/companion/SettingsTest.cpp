@@ -1,4 +1,4 @@
-#include "companion/Settings.h"
+#include "services/Settings.h"
 
 #include <string>
 #include <thread>
@@ -6,12 +6,12 @@
 
 #include <gtest/gtest.h>
 
-#include "companion/ControllerCSWrapper.h"
-#include "platform/Environment.h"
-#include "platform/FileSystem.h"
-#include "platform/NativePath.h"
+#include "ControllerCSWrapper/ControllerCSWrapper.h"
+#include "platform/system/Environment.h"
+#include "platform/files/FileSystem.h"
+#include "platform/files/NativePath.h"
 #include "platform/SystemHelpers.h"
-#include "platform/Text.h"
+#include "text/Text.h"
 #include "support/TemporaryFolder.h"
 
 namespace {
@@ -176,7 +176,7 @@ TEST_F(SettingsTest, ACopyForARunSaysWhatIsInForce) {
         R"({"logLevel":"error","interpreters":{".rb":["ruby","-w"],".py":["C:\\p \u00e9\\python.exe"]},"cancelGraceSeconds":7,
         "scenarioLogLimitBytes":5000,"scenarioApiDirectory":"api"})");
     const auto original = settings::Current();
-    WriteTextFile(folder / L"elsewhere\\copy.json", platform::ToUtf8(settings::CopyForRun(*original)));
+    WriteTextFile(folder / L"elsewhere\\copy.json", text::ToUtf8(settings::CopyForRun(*original)));
     settings::UseFile(folder / L"elsewhere\\copy.json");
     ASSERT_EQ(settings::Problem(), L"");
     const auto copy = settings::Current();
@@ -231,7 +231,7 @@ TEST_F(SettingsTest, RecordsBelowTheLevelOfTheLogAreNotWritten) {
         ControllerCSWrapper::WriteInfoLog(L"<record>");
         ControllerCSWrapper::WriteWarnLog(L"<record>");
         ControllerCSWrapper::WriteErrorLog(L"<record>");
-        const std::string log = ReadTextFile(folder / (platform::FromUtf8(names[level]) + L".log"));
+        const std::string log = ReadTextFile(folder / (text::FromUtf8(names[level]) + L".log"));
         EXPECT_EQ(CountOf("<record>", log), static_cast<int>(names.size() - level)) << log;
         EXPECT_EQ(CountOf(" " + names[level] + " ", log), 1) << log;
     }

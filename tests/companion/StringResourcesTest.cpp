@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "companion/ControllerCSWrapper.h"
+#include "ControllerCSWrapper/ControllerCSWrapper.h"
 
 namespace {
 

@@ -1,13 +1,13 @@
-#include "companion/ControllerCSWrapper.h"
+#include "ControllerCSWrapper/ControllerCSWrapper.h"
 
 #include <string>
 
 #include <gtest/gtest.h>
 
-#include "companion/Settings.h"
-#include "platform/FileSystem.h"
-#include "platform/NativePath.h"
-#include "platform/Text.h"
+#include "services/Settings.h"
+#include "platform/files/FileSystem.h"
+#include "platform/files/NativePath.h"
+#include "text/Text.h"
 #include "support/TemporaryFolder.h"
 
 namespace {
@@ -31,7 +31,7 @@ protected:
         EXPECT_FALSE(ControllerCSWrapper::RemoveJobWorkDirectory(path));
         const std::string log = ReadTextFile(folder / L"controller.log");
         EXPECT_NE(log.find("warning"), std::string::npos) << log;
-        EXPECT_NE(log.find(platform::ToUtf8(platform::ToNativeText(path))), std::string::npos) << log;
+        EXPECT_NE(log.find(text::ToUtf8(platform::ToNativeText(path))), std::string::npos) << log;
         EXPECT_NE(log.find(reason), std::string::npos) << log;
         EXPECT_TRUE(platform::Exists(job + L"\\deep\\file.txt"));
         EXPECT_TRUE(platform::Exists(folder / L"workshop\\file.txt"));

@@ -1,6 +1,6 @@
 #include "FrontEndFixture.h"
 
-#include "companion/Messages.h"
+#include "formats/Messages.h"
 
 namespace {
 

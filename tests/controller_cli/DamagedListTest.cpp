@@ -1,6 +1,6 @@
 #include "FrontEndFixture.h"
-#include "platform/FileSystem.h"
-#include "platform/NativePath.h"
+#include "platform/files/FileSystem.h"
+#include "platform/files/NativePath.h"
 
 namespace {
 
@@ -13,7 +13,7 @@ protected:
 
     std::string Notice() const {
         return "controller_cli: A job list that could not be read is kept as " +
-               platform::ToUtf8(platform::ToNativeText(keptAside)) +
+               text::ToUtf8(platform::ToNativeText(keptAside)) +
                ": jobs may be missing. Remove or rename that file once you have dealt with it; until then every "
                "command "
                "says so.\n";

@@ -1,6 +1,6 @@
 #include "FrontEndFixture.h"
 
-#include "companion/RunProtocol.h"
+#include "formats/RunProtocol.h"
 
 /// The reason of a failed job that its work directory does not tell.
 namespace {

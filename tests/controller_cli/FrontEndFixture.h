@@ -2,9 +2,9 @@
 
 #include "RecordedConsole.h"
 #include "ScriptedHost.h"
-#include "companion/Settings.h"
+#include "services/Settings.h"
 #include "controller_cli/FrontEnd.h"
-#include "platform/Waiting.h"
+#include "platform/processes/Waiting.h"
 #include "support/TemporaryFolder.h"
 
 #include <functional>

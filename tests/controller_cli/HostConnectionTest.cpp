@@ -1,6 +1,6 @@
 #include "FrontEndFixture.h"
 
-#include "platform/NativePath.h"
+#include "platform/files/NativePath.h"
 
 namespace {
 
@@ -204,7 +204,7 @@ TEST_F(HostConnectionTest, ALogThatExistsIsNamedWhenTheHostHasGone) {
     host.diesAt = L"InitJobsRequest";
     EXPECT_EQ(Run({L"--list"}), 3);
     EXPECT_EQ(console.errors, "controller_cli: The host has gone. The list of jobs is kept. The log: " +
-                                  platform::ToUtf8(platform::ToNativeText(folder / L"host.log")) + "\n");
+                                  text::ToUtf8(platform::ToNativeText(folder / L"host.log")) + "\n");
 }
 
 TEST_F(HostConnectionTest, WrongSettingsAreRefusedBeforeAnythingIsSent) {

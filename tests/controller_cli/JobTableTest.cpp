@@ -1,7 +1,7 @@
 #include "controller_cli/JobTable.h"
 
 #include "FrontEndFixture.h"
-#include "platform/NativePath.h"
+#include "platform/files/NativePath.h"
 
 namespace {
 
@@ -31,8 +31,8 @@ TEST_F(JobTableTest, OutputFoldersCanBeToldApartOnANarrowTerminal) {
     first.outputFolder = L"/home/ann/projects/reports/of/this/year/part";
     second.outputFolder = L"/home/ann/projects/reports/of/this/year/part_1";
     const auto lines = Lines({&first, &second}, 80);
-    EXPECT_TRUE(lines[1].ends_with(platform::ToNativeText(L"/year/part"))) << platform::ToUtf8(lines[1]);
-    EXPECT_TRUE(lines[2].ends_with(platform::ToNativeText(L"/year/part_1"))) << platform::ToUtf8(lines[2]);
+    EXPECT_TRUE(lines[1].ends_with(platform::ToNativeText(L"/year/part"))) << text::ToUtf8(lines[1]);
+    EXPECT_TRUE(lines[2].ends_with(platform::ToNativeText(L"/year/part_1"))) << text::ToUtf8(lines[2]);
     EXPECT_NE(lines[1].find(L'\x2026'), std::wstring::npos);
 }
 

@@ -1,7 +1,7 @@
 #include "controller_cli/JobView.h"
 
-#include "companion/RunProtocol.h"
-#include "platform/Text.h"
+#include "formats/RunProtocol.h"
+#include "text/Text.h"
 #include "support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
@@ -29,7 +29,7 @@ protected:
     }
 
     void Write(const std::wstring& name, const std::wstring& json) const {
-        WriteTextFile(folder / (L"work\\" + name), platform::ToUtf8(json));
+        WriteTextFile(folder / (L"work\\" + name), text::ToUtf8(json));
     }
 
     /// The job's run was prepared.

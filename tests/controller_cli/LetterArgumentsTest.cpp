@@ -1,6 +1,6 @@
 #include "controller_cli/LetterArguments.h"
 
-#include "cli/CLIArgumentParser.h"
+#include "CommonControllerLib/CLIArgumentParser.h"
 
 #include <gtest/gtest.h>
 

@@ -1,11 +1,11 @@
 #include "FrontEndFixture.h"
 
-#include "companion/Messages.h"
-#include "platform/Environment.h"
-#include "platform/FileSystem.h"
-#include "platform/LineEnd.h"
-#include "platform/NativePath.h"
-#include "support/ControllerLogManager.h"
+#include "formats/Messages.h"
+#include "platform/system/Environment.h"
+#include "platform/files/FileSystem.h"
+#include "platform/terminal/LineEnd.h"
+#include "platform/files/NativePath.h"
+#include "CommonControllerLib/ControllerLogManager.h"
 
 #include <algorithm>
 #include <thread>
@@ -41,11 +41,11 @@ protected:
     }
 
     void WriteJobsFile(const std::wstring& requests) {
-        WriteTextFile(folder / L"jobs.json", platform::ToUtf8(LR"({"EnqueueJobs":[)" + requests + L"]}"));
+        WriteTextFile(folder / L"jobs.json", text::ToUtf8(LR"({"EnqueueJobs":[)" + requests + L"]}"));
     }
 
     std::string Refused(const std::string& member, const std::string& reason) {
-        return "controller_cli: " + platform::ToUtf8(Native(L"jobs.json")) + ", " + member + ": refused: " + reason +
+        return "controller_cli: " + text::ToUtf8(Native(L"jobs.json")) + ", " + member + ": refused: " + reason +
                "\n";
     }
 
@@ -107,7 +107,7 @@ TEST_F(LetterCommandsTest, TheLinesOfARequestAreInTheOutputFileBeforeTheNextIsSe
 TEST_F(LetterCommandsTest, AJobsFileThatCannotBeReadIsTold) {
     EXPECT_EQ(Run({Native(L"none.json"), L"-o", Native(L"lines.txt")}), 2);
     EXPECT_EQ(console.errors.find(
-                  "controller_cli: The jobs file cannot be used: " + platform::ToUtf8(Native(L"none.json")) + ": "),
+                  "controller_cli: The jobs file cannot be used: " + text::ToUtf8(Native(L"none.json")) + ": "),
               0U);
     EXPECT_FALSE(platform::Exists(folder / L"lines.txt"));
     EXPECT_TRUE(host.Requests().empty());
@@ -117,7 +117,7 @@ TEST_F(LetterCommandsTest, WhatIsWrongInAJobsFileIsToldWithItsPlace) {
     WriteTextFile(folder / L"jobs.json", "{\"EnqueueJobs\":[\n {\"outputDirectory\":\"x\"}]}");
     EXPECT_EQ(Run({Native(L"jobs.json"), L"-o", Native(L"lines.txt")}), 2);
     EXPECT_EQ(console.errors,
-              "controller_cli: The jobs file cannot be used: " + platform::ToUtf8(Native(L"jobs.json")) +
+              "controller_cli: The jobs file cannot be used: " + text::ToUtf8(Native(L"jobs.json")) +
                   ", line 2, column 3: EnqueueJobs[0].outputDirectory: there is no such member\n");
     EXPECT_FALSE(platform::Exists(folder / L"lines.txt"));
     EXPECT_TRUE(host.Requests().empty());
@@ -181,7 +181,7 @@ TEST_F(LetterCommandsTest, ALogThatExistsIsNamedWhereTheReasonIsNotKnown) {
     WriteTextFile(folder / L"host.log", "");
     EXPECT_EQ(Run({Native(L"jobs.json")}), 1);
     EXPECT_EQ(console.errors, Refused("line 1, column 60: EnqueueJobs[0].inputFileSets[0]",
-                                      "the host does not say why. The log: " + platform::ToUtf8(Native(L"host.log"))));
+                                      "the host does not say why. The log: " + text::ToUtf8(Native(L"host.log"))));
 }
 
 TEST_F(LetterCommandsTest, OnceTheHostHasGoneTheRestFailsUnsent) {
@@ -212,7 +212,7 @@ TEST_F(LetterCommandsTest, ARequestThatIsNotAnsweredGivesThree) {
     EXPECT_EQ(console.output, Line("-1,Failed"));
     EXPECT_EQ(
         console.errors,
-        "controller_cli: " + platform::ToUtf8(Native(L"jobs.json")) +
+        "controller_cli: " + text::ToUtf8(Native(L"jobs.json")) +
             ", line 1, column 17: EnqueueJobs[0]: the host did not answer; whether jobs were made is not known.\n");
 }
 
@@ -249,7 +249,7 @@ TEST_F(LetterCommandsTest, WhatIsNeitherNumberNorIdIsRefusedBeforeAnythingElseIs
             console.errors.clear();
             host.transmitter.sent.clear();
             EXPECT_EQ(Run({command, L"3," + name}), 2);
-            EXPECT_EQ(console.errors, "controller_cli: " + platform::ToUtf8(name) +
+            EXPECT_EQ(console.errors, "controller_cli: " + text::ToUtf8(name) +
                                           " is neither the number nor the id of a job. See: controller_cli --list\n");
             ASSERT_EQ(host.Requests().size(), 1U);
             EXPECT_EQ(host.Requests()[0].name, L"InitJobsRequest");
@@ -345,7 +345,7 @@ TEST_F(LetterCommandsTest, OneFileIsNotTakenForTwoThings) {
     const std::string before = everything();
     for (const auto& arguments : table) {
         console.errors.clear();
-        EXPECT_EQ(Run(arguments), 2) << platform::ToUtf8(arguments.back());
+        EXPECT_EQ(Run(arguments), 2) << text::ToUtf8(arguments.back());
         EXPECT_NE(console.errors.find(" is named twice, as "), std::string::npos) << console.errors;
     }
     EXPECT_EQ(everything(), before);

@@ -1,13 +1,13 @@
 #include "FrontEndFixture.h"
 
-#include "platform/NativePath.h"
+#include "platform/files/NativePath.h"
 
 namespace {
 
 class ListTest : public FrontEndFixture {
 protected:
     /// A folder as a person sees it on this system.
-    static std::string Native(const std::wstring& path) { return platform::ToUtf8(platform::ToNativeText(path)); }
+    static std::string Native(const std::wstring& path) { return text::ToUtf8(platform::ToNativeText(path)); }
 
     JobListInfo Succeeded() {
         JobListInfo job = Job(3, L"part.stl", JobStatus::Success);

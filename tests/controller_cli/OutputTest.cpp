@@ -1,6 +1,6 @@
 #include "FrontEndFixture.h"
 
-#include "companion/Messages.h"
+#include "formats/Messages.h"
 
 #include <cerrno>
 
@@ -35,9 +35,9 @@ TEST_F(OutputTest, EachCommandSaysThatItsResultsAreLost) {
           Arguments{L"--scenarios"}, Arguments{L"--stop-host"}}) {
         host.runs = true;
         console.errors.clear();
-        EXPECT_EQ(Run(arguments), 2) << platform::ToUtf8(arguments.front());
+        EXPECT_EQ(Run(arguments), 2) << text::ToUtf8(arguments.front());
         EXPECT_EQ(console.errors, "controller_cli: Standard output cannot be written: No space left\n")
-            << platform::ToUtf8(arguments.front());
+            << text::ToUtf8(arguments.front());
     }
 }
 
@@ -47,8 +47,8 @@ TEST_F(OutputTest, AWaitEndsWhenNobodyReadsItsResults) {
          {Arguments{L"--watch"}, Arguments{L"--watch", L"--json"}, Arguments{L"--wait", L"1"},
           Arguments{L"--wait", L"1", L"--json"}, Arguments{L"--log", L"1", L"--follow"}}) {
         reader.Raise();
-        EXPECT_EQ(Run(arguments), 141) << platform::ToUtf8(arguments.front());
-        EXPECT_EQ(console.errors, "") << platform::ToUtf8(arguments.front());
+        EXPECT_EQ(Run(arguments), 141) << text::ToUtf8(arguments.front());
+        EXPECT_EQ(console.errors, "") << text::ToUtf8(arguments.front());
     }
 }
 

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "controller_cli/Console.h"
-#include "platform/Text.h"
+#include "text/Text.h"
 
 #include <functional>
 #include <string>
@@ -23,7 +23,7 @@ public:
     /// Called after each piece of output: what happens next in the test's script.
     std::function<void()> onWrite;
 
-    void Write(std::wstring_view text) override { WriteBytes(platform::ToUtf8(text)); }
+    void Write(std::wstring_view text) override { WriteBytes(text::ToUtf8(text)); }
     void WriteBytes(std::string_view bytes) override {
         if (outputError) {
             throw controller_cli::OutputFailure{outputError};
@@ -33,7 +33,7 @@ public:
             onWrite();
         }
     }
-    void WriteError(std::wstring_view text) override { errors += platform::ToUtf8(text); }
+    void WriteError(std::wstring_view text) override { errors += text::ToUtf8(text); }
     void* ReaderGone() const override { return readerGone; }
     bool IsTerminal() const override { return isTerminal; }
     bool HasColours() const override { return hasColours; }

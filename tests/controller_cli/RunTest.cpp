@@ -1,6 +1,6 @@
 #include "FrontEndFixture.h"
 
-#include "companion/Messages.h"
+#include "formats/Messages.h"
 
 namespace {
 
@@ -128,7 +128,7 @@ TEST_F(RunTest, ARefusedInputIsNamedAndTheOthersRun) {
     host.jobs = {Job(1, L"a.stl", JobStatus::Success)};
     EXPECT_EQ(Run({L"--run", L"r.rb", a, b}), 1);
     EXPECT_EQ(console.errors,
-              "controller_cli: The host has refused the input " + platform::ToUtf8(b) + ": it does not say why.\n");
+              "controller_cli: The host has refused the input " + text::ToUtf8(b) + ": it does not say why.\n");
     EXPECT_NE(console.output.find("Succeeded: 1, failed: 0, cancelled: 0\n"), std::string::npos);
 }
 

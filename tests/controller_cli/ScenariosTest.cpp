@@ -1,8 +1,8 @@
 #include "FrontEndFixture.h"
 
-#include "companion/ControllerCSWrapper.h"
-#include "companion/Messages.h"
-#include "platform/NativePath.h"
+#include "ControllerCSWrapper/ControllerCSWrapper.h"
+#include "formats/Messages.h"
+#include "platform/files/NativePath.h"
 
 namespace {
 

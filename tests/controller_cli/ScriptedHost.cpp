@@ -1,7 +1,7 @@
 #include "ScriptedHost.h"
 
-#include "companion/ControllerCSWrapper.h"
-#include "companion/Messages.h"
+#include "ControllerCSWrapper/ControllerCSWrapper.h"
+#include "formats/Messages.h"
 #include "modules/ModuleFiles.h"
 
 #include <gtest/gtest.h>

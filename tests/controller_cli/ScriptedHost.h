@@ -2,7 +2,7 @@
 
 #include "ScriptedTransmitter.h"
 #include "controller_cli/HostAccess.h"
-#include "records/JobRecords.h"
+#include "CommonControllerLib/JobRecords.h"
 
 #include <functional>
 #include <map>

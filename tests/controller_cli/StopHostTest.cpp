@@ -1,7 +1,7 @@
 #include "FrontEndFixture.h"
 
-#include "platform/NativePath.h"
-#include "platform/Text.h"
+#include "platform/files/NativePath.h"
+#include "text/Text.h"
 
 namespace {
 
@@ -16,7 +16,7 @@ protected:
     }
     std::string Problem() const {
         return "controller_cli: The settings cannot be used: " +
-               platform::ToUtf8(platform::ToNativeText(folder / L"settings.json")) +
+               text::ToUtf8(platform::ToNativeText(folder / L"settings.json")) +
                ", line 2, column 11: not JSON: Invalid value.. ";
     }
 };

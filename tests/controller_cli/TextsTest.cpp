@@ -1,7 +1,7 @@
 #include "controller_cli/Texts.h"
 
 #include "FrontEndFixture.h"
-#include "companion/ControllerCSWrapper.h"
+#include "ControllerCSWrapper/ControllerCSWrapper.h"
 #include "controller_cli/BuiltInStrings.h"
 
 namespace {
@@ -68,11 +68,11 @@ std::vector<std::string> KeysOf(const std::string& section) {
 TEST_F(TextsTest, EveryTextIsTranslated) {
     std::wstring english;
     std::wstring german;
-    const std::wstring all = platform::FromUtf8(controller_cli::builtInStrings);
+    const std::wstring all = text::FromUtf8(controller_cli::builtInStrings);
     ASSERT_TRUE(ControllerCSWrapper::GetStringResources(all, L"en-US", english));
     ASSERT_TRUE(ControllerCSWrapper::GetStringResources(all, L"de-DE", german));
-    EXPECT_EQ(KeysOf(platform::ToUtf8(english)), KeysOf(platform::ToUtf8(german)));
-    EXPECT_GT(KeysOf(platform::ToUtf8(english)).size(), 60U);
+    EXPECT_EQ(KeysOf(text::ToUtf8(english)), KeysOf(text::ToUtf8(german)));
+    EXPECT_GT(KeysOf(text::ToUtf8(english)).size(), 60U);
 }
 
 TEST_F(TextsTest, GermanTable) {

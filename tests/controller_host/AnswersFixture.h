@@ -1,7 +1,7 @@
 #pragma once
 
-#include "companion/ControllerCSWrapper.h"
-#include "companion/Messages.h"
+#include "ControllerCSWrapper/ControllerCSWrapper.h"
+#include "formats/Messages.h"
 #include "controller_host/HostFixture.h"
 
 /// Answers without the host's loop: the test has one request at a time answered.

@@ -1,7 +1,7 @@
 #include "controller_host/DeletionNotes.h"
 
 #include "controller_host/HostFixture.h"
-#include "platform/FileSystem.h"
+#include "platform/files/FileSystem.h"
 
 namespace {
 

@@ -1,6 +1,6 @@
 #include "AnswersFixture.h"
 
-#include "platform/NativePath.h"
+#include "platform/files/NativePath.h"
 
 namespace {
 

@@ -1,11 +1,11 @@
 #include "controller_host/HostFixture.h"
 
-#include "companion/ControllerCSWrapper.h"
-#include "companion/RunProtocol.h"
+#include "ControllerCSWrapper/ControllerCSWrapper.h"
+#include "formats/RunProtocol.h"
 #include "controller_host/FailureReasons.h"
-#include "platform/FileSystem.h"
-#include "platform/NativePath.h"
-#include "platform/Text.h"
+#include "platform/files/FileSystem.h"
+#include "platform/files/NativePath.h"
+#include "text/Text.h"
 
 /// Where people find why a job failed.
 namespace {
@@ -57,7 +57,7 @@ TEST_F(FailureReasonsTest, AnOutputDirectoryThatCannotBeMadeIsNamedInTheResult) 
     WriteTextFile(folder / L"output", "a file in the folder's place");
     const std::wstring reason = ReasonInResult(FailedJob());
     EXPECT_NE(reason.find(platform::ToNativeText(folder / L"output\\part") + L" cannot be made: "), std::wstring::npos)
-        << platform::ToUtf8(reason);
+        << text::ToUtf8(reason);
 }
 
 TEST_F(FailureReasonsTest, WithoutAWorkDirectoryItStandsBesideTheJobListUntilTheJobIsDeleted) {
@@ -89,7 +89,7 @@ TEST_F(FailureReasonsTest, AProcessThatLeavesNoResultGetsOne) {
     processes.front().Finish();
     WaitForStatus(JobStatus::Failed);
     const std::wstring reason = ReasonInResult(job);
-    EXPECT_TRUE(reason.starts_with(L"The job's process ended")) << platform::ToUtf8(reason);
+    EXPECT_TRUE(reason.starts_with(L"The job's process ended")) << text::ToUtf8(reason);
 }
 
 TEST_F(FailureReasonsTest, WhatIsWrongWithTheModulesIsAddedWhereNoneTakesTheJob) {
@@ -122,7 +122,7 @@ TEST_F(FailureReasonsTest, NotesOfJobsThatAreNotListedGoAtTheStart) {
 
 TEST_F(FailureReasonsTest, WhatIsNoJobsIdLeadsNowhere) {
     for (const wchar_t* id : {L"", L"..", L"..\\a", L"A1", L"123456789", L"a/b", L"a.json"}) {
-        EXPECT_EQ(NoteOf(id), L"") << platform::ToUtf8(id);
+        EXPECT_EQ(NoteOf(id), L"") << text::ToUtf8(id);
     }
     JobListInfo job;
     job.id = L"..\\job_list";

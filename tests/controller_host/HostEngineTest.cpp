@@ -1,11 +1,11 @@
 #include "controller_host/HostEngine.h"
 
-#include "companion/ControllerCSWrapper.h"
-#include "companion/Settings.h"
+#include "ControllerCSWrapper/ControllerCSWrapper.h"
+#include "services/Settings.h"
 #include "controller_host/DeletionNotes.h"
 #include "controller_host/HostFixture.h"
-#include "platform/FileSystem.h"
-#include "platform/NativePath.h"
+#include "platform/files/FileSystem.h"
+#include "platform/files/NativePath.h"
 #include "platform/SystemHelpers.h"
 
 namespace {

@@ -1,8 +1,8 @@
 #include "controller_host/HostFixture.h"
 
-#include "companion/ControllerCSWrapper.h"
-#include "companion/Messages.h"
-#include "companion/Settings.h"
+#include "ControllerCSWrapper/ControllerCSWrapper.h"
+#include "formats/Messages.h"
+#include "services/Settings.h"
 #include "doubles/ScriptedEngine.h"
 
 #include <algorithm>

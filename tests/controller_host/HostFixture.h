@@ -3,7 +3,7 @@
 #include "controller_host/HostLoop.h"
 #include "controller_host/LineDouble.h"
 #include "doubles/ScriptedProcess.h"
-#include "modules/FunctionManager.h"
+#include "CommonControllerLib/FunctionManager.h"
 #include "modules/ModuleFiles.h"
 #include "support/TemporaryFolder.h"
 

@@ -1,8 +1,8 @@
 #include "controller_host/HostFixture.h"
 
-#include "companion/ControllerCSWrapper.h"
-#include "companion/RunProtocol.h"
-#include "platform/FileSystem.h"
+#include "ControllerCSWrapper/ControllerCSWrapper.h"
+#include "formats/RunProtocol.h"
+#include "platform/files/FileSystem.h"
 #include "support/Deadline.h"
 
 namespace {

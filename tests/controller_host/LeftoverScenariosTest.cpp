@@ -1,7 +1,7 @@
 #include "controller_host/LeftoverScenarios.h"
 
-#include "companion/ControllerCSWrapper.h"
-#include "platform/FileSystem.h"
+#include "ControllerCSWrapper/ControllerCSWrapper.h"
+#include "platform/files/FileSystem.h"
 #include "support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>

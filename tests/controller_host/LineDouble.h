@@ -1,7 +1,7 @@
 #pragma once
 
-#include "modules/EventTransmitter.h"
-#include "modules/EventTransmitterExtension.h"
+#include "CommonControllerLib/EventTransmitter.h"
+#include "controller_plugins/EventTransmitterExtension.h"
 
 #include <condition_variable>
 #include <map>

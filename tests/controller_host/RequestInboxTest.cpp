@@ -1,7 +1,7 @@
 #include "controller_host/RequestInbox.h"
 
 #include "controller_host/LineDouble.h"
-#include "platform/Waiting.h"
+#include "platform/processes/Waiting.h"
 
 #include <future>
 #include <memory>

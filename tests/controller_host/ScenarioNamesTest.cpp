@@ -1,7 +1,7 @@
 #include "AnswersFixture.h"
 
-#include "platform/FileSystem.h"
-#include "platform/NativePath.h"
+#include "platform/files/FileSystem.h"
+#include "platform/files/NativePath.h"
 #include "support/ZipWriter.h"
 
 namespace {

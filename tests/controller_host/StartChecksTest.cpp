@@ -5,9 +5,9 @@
 #include <gtest/gtest.h>
 
 #include "modules/ModuleFiles.h"
-#include "platform/Directories.h"
-#include "platform/NativePath.h"
-#include "platform/Text.h"
+#include "platform/files/Directories.h"
+#include "platform/files/NativePath.h"
+#include "text/Text.h"
 #include "support/TemporaryFolder.h"
 #include "support/TestProcess.h"
 
@@ -35,7 +35,7 @@ protected:
         for (const std::wstring& problem : problems) {
             text += problem + L"\n";
         }
-        return platform::ToUtf8(text);
+        return text::ToUtf8(text);
     }
 
     const TemporaryFolder folder;

@@ -1,8 +1,8 @@
 #include "crash/Conversation.h"
 
-#include "companion/ControllerCSWrapper.h"
+#include "ControllerCSWrapper/ControllerCSWrapper.h"
 #include "local_socket/support/Module.h"
-#include "platform/Text.h"
+#include "text/Text.h"
 #include "support/Deadline.h"
 #include "support/TestProcess.h"
 
@@ -69,7 +69,7 @@ bool Conversation::Meet(void* process) {
 void Conversation::Send(const std::wstring& request, const std::wstring& content) {
     // A host that dies lets go of its connections before its end can be seen.
     if (!extension->PostEvent(request, content) && !test_support::WaitUntilSignalled(host)) {
-        throw std::runtime_error("a living host does not take " + platform::ToUtf8(request));
+        throw std::runtime_error("a living host does not take " + text::ToUtf8(request));
     }
 }
 
@@ -138,7 +138,7 @@ std::optional<Conversation::Event> Conversation::NextNamed(const std::wstring& n
         if (event->name == changes) {
             std::vector<JobStatusInfo> changed;
             if (!ControllerCSWrapper::Deserialize(event->content, changed)) {
-                throw std::runtime_error("changes that cannot be read: " + platform::ToUtf8(event->content));
+                throw std::runtime_error("changes that cannot be read: " + text::ToUtf8(event->content));
             }
             tellChanges(changed);
         }
@@ -146,7 +146,7 @@ std::optional<Conversation::Event> Conversation::NextNamed(const std::wstring& n
             return event;
         }
         if (event->name == L"RequestRefused") {
-            throw std::runtime_error(platform::ToUtf8(event->content));
+            throw std::runtime_error(text::ToUtf8(event->content));
         }
     }
     return std::nullopt;

@@ -1,10 +1,10 @@
 #pragma once
 
-#include "modules/CallbackFunctor.h"
-#include "modules/EventTransmitter.h"
-#include "modules/EventTransmitterExtension.h"
-#include "platform/Waiting.h"
-#include "records/JobRecords.h"
+#include "CommonControllerLib/CallbackFunctor.h"
+#include "CommonControllerLib/EventTransmitter.h"
+#include "controller_plugins/EventTransmitterExtension.h"
+#include "platform/processes/Waiting.h"
+#include "CommonControllerLib/JobRecords.h"
 
 #include <deque>
 #include <functional>

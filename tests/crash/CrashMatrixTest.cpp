@@ -2,9 +2,9 @@
 #include "crash/Visitor.h"
 
 #include "local_socket/support/MeetingPlaces.h"
-#include "platform/Environment.h"
-#include "platform/Text.h"
-#include "platform/Waiting.h"
+#include "platform/system/Environment.h"
+#include "text/Text.h"
+#include "platform/processes/Waiting.h"
 
 #include <chrono>
 #include <exception>
@@ -17,7 +17,7 @@
 namespace {
 
 using namespace crash;
-using platform::FaultPoint;
+using fault_points::FaultPoint;
 
 /// How many hosts die in one data folder before the next begins afresh: damage is to add up and be seen.
 constexpr std::uint64_t roundsInAFolder = 25;
@@ -88,7 +88,7 @@ std::vector<std::size_t> ShuffledTurn(std::uint64_t seed, std::uint64_t turn) {
 class Folder {
 public:
     Folder(std::uint64_t runSeed, Tally& runTally)
-        : seed(runSeed), tally(runTally), meetingPlace(platform::FromUtf8(NewMeetingPlace())), site(meetingPlace),
+        : seed(runSeed), tally(runTally), meetingPlace(text::FromUtf8(NewMeetingPlace())), site(meetingPlace),
           visitor(site, ledger, meetingPlace) {}
 
     ~Folder() {

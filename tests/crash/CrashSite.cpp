@@ -1,13 +1,13 @@
 #include "crash/CrashSite.h"
 
 #include "crash/EndOwnProcess.h"
-#include "platform/Directories.h"
-#include "platform/Environment.h"
-#include "platform/FileSystem.h"
-#include "platform/NativePath.h"
-#include "platform/Process.h"
-#include "platform/Text.h"
-#include "platform/Waiting.h"
+#include "platform/files/Directories.h"
+#include "platform/system/Environment.h"
+#include "platform/files/FileSystem.h"
+#include "platform/files/NativePath.h"
+#include "platform/processes/Process.h"
+#include "text/Text.h"
+#include "platform/processes/Waiting.h"
 #include "support/Deadline.h"
 #include "support/OtherProcesses.h"
 #include "support/TestProcess.h"
@@ -20,14 +20,14 @@ namespace {
 
 /// Both systems take slashes, which JSON does not change.
 std::string Quoted(const std::wstring& path) {
-    std::string text = platform::ToUtf8(platform::ToNativeText(path));
+    std::string text = text::ToUtf8(platform::ToNativeText(path));
     std::replace(text.begin(), text.end(), '\\', '/');
     return '"' + text + '"';
 }
 
 void ThrowOn(const platform::Error& error, const std::string& problem) {
     if (error) {
-        throw std::runtime_error(problem + ": " + platform::ToUtf8(error.Text()));
+        throw std::runtime_error(problem + ": " + text::ToUtf8(error.Text()));
     }
 }
 
@@ -120,7 +120,7 @@ void CrashSite::WriteSettings(const std::wstring& meetingPlace) const {
     WriteTextFile(folder / L"settings.json",
                   R"({"version":1,"workDirectory":"work","jobListFile":"job_list.json","logFile":"controller.log",)"
                   R"("cancelGraceSeconds":0,"transmitterName":")" +
-                      platform::ToUtf8(meetingPlace) + R"(","functionModules":[)" +
+                      text::ToUtf8(meetingPlace) + R"(","functionModules":[)" +
                       Quoted(CrashProgram(L"local_process" + extension)) + R"(],"eventTransmitter":)" +
                       Quoted(InProgramFolder(L"local_socket" + extension)) + R"(,"scenarioRunner":)" +
                       Quoted(test_support::ProgramPath(L"scenario_runner")) + R"(,"interpreters":{".steps":[)" +
@@ -128,8 +128,8 @@ void CrashSite::WriteSettings(const std::wstring& meetingPlace) const {
 }
 
 void CrashSite::WriteScenarios() const {
-    const std::string life = "live in " + platform::ToUtf8(Lives()) + "\n";
-    const std::string child = "have child living in " + platform::ToUtf8(Lives()) + "\n";
+    const std::string life = "live in " + text::ToUtf8(Lives()) + "\n";
+    const std::string child = "have child living in " + text::ToUtf8(Lives()) + "\n";
     WriteTextFile(Scenario(L"quick"), life + "exit 0");
     WriteTextFile(Scenario(L"failing"), life + "exit 3");
     WriteTextFile(Scenario(L"waiting"), life + child + "wait");

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "crash/Fault.h"
-#include "platform/ProcessHandle.h"
+#include "platform/processes/ProcessHandle.h"
 #include "support/TemporaryFolder.h"
 
 #include <string>

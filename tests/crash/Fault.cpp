@@ -61,7 +61,7 @@ std::optional<Fault> ParseFault(const std::string& text) {
     if (!(words >> point >> fault.pass) || point < 0 || point >= static_cast<int>(faultPointCount)) {
         return std::nullopt;
     }
-    fault.point = static_cast<platform::FaultPoint>(point);
+    fault.point = static_cast<fault_points::FaultPoint>(point);
     return fault;
 }
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/FaultPoint.h"
+#include "fault_points/FaultPoint.h"
 
 #include <array>
 #include <cstddef>
@@ -9,14 +9,14 @@
 
 namespace crash {
 
-inline constexpr auto faultPointCount = static_cast<std::size_t>(platform::FaultPoint::Count);
+inline constexpr auto faultPointCount = static_cast<std::size_t>(fault_points::FaultPoint::Count);
 
 /// What each point is called where people read it, in the order of the enumeration.
 extern const std::array<const char*, faultPointCount> faultPointNames;
 
 /// The sudden end of a host: at a point, when it is passed for the `pass`th time.
 struct Fault {
-    platform::FaultPoint point = platform::FaultPoint::Count;
+    fault_points::FaultPoint point = fault_points::FaultPoint::Count;
     int pass = 1;
 };
 

@@ -3,8 +3,8 @@
 
 #include "crash/EndOwnProcess.h"
 #include "crash/Fault.h"
-#include "platform/Environment.h"
-#include "platform/FileSystem.h"
+#include "platform/system/Environment.h"
+#include "platform/files/FileSystem.h"
 
 #include <atomic>
 
@@ -22,7 +22,7 @@ std::optional<crash::Fault> CurrentFault() {
 
 } // namespace
 
-void platform::ReachFaultPoint(FaultPoint point) {
+void fault_points::ReachFaultPoint(FaultPoint point) {
     static std::atomic<int> passes{0};
     const auto fault = CurrentFault();
     if (fault && fault->point == point && ++passes >= fault->pass) {

@@ -1,6 +1,6 @@
 #include "crash/Ledger.h"
 
-#include "platform/Text.h"
+#include "text/Text.h"
 
 #include <algorithm>
 #include <stdexcept>
@@ -21,7 +21,7 @@ JobStatus StatusAtStart(JobStatus listed) {
 }
 
 std::string Name(const Ledger::Job& job) {
-    return "job " + std::to_string(job.seqId) + " (" + platform::ToUtf8(job.id) + ", " + platform::ToUtf8(job.mark) +
+    return "job " + std::to_string(job.seqId) + " (" + text::ToUtf8(job.id) + ", " + text::ToUtf8(job.mark) +
            ")";
 }
 
@@ -83,7 +83,7 @@ void Ledger::Told(const std::vector<JobStatusInfo>& changes) {
 
 const Ledger::Job& Ledger::JobOf(const std::wstring& id) const {
     const auto job = FindId(jobs, id);
-    return job != jobs.end() ? *job : throw std::runtime_error("no job " + platform::ToUtf8(id));
+    return job != jobs.end() ? *job : throw std::runtime_error("no job " + text::ToUtf8(id));
 }
 
 void Ledger::Compare(const std::vector<JobListInfo>& list) const {
@@ -132,8 +132,8 @@ void Ledger::CompareUnknown(const std::vector<JobListInfo>& list) const {
     }
     for (const auto& [mark, count] : made) {
         const auto request = unanswered.find(mark);
-        EXPECT_TRUE(request != unanswered.end()) << "jobs that nobody asked for: " << platform::ToUtf8(mark);
-        EXPECT_TRUE(request == unanswered.end() || request->second == count) << platform::ToUtf8(mark) << " in part";
+        EXPECT_TRUE(request != unanswered.end()) << "jobs that nobody asked for: " << text::ToUtf8(mark);
+        EXPECT_TRUE(request == unanswered.end() || request->second == count) << text::ToUtf8(mark) << " in part";
     }
 }
 

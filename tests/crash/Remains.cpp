@@ -1,12 +1,12 @@
 #include "crash/Remains.h"
 
-#include "companion/ControllerCSWrapper.h"
-#include "companion/RunProtocol.h"
-#include "platform/FileLock.h"
-#include "platform/FileSystem.h"
-#include "platform/NativePath.h"
-#include "platform/Text.h"
-#include "platform/Waiting.h"
+#include "ControllerCSWrapper/ControllerCSWrapper.h"
+#include "formats/RunProtocol.h"
+#include "platform/files/FileLock.h"
+#include "platform/files/FileSystem.h"
+#include "platform/files/NativePath.h"
+#include "text/Text.h"
+#include "platform/processes/Waiting.h"
 #include "support/Deadline.h"
 
 #include <set>
@@ -22,7 +22,7 @@ using std::chrono::steady_clock;
 std::vector<platform::FolderEntry> EntriesOf(const std::wstring& folder) {
     std::vector<platform::FolderEntry> entries;
     const platform::Error error = platform::ListFolder(folder, entries);
-    EXPECT_TRUE(!error || error.kind == platform::ErrorKind::NotFound) << platform::ToUtf8(error.Text());
+    EXPECT_TRUE(!error || error.kind == platform::ErrorKind::NotFound) << text::ToUtf8(error.Text());
     return entries;
 }
 
@@ -98,7 +98,7 @@ void CompareWorkDirectories(const CrashSite& site, const std::vector<JobListInfo
             << "job " << job.seqId << " has started and has no work directory (any more)";
     }
     for (const platform::FolderEntry& entry : EntriesOf(site.WorkDirectory())) {
-        EXPECT_TRUE(ids.contains(entry.name)) << "a work directory of no job: " << platform::ToUtf8(entry.name);
+        EXPECT_TRUE(ids.contains(entry.name)) << "a work directory of no job: " << text::ToUtf8(entry.name);
         ++tally.workDirectoriesCompared;
     }
 }
@@ -106,7 +106,7 @@ void CompareWorkDirectories(const CrashSite& site, const std::vector<JobListInfo
 void ExpectNoStrayFiles(const CrashSite& site) {
     for (const platform::FolderEntry& entry : EntriesOf(site.Folder())) {
         for (const wchar_t* const trace : {L".tmp-", L".corrupt-", L".replaced"}) {
-            EXPECT_EQ(entry.name.find(trace), std::wstring::npos) << "left behind: " << platform::ToUtf8(entry.name);
+            EXPECT_EQ(entry.name.find(trace), std::wstring::npos) << "left behind: " << text::ToUtf8(entry.name);
         }
     }
 }

@@ -2,7 +2,7 @@
 
 #include "crash/CrashSite.h"
 #include "crash/Tally.h"
-#include "records/JobRecords.h"
+#include "CommonControllerLib/JobRecords.h"
 
 #include <vector>
 

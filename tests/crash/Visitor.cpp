@@ -1,7 +1,7 @@
 #include "crash/Visitor.h"
 
-#include "companion/ControllerCSWrapper.h"
-#include "platform/Text.h"
+#include "ControllerCSWrapper/ControllerCSWrapper.h"
+#include "text/Text.h"
 
 #include <algorithm>
 #include <iterator>
@@ -17,7 +17,7 @@ bool HasEnded(const Ledger::Job& job) {
 template <class Value>
 void Read(const std::wstring& content, Value& value) {
     if (!ControllerCSWrapper::Deserialize(content, value)) {
-        throw std::runtime_error("cannot read " + platform::ToUtf8(content));
+        throw std::runtime_error("cannot read " + text::ToUtf8(content));
     }
 }
 

@@ -1,6 +1,6 @@
 #include "doubles/RecordingCompanion.h"
 
-#include "support/Numbers.h"
+#include "text/Numbers.h"
 
 #include <cstdlib>
 

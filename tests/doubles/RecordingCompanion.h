@@ -1,8 +1,8 @@
 #pragma once
 
 #include "doubles/ScriptedMessages.h"
-#include "records/JobRecords.h"
-#include "records/ScenarioRecords.h"
+#include "CommonControllerLib/JobRecords.h"
+#include "CommonControllerLib/ScenarioRecords.h"
 
 #include <cstddef>
 #include <functional>

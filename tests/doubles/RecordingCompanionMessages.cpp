@@ -1,4 +1,4 @@
-#include "companion/ControllerCSWrapper.h"
+#include "ControllerCSWrapper/ControllerCSWrapper.h"
 #include "doubles/RecordingCompanion.h"
 
 #include <numeric>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "engine/JobEntry.h"
+#include "CommonControllerLib/JobEntry.h"
 
 #include <string>
 

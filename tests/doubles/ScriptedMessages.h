@@ -1,7 +1,7 @@
 #pragma once
 
-#include "records/JobRecords.h"
-#include "records/ScenarioRecords.h"
+#include "CommonControllerLib/JobRecords.h"
+#include "CommonControllerLib/ScenarioRecords.h"
 
 #include <map>
 #include <string>

@@ -3,8 +3,8 @@
 #include <bit>
 #include <cstdint>
 
-#include "platform/ProcessHandle.h"
-#include "platform/Waiting.h"
+#include "platform/processes/ProcessHandle.h"
+#include "platform/processes/Waiting.h"
 
 ScriptedProcess::ScriptedProcess()
     : end(std::make_shared<platform::Event>()), handle(platform::CopyHandle(end->Handle())) {}

@@ -1,6 +1,6 @@
 #include "engine/EngineFixture.h"
 
-#include "platform/FileSystem.h"
+#include "platform/files/FileSystem.h"
 #include "platform/SystemHelpers.h"
 
 #include <algorithm>

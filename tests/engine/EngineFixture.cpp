@@ -1,7 +1,7 @@
 #include "engine/EngineFixture.h"
 
-#include "platform/Clock.h"
-#include "support/PathFuncs.h"
+#include "platform/system/Clock.h"
+#include "CommonControllerLib/PathFuncs.h"
 
 #include <algorithm>
 #include <future>

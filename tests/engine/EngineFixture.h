@@ -2,8 +2,8 @@
 
 #include "doubles/RecordingCompanion.h"
 #include "doubles/ScriptedProcess.h"
-#include "engine/JobEntryManagerBase.h"
-#include "modules/FunctionManager.h"
+#include "CommonControllerLib/JobEntryManagerBase.h"
+#include "CommonControllerLib/FunctionManager.h"
 #include "modules/ModuleFiles.h"
 #include "support/TemporaryFolder.h"
 

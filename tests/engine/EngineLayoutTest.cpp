@@ -1,4 +1,4 @@
-#include "engine/JobEntryManagerBase.h"
+#include "CommonControllerLib/JobEntryManagerBase.h"
 
 #include "support/MemberPlaces.h"
 

@@ -1,7 +1,7 @@
-#include "engine/JobEntry.h"
+#include "CommonControllerLib/JobEntry.h"
 
 #include "doubles/RecordingCompanion.h"
-#include "platform/FileSystem.h"
+#include "platform/files/FileSystem.h"
 #include "support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>

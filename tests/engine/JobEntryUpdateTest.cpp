@@ -1,4 +1,4 @@
-#include "engine/JobEntry.h"
+#include "CommonControllerLib/JobEntry.h"
 
 #include "doubles/RecordingCompanion.h"
 #include "doubles/ScriptedProcess.h"

@@ -1,7 +1,7 @@
 #include "EngineFixture.h"
 
-#include "platform/NativePath.h"
-#include "platform/Text.h"
+#include "platform/files/NativePath.h"
+#include "text/Text.h"
 
 #include <stdexcept>
 
@@ -37,7 +37,7 @@ protected:
     }
 
     static bool Holds(const std::wstring& text, const std::wstring& part) {
-        EXPECT_NE(text.find(part), std::wstring::npos) << platform::ToUtf8(text);
+        EXPECT_NE(text.find(part), std::wstring::npos) << text::ToUtf8(text);
         return text.find(part) != std::wstring::npos;
     }
 };
@@ -47,7 +47,7 @@ TEST_F(JobFailureTest, AnOutputDirectoryThatCannotBeMadeIsNamedWithTheSystemsWor
     const std::wstring reason = FailureOfAStart();
     const std::wstring start =
         L"The output directory " + platform::ToNativeText(folder / L"out\\a") + L" cannot be made: ";
-    EXPECT_TRUE(reason.starts_with(start) && reason.size() > start.size() + 1) << platform::ToUtf8(reason);
+    EXPECT_TRUE(reason.starts_with(start) && reason.size() > start.size() + 1) << text::ToUtf8(reason);
 }
 
 TEST_F(JobFailureTest, AModulesOwnWordsArePassedOn) {

@@ -1,6 +1,6 @@
 #include "engine/EngineFixture.h"
 
-#include "support/ControllerLogManager.h"
+#include "CommonControllerLib/ControllerLogManager.h"
 
 namespace {
 

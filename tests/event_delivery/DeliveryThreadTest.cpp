@@ -1,4 +1,4 @@
-#include "event_delivery/DeliveryThread.h"
+#include "transport/event_delivery/DeliveryThread.h"
 
 #include <chrono>
 #include <future>

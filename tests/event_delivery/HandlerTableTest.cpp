@@ -1,4 +1,4 @@
-#include "event_delivery/HandlerTable.h"
+#include "transport/event_delivery/HandlerTable.h"
 
 #include <functional>
 #include <future>

@@ -1,9 +1,9 @@
 #include "FaultFixture.h"
 
-#include "companion/ControllerCSWrapper.h"
-#include "platform/FileSystem.h"
-#include "platform/NativePath.h"
-#include "platform/Text.h"
+#include "ControllerCSWrapper/ControllerCSWrapper.h"
+#include "platform/files/FileSystem.h"
+#include "platform/files/NativePath.h"
+#include "text/Text.h"
 #include "support/OtherProcesses.h"
 
 FaultFixture::FaultFixture() {
@@ -18,14 +18,14 @@ void FaultFixture::Place(const std::string& jobList, const std::string& log, con
     replace(R"("logFile":"")", R"("logFile":")" + log + "\"");
     replace(R"("workDirectory":"work")", R"("workDirectory":")" + workDirectory + "\"");
     WriteSettings(settings);
-    listFile = platform::ResolveAgainst(folder.Path(), platform::FromUtf8(jobList));
-    logFile = platform::ResolveAgainst(folder.Path(), platform::FromUtf8(log));
+    listFile = platform::ResolveAgainst(folder.Path(), text::FromUtf8(jobList));
+    logFile = platform::ResolveAgainst(folder.Path(), text::FromUtf8(log));
 }
 
 std::vector<JobListInfo> FaultFixture::SavedJobs() const {
     std::vector<JobListInfo> jobs;
     if (platform::Exists(listFile)) {
-        EXPECT_TRUE(ControllerCSWrapper::Deserialize(platform::FromUtf8(ReadTextFile(listFile)), jobs));
+        EXPECT_TRUE(ControllerCSWrapper::Deserialize(text::FromUtf8(ReadTextFile(listFile)), jobs));
     }
     return jobs;
 }

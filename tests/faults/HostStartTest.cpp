@@ -1,8 +1,8 @@
 #include "FaultFixture.h"
 
-#include "platform/FileSystem.h"
-#include "platform/NativePath.h"
-#include "platform/Text.h"
+#include "platform/files/FileSystem.h"
+#include "platform/files/NativePath.h"
+#include "text/Text.h"
 #include "support/OtherProcesses.h"
 
 #include <algorithm>
@@ -106,7 +106,7 @@ TEST_F(HostStartTest, ADamagedListWithoutABackupIsToldByEveryHostUntilItIsDealtW
     FrontEnd(meetingPlace).Terminate();
     ASSERT_EQ(AwaitHostEnd(), ended);
     ASSERT_EQ(BesideList(L".corrupt-").size(), 1U);
-    const std::string told = "kept as " + platform::ToUtf8(platform::ToNativeText(BesideList(L".corrupt-")[0])) + ":";
+    const std::string told = "kept as " + text::ToUtf8(platform::ToNativeText(BesideList(L".corrupt-")[0])) + ":";
     EXPECT_EQ(CountInLog(told), 1) << Log();
     SaveTwoJobs();
     EXPECT_EQ(CountInLog(told), 2) << Log();

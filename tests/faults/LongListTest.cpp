@@ -1,7 +1,7 @@
 #include "FaultFixture.h"
 
-#include "companion/ControllerCSWrapper.h"
-#include "platform/Text.h"
+#include "ControllerCSWrapper/ControllerCSWrapper.h"
+#include "text/Text.h"
 
 namespace {
 
@@ -38,7 +38,7 @@ std::vector<std::wstring> IdsOf(const std::vector<JobListInfo>& jobs, std::size_
 
 TEST_F(LongListTest, ItIsLoadedGrowsAndShrinks) {
     const std::vector<JobListInfo> jobs = EndedJobs();
-    WriteTextFile(listFile, platform::ToUtf8(ControllerCSWrapper::Serialize(L"JobList", jobs)));
+    WriteTextFile(listFile, text::ToUtf8(ControllerCSWrapper::Serialize(L"JobList", jobs)));
     StartHost();
     FrontEnd frontEnd(meetingPlace);
     EXPECT_EQ(frontEnd.Jobs(), jobs);

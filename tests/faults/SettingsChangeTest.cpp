@@ -1,6 +1,6 @@
 #include "FaultFixture.h"
 
-#include "platform/FileSystem.h"
+#include "platform/files/FileSystem.h"
 
 namespace {
 

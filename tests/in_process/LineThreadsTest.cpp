@@ -1,4 +1,4 @@
-#include "in_process/Line.h"
+#include "transport/in_process/Line.h"
 
 #include "EventRecorder.h"
 #include "support/Deadline.h"

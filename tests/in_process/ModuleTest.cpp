@@ -1,12 +1,12 @@
 #include "EventRecorder.h"
 #include "ScriptedTransmitter.h"
 #include "TurnedClock.h"
-#include "cli/CLIPresenter.h"
+#include "CommonControllerLib/CLIPresenter.h"
 #include "doubles/RecordingCompanion.h"
-#include "modules/EventTransmitterExtension.h"
-#include "modules/EventTransmitterManager.h"
+#include "controller_plugins/EventTransmitterExtension.h"
+#include "CommonControllerLib/EventTransmitterManager.h"
 #include "modules/ModuleFiles.h"
-#include "platform/LineEnd.h"
+#include "platform/terminal/LineEnd.h"
 #include "support/TemporaryFolder.h"
 
 #include <string>

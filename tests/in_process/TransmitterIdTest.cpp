@@ -1,4 +1,4 @@
-#include "in_process/TransmitterId.h"
+#include "transport/in_process/TransmitterId.h"
 
 #include <optional>
 #include <string>

@@ -2,12 +2,12 @@
 
 #include <optional>
 
-#include "platform/ErrorOutput.h"
-#include "platform/FileSystem.h"
-#include "platform/LineEnd.h"
-#include "platform/NativePath.h"
-#include "platform/SharedLibrary.h"
-#include "platform/Text.h"
+#include "platform/terminal/ErrorOutput.h"
+#include "platform/files/FileSystem.h"
+#include "platform/terminal/LineEnd.h"
+#include "platform/files/NativePath.h"
+#include "platform/system/SharedLibrary.h"
+#include "text/Text.h"
 #include "support/OtherProcesses.h"
 
 namespace {
@@ -61,7 +61,7 @@ TEST_F(CommandLineTest, WhyTheTransmitterCannotBeLoadedIsTold) {
     std::string text = UsualSettings("job_list.json");
     WriteSettings(text.insert(text.find('{') + 1, R"("eventTransmitter":"missing",)"));
     const std::string reason =
-        "missing cannot be loaded: " + platform::ToUtf8(platform::LoadProblem(folder / L"missing"));
+        "missing cannot be loaded: " + text::ToUtf8(platform::LoadProblem(folder / L"missing"));
     for (const wchar_t* const command : {L"--list", L"-s1"}) {
         const Ending ending = Cli({command});
         EXPECT_EQ(ending.exitCode, 3);
@@ -159,7 +159,7 @@ TEST_F(CommandLineTest, AFrontEndWhoseReaderHasGoneEnds) {
         ASSERT_TRUE(test_support::ReadUntil(*pipe, "Job " + number));
         pipe.reset();
         // Windows tells of it when the next change is written.
-        EXPECT_EQ(Cli({L"--cancel", platform::FromUtf8(number)}).exitCode, 0);
+        EXPECT_EQ(Cli({L"--cancel", text::FromUtf8(number)}).exitCode, 0);
         ASSERT_TRUE(test_support::WaitUntilSignalled(showing.Get()));
         EXPECT_EQ(platform::ExitCode(showing.Get()), 141);
     }

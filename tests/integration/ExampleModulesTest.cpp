@@ -1,9 +1,9 @@
-#include "companion/ControllerCSWrapper.h"
-#include "modules/FunctionManager.h"
-#include "platform/Directories.h"
-#include "platform/NativePath.h"
-#include "platform/Process.h"
-#include "platform/Text.h"
+#include "ControllerCSWrapper/ControllerCSWrapper.h"
+#include "CommonControllerLib/FunctionManager.h"
+#include "platform/files/Directories.h"
+#include "platform/files/NativePath.h"
+#include "platform/processes/Process.h"
+#include "text/Text.h"
 #include "support/TemporaryFolder.h"
 #include "support/TestProcess.h"
 
@@ -24,14 +24,14 @@ protected:
 
     const TemporaryFolder folder;
     const FunctionManager functions{
-        {platform::ProgramFolder() + L"\\" + platform::FromUtf8(GetParam()) + platform::moduleExtension}};
+        {platform::ProgramFolder() + L"\\" + text::FromUtf8(GetParam()) + platform::moduleExtension}};
     std::wstring answer;
 };
 
 TEST_P(ExampleModulesTest, TheAnswerNamesTheProcessThatWasStarted) {
-    ASSERT_EQ(RunScenario(test_support::ProgramPath(L"test_process")), 0) << platform::ToUtf8(answer);
+    ASSERT_EQ(RunScenario(test_support::ProgramPath(L"test_process")), 0) << text::ToUtf8(answer);
     void* process = nullptr;
-    ASSERT_TRUE(ControllerCSWrapper::Deserialize(answer, process)) << platform::ToUtf8(answer);
+    ASSERT_TRUE(ControllerCSWrapper::Deserialize(answer, process)) << text::ToUtf8(answer);
     const platform::OwnedHandle owned(process);
     EXPECT_TRUE(test_support::WaitUntilSignalled(process));
     // The path of the run request is none of its commands.

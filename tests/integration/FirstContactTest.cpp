@@ -1,10 +1,10 @@
 #include "HostProcessFixture.h"
 
 #include "modules/ModuleFiles.h"
-#include "platform/Environment.h"
-#include "platform/LineEnd.h"
-#include "platform/NativePath.h"
-#include "platform/Text.h"
+#include "platform/system/Environment.h"
+#include "platform/terminal/LineEnd.h"
+#include "platform/files/NativePath.h"
+#include "text/Text.h"
 #include "support/OtherProcesses.h"
 
 #include <algorithm>
@@ -118,7 +118,7 @@ TEST_F(FirstContactTest, ARequestOfAHundredThousandSetsIsAnsweredWhole) {
 TEST_F(FirstContactTest, ATransmitterWithTheTwoOperationsAloneIsEnough) {
     std::string settings = UsualSettings("job_list.json");
     const std::string module =
-        platform::ToUtf8(platform::ToNativeText(test_modules::ModulePath(L"transmitter_two_operations")));
+        text::ToUtf8(platform::ToNativeText(test_modules::ModulePath(L"transmitter_two_operations")));
     std::string escaped;
     for (const char character : module) {
         escaped += character == '\\' ? "\\\\" : std::string(1, character);

@@ -1,8 +1,8 @@
 #include "FrontEnd.h"
 
-#include "companion/ControllerCSWrapper.h"
+#include "ControllerCSWrapper/ControllerCSWrapper.h"
 #include "local_socket/support/Module.h"
-#include "platform/Text.h"
+#include "text/Text.h"
 #include "support/Deadline.h"
 
 #include <algorithm>
@@ -18,7 +18,7 @@ template <class Value>
 Value Read(const std::wstring& content) {
     Value value;
     if (!ControllerCSWrapper::Deserialize(content, value)) {
-        throw std::runtime_error("cannot read " + platform::ToUtf8(content));
+        throw std::runtime_error("cannot read " + text::ToUtf8(content));
     }
     return value;
 }
@@ -59,7 +59,7 @@ FrontEnd::~FrontEnd() {
 std::wstring FrontEnd::Ask(const std::wstring& request, const std::wstring& content, const std::wstring& answer) {
     std::size_t position = CountEvents();
     if (!extension->PostEvent(request, content)) {
-        throw std::runtime_error("no host takes " + platform::ToUtf8(request));
+        throw std::runtime_error("no host takes " + text::ToUtf8(request));
     }
     return AwaitEvent(answer, position);
 }
@@ -137,7 +137,7 @@ std::vector<JobStatusInfo> FrontEnd::NextUpdates(std::chrono::milliseconds longe
 std::wstring FrontEnd::AwaitEvent(const std::wstring& name, std::size_t& from) {
     Lock lock(mutex);
     if (!FindEvent(lock, name, test_support::patience, from)) {
-        throw std::runtime_error("waited in vain for " + platform::ToUtf8(name));
+        throw std::runtime_error("waited in vain for " + text::ToUtf8(name));
     }
     return events[from++].content;
 }

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "modules/CallbackFunctor.h"
-#include "modules/EventTransmitter.h"
-#include "modules/EventTransmitterExtension.h"
-#include "records/JobRecords.h"
+#include "CommonControllerLib/CallbackFunctor.h"
+#include "CommonControllerLib/EventTransmitter.h"
+#include "controller_plugins/EventTransmitterExtension.h"
+#include "CommonControllerLib/JobRecords.h"
 
 #include <chrono>
 #include <condition_variable>

@@ -1,9 +1,9 @@
 #include "HostProcessFixture.h"
 
-#include "companion/HostLock.h"
-#include "platform/FileSystem.h"
-#include "platform/NativePath.h"
-#include "platform/Text.h"
+#include "formats/HostLock.h"
+#include "platform/files/FileSystem.h"
+#include "platform/files/NativePath.h"
+#include "text/Text.h"
 
 namespace {
 
@@ -21,7 +21,7 @@ protected:
     /// The same list, but another name.
     void RenameMeetingPlace() const {
         std::string text = UsualSettings("job_list.json");
-        const std::string name = platform::ToUtf8(meetingPlace);
+        const std::string name = text::ToUtf8(meetingPlace);
         WriteSettings(text.replace(text.find(name), name.size(), name + "-other"));
     }
 };
@@ -40,7 +40,7 @@ TEST_F(HostPlaceTest, TheLockSaysWhichProcessHasItAndWhereItListens) {
     const auto second = test_support::RunToEnd(Host({}));
     EXPECT_EQ(second.exitCode, 4);
     EXPECT_TRUE(Contains(second.output, ProcessOfHost() + ", since 20")) << second.output;
-    EXPECT_TRUE(Contains(second.output, " UTC, at " + platform::ToUtf8(holder.place))) << second.output;
+    EXPECT_TRUE(Contains(second.output, " UTC, at " + text::ToUtf8(holder.place))) << second.output;
 }
 
 TEST_F(HostPlaceTest, TheStatusSaysWhetherAHostRunsAndForWhatJobsWouldFail) {

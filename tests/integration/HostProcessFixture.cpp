@@ -1,14 +1,14 @@
 #include "HostProcessFixture.h"
 
-#include "companion/ControllerCSWrapper.h"
+#include "ControllerCSWrapper/ControllerCSWrapper.h"
 #include "local_socket/support/MeetingPlaces.h"
-#include "platform/Directories.h"
-#include "platform/Environment.h"
-#include "platform/FileLock.h"
-#include "platform/FileSystem.h"
-#include "platform/NativePath.h"
-#include "platform/Text.h"
-#include "platform/Waiting.h"
+#include "platform/files/Directories.h"
+#include "platform/system/Environment.h"
+#include "platform/files/FileLock.h"
+#include "platform/files/FileSystem.h"
+#include "platform/files/NativePath.h"
+#include "text/Text.h"
+#include "platform/processes/Waiting.h"
 #include "support/Deadline.h"
 #include "support/OtherProcesses.h"
 
@@ -32,7 +32,7 @@ std::wstring PathWithPrograms() {
 
 } // namespace
 
-HostProcessFixture::HostProcessFixture() : meetingPlace(platform::FromUtf8(NewMeetingPlace())) {
+HostProcessFixture::HostProcessFixture() : meetingPlace(text::FromUtf8(NewMeetingPlace())) {
     WriteSettings(UsualSettings("job_list.json"));
     WriteTextFile(folder / L"inputs.txt", "an input");
 }
@@ -95,17 +95,17 @@ void HostProcessFixture::WriteSettings(const std::string& text) const {
 std::string HostProcessFixture::UsualSettings(const std::string& jobList) const {
     return R"({"version":1,"workDirectory":"work","logFile":"","cancelGraceSeconds":1,)"
            R"("interpreters":{".rb":["test_scenario"]},"jobListFile":")" +
-           jobList + R"(","transmitterName":")" + platform::ToUtf8(meetingPlace) + "\"}";
+           jobList + R"(","transmitterName":")" + text::ToUtf8(meetingPlace) + "\"}";
 }
 
 std::wstring HostProcessFixture::JobsFile(const std::string& steps, int count) {
     const std::string scenario = "scenario" + std::to_string(++scenarios) + ".rb";
-    WriteTextFile(folder / platform::FromUtf8(scenario), steps);
+    WriteTextFile(folder / text::FromUtf8(scenario), steps);
     return JobsFileFor(scenario, count);
 }
 
 std::wstring HostProcessFixture::JobsFileFor(const std::string& scenario, int count) const {
-    std::wstring path = folder / platform::FromUtf8(scenario + ".jobs.json");
+    std::wstring path = folder / text::FromUtf8(scenario + ".jobs.json");
     WriteTextFile(path, R"({"EnqueueJobs":[{"scenario":{"id":")" + scenario + R"("},"inputFileSets":[)" +
                             RepeatedInputs(count) + R"(],"outputDir":"out"}]})");
     return path;

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "FrontEnd.h"
-#include "platform/Process.h"
-#include "platform/ProcessHandle.h"
+#include "platform/processes/Process.h"
+#include "platform/processes/ProcessHandle.h"
 #include "support/Deadline.h"
 #include "support/TemporaryFolder.h"
 #include "support/TestProcess.h"

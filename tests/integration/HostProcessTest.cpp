@@ -1,12 +1,12 @@
 #include "HostProcessFixture.h"
 #include "ScenarioTraces.h"
 
-#include "cli/CLIPresenter.h"
-#include "platform/Directories.h"
-#include "platform/FileSystem.h"
-#include "platform/LineEnd.h"
-#include "platform/NativePath.h"
-#include "platform/Text.h"
+#include "CommonControllerLib/CLIPresenter.h"
+#include "platform/files/Directories.h"
+#include "platform/files/FileSystem.h"
+#include "platform/terminal/LineEnd.h"
+#include "platform/files/NativePath.h"
+#include "text/Text.h"
 #include "support/OtherProcesses.h"
 #include "support/ZipWriter.h"
 
@@ -20,7 +20,7 @@ class HostProcessTest : public HostProcessFixture {
 protected:
     /// A scenario with a family of processes that do not heed requests, in a package that holds its program.
     std::wstring PackagedFamily() const {
-        const std::string program = "bin/test_scenario" + platform::ToUtf8(platform::programExtension);
+        const std::string program = "bin/test_scenario" + text::ToUtf8(platform::programExtension);
         ZipEntry manifest;
         manifest.name = "manifest.json";
         manifest.content = R"({"version":1,"displayName":"Family","executable":")" + program + "\"}";
@@ -69,7 +69,7 @@ TEST_F(HostProcessTest, AStartInTheBackgroundNamesWhatJobsWouldFailFor) {
     const test_support::Ending start = test_support::RunToEnd(Host({L"--background"}));
     EXPECT_EQ(start.exitCode, 0) << start.output;
     for (const wchar_t* const file : {L"no_module.so", L"no_runner"}) {
-        EXPECT_NE(start.output.find(platform::ToUtf8(platform::ToNativeText(folder / file))), std::string::npos)
+        EXPECT_NE(start.output.find(text::ToUtf8(platform::ToNativeText(folder / file))), std::string::npos)
             << start.output;
     }
     FrontEnd frontEnd(meetingPlace);

@@ -1,6 +1,6 @@
 #include "IdleFrontEnds.h"
 
-#include "platform/Text.h"
+#include "text/Text.h"
 
 #include <mutex>
 #include <utility>
@@ -9,9 +9,9 @@
 
 IdleFrontEnds::IdleFrontEnds(const std::wstring& meetingPlace, std::size_t count) {
     for (std::size_t number = 0; number < count; ++number) {
-        local_socket::Connection connection = network->Connect(platform::ToUtf8(meetingPlace));
+        local_socket::Connection connection = network->Connect(text::ToUtf8(meetingPlace));
         if (!connection.channel) {
-            ADD_FAILURE() << "front end " << number << ": " << platform::ToUtf8(connection.failure);
+            ADD_FAILURE() << "front end " << number << ": " << text::ToUtf8(connection.failure);
             return;
         }
         const std::lock_guard<std::mutex> guard(network->Lock());

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "local_socket/Frame.h"
-#include "local_socket/Network.h"
+#include "transport/local_socket/Frame.h"
+#include "transport/local_socket/Network.h"
 
 #include <cstddef>
 #include <memory>

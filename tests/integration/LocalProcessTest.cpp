@@ -1,6 +1,6 @@
 #include "ScenarioRunFixture.h"
-#include "platform/FileSystem.h"
-#include "platform/NativePath.h"
+#include "platform/files/FileSystem.h"
+#include "platform/files/NativePath.h"
 #include "platform/SystemHelpers.h"
 #include "support/TestProcess.h"
 

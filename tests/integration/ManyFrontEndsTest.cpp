@@ -1,9 +1,9 @@
 #include "HostProcessFixture.h"
 #include "IdleFrontEnds.h"
 
-#include "companion/ControllerCSWrapper.h"
-#include "local_socket/Limits.h"
-#include "platform/LineEnd.h"
+#include "ControllerCSWrapper/ControllerCSWrapper.h"
+#include "transport/local_socket/Limits.h"
+#include "platform/terminal/LineEnd.h"
 #include "support/OtherProcesses.h"
 
 #include <optional>

@@ -1,7 +1,7 @@
 #include "ScenarioRunFixture.h"
-#include "platform/FileSystem.h"
-#include "platform/NativePath.h"
-#include "platform/Text.h"
+#include "platform/files/FileSystem.h"
+#include "platform/files/NativePath.h"
+#include "text/Text.h"
 #include "support/TestProcess.h"
 #include "support/ZipWriter.h"
 
@@ -37,7 +37,7 @@ TEST_F(ScenarioPackageRunTest, APackagedProgramRuns) {
         StartPackage(R"({"version":1,"displayName":"Packaged","executable":"bin/packaged.exe","successExitCodes":[4]})",
                      {Entry("bin/packaged.exe", program), Entry("bin/steps.txt", "print from a package\nexit 4")}),
         0);
-    EXPECT_EQ(AwaitEnd(), 0) << platform::ToUtf8(FirstMessage());
+    EXPECT_EQ(AwaitEnd(), 0) << text::ToUtf8(FirstMessage());
     EXPECT_TRUE(Result().succeeded) << Log();
     EXPECT_EQ(Log(), "from a package\n");
     EXPECT_TRUE(platform::Exists(InWorkDir(L"package\\bin\\steps.txt")));
@@ -48,7 +48,7 @@ TEST_F(ScenarioPackageRunTest, APackagedScriptRunsWithItsInterpreter) {
                   R"({"version":1,"displayName":"Packaged","entryPoint":"main.steps","interpreter":"test_scenario"})",
                   {Entry("main.steps", "print from a package")}),
               0);
-    EXPECT_EQ(AwaitEnd(), 0) << platform::ToUtf8(FirstMessage());
+    EXPECT_EQ(AwaitEnd(), 0) << text::ToUtf8(FirstMessage());
     EXPECT_TRUE(Result().succeeded);
     EXPECT_EQ(Log(), "from a package\n");
 }
@@ -60,7 +60,7 @@ TEST_F(ScenarioPackageRunTest, APackageIsUnpackedAnewForEachRun) {
                 R"({"version":1,"displayName":"Packaged","entryPoint":"main.steps","interpreter":"test_scenario"})",
                 {Entry("main.steps", text)}),
             0);
-        EXPECT_EQ(AwaitEnd(), 0) << platform::ToUtf8(FirstMessage());
+        EXPECT_EQ(AwaitEnd(), 0) << text::ToUtf8(FirstMessage());
     }
     EXPECT_EQ(Log(), "second\n");
 }

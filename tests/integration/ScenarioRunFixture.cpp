@@ -1,14 +1,14 @@
 #include "ScenarioRunFixture.h"
 #include "ScenarioTraces.h"
 
-#include "companion/ControllerCSWrapper.h"
-#include "companion/Settings.h"
-#include "platform/Directories.h"
-#include "platform/Environment.h"
-#include "platform/FileSystem.h"
-#include "platform/NativePath.h"
-#include "platform/Process.h"
-#include "platform/Text.h"
+#include "ControllerCSWrapper/ControllerCSWrapper.h"
+#include "services/Settings.h"
+#include "platform/files/Directories.h"
+#include "platform/system/Environment.h"
+#include "platform/files/FileSystem.h"
+#include "platform/files/NativePath.h"
+#include "platform/processes/Process.h"
+#include "text/Text.h"
 #include "support/TestProcess.h"
 
 namespace {
@@ -16,7 +16,7 @@ namespace {
 /// A JSON text: paths are written with slashes, which both systems take.
 std::string Quoted(const std::wstring& path) {
     std::string quoted = "\"";
-    for (const char byte : platform::ToUtf8(path)) {
+    for (const char byte : text::ToUtf8(path)) {
         quoted += byte == '\\' ? '/' : byte;
     }
     return quoted + '"';

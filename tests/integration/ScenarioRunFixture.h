@@ -4,9 +4,9 @@
 
 #include <gtest/gtest.h>
 
-#include "companion/RunProtocol.h"
-#include "modules/FunctionManager.h"
-#include "platform/ProcessHandle.h"
+#include "formats/RunProtocol.h"
+#include "CommonControllerLib/FunctionManager.h"
+#include "platform/processes/ProcessHandle.h"
 #include "support/TemporaryFolder.h"
 
 /// A function module and settings in a temporary folder, and one job. Scripts with the extension ".steps" are run by

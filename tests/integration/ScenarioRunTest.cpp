@@ -1,10 +1,10 @@
 #include "ScenarioRunFixture.h"
 #include "ScenarioTraces.h"
 
-#include "platform/FileSystem.h"
-#include "platform/NativePath.h"
-#include "platform/ProgramSearch.h"
-#include "platform/Text.h"
+#include "platform/files/FileSystem.h"
+#include "platform/files/NativePath.h"
+#include "platform/processes/ProgramSearch.h"
+#include "text/Text.h"
 
 namespace {
 
@@ -65,7 +65,7 @@ TEST_F(ScenarioRunTest, TheDescriptionBesideAScriptSaysWhichExitCodesAreSuccesse
 
 TEST_F(ScenarioRunTest, AScenarioIsToldAboutItsRunInNativePaths) {
     Run("print variable CONTROLLER_RUN_INFO");
-    EXPECT_EQ(Log(), platform::ToUtf8(platform::ToNativeText(InWorkDir(L"run_scenario_info.json"))) + "\n");
+    EXPECT_EQ(Log(), text::ToUtf8(platform::ToNativeText(InWorkDir(L"run_scenario_info.json"))) + "\n");
     run_protocol::RunScenarioInfo told;
     std::wstring problem;
     ASSERT_TRUE(run_protocol::ReadRunScenarioInfoFile(InWorkDir(L"run_scenario_info.json"), told, problem));

@@ -1,11 +1,11 @@
 #include "ScenarioRunFixture.h"
 #include "ScenarioTraces.h"
 
-#include "platform/FileSystem.h"
-#include "platform/NativePath.h"
-#include "platform/Process.h"
-#include "platform/Text.h"
-#include "platform/Waiting.h"
+#include "platform/files/FileSystem.h"
+#include "platform/files/NativePath.h"
+#include "platform/processes/Process.h"
+#include "text/Text.h"
+#include "platform/processes/Waiting.h"
 #include "support/OtherProcesses.h"
 #include "support/TestProcess.h"
 
@@ -43,7 +43,7 @@ TEST_F(ScenarioStopTest, AScenarioEndsWithItsHost) {
     settings.graceSeconds = 600;
     UseSteps("ignore requests\nhave family\nbe ready\nwait");
     WriteSettings();
-    WriteTextFile(folder / L"request.json", platform::ToUtf8(run_protocol::SerializeRunScenarioInfo(job)));
+    WriteTextFile(folder / L"request.json", text::ToUtf8(run_protocol::SerializeRunScenarioInfo(job)));
     ASSERT_FALSE(platform::EnsureFolder(job.workDir));
     platform::ProcessStart start;
     start.program = test_support::ProgramPath(L"test_host");

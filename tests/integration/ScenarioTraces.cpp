@@ -1,9 +1,9 @@
 #include "ScenarioTraces.h"
 
-#include "platform/FileSystem.h"
-#include "platform/NativePath.h"
-#include "platform/Text.h"
-#include "platform/Waiting.h"
+#include "platform/files/FileSystem.h"
+#include "platform/files/NativePath.h"
+#include "text/Text.h"
+#include "platform/processes/Waiting.h"
 #include "support/Deadline.h"
 #include "support/OtherProcesses.h"
 #include "support/TestProcess.h"
@@ -14,7 +14,7 @@
 #include <gtest/gtest.h>
 
 void AwaitFile(const std::wstring& workDir, const std::wstring& name) {
-    const test_support::Deadline deadline("the file " + platform::ToUtf8(name));
+    const test_support::Deadline deadline("the file " + text::ToUtf8(name));
     platform::FolderWatch watch(workDir);
     while (!platform::Exists(platform::ResolveAgainst(workDir, name))) {
         platform::WaitForAny({watch.Handle()}, std::nullopt);

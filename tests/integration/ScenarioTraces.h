@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/ProcessHandle.h"
+#include "platform/processes/ProcessHandle.h"
 
 #include <string>
 #include <vector>

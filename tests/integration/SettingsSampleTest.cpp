@@ -1,8 +1,8 @@
 #include "SettingsSample.h"
-#include "companion/ControllerCSWrapper.h"
-#include "companion/Settings.h"
-#include "platform/FileSystem.h"
-#include "platform/Text.h"
+#include "ControllerCSWrapper/ControllerCSWrapper.h"
+#include "services/Settings.h"
+#include "platform/files/FileSystem.h"
+#include "text/Text.h"
 
 #include <gtest/gtest.h>
 
@@ -20,7 +20,7 @@ protected:
 };
 
 TEST_F(SettingsSampleTest, IsReadWithoutAWarning) {
-    EXPECT_EQ(platform::ToUtf8(settings::Problem()), "");
+    EXPECT_EQ(text::ToUtf8(settings::Problem()), "");
     const auto directories = settings::Current()->scenarioDirectories;
     ASSERT_EQ(directories.size(), 1U);
     EXPECT_EQ(directories[0].path, folder / L"scenarios");
@@ -36,7 +36,7 @@ TEST_F(SettingsSampleTest, TheProgramsFindTheirPartsInTheBuildTree) {
          {read.functionModules[0], read.eventTransmitter, read.scenarioRunner, read.stringResourceFile,
           read.scenarioApiDirectory + L"\\ruby\\controller_scenario.rb",
           read.scenarioApiDirectory + L"\\ruby\\controller_scenario\\job.rb"}) {
-        EXPECT_TRUE(platform::Exists(part)) << platform::ToUtf8(part);
+        EXPECT_TRUE(platform::Exists(part)) << text::ToUtf8(part);
     }
 }
 

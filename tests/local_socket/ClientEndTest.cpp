@@ -1,4 +1,4 @@
-#include "local_socket/ClientEnd.h"
+#include "transport/local_socket/ClientEnd.h"
 
 #include <memory>
 #include <string>

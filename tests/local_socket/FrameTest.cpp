@@ -1,4 +1,4 @@
-#include "local_socket/Frame.h"
+#include "transport/local_socket/Frame.h"
 
 #include <cstddef>
 #include <optional>

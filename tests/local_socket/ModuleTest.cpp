@@ -4,7 +4,7 @@
 
 #include <gtest/gtest.h>
 
-#include "companion/ControllerCSWrapper.h"
+#include "ControllerCSWrapper/ControllerCSWrapper.h"
 #include "local_socket/support/MeetingPlaces.h"
 #include "local_socket/support/Module.h"
 #include "local_socket/support/Recording.h"

@@ -1,4 +1,4 @@
-#include "local_socket/Network.h"
+#include "transport/local_socket/Network.h"
 
 #include <chrono>
 #include <memory>

@@ -10,9 +10,9 @@
 
 #include <gtest/gtest.h>
 
-#include "local_socket/ClientEnd.h"
-#include "local_socket/EngineEnd.h"
-#include "local_socket/Frame.h"
+#include "transport/local_socket/ClientEnd.h"
+#include "transport/local_socket/EngineEnd.h"
+#include "transport/local_socket/Frame.h"
 #include "local_socket/support/MeetingPlaces.h"
 #include "local_socket/support/Recording.h"
 

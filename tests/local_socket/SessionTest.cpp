@@ -1,4 +1,4 @@
-#include "local_socket/Session.h"
+#include "transport/local_socket/Session.h"
 
 #include <chrono>
 #include <memory>

@@ -1,4 +1,4 @@
-#include "local_socket/TextEncoding.h"
+#include "transport/local_socket/TextEncoding.h"
 
 #include <optional>
 #include <string>

@@ -1,4 +1,4 @@
-#include "local_socket/TransmitterId.h"
+#include "transport/local_socket/TransmitterId.h"
 
 #include <optional>
 #include <string>

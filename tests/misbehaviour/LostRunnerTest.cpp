@@ -1,8 +1,8 @@
 #include "HostProcessFixture.h"
 #include "ScenarioTraces.h"
 
-#include "companion/ControllerCSWrapper.h"
-#include "platform/FileSystem.h"
+#include "ControllerCSWrapper/ControllerCSWrapper.h"
+#include "platform/files/FileSystem.h"
 #include "support/OtherProcesses.h"
 
 namespace {

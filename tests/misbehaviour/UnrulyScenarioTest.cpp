@@ -1,6 +1,6 @@
 #include "ScenarioRunFixture.h"
 
-#include "companion/ControllerCSWrapper.h"
+#include "ControllerCSWrapper/ControllerCSWrapper.h"
 
 using UnrulyScenarioTest = ScenarioRunFixture;
 

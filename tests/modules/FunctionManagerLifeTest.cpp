@@ -1,4 +1,4 @@
-#include "modules/FunctionManager.h"
+#include "CommonControllerLib/FunctionManager.h"
 
 #include "modules/ModuleFiles.h"
 

@@ -1,7 +1,7 @@
 #include "modules/ModuleFiles.h"
 
-#include "platform/Directories.h"
-#include "platform/SharedLibrary.h"
+#include "platform/files/Directories.h"
+#include "platform/system/SharedLibrary.h"
 
 #include <stdexcept>
 #include <utility>

@@ -1,4 +1,4 @@
-#include "platform/Export.h"
+#include "CommonControllerLib/Export.h"
 
 #include <string>
 #include <vector>

@@ -1,5 +1,5 @@
-#include "modules/EventTransmitter.h"
-#include "platform/Export.h"
+#include "CommonControllerLib/EventTransmitter.h"
+#include "CommonControllerLib/Export.h"
 
 #include <cstdint>
 #include <string>

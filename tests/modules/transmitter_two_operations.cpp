@@ -1,9 +1,9 @@
-#include "local_socket/ClientEnd.h"
-#include "local_socket/EngineEnd.h"
-#include "local_socket/ProcessEnd.h"
-#include "local_socket/TransmitterId.h"
-#include "modules/EventTransmitter.h"
-#include "platform/Export.h"
+#include "transport/local_socket/ClientEnd.h"
+#include "transport/local_socket/EngineEnd.h"
+#include "transport/local_socket/ProcessEnd.h"
+#include "transport/local_socket/TransmitterId.h"
+#include "CommonControllerLib/EventTransmitter.h"
+#include "CommonControllerLib/Export.h"
 
 #include <chrono>
 #include <map>

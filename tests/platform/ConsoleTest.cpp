@@ -1,4 +1,4 @@
-#include "platform/Console.h"
+#include "platform/terminal/Console.h"
 
 #include <iostream>
 #include <string>
@@ -6,8 +6,8 @@
 #include <gtest/gtest.h>
 
 #include "platform/SystemHelpers.h"
-#include "platform/Text.h"
-#include "platform/Waiting.h"
+#include "text/Text.h"
+#include "platform/processes/Waiting.h"
 #include "support/TemporaryFolder.h"
 
 namespace {
@@ -54,7 +54,7 @@ TEST_F(ConsoleTest, WideOutputArrivesAsUtf8) {
     const std::wstring path = folder / L"output";
     {
         const auto redirected = RedirectedOutput::ToFile(path);
-        std::wcout << platform::FromUtf8("Gr\xC3\xB6\xC3\x9F\xF0\x9F\x98\x80") << L'\n' << std::flush;
+        std::wcout << text::FromUtf8("Gr\xC3\xB6\xC3\x9F\xF0\x9F\x98\x80") << L'\n' << std::flush;
     }
     EXPECT_TRUE(std::wcout.good());
     EXPECT_EQ(ReadTextFile(path), "Gr\xC3\xB6\xC3\x9F\xF0\x9F\x98\x80\n");

@@ -2,9 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/Environment.h"
-#include "platform/Pipe.h"
-#include "platform/Process.h"
+#include "platform/system/Environment.h"
+#include "platform/processes/Pipe.h"
+#include "platform/processes/Process.h"
 #include "support/TestProcess.h"
 
 namespace {

@@ -1,10 +1,10 @@
-#include "platform/Directories.h"
+#include "platform/files/Directories.h"
 
 #include <gtest/gtest.h>
 
-#include "platform/Environment.h"
-#include "platform/FileSystem.h"
-#include "platform/NativePath.h"
+#include "platform/system/Environment.h"
+#include "platform/files/FileSystem.h"
+#include "platform/files/NativePath.h"
 #include "platform/SystemHelpers.h"
 
 namespace {

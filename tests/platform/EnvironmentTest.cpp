@@ -1,4 +1,4 @@
-#include "platform/Environment.h"
+#include "platform/system/Environment.h"
 
 #include <cstdlib>
 

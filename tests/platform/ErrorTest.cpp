@@ -1,9 +1,9 @@
-#include "platform/Error.h"
+#include "platform/system/Error.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "platform/FileSystem.h"
+#include "platform/files/FileSystem.h"
 #include "platform/SystemHelpers.h"
 #include "support/TemporaryFolder.h"
 

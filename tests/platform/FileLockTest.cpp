@@ -1,4 +1,4 @@
-#include "platform/FileLock.h"
+#include "platform/files/FileLock.h"
 
 #include <atomic>
 #include <future>
@@ -8,7 +8,7 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/FileSystem.h"
+#include "platform/files/FileSystem.h"
 #include "support/TemporaryFolder.h"
 
 namespace {

@@ -1,5 +1,5 @@
-#include "platform/FileSystem.h"
-#include "platform/FileSystemCalls.h"
+#include "platform/files/FileSystem.h"
+#include "platform/files/FileSystemCalls.h"
 
 #include <atomic>
 #include <string>
@@ -8,9 +8,9 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/NativePath.h"
+#include "platform/files/NativePath.h"
 #include "platform/SystemHelpers.h"
-#include "platform/Text.h"
+#include "text/Text.h"
 #include "support/TemporaryFolder.h"
 
 namespace {
@@ -149,7 +149,7 @@ TEST_F(FileSystemTest, MissingParentsOfAPrivateFolderAreForTheirOwnerAloneToo) {
     EXPECT_FALSE(platform::EnsurePrivateFolders(folder / L"a\\b"));
     EXPECT_FALSE(platform::ReplaceFile(folder / L"data\\job_list.json", "{}"));
     for (const wchar_t* const name : {L"a", L"a\\b", L"data"}) {
-        EXPECT_EQ(PermissionsOf(folder / name).value_or(0700), 0700u) << platform::ToUtf8(name);
+        EXPECT_EQ(PermissionsOf(folder / name).value_or(0700), 0700u) << text::ToUtf8(name);
     }
 }
 

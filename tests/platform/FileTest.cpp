@@ -1,4 +1,4 @@
-#include "platform/File.h"
+#include "platform/files/File.h"
 
 #include <string>
 

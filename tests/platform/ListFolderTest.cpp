@@ -3,9 +3,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "platform/FileSystem.h"
+#include "platform/files/FileSystem.h"
 #include "platform/SystemHelpers.h"
-#include "platform/Text.h"
+#include "text/Text.h"
 #include "support/TemporaryFolder.h"
 
 namespace {
@@ -108,7 +108,7 @@ TEST_F(ListFolderTest, NamesThatAreNotUtf8CanBeOpenedByWhatIsListed) {
     }
     ASSERT_EQ(Names().size(), 1u);
     EXPECT_TRUE(platform::Exists(folder / Names()[0]));
-    EXPECT_EQ(platform::ToUtf8(Names()[0]), "\xFFmesh\xC3.rb");
+    EXPECT_EQ(text::ToUtf8(Names()[0]), "\xFFmesh\xC3.rb");
 }
 
 TEST_F(ListFolderTest, NamesWithABackslashAreLeftOut) {

@@ -1,17 +1,17 @@
-#include "platform/SharedLibrary.h"
+#include "platform/system/SharedLibrary.h"
 
 #include <gtest/gtest.h>
 
-#include "platform/Directories.h"
-#include "platform/NativePath.h"
-#include "platform/Text.h"
+#include "platform/files/Directories.h"
+#include "platform/files/NativePath.h"
+#include "text/Text.h"
 #include "support/TemporaryFolder.h"
 #include "support/TestProcess.h"
 
 /// Where modules and what they need are found, each time in a process of its own.
 namespace {
 
-const std::wstring moduleFile = platform::FromUtf8(CHAIN_MODULE_FILE);
+const std::wstring moduleFile = text::FromUtf8(CHAIN_MODULE_FILE);
 const std::wstring moduleFolder = platform::ProgramFolder() + L"\\chain_module";
 const std::wstring libraryFolder = platform::ProgramFolder() + L"\\chain_libraries";
 const std::wstring modulePath = moduleFolder + L"\\" + moduleFile;
@@ -67,14 +67,14 @@ TEST(ModuleSearchTest, ANarrowedProgramFindsTheLibrariesOfNamedDirectories) {
 TEST(ModuleSearchTest, ANarrowedProgramFindsTheLibrariesBesideTheModule) {
     const TemporaryFolder folder;
     Copy(moduleFolder, folder, moduleFile);
-    Copy(libraryFolder, folder, platform::FromUtf8(CHAIN_LIBRARY_FILE));
-    Copy(libraryFolder, folder, platform::FromUtf8(CHAIN_END_FILE));
+    Copy(libraryFolder, folder, text::FromUtf8(CHAIN_LIBRARY_FILE));
+    Copy(libraryFolder, folder, text::FromUtf8(CHAIN_END_FILE));
     EXPECT_EQ(Load(L"load-module-narrowed", folder / moduleFile, {}), works);
 }
 
 TEST(ModuleSearchTest, WhatIsNoLibraryInANamedDirectoryIsLeftToTheSystem) {
     const TemporaryFolder folder;
-    WriteTextFile(folder / platform::FromUtf8(CHAIN_LIBRARY_FILE), "no library");
+    WriteTextFile(folder / text::FromUtf8(CHAIN_LIBRARY_FILE), "no library");
     const std::string output = Load(L"load-module-narrowed", modulePath, {folder.Path()});
     EXPECT_TRUE(output.starts_with("not loaded: ")) << output;
 }

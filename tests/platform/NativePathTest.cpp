@@ -1,4 +1,4 @@
-#include "platform/NativePath.h"
+#include "platform/files/NativePath.h"
 
 #include <gtest/gtest.h>
 

@@ -1,8 +1,8 @@
-#include "platform/OtherUsers.h"
+#include "platform/files/OtherUsers.h"
 
 #include <gtest/gtest.h>
 
-#include "platform/FileSystem.h"
+#include "platform/files/FileSystem.h"
 #include "platform/SystemHelpers.h"
 #include "support/TemporaryFolder.h"
 

@@ -1,10 +1,10 @@
-#include "platform/OutputFile.h"
+#include "platform/files/OutputFile.h"
 
 #include <utility>
 
 #include <gtest/gtest.h>
 
-#include "platform/FileSystem.h"
+#include "platform/files/FileSystem.h"
 #include "platform/SystemHelpers.h"
 #include "support/TemporaryFolder.h"
 

@@ -1,4 +1,4 @@
-#include "platform/Pipe.h"
+#include "platform/processes/Pipe.h"
 
 #include <gtest/gtest.h>
 

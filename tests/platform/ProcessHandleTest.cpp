@@ -1,12 +1,12 @@
-#include "platform/ProcessHandle.h"
+#include "platform/processes/ProcessHandle.h"
 
 #include <cstdint>
 #include <utility>
 
 #include <gtest/gtest.h>
 
-#include "platform/Process.h"
-#include "platform/Waiting.h"
+#include "platform/processes/Process.h"
+#include "platform/processes/Waiting.h"
 
 using platform::Event;
 using platform::IsProcessRunning;

@@ -1,8 +1,8 @@
-#include "platform/ProcessIdentity.h"
+#include "platform/processes/ProcessIdentity.h"
 
 #include <gtest/gtest.h>
 
-#include "platform/Process.h"
+#include "platform/processes/Process.h"
 
 namespace {
 

@@ -1,15 +1,15 @@
-#include "platform/Process.h"
+#include "platform/processes/Process.h"
 
 #include <algorithm>
 
 #include <gtest/gtest.h>
 
-#include "platform/Directories.h"
-#include "platform/ErrorOutput.h"
-#include "platform/FileSystem.h"
-#include "platform/NativePath.h"
-#include "platform/Text.h"
-#include "platform/Waiting.h"
+#include "platform/files/Directories.h"
+#include "platform/terminal/ErrorOutput.h"
+#include "platform/files/FileSystem.h"
+#include "platform/files/NativePath.h"
+#include "text/Text.h"
+#include "platform/processes/Waiting.h"
 #include "support/TemporaryFolder.h"
 #include "support/TestProcess.h"
 
@@ -51,7 +51,7 @@ TEST(ProcessTest, ACurrentFolderMayBeLongerThanTheOldLimitOfWindows) {
     const Ending ending = RunToEnd(start);
     EXPECT_EQ(ending.exitCode, 0);
     // On Windows by another name.
-    const std::wstring printed = platform::FromUtf8(ending.output.substr(0, ending.output.find_first_of("\r\n")));
+    const std::wstring printed = text::FromUtf8(ending.output.substr(0, ending.output.find_first_of("\r\n")));
     EXPECT_EQ(platform::IdentityOf(printed), platform::IdentityOf(longFolder)) << ending.output;
     EXPECT_TRUE(platform::IdentityOf(longFolder).has_value());
 }
@@ -100,7 +100,7 @@ TEST(ProcessTest, ArgumentsArriveAsTheyWereGiven) {
               "[C:\\folder\\]\n[C:\\two words\\]\n[\\\\]\n[a\\\\\"b]\n[\\\" \\]\n");
     EXPECT_EQ(Echoed({L"%PATH%", L"$HOME", L"a&b|c>d", L"*", L"-x", L"^"}),
               "[%PATH%]\n[$HOME]\n[a&b|c>d]\n[*]\n[-x]\n[^]\n");
-    EXPECT_EQ(Echoed({L"\u00fc\u4e2d", L"line\nbreak", platform::FromUtf8("\xF0\x9F\x98\x80")}),
+    EXPECT_EQ(Echoed({L"\u00fc\u4e2d", L"line\nbreak", text::FromUtf8("\xF0\x9F\x98\x80")}),
               "[\xC3\xBC\xE4\xB8\xAD]\n[line\nbreak]\n[\xF0\x9F\x98\x80]\n");
 }
 
@@ -128,7 +128,7 @@ TEST(ProcessTest, StandardErrorCanHaveAPlaceOfItsOwn) {
 TEST(ProcessTest, AProcessRunsInItsCurrentFolder) {
     ProcessStart start = TestProcess({L"print-folder"});
     start.currentFolder = platform::ProgramFolder();
-    EXPECT_EQ(RunToEnd(start).output, platform::ToUtf8(platform::ToNativeText(platform::ProgramFolder())) + "\n");
+    EXPECT_EQ(RunToEnd(start).output, text::ToUtf8(platform::ToNativeText(platform::ProgramFolder())) + "\n");
 }
 
 TEST(ProcessTest, VariablesAreSetAndRemovedAndTheRestIsHandedDown) {
@@ -196,7 +196,7 @@ TEST(ProcessTest, AChildGetsOnlyTheHandlesThatAreNamed) {
 TEST(ProcessTest, ATextThatIsNoInheritedHandleGivesNone) {
     for (const wchar_t* const text :
          {L"", L"0x", L"0x0", L"12", L"0xzz", L"0x1f4 ", L"0x123456789abcdef01", L"-0x1", L"0x7ffffff0", L"0x\u00fc"}) {
-        EXPECT_FALSE(platform::TakeInheritedHandle(text)) << platform::ToUtf8(text);
+        EXPECT_FALSE(platform::TakeInheritedHandle(text)) << text::ToUtf8(text);
     }
 }
 

@@ -1,4 +1,4 @@
-#include "platform/ProcessTree.h"
+#include "platform/processes/ProcessTree.h"
 
 #include <gtest/gtest.h>
 

@@ -1,10 +1,10 @@
-#include "platform/ProgramArguments.h"
+#include "platform/processes/ProgramArguments.h"
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
 #include "platform/SystemHelpers.h"
-#include "platform/Text.h"
+#include "text/Text.h"
 
 namespace {
 
@@ -16,7 +16,7 @@ TEST(ProgramArgumentsTest, TheProgramsOwnNameIsLeftOut) {
     std::vector<std::wstring> expected;
     for (const std::string& argument : own) {
         values.push_back(argument.c_str());
-        expected.push_back(platform::FromUtf8(argument));
+        expected.push_back(text::FromUtf8(argument));
     }
     expected.erase(expected.begin());
     EXPECT_EQ(ProgramArguments(static_cast<int>(values.size()), values.data()), expected);
@@ -28,7 +28,7 @@ TEST(ProgramArgumentsTest, ArgumentsAreUtf8OnLinux) {
     }
     const char* const values[] = {"program", "Gr\xC3\xB6\xC3\x9F", "", "\xFF"};
     const auto arguments = ProgramArguments(4, values);
-    EXPECT_THAT(arguments, testing::ElementsAre(L"Gr\u00F6\u00DF", L"", platform::FromUtf8("\xFF")));
+    EXPECT_THAT(arguments, testing::ElementsAre(L"Gr\u00F6\u00DF", L"", text::FromUtf8("\xFF")));
     EXPECT_TRUE(ProgramArguments(0, values).empty());
 }
 

@@ -1,10 +1,10 @@
-#include "platform/ProgramSearch.h"
+#include "platform/processes/ProgramSearch.h"
 
 #include <gtest/gtest.h>
 
-#include "platform/Directories.h"
-#include "platform/Environment.h"
-#include "platform/NativePath.h"
+#include "platform/files/Directories.h"
+#include "platform/system/Environment.h"
+#include "platform/files/NativePath.h"
 #include "support/TestProcess.h"
 
 using platform::FindProgram;

@@ -1,6 +1,6 @@
 #include <gtest/gtest.h>
 
-#include "platform/FileSystem.h"
+#include "platform/files/FileSystem.h"
 #include "platform/SystemHelpers.h"
 #include "support/TemporaryFolder.h"
 

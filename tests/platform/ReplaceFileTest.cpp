@@ -5,8 +5,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "platform/FileSystem.h"
-#include "platform/FileSystemCalls.h"
+#include "platform/files/FileSystem.h"
+#include "platform/files/FileSystemCalls.h"
 #include "platform/SystemHelpers.h"
 #include "support/TemporaryFolder.h"
 

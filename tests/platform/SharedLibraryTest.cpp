@@ -1,10 +1,10 @@
-#include "platform/SharedLibrary.h"
+#include "platform/system/SharedLibrary.h"
 
 #include <gtest/gtest.h>
 
-#include "platform/Directories.h"
-#include "platform/Export.h"
-#include "platform/Text.h"
+#include "platform/files/Directories.h"
+#include "CommonControllerLib/Export.h"
+#include "text/Text.h"
 #include "support/TemporaryFolder.h"
 
 // An export of the program itself, which a null module must not lead to.
@@ -21,7 +21,7 @@ using platform::FreeModule;
 using platform::LoadModule;
 
 std::wstring ModulePath() {
-    return platform::ProgramFolder() + L"/" + platform::FromUtf8(TEST_MODULE_FILE);
+    return platform::ProgramFolder() + L"/" + text::FromUtf8(TEST_MODULE_FILE);
 }
 
 TEST(SharedLibraryTest, AnExportOfALoadedModuleCanBeCalled) {

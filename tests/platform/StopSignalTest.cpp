@@ -1,4 +1,4 @@
-#include "platform/StopSignal.h"
+#include "platform/processes/StopSignal.h"
 
 #include <gtest/gtest.h>
 

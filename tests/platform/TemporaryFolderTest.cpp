@@ -4,8 +4,8 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/FileSystem.h"
-#include "platform/NativePath.h"
+#include "platform/files/FileSystem.h"
+#include "platform/files/NativePath.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "platform/Text.h"
+#include "text/Text.h"
 
 #include <string>
 
@@ -6,11 +6,11 @@
 
 namespace {
 
-using platform::FromStrictUtf8;
-using platform::FromUtf16;
-using platform::FromUtf8;
-using platform::ToUtf16;
-using platform::ToUtf8;
+using text::FromStrictUtf8;
+using text::FromUtf16;
+using text::FromUtf8;
+using text::ToUtf16;
+using text::ToUtf8;
 
 /// The wide text of one code point, in the units of this system.
 std::wstring Wide(char32_t codePoint) {

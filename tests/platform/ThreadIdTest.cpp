@@ -1,4 +1,4 @@
-#include "platform/ThreadId.h"
+#include "platform/system/ThreadId.h"
 
 #include <future>
 

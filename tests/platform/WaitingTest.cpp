@@ -1,11 +1,11 @@
-#include "platform/Waiting.h"
+#include "platform/processes/Waiting.h"
 
 #include <thread>
 
 #include <gtest/gtest.h>
 
-#include "platform/FileSystem.h"
-#include "platform/Process.h"
+#include "platform/files/FileSystem.h"
+#include "platform/processes/Process.h"
 #include "support/Deadline.h"
 #include "support/TemporaryFolder.h"
 #include "support/TestProcess.h"

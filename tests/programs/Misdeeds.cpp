@@ -5,13 +5,13 @@
 #include <string>
 #include <string_view>
 
-#include "companion/RunProtocol.h"
-#include "platform/Console.h"
-#include "platform/Directories.h"
-#include "platform/File.h"
-#include "platform/FileSystem.h"
-#include "platform/NativePath.h"
-#include "platform/Text.h"
+#include "formats/RunProtocol.h"
+#include "platform/terminal/Console.h"
+#include "platform/files/Directories.h"
+#include "platform/files/File.h"
+#include "platform/files/FileSystem.h"
+#include "platform/files/NativePath.h"
+#include "text/Text.h"
 
 namespace {
 

@@ -1,12 +1,12 @@
 /// A host that starts one scenario through a function module and then waits until somebody ends it.
 /// Arguments: the module, the settings file, a file with the run request, a file to make when the scenario was started.
 
-#include "companion/ControllerCSWrapper.h"
-#include "companion/Settings.h"
-#include "modules/FunctionManager.h"
-#include "platform/FileSystem.h"
-#include "platform/ProgramArguments.h"
-#include "platform/Waiting.h"
+#include "ControllerCSWrapper/ControllerCSWrapper.h"
+#include "services/Settings.h"
+#include "CommonControllerLib/FunctionManager.h"
+#include "platform/files/FileSystem.h"
+#include "platform/processes/ProgramArguments.h"
+#include "platform/processes/Waiting.h"
 
 int main(int count, char** values) {
     const std::vector<std::wstring> arguments = platform::ProgramArguments(count, values);

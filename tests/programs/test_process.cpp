@@ -6,15 +6,15 @@
 #include <string>
 #include <vector>
 
-#include "platform/Console.h"
-#include "platform/Directories.h"
-#include "platform/Environment.h"
-#include "platform/NativePath.h"
-#include "platform/Process.h"
-#include "platform/ProgramArguments.h"
-#include "platform/SharedLibrary.h"
-#include "platform/Text.h"
-#include "platform/Waiting.h"
+#include "platform/terminal/Console.h"
+#include "platform/files/Directories.h"
+#include "platform/system/Environment.h"
+#include "platform/files/NativePath.h"
+#include "platform/processes/Process.h"
+#include "platform/processes/ProgramArguments.h"
+#include "platform/system/SharedLibrary.h"
+#include "text/Text.h"
+#include "platform/processes/Waiting.h"
 #include "programs/StopRequests.h"
 
 namespace {
@@ -22,7 +22,7 @@ namespace {
 using Arguments = std::vector<std::wstring>;
 
 void Print(const std::wstring& text) {
-    (void)platform::WriteOutput(platform::ToUtf8(text) + "\n");
+    (void)platform::WriteOutput(text::ToUtf8(text) + "\n");
 }
 
 [[noreturn]] void WaitForEver() {

@@ -6,18 +6,18 @@
 #include <sstream>
 #include <stdexcept>
 
-#include "companion/ControllerCSWrapper.h"
-#include "companion/RunProtocol.h"
-#include "platform/Console.h"
-#include "platform/Directories.h"
-#include "platform/Environment.h"
-#include "platform/FileLock.h"
-#include "platform/FileSystem.h"
-#include "platform/NativePath.h"
-#include "platform/Process.h"
-#include "platform/ProgramArguments.h"
-#include "platform/Text.h"
-#include "platform/Waiting.h"
+#include "ControllerCSWrapper/ControllerCSWrapper.h"
+#include "formats/RunProtocol.h"
+#include "platform/terminal/Console.h"
+#include "platform/files/Directories.h"
+#include "platform/system/Environment.h"
+#include "platform/files/FileLock.h"
+#include "platform/files/FileSystem.h"
+#include "platform/files/NativePath.h"
+#include "platform/processes/Process.h"
+#include "platform/processes/ProgramArguments.h"
+#include "text/Text.h"
+#include "platform/processes/Waiting.h"
 #include "programs/Misdeeds.h"
 #include "programs/StopRequests.h"
 
@@ -34,7 +34,7 @@ std::wstring InCurrentFolder(const std::wstring& name) {
 /// A test that waits for a file is told why it does not come.
 void Require(const platform::Error& error) {
     if (error) {
-        throw std::runtime_error("cannot write: " + platform::ToUtf8(error.Text()));
+        throw std::runtime_error("cannot write: " + text::ToUtf8(error.Text()));
     }
 }
 void Require(bool isWritten) {
@@ -56,7 +56,7 @@ platform::OwnedHandle StartAnother(const Words& steps) {
     start.detached = true;
     platform::OwnedHandle process;
     if (const platform::Error error = platform::StartProcess(start, process)) {
-        throw std::runtime_error("cannot start another: " + platform::ToUtf8(error.Text()));
+        throw std::runtime_error("cannot start another: " + text::ToUtf8(error.Text()));
     }
     NoteProcess(platform::ProcessNumber(process.Get()));
     return process;
@@ -69,7 +69,7 @@ platform::OwnedHandle StartAnother(const Words& steps) {
 }
 
 void Print(const std::wstring& text) {
-    (void)platform::WriteOutput(platform::ToUtf8(text) + "\n");
+    (void)platform::WriteOutput(text::ToUtf8(text) + "\n");
 }
 
 void PrintLines(const std::wstring& count) {
@@ -132,7 +132,7 @@ void LiveIn(const std::wstring& folder) {
     static platform::FileLock life;
     const std::wstring name = std::to_wstring(platform::OwnProcessNumber()) + ControllerCSWrapper::CreateGuid();
     if (const platform::Error error = life.Take(platform::ResolveAgainst(folder, name))) {
-        throw std::runtime_error("no sign of life: " + platform::ToUtf8(error.Text()));
+        throw std::runtime_error("no sign of life: " + text::ToUtf8(error.Text()));
     }
 }
 
@@ -192,19 +192,19 @@ void Perform(const std::wstring& step) {
             return;
         }
     }
-    throw std::runtime_error("unknown step: " + platform::ToUtf8(step));
+    throw std::runtime_error("unknown step: " + text::ToUtf8(step));
 }
 
 Words ReadSteps(const std::wstring& path) {
     constexpr std::size_t mostBytes = 1 << 20;
     std::string text;
     if (const platform::Error error = platform::ReadFile(path, mostBytes, text)) {
-        throw std::runtime_error("no steps: " + platform::ToUtf8(error.Text()));
+        throw std::runtime_error("no steps: " + text::ToUtf8(error.Text()));
     }
     Words steps;
     std::istringstream lines(text);
     for (std::string line; std::getline(lines, line);) {
-        steps.push_back(platform::FromUtf8(line));
+        steps.push_back(text::FromUtf8(line));
     }
     return steps;
 }

@@ -4,7 +4,7 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/NativePath.h"
+#include "platform/files/NativePath.h"
 
 using scenario_runner::ChooseCommand;
 using scenario_runner::ScenarioCommand;

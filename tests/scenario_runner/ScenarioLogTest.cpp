@@ -2,8 +2,8 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/FileSystem.h"
-#include "platform/OutputFile.h"
+#include "platform/files/FileSystem.h"
+#include "platform/files/OutputFile.h"
 #include "scenario_runner/UnreadableFile.h"
 #include "support/TemporaryFolder.h"
 

@@ -5,7 +5,7 @@
 #include <chrono>
 #include <future>
 
-#include "companion/RunProtocol.h"
+#include "formats/RunProtocol.h"
 #include "support/TemporaryFolder.h"
 #include "support/TestProcess.h"
 

@@ -1,8 +1,8 @@
-#include "engine/JobEntryManagerBase.h"
+#include "CommonControllerLib/JobEntryManagerBase.h"
 
 #include "doubles/RecordingCompanion.h"
-#include "modules/FunctionManager.h"
-#include "scenarios/ScenarioId.h"
+#include "CommonControllerLib/FunctionManager.h"
+#include "engine/catalogue/ScenarioId.h"
 #include "support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>

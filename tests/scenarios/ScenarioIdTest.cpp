@@ -1,4 +1,4 @@
-#include "scenarios/ScenarioId.h"
+#include "engine/catalogue/ScenarioId.h"
 
 #include <gtest/gtest.h>
 

@@ -1,8 +1,8 @@
-#include "scenarios/ScenarioSettings.h"
+#include "engine/catalogue/ScenarioSettings.h"
 
 #include "doubles/RecordingCompanion.h"
-#include "platform/NativePath.h"
-#include "platform/Text.h"
+#include "platform/files/NativePath.h"
+#include "text/Text.h"
 #include "support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>
@@ -69,7 +69,7 @@ TEST_F(ScenarioSettingsTest, CountsBeyondTheLimitAreCutWithAWarningThatNamesTheF
     const std::wstring file = platform::ToNativeText(folder / L"x.adc");
     for (const std::wstring count : {L"10001", L"2147483647"}) {
         companion.Forget();
-        EXPECT_EQ(Read("[Scenario]\nSecondInput=" + platform::ToUtf8(count) + "\n").size(), 10'001U);
+        EXPECT_EQ(Read("[Scenario]\nSecondInput=" + text::ToUtf8(count) + "\n").size(), 10'001U);
         EXPECT_EQ(companion.Events(), Texts{L"warn: " + file + L": SecondInput: expected at most 10000, found " +
                                             count + L"; the scenario is listed with 10000 secondary inputs"});
     }

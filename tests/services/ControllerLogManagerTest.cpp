@@ -1,4 +1,4 @@
-#include "support/ControllerLogManager.h"
+#include "CommonControllerLib/ControllerLogManager.h"
 
 #include "doubles/RecordingCompanion.h"
 #include "services/ConsoleCapture.h"

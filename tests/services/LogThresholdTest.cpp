@@ -1,7 +1,7 @@
-#include "support/ControllerLogManager.h"
+#include "CommonControllerLib/ControllerLogManager.h"
 
 #include "doubles/RecordingCompanion.h"
-#include "platform/Environment.h"
+#include "platform/system/Environment.h"
 #include "services/ConsoleCapture.h"
 
 #include <gtest/gtest.h>

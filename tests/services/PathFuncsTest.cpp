@@ -1,4 +1,4 @@
-#include "support/PathFuncs.h"
+#include "CommonControllerLib/PathFuncs.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 #include "FrontEndCrowd.h"
 
-#include "platform/Text.h"
+#include "text/Text.h"
 #include "support/OtherProcesses.h"
 #include "support/TestProcess.h"
 
@@ -21,7 +21,7 @@ void FrontEndCrowd::Start(const platform::ProcessStart& start) {
     }
     platform::OwnedHandle process;
     if (const platform::Error error = platform::StartProcess(start, process)) {
-        problems.push_back("A front end cannot be started: " + platform::ToUtf8(error.Text()));
+        problems.push_back("A front end cannot be started: " + text::ToUtf8(error.Text()));
         return;
     }
     ++started;
@@ -36,7 +36,7 @@ bool FrontEndCrowd::KillOne(std::mt19937& random) {
     const auto victim = members.begin() + static_cast<std::ptrdiff_t>(random() % members.size());
     test_support::KillProcess(victim->process.Get());
     if (!test_support::WaitUntilSignalled(victim->process.Get())) {
-        problems.push_back("The front end " + platform::ToUtf8(victim->command) + " does not end by force");
+        problems.push_back("The front end " + text::ToUtf8(victim->command) + " does not end by force");
     }
     members.erase(victim);
     ++killed;
@@ -53,8 +53,8 @@ void FrontEndCrowd::TakeNotice() {
     std::erase_if(members, [this](const Member& member) {
         const auto exitCode = platform::ExitCode(member.process.Get());
         if (exitCode.value_or(0) < 0 || exitCode.value_or(0) > worstUsualExit) {
-            problems.push_back("The front end " + platform::ToUtf8(member.command) + " has ended with " +
-                               platform::ToUtf8(platform::ExitCodeText(*exitCode)));
+            problems.push_back("The front end " + text::ToUtf8(member.command) + " has ended with " +
+                               text::ToUtf8(platform::ExitCodeText(*exitCode)));
         }
         return exitCode.has_value();
     });

@@ -1,6 +1,6 @@
 #include "JobBook.h"
 
-#include "platform/Text.h"
+#include "text/Text.h"
 
 namespace {
 
@@ -103,5 +103,5 @@ std::vector<std::wstring> JobBook::Ids(const Choice& choice) const {
 }
 
 void JobBook::Object(const std::wstring& id, const std::string& problem) {
-    problems.push_back("Job " + platform::ToUtf8(id) + " " + problem);
+    problems.push_back("Job " + text::ToUtf8(id) + " " + problem);
 }

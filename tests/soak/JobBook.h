@@ -1,7 +1,7 @@
 #pragma once
 
 #include "JobKinds.h"
-#include "records/JobRecords.h"
+#include "CommonControllerLib/JobRecords.h"
 
 #include <cstddef>
 #include <functional>

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "records/JobStatus.h"
+#include "CommonControllerLib/JobStatus.h"
 
 #include <optional>
 #include <vector>

@@ -1,8 +1,8 @@
 #include "Leavings.h"
 
-#include "companion/ControllerCSWrapper.h"
-#include "platform/FileSystem.h"
-#include "platform/Text.h"
+#include "ControllerCSWrapper/ControllerCSWrapper.h"
+#include "platform/files/FileSystem.h"
+#include "text/Text.h"
 
 #include <algorithm>
 #include <set>
@@ -17,7 +17,7 @@ constexpr std::uint64_t mostLogBytes = std::uint64_t{5} * (10U << 20U);
 Names NamesIn(const std::wstring& folder) {
     std::vector<platform::FolderEntry> entries;
     if (const platform::Error error = platform::ListFolder(folder, entries)) {
-        throw std::runtime_error("cannot list " + platform::ToUtf8(folder) + ": " + platform::ToUtf8(error.Text()));
+        throw std::runtime_error("cannot list " + text::ToUtf8(folder) + ": " + text::ToUtf8(error.Text()));
     }
     Names names;
     for (const platform::FolderEntry& entry : entries) {
@@ -47,7 +47,7 @@ void ObjectToOthers(const std::wstring& folder, bool (*belongs)(const std::wstri
                     std::vector<std::string>& problems) {
     for (const std::wstring& name : NamesIn(folder)) {
         if (!belongs(name)) {
-            problems.push_back("Left behind: " + platform::ToUtf8(folder + L"\\" + name));
+            problems.push_back("Left behind: " + text::ToUtf8(folder + L"\\" + name));
         }
     }
 }
@@ -58,12 +58,12 @@ void CheckWorkDirectories(const std::wstring& workFolder, const std::vector<JobL
     Names others = NamesIn(workFolder);
     for (const JobListInfo& job : jobs) {
         if (others.erase(job.id) == 0 && !job.startTime.empty()) {
-            problems.push_back("Job " + platform::ToUtf8(job.id) + " has no work directory");
+            problems.push_back("Job " + text::ToUtf8(job.id) + " has no work directory");
         }
         ObjectToOthers(workFolder + L"\\" + job.id, BelongsInAWorkDirectory, problems);
     }
     for (const std::wstring& name : others) {
-        problems.push_back("A work directory without a job: " + platform::ToUtf8(name));
+        problems.push_back("A work directory without a job: " + text::ToUtf8(name));
     }
 }
 

@@ -1,10 +1,10 @@
 #include "SoakDriver.h"
 
 #include "HostFigures.h"
-#include "companion/ControllerCSWrapper.h"
-#include "platform/NativePath.h"
-#include "platform/Text.h"
-#include "platform/Waiting.h"
+#include "ControllerCSWrapper/ControllerCSWrapper.h"
+#include "platform/files/NativePath.h"
+#include "text/Text.h"
+#include "platform/processes/Waiting.h"
 #include "support/OtherProcesses.h"
 
 #include <algorithm>
@@ -105,7 +105,7 @@ void SoakDriver::EnqueueSome(std::size_t most) {
 
 void SoakDriver::Enqueue(const JobKind& kind, std::size_t count) {
     EnqueueJobsInfo request;
-    request.scenario.id = platform::FromUtf8(kind.name) + L".rb";
+    request.scenario.id = text::FromUtf8(kind.name) + L".rb";
     request.inputFileSets.assign(count, {place.inputFile});
     // A folder for some requests only: each job looks for the first free name in it.
     request.outputDir = place.outputFolder + L"\\" + std::to_wstring(book.Made() / 200);

@@ -3,7 +3,7 @@
 #include "FrontEnd.h"
 #include "FrontEndCrowd.h"
 #include "JobBook.h"
-#include "platform/Process.h"
+#include "platform/processes/Process.h"
 
 #include <functional>
 #include <map>

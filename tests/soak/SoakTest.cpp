@@ -7,10 +7,10 @@
 #include "Leavings.h"
 #include "SoakDriver.h"
 
-#include "platform/Environment.h"
-#include "platform/FileSystem.h"
-#include "platform/NativePath.h"
-#include "platform/Text.h"
+#include "platform/system/Environment.h"
+#include "platform/files/FileSystem.h"
+#include "platform/files/NativePath.h"
+#include "text/Text.h"
 #include "support/OtherProcesses.h"
 
 #include <chrono>
@@ -50,9 +50,9 @@ protected:
         WriteSettings(R"({"version":1,"workDirectory":"work","logFile":"controller.log","jobListFile":"job_list.json",)"
                       R"("scenarioDirectories":[{"path":"scenarios"}],"interpreters":{".rb":["test_scenario"]},)"
                       R"("cancelGraceSeconds":1,"scenarioLogLimitBytes":65536,"transmitterName":")" +
-                      platform::ToUtf8(meetingPlace) + "\"}");
+                      text::ToUtf8(meetingPlace) + "\"}");
         for (const JobKind& kind : JobKinds()) {
-            WriteTextFile(folder / (L"scenarios\\" + platform::FromUtf8(kind.name) + L".rb"), kind.steps);
+            WriteTextFile(folder / (L"scenarios\\" + text::FromUtf8(kind.name) + L".rb"), kind.steps);
         }
         WriteTextFile(folder / L"jobs.json", R"({"EnqueueJobs":[{"scenario":{"id":"success.rb"},"outputDir":"out",)"
                                              R"("inputFileSets":[["inputs.txt"],["inputs.txt"]]}]})");

@@ -1,6 +1,6 @@
 #include "stress/JobLedger.h"
 
-#include "platform/Text.h"
+#include "text/Text.h"
 
 #include <algorithm>
 
@@ -22,7 +22,7 @@ bool IsReachable(JobStatus from, JobStatus to) {
 }
 
 std::string Describe(const std::wstring& id, const std::string& problem) {
-    return "job " + platform::ToUtf8(id) + ": " + problem;
+    return "job " + text::ToUtf8(id) + ": " + problem;
 }
 
 std::string StatusText(JobStatus status) {

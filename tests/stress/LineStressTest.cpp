@@ -1,4 +1,4 @@
-#include "in_process/Line.h"
+#include "transport/in_process/Line.h"
 #include "stress/Crew.h"
 #include "stress/NumberedEvents.h"
 #include "stress/Rounds.h"

@@ -1,10 +1,10 @@
-#include "companion/log/RotatingFile.h"
-#include "platform/FileSystem.h"
+#include "services/log/RotatingFile.h"
+#include "platform/files/FileSystem.h"
 #include "services/ConsoleCapture.h"
 #include "stress/Crew.h"
 #include "stress/Rounds.h"
 #include "stress/Tally.h"
-#include "support/ControllerLogManager.h"
+#include "CommonControllerLib/ControllerLogManager.h"
 #include "support/Deadline.h"
 #include "support/TemporaryFolder.h"
 

@@ -1,6 +1,6 @@
 #include "stress/NumberedEvents.h"
 
-#include "platform/Text.h"
+#include "text/Text.h"
 
 #include <cstddef>
 
@@ -37,12 +37,12 @@ void StreamCheck::Take(const std::wstring& payload) {
     const std::lock_guard lock(mutex);
     ++count;
     if (!event) {
-        problems.push_back("not whole: " + platform::ToUtf8(payload.substr(0, 60)));
+        problems.push_back("not whole: " + text::ToUtf8(payload.substr(0, 60)));
         return;
     }
     std::uint32_t& before = last[event->stream];
     if (!MayFollow(event->number, before)) {
-        problems.push_back(platform::ToUtf8(event->stream) + ": " + std::to_string(event->number) + " after " +
+        problems.push_back(text::ToUtf8(event->stream) + ": " + std::to_string(event->number) + " after " +
                            std::to_string(before));
     }
     before = event->number;

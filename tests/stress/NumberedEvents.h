@@ -1,6 +1,6 @@
 #pragma once
 
-#include "modules/CallbackFunctor.h"
+#include "CommonControllerLib/CallbackFunctor.h"
 
 #include <cstdint>
 #include <map>

@@ -1,6 +1,6 @@
 #include "stress/Rounds.h"
 
-#include "platform/Environment.h"
+#include "platform/system/Environment.h"
 
 #include <string>
 

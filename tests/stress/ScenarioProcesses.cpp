@@ -1,8 +1,8 @@
 #include "stress/ScenarioProcesses.h"
 
-#include "engine/JobEntryManagerBase.h"
-#include "platform/FileSystem.h"
-#include "support/PathFuncs.h"
+#include "CommonControllerLib/JobEntryManagerBase.h"
+#include "platform/files/FileSystem.h"
+#include "CommonControllerLib/PathFuncs.h"
 
 #include <gtest/gtest.h>
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "companion/RunProtocol.h"
+#include "formats/RunProtocol.h"
 #include "doubles/ScriptedProcess.h"
 #include "modules/RecordingModule.h"
 #include "stress/JobLedger.h"

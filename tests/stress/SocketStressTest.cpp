@@ -1,5 +1,5 @@
-#include "local_socket/ClientEnd.h"
-#include "local_socket/EngineEnd.h"
+#include "transport/local_socket/ClientEnd.h"
+#include "transport/local_socket/EngineEnd.h"
 #include "local_socket/support/MeetingPlaces.h"
 #include "stress/Crew.h"
 #include "stress/NumberedEvents.h"

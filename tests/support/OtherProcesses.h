@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/ProcessHandle.h"
+#include "platform/processes/ProcessHandle.h"
 
 namespace test_support {
 

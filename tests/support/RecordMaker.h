@@ -4,9 +4,9 @@
 #include <functional>
 #include <string>
 
-#include "companion/RunProtocol.h"
-#include "records/JobRecords.h"
-#include "records/ScenarioRecords.h"
+#include "formats/RunProtocol.h"
+#include "CommonControllerLib/JobRecords.h"
+#include "CommonControllerLib/ScenarioRecords.h"
 
 /// Records whose texts all come from one source.
 struct RecordMaker {

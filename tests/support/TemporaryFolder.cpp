@@ -4,9 +4,9 @@
 #include <random>
 #include <stdexcept>
 
-#include "platform/Directories.h"
-#include "platform/FileSystem.h"
-#include "platform/Text.h"
+#include "platform/files/Directories.h"
+#include "platform/files/FileSystem.h"
+#include "text/Text.h"
 
 namespace {
 
@@ -14,7 +14,7 @@ constexpr std::size_t largestTestFile = std::size_t{1} << 30;
 
 void ThrowOn(const platform::Error& error, const std::string& action, const std::wstring& path) {
     if (error) {
-        throw std::runtime_error(action + " " + platform::ToUtf8(path) + ": " + platform::ToUtf8(error.Text()));
+        throw std::runtime_error(action + " " + text::ToUtf8(path) + ": " + text::ToUtf8(error.Text()));
     }
 }
 

@@ -2,10 +2,10 @@
 
 #include <utility>
 
-#include "platform/Directories.h"
-#include "platform/NativePath.h"
-#include "platform/Text.h"
-#include "platform/Waiting.h"
+#include "platform/files/Directories.h"
+#include "platform/files/NativePath.h"
+#include "text/Text.h"
+#include "platform/processes/Waiting.h"
 #include "support/Deadline.h"
 
 namespace test_support {
@@ -14,9 +14,9 @@ namespace {
 constexpr std::size_t readSize = 64 * 1024;
 
 std::string Described(const platform::ProcessStart& start) {
-    std::string description = platform::ToUtf8(platform::FileName(start.program));
+    std::string description = text::ToUtf8(platform::FileName(start.program));
     for (const std::wstring& argument : start.arguments) {
-        description += ' ' + platform::ToUtf8(argument);
+        description += ' ' + text::ToUtf8(argument);
     }
     return description;
 }

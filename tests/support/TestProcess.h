@@ -5,8 +5,8 @@
 #include <string>
 #include <vector>
 
-#include "platform/Pipe.h"
-#include "platform/Process.h"
+#include "platform/processes/Pipe.h"
+#include "platform/processes/Process.h"
 
 /// Processes that tests start, most of them of the program `test_process`.
 namespace test_support {

@@ -2,13 +2,13 @@
 
 #include <string>
 
-#include "companion/RunProtocol.h"
+#include "formats/RunProtocol.h"
 #include "controller_cli/HostSession.h"
 #include "controller_cli/JobSelection.h"
 #include "controller_cli/JobView.h"
 #include "controller_cli/TerminalText.h"
-#include "platform/File.h"
-#include "support/PathFuncs.h"
+#include "platform/files/File.h"
+#include "CommonControllerLib/PathFuncs.h"
 
 namespace controller_cli::commands {
 namespace {

@@ -2,14 +2,14 @@
 
 #include <algorithm>
 
-#include "companion/ControllerCSWrapper.h"
+#include "ControllerCSWrapper/ControllerCSWrapper.h"
 #include "controller_cli/FileRoles.h"
 #include "controller_cli/FollowToEnd.h"
 #include "controller_cli/InputSets.h"
 #include "controller_cli/JobView.h"
 #include "controller_cli/Problems.h"
-#include "platform/FileSystem.h"
-#include "platform/NativePath.h"
+#include "platform/files/FileSystem.h"
+#include "platform/files/NativePath.h"
 
 namespace controller_cli::commands {
 namespace {

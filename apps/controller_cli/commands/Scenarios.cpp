@@ -5,7 +5,7 @@
 #include "controller_cli/JsonOutput.h"
 #include "controller_cli/Problems.h"
 #include "controller_cli/Table.h"
-#include "platform/NativePath.h"
+#include "platform/files/NativePath.h"
 
 namespace controller_cli::commands {
 namespace {

@@ -2,9 +2,9 @@
 
 #include "controller_plugins/function_module.h"
 
-#include "companion/RunProtocol.h"
-#include "platform/NativePath.h"
-#include "platform/Text.h"
+#include "formats/RunProtocol.h"
+#include "platform/files/NativePath.h"
+#include "text/Text.h"
 #include "start_program.h"
 
 namespace {
@@ -12,7 +12,7 @@ namespace {
 constexpr long failed = 1;
 
 std::string NativeUtf8(const std::wstring& path) {
-    return platform::ToUtf8(platform::ToNativeText(path));
+    return text::ToUtf8(platform::ToNativeText(path));
 }
 
 long RunScenario(const std::wstring& input, std::wstring& output) {
@@ -31,11 +31,11 @@ long RunScenario(const std::wstring& input, std::wstring& output) {
         return failed;
     }
     std::string problem;
-    const std::uint64_t process = StartProgram(NativeUtf8(request.scenarioPath), platform::ToUtf8(requestFile),
+    const std::uint64_t process = StartProgram(NativeUtf8(request.scenarioPath), text::ToUtf8(requestFile),
                                                NativeUtf8(request.workDir), problem);
     if (process == 0) {
         output = L"The program " + platform::ToNativeText(request.scenarioPath) + L" cannot be started: " +
-                 platform::FromUtf8(problem) + L".";
+                 text::FromUtf8(problem) + L".";
         return failed;
     }
     output = controller_plugins::AnswerWithProcessHandle(process);

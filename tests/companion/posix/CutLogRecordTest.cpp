@@ -1,4 +1,4 @@
-#include "companion/log/RotatingFile.h"
+#include "services/log/RotatingFile.h"
 
 #include <csignal>
 

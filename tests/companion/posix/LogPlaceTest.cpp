@@ -1,11 +1,11 @@
-#include "companion/log/RotatingFile.h"
+#include "services/log/RotatingFile.h"
 
 #include <gtest/gtest.h>
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include "platform/NativePath.h"
-#include "platform/Text.h"
+#include "platform/files/NativePath.h"
+#include "text/Text.h"
 #include "support/TemporaryFolder.h"
 
 namespace {
@@ -13,7 +13,7 @@ namespace {
 class LogPlaceTest : public testing::Test {
 protected:
     std::string Native(const std::wstring& name) const {
-        return platform::ToUtf8(platform::ToNativeText(folder / name));
+        return text::ToUtf8(platform::ToNativeText(folder / name));
     }
 
     const TemporaryFolder folder;

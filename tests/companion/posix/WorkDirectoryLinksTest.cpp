@@ -1,14 +1,14 @@
-#include "companion/ControllerCSWrapper.h"
+#include "ControllerCSWrapper/ControllerCSWrapper.h"
 
 #include <string>
 
 #include <gtest/gtest.h>
 #include <unistd.h>
 
-#include "companion/Settings.h"
-#include "platform/FileSystem.h"
-#include "platform/NativePath.h"
-#include "platform/Text.h"
+#include "services/Settings.h"
+#include "platform/files/FileSystem.h"
+#include "platform/files/NativePath.h"
+#include "text/Text.h"
 #include "support/TemporaryFolder.h"
 
 namespace {
@@ -28,8 +28,8 @@ protected:
     }
 
     void Link(const std::wstring& name, const std::wstring& target) const {
-        const std::string path = platform::ToUtf8(platform::ToNativeText(folder / name));
-        ASSERT_EQ(symlink(platform::ToUtf8(platform::ToNativeText(target)).c_str(), path.c_str()), 0);
+        const std::string path = text::ToUtf8(platform::ToNativeText(folder / name));
+        ASSERT_EQ(symlink(text::ToUtf8(platform::ToNativeText(target)).c_str(), path.c_str()), 0);
     }
 
     bool Remove(const std::wstring& name) const { return ControllerCSWrapper::RemoveJobWorkDirectory(folder / name); }

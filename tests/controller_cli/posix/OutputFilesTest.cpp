@@ -1,8 +1,8 @@
 #include "FrontEndFixture.h"
 
-#include "companion/Messages.h"
-#include "platform/NativePath.h"
-#include "support/ControllerLogManager.h"
+#include "formats/Messages.h"
+#include "platform/files/NativePath.h"
+#include "CommonControllerLib/ControllerLogManager.h"
 
 #include <unistd.h>
 
@@ -26,7 +26,7 @@ protected:
     }
 
     std::wstring Native(const std::wstring& name) { return platform::ToNativeText(folder / name); }
-    std::string Bytes(const std::wstring& name) { return platform::ToUtf8(Native(name)); }
+    std::string Bytes(const std::wstring& name) { return text::ToUtf8(Native(name)); }
 };
 
 TEST_F(OutputFilesTest, LinesThatTheFileDoesNotTakeGoToStandardOutput) {

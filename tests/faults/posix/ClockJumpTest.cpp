@@ -1,10 +1,10 @@
 #include "../FaultFixture.h"
 #include "JumpingClock.h"
 
-#include "platform/Directories.h"
-#include "platform/FileSystem.h"
-#include "platform/NativePath.h"
-#include "platform/Text.h"
+#include "platform/files/Directories.h"
+#include "platform/files/FileSystem.h"
+#include "platform/files/NativePath.h"
+#include "text/Text.h"
 
 #include <cstring>
 
@@ -45,7 +45,7 @@ protected:
         return Native(folder / L"clock");
     }
     static std::string Native(const std::wstring& path) {
-        return platform::ToUtf8(platform::ToNativeText(path));
+        return text::ToUtf8(platform::ToNativeText(path));
     }
 
     void AllowAutomaticDeletion() const {

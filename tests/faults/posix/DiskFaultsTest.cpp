@@ -3,9 +3,9 @@
 #include "Privileges.h"
 #include "SmallDisk.h"
 
-#include "platform/FileSystem.h"
-#include "platform/NativePath.h"
-#include "platform/Text.h"
+#include "platform/files/FileSystem.h"
+#include "platform/files/NativePath.h"
+#include "text/Text.h"
 
 #include <optional>
 
@@ -199,7 +199,7 @@ TEST_F(DiskFaultsTest_Folders, AWorkDirectoryThatWasRemovedUnderARunningJobFails
 }
 
 TEST_F(DiskFaultsTest_Folders, ALockThatIsALinkIsNotFollowed) {
-    ASSERT_EQ(symlink("/dev/null", platform::ToUtf8(platform::ToNativeText(listFile + L".lock")).c_str()), 0);
+    ASSERT_EQ(symlink("/dev/null", text::ToUtf8(platform::ToNativeText(listFile + L".lock")).c_str()), 0);
     const test_support::Ending ending = test_support::RunToEnd(Host({}));
     EXPECT_EQ(ending.exitCode, couldNotRun);
     EXPECT_NE(ending.output.find("job_list.json.lock"), std::string::npos) << ending.output;
@@ -216,7 +216,7 @@ protected:
     }
 
     static void Allow(const std::wstring& path, mode_t mode) {
-        ASSERT_EQ(chmod(platform::ToUtf8(platform::ToNativeText(path)).c_str(), mode), 0);
+        ASSERT_EQ(chmod(text::ToUtf8(platform::ToNativeText(path)).c_str(), mode), 0);
     }
 };
 

@@ -11,10 +11,10 @@
 #include <sys/mount.h>
 #include <unistd.h>
 
-#include "platform/Pipe.h"
-#include "platform/ProcessHandle.h"
-#include "platform/posix/DescriptorHandle.h"
-#include "platform/posix/ProcessDescriptor.h"
+#include "platform/processes/Pipe.h"
+#include "platform/processes/ProcessHandle.h"
+#include "platform/processes/posix/DescriptorHandle.h"
+#include "platform/processes/posix/ProcessDescriptor.h"
 #include "support/TestProcess.h"
 
 namespace {

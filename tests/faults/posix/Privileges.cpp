@@ -5,8 +5,8 @@
 #include <sys/prctl.h>
 #include <unistd.h>
 
-#include "platform/NativePath.h"
-#include "platform/Text.h"
+#include "platform/files/NativePath.h"
+#include "text/Text.h"
 
 namespace {
 
@@ -43,6 +43,6 @@ OrdinaryUser::~OrdinaryUser() {
 }
 
 std::string OrdinaryUser::Problem(const std::wstring& program) {
-    const std::string path = platform::ToUtf8(platform::ToNativeText(program));
+    const std::string path = text::ToUtf8(platform::ToNativeText(program));
     return access(path.c_str(), X_OK) == 0 ? "" : "an ordinary user may not start " + path;
 }

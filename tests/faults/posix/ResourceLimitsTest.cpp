@@ -2,9 +2,9 @@
 #include "IdleFrontEnds.h"
 #include "Privileges.h"
 
-#include "companion/Settings.h"
-#include "platform/NativePath.h"
-#include "platform/Waiting.h"
+#include "services/Settings.h"
+#include "platform/files/NativePath.h"
+#include "platform/processes/Waiting.h"
 #include "support/TestProcess.h"
 
 #include <chrono>

@@ -7,10 +7,10 @@
 #include <sys/mount.h>
 #include <unistd.h>
 
-#include "platform/File.h"
-#include "platform/FileSystem.h"
-#include "platform/NativePath.h"
-#include "platform/Text.h"
+#include "platform/files/File.h"
+#include "platform/files/FileSystem.h"
+#include "platform/files/NativePath.h"
+#include "text/Text.h"
 
 namespace {
 
@@ -21,7 +21,7 @@ std::wstring Filler(const std::wstring& folder) {
 } // namespace
 
 SmallDisk::SmallDisk(const std::wstring& folder)
-    : path(folder), nativePath(platform::ToUtf8(platform::ToNativeText(folder))) {
+    : path(folder), nativePath(text::ToUtf8(platform::ToNativeText(folder))) {
     if (platform::EnsureFolder(path)) {
         throw std::runtime_error("cannot make the folder for the disk");
     }

@@ -1,7 +1,7 @@
 #include "../FaultFixture.h"
 
-#include "companion/ControllerCSWrapper.h"
-#include "platform/Waiting.h"
+#include "ControllerCSWrapper/ControllerCSWrapper.h"
+#include "platform/processes/Waiting.h"
 
 #include <chrono>
 #include <thread>

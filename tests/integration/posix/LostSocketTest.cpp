@@ -1,9 +1,9 @@
 #include "HostProcessFixture.h"
 
-#include "companion/HostLock.h"
-#include "platform/FileSystem.h"
-#include "platform/NativePath.h"
-#include "platform/Text.h"
+#include "formats/HostLock.h"
+#include "platform/files/FileSystem.h"
+#include "platform/files/NativePath.h"
+#include "text/Text.h"
 
 #include <sys/stat.h>
 
@@ -23,9 +23,9 @@ protected:
     /// A front end of another session.
     platform::ProcessStart FrontEndElsewhere(const std::vector<std::wstring>& arguments) const {
         platform::ProcessStart start = FrontEndProcess(arguments);
-        const std::string runtime = platform::ToUtf8(platform::ToNativeText(folder / L"runtime"));
+        const std::string runtime = text::ToUtf8(platform::ToNativeText(folder / L"runtime"));
         ::mkdir(runtime.c_str(), 0700);
-        start.environment.emplace_back(L"XDG_RUNTIME_DIR", platform::FromUtf8(runtime));
+        start.environment.emplace_back(L"XDG_RUNTIME_DIR", text::FromUtf8(runtime));
         return start;
     }
 };
@@ -60,7 +60,7 @@ TEST_F(LostSocketTest, AFrontEndOfAnotherSessionIsToldOfTheHostAndCanEndIt) {
     EXPECT_EQ(refused.exitCode, 3);
     EXPECT_NE(refused.output.find("cannot be reached from here: " + ProcessOfHost() + ", since 20"), std::string::npos)
         << refused.output;
-    EXPECT_NE(refused.output.find(platform::ToUtf8(platform::ToNativeText(SocketPath()))), std::string::npos)
+    EXPECT_NE(refused.output.find(text::ToUtf8(platform::ToNativeText(SocketPath()))), std::string::npos)
         << refused.output;
     const auto stopped = test_support::RunToEnd(FrontEndElsewhere({L"--stop-host"}));
     EXPECT_EQ(stopped.exitCode, 0) << stopped.output;
@@ -68,10 +68,10 @@ TEST_F(LostSocketTest, AFrontEndOfAnotherSessionIsToldOfTheHostAndCanEndIt) {
 }
 
 TEST_F(LostSocketTest, ASocketPathThatIsTooLongIsNamedInTheForeground) {
-    const std::string runtime = platform::ToUtf8(platform::ToNativeText(folder.Path())) + "/" + std::string(100, 'r');
+    const std::string runtime = text::ToUtf8(platform::ToNativeText(folder.Path())) + "/" + std::string(100, 'r');
     ASSERT_EQ(::mkdir(runtime.c_str(), 0700), 0);
     platform::ProcessStart start = Host({});
-    start.environment.emplace_back(L"XDG_RUNTIME_DIR", platform::FromUtf8(runtime));
+    start.environment.emplace_back(L"XDG_RUNTIME_DIR", text::FromUtf8(runtime));
     const auto refused = test_support::RunToEnd(start);
     EXPECT_EQ(refused.exitCode, 1);
     EXPECT_NE(refused.output.find(runtime + "/common_controller/"), std::string::npos) << refused.output;

@@ -1,8 +1,8 @@
 #include "HostProcessFixture.h"
 
-#include "platform/NativePath.h"
-#include "platform/Text.h"
-#include "platform/posix/DescriptorHandle.h"
+#include "platform/files/NativePath.h"
+#include "text/Text.h"
+#include "platform/processes/posix/DescriptorHandle.h"
 
 #include <optional>
 
@@ -45,7 +45,7 @@ TEST_F(OutputFaultTest, AFullDiskFailsEachCommand) {
                                                 {L"--wait", L"1"},
                                                 {L"--cancel-all"},
                                                 {L"--stop-host"}}) {
-        EXPECT_EQ(ExitCodeOnFullDisk(FrontEndProcess(arguments)), 2) << platform::ToUtf8(arguments.front());
+        EXPECT_EQ(ExitCodeOnFullDisk(FrontEndProcess(arguments)), 2) << text::ToUtf8(arguments.front());
     }
     EXPECT_EQ(ExitCodeOnFullDisk(Host({L"--help"})), 2);
     EXPECT_EQ(ExitCodeOnFullDisk(Host({L"--version"})), 2);
@@ -77,7 +77,7 @@ TEST_F(OutputFaultTest, AWaitEndsWithItsReaderThoughNothingChanges) {
         ASSERT_TRUE(test_support::ReadUntil(*pipe, arguments[0] == L"--log" ? "hello" : "Job 1 Running"));
         pipe.reset();
         ASSERT_TRUE(test_support::WaitUntilSignalled(process.Get()));
-        EXPECT_EQ(platform::ExitCode(process.Get()), 141) << platform::ToUtf8(arguments.front());
+        EXPECT_EQ(platform::ExitCode(process.Get()), 141) << text::ToUtf8(arguments.front());
     }
 }
 

@@ -1,9 +1,9 @@
 #include "HostProcessFixture.h"
 
 #include "SettingsSample.h"
-#include "platform/FileSystem.h"
-#include "platform/NativePath.h"
-#include "platform/Text.h"
+#include "platform/files/FileSystem.h"
+#include "platform/files/NativePath.h"
+#include "text/Text.h"
 #include "support/OtherProcesses.h"
 
 namespace {
@@ -41,7 +41,7 @@ TEST_F(SettingsSampleRunTest, WithoutItsScenarioDirectoryTheScenariosAreNotJustN
     const Ending list = Cli({L"--scenarios"});
     EXPECT_EQ(list.exitCode, 1);
     EXPECT_NE(list.output.find("controller_cli: The scenario directory " +
-                               platform::ToUtf8(platform::ToNativeText(folder / L"scenarios")) +
+                               text::ToUtf8(platform::ToNativeText(folder / L"scenarios")) +
                                " cannot be searched: No such file or directory.\n"),
               std::string::npos)
         << list.output;

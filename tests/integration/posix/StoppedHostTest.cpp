@@ -1,6 +1,6 @@
 #include "HostProcessFixture.h"
 
-#include "platform/Process.h"
+#include "platform/processes/Process.h"
 
 #include <csignal>
 

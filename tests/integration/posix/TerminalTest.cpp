@@ -1,7 +1,7 @@
 #include "HostProcessFixture.h"
 
-#include "platform/NativePath.h"
-#include "platform/posix/DescriptorHandle.h"
+#include "platform/files/NativePath.h"
+#include "platform/processes/posix/DescriptorHandle.h"
 #include "support/Deadline.h"
 
 #include <array>

@@ -1,10 +1,10 @@
 #include "../../platform/SystemHelpers.h"
 #include "local_socket/support/LineFixture.h"
-#include "platform/FileSystem.h"
-#include "platform/NativePath.h"
-#include "platform/ProcessHandle.h"
-#include "platform/Text.h"
-#include "platform/posix/DescriptorHandle.h"
+#include "platform/files/FileSystem.h"
+#include "platform/files/NativePath.h"
+#include "platform/processes/ProcessHandle.h"
+#include "text/Text.h"
+#include "platform/processes/posix/DescriptorHandle.h"
 
 #include <cstring>
 #include <optional>
@@ -46,7 +46,7 @@ protected:
         const int descriptor = platform::DescriptorOf(socket.Get());
         sockaddr_un address{};
         address.sun_family = AF_UNIX;
-        const std::string path = platform::ToUtf8(local_socket::LocalPlace(place));
+        const std::string path = text::ToUtf8(local_socket::LocalPlace(place));
         std::memcpy(address.sun_path, path.data(), path.size());
         EXPECT_EQ(::connect(descriptor, reinterpret_cast<const sockaddr*>(&address), sizeof(address)), 0);
         std::string all;

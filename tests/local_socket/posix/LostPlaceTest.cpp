@@ -1,4 +1,4 @@
-#include "local_socket/Network.h"
+#include "transport/local_socket/Network.h"
 
 #include <chrono>
 #include <memory>
@@ -8,9 +8,9 @@
 #include <gtest/gtest.h>
 
 #include "local_socket/support/MeetingPlaces.h"
-#include "platform/FileSystem.h"
-#include "platform/NativePath.h"
-#include "platform/Waiting.h"
+#include "platform/files/FileSystem.h"
+#include "platform/files/NativePath.h"
+#include "platform/processes/Waiting.h"
 #include "support/Deadline.h"
 
 namespace {

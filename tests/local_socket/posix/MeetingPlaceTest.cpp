@@ -1,4 +1,4 @@
-#include "local_socket/posix/MeetingPlace.h"
+#include "transport/local_socket/posix/MeetingPlace.h"
 
 #include <array>
 #include <chrono>
@@ -14,11 +14,11 @@
 #include <sys/un.h>
 #include <unistd.h>
 
-#include "platform/Environment.h"
-#include "platform/FileSystem.h"
-#include "platform/NativePath.h"
-#include "platform/Text.h"
-#include "platform/posix/DescriptorHandle.h"
+#include "platform/system/Environment.h"
+#include "platform/files/FileSystem.h"
+#include "platform/files/NativePath.h"
+#include "text/Text.h"
+#include "platform/processes/posix/DescriptorHandle.h"
 #include "support/Deadline.h"
 #include "support/TemporaryFolder.h"
 
@@ -40,14 +40,14 @@ bool Contains(const std::wstring& text, const std::wstring& part) {
 /// Each test has a run-time folder of its own.
 class MeetingPlaceTest : public testing::Test {
 protected:
-    void SetUp() override { platform::SetEnvironment(L"XDG_RUNTIME_DIR", platform::FromUtf8(runtimePath)); }
+    void SetUp() override { platform::SetEnvironment(L"XDG_RUNTIME_DIR", text::FromUtf8(runtimePath)); }
     void TearDown() override { platform::SetEnvironment(L"XDG_RUNTIME_DIR", earlier); }
 
     std::string PathOf(const std::string& name) const { return folder + "/" + name; }
 
     const std::wstring earlier = platform::GetEnvironment(L"XDG_RUNTIME_DIR").value_or(L"");
     const TemporaryFolder runtime;
-    const std::string runtimePath = platform::ToUtf8(platform::ToNativeText(runtime.Path()));
+    const std::string runtimePath = text::ToUtf8(platform::ToNativeText(runtime.Path()));
     const std::string folder = runtimePath + "/common_controller";
 };
 
@@ -88,7 +88,7 @@ TEST_F(MeetingPlaceTest, TheFolderIsMadeForTheOwnerAlone) {
 
 TEST_F(MeetingPlaceTest, LookingMakesNoFolder) {
     EXPECT_EQ(CheckSocketFolder(folder, false), L"");
-    EXPECT_FALSE(platform::Exists(platform::FromUtf8(folder)));
+    EXPECT_FALSE(platform::Exists(text::FromUtf8(folder)));
 }
 
 TEST_F(MeetingPlaceTest, AFolderThatOthersMayEnterIsRefusedByBothEnds) {
@@ -186,8 +186,8 @@ TEST_F(MeetingPlaceTest, ThePlaceIsLeftEmpty) {
         ListeningPlace place;
         const OpenedSocket listening = place.Take("host");
     }
-    EXPECT_FALSE(platform::Exists(platform::FromUtf8(PathOf("host.socket"))));
-    EXPECT_FALSE(platform::Exists(platform::FromUtf8(PathOf("host.lock"))));
+    EXPECT_FALSE(platform::Exists(text::FromUtf8(PathOf("host.socket"))));
+    EXPECT_FALSE(platform::Exists(text::FromUtf8(PathOf("host.lock"))));
 }
 
 TEST_F(MeetingPlaceTest, ASecondEngineIsRefusedAndTheFirstStaysReachable) {
@@ -218,16 +218,16 @@ TEST_F(MeetingPlaceTest, TheSocketOfADeadEngineIsReplaced) {
 
 TEST_F(MeetingPlaceTest, SomethingElseInPlaceOfTheSocketIsLeftAlone) {
     ASSERT_EQ(CheckSocketFolder(folder, true), L"");
-    WriteTextFile(platform::FromUtf8(PathOf("host.socket")), "mine");
+    WriteTextFile(text::FromUtf8(PathOf("host.socket")), "mine");
     ListeningPlace place;
     EXPECT_TRUE(Contains(place.Take("host").failure, L"something that is no socket stands there"));
-    EXPECT_EQ(ReadTextFile(platform::FromUtf8(PathOf("host.socket"))), "mine");
+    EXPECT_EQ(ReadTextFile(text::FromUtf8(PathOf("host.socket"))), "mine");
 }
 
 TEST_F(MeetingPlaceTest, APathThatIsTooLongIsToldWithItsLengthAndTheLimit) {
     const std::string longFolder = runtimePath + "/" + std::string(60, 'r');
     ASSERT_EQ(mkdir(longFolder.c_str(), 0700), 0);
-    platform::SetEnvironment(L"XDG_RUNTIME_DIR", platform::FromUtf8(longFolder));
+    platform::SetEnvironment(L"XDG_RUNTIME_DIR", text::FromUtf8(longFolder));
     ListeningPlace place;
     EXPECT_TRUE(Contains(place.Take("host").failure, L"bytes, at most 107 are possible"));
     EXPECT_TRUE(Contains(ConnectTo("host", 0ms).failure, L"bytes, at most 107 are possible"));
@@ -260,7 +260,7 @@ TEST_F(MeetingPlaceTest, APlaceWhoseFilesWereRemovedIsTakenAgain) {
 TEST_F(MeetingPlaceTest, APlaceWhoseFolderWasRemovedIsTakenAgain) {
     ListeningPlace place;
     OpenedSocket listening = place.Take("host");
-    ASSERT_FALSE(platform::RemoveTree(platform::FromUtf8(folder)));
+    ASSERT_FALSE(platform::RemoveTree(text::FromUtf8(folder)));
     listening = place.TakeAgainIfLost();
     ASSERT_TRUE(listening.socket) << testing::PrintToString(listening.failure);
     EXPECT_EQ(ModeOf(folder), 0700u);
@@ -282,13 +282,13 @@ TEST_F(MeetingPlaceTest, AnEngineFollowsTheRuntimeFolderWhenItGoesAndComesBack) 
     listening = place.TakeAgainIfLost();
     EXPECT_TRUE(listening.socket) << testing::PrintToString(listening.failure);
     EXPECT_TRUE(ConnectTo(name, 0ms).socket);
-    EXPECT_FALSE(platform::Exists(platform::FromUtf8(meanwhile)));
+    EXPECT_FALSE(platform::Exists(text::FromUtf8(meanwhile)));
 }
 
 TEST_F(MeetingPlaceTest, APlaceThatAnotherEngineHasTakenMeanwhileIsNotTakenFromIt) {
     ListeningPlace place;
     const OpenedSocket lost = place.Take("host");
-    ASSERT_FALSE(platform::RemoveTree(platform::FromUtf8(folder)));
+    ASSERT_FALSE(platform::RemoveTree(text::FromUtf8(folder)));
     ListeningPlace other;
     const OpenedSocket listening = other.Take("host");
     ASSERT_TRUE(listening.socket);
@@ -307,11 +307,11 @@ TEST_F(MeetingPlaceTest, WhatDeadEnginesLeftIsRemovedAndWhatLivesIsNot) {
     PathOf("dead.socket").copy(address.sun_path, sizeof(address.sun_path) - 1);
     ASSERT_EQ(::bind(platform::DescriptorOf(dead.Get()), reinterpret_cast<const sockaddr*>(&address), sizeof(address)),
               0);
-    WriteTextFile(platform::FromUtf8(PathOf("dead.lock")), "");
+    WriteTextFile(text::FromUtf8(PathOf("dead.lock")), "");
     ListeningPlace place;
     const OpenedSocket listening = place.Take("host");
-    EXPECT_FALSE(platform::Exists(platform::FromUtf8(PathOf("dead.socket"))));
-    EXPECT_FALSE(platform::Exists(platform::FromUtf8(PathOf("dead.lock"))));
+    EXPECT_FALSE(platform::Exists(text::FromUtf8(PathOf("dead.socket"))));
+    EXPECT_FALSE(platform::Exists(text::FromUtf8(PathOf("dead.lock"))));
     EXPECT_TRUE(ConnectTo("alive", 0ms).socket);
 }
 

@@ -8,7 +8,7 @@
 #include <string_view>
 #include <vector>
 
-#include "local_socket/Network.h"
+#include "transport/local_socket/Network.h"
 
 /// The test's side of a channel.
 struct FakeConnection {

@@ -5,8 +5,8 @@
 
 #include <gtest/gtest.h>
 
-#include "local_socket/ClientEnd.h"
-#include "local_socket/EngineEnd.h"
+#include "transport/local_socket/ClientEnd.h"
+#include "transport/local_socket/EngineEnd.h"
 #include "local_socket/support/MeetingPlaces.h"
 #include "local_socket/support/Recording.h"
 

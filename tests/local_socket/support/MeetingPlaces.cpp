@@ -2,8 +2,8 @@
 
 #include <random>
 
-#include "platform/Environment.h"
-#include "platform/NativePath.h"
+#include "platform/system/Environment.h"
+#include "platform/files/NativePath.h"
 #include "support/TemporaryFolder.h"
 
 namespace {

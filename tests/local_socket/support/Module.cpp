@@ -3,8 +3,8 @@
 #include <cstdint>
 #include <stdexcept>
 
-#include "platform/Directories.h"
-#include "platform/SharedLibrary.h"
+#include "platform/files/Directories.h"
+#include "platform/system/SharedLibrary.h"
 
 namespace {
 

@@ -2,8 +2,8 @@
 
 #include <string>
 
-#include "modules/EventTransmitter.h"
-#include "modules/EventTransmitterExtension.h"
+#include "CommonControllerLib/EventTransmitter.h"
+#include "controller_plugins/EventTransmitterExtension.h"
 
 /// Asks the real module, loaded on first use, for a transmitter. Its sockets stand where `NewMeetingPlace` says.
 EventTransmitter* TransmitterFromModule(const std::wstring& id);

@@ -7,8 +7,8 @@
 #include <utility>
 #include <vector>
 
-#include "local_socket/Network.h"
-#include "modules/EventTransmitter.h"
+#include "transport/local_socket/Network.h"
+#include "CommonControllerLib/EventTransmitter.h"
 #include "support/Deadline.h"
 
 /// Things that threads add and the test waits for.

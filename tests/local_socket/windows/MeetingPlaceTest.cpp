@@ -1,4 +1,4 @@
-#include "local_socket/windows/MeetingPlace.h"
+#include "transport/local_socket/windows/MeetingPlace.h"
 
 #include <chrono>
 #include <random>

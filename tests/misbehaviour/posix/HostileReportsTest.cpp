@@ -3,7 +3,7 @@
 
 #include <fstream>
 
-#include "platform/Process.h"
+#include "platform/processes/Process.h"
 
 namespace {
 

@@ -1,10 +1,10 @@
 #include "ScenarioRunFixture.h"
 #include "ScenarioTraces.h"
 
-#include "companion/ControllerCSWrapper.h"
-#include "platform/FileSystem.h"
-#include "platform/NativePath.h"
-#include "platform/Text.h"
+#include "ControllerCSWrapper/ControllerCSWrapper.h"
+#include "platform/files/FileSystem.h"
+#include "platform/files/NativePath.h"
+#include "text/Text.h"
 
 namespace {
 
@@ -17,7 +17,7 @@ protected:
         WriteTextFile(folder / L"outside\\scenario.log", "content");
     }
 
-    std::string Outside() const { return platform::ToUtf8(platform::ToNativeText(folder / L"outside")); }
+    std::string Outside() const { return text::ToUtf8(platform::ToNativeText(folder / L"outside")); }
 
     void ExpectOutsideUntouched() const {
         std::vector<platform::FolderEntry> entries;
@@ -75,7 +75,7 @@ TEST_F(HostileWorkFolderTest, NoRequestToStopIsMadeThroughALinkInThePlaceOfTheWo
 TEST_F(HostileWorkFolderTest, NothingIsWrittenThroughALinkInThePlaceOfTheFolderAbove) {
     ASSERT_FALSE(platform::EnsureFolder(folder / L"outside work\\3f9a0c1"));
     settings.logLimitBytes = 4096;
-    UseSteps("replace parent folder " + platform::ToUtf8(platform::ToNativeText(folder / L"outside work")) +
+    UseSteps("replace parent folder " + text::ToUtf8(platform::ToNativeText(folder / L"outside work")) +
              "\nprint lines 1000\nexit 3");
     ASSERT_EQ(Start(), 0);
     EXPECT_EQ(AwaitEnd(), 0);

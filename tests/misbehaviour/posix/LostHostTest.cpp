@@ -1,7 +1,7 @@
 #include "HostProcessFixture.h"
 #include "ScenarioTraces.h"
 
-#include "platform/FileSystem.h"
+#include "platform/files/FileSystem.h"
 
 using LostHostTest = HostProcessFixture;
 

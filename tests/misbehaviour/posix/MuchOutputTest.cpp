@@ -1,8 +1,8 @@
 #include "ScenarioRunFixture.h"
 
-#include "platform/Environment.h"
-#include "platform/Text.h"
-#include "platform/Waiting.h"
+#include "platform/system/Environment.h"
+#include "text/Text.h"
+#include "platform/processes/Waiting.h"
 
 namespace {
 
@@ -10,7 +10,7 @@ using MuchOutputTest = ScenarioRunFixture;
 
 /// In MiB; more where somebody measures.
 std::string Amount() {
-    return platform::ToUtf8(platform::GetEnvironment(L"CONTROLLER_TEST_OUTPUT_MEGABYTES").value_or(L"256"));
+    return text::ToUtf8(platform::GetEnvironment(L"CONTROLLER_TEST_OUTPUT_MEGABYTES").value_or(L"256"));
 }
 
 } // namespace

@@ -4,7 +4,7 @@
 #include <cstring>
 #include <set>
 
-#include "platform/Text.h"
+#include "text/Text.h"
 
 using SignalsTest = ScenarioRunFixture;
 
@@ -20,7 +20,7 @@ TEST_F(SignalsTest, AScenarioThatASignalEndsFailsAndTheSignalIsNamed) {
         if (!Result().succeeded) {
             EXPECT_EQ(FirstMessage(), L"The scenario ended with exit code " + std::to_wstring(128 + signal) +
                                           L" (signal " + std::to_wstring(signal) + L", " +
-                                          platform::FromUtf8(sigdescr_np(signal)) + L") and wrote no result.");
+                                          text::FromUtf8(sigdescr_np(signal)) + L") and wrote no result.");
         }
     }
 }

@@ -3,8 +3,8 @@
 
 #include <chrono>
 
-#include "platform/MarkedProcesses.h"
-#include "platform/Waiting.h"
+#include "platform/processes/MarkedProcesses.h"
+#include "platform/processes/Waiting.h"
 
 namespace {
 

@@ -1,4 +1,4 @@
-#include "platform/Export.h"
+#include "CommonControllerLib/Export.h"
 
 extern "C" int ChainEnd();
 extern "C" CONTROLLER_API int ChainMiddle();

@@ -1,4 +1,4 @@
-#include "platform/Export.h"
+#include "CommonControllerLib/Export.h"
 
 extern "C" int ChainMiddle();
 extern "C" CONTROLLER_API int Answer();

@@ -1,8 +1,8 @@
-#include "platform/FileLock.h"
+#include "platform/files/FileLock.h"
 
 #include <gtest/gtest.h>
 
-#include "platform/FileSystem.h"
+#include "platform/files/FileSystem.h"
 #include "support/TemporaryFolder.h"
 
 namespace {

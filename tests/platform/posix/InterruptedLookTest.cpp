@@ -4,8 +4,8 @@
 #include <sys/time.h>
 #include <unistd.h>
 
-#include "platform/Process.h"
-#include "platform/ProcessHandle.h"
+#include "platform/processes/Process.h"
+#include "platform/processes/ProcessHandle.h"
 
 namespace {
 

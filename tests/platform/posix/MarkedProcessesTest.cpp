@@ -1,10 +1,10 @@
-#include "platform/MarkedProcesses.h"
+#include "platform/processes/MarkedProcesses.h"
 
 #include <string>
 
 #include <gtest/gtest.h>
 
-#include "platform/Environment.h"
+#include "platform/system/Environment.h"
 #include "support/TestProcess.h"
 
 using platform::EndMarkedProcesses;

@@ -5,8 +5,8 @@
 #include <pthread.h>
 #include <unistd.h>
 
-#include "platform/ProcessTree.h"
-#include "platform/posix/DescriptorHandle.h"
+#include "platform/processes/ProcessTree.h"
+#include "platform/processes/posix/DescriptorHandle.h"
 #include "support/TemporaryFolder.h"
 #include "support/TestProcess.h"
 

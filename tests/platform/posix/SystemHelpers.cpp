@@ -9,14 +9,14 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include "platform/Directories.h"
-#include "platform/NativePath.h"
-#include "platform/Text.h"
+#include "platform/files/Directories.h"
+#include "platform/files/NativePath.h"
+#include "text/Text.h"
 
 namespace {
 
 std::string Bytes(const std::wstring& path) {
-    return platform::ToUtf8(platform::ToNativeText(path));
+    return text::ToUtf8(platform::ToNativeText(path));
 }
 
 } // namespace

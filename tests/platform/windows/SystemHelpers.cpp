@@ -7,9 +7,9 @@
 
 #include <sddl.h>
 
-#include "platform/Directories.h"
-#include "platform/FileSystem.h"
-#include "platform/NativePath.h"
+#include "platform/files/Directories.h"
+#include "platform/files/FileSystem.h"
+#include "platform/files/NativePath.h"
 
 bool OnWindows() {
     return true;

@@ -13,8 +13,8 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include "platform/Console.h"
-#include "platform/Text.h"
+#include "platform/terminal/Console.h"
+#include "text/Text.h"
 
 namespace {
 
@@ -70,12 +70,12 @@ void BeLowest(const std::wstring&) {
 }
 
 void MakeNamedPipe(const std::wstring& name) {
-    mkfifo(platform::ToUtf8(name).c_str(), 0600);
+    mkfifo(text::ToUtf8(name).c_str(), 0600);
 }
 
 /// "NAME TARGET": what stands there is replaced.
 void MakeLink(const std::wstring& text, int (*make)(const char*, const char*)) {
-    const std::string words = platform::ToUtf8(text);
+    const std::string words = text::ToUtf8(text);
     const std::string name = words.substr(0, words.find(' '));
     unlink(name.c_str());
     make(words.substr(name.size() + 1).c_str(), name.c_str());
@@ -91,7 +91,7 @@ void MakeHardLink(const std::wstring& text) {
 
 void MakeSparseFile(const std::wstring& name) {
     constexpr off_t size = off_t{1} << 30;
-    const int file = open(platform::ToUtf8(name).c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0600);
+    const int file = open(text::ToUtf8(name).c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0600);
     [[maybe_unused]] const int result = ftruncate(file, size);
     close(file);
 }
@@ -113,13 +113,13 @@ void DeleteWorkFolder(const std::wstring&) {
 
 void ReplaceWorkFolder(const std::wstring& target) {
     RemoveAll(WorkFolder());
-    symlink(platform::ToUtf8(target).c_str(), WorkFolder().c_str());
+    symlink(text::ToUtf8(target).c_str(), WorkFolder().c_str());
 }
 
 void ReplaceParentFolder(const std::wstring& target) {
     const std::string parent = WorkFolder().substr(0, WorkFolder().rfind('/'));
     rename(parent.c_str(), (parent + ".moved").c_str());
-    symlink(platform::ToUtf8(target).c_str(), parent.c_str());
+    symlink(text::ToUtf8(target).c_str(), parent.c_str());
 }
 
 /// Folders in folders, deeper than any path reaches, with a name that is no text in each and no permissions at the end.

@@ -6,9 +6,9 @@
 
 #include <tlhelp32.h>
 
-#include "platform/Directories.h"
-#include "platform/FileSystem.h"
-#include "platform/NativePath.h"
+#include "platform/files/Directories.h"
+#include "platform/files/FileSystem.h"
+#include "platform/files/NativePath.h"
 
 namespace {
 

@@ -3,9 +3,9 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
-#include "platform/FileSystem.h"
-#include "platform/NativePath.h"
-#include "platform/Text.h"
+#include "platform/files/FileSystem.h"
+#include "platform/files/NativePath.h"
+#include "text/Text.h"
 #include "support/TemporaryFolder.h"
 
 TEST(ScenarioLogLinkTest, ALinkThatAScenarioPutsInPlaceOfItsLogIsNotWrittenThrough) {
@@ -15,8 +15,8 @@ TEST(ScenarioLogLinkTest, ALinkThatAScenarioPutsInPlaceOfItsLogIsNotWrittenThrou
     scenario_runner::ScenarioLog log(path, 1024);
     ASSERT_FALSE(log.Open());
     ASSERT_FALSE(platform::RemoveFile(path));
-    ASSERT_EQ(symlink(platform::ToUtf8(platform::ToNativeText(folder / L"precious")).c_str(),
-                      platform::ToUtf8(platform::ToNativeText(path)).c_str()),
+    ASSERT_EQ(symlink(text::ToUtf8(platform::ToNativeText(folder / L"precious")).c_str(),
+                      text::ToUtf8(platform::ToNativeText(path)).c_str()),
               0);
     log.Append(std::string(5000, 'x'));
     log.Close();

@@ -5,13 +5,13 @@
 
 #include <cstdio>
 
-#include "platform/NativePath.h"
-#include "platform/Text.h"
+#include "platform/files/NativePath.h"
+#include "text/Text.h"
 
 namespace {
 
 std::string NativePath(const std::wstring& path) {
-    return platform::ToUtf8(platform::ToNativeText(path));
+    return text::ToUtf8(platform::ToNativeText(path));
 }
 
 } // namespace

@@ -2,7 +2,7 @@
 
 #include <windows.h>
 
-#include "platform/NativePath.h"
+#include "platform/files/NativePath.h"
 
 UnreadableFile::UnreadableFile(const std::wstring& filePath)
     : path(filePath), held(reinterpret_cast<std::uintptr_t>(

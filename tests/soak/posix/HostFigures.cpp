@@ -6,7 +6,7 @@
 
 #include <unistd.h>
 
-#include "platform/Process.h"
+#include "platform/processes/Process.h"
 #include "support/OtherProcesses.h"
 
 namespace {

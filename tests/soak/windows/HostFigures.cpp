@@ -7,7 +7,7 @@
 
 #include <winternl.h>
 
-#include "platform/Process.h"
+#include "platform/processes/Process.h"
 
 namespace {
 

@@ -4,13 +4,13 @@
 #include <filesystem>
 #include <fstream>
 
-#include "platform/Clock.h"
-#include "platform/Environment.h"
-#include "platform/MarkedProcesses.h"
-#include "platform/Process.h"
-#include "platform/posix/DescriptorHandle.h"
-#include "platform/posix/ProcessDescriptor.h"
-#include "platform/posix/SystemPath.h"
+#include "platform/system/Clock.h"
+#include "platform/system/Environment.h"
+#include "platform/processes/MarkedProcesses.h"
+#include "platform/processes/Process.h"
+#include "platform/processes/posix/DescriptorHandle.h"
+#include "platform/processes/posix/ProcessDescriptor.h"
+#include "platform/files/posix/SystemPath.h"
 
 namespace test_support {
 namespace {

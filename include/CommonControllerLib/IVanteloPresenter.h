@@ -1,0 +1,50 @@
+#pragma once
+
+#include "CommonControllerLib/JobRecords.h"
+#include "CommonControllerLib/ScenarioRecords.h"
+#include "CommonControllerLib/ServiceRecords.h"
+
+#include <string>
+#include <vector>
+
+/// The engine's answers, as a front end receives them. Each operation is called on the transmitter's thread and says
+/// whether the answer could be used.
+///
+/// The order of the operations is part of the interface, and no virtual destructor stands before them: a presenter is
+/// deleted through its own type.
+class IVanteloPresenter {
+public:
+    /// The answer to a request to enqueue jobs.
+    virtual bool EnqueueJobsFinish(const JobEnqueueResult& result) = 0;
+    /// These jobs have changed; sent without being asked for.
+    virtual bool UpdateProgress(const std::vector<JobStatusInfo>& infos) = 0;
+    /// These jobs were cancelled, or asked to stop.
+    virtual bool CancelJobsFinish(const std::vector<JobStatusInfo>& infos) = 0;
+    virtual bool FetchScenariosResponse(const std::vector<ScenarioInfo>& scenarios) = 0;
+    virtual bool FetchScenarioParameterSetsResponse(const std::vector<ScenarioParameterSetInfo>& parameterSets) = 0;
+    /// The whole job list.
+    virtual bool InitJobsResponse(const std::vector<JobListInfo>& jobs) = 0;
+    /// The ids of the jobs that were deleted.
+    virtual bool DeleteJobsResponse(const std::vector<std::wstring>& jobIds) = 0;
+    /// The string resources as JSON text.
+    virtual bool FetchLocalizedStringsResponse(const std::wstring& strings) = 0;
+    /// The culture selected in the settings.
+    virtual bool InitCultureResponse(const std::wstring& culture) = 0;
+    virtual bool TerminateResponse() = 0;
+    virtual bool FetchServiceListResponse(const std::vector<ServiceInfo>& services) = 0;
+    virtual bool FetchUserSettingsResponse(const UserSettingsInfo& settings) = 0;
+    virtual bool WriteUserSettingsResponse() = 0;
+    virtual bool ClearUserSettingsResponse(const UserSettingsInfo& settings) = 0;
+    virtual bool ShowSettingDialogResponse() = 0;
+    virtual bool FetchScenarioEditorPathResponse(const std::wstring& path) = 0;
+    virtual bool FetchPreviousStateFilePathResponse(const std::wstring& path) = 0;
+    /// The status of the jobs asked about; each element's `id` is the text that was asked with.
+    virtual bool CheckJobStatusResponse(const std::vector<JobStatusInfo>& infos) = 0;
+    virtual bool FetchThirdPartyNoticesPathResponse(const std::wstring& path) = 0;
+
+protected:
+    IVanteloPresenter() = default;
+    IVanteloPresenter(const IVanteloPresenter&) = default;
+    IVanteloPresenter& operator=(const IVanteloPresenter&) = default;
+    ~IVanteloPresenter() = default;
+};

@@ -1,0 +1,97 @@
+#include "transport/in_process/Endpoint.h"
+
+#include "transport/event_delivery/Promise.h"
+#include "transport/in_process/Line.h"
+
+#include <memory>
+#include <utility>
+
+namespace in_process {
+
+using event_delivery::DeliveryThread;
+
+void Endpoint::AddEventHandler(const std::wstring& eventName, CallbackFunctor* handler) {
+    deliveries.SetHandler(eventName, handler);
+}
+
+bool Endpoint::Connect(std::wstring& problem) {
+    problem.clear();
+    return IsConnected();
+}
+
+EventTransmitterExtension::Peer Endpoint::CurrentPeer() const {
+    return deliveries.CurrentPeer();
+}
+
+EventTransmitterExtension::Acknowledgement Endpoint::DeferAcknowledgement() {
+    return deliveries.acknowledgements.Defer();
+}
+
+void Endpoint::Acknowledge(Acknowledgement acknowledgement) {
+    deliveries.acknowledgements.Acknowledge(acknowledgement);
+}
+
+void Endpoint::PauseDelivery() {
+    deliveries.Pause();
+}
+
+void Endpoint::ResumeDelivery() {
+    deliveries.Resume();
+}
+
+void Endpoint::Receive(Peer sender, const std::wstring& eventName, const std::wstring& payload, Give give) {
+    deliveries.Post([this, sender, eventName, payload, give = std::move(give)] {
+        deliveries.acknowledgements.Deliver(give, [&] { CallHandler(sender, eventName, payload); });
+    });
+}
+
+void Endpoint::CallHandler(Peer sender, const std::wstring& eventName, const std::wstring& payload) {
+    try {
+        deliveries.Deliver(sender, eventName, payload);
+    } catch (...) {
+        // Nobody is there to be told: a sender learns that his event was handled, not how.
+    }
+}
+
+bool EngineEnd::SendEvent(const std::wstring& eventName, const std::wstring& payload) {
+    line.SendToFrontEnds(Number(), eventName, payload);
+    return true;
+}
+
+bool EngineEnd::SendEventTo(Peer peer, const std::wstring& eventName, const std::wstring& payload) {
+    return line.SendToFrontEnd(Number(), peer, eventName, payload);
+}
+
+bool EngineEnd::PostEvent(const std::wstring& eventName, const std::wstring& payload) {
+    return SendEvent(eventName, payload);
+}
+
+bool EngineEnd::IsConnected() const {
+    return true;
+}
+
+/// The acknowledgement takes its turn among the deliveries here: behind the answers that were sent before it.
+bool FrontEnd::SendEvent(const std::wstring& eventName, const std::wstring& payload) {
+    if (DeliveryThread::IsCurrent()) {
+        return PostEvent(eventName, payload);
+    }
+    auto acknowledged = std::make_shared<event_delivery::Promise>();
+    event_delivery::Future outcome = acknowledged->GetFuture();
+    // Given away: when one of the ends goes, the promise is dropped unkept, which ends the wait.
+    Give give = [this, kept = std::move(acknowledged)] { deliveries.Post([kept] { kept->Set(true); }); };
+    return line.SendToEngine(Number(), eventName, payload, std::move(give)) && outcome.Get(line.Timeout());
+}
+
+bool FrontEnd::SendEventTo(Peer peer, const std::wstring& eventName, const std::wstring& payload) {
+    return line.EngineNumber() == peer && PostEvent(eventName, payload);
+}
+
+bool FrontEnd::PostEvent(const std::wstring& eventName, const std::wstring& payload) {
+    return line.SendToEngine(Number(), eventName, payload, {});
+}
+
+bool FrontEnd::IsConnected() const {
+    return line.EngineNumber() != 0;
+}
+
+} // namespace in_process

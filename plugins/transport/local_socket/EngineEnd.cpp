@@ -1,0 +1,112 @@
+#include "transport/local_socket/EngineEnd.h"
+
+#include <utility>
+#include <vector>
+
+namespace local_socket {
+
+std::unique_ptr<EngineEnd> EngineEnd::Listen(const std::string& place, std::unique_ptr<Network> network,
+                                             const Limits& limits, Network::Log log) {
+    std::unique_ptr<EngineEnd> engine(
+        new EngineEnd(place, std::move(network), limits, std::move(log), Begin::WithFirstHandler));
+    return engine->Listen() ? std::move(engine) : nullptr;
+}
+
+EngineEnd::~EngineEnd() {
+    End();
+}
+
+bool EngineEnd::SendEvent(const std::wstring& eventName, const std::wstring& payload) {
+    const SharedFrame frame = Encode(eventName, payload);
+    if (!frame) {
+        return false;
+    }
+    const std::lock_guard<std::mutex> guard(network->Lock());
+    // A copy, because a session that is dropped leaves the list.
+    const std::map<Peer, std::shared_ptr<Session>> all = sessions;
+    for (const auto& [peer, session] : all) {
+        if (session->IsOpen()) {
+            // One front end that does not take its events must not keep them from the others.
+            (void)session->SendOrClose(frame);
+        }
+    }
+    return !IsStopped();
+}
+
+bool EngineEnd::SendEventTo(Peer peer, const std::wstring& eventName, const std::wstring& payload) {
+    const SharedFrame frame = Encode(eventName, payload);
+    if (!frame) {
+        return false;
+    }
+    const std::lock_guard<std::mutex> guard(network->Lock());
+    const auto found = sessions.find(peer);
+    if (found == sessions.end() || !found->second->IsOpen()) {
+        return false;
+    }
+    const std::shared_ptr<Session> session = found->second;
+    return session->SendOrClose(frame);
+}
+
+bool EngineEnd::PostEvent(const std::wstring& eventName, const std::wstring& payload) {
+    return SendEvent(eventName, payload);
+}
+
+bool EngineEnd::Connect(std::wstring& problem) {
+    problem.clear();
+    return IsConnected();
+}
+
+bool EngineEnd::IsConnected() const {
+    const std::lock_guard<std::mutex> guard(network->Lock());
+    return !IsStopped();
+}
+
+bool EngineEnd::Listen() {
+    const std::wstring failure = network->Listen(
+        place, [this](std::unique_ptr<Channel> channel, Room room) { OnConnected(std::move(channel), room); });
+    if (!failure.empty()) {
+        Log(L"Cannot listen: " + failure);
+        return false;
+    }
+    Run();
+    return true;
+}
+
+void EngineEnd::OnConnected(std::unique_ptr<Channel> channel, Room room) {
+    const bool isFull = sessions.size() >= limits.peers;
+    if (isFull || room == Room::None) {
+        TurnAway(std::move(channel), isFull);
+        return;
+    }
+    isTurningAway = false;
+    const std::shared_ptr<Session> session = MakeSession(Session::Role::Engine, std::move(channel));
+    sessions.emplace(session->Number(), session);
+    session->Start();
+}
+
+void EngineEnd::TurnAway(std::unique_ptr<Channel> channel, bool isFull) {
+    if (!std::exchange(isTurningAway, true)) {
+        Log(isFull ? L"Front ends are turned away: " + std::to_wstring(limits.peers) + L" are connected already."
+                   : L"Front ends are turned away: the system gives this process no more open files. " +
+                         std::to_wstring(sessions.size()) + L" are connected.");
+    }
+    MakeSession(Session::Role::Engine, std::move(channel))->TurnAway(isFull ? limits.peers : 0);
+}
+
+void EngineEnd::CloseSessions() {
+    const std::map<Peer, std::shared_ptr<Session>> all = sessions;
+    for (const auto& [peer, session] : all) {
+        session->Close(L"");
+    }
+}
+
+void EngineEnd::OnGreeted(Session&) {}
+
+void EngineEnd::OnClosed(Session& session, const std::wstring& reason) {
+    if (!reason.empty()) {
+        Log(L"Front end " + std::to_wstring(session.Number()) + L" was dropped: " + reason + L".");
+    }
+    sessions.erase(session.Number());
+}
+
+} // namespace local_socket

@@ -1,0 +1,157 @@
+#include <algorithm>
+#include <chrono>
+#include <cstdint>
+#include <exception>
+#include <map>
+#include <memory>
+#include <mutex>
+#include <optional>
+#include <string>
+#include <utility>
+
+#include "ControllerCSWrapper/ControllerCSWrapper.h"
+#include "services/ResponsePatience.h"
+#include "transport/local_socket/ClientEnd.h"
+#include "transport/local_socket/EngineEnd.h"
+#include "transport/local_socket/ProcessEnd.h"
+#include "transport/local_socket/TransmitterId.h"
+#include "CommonControllerLib/Export.h"
+#include "text/Text.h"
+
+namespace local_socket {
+namespace {
+
+void Log(const std::wstring& message) {
+    ControllerCSWrapper::WriteWarnLog(message);
+}
+
+/// Keeps the last line of the log of one transmitter. Any thread.
+class LastLine {
+public:
+    void Set(const std::wstring& message) {
+        const std::lock_guard<std::mutex> guard(lock);
+        line = message;
+    }
+    std::wstring Get() const {
+        const std::lock_guard<std::mutex> guard(lock);
+        return line;
+    }
+
+private:
+    mutable std::mutex lock;
+    std::wstring line;
+};
+
+/// A front end waits for the greeting of an engine as long as for any answer; even one that does not want to wait lets
+/// an engine on a busy machine come to it.
+Limits FrontEndLimits() {
+    constexpr std::chrono::milliseconds shortest{1000};
+    Limits limits;
+    limits.greeting = std::max<std::chrono::milliseconds>(response_patience::FromEnvironment(), shortest);
+    return limits;
+}
+
+/// Null, and `problem` says why, when there is none.
+std::unique_ptr<SocketTransmitter> MakeTransmitter(const TransmitterId& id, std::wstring& problem) {
+    if (id.end == End::Client) {
+        return std::make_unique<ClientEnd>(id.name, MakeLocalNetwork(Log), FrontEndLimits(), Log);
+    }
+    const auto last = std::make_shared<LastLine>();
+    const Network::Log log = [last](const std::wstring& message) {
+        last->Set(message);
+        Log(message);
+    };
+    std::unique_ptr<SocketTransmitter> engine = EngineEnd::Listen(id.name, MakeLocalNetwork(log), Limits{}, log);
+    problem = engine ? std::wstring() : last->Get();
+    return engine;
+}
+
+/// The same where the system lacks what it needs, such as threads or open files.
+std::unique_ptr<SocketTransmitter> TryToMake(const TransmitterId& id, std::wstring& problem) {
+    try {
+        return MakeTransmitter(id, problem);
+    } catch (const std::exception& failure) {
+        problem = text::FromUtf8(failure.what());
+        Log(L"No event line \"" + text::FromUtf8(id.name) + L"\": " + problem);
+        return nullptr;
+    }
+}
+
+/// The transmitters that were given out, by their ids.
+class Transmitters {
+public:
+    SocketTransmitter* Get(const std::wstring& text) {
+        const std::optional<TransmitterId> id = ParseTransmitterId(text);
+        if (!id) {
+            Log(L"No event line \"" + text + L"\": use \"engine:NAME\" or \"client:NAME\", NAME being 1 to 64 of " +
+                L"A-Z a-z 0-9 _ . -");
+            return nullptr;
+        }
+        const std::lock_guard<std::mutex> guard(lock);
+        std::unique_ptr<SocketTransmitter>& transmitter = transmitters[text];
+        if (!transmitter) {
+            transmitter = TryToMake(*id, problems[text]);
+        }
+        return transmitter.get();
+    }
+
+    /// Why the last attempt to make a transmitter failed.
+    std::wstring ProblemOf(const std::wstring& text) {
+        const std::lock_guard<std::mutex> guard(lock);
+        const auto found = problems.find(text);
+        return found == problems.end() ? std::wstring() : found->second;
+    }
+
+    void Stop() {
+        const std::lock_guard<std::mutex> guard(lock);
+        for (const auto& [id, transmitter] : transmitters) {
+            if (transmitter) {
+                // A handler that does not end is left to the end of the process.
+                (void)transmitter->Stop(handlerPatience);
+            }
+        }
+    }
+
+private:
+    std::mutex lock;
+    std::map<std::wstring, std::unique_ptr<SocketTransmitter>> transmitters;
+    std::map<std::wstring, std::wstring> problems;
+};
+
+/// Never destroyed: other threads of the program may send events until the very end.
+Transmitters& TheTransmitters() {
+    static Transmitters& transmitters = []() -> Transmitters& {
+        CallAtProcessEnd([] { TheTransmitters().Stop(); });
+        return *std::make_unique<Transmitters>().release();
+    }();
+    return transmitters;
+}
+
+/// Null where there is no such transmitter; the log says why.
+SocketTransmitter* Find(const std::wstring& transmitterId) {
+    try {
+        return TheTransmitters().Get(transmitterId);
+    } catch (const std::exception& failure) {
+        Log(L"No event line \"" + transmitterId + L"\": " + text::FromUtf8(failure.what()));
+        return nullptr;
+    }
+}
+
+} // namespace
+} // namespace local_socket
+
+extern "C" CONTROLLER_API EventTransmitter* GetEventTransmitter(const std::wstring& transmitterId) {
+    return local_socket::Find(transmitterId);
+}
+
+extern "C" CONTROLLER_API EventTransmitterExtension* GetEventTransmitterExtension(const std::wstring& transmitterId,
+                                                                                  std::uint32_t version) {
+    return version == EventTransmitterExtension::version ? local_socket::Find(transmitterId) : nullptr;
+}
+
+extern "C" CONTROLLER_API void DescribeEventTransmitter(const std::wstring& transmitterId, std::wstring& place,
+                                                        std::wstring& problem) {
+    const auto id = local_socket::ParseTransmitterId(transmitterId);
+    place = id ? local_socket::LocalPlace(id->name) : std::wstring();
+    problem = local_socket::TheTransmitters().ProblemOf(transmitterId);
+}

@@ -1,0 +1,269 @@
+#include "transport/local_socket/Session.h"
+
+#include <algorithm>
+#include <new>
+#include <utility>
+#include <vector>
+
+namespace local_socket {
+namespace {
+
+std::size_t CostOf(const std::string& encoded) {
+    return encoded.size() + queuedEventOverhead;
+}
+
+std::size_t CostOf(const Frame& event) {
+    return event.name.size() + event.payload.size() + queuedEventOverhead;
+}
+
+std::wstring Milliseconds(std::chrono::milliseconds time) {
+    return std::to_wstring(time.count()) + L" ms";
+}
+
+std::wstring ReasonOf(FrameRefusal refusal, std::uint16_t peerVersion) {
+    switch (refusal) {
+    case FrameRefusal::OtherVersion:
+        return L"it speaks version " + std::to_wstring(peerVersion) + L" of the protocol, this program version " +
+               std::to_wstring(protocolVersion) + L"; use programs of the same release";
+    case FrameRefusal::UnknownKind:
+        return L"it sent a frame of an unknown kind";
+    case FrameRefusal::NameSize:
+        return L"it sent an event without a name or with one over " + std::to_wstring(maximumNameBytes) + L" bytes";
+    case FrameRefusal::PayloadSize:
+        return L"it sent an event over " + std::to_wstring(maximumPayloadBytes) + L" bytes";
+    case FrameRefusal::NotAFrame:
+    case FrameRefusal::None:
+        break;
+    }
+    return L"it sent something that is no event";
+}
+
+std::wstring BusyReason(std::uint64_t served) {
+    if (served == 0) {
+        return L"it is busy: the system gives it no more open files; end some front ends, or start it again with a "
+               L"higher limit of open files";
+    }
+    return L"it is busy: " + std::to_wstring(served) +
+           L" front ends are connected, as many as it serves at a time; end some of them, or try again later";
+}
+
+} // namespace
+
+Session::Session(Peer peerNumber, Role ownRole, Network& ownNetwork, std::unique_ptr<Channel> openChannel,
+                 const Limits& peerLimits, SessionOwner& sessionOwner)
+    : peer(peerNumber), role(ownRole), limits(peerLimits), owner(sessionOwner), channel(std::move(openChannel)),
+      network(ownNetwork), deadline(ownNetwork.MakeTimer()) {}
+
+void Session::Start() {
+    deadline->Start(limits.greeting, [self = shared_from_this()] {
+        self->Close(L"it does not answer: no greeting within " + Milliseconds(self->limits.greeting));
+    });
+    if (role == Role::Front) {
+        Send(std::make_shared<const std::string>(EncodeGreeting()));
+    }
+    ReadOn();
+}
+
+Sending Session::Send(SharedFrame frame) {
+    if (isClosed || !canWrite) {
+        return Sending::PeerGone;
+    }
+    const std::size_t cost = CostOf(*frame);
+    if (!outgoing.empty() && outgoingCost + cost > limits.outgoingBytes) {
+        return Sending::QueueFull;
+    }
+    outgoing.push_back(std::move(frame));
+    outgoingCost += cost;
+    if (outgoing.size() == 1) {
+        WriteOn();
+    }
+    return Sending::Queued;
+}
+
+Sending Session::SendAwaited(SharedFrame frame, EventNumber number, Settle settle) {
+    const Sending sending = Send(std::move(frame));
+    if (sending == Sending::Queued) {
+        const auto entry = awaited.emplace(number, Awaited{network.MakeTimer(), std::move(settle)}).first;
+        entry->second.timeout->Start(limits.acknowledgement,
+                                     [self = shared_from_this(), number] { self->EndOf(number, Outcome::TimedOut); });
+    }
+    return sending;
+}
+
+bool Session::SendOrClose(SharedFrame frame) {
+    const Sending sending = Send(std::move(frame));
+    if (sending == Sending::QueueFull) {
+        Close(L"it does not take its events");
+    }
+    return sending == Sending::Queued;
+}
+
+void Session::EventHandled(const Frame& event) {
+    undelivered -= CostOf(event);
+    if (isReadingPaused && !isClosed && undelivered <= limits.undeliveredBytes) {
+        isReadingPaused = false;
+        ReadOn();
+    }
+}
+
+void Session::TurnAway(std::uint64_t served) {
+    Send(std::make_shared<const std::string>(EncodeBusy(served)));
+    Close(L"");
+}
+
+void Session::Close(const std::wstring& reason) {
+    if (!std::exchange(isClosed, true)) {
+        deadline->Cancel();
+        channel->Close();
+        while (!awaited.empty()) {
+            EndOf(awaited.begin()->first, Outcome::PeerGone);
+        }
+        owner.OnClosed(*this, reason);
+    }
+}
+
+void Session::ReadOn() {
+    WatchTheFrame();
+    channel->Read(readBuffer.data(), readBuffer.size(),
+                  [self = shared_from_this()](bool succeeded, std::size_t bytes) { self->OnRead(succeeded, bytes); });
+}
+
+void Session::OnRead(bool succeeded, std::size_t bytes) {
+    if (isClosed) {
+        return;
+    }
+    if (!succeeded) {
+        Close(decoder.IsWithinFrame() ? L"it went in the middle of an event" : L"");
+        return;
+    }
+    try {
+        Take({readBuffer.data(), bytes});
+    } catch (const std::bad_alloc&) {
+        Close(L"there is no memory left for what it sends");
+    }
+    if (isClosed) {
+        return;
+    }
+    if (undelivered > limits.undeliveredBytes) {
+        isReadingPaused = true;
+        deadline->Cancel();
+    } else {
+        ReadOn();
+    }
+}
+
+void Session::Take(std::string_view bytes) {
+    std::vector<Frame> frames;
+    const FrameRefusal refusal = decoder.Take(bytes, frames);
+    for (Frame& frame : frames) {
+        TakeFrame(std::move(frame));
+    }
+    if (refusal != FrameRefusal::None) {
+        Refuse(refusal);
+    }
+}
+
+void Session::TakeFrame(Frame frame) {
+    if (isClosed) {
+        return;
+    }
+    if (!isGreeted) {
+        TakeFirstFrame(frame);
+    } else if (frame.kind == FrameKind::Event) {
+        undelivered += CostOf(frame);
+        owner.OnEvent(*this, std::move(frame));
+    } else if (frame.kind == FrameKind::Acknowledgement) {
+        TakeAcknowledgement(frame.number);
+    } else {
+        Close(L"it greeted twice");
+    }
+}
+
+void Session::TakeFirstFrame(const Frame& frame) {
+    if (frame.kind == FrameKind::Greeting) {
+        TakeGreeting();
+    } else if (frame.kind == FrameKind::Busy && role == Role::Front) {
+        wasTurnedAway = true;
+        Close(BusyReason(frame.number));
+    } else {
+        Close(L"it sent an event before its greeting");
+    }
+}
+
+/// One for an event that is not waited for any more comes too late and means nothing.
+void Session::TakeAcknowledgement(EventNumber number) {
+    if (role == Role::Engine) {
+        Close(L"it acknowledged an event, which only an engine does");
+    } else {
+        EndOf(number, Outcome::Acknowledged);
+    }
+}
+
+void Session::EndOf(EventNumber number, Outcome outcome) {
+    if (auto entry = awaited.extract(number)) {
+        entry.mapped().timeout->Cancel();
+        entry.mapped().settle(outcome);
+    }
+}
+
+void Session::TakeGreeting() {
+    isGreeted = true;
+    deadline->Cancel();
+    if (role == Role::Engine) {
+        Send(std::make_shared<const std::string>(EncodeGreeting()));
+    }
+    owner.OnGreeted(*this);
+}
+
+void Session::Refuse(FrameRefusal refusal) {
+    if (refusal == FrameRefusal::OtherVersion && role == Role::Engine && !isGreeted) {
+        // So that the front end can tell its user which version is wanted here.
+        Send(std::make_shared<const std::string>(EncodeGreeting()));
+    }
+    Close(ReasonOf(refusal, decoder.PeerVersion()));
+}
+
+/// In the middle of a frame the rest must come. The time to greet runs on, whatever comes.
+void Session::WatchTheFrame() {
+    if (!isGreeted) {
+        return;
+    }
+    if (!decoder.IsWithinFrame()) {
+        deadline->Cancel();
+        return;
+    }
+    deadline->Start(limits.stall, [self = shared_from_this()] {
+        self->Close(L"it stopped in the middle of an event for " + Milliseconds(self->limits.stall));
+    });
+}
+
+void Session::WriteOn() {
+    const std::string& frame = *outgoing.front();
+    const std::size_t size = std::min(frame.size() - writtenBytes, chunkBytes);
+    channel->Write(frame.data() + writtenBytes, size, [self = shared_from_this()](bool succeeded, std::size_t bytes) {
+        self->OnWritten(succeeded, bytes);
+    });
+}
+
+void Session::OnWritten(bool succeeded, std::size_t bytes) {
+    if (isClosed) {
+        return;
+    }
+    if (!succeeded) {
+        // The reading side finds the end, behind what is still to be read.
+        canWrite = false;
+        outgoing.clear();
+        return;
+    }
+    writtenBytes += bytes;
+    if (writtenBytes == outgoing.front()->size()) {
+        outgoingCost -= CostOf(*outgoing.front());
+        outgoing.pop_front();
+        writtenBytes = 0;
+    }
+    if (!outgoing.empty()) {
+        WriteOn();
+    }
+}
+
+} // namespace local_socket

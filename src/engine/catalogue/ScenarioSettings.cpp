@@ -1,0 +1,46 @@
+#include "engine/catalogue/ScenarioSettings.h"
+
+#include "platform/files/NativePath.h"
+#include "platform/files/ProfileFile.h"
+#include "CommonControllerLib/ControllerLogManager.h"
+#include "text/Numbers.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <sstream>
+
+namespace {
+
+/// No scenario takes as many; a slip in the file must not cost gigabytes.
+constexpr std::int32_t mostSecondaryInputs = 10'000;
+
+std::size_t SecondaryInputCount(const std::wstring& text, const std::wstring& settingsPath) {
+    const std::int32_t count = numbers::ReadInteger(text);
+    if (count > mostSecondaryInputs) {
+        ControllerLogManager::WarnLog(platform::ToNativeText(settingsPath) + L": SecondInput: expected at most " +
+                                      numbers::DecimalText(mostSecondaryInputs) + L", found " +
+                                      numbers::DecimalText(count) + L"; the scenario is listed with " +
+                                      numbers::DecimalText(mostSecondaryInputs) + L" secondary inputs");
+    }
+    return static_cast<std::size_t>(std::clamp(count, 0, mostSecondaryInputs));
+}
+
+} // namespace
+
+std::vector<std::wstring> SplitAtCommas(const std::wstring& list) {
+    std::vector<std::wstring> pieces;
+    std::wistringstream rest(list);
+    std::wstring piece;
+    while (std::getline(rest, piece, L',')) {
+        pieces.push_back(piece);
+    }
+    return pieces;
+}
+
+std::vector<InputFileSpec> ReadScenarioInputs(const std::wstring& settingsPath) {
+    const std::vector<std::wstring> values =
+        platform::ReadProfileTexts(settingsPath, L"Scenario", {L"CADName", L"CADExt", L"SecondInput"});
+    std::vector<InputFileSpec> inputs(1 + SecondaryInputCount(values[2], settingsPath));
+    inputs.front() = {values[0], SplitAtCommas(values[1])};
+    return inputs;
+}

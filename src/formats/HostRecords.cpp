@@ -1,0 +1,85 @@
+#include "formats/HostRecords.h"
+
+#include <utility>
+
+#include "formats/Boundary.h"
+#include "platform/files/Directories.h"
+#include "platform/files/FileSystem.h"
+#include "platform/files/NativePath.h"
+
+namespace host_records {
+namespace {
+
+constexpr wchar_t ending[] = L".json";
+
+/// Empty where the user has no data folder.
+std::wstring Folder() {
+    const std::wstring data = platform::UserDataFolder();
+    return data.empty() ? data : data + L"\\" + platform::applicationFolderName + L"\\hosts";
+}
+
+/// Hosts of one user have different process numbers at any time.
+std::wstring FileOf(const host_lock::Holder& holder) {
+    return Folder() + L"\\" + std::to_wstring(holder.process) + ending;
+}
+
+std::vector<std::wstring> Files() {
+    std::vector<platform::FolderEntry> entries;
+    // Without a folder there are no hosts.
+    (void)platform::ListFolder(Folder(), entries);
+    std::vector<std::wstring> files;
+    for (const platform::FolderEntry& entry : entries) {
+        if (!entry.isFolder && entry.name.ends_with(ending)) {
+            files.push_back(Folder() + L"\\" + entry.name);
+        }
+    }
+    return files;
+}
+
+void RemoveOfDeadHosts() {
+    for (const std::wstring& file : Files()) {
+        if (host_lock::ReadHolder(file).process == 0) {
+            // What cannot be removed does no harm.
+            (void)platform::RemoveFile(file);
+        }
+    }
+}
+
+} // namespace
+
+platform::Error Write(const host_lock::Holder& holder) {
+    return boundary::Guard("Write", [&]() -> platform::Error {
+        if (Folder().empty()) {
+            return {};
+        }
+        if (const platform::Error error = platform::EnsurePrivateFolders(Folder())) {
+            return error;
+        }
+        RemoveOfDeadHosts();
+        return platform::ReplaceFile(FileOf(holder), host_lock::Serialize(holder), platform::Outlives::Process);
+    });
+}
+
+void Remove(const host_lock::Holder& holder) {
+    if (!Folder().empty()) {
+        // What cannot be removed does no harm: the lock is what counts.
+        (void)platform::RemoveFile(FileOf(holder));
+    }
+}
+
+std::vector<host_lock::Holder> StartedWith(const std::wstring& settingsFile) {
+    return boundary::Guard("StartedWith", [&] {
+        std::vector<host_lock::Holder> hosts;
+        for (const std::wstring& file : Files()) {
+            const host_lock::Holder noted = host_lock::ReadHolder(file);
+            host_lock::Holder found;
+            if (noted.process != 0 && platform::SameName(noted.settingsFile, settingsFile) &&
+                host_lock::FindHolder(noted.jobListFile, found) && found.process == noted.process) {
+                hosts.push_back(std::move(found));
+            }
+        }
+        return hosts;
+    });
+}
+
+} // namespace host_records

@@ -1,0 +1,299 @@
+#include "formats/JobListFile.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <mutex>
+#include <optional>
+
+#include "formats/Boundary.h"
+#include "ControllerCSWrapper/ControllerCSWrapper.h"
+#include "platform/system/UtcStamp.h"
+#include "formats/json/Reading.h"
+#include "formats/json/RecordLayouts.h"
+#include "platform/system/Clock.h"
+#include "platform/files/FileSystem.h"
+#include "platform/files/NativePath.h"
+
+namespace job_list_file {
+
+namespace {
+
+struct JobList {
+    std::vector<JobListInfo> records;
+};
+
+/// All that is looked at in a list that cannot be read.
+struct JobListVersion {
+    std::int64_t version = json::Version::newest;
+};
+
+} // namespace
+
+} // namespace job_list_file
+
+namespace json {
+
+template <>
+struct Layout<job_list_file::JobList> {
+    static constexpr auto members =
+        std::make_tuple(Version(), Member{"JobList", &job_list_file::JobList::records, Presence::Required});
+};
+
+template <>
+struct Layout<job_list_file::JobListVersion> {
+    static constexpr auto members = std::make_tuple(Member{"version", &job_list_file::JobListVersion::version});
+};
+
+} // namespace json
+
+namespace job_list_file {
+
+namespace {
+
+using platform::Error;
+using platform::ErrorKind;
+
+/// The last list that could not be written.
+struct Unwritten {
+    std::wstring path;
+    std::string bytes;
+    int attempts = 1;
+};
+
+struct State {
+    std::mutex mutex;
+    /// The file that this process wrote last or read without a problem. Spares reading it before each write only to
+    /// learn whether it is worth a backup.
+    std::optional<platform::FileStamp> knownGood;
+    std::optional<Unwritten> unwritten;
+};
+
+State& TheState() {
+    static State state;
+    return state;
+}
+
+std::wstring BackupOf(const std::wstring& path) {
+    return path + L".bak";
+}
+
+std::wstring ReplacedOf(const std::wstring& path) {
+    return path + L".replaced";
+}
+
+/// How the names of what was no list begin.
+std::wstring CorruptPrefix(const std::wstring& path) {
+    return path + L".corrupt-";
+}
+
+/// A name beside the file that nothing has yet.
+std::wstring FreeCorruptName(const std::wstring& path) {
+    const std::wstring name = CorruptPrefix(path) + UtcStamp(platform::Now());
+    std::wstring candidate = name;
+    for (int number = 2; platform::Exists(candidate); ++number) {
+        candidate = name + L"-" + std::to_wstring(number);
+    }
+    return candidate;
+}
+
+std::wstring KeptAs(const Error& error, const std::wstring& name) {
+    return error ? L". It could not be kept aside: " + error.Text()
+                 : L". It is kept as " + platform::ToNativeText(name);
+}
+
+bool IsOfNewerVersion(const std::string& bytes) {
+    JobListVersion list;
+    std::wstring problem;
+    return json::Read(bytes, list, problem) && list.version > json::Version::newest;
+}
+
+/// What a look at a file in the list's place found.
+enum class Found { List, Nothing, NoList, Obstacle };
+
+Found LookAt(const std::wstring& path, std::string& bytes, JobList& list, std::wstring& problem) {
+    if (const Error error = platform::ReadFileWhenFree(path, json::largestText, bytes)) {
+        problem = platform::ToNativeText(path) + L": " + error.Text();
+        const bool isNoFile = error.kind == ErrorKind::NotSupported;
+        return error.kind == ErrorKind::NotFound ? Found::Nothing : isNoFile ? Found::NoList : Found::Obstacle;
+    }
+    if (json::Read(bytes, list, problem)) {
+        return Found::List;
+    }
+    problem = json::ProblemInFile(path, problem);
+    return IsOfNewerVersion(bytes) ? Found::Obstacle : Found::NoList;
+}
+
+/// A file is kept as `keptAs` without a moment in which there is none at `path`.
+Error ReplaceKeeping(const std::wstring& path, std::string_view bytes, const std::wstring& keptAs) {
+    if (!platform::IsFolder(path)) {
+        return platform::ReplaceFileKeepingBackup(path, bytes, keptAs);
+    }
+    const Error error = platform::RenameFile(path, keptAs);
+    return error ? error : platform::ReplaceFile(path, bytes);
+}
+
+void WarnOfForgottenBackup(const std::wstring& path) {
+    if (platform::Exists(BackupOf(path))) {
+        ControllerCSWrapper::WriteWarnLog(L"There is no job list " + platform::ToNativeText(path) +
+                                          L": starting with an empty one. To have an earlier one back, rename " +
+                                          platform::ToNativeText(BackupOf(path)) + L" before the next job is added");
+    }
+}
+
+/// Puts the backup in the place of what is no list, for which `problem` is the reason.
+bool Restore(const std::wstring& path, JobList& list, const std::wstring& problem) {
+    const std::wstring corrupt = FreeCorruptName(path);
+    std::string bytes;
+    std::wstring backupProblem;
+    if (LookAt(BackupOf(path), bytes, list, backupProblem) != Found::List) {
+        ControllerCSWrapper::WriteErrorLog(L"The job list cannot be read: " + problem +
+                                           KeptAs(platform::RenameFile(path, corrupt), corrupt) +
+                                           L". There is no usable backup: " + backupProblem);
+        return false;
+    }
+    ControllerCSWrapper::WriteWarnLog(L"The job list cannot be read: " + problem +
+                                      KeptAs(ReplaceKeeping(path, bytes, corrupt), corrupt) +
+                                      L". The backup is used in its place: " + platform::ToNativeText(BackupOf(path)));
+    TheState().knownGood = platform::StampOf(path);
+    return true;
+}
+
+bool ReadOrRestore(const std::wstring& path, JobList& list) {
+    const auto stamp = platform::StampOf(path);
+    std::string bytes;
+    std::wstring problem;
+    switch (LookAt(path, bytes, list, problem)) {
+    case Found::List:
+        TheState().knownGood = stamp;
+        return true;
+    case Found::Nothing:
+        WarnOfForgottenBackup(path);
+        return false;
+    case Found::NoList:
+        return Restore(path, list, problem);
+    case Found::Obstacle:
+        break;
+    }
+    ControllerCSWrapper::WriteErrorLog(L"The job list cannot be used, and is left as it is: " + problem);
+    return false;
+}
+
+/// For what somebody else put in the list's place.
+Error ReplaceForeign(const std::wstring& path, std::string_view bytes) {
+    std::string found;
+    JobList list;
+    std::wstring problem;
+    const bool isList = LookAt(path, found, list, problem) == Found::List;
+    const std::wstring name = isList ? ReplacedOf(path) : FreeCorruptName(path);
+    const Error error = ReplaceKeeping(path, bytes, name);
+    if (!error) {
+        ControllerCSWrapper::WriteWarnLog(
+            L"The job list has been changed by another program" +
+            (isList ? L": " + platform::ToNativeText(path) : L" and cannot be read: " + problem) + KeptAs(error, name));
+    }
+    return error;
+}
+
+Error Replace(const std::wstring& path, std::string_view bytes) {
+    const auto stamp = platform::StampOf(path);
+    const bool isForeign = stamp && stamp != TheState().knownGood;
+    return isForeign ? ReplaceForeign(path, bytes) : platform::ReplaceFileKeepingBackup(path, bytes, BackupOf(path));
+}
+
+void NoteSuccess(State& state, const std::wstring& path) {
+    state.knownGood = platform::StampOf(path);
+    if (state.unwritten) {
+        ControllerCSWrapper::WriteWarnLog(L"The job list " + platform::ToNativeText(path) +
+                                          L" is written again, after failed attempts: " +
+                                          std::to_wstring(state.unwritten->attempts));
+        state.unwritten.reset();
+    }
+}
+
+void NoteFailure(State& state, const std::wstring& path, std::string_view bytes, const Error& error) {
+    if (state.unwritten) {
+        state.unwritten = Unwritten{path, std::string(bytes), state.unwritten->attempts + 1};
+        return;
+    }
+    state.unwritten = Unwritten{path, std::string(bytes)};
+    ControllerCSWrapper::WriteWarnLog(L"The job list cannot be written: " + platform::ToNativeText(path) + L": " +
+                                      error.Text() + L". Jobs go on; until it can be written, a restart loses changes");
+}
+
+bool WriteAndNote(State& state, const std::wstring& path, std::string_view bytes) {
+    const Error error = Replace(path, bytes);
+    if (error) {
+        NoteFailure(state, path, bytes, error);
+    } else {
+        NoteSuccess(state, path);
+    }
+    return !error;
+}
+
+} // namespace
+
+bool Read(const std::wstring& path, std::vector<JobListInfo>& records) {
+    const std::scoped_lock lock(TheState().mutex);
+    JobList list;
+    if (!ReadOrRestore(path, list)) {
+        return false;
+    }
+    records = std::move(list.records);
+    return true;
+}
+
+void RemoveLeftovers(const std::wstring& path) {
+    for (const std::wstring& target : {path, BackupOf(path), ReplacedOf(path)}) {
+        platform::RemoveLeftTemporaries(target);
+    }
+}
+
+std::wstring Obstacle(const std::wstring& path) {
+    return boundary::Guard("Obstacle", [&] {
+        std::string bytes;
+        JobList list;
+        std::wstring problem;
+        const bool isInTheWay = LookAt(path, bytes, list, problem) == Found::Obstacle;
+        return isInTheWay ? problem : std::wstring();
+    });
+}
+
+std::vector<std::wstring> KeptAside(const std::wstring& path) {
+    return boundary::Guard("KeptAside", [&] {
+        const std::wstring folder = platform::ParentFolder(path);
+        const std::wstring prefix = platform::FileName(CorruptPrefix(path));
+        std::vector<std::wstring> files;
+        std::vector<platform::FolderEntry> entries;
+        if (!platform::ListFolder(folder, entries)) {
+            for (const platform::FolderEntry& entry : entries) {
+                if (entry.name.starts_with(prefix)) {
+                    files.push_back(platform::ResolveAgainst(folder, entry.name));
+                }
+            }
+        }
+        std::sort(files.begin(), files.end());
+        return files;
+    });
+}
+
+bool Write(const std::wstring& path, std::string_view bytes) {
+    const std::scoped_lock lock(TheState().mutex);
+    return WriteAndNote(TheState(), path, bytes);
+}
+
+bool IsUnwritten() {
+    const std::scoped_lock lock(TheState().mutex);
+    return TheState().unwritten.has_value();
+}
+
+void WriteAgain() {
+    boundary::Guard("WriteAgain", [] {
+        const std::scoped_lock lock(TheState().mutex);
+        if (const auto unwritten = TheState().unwritten) {
+            WriteAndNote(TheState(), unwritten->path, unwritten->bytes);
+        }
+        return true;
+    });
+}
+
+} // namespace job_list_file

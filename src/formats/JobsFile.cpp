@@ -1,0 +1,104 @@
+#include "formats/JobsFile.h"
+
+#include "ControllerCSWrapper/ControllerCSWrapper.h"
+#include "formats/MessageText.h"
+#include "formats/json/RecordLayouts.h"
+#include "platform/files/Directories.h"
+#include "platform/files/FileSystem.h"
+#include "platform/files/NativePath.h"
+
+namespace {
+
+struct JobsFile {
+    std::vector<EnqueueJobsInfo> requests;
+};
+
+std::wstring FolderOf(const std::wstring& jobsFile) {
+    return platform::ParentFolder(platform::ResolveAgainst(platform::CurrentFolder(), jobsFile));
+}
+
+void Resolve(const std::wstring& folder, std::wstring& path) {
+    if (!path.empty() && !platform::IsAbsolute(path)) {
+        path = platform::ResolveAgainst(folder, path);
+    }
+}
+
+/// An id of the catalogue stays as it is; so does a file name that is to be looked for in the scenario directories.
+void ResolveScenario(const std::wstring& folder, std::wstring& id) {
+    std::wstring path = id;
+    Resolve(folder, path);
+    if (path != id && platform::Exists(path) && !platform::IsFolder(path)) {
+        id = std::move(path);
+    }
+}
+
+void ResolvePaths(const std::wstring& folder, EnqueueJobsInfo& request) {
+    Resolve(folder, request.outputDir);
+    ResolveScenario(folder, request.scenario.id);
+    for (auto& inputSet : request.inputFileSets) {
+        for (auto& inputFile : inputSet) {
+            Resolve(folder, inputFile);
+        }
+    }
+}
+
+/// A line for each finding. A member without meaning may be the one that is said to be missing: it comes first.
+std::wstring AllProblems(const std::wstring& path, const std::vector<std::wstring>& unknownMembers,
+                         const std::wstring& problem) {
+    std::wstring all;
+    for (const std::wstring& member : unknownMembers) {
+        all += json::ProblemInFile(path, member) + L"\n";
+    }
+    all += problem;
+    all.erase(all.find_last_not_of(L'\n') + 1);
+    return all;
+}
+
+} // namespace
+
+namespace json {
+
+template <>
+struct Layout<JobsFile> {
+    static constexpr auto members = std::make_tuple(Member{"EnqueueJobs", &JobsFile::requests, Presence::Required});
+};
+
+} // namespace json
+
+bool jobs_file::Read(const std::wstring& path, std::vector<EnqueueJobsInfo>& requests, std::wstring& problem) {
+    JobsFile file;
+    problem.clear();
+    std::vector<std::wstring> unknownMembers;
+    const bool isRead = json::ReadFile(path, json::largestText, file, problem, &unknownMembers);
+    if (!isRead || !unknownMembers.empty()) {
+        problem = AllProblems(path, unknownMembers, problem);
+        return false;
+    }
+    const std::wstring folder = FolderOf(path);
+    for (auto& request : file.requests) {
+        ResolvePaths(folder, request);
+    }
+    message_text::AppendAll(requests, std::move(file.requests));
+    return true;
+}
+
+std::wstring jobs_file::PlaceOf(const std::wstring& path, std::size_t request, std::optional<std::size_t> inputSet) {
+    return boundary::Guard("PlaceOf", [&] {
+        std::vector<json::Step> way = {{"EnqueueJobs"}, {nullptr, request}};
+        if (inputSet) {
+            way.insert(way.end(), {{"inputFileSets"}, {nullptr, *inputSet}});
+        }
+        return json::PlaceInFile(path, json::largestText, way);
+    });
+}
+
+bool ControllerCSWrapper::ReadEnqueueJobsFile(const std::wstring& path, std::vector<EnqueueJobsInfo>& infos) {
+    return boundary::Guard("ReadEnqueueJobsFile", [&] {
+        std::wstring problem;
+        const bool isRead = jobs_file::Read(path, infos, problem);
+        if (!isRead) {
+            WriteErrorLog(L"The jobs file cannot be read: " + problem);
+        }
+        return isRead;
+    });
+}

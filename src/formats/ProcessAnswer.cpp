@@ -1,0 +1,69 @@
+#include "formats/ProcessAnswer.h"
+
+#include "formats/ProcessHandleText.h"
+#include "formats/json/Reading.h"
+#include "platform/processes/ForeignProcess.h"
+
+namespace json {
+
+template <>
+struct ShapeOf<process_answer::ProcessAnswer> {
+    using Record = process_answer::ProcessAnswer;
+    static Target Open(void* object, std::string_view name) {
+        if (IsOpened(object)) {
+            return {};
+        }
+        auto& answer = *static_cast<Record*>(object);
+        return name == "ProcessId" ? TargetOf(answer.id) : TargetOf(answer.handle);
+    }
+    static bool IsOpened(const void* object) {
+        const auto& answer = *static_cast<const Record*>(object);
+        return answer.handle || answer.id;
+    }
+    static constexpr Shape shape{.expected = L"an object with one member",
+                                 .entry = Open,
+                                 .isComplete = IsOpened,
+                                 .incomplete = L"an empty object"};
+};
+
+} // namespace json
+
+namespace process_answer {
+namespace {
+
+constexpr std::size_t shownLength = 60;
+
+bool TakeHandle(const std::wstring& text, platform::OwnedHandle& process, std::wstring& problem) {
+    const std::wstring shown = L"\"" + text.substr(0, shownLength) + L"\"";
+    std::uint64_t number = 0;
+    if (!process_handle_text::Parse(text, number)) {
+        problem = L"expected a process handle such as \"0x1f4\", found " + shown;
+        return false;
+    }
+    if (const platform::Error error = platform::AdoptProcess(number, process)) {
+        problem = shown + L" is no handle of another process (on Linux: no pidfd): " + error.Text();
+        return false;
+    }
+    return true;
+}
+
+bool OpenById(std::uint32_t id, platform::OwnedHandle& process, std::wstring& problem) {
+    const platform::Error error = platform::OpenProcessById(id, process);
+    if (error) {
+        problem = L"the process with the id " + std::to_wstring(id) + L" cannot be watched: " + error.Text();
+    }
+    return !error;
+}
+
+} // namespace
+
+bool Parse(std::wstring_view json, ProcessAnswer& answer, std::wstring& problem) {
+    return json::Read(json, answer, problem);
+}
+
+bool TakeProcess(const ProcessAnswer& answer, platform::OwnedHandle& process, std::wstring& problem) {
+    return answer.id ? OpenById(*answer.id, process, problem)
+                     : TakeHandle(answer.handle.value_or(std::wstring()), process, problem);
+}
+
+} // namespace process_answer

@@ -1,0 +1,117 @@
+#include "formats/RunProtocol.h"
+
+#include "formats/Boundary.h"
+#include "ControllerCSWrapper/ControllerCSWrapper.h"
+#include "formats/ProcessHandleText.h"
+#include "formats/RunLayouts.h"
+#include "formats/json/Reading.h"
+#include "formats/json/Writing.h"
+#include "platform/files/FileSystem.h"
+#include "platform/processes/ForeignProcess.h"
+#include "platform/files/NativePath.h"
+#include "platform/files/OtherUsers.h"
+#include "text/Text.h"
+
+namespace run_protocol {
+
+std::wstring RunInfoPath(const std::wstring& workDir) {
+    return boundary::Guard("RunInfoPath",
+                           [&] { return platform::ToNativeText(platform::ResolveAgainst(workDir, runInfoFileName)); });
+}
+
+bool ParseRunScenarioInfo(const std::wstring& json, RunScenarioInfo& info, std::wstring& problem) {
+    return boundary::Guard("ParseRunScenarioInfo", [&] { return json::Read(std::wstring_view(json), info, problem); });
+}
+
+bool ReadRunScenarioInfoFile(const std::wstring& path, RunScenarioInfo& info, std::wstring& problem) {
+    return boundary::Guard("ReadRunScenarioInfoFile",
+                           [&] { return json::ReadFile(path, json::largestText, info, problem); });
+}
+
+std::wstring SerializeRunScenarioInfo(const RunScenarioInfo& info) {
+    return boundary::Guard("SerializeRunScenarioInfo", [&] { return json::Write(info); });
+}
+
+std::wstring SerializeRunScenarioResult(const RunScenarioResult& result) {
+    return boundary::Guard("SerializeRunScenarioResult", [&] { return json::Write(result); });
+}
+
+std::wstring SerializeProgress(const std::wstring& jobId, int progress, const std::wstring& message) {
+    return boundary::Guard("SerializeProgress", [&] {
+        return json::Write(ProgressFile{jobId, {ProgressReport{progress, message}}});
+    });
+}
+
+namespace {
+
+platform::Error ReplaceInFolder(const std::wstring& json, const std::wstring& path) {
+    if (json.empty()) {
+        return {platform::ErrorKind::Other, 0};
+    }
+    if (!platform::IsFolder(platform::ParentFolder(path))) {
+        return {platform::ErrorKind::NotFound, 0};
+    }
+    return platform::ReplaceFile(path, text::ToUtf8(json), platform::Outlives::Process);
+}
+
+} // namespace
+
+bool WriteFile(const std::wstring& json, const std::wstring& path) {
+    return boundary::Guard("WriteFile", [&] {
+        const platform::Error error = ReplaceInFolder(json, path);
+        if (error) {
+            ControllerCSWrapper::WriteErrorLog(L"The file cannot be written: " + platform::ToNativeText(path) + L": " +
+                                               error.Text());
+        }
+        return !error;
+    });
+}
+
+namespace {
+
+std::wstring WhyNotMade(const std::wstring& workDir) {
+    const std::wstring parent = platform::ParentFolder(workDir);
+    if (const platform::Error error = platform::EnsurePrivateFolders(parent)) {
+        return L"cannot be made: " + error.Text();
+    }
+    if (platform::OthersMayExchangeIn(parent)) {
+        return L"is not made, because other users could exchange it";
+    }
+    const platform::Error error = platform::EnsurePrivateFolder(workDir);
+    return error ? L"cannot be made: " + error.Text() : std::wstring();
+}
+
+/// As the engine makes them. Anything else could lead to another file.
+bool IsJobId(const std::wstring& id) {
+    constexpr std::size_t longestId = 8;
+    return !id.empty() && id.size() <= longestId && id.find_first_not_of(L"0123456789abcdef") == std::wstring::npos;
+}
+
+} // namespace
+
+bool MakeWorkDirectory(const std::wstring& workDir, std::wstring& problem) {
+    return boundary::Guard("MakeWorkDirectory", [&] {
+        problem = WhyNotMade(workDir);
+        return problem.empty();
+    });
+}
+
+std::wstring FailureNotesFolder(const std::wstring& jobListFile) {
+    return boundary::Guard("FailureNotesFolder", [&] { return jobListFile + L".failures"; });
+}
+
+std::wstring FailureNotePath(const std::wstring& jobListFile, const std::wstring& jobId) {
+    return boundary::Guard("FailureNotePath", [&] {
+        return IsJobId(jobId) ? platform::ResolveAgainst(FailureNotesFolder(jobListFile), jobId + L".json")
+                              : std::wstring();
+    });
+}
+
+std::wstring SerializeProcessHandle(void* process) {
+    return boundary::Guard("SerializeProcessHandle", [&] {
+        const std::uint64_t number = platform::NumberOfHandle(process);
+        return json::WriteEnvelope(L"ProcessHandle", process_handle_text::Format(number));
+    });
+}
+
+} // namespace run_protocol

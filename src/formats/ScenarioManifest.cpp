@@ -1,0 +1,96 @@
+#include "formats/ScenarioManifest.h"
+
+#include <cstddef>
+#include <string>
+
+#include "ControllerCSWrapper/ControllerCSWrapper.h"
+#include "formats/ManifestFile.h"
+#include "formats/ScenarioPackage.h"
+#include "formats/json/Reading.h"
+#include "platform/files/FileSystem.h"
+#include "platform/files/NativePath.h"
+#include "text/Text.h"
+
+namespace scenario_manifest {
+namespace {
+
+constexpr std::size_t largestManifest = std::size_t{1} << 20;
+constexpr auto manifestName = "manifest.json";
+
+/// "C:\s\mesh_report.scenario.json" of "C:\s\mesh_report.rb".
+std::wstring ManifestBeside(const std::wstring& script) {
+    const std::size_t nameBegin = script.size() - platform::FileName(script).size();
+    const std::size_t dot = script.rfind(L'.');
+    const bool hasExtension = dot != std::wstring::npos && dot > nameBegin;
+    return (hasExtension ? script.substr(0, dot) : script) + L".scenario.json";
+}
+
+std::wstring ManifestIn(const std::wstring& package) {
+    return platform::ToNativeText(package) + L": manifest.json, ";
+}
+
+void Warn(const std::wstring& place, const std::vector<std::wstring>& warnings) {
+    const std::wstring beginning = L"A part of the scenario's description has no effect: " + place;
+    for (const std::wstring& warning : warnings) {
+        ControllerCSWrapper::WriteWarnLog(beginning + warning);
+    }
+}
+
+bool RequireFile(const std::wstring& package, const std::wstring& name, std::wstring& problem) {
+    if (scenario_package::HasFile(package, text::ToUtf8(name))) {
+        return true;
+    }
+    problem = ManifestIn(package) + L"the package has no file \"" + name + L"\"";
+    return false;
+}
+
+bool ReadFromPackage(const std::wstring& package, ScenarioManifest& manifest, std::wstring& problem) {
+    std::string json;
+    ScenarioManifest read;
+    std::vector<std::wstring> warnings;
+    if (!scenario_package::ReadEntry(package, manifestName, largestManifest, json, problem)) {
+        return false;
+    }
+    if (!ParsePackageManifest(json, read, problem, warnings)) {
+        problem = ManifestIn(package) + problem;
+        return false;
+    }
+    if (!RequireFile(package, read.entryPoint.empty() ? read.executable : read.entryPoint, problem)) {
+        return false;
+    }
+    Warn(ManifestIn(package), warnings);
+    manifest = read;
+    return true;
+}
+
+bool ReadBeside(const std::wstring& script, ScenarioManifest& manifest, std::wstring& problem) {
+    const std::wstring path = ManifestBeside(script);
+    ScenarioManifest read;
+    if (platform::Exists(path)) {
+        std::string json;
+        std::vector<std::wstring> warnings;
+        if (!json::LoadFile(path, largestManifest, json, problem)) {
+            return false;
+        }
+        if (!ParseScriptManifest(json, read, problem, warnings)) {
+            problem = json::ProblemInFile(path, problem);
+            return false;
+        }
+        Warn(platform::ToNativeText(path) + L", ", warnings);
+    }
+    manifest = read;
+    return true;
+}
+
+} // namespace
+
+bool IsPackage(const std::wstring& scenarioPath) {
+    return platform::HasExtension(platform::FileName(scenarioPath), L".esa");
+}
+
+bool ReadFor(const std::wstring& scenarioPath, ScenarioManifest& manifest, std::wstring& problem) {
+    return IsPackage(scenarioPath) ? ReadFromPackage(scenarioPath, manifest, problem)
+                                   : ReadBeside(scenarioPath, manifest, problem);
+}
+
+} // namespace scenario_manifest

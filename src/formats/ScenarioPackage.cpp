@@ -1,0 +1,121 @@
+#include "formats/ScenarioPackage.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <new>
+#include <string_view>
+
+#include "formats/zip/ZipArchive.h"
+#include "formats/zip/ZipProblem.h"
+#include "platform/files/File.h"
+#include "platform/files/FileSystem.h"
+#include "platform/files/NativePath.h"
+#include "text/Text.h"
+
+namespace scenario_package {
+namespace {
+
+std::wstring PackageProblem(const std::wstring& packagePath, const std::wstring& text) {
+    const bool goesOn = text.starts_with(L':');
+    return L"The scenario package " + platform::ToNativeText(packagePath) + (goesOn ? L"" : L" ") + text + L".";
+}
+
+/// Runs an action on a package; what goes wrong becomes `problem` and false.
+template <typename Action>
+bool Attempt(const std::wstring& packagePath, std::wstring& problem, const Action& action) {
+    try {
+        action();
+        return true;
+    } catch (const zip::Problem& found) {
+        problem = PackageProblem(packagePath, found.text);
+    } catch (const std::bad_alloc&) {
+        problem = PackageProblem(packagePath, L"needs more memory than there is");
+    }
+    return false;
+}
+
+std::string ReadNamedEntry(const zip::Archive& archive, const std::string& name, std::size_t limit) {
+    const zip::Entry* const entry = archive.Find(name);
+    if (entry == nullptr) {
+        throw zip::Problem{L"has no file \"" + text::FromUtf8(name) + L"\""};
+    }
+    if (entry->facts.size > limit) {
+        throw zip::Problem{L": " + zip::EntryLabel(name) + L"is larger than " + std::to_wstring(limit) + L" bytes"};
+    }
+    std::string content;
+    content.reserve(entry->facts.size);
+    archive.Read(*entry, [&](std::string_view piece) { content += piece; });
+    return content;
+}
+
+void ThrowIf(const platform::Error& error, const std::wstring& what, const std::wstring& path) {
+    if (error) {
+        throw zip::Problem{L"cannot be unpacked: " + what + L" " + platform::ToNativeText(path) + L": " + error.Text()};
+    }
+}
+
+void UnpackFile(const zip::Archive& archive, const zip::Entry& entry, const std::wstring& path) {
+    platform::File file;
+    ThrowIf(file.CreateNew(path, {}), L"cannot create", path);
+    archive.Read(entry, [&](std::string_view piece) { ThrowIf(file.Write(piece), L"cannot write", path); });
+    ThrowIf(file.MakeExecutable(), L"cannot make executable", path);
+}
+
+void UnpackAll(const zip::Archive& archive, const std::wstring& folder) {
+    for (const zip::Entry& entry : archive.Entries()) {
+        std::wstring path = folder + L'\\' + entry.path;
+        std::replace(path.begin() + static_cast<std::ptrdiff_t>(folder.size()), path.end(), L'/', L'\\');
+        if (entry.IsFolder()) {
+            path.pop_back();
+        }
+        const std::wstring parent = entry.IsFolder() ? path : platform::ParentFolder(path);
+        ThrowIf(platform::EnsureFolder(parent), L"cannot create", parent);
+        if (!entry.IsFolder()) {
+            UnpackFile(archive, entry, path);
+        }
+    }
+}
+
+/// Removes a folder that was begun, unless all went well.
+class Beginning {
+public:
+    explicit Beginning(const std::wstring& begunFolder) : folder(begunFolder) {}
+    ~Beginning() {
+        if (!kept) {
+            // The failure that is reported is the one before.
+            (void)platform::RemoveTree(folder);
+        }
+    }
+    Beginning(const Beginning&) = delete;
+    Beginning& operator=(const Beginning&) = delete;
+    void Keep() { kept = true; }
+
+private:
+    const std::wstring& folder;
+    bool kept = false;
+};
+
+} // namespace
+
+bool ReadEntry(const std::wstring& packagePath, const std::string& name, std::size_t limit, std::string& bytes,
+               std::wstring& problem) {
+    return Attempt(packagePath, problem, [&] { bytes = ReadNamedEntry(zip::Archive(packagePath), name, limit); });
+}
+
+bool HasFile(const std::wstring& packagePath, const std::string& name) {
+    std::wstring problem;
+    bool isFound = false;
+    return Attempt(packagePath, problem, [&] { isFound = zip::Archive(packagePath).Find(name) != nullptr; }) && isFound;
+}
+
+bool Unpack(const std::wstring& packagePath, const std::wstring& folder, std::wstring& problem) {
+    return Attempt(packagePath, problem, [&] {
+        const zip::Archive archive(packagePath);
+        ThrowIf(platform::CreateFolder(folder), L"cannot create", folder);
+        Beginning beginning(folder);
+        UnpackAll(archive, folder);
+        beginning.Keep();
+    });
+}
+
+} // namespace scenario_package

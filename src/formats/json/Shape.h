@@ -1,0 +1,203 @@
+#pragma once
+
+#include <array>
+#include <charconv>
+#include <concepts>
+#include <cstdint>
+#include <map>
+#include <optional>
+#include <string>
+#include <string_view>
+#include <tuple>
+#include <type_traits>
+#include <utility>
+#include <vector>
+
+#include "formats/json/Encoding.h"
+#include "formats/json/Layout.h"
+
+/// What the reader needs to know of the types that it fills, so that it can be one piece of code for all of them.
+namespace json {
+
+struct Shape;
+
+/// Where the next value goes. Without a shape it is passed over.
+struct Target {
+    const Shape* shape = nullptr;
+    void* object = nullptr;
+};
+
+struct MemberShape {
+    std::string_view name;
+    Target (*target)(void* record);
+    Presence presence;
+};
+
+/// How a type takes each kind of JSON value. A null function: that kind is the wrong type. A false result: so is this
+/// value.
+struct Shape {
+    /// What to say that was expected.
+    const wchar_t* expected;
+    bool (*text)(void* object, std::string_view marked) = nullptr;
+    bool (*number)(void* object, std::string_view digits) = nullptr;
+    bool (*boolean)(void* object, bool value) = nullptr;
+    /// Lists: makes room for one more element.
+    Target (*element)(void* object) = nullptr;
+    /// Records: at most 64 members.
+    const MemberShape* members = nullptr;
+    std::size_t memberCount = 0;
+    /// Objects with members of any name: makes room for one; without a shape when this member is one too many.
+    Target (*entry)(void* object, std::string_view marked) = nullptr;
+    /// Objects: false when something is missing at the end of it, and what to say that was found then.
+    bool (*isComplete)(const void* object) = nullptr;
+    const wchar_t* incomplete = nullptr;
+};
+
+template <typename Value>
+struct ShapeOf;
+
+template <typename Value>
+Target TargetOf(Value& value) {
+    return {&ShapeOf<Value>::shape, &value};
+}
+template <typename Value>
+Target TargetOf(std::optional<Value>& value) {
+    return TargetOf(value.emplace());
+}
+
+/// True when `digits` is a whole number that the type holds.
+template <std::integral Number>
+[[nodiscard]] bool ParseWholeNumber(std::string_view digits, Number& number) {
+    const auto result = std::from_chars(digits.data(), digits.data() + digits.size(), number);
+    return result.ec == std::errc() && result.ptr == digits.data() + digits.size();
+}
+
+template <typename Number>
+constexpr const wchar_t* expectedNumber = L"a whole number";
+template <>
+inline constexpr const wchar_t* expectedNumber<std::int32_t> = L"a whole number from -2147483648 to 2147483647";
+template <>
+inline constexpr const wchar_t* expectedNumber<std::int64_t> =
+    L"a whole number from -9223372036854775808 to 9223372036854775807";
+
+template <std::integral Number>
+struct ShapeOf<Number> {
+    [[nodiscard]] static bool Read(void* object, std::string_view digits) {
+        return ParseWholeNumber(digits, *static_cast<Number*>(object));
+    }
+    static constexpr Shape shape{.expected = expectedNumber<Number>, .number = Read};
+};
+
+template <typename Enumeration>
+requires std::is_enum_v<Enumeration>
+struct ShapeOf<Enumeration> {
+    using Number = std::underlying_type_t<Enumeration>;
+    [[nodiscard]] static bool Read(void* object, std::string_view digits) {
+        Number number = 0;
+        const bool isNumber = ParseWholeNumber(digits, number);
+        *static_cast<Enumeration*>(object) = static_cast<Enumeration>(number);
+        return isNumber;
+    }
+    static constexpr Shape shape{.expected = expectedNumber<Number>, .number = Read};
+};
+
+template <>
+struct ShapeOf<bool> {
+    [[nodiscard]] static bool Read(void* object, bool value) {
+        *static_cast<bool*>(object) = value;
+        return true;
+    }
+    static constexpr Shape shape{.expected = L"true or false", .boolean = Read};
+};
+
+/// A text that JSON strings cannot hold comes as a list of its elements.
+struct CodePoint {
+    [[nodiscard]] static bool Read(void* text, std::string_view digits);
+    static Target Next(void* text) { return {&shape, text}; }
+    static Target List(void* text) { return {&listShape, text}; }
+
+    static const Shape shape;
+    static const Shape listShape;
+    static const std::array<MemberShape, 1> members;
+};
+
+template <>
+struct ShapeOf<std::wstring> {
+    [[nodiscard]] static bool Read(void* object, std::string_view marked) {
+        AppendDecoded(marked, *static_cast<std::wstring*>(object));
+        return true;
+    }
+    static bool HasCodePoints(const void* object) { return !static_cast<const std::wstring*>(object)->empty(); }
+    static const Shape shape;
+};
+
+template <typename Element>
+struct ShapeOf<std::vector<Element>> {
+    static Target Append(void* object) { return TargetOf(static_cast<std::vector<Element>*>(object)->emplace_back()); }
+    static constexpr Shape shape{.expected = L"a list", .element = Append};
+};
+
+template <typename Value>
+struct ShapeOf<std::map<std::wstring, Value>> {
+    static Target Insert(void* object, std::string_view marked) {
+        const auto [entry, isNew] = static_cast<std::map<std::wstring, Value>*>(object)->try_emplace(Decode(marked));
+        return isNew ? TargetOf(entry->second) : Target();
+    }
+    static constexpr Shape shape{.expected = L"an object", .entry = Insert};
+};
+
+/// A record with a `Layout`.
+template <typename Record>
+struct ShapeOf {
+    template <std::size_t index>
+    static Target MemberTarget(void* record) {
+        constexpr auto member = std::get<index>(Layout<Record>::members);
+        if constexpr (std::is_same_v<decltype(member), const Version>) {
+            return {&versionShape, record};
+        } else {
+            return TargetOf(static_cast<Record*>(record)->*member.pointer);
+        }
+    }
+
+    [[nodiscard]] static bool ReadVersion(void*, std::string_view digits) {
+        std::int32_t version = 0;
+        return ParseWholeNumber(digits, version) && version >= 1 && version <= Version::newest;
+    }
+
+    static constexpr std::size_t memberCount = std::tuple_size_v<decltype(Layout<Record>::members)>;
+    static_assert(memberCount <= 64);
+
+    template <std::size_t... index>
+    static constexpr std::array<MemberShape, memberCount> Members(std::index_sequence<index...>) {
+        return {MemberShape{std::get<index>(Layout<Record>::members).name, MemberTarget<index>,
+                            std::get<index>(Layout<Record>::members).presence}...};
+    }
+
+    static constexpr Shape versionShape{.expected = L"version 1, the newest that this program knows",
+                                        .number = ReadVersion};
+    static constexpr std::array<MemberShape, memberCount> members = Members(std::make_index_sequence<memberCount>());
+    static constexpr Shape shape{.expected = L"an object", .members = members.data(), .memberCount = memberCount};
+};
+
+/// A message: an object with exactly one member, of any name.
+template <typename Value>
+struct Envelope {
+    std::optional<Value> content;
+};
+
+template <typename Value>
+struct ShapeOf<Envelope<Value>> {
+    static Target Open(void* object, std::string_view) {
+        auto& content = static_cast<Envelope<Value>*>(object)->content;
+        return content ? Target() : TargetOf(content);
+    }
+    static bool IsOpened(const void* object) {
+        return static_cast<const Envelope<Value>*>(object)->content.has_value();
+    }
+    static constexpr Shape shape{.expected = L"an object with one member",
+                                 .entry = Open,
+                                 .isComplete = IsOpened,
+                                 .incomplete = L"an empty object"};
+};
+
+} // namespace json

@@ -1,0 +1,93 @@
+#pragma once
+
+#include <array>
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <vector>
+
+#include <rapidjson/rapidjson.h>
+#include <rapidjson/stream.h>
+
+#include "formats/json/NumbersAsText.h"
+#include "formats/json/Parsing.h"
+#include "formats/json/Shape.h"
+
+namespace json {
+
+/// Takes the parser's events and fills the root target with them. The first thing that does not fit stops the parser.
+class ValueHandler : public NumbersAsText {
+public:
+    ValueHandler(const rapidjson::StringStream& source, Target rootTarget) : stream(source), root(rootTarget) {}
+
+    bool HasProblem() const { return !problem.empty(); }
+    /// What does not fit, with the path of the member.
+    const std::wstring& Problem() const { return problem; }
+    /// Where the value begins that does not fit.
+    std::size_t ProblemOffset() const { return problemOffset; }
+
+    struct UnknownMember {
+        std::size_t offset = 0;
+        std::wstring path;
+        std::wstring name;
+        /// The name of the member that may have been meant; empty when none is like it.
+        std::wstring meant;
+    };
+    /// The first members that no record has.
+    const std::vector<UnknownMember>& UnknownMembers() const { return unknownMembers; }
+
+    // The parser's events
+    bool Null();
+    bool Bool(bool value);
+    bool RawNumber(const char* digits, rapidjson::SizeType length, bool copy);
+    bool String(const char* marked, rapidjson::SizeType length, bool copy);
+    bool StartObject();
+    bool Key(const char* marked, rapidjson::SizeType length, bool copy);
+    bool EndObject(rapidjson::SizeType count);
+    bool StartArray();
+    bool EndArray(rapidjson::SizeType count);
+
+private:
+    /// Bounds the memory that a hostile text can claim: values that are kept, a record counted as several.
+    static constexpr std::size_t mostKept = std::size_t{1} << 25;
+    static constexpr std::size_t recordWeight = 16;
+    static constexpr std::size_t mostUnknown = 20;
+
+    /// One open object or list.
+    struct Level {
+        Target target;
+        /// Objects: where the value of the last key goes.
+        Target member;
+        /// Lists: how many elements have begun. Records: the member to expect next.
+        std::size_t next = 0;
+        /// Records: the members met, one bit each.
+        std::uint64_t seen = 0;
+        /// Objects: the last key, as far as it is known.
+        std::string_view name;
+        std::string ownName;
+    };
+
+    Target TakeTarget();
+    [[nodiscard]] bool KeyOfRecord(Level& level, std::string_view marked);
+    void NoteUnknown(const Shape& record, std::string_view marked);
+    [[nodiscard]] bool KeyOfEntry(Level& level, std::string_view marked);
+    [[nodiscard]] bool Push(Target target);
+    [[nodiscard]] bool Pop();
+    [[nodiscard]] bool Keep(std::size_t weight);
+    /// `taken`: so much of the refused value the parser has taken. Of most it sends the event before it moves on.
+    [[nodiscard]] bool Refuse(const std::wstring& what, std::size_t taken = 0);
+    [[nodiscard]] bool RefuseType(const Shape& shape, const std::wstring& found, std::size_t taken = 0);
+    std::wstring Path() const;
+
+    const rapidjson::StringStream& stream;
+    Target root;
+    std::array<Level, deepest> levels;
+    std::size_t depth = 0;
+    std::size_t kept = 0;
+    std::wstring problem;
+    std::size_t problemOffset = 0;
+    std::vector<UnknownMember> unknownMembers;
+};
+
+} // namespace json

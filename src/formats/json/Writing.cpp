@@ -1,0 +1,165 @@
+#include "formats/json/Writing.h"
+
+#include <array>
+#include <charconv>
+
+#include "formats/json/Blocks.h"
+#include "text/CodeUnits.h"
+
+namespace json {
+
+using text::hasUtf16Elements;
+using text::IsSurrogate;
+using text::lastCodePoint;
+using text::surrogateBegin;
+using text::Unit;
+
+namespace {
+
+/// Elements that stand in a JSON string as they are.
+bool IsPlain(std::uint32_t unit) {
+    return unit >= 0x20 && unit != L'"' && unit != L'\\' && unit < surrogateBegin;
+}
+
+bool IsPlainBlock(const wchar_t* elements) {
+    unsigned special = 0;
+    for (std::size_t i = 0; i < blockLength; ++i) {
+        const std::uint32_t unit = Unit(elements[i]);
+        special |= static_cast<unsigned>(unit < 0x20) | static_cast<unsigned>(unit == L'"') |
+                   static_cast<unsigned>(unit == L'\\') | static_cast<unsigned>(unit >= surrogateBegin);
+    }
+    return special == 0;
+}
+
+/// How many elements at the beginning are plain.
+std::size_t PlainLength(std::wstring_view text) {
+    std::size_t length = 0;
+    while (text.size() - length >= blockLength && IsPlainBlock(text.data() + length)) {
+        length += blockLength;
+    }
+    while (length < text.size() && IsPlain(Unit(text[length]))) {
+        ++length;
+    }
+    return length;
+}
+
+void AppendUnicodeEscape(std::uint32_t unit, std::wstring& json) {
+    constexpr wchar_t digits[] = L"0123456789abcdef";
+    json += L"\\u";
+    for (const int shift : {12, 8, 4, 0}) {
+        json += digits[unit >> shift & 0xF];
+    }
+}
+
+/// The letter of a short escape ("\n"); 0 for units without one.
+wchar_t ShortEscape(std::uint32_t unit) {
+    switch (unit) {
+    case L'"':
+    case L'\\':
+        return static_cast<wchar_t>(unit);
+    case L'\b':
+        return L'b';
+    case L'\f':
+        return L'f';
+    case L'\n':
+        return L'n';
+    case L'\r':
+        return L'r';
+    case L'\t':
+        return L't';
+    default:
+        return 0;
+    }
+}
+
+void AppendEscape(std::uint32_t unit, std::wstring& json) {
+    if (const wchar_t letter = ShortEscape(unit)) {
+        json += {L'\\', letter};
+    } else {
+        AppendUnicodeEscape(unit, json);
+    }
+}
+
+bool BeginsPair(std::wstring_view text) {
+    return text.size() > 1 && text::IsHighSurrogate(Unit(text[0])) && text::IsLowSurrogate(Unit(text[1]));
+}
+
+/// What no JSON string can hold, and only a text of 32-bit elements: a number beyond Unicode, and the two halves of one
+/// character as two elements, which would be read as that one character.
+bool IsImpossible(std::wstring_view text) {
+    return !hasUtf16Elements && (Unit(text[0]) > lastCodePoint || BeginsPair(text));
+}
+
+/// Appends what is not plain and returns how many elements that were.
+std::size_t AppendSpecial(std::wstring_view text, std::wstring& json) {
+    const std::uint32_t unit = Unit(text[0]);
+    if (unit < surrogateBegin) {
+        AppendEscape(unit, json);
+        return 1;
+    }
+    if (hasUtf16Elements && BeginsPair(text)) {
+        json += text.substr(0, 2);
+        return 2;
+    }
+    if (IsSurrogate(unit)) {
+        AppendUnicodeEscape(unit, json);
+    } else {
+        json += unit <= lastCodePoint ? text[0] : L'\xFFFD';
+    }
+    return 1;
+}
+
+enum class Impossible : std::int32_t { Replace, Stop };
+
+/// Appends a text in quotes. False when it is to stop at what no JSON string can hold, and there is such.
+bool AppendString(std::wstring_view text, Impossible impossible, std::wstring& json) {
+    json += L'"';
+    while (!text.empty()) {
+        const std::size_t plain = PlainLength(text);
+        json += text.substr(0, plain);
+        text.remove_prefix(plain);
+        if (text.empty()) {
+            break;
+        }
+        if (impossible == Impossible::Stop && IsImpossible(text)) {
+            return false;
+        }
+        text.remove_prefix(AppendSpecial(text, json));
+    }
+    json += L'"';
+    return true;
+}
+
+void AppendCodePoints(std::wstring_view text, std::wstring& json) {
+    json += L"{\"codePoints\":";
+    wchar_t separator = L'[';
+    for (const wchar_t element : text) {
+        json += separator;
+        AppendNumber(Unit(element), json);
+        separator = L',';
+    }
+    json += L"]}";
+}
+
+} // namespace
+
+void AppendNumber(std::int64_t number, std::wstring& json) {
+    std::array<char, 20> digits;
+    const auto end = std::to_chars(digits.begin(), digits.end(), number).ptr;
+    json.append(digits.begin(), end);
+}
+
+void AppendText(std::wstring_view text, std::wstring& json) {
+    const std::size_t begin = json.size();
+    if (!AppendString(text, Impossible::Stop, json)) {
+        json.resize(begin);
+        AppendCodePoints(text, json);
+    }
+}
+
+void AppendName(std::wstring_view name, std::wstring& json) {
+    AppendString(name, Impossible::Replace, json);
+    json += L':';
+}
+
+} // namespace json

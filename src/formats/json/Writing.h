@@ -1,0 +1,130 @@
+#pragma once
+
+#include <concepts>
+#include <cstddef>
+#include <cstdint>
+#include <string>
+#include <string_view>
+#include <tuple>
+#include <type_traits>
+#include <vector>
+
+#include "formats/json/Layout.h"
+#include "CommonControllerLib/Export.h"
+
+/// Writing records as JSON in wide text, without blanks. Reading gives the same records back, whatever texts they hold.
+/// Any thread.
+namespace json {
+
+/// Appends a text as a JSON string; what no JSON string can hold, as {"codePoints":[...]}.
+CONTROLLER_API void AppendText(std::wstring_view text, std::wstring& json);
+
+/// Appends the name of a member, in quotes and with its colon. What no JSON string can hold becomes the nearest text.
+CONTROLLER_API void AppendName(std::wstring_view name, std::wstring& json);
+
+CONTROLLER_API void AppendNumber(std::int64_t number, std::wstring& json);
+
+/// Appends any value that a `Layout` can hold.
+template <typename Value>
+void Append(const Value& value, std::wstring& json);
+
+/// The beginning of a member of a record: '"id":' for the first one, ',"id":' for others.
+template <typename Record>
+const std::vector<std::wstring>& Headings() {
+    static const std::vector<std::wstring> headings = std::apply(
+        [](const auto&... member) {
+            std::vector<std::wstring> texts;
+            const auto add = [&texts](std::string_view name) {
+                texts.push_back(texts.empty() ? L"" : L",");
+                AppendName(std::wstring(name.begin(), name.end()), texts.back());
+            };
+            (add(member.name), ...);
+            return texts;
+        },
+        Layout<Record>::members);
+    return headings;
+}
+
+template <typename Record, typename Value>
+void AppendMember(const Record& record, const Member<Record, Value>& member, std::wstring& json) {
+    Append(record.*member.pointer, json);
+}
+
+template <typename Record>
+void AppendMember(const Record&, const Version&, std::wstring& json) {
+    Append(Version::newest, json);
+}
+
+template <typename Record>
+void AppendRecord(const Record& record, std::wstring& json) {
+    auto heading = Headings<Record>().begin();
+    json += L'{';
+    const auto append = [&](const auto& member) {
+        json += *heading++;
+        AppendMember(record, member, json);
+    };
+    std::apply([&](const auto&... member) { (append(member), ...); }, Layout<Record>::members);
+    json += L'}';
+}
+
+/// Long lists are written by the million bytes: the room for the rest is taken from what their beginning took.
+template <typename Element>
+void AppendList(const std::vector<Element>& list, std::wstring& json) {
+    constexpr std::size_t sample = 32;
+    const std::size_t begin = json.size();
+    json += L'[';
+    for (std::size_t i = 0; i < list.size(); ++i) {
+        if (i == sample) {
+            json.reserve(json.size() + (json.size() - begin) / sample * (list.size() - i) * 17 / 16);
+        }
+        if (i > 0) {
+            json += L',';
+        }
+        Append(list[i], json);
+    }
+    json += L']';
+}
+
+template <typename Value>
+inline constexpr bool isList = false;
+template <typename Element>
+inline constexpr bool isList<std::vector<Element>> = true;
+
+template <typename Value>
+void Append(const Value& value, std::wstring& json) {
+    if constexpr (std::is_same_v<Value, std::wstring>) {
+        AppendText(value, json);
+    } else if constexpr (std::is_null_pointer_v<Value>) {
+        json += L"null";
+    } else if constexpr (std::is_same_v<Value, bool>) {
+        json += value ? L"true" : L"false";
+    } else if constexpr (std::integral<Value>) {
+        AppendNumber(value, json);
+    } else if constexpr (std::is_enum_v<Value>) {
+        Append(static_cast<std::underlying_type_t<Value>>(value), json);
+    } else if constexpr (isList<Value>) {
+        AppendList(value, json);
+    } else {
+        AppendRecord(value, json);
+    }
+}
+
+/// A value as JSON.
+template <typename Value>
+std::wstring Write(const Value& value) {
+    std::wstring json;
+    Append(value, json);
+    return json;
+}
+
+/// A message: an object with one member.
+template <typename Value>
+std::wstring WriteEnvelope(std::wstring_view name, const Value& value) {
+    std::wstring json = L"{";
+    AppendName(name, json);
+    Append(value, json);
+    json += L'}';
+    return json;
+}
+
+} // namespace json

@@ -1,0 +1,32 @@
+#include "formats/zip/ArchiveFile.h"
+
+#include "formats/zip/ZipProblem.h"
+
+namespace zip {
+
+ArchiveFile::ArchiveFile(const std::wstring& path) {
+    if (const platform::Error error = file.OpenForReading(path)) {
+        throw Problem{L"cannot be opened: " + error.Text()};
+    }
+    size = file.Size();
+}
+
+void ArchiveFile::Read(std::uint64_t offset, std::size_t count, std::string& bytes) const {
+    if (offset > size || count > size - offset) {
+        throw Problem{L"is cut off"};
+    }
+    bytes.resize(count);
+    std::size_t done = 0;
+    while (done < count) {
+        std::size_t read = 0;
+        if (const platform::Error error = file.ReadAt(offset + done, bytes.data() + done, count - done, read)) {
+            throw Problem{L"cannot be read: " + error.Text()};
+        }
+        if (read == 0) {
+            throw Problem{L"is cut off"};
+        }
+        done += read;
+    }
+}
+
+} // namespace zip

@@ -1,0 +1,110 @@
+#include "CommonControllerLib/CLIPresenter.h"
+
+#include "CommonControllerLib/CLIOrvelProxy.h"
+#include "frontend/ResponseFlags.h"
+#include "frontend/TextOutput.h"
+#include "ControllerCSWrapper/ControllerCSWrapper.h"
+#include "CommonControllerLib/EventTransmitterManager.h"
+#include "platform/system/Sleep.h"
+#include "CommonControllerLib/ControllerLogManager.h"
+#include "text/Numbers.h"
+
+#include <chrono>
+
+CLIPresenter::CLIPresenter(const std::wstring& transmitterId, const std::wstring& modulePath) {
+    EventTransmitter* const transmitter = EventTransmitterManager(modulePath).GetEventTransmitter(transmitterId);
+    SetEventTransmitter(transmitter);
+    proxy = std::make_unique<CLIOrvelProxy>(transmitter);
+}
+
+CLIPresenter::~CLIPresenter() = default;
+
+void CLIPresenter::EnqueueJobsFromFile(const std::wstring& jobFile, const std::wstring& outputFile) {
+    ControllerLogManager::DebugLog(L"Reading job list file: \"" + jobFile + L"\".");
+    std::vector<EnqueueJobsInfo> infos;
+    if (!ControllerCSWrapper::ReadEnqueueJobsFile(jobFile, infos)) {
+        ControllerLogManager::ErrorLog(L"Failed to read the job list file.");
+        return;
+    }
+    ControllerLogManager::DebugLog(L"Succeeded to read the job list file.");
+    TextOutput output;
+    // Promised: what finds no answer or no file is lost in silence, but for its lines "-1,Failed".
+    (void)output.Open(outputFile);
+    for (EnqueueJobsInfo& info : infos) {
+        std::vector<int> seqIds;
+        (void)EnqueueJobs(info, seqIds);
+        (void)output.Write(CreateEnqueuedLines(seqIds));
+    }
+}
+
+bool CLIPresenter::EnqueueJobs(EnqueueJobsInfo& request, std::vector<int>& seqIds) {
+    request.requestId = ControllerCSWrapper::CreateGuid();
+    // Whether it could be sent shows in the answer.
+    (void)proxy->EnqueueJobs(request);
+    const bool isAnswered = WaitForEnqueuedJobs(request.requestId, seqIds);
+    if (!isAnswered) {
+        ControllerLogManager::ErrorLog(L"Failed to EnqueueJobs");
+        seqIds = {-1};
+    }
+    return isAnswered;
+}
+
+std::string CLIPresenter::CreateEnqueuedLines(const std::vector<int>& seqIds) {
+    std::string lines;
+    for (const int seqId : seqIds) {
+        lines += CreateStatusString(seqId, seqId < 0 ? JobStatus::Failed : JobStatus::Queued);
+    }
+    return lines;
+}
+
+bool CLIPresenter::WaitForEnqueuedJobs(const std::wstring& requestId, std::vector<int>& seqIds) {
+    constexpr std::chrono::milliseconds interval(10);
+    constexpr int waits = 20;
+    bool isFound = FindAndEraseEnqueueJobsId(requestId, seqIds);
+    for (int wait = 0; wait < waits && !isFound; ++wait) {
+        platform::SleepFor(interval);
+        isFound = FindAndEraseEnqueueJobsId(requestId, seqIds);
+    }
+    return isFound;
+}
+
+void CLIPresenter::CancelJobs(const std::wstring& id) const {
+    ControllerLogManager::Log(L"Job: " + id + L" is canceling.");
+    std::vector<std::wstring> ids = {id};
+    // Nothing is waited for here: the caller sees the answer, or that none comes.
+    (void)proxy->CancelJobs(ids);
+}
+
+void CLIPresenter::CancelAllJobs() const {
+    ControllerLogManager::Log(L"Canceling all jobs.");
+    (void)proxy->CancelAllJobs();
+}
+
+void CLIPresenter::CheckJobStatus(const std::vector<std::wstring>& ids, const std::wstring& outputFile) {
+    std::string lines;
+    (void)FetchStatusLines(ids, lines);
+    TextOutput output;
+    (void)output.Open(outputFile);
+    (void)output.Write(lines);
+}
+
+bool CLIPresenter::FetchStatusLines(const std::vector<std::wstring>& ids, std::string& lines) {
+    response_flags::responseStarted = false;
+    response_flags::responseFinished = false;
+    // Without an answer the jobs are of unknown status.
+    (void)proxy->CheckJobStatusRequest(ids);
+    WaitForResponse();
+    const bool isAnswered = response_flags::responseFinished;
+    lines.clear();
+    for (const std::wstring& id : ids) {
+        const int seqId = numbers::ReadInteger(id);
+        const JobStatus status = FindStatus(seqId);
+        lines += CreateStatusString(seqId, status);
+        ControllerLogManager::Log("Status of Job:" + std::to_string(seqId) + " is " + JobStatusString(status));
+    }
+    return isAnswered;
+}
+
+std::string CLIPresenter::CreateStatusString(int seqId, JobStatus status) {
+    return std::to_string(seqId) + "," + JobStatusString(status) + "\n";
+}

@@ -1,4 +1,0 @@
-#include "platform/FaultPoint.h"
-
-// The only function of this file, so that a linker that has another definition does not take this one from the library.
-void platform::ReachFaultPoint(FaultPoint) {}

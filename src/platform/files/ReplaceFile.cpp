@@ -1,0 +1,158 @@
+#include <cstdint>
+#include <limits>
+#include <random>
+
+#include "fault_points/FaultPoint.h"
+#include "platform/files/File.h"
+#include "platform/files/FileSystem.h"
+#include "platform/files/FileSystemCalls.h"
+#include "platform/files/NativePath.h"
+#include "text/Text.h"
+
+namespace platform {
+namespace {
+
+constexpr const wchar_t* temporaryMark = L".tmp-";
+constexpr const wchar_t* digits = L"0123456789abcdef";
+constexpr std::size_t digitCount = 16;
+
+std::wstring RandomDigits() {
+    std::random_device random;
+    std::wstring text;
+    while (text.size() < digitCount) {
+        const std::uint32_t bits = random();
+        for (unsigned shift = 0; shift < 16; shift += 4) {
+            text += digits[(bits >> shift) & 0xF];
+        }
+    }
+    return text;
+}
+
+/// What the names of the temporary files for `target` begin with, so that they can be told from those for another file.
+/// A name with no room behind it gets those of nobody.
+std::wstring TemporaryStart(const std::wstring& target) {
+    constexpr std::size_t longestName = 200;
+    const std::wstring name = FileName(target);
+    return (text::ToUtf8(name).size() <= longestName ? name : L"") + temporaryMark;
+}
+
+bool IsTemporaryOf(const std::wstring& name, const std::wstring& start) {
+    return name.size() == start.size() + digitCount && name.starts_with(start) &&
+           name.find_first_not_of(digits, start.size()) == std::wstring::npos;
+}
+
+/// The name of a file that is to stand at `target`, in the same folder, while it is not whole yet. What is left of it
+/// is removed at the end.
+class TemporaryName {
+public:
+    explicit TemporaryName(const std::wstring& target)
+        : path(target.substr(0, target.size() - FileName(target).size()) + TemporaryStart(target) + RandomDigits()) {}
+    /// Mostly it has been renamed and is not there any more.
+    ~TemporaryName() { (void)RemoveFile(path); }
+    TemporaryName(const TemporaryName&) = delete;
+    TemporaryName& operator=(const TemporaryName&) = delete;
+
+    const std::wstring& Path() const { return path; }
+
+private:
+    std::wstring path;
+};
+
+Error CreateWithParents(File& file, const std::wstring& path, const std::wstring& model) {
+    const Error error = file.CreateNew(path, model);
+    if (error.kind != ErrorKind::NotFound) {
+        return error;
+    }
+    const Error folderError = MakeMissingPrivateFolders(ParentFolder(path));
+    return folderError ? folderError : file.CreateNew(path, model);
+}
+
+/// Writes a new file with the permissions of `model`.
+Error WriteNewFile(const std::wstring& path, const std::wstring& model, std::string_view bytes, Outlives outlives) {
+    fault_points::ReachFaultPoint(fault_points::FaultPoint::FileToBeCreated);
+    File file;
+    if (const Error error = CreateWithParents(file, path, model)) {
+        return error;
+    }
+    fault_points::ReachFaultPoint(fault_points::FaultPoint::FileCreated);
+    Error error = file.Write(bytes);
+    fault_points::ReachFaultPoint(fault_points::FaultPoint::FileWritten);
+    if (!error && outlives == Outlives::Machine) {
+        error = file.Flush();
+        fault_points::ReachFaultPoint(fault_points::FaultPoint::FileFlushed);
+    }
+    return error;
+}
+
+Error CopyToNewFile(const std::wstring& from, const std::wstring& to) {
+    std::string bytes;
+    const Error error = ReadFile(from, std::numeric_limits<std::size_t>::max() / 4, bytes);
+    return error ? error : WriteNewFile(to, from, bytes, Outlives::Machine);
+}
+
+/// Makes `backupPath` a second name of the file at `path`; a copy where the volume has no links.
+Error KeepAs(const std::wstring& path, const std::wstring& backupPath) {
+    const TemporaryName temporary(backupPath);
+    Error error = LinkFile(path, temporary.Path());
+    if (error && error.kind != ErrorKind::NotFound) {
+        error = CopyToNewFile(path, temporary.Path());
+    }
+    fault_points::ReachFaultPoint(fault_points::FaultPoint::BackupLinked);
+    if (!error) {
+        error = RenameFile(temporary.Path(), backupPath);
+        fault_points::ReachFaultPoint(fault_points::FaultPoint::BackupInPlace);
+    }
+    return error;
+}
+
+/// The folder is flushed for a name that is new in it: without, the whole file could be missing after a power failure.
+/// A name that was there before leads to a whole file, the old or the new one, in any case.
+Error MoveIntoPlace(const TemporaryName& temporary, const std::wstring& path, Outlives outlives) {
+    const bool isNew = !Exists(path);
+    const Error error = RenameFile(temporary.Path(), path);
+    fault_points::ReachFaultPoint(fault_points::FaultPoint::FileRenamed);
+    return error || !isNew || outlives == Outlives::Process ? error : FlushFolder(ParentFolder(path));
+}
+
+Error RequireFileName(const std::wstring& path) {
+    const bool usable = !FileName(path).empty() && path.find(L'\0') == std::wstring::npos;
+    return usable ? Error{} : Error{ErrorKind::NotFound, 0};
+}
+
+} // namespace
+
+void RemoveLeftTemporaries(const std::wstring& path) {
+    const std::wstring start = TemporaryStart(path);
+    std::vector<FolderEntry> entries;
+    // What cannot be listed or removed now is met again at the next start.
+    (void)ListFolder(ParentFolder(path), entries);
+    for (const FolderEntry& entry : entries) {
+        if (start != temporaryMark && IsTemporaryOf(entry.name, start)) {
+            (void)RemoveFile(ResolveAgainst(ParentFolder(path), entry.name));
+        }
+    }
+}
+
+Error ReplaceFile(const std::wstring& path, std::string_view bytes, Outlives outlives) {
+    if (const Error error = RequireFileName(path)) {
+        return error;
+    }
+    const TemporaryName temporary(path);
+    const Error error = WriteNewFile(temporary.Path(), path, bytes, outlives);
+    return error ? error : MoveIntoPlace(temporary, path, outlives);
+}
+
+Error ReplaceFileKeepingBackup(const std::wstring& path, std::string_view bytes, const std::wstring& backupPath) {
+    if (const Error error = RequireFileName(path)) {
+        return error;
+    }
+    const TemporaryName temporary(path);
+    if (const Error error = WriteNewFile(temporary.Path(), path, bytes, Outlives::Machine)) {
+        return error;
+    }
+    const Error error = KeepAs(path, backupPath);
+    const bool kept = !error || error.kind == ErrorKind::NotFound;
+    return kept ? MoveIntoPlace(temporary, path, Outlives::Machine) : error;
+}
+
+} // namespace platform

@@ -1,0 +1,106 @@
+#include "platform/files/FileLock.h"
+
+#include <cerrno>
+#include <utility>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include "platform/files/posix/SystemPath.h"
+
+namespace platform {
+namespace {
+
+/// A lock of the open file description, not of the process: no other descriptor of this process gives it up, and
+/// whether it is held can be asked without taking it.
+struct flock WholeFile() {
+    struct flock whole {};
+    whole.l_type = F_WRLCK;
+    whole.l_whence = SEEK_SET;
+    return whole;
+}
+
+/// The holder before may have removed the file between its opening and its locking here.
+bool IsNamed(int file, const std::string& path) {
+    struct stat opened {};
+    struct stat named {};
+    return ::fstat(file, &opened) == 0 && ::lstat(path.c_str(), &named) == 0 && opened.st_dev == named.st_dev &&
+           opened.st_ino == named.st_ino;
+}
+
+Error Lock(int file) {
+    struct flock whole = WholeFile();
+    if (::fcntl(file, F_OFD_SETLK, &whole) == 0) {
+        return {};
+    }
+    const Error error = LastError();
+    const bool isTaken = error.systemCode == EAGAIN || error.systemCode == EACCES;
+    return isTaken ? Error{ErrorKind::InUse, error.systemCode} : error;
+}
+
+} // namespace
+
+Error FileLock::Take(const std::wstring& path) {
+    Release();
+    const std::string systemPath = SystemPath(path);
+    for (;;) {
+        const int file = ::open(systemPath.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0600);
+        if (file < 0) {
+            return LastError();
+        }
+        const Error error = Lock(file);
+        if (!error && IsNamed(file, systemPath)) {
+            handle = file;
+            place = path;
+            return {};
+        }
+        ::close(file);
+        if (error) {
+            return error;
+        }
+    }
+}
+
+void FileLock::Release() {
+    if (IsHeld()) {
+        ::close(static_cast<int>(std::exchange(handle, invalidHandle)));
+    }
+}
+
+Error FileLock::Write(std::string_view text) {
+    const int file = static_cast<int>(handle);
+    if (::ftruncate(file, 0) != 0) {
+        return LastError();
+    }
+    const ssize_t written = ::pwrite(file, text.data(), text.size(), 0);
+    if (written < 0) {
+        return LastError();
+    }
+    return static_cast<std::size_t>(written) == text.size() ? Error{} : Error{ErrorKind::NoSpace, ENOSPC};
+}
+
+/// Removed while it is held: only its holder may.
+void FileLock::Remove() {
+    if (IsInPlace()) {
+        ::unlink(SystemPath(place).c_str());
+    }
+    Release();
+}
+
+bool FileLock::IsInPlace() const {
+    return IsHeld() && IsNamed(static_cast<int>(handle), SystemPath(place));
+}
+
+bool IsLocked(const std::wstring& path) {
+    const int file = ::open(SystemPath(path).c_str(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK);
+    if (file < 0) {
+        return false;
+    }
+    struct flock whole = WholeFile();
+    const bool isLocked = ::fcntl(file, F_OFD_GETLK, &whole) == 0 && whole.l_type != F_UNLCK;
+    ::close(file);
+    return isLocked;
+}
+
+} // namespace platform

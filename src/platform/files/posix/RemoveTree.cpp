@@ -1,0 +1,209 @@
+#include <cerrno>
+#include <memory>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include <dirent.h>
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include "fault_points/FaultPoint.h"
+#include "platform/files/FileSystem.h"
+#include "platform/files/PathRoot.h"
+#include "platform/files/posix/SystemPath.h"
+
+namespace platform {
+namespace {
+
+constexpr int openFolderFlags = O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC;
+
+/// A file descriptor, closed on destruction.
+class Descriptor {
+public:
+    explicit Descriptor(int descriptor) : value(descriptor) {}
+    ~Descriptor() {
+        if (value != -1) {
+            close(value);
+        }
+    }
+    Descriptor(Descriptor&& other) noexcept : value(std::exchange(other.value, -1)) {}
+    Descriptor& operator=(Descriptor&& other) noexcept {
+        std::swap(value, other.value);
+        return *this;
+    }
+
+    int Get() const { return value; }
+    bool IsOpen() const { return value != -1; }
+
+private:
+    int value;
+};
+
+struct ListingCloser {
+    void operator()(DIR* listing) const { closedir(listing); }
+};
+using Listing = std::unique_ptr<DIR, ListingCloser>;
+
+/// A folder on the way from the root of the tree to where the removal stands.
+struct Level {
+    std::string name;
+    dev_t device = 0;
+    ino_t inode = 0;
+    std::vector<std::string> pendingFolders;
+};
+
+/// Walks the tree with one open folder at a time, so that its depth costs neither descriptors nor stack. Every step
+/// goes by a descriptor and one name and follows no link; the way back up is taken only when it leads where the way
+/// down came from.
+class TreeRemoval {
+public:
+    explicit TreeRemoval(Descriptor root) : current(std::move(root)) {}
+
+    Error Run() {
+        if (!Enter({})) {
+            return outcome;
+        }
+        while (!levels.empty() && Step()) {
+        }
+        return outcome;
+    }
+
+private:
+    /// Removes the next folder below the current one, or leaves the current one. False when the way back is lost.
+    bool Step() {
+        std::vector<std::string>& pending = levels.back().pendingFolders;
+        if (pending.empty()) {
+            return Leave();
+        }
+        const std::string name = std::move(pending.back());
+        pending.pop_back();
+        Descend(name);
+        return true;
+    }
+
+    void Descend(const std::string& name) {
+        Descriptor folder = OpenFolder(name);
+        if (!folder.IsOpen()) {
+            Note(errno);
+            return;
+        }
+        std::swap(current, folder);
+        if (!Enter(name)) {
+            std::swap(current, folder);
+        }
+    }
+
+    /// A folder that its owner may not read is opened to the owner first.
+    Descriptor OpenFolder(const std::string& name) const {
+        Descriptor folder(openat(current.Get(), name.c_str(), openFolderFlags));
+        if (!folder.IsOpen() && errno == EACCES &&
+            fchmodat(current.Get(), name.c_str(), S_IRWXU, AT_SYMLINK_NOFOLLOW) == 0) {
+            folder = Descriptor(openat(current.Get(), name.c_str(), openFolderFlags));
+        }
+        return folder;
+    }
+
+    /// Empties the current folder but for its folders, which are kept for later.
+    bool Enter(const std::string& name) {
+        struct stat status = {};
+        if (fstat(current.Get(), &status) != 0) {
+            return Note(errno);
+        }
+        if (!levels.empty() && status.st_dev != levels.back().device) {
+            return Note(EXDEV);
+        }
+        if ((status.st_mode & S_IRWXU) != S_IRWXU) {
+            (void)fchmod(current.Get(), S_IRWXU);
+        }
+        levels.push_back({name, status.st_dev, status.st_ino, {}});
+        RemoveFiles(levels.back().pendingFolders);
+        return true;
+    }
+
+    void RemoveFiles(std::vector<std::string>& folders) {
+        const int duplicate = openat(current.Get(), ".", openFolderFlags);
+        const Listing listing(duplicate == -1 ? nullptr : fdopendir(duplicate));
+        if (!listing) {
+            Note(errno);
+            return;
+        }
+        while (const dirent* entry = readdir(listing.get())) {
+            const std::string name = entry->d_name;
+            if (name != "." && name != "..") {
+                RemoveFileOrKeep(name, entry->d_type, folders);
+            }
+        }
+    }
+
+    void RemoveFileOrKeep(const std::string& name, unsigned char type, std::vector<std::string>& folders) {
+        if (type == DT_DIR || (type == DT_UNKNOWN && IsRealFolder(name))) {
+            folders.push_back(name);
+        } else if (unlinkat(current.Get(), name.c_str(), 0) != 0) {
+            Note(errno);
+        } else {
+            fault_points::ReachFaultPoint(fault_points::FaultPoint::EntryRemoved);
+        }
+    }
+
+    bool IsRealFolder(const std::string& name) const {
+        struct stat status = {};
+        return fstatat(current.Get(), name.c_str(), &status, AT_SYMLINK_NOFOLLOW) == 0 && S_ISDIR(status.st_mode);
+    }
+
+    bool Leave() {
+        const std::string name = std::move(levels.back().name);
+        levels.pop_back();
+        if (levels.empty()) {
+            return true;
+        }
+        current = Descriptor(openat(current.Get(), "..", openFolderFlags));
+        struct stat status = {};
+        if (!current.IsOpen() || fstat(current.Get(), &status) != 0) {
+            return Note(errno);
+        }
+        if (status.st_dev != levels.back().device || status.st_ino != levels.back().inode) {
+            return Note(ESTALE); // somebody moved the folder meanwhile
+        }
+        if (unlinkat(current.Get(), name.c_str(), AT_REMOVEDIR) != 0) {
+            Note(errno);
+        }
+        return true;
+    }
+
+    /// Keeps the first failure. What has gone by itself is none. Always false.
+    bool Note(int code) {
+        if (!outcome && code != ENOENT) {
+            outcome = ErrorFromCode(code);
+        }
+        return false;
+    }
+
+    Descriptor current;
+    std::vector<Level> levels;
+    Error outcome;
+};
+
+Error OpenError(const std::string& path) {
+    const Error error = LastError();
+    struct stat status = {};
+    const bool isOtherThanFolder = lstat(path.c_str(), &status) == 0 && !S_ISDIR(status.st_mode);
+    return isOtherThanFolder ? Error{ErrorKind::NotSupported, 0} : error;
+}
+
+} // namespace
+
+Error RemoveTree(const std::wstring& path) {
+    // A separator at the end would follow a link.
+    const std::string root = SystemPath(WithoutTrailingSeparators(path));
+    Descriptor descriptor(open(root.c_str(), openFolderFlags));
+    if (!descriptor.IsOpen()) {
+        return OpenError(root);
+    }
+    const Error error = TreeRemoval(std::move(descriptor)).Run();
+    const bool removed = rmdir(root.c_str()) == 0;
+    return error || removed ? error : LastError();
+}
+
+} // namespace platform

@@ -1,0 +1,126 @@
+#include "platform/files/File.h"
+
+#include <algorithm>
+
+#include <windows.h>
+
+#include "platform/files/FileSystem.h"
+#include "platform/files/windows/SystemPath.h"
+
+namespace platform {
+namespace {
+
+constexpr DWORD shareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
+constexpr std::size_t largestTransfer = std::size_t{1} << 30;
+
+HANDLE ToHandle(std::intptr_t handle) {
+    return reinterpret_cast<HANDLE>(handle);
+}
+
+std::intptr_t Open(const std::wstring& path, DWORD access, DWORD disposition, DWORD flags = 0) {
+    const HANDLE handle = CreateFileW(SystemPath(path).c_str(), access, shareAll, nullptr, disposition,
+                                      FILE_ATTRIBUTE_NORMAL | flags, nullptr);
+    return reinterpret_cast<std::intptr_t>(handle);
+}
+
+bool HasOtherNames(const std::wstring& path) {
+    const std::intptr_t handle = Open(path, FILE_READ_ATTRIBUTES, OPEN_EXISTING);
+    BY_HANDLE_FILE_INFORMATION information = {};
+    const bool isKnown = GetFileInformationByHandle(ToHandle(handle), &information) != 0;
+    CloseHandle(ToHandle(handle));
+    return isKnown && information.nNumberOfLinks > 1;
+}
+
+DWORD TransferSize(std::size_t size) {
+    return static_cast<DWORD>(std::min(size, largestTransfer));
+}
+
+} // namespace
+
+Error File::OpenForReading(const std::wstring& path) {
+    Close();
+    // With backup semantics a folder opens too, and is told from a file that may not be read.
+    handle = Open(path, GENERIC_READ, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS);
+    return IsOpen() ? RequireRegular() : LastError();
+}
+
+Error File::RequireRegular() {
+    BY_HANDLE_FILE_INFORMATION information = {};
+    const bool isOnDisk = GetFileType(ToHandle(handle)) == FILE_TYPE_DISK;
+    if (isOnDisk && GetFileInformationByHandle(ToHandle(handle), &information) != 0 &&
+        (information.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) == 0) {
+        return {};
+    }
+    Close();
+    return {ErrorKind::NotSupported, 0};
+}
+
+// Pipes are not among the files here. CREATE_ALWAYS cannot be told not to follow a link, so that is looked at before.
+Error File::OpenForAppending(const std::wstring& path, bool truncate, AppendTo target) {
+    Close();
+    if (target == AppendTo::RegularFile && IsLink(path)) {
+        return {ErrorKind::NotSupported, 0};
+    }
+    constexpr DWORD access = FILE_APPEND_DATA | FILE_READ_ATTRIBUTES | SYNCHRONIZE;
+    if (target == AppendTo::RegularFile && HasOtherNames(path)) {
+        return {ErrorKind::NotSupported, 0};
+    }
+    handle = Open(path, access, truncate ? CREATE_ALWAYS : OPEN_ALWAYS);
+    return IsOpen() ? Error{} : LastError();
+}
+
+// The permissions of a new file are those that its folder hands down, so the model says nothing here.
+Error File::CreateNew(const std::wstring& path, const std::wstring&) {
+    Close();
+    handle = Open(path, GENERIC_WRITE, CREATE_NEW);
+    return IsOpen() ? Error{} : LastError();
+}
+
+void File::Close() {
+    if (IsOpen()) {
+        CloseHandle(ToHandle(std::exchange(handle, invalidHandle)));
+    }
+}
+
+Error File::Read(char* buffer, std::size_t capacity, std::size_t& count) {
+    DWORD done = 0;
+    const BOOL succeeded = ::ReadFile(ToHandle(handle), buffer, TransferSize(capacity), &done, nullptr);
+    count = done;
+    return succeeded != 0 ? Error{} : LastError();
+}
+
+Error File::ReadAt(std::uint64_t offset, char* buffer, std::size_t capacity, std::size_t& count) const {
+    OVERLAPPED place = {};
+    place.Offset = static_cast<DWORD>(offset & 0xffffffff);
+    place.OffsetHigh = static_cast<DWORD>(offset >> 32);
+    DWORD done = 0;
+    const BOOL succeeded = ::ReadFile(ToHandle(handle), buffer, TransferSize(capacity), &done, &place);
+    count = done;
+    return succeeded != 0 || GetLastError() == ERROR_HANDLE_EOF ? Error{} : LastError();
+}
+
+Error File::Write(std::string_view bytes) {
+    while (!bytes.empty()) {
+        DWORD done = 0;
+        if (WriteFile(ToHandle(handle), bytes.data(), TransferSize(bytes.size()), &done, nullptr) == 0) {
+            return LastError();
+        }
+        bytes.remove_prefix(done);
+    }
+    return {};
+}
+
+Error File::Flush() {
+    return FlushFileBuffers(ToHandle(handle)) != 0 ? Error{} : LastError();
+}
+
+std::uint64_t File::Size() const {
+    LARGE_INTEGER size = {};
+    return IsOpen() && GetFileSizeEx(ToHandle(handle), &size) != 0 ? static_cast<std::uint64_t>(size.QuadPart) : 0;
+}
+
+Error File::MakeExecutable() {
+    return {};
+}
+
+} // namespace platform

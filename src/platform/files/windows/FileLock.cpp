@@ -1,0 +1,73 @@
+#include "platform/files/FileLock.h"
+
+#include <utility>
+
+#include <windows.h>
+
+#include "platform/files/windows/SystemPath.h"
+
+namespace platform {
+namespace {
+
+HANDLE Open(const std::wstring& path, DWORD disposition) {
+    return ::CreateFileW(SystemPath(path).c_str(), GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ, nullptr, disposition,
+                         FILE_ATTRIBUTE_NORMAL | FILE_FLAG_OPEN_REPARSE_POINT, nullptr);
+}
+
+HANDLE HandleOf(std::intptr_t handle) {
+    return reinterpret_cast<HANDLE>(handle);
+}
+
+} // namespace
+
+/// A file opened for writing without sharing that is the lock: the system closes it with the process. Others may read
+/// it.
+Error FileLock::Take(const std::wstring& path) {
+    Release();
+    HANDLE const file = Open(path, OPEN_ALWAYS);
+    if (file == INVALID_HANDLE_VALUE) {
+        return LastError();
+    }
+    handle = reinterpret_cast<std::intptr_t>(file);
+    place = path;
+    return {};
+}
+
+void FileLock::Release() {
+    if (IsHeld()) {
+        ::CloseHandle(HandleOf(std::exchange(handle, invalidHandle)));
+    }
+}
+
+Error FileLock::Write(std::string_view text) {
+    HANDLE const file = HandleOf(handle);
+    DWORD written = 0;
+    const bool isWritten = ::SetFilePointerEx(file, LARGE_INTEGER{}, nullptr, FILE_BEGIN) != 0 &&
+                           ::WriteFile(file, text.data(), static_cast<DWORD>(text.size()), &written, nullptr) != 0 &&
+                           ::SetEndOfFile(file) != 0;
+    return isWritten ? Error{} : LastError();
+}
+
+/// Whoever has taken the lock in between does not share the file for removal: then it stays.
+void FileLock::Remove() {
+    if (IsHeld()) {
+        Release();
+        ::DeleteFileW(SystemPath(place).c_str());
+    }
+}
+
+/// A file that is open and not shared for removal keeps its name; so do the folders above it.
+bool FileLock::IsInPlace() const {
+    return IsHeld();
+}
+
+bool IsLocked(const std::wstring& path) {
+    HANDLE const file = Open(path, OPEN_EXISTING);
+    if (file == INVALID_HANDLE_VALUE) {
+        return LastError().kind == ErrorKind::InUse;
+    }
+    ::CloseHandle(file);
+    return false;
+}
+
+} // namespace platform

@@ -1,0 +1,7 @@
+#include "platform/files/FileSizeLimit.h"
+
+namespace platform {
+
+void FailBeyondFileSizeLimit() {}
+
+} // namespace platform

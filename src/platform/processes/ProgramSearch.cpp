@@ -1,0 +1,47 @@
+#include "platform/processes/ProgramSearch.h"
+
+#include <algorithm>
+
+#include "platform/system/Environment.h"
+#include "platform/files/NativePath.h"
+
+namespace platform {
+namespace {
+
+std::vector<std::wstring> SearchFolders() {
+    const std::wstring list = GetEnvironment(L"PATH").value_or(std::wstring());
+    std::vector<std::wstring> folders;
+    for (std::size_t begin = 0; begin <= list.size();) {
+        const std::size_t end = std::min(list.find(pathListSeparator, begin), list.size());
+        folders.push_back(list.substr(begin, end - begin));
+        begin = end + 1;
+    }
+    std::erase_if(folders, [](const std::wstring& folder) { return !IsAbsolute(folder); });
+    return folders;
+}
+
+} // namespace
+
+std::optional<std::wstring> FindProgram(const std::wstring& name) {
+    if (name.empty() || FileName(name) != name) {
+        return std::nullopt;
+    }
+    for (const std::wstring& folder : SearchFolders()) {
+        for (const std::wstring& fileName : ProgramFileNames(name)) {
+            const std::wstring path = ResolveAgainst(folder, fileName);
+            if (IsProgramFile(path)) {
+                return path;
+            }
+        }
+    }
+    return std::nullopt;
+}
+
+std::optional<std::wstring> FindRunnable(const std::wstring& program) {
+    if (!IsAbsolute(program)) {
+        return FindProgram(program);
+    }
+    return IsProgramName(program) && IsProgramFile(program) ? std::optional(program) : std::nullopt;
+}
+
+} // namespace platform

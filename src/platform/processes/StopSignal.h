@@ -1,0 +1,22 @@
+#pragma once
+
+#include "platform/processes/Waiting.h"
+
+namespace platform {
+
+/// Turns a person's or the system's wish that this program ends (SIGINT, SIGTERM, SIGHUP; Ctrl-C, console close,
+/// log-off) into an event that a loop can wait for. One per process, made by main().
+class StopSignal {
+public:
+    StopSignal();
+    ~StopSignal();
+    StopSignal(const StopSignal&) = delete;
+    StopSignal& operator=(const StopSignal&) = delete;
+
+    void* Handle() const { return event.Handle(); }
+
+private:
+    Event event;
+};
+
+} // namespace platform

@@ -1,0 +1,125 @@
+#include "platform/processes/posix/Descendants.h"
+
+#include <cstdlib>
+#include <fstream>
+#include <map>
+#include <string>
+#include <vector>
+
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include "platform/processes/posix/ProcessDescriptor.h"
+#include "platform/processes/posix/ProcessList.h"
+
+namespace platform {
+namespace {
+
+/// The fourth field of /proc/<number>/stat; the second one is a name in parentheses that may hold anything.
+pid_t ParentOf(pid_t process) {
+    std::ifstream file("/proc/" + std::to_string(process) + "/stat");
+    std::string text;
+    std::getline(file, text, '\0');
+    const std::size_t nameEnd = text.rfind(')');
+    constexpr std::size_t stateFieldLength = 4; // ") S "
+    return nameEnd == std::string::npos || nameEnd + stateFieldLength >= text.size()
+               ? 0
+               : static_cast<pid_t>(std::strtol(text.c_str() + nameEnd + stateFieldLength, nullptr, 10));
+}
+
+std::multimap<pid_t, pid_t> ReadChildrenByParent() {
+    std::multimap<pid_t, pid_t> children;
+    for (const pid_t process : ListProcesses()) {
+        children.emplace(ParentOf(process), process);
+    }
+    return children;
+}
+
+struct Descendant {
+    pid_t number = 0;
+    pid_t parent = 0;
+};
+
+/// Parents before their children; ended ones that nobody has reaped count.
+std::vector<Descendant> ListDescendants() {
+    const std::multimap<pid_t, pid_t> children = ReadChildrenByParent();
+    std::vector<Descendant> descendants;
+    const auto append = [&](pid_t parent) {
+        for (auto [child, end] = children.equal_range(parent); child != end; ++child) {
+            descendants.push_back({child->second, parent});
+        }
+    };
+    append(getpid());
+    for (std::size_t index = 0; index < descendants.size(); ++index) {
+        append(descendants[index].number);
+    }
+    return descendants;
+}
+
+/// A child's number is its own until this process reaps it. Another's may have been given to a stranger since the list
+/// was made: the second look is at the very process that is ended.
+bool EndOne(const Descendant& descendant) {
+    if (descendant.parent == getpid()) {
+        return kill(descendant.number, SIGKILL) == 0;
+    }
+    const int descriptor = OpenProcessDescriptor(descendant.number);
+    if (descriptor >= 0) {
+        if (ParentOf(descendant.number) == descendant.parent) {
+            pidfd_send_signal(descriptor, SIGKILL, nullptr, 0);
+        }
+        close(descriptor);
+    }
+    return false;
+}
+
+/// The children alone, from a list that takes no time: what starts another and ends before its number is known
+/// somewhere else in the list of all is met here.
+void EndChildren() {
+    const std::string self = std::to_string(getpid());
+    std::ifstream list("/proc/" + self + "/task/" + self + "/children");
+    for (pid_t child = 0; list >> child;) {
+        kill(child, SIGKILL);
+    }
+}
+
+/// False when no child could be ended.
+bool EndAllOnce() {
+    bool hasEndedChild = false;
+    for (const Descendant& descendant : ListDescendants()) {
+        hasEndedChild = EndOne(descendant) || hasEndedChild;
+    }
+    // Each time meets about half of those that keep moving.
+    for (int time = 0; time < 8; ++time) {
+        EndChildren();
+    }
+    return hasEndedChild;
+}
+
+/// Leaves it to be reaped.
+void WaitForOneToEnd() {
+    siginfo_t ended{};
+    waitid(P_ALL, 0, &ended, WEXITED | WNOWAIT);
+}
+
+} // namespace
+
+bool ReapEnded(const std::function<void(const siginfo_t&)>& onReaped) {
+    for (;;) {
+        siginfo_t ended{};
+        if (waitid(P_ALL, 0, &ended, WEXITED | WNOHANG) != 0) {
+            return false;
+        }
+        if (ended.si_pid == 0) {
+            return true;
+        }
+        onReaped(ended);
+    }
+}
+
+void EndDescendants(const std::function<void(const siginfo_t&)>& onReaped) {
+    while (ReapEnded(onReaped) && EndAllOnce()) {
+        WaitForOneToEnd();
+    }
+}
+
+} // namespace platform

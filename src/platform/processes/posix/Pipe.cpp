@@ -1,0 +1,55 @@
+#include "platform/processes/Pipe.h"
+
+#include <cerrno>
+
+#include <fcntl.h>
+#include <poll.h>
+#include <unistd.h>
+
+#include "platform/processes/posix/DescriptorHandle.h"
+
+namespace platform {
+
+OutputPipe::~OutputPipe() {
+    CloseWriteEnd();
+    CloseProcessHandle(readEnd);
+}
+
+Error OutputPipe::Open() {
+    int ends[2] = {-1, -1};
+    if (pipe2(ends, O_CLOEXEC) != 0) {
+        return LastError();
+    }
+    CloseWriteEnd();
+    CloseProcessHandle(readEnd);
+    readEnd = HandleOf(ends[0]);
+    writeEnd = HandleOf(ends[1]);
+    return {};
+}
+
+void OutputPipe::CloseWriteEnd() {
+    CloseProcessHandle(std::exchange(writeEnd, nullptr));
+}
+
+void OutputPipe::ReadAvailable(std::size_t limit, std::string& bytes) {
+    bytes.clear();
+    pollfd look{DescriptorOf(readEnd), POLLIN, 0};
+    for (std::string piece; bytes.size() < limit && poll(&look, 1, 0) > 0 && (look.revents & POLLIN) != 0;) {
+        Read(limit - bytes.size(), piece);
+        if (piece.empty()) {
+            return;
+        }
+        bytes += piece;
+    }
+}
+
+void OutputPipe::Read(std::size_t limit, std::string& bytes) {
+    bytes.resize(limit);
+    ssize_t count = -1;
+    do {
+        count = read(DescriptorOf(readEnd), bytes.data(), limit);
+    } while (count < 0 && errno == EINTR);
+    bytes.resize(count > 0 ? static_cast<std::size_t>(count) : 0);
+}
+
+} // namespace platform

@@ -1,0 +1,90 @@
+#include "platform/processes/Process.h"
+
+#include <csignal>
+#include <cstring>
+#include <fstream>
+
+#include <fcntl.h>
+
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include "platform/terminal/ErrorOutput.h"
+#include "platform/processes/InheritedHandle.h"
+#include "text/Text.h"
+#include "platform/processes/posix/DescriptorHandle.h"
+#include "platform/processes/posix/ExitStatus.h"
+#include "platform/processes/posix/ProcessDescriptor.h"
+#include "platform/processes/posix/Spawn.h"
+
+namespace platform {
+namespace {
+
+/// The lowest three numbers are a child's standard streams: nothing else can be handed to it there.
+int AboveStandardStreams(int descriptor) {
+    if (descriptor < 0 || descriptor > STDERR_FILENO) {
+        return descriptor;
+    }
+    const int moved = fcntl(descriptor, F_DUPFD_CLOEXEC, STDERR_FILENO + 1);
+    close(descriptor);
+    return moved;
+}
+
+} // namespace
+
+Error StartProcess(const ProcessStart& start, OwnedHandle& process) {
+    return Spawn(start, SpawnGroup::Parents, start.output, process);
+}
+
+Error StartProcess(const ProcessStart& start, void* errorOutput, OwnedHandle& process) {
+    return Spawn(start, SpawnGroup::Parents, errorOutput, process);
+}
+
+OwnedHandle OpenOwnProcess() {
+    const int descriptor = AboveStandardStreams(OpenProcessDescriptor(getpid()));
+    return descriptor < 0 ? OwnedHandle() : OwnedHandle(HandleOf(descriptor));
+}
+
+bool KeepFromOwnChildren(void* handle) {
+    const int descriptor = DescriptorOf(handle);
+    return descriptor >= 0 && fcntl(descriptor, F_SETFD, FD_CLOEXEC) == 0;
+}
+
+void AskProcessToEnd(void* process) {
+    for (const int signal : {SIGTERM, SIGCONT}) {
+        pidfd_send_signal(DescriptorOf(process), signal, nullptr, 0);
+    }
+}
+
+std::optional<std::int32_t> ExitCode(void* process) {
+    const int descriptor = DescriptorOf(process);
+    siginfo_t ended{};
+    if (descriptor < 0 || waitid(P_PIDFD, static_cast<id_t>(descriptor), &ended, WEXITED | WNOHANG | WNOWAIT) != 0 ||
+        ended.si_pid == 0) {
+        return std::nullopt;
+    }
+    return ExitStatusOf(ended);
+}
+
+std::wstring ExitCodeText(std::int32_t exitCode) {
+    const std::wstring text = L"exit code " + std::to_wstring(exitCode);
+    const int number = exitCode - signalExitBase;
+    const char* const name = number > 0 && number < NSIG ? sigdescr_np(number) : nullptr;
+    return name == nullptr ? text : text + L" (signal " + std::to_wstring(number) + L", " + text::FromUtf8(name) + L")";
+}
+
+std::uint32_t ProcessNumber(void* process) {
+    std::ifstream description("/proc/self/fdinfo/" + std::to_string(DescriptorOf(process)));
+    for (std::string name; description >> name;) {
+        if (std::int64_t number = 0; name == "Pid:" && description >> number) {
+            return number > 0 ? static_cast<std::uint32_t>(number) : 0;
+        }
+    }
+    return 0;
+}
+
+std::uint32_t OwnProcessNumber() {
+    return static_cast<std::uint32_t>(getpid());
+}
+
+} // namespace platform

@@ -1,0 +1,42 @@
+#include "platform/processes/ProcessHandle.h"
+
+#include "platform/processes/posix/DescriptorHandle.h"
+
+#include <cerrno>
+
+#include <fcntl.h>
+#include <poll.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+namespace platform {
+
+bool IsProcessRunning(void* process) {
+    const int descriptor = DescriptorOf(process);
+    if (descriptor < 0) {
+        return false;
+    }
+    pollfd look{descriptor, POLLIN, 0};
+    int looked = 0;
+    do {
+        looked = poll(&look, 1, 0);
+    } while (looked < 0 && errno == EINTR);
+    return looked <= 0; // a process that cannot be looked at just now has not ended for that
+}
+
+void CloseProcessHandle(void* process) {
+    const int descriptor = DescriptorOf(process);
+    if (descriptor < 0) {
+        return;
+    }
+    siginfo_t ended{};
+    waitid(P_PIDFD, static_cast<id_t>(descriptor), &ended, WEXITED | WNOHANG);
+    close(descriptor);
+}
+
+void* CopyHandle(void* handle) {
+    const int copy = fcntl(DescriptorOf(handle), F_DUPFD_CLOEXEC, STDERR_FILENO + 1);
+    return copy < 0 ? nullptr : HandleOf(copy);
+}
+
+} // namespace platform

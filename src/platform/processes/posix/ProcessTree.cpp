@@ -1,0 +1,120 @@
+#include "platform/processes/ProcessTree.h"
+
+#include <csignal>
+
+#include <sys/prctl.h>
+#include <sys/signalfd.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include "platform/processes/posix/Descendants.h"
+#include "platform/processes/posix/DescriptorHandle.h"
+#include "platform/processes/posix/ExitStatus.h"
+#include "platform/processes/posix/Spawn.h"
+
+namespace platform {
+namespace {
+
+/// Readable when a child of this process has ended, for as long as it lives.
+class EndedChildren {
+public:
+    EndedChildren() {
+        sigset_t signals;
+        sigemptyset(&signals);
+        sigaddset(&signals, SIGCHLD);
+        pthread_sigmask(SIG_BLOCK, &signals, &before);
+        const int descriptor = signalfd(-1, &signals, SFD_CLOEXEC | SFD_NONBLOCK);
+        handle = OwnedHandle(descriptor < 0 ? nullptr : HandleOf(descriptor));
+    }
+    ~EndedChildren() { pthread_sigmask(SIG_SETMASK, &before, nullptr); }
+    EndedChildren(const EndedChildren&) = delete;
+    EndedChildren& operator=(const EndedChildren&) = delete;
+
+    void* Handle() const { return handle.Get(); }
+    void Clear() const {
+        signalfd_siginfo told{};
+        while (read(DescriptorOf(handle.Get()), &told, sizeof told) > 0) {
+        }
+    }
+
+private:
+    sigset_t before{};
+    OwnedHandle handle;
+};
+
+} // namespace
+
+struct ProcessTree::State {
+    EndedChildren endedChildren;
+    OwnedHandle root;
+    /// The root's number, and its group's.
+    pid_t number = 0;
+    /// Kept when the root is reaped with all others.
+    std::optional<std::int32_t> exitCode;
+
+    void OnReaped(const siginfo_t& ended) {
+        if (ended.si_pid == number) {
+            exitCode = ExitStatusOf(ended);
+        }
+    }
+};
+
+ProcessTree::ProcessTree() : state(std::make_unique<State>()) {
+    // Processes whose parent ends become children of this one instead of the system's first, whatever session they are
+    // in: so all that the root ever starts stays below this process.
+    prctl(PR_SET_CHILD_SUBREAPER, 1UL, 0UL, 0UL, 0UL);
+}
+
+ProcessTree::~ProcessTree() {
+    End();
+    prctl(PR_SET_CHILD_SUBREAPER, 0UL, 0UL, 0UL, 0UL);
+}
+
+Error ProcessTree::Start(const ProcessStart& start) {
+    const Error error = Spawn(start, SpawnGroup::Own, start.output, state->root);
+    state->number = error ? 0 : static_cast<pid_t>(ProcessNumber(state->root.Get()));
+    return error;
+}
+
+void* ProcessTree::Root() const {
+    return state->root.Get();
+}
+
+std::optional<std::int32_t> ProcessTree::RootExitCode() const {
+    return state->exitCode ? state->exitCode : ExitCode(state->root.Get());
+}
+
+void* ProcessTree::Ended() const {
+    return state->endedChildren.Handle();
+}
+
+void ProcessTree::Tidy() {
+    state->endedChildren.Clear();
+    siginfo_t ended{};
+    // The root is kept: its number must stay its own until all others have ended.
+    while (waitid(P_ALL, 0, &ended, WEXITED | WNOHANG | WNOWAIT) == 0 && ended.si_pid != 0 &&
+           ended.si_pid != state->number) {
+        waitid(P_PID, static_cast<id_t>(ended.si_pid), &ended, WEXITED | WNOHANG);
+        ended = {};
+    }
+}
+
+void ProcessTree::AskToStop() {
+    // Until the root is reaped, its number and its group's are nobody else's.
+    if (state->number > 0 && !state->exitCode) {
+        kill(-state->number, SIGTERM);
+        // One that stopped itself hears nothing before it goes on.
+        kill(-state->number, SIGCONT);
+    }
+}
+
+void ProcessTree::End() {
+    if (state->number <= 0 || state->exitCode) {
+        return;
+    }
+    // The whole group at one moment, so that none of it can start another meanwhile; then those that left the group.
+    kill(-state->number, SIGKILL);
+    EndDescendants([this](const siginfo_t& ended) { state->OnReaped(ended); });
+}
+
+} // namespace platform

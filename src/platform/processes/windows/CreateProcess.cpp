@@ -1,0 +1,170 @@
+#include "platform/processes/windows/CreateProcess.h"
+
+#include <algorithm>
+
+#include <windows.h>
+
+#include "platform/files/NativePath.h"
+#include "platform/processes/ProcessStartCheck.h"
+#include "platform/processes/windows/CommandLine.h"
+#include "platform/processes/windows/EnvironmentBlock.h"
+#include "platform/files/windows/SystemPath.h"
+
+namespace platform {
+namespace {
+
+/// What a child gets in place of a terminal.
+OwnedHandle OpenNowhere(DWORD access) {
+    SECURITY_ATTRIBUTES inheritable{sizeof(SECURITY_ATTRIBUTES), nullptr, TRUE};
+    const HANDLE file =
+        CreateFileW(L"NUL", access, FILE_SHARE_READ | FILE_SHARE_WRITE, &inheritable, OPEN_EXISTING, 0, nullptr);
+    return OwnedHandle(file == INVALID_HANDLE_VALUE ? nullptr : file);
+}
+
+/// A copy that a child can inherit: the pipe's own end stays this process's alone.
+OwnedHandle InheritableCopy(HANDLE handle) {
+    HANDLE copy = nullptr;
+    DuplicateHandle(GetCurrentProcess(), handle, GetCurrentProcess(), &copy, 0, TRUE, DUPLICATE_SAME_ACCESS);
+    return OwnedHandle(copy);
+}
+
+OwnedHandle OpenForWriting(HANDLE output) {
+    return output == nullptr ? OpenNowhere(GENERIC_WRITE) : InheritableCopy(output);
+}
+
+/// The handles of a child: its standard streams and what it is given besides.
+struct ChildHandles {
+    OwnedHandle input;
+    OwnedHandle output;
+    OwnedHandle errorOutput;
+    std::vector<HANDLE> list;
+
+    Error Open(const ProcessStart& start, void* errors) {
+        input = OpenNowhere(GENERIC_READ);
+        output = OpenForWriting(start.output);
+        errorOutput = OpenForWriting(errors);
+        if (!input || !output || !errorOutput) {
+            return LastError();
+        }
+        list = {input.Get(), output.Get(), errorOutput.Get()};
+        for (void* const handle : start.inherited) {
+            if (SetHandleInformation(handle, HANDLE_FLAG_INHERIT, HANDLE_FLAG_INHERIT) == 0) {
+                return LastError();
+            }
+            // A list that names a handle twice is refused.
+            if (std::find(list.begin(), list.end(), handle) == list.end()) {
+                list.push_back(handle);
+            }
+        }
+        return {};
+    }
+};
+
+/// The handles that a child inherits and the jobs that it is born into, in the system's own form. Both lists must live
+/// as long as this.
+class AttributeList {
+public:
+    AttributeList(std::vector<HANDLE>& handles, std::vector<HANDLE>& jobs) {
+        constexpr DWORD count = 2;
+        SIZE_T size = 0;
+        InitializeProcThreadAttributeList(nullptr, count, 0, &size);
+        storage.resize(size);
+        isInitialized = InitializeProcThreadAttributeList(Get(), count, 0, &size) != 0;
+        isUsable = isInitialized && Set(PROC_THREAD_ATTRIBUTE_HANDLE_LIST, handles) &&
+                   (jobs.empty() || Set(PROC_THREAD_ATTRIBUTE_JOB_LIST, jobs));
+    }
+    ~AttributeList() {
+        if (isInitialized) {
+            DeleteProcThreadAttributeList(Get());
+        }
+    }
+    AttributeList(const AttributeList&) = delete;
+    AttributeList& operator=(const AttributeList&) = delete;
+
+    bool IsUsable() const { return isUsable; }
+    LPPROC_THREAD_ATTRIBUTE_LIST Get() { return reinterpret_cast<LPPROC_THREAD_ATTRIBUTE_LIST>(storage.data()); }
+
+private:
+    bool Set(DWORD_PTR attribute, std::vector<HANDLE>& list) {
+        return UpdateProcThreadAttribute(Get(), 0, attribute, list.data(), list.size() * sizeof(HANDLE), nullptr,
+                                         nullptr) != 0;
+    }
+
+    std::vector<std::byte> storage;
+    bool isInitialized = false;
+    bool isUsable = false;
+};
+
+STARTUPINFOEXW StartupInformation(const ChildHandles& handles, AttributeList& attributes) {
+    STARTUPINFOEXW information{};
+    information.StartupInfo.cb = sizeof information;
+    information.StartupInfo.dwFlags = STARTF_USESTDHANDLES;
+    information.StartupInfo.hStdInput = handles.input.Get();
+    information.StartupInfo.hStdOutput = handles.output.Get();
+    information.StartupInfo.hStdError = handles.errorOutput.Get();
+    information.lpAttributeList = attributes.Get();
+    return information;
+}
+
+/// The short name of a folder, which not every volume keeps; the long one where there is none.
+std::wstring ShortNameOf(const std::wstring& folder) {
+    const std::wstring path = SystemPath(folder);
+    std::wstring name(GetShortPathNameW(path.c_str(), nullptr, 0), L'\0');
+    name.resize(name.empty() ? 0 : GetShortPathNameW(path.c_str(), name.data(), static_cast<DWORD>(name.size())));
+    return name.empty() ? path : name;
+}
+
+/// A current folder has no way past the old limit on the length of paths but its short name: the prefix that lifts the
+/// limit elsewhere is no part of a current folder, so it is taken off again.
+Error CurrentFolderFor(const std::wstring& folder, std::wstring& current) {
+    constexpr std::size_t longest = MAX_PATH - 2;
+    current = ToNativeText(folder);
+    if (current.size() > longest) {
+        current = WithoutSystemPrefix(ShortNameOf(folder));
+    }
+    return current.size() <= longest ? Error{} : ErrorFromCode(ERROR_FILENAME_EXCED_RANGE);
+}
+
+Error Create(const std::wstring& program, const ProcessStart& start, STARTUPINFOEXW& startup, OwnedHandle& process) {
+    std::wstring commandLine = BuildCommandLine(program, start.arguments);
+    std::wstring environment = EnvironmentBlock(start);
+    std::wstring folder;
+    if (const Error error = CurrentFolderFor(start.currentFolder, folder)) {
+        return error;
+    }
+    const DWORD flags = CREATE_NO_WINDOW | CREATE_UNICODE_ENVIRONMENT | EXTENDED_STARTUPINFO_PRESENT |
+                        (start.detached ? CREATE_NEW_PROCESS_GROUP : 0UL);
+    PROCESS_INFORMATION information{};
+    if (CreateProcessW(program.c_str(), commandLine.data(), nullptr, nullptr, TRUE, flags, environment.data(),
+                       folder.empty() ? nullptr : folder.c_str(), &startup.StartupInfo, &information) == 0) {
+        return LastError();
+    }
+    process = OwnedHandle(information.hProcess);
+    const OwnedHandle thread(information.hThread);
+    return {};
+}
+
+} // namespace
+
+Error CreateChild(const ProcessStart& start, void* job, void* errorOutput, OwnedHandle& process) {
+    std::wstring program;
+    if (const Error error = CheckProcessStart(start, program)) {
+        return error;
+    }
+    ChildHandles handles;
+    if (const Error error = handles.Open(start, errorOutput)) {
+        return error;
+    }
+    std::vector<HANDLE> jobs;
+    if (job != nullptr) {
+        jobs.push_back(job);
+    }
+    AttributeList attributes(handles.list, jobs);
+    if (!attributes.IsUsable()) {
+        return LastError();
+    }
+    STARTUPINFOEXW startup = StartupInformation(handles, attributes);
+    return Create(SystemPath(program), start, startup, process);
+}
+
+} // namespace platform

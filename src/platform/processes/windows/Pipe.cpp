@@ -1,0 +1,55 @@
+#include "platform/processes/Pipe.h"
+
+#include <algorithm>
+
+#include <windows.h>
+
+namespace platform {
+
+OutputPipe::~OutputPipe() {
+    CloseWriteEnd();
+    CloseProcessHandle(readEnd);
+}
+
+Error OutputPipe::Open() {
+    constexpr DWORD bufferSize = 64 * 1024;
+    HANDLE newReadEnd = nullptr;
+    HANDLE newWriteEnd = nullptr;
+    if (CreatePipe(&newReadEnd, &newWriteEnd, nullptr, bufferSize) == 0) {
+        return LastError();
+    }
+    CloseWriteEnd();
+    CloseProcessHandle(readEnd);
+    readEnd = newReadEnd;
+    writeEnd = newWriteEnd;
+    return {};
+}
+
+void OutputPipe::CloseWriteEnd() {
+    CloseProcessHandle(std::exchange(writeEnd, nullptr));
+}
+
+void OutputPipe::ReadAvailable(std::size_t limit, std::string& bytes) {
+    bytes.clear();
+    DWORD available = 0;
+    std::string piece;
+    while (bytes.size() < limit && PeekNamedPipe(readEnd, nullptr, 0, nullptr, &available, nullptr) != 0 &&
+           available > 0) {
+        Read(std::min<std::size_t>(limit - bytes.size(), available), piece);
+        bytes += piece;
+    }
+}
+
+void OutputPipe::Read(std::size_t limit, std::string& bytes) {
+    constexpr std::size_t most = 1U << 30;
+    bytes.resize(std::min(limit, most));
+    DWORD count = 0;
+    // A write of no bytes ends a read too.
+    BOOL isRead = TRUE;
+    while (isRead != 0 && count == 0 && !bytes.empty()) {
+        isRead = ::ReadFile(readEnd, bytes.data(), static_cast<DWORD>(bytes.size()), &count, nullptr);
+    }
+    bytes.resize(count);
+}
+
+} // namespace platform

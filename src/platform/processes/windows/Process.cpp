@@ -1,0 +1,63 @@
+#include "platform/processes/Process.h"
+
+#include <cwchar>
+#include <iterator>
+
+#include <windows.h>
+
+#include "platform/terminal/ErrorOutput.h"
+#include "platform/processes/InheritedHandle.h"
+#include "platform/processes/windows/CreateProcess.h"
+
+namespace platform {
+
+Error StartProcess(const ProcessStart& start, OwnedHandle& process) {
+    return CreateChild(start, nullptr, start.output, process);
+}
+
+Error StartProcess(const ProcessStart& start, void* errorOutput, OwnedHandle& process) {
+    return CreateChild(start, nullptr, errorOutput, process);
+}
+
+OwnedHandle OpenOwnProcess() {
+    HANDLE handle = nullptr;
+    DuplicateHandle(GetCurrentProcess(), GetCurrentProcess(), GetCurrentProcess(), &handle,
+                    SYNCHRONIZE | PROCESS_QUERY_LIMITED_INFORMATION, TRUE, 0);
+    return OwnedHandle(handle);
+}
+
+bool KeepFromOwnChildren(void* handle) {
+    return SetHandleInformation(handle, HANDLE_FLAG_INHERIT, 0) != 0;
+}
+
+void AskProcessToEnd(void*) {}
+
+std::optional<std::int32_t> ExitCode(void* process) {
+    DWORD code = 0;
+    if (process == nullptr || WaitForSingleObject(process, 0) != WAIT_OBJECT_0 ||
+        GetExitCodeProcess(process, &code) == 0) {
+        return std::nullopt;
+    }
+    return static_cast<std::int32_t>(code);
+}
+
+std::wstring ExitCodeText(std::int32_t exitCode) {
+    const std::wstring text = L"exit code " + std::to_wstring(exitCode);
+    if (exitCode >= 0) {
+        return text;
+    }
+    // Codes of the system (an access violation, say) are known in hexadecimal.
+    wchar_t digits[16];
+    std::swprintf(digits, std::size(digits), L" (0x%08x)", static_cast<unsigned>(exitCode));
+    return text + digits;
+}
+
+std::uint32_t ProcessNumber(void* process) {
+    return GetProcessId(process);
+}
+
+std::uint32_t OwnProcessNumber() {
+    return GetCurrentProcessId();
+}
+
+} // namespace platform

@@ -1,0 +1,91 @@
+#include "platform/processes/ProcessTree.h"
+
+#include <windows.h>
+
+#include "platform/processes/windows/CreateProcess.h"
+
+namespace platform {
+namespace {
+
+/// What the processes of a job that is ended by force seem to have returned.
+constexpr UINT endedByForce = 1;
+
+} // namespace
+
+struct ProcessTree::State {
+    OwnedHandle job;
+    /// Told of the end of the last process.
+    OwnedHandle messages;
+    OwnedHandle root;
+
+    Error Open() {
+        job = OwnedHandle(CreateJobObjectW(nullptr, nullptr));
+        messages = OwnedHandle(CreateIoCompletionPort(INVALID_HANDLE_VALUE, nullptr, 0, 1));
+        if (!job || !messages) {
+            return LastError();
+        }
+        // When this process dies, its handle to the job is closed, and with it everything in the job ends.
+        JOBOBJECT_EXTENDED_LIMIT_INFORMATION limits{};
+        limits.BasicLimitInformation.LimitFlags = JOB_OBJECT_LIMIT_KILL_ON_JOB_CLOSE;
+        JOBOBJECT_ASSOCIATE_COMPLETION_PORT port{job.Get(), messages.Get()};
+        const bool isReady =
+            SetInformationJobObject(job.Get(), JobObjectExtendedLimitInformation, &limits, sizeof limits) != 0 &&
+            SetInformationJobObject(job.Get(), JobObjectAssociateCompletionPortInformation, &port, sizeof port) != 0;
+        return isReady ? Error{} : LastError();
+    }
+
+    bool HasProcesses() const {
+        JOBOBJECT_BASIC_ACCOUNTING_INFORMATION numbers{};
+        return job &&
+               QueryInformationJobObject(job.Get(), JobObjectBasicAccountingInformation, &numbers, sizeof numbers,
+                                         nullptr) != 0 &&
+               numbers.ActiveProcesses > 0;
+    }
+
+    /// Returns at a message of the job. They are not certain to come, so it returns after a while too.
+    void WaitForMessage() const {
+        constexpr DWORD longestMilliseconds = 100;
+        DWORD message = 0;
+        ULONG_PTR key = 0;
+        LPOVERLAPPED process = nullptr;
+        GetQueuedCompletionStatus(messages.Get(), &message, &key, &process, longestMilliseconds);
+    }
+};
+
+ProcessTree::ProcessTree() : state(std::make_unique<State>()) {}
+
+ProcessTree::~ProcessTree() {
+    End();
+}
+
+Error ProcessTree::Start(const ProcessStart& start) {
+    if (const Error error = state->Open()) {
+        return error;
+    }
+    return CreateChild(start, state->job.Get(), start.output, state->root);
+}
+
+void* ProcessTree::Root() const {
+    return state->root.Get();
+}
+
+std::optional<std::int32_t> ProcessTree::RootExitCode() const {
+    return ExitCode(state->root.Get());
+}
+
+void* ProcessTree::Ended() const {
+    return nullptr;
+}
+
+void ProcessTree::Tidy() {}
+
+void ProcessTree::AskToStop() {}
+
+void ProcessTree::End() {
+    while (state->HasProcesses()) {
+        TerminateJobObject(state->job.Get(), endedByForce);
+        state->WaitForMessage();
+    }
+}
+
+} // namespace platform

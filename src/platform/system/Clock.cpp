@@ -1,0 +1,76 @@
+#include "platform/system/Clock.h"
+
+#include <chrono>
+#include <cwchar>
+
+#include "platform/system/CalendarCalls.h"
+
+namespace platform {
+namespace {
+
+// What the Windows runtime's clock knows: 1970-01-01T00:00:00Z to 3000-12-31T23:59:59Z.
+constexpr std::int64_t lastTime = 32'535'215'999;
+constexpr std::int64_t firstYear = 1970;
+constexpr std::int64_t lastYear = 3000;
+constexpr std::int64_t cannotBeTold = -1;
+
+bool IsKnown(std::int64_t time) {
+    return time >= 0 && time <= lastTime;
+}
+
+bool IsKnownYear(std::int64_t year) {
+    return year >= firstYear && year <= lastYear;
+}
+
+CalendarTime FieldsOf(const std::tm& parts) {
+    return {parts.tm_year + 1900, parts.tm_mon + 1, parts.tm_mday, parts.tm_hour, parts.tm_min, parts.tm_sec};
+}
+
+template <typename Duration>
+std::int64_t SinceEpoch() {
+    return std::chrono::duration_cast<Duration>(std::chrono::system_clock::now().time_since_epoch()).count();
+}
+
+} // namespace
+
+std::int64_t Now() {
+    return SinceEpoch<std::chrono::seconds>();
+}
+
+std::int64_t NowInMilliseconds() {
+    return SinceEpoch<std::chrono::milliseconds>();
+}
+
+CalendarTime ToUtc(std::int64_t time) {
+    return IsKnown(time) ? FieldsOf(UtcParts(time)) : CalendarTime{};
+}
+
+CalendarTime ToLocal(std::int64_t time) {
+    return IsKnown(time) ? FieldsOf(LocalParts(time)) : CalendarTime{};
+}
+
+std::int64_t FromLocal(const CalendarTime& fields) {
+    const std::int64_t months = std::int64_t{fields.year} * 12 + fields.month - 1;
+    if (!IsKnownYear(fields.year) || months < 0 || !IsKnownYear(months / 12)) {
+        return cannotBeTold;
+    }
+    std::tm parts = {};
+    parts.tm_year = static_cast<int>(months / 12 - 1900);
+    parts.tm_mon = static_cast<int>(months % 12);
+    parts.tm_mday = fields.day;
+    parts.tm_hour = fields.hour;
+    parts.tm_min = fields.minute;
+    parts.tm_sec = fields.second;
+    const std::int64_t time = TimeOfLocalParts(parts);
+    return IsKnown(time) ? time : cannotBeTold;
+}
+
+std::wstring LocalStamp(std::int64_t time) {
+    const CalendarTime local = ToLocal(time);
+    wchar_t text[32] = {};
+    std::swprintf(text, std::size(text), L"%04d%02d%02d_%02d%02d%02d", local.year, local.month, local.day, local.hour,
+                  local.minute, local.second);
+    return text;
+}
+
+} // namespace platform

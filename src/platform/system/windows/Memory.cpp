@@ -1,0 +1,8 @@
+#include "platform/system/Memory.h"
+
+namespace platform {
+
+/// The system's heap does so by itself.
+void GiveBackFreedMemory() {}
+
+} // namespace platform

@@ -1,0 +1,47 @@
+#include "platform/terminal/WideOutput.h"
+
+#include <iostream>
+#include <streambuf>
+#include <string>
+
+#include "platform/terminal/Console.h"
+#include "text/OneLine.h"
+#include "text/Text.h"
+
+namespace platform {
+namespace {
+
+/// A line break that ends the text stays one.
+std::wstring AsOneLine(std::wstring text) {
+    const bool endsLine = text.ends_with(L'\n');
+    text.resize(text.size() - (endsLine ? 1 : 0));
+    return text::Escaped(text) + (endsLine ? L"\n" : L"");
+}
+
+/// Unbuffered: each text that is put in is written in one piece.
+class WideOutput final : public std::wstreambuf {
+protected:
+    std::streamsize xsputn(const wchar_t* text, std::streamsize count) override {
+        // A stream that has failed would lose what can be written later, too.
+        (void)WriteOutput(text::ToUtf8(AsOneLine({text, static_cast<std::size_t>(count)})));
+        return count;
+    }
+
+    int_type overflow(int_type character) override {
+        if (!traits_type::eq_int_type(character, traits_type::eof())) {
+            const wchar_t single = traits_type::to_char_type(character);
+            xsputn(&single, 1);
+        }
+        return traits_type::not_eof(character);
+    }
+};
+
+} // namespace
+
+void MakeWideOutputUtf8() {
+    // Never destroyed: the stream is flushed after everything else.
+    static WideOutput& output = *new WideOutput;
+    std::wcout.rdbuf(&output);
+}
+
+} // namespace platform

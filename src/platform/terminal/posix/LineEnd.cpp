@@ -1,0 +1,3 @@
+#include "platform/terminal/LineEnd.h"
+
+const std::string_view platform::lineEnd = "\n";

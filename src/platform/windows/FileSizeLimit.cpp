@@ -1,7 +1,0 @@
-#include "platform/FileSizeLimit.h"
-
-namespace platform {
-
-void FailBeyondFileSizeLimit() {}
-
-} // namespace platform

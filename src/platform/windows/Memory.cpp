@@ -1,8 +1,0 @@
-#include "platform/Memory.h"
-
-namespace platform {
-
-/// The system's heap does so by itself.
-void GiveBackFreedMemory() {}
-
-} // namespace platform

@@ -1,0 +1,34 @@
+#include "services/Settings.h"
+
+#include "formats/json/Writing.h"
+
+namespace settings {
+namespace {
+
+template <typename Value>
+void AppendMember(std::wstring_view name, const Value& value, std::wstring& json) {
+    if (json.back() != L'{') {
+        json += L',';
+    }
+    json::AppendName(name, json);
+    json::Append(value, json);
+}
+
+} // namespace
+
+std::wstring CopyForRun(const Settings& settings) {
+    std::wstring json = L"{";
+    AppendMember(L"version", 1, json);
+    AppendMember(L"logFile", settings.logFile, json);
+    AppendMember(L"logLevel", std::wstring(log_file::NameOf(settings.logLevel)), json);
+    AppendMember(L"scenarioApiDirectory", settings.scenarioApiDirectory, json);
+    AppendMember(L"cancelGraceSeconds", settings.cancelGraceSeconds, json);
+    AppendMember(L"scenarioLogLimitBytes", settings.scenarioLogLimitBytes, json);
+    json += L",\"interpreters\":{";
+    for (const auto& [extension, command] : settings.interpreters) {
+        AppendMember(extension, command, json);
+    }
+    return json + L"}}";
+}
+
+} // namespace settings

@@ -1,0 +1,39 @@
+#include "ControllerCSWrapper/ControllerCSWrapper.h"
+
+#include "formats/Boundary.h"
+#include "formats/json/Encoding.h"
+#include "formats/json/MemberFinder.h"
+#include "formats/json/Parsing.h"
+
+namespace {
+
+/// The value as the text has it: marks of lone surrogates are its own escapes again.
+std::wstring ValueText(const std::wstring& json, const json::MemberFinder& finder) {
+    std::string utf8;
+    std::size_t badAt = 0;
+    json::EncodeUtf8(json, utf8, badAt);
+    utf8.erase(0, json::ByteOrderMarkLength(utf8));
+    const std::string_view value = finder.ValueIn(utf8);
+    return json::Decode(value.substr(0, value.find_last_not_of(" \t\r\n,") + 1));
+}
+
+} // namespace
+
+/// A text that cannot be read was complained of when its file was read; here it has no members.
+bool ControllerCSWrapper::GetStringResources(const std::wstring& json, const std::wstring& name, std::wstring& member) {
+    return boundary::Guard("GetStringResources", [&] {
+        std::string marked;
+        std::wstring problem;
+        if (!json::Prepare(json, marked, problem)) {
+            return false;
+        }
+        rapidjson::StringStream stream(marked.c_str());
+        json::MemberFinder finder(stream, name);
+        const auto result = json::Parse(stream, finder);
+        if (!json::SyntaxProblem(marked, result, stream.Tell()).empty() || !finder.IsFound()) {
+            return false;
+        }
+        member = finder.Text() ? *finder.Text() : ValueText(json, finder);
+        return true;
+    });
+}

@@ -1,0 +1,12 @@
+#include "services/log/LogText.h"
+
+#include "text/OneLine.h"
+#include "text/Text.h"
+
+namespace log_file {
+
+std::string LogText(const std::wstring& message) {
+    return text::ToUtf8(text::Escaped(message));
+}
+
+} // namespace log_file

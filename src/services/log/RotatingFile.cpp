@@ -1,0 +1,148 @@
+#include "services/log/RotatingFile.h"
+
+#include <utility>
+
+#include "platform/terminal/Console.h"
+#include "platform/files/FileLock.h"
+#include "platform/files/NativePath.h"
+#include "text/OneLine.h"
+#include "text/Text.h"
+
+namespace log_file {
+
+void RotatingFile::SetPath(const std::wstring& path) {
+    if (path == currentPath) {
+        return;
+    }
+    currentPath = path;
+    file.Close();
+    lastLook = -1;
+    complained = false;
+    lost = 0;
+    isTorn = false;
+}
+
+void RotatingFile::Append(std::string_view record, std::int64_t second) {
+    if (currentPath.empty()) {
+        return;
+    }
+    if (second != lastLook) {
+        lastLook = second;
+        LookAfterFile();
+    }
+    if (IsTooLargeWith(record)) {
+        Rotate(record);
+    }
+    if (!file.IsOpen()) {
+        ++lost;
+        return;
+    }
+    const std::string note = NoteOfLost();
+    if (const platform::Error error = note.empty() ? file.Write(record) : file.Write(note + std::string(record))) {
+        return Lose(error);
+    }
+    size += note.size() + record.size();
+    lost = 0;
+    isTorn = false;
+    complained = false;
+}
+
+void RotatingFile::Lose(const platform::Error& error) {
+    const std::uint64_t newSize = file.Size();
+    isTorn = isTorn || newSize != size;
+    size = newSize;
+    ++lost;
+    ComplainOnce(error);
+}
+
+/// Empty when nothing was.
+std::string RotatingFile::NoteOfLost() const {
+    if (lost == 0) {
+        return {};
+    }
+    const std::string lineEnd = isTorn ? "\n" : "";
+    return lineEnd + "(Messages that could not be written here: " + std::to_string(lost) + ")\n";
+}
+
+/// Whether the path still names the file that is open, and how large others have made it.
+void RotatingFile::LookAfterFile() {
+    const std::optional<platform::FileIdentity> found = platform::IdentityOf(currentPath);
+    if (!found) {
+        file.Close(); // a removed file may keep its name for as long as somebody has it open
+    }
+    if (file.IsOpen() && found == identity) {
+        size = file.Size();
+    } else {
+        OpenFile();
+    }
+}
+
+/// On failure a file that is open stays so: better a record in a renamed file than none.
+void RotatingFile::OpenFile() {
+    // Before it is opened: when another process renames it in between, the next look finds that it is not this one.
+    const std::optional<platform::FileIdentity> named = platform::IdentityOf(currentPath);
+    platform::OutputFile opened;
+    platform::Error error = platform::EnsurePrivateFolders(platform::ParentFolder(currentPath));
+    if (!error) {
+        error = opened.Open(currentPath, false, platform::AppendTo::FileOrDevice);
+    }
+    if (error) {
+        return ComplainOnce(error);
+    }
+    file = std::move(opened);
+    identity = named;
+    size = file.Size();
+    rotateAt = limits.bytes;
+}
+
+bool RotatingFile::IsTooLargeWith(std::string_view record) const {
+    return file.IsOpen() && size > 0 && size + record.size() > rotateAt;
+}
+
+void RotatingFile::Rotate(std::string_view record) {
+    LookAfterFile();
+    if (!IsTooLargeWith(record)) {
+        return; // another process was quicker
+    }
+    // Two that rename at the same time would put one file over another that is not the oldest.
+    platform::FileLock lock;
+    const platform::Error error = lock.Take(currentPath + L".lock");
+    if (error.kind == platform::ErrorKind::InUse) {
+        return; // another process is at it: the record goes into the file that there is
+    }
+    LookAfterFile();
+    if (!IsTooLargeWith(record)) {
+        return;
+    }
+    if (!error && ShiftFiles()) {
+        OpenFile();
+    } else {
+        rotateAt = size + limits.bytes / 16;
+    }
+}
+
+/// From the oldest on, so that a failure in between leaves a gap and loses nothing.
+bool RotatingFile::ShiftFiles() const {
+    for (int generation = limits.files - 2; generation >= 0; --generation) {
+        const platform::Error error = platform::RenameFile(NameOf(generation), NameOf(generation + 1));
+        if (error && error.kind != platform::ErrorKind::NotFound) {
+            return false;
+        }
+    }
+    return true;
+}
+
+std::wstring RotatingFile::NameOf(int generation) const {
+    return generation == 0 ? currentPath : currentPath + L'.' + std::to_wstring(generation);
+}
+
+void RotatingFile::ComplainOnce(const platform::Error& error) {
+    if (std::exchange(complained, true)) {
+        return;
+    }
+    platform::WriteErrorOutput(
+        text::ToUtf8(L"The log file " + text::Escaped(platform::ToNativeText(currentPath)) +
+                         L" cannot be written: " + error.Text() + L". Messages are lost until it can be.\n"));
+}
+
+} // namespace log_file
