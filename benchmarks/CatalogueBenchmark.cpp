@@ -1,9 +1,9 @@
 #include <benchmark/benchmark.h>
 
+#include "CommonControllerLib/FunctionManager.h"
+#include "CommonControllerLib/JobEntryManagerBase.h"
 #include "RawLimits.h"
 #include "Workplace.h"
-#include "CommonControllerLib/JobEntryManagerBase.h"
-#include "CommonControllerLib/FunctionManager.h"
 #include "platform/files/FileSystem.h"
 #include "platform/files/NativePath.h"
 #include "text/Text.h"

@@ -2,9 +2,9 @@
 
 #include <memory>
 
-#include "Workplace.h"
-#include "CommonControllerLib/JobEntryManagerBase.h"
 #include "CommonControllerLib/FunctionManager.h"
+#include "CommonControllerLib/JobEntryManagerBase.h"
+#include "Workplace.h"
 
 namespace {
 

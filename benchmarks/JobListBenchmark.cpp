@@ -2,11 +2,11 @@
 
 #include <stdexcept>
 
+#include "CommonControllerLib/FunctionManager.h"
+#include "CommonControllerLib/JobEntryManagerBase.h"
+#include "ControllerCSWrapper/ControllerCSWrapper.h"
 #include "RawLimits.h"
 #include "Workplace.h"
-#include "ControllerCSWrapper/ControllerCSWrapper.h"
-#include "CommonControllerLib/JobEntryManagerBase.h"
-#include "CommonControllerLib/FunctionManager.h"
 #include "platform/files/NativePath.h"
 #include "text/Text.h"
 

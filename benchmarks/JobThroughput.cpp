@@ -5,12 +5,12 @@
 #include <cstdio>
 #include <cstdlib>
 
+#include "CommonControllerLib/FunctionManager.h"
 #include "RawLimits.h"
 #include "RunLoop.h"
 #include "Workplace.h"
-#include "services/Settings.h"
 #include "controller_host/HostEngine.h"
-#include "CommonControllerLib/FunctionManager.h"
+#include "services/Settings.h"
 
 namespace {
 

@@ -8,10 +8,10 @@
 #include <stdexcept>
 #include <thread>
 
+#include "CommonControllerLib/FunctionManager.h"
 #include "Workplace.h"
 #include "controller_host/HostLoop.h"
 #include "controller_host/LineDouble.h"
-#include "CommonControllerLib/FunctionManager.h"
 #include "platform/processes/Process.h"
 
 namespace {
@@ -69,8 +69,8 @@ int main(int argc, char** argv) {
     ObservedEngine engine(&functions);
     LineDouble line;
     EngineTransmitter transmitter(line, &line);
-    RequestAnswers answers(engine, transmitter);
-    RequestInbox inbox(transmitter, RequestAnswers::Names());
+    RequestHandler answers(engine, transmitter);
+    RequestQueue inbox(transmitter, RequestHandler::Names());
     platform::Event stop;
     std::thread loop([&] { HostLoop(engine, inbox, answers, stop.Handle()).Run(std::chrono::milliseconds(0)); });
     std::vector<double> seconds;

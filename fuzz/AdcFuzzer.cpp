@@ -1,12 +1,12 @@
 #include <string>
 #include <vector>
 
+#include "engine/catalogue/ScenarioSettings.h"
 #include "fuzz/support/ByteSource.h"
 #include "fuzz/support/Require.h"
 #include "fuzz/support/Scratch.h"
 #include "platform/files/ProfileFile.h"
 #include "text/Text.h"
-#include "engine/catalogue/ScenarioSettings.h"
 
 namespace {
 

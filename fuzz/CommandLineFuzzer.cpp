@@ -3,15 +3,15 @@
 #include <vector>
 
 #include "CommonControllerLib/CLIArgumentParser.h"
-#include "controller_cli/LetterArguments.h"
-#include "controller_cli/LetterUsage.h"
-#include "controller_cli/LongCommandLine.h"
+#include "controller_cli/LongOptions.h"
+#include "controller_cli/ShortOptionArguments.h"
+#include "controller_cli/ShortOptionUsage.h"
 #include "controller_host/HostOptions.h"
 #include "fuzz/support/ByteSource.h"
 #include "fuzz/support/Require.h"
 #include "platform/files/NativePath.h"
-#include "text/Text.h"
 #include "scenario_runner/RunnerArguments.h"
+#include "text/Text.h"
 
 namespace {
 
@@ -46,7 +46,7 @@ void CheckLetters(const Arguments& arguments) {
 /// What the parser would pass over in silence is refused with a text of its own.
 void CheckUsage(const Arguments& arguments) {
     try {
-        controller_cli::RequireLetterUsage(arguments);
+        controller_cli::RequireShortOptionUsage(arguments);
     } catch (const controller_cli::UsageProblem& problem) {
         fuzz::Require(problem.textKey.starts_with(L"Usage/"), "a problem has its text");
     }
@@ -56,7 +56,8 @@ void CheckUsage(const Arguments& arguments) {
 void CheckSlashPath(const std::wstring& rest) {
     const std::wstring path = L"/home/" + rest;
     CLIArgumentParser parser;
-    const bool isCommand = parser.Parse(controller_cli::PrepareLetterArguments({L"-l", path, L"-o", path, path}, true));
+    const bool isCommand =
+        parser.Parse(controller_cli::PrepareShortOptionArguments({L"-l", path, L"-o", path, path}, true));
     fuzz::Require(isCommand && parser.GetCommandType() == CLIArgumentParser::EnqueueJobs, "a path is a jobs file");
     fuzz::Require(parser.GetJobFileName() == path && parser.GetLogFileName() == path &&
                       parser.GetOutputFileName() == path,
@@ -122,8 +123,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const std::string_view bytes = fuzz::BytesOf(data, size);
     const Arguments arguments = LinesOf(bytes);
     CheckLetters(arguments);
-    CheckLetters(controller_cli::PrepareLetterArguments(arguments, true));
-    CheckUsage(controller_cli::PrepareLetterArguments(arguments, true));
+    CheckLetters(controller_cli::PrepareShortOptionArguments(arguments, true));
+    CheckUsage(controller_cli::PrepareShortOptionArguments(arguments, true));
     CheckSlashPath(text::FromUtf8(bytes));
     CheckLong(arguments);
     CheckRunner(arguments);

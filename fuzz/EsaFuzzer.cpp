@@ -8,7 +8,7 @@
 #include "formats/ScenarioManifest.h"
 #include "formats/ScenarioPackage.h"
 #include "formats/zip/ZipArchive.h"
-#include "formats/zip/ZipProblem.h"
+#include "formats/zip/ZipError.h"
 #include "fuzz/support/ByteSource.h"
 #include "fuzz/support/Require.h"
 #include "fuzz/support/Scratch.h"

@@ -4,9 +4,9 @@
 
 #include "fuzz/support/ByteSource.h"
 #include "fuzz/support/Require.h"
-#include "transport/local_socket/Frame.h"
-#include "transport/local_socket/TextEncoding.h"
 #include "text/CodeUnits.h"
+#include "transport/local_socket/Frame.h"
+#include "transport/local_socket/Wtf8.h"
 
 namespace {
 

@@ -3,8 +3,6 @@
 #include <string_view>
 #include <vector>
 
-#include "services/Settings.h"
-#include "services/SettingsFile.h"
 #include "formats/json/Encoding.h"
 #include "formats/json/RecordLayouts.h"
 #include "formats/json/Writing.h"
@@ -12,6 +10,8 @@
 #include "fuzz/support/Require.h"
 #include "fuzz/support/Scratch.h"
 #include "platform/files/NativePath.h"
+#include "services/Settings.h"
+#include "services/SettingsFile.h"
 
 namespace {
 

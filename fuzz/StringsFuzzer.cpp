@@ -1,6 +1,7 @@
 #include <map>
 #include <string>
 
+#include "CommonControllerLib/StringManager.h"
 #include "ControllerCSWrapper/ControllerCSWrapper.h"
 #include "formats/json/Reading.h"
 #include "formats/json/Writing.h"
@@ -8,7 +9,6 @@
 #include "fuzz/support/Require.h"
 #include "fuzz/support/Scratch.h"
 #include "text/Text.h"
-#include "CommonControllerLib/StringManager.h"
 
 namespace {
 

@@ -1,8 +1,8 @@
 #include "controller_cli/DamagedListNotice.h"
 
 #include "formats/JobListFile.h"
-#include "services/Settings.h"
 #include "platform/files/NativePath.h"
+#include "services/Settings.h"
 
 namespace controller_cli {
 

@@ -8,7 +8,7 @@
 namespace controller_cli {
 
 /// Says on standard error, one line a file, that a job list could not be read and is kept aside, so that jobs may be
-/// missing: until somebody has removed or renamed the file. Outlives no part of its context.
+/// missing: until somebody has removed or renamed the file. Durability no part of its context.
 class DamagedListNotice {
 public:
     explicit DamagedListNotice(CommandContext& commandContext) : context(commandContext) {}

@@ -5,7 +5,7 @@
 #include <cstdint>
 
 #include "text/CodeUnits.h"
-#include "text/OneLine.h"
+#include "text/EscapeControls.h"
 
 namespace controller_cli {
 namespace {
@@ -95,7 +95,7 @@ std::wstring OneLine(std::wstring_view text) {
     line.reserve(text.size());
     while (!text.empty()) {
         const Character character = FirstCharacter(text);
-        if (text::SteersReaders(character.code)) {
+        if (text::IsControlOrBidi(character.code)) {
             line += L' ';
         } else if (text::IsSurrogate(character.code)) {
             line += L'\xFFFD';

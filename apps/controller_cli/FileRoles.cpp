@@ -4,12 +4,12 @@
 #include <iterator>
 #include <optional>
 
-#include "services/Settings.h"
 #include "controller_cli/CommandFailure.h"
 #include "platform/files/Directories.h"
 #include "platform/files/File.h"
 #include "platform/files/FileSystem.h"
 #include "platform/files/NativePath.h"
+#include "services/Settings.h"
 
 namespace controller_cli {
 namespace {

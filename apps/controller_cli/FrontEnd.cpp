@@ -4,17 +4,17 @@
 #include <exception>
 #include <functional>
 
-#include "services/Settings.h"
+#include "CommonControllerLib/ControllerLogManager.h"
 #include "controller_cli/DamagedListNotice.h"
 #include "controller_cli/FileRoles.h"
 #include "controller_cli/InputSets.h"
-#include "controller_cli/LetterCommands.h"
-#include "controller_cli/LongCommandLine.h"
+#include "controller_cli/LongOptions.h"
 #include "controller_cli/Problems.h"
+#include "controller_cli/ShortOptionCommands.h"
 #include "controller_cli/commands/Commands.h"
 #include "platform/terminal/Console.h"
+#include "services/Settings.h"
 #include "text/Text.h"
-#include "CommonControllerLib/ControllerLogManager.h"
 
 namespace controller_cli {
 namespace {

@@ -1,8 +1,8 @@
 #include "controller_cli/HostConnection.h"
 
+#include "CommonControllerLib/EventTransmitter.h"
 #include "controller_cli/CommandFailure.h"
 #include "controller_cli/LogHint.h"
-#include "CommonControllerLib/EventTransmitter.h"
 #include "controller_plugins/EventTransmitterExtension.h"
 #include "platform/files/NativePath.h"
 #include "platform/processes/Waiting.h"

@@ -2,10 +2,10 @@
 
 #include <algorithm>
 
+#include "CommonControllerLib/EventTransmitter.h"
 #include "controller_cli/CommandFailure.h"
 #include "controller_cli/ConnectionInterval.h"
 #include "controller_cli/LogHint.h"
-#include "CommonControllerLib/EventTransmitter.h"
 
 namespace controller_cli {
 namespace {

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "controller_cli/AnswerMailbox.h"
 #include "controller_cli/CommandContext.h"
 #include "controller_cli/HostConnection.h"
 #include "controller_cli/RequestProxy.h"
+#include "controller_cli/ResponseInbox.h"
 
 #include <optional>
 
@@ -50,7 +50,7 @@ private:
 
     CommandContext& context;
     const HostConnection connection;
-    AnswerMailbox mailbox;
+    ResponseInbox mailbox;
     RequestProxy requests;
 };
 

@@ -3,11 +3,11 @@
 #include <algorithm>
 #include <utility>
 
+#include "CommonControllerLib/PathFuncs.h"
 #include "ControllerCSWrapper/ControllerCSWrapper.h"
 #include "formats/RunProtocol.h"
-#include "services/Settings.h"
 #include "platform/files/FileSystem.h"
-#include "CommonControllerLib/PathFuncs.h"
+#include "services/Settings.h"
 
 namespace controller_cli {
 namespace {

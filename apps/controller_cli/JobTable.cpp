@@ -59,15 +59,15 @@ std::wstring TimeText(std::int64_t seconds) {
            TwoDigits(seconds % 60);
 }
 
-bool ShowsOutputFolder(const JobView& view) {
+bool ShowsOutputFolder(const JobRow& view) {
     return view.job.status == JobStatus::Success && !view.outputFolder.empty();
 }
 
-std::wstring ResultText(const JobView& view) {
+std::wstring ResultText(const JobRow& view) {
     return ShowsOutputFolder(view) ? platform::ToNativeText(view.outputFolder) : view.message;
 }
 
-Cell ResultCell(const JobView& view) {
+Cell ResultCell(const JobRow& view) {
     return {ResultText(view), Colour::None, ShowsOutputFolder(view) ? CutAt::Beginning : CutAt::End};
 }
 
@@ -78,7 +78,7 @@ std::vector<Column> Columns(const Texts& texts) {
             {texts.Get(L"Table/Result"), ColumnKind::Flexible}};
 }
 
-std::vector<Cell> RowOf(const CommandContext& context, const JobView& view, ProgressKind kind) {
+std::vector<Cell> RowOf(const CommandContext& context, const JobRow& view, ProgressKind kind) {
     const JobListInfo& job = view.job;
     return {{std::to_wstring(job.seqId)},
             {StatusText(context.texts, job.status), ColourOf(job.status)},
@@ -100,9 +100,9 @@ void AppendMessage(const std::wstring& heading, const std::wstring& message, std
 }
 
 template <typename Predicate>
-std::wstring Count(const std::vector<JobView>& jobs, Predicate predicate) {
+std::wstring Count(const std::vector<JobRow>& jobs, Predicate predicate) {
     return std::to_wstring(
-        std::count_if(jobs.begin(), jobs.end(), [&](const JobView& view) { return predicate(view.job.status); }));
+        std::count_if(jobs.begin(), jobs.end(), [&](const JobRow& view) { return predicate(view.job.status); }));
 }
 
 } // namespace
@@ -128,24 +128,24 @@ std::wstring InputText(const JobListInfo& job) {
     return platform::FileName(job.inputFiles.front()) + more;
 }
 
-std::vector<std::wstring> JobTableLines(const CommandContext& context, const std::vector<const JobView*>& jobs,
+std::vector<std::wstring> JobTableLines(const CommandContext& context, const std::vector<const JobRow*>& jobs,
                                         ProgressKind kind, std::optional<std::size_t> width) {
     std::vector<std::vector<Cell>> rows;
     rows.reserve(jobs.size());
-    for (const JobView* view : jobs) {
+    for (const JobRow* view : jobs) {
         rows.push_back(RowOf(context, *view, kind));
     }
     return TableLines(Columns(context.texts), std::move(rows), {width, context.console.HasColours()});
 }
 
-void WriteJobTable(CommandContext& context, const std::vector<JobView>& jobs) {
+void WriteJobTable(CommandContext& context, const std::vector<JobRow>& jobs) {
     if (jobs.empty()) {
         context.console.Write(context.texts.Get(L"Outcome/NoJobs") + L"\n");
         return;
     }
-    std::vector<const JobView*> shown;
+    std::vector<const JobRow*> shown;
     shown.reserve(jobs.size());
-    for (const JobView& view : jobs) {
+    for (const JobRow& view : jobs) {
         shown.push_back(&view);
     }
     const auto width =
@@ -153,7 +153,7 @@ void WriteJobTable(CommandContext& context, const std::vector<JobView>& jobs) {
     context.console.Write(JoinedLines(JobTableLines(context, shown, ProgressKind::Percent, width)));
 }
 
-std::wstring JobLine(const CommandContext& context, const JobView& view) {
+std::wstring JobLine(const CommandContext& context, const JobRow& view) {
     const JobListInfo& job = view.job;
     const std::wstring line =
         context.texts.Format(L"Outcome/Line", {std::to_wstring(job.seqId), StatusText(context.texts, job.status),
@@ -162,9 +162,9 @@ std::wstring JobLine(const CommandContext& context, const JobView& view) {
     return OneLine(result.empty() ? line : line + L": " + result);
 }
 
-std::vector<std::wstring> MessageLines(const CommandContext& context, const std::vector<JobView>& jobs) {
+std::vector<std::wstring> MessageLines(const CommandContext& context, const std::vector<JobRow>& jobs) {
     std::vector<std::wstring> lines;
-    for (const JobView& view : jobs) {
+    for (const JobRow& view : jobs) {
         const std::wstring heading = context.texts.Format(L"Outcome/JobMessage", {std::to_wstring(view.job.seqId)});
         for (std::size_t i = ShowsOutputFolder(view) ? 0 : 1; i < view.messages.size(); ++i) {
             AppendMessage(heading, view.messages[i], lines);
@@ -173,14 +173,14 @@ std::vector<std::wstring> MessageLines(const CommandContext& context, const std:
     return lines;
 }
 
-std::wstring QueueSummary(const CommandContext& context, const std::vector<JobView>& jobs) {
+std::wstring QueueSummary(const CommandContext& context, const std::vector<JobRow>& jobs) {
     const auto isActive = [](JobStatus status) { return status != JobStatus::Queued && !HasEnded(status); };
     return context.texts.Format(L"Outcome/Queue",
                                 {Count(jobs, [](JobStatus status) { return status == JobStatus::Queued; }),
                                  Count(jobs, isActive), Count(jobs, HasEnded)});
 }
 
-std::wstring OutcomeSummary(const CommandContext& context, const std::vector<JobView>& jobs) {
+std::wstring OutcomeSummary(const CommandContext& context, const std::vector<JobRow>& jobs) {
     const auto isCancelled = [](JobStatus status) {
         return status == JobStatus::Canceled || status == JobStatus::Dequeued;
     };

@@ -55,7 +55,7 @@ std::vector<std::wstring> NativeTexts(const std::vector<std::wstring>& paths) {
     return texts;
 }
 
-JobReport ReportOf(const JobView& view) {
+JobReport ReportOf(const JobRow& view) {
     const JobListInfo& job = view.job;
     JobReport report;
     report.number = job.seqId;
@@ -125,9 +125,9 @@ struct Layout<controller_cli::ParameterSetsDocument> {
 
 namespace controller_cli {
 
-std::wstring JobsJson(const std::vector<JobView>& jobs) {
+std::wstring JobsJson(const std::vector<JobRow>& jobs) {
     JobsDocument document;
-    for (const JobView& view : jobs) {
+    for (const JobRow& view : jobs) {
         document.jobs.push_back(ReportOf(view));
     }
     return json::Write(document) + L"\n";

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "controller_cli/JobView.h"
 #include "CommonControllerLib/ScenarioRecords.h"
+#include "controller_cli/JobRow.h"
 
 #include <string>
 #include <vector>
@@ -10,7 +10,7 @@
 /// language.
 namespace controller_cli {
 
-std::wstring JobsJson(const std::vector<JobView>& jobs);
+std::wstring JobsJson(const std::vector<JobRow>& jobs);
 std::wstring ScenariosJson(const std::vector<ScenarioInfo>& scenarios);
 std::wstring ParameterSetsJson(const std::vector<ScenarioParameterSetInfo>& parameterSets);
 

@@ -1,8 +1,8 @@
 #include "controller_cli/LogHint.h"
 
-#include "services/Settings.h"
 #include "platform/files/FileSystem.h"
 #include "platform/files/NativePath.h"
+#include "services/Settings.h"
 
 namespace controller_cli {
 

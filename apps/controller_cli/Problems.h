@@ -1,7 +1,7 @@
 #pragma once
 
-#include "controller_cli/CommandContext.h"
 #include "CommonControllerLib/JobRecords.h"
+#include "controller_cli/CommandContext.h"
 
 #include <string>
 #include <vector>

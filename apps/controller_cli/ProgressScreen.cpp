@@ -11,7 +11,7 @@ namespace controller_cli {
 namespace {
 
 /// Jobs of one kind behind those that are shown already.
-void Append(const std::vector<const JobView*>& jobs, std::size_t room, std::vector<const JobView*>& shown) {
+void Append(const std::vector<const JobRow*>& jobs, std::size_t room, std::vector<const JobRow*>& shown) {
     shown.insert(shown.end(), jobs.begin(), jobs.begin() + static_cast<std::ptrdiff_t>(std::min(room, jobs.size())));
 }
 
@@ -21,9 +21,9 @@ std::wstring UpOver(std::size_t lines) {
 
 } // namespace
 
-ProgressScreen::ProgressScreen(CommandContext& commandContext, const JobBoard& jobBoard)
+ProgressScreen::ProgressScreen(CommandContext& commandContext, const JobModel& jobBoard)
     : context(commandContext), board(jobBoard) {
-    for (const JobView& view : board.Views()) {
+    for (const JobRow& view : board.Views()) {
         if (HasEnded(view.job.status)) {
             endedBefore.insert(view.job.id);
         }
@@ -46,7 +46,7 @@ void ProgressScreen::Show(const std::vector<std::wstring>& changed) {
 void ProgressScreen::ShowLines(const std::vector<std::wstring>& changed) {
     const std::set<std::wstring> wanted(changed.begin(), changed.end());
     std::wstring lines;
-    for (const JobView& view : board.Views()) {
+    for (const JobRow& view : board.Views()) {
         if (wanted.contains(view.job.id)) {
             lines += JobLine(context, view) + L"\n";
         }
@@ -56,28 +56,28 @@ void ProgressScreen::ShowLines(const std::vector<std::wstring>& changed) {
 
 void ProgressScreen::NoteEnds(const std::vector<std::wstring>& changed) {
     for (const std::wstring& id : changed) {
-        const JobView* const view = board.Find(id);
+        const JobRow* const view = board.Find(id);
         if (view != nullptr && HasEnded(view->job.status)) {
             orderOfEnds.try_emplace(id, orderOfEnds.size());
         }
     }
 }
 
-std::vector<const JobView*> ProgressScreen::JobsToShow(std::size_t room) const {
-    std::vector<const JobView*> active;
-    std::vector<const JobView*> waiting;
-    std::vector<const JobView*> ended;
-    for (const JobView& view : board.Views()) {
+std::vector<const JobRow*> ProgressScreen::JobsToShow(std::size_t room) const {
+    std::vector<const JobRow*> active;
+    std::vector<const JobRow*> waiting;
+    std::vector<const JobRow*> ended;
+    for (const JobRow& view : board.Views()) {
         if (view.job.status == deletedStatus || endedBefore.contains(view.job.id)) {
             continue;
         }
         const bool isWaiting = view.job.status == JobStatus::Queued;
         (isWaiting ? waiting : HasEnded(view.job.status) ? ended : active).push_back(&view);
     }
-    std::stable_sort(ended.begin(), ended.end(), [this](const JobView* left, const JobView* right) {
+    std::stable_sort(ended.begin(), ended.end(), [this](const JobRow* left, const JobRow* right) {
         return orderOfEnds.at(left->job.id) > orderOfEnds.at(right->job.id);
     });
-    std::vector<const JobView*> shown;
+    std::vector<const JobRow*> shown;
     Append(active, room, shown);
     const std::size_t left = room - shown.size();
     Append(waiting, left - std::min(ended.size(), left / 2), shown);

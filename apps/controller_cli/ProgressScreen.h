@@ -1,7 +1,7 @@
 #pragma once
 
 #include "controller_cli/CommandContext.h"
-#include "controller_cli/JobView.h"
+#include "controller_cli/JobRow.h"
 
 #include <chrono>
 #include <cstddef>
@@ -17,7 +17,7 @@ namespace controller_cli {
 /// before the first `Show` are not shown.
 class ProgressScreen {
 public:
-    ProgressScreen(CommandContext& commandContext, const JobBoard& jobBoard);
+    ProgressScreen(CommandContext& commandContext, const JobModel& jobBoard);
 
     /// Shows the jobs as they are now. `changed`: the ids of those that have changed since the last time.
     void Show(const std::vector<std::wstring>& changed);
@@ -47,10 +47,10 @@ private:
     std::wstring ToBeginning(const Drawing& next) const;
     /// As many jobs as there is room for: active ones, then waiting ones in list order, then the latest ends. The
     /// waiting ones leave half of the room to the ends.
-    std::vector<const JobView*> JobsToShow(std::size_t room) const;
+    std::vector<const JobRow*> JobsToShow(std::size_t room) const;
 
     CommandContext& context;
-    const JobBoard& board;
+    const JobModel& board;
     std::set<std::wstring> endedBefore;
     std::map<std::wstring, std::size_t> orderOfEnds;
     Drawing drawn;

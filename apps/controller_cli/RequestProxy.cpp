@@ -1,9 +1,9 @@
 #include "controller_cli/RequestProxy.h"
 
-#include "ControllerCSWrapper/ControllerCSWrapper.h"
-#include "formats/Messages.h"
 #include "CommonControllerLib/EventTransmitter.h"
+#include "ControllerCSWrapper/ControllerCSWrapper.h"
 #include "controller_plugins/EventTransmitterExtension.h"
+#include "formats/Messages.h"
 
 namespace controller_cli {
 

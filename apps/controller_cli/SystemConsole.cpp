@@ -1,7 +1,7 @@
 #include "controller_cli/SystemConsole.h"
 
-#include "platform/terminal/Console.h"
 #include "platform/system/Environment.h"
+#include "platform/terminal/Console.h"
 #include "text/Text.h"
 
 namespace controller_cli {

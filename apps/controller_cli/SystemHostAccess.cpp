@@ -4,23 +4,23 @@
 #include <string_view>
 #include <thread>
 
-#include "formats/HostRecords.h"
-#include "services/Settings.h"
-#include "controller_cli/RequestProxy.h"
 #include "CommonControllerLib/EventTransmitter.h"
-#include "modules/EventTransmitterDescription.h"
 #include "CommonControllerLib/EventTransmitterManager.h"
+#include "controller_cli/RequestProxy.h"
+#include "formats/HostRecords.h"
+#include "modules/EventTransmitterDescription.h"
 #include "modules/ModuleProblem.h"
-#include "platform/terminal/Console.h"
 #include "platform/files/Directories.h"
-#include "platform/terminal/ErrorOutput.h"
 #include "platform/files/NativePath.h"
 #include "platform/processes/Pipe.h"
 #include "platform/processes/ProcessIdentity.h"
-#include "platform/system/SharedLibrary.h"
 #include "platform/processes/StopSignal.h"
-#include "text/Text.h"
 #include "platform/processes/Waiting.h"
+#include "platform/system/SharedLibrary.h"
+#include "platform/terminal/Console.h"
+#include "platform/terminal/ErrorOutput.h"
+#include "services/Settings.h"
+#include "text/Text.h"
 
 namespace controller_cli {
 namespace {
@@ -86,7 +86,7 @@ void AskToEnd(void* host, EventTransmitter* transmitter, EventTransmitterExtensi
     constexpr std::chrono::milliseconds interval{500};
     do {
         if (transmitter == nullptr || !RequestProxy(*transmitter, extension).TerminateRequest()) {
-            platform::AskProcessToEnd(host);
+            platform::RequestTermination(host);
         }
     } while (!platform::WaitForAny({host}, interval));
 }

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "formats/HostLock.h"
 #include "controller_cli/HostAccess.h"
+#include "formats/HostLock.h"
 #include "platform/processes/Process.h"
 
 #include <string>

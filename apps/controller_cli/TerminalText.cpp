@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <cstdint>
 
-#include "text/OneLine.h"
+#include "text/EscapeControls.h"
 #include "text/Text.h"
 #include "text/Utf8Sequence.h"
 
@@ -15,15 +15,13 @@ constexpr std::uint32_t replacement = 0xFFFD;
 /// True when more bytes decide what the text begins with.
 bool IsBeginning(std::string_view text) {
     const auto first = static_cast<unsigned char>(text[0]);
-    const auto isContinuation = [](char byte) {
-        return text::IsUtf8Continuation(static_cast<unsigned char>(byte));
-    };
+    const auto isContinuation = [](char byte) { return text::IsUtf8Continuation(static_cast<unsigned char>(byte)); };
     return text == "\r" ||
            (text::Utf8Length(first) > text.size() && std::all_of(text.begin() + 1, text.end(), isContinuation));
 }
 
 void AppendShown(std::uint32_t character, std::string& shown) {
-    if (character != '\n' && character != '\t' && text::SteersReaders(character)) {
+    if (character != '\n' && character != '\t' && text::IsControlOrBidi(character)) {
         shown += text::ToUtf8(text::Escaped(std::wstring(1, static_cast<wchar_t>(character))));
     } else {
         text::AppendUtf8(shown, text::IsSurrogate(character) ? replacement : character);

@@ -5,7 +5,7 @@
 
 #include "ControllerCSWrapper/ControllerCSWrapper.h"
 #include "controller_cli/BuiltInStrings.h"
-#include "text/OneLine.h"
+#include "text/EscapeControls.h"
 #include "text/Text.h"
 
 namespace controller_cli {

@@ -1,20 +1,20 @@
 #include <optional>
 
-#include "services/ResponsePatience.h"
-#include "services/Settings.h"
 #include "controller_cli/FrontEnd.h"
-#include "controller_cli/LongCommandLine.h"
+#include "controller_cli/LongOptions.h"
 #include "controller_cli/SystemConsole.h"
 #include "controller_cli/SystemHostAccess.h"
-#include "platform/system/Clock.h"
-#include "platform/terminal/Console.h"
 #include "platform/processes/ProgramArguments.h"
-#include "platform/system/SharedLibrary.h"
 #include "platform/processes/StopSignal.h"
+#include "platform/system/Clock.h"
+#include "platform/system/SharedLibrary.h"
+#include "platform/terminal/Console.h"
+#include "services/ResponseTimeout.h"
+#include "services/Settings.h"
 
 int main(int argc, char** argv) {
     using namespace controller_cli;
-    platform::NarrowModuleSearch();
+    platform::HardenLibrarySearch();
     platform::PrepareConsole();
     const std::vector<std::wstring> arguments = platform::ProgramArguments(argc, argv);
     // One-letter commands end at once on Ctrl-C.

@@ -2,16 +2,16 @@
 
 #include <chrono>
 
-#include "services/Settings.h"
 #include "controller_host/OtherHost.h"
 #include "controller_host/StartChecks.h"
-#include "platform/terminal/Console.h"
 #include "platform/files/Directories.h"
 #include "platform/files/NativePath.h"
-#include "text/OneLine.h"
 #include "platform/processes/Process.h"
-#include "text/Text.h"
 #include "platform/processes/Waiting.h"
+#include "platform/terminal/Console.h"
+#include "services/Settings.h"
+#include "text/EscapeControls.h"
+#include "text/Text.h"
 
 namespace {
 

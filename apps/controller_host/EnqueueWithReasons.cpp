@@ -1,9 +1,9 @@
 #include "controller_host/EnqueueWithReasons.h"
 
+#include "CommonControllerLib/ControllerLogManager.h"
 #include "engine/OutputFolderName.h"
 #include "platform/files/FileSystem.h"
 #include "platform/files/NativePath.h"
-#include "CommonControllerLib/ControllerLogManager.h"
 
 #include <algorithm>
 

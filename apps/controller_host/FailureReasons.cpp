@@ -1,10 +1,10 @@
 #include "controller_host/FailureReasons.h"
 
+#include "CommonControllerLib/ControllerLogManager.h"
+#include "CommonControllerLib/PathFuncs.h"
 #include "formats/RunProtocol.h"
 #include "platform/files/FileSystem.h"
 #include "platform/files/NativePath.h"
-#include "CommonControllerLib/ControllerLogManager.h"
-#include "CommonControllerLib/PathFuncs.h"
 
 namespace {
 

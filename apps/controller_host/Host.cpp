@@ -4,30 +4,30 @@
 #include <utility>
 #include <vector>
 
-#include "formats/HostLock.h"
-#include "formats/JobListFile.h"
-#include "services/Settings.h"
-#include "controller_host/DeletionNotes.h"
+#include "CommonControllerLib/ControllerLogManager.h"
+#include "CommonControllerLib/EventTransmitterManager.h"
+#include "CommonControllerLib/FunctionManager.h"
+#include "controller_host/DeletionJournal.h"
 #include "controller_host/EngineTransmitter.h"
 #include "controller_host/HostEngine.h"
 #include "controller_host/HostLoop.h"
 #include "controller_host/HostPlace.h"
-#include "controller_host/LeftoverScenarios.h"
+#include "controller_host/OrphanCleanup.h"
 #include "controller_host/OtherHost.h"
-#include "controller_host/RequestAnswers.h"
-#include "controller_host/RequestInbox.h"
+#include "controller_host/RequestHandler.h"
+#include "controller_host/RequestQueue.h"
 #include "controller_host/StartChecks.h"
-#include "CommonControllerLib/EventTransmitterManager.h"
-#include "CommonControllerLib/FunctionManager.h"
-#include "platform/terminal/Console.h"
 #include "fault_points/FaultPoint.h"
+#include "formats/HostLock.h"
+#include "formats/JobListFile.h"
 #include "platform/files/FileSystem.h"
 #include "platform/files/NativePath.h"
-#include "text/OneLine.h"
 #include "platform/processes/Process.h"
 #include "platform/processes/StopSignal.h"
+#include "platform/terminal/Console.h"
+#include "services/Settings.h"
+#include "text/EscapeControls.h"
 #include "text/Text.h"
-#include "CommonControllerLib/ControllerLogManager.h"
 
 namespace {
 
@@ -94,8 +94,8 @@ HostExit ServeFrontEnds(const settings::Settings& settings, HostEngine& engine, 
     }
     const platform::StopSignal stop;
     EngineTransmitter engineTransmitter(*transmitter, extension);
-    RequestAnswers answers(engine, engineTransmitter);
-    RequestInbox inbox(engineTransmitter, RequestAnswers::Names());
+    RequestHandler answers(engine, engineTransmitter);
+    RequestQueue inbox(engineTransmitter, RequestHandler::Names());
     place.SetReady();
     platform::Event(platform::TakeInheritedHandle(readyEvent)).Raise();
     fault_points::ReachFaultPoint(fault_points::FaultPoint::HostReady);
@@ -108,8 +108,8 @@ HostExit ServeFrontEnds(const settings::Settings& settings, HostEngine& engine, 
 HostExit LoadAndServe(const settings::Settings& settings, HostPlace& place, const std::wstring& readyEvent) {
     ControllerLogManager::Initialize(0, settings.logFile, readyEvent.empty());
     job_list_file::RemoveLeftovers(settings.jobListFile);
-    job_list_file::RemoveLeftovers(DeletionNotes::FileBeside(settings.jobListFile));
-    StopLeftoverScenarios(settings.jobListFile);
+    job_list_file::RemoveLeftovers(DeletionJournal::FileBeside(settings.jobListFile));
+    StopOrphanCleanup(settings.jobListFile);
     fault_points::ReachFaultPoint(fault_points::FaultPoint::LeftoversStopped);
     FunctionManager functions({});
     std::vector<std::wstring> moduleProblems = start_checks::LoadFunctionModules(settings, functions);
@@ -132,7 +132,7 @@ HostExit RunHost(const std::wstring& readyEvent) {
     if (const std::wstring problem = settings::Problem(); !problem.empty()) {
         return Refuse(HostExit::CouldNotRun, problem);
     }
-    const auto settings = settings::CurrentForThisRun();
+    const auto settings = settings::FrozenForProcess();
     // A refusal is told on standard error, not on the console's log as well.
     ControllerLogManager::Initialize(0, settings->logFile, false);
     HostPlace place;
@@ -141,7 +141,7 @@ HostExit RunHost(const std::wstring& readyEvent) {
         return RefuseWithoutPlace(*settings, error);
     }
     // The engine would begin with an empty list.
-    if (const std::wstring obstacle = job_list_file::Obstacle(settings->jobListFile); !obstacle.empty()) {
+    if (const std::wstring obstacle = job_list_file::ReasonUnusable(settings->jobListFile); !obstacle.empty()) {
         return Refuse(HostExit::CouldNotRun, L"the job list cannot be used, and is left as it is: " + obstacle);
     }
     fault_points::ReachFaultPoint(fault_points::FaultPoint::PlaceTaken);

@@ -1,12 +1,12 @@
 #include "controller_host/HostEngine.h"
 
-#include "ControllerCSWrapper/ControllerCSWrapper.h"
-#include "controller_host/DeletionNotes.h"
-#include "controller_host/FailureReasons.h"
+#include "CommonControllerLib/ControllerLogManager.h"
 #include "CommonControllerLib/FunctionManager.h"
+#include "ControllerCSWrapper/ControllerCSWrapper.h"
+#include "controller_host/DeletionJournal.h"
+#include "controller_host/FailureReasons.h"
 #include "fault_points/FaultPoint.h"
 #include "platform/files/FileSystem.h"
-#include "CommonControllerLib/ControllerLogManager.h"
 
 #include <algorithm>
 
@@ -95,7 +95,7 @@ void HostEngine::DeleteOldJobsDurably() {
 }
 
 bool HostEngine::DeleteJobsDurably(std::vector<std::wstring>& ids, std::vector<std::wstring>& deleted) {
-    const DeletionNotes notes(ControllerCSWrapper::GetJobListFile());
+    const DeletionJournal notes(ControllerCSWrapper::GetJobListFile());
     notes.Add(DeletableJobs(ids));
     fault_points::ReachFaultPoint(fault_points::FaultPoint::DeletionsNoted);
     DeleteJobs(ids, deleted);
@@ -152,7 +152,7 @@ void HostEngine::ForgetFailures() {
 }
 
 void HostEngine::FinishDeletions() {
-    const DeletionNotes notes(ControllerCSWrapper::GetJobListFile());
+    const DeletionJournal notes(ControllerCSWrapper::GetJobListFile());
     std::vector<std::wstring> ids;
     for (const JobListInfo& noted : notes.Read()) {
         const bool isListed = std::any_of(jobList.begin(), jobList.end(), [&noted](const auto& entry) {

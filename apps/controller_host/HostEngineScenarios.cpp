@@ -1,8 +1,8 @@
 #include "controller_host/HostEngine.h"
 
 #include "ControllerCSWrapper/ControllerCSWrapper.h"
-#include "formats/ScenarioManifest.h"
 #include "controller_host/ScenarioProblems.h"
+#include "formats/ScenarioManifest.h"
 #include "platform/files/FileSystem.h"
 #include "platform/files/NativePath.h"
 

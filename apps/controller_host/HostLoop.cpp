@@ -2,9 +2,9 @@
 
 #include <optional>
 
-#include "formats/JobListFile.h"
-#include "controller_host/LeftoverScenarios.h"
+#include "controller_host/OrphanCleanup.h"
 #include "fault_points/FaultPoint.h"
+#include "formats/JobListFile.h"
 #include "platform/processes/Waiting.h"
 
 namespace {
@@ -54,9 +54,9 @@ void HostLoop::AnswerRequests() {
 void HostLoop::LookAtJobs() {
     std::vector<JobStatusInfo> changed;
     if (engine.CheckUpdate(changed)) {
-        EndScenariosWithoutRunner(changed);
+        KillOrphans(changed);
         engine.ExplainFailures(changed);
-        answers.TellAll(changed);
+        answers.Broadcast(changed);
     }
 }
 
@@ -64,7 +64,7 @@ void HostLoop::StartNextJob() {
     std::vector<JobStatusInfo> updated;
     if (engine.ExecuteJob(nullptr, updated)) {
         engine.ExplainFailures(updated);
-        answers.TellAll(updated);
+        answers.Broadcast(updated);
     }
 }
 
@@ -72,14 +72,14 @@ void HostLoop::WriteListAgain() {
     const auto now = steady_clock::now();
     if (job_list_file::IsUnwritten() && now >= nextListWrite) {
         nextListWrite = now + listInterval;
-        job_list_file::WriteAgain();
+        job_list_file::RetryWrite();
     }
 }
 
 void HostLoop::EndJobs(milliseconds patience) {
     std::vector<JobStatusInfo> cancelled;
     engine.CancelAllJobs(cancelled, false);
-    answers.TellAll(cancelled);
+    answers.Broadcast(cancelled);
     fault_points::ReachFaultPoint(fault_points::FaultPoint::JobsCancelledAtEnd);
     const auto deadline = steady_clock::now() + patience;
     while (engine.HasActiveJobs() && steady_clock::now() < deadline) {
@@ -91,5 +91,5 @@ void HostLoop::EndJobs(milliseconds patience) {
         LookAtJobs();
     }
     engine.Terminate();
-    job_list_file::WriteAgain();
+    job_list_file::RetryWrite();
 }

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "controller_host/HostEngine.h"
-#include "controller_host/RequestAnswers.h"
-#include "controller_host/RequestInbox.h"
+#include "controller_host/RequestHandler.h"
+#include "controller_host/RequestQueue.h"
 
 #include <chrono>
 
@@ -12,8 +12,8 @@
 class HostLoop {
 public:
     /// All outlive the loop. `stop` is a handle that is signalled when the host is to end.
-    HostLoop(HostEngine& hostEngine, RequestInbox& requestInbox, RequestAnswers& requestAnswers, void* stopHandle)
-        : engine(hostEngine), inbox(requestInbox), answers(requestAnswers), stop(stopHandle) {}
+    HostLoop(HostEngine& hostEngine, RequestQueue& requestInbox, RequestHandler& requestHandler, void* stopHandle)
+        : engine(hostEngine), inbox(requestInbox), answers(requestHandler), stop(stopHandle) {}
 
     /// Returns when the host is to end, with all jobs cancelled and their processes ended, or after `patience` for
     /// those that do not.
@@ -30,8 +30,8 @@ private:
     void EndJobs(std::chrono::milliseconds patience);
 
     HostEngine& engine;
-    RequestInbox& inbox;
-    RequestAnswers& answers;
+    RequestQueue& inbox;
+    RequestHandler& answers;
     void* stop;
     std::chrono::steady_clock::time_point nextListWrite;
 };

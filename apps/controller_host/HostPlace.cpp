@@ -1,12 +1,12 @@
 #include "controller_host/HostPlace.h"
 
-#include "formats/HostRecords.h"
+#include "CommonControllerLib/ControllerLogManager.h"
 #include "controller_host/OtherHost.h"
+#include "formats/HostRecords.h"
 #include "modules/EventTransmitterDescription.h"
 #include "platform/files/FileSystem.h"
 #include "platform/files/NativePath.h"
 #include "platform/system/Sleep.h"
-#include "CommonControllerLib/ControllerLogManager.h"
 
 namespace {
 

@@ -4,9 +4,9 @@
 #include <string>
 
 #include "formats/HostLock.h"
-#include "services/Settings.h"
-#include "platform/system/Error.h"
 #include "platform/files/FileLock.h"
+#include "platform/system/Error.h"
+#include "services/Settings.h"
 
 /// The lock that makes this process the one host of its job list. Its file says which process has it, since when and
 /// where front ends reach it; it goes with the lock, and so does a note for those who cannot read the settings.

@@ -2,9 +2,9 @@
 
 #include <chrono>
 
-#include "formats/HostLock.h"
-#include "controller_plugins/EventTransmitterExtension.h"
 #include "CommonControllerLib/EventTransmitterManager.h"
+#include "controller_plugins/EventTransmitterExtension.h"
+#include "formats/HostLock.h"
 #include "platform/files/NativePath.h"
 #include "platform/processes/Waiting.h"
 

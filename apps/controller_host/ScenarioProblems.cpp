@@ -1,8 +1,8 @@
 #include "controller_host/ScenarioProblems.h"
 
+#include "engine/catalogue/ScenarioSearch.h"
 #include "formats/ScenarioManifest.h"
 #include "platform/files/NativePath.h"
-#include "engine/catalogue/ScenarioSearch.h"
 
 #include <cstddef>
 #include <set>

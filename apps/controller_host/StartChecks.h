@@ -3,8 +3,8 @@
 #include <string>
 #include <vector>
 
-#include "services/Settings.h"
 #include "CommonControllerLib/FunctionManager.h"
+#include "services/Settings.h"
 
 /// What a host looks at when it starts, so that people learn then what its jobs would fail for. Each problem is a
 /// sentence for people, with the system's own words and the setting to check.

@@ -1,12 +1,12 @@
 #include "controller_host/Status.h"
 
-#include "formats/HostLock.h"
-#include "services/Settings.h"
 #include "controller_host/Output.h"
 #include "controller_host/StartChecks.h"
-#include "platform/terminal/Console.h"
+#include "formats/HostLock.h"
 #include "platform/files/NativePath.h"
-#include "text/OneLine.h"
+#include "platform/terminal/Console.h"
+#include "services/Settings.h"
+#include "text/EscapeControls.h"
 #include "text/Text.h"
 
 namespace {

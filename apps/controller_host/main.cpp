@@ -1,19 +1,19 @@
 #include <exception>
 #include <system_error>
 
+#include "CommonControllerLib/ControllerLogManager.h"
 #include "controller_host/Background.h"
 #include "controller_host/Host.h"
 #include "controller_host/HostOptions.h"
 #include "controller_host/Output.h"
 #include "controller_host/Status.h"
-#include "platform/terminal/Console.h"
 #include "platform/files/FileSizeLimit.h"
-#include "platform/system/Memory.h"
-#include "text/OneLine.h"
 #include "platform/processes/ProgramArguments.h"
+#include "platform/system/Memory.h"
 #include "platform/system/SharedLibrary.h"
+#include "platform/terminal/Console.h"
+#include "text/EscapeControls.h"
 #include "text/Text.h"
-#include "CommonControllerLib/ControllerLogManager.h"
 
 namespace {
 
@@ -59,9 +59,9 @@ HostExit RunSafely(const HostOptions& options) {
 } // namespace
 
 int main(int argc, char** argv) {
-    platform::GiveBackFreedMemory();
-    platform::NarrowModuleSearch();
+    platform::TrimHeapEagerly();
+    platform::HardenLibrarySearch();
     platform::PrepareConsole();
-    platform::FailBeyondFileSizeLimit();
+    platform::IgnoreFileSizeSignal();
     return static_cast<int>(RunSafely(ParseHostOptions(platform::ProgramArguments(argc, argv))));
 }

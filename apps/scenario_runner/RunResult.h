@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "formats/RunProtocol.h"
-#include "scenario_runner/RunnerPlan.h"
+#include "scenario_runner/StopPolicy.h"
 
 namespace scenario_runner {
 

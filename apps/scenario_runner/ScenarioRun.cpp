@@ -3,16 +3,16 @@
 #include <utility>
 
 #include "formats/ScenarioPackage.h"
-#include "platform/system/Environment.h"
 #include "platform/files/FileSystem.h"
 #include "platform/files/NativePath.h"
 #include "platform/processes/ProcessTree.h"
 #include "platform/processes/ProgramSearch.h"
+#include "platform/system/Environment.h"
 #include "scenario_runner/LogTail.h"
 #include "scenario_runner/OutputCapture.h"
 #include "scenario_runner/ResultFile.h"
 #include "scenario_runner/RunResult.h"
-#include "scenario_runner/Supervision.h"
+#include "scenario_runner/Supervisor.h"
 
 namespace scenario_runner {
 namespace {
@@ -36,7 +36,7 @@ RunLimits LimitsOf(const scenario_manifest::ScenarioManifest& manifest, const se
 
 } // namespace
 
-ScenarioRun::ScenarioRun(std::wstring jobWorkDir, const platform::PinnedFolder& pinnedFolder,
+ScenarioRun::ScenarioRun(std::wstring jobWorkDir, const platform::DirectoryHandle& pinnedFolder,
                          const settings::Settings& usedSettings, std::vector<void*> watchedOwners,
                          const platform::StopSignal& signal)
     : workDir(std::move(jobWorkDir)), folder(pinnedFolder), settings(usedSettings), owners(std::move(watchedOwners)),
@@ -92,7 +92,7 @@ RunnerExit ScenarioRun::StartAndWatch() {
     start.environment = command.environment;
     start.currentFolder = workDir;
     start.output = output.WriteEnd();
-    const RunnerPlan plan(LimitsOf(manifest, settings), std::chrono::steady_clock::now());
+    const StopPolicy plan(LimitsOf(manifest, settings), std::chrono::steady_clock::now());
     const platform::Error error = tree.Start(start);
     output.Start();
     if (error) {
@@ -100,7 +100,7 @@ RunnerExit ScenarioRun::StartAndWatch() {
                            error.Text() + L".");
     }
     RunFacts facts;
-    facts.ending = Supervision(tree, owners, folder.Path(), stopSignal).Run(plan);
+    facts.ending = Supervisor(tree, owners, folder.Path(), stopSignal).Run(plan);
     facts.exitCode = tree.RootExitCode();
     facts.apiProblem = command.apiProblem;
     output.Finish(outputPatience);

@@ -6,10 +6,10 @@
 
 #include "formats/RunProtocol.h"
 #include "formats/ScenarioManifest.h"
-#include "services/Settings.h"
-#include "platform/files/PinnedFolder.h"
+#include "platform/files/DirectoryHandle.h"
 #include "platform/processes/StopSignal.h"
 #include "scenario_runner/ScenarioCommand.h"
+#include "services/Settings.h"
 
 namespace scenario_runner {
 
@@ -31,7 +31,7 @@ class ScenarioRun {
 public:
     /// `folder` is the work directory held fast: all files of it that the runner reads and writes are met through it,
     /// whatever the scenario makes of its name. `owners`: the processes whose end ends the run.
-    ScenarioRun(std::wstring workDir, const platform::PinnedFolder& folder, const settings::Settings& settings,
+    ScenarioRun(std::wstring workDir, const platform::DirectoryHandle& folder, const settings::Settings& settings,
                 std::vector<void*> owners, const platform::StopSignal& stopSignal);
 
     /// Returns when no process of the scenario is left.
@@ -46,7 +46,7 @@ private:
     std::wstring InFolder(const std::wstring& name) const;
 
     std::wstring workDir;
-    const platform::PinnedFolder& folder;
+    const platform::DirectoryHandle& folder;
     const settings::Settings& settings;
     std::vector<void*> owners;
     const platform::StopSignal& stopSignal;

@@ -1,18 +1,18 @@
 /// Runs one scenario for a job: starts it, keeps what it prints, watches for the request to stop, for the time limit
 /// and for the end of the host, ends all its processes, and sees to it that there is a result.
 
-#include "services/Settings.h"
-#include "platform/terminal/Console.h"
 #include "platform/files/FileSizeLimit.h"
 #include "platform/processes/GuardedRun.h"
 #include "platform/processes/Process.h"
 #include "platform/processes/ProgramArguments.h"
 #include "platform/system/SharedLibrary.h"
-#include "text/Text.h"
+#include "platform/terminal/Console.h"
 #include "scenario_runner/ResultFile.h"
 #include "scenario_runner/RunResult.h"
 #include "scenario_runner/RunnerArguments.h"
 #include "scenario_runner/ScenarioRun.h"
+#include "services/Settings.h"
+#include "text/Text.h"
 
 namespace {
 
@@ -30,13 +30,13 @@ bool UseSettings(const RunnerArguments& arguments, std::wstring& problem) {
     return problem.empty();
 }
 
-RunnerExit Refuse(const platform::PinnedFolder& folder, const std::wstring& problem) {
+RunnerExit Refuse(const platform::DirectoryHandle& folder, const std::wstring& problem) {
     Say(problem);
     const scenario_runner::ResultFile file(folder.Path());
     return file.Write(scenario_runner::FailedResult(L"", problem)) ? RunnerExit::NotStarted : RunnerExit::NoResult;
 }
 
-RunnerExit RunScenario(const RunnerArguments& arguments, const platform::PinnedFolder& folder,
+RunnerExit RunScenario(const RunnerArguments& arguments, const platform::DirectoryHandle& folder,
                        const std::vector<void*>& owners) {
     std::wstring problem;
     if (!UseSettings(arguments, problem)) {
@@ -53,7 +53,7 @@ RunnerExit RunScenario(const RunnerArguments& arguments, const platform::PinnedF
 }
 
 /// What the guard does when somebody ended the runner: the scenario's own verdict stands, where it has given one.
-RunnerExit ConcludeFor(const platform::GuardedEnd& end, const platform::PinnedFolder& folder) {
+RunnerExit ConcludeFor(const platform::GuardedEnd& end, const platform::DirectoryHandle& folder) {
     const scenario_runner::ResultFile file(folder.Path());
     const auto result =
         scenario_runner::FailedResult(L"", L"The scenario was ended because the program that runs it was ended with " +
@@ -61,7 +61,7 @@ RunnerExit ConcludeFor(const platform::GuardedEnd& end, const platform::PinnedFo
     return file.Read() || file.Write(result) ? RunnerExit::Done : RunnerExit::NoResult;
 }
 
-RunnerExit RunGuarded(const RunnerArguments& arguments, const platform::PinnedFolder& folder, void* host) {
+RunnerExit RunGuarded(const RunnerArguments& arguments, const platform::DirectoryHandle& folder, void* host) {
     const platform::GuardedEnd end = platform::RunGuarded([&](void* guard) {
         std::vector<void*> owners{host, guard};
         std::erase(owners, nullptr);
@@ -78,7 +78,7 @@ RunnerExit Run(const std::vector<std::wstring>& words) {
         return RunnerExit::WrongArguments;
     }
     const platform::OwnedHandle host = platform::TakeInheritedHandle(arguments.host);
-    platform::PinnedFolder folder;
+    platform::DirectoryHandle folder;
     if (const platform::Error error = folder.Open(arguments.workDir)) {
         Say(L"The work directory " + arguments.workDir + L" cannot be used: " + error.Text());
         return RunnerExit::NoResult;
@@ -93,9 +93,9 @@ RunnerExit Run(const std::vector<std::wstring>& words) {
 } // namespace
 
 int main(int count, char** values) {
-    platform::NarrowModuleSearch();
+    platform::HardenLibrarySearch();
     platform::PrepareConsole();
-    platform::FailBeyondFileSizeLimit();
+    platform::IgnoreFileSizeSignal();
     try {
         return static_cast<int>(Run(platform::ProgramArguments(count, values)));
     } catch (const std::exception& failure) {

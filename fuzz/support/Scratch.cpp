@@ -1,9 +1,9 @@
 #include "fuzz/support/Scratch.h"
 
-#include "services/Settings.h"
 #include "fuzz/support/Require.h"
 #include "platform/files/File.h"
 #include "platform/files/FileSystem.h"
+#include "services/Settings.h"
 
 namespace fuzz {
 namespace {

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "CommonControllerLib/IVanteloOrvelAbs.h"
 #include "CommonControllerLib/Export.h"
+#include "CommonControllerLib/IVanteloOrvelAbs.h"
 
 class EventTransmitter;
 

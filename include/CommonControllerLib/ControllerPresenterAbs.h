@@ -1,7 +1,7 @@
 #pragma once
 
-#include "CommonControllerLib/IVanteloPresenter.h"
 #include "CommonControllerLib/Export.h"
+#include "CommonControllerLib/IVanteloPresenter.h"
 
 #include <array>
 #include <string>

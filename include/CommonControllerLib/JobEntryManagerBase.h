@@ -1,7 +1,7 @@
 #pragma once
 
-#include "CommonControllerLib/JobEntry.h"
 #include "CommonControllerLib/Export.h"
+#include "CommonControllerLib/JobEntry.h"
 #include "CommonControllerLib/JobRecords.h"
 #include "CommonControllerLib/ScenarioRecords.h"
 

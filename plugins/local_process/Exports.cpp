@@ -2,9 +2,9 @@
 
 #include <exception>
 
+#include "CommonControllerLib/Export.h"
 #include "ControllerCSWrapper/ControllerCSWrapper.h"
 #include "local_process/LocalProcess.h"
-#include "CommonControllerLib/Export.h"
 #include "text/Text.h"
 
 namespace {

@@ -1,11 +1,11 @@
 #include "local_process/LocalProcess.h"
 
 #include "ControllerCSWrapper/ControllerCSWrapper.h"
+#include "fault_points/FaultPoint.h"
 #include "formats/RunProtocol.h"
-#include "services/Settings.h"
 #include "local_process/RunnerStart.h"
 #include "local_process/WorkFolder.h"
-#include "fault_points/FaultPoint.h"
+#include "services/Settings.h"
 
 namespace local_process {
 namespace {

@@ -10,7 +10,7 @@ namespace {
 /// The file is what scenarios look for; it cannot be made where the scenario removed its work directory.
 void RequestStop(const std::wstring& workDir, void* process) {
     (void)platform::CreateEmptyFileIn(workDir, run_protocol::killFileName);
-    platform::AskProcessToEnd(process);
+    platform::RequestTermination(process);
 }
 
 } // namespace

@@ -38,7 +38,7 @@ bool ChooseSettingsFile(const run_protocol::RunScenarioInfo& info, const setting
 
 bool StartRunner(const run_protocol::RunScenarioInfo& info, const settings::Settings& settings,
                  platform::OwnedHandle& runner, std::wstring& problem) {
-    const platform::OwnedHandle host = platform::OpenOwnProcess();
+    const platform::OwnedHandle host = platform::OpenSelf();
     if (!host) {
         return Fail(settings, L"the system has no more handles", problem);
     }

@@ -3,8 +3,8 @@
 #include <string>
 
 #include "formats/RunProtocol.h"
-#include "services/Settings.h"
 #include "platform/processes/ProcessHandle.h"
+#include "services/Settings.h"
 
 namespace local_process {
 

@@ -28,7 +28,7 @@ void TakeReport(ProgressFile&& file, std::wstring& message, int& progress) {
 /// A scenario's only word, so that nobody who holds the file for a moment makes it fail.
 bool ReadResult(const std::wstring& path, RunScenarioResult& result, std::wstring& problem) {
     std::string bytes;
-    if (const platform::Error error = platform::ReadFileWhenFree(path, json::largestSmallFile, bytes)) {
+    if (const platform::Error error = platform::ReadFileRetrying(path, json::largestSmallFile, bytes)) {
         problem = platform::ToNativeText(path) + L": " + error.Text();
         return false;
     }

@@ -4,9 +4,9 @@
 #include <optional>
 
 #include "formats/Boundary.h"
-#include "services/Settings.h"
 #include "platform/files/FileSystem.h"
 #include "platform/files/NativePath.h"
+#include "services/Settings.h"
 
 namespace {
 

@@ -1,8 +1,8 @@
 #include "CommonControllerLib/JobEntry.h"
 
+#include "CommonControllerLib/ControllerLogManager.h"
 #include "ControllerCSWrapper/ControllerCSWrapper.h"
 #include "platform/processes/ProcessHandle.h"
-#include "CommonControllerLib/ControllerLogManager.h"
 #include "text/Numbers.h"
 
 #include <utility>

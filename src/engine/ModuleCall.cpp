@@ -1,7 +1,7 @@
 #include "engine/ModuleCall.h"
 
-#include "text/Text.h"
 #include "CommonControllerLib/ControllerLogManager.h"
+#include "text/Text.h"
 
 #include <exception>
 

@@ -1,14 +1,14 @@
 #include "formats/HostLock.h"
 
 #include "formats/Boundary.h"
-#include "platform/system/UtcStamp.h"
 #include "formats/json/Layout.h"
 #include "formats/json/Reading.h"
 #include "formats/json/Writing.h"
-#include "platform/system/Clock.h"
 #include "platform/files/FileLock.h"
 #include "platform/files/FileSystem.h"
 #include "platform/processes/ProcessIdentity.h"
+#include "platform/system/Clock.h"
+#include "platform/system/UtcStamp.h"
 #include "text/Text.h"
 
 namespace json {

@@ -56,7 +56,7 @@ platform::Error Write(const host_lock::Holder& holder) {
             return error;
         }
         RemoveOfDeadHosts();
-        return platform::ReplaceFile(FileOf(holder), host_lock::Serialize(holder), platform::Outlives::Process);
+        return platform::ReplaceFile(FileOf(holder), host_lock::Serialize(holder), platform::Durability::Unsynced);
     });
 }
 

@@ -1,8 +1,8 @@
 #pragma once
 
+#include "CommonControllerLib/Export.h"
 #include "formats/HostLock.h"
 #include "platform/system/Error.h"
-#include "CommonControllerLib/Export.h"
 
 #include <string>
 #include <vector>

@@ -5,14 +5,14 @@
 #include <mutex>
 #include <optional>
 
-#include "formats/Boundary.h"
 #include "ControllerCSWrapper/ControllerCSWrapper.h"
-#include "platform/system/UtcStamp.h"
+#include "formats/Boundary.h"
 #include "formats/json/Reading.h"
 #include "formats/json/RecordLayouts.h"
-#include "platform/system/Clock.h"
 #include "platform/files/FileSystem.h"
 #include "platform/files/NativePath.h"
+#include "platform/system/Clock.h"
+#include "platform/system/UtcStamp.h"
 
 namespace job_list_file {
 
@@ -108,19 +108,19 @@ bool IsOfNewerVersion(const std::string& bytes) {
 }
 
 /// What a look at a file in the list's place found.
-enum class Found { List, Nothing, NoList, Obstacle };
+enum class Found { List, Nothing, NoList, ReasonUnusable };
 
 Found LookAt(const std::wstring& path, std::string& bytes, JobList& list, std::wstring& problem) {
-    if (const Error error = platform::ReadFileWhenFree(path, json::largestText, bytes)) {
+    if (const Error error = platform::ReadFileRetrying(path, json::largestText, bytes)) {
         problem = platform::ToNativeText(path) + L": " + error.Text();
         const bool isNoFile = error.kind == ErrorKind::NotSupported;
-        return error.kind == ErrorKind::NotFound ? Found::Nothing : isNoFile ? Found::NoList : Found::Obstacle;
+        return error.kind == ErrorKind::NotFound ? Found::Nothing : isNoFile ? Found::NoList : Found::ReasonUnusable;
     }
     if (json::Read(bytes, list, problem)) {
         return Found::List;
     }
     problem = json::ProblemInFile(path, problem);
-    return IsOfNewerVersion(bytes) ? Found::Obstacle : Found::NoList;
+    return IsOfNewerVersion(bytes) ? Found::ReasonUnusable : Found::NoList;
 }
 
 /// A file is kept as `keptAs` without a moment in which there is none at `path`.
@@ -171,7 +171,7 @@ bool ReadOrRestore(const std::wstring& path, JobList& list) {
         return false;
     case Found::NoList:
         return Restore(path, list, problem);
-    case Found::Obstacle:
+    case Found::ReasonUnusable:
         break;
     }
     ControllerCSWrapper::WriteErrorLog(L"The job list cannot be used, and is left as it is: " + problem);
@@ -179,7 +179,7 @@ bool ReadOrRestore(const std::wstring& path, JobList& list) {
 }
 
 /// For what somebody else put in the list's place.
-Error ReplaceForeign(const std::wstring& path, std::string_view bytes) {
+Error ReplaceExternalEdit(const std::wstring& path, std::string_view bytes) {
     std::string found;
     JobList list;
     std::wstring problem;
@@ -197,7 +197,8 @@ Error ReplaceForeign(const std::wstring& path, std::string_view bytes) {
 Error Replace(const std::wstring& path, std::string_view bytes) {
     const auto stamp = platform::StampOf(path);
     const bool isForeign = stamp && stamp != TheState().knownGood;
-    return isForeign ? ReplaceForeign(path, bytes) : platform::ReplaceFileKeepingBackup(path, bytes, BackupOf(path));
+    return isForeign ? ReplaceExternalEdit(path, bytes)
+                     : platform::ReplaceFileKeepingBackup(path, bytes, BackupOf(path));
 }
 
 void NoteSuccess(State& state, const std::wstring& path) {
@@ -244,16 +245,16 @@ bool Read(const std::wstring& path, std::vector<JobListInfo>& records) {
 
 void RemoveLeftovers(const std::wstring& path) {
     for (const std::wstring& target : {path, BackupOf(path), ReplacedOf(path)}) {
-        platform::RemoveLeftTemporaries(target);
+        platform::RemoveStaleTemporaries(target);
     }
 }
 
-std::wstring Obstacle(const std::wstring& path) {
-    return boundary::Guard("Obstacle", [&] {
+std::wstring ReasonUnusable(const std::wstring& path) {
+    return boundary::Guard("ReasonUnusable", [&] {
         std::string bytes;
         JobList list;
         std::wstring problem;
-        const bool isInTheWay = LookAt(path, bytes, list, problem) == Found::Obstacle;
+        const bool isInTheWay = LookAt(path, bytes, list, problem) == Found::ReasonUnusable;
         return isInTheWay ? problem : std::wstring();
     });
 }
@@ -286,8 +287,8 @@ bool IsUnwritten() {
     return TheState().unwritten.has_value();
 }
 
-void WriteAgain() {
-    boundary::Guard("WriteAgain", [] {
+void RetryWrite() {
+    boundary::Guard("RetryWrite", [] {
         const std::scoped_lock lock(TheState().mutex);
         if (const auto unwritten = TheState().unwritten) {
             WriteAndNote(TheState(), unwritten->path, unwritten->bytes);

@@ -24,20 +24,20 @@ CONTROLLER_API void RemoveLeftovers(const std::wstring& path);
 
 /// Why the file at `path` cannot be used although it may be a good list: it cannot be opened, or a newer program wrote
 /// it. Empty when nothing is in the way. For a program that would rather not start than begin with an empty list.
-CONTROLLER_API std::wstring Obstacle(const std::wstring& path);
+CONTROLLER_API std::wstring ReasonUnusable(const std::wstring& path);
 
 /// The files beside the list that stood in its place and could not be read (".corrupt-<time>"), oldest first. As long
 /// as somebody leaves them there, jobs may be missing from the list: for a program that says so.
 CONTROLLER_API std::vector<std::wstring> KeptAside(const std::wstring& path);
 
 /// Replaces the list by `bytes`, all or nothing. The first failure of a row is a warning in the log, and so is its end;
-/// the bytes are kept for `WriteAgain`.
+/// the bytes are kept for `RetryWrite`.
 [[nodiscard]] bool Write(const std::wstring& path, std::string_view bytes);
 
 /// True while the last list that was to be written is not.
 CONTROLLER_API bool IsUnwritten();
 
 /// Tries once more to write it.
-CONTROLLER_API void WriteAgain();
+CONTROLLER_API void RetryWrite();
 
 } // namespace job_list_file

@@ -7,8 +7,8 @@
 #include <cstddef>
 #include <set>
 
+#include "formats/zip/ZipError.h"
 #include "formats/zip/ZipName.h"
-#include "formats/zip/ZipProblem.h"
 #include "text/Text.h"
 
 namespace scenario_manifest {

@@ -5,8 +5,8 @@
 #include <utility>
 #include <vector>
 
-#include "formats/Boundary.h"
 #include "ControllerCSWrapper/ControllerCSWrapper.h"
+#include "formats/Boundary.h"
 #include "formats/json/Reading.h"
 #include "formats/json/Writing.h"
 

@@ -1,15 +1,15 @@
 #include "formats/RunProtocol.h"
 
-#include "formats/Boundary.h"
 #include "ControllerCSWrapper/ControllerCSWrapper.h"
+#include "formats/Boundary.h"
 #include "formats/ProcessHandleText.h"
 #include "formats/RunLayouts.h"
 #include "formats/json/Reading.h"
 #include "formats/json/Writing.h"
+#include "platform/files/FilePermissions.h"
 #include "platform/files/FileSystem.h"
-#include "platform/processes/ForeignProcess.h"
 #include "platform/files/NativePath.h"
-#include "platform/files/OtherUsers.h"
+#include "platform/processes/ForeignProcess.h"
 #include "text/Text.h"
 
 namespace run_protocol {
@@ -51,7 +51,7 @@ platform::Error ReplaceInFolder(const std::wstring& json, const std::wstring& pa
     if (!platform::IsFolder(platform::ParentFolder(path))) {
         return {platform::ErrorKind::NotFound, 0};
     }
-    return platform::ReplaceFile(path, text::ToUtf8(json), platform::Outlives::Process);
+    return platform::ReplaceFile(path, text::ToUtf8(json), platform::Durability::Unsynced);
 }
 
 } // namespace
@@ -74,7 +74,7 @@ std::wstring WhyNotMade(const std::wstring& workDir) {
     if (const platform::Error error = platform::EnsurePrivateFolders(parent)) {
         return L"cannot be made: " + error.Text();
     }
-    if (platform::OthersMayExchangeIn(parent)) {
+    if (platform::IsReplaceableByOthers(parent)) {
         return L"is not made, because other users could exchange it";
     }
     const platform::Error error = platform::EnsurePrivateFolder(workDir);

@@ -6,7 +6,7 @@
 #include <string_view>
 
 #include "formats/zip/ZipArchive.h"
-#include "formats/zip/ZipProblem.h"
+#include "formats/zip/ZipError.h"
 #include "platform/files/File.h"
 #include "platform/files/FileSystem.h"
 #include "platform/files/NativePath.h"

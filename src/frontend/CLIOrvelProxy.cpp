@@ -1,7 +1,7 @@
 #include "CommonControllerLib/CLIOrvelProxy.h"
 
-#include "ControllerCSWrapper/ControllerCSWrapper.h"
 #include "CommonControllerLib/EventTransmitter.h"
+#include "ControllerCSWrapper/ControllerCSWrapper.h"
 
 CLIOrvelProxy::CLIOrvelProxy(EventTransmitter* eventTransmitter) : transmitter(eventTransmitter) {}
 

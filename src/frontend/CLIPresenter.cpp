@@ -1,12 +1,12 @@
 #include "CommonControllerLib/CLIPresenter.h"
 
 #include "CommonControllerLib/CLIOrvelProxy.h"
+#include "CommonControllerLib/ControllerLogManager.h"
+#include "CommonControllerLib/EventTransmitterManager.h"
+#include "ControllerCSWrapper/ControllerCSWrapper.h"
 #include "frontend/ResponseFlags.h"
 #include "frontend/TextOutput.h"
-#include "ControllerCSWrapper/ControllerCSWrapper.h"
-#include "CommonControllerLib/EventTransmitterManager.h"
 #include "platform/system/Sleep.h"
-#include "CommonControllerLib/ControllerLogManager.h"
 #include "text/Numbers.h"
 
 #include <chrono>

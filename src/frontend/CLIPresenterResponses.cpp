@@ -1,7 +1,7 @@
 #include "CommonControllerLib/CLIOrvelProxy.h"
 #include "CommonControllerLib/CLIPresenter.h"
-#include "frontend/ResponseFlags.h"
 #include "CommonControllerLib/ControllerLogManager.h"
+#include "frontend/ResponseFlags.h"
 #include "text/Numbers.h"
 
 #include <algorithm>

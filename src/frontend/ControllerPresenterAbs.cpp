@@ -1,7 +1,7 @@
 #include "CommonControllerLib/ControllerPresenterAbs.h"
 
-#include "CommonControllerLib/ResponseFunctors.h"
 #include "CommonControllerLib/EventTransmitter.h"
+#include "CommonControllerLib/ResponseFunctors.h"
 
 ControllerPresenterAbs::ControllerPresenterAbs()
     : fetchScenariosResponseHandler(new FetchScenariosResponseFunctor(this)),

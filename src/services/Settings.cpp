@@ -5,13 +5,13 @@
 #include <utility>
 
 #include "ControllerCSWrapper/ControllerCSWrapper.h"
+#include "platform/files/Directories.h"
+#include "platform/files/FileSystem.h"
+#include "platform/files/NativePath.h"
+#include "platform/system/Environment.h"
 #include "services/SettingsExposure.h"
 #include "services/SettingsFile.h"
 #include "services/log/LogFile.h"
-#include "platform/files/Directories.h"
-#include "platform/system/Environment.h"
-#include "platform/files/FileSystem.h"
-#include "platform/files/NativePath.h"
 
 namespace settings {
 namespace {
@@ -91,7 +91,7 @@ public:
         problem.clear();
     }
 
-    std::shared_ptr<const Settings> CurrentForThisRun(Findings& findings) {
+    std::shared_ptr<const Settings> FrozenForProcess(Findings& findings) {
         const std::lock_guard<std::mutex> lock(mutex);
         Update(findings);
         held = current;
@@ -196,9 +196,9 @@ std::shared_ptr<const Settings> Current() {
     return current;
 }
 
-std::shared_ptr<const Settings> CurrentForThisRun() {
+std::shared_ptr<const Settings> FrozenForProcess() {
     Findings findings;
-    std::shared_ptr<const Settings> current = TheStore().CurrentForThisRun(findings);
+    std::shared_ptr<const Settings> current = TheStore().FrozenForProcess(findings);
     Report(findings);
     return current;
 }

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "services/log/LogLevel.h"
 #include "CommonControllerLib/Export.h"
 #include "CommonControllerLib/ScenarioRecords.h"
+#include "services/log/LogLevel.h"
 
 #include <cstdint>
 #include <map>
@@ -63,7 +63,7 @@ CONTROLLER_API std::shared_ptr<const Settings> Current();
 
 /// As `Current`; and what a running host cannot change stays as it is now, until `UseFile`: the job list file, the log
 /// file, the modules and the meeting place. Where the file says otherwise later, the log tells that it has no effect.
-CONTROLLER_API std::shared_ptr<const Settings> CurrentForThisRun();
+CONTROLLER_API std::shared_ptr<const Settings> FrozenForProcess();
 
 /// The settings file that is looked at, whether it is there and can be read or not; empty where there is none to look
 /// at.

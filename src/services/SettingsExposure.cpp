@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <iterator>
 
-#include "platform/files/OtherUsers.h"
+#include "platform/files/FilePermissions.h"
 
 namespace settings {
 
@@ -12,7 +12,7 @@ std::vector<std::wstring> ExposedFiles(const Settings& settings) {
     files.insert(files.end(), settings.functionModules.begin(), settings.functionModules.end());
     files.insert(files.end(), settings.libraryDirectories.begin(), settings.libraryDirectories.end());
     std::vector<std::wstring> exposed;
-    std::copy_if(files.begin(), files.end(), std::back_inserter(exposed), platform::AnybodyMayChange);
+    std::copy_if(files.begin(), files.end(), std::back_inserter(exposed), platform::IsWorldWritable);
     return exposed;
 }
 

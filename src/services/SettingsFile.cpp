@@ -60,7 +60,7 @@ struct Culture {
     static constexpr auto nameCharacters = L"ABCDEFGHIJKLMNOPQRSTUVWXYZabcdefghijklmnopqrstuvwxyz0123456789-_";
 };
 
-struct MeetingPlace {
+struct EndpointAddress {
     using Value = std::wstring;
     static constexpr auto initial = L"default";
     static constexpr auto expected = L"a name of 1 to 64 letters, digits, dots, dashes and underscores";
@@ -128,7 +128,7 @@ struct File {
     std::optional<Paths> functionModules;
     std::optional<Paths> libraryDirectories;
     std::optional<CheckedValue<Path>> eventTransmitter;
-    CheckedValue<MeetingPlace> transmitterName;
+    CheckedValue<EndpointAddress> transmitterName;
     std::optional<CheckedValue<Path>> stringResourceFile;
     std::optional<CheckedValue<Path>> scenarioRunner;
     std::optional<CheckedValue<Path>> scenarioApiDirectory;

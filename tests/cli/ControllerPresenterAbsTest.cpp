@@ -1,7 +1,7 @@
 #include "CommonControllerLib/ControllerPresenterAbs.h"
 
-#include "ScriptedTransmitter.h"
 #include "CommonControllerLib/ResponseFunctors.h"
+#include "ScriptedTransmitter.h"
 #include "doubles/RecordingCompanion.h"
 
 #include <memory>

@@ -1,11 +1,11 @@
+#include "CommonControllerLib/CLIPresenter.h"
+#include "CommonControllerLib/ControllerLogManager.h"
+#include "ControllerCSWrapper/ControllerCSWrapper.h"
 #include "ScriptedTransmitter.h"
 #include "TurnedClock.h"
-#include "CommonControllerLib/CLIPresenter.h"
-#include "ControllerCSWrapper/ControllerCSWrapper.h"
 #include "formats/Messages.h"
 #include "modules/ModuleFiles.h"
 #include "platform/terminal/LineEnd.h"
-#include "CommonControllerLib/ControllerLogManager.h"
 #include "support/TemporaryFolder.h"
 
 #include <cstdint>

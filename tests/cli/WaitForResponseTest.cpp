@@ -1,5 +1,5 @@
-#include "TurnedClock.h"
 #include "CommonControllerLib/CLIOrvelProxy.h"
+#include "TurnedClock.h"
 #include "frontend/ResponseFlags.h"
 #include "platform/system/Environment.h"
 

@@ -7,10 +7,10 @@
 
 #include <gtest/gtest.h>
 
-#include "LogCapture.h"
 #include "ControllerCSWrapper/ControllerCSWrapper.h"
-#include "services/Settings.h"
+#include "LogCapture.h"
 #include "platform/files/FileSystem.h"
+#include "services/Settings.h"
 #include "support/TemporaryFolder.h"
 
 namespace {
@@ -52,7 +52,7 @@ JobListInfo RichJob() {
 
 /// As something beside this system would.
 void WriteQuickly(const std::wstring& path, const std::string& bytes) {
-    ASSERT_FALSE(platform::ReplaceFile(path, bytes, platform::Outlives::Process));
+    ASSERT_FALSE(platform::ReplaceFile(path, bytes, platform::Durability::Unsynced));
 }
 
 class JobListFileTest : public testing::Test {
@@ -237,7 +237,8 @@ TEST_F(JobListFileTest, AListOfANewerVersionIsLeftAsItStands) {
     WriteTextFile(path, newer);
     EXPECT_EQ(Read(), std::nullopt);
     EXPECT_EQ(ReadTextFile(path), newer);
-    EXPECT_NE(job_list_file::Obstacle(path).find(L"version"), std::wstring::npos) << job_list_file::Obstacle(path);
+    EXPECT_NE(job_list_file::ReasonUnusable(path).find(L"version"), std::wstring::npos)
+        << job_list_file::ReasonUnusable(path);
 
     ASSERT_TRUE(Write(Jobs({L"c"})));
     ASSERT_EQ(Corrupt().size(), 1U);
@@ -251,13 +252,13 @@ TEST_F(JobListFileTest, AListWithMembersOfANewerProgramOrWithoutThoseOfThisOneIs
     ASSERT_EQ(jobs->size(), 2U);
     EXPECT_EQ((*jobs)[0], Jobs({L"a"})[0]);
     EXPECT_EQ((*jobs)[1].seqId, 2);
-    EXPECT_EQ(job_list_file::Obstacle(path), L"");
+    EXPECT_EQ(job_list_file::ReasonUnusable(path), L"");
 }
 
 TEST_F(JobListFileTest, AListThatIsMissingOrNoneIsNoObstacle) {
-    EXPECT_EQ(job_list_file::Obstacle(path), L"");
+    EXPECT_EQ(job_list_file::ReasonUnusable(path), L"");
     WriteTextFile(path, "{");
-    EXPECT_EQ(job_list_file::Obstacle(path), L"");
+    EXPECT_EQ(job_list_file::ReasonUnusable(path), L"");
     EXPECT_TRUE(Corrupt().empty());
 }
 
@@ -322,11 +323,11 @@ TEST_F(JobListFileTest, AListThatCouldNotBeWrittenIsWrittenOnceItCanBe) {
     PutFileInPlaceOfFolder();
     EXPECT_FALSE(Write(Jobs({L"b"})));
     EXPECT_FALSE(Write(Jobs({L"c"})));
-    job_list_file::WriteAgain();
+    job_list_file::RetryWrite();
     EXPECT_TRUE(job_list_file::IsUnwritten());
 
     PutFolderBack();
-    job_list_file::WriteAgain();
+    job_list_file::RetryWrite();
     EXPECT_FALSE(job_list_file::IsUnwritten());
     EXPECT_EQ(Read(), Jobs({L"c"}));
     EXPECT_EQ(ReadBackup(), Jobs({L"a"}));

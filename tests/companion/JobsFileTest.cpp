@@ -2,12 +2,12 @@
 
 #include <gtest/gtest.h>
 
-#include "LogCapture.h"
 #include "ControllerCSWrapper/ControllerCSWrapper.h"
+#include "LogCapture.h"
 #include "formats/JobsFile.h"
 #include "platform/files/NativePath.h"
-#include "text/Text.h"
 #include "support/TemporaryFolder.h"
+#include "text/Text.h"
 
 namespace {
 

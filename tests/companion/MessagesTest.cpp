@@ -2,8 +2,8 @@
 
 #include <gtest/gtest.h>
 
-#include "LogCapture.h"
 #include "ControllerCSWrapper/ControllerCSWrapper.h"
+#include "LogCapture.h"
 #include "formats/RunProtocol.h"
 
 namespace {

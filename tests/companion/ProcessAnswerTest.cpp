@@ -94,7 +94,7 @@ TEST(ProcessAnswerTest, WhatIsNoProcessIsRefusedAndLeftOpen) {
 }
 
 TEST(ProcessAnswerTest, ThisVeryProcessIsRefused) {
-    const OwnedHandle self = platform::OpenOwnProcess();
+    const OwnedHandle self = platform::OpenSelf();
     EXPECT_FALSE(Take(run_protocol::SerializeProcessHandle(self.Get())));
     EXPECT_TRUE(platform::IsProcessRunning(self.Get()));
     EXPECT_FALSE(Take(IdAnswer(platform::OwnProcessNumber())));

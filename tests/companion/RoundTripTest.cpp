@@ -2,8 +2,8 @@
 
 #include <gtest/gtest.h>
 
-#include "NastyTexts.h"
 #include "ControllerCSWrapper/ControllerCSWrapper.h"
+#include "HostileStrings.h"
 #include "formats/Messages.h"
 #include "formats/ProcessHandleText.h"
 #include "formats/RunProtocol.h"
@@ -14,7 +14,7 @@ namespace {
 
 /// Runs a check with records that hold each of the nasty texts, and with random ones.
 void ForEachMaker(const std::function<void(const RecordMaker&)>& check) {
-    for (const auto& text : NastyTexts()) {
+    for (const auto& text : HostileStrings()) {
         check({[&] { return text; }, [] { return -1; }});
     }
     RandomTexts random(20240305);

@@ -10,9 +10,9 @@
 
 #include "platform/files/FileSystem.h"
 #include "platform/files/NativePath.h"
-#include "text/Text.h"
 #include "support/TemporaryFolder.h"
 #include "support/ZipWriter.h"
+#include "text/Text.h"
 
 using test_support::MakeZip;
 using test_support::ZipEnd;

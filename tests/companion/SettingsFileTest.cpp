@@ -8,8 +8,8 @@
 
 #include "platform/files/Directories.h"
 #include "platform/files/NativePath.h"
-#include "text/Text.h"
 #include "support/TemporaryFolder.h"
+#include "text/Text.h"
 
 using settings::Settings;
 

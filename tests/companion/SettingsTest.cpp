@@ -7,12 +7,12 @@
 #include <gtest/gtest.h>
 
 #include "ControllerCSWrapper/ControllerCSWrapper.h"
-#include "platform/system/Environment.h"
+#include "platform/SystemHelpers.h"
 #include "platform/files/FileSystem.h"
 #include "platform/files/NativePath.h"
-#include "platform/SystemHelpers.h"
-#include "text/Text.h"
+#include "platform/system/Environment.h"
 #include "support/TemporaryFolder.h"
+#include "text/Text.h"
 
 namespace {
 
@@ -150,7 +150,7 @@ TEST_F(SettingsTest, WhatIsNoFileIsToldOnceAndLeftAsSoonAsItIsOne) {
 }
 
 TEST_F(SettingsTest, WhatARunHoldsStaysAndTheRestChanges) {
-    const auto atStart = settings::CurrentForThisRun();
+    const auto atStart = settings::FrozenForProcess();
     WriteTextFile(path, R"({"logFile":"other.log","jobListFile":"other.json","functionModules":["other.so"],
         "eventTransmitter":"other_line.so","transmitterName":"other","workDirectory":"other_work"})");
     const auto now = settings::Current();
@@ -165,7 +165,7 @@ TEST_F(SettingsTest, WhatARunHoldsStaysAndTheRestChanges) {
 }
 
 TEST_F(SettingsTest, NothingIsHeldWithAnotherFile) {
-    settings::CurrentForThisRun();
+    settings::FrozenForProcess();
     WriteTextFile(folder / L"other.json", R"({"jobListFile":"other_list.json"})");
     settings::UseFile(folder / L"other.json");
     EXPECT_EQ(settings::Current()->jobListFile, folder / L"other_list.json");

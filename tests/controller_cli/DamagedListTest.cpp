@@ -35,7 +35,7 @@ TEST_F(DamagedListTest, EveryCommandSaysSoUntilTheFileIsDealtWith) {
     EXPECT_EQ(console.errors, "");
 }
 
-TEST_F(DamagedListTest, LetterCommandsAndCommandsThatFailSaySoToo) {
+TEST_F(DamagedListTest, ShortOptionCommandsAndCommandsThatFailSaySoToo) {
     Damage();
     host.answers[L"CheckJobStatusRequest"] = {L"CheckJobStatusResponse", LR"({"CheckJobStatusResponse":[]})"};
     Run({L"-s", L"1", L"-f"});

@@ -2,9 +2,9 @@
 
 #include "RecordedConsole.h"
 #include "ScriptedHost.h"
-#include "services/Settings.h"
 #include "controller_cli/FrontEnd.h"
 #include "platform/processes/Waiting.h"
+#include "services/Settings.h"
 #include "support/TemporaryFolder.h"
 
 #include <functional>

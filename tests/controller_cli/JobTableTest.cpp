@@ -5,18 +5,18 @@
 
 namespace {
 
-using controller_cli::JobView;
+using controller_cli::JobRow;
 using controller_cli::ProgressKind;
 
 class JobTableTest : public FrontEndFixture {
 protected:
     JobTableTest() : texts(stringResourceFile) {}
 
-    static JobView View(std::int32_t number, JobStatus status) {
+    static JobRow View(std::int32_t number, JobStatus status) {
         return controller_cli::ViewOf(Job(number, L"part.stl", status));
     }
 
-    std::vector<std::wstring> Lines(const std::vector<const JobView*>& jobs, std::optional<std::size_t> width,
+    std::vector<std::wstring> Lines(const std::vector<const JobRow*>& jobs, std::optional<std::size_t> width,
                                     ProgressKind kind = ProgressKind::Percent) {
         return controller_cli::JobTableLines(context, jobs, kind, width);
     }
@@ -26,8 +26,8 @@ protected:
 };
 
 TEST_F(JobTableTest, OutputFoldersCanBeToldApartOnANarrowTerminal) {
-    JobView first = View(1, JobStatus::Success);
-    JobView second = View(2, JobStatus::Success);
+    JobRow first = View(1, JobStatus::Success);
+    JobRow second = View(2, JobStatus::Success);
     first.outputFolder = L"/home/ann/projects/reports/of/this/year/part";
     second.outputFolder = L"/home/ann/projects/reports/of/this/year/part_1";
     const auto lines = Lines({&first, &second}, 80);
@@ -37,14 +37,14 @@ TEST_F(JobTableTest, OutputFoldersCanBeToldApartOnANarrowTerminal) {
 }
 
 TEST_F(JobTableTest, ASuccessWithoutAFolderShowsItsMessage) {
-    JobView view = View(1, JobStatus::Success);
+    JobRow view = View(1, JobStatus::Success);
     view.outputFolder.clear();
     view.message = L"Nothing to do";
     EXPECT_TRUE(Lines({&view}, std::nullopt)[1].ends_with(L"Nothing to do"));
 }
 
 TEST_F(JobTableTest, ProgressIsTheViews) {
-    JobView view = View(1, JobStatus::Canceled);
+    JobRow view = View(1, JobStatus::Canceled);
     view.job.progress = 100;
     view.progress = 30;
     EXPECT_NE(Lines({&view}, std::nullopt)[1].find(L" 30 %"), std::wstring::npos);
@@ -59,12 +59,12 @@ TEST_F(JobTableTest, MessagesOfAJobWithoutAnyAreNoLines) {
 }
 
 TEST_F(JobTableTest, SummariesCountEveryJobOnce) {
-    const std::vector<JobView> jobs = {View(1, JobStatus::Queued),   View(2, JobStatus::Running),
-                                       View(3, JobStatus::Success),  View(4, JobStatus::Failed),
-                                       View(5, JobStatus::Dequeued), View(6, JobStatus::Canceling),
-                                       View(7, JobStatus::Canceled)};
+    const std::vector<JobRow> jobs = {View(1, JobStatus::Queued),   View(2, JobStatus::Running),
+                                      View(3, JobStatus::Success),  View(4, JobStatus::Failed),
+                                      View(5, JobStatus::Dequeued), View(6, JobStatus::Canceling),
+                                      View(7, JobStatus::Canceled)};
     EXPECT_EQ(controller_cli::QueueSummary(context, jobs), L"Queued: 1, running: 2, ended: 4");
-    const std::vector<JobView> ended = {jobs[2], jobs[3], jobs[4], jobs[6]};
+    const std::vector<JobRow> ended = {jobs[2], jobs[3], jobs[4], jobs[6]};
     EXPECT_EQ(controller_cli::OutcomeSummary(context, ended), L"Succeeded: 1, failed: 1, cancelled: 2");
 }
 

@@ -4,14 +4,14 @@
 
 namespace {
 
-using controller_cli::JobView;
+using controller_cli::JobRow;
 
 bool Has(const std::wstring& json, const std::wstring& member) {
     return json.find(member) != std::wstring::npos;
 }
 
 TEST(JsonOutputTest, FoldersAndProgressAreTheViews) {
-    JobView view;
+    JobRow view;
     view.job.seqId = 7;
     view.job.status = JobStatus::Canceled;
     view.job.progress = 100;
@@ -24,7 +24,7 @@ TEST(JsonOutputTest, FoldersAndProgressAreTheViews) {
 }
 
 TEST(JsonOutputTest, AJobHasItsMessagesAndOutputFiles) {
-    JobView view;
+    JobRow view;
     view.message = L"First";
     view.messages = {L"First", L"Second\nline"};
     view.outputFiles = {L"picture.png"};
@@ -34,7 +34,7 @@ TEST(JsonOutputTest, AJobHasItsMessagesAndOutputFiles) {
 }
 
 TEST(JsonOutputTest, ADocumentIsOneLineWithAVersion) {
-    JobView view;
+    JobRow view;
     view.messages = {L"a\r\nb"};
     const std::wstring json = controller_cli::JobsJson({view, view});
     EXPECT_TRUE(json.starts_with(L"{\"version\":1,\"jobs\":[{"));
@@ -44,7 +44,7 @@ TEST(JsonOutputTest, ADocumentIsOneLineWithAVersion) {
 }
 
 TEST(JsonOutputTest, ADeletedJobIsToldSo) {
-    JobView view;
+    JobRow view;
     view.job.status = controller_cli::deletedStatus;
     EXPECT_TRUE(Has(controller_cli::JobsJson({view}), L"\"status\":\"Deleted\""));
 }

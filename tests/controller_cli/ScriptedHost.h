@@ -1,8 +1,8 @@
 #pragma once
 
+#include "CommonControllerLib/JobRecords.h"
 #include "ScriptedTransmitter.h"
 #include "controller_cli/HostAccess.h"
-#include "CommonControllerLib/JobRecords.h"
 
 #include <functional>
 #include <map>

@@ -1,7 +1,7 @@
 #include "controller_cli/Texts.h"
 
-#include "FrontEndFixture.h"
 #include "ControllerCSWrapper/ControllerCSWrapper.h"
+#include "FrontEndFixture.h"
 #include "controller_cli/BuiltInStrings.h"
 
 namespace {

@@ -1,8 +1,8 @@
 #pragma once
 
 #include "ControllerCSWrapper/ControllerCSWrapper.h"
-#include "formats/Messages.h"
 #include "controller_host/HostFixture.h"
+#include "formats/Messages.h"
 
 /// Answers without the host's loop: the test has one request at a time answered.
 class AnswersFixture : public HostFixture {

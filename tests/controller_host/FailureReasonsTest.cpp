@@ -1,8 +1,8 @@
 #include "controller_host/HostFixture.h"
 
 #include "ControllerCSWrapper/ControllerCSWrapper.h"
-#include "formats/RunProtocol.h"
 #include "controller_host/FailureReasons.h"
+#include "formats/RunProtocol.h"
 #include "platform/files/FileSystem.h"
 #include "platform/files/NativePath.h"
 #include "text/Text.h"

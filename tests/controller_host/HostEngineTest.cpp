@@ -1,12 +1,12 @@
 #include "controller_host/HostEngine.h"
 
 #include "ControllerCSWrapper/ControllerCSWrapper.h"
-#include "services/Settings.h"
-#include "controller_host/DeletionNotes.h"
+#include "controller_host/DeletionJournal.h"
 #include "controller_host/HostFixture.h"
+#include "platform/SystemHelpers.h"
 #include "platform/files/FileSystem.h"
 #include "platform/files/NativePath.h"
-#include "platform/SystemHelpers.h"
+#include "services/Settings.h"
 
 namespace {
 
@@ -48,7 +48,7 @@ protected:
                                                  R"("logFile":"","autoDeleteWorkFolder":{"enabled":true,"days":1}})");
     }
 
-    DeletionNotes notes{folder / L"job_list.json"};
+    DeletionJournal notes{folder / L"job_list.json"};
 };
 
 TEST_F(HostEngineTest, ADequeuedJobStaysSoWhateverHostsStart) {
@@ -117,7 +117,7 @@ protected:
     HostEngineTest_Cancel() {
         // The host's own jobs. Such a job takes no scripted process, and runs without one.
         Restart();
-        answers = std::make_unique<RequestAnswers>(*engine, transmitter);
+        answers = std::make_unique<RequestHandler>(*engine, transmitter);
     }
 
     std::wstring StartJob() {

@@ -1,9 +1,9 @@
 #include "controller_host/HostFixture.h"
 
 #include "ControllerCSWrapper/ControllerCSWrapper.h"
+#include "doubles/ScriptedEngine.h"
 #include "formats/Messages.h"
 #include "services/Settings.h"
-#include "doubles/ScriptedEngine.h"
 
 #include <algorithm>
 
@@ -22,8 +22,8 @@ HostFixture::HostFixture() {
     functions =
         std::make_unique<FunctionManager>(std::vector<std::wstring>{test_modules::ModulePath(L"recording_module_a")});
     engine = std::make_unique<ScriptedEngine<HostEngine>>(functions.get());
-    answers = std::make_unique<RequestAnswers>(*engine, transmitter);
-    inbox = std::make_unique<RequestInbox>(transmitter, RequestAnswers::Names());
+    answers = std::make_unique<RequestHandler>(*engine, transmitter);
+    inbox = std::make_unique<RequestQueue>(transmitter, RequestHandler::Names());
 }
 
 HostFixture::~HostFixture() {

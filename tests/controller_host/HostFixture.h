@@ -1,9 +1,9 @@
 #pragma once
 
+#include "CommonControllerLib/FunctionManager.h"
 #include "controller_host/HostLoop.h"
 #include "controller_host/LineDouble.h"
 #include "doubles/ScriptedProcess.h"
-#include "CommonControllerLib/FunctionManager.h"
 #include "modules/ModuleFiles.h"
 #include "support/TemporaryFolder.h"
 
@@ -46,8 +46,8 @@ protected:
     EngineTransmitter transmitter{line, &line};
     std::unique_ptr<FunctionManager> functions;
     std::unique_ptr<HostEngine> engine;
-    std::unique_ptr<RequestAnswers> answers;
-    std::unique_ptr<RequestInbox> inbox;
+    std::unique_ptr<RequestHandler> answers;
+    std::unique_ptr<RequestQueue> inbox;
     platform::Event stop;
 
 private:

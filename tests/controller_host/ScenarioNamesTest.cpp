@@ -72,7 +72,7 @@ TEST_F(ScenarioNamesTest, ANameThatSeveralSubdirectoriesHaveIsRefused) {
 TEST_F(ScenarioNamesTest, AnIdIsKnownToAHostThatNobodyAskedForTheScenarios) {
     const std::wstring id = IdOf(L"mesh");
     engine = std::make_unique<HostEngine>(functions.get());
-    answers = std::make_unique<RequestAnswers>(*engine, transmitter);
+    answers = std::make_unique<RequestHandler>(*engine, transmitter);
     EXPECT_EQ(ScenarioOfJob(id).displayName, L"mesh");
 }
 

@@ -7,9 +7,9 @@
 #include "modules/ModuleFiles.h"
 #include "platform/files/Directories.h"
 #include "platform/files/NativePath.h"
-#include "text/Text.h"
 #include "support/TemporaryFolder.h"
 #include "support/TestProcess.h"
+#include "text/Text.h"
 
 namespace {
 

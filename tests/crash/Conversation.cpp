@@ -2,9 +2,9 @@
 
 #include "ControllerCSWrapper/ControllerCSWrapper.h"
 #include "local_socket/support/Module.h"
-#include "text/Text.h"
 #include "support/Deadline.h"
 #include "support/TestProcess.h"
+#include "text/Text.h"
 
 #include <chrono>
 #include <stdexcept>
@@ -36,9 +36,9 @@ private:
     std::wstring name;
 };
 
-Conversation::Conversation(const std::wstring& meetingPlace, Told tell)
-    : transmitter(TransmitterFromModule(L"client:" + meetingPlace)),
-      extension(ExtensionFromModule(L"client:" + meetingPlace)), tellChanges(std::move(tell)) {
+Conversation::Conversation(const std::wstring& endpointName, Told tell)
+    : transmitter(TransmitterFromModule(L"client:" + endpointName)),
+      extension(ExtensionFromModule(L"client:" + endpointName)), tellChanges(std::move(tell)) {
     for (const wchar_t* const name : eventNames) {
         listeners.push_back(std::make_unique<Listener>(*this, name));
         transmitter->AddEventHandler(name, listeners.back().get());

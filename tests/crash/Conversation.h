@@ -2,9 +2,9 @@
 
 #include "CommonControllerLib/CallbackFunctor.h"
 #include "CommonControllerLib/EventTransmitter.h"
+#include "CommonControllerLib/JobRecords.h"
 #include "controller_plugins/EventTransmitterExtension.h"
 #include "platform/processes/Waiting.h"
-#include "CommonControllerLib/JobRecords.h"
 
 #include <deque>
 #include <functional>
@@ -23,7 +23,7 @@ public:
     using Told = std::function<void(const std::vector<JobStatusInfo>&)>;
 
     /// `tell` is given every change of jobs that a host tells, in order, by the operations below.
-    Conversation(const std::wstring& meetingPlace, Told tell);
+    Conversation(const std::wstring& endpointName, Told tell);
     ~Conversation();
     Conversation(const Conversation&) = delete;
     Conversation& operator=(const Conversation&) = delete;

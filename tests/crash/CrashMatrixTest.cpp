@@ -1,10 +1,10 @@
-#include "crash/Remains.h"
-#include "crash/Visitor.h"
+#include "crash/DiskState.h"
+#include "crash/UserSimulator.h"
 
-#include "local_socket/support/MeetingPlaces.h"
+#include "local_socket/support/EndpointNames.h"
+#include "platform/processes/Waiting.h"
 #include "platform/system/Environment.h"
 #include "text/Text.h"
-#include "platform/processes/Waiting.h"
 
 #include <chrono>
 #include <exception>
@@ -37,7 +37,7 @@ bool IsReachedAtStart(FaultPoint point) {
 }
 
 /// What leads to a point.
-Visitor::Scene SceneFor(FaultPoint point) {
+UserSimulator::Scene SceneFor(FaultPoint point) {
     switch (point) {
     case FaultPoint::EntryRemoved:
     case FaultPoint::DeletionBegun:
@@ -47,23 +47,23 @@ Visitor::Scene SceneFor(FaultPoint point) {
     case FaultPoint::DeletionsNoted:
     case FaultPoint::DeletionsToBeSettled:
     case FaultPoint::DeletionsSettled:
-        return &Visitor::DeleteSome;
+        return &UserSimulator::DeleteSome;
     case FaultPoint::ProgressSeen:
-        return &Visitor::WatchProgress;
+        return &UserSimulator::WatchProgress;
     case FaultPoint::CancelStatusChanged:
     case FaultPoint::CancelModuleCalled:
     case FaultPoint::KillFileMade:
     case FaultPoint::CancelsDone:
     case FaultPoint::CancelsListed:
-        return &Visitor::CancelJobs;
+        return &UserSimulator::CancelJobs;
     case FaultPoint::JobsCancelledAtEnd:
     case FaultPoint::HostEnds:
-        return &Visitor::EndHost;
+        return &UserSimulator::EndHost;
     case FaultPoint::AnswerToBeSent:
     case FaultPoint::AnswerSent:
-        return &Visitor::AnyScene;
+        return &UserSimulator::AnyScene;
     default:
-        return &Visitor::RunJobs;
+        return &UserSimulator::RunJobs;
     }
 }
 
@@ -88,8 +88,8 @@ std::vector<std::size_t> ShuffledTurn(std::uint64_t seed, std::uint64_t turn) {
 class Folder {
 public:
     Folder(std::uint64_t runSeed, Tally& runTally)
-        : seed(runSeed), tally(runTally), meetingPlace(text::FromUtf8(NewMeetingPlace())), site(meetingPlace),
-          visitor(site, ledger, meetingPlace) {}
+        : seed(runSeed), tally(runTally), endpointName(text::FromUtf8(NewEndpointName())), site(endpointName),
+          visitor(site, ledger, endpointName) {}
 
     ~Folder() {
         tally.jobsAcknowledged += ledger.AcknowledgedJobs();
@@ -150,7 +150,7 @@ private:
 
     /// A host that was asked to end goes on until then; what follows the last scene may also strike.
     bool AwaitFault(FaultPoint point) {
-        if (SceneFor(point) == &Visitor::EndHost) {
+        if (SceneFor(point) == &UserSimulator::EndHost) {
             site.AwaitHostEnd();
         }
         constexpr std::chrono::milliseconds aMoment{5};
@@ -212,10 +212,10 @@ private:
 
     const std::uint64_t seed;
     Tally& tally;
-    const std::wstring meetingPlace;
+    const std::wstring endpointName;
     CrashSite site;
     Ledger ledger;
-    Visitor visitor;
+    UserSimulator visitor;
 };
 
 /// The rounds of one data folder, beginning with `first`; the number of the round after them.

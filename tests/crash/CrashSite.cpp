@@ -2,15 +2,15 @@
 
 #include "crash/EndOwnProcess.h"
 #include "platform/files/Directories.h"
-#include "platform/system/Environment.h"
 #include "platform/files/FileSystem.h"
 #include "platform/files/NativePath.h"
 #include "platform/processes/Process.h"
-#include "text/Text.h"
 #include "platform/processes/Waiting.h"
+#include "platform/system/Environment.h"
 #include "support/Deadline.h"
 #include "support/OtherProcesses.h"
 #include "support/TestProcess.h"
+#include "text/Text.h"
 
 #include <algorithm>
 #include <stdexcept>
@@ -41,8 +41,8 @@ std::wstring CrashProgram(const std::wstring& name) {
 
 } // namespace
 
-CrashSite::CrashSite(std::wstring meetingPlace) {
-    WriteSettings(meetingPlace);
+CrashSite::CrashSite(std::wstring endpointName) {
+    WriteSettings(endpointName);
     WriteScenarios();
     WriteTextFile(Input(), "an input");
     ThrowOn(platform::CreateFolder(Lives()), "the folder for signs of life cannot be made");
@@ -115,12 +115,12 @@ std::string CrashSite::EndOfLog() const {
     return log.substr(log.size() - std::min(log.size(), length));
 }
 
-void CrashSite::WriteSettings(const std::wstring& meetingPlace) const {
+void CrashSite::WriteSettings(const std::wstring& endpointName) const {
     const std::wstring extension = platform::moduleExtension;
     WriteTextFile(folder / L"settings.json",
                   R"({"version":1,"workDirectory":"work","jobListFile":"job_list.json","logFile":"controller.log",)"
                   R"("cancelGraceSeconds":0,"transmitterName":")" +
-                      text::ToUtf8(meetingPlace) + R"(","functionModules":[)" +
+                      text::ToUtf8(endpointName) + R"(","functionModules":[)" +
                       Quoted(CrashProgram(L"local_process" + extension)) + R"(],"eventTransmitter":)" +
                       Quoted(InProgramFolder(L"local_socket" + extension)) + R"(,"scenarioRunner":)" +
                       Quoted(test_support::ProgramPath(L"scenario_runner")) + R"(,"interpreters":{".steps":[)" +

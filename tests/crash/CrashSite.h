@@ -12,7 +12,7 @@ namespace crash {
 /// life there.
 class CrashSite {
 public:
-    explicit CrashSite(std::wstring meetingPlace);
+    explicit CrashSite(std::wstring endpointName);
     /// Ends the host that is left.
     ~CrashSite();
     CrashSite(const CrashSite&) = delete;
@@ -42,7 +42,7 @@ public:
     std::string EndOfLog() const;
 
 private:
-    void WriteSettings(const std::wstring& meetingPlace) const;
+    void WriteSettings(const std::wstring& endpointName) const;
     void WriteScenarios() const;
     std::wstring FaultFile() const { return folder / L"fault"; }
 

@@ -3,8 +3,8 @@
 
 #include "crash/EndOwnProcess.h"
 #include "crash/Fault.h"
-#include "platform/system/Environment.h"
 #include "platform/files/FileSystem.h"
+#include "platform/system/Environment.h"
 
 #include <atomic>
 

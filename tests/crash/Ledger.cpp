@@ -21,8 +21,7 @@ JobStatus StatusAtStart(JobStatus listed) {
 }
 
 std::string Name(const Ledger::Job& job) {
-    return "job " + std::to_string(job.seqId) + " (" + text::ToUtf8(job.id) + ", " + text::ToUtf8(job.mark) +
-           ")";
+    return "job " + std::to_string(job.seqId) + " (" + text::ToUtf8(job.id) + ", " + text::ToUtf8(job.mark) + ")";
 }
 
 template <class Jobs>

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "doubles/ScriptedMessages.h"
 #include "CommonControllerLib/JobRecords.h"
 #include "CommonControllerLib/ScenarioRecords.h"
+#include "doubles/ScriptedMessages.h"
 
 #include <cstddef>
 #include <functional>

@@ -1,7 +1,7 @@
 #include "engine/EngineFixture.h"
 
-#include "platform/files/FileSystem.h"
 #include "platform/SystemHelpers.h"
+#include "platform/files/FileSystem.h"
 
 #include <algorithm>
 #include <thread>

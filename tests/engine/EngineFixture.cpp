@@ -1,7 +1,7 @@
 #include "engine/EngineFixture.h"
 
-#include "platform/system/Clock.h"
 #include "CommonControllerLib/PathFuncs.h"
+#include "platform/system/Clock.h"
 
 #include <algorithm>
 #include <future>

@@ -1,9 +1,9 @@
 #pragma once
 
+#include "CommonControllerLib/FunctionManager.h"
+#include "CommonControllerLib/JobEntryManagerBase.h"
 #include "doubles/RecordingCompanion.h"
 #include "doubles/ScriptedProcess.h"
-#include "CommonControllerLib/JobEntryManagerBase.h"
-#include "CommonControllerLib/FunctionManager.h"
 #include "modules/ModuleFiles.h"
 #include "support/TemporaryFolder.h"
 

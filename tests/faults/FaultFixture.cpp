@@ -3,8 +3,8 @@
 #include "ControllerCSWrapper/ControllerCSWrapper.h"
 #include "platform/files/FileSystem.h"
 #include "platform/files/NativePath.h"
-#include "text/Text.h"
 #include "support/OtherProcesses.h"
+#include "text/Text.h"
 
 FaultFixture::FaultFixture() {
     Place("job_list.json", "controller.log", "work");

@@ -2,8 +2,8 @@
 
 #include "platform/files/FileSystem.h"
 #include "platform/files/NativePath.h"
-#include "text/Text.h"
 #include "support/OtherProcesses.h"
+#include "text/Text.h"
 
 #include <algorithm>
 
@@ -49,7 +49,7 @@ protected:
 
     void SaveTwoJobs() {
         StartHost();
-        FrontEnd frontEnd(meetingPlace);
+        FrontEnd frontEnd(endpointName);
         ExpectJobs(frontEnd, "exit 0", 2, JobStatus::Success);
         frontEnd.Terminate();
         ASSERT_EQ(AwaitHostEnd(), ended);
@@ -89,7 +89,7 @@ TEST_F(HostStartTest, ADamagedListIsReplacedByItsBackupAndKept) {
     const std::string whole = ReadTextFile(listFile);
     WriteTextFile(listFile, whole.substr(0, whole.size() / 2));
     StartHost();
-    FrontEnd frontEnd(meetingPlace);
+    FrontEnd frontEnd(endpointName);
     EXPECT_EQ(frontEnd.Jobs().size(), 2U);
     ExpectJobs(frontEnd, "exit 0", 1, JobStatus::Success);
     const std::vector<JobListInfo> jobs = frontEnd.Jobs();
@@ -103,7 +103,7 @@ TEST_F(HostStartTest, ADamagedListIsReplacedByItsBackupAndKept) {
 TEST_F(HostStartTest, ADamagedListWithoutABackupIsToldByEveryHostUntilItIsDealtWith) {
     WriteTextFile(listFile, "no list");
     StartHost();
-    FrontEnd(meetingPlace).Terminate();
+    FrontEnd(endpointName).Terminate();
     ASSERT_EQ(AwaitHostEnd(), ended);
     ASSERT_EQ(BesideList(L".corrupt-").size(), 1U);
     const std::string told = "kept as " + text::ToUtf8(platform::ToNativeText(BesideList(L".corrupt-")[0])) + ":";

@@ -2,13 +2,13 @@
 
 #include <optional>
 
-#include "platform/terminal/ErrorOutput.h"
 #include "platform/files/FileSystem.h"
-#include "platform/terminal/LineEnd.h"
 #include "platform/files/NativePath.h"
 #include "platform/system/SharedLibrary.h"
-#include "text/Text.h"
+#include "platform/terminal/ErrorOutput.h"
+#include "platform/terminal/LineEnd.h"
 #include "support/OtherProcesses.h"
+#include "text/Text.h"
 
 namespace {
 
@@ -60,8 +60,7 @@ TEST_F(CommandLineTest, AClientAloneSaysThatThereIsNoHost) {
 TEST_F(CommandLineTest, WhyTheTransmitterCannotBeLoadedIsTold) {
     std::string text = UsualSettings("job_list.json");
     WriteSettings(text.insert(text.find('{') + 1, R"("eventTransmitter":"missing",)"));
-    const std::string reason =
-        "missing cannot be loaded: " + text::ToUtf8(platform::LoadProblem(folder / L"missing"));
+    const std::string reason = "missing cannot be loaded: " + text::ToUtf8(platform::LoadProblem(folder / L"missing"));
     for (const wchar_t* const command : {L"--list", L"-s1"}) {
         const Ending ending = Cli({command});
         EXPECT_EQ(ending.exitCode, 3);

@@ -1,11 +1,11 @@
-#include "ControllerCSWrapper/ControllerCSWrapper.h"
 #include "CommonControllerLib/FunctionManager.h"
+#include "ControllerCSWrapper/ControllerCSWrapper.h"
 #include "platform/files/Directories.h"
 #include "platform/files/NativePath.h"
 #include "platform/processes/Process.h"
-#include "text/Text.h"
 #include "support/TemporaryFolder.h"
 #include "support/TestProcess.h"
+#include "text/Text.h"
 
 #include <gtest/gtest.h>
 

@@ -1,11 +1,11 @@
 #include "HostProcessFixture.h"
 
 #include "modules/ModuleFiles.h"
+#include "platform/files/NativePath.h"
 #include "platform/system/Environment.h"
 #include "platform/terminal/LineEnd.h"
-#include "platform/files/NativePath.h"
-#include "text/Text.h"
 #include "support/OtherProcesses.h"
+#include "text/Text.h"
 
 #include <algorithm>
 #include <set>

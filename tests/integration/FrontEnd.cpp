@@ -2,8 +2,8 @@
 
 #include "ControllerCSWrapper/ControllerCSWrapper.h"
 #include "local_socket/support/Module.h"
-#include "text/Text.h"
 #include "support/Deadline.h"
+#include "text/Text.h"
 
 #include <algorithm>
 #include <stdexcept>
@@ -41,9 +41,9 @@ private:
     std::wstring name;
 };
 
-FrontEnd::FrontEnd(const std::wstring& meetingPlace)
-    : transmitter(TransmitterFromModule(L"client:" + meetingPlace)),
-      extension(ExtensionFromModule(L"client:" + meetingPlace)) {
+FrontEnd::FrontEnd(const std::wstring& endpointName)
+    : transmitter(TransmitterFromModule(L"client:" + endpointName)),
+      extension(ExtensionFromModule(L"client:" + endpointName)) {
     for (const wchar_t* const name : eventNames) {
         listeners.push_back(std::make_unique<Listener>(*this, name));
         transmitter->AddEventHandler(name, listeners.back().get());

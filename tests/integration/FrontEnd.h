@@ -2,8 +2,8 @@
 
 #include "CommonControllerLib/CallbackFunctor.h"
 #include "CommonControllerLib/EventTransmitter.h"
-#include "controller_plugins/EventTransmitterExtension.h"
 #include "CommonControllerLib/JobRecords.h"
+#include "controller_plugins/EventTransmitterExtension.h"
 
 #include <chrono>
 #include <condition_variable>
@@ -18,8 +18,8 @@
 /// is told. What it waits for and does not get within the tests' patience throws std::runtime_error.
 class FrontEnd {
 public:
-    /// `meetingPlace` is the host's, which is there already.
-    explicit FrontEnd(const std::wstring& meetingPlace);
+    /// `endpointName` is the host's, which is there already.
+    explicit FrontEnd(const std::wstring& endpointName);
     ~FrontEnd();
     FrontEnd(const FrontEnd&) = delete;
     FrontEnd& operator=(const FrontEnd&) = delete;

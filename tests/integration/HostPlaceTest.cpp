@@ -19,9 +19,9 @@ protected:
     std::string ProcessOfHost() const { return "process " + std::to_string(platform::ProcessNumber(host.Get())); }
 
     /// The same list, but another name.
-    void RenameMeetingPlace() const {
+    void RenameEndpointAddress() const {
         std::string text = UsualSettings("job_list.json");
-        const std::string name = text::ToUtf8(meetingPlace);
+        const std::string name = text::ToUtf8(endpointName);
         WriteSettings(text.replace(text.find(name), name.size(), name + "-other"));
     }
 };
@@ -35,8 +35,8 @@ TEST_F(HostPlaceTest, TheLockSaysWhichProcessHasItAndWhereItListens) {
     const host_lock::Holder holder = Holder();
     EXPECT_EQ(holder.process, platform::ProcessNumber(host.Get()));
     EXPECT_TRUE(holder.isReady);
-    EXPECT_EQ(holder.transmitterName, meetingPlace);
-    EXPECT_NE(holder.place.find(meetingPlace), std::wstring::npos);
+    EXPECT_EQ(holder.transmitterName, endpointName);
+    EXPECT_NE(holder.place.find(endpointName), std::wstring::npos);
     const auto second = test_support::RunToEnd(Host({}));
     EXPECT_EQ(second.exitCode, 4);
     EXPECT_TRUE(Contains(second.output, ProcessOfHost() + ", since 20")) << second.output;
@@ -85,14 +85,14 @@ TEST_F(HostPlaceTest, ABrokenSettingsFileEndsNoHostThatWasStartedWithAnother) {
 
 TEST_F(HostPlaceTest, AHostThatEndsLeavesNoLock) {
     StartHost();
-    FrontEnd(meetingPlace).Terminate();
+    FrontEnd(endpointName).Terminate();
     EXPECT_EQ(AwaitHostEnd(), 0);
     EXPECT_FALSE(platform::Exists(folder / L"job_list.json.lock"));
 }
 
 TEST_F(HostPlaceTest, AHostInTheBackgroundUnderAnotherNameIsRefusedAsInTheForeground) {
     StartHost();
-    RenameMeetingPlace();
+    RenameEndpointAddress();
     for (const std::vector<std::wstring>& arguments : {std::vector<std::wstring>{}, {L"--background"}}) {
         const auto refused = test_support::RunToEnd(Host(arguments));
         EXPECT_EQ(refused.exitCode, 4);
@@ -111,7 +111,7 @@ TEST_F(HostPlaceTest, AHostInTheBackgroundThatRunsAlreadyIsAsGood) {
 
 TEST_F(HostPlaceTest, AFrontEndUnderAnotherNameIsToldOfTheHostAndCanEndIt) {
     StartHost();
-    RenameMeetingPlace();
+    RenameEndpointAddress();
     for (const std::vector<std::wstring>& arguments :
          std::vector<std::vector<std::wstring>>{{L"--list"}, {L"--list", L"-f"}}) {
         const auto refused = test_support::RunToEnd(FrontEndProcess(arguments));

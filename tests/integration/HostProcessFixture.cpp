@@ -1,16 +1,16 @@
 #include "HostProcessFixture.h"
 
 #include "ControllerCSWrapper/ControllerCSWrapper.h"
-#include "local_socket/support/MeetingPlaces.h"
+#include "local_socket/support/EndpointNames.h"
 #include "platform/files/Directories.h"
-#include "platform/system/Environment.h"
 #include "platform/files/FileLock.h"
 #include "platform/files/FileSystem.h"
 #include "platform/files/NativePath.h"
-#include "text/Text.h"
 #include "platform/processes/Waiting.h"
+#include "platform/system/Environment.h"
 #include "support/Deadline.h"
 #include "support/OtherProcesses.h"
+#include "text/Text.h"
 
 #include <chrono>
 
@@ -32,7 +32,7 @@ std::wstring PathWithPrograms() {
 
 } // namespace
 
-HostProcessFixture::HostProcessFixture() : meetingPlace(text::FromUtf8(NewMeetingPlace())) {
+HostProcessFixture::HostProcessFixture() : endpointName(text::FromUtf8(NewEndpointName())) {
     WriteSettings(UsualSettings("job_list.json"));
     WriteTextFile(folder / L"inputs.txt", "an input");
 }
@@ -95,7 +95,7 @@ void HostProcessFixture::WriteSettings(const std::string& text) const {
 std::string HostProcessFixture::UsualSettings(const std::string& jobList) const {
     return R"({"version":1,"workDirectory":"work","logFile":"","cancelGraceSeconds":1,)"
            R"("interpreters":{".rb":["test_scenario"]},"jobListFile":")" +
-           jobList + R"(","transmitterName":")" + text::ToUtf8(meetingPlace) + "\"}";
+           jobList + R"(","transmitterName":")" + text::ToUtf8(endpointName) + "\"}";
 }
 
 std::wstring HostProcessFixture::JobsFile(const std::string& steps, int count) {

@@ -54,7 +54,7 @@ protected:
     std::wstring WorkDirOf(const std::wstring& jobId) const;
 
     const TemporaryFolder folder;
-    const std::wstring meetingPlace;
+    const std::wstring endpointName;
     platform::OwnedHandle host;
 
 private:

@@ -4,11 +4,11 @@
 #include "CommonControllerLib/CLIPresenter.h"
 #include "platform/files/Directories.h"
 #include "platform/files/FileSystem.h"
-#include "platform/terminal/LineEnd.h"
 #include "platform/files/NativePath.h"
-#include "text/Text.h"
+#include "platform/terminal/LineEnd.h"
 #include "support/OtherProcesses.h"
 #include "support/ZipWriter.h"
+#include "text/Text.h"
 
 #include <algorithm>
 
@@ -50,7 +50,7 @@ protected:
 
 TEST_F(HostProcessTest, TheJobsOfAJobsFileRunToTheirResults) {
     StartHost();
-    FrontEnd frontEnd(meetingPlace);
+    FrontEnd frontEnd(endpointName);
     const auto jobs = frontEnd.Enqueue(JobsFile("print hello\nexit 0", 2));
     ASSERT_EQ(jobs.size(), 2U);
     EXPECT_EQ(jobs[0].seqId, 1);
@@ -72,7 +72,7 @@ TEST_F(HostProcessTest, AStartInTheBackgroundNamesWhatJobsWouldFailFor) {
         EXPECT_NE(start.output.find(text::ToUtf8(platform::ToNativeText(folder / file))), std::string::npos)
             << start.output;
     }
-    FrontEnd frontEnd(meetingPlace);
+    FrontEnd frontEnd(endpointName);
     const auto jobs = frontEnd.Enqueue(JobsFile("exit 0"));
     const JobStatusInfo job = frontEnd.AwaitStatus(jobs.at(0).id, JobStatus::Failed);
     EXPECT_NE(ReadTextFile(job.workDir + L"\\run_scenario_result.json").find("no_module.so cannot be loaded: "),
@@ -83,11 +83,11 @@ TEST_F(HostProcessTest, AStartInTheBackgroundNamesWhatJobsWouldFailFor) {
 
 TEST_F(HostProcessTest, TheCommandLinesPresenterIsToldTheStatusOfJobs) {
     StartHost();
-    FrontEnd frontEnd(meetingPlace);
+    FrontEnd frontEnd(endpointName);
     const auto jobs = frontEnd.Enqueue(JobsFile("exit 3"));
     frontEnd.AwaitStatus(jobs.at(0).id, JobStatus::Failed);
     CLIPresenter presenter(
-        L"client:" + meetingPlace,
+        L"client:" + endpointName,
         platform::ResolveAgainst(platform::ProgramFolder(), std::wstring(L"local_socket") + platform::moduleExtension));
     presenter.CheckJobStatus({L"1", L"2"}, folder / L"status.txt");
     presenter.LeaveEventTransmitter(frontEnd.Transmitter());
@@ -97,7 +97,7 @@ TEST_F(HostProcessTest, TheCommandLinesPresenterIsToldTheStatusOfJobs) {
 
 TEST_F(HostProcessTest, ALongJobIsCancelledWithItsProcessesAndTheNextOneRuns) {
     StartHost();
-    FrontEnd frontEnd(meetingPlace);
+    FrontEnd frontEnd(endpointName);
     const std::wstring longJob = StartFamily(frontEnd);
     const auto next = frontEnd.Enqueue(JobsFile("exit 0"));
     frontEnd.Cancel(longJob);
@@ -108,7 +108,7 @@ TEST_F(HostProcessTest, ALongJobIsCancelledWithItsProcessesAndTheNextOneRuns) {
 
 TEST_F(HostProcessTest, AJobThatHasEndedIsDeletedWithItsWorkDirectory) {
     StartHost();
-    FrontEnd frontEnd(meetingPlace);
+    FrontEnd frontEnd(endpointName);
     const std::wstring id = frontEnd.Enqueue(JobsFile("exit 0")).at(0).id;
     frontEnd.AwaitStatus(id, JobStatus::Success);
     ASSERT_TRUE(platform::Exists(WorkDirOf(id)));
@@ -119,7 +119,7 @@ TEST_F(HostProcessTest, AJobThatHasEndedIsDeletedWithItsWorkDirectory) {
 
 TEST_F(HostProcessTest, AskedToEndItEndsItsScenariosFirst) {
     StartHost();
-    FrontEnd frontEnd(meetingPlace);
+    FrontEnd frontEnd(endpointName);
     const std::wstring id = StartFamily(frontEnd);
     frontEnd.Terminate();
     EXPECT_EQ(AwaitHostEnd(), 0);
@@ -130,14 +130,14 @@ TEST_F(HostProcessTest, AskedToEndItEndsItsScenariosFirst) {
 TEST_F(HostProcessTest, WhenItIsKilledItsScenariosEndAndAnotherTakesItsPlace) {
     StartHost();
     {
-        FrontEnd frontEnd(meetingPlace);
+        FrontEnd frontEnd(endpointName);
         StartFamily(frontEnd);
     }
     test_support::KillProcess(host.Get());
     AwaitHostEnd();
     AwaitDeathOf(family);
     StartHost();
-    const auto jobs = FrontEnd(meetingPlace).Jobs();
+    const auto jobs = FrontEnd(endpointName).Jobs();
     ASSERT_EQ(jobs.size(), 1U);
     EXPECT_EQ(jobs[0].status, JobStatus::Canceled);
 }
@@ -149,7 +149,7 @@ TEST_F(HostProcessTest, ASecondHostIsRefusedAndTheFirstGoesOn) {
     EXPECT_TRUE(second.output.starts_with("controller_host: another host is running for the job list "))
         << second.output;
     EXPECT_EQ(std::count(second.output.begin(), second.output.end(), '\n'), 1) << second.output;
-    FrontEnd frontEnd(meetingPlace);
+    FrontEnd frontEnd(endpointName);
     EXPECT_TRUE(frontEnd.Jobs().empty());
 }
 
@@ -174,7 +174,7 @@ TEST_F(HostProcessTest, SettingsThatCannotBeReadAreRefusedWithTheirPlace) {
 
 TEST_F(HostProcessTest, InTheBackgroundItOutlivesItsStarter) {
     EXPECT_EQ(test_support::RunToEnd(Host({L"--background"})).exitCode, 0);
-    FrontEnd frontEnd(meetingPlace);
+    FrontEnd frontEnd(endpointName);
     const auto jobs = frontEnd.Enqueue(JobsFile("exit 0"));
     frontEnd.AwaitStatus(jobs.at(0).id, JobStatus::Success);
     EXPECT_EQ(test_support::RunToEnd(Host({L"--background"})).exitCode, 0);

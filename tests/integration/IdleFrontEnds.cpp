@@ -7,9 +7,9 @@
 
 #include <gtest/gtest.h>
 
-IdleFrontEnds::IdleFrontEnds(const std::wstring& meetingPlace, std::size_t count) {
+IdleFrontEnds::IdleFrontEnds(const std::wstring& endpointName, std::size_t count) {
     for (std::size_t number = 0; number < count; ++number) {
-        local_socket::Connection connection = network->Connect(text::ToUtf8(meetingPlace));
+        local_socket::Connection connection = network->Connect(text::ToUtf8(endpointName));
         if (!connection.channel) {
             ADD_FAILURE() << "front end " << number << ": " << text::ToUtf8(connection.failure);
             return;

@@ -12,7 +12,7 @@
 /// the test.
 class IdleFrontEnds {
 public:
-    IdleFrontEnds(const std::wstring& meetingPlace, std::size_t count);
+    IdleFrontEnds(const std::wstring& endpointName, std::size_t count);
 
 private:
     const std::string greeting = local_socket::EncodeGreeting();

@@ -1,7 +1,7 @@
 #include "ScenarioRunFixture.h"
+#include "platform/SystemHelpers.h"
 #include "platform/files/FileSystem.h"
 #include "platform/files/NativePath.h"
-#include "platform/SystemHelpers.h"
 #include "support/TestProcess.h"
 
 namespace {

@@ -2,9 +2,9 @@
 #include "IdleFrontEnds.h"
 
 #include "ControllerCSWrapper/ControllerCSWrapper.h"
-#include "transport/local_socket/Limits.h"
 #include "platform/terminal/LineEnd.h"
 #include "support/OtherProcesses.h"
+#include "transport/local_socket/Limits.h"
 
 #include <optional>
 
@@ -66,7 +66,7 @@ TEST_F(ManyFrontEndsTest, OneThatIsKilledInTheMiddleOfItsAnswerHarmsNobody) {
 
 TEST_F(ManyFrontEndsTest, OneMoreThanTheHostServesIsToldThatItIsBusy) {
     StartHost();
-    std::optional<IdleFrontEnds> others(std::in_place, meetingPlace, local_socket::Limits().peers);
+    std::optional<IdleFrontEnds> others(std::in_place, endpointName, local_socket::Limits().peers);
     for (const std::vector<std::wstring>& arguments : std::vector<std::vector<std::wstring>>{
              {L"--list"}, {L"--list", L"-f"}, {L"-s1"}, {L"-c1", L"-f"}, {L"--wait", L"1"}}) {
         const auto refused = test_support::RunToEnd(FrontEndProcess(arguments, std::chrono::seconds(0)));
@@ -83,7 +83,7 @@ TEST_F(ManyFrontEndsTest, OneMoreThanTheHostServesIsToldThatItIsBusy) {
 
 TEST_F(ManyFrontEndsTest, OneRequestOfTenThousandSetsIsAnsweredWhole) {
     StartHost();
-    FrontEnd frontEnd(meetingPlace);
+    FrontEnd frontEnd(endpointName);
     const std::vector<JobIdInfo> jobs = frontEnd.Enqueue(JobsFile("exit 0", 10000));
     ASSERT_EQ(jobs.size(), 10000U);
     EXPECT_EQ(jobs.front().seqId, 1);

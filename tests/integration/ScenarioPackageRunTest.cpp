@@ -1,9 +1,9 @@
 #include "ScenarioRunFixture.h"
 #include "platform/files/FileSystem.h"
 #include "platform/files/NativePath.h"
-#include "text/Text.h"
 #include "support/TestProcess.h"
 #include "support/ZipWriter.h"
+#include "text/Text.h"
 
 namespace {
 

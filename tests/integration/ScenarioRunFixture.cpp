@@ -2,14 +2,14 @@
 #include "ScenarioTraces.h"
 
 #include "ControllerCSWrapper/ControllerCSWrapper.h"
-#include "services/Settings.h"
 #include "platform/files/Directories.h"
-#include "platform/system/Environment.h"
 #include "platform/files/FileSystem.h"
 #include "platform/files/NativePath.h"
 #include "platform/processes/Process.h"
-#include "text/Text.h"
+#include "platform/system/Environment.h"
+#include "services/Settings.h"
 #include "support/TestProcess.h"
+#include "text/Text.h"
 
 namespace {
 

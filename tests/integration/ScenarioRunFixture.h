@@ -4,8 +4,8 @@
 
 #include <gtest/gtest.h>
 
-#include "formats/RunProtocol.h"
 #include "CommonControllerLib/FunctionManager.h"
+#include "formats/RunProtocol.h"
 #include "platform/processes/ProcessHandle.h"
 #include "support/TemporaryFolder.h"
 

@@ -4,10 +4,10 @@
 #include "platform/files/FileSystem.h"
 #include "platform/files/NativePath.h"
 #include "platform/processes/Process.h"
-#include "text/Text.h"
 #include "platform/processes/Waiting.h"
 #include "support/OtherProcesses.h"
 #include "support/TestProcess.h"
+#include "text/Text.h"
 
 using ScenarioStopTest = ScenarioRunFixture;
 

@@ -2,11 +2,11 @@
 
 #include "platform/files/FileSystem.h"
 #include "platform/files/NativePath.h"
-#include "text/Text.h"
 #include "platform/processes/Waiting.h"
 #include "support/Deadline.h"
 #include "support/OtherProcesses.h"
 #include "support/TestProcess.h"
+#include "text/Text.h"
 
 #include <cstdint>
 #include <optional>

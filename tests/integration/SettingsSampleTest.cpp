@@ -1,7 +1,7 @@
 #include "SettingsSample.h"
 #include "ControllerCSWrapper/ControllerCSWrapper.h"
-#include "services/Settings.h"
 #include "platform/files/FileSystem.h"
+#include "services/Settings.h"
 #include "text/Text.h"
 
 #include <gtest/gtest.h>

@@ -5,7 +5,7 @@
 #include <gtest/gtest.h>
 
 #include "ControllerCSWrapper/ControllerCSWrapper.h"
-#include "local_socket/support/MeetingPlaces.h"
+#include "local_socket/support/EndpointNames.h"
 #include "local_socket/support/Module.h"
 #include "local_socket/support/Recording.h"
 #include "support/TemporaryFolder.h"
@@ -15,7 +15,7 @@ namespace {
 using Payloads = std::vector<std::wstring>;
 
 std::wstring NewPlace() {
-    const std::string name = NewMeetingPlace();
+    const std::string name = NewEndpointName();
     return {name.begin(), name.end()};
 }
 

@@ -6,7 +6,7 @@
 
 #include <gtest/gtest.h>
 
-#include "local_socket/support/MeetingPlaces.h"
+#include "local_socket/support/EndpointNames.h"
 
 namespace {
 
@@ -18,7 +18,7 @@ using local_socket::Timer;
 /// Each front end that is taken is followed by the next, which waits already when the network looks.
 TEST(NetworkTest, FrontEndsThatComeWithoutEndDoNotHoldUpTheRest) {
     constexpr int tooMany = 10'000;
-    const std::string place = NewMeetingPlace();
+    const std::string place = NewEndpointName();
     const std::unique_ptr<Network> frontEnds = MakeLocalNetwork([](const std::wstring&) {});
     const std::unique_ptr<Network> engine = MakeLocalNetwork([](const std::wstring&) {});
     const std::unique_ptr<Timer> rest = engine->MakeTimer();

@@ -5,7 +5,7 @@
 
 #include <gtest/gtest.h>
 
-#include "local_socket/support/MeetingPlaces.h"
+#include "local_socket/support/EndpointNames.h"
 #include "local_socket/support/Module.h"
 #include "local_socket/support/Recording.h"
 
@@ -41,7 +41,7 @@ struct Ends {
 };
 
 Ends NewEnds() {
-    const std::string name = NewMeetingPlace();
+    const std::string name = NewEndpointName();
     const std::wstring place(name.begin(), name.end());
     return {TransmitterFromModule(L"engine:" + place), TransmitterFromModule(L"client:" + place),
             ExtensionFromModule(L"client:" + place)};

@@ -10,11 +10,11 @@
 
 #include <gtest/gtest.h>
 
+#include "local_socket/support/EndpointNames.h"
+#include "local_socket/support/Recording.h"
 #include "transport/local_socket/ClientEnd.h"
 #include "transport/local_socket/EngineEnd.h"
 #include "transport/local_socket/Frame.h"
-#include "local_socket/support/MeetingPlaces.h"
-#include "local_socket/support/Recording.h"
 
 namespace {
 
@@ -40,7 +40,7 @@ public:
     RawPeer(const std::string& place, const std::string& answer) : thread([this] { network->Run(); }) {
         network->Listen(place, [this, answer](std::unique_ptr<local_socket::Channel> accepted, local_socket::Room) {
             channel = std::move(accepted);
-            ReadOn();
+            ContinueRead();
             if (!answer.empty()) {
                 WriteWhole(answer);
             }
@@ -79,7 +79,7 @@ private:
         ASSERT_TRUE(connected);
         const std::lock_guard<std::mutex> guard(network->Lock());
         channel = std::move(connected);
-        ReadOn();
+        ContinueRead();
     }
 
     void WriteWhole(const std::string& bytes) {
@@ -87,13 +87,13 @@ private:
         channel->Write(sending.data(), sending.size(), [](bool, std::size_t) {});
     }
 
-    void ReadOn() {
+    void ContinueRead() {
         channel->Read(buffer.data(), buffer.size(), [this](bool succeeded, std::size_t bytes) {
             for (std::size_t index = 0; index < bytes; ++index) {
                 arrived.Add(buffer[index]);
             }
             if (succeeded) {
-                ReadOn();
+                ContinueRead();
             } else {
                 ended.Add(true);
             }
@@ -126,7 +126,7 @@ protected:
         EXPECT_NE(lines[0].find(reason), std::wstring::npos) << testing::PrintToString(lines[0]);
     }
 
-    const std::string place = NewMeetingPlace();
+    const std::string place = NewEndpointName();
     Limits limits;
     RecordingLog log;
 };

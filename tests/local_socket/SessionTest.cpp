@@ -45,7 +45,7 @@ SharedFrame Shared(const std::string& frame) {
 }
 
 /// One session, with the test as its owner and its peer.
-class SessionTest : public testing::Test, public local_socket::SessionOwner {
+class SessionTest : public testing::Test, public local_socket::SessionObserver {
 protected:
     void TearDown() override {
         if (session) {

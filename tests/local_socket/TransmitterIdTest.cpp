@@ -11,7 +11,7 @@ using local_socket::End;
 using local_socket::ParseTransmitterId;
 using local_socket::TransmitterId;
 
-TEST(TransmitterIdTest, SaysTheEndAndTheMeetingPlace) {
+TEST(TransmitterIdTest, SaysTheEndAndTheEndpointAddress) {
     EXPECT_EQ(ParseTransmitterId(L"engine:host"), (TransmitterId{End::Engine, "host"}));
     EXPECT_EQ(ParseTransmitterId(L"client:host"), (TransmitterId{End::Client, "host"}));
     EXPECT_EQ(ParseTransmitterId(L"client:AZaz09_.-"), (TransmitterId{End::Client, "AZaz09_.-"}));

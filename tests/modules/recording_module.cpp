@@ -1,5 +1,5 @@
-#include "modules/RecordingModule.h"
 #include "CommonControllerLib/Export.h"
+#include "modules/RecordingModule.h"
 
 /// A function module that records its calls in the test's script and answers from there. Built several times under
 /// several names.

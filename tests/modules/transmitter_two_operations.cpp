@@ -1,9 +1,9 @@
+#include "CommonControllerLib/EventTransmitter.h"
+#include "CommonControllerLib/Export.h"
 #include "transport/local_socket/ClientEnd.h"
 #include "transport/local_socket/EngineEnd.h"
 #include "transport/local_socket/ProcessEnd.h"
 #include "transport/local_socket/TransmitterId.h"
-#include "CommonControllerLib/EventTransmitter.h"
-#include "CommonControllerLib/Export.h"
 
 #include <chrono>
 #include <map>
@@ -61,7 +61,7 @@ void StopAll() {
 /// The ends of the local socket. There is no second export.
 extern "C" CONTROLLER_API EventTransmitter* GetEventTransmitter(const std::wstring& transmitterId) {
     static std::mutex mutex;
-    static const bool isStopped = (Transmitters(), local_socket::CallAtProcessEnd(StopAll), true);
+    static const bool isStopped = (Transmitters(), local_socket::RegisterExitHandler(StopAll), true);
     const std::lock_guard lock(mutex);
     const auto found = Transmitters().find(transmitterId);
     if (found != Transmitters().end()) {

@@ -6,9 +6,9 @@
 #include <gtest/gtest.h>
 
 #include "platform/SystemHelpers.h"
-#include "text/Text.h"
 #include "platform/processes/Waiting.h"
 #include "support/TemporaryFolder.h"
+#include "text/Text.h"
 
 namespace {
 

@@ -2,9 +2,9 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/system/Environment.h"
 #include "platform/processes/Pipe.h"
 #include "platform/processes/Process.h"
+#include "platform/system/Environment.h"
 #include "support/TestProcess.h"
 
 namespace {

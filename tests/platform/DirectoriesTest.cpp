@@ -2,10 +2,10 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/system/Environment.h"
+#include "platform/SystemHelpers.h"
 #include "platform/files/FileSystem.h"
 #include "platform/files/NativePath.h"
-#include "platform/SystemHelpers.h"
+#include "platform/system/Environment.h"
 
 namespace {
 

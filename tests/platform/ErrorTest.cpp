@@ -3,8 +3,8 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "platform/files/FileSystem.h"
 #include "platform/SystemHelpers.h"
+#include "platform/files/FileSystem.h"
 #include "support/TemporaryFolder.h"
 
 namespace {

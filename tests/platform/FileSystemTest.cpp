@@ -8,10 +8,10 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/files/NativePath.h"
 #include "platform/SystemHelpers.h"
-#include "text/Text.h"
+#include "platform/files/NativePath.h"
 #include "support/TemporaryFolder.h"
+#include "text/Text.h"
 
 namespace {
 

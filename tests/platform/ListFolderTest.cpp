@@ -3,10 +3,10 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
-#include "platform/files/FileSystem.h"
 #include "platform/SystemHelpers.h"
-#include "text/Text.h"
+#include "platform/files/FileSystem.h"
 #include "support/TemporaryFolder.h"
+#include "text/Text.h"
 
 namespace {
 

@@ -4,9 +4,9 @@
 
 #include "platform/files/Directories.h"
 #include "platform/files/NativePath.h"
-#include "text/Text.h"
 #include "support/TemporaryFolder.h"
 #include "support/TestProcess.h"
+#include "text/Text.h"
 
 /// Where modules and what they need are found, each time in a process of its own.
 namespace {

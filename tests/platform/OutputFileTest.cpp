@@ -4,8 +4,8 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/files/FileSystem.h"
 #include "platform/SystemHelpers.h"
+#include "platform/files/FileSystem.h"
 #include "support/TemporaryFolder.h"
 
 namespace {

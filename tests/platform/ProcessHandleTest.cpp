@@ -33,7 +33,7 @@ TEST(ProcessHandleTest, AnythingThatIsNotSignalledCountsAsRunning) {
 TEST(ProcessHandleTest, AnOwnerGivesItsHandleAway) {
     const OwnedHandle none;
     EXPECT_FALSE(none);
-    OwnedHandle first = platform::OpenOwnProcess();
+    OwnedHandle first = platform::OpenSelf();
     void* const handle = first.Get();
     OwnedHandle second = std::move(first);
     EXPECT_EQ(second.Get(), handle);

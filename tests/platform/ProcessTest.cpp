@@ -5,13 +5,13 @@
 #include <gtest/gtest.h>
 
 #include "platform/files/Directories.h"
-#include "platform/terminal/ErrorOutput.h"
 #include "platform/files/FileSystem.h"
 #include "platform/files/NativePath.h"
-#include "text/Text.h"
 #include "platform/processes/Waiting.h"
+#include "platform/terminal/ErrorOutput.h"
 #include "support/TemporaryFolder.h"
 #include "support/TestProcess.h"
+#include "text/Text.h"
 
 using platform::ErrorKind;
 using platform::OwnedHandle;
@@ -72,7 +72,7 @@ TEST(ProcessTest, TheExitCodeStaysUntilTheHandleIsClosed) {
 
 TEST(ProcessTest, ARunningProcessHasNoExitCode) {
     // It runs until this program ends.
-    const OwnedHandle own = platform::OpenOwnProcess();
+    const OwnedHandle own = platform::OpenSelf();
     ProcessStart start = TestProcess({L"wait-for", platform::InheritedHandleText(own.Get())});
     start.inherited = {own.Get()};
     OwnedHandle process;
@@ -182,7 +182,7 @@ TEST(ProcessTest, WhatCannotBeStartedSaysWhy) {
 TEST(ProcessTest, AChildGetsOnlyTheHandlesThatAreNamed) {
     // The child has handles of its own, with small numbers: the last of many has a number that is none of theirs.
     std::vector<OwnedHandle> many(300);
-    std::generate(many.begin(), many.end(), platform::OpenOwnProcess);
+    std::generate(many.begin(), many.end(), platform::OpenSelf);
     const OwnedHandle& own = many.back();
     ASSERT_TRUE(own);
     ProcessStart start = TestProcess({L"print-is-open", platform::InheritedHandleText(own.Get())});

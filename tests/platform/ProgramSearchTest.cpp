@@ -3,8 +3,8 @@
 #include <gtest/gtest.h>
 
 #include "platform/files/Directories.h"
-#include "platform/system/Environment.h"
 #include "platform/files/NativePath.h"
+#include "platform/system/Environment.h"
 #include "support/TestProcess.h"
 
 using platform::FindProgram;

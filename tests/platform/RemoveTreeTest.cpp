@@ -1,7 +1,7 @@
 #include <gtest/gtest.h>
 
-#include "platform/files/FileSystem.h"
 #include "platform/SystemHelpers.h"
+#include "platform/files/FileSystem.h"
 #include "support/TemporaryFolder.h"
 
 namespace {

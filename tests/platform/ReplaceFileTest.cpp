@@ -5,9 +5,9 @@
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
 
+#include "platform/SystemHelpers.h"
 #include "platform/files/FileSystem.h"
 #include "platform/files/FileSystemCalls.h"
-#include "platform/SystemHelpers.h"
 #include "support/TemporaryFolder.h"
 
 namespace {
@@ -127,7 +127,7 @@ TEST_F(ReplaceFileTest, WhatKilledWritersLeftIsRemovedAndNothingElse) {
     for (const wchar_t* const name : others) {
         WriteTextFile(folder / name, "kept");
     }
-    platform::RemoveLeftTemporaries(list);
+    platform::RemoveStaleTemporaries(list);
     EXPECT_THAT(Names(), testing::UnorderedElementsAreArray(others));
 }
 
@@ -135,7 +135,7 @@ TEST_F(ReplaceFileTest, TheLongestNamesCanBeReplacedToo) {
     const std::wstring longest = folder / std::wstring(255, L'n');
     EXPECT_FALSE(ReplaceFile(longest, "one"));
     EXPECT_EQ(ReadTextFile(longest), "one");
-    platform::RemoveLeftTemporaries(longest);
+    platform::RemoveStaleTemporaries(longest);
     EXPECT_EQ(Names().size(), 1U);
 }
 

@@ -2,10 +2,10 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/files/Directories.h"
 #include "CommonControllerLib/Export.h"
-#include "text/Text.h"
+#include "platform/files/Directories.h"
 #include "support/TemporaryFolder.h"
+#include "text/Text.h"
 
 // An export of the program itself, which a null module must not lead to.
 extern "C" CONTROLLER_API int ExportOfTheProgram();

@@ -1,12 +1,12 @@
 /// A host that starts one scenario through a function module and then waits until somebody ends it.
 /// Arguments: the module, the settings file, a file with the run request, a file to make when the scenario was started.
 
-#include "ControllerCSWrapper/ControllerCSWrapper.h"
-#include "services/Settings.h"
 #include "CommonControllerLib/FunctionManager.h"
+#include "ControllerCSWrapper/ControllerCSWrapper.h"
 #include "platform/files/FileSystem.h"
 #include "platform/processes/ProgramArguments.h"
 #include "platform/processes/Waiting.h"
+#include "services/Settings.h"
 
 int main(int count, char** values) {
     const std::vector<std::wstring> arguments = platform::ProgramArguments(count, values);

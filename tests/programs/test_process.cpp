@@ -6,16 +6,16 @@
 #include <string>
 #include <vector>
 
-#include "platform/terminal/Console.h"
 #include "platform/files/Directories.h"
-#include "platform/system/Environment.h"
 #include "platform/files/NativePath.h"
 #include "platform/processes/Process.h"
 #include "platform/processes/ProgramArguments.h"
-#include "platform/system/SharedLibrary.h"
-#include "text/Text.h"
 #include "platform/processes/Waiting.h"
+#include "platform/system/Environment.h"
+#include "platform/system/SharedLibrary.h"
+#include "platform/terminal/Console.h"
 #include "programs/StopRequests.h"
+#include "text/Text.h"
 
 namespace {
 
@@ -139,7 +139,7 @@ int WaitFor(const Arguments& arguments) {
 /// Starts a process that waits for the end of this one, and ends.
 int LeaveAWatcher(const Arguments& arguments) {
     const platform::OwnedHandle life = TakeLife(arguments, 0);
-    const platform::OwnedHandle own = platform::OpenOwnProcess();
+    const platform::OwnedHandle own = platform::OpenSelf();
     platform::ProcessStart watcher = Another({L"wait-for", platform::InheritedHandleText(own.Get())}, life.Get());
     watcher.inherited.push_back(own.Get());
     return StartOrSay(watcher) ? 0 : 1;
@@ -189,7 +189,7 @@ int LoadModule(const Arguments& arguments) {
 
 /// The same as our programs do, with the directories behind the module.
 int LoadModuleNarrowed(const Arguments& arguments) {
-    platform::NarrowModuleSearch();
+    platform::HardenLibrarySearch();
     platform::ProvideLibraries(arguments.at(0), {arguments.begin() + 1, arguments.end()});
     return LoadModule(arguments);
 }

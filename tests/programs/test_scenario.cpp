@@ -8,18 +8,18 @@
 
 #include "ControllerCSWrapper/ControllerCSWrapper.h"
 #include "formats/RunProtocol.h"
-#include "platform/terminal/Console.h"
 #include "platform/files/Directories.h"
-#include "platform/system/Environment.h"
 #include "platform/files/FileLock.h"
 #include "platform/files/FileSystem.h"
 #include "platform/files/NativePath.h"
 #include "platform/processes/Process.h"
 #include "platform/processes/ProgramArguments.h"
-#include "text/Text.h"
 #include "platform/processes/Waiting.h"
-#include "programs/Misdeeds.h"
+#include "platform/system/Environment.h"
+#include "platform/terminal/Console.h"
+#include "programs/BadBehaviours.h"
 #include "programs/StopRequests.h"
+#include "text/Text.h"
 
 namespace {
 
@@ -177,8 +177,8 @@ Steps UsualSteps() {
 const Steps& KnownSteps() {
     static const Steps steps = [] {
         Steps all = UsualSteps();
-        all.merge(CommonMisdeeds());
-        all.merge(SystemMisdeeds());
+        all.merge(CommonBadBehaviours());
+        all.merge(SystemBadBehaviours());
         return all;
     }();
     return steps;

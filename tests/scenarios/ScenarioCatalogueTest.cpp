@@ -1,7 +1,7 @@
 #include "CommonControllerLib/JobEntryManagerBase.h"
 
-#include "doubles/RecordingCompanion.h"
 #include "CommonControllerLib/FunctionManager.h"
+#include "doubles/RecordingCompanion.h"
 #include "engine/catalogue/ScenarioId.h"
 #include "support/TemporaryFolder.h"
 

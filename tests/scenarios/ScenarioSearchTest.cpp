@@ -1,7 +1,7 @@
 #include "engine/catalogue/ScenarioSearch.h"
 
-#include "platform/files/FileSystem.h"
 #include "platform/SystemHelpers.h"
+#include "platform/files/FileSystem.h"
 #include "support/TemporaryFolder.h"
 
 #include <gtest/gtest.h>

@@ -2,8 +2,8 @@
 
 #include "doubles/RecordingCompanion.h"
 #include "platform/files/NativePath.h"
-#include "text/Text.h"
 #include "support/TemporaryFolder.h"
+#include "text/Text.h"
 
 #include <gtest/gtest.h>
 

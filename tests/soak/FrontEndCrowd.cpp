@@ -1,8 +1,8 @@
 #include "FrontEndCrowd.h"
 
-#include "text/Text.h"
 #include "support/OtherProcesses.h"
 #include "support/TestProcess.h"
+#include "text/Text.h"
 
 #include <utility>
 

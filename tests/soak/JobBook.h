@@ -1,7 +1,7 @@
 #pragma once
 
-#include "JobKinds.h"
 #include "CommonControllerLib/JobRecords.h"
+#include "JobKinds.h"
 
 #include <cstddef>
 #include <functional>

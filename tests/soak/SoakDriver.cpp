@@ -1,11 +1,11 @@
 #include "SoakDriver.h"
 
-#include "HostFigures.h"
 #include "ControllerCSWrapper/ControllerCSWrapper.h"
+#include "HostFigures.h"
 #include "platform/files/NativePath.h"
-#include "text/Text.h"
 #include "platform/processes/Waiting.h"
 #include "support/OtherProcesses.h"
+#include "text/Text.h"
 
 #include <algorithm>
 #include <iterator>
@@ -59,7 +59,7 @@ const std::vector<SoakDriver::Action>& SoakDriver::Actions() {
 /// What the earlier front end was told is forgotten with it.
 void SoakDriver::ConnectAnew() {
     frontEnd.reset();
-    frontEnd = std::make_unique<FrontEnd>(place.meetingPlace);
+    frontEnd = std::make_unique<FrontEnd>(place.endpointName);
 }
 
 void SoakDriver::RunRound(std::size_t jobs) {

@@ -14,7 +14,7 @@
 
 /// What the driver needs to know of the host that it keeps busy.
 struct SoakPlace {
-    std::wstring meetingPlace;
+    std::wstring endpointName;
     void* host = nullptr;
     /// A scenario file for each kind of job stands in the host's scenario directory.
     std::wstring inputFile;

@@ -2,16 +2,16 @@
 /// the end than at the beginning. As a test of the build it is short; the environment makes it long: SOAK_MINUTES, and
 /// SOAK_SEED, which says what is drawn.
 
-#include "Flatness.h"
+#include "GrowthCheck.h"
 #include "HostProcessFixture.h"
-#include "Leavings.h"
+#include "Leaks.h"
 #include "SoakDriver.h"
 
-#include "platform/system/Environment.h"
 #include "platform/files/FileSystem.h"
 #include "platform/files/NativePath.h"
-#include "text/Text.h"
+#include "platform/system/Environment.h"
 #include "support/OtherProcesses.h"
+#include "text/Text.h"
 
 #include <chrono>
 #include <cstdio>
@@ -50,7 +50,7 @@ protected:
         WriteSettings(R"({"version":1,"workDirectory":"work","logFile":"controller.log","jobListFile":"job_list.json",)"
                       R"("scenarioDirectories":[{"path":"scenarios"}],"interpreters":{".rb":["test_scenario"]},)"
                       R"("cancelGraceSeconds":1,"scenarioLogLimitBytes":65536,"transmitterName":")" +
-                      text::ToUtf8(meetingPlace) + "\"}");
+                      text::ToUtf8(endpointName) + "\"}");
         for (const JobKind& kind : JobKinds()) {
             WriteTextFile(folder / (L"scenarios\\" + text::FromUtf8(kind.name) + L".rb"), kind.steps);
         }
@@ -67,7 +67,7 @@ protected:
             }
             return process;
         };
-        return {meetingPlace, host.Get(), folder / L"inputs.txt", folder / L"out", folder / L"jobs.json", frontEnd};
+        return {endpointName, host.Get(), folder / L"inputs.txt", folder / L"out", folder / L"jobs.json", frontEnd};
     }
 
     void RunRounds(SoakDriver& driver) {
@@ -156,7 +156,7 @@ TEST_F(SoakTest, ABusyHostStaysAsItIsAndLeavesNothingBehind) {
     Report(driver);
     ExpectNo(driver.Problems());
     ExpectNo(ReasonsNotFlat(SamplesAfterWarmUp(), Limits()));
-    ExpectNo(FindLeavings(folder.Path(), listed));
+    ExpectNo(FindLeaks(folder.Path(), listed));
     EXPECT_EQ(test_support::CountProcessesIn(folder.Path()), 0);
 }
 

@@ -1,14 +1,14 @@
-#include "ControllerCSWrapper/ControllerCSWrapper.h"
-#include "services/Settings.h"
-#include "doubles/ScriptedEngine.h"
-#include "CommonControllerLib/JobEntryManagerBase.h"
 #include "CommonControllerLib/FunctionManager.h"
+#include "CommonControllerLib/JobEntryManagerBase.h"
+#include "ControllerCSWrapper/ControllerCSWrapper.h"
+#include "doubles/ScriptedEngine.h"
 #include "modules/ModuleFiles.h"
-#include "stress/Crew.h"
+#include "services/Settings.h"
 #include "stress/JobLedger.h"
 #include "stress/Rounds.h"
 #include "stress/ScenarioProcesses.h"
 #include "stress/Tally.h"
+#include "stress/ThreadTeam.h"
 #include "support/Deadline.h"
 #include "support/TemporaryFolder.h"
 
@@ -107,14 +107,14 @@ EngineRound::EngineRound(std::uint32_t roundSeed, Tally& operationTally)
 }
 
 void EngineRound::Run() {
-    Crew running;
+    ThreadTeam running;
     running.Add([this] { processes.Live(*engine); });
-    Crew driving;
+    ThreadTeam driving;
     driving.AddEndless([this] { Execute(); });
     driving.AddEndless([this] { Poll(); });
     driving.AddEndless([this] { Poll(); });
     driving.AddEndless([this] { Watch(); });
-    Crew asking;
+    ThreadTeam asking;
     asking.AddEndless([this] { Cancel(true); });
     asking.AddEndless([this] { Cancel(true); });
     asking.AddEndless([this] { Cancel(false); });
@@ -123,7 +123,7 @@ void EngineRound::Run() {
     asking.AddEndless([this] { Delete(); });
     asking.AddEndless([this] { Query(); });
     asking.AddEndless([this] { FetchScenarios(); });
-    Crew enqueueing;
+    ThreadTeam enqueueing;
     enqueueing.Add([this] { Enqueue(1); });
     enqueueing.Add([this] { Enqueue(2); });
     enqueueing.Join();

@@ -1,9 +1,9 @@
-#include "transport/in_process/Line.h"
-#include "stress/Crew.h"
 #include "stress/NumberedEvents.h"
 #include "stress/Rounds.h"
 #include "stress/Tally.h"
+#include "stress/ThreadTeam.h"
 #include "support/Deadline.h"
+#include "transport/in_process/Line.h"
 
 #include <gtest/gtest.h>
 
@@ -87,10 +87,10 @@ LineRound::~LineRound() {
 }
 
 void LineRound::Run() {
-    Crew asking;
+    ThreadTeam asking;
     asking.AddEndless([this] { ChangeHandlers(); });
     asking.AddEndless([this] { JoinLate(); });
-    Crew sending;
+    ThreadTeam sending;
     for (std::uint32_t number = 0; number < frontEndCount; ++number) {
         sending.Add([this, number] { SendToEngine(number, Name(L"a", number)); });
         sending.Add([this, number] { SendToEngine(number, Name(L"b", number)); });

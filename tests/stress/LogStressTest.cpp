@@ -1,10 +1,10 @@
-#include "services/log/RotatingFile.h"
+#include "CommonControllerLib/ControllerLogManager.h"
 #include "platform/files/FileSystem.h"
 #include "services/ConsoleCapture.h"
-#include "stress/Crew.h"
+#include "services/log/RotatingFile.h"
 #include "stress/Rounds.h"
 #include "stress/Tally.h"
-#include "CommonControllerLib/ControllerLogManager.h"
+#include "stress/ThreadTeam.h"
 #include "support/Deadline.h"
 #include "support/TemporaryFolder.h"
 
@@ -98,11 +98,11 @@ public:
     LogRound& operator=(const LogRound&) = delete;
 
     void Run() {
-        Crew disturbing;
+        ThreadTeam disturbing;
         disturbing.AddEndless([this] { SetUpAnew(turn++); });
         disturbing.AddEndless([this] { SetUpAnew(turn++); });
         disturbing.AddEndless([this] { MoveAway(); });
-        Crew writing;
+        ThreadTeam writing;
         for (std::uint32_t writer = 0; writer < writerCount; ++writer) {
             writing.Add([this, writer] { Write(writer); });
         }
@@ -177,7 +177,7 @@ TEST(LogStressTest, ManyWhoRotateTheSameFileLoseNothing) {
         const TemporaryFolder folder;
         {
             std::mutex turn;
-            Crew processes; // as good as: each with a file of its own
+            ThreadTeam processes; // as good as: each with a file of its own
             for (std::uint32_t process = 0; process < writerCount; ++process) {
                 processes.Add([&folder, &turn, process] {
                     log_file::RotatingFile file({.bytes = 40'000, .files = 100});

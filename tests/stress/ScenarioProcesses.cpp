@@ -1,8 +1,8 @@
 #include "stress/ScenarioProcesses.h"
 
 #include "CommonControllerLib/JobEntryManagerBase.h"
-#include "platform/files/FileSystem.h"
 #include "CommonControllerLib/PathFuncs.h"
+#include "platform/files/FileSystem.h"
 
 #include <gtest/gtest.h>
 

@@ -1,7 +1,7 @@
 #pragma once
 
-#include "formats/RunProtocol.h"
 #include "doubles/ScriptedProcess.h"
+#include "formats/RunProtocol.h"
 #include "modules/RecordingModule.h"
 #include "stress/JobLedger.h"
 

@@ -1,11 +1,11 @@
-#include "transport/local_socket/ClientEnd.h"
-#include "transport/local_socket/EngineEnd.h"
-#include "local_socket/support/MeetingPlaces.h"
-#include "stress/Crew.h"
+#include "local_socket/support/EndpointNames.h"
 #include "stress/NumberedEvents.h"
 #include "stress/Rounds.h"
 #include "stress/Tally.h"
+#include "stress/ThreadTeam.h"
 #include "support/Deadline.h"
+#include "transport/local_socket/ClientEnd.h"
+#include "transport/local_socket/EngineEnd.h"
 
 #include <gtest/gtest.h>
 
@@ -77,12 +77,12 @@ private:
     void BreakOff(std::uint32_t frontEnd, std::uint32_t connection);
     void TryToTalk(std::uint32_t frontEnd, std::uint32_t connection);
     void Send(ClientEnd& client, const std::wstring& stream);
-    void TellAll();
+    void Broadcast();
     void ChangeHandlers();
     void Note(const std::wstring& line);
 
     Tally& tally;
-    const std::string place = NewMeetingPlace();
+    const std::string place = NewEndpointName();
     const Limits limits = PatientLimits();
     StreamCheck atEngine;
     Echo first{atEngine};
@@ -117,10 +117,10 @@ std::unique_ptr<ClientEnd> SocketRound::Client() {
 }
 
 void SocketRound::Run() {
-    Crew engineSide;
-    engineSide.AddEndless([this] { told < atEngine.Count() ? TellAll() : std::this_thread::yield(); });
+    ThreadTeam engineSide;
+    engineSide.AddEndless([this] { told < atEngine.Count() ? Broadcast() : std::this_thread::yield(); });
     engineSide.AddEndless([this] { ChangeHandlers(); });
-    Crew frontEnds;
+    ThreadTeam frontEnds;
     for (std::uint32_t frontEnd = 0; frontEnd < frontEndCount; ++frontEnd) {
         frontEnds.Add([this, frontEnd] {
             for (std::uint32_t connection = 0; connection < connectionsEach; ++connection) {
@@ -134,7 +134,7 @@ void SocketRound::Run() {
 
 void SocketRound::RunWithRestarts() {
     std::atomic<std::uint32_t> talking = frontEndCount;
-    Crew frontEnds;
+    ThreadTeam frontEnds;
     for (std::uint32_t frontEnd = 0; frontEnd < frontEndCount; ++frontEnd) {
         frontEnds.Add([this, frontEnd, &talking] {
             for (std::uint32_t connection = 0; connection < 4 * connectionsEach; ++connection) {
@@ -148,7 +148,7 @@ void SocketRound::RunWithRestarts() {
         while (talking > 0 && triesAtEngine.Count() < enough) {
             std::this_thread::yield();
         }
-        TellAll();
+        Broadcast();
         RestartEngine();
     }
 }
@@ -181,7 +181,7 @@ void SocketRound::Talk(std::uint32_t frontEnd, std::uint32_t connection) {
     client->AddEventHandler(L"echo", &echo);
     client->AddEventHandler(L"broadcast", &broadcast);
     {
-        Crew senders;
+        ThreadTeam senders;
         senders.Add([&] { Send(*client, stream + L"a"); });
         senders.Add([&] { Send(*client, stream + L"b"); });
     }
@@ -231,7 +231,7 @@ void SocketRound::Send(ClientEnd& client, const std::wstring& stream) {
 }
 
 /// As many as there are events: an acknowledgement waits behind every broadcast that a front end has not taken yet.
-void SocketRound::TellAll() {
+void SocketRound::Broadcast() {
     ++told;
     const std::uint32_t number = told;
     EXPECT_TRUE(engine->SendEvent(L"broadcast", NumberedEvent{L"all", number}.Payload()));

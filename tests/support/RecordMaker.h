@@ -4,9 +4,9 @@
 #include <functional>
 #include <string>
 
-#include "formats/RunProtocol.h"
 #include "CommonControllerLib/JobRecords.h"
 #include "CommonControllerLib/ScenarioRecords.h"
+#include "formats/RunProtocol.h"
 
 /// Records whose texts all come from one source.
 struct RecordMaker {

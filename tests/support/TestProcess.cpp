@@ -4,9 +4,9 @@
 
 #include "platform/files/Directories.h"
 #include "platform/files/NativePath.h"
-#include "text/Text.h"
 #include "platform/processes/Waiting.h"
 #include "support/Deadline.h"
+#include "text/Text.h"
 
 namespace test_support {
 namespace {

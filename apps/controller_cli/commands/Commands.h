@@ -3,7 +3,7 @@
 #include "controller_cli/CommandContext.h"
 #include "controller_cli/CommandFailure.h"
 #include "controller_cli/HostConnection.h"
-#include "controller_cli/LongCommandLine.h"
+#include "controller_cli/LongOptions.h"
 
 /// The long commands. Each writes its results to the console and throws `CommandFailure` when it cannot go on.
 namespace controller_cli::commands {

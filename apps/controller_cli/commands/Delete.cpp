@@ -11,12 +11,12 @@ namespace {
 
 /// What is left of jobs that were to be deleted, as the host lists them now: somebody else may have deleted one, or it
 /// has begun to run.
-JobBoard Leftover(HostSession& session, const std::vector<JobListInfo>& jobs,
+JobModel Leftover(HostSession& session, const std::vector<JobListInfo>& jobs,
                   const std::vector<std::wstring>& deleted) {
     const auto isDeleted = [&](const JobListInfo& job) {
         return std::find(deleted.begin(), deleted.end(), job.id) != deleted.end();
     };
-    return JobBoard(std::all_of(jobs.begin(), jobs.end(), isDeleted) ? std::vector<JobListInfo>()
+    return JobModel(std::all_of(jobs.begin(), jobs.end(), isDeleted) ? std::vector<JobListInfo>()
                                                                      : session.FetchJobs());
 }
 
@@ -25,11 +25,11 @@ JobBoard Leftover(HostSession& session, const std::vector<JobListInfo>& jobs,
 ExitCode Delete(CommandContext& context, const LongCommand& command) {
     HostSession session(context, StartOf(command));
     const std::vector<JobListInfo> jobs = SelectJobs(context, session.FetchJobs(), command.ids);
-    const JobBoard leftover = Leftover(session, jobs, session.Delete(IdsOf(jobs)));
+    const JobModel leftover = Leftover(session, jobs, session.Delete(IdsOf(jobs)));
     ExitCode exitCode = ExitCode::Success;
     for (const JobListInfo& job : jobs) {
         const std::wstring number = std::to_wstring(job.seqId);
-        if (const JobView* const view = leftover.Find(job.id)) {
+        if (const JobRow* const view = leftover.Find(job.id)) {
             const std::wstring status = StatusText(context.texts, view->job.status);
             context.console.WriteError(context.texts.Format(L"Errors/NotDeleted", {number, status}) + L"\n");
             exitCode = ExitCode::JobFailed;

@@ -8,7 +8,7 @@ namespace controller_cli::commands {
 
 ExitCode List(CommandContext& context, const LongCommand& command) {
     HostSession session(context, StartOf(command));
-    const JobBoard board(session.FetchJobs());
+    const JobModel board(session.FetchJobs());
     if (command.asJson) {
         context.console.Write(JobsJson(board.Views()));
     } else {

@@ -2,13 +2,13 @@
 
 #include <string>
 
-#include "formats/RunProtocol.h"
-#include "controller_cli/HostSession.h"
-#include "controller_cli/JobSelection.h"
-#include "controller_cli/JobView.h"
-#include "controller_cli/TerminalText.h"
-#include "platform/files/File.h"
 #include "CommonControllerLib/PathFuncs.h"
+#include "controller_cli/HostSession.h"
+#include "controller_cli/JobRow.h"
+#include "controller_cli/JobSelection.h"
+#include "controller_cli/TerminalText.h"
+#include "formats/RunProtocol.h"
+#include "platform/files/File.h"
 
 namespace controller_cli::commands {
 namespace {

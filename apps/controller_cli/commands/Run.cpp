@@ -4,10 +4,10 @@
 
 #include "ControllerCSWrapper/ControllerCSWrapper.h"
 #include "controller_cli/FileRoles.h"
-#include "controller_cli/FollowToEnd.h"
 #include "controller_cli/InputSets.h"
-#include "controller_cli/JobView.h"
+#include "controller_cli/JobRow.h"
 #include "controller_cli/Problems.h"
+#include "controller_cli/WaitForCompletion.h"
 #include "platform/files/FileSystem.h"
 #include "platform/files/NativePath.h"
 
@@ -58,11 +58,11 @@ JobListInfo DeletedJob(const JobIdInfo& id, const EnqueueJobsInfo& request, std:
 /// The jobs that were made, as the host lists them now.
 std::vector<JobListInfo> AcceptedJobs(HostSession& session, const EnqueueJobsInfo& request,
                                       const JobEnqueueResult& result) {
-    const JobBoard board(session.FetchJobs());
+    const JobModel board(session.FetchJobs());
     std::vector<JobListInfo> jobs;
     for (std::size_t i = 0; i < result.jobIds.size() && i < request.inputFileSets.size(); ++i) {
         if (!result.jobIds[i].id.empty()) {
-            const JobView* const view = board.Find(result.jobIds[i].id);
+            const JobRow* const view = board.Find(result.jobIds[i].id);
             jobs.push_back(view == nullptr ? DeletedJob(result.jobIds[i], request, i) : view->job);
         }
     }
@@ -99,7 +99,7 @@ ExitCode Run(CommandContext& context, const LongCommand& command) {
     if (jobs.empty() && !command.asJson) {
         return ExitCode::JobFailed;
     }
-    const ExitCode outcome = FollowToEnd(context, session, jobs, command.asJson);
+    const ExitCode outcome = WaitForCompletion(context, session, jobs, command.asJson);
     return isWhole ? outcome : ExitCode::JobFailed;
 }
 

@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-#include "controller_cli/FollowToEnd.h"
 #include "controller_cli/JobSelection.h"
+#include "controller_cli/WaitForCompletion.h"
 
 namespace controller_cli::commands {
 
@@ -12,7 +12,7 @@ ExitCode Wait(CommandContext& context, const LongCommand& command) {
     std::vector<JobListInfo> jobs = session.FetchJobs();
     const std::vector<std::wstring> ids = IdsOf(SelectJobs(context, jobs, command.ids));
     std::erase_if(jobs, [&](const JobListInfo& job) { return std::find(ids.begin(), ids.end(), job.id) == ids.end(); });
-    return FollowToEnd(context, session, jobs, command.asJson);
+    return WaitForCompletion(context, session, jobs, command.asJson);
 }
 
 } // namespace controller_cli::commands

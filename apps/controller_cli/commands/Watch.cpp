@@ -4,16 +4,16 @@
 #include <iterator>
 #include <set>
 
+#include "controller_cli/JobWatcher.h"
 #include "controller_cli/JsonOutput.h"
-#include "controller_cli/LiveJobs.h"
 #include "controller_cli/ProgressScreen.h"
 
 namespace controller_cli::commands {
 namespace {
 
-std::vector<std::wstring> IdsOfActive(const JobBoard& board) {
+std::vector<std::wstring> IdsOfActive(const JobModel& board) {
     std::vector<std::wstring> ids;
-    for (const JobView& view : board.Views()) {
+    for (const JobRow& view : board.Views()) {
         if (!HasEnded(view.job.status)) {
             ids.push_back(view.job.id);
         }
@@ -21,15 +21,15 @@ std::vector<std::wstring> IdsOfActive(const JobBoard& board) {
     return ids;
 }
 
-std::vector<JobView> ViewsOf(const JobBoard& board, const std::vector<std::wstring>& ids) {
+std::vector<JobRow> ViewsOf(const JobModel& board, const std::vector<std::wstring>& ids) {
     const std::set<std::wstring> wanted(ids.begin(), ids.end());
-    std::vector<JobView> views;
+    std::vector<JobRow> views;
     std::copy_if(board.Views().begin(), board.Views().end(), std::back_inserter(views),
-                 [&](const JobView& view) { return wanted.contains(view.job.id); });
+                 [&](const JobRow& view) { return wanted.contains(view.job.id); });
     return views;
 }
 
-[[noreturn]] void WatchScreen(CommandContext& context, LiveJobs& jobs) {
+[[noreturn]] void WatchScreen(CommandContext& context, JobWatcher& jobs) {
     ProgressScreen screen(context, jobs.Board());
     screen.Show(IdsOfActive(jobs.Board()));
     for (;;) {
@@ -38,7 +38,7 @@ std::vector<JobView> ViewsOf(const JobBoard& board, const std::vector<std::wstri
 }
 
 /// First all jobs, then those that change.
-[[noreturn]] void WatchAsJson(CommandContext& context, LiveJobs& jobs) {
+[[noreturn]] void WatchAsJson(CommandContext& context, JobWatcher& jobs) {
     context.console.Write(JobsJson(jobs.Board().Views()));
     for (;;) {
         const std::vector<std::wstring> changed = jobs.WaitForChanges();
@@ -53,7 +53,7 @@ std::vector<JobView> ViewsOf(const JobBoard& board, const std::vector<std::wstri
 ExitCode Watch(CommandContext& context, const LongCommand& command) {
     HostSession session(context, StartOf(command));
     try {
-        LiveJobs jobs(session);
+        JobWatcher jobs(session);
         if (command.asJson) {
             WatchAsJson(context, jobs);
         } else {

@@ -4,8 +4,8 @@
 
 #include "formats/RunProtocol.h"
 #include "platform/files/NativePath.h"
-#include "text/Text.h"
 #include "start_program.h"
+#include "text/Text.h"
 
 namespace {
 
@@ -31,8 +31,8 @@ long RunScenario(const std::wstring& input, std::wstring& output) {
         return failed;
     }
     std::string problem;
-    const std::uint64_t process = StartProgram(NativeUtf8(request.scenarioPath), text::ToUtf8(requestFile),
-                                               NativeUtf8(request.workDir), problem);
+    const std::uint64_t process =
+        StartProgram(NativeUtf8(request.scenarioPath), text::ToUtf8(requestFile), NativeUtf8(request.workDir), problem);
     if (process == 0) {
         output = L"The program " + platform::ToNativeText(request.scenarioPath) + L" cannot be started: " +
                  text::FromUtf8(problem) + L".";

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "transport/event_delivery/EventDelivery.h"
 #include "CommonControllerLib/EventTransmitter.h"
 #include "controller_plugins/EventTransmitterExtension.h"
+#include "transport/event_delivery/EventDelivery.h"
 
 #include <string>
 

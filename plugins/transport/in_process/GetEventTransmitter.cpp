@@ -1,6 +1,6 @@
+#include "CommonControllerLib/Export.h"
 #include "transport/in_process/Line.h"
 #include "transport/in_process/TransmitterId.h"
-#include "CommonControllerLib/Export.h"
 
 #include <cstdint>
 #include <exception>

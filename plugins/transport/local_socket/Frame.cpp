@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "transport/local_socket/TextEncoding.h"
+#include "transport/local_socket/Wtf8.h"
 
 namespace local_socket {
 namespace {

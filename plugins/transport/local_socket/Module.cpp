@@ -9,14 +9,14 @@
 #include <string>
 #include <utility>
 
+#include "CommonControllerLib/Export.h"
 #include "ControllerCSWrapper/ControllerCSWrapper.h"
-#include "services/ResponsePatience.h"
+#include "services/ResponseTimeout.h"
+#include "text/Text.h"
 #include "transport/local_socket/ClientEnd.h"
 #include "transport/local_socket/EngineEnd.h"
 #include "transport/local_socket/ProcessEnd.h"
 #include "transport/local_socket/TransmitterId.h"
-#include "CommonControllerLib/Export.h"
-#include "text/Text.h"
 
 namespace local_socket {
 namespace {
@@ -121,7 +121,7 @@ private:
 /// Never destroyed: other threads of the program may send events until the very end.
 Transmitters& TheTransmitters() {
     static Transmitters& transmitters = []() -> Transmitters& {
-        CallAtProcessEnd([] { TheTransmitters().Stop(); });
+        RegisterExitHandler([] { TheTransmitters().Stop(); });
         return *std::make_unique<Transmitters>().release();
     }();
     return transmitters;

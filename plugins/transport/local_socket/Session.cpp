@@ -50,7 +50,7 @@ std::wstring BusyReason(std::uint64_t served) {
 } // namespace
 
 Session::Session(Peer peerNumber, Role ownRole, Network& ownNetwork, std::unique_ptr<Channel> openChannel,
-                 const Limits& peerLimits, SessionOwner& sessionOwner)
+                 const Limits& peerLimits, SessionObserver& sessionOwner)
     : peer(peerNumber), role(ownRole), limits(peerLimits), owner(sessionOwner), channel(std::move(openChannel)),
       network(ownNetwork), deadline(ownNetwork.MakeTimer()) {}
 
@@ -61,7 +61,7 @@ void Session::Start() {
     if (role == Role::Front) {
         Send(std::make_shared<const std::string>(EncodeGreeting()));
     }
-    ReadOn();
+    ContinueRead();
 }
 
 Sending Session::Send(SharedFrame frame) {
@@ -75,7 +75,7 @@ Sending Session::Send(SharedFrame frame) {
     outgoing.push_back(std::move(frame));
     outgoingCost += cost;
     if (outgoing.size() == 1) {
-        WriteOn();
+        ContinueWrite();
     }
     return Sending::Queued;
 }
@@ -102,7 +102,7 @@ void Session::EventHandled(const Frame& event) {
     undelivered -= CostOf(event);
     if (isReadingPaused && !isClosed && undelivered <= limits.undeliveredBytes) {
         isReadingPaused = false;
-        ReadOn();
+        ContinueRead();
     }
 }
 
@@ -122,7 +122,7 @@ void Session::Close(const std::wstring& reason) {
     }
 }
 
-void Session::ReadOn() {
+void Session::ContinueRead() {
     WatchTheFrame();
     channel->Read(readBuffer.data(), readBuffer.size(),
                   [self = shared_from_this()](bool succeeded, std::size_t bytes) { self->OnRead(succeeded, bytes); });
@@ -148,7 +148,7 @@ void Session::OnRead(bool succeeded, std::size_t bytes) {
         isReadingPaused = true;
         deadline->Cancel();
     } else {
-        ReadOn();
+        ContinueRead();
     }
 }
 
@@ -237,7 +237,7 @@ void Session::WatchTheFrame() {
     });
 }
 
-void Session::WriteOn() {
+void Session::ContinueWrite() {
     const std::string& frame = *outgoing.front();
     const std::size_t size = std::min(frame.size() - writtenBytes, chunkBytes);
     channel->Write(frame.data() + writtenBytes, size, [self = shared_from_this()](bool succeeded, std::size_t bytes) {
@@ -262,7 +262,7 @@ void Session::OnWritten(bool succeeded, std::size_t bytes) {
         writtenBytes = 0;
     }
     if (!outgoing.empty()) {
-        WriteOn();
+        ContinueWrite();
     }
 }
 

@@ -9,17 +9,17 @@
 #include <memory>
 #include <string>
 
+#include "controller_plugins/EventTransmitterExtension.h"
 #include "transport/local_socket/Frame.h"
 #include "transport/local_socket/Limits.h"
 #include "transport/local_socket/Network.h"
-#include "controller_plugins/EventTransmitterExtension.h"
 
 namespace local_socket {
 
 class Session;
 
 /// Who is told what happens to a session. Called with the network's lock held.
-class SessionOwner {
+class SessionObserver {
 public:
     /// The peer has greeted: events may go to it, and come from it.
     virtual void OnGreeted(Session& session) = 0;
@@ -29,7 +29,7 @@ public:
     virtual void OnClosed(Session& session, const std::wstring& reason) = 0;
 
 protected:
-    ~SessionOwner() = default;
+    ~SessionObserver() = default;
 };
 
 /// What became of a frame to be sent.
@@ -57,7 +57,7 @@ public:
     enum class Role : std::int32_t { Front, Engine };
 
     Session(Peer peer, Role role, Network& network, std::unique_ptr<Channel> channel, const Limits& limits,
-            SessionOwner& owner);
+            SessionObserver& owner);
 
     /// Begins: greets (front end), reads, and gives the peer its time to greet.
     void Start();
@@ -79,7 +79,7 @@ public:
     /// `EncodeBusy` takes it.
     void TurnAway(std::uint64_t served);
 
-    /// Ends the session; `reason` as `SessionOwner::OnClosed` takes it.
+    /// Ends the session; `reason` as `SessionObserver::OnClosed` takes it.
     void Close(const std::wstring& reason);
 
     Peer Number() const { return peer; }
@@ -95,7 +95,7 @@ private:
         Settle settle;
     };
 
-    void ReadOn();
+    void ContinueRead();
     void OnRead(bool succeeded, std::size_t bytes);
     void Take(std::string_view bytes);
     void TakeFrame(Frame frame);
@@ -105,13 +105,13 @@ private:
     void Refuse(FrameRefusal refusal);
     void WatchTheFrame();
     void EndOf(EventNumber number, Outcome outcome);
-    void WriteOn();
+    void ContinueWrite();
     void OnWritten(bool succeeded, std::size_t bytes);
 
     const Peer peer;
     const Role role;
     const Limits limits;
-    SessionOwner& owner;
+    SessionObserver& owner;
     const std::unique_ptr<Channel> channel;
     Network& network;
     const std::unique_ptr<Timer> deadline;

@@ -5,8 +5,8 @@
 #include <optional>
 #include <utility>
 
-#include "transport/local_socket/TextEncoding.h"
 #include "text/Text.h"
+#include "transport/local_socket/Wtf8.h"
 
 namespace local_socket {
 namespace {
@@ -72,7 +72,7 @@ void SocketTransmitter::Run() {
 }
 
 std::shared_ptr<Session> SocketTransmitter::MakeSession(Session::Role role, std::unique_ptr<Channel> channel) {
-    SessionOwner& owner = *this;
+    SessionObserver& owner = *this;
     return std::make_shared<Session>(NextPeer(), role, *network, std::move(channel), limits, owner);
 }
 

@@ -6,17 +6,17 @@
 #include <thread>
 #include <utility>
 
+#include "CommonControllerLib/EventTransmitter.h"
+#include "controller_plugins/EventTransmitterExtension.h"
 #include "transport/event_delivery/EventDelivery.h"
 #include "transport/local_socket/Limits.h"
 #include "transport/local_socket/Network.h"
 #include "transport/local_socket/Session.h"
-#include "CommonControllerLib/EventTransmitter.h"
-#include "controller_plugins/EventTransmitterExtension.h"
 
 namespace local_socket {
 
 /// What both ends of the line have in common: a network with its thread, the handlers, and the thread they run on.
-class SocketTransmitter : public EventTransmitter, public EventTransmitterExtension, protected SessionOwner {
+class SocketTransmitter : public EventTransmitter, public EventTransmitterExtension, protected SessionObserver {
 public:
     SocketTransmitter(const SocketTransmitter&) = delete;
     SocketTransmitter& operator=(const SocketTransmitter&) = delete;

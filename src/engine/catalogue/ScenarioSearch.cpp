@@ -1,7 +1,7 @@
 #include "engine/catalogue/ScenarioSearch.h"
 
-#include "platform/files/FileSystem.h"
 #include "CommonControllerLib/PathFuncs.h"
+#include "platform/files/FileSystem.h"
 
 #include <algorithm>
 #include <cstddef>

@@ -1,9 +1,9 @@
 #pragma once
 
-#include "platform/system/Error.h"
 #include "CommonControllerLib/Export.h"
 #include "CommonControllerLib/ScenarioRecords.h"
 #include "engine/catalogue/ScenarioFile.h"
+#include "platform/system/Error.h"
 
 #include <string>
 #include <vector>

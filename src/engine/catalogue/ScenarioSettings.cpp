@@ -1,8 +1,8 @@
 #include "engine/catalogue/ScenarioSettings.h"
 
+#include "CommonControllerLib/ControllerLogManager.h"
 #include "platform/files/NativePath.h"
 #include "platform/files/ProfileFile.h"
-#include "CommonControllerLib/ControllerLogManager.h"
 #include "text/Numbers.h"
 
 #include <algorithm>

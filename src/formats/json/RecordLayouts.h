@@ -2,9 +2,9 @@
 
 #include <tuple>
 
-#include "formats/json/Layout.h"
 #include "CommonControllerLib/JobRecords.h"
 #include "CommonControllerLib/ScenarioRecords.h"
+#include "formats/json/Layout.h"
 
 /// How the controller's records stand in JSON: in the job list file, jobs files, messages and scenario manifests.
 namespace json {

@@ -9,8 +9,8 @@
 #include <type_traits>
 #include <vector>
 
-#include "formats/json/Layout.h"
 #include "CommonControllerLib/Export.h"
+#include "formats/json/Layout.h"
 
 /// Writing records as JSON in wide text, without blanks. Reading gives the same records back, whatever texts they hold.
 /// Any thread.

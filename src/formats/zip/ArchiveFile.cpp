@@ -1,6 +1,6 @@
 #include "formats/zip/ArchiveFile.h"
 
-#include "formats/zip/ZipProblem.h"
+#include "formats/zip/ZipError.h"
 
 namespace zip {
 

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "formats/zip/ZipProblem.h"
+#include "formats/zip/ZipError.h"
 
 #include <cstddef>
 #include <cstdint>

@@ -4,8 +4,8 @@
 #include <cstddef>
 #include <cstdint>
 
+#include "formats/zip/ZipError.h"
 #include "formats/zip/ZipName.h"
-#include "formats/zip/ZipProblem.h"
 
 namespace zip {
 namespace {
@@ -44,7 +44,7 @@ auto ForEntry(const Entry& entry, const Action& action) {
 }
 
 void CheckNames(const std::vector<Entry>& entries) {
-    NameRegister names;
+    NameSet names;
     for (const Entry& entry : entries) {
         ForEntry(entry, [&] { names.Add(entry.path); });
     }

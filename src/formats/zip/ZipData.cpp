@@ -8,7 +8,7 @@
 
 #include <zlib.h>
 
-#include "formats/zip/ZipProblem.h"
+#include "formats/zip/ZipError.h"
 
 namespace zip {
 namespace {

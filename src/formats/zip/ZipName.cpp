@@ -6,7 +6,7 @@
 #include <optional>
 #include <utility>
 
-#include "formats/zip/ZipProblem.h"
+#include "formats/zip/ZipError.h"
 #include "text/Text.h"
 
 namespace zip {
@@ -117,7 +117,7 @@ std::wstring CheckedName(std::string_view bytes) {
     return *name;
 }
 
-void NameRegister::Add(const std::wstring& name) {
+void NameSet::Add(const std::wstring& name) {
     const std::wstring path = WithoutSlashAtEnd(name);
     AddParents(path);
     const bool isFolder = name.ends_with(L'/');
@@ -137,7 +137,7 @@ void NameRegister::Add(const std::wstring& name) {
     }
 }
 
-void NameRegister::AddParents(const std::wstring& path) {
+void NameSet::AddParents(const std::wstring& path) {
     for (std::size_t end = path.find(L'/'); end != std::wstring::npos; end = path.find(L'/', end + 1)) {
         const std::wstring folder = path.substr(0, end);
         const Known& known = names.try_emplace(Lowered(folder), Known{folder, true, false}).first->second;

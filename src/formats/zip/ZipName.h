@@ -12,7 +12,7 @@ namespace zip {
 std::wstring CheckedName(std::string_view bytes);
 
 /// The names of one archive; each file or folder may appear once, and no two may differ in ASCII case alone.
-class NameRegister {
+class NameSet {
 public:
     /// Throws `Problem` when `name` (as `CheckedName` gives it) cannot stand beside those before it.
     void Add(const std::wstring& name);

@@ -3,8 +3,8 @@
 #include <utility>
 
 #include "formats/zip/ByteReader.h"
+#include "formats/zip/ZipError.h"
 #include "formats/zip/ZipName.h"
-#include "formats/zip/ZipProblem.h"
 #include "text/Text.h"
 
 namespace zip {
@@ -68,7 +68,7 @@ void CheckFlags(std::uint16_t flags) {
 struct CentralRecord {
     std::uint16_t flags = 0;
     std::uint16_t method = 0;
-    DataFacts facts;
+    EntrySizes facts;
     std::uint16_t disk = 0;
     std::uint32_t externalAttributes = 0;
     std::uint32_t localOffset = 0;
@@ -76,8 +76,8 @@ struct CentralRecord {
     std::string_view extraField;
 };
 
-DataFacts TakeFacts(ByteReader& reader) {
-    DataFacts facts;
+EntrySizes TakeFacts(ByteReader& reader) {
+    EntrySizes facts;
     facts.crc = reader.Take32();
     facts.compressedSize = reader.Take32();
     facts.size = reader.Take32();
@@ -178,7 +178,7 @@ bool Agrees(std::uint32_t local, std::uint32_t listed, const Entry& entry) {
     return local == listed || (local == 0 && entry.HasDataDescriptor());
 }
 
-bool Agree(const DataFacts& local, const Entry& entry) {
+bool Agree(const EntrySizes& local, const Entry& entry) {
     return Agrees(local.crc, entry.facts.crc, entry) &&
            Agrees(local.compressedSize, entry.facts.compressedSize, entry) &&
            Agrees(local.size, entry.facts.size, entry);
@@ -232,7 +232,7 @@ std::uint16_t CheckLocalHeader(std::string_view bytes, const Entry& entry) {
     const std::uint16_t flags = reader.Take16();
     const std::uint16_t method = reader.Take16();
     reader.Take32(); // time
-    const DataFacts facts = TakeFacts(reader);
+    const EntrySizes facts = TakeFacts(reader);
     const std::uint16_t nameLength = reader.Take16();
     const std::uint16_t extraLength = reader.Take16();
     if (flags != entry.flags || method != (entry.isDeflated ? methodDeflated : methodStored)) {

@@ -26,12 +26,12 @@ struct EndRecord {
 EndRecord ReadEndRecord(std::string_view lastBytes, std::uint64_t offset);
 
 /// What the data of an entry are, as said in three places.
-struct DataFacts {
+struct EntrySizes {
     std::uint32_t crc = 0;
     std::uint32_t compressedSize = 0;
     std::uint32_t size = 0;
 
-    bool operator==(const DataFacts&) const = default;
+    bool operator==(const EntrySizes&) const = default;
 };
 
 struct Entry {
@@ -41,7 +41,7 @@ struct Entry {
     std::wstring path;
     std::uint16_t flags = 0;
     bool isDeflated = false;
-    DataFacts facts;
+    EntrySizes facts;
     std::uint64_t localOffset = 0;
     /// Where the data begin; known once the local header was read.
     std::uint64_t dataOffset = 0;

@@ -110,7 +110,7 @@ Error ReadFile(const std::wstring& path, std::size_t limit, std::string& bytes) 
     return {};
 }
 
-Error ReadFileWhenFree(const std::wstring& path, std::size_t limit, std::string& bytes) {
+Error ReadFileRetrying(const std::wstring& path, std::size_t limit, std::string& bytes) {
     constexpr int retries = 200;
     constexpr std::chrono::milliseconds pause{1};
     Error error = ReadFile(path, limit, bytes);

@@ -77,18 +77,18 @@ Error ReadFile(const std::wstring& path, std::size_t limit, std::string& bytes);
 
 /// As `ReadFile`, for what is read only once: on Windows a file that others hold open without sharing it (virus
 /// scanners and backup programs do, for a moment) is tried 200 times more, 1 ms apart.
-Error ReadFileWhenFree(const std::wstring& path, std::size_t limit, std::string& bytes);
+Error ReadFileRetrying(const std::wstring& path, std::size_t limit, std::string& bytes);
 
 /// What a replaced file outlives: the end of the process that wrote it, or the end of the whole machine too. The latter
 /// waits for the disk.
-enum class Outlives { Process, Machine };
+enum class Durability { Unsynced, Synced };
 
 /// Makes `path` hold exactly `bytes`, all or nothing: a temporary file in the same folder, flushed to the disk where it
 /// is to outlive the machine, renamed over the target, which keeps its permissions on Linux; a link at `path` is
 /// replaced itself. After a power failure the old or the new content stands there. Missing parent folders are made, for
 /// the owner alone. On Windows a target held open by others is tried 200 times more, 1 ms apart. After a failure the
 /// old file is untouched and no temporary file is left.
-Error ReplaceFile(const std::wstring& path, std::string_view bytes, Outlives outlives = Outlives::Machine);
+Error ReplaceFile(const std::wstring& path, std::string_view bytes, Durability outlives = Durability::Synced);
 
 /// As `ReplaceFile`, and the file that stood there before is kept as `backupPath` (replacing an earlier one), at no
 /// moment leaving `path` without a whole file. Without an old file, just `ReplaceFile`.
@@ -96,7 +96,7 @@ Error ReplaceFileKeepingBackup(const std::wstring& path, std::string_view bytes,
 
 /// Removes the temporary files beside `path` that processes left which were killed while they replaced that file. Not
 /// while another may be replacing it.
-void RemoveLeftTemporaries(const std::wstring& path);
+void RemoveStaleTemporaries(const std::wstring& path);
 
 /// Creates or truncates a file and leaves it empty. Others may hold it open for reading and writing. A link (a hard one
 /// too), pipe or socket at `path` is replaced itself; a folder stays.

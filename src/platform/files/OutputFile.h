@@ -4,8 +4,8 @@
 #include <string>
 #include <string_view>
 
-#include "platform/system/Error.h"
 #include "platform/files/File.h"
+#include "platform/system/Error.h"
 
 namespace platform {
 

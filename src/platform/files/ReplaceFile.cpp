@@ -68,7 +68,7 @@ Error CreateWithParents(File& file, const std::wstring& path, const std::wstring
 }
 
 /// Writes a new file with the permissions of `model`.
-Error WriteNewFile(const std::wstring& path, const std::wstring& model, std::string_view bytes, Outlives outlives) {
+Error WriteNewFile(const std::wstring& path, const std::wstring& model, std::string_view bytes, Durability outlives) {
     fault_points::ReachFaultPoint(fault_points::FaultPoint::FileToBeCreated);
     File file;
     if (const Error error = CreateWithParents(file, path, model)) {
@@ -77,7 +77,7 @@ Error WriteNewFile(const std::wstring& path, const std::wstring& model, std::str
     fault_points::ReachFaultPoint(fault_points::FaultPoint::FileCreated);
     Error error = file.Write(bytes);
     fault_points::ReachFaultPoint(fault_points::FaultPoint::FileWritten);
-    if (!error && outlives == Outlives::Machine) {
+    if (!error && outlives == Durability::Synced) {
         error = file.Flush();
         fault_points::ReachFaultPoint(fault_points::FaultPoint::FileFlushed);
     }
@@ -87,7 +87,7 @@ Error WriteNewFile(const std::wstring& path, const std::wstring& model, std::str
 Error CopyToNewFile(const std::wstring& from, const std::wstring& to) {
     std::string bytes;
     const Error error = ReadFile(from, std::numeric_limits<std::size_t>::max() / 4, bytes);
-    return error ? error : WriteNewFile(to, from, bytes, Outlives::Machine);
+    return error ? error : WriteNewFile(to, from, bytes, Durability::Synced);
 }
 
 /// Makes `backupPath` a second name of the file at `path`; a copy where the volume has no links.
@@ -107,11 +107,11 @@ Error KeepAs(const std::wstring& path, const std::wstring& backupPath) {
 
 /// The folder is flushed for a name that is new in it: without, the whole file could be missing after a power failure.
 /// A name that was there before leads to a whole file, the old or the new one, in any case.
-Error MoveIntoPlace(const TemporaryName& temporary, const std::wstring& path, Outlives outlives) {
+Error MoveIntoPlace(const TemporaryName& temporary, const std::wstring& path, Durability outlives) {
     const bool isNew = !Exists(path);
     const Error error = RenameFile(temporary.Path(), path);
     fault_points::ReachFaultPoint(fault_points::FaultPoint::FileRenamed);
-    return error || !isNew || outlives == Outlives::Process ? error : FlushFolder(ParentFolder(path));
+    return error || !isNew || outlives == Durability::Unsynced ? error : FlushFolder(ParentFolder(path));
 }
 
 Error RequireFileName(const std::wstring& path) {
@@ -121,7 +121,7 @@ Error RequireFileName(const std::wstring& path) {
 
 } // namespace
 
-void RemoveLeftTemporaries(const std::wstring& path) {
+void RemoveStaleTemporaries(const std::wstring& path) {
     const std::wstring start = TemporaryStart(path);
     std::vector<FolderEntry> entries;
     // What cannot be listed or removed now is met again at the next start.
@@ -133,7 +133,7 @@ void RemoveLeftTemporaries(const std::wstring& path) {
     }
 }
 
-Error ReplaceFile(const std::wstring& path, std::string_view bytes, Outlives outlives) {
+Error ReplaceFile(const std::wstring& path, std::string_view bytes, Durability outlives) {
     if (const Error error = RequireFileName(path)) {
         return error;
     }
@@ -147,12 +147,12 @@ Error ReplaceFileKeepingBackup(const std::wstring& path, std::string_view bytes,
         return error;
     }
     const TemporaryName temporary(path);
-    if (const Error error = WriteNewFile(temporary.Path(), path, bytes, Outlives::Machine)) {
+    if (const Error error = WriteNewFile(temporary.Path(), path, bytes, Durability::Synced)) {
         return error;
     }
     const Error error = KeepAs(path, backupPath);
     const bool kept = !error || error.kind == ErrorKind::NotFound;
-    return kept ? MoveIntoPlace(temporary, path, Outlives::Machine) : error;
+    return kept ? MoveIntoPlace(temporary, path, Durability::Synced) : error;
 }
 
 } // namespace platform

@@ -2,8 +2,8 @@
 
 #include <cstdint>
 
-#include "platform/system/Error.h"
 #include "platform/processes/ProcessHandle.h"
+#include "platform/system/Error.h"
 
 /// Processes that other code inside this process has started, a function module for instance.
 namespace platform {

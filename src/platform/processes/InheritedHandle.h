@@ -4,6 +4,6 @@ namespace platform {
 
 /// Makes a handle that this process inherited its own: children of this process do not get it unasked. False when it is
 /// not an open handle.
-[[nodiscard]] bool KeepFromOwnChildren(void* handle);
+[[nodiscard]] bool SetCloseOnExec(void* handle);
 
 } // namespace platform

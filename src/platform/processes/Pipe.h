@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/system/Error.h"
 #include "platform/processes/ProcessHandle.h"
+#include "platform/system/Error.h"
 
 #include <cstddef>
 #include <string>

@@ -37,7 +37,7 @@ std::wstring InheritedHandleText(void* handle) {
 OwnedHandle TakeInheritedHandle(const std::wstring& text) {
     const std::optional<std::uintptr_t> number = ParseHexadecimal(text);
     void* const handle = reinterpret_cast<void*>(number.value_or(0));
-    return handle != nullptr && KeepFromOwnChildren(handle) ? OwnedHandle(handle) : OwnedHandle();
+    return handle != nullptr && SetCloseOnExec(handle) ? OwnedHandle(handle) : OwnedHandle();
 }
 
 } // namespace platform

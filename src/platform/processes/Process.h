@@ -6,8 +6,8 @@
 #include <utility>
 #include <vector>
 
-#include "platform/system/Error.h"
 #include "platform/processes/ProcessHandle.h"
+#include "platform/system/Error.h"
 
 namespace platform {
 
@@ -39,7 +39,7 @@ Error StartProcess(const ProcessStart& start, OwnedHandle& process);
 
 /// A handle to this very process that a child can inherit and wait for, to notice that its parent has ended by whatever
 /// means. Null when the system has none left.
-[[nodiscard]] OwnedHandle OpenOwnProcess();
+[[nodiscard]] OwnedHandle OpenSelf();
 
 /// How a child is told an inherited handle in an argument, and how it takes it from there: null when the text is not
 /// one or names no open handle. A handle can be taken once; the child's own children do not get it unasked.
@@ -48,7 +48,7 @@ std::wstring InheritedHandleText(void* handle);
 
 /// Asks a process to end, as its user would (SIGTERM), and wakes it up for that where it was stopped. On Windows there
 /// is no such way for a process without a window: nothing happens.
-void AskProcessToEnd(void* process);
+void RequestTermination(void* process);
 
 /// The exit code of a process that has ended: what it returned, or on Linux 128 + the signal that ended it. Nothing
 /// while it runs or when it cannot be told (on Linux: no child of this process). The answer stays until the handle is

@@ -22,7 +22,7 @@ ProcessIdentity OwnProcessIdentity();
 /// has its number now, or when it belongs to another user. Any thread.
 OwnedHandle OpenProcess(const ProcessIdentity& process);
 
-/// As `AskProcessToEnd` (see Process.h); false where the system has no way of asking.
+/// As `RequestTermination` (see Process.h); false where the system has no way of asking.
 bool AskOtherProcessToEnd(void* process);
 
 } // namespace platform

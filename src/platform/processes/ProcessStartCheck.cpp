@@ -14,7 +14,8 @@ bool IsCut(const std::wstring& text) {
 
 bool IsVariableRefused(const std::pair<std::wstring, std::optional<std::wstring>>& variable) {
     const auto& [name, value] = variable;
-    return name.empty() || IsCut(name) || name.find(L'=') != std::wstring::npos || IsCut(value.value_or(std::wstring()));
+    return name.empty() || IsCut(name) || name.find(L'=') != std::wstring::npos ||
+           IsCut(value.value_or(std::wstring()));
 }
 
 bool HasRefusedText(const ProcessStart& start) {

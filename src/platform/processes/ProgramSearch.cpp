@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-#include "platform/system/Environment.h"
 #include "platform/files/NativePath.h"
+#include "platform/system/Environment.h"
 
 namespace platform {
 namespace {

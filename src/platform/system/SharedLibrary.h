@@ -8,7 +8,7 @@ namespace platform {
 
 /// Loads a module and takes a reference on it, as the system does (`LoadLibraryW`, `dlopen`): a bare name, and the
 /// libraries that the module needs, are looked for where the system looks. Null when it cannot be loaded. A program
-/// that wants to look in fewer places hands over an absolute path and calls `NarrowModuleSearch`.
+/// that wants to look in fewer places hands over an absolute path and calls `HardenLibrarySearch`.
 [[nodiscard]] void* LoadModule(const std::wstring& path);
 
 /// Why a module cannot be loaded, in the system's words; empty when it can.
@@ -17,7 +17,7 @@ namespace platform {
 /// Makes the libraries that a module needs findable beside it and in `directories`, in this order; all paths are
 /// absolute. Called before the module is loaded. What is not found or not usable there is left to the system.
 ///
-/// On Windows these directories are searched from then on, in a program that has called `NarrowModuleSearch`, for
+/// On Windows these directories are searched from then on, in a program that has called `HardenLibrarySearch`, for
 /// whatever module. On Linux, where a process cannot change its search, those libraries are loaded at once, for good:
 /// the system then takes them for the module's, whose files say by name what they need.
 void ProvideLibraries(const std::wstring& module, const std::vector<std::wstring>& directories);
@@ -31,6 +31,6 @@ void FreeModule(void* module);
 
 /// From here on the system looks for libraries that anybody asks it for beside the program and among its own, no longer
 /// in the current folder and in PATH. Linux never looks in the current folder. Called first of all in a program.
-void NarrowModuleSearch();
+void HardenLibrarySearch();
 
 } // namespace platform

@@ -5,7 +5,7 @@
 #include <string>
 
 #include "platform/terminal/Console.h"
-#include "text/OneLine.h"
+#include "text/EscapeControls.h"
 #include "text/Text.h"
 
 namespace platform {

@@ -1,6 +1,6 @@
 #include "services/log/LogText.h"
 
-#include "text/OneLine.h"
+#include "text/EscapeControls.h"
 #include "text/Text.h"
 
 namespace log_file {

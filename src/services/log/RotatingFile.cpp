@@ -2,10 +2,10 @@
 
 #include <utility>
 
-#include "platform/terminal/Console.h"
 #include "platform/files/FileLock.h"
 #include "platform/files/NativePath.h"
-#include "text/OneLine.h"
+#include "platform/terminal/Console.h"
+#include "text/EscapeControls.h"
 #include "text/Text.h"
 
 namespace log_file {
@@ -140,9 +140,9 @@ void RotatingFile::ComplainOnce(const platform::Error& error) {
     if (std::exchange(complained, true)) {
         return;
     }
-    platform::WriteErrorOutput(
-        text::ToUtf8(L"The log file " + text::Escaped(platform::ToNativeText(currentPath)) +
-                         L" cannot be written: " + error.Text() + L". Messages are lost until it can be.\n"));
+    platform::WriteErrorOutput(text::ToUtf8(L"The log file " + text::Escaped(platform::ToNativeText(currentPath)) +
+                                            L" cannot be written: " + error.Text() +
+                                            L". Messages are lost until it can be.\n"));
 }
 
 } // namespace log_file

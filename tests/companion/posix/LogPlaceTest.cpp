@@ -5,16 +5,14 @@
 #include <unistd.h>
 
 #include "platform/files/NativePath.h"
-#include "text/Text.h"
 #include "support/TemporaryFolder.h"
+#include "text/Text.h"
 
 namespace {
 
 class LogPlaceTest : public testing::Test {
 protected:
-    std::string Native(const std::wstring& name) const {
-        return text::ToUtf8(platform::ToNativeText(folder / name));
-    }
+    std::string Native(const std::wstring& name) const { return text::ToUtf8(platform::ToNativeText(folder / name)); }
 
     const TemporaryFolder folder;
     log_file::RotatingFile file{{.bytes = 1000, .files = 3}};

@@ -5,11 +5,11 @@
 #include <gtest/gtest.h>
 #include <unistd.h>
 
-#include "services/Settings.h"
 #include "platform/files/FileSystem.h"
 #include "platform/files/NativePath.h"
-#include "text/Text.h"
+#include "services/Settings.h"
 #include "support/TemporaryFolder.h"
+#include "text/Text.h"
 
 namespace {
 

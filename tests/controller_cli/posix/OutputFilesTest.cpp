@@ -1,8 +1,8 @@
 #include "FrontEndFixture.h"
 
+#include "CommonControllerLib/ControllerLogManager.h"
 #include "formats/Messages.h"
 #include "platform/files/NativePath.h"
-#include "CommonControllerLib/ControllerLogManager.h"
 
 #include <unistd.h>
 

@@ -2,9 +2,9 @@
 #include "IdleFrontEnds.h"
 #include "Privileges.h"
 
-#include "services/Settings.h"
 #include "platform/files/NativePath.h"
 #include "platform/processes/Waiting.h"
+#include "services/Settings.h"
 #include "support/TestProcess.h"
 
 #include <chrono>
@@ -78,7 +78,7 @@ using ResourceLimitsTest_OpenFiles = WithoutOpenFiles<ResourceLimitsTest>;
 
 TEST_F(ResourceLimitsTest_OpenFiles, WithoutOpenFilesLeftJobsFailWithAReasonAndTheHostGoesOn) {
     StartHost();
-    FrontEnd frontEnd(meetingPlace);
+    FrontEnd frontEnd(endpointName);
     ExpectJobs(frontEnd, "exit 0", 1, JobStatus::Success);
     const std::wstring jobsFile = JobsFile("exit 0", 3);
     Limit(RLIMIT_NOFILE, standardStreams);
@@ -113,7 +113,7 @@ TEST_F(ResourceLimitsTest_OpenFiles, AHostThatMayOpenNoMoreTellsFrontEndsSoAndCa
         const OpenFilesLimit limit(few);
         StartHost();
     }
-    const IdleFrontEnds others(meetingPlace, few);
+    const IdleFrontEnds others(endpointName, few);
     const auto refused = test_support::RunToEnd(FrontEndProcess({L"--list"}, std::chrono::seconds(0)));
     EXPECT_EQ(refused.exitCode, 3);
     EXPECT_NE(refused.output.find("it is busy: the system gives it no more open files"), std::string::npos)
@@ -158,7 +158,7 @@ TEST_F(ResourceLimitsTest_OpenFiles, AHostThatMayOpenTooFewFilesSaysSoAndEnds) {
 
 TEST_F(ResourceLimitsTest, ALimitOnTheSizeOfFilesIsLikeAFullDisk) {
     StartHost();
-    FrontEnd frontEnd(meetingPlace);
+    FrontEnd frontEnd(endpointName);
     ExpectJobs(frontEnd, "exit 0", 1, JobStatus::Success);
     constexpr rlim_t smallerThanAnyList = 100;
     Limit(RLIMIT_FSIZE, smallerThanAnyList);
@@ -211,7 +211,7 @@ protected:
 
 TEST_F(ResourceLimitsTest_Processes, AJobWhoseRunnerCannotBeStartedHasFailedWithAReasonAndTheQueueGoesOn) {
     StartHost();
-    FrontEnd frontEnd(meetingPlace);
+    FrontEnd frontEnd(endpointName);
     Limit(RLIMIT_NPROC, 1);
     const std::vector<JobIdInfo> jobs = frontEnd.Enqueue(JobsFile("exit 0", 2));
     for (const JobIdInfo& job : jobs) {

@@ -37,7 +37,7 @@ using HeldFilesTest = FaultFixture;
 
 TEST_F(HeldFilesTest, AListThatIsHeldIsWrittenOnceItIsFree) {
     StartHost();
-    FrontEnd frontEnd(meetingPlace);
+    FrontEnd frontEnd(endpointName);
     ExpectJobs(frontEnd, "exit 0", 1, JobStatus::Success);
     Await("the saved list", [this] { return SavedJobs().at(0).status == JobStatus::Success; });
     HeldFile held(listFile);
@@ -77,7 +77,7 @@ TEST_F(HeldFilesTest, AResultThatIsHeldForAMomentIsRead) {
 
 TEST_F(HeldFilesTest, AJobIsDeletedThoughAFileInItsWorkDirectoryIsHeld) {
     StartHost();
-    FrontEnd frontEnd(meetingPlace);
+    FrontEnd frontEnd(endpointName);
     const std::wstring id = frontEnd.Enqueue(JobsFile("print hello\nexit 0")).at(0).id;
     frontEnd.AwaitStatus(id, JobStatus::Success);
     const HeldFile held(WorkDirOf(id) + L"\\scenario.log");
@@ -90,7 +90,7 @@ TEST_F(HeldFilesTest, ALogThatIsHeldLosesMessagesAndNoJob) {
     WriteTextFile(logFile, "");
     HeldFile held(logFile);
     StartHost();
-    FrontEnd frontEnd(meetingPlace);
+    FrontEnd frontEnd(endpointName);
     ExpectJobs(frontEnd, "exit 0", 2, JobStatus::Success);
     held.LetGo();
     Await("the log", [&] {

@@ -48,10 +48,10 @@ TEST_F(LostSocketTest, AHostThatEndsLeavesNeitherSocketNorLock) {
     const std::wstring socket = SocketPath();
     const std::wstring socketFolder = platform::ParentFolder(socket);
     ASSERT_TRUE(platform::Exists(socket));
-    FrontEnd(meetingPlace).Terminate();
+    FrontEnd(endpointName).Terminate();
     EXPECT_EQ(AwaitHostEnd(), 0);
     EXPECT_FALSE(platform::Exists(socket));
-    EXPECT_FALSE(platform::Exists(socketFolder + L"\\" + meetingPlace + L".lock"));
+    EXPECT_FALSE(platform::Exists(socketFolder + L"\\" + endpointName + L".lock"));
 }
 
 TEST_F(LostSocketTest, AFrontEndOfAnotherSessionIsToldOfTheHostAndCanEndIt) {

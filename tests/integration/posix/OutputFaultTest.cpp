@@ -1,8 +1,8 @@
 #include "HostProcessFixture.h"
 
 #include "platform/files/NativePath.h"
-#include "text/Text.h"
 #include "platform/processes/posix/DescriptorHandle.h"
+#include "text/Text.h"
 
 #include <optional>
 

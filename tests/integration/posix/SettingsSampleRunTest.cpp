@@ -3,8 +3,8 @@
 #include "SettingsSample.h"
 #include "platform/files/FileSystem.h"
 #include "platform/files/NativePath.h"
-#include "text/Text.h"
 #include "support/OtherProcesses.h"
+#include "text/Text.h"
 
 namespace {
 

@@ -39,7 +39,7 @@ public:
     std::string ReadUntil(const std::string& text) {
         const test_support::Deadline deadline("the output " + text);
         std::string all;
-        while (all.find(text) == std::string::npos && ReadOn(all)) {
+        while (all.find(text) == std::string::npos && ContinueRead(all)) {
         }
         return all;
     }
@@ -48,7 +48,7 @@ public:
     std::string ReadToEnd() {
         const test_support::Deadline deadline("the end of the output");
         std::string all;
-        while (ReadOn(all)) {
+        while (ContinueRead(all)) {
         }
         return all;
     }
@@ -62,7 +62,7 @@ public:
 
 private:
     /// False at the end, which is an error on Linux. The terminal has put a carriage return before each line end.
-    bool ReadOn(std::string& all) const {
+    bool ContinueRead(std::string& all) const {
         std::array<char, 4096> buffer;
         const ssize_t count = read(personSide, buffer.data(), buffer.size());
         all.append(buffer.data(), count > 0 ? static_cast<std::size_t>(count) : 0);

@@ -3,8 +3,8 @@
 #include "platform/files/FileSystem.h"
 #include "platform/files/NativePath.h"
 #include "platform/processes/ProcessHandle.h"
-#include "text/Text.h"
 #include "platform/processes/posix/DescriptorHandle.h"
+#include "text/Text.h"
 
 #include <cstring>
 #include <optional>

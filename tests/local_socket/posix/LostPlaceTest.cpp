@@ -7,7 +7,7 @@
 
 #include <gtest/gtest.h>
 
-#include "local_socket/support/MeetingPlaces.h"
+#include "local_socket/support/EndpointNames.h"
 #include "platform/files/FileSystem.h"
 #include "platform/files/NativePath.h"
 #include "platform/processes/Waiting.h"
@@ -43,7 +43,7 @@ protected:
         }
     }
 
-    const std::string name = NewMeetingPlace();
+    const std::string name = NewEndpointName();
     const std::unique_ptr<Network> engine = MakeLocalNetwork([](const std::wstring&) {});
     std::thread thread;
 };

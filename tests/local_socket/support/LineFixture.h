@@ -5,10 +5,10 @@
 
 #include <gtest/gtest.h>
 
+#include "local_socket/support/EndpointNames.h"
+#include "local_socket/support/Recording.h"
 #include "transport/local_socket/ClientEnd.h"
 #include "transport/local_socket/EngineEnd.h"
-#include "local_socket/support/MeetingPlaces.h"
-#include "local_socket/support/Recording.h"
 
 /// Both ends over the system's own sockets or pipes, in one process.
 class LineFixture : public testing::Test {
@@ -23,7 +23,7 @@ protected:
                                                          log.Function());
     }
 
-    const std::string place = NewMeetingPlace();
+    const std::string place = NewEndpointName();
     local_socket::Limits limits;
     RecordingLog log;
 };

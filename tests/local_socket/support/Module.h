@@ -5,7 +5,7 @@
 #include "CommonControllerLib/EventTransmitter.h"
 #include "controller_plugins/EventTransmitterExtension.h"
 
-/// Asks the real module, loaded on first use, for a transmitter. Its sockets stand where `NewMeetingPlace` says.
+/// Asks the real module, loaded on first use, for a transmitter. Its sockets stand where `NewEndpointName` says.
 EventTransmitter* TransmitterFromModule(const std::wstring& id);
 /// Its extension.
 EventTransmitterExtension* ExtensionFromModule(const std::wstring& id);

@@ -7,9 +7,9 @@
 #include <utility>
 #include <vector>
 
-#include "transport/local_socket/Network.h"
 #include "CommonControllerLib/EventTransmitter.h"
 #include "support/Deadline.h"
+#include "transport/local_socket/Network.h"
 
 /// Things that threads add and the test waits for.
 template <typename T>

@@ -28,7 +28,7 @@ protected:
     }
 };
 
-const std::vector<std::string>& Misdeeds() {
+const std::vector<std::string>& BadBehaviours() {
     static const std::vector<std::string> misdeeds = {"make named pipe NAME",          "make folder NAME",
                                                       "make sparse file NAME",         "make link NAME /dev/zero",
                                                       "make link NAME /proc/self/mem", "make link NAME NAME"};
@@ -46,9 +46,9 @@ std::string For(const std::string& name, std::string misdeed) {
 
 TEST_F(HostileReportsTest, WhateverStandsInThePlaceOfTheProgressDoesNoHarm) {
     StartHost();
-    FrontEnd frontEnd(meetingPlace);
+    FrontEnd frontEnd(endpointName);
     const long before = HostKibibytes();
-    for (const std::string& misdeed : Misdeeds()) {
+    for (const std::string& misdeed : BadBehaviours()) {
         const std::string steps = For("progress_info_list.json", misdeed) + "be ready\nwait for file go\nexit 0";
         const std::wstring id = frontEnd.Enqueue(JobsFile(steps)).at(0).id;
         frontEnd.AwaitStatus(id, JobStatus::Running);
@@ -63,8 +63,8 @@ TEST_F(HostileReportsTest, WhateverStandsInThePlaceOfTheProgressDoesNoHarm) {
 
 TEST_F(HostileReportsTest, WhateverStandsInThePlaceOfTheResultFailsTheJob) {
     StartHost();
-    FrontEnd frontEnd(meetingPlace);
-    for (const std::string& misdeed : Misdeeds()) {
+    FrontEnd frontEnd(endpointName);
+    for (const std::string& misdeed : BadBehaviours()) {
         RunJob(frontEnd, For("run_scenario_result.json", misdeed) + "exit 0", JobStatus::Failed);
     }
     RunJob(frontEnd, "exit 0", JobStatus::Success);
@@ -72,7 +72,7 @@ TEST_F(HostileReportsTest, WhateverStandsInThePlaceOfTheResultFailsTheJob) {
 
 TEST_F(HostileReportsTest, WhatAScenarioPutIntoTheFolderOfTheNextJobDoesNotCount) {
     StartHost();
-    FrontEnd frontEnd(meetingPlace);
+    FrontEnd frontEnd(endpointName);
     const auto jobs = frontEnd.Enqueue(JobsFile("wait for file go\nexit 3", 2));
     frontEnd.AwaitStatus(jobs.at(0).id, JobStatus::Running);
     WriteTextFile(WorkDirOf(jobs.at(1).id) + L"\\run_scenario_result.json",

@@ -1,8 +1,8 @@
 #include "ScenarioRunFixture.h"
 
+#include "platform/processes/Waiting.h"
 #include "platform/system/Environment.h"
 #include "text/Text.h"
-#include "platform/processes/Waiting.h"
 
 namespace {
 

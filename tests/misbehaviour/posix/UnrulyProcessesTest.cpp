@@ -3,7 +3,7 @@
 
 #include <chrono>
 
-#include "platform/processes/MarkedProcesses.h"
+#include "platform/processes/ProcessesByEnvironment.h"
 #include "platform/processes/Waiting.h"
 
 namespace {
@@ -12,7 +12,8 @@ class UnrulyProcessesTest : public ScenarioRunFixture {
 protected:
     /// How many of the scenario's processes were left, other than such as have cleared their environment.
     std::size_t EndLeftovers() const {
-        return platform::EndMarkedProcesses(run_protocol::runInfoVariable, {run_protocol::RunInfoPath(job.workDir)});
+        return platform::KillProcessesByEnvironment(run_protocol::runInfoVariable,
+                                                    {run_protocol::RunInfoPath(job.workDir)});
     }
 };
 

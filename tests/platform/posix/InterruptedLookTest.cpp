@@ -33,7 +33,7 @@ private:
 };
 
 TEST(InterruptedLookTest, ASignalIsNotTakenForTheEndOfAProcess) {
-    const platform::OwnedHandle self = platform::OpenOwnProcess();
+    const platform::OwnedHandle self = platform::OpenSelf();
     const ManySignals signals;
     int ended = 0;
     for (int look = 0; look < 10'000; ++look) {

@@ -3,10 +3,10 @@
 #include <gtest/gtest.h>
 #include <windows.h>
 
-#include "platform/files/Directories.h"
 #include "platform/SystemHelpers.h"
-#include "text/Text.h"
+#include "platform/files/Directories.h"
 #include "support/TemporaryFolder.h"
+#include "text/Text.h"
 
 /// What other libraries ask the system for by its bare name.
 TEST(NarrowedSearchTest, AfterNarrowingTheCurrentFolderIsNotSearched) {
@@ -17,7 +17,7 @@ TEST(NarrowedSearchTest, AfterNarrowingTheCurrentFolderIsNotSearched) {
     const HMODULE found = LoadLibraryW(L"of_the_current_folder.dll");
     ASSERT_NE(found, nullptr);
     FreeLibrary(found);
-    platform::NarrowModuleSearch();
+    platform::HardenLibrarySearch();
     EXPECT_EQ(LoadLibraryW(L"of_the_current_folder.dll"), nullptr);
     const HMODULE besideTheProgram = LoadLibraryW(text::FromUtf8(TEST_MODULE_FILE).c_str());
     EXPECT_NE(besideTheProgram, nullptr);

@@ -1,4 +1,4 @@
-#include "scenario_runner/Supervision.h"
+#include "scenario_runner/Supervisor.h"
 
 #include <algorithm>
 #include <cstddef>
@@ -9,8 +9,8 @@
 #include "support/TemporaryFolder.h"
 #include "support/TestProcess.h"
 
-using scenario_runner::RunnerPlan;
-using scenario_runner::Supervision;
+using scenario_runner::StopPolicy;
+using scenario_runner::Supervisor;
 
 namespace {
 
@@ -31,8 +31,8 @@ std::ptrdiff_t InstancesOfARun(platform::ProcessTree& tree, std::chrono::millise
     const std::vector<void*> owners;
     const platform::StopSignal stopSignal;
     WriteTextFile(workDir / L"killprocess", "");
-    Supervision supervision(tree, owners, workDir.Path(), stopSignal, watchAfter);
-    supervision.Run(RunnerPlan({}, std::chrono::steady_clock::now()));
+    Supervisor supervision(tree, owners, workDir.Path(), stopSignal, watchAfter);
+    supervision.Run(StopPolicy({}, std::chrono::steady_clock::now()));
     return InotifyInstances();
 }
 
@@ -52,7 +52,7 @@ TEST(FolderWatchUseTest, AScenarioThatHasEndedIsNotWatched) {
 }
 
 TEST(FolderWatchUseTest, AYoungRunIsNotWatched) {
-    EXPECT_EQ(InstancesOfARun(Supervision::timeWithoutWatch), 0);
+    EXPECT_EQ(InstancesOfARun(Supervisor::timeWithoutWatch), 0);
 }
 
 TEST(FolderWatchUseTest, AnOlderRunIsWatched) {

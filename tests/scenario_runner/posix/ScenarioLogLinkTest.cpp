@@ -5,8 +5,8 @@
 
 #include "platform/files/FileSystem.h"
 #include "platform/files/NativePath.h"
-#include "text/Text.h"
 #include "support/TemporaryFolder.h"
+#include "text/Text.h"
 
 TEST(ScenarioLogLinkTest, ALinkThatAScenarioPutsInPlaceOfItsLogIsNotWrittenThrough) {
     const TemporaryFolder folder;

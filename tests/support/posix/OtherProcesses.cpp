@@ -4,13 +4,13 @@
 #include <filesystem>
 #include <fstream>
 
-#include "platform/system/Clock.h"
-#include "platform/system/Environment.h"
-#include "platform/processes/MarkedProcesses.h"
+#include "platform/files/posix/SystemPath.h"
 #include "platform/processes/Process.h"
+#include "platform/processes/ProcessesByEnvironment.h"
 #include "platform/processes/posix/DescriptorHandle.h"
 #include "platform/processes/posix/ProcessDescriptor.h"
-#include "platform/files/posix/SystemPath.h"
+#include "platform/system/Clock.h"
+#include "platform/system/Environment.h"
 
 namespace test_support {
 namespace {
@@ -66,7 +66,7 @@ void KillProcess(void* process) {
 }
 
 void EndAllStarted() {
-    platform::EndMarkedProcesses(markVariable, {ownMark});
+    platform::KillProcessesByEnvironment(markVariable, {ownMark});
 }
 
 } // namespace test_support

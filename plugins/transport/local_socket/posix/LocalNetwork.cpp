@@ -7,12 +7,12 @@
 #include <fcntl.h>
 #include <sys/socket.h>
 
-#include "transport/local_socket/AsioNetwork.h"
-#include "transport/local_socket/Limits.h"
-#include "transport/local_socket/posix/MeetingPlace.h"
+#include "platform/processes/posix/DescriptorHandle.h"
 #include "platform/system/Error.h"
 #include "text/Text.h"
-#include "platform/processes/posix/DescriptorHandle.h"
+#include "transport/local_socket/AsioNetwork.h"
+#include "transport/local_socket/Limits.h"
+#include "transport/local_socket/posix/EndpointAddress.h"
 
 namespace local_socket {
 namespace {

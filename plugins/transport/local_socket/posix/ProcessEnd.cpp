@@ -6,7 +6,7 @@ namespace local_socket {
 
 /// Runs before the destructors of whatever stood before this module was loaded: handlers that a program holds in its
 /// static objects are still there.
-void CallAtProcessEnd(void (*stop)()) {
+void RegisterExitHandler(void (*stop)()) {
     std::atexit(stop);
 }
 

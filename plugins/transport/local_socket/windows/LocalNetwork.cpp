@@ -8,10 +8,10 @@
 
 #include <windows.h>
 
+#include "platform/system/Error.h"
 #include "transport/local_socket/AsioNetwork.h"
 #include "transport/local_socket/Limits.h"
-#include "transport/local_socket/windows/MeetingPlace.h"
-#include "platform/system/Error.h"
+#include "transport/local_socket/windows/EndpointAddress.h"
 
 namespace local_socket {
 namespace {

@@ -8,7 +8,7 @@ namespace local_socket {
 /// were: there is nothing to wait for, and what they had locked stays locked. So nothing is called; the transmitters
 /// and their threads live until the process does not. For the same reason the module must not be unloaded: it is
 /// pinned.
-void CallAtProcessEnd(void (*stop)()) {
+void RegisterExitHandler(void (*stop)()) {
     HMODULE module = nullptr;
     GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_PIN | GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS,
                        reinterpret_cast<LPCWSTR>(stop), &module);

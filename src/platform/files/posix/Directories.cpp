@@ -7,9 +7,9 @@
 #include <pwd.h>
 #include <unistd.h>
 
-#include "platform/system/Environment.h"
 #include "platform/files/NativePath.h"
 #include "platform/files/posix/SystemPath.h"
+#include "platform/system/Environment.h"
 
 namespace platform {
 namespace {

@@ -4,7 +4,7 @@
 
 namespace platform {
 
-void FailBeyondFileSizeLimit() {
+void IgnoreFileSizeSignal() {
     std::signal(SIGXFSZ, SIG_IGN);
 }
 

@@ -7,9 +7,9 @@
 #include <sys/stat.h>
 
 #include "platform/files/FileSystem.h"
-#include "text/Text.h"
-#include "platform/files/posix/FoldedOrder.h"
+#include "platform/files/posix/CaseInsensitiveOrder.h"
 #include "platform/files/posix/SystemPath.h"
+#include "text/Text.h"
 
 namespace platform {
 namespace {
@@ -60,8 +60,9 @@ Error ListFolder(const std::wstring& folder, std::vector<FolderEntry>& entries) 
     if (errno != 0) {
         return LastError();
     }
-    std::sort(found.begin(), found.end(),
-              [](const FolderEntry& left, const FolderEntry& right) { return ComesBefore(left.name, right.name); });
+    std::sort(found.begin(), found.end(), [](const FolderEntry& left, const FolderEntry& right) {
+        return CaseInsensitiveLess(left.name, right.name);
+    });
     std::move(found.begin(), found.end(), std::back_inserter(entries));
     return {};
 }

@@ -4,8 +4,8 @@
 
 #include <shlobj.h>
 
-#include "platform/system/Environment.h"
 #include "platform/files/NativePath.h"
+#include "platform/system/Environment.h"
 
 namespace platform {
 namespace {

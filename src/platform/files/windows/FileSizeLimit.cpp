@@ -2,6 +2,6 @@
 
 namespace platform {
 
-void FailBeyondFileSizeLimit() {}
+void IgnoreFileSizeSignal() {}
 
 } // namespace platform

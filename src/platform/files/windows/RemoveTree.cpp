@@ -5,9 +5,9 @@
 #include "fault_points/FaultPoint.h"
 #include "platform/files/FileSystem.h"
 #include "platform/files/PathRoot.h"
-#include "platform/processes/ProcessHandle.h"
 #include "platform/files/windows/FolderSearch.h"
 #include "platform/files/windows/SystemPath.h"
+#include "platform/processes/ProcessHandle.h"
 
 namespace platform {
 namespace {

@@ -116,7 +116,7 @@ bool ReapEnded(const std::function<void(const siginfo_t&)>& onReaped) {
     }
 }
 
-void EndDescendants(const std::function<void(const siginfo_t&)>& onReaped) {
+void KillDescendants(const std::function<void(const siginfo_t&)>& onReaped) {
     while (ReapEnded(onReaped) && EndAllOnce()) {
         WaitForOneToEnd();
     }

@@ -56,14 +56,14 @@ GuardedEnd Watch(pid_t worker, const HeldSignals& signals) {
             kill(worker, SIGTERM);
         }
     }
-    EndDescendants([](const siginfo_t&) {});
+    KillDescendants([](const siginfo_t&) {});
     return {ExitStatusOf(ended), ended.si_code != CLD_EXITED};
 }
 
 } // namespace
 
 GuardedEnd RunGuarded(const std::function<std::int32_t(void* guard)>& work) {
-    const OwnedHandle guard = OpenOwnProcess();
+    const OwnedHandle guard = OpenSelf();
     pid_t worker = -1;
     {
         const HeldSignals signals;

@@ -9,13 +9,13 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include "platform/terminal/ErrorOutput.h"
 #include "platform/processes/InheritedHandle.h"
-#include "text/Text.h"
 #include "platform/processes/posix/DescriptorHandle.h"
 #include "platform/processes/posix/ExitStatus.h"
 #include "platform/processes/posix/ProcessDescriptor.h"
 #include "platform/processes/posix/Spawn.h"
+#include "platform/terminal/ErrorOutput.h"
+#include "text/Text.h"
 
 namespace platform {
 namespace {
@@ -40,17 +40,17 @@ Error StartProcess(const ProcessStart& start, void* errorOutput, OwnedHandle& pr
     return Spawn(start, SpawnGroup::Parents, errorOutput, process);
 }
 
-OwnedHandle OpenOwnProcess() {
+OwnedHandle OpenSelf() {
     const int descriptor = AboveStandardStreams(OpenProcessDescriptor(getpid()));
     return descriptor < 0 ? OwnedHandle() : OwnedHandle(HandleOf(descriptor));
 }
 
-bool KeepFromOwnChildren(void* handle) {
+bool SetCloseOnExec(void* handle) {
     const int descriptor = DescriptorOf(handle);
     return descriptor >= 0 && fcntl(descriptor, F_SETFD, FD_CLOEXEC) == 0;
 }
 
-void AskProcessToEnd(void* process) {
+void RequestTermination(void* process) {
     for (const int signal : {SIGTERM, SIGCONT}) {
         pidfd_send_signal(DescriptorOf(process), signal, nullptr, 0);
     }

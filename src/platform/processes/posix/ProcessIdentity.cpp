@@ -64,7 +64,7 @@ OwnedHandle OpenProcess(const ProcessIdentity& process) {
 }
 
 bool AskOtherProcessToEnd(void* process) {
-    AskProcessToEnd(process);
+    RequestTermination(process);
     return true;
 }
 

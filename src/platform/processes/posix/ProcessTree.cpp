@@ -114,7 +114,7 @@ void ProcessTree::End() {
     }
     // The whole group at one moment, so that none of it can start another meanwhile; then those that left the group.
     kill(-state->number, SIGKILL);
-    EndDescendants([this](const siginfo_t& ended) { state->OnReaped(ended); });
+    KillDescendants([this](const siginfo_t& ended) { state->OnReaped(ended); });
 }
 
 } // namespace platform

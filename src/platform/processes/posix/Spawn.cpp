@@ -10,12 +10,12 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include "platform/files/posix/SystemPath.h"
 #include "platform/processes/ProcessStartCheck.h"
-#include "text/Text.h"
 #include "platform/processes/posix/DescriptorHandle.h"
 #include "platform/processes/posix/ProcessDescriptor.h"
 #include "platform/processes/posix/SpawnEnvironment.h"
-#include "platform/files/posix/SystemPath.h"
+#include "text/Text.h"
 
 namespace platform {
 namespace {

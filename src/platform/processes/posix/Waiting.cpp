@@ -12,8 +12,8 @@
 #include <sys/inotify.h>
 #include <unistd.h>
 
-#include "platform/processes/posix/DescriptorHandle.h"
 #include "platform/files/posix/SystemPath.h"
+#include "platform/processes/posix/DescriptorHandle.h"
 
 namespace platform {
 namespace {

@@ -5,10 +5,10 @@
 #include <windows.h>
 
 #include "platform/files/NativePath.h"
+#include "platform/files/windows/SystemPath.h"
 #include "platform/processes/ProcessStartCheck.h"
 #include "platform/processes/windows/CommandLine.h"
 #include "platform/processes/windows/EnvironmentBlock.h"
-#include "platform/files/windows/SystemPath.h"
 
 namespace platform {
 namespace {

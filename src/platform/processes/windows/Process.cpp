@@ -5,9 +5,9 @@
 
 #include <windows.h>
 
-#include "platform/terminal/ErrorOutput.h"
 #include "platform/processes/InheritedHandle.h"
 #include "platform/processes/windows/CreateProcess.h"
+#include "platform/terminal/ErrorOutput.h"
 
 namespace platform {
 
@@ -19,18 +19,18 @@ Error StartProcess(const ProcessStart& start, void* errorOutput, OwnedHandle& pr
     return CreateChild(start, nullptr, errorOutput, process);
 }
 
-OwnedHandle OpenOwnProcess() {
+OwnedHandle OpenSelf() {
     HANDLE handle = nullptr;
     DuplicateHandle(GetCurrentProcess(), GetCurrentProcess(), GetCurrentProcess(), &handle,
                     SYNCHRONIZE | PROCESS_QUERY_LIMITED_INFORMATION, TRUE, 0);
     return OwnedHandle(handle);
 }
 
-bool KeepFromOwnChildren(void* handle) {
+bool SetCloseOnExec(void* handle) {
     return SetHandleInformation(handle, HANDLE_FLAG_INHERIT, 0) != 0;
 }
 
-void AskProcessToEnd(void*) {}
+void RequestTermination(void*) {}
 
 std::optional<std::int32_t> ExitCode(void* process) {
     DWORD code = 0;

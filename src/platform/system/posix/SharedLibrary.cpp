@@ -8,9 +8,9 @@
 #include "platform/files/FileSystem.h"
 #include "platform/files/NativePath.h"
 #include "platform/files/PathRoot.h"
-#include "text/Text.h"
-#include "platform/system/posix/NeededLibraries.h"
 #include "platform/files/posix/SystemPath.h"
+#include "platform/system/posix/NeededLibraries.h"
+#include "text/Text.h"
 
 namespace platform {
 namespace {
@@ -83,6 +83,6 @@ void FreeModule(void* module) {
     }
 }
 
-void NarrowModuleSearch() {}
+void HardenLibrarySearch() {}
 
 } // namespace platform

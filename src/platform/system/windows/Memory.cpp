@@ -3,6 +3,6 @@
 namespace platform {
 
 /// The system's heap does so by itself.
-void GiveBackFreedMemory() {}
+void TrimHeapEagerly() {}
 
 } // namespace platform

@@ -2,10 +2,10 @@
 
 #include <windows.h>
 
-#include "platform/system/Error.h"
 #include "platform/files/NativePath.h"
 #include "platform/files/PathRoot.h"
 #include "platform/files/windows/SystemPath.h"
+#include "platform/system/Error.h"
 
 // An alias of FreeLibrary since the days of 16 bits.
 #undef FreeModule
@@ -63,7 +63,7 @@ void FreeModule(void* module) {
     }
 }
 
-void NarrowModuleSearch() {
+void HardenLibrarySearch() {
     SetDefaultDllDirectories(LOAD_LIBRARY_SEARCH_DEFAULT_DIRS);
 }
 

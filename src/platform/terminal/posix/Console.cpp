@@ -10,9 +10,9 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
+#include "platform/processes/posix/DescriptorHandle.h"
 #include "platform/system/Environment.h"
 #include "platform/terminal/WideOutput.h"
-#include "platform/processes/posix/DescriptorHandle.h"
 
 namespace platform {
 namespace {

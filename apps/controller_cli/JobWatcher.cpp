@@ -1,0 +1,47 @@
+#include "controller_cli/JobWatcher.h"
+
+#include <algorithm>
+
+namespace controller_cli {
+
+JobWatcher::JobWatcher(HostSession& hostSession)
+    : session(hostSession), followsAll(true), board(hostSession.FetchJobs()) {}
+
+JobWatcher::JobWatcher(HostSession& hostSession, const std::vector<JobListInfo>& jobs)
+    : session(hostSession), followsAll(false), board(jobs) {}
+
+bool JobWatcher::IsOfInterest(const JobStatusInfo& update) const {
+    if (followsAll) {
+        return true;
+    }
+    const JobRow* const view = board.Find(update.id);
+    return view != nullptr && !(update.status == deletedStatus && HasEnded(view->job.status));
+}
+
+bool JobWatcher::HaveAllEnded() const {
+    return std::all_of(board.Views().begin(), board.Views().end(),
+                       [](const JobRow& view) { return HasEnded(view.job.status); });
+}
+
+std::vector<std::wstring> JobWatcher::WaitForChanges(std::optional<std::chrono::milliseconds> interval) {
+    std::vector<std::wstring> changed;
+    bool hasNewJobs = false;
+    for (const JobStatusInfo& update : session.WaitForUpdates(interval)) {
+        if (!IsOfInterest(update)) {
+            continue;
+        }
+        if (board.Update(update) != nullptr) {
+            changed.push_back(update.id);
+        } else if (update.status != deletedStatus) {
+            hasNewJobs = true;
+        }
+    }
+    if (hasNewJobs) {
+        // A report does not say everything of a job that is new to the board.
+        const std::vector<std::wstring> renewed = board.Renew(session.FetchJobs());
+        changed.insert(changed.end(), renewed.begin(), renewed.end());
+    }
+    return changed;
+}
+
+} // namespace controller_cli

@@ -1,0 +1,102 @@
+#include "controller_cli/ShortOptionEnqueue.h"
+
+#include <optional>
+
+#include "controller_cli/FileRoles.h"
+#include "controller_cli/LogHint.h"
+#include "controller_cli/Problems.h"
+#include "formats/JobsFile.h"
+#include "platform/files/NativePath.h"
+
+namespace controller_cli {
+namespace {
+
+/// Tells on standard error what has become of requests that made no jobs, and makes the exit code of it.
+class Mishaps {
+public:
+    Mishaps(CommandContext& commandContext, const ShortOptionSession& letterSession, const std::wstring& jobsFileName)
+        : context(commandContext), session(letterSession), jobsFile(platform::ToNativeText(jobsFileName)) {}
+
+    void NoteAnswer(std::size_t index, const EnqueueJobsInfo& request, const std::vector<int>& seqIds) {
+        for (std::size_t set = 0; set < seqIds.size(); ++set) {
+            if (seqIds[set] < 0) {
+                NoteRefusal(index, set, request);
+            }
+        }
+    }
+
+    /// An answer without jobs is none: a request without input sets has no other.
+    void NoteNoAnswer(std::size_t index, const EnqueueJobsInfo& request) {
+        if (request.inputFileSets.empty()) {
+            NoteRefusal(index, std::nullopt, request);
+            return;
+        }
+        exitCode = ExitCode::NoHost;
+        if (IsTold()) {
+            WriteProblem(context,
+                         context.texts.Format(L"Errors/RequestNotAnswered", {jobsFile, MemberOf(index, std::nullopt)}));
+        }
+    }
+
+    /// The exit code of all.
+    ExitCode Finish() {
+        if (count > mostTold) {
+            WriteProblem(context, context.texts.Format(L"Refusals/More", {std::to_wstring(count - mostTold)}));
+        }
+        return exitCode;
+    }
+
+private:
+    static constexpr std::size_t mostTold = 20;
+
+    /// "line 4, column 23: EnqueueJobs[0].inputFileSets[1]"
+    std::wstring MemberOf(std::size_t index, std::optional<std::size_t> set) const {
+        const std::wstring place = jobs_file::PlaceOf(AbsolutePath(jobsFile), index, set);
+        return (place.empty() ? L"" : place + L": ") + L"EnqueueJobs[" + std::to_wstring(index) + L"]" +
+               (set ? L".inputFileSets[" + std::to_wstring(*set) + L"]" : L"");
+    }
+
+    void NoteRefusal(std::size_t index, std::optional<std::size_t> set, const EnqueueJobsInfo& request) {
+        if (exitCode == ExitCode::Success) {
+            exitCode = ExitCode::JobFailed;
+        }
+        if (!IsTold()) {
+            return;
+        }
+        const std::wstring told = session.RefusalReason(request, set.value_or(0));
+        const std::wstring reason = told.empty() ? context.texts.Get(L"Refusals/Unknown") + LogHint(context) : told;
+        WriteProblem(context, context.texts.Format(L"Refusals/Line", {jobsFile, MemberOf(index, set), reason}));
+    }
+
+    /// Counts one more; false when enough were told.
+    bool IsTold() { return ++count <= mostTold; }
+
+    CommandContext& context;
+    const ShortOptionSession& session;
+    std::wstring jobsFile;
+    std::size_t count = 0;
+    ExitCode exitCode = ExitCode::Success;
+};
+
+} // namespace
+
+ExitCode EnqueueRequests(CommandContext& context, ShortOptionSession& session, const std::wstring& jobsFile,
+                         std::vector<EnqueueJobsInfo>& requests, ShortOptionOutput& output) {
+    Mishaps mishaps(context, session, jobsFile);
+    // A line that is not open yet opens with the first request.
+    bool isHostGone = false;
+    for (std::size_t index = 0; index < requests.size(); ++index) {
+        std::vector<int> seqIds = {-1};
+        const bool isAnswered = !isHostGone && session.Presenter().EnqueueJobs(requests[index], seqIds);
+        isHostGone = !isAnswered && !session.IsConnected();
+        output.Write(CLIPresenter::CreateEnqueuedLines(seqIds));
+        if (isAnswered) {
+            mishaps.NoteAnswer(index, requests[index], seqIds);
+        } else {
+            mishaps.NoteNoAnswer(index, requests[index]);
+        }
+    }
+    return mishaps.Finish();
+}
+
+} // namespace controller_cli

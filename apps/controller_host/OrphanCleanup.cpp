@@ -1,0 +1,66 @@
+#include "controller_host/OrphanCleanup.h"
+
+#include <set>
+
+#include "CommonControllerLib/ControllerLogManager.h"
+#include "CommonControllerLib/PathFuncs.h"
+#include "ControllerCSWrapper/ControllerCSWrapper.h"
+#include "formats/RunProtocol.h"
+#include "platform/files/FileSystem.h"
+#include "platform/processes/ProcessesByEnvironment.h"
+
+namespace {
+
+bool IsActive(JobStatus status) {
+    return status == JobStatus::Running || status == JobStatus::Canceling;
+}
+
+void AskToStop(const JobListInfo& job) {
+    if (IsActive(job.status) && platform::IsFolder(job.workDir)) {
+        ControllerLogManager::WarnLog(L"Job: " + std::to_wstring(job.seqId) +
+                                      L" was left running by an earlier host; its scenario is asked to stop.");
+        // Where it cannot be made, the processes are ended all the same.
+        (void)platform::CreateEmptyFileIn(job.workDir, run_protocol::killFileName);
+    }
+}
+
+bool HasEndedWithoutResult(const JobStatusInfo& job) {
+    const bool hasEnded = job.status == JobStatus::Failed || job.status == JobStatus::Canceled;
+    return hasEnded && !platform::Exists(PathFuncs::Join(job.workDir, run_protocol::resultFileName));
+}
+
+/// `runs`: what the processes of each job have in their environment.
+void EndProcesses(const std::set<std::wstring>& runs) {
+    if (const std::size_t count = platform::KillProcessesByEnvironment(run_protocol::runInfoVariable, runs);
+        count > 0) {
+        ControllerLogManager::WarnLog(L"Processes of scenarios that had lost their runner were ended: " +
+                                      std::to_wstring(count));
+    }
+}
+
+} // namespace
+
+void StopOrphanCleanup(const std::wstring& jobListFile) {
+    std::vector<JobListInfo> jobs;
+    // A list that cannot be read has been reported by the engine and names no jobs.
+    (void)ControllerCSWrapper::ParseJobList(jobListFile, jobs);
+    std::set<std::wstring> runs;
+    for (const JobListInfo& job : jobs) {
+        AskToStop(job);
+        // Between the start of a process and the next writing of the list, its job is queued there.
+        if (IsActive(job.status) || job.status == JobStatus::Queued) {
+            runs.insert(run_protocol::RunInfoPath(job.workDir));
+        }
+    }
+    EndProcesses(runs);
+}
+
+void KillOrphans(const std::vector<JobStatusInfo>& jobs) {
+    std::set<std::wstring> runs;
+    for (const JobStatusInfo& job : jobs) {
+        if (HasEndedWithoutResult(job)) {
+            runs.insert(run_protocol::RunInfoPath(job.workDir));
+        }
+    }
+    EndProcesses(runs);
+}

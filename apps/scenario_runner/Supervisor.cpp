@@ -1,0 +1,115 @@
+#include "scenario_runner/Supervisor.h"
+
+#include <algorithm>
+
+#include "formats/RunProtocol.h"
+#include "platform/files/FileSystem.h"
+#include "platform/files/NativePath.h"
+
+namespace scenario_runner {
+namespace {
+
+using std::chrono::milliseconds;
+using std::chrono::steady_clock;
+
+/// For file systems that tell nobody of changes, network folders most of all.
+constexpr milliseconds slowLook{2000};
+/// While there is no folder watch yet. On Linux a request to stop mostly comes as a signal too, and wakes the wait.
+constexpr milliseconds quickLook{100};
+
+milliseconds TimeUntil(const std::optional<StopPolicy::Time>& deadline, milliseconds longest) {
+    if (!deadline) {
+        return longest;
+    }
+    const auto remaining = std::chrono::ceil<milliseconds>(*deadline - steady_clock::now());
+    return std::clamp(remaining, milliseconds(0), longest);
+}
+
+} // namespace
+
+Supervisor::Supervisor(platform::ProcessTree& watchedTree, const std::vector<void*>& watchedOwners,
+                       const std::wstring& workDir, const platform::StopSignal& signal, milliseconds watchAfter)
+    : tree(watchedTree), owners(watchedOwners), folder(workDir),
+      killFile(platform::ResolveAgainst(workDir, run_protocol::killFileName)),
+      watchFrom(steady_clock::now() + watchAfter), stopSignal(signal) {}
+
+RunEnding Supervisor::Run(StopPolicy plan) {
+    // The first look: somebody may have asked before the watch was there.
+    RunStep step = Look(plan);
+    while (step != RunStep::EndTree) {
+        if (step == RunStep::AskToStop) {
+            AskToStop();
+        }
+        WaitForNews(plan);
+        step = Look(plan);
+    }
+    tree.End();
+    return plan.Ending();
+}
+
+void Supervisor::WaitForNews(const StopPolicy& plan) {
+    std::vector<void*> handles = {tree.Root()};
+    handles.insert(handles.end(), owners.begin(), owners.end());
+    if (tree.Ended() != nullptr) {
+        handles.push_back(tree.Ended());
+    }
+    if (!plan.IsStopping()) {
+        handles.push_back(stopSignal.Handle());
+        if (watch && watch->Handle() != nullptr) {
+            handles.push_back(watch->Handle());
+        }
+    }
+    platform::WaitForAny(handles, TimeUntil(plan.Deadline(), LongestWait(plan)));
+}
+
+milliseconds Supervisor::LongestWait(const StopPolicy& plan) const {
+    return watch || plan.IsStopping() ? slowLook : quickLook;
+}
+
+void Supervisor::WatchFolder(const StopPolicy& plan) {
+    if (watch) {
+        watch->Rearm();
+    } else if (!plan.IsStopping() && steady_clock::now() >= watchFrom) {
+        watch.emplace(folder);
+    }
+}
+
+RunStep Supervisor::Look(StopPolicy& plan) {
+    tree.Tidy();
+    if (!platform::IsProcessRunning(tree.Root())) {
+        return OnScenarioEnded(plan);
+    }
+    if (HasLostOwner()) {
+        return plan.OnHostEnded();
+    }
+    // Before the look at the file: what changes from here on ends the next wait.
+    WatchFolder(plan);
+    return IsStopRequested() ? plan.OnStopRequested(steady_clock::now()) : plan.OnTime(steady_clock::now());
+}
+
+RunStep Supervisor::OnScenarioEnded(StopPolicy& plan) const {
+    // A scenario may heed a request sooner than it is seen here.
+    if (IsStopRequested()) {
+        plan.OnStopRequested(steady_clock::now());
+    }
+    return plan.OnScenarioEnded();
+}
+
+bool Supervisor::HasLostOwner() const {
+    return !std::all_of(owners.begin(), owners.end(), platform::IsProcessRunning);
+}
+
+bool Supervisor::IsStopRequested() const {
+    return !platform::IsProcessRunning(stopSignal.Handle()) || platform::Exists(killFile) || platform::IsLink(killFile);
+}
+
+void Supervisor::AskToStop() {
+    // Scenarios look for the file; whoever asked in another way, or the time limit, did not make it.
+    if (!platform::Exists(killFile)) {
+        // Without the file there is still the signal, and the end after the time of grace.
+        (void)platform::CreateEmptyFile(killFile);
+    }
+    tree.AskToStop();
+}
+
+} // namespace scenario_runner

@@ -1,0 +1,302 @@
+#include "transport/local_socket/posix/EndpointAddress.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <cstring>
+#include <string_view>
+#include <utility>
+#include <vector>
+
+#include <fcntl.h>
+#include <sys/socket.h>
+#include <sys/stat.h>
+#include <sys/time.h>
+#include <sys/un.h>
+#include <unistd.h>
+
+#include "platform/files/FileSystem.h"
+#include "platform/processes/posix/DescriptorHandle.h"
+#include "platform/system/Environment.h"
+#include "platform/system/Error.h"
+#include "platform/system/Sleep.h"
+#include "text/Text.h"
+
+namespace local_socket {
+namespace {
+
+constexpr mode_t permissionBits = 07777;
+
+std::wstring Failure(const std::wstring& what, const std::string& path, const std::wstring& why) {
+    return what + L" " + text::FromUtf8(path) + L": " + why;
+}
+
+std::wstring SystemFailure(const std::wstring& what, const std::string& path) {
+    return Failure(what, path, platform::LastError().Text());
+}
+
+std::string OwnSocketFolder() {
+    std::optional<std::string> runtimeFolder;
+    if (const std::optional<std::wstring> value = platform::GetEnvironment(L"XDG_RUNTIME_DIR")) {
+        runtimeFolder = text::ToUtf8(*value);
+    }
+    return SocketFolder(runtimeFolder, geteuid());
+}
+
+constexpr std::string_view socketEnding = ".socket";
+constexpr std::string_view lockEnding = ".lock";
+
+std::string FolderOf(const std::string& path) {
+    return path.substr(0, path.rfind('/'));
+}
+
+std::string LockBeside(const std::string& socketPath) {
+    return socketPath.substr(0, socketPath.size() - socketEnding.size()).append(lockEnding);
+}
+
+/// Empty when the path is too long for a socket.
+std::optional<sockaddr_un> AddressOf(const std::string& path) {
+    sockaddr_un address{};
+    if (path.size() >= sizeof(address.sun_path)) {
+        return std::nullopt;
+    }
+    address.sun_family = AF_UNIX;
+    std::memcpy(address.sun_path, path.data(), path.size());
+    return address;
+}
+
+std::wstring TooLong(const std::string& path) {
+    return Failure(L"the socket", path,
+                   L"the path has " + std::to_wstring(path.size()) + L" bytes, at most " +
+                       std::to_wstring(sizeof(sockaddr_un{}.sun_path) - 1) +
+                       L" are possible; use a shorter name or a shorter XDG_RUNTIME_DIR");
+}
+
+platform::OwnedHandle NewSocket(int flags) {
+    const int descriptor = ::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC | flags, 0);
+    return descriptor < 0 ? platform::OwnedHandle() : platform::OwnedHandle(platform::HandleOf(descriptor));
+}
+
+/// The socket calls take every kind of address by a pointer to the general one.
+const sockaddr* General(const sockaddr_un& address) {
+    return reinterpret_cast<const sockaddr*>(&address);
+}
+
+std::wstring BindAndListen(int socket, const sockaddr_un& address, const std::string& path) {
+    if (::bind(socket, General(address), sizeof(address)) != 0) {
+        return SystemFailure(L"cannot make the socket", path);
+    }
+    if (::chmod(path.c_str(), 0600) != 0 || ::listen(socket, SOMAXCONN) != 0) {
+        return SystemFailure(L"cannot listen on the socket", path);
+    }
+    return {};
+}
+
+/// Only with the place's lock held: then whoever made the socket is dead.
+std::wstring RemoveStaleSocket(const std::string& path) {
+    struct stat status {};
+    if (::lstat(path.c_str(), &status) != 0) {
+        return {};
+    }
+    if (!S_ISSOCK(status.st_mode)) {
+        return Failure(L"cannot make the socket", path, L"something that is no socket stands there; remove it");
+    }
+    return ::unlink(path.c_str()) == 0 ? std::wstring() : SystemFailure(L"cannot replace the socket", path);
+}
+
+/// Only with the place's lock held.
+OpenedSocket MakeSocket(const std::string& path, const sockaddr_un& address) {
+    if (std::wstring failure = RemoveStaleSocket(path); !failure.empty()) {
+        return {{}, std::move(failure)};
+    }
+    platform::OwnedHandle socket = NewSocket(SOCK_NONBLOCK);
+    if (!socket) {
+        return {{}, SystemFailure(L"cannot make the socket", path)};
+    }
+    std::wstring failure = BindAndListen(platform::DescriptorOf(socket.Get()), address, path);
+    return {failure.empty() ? std::move(socket) : platform::OwnedHandle(), std::move(failure)};
+}
+
+/// The sockets and locks of engines that were killed. Whoever takes such a place in the same moment tries again.
+void RemoveDeadEngines(const std::string& folder) {
+    std::vector<platform::FolderEntry> entries;
+    // What cannot be listed stays for the next engine.
+    (void)platform::ListFolder(text::FromUtf8(folder), entries);
+    for (const platform::FolderEntry& entry : entries) {
+        const std::string path = folder + "/" + text::ToUtf8(entry.name);
+        platform::FileLock lock;
+        if (path.ends_with(socketEnding) && !lock.Take(text::FromUtf8(LockBeside(path)))) {
+            RemoveStaleSocket(path);
+            lock.Remove();
+        }
+    }
+}
+
+/// No limit of 0: that would be none.
+bool LimitSending(int socket, std::chrono::milliseconds patience) {
+    const std::chrono::microseconds limit = std::max(patience, std::chrono::milliseconds(1));
+    const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(limit);
+    const timeval time{seconds.count(), (limit - seconds).count()};
+    return ::setsockopt(socket, SOL_SOCKET, SO_SNDTIMEO, &time, sizeof(time)) == 0;
+}
+
+/// Takes a socket that waits, because only such a one waits for room with the engine; from then on it waits no more.
+bool ConnectWithin(std::chrono::milliseconds patience, int socket, const sockaddr_un& address) {
+    if (!LimitSending(socket, patience)) {
+        return false;
+    }
+    int result = 0;
+    do {
+        result = ::connect(socket, General(address), sizeof(address));
+    } while (result != 0 && errno == EINTR);
+    return result == 0 && ::fcntl(socket, F_SETFL, O_NONBLOCK) == 0;
+}
+
+OpenedSocket ConnectFailure(const std::string& path) {
+    if (errno == ENOENT || errno == ECONNREFUSED) {
+        return {};
+    }
+    if (errno == EAGAIN) {
+        return {{},
+                Failure(L"the socket", path, L"the engine there is busy and takes no front ends; try again later"),
+                true};
+    }
+    return {{}, SystemFailure(L"the socket", path)};
+}
+
+} // namespace
+
+std::string SocketFolder(const std::optional<std::string>& runtimeFolder, uid_t user) {
+    struct stat status {};
+    const bool isThere = runtimeFolder && !runtimeFolder->empty() && runtimeFolder->front() == '/' &&
+                         ::lstat(runtimeFolder->c_str(), &status) == 0;
+    if (isThere && S_ISDIR(status.st_mode) && status.st_uid == user && (status.st_mode & (S_IWGRP | S_IWOTH)) == 0) {
+        return *runtimeFolder + "/common_controller";
+    }
+    return "/tmp/common_controller-" + std::to_string(user);
+}
+
+std::wstring CheckSocketFolder(const std::string& folder, bool create) {
+    if (create && ::mkdir(folder.c_str(), 0700) != 0 && errno != EEXIST) {
+        return SystemFailure(L"cannot make the folder", folder);
+    }
+    struct stat status {};
+    if (::lstat(folder.c_str(), &status) != 0) {
+        return errno == ENOENT ? std::wstring() : SystemFailure(L"cannot look at the folder", folder);
+    }
+    if (!S_ISDIR(status.st_mode)) {
+        return Failure(L"will not use", folder, L"it is no folder (or a link to one); remove it");
+    }
+    if (status.st_uid != geteuid()) {
+        return Failure(L"will not use the folder", folder, L"it belongs to another user");
+    }
+    if ((status.st_mode & permissionBits) != 0700) {
+        return Failure(L"will not use the folder", folder, L"others may have access to it; set its mode to 0700");
+    }
+    return {};
+}
+
+std::string SocketPathOf(const std::string& name) {
+    return OwnSocketFolder() + "/" + name + std::string(socketEnding);
+}
+
+OpenedSocket ListeningPlace::Take(const std::string& placeName) {
+    name = placeName;
+    OpenedSocket opened = TakeAt(SocketPathOf(name));
+    if (opened.socket) {
+        RemoveDeadEngines(FolderOf(socketPath));
+    }
+    return opened;
+}
+
+OpenedSocket ListeningPlace::TakeAgainIfLost() {
+    const std::string path = SocketPathOf(name);
+    return IsTaken(path) ? OpenedSocket() : TakeAt(path);
+}
+
+void ListeningPlace::Leave() {
+    if (socketFile && platform::IdentityOf(text::FromUtf8(socketPath)) == socketFile) {
+        ::unlink(socketPath.c_str());
+    }
+    socketFile.reset();
+    lock.Remove();
+}
+
+bool ListeningPlace::IsTaken(const std::string& path) const {
+    return path == socketPath && lock.IsInPlace() && socketFile &&
+           platform::IdentityOf(text::FromUtf8(socketPath)) == socketFile;
+}
+
+/// Another engine's place that is only being tidied up is free again at once.
+std::wstring ListeningPlace::TakeLock(const std::string& lockPath, platform::FileLock& taken) {
+    constexpr int attempts = 10;
+    constexpr std::chrono::milliseconds pause{10};
+    platform::Error error = taken.Take(text::FromUtf8(lockPath));
+    for (int attempt = 1; attempt < attempts && error.kind == platform::ErrorKind::InUse; ++attempt) {
+        platform::SleepFor(pause);
+        error = taken.Take(text::FromUtf8(lockPath));
+    }
+    if (error) {
+        const bool isTaken = error.kind == platform::ErrorKind::InUse;
+        return Failure(L"cannot lock", lockPath, isTaken ? L"another engine listens there" : error.Text());
+    }
+    return {};
+}
+
+/// What was taken before is given up only once the new socket listens.
+OpenedSocket ListeningPlace::TakeAt(const std::string& path) {
+    const std::optional<sockaddr_un> address = AddressOf(path);
+    if (!address) {
+        return {{}, TooLong(path)};
+    }
+    if (std::wstring failure = CheckSocketFolder(FolderOf(path), true); !failure.empty()) {
+        return {{}, std::move(failure)};
+    }
+    platform::FileLock taken;
+    const bool hasLock = path == socketPath && lock.IsInPlace();
+    if (std::wstring failure = hasLock ? std::wstring() : TakeLock(LockBeside(path), taken); !failure.empty()) {
+        return {{}, std::move(failure)};
+    }
+    OpenedSocket opened = MakeSocket(path, *address);
+    if (!opened.socket) {
+        taken.Remove();
+        return opened;
+    }
+    if (!hasLock) {
+        Leave();
+        lock = std::move(taken);
+    }
+    socketPath = path;
+    socketFile = platform::IdentityOf(text::FromUtf8(path));
+    return opened;
+}
+
+OpenedSocket ConnectTo(const std::string& name, std::chrono::milliseconds patience) {
+    const std::string path = SocketPathOf(name);
+    const std::optional<sockaddr_un> address = AddressOf(path);
+    if (!address) {
+        return {{}, TooLong(path)};
+    }
+    if (std::wstring failure = CheckSocketFolder(FolderOf(path), false); !failure.empty()) {
+        return {{}, std::move(failure)};
+    }
+    platform::OwnedHandle socket = NewSocket(0);
+    if (!socket) {
+        return {{}, SystemFailure(L"cannot make a socket for", path)};
+    }
+    const int descriptor = platform::DescriptorOf(socket.Get());
+    if (!ConnectWithin(patience, descriptor, *address)) {
+        return ConnectFailure(path);
+    }
+    if (!IsSameUser(descriptor)) {
+        return {{}, Failure(L"will not talk to the engine at", path, L"it belongs to another user")};
+    }
+    return {std::move(socket), {}};
+}
+
+bool IsSameUser(int socket) {
+    ucred peer{};
+    socklen_t size = sizeof(peer);
+    return ::getsockopt(socket, SOL_SOCKET, SO_PEERCRED, &peer, &size) == 0 && peer.uid == geteuid();
+}
+
+} // namespace local_socket

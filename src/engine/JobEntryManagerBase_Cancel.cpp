@@ -1,0 +1,93 @@
+#include "CommonControllerLib/JobEntryManagerBase.h"
+
+#include "CommonControllerLib/ControllerLogManager.h"
+#include "CommonControllerLib/PathFuncs.h"
+#include "engine/ModuleCall.h"
+#include "engine/RequestedJobs.h"
+#include "fault_points/FaultPoint.h"
+#include "platform/files/FileSystem.h"
+
+#include <thread>
+
+bool JobEntry::OnCancelJob() {
+    ControllerLogManager::DebugLog(L"Create killprocess for Job: " + numbers::DecimalText(info.seqId));
+    // Without a reason to tell: the job may just have ended and lost its folder.
+    (void)platform::CreateEmptyFile(PathFuncs::Join(info.workDir, L"killprocess"));
+    fault_points::ReachFaultPoint(fault_points::FaultPoint::KillFileMade);
+    return true;
+}
+
+bool JobEntryManagerBase::CancelJobs(std::vector<std::wstring>& ids, std::vector<JobStatusInfo>& cancelled,
+                                     bool waitForCanceled) {
+    WaitList waitList;
+    {
+        const std::lock_guard lock(mutex);
+        std::set<std::wstring> requested(ids.begin(), ids.end());
+        for (const auto& job : jobList) {
+            if (TakeRequested(*job, requested)) {
+                CancelJob(job, cancelled, waitList);
+            }
+        }
+    }
+    while (waitForCanceled && !waitList.empty()) {
+        {
+            const std::lock_guard lock(mutex);
+            std::erase_if(waitList, [](const auto& job) { return job->GetStatus() != JobStatus::Canceling; });
+        }
+        // A mutex need not be fair: without this, who polls meanwhile may wait for it for many milliseconds.
+        std::this_thread::yield();
+    }
+    if (!cancelled.empty()) {
+        const std::lock_guard lock(mutex);
+        fault_points::ReachFaultPoint(fault_points::FaultPoint::CancelsDone);
+        UpdateJobList();
+        fault_points::ReachFaultPoint(fault_points::FaultPoint::CancelsListed);
+    }
+    return true;
+}
+
+void JobEntryManagerBase::CancelJob(const std::shared_ptr<JobEntry>& job, std::vector<JobStatusInfo>& cancelled,
+                                    WaitList& waitList) {
+    if (job->GetStatus() == JobStatus::Queued) {
+        job->ChangeStatus(JobStatus::Dequeued);
+        cancelled.push_back(job->GetJobStatusInfo());
+    } else if (job->GetStatus() == JobStatus::Running) {
+        CancelRunningJob(job, cancelled, waitList);
+    }
+}
+
+/// The job is asked to stop in two ways, and each that was taken is reported: a job whose module took the request is
+/// reported twice.
+void JobEntryManagerBase::CancelRunningJob(const std::shared_ptr<JobEntry>& job, std::vector<JobStatusInfo>& cancelled,
+                                           WaitList& waitList) {
+    const auto report = [&] {
+        cancelled.push_back(job->GetJobStatusInfo());
+        waitList.push_back(job);
+    };
+    job->ChangeStatus(JobStatus::Canceling);
+    fault_points::ReachFaultPoint(fault_points::FaultPoint::CancelStatusChanged);
+    std::wstring answer;
+    const std::string activity = "cancelled Job: " + std::to_string(job->GetSeqId());
+    if (CallModule(*functionManager, "CancelScenario", job->GetId(), answer, nullptr, activity) == 0) {
+        report();
+    }
+    fault_points::ReachFaultPoint(fault_points::FaultPoint::CancelModuleCalled);
+    if (job->OnCancelJob()) {
+        report();
+    }
+}
+
+bool JobEntryManagerBase::CancelAllJobs(std::vector<JobStatusInfo>& cancelled, bool waitForCanceled) {
+    ControllerLogManager::DebugLog(std::string("Cancel all jobs"));
+    std::vector<std::wstring> ids;
+    for (const auto& job : jobList) {
+        ids.push_back(job->GetId());
+    }
+    return CancelJobs(ids, cancelled, waitForCanceled);
+}
+
+void JobEntryManagerBase::Terminate() {
+    std::wstring answer;
+    // A module without that function has nothing to end.
+    (void)CallModule(*functionManager, "Terminate", L"", answer, nullptr, "terminated");
+}

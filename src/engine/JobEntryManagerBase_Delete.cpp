@@ -1,0 +1,68 @@
+#include "CommonControllerLib/JobEntryManagerBase.h"
+
+#include "CommonControllerLib/ControllerLogManager.h"
+#include "ControllerCSWrapper/ControllerCSWrapper.h"
+#include "engine/JobStates.h"
+#include "engine/RequestedJobs.h"
+#include "fault_points/FaultPoint.h"
+#include "text/Numbers.h"
+
+#include <iterator>
+
+namespace {
+
+/// An active job is never deleted, and what named it stays requested.
+bool TakeDeletable(JobEntry& job, std::set<std::wstring>& requested) {
+    return !IsActive(job.GetStatus()) && TakeRequested(job, requested);
+}
+
+/// The path is the text up to its first U+0000. A folder that stays behind is no reason to keep the job.
+void RemoveWorkDirectory(const std::wstring& workDir) {
+    try {
+        (void)ControllerCSWrapper::RemoveJobWorkDirectory(workDir.substr(0, workDir.find(L'\0')));
+    } catch (...) {
+        return;
+    }
+}
+
+} // namespace
+
+bool JobEntryManagerBase::DeleteJobs(std::vector<std::wstring>& ids, std::vector<std::wstring>& deleted) {
+    const std::lock_guard lock(mutex);
+    std::set<std::wstring> requested(ids.begin(), ids.end());
+    for (auto position = jobList.begin(); position != jobList.end();) {
+        position = TakeDeletable(**position, requested) ? DeleteJob(position) : std::next(position);
+    }
+    for (const std::wstring& id : ids) {
+        // What is still there named no job, or one that is active.
+        if (requested.erase(id) == 0) {
+            deleted.push_back(id);
+        }
+    }
+    if (!deleted.empty()) {
+        fault_points::ReachFaultPoint(fault_points::FaultPoint::DeletionsDone);
+        UpdateJobList();
+        fault_points::ReachFaultPoint(fault_points::FaultPoint::DeletionsListed);
+        RestartNumbering();
+    }
+    return true;
+}
+
+JobEntryManagerBase::JobPosition JobEntryManagerBase::DeleteJob(JobPosition position) {
+    if (nextJob == position) {
+        ++nextJob;
+    }
+    const JobEntry& job = **position;
+    fault_points::ReachFaultPoint(fault_points::FaultPoint::DeletionBegun);
+    RemoveWorkDirectory(job.GetWorkDir());
+    fault_points::ReachFaultPoint(fault_points::FaultPoint::WorkDirectoryRemoved);
+    ControllerLogManager::DebugLog(L"Job: " + numbers::DecimalText(job.GetSeqId()) + L" is deleted");
+    return jobList.erase(position);
+}
+
+void JobEntryManagerBase::RestartNumbering() {
+    if (jobList.empty()) {
+        nextSeqId = 1;
+        ControllerLogManager::DebugLog(L"Reset sequence ID");
+    }
+}

@@ -1,0 +1,151 @@
+#include "CommonControllerLib/JobEntryManagerBase.h"
+
+#include "CommonControllerLib/ControllerLogManager.h"
+#include "CommonControllerLib/PathFuncs.h"
+#include "ControllerCSWrapper/ControllerCSWrapper.h"
+#include "fault_points/FaultPoint.h"
+#include "platform/files/FileSystem.h"
+#include "platform/system/Clock.h"
+#include "support/PathPieces.h"
+#include "text/Numbers.h"
+
+#include <algorithm>
+#include <cstddef>
+#include <iterator>
+
+namespace {
+
+void LogNotFound(const std::wstring& what, const std::wstring& name) {
+    ControllerLogManager::ErrorLog(what + L": " + name + L" is not found");
+}
+
+void PrepareResult(const EnqueueJobsInfo& request, JobEnqueueResult& result) {
+    result.requestId = request.requestId;
+    result.jobIds.resize(request.inputFileSets.size());
+    result.inputSetResults.resize(request.inputFileSets.size());
+}
+
+/// What every job of a request has in common besides its scenario.
+void CopyRequest(const EnqueueJobsInfo& request, JobListInfo& record) {
+    record.runArgument = request.runArgument;
+    record.extraText = request.extraText;
+    record.outputDir = request.useTimeStampFolder
+                           ? PathFuncs::Join(request.outputDir, platform::LocalStamp(platform::Now()))
+                           : request.outputDir;
+}
+
+bool CanRun(const EnqueueJobsInfo& request, const JobListInfo& record) {
+    if (!platform::Exists(record.scenario.path)) {
+        LogNotFound(L"Scenario", record.scenario.path);
+        return false;
+    }
+    if (request.outputDir.empty()) {
+        ControllerLogManager::ErrorLog(L"OutputDir: Path is not set");
+        return false;
+    }
+    return true;
+}
+
+/// True when a job can be made of an input set: it has files, and all exist. Only a missing file is worth a line.
+bool IsUsable(const std::vector<std::wstring>& inputFiles) {
+    const auto missing = std::find_if_not(inputFiles.begin(), inputFiles.end(), platform::Exists);
+    if (missing != inputFiles.end()) {
+        LogNotFound(L"Input", *missing);
+        return false;
+    }
+    return !inputFiles.empty();
+}
+
+/// One line for every input set; a rejected one shows up with the number 0.
+void LogAdded(const std::vector<JobIdInfo>& jobIds) {
+    for (const JobIdInfo& job : jobIds) {
+        ControllerLogManager::Log(L"Job: " + numbers::DecimalText(job.seqId) + L" is added");
+    }
+}
+
+} // namespace
+
+bool JobEntryManagerBase::EnqueueJob(EnqueueJobsInfo& request, JobEnqueueResult& result) {
+    const std::lock_guard lock(mutex);
+    PrepareResult(request, result);
+    JobListInfo record{};
+    std::wstring scenarioDir = scenarioDirectories.empty() ? L"" : scenarioDirectories.front().path;
+    if (!ResolveScenario(request.scenario, record.scenario, scenarioDir)) {
+        return false;
+    }
+    CopyRequest(request, record);
+    workDirectory = ControllerCSWrapper::GetWorkDirectory();
+    if (!CanRun(request, record)) {
+        return false;
+    }
+    AppendJobs(request, record, scenarioDir, result);
+    LogAdded(result.jobIds);
+    fault_points::ReachFaultPoint(fault_points::FaultPoint::JobsAppended);
+    UpdateJobList();
+    fault_points::ReachFaultPoint(fault_points::FaultPoint::JobsListed);
+    return true;
+}
+
+bool JobEntryManagerBase::ResolveScenario(const ScenarioInfo& requested, ScenarioInfo& scenario,
+                                          std::wstring& scenarioDir) {
+    const auto catalogued = scenarioMap.find(requested.id);
+    if (catalogued != scenarioMap.end()) {
+        scenario = catalogued->second;
+        return true;
+    }
+    scenario = requested;
+    std::wstring file;
+    if (!FindSceanrioFile(requested.id, file)) {
+        LogNotFound(L"Scenario", requested.id);
+        return false;
+    }
+    const PathPieces pieces = SplitPath(file);
+    scenarioDir = pieces.drive + pieces.directory;
+    scenario.relativePath = pieces.name + pieces.extension;
+    scenario.path = file;
+    scenario.displayName = pieces.name;
+    return true;
+}
+
+bool JobEntryManagerBase::FindSceanrioFile(const std::wstring& scenario, std::wstring& path) {
+    if (platform::Exists(scenario)) {
+        path = scenario;
+        return true;
+    }
+    for (const ScenarioDirectory& directory : scenarioDirectories) {
+        const std::wstring candidate = PathFuncs::Join(directory.path, scenario);
+        if (platform::Exists(candidate)) {
+            path = candidate;
+            return true;
+        }
+    }
+    return false;
+}
+
+void JobEntryManagerBase::AppendJobs(const EnqueueJobsInfo& request, JobListInfo& record,
+                                     const std::wstring& scenarioDir, JobEnqueueResult& result) {
+    std::random_device device; // one for all: on some systems making one costs more than drawing from it
+    for (std::size_t i = 0; i < request.inputFileSets.size(); ++i) {
+        if (IsUsable(request.inputFileSets[i])) {
+            record.inputFiles = request.inputFileSets[i];
+            IdentifyJob(record, device);
+            result.jobIds[i] = {record.id, record.seqId};
+            AppendJob(record, scenarioDir);
+        }
+    }
+}
+
+void JobEntryManagerBase::IdentifyJob(JobListInfo& record, std::random_device& device) {
+    record.id = CreateUniqueId(device);
+    record.seqId = CreateSequentialId();
+    record.workDir = PathFuncs::Join(workDirectory, record.id);
+}
+
+void JobEntryManagerBase::AppendJob(const JobListInfo& record, const std::wstring& scenarioDir) {
+    const std::shared_ptr<JobEntry> job(CreateNewJobEntry(&record));
+    job->SetScenarioDir(scenarioDir, L"");
+    jobList.push_back(job);
+    if (nextJob == jobList.end()) {
+        nextJob = std::prev(jobList.end());
+    }
+}

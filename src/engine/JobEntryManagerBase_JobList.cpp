@@ -1,0 +1,32 @@
+#include "CommonControllerLib/JobEntryManagerBase.h"
+
+#include "CommonControllerLib/ControllerLogManager.h"
+#include "ControllerCSWrapper/ControllerCSWrapper.h"
+
+void JobEntryManagerBase::ReadJobList(std::list<std::shared_ptr<JobEntry>>& jobs) {
+    ControllerLogManager::DebugLog(L"Read job_list.json");
+    std::vector<JobListInfo> records;
+    if (!ControllerCSWrapper::ParseJobList(ControllerCSWrapper::GetJobListFile(), records)) {
+        return;
+    }
+    for (const JobListInfo& record : records) {
+        jobs.push_back(std::shared_ptr<JobEntry>(CreateNewJobEntry(&record)));
+    }
+}
+
+void JobEntryManagerBase::UpdateJobList() {
+    ControllerLogManager::Log(ControllerLogManager::Debug, 1, L"Update job_list.json");
+    std::vector<JobListInfo> records;
+    records.reserve(jobList.size());
+    GetJobList(records);
+    // Reported by the companion; the next change writes the whole list again.
+    (void)ControllerCSWrapper::CreateJsonFile(ControllerCSWrapper::Serialize(L"JobList", records),
+                                              ControllerCSWrapper::GetJobListFile());
+}
+
+bool JobEntryManagerBase::GetJobList(std::vector<JobListInfo>& records) {
+    for (const auto& job : jobList) {
+        records.push_back(job->GetJobListInfo());
+    }
+    return true;
+}

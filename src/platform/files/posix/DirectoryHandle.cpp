@@ -1,0 +1,25 @@
+#include "platform/files/DirectoryHandle.h"
+
+#include <cerrno>
+
+#include <fcntl.h>
+
+#include "platform/files/FileSystem.h"
+#include "platform/files/posix/SystemPath.h"
+#include "platform/processes/posix/DescriptorHandle.h"
+
+namespace platform {
+
+Error DirectoryHandle::Open(const std::wstring& path) {
+    const int descriptor = open(SystemPath(path).c_str(), O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC);
+    if (descriptor == -1) {
+        const Error error = LastError();
+        return IsLink(path) ? Error{ErrorKind::NotSupported, error.systemCode} : error;
+    }
+    folder = OwnedHandle(HandleOf(descriptor));
+    // Leads to the open folder itself, not to its name.
+    pinnedPath = L"\\proc\\self\\fd\\" + std::to_wstring(descriptor);
+    return {};
+}
+
+} // namespace platform

@@ -1,0 +1,23 @@
+#include "platform/files/DirectoryHandle.h"
+
+#include <windows.h>
+
+#include "platform/files/FileSystem.h"
+#include "platform/files/windows/SystemPath.h"
+
+namespace platform {
+
+Error DirectoryHandle::Open(const std::wstring& path) {
+    // Not shared for deletion, which renaming would need too.
+    const HANDLE handle =
+        CreateFileW(SystemPath(path).c_str(), FILE_LIST_DIRECTORY, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
+                    OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS | FILE_FLAG_OPEN_REPARSE_POINT, nullptr);
+    if (handle == INVALID_HANDLE_VALUE) {
+        return LastError();
+    }
+    folder = OwnedHandle(handle);
+    pinnedPath = path;
+    return IsFolder(path) && !IsLink(path) ? Error{} : Error{ErrorKind::NotSupported, 0};
+}
+
+} // namespace platform

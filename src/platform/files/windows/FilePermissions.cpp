@@ -1,0 +1,69 @@
+#include "platform/files/FilePermissions.h"
+
+#include <array>
+#include <cstddef>
+#include <memory>
+
+#include <windows.h>
+
+#include <aclapi.h>
+
+#include "platform/files/NativePath.h"
+#include "platform/files/windows/SystemPath.h"
+
+namespace platform {
+namespace {
+
+constexpr DWORD anyChange = GENERIC_ALL | WRITE_DAC | WRITE_OWNER;
+constexpr DWORD changesOfFile = anyChange | GENERIC_WRITE | FILE_WRITE_DATA | FILE_APPEND_DATA;
+constexpr DWORD changesOfEntries = anyChange | FILE_DELETE_CHILD;
+
+struct LocalFreer {
+    void operator()(void* memory) const { LocalFree(memory); }
+};
+
+/// The rights that one entry of an access list gives to everybody.
+DWORD RightsForEverybody(ACL& list, DWORD index, PSID everybody) {
+    void* entry = nullptr;
+    if (GetAce(&list, index, &entry) == 0) {
+        return 0;
+    }
+    auto* const allowed = static_cast<ACCESS_ALLOWED_ACE*>(entry);
+    const bool counts = allowed->Header.AceType == ACCESS_ALLOWED_ACE_TYPE &&
+                        (allowed->Header.AceFlags & INHERIT_ONLY_ACE) == 0 &&
+                        EqualSid(&allowed->SidStart, everybody) != 0;
+    return counts ? allowed->Mask : 0;
+}
+
+/// True when the access list gives everybody one of these rights. A path without any list is everybody's; one whose
+/// list cannot be read is not looked into further.
+bool GivesEverybody(const std::wstring& path, DWORD rights) {
+    PACL list = nullptr;
+    PSECURITY_DESCRIPTOR descriptor = nullptr;
+    std::wstring name = SystemPath(path);
+    if (GetNamedSecurityInfoW(name.data(), SE_FILE_OBJECT, DACL_SECURITY_INFORMATION, nullptr, nullptr, &list, nullptr,
+                              &descriptor) != ERROR_SUCCESS) {
+        return false;
+    }
+    const std::unique_ptr<void, LocalFreer> owned(descriptor);
+    std::array<std::byte, SECURITY_MAX_SID_SIZE> everybody{};
+    DWORD size = SECURITY_MAX_SID_SIZE;
+    CreateWellKnownSid(WinWorldSid, nullptr, everybody.data(), &size);
+    DWORD given = list == nullptr ? rights : 0;
+    for (DWORD index = 0; list != nullptr && index < list->AceCount; ++index) {
+        given |= RightsForEverybody(*list, index, everybody.data());
+    }
+    return (given & rights) != 0;
+}
+
+} // namespace
+
+bool IsWorldWritable(const std::wstring& file) {
+    return GivesEverybody(file, changesOfFile) || GivesEverybody(ParentFolder(file), changesOfEntries);
+}
+
+bool IsReplaceableByOthers(const std::wstring& folder) {
+    return GivesEverybody(folder, changesOfEntries);
+}
+
+} // namespace platform

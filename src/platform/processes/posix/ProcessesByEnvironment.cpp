@@ -1,0 +1,101 @@
+#include "platform/processes/ProcessesByEnvironment.h"
+
+#include <chrono>
+#include <csignal>
+#include <string_view>
+#include <vector>
+
+#include <unistd.h>
+
+#include "platform/files/FileSystem.h"
+#include "platform/processes/Waiting.h"
+#include "platform/processes/posix/DescriptorHandle.h"
+#include "platform/processes/posix/ProcessDescriptor.h"
+#include "platform/processes/posix/ProcessList.h"
+#include "text/Text.h"
+
+namespace platform {
+namespace {
+
+using std::chrono::steady_clock;
+
+/// Entries of an environment, "NAME=value".
+using Marks = std::set<std::string, std::less<>>;
+
+Marks MarksOf(const std::wstring& variable, const std::set<std::wstring>& values) {
+    Marks marks;
+    for (const std::wstring& value : values) {
+        marks.insert(text::ToUtf8(variable) + '=' + text::ToUtf8(value));
+    }
+    return marks;
+}
+
+/// Of an ended process, or another user's, nothing can be read.
+bool IsMarked(pid_t process, const Marks& marks) {
+    constexpr std::size_t mostBytes = std::size_t{16} << 20;
+    std::string environment;
+    if (ReadFile(L"/proc/" + std::to_wstring(process) + L"/environ", mostBytes, environment)) {
+        return false;
+    }
+    for (std::string_view rest = environment; !rest.empty();) {
+        const std::string_view entry = rest.substr(0, rest.find('\0'));
+        if (marks.contains(entry)) {
+            return true;
+        }
+        rest.remove_prefix(std::min(entry.size() + 1, rest.size()));
+    }
+    return false;
+}
+
+/// Null when the process is not marked or cannot be ended. The second look makes sure that the number was not given to
+/// another process meanwhile.
+OwnedHandle EndIfMarked(pid_t process, const Marks& marks) {
+    if (process == getpid() || !IsMarked(process, marks)) {
+        return OwnedHandle();
+    }
+    const int descriptor = OpenProcessDescriptor(process);
+    OwnedHandle handle(descriptor < 0 ? nullptr : HandleOf(descriptor));
+    const bool isEnded = handle && IsMarked(process, marks) && pidfd_send_signal(descriptor, SIGKILL, nullptr, 0) == 0;
+    return isEnded ? std::move(handle) : OwnedHandle();
+}
+
+std::vector<OwnedHandle> EndSome(const Marks& marks) {
+    constexpr std::size_t mostHandles = 100;
+    std::vector<OwnedHandle> ended;
+    for (const pid_t process : ListProcesses()) {
+        if (OwnedHandle handle = EndIfMarked(process, marks)) {
+            ended.push_back(std::move(handle));
+        }
+        if (ended.size() == mostHandles) {
+            break;
+        }
+    }
+    return ended;
+}
+
+/// How many were ended. One that outlives the deadline is met again by the next look.
+std::size_t EndSomeAndWait(const Marks& marks, steady_clock::time_point deadline) {
+    const std::vector<OwnedHandle> ended = EndSome(marks);
+    for (const OwnedHandle& process : ended) {
+        const auto left = std::chrono::ceil<std::chrono::milliseconds>(deadline - steady_clock::now());
+        WaitForAny({process.Get()}, std::max(left, std::chrono::milliseconds(0)));
+    }
+    return ended.size();
+}
+
+} // namespace
+
+std::size_t KillProcessesByEnvironment(const std::wstring& variable, const std::set<std::wstring>& values) {
+    constexpr std::chrono::seconds patience{10};
+    const auto deadline = steady_clock::now() + patience;
+    const Marks marks = MarksOf(variable, values);
+    std::size_t count = 0;
+    std::size_t ended = marks.size();
+    while (ended != 0 && steady_clock::now() < deadline) {
+        ended = EndSomeAndWait(marks, deadline);
+        count += ended;
+    }
+    return count;
+}
+
+} // namespace platform

@@ -1,0 +1,118 @@
+#include "crash/DiskState.h"
+
+#include "ControllerCSWrapper/ControllerCSWrapper.h"
+#include "formats/RunProtocol.h"
+#include "platform/files/FileLock.h"
+#include "platform/files/FileSystem.h"
+#include "platform/files/NativePath.h"
+#include "platform/processes/Waiting.h"
+#include "support/Deadline.h"
+#include "text/Text.h"
+
+#include <set>
+
+#include <gtest/gtest.h>
+
+namespace crash {
+namespace {
+
+using std::chrono::milliseconds;
+using std::chrono::steady_clock;
+
+std::vector<platform::FolderEntry> EntriesOf(const std::wstring& folder) {
+    std::vector<platform::FolderEntry> entries;
+    const platform::Error error = platform::ListFolder(folder, entries);
+    EXPECT_TRUE(!error || error.kind == platform::ErrorKind::NotFound) << text::ToUtf8(error.Text());
+    return entries;
+}
+
+std::wstring NotesFile(const CrashSite& site) {
+    return site.List() + L".deletions";
+}
+
+/// The ids of jobs whose work directories are still to be removed.
+std::set<std::wstring> NotedIds(const CrashSite& site) {
+    std::set<std::wstring> ids;
+    std::vector<JobListInfo> noted;
+    if (platform::Exists(NotesFile(site))) {
+        EXPECT_TRUE(ControllerCSWrapper::ParseJobList(NotesFile(site), noted)) << "the notes cannot be read";
+    }
+    for (const JobListInfo& job : noted) {
+        ids.insert(job.id);
+    }
+    return ids;
+}
+
+/// Nothing tells the end of a process that is no child; but its lock is free then.
+void AwaitEndOf(const std::wstring& life) {
+    const test_support::Deadline deadline("the end of a scenario whose host is dead");
+    constexpr milliseconds interval{2};
+    platform::FileLock lock;
+    while (const platform::Error error = lock.Take(life)) {
+        platform::WaitForAny({}, interval);
+    }
+}
+
+} // namespace
+
+std::vector<JobListInfo> ReadList(const CrashSite& site, Tally& tally) {
+    std::vector<JobListInfo> list;
+    if (platform::Exists(site.List())) {
+        EXPECT_TRUE(ControllerCSWrapper::ParseJobList(site.List(), list)) << "the list cannot be read";
+        ++tally.listsParsed;
+    }
+    if (platform::Exists(site.List() + L".bak")) {
+        std::vector<JobListInfo> backup;
+        EXPECT_TRUE(ControllerCSWrapper::ParseJobList(site.List() + L".bak", backup)) << "the backup cannot be read";
+        ++tally.listsParsed;
+    }
+    return list;
+}
+
+void ExpectNoActiveJob(const std::vector<JobListInfo>& list) {
+    for (const JobListInfo& job : list) {
+        EXPECT_TRUE(job.status == JobStatus::Success || job.status == JobStatus::Failed ||
+                    job.status == JobStatus::Canceled || job.status == JobStatus::Dequeued)
+            << "job " << job.seqId << " is " << JobStatusString(job.status) << " without a process";
+    }
+}
+
+void AwaitEndOfScenarios(const CrashSite& site, Tally& tally) {
+    const auto start = steady_clock::now();
+    for (const platform::FolderEntry& life : EntriesOf(site.Lives())) {
+        const std::wstring path = platform::ResolveAgainst(site.Lives(), life.name);
+        AwaitEndOf(path);
+        EXPECT_FALSE(platform::RemoveFile(path));
+        ++tally.processesLookedFor;
+    }
+    const auto passed = std::chrono::duration_cast<milliseconds>(steady_clock::now() - start);
+    tally.longestSurvival = std::max(tally.longestSurvival, passed);
+}
+
+void CompareWorkDirectories(const CrashSite& site, const std::vector<JobListInfo>& list, Tally& tally) {
+    std::set<std::wstring> ids = NotedIds(site);
+    for (const JobListInfo& job : list) {
+        ids.insert(job.id);
+        const std::wstring request = platform::ResolveAgainst(job.workDir, run_protocol::runInfoFileName);
+        EXPECT_TRUE(job.startTime.empty() || platform::Exists(request))
+            << "job " << job.seqId << " has started and has no work directory (any more)";
+    }
+    for (const platform::FolderEntry& entry : EntriesOf(site.WorkDirectory())) {
+        EXPECT_TRUE(ids.contains(entry.name)) << "a work directory of no job: " << text::ToUtf8(entry.name);
+        ++tally.workDirectoriesCompared;
+    }
+}
+
+void ExpectNoStrayFiles(const CrashSite& site) {
+    for (const platform::FolderEntry& entry : EntriesOf(site.Folder())) {
+        for (const wchar_t* const trace : {L".tmp-", L".corrupt-", L".replaced"}) {
+            EXPECT_EQ(entry.name.find(trace), std::wstring::npos) << "left behind: " << text::ToUtf8(entry.name);
+        }
+    }
+}
+
+void ExpectNothingNoted(const CrashSite& site) {
+    EXPECT_FALSE(platform::Exists(NotesFile(site))) << "work directories of deleted jobs stay";
+}
+
+} // namespace crash

@@ -1,0 +1,99 @@
+#include "Leaks.h"
+
+#include "ControllerCSWrapper/ControllerCSWrapper.h"
+#include "platform/files/FileSystem.h"
+#include "text/Text.h"
+
+#include <algorithm>
+#include <set>
+#include <stdexcept>
+
+namespace {
+
+using Names = std::set<std::wstring>;
+
+constexpr std::uint64_t mostLogBytes = std::uint64_t{5} * (10U << 20U);
+
+Names NamesIn(const std::wstring& folder) {
+    std::vector<platform::FolderEntry> entries;
+    if (const platform::Error error = platform::ListFolder(folder, entries)) {
+        throw std::runtime_error("cannot list " + text::ToUtf8(folder) + ": " + text::ToUtf8(error.Text()));
+    }
+    Names names;
+    for (const platform::FolderEntry& entry : entries) {
+        names.insert(entry.name);
+    }
+    return names;
+}
+
+bool IsLog(const std::wstring& name) {
+    return name.starts_with(L"controller.log");
+}
+
+bool BelongsInTheFolder(const std::wstring& name) {
+    static const Names known{L"settings.json",     L"inputs.txt",         L"jobs.json", L"scenarios", L"job_list.json",
+                             L"job_list.json.bak", L"job_list.json.lock", L"work",      L"out",       L"temporary"};
+    return known.contains(name) || IsLog(name);
+}
+
+/// A scenario or runner that was ended by force while it replaced a file leaves the new one; it goes with the job.
+bool BelongsInAWorkDirectory(const std::wstring& name) {
+    static const Names known{L"run_scenario_info.json", L"progress_info_list.json", L"run_scenario_result.json",
+                             L"killprocess", L"scenario.log"};
+    return known.contains(name) || name.starts_with(L"process-") || name.find(L".tmp-") != std::wstring::npos;
+}
+
+void ObjectToOthers(const std::wstring& folder, bool (*belongs)(const std::wstring&),
+                    std::vector<std::string>& problems) {
+    for (const std::wstring& name : NamesIn(folder)) {
+        if (!belongs(name)) {
+            problems.push_back("Left behind: " + text::ToUtf8(folder + L"\\" + name));
+        }
+    }
+}
+
+/// A job that was started has its work directory, and nobody else has one.
+void CheckWorkDirectories(const std::wstring& workFolder, const std::vector<JobListInfo>& jobs,
+                          std::vector<std::string>& problems) {
+    Names others = NamesIn(workFolder);
+    for (const JobListInfo& job : jobs) {
+        if (others.erase(job.id) == 0 && !job.startTime.empty()) {
+            problems.push_back("Job " + text::ToUtf8(job.id) + " has no work directory");
+        }
+        ObjectToOthers(workFolder + L"\\" + job.id, BelongsInAWorkDirectory, problems);
+    }
+    for (const std::wstring& name : others) {
+        problems.push_back("A work directory without a job: " + text::ToUtf8(name));
+    }
+}
+
+void CheckListFile(const std::wstring& path, const std::vector<JobListInfo>& jobs, std::vector<std::string>& problems) {
+    std::vector<JobListInfo> saved;
+    if (!ControllerCSWrapper::ParseJobList(path, saved) || saved != jobs) {
+        problems.push_back("The list file does not hold the " + std::to_string(jobs.size()) +
+                           " jobs of the list, but " + std::to_string(saved.size()));
+    }
+}
+
+} // namespace
+
+std::uint64_t LogBytes(const std::wstring& folder) {
+    std::uint64_t bytes = 0;
+    for (const std::wstring& name : NamesIn(folder)) {
+        if (IsLog(name)) {
+            bytes += platform::StampOf(folder + L"\\" + name).value_or(platform::FileStamp{}).size;
+        }
+    }
+    return bytes;
+}
+
+std::vector<std::string> FindLeaks(const std::wstring& folder, const std::vector<JobListInfo>& jobs) {
+    std::vector<std::string> problems;
+    ObjectToOthers(folder, BelongsInTheFolder, problems);
+    CheckWorkDirectories(folder + L"\\work", jobs, problems);
+    CheckListFile(folder + L"\\job_list.json", jobs, problems);
+    if (LogBytes(folder) > mostLogBytes) {
+        problems.push_back("The log has " + std::to_string(LogBytes(folder)) + " bytes");
+    }
+    return problems;
+}
