@@ -20,11 +20,16 @@ CommandFailure NotReached(const CommandContext& context, const std::wstring& pro
     return {ExitCode::NoHost, context.texts.Format(L"Errors/HostNotReached", {problem})};
 }
 
-/// `busy`: why a host that is there has no room, which may pass; otherwise empty.
+/// `busy`: why a host that is there has no room, which may pass; kept when a later try ends before the host said so
+/// again.
 bool IsConnected(const CommandContext& context, EventTransmitterExtension& extension, std::wstring& busy) {
-    const bool isConnected = extension.Connect(busy);
-    if (!busy.empty() && !extension.IsBusy()) {
-        throw UnreachableHost{NotReached(context, busy)};
+    std::wstring problem;
+    const bool isConnected = extension.Connect(problem);
+    if (!problem.empty()) {
+        if (!extension.IsBusy()) {
+            throw UnreachableHost{NotReached(context, problem)};
+        }
+        busy = problem;
     }
     return isConnected;
 }
@@ -64,13 +69,12 @@ void WaitForTheNextTry(const CommandContext& context) {
 }
 
 /// Starts a host where no process is one; one that is starting already, or is busy, is waited for.
-void AwaitHost(CommandContext& context, Start start, EventTransmitterExtension& extension) {
+void AwaitHost(CommandContext& context, Start start, EventTransmitterExtension& extension, std::wstring& busy) {
     const auto deadline = steady_clock::now() + context.patience;
     bool isThere = context.host.IsHostThere();
     if (!isThere && start == Start::WhenNoneRuns) {
         StartHost(context);
     }
-    std::wstring busy;
     while (!IsConnected(context, extension, busy)) {
         // Looked at before the try: what is not there afterwards may have become reachable between the two.
         if (!isThere && start == Start::Never) {
@@ -109,7 +113,7 @@ HostConnection ConnectToHost(CommandContext& context, Start start) {
     EventTransmitterExtension* const extension = context.host.Extension();
     std::wstring busy;
     if (extension != nullptr && !IsConnected(context, *extension, busy)) {
-        AwaitHost(context, start, *extension);
+        AwaitHost(context, start, *extension, busy);
     }
     if (extension == nullptr && start == Start::WhenNoneRuns) {
         StartHost(context);

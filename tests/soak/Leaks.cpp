@@ -16,7 +16,9 @@ constexpr std::uint64_t mostLogBytes = std::uint64_t{5} * (10U << 20U);
 
 Names NamesIn(const std::wstring& folder) {
     std::vector<platform::FolderEntry> entries;
-    if (const platform::Error error = platform::ListFolder(folder, entries)) {
+    const platform::Error error = platform::ListFolder(folder, entries);
+    // There may be no failure at all; a work directory goes with its job.
+    if (error && error.kind != platform::ErrorKind::NotFound) {
         throw std::runtime_error("cannot list " + text::ToUtf8(folder) + ": " + text::ToUtf8(error.Text()));
     }
     Names names;
@@ -31,8 +33,18 @@ bool IsLog(const std::wstring& name) {
 }
 
 bool BelongsInTheFolder(const std::wstring& name) {
-    static const Names known{L"settings.json",     L"inputs.txt",         L"jobs.json", L"scenarios", L"job_list.json",
-                             L"job_list.json.bak", L"job_list.json.lock", L"work",      L"out",       L"temporary"};
+    static const Names known{L"settings.json",
+                             L"inputs.txt",
+                             L"jobs.json",
+                             L"scenarios",
+                             L"job_list.json",
+                             L"job_list.json.bak",
+                             L"job_list.json.lock",
+                             L"job_list.json.failures",
+                             L"work",
+                             L"out",
+                             L"temporary",
+                             L"user"};
     return known.contains(name) || IsLog(name);
 }
 
@@ -67,6 +79,18 @@ void CheckWorkDirectories(const std::wstring& workFolder, const std::vector<JobL
     }
 }
 
+/// The host's words for jobs that the runner never saw go with these jobs.
+void CheckFailureNotes(const std::wstring& notesFolder, const std::vector<JobListInfo>& jobs,
+                       std::vector<std::string>& problems) {
+    Names others = NamesIn(notesFolder);
+    for (const JobListInfo& job : jobs) {
+        others.erase(job.id + L".json");
+    }
+    for (const std::wstring& name : others) {
+        problems.push_back("A failure note without a job: " + text::ToUtf8(name));
+    }
+}
+
 void CheckListFile(const std::wstring& path, const std::vector<JobListInfo>& jobs, std::vector<std::string>& problems) {
     std::vector<JobListInfo> saved;
     if (!ControllerCSWrapper::ParseJobList(path, saved) || saved != jobs) {
@@ -91,6 +115,7 @@ std::vector<std::string> FindLeaks(const std::wstring& folder, const std::vector
     std::vector<std::string> problems;
     ObjectToOthers(folder, BelongsInTheFolder, problems);
     CheckWorkDirectories(folder + L"\\work", jobs, problems);
+    CheckFailureNotes(folder + L"\\job_list.json.failures", jobs, problems);
     CheckListFile(folder + L"\\job_list.json", jobs, problems);
     if (LogBytes(folder) > mostLogBytes) {
         problems.push_back("The log has " + std::to_string(LogBytes(folder)) + " bytes");

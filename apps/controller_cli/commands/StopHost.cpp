@@ -46,13 +46,13 @@ ExitCode StopHostWithoutSettings(CommandContext& context, const std::wstring& pr
         throw CommandFailure{ExitCode::Usage, context.texts.Format(L"Errors/SettingsWithoutHost", {problem})};
     }
     const std::wstring description = Describe(hosts);
-    const CommandFailure unasked{ExitCode::Usage,
-                                 context.texts.Format(L"Errors/SettingsHostNotAsked", {problem, description})};
+    const std::wstring unasked = context.texts.Format(L"Errors/SettingsHostNotAsked", {problem, description});
     if (hosts.size() > 1) {
-        throw unasked;
+        throw CommandFailure{ExitCode::Usage, unasked};
     }
     WriteProblem(context, context.texts.Format(L"Notes/SettingsHost", {problem, description}));
-    RequireEnd(context, context.host.EndHostOfSettingsFile(hosts.front(), context.patience), unasked);
+    RequireEnd(context, context.host.EndHostOfSettingsFile(hosts.front(), context.patience),
+               {ExitCode::Usage, unasked});
     return TellEnded(context);
 }
 

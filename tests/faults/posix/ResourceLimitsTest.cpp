@@ -114,7 +114,7 @@ TEST_F(ResourceLimitsTest_OpenFiles, AHostThatMayOpenNoMoreTellsFrontEndsSoAndCa
         StartHost();
     }
     const IdleFrontEnds others(endpointName, few);
-    const auto refused = test_support::RunToEnd(FrontEndProcess({L"--list"}, std::chrono::seconds(0)));
+    const auto refused = test_support::RunToEnd(FrontEndProcess({L"--list"}, std::chrono::seconds(3)));
     EXPECT_EQ(refused.exitCode, 3);
     EXPECT_NE(refused.output.find("it is busy: the system gives it no more open files"), std::string::npos)
         << refused.output;

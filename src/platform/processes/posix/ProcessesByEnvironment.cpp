@@ -90,10 +90,14 @@ std::size_t KillProcessesByEnvironment(const std::wstring& variable, const std::
     const auto deadline = steady_clock::now() + patience;
     const Marks marks = MarksOf(variable, values);
     std::size_t count = 0;
-    std::size_t ended = marks.size();
-    while (ended != 0 && steady_clock::now() < deadline) {
-        ended = EndSomeAndWait(marks, deadline);
-        count += ended;
+    // A process shows no environment for a moment while it becomes another program: what the ended ones had just
+    // started is found by a second look.
+    constexpr int looksInVain = 2;
+    for (int left = marks.empty() ? 0 : 1; left > 0 && steady_clock::now() < deadline; --left) {
+        if (const std::size_t ended = EndSomeAndWait(marks, deadline); ended != 0) {
+            count += ended;
+            left = looksInVain + 1;
+        }
     }
     return count;
 }
