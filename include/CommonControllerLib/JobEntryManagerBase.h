@@ -23,7 +23,7 @@ class FunctionManager;
 ///
 /// It starts no thread and waits for nothing: the host calls `ExecuteJob` and `CheckUpdate` whenever something may have
 /// happened. Operations may be called from any thread; each holds the engine's one lock for its whole run, unless it
-/// says otherwise, and throws std::system_error when the lock cannot be had. Nothing else is thrown on purpose.
+/// says otherwise, and throws std::system_error when the lock cannot be had. Nothing else is thrown deliberately.
 /// Output vectors are appended to, never cleared, unless said otherwise.
 class CONTROLLER_API JobEntryManagerBase {
 public:

@@ -21,7 +21,8 @@ ControllerPresenterAbs::ControllerPresenterAbs(const ControllerPresenterAbs& oth
 ControllerPresenterAbs& ControllerPresenterAbs::operator=(const ControllerPresenterAbs& other) = default;
 
 ControllerPresenterAbs::~ControllerPresenterAbs() {
-    // All but the handler of "CancelJobsFinish", which stays allocated, on purpose.
+    // All but the handler of "CancelJobsFinish": the published interface requires that it stays allocated
+    // (ControllerPresenterAbsTest.TheHandlerOfCancelJobsFinishOutlivesThePresenter).
     delete fetchScenariosResponseHandler;
     delete fetchScenarioParameterSetsResponseHandler;
     delete initJobsResponseHandler;

@@ -58,7 +58,7 @@ bool StringManager::GetLocalizedString(const std::wstring& key, std::wstring& te
 bool StringManager::GetLocalizedStringImpl(const std::wstring& key, std::wstring& text,
                                            const std::wstring& culture) const {
     std::wstring section;
-    // A first refusal is asked about once more, on purpose.
+    // The published interface requires a second try (StringManagerTest.EachCultureIsAskedForTwiceAndAMemberOnce).
     if (!GetStringResources(resources, culture, section) && !GetStringResources(resources, culture, section)) {
         return false;
     }
