@@ -6,7 +6,7 @@
 
 namespace {
 
-/// What lies elsewhere since the settings were changed is never removed, so it is not worth a note.
+/// Directories outside the current work directory are never removed; they are not journaled.
 bool StaysForNow(const JobListInfo& job) {
     return platform::SameName(platform::ParentFolder(job.workDir), ControllerCSWrapper::GetWorkDirectory()) &&
            platform::Exists(job.workDir) && !ControllerCSWrapper::RemoveJobWorkDirectory(job.workDir);

@@ -40,7 +40,7 @@ public:
     std::optional<Time> Deadline() const { return deadline; }
     /// True once the scenario was asked to stop.
     bool IsStopping() const { return ending != RunEnding::OnItsOwn; }
-    /// So far, and after the last step for good.
+    /// Current reason; final once EndTree was returned.
     RunEnding Ending() const { return ending; }
 
 private:

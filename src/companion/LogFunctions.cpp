@@ -5,7 +5,8 @@
 
 namespace {
 
-/// The settings report what is wrong with them through here, too: by then they are in force, so that this ends.
+/// Settings log their own errors through this function; the recursion ends because they are in force before they
+/// report.
 void FollowSettings() noexcept {
     try {
         log_file::UseDefaultPath(settings::Current()->logFile);

@@ -16,7 +16,7 @@ bool IsRoot(const std::wstring& path) {
     return platform::ParentFolder(path).empty() || platform::ParentFolder(path) == path;
 }
 
-/// Both tidied.
+/// Both paths must be normalized.
 bool LiesBelow(const std::wstring& path, const std::wstring& folder) {
     const std::wstring start = folder.ends_with(L'\\') ? folder : folder + L'\\';
     return path.size() > start.size() && platform::SameName(path.substr(0, start.size()), start);

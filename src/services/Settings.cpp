@@ -135,7 +135,7 @@ private:
     void Look(Findings& findings) {
         const std::optional<platform::FileStamp> newStamp = platform::StampOf(place->path);
         const bool isNew = !hasLooked || newStamp != stamp;
-        // What kept the file from being opened passes without leaving a trace in the file.
+        // A file that could not be opened is tried again even if its time stamp has not changed.
         if (!isNew && problem.empty()) {
             return;
         }
@@ -167,7 +167,7 @@ private:
     std::mutex mutex;
     std::optional<Place> place;
     std::shared_ptr<const Settings> current;
-    /// What cannot change any more stands here.
+    /// Settings frozen for the life of this process.
     std::shared_ptr<const Settings> held;
     /// The state of the file that was read last; nothing when it was missing.
     std::optional<platform::FileStamp> stamp;

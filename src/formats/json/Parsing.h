@@ -8,7 +8,7 @@
 
 namespace json {
 
-/// So many objects and lists may stand in one another.
+/// Maximum nesting depth of objects and lists.
 inline constexpr std::size_t deepest = 64;
 
 /// Turns wide text into what the parser takes: marked UTF-8 of bounded size without a byte order mark.

@@ -9,7 +9,7 @@ namespace json {
 
 namespace {
 
-/// So much of a name or number is repeated in a problem.
+/// Names and numbers quoted in error messages are cut to this length.
 constexpr std::size_t longestQuote = 60;
 
 std::wstring Quote(std::string_view marked) {

@@ -10,8 +10,8 @@
 
 namespace platform {
 
-/// What a file may be that is appended to. Whoever may put something else in its place must not turn the writer to
-/// another file, nor make it wait for the reader of a pipe.
+/// File types accepted when appending. Prevents others from redirecting the writer through a link, or blocking it with
+/// a named pipe.
 enum class AppendTo {
     Anything,
     /// A link is followed to one of these.

@@ -28,8 +28,8 @@ std::wstring RandomDigits() {
     return text;
 }
 
-/// What the names of the temporary files for `target` begin with, so that they can be told from those for another file.
-/// A name with no room behind it gets those of nobody.
+/// The beginning of the names of temporary files for `target`, which distinguishes them from those for another file. A
+/// name too long for a suffix gets one that is tied to no target; such files are never cleaned up automatically.
 std::wstring TemporaryStart(const std::wstring& target) {
     constexpr std::size_t longestName = 200;
     const std::wstring name = FileName(target);

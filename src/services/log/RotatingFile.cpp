@@ -55,7 +55,7 @@ void RotatingFile::Lose(const platform::Error& error) {
     ComplainOnce(error);
 }
 
-/// Empty when nothing was.
+/// Empty if no record was lost.
 std::string RotatingFile::NoteOfLost() const {
     if (lost == 0) {
         return {};

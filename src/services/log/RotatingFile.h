@@ -17,9 +17,8 @@ struct RotationLimits {
     int files = 5;
 };
 
-/// A file of records that is kept from growing without end. Several processes may append to the same path; each notices
-/// within a second when the file was renamed or removed by another, and one at a time renames, by a lock beside the
-/// file
+/// A file of records whose size is bounded. Several processes may append to the same path; each notices within a second
+/// when the file was renamed or removed by another, and one at a time renames, by a lock beside the file
 /// ("<path>.lock").
 ///
 /// Nothing is lost while a reader holds a file open: where the system then refuses to rename, the current file goes on

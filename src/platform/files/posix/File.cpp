@@ -80,7 +80,7 @@ Error File::OpenForAppending(const std::wstring& path, bool truncate, AppendTo t
         Close();
         return {ErrorKind::NotSupported, 0};
     }
-    // Not while it is opened, when nobody knows yet what it is. What cannot be cut (a device) has nothing to lose.
+    // Truncated only after the check of its type (no O_TRUNC). EINVAL: a device cannot be truncated.
     return truncate && ftruncate(Descriptor(handle), 0) == -1 && errno != EINVAL ? LastError() : Error{};
 }
 

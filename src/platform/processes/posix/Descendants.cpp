@@ -72,8 +72,8 @@ bool EndOne(const Descendant& descendant) {
     return false;
 }
 
-/// The children alone, from a list that takes no time: what starts another and ends before its number is known
-/// somewhere else in the list of all is met here.
+/// Kills the direct children, listed in /proc/self/task/*/children: fast enough to catch processes that fork and exit
+/// sooner than a scan of all of /proc sees them.
 void EndChildren() {
     const std::string self = std::to_string(getpid());
     std::ifstream list("/proc/" + self + "/task/" + self + "/children");

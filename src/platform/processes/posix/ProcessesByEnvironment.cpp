@@ -30,7 +30,7 @@ Marks MarksOf(const std::wstring& variable, const std::set<std::wstring>& values
     return marks;
 }
 
-/// Of an ended process, or another user's, nothing can be read.
+/// A process that cannot be read (ended, or another user's) counts as unmarked.
 bool IsMarked(pid_t process, const Marks& marks) {
     constexpr std::size_t mostBytes = std::size_t{16} << 20;
     std::string environment;

@@ -4,8 +4,8 @@
 
 namespace platform {
 
-/// Of itself the C library learns from each large block that is freed to keep the next one as large, and puts small
-/// ones behind it that then hold it fast.
+/// glibc raises its mmap threshold with each large block that is freed; later blocks of that size then stay in the
+/// heap, pinned by small allocations behind them. A fixed threshold prevents this.
 void TrimHeapEagerly() {
     constexpr int large = 128 * 1024;
     mallopt(M_MMAP_THRESHOLD, large);
