@@ -2,6 +2,7 @@
 
 #include "ControllerCSWrapper/ControllerCSWrapper.h"
 #include "platform/processes/Waiting.h"
+#include "support/Deadline.h"
 
 #include <chrono>
 #include <thread>
@@ -14,9 +15,12 @@ namespace {
 /// A file that this process has open and shares with nobody, as some virus scanners and backup programs do.
 class HeldFile {
 public:
-    explicit HeldFile(const std::wstring& path)
-        : handle(
-              CreateFileW(path.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr)) {
+    /// Waits until nobody else has it open: the host may still be at its last write.
+    explicit HeldFile(const std::wstring& path) {
+        const test_support::Deadline deadline("a file that can be held");
+        while (!Hold(path) && GetLastError() == ERROR_SHARING_VIOLATION) {
+            std::this_thread::yield();
+        }
         EXPECT_NE(handle, INVALID_HANDLE_VALUE) << GetLastError();
     }
     ~HeldFile() { LetGo(); }
@@ -30,7 +34,13 @@ public:
     }
 
 private:
-    HANDLE handle;
+    bool Hold(const std::wstring& path) {
+        handle =
+            CreateFileW(path.c_str(), GENERIC_READ, 0, nullptr, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS, nullptr);
+        return handle != INVALID_HANDLE_VALUE;
+    }
+
+    HANDLE handle = INVALID_HANDLE_VALUE;
 };
 
 using HeldFilesTest = FaultFixture;
