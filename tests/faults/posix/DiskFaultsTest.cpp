@@ -132,11 +132,11 @@ TEST_F(DiskFaultsTest, AFullDiskUnderTheLogLosesMessagesAndNoJob) {
     StartHost();
     FrontEnd frontEnd(endpointName);
     disk->Fill();
-    ExpectJobs(frontEnd, "print hello", 300, JobStatus::Success);
+    ExpectJobs(frontEnd, "print hello", 100, JobStatus::Success);
     disk->Free();
     ExpectJobs(frontEnd, "print hello", 1, JobStatus::Success);
     EXPECT_EQ(CountInLog("(Messages that could not be written here: "), 1);
-    EXPECT_EQ(SavedJobs().size(), 301U);
+    EXPECT_EQ(SavedJobs().size(), 101U);
 }
 
 TEST_F(DiskFaultsTest, AFolderThatIsReadOnlyForAWhileIsLikeAFullDisk) {
