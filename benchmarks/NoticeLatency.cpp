@@ -70,9 +70,9 @@ int main(int argc, char** argv) {
     LineDouble line;
     EngineTransmitter transmitter(line, &line);
     RequestHandler answers(engine, transmitter);
-    RequestQueue inbox(transmitter, RequestHandler::Names());
+    RequestQueue queue(transmitter, RequestHandler::Names());
     platform::Event stop;
-    std::thread loop([&] { HostLoop(engine, inbox, answers, stop.Handle()).Run(std::chrono::milliseconds(0)); });
+    std::thread loop([&] { HostLoop(engine, queue, answers, stop.Handle()).Run(std::chrono::milliseconds(0)); });
     std::vector<double> seconds;
     for (int number = 1; number <= count; ++number) {
         seconds.push_back(SecondsUntilTold(engine, line, number));

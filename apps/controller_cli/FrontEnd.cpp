@@ -105,9 +105,10 @@ ExitCode RunLongCommand(CommandContext& context, const std::vector<std::wstring>
         RequireDistinctFiles(context, {{L"Roles/LogFile", command.logFile}}, FilesReadBy(command));
         ControllerLogManager::Initialize(0, AbsolutePath(command.logFile), false);
     }
-    if (const std::wstring problem = settings::Problem();
-        command.kind == LongCommandKind::StopHost && !problem.empty()) {
-        return commands::StopHostWithoutSettings(context, problem);
+    if (command.kind == LongCommandKind::StopHost) {
+        if (const std::wstring problem = settings::Problem(); !problem.empty()) {
+            return commands::StopHostWithoutSettings(context, problem);
+        }
     }
     const auto run = [&] { return OperationOf(command.kind)(context, command); };
     const bool isAboutJobs = command.kind != LongCommandKind::Help && command.kind != LongCommandKind::Version;

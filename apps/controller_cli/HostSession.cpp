@@ -17,7 +17,7 @@ constexpr wchar_t refusalEvent[] = L"RequestRefused";
 /// Comes before the answer to the request for the scenarios.
 constexpr wchar_t scenarioProblemsEvent[] = L"ScenarioProblems";
 
-/// What the host sent last may still be on its way to the mailbox when the line is found closed.
+/// What the host sent last may still be on its way to the inbox when the line is found closed.
 constexpr milliseconds lastMailTime{100};
 
 } // namespace
@@ -25,13 +25,13 @@ constexpr milliseconds lastMailTime{100};
 HostSession::HostSession(CommandContext& commandContext, Start start)
     : context(commandContext), connection(ConnectToHost(commandContext, start)),
       requests(connection.transmitter, connection.extension) {
-    mailbox.SetEventTransmitter(&connection.transmitter);
-    connection.transmitter.AddEventHandler(refusalEvent, &mailbox.RefusalHandler());
-    connection.transmitter.AddEventHandler(scenarioProblemsEvent, &mailbox.ScenarioProblemsHandler());
+    inbox.SetEventTransmitter(&connection.transmitter);
+    connection.transmitter.AddEventHandler(refusalEvent, &inbox.RefusalHandler());
+    connection.transmitter.AddEventHandler(scenarioProblemsEvent, &inbox.ScenarioProblemsHandler());
 }
 
 HostSession::~HostSession() {
-    mailbox.LeaveEventTransmitter(&connection.transmitter);
+    inbox.LeaveEventTransmitter(&connection.transmitter);
     connection.transmitter.AddEventHandler(refusalEvent, nullptr);
     connection.transmitter.AddEventHandler(scenarioProblemsEvent, nullptr);
 }
@@ -61,7 +61,7 @@ std::vector<ScenarioInfo> HostSession::FetchScenarios() {
 }
 
 std::vector<std::wstring> HostSession::TakeScenarioProblems() {
-    return mailbox.Take(&Answers::scenarioProblems).value_or(std::vector<std::wstring>());
+    return inbox.Take(&Answers::scenarioProblems).value_or(std::vector<std::wstring>());
 }
 
 std::vector<ScenarioParameterSetInfo> HostSession::FetchParameterSets(const std::wstring& scenarioId) {
@@ -86,7 +86,7 @@ void HostSession::StopHost() {
 std::vector<JobStatusInfo> HostSession::WaitForUpdates(std::optional<milliseconds> interval) {
     const auto deadline = interval ? Deadline(steady_clock::now() + *interval) : std::nullopt;
     for (;;) {
-        std::vector<JobStatusInfo> updates = mailbox.TakeUpdates();
+        std::vector<JobStatusInfo> updates = inbox.TakeUpdates();
         if (!updates.empty()) {
             return updates;
         }
@@ -95,7 +95,7 @@ std::vector<JobStatusInfo> HostSession::WaitForUpdates(std::optional<millisecond
             FailHostGone();
         }
         if (wake == Wake::TimeIsOver) {
-            return mailbox.TakeUpdates();
+            return inbox.TakeUpdates();
         }
     }
 }
@@ -107,10 +107,10 @@ Answer HostSession::Await(bool wasSent, std::optional<Answer> Answers::*answer) 
     }
     const auto deadline = steady_clock::now() + context.patience;
     for (Wake wake = Wake::Arrived;; wake = WaitForMail(deadline)) {
-        if (std::optional<Answer> taken = mailbox.Take(answer)) {
+        if (std::optional<Answer> taken = inbox.Take(answer)) {
             return std::move(*taken);
         }
-        if (const auto refusal = mailbox.Take(&Answers::refusal)) {
+        if (const auto refusal = inbox.Take(&Answers::refusal)) {
             throw CommandFailure{ExitCode::JobFailed, *refusal};
         }
         if (wake == Wake::HostGone) {
@@ -144,7 +144,7 @@ HostSession::Wake HostSession::WaitForMail(Deadline deadline, void* readerGone) 
 
 /// True when something has arrived.
 bool HostSession::WaitOnce(milliseconds longest, void* readerGone) {
-    std::vector<void*> handles = {mailbox.Arrived(), context.stop, readerGone};
+    std::vector<void*> handles = {inbox.Arrived(), context.stop, readerGone};
     std::erase(handles, nullptr);
     const auto signalled = platform::WaitForAny(handles, longest);
     if (!signalled) {
@@ -156,7 +156,7 @@ bool HostSession::WaitOnce(milliseconds longest, void* readerGone) {
     if (handles[*signalled] == readerGone) {
         throw CommandFailure{ExitCode::ReaderGone, {}};
     }
-    mailbox.Clear();
+    inbox.Clear();
     return true;
 }
 

@@ -50,7 +50,7 @@ private:
 
     CommandContext& context;
     const HostConnection connection;
-    ResponseInbox mailbox;
+    ResponseInbox inbox;
     RequestProxy requests;
 };
 

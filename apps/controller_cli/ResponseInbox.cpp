@@ -85,7 +85,7 @@ bool ResponseInbox::CheckJobStatusResponse(const std::vector<JobStatusInfo>& inf
 template <typename Answer>
 bool ResponseInbox::Keeper<Answer>::operator()(const std::wstring& payload) {
     Answer content;
-    return ControllerCSWrapper::Deserialize(payload, content) && mailbox.Keep(place, content);
+    return ControllerCSWrapper::Deserialize(payload, content) && inbox.Keep(place, content);
 }
 
 template class ResponseInbox::Keeper<std::wstring>;

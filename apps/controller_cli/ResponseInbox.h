@@ -80,11 +80,11 @@ private:
     template <typename Answer>
     class Keeper final : public CallbackFunctor {
     public:
-        Keeper(ResponseInbox& owner, std::optional<Answer> Answers::*keptAt) : mailbox(owner), place(keptAt) {}
+        Keeper(ResponseInbox& owner, std::optional<Answer> Answers::*keptAt) : inbox(owner), place(keptAt) {}
         bool operator()(const std::wstring& payload) override;
 
     private:
-        ResponseInbox& mailbox;
+        ResponseInbox& inbox;
         std::optional<Answer> Answers::*place;
     };
 

@@ -95,11 +95,11 @@ HostExit ServeFrontEnds(const settings::Settings& settings, HostEngine& engine, 
     const platform::StopSignal stop;
     EngineTransmitter engineTransmitter(*transmitter, extension);
     RequestHandler answers(engine, engineTransmitter);
-    RequestQueue inbox(engineTransmitter, RequestHandler::Names());
+    RequestQueue queue(engineTransmitter, RequestHandler::Names());
     place.SetReady();
     platform::Event(platform::TakeInheritedHandle(readyEvent)).Raise();
     fault_points::ReachFaultPoint(fault_points::FaultPoint::HostReady);
-    HostLoop(engine, inbox, answers, stop.Handle()).Run(Patience(settings));
+    HostLoop(engine, queue, answers, stop.Handle()).Run(Patience(settings));
     ControllerLogManager::Log(L"The host has ended.");
     fault_points::ReachFaultPoint(fault_points::FaultPoint::HostEnds);
     return HostExit::Ended;

@@ -41,12 +41,12 @@ void HostLoop::Run(milliseconds patience) {
 HostLoop::Wake HostLoop::WaitForWork() {
     std::vector<void*> handles = engine.ActiveProcesses();
     const bool watching = !handles.empty() || engine.HasActiveJobs();
-    handles.insert(handles.begin(), {stop, inbox.Arrived()});
+    handles.insert(handles.begin(), {stop, queue.Arrived()});
     return platform::WaitForAny(handles, LongestWait(watching)) == std::size_t{0} ? Wake::Stop : Wake::Work;
 }
 
 void HostLoop::AnswerRequests() {
-    for (const Request& request : inbox.TakeAll()) {
+    for (const Request& request : queue.TakeAll()) {
         answers.Answer(request);
     }
 }

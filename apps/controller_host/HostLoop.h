@@ -12,8 +12,8 @@
 class HostLoop {
 public:
     /// All outlive the loop. `stop` is a handle that is signalled when the host is to end.
-    HostLoop(HostEngine& hostEngine, RequestQueue& requestInbox, RequestHandler& requestHandler, void* stopHandle)
-        : engine(hostEngine), inbox(requestInbox), answers(requestHandler), stop(stopHandle) {}
+    HostLoop(HostEngine& hostEngine, RequestQueue& requestQueue, RequestHandler& requestHandler, void* stopHandle)
+        : engine(hostEngine), queue(requestQueue), answers(requestHandler), stop(stopHandle) {}
 
     /// Returns when the host is to end, with all jobs cancelled and their processes ended, or after `patience` for
     /// those that do not.
@@ -30,7 +30,7 @@ private:
     void EndJobs(std::chrono::milliseconds patience);
 
     HostEngine& engine;
-    RequestQueue& inbox;
+    RequestQueue& queue;
     RequestHandler& answers;
     void* stop;
     std::chrono::steady_clock::time_point nextListWrite;

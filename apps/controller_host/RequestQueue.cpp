@@ -5,17 +5,17 @@
 
 class RequestQueue::Handler final : public CallbackFunctor {
 public:
-    Handler(RequestQueue& requestInbox, std::wstring eventName) : inbox(requestInbox), name(std::move(eventName)) {}
+    Handler(RequestQueue& requestQueue, std::wstring eventName) : queue(requestQueue), name(std::move(eventName)) {}
 
     bool operator()(const std::wstring& payload) override {
-        EngineTransmitter& transmitter = inbox.transmitter;
-        return inbox.Add({transmitter.CurrentPeer(), name, payload, transmitter.DeferAcknowledgement()});
+        EngineTransmitter& transmitter = queue.transmitter;
+        return queue.Add({transmitter.CurrentPeer(), name, payload, transmitter.DeferAcknowledgement()});
     }
 
     const std::wstring& Name() const { return name; }
 
 private:
-    RequestQueue& inbox;
+    RequestQueue& queue;
     std::wstring name;
 };
 

@@ -30,7 +30,7 @@ public:
     /// In all payloads that wait; a larger one is taken when nothing else waits.
     static constexpr std::size_t characterLimit = std::size_t{16} << 20;
 
-    /// Takes in every event that `names` lists, none before it can take all. `eventTransmitter` outlives the inbox.
+    /// Takes in every event that `names` lists, none before it can take all. `eventTransmitter` outlives the queue.
     RequestQueue(EngineTransmitter& eventTransmitter, const std::vector<std::wstring>& names);
     /// Takes its handlers away again; what lies here or waits for room is dropped.
     ~RequestQueue();
@@ -46,7 +46,7 @@ public:
 private:
     class Handler;
 
-    /// Waits for room; false when the inbox ends before there is any.
+    /// Waits for room; false when the queue ends before there is any.
     [[nodiscard]] bool Add(Request request);
     bool HasRoomFor(const Request& request) const;
 

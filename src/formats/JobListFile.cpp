@@ -108,19 +108,19 @@ bool IsOfNewerVersion(const std::string& bytes) {
 }
 
 /// What a look at a file in the list's place found.
-enum class Found { List, Nothing, NoList, ReasonUnusable };
+enum class Found { List, Nothing, NoList, Unusable };
 
 Found LookAt(const std::wstring& path, std::string& bytes, JobList& list, std::wstring& problem) {
     if (const Error error = platform::ReadFileRetrying(path, json::largestText, bytes)) {
         problem = platform::ToNativeText(path) + L": " + error.Text();
         const bool isNoFile = error.kind == ErrorKind::NotSupported;
-        return error.kind == ErrorKind::NotFound ? Found::Nothing : isNoFile ? Found::NoList : Found::ReasonUnusable;
+        return error.kind == ErrorKind::NotFound ? Found::Nothing : isNoFile ? Found::NoList : Found::Unusable;
     }
     if (json::Read(bytes, list, problem)) {
         return Found::List;
     }
     problem = json::ProblemInFile(path, problem);
-    return IsOfNewerVersion(bytes) ? Found::ReasonUnusable : Found::NoList;
+    return IsOfNewerVersion(bytes) ? Found::Unusable : Found::NoList;
 }
 
 /// A file is kept as `keptAs` without a moment in which there is none at `path`.
@@ -171,7 +171,7 @@ bool ReadOrRestore(const std::wstring& path, JobList& list) {
         return false;
     case Found::NoList:
         return Restore(path, list, problem);
-    case Found::ReasonUnusable:
+    case Found::Unusable:
         break;
     }
     ControllerCSWrapper::WriteErrorLog(L"The job list cannot be used, and is left as it is: " + problem);
@@ -254,7 +254,7 @@ std::wstring ReasonUnusable(const std::wstring& path) {
         std::string bytes;
         JobList list;
         std::wstring problem;
-        const bool isInTheWay = LookAt(path, bytes, list, problem) == Found::ReasonUnusable;
+        const bool isInTheWay = LookAt(path, bytes, list, problem) == Found::Unusable;
         return isInTheWay ? problem : std::wstring();
     });
 }

@@ -62,7 +62,7 @@ CONTROLLER_API void UseFile(const std::wstring& path);
 CONTROLLER_API std::shared_ptr<const Settings> Current();
 
 /// As `Current`; and what a running host cannot change stays as it is now, until `UseFile`: the job list file, the log
-/// file, the modules and the meeting place. Where the file says otherwise later, the log tells that it has no effect.
+/// file, the modules and the endpoint. Where the file says otherwise later, the log tells that it has no effect.
 CONTROLLER_API std::shared_ptr<const Settings> FrozenForProcess();
 
 /// The settings file that is looked at, whether it is there and can be read or not; empty where there is none to look

@@ -23,7 +23,7 @@ HostFixture::HostFixture() {
         std::make_unique<FunctionManager>(std::vector<std::wstring>{test_modules::ModulePath(L"recording_module_a")});
     engine = std::make_unique<ScriptedEngine<HostEngine>>(functions.get());
     answers = std::make_unique<RequestHandler>(*engine, transmitter);
-    inbox = std::make_unique<RequestQueue>(transmitter, RequestHandler::Names());
+    queue = std::make_unique<RequestQueue>(transmitter, RequestHandler::Names());
 }
 
 HostFixture::~HostFixture() {
@@ -33,7 +33,7 @@ HostFixture::~HostFixture() {
 
 void HostFixture::StartLoop() {
     loop =
-        std::thread([this] { HostLoop(*engine, *inbox, *answers, stop.Handle()).Run(std::chrono::milliseconds(0)); });
+        std::thread([this] { HostLoop(*engine, *queue, *answers, stop.Handle()).Run(std::chrono::milliseconds(0)); });
 }
 
 void HostFixture::Stop() {

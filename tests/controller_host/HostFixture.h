@@ -47,7 +47,7 @@ protected:
     std::unique_ptr<FunctionManager> functions;
     std::unique_ptr<HostEngine> engine;
     std::unique_ptr<RequestHandler> answers;
-    std::unique_ptr<RequestQueue> inbox;
+    std::unique_ptr<RequestQueue> queue;
     platform::Event stop;
 
 private:

@@ -89,7 +89,7 @@ class Folder {
 public:
     Folder(std::uint64_t runSeed, Tally& runTally)
         : seed(runSeed), tally(runTally), endpointName(text::FromUtf8(NewEndpointName())), site(endpointName),
-          visitor(site, ledger, endpointName) {}
+          user(site, ledger, endpointName) {}
 
     ~Folder() {
         tally.jobsAcknowledged += ledger.AcknowledgedJobs();
@@ -100,12 +100,12 @@ public:
 
     /// One host from its start to its sudden end.
     void Round(std::uint64_t round) {
-        visitor.Seed(seed, round);
+        user.Seed(seed, round);
         constexpr std::uint64_t turnLength = faultPointCount + roundsFromOutside;
         const std::size_t choice = ShuffledTurn(seed, round / turnLength)[round % turnLength];
         if (choice < faultPointCount) {
             const auto point = static_cast<FaultPoint>(choice);
-            DieAt({point, 1 + visitor.Draw(MostPasses(point) - 1)});
+            DieAt({point, 1 + user.Draw(MostPasses(point) - 1)});
         } else {
             DieFromOutside();
         }
@@ -115,7 +115,7 @@ public:
     void LookOnceMore() {
         for (int host = 0; host < 2; ++host) {
             ASSERT_TRUE(StartAndExamine()) << "a host without a fault has died";
-            ASSERT_TRUE(visitor.EndHost());
+            ASSERT_TRUE(user.EndHost());
             Bury();
             ++tally.endedAsAsked;
         }
@@ -127,18 +127,18 @@ public:
 private:
     /// Some are armed before the start, and may strike while the host mends what the one before left.
     void DieAt(const Fault& fault) {
-        const bool isArmedFirst = IsReachedAtStart(fault.point) || visitor.Draw(4) == 0;
+        const bool isArmedFirst = IsReachedAtStart(fault.point) || user.Draw(4) == 0;
         if (isArmedFirst) {
             site.Arm({fault.point, 1});
         }
-        bool isAlive = StartAndExamine() && (visitor.Draw(1) == 0 || visitor.AnyScene());
+        bool isAlive = StartAndExamine() && (user.Draw(1) == 0 || user.AnyScene());
         if (!isArmedFirst) {
             site.Arm(fault);
         }
-        isAlive = isAlive && (visitor.*SceneFor(fault.point))();
+        isAlive = isAlive && (user.*SceneFor(fault.point))();
         constexpr int mostScenes = 6;
         for (int scene = 1; isAlive && scene < mostScenes && site.HostLives(); ++scene) {
-            isAlive = visitor.AnyScene();
+            isAlive = user.AnyScene();
         }
         const bool isStruck = !isAlive || AwaitFault(fault.point);
         if (!isStruck) {
@@ -158,13 +158,13 @@ private:
     }
 
     void DieFromOutside() {
-        if (!StartAndExamine() || (visitor.Draw(1) == 0 && !visitor.AnyScene())) {
+        if (!StartAndExamine() || (user.Draw(1) == 0 && !user.AnyScene())) {
             ADD_FAILURE() << "a host without a fault has died";
             return;
         }
-        if (visitor.Draw(3) > 0) {
-            visitor.AskAndLeave();
-            platform::WaitForAny({site.Host()}, std::chrono::milliseconds(visitor.Draw(40)));
+        if (user.Draw(3) > 0) {
+            user.AskAndLeave();
+            platform::WaitForAny({site.Host()}, std::chrono::milliseconds(user.Draw(40)));
         }
         site.KillHost();
         Bury();
@@ -174,7 +174,7 @@ private:
     /// What is sent before the connection is seen to be gone would be lost, not sent to the next host.
     void Bury() {
         site.AwaitHostEnd();
-        visitor.HearLastWords();
+        user.HearLastWords();
         site.Disarm();
     }
 
@@ -185,14 +185,14 @@ private:
         const bool isReady = site.StartHost();
         ++tally.hostsStarted;
         list.clear();
-        if (!isReady || !visitor.Meet() || !visitor.Ask(list)) {
+        if (!isReady || !user.Meet() || !user.Ask(list)) {
             return false;
         }
         ledger.Compare(list);
         ledger.Adopt(list);
         tally.jobsCompared += list.size();
         ExpectNoActiveJob(list);
-        if (visitor.Draw(2) == 0 && !visitor.DeleteLatest()) {
+        if (user.Draw(2) == 0 && !user.DeleteLatest()) {
             return false;
         }
         return ExamineFolder();
@@ -201,7 +201,7 @@ private:
     bool ExamineFolder() {
         AwaitEndOfScenarios(site, tally);
         std::vector<JobListInfo> list;
-        if (!visitor.Ask(list)) {
+        if (!user.Ask(list)) {
             return false;
         }
         ledger.Compare(list);
@@ -215,7 +215,7 @@ private:
     const std::wstring endpointName;
     CrashSite site;
     Ledger ledger;
-    UserSimulator visitor;
+    UserSimulator user;
 };
 
 /// The rounds of one data folder, beginning with `first`; the number of the round after them.

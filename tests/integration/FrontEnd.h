@@ -24,7 +24,7 @@ public:
     FrontEnd(const FrontEnd&) = delete;
     FrontEnd& operator=(const FrontEnd&) = delete;
 
-    /// The transmitter that all presenters of this process share for the meeting place.
+    /// The transmitter that all presenters of this process share for the endpoint.
     EventTransmitter* Transmitter() const { return transmitter; }
 
     /// Sends a request and gives the content of its answer.

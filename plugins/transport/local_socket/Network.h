@@ -81,7 +81,7 @@ public:
 
     virtual std::unique_ptr<Timer> MakeTimer() = 0;
 
-    /// Takes the meeting place `name` and gives every front end of the same user that comes there to `onConnected`. An
+    /// Takes the endpoint `name` and gives every front end of the same user that comes there to `onConnected`. An
     /// empty text; or why the place could not be taken, by another engine for one. Called once, without the lock.
     virtual std::wstring Listen(const std::string& name, OnConnected onConnected) = 0;
 

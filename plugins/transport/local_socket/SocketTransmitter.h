@@ -37,7 +37,7 @@ public:
 protected:
     using Begin = event_delivery::EventDelivery::Begin;
 
-    /// `place` is the name of the meeting place.
+    /// `place` is the name of the endpoint.
     SocketTransmitter(std::string place, std::unique_ptr<Network> network, const Limits& limits, Network::Log log,
                       Begin begin);
 

@@ -88,7 +88,7 @@ enum class Durability { Unsynced, Synced };
 /// replaced itself. After a power failure the old or the new content stands there. Missing parent folders are made, for
 /// the owner alone. On Windows a target held open by others is tried 200 times more, 1 ms apart. After a failure the
 /// old file is untouched and no temporary file is left.
-Error ReplaceFile(const std::wstring& path, std::string_view bytes, Durability outlives = Durability::Synced);
+Error ReplaceFile(const std::wstring& path, std::string_view bytes, Durability durability = Durability::Synced);
 
 /// As `ReplaceFile`, and the file that stood there before is kept as `backupPath` (replacing an earlier one), at no
 /// moment leaving `path` without a whole file. Without an old file, just `ReplaceFile`.

@@ -68,7 +68,7 @@ Error CreateWithParents(File& file, const std::wstring& path, const std::wstring
 }
 
 /// Writes a new file with the permissions of `model`.
-Error WriteNewFile(const std::wstring& path, const std::wstring& model, std::string_view bytes, Durability outlives) {
+Error WriteNewFile(const std::wstring& path, const std::wstring& model, std::string_view bytes, Durability durability) {
     fault_points::ReachFaultPoint(fault_points::FaultPoint::FileToBeCreated);
     File file;
     if (const Error error = CreateWithParents(file, path, model)) {
@@ -77,7 +77,7 @@ Error WriteNewFile(const std::wstring& path, const std::wstring& model, std::str
     fault_points::ReachFaultPoint(fault_points::FaultPoint::FileCreated);
     Error error = file.Write(bytes);
     fault_points::ReachFaultPoint(fault_points::FaultPoint::FileWritten);
-    if (!error && outlives == Durability::Synced) {
+    if (!error && durability == Durability::Synced) {
         error = file.Flush();
         fault_points::ReachFaultPoint(fault_points::FaultPoint::FileFlushed);
     }
@@ -107,11 +107,11 @@ Error KeepAs(const std::wstring& path, const std::wstring& backupPath) {
 
 /// The folder is flushed for a name that is new in it: without, the whole file could be missing after a power failure.
 /// A name that was there before leads to a whole file, the old or the new one, in any case.
-Error MoveIntoPlace(const TemporaryName& temporary, const std::wstring& path, Durability outlives) {
+Error MoveIntoPlace(const TemporaryName& temporary, const std::wstring& path, Durability durability) {
     const bool isNew = !Exists(path);
     const Error error = RenameFile(temporary.Path(), path);
     fault_points::ReachFaultPoint(fault_points::FaultPoint::FileRenamed);
-    return error || !isNew || outlives == Durability::Unsynced ? error : FlushFolder(ParentFolder(path));
+    return error || !isNew || durability == Durability::Unsynced ? error : FlushFolder(ParentFolder(path));
 }
 
 Error RequireFileName(const std::wstring& path) {
@@ -133,13 +133,13 @@ void RemoveStaleTemporaries(const std::wstring& path) {
     }
 }
 
-Error ReplaceFile(const std::wstring& path, std::string_view bytes, Durability outlives) {
+Error ReplaceFile(const std::wstring& path, std::string_view bytes, Durability durability) {
     if (const Error error = RequireFileName(path)) {
         return error;
     }
     const TemporaryName temporary(path);
-    const Error error = WriteNewFile(temporary.Path(), path, bytes, outlives);
-    return error ? error : MoveIntoPlace(temporary, path, outlives);
+    const Error error = WriteNewFile(temporary.Path(), path, bytes, durability);
+    return error ? error : MoveIntoPlace(temporary, path, durability);
 }
 
 Error ReplaceFileKeepingBackup(const std::wstring& path, std::string_view bytes, const std::wstring& backupPath) {

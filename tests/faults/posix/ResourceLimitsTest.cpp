@@ -1,3 +1,4 @@
+#include "../../platform/SystemHelpers.h"
 #include "../FaultFixture.h"
 #include "IdleFrontEnds.h"
 #include "Privileges.h"
@@ -19,22 +20,6 @@ namespace {
 /// A host that may have no more open files than these keeps those that it has, and gets no other.
 constexpr rlim_t standardStreams = 3;
 constexpr rlim_t usual = 1024;
-
-/// Limits of this very process.
-class OpenFilesLimit {
-public:
-    explicit OpenFilesLimit(rlim_t count) {
-        getrlimit(RLIMIT_NOFILE, &before);
-        const rlimit limit = {count, before.rlim_max};
-        setrlimit(RLIMIT_NOFILE, &limit);
-    }
-    ~OpenFilesLimit() { setrlimit(RLIMIT_NOFILE, &before); }
-    OpenFilesLimit(const OpenFilesLimit&) = delete;
-    OpenFilesLimit& operator=(const OpenFilesLimit&) = delete;
-
-private:
-    rlimit before = {};
-};
 
 class ResourceLimitsTest : public FaultFixture {
 protected:
@@ -110,7 +95,7 @@ TEST_F(ResourceLimitsTest_OpenFiles, WithoutOpenFilesLeftFrontEndsWaitAndTheHost
 TEST_F(ResourceLimitsTest_OpenFiles, AHostThatMayOpenNoMoreTellsFrontEndsSoAndCanBeEnded) {
     constexpr int few = 48;
     {
-        const OpenFilesLimit limit(few);
+        const ScopedOpenFileLimit limit(few);
         StartHost();
     }
     const IdleFrontEnds others(endpointName, few);
@@ -176,7 +161,7 @@ TEST_F(ResourceLimitsTest_Here, AWaitForMoreHandlesThanAreAllowedDoesNotSpin) {
     const platform::Event second;
     const auto computing = std::clock();
     {
-        const OpenFilesLimit limit(1);
+        const ScopedOpenFileLimit limit(1);
         constexpr std::chrono::milliseconds patience{300};
         EXPECT_EQ(platform::WaitForAny({first.Handle(), second.Handle()}, patience), std::nullopt);
     }
@@ -191,7 +176,7 @@ TEST_F(ResourceLimitsTest_Here, SettingsThatCouldNotBeOpenedAreReadAsSoonAsTheyC
     ASSERT_EQ(settings::Current()->culture, L"de-DE");
     WriteTextFile(path, R"({"logFile":"","culture":"fr-FR"})");
     {
-        const OpenFilesLimit limit(0);
+        const ScopedOpenFileLimit limit(0);
         EXPECT_EQ(settings::Current()->culture, L"de-DE");
     }
     EXPECT_EQ(settings::Current()->culture, L"fr-FR");

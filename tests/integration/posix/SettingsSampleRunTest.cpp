@@ -11,7 +11,7 @@ namespace {
 using test_support::Ending;
 
 /// The settings file that docs/settings.md shows, used as it stands. The runtime folder is the test's own: the sample
-/// names the meeting place that everybody has.
+/// names the endpoint that everybody has.
 class SettingsSampleRunTest : public HostProcessFixture {
 protected:
     SettingsSampleRunTest() {

@@ -31,10 +31,10 @@ struct OpenedSocket {
     bool isBusy = false;
 };
 
-/// The socket of the meeting place `name`, as front ends look for it at this moment.
+/// The socket of the endpoint `name`, as front ends look for it at this moment.
 std::string SocketPathOf(const std::string& name);
 
-/// A meeting place taken for listening: nobody else can take it while this lives. One thread at a time.
+/// An endpoint taken for listening: nobody else can take it while this lives. One thread at a time.
 class ListeningPlace {
 public:
     ListeningPlace() = default;

@@ -86,18 +86,20 @@ std::size_t EndSomeAndWait(const Marks& marks, steady_clock::time_point deadline
 } // namespace
 
 std::size_t KillProcessesByEnvironment(const std::wstring& variable, const std::set<std::wstring>& values) {
+    if (values.empty()) {
+        return 0;
+    }
     constexpr std::chrono::seconds patience{10};
     const auto deadline = steady_clock::now() + patience;
     const Marks marks = MarksOf(variable, values);
     std::size_t count = 0;
-    // A process shows no environment for a moment while it becomes another program: what the ended ones had just
-    // started is found by a second look.
-    constexpr int looksInVain = 2;
-    for (int left = marks.empty() ? 0 : 1; left > 0 && steady_clock::now() < deadline; --left) {
-        if (const std::size_t ended = EndSomeAndWait(marks, deadline); ended != 0) {
-            count += ended;
-            left = looksInVain + 1;
-        }
+    // A process shows no environment for a moment while it becomes another program: where some were ended, what they
+    // had just started is found by a second look.
+    int looksInVain = 0;
+    while (looksInVain < (count == 0 ? 1 : 2) && steady_clock::now() < deadline) {
+        const std::size_t ended = EndSomeAndWait(marks, deadline);
+        looksInVain = ended == 0 ? looksInVain + 1 : 0;
+        count += ended;
     }
     return count;
 }
