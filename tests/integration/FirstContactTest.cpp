@@ -2,12 +2,13 @@
 
 #include "modules/ModuleFiles.h"
 #include "platform/files/NativePath.h"
+#include "platform/processes/Pipe.h"
 #include "platform/system/Environment.h"
 #include "platform/terminal/LineEnd.h"
 #include "support/OtherProcesses.h"
 #include "text/Text.h"
 
-#include <algorithm>
+#include <array>
 #include <set>
 
 namespace {
@@ -26,6 +27,28 @@ int Rounds() {
 }
 
 constexpr int frontEnds = 20;
+
+class RunningFrontEnd {
+public:
+    void Start(platform::ProcessStart start) {
+        ASSERT_FALSE(messages.Open());
+        start.output = messages.WriteEnd();
+        ASSERT_FALSE(platform::StartProcess(start, process));
+        messages.CloseWriteEnd();
+    }
+
+    /// Once it has ended. The host that it may have started can hold the pipe open.
+    void ExpectSuccess() {
+        ASSERT_TRUE(test_support::WaitUntilSignalled(process.Get()));
+        std::string said;
+        messages.ReadAvailable(4096, said);
+        EXPECT_EQ(platform::ExitCode(process.Get()), 0) << said;
+    }
+
+private:
+    platform::OutputPipe messages;
+    platform::OwnedHandle process;
+};
 
 /// Front ends that come when there is no host yet.
 class FirstContactTest : public HostProcessFixture {
@@ -48,20 +71,17 @@ protected:
 
     std::wstring OutputOf(int frontEnd) const { return folder / (L"out" + std::to_wstring(frontEnd) + L".txt"); }
 
-    /// Starts all at once, waits for their ends, and gives what they have written.
+    /// Starts all at once, waits for their ends, and gives what they have written to their files.
     std::vector<std::string> RunTogether(std::vector<std::wstring> arguments) const {
-        std::vector<platform::OwnedHandle> processes(frontEnds);
+        std::array<RunningFrontEnd, frontEnds> running;
         arguments.insert(arguments.end(), {L"-o", L""});
         for (int number = 0; number < frontEnds; ++number) {
             arguments.back() = platform::ToNativeText(OutputOf(number));
-            EXPECT_FALSE(
-                platform::StartProcess(FrontEndProcess(arguments), processes[static_cast<std::size_t>(number)]));
+            running[static_cast<std::size_t>(number)].Start(FrontEndProcess(arguments));
         }
         std::vector<std::string> outputs;
         for (int number = 0; number < frontEnds; ++number) {
-            void* const process = processes[static_cast<std::size_t>(number)].Get();
-            EXPECT_TRUE(test_support::WaitUntilSignalled(process));
-            EXPECT_EQ(platform::ExitCode(process), 0);
+            running[static_cast<std::size_t>(number)].ExpectSuccess();
             outputs.push_back(ReadTextFile(OutputOf(number)));
         }
         return outputs;

@@ -45,7 +45,7 @@ private:
 /// A front end waits for the greeting of an engine as long as for any answer; even one that does not want to wait lets
 /// an engine on a busy machine come to it.
 Limits FrontEndLimits() {
-    constexpr std::chrono::milliseconds shortest{1000};
+    constexpr std::chrono::milliseconds shortest{5000};
     Limits limits;
     limits.greeting = std::max<std::chrono::milliseconds>(response_patience::FromEnvironment(), shortest);
     return limits;
