@@ -144,6 +144,28 @@ TEST_F(JobRowTest, ABoardFindsItsJobsAndNoOthers) {
     EXPECT_EQ(board.Ids(), std::vector<std::wstring>{L"id1"});
 }
 
+TEST_F(JobRowTest, ARenewedBoardTellsOfNewAndChangedJobsAlone) {
+    JobListInfo changing = Job(JobStatus::Queued);
+    JobListInfo staying = Job(JobStatus::Queued);
+    staying.id = L"id2";
+    JobModel board({changing, staying});
+    changing.status = JobStatus::Running;
+    JobListInfo added = Job(JobStatus::Queued);
+    added.id = L"id3";
+    EXPECT_EQ(board.Renew({added, staying, changing}), (std::vector<std::wstring>{L"id3", L"id1"}));
+    EXPECT_EQ(board.Ids(), (std::vector<std::wstring>{L"id1", L"id2", L"id3"}));
+    EXPECT_EQ(board.Find(L"id1")->job.status, JobStatus::Running);
+}
+
+TEST_F(JobRowTest, AReportOfAnUnknownJobChangesNothing) {
+    JobModel board({Job(JobStatus::Queued)});
+    JobStatusInfo report;
+    report.id = L"id2";
+    report.status = JobStatus::Running;
+    EXPECT_EQ(board.Update(report), nullptr);
+    EXPECT_EQ(board.Ids(), std::vector<std::wstring>{L"id1"});
+}
+
 TEST_F(JobRowTest, AJobRunsFromItsStartToItsEndOrNow) {
     JobListInfo job = Job(JobStatus::Running);
     EXPECT_EQ(controller_cli::SecondsOf(job, 1000), -1);

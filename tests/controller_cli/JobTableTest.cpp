@@ -1,6 +1,6 @@
 #include "controller_cli/JobTable.h"
 
-#include "FrontEndFixture.h"
+#include "CommandContextFixture.h"
 #include "platform/files/NativePath.h"
 
 namespace {
@@ -8,10 +8,8 @@ namespace {
 using controller_cli::JobRow;
 using controller_cli::ProgressKind;
 
-class JobTableTest : public FrontEndFixture {
+class JobTableTest : public CommandContextFixture {
 protected:
-    JobTableTest() : texts(stringResourceFile) {}
-
     static JobRow View(std::int32_t number, JobStatus status) {
         return controller_cli::ViewOf(Job(number, L"part.stl", status));
     }
@@ -20,9 +18,6 @@ protected:
                                     ProgressKind kind = ProgressKind::Percent) {
         return controller_cli::JobTableLines(context, jobs, kind, width);
     }
-
-    const controller_cli::Texts texts;
-    controller_cli::CommandContext context{console, texts, host, nullptr, patience, [] { return std::int64_t{0}; }};
 };
 
 TEST_F(JobTableTest, OutputFoldersCanBeToldApartOnANarrowTerminal) {
@@ -51,6 +46,49 @@ TEST_F(JobTableTest, ProgressIsTheViews) {
     EXPECT_NE(Lines({&view}, std::nullopt, ProgressKind::Bar)[1].find(L"[######..............]  30 %"),
               std::wstring::npos);
     EXPECT_EQ(controller_cli::JobLine(context, view), L"Job 1 Canceled, 30 %, Mesh report, part.stl");
+}
+
+TEST_F(JobTableTest, TimesHaveHoursOnlyFromOneHourOn) {
+    const std::pair<const wchar_t*, std::string> starts[] = {{L"2026-03-05T07:09:53Z", "  0:07  "},
+                                                             {L"2026-03-05T06:10:01Z", "  59:59  "},
+                                                             {L"2026-03-05T06:07:57Z", "  1:02:03  "}};
+    for (const auto& [start, time] : starts) {
+        JobRow view = View(1, JobStatus::Running);
+        view.job.startTime = start;
+        EXPECT_NE(text::ToUtf8(Lines({&view}, std::nullopt)[1]).find("0 %" + time), std::string::npos) << time;
+    }
+}
+
+TEST_F(JobTableTest, AStateHasItsColour) {
+    console.hasColours = true;
+    const std::pair<JobStatus, const wchar_t*> states[] = {{JobStatus::Running, L"\x1b[36mRunning"},
+                                                           {JobStatus::Success, L"\x1b[32mSuccess"},
+                                                           {JobStatus::Failed, L"\x1b[31mFailed"},
+                                                           {JobStatus::Canceling, L"\x1b[33mCanceling"},
+                                                           {JobStatus::Queued, L"  Queued"}};
+    for (const auto& [status, shown] : states) {
+        const JobRow view = View(1, status);
+        EXPECT_NE(Lines({&view}, std::nullopt)[1].find(shown), std::wstring::npos) << JobStatusString(status);
+    }
+}
+
+TEST_F(JobTableTest, AnInputSetIsItsFirstFileAndHowManyMore) {
+    JobListInfo job = Job(1, L"a.stl", JobStatus::Queued);
+    EXPECT_EQ(controller_cli::InputText(job), L"a.stl");
+    job.inputFiles.resize(3);
+    EXPECT_EQ(controller_cli::InputText(job), L"a.stl +2");
+    job.inputFiles.clear();
+    EXPECT_EQ(controller_cli::InputText(job), L"");
+}
+
+TEST_F(JobTableTest, MessagesWithoutRoomInTheTableAreLines) {
+    JobRow failed = View(1, JobStatus::Failed);
+    failed.messages = {L"shown in the table", L"second\nits next line"};
+    JobRow succeeded = View(2, JobStatus::Success);
+    succeeded.outputFolder = L"/out";
+    succeeded.messages = {L"first"};
+    EXPECT_EQ(controller_cli::MessageLines(context, {failed, succeeded}),
+              (std::vector<std::wstring>{L"Job 1: second", L"  its next line", L"Job 2: first"}));
 }
 
 TEST_F(JobTableTest, MessagesOfAJobWithoutAnyAreNoLines) {

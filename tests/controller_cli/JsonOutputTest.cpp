@@ -43,6 +43,36 @@ TEST(JsonOutputTest, ADocumentIsOneLineWithAVersion) {
     EXPECT_EQ(controller_cli::ParameterSetsJson({}), L"{\"version\":1,\"parameterSets\":[]}\n");
 }
 
+TEST(JsonOutputTest, AJobHasEveryMemberInTheOrderOfTheDocument) {
+    JobRow view;
+    view.job.seqId = 7;
+    view.job.id = L"id7";
+    view.job.status = JobStatus::Success;
+    view.job.scenario.displayName = L"Mesh report";
+    view.job.inputFiles = {L"part.stl"};
+    view.job.runArgument = L"{\"layer\":1}";
+    view.job.startTime = L"2026-03-05T07:08:09Z";
+    view.job.endTime = L"2026-03-05T07:08:10Z";
+    view.progress = 100;
+    EXPECT_EQ(controller_cli::JobsJson({view}),
+              L"{\"version\":1,\"jobs\":[{\"number\":7,\"id\":\"id7\",\"status\":\"Success\",\"progress\":100,"
+              L"\"message\":\"\","
+              L"\"scenario\":\"Mesh report\",\"inputFiles\":[\"part.stl\"],\"runArgument\":\"{\\\"layer\\\":1}\","
+              L"\"outputFolder\":\"\",\"workFolder\":\"\",\"startTime\":\"2026-03-05T07:08:09Z\","
+              L"\"endTime\":\"2026-03-05T07:08:10Z\",\"messages\":[],\"outputFiles\":[]}]}\n");
+}
+
+TEST(JsonOutputTest, AScenarioSaysWhatItTakes) {
+    ScenarioInfo scenario;
+    scenario.id = L"mesh";
+    scenario.displayName = L"Mesh \"report\"";
+    scenario.path = L"mesh.adc";
+    scenario.inputs = {{L"STL", {L"stl"}}};
+    EXPECT_EQ(controller_cli::ScenariosJson({scenario}),
+              L"{\"version\":1,\"scenarios\":[{\"id\":\"mesh\",\"name\":\"Mesh \\\"report\\\"\",\"path\":\"mesh.adc\","
+              L"\"inputs\":[{\"cadName\":\"STL\",\"extensions\":[\"stl\"]}]}]}\n");
+}
+
 TEST(JsonOutputTest, ADeletedJobIsToldSo) {
     JobRow view;
     view.job.status = controller_cli::deletedStatus;

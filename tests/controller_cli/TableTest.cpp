@@ -38,6 +38,18 @@ TEST(TableTest, APathKeepsItsEnd) {
               (Lines{L"No  State    Where", L" 7  Running  \x2026orts/part", L" 8  Running  \x2026orts/gear"}));
 }
 
+TEST(TableTest, TheWidestFlexibleColumnGivesWayFirst) {
+    const std::vector<controller_cli::Column> flexible = {{L"A", ColumnKind::Flexible}, {L"B", ColumnKind::Flexible}};
+    EXPECT_EQ(TableLines(flexible, Rows{{{L"1234567"}, {L"1234567890"}}}, {16, false}).at(1), L"1234567  123456\x2026");
+    EXPECT_EQ(TableLines(flexible, Rows{{{L"1234567"}, {L"1234567890"}}}, {14, false}).at(1),
+              L"12345\x2026  12345\x2026");
+}
+
+TEST(TableTest, WideCharactersTakeTwoColumns) {
+    EXPECT_EQ(TableLines(columns, Rows{{{L"7"}, {L"\x4e16\x754c"}, {L"/a"}}, {{L"8"}, {L"ab"}, {L"/b"}}}, {}),
+              (Lines{L"No  State  Where", L" 7  \x4e16\x754c   /a", L" 8  ab     /b"}));
+}
+
 TEST(TableTest, WhatFindsNoRoomIsLeftOut) {
     EXPECT_EQ(TableLines(columns, Rows{{{L"7"}, {L"Running"}, {L"/a"}}}, {9, false}),
               (Lines{L"No  State", L" 7  Runn\x2026"}));
