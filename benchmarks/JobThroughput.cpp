@@ -1,5 +1,6 @@
-// Runs a number of no-op scenarios one after another through the whole chain (engine, function module, runner,
-// process), and the same number of bare processes. Prints "NAME SECONDS" lines. Usage: job_throughput COUNT
+// Runs a number of no-op scenarios through the whole chain (engine, function module, runner, process), one after
+// another and two at a time, and the same number of bare processes. Prints "NAME SECONDS" lines.
+// Usage: job_throughput COUNT
 
 #include <chrono>
 #include <cstdio>
@@ -21,8 +22,8 @@ double SecondsFor(const Work& work) {
     return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
 }
 
-bool RunJobs(std::size_t count) {
-    const Workplace workplace;
+bool RunJobs(std::size_t count, int parallelJobs) {
+    const Workplace workplace(parallelJobs);
     EnqueueJobsInfo request;
     request.scenario.id = workplace.MakeFile(L"no_operation.rb");
     request.outputDir = workplace.Path(L"output");
@@ -43,8 +44,9 @@ void SpawnProcesses(std::size_t count) {
 
 int main(int argc, char** argv) {
     const std::size_t count = argc > 1 ? std::strtoul(argv[1], nullptr, 10) : 1000;
-    bool succeeded = false;
-    std::printf("controller %.6f\n", SecondsFor([&] { succeeded = RunJobs(count); }));
+    bool succeeded = true;
+    std::printf("controller %.6f\n", SecondsFor([&] { succeeded = RunJobs(count, 1); }));
+    std::printf("controller_2_at_a_time %.6f\n", SecondsFor([&] { succeeded = RunJobs(count, 2) && succeeded; }));
     std::printf("posix_spawn %.6f\n", SecondsFor([&] { SpawnProcesses(count); }));
     if (!succeeded) {
         std::fputs("job_throughput: not every job succeeded; its figure says nothing\n", stderr);

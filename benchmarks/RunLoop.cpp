@@ -21,7 +21,8 @@ void WaitForProcess(HostEngine& engine) {
 std::size_t RunUntilCompleted(HostEngine& engine) {
     std::vector<JobStatusInfo> changed;
     while (!engine.IsCompleted()) {
-        engine.ExecuteJob(nullptr, changed);
+        while (engine.ExecuteJob(nullptr, changed)) {
+        }
         WaitForProcess(engine);
         std::vector<JobStatusInfo> ended;
         engine.CheckUpdate(ended);

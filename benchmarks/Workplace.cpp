@@ -3,10 +3,12 @@
 #include "services/Settings.h"
 #include "text/Text.h"
 
-Workplace::Workplace() {
-    WriteTextFile(Path(L"settings.json"),
-                  R"({"version":1,"workDirectory":"work","jobListFile":"job_list.json","logFile":"controller.log",)"
-                  R"("scenarioDirectories":[{"path":"scenarios","label":""}],"interpreters":{".rb":["true"]}})");
+Workplace::Workplace(int parallelJobs) {
+    WriteTextFile(
+        Path(L"settings.json"),
+        R"({"version":1,"workDirectory":"work","jobListFile":"job_list.json","logFile":"controller.log",)"
+        R"("scenarioDirectories":[{"path":"scenarios","label":""}],"interpreters":{".rb":["true"]},"parallelJobs":)" +
+            std::to_string(parallelJobs) + "}");
     settings::UseFile(Path(L"settings.json"));
 }
 

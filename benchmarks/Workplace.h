@@ -5,10 +5,10 @@
 
 #include <string>
 
-/// A folder with settings of its own, in force as long as it lives.
+/// A folder with settings of its own, in force as long as it lives: so many jobs at a time.
 class Workplace {
 public:
-    Workplace();
+    explicit Workplace(int parallelJobs = 1);
     ~Workplace();
     Workplace(const Workplace&) = delete;
     Workplace& operator=(const Workplace&) = delete;

@@ -51,6 +51,8 @@ void CheckPaths(const Settings& read) {
 
 void CheckLimits(const Settings& read) {
     fuzz::Require(read.autoDeleteDays >= 1 && read.autoDeleteDays <= 36500, "the days are within their limits");
+    fuzz::Require(read.parallelJobs >= 1 && read.parallelJobs <= settings::mostParallelJobs,
+                  "the number of jobs is within its limits");
     fuzz::Require(read.cancelGraceSeconds >= 0 && read.cancelGraceSeconds <= 3600, "the grace is within its limits");
     fuzz::Require(read.scenarioLogLimitBytes >= 4096 && read.scenarioLogLimitBytes <= 1073741824, "the log is limited");
     fuzz::Require(!read.culture.empty() && !read.defaultCulture.empty() && !read.transmitterName.empty(),
@@ -108,6 +110,7 @@ std::wstring Written(const Settings& read) {
     writer.Add(L"scenarioRunner", read.scenarioRunner);
     writer.Add(L"scenarioApiDirectory", read.scenarioApiDirectory);
     writer.Add(L"cancelGraceSeconds", read.cancelGraceSeconds);
+    writer.Add(L"parallelJobs", read.parallelJobs);
     writer.Add(L"scenarioLogLimitBytes", read.scenarioLogLimitBytes);
     writer.AddAutoDelete(read.autoDeleteWorkFolder, read.autoDeleteDays);
     writer.AddInterpreters(read.interpreters);

@@ -25,6 +25,8 @@ end
 row("one of #{jobs} no-op scenarios", FIGURES.fetch("controller"), "the same through task-spooler",
     FIGURES.fetch("task_spooler"), "below 1")
 row("", FIGURES.fetch("controller"), "bare posix_spawn + pidfd", FIGURES.fetch("posix_spawn"), "")
+row("the same two at a time, throughput", FIGURES.fetch("controller_2_at_a_time"), "one at a time",
+    FIGURES.fetch("controller"), "at most 0.625")
 row("FetchScenarios, 10,000 files, 500 folders", ENGINE.fetch("FetchScenarios"), "raw walk of the folders",
     ENGINE.fetch("WalkFolders"), "at most 3")
 row("EnqueueJob of 10,000 input sets", ENGINE.fetch("EnqueueTenThousandSets"), "the aim itself", 150.0, "at most 1")

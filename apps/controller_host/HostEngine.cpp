@@ -7,6 +7,7 @@
 #include "controller_host/FailureReasons.h"
 #include "fault_points/FaultPoint.h"
 #include "platform/files/FileSystem.h"
+#include "services/Settings.h"
 
 #include <algorithm>
 
@@ -35,6 +36,14 @@ bool TakeRequested(const JobEntry& job, std::set<std::wstring>& requested) {
 
 JobEntry* HostEngine::CreateNewJobEntry(const JobListInfo* info) {
     return info == nullptr ? new HostJobEntry() : new HostJobEntry(*info);
+}
+
+bool HostEngine::IsSuspendJobExecution() {
+    const auto isActive = [](const auto& job) { return IsActive(*job); };
+    const auto isQueued = [](const auto& job) { return job->GetStatus() == JobStatus::Queued; };
+    const auto active = std::count_if(jobList.begin(), jobList.end(), isActive);
+    return active >= settings::Current()->parallelJobs ||
+           (active > 0 && std::none_of(nextJob, jobList.end(), isQueued));
 }
 
 std::vector<void*> HostEngine::ActiveProcesses() {

@@ -67,6 +67,9 @@ public:
 
 protected:
     JobEntry* CreateNewJobEntry(const JobListInfo* info) override;
+    /// True while as many jobs are active as the settings allow; and while any is and none is queued behind the cursor,
+    /// because moving that to the end would only write the list once more.
+    bool IsSuspendJobExecution() override;
 
 private:
     std::vector<JobListInfo> DeletableJobs(const std::vector<std::wstring>& ids);

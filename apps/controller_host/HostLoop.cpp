@@ -31,7 +31,7 @@ void HostLoop::Run(milliseconds patience) {
         AnswerRequests();
         LookAtJobs();
         if (!answers.EndWasRequested()) {
-            StartNextJob();
+            StartJobs();
         }
         WriteListAgain();
     }
@@ -60,11 +60,13 @@ void HostLoop::LookAtJobs() {
     }
 }
 
-void HostLoop::StartNextJob() {
+/// Each start is listed and told before the next.
+void HostLoop::StartJobs() {
     std::vector<JobStatusInfo> updated;
-    if (engine.ExecuteJob(nullptr, updated)) {
+    while (engine.ExecuteJob(nullptr, updated)) {
         engine.ExplainFailures(updated);
         answers.Broadcast(updated);
+        updated.clear();
     }
 }
 

@@ -8,7 +8,7 @@
 
 /// The host's one loop. It waits for requests, for the end of processes and for the wish to stop; while a job runs also
 /// for the time to look at its progress file again, and while the job list cannot be written for the time to try again.
-/// Requests are answered before the next job is started.
+/// Requests are answered before the next jobs are started.
 class HostLoop {
 public:
     /// All outlive the loop. `stop` is a handle that is signalled when the host is to end.
@@ -25,7 +25,7 @@ private:
     Wake WaitForWork();
     void AnswerRequests();
     void LookAtJobs();
-    void StartNextJob();
+    void StartJobs();
     void WriteListAgain();
     void EndJobs(std::chrono::milliseconds patience);
 

@@ -13,6 +13,9 @@
 /// The application's settings, one JSON file.
 namespace settings {
 
+/// A host waits for the processes of all running jobs at once; Windows waits for 64 handles at most.
+inline constexpr std::int32_t mostParallelJobs = 60;
+
 /// Every path is absolute.
 struct Settings {
     /// The file that this was read from; empty for built-in defaults.
@@ -48,6 +51,8 @@ struct Settings {
     std::int32_t cancelGraceSeconds = 5;
     /// How much of a scenario's output is kept.
     std::int64_t scenarioLogLimitBytes = 1048576;
+    /// How many jobs a host runs at a time; 1 to `mostParallelJobs`.
+    std::int32_t parallelJobs = 1;
 
     bool operator==(const Settings&) const = default;
 };

@@ -5,6 +5,7 @@
 #include <cstdint>
 #include <map>
 #include <optional>
+#include <thread>
 #include <tuple>
 #include <utility>
 
@@ -97,6 +98,15 @@ struct LogLimit {
     static bool Accepts(Value bytes) { return bytes >= 4096 && bytes <= 1073741824; }
 };
 
+/// A number, or the word for as many as the machine has processor cores.
+struct ParallelJobs {
+    std::int32_t value = 1;
+};
+
+std::int32_t CoreCount() {
+    return std::clamp(static_cast<std::int32_t>(std::thread::hardware_concurrency()), 1, mostParallelJobs);
+}
+
 using Paths = std::vector<CheckedValue<Path>>;
 using Command = std::vector<CheckedValue<CommandPart>>;
 
@@ -135,6 +145,7 @@ struct File {
     std::optional<Interpreters> interpreters;
     CheckedValue<GraceSeconds> cancelGraceSeconds;
     CheckedValue<LogLimit> scenarioLogLimitBytes;
+    ParallelJobs parallelJobs;
 };
 
 } // namespace
@@ -171,6 +182,20 @@ struct ShapeOf<settings::Interpreters> {
 };
 
 template <>
+struct ShapeOf<settings::ParallelJobs> {
+    [[nodiscard]] static bool ReadWord(void* object, std::string_view marked) {
+        static_cast<settings::ParallelJobs*>(object)->value = settings::CoreCount();
+        return marked == "auto";
+    }
+    [[nodiscard]] static bool ReadNumber(void* object, std::string_view digits) {
+        std::int32_t& value = static_cast<settings::ParallelJobs*>(object)->value;
+        return ParseWholeNumber(digits, value) && value >= 1 && value <= settings::mostParallelJobs;
+    }
+    static constexpr Shape shape{
+        .expected = L"a whole number of jobs from 1 to 60, or \"auto\"", .text = ReadWord, .number = ReadNumber};
+};
+
+template <>
 struct Layout<settings::File> {
     using File = settings::File;
     static constexpr auto members = std::make_tuple(
@@ -183,7 +208,7 @@ struct Layout<settings::File> {
         Member{"transmitterName", &File::transmitterName}, Member{"stringResourceFile", &File::stringResourceFile},
         Member{"scenarioRunner", &File::scenarioRunner}, Member{"scenarioApiDirectory", &File::scenarioApiDirectory},
         Member{"interpreters", &File::interpreters}, Member{"cancelGraceSeconds", &File::cancelGraceSeconds},
-        Member{"scenarioLogLimitBytes", &File::scenarioLogLimitBytes});
+        Member{"scenarioLogLimitBytes", &File::scenarioLogLimitBytes}, Member{"parallelJobs", &File::parallelJobs});
 };
 
 } // namespace json
@@ -215,6 +240,7 @@ public:
         changed.defaultCulture = file.defaultCulture.value;
         changed.cancelGraceSeconds = file.cancelGraceSeconds.value;
         changed.scenarioLogLimitBytes = file.scenarioLogLimitBytes.value;
+        changed.parallelJobs = file.parallelJobs.value;
         for (const Directory& directory : file.scenarioDirectories) {
             changed.scenarioDirectories.push_back({Resolved(directory.path.value), directory.label.value});
         }

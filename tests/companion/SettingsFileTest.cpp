@@ -67,6 +67,9 @@ const std::vector<Refused> refusedFiles = {
      L": cancelGraceSeconds: expected a whole number of seconds from 0 to 3600, found -1"},
     {"FractionOfASecond", R"({"cancelGraceSeconds":0.5})", L": cancelGraceSeconds: expected a whole number"},
     {"LongGrace", R"({"cancelGraceSeconds":3601})", L": cancelGraceSeconds: expected a whole number"},
+    {"NoJobAtATime", R"({"parallelJobs":0})", L": parallelJobs: expected a whole number of jobs from 1 to 60, or"},
+    {"MoreJobsThanAreWaitedFor", R"({"parallelJobs":61})", L": parallelJobs: expected a whole number of jobs"},
+    {"JobsAsAnotherWord", R"({"parallelJobs":"all"})", L": parallelJobs: expected a whole number of jobs"},
     {"SmallLog", R"({"scenarioLogLimitBytes":4095})", L": scenarioLogLimitBytes: expected a whole number of bytes"},
     {"LargeLog", R"({"scenarioLogLimitBytes":1073741825})", L": scenarioLogLimitBytes: expected a whole number"},
     {"DirectoryWithoutPath", R"({"scenarioDirectories":[{"label":"x"}]})",
@@ -117,7 +120,7 @@ TEST_F(SettingsFileTest, TakesEveryMember) {
         "eventTransmitter":"../bin/line.so","transmitterName":"ours-1","stringResourceFile":"texts.json",
         "scenarioRunner":"../bin/runner","scenarioApiDirectory":"api",
         "interpreters":{".rb":["ruby","--disable=gems"],".py":["python3"]},
-        "cancelGraceSeconds":0,"scenarioLogLimitBytes":4096})"))
+        "cancelGraceSeconds":0,"scenarioLogLimitBytes":4096,"parallelJobs":60})"))
         << text::ToUtf8(problem);
     Settings expected;
     expected.file = path;
@@ -139,6 +142,7 @@ TEST_F(SettingsFileTest, TakesEveryMember) {
     expected.scenarioApiDirectory = folder / L"conf\\api";
     expected.interpreters = {{L".rb", {L"ruby", L"--disable=gems"}}, {L".py", {L"python3"}}};
     expected.cancelGraceSeconds = 0;
+    expected.parallelJobs = 60;
     expected.scenarioLogLimitBytes = 4096;
     EXPECT_TRUE(read == expected);
     EXPECT_TRUE(warnings.empty());

@@ -108,6 +108,84 @@ TEST_F(HostLoopTest, ATerminateRequestIsAnsweredAndEndsTheLoop) {
     WaitForTheEnd();
 }
 
+/// Several jobs at a time, as the settings say.
+class HostLoopTest_Parallel : public HostLoopTest_Requests {
+protected:
+    void Allow(const std::string& jobs) const {
+        WriteTextFile(folder / L"settings.json", R"({"version":1,"workDirectory":"work","jobListFile":"job_list.json",)"
+                                                 R"("logFile":"","parallelJobs":)" +
+                                                     jobs + "}");
+    }
+
+    std::vector<JobStatus> SavedStatuses() const {
+        std::vector<JobStatus> statuses;
+        for (const JobListInfo& job : SavedList()) {
+            statuses.push_back(job.status);
+        }
+        return statuses;
+    }
+
+    /// The ids of the jobs that were started since the last call.
+    std::vector<std::wstring> Started(std::size_t count) {
+        std::vector<std::wstring> ids;
+        while (ids.size() < count) {
+            ids.push_back(WaitForStatus(JobStatus::Running).id);
+        }
+        return ids;
+    }
+};
+
+TEST_F(HostLoopTest_Parallel, SoManyJobsRunAtATimeInTheOrderOfTheList) {
+    Allow("2");
+    StartLoop();
+    const JobEnqueueResult result = Enqueue(3);
+    EXPECT_EQ(Started(2), (std::vector{result.jobIds[0].id, result.jobIds[1].id}));
+    EXPECT_EQ(SavedStatuses(), (std::vector{JobStatus::Running, JobStatus::Running, JobStatus::Queued}));
+    processes.back().Finish();
+    EXPECT_EQ(Started(1), (std::vector{result.jobIds[2].id}));
+    EXPECT_EQ(SavedStatuses(), (std::vector{JobStatus::Running, JobStatus::Failed, JobStatus::Running}));
+}
+
+TEST_F(HostLoopTest_Parallel, AJobThatComesWhileOthersRunIsStartedAtOnce) {
+    Allow("60");
+    StartLoop();
+    const JobEnqueueResult first = Enqueue(1);
+    EXPECT_EQ(Started(1), (std::vector{first.jobIds[0].id}));
+    const JobEnqueueResult second = Enqueue(1);
+    EXPECT_EQ(Started(1), (std::vector{second.jobIds[0].id}));
+    processes.front().Finish();
+    EXPECT_EQ(WaitForStatus(JobStatus::Failed).id, first.jobIds[0].id);
+    const JobEnqueueResult third = Enqueue(1);
+    EXPECT_EQ(Started(1), (std::vector{third.jobIds[0].id}));
+}
+
+TEST_F(HostLoopTest_Parallel, EachOfThemIsCancelledByItself) {
+    Allow("3");
+    StartLoop();
+    const JobEnqueueResult result = Enqueue(3);
+    Started(3);
+    EXPECT_TRUE(line.Deliver(2, L"CancelJobs", Ids(L"CancelJobs", {L"2"})));
+    EXPECT_EQ(WaitForStatus(JobStatus::Canceling).id, result.jobIds[1].id);
+    std::next(processes.begin())->Finish();
+    EXPECT_EQ(WaitForStatus(JobStatus::Canceled).id, result.jobIds[1].id);
+    EXPECT_EQ(SavedStatuses(), (std::vector{JobStatus::Running, JobStatus::Canceled, JobStatus::Running}));
+}
+
+TEST_F(HostLoopTest_Parallel, ASmallerNumberLaterEndsNoneAndHoldsTheNextBack) {
+    Allow("2");
+    StartLoop();
+    const JobEnqueueResult result = Enqueue(4);
+    Started(2);
+    Allow("1");
+    processes.front().Finish();
+    WaitForStatus(JobStatus::Failed);
+    EXPECT_EQ(Enqueue(0).jobIds.size(), 0U); // a turn of the loop
+    EXPECT_EQ(SavedStatuses(),
+              (std::vector{JobStatus::Failed, JobStatus::Running, JobStatus::Queued, JobStatus::Queued}));
+    processes.back().Finish();
+    EXPECT_EQ(Started(1), (std::vector{result.jobIds[2].id}));
+}
+
 TEST_F(HostLoopTest_Requests, AfterATerminateRequestNoQueuedJobIsStarted) {
     ASSERT_TRUE(line.Deliver(1, L"EnqueueJobs", EnqueueRequest(2)));
     ASSERT_TRUE(line.Deliver(1, L"TerminateRequest", ControllerCSWrapper::Serialize(L"TerminateRequest")));

@@ -35,11 +35,16 @@ protected:
         return JobsFileFor("family.esa", 1);
     }
 
+    /// A job's work directory is there once it runs.
+    void AwaitReady(FrontEnd& frontEnd, const std::wstring& id) const {
+        frontEnd.AwaitStatus(id, JobStatus::Running);
+        AwaitFile(WorkDirOf(id), L"ready");
+    }
+
     /// The id of a job that has a family of running processes, and those.
     std::wstring StartFamily(FrontEnd& frontEnd) {
         const std::wstring id = frontEnd.Enqueue(PackagedFamily()).at(0).id;
-        frontEnd.AwaitStatus(id, JobStatus::Running);
-        AwaitFile(WorkDirOf(id), L"ready");
+        AwaitReady(frontEnd, id);
         family = OpenNotedProcesses(WorkDirOf(id));
         EXPECT_EQ(family.size(), 5U);
         return id;
@@ -104,6 +109,23 @@ TEST_F(HostProcessTest, ALongJobIsCancelledWithItsProcessesAndTheNextOneRuns) {
     frontEnd.AwaitStatus(longJob, JobStatus::Canceled);
     frontEnd.AwaitStatus(next.at(0).id, JobStatus::Success);
     AwaitDeathOf(family);
+}
+
+TEST_F(HostProcessTest, AsManyJobsRunAtATimeAsTheSettingsSay) {
+    std::string settings = UsualSettings("job_list.json");
+    settings.insert(1, R"("parallelJobs":2,)");
+    WriteSettings(settings);
+    StartHost();
+    FrontEnd frontEnd(endpointName);
+    const auto jobs = frontEnd.Enqueue(JobsFile("be ready\nwait", 3));
+    ASSERT_EQ(jobs.size(), 3U);
+    AwaitReady(frontEnd, jobs[0].id);
+    AwaitReady(frontEnd, jobs[1].id);
+    EXPECT_EQ(frontEnd.Jobs().at(2).status, JobStatus::Queued);
+    frontEnd.Cancel(jobs[0].id);
+    frontEnd.AwaitStatus(jobs[0].id, JobStatus::Canceled);
+    AwaitReady(frontEnd, jobs[2].id);
+    EXPECT_EQ(frontEnd.Jobs().at(1).status, JobStatus::Running);
 }
 
 TEST_F(HostProcessTest, AJobThatHasEndedIsDeletedWithItsWorkDirectory) {
