@@ -79,8 +79,8 @@ TEST(JsonTextTest, AnythingElseIsRefused) {
 
 TEST(JsonTextTest, AProblemTellsPlaceMemberAndWhatWasExpected) {
     const std::pair<const wchar_t*, const wchar_t*> table[] = {
-        {L"", L"line 1, column 1: not JSON: The document is empty."},
-        {L"{\"a\":1,\n \"b\":x}", L"line 2, column 6: not JSON: Invalid value."},
+        {L"", L"line 1, column 1: not JSON: The document is empty"},
+        {L"{\"a\":1,\n \"b\":x}", L"line 2, column 6: not JSON: Invalid value"},
         {L"[]", L"line 1, column 1: expected an object, found a list"},
         {L"{\"jobId\":5}", L"line 1, column 10: jobId: expected text, found a number"},
         {L"{\"jobId\": null}", L"line 1, column 11: jobId: expected text, found null"},

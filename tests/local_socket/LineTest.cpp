@@ -351,6 +351,37 @@ TEST_F(LineTest, AHandlerThatThrowsIsLoggedAndTheNextEventIsDelivered) {
     engine->AddEventHandler(L"Ask", nullptr);
 }
 
+TEST_F(LineTest, WhatWasSentBeforeTheEndArrives) {
+    auto engine = Engine();
+    const auto client = Client();
+    RecordingHandler atClient;
+    client->AddEventHandler(L"Answer", &atClient);
+    const std::wstring large(std::size_t{4} << 20, L'x'); // more than the system takes at once
+    EXPECT_TRUE(engine->SendEvent(L"Answer", large));
+    EXPECT_TRUE(engine->SendEvent(L"Answer", L"last"));
+    engine.reset();
+    EXPECT_TRUE(atClient.payloads.WaitFor(2) == (Payloads{large, L"last"}));
+    client->AddEventHandler(L"Answer", nullptr);
+}
+
+TEST_F(LineTest, WhoDoesNotTakeItDoesNotHoldUpTheEnd) {
+    limits.drain = std::chrono::milliseconds(20);
+    limits.undeliveredBytes = 1;
+    auto engine = Engine();
+    const auto client = Client();
+    std::promise<void> release;
+    RecordingHandler atClient([&](const std::wstring&) { release.get_future().wait(); });
+    client->AddEventHandler(L"Answer", &atClient);
+    EXPECT_TRUE(engine->SendEvent(L"Answer", L"first"));
+    EXPECT_EQ(atClient.payloads.WaitFor(1), Payloads{L"first"});
+    EXPECT_TRUE(engine->SendEvent(L"Answer", std::wstring(std::size_t{4} << 20, L'x')));
+    engine.reset();
+    release.set_value();
+    WaitUntilDisconnected(*client);
+    EXPECT_EQ(atClient.payloads.All(), Payloads{L"first"});
+    client->AddEventHandler(L"Answer", nullptr);
+}
+
 TEST_F(LineTest, AStoppedEndSendsNothing) {
     const auto engine = Engine();
     const auto client = Client();

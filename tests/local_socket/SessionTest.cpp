@@ -117,6 +117,26 @@ TEST_F(SessionTest, EventsComeInOrderAlsoWithTheGreeting) {
     EXPECT_EQ(happened, (Happened{L"greeted", L"event A", L"event B", L"event C"}));
 }
 
+TEST_F(SessionTest, OneThatFinishesWritesWhatWasQueuedAndTakesNothingMore) {
+    BeginOpenEngine();
+    peer.takesWrites = false;
+    EXPECT_EQ(session->Send(Shared(Event(L"A"))), Sending::Queued);
+    session->Finish();
+    EXPECT_EQ(session->Send(Shared(Event(L"B"))), Sending::PeerGone);
+    peer.Receive(Event(L"C"));
+    EXPECT_FALSE(peer.isClosed);
+    peer.TakeWrite();
+    EXPECT_EQ(peer.written, Event(L"A"));
+    EXPECT_TRUE(peer.isClosed);
+    EXPECT_EQ(happened, (Happened{L"greeted", L"closed: "}));
+}
+
+TEST_F(SessionTest, OneThatHasNothingToSendIsFinishedAtOnce) {
+    BeginOpenEngine();
+    session->Finish();
+    EXPECT_TRUE(peer.isClosed);
+}
+
 TEST_F(SessionTest, AFrontEndWithoutRoomIsToldAndClosed) {
     session = std::make_shared<Session>(7, Session::Role::Engine, network, FakeNetwork::ChannelTo(peer), SmallLimits(),
                                         *this);

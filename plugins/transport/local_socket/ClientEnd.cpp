@@ -147,10 +147,8 @@ void ClientEnd::Settle(const SharedPromise& acknowledged, Outcome outcome) {
     }
 }
 
-void ClientEnd::CloseSessions() {
-    if (const std::shared_ptr<Session> last = session) {
-        last->Close(L"");
-    }
+std::vector<std::shared_ptr<Session>> ClientEnd::Sessions() const {
+    return session ? std::vector{session} : std::vector<std::shared_ptr<Session>>();
 }
 
 void ClientEnd::OnGreeted(Session&) {

@@ -1,7 +1,6 @@
 #pragma once
 
 #include <atomic>
-#include <condition_variable>
 #include <memory>
 #include <mutex>
 #include <string>
@@ -46,7 +45,7 @@ private:
     /// With the lock held.
     void Settle(const SharedPromise& acknowledged, Outcome outcome);
 
-    void CloseSessions() override;
+    std::vector<std::shared_ptr<Session>> Sessions() const override;
     void OnGreeted(Session& session) override;
     void OnClosed(Session& closed, const std::wstring& reason) override;
 
@@ -55,7 +54,6 @@ private:
     /// Why the attempt of the constructor failed, until somebody is told or tries again. With `connecting`.
     std::wstring firstProblem;
     /// With the network's lock.
-    std::condition_variable sessionChanged;
     std::shared_ptr<Session> session;
     /// Why the last session was closed.
     std::wstring closeReason;

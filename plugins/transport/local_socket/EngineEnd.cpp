@@ -22,9 +22,7 @@ bool EngineEnd::SendEvent(const std::wstring& eventName, const std::wstring& pay
         return false;
     }
     const std::lock_guard<std::mutex> guard(network->Lock());
-    // A copy, because a session that is dropped leaves the list.
-    const std::map<Peer, std::shared_ptr<Session>> all = sessions;
-    for (const auto& [peer, session] : all) {
+    for (const std::shared_ptr<Session>& session : Sessions()) {
         if (session->IsOpen()) {
             // One front end that does not take its events must not keep them from the others.
             (void)session->SendOrClose(frame);
@@ -73,6 +71,9 @@ bool EngineEnd::Listen() {
 }
 
 void EngineEnd::OnConnected(std::unique_ptr<Channel> channel, Room room) {
+    if (IsStopped()) {
+        return;
+    }
     const bool isFull = sessions.size() >= limits.peers;
     if (isFull || room == Room::None) {
         TurnAway(std::move(channel), isFull);
@@ -93,11 +94,12 @@ void EngineEnd::TurnAway(std::unique_ptr<Channel> channel, bool isFull) {
     MakeSession(Session::Role::Engine, std::move(channel))->TurnAway(isFull ? limits.peers : 0);
 }
 
-void EngineEnd::CloseSessions() {
-    const std::map<Peer, std::shared_ptr<Session>> all = sessions;
-    for (const auto& [peer, session] : all) {
-        session->Close(L"");
+std::vector<std::shared_ptr<Session>> EngineEnd::Sessions() const {
+    std::vector<std::shared_ptr<Session>> all;
+    for (const auto& [peer, session] : sessions) {
+        all.push_back(session);
     }
+    return all;
 }
 
 void EngineEnd::OnGreeted(Session&) {}
@@ -107,6 +109,7 @@ void EngineEnd::OnClosed(Session& session, const std::wstring& reason) {
         Log(L"Front end " + std::to_wstring(session.Number()) + L" was dropped: " + reason + L".");
     }
     sessions.erase(session.Number());
+    sessionChanged.notify_all();
 }
 
 } // namespace local_socket

@@ -31,7 +31,7 @@ private:
     void OnConnected(std::unique_ptr<Channel> channel, Room room);
     void TurnAway(std::unique_ptr<Channel> channel, bool isFull);
 
-    void CloseSessions() override;
+    std::vector<std::shared_ptr<Session>> Sessions() const override;
     void OnGreeted(Session& session) override;
     void OnClosed(Session& session, const std::wstring& reason) override;
 

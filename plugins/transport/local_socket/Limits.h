@@ -28,6 +28,8 @@ struct Limits {
     std::chrono::milliseconds greeting{5000};
     /// Without a byte in the middle of a frame.
     std::chrono::milliseconds stall{5000};
+    /// At the end of a transmitter: until its peers have taken what was sent to them.
+    std::chrono::milliseconds drain{2000};
     /// From the sending of an event until its acknowledgement.
     std::chrono::milliseconds acknowledgement = event_delivery::acknowledgementTimeout;
     /// Sent to one peer and not yet taken by it, besides the frame that is on its way.

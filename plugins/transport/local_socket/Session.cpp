@@ -65,7 +65,7 @@ void Session::Start() {
 }
 
 Sending Session::Send(SharedFrame frame) {
-    if (isClosed || !canWrite) {
+    if (isClosed || isFinishing || !canWrite) {
         return Sending::PeerGone;
     }
     const std::size_t cost = CostOf(*frame);
@@ -109,6 +109,13 @@ void Session::EventHandled(const Frame& event) {
 void Session::TurnAway(std::uint64_t served) {
     Send(std::make_shared<const std::string>(EncodeBusy(served)));
     Close(L"");
+}
+
+void Session::Finish() {
+    isFinishing = true;
+    if (!isGreeted || outgoing.empty()) {
+        Close(L"");
+    }
 }
 
 void Session::Close(const std::wstring& reason) {
@@ -164,7 +171,7 @@ void Session::Take(std::string_view bytes) {
 }
 
 void Session::TakeFrame(Frame frame) {
-    if (isClosed) {
+    if (isClosed || isFinishing) {
         return;
     }
     if (!isGreeted) {
@@ -253,6 +260,9 @@ void Session::OnWritten(bool succeeded, std::size_t bytes) {
         // The reading side finds the end, behind what is still to be read.
         canWrite = false;
         outgoing.clear();
+        if (isFinishing) {
+            Close(L"");
+        }
         return;
     }
     writtenBytes += bytes;
@@ -263,6 +273,8 @@ void Session::OnWritten(bool succeeded, std::size_t bytes) {
     }
     if (!outgoing.empty()) {
         ContinueWrite();
+    } else if (isFinishing) {
+        Close(L"");
     }
 }
 

@@ -79,6 +79,10 @@ public:
     /// `EncodeBusy` takes it.
     void TurnAway(std::uint64_t served);
 
+    /// Ends the session as soon as what was queued is written; from now on nothing is queued, and what comes is
+    /// dropped.
+    void Finish();
+
     /// Ends the session; `reason` as `SessionObserver::OnClosed` takes it.
     void Close(const std::wstring& reason);
 
@@ -119,6 +123,7 @@ private:
     bool isGreeted = false;
     bool isClosed = false;
     bool wasTurnedAway = false;
+    bool isFinishing = false;
 
     /// Sent and not yet acknowledged.
     std::map<EventNumber, Awaited> awaited;

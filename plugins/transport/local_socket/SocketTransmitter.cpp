@@ -28,13 +28,21 @@ SocketTransmitter::~SocketTransmitter() {
 }
 
 bool SocketTransmitter::Stop(std::chrono::milliseconds patience) {
-    {
-        const std::lock_guard<std::mutex> guard(network->Lock());
-        isStopped = true;
-        CloseSessions();
-    }
+    EndSessions();
     EndNetworkThread();
     return deliveries.Stop(patience);
+}
+
+void SocketTransmitter::EndSessions() {
+    std::unique_lock<std::mutex> guard(network->Lock());
+    isStopped = true;
+    for (const std::shared_ptr<Session>& session : Sessions()) {
+        session->Finish();
+    }
+    sessionChanged.wait_for(guard, limits.drain, [this] { return Sessions().empty(); });
+    for (const std::shared_ptr<Session>& session : Sessions()) {
+        session->Close(L"");
+    }
 }
 
 void SocketTransmitter::End() {

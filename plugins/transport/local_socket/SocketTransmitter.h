@@ -1,10 +1,12 @@
 #pragma once
 
 #include <chrono>
+#include <condition_variable>
 #include <memory>
 #include <string>
 #include <thread>
 #include <utility>
+#include <vector>
 
 #include "CommonControllerLib/EventTransmitter.h"
 #include "controller_plugins/EventTransmitterExtension.h"
@@ -23,8 +25,9 @@ public:
     /// Those derived call `End` first, while they are whole.
     virtual ~SocketTransmitter();
 
-    /// Ends the sessions and both threads; from now on nothing is sent. False when a handler did not return within
-    /// `patience`: then this object must stay.
+    /// Ends the sessions and both threads; from now on nothing is sent. What was sent before reaches those peers that
+    /// take it within `Limits::drain`. False when a handler did not return within `patience`: then this object must
+    /// stay.
     [[nodiscard]] bool Stop(std::chrono::milliseconds patience);
 
     void AddEventHandler(const std::wstring& eventName, CallbackFunctor* handler) final;
@@ -47,8 +50,8 @@ protected:
     void Run();
     /// With the lock held.
     bool IsStopped() const { return isStopped; }
-    /// Closes every session. With the lock held.
-    virtual void CloseSessions() = 0;
+    /// Those that have not ended. With the lock held.
+    virtual std::vector<std::shared_ptr<Session>> Sessions() const = 0;
     /// A new session, not yet started, under a number that no other has. With the lock held.
     std::shared_ptr<Session> MakeSession(Session::Role role, std::unique_ptr<Channel> channel);
     /// The encoded event, null when it is too big to be sent; the log says so.
@@ -63,8 +66,11 @@ protected:
     const std::string place;
     const Limits limits;
     const std::unique_ptr<Network> network;
+    /// A session was greeted or has ended.
+    std::condition_variable sessionChanged;
 
 private:
+    void EndSessions();
     void EndNetworkThread();
     void Deliver(const std::shared_ptr<Session>& session, const Frame& event);
     void DeliverSafely(Session& session, const Frame& event);

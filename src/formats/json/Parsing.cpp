@@ -59,7 +59,10 @@ std::wstring PlaceOf(std::string_view text, std::size_t offset) {
 
 std::wstring SyntaxProblem(const std::string& text, const rapidjson::ParseResult& result, std::size_t taken) {
     if (result.IsError()) {
-        return PlaceOf(text, result.Offset()) + L": not JSON: " + Decode(rapidjson::GetParseError_En(result.Code()));
+        std::wstring reason = Decode(rapidjson::GetParseError_En(result.Code()));
+        // A problem is a part of a sentence; RapidJSON's are whole ones.
+        reason.erase(reason.find_last_not_of(L'.') + 1);
+        return PlaceOf(text, result.Offset()) + L": not JSON: " + reason;
     }
     if (taken != text.size()) {
         return PlaceOf(text, taken) + L": not JSON: a character U+0000";

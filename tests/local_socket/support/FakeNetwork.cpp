@@ -23,12 +23,16 @@ public:
         } else if (connection.takesWrites) {
             connection.written.append(bytes, size);
             done(true, size);
+        } else {
+            connection.toWrite = {bytes, size};
+            connection.writing = std::move(done);
         }
     }
 
     void Close() override {
         connection.isClosed = true;
         connection.reading = nullptr;
+        connection.writing = nullptr;
     }
 
 private:
@@ -43,6 +47,12 @@ void FakeConnection::Receive(std::string_view bytes) {
         bytes.remove_prefix(count);
         std::exchange(reading, nullptr)(true, count);
     }
+}
+
+void FakeConnection::TakeWrite() {
+    takesWrites = true;
+    written += toWrite;
+    std::exchange(writing, nullptr)(true, toWrite.size());
 }
 
 void FakeConnection::ReceiveEnd() {

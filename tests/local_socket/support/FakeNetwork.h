@@ -15,7 +15,7 @@ struct FakeConnection {
     /// All that the session has written and the test has let through.
     std::string written;
     bool isClosed = false;
-    /// While false, writes stay under way.
+    /// While false, a write stays under way, until `TakeWrite`.
     bool takesWrites = true;
     /// From now on, writes fail.
     bool failsWrites = false;
@@ -25,11 +25,15 @@ struct FakeConnection {
     void Receive(std::string_view bytes);
     /// The peer goes.
     void ReceiveEnd();
+    /// The peer takes the write that is under way, and all that follow.
+    void TakeWrite();
 
     // What the session asked for
     char* readBuffer = nullptr;
     std::size_t readSize = 0;
     local_socket::Channel::Done reading;
+    std::string_view toWrite;
+    local_socket::Channel::Done writing;
 };
 
 /// A network without any: the test says what comes in, and turns the clock. One thread.
