@@ -87,13 +87,13 @@ std::vector<std::size_t> ShuffledTurn(std::uint64_t seed, std::uint64_t turn) {
 /// Hosts that die in one data folder, one after another.
 class Folder {
 public:
-    Folder(std::uint64_t runSeed, Tally& runTally)
-        : seed(runSeed), tally(runTally), endpointName(text::FromUtf8(NewEndpointName())), site(endpointName),
+    Folder(std::uint64_t runSeed, CrashCounts& runCounts)
+        : seed(runSeed), counts(runCounts), endpointName(text::FromUtf8(NewEndpointName())), site(endpointName),
           user(site, ledger, endpointName) {}
 
     ~Folder() {
-        tally.jobsAcknowledged += ledger.AcknowledgedJobs();
-        tally.deletionsAcknowledged += ledger.AcknowledgedDeletions();
+        counts.jobsAcknowledged += ledger.AcknowledgedJobs();
+        counts.deletionsAcknowledged += ledger.AcknowledgedDeletions();
     }
     Folder(const Folder&) = delete;
     Folder& operator=(const Folder&) = delete;
@@ -117,7 +117,7 @@ public:
             ASSERT_TRUE(StartAndExamine()) << "a host without a fault has died";
             ASSERT_TRUE(user.EndHost());
             Bury();
-            ++tally.endedAsAsked;
+            ++counts.endedAsAsked;
         }
         ExpectNothingNoted(site);
     }
@@ -145,7 +145,7 @@ private:
             site.KillHost();
         }
         Bury();
-        ++(isStruck ? tally.struck[static_cast<std::size_t>(fault.point)] : tally.notReached);
+        ++(isStruck ? counts.struck[static_cast<std::size_t>(fault.point)] : counts.notReached);
     }
 
     /// A host that was asked to end goes on until then; what follows the last scene may also strike.
@@ -168,7 +168,7 @@ private:
         }
         site.KillHost();
         Bury();
-        ++tally.killedFromOutside;
+        ++counts.killedFromOutside;
     }
 
     /// What is sent before the connection is seen to be gone would be lost, not sent to the next host.
@@ -180,17 +180,17 @@ private:
 
     /// Looks at what the last host left, without a host and through a new one; false when that one died meanwhile.
     bool StartAndExamine() {
-        std::vector<JobListInfo> list = ReadList(site, tally);
+        std::vector<JobListInfo> list = ReadList(site, counts);
         ledger.Compare(list);
         const bool isReady = site.StartHost();
-        ++tally.hostsStarted;
+        ++counts.hostsStarted;
         list.clear();
         if (!isReady || !user.Meet() || !user.Ask(list)) {
             return false;
         }
         ledger.Compare(list);
         ledger.Adopt(list);
-        tally.jobsCompared += list.size();
+        counts.jobsCompared += list.size();
         ExpectNoActiveJob(list);
         if (user.Draw(2) == 0 && !user.DeleteLatest()) {
             return false;
@@ -199,31 +199,31 @@ private:
     }
 
     bool ExamineFolder() {
-        AwaitEndOfScenarios(site, tally);
+        AwaitEndOfScenarios(site, counts);
         std::vector<JobListInfo> list;
         if (!user.Ask(list)) {
             return false;
         }
         ledger.Compare(list);
-        CompareWorkDirectories(site, list, tally);
+        CompareWorkDirectories(site, list, counts);
         ExpectNoStrayFiles(site);
         return true;
     }
 
     const std::uint64_t seed;
-    Tally& tally;
+    CrashCounts& counts;
     const std::wstring endpointName;
     CrashSite site;
-    Ledger ledger;
+    JobLedger ledger{JobLedger::Others::None, [](const std::string& problem) { ADD_FAILURE() << problem; }};
     UserSimulator user;
 };
 
 /// The rounds of one data folder, beginning with `first`; the number of the round after them.
-std::uint64_t RunFolder(std::uint64_t seed, std::uint64_t first, std::size_t kills, Tally& tally) {
-    Folder folder(seed, tally);
+std::uint64_t RunFolder(std::uint64_t seed, std::uint64_t first, std::size_t kills, CrashCounts& counts) {
+    Folder folder(seed, counts);
     std::uint64_t round = first;
     try {
-        for (; round < first + roundsInAFolder && tally.Kills() < kills && !testing::Test::HasFailure(); ++round) {
+        for (; round < first + roundsInAFolder && counts.Kills() < kills && !testing::Test::HasFailure(); ++round) {
             folder.Round(round);
         }
         if (!testing::Test::HasFailure()) {
@@ -244,12 +244,12 @@ TEST(CrashMatrixTest, HostsThatAreKilledLoseNothingAndLeaveNothingBehind) {
     const std::size_t kills = Setting(L"CRASH_KILLS", 50);
     const std::uint64_t seed = Setting(L"CRASH_SEED", 1);
     std::uint64_t round = Setting(L"CRASH_FIRST_ROUND", 0);
-    Tally tally;
-    while (tally.Kills() < kills && !HasFailure()) {
-        round = RunFolder(seed, round, kills, tally);
+    CrashCounts counts;
+    while (counts.Kills() < kills && !HasFailure()) {
+        round = RunFolder(seed, round, kills, counts);
     }
-    std::cout << "Seed " << seed << "\n" << tally.Table();
-    EXPECT_TRUE(kills < wholeRun || tally.NeverStruck().empty()) << "never struck: " << tally.NeverStruck();
+    std::cout << "Seed " << seed << "\n" << counts.Table();
+    EXPECT_TRUE(kills < wholeRun || counts.NeverStruck().empty()) << "never struck: " << counts.NeverStruck();
 }
 
 } // namespace

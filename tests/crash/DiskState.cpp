@@ -55,16 +55,16 @@ void AwaitEndOf(const std::wstring& life) {
 
 } // namespace
 
-std::vector<JobListInfo> ReadList(const CrashSite& site, Tally& tally) {
+std::vector<JobListInfo> ReadList(const CrashSite& site, CrashCounts& counts) {
     std::vector<JobListInfo> list;
     if (platform::Exists(site.List())) {
         EXPECT_TRUE(ControllerCSWrapper::ParseJobList(site.List(), list)) << "the list cannot be read";
-        ++tally.listsParsed;
+        ++counts.listsParsed;
     }
     if (platform::Exists(site.List() + L".bak")) {
         std::vector<JobListInfo> backup;
         EXPECT_TRUE(ControllerCSWrapper::ParseJobList(site.List() + L".bak", backup)) << "the backup cannot be read";
-        ++tally.listsParsed;
+        ++counts.listsParsed;
     }
     return list;
 }
@@ -77,19 +77,19 @@ void ExpectNoActiveJob(const std::vector<JobListInfo>& list) {
     }
 }
 
-void AwaitEndOfScenarios(const CrashSite& site, Tally& tally) {
+void AwaitEndOfScenarios(const CrashSite& site, CrashCounts& counts) {
     const auto start = steady_clock::now();
     for (const platform::FolderEntry& life : EntriesOf(site.Lives())) {
         const std::wstring path = platform::ResolveAgainst(site.Lives(), life.name);
         AwaitEndOf(path);
         EXPECT_FALSE(platform::RemoveFile(path));
-        ++tally.processesLookedFor;
+        ++counts.processesLookedFor;
     }
     const auto passed = std::chrono::duration_cast<milliseconds>(steady_clock::now() - start);
-    tally.longestSurvival = std::max(tally.longestSurvival, passed);
+    counts.longestSurvival = std::max(counts.longestSurvival, passed);
 }
 
-void CompareWorkDirectories(const CrashSite& site, const std::vector<JobListInfo>& list, Tally& tally) {
+void CompareWorkDirectories(const CrashSite& site, const std::vector<JobListInfo>& list, CrashCounts& counts) {
     std::set<std::wstring> ids = NotedIds(site);
     for (const JobListInfo& job : list) {
         ids.insert(job.id);
@@ -99,7 +99,7 @@ void CompareWorkDirectories(const CrashSite& site, const std::vector<JobListInfo
     }
     for (const platform::FolderEntry& entry : EntriesOf(site.WorkDirectory())) {
         EXPECT_TRUE(ids.contains(entry.name)) << "a work directory of no job: " << text::ToUtf8(entry.name);
-        ++tally.workDirectoriesCompared;
+        ++counts.workDirectoriesCompared;
     }
 }
 

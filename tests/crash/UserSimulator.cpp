@@ -1,37 +1,28 @@
 #include "crash/UserSimulator.h"
 
 #include "ControllerCSWrapper/ControllerCSWrapper.h"
-#include "text/Text.h"
 
 #include <algorithm>
 #include <iterator>
-#include <stdexcept>
 
 namespace crash {
 namespace {
 
-bool HasEnded(const Ledger::Job& job) {
-    return job.told != JobStatus::Queued && job.told != JobStatus::Running && job.told != JobStatus::Canceling;
-}
-
-template <class Value>
-void Read(const std::wstring& content, Value& value) {
-    if (!ControllerCSWrapper::Deserialize(content, value)) {
-        throw std::runtime_error("cannot read " + text::ToUtf8(content));
-    }
+bool IsOver(const JobLedger::Job& job) {
+    return HasEnded(job.told);
 }
 
 } // namespace
 
-UserSimulator::UserSimulator(const CrashSite& crashSite, Ledger& theLedger, const std::wstring& endpointName)
+UserSimulator::UserSimulator(const CrashSite& crashSite, JobLedger& theLedger, const std::wstring& endpointName)
     : site(crashSite), ledger(theLedger),
-      conversation(endpointName, [this](const std::vector<JobStatusInfo>& changes) { ledger.Told(changes); }) {}
+      client(endpointName, [this](const std::vector<JobStatusInfo>& changes) { ledger.Told(changes); }) {}
 
 bool UserSimulator::Ask(std::vector<JobListInfo>& list) {
     const auto content =
-        conversation.Ask(L"InitJobsRequest", ControllerCSWrapper::Serialize(L"InitJobsRequest"), L"InitJobsResponse");
+        client.TryAsk(L"InitJobsRequest", ControllerCSWrapper::Serialize(L"InitJobsRequest"), L"InitJobsResponse");
     if (content) {
-        Read(*content, list);
+        list = TestClient::Read<std::vector<JobListInfo>>(*content);
     }
     return content.has_value();
 }
@@ -45,20 +36,20 @@ bool UserSimulator::RunJobs() {
 bool UserSimulator::WatchProgress() {
     std::vector<std::wstring> ids;
     return Enqueue(L"reporting", 1, ids) &&
-           AwaitStatus(ids.front(), [](const Ledger::Job& job) { return job.toldProgress > 0; }) && Cancel(ids) &&
+           AwaitStatus(ids.front(), [](const JobLedger::Job& job) { return job.toldProgress > 0; }) && Cancel(ids) &&
            AwaitEnd(ids.front());
 }
 
 bool UserSimulator::CancelJobs() {
     std::vector<std::wstring> ids;
     return Enqueue(L"waiting", static_cast<std::size_t>(1 + Draw(1)), ids) &&
-           AwaitStatus(ids.front(), [](const Ledger::Job& job) { return job.told == JobStatus::Running; }) &&
+           AwaitStatus(ids.front(), [](const JobLedger::Job& job) { return job.told == JobStatus::Running; }) &&
            Cancel(ids) && AwaitEnd(ids.front());
 }
 
 bool UserSimulator::CancelAllJobs() {
     const bool answered =
-        conversation.Ask(L"CancelAllJobs", ControllerCSWrapper::Serialize(L"CancelAllJobs"), L"CancelJobsFinish")
+        client.TryAsk(L"CancelAllJobs", ControllerCSWrapper::Serialize(L"CancelAllJobs"), L"CancelJobsFinish")
             .has_value();
     return answered && AwaitEndOfAll();
 }
@@ -68,18 +59,16 @@ bool UserSimulator::DeleteSome() {
 }
 
 bool UserSimulator::DeleteAll() {
-    std::vector<std::wstring> ids;
-    std::transform(ledger.Jobs().begin(), ledger.Jobs().end(), std::back_inserter(ids),
-                   [](const Ledger::Job& job) { return job.id; });
+    const std::vector<std::wstring> ids = ledger.Ids([](const JobLedger::Job&) { return true; });
     return CancelAllJobs() && Delete(ids);
 }
 
 bool UserSimulator::DeleteLatest() {
     std::vector<std::wstring> ids;
     constexpr std::size_t most = 3;
-    const std::vector<Ledger::Job>& jobs = ledger.Jobs();
+    const std::vector<JobLedger::Job>& jobs = ledger.Jobs();
     for (auto job = jobs.rbegin(); job != jobs.rend() && ids.size() < most; ++job) {
-        if (HasEnded(*job)) {
+        if (IsOver(*job)) {
             ids.push_back(job->id);
         }
     }
@@ -90,15 +79,15 @@ bool UserSimulator::LookAround() {
     std::vector<JobListInfo> list;
     const std::vector<std::wstring> names = {L"1", L"nobody"};
     return Ask(list) &&
-           conversation.Ask(L"CheckJobStatusRequest", ControllerCSWrapper::Serialize(L"CheckJobStatusRequest", names),
-                            L"CheckJobStatusResponse");
+           client.TryAsk(L"CheckJobStatusRequest", ControllerCSWrapper::Serialize(L"CheckJobStatusRequest", names),
+                         L"CheckJobStatusResponse");
 }
 
 bool UserSimulator::EndHost() {
     std::vector<std::wstring> ids;
     return Enqueue(L"waiting", 1, ids) &&
-           conversation.Ask(L"TerminateRequest", ControllerCSWrapper::Serialize(L"TerminateRequest"),
-                            L"TerminateResponse");
+           client.TryAsk(L"TerminateRequest", ControllerCSWrapper::Serialize(L"TerminateRequest"),
+                         L"TerminateResponse");
 }
 
 bool UserSimulator::AnyScene() {
@@ -113,17 +102,17 @@ bool UserSimulator::AnyScene() {
 void UserSimulator::AskAndLeave() {
     switch (Draw(2)) {
     case 0:
-        conversation.Send(L"EnqueueJobs", MakeEnqueue(L"waiting", 2).text);
+        client.Send(L"EnqueueJobs", MakeEnqueue(L"waiting", 2).text);
         break;
     case 1: {
         const std::vector<std::wstring> ids = SomeEndedJobs();
         ledger.DeletionAsked(ids);
-        conversation.Send(L"DeleteJobsRequest", ControllerCSWrapper::Serialize(L"DeleteJobsRequest", ids));
+        client.Send(L"DeleteJobsRequest", ControllerCSWrapper::Serialize(L"DeleteJobsRequest", ids));
         break;
     }
     default:
-        conversation.Send(L"EnqueueJobs", MakeEnqueue(L"quick", 1).text);
-        conversation.Send(L"CancelAllJobs", ControllerCSWrapper::Serialize(L"CancelAllJobs"));
+        client.Send(L"EnqueueJobs", MakeEnqueue(L"quick", 1).text);
+        client.Send(L"CancelAllJobs", ControllerCSWrapper::Serialize(L"CancelAllJobs"));
     }
 }
 
@@ -150,12 +139,11 @@ UserSimulator::Request UserSimulator::MakeEnqueue(const std::wstring& scenario, 
 
 bool UserSimulator::Enqueue(const std::wstring& scenario, std::size_t jobs, std::vector<std::wstring>& ids) {
     const Request request = MakeEnqueue(scenario, jobs);
-    const auto content = conversation.Ask(L"EnqueueJobs", request.text, L"EnqueueJobsFinish");
+    const auto content = client.TryAsk(L"EnqueueJobs", request.text, L"EnqueueJobsFinish");
     if (!content) {
         return false;
     }
-    JobEnqueueResult result;
-    Read(*content, result);
+    const auto result = TestClient::Read<JobEnqueueResult>(*content);
     ledger.EnqueueAcknowledged(request.mark, result);
     std::transform(result.jobIds.begin(), result.jobIds.end(), std::back_inserter(ids),
                    [](const JobIdInfo& job) { return job.id; });
@@ -163,43 +151,41 @@ bool UserSimulator::Enqueue(const std::wstring& scenario, std::size_t jobs, std:
 }
 
 bool UserSimulator::Cancel(const std::vector<std::wstring>& ids) {
-    return conversation.Ask(L"CancelJobs", ControllerCSWrapper::Serialize(L"CancelJobs", ids), L"CancelJobsFinish")
+    return client.TryAsk(L"CancelJobs", ControllerCSWrapper::Serialize(L"CancelJobs", ids), L"CancelJobsFinish")
         .has_value();
 }
 
 bool UserSimulator::Delete(const std::vector<std::wstring>& ids) {
     ledger.DeletionAsked(ids);
-    const auto content = conversation.Ask(
-        L"DeleteJobsRequest", ControllerCSWrapper::Serialize(L"DeleteJobsRequest", ids), L"DeleteJobsResponse");
+    const auto content = client.TryAsk(L"DeleteJobsRequest", ControllerCSWrapper::Serialize(L"DeleteJobsRequest", ids),
+                                       L"DeleteJobsResponse");
     if (!content) {
         return false;
     }
-    std::vector<std::wstring> deleted;
-    Read(*content, deleted);
-    ledger.DeletionAcknowledged(deleted);
+    ledger.DeletionAcknowledged(TestClient::Read<std::vector<std::wstring>>(*content));
     return true;
 }
 
-bool UserSimulator::AwaitStatus(const std::wstring& id, const std::function<bool(const Ledger::Job&)>& isReached) {
-    return conversation.AwaitChanges([&] { return HasEnded(ledger.JobOf(id)) || isReached(ledger.JobOf(id)); });
+bool UserSimulator::AwaitStatus(const std::wstring& id, const std::function<bool(const JobLedger::Job&)>& isReached) {
+    return client.AwaitChanges([&] { return IsOver(ledger.JobOf(id)) || isReached(ledger.JobOf(id)); });
 }
 
 bool UserSimulator::AwaitEnd(const std::wstring& id) {
-    return conversation.AwaitChanges([&] { return HasEnded(ledger.JobOf(id)); });
+    return client.AwaitChanges([&] { return IsOver(ledger.JobOf(id)); });
 }
 
 bool UserSimulator::AwaitEndOfAll() {
-    return conversation.AwaitChanges([&] { return std::all_of(ledger.Jobs().begin(), ledger.Jobs().end(), HasEnded); });
+    return client.AwaitChanges([&] { return std::all_of(ledger.Jobs().begin(), ledger.Jobs().end(), IsOver); });
 }
 
 std::vector<std::wstring> UserSimulator::SomeEndedJobs() {
     std::vector<std::wstring> ids;
-    for (const Ledger::Job& job : ledger.Jobs()) {
-        if (HasEnded(job) && Draw(1) == 0 && ids.size() < 3) {
+    for (const JobLedger::Job& job : ledger.Jobs()) {
+        if (IsOver(job) && Draw(1) == 0 && ids.size() < 3) {
             ids.push_back(job.id);
         }
     }
-    if (ids.empty() && !ledger.Jobs().empty() && HasEnded(ledger.Jobs().front())) {
+    if (ids.empty() && !ledger.Jobs().empty() && IsOver(ledger.Jobs().front())) {
         ids.push_back(ledger.Jobs().front().id);
     }
     return ids;

@@ -1,8 +1,8 @@
 #pragma once
 
-#include "crash/Conversation.h"
 #include "crash/CrashSite.h"
-#include "crash/Ledger.h"
+#include "kit/JobLedger.h"
+#include "kit/TestClient.h"
 
 #include <functional>
 #include <random>
@@ -16,10 +16,10 @@ class UserSimulator {
 public:
     using Scene = bool (UserSimulator::*)();
 
-    UserSimulator(const CrashSite& site, Ledger& ledger, const std::wstring& endpointName);
+    UserSimulator(const CrashSite& site, JobLedger& ledger, const std::wstring& endpointName);
 
     /// False when the host died, here and in all scenes.
-    [[nodiscard]] bool Meet() { return conversation.Meet(site.Host()); }
+    [[nodiscard]] bool Meet() { return client.Meet(site.Host()); }
     /// The host's list.
     [[nodiscard]] bool Ask(std::vector<JobListInfo>& list);
 
@@ -40,7 +40,7 @@ public:
     /// Sends a request and leaves before it is answered.
     void AskAndLeave();
     /// Takes in what a host that has died said last.
-    void HearLastWords() { conversation.HearLastWords(); }
+    void HearLastWords() { client.HearLastWords(); }
 
     /// A whole number from 0 to `most`, as the round's seed has it.
     int Draw(int most);
@@ -55,14 +55,14 @@ private:
     [[nodiscard]] bool Enqueue(const std::wstring& scenario, std::size_t jobs, std::vector<std::wstring>& ids);
     [[nodiscard]] bool Cancel(const std::vector<std::wstring>& ids);
     [[nodiscard]] bool Delete(const std::vector<std::wstring>& ids);
-    [[nodiscard]] bool AwaitStatus(const std::wstring& id, const std::function<bool(const Ledger::Job&)>& isReached);
+    [[nodiscard]] bool AwaitStatus(const std::wstring& id, const std::function<bool(const JobLedger::Job&)>& isReached);
     [[nodiscard]] bool AwaitEnd(const std::wstring& id);
     [[nodiscard]] bool AwaitEndOfAll();
     std::vector<std::wstring> SomeEndedJobs();
 
     const CrashSite& site;
-    Ledger& ledger;
-    Conversation conversation;
+    JobLedger& ledger;
+    TestClient client;
     std::mt19937_64 random;
 };
 

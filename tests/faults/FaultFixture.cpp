@@ -47,7 +47,7 @@ void FaultFixture::AwaitLog(const std::string& part) const {
     Await("the log line " + part, [&] { return CountInLog(part) > 0; });
 }
 
-void FaultFixture::ExpectJobs(FrontEnd& frontEnd, const std::string& steps, int count, JobStatus status) {
+void FaultFixture::ExpectJobs(TestClient& frontEnd, const std::string& steps, int count, JobStatus status) {
     for (const JobIdInfo& job : frontEnd.Enqueue(JobsFile(steps, count))) {
         frontEnd.AwaitStatus(job.id, status);
     }

@@ -22,7 +22,7 @@ protected:
     void AwaitLog(const std::string& part) const;
 
     /// Runs jobs to their end, and expects all to end so.
-    void ExpectJobs(FrontEnd& frontEnd, const std::string& steps, int count, JobStatus status);
+    void ExpectJobs(TestClient& frontEnd, const std::string& steps, int count, JobStatus status);
     /// Ends the host by force and starts another.
     void RestartHost();
 

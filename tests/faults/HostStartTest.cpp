@@ -49,7 +49,7 @@ protected:
 
     void SaveTwoJobs() {
         StartHost();
-        FrontEnd frontEnd(endpointName);
+        TestClient frontEnd(endpointName);
         ExpectJobs(frontEnd, "exit 0", 2, JobStatus::Success);
         frontEnd.Terminate();
         ASSERT_EQ(AwaitHostEnd(), ended);
@@ -89,7 +89,7 @@ TEST_F(HostStartTest, ADamagedListIsReplacedByItsBackupAndKept) {
     const std::string whole = ReadTextFile(listFile);
     WriteTextFile(listFile, whole.substr(0, whole.size() / 2));
     StartHost();
-    FrontEnd frontEnd(endpointName);
+    TestClient frontEnd(endpointName);
     EXPECT_EQ(frontEnd.Jobs().size(), 2U);
     ExpectJobs(frontEnd, "exit 0", 1, JobStatus::Success);
     const std::vector<JobListInfo> jobs = frontEnd.Jobs();
@@ -103,7 +103,7 @@ TEST_F(HostStartTest, ADamagedListIsReplacedByItsBackupAndKept) {
 TEST_F(HostStartTest, ADamagedListWithoutABackupIsToldByEveryHostUntilItIsDealtWith) {
     WriteTextFile(listFile, "no list");
     StartHost();
-    FrontEnd(endpointName).Terminate();
+    TestClient(endpointName).Terminate();
     ASSERT_EQ(AwaitHostEnd(), ended);
     ASSERT_EQ(BesideList(L".corrupt-").size(), 1U);
     const std::string told = "kept as " + text::ToUtf8(platform::ToNativeText(BesideList(L".corrupt-")[0])) + ":";

@@ -40,7 +40,7 @@ TEST_F(LongListTest, ItIsLoadedGrowsAndShrinks) {
     const std::vector<JobListInfo> jobs = EndedJobs();
     WriteTextFile(listFile, text::ToUtf8(ControllerCSWrapper::Serialize(L"JobList", jobs)));
     StartHost();
-    FrontEnd frontEnd(endpointName);
+    TestClient frontEnd(endpointName);
     EXPECT_EQ(frontEnd.Jobs(), jobs);
 
     const std::vector<JobIdInfo> added = frontEnd.Enqueue(JobsFile("exit 0"));

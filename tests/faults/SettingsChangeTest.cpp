@@ -10,7 +10,7 @@ protected:
 };
 
 TEST_F(SettingsChangeTest, AnotherListWaitsForTheNextStart) {
-    FrontEnd frontEnd(endpointName);
+    TestClient frontEnd(endpointName);
     ExpectJobs(frontEnd, "exit 0", 1, JobStatus::Success);
     WriteTextFile(folder / L"other_list.json", R"({"JobList":[{"id":"foreign","seqId":7}]})");
     const std::wstring firstList = listFile;
@@ -24,7 +24,7 @@ TEST_F(SettingsChangeTest, AnotherListWaitsForTheNextStart) {
 }
 
 TEST_F(SettingsChangeTest, AnotherWorkDirectoryHoldsForTheNextJobs) {
-    FrontEnd frontEnd(endpointName);
+    TestClient frontEnd(endpointName);
     const std::wstring before = frontEnd.Enqueue(JobsFile("exit 0")).at(0).id;
     frontEnd.AwaitStatus(before, JobStatus::Success);
     Place("job_list.json", "controller.log", "other_work");
@@ -39,7 +39,7 @@ TEST_F(SettingsChangeTest, AnotherWorkDirectoryHoldsForTheNextJobs) {
 }
 
 TEST_F(SettingsChangeTest, JobsRunOnWhileTheFileIsBroken) {
-    FrontEnd frontEnd(endpointName);
+    TestClient frontEnd(endpointName);
     WriteSettings(R"({"version":1,"interpreters":{".rb":["tes)");
     ExpectJobs(frontEnd, "exit 0", 2, JobStatus::Success);
     EXPECT_EQ(CountInLog("The settings are not usable"), 1) << Log();
@@ -47,7 +47,7 @@ TEST_F(SettingsChangeTest, JobsRunOnWhileTheFileIsBroken) {
 }
 
 TEST_F(SettingsChangeTest, JobsRunOnWhenTheFileIsGone) {
-    FrontEnd frontEnd(endpointName);
+    TestClient frontEnd(endpointName);
     ASSERT_FALSE(platform::RemoveFile(folder / L"settings.json"));
     ExpectJobs(frontEnd, "exit 0", 2, JobStatus::Success);
     EXPECT_EQ(SavedJobs().size(), 2U);

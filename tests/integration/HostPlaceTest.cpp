@@ -85,7 +85,7 @@ TEST_F(HostPlaceTest, ABrokenSettingsFileEndsNoHostThatWasStartedWithAnother) {
 
 TEST_F(HostPlaceTest, AHostThatEndsLeavesNoLock) {
     StartHost();
-    FrontEnd(endpointName).Terminate();
+    TestClient(endpointName).Terminate();
     EXPECT_EQ(AwaitHostEnd(), 0);
     EXPECT_FALSE(platform::Exists(folder / L"job_list.json.lock"));
 }

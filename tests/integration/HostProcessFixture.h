@@ -1,6 +1,6 @@
 #pragma once
 
-#include "FrontEnd.h"
+#include "kit/TestClient.h"
 #include "platform/processes/Process.h"
 #include "platform/processes/ProcessHandle.h"
 #include "support/Deadline.h"

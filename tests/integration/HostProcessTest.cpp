@@ -36,13 +36,13 @@ protected:
     }
 
     /// A job's work directory is there once it runs.
-    void AwaitReady(FrontEnd& frontEnd, const std::wstring& id) const {
+    void AwaitReady(TestClient& frontEnd, const std::wstring& id) const {
         frontEnd.AwaitStatus(id, JobStatus::Running);
         AwaitFile(WorkDirOf(id), L"ready");
     }
 
     /// The id of a job that has a family of running processes, and those.
-    std::wstring StartFamily(FrontEnd& frontEnd) {
+    std::wstring StartFamily(TestClient& frontEnd) {
         const std::wstring id = frontEnd.Enqueue(PackagedFamily()).at(0).id;
         AwaitReady(frontEnd, id);
         family = OpenNotedProcesses(WorkDirOf(id));
@@ -55,7 +55,7 @@ protected:
 
 TEST_F(HostProcessTest, TheJobsOfAJobsFileRunToTheirResults) {
     StartHost();
-    FrontEnd frontEnd(endpointName);
+    TestClient frontEnd(endpointName);
     const auto jobs = frontEnd.Enqueue(JobsFile("print hello\nexit 0", 2));
     ASSERT_EQ(jobs.size(), 2U);
     EXPECT_EQ(jobs[0].seqId, 1);
@@ -77,7 +77,7 @@ TEST_F(HostProcessTest, AStartInTheBackgroundNamesWhatJobsWouldFailFor) {
         EXPECT_NE(start.output.find(text::ToUtf8(platform::ToNativeText(folder / file))), std::string::npos)
             << start.output;
     }
-    FrontEnd frontEnd(endpointName);
+    TestClient frontEnd(endpointName);
     const auto jobs = frontEnd.Enqueue(JobsFile("exit 0"));
     const JobStatusInfo job = frontEnd.AwaitStatus(jobs.at(0).id, JobStatus::Failed);
     EXPECT_NE(ReadTextFile(job.workDir + L"\\run_scenario_result.json").find("no_module.so cannot be loaded: "),
@@ -88,7 +88,7 @@ TEST_F(HostProcessTest, AStartInTheBackgroundNamesWhatJobsWouldFailFor) {
 
 TEST_F(HostProcessTest, TheCommandLinesPresenterIsToldTheStatusOfJobs) {
     StartHost();
-    FrontEnd frontEnd(endpointName);
+    TestClient frontEnd(endpointName);
     const auto jobs = frontEnd.Enqueue(JobsFile("exit 3"));
     frontEnd.AwaitStatus(jobs.at(0).id, JobStatus::Failed);
     CLIPresenter presenter(
@@ -102,7 +102,7 @@ TEST_F(HostProcessTest, TheCommandLinesPresenterIsToldTheStatusOfJobs) {
 
 TEST_F(HostProcessTest, ALongJobIsCancelledWithItsProcessesAndTheNextOneRuns) {
     StartHost();
-    FrontEnd frontEnd(endpointName);
+    TestClient frontEnd(endpointName);
     const std::wstring longJob = StartFamily(frontEnd);
     const auto next = frontEnd.Enqueue(JobsFile("exit 0"));
     frontEnd.Cancel(longJob);
@@ -116,7 +116,7 @@ TEST_F(HostProcessTest, AsManyJobsRunAtATimeAsTheSettingsSay) {
     settings.insert(1, R"("parallelJobs":2,)");
     WriteSettings(settings);
     StartHost();
-    FrontEnd frontEnd(endpointName);
+    TestClient frontEnd(endpointName);
     const auto jobs = frontEnd.Enqueue(JobsFile("be ready\nwait", 3));
     ASSERT_EQ(jobs.size(), 3U);
     AwaitReady(frontEnd, jobs[0].id);
@@ -130,7 +130,7 @@ TEST_F(HostProcessTest, AsManyJobsRunAtATimeAsTheSettingsSay) {
 
 TEST_F(HostProcessTest, AJobThatHasEndedIsDeletedWithItsWorkDirectory) {
     StartHost();
-    FrontEnd frontEnd(endpointName);
+    TestClient frontEnd(endpointName);
     const std::wstring id = frontEnd.Enqueue(JobsFile("exit 0")).at(0).id;
     frontEnd.AwaitStatus(id, JobStatus::Success);
     ASSERT_TRUE(platform::Exists(WorkDirOf(id)));
@@ -141,7 +141,7 @@ TEST_F(HostProcessTest, AJobThatHasEndedIsDeletedWithItsWorkDirectory) {
 
 TEST_F(HostProcessTest, AskedToEndItEndsItsScenariosFirst) {
     StartHost();
-    FrontEnd frontEnd(endpointName);
+    TestClient frontEnd(endpointName);
     const std::wstring id = StartFamily(frontEnd);
     frontEnd.Terminate();
     EXPECT_EQ(AwaitHostEnd(), 0);
@@ -152,14 +152,14 @@ TEST_F(HostProcessTest, AskedToEndItEndsItsScenariosFirst) {
 TEST_F(HostProcessTest, WhenItIsKilledItsScenariosEndAndAnotherTakesItsPlace) {
     StartHost();
     {
-        FrontEnd frontEnd(endpointName);
+        TestClient frontEnd(endpointName);
         StartFamily(frontEnd);
     }
     test_support::KillProcess(host.Get());
     AwaitHostEnd();
     AwaitDeathOf(family);
     StartHost();
-    const auto jobs = FrontEnd(endpointName).Jobs();
+    const auto jobs = TestClient(endpointName).Jobs();
     ASSERT_EQ(jobs.size(), 1U);
     EXPECT_EQ(jobs[0].status, JobStatus::Canceled);
 }
@@ -171,7 +171,7 @@ TEST_F(HostProcessTest, ASecondHostIsRefusedAndTheFirstGoesOn) {
     EXPECT_TRUE(second.output.starts_with("controller_host: another host is running for the job list "))
         << second.output;
     EXPECT_EQ(std::count(second.output.begin(), second.output.end(), '\n'), 1) << second.output;
-    FrontEnd frontEnd(endpointName);
+    TestClient frontEnd(endpointName);
     EXPECT_TRUE(frontEnd.Jobs().empty());
 }
 
@@ -196,7 +196,7 @@ TEST_F(HostProcessTest, SettingsThatCannotBeReadAreRefusedWithTheirPlace) {
 
 TEST_F(HostProcessTest, InTheBackgroundItOutlivesItsStarter) {
     EXPECT_EQ(test_support::RunToEnd(Host({L"--background"})).exitCode, 0);
-    FrontEnd frontEnd(endpointName);
+    TestClient frontEnd(endpointName);
     const auto jobs = frontEnd.Enqueue(JobsFile("exit 0"));
     frontEnd.AwaitStatus(jobs.at(0).id, JobStatus::Success);
     EXPECT_EQ(test_support::RunToEnd(Host({L"--background"})).exitCode, 0);

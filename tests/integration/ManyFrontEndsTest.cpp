@@ -83,7 +83,7 @@ TEST_F(ManyFrontEndsTest, OneMoreThanTheHostServesIsToldThatItIsBusy) {
 
 TEST_F(ManyFrontEndsTest, OneRequestOfTenThousandSetsIsAnsweredWhole) {
     StartHost();
-    FrontEnd frontEnd(endpointName);
+    TestClient frontEnd(endpointName);
     const std::vector<JobIdInfo> jobs = frontEnd.Enqueue(JobsFile("exit 0", 10000));
     ASSERT_EQ(jobs.size(), 10000U);
     EXPECT_EQ(jobs.front().seqId, 1);

@@ -14,7 +14,7 @@ protected:
     /// failed and none of its processes is left; the job's id.
     std::wstring RunFamily(const std::string& misdeed) {
         StartHost();
-        FrontEnd frontEnd(endpointName);
+        TestClient frontEnd(endpointName);
         const std::string steps = "ignore requests\nhave family\nbe ready\nwait for file go\n" + misdeed + "\nwait";
         const std::wstring id = frontEnd.Enqueue(JobsFile(steps)).at(0).id;
         frontEnd.AwaitStatus(id, JobStatus::Running);

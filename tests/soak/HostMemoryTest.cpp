@@ -12,7 +12,7 @@ protected:
 TEST_F(HostMemoryTest, WhatLargeAnswersTookIsGivenBack) {
     SaveLongList();
     StartHost();
-    FrontEnd frontEnd(endpointName);
+    TestClient frontEnd(endpointName);
     frontEnd.Delete({L"1"});
     const std::int64_t before = PrivateBytes();
     for (int number = 2; number < 8; ++number) {

@@ -24,13 +24,21 @@ constexpr milliseconds lookInterval{40};
 /// In looks without a word of the host: far more than any scenario needs that ends by itself.
 constexpr int longestSilence = 3000;
 
-bool HasNotEnded(const JobBook::Job& job) {
-    return !HasEnded(job);
+bool IsWaiting(const JobLedger::Job& job) {
+    return job.told == JobStatus::Queued;
+}
+
+bool IsOver(const JobLedger::Job& job) {
+    return HasEnded(job.told);
+}
+
+bool IsNotOver(const JobLedger::Job& job) {
+    return !IsOver(job);
 }
 
 /// It runs, and will do so until it is cancelled.
-bool RunsForEver(const JobBook::Job& job) {
-    return IsRunning(job) && (job.kind == nullptr || !job.kind->end);
+bool RunsForEver(const JobLedger::Job& job) {
+    return job.told == JobStatus::Running && (!job.end || !job.end->status);
 }
 
 } // namespace
@@ -59,15 +67,15 @@ const std::vector<SoakDriver::Action>& SoakDriver::Actions() {
 /// What the earlier front end was told is forgotten with it.
 void SoakDriver::ConnectAnew() {
     frontEnd.reset();
-    frontEnd = std::make_unique<FrontEnd>(place.endpointName);
+    frontEnd = std::make_unique<TestClient>(place.endpointName);
 }
 
 void SoakDriver::RunRound(std::size_t jobs) {
     ConnectAnew();
-    const std::size_t target = book.Made() + jobs;
-    while (book.Made() < target) {
-        if (book.Count(IsWaiting) < queueLength) {
-            EnqueueSome(std::min(mostJobsOfARequest, target - book.Made()));
+    const std::size_t target = ledger.Made() + jobs;
+    while (ledger.Made() < target) {
+        if (ledger.Count(IsWaiting) < queueLength) {
+            EnqueueSome(std::min(mostJobsOfARequest, target - ledger.Made()));
         }
         FollowJobs();
     }
@@ -76,24 +84,23 @@ void SoakDriver::RunRound(std::size_t jobs) {
 }
 
 void SoakDriver::ShortenList(std::size_t rows) {
-    std::vector<std::wstring> ids = book.Ids(HasEnded);
+    std::vector<std::wstring> ids = ledger.Ids(IsOver);
     if (ids.size() > rows) {
         ids.resize(ids.size() - rows);
         frontEnd->Delete(ids);
-        book.Take(frontEnd->NextUpdates(lookInterval));
+        ledger.Told(frontEnd->NextUpdates(lookInterval));
     }
 }
 
 std::vector<JobListInfo> SoakDriver::CompareList() {
     std::vector<JobListInfo> listed = frontEnd->Jobs();
-    book.Take(frontEnd->NextUpdates(milliseconds(0)));
-    book.Compare(listed);
+    ledger.Told(frontEnd->NextUpdates(milliseconds(0)));
+    ledger.CompareAll(listed);
     return listed;
 }
 
 std::vector<std::string> SoakDriver::Problems() const {
     std::vector<std::string> all = problems;
-    all.insert(all.end(), book.Problems().begin(), book.Problems().end());
     all.insert(all.end(), crowd.Problems().begin(), crowd.Problems().end());
     return all;
 }
@@ -105,17 +112,23 @@ void SoakDriver::EnqueueSome(std::size_t most) {
 
 void SoakDriver::Enqueue(const JobKind& kind, std::size_t count) {
     EnqueueJobsInfo request;
+    request.requestId = ledger.NewMark();
+    request.extraText = request.requestId;
     request.scenario.id = text::FromUtf8(kind.name) + L".rb";
     request.inputFileSets.assign(count, {place.inputFile});
     // A folder for some requests only: each job looks for the first free name in it.
-    request.outputDir = place.outputFolder + L"\\" + std::to_wstring(book.Made() / 200);
-    book.Add(frontEnd->Enqueue(request), kind);
+    request.outputDir = place.outputFolder + L"\\" + std::to_wstring(ledger.Made() / 200);
+    ledger.EnqueueAsked(request.requestId, count, JobLedger::UndisturbedEnd{kind.name, kind.end});
+    const JobEnqueueResult result = frontEnd->Enqueue(request);
+    // Deletions told before it may have let the numbering start again.
+    ledger.Told(frontEnd->NextUpdates(milliseconds(0)));
+    ledger.EnqueueAcknowledged(request.requestId, result);
     ++done["enqueue requests"];
 }
 
 bool SoakDriver::Listen() {
     const std::vector<JobStatusInfo> updates = frontEnd->NextUpdates(lookInterval);
-    book.Take(updates);
+    ledger.Told(updates);
     silentLooks = updates.empty() ? silentLooks + 1 : 0;
     if (silentLooks > longestSilence) {
         throw std::runtime_error("the host tells nothing any more, and has not finished its jobs");
@@ -134,20 +147,20 @@ void SoakDriver::FollowJobs() {
 /// A front end that goes may have sent requests that the host has yet to see.
 void SoakDriver::FinishJobs() {
     do {
-        while (book.Count(HasNotEnded) > 0) {
+        while (ledger.Count(IsNotOver) > 0) {
             FollowJobs();
         }
         crowd.EndAll();
         AwaitQuietHost();
-        book.Take(frontEnd->NextUpdates(lookInterval));
-    } while (book.Count(HasNotEnded) > 0);
+        ledger.Told(frontEnd->NextUpdates(lookInterval));
+    } while (ledger.Count(IsNotOver) > 0);
 }
 
 /// The function module keeps the handle of the runner that it started last until it is called again: each round ends
 /// with one, whatever became of the others.
 void SoakDriver::RunLastJob() {
     Enqueue(JobKinds().front(), 1);
-    while (book.Count(HasNotEnded) > 0) {
+    while (ledger.Count(IsNotOver) > 0) {
         (void)Listen(); // where nothing more comes, it throws
     }
     AwaitQuietHost();
@@ -181,24 +194,24 @@ void SoakDriver::PerformOne() {
 }
 
 void SoakDriver::CancelOne() {
-    if (const std::wstring id = DrawJob(HasNotEnded); !id.empty()) {
-        book.Disturb(id);
+    if (const std::wstring id = DrawJob(IsNotOver); !id.empty()) {
+        ledger.Disturb(id);
         frontEnd->Cancel(id);
         ++done["jobs cancelled"];
     }
 }
 
 void SoakDriver::CancelAll() {
-    for (const std::wstring& id : book.Ids(HasNotEnded)) {
-        book.Disturb(id);
+    for (const std::wstring& id : ledger.Ids(IsNotOver)) {
+        ledger.Disturb(id);
     }
     frontEnd->Ask(L"CancelAllJobs", ControllerCSWrapper::Serialize(L"CancelAllJobs"), L"CancelJobsFinish");
     ++done["cancels of all jobs"];
 }
 
 void SoakDriver::CancelWhatWaits() {
-    for (const std::wstring& id : book.Ids(RunsForEver)) {
-        book.Disturb(id);
+    for (const std::wstring& id : ledger.Ids(RunsForEver)) {
+        ledger.Disturb(id);
         frontEnd->Cancel(id);
         ++done["jobs cancelled"];
     }
@@ -207,7 +220,7 @@ void SoakDriver::CancelWhatWaits() {
 void SoakDriver::DeleteSome() {
     std::vector<std::wstring> ids;
     for (std::size_t count = 1 + Draw(5); count > 0; --count) {
-        if (const std::wstring id = DrawJob(HasEnded); !id.empty()) {
+        if (const std::wstring id = DrawJob(IsOver); !id.empty()) {
             ids.push_back(id);
         }
     }
@@ -216,7 +229,7 @@ void SoakDriver::DeleteSome() {
 }
 
 void SoakDriver::AskForStatus() {
-    const std::vector<std::wstring> ids{std::to_wstring(1 + Draw(1000)), DrawJob(HasEnded), L"nobody"};
+    const std::vector<std::wstring> ids{std::to_wstring(1 + Draw(1000)), DrawJob(IsOver), L"nobody"};
     frontEnd->Ask(L"CheckJobStatusRequest", ControllerCSWrapper::Serialize(L"CheckJobStatusRequest", ids),
                   L"CheckJobStatusResponse");
     ++done["status queries"];
@@ -266,7 +279,12 @@ bool SoakDriver::KillChildOf(std::uint32_t parent) {
         return false;
     }
     test_support::KillProcess(child.Get());
-    book.DisturbStarted(frontEnd->Jobs());
+    // It belonged to a job that runs by this list, or has ended meanwhile.
+    for (const JobListInfo& row : frontEnd->Jobs()) {
+        if (!row.startTime.empty()) {
+            ledger.Disturb(row.id);
+        }
+    }
     return true;
 }
 
@@ -279,8 +297,8 @@ void SoakDriver::KillFrontEnd() {
 }
 
 std::vector<std::wstring> SoakDriver::DrawCommand() {
-    const std::wstring unfinished = DrawJob(HasNotEnded);
-    const std::wstring ended = DrawJob(HasEnded);
+    const std::wstring unfinished = DrawJob(IsNotOver);
+    const std::wstring ended = DrawJob(IsOver);
     std::vector<std::vector<std::wstring>> commands{
         {L"--list", L"-f"},
         {L"--list", L"--json", L"-f"},
@@ -297,13 +315,13 @@ std::vector<std::wstring> SoakDriver::DrawCommand() {
     };
     std::vector<std::wstring> command = commands[Draw(commands.size())];
     if (command.front() == L"--cancel" && !unfinished.empty()) {
-        book.Disturb(unfinished);
+        ledger.Disturb(unfinished);
     }
     return command;
 }
 
-std::wstring SoakDriver::DrawJob(const JobBook::Choice& choice) {
-    const std::vector<std::wstring> ids = book.Ids(choice);
+std::wstring SoakDriver::DrawJob(const JobLedger::Choice& choice) {
+    const std::vector<std::wstring> ids = ledger.Ids(choice);
     return ids.empty() ? std::wstring() : ids[Draw(ids.size())];
 }
 

@@ -1,8 +1,9 @@
 #pragma once
 
-#include "FrontEnd.h"
 #include "FrontEndCrowd.h"
-#include "JobBook.h"
+#include "JobKinds.h"
+#include "kit/JobLedger.h"
+#include "kit/TestClient.h"
 #include "platform/processes/Process.h"
 
 #include <functional>
@@ -40,7 +41,7 @@ public:
     std::vector<JobListInfo> CompareList();
     void EndHost() { frontEnd->Terminate(); }
 
-    const JobBook& Jobs() const { return book; }
+    const JobLedger& Jobs() const { return ledger; }
     const FrontEndCrowd& FrontEnds() const { return crowd; }
     /// How often each thing was done.
     const std::map<std::string, int>& Done() const { return done; }
@@ -83,17 +84,17 @@ private:
     [[nodiscard]] bool KillChildOf(std::uint32_t parent);
     std::size_t Draw(std::size_t count) { return random() % count; }
     /// A job that fits, drawn; empty when none does.
-    std::wstring DrawJob(const JobBook::Choice& choice);
+    std::wstring DrawJob(const JobLedger::Choice& choice);
     const JobKind& DrawKind();
     void Enqueue(const JobKind& kind, std::size_t count);
     std::vector<std::wstring> DrawCommand();
 
     const SoakPlace place;
     std::mt19937 random;
-    std::unique_ptr<FrontEnd> frontEnd;
-    JobBook book;
+    std::unique_ptr<TestClient> frontEnd;
+    std::vector<std::string> problems;
+    JobLedger ledger{JobLedger::Others::Some, [this](const std::string& problem) { problems.push_back(problem); }};
     FrontEndCrowd crowd;
     std::map<std::string, int> done;
-    std::vector<std::string> problems;
     int silentLooks = 0;
 };

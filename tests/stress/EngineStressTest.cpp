@@ -4,10 +4,10 @@
 #include "doubles/ScriptedEngine.h"
 #include "modules/ModuleFiles.h"
 #include "services/Settings.h"
-#include "stress/JobLedger.h"
+#include "stress/EngineReports.h"
+#include "stress/OperationCounts.h"
 #include "stress/Rounds.h"
 #include "stress/ScenarioProcesses.h"
-#include "stress/Tally.h"
 #include "stress/ThreadTeam.h"
 #include "support/Deadline.h"
 #include "support/TemporaryFolder.h"
@@ -50,7 +50,7 @@ constexpr std::ptrdiff_t longestBacklog = 12;
 /// One engine with all that calls it, for one round.
 class EngineRound {
 public:
-    EngineRound(std::uint32_t roundSeed, Tally& operationTally);
+    EngineRound(std::uint32_t roundSeed, OperationCounts& operationCounts);
     ~EngineRound() { settings::UseFile(L""); }
     EngineRound(const EngineRound&) = delete;
     EngineRound& operator=(const EngineRound&) = delete;
@@ -75,8 +75,8 @@ private:
     std::uint32_t Draw();
 
     TemporaryFolder folder;
-    Tally& tally;
-    JobLedger ledger;
+    OperationCounts& counts;
+    EngineReports reports;
     ListWatch watch;
     ScenarioProcesses processes;
     test_modules::Script script;
@@ -91,8 +91,8 @@ private:
     std::atomic<std::ptrdiff_t> backlog = 0;
 };
 
-EngineRound::EngineRound(std::uint32_t roundSeed, Tally& operationTally)
-    : tally(operationTally), processes(ledger, roundSeed), random(roundSeed) {
+EngineRound::EngineRound(std::uint32_t roundSeed, OperationCounts& operationCounts)
+    : counts(operationCounts), processes(reports, roundSeed), random(roundSeed) {
     WriteTextFile(folder / L"settings.json", R"({"version":1,"workDirectory":"work","jobListFile":"job_list.json",)"
                                              R"("logFile":"","scenarioDirectories":[{"path":"scenarios"}]})");
     WriteTextFile(folder / L"scenarios\\mesh.rb", "puts 1");
@@ -137,7 +137,7 @@ void EngineRound::Run() {
 
 void EngineRound::CheckEnd() {
     const std::vector<JobListInfo> list = engine->LockedJobList();
-    for (const std::string& problem : ledger.Problems(list)) {
+    for (const std::string& problem : reports.Problems(list)) {
         ADD_FAILURE() << problem;
     }
     std::vector<JobListInfo> saved;
@@ -159,8 +159,8 @@ void EngineRound::Enqueue(int thread) {
         JobEnqueueResult result;
         EXPECT_TRUE(engine->EnqueueJob(request, result));
         EXPECT_EQ(result.requestId, request.requestId);
-        ledger.Enqueued(result);
-        tally.Add("EnqueueJob");
+        reports.Enqueued(result);
+        counts.Add("EnqueueJob");
     }
 }
 
@@ -168,7 +168,7 @@ void EngineRound::Cancel(bool waits) {
     Ids ids = SomeIds(2);
     Statuses cancelled;
     EXPECT_TRUE(engine->CancelJobs(ids, cancelled, waits));
-    ledger.Cancelled(cancelled);
+    reports.Cancelled(cancelled);
     Statuses now;
     engine->CheckJobStatus(ids, now);
     for (const JobStatusInfo& job : cancelled) {
@@ -177,19 +177,19 @@ void EngineRound::Cancel(bool waits) {
         });
         EXPECT_FALSE(waits && isStillCanceling) << "The wait ended before the job did.";
     }
-    tally.Add(waits ? "CancelJobs with waiting" : "CancelJobs");
+    counts.Add(waits ? "CancelJobs with waiting" : "CancelJobs");
 }
 
 void EngineRound::CancelAll() {
-    tally.Add("IsCompleted");
+    counts.Add("IsCompleted");
     if (engine->IsCompleted() || Draw() % 16 != 0) {
         return;
     }
     const std::unique_lock alone(listShape);
     Statuses cancelled;
     EXPECT_TRUE(engine->CancelAllJobs(cancelled, Draw() % 2 == 0));
-    ledger.Cancelled(cancelled);
-    tally.Add("CancelAllJobs");
+    reports.Cancelled(cancelled);
+    counts.Add("CancelAllJobs");
 }
 
 void EngineRound::Delete() {
@@ -197,8 +197,8 @@ void EngineRound::Delete() {
     Ids ids = SomeIds(4);
     Ids deleted;
     EXPECT_TRUE(engine->DeleteJobs(ids, deleted));
-    ledger.Deleted(deleted);
-    tally.Add("DeleteJobs");
+    reports.Deleted(deleted);
+    counts.Add("DeleteJobs");
 }
 
 void EngineRound::Query() {
@@ -206,24 +206,24 @@ void EngineRound::Query() {
     Statuses statuses;
     EXPECT_TRUE(engine->CheckJobStatus(ids, statuses));
     EXPECT_EQ(statuses.size(), ids.size());
-    tally.Add("CheckJobStatus");
+    counts.Add("CheckJobStatus");
     engine->Terminate();
-    tally.Add("Terminate");
+    counts.Add("Terminate");
 }
 
 void EngineRound::Execute() {
     Statuses updated;
     engine->ExecuteJob(nullptr, updated);
-    ledger.Executed(updated);
-    tally.Add("ExecuteJob");
+    reports.Executed(updated);
+    counts.Add("ExecuteJob");
 }
 
 void EngineRound::Poll() {
     Statuses changed;
     const bool hasChanged = engine->CheckUpdate(changed);
     EXPECT_EQ(hasChanged, !changed.empty());
-    ledger.Ended(changed);
-    tally.Add("CheckUpdate");
+    reports.Ended(changed);
+    counts.Add("CheckUpdate");
 }
 
 void EngineRound::Watch() {
@@ -231,7 +231,7 @@ void EngineRound::Watch() {
     EXPECT_EQ(watch.Look(list), "");
     backlog =
         std::count_if(list.begin(), list.end(), [](const JobListInfo& job) { return job.status == JobStatus::Queued; });
-    tally.Add("GetJobList");
+    counts.Add("GetJobList");
 }
 
 void EngineRound::FetchScenarios() {
@@ -241,11 +241,11 @@ void EngineRound::FetchScenarios() {
     ASSERT_EQ(scenarios.size(), 1U);
     std::vector<ScenarioParameterSetInfo> sets;
     EXPECT_TRUE(engine->FetchScenarioParameterSets(sets, scenarios.front().id));
-    tally.Add("FetchScenarios");
+    counts.Add("FetchScenarios");
 }
 
 Ids EngineRound::SomeIds(std::size_t count) {
-    const Ids latest = ledger.LatestIds(40);
+    const Ids latest = reports.LatestIds(40);
     std::set<std::wstring> chosen;
     for (std::size_t draw = 0; !latest.empty() && draw < count; ++draw) {
         chosen.insert(latest[Draw() % latest.size()]);
@@ -261,13 +261,13 @@ std::uint32_t EngineRound::Draw() {
 } // namespace
 
 TEST(EngineStressTest, NoJobIsLostAndNoneHasTwoFatesWhileEverybodyCallsTheEngine) {
-    Tally tally("engine");
+    OperationCounts counts("engine");
     for (Rounds rounds; rounds.Next();) {
         const test_support::Deadline deadline("the threads that call the engine", std::chrono::minutes(5));
-        EngineRound round(rounds.Number(), tally);
+        EngineRound round(rounds.Number(), counts);
         round.Run();
         round.CheckEnd();
-        tally.Add("rounds");
+        counts.Add("rounds");
         if (testing::Test::HasFailure()) {
             return;
         }

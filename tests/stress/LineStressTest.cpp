@@ -1,6 +1,6 @@
 #include "stress/NumberedEvents.h"
+#include "stress/OperationCounts.h"
 #include "stress/Rounds.h"
-#include "stress/Tally.h"
 #include "stress/ThreadTeam.h"
 #include "support/Deadline.h"
 #include "transport/in_process/Line.h"
@@ -38,7 +38,7 @@ private:
 /// One line with its engine and front ends, for one round.
 class LineRound {
 public:
-    explicit LineRound(Tally& operationTally);
+    explicit LineRound(OperationCounts& operationCounts);
     ~LineRound();
     LineRound(const LineRound&) = delete;
     LineRound& operator=(const LineRound&) = delete;
@@ -54,7 +54,7 @@ private:
     void ChangeHandlers();
     void JoinLate();
 
-    Tally& tally;
+    OperationCounts& counts;
     StreamCheck atEngine;
     std::vector<std::unique_ptr<StreamCheck>> echoes;
     std::vector<std::unique_ptr<StreamCheck>> broadcasts;
@@ -66,7 +66,7 @@ private:
     Echo second{engine, atEngine};
 };
 
-LineRound::LineRound(Tally& operationTally) : tally(operationTally) {
+LineRound::LineRound(OperationCounts& operationCounts) : counts(operationCounts) {
     engine.AddEventHandler(L"number", &first);
     for (std::uint32_t number = 0; number < frontEndCount; ++number) {
         frontEnds.push_back(line.FrontEndCalled(Name(L"front", number)));
@@ -123,21 +123,21 @@ void LineRound::SendToEngine(std::uint32_t frontEnd, const std::wstring& stream)
     for (std::uint32_t number = 1; number <= eventsEach; ++number) {
         EXPECT_TRUE(frontEnds[frontEnd]->SendEvent(L"number", NumberedEvent{stream, number}.Payload()));
     }
-    tally.Add("events to the engine and back", eventsEach);
+    counts.Add("events to the engine and back", eventsEach);
 }
 
 void LineRound::SendToFrontEnds() {
     for (std::uint32_t number = 1; number <= eventsEach; ++number) {
         EXPECT_TRUE(engine.SendEvent(L"broadcast", NumberedEvent{L"all", number}.Payload()));
     }
-    tally.Add("events to all front ends", eventsEach);
+    counts.Add("events to all front ends", eventsEach);
 }
 
 /// Each event finds one of the two handlers, never none and never both.
 void LineRound::ChangeHandlers() {
     engine.AddEventHandler(L"number", &second);
     engine.AddEventHandler(L"number", &first);
-    tally.Add("changes of a handler", 2);
+    counts.Add("changes of a handler", 2);
 }
 
 /// A front end that comes later, with a handler that comes and goes.
@@ -149,19 +149,19 @@ void LineRound::JoinLate() {
     EXPECT_TRUE(late->IsConnected());
     late->AddEventHandler(L"broadcast", nullptr);
     EXPECT_EQ(check.Problems(), std::vector<std::string>());
-    tally.Add("handlers come and gone");
+    counts.Add("handlers come and gone");
 }
 
 } // namespace
 
 TEST(LineStressTest, EveryEventArrivesOnceAndInOrderWhileHandlersChange) {
-    Tally tally("in_process");
+    OperationCounts counts("in_process");
     for (Rounds rounds; rounds.Next();) {
         const test_support::Deadline deadline("the events of a line", std::chrono::minutes(5));
-        LineRound round(tally);
+        LineRound round(counts);
         round.Run();
         round.CheckEnd();
-        tally.Add("rounds");
+        counts.Add("rounds");
         if (testing::Test::HasFailure()) {
             return;
         }

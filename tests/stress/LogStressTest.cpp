@@ -2,8 +2,8 @@
 #include "platform/files/FileSystem.h"
 #include "services/ConsoleCapture.h"
 #include "services/log/RotatingFile.h"
+#include "stress/OperationCounts.h"
 #include "stress/Rounds.h"
-#include "stress/Tally.h"
 #include "stress/ThreadTeam.h"
 #include "support/Deadline.h"
 #include "support/TemporaryFolder.h"
@@ -92,7 +92,7 @@ bool IsRecordHead(const std::string& head) {
 /// The one log of the process with all that use it, for one round.
 class LogRound {
 public:
-    explicit LogRound(Tally& operationTally) : tally(operationTally) { SetUpAnew(0); }
+    explicit LogRound(OperationCounts& operationCounts) : counts(operationCounts) { SetUpAnew(0); }
     ~LogRound() { ControllerLogManager::Initialize(0, L"", false); }
     LogRound(const LogRound&) = delete;
     LogRound& operator=(const LogRound&) = delete;
@@ -128,14 +128,14 @@ private:
     /// One of two files, with the console or without.
     void SetUpAnew(std::uint32_t number) {
         ControllerLogManager::Initialize(0, folder / (number % 3 == 0 ? L"a.log" : L"b.log"), number % 2 == 0);
-        tally.Add("Initialize");
+        counts.Add("Initialize");
     }
 
     /// As somebody does who wants the log begun anew.
     void MoveAway() {
         const std::wstring target = folder / (L"moved-" + std::to_wstring(++moved));
         if (!platform::RenameFile(folder / L"a.log", target)) {
-            tally.Add("log files moved away");
+            counts.Add("log files moved away");
         }
     }
 
@@ -143,10 +143,10 @@ private:
         for (std::uint32_t number = 0; number < messagesEach; ++number) {
             ControllerLogManager::Log(Message(writer, number));
         }
-        tally.Add("records", messagesEach);
+        counts.Add("records", messagesEach);
     }
 
-    Tally& tally;
+    OperationCounts& counts;
     TemporaryFolder folder;
     ConsoleCapture console;
     std::atomic<std::uint32_t> turn = 0;
@@ -156,13 +156,13 @@ private:
 } // namespace
 
 TEST(LogStressTest, EveryRecordIsWholeAndThereOnceWhileTheLogIsSetUpAnewAndMovedAway) {
-    Tally tally("log");
+    OperationCounts counts("log");
     for (Rounds rounds; rounds.Next();) {
         const test_support::Deadline deadline("the threads that log", std::chrono::minutes(5));
-        LogRound round(tally);
+        LogRound round(counts);
         round.Run();
         round.CheckEnd();
-        tally.Add("rounds");
+        counts.Add("rounds");
         if (testing::Test::HasFailure()) {
             return;
         }
@@ -171,7 +171,7 @@ TEST(LogStressTest, EveryRecordIsWholeAndThereOnceWhileTheLogIsSetUpAnewAndMoved
 
 TEST(LogStressTest, ManyWhoRotateTheSameFileLoseNothing) {
     constexpr std::uint32_t messagesEach = 400;
-    Tally tally("rotation");
+    OperationCounts counts("rotation");
     for (Rounds rounds; rounds.Next();) {
         const test_support::Deadline deadline("the rotation of a log", std::chrono::minutes(5));
         const TemporaryFolder folder;
@@ -195,8 +195,8 @@ TEST(LogStressTest, ManyWhoRotateTheSameFileLoseNothing) {
         Found found;
         found.AddFolder(folder.Path(), [](const std::string& head) { return head.empty(); });
         found.ExpectAll(writerCount, messagesEach);
-        tally.Add("records", std::uint64_t{writerCount} * messagesEach);
-        tally.Add("rounds");
+        counts.Add("records", std::uint64_t{writerCount} * messagesEach);
+        counts.Add("rounds");
         if (testing::Test::HasFailure()) {
             return;
         }

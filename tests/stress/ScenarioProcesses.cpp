@@ -25,7 +25,7 @@ long ScenarioProcesses::RunScenario(const std::wstring& request, std::wstring& o
     if (!run_protocol::ParseRunScenarioInfo(request, info, problem)) {
         return 2;
     }
-    ledger.Run(info.jobId);
+    reports.Run(info.jobId);
     if (Chance(3)) {
         return 1;
     }
@@ -119,7 +119,7 @@ void ScenarioProcesses::Report(const Process& process, bool wasAskedToStop, JobE
     } else {
         EXPECT_TRUE(engine.UpdateResult(result, changes));
     }
-    ledger.Ended(changes);
+    reports.Ended(changes);
 }
 
 bool ScenarioProcesses::Chance(unsigned percent) {

@@ -3,7 +3,7 @@
 #include "doubles/ScriptedProcess.h"
 #include "formats/RunProtocol.h"
 #include "modules/RecordingModule.h"
-#include "stress/JobLedger.h"
+#include "stress/EngineReports.h"
 
 #include <atomic>
 #include <condition_variable>
@@ -19,7 +19,7 @@ class JobEntryManagerBase;
 /// engine; they end by themselves or, some only then, when they are asked to.
 class ScenarioProcesses {
 public:
-    ScenarioProcesses(JobLedger& jobLedger, std::uint32_t seed) : ledger(jobLedger), random(seed) {}
+    ScenarioProcesses(EngineReports& engineReports, std::uint32_t seed) : reports(engineReports), random(seed) {}
 
     /// The module's "CallFunction"; any thread.
     [[nodiscard]] long Answer(const test_modules::Call& call, std::wstring& output);
@@ -45,7 +45,7 @@ private:
     void Report(const Process& process, bool wasAskedToStop, JobEntryManagerBase& engine);
     bool Chance(unsigned percent);
 
-    JobLedger& ledger;
+    EngineReports& reports;
     std::mutex mutex;
     std::condition_variable changed;
     std::deque<Process> processes;

@@ -1,7 +1,7 @@
 #include "local_socket/support/EndpointNames.h"
 #include "stress/NumberedEvents.h"
+#include "stress/OperationCounts.h"
 #include "stress/Rounds.h"
-#include "stress/Tally.h"
 #include "stress/ThreadTeam.h"
 #include "support/Deadline.h"
 #include "transport/local_socket/ClientEnd.h"
@@ -57,7 +57,7 @@ private:
 /// An engine and front ends over the system's own sockets or pipes, for one round.
 class SocketRound {
 public:
-    explicit SocketRound(Tally& operationTally) : tally(operationTally) { StartEngine(); }
+    explicit SocketRound(OperationCounts& operationCounts) : counts(operationCounts) { StartEngine(); }
     ~SocketRound() { EndEngine(); }
     SocketRound(const SocketRound&) = delete;
     SocketRound& operator=(const SocketRound&) = delete;
@@ -81,7 +81,7 @@ private:
     void ChangeHandlers();
     void Note(const std::wstring& line);
 
-    Tally& tally;
+    OperationCounts& counts;
     const std::string place = NewEndpointName();
     const Limits limits = PatientLimits();
     StreamCheck atEngine;
@@ -166,7 +166,7 @@ void SocketRound::CheckEnd() {
 void SocketRound::RestartEngine() {
     EndEngine();
     StartEngine();
-    tally.Add("restarts of the engine");
+    counts.Add("restarts of the engine");
 }
 
 /// Two threads send over one connection; all of it has come back when the front end goes.
@@ -194,8 +194,8 @@ void SocketRound::Talk(std::uint32_t frontEnd, std::uint32_t connection) {
     client->AddEventHandler(L"broadcast", nullptr);
     EXPECT_EQ(echoes.Problems(), std::vector<std::string>());
     EXPECT_EQ(broadcasts.Problems(), std::vector<std::string>());
-    tally.Add("broadcasts taken", broadcasts.Count());
-    tally.Add("connections");
+    counts.Add("broadcasts taken", broadcasts.Count());
+    counts.Add("connections");
 }
 
 /// Goes while events are on their way both ways, and handlers run.
@@ -207,7 +207,7 @@ void SocketRound::BreakOff(std::uint32_t frontEnd, std::uint32_t connection) {
     Send(*client, L"broken" + std::to_wstring(frontEnd) + L"." + std::to_wstring(connection));
     client.reset();
     EXPECT_EQ(echoes.Problems(), std::vector<std::string>());
-    tally.Add("connections broken off");
+    counts.Add("connections broken off");
 }
 
 /// Sends to an engine that comes and goes. What arrives over one connection arrives in order and whole.
@@ -219,15 +219,15 @@ void SocketRound::TryToTalk(std::uint32_t frontEnd, std::uint32_t connection) {
         const bool wasSent = client->SendEvent(L"try", NumberedEvent{stream, number}.Payload());
         sent += wasSent ? 1U : 0U;
     }
-    tally.Add("events sent to an engine that comes and goes", sent);
-    tally.Add("events refused without an engine", eventsEach - sent);
+    counts.Add("events sent to an engine that comes and goes", sent);
+    counts.Add("events refused without an engine", eventsEach - sent);
 }
 
 void SocketRound::Send(ClientEnd& client, const std::wstring& stream) {
     for (std::uint32_t number = 1; number <= eventsEach; ++number) {
         EXPECT_TRUE(client.SendEvent(L"number", NumberedEvent{stream, number}.Payload()));
     }
-    tally.Add("events to the engine", eventsEach);
+    counts.Add("events to the engine", eventsEach);
 }
 
 /// As many as there are events: an acknowledgement waits behind every broadcast that a front end has not taken yet.
@@ -235,14 +235,14 @@ void SocketRound::Broadcast() {
     ++told;
     const std::uint32_t number = told;
     EXPECT_TRUE(engine->SendEvent(L"broadcast", NumberedEvent{L"all", number}.Payload()));
-    tally.Add("broadcasts");
+    counts.Add("broadcasts");
 }
 
 /// Each event finds one of the two handlers, never none and never both.
 void SocketRound::ChangeHandlers() {
     engine->AddEventHandler(L"number", &second);
     engine->AddEventHandler(L"number", &first);
-    tally.Add("changes of a handler", 2);
+    counts.Add("changes of a handler", 2);
 }
 
 void SocketRound::Note(const std::wstring& line) {
@@ -253,13 +253,13 @@ void SocketRound::Note(const std::wstring& line) {
 } // namespace
 
 TEST(SocketStressTest, EveryEventArrivesOnceAndInOrderWhileFrontEndsComeAndBreakOff) {
-    Tally tally("local_socket");
+    OperationCounts counts("local_socket");
     for (Rounds rounds; rounds.Next();) {
         const test_support::Deadline deadline("the events of a socket", std::chrono::minutes(5));
-        SocketRound round(tally);
+        SocketRound round(counts);
         round.Run();
         round.CheckEnd();
-        tally.Add("rounds");
+        counts.Add("rounds");
         if (testing::Test::HasFailure()) {
             return;
         }
@@ -267,13 +267,13 @@ TEST(SocketStressTest, EveryEventArrivesOnceAndInOrderWhileFrontEndsComeAndBreak
 }
 
 TEST(SocketStressTest, FrontEndsSendWhileTheirEngineEndsAndComesAgain) {
-    Tally tally("local_socket with restarts");
+    OperationCounts counts("local_socket with restarts");
     for (Rounds rounds; rounds.Next();) {
         const test_support::Deadline deadline("an engine that comes and goes", std::chrono::minutes(5));
-        SocketRound round(tally);
+        SocketRound round(counts);
         round.RunWithRestarts();
         round.CheckEnd();
-        tally.Add("rounds");
+        counts.Add("rounds");
         if (testing::Test::HasFailure()) {
             return;
         }

@@ -57,7 +57,7 @@ protected:
 
 TEST_F(ClockJumpTest, JobsRunToTheirEndsWhereverTheClockJumps) {
     StartHost();
-    FrontEnd frontEnd(endpointName);
+    TestClient frontEnd(endpointName);
     for (const std::int64_t turned : {10 * year, -20 * year, -60 * year, 2000 * year, std::int64_t{0}}) {
         const std::wstring id = frontEnd.Enqueue(JobsFile("be ready\nwait for request")).at(0).id;
         Await("the scenario", [&] { return platform::Exists(WorkDirOf(id) + L"\\ready"); });
@@ -67,13 +67,13 @@ TEST_F(ClockJumpTest, JobsRunToTheirEndsWhereverTheClockJumps) {
         ExpectJobs(frontEnd, "exit 0", 1, JobStatus::Success);
     }
     RestartHost();
-    FrontEnd another(endpointName);
+    TestClient another(endpointName);
     EXPECT_EQ(another.Jobs().size(), 10U);
 }
 
 TEST_F(ClockJumpTest, AJobThatEndsBeforeItBeganIsKeptAndListed) {
     StartHost();
-    FrontEnd frontEnd(endpointName);
+    TestClient frontEnd(endpointName);
     const std::wstring id = frontEnd.Enqueue(JobsFile("be ready\nwait for request")).at(0).id;
     Await("the scenario", [&] { return platform::Exists(WorkDirOf(id) + L"\\ready"); });
     TurnTo(-2 * day);
@@ -87,7 +87,7 @@ TEST_F(ClockJumpTest, AJobThatEndsBeforeItBeganIsKeptAndListed) {
 
 TEST_F(ClockJumpTest, TheGraceTimeOfACancelledJobIsNoMatterOfTheCalendar) {
     StartHost();
-    FrontEnd frontEnd(endpointName);
+    TestClient frontEnd(endpointName);
     const std::wstring id = frontEnd.Enqueue(JobsFile("ignore requests\nbe ready\nwait")).at(0).id;
     Await("the scenario", [&] { return platform::Exists(WorkDirOf(id) + L"\\ready"); });
     frontEnd.Cancel(id);
@@ -100,18 +100,18 @@ TEST_F(ClockJumpTest, AClockThatWasSetBackDeletesNoJobForItsAge) {
     AllowAutomaticDeletion();
     StartHost();
     {
-        FrontEnd frontEnd(endpointName);
+        TestClient frontEnd(endpointName);
         ExpectJobs(frontEnd, "exit 0", 2, JobStatus::Success);
     }
     for (const std::int64_t turned : {-20 * year, -60 * year, 29 * day}) {
         TurnTo(turned);
         RestartHost();
-        FrontEnd frontEnd(endpointName);
+        TestClient frontEnd(endpointName);
         EXPECT_EQ(frontEnd.Jobs().size(), 2U) << turned;
     }
     TurnTo(31 * day);
     RestartHost();
-    FrontEnd frontEnd(endpointName);
+    TestClient frontEnd(endpointName);
     EXPECT_EQ(frontEnd.Jobs().size(), 0U);
 }
 

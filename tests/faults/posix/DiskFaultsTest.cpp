@@ -60,7 +60,7 @@ TEST_F(DiskFaultsTest, JobsGoOnWhileTheListCannotBeWrittenAndItIsWrittenOnceTher
     Place("disk/job_list.json", "controller.log", "work");
     StartHost();
     {
-        FrontEnd frontEnd(endpointName);
+        TestClient frontEnd(endpointName);
         ExpectJobs(frontEnd, "exit 0", 1, JobStatus::Success);
         disk->Fill();
         ExpectJobs(frontEnd, "exit 0", 3, JobStatus::Success);
@@ -73,7 +73,7 @@ TEST_F(DiskFaultsTest, JobsGoOnWhileTheListCannotBeWrittenAndItIsWrittenOnceTher
         AwaitLog("is written again, after failed attempts: ");
     }
     RestartHost();
-    FrontEnd frontEnd(endpointName);
+    TestClient frontEnd(endpointName);
     EXPECT_EQ(frontEnd.Jobs().size(), 4U);
     EXPECT_EQ(BesideList(L".corrupt-").size() + BesideList(L".tmp-").size(), 0U);
 }
@@ -84,7 +84,7 @@ TEST_F(DiskFaultsTest, AHostThatEndsOnAFullDiskLeavesTheListBeforeWhole) {
     }
     Place("disk/job_list.json", "controller.log", "work");
     StartHost();
-    FrontEnd frontEnd(endpointName);
+    TestClient frontEnd(endpointName);
     ExpectJobs(frontEnd, "exit 0", 1, JobStatus::Success);
     // Answered in a later turn of the host: by then it has dropped the old backup, which would make room.
     ASSERT_EQ(frontEnd.Jobs().size(), 1U);
@@ -102,7 +102,7 @@ TEST_F(DiskFaultsTest, AJobWhoseWorkDirectoryCannotBeWrittenHasFailedAndTheLogSa
     }
     Place("job_list.json", "controller.log", "disk/work");
     StartHost();
-    FrontEnd frontEnd(endpointName);
+    TestClient frontEnd(endpointName);
     disk->Fill();
     ExpectJobs(frontEnd, "exit 0", 2, JobStatus::Failed);
     EXPECT_GE(CountInLog("No space left on device"), 2) << Log();
@@ -116,7 +116,7 @@ TEST_F(DiskFaultsTest, AScenarioThatFillsTheDiskWithItsOutputEndsAndTheQueueGoes
     }
     Place("job_list.json", "controller.log", "disk/work");
     StartHost();
-    FrontEnd frontEnd(endpointName);
+    TestClient frontEnd(endpointName);
     constexpr std::size_t room = 64 * 1024;
     disk->FillBut(room);
     ExpectJobs(frontEnd, "print lines 50000\nexit 0", 1, JobStatus::Failed);
@@ -130,7 +130,7 @@ TEST_F(DiskFaultsTest, AFullDiskUnderTheLogLosesMessagesAndNoJob) {
     }
     Place("job_list.json", "disk/controller.log", "work");
     StartHost();
-    FrontEnd frontEnd(endpointName);
+    TestClient frontEnd(endpointName);
     disk->Fill();
     ExpectJobs(frontEnd, "print hello", 100, JobStatus::Success);
     disk->Free();
@@ -145,7 +145,7 @@ TEST_F(DiskFaultsTest, AFolderThatIsReadOnlyForAWhileIsLikeAFullDisk) {
     }
     Place("disk/job_list.json", "disk/controller.log", "disk/work");
     StartHost();
-    FrontEnd frontEnd(endpointName);
+    TestClient frontEnd(endpointName);
     ExpectJobs(frontEnd, "exit 0", 1, JobStatus::Success);
     disk->MakeReadOnly();
     ExpectJobs(frontEnd, "exit 0", 1, JobStatus::Failed);
@@ -171,7 +171,7 @@ using DiskFaultsTest_Folders = FaultFixture;
 TEST_F(DiskFaultsTest_Folders, AListFolderThatWasRemovedIsMadeAgainWithTheWholeList) {
     Place("lists/job_list.json", "lists/controller.log", "work");
     StartHost();
-    FrontEnd frontEnd(endpointName);
+    TestClient frontEnd(endpointName);
     ExpectJobs(frontEnd, "exit 0", 2, JobStatus::Success);
     // The host may be writing into it just now.
     Await("the removal", [this] { return !platform::RemoveTree(folder / L"lists"); });
@@ -182,7 +182,7 @@ TEST_F(DiskFaultsTest_Folders, AListFolderThatWasRemovedIsMadeAgainWithTheWholeL
 TEST_F(DiskFaultsTest_Folders, AListFolderThatWasRenamedIsMadeAgainWithTheWholeList) {
     Place("lists/job_list.json", "controller.log", "work");
     StartHost();
-    FrontEnd frontEnd(endpointName);
+    TestClient frontEnd(endpointName);
     ExpectJobs(frontEnd, "exit 0", 2, JobStatus::Success);
     ASSERT_FALSE(platform::RenameFile(folder / L"lists", folder / L"old_lists"));
     ExpectJobs(frontEnd, "exit 0", 1, JobStatus::Success);
@@ -191,7 +191,7 @@ TEST_F(DiskFaultsTest_Folders, AListFolderThatWasRenamedIsMadeAgainWithTheWholeL
 
 TEST_F(DiskFaultsTest_Folders, AWorkDirectoryThatWasRemovedUnderARunningJobFailsItAloneAndIsMadeAgain) {
     StartHost();
-    FrontEnd frontEnd(endpointName);
+    TestClient frontEnd(endpointName);
     const std::wstring id = frontEnd.Enqueue(JobsFile("be ready\nwait for request")).at(0).id;
     Await("the scenario", [&] { return platform::Exists(WorkDirOf(id) + L"\\ready"); });
     ASSERT_FALSE(platform::RenameFile(folder / L"work", folder / L"old_work"));
@@ -245,7 +245,7 @@ TEST_F(DiskFaultsTest_Permissions, ALockThatMayNotBeOpenedIsNamed) {
 TEST_F(DiskFaultsTest_Permissions, WhatMayNotBeWrittenForAWhileIsWrittenAfterwards) {
     Place("lists/job_list.json", "logs/controller.log", "work");
     StartHost();
-    FrontEnd frontEnd(endpointName);
+    TestClient frontEnd(endpointName);
     ExpectJobs(frontEnd, "exit 0", 1, JobStatus::Success);
     for (const wchar_t* part : {L"lists", L"logs", L"work"}) {
         Allow(folder / part, 0500);

@@ -63,7 +63,7 @@ using ResourceLimitsTest_OpenFiles = WithoutOpenFiles<ResourceLimitsTest>;
 
 TEST_F(ResourceLimitsTest_OpenFiles, WithoutOpenFilesLeftJobsFailWithAReasonAndTheHostGoesOn) {
     StartHost();
-    FrontEnd frontEnd(endpointName);
+    TestClient frontEnd(endpointName);
     ExpectJobs(frontEnd, "exit 0", 1, JobStatus::Success);
     const std::wstring jobsFile = JobsFile("exit 0", 3);
     Limit(RLIMIT_NOFILE, standardStreams);
@@ -143,7 +143,7 @@ TEST_F(ResourceLimitsTest_OpenFiles, AHostThatMayOpenTooFewFilesSaysSoAndEnds) {
 
 TEST_F(ResourceLimitsTest, ALimitOnTheSizeOfFilesIsLikeAFullDisk) {
     StartHost();
-    FrontEnd frontEnd(endpointName);
+    TestClient frontEnd(endpointName);
     ExpectJobs(frontEnd, "exit 0", 1, JobStatus::Success);
     constexpr rlim_t smallerThanAnyList = 100;
     Limit(RLIMIT_FSIZE, smallerThanAnyList);
@@ -196,7 +196,7 @@ protected:
 
 TEST_F(ResourceLimitsTest_Processes, AJobWhoseRunnerCannotBeStartedHasFailedWithAReasonAndTheQueueGoesOn) {
     StartHost();
-    FrontEnd frontEnd(endpointName);
+    TestClient frontEnd(endpointName);
     Limit(RLIMIT_NPROC, 1);
     const std::vector<JobIdInfo> jobs = frontEnd.Enqueue(JobsFile("exit 0", 2));
     for (const JobIdInfo& job : jobs) {

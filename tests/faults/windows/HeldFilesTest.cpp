@@ -47,7 +47,7 @@ using HeldFilesTest = FaultFixture;
 
 TEST_F(HeldFilesTest, AListThatIsHeldIsWrittenOnceItIsFree) {
     StartHost();
-    FrontEnd frontEnd(endpointName);
+    TestClient frontEnd(endpointName);
     ExpectJobs(frontEnd, "exit 0", 1, JobStatus::Success);
     Await("the saved list", [this] { return SavedJobs().at(0).status == JobStatus::Success; });
     HeldFile held(listFile);
@@ -87,7 +87,7 @@ TEST_F(HeldFilesTest, AResultThatIsHeldForAMomentIsRead) {
 
 TEST_F(HeldFilesTest, AJobIsDeletedThoughAFileInItsWorkDirectoryIsHeld) {
     StartHost();
-    FrontEnd frontEnd(endpointName);
+    TestClient frontEnd(endpointName);
     const std::wstring id = frontEnd.Enqueue(JobsFile("print hello\nexit 0")).at(0).id;
     frontEnd.AwaitStatus(id, JobStatus::Success);
     const HeldFile held(WorkDirOf(id) + L"\\scenario.log");
@@ -100,7 +100,7 @@ TEST_F(HeldFilesTest, ALogThatIsHeldLosesMessagesAndNoJob) {
     WriteTextFile(logFile, "");
     HeldFile held(logFile);
     StartHost();
-    FrontEnd frontEnd(endpointName);
+    TestClient frontEnd(endpointName);
     ExpectJobs(frontEnd, "exit 0", 2, JobStatus::Success);
     held.LetGo();
     Await("the log", [&] {

@@ -48,7 +48,7 @@ TEST_F(LostSocketTest, AHostThatEndsLeavesNeitherSocketNorLock) {
     const std::wstring socket = SocketPath();
     const std::wstring socketFolder = platform::ParentFolder(socket);
     ASSERT_TRUE(platform::Exists(socket));
-    FrontEnd(endpointName).Terminate();
+    TestClient(endpointName).Terminate();
     EXPECT_EQ(AwaitHostEnd(), 0);
     EXPECT_FALSE(platform::Exists(socket));
     EXPECT_FALSE(platform::Exists(socketFolder + L"\\" + endpointName + L".lock"));

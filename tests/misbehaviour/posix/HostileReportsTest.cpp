@@ -11,7 +11,7 @@ namespace {
 class HostileReportsTest : public HostProcessFixture {
 protected:
     /// Runs a scenario that puts something into the place of a report; its job's final status.
-    JobStatusInfo RunJob(FrontEnd& frontEnd, const std::string& steps, JobStatus final) {
+    JobStatusInfo RunJob(TestClient& frontEnd, const std::string& steps, JobStatus final) {
         const std::wstring id = frontEnd.Enqueue(JobsFile(steps)).at(0).id;
         return frontEnd.AwaitStatus(id, final);
     }
@@ -46,7 +46,7 @@ std::string For(const std::string& name, std::string misdeed) {
 
 TEST_F(HostileReportsTest, WhateverStandsInThePlaceOfTheProgressDoesNoHarm) {
     StartHost();
-    FrontEnd frontEnd(endpointName);
+    TestClient frontEnd(endpointName);
     const long before = HostKibibytes();
     for (const std::string& misdeed : BadBehaviours()) {
         const std::string steps = For("progress_info_list.json", misdeed) + "be ready\nwait for file go\nexit 0";
@@ -63,7 +63,7 @@ TEST_F(HostileReportsTest, WhateverStandsInThePlaceOfTheProgressDoesNoHarm) {
 
 TEST_F(HostileReportsTest, WhateverStandsInThePlaceOfTheResultFailsTheJob) {
     StartHost();
-    FrontEnd frontEnd(endpointName);
+    TestClient frontEnd(endpointName);
     for (const std::string& misdeed : BadBehaviours()) {
         RunJob(frontEnd, For("run_scenario_result.json", misdeed) + "exit 0", JobStatus::Failed);
     }
@@ -72,7 +72,7 @@ TEST_F(HostileReportsTest, WhateverStandsInThePlaceOfTheResultFailsTheJob) {
 
 TEST_F(HostileReportsTest, WhatAScenarioPutIntoTheFolderOfTheNextJobDoesNotCount) {
     StartHost();
-    FrontEnd frontEnd(endpointName);
+    TestClient frontEnd(endpointName);
     const auto jobs = frontEnd.Enqueue(JobsFile("wait for file go\nexit 3", 2));
     frontEnd.AwaitStatus(jobs.at(0).id, JobStatus::Running);
     WriteTextFile(WorkDirOf(jobs.at(1).id) + L"\\run_scenario_result.json",

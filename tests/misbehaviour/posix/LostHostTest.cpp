@@ -9,7 +9,7 @@ TEST_F(LostHostTest, AScenarioThatKillsItsRunnerAndItsHostIsEndedByTheNextHost) 
     StartHost();
     std::wstring id;
     {
-        FrontEnd frontEnd(endpointName);
+        TestClient frontEnd(endpointName);
         id = frontEnd.Enqueue(JobsFile("have family\nbe ready\nwait for file go\nkill ancestors 3\nwait")).at(0).id;
         frontEnd.AwaitStatus(id, JobStatus::Running);
     }

@@ -1,4 +1,4 @@
-#include "crash/Tally.h"
+#include "crash/CrashCounts.h"
 
 #include <iomanip>
 #include <numeric>
@@ -15,11 +15,11 @@ void AddRow(std::ostringstream& table, std::string_view what, std::size_t count)
 
 } // namespace
 
-std::size_t Tally::Kills() const {
+std::size_t CrashCounts::Kills() const {
     return std::accumulate(struck.begin(), struck.end(), killedFromOutside + notReached);
 }
 
-std::string Tally::Table() const {
+std::string CrashCounts::Table() const {
     std::ostringstream table;
     table << "Hosts killed\n";
     for (std::size_t point = 0; point < faultPointCount; ++point) {
@@ -41,7 +41,7 @@ std::string Tally::Table() const {
     return table.str();
 }
 
-std::string Tally::NeverStruck() const {
+std::string CrashCounts::NeverStruck() const {
     std::string names;
     for (std::size_t point = 0; point < faultPointCount; ++point) {
         names += struck[point] == 0 ? std::string(names.empty() ? "" : "; ") + faultPointNames[point] : "";

@@ -10,7 +10,7 @@
 namespace crash {
 
 /// What was done and looked at.
-struct Tally {
+struct CrashCounts {
     std::array<std::size_t, faultPointCount> struck{};
     std::size_t killedFromOutside = 0;
     /// The fault did not come about; the host was killed from outside.

@@ -6,14 +6,14 @@
 #include <string>
 
 /// Counts what a stress test did, from any thread, and prints it.
-class Tally {
+class OperationCounts {
 public:
     /// `subject` is what the test was about.
-    explicit Tally(std::string ofSubject) : subject(std::move(ofSubject)) {}
+    explicit OperationCounts(std::string ofSubject) : subject(std::move(ofSubject)) {}
     /// Prints the counts.
-    ~Tally();
-    Tally(const Tally&) = delete;
-    Tally& operator=(const Tally&) = delete;
+    ~OperationCounts();
+    OperationCounts(const OperationCounts&) = delete;
+    OperationCounts& operator=(const OperationCounts&) = delete;
 
     void Add(const std::string& operation, std::uint64_t times = 1);
 

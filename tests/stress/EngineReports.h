@@ -11,7 +11,7 @@
 
 /// What an engine under stress has told about its jobs, from any thread, and whether that can be true of all of them:
 /// no job lost, none twice, each with one fate.
-class JobLedger {
+class EngineReports {
 public:
     // What operations of the engine reported
     void Enqueued(const JobEnqueueResult& result);

@@ -1,8 +1,8 @@
-#include "stress/Tally.h"
+#include "stress/OperationCounts.h"
 
 #include <cstdio>
 
-Tally::~Tally() {
+OperationCounts::~OperationCounts() {
     std::uint64_t total = 0;
     std::string details;
     for (const auto& [operation, times] : counts) {
@@ -13,7 +13,7 @@ Tally::~Tally() {
     std::fflush(stdout);
 }
 
-void Tally::Add(const std::string& operation, std::uint64_t times) {
+void OperationCounts::Add(const std::string& operation, std::uint64_t times) {
     const std::lock_guard lock(mutex);
     counts[operation] += times;
 }

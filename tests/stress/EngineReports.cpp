@@ -1,5 +1,6 @@
-#include "stress/JobLedger.h"
+#include "stress/EngineReports.h"
 
+#include "kit/JobLedger.h"
 #include "text/Text.h"
 
 #include <algorithm>
@@ -10,15 +11,15 @@ bool IsActive(JobStatus status) {
     return status == JobStatus::Running || status == JobStatus::Canceling;
 }
 
-bool HasEnded(JobStatus status) {
-    return status == JobStatus::Success || status == JobStatus::Failed || status == JobStatus::Canceled;
+bool HasRun(JobStatus status) {
+    return HasEnded(status) && status != JobStatus::Dequeued;
 }
 
 /// Whether a job can have got from one status to another, by any number of steps.
 bool IsReachable(JobStatus from, JobStatus to) {
     return from == to || from == JobStatus::Queued ||
-           (from == JobStatus::Running && (HasEnded(to) || to == JobStatus::Canceling)) ||
-           (from == JobStatus::Canceling && HasEnded(to));
+           (from == JobStatus::Running && (HasRun(to) || to == JobStatus::Canceling)) ||
+           (from == JobStatus::Canceling && HasRun(to));
 }
 
 std::string Describe(const std::wstring& id, const std::string& problem) {
@@ -31,7 +32,7 @@ std::string StatusText(JobStatus status) {
 
 } // namespace
 
-void JobLedger::Enqueued(const JobEnqueueResult& result) {
+void EngineReports::Enqueued(const JobEnqueueResult& result) {
     const std::lock_guard lock(mutex);
     for (const JobIdInfo& job : result.jobIds) {
         ++jobs[job.id].enqueued;
@@ -39,7 +40,7 @@ void JobLedger::Enqueued(const JobEnqueueResult& result) {
     }
 }
 
-void JobLedger::Executed(const std::vector<JobStatusInfo>& updated) {
+void EngineReports::Executed(const std::vector<JobStatusInfo>& updated) {
     const std::lock_guard lock(mutex);
     for (const JobStatusInfo& report : updated) {
         Job& job = jobs[report.id];
@@ -49,7 +50,7 @@ void JobLedger::Executed(const std::vector<JobStatusInfo>& updated) {
     }
 }
 
-void JobLedger::Cancelled(const std::vector<JobStatusInfo>& cancelled) {
+void EngineReports::Cancelled(const std::vector<JobStatusInfo>& cancelled) {
     std::map<std::wstring, JobStatus> reports; // one a job: a running one may be reported twice
     for (const JobStatusInfo& report : cancelled) {
         reports[report.id] = report.status;
@@ -63,37 +64,37 @@ void JobLedger::Cancelled(const std::vector<JobStatusInfo>& cancelled) {
     }
 }
 
-void JobLedger::Ended(const std::vector<JobStatusInfo>& changed) {
+void EngineReports::Ended(const std::vector<JobStatusInfo>& changed) {
     const std::lock_guard lock(mutex);
     for (const JobStatusInfo& report : changed) {
         Job& job = jobs[report.id];
-        job.strange += HasEnded(report.status) || IsActive(report.status) ? 0 : 1;
-        if (HasEnded(report.status)) {
+        job.strange += HasRun(report.status) || IsActive(report.status) ? 0 : 1;
+        if (HasRun(report.status)) {
             ++job.ended;
             job.last = report.status;
         }
     }
 }
 
-void JobLedger::Deleted(const std::vector<std::wstring>& ids) {
+void EngineReports::Deleted(const std::vector<std::wstring>& ids) {
     const std::lock_guard lock(mutex);
     for (const std::wstring& id : ids) {
         ++jobs[id].deleted;
     }
 }
 
-void JobLedger::Run(const std::wstring& id) {
+void EngineReports::Run(const std::wstring& id) {
     const std::lock_guard lock(mutex);
     ++jobs[id].runs;
 }
 
-std::vector<std::wstring> JobLedger::LatestIds(std::size_t count) const {
+std::vector<std::wstring> EngineReports::LatestIds(std::size_t count) const {
     const std::lock_guard lock(mutex);
     const auto first = order.end() - static_cast<std::ptrdiff_t>(std::min(count, order.size()));
     return {first, order.end()};
 }
 
-std::vector<std::string> JobLedger::Problems(const std::vector<JobListInfo>& listed) const {
+std::vector<std::string> EngineReports::Problems(const std::vector<JobListInfo>& listed) const {
     const std::lock_guard lock(mutex);
     std::vector<std::string> problems;
     std::map<std::wstring, const JobListInfo*> rows;
@@ -112,7 +113,7 @@ std::vector<std::string> JobLedger::Problems(const std::vector<JobListInfo>& lis
     return problems;
 }
 
-std::string JobLedger::ProblemOf(const Job& job, const JobListInfo* listed) {
+std::string EngineReports::ProblemOf(const Job& job, const JobListInfo* listed) {
     const int fates = job.startReports + job.failedStartReports + job.dequeued;
     if (job.enqueued != 1 || job.strange != 0 || job.deleted > 1 || job.cancelling > 1) {
         return "enqueued, deleted or cancelled more than once, or told of in a status that the operation cannot give";
@@ -134,18 +135,17 @@ std::string JobLedger::ProblemOf(const Job& job, const JobListInfo* listed) {
 }
 
 std::string ListWatch::Look(const std::vector<JobListInfo>& list) {
+    if (const auto problems = OrderProblems(list, gone); !problems.empty()) {
+        return problems.front();
+    }
     std::map<std::wstring, JobStatus> now;
-    std::int32_t lastNumber = 0;
     int active = 0;
     for (const JobListInfo& job : list) {
-        if (job.seqId <= lastNumber || !now.emplace(job.id, job.status).second || gone.contains(job.id)) {
-            return Describe(job.id, "out of order, twice in the list, or back in it");
-        }
+        now.emplace(job.id, job.status);
         const auto before = seen.find(job.id);
         if (before != seen.end() && !IsReachable(before->second, job.status)) {
             return Describe(job.id, "went from " + StatusText(before->second) + " to " + StatusText(job.status));
         }
-        lastNumber = job.seqId;
         active += IsActive(job.status) ? 1 : 0;
     }
     for (const auto& [id, status] : seen) {
