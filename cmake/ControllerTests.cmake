@@ -13,7 +13,9 @@ add_custom_target(unit_tests)
 # controller_add_tests(NAME [KIND unit|process|system] SOURCES FooTest.cpp ... [SUPPORT helper.cpp ...]
 #                      [LIBRARIES target ...] [PROCESS_PER_TEST])
 #
-# KIND becomes a label of the program's tests: unit (the default: one process, no program of the product), process (one
+# Builds a program; called again with its name, from any folder, it adds files to that program.
+#
+# KIND becomes a label of these files' tests: unit (the default: one process, no program of the product), process (one
 # part of the product with processes that it starts) or system (host, runner and front ends as they are installed).
 # One program, one ctest entry for each test file: the file FooTest.cpp holds the suites FooTest, or whose names begin with "FooTest_".
 # A file whose suites are named otherwise fails, because its entry runs no test. With PROCESS_PER_TEST each
@@ -23,9 +25,13 @@ function(controller_add_tests name)
   if(NOT tests_KIND)
     set(tests_KIND unit)
   endif()
-  add_executable(${name} ${tests_SOURCES} ${tests_SUPPORT})
-  target_link_libraries(${name} PRIVATE controller_flags controller_test_main ${tests_LIBRARIES})
-  controller_compile_as_test(${name})
+  if(NOT TARGET ${name})
+    add_executable(${name})
+    controller_compile_as_test(${name})
+    target_link_libraries(${name} PRIVATE controller_flags controller_test_main)
+  endif()
+  target_sources(${name} PRIVATE ${tests_SOURCES} ${tests_SUPPORT})
+  target_link_libraries(${name} PRIVATE ${tests_LIBRARIES})
   if(tests_KIND STREQUAL "unit")
     add_dependencies(unit_tests ${name})
   endif()
