@@ -3,10 +3,10 @@
 #include <stdexcept>
 
 #include "CommonControllerLib/FunctionManager.h"
-#include "CommonControllerLib/JobEntryManagerBase.h"
 #include "ControllerCSWrapper/ControllerCSWrapper.h"
 #include "RawLimits.h"
 #include "Workplace.h"
+#include "controller_host/HostEngine.h"
 #include "platform/files/NativePath.h"
 #include "text/Text.h"
 
@@ -24,11 +24,12 @@ void WriteJobList(const Workplace& workplace, std::int64_t rows) {
 }
 
 /// A poll that has something to report rewrites the whole list; nothing else in it costs.
+template <class Engine>
 void RewriteJobList(benchmark::State& state) {
     const Workplace workplace;
     WriteJobList(workplace, state.range(0));
     const FunctionManager functions({});
-    JobEntryManagerBase engine(&functions);
+    Engine engine(&functions);
     for (auto unused : state) {
         std::vector<JobStatusInfo> changed(1);
         engine.CheckUpdate(changed);
@@ -48,7 +49,18 @@ void WriteAndRenameSameBytes(benchmark::State& state, bool flush) {
 
 } // namespace
 
-BENCHMARK(RewriteJobList)->Arg(1000)->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK_TEMPLATE(RewriteJobList, JobEntryManagerBase)
+    ->Arg(1000)
+    ->Arg(10000)
+    ->Arg(100000)
+    ->Unit(benchmark::kMillisecond)
+    ->UseRealTime();
+BENCHMARK_TEMPLATE(RewriteJobList, HostEngine)
+    ->Arg(1000)
+    ->Arg(10000)
+    ->Arg(100000)
+    ->Unit(benchmark::kMillisecond)
+    ->UseRealTime();
 BENCHMARK_CAPTURE(WriteAndRenameSameBytes, flushed, true)
     ->Arg(1000)
     ->Arg(10000)

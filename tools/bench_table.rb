@@ -16,9 +16,9 @@ def row(what, ours, limit, theirs, aim)
 end
 
 printf(ROW, "ours", "", "beside", "", "ratio", "aim")
-[1000, 10_000, 100_000].each do |rows|
-  ours = ENGINE.fetch("RewriteJobList/#{rows}")
-  row("job list rewrite, #{rows} rows", ours, "write + flush + rename, same bytes",
+[["JobEntryManagerBase", "engine"], ["HostEngine", "host"]].product([1000, 10_000, 100_000]).each do |(engine, name), rows|
+  ours = ENGINE.fetch("RewriteJobList<#{engine}>/#{rows}")
+  row("job list rewrite by the #{name}, #{rows} rows", ours, "write + flush + rename, same bytes",
       ENGINE.fetch("WriteAndRenameSameBytes/flushed/#{rows}"), "at most 3")
   row("", ours, "write + rename, same bytes, not flushed", ENGINE.fetch("WriteAndRenameSameBytes/unflushed/#{rows}"), "")
 end

@@ -6,6 +6,7 @@
 #include "controller_host/DeletionJournal.h"
 #include "controller_host/FailureReasons.h"
 #include "fault_points/FaultPoint.h"
+#include "formats/JobListFile.h"
 #include "platform/files/FileSystem.h"
 #include "services/Settings.h"
 
@@ -44,6 +45,13 @@ bool HostEngine::IsSuspendJobExecution() {
     const auto active = std::count_if(jobList.begin(), jobList.end(), isActive);
     return active >= settings::Current()->parallelJobs ||
            (active > 0 && std::none_of(nextJob, jobList.end(), isQueued));
+}
+
+void HostEngine::WriteJobList() {
+    auto position = jobList.cbegin();
+    const auto next = [&] { return position == jobList.cend() ? nullptr : &(*position++)->GetJobListInfo(); };
+    // The list that could not be written is kept, and written again by the host's loop.
+    (void)job_list_file::WriteRows(ControllerCSWrapper::GetJobListFile(), jobList.size(), next);
 }
 
 std::vector<void*> HostEngine::ActiveProcesses() {

@@ -70,6 +70,8 @@ protected:
     /// True while as many jobs are active as the settings allow; and while any is and none is queued behind the cursor,
     /// because moving that to the end would only write the list once more.
     bool IsSuspendJobExecution() override;
+    /// Writes the rows as they stand in the list, without a copy of them.
+    void WriteJobList() override;
 
 private:
     std::vector<JobListInfo> DeletableJobs(const std::vector<std::wstring>& ids);

@@ -125,6 +125,9 @@ protected:
     /// True when execution has to wait: the job at the cursor is running or being cancelled. Called under the lock,
     /// never with the cursor at the end.
     virtual bool IsSuspendJobExecution();
+    /// Writes the job list file after a change: as it stands, the whole list through the companion. Called under the
+    /// lock. A write that fails is not reported: the next change writes the whole list again.
+    virtual void WriteJobList();
 
     std::map<std::wstring, ScenarioInfo> scenarioMap;
     const FunctionManager* functionManager;
@@ -182,7 +185,6 @@ private:
 
     // Job list file; under the lock
     void ReadJobList(std::list<std::shared_ptr<JobEntry>>& jobs);
-    /// A write that fails is not reported: the next change writes the whole list again.
     void UpdateJobList();
 
     // Deletion; under the lock

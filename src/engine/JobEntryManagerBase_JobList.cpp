@@ -16,6 +16,10 @@ void JobEntryManagerBase::ReadJobList(std::list<std::shared_ptr<JobEntry>>& jobs
 
 void JobEntryManagerBase::UpdateJobList() {
     ControllerLogManager::Log(ControllerLogManager::Debug, 1, L"Update job_list.json");
+    WriteJobList();
+}
+
+void JobEntryManagerBase::WriteJobList() {
     std::vector<JobListInfo> records;
     records.reserve(jobList.size());
     GetJobList(records);

@@ -7,8 +7,10 @@
 
 #include "ControllerCSWrapper/ControllerCSWrapper.h"
 #include "formats/Boundary.h"
+#include "formats/json/Encoding.h"
 #include "formats/json/Reading.h"
 #include "formats/json/RecordLayouts.h"
+#include "formats/json/Writing.h"
 #include "platform/files/FileSystem.h"
 #include "platform/files/NativePath.h"
 #include "platform/system/Clock.h"
@@ -221,6 +223,27 @@ void NoteFailure(State& state, const std::wstring& path, std::string_view bytes,
                                       error.Text() + L". Jobs go on; until it can be written, a restart loses changes");
 }
 
+/// The same bytes as of the companion's message "JobList".
+std::string ListText(std::size_t count, const std::function<const JobListInfo*()>& next) {
+    constexpr std::size_t sample = 32;
+    std::string bytes = R"({"JobList":[)";
+    std::wstring row;
+    std::string rowBytes;
+    std::size_t written = 0;
+    for (const JobListInfo* record = next(); record != nullptr; record = next()) {
+        if (written++ == sample) {
+            bytes.reserve(bytes.size() / sample * count * 17 / 16);
+        }
+        row.assign(written > 1 ? L"," : L"");
+        json::Append(*record, row);
+        std::size_t badAt = 0;
+        // JSON that is written here holds nothing but characters.
+        (void)json::EncodeUtf8(row, rowBytes, badAt);
+        bytes += rowBytes;
+    }
+    return bytes + "]}";
+}
+
 bool WriteAndNote(State& state, const std::wstring& path, std::string_view bytes) {
     const Error error = Replace(path, bytes);
     if (error) {
@@ -280,6 +303,10 @@ std::vector<std::wstring> KeptAside(const std::wstring& path) {
 bool Write(const std::wstring& path, std::string_view bytes) {
     const std::scoped_lock lock(TheState().mutex);
     return WriteAndNote(TheState(), path, bytes);
+}
+
+bool WriteRows(const std::wstring& path, std::size_t count, const std::function<const JobListInfo*()>& next) {
+    return boundary::Guard("WriteRows", [&] { return Write(path, ListText(count, next)); });
 }
 
 bool IsUnwritten() {

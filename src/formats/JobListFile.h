@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstddef>
+#include <functional>
 #include <string>
 #include <string_view>
 #include <vector>
@@ -33,6 +35,11 @@ CONTROLLER_API std::vector<std::wstring> KeptAside(const std::wstring& path);
 /// Replaces the list by `bytes`, all or nothing. The first failure of a row is a warning in the log, and so is its end;
 /// the bytes are kept for `RetryWrite`.
 [[nodiscard]] bool Write(const std::wstring& path, std::string_view bytes);
+
+/// As `Write`, of `count` rows that `next` gives one after another and then null. Only one row at a time stands in wide
+/// text, so that a long list costs little more than its bytes.
+[[nodiscard]] CONTROLLER_API bool WriteRows(const std::wstring& path, std::size_t count,
+                                            const std::function<const JobListInfo*()>& next);
 
 /// True while the last list that was to be written is not.
 CONTROLLER_API bool IsUnwritten();

@@ -4,6 +4,7 @@
 
 #include "ControllerCSWrapper/ControllerCSWrapper.h"
 #include "HostileStrings.h"
+#include "formats/JobListFile.h"
 #include "formats/Messages.h"
 #include "formats/ProcessHandleText.h"
 #include "formats/RunProtocol.h"
@@ -135,6 +136,22 @@ TEST(RoundTripTest, JobListFilesOfAnyContent) {
     std::vector<JobListInfo> read;
     ASSERT_TRUE(ControllerCSWrapper::ParseJobList(path, read));
     EXPECT_TRUE(read == jobs);
+}
+
+TEST(RoundTripTest, ListsWrittenRowByRowAreTheSameBytes) {
+    const TemporaryFolder folder;
+    std::vector<JobListInfo> jobs;
+    const auto expectSame = [&] {
+        std::size_t given = 0;
+        const auto next = [&] { return given == jobs.size() ? nullptr : &jobs[given++]; };
+        ASSERT_TRUE(job_list_file::WriteRows(folder / L"rows.json", jobs.size(), next));
+        ASSERT_TRUE(ControllerCSWrapper::CreateJsonFile(ControllerCSWrapper::Serialize(L"JobList", jobs),
+                                                        folder / L"whole.json"));
+        EXPECT_TRUE(ReadTextFile(folder / L"rows.json") == ReadTextFile(folder / L"whole.json"));
+    };
+    expectSame();
+    ForEachMaker([&](const RecordMaker& make) { jobs.push_back(make.Job()); });
+    expectSame();
 }
 
 TEST(RoundTripTest, ProcessHandleNumbers) {
