@@ -5,8 +5,8 @@
 #include "fuzz/support/ByteSource.h"
 #include "fuzz/support/Require.h"
 #include "text/CodeUnits.h"
+#include "text/Wtf8.h"
 #include "transport/local_socket/Frame.h"
-#include "transport/local_socket/Wtf8.h"
 
 namespace {
 
@@ -46,11 +46,11 @@ Outcome DecodeInPieces(std::string_view bytes, const std::vector<std::size_t>& l
 
 /// A text that was decoded is what is decoded from its own encoding.
 void CheckText(std::string_view encoded) {
-    const auto text = local_socket::DecodeText(encoded);
+    const auto text = text::FromWtf8(encoded);
     if (text) {
         std::string again;
-        local_socket::AppendEncoded(again, *text);
-        fuzz::Require(local_socket::DecodeText(again) == text, "a text arrives as it was sent");
+        text::AppendWtf8(again, *text);
+        fuzz::Require(text::FromWtf8(again) == text, "a text arrives as it was sent");
         fuzz::Require(again.size() <= encoded.size(), "an encoding does not grow");
     }
 }
@@ -88,9 +88,8 @@ void CheckSent(fuzz::ByteSource& source, std::string& stream, std::vector<Frame>
     const Outcome outcome = DecodeAtOnce(*bytes);
     fuzz::Require(outcome.frames.size() == 1 && !outcome.isWithinFrame, "one event is one frame");
     const Frame& frame = outcome.frames[0];
-    fuzz::Require(!Travels(name) || local_socket::DecodeText(frame.name) == name, "a name arrives as it was sent");
-    fuzz::Require(!Travels(payload) || local_socket::DecodeText(frame.payload) == payload,
-                  "a payload arrives as it was sent");
+    fuzz::Require(!Travels(name) || text::FromWtf8(frame.name) == name, "a name arrives as it was sent");
+    fuzz::Require(!Travels(payload) || text::FromWtf8(frame.payload) == payload, "a payload arrives as it was sent");
     stream += *bytes;
     sent.push_back(frame);
 }

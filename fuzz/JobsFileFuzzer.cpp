@@ -3,7 +3,6 @@
 #include <vector>
 
 #include "ControllerCSWrapper/ControllerCSWrapper.h"
-#include "formats/json/Encoding.h"
 #include "formats/json/RecordLayouts.h"
 #include "formats/json/Writing.h"
 #include "fuzz/support/Before.h"
@@ -11,6 +10,7 @@
 #include "fuzz/support/Require.h"
 #include "fuzz/support/Scratch.h"
 #include "platform/files/NativePath.h"
+#include "text/StrictUtf8.h"
 
 namespace {
 
@@ -42,7 +42,7 @@ Requests CheckWritten(const Requests& requests) {
     std::string utf8;
     std::size_t badAt = 0;
     Requests read;
-    fuzz::Require(json::EncodeUtf8(json::WriteEnvelope(L"EnqueueJobs", requests), utf8, badAt), "JSON is characters");
+    fuzz::Require(text::EncodeUtf8(json::WriteEnvelope(L"EnqueueJobs", requests), utf8, badAt), "JSON is characters");
     fuzz::Require(ReadFile(utf8, read), "a written file is read");
     std::for_each(read.begin(), read.end(), CheckPaths);
     return read;

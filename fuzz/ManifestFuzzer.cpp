@@ -3,11 +3,11 @@
 #include <vector>
 
 #include "formats/ManifestFile.h"
-#include "formats/json/Encoding.h"
 #include "formats/json/RecordLayouts.h"
 #include "formats/json/Writing.h"
 #include "fuzz/support/ByteSource.h"
 #include "fuzz/support/Require.h"
+#include "text/StrictUtf8.h"
 
 namespace {
 
@@ -93,7 +93,7 @@ void CheckWritten(const ScenarioManifest& manifest) {
     std::string utf8;
     std::size_t badAt = 0;
     ScenarioManifest again;
-    fuzz::Require(json::EncodeUtf8(Written(manifest), utf8, badAt), "JSON is characters");
+    fuzz::Require(text::EncodeUtf8(Written(manifest), utf8, badAt), "JSON is characters");
     if (Parse(scenario_manifest::ParsePackageManifest, utf8, again)) {
         fuzz::Require(again == manifest, "a manifest is read as it was written");
     }

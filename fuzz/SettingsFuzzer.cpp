@@ -3,7 +3,6 @@
 #include <string_view>
 #include <vector>
 
-#include "formats/json/Encoding.h"
 #include "formats/json/RecordLayouts.h"
 #include "formats/json/Writing.h"
 #include "fuzz/support/ByteSource.h"
@@ -12,6 +11,7 @@
 #include "platform/files/NativePath.h"
 #include "services/Settings.h"
 #include "services/SettingsFile.h"
+#include "text/StrictUtf8.h"
 
 namespace {
 
@@ -123,7 +123,7 @@ void CheckWritten(const Settings& read) {
     std::string utf8;
     std::size_t badAt = 0;
     Settings again;
-    fuzz::Require(json::EncodeUtf8(Written(read), utf8, badAt), "JSON is characters");
+    fuzz::Require(text::EncodeUtf8(Written(read), utf8, badAt), "JSON is characters");
     if (ReadFile(utf8, again)) {
         fuzz::Require(again == read, "settings are read as they were written");
     }

@@ -49,20 +49,6 @@ bool IsIn(const std::array<CharacterRange, count>& ranges, std::uint32_t charact
     return range != ranges.end() && range->first <= character;
 }
 
-struct Character {
-    std::uint32_t code = 0;
-    /// Elements of the text that it takes.
-    std::size_t length = 1;
-};
-
-/// The first character of a text that is not empty; a pair of surrogates is one.
-Character FirstCharacter(std::wstring_view text) {
-    const std::uint32_t first = text::Unit(text[0]);
-    const std::uint32_t second = text.size() > 1 ? text::Unit(text[1]) : 0;
-    const bool isPair = text::IsHighSurrogate(first) && text::IsLowSurrogate(second);
-    return isPair ? Character{text::JoinSurrogates(first, second), 2} : Character{first, 1};
-}
-
 std::size_t WidthOf(std::uint32_t character) {
     if (character < 0x300) {
         return 1;
@@ -78,8 +64,8 @@ std::size_t LengthWithin(std::wstring_view text, std::size_t width) {
     std::size_t length = 0;
     std::size_t used = 0;
     while (length < text.size()) {
-        const Character character = FirstCharacter(text.substr(length));
-        used += WidthOf(character.code);
+        const text::CodePoint character = text::TakeUtf16(text.substr(length));
+        used += WidthOf(character.value);
         if (used > width) {
             break;
         }
@@ -94,11 +80,11 @@ std::wstring OneLine(std::wstring_view text) {
     std::wstring line;
     line.reserve(text.size());
     while (!text.empty()) {
-        const Character character = FirstCharacter(text);
-        if (text::IsControlOrBidi(character.code)) {
+        const text::CodePoint character = text::TakeUtf16(text);
+        if (text::IsControlOrBidi(character.value)) {
             line += L' ';
-        } else if (text::IsSurrogate(character.code)) {
-            line += L'\xFFFD';
+        } else if (text::IsSurrogate(character.value)) {
+            line += static_cast<wchar_t>(text::replacementCharacter);
         } else {
             line += text.substr(0, character.length);
         }
@@ -110,8 +96,8 @@ std::wstring OneLine(std::wstring_view text) {
 std::size_t DisplayWidth(std::wstring_view text) {
     std::size_t width = 0;
     while (!text.empty()) {
-        const Character character = FirstCharacter(text);
-        width += WidthOf(character.code);
+        const text::CodePoint character = text::TakeUtf16(text);
+        width += WidthOf(character.value);
         text.remove_prefix(character.length);
     }
     return width;
@@ -138,9 +124,9 @@ std::wstring CutBeginning(std::wstring_view text, std::size_t width) {
         return {};
     }
     // Nor does the rest begin with a mark that belonged to what was cut.
-    while (!text.empty() && (used >= width || WidthOf(FirstCharacter(text).code) == 0)) {
-        const Character first = FirstCharacter(text);
-        used -= WidthOf(first.code);
+    while (!text.empty() && (used >= width || WidthOf(text::TakeUtf16(text).value) == 0)) {
+        const text::CodePoint first = text::TakeUtf16(text);
+        used -= WidthOf(first.value);
         text.remove_prefix(first.length);
     }
     return L'\x2026' + std::wstring(text);

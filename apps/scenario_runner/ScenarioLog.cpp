@@ -5,6 +5,7 @@
 
 #include "platform/files/FileEnd.h"
 #include "platform/files/FileSystem.h"
+#include "text/Utf8.h"
 
 namespace scenario_runner {
 namespace {
@@ -34,9 +35,8 @@ std::string_view LastBytes(std::string_view bytes, std::size_t length) {
     if (lineEnd < bytes.size() / 2) {
         return bytes.substr(lineEnd + 1);
     }
-    const auto isInCharacter = [](char byte) { return (static_cast<unsigned char>(byte) & 0xC0) == 0x80; };
-    bytes.remove_prefix(
-        static_cast<std::size_t>(std::find_if_not(bytes.begin(), bytes.end(), isInCharacter) - bytes.begin()));
+    const auto* const character = std::find_if_not(bytes.begin(), bytes.end(), text::IsUtf8Continuation);
+    bytes.remove_prefix(static_cast<std::size_t>(character - bytes.begin()));
     return bytes;
 }
 

@@ -3,10 +3,11 @@
 #include "formats/Boundary.h"
 #include "formats/JobListFile.h"
 #include "formats/MessageText.h"
-#include "formats/json/Encoding.h"
 #include "formats/json/Reading.h"
 #include "platform/files/FileSystem.h"
 #include "platform/files/NativePath.h"
+#include "text/StrictUtf8.h"
+#include "text/Wtf8.h"
 
 namespace {
 
@@ -28,7 +29,7 @@ bool ControllerCSWrapper::CreateJsonFile(const std::wstring& json, const std::ws
         if (json.empty()) {
             return LogFailedWrite(path, L"there is no text to write");
         }
-        if (!json::EncodeUtf8(json, bytes, badAt)) {
+        if (!text::EncodeUtf8(json, bytes, badAt)) {
             return LogFailedWrite(path,
                                   L"character " + std::to_wstring(badAt + 1) + L" of the text is not a character");
         }
@@ -52,7 +53,7 @@ bool ControllerCSWrapper::ReadJsonFile(const std::wstring& path, std::wstring& t
             WriteErrorLog(L"The file cannot be read: " + json::ProblemInFile(path, problem));
             return false;
         }
-        text = json::Decode(std::string_view(bytes).substr(json::ByteOrderMarkLength(bytes)));
+        text = text::FromTrustedWtf8(std::string_view(bytes).substr(text::ByteOrderMarkLength(bytes)));
         return true;
     });
 }

@@ -28,7 +28,7 @@ struct ShapeOf<CheckedValue<Rule>> {
     [[nodiscard]] static bool Read(void* object, std::string_view token) {
         Value& value = static_cast<CheckedValue<Rule>*>(object)->value;
         if constexpr (std::is_same_v<Value, std::wstring>) {
-            value = Decode(token);
+            value = text::FromTrustedWtf8(token);
             return Rule::Accepts(value);
         } else {
             return ParseWholeNumber(token, value) && Rule::Accepts(value);

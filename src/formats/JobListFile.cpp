@@ -7,7 +7,6 @@
 
 #include "ControllerCSWrapper/ControllerCSWrapper.h"
 #include "formats/Boundary.h"
-#include "formats/json/Encoding.h"
 #include "formats/json/Reading.h"
 #include "formats/json/RecordLayouts.h"
 #include "formats/json/Writing.h"
@@ -15,6 +14,7 @@
 #include "platform/files/NativePath.h"
 #include "platform/system/Clock.h"
 #include "platform/system/UtcStamp.h"
+#include "text/StrictUtf8.h"
 
 namespace job_list_file {
 
@@ -238,7 +238,7 @@ std::string ListText(std::size_t count, const std::function<const JobListInfo*()
         json::Append(*record, row);
         std::size_t badAt = 0;
         // JSON that is written here holds nothing but characters.
-        (void)json::EncodeUtf8(row, rowBytes, badAt);
+        (void)text::EncodeUtf8(row, rowBytes, badAt);
         bytes += rowBytes;
     }
     return bytes + "]}";

@@ -4,7 +4,7 @@
 #include <charconv>
 #include <string_view>
 
-#include "formats/json/Encoding.h"
+#include "text/StrictUtf8.h"
 
 namespace process_handle_text {
 
@@ -17,7 +17,7 @@ std::wstring Format(std::uint64_t number) {
 bool Parse(const std::wstring& text, std::uint64_t& number) {
     std::string digits;
     std::size_t badAt = 0;
-    if (!json::EncodeUtf8(text, digits, badAt)) {
+    if (!text::EncodeUtf8(text, digits, badAt)) {
         return false;
     }
     std::string_view rest = digits;

@@ -168,7 +168,7 @@ struct Layout<settings::Directory> {
 template <>
 struct ShapeOf<settings::Interpreters> {
     static Target Insert(void* object, std::string_view marked) {
-        const std::wstring extension = Decode(marked);
+        const std::wstring extension = text::FromTrustedWtf8(marked);
         const bool isExtension = extension.size() > 1 && extension.rfind(L'.') == 0 &&
                                  extension.find_first_of(L"/\\: ") == std::wstring::npos;
         if (!isExtension) {

@@ -1,9 +1,10 @@
 #include "ControllerCSWrapper/ControllerCSWrapper.h"
 
 #include "formats/Boundary.h"
-#include "formats/json/Encoding.h"
 #include "formats/json/MemberFinder.h"
 #include "formats/json/Parsing.h"
+#include "text/StrictUtf8.h"
+#include "text/Wtf8.h"
 
 namespace {
 
@@ -11,10 +12,10 @@ namespace {
 std::wstring ValueText(const std::wstring& json, const json::MemberFinder& finder) {
     std::string utf8;
     std::size_t badAt = 0;
-    json::EncodeUtf8(json, utf8, badAt);
-    utf8.erase(0, json::ByteOrderMarkLength(utf8));
+    text::EncodeUtf8(json, utf8, badAt);
+    utf8.erase(0, text::ByteOrderMarkLength(utf8));
     const std::string_view value = finder.ValueIn(utf8);
-    return json::Decode(value.substr(0, value.find_last_not_of(" \t\r\n,") + 1));
+    return text::FromTrustedWtf8(value.substr(0, value.find_last_not_of(" \t\r\n,") + 1));
 }
 
 } // namespace

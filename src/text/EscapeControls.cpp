@@ -1,16 +1,14 @@
 #include "text/EscapeControls.h"
 
 #include <algorithm>
-#include <cstddef>
 
 #include "text/CodeUnits.h"
 
 namespace text {
 namespace {
 
-bool NeedsLook(wchar_t character) {
-    const std::uint32_t unit = Unit(character);
-    return IsControlOrBidi(unit) || IsSurrogate(unit);
+bool NeedsEscape(std::uint32_t character) {
+    return IsControlOrBidi(character) || IsSurrogate(character);
 }
 
 void AppendEscaped(std::uint32_t unit, std::wstring& text) {
@@ -28,12 +26,6 @@ void AppendEscaped(std::uint32_t unit, std::wstring& text) {
     }
 }
 
-/// Only where a unit has 16 bits do two surrogates make one character.
-bool IsPairAt(const std::wstring& text, std::size_t index) {
-    return hasUtf16Elements && index + 1 < text.size() && IsHighSurrogate(Unit(text[index])) &&
-           IsLowSurrogate(Unit(text[index + 1]));
-}
-
 } // namespace
 
 bool IsControlOrBidi(std::uint32_t character) {
@@ -45,20 +37,20 @@ bool IsControlOrBidi(std::uint32_t character) {
     return isControl || endsLine || turnsDirection;
 }
 
-std::wstring Escaped(const std::wstring& text) {
-    if (std::none_of(text.begin(), text.end(), NeedsLook)) {
-        return text;
+std::wstring Escaped(std::wstring_view text) {
+    if (std::none_of(text.begin(), text.end(), [](wchar_t element) { return NeedsEscape(Unit(element)); })) {
+        return std::wstring(text);
     }
     std::wstring escaped;
     escaped.reserve(text.size() + 16);
-    for (std::size_t index = 0; index < text.size(); ++index) {
-        if (IsPairAt(text, index)) {
-            escaped.append(text, index++, 2);
-        } else if (NeedsLook(text[index])) {
-            AppendEscaped(Unit(text[index]), escaped);
+    while (!text.empty()) {
+        const CodePoint taken = TakeWide(text);
+        if (NeedsEscape(taken.value)) {
+            AppendEscaped(taken.value, escaped);
         } else {
-            escaped += text[index];
+            escaped += text.substr(0, taken.length);
         }
+        text.remove_prefix(taken.length);
     }
     return escaped;
 }

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 
 /// Texts of others that are shown in a line: in a log, on a terminal. Pure functions, any thread.
 namespace text {
@@ -11,6 +12,6 @@ namespace text {
 bool IsControlOrBidi(std::uint32_t character);
 
 /// The text with such characters, and lone surrogates, written as they are in C ("\n", "\u001b").
-std::wstring Escaped(const std::wstring& text);
+std::wstring Escaped(std::wstring_view text);
 
 } // namespace text

@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <utility>
 
-#include "transport/local_socket/Wtf8.h"
+#include "text/Wtf8.h"
 
 namespace local_socket {
 namespace {
@@ -76,12 +76,12 @@ std::string EncodeBusy(std::uint64_t served) {
 std::optional<std::string> EncodeEvent(std::wstring_view name, std::wstring_view payload, EventNumber number,
                                        std::size_t payloadLimit) {
     std::string bytes = Header(FrameKind::Event, number);
-    AppendEncoded(bytes, name);
+    text::AppendWtf8(bytes, name);
     const std::size_t nameBytes = bytes.size() - headerBytes;
     if (!IsNameSize(FrameKind::Event, nameBytes)) {
         return std::nullopt;
     }
-    AppendEncoded(bytes, payload);
+    text::AppendWtf8(bytes, payload);
     const std::size_t payloadBytes = bytes.size() - headerBytes - nameBytes;
     if (payloadBytes > payloadLimit) {
         return std::nullopt;

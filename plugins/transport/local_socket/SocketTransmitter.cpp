@@ -6,7 +6,7 @@
 #include <utility>
 
 #include "text/Text.h"
-#include "transport/local_socket/Wtf8.h"
+#include "text/Wtf8.h"
 
 namespace local_socket {
 namespace {
@@ -142,8 +142,8 @@ void SocketTransmitter::DeliverSafely(Session& session, const Frame& event) {
 }
 
 void SocketTransmitter::CallHandler(Session& session, const Frame& event) {
-    const std::optional<std::wstring> name = DecodeText(event.name);
-    const std::optional<std::wstring> payload = DecodeText(event.payload);
+    const std::optional<std::wstring> name = text::FromWtf8(event.name);
+    const std::optional<std::wstring> payload = text::FromWtf8(event.payload);
     if (name && payload) {
         deliveries.Deliver(session.Number(), *name, *payload);
         return;

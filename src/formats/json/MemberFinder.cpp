@@ -1,13 +1,13 @@
 #include "formats/json/MemberFinder.h"
 
-#include "formats/json/Encoding.h"
 #include "formats/json/Parsing.h"
+#include "text/Wtf8.h"
 
 namespace json {
 
 bool MemberFinder::String(const char* marked, rapidjson::SizeType length, bool) {
     if (IsWanted()) {
-        text = Decode({marked, length});
+        text = text::FromTrustedWtf8({marked, length});
     }
     return Begin(0);
 }
@@ -21,7 +21,7 @@ bool MemberFinder::Key(const char* marked, rapidjson::SizeType length, bool) {
         return true;
     }
     End();
-    wanted = Decode({marked, length}) == name;
+    wanted = text::FromTrustedWtf8({marked, length}) == name;
     return !(wanted && IsFound());
 }
 

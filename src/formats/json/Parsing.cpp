@@ -4,8 +4,11 @@
 
 #include <rapidjson/error/en.h>
 
-#include "formats/json/Encoding.h"
+#include "formats/json/LoneSurrogates.h"
 #include "formats/json/Reading.h"
+#include "text/StrictUtf8.h"
+#include "text/Utf8.h"
+#include "text/Wtf8.h"
 
 namespace json {
 
@@ -26,11 +29,11 @@ bool Prepare(std::wstring_view text, std::string& marked, std::wstring& problem)
     if (IsTooLarge(text.size(), problem)) {
         return false;
     }
-    if (!EncodeUtf8(text, marked, badAt)) {
+    if (!text::EncodeUtf8(text, marked, badAt)) {
         problem = L"not JSON: element " + std::to_wstring(badAt + 1) + L" of the text is not a character";
         return false;
     }
-    marked.erase(0, ByteOrderMarkLength(marked));
+    marked.erase(0, text::ByteOrderMarkLength(marked));
     MarkLoneSurrogates(marked);
     return true;
 }
@@ -39,8 +42,8 @@ bool Prepare(std::string& bytes, std::wstring& problem) {
     if (IsTooLarge(bytes.size(), problem)) {
         return false;
     }
-    bytes.erase(0, ByteOrderMarkLength(bytes));
-    if (const auto invalid = FindInvalidUtf8(bytes)) {
+    bytes.erase(0, text::ByteOrderMarkLength(bytes));
+    if (const auto invalid = text::FindInvalidUtf8(bytes)) {
         problem = PlaceOf(bytes, *invalid) + L": not UTF-8";
         return false;
     }
@@ -52,14 +55,14 @@ std::wstring PlaceOf(std::string_view text, std::size_t offset) {
     const std::string_view before = text.substr(0, offset);
     const auto line = std::count(before.begin(), before.end(), '\n') + 1;
     const std::string_view inLine = before.substr(before.rfind('\n') + 1);
-    const auto isFirstByte = [](char byte) { return (byte & 0xC0) != 0x80; };
-    const auto column = std::count_if(inLine.begin(), inLine.end(), isFirstByte) + 1;
+    const auto continued = std::count_if(inLine.begin(), inLine.end(), text::IsUtf8Continuation);
+    const auto column = std::ssize(inLine) - continued + 1;
     return L"line " + std::to_wstring(line) + L", column " + std::to_wstring(column);
 }
 
 std::wstring SyntaxProblem(const std::string& text, const rapidjson::ParseResult& result, std::size_t taken) {
     if (result.IsError()) {
-        std::wstring reason = Decode(rapidjson::GetParseError_En(result.Code()));
+        std::wstring reason = text::FromTrustedWtf8(rapidjson::GetParseError_En(result.Code()));
         // A problem is a part of a sentence; RapidJSON's are whole ones.
         reason.erase(reason.find_last_not_of(L'.') + 1);
         return PlaceOf(text, result.Offset()) + L": not JSON: " + reason;

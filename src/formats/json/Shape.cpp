@@ -1,10 +1,25 @@
 #include "formats/json/Shape.h"
 
+#include <limits>
+
+#include "text/CodeUnits.h"
+
 namespace json {
+namespace {
+
+/// The largest number that an element of a wide text, or two of them, can hold.
+constexpr std::uint32_t largestElement =
+    text::hasUtf16Elements ? text::lastCodePoint : std::numeric_limits<std::uint32_t>::max();
+
+} // namespace
 
 bool CodePoint::Read(void* text, std::string_view digits) {
     std::uint32_t codePoint = 0;
-    return ParseWholeNumber(digits, codePoint) && AppendCodePoint(codePoint, *static_cast<std::wstring*>(text));
+    if (!ParseWholeNumber(digits, codePoint) || codePoint > largestElement) {
+        return false;
+    }
+    text::AppendWide(*static_cast<std::wstring*>(text), codePoint);
+    return true;
 }
 
 const Shape CodePoint::shape{.expected = L"a code point", .number = Read};

@@ -13,8 +13,8 @@
 #include <utility>
 #include <vector>
 
-#include "formats/json/Encoding.h"
 #include "formats/json/Layout.h"
+#include "text/Wtf8.h"
 
 /// What the reader needs to know of the types that it fills, so that it can be one piece of code for all of them.
 namespace json {
@@ -124,7 +124,7 @@ struct CodePoint {
 template <>
 struct ShapeOf<std::wstring> {
     [[nodiscard]] static bool Read(void* object, std::string_view marked) {
-        AppendDecoded(marked, *static_cast<std::wstring*>(object));
+        text::AppendTrustedWtf8(marked, *static_cast<std::wstring*>(object));
         return true;
     }
     static bool HasCodePoints(const void* object) { return !static_cast<const std::wstring*>(object)->empty(); }
@@ -140,7 +140,8 @@ struct ShapeOf<std::vector<Element>> {
 template <typename Value>
 struct ShapeOf<std::map<std::wstring, Value>> {
     static Target Insert(void* object, std::string_view marked) {
-        const auto [entry, isNew] = static_cast<std::map<std::wstring, Value>*>(object)->try_emplace(Decode(marked));
+        const auto [entry, isNew] =
+            static_cast<std::map<std::wstring, Value>*>(object)->try_emplace(text::FromTrustedWtf8(marked));
         return isNew ? TargetOf(entry->second) : Target();
     }
     static constexpr Shape shape{.expected = L"an object", .entry = Insert};

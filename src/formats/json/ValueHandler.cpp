@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-#include "formats/json/Encoding.h"
 #include "formats/json/NearestMember.h"
+#include "text/Wtf8.h"
 
 namespace json {
 
@@ -13,7 +13,7 @@ namespace {
 constexpr std::size_t longestQuote = 60;
 
 std::wstring Quote(std::string_view marked) {
-    std::wstring text = Decode(marked);
+    std::wstring text = text::FromTrustedWtf8(marked);
     if (text.size() > longestQuote) {
         text.resize(longestQuote);
         text += L"...";

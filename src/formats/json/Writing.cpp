@@ -3,11 +3,12 @@
 #include <array>
 #include <charconv>
 
-#include "formats/json/Blocks.h"
+#include "text/Blocks.h"
 #include "text/CodeUnits.h"
 
 namespace json {
 
+using text::blockLength;
 using text::hasUtf16Elements;
 using text::IsSurrogate;
 using text::lastCodePoint;
@@ -81,7 +82,7 @@ void AppendEscape(std::uint32_t unit, std::wstring& json) {
 }
 
 bool BeginsPair(std::wstring_view text) {
-    return text.size() > 1 && text::IsHighSurrogate(Unit(text[0])) && text::IsLowSurrogate(Unit(text[1]));
+    return text::TakeUtf16(text).length == 2;
 }
 
 /// What no JSON string can hold, and only a text of 32-bit elements: a number beyond Unicode, and the two halves of one
@@ -104,7 +105,7 @@ std::size_t AppendSpecial(std::wstring_view text, std::wstring& json) {
     if (IsSurrogate(unit)) {
         AppendUnicodeEscape(unit, json);
     } else {
-        json += unit <= lastCodePoint ? text[0] : L'\xFFFD';
+        json += unit <= lastCodePoint ? text[0] : static_cast<wchar_t>(text::replacementCharacter);
     }
     return 1;
 }

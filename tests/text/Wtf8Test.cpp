@@ -1,4 +1,4 @@
-#include "transport/local_socket/Wtf8.h"
+#include "text/Wtf8.h"
 
 #include <optional>
 #include <string>
@@ -8,14 +8,14 @@
 
 namespace {
 
-using local_socket::AppendEncoded;
-using local_socket::DecodeText;
+using text::AppendWtf8;
+using text::FromWtf8;
 
 using namespace std::string_literals;
 
 std::string Encoded(const std::wstring& text) {
     std::string bytes;
-    AppendEncoded(bytes, text);
+    AppendWtf8(bytes, text);
     return bytes;
 }
 
@@ -45,24 +45,24 @@ const std::vector<Pair> pairs{
 TEST(Wtf8Test, TextIsEncodedAndComesBackUnchanged) {
     for (const Pair& pair : pairs) {
         EXPECT_EQ(Encoded(pair.text), pair.bytes);
-        EXPECT_EQ(DecodeText(pair.bytes), pair.text);
+        EXPECT_EQ(FromWtf8(pair.bytes), pair.text);
     }
 }
 
 TEST(Wtf8Test, EverySingleUnitSurvives) {
     for (unsigned value = 0; value <= 0xFFFF; ++value) {
-        ASSERT_EQ(DecodeText(Encoded(Unit(value))), Unit(value)) << value;
+        ASSERT_EQ(FromWtf8(Encoded(Unit(value))), Unit(value)) << value;
     }
 }
 
 TEST(Wtf8Test, TwoHalvesOfACharacterSurvive) {
     const std::wstring halves = Unit(0xD83D) + Unit(0xDE00);
-    EXPECT_EQ(DecodeText(Encoded(halves)), halves);
+    EXPECT_EQ(FromWtf8(Encoded(halves)), halves);
 }
 
 TEST(Wtf8Test, EncodingAppends) {
     std::string bytes = "before ";
-    AppendEncoded(bytes, L"after");
+    AppendWtf8(bytes, L"after");
     EXPECT_EQ(bytes, "before after");
 }
 
@@ -85,7 +85,7 @@ TEST(Wtf8Test, BytesThatAreNoTextAreRefused) {
         "\xFF",
     };
     for (const std::string& bytes : refused) {
-        EXPECT_EQ(DecodeText(bytes), std::nullopt) << testing::PrintToString(bytes);
+        EXPECT_EQ(FromWtf8(bytes), std::nullopt) << testing::PrintToString(bytes);
     }
 }
 

@@ -1,0 +1,93 @@
+#include "formats/json/LoneSurrogates.h"
+
+#include <algorithm>
+#include <cstdint>
+#include <optional>
+#include <string_view>
+
+#include "text/Blocks.h"
+#include "text/CodeUnits.h"
+#include "text/Utf8.h"
+
+namespace json {
+namespace {
+
+constexpr std::size_t escapeLength = 6; // \uD800
+constexpr char padding = '\xFF';
+
+int HexDigit(char digit) {
+    if (digit >= '0' && digit <= '9') {
+        return digit - '0';
+    }
+    const char lower = static_cast<char>(digit | 0x20);
+    return lower >= 'a' && lower <= 'f' ? lower - 'a' + 10 : -1;
+}
+
+/// The unit that the escape \uXXXX at `position` stands for; nothing when there is no such escape.
+std::optional<std::uint32_t> EscapedUnit(std::string_view json, std::size_t position) {
+    if (position + escapeLength > json.size() || json[position] != '\\' || json[position + 1] != 'u') {
+        return std::nullopt;
+    }
+    std::uint32_t unit = 0;
+    for (const char digit : json.substr(position + 2, 4)) {
+        const int value = HexDigit(digit);
+        if (value < 0) {
+            return std::nullopt;
+        }
+        unit = unit << 4 | static_cast<std::uint32_t>(value);
+    }
+    return unit;
+}
+
+/// The first place that looks like the escape of a surrogate, whether or not its backslash is itself escaped.
+bool MayHoldSurrogateEscapes(std::string_view json) {
+    const auto isCandidate = [json](std::size_t i) {
+        return static_cast<unsigned>(json[i] == '\\') & static_cast<unsigned>(json[i + 1] == 'u') &
+               static_cast<unsigned>((json[i + 2] | 0x20) == 'd');
+    };
+    std::size_t position = 0;
+    for (; position + text::blockLength + 2 <= json.size(); position += text::blockLength) {
+        unsigned found = 0;
+        for (std::size_t i = 0; i < text::blockLength; ++i) {
+            found |= isCandidate(position + i);
+        }
+        if (found != 0) {
+            return true;
+        }
+    }
+    for (; position + 2 < json.size(); ++position) {
+        if (isCandidate(position) != 0) {
+            return true;
+        }
+    }
+    return false;
+}
+
+/// Looks at the escape at `position` and returns where to go on.
+std::size_t MarkEscape(std::string& json, std::size_t position) {
+    const auto unit = EscapedUnit(json, position);
+    if (!unit || !text::IsSurrogate(*unit)) {
+        return position + 2;
+    }
+    const auto next = EscapedUnit(json, position + escapeLength);
+    if (text::IsHighSurrogate(*unit) && next && text::IsLowSurrogate(*next)) {
+        return position + 2 * escapeLength;
+    }
+    char* const end = text::PutUtf8(*unit, json.data() + position);
+    std::fill(end, json.data() + position + escapeLength, padding);
+    return position + escapeLength;
+}
+
+} // namespace
+
+void MarkLoneSurrogates(std::string& json) {
+    if (!MayHoldSurrogateEscapes(json)) {
+        return;
+    }
+    std::size_t position = json.find('\\');
+    while (position != std::string::npos) {
+        position = json.find('\\', MarkEscape(json, position));
+    }
+}
+
+} // namespace json

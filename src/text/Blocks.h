@@ -1,0 +1,19 @@
+#pragma once
+
+#include <cstddef>
+#include <cstdint>
+#include <cstring>
+
+namespace text {
+
+/// Texts are mostly ASCII: they go through in blocks of this many elements, in loops that compilers vectorise.
+inline constexpr std::size_t blockLength = 16;
+
+/// True when `blockLength` bytes are all ASCII.
+inline bool IsAsciiBlock(const char* bytes) {
+    std::uint64_t words[blockLength / sizeof(std::uint64_t)];
+    std::memcpy(words, bytes, sizeof(words));
+    return ((words[0] | words[1]) & 0x8080808080808080U) == 0;
+}
+
+} // namespace text
