@@ -5,12 +5,12 @@
 #include "ControllerCSWrapper/ControllerCSWrapper.h"
 #include "formats/Messages.h"
 #include "formats/ProcessAnswer.h"
-#include "formats/ProcessHandleText.h"
 #include "formats/json/RecordLayouts.h"
 #include "formats/json/Writing.h"
 #include "fuzz/support/Before.h"
 #include "fuzz/support/ByteSource.h"
 #include "fuzz/support/Require.h"
+#include "text/Hexadecimal.h"
 #include "text/Text.h"
 
 namespace {
@@ -53,12 +53,9 @@ void CheckProcessAnswer(const std::wstring& text) {
         fuzz::Require(!answer.handle && !answer.id, "a refused answer leaves the output as it was");
         return;
     }
-    std::uint64_t number = 0;
-    if (answer.handle && process_handle_text::Parse(*answer.handle, number)) {
-        std::uint64_t again = 0;
-        fuzz::Require(process_handle_text::Parse(process_handle_text::Format(number), again) && again == number,
-                      "a process handle is read as it was written");
-    }
+    const std::optional<std::uint64_t> number = text::ReadHandle(answer.handle.value_or(std::wstring()));
+    fuzz::Require(!number || text::ReadHandle(text::HandleText(*number)) == number,
+                  "a process handle is read as it was written");
 }
 
 void CheckTexts(const std::wstring& text) {

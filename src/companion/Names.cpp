@@ -6,6 +6,7 @@
 
 #include "formats/Boundary.h"
 #include "platform/files/NativePath.h"
+#include "text/Hexadecimal.h"
 
 namespace {
 
@@ -17,12 +18,11 @@ bool IsHyphen(std::size_t position) {
 
 /// Version 4 of RFC 4122: random but for the version digit and the two bits of the variant.
 wchar_t GuidDigit(std::size_t position, std::random_device& random) {
-    constexpr wchar_t digits[] = L"0123456789abcdef";
     if (position == 14) {
         return L'4';
     }
     const std::uint32_t value = random() & 0xF;
-    return digits[position == 19 ? 8 + (value & 3) : value];
+    return text::hexadecimalDigits[position == 19 ? 8 + (value & 3) : value];
 }
 
 } // namespace

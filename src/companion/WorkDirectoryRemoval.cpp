@@ -4,6 +4,7 @@
 #include <optional>
 
 #include "formats/Boundary.h"
+#include "formats/RunProtocol.h"
 #include "platform/files/FileSystem.h"
 #include "platform/files/NativePath.h"
 #include "services/Settings.h"
@@ -49,13 +50,11 @@ std::wstring FindLink(std::wstring path, const std::wstring& folder) {
     return link;
 }
 
-/// True for the folders that the engine gives to jobs: directly in the work directory, named by an id, which is at most
-/// eight lower-case hexadecimal digits. The work directory may be one where the user keeps other folders too.
+/// True for the folders that the engine gives to jobs: directly in the work directory, named by an id. The
+/// work directory may be one where the user keeps other folders too.
 bool IsNamedAsAJob(const std::wstring& path, const std::wstring& workDirectory) {
     const std::wstring name = path.substr(std::min(path.size(), workDirectory.size()));
-    const std::size_t digits = name.find_first_not_of(L'\\');
-    return digits != std::wstring::npos && name.size() - digits <= 8 &&
-           name.find_first_not_of(L"0123456789abcdef", digits) == std::wstring::npos;
+    return run_protocol::IsJobId(name.substr(std::min(name.find_first_not_of(L'\\'), name.size())));
 }
 
 /// Why a text from the job list, where anything can stand, must not be removed; empty when it may be.

@@ -1,8 +1,8 @@
 #include "formats/ProcessAnswer.h"
 
-#include "formats/ProcessHandleText.h"
 #include "formats/json/Reading.h"
 #include "platform/processes/ForeignProcess.h"
+#include "text/Hexadecimal.h"
 
 namespace json {
 
@@ -35,12 +35,12 @@ constexpr std::size_t shownLength = 60;
 
 bool TakeHandle(const std::wstring& text, platform::OwnedHandle& process, std::wstring& problem) {
     const std::wstring shown = L"\"" + text.substr(0, shownLength) + L"\"";
-    std::uint64_t number = 0;
-    if (!process_handle_text::Parse(text, number)) {
+    const std::optional<std::uint64_t> number = text::ReadHandle(text);
+    if (!number) {
         problem = L"expected a process handle such as \"0x1f4\", found " + shown;
         return false;
     }
-    if (const platform::Error error = platform::AdoptProcess(number, process)) {
+    if (const platform::Error error = platform::AdoptProcess(*number, process)) {
         problem = shown + L" is no handle of another process (on Linux: no pidfd): " + error.Text();
         return false;
     }

@@ -2,7 +2,6 @@
 
 #include "ControllerCSWrapper/ControllerCSWrapper.h"
 #include "formats/Boundary.h"
-#include "formats/ProcessHandleText.h"
 #include "formats/RunLayouts.h"
 #include "formats/json/Reading.h"
 #include "formats/json/Writing.h"
@@ -10,6 +9,7 @@
 #include "platform/files/FileSystem.h"
 #include "platform/files/NativePath.h"
 #include "platform/processes/ForeignProcess.h"
+#include "text/Hexadecimal.h"
 #include "text/Text.h"
 
 namespace run_protocol {
@@ -81,13 +81,13 @@ std::wstring WhyNotMade(const std::wstring& workDir) {
     return error ? L"cannot be made: " + error.Text() : std::wstring();
 }
 
-/// As the engine makes them. Anything else could lead to another file.
-bool IsJobId(const std::wstring& id) {
-    constexpr std::size_t longestId = 8;
-    return !id.empty() && id.size() <= longestId && id.find_first_not_of(L"0123456789abcdef") == std::wstring::npos;
-}
-
 } // namespace
+
+bool IsJobId(std::wstring_view text) {
+    constexpr std::size_t longestId = 8;
+    return !text.empty() && text.size() <= longestId &&
+           text.find_first_not_of(text::hexadecimalDigits) == std::wstring_view::npos;
+}
 
 bool MakeWorkDirectory(const std::wstring& workDir, std::wstring& problem) {
     return boundary::Guard("MakeWorkDirectory", [&] {
@@ -109,8 +109,7 @@ std::wstring FailureNotePath(const std::wstring& jobListFile, const std::wstring
 
 std::wstring SerializeProcessHandle(void* process) {
     return boundary::Guard("SerializeProcessHandle", [&] {
-        const std::uint64_t number = platform::NumberOfHandle(process);
-        return json::WriteEnvelope(L"ProcessHandle", process_handle_text::Format(number));
+        return json::WriteEnvelope(L"ProcessHandle", text::HandleText(platform::NumberOfHandle(process)));
     });
 }
 

@@ -4,6 +4,7 @@
 
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <utility>
 #include <vector>
 
@@ -65,6 +66,10 @@ CONTROLLER_API std::wstring SerializeProgress(const std::wstring& jobId, int pro
 /// Makes a job's work directory, for this user alone, with what is missing on the way to it. False, with the end of a
 /// sentence about the directory in `problem`, when it cannot be made or other users could exchange it.
 [[nodiscard]] CONTROLLER_API bool MakeWorkDirectory(const std::wstring& workDir, std::wstring& problem);
+
+/// True for ids as the engine makes them: at most eight lower-case hexadecimal digits. Anything else could lead to
+/// another file.
+[[nodiscard]] bool IsJobId(std::wstring_view text);
 
 /// Where the reason of a failed job stands when its work directory cannot hold it: a file beside the job list, in the
 /// layout of a result. Empty for what is no job's id.

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "text/CodeUnits.h"
+#include "text/Hexadecimal.h"
 
 namespace text {
 namespace {
@@ -19,10 +20,7 @@ void AppendEscaped(std::uint32_t unit, std::wstring& text) {
     } else if (unit == L'\t') {
         text += L"\\t";
     } else {
-        text += L"\\u";
-        for (int shift = 12; shift >= 0; shift -= 4) {
-            text += L"0123456789abcdef"[(unit >> shift) & 0xf];
-        }
+        AppendUnicodeEscape(unit, text);
     }
 }
 

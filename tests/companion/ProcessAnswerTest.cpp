@@ -6,12 +6,12 @@
 #include <gtest/gtest.h>
 
 #include "LogCapture.h"
-#include "formats/ProcessHandleText.h"
 #include "formats/RunProtocol.h"
 #include "platform/processes/ForeignProcess.h"
 #include "platform/processes/Process.h"
 #include "platform/processes/Waiting.h"
 #include "support/TestProcess.h"
+#include "text/Hexadecimal.h"
 
 namespace {
 
@@ -59,7 +59,7 @@ TEST(ProcessAnswerTest, AHandleIsTakenOver) {
 TEST(ProcessAnswerTest, AHandleMayStandUnderAnyNameAndInEitherCase) {
     platform::Event end;
     OwnedHandle started = StartWaiter(end);
-    std::wstring digits = process_handle_text::Format(platform::NumberOfHandle(started.Get())).substr(2);
+    std::wstring digits = text::HexadecimalText(platform::NumberOfHandle(started.Get()));
     const OwnedHandle taken = Take(L"{\"H\":\"0X000" + digits + L"\"}");
     EXPECT_EQ(taken.Get(), started.Release());
     ExpectItEndsWith(end, taken);

@@ -6,7 +6,6 @@
 #include "HostileStrings.h"
 #include "formats/JobListFile.h"
 #include "formats/Messages.h"
-#include "formats/ProcessHandleText.h"
 #include "formats/RunProtocol.h"
 #include "support/RecordMaker.h"
 #include "support/TemporaryFolder.h"
@@ -152,12 +151,4 @@ TEST(RoundTripTest, ListsWrittenRowByRowAreTheSameBytes) {
     expectSame();
     ForEachMaker([&](const RecordMaker& make) { jobs.push_back(make.Job()); });
     expectSame();
-}
-
-TEST(RoundTripTest, ProcessHandleNumbers) {
-    for (const std::uint64_t number : {std::uint64_t{1}, std::uint64_t{0x1f4}, UINT64_MAX}) {
-        std::uint64_t read = 0;
-        ASSERT_TRUE(process_handle_text::Parse(process_handle_text::Format(number), read));
-        EXPECT_EQ(read, number);
-    }
 }

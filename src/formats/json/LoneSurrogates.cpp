@@ -7,6 +7,7 @@
 
 #include "text/Blocks.h"
 #include "text/CodeUnits.h"
+#include "text/Hexadecimal.h"
 #include "text/Utf8.h"
 
 namespace json {
@@ -15,14 +16,6 @@ namespace {
 constexpr std::size_t escapeLength = 6; // \uD800
 constexpr char padding = '\xFF';
 
-int HexDigit(char digit) {
-    if (digit >= '0' && digit <= '9') {
-        return digit - '0';
-    }
-    const char lower = static_cast<char>(digit | 0x20);
-    return lower >= 'a' && lower <= 'f' ? lower - 'a' + 10 : -1;
-}
-
 /// The unit that the escape \uXXXX at `position` stands for; nothing when there is no such escape.
 std::optional<std::uint32_t> EscapedUnit(std::string_view json, std::size_t position) {
     if (position + escapeLength > json.size() || json[position] != '\\' || json[position + 1] != 'u') {
@@ -30,7 +23,7 @@ std::optional<std::uint32_t> EscapedUnit(std::string_view json, std::size_t posi
     }
     std::uint32_t unit = 0;
     for (const char digit : json.substr(position + 2, 4)) {
-        const int value = HexDigit(digit);
+        const int value = text::HexadecimalValue(static_cast<unsigned char>(digit));
         if (value < 0) {
             return std::nullopt;
         }

@@ -5,6 +5,7 @@
 
 #include "text/Blocks.h"
 #include "text/CodeUnits.h"
+#include "text/Hexadecimal.h"
 
 namespace json {
 
@@ -44,14 +45,6 @@ std::size_t PlainLength(std::wstring_view text) {
     return length;
 }
 
-void AppendUnicodeEscape(std::uint32_t unit, std::wstring& json) {
-    constexpr wchar_t digits[] = L"0123456789abcdef";
-    json += L"\\u";
-    for (const int shift : {12, 8, 4, 0}) {
-        json += digits[unit >> shift & 0xF];
-    }
-}
-
 /// The letter of a short escape ("\n"); 0 for units without one.
 wchar_t ShortEscape(std::uint32_t unit) {
     switch (unit) {
@@ -77,7 +70,7 @@ void AppendEscape(std::uint32_t unit, std::wstring& json) {
     if (const wchar_t letter = ShortEscape(unit)) {
         json += {L'\\', letter};
     } else {
-        AppendUnicodeEscape(unit, json);
+        text::AppendUnicodeEscape(unit, json);
     }
 }
 
@@ -103,7 +96,7 @@ std::size_t AppendSpecial(std::wstring_view text, std::wstring& json) {
         return 2;
     }
     if (IsSurrogate(unit)) {
-        AppendUnicodeEscape(unit, json);
+        text::AppendUnicodeEscape(unit, json);
     } else {
         json += unit <= lastCodePoint ? text[0] : static_cast<wchar_t>(text::replacementCharacter);
     }

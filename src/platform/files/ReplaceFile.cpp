@@ -7,13 +7,13 @@
 #include "platform/files/FileSystem.h"
 #include "platform/files/FileSystemCalls.h"
 #include "platform/files/NativePath.h"
+#include "text/Hexadecimal.h"
 #include "text/Text.h"
 
 namespace platform {
 namespace {
 
 constexpr const wchar_t* temporaryMark = L".tmp-";
-constexpr const wchar_t* digits = L"0123456789abcdef";
 constexpr std::size_t digitCount = 16;
 
 std::wstring RandomDigits() {
@@ -22,7 +22,7 @@ std::wstring RandomDigits() {
     while (text.size() < digitCount) {
         const std::uint32_t bits = random();
         for (unsigned shift = 0; shift < 16; shift += 4) {
-            text += digits[(bits >> shift) & 0xF];
+            text += text::hexadecimalDigits[(bits >> shift) & 0xF];
         }
     }
     return text;
@@ -38,7 +38,7 @@ std::wstring TemporaryStart(const std::wstring& target) {
 
 bool IsTemporaryOf(const std::wstring& name, const std::wstring& start) {
     return name.size() == start.size() + digitCount && name.starts_with(start) &&
-           name.find_first_not_of(digits, start.size()) == std::wstring::npos;
+           name.find_first_not_of(text::hexadecimalDigits, start.size()) == std::wstring::npos;
 }
 
 /// The name of a file that is to stand at `target`, in the same folder, while it is not whole yet. What is left of it

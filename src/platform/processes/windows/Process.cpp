@@ -1,13 +1,11 @@
 #include "platform/processes/Process.h"
 
-#include <cwchar>
-#include <iterator>
-
 #include <windows.h>
 
 #include "platform/processes/InheritedHandle.h"
 #include "platform/processes/windows/CreateProcess.h"
 #include "platform/terminal/ErrorOutput.h"
+#include "text/Hexadecimal.h"
 
 namespace platform {
 
@@ -47,9 +45,7 @@ std::wstring ExitCodeText(std::int32_t exitCode) {
         return text;
     }
     // Codes of the system (an access violation, say) are known in hexadecimal.
-    wchar_t digits[16];
-    std::swprintf(digits, std::size(digits), L" (0x%08x)", static_cast<unsigned>(exitCode));
-    return text + digits;
+    return text + L" (0x" + text::HexadecimalText(static_cast<std::uint32_t>(exitCode)) + L")";
 }
 
 std::uint32_t ProcessNumber(void* process) {

@@ -1,0 +1,37 @@
+#pragma once
+
+#include <cstdint>
+#include <optional>
+#include <string>
+#include <string_view>
+
+/// Hexadecimal numbers in texts, written in lower case. Pure functions, any thread.
+namespace text {
+
+inline constexpr std::wstring_view hexadecimalDigits = L"0123456789abcdef";
+
+/// The value of a digit of either case; -1 for anything else.
+constexpr int HexadecimalValue(std::uint32_t digit) {
+    if (digit >= '0' && digit <= '9') {
+        return static_cast<int>(digit - '0');
+    }
+    const std::uint32_t lower = digit | 0x20U;
+    return lower >= 'a' && lower <= 'f' ? static_cast<int>(lower - 'a') + 10 : -1;
+}
+
+/// The digits of a number, without leading zeros.
+std::wstring HexadecimalText(std::uint64_t number);
+
+/// The number that digits of either case are; nothing for no digits, anything else among them, or more than 64 bits.
+[[nodiscard]] std::optional<std::uint64_t> ReadHexadecimal(std::wstring_view digits);
+
+/// The number of a handle as it is passed between programs: "0x1f4".
+std::wstring HandleText(std::uint64_t handle);
+
+/// Takes the digits with or without "0x" or "0X". Nothing for what is no such number, and for 0.
+[[nodiscard]] std::optional<std::uint64_t> ReadHandle(std::wstring_view text);
+
+/// Appends the escape of a UTF-16 unit as C and JSON write it: "\u001b".
+void AppendUnicodeEscape(std::uint32_t unit, std::wstring& text);
+
+} // namespace text
