@@ -6,13 +6,10 @@
 #include <utility>
 
 #include "controller_cli/JobFiles.h"
+#include "formats/JobStates.h"
 
 namespace controller_cli {
 namespace {
-
-bool IsActive(JobStatus status) {
-    return status == JobStatus::Running || status == JobStatus::Canceling;
-}
 
 void TakeProgress(JobRow& view) {
     if (const auto report = LastReportOf(view.job)) {
@@ -43,7 +40,7 @@ JobListInfo Updated(JobListInfo job, const JobStatusInfo& report) {
 
 /// The report says nothing else of it. Its work directory has gone; its results stay.
 void MarkDeleted(JobRow& view) {
-    view.job.status = deletedStatus;
+    view.job.status = unlistedStatus;
     view.message.clear();
     view.workFolder.clear();
 }
@@ -85,10 +82,6 @@ std::optional<std::int64_t> ReadUtc(const std::wstring& text) {
 
 } // namespace
 
-bool HasEnded(JobStatus status) {
-    return status != JobStatus::Queued && status != JobStatus::Running && status != JobStatus::Canceling;
-}
-
 JobRow ViewOf(const JobListInfo& job) {
     JobRow view;
     view.job = job;
@@ -97,7 +90,7 @@ JobRow ViewOf(const JobListInfo& job) {
     view.workFolder = WorkFolderOf(job);
     if (IsActive(job.status)) {
         TakeProgress(view);
-    } else if (HasEnded(job.status)) {
+    } else if (IsOver(job.status)) {
         TakeResult(view);
     }
     return view;
@@ -108,7 +101,7 @@ std::int64_t SecondsOf(const JobListInfo& job, std::int64_t now) {
     if (!start) {
         return -1;
     }
-    const std::int64_t end = HasEnded(job.status) ? ReadUtc(job.endTime).value_or(*start) : now;
+    const std::int64_t end = IsOver(job.status) ? ReadUtc(job.endTime).value_or(*start) : now;
     return end < *start ? 0 : end - *start;
 }
 
@@ -151,7 +144,7 @@ const JobRow* JobModel::Update(const JobStatusInfo& report) {
         return nullptr;
     }
     JobRow& view = views[found->second];
-    if (report.status == deletedStatus) {
+    if (report.status == unlistedStatus) {
         MarkDeleted(view);
     } else {
         view = ViewOf(Updated(view.job, report));

@@ -9,9 +9,6 @@
 
 namespace controller_cli {
 
-/// What a report says of a job that has been deleted.
-inline constexpr JobStatus deletedStatus = static_cast<JobStatus>(-1);
-
 /// What is shown of one job.
 struct JobRow {
     JobListInfo job;
@@ -29,9 +26,6 @@ struct JobRow {
     std::wstring workFolder;
 };
 
-/// A job that neither waits nor runs.
-bool HasEnded(JobStatus status);
-
 /// Reads what the job's work directory says.
 JobRow ViewOf(const JobListInfo& job);
 
@@ -44,7 +38,7 @@ public:
     explicit JobModel(const std::vector<JobListInfo>& jobs);
 
     /// Takes a report over. The job, or null for one that is not on the board. A deleted one stays, with
-    /// `deletedStatus`.
+    /// `unlistedStatus`.
     const JobRow* Update(const JobStatusInfo& report);
 
     /// Takes over the list as it is now: known jobs are brought up to date, new ones added at the end. The

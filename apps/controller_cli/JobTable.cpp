@@ -4,6 +4,7 @@
 
 #include "controller_cli/DisplayText.h"
 #include "controller_cli/Table.h"
+#include "formats/JobStates.h"
 #include "platform/files/NativePath.h"
 #include "text/Text.h"
 
@@ -11,7 +12,7 @@ namespace controller_cli {
 namespace {
 
 std::wstring StatusName(JobStatus status) {
-    return status == deletedStatus ? L"Deleted" : text::FromUtf8(JobStatusString(status));
+    return status == unlistedStatus ? L"Deleted" : text::FromUtf8(JobStatusString(status));
 }
 
 Colour ColourOf(JobStatus status) {
@@ -174,10 +175,9 @@ std::vector<std::wstring> MessageLines(const CommandContext& context, const std:
 }
 
 std::wstring QueueSummary(const CommandContext& context, const std::vector<JobRow>& jobs) {
-    const auto isActive = [](JobStatus status) { return status != JobStatus::Queued && !HasEnded(status); };
     return context.texts.Format(L"Outcome/Queue",
                                 {Count(jobs, [](JobStatus status) { return status == JobStatus::Queued; }),
-                                 Count(jobs, isActive), Count(jobs, HasEnded)});
+                                 Count(jobs, IsActive), Count(jobs, IsOver)});
 }
 
 std::wstring OutcomeSummary(const CommandContext& context, const std::vector<JobRow>& jobs) {

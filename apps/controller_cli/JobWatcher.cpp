@@ -1,4 +1,5 @@
 #include "controller_cli/JobWatcher.h"
+#include "formats/JobStates.h"
 
 #include <algorithm>
 
@@ -15,12 +16,12 @@ bool JobWatcher::IsOfInterest(const JobStatusInfo& update) const {
         return true;
     }
     const JobRow* const view = board.Find(update.id);
-    return view != nullptr && !(update.status == deletedStatus && HasEnded(view->job.status));
+    return view != nullptr && !(update.status == unlistedStatus && IsOver(view->job.status));
 }
 
 bool JobWatcher::HaveAllEnded() const {
     return std::all_of(board.Views().begin(), board.Views().end(),
-                       [](const JobRow& view) { return HasEnded(view.job.status); });
+                       [](const JobRow& view) { return IsOver(view.job.status); });
 }
 
 std::vector<std::wstring> JobWatcher::WaitForChanges(std::optional<std::chrono::milliseconds> interval) {
@@ -32,7 +33,7 @@ std::vector<std::wstring> JobWatcher::WaitForChanges(std::optional<std::chrono::
         }
         if (board.Update(update) != nullptr) {
             changed.push_back(update.id);
-        } else if (update.status != deletedStatus) {
+        } else if (update.status != unlistedStatus) {
             hasNewJobs = true;
         }
     }

@@ -4,6 +4,7 @@
 #include <iterator>
 #include <tuple>
 
+#include "formats/JobStates.h"
 #include "formats/json/RecordLayouts.h"
 #include "formats/json/Writing.h"
 #include "platform/files/NativePath.h"
@@ -60,7 +61,7 @@ JobReport ReportOf(const JobRow& view) {
     JobReport report;
     report.number = job.seqId;
     report.id = job.id;
-    report.status = job.status == deletedStatus ? L"Deleted" : text::FromUtf8(JobStatusString(job.status));
+    report.status = job.status == unlistedStatus ? L"Deleted" : text::FromUtf8(JobStatusString(job.status));
     report.progress = view.progress;
     report.message = view.message;
     report.scenario = job.scenario.displayName;

@@ -6,6 +6,7 @@
 
 #include "controller_cli/DisplayText.h"
 #include "controller_cli/JobTable.h"
+#include "formats/JobStates.h"
 
 namespace controller_cli {
 namespace {
@@ -24,7 +25,7 @@ std::wstring UpOver(std::size_t lines) {
 ProgressScreen::ProgressScreen(CommandContext& commandContext, const JobModel& jobBoard)
     : context(commandContext), board(jobBoard) {
     for (const JobRow& view : board.Views()) {
-        if (HasEnded(view.job.status)) {
+        if (IsOver(view.job.status)) {
             endedBefore.insert(view.job.id);
         }
     }
@@ -57,7 +58,7 @@ void ProgressScreen::ShowLines(const std::vector<std::wstring>& changed) {
 void ProgressScreen::NoteEnds(const std::vector<std::wstring>& changed) {
     for (const std::wstring& id : changed) {
         const JobRow* const view = board.Find(id);
-        if (view != nullptr && HasEnded(view->job.status)) {
+        if (view != nullptr && IsOver(view->job.status)) {
             orderOfEnds.try_emplace(id, orderOfEnds.size());
         }
     }
@@ -68,11 +69,11 @@ std::vector<const JobRow*> ProgressScreen::JobsToShow(std::size_t room) const {
     std::vector<const JobRow*> waiting;
     std::vector<const JobRow*> ended;
     for (const JobRow& view : board.Views()) {
-        if (view.job.status == deletedStatus || endedBefore.contains(view.job.id)) {
+        if (view.job.status == unlistedStatus || endedBefore.contains(view.job.id)) {
             continue;
         }
         const bool isWaiting = view.job.status == JobStatus::Queued;
-        (isWaiting ? waiting : HasEnded(view.job.status) ? ended : active).push_back(&view);
+        (isWaiting ? waiting : IsOver(view.job.status) ? ended : active).push_back(&view);
     }
     std::stable_sort(ended.begin(), ended.end(), [this](const JobRow* left, const JobRow* right) {
         return orderOfEnds.at(left->job.id) > orderOfEnds.at(right->job.id);

@@ -4,6 +4,7 @@
 
 #include "ControllerCSWrapper/ControllerCSWrapper.h"
 #include "controller_cli/JobRow.h"
+#include "formats/JobStates.h"
 
 namespace controller_cli {
 
@@ -25,7 +26,7 @@ bool ResponseInbox::UpdateProgress(const std::vector<JobStatusInfo>& infos) {
     const std::lock_guard lock(mutex);
     for (const JobStatusInfo& info : infos) {
         const auto [entry, isNew] = updateOfJob.try_emplace(info.id, updates.size());
-        if (isNew || (info.status == deletedStatus && HasEnded(updates[entry->second].status))) {
+        if (isNew || (info.status == unlistedStatus && IsOver(updates[entry->second].status))) {
             entry->second = updates.size();
             updates.push_back(info);
         } else {

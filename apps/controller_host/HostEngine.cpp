@@ -5,8 +5,10 @@
 #include "ControllerCSWrapper/ControllerCSWrapper.h"
 #include "controller_host/DeletionJournal.h"
 #include "controller_host/FailureReasons.h"
+#include "engine/RequestedJobs.h"
 #include "fault_points/FaultPoint.h"
 #include "formats/JobListFile.h"
+#include "formats/JobStates.h"
 #include "platform/files/FileSystem.h"
 #include "services/Settings.h"
 
@@ -24,15 +26,6 @@ public:
     bool OnCancelJob() override { return platform::IsLink(info.workDir) || JobEntry::OnCancelJob(); }
 };
 
-bool IsActive(JobEntry& job) {
-    return job.GetStatus() == JobStatus::Running || job.GetStatus() == JobStatus::Canceling;
-}
-
-/// As the engine takes the names in requests.
-bool TakeRequested(const JobEntry& job, std::set<std::wstring>& requested) {
-    return requested.erase(job.GetId()) > 0 || requested.erase(std::to_wstring(job.GetSeqId())) > 0;
-}
-
 } // namespace
 
 JobEntry* HostEngine::CreateNewJobEntry(const JobListInfo* info) {
@@ -40,7 +33,7 @@ JobEntry* HostEngine::CreateNewJobEntry(const JobListInfo* info) {
 }
 
 bool HostEngine::IsSuspendJobExecution() {
-    const auto isActive = [](const auto& job) { return IsActive(*job); };
+    const auto isActive = [](const auto& job) { return IsActive(job->GetStatus()); };
     const auto isQueued = [](const auto& job) { return job->GetStatus() == JobStatus::Queued; };
     const auto active = std::count_if(jobList.begin(), jobList.end(), isActive);
     return active >= settings::Current()->parallelJobs ||
@@ -58,7 +51,7 @@ std::vector<void*> HostEngine::ActiveProcesses() {
     const std::lock_guard lock(mutex);
     std::vector<void*> processes;
     for (const auto& job : jobList) {
-        if (IsActive(*job) && job->GetProcessHandle() != nullptr) {
+        if (IsActive(job->GetStatus()) && job->GetProcessHandle() != nullptr) {
             processes.push_back(job->GetProcessHandle());
         }
     }
@@ -67,7 +60,7 @@ std::vector<void*> HostEngine::ActiveProcesses() {
 
 bool HostEngine::HasActiveJobs() {
     const std::lock_guard lock(mutex);
-    return std::any_of(jobList.begin(), jobList.end(), [](const auto& job) { return IsActive(*job); });
+    return std::any_of(jobList.begin(), jobList.end(), [](const auto& job) { return IsActive(job->GetStatus()); });
 }
 
 std::vector<JobStatusInfo> HostEngine::StatusOf(const std::vector<JobIdInfo>& jobs) {
@@ -92,7 +85,7 @@ std::vector<JobStatusInfo> HostEngine::NoLongerListed(const std::vector<JobListI
         if (!listed.contains(job.id)) {
             JobStatusInfo& report = gone.emplace_back();
             report.id = job.id;
-            report.status = unknownStatus;
+            report.status = unlistedStatus;
         }
     }
     return gone;
@@ -128,7 +121,7 @@ std::vector<JobListInfo> HostEngine::DeletableJobs(const std::vector<std::wstrin
     std::set<std::wstring> requested(ids.begin(), ids.end());
     std::vector<JobListInfo> jobs;
     for (const auto& job : jobList) {
-        if (!IsActive(*job) && TakeRequested(*job, requested)) {
+        if (!IsActive(job->GetStatus()) && TakeRequested(*job, requested)) {
             jobs.push_back(job->GetJobListInfo());
         }
     }

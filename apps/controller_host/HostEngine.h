@@ -6,9 +6,6 @@
 #include <string>
 #include <vector>
 
-/// What a status report says of a job that is not in the list.
-inline constexpr JobStatus unknownStatus = static_cast<JobStatus>(-1);
-
 /// The job engine of a host that waits for its processes instead of looking at them again and again.
 class HostEngine : public JobEntryManagerBase {
 public:
@@ -27,7 +24,7 @@ public:
     /// Reports on the jobs that an enqueue request made, in list order; rejected input sets are left out.
     std::vector<JobStatusInfo> StatusOf(const std::vector<JobIdInfo>& jobs);
 
-    /// Reports with `unknownStatus` on those of `jobs` that are no longer in the list.
+    /// Reports with `unlistedStatus` on those of `jobs` that are no longer in the list.
     std::vector<JobStatusInfo> NoLongerListed(const std::vector<JobListInfo>& jobs);
 
     /// `DeleteJobs` that survives a sudden end in the middle: the next host then calls `FinishDeletions`. One thread at

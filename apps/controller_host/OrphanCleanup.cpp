@@ -5,15 +5,12 @@
 #include "CommonControllerLib/ControllerLogManager.h"
 #include "CommonControllerLib/PathFuncs.h"
 #include "ControllerCSWrapper/ControllerCSWrapper.h"
+#include "formats/JobStates.h"
 #include "formats/RunProtocol.h"
 #include "platform/files/FileSystem.h"
 #include "platform/processes/ProcessesByEnvironment.h"
 
 namespace {
-
-bool IsActive(JobStatus status) {
-    return status == JobStatus::Running || status == JobStatus::Canceling;
-}
 
 void AskToStop(const JobListInfo& job) {
     if (IsActive(job.status) && platform::IsFolder(job.workDir)) {

@@ -2,9 +2,9 @@
 
 #include "CommonControllerLib/ControllerLogManager.h"
 #include "ControllerCSWrapper/ControllerCSWrapper.h"
-#include "engine/JobStates.h"
 #include "engine/ModuleCall.h"
 #include "fault_points/FaultPoint.h"
+#include "formats/JobStates.h"
 #include "platform/system/Clock.h"
 #include "text/Numbers.h"
 

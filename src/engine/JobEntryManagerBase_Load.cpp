@@ -2,9 +2,9 @@
 
 #include "CommonControllerLib/ControllerLogManager.h"
 #include "ControllerCSWrapper/ControllerCSWrapper.h"
-#include "engine/JobStates.h"
 #include "engine/SequentialNumber.h"
 #include "fault_points/FaultPoint.h"
+#include "formats/JobStates.h"
 #include "platform/system/Clock.h"
 
 JobEntryManagerBase::JobEntryManagerBase(const FunctionManager* manager) : JobEntryManagerBase(manager, Loading()) {}

@@ -1,6 +1,8 @@
 #include "CommonControllerLib/JobEntryManagerBase.h"
 
 #include "CommonControllerLib/ControllerLogManager.h"
+#include "engine/RequestedJobs.h"
+#include "formats/JobStates.h"
 #include "text/Numbers.h"
 
 #include <cstddef>
@@ -8,18 +10,14 @@
 
 namespace {
 
-/// What no job has, shown as "Unknown".
-constexpr auto unknownStatus = static_cast<JobStatus>(-1);
-
 /// Takes the text that names this job, its id or else its number, out of what was asked for.
 std::optional<std::wstring> TakeName(const JobEntry& job, std::set<std::wstring>& requested) {
     ControllerLogManager::DebugLog(job.GetId());
-    if (requested.erase(job.GetId()) > 0) {
-        return job.GetId();
+    std::optional<std::wstring> name = TakeRequested(job, requested);
+    if (name != job.GetId()) {
+        ControllerLogManager::DebugLog(numbers::DecimalText(job.GetSeqId()));
     }
-    std::wstring number = numbers::DecimalText(job.GetSeqId());
-    ControllerLogManager::DebugLog(number);
-    return requested.erase(number) > 0 ? std::optional(std::move(number)) : std::nullopt;
+    return name;
 }
 
 using StatusByName = std::map<std::wstring, JobStatusInfo>;
@@ -42,7 +40,7 @@ void Answer(const StatusByName& statuses, const std::wstring& id, JobStatusInfo&
     if (found != statuses.end()) {
         answer = found->second;
     } else {
-        answer.status = unknownStatus;
+        answer.status = unlistedStatus;
     }
     answer.id = id;
 }

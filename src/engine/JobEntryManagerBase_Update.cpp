@@ -2,8 +2,8 @@
 
 #include "CommonControllerLib/ControllerLogManager.h"
 #include "ControllerCSWrapper/ControllerCSWrapper.h"
-#include "engine/JobStates.h"
 #include "fault_points/FaultPoint.h"
+#include "formats/JobStates.h"
 #include "platform/system/Clock.h"
 
 #include <algorithm>

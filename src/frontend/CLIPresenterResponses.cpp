@@ -1,6 +1,7 @@
 #include "CommonControllerLib/CLIOrvelProxy.h"
 #include "CommonControllerLib/CLIPresenter.h"
 #include "CommonControllerLib/ControllerLogManager.h"
+#include "formats/JobStates.h"
 #include "frontend/ResponseFlags.h"
 #include "text/Numbers.h"
 
@@ -79,10 +80,9 @@ bool CLIPresenter::CheckJobStatusResponse(const std::vector<JobStatusInfo>& info
 }
 
 JobStatus CLIPresenter::FindStatus(int seqId) const {
-    constexpr auto unknown = static_cast<JobStatus>(-1);
     const std::lock_guard lock(answersMutex);
     const auto found = statusBySeqId.find(seqId);
-    return found == statusBySeqId.end() ? unknown : found->second.status;
+    return found == statusBySeqId.end() ? unlistedStatus : found->second.status;
 }
 
 bool CLIPresenter::FindJobId(int seqId, std::wstring& id) const {

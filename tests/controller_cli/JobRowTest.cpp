@@ -1,5 +1,6 @@
 #include "controller_cli/JobRow.h"
 
+#include "formats/JobStates.h"
 #include "formats/RunProtocol.h"
 #include "support/TemporaryFolder.h"
 #include "text/Text.h"
@@ -8,7 +9,6 @@
 
 namespace {
 
-using controller_cli::deletedStatus;
 using controller_cli::JobModel;
 using controller_cli::JobRow;
 using controller_cli::ViewOf;
@@ -128,10 +128,10 @@ TEST_F(JobRowTest, ADeletedJobKeepsItsResultsAlone) {
     JobModel board({Job(JobStatus::Success, 100)});
     JobStatusInfo deleted;
     deleted.id = L"id1";
-    deleted.status = deletedStatus;
+    deleted.status = unlistedStatus;
     const JobRow* const view = board.Update(deleted);
     ASSERT_NE(view, nullptr);
-    EXPECT_EQ(view->job.status, deletedStatus);
+    EXPECT_EQ(view->job.status, unlistedStatus);
     EXPECT_EQ(view->progress, 100);
     EXPECT_EQ(view->outputFolder, L"/out/part");
     EXPECT_EQ(view->workFolder, L"");

@@ -2,12 +2,12 @@
 
 #include "CommandContextFixture.h"
 #include "controller_cli/CommandFailure.h"
+#include "formats/JobStates.h"
 
 #include <algorithm>
 
 namespace {
 
-using controller_cli::deletedStatus;
 using controller_cli::HostSession;
 using controller_cli::JobWatcher;
 
@@ -57,7 +57,7 @@ TEST_F(JobWatcherTest, WhoFollowsAllTakesNewJobsFromTheList) {
 
 TEST_F(JobWatcherTest, AnUnknownJobThatIsDeletedIsNoReasonToAsk) {
     JobWatcher watcher(session);
-    host.Report(Status(3, deletedStatus));
+    host.Report(Status(3, unlistedStatus));
     EXPECT_EQ(Changes(watcher), Ids{});
     EXPECT_EQ(ListRequests(), 1);
 }
@@ -80,11 +80,11 @@ TEST_F(JobWatcherTest, WhatWasToldSinceTheListIsNotMissed) {
 
 TEST_F(JobWatcherTest, AFollowedJobStaysAsItEndedWhenItIsDeleted) {
     JobWatcher watcher(session, host.jobs);
-    host.Report(Status(1, deletedStatus));
+    host.Report(Status(1, unlistedStatus));
     host.Report(Status(2, JobStatus::Success));
-    host.Report(Status(2, deletedStatus));
+    host.Report(Status(2, unlistedStatus));
     EXPECT_EQ(Changes(watcher), (Ids{L"id1", L"id2"}));
-    EXPECT_EQ(StatusIn(watcher, L"id1"), deletedStatus);
+    EXPECT_EQ(StatusIn(watcher, L"id1"), unlistedStatus);
     EXPECT_EQ(StatusIn(watcher, L"id2"), JobStatus::Success);
 }
 
@@ -94,7 +94,7 @@ TEST_F(JobWatcherTest, AllHaveEndedWhenNoneWaitsOrRuns) {
     host.Report(Status(2, JobStatus::Failed));
     Changes(watcher);
     EXPECT_FALSE(watcher.HaveAllEnded());
-    host.Report(Status(1, deletedStatus));
+    host.Report(Status(1, unlistedStatus));
     Changes(watcher);
     EXPECT_TRUE(watcher.HaveAllEnded());
     EXPECT_TRUE(JobWatcher(session, {}).HaveAllEnded());

@@ -1,4 +1,5 @@
 #include "controller_cli/JsonOutput.h"
+#include "formats/JobStates.h"
 
 #include <gtest/gtest.h>
 
@@ -75,7 +76,7 @@ TEST(JsonOutputTest, AScenarioSaysWhatItTakes) {
 
 TEST(JsonOutputTest, ADeletedJobIsToldSo) {
     JobRow view;
-    view.job.status = controller_cli::deletedStatus;
+    view.job.status = unlistedStatus;
     EXPECT_TRUE(Has(controller_cli::JobsJson({view}), L"\"status\":\"Deleted\""));
 }
 

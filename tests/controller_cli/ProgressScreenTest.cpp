@@ -1,10 +1,10 @@
 #include "controller_cli/ProgressScreen.h"
 
 #include "CommandContextFixture.h"
+#include "formats/JobStates.h"
 
 namespace {
 
-using controller_cli::deletedStatus;
 using controller_cli::JobModel;
 using controller_cli::ProgressScreen;
 
@@ -85,7 +85,7 @@ TEST_F(ProgressScreenTest, WhatHadEndedBeforeOrIsDeletedHasNoRow) {
     const std::string before = TakeOutput();
     EXPECT_EQ(before.find("  1  Success"), std::string::npos);
     EXPECT_NE(before.find("  2  Running"), std::string::npos);
-    jobs.Update(Status(2, deletedStatus));
+    jobs.Update(Status(2, unlistedStatus));
     screen.Show({L"id2"});
     EXPECT_EQ(TakeOutput().find("Deleted"), std::string::npos);
 }

@@ -1,4 +1,5 @@
 #include "AnswersFixture.h"
+#include "formats/JobStates.h"
 
 namespace {
 
@@ -42,7 +43,7 @@ TEST_F(RequestHandlerTest, CheckJobStatusRequestIsAnsweredInRequestOrder) {
     Ask(L"CheckJobStatusRequest", ControllerCSWrapper::Serialize(L"CheckJobStatusRequest", Texts{L"9", L"1"}));
     const auto statuses = Answered<std::vector<JobStatusInfo>>(L"CheckJobStatusResponse");
     ASSERT_EQ(statuses.size(), 2U);
-    EXPECT_EQ(statuses[0].status, unknownStatus);
+    EXPECT_EQ(statuses[0].status, unlistedStatus);
     EXPECT_EQ(statuses[1].status, JobStatus::Queued);
 }
 
@@ -79,7 +80,7 @@ TEST_F(RequestHandlerTest, DeleteJobsRequestIsAnsweredAndEverybodyIsToldWithASta
     ASSERT_TRUE(ControllerCSWrapper::Deserialize(line.WaitFor(L"UpdateProgress").payload, told));
     ASSERT_EQ(told.size(), 1U);
     EXPECT_EQ(told[0].id, result.jobIds[0].id);
-    EXPECT_EQ(told[0].status, unknownStatus);
+    EXPECT_EQ(told[0].status, unlistedStatus);
 }
 
 TEST_F(RequestHandlerTest, InitCultureRequestIsAnsweredWithTheSettingsCulture) {

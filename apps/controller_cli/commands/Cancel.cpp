@@ -9,6 +9,7 @@
 #include "controller_cli/HostSession.h"
 #include "controller_cli/JobSelection.h"
 #include "controller_cli/JobTable.h"
+#include "formats/JobStates.h"
 
 namespace controller_cli::commands {
 namespace {
@@ -38,7 +39,7 @@ public:
     }
 
 private:
-    bool IsUnknown(const JobListInfo& job) const { return !HasEnded(job.status) && !statusById.contains(job.id); }
+    bool IsUnknown(const JobListInfo& job) const { return !IsOver(job.status) && !statusById.contains(job.id); }
 
     bool IsAskedFor(const std::wstring& id) const {
         return std::any_of(jobs.begin(), jobs.end(), [&](const JobListInfo& job) { return job.id == id; });
@@ -47,7 +48,7 @@ private:
     /// A job that was there before and is not listed now was deleted.
     void TakeList(const std::vector<JobListInfo>& list) {
         for (const JobListInfo& job : jobs) {
-            statusById.try_emplace(job.id, deletedStatus);
+            statusById.try_emplace(job.id, unlistedStatus);
         }
         for (const JobListInfo& job : list) {
             if (statusById.contains(job.id) && !IsAskedFor(job.id)) {
@@ -84,7 +85,7 @@ ExitCode Cancel(CommandContext& context, const LongCommand& command) {
 ExitCode CancelAll(CommandContext& context, const LongCommand& command) {
     HostSession session(context, StartOf(command));
     std::vector<JobListInfo> jobs = session.FetchJobs();
-    std::erase_if(jobs, [](const JobListInfo& job) { return HasEnded(job.status); });
+    std::erase_if(jobs, [](const JobListInfo& job) { return IsOver(job.status); });
     WriteOutcome(context, Outcome(session, jobs, session.CancelAll()));
     return ExitCode::Success;
 }

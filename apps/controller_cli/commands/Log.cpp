@@ -7,6 +7,7 @@
 #include "controller_cli/JobRow.h"
 #include "controller_cli/JobSelection.h"
 #include "controller_cli/TerminalText.h"
+#include "formats/JobStates.h"
 #include "formats/RunProtocol.h"
 #include "platform/files/File.h"
 
@@ -82,12 +83,12 @@ std::wstring LogPath(const JobListInfo& job) {
 void Follow(CommandContext& context, HostSession& session, JobListInfo job) {
     LogReader reader(LogPath(job));
     bool hasLog = reader.PassOn(context.console);
-    while (!HasEnded(job.status)) {
+    while (!IsOver(job.status)) {
         Apply(session.WaitForUpdates(lookInterval), job);
         hasLog = reader.PassOn(context.console) || hasLog;
     }
     if (!hasLog) {
-        Fail(context, job.status == deletedStatus ? L"Errors/JobDeleted" : L"Errors/NoLog", job);
+        Fail(context, job.status == unlistedStatus ? L"Errors/JobDeleted" : L"Errors/NoLog", job);
     }
 }
 

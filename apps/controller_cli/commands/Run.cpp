@@ -8,6 +8,7 @@
 #include "controller_cli/JobRow.h"
 #include "controller_cli/Problems.h"
 #include "controller_cli/WaitForCompletion.h"
+#include "formats/JobStates.h"
 #include "platform/files/FileSystem.h"
 #include "platform/files/NativePath.h"
 
@@ -49,7 +50,7 @@ JobListInfo DeletedJob(const JobIdInfo& id, const EnqueueJobsInfo& request, std:
     JobListInfo job{};
     job.id = id.id;
     job.seqId = id.seqId;
-    job.status = deletedStatus;
+    job.status = unlistedStatus;
     job.scenario = request.scenario;
     job.inputFiles = request.inputFileSets[index];
     return job;

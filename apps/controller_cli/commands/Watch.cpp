@@ -7,6 +7,7 @@
 #include "controller_cli/JobWatcher.h"
 #include "controller_cli/JsonOutput.h"
 #include "controller_cli/ProgressScreen.h"
+#include "formats/JobStates.h"
 
 namespace controller_cli::commands {
 namespace {
@@ -14,7 +15,7 @@ namespace {
 std::vector<std::wstring> IdsOfActive(const JobModel& board) {
     std::vector<std::wstring> ids;
     for (const JobRow& view : board.Views()) {
-        if (!HasEnded(view.job.status)) {
+        if (!IsOver(view.job.status)) {
             ids.push_back(view.job.id);
         }
     }
