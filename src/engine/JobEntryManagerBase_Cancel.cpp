@@ -5,6 +5,7 @@
 #include "engine/ModuleCall.h"
 #include "engine/RequestedJobs.h"
 #include "fault_points/FaultPoint.h"
+#include "formats/RunFileNames.h"
 #include "platform/files/FileSystem.h"
 
 #include <thread>
@@ -12,7 +13,7 @@
 bool JobEntry::OnCancelJob() {
     ControllerLogManager::DebugLog(L"Create killprocess for Job: " + numbers::DecimalText(info.seqId));
     // Without a reason to tell: the job may just have ended and lost its folder.
-    (void)platform::CreateEmptyFile(PathFuncs::Join(info.workDir, L"killprocess"));
+    (void)platform::CreateEmptyFile(PathFuncs::Join(info.workDir, run_protocol::killFileName));
     fault_points::ReachFaultPoint(fault_points::FaultPoint::KillFileMade);
     return true;
 }

@@ -3,6 +3,7 @@
 #include "CommonControllerLib/PathFuncs.h"
 #include "ControllerCSWrapper/ControllerCSWrapper.h"
 #include "fault_points/FaultPoint.h"
+#include "formats/RunFileNames.h"
 #include "platform/files/FileSystem.h"
 #include "platform/files/NativePath.h"
 #include "platform/processes/Process.h"
@@ -62,7 +63,7 @@ bool JobEntry::OnCheckUpdate() {
 bool JobEntry::ReadProgress() {
     std::wstring message;
     int progress = 0;
-    const std::wstring path = PathFuncs::Join(info.workDir, L"progress_info_list.json");
+    const std::wstring path = PathFuncs::Join(info.workDir, run_protocol::progressFileName);
     if (!ControllerCSWrapper::ParseProgressFile(path, message, progress) || progress == info.progress) {
         return false;
     }
@@ -90,7 +91,7 @@ void JobEntry::Finish() {
 }
 
 void JobEntry::TakeResult(const std::wstring& ending) {
-    const std::wstring path = PathFuncs::Join(info.workDir, L"run_scenario_result.json");
+    const std::wstring path = PathFuncs::Join(info.workDir, run_protocol::resultFileName);
     const Result result(path);
     if (result.isRead && result.succeeded) {
         ChangeStatus(JobStatus::Success);

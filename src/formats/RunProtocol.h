@@ -8,17 +8,11 @@
 #include <utility>
 #include <vector>
 
+#include "formats/RunFileNames.h"
+
 /// What is exchanged about one run of a scenario, in the direction that `ControllerCSWrapper` does not take: the side
 /// of function modules and of the runner. Functions that return false leave their outputs as they were.
 namespace run_protocol {
-
-/// Names of the files in a job's work directory.
-inline constexpr wchar_t runInfoFileName[] = L"run_scenario_info.json";
-inline constexpr wchar_t progressFileName[] = L"progress_info_list.json";
-inline constexpr wchar_t resultFileName[] = L"run_scenario_result.json";
-inline constexpr wchar_t killFileName[] = L"killprocess";
-inline constexpr wchar_t logFileName[] = L"scenario.log";
-inline constexpr wchar_t settingsCopyName[] = L"run_settings.json";
 
 /// The environment variable of every process of a run, runner and scenario, and what it says: the native path of the
 /// run's request.

@@ -1,0 +1,13 @@
+#pragma once
+
+/// Names of the files in a job's work directory, by which engine, function modules, runner and front ends meet.
+namespace run_protocol {
+
+inline constexpr wchar_t runInfoFileName[] = L"run_scenario_info.json";
+inline constexpr wchar_t progressFileName[] = L"progress_info_list.json";
+inline constexpr wchar_t resultFileName[] = L"run_scenario_result.json";
+inline constexpr wchar_t killFileName[] = L"killprocess";
+inline constexpr wchar_t logFileName[] = L"scenario.log";
+inline constexpr wchar_t settingsCopyName[] = L"run_settings.json";
+
+} // namespace run_protocol
