@@ -6,16 +6,13 @@
 #include "controller_cli/CommandFailure.h"
 #include "controller_cli/ConnectionInterval.h"
 #include "controller_cli/LogHint.h"
+#include "formats/Events.h"
 
 namespace controller_cli {
 namespace {
 
 using std::chrono::milliseconds;
 using std::chrono::steady_clock;
-
-constexpr wchar_t refusalEvent[] = L"RequestRefused";
-/// Comes before the answer to the request for the scenarios.
-constexpr wchar_t scenarioProblemsEvent[] = L"ScenarioProblems";
 
 /// What the host sent last may still be on its way to the inbox when the line is found closed.
 constexpr milliseconds lastMailTime{100};
@@ -26,14 +23,14 @@ HostSession::HostSession(CommandContext& commandContext, Start start)
     : context(commandContext), connection(ConnectToHost(commandContext, start)),
       requests(connection.transmitter, connection.extension) {
     inbox.SetEventTransmitter(&connection.transmitter);
-    connection.transmitter.AddEventHandler(refusalEvent, &inbox.RefusalHandler());
-    connection.transmitter.AddEventHandler(scenarioProblemsEvent, &inbox.ScenarioProblemsHandler());
+    connection.transmitter.AddEventHandler(events::requestRefused.name, &inbox.RefusalHandler());
+    connection.transmitter.AddEventHandler(events::scenarioProblems.name, &inbox.ScenarioProblemsHandler());
 }
 
 HostSession::~HostSession() {
     inbox.LeaveEventTransmitter(&connection.transmitter);
-    connection.transmitter.AddEventHandler(refusalEvent, nullptr);
-    connection.transmitter.AddEventHandler(scenarioProblemsEvent, nullptr);
+    connection.transmitter.AddEventHandler(events::requestRefused.name, nullptr);
+    connection.transmitter.AddEventHandler(events::scenarioProblems.name, nullptr);
 }
 
 std::vector<JobListInfo> HostSession::FetchJobs() {

@@ -1,19 +1,14 @@
 #include "controller_cli/RequestProxy.h"
 
 #include "CommonControllerLib/EventTransmitter.h"
-#include "ControllerCSWrapper/ControllerCSWrapper.h"
 #include "controller_plugins/EventTransmitterExtension.h"
 #include "formats/Messages.h"
 
 namespace controller_cli {
 
-template <typename... Content>
-bool RequestProxy::Send(const std::wstring& name, const Content&... content) {
-    return Post(name, ControllerCSWrapper::Serialize(name, content...));
-}
-
-bool RequestProxy::SendText(const std::wstring& name, const std::wstring& text) {
-    return Post(name, messages::Serialize(name, text));
+template <typename Content>
+bool RequestProxy::Send(const events::Event<Content>& event, const std::type_identity_t<Content>& content) {
+    return Post(event.name, messages::Serialize(event, content));
 }
 
 bool RequestProxy::Post(const std::wstring& name, const std::wstring& payload) {
@@ -21,79 +16,79 @@ bool RequestProxy::Post(const std::wstring& name, const std::wstring& payload) {
 }
 
 bool RequestProxy::EnqueueJobs(EnqueueJobsInfo& info) {
-    return Send(L"EnqueueJobs", info);
+    return Send(events::enqueueJobs, info);
 }
 
 bool RequestProxy::CancelJobs(std::vector<std::wstring>& ids) {
-    return Send(L"CancelJobs", ids);
+    return Send(events::cancelJobs, ids);
 }
 
 bool RequestProxy::CancelAllJobs() {
-    return Send(L"CancelAllJobs");
+    return Send(events::cancelAllJobs, {});
 }
 
 bool RequestProxy::FetchScenariosRequest() {
-    return Send(L"FetchScenariosRequest");
+    return Send(events::fetchScenariosRequest, {});
 }
 
 bool RequestProxy::FetchScenarioParameterSetsRequest(const std::wstring& scenarioId) {
-    return SendText(L"FetchScenarioParameterSetsRequest", scenarioId);
+    return Send(events::fetchScenarioParameterSetsRequest, scenarioId);
 }
 
 bool RequestProxy::InitJobsRequest() {
-    return Send(L"InitJobsRequest");
+    return Send(events::initJobsRequest, {});
 }
 
 bool RequestProxy::DeleteJobsRequest(std::vector<std::wstring>& ids) {
-    return Send(L"DeleteJobsRequest", ids);
+    return Send(events::deleteJobsRequest, ids);
 }
 
 bool RequestProxy::FetchLocalizedStringsRequest(const std::wstring& culture) {
-    return SendText(L"FetchLocalizedStringsRequest", culture);
+    return Send(events::fetchLocalizedStringsRequest, culture);
 }
 
 bool RequestProxy::InitCultureRequest() {
-    return Send(L"InitCultureRequest");
+    return Send(events::initCultureRequest, {});
 }
 
 bool RequestProxy::TerminateRequest() {
-    return Send(L"TerminateRequest");
+    return Send(events::terminateRequest, {});
 }
 
 bool RequestProxy::CheckJobStatusRequest(const std::vector<std::wstring>& ids) {
-    return Send(L"CheckJobStatusRequest", ids);
+    return Send(events::checkJobStatusRequest, ids);
 }
 
 bool RequestProxy::FetchServiceListRequest() {
-    return Send(L"FetchServiceListRequest");
+    return Send(events::fetchServiceListRequest, {});
 }
 
 bool RequestProxy::FetchUserSettingsRequest() {
-    return Send(L"FetchUserSettingsRequest");
+    return Send(events::fetchUserSettingsRequest, {});
 }
 
 bool RequestProxy::WriteUserSettingsRequest(WriteUserSettingsInfo& /*settings*/) {
-    return Send(L"WriteUserSettingsRequest");
+    return Send(events::writeUserSettingsRequest, {});
 }
 
 bool RequestProxy::ClearUserSettingsRequest() {
-    return Send(L"ClearUserSettingsRequest");
+    return Send(events::clearUserSettingsRequest, {});
 }
 
 bool RequestProxy::ShowSettingDialogRequest() {
-    return Send(L"ShowSettingDialogRequest");
+    return Send(events::showSettingDialogRequest, {});
 }
 
 bool RequestProxy::FetchScenarioEditorPathRequest() {
-    return Send(L"FetchScenarioEditorPathRequest");
+    return Send(events::fetchScenarioEditorPathRequest, {});
 }
 
 bool RequestProxy::FetchPreviousStateFilePathRequest() {
-    return Send(L"FetchPreviousStateFilePathRequest");
+    return Send(events::fetchPreviousStateFilePathRequest, {});
 }
 
 bool RequestProxy::FetchThirdPartyNoticesPathRequest() {
-    return Send(L"FetchThirdPartyNoticesPathRequest");
+    return Send(events::fetchThirdPartyNoticesPathRequest, {});
 }
 
 } // namespace controller_cli

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "CommonControllerLib/IVanteloOrvelAbs.h"
+#include "formats/Events.h"
 
 class EventTransmitter;
 class EventTransmitterExtension;
@@ -39,9 +40,8 @@ public:
     [[nodiscard]] bool FetchThirdPartyNoticesPathRequest() override;
 
 private:
-    template <typename... Content>
-    [[nodiscard]] bool Send(const std::wstring& name, const Content&... content);
-    [[nodiscard]] bool SendText(const std::wstring& name, const std::wstring& text);
+    template <typename Content>
+    [[nodiscard]] bool Send(const events::Event<Content>& event, const std::type_identity_t<Content>& content);
     [[nodiscard]] bool Post(const std::wstring& name, const std::wstring& payload);
 
     EventTransmitter& transmitter;

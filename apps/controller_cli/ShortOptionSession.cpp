@@ -5,15 +5,13 @@
 #include "CommonControllerLib/EventTransmitter.h"
 #include "ControllerCSWrapper/ControllerCSWrapper.h"
 #include "controller_cli/ConnectionInterval.h"
+#include "formats/Events.h"
 
 namespace controller_cli {
 namespace {
 
 using std::chrono::milliseconds;
 using std::chrono::steady_clock;
-
-constexpr wchar_t cancelEvent[] = L"CancelJobsFinish";
-constexpr wchar_t enqueueEvent[] = L"EnqueueJobsFinish";
 
 } // namespace
 
@@ -50,8 +48,8 @@ ShortOptionSession::ShortOptionSession(CommandContext& context, Start start)
     : connection(ConnectToHost(context, start)),
       presenter(context.host.TransmitterId(), context.host.TransmitterModule()), cancelAnswers(presenter),
       enqueueAnswers(presenter) {
-    connection.transmitter.AddEventHandler(cancelEvent, &cancelAnswers);
-    connection.transmitter.AddEventHandler(enqueueEvent, &enqueueAnswers);
+    connection.transmitter.AddEventHandler(events::cancelJobsFinish.name, &cancelAnswers);
+    connection.transmitter.AddEventHandler(events::enqueueJobsFinish.name, &enqueueAnswers);
 }
 
 ShortOptionSession::~ShortOptionSession() {

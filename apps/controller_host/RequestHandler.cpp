@@ -12,25 +12,25 @@
 
 const std::vector<RequestHandler::NamedOperation>& RequestHandler::Operations() {
     static const std::vector<NamedOperation> operations{
-        {L"EnqueueJobs", &RequestHandler::EnqueueJobs},
-        {L"CancelJobs", &RequestHandler::CancelJobs},
-        {L"CancelAllJobs", &RequestHandler::CancelAllJobs},
-        {L"CheckJobStatusRequest", &RequestHandler::CheckJobStatus},
-        {L"FetchScenariosRequest", &RequestHandler::FetchScenarios},
-        {L"FetchScenarioParameterSetsRequest", &RequestHandler::FetchScenarioParameterSets},
-        {L"InitJobsRequest", &RequestHandler::InitJobs},
-        {L"DeleteJobsRequest", &RequestHandler::DeleteJobs},
-        {L"FetchLocalizedStringsRequest", &RequestHandler::FetchLocalizedStrings},
-        {L"InitCultureRequest", &RequestHandler::InitCulture},
-        {L"TerminateRequest", &RequestHandler::Terminate},
-        {L"FetchServiceListRequest", &RequestHandler::RefuseForWantOfDialogs},
-        {L"FetchUserSettingsRequest", &RequestHandler::RefuseForWantOfDialogs},
-        {L"WriteUserSettingsRequest", &RequestHandler::RefuseForWantOfDialogs},
-        {L"ClearUserSettingsRequest", &RequestHandler::RefuseForWantOfDialogs},
-        {L"ShowSettingDialogRequest", &RequestHandler::RefuseForWantOfDialogs},
-        {L"FetchScenarioEditorPathRequest", &RequestHandler::RefuseForWantOfDialogs},
-        {L"FetchPreviousStateFilePathRequest", &RequestHandler::RefuseForWantOfDialogs},
-        {L"FetchThirdPartyNoticesPathRequest", &RequestHandler::RefuseForWantOfDialogs},
+        {events::enqueueJobs.name, &RequestHandler::EnqueueJobs},
+        {events::cancelJobs.name, &RequestHandler::CancelJobs},
+        {events::cancelAllJobs.name, &RequestHandler::CancelAllJobs},
+        {events::checkJobStatusRequest.name, &RequestHandler::CheckJobStatus},
+        {events::fetchScenariosRequest.name, &RequestHandler::FetchScenarios},
+        {events::fetchScenarioParameterSetsRequest.name, &RequestHandler::FetchScenarioParameterSets},
+        {events::initJobsRequest.name, &RequestHandler::InitJobs},
+        {events::deleteJobsRequest.name, &RequestHandler::DeleteJobs},
+        {events::fetchLocalizedStringsRequest.name, &RequestHandler::FetchLocalizedStrings},
+        {events::initCultureRequest.name, &RequestHandler::InitCulture},
+        {events::terminateRequest.name, &RequestHandler::Terminate},
+        {events::fetchServiceListRequest.name, &RequestHandler::RefuseForWantOfDialogs},
+        {events::fetchUserSettingsRequest.name, &RequestHandler::RefuseForWantOfDialogs},
+        {events::writeUserSettingsRequest.name, &RequestHandler::RefuseForWantOfDialogs},
+        {events::clearUserSettingsRequest.name, &RequestHandler::RefuseForWantOfDialogs},
+        {events::showSettingDialogRequest.name, &RequestHandler::RefuseForWantOfDialogs},
+        {events::fetchScenarioEditorPathRequest.name, &RequestHandler::RefuseForWantOfDialogs},
+        {events::fetchPreviousStateFilePathRequest.name, &RequestHandler::RefuseForWantOfDialogs},
+        {events::fetchThirdPartyNoticesPathRequest.name, &RequestHandler::RefuseForWantOfDialogs},
     };
     return operations;
 }
@@ -55,28 +55,27 @@ void RequestHandler::Answer(const Request& request) {
 
 void RequestHandler::Broadcast(const std::vector<JobStatusInfo>& changed) {
     if (!changed.empty()) {
-        transmitter.Broadcast(L"UpdateProgress", messages::Serialize(L"UpdateProgress", changed));
+        transmitter.Broadcast(events::updateProgress.name, messages::Serialize(events::updateProgress, changed));
         fault_points::ReachFaultPoint(fault_points::FaultPoint::ChangesTold);
     }
 }
 
 void RequestHandler::EnqueueJobs(const Request& request) {
     EnqueueJobsInfo info;
-    if (!messages::Deserialize(request.payload, info)) {
-        Refuse(request, L"its content cannot be read.");
+    if (!Read(request, events::enqueueJobs, info)) {
         return;
     }
     const JobEnqueueResult result = EnqueueWithReasons(engine, info);
-    Send(request, L"EnqueueJobsFinish", messages::Serialize(L"EnqueueJobsFinish", result));
+    Send(request, events::enqueueJobsFinish, result);
     Broadcast(engine.StatusOf(result.jobIds));
 }
 
 void RequestHandler::CancelJobs(const Request& request) {
     std::vector<std::wstring> ids;
-    if (Read(request, ids)) {
+    if (Read(request, events::cancelJobs, ids)) {
         std::vector<JobStatusInfo> cancelled;
         engine.CancelJobs(ids, cancelled, false);
-        Send(request, L"CancelJobsFinish", messages::Serialize(L"CancelJobsFinish", cancelled));
+        Send(request, events::cancelJobsFinish, cancelled);
         Broadcast(cancelled);
     }
 }
@@ -84,30 +83,30 @@ void RequestHandler::CancelJobs(const Request& request) {
 void RequestHandler::CancelAllJobs(const Request& request) {
     std::vector<JobStatusInfo> cancelled;
     engine.CancelAllJobs(cancelled, false);
-    Send(request, L"CancelJobsFinish", messages::Serialize(L"CancelJobsFinish", cancelled));
+    Send(request, events::cancelJobsFinish, cancelled);
     Broadcast(cancelled);
 }
 
 void RequestHandler::CheckJobStatus(const Request& request) {
     std::vector<std::wstring> ids;
-    if (Read(request, ids)) {
+    if (Read(request, events::checkJobStatusRequest, ids)) {
         std::vector<JobStatusInfo> statuses;
         engine.CheckJobStatus(ids, statuses);
-        Send(request, L"CheckJobStatusResponse", messages::Serialize(L"CheckJobStatusResponse", statuses));
+        Send(request, events::checkJobStatusResponse, statuses);
     }
 }
 
 void RequestHandler::FetchScenarios(const Request& request) {
     const std::vector<ScenarioInfo> scenarios = engine.UpdateCatalogue();
     if (const auto problems = engine.ScenarioProblems(); !problems.empty()) {
-        Send(request, L"ScenarioProblems", ControllerCSWrapper::Serialize(L"ScenarioProblems", problems));
+        Send(request, events::scenarioProblems, problems);
     }
-    Send(request, L"FetchScenariosResponse", messages::Serialize(L"FetchScenariosResponse", scenarios));
+    Send(request, events::fetchScenariosResponse, scenarios);
 }
 
 void RequestHandler::FetchScenarioParameterSets(const Request& request) {
     std::wstring scenarioId;
-    if (!Read(request, scenarioId)) {
+    if (!Read(request, events::fetchScenarioParameterSetsRequest, scenarioId)) {
         return;
     }
     std::vector<ScenarioParameterSetInfo> sets;
@@ -115,65 +114,66 @@ void RequestHandler::FetchScenarioParameterSets(const Request& request) {
         Refuse(request, problem);
         return;
     }
-    Send(request, L"FetchScenarioParameterSetsResponse",
-         messages::Serialize(L"FetchScenarioParameterSetsResponse", sets));
+    Send(request, events::fetchScenarioParameterSetsResponse, sets);
 }
 
 void RequestHandler::InitJobs(const Request& request) {
     std::vector<JobListInfo> jobs;
     engine.GetJobList(jobs);
-    Send(request, L"InitJobsResponse", ControllerCSWrapper::Serialize(L"InitJobsResponse", jobs));
+    Send(request, events::initJobsResponse, jobs);
 }
 
 void RequestHandler::DeleteJobs(const Request& request) {
     std::vector<std::wstring> ids;
-    if (Read(request, ids)) {
+    if (Read(request, events::deleteJobsRequest, ids)) {
         std::vector<JobListInfo> before;
         engine.GetJobList(before);
         std::vector<std::wstring> deleted;
         engine.DeleteJobsDurably(ids, deleted);
-        Send(request, L"DeleteJobsResponse", ControllerCSWrapper::Serialize(L"DeleteJobsResponse", deleted));
+        Send(request, events::deleteJobsResponse, deleted);
         Broadcast(engine.NoLongerListed(before));
     }
 }
 
 void RequestHandler::FetchLocalizedStrings(const Request& request) {
     std::wstring culture;
-    if (Read(request, culture)) {
+    if (Read(request, events::fetchLocalizedStringsRequest, culture)) {
         const StringManager strings(settings::Current()->stringResourceFile);
         std::wstring section;
         // A culture without texts has the empty section.
         (void)strings.GetLocalizedString(L"", section, culture);
-        Send(request, L"FetchLocalizedStringsResponse", messages::Serialize(L"FetchLocalizedStringsResponse", section));
+        Send(request, events::fetchLocalizedStringsResponse, section);
     }
 }
 
 void RequestHandler::InitCulture(const Request& request) {
-    Send(request, L"InitCultureResponse",
-         messages::Serialize(L"InitCultureResponse", ControllerCSWrapper::GetCultureInfo()));
+    Send(request, events::initCultureResponse, ControllerCSWrapper::GetCultureInfo());
 }
 
 void RequestHandler::Terminate(const Request& request) {
     endRequested = true;
-    Send(request, L"TerminateResponse", ControllerCSWrapper::Serialize(L"TerminateResponse"));
+    Send(request, events::terminateResponse, {});
 }
 
 void RequestHandler::RefuseForWantOfDialogs(const Request& request) {
     Refuse(request, L"this host has no dialogs; change the settings file instead.");
 }
 
-template <class Value>
-bool RequestHandler::Read(const Request& request, Value& value) {
-    if (ControllerCSWrapper::Deserialize(request.payload, value)) {
+template <typename Content>
+bool RequestHandler::Read(const Request& request, const events::Event<Content>& event, Content& content) {
+    if (messages::Deserialize(event, request.payload, content)) {
         return true;
     }
     Refuse(request, L"its content cannot be read.");
     return false;
 }
 
-void RequestHandler::Send(const Request& request, const std::wstring& name, const std::wstring& payload) {
+template <typename Content>
+void RequestHandler::Send(const Request& request, const events::Event<Content>& event,
+                          const std::type_identity_t<Content>& content) {
+    const std::wstring payload = messages::Serialize(event, content);
     fault_points::ReachFaultPoint(fault_points::FaultPoint::AnswerToBeSent);
-    if (!transmitter.SendTo(request.peer, name, payload)) {
+    if (!transmitter.SendTo(request.peer, event.name, payload)) {
         ControllerLogManager::DebugLog(L"The front end that sent " + request.name +
                                        L" is gone; its answer is dropped.");
     }
@@ -184,5 +184,5 @@ void RequestHandler::Send(const Request& request, const std::wstring& name, cons
 void RequestHandler::Refuse(const Request& request, const std::wstring& why) {
     const std::wstring text = request.name + L" is refused: " + why;
     ControllerLogManager::WarnLog(text);
-    Send(request, L"RequestRefused", messages::Serialize(L"RequestRefused", text));
+    Send(request, events::requestRefused, text);
 }

@@ -2,6 +2,7 @@
 
 #include "controller_host/HostEngine.h"
 #include "controller_host/RequestQueue.h"
+#include "formats/Events.h"
 
 #include <string>
 #include <vector>
@@ -47,9 +48,12 @@ private:
     void Terminate(const Request& request);
     void RefuseForWantOfDialogs(const Request& request);
 
-    template <class Value>
-    [[nodiscard]] bool Read(const Request& request, Value& value);
-    void Send(const Request& request, const std::wstring& name, const std::wstring& payload);
+    /// Refuses the request when its content cannot be read.
+    template <typename Content>
+    [[nodiscard]] bool Read(const Request& request, const events::Event<Content>& event, Content& content);
+    template <typename Content>
+    void Send(const Request& request, const events::Event<Content>& event,
+              const std::type_identity_t<Content>& content);
     void Refuse(const Request& request, const std::wstring& why);
 
     HostEngine& engine;

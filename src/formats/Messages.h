@@ -4,7 +4,11 @@
 #include "CommonControllerLib/JobRecords.h"
 
 #include <string>
+#include <type_traits>
 #include <vector>
+
+#include "ControllerCSWrapper/ControllerCSWrapper.h"
+#include "formats/Events.h"
 
 /// The other direction of every message: the answers that a host sends and the requests that it reads. Counterpart of
 /// `ControllerCSWrapper::Serialize` and `Deserialize`, with the same rules: one member, its name; false leaves outputs
@@ -18,5 +22,27 @@ CONTROLLER_API std::wstring Serialize(const std::wstring& name, const std::vecto
 CONTROLLER_API std::wstring Serialize(const std::wstring& name, const std::wstring& text);
 
 [[nodiscard]] CONTROLLER_API bool Deserialize(const std::wstring& text, EnqueueJobsInfo& info);
+
+/// Either direction of any event.
+template <typename Content>
+std::wstring Serialize(const events::Event<Content>& event, const std::type_identity_t<Content>& content) {
+    if constexpr (std::is_same_v<Content, events::Nothing>) {
+        return ControllerCSWrapper::Serialize(event.name);
+    } else if constexpr (requires { ControllerCSWrapper::Serialize(event.name, content); }) {
+        return ControllerCSWrapper::Serialize(event.name, content);
+    } else {
+        return Serialize(event.name, content);
+    }
+}
+
+template <typename Content>
+[[nodiscard]] bool Deserialize(const events::Event<Content>& /*event*/, const std::wstring& text,
+                               std::type_identity_t<Content>& content) {
+    if constexpr (requires { ControllerCSWrapper::Deserialize(text, content); }) {
+        return ControllerCSWrapper::Deserialize(text, content);
+    } else {
+        return Deserialize(text, content);
+    }
+}
 
 } // namespace messages

@@ -2,6 +2,7 @@
 
 #include "CommonControllerLib/EventTransmitter.h"
 #include "ControllerCSWrapper/ControllerCSWrapper.h"
+#include "formats/Events.h"
 
 CLIOrvelProxy::CLIOrvelProxy(EventTransmitter* eventTransmitter) : transmitter(eventTransmitter) {}
 
@@ -17,19 +18,19 @@ bool CLIOrvelProxy::Send(const std::wstring& name, const Content&... content) co
 }
 
 bool CLIOrvelProxy::EnqueueJobs(EnqueueJobsInfo& info) {
-    return Send(L"EnqueueJobs", info);
+    return Send(events::enqueueJobs.name, info);
 }
 
 bool CLIOrvelProxy::CancelJobs(std::vector<std::wstring>& ids) {
-    return Send(L"CancelJobs", ids);
+    return Send(events::cancelJobs.name, ids);
 }
 
 bool CLIOrvelProxy::CancelAllJobs() {
-    return Send(L"CancelAllJobs");
+    return Send(events::cancelAllJobs.name);
 }
 
 bool CLIOrvelProxy::CheckJobStatusRequest(const std::vector<std::wstring>& ids) {
-    return Send(L"CheckJobStatusRequest", ids);
+    return Send(events::checkJobStatusRequest.name, ids);
 }
 
 bool CLIOrvelProxy::FetchScenariosRequest() {

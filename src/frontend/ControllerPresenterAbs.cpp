@@ -2,6 +2,7 @@
 
 #include "CommonControllerLib/EventTransmitter.h"
 #include "CommonControllerLib/ResponseFunctors.h"
+#include "formats/Events.h"
 
 ControllerPresenterAbs::ControllerPresenterAbs()
     : fetchScenariosResponseHandler(new FetchScenariosResponseFunctor(this)),
@@ -54,15 +55,15 @@ void ControllerPresenterAbs::LeaveEventTransmitter(EventTransmitter* transmitter
 }
 
 std::array<std::pair<std::wstring, CallbackFunctor*>, 11> ControllerPresenterAbs::Handlers() const {
-    return {{{L"FetchScenariosResponse", fetchScenariosResponseHandler},
-             {L"FetchScenarioParameterSetsResponse", fetchScenarioParameterSetsResponseHandler},
-             {L"InitJobsResponse", initJobsResponseHandler},
-             {L"DeleteJobsResponse", deleteJobsResponseHandler},
-             {L"FetchLocalizedStringsResponse", fetchLocalizedStringsResponseHandler},
-             {L"InitCultureResponse", initCultureResponseHandler},
-             {L"TerminateResponse", terminateResponseHandler},
-             {L"EnqueueJobsFinish", enqueueJobsFinishHandler},
-             {L"CancelJobsFinish", cancelJobsFinishHandler},
-             {L"UpdateProgress", updateProgressHandler},
-             {L"CheckJobStatusResponse", checkJobStatusResponseHandler}}};
+    return {{{events::fetchScenariosResponse.name, fetchScenariosResponseHandler},
+             {events::fetchScenarioParameterSetsResponse.name, fetchScenarioParameterSetsResponseHandler},
+             {events::initJobsResponse.name, initJobsResponseHandler},
+             {events::deleteJobsResponse.name, deleteJobsResponseHandler},
+             {events::fetchLocalizedStringsResponse.name, fetchLocalizedStringsResponseHandler},
+             {events::initCultureResponse.name, initCultureResponseHandler},
+             {events::terminateResponse.name, terminateResponseHandler},
+             {events::enqueueJobsFinish.name, enqueueJobsFinishHandler},
+             {events::cancelJobsFinish.name, cancelJobsFinishHandler},
+             {events::updateProgress.name, updateProgressHandler},
+             {events::checkJobStatusResponse.name, checkJobStatusResponseHandler}}};
 }

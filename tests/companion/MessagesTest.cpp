@@ -44,6 +44,24 @@ TEST(MessagesTest, AJobListIsWrittenInThisLayout) {
               LR"("runArgument":"fine","extraText":"\"note\""}]})");
 }
 
+TEST(MessagesTest, EventsAreWrittenUnderTheirNamesAndReadBack) {
+    EnqueueJobsInfo request;
+    request.requestId = L"r";
+    EnqueueJobsInfo readRequest;
+    EXPECT_TRUE(
+        messages::Deserialize(events::enqueueJobs, messages::Serialize(events::enqueueJobs, request), readRequest));
+    EXPECT_EQ(readRequest, request);
+    std::vector<JobStatusInfo> changed(1);
+    changed[0].id = L"a";
+    std::vector<JobStatusInfo> readChanged;
+    EXPECT_TRUE(messages::Deserialize(events::updateProgress, messages::Serialize(events::updateProgress, changed),
+                                      readChanged));
+    EXPECT_EQ(readChanged, changed);
+    EXPECT_EQ(messages::Serialize(events::cancelJobs, {L"a"}), L"{\"CancelJobs\":[\"a\"]}");
+    EXPECT_EQ(messages::Serialize(events::requestRefused, L"no"), L"{\"RequestRefused\":\"no\"}");
+    EXPECT_EQ(messages::Serialize(events::terminateRequest, {}), L"{\"TerminateRequest\":null}");
+}
+
 TEST(MessagesTest, OtherMessagesAreWrittenInTheseLayouts) {
     EXPECT_EQ(ControllerCSWrapper::Serialize(L"CancelAllJobs"), L"{\"CancelAllJobs\":null}");
     EXPECT_EQ(ControllerCSWrapper::Serialize(L"CancelJobs", std::vector<std::wstring>{L"a", L"3"}),
