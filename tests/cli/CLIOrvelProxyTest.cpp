@@ -1,7 +1,7 @@
 #include "CommonControllerLib/CLIOrvelProxy.h"
 
-#include "ScriptedTransmitter.h"
 #include "doubles/RecordingCompanion.h"
+#include "doubles/ScriptedTransmitter.h"
 
 #include <functional>
 #include <string>

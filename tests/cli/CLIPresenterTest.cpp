@@ -1,8 +1,8 @@
 #include "CommonControllerLib/CLIPresenter.h"
 
-#include "ScriptedTransmitter.h"
-#include "TurnedClock.h"
 #include "doubles/RecordingCompanion.h"
+#include "doubles/ScriptedTransmitter.h"
+#include "doubles/TurnedClock.h"
 #include "modules/ModuleFiles.h"
 #include "platform/terminal/LineEnd.h"
 #include "support/TemporaryFolder.h"

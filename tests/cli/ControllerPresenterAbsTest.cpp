@@ -1,8 +1,8 @@
 #include "CommonControllerLib/ControllerPresenterAbs.h"
 
 #include "CommonControllerLib/ResponseFunctors.h"
-#include "ScriptedTransmitter.h"
 #include "doubles/RecordingCompanion.h"
+#include "doubles/ScriptedTransmitter.h"
 
 #include <memory>
 #include <string>

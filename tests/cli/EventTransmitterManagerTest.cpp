@@ -1,6 +1,6 @@
 #include "CommonControllerLib/EventTransmitterManager.h"
 
-#include "ScriptedTransmitter.h"
+#include "doubles/ScriptedTransmitter.h"
 #include "modules/ModuleFiles.h"
 #include "platform/system/SharedLibrary.h"
 

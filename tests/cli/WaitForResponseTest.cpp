@@ -1,5 +1,5 @@
 #include "CommonControllerLib/CLIOrvelProxy.h"
-#include "TurnedClock.h"
+#include "doubles/TurnedClock.h"
 #include "frontend/ResponseFlags.h"
 #include "platform/system/Environment.h"
 

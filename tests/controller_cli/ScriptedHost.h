@@ -1,8 +1,8 @@
 #pragma once
 
 #include "CommonControllerLib/JobRecords.h"
-#include "ScriptedTransmitter.h"
 #include "controller_cli/HostAccess.h"
+#include "doubles/ScriptedTransmitter.h"
 
 #include <functional>
 #include <map>

@@ -2,7 +2,7 @@
 
 #include "CommonControllerLib/FunctionManager.h"
 #include "controller_host/HostLoop.h"
-#include "controller_host/LineDouble.h"
+#include "doubles/LineDouble.h"
 #include "doubles/ScriptedProcess.h"
 #include "modules/ModuleFiles.h"
 #include "support/TemporaryFolder.h"

@@ -1,6 +1,6 @@
 #include "controller_host/RequestQueue.h"
 
-#include "controller_host/LineDouble.h"
+#include "doubles/LineDouble.h"
 #include "platform/processes/Waiting.h"
 
 #include <future>

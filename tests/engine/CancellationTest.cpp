@@ -193,16 +193,6 @@ TEST_F(CancellationTest, RecordsFromBeforeAreKeptAndTheListIsWritten) {
     EXPECT_EQ(JobListWriteCount(), 1U);
 }
 
-TEST_F(CancellationTest, CancelingJobBecomesCanceledWhenItsProcessHasEndedEvenWithASuccessfulResult) {
-    StartFirstOf(1, 0);
-    Cancel({L"1"});
-    ReportResult(1, true);
-    EXPECT_TRUE(Poll().empty());
-    FinishProcess(1);
-    Poll();
-    EXPECT_EQ(StatusOf(1), JobStatus::Canceled);
-}
-
 TEST_F(CancellationTest, WaitingLastsUntilAnotherThreadSeesTheProcessEnd) {
     StartFirstOf(1, 0);
     std::vector<JobStatusInfo> cancelled;

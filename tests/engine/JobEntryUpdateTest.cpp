@@ -134,6 +134,7 @@ TEST_F(JobEntryUpdateTest, CancelingJobWhoseProcessHasEndedIsCanceledWhateverIts
 TEST_F(JobEntryUpdateTest, CancelingJobWhoseProcessStillRunsReportsProgress) {
     StartProcess();
     job.info.status = JobStatus::Canceling;
+    ReportResult(true);
     ReportProgress(40);
     EXPECT_TRUE(job.OnCheckUpdate());
     EXPECT_EQ(job.GetStatus(), JobStatus::Canceling);

@@ -49,15 +49,6 @@ TEST_F(TrackingTest, RunningJobWithoutAProcessIsOverAtTheFirstPoll) {
     EXPECT_EQ(StatusOf(1), JobStatus::Failed);
 }
 
-TEST_F(TrackingTest, CancelingJobWhoseProcessHasEndedIsCanceledDespiteASuccessfulResult) {
-    StartJob();
-    Job(1).ChangeStatus(JobStatus::Canceling);
-    ReportResult(1, true);
-    FinishProcess(1);
-    Poll();
-    EXPECT_EQ(StatusOf(1), JobStatus::Canceled);
-}
-
 TEST_F(TrackingTest, WithoutActiveJobsNothingIsReportedOrWritten) {
     EnqueueJobs(2);
     std::vector<JobStatusInfo> changed;

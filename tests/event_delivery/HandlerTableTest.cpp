@@ -1,6 +1,7 @@
 #include "transport/event_delivery/HandlerTable.h"
 
-#include <functional>
+#include "doubles/RecordingHandler.h"
+
 #include <future>
 #include <stdexcept>
 #include <string>
@@ -14,59 +15,45 @@ namespace {
 
 using event_delivery::HandlerTable;
 
-class Handler final : public CallbackFunctor {
-public:
-    explicit Handler(std::function<void()> what = [] {}) : action(std::move(what)) {}
-    bool operator()(const std::wstring& payload) override {
-        payloads.push_back(payload);
-        action();
-        return true;
-    }
-    std::vector<std::wstring> payloads;
-
-private:
-    std::function<void()> action;
-};
-
 using Payloads = std::vector<std::wstring>;
 
 TEST(HandlerTableTest, AnEventGoesToTheHandlerOfItsName) {
     HandlerTable table;
-    Handler a;
-    Handler b;
+    RecordingHandler a;
+    RecordingHandler b;
     table.Set(L"A", &a);
     table.Set(L"B", &b);
     table.Deliver(1, L"B", L"x");
     table.Deliver(1, L"C", L"y");
-    EXPECT_EQ(a.payloads, Payloads{});
-    EXPECT_EQ(b.payloads, Payloads{L"x"});
+    EXPECT_EQ(a.payloads.All(), Payloads{});
+    EXPECT_EQ(b.payloads.All(), Payloads{L"x"});
 }
 
 TEST(HandlerTableTest, ALaterHandlerTakesThePlaceOfTheEarlier) {
     HandlerTable table;
-    Handler earlier;
-    Handler later;
+    RecordingHandler earlier;
+    RecordingHandler later;
     table.Set(L"A", &earlier);
     table.Set(L"A", &later);
     table.Deliver(1, L"A", L"x");
-    EXPECT_EQ(earlier.payloads, Payloads{});
-    EXPECT_EQ(later.payloads, Payloads{L"x"});
+    EXPECT_EQ(earlier.payloads.All(), Payloads{});
+    EXPECT_EQ(later.payloads.All(), Payloads{L"x"});
 }
 
 TEST(HandlerTableTest, NullTakesTheHandlerAway) {
     HandlerTable table;
-    Handler handler;
+    RecordingHandler handler;
     table.Set(L"A", &handler);
     table.Set(L"A", nullptr);
     table.Set(L"B", nullptr);
     table.Deliver(1, L"A", L"x");
-    EXPECT_EQ(handler.payloads, Payloads{});
+    EXPECT_EQ(handler.payloads.All(), Payloads{});
 }
 
 TEST(HandlerTableTest, TheSenderIsKnownWhileAHandlerRunsAndOnItsThreadAlone) {
     HandlerTable table;
     std::vector<HandlerTable::Peer> seen;
-    Handler handler([&] {
+    RecordingHandler handler([&](const std::wstring&) {
         seen.push_back(table.CurrentPeer());
         seen.push_back(std::async(std::launch::async, [&] { return table.CurrentPeer(); }).get());
     });
@@ -78,7 +65,7 @@ TEST(HandlerTableTest, TheSenderIsKnownWhileAHandlerRunsAndOnItsThreadAlone) {
 
 TEST(HandlerTableTest, AFailingHandlerIsOverToo) {
     HandlerTable table;
-    Handler handler([] { throw std::runtime_error("no"); });
+    RecordingHandler handler([](const std::wstring&) { throw std::runtime_error("no"); });
     table.Set(L"A", &handler);
     EXPECT_THROW(table.Deliver(1, L"A", L""), std::runtime_error);
     EXPECT_EQ(table.CurrentPeer(), 0u);
@@ -87,17 +74,17 @@ TEST(HandlerTableTest, AFailingHandlerIsOverToo) {
 
 TEST(HandlerTableTest, AHandlerMayTakeItselfAway) {
     HandlerTable table;
-    Handler handler([&] { table.Set(L"A", nullptr); });
+    RecordingHandler handler([&](const std::wstring&) { table.Set(L"A", nullptr); });
     table.Set(L"A", &handler);
     table.Deliver(1, L"A", L"x");
     table.Deliver(1, L"A", L"y");
-    EXPECT_EQ(handler.payloads, Payloads{L"x"});
+    EXPECT_EQ(handler.payloads.All(), Payloads{L"x"});
 }
 
 /// A handler that runs on a thread of its own until the test lets it go.
 class HeldHandler {
 public:
-    explicit HeldHandler(HandlerTable& table) : handler([this] { Hold(); }) {
+    explicit HeldHandler(HandlerTable& table) : handler([this](const std::wstring&) { Hold(); }) {
         table.Set(L"A", &handler);
         delivering = std::thread([&table] { table.Deliver(1, L"A", L"x"); });
         started.get_future().wait();
@@ -114,7 +101,7 @@ private:
         isOver = true;
     }
 
-    Handler handler;
+    RecordingHandler handler;
     std::promise<void> started;
     std::promise<void> released;
     bool isOver = false;
@@ -137,13 +124,13 @@ TEST(HandlerTableTest, TakingAwayWaitsForTheHandlerThatRuns) {
 }
 
 TEST(HandlerTableTest, ReplacingWaitsForTheHandlerThatRuns) {
-    Handler replacement;
+    RecordingHandler replacement;
     ChangeWaits(&replacement);
 }
 
 TEST(HandlerTableTest, ChangingAnotherEventWaitsForNobody) {
     HandlerTable table;
-    Handler other;
+    RecordingHandler other;
     HeldHandler held(table);
     table.Set(L"B", &other);
     table.Set(L"B", nullptr);

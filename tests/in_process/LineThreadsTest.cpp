@@ -1,6 +1,6 @@
 #include "transport/in_process/Line.h"
 
-#include "EventRecorder.h"
+#include "doubles/RecordingHandler.h"
 #include "support/Deadline.h"
 
 #include <atomic>
@@ -24,8 +24,8 @@ protected:
 };
 
 TEST_F(LineThreadsTest, HandlersMaySendFromWithinHandlersBackAndForth) {
-    EventRecorder pong([this](const std::wstring& payload) { engine->SendEvent(L"pong", payload + L"x"); });
-    EventRecorder ping([this](const std::wstring& payload) {
+    RecordingHandler pong([this](const std::wstring& payload) { engine->SendEvent(L"pong", payload + L"x"); });
+    RecordingHandler ping([this](const std::wstring& payload) {
         if (payload.size() < 1000) {
             frontEnd->SendEvent(L"ping", payload);
         }
@@ -33,30 +33,30 @@ TEST_F(LineThreadsTest, HandlersMaySendFromWithinHandlersBackAndForth) {
     engine->AddEventHandler(L"ping", &pong);
     frontEnd->AddEventHandler(L"pong", &ping);
     frontEnd->SendEvent(L"ping", L"");
-    EXPECT_EQ(ping.WaitFor(1000).back(), std::wstring(1000, L'x'));
+    EXPECT_EQ(ping.handled.WaitFor(1000).back(), std::wstring(1000, L'x'));
     engine->AddEventHandler(L"ping", nullptr);
     frontEnd->AddEventHandler(L"pong", nullptr);
 }
 
 TEST_F(LineThreadsTest, PostingDoesNotWaitForTheHandler) {
     std::promise<void> release;
-    EventRecorder waiting([&](const std::wstring&) { release.get_future().wait(); });
+    RecordingHandler waiting([&](const std::wstring&) { release.get_future().wait(); });
     engine->AddEventHandler(L"e", &waiting);
     EXPECT_TRUE(frontEnd->PostEvent(L"e", L""));
     release.set_value();
-    waiting.WaitFor(1);
+    waiting.handled.WaitFor(1);
     engine->AddEventHandler(L"e", nullptr);
 }
 
 TEST_F(LineThreadsTest, SendingWaitsUntilTheAnswerHasBeenHandled) {
     std::atomic<int> handled = 0;
-    EventRecorder answer([&](const std::wstring&) {
+    RecordingHandler answer([&](const std::wstring&) {
         for (int turn = 0; turn < 1000; ++turn) {
             std::this_thread::yield(); // time for a sender that does not wait
         }
         ++handled;
     });
-    EventRecorder request([&](const std::wstring&) { engine->SendEventTo(engine->CurrentPeer(), L"answer", L""); });
+    RecordingHandler request([&](const std::wstring&) { engine->SendEventTo(engine->CurrentPeer(), L"answer", L""); });
     engine->AddEventHandler(L"e", &request);
     frontEnd->AddEventHandler(L"answer", &answer);
     for (int number = 1; number <= 100; ++number) {
@@ -69,7 +69,7 @@ TEST_F(LineThreadsTest, SendingWaitsUntilTheAnswerHasBeenHandled) {
 
 TEST_F(LineThreadsTest, SendingWaitsForADeferredAcknowledgement) {
     std::promise<EventTransmitterExtension::Acknowledgement> deferred;
-    EventRecorder request([&](const std::wstring&) { deferred.set_value(engine->DeferAcknowledgement()); });
+    RecordingHandler request([&](const std::wstring&) { deferred.set_value(engine->DeferAcknowledgement()); });
     engine->AddEventHandler(L"e", &request);
     std::atomic<bool> isAnswered = false;
     std::jthread answering([&] {
@@ -85,7 +85,7 @@ TEST_F(LineThreadsTest, SendingWaitsForADeferredAcknowledgement) {
 TEST_F(LineThreadsTest, AHandlerThatHangsIsWaitedForSoLong) {
     in_process::Line impatient(std::chrono::milliseconds(1));
     std::promise<void> release;
-    EventRecorder hanging([released = release.get_future().share()](const std::wstring&) { released.wait(); });
+    RecordingHandler hanging([released = release.get_future().share()](const std::wstring&) { released.wait(); });
     impatient.Engine()->AddEventHandler(L"e", &hanging);
     EXPECT_FALSE(impatient.FrontEndCalled(L"")->SendEvent(L"e", L""));
     release.set_value();
@@ -93,8 +93,8 @@ TEST_F(LineThreadsTest, AHandlerThatHangsIsWaitedForSoLong) {
 }
 
 TEST_F(LineThreadsTest, WhatComesBeforeTheEnginesHandlersWaitsForThem) {
-    EventRecorder first;
-    EventRecorder second;
+    RecordingHandler first;
+    RecordingHandler second;
     EXPECT_TRUE(frontEnd->PostEvent(L"first", L"1"));
     EXPECT_TRUE(frontEnd->PostEvent(L"second", L"2"));
     engine->PauseDelivery();
@@ -102,8 +102,8 @@ TEST_F(LineThreadsTest, WhatComesBeforeTheEnginesHandlersWaitsForThem) {
     EXPECT_TRUE(frontEnd->PostEvent(L"second", L"3"));
     engine->AddEventHandler(L"second", &second);
     engine->ResumeDelivery();
-    EXPECT_EQ(second.WaitFor(2), (std::vector<std::wstring>{L"2", L"3"}));
-    EXPECT_EQ(first.WaitFor(1), std::vector<std::wstring>{L"1"});
+    EXPECT_EQ(second.handled.WaitFor(2), (std::vector<std::wstring>{L"2", L"3"}));
+    EXPECT_EQ(first.handled.WaitFor(1), std::vector<std::wstring>{L"1"});
     engine->AddEventHandler(L"first", nullptr);
     engine->AddEventHandler(L"second", nullptr);
 }
@@ -112,7 +112,7 @@ TEST_F(LineThreadsTest, TakingAHandlerAwayWaitsUntilItsRunIsOver) {
     std::promise<void> started;
     std::promise<void> isTakenAway;
     std::atomic<bool> hasEnded = false;
-    EventRecorder handler([&](const std::wstring&) {
+    RecordingHandler handler([&](const std::wstring&) {
         started.set_value();
         isTakenAway.get_future().wait();
         for (int turn = 0; turn < 1000; ++turn) {
@@ -129,15 +129,15 @@ TEST_F(LineThreadsTest, TakingAHandlerAwayWaitsUntilItsRunIsOver) {
 }
 
 TEST_F(LineThreadsTest, AHandlerMayTakeItselfAway) {
-    EventRecorder once([this](const std::wstring&) { engine->AddEventHandler(L"e", nullptr); });
-    EventRecorder last;
+    RecordingHandler once([this](const std::wstring&) { engine->AddEventHandler(L"e", nullptr); });
+    RecordingHandler last;
     engine->AddEventHandler(L"e", &once);
     engine->AddEventHandler(L"last", &last);
     frontEnd->SendEvent(L"e", L"one");
     frontEnd->SendEvent(L"e", L"two");
     frontEnd->SendEvent(L"last", L"");
-    last.WaitFor(1);
-    EXPECT_EQ(once.WaitFor(1), std::vector<std::wstring>{L"one"});
+    last.handled.WaitFor(1);
+    EXPECT_EQ(once.handled.WaitFor(1), std::vector<std::wstring>{L"one"});
     engine->AddEventHandler(L"last", nullptr);
 }
 
@@ -146,7 +146,7 @@ TEST_F(LineThreadsTest, HandlersOfOneEndRunOneAtATimeWhoeverSends) {
     constexpr int eventsEach = 200;
     std::atomic<int> running = 0;
     std::atomic<int> overlaps = 0;
-    EventRecorder handler([&](const std::wstring&) {
+    RecordingHandler handler([&](const std::wstring&) {
         overlaps += running++ == 0 ? 0 : 1;
         --running;
     });
@@ -160,7 +160,8 @@ TEST_F(LineThreadsTest, HandlersOfOneEndRunOneAtATimeWhoeverSends) {
             }
         });
     }
-    EXPECT_EQ(handler.WaitFor(senderCount * eventsEach).size(), static_cast<std::size_t>(senderCount * eventsEach));
+    EXPECT_EQ(handler.handled.WaitFor(senderCount * eventsEach).size(),
+              static_cast<std::size_t>(senderCount * eventsEach));
     EXPECT_EQ(overlaps, 0);
     engine->AddEventHandler(L"e", nullptr);
 }
@@ -170,7 +171,7 @@ TEST_F(LineThreadsTest, AHandlerMaySendWhileItsLineEnds) {
     std::promise<void> lineEnds;
     auto ending = std::make_unique<in_process::Line>();
     in_process::Endpoint* const end = ending->Engine();
-    EventRecorder handler([&](const std::wstring&) {
+    RecordingHandler handler([&](const std::wstring&) {
         started.set_value();
         lineEnds.get_future().wait();
         for (int turn = 0; turn < 1000; ++turn) {
@@ -183,7 +184,7 @@ TEST_F(LineThreadsTest, AHandlerMaySendWhileItsLineEnds) {
     started.get_future().wait();
     lineEnds.set_value();
     ending.reset();
-    EXPECT_EQ(handler.WaitFor(1).size(), 1U);
+    EXPECT_EQ(handler.handled.WaitFor(1).size(), 1U);
 }
 
 TEST_F(LineThreadsTest, HandlersComeAndGoWhileEventsArrive) {
@@ -194,9 +195,9 @@ TEST_F(LineThreadsTest, HandlersComeAndGoWhileEventsArrive) {
         }
     });
     for (int round = 0; round < 200; ++round) {
-        EventRecorder handler;
+        RecordingHandler handler;
         engine->AddEventHandler(L"e", &handler);
-        handler.WaitFor(1);
+        handler.handled.WaitFor(1);
         engine->AddEventHandler(L"e", nullptr);
     }
 }

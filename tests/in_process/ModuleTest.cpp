@@ -1,10 +1,10 @@
 #include "CommonControllerLib/CLIPresenter.h"
 #include "CommonControllerLib/EventTransmitterManager.h"
-#include "EventRecorder.h"
-#include "ScriptedTransmitter.h"
-#include "TurnedClock.h"
 #include "controller_plugins/EventTransmitterExtension.h"
 #include "doubles/RecordingCompanion.h"
+#include "doubles/RecordingHandler.h"
+#include "doubles/ScriptedTransmitter.h"
+#include "doubles/TurnedClock.h"
 #include "modules/ModuleFiles.h"
 #include "platform/terminal/LineEnd.h"
 #include "support/TemporaryFolder.h"
@@ -39,15 +39,15 @@ TEST_F(ModuleTest, AnIdentifierThatNamesNoLineGivesNoTransmitter) {
 }
 
 TEST_F(ModuleTest, LinesDoNotMix) {
-    EventRecorder wrong;
-    EventRecorder right;
+    RecordingHandler wrong;
+    RecordingHandler right;
     Get(L"engine:wrong")->AddEventHandler(L"e", &wrong);
     Get(L"engine:right")->AddEventHandler(L"e", &right);
     Get(L"right")->SendEvent(L"e", L"1");
-    right.WaitFor(1);
+    right.handled.WaitFor(1);
     Get(L"wrong")->SendEvent(L"e", L"2");
-    EXPECT_EQ(wrong.WaitFor(1), std::vector<std::wstring>{L"2"});
-    EXPECT_EQ(right.WaitFor(1), std::vector<std::wstring>{L"1"});
+    EXPECT_EQ(wrong.handled.WaitFor(1), std::vector<std::wstring>{L"2"});
+    EXPECT_EQ(right.handled.WaitFor(1), std::vector<std::wstring>{L"1"});
     Get(L"engine:wrong")->AddEventHandler(L"e", nullptr);
     Get(L"engine:right")->AddEventHandler(L"e", nullptr);
 }
@@ -60,7 +60,7 @@ TEST_F(ModuleTest, APresenterEnqueuesThroughTheLine) {
     EventTransmitter* const engine = Get(L"engine:chain");
     EventTransmitterExtension* const extension = manager.GetExtension(L"engine:chain");
     ASSERT_NE(extension, nullptr);
-    EventRecorder answering([extension](const std::wstring&) {
+    RecordingHandler answering([extension](const std::wstring&) {
         extension->SendEventTo(extension->CurrentPeer(), L"EnqueueJobsFinish", L"result");
     });
     engine->AddEventHandler(L"EnqueueJobs", &answering);
@@ -71,7 +71,7 @@ TEST_F(ModuleTest, APresenterEnqueuesThroughTheLine) {
 
     const std::string end(platform::lineEnd);
     EXPECT_EQ(ReadTextFile(folder / L"out.txt"), "12,Queued" + end + "-1,Failed" + end);
-    EXPECT_EQ(answering.WaitFor(1), std::vector<std::wstring>{L"EnqueueJobs: guid 1"});
+    EXPECT_EQ(answering.handled.WaitFor(1), std::vector<std::wstring>{L"EnqueueJobs: guid 1"});
     EXPECT_EQ(clock.SleepCount(), 0);
     presenter.LeaveEventTransmitter(Get(L"chain"));
     engine->AddEventHandler(L"EnqueueJobs", nullptr);

@@ -5,9 +5,9 @@
 #include <gtest/gtest.h>
 
 #include "ControllerCSWrapper/ControllerCSWrapper.h"
+#include "doubles/RecordingHandler.h"
 #include "local_socket/support/EndpointNames.h"
 #include "local_socket/support/Module.h"
-#include "local_socket/support/Recording.h"
 #include "support/TemporaryFolder.h"
 
 namespace {

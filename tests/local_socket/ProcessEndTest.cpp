@@ -7,7 +7,6 @@
 
 #include "local_socket/support/EndpointNames.h"
 #include "local_socket/support/Module.h"
-#include "local_socket/support/Recording.h"
 
 /// What is tested comes after the test: the process of each ends well, or its entry fails by the exit code.
 namespace {

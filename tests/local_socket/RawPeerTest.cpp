@@ -10,8 +10,10 @@
 
 #include <gtest/gtest.h>
 
+#include "doubles/RecordingHandler.h"
 #include "local_socket/support/EndpointNames.h"
-#include "local_socket/support/Recording.h"
+#include "local_socket/support/RecordingLog.h"
+#include "support/Collected.h"
 #include "transport/local_socket/ClientEnd.h"
 #include "transport/local_socket/EngineEnd.h"
 #include "transport/local_socket/Frame.h"

@@ -5,8 +5,9 @@
 
 #include <gtest/gtest.h>
 
+#include "doubles/RecordingHandler.h"
 #include "local_socket/support/EndpointNames.h"
-#include "local_socket/support/Recording.h"
+#include "local_socket/support/RecordingLog.h"
 #include "transport/local_socket/ClientEnd.h"
 #include "transport/local_socket/EngineEnd.h"
 

@@ -1,4 +1,4 @@
-#include "TurnedClock.h"
+#include "doubles/TurnedClock.h"
 
 #include "platform/system/Sleep.h"
 

@@ -1,4 +1,4 @@
-#include "ScriptedTransmitter.h"
+#include "doubles/ScriptedTransmitter.h"
 
 #include <cstdint>
 

@@ -1,4 +1,4 @@
-#include "controller_host/LineDouble.h"
+#include "doubles/LineDouble.h"
 
 #include <algorithm>
 #include <chrono>

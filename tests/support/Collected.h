@@ -1,0 +1,41 @@
+#pragma once
+
+#include "support/Deadline.h"
+
+#include <condition_variable>
+#include <cstddef>
+#include <mutex>
+#include <stdexcept>
+#include <utility>
+#include <vector>
+
+/// Things that threads add and the test waits for.
+template <typename T>
+class Collected {
+public:
+    void Add(T thing) {
+        {
+            const std::lock_guard guard(lock);
+            things.push_back(std::move(thing));
+        }
+        changed.notify_all();
+    }
+
+    /// Waits until there are `count`, and gives all there are then. Throws std::runtime_error when they do not come
+    /// within the tests' patience.
+    std::vector<T> WaitFor(std::size_t count) const {
+        std::unique_lock guard(lock);
+        if (!changed.wait_for(guard, test_support::patience, [&] { return things.size() >= count; })) {
+            throw std::runtime_error("waited in vain for " + std::to_string(count) + ", " +
+                                     std::to_string(things.size()) + " came");
+        }
+        return things;
+    }
+
+    std::vector<T> All() const { return WaitFor(0); }
+
+private:
+    mutable std::mutex lock;
+    mutable std::condition_variable changed;
+    std::vector<T> things;
+};
