@@ -9,7 +9,7 @@ namespace crash {
 namespace {
 
 bool IsOver(const JobLedger::Job& job) {
-    return HasEnded(job.told);
+    return IsFinal(job.told);
 }
 
 } // namespace

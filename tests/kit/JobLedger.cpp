@@ -12,7 +12,7 @@ constexpr auto deleted = static_cast<JobStatus>(-1);
 
 /// What a host that finds this status in its list takes it for; the file follows with the next change.
 JobStatus StatusAtStart(JobStatus listed) {
-    return HasEnded(listed) ? listed : JobStatus::Canceled;
+    return IsFinal(listed) ? listed : JobStatus::Canceled;
 }
 
 std::string Name(const JobLedger::Job& job) {
@@ -31,7 +31,7 @@ auto* FindId(Jobs& jobs, const std::wstring& id) {
 
 } // namespace
 
-bool HasEnded(JobStatus status) {
+bool IsFinal(JobStatus status) {
     return status == JobStatus::Success || status == JobStatus::Failed || status == JobStatus::Canceled ||
            status == JobStatus::Dequeued;
 }
@@ -153,7 +153,7 @@ void JobLedger::ToldOne(const JobStatusInfo& change) {
         ++made;
         Expect(!gone.contains(change.id), *job, "was deleted, and is " + Text(change.status));
     }
-    if (HasEnded(job->told)) {
+    if (IsFinal(job->told)) {
         Expect(change.status == job->told, *job,
                "has ended as " + Text(job->told) + ", and is " + Text(change.status) + " again");
         return;
@@ -164,7 +164,7 @@ void JobLedger::ToldOne(const JobStatusInfo& change) {
 }
 
 void JobLedger::TakeEnd(const Job& job) {
-    if (!HasEnded(job.told)) {
+    if (!IsFinal(job.told)) {
         return;
     }
     ++ends[Text(job.told)];
@@ -208,7 +208,7 @@ void JobLedger::CompareJob(const Job& job, const JobListInfo* row) const {
         Expect(row->seqId == job.seqId, job, "is number " + std::to_string(row->seqId) + " in the list");
         Expect(row->extraText == job.mark, job, "is of " + text::ToUtf8(row->extraText) + " in the list");
     }
-    Expect(!HasEnded(job.told) || StatusAtStart(row->status) == job.told, job,
+    Expect(!IsFinal(job.told) || StatusAtStart(row->status) == job.told, job,
            "has ended as " + Text(job.told) + ", and is " + Text(row->status) + " in the list");
     Expect(job.told != JobStatus::Dequeued || row->startTime.empty(), job, "was cancelled before it started, and did");
 }

@@ -11,8 +11,8 @@
 #include <string>
 #include <vector>
 
-/// True for a job that neither waits nor runs any more.
-bool HasEnded(JobStatus status);
+/// True for a job that neither waits nor runs any more. The tests' own word for it: what they check does not decide it.
+bool IsFinal(JobStatus status);
 
 /// What is wrong with a list whatever was told before: it is in the order of its numbers, so that each number and each
 /// id is there once, and has nothing of what is `gone`.

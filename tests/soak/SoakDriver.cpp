@@ -29,7 +29,7 @@ bool IsWaiting(const JobLedger::Job& job) {
 }
 
 bool IsOver(const JobLedger::Job& job) {
-    return HasEnded(job.told);
+    return IsFinal(job.told);
 }
 
 bool IsNotOver(const JobLedger::Job& job) {

@@ -12,7 +12,7 @@ bool IsActive(JobStatus status) {
 }
 
 bool HasRun(JobStatus status) {
-    return HasEnded(status) && status != JobStatus::Dequeued;
+    return IsFinal(status) && status != JobStatus::Dequeued;
 }
 
 /// Whether a job can have got from one status to another, by any number of steps.
