@@ -5,7 +5,7 @@
 #include "ControllerCSWrapper/ControllerCSWrapper.h"
 #include "controller_host/DeletionJournal.h"
 #include "controller_host/FailureReasons.h"
-#include "engine/RequestedJobs.h"
+#include "engine/Queue.h"
 #include "fault_points/FaultPoint.h"
 #include "formats/JobListFile.h"
 #include "formats/JobStates.h"
@@ -121,7 +121,7 @@ std::vector<JobListInfo> HostEngine::DeletableJobs(const std::vector<std::wstrin
     std::set<std::wstring> requested(ids.begin(), ids.end());
     std::vector<JobListInfo> jobs;
     for (const auto& job : jobList) {
-        if (!IsActive(job->GetStatus()) && TakeRequested(*job, requested)) {
+        if (queue::CanDelete(job->GetStatus()) && queue::TakeRequested(job->GetId(), job->GetSeqId(), requested)) {
             jobs.push_back(job->GetJobListInfo());
         }
     }

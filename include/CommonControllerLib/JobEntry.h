@@ -100,6 +100,6 @@ private:
     [[nodiscard]] bool ReadProgress();
     /// The job's process has ended: lets go of it and gives the job its end time and last status.
     void Finish();
-    /// `Success` or `Failed`, as the result says. `ending`: how the process ended.
-    void TakeResult(const std::wstring& ending);
+    /// True when the result says success; else the failure says why. `ending`: how the process ended.
+    [[nodiscard]] bool TakeResult(const std::wstring& ending);
 };

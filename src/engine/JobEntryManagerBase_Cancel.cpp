@@ -3,10 +3,11 @@
 #include "CommonControllerLib/ControllerLogManager.h"
 #include "CommonControllerLib/PathFuncs.h"
 #include "engine/ModuleCall.h"
-#include "engine/RequestedJobs.h"
+#include "engine/Queue.h"
 #include "fault_points/FaultPoint.h"
 #include "formats/RunFileNames.h"
 #include "platform/files/FileSystem.h"
+#include "text/Numbers.h"
 
 #include <thread>
 
@@ -25,7 +26,7 @@ bool JobEntryManagerBase::CancelJobs(std::vector<std::wstring>& ids, std::vector
         const std::lock_guard lock(mutex);
         std::set<std::wstring> requested(ids.begin(), ids.end());
         for (const auto& job : jobList) {
-            if (TakeRequested(*job, requested)) {
+            if (queue::TakeRequested(job->GetId(), job->GetSeqId(), requested)) {
                 CancelJob(job, cancelled, waitList);
             }
         }
@@ -49,11 +50,12 @@ bool JobEntryManagerBase::CancelJobs(std::vector<std::wstring>& ids, std::vector
 
 void JobEntryManagerBase::CancelJob(const std::shared_ptr<JobEntry>& job, std::vector<JobStatusInfo>& cancelled,
                                     WaitList& waitList) {
-    if (job->GetStatus() == JobStatus::Queued) {
-        job->ChangeStatus(JobStatus::Dequeued);
-        cancelled.push_back(job->GetJobStatusInfo());
-    } else if (job->GetStatus() == JobStatus::Running) {
+    const std::optional<JobStatus> next = queue::AfterCancel(job->GetStatus());
+    if (next == JobStatus::Canceling) {
         CancelRunningJob(job, cancelled, waitList);
+    } else if (next) {
+        job->ChangeStatus(*next);
+        cancelled.push_back(job->GetJobStatusInfo());
     }
 }
 

@@ -2,9 +2,8 @@
 
 #include "CommonControllerLib/ControllerLogManager.h"
 #include "ControllerCSWrapper/ControllerCSWrapper.h"
-#include "engine/RequestedJobs.h"
+#include "engine/Queue.h"
 #include "fault_points/FaultPoint.h"
-#include "formats/JobStates.h"
 #include "text/Numbers.h"
 
 #include <iterator>
@@ -13,7 +12,7 @@ namespace {
 
 /// An active job is never deleted, and what named it stays requested.
 bool TakeDeletable(JobEntry& job, std::set<std::wstring>& requested) {
-    return !IsActive(job.GetStatus()) && TakeRequested(job, requested);
+    return queue::CanDelete(job.GetStatus()) && queue::TakeRequested(job.GetId(), job.GetSeqId(), requested);
 }
 
 /// The path is the text up to its first U+0000. A folder that stays behind is no reason to keep the job.

@@ -3,8 +3,8 @@
 #include "CommonControllerLib/ControllerLogManager.h"
 #include "ControllerCSWrapper/ControllerCSWrapper.h"
 #include "engine/ModuleCall.h"
+#include "engine/Queue.h"
 #include "fault_points/FaultPoint.h"
-#include "formats/JobStates.h"
 #include "platform/system/Clock.h"
 #include "text/Numbers.h"
 
@@ -53,7 +53,7 @@ bool JobEntryManagerBase::IsSuspendJobExecution() {
 }
 
 bool JobEntryManagerBase::StartJob(JobEntry& job, Callback callback, std::vector<JobStatusInfo>& updated) {
-    if (job.GetStatus() != JobStatus::Queued) {
+    if (!queue::CanStart(job.GetStatus())) {
         return false;
     }
     job.ChangeStatus(JobStatus::Running);

@@ -1,7 +1,7 @@
 #include "CommonControllerLib/JobEntryManagerBase.h"
 
 #include "CommonControllerLib/PathFuncs.h"
-#include "engine/SequentialNumber.h"
+#include "engine/Queue.h"
 #include "engine/UniqueId.h"
 #include "platform/files/FileSystem.h"
 
@@ -16,7 +16,7 @@ std::wstring JobEntryManagerBase::CreateUniqueId(std::random_device& device) {
 }
 
 int JobEntryManagerBase::CreateSequentialId() {
-    return std::exchange(nextSeqId, NumberAfter(nextSeqId));
+    return std::exchange(nextSeqId, queue::NumberAfter(nextSeqId));
 }
 
 bool JobEntryManagerBase::FindJobEntry(const std::wstring& id, std::shared_ptr<JobEntry>& entry) {

@@ -2,9 +2,8 @@
 
 #include "CommonControllerLib/ControllerLogManager.h"
 #include "ControllerCSWrapper/ControllerCSWrapper.h"
-#include "engine/SequentialNumber.h"
+#include "engine/Queue.h"
 #include "fault_points/FaultPoint.h"
-#include "formats/JobStates.h"
 #include "platform/system/Clock.h"
 
 JobEntryManagerBase::JobEntryManagerBase(const FunctionManager* manager) : JobEntryManagerBase(manager, Loading()) {}
@@ -37,13 +36,10 @@ void JobEntryManagerBase::ReloadJobs(const Loading& loading) {
 }
 
 void JobEntryManagerBase::AdoptListedJob(JobEntry& job, const Loading& loading) {
-    if (job.GetSeqId() >= nextSeqId) {
-        nextSeqId = NumberAfter(job.GetSeqId());
-    }
-    // What the end of the last run interrupted is never resumed.
-    const bool stays = loading.keepsDequeued && job.GetStatus() == JobStatus::Dequeued;
-    if (!stays && !HasEnded(job.GetStatus())) {
-        job.ChangeStatus(JobStatus::Canceled);
+    nextSeqId = queue::NextNumber(nextSeqId, job.GetSeqId());
+    const JobStatus status = queue::AfterRestart(job.GetStatus(), loading.keepsDequeued);
+    if (status != job.GetStatus()) {
+        job.ChangeStatus(status);
     }
 }
 

@@ -1,8 +1,7 @@
 #include "CommonControllerLib/JobEntryManagerBase.h"
 
 #include "CommonControllerLib/ControllerLogManager.h"
-#include "engine/RequestedJobs.h"
-#include "formats/JobStates.h"
+#include "engine/Queue.h"
 #include "text/Numbers.h"
 
 #include <cstddef>
@@ -13,7 +12,7 @@ namespace {
 /// Takes the text that names this job, its id or else its number, out of what was asked for.
 std::optional<std::wstring> TakeName(const JobEntry& job, std::set<std::wstring>& requested) {
     ControllerLogManager::DebugLog(job.GetId());
-    std::optional<std::wstring> name = TakeRequested(job, requested);
+    std::optional<std::wstring> name = queue::TakeRequested(job.GetId(), job.GetSeqId(), requested);
     if (name != job.GetId()) {
         ControllerLogManager::DebugLog(numbers::DecimalText(job.GetSeqId()));
     }

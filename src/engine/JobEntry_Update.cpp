@@ -2,6 +2,7 @@
 
 #include "CommonControllerLib/PathFuncs.h"
 #include "ControllerCSWrapper/ControllerCSWrapper.h"
+#include "engine/Queue.h"
 #include "fault_points/FaultPoint.h"
 #include "formats/RunFileNames.h"
 #include "platform/files/FileSystem.h"
@@ -82,20 +83,16 @@ void JobEntry::Finish() {
     if (info.progress != finished) {
         UpdateProgress(finished, L"");
     }
-    if (info.status == JobStatus::Canceling) {
-        ChangeStatus(JobStatus::Canceled);
-    } else {
-        TakeResult(ending);
-    }
+    const bool hasSucceeded = info.status != JobStatus::Canceling && TakeResult(ending);
+    ChangeStatus(queue::AfterEnd(info.status, hasSucceeded));
     fault_points::ReachFaultPoint(fault_points::FaultPoint::ResultRead);
 }
 
-void JobEntry::TakeResult(const std::wstring& ending) {
+bool JobEntry::TakeResult(const std::wstring& ending) {
     const std::wstring path = PathFuncs::Join(info.workDir, run_protocol::resultFileName);
     const Result result(path);
     if (result.isRead && result.succeeded) {
-        ChangeStatus(JobStatus::Success);
-        return;
+        return true;
     }
     if (result.SaysWhy()) {
         failure.clear();
@@ -104,5 +101,5 @@ void JobEntry::TakeResult(const std::wstring& ending) {
     } else if (failure.empty()) {
         failure = L"The job's process " + ending + L", and " + WhyThereIsNoResult(info.workDir, path);
     }
-    ChangeStatus(JobStatus::Failed);
+    return false;
 }
