@@ -1,5 +1,6 @@
 #include "frontend/ResponseFlags.h"
 
+#include "platform/system/NeverDestroyed.h"
 #include "platform/system/Sleep.h"
 
 #include <condition_variable>
@@ -15,7 +16,7 @@ struct Change {
 
 /// Of either flag. Never destroyed: an answer may come until the process has ended.
 Change& TheChange() {
-    static Change& change = *new Change;
+    static Change& change = platform::MakeNeverDestroyed<Change>();
     return change;
 }
 

@@ -9,6 +9,7 @@
 #include "platform/files/FileSystem.h"
 #include "platform/files/NativePath.h"
 #include "platform/system/Environment.h"
+#include "platform/system/NeverDestroyed.h"
 #include "services/SettingsExposure.h"
 #include "services/SettingsFile.h"
 #include "services/log/LogFile.h"
@@ -177,7 +178,7 @@ private:
 
 /// Never destroyed: the log may ask for its path from other people's destructors.
 Store& TheStore() {
-    static Store& store = *std::make_unique<Store>().release();
+    static Store& store = platform::MakeNeverDestroyed<Store>();
     return store;
 }
 

@@ -1,4 +1,5 @@
 #include "transport/event_delivery/DeliveryThread.h"
+#include "platform/system/NeverDestroyed.h"
 
 #include <memory>
 #include <set>
@@ -32,7 +33,7 @@ private:
 };
 
 RunningThreads& TheRunningThreads() {
-    static RunningThreads& threads = *std::make_unique<RunningThreads>().release();
+    static RunningThreads& threads = platform::MakeNeverDestroyed<RunningThreads>();
     return threads;
 }
 

@@ -1,4 +1,5 @@
 #include "CommonControllerLib/Export.h"
+#include "platform/system/NeverDestroyed.h"
 #include "transport/in_process/Line.h"
 #include "transport/in_process/TransmitterId.h"
 
@@ -13,8 +14,8 @@ namespace {
 /// The line of this name; made when first asked for, stays for the life of the process.
 Line& LineCalled(const std::wstring& name) {
     // Never destroyed: its threads may still run while the process ends.
-    static std::mutex& mutex = *new std::mutex;
-    static auto& lines = *new std::map<std::wstring, Line>;
+    static std::mutex& mutex = platform::MakeNeverDestroyed<std::mutex>();
+    static auto& lines = platform::MakeNeverDestroyed<std::map<std::wstring, Line>>();
     const std::lock_guard lock(mutex);
     return lines[name];
 }

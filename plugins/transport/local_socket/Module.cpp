@@ -11,6 +11,7 @@
 
 #include "CommonControllerLib/Export.h"
 #include "ControllerCSWrapper/ControllerCSWrapper.h"
+#include "platform/system/NeverDestroyed.h"
 #include "services/ResponseTimeout.h"
 #include "text/Text.h"
 #include "transport/local_socket/ClientEnd.h"
@@ -122,7 +123,7 @@ private:
 Transmitters& TheTransmitters() {
     static Transmitters& transmitters = []() -> Transmitters& {
         RegisterExitHandler([] { TheTransmitters().Stop(); });
-        return *std::make_unique<Transmitters>().release();
+        return platform::MakeNeverDestroyed<Transmitters>();
     }();
     return transmitters;
 }

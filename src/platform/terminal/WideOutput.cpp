@@ -4,6 +4,7 @@
 #include <streambuf>
 #include <string>
 
+#include "platform/system/NeverDestroyed.h"
 #include "platform/terminal/Console.h"
 #include "text/EscapeControls.h"
 #include "text/Text.h"
@@ -40,7 +41,7 @@ protected:
 
 void MakeWideOutputUtf8() {
     // Never destroyed: the stream is flushed after everything else.
-    static WideOutput& output = *new WideOutput;
+    static WideOutput& output = MakeNeverDestroyed<WideOutput>();
     std::wcout.rdbuf(&output);
 }
 

@@ -10,6 +10,7 @@
 #include <spdlog/pattern_formatter.h>
 #include <spdlog/sinks/base_sink.h>
 
+#include "platform/system/NeverDestroyed.h"
 #include "services/log/LogText.h"
 #include "services/log/RotatingFile.h"
 
@@ -78,7 +79,7 @@ struct Log {
 
 /// Never destroyed: others may log from their own destructors when the process ends.
 Log& TheLog() {
-    static Log& log = *std::make_unique<Log>().release();
+    static Log& log = platform::MakeNeverDestroyed<Log>();
     return log;
 }
 

@@ -1,6 +1,5 @@
 #include "transport/local_socket/windows/EndpointAddress.h"
 
-#include <memory>
 #include <utility>
 #include <vector>
 
@@ -10,16 +9,13 @@
 #include <sddl.h>
 
 #include "platform/system/Error.h"
+#include "platform/system/windows/LocalMemory.h"
 #include "transport/local_socket/Limits.h"
 
 namespace local_socket {
 namespace {
 
-struct LocalFreer {
-    void operator()(void* memory) const { LocalFree(memory); }
-};
-template <typename T>
-using LocalMemory = std::unique_ptr<T, LocalFreer>;
+using platform::LocalMemory;
 
 std::wstring Failure(const std::wstring& what, const std::wstring& path, const std::wstring& why) {
     return what + L" " + path + L": " + why;

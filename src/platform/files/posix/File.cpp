@@ -8,6 +8,7 @@
 #include <unistd.h>
 
 #include "platform/files/posix/SystemPath.h"
+#include "platform/system/posix/Outcome.h"
 
 namespace platform {
 namespace {
@@ -20,10 +21,6 @@ int Open(const std::wstring& path, int flags, mode_t mode = 0666) {
 
 int Descriptor(std::intptr_t handle) {
     return static_cast<int>(handle);
-}
-
-Error OutcomeOf(int result) {
-    return result == -1 ? LastError() : Error{};
 }
 
 /// O_NONBLOCK: the open of a named pipe would wait for a reader. It changes nothing for files.

@@ -8,13 +8,10 @@
 
 #include "platform/files/FileSystemCalls.h"
 #include "platform/files/posix/SystemPath.h"
+#include "platform/system/posix/Outcome.h"
 
 namespace platform {
 namespace {
-
-Error OutcomeOf(int result) {
-    return result == -1 ? LastError() : Error{};
-}
 
 std::optional<struct stat> StatusOf(const std::wstring& path) {
     struct stat status = {};

@@ -1,27 +1,21 @@
 #include <algorithm>
 #include <cerrno>
-#include <memory>
 
-#include <dirent.h>
 #include <fcntl.h>
 #include <sys/stat.h>
 
 #include "platform/files/FileSystem.h"
 #include "platform/files/posix/CaseInsensitiveOrder.h"
+#include "platform/files/posix/FolderListing.h"
 #include "platform/files/posix/SystemPath.h"
 #include "text/Text.h"
 
 namespace platform {
 namespace {
 
-struct FolderCloser {
-    void operator()(DIR* folder) const { closedir(folder); }
-};
-using OpenFolder = std::unique_ptr<DIR, FolderCloser>;
-
-OpenFolder Open(const std::wstring& path) {
+FolderListing Open(const std::wstring& path) {
     const int descriptor = open(SystemPath(path).c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    return OpenFolder(descriptor == -1 ? nullptr : fdopendir(descriptor));
+    return FolderListing(descriptor == -1 ? nullptr : fdopendir(descriptor));
 }
 
 /// A name with a backslash would be taken apart as a path, and could lead out of the folder.
@@ -45,7 +39,7 @@ void Append(DIR* folder, const dirent& found, std::vector<FolderEntry>& entries)
 } // namespace
 
 Error ListFolder(const std::wstring& folder, std::vector<FolderEntry>& entries) {
-    const OpenFolder opened = Open(folder);
+    const FolderListing opened = Open(folder);
     if (!opened) {
         return LastError();
     }

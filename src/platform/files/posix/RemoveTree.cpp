@@ -1,10 +1,8 @@
 #include <cerrno>
-#include <memory>
 #include <string>
 #include <utility>
 #include <vector>
 
-#include <dirent.h>
 #include <fcntl.h>
 #include <sys/stat.h>
 #include <unistd.h>
@@ -12,6 +10,7 @@
 #include "fault_points/FaultPoint.h"
 #include "platform/files/FileSystem.h"
 #include "platform/files/PathRoot.h"
+#include "platform/files/posix/FolderListing.h"
 #include "platform/files/posix/SystemPath.h"
 
 namespace platform {
@@ -40,11 +39,6 @@ public:
 private:
     int value;
 };
-
-struct ListingCloser {
-    void operator()(DIR* listing) const { closedir(listing); }
-};
-using Listing = std::unique_ptr<DIR, ListingCloser>;
 
 /// A folder on the way from the root of the tree to where the removal stands.
 struct Level {
@@ -124,7 +118,7 @@ private:
 
     void RemoveFiles(std::vector<std::string>& folders) {
         const int duplicate = openat(current.Get(), ".", openFolderFlags);
-        const Listing listing(duplicate == -1 ? nullptr : fdopendir(duplicate));
+        const FolderListing listing(duplicate == -1 ? nullptr : fdopendir(duplicate));
         if (!listing) {
             Note(errno);
             return;

@@ -2,7 +2,6 @@
 
 #include <array>
 #include <cstddef>
-#include <memory>
 
 #include <windows.h>
 
@@ -10,6 +9,7 @@
 
 #include "platform/files/NativePath.h"
 #include "platform/files/windows/SystemPath.h"
+#include "platform/system/windows/LocalMemory.h"
 
 namespace platform {
 namespace {
@@ -17,10 +17,6 @@ namespace {
 constexpr DWORD anyChange = GENERIC_ALL | WRITE_DAC | WRITE_OWNER;
 constexpr DWORD changesOfFile = anyChange | GENERIC_WRITE | FILE_WRITE_DATA | FILE_APPEND_DATA;
 constexpr DWORD changesOfEntries = anyChange | FILE_DELETE_CHILD;
-
-struct LocalFreer {
-    void operator()(void* memory) const { LocalFree(memory); }
-};
 
 /// The rights that one entry of an access list gives to everybody.
 DWORD RightsForEverybody(ACL& list, DWORD index, PSID everybody) {
@@ -45,7 +41,7 @@ bool GivesEverybody(const std::wstring& path, DWORD rights) {
                               &descriptor) != ERROR_SUCCESS) {
         return false;
     }
-    const std::unique_ptr<void, LocalFreer> owned(descriptor);
+    const LocalMemory<void> owned(descriptor);
     std::array<std::byte, SECURITY_MAX_SID_SIZE> everybody{};
     DWORD size = SECURITY_MAX_SID_SIZE;
     CreateWellKnownSid(WinWorldSid, nullptr, everybody.data(), &size);

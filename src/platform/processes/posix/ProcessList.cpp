@@ -1,16 +1,15 @@
 #include "platform/processes/posix/ProcessList.h"
 
 #include <cstdlib>
-#include <memory>
 #include <string_view>
 
-#include <dirent.h>
+#include "platform/files/posix/FolderListing.h"
 
 namespace platform {
 
 std::vector<pid_t> ListProcesses() {
     std::vector<pid_t> processes;
-    const std::unique_ptr<DIR, int (*)(DIR*)> folder(opendir("/proc"), closedir);
+    const FolderListing folder(opendir("/proc"));
     while (const dirent* const entry = folder ? readdir(folder.get()) : nullptr) {
         if (std::string_view(entry->d_name).find_first_not_of("0123456789") == std::string_view::npos) {
             processes.push_back(static_cast<pid_t>(std::strtol(entry->d_name, nullptr, 10)));
