@@ -5,7 +5,6 @@
 
 #include "text/CodeUnits.h"
 #include "text/EscapeControls.h"
-#include "text/Text.h"
 #include "text/Utf8.h"
 
 namespace controller_cli {
@@ -20,7 +19,7 @@ bool IsBeginning(std::string_view text) {
 
 void AppendShown(std::uint32_t character, std::string& shown) {
     if (character != '\n' && character != '\t' && text::IsControlOrBidi(character)) {
-        shown += text::ToUtf8(text::Escaped(std::wstring(1, static_cast<wchar_t>(character))));
+        shown += text::EscapedUtf8(std::wstring(1, static_cast<wchar_t>(character)));
     } else {
         text::AppendUtf8(shown, text::IsSurrogate(character) ? text::replacementCharacter : character);
     }

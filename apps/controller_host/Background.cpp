@@ -11,7 +11,6 @@
 #include "platform/terminal/Console.h"
 #include "services/Settings.h"
 #include "text/EscapeControls.h"
-#include "text/Text.h"
 
 namespace {
 
@@ -19,7 +18,7 @@ namespace {
 constexpr std::chrono::seconds startLimit{30};
 
 HostExit Refuse(const std::wstring& problem, HostExit code = HostExit::CouldNotRun) {
-    platform::WriteErrorOutput("controller_host: " + text::ToUtf8(text::Escaped(problem)) + "\n");
+    platform::WriteErrorOutput("controller_host: " + text::EscapedUtf8(problem) + "\n");
     return code;
 }
 
@@ -49,7 +48,7 @@ HostExit OutcomeOf(void* host) {
 /// The host has them in its log alone: nobody sees its terminal. A front end that starts a host shows them, too.
 void TellProblems() {
     for (const std::wstring& problem : start_checks::Problems(*settings::Current())) {
-        platform::WriteErrorOutput("controller_host: warning: " + text::ToUtf8(text::Escaped(problem)) + "\n");
+        platform::WriteErrorOutput("controller_host: warning: " + text::EscapedUtf8(problem) + "\n");
     }
 }
 

@@ -27,13 +27,12 @@
 #include "platform/terminal/Console.h"
 #include "services/Settings.h"
 #include "text/EscapeControls.h"
-#include "text/Text.h"
 
 namespace {
 
 HostExit Refuse(HostExit code, const std::wstring& problem) {
     ControllerLogManager::ErrorLog(problem);
-    platform::WriteErrorOutput("controller_host: " + text::ToUtf8(text::Escaped(problem)) + "\n");
+    platform::WriteErrorOutput("controller_host: " + text::EscapedUtf8(problem) + "\n");
     return code;
 }
 

@@ -7,12 +7,11 @@
 #include "platform/terminal/Console.h"
 #include "services/Settings.h"
 #include "text/EscapeControls.h"
-#include "text/Text.h"
 
 namespace {
 
 std::string Line(const std::wstring& text) {
-    return text::ToUtf8(text::Escaped(text)) + "\n";
+    return text::EscapedUtf8(text) + "\n";
 }
 
 } // namespace

@@ -24,8 +24,8 @@ HostExit Run(const HostOptions& options) {
     case HostOptions::Mode::Version:
         return Print("controller_host " CONTROLLER_VERSION "\n");
     case HostOptions::Mode::Wrong:
-        platform::WriteErrorOutput("controller_host: '" + text::ToUtf8(text::Escaped(options.problem)) +
-                                   "' is no option.\n\n" + hostUsage);
+        platform::WriteErrorOutput("controller_host: '" + text::EscapedUtf8(options.problem) + "' is no option.\n\n" +
+                                   hostUsage);
         return HostExit::WrongUse;
     case HostOptions::Mode::Status:
         return PrintHostStatus();
@@ -39,7 +39,7 @@ HostExit Run(const HostOptions& options) {
 
 HostExit Fail(const std::wstring& problem) {
     ControllerLogManager::ErrorLog(problem);
-    platform::WriteErrorOutput("controller_host: " + text::ToUtf8(text::Escaped(problem)) + "\n");
+    platform::WriteErrorOutput("controller_host: " + text::EscapedUtf8(problem) + "\n");
     return HostExit::CouldNotRun;
 }
 

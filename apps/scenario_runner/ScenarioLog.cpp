@@ -15,14 +15,14 @@ constexpr std::string_view cutNotice = "[Earlier output was cut; only the end is
 constexpr std::size_t smallestLimit = 1024;
 constexpr std::size_t largestLimit = std::size_t{1} << 30;
 
-platform::Error OpenAnew(platform::OutputFile& file, const std::wstring& path) {
-    const platform::Error error = file.Open(path, true, platform::AppendTo::RegularFile);
+platform::Error OpenAnew(platform::File& file, const std::wstring& path) {
+    const platform::Error error = file.OpenForAppending(path, true, platform::AppendTo::RegularFile);
     if (error.kind != platform::ErrorKind::NotSupported) {
         return error;
     }
     // A link or the like gives way itself; where it does not, the second attempt says why.
     (void)platform::RemoveFile(path);
-    return file.Open(path, true, platform::AppendTo::RegularFile);
+    return file.OpenForAppending(path, true, platform::AppendTo::RegularFile);
 }
 
 /// The last `length` bytes, from the beginning of a line on, or at least of a character.
@@ -83,7 +83,7 @@ void ScenarioLog::CutToLimit(bool atAnyCost) {
 // In place: a reader that follows the file keeps it, and no second copy lies on the disk meanwhile. The old file is
 // closed only when the new one is open, for there would be nothing to write to.
 bool ScenarioLog::StartAgainWith(std::string_view end) {
-    platform::OutputFile fresh;
+    platform::File fresh;
     if (OpenAnew(fresh, path)) {
         return false;
     }

@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-#include "platform/files/OutputFile.h"
+#include "platform/files/File.h"
 #include "platform/system/Error.h"
 
 namespace scenario_runner {
@@ -32,7 +32,7 @@ private:
 
     std::wstring path;
     std::size_t limit;
-    platform::OutputFile file;
+    platform::File file;
 };
 
 } // namespace scenario_runner

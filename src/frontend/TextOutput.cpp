@@ -3,7 +3,7 @@
 #include "platform/terminal/LineEnd.h"
 
 platform::Error TextOutput::Open(const std::wstring& path) {
-    return file.Open(path, true);
+    return file.OpenForAppending(path, true);
 }
 
 platform::Error TextOutput::Write(std::string_view lines) {

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "CommonControllerLib/Export.h"
-#include "platform/files/OutputFile.h"
+#include "platform/files/File.h"
 
 #include <string>
 #include <string_view>
@@ -19,5 +19,5 @@ public:
     static std::string WithLineEndsOfSystem(std::string_view lines);
 
 private:
-    platform::OutputFile file;
+    platform::File file;
 };

@@ -4,6 +4,7 @@
 
 #include "text/CodeUnits.h"
 #include "text/Hexadecimal.h"
+#include "text/Text.h"
 
 namespace text {
 namespace {
@@ -51,6 +52,10 @@ std::wstring Escaped(std::wstring_view text) {
         text.remove_prefix(taken.length);
     }
     return escaped;
+}
+
+std::string EscapedUtf8(std::wstring_view text) {
+    return ToUtf8(Escaped(text));
 }
 
 } // namespace text

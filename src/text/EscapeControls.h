@@ -14,4 +14,7 @@ bool IsControlOrBidi(std::uint32_t character);
 /// The text with such characters, and lone surrogates, written as they are in C ("\n", "\u001b").
 std::wstring Escaped(std::wstring_view text);
 
+/// The escaped text as UTF-8.
+std::string EscapedUtf8(std::wstring_view text);
+
 } // namespace text

@@ -2,8 +2,8 @@
 
 #include <gtest/gtest.h>
 
+#include "platform/files/File.h"
 #include "platform/files/FileSystem.h"
-#include "platform/files/OutputFile.h"
 #include "scenario_runner/UnreadableFile.h"
 #include "support/TemporaryFolder.h"
 
@@ -111,8 +111,8 @@ TEST_F(ScenarioLogTest, AnEarlierLogIsReplaced) {
 
 TEST_F(ScenarioLogTest, OfALogThatSomebodyElseMadeLongTheEndIsKept) {
     AppendEach(1, 100);
-    platform::OutputFile scenario;
-    ASSERT_FALSE(scenario.Open(path, false));
+    platform::File scenario;
+    ASSERT_FALSE(scenario.OpenForAppending(path, false));
     ASSERT_FALSE(scenario.Write(Lines(101, 2000)));
     AppendEach(2001, 2001);
     EXPECT_EQ(Content(), notice + Lines(1802, 2001));

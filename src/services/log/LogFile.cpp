@@ -11,8 +11,8 @@
 #include <spdlog/sinks/base_sink.h>
 
 #include "platform/system/NeverDestroyed.h"
-#include "services/log/LogText.h"
 #include "services/log/RotatingFile.h"
+#include "text/EscapeControls.h"
 
 namespace log_file {
 namespace {
@@ -144,7 +144,7 @@ bool Takes(Level level) noexcept {
 }
 
 void Write(Level level, const std::wstring& message) noexcept {
-    Quietly([&] { TheLog().logger.log(NativeLevel(level), LogText(message)); });
+    Quietly([&] { TheLog().logger.log(NativeLevel(level), text::EscapedUtf8(message)); });
 }
 
 } // namespace log_file

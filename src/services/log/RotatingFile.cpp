@@ -81,10 +81,10 @@ void RotatingFile::LookAfterFile() {
 void RotatingFile::OpenFile() {
     // Before it is opened: when another process renames it in between, the next look finds that it is not this one.
     const std::optional<platform::FileIdentity> named = platform::IdentityOf(currentPath);
-    platform::OutputFile opened;
+    platform::File opened;
     platform::Error error = platform::EnsurePrivateFolders(platform::ParentFolder(currentPath));
     if (!error) {
-        error = opened.Open(currentPath, false, platform::AppendTo::FileOrDevice);
+        error = opened.OpenForAppending(currentPath, false, platform::AppendTo::FileOrDevice);
     }
     if (error) {
         return ComplainOnce(error);

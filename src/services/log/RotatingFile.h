@@ -1,7 +1,7 @@
 #pragma once
 
+#include "platform/files/File.h"
 #include "platform/files/FileSystem.h"
-#include "platform/files/OutputFile.h"
 
 #include <cstdint>
 #include <optional>
@@ -49,7 +49,7 @@ private:
 
     const RotationLimits limits;
     std::wstring currentPath;
-    platform::OutputFile file;
+    platform::File file;
     std::optional<platform::FileIdentity> identity;
     std::uint64_t size = 0;
     /// The size at which to rotate; above the limit after an attempt that failed.

@@ -1,4 +1,4 @@
-#include "platform/files/OutputFile.h"
+#include "platform/files/File.h"
 
 #include <utility>
 
@@ -12,18 +12,18 @@ namespace {
 
 using platform::AppendTo;
 using platform::ErrorKind;
-using platform::OutputFile;
+using platform::File;
 
-class OutputFileTest : public testing::Test {
+class FileAppendingTest : public testing::Test {
 protected:
     TemporaryFolder folder;
     const std::wstring path = folder / L"controller.log";
 };
 
-TEST_F(OutputFileTest, AppendsToWhatIsThere) {
+TEST_F(FileAppendingTest, AppendsToWhatIsThere) {
     WriteTextFile(path, "old\r\n");
-    OutputFile file;
-    ASSERT_FALSE(file.Open(path, false));
+    File file;
+    ASSERT_FALSE(file.OpenForAppending(path, false));
     EXPECT_EQ(file.Size(), 5u);
     EXPECT_FALSE(file.Write("new\n"));
     EXPECT_FALSE(file.Write(""));
@@ -31,75 +31,75 @@ TEST_F(OutputFileTest, AppendsToWhatIsThere) {
     EXPECT_EQ(ReadTextFile(path), "old\r\nnew\n");
 }
 
-TEST_F(OutputFileTest, CreatesTheFileOrDropsItsContent) {
-    OutputFile file;
-    ASSERT_FALSE(file.Open(path, true));
+TEST_F(FileAppendingTest, CreatesTheFileOrDropsItsContent) {
+    File file;
+    ASSERT_FALSE(file.OpenForAppending(path, true));
     EXPECT_FALSE(file.Write("first"));
-    ASSERT_FALSE(file.Open(path, true));
+    ASSERT_FALSE(file.OpenForAppending(path, true));
     EXPECT_EQ(file.Size(), 0u);
     EXPECT_FALSE(file.Write("second"));
     EXPECT_EQ(ReadTextFile(path), "second");
 }
 
-TEST_F(OutputFileTest, TwoWritersDoNotOverwriteEachOther) {
-    OutputFile left;
-    OutputFile right;
-    ASSERT_FALSE(left.Open(path, false));
-    ASSERT_FALSE(right.Open(path, false));
+TEST_F(FileAppendingTest, TwoWritersDoNotOverwriteEachOther) {
+    File left;
+    File right;
+    ASSERT_FALSE(left.OpenForAppending(path, false));
+    ASSERT_FALSE(right.OpenForAppending(path, false));
     EXPECT_FALSE(left.Write("a"));
     EXPECT_FALSE(right.Write("b"));
     EXPECT_FALSE(left.Write("c"));
     EXPECT_EQ(ReadTextFile(path), "abc");
 }
 
-TEST_F(OutputFileTest, TheFileCanBeRenamedWhileItIsOpen) {
-    OutputFile file;
-    ASSERT_FALSE(file.Open(path, false));
+TEST_F(FileAppendingTest, TheFileCanBeRenamedWhileItIsOpen) {
+    File file;
+    ASSERT_FALSE(file.OpenForAppending(path, false));
     EXPECT_FALSE(file.Write("a"));
     EXPECT_FALSE(platform::RenameFile(path, folder / L"controller.1.log"));
     EXPECT_FALSE(file.Write("b"));
     EXPECT_EQ(ReadTextFile(folder / L"controller.1.log"), "ab");
 }
 
-TEST_F(OutputFileTest, WithoutAFileThereIsNothing) {
-    OutputFile file;
+TEST_F(FileAppendingTest, WithoutAFileThereIsNothing) {
+    File file;
     EXPECT_FALSE(file.IsOpen());
     EXPECT_EQ(file.Size(), 0u);
     EXPECT_TRUE(file.Write("x"));
-    EXPECT_EQ(file.Open(folder / L"missing\\file", false).kind, ErrorKind::NotFound);
+    EXPECT_EQ(file.OpenForAppending(folder / L"missing\\file", false).kind, ErrorKind::NotFound);
     EXPECT_FALSE(file.IsOpen());
 }
 
-TEST_F(OutputFileTest, ALinkInPlaceOfARegularFileIsRefused) {
+TEST_F(FileAppendingTest, ALinkInPlaceOfARegularFileIsRefused) {
     WriteTextFile(folder / L"precious", "content");
     if (!MakeLink(folder / L"precious", path)) {
         GTEST_SKIP() << "no symbolic links here";
     }
-    OutputFile file;
-    EXPECT_EQ(file.Open(path, true, AppendTo::RegularFile).kind, ErrorKind::NotSupported);
+    File file;
+    EXPECT_EQ(file.OpenForAppending(path, true, AppendTo::RegularFile).kind, ErrorKind::NotSupported);
     EXPECT_FALSE(file.IsOpen());
     EXPECT_EQ(ReadTextFile(folder / L"precious"), "content");
-    EXPECT_FALSE(file.Open(path, true, AppendTo::FileOrDevice));
+    EXPECT_FALSE(file.OpenForAppending(path, true, AppendTo::FileOrDevice));
     EXPECT_EQ(ReadTextFile(folder / L"precious"), "");
 }
 
-TEST_F(OutputFileTest, ANamedPipeInPlaceOfAFileIsRefusedWithoutWaiting) {
+TEST_F(FileAppendingTest, ANamedPipeInPlaceOfAFileIsRefusedWithoutWaiting) {
     if (!MakeNamedPipe(path)) {
         GTEST_SKIP() << "no named pipes among the files here";
     }
-    OutputFile file;
-    EXPECT_EQ(file.Open(path, true, AppendTo::RegularFile).kind, ErrorKind::NotSupported);
-    EXPECT_EQ(file.Open(path, false, AppendTo::FileOrDevice).kind, ErrorKind::NotSupported);
+    File file;
+    EXPECT_EQ(file.OpenForAppending(path, true, AppendTo::RegularFile).kind, ErrorKind::NotSupported);
+    EXPECT_EQ(file.OpenForAppending(path, false, AppendTo::FileOrDevice).kind, ErrorKind::NotSupported);
     platform::File reader;
     EXPECT_EQ(reader.OpenForReading(path).kind, ErrorKind::NotSupported);
 }
 
-TEST_F(OutputFileTest, MovingHandsTheFileOver) {
-    OutputFile first;
-    ASSERT_FALSE(first.Open(path, false));
-    OutputFile second = std::move(first);
+TEST_F(FileAppendingTest, MovingHandsTheFileOver) {
+    File first;
+    ASSERT_FALSE(first.OpenForAppending(path, false));
+    File second = std::move(first);
     EXPECT_FALSE(second.Write("a"));
-    OutputFile third;
+    File third;
     third = std::move(second);
     EXPECT_FALSE(third.Write("b"));
     third.Close();
