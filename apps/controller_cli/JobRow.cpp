@@ -7,6 +7,7 @@
 
 #include "controller_cli/JobFiles.h"
 #include "formats/JobStates.h"
+#include "text/Text.h"
 
 namespace controller_cli {
 namespace {
@@ -81,6 +82,10 @@ std::optional<std::int64_t> ReadUtc(const std::wstring& text) {
 }
 
 } // namespace
+
+std::wstring StatusName(JobStatus status) {
+    return status == unlistedStatus ? L"Deleted" : text::FromUtf8(JobStatusString(status));
+}
 
 JobRow ViewOf(const JobListInfo& job) {
     JobRow view;

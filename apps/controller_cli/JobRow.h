@@ -26,6 +26,9 @@ struct JobRow {
     std::wstring workFolder;
 };
 
+/// The name of a status in documents and in the keys of texts; "Deleted" for `unlistedStatus`.
+std::wstring StatusName(JobStatus status);
+
 /// Reads what the job's work directory says.
 JobRow ViewOf(const JobListInfo& job);
 

@@ -6,14 +6,9 @@
 #include "controller_cli/Table.h"
 #include "formats/JobStates.h"
 #include "platform/files/NativePath.h"
-#include "text/Text.h"
 
 namespace controller_cli {
 namespace {
-
-std::wstring StatusName(JobStatus status) {
-    return status == unlistedStatus ? L"Deleted" : text::FromUtf8(JobStatusString(status));
-}
 
 Colour ColourOf(JobStatus status) {
     switch (status) {

@@ -4,11 +4,9 @@
 #include <iterator>
 #include <tuple>
 
-#include "formats/JobStates.h"
 #include "formats/json/RecordLayouts.h"
 #include "formats/json/Writing.h"
 #include "platform/files/NativePath.h"
-#include "text/Text.h"
 
 namespace controller_cli {
 namespace {
@@ -61,7 +59,7 @@ JobReport ReportOf(const JobRow& view) {
     JobReport report;
     report.number = job.seqId;
     report.id = job.id;
-    report.status = job.status == unlistedStatus ? L"Deleted" : text::FromUtf8(JobStatusString(job.status));
+    report.status = StatusName(job.status);
     report.progress = view.progress;
     report.message = view.message;
     report.scenario = job.scenario.displayName;

@@ -34,10 +34,11 @@ JobEntry* HostEngine::CreateNewJobEntry(const JobListInfo* info) {
 
 bool HostEngine::IsSuspendJobExecution() {
     const auto isActive = [](const auto& job) { return IsActive(job->GetStatus()); };
-    const auto isQueued = [](const auto& job) { return job->GetStatus() == JobStatus::Queued; };
+    const auto canStart = [](const auto& job) { return queue::CanStart(job->GetStatus()); };
     const auto active = std::count_if(jobList.begin(), jobList.end(), isActive);
-    return active >= settings::Current()->parallelJobs ||
-           (active > 0 && std::none_of(nextJob, jobList.end(), isQueued));
+    // The settings file is looked at only where a job waits.
+    return active > 0 &&
+           (std::none_of(nextJob, jobList.end(), canStart) || active >= settings::Current()->parallelJobs);
 }
 
 void HostEngine::WriteJobList() {

@@ -10,12 +10,6 @@ using controller_cli::ProgressScreen;
 
 class ProgressScreenTest : public CommandContextFixture {
 protected:
-    void OnTerminal(std::size_t width, std::size_t height) {
-        console.isTerminal = true;
-        console.width = width;
-        console.height = height;
-    }
-
     /// What was written since the last look.
     std::string TakeOutput() { return std::exchange(console.output, {}); }
 
@@ -39,7 +33,7 @@ TEST_F(ProgressScreenTest, OnlyATerminalIsShownAgainByTime) {
 }
 
 TEST_F(ProgressScreenTest, ATableThatIsTheSameIsNotDrawnAgain) {
-    OnTerminal(60, 24);
+    console.BecomeTerminal(60, 24);
     ProgressScreen screen(context, board);
     screen.Show({});
     EXPECT_TRUE(TakeOutput().ends_with("Queued: 1, running: 1, ended: 0\x1b[K\n\x1b[J"));
@@ -48,7 +42,7 @@ TEST_F(ProgressScreenTest, ATableThatIsTheSameIsNotDrawnAgain) {
 }
 
 TEST_F(ProgressScreenTest, AClockThatRunsOnIsDrawnWithoutAChange) {
-    OnTerminal(60, 24);
+    console.BecomeTerminal(60, 24);
     JobListInfo job = Job(1, L"a.stl", JobStatus::Running);
     job.startTime = L"2026-03-05T07:10:00Z";
     const JobModel running({job});
@@ -63,7 +57,7 @@ TEST_F(ProgressScreenTest, AClockThatRunsOnIsDrawnWithoutAChange) {
 }
 
 TEST_F(ProgressScreenTest, AClearedTableIsDrawnWhereTheCursorIs) {
-    OnTerminal(60, 24);
+    console.BecomeTerminal(60, 24);
     ProgressScreen screen(context, board);
     screen.Clear();
     EXPECT_EQ(TakeOutput(), "");
@@ -78,7 +72,7 @@ TEST_F(ProgressScreenTest, AClearedTableIsDrawnWhereTheCursorIs) {
 }
 
 TEST_F(ProgressScreenTest, WhatHadEndedBeforeOrIsDeletedHasNoRow) {
-    OnTerminal(60, 24);
+    console.BecomeTerminal(60, 24);
     JobModel jobs({Job(1, L"a.stl", JobStatus::Success), Job(2, L"b.stl", JobStatus::Running)});
     ProgressScreen screen(context, jobs);
     screen.Show({});
@@ -91,7 +85,7 @@ TEST_F(ProgressScreenTest, WhatHadEndedBeforeOrIsDeletedHasNoRow) {
 }
 
 TEST_F(ProgressScreenTest, TheLowestTerminalHasOneRow) {
-    OnTerminal(60, 1);
+    console.BecomeTerminal(60, 1);
     ProgressScreen screen(context, board);
     screen.Show({});
     const std::string table = TakeOutput();

@@ -35,6 +35,12 @@ public:
     }
     void WriteError(std::wstring_view text) override { errors += text::ToUtf8(text); }
     void* ReaderGone() const override { return readerGone; }
+    void BecomeTerminal(std::size_t terminalWidth, std::size_t terminalHeight) {
+        isTerminal = true;
+        width = terminalWidth;
+        height = terminalHeight;
+    }
+
     bool IsTerminal() const override { return isTerminal; }
     bool HasColours() const override { return hasColours; }
     std::size_t Width() const override { return width; }

@@ -6,12 +6,6 @@ namespace {
 
 class WatchTest : public FrontEndFixture {
 protected:
-    void OnTerminal(std::size_t width, std::size_t height) {
-        console.isTerminal = true;
-        console.width = width;
-        console.height = height;
-    }
-
     /// The numbers of the jobs in the table that was drawn last, from above.
     std::vector<std::string> NumbersInLastTable() const {
         std::istringstream lines(console.output.substr(console.output.rfind("Job  State")));
@@ -35,7 +29,7 @@ TEST_F(WatchTest, WithoutATerminalEachChangeIsALine) {
 }
 
 TEST_F(WatchTest, OnATerminalATableIsDrawnOver) {
-    OnTerminal(100, 24);
+    console.BecomeTerminal(100, 24);
     host.jobs = {Job(1, L"a.stl", JobStatus::Success), Job(2, L"b.stl", JobStatus::Queued)};
     Script({[this] { host.Report(Status(2, JobStatus::Running, 45)); }});
     EXPECT_EQ(Run({L"--watch"}), 0);
@@ -54,7 +48,7 @@ TEST_F(WatchTest, OnATerminalATableIsDrawnOver) {
 }
 
 TEST_F(WatchTest, ALowTerminalShowsWhatRunsFirst) {
-    OnTerminal(60, 5);
+    console.BecomeTerminal(60, 5);
     host.jobs = {Job(1, L"a.stl", JobStatus::Queued), Job(2, L"b.stl", JobStatus::Running),
                  Job(3, L"c.stl", JobStatus::Queued), Job(4, L"d.stl", JobStatus::Canceling)};
     Script({});
@@ -66,7 +60,7 @@ TEST_F(WatchTest, ALowTerminalShowsWhatRunsFirst) {
 }
 
 TEST_F(WatchTest, WhatRunsAndTheLatestEndsStayInView) {
-    OnTerminal(60, 6);
+    console.BecomeTerminal(60, 6);
     for (std::int32_t number = 1; number <= 5; ++number) {
         host.jobs.push_back(Job(number, std::to_wstring(number) + L".stl", JobStatus::Queued));
     }
@@ -81,7 +75,7 @@ TEST_F(WatchTest, WhatRunsAndTheLatestEndsStayInView) {
 }
 
 TEST_F(WatchTest, EndsAreShownLatestFirstBelowWhatWaits) {
-    OnTerminal(60, 24);
+    console.BecomeTerminal(60, 24);
     host.jobs = {Job(1, L"a.stl", JobStatus::Queued), Job(2, L"b.stl", JobStatus::Queued),
                  Job(3, L"c.stl", JobStatus::Queued), Job(4, L"d.stl", JobStatus::Queued)};
     Script({[this] {
@@ -94,7 +88,7 @@ TEST_F(WatchTest, EndsAreShownLatestFirstBelowWhatWaits) {
 }
 
 TEST_F(WatchTest, WaitingJobsTakeTheRoomThatNoEndNeeds) {
-    OnTerminal(60, 6);
+    console.BecomeTerminal(60, 6);
     host.jobs = {Job(1, L"a.stl", JobStatus::Queued), Job(2, L"b.stl", JobStatus::Queued),
                  Job(3, L"c.stl", JobStatus::Queued), Job(4, L"d.stl", JobStatus::Queued)};
     Script({});
@@ -103,10 +97,10 @@ TEST_F(WatchTest, WaitingJobsTakeTheRoomThatNoEndNeeds) {
 }
 
 TEST_F(WatchTest, ATerminalOfAnotherSizeIsCleared) {
-    OnTerminal(60, 24);
+    console.BecomeTerminal(60, 24);
     host.jobs = {Job(1, L"a.stl", JobStatus::Queued)};
     Script({[this] {
-                OnTerminal(60, 48);
+                console.BecomeTerminal(60, 48);
                 host.Report(Status(1, JobStatus::Running));
             },
             [this] { host.Report(Status(1, JobStatus::Running, 50)); }});
@@ -118,7 +112,7 @@ TEST_F(WatchTest, ATerminalOfAnotherSizeIsCleared) {
 }
 
 TEST_F(WatchTest, WhatLooksTheSameIsNotDrawnAgain) {
-    OnTerminal(60, 24);
+    console.BecomeTerminal(60, 24);
     host.jobs = {Job(1, L"a.stl", JobStatus::Running)};
     host.onAnswered = [this](const std::wstring&) {
         host.Report(Status(1, JobStatus::Running));
@@ -129,7 +123,7 @@ TEST_F(WatchTest, WhatLooksTheSameIsNotDrawnAgain) {
 }
 
 TEST_F(WatchTest, NoLineReachesTheLastColumn) {
-    OnTerminal(40, 24);
+    console.BecomeTerminal(40, 24);
     host.jobs = {Job(1, L"a-very-long-name-of-an-input-file.stl", JobStatus::Running)};
     Script({});
     EXPECT_EQ(Run({L"--watch"}), 0);

@@ -31,10 +31,10 @@ void WaitUntilDisconnected(const ClientEnd& client) {
 /// On a loaded machine a pipe can be busy for longer than one attempt to connect lasts.
 bool SendInTime(ClientEnd& client, const std::wstring& eventName, const std::wstring& payload) {
     const auto end = std::chrono::steady_clock::now() + test_support::patience;
-    bool isSent = client.SendEvent(eventName, payload);
-    while (!isSent && std::chrono::steady_clock::now() < end) {
+    bool isSent = false;
+    do {
         isSent = client.SendEvent(eventName, payload);
-    }
+    } while (!isSent && std::chrono::steady_clock::now() < end);
     return isSent;
 }
 
