@@ -10,14 +10,14 @@
 
 namespace {
 
-constexpr int folders = 500;
-constexpr int filesPerFolder = 20;
+constexpr int directories = 500;
+constexpr int filesPerDirectory = 20;
 
-/// 10,000 files in 500 folders: of each twenty, ten are scenarios and every second of those has settings.
+/// 10,000 files in 500 directories: of each twenty, ten are scenarios and every second of those has settings.
 void MakeScenarios(const Workplace& workplace) {
-    for (int folder = 0; folder < folders; ++folder) {
-        const std::wstring path = L"scenarios\\group_" + std::to_wstring(folder);
-        for (int file = 0; file < filesPerFolder; ++file) {
+    for (int directory = 0; directory < directories; ++directory) {
+        const std::wstring path = L"scenarios\\group_" + std::to_wstring(directory);
+        for (int file = 0; file < filesPerDirectory; ++file) {
             const wchar_t* extension = file % 2 == 0 ? L".rb" : (file % 4 == 1 ? L".adc" : L".txt");
             workplace.MakeFile(path + L"\\scenario_" + std::to_wstring(file - file % 2) + extension);
         }
@@ -36,7 +36,7 @@ void FetchScenarios(benchmark::State& state) {
     }
 }
 
-void WalkFolders(benchmark::State& state) {
+void WalkDirectories(benchmark::State& state) {
     const Workplace workplace;
     MakeScenarios(workplace);
     const std::string path = text::ToUtf8(platform::ToNativeText(workplace.Path(L"scenarios")));
@@ -48,4 +48,4 @@ void WalkFolders(benchmark::State& state) {
 } // namespace
 
 BENCHMARK(FetchScenarios)->Unit(benchmark::kMillisecond)->UseRealTime();
-BENCHMARK(WalkFolders)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK(WalkDirectories)->Unit(benchmark::kMillisecond)->UseRealTime();

@@ -11,7 +11,7 @@ namespace raw_limits {
 /// Writes a temporary file and renames it over `path`; with `flush` it is on the disk before the rename.
 void WriteAndRename(const std::string& path, std::string_view bytes, bool flush);
 
-/// Reads every folder below `path` once and counts the files.
+/// Reads every directory below `path` once and counts the files.
 std::size_t CountFiles(const std::string& path);
 
 /// Starts `program` without arguments and waits for its end.

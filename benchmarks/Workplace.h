@@ -1,11 +1,11 @@
 #pragma once
 
 #include "CommonControllerLib/JobRecords.h"
-#include "support/TemporaryFolder.h"
+#include "support/TemporaryDirectory.h"
 
 #include <string>
 
-/// A folder with settings of its own, in force as long as it lives: so many jobs at a time.
+/// A directory with settings of its own, in force as long as it lives: so many jobs at a time.
 class Workplace {
 public:
     explicit Workplace(int parallelJobs = 1);
@@ -13,13 +13,13 @@ public:
     Workplace(const Workplace&) = delete;
     Workplace& operator=(const Workplace&) = delete;
 
-    std::wstring Path(const std::wstring& name) const { return folder / name; }
+    std::wstring Path(const std::wstring& name) const { return directory / name; }
     std::wstring JobListFile() const { return Path(L"job_list.json"); }
     /// A file with something in it.
     std::wstring MakeFile(const std::wstring& name) const;
 
 private:
-    TemporaryFolder folder;
+    TemporaryDirectory directory;
 };
 
 /// A job as it stands in a list after it has run.

@@ -13,7 +13,7 @@ add_custom_target(unit_tests)
 # controller_add_tests(NAME [KIND unit|process|system] SOURCES FooTest.cpp ... [SUPPORT helper.cpp ...]
 #                      [LIBRARIES target ...] [PROCESS_PER_TEST])
 #
-# Builds a program; called again with its name, from any folder, it adds files to that program.
+# Builds a program; called again with its name, from any directory, it adds files to that program.
 #
 # KIND becomes a label of these files' tests: unit (the default: one process, no program of the product), process (one
 # part of the product with processes that it starts) or system (host, runner and front ends as they are installed).

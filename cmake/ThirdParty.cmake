@@ -1,5 +1,5 @@
-# Header-only packages of Debian for both builds. They live in the system's include folder, which would break the cross
-# compiler if it were named: a folder of links to just these is used instead.
+# Header-only packages of Debian for both builds. They live in the system's include directory, which would break the cross
+# compiler if it were named: a directory of links to just these is used instead.
 set(third_party_include "${PROJECT_BINARY_DIR}/third_party/include")
 file(MAKE_DIRECTORY "${third_party_include}")
 foreach(entry rapidjson spdlog fmt asio asio.hpp CLI)

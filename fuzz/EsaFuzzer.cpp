@@ -19,28 +19,28 @@ namespace {
 
 constexpr std::size_t largestFile = std::size_t{1} << 30;
 
-/// What lies in a folder: names with slashes; a folder's ends in one.
+/// What lies in a directory: names with slashes; a directory's ends in one.
 using Content = std::map<std::string, std::string>;
 
-void AddContent(const std::wstring& folder, const std::string& prefix, Content& content) {
-    std::vector<platform::FolderEntry> entries;
-    fuzz::Require(!platform::ListFolder(folder, entries), "a folder can be listed");
-    for (const platform::FolderEntry& entry : entries) {
-        const std::wstring path = folder + L"\\" + entry.name;
+void AddContent(const std::wstring& directory, const std::string& prefix, Content& content) {
+    std::vector<platform::DirectoryEntry> entries;
+    fuzz::Require(!platform::ListDirectory(directory, entries), "a folder can be listed");
+    for (const platform::DirectoryEntry& entry : entries) {
+        const std::wstring path = directory + L"\\" + entry.name;
         std::string name = prefix + text::ToUtf8(entry.name);
         fuzz::Require(!entry.isLink, "no link is unpacked");
-        if (entry.isFolder) {
+        if (entry.isDirectory) {
             name += '/';
             AddContent(path, name, content);
         }
-        fuzz::Require(entry.isFolder || !platform::ReadFile(path, largestFile, content[name]), "a file can be read");
+        fuzz::Require(entry.isDirectory || !platform::ReadFile(path, largestFile, content[name]), "a file can be read");
     }
 }
 
-/// A folder that holds nothing but the folder that is unpacked into.
+/// A directory that holds nothing but the directory that is unpacked into.
 class Box {
 public:
-    Box() { fuzz::Require(!platform::CreateFolder(path), "a folder can be made"); }
+    Box() { fuzz::Require(!platform::CreateNewDirectory(path), "a folder can be made"); }
     ~Box() { fuzz::Require(!platform::RemoveTree(path), "what was unpacked can be removed"); }
     Box(const Box&) = delete;
     Box& operator=(const Box&) = delete;
@@ -67,7 +67,7 @@ void CheckUnpacked(const std::wstring& package, const Content& files) {
     const zip::Archive archive(package);
     std::size_t count = 0;
     for (const zip::Entry& entry : archive.Entries()) {
-        if (entry.IsFolder()) {
+        if (entry.IsDirectory()) {
             continue;
         }
         std::string bytes;
@@ -194,8 +194,8 @@ void CheckPacked(const std::vector<test_support::ZipEntry>& entries) {
 
 } // namespace
 
-/// Bytes as a package; and packages made of them, true ones and spoilt ones. Nothing is ever written beside the folder
-/// that is unpacked into, and of what is refused nothing is left.
+/// Bytes as a package; and packages made of them, true ones and spoilt ones. Nothing is ever written beside the
+/// directory that is unpacked into, and of what is refused nothing is left.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string_view bytes = fuzz::BytesOf(data, size);
     CheckPackage(bytes);

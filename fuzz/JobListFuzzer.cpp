@@ -32,11 +32,11 @@ void CheckWritten(const Jobs& jobs, const std::wstring& path) {
 }
 
 /// A refused list is kept, byte by byte, beside its place.
-void CheckKeptAside(const std::wstring& folder, std::string_view bytes) {
-    std::vector<platform::FolderEntry> entries;
-    fuzz::Require(!platform::ListFolder(folder, entries) && entries.size() == 1, "one file is kept");
+void CheckKeptAside(const std::wstring& directory, std::string_view bytes) {
+    std::vector<platform::DirectoryEntry> entries;
+    fuzz::Require(!platform::ListDirectory(directory, entries) && entries.size() == 1, "one file is kept");
     std::string kept;
-    const std::wstring path = folder + L"\\" + entries[0].name;
+    const std::wstring path = directory + L"\\" + entries[0].name;
     fuzz::Require(!platform::ReadFile(path, bytes.size(), kept) && kept == bytes, "a refused list is kept whole");
 }
 
@@ -45,17 +45,17 @@ void CheckKeptAside(const std::wstring& folder, std::string_view bytes) {
 /// Bytes as a job list file; and records made of them, as such a file.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string_view bytes = fuzz::BytesOf(data, size);
-    const std::wstring folder = fuzz::Scratch() / L"list";
-    fuzz::Require(!platform::CreateFolder(folder), "a folder can be made");
+    const std::wstring directory = fuzz::Scratch() / L"list";
+    fuzz::Require(!platform::CreateNewDirectory(directory), "a folder can be made");
     Jobs jobs;
     if (ReadList(fuzz::ScratchFile(L"list\\job_list.json", bytes), jobs)) {
-        CheckWritten(jobs, folder + L"\\job_list.json");
+        CheckWritten(jobs, directory + L"\\job_list.json");
     } else {
-        CheckKeptAside(folder, bytes);
+        CheckKeptAside(directory, bytes);
     }
     fuzz::ByteSource source(bytes);
     const RecordMaker make = source.Records();
-    CheckWritten({make.Job(), make.Job()}, folder + L"\\job_list.json");
-    fuzz::Require(!platform::RemoveTree(folder), "the scratch folder can be removed");
+    CheckWritten({make.Job(), make.Job()}, directory + L"\\job_list.json");
+    fuzz::Require(!platform::RemoveTree(directory), "the scratch folder can be removed");
     return 0;
 }

@@ -34,7 +34,8 @@ bool Feed(FuzzTarget target, const std::wstring& path) {
 
 } // namespace
 
-/// Feeds each file of a folder to one fuzz target: `fuzz_regressions TARGET FOLDER`. An empty folder is a failure.
+/// Feeds each file of a directory to one fuzz target: `fuzz_regressions TARGET FOLDER`. An empty directory is a
+/// failure.
 int main(int count, char** values) {
     const std::vector<std::wstring> arguments = platform::ProgramArguments(count, values);
     if (arguments.size() != 2) {
@@ -44,8 +45,8 @@ int main(int count, char** values) {
     if (target == nullptr) {
         return Fail("There is no such target.");
     }
-    std::vector<platform::FolderEntry> entries;
-    if (const platform::Error error = platform::ListFolder(arguments[1], entries)) {
+    std::vector<platform::DirectoryEntry> entries;
+    if (const platform::Error error = platform::ListDirectory(arguments[1], entries)) {
         return Fail(text::ToUtf8(arguments[1] + L": " + error.Text()));
     }
     if (entries.empty()) {
@@ -53,7 +54,7 @@ int main(int count, char** values) {
     }
     return std::all_of(
                entries.begin(), entries.end(),
-               [&](const platform::FolderEntry& entry) { return Feed(target, arguments[1] + L"\\" + entry.name); })
+               [&](const platform::DirectoryEntry& entry) { return Feed(target, arguments[1] + L"\\" + entry.name); })
                ? 0
                : 1;
 }

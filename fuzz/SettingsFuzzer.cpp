@@ -118,7 +118,7 @@ std::wstring Written(const Settings& read) {
 }
 
 /// What was read can be said in a file again, which is read as the same. A path too long to be written once it was
-/// resolved, and a folder without a path, are no settings of a file.
+/// resolved, and a directory without a path, are no settings of a file.
 void CheckWritten(const Settings& read) {
     std::string utf8;
     std::size_t badAt = 0;

@@ -28,7 +28,7 @@ row("", FIGURES.fetch("controller"), "bare posix_spawn + pidfd", FIGURES.fetch("
 row("the same two at a time, throughput", FIGURES.fetch("controller_2_at_a_time"), "one at a time",
     FIGURES.fetch("controller"), "at most 0.625")
 row("FetchScenarios, 10,000 files, 500 folders", ENGINE.fetch("FetchScenarios"), "raw walk of the folders",
-    ENGINE.fetch("WalkFolders"), "at most 3")
+    ENGINE.fetch("WalkDirectories"), "at most 3")
 row("EnqueueJob of 10,000 input sets", ENGINE.fetch("EnqueueTenThousandSets"), "the aim itself", 150.0, "at most 1")
 [10, 10_000].each do |count|
   row("status by the command line, #{count} jobs", FIGURES.fetch("status_#{count}"), "the same from task-spooler, #{[count, 500].min} jobs",

@@ -14,7 +14,7 @@
 namespace controller_cli {
 namespace {
 
-bool IsSameFolder(const std::wstring& left, const std::wstring& right) {
+bool IsSameDirectory(const std::wstring& left, const std::wstring& right) {
     const auto identity = platform::IdentityOf(left);
     return identity ? identity == platform::IdentityOf(right) : platform::SameName(left, right);
 }
@@ -43,7 +43,7 @@ private:
     /// Two names of a file that does not exist yet.
     bool IsMissingFile(const std::wstring& other) const {
         return platform::SameName(platform::FileName(path), platform::FileName(other)) && !platform::Exists(other) &&
-               IsSameFolder(platform::ParentFolder(path), platform::ParentFolder(other));
+               IsSameDirectory(platform::ParentDirectory(path), platform::ParentDirectory(other));
     }
 
     std::wstring path;
@@ -61,11 +61,11 @@ private:
 } // namespace
 
 std::wstring AbsolutePath(const std::wstring& path) {
-    return platform::ResolveAgainst(platform::CurrentFolder(), path);
+    return platform::ResolveAgainst(platform::CurrentDirectory(), path);
 }
 
 bool IsFile(const std::wstring& path) {
-    return platform::Exists(path) && !platform::IsFolder(path);
+    return platform::Exists(path) && !platform::IsDirectory(path);
 }
 
 void RequireDistinctFiles(const CommandContext& context, const std::vector<FileRole>& written,

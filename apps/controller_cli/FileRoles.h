@@ -7,10 +7,10 @@
 
 namespace controller_cli {
 
-/// `path` as a person types it, against the current folder.
+/// `path` as a person types it, against the current directory.
 std::wstring AbsolutePath(const std::wstring& path);
 
-/// True for what exists and is no folder.
+/// True for what exists and is no directory.
 bool IsFile(const std::wstring& path);
 
 /// A file that a command line names, or that the settings name, and what for.

@@ -58,11 +58,11 @@ ResultReport ResultOf(const JobListInfo& job) {
     return report;
 }
 
-std::wstring OutputFolderOf(const JobListInfo& job) {
+std::wstring OutputDirectoryOf(const JobListInfo& job) {
     if (job.status == JobStatus::Queued || job.status == JobStatus::Dequeued) {
         return {};
     }
-    // The run request names the folder from the job's start on.
+    // The run request names the directory from the job's start on.
     const std::wstring path = FileOf(job, run_protocol::runInfoFileName);
     run_protocol::RunScenarioInfo request;
     std::wstring problem;
@@ -72,8 +72,8 @@ std::wstring OutputFolderOf(const JobListInfo& job) {
     return job.status == JobStatus::Success ? job.outputDir : std::wstring();
 }
 
-std::wstring WorkFolderOf(const JobListInfo& job) {
-    return !job.workDir.empty() && platform::IsFolder(job.workDir) ? job.workDir : std::wstring();
+std::wstring WorkDirectoryOf(const JobListInfo& job) {
+    return !job.workDir.empty() && platform::IsDirectory(job.workDir) ? job.workDir : std::wstring();
 }
 
 } // namespace controller_cli

@@ -29,11 +29,11 @@ struct ResultReport {
 /// The reason that the host has left beside the job list where the result has none is among the messages.
 ResultReport ResultOf(const JobListInfo& job);
 
-/// The folder that was made for the job's results. Empty while it has none: `outputDir` is the folder that it is to be
-/// made in until the job has ended, and stays so when the job ends before it runs or is lost.
-std::wstring OutputFolderOf(const JobListInfo& job);
+/// The directory that was made for the job's results. Empty while it has none: `outputDir` is the directory that it is
+/// to be made in until the job has ended, and stays so when the job ends before it runs or is lost.
+std::wstring OutputDirectoryOf(const JobListInfo& job);
 
 /// The job's work directory; empty while there is none, and when it has been removed.
-std::wstring WorkFolderOf(const JobListInfo& job);
+std::wstring WorkDirectoryOf(const JobListInfo& job);
 
 } // namespace controller_cli

@@ -43,7 +43,7 @@ JobListInfo Updated(JobListInfo job, const JobStatusInfo& report) {
 void MarkDeleted(JobRow& view) {
     view.job.status = unlistedStatus;
     view.message.clear();
-    view.workFolder.clear();
+    view.workDirectory.clear();
 }
 
 std::optional<int> Digits(const std::wstring& text, std::size_t begin, std::size_t count) {
@@ -91,8 +91,8 @@ JobRow ViewOf(const JobListInfo& job) {
     JobRow view;
     view.job = job;
     view.progress = std::clamp(job.progress, 0, 100);
-    view.outputFolder = OutputFolderOf(job);
-    view.workFolder = WorkFolderOf(job);
+    view.outputFolder = OutputDirectoryOf(job);
+    view.workDirectory = WorkDirectoryOf(job);
     if (IsActive(job.status)) {
         TakeProgress(view);
     } else if (IsOver(job.status)) {

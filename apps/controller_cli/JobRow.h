@@ -21,9 +21,9 @@ struct JobRow {
     std::vector<std::wstring> messages;
     /// The files that its result names.
     std::vector<std::wstring> outputFiles;
-    /// The folder of this job's results, and its work directory; empty while there is none.
+    /// The directory of this job's results, and its work directory; empty while there is none.
     std::wstring outputFolder;
-    std::wstring workFolder;
+    std::wstring workDirectory;
 };
 
 /// The name of a status in documents and in the keys of texts; "Deleted" for `unlistedStatus`.

@@ -55,16 +55,16 @@ std::wstring TimeText(std::int64_t seconds) {
            TwoDigits(seconds % 60);
 }
 
-bool ShowsOutputFolder(const JobRow& view) {
+bool ShowsOutputDirectory(const JobRow& view) {
     return view.job.status == JobStatus::Success && !view.outputFolder.empty();
 }
 
 std::wstring ResultText(const JobRow& view) {
-    return ShowsOutputFolder(view) ? platform::ToNativeText(view.outputFolder) : view.message;
+    return ShowsOutputDirectory(view) ? platform::ToNativeText(view.outputFolder) : view.message;
 }
 
 Cell ResultCell(const JobRow& view) {
-    return {ResultText(view), Colour::None, ShowsOutputFolder(view) ? CutAt::Beginning : CutAt::End};
+    return {ResultText(view), Colour::None, ShowsOutputDirectory(view) ? CutAt::Beginning : CutAt::End};
 }
 
 std::vector<Column> Columns(const Texts& texts) {
@@ -162,7 +162,7 @@ std::vector<std::wstring> MessageLines(const CommandContext& context, const std:
     std::vector<std::wstring> lines;
     for (const JobRow& view : jobs) {
         const std::wstring heading = context.texts.Format(L"Outcome/JobMessage", {std::to_wstring(view.job.seqId)});
-        for (std::size_t i = ShowsOutputFolder(view) ? 0 : 1; i < view.messages.size(); ++i) {
+        for (std::size_t i = ShowsOutputDirectory(view) ? 0 : 1; i < view.messages.size(); ++i) {
             AppendMessage(heading, view.messages[i], lines);
         }
     }

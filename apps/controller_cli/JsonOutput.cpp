@@ -22,7 +22,7 @@ struct JobReport {
     std::vector<std::wstring> inputFiles;
     std::wstring runArgument;
     std::wstring outputFolder;
-    std::wstring workFolder;
+    std::wstring workDirectory;
     std::wstring startTime;
     std::wstring endTime;
     std::vector<std::wstring> messages;
@@ -66,7 +66,7 @@ JobReport ReportOf(const JobRow& view) {
     report.inputFiles = NativeTexts(job.inputFiles);
     report.runArgument = job.runArgument;
     report.outputFolder = platform::ToNativeText(view.outputFolder);
-    report.workFolder = platform::ToNativeText(view.workFolder);
+    report.workDirectory = platform::ToNativeText(view.workDirectory);
     report.startTime = job.startTime;
     report.endTime = job.endTime;
     report.messages = view.messages;
@@ -91,7 +91,7 @@ struct Layout<controller_cli::JobReport> {
                         Member{"progress", &Record::progress}, Member{"message", &Record::message},
                         Member{"scenario", &Record::scenario}, Member{"inputFiles", &Record::inputFiles},
                         Member{"runArgument", &Record::runArgument}, Member{"outputFolder", &Record::outputFolder},
-                        Member{"workFolder", &Record::workFolder}, Member{"startTime", &Record::startTime},
+                        Member{"workFolder", &Record::workDirectory}, Member{"startTime", &Record::startTime},
                         Member{"endTime", &Record::endTime}, Member{"messages", &Record::messages},
                         Member{"outputFiles", &Record::outputFiles});
 };

@@ -131,10 +131,10 @@ bool SystemHostAccess::IsHostThere() {
     return FindHolder(holder);
 }
 
-/// The host finds its settings where this program found them, whatever its current folder.
+/// The host finds its settings where this program found them, whatever its current directory.
 platform::ProcessStart SystemHostAccess::HostProcess() const {
     platform::ProcessStart start;
-    start.program = platform::ProgramFolder() + L"\\controller_host" + platform::programExtension;
+    start.program = platform::ProgramDirectory() + L"\\controller_host" + platform::programExtension;
     if (!settingsFile.empty()) {
         start.environment = {{L"CONTROLLER_SETTINGS_FILE", platform::ToNativeText(settingsFile)}};
     }

@@ -61,9 +61,9 @@ HostExit StartHostInBackground() {
     }
     const platform::Event ready;
     platform::ProcessStart start;
-    start.program = platform::ProgramFolder() + L"\\controller_host" + platform::programExtension;
+    start.program = platform::ProgramDirectory() + L"\\controller_host" + platform::programExtension;
     start.arguments = {L"--ready-event", platform::InheritedHandleText(ready.Handle())};
-    start.currentFolder = platform::ProgramFolder();
+    start.currentDirectory = platform::ProgramDirectory();
     start.detached = true;
     start.inherited = {ready.Handle()};
     platform::OwnedHandle host;

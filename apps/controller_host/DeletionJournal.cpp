@@ -8,7 +8,7 @@ namespace {
 
 /// Directories outside the current work directory are never removed; they are not journaled.
 bool StaysForNow(const JobListInfo& job) {
-    return platform::SameName(platform::ParentFolder(job.workDir), ControllerCSWrapper::GetWorkDirectory()) &&
+    return platform::SameName(platform::ParentDirectory(job.workDir), ControllerCSWrapper::GetWorkDirectory()) &&
            platform::Exists(job.workDir) && !ControllerCSWrapper::RemoveJobWorkDirectory(job.workDir);
 }
 
@@ -47,7 +47,7 @@ void DeletionJournal::Write(const std::vector<JobListInfo>& jobs) const {
         // Notes that stay are settled again by the next start.
         (void)platform::RemoveFile(path);
     } else {
-        // Logged by the companion. Without a note, a folder stays behind when the host is killed right now.
+        // Logged by the companion. Without a note, a directory stays behind when the host is killed right now.
         (void)ControllerCSWrapper::CreateJsonFile(ControllerCSWrapper::Serialize(L"JobList", jobs), path);
     }
 }

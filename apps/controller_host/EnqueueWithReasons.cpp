@@ -1,7 +1,7 @@
 #include "controller_host/EnqueueWithReasons.h"
 
 #include "CommonControllerLib/ControllerLogManager.h"
-#include "engine/OutputFolderName.h"
+#include "engine/OutputDirectoryName.h"
 #include "platform/files/FileSystem.h"
 #include "platform/files/NativePath.h"
 
@@ -23,9 +23,9 @@ std::wstring ProblemOf(HostEngine& engine, EnqueueJobsInfo& request) {
     return engine.ResolveScenarioName(request.scenario.id);
 }
 
-/// True for a name that is no folder of its own in the output directory: nothing, the directory itself or the one above
-/// it, on Windows also with blanks and dots behind.
-bool IsNoFolderName(const std::wstring& name) {
+/// True for a name that is no directory of its own in the output directory: nothing, the directory itself or the one
+/// above it, on Windows also with blanks and dots behind.
+bool IsNoDirectoryName(const std::wstring& name) {
     return name.find_first_not_of(L". ") == std::wstring::npos;
 }
 
@@ -37,7 +37,7 @@ std::wstring ProblemOf(const Texts& inputSet) {
     if (missing != inputSet.end()) {
         return L"The input file " + platform::ToNativeText(*missing) + L" does not exist.";
     }
-    if (IsNoFolderName(OutputFolderName(inputSet.front()))) {
+    if (IsNoDirectoryName(OutputDirectoryName(inputSet.front()))) {
         return L"The input " + platform::ToNativeText(inputSet.front()) +
                L" cannot be the first of a job: the job's output folder bears its name without extension, of which "
                L"nothing is left. Rename it, or put another file before it.";

@@ -19,7 +19,7 @@ bool LeaveResult(const JobListInfo& job, const std::wstring& result) {
 }
 
 void LeaveNote(const std::wstring& path, const std::wstring& result) {
-    if (!path.empty() && !platform::EnsurePrivateFolders(platform::ParentFolder(path))) {
+    if (!path.empty() && !platform::EnsurePrivateDirectories(platform::ParentDirectory(path))) {
         // A note that cannot be written has been logged.
         (void)run_protocol::WriteFile(result, path);
     }
@@ -36,12 +36,13 @@ void FailureReasons::Leave(const JobListInfo& job, const std::wstring& reason) c
 }
 
 void FailureReasons::KeepOnly(const std::set<std::wstring>& listedIds) const {
-    const std::wstring folder = run_protocol::FailureNotesFolder(list);
-    std::vector<platform::FolderEntry> entries;
-    if (!platform::IsFolder(folder) || platform::IsLink(folder) || platform::ListFolder(folder, entries)) {
+    const std::wstring directory = run_protocol::FailureNotesDirectory(list);
+    std::vector<platform::DirectoryEntry> entries;
+    if (!platform::IsDirectory(directory) || platform::IsLink(directory) ||
+        platform::ListDirectory(directory, entries)) {
         return;
     }
-    for (const platform::FolderEntry& entry : entries) {
+    for (const platform::DirectoryEntry& entry : entries) {
         const std::wstring id = entry.name.substr(0, entry.name.find(L'.'));
         const std::wstring path = run_protocol::FailureNotePath(list, id);
         if (path.empty() || listedIds.contains(id)) {

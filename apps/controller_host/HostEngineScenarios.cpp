@@ -14,7 +14,7 @@ namespace {
 
 /// Why a path names no scenario file; empty when it does.
 std::wstring ProblemOf(const std::wstring& path) {
-    if (platform::IsFolder(path)) {
+    if (platform::IsDirectory(path)) {
         return L"The scenario " + platform::ToNativeText(path) + L" is a folder, not a file.";
     }
     return platform::Exists(path) ? L"" : L"The scenario file " + platform::ToNativeText(path) + L" does not exist.";

@@ -24,7 +24,8 @@ HostPlace::~HostPlace() {
 }
 
 platform::Error HostPlace::Take(const settings::Settings& settings, std::chrono::milliseconds patience) {
-    if (const platform::Error error = platform::EnsurePrivateFolders(platform::ParentFolder(settings.jobListFile))) {
+    if (const platform::Error error =
+            platform::EnsurePrivateDirectories(platform::ParentDirectory(settings.jobListFile))) {
         return error;
     }
     const std::wstring lockFile = host_lock::FileFor(settings.jobListFile);

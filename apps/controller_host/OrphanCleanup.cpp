@@ -13,7 +13,7 @@
 namespace {
 
 void AskToStop(const JobListInfo& job) {
-    if (IsActive(job.status) && platform::IsFolder(job.workDir)) {
+    if (IsActive(job.status) && platform::IsDirectory(job.workDir)) {
         ControllerLogManager::WarnLog(L"Job: " + std::to_wstring(job.seqId) +
                                       L" was left running by an earlier host; its scenario is asked to stop.");
         // Where it cannot be made, the processes are ended all the same.

@@ -59,9 +59,9 @@ std::vector<std::wstring> FindScenarioProblems(const std::vector<ScenarioDirecto
     ProblemList problems;
     for (const ScenarioDirectory& directory : directories) {
         std::vector<ScenarioFile> files;
-        for (const UnreadableFolder& folder : FindScenarioFiles(directory, files)) {
-            problems.Add(L"The scenario directory " + platform::ToNativeText(folder.path) + L" cannot be searched: " +
-                         folder.error.Text() + L".");
+        for (const UnreadableDirectory& unreadable : FindScenarioFiles(directory, files)) {
+            problems.Add(L"The scenario directory " + platform::ToNativeText(unreadable.path) +
+                         L" cannot be searched: " + unreadable.error.Text() + L".");
         }
         for (const ScenarioFile& file : files) {
             AddBrokenScenario(FullPath(file), listedPaths, problems);

@@ -12,7 +12,7 @@ namespace {
 using Words = std::vector<std::wstring>;
 
 constexpr const wchar_t* rubyExtension = L".rb";
-constexpr const wchar_t* rubyApiFolder = L"ruby";
+constexpr const wchar_t* rubyApiDirectory = L"ruby";
 constexpr const wchar_t* rubyApiFile = L"ruby\\controller_scenario.rb";
 constexpr const wchar_t* rubyPathVariable = L"RUBYLIB";
 
@@ -34,7 +34,7 @@ public:
         : settings(usedSettings), manifest(usedManifest), place(usedPlace), surroundings(usedSurroundings) {}
 
     bool Make() {
-        if (!place.packageFolder.empty()) {
+        if (!place.packageDirectory.empty()) {
             return manifest.executable.empty() ? ChoosePackagedScript() : ChooseExecutable();
         }
         return ChooseScript();
@@ -68,9 +68,9 @@ private:
 
     /// A file of the package, which must not lie outside of it.
     bool FindPackaged(const std::wstring& name, std::wstring& path) {
-        path = platform::ResolveAgainst(place.packageFolder, name);
-        const std::wstring folder = platform::ResolveAgainst(place.packageFolder, L".") + L'\\';
-        return (path.starts_with(folder) && surroundings.exists(path)) ||
+        path = platform::ResolveAgainst(place.packageDirectory, name);
+        const std::wstring directory = platform::ResolveAgainst(place.packageDirectory, L".") + L'\\';
+        return (path.starts_with(directory) && surroundings.exists(path)) ||
                Fail(L"The package " + ScenarioName() + L" names \"" + name +
                     L"\" in its manifest, but holds no such file.");
     }
@@ -138,7 +138,7 @@ private:
 
     std::wstring RubyPath() const {
         const std::wstring api =
-            platform::ToNativeText(platform::ResolveAgainst(settings.scenarioApiDirectory, rubyApiFolder));
+            platform::ToNativeText(platform::ResolveAgainst(settings.scenarioApiDirectory, rubyApiDirectory));
         const std::wstring others = surroundings.getEnvironment(rubyPathVariable).value_or(std::wstring());
         return others.empty() ? api : api + platform::pathListSeparator + others;
     }

@@ -27,7 +27,7 @@ struct ScenarioPlace {
     /// The script or package that was asked for.
     std::wstring scenarioPath;
     /// Where the package was unpacked; empty for a script.
-    std::wstring packageFolder;
+    std::wstring packageDirectory;
     /// What the scenario is told about its run, as it is told (native).
     std::wstring runInfoPath;
 };
@@ -36,7 +36,7 @@ struct ScenarioPlace {
 struct ScenarioSurroundings {
     /// The absolute path of a program by its bare name or absolute path, when it can be run.
     std::function<std::optional<std::wstring>(const std::wstring&)> findProgram;
-    /// True when a file or folder exists.
+    /// True when a file or directory exists.
     std::function<bool(const std::wstring&)> exists;
     /// What a variable holds now.
     std::function<std::optional<std::wstring>(const std::wstring&)> getEnvironment;

@@ -17,7 +17,7 @@
 namespace scenario_runner {
 namespace {
 
-constexpr const wchar_t* packageFolderName = L"package";
+constexpr const wchar_t* packageDirectoryName = L"package";
 /// How long the last output may take once all processes are gone.
 constexpr std::chrono::seconds outputPatience{10};
 
@@ -36,30 +36,30 @@ RunLimits LimitsOf(const scenario_manifest::ScenarioManifest& manifest, const se
 
 } // namespace
 
-ScenarioRun::ScenarioRun(std::wstring jobWorkDir, const platform::DirectoryHandle& pinnedFolder,
+ScenarioRun::ScenarioRun(std::wstring jobWorkDir, const platform::DirectoryHandle& pinnedDirectory,
                          const settings::Settings& usedSettings, std::vector<void*> watchedOwners,
                          const platform::StopSignal& signal)
-    : workDir(std::move(jobWorkDir)), folder(pinnedFolder), settings(usedSettings), owners(std::move(watchedOwners)),
-      stopSignal(signal) {}
+    : workDir(std::move(jobWorkDir)), directory(pinnedDirectory), settings(usedSettings),
+      owners(std::move(watchedOwners)), stopSignal(signal) {}
 
 RunnerExit ScenarioRun::Run() {
     std::wstring problem;
     return Prepare(problem) ? StartAndWatch() : FailToStart(problem);
 }
 
-std::wstring ScenarioRun::InFolder(const std::wstring& name) const {
-    return platform::ResolveAgainst(folder.Path(), name);
+std::wstring ScenarioRun::InDirectory(const std::wstring& name) const {
+    return platform::ResolveAgainst(directory.Path(), name);
 }
 
 bool ScenarioRun::Prepare(std::wstring& problem) {
-    if (!ResultFile(folder.Path()).Remove()) {
+    if (!ResultFile(directory.Path()).Remove()) {
         problem = L"The result of an earlier run in " + platform::ToNativeText(workDir) + L" cannot be removed.";
         return false;
     }
     const std::wstring runInfoPath = platform::ResolveAgainst(workDir, run_protocol::runInfoFileName);
     ScenarioPlace place;
     if (!run_protocol::ReadRunScenarioInfoFile(runInfoPath, info, problem) ||
-        !scenario_manifest::ReadFor(info.scenarioPath, manifest, problem) || !Unpack(place.packageFolder, problem)) {
+        !scenario_manifest::ReadFor(info.scenarioPath, manifest, problem) || !Unpack(place.packageDirectory, problem)) {
         return false;
     }
     place.scenarioPath = info.scenarioPath;
@@ -67,20 +67,20 @@ bool ScenarioRun::Prepare(std::wstring& problem) {
     return ChooseCommand(settings, manifest, place, ThisMachine(), command, problem);
 }
 
-bool ScenarioRun::Unpack(std::wstring& packageFolder, std::wstring& problem) const {
+bool ScenarioRun::Unpack(std::wstring& packageDirectory, std::wstring& problem) const {
     if (!scenario_manifest::IsPackage(info.scenarioPath)) {
         return true;
     }
     // By its name, which the scenario is to know.
-    packageFolder = platform::ResolveAgainst(workDir, packageFolderName);
-    // Where it stays, unpacking says so: it wants a folder of its own.
-    (void)platform::RemoveTree(packageFolder);
-    return scenario_package::Unpack(info.scenarioPath, packageFolder, problem);
+    packageDirectory = platform::ResolveAgainst(workDir, packageDirectoryName);
+    // Where it stays, unpacking says so: it wants a directory of its own.
+    (void)platform::RemoveTree(packageDirectory);
+    return scenario_package::Unpack(info.scenarioPath, packageDirectory, problem);
 }
 
 RunnerExit ScenarioRun::StartAndWatch() {
     const auto logLimit = static_cast<std::size_t>(settings.scenarioLogLimitBytes);
-    OutputCapture output(InFolder(run_protocol::logFileName), logLimit);
+    OutputCapture output(InDirectory(run_protocol::logFileName), logLimit);
     if (const platform::Error error = output.Open()) {
         return FailToStart(L"The log of the scenario in " + platform::ToNativeText(workDir) + L" cannot be written: " +
                            error.Text() + L".");
@@ -90,7 +90,7 @@ RunnerExit ScenarioRun::StartAndWatch() {
     start.program = command.program;
     start.arguments = command.arguments;
     start.environment = command.environment;
-    start.currentFolder = workDir;
+    start.currentDirectory = workDir;
     start.output = output.WriteEnd();
     const StopPolicy plan(LimitsOf(manifest, settings), std::chrono::steady_clock::now());
     const platform::Error error = tree.Start(start);
@@ -100,11 +100,11 @@ RunnerExit ScenarioRun::StartAndWatch() {
                            error.Text() + L".");
     }
     RunFacts facts;
-    facts.ending = Supervisor(tree, owners, folder.Path(), stopSignal).Run(plan);
+    facts.ending = Supervisor(tree, owners, directory.Path(), stopSignal).Run(plan);
     facts.exitCode = tree.RootExitCode();
     facts.apiProblem = command.apiProblem;
     output.Finish(outputPatience);
-    facts.lastOutput = ReadLogTail(InFolder(run_protocol::logFileName));
+    facts.lastOutput = ReadLogTail(InDirectory(run_protocol::logFileName));
     return Conclude(std::move(facts));
 }
 
@@ -112,7 +112,7 @@ RunnerExit ScenarioRun::Conclude(RunFacts facts) const {
     if (facts.ending == RunEnding::HostEnded) {
         return RunnerExit::HostEnded;
     }
-    const ResultFile file(folder.Path());
+    const ResultFile file(directory.Path());
     facts.jobId = info.jobId;
     facts.successExitCodes = manifest.successExitCodes;
     facts.timeLimitSeconds = manifest.timeLimitSeconds;
@@ -123,8 +123,8 @@ RunnerExit ScenarioRun::Conclude(RunFacts facts) const {
 }
 
 RunnerExit ScenarioRun::FailToStart(const std::wstring& problem) const {
-    return ResultFile(folder.Path()).Write(FailedResult(info.jobId, problem)) ? RunnerExit::NotStarted
-                                                                              : RunnerExit::NoResult;
+    return ResultFile(directory.Path()).Write(FailedResult(info.jobId, problem)) ? RunnerExit::NotStarted
+                                                                                 : RunnerExit::NoResult;
 }
 
 } // namespace scenario_runner

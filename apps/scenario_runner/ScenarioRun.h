@@ -29,9 +29,9 @@ enum class RunnerExit : std::int32_t {
 /// One run of a scenario from its request to its result.
 class ScenarioRun {
 public:
-    /// `folder` is the work directory held fast: all files of it that the runner reads and writes are met through it,
-    /// whatever the scenario makes of its name. `owners`: the processes whose end ends the run.
-    ScenarioRun(std::wstring workDir, const platform::DirectoryHandle& folder, const settings::Settings& settings,
+    /// `directory` is the work directory held fast: all files of it that the runner reads and writes are met through
+    /// it, whatever the scenario makes of its name. `owners`: the processes whose end ends the run.
+    ScenarioRun(std::wstring workDir, const platform::DirectoryHandle& directory, const settings::Settings& settings,
                 std::vector<void*> owners, const platform::StopSignal& stopSignal);
 
     /// Returns when no process of the scenario is left.
@@ -39,14 +39,14 @@ public:
 
 private:
     [[nodiscard]] bool Prepare(std::wstring& problem);
-    [[nodiscard]] bool Unpack(std::wstring& packageFolder, std::wstring& problem) const;
+    [[nodiscard]] bool Unpack(std::wstring& packageDirectory, std::wstring& problem) const;
     RunnerExit StartAndWatch();
     RunnerExit Conclude(struct RunFacts facts) const;
     RunnerExit FailToStart(const std::wstring& problem) const;
-    std::wstring InFolder(const std::wstring& name) const;
+    std::wstring InDirectory(const std::wstring& name) const;
 
     std::wstring workDir;
-    const platform::DirectoryHandle& folder;
+    const platform::DirectoryHandle& directory;
     const settings::Settings& settings;
     std::vector<void*> owners;
     const platform::StopSignal& stopSignal;

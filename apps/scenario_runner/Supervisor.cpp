@@ -12,9 +12,9 @@ namespace {
 using std::chrono::milliseconds;
 using std::chrono::steady_clock;
 
-/// For file systems that tell nobody of changes, network folders most of all.
+/// For file systems that tell nobody of changes, network directories most of all.
 constexpr milliseconds slowLook{2000};
-/// While there is no folder watch yet. On Linux a request to stop mostly comes as a signal too, and wakes the wait.
+/// While there is no directory watch yet. On Linux a request to stop mostly comes as a signal too, and wakes the wait.
 constexpr milliseconds quickLook{100};
 
 milliseconds TimeUntil(const std::optional<StopPolicy::Time>& deadline, milliseconds longest) {
@@ -29,7 +29,7 @@ milliseconds TimeUntil(const std::optional<StopPolicy::Time>& deadline, millisec
 
 Supervisor::Supervisor(platform::ProcessTree& watchedTree, const std::vector<void*>& watchedOwners,
                        const std::wstring& workDir, const platform::StopSignal& signal, milliseconds watchAfter)
-    : tree(watchedTree), owners(watchedOwners), folder(workDir),
+    : tree(watchedTree), owners(watchedOwners), directory(workDir),
       killFile(platform::ResolveAgainst(workDir, run_protocol::killFileName)),
       watchFrom(steady_clock::now() + watchAfter), stopSignal(signal) {}
 
@@ -66,11 +66,11 @@ milliseconds Supervisor::LongestWait(const StopPolicy& plan) const {
     return watch || plan.IsStopping() ? slowLook : quickLook;
 }
 
-void Supervisor::WatchFolder(const StopPolicy& plan) {
+void Supervisor::WatchDirectory(const StopPolicy& plan) {
     if (watch) {
         watch->Rearm();
     } else if (!plan.IsStopping() && steady_clock::now() >= watchFrom) {
-        watch.emplace(folder);
+        watch.emplace(directory);
     }
 }
 
@@ -83,7 +83,7 @@ RunStep Supervisor::Look(StopPolicy& plan) {
         return plan.OnHostEnded();
     }
     // Before the look at the file: what changes from here on ends the next wait.
-    WatchFolder(plan);
+    WatchDirectory(plan);
     return IsStopRequested() ? plan.OnStopRequested(steady_clock::now()) : plan.OnTime(steady_clock::now());
 }
 

@@ -16,8 +16,8 @@ namespace scenario_runner {
 /// scenario is left.
 class Supervisor {
 public:
-    /// A run that ends within this time gets no folder watch: on Linux, letting go of one costs 5 to 18 ms, more than
-    /// all else in a short job. Until then the file that asks to stop is looked for by time.
+    /// A run that ends within this time gets no directory watch: on Linux, letting go of one costs 5 to 18 ms, more
+    /// than all else in a short job. Until then the file that asks to stop is looked for by time.
     static constexpr std::chrono::milliseconds timeWithoutWatch{2000};
 
     /// `owners`: the processes whose end ends the run. They and all else outlive the supervision.
@@ -30,7 +30,7 @@ public:
 private:
     void WaitForNews(const StopPolicy& plan);
     std::chrono::milliseconds LongestWait(const StopPolicy& plan) const;
-    void WatchFolder(const StopPolicy& plan);
+    void WatchDirectory(const StopPolicy& plan);
     RunStep Look(StopPolicy& plan);
     RunStep OnScenarioEnded(StopPolicy& plan) const;
     bool HasLostOwner() const;
@@ -39,10 +39,10 @@ private:
 
     platform::ProcessTree& tree;
     const std::vector<void*>& owners;
-    std::wstring folder;
+    std::wstring directory;
     std::wstring killFile;
     std::chrono::steady_clock::time_point watchFrom;
-    std::optional<platform::FolderWatch> watch;
+    std::optional<platform::DirectoryWatch> watch;
     const platform::StopSignal& stopSignal;
 };
 

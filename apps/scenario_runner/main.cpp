@@ -30,44 +30,44 @@ bool UseSettings(const RunnerArguments& arguments, std::wstring& problem) {
     return problem.empty();
 }
 
-RunnerExit Refuse(const platform::DirectoryHandle& folder, const std::wstring& problem) {
+RunnerExit Refuse(const platform::DirectoryHandle& directory, const std::wstring& problem) {
     Say(problem);
-    const scenario_runner::ResultFile file(folder.Path());
+    const scenario_runner::ResultFile file(directory.Path());
     return file.Write(scenario_runner::FailedResult(L"", problem)) ? RunnerExit::NotStarted : RunnerExit::NoResult;
 }
 
-RunnerExit RunScenario(const RunnerArguments& arguments, const platform::DirectoryHandle& folder,
+RunnerExit RunScenario(const RunnerArguments& arguments, const platform::DirectoryHandle& directory,
                        const std::vector<void*>& owners) {
     std::wstring problem;
     if (!UseSettings(arguments, problem)) {
-        return Refuse(folder, problem);
+        return Refuse(directory, problem);
     }
     try {
         const platform::StopSignal stopSignal;
         const auto settings = settings::Current();
-        return scenario_runner::ScenarioRun(arguments.workDir, folder, *settings, owners, stopSignal).Run();
+        return scenario_runner::ScenarioRun(arguments.workDir, directory, *settings, owners, stopSignal).Run();
     } catch (const std::exception& failure) {
         // No more threads, handles or memory.
-        return Refuse(folder, L"The scenario cannot be run: " + text::FromUtf8(failure.what()) + L".");
+        return Refuse(directory, L"The scenario cannot be run: " + text::FromUtf8(failure.what()) + L".");
     }
 }
 
 /// What the guard does when somebody ended the runner: the scenario's own verdict stands, where it has given one.
-RunnerExit ConcludeFor(const platform::GuardedEnd& end, const platform::DirectoryHandle& folder) {
-    const scenario_runner::ResultFile file(folder.Path());
+RunnerExit ConcludeFor(const platform::GuardedEnd& end, const platform::DirectoryHandle& directory) {
+    const scenario_runner::ResultFile file(directory.Path());
     const auto result =
         scenario_runner::FailedResult(L"", L"The scenario was ended because the program that runs it was ended with " +
                                                platform::ExitCodeText(end.exitCode) + L".");
     return file.Read() || file.Write(result) ? RunnerExit::Done : RunnerExit::NoResult;
 }
 
-RunnerExit RunGuarded(const RunnerArguments& arguments, const platform::DirectoryHandle& folder, void* host) {
+RunnerExit RunGuarded(const RunnerArguments& arguments, const platform::DirectoryHandle& directory, void* host) {
     const platform::GuardedEnd end = platform::RunGuarded([&](void* guard) {
         std::vector<void*> owners{host, guard};
         std::erase(owners, nullptr);
-        return static_cast<std::int32_t>(RunScenario(arguments, folder, owners));
+        return static_cast<std::int32_t>(RunScenario(arguments, directory, owners));
     });
-    return end.isByForce ? ConcludeFor(end, folder) : static_cast<RunnerExit>(end.exitCode);
+    return end.isByForce ? ConcludeFor(end, directory) : static_cast<RunnerExit>(end.exitCode);
 }
 
 RunnerExit Run(const std::vector<std::wstring>& words) {
@@ -78,16 +78,16 @@ RunnerExit Run(const std::vector<std::wstring>& words) {
         return RunnerExit::WrongArguments;
     }
     const platform::OwnedHandle host = platform::TakeInheritedHandle(arguments.host);
-    platform::DirectoryHandle folder;
-    if (const platform::Error error = folder.Open(arguments.workDir)) {
+    platform::DirectoryHandle directory;
+    if (const platform::Error error = directory.Open(arguments.workDir)) {
         Say(L"The work directory " + arguments.workDir + L" cannot be used: " + error.Text());
         return RunnerExit::NoResult;
     }
     if (!arguments.host.empty() && !host) {
-        return Refuse(folder, L"The scenario was not started: \"" + arguments.host +
-                                  L"\" is no handle of the controller's process.");
+        return Refuse(directory, L"The scenario was not started: \"" + arguments.host +
+                                     L"\" is no handle of the controller's process.");
     }
-    return RunGuarded(arguments, folder, host.Get());
+    return RunGuarded(arguments, directory, host.Get());
 }
 
 } // namespace

@@ -48,9 +48,9 @@ void WriteAndRename(const std::string& path, std::string_view bytes, bool flush)
 }
 
 std::size_t CountFiles(const std::string& path) {
-    const std::unique_ptr<DIR, int (*)(DIR*)> folder(::opendir(path.c_str()), &::closedir);
+    const std::unique_ptr<DIR, int (*)(DIR*)> directory(::opendir(path.c_str()), &::closedir);
     std::size_t count = 0;
-    while (const dirent* entry = folder ? ::readdir(folder.get()) : nullptr) {
+    while (const dirent* entry = directory ? ::readdir(directory.get()) : nullptr) {
         if (entry->d_type == DT_DIR) {
             count += IsDots(entry->d_name) ? 0 : CountFiles(path + "/" + entry->d_name);
         } else {

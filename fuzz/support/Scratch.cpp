@@ -8,27 +8,27 @@
 namespace fuzz {
 namespace {
 
-/// A folder with its settings.
-class QuietFolder {
+/// A directory with its settings.
+class QuietDirectory {
 public:
-    QuietFolder() {
-        const std::wstring settingsFile = folder / L"scratch_settings.json";
+    QuietDirectory() {
+        const std::wstring settingsFile = directory / L"scratch_settings.json";
         WriteTextFile(settingsFile, R"({"logFile":"","jobListFile":"list/job_list.json"})");
         settings::UseFile(settingsFile);
         Require(settings::Problem().empty(), "the settings of the fuzzers are in force");
     }
 
-    const TemporaryFolder& Folder() const { return folder; }
+    const TemporaryDirectory& Directory() const { return directory; }
 
 private:
-    TemporaryFolder folder;
+    TemporaryDirectory directory;
 };
 
 } // namespace
 
-const TemporaryFolder& Scratch() {
-    static const QuietFolder quiet;
-    return quiet.Folder();
+const TemporaryDirectory& Scratch() {
+    static const QuietDirectory quiet;
+    return quiet.Directory();
 }
 
 std::wstring ScratchFile(const std::wstring& name, std::string_view bytes) {

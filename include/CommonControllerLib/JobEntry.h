@@ -40,7 +40,7 @@ public:
     std::string GetStatusString();
     const std::wstring& GetWorkDir() const { return info.workDir; }
     std::int32_t GetProgress() const { return info.progress; }
-    /// The folder made by `PrepareOutputDir`; empty until then.
+    /// The directory made by `PrepareOutputDir`; empty until then.
     const std::wstring& GetOutputFolder() const { return outputFolder; }
     /// Why the job failed, one sentence or more for people, where the scenario's own result does not say it; empty
     /// otherwise. Not persisted.
@@ -66,7 +66,7 @@ public:
 
     void SetScenarioDir(const std::wstring& dir, const std::wstring& subDir);
 
-    /// Makes the prepared output folder the record's output directory, if it exists.
+    /// Makes the prepared output directory the record's output directory, if it exists.
     void SetOutputFolder();
 
     /// Builds the run request of this job; false when it cannot be built.
@@ -75,9 +75,9 @@ public:
     /// Any transition is accepted and logged; the status that the job already has is neither.
     void ChangeStatus(JobStatus status);
 
-    /// Makes a fresh folder for the job's results below the output directory, named after the first input file (with a
-    /// number behind it when that name is taken). Without input files the output directory itself is taken, made or
-    /// not. False when the folder cannot be made (logged).
+    /// Makes a fresh directory for the job's results below the output directory, named after the first input file (with
+    /// a number behind it when that name is taken). Without input files the output directory itself is taken, made or
+    /// not. False when the directory cannot be made (logged).
     [[nodiscard]] bool PrepareOutputDir();
 
     /// UTC text of a time: "2024-03-05T07:08:09Z".

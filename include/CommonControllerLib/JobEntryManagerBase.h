@@ -94,7 +94,7 @@ public:
     /// ids that were deleted. Deleting the last job restarts the numbering. Always true.
     bool DeleteJobs(std::vector<std::wstring>& ids, std::vector<std::wstring>& deleted);
 
-    /// Searches the configured folders for scenarios, appends them to `scenarios` and adds them to the catalogue.
+    /// Searches the configured directories for scenarios, appends them to `scenarios` and adds them to the catalogue.
     /// Always false; the outcome is in `scenarios`. Takes no lock: not while another thread enqueues or uses the
     /// catalogue.
     bool FetchScenarios(std::vector<ScenarioInfo>& scenarios);
@@ -147,7 +147,7 @@ private:
 
     // Enqueue; under the lock
     /// Finds the scenario that a request names, in the catalogue or as a file; `scenarioDir` then becomes the file's
-    /// folder. False (logged) when there is none.
+    /// directory. False (logged) when there is none.
     [[nodiscard]] bool ResolveScenario(const ScenarioInfo& requested, ScenarioInfo& scenario,
                                        std::wstring& scenarioDir);
     /// Searches a scenario file by its path, else below the scenario directories in order. False leaves `path`.

@@ -16,7 +16,7 @@ struct JobListInfo {
     /// 0 to 100, as the scenario last reported it.
     std::int32_t progress = 0;
     JobStatus status = JobStatus::Queued;
-    /// Where the results go: as requested, later the prepared output folder.
+    /// Where the results go: as requested, later the prepared output directory.
     std::wstring outputDir;
     /// Where the job's process reports.
     std::wstring workDir;
@@ -48,7 +48,7 @@ struct EnqueueJobsInfo {
     std::wstring outputDir;
     std::wstring runArgument;
     std::wstring extraText;
-    /// Puts the results into a subfolder named after the local time of the enqueue.
+    /// Puts the results into a subdirectory named after the local time of the enqueue.
     bool useTimeStampFolder = false;
 
     bool operator==(const EnqueueJobsInfo&) const = default;

@@ -3,9 +3,9 @@
 #include <string>
 #include <vector>
 
-/// One configured root folder to search for scenarios.
+/// One configured root directory to search for scenarios.
 struct ScenarioDirectory {
-    /// The folder.
+    /// The directory.
     std::wstring path;
     /// Shown in front of the names of its scenarios; may be empty.
     std::wstring label;
@@ -27,11 +27,11 @@ struct InputFileSpec {
 struct ScenarioInfo {
     /// The key of the catalogue: the decimal form of a 64-bit hash.
     std::wstring id;
-    /// The scenario file's path relative to its root folder.
+    /// The scenario file's path relative to its root directory.
     std::wstring relativePath;
     /// The full path of the scenario file.
     std::wstring path;
-    /// What the user sees: the folder's label prefix, then the scenario's name.
+    /// What the user sees: the directory's label prefix, then the scenario's name.
     std::wstring displayName;
     /// The input files that it takes; element 0 is the primary one.
     std::vector<InputFileSpec> inputs;

@@ -30,13 +30,13 @@ public:
 
     // Settings
 
-    /// The folder below which every job has its work directory; absolute.
+    /// The directory below which every job has its work directory; absolute.
     static std::wstring GetWorkDirectory();
     /// The full path of the job list file.
     static std::wstring GetJobListFile();
     /// True when old jobs are to be deleted automatically; `days` is then their age limit in days.
     static bool IsAutoDeleteWorkFolder(int& days);
-    /// The folders to search for scenarios, in order; absolute paths.
+    /// The directories to search for scenarios, in order; absolute paths.
     static std::vector<ScenarioDirectory> GetScenarioDirectoryList();
     /// The culture selected in the settings, such as "de-DE".
     static std::wstring GetCultureInfo();
@@ -48,14 +48,14 @@ public:
     static std::wstring GetFileNameWithoutExtension(const std::wstring& path);
     /// A new random identifier: 8-4-4-4-12 lower-case hexadecimal digits.
     static std::wstring CreateGuid();
-    /// Replaces the file `path` by `json` in UTF-8, all or nothing, flushed to the disk; missing parent folders are
+    /// Replaces the file `path` by `json` in UTF-8, all or nothing, flushed to the disk; missing parent directories are
     /// made. When it is the job list file, the last good one is kept beside it as ".bak".
     [[nodiscard]] static bool CreateJsonFile(const std::wstring& json, const std::wstring& path);
     /// The text of a JSON file (UTF-8, with or without a mark); false when it cannot be read or is not JSON.
     [[nodiscard]] static bool ReadJsonFile(const std::wstring& path, std::wstring& text);
     /// Removes a job's work directory with its contents; no link or junction is followed. Refuses (false and a warning)
     /// a text that is empty, relative or a root, whatever does not lie below the configured work directory, and what
-    /// can be reached only through a link. The text counts up to its first U+0000. A folder that is missing is a
+    /// can be reached only through a link. The text counts up to its first U+0000. A directory that is missing is a
     /// success.
     [[nodiscard]] static bool RemoveJobWorkDirectory(const std::wstring& workDir);
 
@@ -83,7 +83,7 @@ public:
     /// Reads the job list file. An unreadable one is kept beside it as ".corrupt-<time>"; when its ".bak" is good, that
     /// is read and a warning says so. Of a list that is missing the backup is not read: somebody has deleted it.
     [[nodiscard]] static bool ParseJobList(const std::wstring& path, std::vector<JobListInfo>& records);
-    /// Reads the requests of a jobs file; relative paths in it are relative to its folder.
+    /// Reads the requests of a jobs file; relative paths in it are relative to its directory.
     [[nodiscard]] static bool ReadEnqueueJobsFile(const std::wstring& path, std::vector<EnqueueJobsInfo>& infos);
 
     // What scenarios are told and report

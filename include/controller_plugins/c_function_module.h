@@ -23,7 +23,7 @@ typedef struct controller_run_request {
     const char* const* input_files;
     size_t input_file_count;
     /* Made already, except for a job without input files. */
-    const char* output_folder;
+    const char* output_directory;
     /* Made already, for this user alone. The file run_scenario_info.json is in it. */
     const char* work_dir;
     const char* run_argument;

@@ -4,7 +4,7 @@
 #include "fault_points/FaultPoint.h"
 #include "formats/RunProtocol.h"
 #include "local_process/RunnerStart.h"
-#include "local_process/WorkFolder.h"
+#include "local_process/WorkDirectory.h"
 #include "services/Settings.h"
 
 namespace local_process {
@@ -49,7 +49,7 @@ ModuleResult LocalProcess::RunScenario(const std::wstring& request, std::wstring
         answer = L"A request to run a scenario cannot be read: " + problem;
         return Fail(ModuleResult::InvalidRequest, answer);
     }
-    if (!PrepareWorkFolder(info, problem)) {
+    if (!PrepareWorkDirectory(info, problem)) {
         return FailJob(ModuleResult::NoWorkDirectory, info, problem, answer);
     }
     fault_points::ReachFaultPoint(fault_points::FaultPoint::RunRequestWritten);

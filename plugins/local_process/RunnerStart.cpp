@@ -54,7 +54,7 @@ bool StartRunner(const run_protocol::RunScenarioInfo& info, const settings::Sett
         start.arguments.insert(start.arguments.end(), {L"--settings", platform::ToNativeText(settingsFile)});
     }
     start.environment = {{run_protocol::runInfoVariable, run_protocol::RunInfoPath(info.workDir)}};
-    start.currentFolder = platform::ParentFolder(settings.scenarioRunner);
+    start.currentDirectory = platform::ParentDirectory(settings.scenarioRunner);
     start.detached = true;
     start.inherited = {host.Get()};
     const platform::Error error = platform::StartProcess(start, runner);

@@ -14,35 +14,35 @@ namespace {
 using platform::FileIdentity;
 
 bool IsRoot(const std::wstring& path) {
-    return platform::ParentFolder(path).empty() || platform::ParentFolder(path) == path;
+    return platform::ParentDirectory(path).empty() || platform::ParentDirectory(path) == path;
 }
 
 /// Both paths must be normalized.
-bool LiesBelow(const std::wstring& path, const std::wstring& folder) {
-    const std::wstring start = folder.ends_with(L'\\') ? folder : folder + L'\\';
+bool LiesBelow(const std::wstring& path, const std::wstring& directory) {
+    const std::wstring start = directory.ends_with(L'\\') ? directory : directory + L'\\';
     return path.size() > start.size() && platform::SameName(path.substr(0, start.size()), start);
 }
 
-/// Other names of the same folder (letter case, short names, mount points) are seen through.
-bool IsOrHolds(const std::wstring& path, const std::wstring& folder) {
+/// Other names of the same directory (letter case, short names, mount points) are seen through.
+bool IsOrHolds(const std::wstring& path, const std::wstring& directory) {
     const std::optional<FileIdentity> identity = platform::IdentityOf(path);
     if (!identity) {
         return false;
     }
-    std::wstring ancestor = folder;
+    std::wstring ancestor = directory;
     while (identity != platform::IdentityOf(ancestor)) {
         if (IsRoot(ancestor)) {
             return false;
         }
-        ancestor = platform::ParentFolder(ancestor);
+        ancestor = platform::ParentDirectory(ancestor);
     }
     return true;
 }
 
 /// A link on the way down to `path`, itself included; empty when there is none.
-std::wstring FindLink(std::wstring path, const std::wstring& folder) {
+std::wstring FindLink(std::wstring path, const std::wstring& directory) {
     std::wstring link;
-    for (; LiesBelow(path, folder); path = platform::ParentFolder(path)) {
+    for (; LiesBelow(path, directory); path = platform::ParentDirectory(path)) {
         if (platform::IsLink(path)) {
             link = path;
         }
@@ -50,8 +50,8 @@ std::wstring FindLink(std::wstring path, const std::wstring& folder) {
     return link;
 }
 
-/// True for the folders that the engine gives to jobs: directly in the work directory, named by an id. The
-/// work directory may be one where the user keeps other folders too.
+/// True for the directories that the engine gives to jobs: directly in the work directory, named by an id. The
+/// work directory may be one where the user keeps other directories too.
 bool IsNamedAsAJob(const std::wstring& path, const std::wstring& workDirectory) {
     const std::wstring name = path.substr(std::min(path.size(), workDirectory.size()));
     return run_protocol::IsJobId(name.substr(std::min(name.find_first_not_of(L'\\'), name.size())));

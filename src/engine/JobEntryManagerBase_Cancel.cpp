@@ -13,7 +13,7 @@
 
 bool JobEntry::OnCancelJob() {
     ControllerLogManager::DebugLog(L"Create killprocess for Job: " + numbers::DecimalText(info.seqId));
-    // Without a reason to tell: the job may just have ended and lost its folder.
+    // Without a reason to tell: the job may just have ended and lost its directory.
     (void)platform::CreateEmptyFile(PathFuncs::Join(info.workDir, run_protocol::killFileName));
     fault_points::ReachFaultPoint(fault_points::FaultPoint::KillFileMade);
     return true;

@@ -15,7 +15,7 @@ bool TakeDeletable(JobEntry& job, std::set<std::wstring>& requested) {
     return queue::CanDelete(job.GetStatus()) && queue::TakeRequested(job.GetId(), job.GetSeqId(), requested);
 }
 
-/// The path is the text up to its first U+0000. A folder that stays behind is no reason to keep the job.
+/// The path is the text up to its first U+0000. A directory that stays behind is no reason to keep the job.
 void RemoveWorkDirectory(const std::wstring& workDir) {
     try {
         (void)ControllerCSWrapper::RemoveJobWorkDirectory(workDir.substr(0, workDir.find(L'\0')));

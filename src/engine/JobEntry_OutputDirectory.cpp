@@ -2,8 +2,8 @@
 
 #include "CommonControllerLib/ControllerLogManager.h"
 #include "CommonControllerLib/PathFuncs.h"
-#include "engine/FreshFolder.h"
-#include "engine/OutputFolderName.h"
+#include "engine/FreshDirectory.h"
+#include "engine/OutputDirectoryName.h"
 #include "platform/files/FileSystem.h"
 #include "platform/files/NativePath.h"
 #include "text/Numbers.h"
@@ -23,16 +23,17 @@ bool JobEntry::PrepareOutputDir() {
         return true;
     }
     const std::wstring path =
-        WithoutTrailingBlanks(PathFuncs::Join(info.outputDir, OutputFolderName(info.inputFiles.front())));
-    std::wstring folder;
-    if (const platform::Error error = MakeFreshFolder(path, {platform::Exists, platform::CreateFolder}, folder)) {
+        WithoutTrailingBlanks(PathFuncs::Join(info.outputDir, OutputDirectoryName(info.inputFiles.front())));
+    std::wstring directory;
+    if (const platform::Error error =
+            MakeFreshDirectory(path, {platform::Exists, platform::CreateNewDirectory}, directory)) {
         failure =
-            L"The output directory " + platform::ToNativeText(folder) + L" cannot be made: " + error.Text() + L".";
-        ControllerLogManager::ErrorLog(L"Failed to create directory: " + folder + L" for Job: " +
+            L"The output directory " + platform::ToNativeText(directory) + L" cannot be made: " + error.Text() + L".";
+        ControllerLogManager::ErrorLog(L"Failed to create directory: " + directory + L" for Job: " +
                                        numbers::DecimalText(info.seqId));
         return false;
     }
-    outputFolder = folder;
+    outputFolder = directory;
     return true;
 }
 

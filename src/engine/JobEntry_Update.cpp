@@ -37,7 +37,7 @@ std::wstring EndingOf(void* process) {
 }
 
 std::wstring WhyThereIsNoResult(const std::wstring& workDir, const std::wstring& path) {
-    if (!platform::IsFolder(workDir)) {
+    if (!platform::IsDirectory(workDir)) {
         return L"its work directory is gone: " + platform::ToNativeText(workDir);
     }
     return platform::Exists(path) ? L"its result cannot be read: " + platform::ToNativeText(path)

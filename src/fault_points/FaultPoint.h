@@ -12,7 +12,7 @@ enum class FaultPoint {
     BackupLinked,
     BackupInPlace,
     FileRenamed,
-    // A folder is removed with all it holds
+    // A directory is removed with all it holds
     EntryRemoved,
     // The engine
     ListRead,

@@ -12,25 +12,25 @@ namespace {
 
 constexpr wchar_t ending[] = L".json";
 
-/// Empty where the user has no data folder.
-std::wstring Folder() {
-    const std::wstring data = platform::UserDataFolder();
-    return data.empty() ? data : data + L"\\" + platform::applicationFolderName + L"\\hosts";
+/// Empty where the user has no data directory.
+std::wstring Directory() {
+    const std::wstring data = platform::UserDataDirectory();
+    return data.empty() ? data : data + L"\\" + platform::applicationDirectoryName + L"\\hosts";
 }
 
 /// Hosts of one user have different process numbers at any time.
 std::wstring FileOf(const host_lock::Holder& holder) {
-    return Folder() + L"\\" + std::to_wstring(holder.process) + ending;
+    return Directory() + L"\\" + std::to_wstring(holder.process) + ending;
 }
 
 std::vector<std::wstring> Files() {
-    std::vector<platform::FolderEntry> entries;
-    // Without a folder there are no hosts.
-    (void)platform::ListFolder(Folder(), entries);
+    std::vector<platform::DirectoryEntry> entries;
+    // Without a directory there are no hosts.
+    (void)platform::ListDirectory(Directory(), entries);
     std::vector<std::wstring> files;
-    for (const platform::FolderEntry& entry : entries) {
-        if (!entry.isFolder && entry.name.ends_with(ending)) {
-            files.push_back(Folder() + L"\\" + entry.name);
+    for (const platform::DirectoryEntry& entry : entries) {
+        if (!entry.isDirectory && entry.name.ends_with(ending)) {
+            files.push_back(Directory() + L"\\" + entry.name);
         }
     }
     return files;
@@ -49,10 +49,10 @@ void RemoveOfDeadHosts() {
 
 platform::Error Write(const host_lock::Holder& holder) {
     return boundary::Guard("Write", [&]() -> platform::Error {
-        if (Folder().empty()) {
+        if (Directory().empty()) {
             return {};
         }
-        if (const platform::Error error = platform::EnsurePrivateFolders(Folder())) {
+        if (const platform::Error error = platform::EnsurePrivateDirectories(Directory())) {
             return error;
         }
         RemoveOfDeadHosts();
@@ -61,7 +61,7 @@ platform::Error Write(const host_lock::Holder& holder) {
 }
 
 void Remove(const host_lock::Holder& holder) {
-    if (!Folder().empty()) {
+    if (!Directory().empty()) {
         // What cannot be removed does no harm: the lock is what counts.
         (void)platform::RemoveFile(FileOf(holder));
     }

@@ -7,12 +7,12 @@
 #include <string>
 #include <vector>
 
-/// What each running host notes of itself in the user's data folder: which job list it serves and which settings file
-/// it was started with. So a host is found whose settings file cannot be read any more. The lock of the job list, not
-/// the note, says whether a host runs. Any thread.
+/// What each running host notes of itself in the user's data directory: which job list it serves and which settings
+/// file it was started with. So a host is found whose settings file cannot be read any more. The lock of the job list,
+/// not the note, says whether a host runs. Any thread.
 namespace host_records {
 
-/// Writes the note of this process's host, and removes those of hosts that were killed. Without a data folder of the
+/// Writes the note of this process's host, and removes those of hosts that were killed. Without a data directory of the
 /// user there is no note.
 [[nodiscard]] CONTROLLER_API platform::Error Write(const host_lock::Holder& holder);
 

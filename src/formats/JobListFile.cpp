@@ -127,7 +127,7 @@ Found LookAt(const std::wstring& path, std::string& bytes, JobList& list, std::w
 
 /// A file is kept as `keptAs` without a moment in which there is none at `path`.
 Error ReplaceKeeping(const std::wstring& path, std::string_view bytes, const std::wstring& keptAs) {
-    if (!platform::IsFolder(path)) {
+    if (!platform::IsDirectory(path)) {
         return platform::ReplaceFileKeepingBackup(path, bytes, keptAs);
     }
     const Error error = platform::RenameFile(path, keptAs);
@@ -284,14 +284,14 @@ std::wstring ReasonUnusable(const std::wstring& path) {
 
 std::vector<std::wstring> KeptAside(const std::wstring& path) {
     return boundary::Guard("KeptAside", [&] {
-        const std::wstring folder = platform::ParentFolder(path);
+        const std::wstring directory = platform::ParentDirectory(path);
         const std::wstring prefix = platform::FileName(CorruptPrefix(path));
         std::vector<std::wstring> files;
-        std::vector<platform::FolderEntry> entries;
-        if (!platform::ListFolder(folder, entries)) {
-            for (const platform::FolderEntry& entry : entries) {
+        std::vector<platform::DirectoryEntry> entries;
+        if (!platform::ListDirectory(directory, entries)) {
+            for (const platform::DirectoryEntry& entry : entries) {
                 if (entry.name.starts_with(prefix)) {
-                    files.push_back(platform::ResolveAgainst(folder, entry.name));
+                    files.push_back(platform::ResolveAgainst(directory, entry.name));
                 }
             }
         }

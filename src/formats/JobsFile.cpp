@@ -13,31 +13,31 @@ struct JobsFile {
     std::vector<EnqueueJobsInfo> requests;
 };
 
-std::wstring FolderOf(const std::wstring& jobsFile) {
-    return platform::ParentFolder(platform::ResolveAgainst(platform::CurrentFolder(), jobsFile));
+std::wstring DirectoryOf(const std::wstring& jobsFile) {
+    return platform::ParentDirectory(platform::ResolveAgainst(platform::CurrentDirectory(), jobsFile));
 }
 
-void Resolve(const std::wstring& folder, std::wstring& path) {
+void Resolve(const std::wstring& directory, std::wstring& path) {
     if (!path.empty() && !platform::IsAbsolute(path)) {
-        path = platform::ResolveAgainst(folder, path);
+        path = platform::ResolveAgainst(directory, path);
     }
 }
 
 /// An id of the catalogue stays as it is; so does a file name that is to be looked for in the scenario directories.
-void ResolveScenario(const std::wstring& folder, std::wstring& id) {
+void ResolveScenario(const std::wstring& directory, std::wstring& id) {
     std::wstring path = id;
-    Resolve(folder, path);
-    if (path != id && platform::Exists(path) && !platform::IsFolder(path)) {
+    Resolve(directory, path);
+    if (path != id && platform::Exists(path) && !platform::IsDirectory(path)) {
         id = std::move(path);
     }
 }
 
-void ResolvePaths(const std::wstring& folder, EnqueueJobsInfo& request) {
-    Resolve(folder, request.outputDir);
-    ResolveScenario(folder, request.scenario.id);
+void ResolvePaths(const std::wstring& directory, EnqueueJobsInfo& request) {
+    Resolve(directory, request.outputDir);
+    ResolveScenario(directory, request.scenario.id);
     for (auto& inputSet : request.inputFileSets) {
         for (auto& inputFile : inputSet) {
-            Resolve(folder, inputFile);
+            Resolve(directory, inputFile);
         }
     }
 }
@@ -74,9 +74,9 @@ bool jobs_file::Read(const std::wstring& path, std::vector<EnqueueJobsInfo>& req
         problem = AllProblems(path, unknownMembers, problem);
         return false;
     }
-    const std::wstring folder = FolderOf(path);
+    const std::wstring directory = DirectoryOf(path);
     for (auto& request : file.requests) {
-        ResolvePaths(folder, request);
+        ResolvePaths(directory, request);
     }
     message_text::AppendAll(requests, std::move(file.requests));
     return true;

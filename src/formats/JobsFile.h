@@ -12,8 +12,8 @@
 namespace jobs_file {
 
 /// Appends the requests of a jobs file of at most 256 MiB, in its order; relative paths are made absolute against the
-/// file's folder. A member that no record has refuses the file. On failure nothing is appended, nothing is logged, and
-/// `problem` says what is wrong, a line for each finding (20 members without meaning at most):
+/// file's directory. A member that no record has refuses the file. On failure nothing is appended, nothing is logged,
+/// and `problem` says what is wrong, a line for each finding (20 members without meaning at most):
 /// "/home/ann/jobs.json, line 3, column 14: EnqueueJobs[0].outputDir: expected text, found a number".
 [[nodiscard]] CONTROLLER_API bool Read(const std::wstring& path, std::vector<EnqueueJobsInfo>& requests,
                                        std::wstring& problem);

@@ -44,11 +44,11 @@ std::wstring SerializeProgress(const std::wstring& jobId, int progress, const st
 
 namespace {
 
-platform::Error ReplaceInFolder(const std::wstring& json, const std::wstring& path) {
+platform::Error ReplaceInDirectory(const std::wstring& json, const std::wstring& path) {
     if (json.empty()) {
         return {platform::ErrorKind::Other, 0};
     }
-    if (!platform::IsFolder(platform::ParentFolder(path))) {
+    if (!platform::IsDirectory(platform::ParentDirectory(path))) {
         return {platform::ErrorKind::NotFound, 0};
     }
     return platform::ReplaceFile(path, text::ToUtf8(json), platform::Durability::Unsynced);
@@ -58,7 +58,7 @@ platform::Error ReplaceInFolder(const std::wstring& json, const std::wstring& pa
 
 bool WriteFile(const std::wstring& json, const std::wstring& path) {
     return boundary::Guard("WriteFile", [&] {
-        const platform::Error error = ReplaceInFolder(json, path);
+        const platform::Error error = ReplaceInDirectory(json, path);
         if (error) {
             ControllerCSWrapper::WriteErrorLog(L"The file cannot be written: " + platform::ToNativeText(path) + L": " +
                                                error.Text());
@@ -70,14 +70,14 @@ bool WriteFile(const std::wstring& json, const std::wstring& path) {
 namespace {
 
 std::wstring WhyNotMade(const std::wstring& workDir) {
-    const std::wstring parent = platform::ParentFolder(workDir);
-    if (const platform::Error error = platform::EnsurePrivateFolders(parent)) {
+    const std::wstring parent = platform::ParentDirectory(workDir);
+    if (const platform::Error error = platform::EnsurePrivateDirectories(parent)) {
         return L"cannot be made: " + error.Text();
     }
     if (platform::IsReplaceableByOthers(parent)) {
         return L"is not made, because other users could exchange it";
     }
-    const platform::Error error = platform::EnsurePrivateFolder(workDir);
+    const platform::Error error = platform::EnsurePrivateDirectory(workDir);
     return error ? L"cannot be made: " + error.Text() : std::wstring();
 }
 
@@ -96,13 +96,13 @@ bool MakeWorkDirectory(const std::wstring& workDir, std::wstring& problem) {
     });
 }
 
-std::wstring FailureNotesFolder(const std::wstring& jobListFile) {
+std::wstring FailureNotesDirectory(const std::wstring& jobListFile) {
     return boundary::Guard("FailureNotesFolder", [&] { return jobListFile + L".failures"; });
 }
 
 std::wstring FailureNotePath(const std::wstring& jobListFile, const std::wstring& jobId) {
     return boundary::Guard("FailureNotePath", [&] {
-        return IsJobId(jobId) ? platform::ResolveAgainst(FailureNotesFolder(jobListFile), jobId + L".json")
+        return IsJobId(jobId) ? platform::ResolveAgainst(FailureNotesDirectory(jobListFile), jobId + L".json")
                               : std::wstring();
     });
 }

@@ -68,8 +68,8 @@ CONTROLLER_API std::wstring SerializeProgress(const std::wstring& jobId, int pro
 /// Where the reason of a failed job stands when its work directory cannot hold it: a file beside the job list, in the
 /// layout of a result. Empty for what is no job's id.
 CONTROLLER_API std::wstring FailureNotePath(const std::wstring& jobListFile, const std::wstring& jobId);
-/// The folder of these files.
-CONTROLLER_API std::wstring FailureNotesFolder(const std::wstring& jobListFile);
+/// The directory of these files.
+CONTROLLER_API std::wstring FailureNotesDirectory(const std::wstring& jobListFile);
 
 /// The answer of "RunScenario": the handle (on Linux the pidfd) as hexadecimal text.
 CONTROLLER_API std::wstring SerializeProcessHandle(void* process);

@@ -61,29 +61,29 @@ void UnpackFile(const zip::Archive& archive, const zip::Entry& entry, const std:
     ThrowIf(file.MakeExecutable(), L"cannot make executable", path);
 }
 
-void UnpackAll(const zip::Archive& archive, const std::wstring& folder) {
+void UnpackAll(const zip::Archive& archive, const std::wstring& directory) {
     for (const zip::Entry& entry : archive.Entries()) {
-        std::wstring path = folder + L'\\' + entry.path;
-        std::replace(path.begin() + static_cast<std::ptrdiff_t>(folder.size()), path.end(), L'/', L'\\');
-        if (entry.IsFolder()) {
+        std::wstring path = directory + L'\\' + entry.path;
+        std::replace(path.begin() + static_cast<std::ptrdiff_t>(directory.size()), path.end(), L'/', L'\\');
+        if (entry.IsDirectory()) {
             path.pop_back();
         }
-        const std::wstring parent = entry.IsFolder() ? path : platform::ParentFolder(path);
-        ThrowIf(platform::EnsureFolder(parent), L"cannot create", parent);
-        if (!entry.IsFolder()) {
+        const std::wstring parent = entry.IsDirectory() ? path : platform::ParentDirectory(path);
+        ThrowIf(platform::EnsureDirectory(parent), L"cannot create", parent);
+        if (!entry.IsDirectory()) {
             UnpackFile(archive, entry, path);
         }
     }
 }
 
-/// Removes a folder that was begun, unless all went well.
+/// Removes a directory that was begun, unless all went well.
 class Beginning {
 public:
-    explicit Beginning(const std::wstring& begunFolder) : folder(begunFolder) {}
+    explicit Beginning(const std::wstring& begunDirectory) : directory(begunDirectory) {}
     ~Beginning() {
         if (!kept) {
             // The failure that is reported is the one before.
-            (void)platform::RemoveTree(folder);
+            (void)platform::RemoveTree(directory);
         }
     }
     Beginning(const Beginning&) = delete;
@@ -91,7 +91,7 @@ public:
     void Keep() { kept = true; }
 
 private:
-    const std::wstring& folder;
+    const std::wstring& directory;
     bool kept = false;
 };
 
@@ -108,12 +108,12 @@ bool HasFile(const std::wstring& packagePath, const std::string& name) {
     return Attempt(packagePath, problem, [&] { isFound = zip::Archive(packagePath).Find(name) != nullptr; }) && isFound;
 }
 
-bool Unpack(const std::wstring& packagePath, const std::wstring& folder, std::wstring& problem) {
+bool Unpack(const std::wstring& packagePath, const std::wstring& directory, std::wstring& problem) {
     return Attempt(packagePath, problem, [&] {
         const zip::Archive archive(packagePath);
-        ThrowIf(platform::CreateFolder(folder), L"cannot create", folder);
-        Beginning beginning(folder);
-        UnpackAll(archive, folder);
+        ThrowIf(platform::CreateNewDirectory(directory), L"cannot create", directory);
+        Beginning beginning(directory);
+        UnpackAll(archive, directory);
         beginning.Keep();
     });
 }

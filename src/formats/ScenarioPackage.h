@@ -17,9 +17,9 @@ namespace scenario_package {
 /// True when the package is usable and has a file of this name.
 CONTROLLER_API bool HasFile(const std::wstring& packagePath, const std::string& name);
 
-/// Unpacks everything below `folder`, which is made and must not exist before. False, with `problem`; nothing is left
-/// then. Files get the execute permission on Linux, because a package may hold programs.
-[[nodiscard]] CONTROLLER_API bool Unpack(const std::wstring& packagePath, const std::wstring& folder,
+/// Unpacks everything below `directory`, which is made and must not exist before. False, with `problem`; nothing is
+/// left then. Files get the execute permission on Linux, because a package may hold programs.
+[[nodiscard]] CONTROLLER_API bool Unpack(const std::wstring& packagePath, const std::wstring& directory,
                                          std::wstring& problem);
 
 } // namespace scenario_package

@@ -26,17 +26,17 @@ struct Place {
 Place DefaultPlace() {
     const std::wstring named = platform::GetEnvironment(L"CONTROLLER_SETTINGS_FILE").value_or(std::wstring());
     if (!named.empty()) {
-        return {platform::ResolveAgainst(platform::CurrentFolder(), named), true};
+        return {platform::ResolveAgainst(platform::CurrentDirectory(), named), true};
     }
-    const std::wstring folder = platform::UserConfigurationFolder();
-    if (folder.empty()) {
+    const std::wstring directory = platform::UserConfigurationDirectory();
+    if (directory.empty()) {
         return {};
     }
-    return {folder + L'\\' + platform::applicationFolderName + L"\\settings.json", false};
+    return {directory + L'\\' + platform::applicationDirectoryName + L"\\settings.json", false};
 }
 
 Place NamedPlace(const std::wstring& path) {
-    return {platform::ResolveAgainst(platform::CurrentFolder(), path), true};
+    return {platform::ResolveAgainst(platform::CurrentDirectory(), path), true};
 }
 
 /// What is to be told once the lock is released: the log asks for the settings itself.

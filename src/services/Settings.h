@@ -43,7 +43,7 @@ struct Settings {
     std::wstring stringResourceFile;
     /// The program that runs one scenario.
     std::wstring scenarioRunner;
-    /// Holds the scenario API of each language in a subfolder ("ruby").
+    /// Holds the scenario API of each language in a subdirectory ("ruby").
     std::wstring scenarioApiDirectory;
     /// The command (program and first arguments) that runs a script, by extension with the dot (".rb").
     std::map<std::wstring, std::vector<std::wstring>> interpreters;
@@ -58,7 +58,7 @@ struct Settings {
 };
 
 /// Names the settings file, before all other places. An empty path goes back to these: the environment variable
-/// CONTROLLER_SETTINGS_FILE, the user's configuration folder, built-in defaults.
+/// CONTROLLER_SETTINGS_FILE, the user's configuration directory, built-in defaults.
 CONTROLLER_API void UseFile(const std::wstring& path);
 
 /// The settings in force; never null. Read anew when the file has changed. A broken file changes nothing: the error

@@ -216,11 +216,11 @@ struct Layout<settings::File> {
 namespace settings {
 namespace {
 
-/// Applies a file to the built-in settings; paths in it are seen from its folder.
+/// Applies a file to the built-in settings; paths in it are seen from its directory.
 class Application {
 public:
     Application(const std::wstring& path, Settings& changedSettings)
-        : folder(platform::ParentFolder(path)), changed(changedSettings) {
+        : directory(platform::ParentDirectory(path)), changed(changedSettings) {
         changed.file = path;
     }
 
@@ -241,8 +241,8 @@ public:
         changed.cancelGraceSeconds = file.cancelGraceSeconds.value;
         changed.scenarioLogLimitBytes = file.scenarioLogLimitBytes.value;
         changed.parallelJobs = file.parallelJobs.value;
-        for (const Directory& directory : file.scenarioDirectories) {
-            changed.scenarioDirectories.push_back({Resolved(directory.path.value), directory.label.value});
+        for (const Directory& scenarios : file.scenarioDirectories) {
+            changed.scenarioDirectories.push_back({Resolved(scenarios.path.value), scenarios.label.value});
         }
         ApplyPaths(file.functionModules, changed.functionModules);
         ApplyPaths(file.libraryDirectories, changed.libraryDirectories);
@@ -251,7 +251,7 @@ public:
 
 private:
     std::wstring Resolved(const std::wstring& path) const {
-        return path.empty() ? path : platform::ResolveAgainst(folder, path);
+        return path.empty() ? path : platform::ResolveAgainst(directory, path);
     }
 
     template <typename Rule>
@@ -285,7 +285,7 @@ private:
         }
     }
 
-    const std::wstring folder;
+    const std::wstring directory;
     Settings& changed;
 };
 
@@ -304,10 +304,10 @@ std::optional<std::wstring> FindEmptyCommand(const File& file) {
 } // namespace
 
 Settings BuiltInSettings() {
-    const std::wstring userData = platform::UserDataFolder();
-    const std::wstring data = platform::ResolveAgainst(userData.empty() ? platform::CurrentFolder() : userData,
-                                                       platform::applicationFolderName);
-    const std::wstring programs = platform::ProgramFolder();
+    const std::wstring userData = platform::UserDataDirectory();
+    const std::wstring data = platform::ResolveAgainst(userData.empty() ? platform::CurrentDirectory() : userData,
+                                                       platform::applicationDirectoryName);
+    const std::wstring programs = platform::ProgramDirectory();
     Settings settings;
     settings.workDirectory = data + L"\\work";
     settings.jobListFile = data + L"\\job_list.json";

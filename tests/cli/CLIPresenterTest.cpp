@@ -5,7 +5,7 @@
 #include "doubles/TurnedClock.h"
 #include "modules/ModuleFiles.h"
 #include "platform/terminal/LineEnd.h"
-#include "support/TemporaryFolder.h"
+#include "support/TemporaryDirectory.h"
 
 #include <chrono>
 #include <memory>
@@ -79,9 +79,9 @@ protected:
         }
     }
 
-    TemporaryFolder folder;
+    TemporaryDirectory directory;
     const std::wstring jobsFile = L"C:\\jobs.json";
-    const std::wstring outputFile = folder / L"out \u00e4\u4e16.txt";
+    const std::wstring outputFile = directory / L"out \u00e4\u4e16.txt";
     RecordingCompanion companion;
     TurnedClock clock;
     ScriptedTransmitter transmitter;
@@ -210,7 +210,7 @@ TEST_F(CLIPresenterTest, AnOutputFileThatCannotBeOpenedLosesItsLinesSilently) {
     ScriptEnqueued(1, {{L"a", 5}});
     ScriptEnqueued(2, {{L"b", 6}});
     AnswerAtOnce();
-    presenter.EnqueueJobsFromFile(jobsFile, folder / L"missing folder\\out.txt");
+    presenter.EnqueueJobsFromFile(jobsFile, directory / L"missing folder\\out.txt");
     presenter.EnqueueJobsFromFile(jobsFile, L"");
     EXPECT_EQ(transmitter.sent.size(), 2U);
 }

@@ -6,7 +6,7 @@
 #include "formats/Messages.h"
 #include "modules/ModuleFiles.h"
 #include "platform/terminal/LineEnd.h"
-#include "support/TemporaryFolder.h"
+#include "support/TemporaryDirectory.h"
 
 #include <cstdint>
 #include <string>
@@ -20,7 +20,7 @@ namespace {
 class PresenterMessagesTest : public testing::Test {
 protected:
     PresenterMessagesTest() {
-        ControllerLogManager::Initialize(0, L"", false); // no log file in the user's folder
+        ControllerLogManager::Initialize(0, L"", false); // no log file in the user's directory
         transmitter.onSend = [this](const auto& event) { Answer(event); };
     }
 
@@ -57,8 +57,8 @@ protected:
         return messages::Serialize(L"CheckJobStatusResponse", statuses);
     }
 
-    TemporaryFolder folder;
-    const std::wstring outputFile = folder / L"out.txt";
+    TemporaryDirectory directory;
+    const std::wstring outputFile = directory / L"out.txt";
     TurnedClock clock;
     ScriptedTransmitter transmitter;
     CLIPresenter presenter{transmitter.Id(), test_modules::ModulePath(L"transmitter_by_address")};
@@ -71,10 +71,10 @@ TEST_F(PresenterMessagesTest, ARequestOfTenThousandInputSetsGivesTenThousandLine
         inputFileSets += std::string(seqId == 1 ? "" : ",") + R"(["part.stl"])";
         expected += std::to_string(seqId) + ",Queued" + std::string(platform::lineEnd);
     }
-    WriteTextFile(folder / L"jobs.json", R"({"EnqueueJobs":[{"scenario":{"id":"mesh_report.rb"},"outputDir":"out",)"
-                                         R"("inputFileSets":[)" +
-                                             inputFileSets + "]}]}");
-    presenter.EnqueueJobsFromFile(folder / L"jobs.json", outputFile);
+    WriteTextFile(directory / L"jobs.json", R"({"EnqueueJobs":[{"scenario":{"id":"mesh_report.rb"},"outputDir":"out",)"
+                                            R"("inputFileSets":[)" +
+                                                inputFileSets + "]}]}");
+    presenter.EnqueueJobsFromFile(directory / L"jobs.json", outputFile);
     EXPECT_TRUE(ReadTextFile(outputFile) == expected);
     EXPECT_EQ(transmitter.sent.size(), 1U);
 }

@@ -4,7 +4,7 @@
 
 #include "platform/files/FileLock.h"
 #include "platform/processes/Process.h"
-#include "support/TemporaryFolder.h"
+#include "support/TemporaryDirectory.h"
 
 namespace {
 
@@ -17,8 +17,8 @@ class HostLockTest : public testing::Test {
 protected:
     void SetUp() override { ASSERT_FALSE(lock.Take(host_lock::FileFor(list))); }
 
-    const TemporaryFolder folder;
-    const std::wstring list = folder / L"job_list.json";
+    const TemporaryDirectory directory;
+    const std::wstring list = directory / L"job_list.json";
     platform::FileLock lock;
 };
 
@@ -43,7 +43,7 @@ TEST_F(HostLockTest, ALockThatNobodyHoldsHasNoHolderWhateverItSays) {
 
 TEST_F(HostLockTest, WithoutAFileThereIsNoHolder) {
     Holder found;
-    EXPECT_FALSE(FindHolder(folder / L"other.json", found));
+    EXPECT_FALSE(FindHolder(directory / L"other.json", found));
 }
 
 TEST_F(HostLockTest, AHolderThatHasNotWrittenYetIsNotTakenForTheDeadOneBeforeIt) {

@@ -11,7 +11,7 @@
 #include "LogCapture.h"
 #include "platform/files/FileSystem.h"
 #include "services/Settings.h"
-#include "support/TemporaryFolder.h"
+#include "support/TemporaryDirectory.h"
 
 namespace {
 
@@ -58,8 +58,8 @@ void WriteQuickly(const std::wstring& path, const std::string& bytes) {
 class JobListFileTest : public testing::Test {
 protected:
     JobListFileTest() {
-        WriteTextFile(folder / L"settings.json", R"({"version":1,"jobListFile":"data/job_list.json"})");
-        settings::UseFile(folder / L"settings.json");
+        WriteTextFile(directory / L"settings.json", R"({"version":1,"jobListFile":"data/job_list.json"})");
+        settings::UseFile(directory / L"settings.json");
     }
     ~JobListFileTest() override { settings::UseFile(L""); }
 
@@ -84,8 +84,8 @@ protected:
     }
     /// The files that were kept aside, sorted.
     std::vector<std::wstring> Corrupt() const {
-        std::vector<platform::FolderEntry> entries;
-        EXPECT_FALSE(platform::ListFolder(folder / L"data", entries));
+        std::vector<platform::DirectoryEntry> entries;
+        EXPECT_FALSE(platform::ListDirectory(directory / L"data", entries));
         std::vector<std::wstring> names;
         for (const auto& entry : entries) {
             if (entry.name.find(L".corrupt-") != std::wstring::npos) {
@@ -97,17 +97,17 @@ protected:
     }
 
     /// From now on no list can be written, and none can be read.
-    void PutFileInPlaceOfFolder() const {
-        ASSERT_FALSE(platform::RenameFile(folder / L"data", folder / L"moved"));
-        WriteTextFile(folder / L"data", "");
+    void PutFileInPlaceOfDirectory() const {
+        ASSERT_FALSE(platform::RenameFile(directory / L"data", directory / L"moved"));
+        WriteTextFile(directory / L"data", "");
     }
-    void PutFolderBack() const {
-        ASSERT_FALSE(platform::RemoveFile(folder / L"data"));
-        ASSERT_FALSE(platform::RenameFile(folder / L"moved", folder / L"data"));
+    void PutDirectoryBack() const {
+        ASSERT_FALSE(platform::RemoveFile(directory / L"data"));
+        ASSERT_FALSE(platform::RenameFile(directory / L"moved", directory / L"data"));
     }
 
-    const TemporaryFolder folder;
-    const std::wstring path = folder / L"data\\job_list.json";
+    const TemporaryDirectory directory;
+    const std::wstring path = directory / L"data\\job_list.json";
     const std::wstring backup = path + L".bak";
     const LogCapture log;
 };
@@ -144,7 +144,7 @@ TEST_F(JobListFileTest, EachWriteKeepsTheListBefore) {
 }
 
 TEST_F(JobListFileTest, OtherFilesGetNoBackup) {
-    const std::wstring other = folder / L"other.json";
+    const std::wstring other = directory / L"other.json";
     ASSERT_TRUE(ControllerCSWrapper::CreateJsonFile(L"{\"JobList\":[]}", other));
     ASSERT_TRUE(ControllerCSWrapper::CreateJsonFile(L"{\"JobList\":[]}", other));
     EXPECT_FALSE(platform::Exists(other + L".bak"));
@@ -176,7 +176,7 @@ TEST_F(JobListFileTest, TheNameOfAListThatIsKeptAsideTellsTheTime) {
     ASSERT_EQ(Corrupt().size(), 3U);
     for (const auto& name : Corrupt()) {
         EXPECT_TRUE(std::regex_match(name, form)) << name;
-        EXPECT_EQ(ReadTextFile(folder / (L"data\\" + name)), "{");
+        EXPECT_EQ(ReadTextFile(directory / (L"data\\" + name)), "{");
     }
 }
 
@@ -242,7 +242,7 @@ TEST_F(JobListFileTest, AListOfANewerVersionIsLeftAsItStands) {
 
     ASSERT_TRUE(Write(Jobs({L"c"})));
     ASSERT_EQ(Corrupt().size(), 1U);
-    EXPECT_EQ(ReadTextFile(folder / (L"data\\" + Corrupt()[0])), newer);
+    EXPECT_EQ(ReadTextFile(directory / (L"data\\" + Corrupt()[0])), newer);
 }
 
 TEST_F(JobListFileTest, AListWithMembersOfANewerProgramOrWithoutThoseOfThisOneIsTaken) {
@@ -270,7 +270,7 @@ TEST_F(JobListFileTest, AListBrokenByOthersIsKeptAsideBeforeTheNextWrite) {
     EXPECT_EQ(Read(), Jobs({L"c"}));
     EXPECT_EQ(ReadBackup(), Jobs({L"a"}));
     ASSERT_EQ(Corrupt().size(), 1U);
-    EXPECT_EQ(ReadTextFile(folder / (L"data\\" + Corrupt()[0])), "half a li");
+    EXPECT_EQ(ReadTextFile(directory / (L"data\\" + Corrupt()[0])), "half a li");
 }
 
 TEST_F(JobListFileTest, NoListIsEverHalfTaken) {
@@ -282,7 +282,7 @@ TEST_F(JobListFileTest, NoListIsEverHalfTaken) {
         WriteQuickly(path, cut);
         ASSERT_EQ(Read(), (std::vector{RichJob(), RichJob()})) << length;
         ASSERT_EQ(Corrupt().size(), 1U) << length;
-        const std::wstring corrupt = folder / (L"data\\" + Corrupt()[0]);
+        const std::wstring corrupt = directory / (L"data\\" + Corrupt()[0]);
         ASSERT_EQ(ReadTextFile(corrupt), cut);
         ASSERT_FALSE(platform::RemoveFile(corrupt));
     }
@@ -297,13 +297,13 @@ TEST_F(JobListFileTest, WhatAPowerFailureFilledWithZerosIsNoList) {
         WriteQuickly(path, whole.substr(0, kept) + std::string(zeros, '\0'));
         EXPECT_EQ(Read(), std::vector{RichJob()}) << kept;
         EXPECT_EQ(Corrupt().size(), 1U) << kept;
-        ASSERT_FALSE(platform::RemoveFile(folder / (L"data\\" + Corrupt().at(0))));
+        ASSERT_FALSE(platform::RemoveFile(directory / (L"data\\" + Corrupt().at(0))));
     }
 }
 
 TEST_F(JobListFileTest, WritesThatFailInARowAreToldOnceAndTheirEndToo) {
     ASSERT_TRUE(Write(Jobs({L"a"})));
-    PutFileInPlaceOfFolder();
+    PutFileInPlaceOfDirectory();
     for (const wchar_t* id : {L"b", L"c", L"d"}) {
         EXPECT_FALSE(Write(Jobs({id})));
     }
@@ -311,7 +311,7 @@ TEST_F(JobListFileTest, WritesThatFailInARowAreToldOnceAndTheirEndToo) {
     EXPECT_EQ(CountOf("warning", log.Text()), 1) << log.Text();
     EXPECT_TRUE(job_list_file::IsUnwritten());
 
-    PutFolderBack();
+    PutDirectoryBack();
     EXPECT_TRUE(Write(Jobs({L"e"})));
     EXPECT_FALSE(job_list_file::IsUnwritten());
     EXPECT_EQ(CountOf("is written again, after failed attempts: 3", log.Text()), 1) << log.Text();
@@ -320,38 +320,38 @@ TEST_F(JobListFileTest, WritesThatFailInARowAreToldOnceAndTheirEndToo) {
 
 TEST_F(JobListFileTest, AListThatCouldNotBeWrittenIsWrittenOnceItCanBe) {
     ASSERT_TRUE(Write(Jobs({L"a"})));
-    PutFileInPlaceOfFolder();
+    PutFileInPlaceOfDirectory();
     EXPECT_FALSE(Write(Jobs({L"b"})));
     EXPECT_FALSE(Write(Jobs({L"c"})));
     job_list_file::RetryWrite();
     EXPECT_TRUE(job_list_file::IsUnwritten());
 
-    PutFolderBack();
+    PutDirectoryBack();
     job_list_file::RetryWrite();
     EXPECT_FALSE(job_list_file::IsUnwritten());
     EXPECT_EQ(Read(), Jobs({L"c"}));
     EXPECT_EQ(ReadBackup(), Jobs({L"a"}));
 }
 
-TEST_F(JobListFileTest, AFolderThatWasRemovedIsMadeAgain) {
+TEST_F(JobListFileTest, ADirectoryThatWasRemovedIsMadeAgain) {
     ASSERT_TRUE(Write(Jobs({L"a"})));
-    ASSERT_FALSE(platform::RemoveTree(folder / L"data"));
+    ASSERT_FALSE(platform::RemoveTree(directory / L"data"));
     ASSERT_TRUE(Write(Jobs({L"b"})));
     EXPECT_EQ(Read(), Jobs({L"b"}));
 }
 
-TEST_F(JobListFileTest, AFolderInItsPlaceIsKeptAside) {
+TEST_F(JobListFileTest, ADirectoryInItsPlaceIsKeptAside) {
     ASSERT_TRUE(Write(Jobs({L"a"})));
     ASSERT_FALSE(platform::RemoveFile(path));
     WriteTextFile(path + L"\\inside.txt", "mine");
     ASSERT_TRUE(Write(Jobs({L"b"})));
     EXPECT_EQ(Read(), Jobs({L"b"}));
     ASSERT_EQ(Corrupt().size(), 1U);
-    EXPECT_EQ(ReadTextFile(folder / (L"data\\" + Corrupt()[0] + L"\\inside.txt")), "mine");
+    EXPECT_EQ(ReadTextFile(directory / (L"data\\" + Corrupt()[0] + L"\\inside.txt")), "mine");
 }
 
-TEST_F(JobListFileTest, AFolderInItsPlaceIsNoList) {
-    ASSERT_FALSE(platform::EnsureFolder(path));
+TEST_F(JobListFileTest, ADirectoryInItsPlaceIsNoList) {
+    ASSERT_FALSE(platform::EnsureDirectory(path));
     EXPECT_EQ(Read(), std::nullopt);
 }
 
@@ -383,17 +383,17 @@ TEST_F(JobListFileTest, ManyThreadsReadWholeListsWhileOthersWrite) {
 }
 
 TEST_F(JobListFileTest, WhatWasKeptAsideIsNamedUntilItIsRemovedOrRenamed) {
-    EXPECT_TRUE(job_list_file::KeptAside(folder / L"no folder\\job_list.json").empty());
+    EXPECT_TRUE(job_list_file::KeptAside(directory / L"no folder\\job_list.json").empty());
     EXPECT_TRUE(job_list_file::KeptAside(path).empty());
-    WriteTextFile(folder / L"data\\other.json.corrupt-20240101T000000Z", "of another list");
+    WriteTextFile(directory / L"data\\other.json.corrupt-20240101T000000Z", "of another list");
     WriteTextFile(path, "no list");
     EXPECT_EQ(Read(), std::nullopt);
-    ASSERT_EQ(job_list_file::KeptAside(path), std::vector{folder / (L"data\\" + Corrupt().at(0))});
+    ASSERT_EQ(job_list_file::KeptAside(path), std::vector{directory / (L"data\\" + Corrupt().at(0))});
     WriteTextFile(path + L".corrupt-20010101T000000Z", "from before");
     const std::vector<std::wstring> both = job_list_file::KeptAside(path);
     ASSERT_EQ(both.size(), 2U);
     EXPECT_EQ(both[0], path + L".corrupt-20010101T000000Z");
     ASSERT_FALSE(platform::RemoveFile(both[0]));
-    ASSERT_FALSE(platform::RenameFile(both[1], folder / L"data\\dealt with.json"));
+    ASSERT_FALSE(platform::RenameFile(both[1], directory / L"data\\dealt with.json"));
     EXPECT_TRUE(job_list_file::KeptAside(path).empty());
 }

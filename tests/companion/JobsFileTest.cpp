@@ -6,7 +6,7 @@
 #include "LogCapture.h"
 #include "formats/JobsFile.h"
 #include "platform/files/NativePath.h"
-#include "support/TemporaryFolder.h"
+#include "support/TemporaryDirectory.h"
 #include "text/Text.h"
 
 namespace {
@@ -20,8 +20,8 @@ protected:
 
     std::wstring Native() const { return platform::ToNativeText(path); }
 
-    const TemporaryFolder folder;
-    const std::wstring path = folder / L"jobs\\jobs file \u00e9.json";
+    const TemporaryDirectory directory;
+    const std::wstring path = directory / L"jobs\\jobs file \u00e9.json";
     const LogCapture log;
     std::vector<EnqueueJobsInfo> requests;
 };
@@ -46,12 +46,12 @@ TEST_F(JobsFileTest, RelativePathsAreRelativeToTheFile) {
                      R"("outputDir":"out/x"}]})"));
     EXPECT_EQ(requests.at(0).inputFileSets,
               (std::vector<std::vector<std::wstring>>{
-                  {folder / L"jobs\\a.stl", folder / L"b c.stl"}, {folder / L"jobs\\sub\\c.stl", L""}, {}}));
-    EXPECT_EQ(requests[0].outputDir, folder / L"jobs\\out\\x");
+                  {directory / L"jobs\\a.stl", directory / L"b c.stl"}, {directory / L"jobs\\sub\\c.stl", L""}, {}}));
+    EXPECT_EQ(requests[0].outputDir, directory / L"jobs\\out\\x");
 }
 
 TEST_F(JobsFileTest, AbsolutePathsStay) {
-    const std::wstring absolute = folder / L"elsewhere\\a.stl";
+    const std::wstring absolute = directory / L"elsewhere\\a.stl";
     const EnqueueJobsInfo request{L"", {{absolute}}, {absolute, L"", L"", L"", {}}, absolute, L"", L"", false};
     std::wstring json = ControllerCSWrapper::Serialize(L"EnqueueJobs", request);
     json.insert(json.find(L':') + 1, L"[").insert(json.size() - 1, L"]");
@@ -61,14 +61,14 @@ TEST_F(JobsFileTest, AbsolutePathsStay) {
 }
 
 TEST_F(JobsFileTest, AScenarioBesideTheFileIsTakenFromThere) {
-    WriteTextFile(folder / L"jobs\\mesh.rb", "");
-    WriteTextFile(folder / L"common\\part.rb", "");
-    WriteTextFile(folder / L"jobs\\folder\\in it", "");
+    WriteTextFile(directory / L"jobs\\mesh.rb", "");
+    WriteTextFile(directory / L"common\\part.rb", "");
+    WriteTextFile(directory / L"jobs\\folder\\in it", "");
     ASSERT_TRUE(Read(R"({"EnqueueJobs":[{"scenario":{"id":"mesh.rb"}},{"scenario":{"id":"../common/part.rb"}},)"
                      R"({"scenario":{"id":"other.rb"}},{"scenario":{"id":"folder"}},{"scenario":{"id":""}}]})"));
     ASSERT_EQ(requests.size(), 5U);
-    EXPECT_EQ(requests[0].scenario.id, folder / L"jobs\\mesh.rb");
-    EXPECT_EQ(requests[1].scenario.id, folder / L"common\\part.rb");
+    EXPECT_EQ(requests[0].scenario.id, directory / L"jobs\\mesh.rb");
+    EXPECT_EQ(requests[1].scenario.id, directory / L"common\\part.rb");
     EXPECT_EQ(requests[2].scenario.id, L"other.rb");
     EXPECT_EQ(requests[3].scenario.id, L"folder");
     EXPECT_EQ(requests[4].scenario.id, L"");
@@ -137,24 +137,24 @@ TEST_F(JobsFileTest, AProblemOfAnotherReadIsForgotten) {
 }
 
 TEST_F(JobsFileTest, AMissingFileIsRefusedWithALogLine) {
-    EXPECT_FALSE(ControllerCSWrapper::ReadEnqueueJobsFile(folder / L"none.json", requests));
+    EXPECT_FALSE(ControllerCSWrapper::ReadEnqueueJobsFile(directory / L"none.json", requests));
     EXPECT_NE(log.Text().find("none.json: "), std::string::npos) << log.Text();
 }
 
 TEST_F(JobsFileTest, AVeryLargeFileIsRead) {
     constexpr std::size_t setCount = JOBS_FILE_MEGABYTES * std::size_t{4'000};
-    const std::string folderName(220, 'm');
+    const std::string directoryName(220, 'm');
     std::string content = R"({"EnqueueJobs":[{"inputFileSets":[)";
     for (std::size_t i = 0; i < setCount; ++i) {
-        content += (i == 0 ? "[\"" : ",[\"") + folderName + "/the assembly/part_" + std::to_string(i) + ".stl\"]";
+        content += (i == 0 ? "[\"" : ",[\"") + directoryName + "/the assembly/part_" + std::to_string(i) + ".stl\"]";
     }
     content += "]}]}";
     ASSERT_GT(content.size(), JOBS_FILE_MEGABYTES * 1'000'000U);
     ASSERT_TRUE(Read(content));
     ASSERT_EQ(requests.at(0).inputFileSets.size(), setCount);
     EXPECT_EQ(requests[0].inputFileSets.back().at(0),
-              folder / (L"jobs\\" + std::wstring(220, L'm') + L"\\the assembly\\part_" + std::to_wstring(setCount - 1) +
-                        L".stl"));
+              directory / (L"jobs\\" + std::wstring(220, L'm') + L"\\the assembly\\part_" +
+                           std::to_wstring(setCount - 1) + L".stl"));
 }
 
 TEST_F(JobsFileTest, ThePlacesOfRequestsAndSetsAreTold) {
@@ -173,7 +173,7 @@ TEST_F(JobsFileTest, ThePlacesOfRequestsAndSetsAreTold) {
     EXPECT_EQ(jobs_file::PlaceOf(path, 1, 1), L"line 4, column 24");
     EXPECT_EQ(jobs_file::PlaceOf(path, 1, 2), L"line 4, column 31");
     EXPECT_EQ(jobs_file::PlaceOf(path, 1, 3), L"");
-    EXPECT_EQ(jobs_file::PlaceOf(folder / L"missing.json", 0), L"");
+    EXPECT_EQ(jobs_file::PlaceOf(directory / L"missing.json", 0), L"");
     WriteTextFile(path, std::string(1000, '['));
     EXPECT_EQ(jobs_file::PlaceOf(path, 0), L"");
 }

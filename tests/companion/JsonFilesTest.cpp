@@ -4,7 +4,7 @@
 
 #include "ControllerCSWrapper/ControllerCSWrapper.h"
 #include "LogCapture.h"
-#include "support/TemporaryFolder.h"
+#include "support/TemporaryDirectory.h"
 
 namespace {
 
@@ -12,7 +12,7 @@ class JsonFilesTest : public testing::Test {
 protected:
     /// What `ReadJsonFile` makes of these bytes; nothing when it refuses them.
     std::optional<std::wstring> Read(std::string_view bytes) const {
-        const std::wstring path = folder / L"read.json";
+        const std::wstring path = directory / L"read.json";
         WriteTextFile(path, bytes);
         std::wstring text = L"old";
         if (!ControllerCSWrapper::ReadJsonFile(path, text)) {
@@ -22,20 +22,20 @@ protected:
         return text;
     }
 
-    const TemporaryFolder folder;
+    const TemporaryDirectory directory;
     const LogCapture log;
 };
 
 } // namespace
 
-TEST_F(JsonFilesTest, AFileIsWrittenAsUtf8WithItsFolders) {
-    const std::wstring path = folder / L"new\\\u65e5\\a b.json";
+TEST_F(JsonFilesTest, AFileIsWrittenAsUtf8WithItsDirectories) {
+    const std::wstring path = directory / L"new\\\u65e5\\a b.json";
     ASSERT_TRUE(ControllerCSWrapper::CreateJsonFile(L"{\"T\":\"\u00e9\u65e5\U0001F600\"}", path));
     EXPECT_EQ(ReadTextFile(path), "{\"T\":\"\xC3\xA9\xE6\x97\xA5\xF0\x9F\x98\x80\"}");
 }
 
 TEST_F(JsonFilesTest, LongTextsOfAnyMixAreWrittenWhole) {
-    const std::wstring path = folder / L"long.json";
+    const std::wstring path = directory / L"long.json";
     std::wstring text = L"[\"";
     for (int i = 0; i < 5000; ++i) {
         text += std::wstring(static_cast<std::size_t>(i % 40), L'x') + (i % 3 == 0 ? L"\u00e9" : L"\U0001F600\u65e5");
@@ -48,19 +48,19 @@ TEST_F(JsonFilesTest, LongTextsOfAnyMixAreWrittenWhole) {
 }
 
 TEST_F(JsonFilesTest, AFileIsReplaced) {
-    const std::wstring path = folder / L"a.json";
+    const std::wstring path = directory / L"a.json";
     ASSERT_TRUE(ControllerCSWrapper::CreateJsonFile(L"{\"a\":\"long\"}", path));
     ASSERT_TRUE(ControllerCSWrapper::CreateJsonFile(L"{}", path));
     EXPECT_EQ(ReadTextFile(path), "{}");
 }
 
 TEST_F(JsonFilesTest, AFileWithANameOf300CharactersIsRefusedWithALogLine) {
-    EXPECT_FALSE(ControllerCSWrapper::CreateJsonFile(L"{}", folder / std::wstring(300, L'n')));
+    EXPECT_FALSE(ControllerCSWrapper::CreateJsonFile(L"{}", directory / std::wstring(300, L'n')));
     EXPECT_NE(log.Text().find("The file cannot be written: "), std::string::npos) << log.Text();
 }
 
 TEST_F(JsonFilesTest, TextThatIsNoneIsNotWritten) {
-    const std::wstring path = folder / L"a.json";
+    const std::wstring path = directory / L"a.json";
     WriteTextFile(path, "[1]");
     EXPECT_FALSE(ControllerCSWrapper::CreateJsonFile(L"", path));
     EXPECT_FALSE(ControllerCSWrapper::CreateJsonFile(std::wstring(L"\"") + wchar_t{0xD800} + L"\"", path));
@@ -89,8 +89,8 @@ TEST_F(JsonFilesTest, WhatIsNotJsonInUtf8IsNotRead) {
 
 TEST_F(JsonFilesTest, AMissingFileIsNotRead) {
     std::wstring text = L"old";
-    EXPECT_FALSE(ControllerCSWrapper::ReadJsonFile(folder / L"none.json", text));
-    EXPECT_FALSE(ControllerCSWrapper::ReadJsonFile(folder.Path(), text));
+    EXPECT_FALSE(ControllerCSWrapper::ReadJsonFile(directory / L"none.json", text));
+    EXPECT_FALSE(ControllerCSWrapper::ReadJsonFile(directory.Path(), text));
     EXPECT_FALSE(ControllerCSWrapper::ReadJsonFile(L"", text));
     EXPECT_EQ(text, L"old");
 }

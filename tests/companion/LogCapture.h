@@ -4,7 +4,7 @@
 
 #include "ControllerCSWrapper/ControllerCSWrapper.h"
 #include "platform/files/FileSystem.h"
-#include "support/TemporaryFolder.h"
+#include "support/TemporaryDirectory.h"
 
 /// Lets a test read what goes to the log file while this lives.
 class LogCapture {
@@ -18,6 +18,6 @@ public:
     std::string Text() const { return platform::Exists(path) ? ReadTextFile(path) : std::string(); }
 
 private:
-    const TemporaryFolder folder;
-    const std::wstring path = folder / L"controller.log";
+    const TemporaryDirectory directory;
+    const std::wstring path = directory / L"controller.log";
 };

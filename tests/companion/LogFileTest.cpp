@@ -10,15 +10,15 @@
 #include <gtest/gtest.h>
 
 #include "services/Settings.h"
-#include "support/TemporaryFolder.h"
+#include "support/TemporaryDirectory.h"
 
 namespace {
 
 class LogFileTest : public testing::Test {
 protected:
     LogFileTest() {
-        WriteTextFile(folder / L"settings.json", R"({"logLevel":"debug"})");
-        settings::UseFile(folder / L"settings.json");
+        WriteTextFile(directory / L"settings.json", R"({"logLevel":"debug"})");
+        settings::UseFile(directory / L"settings.json");
         ControllerCSWrapper::ChangeLogFilePath(path);
     }
     ~LogFileTest() override {
@@ -35,8 +35,8 @@ protected:
         return records;
     }
 
-    const TemporaryFolder folder;
-    const std::wstring path = folder / L"controller.log";
+    const TemporaryDirectory directory;
+    const std::wstring path = directory / L"controller.log";
 };
 
 } // namespace
@@ -69,10 +69,10 @@ TEST_F(LogFileTest, TakesPercentSignsAndBracesLiterally) {
 
 TEST_F(LogFileTest, GoesOnInAnotherFile) {
     ControllerCSWrapper::WriteInfoLog(L"one");
-    ControllerCSWrapper::ChangeLogFilePath(folder / L"other.log");
+    ControllerCSWrapper::ChangeLogFilePath(directory / L"other.log");
     ControllerCSWrapper::WriteInfoLog(L"two");
     EXPECT_EQ(Records().size(), 1u);
-    EXPECT_NE(ReadTextFile(folder / L"other.log").find("two"), std::string::npos);
+    EXPECT_NE(ReadTextFile(directory / L"other.log").find("two"), std::string::npos);
 }
 
 TEST_F(LogFileTest, KeepsTheRecordsOfManyThreadsWhole) {

@@ -7,7 +7,7 @@
 #include "platform/files/File.h"
 #include "platform/files/FileLock.h"
 #include "platform/files/FileSystem.h"
-#include "support/TemporaryFolder.h"
+#include "support/TemporaryDirectory.h"
 
 using log_file::RotatingFile;
 using log_file::RotationLimits;
@@ -24,14 +24,14 @@ protected:
     std::string Content(const std::wstring& suffix = L"") const { return ReadTextFile(path + suffix); }
     bool Exists(const std::wstring& suffix) const { return platform::Exists(path + suffix); }
 
-    const TemporaryFolder folder;
-    const std::wstring path = folder / L"logs\\controller.log";
+    const TemporaryDirectory directory;
+    const std::wstring path = directory / L"logs\\controller.log";
     RotatingFile file{twoRecords};
 };
 
 } // namespace
 
-TEST_F(RotatingFileTest, MakesMissingFolders) {
+TEST_F(RotatingFileTest, MakesMissingDirectories) {
     file.Append("record1\n", 1);
     EXPECT_EQ(Content(), "record1\n");
 }
@@ -104,7 +104,7 @@ TEST_F(RotatingFileTest, LosesNothingWhileAReaderHoldsTheFileOpen) {
 }
 
 TEST_F(RotatingFileTest, GoesOnAppendingWhileTheFileCannotBeRenamed) {
-    // A folder that is not empty stands where the old file should go.
+    // A directory that is not empty stands where the old file should go.
     WriteTextFile(path + L".1\\held", "");
     WriteTextFile(path + L".2\\held", "");
     for (const char* record : {"record1\n", "record2\n", "record3\n", "record4\n"}) {
@@ -121,7 +121,7 @@ TEST_F(RotatingFileTest, GoesOnAppendingWhileTheFileCannotBeRenamed) {
 
 TEST_F(RotatingFileTest, BeginsANewFileWithinASecondWhenTheOldOneWasRenamed) {
     file.Append("record1\n", 1);
-    ASSERT_FALSE(platform::RenameFile(path, folder / L"moved.log"));
+    ASSERT_FALSE(platform::RenameFile(path, directory / L"moved.log"));
     file.Append("record2\n", 2);
     EXPECT_EQ(Content(), "record2\n");
 }
@@ -140,8 +140,8 @@ TEST_F(RotatingFileTest, SharesItsFileWithAnotherWriter) {
 }
 
 TEST_F(RotatingFileTest, SaysOnceThatItCannotWrite) {
-    WriteTextFile(folder / L"taken", "");
-    file.SetPath(folder / L"taken\\controller.log");
+    WriteTextFile(directory / L"taken", "");
+    file.SetPath(directory / L"taken\\controller.log");
     testing::internal::CaptureStderr();
     file.Append("record1\n", 1);
     file.Append("record2\n", 2);
@@ -152,13 +152,13 @@ TEST_F(RotatingFileTest, SaysOnceThatItCannotWrite) {
 }
 
 TEST_F(RotatingFileTest, TriesAgainEachSecondAfterAFailure) {
-    WriteTextFile(folder / L"taken", "");
-    file.SetPath(folder / L"taken\\controller.log");
+    WriteTextFile(directory / L"taken", "");
+    file.SetPath(directory / L"taken\\controller.log");
     testing::internal::CaptureStderr();
     file.Append("record1\n", 1);
-    ASSERT_FALSE(platform::RemoveFile(folder / L"taken"));
+    ASSERT_FALSE(platform::RemoveFile(directory / L"taken"));
     file.Append("record2\n", 2);
     testing::internal::GetCapturedStderr();
-    EXPECT_EQ(ReadTextFile(folder / L"taken\\controller.log"),
+    EXPECT_EQ(ReadTextFile(directory / L"taken\\controller.log"),
               "(Messages that could not be written here: 1)\nrecord2\n");
 }

@@ -8,7 +8,7 @@
 #include "formats/Messages.h"
 #include "formats/RunProtocol.h"
 #include "support/RecordMaker.h"
-#include "support/TemporaryFolder.h"
+#include "support/TemporaryDirectory.h"
 
 namespace {
 
@@ -127,8 +127,8 @@ TEST(RoundTripTest, ProgressOfAnyContent) {
 }
 
 TEST(RoundTripTest, JobListFilesOfAnyContent) {
-    const TemporaryFolder folder;
-    const std::wstring path = folder / L"list.json";
+    const TemporaryDirectory directory;
+    const std::wstring path = directory / L"list.json";
     std::vector<JobListInfo> jobs;
     ForEachMaker([&](const RecordMaker& make) { jobs.push_back(make.Job()); });
     ASSERT_TRUE(ControllerCSWrapper::CreateJsonFile(ControllerCSWrapper::Serialize(L"JobList", jobs), path));
@@ -138,15 +138,15 @@ TEST(RoundTripTest, JobListFilesOfAnyContent) {
 }
 
 TEST(RoundTripTest, ListsWrittenRowByRowAreTheSameBytes) {
-    const TemporaryFolder folder;
+    const TemporaryDirectory directory;
     std::vector<JobListInfo> jobs;
     const auto expectSame = [&] {
         std::size_t given = 0;
         const auto next = [&] { return given == jobs.size() ? nullptr : &jobs[given++]; };
-        ASSERT_TRUE(job_list_file::WriteRows(folder / L"rows.json", jobs.size(), next));
+        ASSERT_TRUE(job_list_file::WriteRows(directory / L"rows.json", jobs.size(), next));
         ASSERT_TRUE(ControllerCSWrapper::CreateJsonFile(ControllerCSWrapper::Serialize(L"JobList", jobs),
-                                                        folder / L"whole.json"));
-        EXPECT_TRUE(ReadTextFile(folder / L"rows.json") == ReadTextFile(folder / L"whole.json"));
+                                                        directory / L"whole.json"));
+        EXPECT_TRUE(ReadTextFile(directory / L"rows.json") == ReadTextFile(directory / L"whole.json"));
     };
     expectSame();
     ForEachMaker([&](const RecordMaker& make) { jobs.push_back(make.Job()); });

@@ -6,7 +6,7 @@
 #include "LogCapture.h"
 #include "platform/files/FileSystem.h"
 #include "platform/files/NativePath.h"
-#include "support/TemporaryFolder.h"
+#include "support/TemporaryDirectory.h"
 
 namespace {
 
@@ -44,8 +44,8 @@ protected:
         return result;
     }
 
-    const TemporaryFolder folder;
-    const std::wstring path = folder / L"report.json";
+    const TemporaryDirectory directory;
+    const std::wstring path = directory / L"report.json";
     const LogCapture log;
 };
 
@@ -88,8 +88,8 @@ TEST_F(RunProtocolTest, AProblemNamesTheFile) {
     EXPECT_FALSE(run_protocol::ReadRunScenarioInfoFile(path, info, problem));
     EXPECT_EQ(problem, platform::ToNativeText(path) + L", line 2, column 10: jobId: expected text, found a number");
     EXPECT_EQ(info.jobId, L"old");
-    EXPECT_FALSE(run_protocol::ReadRunScenarioInfoFile(folder / L"none.json", info, problem));
-    EXPECT_TRUE(problem.starts_with(platform::ToNativeText(folder / L"none.json") + L": ")) << problem.c_str();
+    EXPECT_FALSE(run_protocol::ReadRunScenarioInfoFile(directory / L"none.json", info, problem));
+    EXPECT_TRUE(problem.starts_with(platform::ToNativeText(directory / L"none.json") + L": ")) << problem.c_str();
 }
 
 TEST_F(RunProtocolTest, TheLastProgressOfTheListIsTheCurrentOne) {
@@ -154,10 +154,10 @@ TEST_F(RunProtocolTest, AResultAppendsToItsLists) {
 }
 
 TEST_F(RunProtocolTest, AWorkDirectoryThatWasRemovedIsNotMadeAgain) {
-    EXPECT_FALSE(run_protocol::WriteFile(L"{}", folder / L"3f9a0c1\\run_scenario_result.json"));
-    EXPECT_FALSE(platform::Exists(folder / L"3f9a0c1"));
-    ASSERT_FALSE(platform::EnsureFolder(folder / L"3f9a0c1"));
-    EXPECT_TRUE(run_protocol::WriteFile(L"{}", folder / L"3f9a0c1\\run_scenario_result.json"));
+    EXPECT_FALSE(run_protocol::WriteFile(L"{}", directory / L"3f9a0c1\\run_scenario_result.json"));
+    EXPECT_FALSE(platform::Exists(directory / L"3f9a0c1"));
+    ASSERT_FALSE(platform::EnsureDirectory(directory / L"3f9a0c1"));
+    EXPECT_TRUE(run_protocol::WriteFile(L"{}", directory / L"3f9a0c1\\run_scenario_result.json"));
 }
 
 TEST_F(RunProtocolTest, ABrokenResultIsRefusedWithALogLine) {

@@ -7,7 +7,7 @@
 #include <gtest/gtest.h>
 
 #include "formats/ScenarioManifest.h"
-#include "support/TemporaryFolder.h"
+#include "support/TemporaryDirectory.h"
 #include "support/ZipWriter.h"
 
 using test_support::MakeZip;
@@ -27,15 +27,15 @@ ZipEntry File(const std::string& name, const std::string& content) {
 
 class ScenarioFunctionsTest : public testing::Test {
 protected:
-    ScenarioFunctionsTest() { ControllerCSWrapper::ChangeLogFilePath(folder / L"controller.log"); }
+    ScenarioFunctionsTest() { ControllerCSWrapper::ChangeLogFilePath(directory / L"controller.log"); }
     ~ScenarioFunctionsTest() override { ControllerCSWrapper::ChangeLogFilePath(L""); }
 
     std::wstring Write(const std::wstring& name, const std::string& content) const {
-        WriteTextFile(folder / name, content);
-        return folder / name;
+        WriteTextFile(directory / name, content);
+        return directory / name;
     }
 
-    std::string Log() const { return ReadTextFile(folder / L"controller.log"); }
+    std::string Log() const { return ReadTextFile(directory / L"controller.log"); }
 
     /// Exactly one line, a warning that says `part`.
     void ExpectOneWarning(const std::string& part) const {
@@ -45,7 +45,7 @@ protected:
         EXPECT_NE(log.find(part), std::string::npos) << log;
     }
 
-    const TemporaryFolder folder;
+    const TemporaryDirectory directory;
 };
 
 } // namespace

@@ -10,7 +10,7 @@
 
 #include "platform/files/FileSystem.h"
 #include "platform/files/NativePath.h"
-#include "support/TemporaryFolder.h"
+#include "support/TemporaryDirectory.h"
 #include "support/ZipWriter.h"
 #include "text/Text.h"
 
@@ -30,7 +30,7 @@ ZipEntry File(const std::string& name, const std::string& content = "content") {
     return entry;
 }
 
-ZipEntry Folder(const std::string& name) {
+ZipEntry Directory(const std::string& name) {
     ZipEntry entry = File(name, "");
     entry.deflated = false;
     return entry;
@@ -53,7 +53,7 @@ std::string Bytes(const std::u8string& text) {
     return {text.begin(), text.end()};
 }
 
-class PackageFolder {
+class PackageDirectory {
 public:
     bool Unpack(const std::string& archive) {
         WriteTextFile(package, archive);
@@ -67,9 +67,9 @@ public:
 
     std::string Unpacked(const std::wstring& name) const { return ReadTextFile(target + L"\\" + name); }
 
-    const TemporaryFolder folder;
-    const std::wstring target = folder / L"unpacked";
-    const std::wstring package = folder / L"scenario.esa";
+    const TemporaryDirectory directory;
+    const std::wstring target = directory / L"unpacked";
+    const std::wstring package = directory / L"scenario.esa";
     std::string bytes = "as before";
     std::wstring problem;
 };
@@ -97,7 +97,7 @@ ZipEntry Truthless(std::uint32_t size) {
 std::string ManyEntries(std::size_t count) {
     std::vector<ZipEntry> entries;
     for (std::size_t index = 0; index < count; ++index) {
-        entries.push_back(Folder(std::to_string(index) + "/"));
+        entries.push_back(Directory(std::to_string(index) + "/"));
     }
     return MakeZip(entries);
 }
@@ -121,7 +121,7 @@ std::vector<Refused> BadNames() {
         {"Backslash", named("a\\b.txt"), L"has a name with a backslash"},
         {"Parent", named("../a.txt"), L"has a name with the part \"..\""},
         {"ParentInside", named("a/../../b.txt"), L"has a name with the part \"..\""},
-        {"ParentFolder", MakeZip({Folder("../")}), L"has a name with the part \"..\""},
+        {"ParentFolder", MakeZip({Directory("../")}), L"has a name with the part \"..\""},
         {"Dot", named("./a.txt"), L"has a name with the part \".\""},
         {"DoubledSlash", named("a//b.txt"), L"has a name with an empty part"},
         {"ZeroCharacter", named(std::string("a\0.txt", 6)), L"has a name with a control character"},
@@ -139,10 +139,10 @@ std::vector<Refused> BadNames() {
         {"LongName", named(std::string(200, 'a') + "/" + std::string(900, 'b')), L"more than 1024 bytes"},
         {"Deep", named(deep), L"lies more than 32 folders deep"},
         {"Twice", MakeZip({File("a.txt"), File("a.txt")}), L"appears twice"},
-        {"FolderTwice", MakeZip({Folder("a/"), Folder("a/")}), L"appears twice"},
+        {"FolderTwice", MakeZip({Directory("a/"), Directory("a/")}), L"appears twice"},
         {"TwiceButForCase", MakeZip({File("a.txt"), File("A.TXT")}), L"differs from \"a.txt\" in case only"},
         {"FoldersButForCase", MakeZip({File("a/x"), File("A/y")}), L"folder that differs from \"a\" in case only"},
-        {"FileAndFolder", MakeZip({File("a"), Folder("a/")}), L"is both a file and a folder"},
+        {"FileAndFolder", MakeZip({File("a"), Directory("a/")}), L"is both a file and a folder"},
         {"BelowAFile", MakeZip({File("a"), File("a/b")}), L"lies below \"a\", which is a file"},
         {"FileOverFolder", MakeZip({File("a/b"), File("a")}), L"is both a file and a folder"},
     };
@@ -272,11 +272,11 @@ std::vector<Refused> BadArchives() {
 } // namespace
 
 TEST_P(ScenarioPackageTest_Refused, LeavesNothingBehind) {
-    PackageFolder folder;
-    EXPECT_FALSE(folder.Unpack(GetParam().archive));
-    EXPECT_NE(folder.problem.find(GetParam().problem), std::wstring::npos) << text::ToUtf8(folder.problem);
-    EXPECT_NE(folder.problem.find(L"scenario.esa"), std::wstring::npos) << text::ToUtf8(folder.problem);
-    EXPECT_FALSE(platform::Exists(folder.target));
+    PackageDirectory directory;
+    EXPECT_FALSE(directory.Unpack(GetParam().archive));
+    EXPECT_NE(directory.problem.find(GetParam().problem), std::wstring::npos) << text::ToUtf8(directory.problem);
+    EXPECT_NE(directory.problem.find(L"scenario.esa"), std::wstring::npos) << text::ToUtf8(directory.problem);
+    EXPECT_FALSE(platform::Exists(directory.target));
 }
 
 INSTANTIATE_TEST_SUITE_P(Names, ScenarioPackageTest_Refused, testing::ValuesIn(BadNames()), TestName);
@@ -284,106 +284,108 @@ INSTANTIATE_TEST_SUITE_P(Entries, ScenarioPackageTest_Refused, testing::ValuesIn
 INSTANTIATE_TEST_SUITE_P(Data, ScenarioPackageTest_Refused, testing::ValuesIn(BadData()), TestName);
 INSTANTIATE_TEST_SUITE_P(Archives, ScenarioPackageTest_Refused, testing::ValuesIn(BadArchives()), TestName);
 
-TEST(ScenarioPackageTest, UnpacksFilesAndFolders) {
-    PackageFolder folder;
+TEST(ScenarioPackageTest, UnpacksFilesAndDirectories) {
+    PackageDirectory directory;
     ZipEntry stored = File("bin/tool", "tool");
     stored.deflated = false;
     ZipEntry streamed = File("streamed.txt", std::string(300000, 'x'));
     streamed.dataDescriptor = true;
-    ASSERT_TRUE(folder.Unpack(MakeZip({Folder("bin/"), stored, Folder("empty/"), File("a/b/c.txt", "deep"), streamed})))
-        << text::ToUtf8(folder.problem);
-    EXPECT_EQ(folder.Unpacked(L"bin\\tool"), "tool");
-    EXPECT_EQ(folder.Unpacked(L"a\\b\\c.txt"), "deep");
-    EXPECT_EQ(folder.Unpacked(L"streamed.txt"), std::string(300000, 'x'));
-    EXPECT_TRUE(platform::IsFolder(folder.target + L"\\empty"));
+    ASSERT_TRUE(directory.Unpack(
+        MakeZip({Directory("bin/"), stored, Directory("empty/"), File("a/b/c.txt", "deep"), streamed})))
+        << text::ToUtf8(directory.problem);
+    EXPECT_EQ(directory.Unpacked(L"bin\\tool"), "tool");
+    EXPECT_EQ(directory.Unpacked(L"a\\b\\c.txt"), "deep");
+    EXPECT_EQ(directory.Unpacked(L"streamed.txt"), std::string(300000, 'x'));
+    EXPECT_TRUE(platform::IsDirectory(directory.target + L"\\empty"));
 }
 
 TEST(ScenarioPackageTest, AcceptsWhatOtherToolsWrite) {
-    PackageFolder folder;
+    PackageDirectory directory;
     ZipEntry unixFile = File("main.rb");
     unixFile.versionMadeBy = 3 << 8 | 30;
     unixFile.externalAttributes = 0100644u << unixMode;
     unixFile.extraField = std::string("UT\5\0\3\0\0\0\0", 9);
-    ZipEntry unixFolder = Folder("lib/");
-    unixFolder.externalAttributes = (0040755u << unixMode) | 0x10;
+    ZipEntry unixDirectory = Directory("lib/");
+    unixDirectory.externalAttributes = (0040755u << unixMode) | 0x10;
     ZipEntry withoutUtf8Flag = File(Bytes(u8"gr\u00fc\u00dfe.txt"));
     withoutUtf8Flag.flags = 0;
-    ASSERT_TRUE(folder.Unpack(MakeZip({unixFile, unixFolder, withoutUtf8Flag}, {.comment = "made by a tool PK\5\6"})))
-        << text::ToUtf8(folder.problem);
-    EXPECT_EQ(folder.Unpacked(L"gr\u00fc\u00dfe.txt"), "content");
+    ASSERT_TRUE(
+        directory.Unpack(MakeZip({unixFile, unixDirectory, withoutUtf8Flag}, {.comment = "made by a tool PK\5\6"})))
+        << text::ToUtf8(directory.problem);
+    EXPECT_EQ(directory.Unpacked(L"gr\u00fc\u00dfe.txt"), "content");
 }
 
 /// A tool that knows the size of a file beforehand says it at once, and leaves only the rest to the data descriptor.
 TEST(ScenarioPackageTest, AcceptsALocalHeaderThatLeavesSomeFactsToTheDescriptor) {
-    PackageFolder folder;
+    PackageDirectory directory;
     ZipEntry partly = File("main.rb", "puts 1");
     partly.dataDescriptor = true;
     partly.localSize = 6;
-    ASSERT_TRUE(folder.Unpack(MakeZip({partly}))) << text::ToUtf8(folder.problem);
-    EXPECT_EQ(folder.Unpacked(L"main.rb"), "puts 1");
+    ASSERT_TRUE(directory.Unpack(MakeZip({partly}))) << text::ToUtf8(directory.problem);
+    EXPECT_EQ(directory.Unpacked(L"main.rb"), "puts 1");
 }
 
 TEST(ScenarioPackageTest, AcceptsAnEmptyArchive) {
-    PackageFolder folder;
-    EXPECT_TRUE(folder.Unpack(MakeZip({})));
-    EXPECT_TRUE(platform::IsFolder(folder.target));
+    PackageDirectory directory;
+    EXPECT_TRUE(directory.Unpack(MakeZip({})));
+    EXPECT_TRUE(platform::IsDirectory(directory.target));
 }
 
 TEST(ScenarioPackageTest, AcceptsTenThousandEntries) {
-    PackageFolder folder;
-    EXPECT_FALSE(folder.ReadEntry(ManyEntries(10000), "manifest.json"));
-    EXPECT_NE(folder.problem.find(L"has no file \"manifest.json\""), std::wstring::npos);
+    PackageDirectory directory;
+    EXPECT_FALSE(directory.ReadEntry(ManyEntries(10000), "manifest.json"));
+    EXPECT_NE(directory.problem.find(L"has no file \"manifest.json\""), std::wstring::npos);
 }
 
 TEST(ScenarioPackageTest, RefusesAnArchiveOfMoreThan512MiB) {
-    PackageFolder folder;
-    std::ofstream(text::ToUtf8(platform::ToNativeText(folder.package)), std::ios::binary).seekp(512 << 20).put('x');
-    EXPECT_FALSE(scenario_package::Unpack(folder.package, folder.target, folder.problem));
-    EXPECT_NE(folder.problem.find(L"is larger than 512 MiB"), std::wstring::npos);
+    PackageDirectory directory;
+    std::ofstream(text::ToUtf8(platform::ToNativeText(directory.package)), std::ios::binary).seekp(512 << 20).put('x');
+    EXPECT_FALSE(scenario_package::Unpack(directory.package, directory.target, directory.problem));
+    EXPECT_NE(directory.problem.find(L"is larger than 512 MiB"), std::wstring::npos);
 }
 
-TEST(ScenarioPackageTest, RefusesAFolderThatExists) {
-    PackageFolder folder;
-    WriteTextFile(folder.target + L"\\mine.txt", "mine");
-    EXPECT_FALSE(folder.Unpack(MakeZip({File("a.txt")})));
-    EXPECT_NE(folder.problem.find(L"cannot create"), std::wstring::npos) << text::ToUtf8(folder.problem);
-    EXPECT_EQ(folder.Unpacked(L"mine.txt"), "mine");
-    EXPECT_FALSE(platform::Exists(folder.target + L"\\a.txt"));
+TEST(ScenarioPackageTest, RefusesADirectoryThatExists) {
+    PackageDirectory directory;
+    WriteTextFile(directory.target + L"\\mine.txt", "mine");
+    EXPECT_FALSE(directory.Unpack(MakeZip({File("a.txt")})));
+    EXPECT_NE(directory.problem.find(L"cannot create"), std::wstring::npos) << text::ToUtf8(directory.problem);
+    EXPECT_EQ(directory.Unpacked(L"mine.txt"), "mine");
+    EXPECT_FALSE(platform::Exists(directory.target + L"\\a.txt"));
 }
 
 TEST(ScenarioPackageTest, RefusesAMissingPackage) {
-    PackageFolder folder;
-    EXPECT_FALSE(scenario_package::Unpack(folder.folder / L"none.esa", folder.target, folder.problem));
-    EXPECT_NE(folder.problem.find(L"cannot be opened"), std::wstring::npos);
-    EXPECT_FALSE(scenario_package::Unpack(folder.folder.Path(), folder.target, folder.problem));
+    PackageDirectory directory;
+    EXPECT_FALSE(scenario_package::Unpack(directory.directory / L"none.esa", directory.target, directory.problem));
+    EXPECT_NE(directory.problem.find(L"cannot be opened"), std::wstring::npos);
+    EXPECT_FALSE(scenario_package::Unpack(directory.directory.Path(), directory.target, directory.problem));
 }
 
 TEST(ScenarioPackageTest, RemovesWhatItMadeWhenALaterEntryIsDamaged) {
-    PackageFolder folder;
-    EXPECT_FALSE(folder.Unpack(MakeZip({File("a.txt"), File("d/b.txt"), FileWith([](ZipEntry& entry) {
-                                            entry.name = "c.txt";
-                                            entry.crc = 1;
-                                        })})));
-    EXPECT_FALSE(platform::Exists(folder.target));
+    PackageDirectory directory;
+    EXPECT_FALSE(directory.Unpack(MakeZip({File("a.txt"), File("d/b.txt"), FileWith([](ZipEntry& entry) {
+                                               entry.name = "c.txt";
+                                               entry.crc = 1;
+                                           })})));
+    EXPECT_FALSE(platform::Exists(directory.target));
 }
 
 TEST(ScenarioPackageTest, ReadsOneEntry) {
-    PackageFolder folder;
-    EXPECT_TRUE(folder.ReadEntry(MakeZip({File("a.txt", "first"), File("manifest.json", "{}")}), "manifest.json"));
-    EXPECT_EQ(folder.bytes, "{}");
+    PackageDirectory directory;
+    EXPECT_TRUE(directory.ReadEntry(MakeZip({File("a.txt", "first"), File("manifest.json", "{}")}), "manifest.json"));
+    EXPECT_EQ(directory.bytes, "{}");
 }
 
 TEST(ScenarioPackageTest, RefusesAnEntryThatIsMissingOrTooLarge) {
-    PackageFolder folder;
-    EXPECT_FALSE(folder.ReadEntry(MakeZip({Folder("manifest.json/")}), "manifest.json"));
-    EXPECT_NE(folder.problem.find(L"has no file \"manifest.json\""), std::wstring::npos);
-    EXPECT_FALSE(folder.ReadEntry(MakeZip({File("manifest.json", "12345")}), "manifest.json", 4));
-    EXPECT_NE(folder.problem.find(L"is larger than 4 bytes"), std::wstring::npos);
-    EXPECT_EQ(folder.bytes, "as before");
+    PackageDirectory directory;
+    EXPECT_FALSE(directory.ReadEntry(MakeZip({Directory("manifest.json/")}), "manifest.json"));
+    EXPECT_NE(directory.problem.find(L"has no file \"manifest.json\""), std::wstring::npos);
+    EXPECT_FALSE(directory.ReadEntry(MakeZip({File("manifest.json", "12345")}), "manifest.json", 4));
+    EXPECT_NE(directory.problem.find(L"is larger than 4 bytes"), std::wstring::npos);
+    EXPECT_EQ(directory.bytes, "as before");
 }
 
 TEST(ScenarioPackageTest, ReadsAnEntryOfExactlyTheLimit) {
-    PackageFolder folder;
-    EXPECT_TRUE(folder.ReadEntry(MakeZip({File("manifest.json", "1234")}), "manifest.json", 4));
-    EXPECT_EQ(folder.bytes, "1234");
+    PackageDirectory directory;
+    EXPECT_TRUE(directory.ReadEntry(MakeZip({File("manifest.json", "1234")}), "manifest.json", 4));
+    EXPECT_EQ(directory.bytes, "1234");
 }

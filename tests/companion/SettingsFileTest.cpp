@@ -8,7 +8,7 @@
 
 #include "platform/files/Directories.h"
 #include "platform/files/NativePath.h"
-#include "support/TemporaryFolder.h"
+#include "support/TemporaryDirectory.h"
 #include "text/Text.h"
 
 using settings::Settings;
@@ -22,8 +22,8 @@ protected:
         return settings::ReadSettingsFile(path, read, problem, warnings);
     }
 
-    const TemporaryFolder folder;
-    const std::wstring path = folder / L"conf\\settings.json";
+    const TemporaryDirectory directory;
+    const std::wstring path = directory / L"conf\\settings.json";
     Settings read;
     std::wstring problem;
     std::vector<std::wstring> warnings;
@@ -124,22 +124,22 @@ TEST_F(SettingsFileTest, TakesEveryMember) {
         << text::ToUtf8(problem);
     Settings expected;
     expected.file = path;
-    expected.workDirectory = folder / L"conf\\work";
-    expected.jobListFile = folder / L"conf\\lists\\job_list.json";
-    expected.logFile = folder / L"conf\\c.log";
+    expected.workDirectory = directory / L"conf\\work";
+    expected.jobListFile = directory / L"conf\\lists\\job_list.json";
+    expected.logFile = directory / L"conf\\c.log";
     expected.logLevel = log_file::Level::Warning;
     expected.autoDeleteWorkFolder = true;
     expected.autoDeleteDays = 7;
-    expected.scenarioDirectories = {{folder / L"conf\\scenarios", L"Ours"}, {folder / L"common", L""}};
+    expected.scenarioDirectories = {{directory / L"conf\\scenarios", L"Ours"}, {directory / L"common", L""}};
     expected.culture = L"de-DE";
     expected.defaultCulture = L"fr";
-    expected.functionModules = {folder / L"bin\\one.so", folder / L"conf\\two.so"};
-    expected.libraryDirectories = {folder / L"cad"};
-    expected.eventTransmitter = folder / L"bin\\line.so";
+    expected.functionModules = {directory / L"bin\\one.so", directory / L"conf\\two.so"};
+    expected.libraryDirectories = {directory / L"cad"};
+    expected.eventTransmitter = directory / L"bin\\line.so";
     expected.transmitterName = L"ours-1";
-    expected.stringResourceFile = folder / L"conf\\texts.json";
-    expected.scenarioRunner = folder / L"bin\\runner";
-    expected.scenarioApiDirectory = folder / L"conf\\api";
+    expected.stringResourceFile = directory / L"conf\\texts.json";
+    expected.scenarioRunner = directory / L"bin\\runner";
+    expected.scenarioApiDirectory = directory / L"conf\\api";
     expected.interpreters = {{L".rb", {L"ruby", L"--disable=gems"}}, {L".py", {L"python3"}}};
     expected.cancelGraceSeconds = 0;
     expected.parallelJobs = 60;
@@ -149,7 +149,7 @@ TEST_F(SettingsFileTest, TakesEveryMember) {
 }
 
 TEST_F(SettingsFileTest, KeepsAbsolutePaths) {
-    const std::wstring absolute = folder / L"elsewhere\\work";
+    const std::wstring absolute = directory / L"elsewhere\\work";
     std::string text = text::ToUtf8(platform::ToNativeText(absolute));
     for (std::size_t place = 0; (place = text.find('\\', place)) != std::string::npos; place += 2) {
         text.insert(place, "\\");
@@ -189,18 +189,18 @@ TEST_F(SettingsFileTest, WarnsOfUnknownMembersWithTheirPlace) {
 }
 
 TEST_F(SettingsFileTest, NamesAFileThatIsMissing) {
-    EXPECT_FALSE(settings::ReadSettingsFile(folder / L"none.json", read, problem, warnings));
-    EXPECT_EQ(problem.find(platform::ToNativeText(folder / L"none.json")), 0u);
+    EXPECT_FALSE(settings::ReadSettingsFile(directory / L"none.json", read, problem, warnings));
+    EXPECT_EQ(problem.find(platform::ToNativeText(directory / L"none.json")), 0u);
 }
 
-TEST_F(SettingsFileTest, BuildsInWhatLiesBesideTheProgramAndInTheUsersFolder) {
+TEST_F(SettingsFileTest, BuildsInWhatLiesBesideTheProgramAndInTheUsersDirectory) {
     const Settings builtIn = settings::BuiltInSettings();
-    const std::wstring programs = platform::ProgramFolder();
+    const std::wstring programs = platform::ProgramDirectory();
     EXPECT_EQ(builtIn.scenarioRunner, programs + L"\\scenario_runner" + platform::programExtension);
     ASSERT_EQ(builtIn.functionModules.size(), 1u);
     EXPECT_EQ(builtIn.functionModules[0], programs + L"\\local_process" + platform::moduleExtension);
     EXPECT_EQ(builtIn.interpreters.at(L".rb"), std::vector<std::wstring>{L"ruby"});
-    const std::wstring data = platform::UserDataFolder() + L"\\" + platform::applicationFolderName;
+    const std::wstring data = platform::UserDataDirectory() + L"\\" + platform::applicationDirectoryName;
     EXPECT_EQ(builtIn.workDirectory, data + L"\\work");
     EXPECT_EQ(builtIn.jobListFile, data + L"\\job_list.json");
     EXPECT_EQ(builtIn.logFile, data + L"\\controller.log");

@@ -11,12 +11,12 @@
 #include "platform/files/FileSystem.h"
 #include "platform/files/NativePath.h"
 #include "platform/system/Environment.h"
-#include "support/TemporaryFolder.h"
+#include "support/TemporaryDirectory.h"
 #include "text/Text.h"
 
 namespace {
 
-/// Every test's settings write their log into the test's folder, where nobody has named another file.
+/// Every test's settings write their log into the test's directory, where nobody has named another file.
 class SettingsTest : public testing::Test {
 protected:
     SettingsTest() {
@@ -31,7 +31,7 @@ protected:
         WriteTextFile(path, namesLog ? members : "{\"logFile\":\"controller.log\"," + members.substr(1));
     }
 
-    std::string Log() const { return ReadTextFile(folder / L"controller.log"); }
+    std::string Log() const { return ReadTextFile(directory / L"controller.log"); }
 
     static int CountOf(const std::string& part, const std::string& text) {
         int count = 0;
@@ -41,8 +41,8 @@ protected:
         return count;
     }
 
-    const TemporaryFolder folder;
-    const std::wstring path = folder / L"settings.json";
+    const TemporaryDirectory directory;
+    const std::wstring path = directory / L"settings.json";
 };
 
 } // namespace
@@ -50,11 +50,12 @@ protected:
 TEST_F(SettingsTest, AnswersWhatTheFileSays) {
     Write(R"({"workDirectory":"work","jobListFile":"list.json","culture":"de-DE","defaultCulture":"fr-FR",
         "scenarioDirectories":[{"path":"s","label":"L"}],"autoDeleteWorkFolder":{"enabled":true,"days":9}})");
-    EXPECT_EQ(ControllerCSWrapper::GetWorkDirectory(), folder / L"work");
-    EXPECT_EQ(ControllerCSWrapper::GetJobListFile(), folder / L"list.json");
+    EXPECT_EQ(ControllerCSWrapper::GetWorkDirectory(), directory / L"work");
+    EXPECT_EQ(ControllerCSWrapper::GetJobListFile(), directory / L"list.json");
     EXPECT_EQ(ControllerCSWrapper::GetCultureInfo(), L"de-DE");
     EXPECT_EQ(ControllerCSWrapper::GetDefaultCultureInfo(), L"fr-FR");
-    EXPECT_EQ(ControllerCSWrapper::GetScenarioDirectoryList(), (std::vector<ScenarioDirectory>{{folder / L"s", L"L"}}));
+    EXPECT_EQ(ControllerCSWrapper::GetScenarioDirectoryList(),
+              (std::vector<ScenarioDirectory>{{directory / L"s", L"L"}}));
     int days = 0;
     EXPECT_TRUE(ControllerCSWrapper::IsAutoDeleteWorkFolder(days));
     EXPECT_EQ(days, 9);
@@ -103,7 +104,7 @@ TEST_F(SettingsTest, UsesTheBuiltInSettingsWhenTheFirstFileIsBroken) {
 }
 
 TEST_F(SettingsTest, TellsThatANamedFileIsMissing) {
-    settings::UseFile(folder / L"none.json");
+    settings::UseFile(directory / L"none.json");
     EXPECT_NE(settings::Problem().find(L"none.json"), std::wstring::npos);
 }
 
@@ -118,7 +119,7 @@ TEST_F(SettingsTest, TakesTheFileThatTheEnvironmentNames) {
 
 TEST_F(SettingsTest, PrefersTheFileThatTheHostNames) {
     Write(R"({"culture":"it-IT"})");
-    platform::SetEnvironment(L"CONTROLLER_SETTINGS_FILE", platform::ToNativeText(folder / L"other.json"));
+    platform::SetEnvironment(L"CONTROLLER_SETTINGS_FILE", platform::ToNativeText(directory / L"other.json"));
     settings::UseFile(path);
     EXPECT_EQ(settings::Current()->culture, L"it-IT");
     platform::SetEnvironment(L"CONTROLLER_SETTINGS_FILE", L"");
@@ -140,7 +141,7 @@ TEST_F(SettingsTest, WhatIsNoFileIsToldOnceAndLeftAsSoonAsItIsOne) {
     Write(R"({"culture":"de-DE"})");
     ASSERT_EQ(settings::Current()->culture, L"de-DE");
     ASSERT_FALSE(platform::RemoveFile(path));
-    WriteTextFile(path + L"\\inside.txt", ""); // a folder cannot be opened as a file
+    WriteTextFile(path + L"\\inside.txt", ""); // a directory cannot be opened as a file
     EXPECT_EQ(settings::Current()->culture, L"de-DE");
     EXPECT_EQ(settings::Current()->culture, L"de-DE");
     EXPECT_EQ(CountOf("The settings are not usable", Log()), 1);
@@ -159,16 +160,16 @@ TEST_F(SettingsTest, WhatARunHoldsStaysAndTheRestChanges) {
     EXPECT_EQ(now->functionModules, atStart->functionModules);
     EXPECT_EQ(now->eventTransmitter, atStart->eventTransmitter);
     EXPECT_EQ(now->transmitterName, atStart->transmitterName);
-    EXPECT_EQ(now->workDirectory, folder / L"other_work");
+    EXPECT_EQ(now->workDirectory, directory / L"other_work");
     settings::Current();
     EXPECT_EQ(CountOf("a change takes effect with the next start", Log()), 5) << Log();
 }
 
 TEST_F(SettingsTest, NothingIsHeldWithAnotherFile) {
     settings::FrozenForProcess();
-    WriteTextFile(folder / L"other.json", R"({"jobListFile":"other_list.json"})");
-    settings::UseFile(folder / L"other.json");
-    EXPECT_EQ(settings::Current()->jobListFile, folder / L"other_list.json");
+    WriteTextFile(directory / L"other.json", R"({"jobListFile":"other_list.json"})");
+    settings::UseFile(directory / L"other.json");
+    EXPECT_EQ(settings::Current()->jobListFile, directory / L"other_list.json");
 }
 
 TEST_F(SettingsTest, ACopyForARunSaysWhatIsInForce) {
@@ -176,15 +177,15 @@ TEST_F(SettingsTest, ACopyForARunSaysWhatIsInForce) {
         R"({"logLevel":"error","interpreters":{".rb":["ruby","-w"],".py":["C:\\p \u00e9\\python.exe"]},"cancelGraceSeconds":7,
         "scenarioLogLimitBytes":5000,"scenarioApiDirectory":"api"})");
     const auto original = settings::Current();
-    WriteTextFile(folder / L"elsewhere\\copy.json", text::ToUtf8(settings::CopyForRun(*original)));
-    settings::UseFile(folder / L"elsewhere\\copy.json");
+    WriteTextFile(directory / L"elsewhere\\copy.json", text::ToUtf8(settings::CopyForRun(*original)));
+    settings::UseFile(directory / L"elsewhere\\copy.json");
     ASSERT_EQ(settings::Problem(), L"");
     const auto copy = settings::Current();
     EXPECT_EQ(copy->interpreters, original->interpreters);
     EXPECT_EQ(copy->cancelGraceSeconds, 7);
     EXPECT_EQ(copy->scenarioLogLimitBytes, 5000);
-    EXPECT_EQ(copy->scenarioApiDirectory, folder / L"api");
-    EXPECT_EQ(copy->logFile, folder / L"controller.log");
+    EXPECT_EQ(copy->scenarioApiDirectory, directory / L"api");
+    EXPECT_EQ(copy->logFile, directory / L"controller.log");
     EXPECT_EQ(copy->logLevel, log_file::Level::Error);
 }
 
@@ -196,15 +197,15 @@ TEST_F(SettingsTest, LogsUnknownMembersAsWarnings) {
 }
 
 TEST_F(SettingsTest, LogsThatEverybodyMayChangeTheFileOrAModule) {
-    WriteTextFile(folder / L"modules\\mine.so", "");
-    WriteTextFile(folder / L"modules\\shared.so", "");
-    LetEverybodyWrite(folder / L"modules\\shared.so");
+    WriteTextFile(directory / L"modules\\mine.so", "");
+    WriteTextFile(directory / L"modules\\shared.so", "");
+    LetEverybodyWrite(directory / L"modules\\shared.so");
     Write(R"({"functionModules":["modules/mine.so","modules/shared.so"]})");
     settings::Current();
     EXPECT_EQ(CountOf("Everybody may change", Log()), 1);
     EXPECT_EQ(CountOf("shared.so, and so decide what runs in your name", Log()), 1);
-    WriteTextFile(folder / L"libraries\\one.so", "");
-    LetEverybodyWrite(folder / L"libraries");
+    WriteTextFile(directory / L"libraries\\one.so", "");
+    LetEverybodyWrite(directory / L"libraries");
     Write(R"({"functionModules":[],"libraryDirectories":["libraries"]})");
     settings::Current();
     EXPECT_EQ(CountOf("libraries, and so decide what runs in your name", Log()), 1);
@@ -216,7 +217,7 @@ TEST_F(SettingsTest, LogsThatEverybodyMayChangeTheFileOrAModule) {
 
 TEST_F(SettingsTest, LevelOfTheLogIsInfoWithoutAWord) {
     ControllerCSWrapper::WriteDebugLog(L"of debugging");
-    EXPECT_FALSE(platform::Exists(folder / L"controller.log"));
+    EXPECT_FALSE(platform::Exists(directory / L"controller.log"));
     ControllerCSWrapper::WriteInfoLog(L"of information");
     EXPECT_EQ(CountOf("of ", Log()), 1);
     EXPECT_EQ(CountOf("of information", Log()), 1);
@@ -231,30 +232,30 @@ TEST_F(SettingsTest, RecordsBelowTheLevelOfTheLogAreNotWritten) {
         ControllerCSWrapper::WriteInfoLog(L"<record>");
         ControllerCSWrapper::WriteWarnLog(L"<record>");
         ControllerCSWrapper::WriteErrorLog(L"<record>");
-        const std::string log = ReadTextFile(folder / (text::FromUtf8(names[level]) + L".log"));
+        const std::string log = ReadTextFile(directory / (text::FromUtf8(names[level]) + L".log"));
         EXPECT_EQ(CountOf("<record>", log), static_cast<int>(names.size() - level)) << log;
         EXPECT_EQ(CountOf(" " + names[level] + " ", log), 1) << log;
     }
 }
 
 TEST_F(SettingsTest, TheLevelHoldsForALogFileThatTheHostNamesToo) {
-    ControllerCSWrapper::ChangeLogFilePath(folder / L"given.log");
+    ControllerCSWrapper::ChangeLogFilePath(directory / L"given.log");
     ControllerCSWrapper::WriteDebugLog(L"of debugging");
-    EXPECT_FALSE(platform::Exists(folder / L"given.log"));
+    EXPECT_FALSE(platform::Exists(directory / L"given.log"));
     Write(R"({"logLevel":"debug"})");
     settings::Current();
     ControllerCSWrapper::WriteDebugLog(L"of debugging");
-    EXPECT_EQ(CountOf("of debugging", ReadTextFile(folder / L"given.log")), 1);
+    EXPECT_EQ(CountOf("of debugging", ReadTextFile(directory / L"given.log")), 1);
 }
 
 TEST_F(SettingsTest, ARecordBelowTheLevelLooksAtNoFile) {
     ControllerCSWrapper::WriteDebugLog(L"the level is asked for once");
     Write(R"({"culture":7})"); // a look would find it broken, and say so
     ControllerCSWrapper::WriteDebugLog(L"dropped");
-    EXPECT_FALSE(platform::Exists(folder / L"controller.log"));
+    EXPECT_FALSE(platform::Exists(directory / L"controller.log"));
     ASSERT_FALSE(platform::RemoveFile(path));
     ControllerCSWrapper::WriteDebugLog(L"dropped");
-    EXPECT_FALSE(platform::Exists(folder / L"controller.log"));
+    EXPECT_FALSE(platform::Exists(directory / L"controller.log"));
 }
 
 TEST_F(SettingsTest, ALevelThatIsWrittenWhileTheProgramRunsHoldsWithTheNextLookAtTheSettings) {
@@ -278,10 +279,10 @@ TEST_F(SettingsTest, ABrokenFileLeavesTheLevelAsItWas) {
 TEST_F(SettingsTest, NamesTheLogFileUntilAnotherIsGiven) {
     ControllerCSWrapper::WriteInfoLog(L"by the settings");
     EXPECT_EQ(CountOf("by the settings", Log()), 1);
-    ControllerCSWrapper::ChangeLogFilePath(folder / L"given.log");
+    ControllerCSWrapper::ChangeLogFilePath(directory / L"given.log");
     ControllerCSWrapper::WriteInfoLog(L"by the host");
     EXPECT_EQ(CountOf("by the host", Log()), 0);
-    EXPECT_EQ(CountOf("by the host", ReadTextFile(folder / L"given.log")), 1);
+    EXPECT_EQ(CountOf("by the host", ReadTextFile(directory / L"given.log")), 1);
 }
 
 TEST_F(SettingsTest, GivesAWholeSnapshotToEveryThreadWhileTheFileChanges) {

@@ -7,7 +7,7 @@
 #include "platform/files/FileSystem.h"
 #include "platform/files/NativePath.h"
 #include "services/Settings.h"
-#include "support/TemporaryFolder.h"
+#include "support/TemporaryDirectory.h"
 #include "text/Text.h"
 
 namespace {
@@ -15,11 +15,11 @@ namespace {
 class WorkDirectoryRemovalTest : public testing::Test {
 protected:
     WorkDirectoryRemovalTest() {
-        WriteTextFile(folder / L"settings.json", R"({"workDirectory":"work"})");
-        settings::UseFile(folder / L"settings.json");
-        ControllerCSWrapper::ChangeLogFilePath(folder / L"controller.log");
+        WriteTextFile(directory / L"settings.json", R"({"workDirectory":"work"})");
+        settings::UseFile(directory / L"settings.json");
+        ControllerCSWrapper::ChangeLogFilePath(directory / L"controller.log");
         WriteTextFile(job + L"\\deep\\file.txt", "x");
-        WriteTextFile(folder / L"workshop\\file.txt", "x");
+        WriteTextFile(directory / L"workshop\\file.txt", "x");
     }
     ~WorkDirectoryRemovalTest() override {
         ControllerCSWrapper::ChangeLogFilePath(L"");
@@ -29,25 +29,25 @@ protected:
     /// False, one warning that names path and reason, and everything as it was.
     void ExpectRefused(const std::wstring& path, const std::string& reason) {
         EXPECT_FALSE(ControllerCSWrapper::RemoveJobWorkDirectory(path));
-        const std::string log = ReadTextFile(folder / L"controller.log");
+        const std::string log = ReadTextFile(directory / L"controller.log");
         EXPECT_NE(log.find("warning"), std::string::npos) << log;
         EXPECT_NE(log.find(text::ToUtf8(platform::ToNativeText(path))), std::string::npos) << log;
         EXPECT_NE(log.find(reason), std::string::npos) << log;
         EXPECT_TRUE(platform::Exists(job + L"\\deep\\file.txt"));
-        EXPECT_TRUE(platform::Exists(folder / L"workshop\\file.txt"));
+        EXPECT_TRUE(platform::Exists(directory / L"workshop\\file.txt"));
     }
 
-    const TemporaryFolder folder;
-    const std::wstring work = folder / L"work";
-    const std::wstring job = folder / L"work\\3f9a0c1";
+    const TemporaryDirectory directory;
+    const std::wstring work = directory / L"work";
+    const std::wstring job = directory / L"work\\3f9a0c1";
 };
 
 } // namespace
 
-TEST_F(WorkDirectoryRemovalTest, RemovesAFolderWithAllItHolds) {
+TEST_F(WorkDirectoryRemovalTest, RemovesADirectoryWithAllItHolds) {
     EXPECT_TRUE(ControllerCSWrapper::RemoveJobWorkDirectory(job));
     EXPECT_FALSE(platform::Exists(job));
-    EXPECT_TRUE(platform::IsFolder(work));
+    EXPECT_TRUE(platform::IsDirectory(work));
 }
 
 TEST_F(WorkDirectoryRemovalTest, TakesSlashesAndDots) {
@@ -60,7 +60,7 @@ TEST_F(WorkDirectoryRemovalTest, TakesTheTextUpToItsFirstZero) {
     EXPECT_FALSE(platform::Exists(job));
 }
 
-TEST_F(WorkDirectoryRemovalTest, HasNothingToDoForAMissingFolder) {
+TEST_F(WorkDirectoryRemovalTest, HasNothingToDoForAMissingDirectory) {
     EXPECT_TRUE(ControllerCSWrapper::RemoveJobWorkDirectory(work + L"\\0e0e0e"));
 }
 
@@ -78,9 +78,9 @@ TEST_F(WorkDirectoryRemovalTest, RefusesARelativePath) {
 }
 
 TEST_F(WorkDirectoryRemovalTest, RefusesARoot) {
-    std::wstring root = folder.Path();
-    while (!platform::ParentFolder(root).empty() && platform::ParentFolder(root) != root) {
-        root = platform::ParentFolder(root);
+    std::wstring root = directory.Path();
+    while (!platform::ParentDirectory(root).empty() && platform::ParentDirectory(root) != root) {
+        root = platform::ParentDirectory(root);
     }
     ExpectRefused(root, "it is a root folder");
 }
@@ -94,11 +94,11 @@ TEST_F(WorkDirectoryRemovalTest, RefusesTheWorkDirectoryInOtherWords) {
 }
 
 TEST_F(WorkDirectoryRemovalTest, RefusesWhatHoldsTheWorkDirectory) {
-    ExpectRefused(folder.Path(), "it is or holds the work directory");
+    ExpectRefused(directory.Path(), "it is or holds the work directory");
 }
 
-TEST_F(WorkDirectoryRemovalTest, RefusesAFolderOutside) {
-    ExpectRefused(folder / L"workshop", "it does not lie below the work directory");
+TEST_F(WorkDirectoryRemovalTest, RefusesADirectoryOutside) {
+    ExpectRefused(directory / L"workshop", "it does not lie below the work directory");
 }
 
 TEST_F(WorkDirectoryRemovalTest, RefusesAWayOutThroughTheParent) {
@@ -111,7 +111,7 @@ TEST_F(WorkDirectoryRemovalTest, RefusesAFile) {
     EXPECT_TRUE(platform::Exists(work + L"\\7e57f11e"));
 }
 
-TEST_F(WorkDirectoryRemovalTest, RefusesFoldersThatAreNoJobs) {
+TEST_F(WorkDirectoryRemovalTest, RefusesDirectoriesThatAreNoJobs) {
     for (const wchar_t* const name :
          {L"Thesis", L"3f9a0c1.old", L"3F9A0C1B", L"123456789", L"photos\\3f9a0c1", L"-1"}) {
         WriteTextFile(work + L"\\" + name + L"\\precious.txt", "x");
@@ -120,6 +120,6 @@ TEST_F(WorkDirectoryRemovalTest, RefusesFoldersThatAreNoJobs) {
     }
 }
 
-TEST_F(WorkDirectoryRemovalTest, RefusesAFolderInsideAJobs) {
+TEST_F(WorkDirectoryRemovalTest, RefusesADirectoryInsideAJobs) {
     ExpectRefused(job + L"\\deep", "it is not named as the work directories of jobs are");
 }

@@ -19,7 +19,7 @@ protected:
                "says so.\n";
     }
 
-    const std::wstring keptAside = folder / L"job_list.json.corrupt-20240305T070809Z";
+    const std::wstring keptAside = directory / L"job_list.json.corrupt-20240305T070809Z";
 };
 
 TEST_F(DamagedListTest, EveryCommandSaysSoUntilTheFileIsDealtWith) {

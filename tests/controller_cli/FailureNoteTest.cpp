@@ -11,9 +11,9 @@ protected:
         UseSettings(R"({"version":1,"logFile":"","jobListFile":"job_list.json"})");
         JobListInfo job = Job(4, L"frame.stl", JobStatus::Failed);
         job.id = L"4f";
-        job.workDir = folder / L"work4";
+        job.workDir = directory / L"work4";
         host.jobs = {job};
-        WriteTextFile(run_protocol::FailureNotePath(folder / L"job_list.json", L"4f"),
+        WriteTextFile(run_protocol::FailureNotePath(directory / L"job_list.json", L"4f"),
                       R"({"version":1,"succeeded":false,"messages":[{"code":1,"text":"The disk is full."}]})");
     }
 };
@@ -29,7 +29,7 @@ TEST_F(FailureNoteTest, JsonShowsItToo) {
 }
 
 TEST_F(FailureNoteTest, TheScenariosOwnWordComesFirst) {
-    WriteTextFile(folder / L"work4\\run_scenario_result.json",
+    WriteTextFile(directory / L"work4\\run_scenario_result.json",
                   R"({"version":1,"succeeded":false,"messages":[{"code":1,"text":"Not closed."}]})");
     EXPECT_EQ(Run({L"--list"}), 0);
     EXPECT_NE(console.output.find("Not closed."), std::string::npos) << console.output;

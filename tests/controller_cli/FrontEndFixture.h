@@ -5,7 +5,7 @@
 #include "controller_cli/FrontEnd.h"
 #include "platform/processes/Waiting.h"
 #include "services/Settings.h"
-#include "support/TemporaryFolder.h"
+#include "support/TemporaryDirectory.h"
 
 #include <functional>
 #include <optional>
@@ -22,8 +22,8 @@ protected:
     ~FrontEndFixture() override { settings::UseFile(L""); }
 
     void UseSettings(const std::string& json) {
-        WriteTextFile(folder / L"settings.json", json);
-        settings::UseFile(folder / L"settings.json");
+        WriteTextFile(directory / L"settings.json", json);
+        settings::UseFile(directory / L"settings.json");
     }
 
     /// The exit code of a command line.
@@ -63,11 +63,11 @@ protected:
         return info;
     }
 
-    TemporaryFolder folder;
+    TemporaryDirectory directory;
     RecordedConsole console;
     ScriptedHost host;
     platform::Event stop;
     /// No file: the built-in texts.
-    std::wstring stringResourceFile = folder / L"no strings.json";
+    std::wstring stringResourceFile = directory / L"no strings.json";
     std::chrono::milliseconds patience = std::chrono::seconds(60);
 };

@@ -200,11 +200,11 @@ TEST_F(HostConnectionTest, HandlersAreTakenAwayAtTheEnd) {
 
 TEST_F(HostConnectionTest, ALogThatExistsIsNamedWhenTheHostHasGone) {
     UseSettings(R"({"version":1,"logFile":"host.log"})");
-    WriteTextFile(folder / L"host.log", "");
+    WriteTextFile(directory / L"host.log", "");
     host.diesAt = L"InitJobsRequest";
     EXPECT_EQ(Run({L"--list"}), 3);
     EXPECT_EQ(console.errors, "controller_cli: The host has gone. The list of jobs is kept. The log: " +
-                                  text::ToUtf8(platform::ToNativeText(folder / L"host.log")) + "\n");
+                                  text::ToUtf8(platform::ToNativeText(directory / L"host.log")) + "\n");
 }
 
 TEST_F(HostConnectionTest, WrongSettingsAreRefusedBeforeAnythingIsSent) {

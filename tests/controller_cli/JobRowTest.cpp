@@ -2,7 +2,7 @@
 
 #include "formats/JobStates.h"
 #include "formats/RunProtocol.h"
-#include "support/TemporaryFolder.h"
+#include "support/TemporaryDirectory.h"
 #include "text/Text.h"
 
 #include <gtest/gtest.h>
@@ -13,7 +13,7 @@ using controller_cli::JobModel;
 using controller_cli::JobRow;
 using controller_cli::ViewOf;
 
-/// One job, whose results are to go into a folder below "/out".
+/// One job, whose results are to go into a directory below "/out".
 class JobRowTest : public testing::Test {
 protected:
     JobListInfo Job(JobStatus status, std::int32_t progress = 0) const {
@@ -24,12 +24,12 @@ protected:
         job.progress = progress;
         job.inputFiles = {L"/in/part.stl"};
         job.outputDir = L"/out";
-        job.workDir = folder / L"work";
+        job.workDir = directory / L"work";
         return job;
     }
 
     void Write(const std::wstring& name, const std::wstring& json) const {
-        WriteTextFile(folder / (L"work\\" + name), text::ToUtf8(json));
+        WriteTextFile(directory / (L"work\\" + name), text::ToUtf8(json));
     }
 
     /// The job's run was prepared.
@@ -50,42 +50,42 @@ protected:
                   {L"id1", succeeded, {{0, L"Counted 3 files"}, {0, L"Drew 2 pictures"}}, {L"/out/part/a.png"}}));
     }
 
-    TemporaryFolder folder;
+    TemporaryDirectory directory;
 };
 
-TEST_F(JobRowTest, AJobThatWaitsHasNoFolders) {
+TEST_F(JobRowTest, AJobThatWaitsHasNoDirectories) {
     for (const JobStatus status : {JobStatus::Queued, JobStatus::Dequeued}) {
         const JobRow view = ViewOf(Job(status));
         EXPECT_EQ(view.outputFolder, L"");
-        EXPECT_EQ(view.workFolder, L"");
+        EXPECT_EQ(view.workDirectory, L"");
     }
 }
 
-TEST_F(JobRowTest, AJobHasItsFoldersFromItsStartOnHoweverItEnds) {
+TEST_F(JobRowTest, AJobHasItsDirectoriesFromItsStartOnHoweverItEnds) {
     WriteRequest();
     for (const JobStatus status :
          {JobStatus::Running, JobStatus::Canceling, JobStatus::Success, JobStatus::Failed, JobStatus::Canceled}) {
         const JobRow view = ViewOf(Job(status));
         EXPECT_EQ(view.outputFolder, L"/out/part") << JobStatusString(status);
-        EXPECT_EQ(view.workFolder, folder / L"work") << JobStatusString(status);
+        EXPECT_EQ(view.workDirectory, directory / L"work") << JobStatusString(status);
     }
 }
 
-TEST_F(JobRowTest, AJobThatEndedBeforeItsRunWasPreparedHasNoOutputFolder) {
+TEST_F(JobRowTest, AJobThatEndedBeforeItsRunWasPreparedHasNoOutputDirectory) {
     for (const JobStatus status : {JobStatus::Running, JobStatus::Canceling, JobStatus::Failed, JobStatus::Canceled,
                                    static_cast<JobStatus>(7)}) {
         EXPECT_EQ(ViewOf(Job(status)).outputFolder, L"") << JobStatusString(status);
     }
 }
 
-TEST_F(JobRowTest, ARequestThatCannotBeReadNamesNoOutputFolder) {
+TEST_F(JobRowTest, ARequestThatCannotBeReadNamesNoOutputDirectory) {
     Write(run_protocol::runInfoFileName, L"{\"version\":1,\"outputF");
     EXPECT_EQ(ViewOf(Job(JobStatus::Canceled)).outputFolder, L"");
 }
 
 TEST_F(JobRowTest, ASuccessIsBelievedWithoutAWorkDirectory) {
     EXPECT_EQ(ViewOf(Job(JobStatus::Success)).outputFolder, L"/out");
-    EXPECT_EQ(ViewOf(Job(JobStatus::Success)).workFolder, L"");
+    EXPECT_EQ(ViewOf(Job(JobStatus::Success)).workDirectory, L"");
 }
 
 TEST_F(JobRowTest, ARunningJobSaysWhatItIsDoing) {
@@ -134,7 +134,7 @@ TEST_F(JobRowTest, ADeletedJobKeepsItsResultsAlone) {
     EXPECT_EQ(view->job.status, unlistedStatus);
     EXPECT_EQ(view->progress, 100);
     EXPECT_EQ(view->outputFolder, L"/out/part");
-    EXPECT_EQ(view->workFolder, L"");
+    EXPECT_EQ(view->workDirectory, L"");
 }
 
 TEST_F(JobRowTest, ABoardFindsItsJobsAndNoOthers) {

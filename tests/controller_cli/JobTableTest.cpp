@@ -20,7 +20,7 @@ protected:
     }
 };
 
-TEST_F(JobTableTest, OutputFoldersCanBeToldApartOnANarrowTerminal) {
+TEST_F(JobTableTest, OutputDirectoriesCanBeToldApartOnANarrowTerminal) {
     JobRow first = View(1, JobStatus::Success);
     JobRow second = View(2, JobStatus::Success);
     first.outputFolder = L"/home/ann/projects/reports/of/this/year/part";
@@ -31,7 +31,7 @@ TEST_F(JobTableTest, OutputFoldersCanBeToldApartOnANarrowTerminal) {
     EXPECT_NE(lines[1].find(L'\x2026'), std::wstring::npos);
 }
 
-TEST_F(JobTableTest, ASuccessWithoutAFolderShowsItsMessage) {
+TEST_F(JobTableTest, ASuccessWithoutADirectoryShowsItsMessage) {
     JobRow view = View(1, JobStatus::Success);
     view.outputFolder.clear();
     view.message = L"Nothing to do";

@@ -11,7 +11,7 @@ bool Has(const std::wstring& json, const std::wstring& member) {
     return json.find(member) != std::wstring::npos;
 }
 
-TEST(JsonOutputTest, FoldersAndProgressAreTheViews) {
+TEST(JsonOutputTest, DirectoriesAndProgressAreTheViews) {
     JobRow view;
     view.job.seqId = 7;
     view.job.status = JobStatus::Canceled;

@@ -6,7 +6,7 @@ namespace {
 
 class ListTest : public FrontEndFixture {
 protected:
-    /// A folder as a person sees it on this system.
+    /// A directory as a person sees it on this system.
     static std::string Native(const std::wstring& path) { return text::ToUtf8(platform::ToNativeText(path)); }
 
     JobListInfo Succeeded() {
@@ -23,10 +23,10 @@ protected:
         JobListInfo job = Job(4, L"frame.stl", JobStatus::Failed);
         job.inputFiles.push_back(L"/in/base.stl");
         job.progress = 40;
-        job.workDir = folder / L"work4";
+        job.workDir = directory / L"work4";
         job.startTime = L"2026-03-05T06:00:00Z";
         job.endTime = L"2026-03-05T07:01:05Z";
-        WriteTextFile(folder / L"work4\\run_scenario_result.json",
+        WriteTextFile(directory / L"work4\\run_scenario_result.json",
                       R"({"version":1,"jobId":"id4","succeeded":false,)"
                       R"("messages":[{"code":3,"text":"The mesh\nis not closed."},{"code":4,"text":"Second."}]})");
         return job;
@@ -35,15 +35,15 @@ protected:
     JobListInfo Running() {
         JobListInfo job = Job(12, L"gear.stl", JobStatus::Running);
         job.progress = 30;
-        job.workDir = folder / L"work12";
+        job.workDir = directory / L"work12";
         job.startTime = L"2026-03-05T07:09:18Z";
-        WriteTextFile(folder / L"work12\\progress_info_list.json",
+        WriteTextFile(directory / L"work12\\progress_info_list.json",
                       R"({"version":1,"jobId":"id12","progressInfoList":[{"progress":30,"message":"reading"}]})");
         return job;
     }
 };
 
-TEST_F(ListTest, ShowsATableWithMessagesAndOutputFolders) {
+TEST_F(ListTest, ShowsATableWithMessagesAndOutputDirectories) {
     host.jobs = {Succeeded(), Failed(), Running(), Job(13, L"gear.stl", JobStatus::Queued)};
     EXPECT_EQ(Run({L"--list"}), 0);
     EXPECT_EQ(console.output,

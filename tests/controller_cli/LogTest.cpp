@@ -6,14 +6,14 @@ class LogTest : public FrontEndFixture {
 protected:
     LogTest() {
         host.jobs = {Job(1, L"a.stl", JobStatus::Running)};
-        host.jobs[0].workDir = folder / L"work";
+        host.jobs[0].workDir = directory / L"work";
     }
 
-    void Log(const std::string& text) { WriteTextFile(folder / L"work\\scenario.log", text); }
+    void Log(const std::string& text) { WriteTextFile(directory / L"work\\scenario.log", text); }
 
     JobStatusInfo At(JobStatus status) {
         JobStatusInfo info = Status(1, status);
-        info.workDir = folder / L"work";
+        info.workDir = directory / L"work";
         return info;
     }
 };

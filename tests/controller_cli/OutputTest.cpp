@@ -13,8 +13,8 @@ class OutputTest : public FrontEndFixture {
 protected:
     OutputTest() {
         host.jobs = {Job(1, L"a.stl", JobStatus::Running)};
-        host.jobs[0].workDir = folder / L"work";
-        WriteTextFile(folder / L"work\\scenario.log", "layer 0\n");
+        host.jobs[0].workDir = directory / L"work";
+        WriteTextFile(directory / L"work\\scenario.log", "layer 0\n");
         host.answers[L"CancelAllJobs"] = {
             L"CancelJobsFinish",
             messages::Serialize(L"CancelJobsFinish", std::vector{Status(1, JobStatus::Canceling)})};

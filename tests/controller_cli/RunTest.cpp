@@ -7,8 +7,8 @@ namespace {
 class RunTest : public FrontEndFixture {
 protected:
     RunTest() {
-        WriteTextFile(folder / L"a.stl", "solid");
-        WriteTextFile(folder / L"b.stl", "solid");
+        WriteTextFile(directory / L"a.stl", "solid");
+        WriteTextFile(directory / L"b.stl", "solid");
     }
 
     /// The host makes jobs of these ids and numbers; an empty id is a refused input.
@@ -25,18 +25,18 @@ protected:
         return info;
     }
 
-    const std::wstring a = folder / L"a.stl";
-    const std::wstring b = folder / L"b.stl";
+    const std::wstring a = directory / L"a.stl";
+    const std::wstring b = directory / L"b.stl";
 };
 
 TEST_F(RunTest, EachInputIsAJobOfItsOwn) {
     AnswerWith({{L"id1", 1}, {L"id2", 2}});
     host.jobs = {Job(1, L"a.stl", JobStatus::Success), Job(2, L"b.stl", JobStatus::Success)};
-    EXPECT_EQ(Run({L"--run", L"mesh_report.rb", a, b, L"--output", folder / L"out", L"--argument", L"size=640"}), 0);
+    EXPECT_EQ(Run({L"--run", L"mesh_report.rb", a, b, L"--output", directory / L"out", L"--argument", L"size=640"}), 0);
     const EnqueueJobsInfo request = SentRequest();
     EXPECT_EQ(request.scenario.id, L"mesh_report.rb");
     EXPECT_EQ(request.inputFileSets, (std::vector<std::vector<std::wstring>>{{a}, {b}}));
-    EXPECT_EQ(request.outputDir, folder / L"out");
+    EXPECT_EQ(request.outputDir, directory / L"out");
     EXPECT_EQ(request.runArgument, L"size=640");
     EXPECT_EQ(request.requestId.size(), 36U);
 }
@@ -48,7 +48,7 @@ TEST_F(RunTest, CommasJoinTheFilesOfOneJob) {
 }
 
 TEST_F(RunTest, ACommaInTheNameOfAFileIsPartOfIt) {
-    const std::wstring named = folder / L"a.stl,b.stl";
+    const std::wstring named = directory / L"a.stl,b.stl";
     WriteTextFile(named, "solid");
     AnswerWith({{L"id1", 1}});
     Run({L"--run", L"compare.rb", named});
@@ -56,12 +56,12 @@ TEST_F(RunTest, ACommaInTheNameOfAFileIsPartOfIt) {
 }
 
 TEST_F(RunTest, ACommaInTheNameOfOneOfSeveralFilesIsPartOfIt) {
-    const std::wstring named = folder / L"a.stl,1.stl";
+    const std::wstring named = directory / L"a.stl,1.stl";
     WriteTextFile(named, "solid");
     AnswerWith({{L"id1", 1}});
-    Run({L"--run", L"compare.rb", b + L"," + named + L",," + a + L"," + folder.Path() + L","});
+    Run({L"--run", L"compare.rb", b + L"," + named + L",," + a + L"," + directory.Path() + L","});
     EXPECT_EQ(console.errors, "");
-    EXPECT_EQ(SentRequest().inputFileSets, (std::vector<std::vector<std::wstring>>{{b, named, a, folder.Path()}}));
+    EXPECT_EQ(SentRequest().inputFileSets, (std::vector<std::vector<std::wstring>>{{b, named, a, directory.Path()}}));
 }
 
 TEST_F(RunTest, InputsBehindTwoDashesMayBeginWithOne) {
@@ -70,10 +70,10 @@ TEST_F(RunTest, InputsBehindTwoDashesMayBeginWithOne) {
 }
 
 TEST_F(RunTest, AScenarioFileIsMadeAbsolute) {
-    WriteTextFile(folder / L"here.rb", "");
+    WriteTextFile(directory / L"here.rb", "");
     AnswerWith({{L"id1", 1}});
-    Run({L"--run", folder / L"sub" + std::wstring(L"\\..\\here.rb"), a});
-    EXPECT_EQ(SentRequest().scenario.id, folder / L"here.rb");
+    Run({L"--run", directory / L"sub" + std::wstring(L"\\..\\here.rb"), a});
+    EXPECT_EQ(SentRequest().scenario.id, directory / L"here.rb");
 }
 
 TEST_F(RunTest, ShowsProgressAndEndsWithTheOutcome) {
@@ -154,7 +154,7 @@ TEST_F(RunTest, OneReasonForAllInputsIsToldOnceAndNoInputIsBlamed) {
 }
 
 TEST_F(RunTest, AnInputThatIsNotThereIsToldBeforeAnythingIsSent) {
-    EXPECT_EQ(Run({L"--run", L"r.rb", folder / L"missing.stl"}), 2);
+    EXPECT_EQ(Run({L"--run", L"r.rb", directory / L"missing.stl"}), 2);
     EXPECT_TRUE(host.Requests().empty());
     EXPECT_NE(console.errors.find("missing.stl does not exist.\n"), std::string::npos);
 }

@@ -18,8 +18,9 @@ protected:
     ShortOptionCommandsTest() {
         // Read once in a process: an answer is here at once or never.
         platform::SetEnvironment(L"QRV_KT_WAIT_RESPONSE_SEC", L"0");
-        WriteTextFile(folder / L"jobs.json", R"({"EnqueueJobs":[{"scenario":{"id":"r.rb"},"inputFileSets":[["a.stl"]],)"
-                                             R"("outputDir":"out"}]})");
+        WriteTextFile(directory / L"jobs.json",
+                      R"({"EnqueueJobs":[{"scenario":{"id":"r.rb"},"inputFileSets":[["a.stl"]],)"
+                      R"("outputDir":"out"}]})");
         host.transmitter.onSend = [this, answer = host.transmitter.onSend](const ScriptedTransmitter::Event& request) {
             if (request.name == L"EnqueueJobs") {
                 AnswerEnqueue(request);
@@ -41,7 +42,7 @@ protected:
     }
 
     void WriteJobsFile(const std::wstring& requests) {
-        WriteTextFile(folder / L"jobs.json", text::ToUtf8(LR"({"EnqueueJobs":[)" + requests + L"]}"));
+        WriteTextFile(directory / L"jobs.json", text::ToUtf8(LR"({"EnqueueJobs":[)" + requests + L"]}"));
     }
 
     std::string Refused(const std::string& member, const std::string& reason) {
@@ -56,7 +57,7 @@ protected:
                                                   messages::Serialize(L"CheckJobStatusResponse", std::vector{info})};
     }
 
-    std::wstring Native(const std::wstring& name) { return platform::ToNativeText(folder / name); }
+    std::wstring Native(const std::wstring& name) { return platform::ToNativeText(directory / name); }
     static std::string Line(const std::string& text) { return text + std::string(platform::lineEnd); }
 
     std::vector<JobIdInfo> enqueued = {{L"id12", 12}};
@@ -76,13 +77,13 @@ TEST_F(ShortOptionCommandsTest, AJobsFileIsEnqueuedAndItsLinesGoToStandardOutput
 
 TEST_F(ShortOptionCommandsTest, TheLinesGoToTheOutputFile) {
     EXPECT_EQ(Run({L"-o", Native(L"lines.txt"), Native(L"jobs.json")}), 0);
-    EXPECT_EQ(ReadTextFile(folder / L"lines.txt"), Line("12,Queued"));
+    EXPECT_EQ(ReadTextFile(directory / L"lines.txt"), Line("12,Queued"));
     EXPECT_EQ(console.output, "");
 }
 
 TEST_F(ShortOptionCommandsTest, AnOutputFileThatCannotBeOpenedIsToldBeforeAnythingIsSent) {
     host.runs = false;
-    const std::wstring outputFile = platform::ToNativeText(folder / L"no folder\\lines.txt");
+    const std::wstring outputFile = platform::ToNativeText(directory / L"no folder\\lines.txt");
     EXPECT_EQ(Run({L"-i", Native(L"jobs.json"), L"-o", outputFile}), 2);
     EXPECT_NE(console.errors.find("lines.txt cannot be written: "), std::string::npos);
     EXPECT_NE(console.errors.find("Nothing was sent."), std::string::npos);
@@ -95,7 +96,7 @@ TEST_F(ShortOptionCommandsTest, TheLinesOfARequestAreInTheOutputFileBeforeTheNex
     WriteJobsFile(LR"({},{"inputFileSets":[["a.stl"]]},{"inputFileSets":[["a.stl"]]})");
     std::vector<std::string> before;
     host.transmitter.onSend = [&](const ScriptedTransmitter::Event& request) {
-        before.push_back(ReadTextFile(folder / L"lines.txt"));
+        before.push_back(ReadTextFile(directory / L"lines.txt"));
         AnswerEnqueue(request);
         enqueued[0].seqId += 1;
     };
@@ -108,16 +109,16 @@ TEST_F(ShortOptionCommandsTest, AJobsFileThatCannotBeReadIsTold) {
     EXPECT_EQ(console.errors.find(
                   "controller_cli: The jobs file cannot be used: " + text::ToUtf8(Native(L"none.json")) + ": "),
               0U);
-    EXPECT_FALSE(platform::Exists(folder / L"lines.txt"));
+    EXPECT_FALSE(platform::Exists(directory / L"lines.txt"));
     EXPECT_TRUE(host.Requests().empty());
 }
 
 TEST_F(ShortOptionCommandsTest, WhatIsWrongInAJobsFileIsToldWithItsPlace) {
-    WriteTextFile(folder / L"jobs.json", "{\"EnqueueJobs\":[\n {\"outputDirectory\":\"x\"}]}");
+    WriteTextFile(directory / L"jobs.json", "{\"EnqueueJobs\":[\n {\"outputDirectory\":\"x\"}]}");
     EXPECT_EQ(Run({Native(L"jobs.json"), L"-o", Native(L"lines.txt")}), 2);
     EXPECT_EQ(console.errors, "controller_cli: The jobs file cannot be used: " + text::ToUtf8(Native(L"jobs.json")) +
                                   ", line 2, column 3: EnqueueJobs[0].outputDirectory: there is no such member\n");
-    EXPECT_FALSE(platform::Exists(folder / L"lines.txt"));
+    EXPECT_FALSE(platform::Exists(directory / L"lines.txt"));
     EXPECT_TRUE(host.Requests().empty());
 }
 
@@ -135,7 +136,7 @@ TEST_F(ShortOptionCommandsTest, ARefusedJobGivesOneAndTheReasonOfTheHost) {
 
 TEST_F(ShortOptionCommandsTest, AJobsFileThatIsGoneMeanwhileGivesNoPlace) {
     host.transmitter.onSend = [this](const ScriptedTransmitter::Event& request) {
-        ASSERT_FALSE(platform::RemoveFile(folder / L"jobs.json"));
+        ASSERT_FALSE(platform::RemoveFile(directory / L"jobs.json"));
         AnswerEnqueue(request);
     };
     enqueued = {{}};
@@ -172,11 +173,11 @@ TEST_F(ShortOptionCommandsTest, OfManyRefusalsTheFirstTwentyAreTold) {
 }
 
 TEST_F(ShortOptionCommandsTest, ALogThatExistsIsNamedWhereTheReasonIsNotKnown) {
-    WriteTextFile(folder / L"a.stl", "");
-    WriteTextFile(folder / L"r.rb", "");
+    WriteTextFile(directory / L"a.stl", "");
+    WriteTextFile(directory / L"r.rb", "");
     enqueued = {{}};
     UseSettings(R"({"version":1,"logFile":"host.log"})");
-    WriteTextFile(folder / L"host.log", "");
+    WriteTextFile(directory / L"host.log", "");
     EXPECT_EQ(Run({Native(L"jobs.json")}), 1);
     EXPECT_EQ(console.errors, Refused("line 1, column 60: EnqueueJobs[0].inputFileSets[0]",
                                       "the host does not say why. The log: " + text::ToUtf8(Native(L"host.log"))));
@@ -307,11 +308,11 @@ TEST_F(ShortOptionCommandsTest, EveryCancelIsSentHoweverLittleTimeThereIs) {
 
 TEST_F(ShortOptionCommandsTest, OneFileIsNotTakenForTwoThings) {
     UseSettings(R"({"version":1,"logFile":"host.log","jobListFile":"list.json","stringResourceFile":"s.json"})");
-    WriteTextFile(folder / L"a.stl", "solid");
-    WriteTextFile(folder / L"r.rb", "exit 0");
-    WriteTextFile(folder / L"host.log", "line");
+    WriteTextFile(directory / L"a.stl", "solid");
+    WriteTextFile(directory / L"r.rb", "exit 0");
+    WriteTextFile(directory / L"host.log", "line");
     const std::wstring jobs = Native(L"jobs.json");
-    const std::wstring roundabout = platform::ToNativeText(folder / L"sub\\..\\.\\jobs.json");
+    const std::wstring roundabout = platform::ToNativeText(directory / L"sub\\..\\.\\jobs.json");
     // On a system without regard to case another spelling is the same file.
     const std::wstring capital = platform::SameName(L"a", L"A") ? Native(L"JOBS.json") : jobs;
     const std::vector<std::vector<std::wstring>> table = {
@@ -336,7 +337,7 @@ TEST_F(ShortOptionCommandsTest, OneFileIsNotTakenForTwoThings) {
     const auto everything = [this] {
         std::string text;
         for (const wchar_t* const name : {L"jobs.json", L"settings.json", L"a.stl", L"r.rb"}) {
-            text += ReadTextFile(folder / name);
+            text += ReadTextFile(directory / name);
         }
         return text;
     };
@@ -347,15 +348,15 @@ TEST_F(ShortOptionCommandsTest, OneFileIsNotTakenForTwoThings) {
         EXPECT_NE(console.errors.find(" is named twice, as "), std::string::npos) << console.errors;
     }
     EXPECT_EQ(everything(), before);
-    EXPECT_TRUE(ReadTextFile(folder / L"host.log").starts_with("line"));
-    EXPECT_FALSE(platform::Exists(folder / L"new.txt"));
-    EXPECT_FALSE(platform::Exists(folder / L"list.json"));
+    EXPECT_TRUE(ReadTextFile(directory / L"host.log").starts_with("line"));
+    EXPECT_FALSE(platform::Exists(directory / L"new.txt"));
+    EXPECT_FALSE(platform::Exists(directory / L"list.json"));
     EXPECT_EQ(host.Requests().size() + static_cast<std::size_t>(host.startCount + host.foregroundCount), 0U);
 }
 
 TEST_F(ShortOptionCommandsTest, TheHostsLogMayBeThisProgramsToo) {
     UseSettings(R"({"version":1,"logFile":"host.log"})");
-    WriteTextFile(folder / L"host.log", "line\n");
+    WriteTextFile(directory / L"host.log", "line\n");
     EXPECT_EQ(Run({Native(L"jobs.json"), L"-l", Native(L"host.log")}), 0);
     ControllerLogManager::Initialize(0, L"", false);
 }
@@ -429,7 +430,7 @@ TEST_F(ShortOptionCommandsTest, AHostIsStartedWhereNoneRuns) {
 
 TEST_F(ShortOptionCommandsTest, TheLogGoesToTheLogFile) {
     EXPECT_EQ(Run({Native(L"jobs.json"), L"-l", Native(L"client.log")}), 0);
-    EXPECT_NE(ReadTextFile(folder / L"client.log").find("Job: 12 is added."), std::string::npos);
+    EXPECT_NE(ReadTextFile(directory / L"client.log").find("Job: 12 is added."), std::string::npos);
     ControllerLogManager::Initialize(0, L"", false);
 }
 

@@ -16,7 +16,7 @@ protected:
     }
     std::string Problem() const {
         return "controller_cli: The settings cannot be used: " +
-               text::ToUtf8(platform::ToNativeText(folder / L"settings.json")) +
+               text::ToUtf8(platform::ToNativeText(directory / L"settings.json")) +
                ", line 2, column 11: not JSON: Invalid value. ";
     }
 };

@@ -14,7 +14,7 @@ protected:
     }
 
     std::wstring UseStrings(const std::string& json) {
-        stringResourceFile = folder / L"strings.json";
+        stringResourceFile = directory / L"strings.json";
         WriteTextFile(stringResourceFile, json);
         return stringResourceFile;
     }
@@ -39,7 +39,7 @@ TEST_F(TextsTest, AnUntranslatedTextIsTheDefaultCultures) {
 
 TEST_F(TextsTest, WithoutAFileTheBuiltInEnglishHolds) {
     UseCulture("de-DE", "de-DE");
-    const controller_cli::Texts texts(folder / L"missing.json");
+    const controller_cli::Texts texts(directory / L"missing.json");
     EXPECT_EQ(texts.Get(L"Table/State"), L"State");
 }
 

@@ -62,7 +62,7 @@ TEST_F(WaitTest, TheOutcomeHasTheMessagesThatTheTableHasNoRoomFor) {
     host.jobs = {Job(1, L"a.stl", JobStatus::Success), Job(2, L"b.stl", JobStatus::Failed)};
     host.jobs[0].outputDir = L"/out/a";
     for (JobListInfo& job : host.jobs) {
-        job.workDir = folder / job.id;
+        job.workDir = directory / job.id;
         WriteTextFile(job.workDir + L"\\run_scenario_result.json",
                       R"({"version":1,"jobId":"id","succeeded":true,"messages":[{"code":0,"text":"First."},)"
                       R"({"code":0,"text":"Its last lines:\none\ntwo\u001b[2J"}],"outputFiles":[]})");

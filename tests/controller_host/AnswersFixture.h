@@ -26,7 +26,7 @@ protected:
         EnqueueJobsInfo request;
         request.requestId = L"r";
         request.scenario.id = scenario;
-        request.outputDir = folder / L"output";
+        request.outputDir = directory / L"output";
         for (const std::wstring& input : inputs) {
             request.inputFileSets.push_back({input});
         }

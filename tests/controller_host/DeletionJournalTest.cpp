@@ -15,7 +15,7 @@ protected:
     }
 
     /// Jobs that have work directories.
-    void EnqueueWithFolders(std::size_t count) {
+    void EnqueueWithDirectories(std::size_t count) {
         answers->Answer({7, L"EnqueueJobs", EnqueueRequest(count)});
         for (const JobListInfo& job : Jobs()) {
             WriteTextFile(job.workDir + L"\\scenario.log", "some words");
@@ -28,13 +28,13 @@ protected:
         return deleted;
     }
 
-    bool IsNoted() const { return platform::Exists(folder / L"job_list.json.deletions"); }
+    bool IsNoted() const { return platform::Exists(directory / L"job_list.json.deletions"); }
 
-    DeletionJournal notes{folder / L"job_list.json"};
+    DeletionJournal notes{directory / L"job_list.json"};
 };
 
 TEST_F(DeletionJournalTest, ADeletionLeavesNoNote) {
-    EnqueueWithFolders(2);
+    EnqueueWithDirectories(2);
     const std::wstring workDir = Jobs().front().workDir;
     EXPECT_EQ(Delete({L"1"}), std::vector<std::wstring>{L"1"});
     EXPECT_FALSE(platform::Exists(workDir));
@@ -42,7 +42,7 @@ TEST_F(DeletionJournalTest, ADeletionLeavesNoNote) {
 }
 
 TEST_F(DeletionJournalTest, AnInterruptedDeletionIsFinishedAndOtherJobsStay) {
-    EnqueueWithFolders(3);
+    EnqueueWithDirectories(3);
     const std::vector<JobListInfo> jobs = Jobs();
     notes.Add({jobs[0], jobs[1]});
     ASSERT_FALSE(platform::RemoveTree(jobs[0].workDir)); // so far the earlier host has come
@@ -55,7 +55,7 @@ TEST_F(DeletionJournalTest, AnInterruptedDeletionIsFinishedAndOtherJobsStay) {
 }
 
 TEST_F(DeletionJournalTest, AJobThatIsNotTheOneNotedStays) {
-    EnqueueWithFolders(1);
+    EnqueueWithDirectories(1);
     JobListInfo other = Jobs().front();
     other.workDir += L"2";
     notes.Add({other});
@@ -65,24 +65,24 @@ TEST_F(DeletionJournalTest, AJobThatIsNotTheOneNotedStays) {
 }
 
 TEST_F(DeletionJournalTest, AWorkDirectoryThatCannotBeRemovedStaysNotedUntilItCan) {
-    EnqueueWithFolders(2);
+    EnqueueWithDirectories(2);
     const std::vector<JobListInfo> jobs = Jobs();
     ASSERT_FALSE(platform::RemoveTree(jobs[0].workDir));
     WriteTextFile(jobs[0].workDir, "no folder, so it is not touched");
     EXPECT_EQ(Delete({jobs[0].id}).size(), 1U);
     EXPECT_TRUE(IsNoted());
     ASSERT_FALSE(platform::RemoveFile(jobs[0].workDir));
-    ASSERT_FALSE(platform::EnsureFolder(jobs[0].workDir));
+    ASSERT_FALSE(platform::EnsureDirectory(jobs[0].workDir));
     Delete({jobs[1].id});
     EXPECT_FALSE(platform::Exists(jobs[0].workDir));
     EXPECT_FALSE(IsNoted());
 }
 
 TEST_F(DeletionJournalTest, WhatDoesNotLieInTheWorkDirectoryIsNotNotedForEver) {
-    EnqueueWithFolders(1);
+    EnqueueWithDirectories(1);
     JobListInfo job = Jobs().front();
-    job.workDir = folder / L"elsewhere";
-    ASSERT_FALSE(platform::EnsureFolder(job.workDir));
+    job.workDir = directory / L"elsewhere";
+    ASSERT_FALSE(platform::EnsureDirectory(job.workDir));
     notes.Add({job});
     engine->FinishDeletions();
     EXPECT_TRUE(platform::Exists(job.workDir));
@@ -90,7 +90,7 @@ TEST_F(DeletionJournalTest, WhatDoesNotLieInTheWorkDirectoryIsNotNotedForEver) {
 }
 
 TEST_F(DeletionJournalTest, AJobThatRunsIsNeitherNotedNorDeleted) {
-    EnqueueWithFolders(1);
+    EnqueueWithDirectories(1);
     std::vector<JobStatusInfo> updated;
     engine->ExecuteJob(nullptr, updated);
     EXPECT_TRUE(Delete({L"1"}).empty());

@@ -10,10 +10,10 @@ using Sets = std::vector<Texts>;
 /// Each input set that gets no job comes back with the reason.
 class EnqueueReasonsTest : public AnswersFixture {
 protected:
-    std::wstring Native(const std::wstring& name) const { return platform::ToNativeText(folder / name); }
+    std::wstring Native(const std::wstring& name) const { return platform::ToNativeText(directory / name); }
 
-    const std::wstring scenario = folder / L"scenarios\\mesh.rb";
-    const std::wstring part = folder / L"part.stl";
+    const std::wstring scenario = directory / L"scenarios\\mesh.rb";
+    const std::wstring part = directory / L"part.stl";
 };
 
 TEST_F(EnqueueReasonsTest, AnAcceptedSetHasNone) {
@@ -23,7 +23,7 @@ TEST_F(EnqueueReasonsTest, AnAcceptedSetHasNone) {
 }
 
 TEST_F(EnqueueReasonsTest, AMissingInputIsNamedAndTheOthersGetJobs) {
-    const JobEnqueueResult result = Enqueued(RequestFor(scenario, {folder / L"missing.stl", part}));
+    const JobEnqueueResult result = Enqueued(RequestFor(scenario, {directory / L"missing.stl", part}));
     EXPECT_EQ(result.jobIds.at(0), JobIdInfo());
     EXPECT_EQ(result.jobIds.at(1).seqId, 1);
     EXPECT_EQ(result.inputSetResults, (Sets{{L"The input file " + Native(L"missing.stl") + L" does not exist."}, {}}));
@@ -44,10 +44,10 @@ TEST_F(EnqueueReasonsTest, AnUnknownScenarioIsCalledSoForEverySet) {
     EXPECT_EQ(result.inputSetResults, (Sets{{reason}, {reason}}));
 }
 
-TEST_F(EnqueueReasonsTest, AScenarioFileThatIsMissingOrAFolderIsCalledSo) {
-    EXPECT_EQ(Enqueued(RequestFor(folder / L"gone.rb", {part})).inputSetResults,
+TEST_F(EnqueueReasonsTest, AScenarioFileThatIsMissingOrADirectoryIsCalledSo) {
+    EXPECT_EQ(Enqueued(RequestFor(directory / L"gone.rb", {part})).inputSetResults,
               (Sets{{L"The scenario file " + Native(L"gone.rb") + L" does not exist."}}));
-    EXPECT_EQ(Enqueued(RequestFor(folder / L"scenarios", {part})).inputSetResults,
+    EXPECT_EQ(Enqueued(RequestFor(directory / L"scenarios", {part})).inputSetResults,
               (Sets{{L"The scenario " + Native(L"scenarios") + L" is a folder, not a file."}}));
     EXPECT_TRUE(Jobs().empty());
 }
@@ -66,10 +66,10 @@ TEST_F(EnqueueReasonsTest, ARequestWithoutInputSetsHasItsReasonInASetOfItsOwn) {
     EXPECT_EQ(result.inputSetResults, (Sets{{L"The request names no input files."}}));
 }
 
-TEST_F(EnqueueReasonsTest, AnInputWhoseNameGivesNoFolderOfItsOwnIsRefused) {
+TEST_F(EnqueueReasonsTest, AnInputWhoseNameGivesNoDirectoryOfItsOwnIsRefused) {
     for (const wchar_t* const name : {L".hidden", L"...stl", L"..stl.3"}) {
-        WriteTextFile(folder / name, "solid");
-        const JobEnqueueResult result = Enqueued(RequestFor(scenario, {folder / name, part}));
+        WriteTextFile(directory / name, "solid");
+        const JobEnqueueResult result = Enqueued(RequestFor(scenario, {directory / name, part}));
         EXPECT_EQ(result.jobIds.at(0), JobIdInfo());
         EXPECT_FALSE(result.jobIds.at(1).id.empty());
         EXPECT_EQ(result.inputSetResults.at(0),
@@ -80,17 +80,17 @@ TEST_F(EnqueueReasonsTest, AnInputWhoseNameGivesNoFolderOfItsOwnIsRefused) {
     EXPECT_EQ(Jobs().size(), 3U);
 }
 
-TEST_F(EnqueueReasonsTest, ARootOrAPathWithASeparatorAtItsEndGivesNoFolderEither) {
-    for (const std::wstring& input : {std::wstring(L"\\"), folder.Path() + L"\\"}) {
+TEST_F(EnqueueReasonsTest, ARootOrAPathWithASeparatorAtItsEndGivesNoDirectoryEither) {
+    for (const std::wstring& input : {std::wstring(L"\\"), directory.Path() + L"\\"}) {
         EXPECT_EQ(Enqueued(RequestFor(scenario, {input})).inputSetResults.at(0).size(), 1U) << input.size();
     }
     EXPECT_TRUE(Jobs().empty());
 }
 
 TEST_F(EnqueueReasonsTest, SuchAnInputMayStandBehindAnother) {
-    WriteTextFile(folder / L".hidden", "solid");
+    WriteTextFile(directory / L".hidden", "solid");
     EnqueueJobsInfo request = RequestFor(scenario, {part});
-    request.inputFileSets[0].push_back(folder / L".hidden");
+    request.inputFileSets[0].push_back(directory / L".hidden");
     EXPECT_EQ(Enqueued(request).jobIds.at(0).seqId, 1);
     EXPECT_EQ(Jobs().at(0).inputFiles.size(), 2U);
 }

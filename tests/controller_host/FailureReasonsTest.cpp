@@ -28,7 +28,7 @@ protected:
         return ReasonIn(job.workDir + L"\\run_scenario_result.json");
     }
     std::wstring NoteOf(const std::wstring& id) const {
-        return run_protocol::FailureNotePath(folder / L"job_list.json", id);
+        return run_protocol::FailureNotePath(directory / L"job_list.json", id);
     }
 
     void RefuseJobs() {
@@ -54,15 +54,16 @@ TEST_F(FailureReasonsTest, AJobThatCannotBeStartedHasTheReasonInItsResult) {
 }
 
 TEST_F(FailureReasonsTest, AnOutputDirectoryThatCannotBeMadeIsNamedInTheResult) {
-    WriteTextFile(folder / L"output", "a file in the folder's place");
+    WriteTextFile(directory / L"output", "a file in the folder's place");
     const std::wstring reason = ReasonInResult(FailedJob());
-    EXPECT_NE(reason.find(platform::ToNativeText(folder / L"output\\part") + L" cannot be made: "), std::wstring::npos)
+    EXPECT_NE(reason.find(platform::ToNativeText(directory / L"output\\part") + L" cannot be made: "),
+              std::wstring::npos)
         << text::ToUtf8(reason);
 }
 
 TEST_F(FailureReasonsTest, WithoutAWorkDirectoryItStandsBesideTheJobListUntilTheJobIsDeleted) {
     RefuseJobs();
-    WriteTextFile(folder / L"work", "a file in the folder's place");
+    WriteTextFile(directory / L"work", "a file in the folder's place");
     const JobStatusInfo job = FailedJob();
     EXPECT_EQ(ReasonIn(NoteOf(job.id)), noLicence);
     EXPECT_TRUE(line.Deliver(1, L"DeleteJobsRequest", Ids(L"DeleteJobsRequest", {job.id})));
@@ -97,9 +98,9 @@ TEST_F(FailureReasonsTest, WhatIsWrongWithTheModulesIsAddedWhereNoneTakesTheJob)
     engine = std::make_unique<HostEngine>(&nothing);
     engine->SetModuleProblems({L"The function module m.so cannot be loaded: no such file."});
     EnqueueJobsInfo request;
-    request.scenario.id = folder / L"scenarios\\mesh.rb";
-    request.outputDir = folder / L"output";
-    request.inputFileSets = {{folder / L"part.stl"}};
+    request.scenario.id = directory / L"scenarios\\mesh.rb";
+    request.outputDir = directory / L"output";
+    request.inputFileSets = {{directory / L"part.stl"}};
     JobEnqueueResult result;
     ASSERT_TRUE(engine->EnqueueJob(request, result));
     std::vector<JobStatusInfo> updated;
@@ -114,10 +115,10 @@ TEST_F(FailureReasonsTest, WhatIsWrongWithTheModulesIsAddedWhereNoneTakesTheJob)
 
 TEST_F(FailureReasonsTest, NotesOfJobsThatAreNotListedGoAtTheStart) {
     WriteTextFile(NoteOf(L"a1"), "{}");
-    WriteTextFile(folder / L"job_list.json.failures\\other.txt", "");
+    WriteTextFile(directory / L"job_list.json.failures\\other.txt", "");
     engine->FinishDeletions();
     EXPECT_FALSE(platform::Exists(NoteOf(L"a1")));
-    EXPECT_TRUE(platform::Exists(folder / L"job_list.json.failures\\other.txt"));
+    EXPECT_TRUE(platform::Exists(directory / L"job_list.json.failures\\other.txt"));
 }
 
 TEST_F(FailureReasonsTest, WhatIsNoJobsIdLeadsNowhere) {
@@ -126,8 +127,8 @@ TEST_F(FailureReasonsTest, WhatIsNoJobsIdLeadsNowhere) {
     }
     JobListInfo job;
     job.id = L"..\\job_list";
-    FailureReasons(folder / L"job_list.json").Leave(job, L"a reason");
-    EXPECT_FALSE(platform::Exists(folder / L"job_list.json.failures"));
+    FailureReasons(directory / L"job_list.json").Leave(job, L"a reason");
+    EXPECT_FALSE(platform::Exists(directory / L"job_list.json.failures"));
 }
 
 } // namespace

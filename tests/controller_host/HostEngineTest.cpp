@@ -18,7 +18,7 @@ protected:
         row.id = L"a" + std::to_wstring(seqId);
         row.seqId = seqId;
         row.status = status;
-        row.workDir = folder / (L"work\\" + row.id);
+        row.workDir = directory / (L"work\\" + row.id);
         return row;
     }
 
@@ -44,11 +44,12 @@ protected:
     }
 
     void DeleteJobsOlderThanOneDay() const {
-        WriteTextFile(folder / L"settings.json", R"({"version":1,"workDirectory":"work","jobListFile":"job_list.json",)"
-                                                 R"("logFile":"","autoDeleteWorkFolder":{"enabled":true,"days":1}})");
+        WriteTextFile(directory / L"settings.json",
+                      R"({"version":1,"workDirectory":"work","jobListFile":"job_list.json",)"
+                      R"("logFile":"","autoDeleteWorkFolder":{"enabled":true,"days":1}})");
     }
 
-    DeletionJournal notes{folder / L"job_list.json"};
+    DeletionJournal notes{directory / L"job_list.json"};
 };
 
 TEST_F(HostEngineTest, ADequeuedJobStaysSoWhateverHostsStart) {
@@ -136,20 +137,20 @@ protected:
 
 TEST_F(HostEngineTest_Cancel, ARunningJobIsAskedThroughItsWorkDirectory) {
     const std::wstring workDir = StartJob();
-    ASSERT_FALSE(platform::EnsureFolder(workDir));
+    ASSERT_FALSE(platform::EnsureDirectory(workDir));
     Cancel();
     EXPECT_TRUE(platform::Exists(workDir + L"\\killprocess"));
 }
 
 TEST_F(HostEngineTest_Cancel, NothingIsMadeWhereALinkInThePlaceOfTheWorkDirectoryLeads) {
     const std::wstring workDir = StartJob();
-    ASSERT_FALSE(platform::EnsureFolder(folder / L"elsewhere"));
-    ASSERT_FALSE(platform::EnsureFolder(platform::ParentFolder(workDir)));
-    if (!MakeLink(folder / L"elsewhere", workDir)) {
+    ASSERT_FALSE(platform::EnsureDirectory(directory / L"elsewhere"));
+    ASSERT_FALSE(platform::EnsureDirectory(platform::ParentDirectory(workDir)));
+    if (!MakeLink(directory / L"elsewhere", workDir)) {
         GTEST_SKIP() << "no links here";
     }
     Cancel();
-    EXPECT_FALSE(platform::Exists(folder / L"elsewhere\\killprocess"));
+    EXPECT_FALSE(platform::Exists(directory / L"elsewhere\\killprocess"));
 }
 
 } // namespace

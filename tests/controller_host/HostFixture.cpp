@@ -8,11 +8,11 @@
 #include <algorithm>
 
 HostFixture::HostFixture() {
-    WriteTextFile(folder / L"settings.json", R"({"version":1,"workDirectory":"work","jobListFile":"job_list.json",)"
-                                             R"("logFile":"","scenarioDirectories":[{"path":"scenarios"}]})");
-    WriteTextFile(folder / L"scenarios\\mesh.rb", "puts 1");
-    WriteTextFile(folder / L"part.stl", "solid");
-    settings::UseFile(folder / L"settings.json");
+    WriteTextFile(directory / L"settings.json", R"({"version":1,"workDirectory":"work","jobListFile":"job_list.json",)"
+                                                R"("logFile":"","scenarioDirectories":[{"path":"scenarios"}]})");
+    WriteTextFile(directory / L"scenarios\\mesh.rb", "puts 1");
+    WriteTextFile(directory / L"part.stl", "solid");
+    settings::UseFile(directory / L"settings.json");
     script.answer = [this](const test_modules::Call& call, std::wstring& output) {
         if (call.function == "RunScenario") {
             output = processes.emplace_back().Answer();
@@ -54,9 +54,9 @@ std::wstring HostFixture::Ids(const std::wstring& name, const std::vector<std::w
 std::wstring HostFixture::EnqueueRequest(std::size_t jobs) const {
     EnqueueJobsInfo request;
     request.requestId = L"request";
-    request.scenario.id = folder / L"scenarios\\mesh.rb";
-    request.outputDir = folder / L"output";
-    request.inputFileSets.assign(jobs, {folder / L"part.stl"});
+    request.scenario.id = directory / L"scenarios\\mesh.rb";
+    request.outputDir = directory / L"output";
+    request.inputFileSets.assign(jobs, {directory / L"part.stl"});
     return ControllerCSWrapper::Serialize(L"EnqueueJobs", request);
 }
 

@@ -5,7 +5,7 @@
 #include "doubles/LineDouble.h"
 #include "doubles/ScriptedProcess.h"
 #include "modules/ModuleFiles.h"
-#include "support/TemporaryFolder.h"
+#include "support/TemporaryDirectory.h"
 
 #include <gtest/gtest.h>
 
@@ -15,7 +15,7 @@
 #include <thread>
 #include <vector>
 
-/// A host whose line, module and processes are the test's, in a folder of its own with real settings and a real job
+/// A host whose line, module and processes are the test's, in a directory of its own with real settings and a real job
 /// list.
 class HostFixture : public testing::Test {
 protected:
@@ -37,7 +37,7 @@ protected:
     /// Waits until everybody was told of a job in this status, and gives the report.
     JobStatusInfo WaitForStatus(JobStatus status);
 
-    TemporaryFolder folder;
+    TemporaryDirectory directory;
     test_modules::Script script;
     test_modules::ScriptedModule module{test_modules::ModulePath(L"recording_module_a"), script};
     /// One for each job that was started, in order.

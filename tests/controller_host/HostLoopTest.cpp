@@ -12,7 +12,7 @@ class HostLoopTest_Requests : public HostFixture {
 protected:
     std::vector<JobListInfo> SavedList() const {
         std::vector<JobListInfo> jobs;
-        EXPECT_TRUE(ControllerCSWrapper::ParseJobList(folder / L"job_list.json", jobs));
+        EXPECT_TRUE(ControllerCSWrapper::ParseJobList(directory / L"job_list.json", jobs));
         return jobs;
     }
 };
@@ -23,14 +23,14 @@ protected:
 
     /// From now on no list can be written, because its backup cannot be.
     void BlockList() const {
-        EXPECT_FALSE(platform::RemoveFile(folder / L"job_list.json.bak"));
-        WriteTextFile(folder / L"job_list.json.bak\\held", "");
+        EXPECT_FALSE(platform::RemoveFile(directory / L"job_list.json.bak"));
+        WriteTextFile(directory / L"job_list.json.bak\\held", "");
     }
-    void FreeList() const { EXPECT_FALSE(platform::RemoveTree(folder / L"job_list.json.bak")); }
+    void FreeList() const { EXPECT_FALSE(platform::RemoveTree(directory / L"job_list.json.bak")); }
 
     void AwaitSavedProgress(int progress) const {
         const test_support::Deadline deadline("the saved list");
-        platform::FolderWatch watch(folder.Path());
+        platform::DirectoryWatch watch(directory.Path());
         while (SavedList().at(0).progress != progress) {
             platform::WaitForAny({watch.Handle()}, std::nullopt);
             watch.Rearm();
@@ -112,9 +112,10 @@ TEST_F(HostLoopTest, ATerminateRequestIsAnsweredAndEndsTheLoop) {
 class HostLoopTest_Parallel : public HostLoopTest_Requests {
 protected:
     void Allow(const std::string& jobs) const {
-        WriteTextFile(folder / L"settings.json", R"({"version":1,"workDirectory":"work","jobListFile":"job_list.json",)"
-                                                 R"("logFile":"","parallelJobs":)" +
-                                                     jobs + "}");
+        WriteTextFile(directory / L"settings.json",
+                      R"({"version":1,"workDirectory":"work","jobListFile":"job_list.json",)"
+                      R"("logFile":"","parallelJobs":)" +
+                          jobs + "}");
     }
 
     std::vector<JobStatus> SavedStatuses() const {

@@ -2,7 +2,7 @@
 
 #include "ControllerCSWrapper/ControllerCSWrapper.h"
 #include "platform/files/FileSystem.h"
-#include "support/TemporaryFolder.h"
+#include "support/TemporaryDirectory.h"
 
 #include <gtest/gtest.h>
 
@@ -14,28 +14,28 @@ protected:
         JobListInfo job{};
         job.id = L"1";
         job.status = status;
-        job.workDir = folder / L"work";
+        job.workDir = directory / L"work";
         EXPECT_TRUE(ControllerCSWrapper::CreateJsonFile(
             ControllerCSWrapper::Serialize(L"JobList", std::vector<JobListInfo>{job}), listFile));
     }
-    bool WasAskedToStop() const { return platform::Exists(folder / L"work\\killprocess"); }
+    bool WasAskedToStop() const { return platform::Exists(directory / L"work\\killprocess"); }
 
-    TemporaryFolder folder;
-    std::wstring listFile = folder / L"job_list.json";
+    TemporaryDirectory directory;
+    std::wstring listFile = directory / L"job_list.json";
 };
 
 TEST_F(OrphanCleanupTest, ActiveJobsAreAskedToStop) {
     for (const JobStatus status : {JobStatus::Running, JobStatus::Canceling}) {
-        ASSERT_FALSE(platform::EnsureFolder(folder / L"work"));
+        ASSERT_FALSE(platform::EnsureDirectory(directory / L"work"));
         SaveJob(status);
         StopOrphanCleanup(listFile);
         EXPECT_TRUE(WasAskedToStop());
-        ASSERT_FALSE(platform::RemoveTree(folder / L"work"));
+        ASSERT_FALSE(platform::RemoveTree(directory / L"work"));
     }
 }
 
 TEST_F(OrphanCleanupTest, OthersAreLeftAlone) {
-    ASSERT_FALSE(platform::EnsureFolder(folder / L"work"));
+    ASSERT_FALSE(platform::EnsureDirectory(directory / L"work"));
     for (const JobStatus status : {JobStatus::Queued, JobStatus::Success, JobStatus::Canceled}) {
         SaveJob(status);
         StopOrphanCleanup(listFile);
@@ -46,7 +46,7 @@ TEST_F(OrphanCleanupTest, OthersAreLeftAlone) {
 TEST_F(OrphanCleanupTest, AWorkDirectoryThatIsGoneIsNotMadeAgain) {
     SaveJob(JobStatus::Running);
     StopOrphanCleanup(listFile);
-    EXPECT_FALSE(platform::Exists(folder / L"work"));
+    EXPECT_FALSE(platform::Exists(directory / L"work"));
 }
 
 TEST_F(OrphanCleanupTest, AMissingListIsNothingToDo) {

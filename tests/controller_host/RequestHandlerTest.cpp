@@ -89,8 +89,8 @@ TEST_F(RequestHandlerTest, InitCultureRequestIsAnsweredWithTheSettingsCulture) {
 }
 
 TEST_F(RequestHandlerTest, FetchLocalizedStringsRequestIsAnsweredWithASectionAsJson) {
-    WriteTextFile(folder / L"strings.json", R"({"de-DE":{"Greeting":"Hallo"}})");
-    WriteTextFile(folder / L"settings.json", R"({"version":1,"stringResourceFile":"strings.json"})");
+    WriteTextFile(directory / L"strings.json", R"({"de-DE":{"Greeting":"Hallo"}})");
+    WriteTextFile(directory / L"settings.json", R"({"version":1,"stringResourceFile":"strings.json"})");
     Ask(L"FetchLocalizedStringsRequest", messages::Serialize(L"FetchLocalizedStringsRequest", std::wstring(L"de-DE")));
     EXPECT_EQ(Answered<std::wstring>(L"FetchLocalizedStringsResponse"), LR"({"Greeting":"Hallo"})");
 }

@@ -13,14 +13,14 @@ class ScenarioNamesTest : public AnswersFixture {
 protected:
     /// The record of the scenario of a job that was asked for under this name.
     ScenarioInfo ScenarioOfJob(const std::wstring& name) {
-        const JobEnqueueResult result = Enqueued(RequestFor(name, {folder / L"part.stl"}));
+        const JobEnqueueResult result = Enqueued(RequestFor(name, {directory / L"part.stl"}));
         EXPECT_FALSE(result.jobIds.at(0).id.empty()) << "refused";
         const std::vector<JobListInfo> jobs = Jobs();
         return jobs.empty() ? ScenarioInfo() : jobs.back().scenario;
     }
 
     Texts ReasonsFor(const std::wstring& name) {
-        return Enqueued(RequestFor(name, {folder / L"part.stl"})).inputSetResults.at(0);
+        return Enqueued(RequestFor(name, {directory / L"part.stl"})).inputSetResults.at(0);
     }
 
     void WritePackage(const std::wstring& name, const std::string& displayName) const {
@@ -30,7 +30,7 @@ protected:
             R"({"version":1,"displayName":")" + displayName + R"(","entryPoint":"m.rb","interpreter":"ruby"})";
         test_support::ZipEntry entryPoint;
         entryPoint.name = "m.rb";
-        WriteTextFile(folder / name, test_support::MakeZip({manifest, entryPoint}));
+        WriteTextFile(directory / name, test_support::MakeZip({manifest, entryPoint}));
     }
 
     std::wstring IdOf(const std::wstring& displayName) {
@@ -45,28 +45,28 @@ protected:
 };
 
 TEST_F(ScenarioNamesTest, AFileInASubdirectoryIsFoundByItsName) {
-    WriteTextFile(folder / L"scenarios\\deep\\down\\inner.rb", "puts 1");
-    EXPECT_EQ(ScenarioOfJob(L"inner.rb").path, folder / L"scenarios\\deep\\down\\inner.rb");
+    WriteTextFile(directory / L"scenarios\\deep\\down\\inner.rb", "puts 1");
+    EXPECT_EQ(ScenarioOfJob(L"inner.rb").path, directory / L"scenarios\\deep\\down\\inner.rb");
 }
 
 TEST_F(ScenarioNamesTest, ARelativePathMayBeWrittenAsTheSystemDoes) {
-    WriteTextFile(folder / L"scenarios\\deep\\inner.rb", "puts 1");
-    EXPECT_EQ(ScenarioOfJob(L"deep/inner.rb").path, folder / L"scenarios\\deep\\inner.rb");
-    EXPECT_EQ(ScenarioOfJob(L"deep\\inner.rb").path, folder / L"scenarios\\deep\\inner.rb");
+    WriteTextFile(directory / L"scenarios\\deep\\inner.rb", "puts 1");
+    EXPECT_EQ(ScenarioOfJob(L"deep/inner.rb").path, directory / L"scenarios\\deep\\inner.rb");
+    EXPECT_EQ(ScenarioOfJob(L"deep\\inner.rb").path, directory / L"scenarios\\deep\\inner.rb");
 }
 
 TEST_F(ScenarioNamesTest, AFileAtTheTopComesBeforeOneOfTheSameNameBelow) {
-    WriteTextFile(folder / L"scenarios\\a\\mesh.rb", "puts 2");
-    EXPECT_EQ(ScenarioOfJob(L"mesh.rb").path, folder / L"scenarios\\mesh.rb");
+    WriteTextFile(directory / L"scenarios\\a\\mesh.rb", "puts 2");
+    EXPECT_EQ(ScenarioOfJob(L"mesh.rb").path, directory / L"scenarios\\mesh.rb");
 }
 
 TEST_F(ScenarioNamesTest, ANameThatSeveralSubdirectoriesHaveIsRefused) {
-    WriteTextFile(folder / L"scenarios\\a\\twin.rb", "puts 1");
-    WriteTextFile(folder / L"scenarios\\b\\twin.rb", "puts 1");
+    WriteTextFile(directory / L"scenarios\\a\\twin.rb", "puts 1");
+    WriteTextFile(directory / L"scenarios\\b\\twin.rb", "puts 1");
     EXPECT_EQ(ReasonsFor(L"twin.rb"),
               Texts{L"Several scenarios have the name twin.rb: " +
-                    platform::ToNativeText(folder / L"scenarios\\a\\twin.rb") + L", " +
-                    platform::ToNativeText(folder / L"scenarios\\b\\twin.rb") + L". Name one by its path or id."});
+                    platform::ToNativeText(directory / L"scenarios\\a\\twin.rb") + L", " +
+                    platform::ToNativeText(directory / L"scenarios\\b\\twin.rb") + L". Name one by its path or id."});
 }
 
 TEST_F(ScenarioNamesTest, AnIdIsKnownToAHostThatNobodyAskedForTheScenarios) {
@@ -77,48 +77,48 @@ TEST_F(ScenarioNamesTest, AnIdIsKnownToAHostThatNobodyAskedForTheScenarios) {
 }
 
 TEST_F(ScenarioNamesTest, AFileOfAnotherLanguageIsFoundThoughItIsNotListed) {
-    WriteTextFile(folder / L"scenarios\\other.py", "print(1)");
-    EXPECT_EQ(ScenarioOfJob(L"other.py").path, folder / L"scenarios\\other.py");
+    WriteTextFile(directory / L"scenarios\\other.py", "print(1)");
+    EXPECT_EQ(ScenarioOfJob(L"other.py").path, directory / L"scenarios\\other.py");
     EXPECT_EQ(IdOf(L"other"), L"");
 }
 
 TEST_F(ScenarioNamesTest, APackageIsShownByItsOwnNameHoweverItIsNamed) {
     WritePackage(L"scenarios\\sub\\check.esa", "Hollow check");
     for (const std::wstring& name : {IdOf(L"Hollow check"), std::wstring(L"check.esa"), std::wstring(L"sub/check.esa"),
-                                     folder / L"scenarios\\sub\\check.esa"}) {
+                                     directory / L"scenarios\\sub\\check.esa"}) {
         EXPECT_EQ(ScenarioOfJob(name).displayName, L"Hollow check") << name.size();
     }
 }
 
 TEST_F(ScenarioNamesTest, APackageOutsideTheDirectoriesIsShownByItsOwnNameAsItStandsThere) {
     WritePackage(L"elsewhere.esa", "First name");
-    EXPECT_EQ(ScenarioOfJob(folder / L"elsewhere.esa").displayName, L"First name");
+    EXPECT_EQ(ScenarioOfJob(directory / L"elsewhere.esa").displayName, L"First name");
     WritePackage(L"elsewhere.esa", "Second name");
-    EXPECT_EQ(ScenarioOfJob(folder / L"elsewhere.esa").displayName, L"Second name");
-    EXPECT_EQ(ScenarioOfJob(folder / L"elsewhere.esa").path, folder / L"elsewhere.esa");
-    WriteTextFile(folder / L"elsewhere.esa", "no package");
-    EXPECT_EQ(ScenarioOfJob(folder / L"elsewhere.esa").displayName, L"elsewhere");
+    EXPECT_EQ(ScenarioOfJob(directory / L"elsewhere.esa").displayName, L"Second name");
+    EXPECT_EQ(ScenarioOfJob(directory / L"elsewhere.esa").path, directory / L"elsewhere.esa");
+    WriteTextFile(directory / L"elsewhere.esa", "no package");
+    EXPECT_EQ(ScenarioOfJob(directory / L"elsewhere.esa").displayName, L"elsewhere");
 }
 
 TEST_F(ScenarioNamesTest, TheLabelOfTheDirectoryStandsBeforeTheNameHoweverItIsNamed) {
     WritePackage(L"scenarios\\check.esa", "Hollow check");
-    WriteTextFile(folder / L"settings.json",
+    WriteTextFile(directory / L"settings.json",
                   R"({"version":1,"workDirectory":"work","jobListFile":"job_list.json",)"
                   R"("logFile":"","scenarioDirectories":[{"path":"scenarios","label":"L"}]})");
     EXPECT_EQ(ScenarioOfJob(IdOf(L"L : mesh")).displayName, L"L : mesh");
     EXPECT_EQ(ScenarioOfJob(L"mesh.rb").displayName, L"L : mesh");
-    EXPECT_EQ(ScenarioOfJob(folder / L"scenarios\\check.esa").displayName, L"L : Hollow check");
+    EXPECT_EQ(ScenarioOfJob(directory / L"scenarios\\check.esa").displayName, L"L : Hollow check");
 }
 
 TEST_F(ScenarioNamesTest, AScenarioThatIsGoneIsCalledSo) {
-    WriteTextFile(folder / L"scenarios\\brief.rb", "puts 1");
+    WriteTextFile(directory / L"scenarios\\brief.rb", "puts 1");
     const std::wstring id = IdOf(L"brief");
-    ASSERT_FALSE(platform::RemoveFile(folder / L"scenarios\\brief.rb"));
-    EXPECT_EQ(ReasonsFor(id), Texts{L"The scenario file " + platform::ToNativeText(folder / L"scenarios\\brief.rb") +
+    ASSERT_FALSE(platform::RemoveFile(directory / L"scenarios\\brief.rb"));
+    EXPECT_EQ(ReasonsFor(id), Texts{L"The scenario file " + platform::ToNativeText(directory / L"scenarios\\brief.rb") +
                                     L" does not exist."});
 }
 
-TEST_F(ScenarioNamesTest, ARelativeNameIsNotSoughtInTheHostsCurrentFolder) {
+TEST_F(ScenarioNamesTest, ARelativeNameIsNotSoughtInTheHostsCurrentDirectory) {
     WriteTextFile(L"only_here.rb", "puts 1");
     EXPECT_EQ(ReasonsFor(L"only_here.rb").size(), 1U);
     ASSERT_FALSE(platform::RemoveFile(L"only_here.rb"));

@@ -14,7 +14,7 @@ protected:
         Ask(L"FetchScenariosRequest");
         return Answered<Texts>(L"ScenarioProblems");
     }
-    std::wstring Native(const std::wstring& name) const { return platform::ToNativeText(folder / name); }
+    std::wstring Native(const std::wstring& name) const { return platform::ToNativeText(directory / name); }
 
     std::wstring MeshId() {
         Ask(L"FetchScenariosRequest");
@@ -27,14 +27,14 @@ protected:
 };
 
 TEST_F(ScenarioProblemsTest, NothingIsToldWhereAllIsWell) {
-    WriteTextFile(folder / L"scenarios\\sub\\other.rb", "");
+    WriteTextFile(directory / L"scenarios\\sub\\other.rb", "");
     Ask(L"FetchScenariosRequest");
     EXPECT_EQ(Answered<std::vector<ScenarioInfo>>(L"FetchScenariosResponse").size(), 2U);
     EXPECT_FALSE(line.HasSent(L"ScenarioProblems"));
 }
 
 TEST_F(ScenarioProblemsTest, AMissingDirectoryIsNamedWithTheSystemsWord) {
-    WriteTextFile(folder / L"settings.json",
+    WriteTextFile(directory / L"settings.json",
                   R"({"version":1,"logFile":"","scenarioDirectories":[{"path":"missing"},{"path":"scenarios"}]})");
     const Texts problems = Problems();
     ASSERT_EQ(problems.size(), 1U);
@@ -43,7 +43,7 @@ TEST_F(ScenarioProblemsTest, AMissingDirectoryIsNamedWithTheSystemsWord) {
 }
 
 TEST_F(ScenarioProblemsTest, ABrokenPackageIsNamedWithWhatIsWrong) {
-    WriteTextFile(folder / L"scenarios\\sub\\broken.esa", "no package");
+    WriteTextFile(directory / L"scenarios\\sub\\broken.esa", "no package");
     const Texts problems = Problems();
     ASSERT_EQ(problems.size(), 1U);
     EXPECT_EQ(problems[0].find(L"The scenario package " + Native(L"scenarios\\sub\\broken.esa")), 0U)
@@ -52,7 +52,7 @@ TEST_F(ScenarioProblemsTest, ABrokenPackageIsNamedWithWhatIsWrong) {
 }
 
 TEST_F(ScenarioProblemsTest, ABrokenDescriptionOfAScriptIsNamedWithItsPlace) {
-    WriteTextFile(folder / L"scenarios\\mesh.scenario.json", "{\"version\":1,\n\"parameterSets\":5}");
+    WriteTextFile(directory / L"scenarios\\mesh.scenario.json", "{\"version\":1,\n\"parameterSets\":5}");
     const Texts problems = Problems();
     ASSERT_EQ(problems.size(), 1U);
     EXPECT_EQ(problems[0].find(Native(L"scenarios\\mesh.scenario.json") + L", line 2"), 0U);
@@ -61,7 +61,7 @@ TEST_F(ScenarioProblemsTest, ABrokenDescriptionOfAScriptIsNamedWithItsPlace) {
 
 TEST_F(ScenarioProblemsTest, OfVeryManyTheFirstAreToldAndTheRestCounted) {
     for (int i = 0; i < 103; ++i) {
-        WriteTextFile(folder / (L"scenarios\\" + std::to_wstring(i) + L".esa"), "no package");
+        WriteTextFile(directory / (L"scenarios\\" + std::to_wstring(i) + L".esa"), "no package");
     }
     const Texts problems = Problems();
     ASSERT_EQ(problems.size(), 101U);
@@ -70,7 +70,7 @@ TEST_F(ScenarioProblemsTest, OfVeryManyTheFirstAreToldAndTheRestCounted) {
 
 TEST_F(ScenarioProblemsTest, ParameterSetsOfABrokenDescriptionAreRefusedWithTheReason) {
     const std::wstring id = MeshId();
-    WriteTextFile(folder / L"scenarios\\mesh.scenario.json", "{\"version\":1,\n\"parameterSets\":5}");
+    WriteTextFile(directory / L"scenarios\\mesh.scenario.json", "{\"version\":1,\n\"parameterSets\":5}");
     AskForParameterSets(id);
     const std::wstring refusal = Refusal();
     EXPECT_EQ(refusal.find(L"FetchScenarioParameterSetsRequest is refused: " +
@@ -82,7 +82,7 @@ TEST_F(ScenarioProblemsTest, ParameterSetsOfABrokenDescriptionAreRefusedWithTheR
 
 TEST_F(ScenarioProblemsTest, ParameterSetsOfAScenarioThatIsGoneAreRefused) {
     const std::wstring id = MeshId();
-    ASSERT_FALSE(platform::RemoveFile(folder / L"scenarios\\mesh.rb"));
+    ASSERT_FALSE(platform::RemoveFile(directory / L"scenarios\\mesh.rb"));
     AskForParameterSets(id);
     EXPECT_EQ(Refusal(), L"FetchScenarioParameterSetsRequest is refused: The scenario file " +
                              Native(L"scenarios\\mesh.rb") + L" does not exist.");

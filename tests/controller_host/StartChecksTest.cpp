@@ -7,7 +7,7 @@
 #include "modules/ModuleFiles.h"
 #include "platform/files/Directories.h"
 #include "platform/files/NativePath.h"
-#include "support/TemporaryFolder.h"
+#include "support/TemporaryDirectory.h"
 #include "support/TestProcess.h"
 #include "text/Text.h"
 
@@ -38,7 +38,7 @@ protected:
         return text::ToUtf8(text);
     }
 
-    const TemporaryFolder folder;
+    const TemporaryDirectory directory;
     settings::Settings settings;
 };
 
@@ -47,10 +47,10 @@ TEST_F(StartChecksTest, SettingsThatAreRightHaveNoProblems) {
 }
 
 TEST_F(StartChecksTest, AMissingModuleIsNamed) {
-    settings.functionModules = {folder / L"missing.so"};
+    settings.functionModules = {directory / L"missing.so"};
     const Texts problems = start_checks::Problems(settings);
     EXPECT_TRUE(Names(
-        problems, {L"The function module " + platform::ToNativeText(folder / L"missing.so") + L" cannot be loaded: ",
+        problems, {L"The function module " + platform::ToNativeText(directory / L"missing.so") + L" cannot be loaded: ",
                    L"Check the setting \"functionModules\"."}))
         << Joined(problems);
     EXPECT_TRUE(Names(problems, {L"No function module offers \"RunScenario\""})) << Joined(problems);
@@ -67,9 +67,9 @@ TEST_F(StartChecksTest, AModuleWithoutItsExportsIsNamed) {
 }
 
 TEST_F(StartChecksTest, AMissingRunnerIsNamed) {
-    settings.scenarioRunner = folder / L"runner";
+    settings.scenarioRunner = directory / L"runner";
     EXPECT_TRUE(
-        Names(start_checks::Problems(settings), {platform::ToNativeText(folder / L"runner"), L"scenarioRunner"}));
+        Names(start_checks::Problems(settings), {platform::ToNativeText(directory / L"runner"), L"scenarioRunner"}));
 }
 
 TEST_F(StartChecksTest, AnInterpreterThatIsNotInPathIsNamed) {
@@ -79,17 +79,18 @@ TEST_F(StartChecksTest, AnInterpreterThatIsNotInPathIsNamed) {
 }
 
 TEST_F(StartChecksTest, AnInterpreterThatCannotBeRunIsNamed) {
-    settings.interpreters = {{L".xyz", {folder.Path()}}, {L".rb", {test_support::ProgramPath(L"test_process")}}};
+    settings.interpreters = {{L".xyz", {directory.Path()}}, {L".rb", {test_support::ProgramPath(L"test_process")}}};
     const Texts problems = start_checks::Problems(settings);
     EXPECT_EQ(problems.size(), 1U) << Joined(problems);
-    EXPECT_TRUE(Names(problems, {folder.Path(), L".xyz"}));
+    EXPECT_TRUE(Names(problems, {directory.Path(), L".xyz"}));
 }
 
 TEST_F(StartChecksTest, ATransmitterThatCannotBeLoadedIsNamedWithTheSystemsWord) {
-    settings.eventTransmitter = folder / L"line.so";
-    EXPECT_TRUE(Names({start_checks::TransmitterProblem(settings)},
-                      {L"the event transmitter " + platform::ToNativeText(folder / L"line.so") + L" cannot be loaded: ",
-                       L"Check the setting \"eventTransmitter\"."}));
+    settings.eventTransmitter = directory / L"line.so";
+    EXPECT_TRUE(
+        Names({start_checks::TransmitterProblem(settings)},
+              {L"the event transmitter " + platform::ToNativeText(directory / L"line.so") + L" cannot be loaded: ",
+               L"Check the setting \"eventTransmitter\"."}));
 }
 
 TEST_F(StartChecksTest, ATransmitterModuleWithoutItsExportIsNamed) {

@@ -19,8 +19,8 @@ namespace {
 using namespace crash;
 using fault_points::FaultPoint;
 
-/// How many hosts die in one data folder before the next begins afresh: damage is to add up and be seen.
-constexpr std::uint64_t roundsInAFolder = 25;
+/// How many hosts die in one data directory before the next begins afresh: damage is to add up and be seen.
+constexpr std::uint64_t roundsInADirectory = 25;
 /// Of so many rounds as there are fault points, so many more end from outside.
 constexpr std::size_t roundsFromOutside = 8;
 /// A run of this length must come by every fault point.
@@ -84,19 +84,19 @@ std::vector<std::size_t> ShuffledTurn(std::uint64_t seed, std::uint64_t turn) {
     return order;
 }
 
-/// Hosts that die in one data folder, one after another.
-class Folder {
+/// Hosts that die in one data directory, one after another.
+class Directory {
 public:
-    Folder(std::uint64_t runSeed, CrashCounts& runCounts)
+    Directory(std::uint64_t runSeed, CrashCounts& runCounts)
         : seed(runSeed), counts(runCounts), endpointName(text::FromUtf8(NewEndpointName())), site(endpointName),
           user(site, ledger, endpointName) {}
 
-    ~Folder() {
+    ~Directory() {
         counts.jobsAcknowledged += ledger.AcknowledgedJobs();
         counts.deletionsAcknowledged += ledger.AcknowledgedDeletions();
     }
-    Folder(const Folder&) = delete;
-    Folder& operator=(const Folder&) = delete;
+    Directory(const Directory&) = delete;
+    Directory& operator=(const Directory&) = delete;
 
     /// One host from its start to its sudden end.
     void Round(std::uint64_t round) {
@@ -195,10 +195,10 @@ private:
         if (user.Draw(2) == 0 && !user.DeleteLatest()) {
             return false;
         }
-        return ExamineFolder();
+        return ExamineDirectory();
     }
 
-    bool ExamineFolder() {
+    bool ExamineDirectory() {
         AwaitEndOfScenarios(site, counts);
         std::vector<JobListInfo> list;
         if (!user.Ask(list)) {
@@ -218,16 +218,16 @@ private:
     UserSimulator user;
 };
 
-/// The rounds of one data folder, beginning with `first`; the number of the round after them.
-std::uint64_t RunFolder(std::uint64_t seed, std::uint64_t first, std::size_t kills, CrashCounts& counts) {
-    Folder folder(seed, counts);
+/// The rounds of one data directory, beginning with `first`; the number of the round after them.
+std::uint64_t RunDirectory(std::uint64_t seed, std::uint64_t first, std::size_t kills, CrashCounts& counts) {
+    Directory directory(seed, counts);
     std::uint64_t round = first;
     try {
-        for (; round < first + roundsInAFolder && counts.Kills() < kills && !testing::Test::HasFailure(); ++round) {
-            folder.Round(round);
+        for (; round < first + roundsInADirectory && counts.Kills() < kills && !testing::Test::HasFailure(); ++round) {
+            directory.Round(round);
         }
         if (!testing::Test::HasFailure()) {
-            folder.LookOnceMore();
+            directory.LookOnceMore();
         }
     } catch (const std::exception& failure) {
         ADD_FAILURE() << failure.what();
@@ -235,7 +235,7 @@ std::uint64_t RunFolder(std::uint64_t seed, std::uint64_t first, std::size_t kil
     if (testing::Test::HasFailure()) {
         std::cout << "Up to round " << round << ", in a folder of its own since round " << first << ", with the seed "
                   << seed << ". The log ends so:\n"
-                  << folder.EndOfLog();
+                  << directory.EndOfLog();
     }
     return round;
 }
@@ -246,7 +246,7 @@ TEST(CrashMatrixTest, HostsThatAreKilledLoseNothingAndLeaveNothingBehind) {
     std::uint64_t round = Setting(L"CRASH_FIRST_ROUND", 0);
     CrashCounts counts;
     while (counts.Kills() < kills && !HasFailure()) {
-        round = RunFolder(seed, round, kills, counts);
+        round = RunDirectory(seed, round, kills, counts);
     }
     std::cout << "Seed " << seed << "\n" << counts.Table();
     EXPECT_TRUE(kills < wholeRun || counts.NeverStruck().empty()) << "never struck: " << counts.NeverStruck();

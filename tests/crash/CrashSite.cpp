@@ -31,12 +31,12 @@ void ThrowOn(const platform::Error& error, const std::string& problem) {
     }
 }
 
-std::wstring InProgramFolder(const std::wstring& name) {
-    return platform::ResolveAgainst(platform::ProgramFolder(), name);
+std::wstring InProgramDirectory(const std::wstring& name) {
+    return platform::ResolveAgainst(platform::ProgramDirectory(), name);
 }
 
 std::wstring CrashProgram(const std::wstring& name) {
-    return InProgramFolder(L"crash\\" + name);
+    return InProgramDirectory(L"crash\\" + name);
 }
 
 } // namespace
@@ -45,7 +45,7 @@ CrashSite::CrashSite(std::wstring endpointName) {
     WriteSettings(endpointName);
     WriteScenarios();
     WriteTextFile(Input(), "an input");
-    ThrowOn(platform::CreateFolder(Lives()), "the folder for signs of life cannot be made");
+    ThrowOn(platform::CreateNewDirectory(Lives()), "the folder for signs of life cannot be made");
 }
 
 CrashSite::~CrashSite() {
@@ -57,18 +57,18 @@ CrashSite::~CrashSite() {
 }
 
 bool CrashSite::StartHost() {
-    const std::wstring userFolder = platform::ToNativeText(folder / L"user");
+    const std::wstring userDirectory = platform::ToNativeText(directory / L"user");
     const platform::Event ready;
     platform::ProcessStart start;
     start.program = CrashProgram(std::wstring(L"controller_host") + platform::programExtension);
     start.arguments = {L"--ready-event", platform::InheritedHandleText(ready.Handle())};
     start.inherited = {ready.Handle()};
-    start.environment = {{L"CONTROLLER_SETTINGS_FILE", platform::ToNativeText(folder / L"settings.json")},
+    start.environment = {{L"CONTROLLER_SETTINGS_FILE", platform::ToNativeText(directory / L"settings.json")},
                          {faultFileVariable, platform::ToNativeText(FaultFile())},
                          {L"PATH", platform::GetEnvironment(L"PATH").value_or(L"") + platform::pathListSeparator +
-                                       platform::ToNativeText(platform::ProgramFolder())},
-                         {L"LOCALAPPDATA", userFolder},
-                         {L"XDG_DATA_HOME", userFolder}};
+                                       platform::ToNativeText(platform::ProgramDirectory())},
+                         {L"LOCALAPPDATA", userDirectory},
+                         {L"XDG_DATA_HOME", userDirectory}};
     ThrowOn(platform::StartProcess(start, host), "the host cannot be started");
     const auto signalled = platform::WaitForAny({ready.Handle(), host.Get()}, test_support::patience);
     if (signalled == std::size_t{0}) {
@@ -111,18 +111,18 @@ std::string CrashSite::EndOfLog() const {
     constexpr std::size_t length = 6000;
     std::string log;
     // Only told beside a failure: without a log there is nothing to tell.
-    (void)platform::ReadFile(folder / L"controller.log", std::size_t{1} << 30, log);
+    (void)platform::ReadFile(directory / L"controller.log", std::size_t{1} << 30, log);
     return log.substr(log.size() - std::min(log.size(), length));
 }
 
 void CrashSite::WriteSettings(const std::wstring& endpointName) const {
     const std::wstring extension = platform::moduleExtension;
-    WriteTextFile(folder / L"settings.json",
+    WriteTextFile(directory / L"settings.json",
                   R"({"version":1,"workDirectory":"work","jobListFile":"job_list.json","logFile":"controller.log",)"
                   R"("cancelGraceSeconds":0,"transmitterName":")" +
                       text::ToUtf8(endpointName) + R"(","functionModules":[)" +
                       Quoted(CrashProgram(L"local_process" + extension)) + R"(],"eventTransmitter":)" +
-                      Quoted(InProgramFolder(L"local_socket" + extension)) + R"(,"scenarioRunner":)" +
+                      Quoted(InProgramDirectory(L"local_socket" + extension)) + R"(,"scenarioRunner":)" +
                       Quoted(test_support::ProgramPath(L"scenario_runner")) + R"(,"interpreters":{".steps":[)" +
                       Quoted(test_support::ProgramPath(L"test_scenario")) + "]}}");
 }

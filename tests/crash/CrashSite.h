@@ -2,14 +2,14 @@
 
 #include "crash/Fault.h"
 #include "platform/processes/ProcessHandle.h"
-#include "support/TemporaryFolder.h"
+#include "support/TemporaryDirectory.h"
 
 #include <string>
 
 namespace crash {
 
-/// A data folder and the hosts that live and die in it, one at a time. The scenarios that its jobs run leave a sign of
-/// life there.
+/// A data directory and the hosts that live and die in it, one at a time. The scenarios that its jobs run leave a sign
+/// of life there.
 class CrashSite {
 public:
     explicit CrashSite(std::wstring endpointName);
@@ -31,22 +31,22 @@ public:
     void AwaitHostEnd();
 
     /// Paths as hosts and jobs name them.
-    std::wstring Scenario(const std::wstring& name) const { return folder / (name + L".steps"); }
-    std::wstring Input() const { return folder / L"input.txt"; }
-    std::wstring Output() const { return folder / L"out"; }
-    std::wstring List() const { return folder / L"job_list.json"; }
-    std::wstring WorkDirectory() const { return folder / L"work"; }
-    std::wstring Lives() const { return folder / L"lives"; }
-    const std::wstring& Folder() const { return folder.Path(); }
+    std::wstring Scenario(const std::wstring& name) const { return directory / (name + L".steps"); }
+    std::wstring Input() const { return directory / L"input.txt"; }
+    std::wstring Output() const { return directory / L"out"; }
+    std::wstring List() const { return directory / L"job_list.json"; }
+    std::wstring WorkDirectory() const { return directory / L"work"; }
+    std::wstring Lives() const { return directory / L"lives"; }
+    const std::wstring& Directory() const { return directory.Path(); }
     /// The last lines that hosts wrote to their log.
     std::string EndOfLog() const;
 
 private:
     void WriteSettings(const std::wstring& endpointName) const;
     void WriteScenarios() const;
-    std::wstring FaultFile() const { return folder / L"fault"; }
+    std::wstring FaultFile() const { return directory / L"fault"; }
 
-    const TemporaryFolder folder;
+    const TemporaryDirectory directory;
     platform::OwnedHandle host;
 };
 

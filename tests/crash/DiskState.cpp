@@ -19,9 +19,9 @@ namespace {
 using std::chrono::milliseconds;
 using std::chrono::steady_clock;
 
-std::vector<platform::FolderEntry> EntriesOf(const std::wstring& folder) {
-    std::vector<platform::FolderEntry> entries;
-    const platform::Error error = platform::ListFolder(folder, entries);
+std::vector<platform::DirectoryEntry> EntriesOf(const std::wstring& directory) {
+    std::vector<platform::DirectoryEntry> entries;
+    const platform::Error error = platform::ListDirectory(directory, entries);
     EXPECT_TRUE(!error || error.kind == platform::ErrorKind::NotFound) << text::ToUtf8(error.Text());
     return entries;
 }
@@ -79,7 +79,7 @@ void ExpectNoActiveJob(const std::vector<JobListInfo>& list) {
 
 void AwaitEndOfScenarios(const CrashSite& site, CrashCounts& counts) {
     const auto start = steady_clock::now();
-    for (const platform::FolderEntry& life : EntriesOf(site.Lives())) {
+    for (const platform::DirectoryEntry& life : EntriesOf(site.Lives())) {
         const std::wstring path = platform::ResolveAgainst(site.Lives(), life.name);
         AwaitEndOf(path);
         EXPECT_FALSE(platform::RemoveFile(path));
@@ -97,14 +97,14 @@ void CompareWorkDirectories(const CrashSite& site, const std::vector<JobListInfo
         EXPECT_TRUE(job.startTime.empty() || platform::Exists(request))
             << "job " << job.seqId << " has started and has no work directory (any more)";
     }
-    for (const platform::FolderEntry& entry : EntriesOf(site.WorkDirectory())) {
+    for (const platform::DirectoryEntry& entry : EntriesOf(site.WorkDirectory())) {
         EXPECT_TRUE(ids.contains(entry.name)) << "a work directory of no job: " << text::ToUtf8(entry.name);
         ++counts.workDirectoriesCompared;
     }
 }
 
 void ExpectNoStrayFiles(const CrashSite& site) {
-    for (const platform::FolderEntry& entry : EntriesOf(site.Folder())) {
+    for (const platform::DirectoryEntry& entry : EntriesOf(site.Directory())) {
         for (const wchar_t* const trace : {L".tmp-", L".corrupt-", L".replaced"}) {
             EXPECT_EQ(entry.name.find(trace), std::wstring::npos) << "left behind: " << text::ToUtf8(entry.name);
         }

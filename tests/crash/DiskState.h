@@ -6,7 +6,7 @@
 
 #include <vector>
 
-/// What must hold in a data folder after the sudden end of its host. Failures go to GoogleTest.
+/// What must hold in a data directory after the sudden end of its host. Failures go to GoogleTest.
 namespace crash {
 
 /// The list file can be read, or there is none yet; its rows.

@@ -74,7 +74,7 @@ public:
     // The recording
 
     /// Log lines ("debug: ", "info: ", "warn: ", "error: " and the text), changes of the log file ("log file: " and
-    /// the path), file writes ("write: " and the path), removals ("remove: " and the folder) and readings of string
+    /// the path), file writes ("write: " and the path), removals ("remove: " and the directory) and readings of string
     /// resources ("string resource: " and the member), in order.
     std::vector<std::wstring> Events() const;
     /// The events that begin with `prefix`, without it.

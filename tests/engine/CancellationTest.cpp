@@ -16,7 +16,7 @@ protected:
     void StartFirstOf(int count, long answer) {
         EnqueueJobs(count);
         Execute();
-        EXPECT_FALSE(platform::EnsureFolder(Job(1).GetWorkDir()));
+        EXPECT_FALSE(platform::EnsureDirectory(Job(1).GetWorkDir()));
         script.calls.clear();
         script.answer = [answer](const test_modules::Call&, std::wstring&) { return answer; };
         companion.Forget();
@@ -99,22 +99,22 @@ void AskToStop(const std::wstring& workDir) {
     EXPECT_TRUE(JobEntry(record).OnCancelJob());
 }
 
-TEST_F(CancellationTest, KillprocessStandsWhereTheWorkDirectorySaysSeenFromTheCurrentFolder) {
-    ASSERT_FALSE(platform::EnsureFolder(folder / L"current"));
-    ASSERT_FALSE(platform::EnsureFolder(folder / L"beside"));
-    const ScopedCurrentFolder current(folder / L"current");
+TEST_F(CancellationTest, KillprocessStandsWhereTheWorkDirectorySaysSeenFromTheCurrentDirectory) {
+    ASSERT_FALSE(platform::EnsureDirectory(directory / L"current"));
+    ASSERT_FALSE(platform::EnsureDirectory(directory / L"beside"));
+    const ScopedCurrentDirectory current(directory / L"current");
     AskToStop(L"");
-    EXPECT_TRUE(platform::Exists(folder / L"current\\killprocess"));
+    EXPECT_TRUE(platform::Exists(directory / L"current\\killprocess"));
     AskToStop(L"..\\beside");
-    EXPECT_TRUE(platform::Exists(folder / L"beside\\killprocess"));
-    AskToStop(folder / L"current\\..");
-    EXPECT_TRUE(platform::Exists(folder / L"killprocess"));
+    EXPECT_TRUE(platform::Exists(directory / L"beside\\killprocess"));
+    AskToStop(directory / L"current\\..");
+    EXPECT_TRUE(platform::Exists(directory / L"killprocess"));
 }
 
 TEST_F(CancellationTest, KillprocessThatIsThereIsEmptied) {
     Write(L"killprocess", "content");
-    AskToStop(folder.Path() + L"\\");
-    EXPECT_EQ(ReadTextFile(folder / L"killprocess"), "");
+    AskToStop(directory.Path() + L"\\");
+    EXPECT_EQ(ReadTextFile(directory / L"killprocess"), "");
 }
 
 /// Does not ask its process to stop.

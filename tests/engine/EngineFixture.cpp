@@ -9,7 +9,7 @@
 #include <stdexcept>
 
 EngineFixture::EngineFixture() {
-    companion.workDirectory = folder / L"work";
+    companion.workDirectory = directory / L"work";
     script.answer = [this](const test_modules::Call& call, std::wstring& output) {
         return AnswerWithProcess(call, output);
     };
@@ -43,7 +43,7 @@ std::wstring EngineFixture::StartedHoursAgo(int hours) {
 }
 
 std::wstring EngineFixture::Write(const std::wstring& name, const std::string& content) const {
-    const std::wstring path = folder / name;
+    const std::wstring path = directory / name;
     WriteTextFile(path, content);
     return path;
 }
@@ -53,7 +53,7 @@ EnqueueJobsInfo EngineFixture::Request(const InputSets& inputSets) const {
     request.requestId = L"request";
     request.scenario.id = scenarioFile;
     request.inputFileSets = inputSets;
-    request.outputDir = folder / L"out";
+    request.outputDir = directory / L"out";
     return request;
 }
 

@@ -5,7 +5,7 @@
 #include "doubles/RecordingCompanion.h"
 #include "doubles/ScriptedProcess.h"
 #include "modules/ModuleFiles.h"
-#include "support/TemporaryFolder.h"
+#include "support/TemporaryDirectory.h"
 
 #include <gtest/gtest.h>
 
@@ -44,7 +44,7 @@ protected:
     /// The start time that the engine reads as `hours` ago.
     static std::wstring StartedHoursAgo(int hours);
 
-    /// Writes a file below the fixture's folder, and gives its path.
+    /// Writes a file below the fixture's directory, and gives its path.
     std::wstring Write(const std::wstring& name, const std::string& content) const;
     /// Writes an input file, and gives its path.
     std::wstring Input(const std::wstring& name) const { return Write(name, "solid"); }
@@ -69,7 +69,7 @@ protected:
     std::size_t JobListWriteCount() const { return companion.JobListWrites().size(); }
 
     RecordingCompanion companion;
-    TemporaryFolder folder;
+    TemporaryDirectory directory;
     std::wstring scenarioFile = Write(L"mesh.rb", "puts 1");
     test_modules::Script script;
     test_modules::ScriptedModule module{test_modules::ModulePath(L"recording_module_a"), script};

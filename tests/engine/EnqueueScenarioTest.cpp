@@ -49,7 +49,7 @@ TEST_F(EnqueueScenarioTest, ScenarioNamedByItsPathIsSplitIntoItsPieces) {
     EXPECT_EQ(ScenarioOfJob().relativePath, L"mesh.rb");
     EXPECT_EQ(ScenarioOfJob().displayName, L"mesh");
     EXPECT_EQ(ScenarioOfJob().inputs.size(), 2U);
-    EXPECT_EQ(ScenarioDirOfJob(), folder.Path() + L"\\");
+    EXPECT_EQ(ScenarioDirOfJob(), directory.Path() + L"\\");
 }
 
 TEST_F(EnqueueScenarioTest, CataloguedScenarioIsCopiedWhole) {
@@ -68,9 +68,9 @@ TEST_F(EnqueueScenarioTest, CatalogueComesBeforeFiles) {
 }
 
 TEST_F(EnqueueScenarioTest, CataloguedScenarioWhoseFileIsGoneIsNamedByItsPath) {
-    Catalogue(L"12345", folder / L"gone.rb");
+    Catalogue(L"12345", directory / L"gone.rb");
     EXPECT_FALSE(EnqueueScenario(L"12345"));
-    EXPECT_EQ(companion.Events(), Lines{L"error: Scenario: " + folder.Path() + L"\\gone.rb is not found"});
+    EXPECT_EQ(companion.Events(), Lines{L"error: Scenario: " + directory.Path() + L"\\gone.rb is not found"});
 }
 
 TEST_F(EnqueueScenarioTest, CatalogueIdsAreComparedExactly) {
@@ -79,30 +79,30 @@ TEST_F(EnqueueScenarioTest, CatalogueIdsAreComparedExactly) {
 }
 
 TEST_F(EnqueueScenarioTest, ScenarioDirectoriesAreSearchedInOrder) {
-    engine->scenarioDirectories = {{folder / L"one", L""}, {folder / L"two", L""}, {folder / L"three", L""}};
+    engine->scenarioDirectories = {{directory / L"one", L""}, {directory / L"two", L""}, {directory / L"three", L""}};
     Write(L"three\\x.rb", "");
     const std::wstring expected = Write(L"two\\x.rb", "");
     EXPECT_TRUE(EnqueueScenario(L"x.rb"));
     EXPECT_EQ(ScenarioOfJob().path, expected);
     EXPECT_EQ(ScenarioOfJob().relativePath, L"x.rb");
-    EXPECT_EQ(ScenarioDirOfJob(), folder / L"two\\");
+    EXPECT_EQ(ScenarioDirOfJob(), directory / L"two\\");
 }
 
 TEST_F(EnqueueScenarioTest, RelativeScenarioBelowADirectoryIsFound) {
-    engine->scenarioDirectories = {{folder.Path(), L""}};
+    engine->scenarioDirectories = {{directory.Path(), L""}};
     const std::wstring expected = Write(L"sub\\x.rb", "");
     EXPECT_TRUE(EnqueueScenario(L"sub\\x.rb"));
     EXPECT_EQ(ScenarioOfJob().path, expected);
 }
 
 TEST_F(EnqueueScenarioTest, DirectoryIsTakenForAScenario) {
-    const std::wstring directory = folder / L"set.of\\scenarios.rb";
+    const std::wstring scenario = directory / L"set.of\\scenarios.rb";
     Write(L"set.of\\scenarios.rb\\x.rb", "");
-    EXPECT_TRUE(EnqueueScenario(directory));
-    EXPECT_EQ(ScenarioOfJob().path, directory);
+    EXPECT_TRUE(EnqueueScenario(scenario));
+    EXPECT_EQ(ScenarioOfJob().path, scenario);
     EXPECT_EQ(ScenarioOfJob().relativePath, L"scenarios.rb");
     EXPECT_EQ(ScenarioOfJob().displayName, L"scenarios");
-    EXPECT_EQ(ScenarioDirOfJob(), folder / L"set.of\\");
+    EXPECT_EQ(ScenarioDirOfJob(), directory / L"set.of\\");
 }
 
 TEST_F(EnqueueScenarioTest, EmptyIdWithoutScenarioDirectoriesIsNotFound) {
@@ -113,9 +113,9 @@ TEST_F(EnqueueScenarioTest, EmptyIdWithoutScenarioDirectoriesIsNotFound) {
 
 TEST_F(EnqueueScenarioTest, EmptyIdNamesTheFirstScenarioDirectoryThatExists) {
     Write(L"two\\x.rb", "");
-    engine->scenarioDirectories = {{folder / L"one", L""}, {folder / L"two", L""}, {folder.Path(), L""}};
+    engine->scenarioDirectories = {{directory / L"one", L""}, {directory / L"two", L""}, {directory.Path(), L""}};
     EXPECT_TRUE(EnqueueScenario(L""));
-    EXPECT_EQ(ScenarioOfJob().path, folder / L"two");
+    EXPECT_EQ(ScenarioOfJob().path, directory / L"two");
     EXPECT_EQ(ScenarioOfJob().displayName, L"two");
 }
 

@@ -23,8 +23,8 @@ TEST_F(EnqueueTest, EachInputSetBecomesAQueuedJob) {
     EXPECT_EQ(second.status, JobStatus::Queued);
     EXPECT_EQ(second.progress, 0);
     EXPECT_EQ(second.inputFiles, (std::vector{b, a}));
-    EXPECT_EQ(second.workDir, folder / (L"work\\" + second.id));
-    EXPECT_EQ(second.outputDir, folder / L"out");
+    EXPECT_EQ(second.workDir, directory / (L"work\\" + second.id));
+    EXPECT_EQ(second.outputDir, directory / L"out");
     EXPECT_EQ(second.startTime + second.endTime, L"");
 }
 
@@ -35,7 +35,7 @@ TEST_F(EnqueueTest, AddedJobsAreLoggedBeforeTheFileIsWrittenOnce) {
 }
 
 TEST_F(EnqueueTest, MissingInputIsLoggedAndItsSetShowsUpAsJobZero) {
-    const std::wstring missing = folder / L"missing.stl";
+    const std::wstring missing = directory / L"missing.stl";
     Enqueue({{missing}, {Input(L"b.stl")}});
     EXPECT_EQ(companion.Events(), (Lines{L"error: Input: " + missing + L" is not found", L"info: Job: 0 is added",
                                          L"info: Job: 1 is added", L"write: " + companion.jobListFile}));
@@ -43,7 +43,7 @@ TEST_F(EnqueueTest, MissingInputIsLoggedAndItsSetShowsUpAsJobZero) {
 
 TEST_F(EnqueueTest, SecondOfThreeSetsRejectedLeavesItsResultEmpty) {
     const std::wstring a = Input(L"a.stl");
-    const JobEnqueueResult result = Enqueue({{a}, {a, folder / L"missing.stl"}, {a}});
+    const JobEnqueueResult result = Enqueue({{a}, {a, directory / L"missing.stl"}, {a}});
     ASSERT_EQ(result.jobIds.size(), 3U);
     EXPECT_EQ(result.jobIds[1], JobIdInfo());
     EXPECT_EQ(result.jobIds[0].seqId, 1);
@@ -53,8 +53,8 @@ TEST_F(EnqueueTest, SecondOfThreeSetsRejectedLeavesItsResultEmpty) {
 }
 
 TEST_F(EnqueueTest, OnlyTheFirstMissingInputOfASetIsLogged) {
-    Enqueue({{folder / L"one.stl", folder / L"two.stl"}});
-    EXPECT_EQ(companion.Events(L"error: "), Lines{L"Input: " + folder.Path() + L"\\one.stl is not found"});
+    Enqueue({{directory / L"one.stl", directory / L"two.stl"}});
+    EXPECT_EQ(companion.Events(L"error: "), Lines{L"Input: " + directory.Path() + L"\\one.stl is not found"});
 }
 
 TEST_F(EnqueueTest, EmptyInputSetIsSkippedSilently) {
@@ -72,13 +72,13 @@ TEST_F(EnqueueTest, RequestWithoutInputSetsSucceedsAndWritesTheFile) {
 }
 
 TEST_F(EnqueueTest, RequestOfWhichEverySetIsRejectedSucceeds) {
-    Enqueue({{folder / L"missing.stl"}, {}});
+    Enqueue({{directory / L"missing.stl"}, {}});
     EXPECT_TRUE(engine->jobList.empty());
     EXPECT_EQ(JobListWriteCount(), 1U);
 }
 
-TEST_F(EnqueueTest, FolderCountsAsAnExistingInput) {
-    Enqueue({{folder.Path()}});
+TEST_F(EnqueueTest, DirectoryCountsAsAnExistingInput) {
+    Enqueue({{directory.Path()}});
     EXPECT_EQ(engine->jobList.size(), 1U);
 }
 
@@ -93,7 +93,7 @@ TEST_F(EnqueueTest, NumbersGoOnFromTheNextOne) {
 }
 
 TEST_F(EnqueueTest, RejectedSetsTakeNoNumber) {
-    Enqueue({{folder / L"missing.stl"}});
+    Enqueue({{directory / L"missing.stl"}});
     EXPECT_EQ(engine->nextSeqId, 1);
 }
 
@@ -117,12 +117,12 @@ TEST_F(EnqueueTest, ArgumentsOfTheRequestGoIntoEveryJob) {
     EXPECT_EQ(Job(1).GetJobListInfo().extraText, L"note");
 }
 
-TEST_F(EnqueueTest, TimeStampFolderIsPutBelowTheOutputDirectory) {
+TEST_F(EnqueueTest, TimeStampDirectoryIsPutBelowTheOutputDirectory) {
     EnqueueJobsInfo request = Request({{Input(L"a.stl")}});
     request.useTimeStampFolder = true;
     JobEnqueueResult result;
     EXPECT_TRUE(engine->EnqueueJob(request, result));
-    const std::wstring parent = folder / L"out\\";
+    const std::wstring parent = directory / L"out\\";
     const std::wstring outputDir = Job(1).GetJobListInfo().outputDir;
     ASSERT_TRUE(outputDir.starts_with(parent));
     const std::wstring stamp = outputDir.substr(parent.size());
@@ -134,11 +134,11 @@ TEST_F(EnqueueTest, TimeStampFolderIsPutBelowTheOutputDirectory) {
 
 TEST_F(EnqueueTest, WorkDirectoryIsAskedForAtEveryRequestAndNotMade) {
     Enqueue({{Input(L"a.stl")}});
-    companion.workDirectory = folder / L"elsewhere";
+    companion.workDirectory = directory / L"elsewhere";
     Enqueue({{Input(L"a.stl")}});
-    EXPECT_TRUE(Job(1).GetWorkDir().starts_with(folder / L"work\\"));
-    EXPECT_TRUE(Job(2).GetWorkDir().starts_with(folder / L"elsewhere\\"));
-    EXPECT_FALSE(platform::Exists(folder / L"elsewhere"));
+    EXPECT_TRUE(Job(1).GetWorkDir().starts_with(directory / L"work\\"));
+    EXPECT_TRUE(Job(2).GetWorkDir().starts_with(directory / L"elsewhere\\"));
+    EXPECT_FALSE(platform::Exists(directory / L"elsewhere"));
 }
 
 TEST_F(EnqueueTest, CursorMovesToTheFirstNewJobWhenItWasAtTheEnd) {

@@ -44,7 +44,7 @@ TEST_F(ExecutionTest, ModuleGetsTheRunRequestAndTheCallback) {
     EXPECT_EQ(script.calls[0].function, "RunScenario");
     EXPECT_EQ(script.calls[0].input, L"run request of " + info.id);
     EXPECT_EQ(script.calls[0].callback, SomeCallback);
-    const RecordingCompanion::RunRequest expected{info.id,      scenarioFile, info.inputFiles, folder / L"out\\a",
+    const RecordingCompanion::RunRequest expected{info.id,      scenarioFile, info.inputFiles, directory / L"out\\a",
                                                   info.workDir, L""};
     EXPECT_EQ(companion.RunRequests(), std::vector{expected});
 }
@@ -122,7 +122,7 @@ TEST_F(ExecutionTest, FunctionThatNoModuleServesFailsTheJob) {
     engine.reset();
 }
 
-TEST_F(ExecutionTest, OutputFolderThatCannotBeMadeFailsTheJobBeforeTheModuleIsCalled) {
+TEST_F(ExecutionTest, OutputDirectoryThatCannotBeMadeFailsTheJobBeforeTheModuleIsCalled) {
     Write(L"out", "a file in the folder's place");
     EnqueueJobs(1);
     Execute();
@@ -130,7 +130,7 @@ TEST_F(ExecutionTest, OutputFolderThatCannotBeMadeFailsTheJobBeforeTheModuleIsCa
     EXPECT_TRUE(script.calls.empty());
     EXPECT_EQ(companion.Events(),
               (Lines{L"debug: Job: 1 is Running",
-                     L"error: Failed to create directory: " + folder.Path() + L"\\out\\a for Job: 1",
+                     L"error: Failed to create directory: " + directory.Path() + L"\\out\\a for Job: 1",
                      L"info: Job: 1 is failed.", L"write: " + companion.jobListFile}));
 }
 

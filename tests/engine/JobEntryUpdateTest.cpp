@@ -2,7 +2,7 @@
 
 #include "doubles/RecordingCompanion.h"
 #include "doubles/ScriptedProcess.h"
-#include "support/TemporaryFolder.h"
+#include "support/TemporaryDirectory.h"
 
 #include <gtest/gtest.h>
 
@@ -141,16 +141,16 @@ TEST_F(JobEntryUpdateTest, CancelingJobWhoseProcessStillRunsReportsProgress) {
     EXPECT_EQ(job.GetProgress(), 40);
 }
 
-TEST_F(JobEntryUpdateTest, EndedJobHasItsPreparedFolderAsOutputDirectory) {
-    const TemporaryFolder folder;
-    job.info.outputDir = folder.Path();
+TEST_F(JobEntryUpdateTest, EndedJobHasItsPreparedDirectoryAsOutputDirectory) {
+    const TemporaryDirectory directory;
+    job.info.outputDir = directory.Path();
     job.info.inputFiles = {L"part.prt"};
     ASSERT_TRUE(job.PrepareOutputDir());
     job.OnCheckUpdate();
-    EXPECT_EQ(job.GetJobListInfo().outputDir, folder / L"part");
+    EXPECT_EQ(job.GetJobListInfo().outputDir, directory / L"part");
 }
 
-TEST_F(JobEntryUpdateTest, WithoutAPreparedFolderTheOutputDirectoryStays) {
+TEST_F(JobEntryUpdateTest, WithoutAPreparedDirectoryTheOutputDirectoryStays) {
     job.OnCheckUpdate();
     EXPECT_EQ(job.GetJobListInfo().outputDir, L"D:\\out");
 }

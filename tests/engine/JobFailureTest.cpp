@@ -46,7 +46,7 @@ TEST_F(JobFailureTest, AnOutputDirectoryThatCannotBeMadeIsNamedWithTheSystemsWor
     Write(L"out", "a file in the folder's place");
     const std::wstring reason = FailureOfAStart();
     const std::wstring start =
-        L"The output directory " + platform::ToNativeText(folder / L"out\\a") + L" cannot be made: ";
+        L"The output directory " + platform::ToNativeText(directory / L"out\\a") + L" cannot be made: ";
     EXPECT_TRUE(reason.starts_with(start) && reason.size() > start.size() + 1) << text::ToUtf8(reason);
 }
 
@@ -94,7 +94,7 @@ TEST_F(JobFailureTest, AnAnswerWithoutAProcessIsNamed) {
 TEST_F(JobFailureTest, AProcessThatLeavesNoResultIsTold) {
     EnqueueJobs(1);
     const std::wstring workDir = Job(1).GetWorkDir();
-    Write(workDir.substr(folder.Path().size() + 1) + L"\\scenario.log", "");
+    Write(workDir.substr(directory.Path().size() + 1) + L"\\scenario.log", "");
     Execute();
     FinishProcess(1);
     Poll();

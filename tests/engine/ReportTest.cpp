@@ -72,10 +72,10 @@ TEST_F(ReportTest, ResultLeavesTheProcessHandle) {
     EXPECT_TRUE(process.IsRunning());
 }
 
-TEST_F(ReportTest, ResultTakesThePreparedFolderAsOutputDirectory) {
+TEST_F(ReportTest, ResultTakesThePreparedDirectoryAsOutputDirectory) {
     ASSERT_TRUE(Job(2).PrepareOutputDir());
     EXPECT_TRUE(engine->UpdateResult(L"success", changed));
-    EXPECT_EQ(changed.at(0).outputDir, folder / L"out\\a");
+    EXPECT_EQ(changed.at(0).outputDir, directory / L"out\\a");
 }
 
 TEST_F(ReportTest, UnreadableResultIsSkipped) {

@@ -38,7 +38,7 @@ TEST_F(TrackingTest, EndedProcessMovesTheJobToItsResult) {
     FinishProcess(1);
     EXPECT_EQ(Poll().size(), 1U);
     EXPECT_EQ(StatusOf(1), JobStatus::Success);
-    EXPECT_EQ(Job(1).GetJobListInfo().outputDir, folder / L"out\\a");
+    EXPECT_EQ(Job(1).GetJobListInfo().outputDir, directory / L"out\\a");
     EXPECT_EQ(companion.Events(), (Lines{L"info: Job: 1 is finished.", L"write: " + companion.jobListFile}));
 }
 

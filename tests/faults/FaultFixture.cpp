@@ -18,8 +18,8 @@ void FaultFixture::Place(const std::string& jobList, const std::string& log, con
     replace(R"("logFile":"")", R"("logFile":")" + log + "\"");
     replace(R"("workDirectory":"work")", R"("workDirectory":")" + workDirectory + "\"");
     WriteSettings(settings);
-    listFile = platform::ResolveAgainst(folder.Path(), text::FromUtf8(jobList));
-    logFile = platform::ResolveAgainst(folder.Path(), text::FromUtf8(log));
+    listFile = platform::ResolveAgainst(directory.Path(), text::FromUtf8(jobList));
+    logFile = platform::ResolveAgainst(directory.Path(), text::FromUtf8(log));
 }
 
 std::vector<JobListInfo> FaultFixture::SavedJobs() const {
@@ -60,12 +60,12 @@ void FaultFixture::RestartHost() {
 }
 
 std::vector<std::wstring> FaultFixture::BesideList(const std::wstring& part) const {
-    std::vector<platform::FolderEntry> entries;
-    EXPECT_FALSE(platform::ListFolder(platform::ParentFolder(listFile), entries));
+    std::vector<platform::DirectoryEntry> entries;
+    EXPECT_FALSE(platform::ListDirectory(platform::ParentDirectory(listFile), entries));
     std::vector<std::wstring> paths;
     for (const auto& entry : entries) {
         if (entry.name.find(part) != std::wstring::npos) {
-            paths.push_back(platform::ParentFolder(listFile) + L"\\" + entry.name);
+            paths.push_back(platform::ParentDirectory(listFile) + L"\\" + entry.name);
         }
     }
     return paths;

@@ -10,7 +10,7 @@ class FaultFixture : public HostProcessFixture {
 protected:
     FaultFixture();
 
-    /// Settings whose list, log and work directory are these, relative to the test's folder.
+    /// Settings whose list, log and work directory are these, relative to the test's directory.
     void Place(const std::string& jobList, const std::string& log, const std::string& workDirectory);
 
     /// The list as it stands on the disk; nothing is changed by looking. Empty when there is none.

@@ -77,7 +77,7 @@ TEST_F(HostStartTest, TheLockOfADeadHostIsNoLockWhateverItHolds) {
     EXPECT_EQ(SavedJobs().size(), 2U);
 }
 
-TEST_F(HostStartTest, AFolderInThePlaceOfTheLockIsNamed) {
+TEST_F(HostStartTest, ADirectoryInThePlaceOfTheLockIsNamed) {
     WriteTextFile(listFile + L".lock\\inside.txt", "");
     const std::string said = ExpectRefusal(couldNotRun);
     EXPECT_NE(said.find("job_list.json.lock"), std::string::npos) << said;

@@ -12,7 +12,7 @@ protected:
 TEST_F(SettingsChangeTest, AnotherListWaitsForTheNextStart) {
     TestClient frontEnd(endpointName);
     ExpectJobs(frontEnd, "exit 0", 1, JobStatus::Success);
-    WriteTextFile(folder / L"other_list.json", R"({"JobList":[{"id":"foreign","seqId":7}]})");
+    WriteTextFile(directory / L"other_list.json", R"({"JobList":[{"id":"foreign","seqId":7}]})");
     const std::wstring firstList = listFile;
     Place("other_list.json", "controller.log", "work");
     ExpectJobs(frontEnd, "exit 0", 1, JobStatus::Success);
@@ -29,12 +29,12 @@ TEST_F(SettingsChangeTest, AnotherWorkDirectoryHoldsForTheNextJobs) {
     frontEnd.AwaitStatus(before, JobStatus::Success);
     Place("job_list.json", "controller.log", "other_work");
     const std::wstring after = frontEnd.Enqueue(JobsFile("exit 0")).at(0).id;
-    EXPECT_EQ(frontEnd.AwaitStatus(after, JobStatus::Success).workDir, folder / (L"other_work\\" + after));
+    EXPECT_EQ(frontEnd.AwaitStatus(after, JobStatus::Success).workDir, directory / (L"other_work\\" + after));
 
     // What lies outside the work directory is never removed; its job is.
     EXPECT_EQ(frontEnd.Delete({before, after}).size(), 2U);
     EXPECT_TRUE(platform::Exists(WorkDirOf(before)));
-    EXPECT_FALSE(platform::Exists(folder / (L"other_work\\" + after)));
+    EXPECT_FALSE(platform::Exists(directory / (L"other_work\\" + after)));
     EXPECT_EQ(CountInLog("of a job is not removed: it does not lie below the work directory"), 1);
 }
 
@@ -48,7 +48,7 @@ TEST_F(SettingsChangeTest, JobsRunOnWhileTheFileIsBroken) {
 
 TEST_F(SettingsChangeTest, JobsRunOnWhenTheFileIsGone) {
     TestClient frontEnd(endpointName);
-    ASSERT_FALSE(platform::RemoveFile(folder / L"settings.json"));
+    ASSERT_FALSE(platform::RemoveFile(directory / L"settings.json"));
     ExpectJobs(frontEnd, "exit 0", 2, JobStatus::Success);
     EXPECT_EQ(SavedJobs().size(), 2U);
 }

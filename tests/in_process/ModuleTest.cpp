@@ -7,7 +7,7 @@
 #include "doubles/TurnedClock.h"
 #include "modules/ModuleFiles.h"
 #include "platform/terminal/LineEnd.h"
-#include "support/TemporaryFolder.h"
+#include "support/TemporaryDirectory.h"
 
 #include <string>
 #include <vector>
@@ -53,7 +53,7 @@ TEST_F(ModuleTest, LinesDoNotMix) {
 }
 
 TEST_F(ModuleTest, APresenterEnqueuesThroughTheLine) {
-    const TemporaryFolder folder;
+    const TemporaryDirectory directory;
     RecordingCompanion companion;
     companion.messages.jobsFiles[L"jobs.json"] = std::vector<EnqueueJobsInfo>(1);
     companion.messages.Add(L"result", JobEnqueueResult{{{L"a", 12}, {L"", 0}}, L"guid 1", {}});
@@ -67,10 +67,10 @@ TEST_F(ModuleTest, APresenterEnqueuesThroughTheLine) {
 
     TurnedClock clock;
     CLIPresenter presenter(L"chain", modulePath);
-    presenter.EnqueueJobsFromFile(L"jobs.json", folder / L"out.txt");
+    presenter.EnqueueJobsFromFile(L"jobs.json", directory / L"out.txt");
 
     const std::string end(platform::lineEnd);
-    EXPECT_EQ(ReadTextFile(folder / L"out.txt"), "12,Queued" + end + "-1,Failed" + end);
+    EXPECT_EQ(ReadTextFile(directory / L"out.txt"), "12,Queued" + end + "-1,Failed" + end);
     EXPECT_EQ(answering.handled.WaitFor(1), std::vector<std::wstring>{L"EnqueueJobs: guid 1"});
     EXPECT_EQ(clock.SleepCount(), 0);
     presenter.LeaveEventTransmitter(Get(L"chain"));

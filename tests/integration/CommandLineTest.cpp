@@ -60,7 +60,8 @@ TEST_F(CommandLineTest, AClientAloneSaysThatThereIsNoHost) {
 TEST_F(CommandLineTest, WhyTheTransmitterCannotBeLoadedIsTold) {
     std::string text = UsualSettings("job_list.json");
     WriteSettings(text.insert(text.find('{') + 1, R"("eventTransmitter":"missing",)"));
-    const std::string reason = "missing cannot be loaded: " + text::ToUtf8(platform::LoadProblem(folder / L"missing"));
+    const std::string reason =
+        "missing cannot be loaded: " + text::ToUtf8(platform::LoadProblem(directory / L"missing"));
     for (const wchar_t* const command : {L"--list", L"-s1"}) {
         const Ending ending = Cli({command});
         EXPECT_EQ(ending.exitCode, 3);
@@ -90,9 +91,9 @@ TEST_F(CommandLineTest, AJobsFileStartsAHost) {
 
 TEST_F(CommandLineTest, RunShowsWhyAJobFailed) {
     StartHost();
-    WriteTextFile(folder / L"fails.rb", "print hello\nexit 3");
-    const Ending run = Cli(
-        {L"--run", Native(folder / L"fails.rb"), Native(folder / L"inputs.txt"), L"--output", Native(folder / L"out")});
+    WriteTextFile(directory / L"fails.rb", "print hello\nexit 3");
+    const Ending run = Cli({L"--run", Native(directory / L"fails.rb"), Native(directory / L"inputs.txt"), L"--output",
+                            Native(directory / L"out")});
     EXPECT_EQ(run.exitCode, 1);
     EXPECT_NE(run.output.find("Succeeded: 0, failed: 1, cancelled: 0\n"), std::string::npos) << run.output;
     EXPECT_EQ(Cli({L"--log", L"1"}).output, "hello\n");
@@ -100,24 +101,25 @@ TEST_F(CommandLineTest, RunShowsWhyAJobFailed) {
 
 TEST_F(CommandLineTest, AnInputThatWouldLeadOutOfTheOutputDirectoryIsRefused) {
     StartHost();
-    WriteTextFile(folder / L".hidden", "an input");
-    WriteTextFile(folder / L"some.rb", "exit 0");
-    const std::wstring output = Native(folder / L"chosen");
-    const Ending run = Cli({L"--run", Native(folder / L"some.rb"), Native(folder / L".hidden"), L"--output", output});
+    WriteTextFile(directory / L".hidden", "an input");
+    WriteTextFile(directory / L"some.rb", "exit 0");
+    const std::wstring output = Native(directory / L"chosen");
+    const Ending run =
+        Cli({L"--run", Native(directory / L"some.rb"), Native(directory / L".hidden"), L"--output", output});
     EXPECT_EQ(run.exitCode, 1);
     EXPECT_EQ(run.output.find("controller_cli: The input "), 0U) << run.output;
     WriteTextFile(
-        folder / L"hidden.jobs.json",
+        directory / L"hidden.jobs.json",
         R"({"EnqueueJobs":[{"scenario":{"id":"some.rb"},"inputFileSets":[[".hidden"]],"outputDir":"chosen"}]})");
-    EXPECT_EQ(Cli({Native(folder / L"hidden.jobs.json")}).exitCode, 1);
-    EXPECT_FALSE(platform::Exists(folder / L"chosen"));
-    EXPECT_FALSE(platform::Exists(folder / L"chosen_1"));
+    EXPECT_EQ(Cli({Native(directory / L"hidden.jobs.json")}).exitCode, 1);
+    EXPECT_FALSE(platform::Exists(directory / L"chosen"));
+    EXPECT_FALSE(platform::Exists(directory / L"chosen_1"));
     EXPECT_EQ(Cli({L"--list"}).output, "There are no jobs.\n");
 }
 
 TEST_F(CommandLineTest, AnUnknownScenarioIsCalledSoAndNotItsInput) {
     StartHost();
-    const Ending run = Cli({L"--run", L"nothing.rb", Native(folder / L"inputs.txt")});
+    const Ending run = Cli({L"--run", L"nothing.rb", Native(directory / L"inputs.txt")});
     EXPECT_EQ(run.exitCode, 1);
     EXPECT_EQ(run.output,
               "controller_cli: There is no scenario nothing.rb: it is neither an id of a scenario nor a file "

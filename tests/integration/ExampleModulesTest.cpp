@@ -3,7 +3,7 @@
 #include "platform/files/Directories.h"
 #include "platform/files/NativePath.h"
 #include "platform/processes/Process.h"
-#include "support/TemporaryFolder.h"
+#include "support/TemporaryDirectory.h"
 #include "support/TestProcess.h"
 #include "text/Text.h"
 
@@ -17,14 +17,14 @@ protected:
     /// The result of "RunScenario" for a scenario file; `answer` is what the module says.
     long RunScenario(const std::wstring& scenario) {
         std::wstring request;
-        EXPECT_TRUE(ControllerCSWrapper::CreateRunScenarioInfoString(L"a1", scenario, {}, folder / L"out",
-                                                                     folder / L"work\\a1", L"", request));
+        EXPECT_TRUE(ControllerCSWrapper::CreateRunScenarioInfoString(L"a1", scenario, {}, directory / L"out",
+                                                                     directory / L"work\\a1", L"", request));
         return functions.CallFunction("RunScenario", request, answer, nullptr);
     }
 
-    const TemporaryFolder folder;
+    const TemporaryDirectory directory;
     const FunctionManager functions{
-        {platform::ProgramFolder() + L"\\" + text::FromUtf8(GetParam()) + platform::moduleExtension}};
+        {platform::ProgramDirectory() + L"\\" + text::FromUtf8(GetParam()) + platform::moduleExtension}};
     std::wstring answer;
 };
 
@@ -36,13 +36,14 @@ TEST_P(ExampleModulesTest, TheAnswerNamesTheProcessThatWasStarted) {
     EXPECT_TRUE(test_support::WaitUntilSignalled(process));
     // The path of the run request is none of its commands.
     EXPECT_EQ(platform::ExitCode(process), 99);
-    EXPECT_NE(ReadTextFile(folder / L"work\\a1\\run_scenario_info.json").find("\"jobId\":\"a1\""), std::string::npos);
+    EXPECT_NE(ReadTextFile(directory / L"work\\a1\\run_scenario_info.json").find("\"jobId\":\"a1\""),
+              std::string::npos);
 }
 
 TEST_P(ExampleModulesTest, AProgramThatIsMissingIsNamed) {
-    EXPECT_NE(RunScenario(folder / L"missing.exe"), 0);
+    EXPECT_NE(RunScenario(directory / L"missing.exe"), 0);
     const std::wstring start =
-        L"The program " + platform::ToNativeText(folder / L"missing.exe") + L" cannot be started: ";
+        L"The program " + platform::ToNativeText(directory / L"missing.exe") + L" cannot be started: ";
     EXPECT_EQ(answer.substr(0, start.size()), start);
 }
 

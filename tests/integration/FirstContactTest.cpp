@@ -69,7 +69,7 @@ protected:
         AwaitNoHost();
     }
 
-    std::wstring OutputOf(int frontEnd) const { return folder / (L"out" + std::to_wstring(frontEnd) + L".txt"); }
+    std::wstring OutputOf(int frontEnd) const { return directory / (L"out" + std::to_wstring(frontEnd) + L".txt"); }
 
     /// Starts all at once, waits for their ends, and gives what they have written to their files.
     std::vector<std::string> RunTogether(std::vector<std::wstring> arguments) const {

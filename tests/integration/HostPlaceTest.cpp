@@ -12,7 +12,7 @@ class HostPlaceTest : public HostProcessFixture {
 protected:
     host_lock::Holder Holder() const {
         host_lock::Holder holder;
-        EXPECT_TRUE(host_lock::FindHolder(folder / L"job_list.json", holder));
+        EXPECT_TRUE(host_lock::FindHolder(directory / L"job_list.json", holder));
         return holder;
     }
 
@@ -75,9 +75,9 @@ TEST_F(HostPlaceTest, AHostWhoseSettingsFileIsBrokenMeanwhileCanBeEnded) {
 
 TEST_F(HostPlaceTest, ABrokenSettingsFileEndsNoHostThatWasStartedWithAnother) {
     StartHost();
-    WriteTextFile(folder / L"other.json", "{");
+    WriteTextFile(directory / L"other.json", "{");
     platform::ProcessStart start = FrontEndProcess({L"--stop-host"});
-    start.environment.front().second = platform::ToNativeText(folder / L"other.json");
+    start.environment.front().second = platform::ToNativeText(directory / L"other.json");
     const auto refused = test_support::RunToEnd(start);
     EXPECT_EQ(refused.exitCode, 2) << refused.output;
     EXPECT_TRUE(platform::IsProcessRunning(host.Get()));
@@ -87,7 +87,7 @@ TEST_F(HostPlaceTest, AHostThatEndsLeavesNoLock) {
     StartHost();
     TestClient(endpointName).Terminate();
     EXPECT_EQ(AwaitHostEnd(), 0);
-    EXPECT_FALSE(platform::Exists(folder / L"job_list.json.lock"));
+    EXPECT_FALSE(platform::Exists(directory / L"job_list.json.lock"));
 }
 
 TEST_F(HostPlaceTest, AHostInTheBackgroundUnderAnotherNameIsRefusedAsInTheForeground) {

@@ -27,14 +27,14 @@ std::string RepeatedInputs(int count) {
 /// A scenario's interpreter, and the libraries that a packaged program needs, are found there.
 std::wstring PathWithPrograms() {
     return platform::GetEnvironment(L"PATH").value_or(L"") + platform::pathListSeparator +
-           platform::ToNativeText(platform::ProgramFolder());
+           platform::ToNativeText(platform::ProgramDirectory());
 }
 
 } // namespace
 
 HostProcessFixture::HostProcessFixture() : endpointName(text::FromUtf8(NewEndpointName())) {
     WriteSettings(UsualSettings("job_list.json"));
-    WriteTextFile(folder / L"inputs.txt", "an input");
+    WriteTextFile(directory / L"inputs.txt", "an input");
 }
 
 HostProcessFixture::~HostProcessFixture() {
@@ -45,14 +45,14 @@ HostProcessFixture::~HostProcessFixture() {
 }
 
 platform::ProcessStart HostProcessFixture::Host(const std::vector<std::wstring>& arguments) const {
-    const std::wstring userFolder = platform::ToNativeText(folder / L"user");
+    const std::wstring userDirectory = platform::ToNativeText(directory / L"user");
     platform::ProcessStart start;
     start.program = test_support::ProgramPath(L"controller_host");
     start.arguments = arguments;
-    start.environment = {{L"CONTROLLER_SETTINGS_FILE", platform::ToNativeText(folder / L"settings.json")},
+    start.environment = {{L"CONTROLLER_SETTINGS_FILE", platform::ToNativeText(directory / L"settings.json")},
                          {L"PATH", PathWithPrograms()},
-                         {L"LOCALAPPDATA", userFolder},
-                         {L"XDG_DATA_HOME", userFolder}};
+                         {L"LOCALAPPDATA", userDirectory},
+                         {L"XDG_DATA_HOME", userDirectory}};
     return start;
 }
 
@@ -83,13 +83,13 @@ void HostProcessFixture::AwaitNoHost() const {
     const test_support::Deadline deadline("the end of the host");
     constexpr std::chrono::milliseconds interval{20};
     platform::FileLock lock;
-    while (lock.Take(folder / L"job_list.json.lock")) {
+    while (lock.Take(directory / L"job_list.json.lock")) {
         platform::WaitForAny({}, interval);
     }
 }
 
 void HostProcessFixture::WriteSettings(const std::string& text) const {
-    WriteTextFile(folder / L"settings.json", text);
+    WriteTextFile(directory / L"settings.json", text);
 }
 
 std::string HostProcessFixture::UsualSettings(const std::string& jobList) const {
@@ -100,12 +100,12 @@ std::string HostProcessFixture::UsualSettings(const std::string& jobList) const 
 
 std::wstring HostProcessFixture::JobsFile(const std::string& steps, int count) {
     const std::string scenario = "scenario" + std::to_string(++scenarios) + ".rb";
-    WriteTextFile(folder / text::FromUtf8(scenario), steps);
+    WriteTextFile(directory / text::FromUtf8(scenario), steps);
     return JobsFileFor(scenario, count);
 }
 
 std::wstring HostProcessFixture::JobsFileFor(const std::string& scenario, int count) const {
-    std::wstring path = folder / text::FromUtf8(scenario + ".jobs.json");
+    std::wstring path = directory / text::FromUtf8(scenario + ".jobs.json");
     WriteTextFile(path, R"({"EnqueueJobs":[{"scenario":{"id":")" + scenario + R"("},"inputFileSets":[)" +
                             RepeatedInputs(count) + R"(],"outputDir":"out"}]})");
     return path;
@@ -122,7 +122,7 @@ void HostProcessFixture::SaveLongList() const {
         job.outputDir = std::wstring(200, L'x');
     }
     ASSERT_TRUE(ControllerCSWrapper::CreateJsonFile(ControllerCSWrapper::Serialize(L"JobList", jobs),
-                                                    folder / L"job_list.json"));
+                                                    directory / L"job_list.json"));
 }
 
 void HostProcessFixture::Await(const std::string& what, const std::function<bool()>& condition) {
@@ -134,5 +134,5 @@ void HostProcessFixture::Await(const std::string& what, const std::function<bool
 }
 
 std::wstring HostProcessFixture::WorkDirOf(const std::wstring& jobId) const {
-    return folder / (L"work\\" + jobId);
+    return directory / (L"work\\" + jobId);
 }

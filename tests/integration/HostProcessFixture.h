@@ -4,7 +4,7 @@
 #include "platform/processes/Process.h"
 #include "platform/processes/ProcessHandle.h"
 #include "support/Deadline.h"
-#include "support/TemporaryFolder.h"
+#include "support/TemporaryDirectory.h"
 #include "support/TestProcess.h"
 
 #include <chrono>
@@ -14,8 +14,8 @@
 
 #include <gtest/gtest.h>
 
-/// Settings of their own in a temporary folder, and hosts that use them: real processes with the real modules. What a
-/// scenario does stands in its file (see the program test_scenario); "inputs.txt" is the input of every job.
+/// Settings of their own in a temporary directory, and hosts that use them: real processes with the real modules. What
+/// a scenario does stands in its file (see the program test_scenario); "inputs.txt" is the input of every job.
 class HostProcessFixture : public testing::Test {
 protected:
     HostProcessFixture();
@@ -41,7 +41,7 @@ protected:
 
     /// Writes a scenario that performs steps, and a jobs file that runs it `count` times; the path of that file.
     std::wstring JobsFile(const std::string& steps, int count = 1);
-    /// The same for the scenario file `scenario`, which stands in the temporary folder.
+    /// The same for the scenario file `scenario`, which stands in the temporary directory.
     std::wstring JobsFileFor(const std::string& scenario, int count) const;
 
     /// Makes the job list, before the start of a host, one of 5,000 jobs that have ended, ids and numbers from 1 on: an
@@ -53,7 +53,7 @@ protected:
 
     std::wstring WorkDirOf(const std::wstring& jobId) const;
 
-    const TemporaryFolder folder;
+    const TemporaryDirectory directory;
     const std::wstring endpointName;
     platform::OwnedHandle host;
 

@@ -31,7 +31,7 @@ protected:
         ZipEntry steps;
         steps.name = "bin/steps.txt";
         steps.content = "ignore requests\nhave family\nbe ready\nwait";
-        WriteTextFile(folder / L"family.esa", test_support::MakeZip({manifest, executable, steps}));
+        WriteTextFile(directory / L"family.esa", test_support::MakeZip({manifest, executable, steps}));
         return JobsFileFor("family.esa", 1);
     }
 
@@ -74,7 +74,7 @@ TEST_F(HostProcessTest, AStartInTheBackgroundNamesWhatJobsWouldFailFor) {
     const test_support::Ending start = test_support::RunToEnd(Host({L"--background"}));
     EXPECT_EQ(start.exitCode, 0) << start.output;
     for (const wchar_t* const file : {L"no_module.so", L"no_runner"}) {
-        EXPECT_NE(start.output.find(text::ToUtf8(platform::ToNativeText(folder / file))), std::string::npos)
+        EXPECT_NE(start.output.find(text::ToUtf8(platform::ToNativeText(directory / file))), std::string::npos)
             << start.output;
     }
     TestClient frontEnd(endpointName);
@@ -91,13 +91,13 @@ TEST_F(HostProcessTest, TheCommandLinesPresenterIsToldTheStatusOfJobs) {
     TestClient frontEnd(endpointName);
     const auto jobs = frontEnd.Enqueue(JobsFile("exit 3"));
     frontEnd.AwaitStatus(jobs.at(0).id, JobStatus::Failed);
-    CLIPresenter presenter(
-        L"client:" + endpointName,
-        platform::ResolveAgainst(platform::ProgramFolder(), std::wstring(L"local_socket") + platform::moduleExtension));
-    presenter.CheckJobStatus({L"1", L"2"}, folder / L"status.txt");
+    CLIPresenter presenter(L"client:" + endpointName,
+                           platform::ResolveAgainst(platform::ProgramDirectory(),
+                                                    std::wstring(L"local_socket") + platform::moduleExtension));
+    presenter.CheckJobStatus({L"1", L"2"}, directory / L"status.txt");
     presenter.LeaveEventTransmitter(frontEnd.Transmitter());
     const std::string lineEnd(platform::lineEnd);
-    EXPECT_EQ(ReadTextFile(folder / L"status.txt"), "1,Failed" + lineEnd + "2,Unknown" + lineEnd);
+    EXPECT_EQ(ReadTextFile(directory / L"status.txt"), "1,Failed" + lineEnd + "2,Unknown" + lineEnd);
 }
 
 TEST_F(HostProcessTest, ALongJobIsCancelledWithItsProcessesAndTheNextOneRuns) {

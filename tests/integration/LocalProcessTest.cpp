@@ -25,15 +25,15 @@ TEST_F(LocalProcessTest, ARequestThatCannotBeReadIsRefused) {
 }
 
 TEST_F(LocalProcessTest, AWorkDirectoryThatCannotBeMadeFailsTheStart) {
-    WriteTextFile(folder / L"work", "a file in the place of a folder");
+    WriteTextFile(directory / L"work", "a file in the place of a folder");
     UseSteps("exit 0");
     EXPECT_NE(Start(), 0);
     EXPECT_FALSE(runner);
 }
 
 TEST_F(LocalProcessTest, AWorkDirectoryThatOthersCouldExchangeIsNotUsed) {
-    WriteTextFile(folder / L"work\\.keep", "");
-    LetEverybodyWrite(folder / L"work");
+    WriteTextFile(directory / L"work\\.keep", "");
+    LetEverybodyWrite(directory / L"work");
     UseSteps("exit 0");
     EXPECT_NE(Start(), 0);
     EXPECT_FALSE(runner);
@@ -41,15 +41,15 @@ TEST_F(LocalProcessTest, AWorkDirectoryThatOthersCouldExchangeIsNotUsed) {
 }
 
 TEST_F(LocalProcessTest, ALinkInPlaceOfTheWorkDirectoryIsNotUsed) {
-    WriteTextFile(folder / L"work\\.keep", "");
-    WriteTextFile(folder / L"elsewhere\\precious.txt", "content");
-    if (!MakeLink(folder / L"elsewhere", job.workDir)) {
+    WriteTextFile(directory / L"work\\.keep", "");
+    WriteTextFile(directory / L"elsewhere\\precious.txt", "content");
+    if (!MakeLink(directory / L"elsewhere", job.workDir)) {
         GTEST_SKIP() << "no symbolic links here";
     }
     UseSteps("exit 0");
     EXPECT_NE(Start(), 0);
-    std::vector<platform::FolderEntry> entries;
-    ASSERT_FALSE(platform::ListFolder(folder / L"elsewhere", entries));
+    std::vector<platform::DirectoryEntry> entries;
+    ASSERT_FALSE(platform::ListDirectory(directory / L"elsewhere", entries));
     EXPECT_EQ(entries.size(), 1U);
 }
 

@@ -27,12 +27,12 @@ std::string Quoted(const std::wstring& path) {
 ScenarioRunFixture::ScenarioRunFixture() : pathBefore(platform::GetEnvironment(L"PATH").value_or(L"")) {
     // A packaged program finds the libraries of this build there.
     platform::SetEnvironment(L"PATH", pathBefore + platform::pathListSeparator +
-                                          platform::ToNativeText(platform::ProgramFolder()));
+                                          platform::ToNativeText(platform::ProgramDirectory()));
     settings.runner = test_support::ProgramPath(L"scenario_runner");
     settings.stepsInterpreter = test_support::ProgramPath(L"test_scenario");
     job.jobId = L"3f9a0c1";
-    job.workDir = folder / L"work\\3f9a0c1";
-    job.outputFolder = folder / L"out";
+    job.workDir = directory / L"work\\3f9a0c1";
+    job.outputFolder = directory / L"out";
 }
 
 ScenarioRunFixture::~ScenarioRunFixture() {
@@ -45,7 +45,7 @@ ScenarioRunFixture::~ScenarioRunFixture() {
 }
 
 std::wstring ScenarioRunFixture::ModulePath() {
-    return platform::ResolveAgainst(platform::ProgramFolder(),
+    return platform::ResolveAgainst(platform::ProgramDirectory(),
                                     std::wstring(L"local_process") + platform::moduleExtension);
 }
 
@@ -54,19 +54,19 @@ void ScenarioRunFixture::UseSteps(const std::string& steps) {
 }
 
 void ScenarioRunFixture::UseScenario(const std::wstring& name, const std::string& content) {
-    job.scenarioPath = folder / name;
+    job.scenarioPath = directory / name;
     WriteTextFile(job.scenarioPath, content);
 }
 
 void ScenarioRunFixture::WriteSettings() {
-    WriteTextFile(folder / L"settings.json",
+    WriteTextFile(directory / L"settings.json",
                   "{\"version\":1,\"workDirectory\":\"work\",\"scenarioRunner\":" + Quoted(settings.runner) +
-                      ",\"scenarioApiDirectory\":" + Quoted(SCENARIO_API_FOLDER) +
+                      ",\"scenarioApiDirectory\":" + Quoted(SCENARIO_API_DIRECTORY) +
                       ",\"interpreters\":{\".rb\":[\"ruby\",\"--disable=gems\"],\".steps\":[" +
                       Quoted(settings.stepsInterpreter) +
                       "]},\"cancelGraceSeconds\":" + std::to_string(settings.graceSeconds) +
                       ",\"scenarioLogLimitBytes\":" + std::to_string(settings.logLimitBytes) + "}");
-    settings::UseFile(folder / L"settings.json");
+    settings::UseFile(directory / L"settings.json");
     ASSERT_EQ(settings::Problem(), L"");
 }
 

@@ -7,9 +7,9 @@
 #include "CommonControllerLib/FunctionManager.h"
 #include "formats/RunProtocol.h"
 #include "platform/processes/ProcessHandle.h"
-#include "support/TemporaryFolder.h"
+#include "support/TemporaryDirectory.h"
 
-/// A function module and settings in a temporary folder, and one job. Scripts with the extension ".steps" are run by
+/// A function module and settings in a temporary directory, and one job. Scripts with the extension ".steps" are run by
 /// the program test_scenario.
 class ScenarioRunFixture : public testing::Test {
 protected:
@@ -47,7 +47,7 @@ protected:
     /// The function module under test.
     static std::wstring ModulePath();
 
-    const TemporaryFolder folder;
+    const TemporaryDirectory directory;
     Settings settings;
     run_protocol::RunScenarioInfo job;
     platform::OwnedHandle runner;

@@ -58,7 +58,7 @@ TEST_F(ScenarioRunTest, WhatAnEarlierRunLeftDoesNotCount) {
 }
 
 TEST_F(ScenarioRunTest, TheDescriptionBesideAScriptSaysWhichExitCodesAreSuccesses) {
-    WriteTextFile(folder / L"scenario.scenario.json", R"({"version":1,"successExitCodes":[3]})");
+    WriteTextFile(directory / L"scenario.scenario.json", R"({"version":1,"successExitCodes":[3]})");
     Run("exit 3");
     EXPECT_TRUE(Result().succeeded);
 }
@@ -92,7 +92,7 @@ TEST_F(ScenarioRunTest, WhatAScenarioLeavesBehindIsEnded) {
 }
 
 TEST_F(ScenarioRunTest, PathsMayHoldBlanksQuotesAndAnyLetters) {
-    job.workDir = folder / L"it's a folder, with & and % \u00fc\u4e2d\\3f9a0c1";
+    job.workDir = directory / L"it's a folder, with & and % \u00fc\u4e2d\\3f9a0c1";
     UseScenario(L"it's a scenario \u00e4.steps", "print hello");
     ASSERT_EQ(Start(), 0);
     EXPECT_EQ(AwaitEnd(), 0);
@@ -101,10 +101,10 @@ TEST_F(ScenarioRunTest, PathsMayHoldBlanksQuotesAndAnyLetters) {
 }
 
 TEST_F(ScenarioRunTest, PathsMayBeLongerThan300Characters) {
-    const std::wstring longFolder = LongName() + L"\\" + LongName();
-    job.workDir = folder / (longFolder + L"\\3f9a0c1");
+    const std::wstring longDirectory = LongName() + L"\\" + LongName();
+    job.workDir = directory / (longDirectory + L"\\3f9a0c1");
     ASSERT_GT(job.workDir.size(), 300U);
-    UseScenario(longFolder + L"\\scenario.steps", "print hello");
+    UseScenario(longDirectory + L"\\scenario.steps", "print hello");
     ASSERT_EQ(Start(), 0);
     EXPECT_EQ(AwaitEnd(), 0);
     EXPECT_TRUE(Result().succeeded);
@@ -132,7 +132,7 @@ TEST_F(ScenarioRunTest, AMissingInterpreterFailsTheJobAndSaysWhatToDo) {
     EXPECT_EQ(FirstMessage(), L"The interpreter \"no_such_interpreter\" for " +
                                   platform::ToNativeText(job.scenarioPath) +
                                   L" was not found: install it, or name its program under \"interpreters\" in " +
-                                  platform::ToNativeText(folder / L"settings.json") + L".");
+                                  platform::ToNativeText(directory / L"settings.json") + L".");
 }
 
 TEST_F(ScenarioRunTest, AMissingScenarioFailsTheJob) {
@@ -145,7 +145,7 @@ TEST_F(ScenarioRunTest, AMissingScenarioFailsTheJob) {
 }
 
 TEST_F(ScenarioRunTest, ABrokenDescriptionFailsTheJob) {
-    WriteTextFile(folder / L"scenario.scenario.json", "{");
+    WriteTextFile(directory / L"scenario.scenario.json", "{");
     UseSteps("exit 0");
     ASSERT_EQ(Start(), 0);
     EXPECT_NE(AwaitEnd(), 0);

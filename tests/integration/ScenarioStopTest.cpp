@@ -43,11 +43,11 @@ TEST_F(ScenarioStopTest, AScenarioEndsWithItsHost) {
     settings.graceSeconds = 600;
     UseSteps("ignore requests\nhave family\nbe ready\nwait");
     WriteSettings();
-    WriteTextFile(folder / L"request.json", text::ToUtf8(run_protocol::SerializeRunScenarioInfo(job)));
-    ASSERT_FALSE(platform::EnsureFolder(job.workDir));
+    WriteTextFile(directory / L"request.json", text::ToUtf8(run_protocol::SerializeRunScenarioInfo(job)));
+    ASSERT_FALSE(platform::EnsureDirectory(job.workDir));
     platform::ProcessStart start;
     start.program = test_support::ProgramPath(L"test_host");
-    start.arguments = {ModulePath(), folder / L"settings.json", folder / L"request.json", folder / L"started"};
+    start.arguments = {ModulePath(), directory / L"settings.json", directory / L"request.json", directory / L"started"};
     platform::OwnedHandle host;
     ASSERT_FALSE(platform::StartProcess(start, host));
     AwaitFile(job.workDir, L"ready");
@@ -59,7 +59,7 @@ TEST_F(ScenarioStopTest, AScenarioEndsWithItsHost) {
 
 TEST_F(ScenarioStopTest, ATimeLimitStopsTheScenarioAndFailsTheJob) {
     settings.graceSeconds = 0;
-    WriteTextFile(folder / L"scenario.scenario.json", R"({"version":1,"timeLimitSeconds":1})");
+    WriteTextFile(directory / L"scenario.scenario.json", R"({"version":1,"timeLimitSeconds":1})");
     Run("ignore requests\nwait");
     EXPECT_FALSE(Result().succeeded);
     EXPECT_EQ(FirstMessage(), L"The scenario was stopped because it ran longer than its time limit of 1 s.");
@@ -67,7 +67,7 @@ TEST_F(ScenarioStopTest, ATimeLimitStopsTheScenarioAndFailsTheJob) {
 
 TEST_F(ScenarioStopTest, AtItsTimeLimitAScenarioIsAskedFirst) {
     settings.graceSeconds = 600;
-    WriteTextFile(folder / L"scenario.scenario.json", R"({"version":1,"timeLimitSeconds":1})");
+    WriteTextFile(directory / L"scenario.scenario.json", R"({"version":1,"timeLimitSeconds":1})");
     Run("ignore requests\nwait for request\nwrite result success");
     const auto result = Result();
     EXPECT_FALSE(result.succeeded);

@@ -15,7 +15,7 @@
 
 void AwaitFile(const std::wstring& workDir, const std::wstring& name) {
     const test_support::Deadline deadline("the file " + text::ToUtf8(name));
-    platform::FolderWatch watch(workDir);
+    platform::DirectoryWatch watch(workDir);
     while (!platform::Exists(platform::ResolveAgainst(workDir, name))) {
         platform::WaitForAny({watch.Handle()}, std::nullopt);
         watch.Rearm();
@@ -24,10 +24,10 @@ void AwaitFile(const std::wstring& workDir, const std::wstring& name) {
 
 std::vector<platform::OwnedHandle> OpenNotedProcesses(const std::wstring& workDir) {
     const std::wstring prefix = L"process-";
-    std::vector<platform::FolderEntry> entries;
-    EXPECT_FALSE(platform::ListFolder(workDir, entries));
+    std::vector<platform::DirectoryEntry> entries;
+    EXPECT_FALSE(platform::ListDirectory(workDir, entries));
     std::vector<platform::OwnedHandle> processes;
-    for (const platform::FolderEntry& entry : entries) {
+    for (const platform::DirectoryEntry& entry : entries) {
         if (entry.name.starts_with(prefix)) {
             processes.push_back(test_support::OpenProcessByNumber(
                 static_cast<std::uint32_t>(std::stoul(entry.name.substr(prefix.size())))));

@@ -1,6 +1,6 @@
 #pragma once
 
-#include "support/TemporaryFolder.h"
+#include "support/TemporaryDirectory.h"
 
 #include <string>
 

@@ -11,22 +11,22 @@ namespace {
 class SettingsSampleTest : public testing::Test {
 protected:
     SettingsSampleTest() {
-        WriteTextFile(folder / L"settings.json", SettingsSample());
-        settings::UseFile(folder / L"settings.json");
+        WriteTextFile(directory / L"settings.json", SettingsSample());
+        settings::UseFile(directory / L"settings.json");
     }
     ~SettingsSampleTest() override { settings::UseFile(L""); }
 
-    TemporaryFolder folder;
+    TemporaryDirectory directory;
 };
 
 TEST_F(SettingsSampleTest, IsReadWithoutAWarning) {
     EXPECT_EQ(text::ToUtf8(settings::Problem()), "");
     const auto directories = settings::Current()->scenarioDirectories;
     ASSERT_EQ(directories.size(), 1U);
-    EXPECT_EQ(directories[0].path, folder / L"scenarios");
+    EXPECT_EQ(directories[0].path, directory / L"scenarios");
     // It names its own log, where a member without meaning would be told of.
     ControllerCSWrapper::WriteInfoLog(L"The end.");
-    EXPECT_EQ(ReadTextFile(folder / L"controller.log").find("has no effect"), std::string::npos);
+    EXPECT_EQ(ReadTextFile(directory / L"controller.log").find("has no effect"), std::string::npos);
 }
 
 TEST_F(SettingsSampleTest, TheProgramsFindTheirPartsInTheBuildTree) {

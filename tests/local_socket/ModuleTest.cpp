@@ -8,7 +8,7 @@
 #include "doubles/RecordingHandler.h"
 #include "local_socket/support/EndpointNames.h"
 #include "local_socket/support/Module.h"
-#include "support/TemporaryFolder.h"
+#include "support/TemporaryDirectory.h"
 
 namespace {
 
@@ -61,14 +61,14 @@ TEST(ModuleTest, TheSameIdGivesTheSameTransmitter) {
 }
 
 TEST(ModuleTest, AnotherIdGivesNoTransmitterAndALogLine) {
-    const TemporaryFolder folder;
-    ControllerCSWrapper::ChangeLogFilePath(folder / L"log.txt");
+    const TemporaryDirectory directory;
+    ControllerCSWrapper::ChangeLogFilePath(directory / L"log.txt");
     NewPlace();
     EXPECT_EQ(TransmitterFromModule(L""), nullptr);
     EXPECT_EQ(TransmitterFromModule(L"host"), nullptr);
     EXPECT_EQ(TransmitterFromModule(L"engine:../host"), nullptr);
     ControllerCSWrapper::ChangeLogFilePath(L"");
-    const std::string log = ReadTextFile(folder / L"log.txt");
+    const std::string log = ReadTextFile(directory / L"log.txt");
     for (const std::string line :
          {"No event line \"\":", "No event line \"host\":", "No event line \"engine:../host\":"}) {
         EXPECT_NE(log.find(line), std::string::npos) << log;

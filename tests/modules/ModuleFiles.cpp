@@ -22,7 +22,7 @@ Function FindRequired(void* module, const char* name) {
 } // namespace
 
 std::wstring ModulePath(const std::wstring& name) {
-    return platform::ProgramFolder() + L"\\" + name + TEST_MODULE_SUFFIX;
+    return platform::ProgramDirectory() + L"\\" + name + TEST_MODULE_SUFFIX;
 }
 
 void AddReference(const std::wstring& path) {

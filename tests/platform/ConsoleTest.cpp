@@ -7,7 +7,7 @@
 
 #include "platform/SystemHelpers.h"
 #include "platform/processes/Waiting.h"
-#include "support/TemporaryFolder.h"
+#include "support/TemporaryDirectory.h"
 #include "text/Text.h"
 
 namespace {
@@ -16,7 +16,7 @@ class ConsoleTest : public testing::Test {
 protected:
     /// What arrives when `text` is written.
     std::string Written(const std::string& text) const {
-        const std::wstring path = folder / L"output";
+        const std::wstring path = directory / L"output";
         {
             const auto redirected = RedirectedOutput::ToFile(path);
             EXPECT_FALSE(platform::WriteOutput(text));
@@ -24,7 +24,7 @@ protected:
         return ReadTextFile(path);
     }
 
-    TemporaryFolder folder;
+    TemporaryDirectory directory;
 };
 
 /// Other tests of the program find the stream as it was.
@@ -51,7 +51,7 @@ TEST_F(ConsoleTest, OutputArrivesAsItIs) {
 TEST_F(ConsoleTest, WideOutputArrivesAsUtf8) {
     const WideOutputRestorer restorer;
     platform::PrepareConsole();
-    const std::wstring path = folder / L"output";
+    const std::wstring path = directory / L"output";
     {
         const auto redirected = RedirectedOutput::ToFile(path);
         std::wcout << text::FromUtf8("Gr\xC3\xB6\xC3\x9F\xF0\x9F\x98\x80") << L'\n' << std::flush;
@@ -63,7 +63,7 @@ TEST_F(ConsoleTest, WideOutputArrivesAsUtf8) {
 TEST_F(ConsoleTest, WideOutputIsOneLineForOneTextAndSteersNoTerminal) {
     const WideOutputRestorer restorer;
     platform::PrepareConsole();
-    const std::wstring path = folder / L"output";
+    const std::wstring path = directory / L"output";
     {
         const auto redirected = RedirectedOutput::ToFile(path);
         std::wcout << std::wstring(L"Input: a\n[ERROR]       : forged\r\x1b[2J\x9b\u202e is not found\n");
@@ -87,7 +87,7 @@ TEST_F(ConsoleTest, AFileIsNoTerminal) {
     bool isTerminal = true;
     std::size_t width = 0;
     {
-        const auto redirected = RedirectedOutput::ToFile(folder / L"output");
+        const auto redirected = RedirectedOutput::ToFile(directory / L"output");
         isTerminal = platform::IsOutputTerminal();
         width = platform::TerminalWidth();
     }
@@ -118,9 +118,9 @@ TEST_F(ConsoleTest, AnOutputThatCannotBeWrittenIsTold) {
 }
 
 TEST_F(ConsoleTest, AFileHasNoReaderToWaitFor) {
-    void* reader = &folder;
+    void* reader = &directory;
     {
-        const auto redirected = RedirectedOutput::ToFile(folder / L"output");
+        const auto redirected = RedirectedOutput::ToFile(directory / L"output");
         reader = platform::OutputReaderGone();
     }
     EXPECT_EQ(reader, nullptr);

@@ -5,7 +5,7 @@
 
 #include "platform/SystemHelpers.h"
 #include "platform/files/FileSystem.h"
-#include "support/TemporaryFolder.h"
+#include "support/TemporaryDirectory.h"
 
 namespace {
 
@@ -60,8 +60,8 @@ TEST(ErrorTest, TheTextIsNeverEmpty) {
 }
 
 TEST(ErrorTest, AFailedCallLeavesItsCode) {
-    const TemporaryFolder folder;
-    const Error error = platform::RemoveFile(folder / L"missing");
+    const TemporaryDirectory directory;
+    const Error error = platform::RemoveFile(directory / L"missing");
     EXPECT_EQ(error.kind, ErrorKind::NotFound);
     EXPECT_EQ(error.systemCode, 2);
 }

@@ -6,7 +6,7 @@
 
 #include "platform/SystemHelpers.h"
 #include "platform/files/FileSystem.h"
-#include "support/TemporaryFolder.h"
+#include "support/TemporaryDirectory.h"
 
 namespace {
 
@@ -16,8 +16,8 @@ using platform::File;
 
 class FileAppendingTest : public testing::Test {
 protected:
-    TemporaryFolder folder;
-    const std::wstring path = folder / L"controller.log";
+    TemporaryDirectory directory;
+    const std::wstring path = directory / L"controller.log";
 };
 
 TEST_F(FileAppendingTest, AppendsToWhatIsThere) {
@@ -56,9 +56,9 @@ TEST_F(FileAppendingTest, TheFileCanBeRenamedWhileItIsOpen) {
     File file;
     ASSERT_FALSE(file.OpenForAppending(path, false));
     EXPECT_FALSE(file.Write("a"));
-    EXPECT_FALSE(platform::RenameFile(path, folder / L"controller.1.log"));
+    EXPECT_FALSE(platform::RenameFile(path, directory / L"controller.1.log"));
     EXPECT_FALSE(file.Write("b"));
-    EXPECT_EQ(ReadTextFile(folder / L"controller.1.log"), "ab");
+    EXPECT_EQ(ReadTextFile(directory / L"controller.1.log"), "ab");
 }
 
 TEST_F(FileAppendingTest, WithoutAFileThereIsNothing) {
@@ -66,21 +66,21 @@ TEST_F(FileAppendingTest, WithoutAFileThereIsNothing) {
     EXPECT_FALSE(file.IsOpen());
     EXPECT_EQ(file.Size(), 0u);
     EXPECT_TRUE(file.Write("x"));
-    EXPECT_EQ(file.OpenForAppending(folder / L"missing\\file", false).kind, ErrorKind::NotFound);
+    EXPECT_EQ(file.OpenForAppending(directory / L"missing\\file", false).kind, ErrorKind::NotFound);
     EXPECT_FALSE(file.IsOpen());
 }
 
 TEST_F(FileAppendingTest, ALinkInPlaceOfARegularFileIsRefused) {
-    WriteTextFile(folder / L"precious", "content");
-    if (!MakeLink(folder / L"precious", path)) {
+    WriteTextFile(directory / L"precious", "content");
+    if (!MakeLink(directory / L"precious", path)) {
         GTEST_SKIP() << "no symbolic links here";
     }
     File file;
     EXPECT_EQ(file.OpenForAppending(path, true, AppendTo::RegularFile).kind, ErrorKind::NotSupported);
     EXPECT_FALSE(file.IsOpen());
-    EXPECT_EQ(ReadTextFile(folder / L"precious"), "content");
+    EXPECT_EQ(ReadTextFile(directory / L"precious"), "content");
     EXPECT_FALSE(file.OpenForAppending(path, true, AppendTo::FileOrDevice));
-    EXPECT_EQ(ReadTextFile(folder / L"precious"), "");
+    EXPECT_EQ(ReadTextFile(directory / L"precious"), "");
 }
 
 TEST_F(FileAppendingTest, ANamedPipeInPlaceOfAFileIsRefusedWithoutWaiting) {

@@ -9,7 +9,7 @@
 #include <gtest/gtest.h>
 
 #include "platform/files/FileSystem.h"
-#include "support/TemporaryFolder.h"
+#include "support/TemporaryDirectory.h"
 
 namespace {
 
@@ -17,78 +17,78 @@ using platform::ErrorKind;
 using platform::FileLock;
 
 TEST(FileLockTest, ASecondTakerIsToldThatItIsInUse) {
-    const TemporaryFolder folder;
+    const TemporaryDirectory directory;
     FileLock first;
     FileLock second;
-    EXPECT_EQ(first.Take(folder / L"host.lock").kind, ErrorKind::None);
-    EXPECT_EQ(second.Take(folder / L"host.lock").kind, ErrorKind::InUse);
+    EXPECT_EQ(first.Take(directory / L"host.lock").kind, ErrorKind::None);
+    EXPECT_EQ(second.Take(directory / L"host.lock").kind, ErrorKind::InUse);
     EXPECT_FALSE(second.IsHeld());
 }
 
 TEST(FileLockTest, AFileThatWasLeftBehindIsNoLock) {
-    const TemporaryFolder folder;
-    WriteTextFile(folder / L"host.lock", "4711");
+    const TemporaryDirectory directory;
+    WriteTextFile(directory / L"host.lock", "4711");
     FileLock lock;
-    EXPECT_EQ(lock.Take(folder / L"host.lock").kind, ErrorKind::None);
+    EXPECT_EQ(lock.Take(directory / L"host.lock").kind, ErrorKind::None);
     EXPECT_TRUE(lock.IsHeld());
 }
 
 TEST(FileLockTest, ItCanBeTakenAgainOnceReleased) {
-    const TemporaryFolder folder;
+    const TemporaryDirectory directory;
     FileLock first;
     FileLock second;
-    ASSERT_FALSE(first.Take(folder / L"host.lock"));
+    ASSERT_FALSE(first.Take(directory / L"host.lock"));
     first.Release();
-    EXPECT_EQ(second.Take(folder / L"host.lock").kind, ErrorKind::None);
+    EXPECT_EQ(second.Take(directory / L"host.lock").kind, ErrorKind::None);
 }
 
 TEST(FileLockTest, MovingHandsItOn) {
-    const TemporaryFolder folder;
+    const TemporaryDirectory directory;
     FileLock first;
-    ASSERT_FALSE(first.Take(folder / L"host.lock"));
+    ASSERT_FALSE(first.Take(directory / L"host.lock"));
     const FileLock second = std::move(first);
     FileLock third;
     EXPECT_TRUE(second.IsHeld());
-    EXPECT_EQ(third.Take(folder / L"host.lock").kind, ErrorKind::InUse);
+    EXPECT_EQ(third.Take(directory / L"host.lock").kind, ErrorKind::InUse);
 }
 
-TEST(FileLockTest, AFolderThatIsMissingIsAnError) {
-    const TemporaryFolder folder;
+TEST(FileLockTest, ADirectoryThatIsMissingIsAnError) {
+    const TemporaryDirectory directory;
     FileLock lock;
-    EXPECT_EQ(lock.Take(folder / L"nowhere\\host.lock").kind, ErrorKind::NotFound);
+    EXPECT_EQ(lock.Take(directory / L"nowhere\\host.lock").kind, ErrorKind::NotFound);
 }
 
 TEST(FileLockTest, WhetherItIsHeldCanBeAskedWithoutTakingIt) {
-    const TemporaryFolder folder;
-    EXPECT_FALSE(platform::IsLocked(folder / L"host.lock"));
+    const TemporaryDirectory directory;
+    EXPECT_FALSE(platform::IsLocked(directory / L"host.lock"));
     FileLock lock;
-    ASSERT_FALSE(lock.Take(folder / L"host.lock"));
-    EXPECT_TRUE(platform::IsLocked(folder / L"host.lock"));
+    ASSERT_FALSE(lock.Take(directory / L"host.lock"));
+    EXPECT_TRUE(platform::IsLocked(directory / L"host.lock"));
     lock.Release();
-    EXPECT_FALSE(platform::IsLocked(folder / L"host.lock"));
-    EXPECT_FALSE(lock.Take(folder / L"host.lock"));
+    EXPECT_FALSE(platform::IsLocked(directory / L"host.lock"));
+    EXPECT_FALSE(lock.Take(directory / L"host.lock"));
 }
 
 TEST(FileLockTest, OthersReadWhatItsHolderWrote) {
-    const TemporaryFolder folder;
-    WriteTextFile(folder / L"host.lock", "the long text of a holder that has died");
+    const TemporaryDirectory directory;
+    WriteTextFile(directory / L"host.lock", "the long text of a holder that has died");
     FileLock lock;
-    ASSERT_FALSE(lock.Take(folder / L"host.lock"));
+    ASSERT_FALSE(lock.Take(directory / L"host.lock"));
     EXPECT_FALSE(lock.Write("first"));
     EXPECT_FALSE(lock.Write("2nd"));
-    EXPECT_EQ(ReadTextFile(folder / L"host.lock"), "2nd");
-    EXPECT_TRUE(platform::IsLocked(folder / L"host.lock"));
+    EXPECT_EQ(ReadTextFile(directory / L"host.lock"), "2nd");
+    EXPECT_TRUE(platform::IsLocked(directory / L"host.lock"));
 }
 
 TEST(FileLockTest, RemovingItLeavesNoFileAndNoLock) {
-    const TemporaryFolder folder;
+    const TemporaryDirectory directory;
     FileLock first;
-    ASSERT_FALSE(first.Take(folder / L"host.lock"));
+    ASSERT_FALSE(first.Take(directory / L"host.lock"));
     first.Remove();
     EXPECT_FALSE(first.IsHeld());
-    EXPECT_FALSE(platform::Exists(folder / L"host.lock"));
+    EXPECT_FALSE(platform::Exists(directory / L"host.lock"));
     FileLock second;
-    EXPECT_FALSE(second.Take(folder / L"host.lock"));
+    EXPECT_FALSE(second.Take(directory / L"host.lock"));
 }
 
 /// Takes the lock `rounds` times among others; counts how often it was not alone.
@@ -107,11 +107,11 @@ int CountCompany(const std::wstring& path, int rounds, std::atomic<int>& holders
 }
 
 TEST(FileLockTest, ItIsHeldByOneAtATimeThoughEachRemovesItsFile) {
-    const TemporaryFolder folder;
+    const TemporaryDirectory directory;
     std::atomic<int> holders = 0;
     std::vector<std::future<int>> takers;
     for (int taker = 0; taker < 4; ++taker) {
-        takers.push_back(std::async(std::launch::async, CountCompany, folder / L"host.lock", 50, std::ref(holders)));
+        takers.push_back(std::async(std::launch::async, CountCompany, directory / L"host.lock", 50, std::ref(holders)));
     }
     for (std::future<int>& taker : takers) {
         EXPECT_EQ(taker.get(), 0);

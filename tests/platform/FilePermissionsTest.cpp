@@ -4,7 +4,7 @@
 
 #include "platform/SystemHelpers.h"
 #include "platform/files/FileSystem.h"
-#include "support/TemporaryFolder.h"
+#include "support/TemporaryDirectory.h"
 
 namespace {
 
@@ -15,8 +15,8 @@ class FilePermissionsTest : public testing::Test {
 protected:
     FilePermissionsTest() { WriteTextFile(file, "content"); }
 
-    const TemporaryFolder folder;
-    const std::wstring inner = folder / L"inner";
+    const TemporaryDirectory directory;
+    const std::wstring inner = directory / L"inner";
     const std::wstring file = inner + L"\\settings.json";
 };
 
@@ -30,18 +30,18 @@ TEST_F(FilePermissionsTest, AFileThatEverybodyMayWriteIsAnybodys) {
     EXPECT_TRUE(IsWorldWritable(file));
 }
 
-TEST_F(FilePermissionsTest, AFileInAFolderThatEverybodyMayWriteIsAnybodys) {
+TEST_F(FilePermissionsTest, AFileInADirectoryThatEverybodyMayWriteIsAnybodys) {
     LetEverybodyWrite(inner);
     EXPECT_TRUE(IsWorldWritable(file));
     EXPECT_TRUE(IsReplaceableByOthers(inner));
 }
 
 TEST_F(FilePermissionsTest, WhatIsMissingIsNobodys) {
-    EXPECT_FALSE(IsWorldWritable(folder / L"missing"));
-    EXPECT_FALSE(IsReplaceableByOthers(folder / L"missing"));
+    EXPECT_FALSE(IsWorldWritable(directory / L"missing"));
+    EXPECT_FALSE(IsReplaceableByOthers(directory / L"missing"));
 }
 
-TEST_F(FilePermissionsTest, InAStickyFolderEverybodyKeepsHisOwn) {
+TEST_F(FilePermissionsTest, InAStickyDirectoryEverybodyKeepsHisOwn) {
     if (OnWindows()) {
         GTEST_SKIP() << "no sticky folders here";
     }
@@ -50,7 +50,7 @@ TEST_F(FilePermissionsTest, InAStickyFolderEverybodyKeepsHisOwn) {
     EXPECT_FALSE(IsReplaceableByOthers(inner));
 }
 
-TEST_F(FilePermissionsTest, InAFolderOfAnotherUserNothingIsSafe) {
+TEST_F(FilePermissionsTest, InADirectoryOfAnotherUserNothingIsSafe) {
     if (!GiveAway(inner)) {
         GTEST_SKIP() << "only root can give a folder away";
     }

@@ -4,7 +4,7 @@
 
 #include <gtest/gtest.h>
 
-#include "support/TemporaryFolder.h"
+#include "support/TemporaryDirectory.h"
 
 namespace {
 
@@ -18,10 +18,10 @@ std::string BytesAt(const platform::File& file, std::uint64_t offset, std::size_
 } // namespace
 
 TEST(FileTest, ReadsAtAnyPlace) {
-    const TemporaryFolder folder;
-    WriteTextFile(folder / L"a.txt", "0123456789");
+    const TemporaryDirectory directory;
+    WriteTextFile(directory / L"a.txt", "0123456789");
     platform::File file;
-    ASSERT_FALSE(file.OpenForReading(folder / L"a.txt"));
+    ASSERT_FALSE(file.OpenForReading(directory / L"a.txt"));
     EXPECT_EQ(BytesAt(file, 7, 2), "78");
     EXPECT_EQ(BytesAt(file, 0, 3), "012");
     EXPECT_EQ(BytesAt(file, 8, 100), "89");
@@ -30,11 +30,11 @@ TEST(FileTest, ReadsAtAnyPlace) {
 }
 
 TEST(FileTest, MakesAFileExecutableAndLeavesItsContentAlone) {
-    const TemporaryFolder folder;
+    const TemporaryDirectory directory;
     platform::File file;
-    ASSERT_FALSE(file.CreateNew(folder / L"tool", {}));
+    ASSERT_FALSE(file.CreateNew(directory / L"tool", {}));
     EXPECT_FALSE(file.Write("#!/bin/sh\n"));
     EXPECT_FALSE(file.MakeExecutable());
     file.Close();
-    EXPECT_EQ(ReadTextFile(folder / L"tool"), "#!/bin/sh\n");
+    EXPECT_EQ(ReadTextFile(directory / L"tool"), "#!/bin/sh\n");
 }

@@ -4,7 +4,7 @@
 
 #include "platform/files/Directories.h"
 #include "platform/files/NativePath.h"
-#include "support/TemporaryFolder.h"
+#include "support/TemporaryDirectory.h"
 #include "support/TestProcess.h"
 #include "text/Text.h"
 
@@ -12,21 +12,21 @@
 namespace {
 
 const std::wstring moduleFile = text::FromUtf8(CHAIN_MODULE_FILE);
-const std::wstring moduleFolder = platform::ProgramFolder() + L"\\chain_module";
-const std::wstring libraryFolder = platform::ProgramFolder() + L"\\chain_libraries";
-const std::wstring modulePath = moduleFolder + L"\\" + moduleFile;
+const std::wstring moduleDirectory = platform::ProgramDirectory() + L"\\chain_module";
+const std::wstring libraryDirectory = platform::ProgramDirectory() + L"\\chain_libraries";
+const std::wstring modulePath = moduleDirectory + L"\\" + moduleFile;
 
-using Folders = std::vector<std::wstring>;
+using Directories = std::vector<std::wstring>;
 
 /// What the process prints that loads `module` and asks it; `command` says how. The system looks in `searched` too.
-std::string Load(const std::wstring& command, const std::wstring& module, const Folders& directories,
-                 const Folders& searched = {}) {
+std::string Load(const std::wstring& command, const std::wstring& module, const Directories& directories,
+                 const Directories& searched = {}) {
     std::vector<std::wstring> arguments{command, module};
     arguments.insert(arguments.end(), directories.begin(), directories.end());
     platform::ProcessStart start = test_support::TestProcess(arguments);
     std::wstring list;
-    for (const std::wstring& folder : searched) {
-        list += platform::ToNativeText(folder) + platform::pathListSeparator;
+    for (const std::wstring& directory : searched) {
+        list += platform::ToNativeText(directory) + platform::pathListSeparator;
     }
     if (!list.empty()) {
         list.pop_back();
@@ -35,8 +35,8 @@ std::string Load(const std::wstring& command, const std::wstring& module, const 
     return test_support::RunToEnd(start).output;
 }
 
-void Copy(const std::wstring& from, const TemporaryFolder& folder, const std::wstring& file) {
-    WriteTextFile(folder / file, ReadTextFile(from + L"\\" + file));
+void Copy(const std::wstring& from, const TemporaryDirectory& directory, const std::wstring& file) {
+    WriteTextFile(directory / file, ReadTextFile(from + L"\\" + file));
 }
 
 constexpr auto works = "Answer: 42\n";
@@ -44,11 +44,11 @@ constexpr auto works = "Answer: 42\n";
 } // namespace
 
 TEST(ModuleSearchTest, ABareNameIsLookedForWhereTheSystemLooks) {
-    EXPECT_EQ(Load(L"load-module", moduleFile, {}, {moduleFolder, libraryFolder}), works);
+    EXPECT_EQ(Load(L"load-module", moduleFile, {}, {moduleDirectory, libraryDirectory}), works);
 }
 
 TEST(ModuleSearchTest, WhatAModuleNeedsIsLookedForWhereTheSystemLooks) {
-    EXPECT_EQ(Load(L"load-module", modulePath, {}, {libraryFolder}), works);
+    EXPECT_EQ(Load(L"load-module", modulePath, {}, {libraryDirectory}), works);
 }
 
 TEST(ModuleSearchTest, AModuleThatLacksALibraryIsNotLoadedAndTheSystemSaysWhy) {
@@ -58,23 +58,23 @@ TEST(ModuleSearchTest, AModuleThatLacksALibraryIsNotLoadedAndTheSystemSaysWhy) {
 }
 
 TEST(ModuleSearchTest, ANarrowedProgramFindsTheLibrariesOfNamedDirectories) {
-    const TemporaryFolder empty;
-    EXPECT_EQ(Load(L"load-module-narrowed", modulePath, {empty.Path(), libraryFolder}), works);
+    const TemporaryDirectory empty;
+    EXPECT_EQ(Load(L"load-module-narrowed", modulePath, {empty.Path(), libraryDirectory}), works);
     const std::string without = Load(L"load-module-narrowed", modulePath, {empty.Path()});
     EXPECT_TRUE(without.starts_with("not loaded: ")) << without;
 }
 
 TEST(ModuleSearchTest, ANarrowedProgramFindsTheLibrariesBesideTheModule) {
-    const TemporaryFolder folder;
-    Copy(moduleFolder, folder, moduleFile);
-    Copy(libraryFolder, folder, text::FromUtf8(CHAIN_LIBRARY_FILE));
-    Copy(libraryFolder, folder, text::FromUtf8(CHAIN_END_FILE));
-    EXPECT_EQ(Load(L"load-module-narrowed", folder / moduleFile, {}), works);
+    const TemporaryDirectory directory;
+    Copy(moduleDirectory, directory, moduleFile);
+    Copy(libraryDirectory, directory, text::FromUtf8(CHAIN_LIBRARY_FILE));
+    Copy(libraryDirectory, directory, text::FromUtf8(CHAIN_END_FILE));
+    EXPECT_EQ(Load(L"load-module-narrowed", directory / moduleFile, {}), works);
 }
 
 TEST(ModuleSearchTest, WhatIsNoLibraryInANamedDirectoryIsLeftToTheSystem) {
-    const TemporaryFolder folder;
-    WriteTextFile(folder / text::FromUtf8(CHAIN_LIBRARY_FILE), "no library");
-    const std::string output = Load(L"load-module-narrowed", modulePath, {folder.Path()});
+    const TemporaryDirectory directory;
+    WriteTextFile(directory / text::FromUtf8(CHAIN_LIBRARY_FILE), "no library");
+    const std::string output = Load(L"load-module-narrowed", modulePath, {directory.Path()});
     EXPECT_TRUE(output.starts_with("not loaded: ")) << output;
 }

@@ -6,7 +6,7 @@ namespace {
 
 using platform::FileName;
 using platform::IsAbsolute;
-using platform::ParentFolder;
+using platform::ParentDirectory;
 using platform::ResolveAgainst;
 
 bool OnWindows() {
@@ -103,15 +103,15 @@ TEST(NativePathTest, ParentAndNameTakeAPathApart) {
         {L"C:\\a\\b", L"C:\\a", L"b"},
     };
     for (const auto& row : table) {
-        EXPECT_EQ(ParentFolder(row.path), row.parent) << testing::PrintToString(row.path);
+        EXPECT_EQ(ParentDirectory(row.path), row.parent) << testing::PrintToString(row.path);
         EXPECT_EQ(FileName(row.path), row.name) << testing::PrintToString(row.path);
     }
 }
 
 TEST(NativePathTest, TheParentOfWhatStandsInADriveOrShareIsItsRoot) {
-    EXPECT_EQ(ParentFolder(L"C:\\a"), OnWindows() ? L"C:\\" : L"C:");
-    EXPECT_EQ(ParentFolder(L"C:\\"), OnWindows() ? L"" : L"C:");
-    EXPECT_EQ(ParentFolder(L"\\\\server\\share\\x"), OnWindows() ? L"\\\\server\\share\\" : L"\\\\server\\share");
+    EXPECT_EQ(ParentDirectory(L"C:\\a"), OnWindows() ? L"C:\\" : L"C:");
+    EXPECT_EQ(ParentDirectory(L"C:\\"), OnWindows() ? L"" : L"C:");
+    EXPECT_EQ(ParentDirectory(L"\\\\server\\share\\x"), OnWindows() ? L"\\\\server\\share\\" : L"\\\\server\\share");
 }
 
 TEST(NativePathTest, NamesAreComparedAsThisSystemDoes) {

@@ -9,7 +9,7 @@
 #include "platform/files/NativePath.h"
 #include "platform/processes/Waiting.h"
 #include "platform/terminal/ErrorOutput.h"
-#include "support/TemporaryFolder.h"
+#include "support/TemporaryDirectory.h"
 #include "support/TestProcess.h"
 #include "text/Text.h"
 
@@ -39,21 +39,21 @@ ErrorKind StartFails(const ProcessStart& start) {
 
 } // namespace
 
-TEST(ProcessTest, ACurrentFolderMayBeLongerThanTheOldLimitOfWindows) {
-    const TemporaryFolder folder;
-    std::wstring longFolder = folder.Path();
-    while (longFolder.size() < 400) {
-        longFolder += L"\\a folder with quite a long name of its own";
+TEST(ProcessTest, ACurrentDirectoryMayBeLongerThanTheOldLimitOfWindows) {
+    const TemporaryDirectory directory;
+    std::wstring longDirectory = directory.Path();
+    while (longDirectory.size() < 400) {
+        longDirectory += L"\\a folder with quite a long name of its own";
     }
-    ASSERT_FALSE(platform::EnsureFolder(longFolder));
+    ASSERT_FALSE(platform::EnsureDirectory(longDirectory));
     ProcessStart start = TestProcess({L"print-folder"});
-    start.currentFolder = longFolder;
+    start.currentDirectory = longDirectory;
     const Ending ending = RunToEnd(start);
     EXPECT_EQ(ending.exitCode, 0);
     // On Windows by another name.
     const std::wstring printed = text::FromUtf8(ending.output.substr(0, ending.output.find_first_of("\r\n")));
-    EXPECT_EQ(platform::IdentityOf(printed), platform::IdentityOf(longFolder)) << ending.output;
-    EXPECT_TRUE(platform::IdentityOf(longFolder).has_value());
+    EXPECT_EQ(platform::IdentityOf(printed), platform::IdentityOf(longDirectory)) << ending.output;
+    EXPECT_TRUE(platform::IdentityOf(longDirectory).has_value());
 }
 
 TEST(ProcessTest, AProcessThatEndsTellsItsExitCode) {
@@ -125,10 +125,10 @@ TEST(ProcessTest, StandardErrorCanHaveAPlaceOfItsOwn) {
     EXPECT_EQ(test_support::ReadToEnd(errors), "error\n");
 }
 
-TEST(ProcessTest, AProcessRunsInItsCurrentFolder) {
+TEST(ProcessTest, AProcessRunsInItsCurrentDirectory) {
     ProcessStart start = TestProcess({L"print-folder"});
-    start.currentFolder = platform::ProgramFolder();
-    EXPECT_EQ(RunToEnd(start).output, text::ToUtf8(platform::ToNativeText(platform::ProgramFolder())) + "\n");
+    start.currentDirectory = platform::ProgramDirectory();
+    EXPECT_EQ(RunToEnd(start).output, text::ToUtf8(platform::ToNativeText(platform::ProgramDirectory())) + "\n");
 }
 
 TEST(ProcessTest, VariablesAreSetAndRemovedAndTheRestIsHandedDown) {
@@ -146,16 +146,16 @@ TEST(ProcessTest, ABareNameIsLookedUpInPathOnly) {
     ProcessStart start = TestProcess({L"exit", L"3"});
     start.program = L"test_process";
     start.searchPath = true;
-    start.currentFolder = platform::ProgramFolder();
+    start.currentDirectory = platform::ProgramDirectory();
     EXPECT_EQ(StartFails(start), ErrorKind::NotFound);
 }
 
 TEST(ProcessTest, ABatchFileIsNoProgram) {
-    const TemporaryFolder folder;
+    const TemporaryDirectory directory;
     for (const wchar_t* const name : {L"harmless.bat", L"harmless.CMD", L"harmless.exe.bat"}) {
-        WriteTextFile(folder / name, "echo started\r\n");
+        WriteTextFile(directory / name, "echo started\r\n");
         ProcessStart start;
-        start.program = folder / name;
+        start.program = directory / name;
         EXPECT_NE(StartFails(start), ErrorKind::None);
     }
 }
@@ -175,7 +175,7 @@ TEST(ProcessTest, WhatCannotBeStartedSaysWhy) {
     start.environment = {{L"A=B", L"c"}};
     EXPECT_EQ(StartFails(start), ErrorKind::NotSupported);
     start = TestProcess({L"exit", L"0"});
-    start.currentFolder = platform::ResolveAgainst(platform::ProgramFolder(), L"no_such_folder");
+    start.currentDirectory = platform::ResolveAgainst(platform::ProgramDirectory(), L"no_such_folder");
     EXPECT_NE(StartFails(start), ErrorKind::None);
 }
 

@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "platform/SystemHelpers.h"
-#include "support/TemporaryFolder.h"
+#include "support/TemporaryDirectory.h"
 
 namespace {
 
@@ -14,12 +14,12 @@ protected:
     /// The value of the key "CADName" in "[Scenario]". Every text gets a file of its own, because Windows may keep what
     /// it has read for a moment.
     std::wstring Read(const std::string& content) {
-        const std::wstring path = folder / (L"scenario" + std::to_wstring(++files) + L".adc");
+        const std::wstring path = directory / (L"scenario" + std::to_wstring(++files) + L".adc");
         WriteTextFile(path, content);
         return ReadProfileText(path, L"Scenario", L"CADName");
     }
 
-    TemporaryFolder folder;
+    TemporaryDirectory directory;
     int files = 0;
 };
 
@@ -111,20 +111,20 @@ TEST_F(ProfileFileTest, Utf8IsReadWhereTheSystemHasNoCodePages) {
 }
 
 TEST_F(ProfileFileTest, WhatCannotBeReadHasNoValues) {
-    EXPECT_EQ(ReadProfileText(folder / L"missing.adc", L"Scenario", L"CADName"), L"");
-    EXPECT_EQ(ReadProfileText(folder.Path(), L"Scenario", L"CADName"), L"");
+    EXPECT_EQ(ReadProfileText(directory / L"missing.adc", L"Scenario", L"CADName"), L"");
+    EXPECT_EQ(ReadProfileText(directory.Path(), L"Scenario", L"CADName"), L"");
     EXPECT_EQ(ReadProfileText(L"", L"Scenario", L"CADName"), L"");
-    WriteTextFile(folder / L"a.adc", "[Scenario]\r\nCADName=STL\r\n");
-    EXPECT_EQ(ReadProfileText((folder / L"a.adc") + std::wstring(1, L'\0'), L"Scenario", L"CADName"), L"");
-    EXPECT_EQ(ReadProfileText(folder.Path() + L"/a.adc", L"Scenario", L"CADName"), L"STL");
+    WriteTextFile(directory / L"a.adc", "[Scenario]\r\nCADName=STL\r\n");
+    EXPECT_EQ(ReadProfileText((directory / L"a.adc") + std::wstring(1, L'\0'), L"Scenario", L"CADName"), L"");
+    EXPECT_EQ(ReadProfileText(directory.Path() + L"/a.adc", L"Scenario", L"CADName"), L"STL");
 }
 
 TEST_F(ProfileFileTest, SeveralKeysAreAnsweredInTheirOrder) {
-    const std::wstring path = folder / L"several.adc";
+    const std::wstring path = directory / L"several.adc";
     WriteTextFile(path, "[Scenario]\r\nCADName=STL\r\nCADExt=stl,obj\r\n");
     EXPECT_EQ(platform::ReadProfileTexts(path, L"Scenario", {L"CADExt", L"SecondInput", L"cadname"}),
               (std::vector<std::wstring>{L"stl,obj", L"", L"STL"}));
-    EXPECT_EQ(platform::ReadProfileTexts(folder / L"missing.adc", L"Scenario", {L"CADExt", L"CADName"}),
+    EXPECT_EQ(platform::ReadProfileTexts(directory / L"missing.adc", L"Scenario", {L"CADExt", L"CADName"}),
               std::vector<std::wstring>(2));
 }
 

@@ -16,7 +16,7 @@ class ProgramSearchTest : public testing::Test {
 protected:
     ~ProgramSearchTest() override { platform::SetEnvironment(L"PATH", before); }
     static void SetPath(const std::wstring& path) { platform::SetEnvironment(L"PATH", path); }
-    static std::wstring Programs() { return platform::ToNativeText(platform::ProgramFolder()); }
+    static std::wstring Programs() { return platform::ToNativeText(platform::ProgramDirectory()); }
 
     const std::wstring before = platform::GetEnvironment(L"PATH").value_or(L"");
     const std::wstring separator = std::wstring(1, platform::pathListSeparator);
@@ -24,12 +24,12 @@ protected:
 
 } // namespace
 
-TEST_F(ProgramSearchTest, AProgramIsFoundInAFolderOfPath) {
-    SetPath(platform::ToNativeText(platform::TemporaryFolder()) + separator + Programs());
+TEST_F(ProgramSearchTest, AProgramIsFoundInADirectoryOfPath) {
+    SetPath(platform::ToNativeText(platform::TemporaryDirectory()) + separator + Programs());
     EXPECT_EQ(FindProgram(L"test_process"), test_support::ProgramPath(L"test_process"));
 }
 
-TEST_F(ProgramSearchTest, TheCurrentFolderIsNotSearched) {
+TEST_F(ProgramSearchTest, TheCurrentDirectoryIsNotSearched) {
     SetPath(L"." + separator + separator + L"bin");
     EXPECT_EQ(FindProgram(L"test_process"), std::nullopt);
     SetPath(L"");
@@ -45,8 +45,8 @@ TEST_F(ProgramSearchTest, OnlyABareNameIsLookedUp) {
     EXPECT_EQ(FindProgram(L"no_such_program"), std::nullopt);
 }
 
-TEST_F(ProgramSearchTest, AFolderIsNoProgram) {
-    EXPECT_FALSE(platform::IsProgramFile(platform::ProgramFolder()));
+TEST_F(ProgramSearchTest, ADirectoryIsNoProgram) {
+    EXPECT_FALSE(platform::IsProgramFile(platform::ProgramDirectory()));
     EXPECT_TRUE(platform::IsProgramFile(test_support::ProgramPath(L"test_process")));
     EXPECT_FALSE(platform::IsProgramFile(test_support::ProgramPath(L"test_process") + std::wstring(1, L'\0')));
 }

@@ -2,7 +2,7 @@
 
 #include "platform/SystemHelpers.h"
 #include "platform/files/FileSystem.h"
-#include "support/TemporaryFolder.h"
+#include "support/TemporaryDirectory.h"
 
 namespace {
 
@@ -12,8 +12,8 @@ using platform::RemoveTree;
 
 class RemoveTreeTest : public testing::Test {
 protected:
-    TemporaryFolder folder;
-    const std::wstring tree = folder / L"tree";
+    TemporaryDirectory directory;
+    const std::wstring tree = directory / L"tree";
 };
 
 std::wstring Chain(int levels) {
@@ -24,56 +24,56 @@ std::wstring Chain(int levels) {
     return chain;
 }
 
-TEST_F(RemoveTreeTest, RemovesAFolderWithAllItHolds) {
+TEST_F(RemoveTreeTest, RemovesADirectoryWithAllItHolds) {
     WriteTextFile(tree + L"\\a\\b\\c.txt", "x");
     WriteTextFile(tree + L"\\a\\.hidden", "x");
     WriteTextFile(tree + L"\\d.txt", "x");
-    ASSERT_FALSE(platform::CreateFolder(tree + L"\\empty\\empty"));
-    WriteTextFile(folder / L"beside", "kept");
+    ASSERT_FALSE(platform::CreateNewDirectory(tree + L"\\empty\\empty"));
+    WriteTextFile(directory / L"beside", "kept");
     EXPECT_FALSE(RemoveTree(tree));
     EXPECT_FALSE(Exists(tree));
-    EXPECT_TRUE(Exists(folder / L"beside"));
+    EXPECT_TRUE(Exists(directory / L"beside"));
 }
 
 TEST_F(RemoveTreeTest, ManySiblingsGoToo) {
     for (int i = 0; i < 300; ++i) {
-        ASSERT_FALSE(platform::CreateFolder(tree + L"\\folder" + std::to_wstring(i)));
+        ASSERT_FALSE(platform::CreateNewDirectory(tree + L"\\folder" + std::to_wstring(i)));
         ASSERT_FALSE(platform::CreateEmptyFile(tree + L"\\file" + std::to_wstring(i)));
     }
     EXPECT_FALSE(RemoveTree(tree + L"\\"));
     EXPECT_FALSE(Exists(tree));
 }
 
-TEST_F(RemoveTreeTest, OnlyARealFolderIsRemoved) {
-    WriteTextFile(folder / L"file", "kept");
-    EXPECT_EQ(RemoveTree(folder / L"missing").kind, ErrorKind::NotFound);
-    EXPECT_EQ(RemoveTree(folder / L"file").kind, ErrorKind::NotSupported);
+TEST_F(RemoveTreeTest, OnlyARealDirectoryIsRemoved) {
+    WriteTextFile(directory / L"file", "kept");
+    EXPECT_EQ(RemoveTree(directory / L"missing").kind, ErrorKind::NotFound);
+    EXPECT_EQ(RemoveTree(directory / L"file").kind, ErrorKind::NotSupported);
     EXPECT_EQ(RemoveTree(L"").kind, ErrorKind::NotFound);
-    EXPECT_TRUE(Exists(folder / L"file"));
+    EXPECT_TRUE(Exists(directory / L"file"));
 }
 
 TEST_F(RemoveTreeTest, ALinkIsRefused) {
     WriteTextFile(tree + L"\\file", "kept");
-    if (!MakeLink(tree, folder / L"link")) {
+    if (!MakeLink(tree, directory / L"link")) {
         GTEST_SKIP() << "no symbolic links here";
     }
-    EXPECT_EQ(RemoveTree(folder / L"link").kind, ErrorKind::NotSupported);
-    EXPECT_EQ(RemoveTree(folder / L"link\\").kind, ErrorKind::NotSupported);
+    EXPECT_EQ(RemoveTree(directory / L"link").kind, ErrorKind::NotSupported);
+    EXPECT_EQ(RemoveTree(directory / L"link\\").kind, ErrorKind::NotSupported);
     EXPECT_TRUE(Exists(tree + L"\\file"));
-    EXPECT_TRUE(Exists(folder / L"link"));
+    EXPECT_TRUE(Exists(directory / L"link"));
 }
 
 TEST_F(RemoveTreeTest, LinksInsideAreNotFollowed) {
-    WriteTextFile(folder / L"outside\\file", "kept");
-    ASSERT_FALSE(platform::CreateFolder(tree + L"\\sub"));
-    if (!MakeLink(folder / L"outside", tree + L"\\sub\\link")) {
+    WriteTextFile(directory / L"outside\\file", "kept");
+    ASSERT_FALSE(platform::CreateNewDirectory(tree + L"\\sub"));
+    if (!MakeLink(directory / L"outside", tree + L"\\sub\\link")) {
         GTEST_SKIP() << "no symbolic links here";
     }
-    ASSERT_TRUE(MakeLink(folder / L"outside\\file", tree + L"\\link"));
-    ASSERT_TRUE(MakeLink(folder / L"nothing", tree + L"\\broken"));
+    ASSERT_TRUE(MakeLink(directory / L"outside\\file", tree + L"\\link"));
+    ASSERT_TRUE(MakeLink(directory / L"nothing", tree + L"\\broken"));
     EXPECT_FALSE(RemoveTree(tree));
     EXPECT_FALSE(Exists(tree));
-    EXPECT_EQ(ReadTextFile(folder / L"outside\\file"), "kept");
+    EXPECT_EQ(ReadTextFile(directory / L"outside\\file"), "kept");
 }
 
 TEST_F(RemoveTreeTest, ReadOnlyEntriesAreRemoved) {
@@ -88,9 +88,9 @@ TEST_F(RemoveTreeTest, ReadOnlyEntriesAreRemoved) {
 TEST_F(RemoveTreeTest, DepthCostsNeitherStackNorOpenFiles) {
     // In two pieces, because a path that long could not be said to the system at once.
     const int levels = OnWindows() ? 200 : 1000;
-    ASSERT_FALSE(platform::CreateFolder(tree + Chain(levels)));
-    ASSERT_FALSE(platform::CreateFolder(folder / L"second" + Chain(levels)));
-    ASSERT_FALSE(platform::RenameFile(folder / L"second", tree + Chain(levels) + L"\\second"));
+    ASSERT_FALSE(platform::CreateNewDirectory(tree + Chain(levels)));
+    ASSERT_FALSE(platform::CreateNewDirectory(directory / L"second" + Chain(levels)));
+    ASSERT_FALSE(platform::RenameFile(directory / L"second", tree + Chain(levels) + L"\\second"));
     const ScopedOpenFileLimit limit(32);
     EXPECT_FALSE(RemoveTree(tree));
     EXPECT_FALSE(Exists(tree));

@@ -8,7 +8,7 @@
 #include "platform/SystemHelpers.h"
 #include "platform/files/FileSystem.h"
 #include "platform/files/FileSystemCalls.h"
-#include "support/TemporaryFolder.h"
+#include "support/TemporaryDirectory.h"
 
 namespace {
 
@@ -20,10 +20,10 @@ using platform::ReplaceFileKeepingBackup;
 class ReplaceFileTest : public testing::Test {
 protected:
     std::vector<std::wstring> Names() const {
-        std::vector<platform::FolderEntry> entries;
-        EXPECT_FALSE(platform::ListFolder(folder.Path(), entries));
+        std::vector<platform::DirectoryEntry> entries;
+        EXPECT_FALSE(platform::ListDirectory(directory.Path(), entries));
         std::vector<std::wstring> names;
-        for (const platform::FolderEntry& entry : entries) {
+        for (const platform::DirectoryEntry& entry : entries) {
             names.push_back(entry.name);
         }
         return names;
@@ -40,9 +40,9 @@ protected:
         return error;
     }
 
-    TemporaryFolder folder;
-    const std::wstring list = folder / L"list.json";
-    const std::wstring backup = folder / L"list.json.bak";
+    TemporaryDirectory directory;
+    const std::wstring list = directory / L"list.json";
+    const std::wstring backup = directory / L"list.json.bak";
 };
 
 TEST_F(ReplaceFileTest, WritesExactlyTheseBytes) {
@@ -55,8 +55,8 @@ TEST_F(ReplaceFileTest, WritesExactlyTheseBytes) {
 }
 
 TEST_F(ReplaceFileTest, MakesMissingParents) {
-    EXPECT_FALSE(ReplaceFile(folder / L"a\\b/c.json", "x"));
-    EXPECT_EQ(ReadTextFile(folder / L"a\\b\\c.json"), "x");
+    EXPECT_FALSE(ReplaceFile(directory / L"a\\b/c.json", "x"));
+    EXPECT_EQ(ReadTextFile(directory / L"a\\b\\c.json"), "x");
 }
 
 TEST_F(ReplaceFileTest, KeepsTheNarrowerPermissionsOfTheOldFile) {
@@ -70,24 +70,24 @@ TEST_F(ReplaceFileTest, KeepsTheNarrowerPermissionsOfTheOldFile) {
 }
 
 TEST_F(ReplaceFileTest, AFailureLeavesEverythingAsItWas) {
-    WriteTextFile(folder / L"folder\\inside", "kept");
-    WriteTextFile(folder / L"file", "kept");
-    EXPECT_TRUE(ReplaceFile(folder / L"folder", "x"));
-    EXPECT_EQ(ReplaceFile(folder / L"file\\below", "x").kind, ErrorKind::NotFound);
-    EXPECT_EQ(ReplaceFile(folder.Path() + L"\\", "x").kind, ErrorKind::NotFound);
+    WriteTextFile(directory / L"folder\\inside", "kept");
+    WriteTextFile(directory / L"file", "kept");
+    EXPECT_TRUE(ReplaceFile(directory / L"folder", "x"));
+    EXPECT_EQ(ReplaceFile(directory / L"file\\below", "x").kind, ErrorKind::NotFound);
+    EXPECT_EQ(ReplaceFile(directory.Path() + L"\\", "x").kind, ErrorKind::NotFound);
     EXPECT_EQ(ReplaceFile(L"", "x").kind, ErrorKind::NotFound);
-    EXPECT_EQ(ReadTextFile(folder / L"folder\\inside"), "kept");
-    EXPECT_EQ(ReadTextFile(folder / L"file"), "kept");
+    EXPECT_EQ(ReadTextFile(directory / L"folder\\inside"), "kept");
+    EXPECT_EQ(ReadTextFile(directory / L"file"), "kept");
     EXPECT_THAT(Names(), testing::UnorderedElementsAre(L"file", L"folder"));
 }
 
 TEST_F(ReplaceFileTest, ReplacesALinkAndNotWhatItLeadsTo) {
-    WriteTextFile(folder / L"elsewhere", "kept");
-    if (!MakeLink(folder / L"elsewhere", list)) {
+    WriteTextFile(directory / L"elsewhere", "kept");
+    if (!MakeLink(directory / L"elsewhere", list)) {
         GTEST_SKIP() << "no symbolic links here";
     }
     EXPECT_FALSE(ReplaceFile(list, "new"));
-    EXPECT_EQ(ReadTextFile(folder / L"elsewhere"), "kept");
+    EXPECT_EQ(ReadTextFile(directory / L"elsewhere"), "kept");
     EXPECT_EQ(ReadTextFile(list), "new");
 }
 
@@ -115,8 +115,8 @@ TEST_F(ReplaceFileTest, AFileThatIsSoonLetGoIsReplaced) {
 }
 
 TEST_F(ReplaceFileTest, WhatKilledWritersLeftIsRemovedAndNothingElse) {
-    WriteTextFile(folder / L"list.json.tmp-0123456789abcdef", "half");
-    WriteTextFile(folder / L"list.json.tmp-0000000000000000", "");
+    WriteTextFile(directory / L"list.json.tmp-0123456789abcdef", "half");
+    WriteTextFile(directory / L"list.json.tmp-0000000000000000", "");
     const wchar_t* const others[] = {L"list.json",
                                      L"other.json.tmp-0123456789abcdef",
                                      L"list.json.bak.tmp-0123456789abcdef",
@@ -125,14 +125,14 @@ TEST_F(ReplaceFileTest, WhatKilledWritersLeftIsRemovedAndNothingElse) {
                                      L"list.json.tmp-0123456789abcdeg",
                                      L".tmp-0123456789abcdef"};
     for (const wchar_t* const name : others) {
-        WriteTextFile(folder / name, "kept");
+        WriteTextFile(directory / name, "kept");
     }
     platform::RemoveStaleTemporaries(list);
     EXPECT_THAT(Names(), testing::UnorderedElementsAreArray(others));
 }
 
 TEST_F(ReplaceFileTest, TheLongestNamesCanBeReplacedToo) {
-    const std::wstring longest = folder / std::wstring(255, L'n');
+    const std::wstring longest = directory / std::wstring(255, L'n');
     EXPECT_FALSE(ReplaceFile(longest, "one"));
     EXPECT_EQ(ReadTextFile(longest), "one");
     platform::RemoveStaleTemporaries(longest);
@@ -165,7 +165,7 @@ TEST_F(ReplaceFileTest, ABackupThatIsTheSameFileAlreadyIsNoObstacle) {
 
 TEST_F(ReplaceFileTest, ABackupThatCannotBeMadeStopsTheReplacement) {
     WriteTextFile(list, "one");
-    WriteTextFile(folder / L"list.json.bak\\inside", "");
+    WriteTextFile(directory / L"list.json.bak\\inside", "");
     EXPECT_TRUE(Replace("two"));
     EXPECT_EQ(ReadTextFile(list), "one");
     EXPECT_THAT(Names(), testing::UnorderedElementsAre(L"list.json", L"list.json.bak"));

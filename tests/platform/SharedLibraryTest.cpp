@@ -4,7 +4,7 @@
 
 #include "CommonControllerLib/Export.h"
 #include "platform/files/Directories.h"
-#include "support/TemporaryFolder.h"
+#include "support/TemporaryDirectory.h"
 #include "text/Text.h"
 
 // An export of the program itself, which a null module must not lead to.
@@ -21,7 +21,7 @@ using platform::FreeModule;
 using platform::LoadModule;
 
 std::wstring ModulePath() {
-    return platform::ProgramFolder() + L"/" + text::FromUtf8(TEST_MODULE_FILE);
+    return platform::ProgramDirectory() + L"/" + text::FromUtf8(TEST_MODULE_FILE);
 }
 
 TEST(SharedLibraryTest, AnExportOfALoadedModuleCanBeCalled) {
@@ -47,19 +47,19 @@ TEST(SharedLibraryTest, EveryLoadTakesAReference) {
 }
 
 TEST(SharedLibraryTest, WhatIsNoModuleIsNotLoaded) {
-    const TemporaryFolder folder;
-    WriteTextFile(folder / L"text.dll", "not a module");
-    EXPECT_EQ(LoadModule(folder / L"text.dll"), nullptr);
-    EXPECT_EQ(LoadModule(folder / L"missing.dll"), nullptr);
-    EXPECT_EQ(LoadModule(folder.Path()), nullptr);
+    const TemporaryDirectory directory;
+    WriteTextFile(directory / L"text.dll", "not a module");
+    EXPECT_EQ(LoadModule(directory / L"text.dll"), nullptr);
+    EXPECT_EQ(LoadModule(directory / L"missing.dll"), nullptr);
+    EXPECT_EQ(LoadModule(directory.Path()), nullptr);
     EXPECT_EQ(LoadModule(ModulePath() + std::wstring(1, L'\0')), nullptr);
     EXPECT_EQ(LoadModule(L""), nullptr);
 }
 
 TEST(SharedLibraryTest, TheSystemSaysWhyAModuleCannotBeLoaded) {
-    const TemporaryFolder folder;
-    WriteTextFile(folder / L"text.dll", "not a module");
-    for (const std::wstring& path : {folder / L"text.dll", folder / L"missing.dll", std::wstring()}) {
+    const TemporaryDirectory directory;
+    WriteTextFile(directory / L"text.dll", "not a module");
+    for (const std::wstring& path : {directory / L"text.dll", directory / L"missing.dll", std::wstring()}) {
         EXPECT_FALSE(platform::LoadProblem(path).empty());
     }
     EXPECT_EQ(platform::LoadProblem(ModulePath()), L"");

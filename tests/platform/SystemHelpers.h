@@ -9,7 +9,7 @@
 /// True on the system whose rules the Windows rows of a table are for.
 bool OnWindows();
 
-/// A symbolic link to a folder or file; false where this system or user cannot make one.
+/// A symbolic link to a directory or file; false where this system or user cannot make one.
 [[nodiscard]] bool MakeLink(const std::wstring& target, const std::wstring& link);
 
 /// Takes away the right to write: the attribute on Windows, the permissions (0555) on Linux.
@@ -19,13 +19,13 @@ void MakeReadOnly(const std::wstring& path);
 std::optional<std::uint32_t> PermissionsOf(const std::wstring& path);
 void SetPermissions(const std::wstring& path, std::uint32_t permissions);
 
-/// Lets every user of the machine write a file, or into a folder.
+/// Lets every user of the machine write a file, or into a directory.
 void LetEverybodyWrite(const std::wstring& path);
-/// Gives a file or folder to another user; false where that is not possible.
+/// Gives a file or directory to another user; false where that is not possible.
 [[nodiscard]] bool GiveAway(const std::wstring& path);
 
 /// Makes an empty file whose name is these bytes; false on Windows, where names are wide.
-[[nodiscard]] bool MakeFileOfBytes(const std::wstring& folder, const std::string& name);
+[[nodiscard]] bool MakeFileOfBytes(const std::wstring& directory, const std::string& name);
 
 /// Makes a named pipe that nobody writes to; false on Windows.
 [[nodiscard]] bool MakeNamedPipe(const std::wstring& path);
@@ -39,13 +39,13 @@ public:
     ScopedTimeZone& operator=(const ScopedTimeZone&) = delete;
 };
 
-/// The process works in a folder while this lives.
-class ScopedCurrentFolder {
+/// The process works in a directory while this lives.
+class ScopedCurrentDirectory {
 public:
-    explicit ScopedCurrentFolder(const std::wstring& folder);
-    ~ScopedCurrentFolder();
-    ScopedCurrentFolder(const ScopedCurrentFolder&) = delete;
-    ScopedCurrentFolder& operator=(const ScopedCurrentFolder&) = delete;
+    explicit ScopedCurrentDirectory(const std::wstring& directory);
+    ~ScopedCurrentDirectory();
+    ScopedCurrentDirectory(const ScopedCurrentDirectory&) = delete;
+    ScopedCurrentDirectory& operator=(const ScopedCurrentDirectory&) = delete;
 
 private:
     std::wstring previous;

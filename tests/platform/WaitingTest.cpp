@@ -7,11 +7,11 @@
 #include "platform/files/FileSystem.h"
 #include "platform/processes/Process.h"
 #include "support/Deadline.h"
-#include "support/TemporaryFolder.h"
+#include "support/TemporaryDirectory.h"
 #include "support/TestProcess.h"
 
+using platform::DirectoryWatch;
 using platform::Event;
-using platform::FolderWatch;
 using platform::WaitForAny;
 using std::chrono::milliseconds;
 using test_support::patience;
@@ -64,31 +64,31 @@ TEST(WaitingTest, AHandleThatIsNotOpenCountsAsSignalled) {
     EXPECT_EQ(WaitForAny({event.Handle(), reinterpret_cast<void*>(std::intptr_t{0x7ffffff0})}, patience), 1U);
 }
 
-TEST(WaitingTest_FolderWatch, ANewFileIsNoticed) {
-    const TemporaryFolder folder;
-    FolderWatch watch(folder.Path());
+TEST(WaitingTest_DirectoryWatch, ANewFileIsNoticed) {
+    const TemporaryDirectory directory;
+    DirectoryWatch watch(directory.Path());
     ASSERT_NE(watch.Handle(), nullptr);
     EXPECT_EQ(WaitForAny({watch.Handle()}, milliseconds(0)), std::nullopt);
-    ASSERT_FALSE(platform::CreateEmptyFile(folder / L"killprocess"));
+    ASSERT_FALSE(platform::CreateEmptyFile(directory / L"killprocess"));
     EXPECT_EQ(WaitForAny({watch.Handle()}, patience), 0U);
 }
 
-TEST(WaitingTest_FolderWatch, EachChangeAfterRearmingIsNoticed) {
-    const TemporaryFolder folder;
-    FolderWatch watch(folder.Path());
-    ASSERT_FALSE(platform::CreateEmptyFile(folder / L"a"));
+TEST(WaitingTest_DirectoryWatch, EachChangeAfterRearmingIsNoticed) {
+    const TemporaryDirectory directory;
+    DirectoryWatch watch(directory.Path());
+    ASSERT_FALSE(platform::CreateEmptyFile(directory / L"a"));
     ASSERT_EQ(WaitForAny({watch.Handle()}, patience), 0U);
     watch.Rearm();
-    ASSERT_FALSE(platform::RenameFile(folder / L"a", folder / L"b"));
+    ASSERT_FALSE(platform::RenameFile(directory / L"a", directory / L"b"));
     ASSERT_EQ(WaitForAny({watch.Handle()}, patience), 0U);
     watch.Rearm();
-    ASSERT_FALSE(platform::RemoveFile(folder / L"b"));
+    ASSERT_FALSE(platform::RemoveFile(directory / L"b"));
     EXPECT_EQ(WaitForAny({watch.Handle()}, patience), 0U);
 }
 
-TEST(WaitingTest_FolderWatch, AFolderThatIsMissingCannotBeWatched) {
-    const TemporaryFolder folder;
-    FolderWatch watch(folder / L"missing");
+TEST(WaitingTest_DirectoryWatch, ADirectoryThatIsMissingCannotBeWatched) {
+    const TemporaryDirectory directory;
+    DirectoryWatch watch(directory / L"missing");
     EXPECT_EQ(watch.Handle(), nullptr);
     watch.Rearm();
 }

@@ -15,23 +15,23 @@
 
 namespace {
 
-std::wstring InCurrentFolder(const std::wstring& name) {
-    return platform::ResolveAgainst(platform::CurrentFolder(), name);
+std::wstring InCurrentDirectory(const std::wstring& name) {
+    return platform::ResolveAgainst(platform::CurrentDirectory(), name);
 }
 
 /// A half report in the place of the whole one, again and again, until somebody asks to stop.
 void WriteHalfReports(const std::wstring& name) {
     const std::string whole = R"({"version":1,"progressInfoList":[{"progress":30,"message":"half)";
-    for (std::size_t length = 0; !platform::Exists(InCurrentFolder(run_protocol::killFileName)); ++length) {
+    for (std::size_t length = 0; !platform::Exists(InCurrentDirectory(run_protocol::killFileName)); ++length) {
         platform::File file;
         // Whoever reads it may hold it just now.
-        (void)file.OpenForAppending(InCurrentFolder(name), true);
+        (void)file.OpenForAppending(InCurrentDirectory(name), true);
         (void)file.Write(std::string_view(whole).substr(0, length % whole.size()));
     }
 }
 
-void MakeFolder(const std::wstring& name) {
-    if (platform::EnsureFolder(InCurrentFolder(name))) {
+void MakeDirectory(const std::wstring& name) {
+    if (platform::EnsureDirectory(InCurrentDirectory(name))) {
         throw std::runtime_error("cannot make a folder");
     }
 }
@@ -59,7 +59,7 @@ void ThrowWhatNobodyCatches(const std::wstring&) noexcept {
 Steps CommonBadBehaviours() {
     return {
         {L"write half reports ", WriteHalfReports},
-        {L"make folder ", MakeFolder},
+        {L"make folder ", MakeDirectory},
         {L"print megabytes ", PrintMegabytes},
         {L"throw what nobody catches", ThrowWhatNobodyCatches},
         {L"abort", Abort},

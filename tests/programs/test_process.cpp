@@ -32,7 +32,7 @@ void Print(const std::wstring& text) {
 }
 
 std::wstring OwnProgram() {
-    return platform::ResolveAgainst(platform::ProgramFolder(), L"test_process" CONTROLLER_PROGRAM_SUFFIX);
+    return platform::ResolveAgainst(platform::ProgramDirectory(), L"test_process" CONTROLLER_PROGRAM_SUFFIX);
 }
 
 /// Another of this program, in a session of its own. It inherits the handle that shows the test who still lives.
@@ -83,8 +83,8 @@ int PrintVariable(const Arguments& arguments) {
     return 0;
 }
 
-int PrintFolder(const Arguments&) {
-    Print(platform::ToNativeText(platform::CurrentFolder()));
+int PrintDirectory(const Arguments&) {
+    Print(platform::ToNativeText(platform::CurrentDirectory()));
     return 0;
 }
 
@@ -199,7 +199,7 @@ int Run(const Arguments& arguments) {
         {L"exit", Exit},
         {L"echo", Echo},
         {L"print-variable", PrintVariable},
-        {L"print-folder", PrintFolder},
+        {L"print-folder", PrintDirectory},
         {L"print-lines", PrintLines},
         {L"print-to-both-streams", PrintToBothStreams},
         {L"print-is-open", PrintIsOpen},

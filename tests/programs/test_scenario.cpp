@@ -27,8 +27,8 @@ using Words = std::vector<std::wstring>;
 
 constexpr const wchar_t* stepsOption = L"--steps";
 
-std::wstring InCurrentFolder(const std::wstring& name) {
-    return platform::ResolveAgainst(platform::CurrentFolder(), name);
+std::wstring InCurrentDirectory(const std::wstring& name) {
+    return platform::ResolveAgainst(platform::CurrentDirectory(), name);
 }
 
 /// A test that waits for a file is told why it does not come.
@@ -43,13 +43,13 @@ void Require(bool isWritten) {
 
 /// Lets the test know a process of the scenario.
 void NoteProcess(std::uint32_t number) {
-    Require(platform::CreateEmptyFile(InCurrentFolder(L"process-" + std::to_wstring(number))));
+    Require(platform::CreateEmptyFile(InCurrentDirectory(L"process-" + std::to_wstring(number))));
 }
 
 /// Another of this program with steps of its own, in a session of its own.
 platform::OwnedHandle StartAnother(const Words& steps) {
     platform::ProcessStart start;
-    start.program = platform::ResolveAgainst(platform::ProgramFolder(),
+    start.program = platform::ResolveAgainst(platform::ProgramDirectory(),
                                              std::wstring(L"test_scenario") + platform::programExtension);
     start.arguments = {stepsOption};
     start.arguments.insert(start.arguments.end(), steps.begin(), steps.end());
@@ -91,21 +91,21 @@ void PrintVariable(const std::wstring& name) {
 void WriteResult(const std::wstring& verdict) {
     const run_protocol::RunScenarioResult result{L"", verdict == L"success", {{7, L"its own words"}}, {}};
     Require(ControllerCSWrapper::CreateJsonFile(run_protocol::SerializeRunScenarioResult(result),
-                                                InCurrentFolder(run_protocol::resultFileName)));
+                                                InCurrentDirectory(run_protocol::resultFileName)));
 }
 
 void WriteUnusableResult(const std::wstring&) {
-    Require(platform::ReplaceFile(InCurrentFolder(run_protocol::resultFileName), "{"));
+    Require(platform::ReplaceFile(InCurrentDirectory(run_protocol::resultFileName), "{"));
 }
 
 void ReportProgress(const std::wstring& percentage) {
     Require(run_protocol::WriteFile(run_protocol::SerializeProgress(L"", std::stoi(percentage), L"getting on"),
-                                    InCurrentFolder(run_protocol::progressFileName)));
+                                    InCurrentDirectory(run_protocol::progressFileName)));
 }
 
 void WaitForFile(const std::wstring& name) {
-    platform::FolderWatch watch(platform::CurrentFolder());
-    while (!platform::Exists(InCurrentFolder(name))) {
+    platform::DirectoryWatch watch(platform::CurrentDirectory());
+    while (!platform::Exists(InCurrentDirectory(name))) {
         platform::WaitForAny({watch.Handle()}, std::nullopt);
         watch.Rearm();
     }
@@ -127,22 +127,22 @@ void HaveFamily(const std::wstring&) {
     platform::WaitForAny({passing.Get()}, std::nullopt);
 }
 
-/// Holds a lock in a folder for as long as the process lives, so that a test can tell whether it does.
-void LiveIn(const std::wstring& folder) {
+/// Holds a lock in a directory for as long as the process lives, so that a test can tell whether it does.
+void LiveIn(const std::wstring& directory) {
     static platform::FileLock life;
     const std::wstring name = std::to_wstring(platform::OwnProcessNumber()) + ControllerCSWrapper::CreateGuid();
-    if (const platform::Error error = life.Take(platform::ResolveAgainst(folder, name))) {
+    if (const platform::Error error = life.Take(platform::ResolveAgainst(directory, name))) {
         throw std::runtime_error("no sign of life: " + text::ToUtf8(error.Text()));
     }
 }
 
-void HaveChildLivingIn(const std::wstring& folder) {
-    StartAnother({L"live in " + folder, L"wait"});
+void HaveChildLivingIn(const std::wstring& directory) {
+    StartAnother({L"live in " + directory, L"wait"});
 }
 
 void BeReady(const std::wstring&) {
     NoteProcess(platform::OwnProcessNumber());
-    Require(platform::CreateEmptyFile(InCurrentFolder(L"ready")));
+    Require(platform::CreateEmptyFile(InCurrentDirectory(L"ready")));
 }
 
 void IgnoreRequests(const std::wstring&) {
@@ -214,7 +214,7 @@ Words StepsFrom(const Words& arguments) {
         return {arguments.begin() + 1, arguments.end()};
     }
     const bool isPackaged = arguments.size() == 1;
-    return ReadSteps(isPackaged ? platform::ResolveAgainst(platform::ProgramFolder(), L"steps.txt") : arguments[0]);
+    return ReadSteps(isPackaged ? platform::ResolveAgainst(platform::ProgramDirectory(), L"steps.txt") : arguments[0]);
 }
 
 } // namespace

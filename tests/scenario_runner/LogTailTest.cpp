@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "support/TemporaryFolder.h"
+#include "support/TemporaryDirectory.h"
 
 using scenario_runner::LastLines;
 using scenario_runner::ReadLogTail;
@@ -32,12 +32,12 @@ TEST(LogTailTest, AnEndlessLineIsCut) {
 }
 
 TEST(LogTailTest, OfALargeFileOnlyTheEndIsRead) {
-    const TemporaryFolder folder;
-    WriteTextFile(folder / L"scenario.log", std::string(1'000'000, 'x') + "\nlast\n");
-    EXPECT_EQ(ReadLogTail(folder / L"scenario.log"), std::wstring(1995, L'x') + L"\nlast");
+    const TemporaryDirectory directory;
+    WriteTextFile(directory / L"scenario.log", std::string(1'000'000, 'x') + "\nlast\n");
+    EXPECT_EQ(ReadLogTail(directory / L"scenario.log"), std::wstring(1995, L'x') + L"\nlast");
 }
 
 TEST(LogTailTest, AMissingFileHasNoLines) {
-    const TemporaryFolder folder;
-    EXPECT_EQ(ReadLogTail(folder / L"scenario.log"), L"");
+    const TemporaryDirectory directory;
+    EXPECT_EQ(ReadLogTail(directory / L"scenario.log"), L"");
 }

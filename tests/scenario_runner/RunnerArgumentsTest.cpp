@@ -9,7 +9,7 @@ using scenario_runner::RunnerArguments;
 
 namespace {
 
-const std::wstring workDir = platform::TemporaryFolder();
+const std::wstring workDir = platform::TemporaryDirectory();
 
 } // namespace
 

@@ -57,7 +57,7 @@ protected:
 
     void UsePackage() {
         place.scenarioPath = Absolute(L"\\s\\check.esa");
-        place.packageFolder = Absolute(L"\\w\\1\\package");
+        place.packageDirectory = Absolute(L"\\w\\1\\package");
     }
 
     settings::Settings settings;

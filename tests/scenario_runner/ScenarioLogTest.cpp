@@ -5,7 +5,7 @@
 #include "platform/files/File.h"
 #include "platform/files/FileSystem.h"
 #include "scenario_runner/UnreadableFile.h"
-#include "support/TemporaryFolder.h"
+#include "support/TemporaryDirectory.h"
 
 using scenario_runner::ScenarioLog;
 
@@ -21,9 +21,9 @@ protected:
     /// Line by line.
     void AppendEach(int first, int last);
 
-    const TemporaryFolder folder;
-    const std::wstring path = folder / L"scenario.log";
-    ScenarioLog log{folder / L"scenario.log", limit};
+    const TemporaryDirectory directory;
+    const std::wstring path = directory / L"scenario.log";
+    ScenarioLog log{directory / L"scenario.log", limit};
 };
 
 /// Lines of ten bytes.
@@ -104,7 +104,7 @@ TEST_F(ScenarioLogTest, ALineWithoutEndIsCutBetweenCharacters) {
 TEST_F(ScenarioLogTest, AnEarlierLogIsReplaced) {
     log.Append("old\n");
     log.Close();
-    ScenarioLog next(folder / L"scenario.log", limit);
+    ScenarioLog next(directory / L"scenario.log", limit);
     EXPECT_FALSE(next.Open());
     EXPECT_EQ(Content(), "");
 }

@@ -6,7 +6,7 @@
 #include <future>
 
 #include "formats/RunProtocol.h"
-#include "support/TemporaryFolder.h"
+#include "support/TemporaryDirectory.h"
 #include "support/TestProcess.h"
 
 using scenario_runner::RunEnding;
@@ -38,7 +38,7 @@ protected:
         return ending.get();
     }
 
-    const TemporaryFolder workDir;
+    const TemporaryDirectory workDir;
     const std::vector<void*> owners;
     const platform::StopSignal stopSignal;
     platform::ProcessTree tree;
@@ -55,11 +55,11 @@ TEST_F(SupervisorTest, AScenarioThatHeedsARequestBeforeItIsSeenHereWasStopped) {
     EXPECT_EQ(Supervise(), RunEnding::StopRequested);
 }
 
-TEST_F(SupervisorTest, ARequestByFileIsSeenWithoutAFolderWatch) {
+TEST_F(SupervisorTest, ARequestByFileIsSeenWithoutADirectoryWatch) {
     EXPECT_EQ(AskToStopByFile(std::chrono::hours(1)), RunEnding::StopRequested);
 }
 
-TEST_F(SupervisorTest, ARequestByFileIsSeenByTheFolderWatch) {
+TEST_F(SupervisorTest, ARequestByFileIsSeenByTheDirectoryWatch) {
     EXPECT_EQ(AskToStopByFile(std::chrono::milliseconds(0)), RunEnding::StopRequested);
 }
 

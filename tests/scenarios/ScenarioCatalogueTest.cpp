@@ -3,7 +3,7 @@
 #include "CommonControllerLib/FunctionManager.h"
 #include "doubles/RecordingCompanion.h"
 #include "engine/catalogue/ScenarioId.h"
-#include "support/TemporaryFolder.h"
+#include "support/TemporaryDirectory.h"
 
 #include <gtest/gtest.h>
 
@@ -15,11 +15,11 @@ using Texts = std::vector<std::wstring>;
 
 class ScenarioCatalogueTest : public testing::Test {
 protected:
-    void Search(const std::wstring& label = L"") { companion.scenarioDirectories = {{folder.Path(), label}}; }
-    void Write(const std::wstring& name, const std::string& content = "") { WriteTextFile(folder / name, content); }
+    void Search(const std::wstring& label = L"") { companion.scenarioDirectories = {{directory.Path(), label}}; }
+    void Write(const std::wstring& name, const std::string& content = "") { WriteTextFile(directory / name, content); }
     void Package(const std::wstring& name, const std::wstring& displayName) {
         Write(name);
-        companion.packages[folder / name] = {L"ignored", L"ignored", L"ignored", displayName, {{L"STL", {L"stl"}}}};
+        companion.packages[directory / name] = {L"ignored", L"ignored", L"ignored", displayName, {{L"STL", {L"stl"}}}};
     }
 
     std::vector<ScenarioInfo> Fetch() {
@@ -37,7 +37,7 @@ protected:
     }
 
     RecordingCompanion companion;
-    TemporaryFolder folder;
+    TemporaryDirectory directory;
     FunctionManager functions{{}};
     JobEntryManagerBase engine{&functions};
 };
@@ -47,24 +47,24 @@ TEST_F(ScenarioCatalogueTest, WithoutDirectoriesNothingIsFound) {
     EXPECT_EQ(Fetch(), std::vector<ScenarioInfo>());
 }
 
-TEST_F(ScenarioCatalogueTest, FileInASubfolderOfASubfolderHasBothInItsRelativePath) {
+TEST_F(ScenarioCatalogueTest, FileInASubdirectoryOfASubdirectoryHasBothInItsRelativePath) {
     Search();
     Write(L"a\\b\\x.rb");
     const std::vector<ScenarioInfo> scenarios = Fetch();
     ASSERT_EQ(scenarios.size(), 1U);
     EXPECT_EQ(scenarios[0].relativePath, L"a\\b\\x.rb");
-    EXPECT_EQ(scenarios[0].path, folder / L"a\\b\\x.rb");
+    EXPECT_EQ(scenarios[0].path, directory / L"a\\b\\x.rb");
 }
 
 TEST_F(ScenarioCatalogueTest, RootWithATrailingBackslashGetsNoSecondOne) {
-    companion.scenarioDirectories = {{folder.Path() + L"\\", L""}};
+    companion.scenarioDirectories = {{directory.Path() + L"\\", L""}};
     Write(L"a\\x.rb");
     const std::vector<ScenarioInfo> scenarios = Fetch();
     ASSERT_EQ(scenarios.size(), 1U);
-    EXPECT_EQ(scenarios[0].path, folder / L"a\\x.rb");
+    EXPECT_EQ(scenarios[0].path, directory / L"a\\x.rb");
 }
 
-TEST_F(ScenarioCatalogueTest, ScriptComesBeforeThePackageOfTheSameFolder) {
+TEST_F(ScenarioCatalogueTest, ScriptComesBeforeThePackageOfTheSameDirectory) {
     Search();
     Package(L"a.esa", L"A");
     Package(L"s.esa", L"S");
@@ -72,7 +72,7 @@ TEST_F(ScenarioCatalogueTest, ScriptComesBeforeThePackageOfTheSameFolder) {
     EXPECT_EQ(FetchRelativePaths(), (Texts{L"s.rb", L"a.esa", L"s.esa"}));
 }
 
-TEST_F(ScenarioCatalogueTest, UpperFoldersComeFirst) {
+TEST_F(ScenarioCatalogueTest, UpperDirectoriesComeFirst) {
     Search();
     Write(L"a\\deep\\1.rb");
     Write(L"a\\2.rb");
@@ -82,7 +82,8 @@ TEST_F(ScenarioCatalogueTest, UpperFoldersComeFirst) {
 }
 
 TEST_F(ScenarioCatalogueTest, DirectoriesAreSearchedInOrder) {
-    companion.scenarioDirectories = {{folder / L"second", L""}, {folder / L"missing", L""}, {folder / L"first", L""}};
+    companion.scenarioDirectories = {
+        {directory / L"second", L""}, {directory / L"missing", L""}, {directory / L"first", L""}};
     Write(L"first\\1.rb");
     Write(L"second\\2.rb");
     EXPECT_EQ(FetchRelativePaths(), (Texts{L"2.rb", L"1.rb"}));
@@ -96,13 +97,13 @@ TEST_F(ScenarioCatalogueTest, OtherFilesAreNoScenarios) {
     EXPECT_EQ(FetchRelativePaths(), Texts());
 }
 
-TEST_F(ScenarioCatalogueTest, FolderWithTheNameOfAScenarioIsListedToo) {
+TEST_F(ScenarioCatalogueTest, DirectoryWithTheNameOfAScenarioIsListedToo) {
     Search();
     Write(L"x.rb\\y.rb");
     EXPECT_EQ(FetchRelativePaths(), (Texts{L"x.rb", L"x.rb\\y.rb"}));
 }
 
-TEST_F(ScenarioCatalogueTest, HiddenFoldersAreSearched) {
+TEST_F(ScenarioCatalogueTest, HiddenDirectoriesAreSearched) {
     Search();
     Write(L".hidden\\x.rb");
     EXPECT_EQ(FetchRelativePaths(), Texts{L".hidden\\x.rb"});
@@ -147,7 +148,7 @@ TEST_F(ScenarioCatalogueTest, PackageKeepsTheInputsThatItNamesItself) {
     Package(L"a\\y.esa", L"Package");
     const std::vector<ScenarioInfo> scenarios = Fetch();
     ASSERT_EQ(scenarios.size(), 1U);
-    const std::wstring path = folder / L"a\\y.esa";
+    const std::wstring path = directory / L"a\\y.esa";
     EXPECT_EQ(scenarios[0], (ScenarioInfo{ScenarioId(path), L"a\\y.esa", path, L"Package", {{L"STL", {L"stl"}}}}));
 }
 
@@ -162,11 +163,11 @@ TEST_F(ScenarioCatalogueTest, PackageThatIsNotUsableIsLeftOutSilently) {
 TEST_F(ScenarioCatalogueTest, IdentifierIsTheHashOfPrefixAndPath) {
     Search(L"L");
     Write(L"x.rb");
-    EXPECT_EQ(Fetch().at(0).id, ScenarioId(L"L : " + (folder / L"x.rb")));
+    EXPECT_EQ(Fetch().at(0).id, ScenarioId(L"L : " + (directory / L"x.rb")));
 }
 
 TEST_F(ScenarioCatalogueTest, SameFileUnderTwoLabelsHasTwoIdentifiers) {
-    companion.scenarioDirectories = {{folder.Path(), L"A"}, {folder.Path(), L"B"}};
+    companion.scenarioDirectories = {{directory.Path(), L"A"}, {directory.Path(), L"B"}};
     Write(L"x.rb");
     const std::vector<ScenarioInfo> scenarios = Fetch();
     ASSERT_EQ(scenarios.size(), 2U);
@@ -188,7 +189,7 @@ TEST_F(ScenarioCatalogueTest, FetchingTwiceGivesTheSameIdentifiersBehindWhatTheC
 TEST_F(ScenarioCatalogueTest, ParameterSetsOfACataloguedScenarioAreAppended) {
     Search();
     Write(L"x.rb");
-    companion.parameterSets[folder / L"x.rb"] = {{L"fine", L"Fine", L"", {}}};
+    companion.parameterSets[directory / L"x.rb"] = {{L"fine", L"Fine", L"", {}}};
     std::vector<ScenarioParameterSetInfo> sets(1);
     EXPECT_TRUE(engine.FetchScenarioParameterSets(sets, Fetch().at(0).id));
     ASSERT_EQ(sets.size(), 2U);
@@ -235,8 +236,8 @@ TEST_F(ScenarioCatalogueTest, EnqueueFindsAScenarioByItsIdentifier) {
     Write(L"a.stl");
     EnqueueJobsInfo request;
     request.scenario.id = Fetch().at(0).id;
-    request.inputFileSets = {{folder / L"a.stl"}};
-    request.outputDir = folder / L"out";
+    request.inputFileSets = {{directory / L"a.stl"}};
+    request.outputDir = directory / L"out";
     JobEnqueueResult result;
     EXPECT_TRUE(engine.EnqueueJob(request, result));
     std::vector<JobListInfo> jobs;

@@ -2,7 +2,7 @@
 
 #include "platform/SystemHelpers.h"
 #include "platform/files/FileSystem.h"
-#include "support/TemporaryFolder.h"
+#include "support/TemporaryDirectory.h"
 
 #include <gtest/gtest.h>
 
@@ -12,11 +12,11 @@ using Texts = std::vector<std::wstring>;
 
 class ScenarioSearchTest : public testing::Test {
 protected:
-    void Write(const std::wstring& name) { WriteTextFile(folder / name, ""); }
+    void Write(const std::wstring& name) { WriteTextFile(directory / name, ""); }
 
     Texts Find() {
         std::vector<ScenarioFile> files;
-        FindScenarioFiles({folder.Path(), L"L"}, files);
+        FindScenarioFiles({directory.Path(), L"L"}, files);
         Texts paths;
         for (const ScenarioFile& file : files) {
             paths.push_back(RelativePath(file));
@@ -24,42 +24,42 @@ protected:
         return paths;
     }
 
-    TemporaryFolder folder;
+    TemporaryDirectory directory;
 };
 
 TEST_F(ScenarioSearchTest, FoundFileKnowsWhereItStands) {
     Write(L"a\\x.esa");
     std::vector<ScenarioFile> files;
-    FindScenarioFiles({folder.Path(), L"L"}, files);
+    FindScenarioFiles({directory.Path(), L"L"}, files);
     ASSERT_EQ(files.size(), 1U);
     EXPECT_EQ(files[0].extension, L".esa");
-    EXPECT_EQ(files[0].root, folder.Path());
-    EXPECT_EQ(files[0].relativeFolder, L"a");
+    EXPECT_EQ(files[0].root, directory.Path());
+    EXPECT_EQ(files[0].relativeDirectory, L"a");
     EXPECT_EQ(files[0].baseName, L"x");
     EXPECT_EQ(files[0].label, L"L");
-    EXPECT_EQ(FullPath(files[0]), folder / L"a\\x.esa");
-    EXPECT_EQ(SettingsPath(files[0]), folder / L"a\\x.adc");
+    EXPECT_EQ(FullPath(files[0]), directory / L"a\\x.esa");
+    EXPECT_EQ(SettingsPath(files[0]), directory / L"a\\x.adc");
     EXPECT_EQ(LabelPrefix(files[0]), L"L : ");
 }
 
 TEST_F(ScenarioSearchTest, MissingRootHasNoFilesAndIsNamed) {
     std::vector<ScenarioFile> files;
-    const std::vector<UnreadableFolder> unreadable = FindScenarioFiles({folder / L"missing", L""}, files);
+    const std::vector<UnreadableDirectory> unreadable = FindScenarioFiles({directory / L"missing", L""}, files);
     EXPECT_TRUE(files.empty());
     ASSERT_EQ(unreadable.size(), 1U);
-    EXPECT_EQ(unreadable[0].path, folder / L"missing");
+    EXPECT_EQ(unreadable[0].path, directory / L"missing");
     EXPECT_EQ(unreadable[0].error.kind, platform::ErrorKind::NotFound);
 }
 
-TEST_F(ScenarioSearchTest, FolderIsAskedForSettingsOnlyWhenItHasSome) {
+TEST_F(ScenarioSearchTest, DirectoryIsAskedForSettingsOnlyWhenItHasSome) {
     Write(L"a\\x.rb");
     Write(L"b\\x.rb");
     Write(L"b\\x.adc");
     std::vector<ScenarioFile> files;
-    FindScenarioFiles({folder.Path(), L""}, files);
+    FindScenarioFiles({directory.Path(), L""}, files);
     ASSERT_EQ(files.size(), 2U);
-    EXPECT_FALSE(files[0].folderHasSettings);
-    EXPECT_TRUE(files[1].folderHasSettings);
+    EXPECT_FALSE(files[0].directoryHasSettings);
+    EXPECT_TRUE(files[1].directoryHasSettings);
 }
 
 TEST_F(ScenarioSearchTest, FileThatIsOnlyAnExtensionHasAnEmptyName) {
@@ -77,10 +77,10 @@ TEST_F(ScenarioSearchTest, ExtensionsAreMatchedAsTheSystemMatchesNames) {
     }
 }
 
-TEST_F(ScenarioSearchTest, LinkToAFolderElsewhereIsWalkedInto) {
-    const TemporaryFolder elsewhere;
+TEST_F(ScenarioSearchTest, LinkToADirectoryElsewhereIsWalkedInto) {
+    const TemporaryDirectory elsewhere;
     WriteTextFile(elsewhere / L"sub\\x.rb", "");
-    if (!MakeLink(elsewhere.Path(), folder / L"link")) {
+    if (!MakeLink(elsewhere.Path(), directory / L"link")) {
         GTEST_SKIP() << "This system or user makes no links to folders.";
     }
     EXPECT_EQ(Find(), Texts{L"link\\sub\\x.rb"});
@@ -88,27 +88,27 @@ TEST_F(ScenarioSearchTest, LinkToAFolderElsewhereIsWalkedInto) {
 
 TEST_F(ScenarioSearchTest, LinkThatLeadsBackUpItsPathIsNotWalkedInto) {
     Write(L"a\\b\\x.rb");
-    if (!MakeLink(folder.Path(), folder / L"a\\b\\root")) {
+    if (!MakeLink(directory.Path(), directory / L"a\\b\\root")) {
         GTEST_SKIP() << "This system or user makes no links to folders.";
     }
-    ASSERT_TRUE(MakeLink(folder / L"a", folder / L"a\\b\\parent"));
-    ASSERT_TRUE(MakeLink(folder / L"a\\b", folder / L"a\\b\\itself"));
+    ASSERT_TRUE(MakeLink(directory / L"a", directory / L"a\\b\\parent"));
+    ASSERT_TRUE(MakeLink(directory / L"a\\b", directory / L"a\\b\\itself"));
     EXPECT_EQ(Find(), Texts{L"a\\b\\x.rb"});
 }
 
 TEST_F(ScenarioSearchTest, LinksThatLeadToOneAnotherComeToAnEnd) {
     Write(L"a\\1.rb");
     Write(L"b\\2.rb");
-    if (!MakeLink(folder / L"b", folder / L"a\\to_b")) {
+    if (!MakeLink(directory / L"b", directory / L"a\\to_b")) {
         GTEST_SKIP() << "This system or user makes no links to folders.";
     }
-    ASSERT_TRUE(MakeLink(folder / L"a", folder / L"b\\to_a"));
+    ASSERT_TRUE(MakeLink(directory / L"a", directory / L"b\\to_a"));
     EXPECT_EQ(Find(), (Texts{L"a\\1.rb", L"b\\2.rb", L"a\\to_b\\2.rb", L"b\\to_a\\1.rb"}));
 }
 
-TEST_F(ScenarioSearchTest, SecondLinkToTheSameFolderIsWalkedIntoToo) {
+TEST_F(ScenarioSearchTest, SecondLinkToTheSameDirectoryIsWalkedIntoToo) {
     Write(L"a\\x.rb");
-    if (!MakeLink(folder / L"a", folder / L"b")) {
+    if (!MakeLink(directory / L"a", directory / L"b")) {
         GTEST_SKIP() << "This system or user makes no links to folders.";
     }
     EXPECT_EQ(Find(), (Texts{L"a\\x.rb", L"b\\x.rb"}));

@@ -2,7 +2,7 @@
 
 #include "doubles/RecordingCompanion.h"
 #include "platform/files/NativePath.h"
-#include "support/TemporaryFolder.h"
+#include "support/TemporaryDirectory.h"
 #include "text/Text.h"
 
 #include <gtest/gtest.h>
@@ -14,11 +14,11 @@ using Texts = std::vector<std::wstring>;
 class ScenarioSettingsTest : public testing::Test {
 protected:
     std::vector<InputFileSpec> Read(const std::string& content) {
-        WriteTextFile(folder / L"x.adc", content);
-        return ReadScenarioInputs(folder / L"x.adc");
+        WriteTextFile(directory / L"x.adc", content);
+        return ReadScenarioInputs(directory / L"x.adc");
     }
 
-    TemporaryFolder folder;
+    TemporaryDirectory directory;
     RecordingCompanion companion;
 };
 
@@ -66,7 +66,7 @@ TEST_F(ScenarioSettingsTest, CountsUpToTheLimitAreTakenSilently) {
 }
 
 TEST_F(ScenarioSettingsTest, CountsBeyondTheLimitAreCutWithAWarningThatNamesTheFile) {
-    const std::wstring file = platform::ToNativeText(folder / L"x.adc");
+    const std::wstring file = platform::ToNativeText(directory / L"x.adc");
     for (const std::wstring count : {L"10001", L"2147483647"}) {
         companion.Forget();
         EXPECT_EQ(Read("[Scenario]\nSecondInput=" + text::ToUtf8(count) + "\n").size(), 10'001U);

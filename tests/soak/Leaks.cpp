@@ -14,15 +14,15 @@ using Names = std::set<std::wstring>;
 
 constexpr std::uint64_t mostLogBytes = std::uint64_t{5} * (10U << 20U);
 
-Names NamesIn(const std::wstring& folder) {
-    std::vector<platform::FolderEntry> entries;
-    const platform::Error error = platform::ListFolder(folder, entries);
+Names NamesIn(const std::wstring& directory) {
+    std::vector<platform::DirectoryEntry> entries;
+    const platform::Error error = platform::ListDirectory(directory, entries);
     // There may be no failure at all; a work directory goes with its job.
     if (error && error.kind != platform::ErrorKind::NotFound) {
-        throw std::runtime_error("cannot list " + text::ToUtf8(folder) + ": " + text::ToUtf8(error.Text()));
+        throw std::runtime_error("cannot list " + text::ToUtf8(directory) + ": " + text::ToUtf8(error.Text()));
     }
     Names names;
-    for (const platform::FolderEntry& entry : entries) {
+    for (const platform::DirectoryEntry& entry : entries) {
         names.insert(entry.name);
     }
     return names;
@@ -32,7 +32,7 @@ bool IsLog(const std::wstring& name) {
     return name.starts_with(L"controller.log");
 }
 
-bool BelongsInTheFolder(const std::wstring& name) {
+bool BelongsInTheDirectory(const std::wstring& name) {
     static const Names known{L"settings.json",
                              L"inputs.txt",
                              L"jobs.json",
@@ -55,24 +55,24 @@ bool BelongsInAWorkDirectory(const std::wstring& name) {
     return known.contains(name) || name.starts_with(L"process-") || name.find(L".tmp-") != std::wstring::npos;
 }
 
-void ObjectToOthers(const std::wstring& folder, bool (*belongs)(const std::wstring&),
+void ObjectToOthers(const std::wstring& directory, bool (*belongs)(const std::wstring&),
                     std::vector<std::string>& problems) {
-    for (const std::wstring& name : NamesIn(folder)) {
+    for (const std::wstring& name : NamesIn(directory)) {
         if (!belongs(name)) {
-            problems.push_back("Left behind: " + text::ToUtf8(folder + L"\\" + name));
+            problems.push_back("Left behind: " + text::ToUtf8(directory + L"\\" + name));
         }
     }
 }
 
 /// A job that was started has its work directory, and nobody else has one.
-void CheckWorkDirectories(const std::wstring& workFolder, const std::vector<JobListInfo>& jobs,
+void CheckWorkDirectories(const std::wstring& workDirectory, const std::vector<JobListInfo>& jobs,
                           std::vector<std::string>& problems) {
-    Names others = NamesIn(workFolder);
+    Names others = NamesIn(workDirectory);
     for (const JobListInfo& job : jobs) {
         if (others.erase(job.id) == 0 && !job.startTime.empty()) {
             problems.push_back("Job " + text::ToUtf8(job.id) + " has no work directory");
         }
-        ObjectToOthers(workFolder + L"\\" + job.id, BelongsInAWorkDirectory, problems);
+        ObjectToOthers(workDirectory + L"\\" + job.id, BelongsInAWorkDirectory, problems);
     }
     for (const std::wstring& name : others) {
         problems.push_back("A work directory without a job: " + text::ToUtf8(name));
@@ -80,9 +80,9 @@ void CheckWorkDirectories(const std::wstring& workFolder, const std::vector<JobL
 }
 
 /// The host's words for jobs that the runner never saw go with these jobs.
-void CheckFailureNotes(const std::wstring& notesFolder, const std::vector<JobListInfo>& jobs,
+void CheckFailureNotes(const std::wstring& notesDirectory, const std::vector<JobListInfo>& jobs,
                        std::vector<std::string>& problems) {
-    Names others = NamesIn(notesFolder);
+    Names others = NamesIn(notesDirectory);
     for (const JobListInfo& job : jobs) {
         others.erase(job.id + L".json");
     }
@@ -101,24 +101,24 @@ void CheckListFile(const std::wstring& path, const std::vector<JobListInfo>& job
 
 } // namespace
 
-std::uint64_t LogBytes(const std::wstring& folder) {
+std::uint64_t LogBytes(const std::wstring& directory) {
     std::uint64_t bytes = 0;
-    for (const std::wstring& name : NamesIn(folder)) {
+    for (const std::wstring& name : NamesIn(directory)) {
         if (IsLog(name)) {
-            bytes += platform::StampOf(folder + L"\\" + name).value_or(platform::FileStamp{}).size;
+            bytes += platform::StampOf(directory + L"\\" + name).value_or(platform::FileStamp{}).size;
         }
     }
     return bytes;
 }
 
-std::vector<std::string> FindLeaks(const std::wstring& folder, const std::vector<JobListInfo>& jobs) {
+std::vector<std::string> FindLeaks(const std::wstring& directory, const std::vector<JobListInfo>& jobs) {
     std::vector<std::string> problems;
-    ObjectToOthers(folder, BelongsInTheFolder, problems);
-    CheckWorkDirectories(folder + L"\\work", jobs, problems);
-    CheckFailureNotes(folder + L"\\job_list.json.failures", jobs, problems);
-    CheckListFile(folder + L"\\job_list.json", jobs, problems);
-    if (LogBytes(folder) > mostLogBytes) {
-        problems.push_back("The log has " + std::to_string(LogBytes(folder)) + " bytes");
+    ObjectToOthers(directory, BelongsInTheDirectory, problems);
+    CheckWorkDirectories(directory + L"\\work", jobs, problems);
+    CheckFailureNotes(directory + L"\\job_list.json.failures", jobs, problems);
+    CheckListFile(directory + L"\\job_list.json", jobs, problems);
+    if (LogBytes(directory) > mostLogBytes) {
+        problems.push_back("The log has " + std::to_string(LogBytes(directory)) + " bytes");
     }
     return problems;
 }

@@ -116,7 +116,7 @@ void SoakDriver::Enqueue(const JobKind& kind, std::size_t count) {
     request.extraText = request.requestId;
     request.scenario.id = text::FromUtf8(kind.name) + L".rb";
     request.inputFileSets.assign(count, {place.inputFile});
-    // A folder for some requests only: each job looks for the first free name in it.
+    // A directory for some requests only: each job looks for the first free name in it.
     request.outputDir = place.outputFolder + L"\\" + std::to_wstring(ledger.Made() / 200);
     ledger.EnqueueAsked(request.requestId, count, JobLedger::UndisturbedEnd{kind.name, kind.end});
     const JobEnqueueResult result = frontEnd->Enqueue(request);

@@ -52,22 +52,23 @@ protected:
                       R"("cancelGraceSeconds":1,"scenarioLogLimitBytes":65536,"transmitterName":")" +
                       text::ToUtf8(endpointName) + "\"}");
         for (const JobKind& kind : JobKinds()) {
-            WriteTextFile(folder / (L"scenarios\\" + text::FromUtf8(kind.name) + L".rb"), kind.steps);
+            WriteTextFile(directory / (L"scenarios\\" + text::FromUtf8(kind.name) + L".rb"), kind.steps);
         }
-        WriteTextFile(folder / L"jobs.json", R"({"EnqueueJobs":[{"scenario":{"id":"success.rb"},"outputDir":"out",)"
-                                             R"("inputFileSets":[["inputs.txt"],["inputs.txt"]]}]})");
-        EXPECT_FALSE(platform::EnsureFolder(folder / L"temporary"));
+        WriteTextFile(directory / L"jobs.json", R"({"EnqueueJobs":[{"scenario":{"id":"success.rb"},"outputDir":"out",)"
+                                                R"("inputFileSets":[["inputs.txt"],["inputs.txt"]]}]})");
+        EXPECT_FALSE(platform::EnsureDirectory(directory / L"temporary"));
     }
 
     SoakPlace Place() const {
         const auto frontEnd = [this](const std::vector<std::wstring>& arguments) {
             platform::ProcessStart process = FrontEndProcess(arguments);
             for (const wchar_t* const name : {L"TMPDIR", L"TMP", L"TEMP"}) {
-                process.environment.emplace_back(name, platform::ToNativeText(folder / L"temporary"));
+                process.environment.emplace_back(name, platform::ToNativeText(directory / L"temporary"));
             }
             return process;
         };
-        return {endpointName, host.Get(), folder / L"inputs.txt", folder / L"out", folder / L"jobs.json", frontEnd};
+        return {endpointName, host.Get(), directory / L"inputs.txt", directory / L"out", directory / L"jobs.json",
+                frontEnd};
     }
 
     void RunRounds(SoakDriver& driver) {
@@ -90,7 +91,7 @@ protected:
                     static_cast<double>(sample.figures.residentBytes) / 1024, sample.figures.handles,
                     sample.figures.threads, sample.figures.zombies);
         std::fflush(stdout);
-        EXPECT_EQ(test_support::CountProcessesIn(folder.Path()), 0) << "processes of jobs that have ended";
+        EXPECT_EQ(test_support::CountProcessesIn(directory.Path()), 0) << "processes of jobs that have ended";
     }
 
     /// The heap grows to what the largest answers to the most front ends at once take; a third of the run has seen
@@ -118,8 +119,8 @@ protected:
     /// A front end that was killed cannot clear up; the next one does it for it.
     void ExpectTheNextFrontEndToClearUp() const {
         EXPECT_EQ(test_support::RunToEnd(Place().frontEnd({L"-f", L"-s", L"1"})).exitCode, 0);
-        std::vector<platform::FolderEntry> left;
-        EXPECT_FALSE(platform::ListFolder(folder / L"temporary", left));
+        std::vector<platform::DirectoryEntry> left;
+        EXPECT_FALSE(platform::ListDirectory(directory / L"temporary", left));
         EXPECT_TRUE(left.empty()) << left.size() << " folders";
     }
 
@@ -156,8 +157,8 @@ TEST_F(SoakTest, ABusyHostStaysAsItIsAndLeavesNothingBehind) {
     Report(driver);
     ExpectNo(driver.Problems());
     ExpectNo(ReasonsNotFlat(SamplesAfterWarmUp(), Limits()));
-    ExpectNo(FindLeaks(folder.Path(), listed));
-    EXPECT_EQ(test_support::CountProcessesIn(folder.Path()), 0);
+    ExpectNo(FindLeaks(directory.Path(), listed));
+    EXPECT_EQ(test_support::CountProcessesIn(directory.Path()), 0);
 }
 
 } // namespace

@@ -10,7 +10,7 @@
 #include "stress/ScenarioProcesses.h"
 #include "stress/ThreadTeam.h"
 #include "support/Deadline.h"
-#include "support/TemporaryFolder.h"
+#include "support/TemporaryDirectory.h"
 
 #include <gtest/gtest.h>
 
@@ -74,7 +74,7 @@ private:
     Ids SomeIds(std::size_t count);
     std::uint32_t Draw();
 
-    TemporaryFolder folder;
+    TemporaryDirectory directory;
     OperationCounts& counts;
     EngineReports reports;
     ListWatch watch;
@@ -93,11 +93,11 @@ private:
 
 EngineRound::EngineRound(std::uint32_t roundSeed, OperationCounts& operationCounts)
     : counts(operationCounts), processes(reports, roundSeed), random(roundSeed) {
-    WriteTextFile(folder / L"settings.json", R"({"version":1,"workDirectory":"work","jobListFile":"job_list.json",)"
-                                             R"("logFile":"","scenarioDirectories":[{"path":"scenarios"}]})");
-    WriteTextFile(folder / L"scenarios\\mesh.rb", "puts 1");
-    WriteTextFile(folder / L"part.stl", "solid");
-    settings::UseFile(folder / L"settings.json");
+    WriteTextFile(directory / L"settings.json", R"({"version":1,"workDirectory":"work","jobListFile":"job_list.json",)"
+                                                R"("logFile":"","scenarioDirectories":[{"path":"scenarios"}]})");
+    WriteTextFile(directory / L"scenarios\\mesh.rb", "puts 1");
+    WriteTextFile(directory / L"part.stl", "solid");
+    settings::UseFile(directory / L"settings.json");
     script.keepsCalls = false;
     script.answer = [this](const test_modules::Call& call, std::wstring& output) {
         return processes.Answer(call, output);
@@ -153,9 +153,9 @@ void EngineRound::Enqueue(int thread) {
         const std::shared_lock notAlone(listShape);
         EnqueueJobsInfo request;
         request.requestId = std::to_wstring(thread) + L"-" + std::to_wstring(number);
-        request.scenario.id = folder / L"scenarios\\mesh.rb";
-        request.outputDir = folder / L"out" + request.requestId;
-        request.inputFileSets.assign(inputSets, {folder / L"part.stl"});
+        request.scenario.id = directory / L"scenarios\\mesh.rb";
+        request.outputDir = directory / L"out" + request.requestId;
+        request.inputFileSets.assign(inputSets, {directory / L"part.stl"});
         JobEnqueueResult result;
         EXPECT_TRUE(engine->EnqueueJob(request, result));
         EXPECT_EQ(result.requestId, request.requestId);

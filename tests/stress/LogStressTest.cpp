@@ -6,7 +6,7 @@
 #include "stress/Rounds.h"
 #include "stress/ThreadTeam.h"
 #include "support/Deadline.h"
-#include "support/TemporaryFolder.h"
+#include "support/TemporaryDirectory.h"
 
 #include <gtest/gtest.h>
 
@@ -47,11 +47,11 @@ public:
         EXPECT_TRUE(text.empty() || text.back() == '\n') << "The last line is not whole.";
     }
 
-    void AddFolder(const std::wstring& folder, const std::function<bool(const std::string& head)>& isHead) {
-        std::vector<platform::FolderEntry> entries;
-        EXPECT_FALSE(platform::ListFolder(folder, entries));
-        for (const platform::FolderEntry& entry : entries) {
-            AddLines(ReadTextFile(folder + L'\\' + entry.name), isHead);
+    void AddDirectory(const std::wstring& directory, const std::function<bool(const std::string& head)>& isHead) {
+        std::vector<platform::DirectoryEntry> entries;
+        EXPECT_FALSE(platform::ListDirectory(directory, entries));
+        for (const platform::DirectoryEntry& entry : entries) {
+            AddLines(ReadTextFile(directory + L'\\' + entry.name), isHead);
         }
     }
 
@@ -113,7 +113,7 @@ public:
     void CheckEnd() {
         ControllerLogManager::Initialize(0, L"", false);
         Found inFiles;
-        inFiles.AddFolder(folder.Path(), IsRecordHead);
+        inFiles.AddDirectory(directory.Path(), IsRecordHead);
         inFiles.ExpectAll(writerCount, messagesEach);
         Found onConsole;
         const std::wstring shown = console.Text();
@@ -127,14 +127,14 @@ private:
 
     /// One of two files, with the console or without.
     void SetUpAnew(std::uint32_t number) {
-        ControllerLogManager::Initialize(0, folder / (number % 3 == 0 ? L"a.log" : L"b.log"), number % 2 == 0);
+        ControllerLogManager::Initialize(0, directory / (number % 3 == 0 ? L"a.log" : L"b.log"), number % 2 == 0);
         counts.Add("Initialize");
     }
 
     /// As somebody does who wants the log begun anew.
     void MoveAway() {
-        const std::wstring target = folder / (L"moved-" + std::to_wstring(++moved));
-        if (!platform::RenameFile(folder / L"a.log", target)) {
+        const std::wstring target = directory / (L"moved-" + std::to_wstring(++moved));
+        if (!platform::RenameFile(directory / L"a.log", target)) {
             counts.Add("log files moved away");
         }
     }
@@ -147,7 +147,7 @@ private:
     }
 
     OperationCounts& counts;
-    TemporaryFolder folder;
+    TemporaryDirectory directory;
     ConsoleCapture console;
     std::atomic<std::uint32_t> turn = 0;
     std::uint32_t moved = 0;
@@ -174,14 +174,14 @@ TEST(LogStressTest, ManyWhoRotateTheSameFileLoseNothing) {
     OperationCounts counts("rotation");
     for (Rounds rounds; rounds.Next();) {
         const test_support::Deadline deadline("the rotation of a log", std::chrono::minutes(5));
-        const TemporaryFolder folder;
+        const TemporaryDirectory directory;
         {
             std::mutex turn;
             ThreadTeam processes; // as good as: each with a file of its own
             for (std::uint32_t process = 0; process < writerCount; ++process) {
-                processes.Add([&folder, &turn, process] {
+                processes.Add([&directory, &turn, process] {
                     log_file::RotatingFile file({.bytes = 40'000, .files = 100});
-                    file.SetPath(folder / L"shared.log");
+                    file.SetPath(directory / L"shared.log");
                     for (std::uint32_t number = 0; number < messagesEach; ++number) {
                         std::unique_lock<std::mutex> guard(turn, std::defer_lock);
                         if (!appendsAreAtomic) {
@@ -193,7 +193,7 @@ TEST(LogStressTest, ManyWhoRotateTheSameFileLoseNothing) {
             }
         }
         Found found;
-        found.AddFolder(folder.Path(), [](const std::string& head) { return head.empty(); });
+        found.AddDirectory(directory.Path(), [](const std::string& head) { return head.empty(); });
         found.ExpectAll(writerCount, messagesEach);
         counts.Add("records", std::uint64_t{writerCount} * messagesEach);
         counts.Add("rounds");

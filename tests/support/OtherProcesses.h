@@ -15,9 +15,9 @@ namespace test_support {
 /// taken notice of included; not that which Windows gives it for its console.
 std::vector<std::uint32_t> ChildrenOf(std::uint32_t number);
 
-/// How many living processes have their current folder in or below `folder`. Windows does not tell (0), but keeps such
-/// a folder from being removed.
-int CountProcessesIn(const std::wstring& folder);
+/// How many living processes have their current directory in or below `directory`. Windows does not tell (0), but keeps
+/// such a directory from being removed.
+int CountProcessesIn(const std::wstring& directory);
 
 /// True when a process, and each that it started, is so far that it runs a program's code. Always on Linux. Wine's
 /// server does not survive the end of a process that it has only begun to make.

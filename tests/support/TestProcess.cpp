@@ -24,7 +24,7 @@ std::string Described(const platform::ProcessStart& start) {
 } // namespace
 
 std::wstring ProgramPath(const std::wstring& name) {
-    return platform::ResolveAgainst(platform::ProgramFolder(), name + CONTROLLER_PROGRAM_SUFFIX);
+    return platform::ResolveAgainst(platform::ProgramDirectory(), name + CONTROLLER_PROGRAM_SUFFIX);
 }
 
 platform::ProcessStart TestProcess(const std::vector<std::wstring>& arguments) {

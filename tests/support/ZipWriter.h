@@ -9,7 +9,7 @@ namespace test_support {
 
 /// One entry of a ZIP archive to be made. The optional members put something untrue in the place of what belongs there.
 struct ZipEntry {
-    /// With slashes; a folder's name ends in one.
+    /// With slashes; a directory's name ends in one.
     std::string name = {};
     std::string content = {};
     bool deflated = true;

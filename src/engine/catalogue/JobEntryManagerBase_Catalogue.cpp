@@ -21,7 +21,7 @@ std::vector<ScenarioFile> FindScenarioFiles(const std::vector<ScenarioDirectory>
 }
 
 bool HasSettings(const ScenarioFile& file) {
-    return file.folderHasSettings && platform::Exists(SettingsPath(file));
+    return file.directoryHasSettings && platform::Exists(SettingsPath(file));
 }
 
 /// What a script says of itself: without a settings file, that it takes one input.

@@ -3,15 +3,15 @@
 #include "CommonControllerLib/PathFuncs.h"
 
 std::wstring FullPath(const ScenarioFile& file) {
-    return PathFuncs::Join(file.root, file.relativeFolder, file.baseName + file.extension);
+    return PathFuncs::Join(file.root, file.relativeDirectory, file.baseName + file.extension);
 }
 
 std::wstring RelativePath(const ScenarioFile& file) {
-    return PathFuncs::Join(file.relativeFolder, file.baseName + file.extension);
+    return PathFuncs::Join(file.relativeDirectory, file.baseName + file.extension);
 }
 
 std::wstring SettingsPath(const ScenarioFile& file) {
-    return PathFuncs::Join(file.root, file.relativeFolder, file.baseName + L".adc");
+    return PathFuncs::Join(file.root, file.relativeDirectory, file.baseName + L".adc");
 }
 
 std::wstring LabelPrefix(const ScenarioFile& file) {

@@ -8,16 +8,16 @@
 struct ScenarioFile {
     /// ".rb" or ".esa".
     std::wstring extension;
-    /// The searched root folder.
+    /// The searched root directory.
     std::wstring root;
-    /// The folder below the root; empty for the root itself.
-    std::wstring relativeFolder;
+    /// The directory below the root; empty for the root itself.
+    std::wstring relativeDirectory;
     /// The file's name without its extension.
     std::wstring baseName;
     /// The root's display label; may be empty.
     std::wstring label;
-    /// False when the search saw no settings file in the folder, so that none needs to be looked for.
-    bool folderHasSettings = false;
+    /// False when the search saw no settings file in the directory, so that none needs to be looked for.
+    bool directoryHasSettings = false;
 };
 
 CONTROLLER_API std::wstring FullPath(const ScenarioFile& file);

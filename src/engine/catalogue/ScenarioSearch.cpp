@@ -11,60 +11,60 @@
 
 namespace {
 
-/// The breadth-first walk of one root folder. Each folder is listed once for everything.
+/// The breadth-first walk of one root directory. Each directory is listed once for everything.
 class Walk {
 public:
-    Walk(const ScenarioDirectory& walked, std::vector<ScenarioFile>& found) : directory(walked), files(found) {}
+    Walk(const ScenarioDirectory& walked, std::vector<ScenarioFile>& found) : root(walked), files(found) {}
 
-    std::vector<UnreadableFolder> Run() {
-        for (std::size_t i = 0; i < folders.size(); ++i) {
-            const std::wstring folder = folders[i]; // a copy: the visit lengthens the list
-            Visit(folder);
+    std::vector<UnreadableDirectory> Run() {
+        for (std::size_t i = 0; i < directories.size(); ++i) {
+            const std::wstring directory = directories[i]; // a copy: the visit lengthens the list
+            Visit(directory);
         }
         return std::move(unreadable);
     }
 
 private:
-    void Visit(const std::wstring& folder) {
+    void Visit(const std::wstring& directory) {
         entries.clear();
-        const std::wstring path = PathFuncs::Join(directory.path, folder);
-        if (const platform::Error error = platform::ListFolder(path, entries)) {
+        const std::wstring path = PathFuncs::Join(root.path, directory);
+        if (const platform::Error error = platform::ListDirectory(path, entries)) {
             unreadable.push_back({path, error});
             return;
         }
-        AddFolders(folder);
+        AddDirectories(directory);
         const bool hasSettings = HasAny(L".adc");
-        AddFiles(folder, L".rb", hasSettings);
-        AddFiles(folder, L".esa", hasSettings);
+        AddFiles(directory, L".rb", hasSettings);
+        AddFiles(directory, L".esa", hasSettings);
     }
 
-    void AddFolders(const std::wstring& folder) {
-        for (const platform::FolderEntry& entry : entries) {
-            if (entry.isFolder && !(entry.isLink && LeadsBackUp(folder, entry.name))) {
-                folders.push_back(PathFuncs::Join(folder, entry.name));
+    void AddDirectories(const std::wstring& directory) {
+        for (const platform::DirectoryEntry& entry : entries) {
+            if (entry.isDirectory && !(entry.isLink && LeadsBackUp(directory, entry.name))) {
+                directories.push_back(PathFuncs::Join(directory, entry.name));
             }
         }
     }
 
     bool HasAny(const std::wstring& extension) const {
-        return std::any_of(entries.begin(), entries.end(), [&extension](const platform::FolderEntry& entry) {
+        return std::any_of(entries.begin(), entries.end(), [&extension](const platform::DirectoryEntry& entry) {
             return platform::HasExtension(entry.name, extension);
         });
     }
 
-    void AddFiles(const std::wstring& folder, const std::wstring& extension, bool hasSettings) {
-        for (const platform::FolderEntry& entry : entries) {
+    void AddFiles(const std::wstring& directory, const std::wstring& extension, bool hasSettings) {
+        for (const platform::DirectoryEntry& entry : entries) {
             if (platform::HasExtension(entry.name, extension)) {
                 const std::wstring baseName = entry.name.substr(0, entry.name.size() - extension.size());
-                files.push_back({extension, directory.path, folder, baseName, directory.label, hasSettings});
+                files.push_back({extension, root.path, directory, baseName, root.label, hasSettings});
             }
         }
     }
 
-    /// True when the link `name` in `folder` names that folder or one above it.
-    bool LeadsBackUp(const std::wstring& folder, const std::wstring& name) const {
-        const auto target = IdentityOf(PathFuncs::Join(folder, name));
-        std::wstring ancestor = folder;
+    /// True when the link `name` in `directory` names that directory or one above it.
+    bool LeadsBackUp(const std::wstring& directory, const std::wstring& name) const {
+        const auto target = IdentityOf(PathFuncs::Join(directory, name));
+        std::wstring ancestor = directory;
         while (target && !ancestor.empty()) {
             if (IdentityOf(ancestor) == target) {
                 return true;
@@ -74,20 +74,21 @@ private:
         return target && IdentityOf(L"") == target;
     }
 
-    std::optional<platform::FileIdentity> IdentityOf(const std::wstring& folder) const {
-        return platform::IdentityOf(PathFuncs::Join(directory.path, folder));
+    std::optional<platform::FileIdentity> IdentityOf(const std::wstring& directory) const {
+        return platform::IdentityOf(PathFuncs::Join(root.path, directory));
     }
 
-    const ScenarioDirectory& directory;
+    const ScenarioDirectory& root;
     std::vector<ScenarioFile>& files;
     /// Relative to the root, which is the empty text; grows during the walk.
-    std::vector<std::wstring> folders{std::wstring()};
-    std::vector<platform::FolderEntry> entries;
-    std::vector<UnreadableFolder> unreadable;
+    std::vector<std::wstring> directories{std::wstring()};
+    std::vector<platform::DirectoryEntry> entries;
+    std::vector<UnreadableDirectory> unreadable;
 };
 
 } // namespace
 
-std::vector<UnreadableFolder> FindScenarioFiles(const ScenarioDirectory& directory, std::vector<ScenarioFile>& files) {
+std::vector<UnreadableDirectory> FindScenarioFiles(const ScenarioDirectory& directory,
+                                                   std::vector<ScenarioFile>& files) {
     return Walk(directory, files).Run();
 }

@@ -66,7 +66,7 @@ Archive::Archive(const std::wstring& path) : file(path) {
 const Entry* Archive::Find(std::string_view name) const {
     const auto found =
         std::find_if(entries.begin(), entries.end(), [&](const Entry& entry) { return entry.name == name; });
-    return found == entries.end() || found->IsFolder() ? nullptr : &*found;
+    return found == entries.end() || found->IsDirectory() ? nullptr : &*found;
 }
 
 void Archive::Read(const Entry& entry, const Sink& sink) const {

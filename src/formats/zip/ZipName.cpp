@@ -14,7 +14,7 @@ namespace {
 
 constexpr std::size_t longestName = 1024;
 constexpr std::size_t longestPart = 255;
-constexpr std::size_t deepestFolder = 32;
+constexpr std::size_t deepestDirectory = 32;
 
 wchar_t ToLower(wchar_t character) {
     return character >= L'A' && character <= L'Z' ? static_cast<wchar_t>(character - L'A' + L'a') : character;
@@ -36,7 +36,7 @@ bool IsNumberedDevice(const std::wstring& stem) {
            digits.find(stem[3]) != std::wstring::npos;
 }
 
-/// Names that mean a device on Windows in any folder, with any extension.
+/// Names that mean a device on Windows in any directory, with any extension.
 bool IsDevice(const std::wstring& part) {
     constexpr std::array<const wchar_t*, 6> devices = {L"con", L"prn", L"aux", L"nul", L"conin$", L"conout$"};
     std::wstring stem = Lowered(part.substr(0, part.find(L'.')));
@@ -80,7 +80,7 @@ void CheckCharacters(const std::wstring& name) {
 void CheckParts(std::wstring_view path) {
     std::size_t depth = 0;
     while (true) {
-        if (++depth > deepestFolder) {
+        if (++depth > deepestDirectory) {
             throw Problem{L"lies more than 32 folders deep"};
         }
         const std::size_t end = path.find(L'/');
@@ -120,8 +120,8 @@ std::wstring CheckedName(std::string_view bytes) {
 void NameSet::Add(const std::wstring& name) {
     const std::wstring path = WithoutSlashAtEnd(name);
     AddParents(path);
-    const bool isFolder = name.ends_with(L'/');
-    const auto [place, isNew] = names.try_emplace(Lowered(path), Known{path, isFolder, true});
+    const bool isDirectory = name.ends_with(L'/');
+    const auto [place, isNew] = names.try_emplace(Lowered(path), Known{path, isDirectory, true});
     if (isNew) {
         return;
     }
@@ -129,7 +129,7 @@ void NameSet::Add(const std::wstring& name) {
     if (known.spelling != path) {
         throw Problem{L"differs from \"" + known.spelling + L"\" in case only"};
     }
-    if (known.isFolder != isFolder) {
+    if (known.isDirectory != isDirectory) {
         throw Problem{L"is both a file and a folder"};
     }
     if (std::exchange(known.isEntry, true)) {
@@ -139,13 +139,13 @@ void NameSet::Add(const std::wstring& name) {
 
 void NameSet::AddParents(const std::wstring& path) {
     for (std::size_t end = path.find(L'/'); end != std::wstring::npos; end = path.find(L'/', end + 1)) {
-        const std::wstring folder = path.substr(0, end);
-        const Known& known = names.try_emplace(Lowered(folder), Known{folder, true, false}).first->second;
-        if (known.spelling != folder) {
+        const std::wstring directory = path.substr(0, end);
+        const Known& known = names.try_emplace(Lowered(directory), Known{directory, true, false}).first->second;
+        if (known.spelling != directory) {
             throw Problem{L"lies in a folder that differs from \"" + known.spelling + L"\" in case only"};
         }
-        if (!known.isFolder) {
-            throw Problem{L"lies below \"" + folder + L"\", which is a file"};
+        if (!known.isDirectory) {
+            throw Problem{L"lies below \"" + directory + L"\", which is a file"};
         }
     }
 }

@@ -7,11 +7,11 @@
 
 namespace zip {
 
-/// The name of an entry as text, with slashes; a folder's slash at the end is kept. Throws `Problem` for every name
-/// that could leave the folder that it is unpacked into, or that one of the systems cannot hold.
+/// The name of an entry as text, with slashes; a directory's slash at the end is kept. Throws `Problem` for every name
+/// that could leave the directory that it is unpacked into, or that one of the systems cannot hold.
 std::wstring CheckedName(std::string_view bytes);
 
-/// The names of one archive; each file or folder may appear once, and no two may differ in ASCII case alone.
+/// The names of one archive; each file or directory may appear once, and no two may differ in ASCII case alone.
 class NameSet {
 public:
     /// Throws `Problem` when `name` (as `CheckedName` gives it) cannot stand beside those before it.
@@ -20,8 +20,8 @@ public:
 private:
     struct Known {
         std::wstring spelling;
-        bool isFolder = false;
-        /// Has an entry of its own, and is not just the folder of another.
+        bool isDirectory = false;
+        /// Has an entry of its own, and is not just the directory of another.
         bool isEntry = false;
     };
     void AddParents(const std::wstring& path);

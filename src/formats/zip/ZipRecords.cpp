@@ -116,7 +116,7 @@ void CheckMethod(std::uint16_t method) {
 
 void CheckKind(const CentralRecord& record) {
     constexpr std::uint32_t kindMask = 0170000;
-    constexpr std::uint32_t folder = 0040000;
+    constexpr std::uint32_t directory = 0040000;
     constexpr std::uint32_t file = 0100000;
     constexpr std::uint32_t link = 0120000;
     constexpr std::uint32_t windowsReparsePoint = 0x400;
@@ -124,10 +124,10 @@ void CheckKind(const CentralRecord& record) {
     if (kind == link || (record.externalAttributes & windowsReparsePoint) != 0) {
         throw Problem{L"is a link"};
     }
-    if (kind != 0 && kind != folder && kind != file) {
+    if (kind != 0 && kind != directory && kind != file) {
         throw Problem{L"is neither a file nor a folder"};
     }
-    if (kind != 0 && (kind == folder) != record.name.ends_with('/')) {
+    if (kind != 0 && (kind == directory) != record.name.ends_with('/')) {
         throw Problem{L"is said to be both a file and a folder"};
     }
 }

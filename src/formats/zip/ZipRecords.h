@@ -37,7 +37,7 @@ struct EntrySizes {
 struct Entry {
     /// As it stands in the archive.
     std::string name;
-    /// The same, checked, with slashes; a folder's ends in one.
+    /// The same, checked, with slashes; a directory's ends in one.
     std::wstring path;
     std::uint16_t flags = 0;
     bool isDeflated = false;
@@ -46,7 +46,7 @@ struct Entry {
     /// Where the data begin; known once the local header was read.
     std::uint64_t dataOffset = 0;
 
-    bool IsFolder() const { return name.back() == '/'; }
+    bool IsDirectory() const { return name.back() == '/'; }
     /// Checksum and sizes stand behind the data.
     bool HasDataDescriptor() const { return (flags & 8) != 0; }
 };

@@ -6,21 +6,21 @@
 /// does not say.
 namespace platform {
 
-/// What the application's own folder in the two below is named, as is the custom on this system.
-extern const wchar_t* const applicationFolderName;
+/// What the application's own directory in the two below is named, as is the custom on this system.
+extern const wchar_t* const applicationDirectoryName;
 
-/// The folder of the user's settings: %APPDATA%; $XDG_CONFIG_HOME or ~/.config.
-std::wstring UserConfigurationFolder();
+/// The directory of the user's settings: %APPDATA%; $XDG_CONFIG_HOME or ~/.config.
+std::wstring UserConfigurationDirectory();
 
-/// The folder of the user's data on this machine: %LOCALAPPDATA%; $XDG_DATA_HOME or ~/.local/share.
-std::wstring UserDataFolder();
+/// The directory of the user's data on this machine: %LOCALAPPDATA%; $XDG_DATA_HOME or ~/.local/share.
+std::wstring UserDataDirectory();
 
-/// The folder for temporary files.
-std::wstring TemporaryFolder();
+/// The directory for temporary files.
+std::wstring TemporaryDirectory();
 
-std::wstring CurrentFolder();
+std::wstring CurrentDirectory();
 
-/// The folder of the running program.
-std::wstring ProgramFolder();
+/// The directory of the running program.
+std::wstring ProgramDirectory();
 
 } // namespace platform

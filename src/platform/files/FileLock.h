@@ -17,7 +17,7 @@ public:
     FileLock(FileLock&& other) noexcept;
     FileLock& operator=(FileLock&& other) noexcept;
 
-    /// Takes the lock without waiting; the file is made where it is missing, its folder must exist. `InUse` when
+    /// Takes the lock without waiting; the file is made where it is missing, its directory must exist. `InUse` when
     /// another process (or another `FileLock` of this one) has it.
     Error Take(const std::wstring& path);
     void Release();
@@ -29,7 +29,7 @@ public:
     /// Releases the lock and removes its file. Somebody who waits to take the lock makes a new one.
     void Remove();
     /// True while the lock is held and its path names the locked file. It does not once somebody removed the file or
-    /// its folder: then another process can take the same path.
+    /// its directory: then another process can take the same path.
     bool IsInPlace() const;
 
 private:

@@ -9,8 +9,8 @@ namespace platform {
 /// True when everybody may write the file, or put another into its place: what stands in it is anybody's.
 bool IsWorldWritable(const std::wstring& file);
 
-/// True when another user could exchange what this one puts into the folder: everybody may write there without being
+/// True when another user could exchange what this one puts into the directory: everybody may write there without being
 /// held to his own entries, or, on Linux, it belongs to another user than this one and root.
-bool IsReplaceableByOthers(const std::wstring& folder);
+bool IsReplaceableByOthers(const std::wstring& directory);
 
 } // namespace platform

@@ -12,23 +12,23 @@
 namespace platform {
 namespace {
 
-/// The folders from `path` upwards that do not exist, the deepest first.
-std::vector<std::wstring> MissingFolders(const std::wstring& path) {
+/// The directories from `path` upwards that do not exist, the deepest first.
+std::vector<std::wstring> MissingDirectories(const std::wstring& path) {
     std::vector<std::wstring> missing;
-    for (std::wstring folder = WithoutTrailingSeparators(path); !folder.empty() && !Exists(folder);
-         folder = ParentFolder(folder)) {
-        missing.push_back(folder);
+    for (std::wstring directory = WithoutTrailingSeparators(path); !directory.empty() && !Exists(directory);
+         directory = ParentDirectory(directory)) {
+        missing.push_back(directory);
     }
     return missing;
 }
 
-using FolderMaker = Error (*)(const std::wstring& path);
+using DirectoryMaker = Error (*)(const std::wstring& path);
 
-Error MakeMissingFolders(const std::wstring& path, FolderMaker makeFolder) {
-    const std::vector<std::wstring> missing = MissingFolders(path);
-    for (auto folder = missing.rbegin(); folder != missing.rend(); ++folder) {
-        const Error error = makeFolder(*folder);
-        const bool madeByAnother = error.kind == ErrorKind::AlreadyExists && IsFolder(*folder);
+Error MakeMissingDirectories(const std::wstring& path, DirectoryMaker makeDirectory) {
+    const std::vector<std::wstring> missing = MissingDirectories(path);
+    for (auto directory = missing.rbegin(); directory != missing.rend(); ++directory) {
+        const Error error = makeDirectory(*directory);
+        const bool madeByAnother = error.kind == ErrorKind::AlreadyExists && IsDirectory(*directory);
         if (error && !madeByAnother) {
             return error;
         }
@@ -36,7 +36,7 @@ Error MakeMissingFolders(const std::wstring& path, FolderMaker makeFolder) {
     return {};
 }
 
-Error CreateFolders(const std::wstring& path, FolderMaker makeFolder) {
+Error CreateDirectories(const std::wstring& path, DirectoryMaker makeDirectory) {
     if (NamesNothing(path)) {
         return {ErrorKind::NotFound, 0};
     }
@@ -46,39 +46,39 @@ Error CreateFolders(const std::wstring& path, FolderMaker makeFolder) {
     if (Exists(path)) {
         return {ErrorKind::AlreadyExists, 0};
     }
-    // Others may make the parents meanwhile; who makes the folder itself is told apart from who finds it.
-    const std::wstring folder = WithoutTrailingSeparators(path);
-    const Error error = MakeMissingFolders(ParentFolder(folder), makeFolder);
-    return error ? error : makeFolder(folder);
+    // Others may make the parents meanwhile; who makes the directory itself is told apart from who finds it.
+    const std::wstring directory = WithoutTrailingSeparators(path);
+    const Error error = MakeMissingDirectories(ParentDirectory(directory), makeDirectory);
+    return error ? error : makeDirectory(directory);
 }
 
-Error EnsureFolders(const std::wstring& path, FolderMaker makeFolder) {
-    const Error error = CreateFolders(path, makeFolder);
-    return error.kind == ErrorKind::AlreadyExists && IsFolder(path) ? Error{} : error;
+Error EnsureDirectories(const std::wstring& path, DirectoryMaker makeDirectory) {
+    const Error error = CreateDirectories(path, makeDirectory);
+    return error.kind == ErrorKind::AlreadyExists && IsDirectory(path) ? Error{} : error;
 }
 
 } // namespace
 
-Error MakeMissingPrivateFolders(const std::wstring& path) {
-    return MakeMissingFolders(path, MakePrivateFolder);
+Error MakeMissingPrivateDirectories(const std::wstring& path) {
+    return MakeMissingDirectories(path, MakePrivateDirectory);
 }
 
-Error CreateFolder(const std::wstring& path) {
-    return CreateFolders(path, MakeFolder);
+Error CreateNewDirectory(const std::wstring& path) {
+    return CreateDirectories(path, MakeDirectory);
 }
 
-Error EnsureFolder(const std::wstring& path) {
-    return EnsureFolders(path, MakeFolder);
+Error EnsureDirectory(const std::wstring& path) {
+    return EnsureDirectories(path, MakeDirectory);
 }
 
-Error EnsurePrivateFolders(const std::wstring& path) {
-    return EnsureFolders(path, MakePrivateFolder);
+Error EnsurePrivateDirectories(const std::wstring& path) {
+    return EnsureDirectories(path, MakePrivateDirectory);
 }
 
-Error EnsurePrivateFolder(const std::wstring& path) {
-    const Error error = MakePrivateFolder(path);
-    const bool isThere = error.kind == ErrorKind::AlreadyExists && IsFolder(path) && !IsLink(path);
-    return isThere ? RequireOwnFolder(path) : error;
+Error EnsurePrivateDirectory(const std::wstring& path) {
+    const Error error = MakePrivateDirectory(path);
+    const bool isThere = error.kind == ErrorKind::AlreadyExists && IsDirectory(path) && !IsLink(path);
+    return isThere ? RequireOwnDirectory(path) : error;
 }
 
 bool HasExtension(const std::wstring& name, const std::wstring& extension) {
@@ -130,8 +130,8 @@ Error CreateEmptyFile(const std::wstring& path) {
     return removal ? removal : File().OpenForAppending(path, true, AppendTo::RegularFile);
 }
 
-Error CreateEmptyFileIn(const std::wstring& folder, const std::wstring& name) {
-    return IsLink(folder) ? Error{ErrorKind::NotSupported, 0} : CreateEmptyFile(ResolveAgainst(folder, name));
+Error CreateEmptyFileIn(const std::wstring& directory, const std::wstring& name) {
+    return IsLink(directory) ? Error{ErrorKind::NotSupported, 0} : CreateEmptyFile(ResolveAgainst(directory, name));
 }
 
 } // namespace platform

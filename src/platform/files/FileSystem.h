@@ -9,51 +9,51 @@
 #include <string_view>
 #include <vector>
 
-/// Files and folders. Paths are library text (either separator); a path with an embedded U+0000 names nothing.
+/// Files and directories. Paths are library text (either separator); a path with an embedded U+0000 names nothing.
 /// All functions may be called from any thread.
 namespace platform {
 
-/// True when `path` names a file or folder (links followed, mode 0: existence alone).
+/// True when `path` names a file or directory (links followed, mode 0: existence alone).
 bool Exists(const std::wstring& path);
 
-/// True when `path` names a folder (links followed).
-bool IsFolder(const std::wstring& path);
+/// True when `path` names a directory (links followed).
+bool IsDirectory(const std::wstring& path);
 
 /// True when `path` itself is a symbolic link, junction or other reparse point.
 bool IsLink(const std::wstring& path);
 
-/// Makes the folder `path` and its missing parents. Fails with `NotAbsolute` for a relative path, `AlreadyExists` when
-/// the name is taken (by a folder too), as the shell's own function on Windows does.
-Error CreateFolder(const std::wstring& path);
+/// Makes the directory `path` and its missing parents. Fails with `NotAbsolute` for a relative path, `AlreadyExists`
+/// when the name is taken (by a directory too), as the shell's own function on Windows does.
+Error CreateNewDirectory(const std::wstring& path);
 
-/// As `CreateFolder`, but an existing folder is success.
-Error EnsureFolder(const std::wstring& path);
+/// As `CreateNewDirectory`, but an existing directory is success.
+Error EnsureDirectory(const std::wstring& path);
 
-/// As `EnsureFolder`, but what is made is for its owner alone (0700; on Windows what the parent hands down).
-Error EnsurePrivateFolders(const std::wstring& path);
+/// As `EnsureDirectory`, but what is made is for its owner alone (0700; on Windows what the parent hands down).
+Error EnsurePrivateDirectories(const std::wstring& path);
 
-/// As `EnsurePrivateFolders` for one level. An existing folder keeps its permissions, and is refused with
+/// As `EnsurePrivateDirectories` for one level. An existing directory keeps its permissions, and is refused with
 /// `AccessDenied` when it belongs to somebody else, and with `AlreadyExists` when it is a link.
-Error EnsurePrivateFolder(const std::wstring& path);
+Error EnsurePrivateDirectory(const std::wstring& path);
 
-struct FolderEntry {
+struct DirectoryEntry {
     std::wstring name;
-    /// Links followed: a link to a folder is a folder.
-    bool isFolder = false;
+    /// Links followed: a link to a directory is a directory.
+    bool isDirectory = false;
     /// A symbolic link, junction or other reparse point.
     bool isLink = false;
 };
 
-/// Appends the entries of `folder` without "." and "..": in the system's order on Windows, sorted without regard to
-/// case on Linux. An entry whose status cannot be read, such as a link to nothing, is no folder. On Linux names with a
-/// backslash, which in library text would be paths, are left out. After a failure nothing is appended.
-Error ListFolder(const std::wstring& folder, std::vector<FolderEntry>& entries);
+/// Appends the entries of `directory` without "." and "..": in the system's order on Windows, sorted without regard to
+/// case on Linux. An entry whose status cannot be read, such as a link to nothing, is no directory. On Linux names with
+/// a backslash, which in library text would be paths, are left out. After a failure nothing is appended.
+Error ListDirectory(const std::wstring& directory, std::vector<DirectoryEntry>& entries);
 
 /// True when `name` ends in `extension` (".rb") as this system matches file names: without regard to case on Windows,
 /// exactly on Linux.
 bool HasExtension(const std::wstring& name, const std::wstring& extension);
 
-/// Identifies one folder or file among all of this machine (links followed); nothing when it does not exist.
+/// Identifies one directory or file among all of this machine (links followed); nothing when it does not exist.
 struct FileIdentity {
     std::uint64_t volume = 0;
     std::uint64_t file = 0;
@@ -83,11 +83,11 @@ Error ReadFileRetrying(const std::wstring& path, std::size_t limit, std::string&
 /// waits for the disk.
 enum class Durability { Unsynced, Synced };
 
-/// Makes `path` hold exactly `bytes`, all or nothing: a temporary file in the same folder, flushed to the disk where it
-/// is to outlive the machine, renamed over the target, which keeps its permissions on Linux; a link at `path` is
-/// replaced itself. After a power failure the old or the new content stands there. Missing parent folders are made, for
-/// the owner alone. On Windows a target held open by others is tried 200 times more, 1 ms apart. After a failure the
-/// old file is untouched and no temporary file is left.
+/// Makes `path` hold exactly `bytes`, all or nothing: a temporary file in the same directory, flushed to the disk where
+/// it is to outlive the machine, renamed over the target, which keeps its permissions on Linux; a link at `path` is
+/// replaced itself. After a power failure the old or the new content stands there. Missing parent directories are made,
+/// for the owner alone. On Windows a target held open by others is tried 200 times more, 1 ms apart. After a failure
+/// the old file is untouched and no temporary file is left.
 Error ReplaceFile(const std::wstring& path, std::string_view bytes, Durability durability = Durability::Synced);
 
 /// As `ReplaceFile`, and the file that stood there before is kept as `backupPath` (replacing an earlier one), at no
@@ -99,11 +99,11 @@ Error ReplaceFileKeepingBackup(const std::wstring& path, std::string_view bytes,
 void RemoveStaleTemporaries(const std::wstring& path);
 
 /// Creates or truncates a file and leaves it empty. Others may hold it open for reading and writing. A link (a hard one
-/// too), pipe or socket at `path` is replaced itself; a folder stays.
+/// too), pipe or socket at `path` is replaced itself; a directory stays.
 Error CreateEmptyFile(const std::wstring& path);
 
-/// The same for the file `name` in `folder`, which must not be a link: else `NotSupported`.
-Error CreateEmptyFileIn(const std::wstring& folder, const std::wstring& name);
+/// The same for the file `name` in `directory`, which must not be a link: else `NotSupported`.
+Error CreateEmptyFileIn(const std::wstring& directory, const std::wstring& name);
 
 /// Renames within one volume, replacing the target.
 Error RenameFile(const std::wstring& from, const std::wstring& to);
@@ -111,10 +111,10 @@ Error RenameFile(const std::wstring& from, const std::wstring& to);
 /// Removes one file; a link is removed itself.
 Error RemoveFile(const std::wstring& path);
 
-/// Removes a folder with all it holds; links and junctions inside are removed themselves and never followed, read-only
-/// entries are removed too. `path` itself must be a real folder: a link or file is refused with `NotSupported`. What
-/// cannot be removed is left (on Linux also what another file system holds that is mounted inside), the rest goes on,
-/// and the first failure is the result. Any depth.
+/// Removes a directory with all it holds; links and junctions inside are removed themselves and never followed,
+/// read-only entries are removed too. `path` itself must be a real directory: a link or file is refused with
+/// `NotSupported`. What cannot be removed is left (on Linux also what another file system holds that is mounted
+/// inside), the rest goes on, and the first failure is the result. Any depth.
 Error RemoveTree(const std::wstring& path);
 
 } // namespace platform

@@ -63,11 +63,11 @@ std::wstring ToNativeText(const std::wstring& path) {
     return native;
 }
 
-std::wstring ResolveAgainst(const std::wstring& folder, const std::wstring& path) {
-    return Resolved(Rebase(folder, path));
+std::wstring ResolveAgainst(const std::wstring& directory, const std::wstring& path) {
+    return Resolved(Rebase(directory, path));
 }
 
-std::wstring ParentFolder(const std::wstring& path) {
+std::wstring ParentDirectory(const std::wstring& path) {
     const std::size_t root = RootLength(path);
     if (path.size() <= root) {
         return {};

@@ -4,7 +4,7 @@
 
 namespace platform {
 
-/// What separates folders in a path of this system, and paths in a list such as PATH.
+/// What separates directories in a path of this system, and paths in a list such as PATH.
 extern const wchar_t nativeSeparator;
 extern const wchar_t pathListSeparator;
 
@@ -21,13 +21,13 @@ std::wstring ToNativeText(const std::wstring& path);
 /// Windows.
 bool IsAbsolute(const std::wstring& path);
 
-/// `path` made absolute against `folder` (itself absolute), with "." and ".." and doubled separators resolved in the
+/// `path` made absolute against `directory` (itself absolute), with "." and ".." and doubled separators resolved in the
 /// text alone (no link is looked at). Library writing (backslashes). An absolute `path` is only tidied.
-std::wstring ResolveAgainst(const std::wstring& folder, const std::wstring& path);
+std::wstring ResolveAgainst(const std::wstring& directory, const std::wstring& path);
 
-/// The folder part without a trailing separator ("C:\a" of "C:\a\b"; the root keeps its separator), empty when there is
-/// none. Either separator counts.
-std::wstring ParentFolder(const std::wstring& path);
+/// The directory part without a trailing separator ("C:\a" of "C:\a\b"; the root keeps its separator), empty when there
+/// is none. Either separator counts.
+std::wstring ParentDirectory(const std::wstring& path);
 
 /// The part after the last separator. Either separator counts.
 std::wstring FileName(const std::wstring& path);

@@ -14,8 +14,8 @@ inline bool IsSeparator(wchar_t character) {
 /// begins with a name.
 std::size_t RootLength(const std::wstring& path);
 
-/// `path` as seen from `folder`, with nothing resolved yet. An absolute `path` is returned as it is.
-std::wstring Rebase(const std::wstring& folder, const std::wstring& path);
+/// `path` as seen from `directory`, with nothing resolved yet. An absolute `path` is returned as it is.
+std::wstring Rebase(const std::wstring& directory, const std::wstring& path);
 
 /// True for a path that names nothing: an empty one, and one with an embedded U+0000, which a system call would cut.
 inline bool NamesNothing(const std::wstring& path) {

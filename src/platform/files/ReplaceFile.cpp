@@ -41,8 +41,8 @@ bool IsTemporaryOf(const std::wstring& name, const std::wstring& start) {
            name.find_first_not_of(text::hexadecimalDigits, start.size()) == std::wstring::npos;
 }
 
-/// The name of a file that is to stand at `target`, in the same folder, while it is not whole yet. What is left of it
-/// is removed at the end.
+/// The name of a file that is to stand at `target`, in the same directory, while it is not whole yet. What is left of
+/// it is removed at the end.
 class TemporaryName {
 public:
     explicit TemporaryName(const std::wstring& target)
@@ -63,8 +63,8 @@ Error CreateWithParents(File& file, const std::wstring& path, const std::wstring
     if (error.kind != ErrorKind::NotFound) {
         return error;
     }
-    const Error folderError = MakeMissingPrivateFolders(ParentFolder(path));
-    return folderError ? folderError : file.CreateNew(path, model);
+    const Error directoryError = MakeMissingPrivateDirectories(ParentDirectory(path));
+    return directoryError ? directoryError : file.CreateNew(path, model);
 }
 
 /// Writes a new file with the permissions of `model`.
@@ -105,13 +105,13 @@ Error KeepAs(const std::wstring& path, const std::wstring& backupPath) {
     return error;
 }
 
-/// The folder is flushed for a name that is new in it: without, the whole file could be missing after a power failure.
-/// A name that was there before leads to a whole file, the old or the new one, in any case.
+/// The directory is flushed for a name that is new in it: without, the whole file could be missing after a power
+/// failure. A name that was there before leads to a whole file, the old or the new one, in any case.
 Error MoveIntoPlace(const TemporaryName& temporary, const std::wstring& path, Durability durability) {
     const bool isNew = !Exists(path);
     const Error error = RenameFile(temporary.Path(), path);
     fault_points::ReachFaultPoint(fault_points::FaultPoint::FileRenamed);
-    return error || !isNew || durability == Durability::Unsynced ? error : FlushFolder(ParentFolder(path));
+    return error || !isNew || durability == Durability::Unsynced ? error : FlushDirectory(ParentDirectory(path));
 }
 
 Error RequireFileName(const std::wstring& path) {
@@ -123,12 +123,12 @@ Error RequireFileName(const std::wstring& path) {
 
 void RemoveStaleTemporaries(const std::wstring& path) {
     const std::wstring start = TemporaryStart(path);
-    std::vector<FolderEntry> entries;
+    std::vector<DirectoryEntry> entries;
     // What cannot be listed or removed now is met again at the next start.
-    (void)ListFolder(ParentFolder(path), entries);
-    for (const FolderEntry& entry : entries) {
+    (void)ListDirectory(ParentDirectory(path), entries);
+    for (const DirectoryEntry& entry : entries) {
         if (start != temporaryMark && IsTemporaryOf(entry.name, start)) {
-            (void)RemoveFile(ResolveAgainst(ParentFolder(path), entry.name));
+            (void)RemoveFile(ResolveAgainst(ParentDirectory(path), entry.name));
         }
     }
 }

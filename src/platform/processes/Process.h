@@ -18,8 +18,8 @@ struct ProcessStart {
     bool searchPath = false;
     /// The arguments after the program's own name; quoted for the child as its C runtime reads them.
     std::vector<std::wstring> arguments;
-    /// The child's current folder; empty: the parent's.
-    std::wstring currentFolder;
+    /// The child's current directory; empty: the parent's.
+    std::wstring currentDirectory;
     /// Variables that differ from the parent's: a value sets, no value removes.
     std::vector<std::pair<std::wstring, std::optional<std::wstring>>> environment;
     /// Out of the parent's console and session: no window, no Ctrl-C, no hang-up from there.
@@ -31,10 +31,10 @@ struct ProcessStart {
 };
 
 /// Starts a process (posix_spawn; CreateProcessW with an explicit handle list), never through a shell. On success
-/// `process` is its handle, which the caller owns. Fails with `NotFound` when the program or the current folder is
-/// missing, `NotAbsolute` for a relative path, `TooLarge` on Windows for a current folder beyond 258 characters without
-/// a short name, `NotSupported` for a text with U+0000 and, on Windows, for a program that is not ".exe" or ".com" (the
-/// system would hand it to a command interpreter). Any thread.
+/// `process` is its handle, which the caller owns. Fails with `NotFound` when the program or the current directory is
+/// missing, `NotAbsolute` for a relative path, `TooLarge` on Windows for a current directory beyond 258 characters
+/// without a short name, `NotSupported` for a text with U+0000 and, on Windows, for a program that is not ".exe" or
+/// ".com" (the system would hand it to a command interpreter). Any thread.
 Error StartProcess(const ProcessStart& start, OwnedHandle& process);
 
 /// A handle to this very process that a child can inherit and wait for, to notice that its parent has ended by whatever

@@ -17,7 +17,7 @@ void CloseProcessHandle(void* process);
 /// A second handle to the same process or event, to be closed by itself; null when `handle` is not one.
 [[nodiscard]] void* CopyHandle(void* handle);
 
-/// Owns one handle that can be waited for (process, event, folder watch). Move-only.
+/// Owns one handle that can be waited for (process, event, directory watch). Move-only.
 class OwnedHandle {
 public:
     OwnedHandle() = default;

@@ -19,7 +19,7 @@ bool IsVariableRefused(const std::pair<std::wstring, std::optional<std::wstring>
 }
 
 bool HasRefusedText(const ProcessStart& start) {
-    return IsCut(start.program) || IsCut(start.currentFolder) ||
+    return IsCut(start.program) || IsCut(start.currentDirectory) ||
            std::any_of(start.arguments.begin(), start.arguments.end(), IsCut) ||
            std::any_of(start.environment.begin(), start.environment.end(), IsVariableRefused);
 }

@@ -8,16 +8,16 @@
 namespace platform {
 namespace {
 
-std::vector<std::wstring> SearchFolders() {
+std::vector<std::wstring> SearchDirectories() {
     const std::wstring list = GetEnvironment(L"PATH").value_or(std::wstring());
-    std::vector<std::wstring> folders;
+    std::vector<std::wstring> directories;
     for (std::size_t begin = 0; begin <= list.size();) {
         const std::size_t end = std::min(list.find(pathListSeparator, begin), list.size());
-        folders.push_back(list.substr(begin, end - begin));
+        directories.push_back(list.substr(begin, end - begin));
         begin = end + 1;
     }
-    std::erase_if(folders, [](const std::wstring& folder) { return !IsAbsolute(folder); });
-    return folders;
+    std::erase_if(directories, [](const std::wstring& directory) { return !IsAbsolute(directory); });
+    return directories;
 }
 
 } // namespace
@@ -26,9 +26,9 @@ std::optional<std::wstring> FindProgram(const std::wstring& name) {
     if (name.empty() || FileName(name) != name) {
         return std::nullopt;
     }
-    for (const std::wstring& folder : SearchFolders()) {
+    for (const std::wstring& directory : SearchDirectories()) {
         for (const std::wstring& fileName : ProgramFileNames(name)) {
-            const std::wstring path = ResolveAgainst(folder, fileName);
+            const std::wstring path = ResolveAgainst(directory, fileName);
             if (IsProgramFile(path)) {
                 return path;
             }

@@ -6,8 +6,9 @@
 
 namespace platform {
 
-/// The absolute path of the program that a bare name stands for, looked up in the folders of PATH alone: never in the
-/// current folder, nor in an entry of PATH that is not absolute. On Windows a name without an extension stands for
+/// The absolute path of the program that a bare name stands for, looked up in the directories of PATH alone: never in
+/// the current directory, nor in an entry of PATH that is not absolute. On Windows a name without an extension stands
+/// for
 /// ".exe", then ".com". Nothing when there is none. Any thread.
 [[nodiscard]] std::optional<std::wstring> FindProgram(const std::wstring& name);
 

@@ -12,7 +12,7 @@
 /// Waiting for several things at once, without looking again and again.
 namespace platform {
 
-/// Waits until one of `handles` (processes, events, folder watches; not null) is signalled, or the time is over. The
+/// Waits until one of `handles` (processes, events, directory watches; not null) is signalled, or the time is over. The
 /// index of the first signalled one; nothing when the time is over. At most 63 handles; one that is not open counts as
 /// signalled. No timeout: waits for ever.
 std::optional<std::size_t> WaitForAny(const std::vector<void*>& handles,
@@ -34,15 +34,15 @@ private:
     OwnedHandle handle;
 };
 
-/// Signalled when an entry appears in, leaves or is renamed in a folder (not below it). Changes between two waits may
-/// come as one: the caller looks at the folder itself, after `Rearm`.
-class FolderWatch {
+/// Signalled when an entry appears in, leaves or is renamed in a directory (not below it). Changes between two waits
+/// may come as one: the caller looks at the directory itself, after `Rearm`.
+class DirectoryWatch {
 public:
-    /// Watches `folder`; when the system cannot, `Handle()` is null and the caller looks by time.
-    explicit FolderWatch(const std::wstring& folder);
-    ~FolderWatch();
-    FolderWatch(const FolderWatch&) = delete;
-    FolderWatch& operator=(const FolderWatch&) = delete;
+    /// Watches `directory`; when the system cannot, `Handle()` is null and the caller looks by time.
+    explicit DirectoryWatch(const std::wstring& directory);
+    ~DirectoryWatch();
+    DirectoryWatch(const DirectoryWatch&) = delete;
+    DirectoryWatch& operator=(const DirectoryWatch&) = delete;
     void* Handle() const { return handle; }
     /// Makes it wait for the next change.
     void Rearm();

@@ -30,7 +30,7 @@ void ProvideLibraries(const std::wstring& module, const std::vector<std::wstring
 void FreeModule(void* module);
 
 /// From here on the system looks for libraries that anybody asks it for beside the program and among its own, no longer
-/// in the current folder and in PATH. Linux never looks in the current folder. Called first of all in a program.
+/// in the current directory and in PATH. Linux never looks in the current directory. Called first of all in a program.
 void HardenLibrarySearch();
 
 } // namespace platform

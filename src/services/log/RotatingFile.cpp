@@ -82,7 +82,7 @@ void RotatingFile::OpenFile() {
     // Before it is opened: when another process renames it in between, the next look finds that it is not this one.
     const std::optional<platform::FileIdentity> named = platform::IdentityOf(currentPath);
     platform::File opened;
-    platform::Error error = platform::EnsurePrivateFolders(platform::ParentFolder(currentPath));
+    platform::Error error = platform::EnsurePrivateDirectories(platform::ParentDirectory(currentPath));
     if (!error) {
         error = opened.OpenForAppending(currentPath, false, platform::AppendTo::FileOrDevice);
     }

@@ -5,7 +5,7 @@
 #include <gtest/gtest.h>
 #include <sys/resource.h>
 
-#include "support/TemporaryFolder.h"
+#include "support/TemporaryDirectory.h"
 
 namespace {
 
@@ -31,8 +31,8 @@ private:
 };
 
 TEST(CutLogRecordTest, ARecordThatWasCutDoesNotRunIntoTheNextOne) {
-    const TemporaryFolder folder;
-    const std::wstring path = folder / L"controller.log";
+    const TemporaryDirectory directory;
+    const std::wstring path = directory / L"controller.log";
     log_file::RotatingFile file{log_file::RotationLimits{}};
     file.SetPath(path);
     file.Append("record one\n", 1);

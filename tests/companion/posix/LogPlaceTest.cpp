@@ -5,16 +5,18 @@
 #include <unistd.h>
 
 #include "platform/files/NativePath.h"
-#include "support/TemporaryFolder.h"
+#include "support/TemporaryDirectory.h"
 #include "text/Text.h"
 
 namespace {
 
 class LogPlaceTest : public testing::Test {
 protected:
-    std::string Native(const std::wstring& name) const { return text::ToUtf8(platform::ToNativeText(folder / name)); }
+    std::string Native(const std::wstring& name) const {
+        return text::ToUtf8(platform::ToNativeText(directory / name));
+    }
 
-    const TemporaryFolder folder;
+    const TemporaryDirectory directory;
     log_file::RotatingFile file{{.bytes = 1000, .files = 3}};
 };
 
@@ -22,7 +24,7 @@ protected:
 
 TEST_F(LogPlaceTest, ANamedPipeWithoutAReaderHoldsNobodyUp) {
     ASSERT_EQ(mkfifo(Native(L"controller.log").c_str(), 0600), 0);
-    file.SetPath(folder / L"controller.log");
+    file.SetPath(directory / L"controller.log");
     testing::internal::CaptureStderr();
     file.Append("record\n", 1);
     EXPECT_NE(testing::internal::GetCapturedStderr().find("cannot be written"), std::string::npos);
@@ -30,7 +32,7 @@ TEST_F(LogPlaceTest, ANamedPipeWithoutAReaderHoldsNobodyUp) {
 
 TEST_F(LogPlaceTest, ALinkOfTheUserToAnotherPlaceIsFollowed) {
     ASSERT_EQ(symlink(Native(L"elsewhere.log").c_str(), Native(L"controller.log").c_str()), 0);
-    file.SetPath(folder / L"controller.log");
+    file.SetPath(directory / L"controller.log");
     file.Append("record\n", 1);
-    EXPECT_EQ(ReadTextFile(folder / L"elsewhere.log"), "record\n");
+    EXPECT_EQ(ReadTextFile(directory / L"elsewhere.log"), "record\n");
 }

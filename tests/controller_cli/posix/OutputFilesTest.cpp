@@ -12,7 +12,7 @@ namespace {
 class OutputFilesTest : public FrontEndFixture {
 protected:
     OutputFilesTest() {
-        WriteTextFile(folder / L"jobs.json",
+        WriteTextFile(directory / L"jobs.json",
                       R"({"EnqueueJobs":[{"inputFileSets":[["a"]]},{"inputFileSets":[["b"]]}]})");
         host.transmitter.onSend = [this](const ScriptedTransmitter::Event& request) {
             EnqueueJobsInfo info;
@@ -25,7 +25,7 @@ protected:
         };
     }
 
-    std::wstring Native(const std::wstring& name) { return platform::ToNativeText(folder / name); }
+    std::wstring Native(const std::wstring& name) { return platform::ToNativeText(directory / name); }
     std::string Bytes(const std::wstring& name) { return text::ToUtf8(Native(name)); }
 };
 
@@ -37,7 +37,7 @@ TEST_F(OutputFilesTest, LinesThatTheFileDoesNotTakeGoToStandardOutput) {
 }
 
 TEST_F(OutputFilesTest, AFileIsTheSameThroughALink) {
-    const std::string before = ReadTextFile(folder / L"jobs.json");
+    const std::string before = ReadTextFile(directory / L"jobs.json");
     ASSERT_EQ(link(Bytes(L"jobs.json").c_str(), Bytes(L"hard").c_str()), 0);
     ASSERT_EQ(symlink(Bytes(L"jobs.json").c_str(), Bytes(L"soft").c_str()), 0);
     ASSERT_EQ(symlink(".", Bytes(L"sub").c_str()), 0);
@@ -47,7 +47,7 @@ TEST_F(OutputFilesTest, AFileIsTheSameThroughALink) {
         EXPECT_NE(console.errors.find(" is named twice, as "), std::string::npos) << console.errors;
     }
     EXPECT_EQ(Run({Native(L"jobs.json"), L"-o", Native(L"new"), L"-l", Native(L"sub/new")}), 2);
-    EXPECT_EQ(ReadTextFile(folder / L"jobs.json"), before);
+    EXPECT_EQ(ReadTextFile(directory / L"jobs.json"), before);
     EXPECT_TRUE(host.Requests().empty());
 }
 

@@ -26,8 +26,8 @@ protected:
         GTEST_SKIP() << "a sanitizer must be loaded first";
 #endif
         setenv(jumpingClockVariable, ClockFile().c_str(), 1);
-        setenv("LD_PRELOAD", Native(platform::ResolveAgainst(platform::ProgramFolder(), L"jumping_clock.so")).c_str(),
-               1);
+        setenv("LD_PRELOAD",
+               Native(platform::ResolveAgainst(platform::ProgramDirectory(), L"jumping_clock.so")).c_str(), 1);
     }
     void TearDown() override {
         unsetenv("LD_PRELOAD");
@@ -42,7 +42,7 @@ protected:
     }
 
     std::string ClockFile() const {
-        return Native(folder / L"clock");
+        return Native(directory / L"clock");
     }
     static std::string Native(const std::wstring& path) {
         return text::ToUtf8(platform::ToNativeText(path));

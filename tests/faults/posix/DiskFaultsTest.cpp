@@ -21,7 +21,7 @@ class DiskFaultsTest : public FaultFixture {
 protected:
     void SetUp() override {
         if (IsInOwnNameSpace()) {
-            disk.emplace(folder / L"disk");
+            disk.emplace(directory / L"disk");
             if (!disk->Problem().empty()) {
                 GTEST_SKIP() << disk->Problem();
             }
@@ -139,7 +139,7 @@ TEST_F(DiskFaultsTest, AFullDiskUnderTheLogLosesMessagesAndNoJob) {
     EXPECT_EQ(SavedJobs().size(), 101U);
 }
 
-TEST_F(DiskFaultsTest, AFolderThatIsReadOnlyForAWhileIsLikeAFullDisk) {
+TEST_F(DiskFaultsTest, ADirectoryThatIsReadOnlyForAWhileIsLikeAFullDisk) {
     if (HasRunInChild()) {
         return;
     }
@@ -154,7 +154,7 @@ TEST_F(DiskFaultsTest, AFolderThatIsReadOnlyForAWhileIsLikeAFullDisk) {
     Await("the saved list", [this] { return SavedJobs().size() == 3; });
 }
 
-TEST_F(DiskFaultsTest, AHostWhoseListFolderIsReadOnlySaysSoAndEnds) {
+TEST_F(DiskFaultsTest, AHostWhoseListDirectoryIsReadOnlySaysSoAndEnds) {
     if (HasRunInChild()) {
         return;
     }
@@ -165,42 +165,42 @@ TEST_F(DiskFaultsTest, AHostWhoseListFolderIsReadOnlySaysSoAndEnds) {
     EXPECT_NE(ending.output.find("Read-only file system"), std::string::npos) << ending.output;
 }
 
-/// The folders of a host move away or vanish under it.
-using DiskFaultsTest_Folders = FaultFixture;
+/// The directories of a host move away or vanish under it.
+using DiskFaultsTest_Directories = FaultFixture;
 
-TEST_F(DiskFaultsTest_Folders, AListFolderThatWasRemovedIsMadeAgainWithTheWholeList) {
+TEST_F(DiskFaultsTest_Directories, AListDirectoryThatWasRemovedIsMadeAgainWithTheWholeList) {
     Place("lists/job_list.json", "lists/controller.log", "work");
     StartHost();
     TestClient frontEnd(endpointName);
     ExpectJobs(frontEnd, "exit 0", 2, JobStatus::Success);
     // The host may be writing into it just now.
-    Await("the removal", [this] { return !platform::RemoveTree(folder / L"lists"); });
+    Await("the removal", [this] { return !platform::RemoveTree(directory / L"lists"); });
     ExpectJobs(frontEnd, "exit 0", 1, JobStatus::Success);
     Await("the saved list", [this] { return SavedJobs().size() == 3; });
 }
 
-TEST_F(DiskFaultsTest_Folders, AListFolderThatWasRenamedIsMadeAgainWithTheWholeList) {
+TEST_F(DiskFaultsTest_Directories, AListDirectoryThatWasRenamedIsMadeAgainWithTheWholeList) {
     Place("lists/job_list.json", "controller.log", "work");
     StartHost();
     TestClient frontEnd(endpointName);
     ExpectJobs(frontEnd, "exit 0", 2, JobStatus::Success);
-    ASSERT_FALSE(platform::RenameFile(folder / L"lists", folder / L"old_lists"));
+    ASSERT_FALSE(platform::RenameFile(directory / L"lists", directory / L"old_lists"));
     ExpectJobs(frontEnd, "exit 0", 1, JobStatus::Success);
     Await("the saved list", [this] { return SavedJobs().size() == 3; });
 }
 
-TEST_F(DiskFaultsTest_Folders, AWorkDirectoryThatWasRemovedUnderARunningJobFailsItAloneAndIsMadeAgain) {
+TEST_F(DiskFaultsTest_Directories, AWorkDirectoryThatWasRemovedUnderARunningJobFailsItAloneAndIsMadeAgain) {
     StartHost();
     TestClient frontEnd(endpointName);
     const std::wstring id = frontEnd.Enqueue(JobsFile("be ready\nwait for request")).at(0).id;
     Await("the scenario", [&] { return platform::Exists(WorkDirOf(id) + L"\\ready"); });
-    ASSERT_FALSE(platform::RenameFile(folder / L"work", folder / L"old_work"));
+    ASSERT_FALSE(platform::RenameFile(directory / L"work", directory / L"old_work"));
     frontEnd.Cancel(id);
     frontEnd.AwaitStatus(id, JobStatus::Canceled);
     ExpectJobs(frontEnd, "exit 0", 1, JobStatus::Success);
 }
 
-TEST_F(DiskFaultsTest_Folders, ALockThatIsALinkIsNotFollowed) {
+TEST_F(DiskFaultsTest_Directories, ALockThatIsALinkIsNotFollowed) {
     ASSERT_EQ(symlink("/dev/null", text::ToUtf8(platform::ToNativeText(listFile + L".lock")).c_str()), 0);
     const test_support::Ending ending = test_support::RunToEnd(Host({}));
     EXPECT_EQ(ending.exitCode, couldNotRun);
@@ -248,12 +248,12 @@ TEST_F(DiskFaultsTest_Permissions, WhatMayNotBeWrittenForAWhileIsWrittenAfterwar
     TestClient frontEnd(endpointName);
     ExpectJobs(frontEnd, "exit 0", 1, JobStatus::Success);
     for (const wchar_t* part : {L"lists", L"logs", L"work"}) {
-        Allow(folder / part, 0500);
+        Allow(directory / part, 0500);
     }
     ExpectJobs(frontEnd, "exit 0", 1, JobStatus::Failed);
     EXPECT_EQ(SavedJobs().size(), 1U);
     for (const wchar_t* part : {L"lists", L"logs", L"work"}) {
-        Allow(folder / part, 0700);
+        Allow(directory / part, 0700);
     }
     ExpectJobs(frontEnd, "exit 0", 1, JobStatus::Success);
     Await("the saved list", [this] { return SavedJobs().size() == 3; });

@@ -177,8 +177,8 @@ TEST_F(ResourceLimitsTest_Here, AWaitForMoreHandlesThanAreAllowedDoesNotSpin) {
 }
 
 TEST_F(ResourceLimitsTest_Here, SettingsThatCouldNotBeOpenedAreReadAsSoonAsTheyCan) {
-    const TemporaryFolder folder;
-    const std::wstring path = folder / L"settings.json";
+    const TemporaryDirectory directory;
+    const std::wstring path = directory / L"settings.json";
     WriteTextFile(path, R"({"logFile":"","culture":"de-DE"})");
     settings::UseFile(path);
     ASSERT_EQ(settings::Current()->culture, L"de-DE");

@@ -14,15 +14,15 @@
 
 namespace {
 
-std::wstring Filler(const std::wstring& folder) {
-    return folder + L"\\filler";
+std::wstring Filler(const std::wstring& directory) {
+    return directory + L"\\filler";
 }
 
 } // namespace
 
-SmallDisk::SmallDisk(const std::wstring& folder)
-    : path(folder), nativePath(text::ToUtf8(platform::ToNativeText(folder))) {
-    if (platform::EnsureFolder(path)) {
+SmallDisk::SmallDisk(const std::wstring& directory)
+    : path(directory), nativePath(text::ToUtf8(platform::ToNativeText(directory))) {
+    if (platform::EnsureDirectory(path)) {
         throw std::runtime_error("cannot make the folder for the disk");
     }
     Note("mounting", mount("none", nativePath.c_str(), "tmpfs", 0, "size=1m,mode=0755"));

@@ -6,7 +6,7 @@
 /// (`IsInOwnNameSpace`).
 class SmallDisk {
 public:
-    /// Mounts it at the folder `path`, which is made.
+    /// Mounts it at the directory `path`, which is made.
     explicit SmallDisk(const std::wstring& path);
     ~SmallDisk();
     SmallDisk(const SmallDisk&) = delete;

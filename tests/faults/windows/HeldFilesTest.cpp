@@ -69,7 +69,7 @@ TEST_F(HeldFilesTest, AListThatIsHeldAtTheStartIsNotTakenForNone) {
 }
 
 TEST_F(HeldFilesTest, AResultThatIsHeldForAMomentIsRead) {
-    const std::wstring path = folder / L"run_scenario_result.json";
+    const std::wstring path = directory / L"run_scenario_result.json";
     WriteTextFile(path, R"({"version":1,"jobId":"a","succeeded":true})");
     HeldFile held(path);
     std::thread holder([&held] {

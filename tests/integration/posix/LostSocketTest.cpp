@@ -14,7 +14,7 @@ class LostSocketTest : public HostProcessFixture {
 protected:
     std::wstring SocketPath() const {
         host_lock::Holder holder;
-        EXPECT_TRUE(host_lock::FindHolder(folder / L"job_list.json", holder));
+        EXPECT_TRUE(host_lock::FindHolder(directory / L"job_list.json", holder));
         return platform::ResolveAgainst({}, holder.place);
     }
 
@@ -23,7 +23,7 @@ protected:
     /// A front end of another session.
     platform::ProcessStart FrontEndElsewhere(const std::vector<std::wstring>& arguments) const {
         platform::ProcessStart start = FrontEndProcess(arguments);
-        const std::string runtime = text::ToUtf8(platform::ToNativeText(folder / L"runtime"));
+        const std::string runtime = text::ToUtf8(platform::ToNativeText(directory / L"runtime"));
         ::mkdir(runtime.c_str(), 0700);
         start.environment.emplace_back(L"XDG_RUNTIME_DIR", text::FromUtf8(runtime));
         return start;
@@ -35,7 +35,7 @@ TEST_F(LostSocketTest, AHostWhoseSocketIsRemovedIsReachedAgain) {
     ASSERT_FALSE(platform::RemoveFile(SocketPath()));
     const auto listed = test_support::RunToEnd(FrontEndProcess({L"--list"}));
     EXPECT_EQ(listed.exitCode, 0) << listed.output;
-    ASSERT_FALSE(platform::RemoveTree(platform::ParentFolder(SocketPath())));
+    ASSERT_FALSE(platform::RemoveTree(platform::ParentDirectory(SocketPath())));
     const auto started = test_support::RunToEnd(Host({L"--background"}));
     EXPECT_EQ(started.exitCode, 0) << started.output;
     const auto stopped = test_support::RunToEnd(FrontEndProcess({L"--stop-host"}));
@@ -46,12 +46,12 @@ TEST_F(LostSocketTest, AHostWhoseSocketIsRemovedIsReachedAgain) {
 TEST_F(LostSocketTest, AHostThatEndsLeavesNeitherSocketNorLock) {
     StartHost();
     const std::wstring socket = SocketPath();
-    const std::wstring socketFolder = platform::ParentFolder(socket);
+    const std::wstring socketDirectory = platform::ParentDirectory(socket);
     ASSERT_TRUE(platform::Exists(socket));
     TestClient(endpointName).Terminate();
     EXPECT_EQ(AwaitHostEnd(), 0);
     EXPECT_FALSE(platform::Exists(socket));
-    EXPECT_FALSE(platform::Exists(socketFolder + L"\\" + endpointName + L".lock"));
+    EXPECT_FALSE(platform::Exists(socketDirectory + L"\\" + endpointName + L".lock"));
 }
 
 TEST_F(LostSocketTest, AFrontEndOfAnotherSessionIsToldOfTheHostAndCanEndIt) {
@@ -68,7 +68,7 @@ TEST_F(LostSocketTest, AFrontEndOfAnotherSessionIsToldOfTheHostAndCanEndIt) {
 }
 
 TEST_F(LostSocketTest, ASocketPathThatIsTooLongIsNamedInTheForeground) {
-    const std::string runtime = text::ToUtf8(platform::ToNativeText(folder.Path())) + "/" + std::string(100, 'r');
+    const std::string runtime = text::ToUtf8(platform::ToNativeText(directory.Path())) + "/" + std::string(100, 'r');
     ASSERT_EQ(::mkdir(runtime.c_str(), 0700), 0);
     platform::ProcessStart start = Host({});
     start.environment.emplace_back(L"XDG_RUNTIME_DIR", text::FromUtf8(runtime));

@@ -10,38 +10,38 @@ namespace {
 
 using test_support::Ending;
 
-/// The settings file that docs/settings.md shows, used as it stands. The runtime folder is the test's own: the sample
-/// names the endpoint that everybody has.
+/// The settings file that docs/settings.md shows, used as it stands. The runtime directory is the test's own: the
+/// sample names the endpoint that everybody has.
 class SettingsSampleRunTest : public HostProcessFixture {
 protected:
     SettingsSampleRunTest() {
         WriteSettings(SettingsSample());
-        EXPECT_FALSE(platform::EnsurePrivateFolders(folder / L"run"));
+        EXPECT_FALSE(platform::EnsurePrivateDirectories(directory / L"run"));
     }
     ~SettingsSampleRunTest() override { Cli({L"--stop-host"}); }
 
     Ending Cli(const std::vector<std::wstring>& arguments) const {
         platform::ProcessStart start = FrontEndProcess(arguments);
-        start.environment.emplace_back(L"XDG_RUNTIME_DIR", platform::ToNativeText(folder / L"run"));
+        start.environment.emplace_back(L"XDG_RUNTIME_DIR", platform::ToNativeText(directory / L"run"));
         return test_support::RunToEnd(start);
     }
 };
 
 TEST_F(SettingsSampleRunTest, ARubyScenarioRunsWithIt) {
-    WriteTextFile(folder / L"scenarios\\sub\\first.rb", "require \"controller_scenario\"\n"
-                                                        "ControllerScenario.run { |job| job.message(\"done\") }\n");
-    const Ending run = Cli({L"--run", L"first.rb", platform::ToNativeText(folder / L"inputs.txt"), L"--output",
-                            platform::ToNativeText(folder / L"out")});
+    WriteTextFile(directory / L"scenarios\\sub\\first.rb", "require \"controller_scenario\"\n"
+                                                           "ControllerScenario.run { |job| job.message(\"done\") }\n");
+    const Ending run = Cli({L"--run", L"first.rb", platform::ToNativeText(directory / L"inputs.txt"), L"--output",
+                            platform::ToNativeText(directory / L"out")});
     EXPECT_EQ(run.exitCode, 0) << run.output;
     EXPECT_NE(run.output.find("Reports : first"), std::string::npos) << run.output;
-    EXPECT_TRUE(platform::IsFolder(folder / L"out\\inputs"));
+    EXPECT_TRUE(platform::IsDirectory(directory / L"out\\inputs"));
 }
 
 TEST_F(SettingsSampleRunTest, WithoutItsScenarioDirectoryTheScenariosAreNotJustNone) {
     const Ending list = Cli({L"--scenarios"});
     EXPECT_EQ(list.exitCode, 1);
     EXPECT_NE(list.output.find("controller_cli: The scenario directory " +
-                               text::ToUtf8(platform::ToNativeText(folder / L"scenarios")) +
+                               text::ToUtf8(platform::ToNativeText(directory / L"scenarios")) +
                                " cannot be searched: No such file or directory.\n"),
               std::string::npos)
         << list.output;

@@ -89,9 +89,10 @@ protected:
 
     /// The command line that runs a scenario of these steps.
     std::vector<std::wstring> Run(const std::string& steps) const {
-        WriteTextFile(folder / L"steps.rb", steps);
-        return {L"--run", platform::ToNativeText(folder / L"steps.rb"), platform::ToNativeText(folder / L"inputs.txt"),
-                L"--output", platform::ToNativeText(folder / L"out")};
+        WriteTextFile(directory / L"steps.rb", steps);
+        return {L"--run", platform::ToNativeText(directory / L"steps.rb"),
+                platform::ToNativeText(directory / L"inputs.txt"), L"--output",
+                platform::ToNativeText(directory / L"out")};
     }
 
     /// The table of a job that has succeeded, on a terminal of 48 columns.

@@ -19,17 +19,17 @@
 #include "platform/processes/posix/DescriptorHandle.h"
 #include "platform/system/Environment.h"
 #include "support/Deadline.h"
-#include "support/TemporaryFolder.h"
+#include "support/TemporaryDirectory.h"
 #include "text/Text.h"
 
 namespace {
 
-using local_socket::CheckSocketFolder;
+using local_socket::CheckSocketDirectory;
 using local_socket::ConnectTo;
 using local_socket::IsSameUser;
 using local_socket::ListeningPlace;
 using local_socket::OpenedSocket;
-using local_socket::SocketFolder;
+using local_socket::SocketDirectory;
 
 using namespace std::chrono_literals;
 
@@ -37,18 +37,18 @@ bool Contains(const std::wstring& text, const std::wstring& part) {
     return text.find(part) != std::wstring::npos;
 }
 
-/// Each test has a run-time folder of its own.
+/// Each test has a run-time directory of its own.
 class EndpointAddressTest : public testing::Test {
 protected:
     void SetUp() override { platform::SetEnvironment(L"XDG_RUNTIME_DIR", text::FromUtf8(runtimePath)); }
     void TearDown() override { platform::SetEnvironment(L"XDG_RUNTIME_DIR", earlier); }
 
-    std::string PathOf(const std::string& name) const { return folder + "/" + name; }
+    std::string PathOf(const std::string& name) const { return directory + "/" + name; }
 
     const std::wstring earlier = platform::GetEnvironment(L"XDG_RUNTIME_DIR").value_or(L"");
-    const TemporaryFolder runtime;
+    const TemporaryDirectory runtime;
     const std::string runtimePath = text::ToUtf8(platform::ToNativeText(runtime.Path()));
-    const std::string folder = runtimePath + "/common_controller";
+    const std::string directory = runtimePath + "/common_controller";
 };
 
 mode_t ModeOf(const std::string& path) {
@@ -57,64 +57,65 @@ mode_t ModeOf(const std::string& path) {
     return status.st_mode & 07777;
 }
 
-TEST_F(EndpointAddressTest, TheFolderStandsInTheUsersOwnRuntimeFolder) {
-    EXPECT_EQ(SocketFolder(runtimePath, geteuid()), runtimePath + "/common_controller");
+TEST_F(EndpointAddressTest, TheDirectoryStandsInTheUsersOwnRuntimeDirectory) {
+    EXPECT_EQ(SocketDirectory(runtimePath, geteuid()), runtimePath + "/common_controller");
 }
 
-TEST_F(EndpointAddressTest, WithoutAnOwnRuntimeFolderItStandsInTmp) {
-    EXPECT_EQ(SocketFolder(std::nullopt, 1000), "/tmp/common_controller-1000");
-    EXPECT_EQ(SocketFolder("", 1000), "/tmp/common_controller-1000");
-    EXPECT_EQ(SocketFolder("relative", 1000), "/tmp/common_controller-1000");
-    EXPECT_EQ(SocketFolder(runtimePath + "/missing", geteuid()), "/tmp/common_controller-" + std::to_string(geteuid()));
-    EXPECT_EQ(SocketFolder(runtimePath, geteuid() + 1), "/tmp/common_controller-" + std::to_string(geteuid() + 1));
+TEST_F(EndpointAddressTest, WithoutAnOwnRuntimeDirectoryItStandsInTmp) {
+    EXPECT_EQ(SocketDirectory(std::nullopt, 1000), "/tmp/common_controller-1000");
+    EXPECT_EQ(SocketDirectory("", 1000), "/tmp/common_controller-1000");
+    EXPECT_EQ(SocketDirectory("relative", 1000), "/tmp/common_controller-1000");
+    EXPECT_EQ(SocketDirectory(runtimePath + "/missing", geteuid()),
+              "/tmp/common_controller-" + std::to_string(geteuid()));
+    EXPECT_EQ(SocketDirectory(runtimePath, geteuid() + 1), "/tmp/common_controller-" + std::to_string(geteuid() + 1));
 }
 
-TEST_F(EndpointAddressTest, ARuntimeFolderWhereOthersMayWriteIsNotUsed) {
+TEST_F(EndpointAddressTest, ARuntimeDirectoryWhereOthersMayWriteIsNotUsed) {
     const std::string elsewhere = "/tmp/common_controller-" + std::to_string(geteuid());
     for (const mode_t mode : {0777u, 0770u, 01777u, 0702u}) {
         ASSERT_EQ(chmod(runtimePath.c_str(), mode), 0);
-        EXPECT_EQ(SocketFolder(runtimePath, geteuid()), elsewhere) << mode;
+        EXPECT_EQ(SocketDirectory(runtimePath, geteuid()), elsewhere) << mode;
     }
     ASSERT_EQ(chmod(runtimePath.c_str(), 0755), 0);
-    EXPECT_EQ(SocketFolder(runtimePath, geteuid()), runtimePath + "/common_controller");
+    EXPECT_EQ(SocketDirectory(runtimePath, geteuid()), runtimePath + "/common_controller");
 }
 
-TEST_F(EndpointAddressTest, TheFolderIsMadeForTheOwnerAlone) {
-    EXPECT_EQ(CheckSocketFolder(folder, true), L"");
-    EXPECT_EQ(ModeOf(folder), 0700u);
-    EXPECT_EQ(CheckSocketFolder(folder, true), L"");
-    EXPECT_EQ(CheckSocketFolder(folder, false), L"");
+TEST_F(EndpointAddressTest, TheDirectoryIsMadeForTheOwnerAlone) {
+    EXPECT_EQ(CheckSocketDirectory(directory, true), L"");
+    EXPECT_EQ(ModeOf(directory), 0700u);
+    EXPECT_EQ(CheckSocketDirectory(directory, true), L"");
+    EXPECT_EQ(CheckSocketDirectory(directory, false), L"");
 }
 
-TEST_F(EndpointAddressTest, LookingMakesNoFolder) {
-    EXPECT_EQ(CheckSocketFolder(folder, false), L"");
-    EXPECT_FALSE(platform::Exists(text::FromUtf8(folder)));
+TEST_F(EndpointAddressTest, LookingMakesNoDirectory) {
+    EXPECT_EQ(CheckSocketDirectory(directory, false), L"");
+    EXPECT_FALSE(platform::Exists(text::FromUtf8(directory)));
 }
 
-TEST_F(EndpointAddressTest, AFolderThatOthersMayEnterIsRefusedByBothEnds) {
+TEST_F(EndpointAddressTest, ADirectoryThatOthersMayEnterIsRefusedByBothEnds) {
     for (const mode_t mode : {0755u, 0710u, 0701u, 01700u, 0500u}) {
-        mkdir(folder.c_str(), 0700);
-        chmod(folder.c_str(), mode);
+        mkdir(directory.c_str(), 0700);
+        chmod(directory.c_str(), mode);
         ListeningPlace place;
         EXPECT_TRUE(Contains(place.Take("host").failure, L"set its mode to 0700")) << mode;
         EXPECT_TRUE(Contains(ConnectTo("host", 0ms).failure, L"set its mode to 0700")) << mode;
     }
 }
 
-TEST_F(EndpointAddressTest, ALinkInPlaceOfTheFolderIsRefused) {
+TEST_F(EndpointAddressTest, ALinkInPlaceOfTheDirectoryIsRefused) {
     const std::string elsewhere = runtimePath + "/elsewhere";
     mkdir(elsewhere.c_str(), 0700);
-    ASSERT_EQ(symlink(elsewhere.c_str(), folder.c_str()), 0);
-    EXPECT_TRUE(Contains(CheckSocketFolder(folder, true), L"it is no folder (or a link to one)"));
+    ASSERT_EQ(symlink(elsewhere.c_str(), directory.c_str()), 0);
+    EXPECT_TRUE(Contains(CheckSocketDirectory(directory, true), L"it is no folder (or a link to one)"));
 }
 
-TEST_F(EndpointAddressTest, AFolderOfAnotherUserIsRefused) {
+TEST_F(EndpointAddressTest, ADirectoryOfAnotherUserIsRefused) {
     if (geteuid() != 0) {
         GTEST_SKIP() << "only root can make a folder of another user";
     }
-    mkdir(folder.c_str(), 0700);
-    ASSERT_EQ(chown(folder.c_str(), 12345, 12345), 0);
-    EXPECT_TRUE(Contains(CheckSocketFolder(folder, true), L"it belongs to another user"));
+    mkdir(directory.c_str(), 0700);
+    ASSERT_EQ(chown(directory.c_str(), 12345, 12345), 0);
+    EXPECT_TRUE(Contains(CheckSocketDirectory(directory, true), L"it belongs to another user"));
 }
 
 TEST_F(EndpointAddressTest, AFrontEndFindsTheEngineThatListens) {
@@ -217,7 +218,7 @@ TEST_F(EndpointAddressTest, TheSocketOfADeadEngineIsReplaced) {
 }
 
 TEST_F(EndpointAddressTest, SomethingElseInPlaceOfTheSocketIsLeftAlone) {
-    ASSERT_EQ(CheckSocketFolder(folder, true), L"");
+    ASSERT_EQ(CheckSocketDirectory(directory, true), L"");
     WriteTextFile(text::FromUtf8(PathOf("host.socket")), "mine");
     ListeningPlace place;
     EXPECT_TRUE(Contains(place.Take("host").failure, L"something that is no socket stands there"));
@@ -225,9 +226,9 @@ TEST_F(EndpointAddressTest, SomethingElseInPlaceOfTheSocketIsLeftAlone) {
 }
 
 TEST_F(EndpointAddressTest, APathThatIsTooLongIsToldWithItsLengthAndTheLimit) {
-    const std::string longFolder = runtimePath + "/" + std::string(60, 'r');
-    ASSERT_EQ(mkdir(longFolder.c_str(), 0700), 0);
-    platform::SetEnvironment(L"XDG_RUNTIME_DIR", text::FromUtf8(longFolder));
+    const std::string longDirectory = runtimePath + "/" + std::string(60, 'r');
+    ASSERT_EQ(mkdir(longDirectory.c_str(), 0700), 0);
+    platform::SetEnvironment(L"XDG_RUNTIME_DIR", text::FromUtf8(longDirectory));
     ListeningPlace place;
     EXPECT_TRUE(Contains(place.Take("host").failure, L"bytes, at most 107 are possible"));
     EXPECT_TRUE(Contains(ConnectTo("host", 0ms).failure, L"bytes, at most 107 are possible"));
@@ -257,17 +258,17 @@ TEST_F(EndpointAddressTest, APlaceWhoseFilesWereRemovedIsTakenAgain) {
     }
 }
 
-TEST_F(EndpointAddressTest, APlaceWhoseFolderWasRemovedIsTakenAgain) {
+TEST_F(EndpointAddressTest, APlaceWhoseDirectoryWasRemovedIsTakenAgain) {
     ListeningPlace place;
     OpenedSocket listening = place.Take("host");
-    ASSERT_FALSE(platform::RemoveTree(text::FromUtf8(folder)));
+    ASSERT_FALSE(platform::RemoveTree(text::FromUtf8(directory)));
     listening = place.TakeAgainIfLost();
     ASSERT_TRUE(listening.socket) << testing::PrintToString(listening.failure);
-    EXPECT_EQ(ModeOf(folder), 0700u);
+    EXPECT_EQ(ModeOf(directory), 0700u);
     EXPECT_TRUE(ConnectTo("host", 0ms).socket);
 }
 
-TEST_F(EndpointAddressTest, AnEngineFollowsTheRuntimeFolderWhenItGoesAndComesBack) {
+TEST_F(EndpointAddressTest, AnEngineFollowsTheRuntimeDirectoryWhenItGoesAndComesBack) {
     const std::string name = "test-" + std::to_string(getpid());
     ListeningPlace place;
     OpenedSocket listening = place.Take(name);
@@ -288,7 +289,7 @@ TEST_F(EndpointAddressTest, AnEngineFollowsTheRuntimeFolderWhenItGoesAndComesBac
 TEST_F(EndpointAddressTest, APlaceThatAnotherEngineHasTakenMeanwhileIsNotTakenFromIt) {
     ListeningPlace place;
     const OpenedSocket lost = place.Take("host");
-    ASSERT_FALSE(platform::RemoveTree(text::FromUtf8(folder)));
+    ASSERT_FALSE(platform::RemoveTree(text::FromUtf8(directory)));
     ListeningPlace other;
     const OpenedSocket listening = other.Take("host");
     ASSERT_TRUE(listening.socket);

@@ -55,8 +55,8 @@ TEST_F(LostPlaceTest, AnEngineMakesItsSocketAgain) {
     }
 }
 
-TEST_F(LostPlaceTest, AnEngineMakesTheFolderOfItsSocketAgain) {
-    ASSERT_FALSE(platform::RemoveTree(platform::ParentFolder(SocketPath())));
+TEST_F(LostPlaceTest, AnEngineMakesTheDirectoryOfItsSocketAgain) {
+    ASSERT_FALSE(platform::RemoveTree(platform::ParentDirectory(SocketPath())));
     AwaitFrontEndThatIsTaken();
 }
 

@@ -12,7 +12,7 @@ using GetEventTransmitter = EventTransmitter* (*)(const std::wstring&);
 using GetExtension = EventTransmitterExtension* (*)(const std::wstring&, std::uint32_t);
 
 void* Export(const char* name) {
-    static void* const module = platform::LoadModule(platform::ProgramFolder() + L"\\" LOCAL_SOCKET_MODULE);
+    static void* const module = platform::LoadModule(platform::ProgramDirectory() + L"\\" LOCAL_SOCKET_MODULE);
     if (module == nullptr) {
         throw std::runtime_error("the module cannot be loaded");
     }

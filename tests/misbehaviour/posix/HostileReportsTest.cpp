@@ -70,7 +70,7 @@ TEST_F(HostileReportsTest, WhateverStandsInThePlaceOfTheResultFailsTheJob) {
     RunJob(frontEnd, "exit 0", JobStatus::Success);
 }
 
-TEST_F(HostileReportsTest, WhatAScenarioPutIntoTheFolderOfTheNextJobDoesNotCount) {
+TEST_F(HostileReportsTest, WhatAScenarioPutIntoTheDirectoryOfTheNextJobDoesNotCount) {
     StartHost();
     TestClient frontEnd(endpointName);
     const auto jobs = frontEnd.Enqueue(JobsFile("wait for file go\nexit 3", 2));

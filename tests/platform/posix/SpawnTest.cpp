@@ -7,7 +7,7 @@
 
 #include "platform/processes/ProcessTree.h"
 #include "platform/processes/posix/DescriptorHandle.h"
-#include "support/TemporaryFolder.h"
+#include "support/TemporaryDirectory.h"
 #include "support/TestProcess.h"
 
 using platform::OwnedHandle;
@@ -95,10 +95,10 @@ TEST(SpawnTest, ADetachedProcessLeavesTheSession) {
 }
 
 TEST(SpawnTest, AFileThatMayNotBeExecutedIsRefused) {
-    const TemporaryFolder folder;
-    WriteTextFile(folder / L"program", "");
+    const TemporaryDirectory directory;
+    WriteTextFile(directory / L"program", "");
     platform::ProcessStart start;
-    start.program = folder / L"program";
+    start.program = directory / L"program";
     OwnedHandle process;
     EXPECT_EQ(platform::StartProcess(start, process).kind, platform::ErrorKind::AccessDenied);
 }

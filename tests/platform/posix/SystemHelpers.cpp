@@ -51,8 +51,8 @@ bool GiveAway(const std::wstring& path) {
     return geteuid() == 0 && chown(Bytes(path).c_str(), nobody, nobody) == 0;
 }
 
-bool MakeFileOfBytes(const std::wstring& folder, const std::string& name) {
-    const int descriptor = open((Bytes(folder) + "/" + name).c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0600);
+bool MakeFileOfBytes(const std::wstring& directory, const std::string& name) {
+    const int descriptor = open((Bytes(directory) + "/" + name).c_str(), O_WRONLY | O_CREAT | O_CLOEXEC, 0600);
     return descriptor != -1 && close(descriptor) == 0;
 }
 
@@ -70,11 +70,11 @@ ScopedTimeZone::~ScopedTimeZone() {
     tzset();
 }
 
-ScopedCurrentFolder::ScopedCurrentFolder(const std::wstring& folder) : previous(platform::CurrentFolder()) {
-    EXPECT_EQ(chdir(Bytes(folder).c_str()), 0);
+ScopedCurrentDirectory::ScopedCurrentDirectory(const std::wstring& directory) : previous(platform::CurrentDirectory()) {
+    EXPECT_EQ(chdir(Bytes(directory).c_str()), 0);
 }
 
-ScopedCurrentFolder::~ScopedCurrentFolder() {
+ScopedCurrentDirectory::~ScopedCurrentDirectory() {
     EXPECT_EQ(chdir(Bytes(previous).c_str()), 0);
 }
 

@@ -5,15 +5,15 @@
 
 #include "platform/SystemHelpers.h"
 #include "platform/files/Directories.h"
-#include "support/TemporaryFolder.h"
+#include "support/TemporaryDirectory.h"
 #include "text/Text.h"
 
 /// What other libraries ask the system for by its bare name.
-TEST(NarrowedSearchTest, AfterNarrowingTheCurrentFolderIsNotSearched) {
-    const TemporaryFolder folder;
-    WriteTextFile(folder / L"of_the_current_folder.dll",
-                  ReadTextFile(platform::ProgramFolder() + L"\\" + text::FromUtf8(TEST_MODULE_FILE)));
-    const ScopedCurrentFolder current(folder.Path());
+TEST(NarrowedSearchTest, AfterNarrowingTheCurrentDirectoryIsNotSearched) {
+    const TemporaryDirectory directory;
+    WriteTextFile(directory / L"of_the_current_folder.dll",
+                  ReadTextFile(platform::ProgramDirectory() + L"\\" + text::FromUtf8(TEST_MODULE_FILE)));
+    const ScopedCurrentDirectory current(directory.Path());
     const HMODULE found = LoadLibraryW(L"of_the_current_folder.dll");
     ASSERT_NE(found, nullptr);
     FreeLibrary(found);

@@ -17,7 +17,7 @@ bool OnWindows() {
 
 bool MakeLink(const std::wstring& target, const std::wstring& link) {
     constexpr DWORD unprivileged = 2; // SYMBOLIC_LINK_FLAG_ALLOW_UNPRIVILEGED_CREATE
-    const DWORD kind = platform::IsFolder(target) ? DWORD{SYMBOLIC_LINK_FLAG_DIRECTORY} : DWORD{0};
+    const DWORD kind = platform::IsDirectory(target) ? DWORD{SYMBOLIC_LINK_FLAG_DIRECTORY} : DWORD{0};
     const BOOLEAN made = CreateSymbolicLinkW(platform::ToNativeText(link).c_str(),
                                              platform::ToNativeText(target).c_str(), kind | unprivileged);
     // Some implementations report success and make nothing.
@@ -64,11 +64,11 @@ ScopedTimeZone::~ScopedTimeZone() {
     _tzset();
 }
 
-ScopedCurrentFolder::ScopedCurrentFolder(const std::wstring& folder) : previous(platform::CurrentFolder()) {
-    SetCurrentDirectoryW(platform::ToNativeText(folder).c_str());
+ScopedCurrentDirectory::ScopedCurrentDirectory(const std::wstring& directory) : previous(platform::CurrentDirectory()) {
+    SetCurrentDirectoryW(platform::ToNativeText(directory).c_str());
 }
 
-ScopedCurrentFolder::~ScopedCurrentFolder() {
+ScopedCurrentDirectory::~ScopedCurrentDirectory() {
     SetCurrentDirectoryW(platform::ToNativeText(previous).c_str());
 }
 

@@ -96,7 +96,7 @@ void MakeSparseFile(const std::wstring& name) {
     close(file);
 }
 
-std::string WorkFolder() {
+std::string WorkDirectory() {
     const char* const runInfo = std::getenv("CONTROLLER_RUN_INFO");
     const std::string path = runInfo == nullptr ? "" : runInfo;
     return path.substr(0, path.rfind('/'));
@@ -107,22 +107,23 @@ void RemoveAll(const std::string& path) {
     [[maybe_unused]] const int result = std::system(("rm -rf '" + path + "'").c_str());
 }
 
-void DeleteWorkFolder(const std::wstring&) {
-    RemoveAll(WorkFolder());
+void DeleteWorkDirectory(const std::wstring&) {
+    RemoveAll(WorkDirectory());
 }
 
-void ReplaceWorkFolder(const std::wstring& target) {
-    RemoveAll(WorkFolder());
-    symlink(text::ToUtf8(target).c_str(), WorkFolder().c_str());
+void ReplaceWorkDirectory(const std::wstring& target) {
+    RemoveAll(WorkDirectory());
+    symlink(text::ToUtf8(target).c_str(), WorkDirectory().c_str());
 }
 
-void ReplaceParentFolder(const std::wstring& target) {
-    const std::string parent = WorkFolder().substr(0, WorkFolder().rfind('/'));
+void ReplaceParentDirectory(const std::wstring& target) {
+    const std::string parent = WorkDirectory().substr(0, WorkDirectory().rfind('/'));
     rename(parent.c_str(), (parent + ".moved").c_str());
     symlink(text::ToUtf8(target).c_str(), parent.c_str());
 }
 
-/// Folders in folders, deeper than any path reaches, with a name that is no text in each and no permissions at the end.
+/// Directories in directories, deeper than any path reaches, with a name that is no text in each and no permissions at
+/// the end.
 void Dig(const std::wstring& depth) {
     const int start = open(".", O_RDONLY | O_DIRECTORY | O_CLOEXEC);
     for (int level = std::stoi(depth); level > 0; --level) {
@@ -254,9 +255,9 @@ Steps SystemBadBehaviours() {
         {L"make link ", MakeSymbolicLink},
         {L"make hard link ", MakeHardLink},
         {L"make sparse file ", MakeSparseFile},
-        {L"delete work folder", DeleteWorkFolder},
-        {L"replace work folder ", ReplaceWorkFolder},
-        {L"replace parent folder ", ReplaceParentFolder},
+        {L"delete work folder", DeleteWorkDirectory},
+        {L"replace work folder ", ReplaceWorkDirectory},
+        {L"replace parent folder ", ReplaceParentDirectory},
         {L"dig ", Dig},
         {L"close output", CloseOutput},
         {L"leave daemon", LeaveDaemon},

@@ -45,7 +45,7 @@ void StartWaitingChild(DWORD flags) {
                        &child) != 0) {
         // The test that waits for the file says so when it does not come.
         (void)platform::CreateEmptyFile(
-            platform::ResolveAgainst(platform::CurrentFolder(), L"process-" + std::to_wstring(child.dwProcessId)));
+            platform::ResolveAgainst(platform::CurrentDirectory(), L"process-" + std::to_wstring(child.dwProcessId)));
         CloseHandle(child.hThread);
         CloseHandle(child.hProcess);
     }

@@ -5,28 +5,28 @@
 
 #include "platform/files/FileSystem.h"
 #include "platform/files/NativePath.h"
-#include "support/TemporaryFolder.h"
+#include "support/TemporaryDirectory.h"
 #include "text/Text.h"
 
 TEST(ScenarioLogLinkTest, ALinkThatAScenarioPutsInPlaceOfItsLogIsNotWrittenThrough) {
-    const TemporaryFolder folder;
-    const std::wstring path = folder / L"scenario.log";
-    WriteTextFile(folder / L"precious", "content");
+    const TemporaryDirectory directory;
+    const std::wstring path = directory / L"scenario.log";
+    WriteTextFile(directory / L"precious", "content");
     scenario_runner::ScenarioLog log(path, 1024);
     ASSERT_FALSE(log.Open());
     ASSERT_FALSE(platform::RemoveFile(path));
-    ASSERT_EQ(symlink(text::ToUtf8(platform::ToNativeText(folder / L"precious")).c_str(),
+    ASSERT_EQ(symlink(text::ToUtf8(platform::ToNativeText(directory / L"precious")).c_str(),
                       text::ToUtf8(platform::ToNativeText(path)).c_str()),
               0);
     log.Append(std::string(5000, 'x'));
     log.Close();
-    EXPECT_EQ(ReadTextFile(folder / L"precious"), "content");
+    EXPECT_EQ(ReadTextFile(directory / L"precious"), "content");
 }
 
 /// On Windows the name of an open file stays until it is closed.
 TEST(ScenarioLogLinkTest, ALogThatWasRemovedBeginsAgain) {
-    const TemporaryFolder folder;
-    const std::wstring path = folder / L"scenario.log";
+    const TemporaryDirectory directory;
+    const std::wstring path = directory / L"scenario.log";
     scenario_runner::ScenarioLog log(path, 1024);
     ASSERT_FALSE(log.Open());
     log.Append(std::string(1000, 'a') + "\n");

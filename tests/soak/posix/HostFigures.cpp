@@ -12,8 +12,8 @@
 namespace {
 
 /// A line of the process's status: "VmRSS:     5120 kB".
-std::int64_t ReadStatus(const std::string& processFolder, const std::string& wanted) {
-    std::ifstream file(processFolder + "/status");
+std::int64_t ReadStatus(const std::string& processDirectory, const std::string& wanted) {
+    std::ifstream file(processDirectory + "/status");
     for (std::string line; std::getline(file, line);) {
         if (line.starts_with(wanted + ":")) {
             return std::stoll(line.substr(wanted.size() + 1));
@@ -30,10 +30,10 @@ std::string KindOf(const std::string& descriptorLink) {
     return text.starts_with("socket:") || text.starts_with("pipe:") ? text.substr(0, text.find(':')) : text;
 }
 
-std::map<std::string, int> DescriptorsOf(const std::string& processFolder) {
+std::map<std::string, int> DescriptorsOf(const std::string& processDirectory) {
     std::map<std::string, int> kinds;
     std::error_code ignored;
-    for (const auto& entry : std::filesystem::directory_iterator(processFolder + "/fd", ignored)) {
+    for (const auto& entry : std::filesystem::directory_iterator(processDirectory + "/fd", ignored)) {
         ++kinds[KindOf(entry.path())];
     }
     return kinds;
@@ -53,12 +53,12 @@ bool IsZombie(std::uint32_t number) {
 
 HostFigures FiguresOf(void* process) {
     const std::uint32_t number = platform::ProcessNumber(process);
-    const std::string folder = "/proc/" + std::to_string(number);
+    const std::string directory = "/proc/" + std::to_string(number);
     HostFigures figures;
-    figures.residentBytes = ReadStatus(folder, "VmRSS") * 1024;
-    figures.privateBytes = ReadStatus(folder, "RssAnon") * 1024;
-    figures.threads = static_cast<int>(ReadStatus(folder, "Threads"));
-    figures.handleKinds = DescriptorsOf(folder);
+    figures.residentBytes = ReadStatus(directory, "VmRSS") * 1024;
+    figures.privateBytes = ReadStatus(directory, "RssAnon") * 1024;
+    figures.threads = static_cast<int>(ReadStatus(directory, "Threads"));
+    figures.handleKinds = DescriptorsOf(directory);
     for (const auto& [kind, count] : figures.handleKinds) {
         figures.handles += count;
     }

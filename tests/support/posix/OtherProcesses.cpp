@@ -44,8 +44,8 @@ std::vector<std::uint32_t> ChildrenOf(std::uint32_t number) {
     return children;
 }
 
-int CountProcessesIn(const std::wstring& folder) {
-    const std::string start = platform::SystemPath(folder);
+int CountProcessesIn(const std::wstring& directory) {
+    const std::string start = platform::SystemPath(directory);
     std::error_code ignored;
     int count = 0;
     for (const auto& process : std::filesystem::directory_iterator("/proc", ignored)) {

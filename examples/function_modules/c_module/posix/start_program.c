@@ -6,11 +6,11 @@
 #include <string.h>
 #include <unistd.h>
 
-long start_program(const char* program, const char* argument, const char* folder, controller_run_answer* answer) {
+long start_program(const char* program, const char* argument, const char* directory, controller_run_answer* answer) {
     char* const arguments[] = {(char*)program, (char*)argument, NULL};
     posix_spawn_file_actions_t actions;
     posix_spawn_file_actions_init(&actions);
-    posix_spawn_file_actions_addchdir_np(&actions, folder);
+    posix_spawn_file_actions_addchdir_np(&actions, directory);
     pid_t child = 0;
     const int failure = posix_spawn(&child, program, &actions, NULL, arguments, environ);
     posix_spawn_file_actions_destroy(&actions);

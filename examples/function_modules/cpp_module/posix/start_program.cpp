@@ -9,13 +9,13 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-std::uint64_t StartProgram(const std::string& program, const std::string& argument, const std::string& folder,
+std::uint64_t StartProgram(const std::string& program, const std::string& argument, const std::string& directory,
                            std::string& problem) {
     std::string words[] = {program, argument};
     char* arguments[] = {words[0].data(), words[1].data(), nullptr};
     posix_spawn_file_actions_t actions;
     posix_spawn_file_actions_init(&actions);
-    posix_spawn_file_actions_addchdir_np(&actions, folder.c_str());
+    posix_spawn_file_actions_addchdir_np(&actions, directory.c_str());
     pid_t child = 0;
     const int failure = posix_spawn(&child, program.c_str(), &actions, nullptr, arguments, environ);
     posix_spawn_file_actions_destroy(&actions);

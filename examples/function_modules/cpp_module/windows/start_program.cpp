@@ -15,14 +15,14 @@ std::wstring Wide(const std::string& text) {
 
 } // namespace
 
-std::uint64_t StartProgram(const std::string& program, const std::string& argument, const std::string& folder,
+std::uint64_t StartProgram(const std::string& program, const std::string& argument, const std::string& directory,
                            std::string& problem) {
     std::wstring commandLine = L"\"" + Wide(program) + L"\" \"" + Wide(argument) + L"\"";
     STARTUPINFOW startup{};
     startup.cb = sizeof startup;
     PROCESS_INFORMATION process{};
     if (CreateProcessW(Wide(program).c_str(), commandLine.data(), nullptr, nullptr, FALSE, CREATE_NO_WINDOW, nullptr,
-                       Wide(folder).c_str(), &startup, &process) == 0) {
+                       Wide(directory).c_str(), &startup, &process) == 0) {
         problem = "error " + std::to_string(GetLastError());
         return 0;
     }

@@ -34,18 +34,18 @@ std::wstring SystemFailure(const std::wstring& what, const std::string& path) {
     return Failure(what, path, platform::LastError().Text());
 }
 
-std::string OwnSocketFolder() {
-    std::optional<std::string> runtimeFolder;
+std::string OwnSocketDirectory() {
+    std::optional<std::string> runtimeDirectory;
     if (const std::optional<std::wstring> value = platform::GetEnvironment(L"XDG_RUNTIME_DIR")) {
-        runtimeFolder = text::ToUtf8(*value);
+        runtimeDirectory = text::ToUtf8(*value);
     }
-    return SocketFolder(runtimeFolder, geteuid());
+    return SocketDirectory(runtimeDirectory, geteuid());
 }
 
 constexpr std::string_view socketEnding = ".socket";
 constexpr std::string_view lockEnding = ".lock";
 
-std::string FolderOf(const std::string& path) {
+std::string DirectoryOf(const std::string& path) {
     return path.substr(0, path.rfind('/'));
 }
 
@@ -117,12 +117,12 @@ OpenedSocket MakeSocket(const std::string& path, const sockaddr_un& address) {
 }
 
 /// The sockets and locks of engines that were killed. Whoever takes such a place in the same moment tries again.
-void RemoveDeadEngines(const std::string& folder) {
-    std::vector<platform::FolderEntry> entries;
+void RemoveDeadEngines(const std::string& directory) {
+    std::vector<platform::DirectoryEntry> entries;
     // What cannot be listed stays for the next engine.
-    (void)platform::ListFolder(text::FromUtf8(folder), entries);
-    for (const platform::FolderEntry& entry : entries) {
-        const std::string path = folder + "/" + text::ToUtf8(entry.name);
+    (void)platform::ListDirectory(text::FromUtf8(directory), entries);
+    for (const platform::DirectoryEntry& entry : entries) {
+        const std::string path = directory + "/" + text::ToUtf8(entry.name);
         platform::FileLock lock;
         if (path.ends_with(socketEnding) && !lock.Take(text::FromUtf8(LockBeside(path)))) {
             RemoveStaleSocket(path);
@@ -165,45 +165,45 @@ OpenedSocket ConnectFailure(const std::string& path) {
 
 } // namespace
 
-std::string SocketFolder(const std::optional<std::string>& runtimeFolder, uid_t user) {
+std::string SocketDirectory(const std::optional<std::string>& runtimeDirectory, uid_t user) {
     struct stat status {};
-    const bool isThere = runtimeFolder && !runtimeFolder->empty() && runtimeFolder->front() == '/' &&
-                         ::lstat(runtimeFolder->c_str(), &status) == 0;
+    const bool isThere = runtimeDirectory && !runtimeDirectory->empty() && runtimeDirectory->front() == '/' &&
+                         ::lstat(runtimeDirectory->c_str(), &status) == 0;
     if (isThere && S_ISDIR(status.st_mode) && status.st_uid == user && (status.st_mode & (S_IWGRP | S_IWOTH)) == 0) {
-        return *runtimeFolder + "/common_controller";
+        return *runtimeDirectory + "/common_controller";
     }
     return "/tmp/common_controller-" + std::to_string(user);
 }
 
-std::wstring CheckSocketFolder(const std::string& folder, bool create) {
-    if (create && ::mkdir(folder.c_str(), 0700) != 0 && errno != EEXIST) {
-        return SystemFailure(L"cannot make the folder", folder);
+std::wstring CheckSocketDirectory(const std::string& directory, bool create) {
+    if (create && ::mkdir(directory.c_str(), 0700) != 0 && errno != EEXIST) {
+        return SystemFailure(L"cannot make the folder", directory);
     }
     struct stat status {};
-    if (::lstat(folder.c_str(), &status) != 0) {
-        return errno == ENOENT ? std::wstring() : SystemFailure(L"cannot look at the folder", folder);
+    if (::lstat(directory.c_str(), &status) != 0) {
+        return errno == ENOENT ? std::wstring() : SystemFailure(L"cannot look at the folder", directory);
     }
     if (!S_ISDIR(status.st_mode)) {
-        return Failure(L"will not use", folder, L"it is no folder (or a link to one); remove it");
+        return Failure(L"will not use", directory, L"it is no folder (or a link to one); remove it");
     }
     if (status.st_uid != geteuid()) {
-        return Failure(L"will not use the folder", folder, L"it belongs to another user");
+        return Failure(L"will not use the folder", directory, L"it belongs to another user");
     }
     if ((status.st_mode & permissionBits) != 0700) {
-        return Failure(L"will not use the folder", folder, L"others may have access to it; set its mode to 0700");
+        return Failure(L"will not use the folder", directory, L"others may have access to it; set its mode to 0700");
     }
     return {};
 }
 
 std::string SocketPathOf(const std::string& name) {
-    return OwnSocketFolder() + "/" + name + std::string(socketEnding);
+    return OwnSocketDirectory() + "/" + name + std::string(socketEnding);
 }
 
 OpenedSocket ListeningPlace::Take(const std::string& placeName) {
     name = placeName;
     OpenedSocket opened = TakeAt(SocketPathOf(name));
     if (opened.socket) {
-        RemoveDeadEngines(FolderOf(socketPath));
+        RemoveDeadEngines(DirectoryOf(socketPath));
     }
     return opened;
 }
@@ -248,7 +248,7 @@ OpenedSocket ListeningPlace::TakeAt(const std::string& path) {
     if (!address) {
         return {{}, TooLong(path)};
     }
-    if (std::wstring failure = CheckSocketFolder(FolderOf(path), true); !failure.empty()) {
+    if (std::wstring failure = CheckSocketDirectory(DirectoryOf(path), true); !failure.empty()) {
         return {{}, std::move(failure)};
     }
     platform::FileLock taken;
@@ -276,7 +276,7 @@ OpenedSocket ConnectTo(const std::string& name, std::chrono::milliseconds patien
     if (!address) {
         return {{}, TooLong(path)};
     }
-    if (std::wstring failure = CheckSocketFolder(FolderOf(path), false); !failure.empty()) {
+    if (std::wstring failure = CheckSocketDirectory(DirectoryOf(path), false); !failure.empty()) {
         return {{}, std::move(failure)};
     }
     platform::OwnedHandle socket = NewSocket(0);

@@ -10,16 +10,16 @@
 #include "platform/files/FileSystem.h"
 #include "platform/processes/ProcessHandle.h"
 
-/// Where engine and front ends of one user meet on Linux: a socket in a folder that nobody else can enter.
+/// Where engine and front ends of one user meet on Linux: a socket in a directory that nobody else can enter.
 namespace local_socket {
 
-/// The folder of the sockets: in the user's run-time folder if `runtimeFolder` names one that is the user's own and
-/// that nobody else may write to, else in /tmp.
-std::string SocketFolder(const std::optional<std::string>& runtimeFolder, uid_t user);
+/// The directory of the sockets: in the user's run-time directory if `runtimeDirectory` names one that is the user's
+/// own and that nobody else may write to, else in /tmp.
+std::string SocketDirectory(const std::optional<std::string>& runtimeDirectory, uid_t user);
 
-/// Makes the folder where it is missing, if `create` says so. Empty when it is a real folder of this user with the mode
-/// 0700; else why it cannot be trusted.
-std::wstring CheckSocketFolder(const std::string& folder, bool create);
+/// Makes the directory where it is missing, if `create` says so. Empty when it is a real directory of this user with
+/// the mode 0700; else why it cannot be trusted.
+std::wstring CheckSocketDirectory(const std::string& directory, bool create);
 
 /// An open socket, or why there is none.
 struct OpenedSocket {
@@ -44,12 +44,12 @@ public:
     ListeningPlace& operator=(const ListeningPlace&) = delete;
 
     /// Takes the place, replacing the socket that a dead engine left, and removes what dead engines left at other
-    /// places of the same folder. The listening socket is the caller's.
+    /// places of the same directory. The listening socket is the caller's.
     OpenedSocket Take(const std::string& placeName);
 
-    /// Takes the place again where front ends do not find it any more: its socket, its lock or the folder was removed,
-    /// or the run-time folder has come or gone. The new listening socket is the caller's; neither a socket nor a
-    /// failure when there is nothing to do. A failure leaves everything as it is.
+    /// Takes the place again where front ends do not find it any more: its socket, its lock or the directory was
+    /// removed, or the run-time directory has come or gone. The new listening socket is the caller's; neither a socket
+    /// nor a failure when there is nothing to do. A failure leaves everything as it is.
     OpenedSocket TakeAgainIfLost();
 
     /// Gives the place up, with its files.

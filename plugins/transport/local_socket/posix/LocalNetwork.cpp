@@ -59,7 +59,8 @@ private:
         AwaitFrontEnds();
     }
 
-    /// A logout removes the run-time folder, a cleaner what is old in the temporary one. Connections are not touched.
+    /// A logout removes the run-time directory, a cleaner what is old in the temporary one. Connections are not
+    /// touched.
     void LookAfterPlace() {
         OpenedSocket opened = place.TakeAgainIfLost();
         if (opened.socket) {
@@ -142,7 +143,7 @@ private:
         }
     }
 
-    /// Nothing tells of a socket whose folder was removed. A look costs some microseconds.
+    /// Nothing tells of a socket whose directory was removed. A look costs some microseconds.
     static constexpr std::chrono::milliseconds lookInterval{1000};
 
     const Log log;

@@ -31,7 +31,7 @@ const Range* Find(const Range (&ranges)[count], wchar_t character) {
 }
 
 wchar_t ToUpper(wchar_t character) {
-    // Most names have no others, and sorting a folder asks for each many times.
+    // Most names have no others, and sorting a directory asks for each many times.
     if (character < 0x80) {
         return character >= L'a' && character <= L'z' ? character - 0x20 : character;
     }

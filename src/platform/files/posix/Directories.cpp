@@ -15,12 +15,12 @@ namespace platform {
 namespace {
 
 /// The value of a variable when it is an absolute path: the rules of XDG ignore anything else.
-std::wstring FolderFromEnvironment(const std::wstring& name) {
+std::wstring DirectoryFromEnvironment(const std::wstring& name) {
     const std::wstring value = GetEnvironment(name).value_or(std::wstring());
     return IsAbsolute(value) ? ResolveAgainst({}, value) : std::wstring();
 }
 
-std::wstring HomeFolderOfAccount() {
+std::wstring HomeDirectoryOfAccount() {
     std::vector<char> buffer(16 * 1024);
     passwd entry = {};
     passwd* found = nullptr;
@@ -28,10 +28,10 @@ std::wstring HomeFolderOfAccount() {
     return code == 0 && found != nullptr ? LibraryPath(found->pw_dir) : std::wstring();
 }
 
-std::wstring FolderBelowHome(const std::wstring& relativePath) {
-    std::wstring home = FolderFromEnvironment(L"HOME");
+std::wstring DirectoryBelowHome(const std::wstring& relativePath) {
+    std::wstring home = DirectoryFromEnvironment(L"HOME");
     if (home.empty()) {
-        home = HomeFolderOfAccount();
+        home = HomeDirectoryOfAccount();
     }
     return home.empty() ? home : ResolveAgainst(home, relativePath);
 }
@@ -42,33 +42,33 @@ struct FreeDeleter {
 
 } // namespace
 
-const wchar_t* const applicationFolderName = L"common_controller";
+const wchar_t* const applicationDirectoryName = L"common_controller";
 
-std::wstring UserConfigurationFolder() {
-    const std::wstring folder = FolderFromEnvironment(L"XDG_CONFIG_HOME");
-    return folder.empty() ? FolderBelowHome(L".config") : folder;
+std::wstring UserConfigurationDirectory() {
+    const std::wstring directory = DirectoryFromEnvironment(L"XDG_CONFIG_HOME");
+    return directory.empty() ? DirectoryBelowHome(L".config") : directory;
 }
 
-std::wstring UserDataFolder() {
-    const std::wstring folder = FolderFromEnvironment(L"XDG_DATA_HOME");
-    return folder.empty() ? FolderBelowHome(L".local\\share") : folder;
+std::wstring UserDataDirectory() {
+    const std::wstring directory = DirectoryFromEnvironment(L"XDG_DATA_HOME");
+    return directory.empty() ? DirectoryBelowHome(L".local\\share") : directory;
 }
 
-std::wstring TemporaryFolder() {
-    const std::wstring folder = FolderFromEnvironment(L"TMPDIR");
-    return folder.empty() ? L"\\tmp" : folder;
+std::wstring TemporaryDirectory() {
+    const std::wstring directory = DirectoryFromEnvironment(L"TMPDIR");
+    return directory.empty() ? L"\\tmp" : directory;
 }
 
-std::wstring CurrentFolder() {
-    const std::unique_ptr<char, FreeDeleter> folder(getcwd(nullptr, 0));
-    return folder ? LibraryPath(folder.get()) : std::wstring();
+std::wstring CurrentDirectory() {
+    const std::unique_ptr<char, FreeDeleter> directory(getcwd(nullptr, 0));
+    return directory ? LibraryPath(directory.get()) : std::wstring();
 }
 
-std::wstring ProgramFolder() {
+std::wstring ProgramDirectory() {
     std::string program(4096, '\0');
     const ssize_t length = readlink("/proc/self/exe", program.data(), program.size());
     program.resize(length < 0 ? 0 : static_cast<std::size_t>(length));
-    return ParentFolder(LibraryPath(program));
+    return ParentDirectory(LibraryPath(program));
 }
 
 } // namespace platform

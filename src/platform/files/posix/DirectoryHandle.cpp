@@ -16,8 +16,8 @@ Error DirectoryHandle::Open(const std::wstring& path) {
         const Error error = LastError();
         return IsLink(path) ? Error{ErrorKind::NotSupported, error.systemCode} : error;
     }
-    folder = OwnedHandle(HandleOf(descriptor));
-    // Leads to the open folder itself, not to its name.
+    directory = OwnedHandle(HandleOf(descriptor));
+    // Leads to the open directory itself, not to its name.
     pinnedPath = L"\\proc\\self\\fd\\" + std::to_wstring(descriptor);
     return {};
 }

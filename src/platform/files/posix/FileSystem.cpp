@@ -35,7 +35,7 @@ bool Exists(const std::wstring& path) {
     return access(SystemPath(path).c_str(), F_OK) == 0;
 }
 
-bool IsFolder(const std::wstring& path) {
+bool IsDirectory(const std::wstring& path) {
     const auto status = StatusOf(path);
     return status && S_ISDIR(status->st_mode);
 }
@@ -58,15 +58,15 @@ std::optional<FileStamp> StampOf(const std::wstring& path) {
     return FileStamp{IdentityFrom(*status), static_cast<std::uint64_t>(status->st_size), Nanoseconds(status->st_mtim)};
 }
 
-Error MakeFolder(const std::wstring& path) {
+Error MakeDirectory(const std::wstring& path) {
     return OutcomeOf(mkdir(SystemPath(path).c_str(), 0777));
 }
 
-Error MakePrivateFolder(const std::wstring& path) {
+Error MakePrivateDirectory(const std::wstring& path) {
     return OutcomeOf(mkdir(SystemPath(path).c_str(), 0700));
 }
 
-Error RequireOwnFolder(const std::wstring& path) {
+Error RequireOwnDirectory(const std::wstring& path) {
     const auto status = StatusOf(path);
     return status && status->st_uid == geteuid() ? Error{} : Error{ErrorKind::AccessDenied, 0};
 }
@@ -75,8 +75,8 @@ Error LinkFile(const std::wstring& existing, const std::wstring& name) {
     return OutcomeOf(link(SystemPath(existing).c_str(), SystemPath(name).c_str()));
 }
 
-Error FlushFolder(const std::wstring& folder) {
-    const std::string path = folder.empty() ? "." : SystemPath(folder);
+Error FlushDirectory(const std::wstring& directory) {
+    const std::string path = directory.empty() ? "." : SystemPath(directory);
     const int descriptor = open(path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
     if (descriptor == -1) {
         return LastError();

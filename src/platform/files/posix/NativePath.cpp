@@ -19,8 +19,8 @@ bool IsAbsolute(const std::wstring& path) {
     return RootLength(path) != 0;
 }
 
-std::wstring Rebase(const std::wstring& folder, const std::wstring& path) {
-    return IsAbsolute(path) ? path : folder + L"\\" + path;
+std::wstring Rebase(const std::wstring& directory, const std::wstring& path) {
+    return IsAbsolute(path) ? path : directory + L"\\" + path;
 }
 
 bool SameName(const std::wstring& left, const std::wstring& right) {

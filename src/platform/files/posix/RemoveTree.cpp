@@ -10,13 +10,13 @@
 #include "fault_points/FaultPoint.h"
 #include "platform/files/FileSystem.h"
 #include "platform/files/PathRoot.h"
-#include "platform/files/posix/FolderListing.h"
+#include "platform/files/posix/DirectoryListing.h"
 #include "platform/files/posix/SystemPath.h"
 
 namespace platform {
 namespace {
 
-constexpr int openFolderFlags = O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC;
+constexpr int openDirectoryFlags = O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC;
 
 /// A file descriptor, closed on destruction.
 class Descriptor {
@@ -40,15 +40,15 @@ private:
     int value;
 };
 
-/// A folder on the way from the root of the tree to where the removal stands.
+/// A directory on the way from the root of the tree to where the removal stands.
 struct Level {
     std::string name;
     dev_t device = 0;
     ino_t inode = 0;
-    std::vector<std::string> pendingFolders;
+    std::vector<std::string> pendingDirectories;
 };
 
-/// Walks the tree with one open folder at a time, so that its depth costs neither descriptors nor stack. Every step
+/// Walks the tree with one open directory at a time, so that its depth costs neither descriptors nor stack. Every step
 /// goes by a descriptor and one name and follows no link; the way back up is taken only when it leads where the way
 /// down came from.
 class TreeRemoval {
@@ -65,9 +65,9 @@ public:
     }
 
 private:
-    /// Removes the next folder below the current one, or leaves the current one. False when the way back is lost.
+    /// Removes the next directory below the current one, or leaves the current one. False when the way back is lost.
     bool Step() {
-        std::vector<std::string>& pending = levels.back().pendingFolders;
+        std::vector<std::string>& pending = levels.back().pendingDirectories;
         if (pending.empty()) {
             return Leave();
         }
@@ -78,28 +78,28 @@ private:
     }
 
     void Descend(const std::string& name) {
-        Descriptor folder = OpenFolder(name);
-        if (!folder.IsOpen()) {
+        Descriptor directory = OpenDirectory(name);
+        if (!directory.IsOpen()) {
             Note(errno);
             return;
         }
-        std::swap(current, folder);
+        std::swap(current, directory);
         if (!Enter(name)) {
-            std::swap(current, folder);
+            std::swap(current, directory);
         }
     }
 
-    /// A folder that its owner may not read is opened to the owner first.
-    Descriptor OpenFolder(const std::string& name) const {
-        Descriptor folder(openat(current.Get(), name.c_str(), openFolderFlags));
-        if (!folder.IsOpen() && errno == EACCES &&
+    /// A directory that its owner may not read is opened to the owner first.
+    Descriptor OpenDirectory(const std::string& name) const {
+        Descriptor directory(openat(current.Get(), name.c_str(), openDirectoryFlags));
+        if (!directory.IsOpen() && errno == EACCES &&
             fchmodat(current.Get(), name.c_str(), S_IRWXU, AT_SYMLINK_NOFOLLOW) == 0) {
-            folder = Descriptor(openat(current.Get(), name.c_str(), openFolderFlags));
+            directory = Descriptor(openat(current.Get(), name.c_str(), openDirectoryFlags));
         }
-        return folder;
+        return directory;
     }
 
-    /// Empties the current folder but for its folders, which are kept for later.
+    /// Empties the current directory but for its directories, which are kept for later.
     bool Enter(const std::string& name) {
         struct stat status = {};
         if (fstat(current.Get(), &status) != 0) {
@@ -112,13 +112,13 @@ private:
             (void)fchmod(current.Get(), S_IRWXU);
         }
         levels.push_back({name, status.st_dev, status.st_ino, {}});
-        RemoveFiles(levels.back().pendingFolders);
+        RemoveFiles(levels.back().pendingDirectories);
         return true;
     }
 
-    void RemoveFiles(std::vector<std::string>& folders) {
-        const int duplicate = openat(current.Get(), ".", openFolderFlags);
-        const FolderListing listing(duplicate == -1 ? nullptr : fdopendir(duplicate));
+    void RemoveFiles(std::vector<std::string>& directories) {
+        const int duplicate = openat(current.Get(), ".", openDirectoryFlags);
+        const DirectoryListing listing(duplicate == -1 ? nullptr : fdopendir(duplicate));
         if (!listing) {
             Note(errno);
             return;
@@ -126,14 +126,14 @@ private:
         while (const dirent* entry = readdir(listing.get())) {
             const std::string name = entry->d_name;
             if (name != "." && name != "..") {
-                RemoveFileOrKeep(name, entry->d_type, folders);
+                RemoveFileOrKeep(name, entry->d_type, directories);
             }
         }
     }
 
-    void RemoveFileOrKeep(const std::string& name, unsigned char type, std::vector<std::string>& folders) {
-        if (type == DT_DIR || (type == DT_UNKNOWN && IsRealFolder(name))) {
-            folders.push_back(name);
+    void RemoveFileOrKeep(const std::string& name, unsigned char type, std::vector<std::string>& directories) {
+        if (type == DT_DIR || (type == DT_UNKNOWN && IsRealDirectory(name))) {
+            directories.push_back(name);
         } else if (unlinkat(current.Get(), name.c_str(), 0) != 0) {
             Note(errno);
         } else {
@@ -141,7 +141,7 @@ private:
         }
     }
 
-    bool IsRealFolder(const std::string& name) const {
+    bool IsRealDirectory(const std::string& name) const {
         struct stat status = {};
         return fstatat(current.Get(), name.c_str(), &status, AT_SYMLINK_NOFOLLOW) == 0 && S_ISDIR(status.st_mode);
     }
@@ -152,13 +152,13 @@ private:
         if (levels.empty()) {
             return true;
         }
-        current = Descriptor(openat(current.Get(), "..", openFolderFlags));
+        current = Descriptor(openat(current.Get(), "..", openDirectoryFlags));
         struct stat status = {};
         if (!current.IsOpen() || fstat(current.Get(), &status) != 0) {
             return Note(errno);
         }
         if (status.st_dev != levels.back().device || status.st_ino != levels.back().inode) {
-            return Note(ESTALE); // somebody moved the folder meanwhile
+            return Note(ESTALE); // somebody moved the directory meanwhile
         }
         if (unlinkat(current.Get(), name.c_str(), AT_REMOVEDIR) != 0) {
             Note(errno);
@@ -182,8 +182,8 @@ private:
 Error OpenError(const std::string& path) {
     const Error error = LastError();
     struct stat status = {};
-    const bool isOtherThanFolder = lstat(path.c_str(), &status) == 0 && !S_ISDIR(status.st_mode);
-    return isOtherThanFolder ? Error{ErrorKind::NotSupported, 0} : error;
+    const bool isOtherThanDirectory = lstat(path.c_str(), &status) == 0 && !S_ISDIR(status.st_mode);
+    return isOtherThanDirectory ? Error{ErrorKind::NotSupported, 0} : error;
 }
 
 } // namespace
@@ -191,7 +191,7 @@ Error OpenError(const std::string& path) {
 Error RemoveTree(const std::wstring& path) {
     // A separator at the end would follow a link.
     const std::string root = SystemPath(WithoutTrailingSeparators(path));
-    Descriptor descriptor(open(root.c_str(), openFolderFlags));
+    Descriptor descriptor(open(root.c_str(), openDirectoryFlags));
     if (!descriptor.IsOpen()) {
         return OpenError(root);
     }

@@ -10,19 +10,19 @@
 namespace platform {
 namespace {
 
-std::wstring KnownFolder(const KNOWNFOLDERID& id) {
+std::wstring KnownDirectory(const KNOWNFOLDERID& id) {
     wchar_t* text = nullptr;
     const HRESULT result = SHGetKnownFolderPath(id, KF_FLAG_DONT_VERIFY, nullptr, &text);
-    const std::wstring folder = SUCCEEDED(result) ? text : L"";
+    const std::wstring directory = SUCCEEDED(result) ? text : L"";
     CoTaskMemFree(text);
-    return folder;
+    return directory;
 }
 
 /// The variable first: it is what a user or a test turns to another place.
-std::wstring UserFolder(const std::wstring& variable, const KNOWNFOLDERID& id) {
+std::wstring UserDirectory(const std::wstring& variable, const KNOWNFOLDERID& id) {
     const std::wstring value = GetEnvironment(variable).value_or(std::wstring());
-    const std::wstring folder = IsAbsolute(value) ? value : KnownFolder(id);
-    return folder.empty() ? folder : ResolveAgainst({}, folder);
+    const std::wstring directory = IsAbsolute(value) ? value : KnownDirectory(id);
+    return directory.empty() ? directory : ResolveAgainst({}, directory);
 }
 
 /// The answer of a call that takes a size and a buffer, and tells the size that it needs.
@@ -40,30 +40,31 @@ std::wstring Answer(Call call) {
 
 } // namespace
 
-const wchar_t* const applicationFolderName = L"CommonController";
+const wchar_t* const applicationDirectoryName = L"CommonController";
 
-std::wstring UserConfigurationFolder() {
-    return UserFolder(L"APPDATA", FOLDERID_RoamingAppData);
+std::wstring UserConfigurationDirectory() {
+    return UserDirectory(L"APPDATA", FOLDERID_RoamingAppData);
 }
 
-std::wstring UserDataFolder() {
-    return UserFolder(L"LOCALAPPDATA", FOLDERID_LocalAppData);
+std::wstring UserDataDirectory() {
+    return UserDirectory(L"LOCALAPPDATA", FOLDERID_LocalAppData);
 }
 
-std::wstring TemporaryFolder() {
-    const std::wstring folder = Answer([](DWORD size, wchar_t* buffer) { return GetTempPathW(size, buffer); });
-    return folder.empty() ? folder : ResolveAgainst({}, folder);
+std::wstring TemporaryDirectory() {
+    const std::wstring directory = Answer([](DWORD size, wchar_t* buffer) { return GetTempPathW(size, buffer); });
+    return directory.empty() ? directory : ResolveAgainst({}, directory);
 }
 
-std::wstring CurrentFolder() {
-    const std::wstring folder = Answer([](DWORD size, wchar_t* buffer) { return GetCurrentDirectoryW(size, buffer); });
-    return folder.empty() ? folder : ResolveAgainst({}, folder);
+std::wstring CurrentDirectory() {
+    const std::wstring directory =
+        Answer([](DWORD size, wchar_t* buffer) { return GetCurrentDirectoryW(size, buffer); });
+    return directory.empty() ? directory : ResolveAgainst({}, directory);
 }
 
-std::wstring ProgramFolder() {
+std::wstring ProgramDirectory() {
     std::wstring program(32 * 1024, L'\0');
     program.resize(GetModuleFileNameW(nullptr, program.data(), static_cast<DWORD>(program.size())));
-    return ParentFolder(program);
+    return ParentDirectory(program);
 }
 
 } // namespace platform

@@ -15,9 +15,9 @@ Error DirectoryHandle::Open(const std::wstring& path) {
     if (handle == INVALID_HANDLE_VALUE) {
         return LastError();
     }
-    folder = OwnedHandle(handle);
+    directory = OwnedHandle(handle);
     pinnedPath = path;
-    return IsFolder(path) && !IsLink(path) ? Error{} : Error{ErrorKind::NotSupported, 0};
+    return IsDirectory(path) && !IsLink(path) ? Error{} : Error{ErrorKind::NotSupported, 0};
 }
 
 } // namespace platform

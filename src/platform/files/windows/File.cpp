@@ -39,7 +39,7 @@ DWORD TransferSize(std::size_t size) {
 
 Error File::OpenForReading(const std::wstring& path) {
     Close();
-    // With backup semantics a folder opens too, and is told from a file that may not be read.
+    // With backup semantics a directory opens too, and is told from a file that may not be read.
     handle = Open(path, GENERIC_READ, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS);
     return IsOpen() ? RequireRegular() : LastError();
 }
@@ -69,7 +69,7 @@ Error File::OpenForAppending(const std::wstring& path, bool truncate, AppendTo t
     return IsOpen() ? Error{} : LastError();
 }
 
-// The permissions of a new file are those that its folder hands down, so the model says nothing here.
+// The permissions of a new file are those that its directory hands down, so the model says nothing here.
 Error File::CreateNew(const std::wstring& path, const std::wstring&) {
     Close();
     handle = Open(path, GENERIC_WRITE, CREATE_NEW);

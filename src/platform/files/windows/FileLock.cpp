@@ -56,7 +56,7 @@ void FileLock::Remove() {
     }
 }
 
-/// A file that is open and not shared for removal keeps its name; so do the folders above it.
+/// A file that is open and not shared for removal keeps its name; so do the directories above it.
 bool FileLock::IsInPlace() const {
     return IsHeld();
 }

@@ -55,11 +55,11 @@ bool GivesEverybody(const std::wstring& path, DWORD rights) {
 } // namespace
 
 bool IsWorldWritable(const std::wstring& file) {
-    return GivesEverybody(file, changesOfFile) || GivesEverybody(ParentFolder(file), changesOfEntries);
+    return GivesEverybody(file, changesOfFile) || GivesEverybody(ParentDirectory(file), changesOfEntries);
 }
 
-bool IsReplaceableByOthers(const std::wstring& folder) {
-    return GivesEverybody(folder, changesOfEntries);
+bool IsReplaceableByOthers(const std::wstring& directory) {
+    return GivesEverybody(directory, changesOfEntries);
 }
 
 } // namespace platform

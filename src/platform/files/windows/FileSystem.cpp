@@ -59,7 +59,7 @@ bool Exists(const std::wstring& path) {
     return AttributesOf(path) != INVALID_FILE_ATTRIBUTES;
 }
 
-bool IsFolder(const std::wstring& path) {
+bool IsDirectory(const std::wstring& path) {
     const DWORD attributes = AttributesOf(path);
     return attributes != INVALID_FILE_ATTRIBUTES && (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
 }
@@ -84,15 +84,15 @@ std::optional<FileStamp> StampOf(const std::wstring& path) {
                      static_cast<std::int64_t>(Joined(lastWrite.dwHighDateTime, lastWrite.dwLowDateTime))};
 }
 
-Error MakeFolder(const std::wstring& path) {
+Error MakeDirectory(const std::wstring& path) {
     return OutcomeOf(CreateDirectoryW(SystemPath(path).c_str(), nullptr));
 }
 
-Error MakePrivateFolder(const std::wstring& path) {
-    return MakeFolder(path);
+Error MakePrivateDirectory(const std::wstring& path) {
+    return MakeDirectory(path);
 }
 
-Error RequireOwnFolder(const std::wstring&) {
+Error RequireOwnDirectory(const std::wstring&) {
     return {};
 }
 
@@ -101,7 +101,7 @@ Error LinkFile(const std::wstring& existing, const std::wstring& name) {
 }
 
 // MOVEFILE_WRITE_THROUGH has done it already.
-Error FlushFolder(const std::wstring&) {
+Error FlushDirectory(const std::wstring&) {
     return {};
 }
 

@@ -48,23 +48,23 @@ std::size_t RootLength(const std::wstring& path) {
     return path.size() > 1 && IsSeparator(path[1]) ? ShareRootLength(path) : 1;
 }
 
-// "\x" depends on the current drive, "C:x" on the current folder of that drive.
+// "\x" depends on the current drive, "C:x" on the current directory of that drive.
 bool IsAbsolute(const std::wstring& path) {
     return RootLength(path) > 1;
 }
 
-std::wstring Rebase(const std::wstring& folder, const std::wstring& path) {
+std::wstring Rebase(const std::wstring& directory, const std::wstring& path) {
     if (IsAbsolute(path)) {
         return path;
     }
     if (RootLength(path) == 1) {
-        return folder.substr(0, RootLength(folder)) + path;
+        return directory.substr(0, RootLength(directory)) + path;
     }
     if (!HasDrive(path)) {
-        return folder + L"\\" + path;
+        return directory + L"\\" + path;
     }
-    const bool sameDrive = SameName(folder.substr(0, 2), path.substr(0, 2));
-    return (sameDrive ? folder : path.substr(0, 2)) + L"\\" + path.substr(2);
+    const bool sameDrive = SameName(directory.substr(0, 2), path.substr(0, 2));
+    return (sameDrive ? directory : path.substr(0, 2)) + L"\\" + path.substr(2);
 }
 
 bool SameName(const std::wstring& left, const std::wstring& right) {

@@ -13,8 +13,8 @@ std::wstring ReadProfileText(const std::wstring& path, const std::wstring& secti
     if (NamesNothing(path) || NamesNothing(section) || NamesNothing(key)) {
         return {};
     }
-    // A bare file name would be looked for in the folder of Windows.
-    const std::wstring file = SystemPath(ResolveAgainst(CurrentFolder(), path));
+    // A bare file name would be looked for in the directory of Windows.
+    const std::wstring file = SystemPath(ResolveAgainst(CurrentDirectory(), path));
     wchar_t value[256] = {};
     const DWORD length =
         GetPrivateProfileStringW(section.c_str(), key.c_str(), L"", value, DWORD{std::size(value)}, file.c_str());

@@ -5,7 +5,7 @@
 #include "fault_points/FaultPoint.h"
 #include "platform/files/FileSystem.h"
 #include "platform/files/PathRoot.h"
-#include "platform/files/windows/FolderSearch.h"
+#include "platform/files/windows/DirectorySearch.h"
 #include "platform/files/windows/SystemPath.h"
 #include "platform/processes/ProcessHandle.h"
 
@@ -17,33 +17,33 @@ struct Found {
     DWORD attributes = 0;
 };
 
-bool IsRealFolder(DWORD attributes) {
+bool IsRealDirectory(DWORD attributes) {
     return (attributes & (FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_REPARSE_POINT)) == FILE_ATTRIBUTE_DIRECTORY;
 }
 
-/// A folder on the way from the root of the tree to where the removal stands.
+/// A directory on the way from the root of the tree to where the removal stands.
 struct Level {
-    /// While it is held so, nobody can rename or remove the folder, nor put a link in its place.
+    /// While it is held so, nobody can rename or remove the directory, nor put a link in its place.
     OwnedHandle held;
     DWORD attributes = 0;
-    std::vector<std::wstring> pendingFolders;
+    std::vector<std::wstring> pendingDirectories;
 };
 
-/// Holds nothing when `path` is no real folder any more, or is not to be had.
+/// Holds nothing when `path` is no real directory any more, or is not to be had.
 Level Hold(const std::wstring& path) {
     const HANDLE handle =
         CreateFileW(path.c_str(), FILE_LIST_DIRECTORY, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING,
                     FILE_FLAG_BACKUP_SEMANTICS | FILE_FLAG_OPEN_REPARSE_POINT, nullptr);
-    OwnedHandle folder(handle == INVALID_HANDLE_VALUE ? nullptr : handle);
+    OwnedHandle directory(handle == INVALID_HANDLE_VALUE ? nullptr : handle);
     BY_HANDLE_FILE_INFORMATION information = {};
-    if (!folder || GetFileInformationByHandle(handle, &information) == 0) {
+    if (!directory || GetFileInformationByHandle(handle, &information) == 0) {
         return {};
     }
-    if (!IsRealFolder(information.dwFileAttributes)) {
+    if (!IsRealDirectory(information.dwFileAttributes)) {
         SetLastError(ERROR_CANT_ACCESS_FILE);
         return {};
     }
-    return {std::move(folder), information.dwFileAttributes, {}};
+    return {std::move(directory), information.dwFileAttributes, {}};
 }
 
 /// Walks the tree with a list of its own instead of the stack. Links and junctions are entries like files.
@@ -62,7 +62,7 @@ public:
 
 private:
     void Step() {
-        std::vector<std::wstring>& pending = levels.back().pendingFolders;
+        std::vector<std::wstring>& pending = levels.back().pendingDirectories;
         if (pending.empty()) {
             Leave();
             return;
@@ -72,7 +72,7 @@ private:
         Enter();
     }
 
-    /// Empties the current folder but for its folders, which are kept for later.
+    /// Empties the current directory but for its directories, which are kept for later.
     void Enter() {
         levels.push_back(Hold(path));
         if (!levels.back().held) {
@@ -80,8 +80,8 @@ private:
             return;
         }
         for (const Found& entry : Entries()) {
-            if (IsRealFolder(entry.attributes)) {
-                levels.back().pendingFolders.push_back(entry.name);
+            if (IsRealDirectory(entry.attributes)) {
+                levels.back().pendingDirectories.push_back(entry.name);
             } else {
                 Remove(path + L"\\" + entry.name, entry.attributes);
             }
@@ -101,7 +101,7 @@ private:
     /// The whole listing first: what is removed meanwhile would shift it.
     std::vector<Found> Entries() {
         std::vector<Found> entries;
-        FolderSearch search(path);
+        DirectorySearch search(path);
         while (const WIN32_FIND_DATAW* const next = search.Next()) {
             entries.push_back({next->cFileName, next->dwFileAttributes});
         }
@@ -113,8 +113,8 @@ private:
         if ((attributes & FILE_ATTRIBUTE_READONLY) != 0) {
             SetFileAttributesW(entry.c_str(), attributes & ~DWORD{FILE_ATTRIBUTE_READONLY});
         }
-        const bool isFolder = (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
-        if ((isFolder ? RemoveDirectoryW(entry.c_str()) : DeleteFileW(entry.c_str())) == 0) {
+        const bool isDirectory = (attributes & FILE_ATTRIBUTE_DIRECTORY) != 0;
+        if ((isDirectory ? RemoveDirectoryW(entry.c_str()) : DeleteFileW(entry.c_str())) == 0) {
             Note(LastError());
         } else {
             fault_points::ReachFaultPoint(fault_points::FaultPoint::EntryRemoved);
@@ -141,7 +141,7 @@ Error RemoveTree(const std::wstring& path) {
     if (attributes == INVALID_FILE_ATTRIBUTES) {
         return LastError();
     }
-    return IsRealFolder(attributes) ? TreeRemoval(root).Run() : Error{ErrorKind::NotSupported, 0};
+    return IsRealDirectory(attributes) ? TreeRemoval(root).Run() : Error{ErrorKind::NotSupported, 0};
 }
 
 } // namespace platform

@@ -8,7 +8,7 @@
 namespace platform {
 namespace {
 
-// MAX_PATH less what a folder must leave free for a file name in it, which is what CreateDirectoryW asks for.
+// MAX_PATH less what a directory must leave free for a file name in it, which is what CreateDirectoryW asks for.
 constexpr std::size_t longestPlainPath = 240;
 
 bool HasSystemPrefix(const std::wstring& path) {

@@ -15,13 +15,13 @@
 namespace platform {
 namespace {
 
-std::string FolderOf(pid_t number) {
+std::string DirectoryOf(pid_t number) {
     return "/proc/" + std::to_string(number);
 }
 
 /// In ticks since the system's start; 0 when it cannot be told.
 std::int64_t StartOf(pid_t number) {
-    std::ifstream file(FolderOf(number) + "/stat");
+    std::ifstream file(DirectoryOf(number) + "/stat");
     std::string text;
     std::getline(file, text, '\0');
     // The name in parentheses may hold anything, also blanks and parentheses.
@@ -42,7 +42,7 @@ std::int64_t StartOf(pid_t number) {
 
 bool IsOwn(pid_t number) {
     struct stat status {};
-    return stat(FolderOf(number).c_str(), &status) == 0 && status.st_uid == geteuid();
+    return stat(DirectoryOf(number).c_str(), &status) == 0 && status.st_uid == geteuid();
 }
 
 } // namespace

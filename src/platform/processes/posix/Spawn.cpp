@@ -53,9 +53,9 @@ public:
         Check(posix_spawn_file_actions_addclosefrom_np(&actions, next));
     }
 
-    void ChangeFolder(const std::string& folder) {
-        if (!folder.empty()) {
-            Check(posix_spawn_file_actions_addchdir_np(&actions, folder.c_str()));
+    void ChangeDirectory(const std::string& directory) {
+        if (!directory.empty()) {
+            Check(posix_spawn_file_actions_addchdir_np(&actions, directory.c_str()));
         }
     }
 
@@ -149,7 +149,7 @@ Error Spawn(const ProcessStart& start, SpawnGroup group, void* errorOutput, Owne
     FileActions actions;
     actions.Connect(start.output, errorOutput);
     actions.KeepOnly(start.inherited);
-    actions.ChangeFolder(SystemPath(start.currentFolder));
+    actions.ChangeDirectory(SystemPath(start.currentDirectory));
     const SpawnAttributes attributes(GroupFlag(start, group));
 
     const std::string program = SystemPath(programPath);

@@ -82,24 +82,24 @@ void Event::Clear() {
     [[maybe_unused]] const ssize_t taken = read(DescriptorOf(handle.Get()), &count, sizeof count);
 }
 
-FolderWatch::FolderWatch(const std::wstring& folder) {
+DirectoryWatch::DirectoryWatch(const std::wstring& directory) {
     const int descriptor = inotify_init1(IN_CLOEXEC | IN_NONBLOCK);
     if (descriptor < 0) {
         return;
     }
     constexpr std::uint32_t changes = IN_CREATE | IN_DELETE | IN_MOVED_FROM | IN_MOVED_TO | IN_ONLYDIR;
-    if (inotify_add_watch(descriptor, SystemPath(folder).c_str(), changes) < 0) {
+    if (inotify_add_watch(descriptor, SystemPath(directory).c_str(), changes) < 0) {
         close(descriptor);
         return;
     }
     handle = HandleOf(descriptor);
 }
 
-FolderWatch::~FolderWatch() {
+DirectoryWatch::~DirectoryWatch() {
     CloseProcessHandle(handle);
 }
 
-void FolderWatch::Rearm() {
+void DirectoryWatch::Rearm() {
     std::array<char, 4096> events;
     while (handle != nullptr && read(DescriptorOf(handle), events.data(), events.size()) > 0) {
     }

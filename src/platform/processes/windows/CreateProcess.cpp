@@ -106,21 +106,21 @@ STARTUPINFOEXW StartupInformation(const ChildHandles& handles, AttributeList& at
     return information;
 }
 
-/// The short name of a folder, which not every volume keeps; the long one where there is none.
-std::wstring ShortNameOf(const std::wstring& folder) {
-    const std::wstring path = SystemPath(folder);
+/// The short name of a directory, which not every volume keeps; the long one where there is none.
+std::wstring ShortNameOf(const std::wstring& directory) {
+    const std::wstring path = SystemPath(directory);
     std::wstring name(GetShortPathNameW(path.c_str(), nullptr, 0), L'\0');
     name.resize(name.empty() ? 0 : GetShortPathNameW(path.c_str(), name.data(), static_cast<DWORD>(name.size())));
     return name.empty() ? path : name;
 }
 
-/// A current folder has no way past the old limit on the length of paths but its short name: the prefix that lifts the
-/// limit elsewhere is no part of a current folder, so it is taken off again.
-Error CurrentFolderFor(const std::wstring& folder, std::wstring& current) {
+/// A current directory has no way past the old limit on the length of paths but its short name: the prefix that lifts
+/// the limit elsewhere is no part of a current directory, so it is taken off again.
+Error CurrentDirectoryFor(const std::wstring& directory, std::wstring& current) {
     constexpr std::size_t longest = MAX_PATH - 2;
-    current = ToNativeText(folder);
+    current = ToNativeText(directory);
     if (current.size() > longest) {
-        current = WithoutSystemPrefix(ShortNameOf(folder));
+        current = WithoutSystemPrefix(ShortNameOf(directory));
     }
     return current.size() <= longest ? Error{} : ErrorFromCode(ERROR_FILENAME_EXCED_RANGE);
 }
@@ -128,15 +128,15 @@ Error CurrentFolderFor(const std::wstring& folder, std::wstring& current) {
 Error Create(const std::wstring& program, const ProcessStart& start, STARTUPINFOEXW& startup, OwnedHandle& process) {
     std::wstring commandLine = BuildCommandLine(program, start.arguments);
     std::wstring environment = EnvironmentBlock(start);
-    std::wstring folder;
-    if (const Error error = CurrentFolderFor(start.currentFolder, folder)) {
+    std::wstring directory;
+    if (const Error error = CurrentDirectoryFor(start.currentDirectory, directory)) {
         return error;
     }
     const DWORD flags = CREATE_NO_WINDOW | CREATE_UNICODE_ENVIRONMENT | EXTENDED_STARTUPINFO_PRESENT |
                         (start.detached ? CREATE_NEW_PROCESS_GROUP : 0UL);
     PROCESS_INFORMATION information{};
     if (CreateProcessW(program.c_str(), commandLine.data(), nullptr, nullptr, TRUE, flags, environment.data(),
-                       folder.empty() ? nullptr : folder.c_str(), &startup.StartupInfo, &information) == 0) {
+                       directory.empty() ? nullptr : directory.c_str(), &startup.StartupInfo, &information) == 0) {
         return LastError();
     }
     process = OwnedHandle(information.hProcess);

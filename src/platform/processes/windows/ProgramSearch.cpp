@@ -9,7 +9,7 @@ bool IsProgramName(const std::wstring& path) {
 }
 
 bool IsProgramFile(const std::wstring& path) {
-    return IsProgramName(path) && Exists(path) && !IsFolder(path);
+    return IsProgramName(path) && Exists(path) && !IsDirectory(path);
 }
 
 std::vector<std::wstring> ProgramFileNames(const std::wstring& name) {

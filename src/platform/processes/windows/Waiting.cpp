@@ -65,18 +65,19 @@ void Event::Clear() {
     ResetEvent(handle.Get());
 }
 
-FolderWatch::FolderWatch(const std::wstring& folder) {
-    const HANDLE watch = FindFirstChangeNotificationW(SystemPath(folder).c_str(), FALSE, FILE_NOTIFY_CHANGE_FILE_NAME);
+DirectoryWatch::DirectoryWatch(const std::wstring& directory) {
+    const HANDLE watch =
+        FindFirstChangeNotificationW(SystemPath(directory).c_str(), FALSE, FILE_NOTIFY_CHANGE_FILE_NAME);
     handle = watch == INVALID_HANDLE_VALUE ? nullptr : watch;
 }
 
-FolderWatch::~FolderWatch() {
+DirectoryWatch::~DirectoryWatch() {
     if (handle != nullptr) {
         FindCloseChangeNotification(handle);
     }
 }
 
-void FolderWatch::Rearm() {
+void DirectoryWatch::Rearm() {
     if (handle != nullptr) {
         FindNextChangeNotification(handle);
     }

@@ -68,7 +68,7 @@ std::wstring LoadProblem(const std::wstring& path) {
 }
 
 void ProvideLibraries(const std::wstring& module, const std::vector<std::wstring>& directories) {
-    std::vector<std::wstring> searched{ParentFolder(module)};
+    std::vector<std::wstring> searched{ParentDirectory(module)};
     searched.insert(searched.end(), directories.begin(), directories.end());
     LibraryProvider(std::move(searched)).ProvideFor(module);
 }

@@ -48,7 +48,7 @@ std::vector<std::pair<std::wstring, std::wstring>> AllEnvironment() {
     while (entry != nullptr && *entry != L'\0') {
         const std::wstring_view text = entry;
         const std::size_t equals = text.find(L'=');
-        // "=C:=C:\x" is how the system keeps the current folder of a drive.
+        // "=C:=C:\x" is how the system keeps the current directory of a drive.
         if (equals != std::wstring_view::npos && equals != 0) {
             variables.emplace_back(text.substr(0, equals), text.substr(equals + 1));
         }

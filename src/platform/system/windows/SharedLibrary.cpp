@@ -44,7 +44,7 @@ std::wstring LoadProblem(const std::wstring& path) {
 }
 
 void ProvideLibraries(const std::wstring& module, const std::vector<std::wstring>& directories) {
-    AddDllDirectory(SystemPath(ParentFolder(module)).c_str());
+    AddDllDirectory(SystemPath(ParentDirectory(module)).c_str());
     for (const std::wstring& directory : directories) {
         AddDllDirectory(SystemPath(directory).c_str());
     }

@@ -6,7 +6,7 @@
 
 #include <gtest/gtest.h>
 
-#include "support/TemporaryFolder.h"
+#include "support/TemporaryDirectory.h"
 #include "support/TestProcess.h"
 
 using scenario_runner::StopPolicy;
@@ -27,7 +27,7 @@ std::ptrdiff_t InotifyInstances() {
 
 /// Supervises a scenario that is asked to stop from the start, and tells how many instances are open at its end.
 std::ptrdiff_t InstancesOfARun(platform::ProcessTree& tree, std::chrono::milliseconds watchAfter) {
-    const TemporaryFolder workDir;
+    const TemporaryDirectory workDir;
     const std::vector<void*> owners;
     const platform::StopSignal stopSignal;
     WriteTextFile(workDir / L"killprocess", "");
@@ -44,17 +44,17 @@ std::ptrdiff_t InstancesOfARun(std::chrono::milliseconds watchAfter) {
 
 } // namespace
 
-TEST(FolderWatchUseTest, AScenarioThatHasEndedIsNotWatched) {
+TEST(DirectoryWatchUseTest, AScenarioThatHasEndedIsNotWatched) {
     platform::ProcessTree tree;
     ASSERT_FALSE(tree.Start(test_support::TestProcess({L"exit", L"0"})));
     ASSERT_TRUE(test_support::WaitUntilSignalled(tree.Root()));
     EXPECT_EQ(InstancesOfARun(tree, std::chrono::milliseconds(0)), 0);
 }
 
-TEST(FolderWatchUseTest, AYoungRunIsNotWatched) {
+TEST(DirectoryWatchUseTest, AYoungRunIsNotWatched) {
     EXPECT_EQ(InstancesOfARun(Supervisor::timeWithoutWatch), 0);
 }
 
-TEST(FolderWatchUseTest, AnOlderRunIsWatched) {
+TEST(DirectoryWatchUseTest, AnOlderRunIsWatched) {
     EXPECT_EQ(InstancesOfARun(std::chrono::milliseconds(0)), 1);
 }

@@ -1,4 +1,4 @@
-#include "platform/files/windows/FolderSearch.h"
+#include "platform/files/windows/DirectorySearch.h"
 
 #include <cwchar>
 #include <utility>
@@ -9,12 +9,12 @@
 namespace platform {
 namespace {
 
-/// An empty folder text must not become the root of the current drive.
-std::wstring PatternOf(const std::wstring& folder) {
-    if (NamesNothing(folder)) {
+/// An empty directory text must not become the root of the current drive.
+std::wstring PatternOf(const std::wstring& directory) {
+    if (NamesNothing(directory)) {
         return {};
     }
-    return SystemPath(folder + (IsSeparator(folder.back()) ? L"*" : L"\\*"));
+    return SystemPath(directory + (IsSeparator(directory.back()) ? L"*" : L"\\*"));
 }
 
 bool IsDots(const wchar_t* name) {
@@ -23,8 +23,8 @@ bool IsDots(const wchar_t* name) {
 
 } // namespace
 
-FolderSearch::FolderSearch(const std::wstring& folder)
-    : handle(FindFirstFileExW(PatternOf(folder).c_str(), FindExInfoBasic, &entry, FindExSearchNameMatch, nullptr,
+DirectorySearch::DirectorySearch(const std::wstring& directory)
+    : handle(FindFirstFileExW(PatternOf(directory).c_str(), FindExInfoBasic, &entry, FindExSearchNameMatch, nullptr,
                               FIND_FIRST_EX_LARGE_FETCH)) {
     // The root of an empty volume has not even the dots.
     if (handle == INVALID_HANDLE_VALUE && GetLastError() != ERROR_FILE_NOT_FOUND) {
@@ -32,13 +32,13 @@ FolderSearch::FolderSearch(const std::wstring& folder)
     }
 }
 
-FolderSearch::~FolderSearch() {
+DirectorySearch::~DirectorySearch() {
     if (handle != INVALID_HANDLE_VALUE) {
         FindClose(handle);
     }
 }
 
-bool FolderSearch::Advance() {
+bool DirectorySearch::Advance() {
     if (std::exchange(isFirst, false)) {
         return handle != INVALID_HANDLE_VALUE;
     }
@@ -51,7 +51,7 @@ bool FolderSearch::Advance() {
     return false;
 }
 
-const WIN32_FIND_DATAW* FolderSearch::Next() {
+const WIN32_FIND_DATAW* DirectorySearch::Next() {
     while (Advance()) {
         if (!IsDots(entry.cFileName)) {
             return &entry;

@@ -5,60 +5,60 @@
 
 #include "platform/SystemHelpers.h"
 #include "platform/files/FileSystem.h"
-#include "support/TemporaryFolder.h"
+#include "support/TemporaryDirectory.h"
 #include "text/Text.h"
 
 namespace {
 
+using platform::DirectoryEntry;
 using platform::ErrorKind;
-using platform::FolderEntry;
-using platform::ListFolder;
+using platform::ListDirectory;
 using testing::ElementsAre;
 using testing::UnorderedElementsAre;
 
-class ListFolderTest : public testing::Test {
+class ListDirectoryTest : public testing::Test {
 protected:
-    void Touch(const std::wstring& name) { ASSERT_FALSE(platform::CreateEmptyFile(folder / name)); }
+    void Touch(const std::wstring& name) { ASSERT_FALSE(platform::CreateEmptyFile(directory / name)); }
 
     std::vector<std::wstring> Names() const {
         std::vector<std::wstring> names;
-        for (const FolderEntry& entry : Entries()) {
+        for (const DirectoryEntry& entry : Entries()) {
             names.push_back(entry.name);
         }
         return names;
     }
 
-    std::vector<FolderEntry> Entries() const {
-        std::vector<FolderEntry> entries;
-        EXPECT_FALSE(ListFolder(folder.Path(), entries));
+    std::vector<DirectoryEntry> Entries() const {
+        std::vector<DirectoryEntry> entries;
+        EXPECT_FALSE(ListDirectory(directory.Path(), entries));
         return entries;
     }
 
-    FolderEntry Entry(const std::wstring& name) const {
+    DirectoryEntry Entry(const std::wstring& name) const {
         const auto entries = Entries();
         const auto found =
             std::find_if(entries.begin(), entries.end(), [&](const auto& entry) { return entry.name == name; });
-        return found == entries.end() ? FolderEntry{} : *found;
+        return found == entries.end() ? DirectoryEntry{} : *found;
     }
 
-    TemporaryFolder folder;
+    TemporaryDirectory directory;
 };
 
-TEST_F(ListFolderTest, AnEmptyFolderHasNoEntries) {
+TEST_F(ListDirectoryTest, AnEmptyDirectoryHasNoEntries) {
     EXPECT_THAT(Names(), ElementsAre());
 }
 
-TEST_F(ListFolderTest, FilesAreToldFromFolders) {
+TEST_F(ListDirectoryTest, FilesAreToldFromDirectories) {
     Touch(L"file");
     Touch(L".hidden");
-    ASSERT_FALSE(platform::CreateFolder(folder / L"folder"));
+    ASSERT_FALSE(platform::CreateNewDirectory(directory / L"folder"));
     EXPECT_THAT(Names(), UnorderedElementsAre(L".hidden", L"file", L"folder"));
-    EXPECT_TRUE(Entry(L"folder").isFolder);
-    EXPECT_FALSE(Entry(L"file").isFolder);
+    EXPECT_TRUE(Entry(L"folder").isDirectory);
+    EXPECT_FALSE(Entry(L"file").isDirectory);
     EXPECT_FALSE(Entry(L"folder").isLink);
 }
 
-TEST_F(ListFolderTest, EntriesAreSortedWithoutRegardToCase) {
+TEST_F(ListDirectoryTest, EntriesAreSortedWithoutRegardToCase) {
     for (const wchar_t* name : {L"b.rb", L"A.rb", L"_.rb", L"C.rb", L"a2.rb", L"\u00E9.rb", L"\u00C8.rb", L"z.rb"}) {
         Touch(name);
     }
@@ -72,7 +72,7 @@ TEST_F(ListFolderTest, EntriesAreSortedWithoutRegardToCase) {
                                      L"\u00E9.rb"));
 }
 
-TEST_F(ListFolderTest, LettersOfOtherAlphabetsAreFoldedToo) {
+TEST_F(ListDirectoryTest, LettersOfOtherAlphabetsAreFoldedToo) {
     if (OnWindows()) {
         GTEST_SKIP() << "the system sorts here";
     }
@@ -85,55 +85,55 @@ TEST_F(ListFolderTest, LettersOfOtherAlphabetsAreFoldedToo) {
                                      L"\u03B12", L"\u04011", L"\u04512", L"\u04101", L"\u04302"));
 }
 
-TEST_F(ListFolderTest, LinksAreMarkedAndShownAsWhatTheyLeadTo) {
-    ASSERT_FALSE(platform::CreateFolder(folder / L"folder"));
+TEST_F(ListDirectoryTest, LinksAreMarkedAndShownAsWhatTheyLeadTo) {
+    ASSERT_FALSE(platform::CreateNewDirectory(directory / L"folder"));
     Touch(L"file");
-    if (!MakeLink(folder / L"folder", folder / L"to-folder")) {
+    if (!MakeLink(directory / L"folder", directory / L"to-folder")) {
         GTEST_SKIP() << "no symbolic links here";
     }
-    ASSERT_TRUE(MakeLink(folder / L"file", folder / L"to-file"));
-    ASSERT_TRUE(MakeLink(folder / L"missing", folder / L"to-nothing"));
+    ASSERT_TRUE(MakeLink(directory / L"file", directory / L"to-file"));
+    ASSERT_TRUE(MakeLink(directory / L"missing", directory / L"to-nothing"));
     EXPECT_THAT(Names(), UnorderedElementsAre(L"file", L"folder", L"to-file", L"to-folder", L"to-nothing"));
-    EXPECT_FALSE(Entry(L"to-nothing").isFolder);
+    EXPECT_FALSE(Entry(L"to-nothing").isDirectory);
     EXPECT_TRUE(Entry(L"to-nothing").isLink);
-    EXPECT_TRUE(Entry(L"to-folder").isFolder);
+    EXPECT_TRUE(Entry(L"to-folder").isDirectory);
     EXPECT_TRUE(Entry(L"to-folder").isLink);
-    EXPECT_FALSE(Entry(L"to-file").isFolder);
+    EXPECT_FALSE(Entry(L"to-file").isDirectory);
     EXPECT_TRUE(Entry(L"to-file").isLink);
 }
 
-TEST_F(ListFolderTest, NamesThatAreNotUtf8CanBeOpenedByWhatIsListed) {
-    if (!MakeFileOfBytes(folder.Path(), "\xFFmesh\xC3.rb")) {
+TEST_F(ListDirectoryTest, NamesThatAreNotUtf8CanBeOpenedByWhatIsListed) {
+    if (!MakeFileOfBytes(directory.Path(), "\xFFmesh\xC3.rb")) {
         GTEST_SKIP() << "names are wide here";
     }
     ASSERT_EQ(Names().size(), 1u);
-    EXPECT_TRUE(platform::Exists(folder / Names()[0]));
+    EXPECT_TRUE(platform::Exists(directory / Names()[0]));
     EXPECT_EQ(text::ToUtf8(Names()[0]), "\xFFmesh\xC3.rb");
 }
 
-TEST_F(ListFolderTest, NamesWithABackslashAreLeftOut) {
-    if (!MakeFileOfBytes(folder.Path(), "..\\outside.rb")) {
+TEST_F(ListDirectoryTest, NamesWithABackslashAreLeftOut) {
+    if (!MakeFileOfBytes(directory.Path(), "..\\outside.rb")) {
         GTEST_SKIP() << "no such names here";
     }
     EXPECT_THAT(Names(), ElementsAre());
 }
 
-TEST_F(ListFolderTest, EntriesAreAppended) {
+TEST_F(ListDirectoryTest, EntriesAreAppended) {
     Touch(L"b");
-    std::vector<FolderEntry> entries = {{L"z", false, false}};
-    EXPECT_FALSE(ListFolder(folder.Path() + L"\\", entries));
+    std::vector<DirectoryEntry> entries = {{L"z", false, false}};
+    EXPECT_FALSE(ListDirectory(directory.Path() + L"\\", entries));
     ASSERT_EQ(entries.size(), 2u);
     EXPECT_EQ(entries[0].name, L"z");
     EXPECT_EQ(entries[1].name, L"b");
 }
 
-TEST_F(ListFolderTest, WhatIsNoFolderCannotBeListed) {
+TEST_F(ListDirectoryTest, WhatIsNoDirectoryCannotBeListed) {
     Touch(L"file");
-    std::vector<FolderEntry> entries;
-    EXPECT_EQ(ListFolder(folder / L"missing", entries).kind, ErrorKind::NotFound);
-    EXPECT_EQ(ListFolder(folder / L"file", entries).kind, ErrorKind::NotFound);
-    EXPECT_EQ(ListFolder(L"", entries).kind, ErrorKind::NotFound);
-    EXPECT_EQ(ListFolder(folder.Path() + std::wstring(1, L'\0'), entries).kind, ErrorKind::NotFound);
+    std::vector<DirectoryEntry> entries;
+    EXPECT_EQ(ListDirectory(directory / L"missing", entries).kind, ErrorKind::NotFound);
+    EXPECT_EQ(ListDirectory(directory / L"file", entries).kind, ErrorKind::NotFound);
+    EXPECT_EQ(ListDirectory(L"", entries).kind, ErrorKind::NotFound);
+    EXPECT_EQ(ListDirectory(directory.Path() + std::wstring(1, L'\0'), entries).kind, ErrorKind::NotFound);
     EXPECT_TRUE(entries.empty());
 }
 

@@ -8,14 +8,14 @@
 
 namespace platform {
 
-/// The entries of one folder without "." and "..", in the system's order.
-class FolderSearch {
+/// The entries of one directory without "." and "..", in the system's order.
+class DirectorySearch {
 public:
-    /// `folder` as library text.
-    explicit FolderSearch(const std::wstring& folder);
-    ~FolderSearch();
-    FolderSearch(const FolderSearch&) = delete;
-    FolderSearch& operator=(const FolderSearch&) = delete;
+    /// `directory` as library text.
+    explicit DirectorySearch(const std::wstring& directory);
+    ~DirectorySearch();
+    DirectorySearch(const DirectorySearch&) = delete;
+    DirectorySearch& operator=(const DirectorySearch&) = delete;
 
     /// The next entry, valid until the next call; null at the end and after a failure.
     const WIN32_FIND_DATAW* Next();

@@ -1,4 +1,4 @@
-#include "engine/FreshFolder.h"
+#include "engine/FreshDirectory.h"
 
 #include <gtest/gtest.h>
 
@@ -12,10 +12,10 @@ using platform::Error;
 using platform::ErrorKind;
 using Names = std::vector<std::wstring>;
 
-/// A disk on which others make folders, too.
-class FreshFolderTest : public testing::Test {
+/// A disk on which others make directories, too.
+class FreshDirectoryTest : public testing::Test {
 protected:
-    FolderCalls Calls() {
+    DirectoryCalls Calls() {
         return {[this](const std::wstring& path) { return existing.contains(path); },
                 [this](const std::wstring& path) { return Create(path); }};
     }
@@ -33,35 +33,35 @@ protected:
     std::set<std::wstring> madeInBetween;
     ErrorKind createError = ErrorKind::None;
     Names attempts;
-    std::wstring folder;
+    std::wstring directory;
 };
 
-TEST_F(FreshFolderTest, TheFirstNameThatDoesNotExistIsMade) {
+TEST_F(FreshDirectoryTest, TheFirstNameThatDoesNotExistIsMade) {
     existing = {L"a", L"a_1"};
-    EXPECT_FALSE(MakeFreshFolder(L"a", Calls(), folder));
-    EXPECT_EQ(folder, L"a_2");
+    EXPECT_FALSE(MakeFreshDirectory(L"a", Calls(), directory));
+    EXPECT_EQ(directory, L"a_2");
     EXPECT_EQ(attempts, Names{L"a_2"});
 }
 
-TEST_F(FreshFolderTest, ANameThatSomebodyTakesBetweenTheLookAndTheMakingIsTaken) {
+TEST_F(FreshDirectoryTest, ANameThatSomebodyTakesBetweenTheLookAndTheMakingIsTaken) {
     madeInBetween = {L"a", L"a_1"};
-    EXPECT_FALSE(MakeFreshFolder(L"a", Calls(), folder));
-    EXPECT_EQ(folder, L"a_2");
+    EXPECT_FALSE(MakeFreshDirectory(L"a", Calls(), directory));
+    EXPECT_EQ(directory, L"a_2");
     EXPECT_EQ(attempts, (Names{L"a", L"a_1", L"a_2"}));
 }
 
-TEST_F(FreshFolderTest, AFolderThatCannotBeMadeEndsTheSearch) {
+TEST_F(FreshDirectoryTest, ADirectoryThatCannotBeMadeEndsTheSearch) {
     createError = ErrorKind::AccessDenied;
-    EXPECT_EQ(MakeFreshFolder(L"a", Calls(), folder).kind, ErrorKind::AccessDenied);
-    EXPECT_EQ(folder, L"a");
+    EXPECT_EQ(MakeFreshDirectory(L"a", Calls(), directory).kind, ErrorKind::AccessDenied);
+    EXPECT_EQ(directory, L"a");
     EXPECT_EQ(attempts, Names{L"a"});
 }
 
-TEST_F(FreshFolderTest, ANameThatIsTakenAndStillNotThereEndsTheSearch) {
-    FolderCalls calls = Calls();
+TEST_F(FreshDirectoryTest, ANameThatIsTakenAndStillNotThereEndsTheSearch) {
+    DirectoryCalls calls = Calls();
     calls.create = [](const std::wstring&) { return Error{ErrorKind::AlreadyExists, 0}; };
-    EXPECT_EQ(MakeFreshFolder(L"a", calls, folder).kind, ErrorKind::AlreadyExists);
-    EXPECT_EQ(folder, L"a");
+    EXPECT_EQ(MakeFreshDirectory(L"a", calls, directory).kind, ErrorKind::AlreadyExists);
+    EXPECT_EQ(directory, L"a");
 }
 
 } // namespace

@@ -3,24 +3,24 @@
 #include <string>
 #include <string_view>
 
-/// A new empty folder of a unique name for one test, removed with all it holds at the end.
-class TemporaryFolder {
+/// A new empty directory of a unique name for one test, removed with all it holds at the end.
+class TemporaryDirectory {
 public:
-    TemporaryFolder();
-    ~TemporaryFolder();
-    TemporaryFolder(const TemporaryFolder&) = delete;
-    TemporaryFolder& operator=(const TemporaryFolder&) = delete;
+    TemporaryDirectory();
+    ~TemporaryDirectory();
+    TemporaryDirectory(const TemporaryDirectory&) = delete;
+    TemporaryDirectory& operator=(const TemporaryDirectory&) = delete;
 
     /// Absolute, library text (backslashes), without a trailing separator.
     const std::wstring& Path() const { return path; }
-    /// The path of `name` in this folder; nothing is made.
+    /// The path of `name` in this directory; nothing is made.
     std::wstring operator/(const std::wstring& name) const;
 
 private:
     std::wstring path;
 };
 
-/// Makes a file hold exactly `bytes`, with its missing parent folders. Throws `std::runtime_error` on failure.
+/// Makes a file hold exactly `bytes`, with its missing parent directories. Throws `std::runtime_error` on failure.
 void WriteTextFile(const std::wstring& path, std::string_view bytes);
 
 /// The whole content of a file. Throws `std::runtime_error` on failure.

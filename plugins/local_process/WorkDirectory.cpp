@@ -1,4 +1,4 @@
-#include "local_process/WorkFolder.h"
+#include "local_process/WorkDirectory.h"
 
 #include <algorithm>
 
@@ -41,7 +41,7 @@ bool Fail(const RunScenarioInfo& info, const std::wstring& what, std::wstring& p
 
 } // namespace
 
-bool PrepareWorkFolder(const RunScenarioInfo& info, std::wstring& problem) {
+bool PrepareWorkDirectory(const RunScenarioInfo& info, std::wstring& problem) {
     std::wstring obstacle;
     if (!run_protocol::MakeWorkDirectory(info.workDir, obstacle)) {
         return Fail(info, obstacle, problem);
@@ -56,7 +56,7 @@ bool PrepareWorkFolder(const RunScenarioInfo& info, std::wstring& problem) {
 }
 
 void LeaveFailedResult(const RunScenarioInfo& info, const std::wstring& problem) {
-    if (!platform::IsFolder(info.workDir) || platform::IsLink(info.workDir)) {
+    if (!platform::IsDirectory(info.workDir) || platform::IsLink(info.workDir)) {
         return;
     }
     const run_protocol::RunScenarioResult result{info.jobId, false, {{failureCode, problem}}, {}};

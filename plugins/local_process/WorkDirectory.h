@@ -8,7 +8,7 @@ namespace local_process {
 
 /// Makes a job's work directory, for this user alone, without anything that an earlier run left in it that the
 /// controller would take for this run's, and with the request in it. False, with `problem`.
-[[nodiscard]] bool PrepareWorkFolder(const run_protocol::RunScenarioInfo& info, std::wstring& problem);
+[[nodiscard]] bool PrepareWorkDirectory(const run_protocol::RunScenarioInfo& info, std::wstring& problem);
 
 /// Leaves a failed result in the work directory, so that people see why. Best effort.
 void LeaveFailedResult(const run_protocol::RunScenarioInfo& info, const std::wstring& problem);

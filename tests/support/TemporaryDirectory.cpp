@@ -1,4 +1,4 @@
-#include "support/TemporaryFolder.h"
+#include "support/TemporaryDirectory.h"
 
 #include <cstddef>
 #include <random>
@@ -20,21 +20,22 @@ void ThrowOn(const platform::Error& error, const std::string& action, const std:
 
 std::wstring UniquePath() {
     std::random_device random;
-    return platform::TemporaryFolder() + L"\\controller-test-" + std::to_wstring(random()) + std::to_wstring(random());
+    return platform::TemporaryDirectory() + L"\\controller-test-" + std::to_wstring(random()) +
+           std::to_wstring(random());
 }
 
 } // namespace
 
-TemporaryFolder::TemporaryFolder() : path(UniquePath()) {
-    ThrowOn(platform::CreateFolder(path), "cannot make the folder", path);
+TemporaryDirectory::TemporaryDirectory() : path(UniquePath()) {
+    ThrowOn(platform::CreateNewDirectory(path), "cannot make the folder", path);
 }
 
-TemporaryFolder::~TemporaryFolder() {
+TemporaryDirectory::~TemporaryDirectory() {
     // What a test still holds open stays.
     (void)platform::RemoveTree(path);
 }
 
-std::wstring TemporaryFolder::operator/(const std::wstring& name) const {
+std::wstring TemporaryDirectory::operator/(const std::wstring& name) const {
     return path + L"\\" + name;
 }
 

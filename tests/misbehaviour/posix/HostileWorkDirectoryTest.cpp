@@ -8,26 +8,26 @@
 
 namespace {
 
-/// What a scenario does to its work directory must stay there: a folder outside is as it was afterwards.
-class HostileWorkFolderTest : public ScenarioRunFixture {
+/// What a scenario does to its work directory must stay there: a directory outside is as it was afterwards.
+class HostileWorkDirectoryTest : public ScenarioRunFixture {
 protected:
-    HostileWorkFolderTest() {
-        job.workDir = folder / L"work\\3f9a0c1";
-        WriteTextFile(folder / L"outside\\precious", "content");
-        WriteTextFile(folder / L"outside\\scenario.log", "content");
+    HostileWorkDirectoryTest() {
+        job.workDir = directory / L"work\\3f9a0c1";
+        WriteTextFile(directory / L"outside\\precious", "content");
+        WriteTextFile(directory / L"outside\\scenario.log", "content");
     }
 
-    std::string Outside() const { return text::ToUtf8(platform::ToNativeText(folder / L"outside")); }
+    std::string Outside() const { return text::ToUtf8(platform::ToNativeText(directory / L"outside")); }
 
     void ExpectOutsideUntouched() const {
-        std::vector<platform::FolderEntry> entries;
-        EXPECT_FALSE(platform::ListFolder(folder / L"outside", entries));
+        std::vector<platform::DirectoryEntry> entries;
+        EXPECT_FALSE(platform::ListDirectory(directory / L"outside", entries));
         EXPECT_EQ(entries.size(), 2U);
-        EXPECT_EQ(ReadTextFile(folder / L"outside\\precious"), "content");
-        EXPECT_EQ(ReadTextFile(folder / L"outside\\scenario.log"), "content");
+        EXPECT_EQ(ReadTextFile(directory / L"outside\\precious"), "content");
+        EXPECT_EQ(ReadTextFile(directory / L"outside\\scenario.log"), "content");
     }
 
-    bool RemoveWorkFolder() {
+    bool RemoveWorkDirectory() {
         WriteSettings();
         return ControllerCSWrapper::RemoveJobWorkDirectory(job.workDir);
     }
@@ -35,57 +35,57 @@ protected:
 
 } // namespace
 
-TEST_F(HostileWorkFolderTest, AScenarioThatDeletesItsWorkFolderFails) {
+TEST_F(HostileWorkDirectoryTest, AScenarioThatDeletesItsWorkDirectoryFails) {
     UseSteps("delete work folder\nprint on\nexit 3");
     ASSERT_EQ(Start(), 0);
     EXPECT_EQ(AwaitEnd(), 4);
     EXPECT_FALSE(platform::Exists(job.workDir));
 }
 
-TEST_F(HostileWorkFolderTest, AScenarioThatDeletedItsWorkFolderCanBeCancelled) {
+TEST_F(HostileWorkDirectoryTest, AScenarioThatDeletedItsWorkDirectoryCanBeCancelled) {
     settings.graceSeconds = 0;
     UseSteps("ignore requests\ndelete work folder\nmake folder " + Outside() + "/../gone\nwait");
     ASSERT_EQ(Start(), 0);
-    AwaitFile(folder.Path(), L"gone");
+    AwaitFile(directory.Path(), L"gone");
     EXPECT_EQ(Call("CancelScenario", job.jobId), 0);
     EXPECT_EQ(AwaitEnd(), 4);
     EXPECT_FALSE(platform::Exists(job.workDir));
 }
 
-TEST_F(HostileWorkFolderTest, NothingIsWrittenThroughALinkInThePlaceOfTheWorkFolder) {
+TEST_F(HostileWorkDirectoryTest, NothingIsWrittenThroughALinkInThePlaceOfTheWorkDirectory) {
     settings.logLimitBytes = 4096;
     UseSteps("replace work folder " + Outside() + "\nprint lines 1000\nexit 3");
     ASSERT_EQ(Start(), 0);
     EXPECT_EQ(AwaitEnd(), 4);
     ExpectOutsideUntouched();
-    EXPECT_FALSE(RemoveWorkFolder());
+    EXPECT_FALSE(RemoveWorkDirectory());
     ExpectOutsideUntouched();
 }
 
-TEST_F(HostileWorkFolderTest, NoRequestToStopIsMadeThroughALinkInThePlaceOfTheWorkFolder) {
+TEST_F(HostileWorkDirectoryTest, NoRequestToStopIsMadeThroughALinkInThePlaceOfTheWorkDirectory) {
     settings.graceSeconds = 0;
     UseSteps("ignore requests\nreplace work folder " + Outside() + "\nmake folder " + Outside() + "/../gone\nwait");
     ASSERT_EQ(Start(), 0);
-    AwaitFile(folder.Path(), L"gone");
+    AwaitFile(directory.Path(), L"gone");
     EXPECT_EQ(Call("CancelScenario", job.jobId), 0);
     EXPECT_EQ(AwaitEnd(), 4);
     ExpectOutsideUntouched();
 }
 
-TEST_F(HostileWorkFolderTest, NothingIsWrittenThroughALinkInThePlaceOfTheFolderAbove) {
-    ASSERT_FALSE(platform::EnsureFolder(folder / L"outside work\\3f9a0c1"));
+TEST_F(HostileWorkDirectoryTest, NothingIsWrittenThroughALinkInThePlaceOfTheDirectoryAbove) {
+    ASSERT_FALSE(platform::EnsureDirectory(directory / L"outside work\\3f9a0c1"));
     settings.logLimitBytes = 4096;
-    UseSteps("replace parent folder " + text::ToUtf8(platform::ToNativeText(folder / L"outside work")) +
+    UseSteps("replace parent folder " + text::ToUtf8(platform::ToNativeText(directory / L"outside work")) +
              "\nprint lines 1000\nexit 3");
     ASSERT_EQ(Start(), 0);
     EXPECT_EQ(AwaitEnd(), 0);
-    EXPECT_TRUE(platform::Exists(folder / L"work.moved\\3f9a0c1\\run_scenario_result.json"));
-    std::vector<platform::FolderEntry> entries;
-    ASSERT_FALSE(platform::ListFolder(folder / L"outside work\\3f9a0c1", entries));
+    EXPECT_TRUE(platform::Exists(directory / L"work.moved\\3f9a0c1\\run_scenario_result.json"));
+    std::vector<platform::DirectoryEntry> entries;
+    ASSERT_FALSE(platform::ListDirectory(directory / L"outside work\\3f9a0c1", entries));
     EXPECT_TRUE(entries.empty());
 }
 
-TEST_F(HostileWorkFolderTest, LinksInThePlaceOfTheLogAreNotWrittenThrough) {
+TEST_F(HostileWorkDirectoryTest, LinksInThePlaceOfTheLogAreNotWrittenThrough) {
     settings.logLimitBytes = 4096;
     for (const std::string kind : {"link", "hard link"}) {
         Run("make " + kind + " scenario.log " + Outside() + "/precious\nprint lines 1000\nexit 0");
@@ -93,7 +93,7 @@ TEST_F(HostileWorkFolderTest, LinksInThePlaceOfTheLogAreNotWrittenThrough) {
     }
 }
 
-TEST_F(HostileWorkFolderTest, LinksInThePlaceOfTheRequestToStopAreRequestsAndNotWrittenThrough) {
+TEST_F(HostileWorkDirectoryTest, LinksInThePlaceOfTheRequestToStopAreRequestsAndNotWrittenThrough) {
     settings.graceSeconds = 0;
     for (const std::string kind : {"link", "hard link"}) {
         UseSteps("make " + kind + " killprocess " + Outside() + "/precious\nwait");
@@ -109,7 +109,7 @@ TEST_F(HostileWorkFolderTest, LinksInThePlaceOfTheRequestToStopAreRequestsAndNot
     ExpectOutsideUntouched();
 }
 
-TEST_F(HostileWorkFolderTest, LinksInThePlaceOfTheResultAreReplacedThemselves) {
+TEST_F(HostileWorkDirectoryTest, LinksInThePlaceOfTheResultAreReplacedThemselves) {
     for (const std::string kind : {"link", "hard link"}) {
         Run("make " + kind + " run_scenario_result.json " + Outside() + "/precious\nexit 3");
         EXPECT_EQ(FirstMessage(), L"The scenario ended with exit code 3 and wrote a result that cannot be read.");
@@ -117,20 +117,20 @@ TEST_F(HostileWorkFolderTest, LinksInThePlaceOfTheResultAreReplacedThemselves) {
     }
 }
 
-TEST_F(HostileWorkFolderTest, ANamedPipeInThePlaceOfTheResultIsReplaced) {
+TEST_F(HostileWorkDirectoryTest, ANamedPipeInThePlaceOfTheResultIsReplaced) {
     Run("make named pipe run_scenario_result.json\nexit 0");
     EXPECT_FALSE(Result().succeeded);
 }
 
-TEST_F(HostileWorkFolderTest, AnyTreeIsRemoved) {
+TEST_F(HostileWorkDirectoryTest, AnyTreeIsRemoved) {
     Run("dig 1000\nexit 0");
-    EXPECT_TRUE(RemoveWorkFolder());
+    EXPECT_TRUE(RemoveWorkDirectory());
     EXPECT_FALSE(platform::Exists(job.workDir));
 }
 
-TEST_F(HostileWorkFolderTest, AFolderInThePlaceOfTheResultLeavesNone) {
+TEST_F(HostileWorkDirectoryTest, ADirectoryInThePlaceOfTheResultLeavesNone) {
     UseSteps("make folder run_scenario_result.json\nexit 0");
     ASSERT_EQ(Start(), 0);
     EXPECT_EQ(AwaitEnd(), 4);
-    EXPECT_TRUE(RemoveWorkFolder());
+    EXPECT_TRUE(RemoveWorkDirectory());
 }

@@ -5,14 +5,14 @@
 #include <functional>
 #include <string>
 
-/// What `MakeFreshFolder` asks of the system.
-struct FolderCalls {
+/// What `MakeFreshDirectory` asks of the system.
+struct DirectoryCalls {
     std::function<bool(const std::wstring& path)> exists;
     /// Fails with `AlreadyExists` where something of this name stands.
     std::function<platform::Error(const std::wstring& path)> create;
 };
 
 /// Makes the first of `path`, `path`_1, `path`_2 ... that does not exist. What others make between the look and the
-/// making counts as taken, so that no two share a folder. `folder` becomes the folder made, or on failure the one that
-/// could not be.
-platform::Error MakeFreshFolder(const std::wstring& path, const FolderCalls& calls, std::wstring& folder);
+/// making counts as taken, so that no two share a directory. `directory` becomes the directory made, or on failure the
+/// one that could not be.
+platform::Error MakeFreshDirectory(const std::wstring& path, const DirectoryCalls& calls, std::wstring& directory);
