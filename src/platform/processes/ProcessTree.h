@@ -36,7 +36,7 @@ public:
     void AskToStop();
 
     /// Ends every process of the tree, the root too, and returns when none is left (but such as the system does not let
-    /// this user end).
+    /// this user end). Windows: after 10 s at most; a killed process that waits for a driver still counts.
     void End();
 
 private:

@@ -1,5 +1,7 @@
 #include "platform/processes/ProcessTree.h"
 
+#include <chrono>
+
 #include <windows.h>
 
 #include "platform/processes/windows/CreateProcess.h"
@@ -82,7 +84,9 @@ void ProcessTree::Tidy() {}
 void ProcessTree::AskToStop() {}
 
 void ProcessTree::End() {
-    while (state->HasProcesses()) {
+    constexpr std::chrono::seconds longest{10};
+    const auto deadline = std::chrono::steady_clock::now() + longest;
+    while (state->HasProcesses() && std::chrono::steady_clock::now() < deadline) {
         TerminateJobObject(state->job.Get(), endedByForce);
         state->WaitForMessage();
     }
