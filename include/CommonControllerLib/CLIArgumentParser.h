@@ -6,31 +6,31 @@
 #include <string>
 #include <vector>
 
-/// Turns the arguments of a command line into one command, the files that it names, and two flags. Options are "-" or
-/// "/" and one lower-case letter, the value attached or in the next argument; a plain argument is a jobs file.
+/// Parses command-line arguments into one command, its file names, and two flags. An option is "-" or "/" followed by
+/// one lower-case letter; its value is attached or is the next argument. A plain argument is a jobs file.
 ///
 ///     -c IDS   cancel these jobs            -l FILE  log file          -f  client only
 ///     -s IDS   status of these jobs         -o FILE  output file       -m  be the host
 ///     -i FILE  enqueue from this jobs file
 ///
-/// Does no I/O and reports no messages. A value object; one thread at a time.
+/// Does no I/O and logs nothing. Threads: one at a time per object.
 class CONTROLLER_API CLIArgumentParser {
 public:
     enum CommandType : std::int32_t { None = -1, EnqueueJobs = 0, CancelJobs = 1, CheckJobStatus = 2 };
 
-    /// Takes the arguments without the program's own name. True when they hold exactly one command. False for none, and
-    /// at the second one, where reading stops; what was set until then stays. Unknown options and empty arguments are
-    /// passed over. An option without a value takes a plain argument behind it, `f` and `m` too, which have no use for
-    /// it. One pair of quotes around a file name is removed.
+    /// Parses `args`, which exclude the program's own name. Returns true when they contain exactly one command. Returns
+    /// false without a command, and at the second command, where parsing stops and the values set so far remain.
+    /// Unknown options and empty arguments are ignored. An option without an attached value consumes a following plain
+    /// argument; this includes `f` and `m`, which ignore it. One pair of quotes around a file name is removed.
     [[nodiscard]] bool Parse(const std::vector<std::wstring>& args);
 
-    /// The command, also the first of two; `None` when there was none.
+    /// The first command found; `None` if there was none.
     CommandType GetCommandType();
     /// Empty unless the command is `EnqueueJobs`.
     std::wstring GetJobFileName() const;
     /// The ids as given, between commas; empty unless the command is `CancelJobs` or `CheckJobStatus`.
     std::vector<std::wstring> GetIds() const;
-    /// Whatever the command; the last one given.
+    /// The last value given, whatever the command; empty if none was given.
     std::wstring GetLogFileName() const;
     std::wstring GetOutputFileName() const;
     bool IsForceClientMode() const;

@@ -5,25 +5,25 @@
 
 class EventTransmitter;
 
-/// Sends the requests that the command line needs through a transmitter, each under its own name. A copy sends through
+/// Sends the requests of the command line through a transmitter, each as the event of its name. A copy sends through
 /// the same transmitter.
 ///
-/// Threads: as the transmitter allows; it holds no state of its own.
+/// Threads: any that the transmitter allows; the proxy has no mutable state.
 class CONTROLLER_API CLIOrvelProxy : public IVanteloOrvelAbs {
 public:
-    /// `eventTransmitter` is not owned and outlives the proxy; null when there is no connection.
+    /// `eventTransmitter` is not owned and must outlive the proxy. Null means not connected: every request fails.
     explicit CLIOrvelProxy(EventTransmitter* eventTransmitter);
     CLIOrvelProxy(const CLIOrvelProxy& other);
     CLIOrvelProxy& operator=(const CLIOrvelProxy& other);
     virtual ~CLIOrvelProxy();
 
-    // Without a transmitter these send nothing and return false; otherwise the transmitter's result.
+    // Return the result of the transmitter's `SendEvent`, false without a transmitter.
     [[nodiscard]] bool EnqueueJobs(EnqueueJobsInfo& info) override;
     [[nodiscard]] bool CancelJobs(std::vector<std::wstring>& ids) override;
     [[nodiscard]] bool CancelAllJobs() override;
     [[nodiscard]] bool CheckJobStatusRequest(const std::vector<std::wstring>& ids) override;
 
-    // The command line has no use for these: they send nothing and return true.
+    // Not used by the command line: send nothing and return true.
     [[nodiscard]] bool FetchScenariosRequest() override;
     [[nodiscard]] bool FetchScenarioParameterSetsRequest(const std::wstring& scenarioId) override;
     [[nodiscard]] bool InitJobsRequest() override;
@@ -47,12 +47,13 @@ private:
     EventTransmitter* transmitter;
 };
 
-/// Waits for the answer to a status request: until both of the presenters' process-wide flags say that it has begun and
-/// ended, or the time is spent, which is not reported. Waits in ticks of 100 ms, each ended early by the flag, one time
-/// less than ten times the seconds of the environment variable QRV_KT_WAIT_RESPONSE_SEC (20 where it is not set; text
-/// without a number is 0; 0 and less do not wait). The variable is read once in a process, a negative value again at
-/// the next call. The number of looks is calculated in 32 bits and wraps round: a value beyond 2147483 waits for some
-/// other, possibly no, time.
+/// Waits for the answer to a status request: returns when the presenters' process-wide flags say that the answer has
+/// begun and ended, or after the timeout. A timeout is not reported. Units: the environment variable
+/// QRV_KT_WAIT_RESPONSE_SEC holds the timeout in seconds. It is 20 where the variable is not set and 0 where its text
+/// holds no number; 0 and less do not wait. The wait consists of ticks of 100 ms, each ended early by the flag, one
+/// tick fewer than ten times the seconds. The tick count is calculated in 32 bits and wraps round: a value beyond
+/// 2147483 yields a different timeout, possibly none. The variable is read once per process; a negative value is read
+/// again at the next call.
 ///
-/// One command at a time: not from several threads.
+/// Threads: one at a time.
 CONTROLLER_API void WaitForResponse();

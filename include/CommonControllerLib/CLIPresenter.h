@@ -12,59 +12,64 @@
 
 class CLIOrvelProxy;
 
-/// Carries out one command of the command line: sends its request through a transmitter, waits for the answer where
-/// there is one, and writes a line a job to an output file: the job's number, a comma, the name of its status.
+/// Executes the commands of the command line: sends a request through a transmitter, waits for the answer if the
+/// request has one, and writes one line per job to an output file: the job number, a comma, the name of the status.
 ///
-/// Commands return nothing and report in the log and in the output file; an output file that cannot be opened loses its
-/// lines silently. Commands come from one thread; answers arrive on the transmitter's, one at a time. What answers and
-/// commands share is guarded by one process-wide lock (std::system_error when it cannot be had), and a process carries
-/// out one command at a time.
+/// Commands return nothing; they report through the log and the output file. An output file that cannot be opened is
+/// not reported and its lines are lost.
+///
+/// Threads: commands come from one thread, one at a time per process; answers arrive on the transmitter's thread, one
+/// at a time. A process-wide lock guards the data that both use; std::system_error is thrown when it cannot be
+/// acquired.
 class CONTROLLER_API CLIPresenter : public ControllerPresenterAbs {
 public:
-    /// Loads the event transmitter module, which is never freed, and registers the handlers with the transmitter that
-    /// it has for `transmitterId`. Without one, silently, every request fails.
+    /// Loads the event transmitter module, which is never unloaded, and registers the handlers with the module's
+    /// transmitter for `transmitterId`. On failure nothing is reported, and every later request fails.
     CLIPresenter(const std::wstring& transmitterId, const std::wstring& modulePath);
     CLIPresenter(const CLIPresenter&) = delete;
     CLIPresenter& operator=(const CLIPresenter&) = delete;
-    /// The transmitter must have been left before (`LeaveEventTransmitter`), if it may still deliver.
+    /// Call `LeaveEventTransmitter` first if the transmitter may still deliver.
     ~CLIPresenter() override;
 
-    /// Sends the requests of a jobs file one after another, each under an id of its own, waits up to 200 ms for each
-    /// answer, and writes its jobs as queued. A refused job, and a request without an answer, gives "-1,Failed". When
-    /// the jobs file cannot be read, that is logged and no output file is made.
+    /// Sends the requests of a jobs file one after another, each with a request id of its own, waits up to 200 ms for
+    /// each answer, and writes the jobs as queued. A rejected job, and a request without an answer, yields "-1,Failed".
+    /// On failure to read the jobs file, logs an error and creates no output file.
     void EnqueueJobsFromFile(const std::wstring& jobFile, const std::wstring& outputFile);
 
-    /// Ask for jobs to be cancelled: one by its id or number; all. Neither wait nor write a file.
+    /// Request the cancellation of one job, by id or number, or of all jobs. Neither waits nor writes a file.
     void CancelJobs(const std::wstring& id) const;
     void CancelAllJobs() const;
 
-    /// Asks for the status of jobs, waits for the answer as `WaitForResponse` does, and writes a line for each element
-    /// of `ids` by the number that the text begins with (0 without one); "Unknown" where no answer told.
+    /// Requests the status of jobs, waits for the answer as `WaitForResponse` does, and writes one line for each
+    /// element of `ids`. The job number is the leading number of the element, 0 without one; the status is "Unknown" if
+    /// the answer did not include the job.
     void CheckJobStatus(const std::vector<std::wstring>& ids, const std::wstring& outputFile);
 
-    /// One line of the output file, ended by "\n".
+    /// Returns one line of the output file, terminated by "\n".
     static std::string CreateStatusString(int seqId, JobStatus status);
 
-    // For a front end that does more with an answer than write lines to a file
+    // For front ends that process answers themselves instead of writing them to a file
 
-    /// Sends one request under an id of its own and waits for the answer as `EnqueueJobsFromFile` does. `seqIds`
-    /// becomes the numbers of its jobs, -1 for a refused one. False, and a single -1, when no answer with jobs came.
+    /// Sends one request with a request id of its own and waits for the answer as `EnqueueJobsFromFile` does. On
+    /// success sets `seqIds` to the job numbers, -1 for a rejected job. On failure (no answer with jobs arrived)
+    /// returns false and sets `seqIds` to a single -1.
     [[nodiscard]] bool EnqueueJobs(EnqueueJobsInfo& request, std::vector<int>& seqIds);
-    /// The lines of a request's jobs: queued, or failed where the number is negative.
+    /// Returns one line per job number: queued, or failed where the number is negative.
     static std::string CreateEnqueuedLines(const std::vector<int>& seqIds);
 
-    /// Asks for the status of jobs and waits as `CheckJobStatus` does. The lines of `ids`; false when the answer did
-    /// not come in time.
+    /// Requests the status of jobs and waits as `CheckJobStatus` does. Sets `lines` to one line for each element of
+    /// `ids`. Returns false when the answer did not arrive in time.
     [[nodiscard]] bool FetchStatusLines(const std::vector<std::wstring>& ids, std::string& lines);
 
-    /// The id in the status answer for a job number; false, `id` as it was, when no answer told of that job.
+    /// Sets `id` to the job id that the status answer gave for a job number. Returns false, and leaves `id` unchanged,
+    /// if no answer included that job.
     [[nodiscard]] bool FindJobId(int seqId, std::wstring& id) const;
 
     bool EnqueueJobsFinish(const JobEnqueueResult& result) override;
     bool CancelJobsFinish(const std::vector<JobStatusInfo>& infos) override;
     bool CheckJobStatusResponse(const std::vector<JobStatusInfo>& infos) override;
 
-    // Nothing for a command line to do: true.
+    // Not used by the command line: return true.
     bool UpdateProgress(const std::vector<JobStatusInfo>& infos) override;
     bool FetchScenariosResponse(const std::vector<ScenarioInfo>& scenarios) override;
     bool FetchScenarioParameterSetsResponse(const std::vector<ScenarioParameterSetInfo>& parameterSets) override;
@@ -84,7 +89,7 @@ public:
 
 private:
     void AddEnqueueJobsId(const std::wstring& requestId, const std::vector<JobIdInfo>& jobIds);
-    /// Finds the numbers of a request's jobs; nothing is erased.
+    /// Finds the job numbers in the answer to a request; erases nothing.
     [[nodiscard]] bool FindAndEraseEnqueueJobsId(const std::wstring& requestId, std::vector<int>& seqIds);
     [[nodiscard]] bool WaitForEnqueuedJobs(const std::wstring& requestId, std::vector<int>& seqIds);
     JobStatus FindStatus(int seqId) const;

@@ -2,11 +2,12 @@
 
 #include <string>
 
-/// Handles one kind of event. Whoever made it owns it and deletes it through its own type: there is no virtual
-/// destructor, because the call is the first and only virtual operation that modules rely on.
+/// Handles one kind of event. Its creator owns it and deletes it through the derived type. It has no virtual destructor
+/// because modules rely on the call operator as the first and only virtual function.
 class CallbackFunctor {
 public:
-    /// Takes the payload of one delivery; false when it could not be used. Called on the transmitter's thread.
+    /// Handles the payload of one event. Returns false when the payload could not be used. Threads: called on the
+    /// transmitter's thread.
     virtual bool operator()(const std::wstring& payload) = 0;
 
 protected:

@@ -21,34 +21,35 @@ class InitJobsResponseFunctor;
 class TerminateResponseFunctor;
 class UpdateProgressFunctor;
 
-/// The base of every presenter: owns one handler an answer and registers them with a transmitter, so that each answer
-/// reaches the operation of the same name. What an answer does is the derived class's.
+/// The base class of presenters: owns one handler per answer and registers the handlers with a transmitter, so that
+/// each answer calls the operation of the same name. The derived class implements the operations.
 ///
 /// Threads: the operations run on the transmitter's thread.
 class CONTROLLER_API ControllerPresenterAbs : public IVanteloPresenter {
 public:
-    /// Makes the eleven handlers, each bound to this presenter.
+    /// Creates the eleven handlers, bound to this presenter.
     ControllerPresenterAbs();
-    /// The copy holds the same handlers, which stay bound to the first presenter and are released by each destructor:
-    /// whoever copies sees to it that only one of the two is destroyed.
+    /// The copy shares the handlers, which stay bound to the original presenter. Both destructors delete them, so the
+    /// caller must ensure that only one of the two presenters is destroyed.
     ControllerPresenterAbs(const ControllerPresenterAbs& other);
     ControllerPresenterAbs& operator=(const ControllerPresenterAbs& other);
-    /// Releases the handlers, except the one for "CancelJobsFinish", which stays allocated. A presenter outlives its
-    /// registrations: a transmitter that may still deliver must have been left before.
+    /// Deletes the handlers except that of "CancelJobsFinish", which stays allocated: required by the published
+    /// interface, held by ControllerPresenterAbsTest.TheHandlerOfCancelJobsFinishOutlivesThePresenter. Call
+    /// `LeaveEventTransmitter` first if a transmitter may still deliver.
     virtual ~ControllerPresenterAbs();
 
-    /// Registers the handlers with `transmitter`, which keeps their addresses; it is not kept here. Null registers
-    /// nothing.
+    /// Registers the handlers with `transmitter`, which stores their addresses; the presenter does not store
+    /// `transmitter`. Null is ignored.
     void SetEventTransmitter(EventTransmitter* transmitter);
-    /// Takes the handlers away again; when it returns none of them runs, unless it is called out of one. Null is
-    /// nothing to leave.
+    /// Removes the handlers from `transmitter`. After the return no handler runs, except one that this is called from.
+    /// Null is ignored.
     void LeaveEventTransmitter(EventTransmitter* transmitter);
 
 private:
-    /// What is registered under which name, in order.
+    /// The event names and their handlers, in order of registration.
     std::array<std::pair<std::wstring, CallbackFunctor*>, 11> Handlers() const;
 
-    // Owned; plain pointers, because a copy shares them.
+    // Owned. Plain pointers because a copy shares them.
     FetchScenariosResponseFunctor* fetchScenariosResponseHandler;
     FetchScenarioParameterSetsResponseFunctor* fetchScenarioParameterSetsResponseHandler;
     InitJobsResponseFunctor* initJobsResponseHandler;

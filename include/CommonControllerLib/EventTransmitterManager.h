@@ -7,33 +7,33 @@
 class EventTransmitter;
 class EventTransmitterExtension;
 
-/// Loads an event transmitter module and asks it for transmitters.
+/// Loads an event transmitter module and obtains transmitters from it.
 ///
-/// Such a module is a shared library with one export, found by its undecorated name:
+/// The module is a shared library with one required export, found by its undecorated name:
 ///
 ///     EventTransmitter* GetEventTransmitter(const std::wstring& transmitterId);
 ///
-/// A second one is optional, see `EventTransmitterExtension`.
+/// A second export is optional: see `EventTransmitterExtension`.
 ///
-/// It takes texts of its caller, so it shares the library's standard library and heap. No locking: one thread at a
-/// time.
+/// Strings cross the module boundary, so the module must use the same standard library and heap as this library.
+/// Threads: one at a time.
 class CONTROLLER_API EventTransmitterManager {
 public:
-    /// Loads the module and never gives it back: its transmitters stay valid until the process ends, whatever becomes
-    /// of this object. A module that cannot be loaded is no failure here. Each construction takes a reference of its
-    /// own.
+    /// Loads the module and never unloads it: its transmitters stay valid until the process ends, even after this
+    /// object is destroyed. Each construction takes one more reference to the module. A module that cannot be loaded is
+    /// not reported here; `GetEventTransmitter` then returns null.
     explicit EventTransmitterManager(const std::wstring& modulePath);
 
-    /// The module's transmitter for an identifier, whose meaning is the module's; whether the same identifier gives the
-    /// same object is too. The module owns it. Null, silently, without a module, without the export, or when the module
-    /// has none. Exceptions of the module pass through.
+    /// Returns the module's transmitter for an identifier. The module defines what an identifier means and whether the
+    /// same identifier yields the same object. The module owns the transmitter. On failure (no module, no export, or no
+    /// such transmitter) returns null and logs nothing. Exceptions of the module propagate.
     EventTransmitter* GetEventTransmitter(const std::wstring& transmitterId);
 
-    /// What the transmitter for this identifier can do beyond its two operations. The module owns it. Null, silently,
-    /// without a module, without the second export, or when the module has no extension of this library's version.
+    /// Returns the optional operations of the transmitter for this identifier. The module owns them. On failure (no
+    /// module, no second export, or no extension of this library's version) returns null and logs nothing.
     EventTransmitterExtension* GetExtension(const std::wstring& transmitterId);
 
 private:
-    /// As the system gave it; null when the load failed.
+    /// The system's module handle; null when the module could not be loaded.
     void* module;
 };

@@ -1,9 +1,9 @@
 #pragma once
 
-/// Marks what the shared libraries hand out; everything else is hidden on both systems.
+/// Exports a symbol from a shared library; all other symbols are hidden on both systems.
 ///
-/// On Windows the mark stays "export" for the users of a library too: the linker imports what a program does not define
-/// itself, and a test may define the same functions in the program in the library's place.
+/// On Windows the macro is "dllexport" for users of a library as well: the linker imports what a program does not
+/// define itself, and a test may define the same functions in its program to replace those of the library.
 #if defined(_WIN32)
 #define CONTROLLER_API __declspec(dllexport)
 #else

@@ -14,39 +14,39 @@
 ///     long CallFunction(const std::string& functionName, const std::wstring& input, std::wstring& output,
 ///                       long (*callback)(const std::wstring&, const std::wstring&));
 ///
-/// It fills vectors and texts of its caller, so it shares the library's standard library and heap. The contract, for
-/// authors of modules, is `controller_plugins/function_module.h`.
+/// Vectors and strings cross the module boundary, so a module must use the same standard library and heap as this
+/// library. `controller_plugins/function_module.h` is the contract for authors of modules.
 ///
-/// No locking: nobody may load modules while another thread calls functions. Calls alone may come from several threads.
+/// Threads: no locking. Functions may be called from several threads at once, but not while a module is loaded.
 class CONTROLLER_API FunctionManager {
 public:
-    /// What a function may call back while it runs; may be null.
+    /// The function that a module may call while one of its functions runs; may be null.
     using Callback = long (*)(const std::wstring&, const std::wstring&);
 
-    /// Loads each path in order. Never fails for a module that is missing.
+    /// Loads each path in order. A module that cannot be loaded is not reported here.
     explicit FunctionManager(const std::vector<std::wstring>& modulePaths);
-    /// A copy holds the same handles and takes no references: each copy's destructor frees the same modules. The owner
-    /// keeps one instance alive for the life of the engine.
+    /// The copy shares the handles and takes no references: each copy's destructor frees the same modules. Keep one
+    /// instance for the life of the engine.
     FunctionManager(const FunctionManager& other);
     FunctionManager& operator=(const FunctionManager& other);
-    /// Frees every module once, in ascending order of the paths.
+    /// Frees every module once, in ascending order of paths.
     ~FunctionManager();
 
-    /// Loads one module and registers the functions that it names; of two modules with the same function the later one
-    /// wins. True when the module offers `GetFunctions`, and also when this very path was given before (even if it
-    /// failed then): it is not tried again. A module whose `GetFunctions` throws serves no function.
+    /// Loads one module and registers the functions that it names; if two modules name the same function, the later one
+    /// is called. Returns true when the module exports `GetFunctions`, and also when the same path was given before,
+    /// even if that load failed: a path is not retried. A module whose `GetFunctions` throws provides no functions.
     [[nodiscard]] bool LoadFunctionDll(const std::wstring& modulePath);
 
-    /// True when a module has named this function. It says nothing of the module's `CallFunction`.
+    /// Returns true when a module has named this function, even if that module lacks `CallFunction`.
     bool HasFunction(const std::string& functionName) const { return functions.contains(functionName); }
 
-    /// Calls the module that serves `functionName` and returns its result unchanged; -1 when there is none or it has no
-    /// `CallFunction`. `output` is the module's to fill. Exceptions of the module pass through.
+    /// Calls the module that provides `functionName` and returns its result unchanged. Returns -1 when no module
+    /// provides it or the module lacks `CallFunction`. The module fills `output`. Exceptions of the module propagate.
     [[nodiscard]] long CallFunction(const std::string& functionName, const std::wstring& input, std::wstring& output,
                                     Callback callback) const;
 
 private:
-    /// Handles of the system; null for a module that could not be loaded.
+    /// System handles; null for a module that could not be loaded.
     std::map<std::wstring, void*> modules;
     std::map<std::string, void*> functions;
 };

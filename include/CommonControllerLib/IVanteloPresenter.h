@@ -7,18 +7,18 @@
 #include <string>
 #include <vector>
 
-/// The engine's answers, as a front end receives them. Each operation is called on the transmitter's thread and says
-/// whether the answer could be used.
+/// The engine's answers as a front end receives them. Each operation returns true when the answer could be used.
+/// Threads: called on the transmitter's thread.
 ///
-/// The order of the operations is part of the interface, and no virtual destructor stands before them: a presenter is
-/// deleted through its own type.
+/// The order of the operations is part of the interface, without a virtual destructor before them: delete a presenter
+/// through its own type.
 class IVanteloPresenter {
 public:
     /// The answer to a request to enqueue jobs.
     virtual bool EnqueueJobsFinish(const JobEnqueueResult& result) = 0;
-    /// These jobs have changed; sent without being asked for.
+    /// The jobs that have changed; sent without a request.
     virtual bool UpdateProgress(const std::vector<JobStatusInfo>& infos) = 0;
-    /// These jobs were cancelled, or asked to stop.
+    /// The jobs that were cancelled or asked to stop.
     virtual bool CancelJobsFinish(const std::vector<JobStatusInfo>& infos) = 0;
     virtual bool FetchScenariosResponse(const std::vector<ScenarioInfo>& scenarios) = 0;
     virtual bool FetchScenarioParameterSetsResponse(const std::vector<ScenarioParameterSetInfo>& parameterSets) = 0;
@@ -38,7 +38,7 @@ public:
     virtual bool ShowSettingDialogResponse() = 0;
     virtual bool FetchScenarioEditorPathResponse(const std::wstring& path) = 0;
     virtual bool FetchPreviousStateFilePathResponse(const std::wstring& path) = 0;
-    /// The status of the jobs asked about; each element's `id` is the text that was asked with.
+    /// The status of the requested jobs; each element's `id` is the text given in the request.
     virtual bool CheckJobStatusResponse(const std::vector<JobStatusInfo>& infos) = 0;
     virtual bool FetchThirdPartyNoticesPathResponse(const std::wstring& path) = 0;
 

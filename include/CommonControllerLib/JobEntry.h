@@ -6,84 +6,85 @@
 #include <cstdint>
 #include <string>
 
-/// One job of the engine: its persisted record and what is known of it only while the engine lives.
+/// One job of the engine: its persisted record and the state that exists only while the engine runs.
 ///
-/// No lock of its own: the engine calls it under its lock. An application may derive from it and have its engine create
-/// the derived class (`JobEntryManagerBase::CreateNewJobEntry`).
+/// Threads: no locking; the engine calls it under its own lock. An application may derive from it and have its engine
+/// create the derived class (`JobEntryManagerBase::CreateNewJobEntry`).
 class CONTROLLER_API JobEntry {
 public:
     JobEntry();
     explicit JobEntry(const JobListInfo& record);
-    /// A copy refers to the same process handle, and each closes it when destroyed: share entries instead of copying
-    /// them.
+    /// A copy refers to the same process handle, and each destructor closes it. Share entries instead of copying them.
     JobEntry(const JobEntry&) = default;
     JobEntry& operator=(const JobEntry&) = default;
     /// Closes the process handle.
     virtual ~JobEntry();
 
-    /// Takes the process handle out of the answer of "RunScenario". False, and nothing changed, when the answer has
-    /// none.
+    /// Takes ownership of the process handle in the answer of "RunScenario". Returns false, and changes nothing, when
+    /// the answer contains none.
     [[nodiscard]] virtual bool OnEvaluateJobInputResult(const std::wstring& response);
-    /// One look at the job's process and files, without waiting; true when the job changed so that callers must be
-    /// told.
+    /// Checks the job's process and files once, without waiting. Returns true when the job changed and the change must
+    /// be reported.
     virtual bool OnCheckUpdate();
-    /// Asks the job's process to stop by an empty file "killprocess" in its work directory, which is taken as it
-    /// stands: an empty or relative one is seen from the current directory, and links on the way are followed. Always
-    /// true; a file that cannot be made is not reported.
+    /// Asks the job's process to stop by creating an empty file "killprocess" in its work directory. The path is used
+    /// unchanged: an empty or relative one is resolved against the current directory, and links are followed. Returns
+    /// true always; a failure to create the file is not reported.
     virtual bool OnCancelJob();
 
     const JobListInfo& GetJobListInfo() const { return info; }
     const std::wstring& GetId() const { return info.id; }
     std::int32_t GetSeqId() const { return info.seqId; }
     JobStatus GetStatus() { return info.status; }
-    /// The status's narrow name, "Unknown" for a value without one.
+    /// The narrow name of the status, "Unknown" for a value without a name.
     std::string GetStatusString();
     const std::wstring& GetWorkDir() const { return info.workDir; }
     std::int32_t GetProgress() const { return info.progress; }
-    /// The directory made by `PrepareOutputDir`; empty until then.
+    /// The directory created by `PrepareOutputDir`; empty before that call.
     const std::wstring& GetOutputFolder() const { return outputFolder; }
-    /// Why the job failed, one sentence or more for people, where the scenario's own result does not say it; empty
-    /// otherwise. Not persisted.
+    /// The reason why the job failed, in sentences for people, if the scenario's own result does not give one;
+    /// otherwise empty. Not persisted.
     const std::wstring& GetFailure() const { return failure; }
     void SetFailure(const std::wstring& reason) { failure = reason; }
 
-    /// The process that runs the job; null when there is none. Owned by the entry.
+    /// The process that runs the job; null without a process. Owned by the entry.
     void* GetProcessHandle() const { return processHandle; }
-    /// Takes ownership of a handle. One stored before is not closed.
+    /// Takes ownership of `handle`. Does not close a handle stored before.
     void SetProcessHandle(void* handle) { processHandle = handle; }
     void CloseProcessHandle();
 
     JobStatusInfo GetJobStatusInfo();
 
-    /// Stores the progress. The message replaces an earlier one only; nothing in the library sets a first one.
+    /// Stores the progress. `message` is stored only if a message is stored already; nothing in the library stores a
+    /// first one.
     void UpdateProgress(int progress, const std::wstring& message);
 
-    /// Store a time as UTC text.
+    /// Store a time as UTC text. Units: seconds since the epoch.
     void SetStartTime(const std::int64_t& time);
     void SetEndTime(const std::int64_t& time);
-    /// The start time read back as local time (`ConvertTimeStringToStruct`); -1 when the job was never started.
+    /// Parses the start time as local time (see `ConvertTimeStringToStruct`). Returns -1 if the job was never started.
     std::int64_t GetStartTime();
 
     void SetScenarioDir(const std::wstring& dir, const std::wstring& subDir);
 
-    /// Makes the prepared output directory the record's output directory, if it exists.
+    /// Sets the record's output directory to the directory created by `PrepareOutputDir`, if that exists.
     void SetOutputFolder();
 
-    /// Builds the run request of this job; false when it cannot be built.
+    /// Builds the run request of this job. Returns false when it cannot be built.
     [[nodiscard]] bool CreateJsonString(std::wstring& json);
 
-    /// Any transition is accepted and logged; the status that the job already has is neither.
+    /// Sets and logs the status; every transition is accepted. Does nothing when the status is unchanged.
     void ChangeStatus(JobStatus status);
 
-    /// Makes a fresh directory for the job's results below the output directory, named after the first input file (with
-    /// a number behind it when that name is taken). Without input files the output directory itself is taken, made or
-    /// not. False when the directory cannot be made (logged).
+    /// Creates a new directory for the job's results below the output directory, named after the first input file, with
+    /// a number appended if that name is in use. Without input files the output directory itself is used and not
+    /// created. On failure to create the directory, logs an error and returns false.
     [[nodiscard]] bool PrepareOutputDir();
 
-    /// UTC text of a time: "2024-03-05T07:08:09Z".
+    /// Formats a time as UTC text, for example "2024-03-05T07:08:09Z". Units: seconds since the epoch.
     static std::wstring CreateTimeString(const std::int64_t& time);
-    /// Reads such a text as local time, deliberately: ages computed from it are off by the offset from UTC. -1 for what
-    /// is no time.
+    /// Parses such a text as local time, so ages computed from it are off by the offset from UTC: required by the
+    /// published interface, held by JobEntryTimesTest.TimesAreWrittenInUtcAndReadAsLocal. Returns -1 for a text that is
+    /// not a time.
     static std::int64_t ConvertTimeStringToStruct(const std::wstring& text);
 
 protected:
@@ -96,10 +97,11 @@ protected:
     std::wstring failure;
 
 private:
-    /// Takes a new value out of the progress file; false when there is none yet.
+    /// Reads a new value from the progress file. Returns false when there is none yet.
     [[nodiscard]] bool ReadProgress();
-    /// The job's process has ended: lets go of it and gives the job its end time and last status.
+    /// Handles the end of the job's process: closes the handle and sets the end time and the final status.
     void Finish();
-    /// True when the result says success; else the failure says why. `ending`: how the process ended.
+    /// Reads the result. Returns true when it says success; otherwise sets `failure` to the reason. `ending` describes
+    /// how the process ended.
     [[nodiscard]] bool TakeResult(const std::wstring& ending);
 };

@@ -18,115 +18,116 @@
 
 class FunctionManager;
 
-/// The job engine: the queue of jobs, their execution, and the list of them that survives restarts. One per
-/// application.
+/// The job engine: queues jobs, executes them, and keeps a job list that survives restarts. One per application.
 ///
-/// It starts no thread and waits for nothing: the host calls `ExecuteJob` and `CheckUpdate` whenever something may have
-/// happened. Operations may be called from any thread; each holds the engine's one lock for its whole run, unless it
-/// says otherwise, and throws std::system_error when the lock cannot be had. Nothing else is thrown deliberately.
-/// Output vectors are appended to, never cleared, unless said otherwise.
+/// Threads: it starts no thread and does not wait; the host calls `ExecuteJob` and `CheckUpdate` after every event that
+/// may have changed a job. Operations may be called from any thread; unless stated otherwise, each holds the engine's
+/// only lock for its whole run and throws std::system_error when the lock cannot be acquired. No other exception is
+/// thrown deliberately. Unless stated otherwise, output vectors are appended to and never cleared.
 class CONTROLLER_API JobEntryManagerBase {
 public:
-    /// What a function module may call back; handed through to it, never called here.
+    /// The function that a function module may call; passed to the module and never called by the engine.
     using Callback = long (*)(const std::wstring&, const std::wstring&);
 
-    /// Reads the job list file, sets what was not finished to `Canceled`, and deletes jobs beyond the configured age.
-    /// `functionManager` is not owned and must outlive the engine. Entries for the listed jobs come from this class's
-    /// own `CreateNewJobEntry`: a derived class's is not reached while its base is constructed.
+    /// Reads the job list file, sets unfinished jobs to `Canceled`, and deletes jobs beyond the configured age.
+    /// `functionManager` is not owned and must outlive the engine. Entries for the listed jobs are created by this
+    /// class's `CreateNewJobEntry`: an override in a derived class is not called during the construction of its base.
     explicit JobEntryManagerBase(const FunctionManager* functionManager);
     JobEntryManagerBase(const JobEntryManagerBase&) = delete;
     JobEntryManagerBase& operator=(const JobEntryManagerBase&) = delete;
-    /// Lets go of all jobs. Running ones are neither cancelled nor waited for.
+    /// Releases all jobs. Does not cancel running ones or wait for them.
     virtual ~JobEntryManagerBase();
 
-    /// Appends one `Queued` job for every input set whose files all exist. On true the job list file has been
-    /// rewritten. `result` has one element an input set; a rejected set keeps the default one. False, with an error
-    /// line and no job, when the scenario is not found or the output directory is empty.
+    /// Appends one `Queued` job for every input set whose files all exist, and sets `result` to one element per input
+    /// set, a default one for a rejected set. On success rewrites the job list file and returns true. On failure
+    /// (scenario not found, or empty output directory) logs an error, creates no job and returns false.
     [[nodiscard]] bool EnqueueJob(EnqueueJobsInfo& request, JobEnqueueResult& result);
 
-    /// Starts the next queued job through the module function "RunScenario" unless one is running. `updated` receives
-    /// every job that became `Running` or `Failed`. False when there was nothing to look at. The lock is held while the
-    /// module is called. The cursor stays on a started job: after the last job's end one more call is needed before
-    /// `IsCompleted` says so.
+    /// Starts the next queued job through the module function "RunScenario", unless a job is running. Appends every job
+    /// that became `Running` or `Failed` to `updated`. Returns false when there was no job to consider. Holds the lock
+    /// during the call of the module. The cursor stays on a started job, so `IsCompleted` returns true only after one
+    /// further call following the end of the last job.
     bool ExecuteJob(Callback callback, std::vector<JobStatusInfo>& updated);
 
-    /// Cancels the jobs named by id or by number (decimal text): a queued one leaves the queue (`Dequeued`), a running
-    /// one is asked to stop (`Canceling`) and becomes `Canceled` when `CheckUpdate` finds its process gone. `cancelled`
-    /// receives one record for each queued job, and for each running one as many as ways in which it was asked: two
-    /// when the function module took the request, else one. Names of no job, and of jobs in any other status, are
-    /// passed over. The job list file is rewritten when `cancelled` is not empty. Always true.
+    /// Cancels the jobs named by id or by number (decimal text). A queued job leaves the queue (`Dequeued`); a running
+    /// job is asked to stop (`Canceling`) and becomes `Canceled` when `CheckUpdate` finds that its process has ended.
+    /// `cancelled` receives one record per queued job; for a running job it receives two when the function module
+    /// accepted the request, otherwise one. Unknown names and jobs in any other status are ignored. Rewrites the job
+    /// list file when `cancelled` is not empty. Returns true always.
     ///
-    /// With `waitForCanceled` it returns when the running ones are no longer `Canceling`. It keeps its thread busy
-    /// meanwhile, giving way to others, and needs another thread that calls `CheckUpdate`.
+    /// With `waitForCanceled` it returns when no such job is `Canceling` any longer. It polls in a busy loop that
+    /// yields the processor, and needs another thread that calls `CheckUpdate`.
     bool CancelJobs(std::vector<std::wstring>& ids, std::vector<JobStatusInfo>& cancelled, bool waitForCanceled);
 
-    /// `CancelJobs` of every job. Their ids are collected without the lock: not while another thread enqueues or
-    /// deletes.
+    /// Calls `CancelJobs` for every job. Threads: collects the ids without the lock, so no other thread may enqueue or
+    /// delete jobs during the call.
     bool CancelAllJobs(std::vector<JobStatusInfo>& cancelled, bool waitForCanceled);
 
-    /// Sends the function "Terminate" to the module that offers it (the one loaded last). Touches no job and takes no
-    /// lock: the module may find itself called by two threads at the same time.
+    /// Calls the function "Terminate" of the module that provides it (the last one loaded). Changes no job. Threads:
+    /// takes no lock, so the module may be called by two threads at once.
     void Terminate();
 
-    /// Looks once at the process and files of every running job, without waiting; `changed` receives what changed. True
-    /// when `changed` is not empty afterwards; the job list file has then been rewritten.
+    /// Checks the process and files of every running job once, without waiting, and appends the changed jobs to
+    /// `changed`. Returns true when `changed` is not empty afterwards; the job list file has then been rewritten.
     bool CheckUpdate(std::vector<JobStatusInfo>& changed);
 
-    /// The status of the jobs named by id or by number (decimal text): `statuses` is resized to one element a requested
-    /// id, each with the text asked for as its `id`; the status is -1 where there is no such job. Always true.
+    /// Returns the status of the jobs named by id or by number (decimal text). Resizes `statuses` to one element per
+    /// element of `ids`; the `id` of each is the text given in `ids`, and the status of an unknown job is -1. Returns
+    /// true always.
     bool CheckJobStatus(const std::vector<std::wstring>& ids, std::vector<JobStatusInfo>& statuses);
 
-    /// True when no job waits to be started and none is active.
+    /// Returns true when no job is waiting to start and none is active.
     bool IsCompleted();
 
-    /// Apply a report that came as JSON text instead of a file: progress; result; the end of a cancelled job. False
-    /// when the text cannot be read or names no job (logged at debug level).
+    /// Apply a report given as JSON text instead of a file: progress; result; the end of a cancelled job. On failure
+    /// (the text cannot be parsed or names no known job) log at debug level and return false.
     [[nodiscard]] bool UpdateProgress(const std::wstring& progressJson, std::vector<JobStatusInfo>& changed);
     [[nodiscard]] bool UpdateResult(const std::wstring& resultJson, std::vector<JobStatusInfo>& changed);
     [[nodiscard]] bool UpdateToCanceled(const std::wstring& resultJson, std::vector<JobStatusInfo>& changed);
 
-    /// Appends every job's record in list order. Takes no lock: not while another thread calls an operation that adds,
-    /// changes or removes jobs. A derived class that is asked by several threads holds the lock around the call. Always
-    /// true.
+    /// Appends every job's record in list order. Returns true always. Threads: takes no lock, so no other thread may
+    /// add, change or remove jobs during the call. A derived class with several calling threads must hold the lock
+    /// around the call.
     bool GetJobList(std::vector<JobListInfo>& records);
 
-    /// Deletes the jobs named by id or number with their work directories, except active ones; `deleted` receives the
-    /// ids that were deleted. Deleting the last job restarts the numbering. Always true.
+    /// Deletes the jobs named by id or number with their work directories, except active jobs, and appends the ids of
+    /// deleted jobs to `deleted`. Deleting the last job restarts the numbering. Returns true always.
     bool DeleteJobs(std::vector<std::wstring>& ids, std::vector<std::wstring>& deleted);
 
     /// Searches the configured directories for scenarios, appends them to `scenarios` and adds them to the catalogue.
-    /// Always false; the outcome is in `scenarios`. Takes no lock: not while another thread enqueues or uses the
-    /// catalogue.
+    /// Returns false always; the result is in `scenarios`. Threads: takes no lock, so no other thread may enqueue jobs
+    /// or use the catalogue during the call.
     bool FetchScenarios(std::vector<ScenarioInfo>& scenarios);
-    /// Appends the parameter sets of a catalogued scenario; false when `scenarioId` is not in the catalogue. Takes no
-    /// lock: not while another thread fetches scenarios.
+    /// Appends the parameter sets of a scenario of the catalogue. Returns false when `scenarioId` is not in the
+    /// catalogue. Threads: takes no lock, so no other thread may fetch scenarios during the call.
     [[nodiscard]] bool FetchScenarioParameterSets(std::vector<ScenarioParameterSetInfo>& parameterSets,
                                                   const std::wstring& scenarioId);
 
 protected:
-    /// What a derived class may ask of the loading of the job list; as it stands, what the public constructor does.
+    /// Options for loading the job list. The defaults are the behaviour of the public constructor.
     struct Loading {
-        /// A job that was taken out of the queue stays `Dequeued` instead of becoming `Canceled`.
+        /// A `Dequeued` job stays `Dequeued` instead of becoming `Canceled`.
         bool keepsDequeued = false;
-        /// Jobs beyond the configured age are deleted; otherwise the derived class calls `DeleteOldJobs` itself.
+        /// Jobs beyond the configured age are deleted. If false, the derived class calls `DeleteOldJobs` itself.
         bool deletesOldJobs = true;
     };
-    /// As the public constructor, with `loading` in place of what that does.
+    /// Constructs as the public constructor does, with the options `loading`.
     JobEntryManagerBase(const FunctionManager* functionManager, const Loading& loading);
 
-    /// Deletes jobs as `DeleteJobs` does, of which the derived class may make more.
+    /// Deletes jobs as `DeleteJobs` does; a derived class may supply an extended version.
     using JobDeletion = std::function<bool(std::vector<std::wstring>& ids, std::vector<std::wstring>& deleted)>;
-    /// Lets `deleteJobs` delete the jobs beyond the configured age, and logs how many it deleted. Takes no lock: not
-    /// while another thread calls an operation that adds, changes or removes jobs.
+    /// Deletes the jobs beyond the configured age through `deleteJobs` and logs their number. Threads: takes no lock,
+    /// so no other thread may add, change or remove jobs during the call.
     void DeleteOldJobs(const JobDeletion& deleteJobs);
 
-    /// Makes the entry for a job, a default one for null; never null. The engine takes ownership at once.
+    /// Creates the entry for a job, a default one if `info` is null. Never returns null. The engine takes ownership.
     virtual JobEntry* CreateNewJobEntry(const JobListInfo* info);
-    /// True when execution has to wait: the job at the cursor is running or being cancelled. Called under the lock,
-    /// never with the cursor at the end.
+    /// Returns true when execution has to wait: the job at the cursor is running or being cancelled. Called under the
+    /// lock, and never with the cursor at the end.
     virtual bool IsSuspendJobExecution();
-    /// Writes the job list file after a change: as it stands, the whole list through the companion. Called under the
-    /// lock. A write that fails is not reported: the next change writes the whole list again.
+    /// Writes the job list file after a change. The base implementation writes the whole list through
+    /// `ControllerCSWrapper`. Called under the lock. A failed write is not reported: the next change writes the whole
+    /// list again.
     virtual void WriteJobList();
 
     std::map<std::wstring, ScenarioInfo> scenarioMap;
@@ -146,40 +147,41 @@ private:
     std::vector<std::wstring> JobsOlderThan(double seconds);
 
     // Enqueue; under the lock
-    /// Finds the scenario that a request names, in the catalogue or as a file; `scenarioDir` then becomes the file's
-    /// directory. False (logged) when there is none.
+    /// Finds the scenario that a request names, in the catalogue or as a file; for a file, sets `scenarioDir` to its
+    /// directory. On failure logs an error and returns false.
     [[nodiscard]] bool ResolveScenario(const ScenarioInfo& requested, ScenarioInfo& scenario,
                                        std::wstring& scenarioDir);
-    /// Searches a scenario file by its path, else below the scenario directories in order. False leaves `path`.
+    /// Finds a scenario file by its path, otherwise below the scenario directories in order. On failure returns false
+    /// and leaves `path` unchanged.
     [[nodiscard]] bool FindSceanrioFile(const std::wstring& scenario, std::wstring& path);
-    /// Appends one job for each usable input set; `record` holds what they have in common.
+    /// Appends one job per usable input set; `record` holds the values common to all.
     void AppendJobs(const EnqueueJobsInfo& request, JobListInfo& record, const std::wstring& scenarioDir,
                     JobEnqueueResult& result);
     void IdentifyJob(JobListInfo& record, std::random_device& device);
     void AppendJob(const JobListInfo& record, const std::wstring& scenarioDir);
 
     // Identity of jobs; under the lock
-    /// An id that no job has had while this engine lives, and that is no name in the work directory.
+    /// Creates an id that no job has had while this engine exists and that is not used as a name in the work directory.
     std::wstring CreateUniqueId(std::random_device& device);
     int CreateSequentialId();
-    /// The first job whose id is exactly `id`.
+    /// Finds the first job whose id equals `id` exactly.
     [[nodiscard]] bool FindJobEntry(const std::wstring& id, std::shared_ptr<JobEntry>& entry);
 
     // Execution; under the lock
-    /// Starts a queued job, or makes it `Failed`; true when it runs. False too for a job that is not queued.
+    /// Starts a queued job, or sets it to `Failed`. Returns true when it runs; also false for a job that is not queued.
     [[nodiscard]] bool StartJob(JobEntry& job, Callback callback, std::vector<JobStatusInfo>& updated);
     [[nodiscard]] bool CallRunScenario(JobEntry& job, Callback callback);
 
     // Cancellation; under the lock
-    /// One element each time a running job was reported.
+    /// One element for each time that a running job was reported.
     using WaitList = std::vector<std::shared_ptr<JobEntry>>;
     void CancelJob(const std::shared_ptr<JobEntry>& job, std::vector<JobStatusInfo>& cancelled, WaitList& waitList);
     void CancelRunningJob(const std::shared_ptr<JobEntry>& job, std::vector<JobStatusInfo>& cancelled,
                           WaitList& waitList);
 
     // Tracking
-    /// Lets a report change the job with this id and reports the change. False (logged with `kind`) when there is no
-    /// such job. Takes the lock.
+    /// Applies `report` to the job with this id and appends the job to `changed`. On failure (unknown job) logs `kind`
+    /// and returns false. Takes the lock.
     [[nodiscard]] bool ApplyReport(const std::wstring& jobId, const std::wstring& kind,
                                    std::vector<JobStatusInfo>& changed, const std::function<void(JobEntry&)>& report);
 
@@ -189,8 +191,8 @@ private:
 
     // Deletion; under the lock
     using JobPosition = std::list<std::shared_ptr<JobEntry>>::iterator;
-    /// Deletes one job with its work directory, and returns the position behind it.
+    /// Deletes one job with its work directory and returns the position after it.
     JobPosition DeleteJob(JobPosition position);
-    /// When no job is left, the next one gets number 1.
+    /// If no job is left, the next job gets number 1.
     void RestartNumbering();
 };

@@ -7,30 +7,30 @@
 #include <string>
 #include <vector>
 
-/// Everything that is known and kept about one job: one row of the job list file.
+/// The persisted record of one job: one row of the job list file.
 struct JobListInfo {
     /// Unique, lower-case hexadecimal.
     std::wstring id;
-    /// The number that people and log lines name the job by. Not set by default construction; every creator assigns it.
+    /// The number that identifies the job in messages and logs. Not initialized; every creator assigns it.
     std::int32_t seqId;
-    /// 0 to 100, as the scenario last reported it.
+    /// Percent, 0 to 100, as last reported by the scenario.
     std::int32_t progress = 0;
     JobStatus status = JobStatus::Queued;
-    /// Where the results go: as requested, later the prepared output directory.
+    /// The output directory: first as requested, later the directory prepared for the job.
     std::wstring outputDir;
-    /// Where the job's process reports.
+    /// The work directory, where the job's process writes its reports.
     std::wstring workDir;
-    /// UTC, "2024-03-05T07:08:09Z"; empty until then.
+    /// UTC, "2024-03-05T07:08:09Z"; empty before the start.
     std::wstring startTime;
-    /// As `startTime`.
+    /// In the format of `startTime`; empty before the end.
     std::wstring endTime;
     /// A copy of the scenario's record, taken when the job was enqueued.
     ScenarioInfo scenario;
     /// The input set, in the request's order.
     std::vector<std::wstring> inputFiles;
-    /// From the request; handed to the scenario.
+    /// From the request; passed to the scenario.
     std::wstring runArgument;
-    /// From the request; kept, never read.
+    /// From the request; stored and never interpreted.
     std::wstring extraText;
 
     bool operator==(const JobListInfo&) const = default;
@@ -38,9 +38,9 @@ struct JobListInfo {
 
 /// A request to run one scenario on several input sets.
 struct EnqueueJobsInfo {
-    /// Names the request in its answer.
+    /// Identifies the request in its answer.
     std::wstring requestId;
-    /// One element a job to create; each the input files of that job.
+    /// One element per job to create: the input files of that job.
     std::vector<std::vector<std::wstring>> inputFileSets;
     /// Its `id` is a catalogue id or a path to the scenario file.
     ScenarioInfo scenario;
@@ -48,13 +48,13 @@ struct EnqueueJobsInfo {
     std::wstring outputDir;
     std::wstring runArgument;
     std::wstring extraText;
-    /// Puts the results into a subdirectory named after the local time of the enqueue.
+    /// If true, the results go into a subdirectory named after the local time at which the jobs were enqueued.
     bool useTimeStampFolder = false;
 
     bool operator==(const EnqueueJobsInfo&) const = default;
 };
 
-/// The identity of one enqueued job; the default one stands for an input set that was rejected.
+/// The identity of one enqueued job; the default value represents a rejected input set.
 struct JobIdInfo {
     std::wstring id;
     std::int32_t seqId = 0;
@@ -64,17 +64,17 @@ struct JobIdInfo {
 
 /// The answer to an `EnqueueJobsInfo`.
 struct JobEnqueueResult {
-    /// One element an input set of the request, in its order.
+    /// One element per input set of the request, in its order.
     std::vector<JobIdInfo> jobIds;
     std::wstring requestId;
-    /// As long as `jobIds`: for each input set without a job why there is none. A host that refuses a request without
-    /// input sets puts the reason into an element of its own.
+    /// As long as `jobIds`: for each rejected input set the reasons. A host that rejects a request without input sets
+    /// stores the reason in one additional element.
     std::vector<std::vector<std::wstring>> inputSetResults;
 
     bool operator==(const JobEnqueueResult&) const = default;
 };
 
-/// A report on one job. It carries no `seqId`: who needs the number looks the job up by `id`.
+/// The status of one job. It carries no `seqId`: a receiver that needs the number looks the job up by `id`.
 struct JobStatusInfo {
     std::wstring id;
     std::int32_t progress = 0;

@@ -2,8 +2,8 @@
 
 #include <cstdint>
 
-/// The state of a job. Stored as its number in the job list file and in messages, where any 32-bit value may be met;
-/// a value without a name is shown as "Unknown".
+/// The state of a job. Stored as its number in the job list file and in messages, which may contain any 32-bit value; a
+/// value without a name is shown as "Unknown".
 enum class JobStatus : std::int32_t {
     Queued = 0,
     Running = 1,
@@ -14,7 +14,7 @@ enum class JobStatus : std::int32_t {
     Canceled = 6
 };
 
-/// The narrow name of a status, "Unknown" for a value without one (negative values included). Never null, static
+/// The narrow name of a status, "Unknown" for a value without a name (including negative values). Never null; static
 /// storage.
 inline const char* JobStatusString(JobStatus status) {
     constexpr const char* names[] = {"Queued", "Running", "Success", "Failed", "Dequeued", "Canceling", "Canceled"};

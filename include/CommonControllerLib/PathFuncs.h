@@ -4,11 +4,11 @@
 
 #include <string>
 
-/// The one path builder of the library.
+/// Joins path parts for the library.
 ///
-/// Empty parts are skipped. A backslash is put between the result so far and the next part unless the result ends in
-/// one; nothing else is looked at: a part that begins with a backslash, or a result that ends in a slash, still gets
-/// one between.
+/// Empty parts are skipped. A backslash is inserted between the result so far and the next part unless the result ends
+/// in one. Nothing else is checked: a backslash is also inserted before a part that begins with a backslash and after a
+/// result that ends in a slash.
 namespace PathFuncs {
 
 CONTROLLER_API std::wstring Join(const std::wstring& first, const std::wstring& second);

@@ -7,12 +7,11 @@
 
 class IVanteloPresenter;
 
-/// The handlers of the engine's answers, one class an answer. Each reads its payload and calls the presenter's
-/// operation of the same name; the result is the operation's, and false, without a call, for a payload that cannot be
-/// read.
+/// The handlers of the engine's answers, one class per answer. Each parses its payload, calls the presenter's operation
+/// of the same name and returns its result. On failure to parse the payload it calls nothing and returns false.
 ///
-/// The presenter makes and owns its handlers and outlives them. They add no locking: a call runs on the transmitter's
-/// thread.
+/// Ownership: the presenter creates and owns its handlers and must outlive them. Threads: no locking; a handler runs on
+/// the transmitter's thread.
 class CONTROLLER_API ResponseFunctor : public CallbackFunctor {
 public:
     explicit ResponseFunctor(IVanteloPresenter* owner) : presenter(owner) {}
@@ -61,7 +60,7 @@ public:
     bool operator()(const std::wstring& payload) override;
 };
 
-/// Takes any payload.
+/// Accepts any payload.
 class CONTROLLER_API TerminateResponseFunctor final : public ResponseFunctor {
 public:
     using ResponseFunctor::ResponseFunctor;

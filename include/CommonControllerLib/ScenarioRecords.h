@@ -5,9 +5,8 @@
 
 /// One configured root directory to search for scenarios.
 struct ScenarioDirectory {
-    /// The directory.
     std::wstring path;
-    /// Shown in front of the names of its scenarios; may be empty.
+    /// Prefixed to the names of its scenarios; may be empty.
     std::wstring label;
 
     bool operator==(const ScenarioDirectory&) const = default;
@@ -31,9 +30,9 @@ struct ScenarioInfo {
     std::wstring relativePath;
     /// The full path of the scenario file.
     std::wstring path;
-    /// What the user sees: the directory's label prefix, then the scenario's name.
+    /// The name shown to users: the directory's label, then the scenario's name.
     std::wstring displayName;
-    /// The input files that it takes; element 0 is the primary one.
+    /// The required input files; element 0 is the primary one.
     std::vector<InputFileSpec> inputs;
 
     bool operator==(const ScenarioInfo&) const = default;
@@ -42,16 +41,16 @@ struct ScenarioInfo {
 /// One named parameter of a parameter set.
 struct ScenarioParameter {
     std::wstring name;
-    /// "text", "integer", "number", "boolean" or "choice": how a front end offers it.
+    /// "text", "integer", "number", "boolean" or "choice": selects the control that a front end shows.
     std::wstring type;
     std::wstring defaultValue;
-    /// What may be chosen; empty: anything of the type.
+    /// The values to choose from; if empty, any value of the type is allowed.
     std::vector<std::wstring> allowedValues;
 
     bool operator==(const ScenarioParameter&) const = default;
 };
 
-/// One set of parameters that a scenario offers; the choice travels to the scenario in a job's `runArgument`.
+/// One set of parameters that a scenario offers; the chosen values are passed to the scenario in a job's `runArgument`.
 struct ScenarioParameterSetInfo {
     std::wstring id;
     std::wstring displayName;

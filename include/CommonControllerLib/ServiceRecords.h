@@ -4,7 +4,7 @@
 #include <utility>
 #include <vector>
 
-/// Records that only pass through between a front end's dialogs and the host; the library never builds or reads them.
+/// Records passed between a front end's dialogs and the host; the library neither creates nor reads them.
 
 /// One service that a host offers.
 struct ServiceInfo {
@@ -21,7 +21,7 @@ struct UserSettingsInfo {
     bool operator==(const UserSettingsInfo&) const = default;
 };
 
-/// Values of the user's settings to be written.
+/// Values of the user's settings to write.
 struct WriteUserSettingsInfo {
     std::vector<std::pair<std::wstring, std::wstring>> values;
 

@@ -4,13 +4,13 @@
 
 #include <string>
 
-/// Texts for people, looked up by culture and key in a JSON file of string resources: one section a culture, in it
-/// nested named members. A key names a text by the members on the way down, joined by "/".
+/// Texts for people, found by culture and key in a JSON file of string resources. Each culture is one section with
+/// nested named members. A key is the path of member names to a text, joined by "/".
 ///
-/// Read-only after construction: any thread. Reports no failure but by its results.
+/// Threads: any; read-only after construction. Failures are reported only through return values.
 class CONTROLLER_API StringManager {
 public:
-    /// Reads the file at once; of an unreadable one no key is found.
+    /// Reads the file. If it cannot be read, no key is found.
     explicit StringManager(const std::wstring& resourceFilePath);
     StringManager(const StringManager& other);
     StringManager(StringManager&& other) noexcept;
@@ -20,9 +20,9 @@ public:
     /// The culture selected in the application's settings, such as "de-DE".
     std::wstring GetCultureInfo() const;
 
-    /// Finds the text of `key` in the first culture that has it: `culture` (unless empty), the selected one, the
-    /// application's default one. An empty key names the whole section, a key of an object gives its JSON text, and a
-    /// segment "#" of a key is passed over. False when no culture has it; `text` is then left as it was.
+    /// Finds the text of `key` in the first culture that has it: `culture` (unless empty), the selected culture, the
+    /// application's default culture. An empty key names the whole section, a key of an object yields its JSON text,
+    /// and a key segment "#" is skipped. Returns false, and leaves `text` unchanged, when no culture has the key.
     [[nodiscard]] bool GetLocalizedString(const std::wstring& key, std::wstring& text,
                                           const std::wstring& culture) const;
 

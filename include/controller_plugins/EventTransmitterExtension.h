@@ -3,62 +3,64 @@
 #include <cstdint>
 #include <string>
 
-/// What an event transmitter can do beyond the two operations of `EventTransmitter`. A module that has it exports
-/// besides `GetEventTransmitter`, under this undecorated name,
+/// The optional operations of an event transmitter, in addition to those of `EventTransmitter`. A module that provides
+/// them exports, besides `GetEventTransmitter`, under this undecorated name:
 ///
 ///     EventTransmitterExtension* GetEventTransmitterExtension(const std::wstring& transmitterId, std::uint32_t
 ///     version);
 ///
-/// which gives the extension of the transmitter for the same identifier, or null when it has none of this `version`.
-/// The module owns it as long as the transmitter. A program that finds no extension of its version does without:
+/// It returns the extension of the transmitter for the same identifier, or null when it has none of this `version`. The
+/// module owns the extension, which lives as long as the transmitter. Without an extension of its version a program
+/// works with these limitations:
 ///
-/// - the host sends every answer to every front end, and front ends do not learn when their requests were handled;
-/// - the command line cannot see whether a host runs: it starts one before each command (which ends at once where one
-///   runs), and notices the end of a host only by the answer that does not come.
+/// - The host sends every answer to every front end, and front ends are not notified when their requests were handled.
+/// - The command line cannot detect whether a host is running: it starts one before each command (which ends
+///   immediately if another host is running), and detects the end of a host only by a missing answer.
 ///
-/// All operations may be called from any thread, also out of a handler.
+/// Threads: any; all operations may also be called from a handler.
 class EventTransmitterExtension {
 public:
-    /// Of this interface: raised with every change of it.
+    /// The version of this interface, incremented with every change.
     static constexpr std::uint32_t version = 2;
 
-    /// Names the other side of one connection; never used twice in a process. 0 is nobody.
+    /// Identifies the other end of one connection; never reused within a process. 0 means no peer.
     using Peer = std::uint64_t;
-    /// Names an acknowledgement that is still to be given; never used twice in a process. 0 is none.
+    /// Identifies a pending acknowledgement; never reused within a process. 0 means none.
     using Acknowledgement = std::uint64_t;
 
-    /// Front end: connects where there is no connection. True when there is one now. Otherwise `problem` says why,
-    /// for people; it is empty when simply no engine is there. Over at once without an engine, after some seconds at
-    /// most with one that hangs. Engine: as `IsConnected`.
+    /// Front end: connects unless connected. Returns true when connected. On failure returns false and sets `problem`
+    /// to the reason, for people; it is empty when no engine is running. Returns immediately without an engine, and
+    /// after a few seconds at most with an engine that hangs. Engine: returns `IsConnected()`.
     [[nodiscard]] virtual bool Connect(std::wstring& problem) = 0;
 
-    /// Front end: true while the engine is there. Engine: true while it can be reached.
+    /// Front end: returns true while the engine is reachable. Engine: returns true while front ends can connect.
     virtual bool IsConnected() const = 0;
 
-    /// Front end: true when the last attempt to connect met an engine that has no room for another front end now: a
-    /// later one may succeed. A module that knows no such engine leaves this as it is.
+    /// Front end: returns true when the last attempt to connect was rejected because the engine has reached its limit
+    /// of front ends; a later attempt may succeed. Modules without such a limit keep this default.
     virtual bool IsBusy() const { return false; }
 
-    /// While a handler runs, on its thread: who sent the event. Otherwise 0.
+    /// Returns the sender of the event while a handler runs, on the handler's thread; otherwise 0.
     virtual Peer CurrentPeer() const = 0;
 
-    /// Hands an event to one peer alone, without waiting: the answer to whom asked. False when that peer is gone.
+    /// Queues an event for one peer, without waiting; used to answer a request. Returns false when that peer is
+    /// disconnected.
     [[nodiscard]] virtual bool SendEventTo(Peer peer, const std::wstring& eventName, const std::wstring& payload) = 0;
 
-    /// As `EventTransmitter::SendEvent`, but a front end does not wait for the engine either: true when the event was
-    /// queued.
+    /// Sends as `EventTransmitter::SendEvent` does, but a front end does not wait for the engine: returns true when the
+    /// event was queued.
     [[nodiscard]] virtual bool PostEvent(const std::wstring& eventName, const std::wstring& payload) = 0;
 
-    /// While a handler runs, on its thread: the event is not acknowledged to its sender when the handler returns, but
-    /// by `Acknowledge`, behind all that was sent to him before. 0 outside a handler, and where the sender does not
-    /// wait.
+    /// Defers the acknowledgement of the current event: it is not sent when the handler returns but by `Acknowledge`,
+    /// after everything that was sent to the sender before. Call it while a handler runs, on the handler's thread.
+    /// Returns 0 outside a handler, and when the sender does not wait.
     virtual Acknowledgement DeferAcknowledgement() = 0;
 
-    /// Gives a deferred acknowledgement, once; 0, and one for a sender who has gone, is nothing to give.
+    /// Sends a deferred acknowledgement, once. 0, and an acknowledgement whose sender has disconnected, are ignored.
     virtual void Acknowledge(Acknowledgement acknowledgement) = 0;
 
-    /// From now on events are kept, and no handler is called until `ResumeDelivery`: so that none comes before all
-    /// handlers are there. A handler that runs is not waited for.
+    /// Queues incoming events, without calling handlers, until `ResumeDelivery`, so that no event is delivered before
+    /// all handlers are registered. Does not wait for a running handler.
     virtual void PauseDelivery() = 0;
     virtual void ResumeDelivery() = 0;
 

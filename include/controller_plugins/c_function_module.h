@@ -5,48 +5,50 @@
 #include <stdint.h>
 
 /*
- * Function modules in C. What the host calls passes objects of C++; the object library "c_function_module" stands
- * between: link it into the module, and write the three functions below. What they do and when they are called stands
- * in controller_plugins/function_module.h.
+ * Function modules in C. The host's interface uses C++ objects; the object library "c_function_module" adapts it to C:
+ * link it into the module and implement the three functions below. controller_plugins/function_module.h describes what
+ * they do and when they are called.
  *
- * All texts are UTF-8 and end with a zero. Paths are the system's own. On Linux a path may hold any bytes.
+ * All texts are zero-terminated UTF-8. Paths are native. On Linux a path may contain any bytes.
  */
 
 #ifdef __cplusplus
 extern "C" {
 #endif
 
-/* The run request; it lives until the function returns. */
+/* The run request. The host owns it; it is valid until the function returns. */
 typedef struct controller_run_request {
     const char* job_id;
     const char* scenario_path;
     const char* const* input_files;
     size_t input_file_count;
-    /* Made already, except for a job without input files. */
+    /* Exists already, except for a job without input files. */
     const char* output_directory;
-    /* Made already, for this user alone. The file run_scenario_info.json is in it. */
+    /* Exists already, accessible to this user only. Contains the file run_scenario_info.json. */
     const char* work_dir;
     const char* run_argument;
 } controller_run_request;
 
-/* The answer: one of the first two on success, a reason for people on failure. All zero at first. */
+/* The answer, initialized to zero. On success set process_handle or process_id, on failure set reason. */
 typedef struct controller_run_answer {
-    /* On Windows the value of a process HANDLE, on Linux a pidfd. The host owns it from then on. 0: none. */
+    /* On Windows the value of a process HANDLE, on Linux a pidfd. The host takes ownership. 0 means none. */
     uint64_t process_handle;
-    /* The id of a process, which is not reaped, when there is no handle. 0: none. */
+    /* The id of a process, used when process_handle is 0. The module must not reap the process. 0 means none. */
     uint32_t process_id;
-    /* Why the job cannot be started; longer text is cut. */
+    /* Why the job cannot be started, for people. Zero-terminated unless it fills the array. */
     char reason[1024];
 } controller_run_answer;
 
-/* "RunScenario": starts the job's process and does not wait for it. 0 for success. */
+/* "RunScenario": starts the job's process without waiting for it. Returns 0 on success. */
 long controller_run_scenario(const controller_run_request* request, controller_run_answer* answer);
 
-/* "CancelScenario": asks the process of a job to stop. 0 when it was asked. The host makes "killprocess" in any case.
+/*
+ * "CancelScenario": asks the process of a job to stop. Returns 0 when the request was delivered. The host creates the
+ * file "killprocess" in any case.
  */
 long controller_cancel_scenario(const char* job_id);
 
-/* "Terminate": the host ends. It may come while another function runs. */
+/* "Terminate": called when the host ends. It may be called while another function runs. */
 void controller_terminate(void);
 
 #ifdef __cplusplus

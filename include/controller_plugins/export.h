@@ -1,7 +1,7 @@
 #ifndef CONTROLLER_PLUGINS_EXPORT_H
 #define CONTROLLER_PLUGINS_EXPORT_H
 
-/* Marks what a plug-in hands out, in C and in C++. */
+/* Exports a function from a plug-in, in C and C++. */
 #if defined(_WIN32)
 #define CONTROLLER_PLUGIN_EXPORT __declspec(dllexport)
 #else
