@@ -5,19 +5,19 @@
 
 namespace {
 
-/// Settings log their own errors through this function; the recursion ends because they are in force before they
-/// report.
+/// Settings log their own errors through this function. The recursion ends because the settings are installed before
+/// they report.
 void FollowSettings() noexcept {
     try {
         log_file::UseDefaultPath(settings::Current()->logFile);
     } catch (...) {
-        return; // without memory the record goes where the one before went
+        return; // out of memory: the log file stays as it was
     }
 }
 
 void WriteRecord(log_file::Level level, const std::wstring& message) noexcept {
     if (log_file::WantsLevel()) {
-        FollowSettings(); // a look at the settings says the level, too
+        FollowSettings(); // reading the settings also sets the level
     }
     if (!log_file::Takes(level)) {
         return;

@@ -16,7 +16,7 @@ bool IsHyphen(std::size_t position) {
     return position == 8 || position == 13 || position == 18 || position == 23;
 }
 
-/// Version 4 of RFC 4122: random but for the version digit and the two bits of the variant.
+/// A version 4 UUID of RFC 4122: random except for the version digit and the two variant bits.
 wchar_t GuidDigit(std::size_t position, std::random_device& random) {
     if (position == 14) {
         return L'4';

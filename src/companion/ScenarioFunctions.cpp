@@ -9,7 +9,8 @@ namespace {
 
 using scenario_manifest::ScenarioManifest;
 
-/// A scenario that is not usable is passed over by all others, so that this line is what tells its author why.
+/// The warning is the only way in which the scenario's author learns the error, because callers skip an invalid
+/// scenario.
 bool ReadOrWarn(const std::wstring& path, ScenarioManifest& manifest) {
     std::wstring problem;
     const bool isRead = scenario_manifest::ReadFor(path, manifest, problem);

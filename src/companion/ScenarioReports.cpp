@@ -12,7 +12,7 @@ using run_protocol::ProgressFile;
 using run_protocol::RunScenarioInfo;
 using run_protocol::RunScenarioResult;
 
-/// A report that names no progress yet is as good as none.
+/// A file without reports is treated as unreadable.
 bool HasReport(const ProgressFile& file, std::wstring& problem) {
     if (file.reports.empty()) {
         problem = L"the list \"progressInfoList\" is empty";
@@ -25,7 +25,7 @@ void TakeReport(ProgressFile&& file, std::wstring& message, int& progress) {
     progress = file.reports.back().progress;
 }
 
-/// A scenario's only word, so that nobody who holds the file for a moment makes it fail.
+/// Retries while another process holds the file: the scenario writes its result only once.
 bool ReadResult(const std::wstring& path, RunScenarioResult& result, std::wstring& problem) {
     std::string bytes;
     if (const platform::Error error = platform::ReadFileRetrying(path, json::largestSmallFile, bytes)) {
@@ -50,7 +50,7 @@ void TakeResult(RunScenarioResult&& result, bool& succeeded, Messages& pairs, st
 
 } // namespace
 
-/// A missing or half-written file is met in every other poll: nothing is logged.
+/// Logs nothing: polling regularly finds a file that is missing or partially written.
 bool ControllerCSWrapper::ParseProgressFile(const std::wstring& path, std::wstring& message, int& progress) {
     return boundary::Guard("ParseProgressFile", [&] {
         ProgressFile file;

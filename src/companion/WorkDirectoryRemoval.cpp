@@ -23,7 +23,7 @@ bool LiesBelow(const std::wstring& path, const std::wstring& directory) {
     return path.size() > start.size() && platform::SameName(path.substr(0, start.size()), start);
 }
 
-/// Other names of the same directory (letter case, short names, mount points) are seen through.
+/// Compares file identities, because a directory can have several names (letter case, short names, mount points).
 bool IsOrHolds(const std::wstring& path, const std::wstring& directory) {
     const std::optional<FileIdentity> identity = platform::IdentityOf(path);
     if (!identity) {
@@ -39,7 +39,7 @@ bool IsOrHolds(const std::wstring& path, const std::wstring& directory) {
     return true;
 }
 
-/// A link on the way down to `path`, itself included; empty when there is none.
+/// Returns a link among `path` and its parents below `directory`; empty if there is none.
 std::wstring FindLink(std::wstring path, const std::wstring& directory) {
     std::wstring link;
     for (; LiesBelow(path, directory); path = platform::ParentDirectory(path)) {
@@ -50,14 +50,15 @@ std::wstring FindLink(std::wstring path, const std::wstring& directory) {
     return link;
 }
 
-/// True for the directories that the engine gives to jobs: directly in the work directory, named by an id. The
-/// work directory may be one where the user keeps other directories too.
+/// True for the directories that the engine creates for jobs: directly in the work directory and named by an id. The
+/// user may keep other directories in the same work directory.
 bool IsNamedAsAJob(const std::wstring& path, const std::wstring& workDirectory) {
     const std::wstring name = path.substr(std::min(path.size(), workDirectory.size()));
     return run_protocol::IsJobId(name.substr(std::min(name.find_first_not_of(L'\\'), name.size())));
 }
 
-/// Why a text from the job list, where anything can stand, must not be removed; empty when it may be.
+/// Returns why the path `text` must not be removed; empty if it may be. `text` comes from the job list and is
+/// untrusted.
 std::wstring ReasonToRefuse(const std::wstring& text) {
     if (text.empty()) {
         return L"the path is empty";

@@ -1,4 +1,4 @@
 #include "fault_points/FaultPoint.h"
 
-// The only function of this file, so that a linker that has another definition does not take this one from the library.
+// Must stay the only function of this file: the linker then ignores this file when another definition is linked.
 void fault_points::ReachFaultPoint(FaultPoint) {}

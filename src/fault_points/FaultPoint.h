@@ -2,7 +2,7 @@
 
 namespace fault_points {
 
-/// The steps of the product's work between which a sudden end of its process must do no harm.
+/// Steps of the product at which a crash of the process must do no harm.
 enum class FaultPoint {
     // A file is replaced
     FileToBeCreated,
@@ -12,7 +12,7 @@ enum class FaultPoint {
     BackupLinked,
     BackupInPlace,
     FileRenamed,
-    // A directory is removed with all it holds
+    // A directory tree is removed
     EntryRemoved,
     // The engine
     ListRead,
@@ -52,12 +52,12 @@ enum class FaultPoint {
     DeletionsSettled,
     JobsCancelledAtEnd,
     HostEnds,
-    /// How many there are.
+    /// The number of fault points.
     Count
 };
 
-/// Says that the work has come to this step. Does nothing: tests of sudden ends link another definition in its place,
-/// one that ends the process at the step that was asked for.
+/// Marks that the work has reached a step. Does nothing: crash tests link another definition, which ends the process at
+/// a chosen step.
 void ReachFaultPoint(FaultPoint point);
 
 } // namespace fault_points

@@ -6,7 +6,7 @@
 
 namespace {
 
-/// What stands in place of the letter of a plain argument.
+/// Used as the option letter of a plain argument.
 constexpr wchar_t plainArgument = 0;
 
 bool IsQuotedBy(wchar_t quote, const std::wstring& text) {
@@ -36,7 +36,7 @@ bool CLIArgumentParser::Parse(const std::vector<std::wstring>& args) {
     return commandType != None;
 }
 
-/// The value of an option may stand in the argument behind it; an option there is left for its own turn.
+/// Takes the next argument as the value of an option, unless it is an option itself.
 bool CLIArgumentParser::TakePlainArgument(const std::wstring& arg, std::wstring& value) const {
     wchar_t letter = plainArgument;
     std::wstring plainValue;
@@ -47,7 +47,7 @@ bool CLIArgumentParser::TakePlainArgument(const std::wstring& arg, std::wstring&
     return true;
 }
 
-/// False for a second command.
+/// Returns false for a second command.
 bool CLIArgumentParser::Apply(wchar_t letter, const std::wstring& value) {
     switch (letter) {
     case L'l':

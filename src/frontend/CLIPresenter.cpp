@@ -28,7 +28,8 @@ void CLIPresenter::EnqueueJobsFromFile(const std::wstring& jobFile, const std::w
     }
     ControllerLogManager::DebugLog(L"Succeeded to read the job list file.");
     TextOutput output;
-    // Promised: what finds no answer or no file is lost in silence, but for its lines "-1,Failed".
+    // Required by the published interface: an output file that cannot be opened is not reported
+    // (CLIPresenterTest.AnOutputFileThatCannotBeOpenedLosesItsLinesSilently).
     (void)output.Open(outputFile);
     for (EnqueueJobsInfo& info : infos) {
         std::vector<int> seqIds;
@@ -39,7 +40,7 @@ void CLIPresenter::EnqueueJobsFromFile(const std::wstring& jobFile, const std::w
 
 bool CLIPresenter::EnqueueJobs(EnqueueJobsInfo& request, std::vector<int>& seqIds) {
     request.requestId = ControllerCSWrapper::CreateGuid();
-    // Whether it could be sent shows in the answer.
+    // A request that could not be sent is detected by the missing answer.
     (void)proxy->EnqueueJobs(request);
     const bool isAnswered = WaitForEnqueuedJobs(request.requestId, seqIds);
     if (!isAnswered) {
@@ -71,7 +72,7 @@ bool CLIPresenter::WaitForEnqueuedJobs(const std::wstring& requestId, std::vecto
 void CLIPresenter::CancelJobs(const std::wstring& id) const {
     ControllerLogManager::Log(L"Job: " + id + L" is canceling.");
     std::vector<std::wstring> ids = {id};
-    // Nothing is waited for here: the caller sees the answer, or that none comes.
+    // Does not wait: the answer is logged when it arrives.
     (void)proxy->CancelJobs(ids);
 }
 
@@ -91,7 +92,7 @@ void CLIPresenter::CheckJobStatus(const std::vector<std::wstring>& ids, const st
 bool CLIPresenter::FetchStatusLines(const std::vector<std::wstring>& ids, std::string& lines) {
     response_flags::responseStarted = false;
     response_flags::responseFinished = false;
-    // Without an answer the jobs are of unknown status.
+    // Without an answer the status of the jobs is unknown.
     (void)proxy->CheckJobStatusRequest(ids);
     WaitForResponse();
     const bool isAnswered = response_flags::responseFinished;

@@ -11,8 +11,7 @@
 
 namespace {
 
-/// Guards what the answers of every presenter leave for the commands: an answer may come while, or after, a command
-/// stops waiting for it.
+/// Guards the answers of all presenters: an answer may arrive while a command stops waiting for it, or later.
 std::mutex answersMutex;
 
 void MarkResponseStarted() {
@@ -32,7 +31,7 @@ bool CLIPresenter::EnqueueJobsFinish(const JobEnqueueResult& result) {
     bool isFirst = true;
     for (const JobIdInfo& job : result.jobIds) {
         seqIdById[job.id] = job.seqId;
-        // With each job the same entry would be made anew, which takes minutes for 100,000 jobs.
+        // Creating the same entry for every job takes minutes for 100,000 jobs.
         if (std::exchange(isFirst, false)) {
             AddEnqueueJobsId(result.requestId, result.jobIds);
         }

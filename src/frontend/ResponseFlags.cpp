@@ -14,7 +14,7 @@ struct Change {
     std::condition_variable happened;
 };
 
-/// Of either flag. Never destroyed: an answer may come until the process has ended.
+/// Shared by both flags. Never destroyed: an answer may arrive until the process has ended.
 Change& TheChange() {
     static Change& change = platform::MakeNeverDestroyed<Change>();
     return change;

@@ -3,17 +3,17 @@
 #include <atomic>
 #include <chrono>
 
-/// How far the answer is that a command waits for. One pair a process: a front end carries out one command at a time.
-/// Raised by the presenter's handlers, on the transmitter's thread.
+/// The progress of the answer that a command waits for. One pair of flags per process, because a front end executes one
+/// command at a time. Set by the presenter's handlers on the transmitter's thread.
 namespace response_flags {
 
-/// Any thread. Whoever waits for it goes on as soon as it is raised.
+/// A flag that a thread can wait for; setting it wakes the waiting thread. Threads: any.
 class ResponseFlag {
 public:
     ResponseFlag& operator=(bool raised);
     operator bool() const { return isRaised; }
 
-    /// Returns when the flag is raised, or `longest` is over.
+    /// Returns when the flag is set or after `longest`.
     void WaitFor(std::chrono::milliseconds longest) const;
 
 private:

@@ -6,8 +6,8 @@
 #include <string>
 #include <string_view>
 
-/// A file of 8-bit text with this system's line ends, made anew. What is written is in the file at once, whatever
-/// becomes of this process. One thread at a time.
+/// Creates a file of 8-bit text with this system's line ends. Lines are passed to the system immediately, so that they
+/// are in the file even if this process is killed. Threads: one at a time.
 class CONTROLLER_API TextOutput {
 public:
     platform::Error Open(const std::wstring& path);
@@ -15,7 +15,7 @@ public:
     /// Appends lines that end with "\n".
     platform::Error Write(std::string_view lines);
 
-    /// The same lines as a text file of this system has them.
+    /// Returns the lines with this system's line ends.
     static std::string WithLineEndsOfSystem(std::string_view lines);
 
 private:

@@ -19,13 +19,14 @@ std::int32_t ReadWaitSeconds() {
     return value ? numbers::ReadInteger(*value) : defaultSeconds;
 }
 
-/// Ten ticks a second. Multiplied in 32 bits, unsigned: a huge value wraps round.
+/// Ten ticks per second. The unsigned 32-bit multiplication wraps round for huge values: required by the published
+/// interface, held by WaitForResponseTest.AHugeValueWrapsRoundIn32Bits.
 std::int32_t TicksOf(std::int32_t seconds) {
     const std::uint32_t milliseconds = static_cast<std::uint32_t>(seconds) * 1000U;
     return static_cast<std::int32_t>(milliseconds) / static_cast<std::int32_t>(tick.count());
 }
 
-/// A tick ends early when the flag is raised.
+/// Waits tick by tick; a tick ends early when the flag is set.
 void WaitFor(const response_flags::ResponseFlag& flag, std::int32_t& ticks) {
     while (!flag) {
         --ticks;

@@ -9,11 +9,11 @@ using CallModuleFunction = long (*)(const std::string&, const std::wstring&, std
 
 template <typename Function>
 Function FindFunction(void* module, const char* name) {
-    // A null module would mean the main program to the system.
+    // The system would take a null module for the main program.
     return module == nullptr ? nullptr : reinterpret_cast<Function>(platform::FindExport(module, name));
 }
 
-/// The names that a module offers; none when it throws instead: a broken module must not take the host with it.
+/// Returns the names that a module provides; none if it throws, because a broken module must not end the host.
 std::vector<std::string> ReadFunctionNames(GetFunctions getFunctions) {
     std::vector<std::string> names;
     try {
@@ -28,7 +28,7 @@ std::vector<std::string> ReadFunctionNames(GetFunctions getFunctions) {
 
 FunctionManager::FunctionManager(const std::vector<std::wstring>& modulePaths) {
     for (const std::wstring& path : modulePaths) {
-        // A module that is missing is no reason to do without the others.
+        // A missing module must not prevent the use of the others.
         (void)LoadFunctionDll(path);
     }
 }

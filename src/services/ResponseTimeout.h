@@ -6,14 +6,15 @@
 
 #include "CommonControllerLib/Export.h"
 
-/// How long an answer of the host may take.
+/// How long to wait for an answer of the host.
 namespace response_patience {
 
-/// As the text of the variable below says: whole seconds, 20 where it is not set; text without a number, and less than
-/// nothing, is no time at all; at most a day.
+/// Parses the value of the variable named below: whole seconds, at most a day; 20 s if it is not set, 0 s for a
+/// negative number or a text without a number.
 CONTROLLER_API std::chrono::seconds From(const std::optional<std::wstring>& variable);
 
-/// As the environment variable QRV_KT_WAIT_RESPONSE_SEC of this process says. Any thread, while none sets variables.
+/// Reads the environment variable QRV_KT_WAIT_RESPONSE_SEC of this process. Threads: any, while no thread sets
+/// environment variables.
 CONTROLLER_API std::chrono::seconds FromEnvironment();
 
 } // namespace response_patience

@@ -17,7 +17,7 @@
 namespace settings {
 namespace {
 
-/// The file to read, and whether somebody has named it: then it must be there.
+/// The settings file to read. If the user named it, it must exist.
 struct Place {
     std::wstring path;
     bool isNamed = false;
@@ -39,7 +39,7 @@ Place NamedPlace(const std::wstring& path) {
     return {platform::ResolveAgainst(platform::CurrentDirectory(), path), true};
 }
 
-/// What is to be told once the lock is released: the log asks for the settings itself.
+/// Log messages to write after the lock is released, because the log itself reads the settings.
 struct Findings {
     std::wstring error;
     std::vector<std::wstring> warnings;
@@ -61,7 +61,7 @@ void Report(const Findings& findings) {
     }
 }
 
-/// Puts back what `held` says of one member.
+/// Restores one member from `held`.
 template <typename Value>
 void HoldMember(const wchar_t* name, Value Settings::*member, const Settings& held, Settings& read,
                 std::vector<std::wstring>& warnings) {
@@ -170,13 +170,13 @@ private:
     std::shared_ptr<const Settings> current;
     /// Settings frozen for the life of this process.
     std::shared_ptr<const Settings> held;
-    /// The state of the file that was read last; nothing when it was missing.
+    /// The state of the file that was read last; nothing if it did not exist.
     std::optional<platform::FileStamp> stamp;
     bool hasLooked = false;
     std::wstring problem;
 };
 
-/// Never destroyed: the log may ask for its path from other people's destructors.
+/// Never destroyed: the log may read its path from destructors that run at the end of the process.
 Store& TheStore() {
     static Store& store = platform::MakeNeverDestroyed<Store>();
     return store;

@@ -13,18 +13,18 @@
 /// The application's settings, one JSON file.
 namespace settings {
 
-/// A host waits for the processes of all running jobs at once; Windows waits for 64 handles at most.
+/// A host waits for the processes of all running jobs at once, and Windows waits for at most 64 handles.
 inline constexpr std::int32_t mostParallelJobs = 60;
 
-/// Every path is absolute.
+/// The settings in force. All paths are absolute.
 struct Settings {
-    /// The file that this was read from; empty for built-in defaults.
+    /// The file that the settings were read from; empty for the built-in defaults.
     std::wstring file;
     std::wstring workDirectory;
     std::wstring jobListFile;
-    /// Empty: no log file.
+    /// The log file; empty to write none.
     std::wstring logFile;
-    /// Records below it are not written to the log file.
+    /// Records below this level are not written to the log file.
     log_file::Level logLevel = log_file::Level::Info;
     bool autoDeleteWorkFolder = false;
     std::int32_t autoDeleteDays = 30;
@@ -33,52 +33,53 @@ struct Settings {
     std::wstring defaultCulture = L"en-US";
     /// Function modules in the order to load them.
     std::vector<std::wstring> functionModules;
-    /// Where the libraries that the modules need are searched besides, before the system's places.
+    /// Additional directories to search for the libraries of the modules, before those of the system.
     std::vector<std::wstring> libraryDirectories;
     /// The module through which front ends and the host exchange events.
     std::wstring eventTransmitter;
-    /// The name of the place where they meet: hosts with different job lists need different names.
+    /// The endpoint name for front ends and host; hosts with different job lists need different names.
     std::wstring transmitterName = L"default";
-    /// The texts of the front ends, one section a culture.
+    /// The texts of the front ends, one section per culture.
     std::wstring stringResourceFile;
     /// The program that runs one scenario.
     std::wstring scenarioRunner;
-    /// Holds the scenario API of each language in a subdirectory ("ruby").
+    /// Contains the scenario API of each language in a subdirectory ("ruby").
     std::wstring scenarioApiDirectory;
-    /// The command (program and first arguments) that runs a script, by extension with the dot (".rb").
+    /// The command (program and first arguments) that runs a script, by file extension with the dot (".rb").
     std::map<std::wstring, std::vector<std::wstring>> interpreters;
-    /// How long a scenario may take to stop when it was asked to.
+    /// The time that a scenario has to stop after it was asked to.
     std::int32_t cancelGraceSeconds = 5;
-    /// How much of a scenario's output is kept.
+    /// The maximum size of the output that is kept of a scenario.
     std::int64_t scenarioLogLimitBytes = 1048576;
-    /// How many jobs a host runs at a time; 1 to `mostParallelJobs`.
+    /// The maximum number of jobs that a host runs at a time; 1 to `mostParallelJobs`.
     std::int32_t parallelJobs = 1;
 
     bool operator==(const Settings&) const = default;
 };
 
-/// Names the settings file, before all other places. An empty path goes back to these: the environment variable
-/// CONTROLLER_SETTINGS_FILE, the user's configuration directory, built-in defaults.
+/// Sets the settings file; it has precedence over all other sources. An empty path restores the default order: the
+/// environment variable CONTROLLER_SETTINGS_FILE, the user's configuration directory, built-in defaults.
 CONTROLLER_API void UseFile(const std::wstring& path);
 
-/// The settings in force; never null. Read anew when the file has changed. A broken file changes nothing: the error
-/// goes to the log once for each state of the file, and the last good settings (at first the built-in ones) stay. One
-/// that cannot be opened is tried again with each call. Any thread.
+/// Returns the settings in force; never null. Reads the file again when it has changed. If the file is invalid, the
+/// error is logged once per state of the file, and the last valid settings (initially the built-in ones) stay in force.
+/// A file that cannot be opened is retried at every call. Threads: any.
 CONTROLLER_API std::shared_ptr<const Settings> Current();
 
-/// As `Current`; and what a running host cannot change stays as it is now, until `UseFile`: the job list file, the log
-/// file, the modules and the endpoint. Where the file says otherwise later, the log tells that it has no effect.
+/// Returns the settings as `Current` does, and freezes the members that a running host cannot change until `UseFile` is
+/// called: job list file, log file, modules and endpoint. A later difference in the file is logged as having no effect.
 CONTROLLER_API std::shared_ptr<const Settings> FrozenForProcess();
 
-/// The settings file that is looked at, whether it is there and can be read or not; empty where there is none to look
-/// at.
+/// Returns the settings file that is checked for changes, even if it does not exist or cannot be read; empty if none
+/// is.
 CONTROLLER_API std::wstring FileInUse();
 
-/// What is wrong with the settings file now, naming file, member and what was expected; empty when nothing is. For a
-/// program that wants to refuse to start.
+/// Returns what is wrong with the settings file now, with file, member and the expected value; empty if nothing is.
+/// Used by programs that refuse to start with invalid settings.
 CONTROLLER_API std::wstring Problem();
 
-/// The text of a settings file that says what `settings` say of a run: for a runner, while the file itself is broken.
+/// Returns the text of a settings file with the settings that a runner needs, for runs while the file itself is
+/// invalid.
 CONTROLLER_API std::wstring CopyForRun(const Settings& settings);
 
 } // namespace settings

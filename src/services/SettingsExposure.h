@@ -4,8 +4,8 @@
 
 namespace settings {
 
-/// The file of these settings and the modules, library directories and programs that they name, as far as everybody may
-/// change them: then other users of the machine decide what runs in this one's name.
+/// Returns those files that every user may change: the settings file and the modules, library directories and programs
+/// that it names. Other users could use them to run code as this user.
 std::vector<std::wstring> ExposedFiles(const Settings& settings);
 
 } // namespace settings

@@ -20,7 +20,7 @@ namespace {
 constexpr std::size_t largestFile = std::size_t{1} << 20;
 constexpr std::size_t longestText = 4096;
 
-/// Not longer than any path of either system, and without the characters that end a text there or spoil a line.
+/// True for a text no longer than any path of either system, without control characters.
 bool IsPlain(const std::wstring& text) {
     return text.size() <= longestText &&
            std::none_of(text.begin(), text.end(), [](wchar_t character) { return character < 0x20; });
@@ -98,7 +98,7 @@ struct LogLimit {
     static bool Accepts(Value bytes) { return bytes >= 4096 && bytes <= 1073741824; }
 };
 
-/// A number, or the word for as many as the machine has processor cores.
+/// A number, or the keyword for the number of processor cores.
 struct ParallelJobs {
     std::int32_t value = 1;
 };
@@ -120,12 +120,12 @@ struct Directory {
     CheckedValue<Label> label;
 };
 
-/// The commands by extension.
+/// The commands by file extension.
 struct Interpreters {
     std::map<std::wstring, Command> commands;
 };
 
-/// The file as it stands there.
+/// The settings file as written.
 struct File {
     std::optional<CheckedValue<Path>> workDirectory;
     std::optional<CheckedValue<Path>> jobListFile;
@@ -216,7 +216,7 @@ struct Layout<settings::File> {
 namespace settings {
 namespace {
 
-/// Applies a file to the built-in settings; paths in it are seen from its directory.
+/// Applies a file to the built-in settings; relative paths in it are resolved against its directory.
 class Application {
 public:
     Application(const std::wstring& path, Settings& changedSettings)
@@ -271,7 +271,7 @@ private:
         }
     }
 
-    /// The file's commands add to the built-in ones, or replace them.
+    /// The file's commands extend or replace the built-in ones.
     void ApplyInterpreters(const std::optional<Interpreters>& interpreters) {
         if (!interpreters) {
             return;

@@ -7,11 +7,11 @@
 
 namespace settings {
 
-/// The settings that hold where no file says otherwise.
+/// Returns the settings in force without a settings file.
 Settings BuiltInSettings();
 
-/// Reads a settings file; what it does not say is built in. False, with `problem` naming the file, the place in it, the
-/// member and what was expected. `warnings` are appended: members that mean nothing, one text each.
+/// Reads a settings file; members that it omits take the built-in value. Appends one text per unknown member to
+/// `warnings`. On failure returns false and sets `problem` to file, position, member and what was expected.
 [[nodiscard]] bool ReadSettingsFile(const std::wstring& path, Settings& read, std::wstring& problem,
                                     std::vector<std::wstring>& warnings);
 

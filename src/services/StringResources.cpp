@@ -8,7 +8,7 @@
 
 namespace {
 
-/// The value as the text has it: marks of lone surrogates are its own escapes again.
+/// Returns the value as written in the text: marks of lone surrogates become escapes again.
 std::wstring ValueText(const std::wstring& json, const json::MemberFinder& finder) {
     std::string utf8;
     std::size_t badAt = 0;
@@ -20,7 +20,7 @@ std::wstring ValueText(const std::wstring& json, const json::MemberFinder& finde
 
 } // namespace
 
-/// A text that cannot be read was complained of when its file was read; here it has no members.
+/// A text that cannot be parsed is treated as having no members: the error was logged when its file was read.
 bool ControllerCSWrapper::GetStringResources(const std::wstring& json, const std::wstring& name, std::wstring& member) {
     return boundary::Guard("GetStringResources", [&] {
         std::string marked;

@@ -12,14 +12,14 @@
 
 namespace {
 
-/// As a threshold it keeps back every ordinary level.
+/// A threshold below every ordinary level.
 constexpr long switchedOff = std::numeric_limits<long>::min();
 
 long LevelFromEnvironment() {
     return numbers::ReadInteger(platform::GetEnvironment(L"QRVDBG").value_or(std::wstring()));
 }
 
-/// Narrow text in the current locale; empty when it is not valid there. Ends at the first zero byte.
+/// Decodes narrow text, up to its first zero byte, in the current locale. Returns an empty text if it is invalid there.
 std::wstring ToWide(const std::string& text) {
     std::wstring wide(text.size() + 1, L'\0');
     const std::size_t length = std::mbstowcs(wide.data(), text.c_str(), wide.size());
@@ -86,7 +86,7 @@ void ControllerLogManager::SetLogFile(long level, const std::wstring& path) {
 void ControllerLogManager::SetConsole(long level, bool attach) {
     std::wostream* const attached = consoleStream.exchange(attach ? &std::wcout : nullptr);
     if (!attach && attached != nullptr) {
-        std::wosyncstream(*attached) << std::flush; // not between the parts of a line that another thread writes
+        std::wosyncstream(*attached) << std::flush; // a plain flush could split a line that another thread writes
     }
     consoleLevel = attach ? level : switchedOff;
 }
@@ -101,13 +101,13 @@ void ControllerLogManager::Output(MessageType type, long level, const std::wstri
 }
 
 void ControllerLogManager::WriteToConsole(const std::wstring& line) {
-    // A message of the lowest level passes the threshold of a console that is switched off.
+    // A message of the lowest level passes the threshold even if the console is disabled.
     std::wostream* const attached = consoleStream;
     if (attached == nullptr) {
         return;
     }
-    // Keeps lines of several threads whole, and a failed write (a character that the console cannot show) to itself:
-    // the console's own state stays good.
+    // Keeps lines of several threads whole, and isolates a failed write (a character that the console cannot show): the
+    // state of the console's stream stays good.
     std::wosyncstream(*attached) << line;
 }
 

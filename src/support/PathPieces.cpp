@@ -7,13 +7,13 @@ namespace {
 
 constexpr std::size_t longestPiece = 255;
 
-/// Where the part behind the last separator begins, not before `from`.
+/// Returns the position after the last separator, at least `from`.
 std::size_t NameBegin(const std::wstring& path, std::size_t from) {
     const std::size_t separator = path.find_last_of(L"\\/");
     return separator == std::wstring::npos ? from : std::max(from, separator + 1);
 }
 
-/// Where the extension of the name that begins at `name` begins: at its last dot, else at the end.
+/// Returns the position of the last dot of the name that begins at `name`; the end of the path if there is none.
 std::size_t ExtensionBegin(const std::wstring& path, std::size_t name) {
     const std::size_t dot = path.rfind(L'.');
     return dot == std::wstring::npos || dot < name ? path.size() : dot;

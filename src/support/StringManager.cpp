@@ -8,7 +8,7 @@
 
 namespace {
 
-/// The pieces between the slashes, empty ones included.
+/// Splits at slashes; empty segments are kept.
 std::vector<std::wstring> SplitKey(const std::wstring& key) {
     std::vector<std::wstring> segments;
     std::size_t begin = 0;
@@ -33,7 +33,7 @@ std::vector<std::wstring> CulturesToTry(const std::wstring& culture) {
 } // namespace
 
 StringManager::StringManager(const std::wstring& resourceFilePath) {
-    // Of a file that cannot be read no key is found, as the class promises.
+    // Required by the class contract: if the file cannot be read, no key is found.
     (void)ControllerCSWrapper::ReadJsonFile(resourceFilePath, resources);
 }
 

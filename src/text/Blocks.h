@@ -6,10 +6,10 @@
 
 namespace text {
 
-/// Texts are mostly ASCII: they go through in blocks of this many elements, in loops that compilers vectorise.
+/// Texts are mostly ASCII. ASCII is converted in blocks of this many elements, in loops that compilers vectorise.
 inline constexpr std::size_t blockLength = 16;
 
-/// True when `blockLength` bytes are all ASCII.
+/// True if `blockLength` bytes are all ASCII.
 inline bool IsAsciiBlock(const char* bytes) {
     std::uint64_t words[blockLength / sizeof(std::uint64_t)];
     std::memcpy(words, bytes, sizeof(words));

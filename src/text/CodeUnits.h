@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-/// The units that wide texts are made of, and the characters that they make. Pure functions, any thread.
+/// Code units and code points of wide text. Pure functions; threads: any.
 namespace text {
 
 inline constexpr std::uint32_t surrogateBegin = 0xD800;
@@ -13,13 +13,13 @@ inline constexpr std::uint32_t lowSurrogateBegin = 0xDC00;
 inline constexpr std::uint32_t surrogateEnd = 0xE000;
 inline constexpr std::uint32_t supplementaryBegin = 0x10000;
 inline constexpr std::uint32_t lastCodePoint = 0x10FFFF;
-/// Stands for what is no character.
+/// Replaces values that are not characters.
 inline constexpr std::uint32_t replacementCharacter = 0xFFFD;
 
-/// Elements of a wide text are UTF-16 code units; otherwise whole characters.
+/// True if the elements of wide text are UTF-16 code units; false if they are whole code points.
 inline constexpr bool hasUtf16Elements = sizeof(wchar_t) == sizeof(char16_t);
 
-/// One element of a wide text as a number: wchar_t is unsigned on Windows and signed on Linux.
+/// Returns one element of a wide text as a number: wchar_t is unsigned on Windows and signed on Linux.
 constexpr std::uint32_t Unit(wchar_t element) {
     if constexpr (hasUtf16Elements) {
         return static_cast<char16_t>(element);
@@ -41,24 +41,24 @@ constexpr bool IsSurrogate(std::uint32_t unit) {
     return unit >= surrogateBegin && unit < surrogateEnd;
 }
 
-/// True for what strict UTF-8 can carry: no surrogate, nothing beyond U+10FFFF.
+/// True for a value that strict UTF-8 can encode: not a surrogate, at most U+10FFFF.
 constexpr bool IsCharacter(std::uint32_t value) {
     return value <= lastCodePoint && !IsSurrogate(value);
 }
 
-/// The character that a high and a low surrogate make.
+/// Returns the character encoded by a surrogate pair.
 constexpr std::uint32_t JoinSurrogates(std::uint32_t high, std::uint32_t low) {
     return supplementaryBegin + ((high - surrogateBegin) << 10) + (low - lowSurrogateBegin);
 }
 
-/// A value taken from the beginning of a text, and the elements of the text that it took.
+/// A value read from the beginning of a text, and the number of elements read.
 struct CodePoint {
     std::uint32_t value = 0;
     std::size_t length = 0;
 };
 
-/// The code point that `units`, which are not empty, begin with: two elements that are a surrogate pair are one, an
-/// unpaired surrogate is its own value. `View` is a view of char16_t or wchar_t.
+/// Reads the first code point of `units`, which must not be empty: a surrogate pair is one code point, an unpaired
+/// surrogate is its own value. `View` is a view of char16_t or wchar_t.
 template <typename View>
 constexpr CodePoint TakeUtf16(View units) {
     const std::uint32_t first = Unit(units[0]);
@@ -68,8 +68,8 @@ constexpr CodePoint TakeUtf16(View units) {
     return {first, 1};
 }
 
-/// The value that a wide text, which is not empty, begins with. Only where elements are UTF-16 are two surrogates one
-/// character; elsewhere each element is its own value, whatever it is.
+/// Reads the first value of `text`, which must not be empty. A surrogate pair is one character only where elements are
+/// UTF-16; elsewhere each element is its own value.
 constexpr CodePoint TakeWide(std::wstring_view text) {
     if constexpr (hasUtf16Elements) {
         return TakeUtf16(text);
@@ -78,7 +78,7 @@ constexpr CodePoint TakeWide(std::wstring_view text) {
     }
 }
 
-/// Writes the UTF-16 units of a value of at most U+10FFFF, one or two, and returns the end behind them.
+/// Writes the one or two UTF-16 units of a value of at most U+10FFFF and returns the position after them.
 template <typename Element>
 constexpr Element* PutUtf16(std::uint32_t value, Element* to) {
     if (value >= supplementaryBegin) {
@@ -90,7 +90,7 @@ constexpr Element* PutUtf16(std::uint32_t value, Element* to) {
     return to;
 }
 
-/// Writes the wide elements of a value, one or two, and returns the end behind them.
+/// Writes the one or two wide elements of a value and returns the position after them.
 constexpr wchar_t* PutWide(std::uint32_t value, wchar_t* to) {
     if constexpr (hasUtf16Elements) {
         return PutUtf16(value, to);

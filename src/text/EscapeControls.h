@@ -4,14 +4,14 @@
 #include <string>
 #include <string_view>
 
-/// Texts of others that are shown in a line: in a log, on a terminal. Pure functions, any thread.
+/// Untrusted texts that are shown in a line of a log or a terminal. Pure functions; threads: any.
 namespace text {
 
-/// True for characters that end the line for some reader, steer the terminal that shows them, or turn the direction in
-/// which the text beside them is read: with these a text can forge lines and pass itself off as another.
+/// True for characters that end a line, control a terminal, or change the direction of text (bidirectional controls):
+/// with these a text can forge lines or disguise itself.
 bool IsControlOrBidi(std::uint32_t character);
 
-/// The text with such characters, and lone surrogates, written as they are in C ("\n", "\u001b").
+/// Returns the text with such characters, and lone surrogates, escaped as in C ("\n", "\u001b").
 std::wstring Escaped(std::wstring_view text);
 
 /// The escaped text as UTF-8.

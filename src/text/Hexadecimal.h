@@ -10,7 +10,7 @@ namespace text {
 
 inline constexpr std::wstring_view hexadecimalDigits = L"0123456789abcdef";
 
-/// The value of a digit of either case; -1 for anything else.
+/// Returns the value of a digit in either case; -1 for any other character.
 constexpr int HexadecimalValue(std::uint32_t digit) {
     if (digit >= '0' && digit <= '9') {
         return static_cast<int>(digit - '0');
@@ -19,19 +19,20 @@ constexpr int HexadecimalValue(std::uint32_t digit) {
     return lower >= 'a' && lower <= 'f' ? static_cast<int>(lower - 'a') + 10 : -1;
 }
 
-/// The digits of a number, without leading zeros.
+/// Returns the digits of a number without leading zeros.
 std::wstring HexadecimalText(std::uint64_t number);
 
-/// The number that digits of either case are; nothing for no digits, anything else among them, or more than 64 bits.
+/// Parses digits in either case. Returns nothing for an empty text, any other character, or a number of more than 64
+/// bits.
 [[nodiscard]] std::optional<std::uint64_t> ReadHexadecimal(std::wstring_view digits);
 
-/// The number of a handle as it is passed between programs: "0x1f4".
+/// Formats a handle as it is passed between programs: "0x1f4".
 std::wstring HandleText(std::uint64_t handle);
 
-/// Takes the digits with or without "0x" or "0X". Nothing for what is no such number, and for 0.
+/// Parses digits with or without "0x" or "0X". Returns nothing for any other text, and for 0.
 [[nodiscard]] std::optional<std::uint64_t> ReadHandle(std::wstring_view text);
 
-/// Appends the escape of a UTF-16 unit as C and JSON write it: "\u001b".
+/// Appends the escape of a UTF-16 unit in the format of C and JSON: "\u001b".
 void AppendUnicodeEscape(std::uint32_t unit, std::wstring& text);
 
 } // namespace text

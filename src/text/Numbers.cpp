@@ -12,7 +12,7 @@ bool IsDigit(wchar_t character) {
     return character >= L'0' && character <= L'9';
 }
 
-/// The value of the digits at the front of a text; anything too large stays just beyond what 32 bits can hold.
+/// Returns the value of the leading digits; a number too large is limited to a value just above the 32-bit range.
 std::int64_t ReadDigits(std::wstring_view text) {
     std::int64_t value = 0;
     for (const wchar_t character : text) {
@@ -36,7 +36,7 @@ std::int32_t numbers::ReadInteger(std::wstring_view text) {
 }
 
 std::wstring numbers::DecimalText(std::int32_t number) {
-    // std::to_wstring goes through a format string; std::to_string does not and is several times as quick.
+    // std::to_wstring uses a format string; std::to_string does not and is several times as fast.
     const std::string digits = std::to_string(number);
     return {digits.begin(), digits.end()};
 }

@@ -10,7 +10,7 @@
 namespace text {
 namespace {
 
-/// Copies blocks of ASCII; the number of elements copied.
+/// Copies leading blocks of ASCII; returns the number of elements copied.
 std::size_t NarrowAscii(const wchar_t* from, std::size_t length, char* to) {
     std::size_t done = 0;
     while (length - done >= blockLength) {
@@ -29,10 +29,10 @@ std::size_t NarrowAscii(const wchar_t* from, std::size_t length, char* to) {
     return done;
 }
 
-/// The most bytes that one element of a wide text needs.
+/// The maximum number of bytes for one element of a wide text.
 constexpr std::size_t longestUnit = hasUtf16Elements ? 3 : 4;
 
-/// Makes room for the rest of a text: as if it were ASCII, and some more to go on when it is not.
+/// Reserves space for the rest of a text: as if it were ASCII, plus a margin for the next characters that are not.
 char* MakeRoom(std::string& utf8, std::size_t used, std::size_t remaining) {
     const std::size_t needed = used + remaining + blockLength * longestUnit;
     if (utf8.size() < needed) {

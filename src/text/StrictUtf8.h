@@ -5,18 +5,18 @@
 #include <string>
 #include <string_view>
 
-/// UTF-8 of files and messages: characters and nothing else, at the speed of memory where they are ASCII. Pure
-/// functions, any thread.
+/// Strict UTF-8 of files and messages, optimized for ASCII. Pure functions; threads: any.
 namespace text {
 
-/// Wide to UTF-8. False, with `badAt` the index of the first element that is no character (an unpaired surrogate, a
-/// value beyond U+10FFFF), when there is one; `utf8` then has no meaning.
+/// Converts wide text to UTF-8. On failure returns false and sets `badAt` to the index of the first element that is not
+/// a character (an unpaired surrogate, a value beyond U+10FFFF); `utf8` is then unspecified.
 bool EncodeUtf8(std::wstring_view text, std::string& utf8, std::size_t& badAt);
 
-/// The offset of the first byte that is not valid UTF-8 (overlong forms and surrogates included); nothing when all are.
+/// Returns the offset of the first byte that is not valid UTF-8 (overlong forms and surrogates are invalid); nothing if
+/// all bytes are valid.
 std::optional<std::size_t> FindInvalidUtf8(std::string_view bytes);
 
-/// 3 when a UTF-8 text begins with a byte order mark, else 0.
+/// Returns 3 if a UTF-8 text begins with a byte order mark, otherwise 0.
 std::size_t ByteOrderMarkLength(std::string_view bytes);
 
 } // namespace text

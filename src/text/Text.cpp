@@ -9,7 +9,7 @@
 namespace text {
 namespace {
 
-// A byte B that is not part of valid UTF-8 is carried as U+DC00 + B.
+// A byte B that is not part of valid UTF-8 is represented as U+DC00 + B.
 constexpr std::uint32_t escapedByteBase = 0xDC00;
 
 bool IsEscapedByte(std::uint32_t value) {

@@ -8,13 +8,12 @@
 
 #include "text/CodeUnits.h"
 
-/// One value in UTF-8, and in WTF-8: UTF-8 that has surrogates, too, in the scheme of the other values. Pure functions,
-/// any thread.
+/// Single values in UTF-8 and in WTF-8, which encodes surrogates like other values. Pure functions; threads: any.
 namespace text {
 
 enum class Surrogates : std::int32_t { Refused, Allowed };
 
-/// The length that a first byte announces; 0 for one that begins no sequence.
+/// Returns the sequence length that a first byte announces; 0 for a byte that cannot begin a sequence.
 constexpr std::size_t Utf8Length(unsigned char first) {
     if (first < 0x80) {
         return 1;
@@ -29,7 +28,7 @@ constexpr bool IsUtf8Continuation(char byte) {
     return (static_cast<unsigned char>(byte) & 0xC0) == 0x80;
 }
 
-/// Overlong forms, values beyond U+10FFFF and surrogates show in the second byte.
+/// The second byte excludes overlong forms, values beyond U+10FFFF and surrogates.
 template <Surrogates surrogates>
 constexpr bool IsSecondByte(unsigned char first, unsigned char second) {
     const bool isLimited = surrogates == Surrogates::Refused && first == 0xED;
@@ -38,8 +37,8 @@ constexpr bool IsSecondByte(unsigned char first, unsigned char second) {
     return second >= lowest && second <= highest;
 }
 
-/// The length of the valid sequence that `bytes`, which are not empty, begin with; 0 when there is none: a stray byte,
-/// a sequence that is cut off or overlong, a value beyond U+10FFFF.
+/// Returns the length of the valid sequence at the beginning of `bytes`, which must not be empty; 0 for a stray byte, a
+/// truncated or overlong sequence, or a value beyond U+10FFFF.
 template <Surrogates surrogates>
 constexpr std::size_t SequenceLength(std::string_view bytes) {
     const auto first = static_cast<unsigned char>(bytes[0]);
@@ -56,7 +55,7 @@ constexpr std::size_t SequenceLength(std::string_view bytes) {
     return length;
 }
 
-/// The value of a sequence whose bytes are known to be valid.
+/// Returns the value of a valid sequence.
 constexpr std::uint32_t Utf8Value(std::string_view sequence) {
     const auto first = static_cast<unsigned char>(sequence[0]);
     std::uint32_t value = sequence.size() == 1 ? first : first & (0x7FU >> sequence.size());
@@ -66,14 +65,14 @@ constexpr std::uint32_t Utf8Value(std::string_view sequence) {
     return value;
 }
 
-/// The value that `bytes`, which are not empty, begin with; the length is 0 where they begin with no valid sequence.
+/// Reads the first value of `bytes`, which must not be empty; the length is 0 if no valid sequence begins there.
 template <Surrogates surrogates = Surrogates::Refused>
 constexpr CodePoint TakeUtf8(std::string_view bytes) {
     const std::size_t length = SequenceLength<surrogates>(bytes);
     return length == 0 ? CodePoint{} : CodePoint{Utf8Value(bytes.substr(0, length)), length};
 }
 
-/// Writes the bytes of a value of at most U+10FFFF, at most four, and returns the end behind them.
+/// Writes the one to four bytes of a value of at most U+10FFFF and returns the position after them.
 constexpr char* PutUtf8(std::uint32_t value, char* to) {
     const auto put = [&to](std::uint32_t byte) { *to++ = static_cast<char>(static_cast<unsigned char>(byte)); };
     if (value < 0x80) {
@@ -100,7 +99,7 @@ inline void AppendUtf8(std::string& bytes, std::uint32_t value) {
     bytes.append(sequence, PutUtf8(value, sequence));
 }
 
-/// The wide text of bytes; nothing when they are not all valid sequences.
+/// Decodes bytes to wide text; returns nothing if any sequence is invalid.
 template <Surrogates surrogates>
 std::optional<std::wstring> DecodeUtf8(std::string_view bytes) {
     std::wstring text;

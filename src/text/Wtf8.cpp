@@ -14,7 +14,7 @@ bool IsAscii(char byte) {
     return static_cast<unsigned char>(byte) < 0x80;
 }
 
-/// Copies blocks of ASCII; the number of bytes copied.
+/// Copies leading blocks of ASCII; returns the number of bytes copied.
 std::size_t WidenAscii(std::string_view from, wchar_t* to) {
     std::size_t done = 0;
     while (from.size() - done >= blockLength && IsAsciiBlock(from.data() + done)) {

@@ -46,7 +46,7 @@ protected:
         file.Append(std::string_view(record.data(), record.size()), time.count());
     }
 
-    /// Every record is with the system already.
+    /// Nothing to flush: every record is written with a system call of its own.
     void flush_() override {}
 
 private:
@@ -77,13 +77,13 @@ struct Log {
     Log() { logger.set_level(spdlog::level::debug); }
 };
 
-/// Never destroyed: others may log from their own destructors when the process ends.
+/// Never destroyed: destructors that run at the end of the process may log.
 Log& TheLog() {
     static Log& log = platform::MakeNeverDestroyed<Log>();
     return log;
 }
 
-/// Without memory for a path or a record there is nothing to be done: logging never makes matters worse.
+/// Logging ignores exceptions: if there is no memory for a path or a record, the record is dropped.
 template <typename Action>
 void Quietly(const Action& action) noexcept {
     try {

@@ -4,35 +4,35 @@
 
 #include "services/log/LogLevel.h"
 
-/// The one log file of this process. Any thread, at any time, also while the process ends; nothing is thrown.
+/// The log file of this process. No function throws. Threads: any, at any time, including the end of the process.
 namespace log_file {
 
-/// From now on records go to the file at `path`; an empty path: nowhere.
+/// Writes records to the file at `path` from now on; an empty path disables the file.
 void UsePath(const std::wstring& path) noexcept;
 
-/// As `UsePath`, but of no effect once that was called.
+/// As `UsePath`, but has no effect after a call of `UsePath`.
 void UseDefaultPath(const std::wstring& path) noexcept;
 
-/// True when `UseDefaultPath` should be called: as long as it was not, and then once a second, until `UsePath` is.
+/// Returns true if `UseDefaultPath` should be called: before its first call, then once a second until `UsePath` is
+/// called.
 bool WantsDefaultPath() noexcept;
 
-/// Makes `WantsDefaultPath` true again at once.
+/// Makes `WantsDefaultPath` return true immediately.
 void ForgetDefaultPath() noexcept;
 
-/// From now on records below this level are dropped: the level of the settings in force, which those who read them
-/// give.
+/// Drops records below this level from now on. Called with the level of the settings by the code that reads them.
 void UseLevel(Level level) noexcept;
 
-/// Makes `WantsLevel` true again.
+/// Makes `WantsLevel` return true again.
 void ForgetLevel() noexcept;
 
-/// True as long as nobody has said which level to use; `Info` holds meanwhile.
+/// Returns true until `UseLevel` is called; the level is `Info` until then.
 bool WantsLevel() noexcept;
 
-/// True when a record of this level is written. Costs next to nothing: no lock, no look at a file.
+/// Returns true if a record of this level is written. Takes no lock and makes no system call.
 bool Takes(Level level) noexcept;
 
-/// Appends one record: UTC time, level, thread, message. It has reached the system when this returns.
+/// Appends one record: UTC time, level, thread, message. The record has been passed to the system when this returns.
 void Write(Level level, const std::wstring& message) noexcept;
 
 } // namespace log_file

@@ -8,17 +8,17 @@
 
 namespace log_file {
 
-/// In rising order.
+/// In ascending order.
 enum class Level : std::int32_t { Debug, Info, Warning, Error };
 
-/// As the settings write them, by value.
+/// The names used in the settings, indexed by level.
 inline constexpr std::array<const wchar_t*, 4> levelNames{L"debug", L"info", L"warning", L"error"};
 
 inline const wchar_t* NameOf(Level level) {
     return levelNames.at(static_cast<std::size_t>(level));
 }
 
-/// Nothing for a text that names no level.
+/// Returns the level of this name; nothing for an unknown name.
 inline std::optional<Level> LevelNamed(const std::wstring& name) {
     for (std::size_t index = 0; index < levelNames.size(); ++index) {
         if (name == levelNames[index]) {

@@ -55,7 +55,7 @@ void RotatingFile::Lose(const platform::Error& error) {
     ComplainOnce(error);
 }
 
-/// Empty if no record was lost.
+/// Returns an empty string if no record was lost.
 std::string RotatingFile::NoteOfLost() const {
     if (lost == 0) {
         return {};
@@ -64,11 +64,11 @@ std::string RotatingFile::NoteOfLost() const {
     return lineEnd + "(Messages that could not be written here: " + std::to_string(lost) + ")\n";
 }
 
-/// Whether the path still names the file that is open, and how large others have made it.
+/// Checks that the path still names the open file, and updates the size, which other processes may have changed.
 void RotatingFile::LookAfterFile() {
     const std::optional<platform::FileIdentity> found = platform::IdentityOf(currentPath);
     if (!found) {
-        file.Close(); // a removed file may keep its name for as long as somebody has it open
+        file.Close(); // a removed file may keep its name while another process has it open
     }
     if (file.IsOpen() && found == identity) {
         size = file.Size();
@@ -77,9 +77,9 @@ void RotatingFile::LookAfterFile() {
     }
 }
 
-/// On failure a file that is open stays so: better a record in a renamed file than none.
+/// On failure keeps an open file open: a record in a renamed file is better than a lost record.
 void RotatingFile::OpenFile() {
-    // Before it is opened: when another process renames it in between, the next look finds that it is not this one.
+    // Read before the file is opened: if another process renames it in between, the next check detects the difference.
     const std::optional<platform::FileIdentity> named = platform::IdentityOf(currentPath);
     platform::File opened;
     platform::Error error = platform::EnsurePrivateDirectories(platform::ParentDirectory(currentPath));
@@ -104,11 +104,11 @@ void RotatingFile::Rotate(std::string_view record) {
     if (!IsTooLargeWith(record)) {
         return; // another process was quicker
     }
-    // Two that rename at the same time would put one file over another that is not the oldest.
+    // Two processes that rotate at the same time would overwrite a file that is not the oldest.
     platform::FileLock lock;
     const platform::Error error = lock.Take(currentPath + L".lock");
     if (error.kind == platform::ErrorKind::InUse) {
-        return; // another process is at it: the record goes into the file that there is
+        return; // another process is rotating: write the record to the current file
     }
     LookAfterFile();
     if (!IsTooLargeWith(record)) {
@@ -121,7 +121,7 @@ void RotatingFile::Rotate(std::string_view record) {
     }
 }
 
-/// From the oldest on, so that a failure in between leaves a gap and loses nothing.
+/// Starts with the oldest file, so that a failure in between leaves a gap and loses no file.
 bool RotatingFile::ShiftFiles() const {
     for (int generation = limits.files - 2; generation >= 0; --generation) {
         const platform::Error error = platform::RenameFile(NameOf(generation), NameOf(generation + 1));

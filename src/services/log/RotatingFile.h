@@ -11,29 +11,28 @@
 namespace log_file {
 
 struct RotationLimits {
-    /// A file that would grow beyond this becomes "<path>.1", and a new one is begun.
+    /// Units: bytes. A file that would exceed this size is renamed to "<path>.1", and a new one is started.
     std::uint64_t bytes = 10u << 20;
-    /// How many files are kept, the current one included.
+    /// The number of files to keep, including the current one.
     int files = 5;
 };
 
-/// A file of records whose size is bounded. Several processes may append to the same path; each notices within a second
-/// when the file was renamed or removed by another, and one at a time renames, by a lock beside the file
-/// ("<path>.lock").
+/// A record file of bounded size. Several processes may append to the same path. Each detects within a second that
+/// another has renamed or removed the file; a lock file ("<path>.lock") ensures that one process at a time renames.
 ///
-/// Nothing is lost while a reader holds a file open: where the system then refuses to rename, the current file goes on
-/// growing and the renaming is tried again later. One thread at a time.
+/// No record is lost while a reader holds a file open: if the system refuses to rename the file, the current file
+/// continues to grow and the rename is retried later. Threads: one at a time.
 class RotatingFile {
 public:
     explicit RotatingFile(const RotationLimits& rotationLimits) : limits(rotationLimits) {}
 
-    /// Goes on with the file at `path`, which is opened with the next record; an empty path: records are dropped.
+    /// Appends later records to the file at `path`, which is opened with the next record. An empty path drops records.
     void SetPath(const std::wstring& path);
 
-    /// Appends one record with one system call, so that it is whole in the file whatever becomes of this process. A
-    /// record that cannot be written is dropped; why is said once on standard error, and how many were lost in a line
-    /// of its own before the next record that can. Opening the file is tried again each second. `second`: the record's
-    /// time.
+    /// Appends one record with one system call, so that the record is complete even if this process is killed. `second`
+    /// is the record's time in seconds. On failure the record is dropped: the reason is written to standard error once,
+    /// and the number of lost records is written as a separate line before the next record that succeeds. Opening the
+    /// file is retried every second.
     void Append(std::string_view record, std::int64_t second);
 
 private:
@@ -52,12 +51,12 @@ private:
     platform::File file;
     std::optional<platform::FileIdentity> identity;
     std::uint64_t size = 0;
-    /// The size at which to rotate; above the limit after an attempt that failed.
+    /// The size at which to rotate; above the limit after a failed attempt.
     std::uint64_t rotateAt = 0;
     std::int64_t lastLook = -1;
     bool complained = false;
     std::uint64_t lost = 0;
-    /// The file ends in the middle of a record.
+    /// The file ends with an incomplete record.
     bool isTorn = false;
 };
 
