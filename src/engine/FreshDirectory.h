@@ -5,14 +5,14 @@
 #include <functional>
 #include <string>
 
-/// What `MakeFreshDirectory` asks of the system.
+/// The system calls that `MakeFreshDirectory` needs; tests replace them.
 struct DirectoryCalls {
     std::function<bool(const std::wstring& path)> exists;
-    /// Fails with `AlreadyExists` where something of this name stands.
+    /// Fails with `AlreadyExists` if the name is in use.
     std::function<platform::Error(const std::wstring& path)> create;
 };
 
-/// Makes the first of `path`, `path`_1, `path`_2 ... that does not exist. What others make between the look and the
-/// making counts as taken, so that no two share a directory. `directory` becomes the directory made, or on failure the
-/// one that could not be.
+/// Creates the first of `path`, `path`_1, `path`_2 ... that does not exist. A name that another process takes between
+/// the check and the creation is skipped, so that no two jobs share a directory. Sets `directory` to the created
+/// directory, or on failure to the one that could not be created.
 platform::Error MakeFreshDirectory(const std::wstring& path, const DirectoryCalls& calls, std::wstring& directory);

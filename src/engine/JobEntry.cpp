@@ -9,7 +9,7 @@
 
 namespace {
 
-/// How the log tells people that a job has ended; null for a status that is no end.
+/// Returns the log text for the end of a job; null for a status that is not final.
 const wchar_t* EndOfJob(JobStatus status) {
     switch (status) {
     case JobStatus::Success:

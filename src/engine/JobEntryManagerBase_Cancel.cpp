@@ -13,7 +13,7 @@
 
 bool JobEntry::OnCancelJob() {
     ControllerLogManager::DebugLog(L"Create killprocess for Job: " + numbers::DecimalText(info.seqId));
-    // Without a reason to tell: the job may just have ended and lost its directory.
+    // A failure is not reported: the job may just have ended and its directory may be gone.
     (void)platform::CreateEmptyFile(PathFuncs::Join(info.workDir, run_protocol::killFileName));
     fault_points::ReachFaultPoint(fault_points::FaultPoint::KillFileMade);
     return true;
@@ -36,7 +36,7 @@ bool JobEntryManagerBase::CancelJobs(std::vector<std::wstring>& ids, std::vector
             const std::lock_guard lock(mutex);
             std::erase_if(waitList, [](const auto& job) { return job->GetStatus() != JobStatus::Canceling; });
         }
-        // A mutex need not be fair: without this, who polls meanwhile may wait for it for many milliseconds.
+        // A mutex need not be fair: without the yield, another thread could wait many milliseconds for it.
         std::this_thread::yield();
     }
     if (!cancelled.empty()) {
@@ -59,8 +59,8 @@ void JobEntryManagerBase::CancelJob(const std::shared_ptr<JobEntry>& job, std::v
     }
 }
 
-/// The job is asked to stop in two ways, and each that was taken is reported: a job whose module took the request is
-/// reported twice.
+/// Asks the job to stop in two ways and appends one report for each that succeeded: a job whose module accepted the
+/// request is reported twice.
 void JobEntryManagerBase::CancelRunningJob(const std::shared_ptr<JobEntry>& job, std::vector<JobStatusInfo>& cancelled,
                                            WaitList& waitList) {
     const auto report = [&] {
@@ -91,6 +91,6 @@ bool JobEntryManagerBase::CancelAllJobs(std::vector<JobStatusInfo>& cancelled, b
 
 void JobEntryManagerBase::Terminate() {
     std::wstring answer;
-    // A module without that function has nothing to end.
+    // A module without that function needs no notification.
     (void)CallModule(*functionManager, "Terminate", L"", answer, nullptr, "terminated");
 }

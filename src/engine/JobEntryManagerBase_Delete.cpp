@@ -10,12 +10,13 @@
 
 namespace {
 
-/// An active job is never deleted, and what named it stays requested.
+/// Returns true if the job was requested and is not active. The name of an active job stays in `requested`.
 bool TakeDeletable(JobEntry& job, std::set<std::wstring>& requested) {
     return queue::CanDelete(job.GetStatus()) && queue::TakeRequested(job.GetId(), job.GetSeqId(), requested);
 }
 
-/// The path is the text up to its first U+0000. A directory that stays behind is no reason to keep the job.
+/// The path is the text up to its first U+0000. A directory that cannot be removed does not prevent the deletion of the
+/// job.
 void RemoveWorkDirectory(const std::wstring& workDir) {
     try {
         (void)ControllerCSWrapper::RemoveJobWorkDirectory(workDir.substr(0, workDir.find(L'\0')));
@@ -33,7 +34,7 @@ bool JobEntryManagerBase::DeleteJobs(std::vector<std::wstring>& ids, std::vector
         position = TakeDeletable(**position, requested) ? DeleteJob(position) : std::next(position);
     }
     for (const std::wstring& id : ids) {
-        // What is still there named no job, or one that is active.
+        // The remaining names are unknown or belong to active jobs.
         if (requested.erase(id) == 0) {
             deleted.push_back(id);
         }

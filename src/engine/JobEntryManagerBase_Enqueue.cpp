@@ -25,7 +25,7 @@ void PrepareResult(const EnqueueJobsInfo& request, JobEnqueueResult& result) {
     result.inputSetResults.resize(request.inputFileSets.size());
 }
 
-/// What every job of a request has in common besides its scenario.
+/// Copies the values that all jobs of a request have in common, except the scenario.
 void CopyRequest(const EnqueueJobsInfo& request, JobListInfo& record) {
     record.runArgument = request.runArgument;
     record.extraText = request.extraText;
@@ -46,7 +46,7 @@ bool CanRun(const EnqueueJobsInfo& request, const JobListInfo& record) {
     return true;
 }
 
-/// True when a job can be made of an input set: it has files, and all exist. Only a missing file is worth a line.
+/// Returns true if an input set is not empty and all its files exist. Logs a missing file, but not an empty set.
 bool IsUsable(const std::vector<std::wstring>& inputFiles) {
     const auto missing = std::find_if_not(inputFiles.begin(), inputFiles.end(), platform::Exists);
     if (missing != inputFiles.end()) {
@@ -56,7 +56,7 @@ bool IsUsable(const std::vector<std::wstring>& inputFiles) {
     return !inputFiles.empty();
 }
 
-/// One line for every input set; a rejected one shows up with the number 0.
+/// Logs one line per input set; a rejected one is logged with the number 0.
 void LogAdded(const std::vector<JobIdInfo>& jobIds) {
     for (const JobIdInfo& job : jobIds) {
         ControllerLogManager::Log(L"Job: " + numbers::DecimalText(job.seqId) + L" is added");
@@ -124,7 +124,7 @@ bool JobEntryManagerBase::FindSceanrioFile(const std::wstring& scenario, std::ws
 
 void JobEntryManagerBase::AppendJobs(const EnqueueJobsInfo& request, JobListInfo& record,
                                      const std::wstring& scenarioDir, JobEnqueueResult& result) {
-    std::random_device device; // one for all: on some systems making one costs more than drawing from it
+    std::random_device device; // shared by all jobs: on some systems creating one is slower than drawing from it
     for (std::size_t i = 0; i < request.inputFileSets.size(); ++i) {
         if (IsUsable(request.inputFileSets[i])) {
             record.inputFiles = request.inputFileSets[i];

@@ -11,7 +11,7 @@
 namespace {
 
 constexpr const char* runScenario = "RunScenario";
-/// Of what a module says.
+/// The maximum length of a module's answer that is kept as a reason. Units: elements of the wide text.
 constexpr std::size_t longestReason = 2000;
 
 std::wstring WhyModuleRefused(const FunctionManager& modules, long result, const std::wstring& response) {
@@ -84,7 +84,7 @@ bool JobEntryManagerBase::CallRunScenario(JobEntry& job, Callback callback) {
         job.SetFailure(WhyModuleRefused(*functionManager, result, response));
         return false;
     }
-    // An answer without a handle leaves the job running without one: the next look at it takes it as ended.
+    // An answer without a handle leaves the job running without a process: the next check treats it as ended.
     if (!job.OnEvaluateJobInputResult(response)) {
         job.SetFailure(L"The answer of the function module names no process that can be watched: " +
                        response.substr(0, longestReason));

@@ -23,7 +23,7 @@ void JobEntryManagerBase::WriteJobList() {
     std::vector<JobListInfo> records;
     records.reserve(jobList.size());
     GetJobList(records);
-    // Reported by the companion; the next change writes the whole list again.
+    // A failure is logged by the callee; the next change writes the whole list again.
     (void)ControllerCSWrapper::CreateJsonFile(ControllerCSWrapper::Serialize(L"JobList", records),
                                               ControllerCSWrapper::GetJobListFile());
 }

@@ -59,7 +59,7 @@ std::vector<std::wstring> JobEntryManagerBase::JobsOlderThan(double seconds) {
     const std::int64_t now = platform::Now();
     std::vector<std::wstring> ids;
     for (const auto& job : jobList) {
-        // A job that never started counts as started before 1970.
+        // A job that was never started has the start time -1 and is therefore older than any limit.
         if (static_cast<double>(now - job->GetStartTime()) > seconds) {
             ids.push_back(job->GetId());
         }

@@ -9,7 +9,7 @@
 
 namespace {
 
-/// Takes the text that names this job, its id or else its number, out of what was asked for.
+/// Removes the text that names this job, its id or else its number, from `requested` and returns it.
 std::optional<std::wstring> TakeName(const JobEntry& job, std::set<std::wstring>& requested) {
     ControllerLogManager::DebugLog(job.GetId());
     std::optional<std::wstring> name = queue::TakeRequested(job.GetId(), job.GetSeqId(), requested);
@@ -32,7 +32,7 @@ StatusByName CollectStatuses(const std::list<std::shared_ptr<JobEntry>>& jobs, s
     return statuses;
 }
 
-/// Gives the answer for one requested id. Of an unknown one only status and id are set.
+/// Sets the answer for one requested id. For an unknown job only status and id are set.
 void Answer(const StatusByName& statuses, const std::wstring& id, JobStatusInfo& answer) {
     ControllerLogManager::DebugLog(id);
     const auto found = statuses.find(id);

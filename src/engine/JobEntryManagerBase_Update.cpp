@@ -11,7 +11,7 @@
 
 namespace {
 
-/// Reads which job a result report is about and what it says; false (logged with `kind`) when it cannot be read.
+/// Parses the job id and the verdict of a result report. On failure logs `kind` and returns false.
 bool ReadResult(const std::wstring& json, const std::wstring& kind, std::wstring& jobId, bool& succeeded) {
     std::vector<std::pair<int, std::wstring>> messages;
     std::vector<std::wstring> outputFiles;

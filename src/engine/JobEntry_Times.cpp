@@ -22,7 +22,7 @@ std::int64_t JobEntry::GetStartTime() {
 std::wstring JobEntry::CreateTimeString(const std::int64_t& time) {
     const platform::CalendarTime utc = platform::ToUtc(time);
     std::wostringstream text;
-    text.imbue(std::locale::classic()); // no grouping of the year's digits
+    text.imbue(std::locale::classic()); // no digit grouping in the year
     text << std::setfill(L'0') << std::setw(4) << utc.year << L'-' << std::setw(2) << utc.month << L'-' << std::setw(2)
          << utc.day << L'T' << std::setw(2) << utc.hour << L':' << std::setw(2) << utc.minute << L':' << std::setw(2)
          << utc.second << L'Z';
@@ -30,7 +30,7 @@ std::wstring JobEntry::CreateTimeString(const std::int64_t& time) {
 }
 
 std::int64_t JobEntry::ConvertTimeStringToStruct(const std::wstring& text) {
-    // What the text does not give stays zero; a time of which nothing is given is before 1970, and so -1.
+    // Missing fields stay zero; a time with all fields missing lies before 1970 and yields -1.
     platform::CalendarTime fields;
     std::swscanf(text.c_str(), L"%04d-%02d-%02dT%02d:%02d:%02d", &fields.year, &fields.month, &fields.day, &fields.hour,
                  &fields.minute, &fields.second);

@@ -17,7 +17,7 @@
 
 namespace {
 
-/// What the scenario itself says at its end; a result that is missing or cannot be read is no success.
+/// The result written by the scenario; a missing or invalid result counts as a failure.
 struct Result {
     explicit Result(const std::wstring& path) {
         std::vector<std::wstring> outputFiles;
@@ -30,7 +30,7 @@ struct Result {
     std::vector<std::pair<int, std::wstring>> messages;
 };
 
-/// The end of a sentence about the job's process.
+/// Returns the end of a sentence about the job's process.
 std::wstring EndingOf(void* process) {
     const auto exitCode = process == nullptr ? std::nullopt : platform::ExitCode(process);
     return exitCode ? L"ended with " + platform::ExitCodeText(*exitCode) : std::wstring(L"ended");

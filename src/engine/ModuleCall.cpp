@@ -9,7 +9,7 @@ namespace {
 
 constexpr long noResult = -1;
 
-/// Into the log, and into the place of the module's answer.
+/// Logs the exception and stores its text as the module's answer.
 void TellThrown(const std::string& activity, const std::string& reason, std::wstring& output) {
     const std::string text = "The function module threw while it " + activity + ": " + reason;
     ControllerLogManager::ErrorLog(text);

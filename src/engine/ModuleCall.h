@@ -4,9 +4,8 @@
 
 #include <string>
 
-/// Calls a function of the modules and hands its result back. A module that throws must not take the host with it: that
-/// is logged and gives -1, as a function that nobody offers does. `activity` completes "The function module threw while
-/// it ".
+/// Calls a function of the modules and returns its result; -1 if no module provides it. An exception of the module must
+/// not end the host: it is logged and yields -1. `activity` completes "The function module threw while it ".
 [[nodiscard]] long CallModule(const FunctionManager& modules, const std::string& functionName,
                               const std::wstring& input, std::wstring& output, FunctionManager::Callback callback,
                               const std::string& activity);

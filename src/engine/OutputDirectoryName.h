@@ -4,7 +4,7 @@
 
 #include <string>
 
-/// The name of the directory that a job gets in its output directory: that of its first input file without its
-/// extension, and without a version number behind that. Empty for a path that ends in a separator or names nothing but
-/// an extension.
+/// Returns the name of a job's directory in its output directory: the name of its first input file without extension
+/// and version number. Returns an empty name for a path that ends in a separator or whose name consists of an extension
+/// only.
 CONTROLLER_API std::wstring OutputDirectoryName(const std::wstring& firstInputFile);

@@ -11,13 +11,12 @@
 #include <string>
 #include <utility>
 
-/// The rules of the queue of jobs: which job a request names, how a status may change, how jobs are numbered. They know
-/// no engine, no file and no clock. Pure functions, any thread.
+/// The rules of the job queue: which job a request names, how a status may change, how jobs are numbered. Pure
+/// functions without access to engine, files or clock. Threads: any.
 namespace queue {
 
-/// Takes the name of the job with this id and number, its id or else its number in decimal text, out of what was
-/// requested, and returns it; nothing when neither was there. So each requested name stands for one job at most, the
-/// first that it is tried on.
+/// Removes the id of a job, or else its number in decimal text, from `requested` and returns it; returns nothing if
+/// neither was requested. Each requested name therefore matches at most one job, the first that it is tried on.
 inline std::optional<std::wstring> TakeRequested(const std::wstring& id, std::int32_t number,
                                                  std::set<std::wstring>& requested) {
     if (requested.erase(id) > 0) {
@@ -27,25 +26,26 @@ inline std::optional<std::wstring> TakeRequested(const std::wstring& id, std::in
     return requested.erase(name) > 0 ? std::optional(std::move(name)) : std::nullopt;
 }
 
-/// The number of the job after that with `number`. A job list edited by hand may hold the largest one, which is
-/// followed by the smallest.
+/// Returns the job number after `number`. A job list edited by hand may contain the largest number; the smallest one
+/// follows it.
 constexpr std::int32_t NumberAfter(std::int32_t number) {
     using Limits = std::numeric_limits<std::int32_t>;
     return number == Limits::max() ? Limits::min() : number + 1;
 }
 
-/// The number of the next job when `next` was to be it, and a job with `listed` is in the list already.
+/// Returns the next job number, given that `next` was to be used and that the list contains a job with the number
+/// `listed`.
 constexpr std::int32_t NextNumber(std::int32_t next, std::int32_t listed) {
     return listed < next ? next : NumberAfter(listed);
 }
 
-/// Only what waits is started; execution passes over everything else.
+/// Only queued jobs are started; execution skips all others.
 constexpr bool CanStart(JobStatus status) {
     return status == JobStatus::Queued;
 }
 
-/// What a cancellation makes of a job: it leaves the queue, or it is asked to stop. Nothing where there is nothing to
-/// cancel.
+/// Returns the status of a job after its cancellation: it leaves the queue, or is asked to stop. Returns nothing if the
+/// job cannot be cancelled.
 constexpr std::optional<JobStatus> AfterCancel(JobStatus status) {
     switch (status) {
     case JobStatus::Queued:
@@ -57,7 +57,8 @@ constexpr std::optional<JobStatus> AfterCancel(JobStatus status) {
     }
 }
 
-/// What the end of its process makes of a job: a cancelled one is canceled whatever its result says.
+/// Returns the status of a job after the end of its process. A job that was asked to stop is cancelled whatever its
+/// result is.
 constexpr JobStatus AfterEnd(JobStatus status, bool hasSucceeded) {
     if (status == JobStatus::Canceling) {
         return JobStatus::Canceled;
@@ -65,13 +66,13 @@ constexpr JobStatus AfterEnd(JobStatus status, bool hasSucceeded) {
     return hasSucceeded ? JobStatus::Success : JobStatus::Failed;
 }
 
-/// What a restart of the application makes of a listed job: what its end interrupted is never resumed.
+/// Returns the status of a listed job after a restart of the application. Interrupted jobs are never resumed.
 constexpr JobStatus AfterRestart(JobStatus status, bool keepsDequeued) {
     const bool stays = HasEnded(status) || (keepsDequeued && status == JobStatus::Dequeued);
     return stays ? status : JobStatus::Canceled;
 }
 
-/// A process works in the directory of an active job.
+/// An active job's directory is in use by its process.
 constexpr bool CanDelete(JobStatus status) {
     return !IsActive(status);
 }

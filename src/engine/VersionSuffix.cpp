@@ -3,7 +3,7 @@
 #include <cstddef>
 
 bool HasVersionSuffix(const std::wstring& path) {
-    // Written by hand: the standard regular expressions need stack for every character of the path.
+    // std::wregex is not used because it needs stack for every character of the path.
     const std::size_t beforeDigits = path.find_last_not_of(L"0123456789");
     if (beforeDigits == std::wstring::npos || beforeDigits + 1 == path.size() || path[beforeDigits] != L'.') {
         return false;

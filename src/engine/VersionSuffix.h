@@ -2,6 +2,6 @@
 
 #include <string>
 
-/// True when a path ends in an extension and a numeric version behind it, as CAD systems number their files
-/// ("part.prt.3"): something, a dot, something, a dot and decimal digits, all on one line.
+/// Returns true if a path ends in an extension and a numeric version, as CAD systems number their files ("part.prt.3"):
+/// at least one character, a dot, at least one character, a dot and decimal digits, without line breaks.
 bool HasVersionSuffix(const std::wstring& path);

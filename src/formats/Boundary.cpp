@@ -29,7 +29,7 @@ void LogException(const char* operation) noexcept {
         ControllerCSWrapper::WriteErrorLog(
             text::FromUtf8(std::string(operation) + " failed: " + ReasonOfCurrentException()));
     } catch (...) {
-        return; // no memory even for saying so
+        return; // no memory for the log message either
     }
 }
 

@@ -4,13 +4,14 @@
 #include <type_traits>
 #include <utility>
 
-/// Nothing that the standard library throws (out of memory, most of all) leaves this library.
+/// Prevents exceptions of the standard library, out of memory above all, from leaving this library.
 namespace boundary {
 
-/// Puts the exception that is being handled into the log: "CreateJsonFile failed: out of memory".
+/// Logs the exception that is being handled: "CreateJsonFile failed: out of memory".
 void LogException(const char* operation) noexcept;
 
-/// The result of `function`; when it throws, a log line and an empty result (false, an empty text).
+/// Returns the result of `function`. If it throws, logs the exception and returns an empty result (false, an empty
+/// text).
 template <typename Function>
 auto Guard(const char* operation, Function&& function) noexcept {
     using Result = std::invoke_result_t<Function>;

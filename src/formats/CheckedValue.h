@@ -5,8 +5,8 @@
 #include <string>
 #include <string_view>
 
-/// A value of a file that people write. It is refused right where it stands, with line and column, when the rule does
-/// not accept it. A rule says the type, the value where the file says none, what is accepted, and how to tell people:
+/// A value of a file that people write. A value that the rule rejects is reported with its line and column. A rule
+/// defines the type, the default, the accepted values, and their description for people:
 ///
 ///     struct Days {
 ///         using Value = std::int32_t;

@@ -5,14 +5,14 @@
 
 #include "CommonControllerLib/JobRecords.h"
 
-/// All events between front ends and the host: each name, and the type of its content. `messages::Serialize` and
-/// `messages::Deserialize` (formats/Messages.h) write and read them.
+/// All events between front ends and the host: each with its name and the type of its content. `messages::Serialize`
+/// and `messages::Deserialize` (formats/Messages.h) write and read them.
 namespace events {
 
-/// The content is null.
+/// The content is JSON null.
 struct Nothing {};
 
-/// Ids or, in requests, numbers of jobs.
+/// Job ids or, in requests, ids or job numbers.
 using JobNames = std::vector<std::wstring>;
 
 template <typename ContentType>
@@ -34,7 +34,7 @@ inline constexpr Event<std::wstring> fetchLocalizedStringsRequest{L"FetchLocaliz
 inline constexpr Event<Nothing> initCultureRequest{L"InitCultureRequest"};
 inline constexpr Event<Nothing> terminateRequest{L"TerminateRequest"};
 
-// Requests that only a host with dialogs could serve.
+// Requests that need a host with dialogs.
 inline constexpr Event<Nothing> fetchServiceListRequest{L"FetchServiceListRequest"};
 inline constexpr Event<Nothing> fetchUserSettingsRequest{L"FetchUserSettingsRequest"};
 inline constexpr Event<Nothing> writeUserSettingsRequest{L"WriteUserSettingsRequest"};
@@ -44,7 +44,7 @@ inline constexpr Event<Nothing> fetchScenarioEditorPathRequest{L"FetchScenarioEd
 inline constexpr Event<Nothing> fetchPreviousStateFilePathRequest{L"FetchPreviousStateFilePathRequest"};
 inline constexpr Event<Nothing> fetchThirdPartyNoticesPathRequest{L"FetchThirdPartyNoticesPathRequest"};
 
-// Answers: from the host to the front end that asked.
+// Answers: from the host to the front end that sent the request.
 inline constexpr Event<JobEnqueueResult> enqueueJobsFinish{L"EnqueueJobsFinish"};
 inline constexpr Event<std::vector<JobStatusInfo>> cancelJobsFinish{L"CancelJobsFinish"};
 inline constexpr Event<std::vector<JobStatusInfo>> checkJobStatusResponse{L"CheckJobStatusResponse"};
@@ -56,9 +56,9 @@ inline constexpr Event<JobNames> deleteJobsResponse{L"DeleteJobsResponse"};
 inline constexpr Event<std::wstring> fetchLocalizedStringsResponse{L"FetchLocalizedStringsResponse"};
 inline constexpr Event<std::wstring> initCultureResponse{L"InitCultureResponse"};
 inline constexpr Event<Nothing> terminateResponse{L"TerminateResponse"};
-/// Why a request is not served.
+/// The reason why a request was rejected.
 inline constexpr Event<std::wstring> requestRefused{L"RequestRefused"};
-/// What is broken among the scenarios; comes before the answer to the request for them.
+/// Errors in scenarios; sent before the answer to the request for the scenarios.
 inline constexpr Event<std::vector<std::wstring>> scenarioProblems{L"ScenarioProblems"};
 
 // Broadcasts: from the host to every front end.

@@ -54,7 +54,8 @@ std::string Serialize(const Holder& holder) {
     return boundary::Guard("Serialize", [&] { return text::ToUtf8(json::Write(holder)) + "\n"; });
 }
 
-/// Only what the host itself wrote: a text that a dead host left says nothing of who runs now.
+/// Accepts only a file written by a running host: a file left by a host that has ended does not identify the current
+/// one.
 Holder ReadHolder(const std::wstring& file) {
     return boundary::Guard("ReadHolder", [&] {
         Holder holder;
@@ -67,7 +68,8 @@ Holder ReadHolder(const std::wstring& file) {
 bool FindHolder(const std::wstring& jobListFile, Holder& holder) {
     return boundary::Guard("FindHolder", [&] {
         const std::wstring lockFile = FileFor(jobListFile);
-        // Read first: a host that starts in between is not disturbed by a look at a lock that nobody seems to hold.
+        // The file is read before the lock is tested, so that the test does not disturb a host that starts while the
+        // lock is free.
         Holder found = ReadHolder(lockFile);
         if (!platform::IsLocked(lockFile)) {
             return false;

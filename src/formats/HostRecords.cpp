@@ -12,20 +12,20 @@ namespace {
 
 constexpr wchar_t ending[] = L".json";
 
-/// Empty where the user has no data directory.
+/// Returns an empty path if the user has no data directory.
 std::wstring Directory() {
     const std::wstring data = platform::UserDataDirectory();
     return data.empty() ? data : data + L"\\" + platform::applicationDirectoryName + L"\\hosts";
 }
 
-/// Hosts of one user have different process numbers at any time.
+/// The file name is the process id, which is unique among the running hosts of one user.
 std::wstring FileOf(const host_lock::Holder& holder) {
     return Directory() + L"\\" + std::to_wstring(holder.process) + ending;
 }
 
 std::vector<std::wstring> Files() {
     std::vector<platform::DirectoryEntry> entries;
-    // Without a directory there are no hosts.
+    // A directory that cannot be listed counts as empty.
     (void)platform::ListDirectory(Directory(), entries);
     std::vector<std::wstring> files;
     for (const platform::DirectoryEntry& entry : entries) {
@@ -39,7 +39,7 @@ std::vector<std::wstring> Files() {
 void RemoveOfDeadHosts() {
     for (const std::wstring& file : Files()) {
         if (host_lock::ReadHolder(file).process == 0) {
-            // What cannot be removed does no harm.
+            // A file that remains does no harm: its host is recognized as ended.
             (void)platform::RemoveFile(file);
         }
     }
@@ -62,7 +62,7 @@ platform::Error Write(const host_lock::Holder& holder) {
 
 void Remove(const host_lock::Holder& holder) {
     if (!Directory().empty()) {
-        // What cannot be removed does no harm: the lock is what counts.
+        // A file that remains does no harm: the lock decides whether a host runs.
         (void)platform::RemoveFile(FileOf(holder));
     }
 }

@@ -24,7 +24,7 @@ struct JobList {
     std::vector<JobListInfo> records;
 };
 
-/// All that is looked at in a list that cannot be read.
+/// The only member that is read from a list with errors.
 struct JobListVersion {
     std::int64_t version = json::Version::newest;
 };
@@ -55,7 +55,7 @@ namespace {
 using platform::Error;
 using platform::ErrorKind;
 
-/// The last list that could not be written.
+/// The last list whose write failed.
 struct Unwritten {
     std::wstring path;
     std::string bytes;
@@ -64,8 +64,8 @@ struct Unwritten {
 
 struct State {
     std::mutex mutex;
-    /// The file that this process wrote last or read without a problem. Spares reading it before each write only to
-    /// learn whether it is worth a backup.
+    /// The file that this process last wrote, or read without an error. If it is unchanged, it need not be read again
+    /// before a write to decide whether to keep a backup.
     std::optional<platform::FileStamp> knownGood;
     std::optional<Unwritten> unwritten;
 };
@@ -83,12 +83,12 @@ std::wstring ReplacedOf(const std::wstring& path) {
     return path + L".replaced";
 }
 
-/// How the names of what was no list begin.
+/// The prefix of the names under which invalid files are kept.
 std::wstring CorruptPrefix(const std::wstring& path) {
     return path + L".corrupt-";
 }
 
-/// A name beside the file that nothing has yet.
+/// Returns a name beside the file that is not in use.
 std::wstring FreeCorruptName(const std::wstring& path) {
     const std::wstring name = CorruptPrefix(path) + UtcStamp(platform::Now());
     std::wstring candidate = name;
@@ -109,7 +109,7 @@ bool IsOfNewerVersion(const std::string& bytes) {
     return json::Read(bytes, list, problem) && list.version > json::Version::newest;
 }
 
-/// What a look at a file in the list's place found.
+/// The result of reading the job list file: a valid list, no file, an invalid list, or a file that must be left alone.
 enum class Found { List, Nothing, NoList, Unusable };
 
 Found LookAt(const std::wstring& path, std::string& bytes, JobList& list, std::wstring& problem) {
@@ -125,7 +125,7 @@ Found LookAt(const std::wstring& path, std::string& bytes, JobList& list, std::w
     return IsOfNewerVersion(bytes) ? Found::Unusable : Found::NoList;
 }
 
-/// A file is kept as `keptAs` without a moment in which there is none at `path`.
+/// Replaces `path` and keeps the old version as `keptAs`. If `path` is a file, it exists at every moment.
 Error ReplaceKeeping(const std::wstring& path, std::string_view bytes, const std::wstring& keptAs) {
     if (!platform::IsDirectory(path)) {
         return platform::ReplaceFileKeepingBackup(path, bytes, keptAs);
@@ -142,7 +142,7 @@ void WarnOfForgottenBackup(const std::wstring& path) {
     }
 }
 
-/// Puts the backup in the place of what is no list, for which `problem` is the reason.
+/// Replaces an invalid list by its backup; `problem` is the error for the log.
 bool Restore(const std::wstring& path, JobList& list, const std::wstring& problem) {
     const std::wstring corrupt = FreeCorruptName(path);
     std::string bytes;
@@ -180,7 +180,7 @@ bool ReadOrRestore(const std::wstring& path, JobList& list) {
     return false;
 }
 
-/// For what somebody else put in the list's place.
+/// Replaces a file that another program has written.
 Error ReplaceExternalEdit(const std::wstring& path, std::string_view bytes) {
     std::string found;
     JobList list;
@@ -223,7 +223,7 @@ void NoteFailure(State& state, const std::wstring& path, std::string_view bytes,
                                       error.Text() + L". Jobs go on; until it can be written, a restart loses changes");
 }
 
-/// The same bytes as of the companion's message "JobList".
+/// Produces the same bytes as `ControllerCSWrapper::Serialize` for the message "JobList".
 std::string ListText(std::size_t count, const std::function<const JobListInfo*()>& next) {
     constexpr std::size_t sample = 32;
     std::string bytes = R"({"JobList":[)";
@@ -237,7 +237,7 @@ std::string ListText(std::size_t count, const std::function<const JobListInfo*()
         row.assign(written > 1 ? L"," : L"");
         json::Append(*record, row);
         std::size_t badAt = 0;
-        // JSON that is written here holds nothing but characters.
+        // Serialized JSON contains only valid characters.
         (void)text::EncodeUtf8(row, rowBytes, badAt);
         bytes += rowBytes;
     }

@@ -23,7 +23,7 @@ void Resolve(const std::wstring& directory, std::wstring& path) {
     }
 }
 
-/// An id of the catalogue stays as it is; so does a file name that is to be looked for in the scenario directories.
+/// An id of the catalogue stays unchanged, and so does a file name to be searched in the scenario directories.
 void ResolveScenario(const std::wstring& directory, std::wstring& id) {
     std::wstring path = id;
     Resolve(directory, path);
@@ -42,7 +42,7 @@ void ResolvePaths(const std::wstring& directory, EnqueueJobsInfo& request) {
     }
 }
 
-/// A line for each finding. A member without meaning may be the one that is said to be missing: it comes first.
+/// Returns one line per error. Unknown members come first, because one of them may be a misspelled required member.
 std::wstring AllProblems(const std::wstring& path, const std::vector<std::wstring>& unknownMembers,
                          const std::wstring& problem) {
     std::wstring all;

@@ -31,14 +31,14 @@ struct ParameterSet {
     std::vector<Parameter> parameters;
 };
 
-/// The file beside a script as it stands there.
+/// The manifest beside a script, as written.
 struct ScriptFile {
     CheckedValue<TimeLimit> timeLimitSeconds;
     std::optional<std::vector<std::int32_t>> successExitCodes;
     std::vector<ParameterSet> parameterSets;
 };
 
-/// The manifest of a package as it stands there.
+/// The manifest of a package, as written.
 struct PackageFile : ScriptFile {
     CheckedValue<DisplayName> displayName;
     std::vector<Input> inputs;

@@ -7,12 +7,12 @@
 
 namespace scenario_manifest {
 
-/// Reads what stands beside a script: time limit, exit codes and parameter sets. False, with `problem` naming the place
-/// in the text, the member and what was expected. `warnings` are appended: members that mean nothing, one text each.
+/// Parses the manifest beside a script: time limit, exit codes and parameter sets. Appends one text per unknown member
+/// to `warnings`. On failure returns false and sets `problem` to position, member and what was expected.
 [[nodiscard]] bool ParseScriptManifest(const std::string& json, ScenarioManifest& manifest, std::wstring& problem,
                                        std::vector<std::wstring>& warnings);
 
-/// Reads the manifest of a package, as above. It must have a display name, and say how to run the package.
+/// Parses the manifest of a package in the same way. The display name and the program or script to run are required.
 [[nodiscard]] bool ParsePackageManifest(const std::string& json, ScenarioManifest& manifest, std::wstring& problem,
                                         std::vector<std::wstring>& warnings);
 

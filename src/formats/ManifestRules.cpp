@@ -28,7 +28,7 @@ bool IsName(const std::wstring& text, std::size_t longest) {
     return !text.empty() && IsOneLine(text, longest);
 }
 
-/// "inf" and "nan" are none: scenarios could not take them.
+/// Rejects "inf" and "nan", which scenarios could not parse.
 template <typename Number>
 bool IsNumber(const std::wstring& text) {
     const std::string digits = text::ToUtf8(text);

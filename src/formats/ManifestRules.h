@@ -5,7 +5,7 @@
 #include <cstdint>
 #include <string>
 
-/// What each value of a manifest may be (rules of `CheckedValue`), and what must hold between them.
+/// The rules for the values of a manifest (rules of `CheckedValue`), and the conditions between them.
 namespace scenario_manifest {
 
 struct TextRule {
@@ -23,7 +23,7 @@ struct Description : TextRule {
     static bool Accepts(const std::wstring& text);
 };
 
-/// Must be able to stand in a run argument: `id name=value`.
+/// Used in a run argument: `id name=value`.
 struct Identifier : TextRule {
     static constexpr auto expected = L"a name of 1 to 100 characters without blanks, quotes and \"=\"";
     static bool Accepts(const std::wstring& name);
@@ -68,10 +68,10 @@ struct TimeLimit {
     static bool Accepts(Value seconds) { return seconds >= 0 && seconds <= 604800; }
 };
 
-/// Members that do not go together: the member and what was expected; empty when all is well.
+/// Returns the first member that conflicts with others, with what was expected; empty if there is none.
 std::wstring FindContradiction(const ScenarioManifest& manifest);
 
-/// Why a package with this manifest cannot be run; empty when it can.
+/// Returns why a package with this manifest cannot be run; empty if it can.
 std::wstring FindWhatCannotRun(const ScenarioManifest& manifest);
 
 } // namespace scenario_manifest

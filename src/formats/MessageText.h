@@ -10,10 +10,10 @@
 #include "formats/json/Reading.h"
 #include "formats/json/Writing.h"
 
-/// Messages of any record, in both directions.
+/// Serialization of messages with any record.
 namespace message_text {
 
-/// Appends `more` to `list`: all of it, or nothing and an exception.
+/// Appends all elements of `more` to `list`, or throws and appends none.
 template <typename Element>
 void AppendAll(std::vector<Element>& list, std::vector<Element>&& more) {
     if (list.empty()) {
@@ -24,7 +24,7 @@ void AppendAll(std::vector<Element>& list, std::vector<Element>&& more) {
     list.insert(list.end(), std::make_move_iterator(more.begin()), std::make_move_iterator(more.end()));
 }
 
-/// Takes the content over: lists are appended to, other values replaced.
+/// Moves the content to `value`: appends lists, replaces other values.
 template <typename Value>
 void Store(Value& content, Value& value) {
     if constexpr (json::isList<Value>) {
@@ -34,13 +34,13 @@ void Store(Value& content, Value& value) {
     }
 }
 
-/// Empty when memory runs out.
+/// Serializes a message. Returns an empty text if memory runs out.
 template <typename Value>
 std::wstring Serialize(const std::wstring& name, const Value& value) noexcept {
     return boundary::Guard("Serialize", [&] { return json::WriteEnvelope(name, value); });
 }
 
-/// The content of a message. A refusal is logged and leaves `value` as it was.
+/// Parses the content of a message. On failure logs the error and leaves `value` unchanged.
 template <typename Value>
 [[nodiscard]] bool Deserialize(const std::wstring& text, Value& value) noexcept {
     return boundary::Guard("Deserialize", [&] {

@@ -10,9 +10,9 @@
 #include "ControllerCSWrapper/ControllerCSWrapper.h"
 #include "formats/Events.h"
 
-/// The other direction of every message: the answers that a host sends and the requests that it reads. Counterpart of
-/// `ControllerCSWrapper::Serialize` and `Deserialize`, with the same rules: one member, its name; false leaves outputs
-/// as they were; any thread.
+/// The messages in the direction that `ControllerCSWrapper::Serialize` and `Deserialize` do not cover: the answers that
+/// a host sends and the requests that it receives. The same rules hold: a message is an object with one member; a
+/// function that returns false leaves its outputs unchanged. Threads: any.
 namespace messages {
 
 CONTROLLER_API std::wstring Serialize(const std::wstring& name, const JobEnqueueResult& result);
@@ -23,7 +23,7 @@ CONTROLLER_API std::wstring Serialize(const std::wstring& name, const std::wstri
 
 [[nodiscard]] CONTROLLER_API bool Deserialize(const std::wstring& text, EnqueueJobsInfo& info);
 
-/// Either direction of any event.
+/// Serialize and parse any event.
 template <typename Content>
 std::wstring Serialize(const events::Event<Content>& event, const std::type_identity_t<Content>& content) {
     if constexpr (std::is_same_v<Content, events::Nothing>) {

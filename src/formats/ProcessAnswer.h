@@ -7,22 +7,22 @@
 
 #include "platform/processes/ProcessHandle.h"
 
-/// How the answer of a module's "RunScenario" names the process that it has started: {"ProcessHandle":"0x1f4"} or
-/// {"ProcessId":1234}. The public contract is `controller_plugins/function_module.h`.
+/// The answer of a module's "RunScenario", which identifies the process that it has started: {"ProcessHandle":"0x1f4"}
+/// or {"ProcessId":1234}. The public contract is `controller_plugins/function_module.h`.
 namespace process_answer {
 
-/// One of the two.
+/// Exactly one member is set.
 struct ProcessAnswer {
-    /// Under any name but that of the other.
+    /// Accepted under any member name except that of the process id.
     std::optional<std::wstring> handle;
     std::optional<std::uint32_t> id;
 };
 
-/// Reads an answer; `problem` says what is wrong with it.
+/// Parses an answer. On failure returns false and sets `problem` to the error.
 [[nodiscard]] bool Parse(std::wstring_view json, ProcessAnswer& answer, std::wstring& problem);
 
-/// Takes ownership of the process that an answer names. False, with `problem`; whatever has the number stays its
-/// owner's then.
+/// Opens or takes over the process that an answer identifies; the caller owns `process`. On failure returns false, sets
+/// `problem` and leaves any handle of that number open.
 [[nodiscard]] bool TakeProcess(const ProcessAnswer& answer, platform::OwnedHandle& process, std::wstring& problem);
 
 } // namespace process_answer

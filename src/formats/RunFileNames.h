@@ -1,6 +1,6 @@
 #pragma once
 
-/// Names of the files in a job's work directory, by which engine, function modules, runner and front ends meet.
+/// Names of the files in a job's work directory, shared by engine, function modules, runner and front ends.
 namespace run_protocol {
 
 inline constexpr wchar_t runInfoFileName[] = L"run_scenario_info.json";

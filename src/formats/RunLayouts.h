@@ -9,7 +9,7 @@
 #include "formats/RunProtocol.h"
 #include "formats/json/Layout.h"
 
-/// How the files of a job's work directory stand in JSON.
+/// The JSON layouts of the files in a job's work directory.
 namespace run_protocol {
 
 /// One report of a running scenario.
@@ -20,7 +20,7 @@ struct ProgressReport {
 
 struct ProgressFile {
     std::wstring jobId;
-    /// The last one holds.
+    /// The last report is the current one.
     std::vector<ProgressReport> reports;
 };
 
@@ -51,7 +51,7 @@ struct Layout<run_protocol::ProgressFile> {
         std::make_tuple(Version(), Member{"jobId", &Record::jobId}, Member{"progressInfoList", &Record::reports});
 };
 
-/// A scenario's message: its code and its text.
+/// A message of a scenario: its code and its text.
 template <>
 struct Layout<std::pair<int, std::wstring>> {
     using Record = std::pair<int, std::wstring>;

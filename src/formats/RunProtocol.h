@@ -10,16 +10,16 @@
 
 #include "formats/RunFileNames.h"
 
-/// What is exchanged about one run of a scenario, in the direction that `ControllerCSWrapper` does not take: the side
-/// of function modules and of the runner. Functions that return false leave their outputs as they were.
+/// The data of one run of a scenario, in the direction that `ControllerCSWrapper` does not cover: that of function
+/// modules and of the runner. Functions that return false leave their outputs unchanged.
 namespace run_protocol {
 
-/// The environment variable of every process of a run, runner and scenario, and what it says: the native path of the
-/// run's request.
+/// The environment variable that every process of a run has, runner and scenario. Its value is the native path of the
+/// run request.
 inline constexpr wchar_t runInfoVariable[] = L"CONTROLLER_RUN_INFO";
 CONTROLLER_API std::wstring RunInfoPath(const std::wstring& workDir);
 
-/// The request that the function "RunScenario" takes.
+/// The argument of the function "RunScenario".
 struct RunScenarioInfo {
     std::wstring jobId;
     std::wstring scenarioPath;
@@ -41,37 +41,38 @@ struct RunScenarioResult {
     bool operator==(const RunScenarioResult&) const = default;
 };
 
-/// Read the request; `problem` says what is wrong with it.
+/// Parse or read the run request. On failure return false and set `problem` to the error.
 [[nodiscard]] CONTROLLER_API bool ParseRunScenarioInfo(const std::wstring& json, RunScenarioInfo& info,
                                                        std::wstring& problem);
 [[nodiscard]] CONTROLLER_API bool ReadRunScenarioInfoFile(const std::wstring& path, RunScenarioInfo& info,
                                                           std::wstring& problem);
 
-/// JSON texts of both directions.
+/// Serialize in both directions.
 CONTROLLER_API std::wstring SerializeRunScenarioInfo(const RunScenarioInfo& info);
 CONTROLLER_API std::wstring SerializeRunScenarioResult(const RunScenarioResult& result);
 CONTROLLER_API std::wstring SerializeProgress(const std::wstring& jobId, int progress, const std::wstring& message);
 
-/// Replaces a file of a work directory by such a text, all or nothing. Not flushed to the disk: a job does not outlive
-/// the machine. False (logged) when it cannot be written; a work directory that is missing was removed with its job and
-/// is not made again.
+/// Replaces a file of a work directory atomically. Not flushed to disk, because a job does not survive a crash of the
+/// machine. On failure logs the error and returns false. A missing work directory is not created again: it was removed
+/// together with its job.
 [[nodiscard]] CONTROLLER_API bool WriteFile(const std::wstring& json, const std::wstring& path);
 
-/// Makes a job's work directory, for this user alone, with what is missing on the way to it. False, with the end of a
-/// sentence about the directory in `problem`, when it cannot be made or other users could exchange it.
+/// Creates a job's work directory and its missing parents, accessible to this user only. On failure (it cannot be
+/// created, or other users could replace it) returns false and sets `problem` to the end of a sentence about the
+/// directory.
 [[nodiscard]] CONTROLLER_API bool MakeWorkDirectory(const std::wstring& workDir, std::wstring& problem);
 
-/// True for ids as the engine makes them: at most eight lower-case hexadecimal digits. Anything else could lead to
-/// another file.
+/// True for the format of the engine's job ids: one to eight lower-case hexadecimal digits. Other texts could form a
+/// path to another file.
 [[nodiscard]] bool IsJobId(std::wstring_view text);
 
-/// Where the reason of a failed job stands when its work directory cannot hold it: a file beside the job list, in the
-/// layout of a result. Empty for what is no job's id.
+/// Returns the path of the file that holds the reason of a failed job if its work directory cannot: beside the job
+/// list, in the layout of a result. Returns an empty path if `jobId` is not the id of a job.
 CONTROLLER_API std::wstring FailureNotePath(const std::wstring& jobListFile, const std::wstring& jobId);
-/// The directory of these files.
+/// Returns the directory of these files.
 CONTROLLER_API std::wstring FailureNotesDirectory(const std::wstring& jobListFile);
 
-/// The answer of "RunScenario": the handle (on Linux the pidfd) as hexadecimal text.
+/// Serializes the answer of "RunScenario": the handle (on Linux the pidfd) as hexadecimal text.
 CONTROLLER_API std::wstring SerializeProcessHandle(void* process);
 
 } // namespace run_protocol

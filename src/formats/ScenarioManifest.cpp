@@ -17,7 +17,7 @@ namespace {
 constexpr std::size_t largestManifest = std::size_t{1} << 20;
 constexpr auto manifestName = "manifest.json";
 
-/// "C:\s\mesh_report.scenario.json" of "C:\s\mesh_report.rb".
+/// Returns, for example, "C:\s\mesh_report.scenario.json" for "C:\s\mesh_report.rb".
 std::wstring ManifestBeside(const std::wstring& script) {
     const std::size_t nameBegin = script.size() - platform::FileName(script).size();
     const std::size_t dot = script.rfind(L'.');

@@ -7,18 +7,18 @@
 #include <string>
 #include <vector>
 
-/// What a scenario says of itself: the "manifest.json" of a package, or "<name>.scenario.json" beside a script.
+/// The description of a scenario: the "manifest.json" of a package, or "<name>.scenario.json" beside a script.
 namespace scenario_manifest {
 
 struct ScenarioManifest {
     std::wstring displayName;
     std::vector<InputFileSpec> inputs;
-    /// Script inside the package, with slashes; runs with `interpreter`.
+    /// The path of the script in the package, with slashes; run by `interpreter`.
     std::wstring entryPoint;
     std::wstring interpreter;
-    /// Program inside the package, with slashes; instead of `entryPoint`.
+    /// The path of the program in the package, with slashes; used instead of `entryPoint`.
     std::wstring executable;
-    /// 0: no limit.
+    /// 0 means no limit.
     std::int32_t timeLimitSeconds = 0;
     std::vector<std::int32_t> successExitCodes = {0};
     std::vector<ScenarioParameterSetInfo> parameterSets;
@@ -26,11 +26,11 @@ struct ScenarioManifest {
     bool operator==(const ScenarioManifest&) const = default;
 };
 
-/// True when the path ends in ".esa" (as this system compares names).
+/// Returns true if the path ends in ".esa", compared by the rules of this system.
 CONTROLLER_API bool IsPackage(const std::wstring& scenarioPath);
 
-/// Reads the manifest that belongs to a scenario. A script without one gets the defaults. False, with `problem` saying
-/// what is wrong with which file, when it is broken or a package has none.
+/// Reads the manifest of a scenario. A script without a manifest gets the defaults. On failure (an invalid manifest, or
+/// a package without one) returns false and sets `problem` to the file and the error.
 [[nodiscard]] CONTROLLER_API bool ReadFor(const std::wstring& scenarioPath, ScenarioManifest& manifest,
                                           std::wstring& problem);
 

@@ -20,7 +20,7 @@ std::wstring PackageProblem(const std::wstring& packagePath, const std::wstring&
     return L"The scenario package " + platform::ToNativeText(packagePath) + (goesOn ? L"" : L" ") + text + L".";
 }
 
-/// Runs an action on a package; what goes wrong becomes `problem` and false.
+/// Runs `action` on a package. On failure returns false and sets `problem`.
 template <typename Action>
 bool Attempt(const std::wstring& packagePath, std::wstring& problem, const Action& action) {
     try {
@@ -76,13 +76,13 @@ void UnpackAll(const zip::Archive& archive, const std::wstring& directory) {
     }
 }
 
-/// Removes a directory that was begun, unless all went well.
+/// Removes a partially unpacked directory unless `Keep` was called.
 class Beginning {
 public:
     explicit Beginning(const std::wstring& begunDirectory) : directory(begunDirectory) {}
     ~Beginning() {
         if (!kept) {
-            // The failure that is reported is the one before.
+            // The first failure is reported, not that of the removal.
             (void)platform::RemoveTree(directory);
         }
     }

@@ -5,20 +5,21 @@
 #include <cstddef>
 #include <string>
 
-/// Packaged scenarios: ZIP files read strictly (stored and deflated entries, checksums verified, sizes, count and ratio
-/// capped; no absolute names, drives, backslashes, "..", links, encrypted or duplicate names).
+/// Packaged scenarios: ZIP files parsed strictly. Entries are stored or deflated; checksums are verified; sizes, number
+/// of entries and compression ratio are limited; absolute names, drives, backslashes, "..", links, encrypted entries
+/// and duplicate names are rejected.
 namespace scenario_package {
 
-/// Reads one entry of a package; false, with `problem`, when the package or the entry is not usable or larger than
-/// `limit` bytes.
+/// Reads one entry of a package. On failure (package or entry invalid, or entry larger than `limit` bytes) returns
+/// false and sets `problem`.
 [[nodiscard]] CONTROLLER_API bool ReadEntry(const std::wstring& packagePath, const std::string& name, std::size_t limit,
                                             std::string& bytes, std::wstring& problem);
 
-/// True when the package is usable and has a file of this name.
+/// Returns true if the package is valid and contains a file of this name.
 CONTROLLER_API bool HasFile(const std::wstring& packagePath, const std::string& name);
 
-/// Unpacks everything below `directory`, which is made and must not exist before. False, with `problem`; nothing is
-/// left then. Files get the execute permission on Linux, because a package may hold programs.
+/// Unpacks a package into `directory`, which must not exist and is created. On failure removes the directory, returns
+/// false and sets `problem`. Files get the execute permission on Linux, because a package may contain programs.
 [[nodiscard]] CONTROLLER_API bool Unpack(const std::wstring& packagePath, const std::wstring& directory,
                                          std::wstring& problem);
 

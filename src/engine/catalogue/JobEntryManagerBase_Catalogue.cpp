@@ -15,7 +15,8 @@ namespace {
 std::vector<ScenarioFile> FindScenarioFiles(const std::vector<ScenarioDirectory>& directories) {
     std::vector<ScenarioFile> files;
     for (const ScenarioDirectory& directory : directories) {
-        FindScenarioFiles(directory, files); // what cannot be searched is passed over: the contract
+        FindScenarioFiles(directory,
+                          files); // required by the contract: directories that cannot be searched are skipped
     }
     return files;
 }
@@ -24,7 +25,7 @@ bool HasSettings(const ScenarioFile& file) {
     return file.directoryHasSettings && platform::Exists(SettingsPath(file));
 }
 
-/// What a script says of itself: without a settings file, that it takes one input.
+/// Describes a script: one input, unless its settings file says otherwise.
 ScenarioInfo DescribeScript(const ScenarioFile& file) {
     ScenarioInfo scenario;
     scenario.displayName = file.baseName;
@@ -32,7 +33,7 @@ ScenarioInfo DescribeScript(const ScenarioFile& file) {
     return scenario;
 }
 
-/// What a package says of itself; nothing when it is not usable.
+/// Describes a package; returns nothing if it is invalid.
 std::optional<ScenarioInfo> DescribePackage(const ScenarioFile& file) {
     ScenarioInfo scenario;
     if (!ControllerCSWrapper::GetScenarioInfo(FullPath(file), scenario)) {
@@ -74,7 +75,7 @@ bool JobEntryManagerBase::FetchScenarioParameterSets(std::vector<ScenarioParamet
     if (scenario == scenarioMap.end()) {
         return false;
     }
-    // The scenario is known, and that is what the result says.
+    // The result is true because the scenario is in the catalogue, even if its parameter sets cannot be read.
     (void)ControllerCSWrapper::GetScenarioParameterSetInfo(scenario->second.path, parameterSets);
     return true;
 }

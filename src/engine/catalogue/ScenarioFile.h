@@ -4,29 +4,29 @@
 
 #include <string>
 
-/// One scenario file that a search has found.
+/// One scenario file found by a search.
 struct ScenarioFile {
     /// ".rb" or ".esa".
     std::wstring extension;
     /// The searched root directory.
     std::wstring root;
-    /// The directory below the root; empty for the root itself.
+    /// The directory relative to the root; empty for the root itself.
     std::wstring relativeDirectory;
     /// The file's name without its extension.
     std::wstring baseName;
     /// The root's display label; may be empty.
     std::wstring label;
-    /// False when the search saw no settings file in the directory, so that none needs to be looked for.
+    /// False if the search found no settings file in the directory; then none is opened.
     bool directoryHasSettings = false;
 };
 
 CONTROLLER_API std::wstring FullPath(const ScenarioFile& file);
 
-/// The path below the root.
+/// The path relative to the root.
 std::wstring RelativePath(const ScenarioFile& file);
 
-/// The ".adc" file that may stand beside the scenario.
+/// The path of the optional ".adc" file beside the scenario.
 std::wstring SettingsPath(const ScenarioFile& file);
 
-/// What stands in front of the scenario's name for the user: the label and " : ", nothing without a label.
+/// The prefix of the scenario's display name: the label and " : "; empty without a label.
 std::wstring LabelPrefix(const ScenarioFile& file);

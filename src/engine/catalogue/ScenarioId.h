@@ -7,6 +7,6 @@
 /// The 64-bit FNV-1a hash of UTF-16 code units, each taken as two bytes, low byte first.
 std::uint64_t HashOf(std::u16string_view units);
 
-/// The identifier of the scenario with this label prefix and full path: the hash of both in decimal. The same on both
-/// systems and in every run.
+/// Returns the id of the scenario with this label prefix and full path: their hash in decimal, the same on both systems
+/// and in every process.
 std::wstring ScenarioId(const std::wstring& labelledPath);

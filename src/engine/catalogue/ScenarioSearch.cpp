@@ -11,14 +11,14 @@
 
 namespace {
 
-/// The breadth-first walk of one root directory. Each directory is listed once for everything.
+/// The breadth-first search of one root directory. Each directory is listed only once.
 class Walk {
 public:
     Walk(const ScenarioDirectory& walked, std::vector<ScenarioFile>& found) : root(walked), files(found) {}
 
     std::vector<UnreadableDirectory> Run() {
         for (std::size_t i = 0; i < directories.size(); ++i) {
-            const std::wstring directory = directories[i]; // a copy: the visit lengthens the list
+            const std::wstring directory = directories[i]; // a copy, because the visit appends to the list
             Visit(directory);
         }
         return std::move(unreadable);
@@ -61,7 +61,7 @@ private:
         }
     }
 
-    /// True when the link `name` in `directory` names that directory or one above it.
+    /// Returns true if the link `name` in `directory` refers to that directory or one of its parents.
     bool LeadsBackUp(const std::wstring& directory, const std::wstring& name) const {
         const auto target = IdentityOf(PathFuncs::Join(directory, name));
         std::wstring ancestor = directory;
@@ -80,7 +80,7 @@ private:
 
     const ScenarioDirectory& root;
     std::vector<ScenarioFile>& files;
-    /// Relative to the root, which is the empty text; grows during the walk.
+    /// Relative to the root, which is the empty text; grows during the search.
     std::vector<std::wstring> directories{std::wstring()};
     std::vector<platform::DirectoryEntry> entries;
     std::vector<UnreadableDirectory> unreadable;

@@ -8,15 +8,14 @@
 #include <string>
 #include <vector>
 
-/// A directory that a search could not look into.
+/// A directory that a search could not list.
 struct UnreadableDirectory {
     std::wstring path;
     platform::Error error;
 };
 
-/// Appends the scenario files of a root directory and of all directories below it: directory by directory, the upper
-/// levels first; in each the ".rb" files, then the ".esa" files, in the order in which the system lists them. A
-/// directory that cannot be listed is passed over and returned, the root among them; a link that leads back up its own
-/// path is passed over.
+/// Appends the scenario files of a root directory and all its subdirectories, breadth first; within a directory the
+/// ".rb" files, then the ".esa" files, in the order of the system's listing. Skips links that lead back to a parent
+/// directory. Returns the directories, possibly including the root, that could not be listed and were skipped.
 CONTROLLER_API std::vector<UnreadableDirectory> FindScenarioFiles(const ScenarioDirectory& directory,
                                                                   std::vector<ScenarioFile>& files);

@@ -11,7 +11,7 @@
 
 namespace {
 
-/// No scenario takes as many; a slip in the file must not cost gigabytes.
+/// Far more than any scenario needs; limits the memory that an error in the file can cost.
 constexpr std::int32_t mostSecondaryInputs = 10'000;
 
 std::size_t SecondaryInputCount(const std::wstring& text, const std::wstring& settingsPath) {

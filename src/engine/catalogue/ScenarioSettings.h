@@ -5,9 +5,9 @@
 #include <string>
 #include <vector>
 
-/// The input files that a settings file (".adc") describes; element 0 is the primary one. What the file does not say is
-/// empty. At most 10,000 secondary inputs are taken; the log warns of more.
+/// Reads the input files that a settings file (".adc") describes; element 0 is the primary one. Missing values are
+/// empty. Limited to 10,000 secondary inputs; more are logged as a warning.
 std::vector<InputFileSpec> ReadScenarioInputs(const std::wstring& settingsPath);
 
-/// The pieces of a list between its commas, not trimmed. A comma at the end adds no empty piece.
+/// Splits a list at its commas without trimming. A final comma adds no empty piece.
 std::vector<std::wstring> SplitAtCommas(const std::wstring& list);

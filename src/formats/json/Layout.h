@@ -3,16 +3,16 @@
 #include <cstdint>
 #include <string_view>
 
-/// What stands in the JSON object of a record. Said once, for reading and for writing:
+/// The members of a record's JSON object, declared once for reading and writing:
 ///
 ///     template <> struct Layout<ScenarioDirectory> {
 ///         static constexpr auto members = std::make_tuple(Member{"path", &ScenarioDirectory::path},
 ///                                                         Member{"label", &ScenarioDirectory::label});
 ///     };
 ///
-/// A member is a text, a `bool`, a whole number of 32 or 64 bit, an enumeration, a record, a list or (read only) an
-/// `std::optional` or a map by text of these. When reading, a missing member keeps its default, unknown members are
-/// passed over, and a member of another type or a repeated one refuses the whole text.
+/// A member is a text, a `bool`, a whole number of 32 or 64 bits, an enumeration, a record, a list or (read only) an
+/// `std::optional` or a map by text of these. When reading, a missing member keeps its default and unknown members are
+/// ignored; a member of the wrong type or a repeated member rejects the whole text.
 namespace json {
 
 template <typename Record>
@@ -33,7 +33,7 @@ Member(std::string_view, Value Record::*) -> Member<Record, Value>;
 template <typename Record, typename Value>
 Member(std::string_view, Value Record::*, Presence) -> Member<Record, Value>;
 
-/// A member "version" that says which layout a file has: written always, refused where it is newer than `newest`.
+/// The member "version", which identifies the layout of a file. Always written; rejected if it is newer than `newest`.
 struct Version {
     static constexpr std::string_view name = "version";
     static constexpr std::int32_t newest = 1;

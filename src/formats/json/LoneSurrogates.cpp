@@ -16,7 +16,7 @@ namespace {
 constexpr std::size_t escapeLength = 6; // \uD800
 constexpr char padding = '\xFF';
 
-/// The unit that the escape \uXXXX at `position` stands for; nothing when there is no such escape.
+/// Returns the unit of the escape \uXXXX at `position`; nothing if there is no such escape.
 std::optional<std::uint32_t> EscapedUnit(std::string_view json, std::size_t position) {
     if (position + escapeLength > json.size() || json[position] != '\\' || json[position + 1] != 'u') {
         return std::nullopt;
@@ -32,7 +32,7 @@ std::optional<std::uint32_t> EscapedUnit(std::string_view json, std::size_t posi
     return unit;
 }
 
-/// The first place that looks like the escape of a surrogate, whether or not its backslash is itself escaped.
+/// True if the text may contain the escape of a surrogate; does not check whether its backslash is itself escaped.
 bool MayHoldSurrogateEscapes(std::string_view json) {
     const auto isCandidate = [json](std::size_t i) {
         return static_cast<unsigned>(json[i] == '\\') & static_cast<unsigned>(json[i + 1] == 'u') &
@@ -56,7 +56,7 @@ bool MayHoldSurrogateEscapes(std::string_view json) {
     return false;
 }
 
-/// Looks at the escape at `position` and returns where to go on.
+/// Marks the escape at `position` if needed and returns the position to continue at.
 std::size_t MarkEscape(std::string& json, std::size_t position) {
     const auto unit = EscapedUnit(json, position);
     if (!unit || !text::IsSurrogate(*unit)) {

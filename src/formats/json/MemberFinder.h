@@ -12,17 +12,17 @@
 
 namespace json {
 
-/// Takes the parser's events and notes where the value of one member of the outermost object stands. Stops the parser
-/// where that member is repeated.
+/// Handles the parser's events and records the position of the value of one member of the outermost object. Stops the
+/// parser at a repetition of that member.
 class MemberFinder : public NumbersAsText {
 public:
     MemberFinder(const rapidjson::StringStream& source, const std::wstring& memberName)
         : stream(source), name(memberName) {}
 
     bool IsFound() const { return end > 0; }
-    /// The value in the text; blanks and a comma may follow.
+    /// Returns the value in `json`; blanks and a comma may follow it.
     std::string_view ValueIn(std::string_view json) const { return json.substr(begin, end - begin); }
-    /// What the value says when it is a plain string.
+    /// Returns the decoded value if it is a string.
     const std::optional<std::wstring>& Text() const { return text; }
 
     // The parser's events
@@ -38,14 +38,14 @@ public:
 
 private:
     bool IsWanted() const { return wanted && depth == 1; }
-    /// `taken`: so much of the value the parser has taken.
+    /// `taken`: the number of bytes of the value that the parser has already consumed.
     [[nodiscard]] bool Begin(std::size_t taken);
     void End();
 
     const rapidjson::StringStream& stream;
     const std::wstring& name;
     std::size_t depth = 0;
-    /// The last key of the outermost object was the name.
+    /// True if the last key of the outermost object was the searched name.
     bool wanted = false;
     std::size_t begin = 0;
     std::size_t end = 0;

@@ -9,15 +9,15 @@ namespace json {
 
 namespace {
 
-/// No member is longer.
+/// Names longer than this have no suggestion.
 constexpr std::size_t longestName = 64;
 
 char LowerCase(char letter) {
     return letter >= 'A' && letter <= 'Z' ? static_cast<char>(letter - 'A' + 'a') : letter;
 }
 
-/// How many letters have to be inserted, removed or replaced to make one name of the other (the Levenshtein distance,
-/// one row of its table at a time). Both names are at most `longestName` long.
+/// Returns the Levenshtein distance of two names, at most `longestName` long: the number of letters to insert, remove
+/// or replace. Calculates one row of the table at a time.
 std::size_t Distance(std::string_view left, std::string_view right) {
     std::array<std::size_t, longestName + 1> row{};
     std::iota(row.begin(), row.end(), std::size_t{0});
@@ -37,7 +37,7 @@ std::size_t Distance(std::string_view left, std::string_view right) {
 
 std::string_view NearestMember(const Shape& record, std::string_view name) {
     std::string_view nearest;
-    // A third of the letters may differ, rounded up from two of five (two letters that are swapped); at least one.
+    // The limit is a third of the letters, rounded so that two of five may differ (two swapped letters); at least one.
     std::size_t shortest = std::max<std::size_t>((name.size() + 1) / 3, 1) + 1;
     for (std::size_t i = 0; i < record.memberCount && name.size() <= longestName; ++i) {
         const std::string_view member = record.members[i].name;

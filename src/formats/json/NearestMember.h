@@ -6,8 +6,8 @@
 
 namespace json {
 
-/// The member of a record that somebody may have meant by `name`, which no member has: the one with the fewest letters
-/// to insert, remove or replace, without regard to the case of ASCII letters. Empty when none is like it.
+/// Suggests a member for the unknown name `name`: the one with the fewest letters to insert, remove or replace,
+/// ignoring the case of ASCII letters. Returns an empty name if no member is similar.
 std::string_view NearestMember(const Shape& record, std::string_view name);
 
 } // namespace json

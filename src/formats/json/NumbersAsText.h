@@ -4,7 +4,7 @@
 
 namespace json {
 
-/// The events of numbers that a parser never sends which hands numbers over as text.
+/// The number events that a parser never sends when it passes numbers as text.
 struct NumbersAsText {
     bool Int(int) { return false; }
     bool Uint(unsigned) { return false; }

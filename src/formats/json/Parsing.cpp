@@ -63,7 +63,7 @@ std::wstring PlaceOf(std::string_view text, std::size_t offset) {
 std::wstring SyntaxProblem(const std::string& text, const rapidjson::ParseResult& result, std::size_t taken) {
     if (result.IsError()) {
         std::wstring reason = text::FromTrustedWtf8(rapidjson::GetParseError_En(result.Code()));
-        // A problem is a part of a sentence; RapidJSON's are whole ones.
+        // Removes the final dot of RapidJSON's message, because a problem is part of a sentence.
         reason.erase(reason.find_last_not_of(L'.') + 1);
         return PlaceOf(text, result.Offset()) + L": not JSON: " + reason;
     }

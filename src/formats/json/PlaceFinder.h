@@ -16,20 +16,20 @@
 
 namespace json {
 
-/// One step into a text: a member of an object, or an element of a list.
+/// One step of a path into a JSON text: a member of an object, or an element of a list.
 struct Step {
-    /// Null: an element.
+    /// Null for an element.
     const char* member = nullptr;
     std::size_t element = 0;
 };
 
-/// Takes the parser's events, notes where the value begins that the steps lead to, and stops the parser there.
+/// Handles the parser's events, records the position of the value at the end of the path, and stops the parser there.
 class PlaceFinder : public NumbersAsText {
 public:
     PlaceFinder(const rapidjson::StringStream& source, std::vector<Step> wayToValue)
         : stream(source), way(std::move(wayToValue)) {}
 
-    /// Nothing when there is no such value.
+    /// Returns nothing if there is no such value.
     std::optional<std::size_t> Offset() const { return offset; }
 
     // The parser's events
@@ -47,15 +47,16 @@ private:
     /// One open object or list.
     struct Level {
         bool isList = false;
-        /// So many elements have begun.
+        /// The number of elements started.
         std::size_t begun = 0;
-        /// The last key is that of the step from here.
+        /// True if the last key is that of the next step.
         bool isKeyMeant = false;
     };
 
-    /// True when the value that begins now is where the step from its object or list leads.
+    /// Returns true if the value that starts now is the next step of its object or list.
     [[nodiscard]] bool IsStep();
-    /// `taken`: so much of the value the parser has taken. False at the value that is looked for.
+    /// `taken`: the number of bytes of the value that the parser has already consumed. Returns false at the searched
+    /// value.
     [[nodiscard]] bool Begin(std::size_t taken);
     [[nodiscard]] bool Open(bool isList);
     [[nodiscard]] bool Close();
@@ -64,7 +65,7 @@ private:
     const std::vector<Step> way;
     std::array<Level, deepest> levels;
     std::size_t depth = 0;
-    /// So many of the open objects and lists, from the outermost, lie on the way.
+    /// The number of open objects and lists, from the outermost, that are on the path.
     std::size_t onWay = 0;
     std::optional<std::size_t> offset;
 };

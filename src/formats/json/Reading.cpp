@@ -68,7 +68,7 @@ std::wstring PlaceInFile(const std::wstring& path, std::size_t limit, const std:
     }
     rapidjson::StringStream stream(text.c_str());
     PlaceFinder finder(stream, way);
-    // It stops at the value.
+    // The result is ignored: the finder stops the parser at the value.
     (void)Parse(stream, finder);
     return finder.Offset() ? PlaceOf(text, *finder.Offset()) : std::wstring();
 }

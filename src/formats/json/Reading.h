@@ -9,34 +9,36 @@
 #include "formats/json/PlaceFinder.h"
 #include "formats/json/Shape.h"
 
-/// Reading JSON texts into records. What is read: one value, strict JSON, at most 64 levels deep. Any thread.
+/// Reads JSON texts into records. The input is one value of strict JSON, nested at most 64 levels deep. Threads: any.
 namespace json {
 
-/// The largest text that is read: the job list and jobs files.
+/// The maximum size of a job list or jobs file. Units: bytes.
 inline constexpr std::size_t largestText = std::size_t{256} << 20;
-/// For the files that describe one thing: settings, manifests, what a scenario reports.
+/// The maximum size of other files: settings, manifests, reports of scenarios. Units: bytes.
 inline constexpr std::size_t largestSmallFile = std::size_t{4} << 20;
 
-/// Fills `root` from UTF-8 with or without a byte order mark. False when anything is wrong; `root` then holds parts of
-/// the text, and `problem` says what: "line 3, column 14: scenario.inputs[0].cadName: expected text, found a number".
-/// `unknownMembers`: takes what to say of the first members that no record has, also of a text that is refused; such
-/// are passed over.
+/// Reads UTF-8, with or without a byte order mark, into `root`. Unknown members are ignored; `unknownMembers`, if
+/// given, receives messages about the first of them, also for a rejected text. On failure returns false, leaves `root`
+/// partially filled, and sets `problem`: "line 3, column 14: scenario.inputs[0].cadName: expected text, found a
+/// number".
 [[nodiscard]] bool ReadTarget(std::string bytes, Target root, std::wstring& problem,
                               std::vector<std::wstring>* unknownMembers = nullptr);
-/// The same from wide text.
+/// As above, from wide text.
 [[nodiscard]] bool ReadTarget(std::wstring_view text, Target root, std::wstring& problem,
                               std::vector<std::wstring>* unknownMembers = nullptr);
 
-/// The bytes of a file of at most `limit`; `problem` names the file.
+/// Reads a file of at most `limit` bytes. On failure returns false and sets `problem`, which names the file.
 [[nodiscard]] bool LoadFile(const std::wstring& path, std::size_t limit, std::string& bytes, std::wstring& problem);
 
-/// Where a value begins in a file as it stands now: "line 3, column 14". Empty when it cannot be told.
+/// Returns the position of a value in a file as it is now: "line 3, column 14". Returns an empty text if the value
+/// cannot be found.
 std::wstring PlaceInFile(const std::wstring& path, std::size_t limit, const std::vector<Step>& way);
 
-/// "C:\a.json, line 3, column 14: ..."
+/// Prefixes a problem with its file: "C:\a.json, line 3, column 14: ..."
 std::wstring ProblemInFile(const std::wstring& path, const std::wstring& problem);
 
-/// Reads one value from text (`std::string`: UTF-8; `std::wstring_view`). A failure leaves `value` as it was.
+/// Reads one value from text (`std::string` in UTF-8, or `std::wstring_view`). On failure returns false and leaves
+/// `value` unchanged.
 template <typename Text, typename Value>
 [[nodiscard]] bool Read(Text text, Value& value, std::wstring& problem,
                         std::vector<std::wstring>* unknownMembers = nullptr) {
@@ -48,8 +50,8 @@ template <typename Text, typename Value>
     return true;
 }
 
-/// Reads one value from a file. A failure leaves `value` as it was; `problem` then names the file and the place in it.
-/// What `unknownMembers` takes names the place alone (`ProblemInFile`).
+/// Reads one value from a file. On failure returns false, leaves `value` unchanged, and sets `problem` with file and
+/// position. The messages in `unknownMembers` contain the position only; `ProblemInFile` adds the file.
 template <typename Value>
 [[nodiscard]] bool ReadFile(const std::wstring& path, std::size_t limit, Value& value, std::wstring& problem,
                             std::vector<std::wstring>* unknownMembers = nullptr) {

@@ -6,7 +6,7 @@
 #include "CommonControllerLib/ScenarioRecords.h"
 #include "formats/json/Layout.h"
 
-/// How the controller's records stand in JSON: in the job list file, jobs files, messages and scenario manifests.
+/// The JSON layouts of the controller's records in the job list file, jobs files, messages and scenario manifests.
 namespace json {
 
 template <>

@@ -7,7 +7,7 @@
 namespace json {
 namespace {
 
-/// The largest number that an element of a wide text, or two of them, can hold.
+/// The largest value that one element of a wide text, or a surrogate pair, can hold.
 constexpr std::uint32_t largestElement =
     text::hasUtf16Elements ? text::lastCodePoint : std::numeric_limits<std::uint32_t>::max();
 

@@ -16,12 +16,12 @@
 #include "formats/json/Layout.h"
 #include "text/Wtf8.h"
 
-/// What the reader needs to know of the types that it fills, so that it can be one piece of code for all of them.
+/// Type descriptions for the reader, so that one function reads all types.
 namespace json {
 
 struct Shape;
 
-/// Where the next value goes. Without a shape it is passed over.
+/// The destination of the next value. A value without a shape is ignored.
 struct Target {
     const Shape* shape = nullptr;
     void* object = nullptr;
@@ -33,22 +33,23 @@ struct MemberShape {
     Presence presence;
 };
 
-/// How a type takes each kind of JSON value. A null function: that kind is the wrong type. A false result: so is this
-/// value.
+/// How a type reads each kind of JSON value. A null function rejects the kind; a function that returns false rejects
+/// the value.
 struct Shape {
-    /// What to say that was expected.
+    /// The description of the accepted values, for error messages.
     const wchar_t* expected;
     bool (*text)(void* object, std::string_view marked) = nullptr;
     bool (*number)(void* object, std::string_view digits) = nullptr;
     bool (*boolean)(void* object, bool value) = nullptr;
-    /// Lists: makes room for one more element.
+    /// Lists: adds one element and returns its target.
     Target (*element)(void* object) = nullptr;
     /// Records: at most 64 members.
     const MemberShape* members = nullptr;
     std::size_t memberCount = 0;
-    /// Objects with members of any name: makes room for one; without a shape when this member is one too many.
+    /// Objects with members of any name: adds one member and returns its target, which has no shape if the member is
+    /// one too many.
     Target (*entry)(void* object, std::string_view marked) = nullptr;
-    /// Objects: false when something is missing at the end of it, and what to say that was found then.
+    /// Objects: returns false if a required part is missing at the end; `incomplete` then describes what was found.
     bool (*isComplete)(const void* object) = nullptr;
     const wchar_t* incomplete = nullptr;
 };
@@ -65,7 +66,7 @@ Target TargetOf(std::optional<Value>& value) {
     return TargetOf(value.emplace());
 }
 
-/// True when `digits` is a whole number that the type holds.
+/// Parses a whole number; returns false if `digits` is not one or the type cannot hold it.
 template <std::integral Number>
 [[nodiscard]] bool ParseWholeNumber(std::string_view digits, Number& number) {
     const auto result = std::from_chars(digits.data(), digits.data() + digits.size(), number);
@@ -110,7 +111,7 @@ struct ShapeOf<bool> {
     static constexpr Shape shape{.expected = L"true or false", .boolean = Read};
 };
 
-/// A text that JSON strings cannot hold comes as a list of its elements.
+/// Reads a text that no JSON string can represent, written as a list of its elements.
 struct CodePoint {
     [[nodiscard]] static bool Read(void* text, std::string_view digits);
     static Target Next(void* text) { return {&shape, text}; }
@@ -180,7 +181,7 @@ struct ShapeOf {
     static constexpr Shape shape{.expected = L"an object", .members = members.data(), .memberCount = memberCount};
 };
 
-/// A message: an object with exactly one member, of any name.
+/// A message: an object with exactly one member of any name.
 template <typename Value>
 struct Envelope {
     std::optional<Value> content;

@@ -29,8 +29,8 @@ bool IsObject(const Shape& shape) {
     return shape.memberCount > 0 || shape.entry != nullptr;
 }
 
-/// The index of the member of that name, looked for from `hint` on because members mostly come in their order;
-/// `memberCount` when there is none.
+/// Returns the index of the member of that name, `memberCount` if there is none. Starts at `hint`, because members
+/// mostly come in their declared order.
 std::size_t FindMember(const Shape& shape, std::string_view name, std::size_t hint) {
     for (std::size_t i = 0; i < shape.memberCount; ++i) {
         const std::size_t index = hint + i < shape.memberCount ? hint + i : hint + i - shape.memberCount;

@@ -16,25 +16,25 @@
 
 namespace json {
 
-/// Takes the parser's events and fills the root target with them. The first thing that does not fit stops the parser.
+/// Handles the parser's events and stores the values in the root target. The first error stops the parser.
 class ValueHandler : public NumbersAsText {
 public:
     ValueHandler(const rapidjson::StringStream& source, Target rootTarget) : stream(source), root(rootTarget) {}
 
     bool HasProblem() const { return !problem.empty(); }
-    /// What does not fit, with the path of the member.
+    /// The error, with the path of the member.
     const std::wstring& Problem() const { return problem; }
-    /// Where the value begins that does not fit.
+    /// The position of the value with the error.
     std::size_t ProblemOffset() const { return problemOffset; }
 
     struct UnknownMember {
         std::size_t offset = 0;
         std::wstring path;
         std::wstring name;
-        /// The name of the member that may have been meant; empty when none is like it.
+        /// The suggested member; empty if no member is similar.
         std::wstring meant;
     };
-    /// The first members that no record has.
+    /// The first unknown members.
     const std::vector<UnknownMember>& UnknownMembers() const { return unknownMembers; }
 
     // The parser's events
@@ -49,7 +49,8 @@ public:
     bool EndArray(rapidjson::SizeType count);
 
 private:
-    /// Bounds the memory that a hostile text can claim: values that are kept, a record counted as several.
+    /// Limits the memory that a hostile text can allocate: the number of values stored, where a record counts as
+    /// several.
     static constexpr std::size_t mostKept = std::size_t{1} << 25;
     static constexpr std::size_t recordWeight = 16;
     static constexpr std::size_t mostUnknown = 20;
@@ -57,13 +58,13 @@ private:
     /// One open object or list.
     struct Level {
         Target target;
-        /// Objects: where the value of the last key goes.
+        /// Objects: the target of the value of the last key.
         Target member;
-        /// Lists: how many elements have begun. Records: the member to expect next.
+        /// Lists: the number of elements started. Records: the index of the member expected next.
         std::size_t next = 0;
-        /// Records: the members met, one bit each.
+        /// Records: the members read, one bit each.
         std::uint64_t seen = 0;
-        /// Objects: the last key, as far as it is known.
+        /// Objects: the last key, empty if unknown. Refers to `ownName` where members may have any name.
         std::string_view name;
         std::string ownName;
     };
@@ -75,7 +76,8 @@ private:
     [[nodiscard]] bool Push(Target target);
     [[nodiscard]] bool Pop();
     [[nodiscard]] bool Keep(std::size_t weight);
-    /// `taken`: so much of the refused value the parser has taken. Of most it sends the event before it moves on.
+    /// `taken`: the number of bytes of the rejected value that the parser has already consumed. The parser sends most
+    /// events before it consumes the value.
     [[nodiscard]] bool Refuse(const std::wstring& what, std::size_t taken = 0);
     [[nodiscard]] bool RefuseType(const Shape& shape, const std::wstring& found, std::size_t taken = 0);
     std::wstring Path() const;

@@ -18,7 +18,7 @@ using text::Unit;
 
 namespace {
 
-/// Elements that stand in a JSON string as they are.
+/// True for elements that a JSON string contains unescaped.
 bool IsPlain(std::uint32_t unit) {
     return unit >= 0x20 && unit != L'"' && unit != L'\\' && unit < surrogateBegin;
 }
@@ -33,7 +33,7 @@ bool IsPlainBlock(const wchar_t* elements) {
     return special == 0;
 }
 
-/// How many elements at the beginning are plain.
+/// Returns the number of plain elements at the beginning.
 std::size_t PlainLength(std::wstring_view text) {
     std::size_t length = 0;
     while (text.size() - length >= blockLength && IsPlainBlock(text.data() + length)) {
@@ -45,7 +45,7 @@ std::size_t PlainLength(std::wstring_view text) {
     return length;
 }
 
-/// The letter of a short escape ("\n"); 0 for units without one.
+/// Returns the letter of a short escape ("\n"); 0 if the unit has none.
 wchar_t ShortEscape(std::uint32_t unit) {
     switch (unit) {
     case L'"':
@@ -78,13 +78,13 @@ bool BeginsPair(std::wstring_view text) {
     return text::TakeUtf16(text).length == 2;
 }
 
-/// What no JSON string can hold, and only a text of 32-bit elements: a number beyond Unicode, and the two halves of one
-/// character as two elements, which would be read as that one character.
+/// True for what no JSON string can represent, which occurs only in texts of 32-bit elements: a value beyond Unicode,
+/// and a surrogate pair in two elements, which would be read back as one character.
 bool IsImpossible(std::wstring_view text) {
     return !hasUtf16Elements && (Unit(text[0]) > lastCodePoint || BeginsPair(text));
 }
 
-/// Appends what is not plain and returns how many elements that were.
+/// Appends an element that needs escaping and returns the number of elements appended.
 std::size_t AppendSpecial(std::wstring_view text, std::wstring& json) {
     const std::uint32_t unit = Unit(text[0]);
     if (unit < surrogateBegin) {
@@ -105,7 +105,8 @@ std::size_t AppendSpecial(std::wstring_view text, std::wstring& json) {
 
 enum class Impossible : std::int32_t { Replace, Stop };
 
-/// Appends a text in quotes. False when it is to stop at what no JSON string can hold, and there is such.
+/// Appends a text in quotes. Returns false if `impossible` is `Stop` and the text contains something that no JSON
+/// string can represent.
 bool AppendString(std::wstring_view text, Impossible impossible, std::wstring& json) {
     json += L'"';
     while (!text.empty()) {

@@ -12,23 +12,24 @@
 #include "CommonControllerLib/Export.h"
 #include "formats/json/Layout.h"
 
-/// Writing records as JSON in wide text, without blanks. Reading gives the same records back, whatever texts they hold.
-/// Any thread.
+/// Writes records as JSON in wide text, without blanks. Reading restores every record exactly, whatever texts it
+/// contains. Threads: any.
 namespace json {
 
-/// Appends a text as a JSON string; what no JSON string can hold, as {"codePoints":[...]}.
+/// Appends a text as a JSON string, or as {"codePoints":[...]} if no JSON string can represent it.
 CONTROLLER_API void AppendText(std::wstring_view text, std::wstring& json);
 
-/// Appends the name of a member, in quotes and with its colon. What no JSON string can hold becomes the nearest text.
+/// Appends the name of a member, in quotes and with its colon. A text that no JSON string can represent becomes the
+/// most similar one.
 CONTROLLER_API void AppendName(std::wstring_view name, std::wstring& json);
 
 CONTROLLER_API void AppendNumber(std::int64_t number, std::wstring& json);
 
-/// Appends any value that a `Layout` can hold.
+/// Appends any value that a `Layout` supports.
 template <typename Value>
 void Append(const Value& value, std::wstring& json);
 
-/// The beginning of a member of a record: '"id":' for the first one, ',"id":' for others.
+/// The prefixes of a record's members: '"id":' for the first one, ',"id":' for the others.
 template <typename Record>
 const std::vector<std::wstring>& Headings() {
     static const std::vector<std::wstring> headings = std::apply(
@@ -67,7 +68,7 @@ void AppendRecord(const Record& record, std::wstring& json) {
     json += L'}';
 }
 
-/// Long lists are written by the million bytes: the room for the rest is taken from what their beginning took.
+/// Lists can take megabytes: the memory for the whole list is reserved from the size of its first elements.
 template <typename Element>
 void AppendList(const std::vector<Element>& list, std::wstring& json) {
     constexpr std::size_t sample = 32;
@@ -109,7 +110,7 @@ void Append(const Value& value, std::wstring& json) {
     }
 }
 
-/// A value as JSON.
+/// Returns a value as JSON.
 template <typename Value>
 std::wstring Write(const Value& value) {
     std::wstring json;
@@ -117,7 +118,7 @@ std::wstring Write(const Value& value) {
     return json;
 }
 
-/// A message: an object with one member.
+/// Returns a message: an object with one member.
 template <typename Value>
 std::wstring WriteEnvelope(std::wstring_view name, const Value& value) {
     std::wstring json = L"{";

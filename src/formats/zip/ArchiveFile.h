@@ -8,13 +8,13 @@
 
 namespace zip {
 
-/// The file of an archive, read at any place. Throws `Problem` when that fails. One thread at a time.
+/// An archive file with random access. Throws `Problem` on failure. Threads: one at a time.
 class ArchiveFile {
 public:
     explicit ArchiveFile(const std::wstring& path);
 
     std::uint64_t Size() const { return size; }
-    /// Replaces `bytes` by exactly `count` bytes from `offset` on.
+    /// Replaces `bytes` by exactly `count` bytes, starting at `offset`.
     void Read(std::uint64_t offset, std::size_t count, std::string& bytes) const;
 
 private:

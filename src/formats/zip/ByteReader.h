@@ -8,7 +8,7 @@
 
 namespace zip {
 
-/// Takes little-endian numbers and texts from the front of some bytes; throws `Problem` where they end too early.
+/// Reads little-endian numbers and texts from the front of a byte sequence; throws `Problem` if it is too short.
 class ByteReader {
 public:
     explicit ByteReader(std::string_view source) : bytes(source) {}

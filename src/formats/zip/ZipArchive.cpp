@@ -33,7 +33,7 @@ void CheckContentSizes(const std::vector<Entry>& entries) {
     }
 }
 
-/// Runs a check of one entry so that its problem names the entry.
+/// Runs a check of one entry and adds the entry's name to its problem.
 template <typename Action>
 auto ForEntry(const Entry& entry, const Action& action) {
     try {
@@ -95,7 +95,7 @@ void Archive::ReadDirectory(const EndRecord& end) {
     entries = ReadCentralDirectory(Bytes(end.directoryOffset, end.directorySize), end.entryCount);
 }
 
-/// In the order of the file, so that each entry must begin where those before it have ended.
+/// Checks the entries in file order, because each must begin after the end of those before it.
 void Archive::LocateData(std::uint64_t directoryOffset) {
     std::vector<Entry*> inFileOrder;
     for (Entry& entry : entries) {
@@ -109,7 +109,7 @@ void Archive::LocateData(std::uint64_t directoryOffset) {
     }
 }
 
-/// Where the entry ends with all that belongs to it.
+/// Returns the end of the entry, including its data descriptor.
 std::uint64_t Archive::LocateEntry(Entry& entry, std::uint64_t freeFrom, std::uint64_t directoryOffset) const {
     if (entry.localOffset < freeFrom) {
         throw Problem{L"overlaps another entry"};

@@ -10,18 +10,18 @@
 
 namespace zip {
 
-/// A ZIP file that was found to be sound but for the entries' data, which are checked when they are read. The central
-/// directory says what there is; local headers must agree with it. Limits: 512 MiB, 10,000 entries, 1 GiB of content,
-/// of which none above 1 MiB packed by more than 1000 to 1. Nothing overlaps. One thread at a time.
+/// A validated ZIP file; the data of an entry are checked when they are read. The central directory is authoritative,
+/// and local headers must agree with it. Limits: 512 MiB, 10,000 entries, 1 GiB of content; an entry above 1 MiB may be
+/// compressed by at most 1000 to 1; entries must not overlap. Threads: one at a time.
 class Archive {
 public:
-    /// Throws `Problem`.
+    /// Throws `Problem` if the file is not a valid archive.
     explicit Archive(const std::wstring& path);
 
     const std::vector<Entry>& Entries() const { return entries; }
-    /// Null when there is no file of this name.
+    /// Returns null if there is no file of this name. The archive owns the entry.
     const Entry* Find(std::string_view name) const;
-    /// As `ReadData`; the problem names the entry.
+    /// Reads as `ReadData` does; the problem includes the name of the entry.
     void Read(const Entry& entry, const Sink& sink) const;
 
 private:

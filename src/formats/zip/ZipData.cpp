@@ -15,7 +15,7 @@ namespace {
 
 constexpr std::size_t pieceSize = 64 * 1024;
 
-/// The bytes of an entry as they stand in the archive, piece by piece.
+/// The compressed bytes of an entry, in pieces.
 class Source {
 public:
     Source(const ArchiveFile& archiveFile, const Entry& entry)
@@ -39,7 +39,7 @@ private:
     std::string piece;
 };
 
-/// Counts and checks what comes out before it goes on to the sink.
+/// Checks the size and the checksum of the content and passes it to the sink.
 class Checker {
 public:
     Checker(const Entry& checkedEntry, const Sink& target) : entry(checkedEntry), sink(target) {}
@@ -81,7 +81,7 @@ public:
     Inflater(const Inflater&) = delete;
     Inflater& operator=(const Inflater&) = delete;
 
-    /// True when the end of the deflated stream was met.
+    /// Returns true at the end of the deflated stream.
     bool Inflate(std::string_view input, Checker& checker) {
         stream.next_in = const_cast<Bytef*>(reinterpret_cast<const Bytef*>(input.data())); // zlib does not write there
         stream.avail_in = static_cast<uInt>(input.size());

@@ -8,11 +8,11 @@
 
 namespace zip {
 
-/// Takes the content of an entry piece by piece.
+/// Receives the content of an entry in pieces.
 using Sink = std::function<void(std::string_view piece)>;
 
-/// Hands the content of an entry to `sink`, and never more than the entry's size, whatever the data hold. Throws
-/// `Problem` when data, size and checksum do not agree; what was handed over by then is worthless.
+/// Passes the content of an entry to `sink`, never more than the entry's size, whatever the data contain. Throws
+/// `Problem` if data, size and checksum do not agree; the pieces passed until then must be discarded.
 void ReadData(const ArchiveFile& archive, const Entry& entry, const Sink& sink);
 
 } // namespace zip

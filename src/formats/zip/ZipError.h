@@ -4,8 +4,8 @@
 
 namespace zip {
 
-/// Thrown where an archive is not usable; caught where the companion hands out its verdict. The text goes on after the
-/// name of the archive or entry ("is encrypted").
+/// Thrown for an invalid archive; caught at the border of `scenario_package`. The text follows the name of the archive
+/// or entry ("is encrypted").
 struct Problem {
     std::wstring text;
 };

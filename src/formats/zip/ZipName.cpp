@@ -29,14 +29,14 @@ bool IsControl(wchar_t character) {
     return character < 0x20 || (character >= 0x7f && character <= 0x9f);
 }
 
-/// "com1", "lpt9", and the same with a superscript digit, which Windows takes for one.
+/// "com1", "lpt9", and the same with a superscript digit, which Windows treats as a digit.
 bool IsNumberedDevice(const std::wstring& stem) {
     const std::wstring digits = L"0123456789\u00b9\u00b2\u00b3";
     return stem.size() == 4 && (stem.starts_with(L"com") || stem.starts_with(L"lpt")) &&
            digits.find(stem[3]) != std::wstring::npos;
 }
 
-/// Names that mean a device on Windows in any directory, with any extension.
+/// True for names that denote a device on Windows in any directory, with any extension.
 bool IsDevice(const std::wstring& part) {
     constexpr std::array<const wchar_t*, 6> devices = {L"con", L"prn", L"aux", L"nul", L"conin$", L"conout$"};
     std::wstring stem = Lowered(part.substr(0, part.find(L'.')));

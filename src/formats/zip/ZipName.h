@@ -7,21 +7,21 @@
 
 namespace zip {
 
-/// The name of an entry as text, with slashes; a directory's slash at the end is kept. Throws `Problem` for every name
-/// that could leave the directory that it is unpacked into, or that one of the systems cannot hold.
+/// Returns the name of an entry as text, with slashes; the final slash of a directory is kept. Throws `Problem` for a
+/// name that could lead out of the directory that it is unpacked into, or that one of the systems does not allow.
 std::wstring CheckedName(std::string_view bytes);
 
-/// The names of one archive; each file or directory may appear once, and no two may differ in ASCII case alone.
+/// The names of one archive. Each file or directory may occur once, and no two names may differ only in ASCII case.
 class NameSet {
 public:
-    /// Throws `Problem` when `name` (as `CheckedName` gives it) cannot stand beside those before it.
+    /// Adds `name` (a result of `CheckedName`). Throws `Problem` if it conflicts with an earlier name.
     void Add(const std::wstring& name);
 
 private:
     struct Known {
         std::wstring spelling;
         bool isDirectory = false;
-        /// Has an entry of its own, and is not just the directory of another.
+        /// True if it has an entry of its own; false if it only occurs as the parent directory of another.
         bool isEntry = false;
     };
     void AddParents(const std::wstring& path);

@@ -25,7 +25,7 @@ constexpr std::uint16_t methodStored = 0;
 constexpr std::uint16_t methodDeflated = 8;
 constexpr std::uint16_t zip64ExtraField = 1;
 
-/// The end record is the last one whose comment reaches the end of the file exactly.
+/// Finds the last end record whose comment extends exactly to the end of the file.
 std::size_t FindEndRecord(std::string_view lastBytes) {
     for (std::size_t left = lastBytes.size(); left >= endRecordSize; --left) {
         const std::size_t place = left - endRecordSize;
@@ -64,7 +64,7 @@ void CheckFlags(std::uint16_t flags) {
     }
 }
 
-/// One record of the central directory as it stands there.
+/// One record of the central directory, as stored.
 struct CentralRecord {
     std::uint16_t flags = 0;
     std::uint16_t method = 0;
@@ -173,7 +173,7 @@ Entry CheckedEntry(const CentralRecord& record) {
             0};
 }
 
-/// A local header says what the directory says; when a data descriptor follows, it may leave any of it open (0).
+/// True if a local header agrees with the directory. With a data descriptor, any local value may be 0 instead.
 bool Agrees(std::uint32_t local, std::uint32_t listed, const Entry& entry) {
     return local == listed || (local == 0 && entry.HasDataDescriptor());
 }

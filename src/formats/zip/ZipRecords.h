@@ -6,14 +6,14 @@
 #include <string_view>
 #include <vector>
 
-/// The records of the ZIP format, as bytes to values; limits on counts and sizes are the reader's business. Throws
-/// `Problem` for what is damaged or of a kind that this application does not take.
+/// The records of the ZIP format, parsed from bytes; the caller checks limits on counts and sizes. Throws `Problem` for
+/// damaged records and unsupported features.
 namespace zip {
 
 inline constexpr std::size_t endRecordSize = 22;
 inline constexpr std::size_t localHeaderSize = 30;
 inline constexpr std::size_t longestComment = 65535;
-/// Without its optional signature of four bytes.
+/// Excludes the optional signature of four bytes.
 inline constexpr std::size_t dataDescriptorSize = 12;
 
 struct EndRecord {
@@ -22,10 +22,10 @@ struct EndRecord {
     std::uint64_t directoryOffset = 0;
 };
 
-/// Finds and reads the end record in the last bytes of an archive; the first of them stands at `offset`.
+/// Finds and parses the end record in the last bytes of an archive, which start at `offset`.
 EndRecord ReadEndRecord(std::string_view lastBytes, std::uint64_t offset);
 
-/// What the data of an entry are, as said in three places.
+/// Checksum and sizes of an entry's data, which an archive stores in three places.
 struct EntrySizes {
     std::uint32_t crc = 0;
     std::uint32_t compressedSize = 0;
@@ -35,33 +35,33 @@ struct EntrySizes {
 };
 
 struct Entry {
-    /// As it stands in the archive.
+    /// The name as stored in the archive.
     std::string name;
-    /// The same, checked, with slashes; a directory's ends in one.
+    /// The checked name with slashes; that of a directory ends in a slash.
     std::wstring path;
     std::uint16_t flags = 0;
     bool isDeflated = false;
     EntrySizes facts;
     std::uint64_t localOffset = 0;
-    /// Where the data begin; known once the local header was read.
+    /// The offset of the data; set after the local header was read.
     std::uint64_t dataOffset = 0;
 
     bool IsDirectory() const { return name.back() == '/'; }
-    /// Checksum and sizes stand behind the data.
+    /// True if checksum and sizes follow the data.
     bool HasDataDescriptor() const { return (flags & 8) != 0; }
 };
 
-/// How a problem names an entry: `the entry "x" `.
+/// Formats the name of an entry for a problem: `the entry "x" `.
 std::wstring EntryLabel(std::string_view name);
 
-/// Reads the central directory, which must consist of exactly `count` entries.
+/// Parses the central directory, which must consist of exactly `count` entries.
 std::vector<Entry> ReadCentralDirectory(std::string_view bytes, std::uint32_t count);
 
-/// Reads an entry's local header (`localHeaderSize` bytes and the name), which must agree with the directory. The
-/// length of the extra field behind the name.
+/// Parses an entry's local header (`localHeaderSize` bytes and the name), which must agree with the directory. Returns
+/// the length of the extra field that follows the name.
 std::uint16_t CheckLocalHeader(std::string_view bytes, const Entry& entry);
 
-/// Checks the data descriptor at the beginning of `bytes`, with or without its optional signature. Its length.
+/// Checks the data descriptor at the beginning of `bytes`, with or without its optional signature. Returns its length.
 std::size_t CheckDataDescriptor(std::string_view bytes, const Entry& entry);
 
 } // namespace zip
