@@ -26,14 +26,17 @@ public:
 
     /// The first command found; `None` if there was none.
     CommandType GetCommandType();
-    /// Empty unless the command is `EnqueueJobs`.
+    /// The jobs file; empty unless the command is `EnqueueJobs`.
     std::wstring GetJobFileName() const;
     /// The ids as given, between commas; empty unless the command is `CancelJobs` or `CheckJobStatus`.
     std::vector<std::wstring> GetIds() const;
     /// The last value given, whatever the command; empty if none was given.
     std::wstring GetLogFileName() const;
+    /// As `GetLogFileName`.
     std::wstring GetOutputFileName() const;
+    /// True if the option `f` was given.
     bool IsForceClientMode() const;
+    /// True if the option `m` was given.
     bool IsForceServerMode() const;
 
 private:

@@ -20,7 +20,9 @@ public:
     virtual bool UpdateProgress(const std::vector<JobStatusInfo>& infos) = 0;
     /// The jobs that were cancelled or asked to stop.
     virtual bool CancelJobsFinish(const std::vector<JobStatusInfo>& infos) = 0;
+    /// The scenarios of the catalogue.
     virtual bool FetchScenariosResponse(const std::vector<ScenarioInfo>& scenarios) = 0;
+    /// The parameter sets of the requested scenario.
     virtual bool FetchScenarioParameterSetsResponse(const std::vector<ScenarioParameterSetInfo>& parameterSets) = 0;
     /// The whole job list.
     virtual bool InitJobsResponse(const std::vector<JobListInfo>& jobs) = 0;
@@ -30,16 +32,22 @@ public:
     virtual bool FetchLocalizedStringsResponse(const std::wstring& strings) = 0;
     /// The culture selected in the settings.
     virtual bool InitCultureResponse(const std::wstring& culture) = 0;
+    /// The engine's process ends.
     virtual bool TerminateResponse() = 0;
+    /// The services that the host offers.
     virtual bool FetchServiceListResponse(const std::vector<ServiceInfo>& services) = 0;
+    // Answers to the requests about the user's settings.
     virtual bool FetchUserSettingsResponse(const UserSettingsInfo& settings) = 0;
     virtual bool WriteUserSettingsResponse() = 0;
     virtual bool ClearUserSettingsResponse(const UserSettingsInfo& settings) = 0;
     virtual bool ShowSettingDialogResponse() = 0;
+    /// The path of the scenario editor.
     virtual bool FetchScenarioEditorPathResponse(const std::wstring& path) = 0;
+    /// The path of the file with the front end's previous state.
     virtual bool FetchPreviousStateFilePathResponse(const std::wstring& path) = 0;
     /// The status of the requested jobs; each element's `id` is the text given in the request.
     virtual bool CheckJobStatusResponse(const std::vector<JobStatusInfo>& infos) = 0;
+    /// The path of the third-party notices.
     virtual bool FetchThirdPartyNoticesPathResponse(const std::wstring& path) = 0;
 
 protected:

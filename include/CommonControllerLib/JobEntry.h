@@ -13,6 +13,7 @@
 class CONTROLLER_API JobEntry {
 public:
     JobEntry();
+    /// Copies the record; the entry has no process handle.
     explicit JobEntry(const JobListInfo& record);
     /// A copy refers to the same process handle, and each destructor closes it. Share entries instead of copying them.
     JobEntry(const JobEntry&) = default;
@@ -50,12 +51,14 @@ public:
     void* GetProcessHandle() const { return processHandle; }
     /// Takes ownership of `handle`. Does not close a handle stored before.
     void SetProcessHandle(void* handle) { processHandle = handle; }
+    /// Closes the handle and sets it to null.
     void CloseProcessHandle();
 
+    /// The part of the record that is reported to front ends.
     JobStatusInfo GetJobStatusInfo();
 
-    /// Stores the progress. `message` is stored only if a message is stored already; nothing in the library stores a
-    /// first one.
+    /// Stores the progress, in percent. `message` only replaces an earlier message, and nothing in the library stores a
+    /// first one: required by the published interface, held by JobEntryUpdateTest.FirstProgressMessageIsNotStored.
     void UpdateProgress(int progress, const std::wstring& message);
 
     /// Store a time as UTC text. Units: seconds since the epoch.
@@ -64,6 +67,7 @@ public:
     /// Parses the start time as local time (see `ConvertTimeStringToStruct`). Returns -1 if the job was never started.
     std::int64_t GetStartTime();
 
+    /// Stores the scenario's directory and the subdirectory in it.
     void SetScenarioDir(const std::wstring& dir, const std::wstring& subDir);
 
     /// Sets the record's output directory to the directory created by `PrepareOutputDir`, if that exists.

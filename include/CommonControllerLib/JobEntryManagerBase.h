@@ -46,14 +46,16 @@ public:
     /// Starts the next queued job through the module function "RunScenario", unless a job is running. Appends every job
     /// that became `Running` or `Failed` to `updated`. Returns false when there was no job to consider. Holds the lock
     /// during the call of the module. The cursor stays on a started job, so `IsCompleted` returns true only after one
-    /// further call following the end of the last job.
+    /// further call following the end of the last job: required by the published interface, held by
+    /// ExecutionTest.CursorStaysOnTheLastJobUntilOneMoreCall.
     bool ExecuteJob(Callback callback, std::vector<JobStatusInfo>& updated);
 
     /// Cancels the jobs named by id or by number (decimal text). A queued job leaves the queue (`Dequeued`); a running
     /// job is asked to stop (`Canceling`) and becomes `Canceled` when `CheckUpdate` finds that its process has ended.
     /// `cancelled` receives one record per queued job; for a running job it receives two when the function module
-    /// accepted the request, otherwise one. Unknown names and jobs in any other status are ignored. Rewrites the job
-    /// list file when `cancelled` is not empty. Returns true always.
+    /// accepted the request, otherwise one: required by the published interface, held by
+    /// CancellationTest.RunningJobWhoseModuleAcceptsIsListedTwice. Unknown names and jobs in any other status are
+    /// ignored. Rewrites the job list file when `cancelled` is not empty. Returns true always.
     ///
     /// With `waitForCanceled` it returns when no such job is `Canceling` any longer. It polls in a busy loop that
     /// yields the processor, and needs another thread that calls `CheckUpdate`.
@@ -63,8 +65,8 @@ public:
     /// delete jobs during the call.
     bool CancelAllJobs(std::vector<JobStatusInfo>& cancelled, bool waitForCanceled);
 
-    /// Calls the function "Terminate" of the module that provides it (the last one loaded). Changes no job. Threads:
-    /// takes no lock, so the module may be called by two threads at once.
+    /// Calls the function "Terminate" of the module that provides it (the last one loaded). Changes no job.
+    /// Threads: takes no lock, so the module may be called by two threads at once.
     void Terminate();
 
     /// Checks the process and files of every running job once, without waiting, and appends the changed jobs to
@@ -91,12 +93,14 @@ public:
     bool GetJobList(std::vector<JobListInfo>& records);
 
     /// Deletes the jobs named by id or number with their work directories, except active jobs, and appends the ids of
-    /// deleted jobs to `deleted`. Deleting the last job restarts the numbering. Returns true always.
+    /// deleted jobs to `deleted`. A name in `ids` that matches no deletable job is appended too if it occurs twice.
+    /// Deleting the last job restarts the numbering. Returns true always.
     bool DeleteJobs(std::vector<std::wstring>& ids, std::vector<std::wstring>& deleted);
 
     /// Searches the configured directories for scenarios, appends them to `scenarios` and adds them to the catalogue.
-    /// Returns false always; the result is in `scenarios`. Threads: takes no lock, so no other thread may enqueue jobs
-    /// or use the catalogue during the call.
+    /// Returns false always; the result is in `scenarios`: required by the published interface, held by
+    /// ScenarioCatalogueTest.FetchingTwiceGivesTheSameIdentifiersBehindWhatTheCallerHas. Threads: takes no lock, so no
+    /// other thread may enqueue jobs or use the catalogue during the call.
     bool FetchScenarios(std::vector<ScenarioInfo>& scenarios);
     /// Appends the parameter sets of a scenario of the catalogue. Returns false when `scenarioId` is not in the
     /// catalogue. Threads: takes no lock, so no other thread may fetch scenarios during the call.

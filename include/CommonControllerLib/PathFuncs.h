@@ -4,7 +4,7 @@
 
 #include <string>
 
-/// Joins path parts for the library.
+/// Joins path parts. Pure functions; threads: any.
 ///
 /// Empty parts are skipped. A backslash is inserted between the result so far and the next part unless the result ends
 /// in one. Nothing else is checked: a backslash is also inserted before a part that begins with a backslash and after a

@@ -12,7 +12,7 @@
 ///
 /// Threads: any, concurrently. No function throws. A function that returns false leaves its outputs unchanged. Output
 /// lists are appended to and never cleared. The reason why a text or file was rejected is logged with file, line and
-/// column.
+/// column; a text function returns an empty text when memory runs out.
 class CONTROLLER_API ControllerCSWrapper {
 public:
     ControllerCSWrapper() = delete;
@@ -40,6 +40,7 @@ public:
     static std::vector<ScenarioDirectory> GetScenarioDirectoryList();
     /// The culture selected in the settings, such as "de-DE".
     static std::wstring GetCultureInfo();
+    /// The culture whose texts are used where the selected one has none.
     static std::wstring GetDefaultCultureInfo();
 
     // Files
@@ -61,6 +62,7 @@ public:
 
     // Messages: a JSON object with one member, the name of the message
 
+    /// Returns the JSON text of a message; its content is null where none is given.
     static std::wstring Serialize(const std::wstring& name, const EnqueueJobsInfo& info);
     static std::wstring Serialize(const std::wstring& key, const std::vector<JobListInfo>& records);
     static std::wstring Serialize(const std::wstring& name, const std::vector<std::wstring>& texts);
@@ -82,17 +84,21 @@ public:
 
     /// Reads the job list file. An unreadable file is kept beside it as ".corrupt-<time>"; if its ".bak" is valid, that
     /// is read instead, with a warning. If the job list file does not exist, the backup is not read, because the user
-    /// has deleted the list.
+    /// has deleted the list. Returns false when there is no list, or none that can be read.
     [[nodiscard]] static bool ParseJobList(const std::wstring& path, std::vector<JobListInfo>& records);
-    /// Reads the requests of a jobs file; relative paths in it are resolved against its directory.
+    /// Appends the requests of a jobs file; relative paths in it are resolved against its directory. Returns false when
+    /// the file cannot be read or contains an error.
     [[nodiscard]] static bool ReadEnqueueJobsFile(const std::wstring& path, std::vector<EnqueueJobsInfo>& infos);
 
     // Files that scenarios read and write
 
+    /// Read the last report of a scenario: its message and its progress in percent. Return false when there is none; a
+    /// file that is missing or partially written is not logged.
     [[nodiscard]] static bool ParseProgressFile(const std::wstring& path, std::wstring& message, int& progress);
     [[nodiscard]] static bool ParseProgressFileString(const std::wstring& json, std::wstring& jobId,
                                                       std::wstring& message, int& progress);
-    /// `succeeded`: the scenario's own verdict; `pairs`: its messages with their codes; `texts`: its output files.
+    /// Read the result of a scenario. `succeeded`: the scenario's own verdict; `pairs`: its messages with their codes;
+    /// `texts`: its output files.
     [[nodiscard]] static bool ParseRunScenarioResult(const std::wstring& path, bool& succeeded,
                                                      std::vector<std::pair<int, std::wstring>>& pairs,
                                                      std::vector<std::wstring>& texts);
@@ -100,7 +106,7 @@ public:
                                                            bool& succeeded,
                                                            std::vector<std::pair<int, std::wstring>>& pairs,
                                                            std::vector<std::wstring>& texts);
-    /// Builds the argument of the function "RunScenario".
+    /// Builds the argument of the function "RunScenario"; paths are written as given.
     [[nodiscard]] static bool CreateRunScenarioInfoString(const std::wstring& jobId, const std::wstring& scenarioPath,
                                                           const std::vector<std::wstring>& inputFiles,
                                                           const std::wstring& outputFolder, const std::wstring& workDir,

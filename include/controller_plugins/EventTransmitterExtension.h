@@ -6,8 +6,8 @@
 /// The optional operations of an event transmitter, in addition to those of `EventTransmitter`. A module that provides
 /// them exports, besides `GetEventTransmitter`, under this undecorated name:
 ///
-///     EventTransmitterExtension* GetEventTransmitterExtension(const std::wstring& transmitterId, std::uint32_t
-///     version);
+///     EventTransmitterExtension* GetEventTransmitterExtension(const std::wstring& transmitterId,
+///                                                             std::uint32_t version);
 ///
 /// It returns the extension of the transmitter for the same identifier, or null when it has none of this `version`. The
 /// module owns the extension, which lives as long as the transmitter. Without an extension of its version a program

@@ -15,13 +15,15 @@
 /// - ".corrupt-<time>": an invalid file found in its place,
 /// - ".replaced": the last valid list found there that this process had neither written nor read.
 ///
-/// A missing file means that the user deleted the list: there are no jobs then, and the backup stays unused. Threads:
-/// any.
+/// A missing file means that the user deleted the list: there are no jobs then, and the backup stays unused.
+///
+/// Threads: any.
 namespace job_list_file {
 
 /// Reads the list into `records`, which must be empty. An invalid list is kept as ".corrupt-<time>" and replaced by the
-/// backup, so that the next read gives the same result. On failure (a list that cannot be opened or has a newer
-/// version) logs the error, leaves the file unchanged and returns false.
+/// backup, so that the next read gives the same result. Returns false if there is no list. On failure logs the reason
+/// and returns false: neither list nor backup is valid, or the list cannot be opened or has a newer version; in the
+/// last two cases the file is left unchanged.
 [[nodiscard]] bool Read(const std::wstring& path, std::vector<JobListInfo>& records);
 
 /// Removes temporary files of processes that were killed while they wrote the list. Call it only while holding the

@@ -84,7 +84,7 @@ bool IsImpossible(std::wstring_view text) {
     return !hasUtf16Elements && (Unit(text[0]) > lastCodePoint || BeginsPair(text));
 }
 
-/// Appends an element that needs escaping and returns the number of elements appended.
+/// Appends the beginning of a text that is not plain and returns how many of its elements were read.
 std::size_t AppendSpecial(std::wstring_view text, std::wstring& json) {
     const std::uint32_t unit = Unit(text[0]);
     if (unit < surrogateBegin) {

@@ -4,8 +4,8 @@
 
 namespace zip {
 
-/// Thrown for an invalid archive; caught at the border of `scenario_package`. The text follows the name of the archive
-/// or entry ("is encrypted").
+/// Thrown for an invalid archive; caught within src/formats. The text follows the name of the archive or entry ("is
+/// encrypted").
 struct Problem {
     std::wstring text;
 };
