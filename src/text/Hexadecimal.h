@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-/// Hexadecimal numbers in texts, written in lower case. Pure functions, any thread.
+/// Hexadecimal numbers in texts, written in lower case. Pure functions; threads: any.
 namespace text {
 
 inline constexpr std::wstring_view hexadecimalDigits = L"0123456789abcdef";

@@ -4,7 +4,7 @@
 #include <string>
 #include <string_view>
 
-/// Decimal numbers in texts, the same in every locale and on both systems.
+/// Decimal numbers in texts, the same in every locale and on both systems. Pure functions; threads: any.
 namespace numbers {
 
 /// Parses the leading number of a text as `_wtoi` of the Windows runtime does: leading blanks and one sign are allowed,

@@ -4,9 +4,9 @@
 #include <string>
 #include <string_view>
 
-/// WTF-8: UTF-8 extended to unpaired surrogates, which strict UTF-8 cannot encode. Every wide text can be encoded and
-/// decoded without loss on the same system: unpaired UTF-16 surrogates on Windows, and on Linux U+DC80 to U+DCFF, which
-/// represent bytes of file names. Pure functions; threads: any.
+/// WTF-8: UTF-8 extended to unpaired surrogates, which strict UTF-8 cannot encode. A wide text with values up to
+/// U+10FFFF is encoded and decoded without loss on the same system: unpaired UTF-16 surrogates on Windows, and on Linux
+/// U+DC80 to U+DCFF, which represent bytes of file names. Pure functions; threads: any.
 namespace text {
 
 /// Appends the encoded text to `bytes`. A value beyond U+10FFFF, possible only in a wide text of Linux, becomes U+FFFD.
