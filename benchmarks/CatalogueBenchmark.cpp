@@ -13,7 +13,7 @@ namespace {
 constexpr int directories = 500;
 constexpr int filesPerDirectory = 20;
 
-/// 10,000 files in 500 directories: of each twenty, ten are scenarios and every second of those has settings.
+/// 10,000 files in 500 directories: ten of each twenty are scenarios, and half of these have settings.
 void MakeScenarios(const Workplace& workplace) {
     for (int directory = 0; directory < directories; ++directory) {
         const std::wstring path = L"scenarios\\group_" + std::to_wstring(directory);

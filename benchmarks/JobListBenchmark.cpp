@@ -23,7 +23,7 @@ void WriteJobList(const Workplace& workplace, std::int64_t rows) {
     }
 }
 
-/// A poll that has something to report rewrites the whole list; nothing else in it costs.
+/// A poll that reports a change rewrites the whole list, which is its only cost.
 template <class Engine>
 void RewriteJobList(benchmark::State& state) {
     const Workplace workplace;

@@ -1,6 +1,5 @@
-// Runs a number of no-op scenarios through the whole chain (engine, function module, runner, process), one after
-// another and two at a time, and the same number of bare processes. Prints "NAME SECONDS" lines.
-// Usage: job_throughput COUNT
+// Runs COUNT no-op scenarios through the whole chain (engine, function module, runner, process), one at a time and two
+// at a time, and COUNT bare processes. Prints "NAME SECONDS" lines. Usage: job_throughput COUNT
 
 #include <chrono>
 #include <cstdio>

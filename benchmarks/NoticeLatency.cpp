@@ -1,5 +1,5 @@
-// How long after the end of a job's process the job list file and the front ends say so: the host's real loop over a
-// process that the program ends itself. Prints "notice_median SECONDS". Usage: notice_latency COUNT
+// Measures the time from the end of a job's process until the job list file and the front ends show it, with the host's
+// real loop and a process that this program ends. Prints "notice_median SECONDS". Usage: notice_latency COUNT
 
 #include <algorithm>
 #include <chrono>
@@ -18,12 +18,12 @@ namespace {
 
 using Clock = std::chrono::steady_clock;
 
-/// Lists jobs as running whose process is an event.
+/// Lists running jobs whose process is an event.
 class ObservedEngine : public HostEngine {
 public:
     using HostEngine::HostEngine;
 
-    /// Ends the process of the job that was added last.
+    /// Ends the process of the last added job.
     void FinishProcess() { processEnd.Raise(); }
 
     void AddRunningJob(int number) {
@@ -40,10 +40,10 @@ private:
     platform::Event processEnd;
 };
 
-/// From the end of the process until everybody is told, which follows the writing of the list.
+/// The time from the end of the process until the broadcast, which follows the list write.
 double SecondsUntilTold(ObservedEngine& engine, LineDouble& line, int number) {
     engine.AddRunningJob(number);
-    // Wakes the loop, which then waits for the new process too.
+    // Wakes the loop, so that it also waits for the new process.
     if (!line.Deliver(1, L"InitCultureRequest", L"")) {
         throw std::runtime_error("the host takes no requests");
     }

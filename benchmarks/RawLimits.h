@@ -4,11 +4,11 @@
 #include <string>
 #include <string_view>
 
-/// The least that the machine needs for the same work, by bare system calls: what our own figures stand beside. Each
-/// throws std::system_error when a call fails.
+/// The minimal cost of the same work with plain system calls, shown beside the measured figures. Each function throws
+/// std::system_error when a call fails.
 namespace raw_limits {
 
-/// Writes a temporary file and renames it over `path`; with `flush` it is on the disk before the rename.
+/// Writes a temporary file and renames it to `path`; with `flush` the data is on the disk before the rename.
 void WriteAndRename(const std::string& path, std::string_view bytes, bool flush);
 
 /// Reads every directory below `path` once and counts the files.

@@ -4,6 +4,6 @@
 
 #include <cstddef>
 
-/// Runs the engine's queue as a host without front ends would, until nothing is left to do: it waits for the end of
-/// each process, and while one runs for the time to look at its progress file again. Returns how many jobs succeeded.
+/// Runs the engine's queue like a host without front ends, until no job is left: waits for the end of each process and
+/// reads its progress file at intervals. Returns the number of successful jobs.
 std::size_t RunUntilCompleted(HostEngine& engine);

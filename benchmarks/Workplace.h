@@ -5,7 +5,7 @@
 
 #include <string>
 
-/// A directory with settings of its own, in force as long as it lives: so many jobs at a time.
+/// A directory with its own settings, in force during its lifetime; the parameter is `parallelJobs`.
 class Workplace {
 public:
     explicit Workplace(int parallelJobs = 1);
@@ -15,12 +15,12 @@ public:
 
     std::wstring Path(const std::wstring& name) const { return directory / name; }
     std::wstring JobListFile() const { return Path(L"job_list.json"); }
-    /// A file with something in it.
+    /// Creates a small file.
     std::wstring MakeFile(const std::wstring& name) const;
 
 private:
     TemporaryDirectory directory;
 };
 
-/// A job as it stands in a list after it has run.
+/// The list record of a job that has run.
 JobListInfo FinishedJob(int number);

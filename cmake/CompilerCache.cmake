@@ -1,4 +1,4 @@
-# ccache, where the machine has it, makes a second build of the same sources nearly free, wherever they were checked out.
+# ccache, if installed, makes repeated builds of the same sources cheap, in any directory.
 find_program(CONTROLLER_CCACHE ccache)
 if(CONTROLLER_CCACHE)
   set(launcher "${CMAKE_COMMAND}" -E env "CCACHE_BASEDIR=${PROJECT_SOURCE_DIR}" CCACHE_NOHASHDIR=1

@@ -1,5 +1,5 @@
-# Two INTERFACE targets: `controller_headers` is what using a target of ours takes, and goes on to those who use it;
-# `controller_flags` is how we build our own, and goes no further: every target of ours links it PRIVATE.
+# Two INTERFACE targets: `controller_headers` holds what users of a target need and is passed on; `controller_flags` holds the
+# flags of the project's own sources and is always linked PRIVATE.
 set(CMAKE_CXX_STANDARD 20)
 set(CMAKE_CXX_STANDARD_REQUIRED ON)
 set(CMAKE_CXX_EXTENSIONS OFF)
@@ -33,7 +33,8 @@ if(CMAKE_SYSTEM_NAME STREQUAL "Linux")
 endif()
 
 if(CONTROLLER_SANITIZERS)
-  # For the whole build: GoogleTest and ours must agree, and a sanitizer in a shared library needs its run time in the program.
+  # For the whole build: GoogleTest and the project must agree, and a sanitizer in a shared library needs its run time in the
+  # program.
   add_compile_options(-fsanitize=${CONTROLLER_SANITIZERS} -fno-omit-frame-pointer -fno-sanitize-recover=all)
   add_link_options(-fsanitize=${CONTROLLER_SANITIZERS})
   if(CMAKE_CXX_COMPILER_ID STREQUAL "Clang")

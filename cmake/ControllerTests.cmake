@@ -1,6 +1,5 @@
-# Compiling the tests is most of a fresh build: nobody optimises or steps through them by their variables, and nearly each
-# file begins with GoogleTest.
-# -fpch-preprocess is for ccache.
+# Tests are most of a fresh build. They are not optimised, have little debug information, and share a precompiled GoogleTest
+# header; -fpch-preprocess is for ccache.
 set(controller_test_options -O0 -g1 -fpch-preprocess)
 function(controller_compile_as_test target)
   target_compile_options(${target} PRIVATE ${controller_test_options})
@@ -13,13 +12,12 @@ add_custom_target(unit_tests)
 # controller_add_tests(NAME [KIND unit|process|system] SOURCES FooTest.cpp ... [SUPPORT helper.cpp ...]
 #                      [LIBRARIES target ...] [PROCESS_PER_TEST])
 #
-# Builds a program; called again with its name, from any directory, it adds files to that program.
+# Builds a test program. A further call with the same NAME, from any directory, adds files to it.
 #
-# KIND becomes a label of these files' tests: unit (the default: one process, no program of the product), process (one
-# part of the product with processes that it starts) or system (host, runner and front ends as they are installed).
-# One program, one ctest entry for each test file: the file FooTest.cpp holds the suites FooTest, or whose names begin with "FooTest_".
-# A file whose suites are named otherwise fails, because its entry runs no test. With PROCESS_PER_TEST each
-# TEST() of the files gets an entry and so a process of its own: for what a process does once.
+# KIND is the label of the tests: unit (default: one process, no program of the product), process (one part of the
+# product with the processes it starts) or system (host, runner and front ends as installed). Each test file has one
+# ctest entry: FooTest.cpp holds the suites FooTest and "FooTest_...". A file with other suites fails, because its entry
+# runs no test. With PROCESS_PER_TEST each TEST() has its own entry and process, for effects that occur once per process.
 function(controller_add_tests name)
   cmake_parse_arguments(PARSE_ARGV 1 tests "PROCESS_PER_TEST" "KIND" "SOURCES;SUPPORT;LIBRARIES")
   if(NOT tests_KIND)

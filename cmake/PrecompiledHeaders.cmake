@@ -1,8 +1,6 @@
-# The standard headers that most sources of the product include, compiled once for all of them. A source still includes
-# what it uses: clang-tidy and the headers' own test compile without this.
-# Not for Windows: under a precompiled header GCC 12 no longer sees that the inline functions of mingw's wchar.h are the
-# system's, and warns of its own guesses there. Nor with clang, which only the fuzzers use: it refuses a precompiled header
-# to a target with other definitions.
+# Precompiles the standard headers that most sources include. Sources still include what they use: clang-tidy and the header tests
+# compile without this. Not for Windows: with a precompiled header GCC 12 warns about inline functions in mingw's wchar.h. Not
+# with clang (fuzzers only): it rejects a precompiled header for targets with other definitions.
 if(CMAKE_CXX_COMPILER_ID STREQUAL "GNU" AND NOT WIN32)
   set(CONTROLLER_PRECOMPILE ON)
   add_library(controller_standard_headers OBJECT "${PROJECT_SOURCE_DIR}/src/StandardHeaders.cpp")

@@ -1,4 +1,4 @@
-# Programs, shared libraries and plug-ins share one directory, so that on Windows each finds the libraries that it needs beside it.
+# Programs, shared libraries and plug-ins share one directory, because Windows searches libraries beside the program.
 set(CONTROLLER_PROGRAM_DIRECTORY "${PROJECT_BINARY_DIR}/bin")
 set(CMAKE_RUNTIME_OUTPUT_DIRECTORY "${CONTROLLER_PROGRAM_DIRECTORY}")
 set(CMAKE_LIBRARY_OUTPUT_DIRECTORY "${CONTROLLER_PROGRAM_DIRECTORY}")

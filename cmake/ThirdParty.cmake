@@ -1,5 +1,5 @@
-# Header-only packages of Debian for both builds. They live in the system's include directory, which would break the cross
-# compiler if it were named: a directory of links to just these is used instead.
+# Header-only Debian packages for both builds. The system's include directory would break the cross compiler, so a directory with
+# links to these packages is used.
 set(third_party_include "${PROJECT_BINARY_DIR}/third_party/include")
 file(MAKE_DIRECTORY "${third_party_include}")
 foreach(entry rapidjson spdlog fmt asio asio.hpp CLI)
@@ -16,7 +16,7 @@ add_library(rapidjson INTERFACE)
 target_link_libraries(rapidjson INTERFACE third_party_headers)
 target_compile_definitions(rapidjson INTERFACE RAPIDJSON_HAS_STDSTRING=1)
 
-# spdlog and fmt header-only: one source file of ours uses them.
+# spdlog and fmt, header-only; used by one source file.
 add_library(spdlog INTERFACE)
 target_link_libraries(spdlog INTERFACE third_party_headers)
 target_compile_definitions(spdlog INTERFACE SPDLOG_FMT_EXTERNAL FMT_HEADER_ONLY)
@@ -24,13 +24,13 @@ if(CMAKE_SYSTEM_NAME STREQUAL "Windows")
   target_compile_definitions(spdlog INTERFACE SPDLOG_WCHAR_FILENAMES)
 endif()
 
-# Asio header-only and without Boost.
+# Asio, header-only and without Boost.
 add_library(asio INTERFACE)
 target_link_libraries(asio INTERFACE third_party_headers)
 target_compile_definitions(asio INTERFACE ASIO_STANDALONE ASIO_NO_DEPRECATED)
 if(CONTROLLER_SANITIZERS MATCHES "address")
-  # Thread-local storage of a library that was loaded at run time crashes the leak checker now and then at the end of a
-  # process ("LeakSanitizer has encountered a fatal error"): POSIX thread-specific data instead.
+  # Thread-local storage of a library loaded at run time sometimes crashes the leak checker at process end ("LeakSanitizer has
+  # encountered a fatal error"). POSIX thread-specific data avoids this.
   target_compile_definitions(asio INTERFACE ASIO_DISABLE_THREAD_KEYWORD_EXTENSION)
 endif()
 if(CMAKE_SYSTEM_NAME STREQUAL "Windows")
@@ -40,7 +40,7 @@ endif()
 add_library(cli11 INTERFACE)
 target_link_libraries(cli11 INTERFACE third_party_headers)
 
-# Linked statically on Windows: one library less to ship.
+# Linked statically on Windows, so that no further DLL is shipped.
 if(CMAKE_SYSTEM_NAME STREQUAL "Windows")
   set(ZLIB_USE_STATIC_LIBS ON)
   set(ZLIB_LIBRARY "/usr/x86_64-w64-mingw32/lib/libz.a" CACHE FILEPATH "zlib")

@@ -22,7 +22,7 @@ void CheckInputs(const std::vector<InputFileSpec>& inputs) {
     }
 }
 
-/// Every key alone is read as it is together with the others.
+/// Each key read alone gives the same value as all keys read together.
 void CheckKeys(const std::wstring& path, const std::wstring& section, const std::vector<std::wstring>& keys) {
     const std::vector<std::wstring> values = platform::ReadProfileTexts(path, section, keys);
     fuzz::Require(values.size() == keys.size(), "there is a value for each key");
@@ -41,7 +41,7 @@ std::string LittleEndian(const std::u16string& units) {
     return bytes;
 }
 
-/// A value in quotes, which keep its blanks, is read as it was written.
+/// A quoted value, with its blanks, is read as written.
 void CheckWritten(fuzz::ByteSource& source) {
     std::wstring value;
     for (const wchar_t element : source.Text()) {
@@ -58,7 +58,7 @@ void CheckWritten(fuzz::ByteSource& source) {
 
 } // namespace
 
-/// Bytes as the settings file of a scenario; and values made of them.
+/// Reads the input as the settings of a script, then writes settings made from it.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string_view bytes = fuzz::BytesOf(data, size);
     const std::wstring path = fuzz::ScratchFile(L"scenario.adc", bytes);

@@ -43,7 +43,7 @@ void CheckLetters(const Arguments& arguments) {
     }
 }
 
-/// What the parser would pass over in silence is refused with a text of its own.
+/// Arguments that the parser would ignore are reported as usage errors.
 void CheckUsage(const Arguments& arguments) {
     try {
         controller_cli::RequireShortOptionUsage(arguments);
@@ -52,7 +52,7 @@ void CheckUsage(const Arguments& arguments) {
     }
 }
 
-/// A path that begins with a slash is taken as a path, in every place where one may stand.
+/// A path that begins with a slash is accepted as a path wherever one is allowed.
 void CheckSlashPath(const std::wstring& rest) {
     const std::wstring path = L"/home/" + rest;
     CLIArgumentParser parser;
@@ -76,7 +76,7 @@ void CheckLong(const Arguments& arguments) {
     }
 }
 
-/// True for a text that the command line hands over as it is: no option, and with a form in UTF-8.
+/// True for a text that the command line passes on unchanged: not an option, and representable in UTF-8.
 bool IsPlainValue(const std::wstring& text) {
     return !text.empty() && text[0] != L'-' && text::FromUtf8(text::ToUtf8(text)) == text &&
            text.find(L'\0') == std::wstring::npos;
@@ -118,7 +118,7 @@ void CheckHost(const Arguments& arguments) {
 
 } // namespace
 
-/// The lines of the input as the arguments of each program.
+/// Parses the lines of the input as arguments of each program.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string_view bytes = fuzz::BytesOf(data, size);
     const Arguments arguments = LinesOf(bytes);

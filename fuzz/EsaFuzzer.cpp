@@ -19,7 +19,7 @@ namespace {
 
 constexpr std::size_t largestFile = std::size_t{1} << 30;
 
-/// What lies in a directory: names with slashes; a directory's ends in one.
+/// The content of a directory by name, with slashes; names of directories end in a slash.
 using Content = std::map<std::string, std::string>;
 
 void AddContent(const std::wstring& directory, const std::string& prefix, Content& content) {
@@ -37,7 +37,7 @@ void AddContent(const std::wstring& directory, const std::string& prefix, Conten
     }
 }
 
-/// A directory that holds nothing but the directory that is unpacked into.
+/// A directory whose only entry is the target directory of unpacking.
 class Box {
 public:
     Box() { fuzz::Require(!platform::CreateNewDirectory(path), "a folder can be made"); }
@@ -46,7 +46,7 @@ public:
     Box& operator=(const Box&) = delete;
 
     std::wstring Inside() const { return path + L"\\inside"; }
-    /// The files that were unpacked. Nothing lies beside them.
+    /// The unpacked files. Checks that no others were written beside them.
     Content Files() const {
         Content content;
         Content files;
@@ -62,7 +62,7 @@ private:
     std::wstring path = fuzz::Scratch() / L"box";
 };
 
-/// Each file of the archive is there with its size, and its content is what reading it alone gives.
+/// Each file of the archive exists with its size and the same content as when read alone.
 void CheckUnpacked(const std::wstring& package, const Content& files) {
     const zip::Archive archive(package);
     std::size_t count = 0;
@@ -78,7 +78,7 @@ void CheckUnpacked(const std::wstring& package, const Content& files) {
     fuzz::Require(count == files.size(), "nothing is unpacked that has no entry");
 }
 
-/// Unpacks all of the package, or nothing.
+/// Unpacks the package completely, or leaves nothing.
 bool Unpack(const std::wstring& package, Content& files) {
     const Box box;
     std::wstring problem;
@@ -90,7 +90,7 @@ bool Unpack(const std::wstring& package, Content& files) {
     return isUnpacked;
 }
 
-/// One entry read alone: as it is, or not at all.
+/// Reads one entry alone: the correct content, or a failure.
 void CheckEntry(const std::wstring& package) {
     constexpr std::size_t limit = 100;
     std::string bytes = "before";
@@ -137,7 +137,7 @@ test_support::ZipEntry Entry(fuzz::ByteSource& source) {
     return entry;
 }
 
-/// Puts something untrue into an entry.
+/// Corrupts an entry.
 void Spoil(test_support::ZipEntry& entry, fuzz::ByteSource& source) {
     const auto number = static_cast<std::uint32_t>(source.Number());
     const auto half = static_cast<std::uint16_t>(number);
@@ -181,7 +181,7 @@ std::vector<test_support::ZipEntry> Entries(fuzz::ByteSource& source) {
     return entries;
 }
 
-/// Entries that are true are unpacked as they were packed, or refused for their names.
+/// Valid entries are unpacked as packed, or refused for their names.
 void CheckPacked(const std::vector<test_support::ZipEntry>& entries) {
     Content files;
     if (Unpack(fuzz::ScratchFile(L"packed.esa", test_support::MakeZip(entries)), files)) {
@@ -194,8 +194,8 @@ void CheckPacked(const std::vector<test_support::ZipEntry>& entries) {
 
 } // namespace
 
-/// Bytes as a package; and packages made of them, true ones and spoilt ones. Nothing is ever written beside the
-/// directory that is unpacked into, and of what is refused nothing is left.
+/// Unpacks the input as a package, then packages made from it, valid and corrupted. No file is written outside the
+/// target directory, and a refused package leaves nothing.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string_view bytes = fuzz::BytesOf(data, size);
     CheckPackage(bytes);

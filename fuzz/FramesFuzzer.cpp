@@ -14,7 +14,7 @@ using local_socket::Frame;
 using local_socket::FrameDecoder;
 using local_socket::FrameRefusal;
 
-/// Everything that a decoder made of a stream.
+/// Everything decoded from a stream.
 struct Outcome {
     std::vector<Frame> frames;
     FrameRefusal refusal = FrameRefusal::None;
@@ -31,7 +31,7 @@ Outcome DecodeAtOnce(std::string_view bytes) {
     return outcome;
 }
 
-/// `lengths` says, again and again, how long the pieces are; 0 is an empty piece.
+/// `lengths` are the sizes of the pieces, used cyclically; 0 is an empty piece.
 Outcome DecodeInPieces(std::string_view bytes, const std::vector<std::size_t>& lengths) {
     FrameDecoder decoder;
     Outcome outcome;
@@ -44,7 +44,7 @@ Outcome DecodeInPieces(std::string_view bytes, const std::vector<std::size_t>& l
     return outcome;
 }
 
-/// A text that was decoded is what is decoded from its own encoding.
+/// Decoding, encoding and decoding again gives the same text.
 void CheckText(std::string_view encoded) {
     const auto text = text::FromWtf8(encoded);
     if (text) {
@@ -71,7 +71,7 @@ void CheckStream(std::string_view bytes, const std::vector<std::size_t>& lengths
     std::for_each(outcome.frames.begin(), outcome.frames.end(), CheckFrame);
 }
 
-/// What cannot travel as a value of its own: numbers beyond Unicode.
+/// False for texts with elements beyond Unicode, which cannot be transmitted.
 bool Travels(const std::wstring& text) {
     return std::all_of(text.begin(), text.end(),
                        [](wchar_t element) { return text::Unit(element) <= text::lastCodePoint; });
@@ -96,10 +96,10 @@ void CheckSent(fuzz::ByteSource& source, std::string& stream, std::vector<Frame>
 
 } // namespace
 
-/// Bytes as the stream of a peer, at once, byte by byte and in pieces; and events made of them.
+/// Decodes the input as the stream of a peer: at once, byte by byte and in pieces. Then sends events made from it.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string_view bytes = fuzz::BytesOf(data, size);
-    // The lengths of the pieces stand at the end of the input, so that a stream can be seen as such at its beginning.
+    // The lengths are read from the end of the input, so that the input begins with the stream itself.
     std::vector<std::size_t> lengths = {1 + size % 7};
     for (const char byte : bytes.substr(size - std::min<std::size_t>(size, 8))) {
         lengths.push_back(static_cast<std::uint8_t>(byte));

@@ -12,7 +12,7 @@ namespace {
 
 using Jobs = std::vector<JobListInfo>;
 
-/// Reads behind a job that is there already. Returns what was read.
+/// Reads into a list that already has a job. Returns the jobs read.
 bool ReadList(const std::wstring& path, Jobs& jobs) {
     const Jobs before = {fuzz::Before().Job()};
     Jobs list = before;
@@ -23,7 +23,7 @@ bool ReadList(const std::wstring& path, Jobs& jobs) {
     return isRead;
 }
 
-/// The list as it was written is the one that is read.
+/// A written list is read back equal.
 void CheckWritten(const Jobs& jobs, const std::wstring& path) {
     Jobs read;
     const std::wstring json = ControllerCSWrapper::Serialize(L"JobList", jobs);
@@ -31,7 +31,7 @@ void CheckWritten(const Jobs& jobs, const std::wstring& path) {
     fuzz::Require(ReadList(path, read) && read == jobs, "a list is read as it was written");
 }
 
-/// A refused list is kept, byte by byte, beside its place.
+/// A refused list is quarantined byte by byte.
 void CheckKeptAside(const std::wstring& directory, std::string_view bytes) {
     std::vector<platform::DirectoryEntry> entries;
     fuzz::Require(!platform::ListDirectory(directory, entries) && entries.size() == 1, "one file is kept");
@@ -42,7 +42,7 @@ void CheckKeptAside(const std::wstring& directory, std::string_view bytes) {
 
 } // namespace
 
-/// Bytes as a job list file; and records made of them, as such a file.
+/// Reads the input as a job list file, then writes one with records made from it.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string_view bytes = fuzz::BytesOf(data, size);
     const std::wstring directory = fuzz::Scratch() / L"list";

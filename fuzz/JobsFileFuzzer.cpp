@@ -16,7 +16,7 @@ namespace {
 
 using Requests = std::vector<EnqueueJobsInfo>;
 
-/// Reads behind a request that is there already. Returns what was read.
+/// Reads into a list that already has a request. Returns the requests read.
 bool ReadFile(std::string_view bytes, Requests& requests) {
     const Requests before = {fuzz::Before().Request()};
     Requests list = before;
@@ -50,8 +50,8 @@ Requests CheckWritten(const Requests& requests) {
 
 } // namespace
 
-/// Bytes as a jobs file; and requests made of them, as such a file. The paths of what was read are final: they stay the
-/// same when they are written and read once more.
+/// Reads the input as a jobs file, then writes one with requests made from it. The paths read are final: writing and
+/// reading them again does not change them.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string_view bytes = fuzz::BytesOf(data, size);
     Requests requests;

@@ -101,7 +101,7 @@ void CheckWritten(const ScenarioManifest& manifest) {
 
 } // namespace
 
-/// Bytes as the manifest of a package, and as what stands beside a script.
+/// Reads the input as the manifest of a package and as the description of a script.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string bytes(fuzz::BytesOf(data, size));
     ScenarioManifest manifest;

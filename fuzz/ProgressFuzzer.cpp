@@ -25,7 +25,7 @@ bool ReadText(const std::wstring& json, Report& report) {
     return isRead;
 }
 
-/// The file reader gives the same as the text reader; but it takes no more than a small file.
+/// The file reader gives the same as the text reader, up to its size limit.
 void CheckFile(std::string_view bytes) {
     Report read;
     Report expected;
@@ -46,7 +46,7 @@ void CheckWritten(const Report& report) {
 
 } // namespace
 
-/// Bytes as a progress file, and as the same text; and a report made of them.
+/// Reads the input as a progress file and as text, then writes a report made from it.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string_view bytes = fuzz::BytesOf(data, size);
     Report report;

@@ -23,10 +23,10 @@ bool Feed(FuzzTarget target, const std::wstring& path) {
         Fail(text::ToUtf8(path + L": " + error.Text()));
         return false;
     }
-    // Told before, because an input that does harm ends the process.
+    // Printed first, because a failing input ends the process.
     std::printf("%s\n", text::ToUtf8(path).c_str());
     std::fflush(stdout);
-    // A copy of just this size, so that a sanitizer sees what reads behind it.
+    // A copy of the exact size, so that a sanitizer detects reads beyond its end.
     const std::vector<std::uint8_t> input(bytes.begin(), bytes.end());
     target(input.data(), input.size());
     return true;
@@ -34,8 +34,7 @@ bool Feed(FuzzTarget target, const std::wstring& path) {
 
 } // namespace
 
-/// Feeds each file of a directory to one fuzz target: `fuzz_regressions TARGET FOLDER`. An empty directory is a
-/// failure.
+/// Feeds each file of a directory to a fuzz target: `fuzz_regressions TARGET FOLDER`. Fails if the directory is empty.
 int main(int count, char** values) {
     const std::vector<std::wstring> arguments = platform::ProgramArguments(count, values);
     if (arguments.size() != 2) {

@@ -4,8 +4,8 @@
 #include <cstdint>
 #include <string_view>
 
-/// One of the fuzz targets, all of which stand in one program here.
+/// A fuzz target; this program contains all of them.
 using FuzzTarget = int (*)(const std::uint8_t* data, std::size_t size);
 
-/// The target of this name; null when there is none.
+/// Returns null if there is no such target.
 FuzzTarget FindFuzzTarget(std::string_view name);

@@ -23,8 +23,8 @@ bool Read(const std::wstring& text, EnqueueJobsInfo& value) {
     return messages::Deserialize(text, value);
 }
 
-/// A text that is read as `Value` is written and read back as the same; a refused one leaves the output as it was.
-/// `before`: something of that type.
+/// A text accepted as `Value` is written and read back equal; a refused one leaves the output unchanged. `before`: any
+/// value of this type.
 template <typename Value>
 void CheckText(const std::wstring& text, const Value& before) {
     Value output = before;
@@ -45,7 +45,7 @@ void CheckWritten(const std::wstring& text, const Value& value) {
     fuzz::Require(Read(text, read) && read == value, "a record is read as it was written");
 }
 
-/// Only read: a process with that number may well be there.
+/// Parsed only: a process with this number may exist.
 void CheckProcessAnswer(const std::wstring& text) {
     process_answer::ProcessAnswer answer;
     std::wstring problem;
@@ -95,7 +95,8 @@ void CheckRecords(fuzz::ByteSource& source) {
 
 } // namespace
 
-/// Bytes as each kind of message between front end, host and function module; and messages made of them.
+/// Reads the input as each kind of message between front end, host and function module, then writes messages made from
+/// it.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string_view bytes = fuzz::BytesOf(data, size);
     CheckTexts(text::FromUtf8(bytes));

@@ -12,7 +12,7 @@ namespace {
 
 using run_protocol::RunScenarioResult;
 
-/// What was read, without what stood in the outputs before.
+/// The part of the outputs that was read, without the content before it.
 RunScenarioResult Behind(const RunScenarioResult& outputs) {
     const RunScenarioResult before = fuzz::Before().RunResult();
     fuzz::Require(!outputs.messages.empty() && outputs.messages[0] == before.messages[0], "earlier messages stay");
@@ -57,7 +57,7 @@ void CheckWritten(const RunScenarioResult& result) {
 
 } // namespace
 
-/// Bytes as a result file, and as the same text; and a result made of them.
+/// Reads the input as a result file and as text, then writes a result made from it.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string_view bytes = fuzz::BytesOf(data, size);
     RunScenarioResult result;

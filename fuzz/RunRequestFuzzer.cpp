@@ -12,7 +12,7 @@ namespace {
 
 using run_protocol::RunScenarioInfo;
 
-/// A refusal has its reason, and leaves the output as it was.
+/// A refusal has a reason and leaves the output unchanged.
 bool CheckOutcome(bool isRead, const RunScenarioInfo& info, const std::wstring& problem) {
     fuzz::Require(isRead || info == fuzz::Before().RunInfo(), "a refused request leaves the output as it was");
     fuzz::Require(isRead == problem.empty(), "a refusal, and nothing else, says why");
@@ -38,7 +38,7 @@ void CheckFile(std::string_view bytes) {
     fuzz::Require(read == expected, "file and text say the same");
 }
 
-/// Both writers say what is read.
+/// Both writers write what was read.
 void CheckWritten(const RunScenarioInfo& info) {
     RunScenarioInfo read;
     std::wstring json;
@@ -52,7 +52,7 @@ void CheckWritten(const RunScenarioInfo& info) {
 
 } // namespace
 
-/// Bytes as a run request, file and text; and a request made of them.
+/// Reads the input as a run request, file and text, then writes one made from it.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string_view bytes = fuzz::BytesOf(data, size);
     RunScenarioInfo info;

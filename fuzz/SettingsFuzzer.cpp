@@ -117,8 +117,8 @@ std::wstring Written(const Settings& read) {
     return writer.Finished();
 }
 
-/// What was read can be said in a file again, which is read as the same. A path too long to be written once it was
-/// resolved, and a directory without a path, are no settings of a file.
+/// Settings that were read can be written and are read back equal. Exceptions: paths that are too long after they were
+/// resolved, and directories without a path.
 void CheckWritten(const Settings& read) {
     std::string utf8;
     std::size_t badAt = 0;
@@ -131,7 +131,7 @@ void CheckWritten(const Settings& read) {
 
 } // namespace
 
-/// Bytes as a settings file: whatever it says, the settings in force are usable.
+/// Reads the input as a settings file. The settings in force stay usable whatever it contains.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     Settings read;
     if (ReadFile(fuzz::BytesOf(data, size), read)) {

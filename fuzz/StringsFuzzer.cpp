@@ -12,7 +12,7 @@
 
 namespace {
 
-/// The text of a member; nothing, and the output as it was, when there is none.
+/// The text of a member. If there is none, returns false and leaves the output unchanged.
 bool Get(const std::wstring& json, const std::wstring& name, std::wstring& member) {
     member = L"before";
     const bool isFound = ControllerCSWrapper::GetStringResources(json, name, member);
@@ -20,7 +20,7 @@ bool Get(const std::wstring& json, const std::wstring& name, std::wstring& membe
     return isFound;
 }
 
-/// Every text of a flat object is found by its name.
+/// Each text of a flat object is found by its name.
 void CheckTexts(const std::wstring& json) {
     std::map<std::wstring, std::wstring> texts;
     std::wstring problem;
@@ -35,14 +35,14 @@ void CheckTexts(const std::wstring& json) {
     }
 }
 
-/// True for what a JSON string can hold as it is.
+/// True if a JSON string can represent the text.
 bool FitsInString(const std::wstring& text) {
     std::wstring json;
     json::AppendText(text, json);
     return json.starts_with(L'"');
 }
 
-/// A member that was written is found, whatever its name and text, beside others.
+/// A written member is found among others, whatever its name and text.
 void CheckWritten(const std::wstring& name, const std::wstring& text) {
     std::wstring json = L"{\"other\":[1],";
     std::wstring member;
@@ -54,7 +54,7 @@ void CheckWritten(const std::wstring& name, const std::wstring& text) {
     }
 }
 
-/// A file of resources in which the key is looked up in each culture.
+/// A resource file; the key is looked up in each culture.
 void CheckFile(std::string_view bytes, const std::wstring& key, const std::wstring& culture) {
     const StringManager strings(fuzz::ScratchFile(L"strings.json", bytes));
     std::wstring text = L"before";
@@ -64,7 +64,7 @@ void CheckFile(std::string_view bytes, const std::wstring& key, const std::wstri
 
 } // namespace
 
-/// Bytes as a file of string resources, looked up by common names and by names made of the bytes.
+/// Reads the input as a file of string resources, looked up by common names and by names made from the input.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string_view bytes = fuzz::BytesOf(data, size);
     const std::wstring json = text::FromUtf8(bytes);

@@ -1,6 +1,6 @@
 # frozen_string_literal: true
 
-# Shows each figure beside its limit and its aim. Usage: bench_table.rb ENGINE_JSON FIGURES_TEXT JOBS
+# Shows each figure beside its limit and its target. Usage: bench_table.rb ENGINE_JSON FIGURES_TEXT JOBS
 require "json"
 
 engine_file, figures_file, jobs = ARGV

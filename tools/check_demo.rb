@@ -1,6 +1,6 @@
 # frozen_string_literal: true
 
-# Checks that every job of the demo ended as it should. Usage: check_demo.rb DEMO_FOLDER
+# Checks that each job of the demo ended as expected. Usage: check_demo.rb DEMO_FOLDER
 require "json"
 
 MEANT_TO_FAIL = "not_an_stl.stl"

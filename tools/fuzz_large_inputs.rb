@@ -1,7 +1,7 @@
 # frozen_string_literal: true
 
-# Writes inputs of a megabyte, one folder for each fuzz target, that cost a reader the most when its time grows faster
-# than its input. Usage: ruby tools/fuzz_large_inputs.rb FOLDER
+# Writes inputs of a megabyte, one directory per fuzz target, that expose worse than linear time. Usage: ruby
+# tools/fuzz_large_inputs.rb FOLDER
 
 require 'fileutils'
 
@@ -23,7 +23,7 @@ def json_texts
   }
 end
 
-# Lists of what each target reads, as long as fits.
+# Lists of each target's input, as long as the limit allows.
 LISTS = {
   'job_list' => ['{"JobList":[', '{"inputFiles":["a"]},', '{}]}'],
   'jobs_file' => ['{"EnqueueJobs":[{"inputFileSets":[', '["../a"],', '[]]}]}'],

@@ -1,4 +1,4 @@
-# Windows x86-64, built on Linux with the posix-threads flavour of mingw-w64: the other flavour has no std::thread.
+# Windows x86-64, cross-compiled on Linux with the posix-threads variant of mingw-w64: the other variant has no std::thread.
 set(CMAKE_SYSTEM_NAME Windows)
 set(CMAKE_SYSTEM_PROCESSOR x86_64)
 

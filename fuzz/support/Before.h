@@ -4,7 +4,7 @@
 
 namespace fuzz {
 
-/// Makes what stands in an output before a reader fills it.
+/// Makes the content of an output before a reader fills it.
 inline RecordMaker Before() {
     return {[] { return std::wstring(L"before"); }, [] { return 7; }};
 }

@@ -5,8 +5,8 @@
 
 #include "fuzz/support/Require.h"
 
-/// In the place of the companion's own: an exception that the guard of a function catches is a reader's fault, and not
-/// an error to be logged.
+/// Replaces the companion's definition: in a fuzz target, an exception caught by the guard of a function is a defect of
+/// the parser.
 void boundary::LogException(const char* operation) noexcept {
     try {
         throw;

@@ -5,7 +5,7 @@
 
 namespace fuzz {
 
-/// Ends the process when a property does not hold: the fuzzer then keeps the input.
+/// Ends the process if a property does not hold, so that the fuzzer saves the input.
 inline void Require(bool holds, const char* property) {
     if (!holds) {
         std::fprintf(stderr, "A property does not hold: %s\n", property);

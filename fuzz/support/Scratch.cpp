@@ -33,7 +33,7 @@ const TemporaryDirectory& Scratch() {
 
 std::wstring ScratchFile(const std::wstring& name, std::string_view bytes) {
     const std::wstring path = Scratch() / name;
-    // Of the input before; what stays makes the next line fail.
+    // Left by the previous input; if removal fails, the next line fails.
     (void)platform::RemoveFile(path);
     platform::File file;
     Require(!file.CreateNew(path, {}) && !file.Write(bytes), "the scratch folder can be written");

@@ -7,12 +7,11 @@
 
 namespace fuzz {
 
-/// The directory of this process for readers that take a path, removed at the end of the process. Where it lies is the
-/// caller's choice (TMPDIR); in memory is quickest. While it exists the settings in force name "list/job_list.json" in
-/// it, and no log file. One thread.
+/// The directory of this process for readers of files, removed at process end. TMPDIR selects its place; memory is
+/// fastest. While it exists, the settings in force name "list/job_list.json" in it and no log file. One thread.
 const TemporaryDirectory& Scratch();
 
-/// Makes the file `name` in the scratch directory hold the bytes; its path.
+/// Writes the bytes to the file `name` in the scratch directory and returns its path.
 std::wstring ScratchFile(const std::wstring& name, std::string_view bytes);
 
 } // namespace fuzz

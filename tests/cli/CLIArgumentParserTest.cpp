@@ -10,7 +10,7 @@ namespace {
 
 using Texts = std::vector<std::wstring>;
 
-/// What a parser says after one list of arguments.
+/// The result of parsing one list of arguments.
 struct Outcome {
     bool isParsed = false;
     CLIArgumentParser::CommandType command = CLIArgumentParser::None;

@@ -23,7 +23,7 @@ using Texts = std::vector<std::wstring>;
 
 static_assert(!std::is_copy_constructible_v<CLIPresenter> && !std::is_copy_assignable_v<CLIPresenter>);
 
-/// A text file's lines as this system ends them.
+/// The lines of a text file with the line ends of this system.
 std::string Lines(const std::vector<std::string>& lines) {
     std::string text;
     for (const std::string& line : lines) {
@@ -40,7 +40,7 @@ JobStatusInfo Status(const std::wstring& id, JobStatus status) {
     return info;
 }
 
-/// A presenter whose transmitter is the test's, and whose engine answers as the test scripts it.
+/// A presenter with a test transmitter and an engine that answers from a script.
 class CLIPresenterTest : public testing::Test {
 protected:
     /// A jobs file with this many requests.
@@ -48,13 +48,13 @@ protected:
         companion.messages.jobsFiles[jobsFile] = std::vector<EnqueueJobsInfo>(requests);
     }
 
-    /// The answer to the request with the given number in the jobs file.
+    /// The response to the request with this number in the jobs file.
     void ScriptEnqueued(int request, const std::vector<JobIdInfo>& jobs) {
         const std::wstring number = std::to_wstring(request);
         companion.messages.Add(L"enqueued " + number, JobEnqueueResult{jobs, L"guid " + number, {}});
     }
 
-    /// Every request is answered before it has been sent.
+    /// Each request is answered before `SendEvent` returns.
     void AnswerAtOnce() {
         transmitter.onSend = [this](const auto& event) { Answer(event); };
     }
@@ -251,7 +251,7 @@ TEST_F(CLIPresenterTest, CancelledJobsAreLogged) {
     EXPECT_EQ(companion.Events(), (Texts{L"debug: JobID: a is canceled.", L"debug: JobID: b is canceled."}));
 }
 
-/// Says what came through `UpdateProgress`, and refuses it.
+/// Records calls of `UpdateProgress`, and refuses them.
 class ProgressPresenter final : public CLIPresenter {
 public:
     using CLIPresenter::CLIPresenter;

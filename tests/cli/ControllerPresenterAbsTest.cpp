@@ -14,7 +14,7 @@ namespace {
 
 using Texts = std::vector<std::wstring>;
 
-/// Notes each answer with what identifies its value, and says what it is told to.
+/// Records each response with a member that identifies its value, and returns a scripted result.
 class RecordingPresenter final : public ControllerPresenterAbs {
 public:
     Texts answers;
@@ -157,7 +157,7 @@ TEST_F(ControllerPresenterAbsTest, LeavingATransmitterTakesEveryHandlerAway) {
     presenter->LeaveEventTransmitter(nullptr);
 }
 
-/// Holds a presenter that is never destroyed, as of two that share their handlers only one may be.
+/// Holds a presenter that is never destroyed: of two presenters that share handlers, only one may be.
 class CopyWithoutEnd {
 public:
     explicit CopyWithoutEnd(const RecordingPresenter& original) { std::construct_at(&presenter, original); }
@@ -205,7 +205,7 @@ TEST_F(ControllerPresenterAbsTest, AnAssignedPresenterSharesTheHandlersOfTheOthe
     EXPECT_EQ(presenter->answers, Texts{L"TerminateResponse"});
 }
 
-// A leak checker sees to it that the other ten are released.
+// A leak checker verifies that the other ten are released.
 TEST_F(ControllerPresenterAbsTest, TheHandlerOfCancelJobsFinishOutlivesThePresenter) {
     presenter.reset();
     EXPECT_FALSE(transmitter.Deliver(L"CancelJobsFinish", L"malformed"));

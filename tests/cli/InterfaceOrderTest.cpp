@@ -9,8 +9,8 @@
 #include <string>
 #include <vector>
 
-// The order of the virtual operations is required by the published interface: each interface is compared with one that
-// is declared here. "Other" stands where the order is free.
+// The published interface requires the order of virtual operations: each interface is compared with one declared here.
+// "Other" marks places where the order is free.
 namespace {
 
 using test_support::SlotOf;

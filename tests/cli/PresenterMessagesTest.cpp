@@ -16,7 +16,7 @@
 
 namespace {
 
-/// The presenter's requests and the engine's answers as the real JSON texts.
+/// The presenter's requests and the engine's responses as JSON.
 class PresenterMessagesTest : public testing::Test {
 protected:
     PresenterMessagesTest() {
@@ -44,7 +44,7 @@ protected:
         return messages::Serialize(L"EnqueueJobsFinish", result);
     }
 
-    /// Every job asked for is running.
+    /// Reports each requested job as running.
     static std::wstring StatusAnswer(const std::wstring& payload) {
         std::vector<std::wstring> ids;
         EXPECT_TRUE(ControllerCSWrapper::Deserialize(payload, ids));

@@ -12,7 +12,7 @@ namespace {
 
 using response_flags::ResponseFlag;
 
-/// With the system's own clock: only the flag can end so long a wait.
+/// Uses the system clock: only the flag can end such a long wait.
 TEST(ResponseFlagsTest, AWaitEndsWhenAnotherThreadRaisesTheFlag) {
     const test_support::Deadline deadline("a flag");
     ResponseFlag flag;

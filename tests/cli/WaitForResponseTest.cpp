@@ -12,7 +12,7 @@ namespace {
 
 using namespace std::chrono_literals;
 
-// Each test runs in a process of its own: the variable is read once.
+// Each test runs in its own process, because the variable is read once per process.
 class WaitForResponseTest : public testing::Test {
 protected:
     void SetSeconds(const std::wstring& text) { platform::SetEnvironment(L"QRV_KT_WAIT_RESPONSE_SEC", text); }

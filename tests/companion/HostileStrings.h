@@ -5,10 +5,10 @@
 #include <string>
 #include <vector>
 
-/// Texts that serialisers trip over. Element by element, because a literal cannot hold most of them.
+/// Texts that are hard to serialise, built element by element because most cannot be written as literals.
 std::vector<std::wstring> HostileStrings();
 
-/// Texts of random elements, lone surrogates and numbers beyond Unicode among them. The same for the same seed.
+/// Texts of random elements, including lone surrogates and numbers beyond Unicode. Deterministic for a seed.
 class RandomTexts {
 public:
     explicit RandomTexts(std::uint32_t seed) : engine(seed) {}

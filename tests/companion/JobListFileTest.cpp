@@ -31,7 +31,7 @@ int CountOf(const std::string& part, const std::string& text) {
     return count;
 }
 
-/// One that has everything a job can have.
+/// A job with all members set.
 JobListInfo RichJob() {
     JobListInfo job;
     job.id = L"3f9a0c1";
@@ -50,7 +50,7 @@ JobListInfo RichJob() {
     return job;
 }
 
-/// As something beside this system would.
+/// Writes the file without the controller, like another program.
 void WriteQuickly(const std::wstring& path, const std::string& bytes) {
     ASSERT_FALSE(platform::ReplaceFile(path, bytes, platform::Durability::Unsynced));
 }
@@ -66,7 +66,7 @@ protected:
     bool Write(const std::vector<JobListInfo>& jobs) const {
         return ControllerCSWrapper::CreateJsonFile(ControllerCSWrapper::Serialize(L"JobList", jobs), path);
     }
-    /// What is read from the file; nothing when there is no list to read.
+    /// The list read from the file, or nothing if there is no readable list.
     std::optional<std::vector<JobListInfo>> Read() const {
         std::vector<JobListInfo> jobs;
         return ControllerCSWrapper::ParseJobList(path, jobs) ? std::optional(jobs) : std::nullopt;
@@ -82,7 +82,7 @@ protected:
         EXPECT_TRUE(ControllerCSWrapper::ReadJsonFile(file, text));
         return text;
     }
-    /// The files that were kept aside, sorted.
+    /// The quarantined files, sorted.
     std::vector<std::wstring> Corrupt() const {
         std::vector<platform::DirectoryEntry> entries;
         EXPECT_FALSE(platform::ListDirectory(directory / L"data", entries));
@@ -96,7 +96,7 @@ protected:
         return names;
     }
 
-    /// From now on no list can be written, and none can be read.
+    /// After this the list can be neither written nor read.
     void PutFileInPlaceOfDirectory() const {
         ASSERT_FALSE(platform::RenameFile(directory / L"data", directory / L"moved"));
         WriteTextFile(directory / L"data", "");

@@ -10,7 +10,7 @@ namespace {
 
 class JsonFilesTest : public testing::Test {
 protected:
-    /// What `ReadJsonFile` makes of these bytes; nothing when it refuses them.
+    /// The result of `ReadJsonFile` for these bytes; nothing if it refuses them.
     std::optional<std::wstring> Read(std::string_view bytes) const {
         const std::wstring path = directory / L"read.json";
         WriteTextFile(path, bytes);

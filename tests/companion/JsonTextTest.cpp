@@ -4,7 +4,7 @@
 
 namespace {
 
-/// What is wrong with a run request; empty when nothing is.
+/// The error in a run request; empty if there is none.
 std::wstring ProblemOf(const std::wstring& json) {
     run_protocol::RunScenarioInfo info;
     std::wstring problem;

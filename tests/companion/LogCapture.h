@@ -6,7 +6,7 @@
 #include "platform/files/FileSystem.h"
 #include "support/TemporaryDirectory.h"
 
-/// Lets a test read what goes to the log file while this lives.
+/// Captures the log file during its lifetime.
 class LogCapture {
 public:
     LogCapture() { ControllerCSWrapper::ChangeLogFilePath(path); }
@@ -14,7 +14,7 @@ public:
     LogCapture(const LogCapture&) = delete;
     LogCapture& operator=(const LogCapture&) = delete;
 
-    /// Everything so far, UTF-8; empty when nothing was logged.
+    /// The log so far in UTF-8; empty if there is none.
     std::string Text() const { return platform::Exists(path) ? ReadTextFile(path) : std::string(); }
 
 private:

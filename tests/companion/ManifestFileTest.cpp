@@ -37,7 +37,7 @@ std::string WithSets(const std::string& sets) {
     return "{\"parameterSets\":[" + sets + "]}";
 }
 
-/// A package's manifest that could run but for `members`.
+/// A valid package manifest with additional `members`.
 std::string Package(const std::string& members) {
     return R"({"displayName":"d","entryPoint":"main.rb","interpreter":"ruby",)" + members + "}";
 }

@@ -27,7 +27,7 @@ OwnedHandle StartWaiter(const platform::Event& end) {
     return process;
 }
 
-/// What the answer names; null when it is refused.
+/// The process named by the answer; null if the answer is refused.
 OwnedHandle Take(const std::wstring& answer) {
     void* process = nullptr;
     return OwnedHandle(ControllerCSWrapper::Deserialize(answer, process) ? process : nullptr);

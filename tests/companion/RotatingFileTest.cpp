@@ -14,7 +14,7 @@ using log_file::RotationLimits;
 
 namespace {
 
-/// Room for two records of eight bytes.
+/// Space for two records of eight bytes.
 constexpr RotationLimits twoRecords = {.bytes = 20, .files = 3};
 
 class RotatingFileTest : public testing::Test {
@@ -104,7 +104,7 @@ TEST_F(RotatingFileTest, LosesNothingWhileAReaderHoldsTheFileOpen) {
 }
 
 TEST_F(RotatingFileTest, GoesOnAppendingWhileTheFileCannotBeRenamed) {
-    // A directory that is not empty stands where the old file should go.
+    // Occupies the path of the old file with a non-empty directory.
     WriteTextFile(path + L".1\\held", "");
     WriteTextFile(path + L".2\\held", "");
     for (const char* record : {"record1\n", "record2\n", "record3\n", "record4\n"}) {

@@ -12,7 +12,7 @@
 
 namespace {
 
-/// Runs a check with records that hold each of the nasty texts, and with random ones.
+/// Runs a check with records of each hostile text, and of random texts.
 void ForEachMaker(const std::function<void(const RecordMaker&)>& check) {
     for (const auto& text : HostileStrings()) {
         check({[&] { return text; }, [] { return -1; }});

@@ -37,7 +37,7 @@ protected:
 
     std::string Log() const { return ReadTextFile(directory / L"controller.log"); }
 
-    /// Exactly one line, a warning that says `part`.
+    /// Expects exactly one line, a warning that contains `part`.
     void ExpectOneWarning(const std::string& part) const {
         const std::string log = Log();
         EXPECT_EQ(std::count(log.begin(), log.end(), '\n'), 1) << log;

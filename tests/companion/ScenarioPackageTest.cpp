@@ -315,7 +315,8 @@ TEST(ScenarioPackageTest, AcceptsWhatOtherToolsWrite) {
     EXPECT_EQ(directory.Unpacked(L"gr\u00fc\u00dfe.txt"), "content");
 }
 
-/// A tool that knows the size of a file beforehand says it at once, and leaves only the rest to the data descriptor.
+/// A tool that knows the size of a file in advance writes it into the local header, and only the rest into the data
+/// descriptor.
 TEST(ScenarioPackageTest, AcceptsALocalHeaderThatLeavesSomeFactsToTheDescriptor) {
     PackageDirectory directory;
     ZipEntry partly = File("main.rb", "puts 1");

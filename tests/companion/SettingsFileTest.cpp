@@ -32,7 +32,7 @@ protected:
 struct Refused {
     std::string name;
     std::string text;
-    /// Behind the name of the file.
+    /// After the name of the file.
     std::wstring problem;
 };
 

@@ -16,7 +16,7 @@
 
 namespace {
 
-/// Every test's settings write their log into the test's directory, where nobody has named another file.
+/// The settings of each test write their log into the test's directory, unless the test names another file.
 class SettingsTest : public testing::Test {
 protected:
     SettingsTest() {
@@ -25,7 +25,7 @@ protected:
     }
     ~SettingsTest() override { settings::UseFile(L""); }
 
-    /// `{"culture":"en-US"}` and the like, and the log file where they name none.
+    /// Writes settings with these members (`{"culture":"en-US"}`), and adds the log file if they name none.
     void Write(const std::string& members) {
         const bool namesLog = members.find("logFile") != std::string::npos;
         WriteTextFile(path, namesLog ? members : "{\"logFile\":\"controller.log\"," + members.substr(1));

@@ -6,7 +6,7 @@
 
 namespace {
 
-/// The member's text; nothing when there is none.
+/// The text of the member; nothing if there is none.
 std::optional<std::wstring> Member(const std::wstring& json, const std::wstring& name) {
     std::wstring member = L"old";
     if (!ControllerCSWrapper::GetStringResources(json, name, member)) {

@@ -26,7 +26,7 @@ protected:
         settings::UseFile(L"");
     }
 
-    /// False, one warning that names path and reason, and everything as it was.
+    /// Expects false, one warning that names path and reason, and no change.
     void ExpectRefused(const std::wstring& path, const std::string& reason) {
         EXPECT_FALSE(ControllerCSWrapper::RemoveJobWorkDirectory(path));
         const std::string log = ReadTextFile(directory / L"controller.log");

@@ -10,7 +10,7 @@ protected:
         host.answers[request] = {L"CancelJobsFinish", messages::Serialize(L"CancelJobsFinish", cancelled)};
     }
 
-    /// How the jobs are once the request has come.
+    /// Sets the jobs after the request has arrived.
     void MakeOfJobs(const std::wstring& request, const std::vector<JobListInfo>& jobs) {
         host.onRequest = [this, request, jobs](const std::wstring& name) {
             if (name == request) {

@@ -2,7 +2,7 @@
 
 #include "FrontEndFixture.h"
 
-/// What commands are made of, each part by itself: with the context that a command would hand it.
+/// Fixture for the parts of commands, with the context that a command would pass.
 class CommandContextFixture : public FrontEndFixture {
 protected:
     CommandContextFixture() : texts(stringResourceFile) {}

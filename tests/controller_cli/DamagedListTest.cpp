@@ -4,7 +4,7 @@
 
 namespace {
 
-/// A list that a host could not read stands beside the job list.
+/// A quarantined list exists beside the job list.
 class DamagedListTest : public FrontEndFixture {
 protected:
     DamagedListTest() { UseSettings(R"({"version":1,"logFile":"","jobListFile":"job_list.json"})"); }

@@ -4,7 +4,7 @@ namespace {
 
 class DeleteTest : public FrontEndFixture {
 protected:
-    /// The host deletes the job that it lists first.
+    /// The host deletes its first job.
     DeleteTest() {
         host.answers[L"DeleteJobsRequest"] = {L"DeleteJobsResponse", LR"({"DeleteJobsResponse":["id1"]})"};
         host.onRequest = [this](const std::wstring& request) {

@@ -2,7 +2,7 @@
 
 #include "formats/RunProtocol.h"
 
-/// The reason of a failed job that its work directory does not tell.
+/// Failure reasons that are not in the work directory.
 namespace {
 
 class FailureNoteTest : public FrontEndFixture {

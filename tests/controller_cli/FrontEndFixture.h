@@ -15,7 +15,7 @@
 
 #include <gtest/gtest.h>
 
-/// A front end before a scripted host. The clock stands at 2026-03-05T07:10:00Z.
+/// A front end with a scripted host. The clock shows 2026-03-05T07:10:00Z.
 class FrontEndFixture : public testing::Test {
 protected:
     FrontEndFixture() { UseSettings("{\"version\":1,\"logFile\":\"\"}"); }
@@ -34,7 +34,7 @@ protected:
         return static_cast<int>(controller_cli::RunFrontEnd(context, arguments));
     }
 
-    /// What happens after the first piece of output, the second one, and so on; then the person presses Ctrl-C.
+    /// Steps after the first output, the second one, and so on; then the user presses Ctrl-C.
     void Script(std::vector<std::function<void()>> steps) {
         console.onWrite = [this, steps = std::move(steps), next = std::size_t{0}]() mutable {
             if (next < steps.size()) {
@@ -67,7 +67,7 @@ protected:
     RecordedConsole console;
     ScriptedHost host;
     platform::Event stop;
-    /// No file: the built-in texts.
+    /// A missing file: the built-in texts apply.
     std::wstring stringResourceFile = directory / L"no strings.json";
     std::chrono::milliseconds patience = std::chrono::seconds(60);
 };

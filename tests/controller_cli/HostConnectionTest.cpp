@@ -64,7 +64,7 @@ TEST_F(HostConnectionTest, AHostThatDoesNotBecomeReadyIsWaitedForAsLongAsAnAnswe
 TEST_F(HostConnectionTest, AHostThatEndsWhileItStartsIsReplaced) {
     host.runs = false;
     host.transmitter.onConnect = [this] {
-        // The one that was starting is gone at the second try.
+        // The starting host has gone at the second try.
         host.looksUntilReady = host.lookCount == 0 ? 100 : 0;
     };
     EXPECT_EQ(Run({L"--list"}), 0) << console.errors;

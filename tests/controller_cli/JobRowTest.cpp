@@ -13,7 +13,7 @@ using controller_cli::JobModel;
 using controller_cli::JobRow;
 using controller_cli::ViewOf;
 
-/// One job, whose results are to go into a directory below "/out".
+/// A job with its output directory below "/out".
 class JobRowTest : public testing::Test {
 protected:
     JobListInfo Job(JobStatus status, std::int32_t progress = 0) const {
@@ -32,7 +32,7 @@ protected:
         WriteTextFile(directory / (L"work\\" + name), text::ToUtf8(json));
     }
 
-    /// The job's run was prepared.
+    /// Writes the run request of the job.
     void WriteRequest() const {
         run_protocol::RunScenarioInfo request;
         request.jobId = L"id1";

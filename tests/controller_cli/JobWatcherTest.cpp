@@ -13,12 +13,12 @@ using controller_cli::JobWatcher;
 
 using Ids = std::vector<std::wstring>;
 
-/// A host with two jobs, of which the second runs.
+/// A host with two jobs; the second is running.
 class JobWatcherTest : public CommandContextFixture {
 protected:
     JobWatcherTest() { host.jobs = {Job(1, L"a.stl", JobStatus::Queued), Job(2, L"b.stl", JobStatus::Running)}; }
 
-    /// What has been told so far.
+    /// The changes received so far.
     static Ids Changes(JobWatcher& watcher) { return watcher.WaitForChanges(std::chrono::milliseconds(0)); }
 
     static JobStatus StatusIn(const JobWatcher& watcher, const std::wstring& id) {

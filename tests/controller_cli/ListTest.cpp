@@ -6,7 +6,7 @@ namespace {
 
 class ListTest : public FrontEndFixture {
 protected:
-    /// A directory as a person sees it on this system.
+    /// A native path, as a user sees it.
     static std::string Native(const std::wstring& path) { return text::ToUtf8(platform::ToNativeText(path)); }
 
     JobListInfo Succeeded() {
@@ -18,7 +18,7 @@ protected:
         return job;
     }
 
-    /// Its result says why.
+    /// The failed job; its result has the reason.
     JobListInfo Failed() {
         JobListInfo job = Job(4, L"frame.stl", JobStatus::Failed);
         job.inputFiles.push_back(L"/in/base.stl");

@@ -8,7 +8,7 @@ namespace {
 
 using Arguments = std::vector<std::wstring>;
 
-/// Results that cannot be written, or that nobody reads.
+/// Output that cannot be written, or whose reader has gone.
 class OutputTest : public FrontEndFixture {
 protected:
     OutputTest() {

@@ -10,7 +10,7 @@ using controller_cli::ProgressScreen;
 
 class ProgressScreenTest : public CommandContextFixture {
 protected:
-    /// What was written since the last look.
+    /// The output since the last call.
     std::string TakeOutput() { return std::exchange(console.output, {}); }
 
     JobModel board{{Job(1, L"a.stl", JobStatus::Queued), Job(2, L"b.stl", JobStatus::Running)}};

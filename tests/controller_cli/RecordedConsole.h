@@ -6,7 +6,7 @@
 #include <functional>
 #include <string>
 
-/// A console of any kind whose output a test reads.
+/// A console of any kind that records its output.
 class RecordedConsole final : public controller_cli::Console {
 public:
     bool isTerminal = false;
@@ -16,11 +16,11 @@ public:
     /// UTF-8.
     std::string output;
     std::string errors;
-    /// Why output cannot be written.
+    /// The error of output that cannot be written.
     platform::Error outputError;
-    /// Null: only a write would tell.
+    /// Null: only a write detects that the reader has gone.
     void* readerGone = nullptr;
-    /// Called after each piece of output: what happens next in the test's script.
+    /// Called after each output: the next step of the test.
     std::function<void()> onWrite;
 
     void Write(std::wstring_view text) override { WriteBytes(text::ToUtf8(text)); }

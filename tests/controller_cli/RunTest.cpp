@@ -11,7 +11,7 @@ protected:
         WriteTextFile(directory / L"b.stl", "solid");
     }
 
-    /// The host makes jobs of these ids and numbers; an empty id is a refused input.
+    /// The host creates jobs with these ids and numbers; an empty id is a refused input.
     void AnswerWith(const std::vector<JobIdInfo>& jobs, const std::vector<std::vector<std::wstring>>& reasons = {}) {
         JobEnqueueResult result;
         result.jobIds = jobs;

@@ -9,40 +9,39 @@
 #include <string>
 #include <vector>
 
-/// A host that answers at once, as the test scripts it.
+/// A host that responds at once from a script.
 class ScriptedHost final : public controller_cli::HostAccess {
 public:
     ScriptedHost();
 
     // The script
     bool runs = true;
-    /// The module has no transmitter.
+    /// True: the module has no transmitter.
     bool hasNoTransmitter = false;
-    /// The module has only the two basic operations.
+    /// True: the module has only the two required operations.
     bool hasNoExtension = false;
-    /// So often a host that is starting is looked for before it can be reached.
+    /// The number of checks until a starting host can be reached.
     int looksUntilReady = 0;
-    /// Why a host cannot be started; empty: it can.
+    /// Why a host cannot be started; empty if it can.
     std::wstring startProblem;
-    /// What a host that is started warns of.
+    /// The warnings of a started host.
     std::wstring startWarnings;
     std::int32_t foregroundExitCode = 0;
-    /// A host that runs somewhere else.
+    /// A host with another endpoint.
     std::wstring runningHost;
-    /// Those that were started with the settings file.
+    /// The hosts that were started with the settings file.
     std::vector<host_lock::Holder> hostsOfSettingsFile;
     controller_cli::HostEnd hostEnd = controller_cli::HostEnd::Ended;
     std::vector<JobListInfo> jobs;
-    /// The event and payload that a request is answered with; a request without one is not answered, but for the list
-    /// of jobs.
+    /// The event and payload of the response to each request. Other requests get none, except for the list of jobs.
     std::map<std::wstring, ScriptedTransmitter::Event> answers;
-    /// What a request is answered with before that.
+    /// Responses that are sent before those in `answers`.
     std::map<std::wstring, ScriptedTransmitter::Event> firstAnswers;
-    /// Called with the name of a request before it is answered: what it makes of the jobs.
+    /// Called with the name of a request before its response; changes the jobs.
     std::function<void(const std::wstring&)> onRequest;
-    /// Called with it after it has been answered.
+    /// Called with the name of a request after its response.
     std::function<void(const std::wstring&)> onAnswered;
-    /// Requests that take the host away.
+    /// The request at which the host disappears.
     std::wstring diesAt;
 
     // The recording
@@ -51,9 +50,9 @@ public:
     int foregroundCount = 0;
     int endCount = 0;
 
-    /// Tells of a job's change, which the list of jobs has from then on.
+    /// Broadcasts a change of a job and stores it in the list of jobs.
     void Report(const JobStatusInfo& info);
-    /// The requests that were sent, with their payloads.
+    /// The sent requests with their payloads.
     std::vector<ScriptedTransmitter::Event> Requests() const { return transmitter.sent; }
 
     const std::wstring& TransmitterModule() const override { return module; }

@@ -12,11 +12,11 @@
 
 namespace {
 
-/// One-letter options, with paths as a person types them on this system.
+/// One-letter options, with native paths.
 class ShortOptionCommandsTest : public FrontEndFixture {
 protected:
     ShortOptionCommandsTest() {
-        // Read once in a process: an answer is here at once or never.
+        // Read once per process: responses arrive at once or never.
         platform::SetEnvironment(L"QRV_KT_WAIT_RESPONSE_SEC", L"0");
         WriteTextFile(directory / L"jobs.json",
                       R"({"EnqueueJobs":[{"scenario":{"id":"r.rb"},"inputFileSets":[["a.stl"]],)"
@@ -30,7 +30,7 @@ protected:
         };
     }
 
-    /// An answer carries the id of its request.
+    /// A response carries the id of its request.
     void AnswerEnqueue(const ScriptedTransmitter::Event& request) {
         EnqueueJobsInfo info;
         EXPECT_TRUE(messages::Deserialize(request.payload, info));
@@ -61,7 +61,7 @@ protected:
     static std::string Line(const std::string& text) { return text + std::string(platform::lineEnd); }
 
     std::vector<JobIdInfo> enqueued = {{L"id12", 12}};
-    /// What the host says of each input set.
+    /// The host's reasons for each input set.
     std::vector<std::vector<std::wstring>> reasons;
 };
 
@@ -274,7 +274,7 @@ TEST_F(ShortOptionCommandsTest, CancelSendsOneRequestAnIdAndPrintsNothing) {
                                                                         {L"CancelJobs", LR"({"CancelJobs":["5"]})"}}));
 }
 
-/// The thread sanitizer looks on.
+/// Checked by the thread sanitizer.
 TEST_F(ShortOptionCommandsTest, WhatTheHostTellsAllMayComeBeforeTheCommandIsSetUp) {
     host.answers[L"CancelJobs"] = {L"CancelJobsFinish", LR"({"CancelJobsFinish":[]})"};
     std::thread delivery;
@@ -313,7 +313,7 @@ TEST_F(ShortOptionCommandsTest, OneFileIsNotTakenForTwoThings) {
     WriteTextFile(directory / L"host.log", "line");
     const std::wstring jobs = Native(L"jobs.json");
     const std::wstring roundabout = platform::ToNativeText(directory / L"sub\\..\\.\\jobs.json");
-    // On a system without regard to case another spelling is the same file.
+    // On a system that ignores case, another spelling is the same file.
     const std::wstring capital = platform::SameName(L"a", L"A") ? Native(L"JOBS.json") : jobs;
     const std::vector<std::vector<std::wstring>> table = {
         {jobs, L"-o", jobs},

@@ -5,7 +5,7 @@
 
 namespace {
 
-/// The settings file is no JSON any more.
+/// The settings file is broken JSON.
 class StopHostTest : public FrontEndFixture {
 protected:
     StopHostTest() { UseSettings("{\"version\":1,\n\"logFile\":}"); }

@@ -8,7 +8,7 @@ std::string Taken(std::string_view bytes) {
     return controller_cli::TerminalText().Take(bytes);
 }
 
-/// The text when each byte comes alone.
+/// The result when each byte arrives alone.
 std::string TakenByteByByte(std::string_view bytes) {
     controller_cli::TerminalText text;
     std::string taken;

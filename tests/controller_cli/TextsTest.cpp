@@ -55,7 +55,7 @@ TEST_F(TextsTest, ValuesForgeNoLineAndSteerNoTerminal) {
               L"first a\\ncontroller_cli: forged\\u001b[2J\\u202e\nsecond");
 }
 
-/// The names of all members: texts that a colon follows.
+/// The names of all members: texts followed by a colon.
 std::vector<std::string> KeysOf(const std::string& section) {
     std::vector<std::string> keys;
     for (std::size_t end = section.find("\":"); end != std::string::npos; end = section.find("\":", end + 1)) {

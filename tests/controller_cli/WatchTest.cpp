@@ -6,7 +6,7 @@ namespace {
 
 class WatchTest : public FrontEndFixture {
 protected:
-    /// The numbers of the jobs in the table that was drawn last, from above.
+    /// The job numbers in the last table, from the top.
     std::vector<std::string> NumbersInLastTable() const {
         std::istringstream lines(console.output.substr(console.output.rfind("Job  State")));
         std::vector<std::string> numbers;

@@ -4,13 +4,13 @@
 #include "controller_host/HostFixture.h"
 #include "formats/Messages.h"
 
-/// Answers without the host's loop: the test has one request at a time answered.
+/// Responses without the host's loop: the test handles one request at a time.
 class AnswersFixture : public HostFixture {
 protected:
     void Ask(const std::wstring& name, const std::wstring& payload) { answers->Answer({7, name, payload}); }
     void Ask(const std::wstring& name) { Ask(name, ControllerCSWrapper::Serialize(name)); }
 
-    /// What the asker alone was answered.
+    /// The response sent to the requester alone.
     template <class Value>
     Value Answered(const std::wstring& name) {
         const LineDouble::Sent sent = line.WaitFor(name);
@@ -21,7 +21,7 @@ protected:
     }
     std::wstring Refusal() { return Answered<std::wstring>(L"RequestRefused"); }
 
-    /// A request for one job of each input file.
+    /// A request with one job per input file.
     EnqueueJobsInfo RequestFor(const std::wstring& scenario, const std::vector<std::wstring>& inputs) const {
         EnqueueJobsInfo request;
         request.requestId = L"r";

@@ -5,7 +5,7 @@
 
 namespace {
 
-/// The loop does not run here: what was enqueued waits, and a list that is written is not changed meanwhile.
+/// The loop does not run: enqueued jobs wait, and a written list does not change.
 class DeletionJournalTest : public HostFixture {
 protected:
     std::vector<JobListInfo> Jobs() {
@@ -14,7 +14,7 @@ protected:
         return jobs;
     }
 
-    /// Jobs that have work directories.
+    /// Enqueues jobs and creates their work directories.
     void EnqueueWithDirectories(std::size_t count) {
         answers->Answer({7, L"EnqueueJobs", EnqueueRequest(count)});
         for (const JobListInfo& job : Jobs()) {

@@ -7,7 +7,7 @@ namespace {
 using Texts = std::vector<std::wstring>;
 using Sets = std::vector<Texts>;
 
-/// Each input set that gets no job comes back with the reason.
+/// Each refused input set is returned with its reason.
 class EnqueueReasonsTest : public AnswersFixture {
 protected:
     std::wstring Native(const std::wstring& name) const { return platform::ToNativeText(directory / name); }

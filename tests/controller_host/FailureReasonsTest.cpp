@@ -7,12 +7,12 @@
 #include "platform/files/NativePath.h"
 #include "text/Text.h"
 
-/// Where people find why a job failed.
+/// Where users find the reason of a failed job.
 namespace {
 
 class FailureReasonsTest : public HostFixture {
 protected:
-    /// The first message of a result; empty when there is none.
+    /// The first message of a result; empty if there is none.
     static std::wstring ReasonIn(const std::wstring& path) {
         bool succeeded = true;
         std::vector<std::pair<int, std::wstring>> messages;

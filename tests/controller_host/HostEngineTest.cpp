@@ -10,7 +10,7 @@
 
 namespace {
 
-/// Engines that are made one after another over one job list, as by hosts that end and start.
+/// Engines created in succession over one job list, like hosts that end and start.
 class HostEngineTest : public HostFixture {
 protected:
     JobListInfo Row(std::int32_t seqId, JobStatus status) const {
@@ -112,11 +112,11 @@ TEST_F(HostEngineTest, WithoutAutomaticDeletionOldJobsStay) {
     EXPECT_EQ(Jobs().size(), 1U);
 }
 
-/// Cancels the one job, which runs with its own work directory or with a link in its place.
+/// Cancels the only job, which runs with its own work directory or with a link in its place.
 class HostEngineTest_Cancel : public HostEngineTest {
 protected:
     HostEngineTest_Cancel() {
-        // The host's own jobs. Such a job takes no scripted process, and runs without one.
+        // Jobs of the host's own class take no scripted process and run without one.
         Restart();
         answers = std::make_unique<RequestHandler>(*engine, transmitter);
     }

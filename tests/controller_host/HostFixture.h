@@ -15,32 +15,32 @@
 #include <thread>
 #include <vector>
 
-/// A host whose line, module and processes are the test's, in a directory of its own with real settings and a real job
-/// list.
+/// A host with test doubles for connection, module and processes, and with its own directory, real settings and a real
+/// job list.
 class HostFixture : public testing::Test {
 protected:
     HostFixture();
     ~HostFixture() override;
 
-    /// Runs the host's loop in a thread of its own until the end of the test or `Stop`.
+    /// Runs the host's loop in a thread until the end of the test or `Stop`.
     void StartLoop();
-    /// Wishes the host's end and waits for it.
+    /// Requests the end of the host and waits for it.
     void Stop();
-    /// Waits until the loop has ended by itself.
+    /// Waits until the loop ends by itself.
     void WaitForTheEnd();
 
-    /// A message of one text or of several.
+    /// A message with one text or several.
     static std::wstring Ids(const std::wstring& name, const std::vector<std::wstring>& ids);
-    /// A request for jobs of one input each.
+    /// A request for this many jobs with one input each.
     std::wstring EnqueueRequest(std::size_t jobs) const;
     JobEnqueueResult Enqueue(std::size_t jobs);
-    /// Waits until everybody was told of a job in this status, and gives the report.
+    /// Waits until a job with this status was broadcast, and returns the report.
     JobStatusInfo WaitForStatus(JobStatus status);
 
     TemporaryDirectory directory;
     test_modules::Script script;
     test_modules::ScriptedModule module{test_modules::ModulePath(L"recording_module_a"), script};
-    /// One for each job that was started, in order.
+    /// One per started job, in order.
     std::list<ScriptedProcess> processes;
     LineDouble line;
     EngineTransmitter transmitter{line, &line};

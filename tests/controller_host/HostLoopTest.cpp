@@ -7,7 +7,7 @@
 
 namespace {
 
-/// A host whose loop does not run yet, so that several requests are there at once.
+/// A host whose loop does not run yet, so that several requests can be queued.
 class HostLoopTest_Requests : public HostFixture {
 protected:
     std::vector<JobListInfo> SavedList() const {
@@ -21,7 +21,7 @@ class HostLoopTest : public HostLoopTest_Requests {
 protected:
     HostLoopTest() { StartLoop(); }
 
-    /// From now on no list can be written, because its backup cannot be.
+    /// After this the list cannot be written, because its backup cannot.
     void BlockList() const {
         EXPECT_FALSE(platform::RemoveFile(directory / L"job_list.json.bak"));
         WriteTextFile(directory / L"job_list.json.bak\\held", "");
@@ -108,7 +108,7 @@ TEST_F(HostLoopTest, ATerminateRequestIsAnsweredAndEndsTheLoop) {
     WaitForTheEnd();
 }
 
-/// Several jobs at a time, as the settings say.
+/// Several jobs at a time, as set by `parallelJobs`.
 class HostLoopTest_Parallel : public HostLoopTest_Requests {
 protected:
     void Allow(const std::string& jobs) const {
@@ -126,7 +126,7 @@ protected:
         return statuses;
     }
 
-    /// The ids of the jobs that were started since the last call.
+    /// The ids of the jobs started since the last call.
     std::vector<std::wstring> Started(std::size_t count) {
         std::vector<std::wstring> ids;
         while (ids.size() < count) {

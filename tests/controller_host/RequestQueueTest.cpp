@@ -47,7 +47,7 @@ TEST_F(RequestQueueTest, EachRequestHasAnAcknowledgementOfItsOwn) {
     EXPECT_NE(requests[0].acknowledgement, requests[1].acknowledgement);
 }
 
-/// Delivers one more request while the queue is full. It is not lost: it waits for room on the line's thread.
+/// Delivers one more request to the full queue. It is not lost: it waits for space on the transmitter's thread.
 void DeliverBeyond(LineDouble& line, RequestQueue& queue, std::size_t waiting, const std::wstring& payload) {
     std::future<bool> beyond = std::async(std::launch::async, [&] { return line.Deliver(1, L"First", payload); });
     EXPECT_EQ(beyond.wait_for(milliseconds(1)), std::future_status::timeout);

@@ -8,10 +8,10 @@ namespace {
 
 using Texts = std::vector<std::wstring>;
 
-/// By what names a request may call a scenario, and what its jobs are then shown as.
+/// The names by which a request may select a scenario, and the names that its jobs show.
 class ScenarioNamesTest : public AnswersFixture {
 protected:
-    /// The record of the scenario of a job that was asked for under this name.
+    /// The scenario record of a job that was requested with this name.
     ScenarioInfo ScenarioOfJob(const std::wstring& name) {
         const JobEnqueueResult result = Enqueued(RequestFor(name, {directory / L"part.stl"}));
         EXPECT_FALSE(result.jobIds.at(0).id.empty()) << "refused";

@@ -7,7 +7,7 @@ namespace {
 
 using Texts = std::vector<std::wstring>;
 
-/// Who asks for the scenarios, or for what one offers, is told what is broken, and where.
+/// Requests for scenarios or parameter sets report what is broken, and where.
 class ScenarioProblemsTest : public AnswersFixture {
 protected:
     Texts Problems() {

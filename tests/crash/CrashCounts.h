@@ -9,11 +9,11 @@
 
 namespace crash {
 
-/// What was done and looked at.
+/// Counts of operations and checks.
 struct CrashCounts {
     std::array<std::size_t, faultPointCount> struck{};
     std::size_t killedFromOutside = 0;
-    /// The fault did not come about; the host was killed from outside.
+    /// The fault was not reached; the host was killed from outside.
     std::size_t notReached = 0;
     std::size_t endedAsAsked = 0;
     std::size_t hostsStarted = 0;
@@ -26,9 +26,9 @@ struct CrashCounts {
     std::chrono::milliseconds longestSurvival{0};
 
     std::size_t Kills() const;
-    /// A table for people.
+    /// A table for the output.
     std::string Table() const;
-    /// The names of the points that were never struck.
+    /// The names of the points that were never hit.
     std::string NeverStruck() const;
 };
 

@@ -19,11 +19,11 @@ namespace {
 using namespace crash;
 using fault_points::FaultPoint;
 
-/// How many hosts die in one data directory before the next begins afresh: damage is to add up and be seen.
+/// The number of hosts that use one data directory, so that damage adds up and is found.
 constexpr std::uint64_t roundsInADirectory = 25;
-/// Of so many rounds as there are fault points, so many more end from outside.
+/// The number of additional rounds, per turn through all fault points, in which a host is killed from outside.
 constexpr std::size_t roundsFromOutside = 8;
-/// A run of this length must come by every fault point.
+/// A run of this length must hit every fault point.
 constexpr std::size_t wholeRun = 1000;
 
 std::uint64_t Setting(const wchar_t* name, std::uint64_t otherwise) {
@@ -36,7 +36,7 @@ bool IsReachedAtStart(FaultPoint point) {
            point == FaultPoint::EngineMade || point == FaultPoint::HostReady;
 }
 
-/// What leads to a point.
+/// The scene that leads to a point.
 UserSimulator::Scene SceneFor(FaultPoint point) {
     switch (point) {
     case FaultPoint::EntryRemoved:
@@ -67,12 +67,12 @@ UserSimulator::Scene SceneFor(FaultPoint point) {
     }
 }
 
-/// Points that are passed often are struck at different passes.
+/// Points that are passed often are hit at different passes.
 int MostPasses(FaultPoint point) {
     return point <= FaultPoint::FileRenamed ? 8 : point == FaultPoint::EntryRemoved ? 5 : 2;
 }
 
-/// The order of the fault points in one turn through all of them; what is no point ends from outside.
+/// The order of the fault points in one turn; values beyond the last point mean a kill from outside.
 std::vector<std::size_t> ShuffledTurn(std::uint64_t seed, std::uint64_t turn) {
     std::vector<std::size_t> order(faultPointCount + roundsFromOutside);
     std::iota(order.begin(), order.end(), std::size_t{0});
@@ -84,7 +84,7 @@ std::vector<std::size_t> ShuffledTurn(std::uint64_t seed, std::uint64_t turn) {
     return order;
 }
 
-/// Hosts that die in one data directory, one after another.
+/// Runs hosts in succession in one data directory.
 class Directory {
 public:
     Directory(std::uint64_t runSeed, CrashCounts& runCounts)
@@ -98,7 +98,7 @@ public:
     Directory(const Directory&) = delete;
     Directory& operator=(const Directory&) = delete;
 
-    /// One host from its start to its sudden end.
+    /// One host from its start to its kill.
     void Round(std::uint64_t round) {
         user.Seed(seed, round);
         constexpr std::uint64_t turnLength = faultPointCount + roundsFromOutside;
@@ -111,7 +111,8 @@ public:
         }
     }
 
-    /// Two hosts more, which look at what the last one left and end as they should: the second finds nothing to do.
+    /// Runs two more hosts, which check the state left by the last one and end normally: the second finds nothing to
+    /// repair.
     void LookOnceMore() {
         for (int host = 0; host < 2; ++host) {
             ASSERT_TRUE(StartAndExamine()) << "a host without a fault has died";
@@ -125,7 +126,7 @@ public:
     std::string EndOfLog() const { return site.EndOfLog(); }
 
 private:
-    /// Some are armed before the start, and may strike while the host mends what the one before left.
+    /// Some faults are armed before the start, and may hit the host while it recovers.
     void DieAt(const Fault& fault) {
         const bool isArmedFirst = IsReachedAtStart(fault.point) || user.Draw(4) == 0;
         if (isArmedFirst) {
@@ -148,7 +149,7 @@ private:
         ++(isStruck ? counts.struck[static_cast<std::size_t>(fault.point)] : counts.notReached);
     }
 
-    /// A host that was asked to end goes on until then; what follows the last scene may also strike.
+    /// A host that was asked to end runs until the fault; work after the last scene may also hit it.
     bool AwaitFault(FaultPoint point) {
         if (SceneFor(point) == &UserSimulator::EndHost) {
             site.AwaitHostEnd();
@@ -171,14 +172,14 @@ private:
         ++counts.killedFromOutside;
     }
 
-    /// What is sent before the connection is seen to be gone would be lost, not sent to the next host.
+    /// A request sent before the disconnection is noticed would be lost, not sent to the next host.
     void Bury() {
         site.AwaitHostEnd();
         user.HearLastWords();
         site.Disarm();
     }
 
-    /// Looks at what the last host left, without a host and through a new one; false when that one died meanwhile.
+    /// Checks the state left by the last host, without a host and through a new one; false if the new one died.
     bool StartAndExamine() {
         std::vector<JobListInfo> list = ReadList(site, counts);
         ledger.Compare(list);
@@ -218,7 +219,7 @@ private:
     UserSimulator user;
 };
 
-/// The rounds of one data directory, beginning with `first`; the number of the round after them.
+/// Runs the rounds of one data directory from `first` on. Returns the number of the next round.
 std::uint64_t RunDirectory(std::uint64_t seed, std::uint64_t first, std::size_t kills, CrashCounts& counts) {
     Directory directory(seed, counts);
     std::uint64_t round = first;

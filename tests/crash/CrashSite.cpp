@@ -18,7 +18,7 @@
 namespace crash {
 namespace {
 
-/// Both systems take slashes, which JSON does not change.
+/// Both systems accept slashes, which JSON does not escape.
 std::string Quoted(const std::wstring& path) {
     std::string text = text::ToUtf8(platform::ToNativeText(path));
     std::replace(text.begin(), text.end(), '\\', '/');
@@ -51,7 +51,7 @@ CrashSite::CrashSite(std::wstring endpointName) {
 CrashSite::~CrashSite() {
     if (HostLives()) {
         test_support::KillProcess(host.Get());
-        // A destructor cannot tell of a host that does not end.
+        // A destructor cannot report a host that does not end.
         (void)test_support::WaitUntilSignalled(host.Get());
     }
 }
@@ -91,7 +91,7 @@ void CrashSite::Arm(const Fault& fault) const {
 
 void CrashSite::Disarm() const {
     const platform::Error error = platform::RemoveFile(FaultFile());
-    // A host that was killed from outside may have had none.
+    // A host killed from outside may not have created one.
     if (error.kind != platform::ErrorKind::NotFound) {
         ThrowOn(error, "the fault cannot be taken away");
     }
@@ -110,7 +110,7 @@ void CrashSite::AwaitHostEnd() {
 std::string CrashSite::EndOfLog() const {
     constexpr std::size_t length = 6000;
     std::string log;
-    // Only told beside a failure: without a log there is nothing to tell.
+    // Shown only with a failure; a missing log is no error.
     (void)platform::ReadFile(directory / L"controller.log", std::size_t{1} << 30, log);
     return log.substr(log.size() - std::min(log.size(), length));
 }

@@ -8,29 +8,28 @@
 
 namespace crash {
 
-/// A data directory and the hosts that live and die in it, one at a time. The scenarios that its jobs run leave a sign
-/// of life there.
+/// A data directory and the hosts that run in it, one at a time. The scenarios of its jobs leave a sign of life there.
 class CrashSite {
 public:
     explicit CrashSite(std::wstring endpointName);
-    /// Ends the host that is left.
+    /// Ends the remaining host.
     ~CrashSite();
     CrashSite(const CrashSite&) = delete;
     CrashSite& operator=(const CrashSite&) = delete;
 
-    /// Starts a host. True when front ends can reach it, false when it died before at its fault; how else it ended
-    /// throws std::runtime_error.
+    /// Starts a host. True if front ends can reach it, false if it died at its fault before; any other end throws
+    /// std::runtime_error.
     [[nodiscard]] bool StartHost();
     void* Host() const { return host.Get(); }
     bool HostLives() const;
 
-    /// From now on the host, or the next one, dies at this fault.
+    /// The host, or the next one, will die at this fault.
     void Arm(const Fault& fault) const;
     void Disarm() const;
     void KillHost();
     void AwaitHostEnd();
 
-    /// Paths as hosts and jobs name them.
+    /// The scenario's path as used by hosts and jobs.
     std::wstring Scenario(const std::wstring& name) const { return directory / (name + L".steps"); }
     std::wstring Input() const { return directory / L"input.txt"; }
     std::wstring Output() const { return directory / L"out"; }
@@ -38,7 +37,7 @@ public:
     std::wstring WorkDirectory() const { return directory / L"work"; }
     std::wstring Lives() const { return directory / L"lives"; }
     const std::wstring& Directory() const { return directory.Path(); }
-    /// The last lines that hosts wrote to their log.
+    /// The last lines of the hosts' log.
     std::string EndOfLog() const;
 
 private:

@@ -43,7 +43,7 @@ std::set<std::wstring> NotedIds(const CrashSite& site) {
     return ids;
 }
 
-/// Nothing tells the end of a process that is no child; but its lock is free then.
+/// The end of a process that is not a child cannot be waited for, but its lock is free then.
 void AwaitEndOf(const std::wstring& life) {
     const test_support::Deadline deadline("the end of a scenario whose host is dead");
     constexpr milliseconds interval{2};

@@ -6,26 +6,26 @@
 
 #include <vector>
 
-/// What must hold in a data directory after the sudden end of its host. Failures go to GoogleTest.
+/// Checks of a data directory after the kill of its host. Failures are reported to GoogleTest.
 namespace crash {
 
-/// The list file can be read, or there is none yet; its rows.
+/// Checks that the list file is readable or missing, and returns its rows.
 std::vector<JobListInfo> ReadList(const CrashSite& site, CrashCounts& counts);
 
-/// No job of a host that has just started waits or runs.
+/// Checks that a newly started host has no waiting or running job.
 void ExpectNoActiveJob(const std::vector<JobListInfo>& list);
 
-/// Waits for the end of every process of every scenario that was started.
+/// Waits for the end of all processes of all started scenarios.
 void AwaitEndOfScenarios(const CrashSite& site, CrashCounts& counts);
 
-/// Every listed job that has started has its work directory, and every work directory belongs to a listed job, or is
-/// noted to be removed because it could not be when its job was deleted.
+/// Checks that each listed job that has started has its work directory, and that each work directory belongs to a
+/// listed job or is in the deletion journal because it could not be removed.
 void CompareWorkDirectories(const CrashSite& site, const std::vector<JobListInfo>& list, CrashCounts& counts);
 
-/// Nothing half-written lies about, and no list had to be set aside.
+/// Checks that there are no half-written files and no quarantined list.
 void ExpectNoStrayFiles(const CrashSite& site);
 
-/// No work directory waits to be removed.
+/// Checks that the deletion journal is empty.
 void ExpectNothingNoted(const CrashSite& site);
 
 } // namespace crash

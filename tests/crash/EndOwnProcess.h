@@ -4,10 +4,10 @@
 
 namespace crash {
 
-/// The exit code of a process that was ended so.
+/// The exit code of a process ended by `EndOwnProcess`.
 inline constexpr std::int32_t killedExitCode = 137;
 
-/// Ends this process at once, by force: nothing is flushed, destroyed or told.
+/// Kills this process at once, without flushing, destructors or messages.
 [[noreturn]] void EndOwnProcess();
 
 } // namespace crash

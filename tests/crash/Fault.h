@@ -11,19 +11,19 @@ namespace crash {
 
 inline constexpr auto faultPointCount = static_cast<std::size_t>(fault_points::FaultPoint::Count);
 
-/// What each point is called where people read it, in the order of the enumeration.
+/// The name of each point in messages, in the order of the enumeration.
 extern const std::array<const char*, faultPointCount> faultPointNames;
 
-/// The sudden end of a host: at a point, when it is passed for the `pass`th time.
+/// The kill of a host at a point, at the `pass`th time that it is passed.
 struct Fault {
     fault_points::FaultPoint point = fault_points::FaultPoint::Count;
     int pass = 1;
 };
 
-/// How a host is told its fault: the text of the file that this environment variable names.
+/// The environment variable that names the file with the fault of a host.
 inline constexpr auto faultFileVariable = L"CONTROLLER_FAULT_FILE";
 std::string FaultText(const Fault& fault);
-/// Nothing when the text is not one.
+/// Nothing if the text is not a fault.
 [[nodiscard]] std::optional<Fault> ParseFault(const std::string& text);
 
 } // namespace crash

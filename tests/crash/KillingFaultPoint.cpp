@@ -1,5 +1,5 @@
-/// Takes the place of the product's definition, which does nothing: ends the process at the fault that the file says.
-/// The file is looked at anew each time, so that a test can arm a host that runs.
+/// Replaces the product's definition, which does nothing: ends the process at the fault in the file. The file is read
+/// each time, so that a test can arm a running host.
 
 #include "crash/EndOwnProcess.h"
 #include "crash/Fault.h"

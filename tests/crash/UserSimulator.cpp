@@ -91,7 +91,7 @@ bool UserSimulator::EndHost() {
 }
 
 bool UserSimulator::AnyScene() {
-    // What costs nothing is done more often.
+    // Cheap scenes are repeated.
     static constexpr Scene scenes[] = {
         &UserSimulator::RunJobs,       &UserSimulator::RunJobs,    &UserSimulator::WatchProgress,
         &UserSimulator::CancelJobs,    &UserSimulator::DeleteSome, &UserSimulator::DeleteSome,
@@ -117,7 +117,7 @@ void UserSimulator::AskAndLeave() {
 }
 
 int UserSimulator::Draw(int most) {
-    // Not a distribution of the library: its results differ between the systems.
+    // Not a distribution of the standard library: its results differ between the systems.
     return static_cast<int>(random() % static_cast<std::uint64_t>(most + 1));
 }
 

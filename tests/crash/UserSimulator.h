@@ -11,16 +11,16 @@
 
 namespace crash {
 
-/// What a user does with a host: scenes, in each of which the host may die. What is acknowledged goes into the ledger.
+/// Simulates a user in scenes, in each of which the host may die. Acknowledged operations are recorded in the ledger.
 class UserSimulator {
 public:
     using Scene = bool (UserSimulator::*)();
 
     UserSimulator(const CrashSite& site, JobLedger& ledger, const std::wstring& endpointName);
 
-    /// False when the host died, here and in all scenes.
+    /// False if the host died, here and in all scenes.
     [[nodiscard]] bool Meet() { return client.Meet(site.Host()); }
-    /// The host's list.
+    /// Requests the host's list.
     [[nodiscard]] bool Ask(std::vector<JobListInfo>& list);
 
     [[nodiscard]] bool RunJobs();
@@ -29,20 +29,20 @@ public:
     [[nodiscard]] bool CancelAllJobs();
     [[nodiscard]] bool DeleteSome();
     [[nodiscard]] bool DeleteAll();
-    /// What has ended last: processes of it may still be about.
+    /// Deletes the job that ended last; its processes may still exist.
     [[nodiscard]] bool DeleteLatest();
     [[nodiscard]] bool LookAround();
-    /// Asks the host to end, which it does.
+    /// Asks the host to end and waits for it.
     [[nodiscard]] bool EndHost();
-    /// Any of the above but the last.
+    /// Any scene above but the last.
     [[nodiscard]] bool AnyScene();
 
-    /// Sends a request and leaves before it is answered.
+    /// Sends a request and disconnects before the response.
     void AskAndLeave();
-    /// Takes in what a host that has died said last.
+    /// Reads the last events of a dead host.
     void HearLastWords() { client.HearLastWords(); }
 
-    /// A whole number from 0 to `most`, as the round's seed has it.
+    /// A number from 0 to `most`, determined by the seed of the round.
     int Draw(int most);
     void Seed(std::uint64_t seed, std::uint64_t round);
 

@@ -9,16 +9,16 @@
 #include <string>
 #include <vector>
 
-/// The engine's end of a line whose other side is the test: it delivers requests and keeps what is sent.
+/// The engine's end of a connection whose peer is the test: delivers requests and records sent events.
 class LineDouble final : public EventTransmitter, public EventTransmitterExtension {
 public:
     struct Sent {
-        /// 0: to everybody.
+        /// 0: broadcast.
         Peer peer = 0;
         std::wstring name;
         std::wstring payload;
     };
-    /// An acknowledgement, among what is sent, has this name and its number as payload.
+    /// The name under which an acknowledgement is recorded; its payload is the number.
     static constexpr const wchar_t* acknowledged = L"acknowledged";
 
     void AddEventHandler(const std::wstring& eventName, CallbackFunctor* handler) override;
@@ -28,20 +28,19 @@ public:
     bool PostEvent(const std::wstring& eventName, const std::wstring& payload) override;
     bool Connect(std::wstring& problem) override;
     bool IsConnected() const override { return true; }
-    /// Each of a new number.
+    /// Returns a new number for each.
     Acknowledgement DeferAcknowledgement() override { return ++deferred; }
     void Acknowledge(Acknowledgement acknowledgement) override;
     void PauseDelivery() override { isPaused = true; }
     void ResumeDelivery() override { isPaused = false; }
 
-    /// Delivers an event of a front end; false when nobody takes it.
+    /// Delivers an event of a front end; false if it has no handler.
     [[nodiscard]] bool Deliver(Peer peer, const std::wstring& eventName, const std::wstring& payload);
-    /// Waits until an event of this name has been sent that was not waited for yet, and gives it. Throws
-    /// std::runtime_error when none comes in 30 s.
+    /// Waits for the next event of this name, and returns it. Throws std::runtime_error after 30 s.
     Sent WaitFor(const std::wstring& eventName);
-    /// True when an event of this name has been sent that was not waited for yet.
+    /// True if an event of this name was sent that was not waited for yet.
     bool HasSent(const std::wstring& eventName);
-    /// The names of all that was sent and not waited for, in order.
+    /// The names of all sent events not waited for, in order.
     std::vector<std::wstring> SentNames();
     bool HasHandlers() const { return !handlers.empty(); }
 

@@ -14,10 +14,11 @@
 #include <utility>
 #include <vector>
 
-/// Stands in ControllerCSWrapper's place: answers as a test scripts it, and records in order what it was asked for.
+/// Replaces ControllerCSWrapper: answers from a script, and records its calls in order.
 ///
-/// The static functions of ControllerCSWrapper go to the one that was made last; one must live while they are called.
-/// The script is set before and the recording is read after calls from several threads.
+/// The static functions of ControllerCSWrapper use the latest object; one must exist while they are called. Set the
+/// script
+/// before calls from several threads, and read the recording after them.
 class RecordingCompanion {
 public:
     RecordingCompanion();
@@ -48,7 +49,7 @@ public:
         bool operator==(const RunRequest&) const = default;
     };
 
-    // The script. What is not in it is answered with false or an empty value.
+    // The script. Calls that are not scripted return false or an empty value.
     std::wstring workDirectory = L"C:\\work";
     std::wstring jobListFile = L"C:\\data\\job_list.json";
     std::optional<int> autoDeleteDays;
@@ -67,27 +68,27 @@ public:
     bool canBuildRunRequests = true;
     bool canRemoveWorkDirectories = true;
     bool canWriteFiles = true;
-    /// Called while a report text is parsed, and while a file is written.
+    /// Called while a report is parsed, and while a file is written.
     std::function<void()> onParse;
     std::function<void()> onWrite;
 
     // The recording
 
-    /// Log lines ("debug: ", "info: ", "warn: ", "error: " and the text), changes of the log file ("log file: " and
-    /// the path), file writes ("write: " and the path), removals ("remove: " and the directory) and readings of string
-    /// resources ("string resource: " and the member), in order.
+    /// In order: log lines ("debug: ", "info: ", "warn: ", "error: " and the text), changes of the log file ("log file:
+    /// " and the path), file writes ("write: " and the path), removals ("remove: " and the directory) and reads of
+    /// string resources ("string resource: " and the member).
     std::vector<std::wstring> Events() const;
-    /// The events that begin with `prefix`, without it.
+    /// The events that begin with `prefix`, with the prefix removed.
     std::vector<std::wstring> Events(std::wstring_view prefix) const;
     void Forget();
 
     /// The records of each write of the job list file.
     std::vector<std::vector<JobListInfo>> JobListWrites() const;
     std::vector<RunRequest> RunRequests() const;
-    /// The arguments of every reading of a progress or result file, in order.
+    /// The arguments of each read of a progress or result file, in order.
     std::vector<std::wstring> FilesRead() const;
 
-    // What ControllerCSWrapper's functions do
+    // The functions of ControllerCSWrapper
     void AddEvent(std::wstring_view prefix, const std::wstring& text);
     std::wstring AddJobList(const std::wstring& key, const std::vector<JobListInfo>& records);
     [[nodiscard]] bool AddWrite(const std::wstring& json, const std::wstring& path);

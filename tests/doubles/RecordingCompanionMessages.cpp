@@ -3,7 +3,7 @@
 
 #include <numeric>
 
-/// The functions that front ends use: messages of a test are plain words with scripted contents.
+/// The functions used by front ends: messages are plain words with scripted contents.
 namespace {
 
 ScriptedMessages& Messages() {

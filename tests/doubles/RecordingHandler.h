@@ -7,7 +7,7 @@
 #include <string>
 #include <utility>
 
-/// A handler of events that keeps what it was given, and does what the test wants.
+/// An event handler that records its payloads and calls an action of the test.
 class RecordingHandler final : public CallbackFunctor {
 public:
     using Action = std::function<void(const std::wstring& payload)>;
@@ -21,9 +21,9 @@ public:
         return true;
     }
 
-    /// As they came, before the action.
+    /// In order of arrival, before the action.
     Collected<std::wstring> payloads;
-    /// Those whose action is over.
+    /// The payloads whose action has returned.
     Collected<std::wstring> handled;
 
 private:

@@ -4,7 +4,7 @@
 
 #include <string>
 
-/// A job whose process is a `ScriptedProcess`: it takes the answer `ScriptedProcess::Answer` and no other.
+/// A job whose process is a `ScriptedProcess`: it accepts only the answer `ScriptedProcess::Answer`.
 class ScriptedJobEntry final : public JobEntry {
 public:
     using JobEntry::JobEntry;
@@ -18,7 +18,7 @@ public:
     }
 };
 
-/// An engine of such jobs: a real one refuses processes that the system does not know.
+/// An engine of such jobs: a real one refuses processes unknown to the system.
 template <class Engine>
 class ScriptedEngine : public Engine {
 public:

@@ -9,17 +9,17 @@
 #include <utility>
 #include <vector>
 
-/// What the messages, jobs files and string resources of a test hold. A payload or file is a plain word, and what it
-/// holds is scripted here; any other is unreadable.
+/// The contents of messages, jobs files and string resources in a test. A payload or file is a plain word whose content
+/// is scripted here; all others are unreadable.
 class ScriptedMessages {
 public:
-    /// Scripts what a payload holds.
+    /// Scripts the content of a payload.
     template <typename Value>
     void Add(const std::wstring& payload, Value value) {
         std::get<Values<Value>>(payloads)[payload] = std::move(value);
     }
 
-    /// What a payload holds as a value of this type; null when it holds none.
+    /// The content of a payload as this type; null if it has none.
     template <typename Value>
     const Value* Find(const std::wstring& payload) const {
         const auto& values = std::get<Values<Value>>(payloads);
@@ -30,9 +30,9 @@ public:
     /// By path.
     std::map<std::wstring, std::vector<EnqueueJobsInfo>> jobsFiles;
     std::map<std::wstring, std::wstring> jsonFiles;
-    /// The member text of a JSON text (first) and a member name (second).
+    /// The text of a member, by JSON text (first) and member name (second).
     std::map<std::pair<std::wstring, std::wstring>, std::wstring> stringResources;
-    /// So many readings of string resources are refused first.
+    /// The number of reads of string resources to refuse first.
     int stringResourceRefusals = 0;
     /// Identifiers are "guid 1", "guid 2" and so on.
     int guidCount = 0;

@@ -7,23 +7,24 @@ namespace platform {
 class Event;
 }
 
-/// Stands for the process of a job: it runs until the test says that it ends.
+/// A double for the process of a job: it runs until the test ends it.
 ///
-/// Its handle belongs to whom it is given to, who closes it: it is a copy, so that closing it on another thread does
-/// not meet the call that ends the process.
+/// Its handle belongs to the receiver, who closes it. The handle is a copy, so that closing it on another thread does
+/// not
+/// race with the call that ends the process.
 class ScriptedProcess {
 public:
     ScriptedProcess();
 
     void* Handle() const { return handle; }
-    /// For a module to answer with (see `ScriptedEngine`).
+    /// The answer of a module (see `ScriptedEngine`).
     std::wstring Answer() const;
     void Finish();
-    /// True when the handle was not closed yet and the process has not ended.
+    /// True if the handle is open and the process has not ended.
     bool IsRunning() const;
 
 private:
-    /// Raised when the process ends: a wait on it looks as that on a process does.
+    /// Raised at the end of the process, so that it can be waited for like a process.
     std::shared_ptr<platform::Event> end;
     void* handle;
 };

@@ -4,8 +4,8 @@
 
 namespace {
 
-/// A presenter leaves its handler for "CancelJobsFinish" allocated. It is kept in reach here, so that a leak checker
-/// finds every other handler that is forgotten, but not this one.
+/// A presenter leaves its handler for "CancelJobsFinish" allocated. Keeping it reachable here lets a leak checker find
+/// every other leaked handler.
 void KeepInReach(CallbackFunctor* handler) {
     static auto& kept = *new std::vector<CallbackFunctor*>;
     kept.push_back(handler);

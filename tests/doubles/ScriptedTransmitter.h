@@ -8,7 +8,7 @@
 #include <string>
 #include <vector>
 
-/// A transmitter that goes nowhere: records what is sent and registered, and delivers what a test tells it to.
+/// A transmitter without a peer: records sent events and registrations, and delivers events of the test.
 class ScriptedTransmitter final : public EventTransmitter, public EventTransmitterExtension {
 public:
     struct Event {
@@ -20,28 +20,28 @@ public:
 
     // The script
     bool canSend = true;
-    /// False: the engine has gone since something was sent.
+    /// False: the engine has gone since the last event.
     bool isEngineThere = true;
     /// Why there is no connection.
     std::wstring connectionProblem;
-    /// The engine has no room, which may pass.
+    /// True: the engine is temporarily full.
     bool isBusy = false;
-    /// Called with each try to connect, before `Connect` returns.
+    /// Called at each connection attempt, before `Connect` returns.
     std::function<void()> onConnect;
-    /// Called with each event that is sent, before `SendEvent` returns.
+    /// Called for each sent event, before `SendEvent` returns.
     std::function<void(const Event&)> onSend;
-    /// Called with each handler that is registered or, as null, taken away.
+    /// Called for each registered handler, or with null for a removed one.
     std::function<void(const std::wstring& eventName, CallbackFunctor* handler)> onRegister;
 
     // The recording
     std::vector<Event> sent;
-    /// The names that handlers were registered under, in order.
+    /// The names of registered handlers, in order.
     std::vector<std::wstring> registered;
 
-    /// Calls the handler of an event as a transmitter's thread would; std::out_of_range without one.
+    /// Calls the handler of an event like a transmitter's thread; throws std::out_of_range without one.
     [[nodiscard]] bool Deliver(const std::wstring& eventName, const std::wstring& payload);
     bool HasHandlers() const { return !handlers.empty(); }
-    /// What makes the module `transmitter_by_address` hand out this object.
+    /// The identifier with which the module `transmitter_by_address` returns this object.
     std::wstring Id() const;
 
     void AddEventHandler(const std::wstring& eventName, CallbackFunctor* handler) override;

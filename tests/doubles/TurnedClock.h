@@ -4,9 +4,9 @@
 #include <functional>
 #include <vector>
 
-/// In the place of the system's clock: `platform::SleepFor` and `SleepUnless` of this program return at once, the
-/// latter without sleeping at all where there is nothing to wait for, and tell the clock, which a test turns. One at a
-/// time; one must live while something sleeps.
+/// Replaces the system clock: `platform::SleepFor` and `SleepUnless` return at once and report to this clock, which the
+/// test advances; `SleepUnless` does not sleep if its condition holds. One object at a time; one must exist while code
+/// sleeps.
 class TurnedClock {
 public:
     TurnedClock();
@@ -19,7 +19,7 @@ public:
 
     int SleepCount() const { return static_cast<int>(sleeps.size()); }
     std::chrono::milliseconds Elapsed() const;
-    /// True when every sleep was this long.
+    /// True if every sleep had this duration.
     bool SleptOnly(std::chrono::milliseconds duration) const;
 
     void Sleep(std::chrono::milliseconds duration);

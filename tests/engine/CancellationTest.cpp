@@ -12,7 +12,7 @@ class CancellationTest : public EngineFixture {
 protected:
     CancellationTest() { Start(); }
 
-    /// Enqueues jobs and starts the first; from then on the module answers every call with `answer`.
+    /// Enqueues jobs and starts the first; the module then returns `answer` to every call.
     void StartFirstOf(int count, long answer) {
         EnqueueJobs(count);
         Execute();
@@ -22,7 +22,7 @@ protected:
         companion.Forget();
     }
 
-    /// One call of `CancelJobs` without waiting: what it reported.
+    /// Calls `CancelJobs` once without waiting, and returns its reports.
     std::vector<JobStatusInfo> Cancel(Lines ids) {
         std::vector<JobStatusInfo> cancelled;
         EXPECT_TRUE(engine->CancelJobs(ids, cancelled, false));
@@ -92,7 +92,7 @@ TEST_F(CancellationTest, KillprocessThatCannotBeMadeIsNotReported) {
     EXPECT_EQ(companion.Events(L"error: "), Lines());
 }
 
-/// Asks a job to stop whose record names this work directory.
+/// Requests the stop of a job with this work directory.
 void AskToStop(const std::wstring& workDir) {
     JobListInfo record{};
     record.workDir = workDir;
@@ -117,14 +117,14 @@ TEST_F(CancellationTest, KillprocessThatIsThereIsEmptied) {
     EXPECT_EQ(ReadTextFile(directory / L"killprocess"), "");
 }
 
-/// Does not ask its process to stop.
+/// A job that does not ask its process to stop.
 class UnwillingJob : public JobEntry {
 public:
     using JobEntry::JobEntry;
     bool OnCancelJob() override { return false; }
 };
 
-/// One running job that does not ask its process to stop; the module answers every call with `answer`.
+/// Adds a running `UnwillingJob`; the module returns `answer` to every call.
 std::shared_ptr<JobEntry> AddUnwillingJob(OpenEngine& engine, test_modules::Script& script, long answer) {
     JobListInfo record{};
     record.id = L"unwilling";

@@ -17,7 +17,7 @@
 using Lines = std::vector<std::wstring>;
 using InputSets = std::vector<std::vector<std::wstring>>;
 
-/// Shows what the engine keeps for itself and for those derived from it.
+/// Exposes private and protected members of the engine.
 class OpenEngine : public JobEntryManagerBase {
 public:
     using JobEntryManagerBase::JobEntryManagerBase;
@@ -30,41 +30,41 @@ public:
     using JobEntryManagerBase::scenarioMap;
 };
 
-/// An engine with a scripted module, a recording companion, and a scenario and inputs on the disk.
+/// An engine with a scripted module, a recording companion, and a scenario and inputs on disk.
 ///
-/// The module answers every "RunScenario" with a process of the fixture, unless a test says otherwise.
+/// The module answers each "RunScenario" with a process of the fixture, unless a test changes this.
 class EngineFixture : public testing::Test {
 protected:
     EngineFixture();
 
-    /// Makes the engine, with these jobs in its job list file.
+    /// Creates the engine with these jobs in its job list file.
     void Start(const std::vector<JobListInfo>& savedJobs = {});
-    /// As the job list file holds it.
+    /// A job as stored in the job list file.
     static JobListInfo SavedJob(std::int32_t seqId, JobStatus status);
-    /// The start time that the engine reads as `hours` ago.
+    /// A start time that the engine reads as `hours` ago.
     static std::wstring StartedHoursAgo(int hours);
 
-    /// Writes a file below the fixture's directory, and gives its path.
+    /// Writes a file below the fixture's directory, and returns its path.
     std::wstring Write(const std::wstring& name, const std::string& content) const;
-    /// Writes an input file, and gives its path.
+    /// Writes an input file, and returns its path.
     std::wstring Input(const std::wstring& name) const { return Write(name, "solid"); }
     EnqueueJobsInfo Request(const InputSets& inputSets) const;
     JobEnqueueResult Enqueue(const InputSets& inputSets);
-    /// Enqueues jobs of one input each.
+    /// Enqueues jobs with one input each.
     void EnqueueJobs(int count);
-    /// One call of `ExecuteJob`: what it reported.
+    /// Calls `ExecuteJob` once, and returns its reports.
     std::vector<JobStatusInfo> Execute();
     void FinishProcess(std::int32_t seqId) { processes.at(Job(seqId).GetId()).Finish(); }
     void ReportProgress(std::int32_t seqId, int progress);
     void ReportResult(std::int32_t seqId, bool succeeded);
-    /// One call of `CheckUpdate`: what it reported.
+    /// Calls `CheckUpdate` once, and returns its reports.
     std::vector<JobStatusInfo> Poll();
 
     JobEntry& Job(std::int32_t seqId);
     JobStatus StatusOf(std::int32_t seqId) { return Job(seqId).GetStatus(); }
-    /// The number of the job at the cursor; 0 when it is at the end.
+    /// The number of the job at the cursor; 0 at the end.
     std::int32_t NumberAtCursor();
-    /// True when another thread could take the engine's lock at this moment.
+    /// True if another thread could take the engine's lock now.
     bool IsEngineFree();
     std::size_t JobListWriteCount() const { return companion.JobListWrites().size(); }
 

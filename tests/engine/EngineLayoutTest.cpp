@@ -13,8 +13,8 @@
 #include <string>
 #include <vector>
 
-// The order of data members and virtual operations is required by the published interface: each class is compared with
-// one of the same members that is declared here.
+// The published interface requires the order of data members and virtual operations: each class is compared with one
+// declared here with the same members.
 namespace {
 
 using test_support::OffsetOf;
@@ -185,7 +185,7 @@ TEST(EngineLayoutTest, TheAnswersHaveTheirMembersInTheDeclaredOrder) {
     EXPECT_EQ(sizeof(JobStatusInfo), sizeof(declared::JobStatusInfo));
 }
 
-/// Shows what those derived from the class see.
+/// Exposes what derived classes see.
 class Job : public JobEntry {
 public:
     using JobEntry::info;
@@ -204,7 +204,7 @@ TEST(EngineLayoutTest, AJobHasItsMembersAndSlotsInTheDeclaredOrder) {
     EXPECT_EQ(OffsetOf(&Job::scenarioSubDir), OffsetOf(&Declared::scenarioSubDir));
     EXPECT_EQ(OffsetOf(&Job::progressMessage), OffsetOf(&Declared::progressMessage));
     EXPECT_EQ(OffsetOf(&Job::processHandle), OffsetOf(&Declared::processHandle));
-    // Behind them stands one member of the implementation's own, the reason of a failure.
+    // They are followed by one member of the implementation, the reason of a failure.
     EXPECT_EQ(sizeof(JobEntry), sizeof(Declared) + sizeof(std::wstring));
     EXPECT_EQ(SlotOf(&JobEntry::OnEvaluateJobInputResult), SlotOf(&Declared::OnEvaluateJobInputResult));
     EXPECT_EQ(SlotOf(&JobEntry::OnCheckUpdate), SlotOf(&Declared::OnCheckUpdate));
@@ -212,7 +212,7 @@ TEST(EngineLayoutTest, AJobHasItsMembersAndSlotsInTheDeclaredOrder) {
     EXPECT_EQ(SlotOf(&JobEntry::GetJobStatusInfo), -1);
 }
 
-/// Shows what those derived from the class see.
+/// Exposes what derived classes see.
 class Engine : public JobEntryManagerBase {
 public:
     using JobEntryManagerBase::CreateNewJobEntry;

@@ -145,7 +145,7 @@ TEST_F(EngineSetupTest, InterruptedJobThatNeverStartedIsCanceledAndThenDeleted) 
     EXPECT_EQ(companion.Events(L"info: "), (Lines{L"Job: 1 is canceled.", L"1 jobs are deleted."}));
 }
 
-/// Makes entries of its own.
+/// An engine with its own entry class.
 class DerivedEngine : public OpenEngine {
 public:
     using OpenEngine::OpenEngine;
@@ -168,7 +168,7 @@ TEST_F(EngineSetupTest, LoadedJobsAreMadeByTheBaseAndEnqueuedOnesByTheDerivedEng
     EXPECT_EQ(counted.made, 2);
 }
 
-/// Shows what the protected operation gives for no record.
+/// Exposes the result of the protected operation for a null record.
 class MakingEngine : public OpenEngine {
 public:
     using JobEntryManagerBase::CreateNewJobEntry;

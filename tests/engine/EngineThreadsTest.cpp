@@ -10,7 +10,7 @@ class EngineThreadsTest : public EngineFixture {
 protected:
     EngineThreadsTest() { Start(); }
 
-    /// Calls each operation many times, every one in a thread of its own, all at once.
+    /// Calls each operation many times, each in its own thread, all at once.
     static void CallAtOnce(const std::vector<std::function<void()>>& operations) {
         constexpr int times = 50;
         std::atomic<std::size_t> ready{0};
@@ -58,7 +58,7 @@ TEST_F(EngineThreadsTest, OperationsFromSeveralThreadsLeaveAConsistentEngine) {
         Lines deleted;
         engine->DeleteJobs(ids, deleted);
     };
-    // A process map of the fixture has no lock: jobs run without a process, and are over at the next poll.
+    // The process map of the fixture has no lock, so jobs run without a process and end at the next poll.
     script.answer = nullptr;
     CallAtOnce({enqueue, enqueue, execute, poll, ask, remove});
     EXPECT_EQ(engine->knownJobIds.size(), 100U);

@@ -2,7 +2,7 @@
 
 namespace {
 
-/// How a request's scenario is found.
+/// How the scenario of a request is found.
 class EnqueueScenarioTest : public EngineFixture {
 protected:
     EnqueueScenarioTest() {

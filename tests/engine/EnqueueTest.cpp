@@ -4,7 +4,7 @@
 
 namespace {
 
-/// What becomes of the input sets of a request.
+/// The handling of the input sets of a request.
 class EnqueueTest : public EngineFixture {
 protected:
     EnqueueTest() {

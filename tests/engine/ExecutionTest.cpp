@@ -182,7 +182,7 @@ TEST_F(ExecutionTest, ModuleThatThrowsFailsTheJobAndSaysWhy) {
     engine.reset();
 }
 
-/// Holds every job back.
+/// Suspends every job.
 class HoldingEngine : public OpenEngine {
 public:
     using OpenEngine::OpenEngine;
@@ -198,7 +198,7 @@ TEST_F(ExecutionTest, DerivedEngineMayHoldExecutionBack) {
     EXPECT_EQ(StatusOf(1), JobStatus::Queued);
 }
 
-/// Counts how often it was asked whether to hold execution back.
+/// Counts how often it was asked whether to suspend execution.
 class AskedEngine : public OpenEngine {
 public:
     using OpenEngine::OpenEngine;

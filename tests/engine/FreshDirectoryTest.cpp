@@ -12,7 +12,7 @@ using platform::Error;
 using platform::ErrorKind;
 using Names = std::vector<std::wstring>;
 
-/// A disk on which others make directories, too.
+/// A disk on which other programs also create directories.
 class FreshDirectoryTest : public testing::Test {
 protected:
     DirectoryCalls Calls() {
@@ -29,7 +29,7 @@ protected:
     }
 
     std::set<std::wstring> existing;
-    /// Somebody else makes these between the look and the making.
+    /// Directories that another program creates between check and creation.
     std::set<std::wstring> madeInBetween;
     ErrorKind createError = ErrorKind::None;
     Names attempts;

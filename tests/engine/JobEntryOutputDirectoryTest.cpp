@@ -27,7 +27,7 @@ protected:
         return JobEntry(record);
     }
 
-    /// The directory made for a job, below the temporary directory; nothing when it failed.
+    /// The directory created for a job, relative to the temporary directory; empty if that failed.
     std::wstring Prepare(const std::wstring& inputFile) {
         JobEntry job = JobWith(directory.Path(), {inputFile});
         EXPECT_TRUE(job.PrepareOutputDir());

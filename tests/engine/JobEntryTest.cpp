@@ -26,7 +26,7 @@ JobListInfo Record() {
     return record;
 }
 
-/// Shows what the class keeps for itself.
+/// Exposes private members.
 class OpenJobEntry : public JobEntry {
 public:
     using JobEntry::JobEntry;

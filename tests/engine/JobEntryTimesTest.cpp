@@ -10,7 +10,7 @@
 
 namespace {
 
-/// In a zone whose clocks show five hours less than UTC in winter.
+/// A time zone five hours behind UTC in winter.
 class JobEntryTimesTest : public testing::Test {
 protected:
     static constexpr std::int64_t fiveHours = 5 * 3600;
@@ -31,14 +31,14 @@ TEST_F(JobEntryTimesTest, TimesAreWrittenInUtcAndReadAsLocal) {
     EXPECT_EQ(JobEntry::ConvertTimeStringToStruct(JobEntry::CreateTimeString(time)), time + fiveHours);
 }
 
-/// A number of thousands is written with a dot in it.
+/// Writes thousands with a dot.
 class GroupingNumbers : public std::numpunct<wchar_t> {
 protected:
     char_type do_thousands_sep() const override { return L'.'; }
     std::string do_grouping() const override { return "\3"; }
 };
 
-/// Everything of this process that asks for the locale finds another one while this lives.
+/// Sets another global locale during its lifetime.
 class ForeignLocale {
 public:
     ForeignLocale() : previous(std::locale::global(std::locale(std::locale(), new GroupingNumbers))) {}

@@ -5,7 +5,7 @@
 
 #include <stdexcept>
 
-/// Why a job failed, for those who ask the engine's entry.
+/// The reason of a failure, as the engine's entry returns it.
 namespace {
 
 class JobFailureTest : public EngineFixture {
@@ -19,7 +19,7 @@ protected:
         };
     }
 
-    /// Starts a job that the module takes, and lets its process end.
+    /// Starts a job that the module accepts, and ends its process.
     std::wstring FailureOfAnEndedJob() {
         EnqueueJobs(1);
         Execute();

@@ -11,7 +11,7 @@ constexpr std::array statuses{JobStatus::Queued,   JobStatus::Running,       Job
                               JobStatus::Failed,   JobStatus::Dequeued,      JobStatus::Canceling,
                               JobStatus::Canceled, static_cast<JobStatus>(9)};
 
-/// Of all statuses in their order, the one without a name last.
+/// Applies the rule to all statuses in their order, then to the unnamed one.
 template <typename Rule>
 auto ForAll(const Rule& rule) {
     std::vector<decltype(rule(JobStatus::Queued))> outcomes;

@@ -2,7 +2,7 @@
 
 namespace {
 
-/// Reports that come as text instead of files.
+/// Reports that arrive as text instead of files.
 class ReportTest : public EngineFixture {
 protected:
     ReportTest() {

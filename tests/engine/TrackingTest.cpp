@@ -2,7 +2,7 @@
 
 namespace {
 
-/// What a poll makes of running jobs.
+/// The effects of a poll on running jobs.
 class TrackingTest : public EngineFixture {
 protected:
     TrackingTest() { Start(); }
@@ -103,7 +103,7 @@ TEST_F(TrackingTest, QueueIsCompletedWhenAllJobsHaveEnded) {
     EXPECT_TRUE(engine->IsCompleted());
 }
 
-/// Refuses every change, and counts how often it was asked.
+/// Refuses every change, and counts the requests.
 class StubbornJob : public JobEntry {
 public:
     using JobEntry::JobEntry;

@@ -8,7 +8,7 @@ namespace {
 
 class UniqueIdTest : public testing::Test {
 protected:
-    /// Draws these numbers in order; `numbers` keeps what was not needed.
+    /// Draws these numbers in order; unused ones stay in `numbers`.
     std::wstring Draw() {
         return DrawUniqueId([this] { return Next(); }, [this](const std::wstring& id) { return taken.contains(id); },
                             known);

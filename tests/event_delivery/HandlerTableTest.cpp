@@ -81,7 +81,7 @@ TEST(HandlerTableTest, AHandlerMayTakeItselfAway) {
     EXPECT_EQ(handler.payloads.All(), Payloads{L"x"});
 }
 
-/// A handler that runs on a thread of its own until the test lets it go.
+/// A handler that runs on its own thread until the test releases it.
 class HeldHandler {
 public:
     explicit HeldHandler(HandlerTable& table) : handler([this](const std::wstring&) { Hold(); }) {
@@ -108,8 +108,8 @@ private:
     std::thread delivering;
 };
 
-/// Whether a change of the table waits for the handler: then the handler is over when it returns. The handler is let
-/// go by another thread, which begins when the change may be waiting already.
+/// Checks that a change of the table waits for a running handler: the handler has ended when the change returns.
+/// Another thread releases the handler, and may begin when the change already waits.
 void ChangeWaits(CallbackFunctor* replacement) {
     HandlerTable table;
     HeldHandler held(table);

@@ -15,14 +15,14 @@ constexpr int alreadyRunning = 4;
 
 class HostStartTest : public FaultFixture {
 protected:
-    /// Starts a host that is expected to refuse; what it says.
+    /// Starts a host that is expected to refuse, and returns its message.
     std::string ExpectRefusal(int exitCode) const {
         const test_support::Ending ending = test_support::RunToEnd(Host({}));
         EXPECT_EQ(ending.exitCode, exitCode) << ending.output;
         return ending.output;
     }
 
-    /// Starts hosts at the same time, lets all but one end by themselves, and gives the exit codes of those.
+    /// Starts hosts at the same time, waits until all but one have ended, and returns their exit codes.
     std::vector<std::int32_t> StartTogether(std::size_t count) {
         std::vector<platform::OwnedHandle> hosts(count);
         for (platform::OwnedHandle& started : hosts) {

@@ -13,7 +13,7 @@ constexpr int rows = 100'000;
 
 using LongListTest = FaultFixture;
 
-/// Jobs that have ended, with numbers from 1 on.
+/// Ended jobs with numbers from 1.
 std::vector<JobListInfo> EndedJobs() {
     std::vector<JobListInfo> jobs;
     for (int number = 1; number <= rows; ++number) {

@@ -31,7 +31,7 @@ TEST_F(SettingsChangeTest, AnotherWorkDirectoryHoldsForTheNextJobs) {
     const std::wstring after = frontEnd.Enqueue(JobsFile("exit 0")).at(0).id;
     EXPECT_EQ(frontEnd.AwaitStatus(after, JobStatus::Success).workDir, directory / (L"other_work\\" + after));
 
-    // What lies outside the work directory is never removed; its job is.
+    // Directories outside the work directory are never removed; their jobs are.
     EXPECT_EQ(frontEnd.Delete({before, after}).size(), 2U);
     EXPECT_TRUE(platform::Exists(WorkDirOf(before)));
     EXPECT_FALSE(platform::Exists(directory / (L"other_work\\" + after)));

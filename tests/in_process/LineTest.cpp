@@ -12,7 +12,7 @@ namespace {
 
 using Payloads = std::vector<std::wstring>;
 
-/// Handlers are made before the line, and so outlive its threads.
+/// Handlers are constructed before the line, so they outlive its threads.
 class LineTest : public testing::Test {
 protected:
     in_process::Endpoint* Engine() { return line.Engine(); }

@@ -14,7 +14,7 @@ namespace {
 
 using test_support::Ending;
 
-/// The command-line front end and the host as real processes, which meet over the real line.
+/// The command-line front end and the host as real processes with the real transmitter.
 class CommandLineTest : public HostProcessFixture {
 protected:
     Ending Cli(const std::vector<std::wstring>& arguments) const {
@@ -159,7 +159,7 @@ TEST_F(CommandLineTest, AFrontEndWhoseReaderHasGoneEnds) {
         pipe->CloseWriteEnd();
         ASSERT_TRUE(test_support::ReadUntil(*pipe, "Job " + number));
         pipe.reset();
-        // Windows tells of it when the next change is written.
+        // Windows detects it when the next change is written.
         EXPECT_EQ(Cli({L"--cancel", text::FromUtf8(number)}).exitCode, 0);
         ASSERT_TRUE(test_support::WaitUntilSignalled(showing.Get()));
         EXPECT_EQ(platform::ExitCode(showing.Get()), 141);

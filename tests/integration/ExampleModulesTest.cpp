@@ -9,12 +9,12 @@
 
 #include <gtest/gtest.h>
 
-/// The function modules in examples/function_modules, in C++ and in C, called as the host does.
+/// The function modules in examples/function_modules, in C++ and in C, called like by the host.
 namespace {
 
 class ExampleModulesTest : public testing::TestWithParam<const char*> {
 protected:
-    /// The result of "RunScenario" for a scenario file; `answer` is what the module says.
+    /// The result of "RunScenario" for a scenario file; `answer` receives the module's answer.
     long RunScenario(const std::wstring& scenario) {
         std::wstring request;
         EXPECT_TRUE(ControllerCSWrapper::CreateRunScenarioInfoString(L"a1", scenario, {}, directory / L"out",
@@ -34,7 +34,7 @@ TEST_P(ExampleModulesTest, TheAnswerNamesTheProcessThatWasStarted) {
     ASSERT_TRUE(ControllerCSWrapper::Deserialize(answer, process)) << text::ToUtf8(answer);
     const platform::OwnedHandle owned(process);
     EXPECT_TRUE(test_support::WaitUntilSignalled(process));
-    // The path of the run request is none of its commands.
+    // The path of the run request is not one of its commands.
     EXPECT_EQ(platform::ExitCode(process), 99);
     EXPECT_NE(ReadTextFile(directory / L"work\\a1\\run_scenario_info.json").find("\"jobId\":\"a1\""),
               std::string::npos);

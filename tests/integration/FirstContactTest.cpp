@@ -21,7 +21,7 @@ constexpr bool isSanitized = true;
 constexpr bool isSanitized = false;
 #endif
 
-/// Each front end is a process, and the first ones start hosts besides: slow under sanitizers, and under Wine.
+/// Each front end is a process, and the first ones also start hosts: slow under sanitizers and Wine.
 int Rounds() {
     return isSanitized || !std::wstring(platform::programExtension).empty() ? 3 : 50;
 }
@@ -37,7 +37,7 @@ public:
         messages.CloseWriteEnd();
     }
 
-    /// Once it has ended. The host that it may have started can hold the pipe open.
+    /// After its end. A host that it started may hold the pipe open.
     void ExpectSuccess() {
         ASSERT_TRUE(test_support::WaitUntilSignalled(process.Get()));
         std::string said;
@@ -50,10 +50,10 @@ private:
     platform::OwnedHandle process;
 };
 
-/// Front ends that come when there is no host yet.
+/// Front ends that start when no host runs.
 class FirstContactTest : public HostProcessFixture {
 protected:
-    /// A host that the test itself started is ended by the fixture.
+    /// The fixture ends a host that the test itself started.
     ~FirstContactTest() override {
         if (!host) {
             StopHost();
@@ -71,7 +71,7 @@ protected:
 
     std::wstring OutputOf(int frontEnd) const { return directory / (L"out" + std::to_wstring(frontEnd) + L".txt"); }
 
-    /// Starts all at once, waits for their ends, and gives what they have written to their files.
+    /// Starts all at once, waits for their ends, and returns the contents of their output files.
     std::vector<std::string> RunTogether(std::vector<std::wstring> arguments) const {
         std::array<RunningFrontEnd, frontEnds> running;
         arguments.insert(arguments.end(), {L"-o", L""});
@@ -149,7 +149,7 @@ TEST_F(FirstContactTest, ATransmitterWithTheTwoOperationsAloneIsEnough) {
     EXPECT_EQ(Cli({L"-s", L"7"}).output, Line("7,Unknown"));
     EXPECT_EQ(Cli({L"--wait", L"1"}).exitCode, 0);
     EXPECT_EQ(Cli({L"-s", L"1", L"-f"}).output, Line("1,Success"));
-    // Nothing tells the end of the host: only the patience for an answer ends such a wait.
+    // Nothing reports the end of the host: only the response timeout ends such a wait.
     platform::SetEnvironment(L"QRV_KT_WAIT_RESPONSE_SEC", L"1");
     StopHost();
     EXPECT_EQ(Cli({L"-f", L"--list"}).exitCode, 3);

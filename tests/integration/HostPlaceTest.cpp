@@ -7,7 +7,7 @@
 
 namespace {
 
-/// Where a host listens, what its lock says of it, and what others see of both.
+/// The endpoint of a host, the content of its lock, and what other processes see of both.
 class HostPlaceTest : public HostProcessFixture {
 protected:
     host_lock::Holder Holder() const {
@@ -18,7 +18,7 @@ protected:
 
     std::string ProcessOfHost() const { return "process " + std::to_string(platform::ProcessNumber(host.Get())); }
 
-    /// The same list, but another name.
+    /// The same list with another endpoint name.
     void RenameEndpointAddress() const {
         std::string text = UsualSettings("job_list.json");
         const std::string name = text::ToUtf8(endpointName);

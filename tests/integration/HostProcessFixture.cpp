@@ -24,7 +24,7 @@ std::string RepeatedInputs(int count) {
     return sets;
 }
 
-/// A scenario's interpreter, and the libraries that a packaged program needs, are found there.
+/// Scenario interpreters, and the libraries of packaged programs, are found there.
 std::wstring PathWithPrograms() {
     return platform::GetEnvironment(L"PATH").value_or(L"") + platform::pathListSeparator +
            platform::ToNativeText(platform::ProgramDirectory());
@@ -79,7 +79,7 @@ std::int32_t HostProcessFixture::AwaitHostEnd() {
 }
 
 void HostProcessFixture::AwaitNoHost() const {
-    // Nothing tells the end of a process that is not a child; but its lock is free then.
+    // The end of a process that is not a child cannot be waited for, but its lock is free then.
     const test_support::Deadline deadline("the end of the host");
     constexpr std::chrono::milliseconds interval{20};
     platform::FileLock lock;

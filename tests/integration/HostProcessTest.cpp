@@ -18,7 +18,7 @@ using test_support::ZipEntry;
 
 class HostProcessTest : public HostProcessFixture {
 protected:
-    /// A scenario with a family of processes that do not heed requests, in a package that holds its program.
+    /// A scenario whose child processes ignore requests to stop, in a package with its program.
     std::wstring PackagedFamily() const {
         const std::string program = "bin/test_scenario" + text::ToUtf8(platform::programExtension);
         ZipEntry manifest;
@@ -35,13 +35,13 @@ protected:
         return JobsFileFor("family.esa", 1);
     }
 
-    /// A job's work directory is there once it runs.
+    /// The work directory of a job exists once it runs.
     void AwaitReady(TestClient& frontEnd, const std::wstring& id) const {
         frontEnd.AwaitStatus(id, JobStatus::Running);
         AwaitFile(WorkDirOf(id), L"ready");
     }
 
-    /// The id of a job that has a family of running processes, and those.
+    /// Starts a job with several processes, and returns its id and these processes.
     std::wstring StartFamily(TestClient& frontEnd) {
         const std::wstring id = frontEnd.Enqueue(PackagedFamily()).at(0).id;
         AwaitReady(frontEnd, id);

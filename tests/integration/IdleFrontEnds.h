@@ -8,8 +8,7 @@
 #include <string>
 #include <vector>
 
-/// Front ends that connect to a host, greet, and do nothing until the end of this object. One that finds no host fails
-/// the test.
+/// Front ends that connect to a host, greet, and stay idle until destruction. Fails the test if there is no host.
 class IdleFrontEnds {
 public:
     IdleFrontEnds(const std::wstring& endpointName, std::size_t count);

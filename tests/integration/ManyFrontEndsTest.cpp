@@ -10,7 +10,7 @@
 
 namespace {
 
-/// Front ends as processes that come and go as they like, before one host.
+/// Front ends as processes that connect and disconnect at will.
 class ManyFrontEndsTest : public HostProcessFixture {
 protected:
     platform::OwnedHandle StartFrontEnd(const std::vector<std::wstring>& arguments, void* output = nullptr) const {

@@ -13,7 +13,7 @@
 
 namespace {
 
-/// A JSON text: paths are written with slashes, which both systems take.
+/// A JSON text. Paths are written with slashes, which both systems accept.
 std::string Quoted(const std::wstring& path) {
     std::string quoted = "\"";
     for (const char byte : text::ToUtf8(path)) {
@@ -25,7 +25,7 @@ std::string Quoted(const std::wstring& path) {
 } // namespace
 
 ScenarioRunFixture::ScenarioRunFixture() : pathBefore(platform::GetEnvironment(L"PATH").value_or(L"")) {
-    // A packaged program finds the libraries of this build there.
+    // The directory where a packaged program finds the libraries of this build.
     platform::SetEnvironment(L"PATH", pathBefore + platform::pathListSeparator +
                                           platform::ToNativeText(platform::ProgramDirectory()));
     settings.runner = test_support::ProgramPath(L"scenario_runner");

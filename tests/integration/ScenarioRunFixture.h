@@ -9,14 +9,14 @@
 #include "platform/processes/ProcessHandle.h"
 #include "support/TemporaryDirectory.h"
 
-/// A function module and settings in a temporary directory, and one job. Scripts with the extension ".steps" are run by
-/// the program test_scenario.
+/// A function module and settings in a temporary directory, and one job. The program test_scenario runs scripts with
+/// the extension ".steps".
 class ScenarioRunFixture : public testing::Test {
 protected:
     ScenarioRunFixture();
     ~ScenarioRunFixture() override;
 
-    /// Settings, to be changed before `Start`.
+    /// Settings; change them before `Start`.
     struct Settings {
         std::wstring runner;
         int graceSeconds = 600;
@@ -24,17 +24,17 @@ protected:
         std::wstring stepsInterpreter;
     };
 
-    /// Writes the scenario file and uses it for the job.
+    /// Writes the scenario file and selects it for the job.
     void UseSteps(const std::string& steps);
     void UseScenario(const std::wstring& name, const std::string& content);
     void WriteSettings();
-    /// The function's result; on success the job's runner is `runner`.
+    /// The result of the function; on success `runner` is the job's runner.
     [[nodiscard]] long Start();
-    /// `UseSteps` and `Start`; returns when the scenario has come to its step "be ready".
+    /// `UseSteps` and `Start`; returns when the scenario has reached its step "be ready".
     void StartAndAwaitReady(const std::string& steps);
-    /// Waits until the runner has ended; its exit code.
+    /// Waits until the runner has ended, and returns its exit code.
     std::int32_t AwaitEnd();
-    /// `UseSteps`, `Start`, `AwaitEnd` and that both went well.
+    /// `UseSteps`, `Start` and `AwaitEnd`; checks that both succeeded.
     void Run(const std::string& steps);
 
     [[nodiscard]] long Call(const std::string& function, const std::wstring& input);

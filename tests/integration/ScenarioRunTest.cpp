@@ -10,7 +10,7 @@ namespace {
 
 using ScenarioRunTest = ScenarioRunFixture;
 
-/// Plain segments of a path until the whole is longer than what old system calls take.
+/// A path of plain segments longer than old system calls accept.
 std::wstring LongName() {
     return L"a rather long folder name that goes on and on, " + std::wstring(120, L'x');
 }

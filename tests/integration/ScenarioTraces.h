@@ -5,12 +5,12 @@
 #include <string>
 #include <vector>
 
-/// The traces that the program test_scenario leaves in its work directory.
+/// The files that the program test_scenario leaves in its work directory.
 
-/// Waits until there is a file of this name; ends the test program when none comes.
+/// Waits until a file of this name exists; ends the test program after the deadline.
 void AwaitFile(const std::wstring& workDir, const std::wstring& name);
 
-/// Opens all processes of the scenario that it noted down. Null for one that has ended.
+/// Opens all processes that the scenario recorded. Null for those that have ended.
 std::vector<platform::OwnedHandle> OpenNotedProcesses(const std::wstring& workDir);
 
 /// Waits for the end of each.

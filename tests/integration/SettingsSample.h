@@ -4,7 +4,7 @@
 
 #include <string>
 
-/// The settings file that docs/settings.md shows.
+/// The settings file in docs/settings.md.
 inline std::string SettingsSample() {
     const std::string page = ReadTextFile(SETTINGS_PAGE);
     const std::size_t begin = page.find("```json\n") + 8;

@@ -24,7 +24,7 @@ TEST_F(SettingsSampleTest, IsReadWithoutAWarning) {
     const auto directories = settings::Current()->scenarioDirectories;
     ASSERT_EQ(directories.size(), 1U);
     EXPECT_EQ(directories[0].path, directory / L"scenarios");
-    // It names its own log, where a member without meaning would be told of.
+    // Creates its own log, which would contain warnings about unknown members.
     ControllerCSWrapper::WriteInfoLog(L"The end.");
     EXPECT_EQ(ReadTextFile(directory / L"controller.log").find("has no effect"), std::string::npos);
 }

@@ -7,10 +7,10 @@
 
 namespace {
 
-/// How a report says that a job is no longer in the list.
+/// The status with which a report marks a deleted job.
 constexpr auto deleted = static_cast<JobStatus>(-1);
 
-/// What a host that finds this status in its list takes it for; the file follows with the next change.
+/// The status that a starting host assigns to a job with this listed status; the file follows at the next change.
 JobStatus StatusAtStart(JobStatus listed) {
     return IsFinal(listed) ? listed : JobStatus::Canceled;
 }
@@ -78,7 +78,7 @@ void JobLedger::EnqueueAcknowledged(const std::wstring& mark, const JobEnqueueRe
     }
 }
 
-/// Others may have told of the job before the answer came.
+/// The job may have been broadcast before the response.
 void JobLedger::Acknowledge(const JobIdInfo& id, const std::wstring& mark, const Request& request) {
     Job job{.id = id.id};
     const Job* const known = FindId(jobs, id.id);
@@ -213,7 +213,7 @@ void JobLedger::CompareJob(const Job& job, const JobListInfo* row) const {
     Expect(job.told != JobStatus::Dequeued || row->startTime.empty(), job, "was cancelled before it started, and did");
 }
 
-/// Requests without an answer have made all of their jobs or none.
+/// An unanswered request has created all of its jobs or none.
 void JobLedger::CompareUnknown(const std::vector<JobListInfo>& list) const {
     std::map<std::wstring, std::size_t> found;
     for (const JobListInfo& row : list) {

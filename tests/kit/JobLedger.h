@@ -11,18 +11,18 @@
 #include <string>
 #include <vector>
 
-/// True for a job that neither waits nor runs any more. The tests' own word for it: what they check does not decide it.
+/// True for an ended job. A separate definition, so that the tests do not depend on the code under test.
 bool IsFinal(JobStatus status);
 
-/// What is wrong with a list whatever was told before: it is in the order of its numbers, so that each number and each
-/// id is there once, and has nothing of what is `gone`.
+/// Errors in a list independent of earlier reports: numbers in order, numbers and ids unique, none of the jobs in
+/// `gone`.
 std::vector<std::string> OrderProblems(const std::vector<JobListInfo>& list, const std::set<std::wstring>& gone);
 
-/// What hosts have acknowledged and told of jobs, and what was asked of them and never answered. Whatever contradicts
-/// that, in what they tell next or in a list, is a problem. One thread.
+/// Records what hosts have acknowledged and reported, and unanswered requests. Later reports and lists that contradict
+/// these are problems. One thread.
 class JobLedger {
 public:
-    /// How a job ends that nobody disturbs; nothing: not by itself.
+    /// The status in which an undisturbed job ends; nothing if it does not end by itself.
     struct UndisturbedEnd {
         std::string kind;
         std::optional<JobStatus> status;
@@ -30,27 +30,27 @@ public:
 
     struct Job {
         std::wstring id;
-        /// 0 for a job that was told of and not acknowledged: somebody else's, or one whose answer is still to come.
+        /// 0 for a job that was reported but not acknowledged: created by others, or its response is still to come.
         std::int32_t seqId = 0;
-        /// What was put into the request that made it.
+        /// The mark of the request that created it.
         std::wstring mark{};
         JobStatus told = JobStatus::Queued;
         std::int32_t toldProgress = 0;
         bool deletionAsked = false;
         std::optional<UndisturbedEnd> end{};
-        /// Cancelled, or hit by a kill: then it may end in any way.
+        /// Cancelled or killed: it may end in any way.
         bool isDisturbed = false;
     };
 
-    /// Who else may have jobs made.
+    /// Whether other front ends may create jobs.
     enum class Others { None, Some };
-    /// Takes a problem, a sentence.
+    /// Receives a problem, as a sentence.
     using Object = std::function<void(const std::string& problem)>;
     using Choice = std::function<bool(const Job&)>;
 
     JobLedger(Others otherClients, Object objection) : others(otherClients), object(std::move(objection)) {}
 
-    /// A mark for the next request, which no other has.
+    /// A unique mark for the next request.
     std::wstring NewMark() { return L"request " + std::to_wstring(++lastMark); }
 
     void EnqueueAsked(const std::wstring& mark, std::size_t jobs, const std::optional<UndisturbedEnd>& end = {});
@@ -58,28 +58,28 @@ public:
     void DeletionAsked(const std::vector<std::wstring>& ids);
     void DeletionAcknowledged(const std::vector<std::wstring>& ids);
     void Disturb(const std::wstring& id);
-    /// What a host tells of jobs, in its order.
+    /// Changes of jobs reported by a host, in order.
     void Told(const std::vector<JobStatusInfo>& changes);
 
-    /// Compares a list, which may be one that the next host will find, with all this.
+    /// Compares a list, possibly one that the next host will find, with the record.
     void Compare(const std::vector<JobListInfo>& list) const;
-    /// The same for the list of a host that lives and has told everything: its jobs are as they were told.
+    /// The same for a live host that has reported everything: its jobs are as reported.
     void CompareAll(const std::vector<JobListInfo>& list) const;
-    /// Takes the list of a host that has just started as what holds from now on.
+    /// Takes the list of a newly started host as the new state.
     void Adopt(const std::vector<JobListInfo>& list);
 
     /// In the order of the list.
     const std::vector<Job>& Jobs() const { return jobs; }
-    /// Throws when there is none.
+    /// Throws if there is none.
     const Job& JobOf(const std::wstring& id) const;
     std::vector<std::wstring> Ids(const Choice& choice) const;
     std::size_t Count(const Choice& choice) const { return Ids(choice).size(); }
 
-    /// Jobs that were acknowledged, or told of.
+    /// Jobs that were acknowledged or reported.
     std::size_t Made() const { return made; }
     std::size_t AcknowledgedJobs() const { return acknowledgedJobs; }
     std::size_t AcknowledgedDeletions() const { return acknowledgedDeletions.size(); }
-    /// How many jobs were told to have ended so.
+    /// The number of ended jobs by reported status.
     const std::map<std::string, int>& Ends() const { return ends; }
 
 private:
@@ -92,7 +92,7 @@ private:
     void Acknowledge(const JobIdInfo& made, const std::wstring& mark, const Request& request);
     void ToldOne(const JobStatusInfo& change);
     void TakeEnd(const Job& job);
-    /// True when the job was known.
+    /// True if the job was known.
     bool Remove(const std::wstring& id);
     void CompareJob(const Job& job, const JobListInfo* row) const;
     void CompareUnknown(const std::vector<JobListInfo>& list) const;
@@ -102,14 +102,13 @@ private:
     int lastMark = 0;
     std::size_t made = 0;
     std::size_t acknowledgedJobs = 0;
-    /// The highest number that the host has handed out or found; 0 when no job is left: the numbering starts again
-    /// then.
+    /// The highest number that the host has used or found; 0 if no job is left, because numbering restarts then.
     std::int32_t lastNumber = 0;
     std::vector<Job> jobs;
-    /// The ids of jobs that were told or acknowledged to be deleted.
+    /// The ids of jobs reported or acknowledged as deleted.
     std::set<std::wstring> gone;
     std::set<std::wstring> acknowledgedDeletions;
     std::map<std::string, int> ends;
-    /// Requests that were not answered: all of their jobs may have come to be, or none.
+    /// Unanswered requests: all of their jobs may exist, or none.
     std::map<std::wstring, Request> unanswered;
 };

@@ -43,7 +43,7 @@ protected:
         return row;
     }
 
-    /// The objections since the last look.
+    /// The problems since the last call.
     Problems TakeProblems() { return std::exchange(problems, {}); }
 
     Problems Compared(const std::vector<JobListInfo>& list) {

@@ -129,7 +129,7 @@ bool TestClient::Meet(void* process) {
     Send(L"CheckJobStatusRequest", ControllerCSWrapper::Serialize(L"CheckJobStatusRequest", std::vector{greeting}));
     const Time limit = steady_clock::now() + test_support::patience;
     while (const auto event = Next(answer, limit)) {
-        // Only the host that was asked says this back.
+        // Only the host that was asked returns this text.
         if (event->name == answer && event->content.find(greeting) != std::wstring::npos) {
             hostPeer = event->peer;
             return true;
@@ -139,13 +139,13 @@ bool TestClient::Meet(void* process) {
 }
 
 void TestClient::Send(const std::wstring& request, const std::wstring& content) {
-    // A host that dies lets go of its connections before its end can be seen.
+    // A dying host closes its connections before its end can be seen.
     if (!extension->PostEvent(request, content) && !(host && test_support::WaitUntilSignalled(host))) {
         throw std::runtime_error("no host takes " + text::ToUtf8(request));
     }
 }
 
-/// What was said before is no answer to it.
+/// Earlier events are not its response.
 std::optional<std::wstring> TestClient::TryAsk(const std::wstring& request, const std::wstring& content,
                                                const std::wstring& answer) {
     HearKept();
@@ -196,7 +196,7 @@ TestClient::Arrival TestClient::AwaitArrival(Time limit) {
     if (!signalled) {
         return Arrival::TimeIsOver;
     }
-    // The end of a host may be known before its last words are here.
+    // The end of a host may be known before its last events arrive.
     while (*signalled == 1 && extension->IsConnected() && !platform::WaitForAny({arrived.Handle()}, milliseconds(1))) {
     }
     const bool hasArrived = *signalled == 0 || platform::WaitForAny({arrived.Handle()}, milliseconds(0));

@@ -19,15 +19,14 @@
 #include <string>
 #include <vector>
 
-/// A front end in the test's own process: it talks to a host through the real transmitter module and keeps all that it
-/// is told of jobs. What it waits for and does not get within the tests' patience throws std::runtime_error, and so
-/// does a refusal that it did not wait for. One thread.
+/// A front end in the test's process: communicates with a host through the real transmitter module and records all
+/// reported changes. A response that does not arrive in time, or an unexpected refusal, throws std::runtime_error. One
+/// thread.
 class TestClient {
 public:
     using Told = std::function<void(const std::vector<JobStatusInfo>&)>;
 
-    /// `endpointName` is the host's. `tell` is given every change of jobs, in the host's order, as the operations below
-    /// come upon it.
+    /// `endpointName` is the host's. `tell` receives each change of jobs, in order, while the operations below run.
     explicit TestClient(const std::wstring& endpointName, Told tell = {});
     ~TestClient();
     TestClient(const TestClient&) = delete;
@@ -36,40 +35,40 @@ public:
     /// The transmitter that all presenters of this process share for the endpoint.
     EventTransmitter* Transmitter() const { return transmitter; }
 
-    /// Sends a request and gives the content of its answer.
+    /// Sends a request and returns the content of its response.
     std::wstring Ask(const std::wstring& request, const std::wstring& content, const std::wstring& answer);
-    /// The jobs that a request made, one element an input set.
+    /// The jobs that a request created, one element per input set.
     JobEnqueueResult Enqueue(const EnqueueJobsInfo& request);
-    /// Sends the requests of a jobs file; the jobs that they made.
+    /// Sends the requests of a jobs file, and returns the created jobs.
     std::vector<JobIdInfo> Enqueue(const std::wstring& jobsFile);
     /// The whole list.
     std::vector<JobListInfo> Jobs();
     void Cancel(const std::wstring& jobId);
     /// The ids of the jobs that were deleted.
     std::vector<std::wstring> Delete(const std::vector<std::wstring>& jobIds);
-    /// Asks the host to end and waits for its word that it will.
+    /// Asks the host to end and waits for its confirmation.
     void Terminate();
 
-    /// Waits until the host has told that a job has this status.
+    /// Waits until the host reports this status of a job.
     JobStatusInfo AwaitStatus(const std::wstring& jobId, JobStatus status);
-    /// What the host has told of jobs since the last call, in its order; nothing when it told nothing for so long.
+    /// The changes since the last call, in order; empty if there are none within `longest`.
     std::vector<JobStatusInfo> NextUpdates(std::chrono::milliseconds longest);
 
-    // With one host after another, each of which may die in the middle of an answer
+    // With a succession of hosts, each of which may die during a response
 
-    /// From now on talks to the host that has just started; what an earlier one sent is ignored. False when it died.
+    /// Connects to a newly started host; events of earlier hosts are ignored. False if it died.
     [[nodiscard]] bool Meet(void* process);
-    /// Sends a request and does not wait.
+    /// Sends a request without waiting.
     void Send(const std::wstring& request, const std::wstring& content);
-    /// As `Ask`; nothing when the host died before it answered.
+    /// Like `Ask`; nothing if the host died before its response.
     [[nodiscard]] std::optional<std::wstring> TryAsk(const std::wstring& request, const std::wstring& content,
                                                      const std::wstring& answer);
-    /// Waits for changes of jobs until `isReached`; false when the host died before.
+    /// Waits for changes of jobs until `isReached`; false if the host died before.
     [[nodiscard]] bool AwaitChanges(const std::function<bool()>& isReached);
-    /// Takes in what a host that has died said last, if it was met at all.
+    /// Reads the last events of a dead host, if it was ever connected.
     void HearLastWords();
 
-    /// What a content says.
+    /// Parses a content.
     template <class Value>
     static Value Read(const std::wstring& content) {
         Value value;
@@ -92,9 +91,9 @@ private:
     void Keep(Event event);
     [[nodiscard]] std::optional<Event> TakeKept();
     Arrival AwaitArrival(Time limit);
-    /// The next event before `limit`; nothing when the host died and has said all.
+    /// The next event before `limit`; nothing if the host died and has no more events.
     [[nodiscard]] std::optional<Event> Next(const std::wstring& awaited, Time limit);
-    /// The same for an event of this name. Changes of jobs on the way are told.
+    /// The next event of this name. Changes of jobs before it are reported.
     [[nodiscard]] std::optional<Event> NextNamed(const std::wstring& name);
     void Hear(const Event& event);
     void HearKept();
@@ -102,9 +101,9 @@ private:
     EventTransmitter* const transmitter;
     EventTransmitterExtension* const extension;
     const Told tellChanges;
-    /// The host that was met; null: any, which lives.
+    /// The connected host; null: any host, which stays alive.
     void* host = nullptr;
-    /// Its number; 0 while it is not known yet.
+    /// Its peer number; 0 while unknown.
     EventTransmitterExtension::Peer hostPeer = 0;
     std::uint64_t meetings = 0;
     std::vector<JobStatusInfo> told;

@@ -110,7 +110,7 @@ TEST_F(AcknowledgementTest, OutOfAHandlerNobodyIsWaitedFor) {
     const auto client = Client();
     std::promise<bool> sent;
     RecordingHandler second;
-    // It runs on the thread that would have to handle what it sends.
+    // Runs on the thread that would have to handle the sent event.
     RecordingHandler first([&](const std::wstring&) { sent.set_value(client->SendEvent(L"Second", L"2")); });
     engine->AddEventHandler(L"First", &first);
     engine->AddEventHandler(L"Second", &second);

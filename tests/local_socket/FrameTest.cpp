@@ -135,7 +135,7 @@ const std::vector<RefusedCase> refusedCases{
     {"acknowledgement with a payload", "CCev\2\0\3\0\0\0\0\0\1\0\0\0\1\0\0\0\0\0\0\0p"s, FrameRefusal::PayloadSize},
 };
 
-/// Its header is shorter: nothing more may be waited for.
+/// Its header is shorter, so the reader must not wait for more.
 TEST(FrameTest, TheGreetingOfVersion1IsRefusedAsSuch) {
     FrameDecoder decoder;
     std::vector<Frame> frames;

@@ -20,7 +20,7 @@ using Payloads = std::vector<std::wstring>;
 
 class LineTest : public LineFixture {};
 
-/// Waits until the client has seen that the engine is gone.
+/// Waits until the client has noticed the end of the engine.
 void WaitUntilDisconnected(const ClientEnd& client) {
     const auto end = std::chrono::steady_clock::now() + test_support::patience;
     while (client.IsConnected() && std::chrono::steady_clock::now() < end) {
@@ -28,7 +28,7 @@ void WaitUntilDisconnected(const ClientEnd& client) {
     }
 }
 
-/// On a loaded machine a pipe can be busy for longer than one attempt to connect lasts.
+/// On a loaded machine a pipe may stay busy for longer than one attempt to connect.
 bool SendInTime(ClientEnd& client, const std::wstring& eventName, const std::wstring& payload) {
     const auto end = std::chrono::steady_clock::now() + test_support::patience;
     bool isSent = false;
@@ -38,7 +38,7 @@ bool SendInTime(ClientEnd& client, const std::wstring& eventName, const std::wst
     return isSent;
 }
 
-/// Asks and waits for the answer: so long everything that was sent before has arrived.
+/// Sends a request and waits for its response: everything sent before has then arrived.
 void AskAndWait(ClientEnd& client) {
     RecordingHandler answer;
     client.AddEventHandler(L"Answer", &answer);
@@ -123,7 +123,7 @@ TEST_F(LineTest, EveryTextArrivesUnchanged) {
 }
 
 TEST_F(LineTest, APayloadOf20MegabytesArrivesUnchanged) {
-    // Under a sanitizer it takes longer than anybody would wait for.
+    // Slow under a sanitizer.
     limits.acknowledgement = std::chrono::hours(1);
     const auto engine = Engine();
     const std::wstring payload(std::size_t{20} << 20, L'j');
@@ -265,7 +265,7 @@ TEST_F(LineTest, MoreFrontEndsThanAllowedAreToldThatTheEngineIsBusy) {
                            L"or try again later");
         EXPECT_TRUE(third->IsBusy());
     }
-    // One line of each end, however often it is tried.
+    // One line per end, however many attempts.
     const Payloads lines = log.lines.WaitFor(2);
     EXPECT_EQ(lines.size(), 2u) << testing::PrintToString(lines);
 }

@@ -15,7 +15,7 @@ using local_socket::MakeLocalNetwork;
 using local_socket::Network;
 using local_socket::Timer;
 
-/// Each front end that is taken is followed by the next, which waits already when the network looks.
+/// Each accepted front end is followed by the next, which already waits when the network checks.
 TEST(NetworkTest, FrontEndsThatComeWithoutEndDoNotHoldUpTheRest) {
     constexpr int tooMany = 10'000;
     const std::string place = NewEndpointName();

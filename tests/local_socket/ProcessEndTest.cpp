@@ -8,7 +8,7 @@
 #include "local_socket/support/EndpointNames.h"
 #include "local_socket/support/Module.h"
 
-/// What is tested comes after the test: the process of each ends well, or its entry fails by the exit code.
+/// The tested code runs after the test: each process must end normally, or its exit code fails the entry.
 namespace {
 
 class EchoHandler final : public CallbackFunctor {
@@ -26,7 +26,7 @@ private:
     EventTransmitter* const transmitter;
 };
 
-/// Handlers must outlive their use, and here they are used to the end.
+/// Handlers must outlive their use; here they are used until the process ends.
 EchoHandler& Echoing(EventTransmitter* end) {
     EchoHandler& handler = *std::make_unique<EchoHandler>(end).release();
     end->AddEventHandler(L"Echo", &handler);

@@ -31,14 +31,14 @@ using namespace std::string_literals;
 
 using Lines = std::vector<std::wstring>;
 
-/// Holds the bare line in its hand: sends whatever bytes it likes and sees what comes back.
+/// A peer on the bare connection: sends arbitrary bytes and reads the reply.
 class RawPeer {
 public:
     explicit RawPeer(const std::string& place) : thread([this] { network->Run(); }) {
         Use(network->Connect(place).channel);
     }
 
-    /// Listens in an engine's place instead and sends these bytes to the first front end that comes.
+    /// Listens in place of an engine and sends these bytes to the first front end.
     RawPeer(const std::string& place, const std::string& answer) : thread([this] { network->Run(); }) {
         network->Listen(place, [this, answer](std::unique_ptr<local_socket::Channel> accepted, local_socket::Room) {
             channel = std::move(accepted);
@@ -64,13 +64,13 @@ public:
         channel->Close();
     }
 
-    /// Waits for so many bytes.
+    /// Waits for this many bytes.
     std::string Receive(std::size_t size) {
         const std::vector<char> bytes = arrived.WaitFor(size);
         return {bytes.begin(), bytes.end()};
     }
 
-    /// Waits until the other side has closed, and gives all that came before.
+    /// Waits until the peer has closed, and returns all bytes received before.
     std::string ReceiveUntilClosed() {
         ended.WaitFor(1);
         return Receive(0);
@@ -121,7 +121,7 @@ protected:
         return std::make_unique<ClientEnd>(place, MakeLocalNetwork(log.Function()), limits, log.Function());
     }
 
-    /// Waits for the one line of the log, without what stands before the reason.
+    /// Waits for the only line of the log, and compares its reason.
     void ExpectLogged(const std::wstring& reason) {
         const Lines lines = log.lines.WaitFor(1);
         ASSERT_EQ(lines.size(), 1u) << testing::PrintToString(lines);

@@ -44,7 +44,7 @@ SharedFrame Shared(const std::string& frame) {
     return std::make_shared<const std::string>(frame);
 }
 
-/// One session, with the test as its owner and its peer.
+/// One session; the test is its owner and its peer.
 class SessionTest : public testing::Test, public local_socket::SessionObserver {
 protected:
     void TearDown() override {

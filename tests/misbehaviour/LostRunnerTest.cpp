@@ -7,11 +7,11 @@
 
 namespace {
 
-/// Scenarios that end their runner by force, as a user or a system short of memory may.
+/// Scenarios that kill their runner, as a user or the out-of-memory killer might.
 class LostRunnerTest : public HostProcessFixture {
 protected:
-    /// Runs a scenario with a family of processes that then does what `misdeed` says, and returns when its job has
-    /// failed and none of its processes is left; the job's id.
+    /// Runs a scenario with several processes that then performs `misdeed`. Returns the job's id when the job has
+    /// failed and all of its processes have ended.
     std::wstring RunFamily(const std::string& misdeed) {
         StartHost();
         TestClient frontEnd(endpointName);

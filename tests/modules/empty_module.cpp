@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-/// Offers nothing, though it could be called.
+/// Serves no function, though it can be called.
 extern "C" {
 
 CONTROLLER_API void GetFunctions(std::vector<std::string>*) {}

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-/// Throws when it is asked what it serves, after it has begun to answer.
+/// Throws from "GetFunctions", after adding a name.
 extern "C" {
 
 CONTROLLER_API void GetFunctions(std::vector<std::string>* functionNames) {

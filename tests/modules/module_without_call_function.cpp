@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-/// Names a function that nobody can call.
+/// Serves a function but has no "CallFunction".
 extern "C" CONTROLLER_API void GetFunctions(std::vector<std::string>* functionNames) {
     functionNames->emplace_back("RunScenario");
 }

@@ -2,7 +2,7 @@
 
 #include <string>
 
-/// Could be called, but does not say what it serves.
+/// Can be called but has no "GetFunctions".
 extern "C" CONTROLLER_API long CallFunction(const std::string&, const std::wstring&, std::wstring&,
                                             long (*)(const std::wstring&, const std::wstring&)) {
     return 0;

@@ -1,8 +1,8 @@
 #include "CommonControllerLib/Export.h"
 #include "modules/RecordingModule.h"
 
-/// A function module that records its calls in the test's script and answers from there. Built several times under
-/// several names.
+/// A function module that records its calls in the test's script and answers from it. Built several times under
+/// different names.
 namespace {
 
 using test_modules::Call;
@@ -11,7 +11,7 @@ using test_modules::Script;
 Script* script = nullptr;
 int getFunctionsCalls = 0;
 
-/// Tells the test when the system unloads the module.
+/// Reports the unloading of the module.
 struct UnloadNotice {
     ~UnloadNotice() {
         if (script != nullptr) {

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-/// Offers a function that throws.
+/// Serves a function that throws.
 extern "C" {
 
 CONTROLLER_API void GetFunctions(std::vector<std::string>* functionNames) {

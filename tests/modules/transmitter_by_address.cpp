@@ -4,7 +4,7 @@
 #include <cstdint>
 #include <string>
 
-/// Hands out the test's own transmitter: the identifier is its address in decimal digits; null for any other text.
+/// Returns the test's own transmitter: the identifier is its address in decimal digits; null for any other text.
 extern "C" CONTROLLER_API EventTransmitter* GetEventTransmitter(const std::wstring& transmitterId) {
     if (transmitterId.empty() || transmitterId.find_first_not_of(L"0123456789") != std::wstring::npos) {
         return nullptr;

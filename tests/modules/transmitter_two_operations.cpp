@@ -26,7 +26,7 @@ std::unique_ptr<SocketTransmitter> MakeEnd(const local_socket::TransmitterId& id
     return std::make_unique<ClientEnd>(id.name, local_socket::MakeLocalNetwork(log), local_socket::Limits{}, log);
 }
 
-/// Has the two operations that a transmitter must have, and no other: whoever calls a third one calls nothing.
+/// A transmitter with the two required operations only: a call of a third one is undefined.
 class TwoOperations final : public EventTransmitter {
 public:
     explicit TwoOperations(std::unique_ptr<SocketTransmitter> ownEnd) : end(std::move(ownEnd)) {}
@@ -44,7 +44,7 @@ private:
     std::unique_ptr<SocketTransmitter> end;
 };
 
-/// Never destroyed, as the module's threads may use them until the process ends.
+/// Never destroyed, because the module's threads may use them until process end.
 std::map<std::wstring, std::unique_ptr<TwoOperations>>& Transmitters() {
     static auto& transmitters = *new std::map<std::wstring, std::unique_ptr<TwoOperations>>;
     return transmitters;
@@ -58,7 +58,7 @@ void StopAll() {
 
 } // namespace
 
-/// The ends of the local socket. There is no second export.
+/// The ends of local_socket. There is no second export.
 extern "C" CONTROLLER_API EventTransmitter* GetEventTransmitter(const std::wstring& transmitterId) {
     static std::mutex mutex;
     static const bool isStopped = (Transmitters(), local_socket::RegisterExitHandler(StopAll), true);

@@ -2,7 +2,7 @@
 
 namespace {
 
-/// Tells a test when the module is unloaded. What a transmitter module exports it has not.
+/// Reports the unloading of the module, which has no transmitter exports.
 struct UnloadWatch {
     UnloadWatch() = default;
     UnloadWatch(const UnloadWatch&) = delete;

@@ -14,7 +14,7 @@ namespace {
 
 class ConsoleTest : public testing::Test {
 protected:
-    /// What arrives when `text` is written.
+    /// What is received when `text` is written.
     std::string Written(const std::string& text) const {
         const std::wstring path = directory / L"output";
         {
@@ -27,7 +27,7 @@ protected:
     TemporaryDirectory directory;
 };
 
-/// Other tests of the program find the stream as it was.
+/// Restores the stream for other tests.
 class WideOutputRestorer {
 public:
     WideOutputRestorer() : buffer(std::wcout.rdbuf()) {}
@@ -126,7 +126,7 @@ TEST_F(ConsoleTest, AFileHasNoReaderToWaitFor) {
     EXPECT_EQ(reader, nullptr);
 }
 
-// Null on Windows, where a write tells it.
+// Null on Windows, where only a write detects it.
 TEST_F(ConsoleTest, TheEndOfAReaderIsSignalled) {
     const auto redirected = RedirectedOutput::ToBrokenPipe();
     void* const reader = platform::OutputReaderGone();

@@ -11,7 +11,7 @@ namespace {
 
 constexpr const wchar_t* lifeVariable = L"CONTROLLER_TEST_LIFE";
 
-/// This test program once more, with the test that waits in vain. Whoever lives holds the write end of `life` open.
+/// This test program with the test that waits in vain. Living processes hold the write end of `life` open.
 platform::ProcessStart ProgramThatWaitsInVain(platform::OutputPipe& life) {
     platform::ProcessStart start;
     start.program = test_support::ProgramPath(L"platform_process_tests");
@@ -23,7 +23,7 @@ platform::ProcessStart ProgramThatWaitsInVain(platform::OutputPipe& life) {
 
 } // namespace
 
-/// Run by the next test, in a program of its own.
+/// Run by the next test, in a separate program.
 TEST(DeadlineTest, DISABLED_WaitsInVain) {
     const platform::OwnedHandle life =
         platform::TakeInheritedHandle(platform::GetEnvironment(lifeVariable).value_or(L""));

@@ -45,7 +45,7 @@ TEST(ErrorTest, SystemCodesHaveAKind) {
 }
 
 TEST(ErrorTest, TheTextIsTheSystemsOwnOnOneLine) {
-    // Windows has changed its words over time.
+    // The text differs between versions of Windows.
     EXPECT_THAT(ErrorFromCode(OnWindows() ? 112 : 28).Text(),
                 testing::AnyOf(L"No space left on device", L"There is not enough space on the disk", L"Disk full"));
 }

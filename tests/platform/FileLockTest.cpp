@@ -91,7 +91,7 @@ TEST(FileLockTest, RemovingItLeavesNoFileAndNoLock) {
     EXPECT_FALSE(second.Take(directory / L"host.lock"));
 }
 
-/// Takes the lock `rounds` times among others; counts how often it was not alone.
+/// Takes the lock `rounds` times in competition; counts how often it was not alone.
 int CountCompany(const std::wstring& path, int rounds, std::atomic<int>& holders) {
     int company = 0;
     while (rounds > 0) {

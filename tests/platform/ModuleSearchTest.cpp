@@ -8,7 +8,7 @@
 #include "support/TestProcess.h"
 #include "text/Text.h"
 
-/// Where modules and what they need are found, each time in a process of its own.
+/// The search for modules and their libraries, in a separate process each.
 namespace {
 
 const std::wstring moduleFile = text::FromUtf8(CHAIN_MODULE_FILE);
@@ -18,7 +18,7 @@ const std::wstring modulePath = moduleDirectory + L"\\" + moduleFile;
 
 using Directories = std::vector<std::wstring>;
 
-/// What the process prints that loads `module` and asks it; `command` says how. The system looks in `searched` too.
+/// The output of the process that loads `module` with `command` and calls it. The system also searches `searched`.
 std::string Load(const std::wstring& command, const std::wstring& module, const Directories& directories,
                  const Directories& searched = {}) {
     std::vector<std::wstring> arguments{command, module};

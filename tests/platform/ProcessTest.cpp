@@ -50,7 +50,7 @@ TEST(ProcessTest, ACurrentDirectoryMayBeLongerThanTheOldLimitOfWindows) {
     start.currentDirectory = longDirectory;
     const Ending ending = RunToEnd(start);
     EXPECT_EQ(ending.exitCode, 0);
-    // On Windows by another name.
+    // Windows uses another name.
     const std::wstring printed = text::FromUtf8(ending.output.substr(0, ending.output.find_first_of("\r\n")));
     EXPECT_EQ(platform::IdentityOf(printed), platform::IdentityOf(longDirectory)) << ending.output;
     EXPECT_TRUE(platform::IdentityOf(longDirectory).has_value());
@@ -180,7 +180,8 @@ TEST(ProcessTest, WhatCannotBeStartedSaysWhy) {
 }
 
 TEST(ProcessTest, AChildGetsOnlyTheHandlesThatAreNamed) {
-    // The child has handles of its own, with small numbers: the last of many has a number that is none of theirs.
+    // The child has its own handles, with small numbers: the last of many handles has a number that the child does not
+    // use.
     std::vector<OwnedHandle> many(300);
     std::generate(many.begin(), many.end(), platform::OpenSelf);
     const OwnedHandle& own = many.back();

@@ -13,7 +13,7 @@ using test_support::WaitUntilSignalled;
 
 namespace {
 
-/// A tree whose processes all hold the writing end of one pipe: its end shows that none of them lives.
+/// A tree whose processes all hold the write end of one pipe: its end of file shows that all have ended.
 class ProcessTreeTest : public testing::Test {
 protected:
     void Start(std::vector<std::wstring> arguments) {
@@ -29,7 +29,7 @@ protected:
     }
 
     void AwaitReady() { ASSERT_TRUE(ReadUntil(output, "ready")); }
-    /// Returns when no process lives that was started in the tree.
+    /// Returns when all processes of the tree have ended.
     void AwaitDeathOfAll() { EXPECT_EQ(ReadToEnd(life), ""); }
 
     platform::OutputPipe life;

@@ -11,8 +11,8 @@ using platform::ReadProfileText;
 
 class ProfileFileTest : public testing::Test {
 protected:
-    /// The value of the key "CADName" in "[Scenario]". Every text gets a file of its own, because Windows may keep what
-    /// it has read for a moment.
+    /// The value of the key "CADName" in "[Scenario]". Each text gets its own file, because Windows may cache a file
+    /// briefly.
     std::wstring Read(const std::string& content) {
         const std::wstring path = directory / (L"scenario" + std::to_wstring(++files) + L".adc");
         WriteTextFile(path, content);

@@ -11,7 +11,7 @@ using platform::FindProgram;
 
 namespace {
 
-/// PATH holds what a test wants, and afterwards what it held before.
+/// Sets PATH for a test, and restores it afterwards.
 class ProgramSearchTest : public testing::Test {
 protected:
     ~ProgramSearchTest() override { platform::SetEnvironment(L"PATH", before); }

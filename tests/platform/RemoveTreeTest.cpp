@@ -86,7 +86,7 @@ TEST_F(RemoveTreeTest, ReadOnlyEntriesAreRemoved) {
 }
 
 TEST_F(RemoveTreeTest, DepthCostsNeitherStackNorOpenFiles) {
-    // In two pieces, because a path that long could not be said to the system at once.
+    // In two parts, because such a long path cannot be passed to the system at once.
     const int levels = OnWindows() ? 200 : 1000;
     ASSERT_FALSE(platform::CreateNewDirectory(tree + Chain(levels)));
     ASSERT_FALSE(platform::CreateNewDirectory(directory / L"second" + Chain(levels)));

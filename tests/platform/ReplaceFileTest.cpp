@@ -31,7 +31,7 @@ protected:
 
     Error Replace(std::string_view bytes) { return ReplaceFileKeepingBackup(list, bytes, backup); }
 
-    /// On Windows a reader that hardly ever lets go can outlast the attempts of one call.
+    /// On Windows a reader that almost always holds the file can outlast the retries of one call.
     Error ReplaceInTheEnd(std::string_view bytes) {
         Error error = Replace(bytes);
         for (int round = 0; round < 50 && error.kind == ErrorKind::AccessDenied && OnWindows(); ++round) {
@@ -171,7 +171,7 @@ TEST_F(ReplaceFileTest, ABackupThatCannotBeMadeStopsTheReplacement) {
     EXPECT_THAT(Names(), testing::UnorderedElementsAre(L"list.json", L"list.json.bak"));
 }
 
-/// Reads a file over and over until told to stop, and counts what was not one of the whole contents.
+/// Reads a file repeatedly until stopped, and counts contents that are not one of the complete ones.
 class Reader {
 public:
     explicit Reader(const std::wstring& filePath) : path(filePath), thread([this] { Run(); }) {}

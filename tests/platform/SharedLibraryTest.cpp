@@ -7,7 +7,7 @@
 #include "support/TemporaryDirectory.h"
 #include "text/Text.h"
 
-// An export of the program itself, which a null module must not lead to.
+// An export of the program itself, which a null module must not resolve.
 extern "C" CONTROLLER_API int ExportOfTheProgram();
 
 int ExportOfTheProgram() {

@@ -1,4 +1,4 @@
 #pragma once
 
-/// Asks this process to stop as a person at its terminal would; false when the system offers no way here.
+/// Interrupts this process like a user at its terminal; false if the system cannot do that here.
 [[nodiscard]] bool AskThisProcessToStop();

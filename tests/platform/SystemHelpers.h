@@ -4,33 +4,33 @@
 #include <optional>
 #include <string>
 
-/// What the tests need of the system beyond what the platform layer offers.
+/// System functions that tests need beyond the platform layer.
 
-/// True on the system whose rules the Windows rows of a table are for.
+/// True on the system to which the Windows rows of a table apply.
 bool OnWindows();
 
-/// A symbolic link to a directory or file; false where this system or user cannot make one.
+/// Creates a symbolic link to a directory or file; false if this system or user cannot.
 [[nodiscard]] bool MakeLink(const std::wstring& target, const std::wstring& link);
 
-/// Takes away the right to write: the attribute on Windows, the permissions (0555) on Linux.
+/// Removes write permission: the attribute on Windows, mode 0555 on Linux.
 void MakeReadOnly(const std::wstring& path);
 
 /// The permission bits of a file; nothing on Windows.
 std::optional<std::uint32_t> PermissionsOf(const std::wstring& path);
 void SetPermissions(const std::wstring& path, std::uint32_t permissions);
 
-/// Lets every user of the machine write a file, or into a directory.
+/// Makes a file or directory world-writable.
 void LetEverybodyWrite(const std::wstring& path);
-/// Gives a file or directory to another user; false where that is not possible.
+/// Changes the owner of a file or directory; false if that is not possible.
 [[nodiscard]] bool GiveAway(const std::wstring& path);
 
-/// Makes an empty file whose name is these bytes; false on Windows, where names are wide.
+/// Creates an empty file with these bytes as name; false on Windows, where names are wide.
 [[nodiscard]] bool MakeFileOfBytes(const std::wstring& directory, const std::string& name);
 
-/// Makes a named pipe that nobody writes to; false on Windows.
+/// Creates a named pipe without a writer; false on Windows.
 [[nodiscard]] bool MakeNamedPipe(const std::wstring& path);
 
-/// Sets the time zone of this process, and restores the one before at its end.
+/// Sets the time zone of this process, and restores it at destruction.
 class ScopedTimeZone {
 public:
     explicit ScopedTimeZone(const char* zone);
@@ -39,7 +39,7 @@ public:
     ScopedTimeZone& operator=(const ScopedTimeZone&) = delete;
 };
 
-/// The process works in a directory while this lives.
+/// Changes the current directory of the process during its lifetime.
 class ScopedCurrentDirectory {
 public:
     explicit ScopedCurrentDirectory(const std::wstring& directory);
@@ -51,7 +51,7 @@ private:
     std::wstring previous;
 };
 
-/// Lowers the number of files that this process may have open, where the system has such a limit.
+/// Lowers the limit on open files of this process, if the system has one.
 class ScopedOpenFileLimit {
 public:
     explicit ScopedOpenFileLimit(std::uint64_t limit);
@@ -63,7 +63,7 @@ private:
     std::uint64_t previous = 0;
 };
 
-/// Holds a file open so that on Windows nobody can rename, replace or delete it.
+/// Holds a file open, so that it cannot be renamed, replaced or deleted on Windows.
 class FileHold {
 public:
     explicit FileHold(const std::wstring& path);
@@ -71,21 +71,21 @@ public:
     FileHold(const FileHold&) = delete;
     FileHold& operator=(const FileHold&) = delete;
 
-    /// False where a file that is open can be replaced all the same.
+    /// False if an open file can be replaced.
     static bool Protects();
 
 private:
     std::intptr_t handle;
 };
 
-/// While it lives, standard output goes elsewhere.
+/// Redirects standard output during its lifetime.
 class RedirectedOutput {
 public:
-    /// Into a new file, exactly as it is written.
+    /// To a new file, byte by byte.
     static RedirectedOutput ToFile(const std::wstring& path);
-    /// To where nothing can be written.
+    /// To an unwritable target.
     static RedirectedOutput ToUnwritable();
-    /// Into a pipe whose reader has gone.
+    /// To a pipe without a reader.
     static RedirectedOutput ToBrokenPipe();
     ~RedirectedOutput();
     RedirectedOutput(const RedirectedOutput&) = delete;

@@ -19,12 +19,12 @@ std::wstring InCurrentDirectory(const std::wstring& name) {
     return platform::ResolveAgainst(platform::CurrentDirectory(), name);
 }
 
-/// A half report in the place of the whole one, again and again, until somebody asks to stop.
+/// Replaces the report by half of one, repeatedly, until asked to stop.
 void WriteHalfReports(const std::wstring& name) {
     const std::string whole = R"({"version":1,"progressInfoList":[{"progress":30,"message":"half)";
     for (std::size_t length = 0; !platform::Exists(InCurrentDirectory(run_protocol::killFileName)); ++length) {
         platform::File file;
-        // Whoever reads it may hold it just now.
+        // A reader may hold it at the moment.
         (void)file.OpenForAppending(InCurrentDirectory(name), true);
         (void)file.Write(std::string_view(whole).substr(0, length % whole.size()));
     }

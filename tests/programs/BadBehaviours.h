@@ -4,11 +4,11 @@
 #include <map>
 #include <string>
 
-/// Steps of a scenario, by the beginning of their text; what follows it is their own.
+/// Steps of a scenario by the beginning of their text; the function receives the rest.
 using Steps = std::map<std::wstring, std::function<void(const std::wstring&)>>;
 
-/// What no well-behaved scenario does, on any system.
+/// Misbehaviour that exists on all systems.
 Steps CommonBadBehaviours();
 
-/// The same, as far as this system can.
+/// Misbehaviour of this system.
 Steps SystemBadBehaviours();

@@ -1,4 +1,4 @@
 #pragma once
 
-/// From now on a polite request to stop is ignored, where the system has one (SIGTERM).
+/// After this, SIGTERM is ignored, on systems that have it.
 void IgnoreStopRequests();

@@ -1,5 +1,5 @@
-/// A host that starts one scenario through a function module and then waits until somebody ends it.
-/// Arguments: the module, the settings file, a file with the run request, a file to make when the scenario was started.
+/// A host that starts one scenario through a function module and waits until it is ended. Arguments: the module, the
+/// settings file, a file with the run request, a file to create when the scenario was started.
 
 #include "CommonControllerLib/FunctionManager.h"
 #include "ControllerCSWrapper/ControllerCSWrapper.h"

@@ -1,4 +1,4 @@
-/// A process whose behaviour a test chooses by its arguments: a command and what it needs.
+/// A process whose arguments select its behaviour: a command and its parameters.
 
 #include <algorithm>
 #include <map>
@@ -35,7 +35,7 @@ std::wstring OwnProgram() {
     return platform::ResolveAgainst(platform::ProgramDirectory(), L"test_process" CONTROLLER_PROGRAM_SUFFIX);
 }
 
-/// Another of this program, in a session of its own. It inherits the handle that shows the test who still lives.
+/// Another process of this program in its own session. It inherits the handle that shows the test which processes live.
 platform::ProcessStart Another(const Arguments& arguments, void* life) {
     platform::ProcessStart start;
     start.program = OwnProgram();
@@ -70,7 +70,7 @@ int Exit(const Arguments& arguments) {
     return std::stoi(arguments.at(0));
 }
 
-/// Prints each argument in a line of its own, in brackets.
+/// Prints each argument on its own line, in brackets.
 int Echo(const Arguments& arguments) {
     for (const std::wstring& argument : arguments) {
         Print(L"[" + argument + L"]");
@@ -88,7 +88,7 @@ int PrintDirectory(const Arguments&) {
     return 0;
 }
 
-/// Prints that many numbered lines of 100 bytes.
+/// Prints numbered lines of 100 bytes.
 int PrintLines(const Arguments& arguments) {
     const int count = std::stoi(arguments.at(0));
     constexpr std::size_t lineLength = 100;
@@ -111,7 +111,7 @@ int PrintToBothStreams(const Arguments&) {
     return 0;
 }
 
-/// Tells whether a handle is open in this process.
+/// Prints whether a handle is open in this process.
 int PrintIsOpen(const Arguments& arguments) {
     Print(platform::TakeInheritedHandle(arguments.at(0)) ? L"open" : L"closed");
     return 0;
@@ -136,7 +136,7 @@ int WaitFor(const Arguments& arguments) {
     return 0;
 }
 
-/// Starts a process that waits for the end of this one, and ends.
+/// Starts a process that waits for the end of this one, and exits.
 int LeaveAWatcher(const Arguments& arguments) {
     const platform::OwnedHandle life = TakeLife(arguments, 0);
     const platform::OwnedHandle own = platform::OpenSelf();
@@ -145,14 +145,14 @@ int LeaveAWatcher(const Arguments& arguments) {
     return StartOrSay(watcher) ? 0 : 1;
 }
 
-/// Starts a process that nobody waits for, and ends.
+/// Starts a process without waiting for it, and exits.
 int LeaveOneBehind(const Arguments& arguments) {
     const platform::OwnedHandle life = TakeLife(arguments, 0);
     StartAnother({L"wait"}, life.Get());
     return 0;
 }
 
-/// Starts children that leave its session: two directly, and one whose parent ends at once. Then waits.
+/// Starts children in sessions of their own: two direct ones, and one whose parent exits at once. Then waits.
 int HaveFamily(const Arguments& arguments) {
     const platform::OwnedHandle life = TakeLife(arguments, 0);
     const platform::OwnedHandle first = StartAnother({L"wait"}, life.Get());
@@ -163,7 +163,7 @@ int HaveFamily(const Arguments& arguments) {
     WaitForEver();
 }
 
-/// Starts two more of itself, each of which does so too, to the given depth.
+/// Starts two copies of itself, recursively to the given depth.
 int Multiply(const Arguments& arguments) {
     const int depth = std::stoi(arguments.at(0));
     const platform::OwnedHandle life = TakeLife(arguments, 1);
@@ -175,7 +175,7 @@ int Multiply(const Arguments& arguments) {
     WaitForEver();
 }
 
-/// Loads a module and prints what it answers.
+/// Loads a module and prints its answer.
 int LoadModule(const Arguments& arguments) {
     void* const module = platform::LoadModule(arguments.at(0));
     if (module == nullptr) {
@@ -187,7 +187,7 @@ int LoadModule(const Arguments& arguments) {
     return 0;
 }
 
-/// The same as our programs do, with the directories behind the module.
+/// Loads a module like the product's programs, with the directories that follow the module.
 int LoadModuleNarrowed(const Arguments& arguments) {
     platform::HardenLibrarySearch();
     platform::ProvideLibraries(arguments.at(0), {arguments.begin() + 1, arguments.end()});

@@ -1,5 +1,5 @@
-/// A scenario whose steps a test writes down: one in a line of its script, or of the file "steps.txt" beside the
-/// program when it was packaged.
+/// A scenario with steps from a test: one per line of its script or, in a package, of the file "steps.txt" beside the
+/// program.
 
 #include <functional>
 #include <map>
@@ -31,7 +31,7 @@ std::wstring InCurrentDirectory(const std::wstring& name) {
     return platform::ResolveAgainst(platform::CurrentDirectory(), name);
 }
 
-/// A test that waits for a file is told why it does not come.
+/// Reports an error to the test that waits for a file.
 void Require(const platform::Error& error) {
     if (error) {
         throw std::runtime_error("cannot write: " + text::ToUtf8(error.Text()));
@@ -41,12 +41,12 @@ void Require(bool isWritten) {
     Require(isWritten ? platform::Error{} : platform::Error{platform::ErrorKind::Other, 0});
 }
 
-/// Lets the test know a process of the scenario.
+/// Records a process of the scenario for the test.
 void NoteProcess(std::uint32_t number) {
     Require(platform::CreateEmptyFile(InCurrentDirectory(L"process-" + std::to_wstring(number))));
 }
 
-/// Another of this program with steps of its own, in a session of its own.
+/// Another process of this program with its own steps and session.
 platform::OwnedHandle StartAnother(const Words& steps) {
     platform::ProcessStart start;
     start.program = platform::ResolveAgainst(platform::ProgramDirectory(),
@@ -119,7 +119,7 @@ void LeaveOneBehind(const std::wstring&) {
     StartAnother({L"wait"});
 }
 
-/// Two children, and one whose parent has ended; all in sessions of their own.
+/// Two children, and a grandchild whose parent has ended; each in its own session.
 void HaveFamily(const std::wstring&) {
     StartAnother({L"wait"});
     StartAnother({L"ignore requests", L"wait"});
@@ -127,7 +127,7 @@ void HaveFamily(const std::wstring&) {
     platform::WaitForAny({passing.Get()}, std::nullopt);
 }
 
-/// Holds a lock in a directory for as long as the process lives, so that a test can tell whether it does.
+/// Holds a lock in a directory while the process lives, so that a test can detect its end.
 void LiveIn(const std::wstring& directory) {
     static platform::FileLock life;
     const std::wstring name = std::to_wstring(platform::OwnProcessNumber()) + ControllerCSWrapper::CreateGuid();
@@ -184,7 +184,7 @@ const Steps& KnownSteps() {
     return steps;
 }
 
-/// The longest beginning that fits.
+/// The longest matching prefix.
 void Perform(const std::wstring& step) {
     for (auto known = KnownSteps().rbegin(); known != KnownSteps().rend(); ++known) {
         if (step.starts_with(known->first)) {

@@ -9,7 +9,7 @@ class AtomicFileTest < Minitest::Test
     File.join(@root, "file.json")
   end
 
-  # Lets the first `refusals` renames fail as Windows does while somebody holds the target open.
+  # Makes the first `refusals` renames fail, like Windows while another process has the target open.
   def refuse_renames(refusals, &block)
     attempts = 0
     rename = File.method(:rename)
@@ -50,7 +50,7 @@ class AtomicFileTest < Minitest::Test
     assert_raises(Errno::ENOENT) { ControllerScenario::AtomicFile.write(File.join(@root, "no/file"), "") }
   end
 
-  # The reader takes whatever stands under the name while the writer replaces it.
+  # Reads the file repeatedly while the writer replaces it.
   def test_a_reader_never_sees_a_part
     contents = %w[a b].map { |letter| letter * 100_000 }
     write(contents.first)

@@ -2,7 +2,7 @@
 
 require_relative "test_helper"
 
-# The programs in docs/writing-scenarios.md do what the text says.
+# The programs in docs/writing-scenarios.md work as described.
 class DocumentationTest < Minitest::Test
   include JobFolders
 
@@ -37,7 +37,7 @@ class DocumentationTest < Minitest::Test
     assert_equal [true, ["All done"]], [result["succeeded"], result_texts]
   end
 
-  # The commands of the trial, in folders of the test's own.
+  # The commands of the trial, with directories of the test.
   def trial_commands
     commands = GUIDE[/^```sh\n(mkdir .*?)^```/m, 1]
     commands.gsub("/tmp/try", File.join(@root, "try"))

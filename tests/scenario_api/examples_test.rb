@@ -3,11 +3,11 @@
 require_relative "mesh_fixtures"
 require File.join(INPUTS_FOLDER, "make_inputs")
 
-# The example inputs, and the files that name them.
+# The example inputs, and the files that refer to them.
 class ExamplesTest < Minitest::Test
   include MeshFixtures
 
-  # Made once for all of these tests: the large one takes its time.
+  # Created once for all of these tests, because the large one is slow.
   def self.made
     @made ||= File.join(Dir.mktmpdir("scenario-test-inputs-"), "inputs").tap do |folder|
       Minitest.after_run { FileUtils.remove_entry(File.dirname(folder)) }

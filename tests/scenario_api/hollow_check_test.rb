@@ -13,7 +13,7 @@ class HollowCheckTest < Minitest::Test
     lines.to_h(&:split).transform_values { |source| File.expand_path(source, FOLDER) }
   end
 
-  # Unpacked as the controller does it: below the work directory.
+  # Unpacked below the work directory, as by the controller.
   def unpacked
     @unpacked ||= File.join(@work_dir, "package").tap do |folder|
       listed_files.each do |target, source|

@@ -3,11 +3,11 @@
 require_relative "test_helper"
 require File.join(EXAMPLES_FOLDER, "lib/mesh/mesh_summary")
 
-# Small meshes with known figures, and STL files made of them.
+# Small meshes with known figures, and STL files of them.
 module MeshFixtures
   include JobFolders
 
-  # The six sides of a box as squares, seen from outside counter-clockwise; the upper one last.
+  # The six sides of a box as squares, counter-clockwise from outside; the top is last.
   SIDES = [[0, 2, 3, 1], [0, 1, 5, 4], [1, 3, 7, 5], [3, 2, 6, 7], [2, 0, 4, 6], [4, 5, 7, 6]].freeze
 
   # Triangles of a box from `low` to `high`, each a list of three points.

@@ -20,7 +20,7 @@ class MeshReportTest < Minitest::Test
     assert_empty Dir.children(@output_folder)
   end
 
-  # Width, height and the rows of pixels as [red, green, blue], from a picture that this test knows how to read.
+  # Width, height and rows of pixels as [red, green, blue], from a picture in the format of the example.
   def read_picture(name)
     bytes = File.binread(File.join(@output_folder, name))
     assert_equal "\x89PNG\r\n\x1A\n".b, bytes[0, 8]

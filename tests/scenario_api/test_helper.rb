@@ -17,9 +17,9 @@ $LOAD_PATH.unshift(API_FOLDER)
 
 require "controller_scenario"
 
-# A job's folders and files as the controller makes them, below a temporary folder that goes with the test.
+# A job's directories and files as created by the controller, in a temporary directory of the test.
 module JobFolders
-  # For what another process does; the tests wait for events, this only bounds the wait.
+  # Bounds the wait for other processes; the tests wait for events.
   DEADLINE_SECONDS = 60
 
   def setup
@@ -51,7 +51,7 @@ module JobFolders
     write_file("work/run_scenario_info.json", JSON.generate(run_info(**changes)))
   end
 
-  # Runs the block as a scenario in this process; returns its exit code. What it printed to stderr is in @stderr.
+  # Runs the block as a scenario in this process; returns its exit code. Its output to stderr is in @stderr.
   def run_scenario(**changes, &scenario)
     path = write_run_info(**changes)
     exit_code = nil
@@ -59,7 +59,7 @@ module JobFolders
     exit_code
   end
 
-  # Runs a scenario file in a process of its own; returns its exit code.
+  # Runs a scenario file in a separate process; returns its exit code.
   def run_script(script, **changes)
     path = write_run_info(**changes)
     @stdout, @stderr, status = Open3.capture3({ "RUBYLIB" => API_FOLDER }, *ruby, script, path, chdir: @work_dir)
@@ -70,7 +70,7 @@ module JobFolders
     [RbConfig.ruby, "--disable=gems", "-w"]
   end
 
-  # Starts a scenario file, yields its process id once it reports progress, and returns its exit code.
+  # Starts a scenario file, yields its process id once it has reported progress, and returns its exit code.
   def interrupt_script(script, **changes)
     path = write_run_info(**changes)
     log = write_file("log.txt", "")

@@ -65,7 +65,7 @@ TEST_F(ScenarioLogTest, OfLongerOutputTheEndIsKeptBelowANotice) {
     log.Append(Lines(101, 199));
     log.Append(Lines(200, 220));
     log.Close();
-    // The line that begins just before the last 2000 bytes is left out as a whole.
+    // The line that begins before the last 2000 bytes is dropped as a whole.
     EXPECT_EQ(Content(), notice + Lines(22, 220));
 }
 

@@ -10,7 +10,7 @@ using std::chrono::seconds;
 
 namespace {
 
-/// Seconds since the scenario was started.
+/// Seconds since the start of the scenario.
 StopPolicy::Time At(int second) {
     return StopPolicy::Time(seconds(1000 + second));
 }

@@ -27,7 +27,7 @@ protected:
             .Run(StopPolicy({}, std::chrono::steady_clock::now()));
     }
 
-    /// Makes the file "killprocess" beside a scenario that runs, watched from `watchAfter` on.
+    /// Creates "killprocess" beside a running scenario that is watched from `watchAfter` on.
     RunEnding AskToStopByFile(std::chrono::milliseconds watchAfter) {
         EXPECT_FALSE(tree.Start(test_support::TestProcess({L"wait"})));
         auto ending = std::async(std::launch::async, [this, watchAfter] {

@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <string>
 
-/// While it lives, this process cannot open a file for reading; whoever has it open goes on.
+/// During its lifetime this process cannot open a file for reading; open handles continue to work.
 class UnreadableFile {
 public:
     explicit UnreadableFile(const std::wstring& filePath);
@@ -13,6 +13,6 @@ public:
 
 private:
     const std::wstring path;
-    /// What has to be closed at the end.
+    /// Closed at destruction.
     std::uintptr_t held = 0;
 };

@@ -4,7 +4,7 @@
 
 namespace {
 
-// The numbers were computed apart from this program, over the UTF-16 bytes of each text.
+// The expected numbers were computed independently, over the UTF-16 bytes of each text.
 
 TEST(ScenarioIdTest, EmptyTextGivesTheOffsetBasis) {
     EXPECT_EQ(HashOf(u""), 0xcbf29ce484222325U);

@@ -5,7 +5,7 @@
 #include <streambuf>
 #include <string>
 
-/// Takes what is written to std::wcout while it lives.
+/// Captures output to std::wcout during its lifetime.
 class ConsoleCapture {
 public:
     ConsoleCapture() : console(std::wcout.rdbuf(text.rdbuf())) {}

@@ -17,7 +17,7 @@ using Lines = std::vector<std::wstring>;
 
 constexpr long lowestLevel = std::numeric_limits<long>::min();
 
-/// The log is one for the process: every test begins with it set anew.
+/// The log is global to the process: each test begins by resetting it.
 class ControllerLogManagerTest : public testing::Test {
 protected:
     ControllerLogManagerTest() {
@@ -153,7 +153,7 @@ TEST_F(ControllerLogManagerTest, MessageReachesTheFileUnchangedWithoutHeader) {
     EXPECT_EQ(companion.Events(), Lines{L"info:   two\nlines \u00e9\u4e2d "});
 }
 
-/// A console that counts how often it was asked to show what it holds.
+/// A console that counts its flushes.
 class CountingConsole : public std::wstringbuf {
 public:
     int flushes = 0;
@@ -179,7 +179,7 @@ TEST_F(ControllerLogManagerTest, ConsoleIsFlushedWhenItIsDetachedAndOnlyThen) {
     EXPECT_EQ(counting.flushes, 1);
 }
 
-/// Sets a locale of the C library in which not every sequence of bytes is text, and restores the one before.
+/// Sets a C locale in which some byte sequences are not text, and restores the previous one.
 class MultibyteLocale {
 public:
     MultibyteLocale() : previous(std::setlocale(LC_ALL, nullptr)) {

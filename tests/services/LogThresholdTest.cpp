@@ -6,13 +6,13 @@
 
 #include <gtest/gtest.h>
 
-// The log reads its environment variable once in a process; each of these tests has a process of its own.
+// The log reads its environment variable once per process, so each test has its own process.
 namespace {
 
 using Log = ControllerLogManager;
 using Lines = std::vector<std::wstring>;
 
-/// What of three messages of the levels -1, 0 and 7 reaches the file without `Initialize`.
+/// Which of three messages of the levels -1, 0 and 7 reach the file without `Initialize`.
 Lines WrittenWith(const std::wstring& variable) {
     platform::SetEnvironment(L"QRVDBG", variable);
     const RecordingCompanion companion;

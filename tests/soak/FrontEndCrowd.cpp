@@ -9,7 +9,7 @@
 namespace {
 
 constexpr std::size_t mostMembers = 8;
-/// Done; a job did not succeed; what was named does not exist (any more).
+/// 0: done; 1: a job did not succeed; 2: a named object does not exist (any more).
 constexpr std::int32_t worstUsualExit = 2;
 
 } // namespace

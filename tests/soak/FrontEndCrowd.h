@@ -6,19 +6,19 @@
 #include <string>
 #include <vector>
 
-/// Front ends as processes of their own that come, stay a while and go, some of them by force.
+/// Front ends as separate processes that start, run for a while and end, some of them killed.
 class FrontEndCrowd {
 public:
-    /// Takes notice of those that have ended, and starts another when there is room.
+    /// Reaps ended front ends, and starts another if the limit allows.
     void Start(const platform::ProcessStart& start);
-    /// Ends one that still runs by force, whatever it is at; false when there is none.
+    /// Kills a running front end at any point of its work; false if there is none.
     [[nodiscard]] bool KillOne(std::mt19937& random);
     /// Ends all and waits for them.
     void EndAll();
 
     int Started() const { return started; }
     int Killed() const { return killed; }
-    /// Those that ended by themselves as no front end should.
+    /// Front ends that ended with an unexpected exit code.
     const std::vector<std::string>& Problems() const { return problems; }
 
 private:

@@ -11,7 +11,7 @@ using testing::IsEmpty;
 constexpr std::int64_t someMemory = 5'000'000;
 constexpr GrowthLimits limits{.specifiedBytesPerJob = 100, .noiseBytesPerJob = 20, .noiseBytes = 100'000};
 
-/// Ten samples, 1000 jobs apart, of a process that grows by so many bytes with each job.
+/// Ten samples, 1000 jobs apart, of a process that grows by this many bytes per job.
 std::vector<Sample> Growing(std::int64_t bytesPerJob) {
     std::vector<Sample> samples;
     for (int jobs = 1000; jobs <= 10'000; jobs += 1000) {

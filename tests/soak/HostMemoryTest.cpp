@@ -3,7 +3,7 @@
 
 namespace {
 
-/// A host lives for months: what one large request took must not stay with it.
+/// A host lives for months: memory used for one large request must be returned.
 class HostMemoryTest : public HostProcessFixture {
 protected:
     std::int64_t PrivateBytes() const { return FiguresOf(host.Get()).privateBytes; }
@@ -20,7 +20,7 @@ TEST_F(HostMemoryTest, WhatLargeAnswersTookIsGivenBack) {
         frontEnd.Delete({std::to_wstring(number)});
     }
     constexpr std::int64_t noise = 4 << 20;
-    // An answer is freed a little after its front end has it.
+    // A response is freed shortly after its front end has received it.
     Await("the host to give memory back", [&] { return PrivateBytes() - before < noise; });
 }
 

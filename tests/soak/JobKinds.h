@@ -5,15 +5,15 @@
 #include <optional>
 #include <vector>
 
-/// A kind of job that the long run enqueues: its scenario, and how a job of it ends that nobody disturbs.
+/// A kind of job for the soak test: its scenario, and its status at an undisturbed end.
 struct JobKind {
-    /// The name of its scenario file without the extension.
+    /// The name of its scenario file without extension.
     const char* name;
-    /// What the scenario does (see the program test_scenario).
+    /// The steps of the scenario (see the program test_scenario).
     const char* steps;
-    /// Nothing: it ends when it is cancelled, and not by itself.
+    /// Nothing: it ends only when cancelled.
     std::optional<JobStatus> end;
-    /// How often it is chosen, compared with the others.
+    /// Relative frequency.
     int weight;
 };
 

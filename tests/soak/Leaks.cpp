@@ -17,7 +17,7 @@ constexpr std::uint64_t mostLogBytes = std::uint64_t{5} * (10U << 20U);
 Names NamesIn(const std::wstring& directory) {
     std::vector<platform::DirectoryEntry> entries;
     const platform::Error error = platform::ListDirectory(directory, entries);
-    // There may be no failure at all; a work directory goes with its job.
+    // There may be no failures; work directories are removed with their jobs.
     if (error && error.kind != platform::ErrorKind::NotFound) {
         throw std::runtime_error("cannot list " + text::ToUtf8(directory) + ": " + text::ToUtf8(error.Text()));
     }
@@ -48,7 +48,7 @@ bool BelongsInTheDirectory(const std::wstring& name) {
     return known.contains(name) || IsLog(name);
 }
 
-/// A scenario or runner that was ended by force while it replaced a file leaves the new one; it goes with the job.
+/// A scenario or runner killed while it replaced a file leaves a temporary file, which is removed with the job.
 bool BelongsInAWorkDirectory(const std::wstring& name) {
     static const Names known{L"run_scenario_info.json", L"progress_info_list.json", L"run_scenario_result.json",
                              L"killprocess", L"scenario.log"};
@@ -64,7 +64,7 @@ void ObjectToOthers(const std::wstring& directory, bool (*belongs)(const std::ws
     }
 }
 
-/// A job that was started has its work directory, and nobody else has one.
+/// A started job has its work directory, and there are no others.
 void CheckWorkDirectories(const std::wstring& workDirectory, const std::vector<JobListInfo>& jobs,
                           std::vector<std::string>& problems) {
     Names others = NamesIn(workDirectory);
@@ -79,7 +79,7 @@ void CheckWorkDirectories(const std::wstring& workDirectory, const std::vector<J
     }
 }
 
-/// The host's words for jobs that the runner never saw go with these jobs.
+/// Failure notes of the host for jobs that never reached the runner are removed with these jobs.
 void CheckFailureNotes(const std::wstring& notesDirectory, const std::vector<JobListInfo>& jobs,
                        std::vector<std::string>& problems) {
     Names others = NamesIn(notesDirectory);

@@ -17,11 +17,11 @@ namespace {
 
 using std::chrono::milliseconds;
 
-/// More is enqueued whenever fewer jobs wait.
+/// Jobs are enqueued while fewer than this wait.
 constexpr std::size_t queueLength = 100;
 constexpr std::size_t mostJobsOfARequest = 20;
 constexpr milliseconds lookInterval{40};
-/// In looks without a word of the host: far more than any scenario needs that ends by itself.
+/// Polls without an event of the host: far longer than any scenario that ends by itself.
 constexpr int longestSilence = 3000;
 
 bool IsWaiting(const JobLedger::Job& job) {
@@ -36,7 +36,7 @@ bool IsNotOver(const JobLedger::Job& job) {
     return !IsOver(job);
 }
 
-/// It runs, and will do so until it is cancelled.
+/// It runs until it is cancelled.
 bool RunsForEver(const JobLedger::Job& job) {
     return job.told == JobStatus::Running && (!job.end || !job.end->status);
 }
@@ -64,7 +64,7 @@ const std::vector<SoakDriver::Action>& SoakDriver::Actions() {
     return actions;
 }
 
-/// What the earlier front end was told is forgotten with it.
+/// Reports to the previous front end are discarded with it.
 void SoakDriver::ConnectAnew() {
     frontEnd.reset();
     frontEnd = std::make_unique<TestClient>(place.endpointName);
@@ -116,11 +116,11 @@ void SoakDriver::Enqueue(const JobKind& kind, std::size_t count) {
     request.extraText = request.requestId;
     request.scenario.id = text::FromUtf8(kind.name) + L".rb";
     request.inputFileSets.assign(count, {place.inputFile});
-    // A directory for some requests only: each job looks for the first free name in it.
+    // One directory per group of requests, because each job searches for a free name in it.
     request.outputDir = place.outputFolder + L"\\" + std::to_wstring(ledger.Made() / 200);
     ledger.EnqueueAsked(request.requestId, count, JobLedger::UndisturbedEnd{kind.name, kind.end});
     const JobEnqueueResult result = frontEnd->Enqueue(request);
-    // Deletions told before it may have let the numbering start again.
+    // Deletions reported before may have restarted the numbering.
     ledger.Told(frontEnd->NextUpdates(milliseconds(0)));
     ledger.EnqueueAcknowledged(request.requestId, result);
     ++done["enqueue requests"];
@@ -144,7 +144,7 @@ void SoakDriver::FollowJobs() {
     }
 }
 
-/// A front end that goes may have sent requests that the host has yet to see.
+/// An ending front end may have sent requests that the host has not handled yet.
 void SoakDriver::FinishJobs() {
     do {
         while (ledger.Count(IsNotOver) > 0) {
@@ -156,8 +156,7 @@ void SoakDriver::FinishJobs() {
     } while (ledger.Count(IsNotOver) > 0);
 }
 
-/// The function module keeps the handle of the runner that it started last until it is called again: each round ends
-/// with one, whatever became of the others.
+/// The function module keeps the handle of the last runner until its next call: each round ends with such a job.
 void SoakDriver::RunLastJob() {
     Enqueue(JobKinds().front(), 1);
     while (ledger.Count(IsNotOver) > 0) {
@@ -166,7 +165,7 @@ void SoakDriver::RunLastJob() {
     AwaitQuietHost();
 }
 
-/// Nothing tells when a host has closed its end of a line: until its handles stay as they are.
+/// Nothing reports that a host has closed its end of a connection, so wait until its number of handles is stable.
 void SoakDriver::AwaitQuietHost() const {
     constexpr int enough = 6;
     constexpr int mostLooks = 300;
@@ -273,13 +272,13 @@ bool SoakDriver::KillChildOf(std::uint32_t parent) {
         return false;
     }
     const platform::OwnedHandle child = test_support::OpenProcessByNumber(children.front());
-    // Its number may have become another's meanwhile.
+    // The number may have been reused.
     const std::vector<std::uint32_t> still = test_support::ChildrenOf(parent);
     if (!child || still.empty() || still.front() != children.front() || !test_support::HasBegun(children.front())) {
         return false;
     }
     test_support::KillProcess(child.Get());
-    // It belonged to a job that runs by this list, or has ended meanwhile.
+    // It belonged to a job that runs according to this list, or has ended.
     for (const JobListInfo& row : frontEnd->Jobs()) {
         if (!row.startTime.empty()) {
             ledger.Disturb(row.id);

@@ -13,37 +13,36 @@
 #include <string>
 #include <vector>
 
-/// What the driver needs to know of the host that it keeps busy.
+/// What the driver needs to know about its host.
 struct SoakPlace {
     std::wstring endpointName;
     void* host = nullptr;
-    /// A scenario file for each kind of job stands in the host's scenario directory.
+    /// The host's scenario directory contains a scenario file for each kind of job.
     std::wstring inputFile;
     std::wstring outputFolder;
-    /// The path of a jobs file with jobs that succeed.
+    /// The path of a jobs file with successful jobs.
     std::wstring jobsFile;
-    /// How to start the command-line front end.
+    /// The command that starts the command-line front end.
     std::function<platform::ProcessStart(const std::vector<std::wstring>& arguments)> frontEnd;
 };
 
-/// Keeps a host busy with jobs and requests, and lets go wrong what can go wrong around it: jobs are cancelled and
-/// deleted, runners, scenarios and front ends ended by force. What comes next is drawn from the seed; when it comes
-/// depends on the machine.
+/// Keeps a host busy with jobs and requests under faults: jobs are cancelled and deleted, and runners, scenarios and
+/// front ends are killed. The seed decides what happens next; the time depends on the machine.
 class SoakDriver {
 public:
     SoakDriver(SoakPlace soakPlace, unsigned seed);
 
-    /// Has so many jobs made and carried to their ends; then no front end is connected but this one, and nothing runs.
+    /// Runs this many jobs to their ends; afterwards only this front end is connected, and no job runs.
     void RunRound(std::size_t jobs);
-    /// Deletes jobs until so many are listed. Between rounds.
+    /// Deletes jobs until `rows` are listed. Call between rounds.
     void ShortenList(std::size_t rows);
-    /// The list as the host tells it; what differs from what it told of its jobs is a problem.
+    /// The host's list; differences from its reports are problems.
     std::vector<JobListInfo> CompareList();
     void EndHost() { frontEnd->Terminate(); }
 
     const JobLedger& Jobs() const { return ledger; }
     const FrontEndCrowd& FrontEnds() const { return crowd; }
-    /// How often each thing was done.
+    /// The count of each operation.
     const std::map<std::string, int>& Done() const { return done; }
     std::vector<std::string> Problems() const;
 
@@ -57,10 +56,9 @@ private:
 
     void ConnectAnew();
     void EnqueueSome(std::size_t most);
-    /// Hears what the host tells, for a moment; true when it told anything. One that never does again throws.
+    /// Reads events of the host for a moment; true if there were any. Throws if the host stays silent.
     [[nodiscard]] bool Listen();
-    /// Hears what the host tells, does something to it when it tells anything, and cancels what would run for ever
-    /// when it does not.
+    /// Reads events of the host; performs an operation after each, and cancels jobs that never end if there are none.
     void FollowJobs();
     void FinishJobs();
     void RunLastJob();
@@ -80,10 +78,10 @@ private:
     void StartFrontEnd();
     void KillFrontEnd();
 
-    /// Ends the first child of a process by force; true when it had one.
+    /// Kills the first child of a process; true if it had one.
     [[nodiscard]] bool KillChildOf(std::uint32_t parent);
     std::size_t Draw(std::size_t count) { return random() % count; }
-    /// A job that fits, drawn; empty when none does.
+    /// A random matching job; empty if there is none.
     std::wstring DrawJob(const JobLedger::Choice& choice);
     const JobKind& DrawKind();
     void Enqueue(const JobKind& kind, std::size_t count);

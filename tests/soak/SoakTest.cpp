@@ -1,6 +1,5 @@
-/// The long run: a host that is kept busy, and everything around it that goes wrong, must take no more of the system at
-/// the end than at the beginning. As a test of the build it is short; the environment makes it long: SOAK_MINUTES, and
-/// SOAK_SEED, which says what is drawn.
+/// The soak test: a host under load and faults must not use more resources at the end than at the beginning. Short by
+/// default; SOAK_MINUTES makes it long, SOAK_SEED selects the random choices.
 
 #include "GrowthCheck.h"
 #include "HostProcessFixture.h"
@@ -20,12 +19,12 @@ namespace {
 
 using std::chrono::steady_clock;
 
-/// How long a run is, and how many jobs make a round: at its end is the quiet moment when the host is measured.
+/// The length of a run, and the number of jobs in a round; the host is measured at the idle point after each round.
 struct RunLength {
     std::chrono::minutes time{0};
     int rounds = 3;
     std::size_t jobsOfARound = 8;
-    /// Jobs that are listed at the end of each round.
+    /// The number of listed jobs at the end of each round.
     std::size_t rows = 6;
 };
 
@@ -94,8 +93,7 @@ protected:
         EXPECT_EQ(test_support::CountProcessesIn(directory.Path()), 0) << "processes of jobs that have ended";
     }
 
-    /// The heap grows to what the largest answers to the most front ends at once take; a third of the run has seen
-    /// them.
+    /// The heap grows to the size of the largest concurrent responses, which occur in the first third of the run.
     std::vector<Sample> SamplesAfterWarmUp() const {
         return {samples.begin() + static_cast<std::ptrdiff_t>(samples.size() / 3), samples.end()};
     }
@@ -116,7 +114,7 @@ protected:
             Limits().specifiedBytesPerJob);
     }
 
-    /// A front end that was killed cannot clear up; the next one does it for it.
+    /// A killed front end cannot clean up; the next one does.
     void ExpectTheNextFrontEndToClearUp() const {
         EXPECT_EQ(test_support::RunToEnd(Place().frontEnd({L"-f", L"-s", L"1"})).exitCode, 0);
         std::vector<platform::DirectoryEntry> left;
@@ -130,8 +128,8 @@ protected:
         }
     }
 
-    /// The engine knows every id that it has given out for as long as it lives: an element of a set, and its text. In
-    /// a run too short for the heap to have grown to what large answers take, memory is judged roughly.
+    /// The engine remembers each id for its lifetime: a set element and its text. In runs too short for the heap to
+    /// reach its size for large responses, memory is judged roughly.
     GrowthLimits Limits() const {
         constexpr int jobsOfALongRun = 5000;
         constexpr double roughly = 8;

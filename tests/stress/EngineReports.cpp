@@ -15,7 +15,7 @@ bool HasRun(JobStatus status) {
     return IsFinal(status) && status != JobStatus::Dequeued;
 }
 
-/// Whether a job can have got from one status to another, by any number of steps.
+/// Whether a job can get from one status to another in any number of steps.
 bool IsReachable(JobStatus from, JobStatus to) {
     return from == to || from == JobStatus::Queued ||
            (from == JobStatus::Running && (HasRun(to) || to == JobStatus::Canceling)) ||

@@ -9,23 +9,23 @@
 #include <string>
 #include <vector>
 
-/// What an engine under stress has told about its jobs, from any thread, and whether that can be true of all of them:
-/// no job lost, none twice, each with one fate.
+/// Records reports of an engine under stress, from any thread, and checks them: no job lost or duplicated, each with
+/// one fate.
 class EngineReports {
 public:
-    // What operations of the engine reported
+    // Reports of the engine's operations
     void Enqueued(const JobEnqueueResult& result);
     void Executed(const std::vector<JobStatusInfo>& updated);
     void Cancelled(const std::vector<JobStatusInfo>& cancelled);
     void Ended(const std::vector<JobStatusInfo>& changed);
     void Deleted(const std::vector<std::wstring>& ids);
-    /// The function module was told to run a job.
+    /// The function module was asked to run a job.
     void Run(const std::wstring& id);
 
-    /// Ids of jobs that have been enqueued, the latest last.
+    /// Ids of enqueued jobs, the latest last.
     std::vector<std::wstring> LatestIds(std::size_t count) const;
 
-    /// What is wrong with all that was told, now that every job has come to its end and `listed` is left.
+    /// Contradictions in the reports, after all jobs have ended and `listed` remains.
     std::vector<std::string> Problems(const std::vector<JobListInfo>& listed) const;
 
 private:
@@ -49,10 +49,10 @@ private:
     std::vector<std::wstring> order;
 };
 
-/// Looks at the whole list of an engine again and again, and at what it has become since the last time. One thread.
+/// Compares successive lists of an engine. One thread.
 class ListWatch {
 public:
-    /// What is wrong with the list; empty when nothing is.
+    /// The error in the list; empty if there is none.
     std::string Look(const std::vector<JobListInfo>& list);
 
 private:

@@ -29,7 +29,7 @@ namespace {
 using Ids = std::vector<std::wstring>;
 using Statuses = std::vector<JobStatusInfo>;
 
-/// Looks at its whole list while others change it. `GetJobList` takes no lock of its own, so this can.
+/// Reads its whole list while other threads change it. `GetJobList` takes no lock, so this class does.
 class WatchedEngine final : public ScriptedEngine<JobEntryManagerBase> {
 public:
     using ScriptedEngine::ScriptedEngine;
@@ -44,10 +44,10 @@ public:
 
 constexpr int requestsEach = 24;
 constexpr std::size_t inputSets = 3;
-/// More jobs than this do not wait in the queue: so everything goes on at the same time to the end.
+/// The maximum number of waiting jobs, so that all operations overlap until the end.
 constexpr std::ptrdiff_t longestBacklog = 12;
 
-/// One engine with all that calls it, for one round.
+/// One engine and all its callers, for one round.
 class EngineRound {
 public:
     EngineRound(std::uint32_t roundSeed, OperationCounts& operationCounts);
@@ -55,7 +55,7 @@ public:
     EngineRound(const EngineRound&) = delete;
     EngineRound& operator=(const EngineRound&) = delete;
 
-    /// Lets all threads loose, until every job has come to its end.
+    /// Runs all threads until every job has ended.
     void Run();
     void CheckEnd();
 
@@ -70,7 +70,7 @@ private:
     void Watch();
     void FetchScenarios();
 
-    /// At most `count` of the latest jobs, none twice.
+    /// At most `count` of the latest jobs, without duplicates.
     Ids SomeIds(std::size_t count);
     std::uint32_t Draw();
 
@@ -85,9 +85,9 @@ private:
     std::unique_ptr<WatchedEngine> engine;
     std::mutex randomMutex;
     std::mt19937 random;
-    /// What may not run while others enqueue or delete has it alone.
+    /// Held exclusively by operations that must not run while others enqueue or delete.
     std::shared_mutex listShape;
-    /// Jobs in the queue, as last seen.
+    /// The number of jobs in the queue at the last check.
     std::atomic<std::ptrdiff_t> backlog = 0;
 };
 

@@ -20,7 +20,7 @@ std::wstring Name(const wchar_t* kind, std::uint32_t number) {
     return kind + std::to_wstring(number);
 }
 
-/// Answers what it is given with the same, to whom it came from.
+/// Returns each payload to its sender.
 class Echo final : public CallbackFunctor {
 public:
     Echo(in_process::Endpoint& ownEnd, StreamCheck& streamCheck) : end(ownEnd), check(streamCheck) {}
@@ -43,9 +43,9 @@ public:
     LineRound(const LineRound&) = delete;
     LineRound& operator=(const LineRound&) = delete;
 
-    /// Sends from every end at once while handlers change and front ends come.
+    /// Sends from all ends at once while handlers change and front ends connect.
     void Run();
-    /// Waits until all that was sent has arrived, and looks at it.
+    /// Waits until everything sent has arrived, and checks it.
     void CheckEnd();
 
 private:
@@ -133,14 +133,14 @@ void LineRound::SendToFrontEnds() {
     counts.Add("events to all front ends", eventsEach);
 }
 
-/// Each event finds one of the two handlers, never none and never both.
+/// Each event finds exactly one of the two handlers.
 void LineRound::ChangeHandlers() {
     engine.AddEventHandler(L"number", &second);
     engine.AddEventHandler(L"number", &first);
     counts.Add("changes of a handler", 2);
 }
 
-/// A front end that comes later, with a handler that comes and goes.
+/// A front end that connects late and registers and removes a handler repeatedly.
 void LineRound::JoinLate() {
     in_process::Endpoint* const late = line.FrontEndCalled(L"late");
     StreamCheck check(StreamCheck::Streams::BegunAnywhere);

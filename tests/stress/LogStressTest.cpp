@@ -22,20 +22,20 @@
 namespace {
 
 constexpr std::uint32_t writerCount = 6;
-/// Where they are not, two that append at the same time write over one another.
+/// Without atomic appends, concurrent writers overwrite each other.
 constexpr bool appendsAreAtomic = APPENDS_ARE_ATOMIC != 0;
 
-/// A message that shows when a part of it is lost or another's.
+/// A message that reveals missing or foreign parts.
 std::string Message(std::uint32_t writer, std::uint32_t number) {
     const std::size_t length = number % 13 == 0 ? 6000 : number % 40;
     return '<' + std::to_string(writer) + '.' + std::to_string(number) + ' ' +
            std::string(length, static_cast<char>('a' + number % 26)) + '>';
 }
 
-/// How often each message stands in what was written.
+/// How often each message occurs in the output.
 class Found {
 public:
-    /// `isHead` says whether a text may stand before a message.
+    /// `isHead` checks the text before a message.
     void AddLines(const std::string& text, const std::function<bool(const std::string& head)>& isHead) {
         std::istringstream stream(text);
         for (std::string line; std::getline(stream, line);) {
@@ -55,7 +55,7 @@ public:
         }
     }
 
-    /// Every message of the writers once, and no other.
+    /// Expects each message of the writers once, and no others.
     void ExpectAll(std::uint32_t writers, std::uint32_t messagesEach) {
         for (std::uint32_t writer = 0; writer < writers; ++writer) {
             for (std::uint32_t number = 0; number < messagesEach; ++number) {
@@ -65,7 +65,7 @@ public:
         EXPECT_EQ(times.size(), std::size_t{writers} * messagesEach);
     }
 
-    /// No message twice, and each is one that was written.
+    /// Expects no duplicates, and only messages that were written.
     void ExpectOnlyWhole(std::uint32_t writers, std::uint32_t messagesEach) {
         std::size_t known = 0;
         for (std::uint32_t writer = 0; writer < writers; ++writer) {
@@ -89,7 +89,7 @@ bool IsRecordHead(const std::string& head) {
            head.substr(25, 9) == "info    [" && head.substr(head.size() - 2) == "] ";
 }
 
-/// The one log of the process with all that use it, for one round.
+/// The log of the process with all its users, for one round.
 class LogRound {
 public:
     explicit LogRound(OperationCounts& operationCounts) : counts(operationCounts) { SetUpAnew(0); }
@@ -125,13 +125,13 @@ public:
 private:
     static constexpr std::uint32_t messagesEach = 1000;
 
-    /// One of two files, with the console or without.
+    /// Selects one of two files, and the console or not.
     void SetUpAnew(std::uint32_t number) {
         ControllerLogManager::Initialize(0, directory / (number % 3 == 0 ? L"a.log" : L"b.log"), number % 2 == 0);
         counts.Add("Initialize");
     }
 
-    /// As somebody does who wants the log begun anew.
+    /// Like a user who wants a new log file.
     void MoveAway() {
         const std::wstring target = directory / (L"moved-" + std::to_wstring(++moved));
         if (!platform::RenameFile(directory / L"a.log", target)) {

@@ -9,8 +9,8 @@
 #include <string>
 #include <vector>
 
-/// One event of a numbered stream. Its payload has a length of its own, from nothing but the number to many kilobytes,
-/// and shows when a part of it is lost or another's.
+/// One event of a numbered stream. Its payload has a varying length, from the bare number to many kilobytes, and
+/// reveals missing or foreign parts.
 struct NumberedEvent {
     std::wstring stream;
     std::uint32_t number = 0;
@@ -18,24 +18,24 @@ struct NumberedEvent {
     bool operator==(const NumberedEvent&) const = default;
 
     std::wstring Payload() const;
-    /// Nothing when it is no whole payload.
+    /// Nothing if it is not a complete payload.
     [[nodiscard]] static std::optional<NumberedEvent> Read(const std::wstring& payload);
 };
 
-/// Takes in numbered events, from any thread, and finds out whether each stream came in order and nothing twice.
+/// Receives numbered events, from any thread, and checks that each stream arrives in order without duplicates.
 class StreamCheck {
 public:
-    /// What is right: every number from 1 on; every number behind the first that came; numbers that grow.
+    /// What is valid: all numbers from 1; all numbers after the first; increasing numbers.
     enum class Streams { Whole, BegunAnywhere, WithGaps };
 
     explicit StreamCheck(Streams rightStreams = Streams::Whole) : right(rightStreams) {}
 
     void Take(const std::wstring& payload);
 
-    /// The last number that came of a stream; 0 before the first.
+    /// The last received number of a stream; 0 before the first.
     std::uint32_t LastOf(const std::wstring& stream) const;
     std::uint64_t Count() const;
-    /// What was wrong; empty when nothing was.
+    /// All errors found.
     std::vector<std::string> Problems() const;
 
 private:
@@ -48,8 +48,7 @@ private:
     std::vector<std::string> problems;
 };
 
-/// Passes what it is given to a check. A thread sanitizer sees when it is called after it was taken away, or twice at
-/// once.
+/// Passes its events to a check. The thread sanitizer detects calls after its removal, and concurrent calls.
 class CheckingHandler final : public CallbackFunctor {
 public:
     explicit CheckingHandler(StreamCheck& streamCheck) : check(streamCheck) {}
@@ -58,6 +57,6 @@ public:
 
 private:
     StreamCheck& check;
-    /// Not guarded by anything but the promise of transmitters: one handler at a time.
+    /// Guarded only by the promise of transmitters: one call of a handler at a time.
     std::uint64_t calls = 0;
 };

@@ -5,10 +5,10 @@
 #include <mutex>
 #include <string>
 
-/// Counts what a stress test did, from any thread, and prints it.
+/// Counts the operations of a stress test, from any thread, and prints the counts.
 class OperationCounts {
 public:
-    /// `subject` is what the test was about.
+    /// `subject` is the subject of the test.
     explicit OperationCounts(std::string ofSubject) : subject(std::move(ofSubject)) {}
     /// Prints the counts.
     ~OperationCounts();

@@ -3,15 +3,15 @@
 #include <chrono>
 #include <cstdint>
 
-/// How long a stress test goes on: one round, or as many as begin within the seconds that the environment variable
-/// CONTROLLER_STRESS_SECONDS names.
+/// The duration of a stress test: one round, or all rounds that begin within the seconds in the environment variable
+/// CONTROLLER_STRESS_SECONDS.
 class Rounds {
 public:
     Rounds();
 
-    /// True when another round is to be run. The first one always is.
+    /// True if another round is to run. The first call always returns true.
     [[nodiscard]] bool Next();
-    /// The round that runs, from 1 on; random numbers of a round begin with it.
+    /// The current round, from 1; seeds the random numbers of the round.
     std::uint32_t Number() const { return number; }
 
 private:

@@ -42,7 +42,7 @@ long ScenarioProcesses::RunScenario(const std::wstring& request, std::wstring& o
     return 0;
 }
 
-/// Refuses every other request: then only the file "killprocess" tells.
+/// Refuses every other request: then only the file "killprocess" tells the process.
 long ScenarioProcesses::CancelScenario(const std::wstring& jobId) {
     if (Chance(50)) {
         return -1;
@@ -81,7 +81,7 @@ bool ScenarioProcesses::WasAskedToStop(const Process& process) {
 }
 
 bool ScenarioProcesses::Work(Process& process) {
-    // Some wait so long that hardly one of them ends unasked.
+    // Some wait so long that they rarely end unasked.
     const int steps = Chance(30) ? 300 : 3;
     for (int step = 0; step < steps; ++step) {
         if (WasAskedToStop(process)) {
@@ -109,7 +109,7 @@ void ScenarioProcesses::Finish(Process& process, bool wasAskedToStop, JobEntryMa
     process.process.Finish();
 }
 
-/// Tells the engine of the end itself. That is the only end of the job, as long as its process has not ended.
+/// Reports the end to the engine directly. This is the job's only end while its process runs.
 void ScenarioProcesses::Report(const Process& process, bool wasAskedToStop, JobEntryManagerBase& engine) {
     const std::wstring result =
         run_protocol::SerializeRunScenarioResult({process.info.jobId, Chance(80), {{0, L"done"}}, {}});

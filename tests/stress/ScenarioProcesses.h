@@ -15,8 +15,8 @@
 
 class JobEntryManagerBase;
 
-/// A function module with the processes that it starts. They report progress and a result through files, or through the
-/// engine; they end by themselves or, some only then, when they are asked to.
+/// A function module and its processes. They report progress and a result through files or through the engine, and end
+/// by themselves or, some of them, only when asked.
 class ScenarioProcesses {
 public:
     ScenarioProcesses(EngineReports& engineReports, std::uint32_t seed) : reports(engineReports), random(seed) {}
@@ -24,7 +24,7 @@ public:
     /// The module's "CallFunction"; any thread.
     [[nodiscard]] long Answer(const test_modules::Call& call, std::wstring& output);
 
-    /// What the processes do: lives through one after the other until `End`, after which none may be started.
+    /// Simulates the processes, one after another, until `End`; none may be started after that.
     void Live(JobEntryManagerBase& engine);
     void End();
 
@@ -39,7 +39,7 @@ private:
     long RunScenario(const std::wstring& request, std::wstring& output);
     long CancelScenario(const std::wstring& jobId);
     bool WasAskedToStop(const Process& process);
-    /// True when the process was asked to stop before its work was done.
+    /// True if the process was asked to stop before its work was done.
     bool Work(Process& process);
     void Finish(Process& process, bool wasAskedToStop, JobEntryManagerBase& engine);
     void Report(const Process& process, bool wasAskedToStop, JobEntryManagerBase& engine);
@@ -49,7 +49,7 @@ private:
     std::mutex mutex;
     std::condition_variable changed;
     std::deque<Process> processes;
-    /// Jobs that are to stop, by the module's way of asking.
+    /// Jobs that the module was asked to stop.
     std::set<std::wstring> stopping;
     bool isOver = false;
     std::mt19937 random;

@@ -26,7 +26,7 @@ constexpr std::uint32_t frontEndCount = 4;
 constexpr std::uint32_t connectionsEach = 4;
 constexpr std::uint32_t eventsEach = 60;
 
-/// Time enough for the slowest machine: nobody is to be dropped for being slow.
+/// Long timeouts, so that no peer is dropped for being slow.
 Limits PatientLimits() {
     Limits limits;
     limits.greeting = std::chrono::minutes(4);
@@ -36,12 +36,12 @@ Limits PatientLimits() {
     return limits;
 }
 
-/// Answers what it is given with the same, to whom it came from.
+/// Returns each payload to its sender.
 class Echo final : public CallbackFunctor {
 public:
     explicit Echo(StreamCheck& streamCheck) : check(streamCheck) {}
 
-    /// Before it is given to an end.
+    /// Call before it is registered with an end.
     void AnswerOver(EngineEnd* ownEnd) { end = ownEnd; }
 
     bool operator()(const std::wstring& payload) override {
@@ -54,7 +54,7 @@ private:
     StreamCheck& check;
 };
 
-/// An engine and front ends over the system's own sockets or pipes, for one round.
+/// An engine and front ends over real sockets or pipes, for one round.
 class SocketRound {
 public:
     explicit SocketRound(OperationCounts& operationCounts) : counts(operationCounts) { StartEngine(); }
@@ -62,9 +62,9 @@ public:
     SocketRound(const SocketRound&) = delete;
     SocketRound& operator=(const SocketRound&) = delete;
 
-    /// Front ends come, send, go and break off, while the engine tells everybody something.
+    /// Front ends connect, send, disconnect and break off, while the engine broadcasts.
     void Run();
-    /// As `Run`, and the engine goes and comes again.
+    /// Like `Run`, with restarts of the engine.
     void RunWithRestarts();
     void CheckEnd();
 
@@ -158,7 +158,7 @@ void SocketRound::CheckEnd() {
     EXPECT_EQ(triesAtEngine.Problems(), std::vector<std::string>());
     const std::lock_guard lock(linesMutex);
     for (const std::wstring& line : lines) {
-        // A peer that breaks off may do so in the middle of an event; nothing else may go wrong.
+        // A peer may break off in the middle of an event; any other message is an error.
         EXPECT_NE(line.find(L"it went in the middle of an event"), std::wstring::npos) << testing::PrintToString(line);
     }
 }
@@ -169,7 +169,7 @@ void SocketRound::RestartEngine() {
     counts.Add("restarts of the engine");
 }
 
-/// Two threads send over one connection; all of it has come back when the front end goes.
+/// Two threads send over one connection; everything has been returned when the front end disconnects.
 void SocketRound::Talk(std::uint32_t frontEnd, std::uint32_t connection) {
     const std::wstring stream = std::to_wstring(frontEnd) + L"." + std::to_wstring(connection);
     StreamCheck echoes;
@@ -198,7 +198,7 @@ void SocketRound::Talk(std::uint32_t frontEnd, std::uint32_t connection) {
     counts.Add("connections");
 }
 
-/// Goes while events are on their way both ways, and handlers run.
+/// Disconnects while events are under way in both directions and handlers run.
 void SocketRound::BreakOff(std::uint32_t frontEnd, std::uint32_t connection) {
     StreamCheck echoes;
     CheckingHandler echo(echoes);
@@ -210,7 +210,7 @@ void SocketRound::BreakOff(std::uint32_t frontEnd, std::uint32_t connection) {
     counts.Add("connections broken off");
 }
 
-/// Sends to an engine that comes and goes. What arrives over one connection arrives in order and whole.
+/// Sends to an engine that restarts. Events over one connection arrive in order and whole.
 void SocketRound::TryToTalk(std::uint32_t frontEnd, std::uint32_t connection) {
     const auto client = Client();
     const std::wstring stream = L"try" + std::to_wstring(frontEnd) + L"." + std::to_wstring(connection);
@@ -230,7 +230,7 @@ void SocketRound::Send(ClientEnd& client, const std::wstring& stream) {
     counts.Add("events to the engine", eventsEach);
 }
 
-/// As many as there are events: an acknowledgement waits behind every broadcast that a front end has not taken yet.
+/// Limited to the number of events: an acknowledgement waits behind each broadcast that a front end has not read yet.
 void SocketRound::Broadcast() {
     ++told;
     const std::uint32_t number = told;
@@ -238,7 +238,7 @@ void SocketRound::Broadcast() {
     counts.Add("broadcasts");
 }
 
-/// Each event finds one of the two handlers, never none and never both.
+/// Each event finds exactly one of the two handlers.
 void SocketRound::ChangeHandlers() {
     engine->AddEventHandler(L"number", &second);
     engine->AddEventHandler(L"number", &first);

@@ -13,7 +13,7 @@ public:
 
     void Add(std::function<void()> work) { threads.emplace_back(std::move(work)); }
 
-    /// Adds a thread that does its work again and again until the crew is told to stop.
+    /// Adds a thread that repeats its work until the team is told to stop.
     void AddEndless(std::function<void()> work) {
         threads.emplace_back([this, doWork = std::move(work)] {
             while (!isStopping) {
@@ -23,7 +23,7 @@ public:
         });
     }
 
-    /// Waits for all; the endless ones end after the work that they are at.
+    /// Waits for all threads; the endless ones end after their current work.
     void Join() {
         isStopping = true;
         for (std::thread& thread : threads) {

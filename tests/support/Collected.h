@@ -9,7 +9,7 @@
 #include <utility>
 #include <vector>
 
-/// Things that threads add and the test waits for.
+/// Values added by threads, for which the test waits.
 template <typename T>
 class Collected {
 public:
@@ -21,8 +21,7 @@ public:
         changed.notify_all();
     }
 
-    /// Waits until there are `count`, and gives all there are then. Throws std::runtime_error when they do not come
-    /// within the tests' patience.
+    /// Waits until there are `count`, and returns all. Throws std::runtime_error after the tests' patience.
     std::vector<T> WaitFor(std::size_t count) const {
         std::unique_lock guard(lock);
         if (!changed.wait_for(guard, test_support::patience, [&] { return things.size() >= count; })) {

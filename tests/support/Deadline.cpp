@@ -33,7 +33,7 @@ void Deadline::Watch() {
             std::fprintf(stderr, "So far it was:\n%s\n", shown.c_str());
         }
         std::fflush(nullptr);
-        // They would hold the output of this program open, and whoever waits for its end would wait on.
+        // They would keep the output of this program open, and block a process that waits for its end.
         EndAllStarted();
         std::_Exit(1);
     }

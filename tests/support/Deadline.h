@@ -9,11 +9,11 @@
 
 namespace test_support {
 
-/// How long anything may take that a test waits for; far more than it needs.
+/// The limit for every wait of a test; far more than needed.
 inline constexpr std::chrono::seconds patience{200};
 
-/// Ends the test program, with all processes that it has started, and a message when it still exists after `longest`:
-/// for waits that know no time limit.
+/// Ends the test program and all processes it has started, with a message, if it still exists after `longest`. For
+/// waits without a time limit.
 class Deadline {
 public:
     explicit Deadline(std::string what, std::chrono::seconds longest = patience);
@@ -21,7 +21,7 @@ public:
     Deadline(const Deadline&) = delete;
     Deadline& operator=(const Deadline&) = delete;
 
-    /// Adds to what the message shows: what a process has printed so far.
+    /// Adds the output of a process so far to the message.
     void Show(std::string_view output);
 
 private:

@@ -4,10 +4,9 @@
 #include <cstddef>
 #include <cstdint>
 
-/// Where the compiler put the members of a class, so that a test can compare a class with one that is declared in the
-/// test. Both compilers of the project follow the same ABI in this: a pointer to a data member is its distance from the
-/// start of the object; a pointer to a virtual member function is one more than the distance of its slot from the start
-/// of the table.
+/// The offsets of class members chosen by the compiler, so that a test can compare a class with one that it declares.
+/// Both compilers of the project use the same ABI: a pointer to a data member is its offset in the object; a pointer to
+/// a virtual member function is one more than the offset of its slot in the table.
 namespace test_support {
 
 template <typename Class, typename Member>

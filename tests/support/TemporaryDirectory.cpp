@@ -31,7 +31,7 @@ TemporaryDirectory::TemporaryDirectory() : path(UniquePath()) {
 }
 
 TemporaryDirectory::~TemporaryDirectory() {
-    // What a test still holds open stays.
+    // Files that a test still holds open stay.
     (void)platform::RemoveTree(path);
 }
 

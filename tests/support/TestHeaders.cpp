@@ -1,2 +1,2 @@
-// Nothing of its own: compiling this file makes the precompiled headers of the tests.
+// Compiling this file creates the precompiled headers of the tests.
 int main() {}

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-/// As GoogleTest's own, but a filter that matches nothing fails: a renamed suite must not pass unseen.
+/// Like GoogleTest's own main, but a filter without matches fails, so that a renamed suite is noticed.
 int main(int argc, char** argv) {
     testing::InitGoogleTest(&argc, argv);
     const int result = RUN_ALL_TESTS();

@@ -8,31 +8,29 @@
 #include "platform/processes/Pipe.h"
 #include "platform/processes/Process.h"
 
-/// Processes that tests start, most of them of the program `test_process`.
+/// Processes started by tests, mostly of the program `test_process`.
 namespace test_support {
 
-/// The path of a program of the build by its name.
+/// The path of a program of the build.
 std::wstring ProgramPath(const std::wstring& name);
 
-/// How to start `test_process` with a command and what it needs.
+/// The command that starts `test_process` with these arguments.
 platform::ProcessStart TestProcess(const std::vector<std::wstring>& arguments);
 
-/// What a process printed until it and all that share its output had ended, and how it ended.
+/// The output of a process, complete when all processes that share it have ended, and its exit code.
 struct Ending {
     std::string output;
     std::optional<std::int32_t> exitCode;
 };
 
-/// Starts a process, with its output in a pipe, and waits for its end. No exit code when it could not be started. When
-/// it takes too long, what it has printed is shown, and it ends with this program and all that was started
-/// (`Deadline`).
+/// Starts a process with its output in a pipe, and waits for its end. There is no exit code if it could not be started.
+/// After the deadline its output is shown, and it is ended with this program and all started processes (`Deadline`).
 Ending RunToEnd(platform::ProcessStart start);
 
-/// Reads until all who could write have closed their ends; `whose` output it is, for the message when that takes too
-/// long.
+/// Reads until all writers have closed the pipe; `whose` names the output in the message of the deadline.
 std::string ReadToEnd(platform::OutputPipe& pipe, const std::string& whose = "a process");
 
-/// Reads until `text` has come; false when the end comes first.
+/// Reads until `text` has arrived; false if the output ends first.
 [[nodiscard]] bool ReadUntil(platform::OutputPipe& pipe, const std::string& text);
 
 /// Waits for a process or event.

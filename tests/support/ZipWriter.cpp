@@ -48,7 +48,7 @@ std::uint32_t Checksum(const std::string& content) {
         crc32(0, reinterpret_cast<const Bytef*>(content.data()), static_cast<uInt>(content.size())));
 }
 
-/// What the headers of one entry say.
+/// The header fields of one entry.
 struct Statement {
     std::uint16_t flags;
     std::uint16_t method;
@@ -72,7 +72,7 @@ Statement LocalStatement(const ZipEntry& entry, const Statement& central) {
             entry.localSize.value_or(later ? 0 : central.size)};
 }
 
-/// The part that local header and central directory have in common.
+/// The fields that local header and central directory have in common.
 void AppendStatement(std::string& bytes, const Statement& statement, const std::string& name,
                      const std::string& extraField) {
     Append16(bytes, 20); // version needed

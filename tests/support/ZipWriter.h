@@ -7,18 +7,18 @@
 
 namespace test_support {
 
-/// One entry of a ZIP archive to be made. The optional members put something untrue in the place of what belongs there.
+/// One entry of a ZIP archive. The optional members replace correct values by wrong ones.
 struct ZipEntry {
-    /// With slashes; a directory's name ends in one.
+    /// With slashes; names of directories end in a slash.
     std::string name = {};
     std::string content = {};
     bool deflated = true;
-    /// Sizes and checksum follow the data instead of standing before it.
+    /// Sizes and checksum follow the data instead of preceding it.
     bool dataDescriptor = false;
     /// Extra flag bits, such as 1 (encrypted) or 0x800 (name in UTF-8).
     std::uint16_t flags = 0x800;
     std::uint16_t versionMadeBy = 20;
-    /// The Unix mode stands in the upper half.
+    /// The Unix mode is in the upper half.
     std::uint32_t externalAttributes = 0;
     std::string extraField = {};
 
@@ -31,15 +31,15 @@ struct ZipEntry {
     std::optional<std::uint32_t> localCompressedSize = {};
     std::optional<std::uint32_t> localOffset = {};
     std::optional<std::uint16_t> diskNumber = {};
-    /// Of the central directory, and of a data descriptor or local header that is not overridden.
+    /// In the central directory, and in a data descriptor or local header that is not overridden.
     std::optional<std::uint32_t> crc = {};
     std::optional<std::uint32_t> size = {};
     std::optional<std::uint32_t> compressedSize = {};
-    /// The data as they stand in the archive.
+    /// The data as stored in the archive.
     std::optional<std::string> rawData = {};
 };
 
-/// The end of the archive, as `ZipEntry`.
+/// The end of the archive; like `ZipEntry`.
 struct ZipEnd {
     std::string comment = {};
     std::optional<std::uint16_t> commentLength = {};
@@ -48,11 +48,11 @@ struct ZipEnd {
     std::optional<std::uint16_t> entryCountOfThisDisk = {};
     std::optional<std::uint32_t> directorySize = {};
     std::optional<std::uint32_t> directoryOffset = {};
-    /// Stands between the central directory and the end record.
+    /// Inserted between the central directory and the end record.
     std::string beforeEndRecord = {};
 };
 
-/// The bytes of a ZIP archive. By default a correct one, which any reader takes.
+/// The bytes of a ZIP archive. By default a valid one.
 std::string MakeZip(const std::vector<ZipEntry>& entries, const ZipEnd& end = {});
 
 } // namespace test_support

@@ -16,7 +16,7 @@ using text::FindInvalidUtf8;
 using text::FromStrictUtf8;
 using text::FromWtf8;
 
-/// The four bytes that a number is made of.
+/// The four bytes of a number.
 std::string Bytes(std::uint32_t number) {
     std::string bytes;
     for (const int shift : {24, 16, 8, 0}) {
@@ -25,7 +25,7 @@ std::string Bytes(std::uint32_t number) {
     return bytes;
 }
 
-/// First and second bytes of every kind, with continuations behind them that are there, or not.
+/// First and second bytes of each kind, with or without continuation bytes.
 template <typename Check>
 void ForAllBeginnings(const Check& check) {
     for (std::uint32_t beginning = 0; beginning <= 0xFFFF; ++beginning) {

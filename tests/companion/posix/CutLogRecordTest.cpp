@@ -9,7 +9,7 @@
 
 namespace {
 
-/// Files of this process that may not grow beyond a size: a full disk that cuts a write in the middle.
+/// Limits the size of files of this process: like a full disk that cuts a write.
 class FileSizeLimit {
 public:
     explicit FileSizeLimit(rlim_t bytes) {

@@ -8,7 +8,7 @@
 
 namespace {
 
-/// Output files as only this system has them.
+/// Output files that exist on this system only.
 class OutputFilesTest : public FrontEndFixture {
 protected:
     OutputFilesTest() {

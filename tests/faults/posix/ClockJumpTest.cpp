@@ -16,7 +16,7 @@ namespace {
 constexpr std::int64_t day = 24 * 60 * 60;
 constexpr std::int64_t year = 365 * day;
 
-/// Hosts whose calendar time the test turns while they run; their steady clock goes on as ever.
+/// Hosts whose calendar clock the test changes while they run; the steady clock is unaffected.
 class ClockJumpTest : public FaultFixture {
 protected:
     ClockJumpTest() { TurnTo(0); }
@@ -34,7 +34,7 @@ protected:
         unsetenv(jumpingClockVariable);
     }
 
-    /// In place, because the host has the file mapped.
+    /// Written in place, because the host maps the file.
     void TurnTo(std::int64_t seconds) const {
         const int file = open(ClockFile().c_str(), O_WRONLY | O_CREAT, 0600);
         EXPECT_EQ(write(file, &seconds, sizeof seconds), static_cast<ssize_t>(sizeof seconds));

@@ -16,7 +16,7 @@ namespace {
 
 constexpr int couldNotRun = 1;
 
-/// Each test runs in a child process with a mount name space of its own.
+/// Each test runs in a child process with its own mount name space.
 class DiskFaultsTest : public FaultFixture {
 protected:
     void SetUp() override {
@@ -28,7 +28,7 @@ protected:
         }
     }
 
-    /// To be called first; true in the process where there is nothing more to do.
+    /// Call first. True in the parent, which has nothing more to do.
     static bool HasRunInChild() {
         if (!IsInOwnNameSpace()) {
             RunThisTestInOwnNameSpace();
@@ -86,7 +86,7 @@ TEST_F(DiskFaultsTest, AHostThatEndsOnAFullDiskLeavesTheListBeforeWhole) {
     StartHost();
     TestClient frontEnd(endpointName);
     ExpectJobs(frontEnd, "exit 0", 1, JobStatus::Success);
-    // Answered in a later turn of the host: by then it has dropped the old backup, which would make room.
+    // The response comes in a later turn of the host, after it has dropped the old backup, which would free space.
     ASSERT_EQ(frontEnd.Jobs().size(), 1U);
     const std::vector<JobListInfo> before = SavedJobs();
     disk->Fill();
@@ -165,7 +165,7 @@ TEST_F(DiskFaultsTest, AHostWhoseListDirectoryIsReadOnlySaysSoAndEnds) {
     EXPECT_NE(ending.output.find("Read-only file system"), std::string::npos) << ending.output;
 }
 
-/// The directories of a host move away or vanish under it.
+/// A host whose directories are moved or removed.
 using DiskFaultsTest_Directories = FaultFixture;
 
 TEST_F(DiskFaultsTest_Directories, AListDirectoryThatWasRemovedIsMadeAgainWithTheWholeList) {
@@ -173,7 +173,7 @@ TEST_F(DiskFaultsTest_Directories, AListDirectoryThatWasRemovedIsMadeAgainWithTh
     StartHost();
     TestClient frontEnd(endpointName);
     ExpectJobs(frontEnd, "exit 0", 2, JobStatus::Success);
-    // The host may be writing into it just now.
+    // The host may be writing into it.
     Await("the removal", [this] { return !platform::RemoveTree(directory / L"lists"); });
     ExpectJobs(frontEnd, "exit 0", 1, JobStatus::Success);
     Await("the saved list", [this] { return SavedJobs().size() == 3; });
@@ -207,7 +207,7 @@ TEST_F(DiskFaultsTest_Directories, ALockThatIsALinkIsNotFollowed) {
     EXPECT_NE(ending.output.find("job_list.json.lock"), std::string::npos) << ending.output;
 }
 
-/// As a user whom permissions stop.
+/// Runs as a user to whom permissions apply.
 class DiskFaultsTest_Permissions : private OrdinaryUser, public FaultFixture {
 protected:
     void SetUp() override {

@@ -1,7 +1,7 @@
 #pragma once
 
-/// The library "jumping_clock", loaded into a process before its own libraries, turns the calendar time of that process
-/// by the seconds (64 bits) that a file says, at each look. The steady clock stays.
+/// The library "jumping_clock", preloaded into a process, shifts its calendar clock by the seconds (64 bits) in a file,
+/// read at each call. The steady clock is unaffected.
 
-/// The environment variable that names the file, which must exist when the process first looks at the time.
+/// The environment variable that names the file. The file must exist when the process first reads the time.
 inline constexpr char jumpingClockVariable[] = "JUMPING_CLOCK_FILE";

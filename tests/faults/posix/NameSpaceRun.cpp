@@ -27,7 +27,7 @@ void WriteLine(const char* path, const std::string& line) {
     std::ofstream(path) << line;
 }
 
-/// Mounting takes a name space of its own; who may not make one may make one as root of a user name space.
+/// Mounting needs a private name space. Without the right to create one, root of a user name space has it.
 bool EnterOwnNameSpace() {
     const std::string user = std::to_string(geteuid());
     const std::string group = std::to_string(getegid());
@@ -50,7 +50,7 @@ std::string CurrentTest() {
 [[noreturn]] void BeTheChild(int output, const std::string& filter) {
     dup2(output, STDOUT_FILENO);
     dup2(output, STDERR_FILENO);
-    // The program is opened before: its path is another one behind the new name space.
+    // Opened first: the new name space changes its path.
     char program[4096] = {};
     const ssize_t length = readlink(ownProgram, program, sizeof program - 1);
     if (length <= 0 || !EnterOwnNameSpace()) {

@@ -13,8 +13,8 @@ namespace {
 constexpr uid_t nobody = 65534;
 constexpr uid_t root = 0;
 
-/// The saved user is the way back; a program that is started gets none. The leak checker looks at its own process as a
-/// debugger does, which changing the user forbids.
+/// The saved user id allows returning; started programs do not inherit it. The leak checker traces its own process,
+/// which a change of user forbids.
 void Become(uid_t user) {
     if (setresuid(user, user, root) != 0 || prctl(PR_SET_DUMPABLE, 1) != 0) {
         throw std::runtime_error("cannot change the user");

@@ -2,8 +2,8 @@
 
 #include <string>
 
-/// While it lives, this process is an ordinary user for all that permissions and limits say, and so are those that it
-/// starts. A process that is one already stays what it is.
+/// During its lifetime this process and those it starts are an ordinary user for permissions and limits. No effect in a
+/// process that is one already.
 class OrdinaryUser {
 public:
     OrdinaryUser();
@@ -11,6 +11,6 @@ public:
     OrdinaryUser(const OrdinaryUser&) = delete;
     OrdinaryUser& operator=(const OrdinaryUser&) = delete;
 
-    /// Why programs of the build cannot be started so; empty when they can.
+    /// Why programs of the build cannot be started as this user; empty if they can.
     static std::string Problem(const std::wstring& program);
 };

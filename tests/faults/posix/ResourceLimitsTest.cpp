@@ -19,7 +19,7 @@
 
 namespace {
 
-/// A host that may have no more open files than these keeps those that it has, and gets no other.
+/// A host with this limit keeps its open files and gets no others.
 constexpr rlim_t standardStreams = 3;
 constexpr rlim_t usual = 1024;
 
@@ -27,7 +27,7 @@ class ResourceLimitsTest : public FaultFixture {
 protected:
     pid_t HostNumber() const { return static_cast<pid_t>(platform::ProcessNumber(host.Get())); }
 
-    /// Until it is changed again, the host may have no more of something than this.
+    /// Limits a resource of the host until the next call.
     void Limit(__rlimit_resource resource, rlim_t count) const {
         rlimit limit = {};
         ASSERT_EQ(prlimit(HostNumber(), resource, nullptr, &limit), 0);
@@ -35,7 +35,7 @@ protected:
         ASSERT_EQ(prlimit(HostNumber(), resource, &limit, nullptr), 0);
     }
 
-    /// The time that the host has computed so far.
+    /// The processor time of the host so far.
     std::chrono::duration<double> ComputingTime() const {
         std::ifstream file("/proc/" + std::to_string(HostNumber()) + "/stat");
         std::string word;
@@ -102,7 +102,7 @@ TEST_F(ResourceLimitsTest_OpenFiles, AHostThatMayOpenNoMoreTellsFrontEndsSoAndCa
     }
     std::vector<std::unique_ptr<IdleFrontEnds>> others;
     test_support::Ending refused;
-    // A file that the host had open for a moment, while the others came, leaves room for one more.
+    // A file that the host had open for a moment during the connections leaves space for one more.
     do {
         others.push_back(std::make_unique<IdleFrontEnds>(endpointName, few));
         refused = test_support::RunToEnd(FrontEndProcess({L"--list"}, std::chrono::seconds(3)));
@@ -117,7 +117,7 @@ TEST_F(ResourceLimitsTest_OpenFiles, AHostThatMayOpenNoMoreTellsFrontEndsSoAndCa
     EXPECT_EQ(AwaitHostEnd(), 0);
 }
 
-/// The limit is set by a shell: with one so low, this process could not start another.
+/// A shell sets the limit: with one so low, this process could not start another.
 platform::ProcessStart WithOpenFiles(rlim_t count, platform::ProcessStart start) {
     start.arguments.insert(start.arguments.begin(),
                            {L"-c", L"ulimit -n " + std::to_wstring(count) + LR"( && exec "$0" "$@")",
@@ -128,7 +128,7 @@ platform::ProcessStart WithOpenFiles(rlim_t count, platform::ProcessStart start)
 
 TEST_F(ResourceLimitsTest_OpenFiles, AHostThatMayOpenTooFewFilesSaysSoAndEnds) {
     bool isReady = false;
-    // With fewer, the system cannot even load the program.
+    // With fewer, the system cannot load the program.
     for (rlim_t count = 5; !isReady && count < usual; ++count) {
         const platform::Event ready;
         platform::OutputPipe output;
@@ -191,7 +191,7 @@ TEST_F(ResourceLimitsTest_Here, SettingsThatCouldNotBeOpenedAreReadAsSoonAsTheyC
     settings::UseFile(L"");
 }
 
-/// The limit on processes is one of ordinary users.
+/// The limit on processes applies to ordinary users only.
 class ResourceLimitsTest_Processes : private OrdinaryUser, public ResourceLimitsTest {
 protected:
     void SetUp() override {

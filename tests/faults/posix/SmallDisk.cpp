@@ -66,7 +66,7 @@ void SmallDisk::Free() const {
 }
 
 void SmallDisk::MakeReadOnly() {
-    // Over it, because files are open for writing on the mount itself.
+    // A second mount on top, because files are open for writing on the first.
     Note("mounting once more", mount(nativePath.c_str(), nativePath.c_str(), nullptr, MS_BIND, nullptr));
     ++mounts;
     Note("mounting for reading", mount("none", nativePath.c_str(), nullptr, MS_REMOUNT | MS_BIND | MS_RDONLY, nullptr));

@@ -2,26 +2,26 @@
 
 #include <string>
 
-/// A file system of its own of one megabyte, seen only in the mount name space of this process, which must be its own
+/// A private file system of one megabyte in the mount name space of this process, which must be its own
 /// (`IsInOwnNameSpace`).
 class SmallDisk {
 public:
-    /// Mounts it at the directory `path`, which is made.
+    /// Creates the directory `path` and mounts the file system there.
     explicit SmallDisk(const std::wstring& path);
     ~SmallDisk();
     SmallDisk(const SmallDisk&) = delete;
     SmallDisk& operator=(const SmallDisk&) = delete;
 
-    /// Why there is none on this machine; empty when there is.
+    /// Why there is none on this machine; empty if there is one.
     const std::string& Problem() const { return problem; }
 
-    /// Leaves not one byte free.
+    /// Leaves no byte free.
     void Fill() const;
     /// Leaves `bytes` free.
     void FillBut(std::size_t bytes) const;
     void Free() const;
 
-    /// Whatever is opened from now on can be read only.
+    /// Files opened after this are read-only.
     void MakeReadOnly();
     void MakeWritable();
 

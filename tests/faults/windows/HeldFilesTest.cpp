@@ -12,10 +12,10 @@
 
 namespace {
 
-/// A file that this process has open and shares with nobody, as some virus scanners and backup programs do.
+/// A file that this process holds open without sharing, as some virus scanners and backup programs do.
 class HeldFile {
 public:
-    /// Waits until nobody else has it open: the host may still be at its last write.
+    /// Waits until no other process has it open: the host may still be writing.
     explicit HeldFile(const std::wstring& path) {
         const test_support::Deadline deadline("a file that can be held");
         while (!Hold(path) && GetLastError() == ERROR_SHARING_VIOLATION) {

@@ -9,7 +9,7 @@
 
 namespace {
 
-/// Hosts whose socket front ends do not find where they look.
+/// Hosts whose socket is not where front ends look for it.
 class LostSocketTest : public HostProcessFixture {
 protected:
     std::wstring SocketPath() const {

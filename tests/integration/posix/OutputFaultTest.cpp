@@ -12,10 +12,10 @@ namespace {
 
 using test_support::Ending;
 
-/// Programs whose standard output takes nothing, or that nobody reads.
+/// Programs whose standard output fails or has no reader.
 class OutputFaultTest : public HostProcessFixture {
 protected:
-    /// With a full disk in the place of both standard streams.
+    /// With a full disk as both standard streams.
     static std::optional<std::int32_t> ExitCodeOnFullDisk(platform::ProcessStart start) {
         const platform::OwnedHandle full(platform::HandleOf(open("/dev/full", O_WRONLY | O_CLOEXEC)));
         start.output = full.Get();
@@ -25,7 +25,7 @@ protected:
         return platform::ExitCode(process.Get());
     }
 
-    /// Without a standard output; what comes is standard error.
+    /// Without standard output; returns standard error.
     static Ending WithoutOutput(platform::ProcessStart start) {
         start.arguments.insert(start.arguments.begin(),
                                {L"-c", L"exec \"$0\" \"$@\" >&-", platform::ToNativeText(start.program)});

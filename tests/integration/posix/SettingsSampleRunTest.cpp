@@ -10,8 +10,8 @@ namespace {
 
 using test_support::Ending;
 
-/// The settings file that docs/settings.md shows, used as it stands. The runtime directory is the test's own: the
-/// sample names the endpoint that everybody has.
+/// The settings file in docs/settings.md, used unchanged. The test has its own runtime directory, because the sample
+/// uses the default endpoint name.
 class SettingsSampleRunTest : public HostProcessFixture {
 protected:
     SettingsSampleRunTest() {

@@ -6,7 +6,7 @@
 
 namespace {
 
-/// A host that is there and does nothing: stopped, as by Ctrl-Z.
+/// A host that exists but does not respond: stopped, as by Ctrl-Z.
 class StoppedHostTest : public HostProcessFixture {
 protected:
     StoppedHostTest() {

@@ -14,7 +14,7 @@
 
 namespace {
 
-/// A terminal in the place of a program's standard output, read from the person's side.
+/// A terminal as standard output of a program, read from the user's side.
 class Terminal {
 public:
     explicit Terminal(unsigned short width) {
@@ -35,7 +35,7 @@ public:
         programHandle.Reset();
     }
 
-    /// Reads on until `text` has come; all that came.
+    /// Reads until `text` has arrived, and returns everything read.
     std::string ReadUntil(const std::string& text) {
         const test_support::Deadline deadline("the output " + text);
         std::string all;
@@ -44,7 +44,7 @@ public:
         return all;
     }
 
-    /// Reads on until the program has ended.
+    /// Reads until the program has ended.
     std::string ReadToEnd() {
         const test_support::Deadline deadline("the end of the output");
         std::string all;
@@ -61,7 +61,7 @@ public:
     }
 
 private:
-    /// False at the end, which is an error on Linux. The terminal has put a carriage return before each line end.
+    /// False at the end, which is an error on Linux. The terminal adds a carriage return before each line feed.
     bool ContinueRead(std::string& all) const {
         std::array<char, 4096> buffer;
         const ssize_t count = read(personSide, buffer.data(), buffer.size());
@@ -76,7 +76,7 @@ private:
     platform::OwnedHandle process;
 };
 
-/// What a person sees of the front end.
+/// What a user sees of the front end.
 class TerminalTest : public HostProcessFixture {
 protected:
     using Environment = std::vector<std::pair<std::wstring, std::optional<std::wstring>>>;
@@ -87,7 +87,7 @@ protected:
         return start;
     }
 
-    /// The command line that runs a scenario of these steps.
+    /// The command line that runs a scenario with these steps.
     std::vector<std::wstring> Run(const std::string& steps) const {
         WriteTextFile(directory / L"steps.rb", steps);
         return {L"--run", platform::ToNativeText(directory / L"steps.rb"),
@@ -95,7 +95,7 @@ protected:
                 platform::ToNativeText(directory / L"out")};
     }
 
-    /// The table of a job that has succeeded, on a terminal of 48 columns.
+    /// The table of a successful job on a terminal of 48 columns.
     std::string Table(const Environment& variables) {
         StartHost();
         EXPECT_EQ(test_support::RunToEnd(Cli(Run("exit 0"))).exitCode, 0);

@@ -37,7 +37,7 @@ bool Contains(const std::wstring& text, const std::wstring& part) {
     return text.find(part) != std::wstring::npos;
 }
 
-/// Each test has a run-time directory of its own.
+/// Each test has its own run-time directory.
 class EndpointAddressTest : public testing::Test {
 protected:
     void SetUp() override { platform::SetEnvironment(L"XDG_RUNTIME_DIR", text::FromUtf8(runtimePath)); }
@@ -129,7 +129,7 @@ TEST_F(EndpointAddressTest, AFrontEndFindsTheEngineThatListens) {
     EXPECT_EQ(ModeOf(PathOf("host.socket")), 0600u);
 }
 
-/// An engine for which as many front ends wait as the system lets wait.
+/// An engine whose backlog of connections is full.
 class EndpointAddressTest_BusyEngine : public EndpointAddressTest {
 protected:
     void SetUp() override {

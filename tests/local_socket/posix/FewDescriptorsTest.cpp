@@ -17,7 +17,7 @@
 
 namespace {
 
-/// Takes every descriptor that this process may still open; the limit is so low that these are few.
+/// Uses up all descriptors that this process may still open; the limit is low, so these are few.
 class NoDescriptorsLeft {
 public:
     NoDescriptorsLeft() {
@@ -36,12 +36,12 @@ private:
 
 class FewDescriptorsTest : public LineFixture {
 protected:
-    /// A socket that can be connected when no other can be made.
+    /// A socket created in advance, for use when no other can be created.
     static platform::OwnedHandle NewSocket() {
         return platform::OwnedHandle(platform::HandleOf(::socket(AF_UNIX, SOCK_STREAM | SOCK_CLOEXEC, 0)));
     }
 
-    /// What the engine sends to this front end before it closes the connection.
+    /// Everything that the engine sends to this front end before it closes the connection.
     std::string ConnectAndReadAll(const platform::OwnedHandle& socket) const {
         const int descriptor = platform::DescriptorOf(socket.Get());
         sockaddr_un address{};

@@ -20,7 +20,7 @@ using local_socket::LocalPlace;
 using local_socket::MakeLocalNetwork;
 using local_socket::Network;
 
-/// An engine that takes whoever comes, on a thread of its own.
+/// An engine that accepts all connections, on its own thread.
 class LostPlaceTest : public testing::Test {
 protected:
     void SetUp() override {

@@ -2,6 +2,6 @@
 
 #include <string>
 
-/// The name of an endpoint that no other test has, of no other test program either. The sockets of this process
-/// stand in a directory that is removed when it ends. To be called before the test makes a transmitter.
+/// A unique endpoint name, also among other test programs. The sockets of this process are in a directory that is
+/// removed at its end. Call it before creating a transmitter.
 std::string NewEndpointName();

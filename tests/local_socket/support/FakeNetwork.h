@@ -12,23 +12,23 @@
 
 /// The test's side of a channel.
 struct FakeConnection {
-    /// All that the session has written and the test has let through.
+    /// Everything that the session has written and the test has let through.
     std::string written;
     bool isClosed = false;
-    /// While false, a write stays under way, until `TakeWrite`.
+    /// While false, a write stays pending until `TakeWrite`.
     bool takesWrites = true;
-    /// From now on, writes fail.
+    /// After this, writes fail.
     bool failsWrites = false;
 
     bool IsReading() const { return static_cast<bool>(reading); }
-    /// These bytes come from the peer, as many as one read takes at a time.
+    /// Delivers bytes from the peer, as many as one read accepts at a time.
     void Receive(std::string_view bytes);
-    /// The peer goes.
+    /// The peer disconnects.
     void ReceiveEnd();
-    /// The peer takes the write that is under way, and all that follow.
+    /// The peer accepts the pending write and all later ones.
     void TakeWrite();
 
-    // What the session asked for
+    // Requests of the session
     char* readBuffer = nullptr;
     std::size_t readSize = 0;
     local_socket::Channel::Done reading;
@@ -36,15 +36,15 @@ struct FakeConnection {
     local_socket::Channel::Done writing;
 };
 
-/// A network without any: the test says what comes in, and turns the clock. One thread.
+/// A simulated network: the test supplies input and advances the clock. One thread.
 class FakeNetwork final : public local_socket::Network {
 public:
-    /// A channel whose other side is `connection`; that must live longer.
+    /// A channel to `connection`, which must outlive it.
     static std::unique_ptr<local_socket::Channel> ChannelTo(FakeConnection& connection);
 
-    /// Lets time pass: timers expire.
+    /// Advances time, so that timers expire.
     void Advance(std::chrono::milliseconds time);
-    /// How often somebody tried to connect.
+    /// The number of attempts to connect.
     int Attempts() const { return attempts; }
 
     std::unique_ptr<local_socket::Timer> MakeTimer() override;

@@ -11,7 +11,7 @@
 #include "transport/local_socket/ClientEnd.h"
 #include "transport/local_socket/EngineEnd.h"
 
-/// Both ends over the system's own sockets or pipes, in one process.
+/// Both ends over real sockets or pipes, in one process.
 class LineFixture : public testing::Test {
 protected:
     std::unique_ptr<local_socket::EngineEnd> Engine() {

@@ -5,7 +5,7 @@
 #include "CommonControllerLib/EventTransmitter.h"
 #include "controller_plugins/EventTransmitterExtension.h"
 
-/// Asks the real module, loaded on first use, for a transmitter. Its sockets stand where `NewEndpointName` says.
+/// Requests a transmitter from the real module, loaded on first use. Its sockets are where `NewEndpointName` says.
 EventTransmitter* TransmitterFromModule(const std::wstring& id);
 /// Its extension.
 EventTransmitterExtension* ExtensionFromModule(const std::wstring& id);

@@ -5,7 +5,7 @@
 
 #include <string>
 
-/// Keeps log lines.
+/// Records log lines.
 class RecordingLog {
 public:
     local_socket::Network::Log Function() {

@@ -7,16 +7,16 @@
 
 namespace {
 
-/// Reports that are none: the host neither waits for them nor swallows them, and goes on answering.
+/// Invalid reports: the host does not block on them or read them whole, and keeps responding.
 class HostileReportsTest : public HostProcessFixture {
 protected:
-    /// Runs a scenario that puts something into the place of a report; its job's final status.
+    /// Runs a scenario that replaces a report, and returns the final status of its job.
     JobStatusInfo RunJob(TestClient& frontEnd, const std::string& steps, JobStatus final) {
         const std::wstring id = frontEnd.Enqueue(JobsFile(steps)).at(0).id;
         return frontEnd.AwaitStatus(id, final);
     }
 
-    /// The most memory that the host ever had.
+    /// The peak memory of the host.
     long HostKibibytes() const {
         std::ifstream status("/proc/" + std::to_string(platform::ProcessNumber(host.Get())) + "/status");
         for (std::string line; std::getline(status, line);) {

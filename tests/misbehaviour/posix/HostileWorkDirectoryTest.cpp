@@ -8,7 +8,7 @@
 
 namespace {
 
-/// What a scenario does to its work directory must stay there: a directory outside is as it was afterwards.
+/// A scenario's damage to its work directory stays there: a directory outside is unchanged.
 class HostileWorkDirectoryTest : public ScenarioRunFixture {
 protected:
     HostileWorkDirectoryTest() {

@@ -8,7 +8,7 @@ namespace {
 
 using MuchOutputTest = ScenarioRunFixture;
 
-/// In MiB; more where somebody measures.
+/// In MiB; set a larger value to measure.
 std::string Amount() {
     return text::ToUtf8(platform::GetEnvironment(L"CONTROLLER_TEST_OUTPUT_MEGABYTES").value_or(L"256"));
 }
@@ -19,7 +19,7 @@ TEST_F(MuchOutputTest, TheLogIsCappedAndTheRunnerStaysSmall) {
     settings.logLimitBytes = 1 << 20;
     UseSteps("print megabytes " + Amount() + "\nprint memory of runner\nexit 0");
     ASSERT_EQ(Start(), 0);
-    // As long as it takes: the amount is not this test's choice.
+    // Without a deadline, because the amount is not this test's choice.
     platform::WaitForAny({runner.Get()}, std::nullopt);
     ASSERT_EQ(AwaitEnd(), 0);
     EXPECT_TRUE(Result().succeeded);

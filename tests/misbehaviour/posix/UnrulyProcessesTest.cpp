@@ -10,7 +10,7 @@ namespace {
 
 class UnrulyProcessesTest : public ScenarioRunFixture {
 protected:
-    /// How many of the scenario's processes were left, other than such as have cleared their environment.
+    /// The number of remaining processes of the scenario, except those with a cleared environment.
     std::size_t EndLeftovers() const {
         return platform::KillProcessesByEnvironment(run_protocol::runInfoVariable,
                                                     {run_protocol::RunInfoPath(job.workDir)});

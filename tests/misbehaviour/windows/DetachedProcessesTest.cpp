@@ -5,7 +5,7 @@
 
 namespace {
 
-/// What leaves its console, its group or the job object, as far as the system allows it.
+/// Processes that leave their console, group or job object, as far as the system allows.
 class DetachedProcessesTest : public ScenarioRunFixture {
 protected:
     std::vector<platform::OwnedHandle> StartWithDetachedChildren() {
@@ -19,7 +19,7 @@ protected:
 
 TEST_F(DetachedProcessesTest, EndWithTheScenarioThatIsStopped) {
     const auto processes = StartWithDetachedChildren();
-    // Itself and three children; the fourth only where the system lets it leave the job object.
+    // Itself and three children; the fourth only if the system lets it leave the job object.
     EXPECT_GE(processes.size(), 4U);
     RequestStop();
     EXPECT_EQ(AwaitEnd(), 0);

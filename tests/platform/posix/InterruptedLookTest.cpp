@@ -11,7 +11,7 @@ namespace {
 
 void Nothing(int) {}
 
-/// Signals that come all the time.
+/// A steady stream of signals.
 class ManySignals {
 public:
     ManySignals() {

@@ -13,8 +13,7 @@ namespace {
 
 constexpr const wchar_t* variable = L"CONTROLLER_TEST_MARK";
 
-/// Processes whose mark is theirs alone, all of them holding the writing end of one pipe: its end shows that none
-/// lives.
+/// Processes with a unique mark that hold the write end of one pipe: its end of file shows that all have ended.
 class ProcessesByEnvironmentTest : public testing::Test {
 protected:
     void Start(const std::wstring& command, const std::wstring& value) {

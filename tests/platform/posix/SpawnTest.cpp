@@ -20,7 +20,7 @@ namespace {
 
 constexpr int killedBase = 128;
 
-/// Starts a process that prints "ready" and waits, in a tree, and returns when it waits.
+/// Starts a process in a tree that prints "ready" and waits; returns when it waits.
 void StartWaiting(ProcessTree& tree, const std::wstring& command) {
     platform::OutputPipe output;
     ASSERT_FALSE(output.Open());

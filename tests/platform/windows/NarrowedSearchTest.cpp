@@ -8,7 +8,7 @@
 #include "support/TemporaryDirectory.h"
 #include "text/Text.h"
 
-/// What other libraries ask the system for by its bare name.
+/// Loading by bare name, as other libraries do.
 TEST(NarrowedSearchTest, AfterNarrowingTheCurrentDirectoryIsNotSearched) {
     const TemporaryDirectory directory;
     WriteTextFile(directory / L"of_the_current_folder.dll",

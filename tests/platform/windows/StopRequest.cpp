@@ -3,6 +3,6 @@
 #include "platform/StopRequest.h"
 
 bool AskThisProcessToStop() {
-    // Wine has no such event for a console that it only pretends to have.
+    // Wine has no such event for its simulated console.
     return GenerateConsoleCtrlEvent(CTRL_C_EVENT, 0) != 0;
 }

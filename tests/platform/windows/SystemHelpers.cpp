@@ -20,7 +20,7 @@ bool MakeLink(const std::wstring& target, const std::wstring& link) {
     const DWORD kind = platform::IsDirectory(target) ? DWORD{SYMBOLIC_LINK_FLAG_DIRECTORY} : DWORD{0};
     const BOOLEAN made = CreateSymbolicLinkW(platform::ToNativeText(link).c_str(),
                                              platform::ToNativeText(target).c_str(), kind | unprivileged);
-    // Some implementations report success and make nothing.
+    // Some implementations report success without creating the link.
     return made != 0 && GetFileAttributesW(platform::ToNativeText(link).c_str()) != INVALID_FILE_ATTRIBUTES;
 }
 

@@ -18,20 +18,20 @@
 
 namespace {
 
-/// The parent of this process, or its parent's, and so on; this process itself where there is none.
+/// An ancestor of this process: 1 is the parent. This process itself if there is none.
 pid_t Ancestor(int generations) {
     pid_t process = getpid();
     for (; generations > 0 && process > 1; --generations) {
         std::ifstream file("/proc/" + std::to_string(process) + "/stat");
         std::string text;
         std::getline(file, text, '\0');
-        // The parent's number stands behind the name, which is in parentheses and may hold anything.
+        // The parent's number follows the name, which is in parentheses and may contain anything.
         process = static_cast<pid_t>(std::strtol(text.c_str() + text.rfind(')') + 4, nullptr, 10));
     }
     return process > 1 ? process : getpid();
 }
 
-/// The highest first.
+/// The highest ancestor first.
 void SignalAncestors(int generations, std::initializer_list<int> signals) {
     std::vector<pid_t> ancestors;
     for (int generation = generations; generation > 0; --generation) {
@@ -44,7 +44,7 @@ void SignalAncestors(int generations, std::initializer_list<int> signals) {
     }
 }
 
-/// "1": its parent alone; "2": the parent of that too, and so on. All at once: none gets to see another's end.
+/// "1": the parent; "2": also its parent, and so on. All at once, so that none sees the end of another.
 void KillAncestors(const std::wstring& generations) {
     SignalAncestors(std::stoi(generations), {SIGSTOP, SIGKILL});
 }
@@ -60,7 +60,7 @@ void AskAncestorsToEnd(const std::wstring& generations) {
 void Raise(const std::wstring& number) {
     const rlimit noCore{0, 0};
     setrlimit(RLIMIT_CORE, &noCore);
-    // A sanitizer would end the process in its own way.
+    // A sanitizer would handle the signal in its own way.
     signal(std::stoi(number), SIG_DFL);
     kill(getpid(), std::stoi(number));
 }
@@ -73,7 +73,7 @@ void MakeNamedPipe(const std::wstring& name) {
     mkfifo(text::ToUtf8(name).c_str(), 0600);
 }
 
-/// "NAME TARGET": what stands there is replaced.
+/// "NAME TARGET": replaces an existing entry.
 void MakeLink(const std::wstring& text, int (*make)(const char*, const char*)) {
     const std::string words = text::ToUtf8(text);
     const std::string name = words.substr(0, words.find(' '));
@@ -102,7 +102,7 @@ std::string WorkDirectory() {
     return path.substr(0, path.rfind('/'));
 }
 
-/// By other people's program: it knows no mercy.
+/// With an external program that removes unconditionally.
 void RemoveAll(const std::string& path) {
     [[maybe_unused]] const int result = std::system(("rm -rf '" + path + "'").c_str());
 }
@@ -122,8 +122,7 @@ void ReplaceParentDirectory(const std::wstring& target) {
     symlink(text::ToUtf8(target).c_str(), parent.c_str());
 }
 
-/// Directories in directories, deeper than any path reaches, with a name that is no text in each and no permissions at
-/// the end.
+/// Nested directories deeper than any path limit, with names that are not text and finally without permissions.
 void Dig(const std::wstring& depth) {
     const int start = open(".", O_RDONLY | O_DIRECTORY | O_CLOEXEC);
     for (int level = std::stoi(depth); level > 0; --level) {
@@ -153,14 +152,14 @@ void CloseOutput(const std::wstring&) {
     _exit(1);
 }
 
-/// A daemon of the old school: two forks, a session of its own, no environment that tells where it came from.
+/// A traditional daemon: two forks, its own session, an empty environment.
 void LeaveDaemon(const std::wstring&) {
     int ends[2] = {-1, -1};
     [[maybe_unused]] const int made = pipe2(ends, O_CLOEXEC);
     if (const pid_t child = fork(); child != 0) {
         close(ends[1]);
         waitpid(child, nullptr, 0);
-        // The end comes when the daemon's program runs.
+        // End of file when the daemon's program runs.
         char byte = 0;
         [[maybe_unused]] const ssize_t count = read(ends[0], &byte, 1);
         close(ends[0]);
@@ -173,7 +172,7 @@ void LeaveDaemon(const std::wstring&) {
     BeDaemon();
 }
 
-/// Every process starts others, in sessions of their own, until there were so many in all; none ends.
+/// Each process starts others, in their own sessions, until the total is reached; none ends.
 void ForkUpTo(const std::wstring& most) {
     auto* const count =
         static_cast<int*>(mmap(nullptr, sizeof(int), PROT_READ | PROT_WRITE, MAP_SHARED | MAP_ANONYMOUS, -1, 0));
@@ -187,7 +186,7 @@ void ForkUpTo(const std::wstring& most) {
     }
 }
 
-/// A process that starts another and ends, without end: whoever looks for it finds where it was. Many at once.
+/// Chains of processes: each starts the next and ends, for ever. Many at once.
 void Hop(const std::wstring& count) {
     for (int hopper = 0; hopper < std::stoi(count); ++hopper) {
         if (fork() == 0) {
@@ -212,7 +211,7 @@ void LeaveOrphans(const std::wstring& count) {
     }
 }
 
-/// Of the process named: "VmHWM:" is the most memory that it ever had.
+/// A value of the process status; "VmHWM:" is its peak memory.
 std::string StatusValue(pid_t process, const std::string& name) {
     std::ifstream status("/proc/" + std::to_string(process) + "/status");
     for (std::string line; std::getline(status, line);) {
@@ -228,7 +227,7 @@ void PrintMemoryOfRunner(const std::wstring&) {
     (void)platform::WriteOutput("runner: " + peak + " KiB\n");
 }
 
-/// Until its parent has let go of all that ended below it.
+/// Waits until the parent has reaped all ended descendants.
 void WaitForNoZombies(const std::wstring&) {
     const std::string parent = std::to_string(Ancestor(1));
     const std::string list = "/proc/" + parent + "/task/" + parent + "/children";

@@ -26,14 +26,14 @@ DWORD ParentOf(DWORD process) {
     return parent;
 }
 
-/// The runner is one process here: only the parent is ended, however many generations are named.
+/// The runner is one process here: only the parent is killed, whatever the number.
 void KillAncestors(const std::wstring&) {
     const HANDLE parent = OpenProcess(PROCESS_TERMINATE, FALSE, ParentOf(GetCurrentProcessId()));
     TerminateProcess(parent, 1);
     CloseHandle(parent);
 }
 
-/// A child that waits for ever, started with these flags; where the system refuses, none.
+/// A child that waits for ever, started with these flags; none if the system refuses.
 void StartWaitingChild(DWORD flags) {
     std::wstring program(MAX_PATH, L'\0');
     program.resize(GetModuleFileNameW(nullptr, program.data(), MAX_PATH));
@@ -43,7 +43,7 @@ void StartWaitingChild(DWORD flags) {
     PROCESS_INFORMATION child{};
     if (CreateProcessW(program.c_str(), commandLine.data(), nullptr, nullptr, FALSE, flags, nullptr, nullptr, &startup,
                        &child) != 0) {
-        // The test that waits for the file says so when it does not come.
+        // The test that waits for the file reports a failure.
         (void)platform::CreateEmptyFile(
             platform::ResolveAgainst(platform::CurrentDirectory(), L"process-" + std::to_wstring(child.dwProcessId)));
         CloseHandle(child.hThread);
@@ -51,7 +51,7 @@ void StartWaitingChild(DWORD flags) {
     }
 }
 
-/// One child for each way of being nobody's.
+/// One child for each way to leave the scenario's group.
 void LeaveDetachedChildren(const std::wstring&) {
     StartWaitingChild(DETACHED_PROCESS);
     StartWaitingChild(CREATE_NEW_PROCESS_GROUP | CREATE_NO_WINDOW);
@@ -59,7 +59,7 @@ void LeaveDetachedChildren(const std::wstring&) {
     StartWaitingChild(CREATE_BREAKAWAY_FROM_JOB | CREATE_NO_WINDOW);
 }
 
-/// Not at address 0, which Wine may have mapped.
+/// Not address 0, which Wine may have mapped.
 void ViolateAccess(const std::wstring&) {
     auto* const forbidden =
         static_cast<volatile int*>(VirtualAlloc(nullptr, 1, MEM_RESERVE | MEM_COMMIT, PAGE_NOACCESS));

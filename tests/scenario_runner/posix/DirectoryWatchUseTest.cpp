@@ -25,7 +25,7 @@ std::ptrdiff_t InotifyInstances() {
     return std::count_if(begin(descriptors), end(descriptors), IsInotify);
 }
 
-/// Supervises a scenario that is asked to stop from the start, and tells how many instances are open at its end.
+/// Supervises a scenario that was asked to stop before its start; returns the number of open instances at its end.
 std::ptrdiff_t InstancesOfARun(platform::ProcessTree& tree, std::chrono::milliseconds watchAfter) {
     const TemporaryDirectory workDir;
     const std::vector<void*> owners;

@@ -23,7 +23,7 @@ TEST(ScenarioLogLinkTest, ALinkThatAScenarioPutsInPlaceOfItsLogIsNotWrittenThrou
     EXPECT_EQ(ReadTextFile(directory / L"precious"), "content");
 }
 
-/// On Windows the name of an open file stays until it is closed.
+/// On Windows the name of an open file stays in use until it is closed.
 TEST(ScenarioLogLinkTest, ALogThatWasRemovedBeginsAgain) {
     const TemporaryDirectory directory;
     const std::wstring path = directory / L"scenario.log";

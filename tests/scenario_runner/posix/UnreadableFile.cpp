@@ -16,8 +16,8 @@ std::string NativePath(const std::wstring& path) {
 
 } // namespace
 
-// Permissions say nothing to the superuser: so a directory stands in the file's place meanwhile. Whoever has the file
-// open goes on writing to it.
+// Permissions do not restrict the superuser, so a directory replaces the file meanwhile. Open handles continue to write
+// to the file.
 UnreadableFile::UnreadableFile(const std::wstring& filePath) : path(filePath) {
     std::rename(NativePath(path).c_str(), NativePath(path + L".hidden").c_str());
     ::mkdir(NativePath(path).c_str(), 0700);

@@ -11,7 +11,7 @@
 
 namespace {
 
-/// A line of the process's status: "VmRSS:     5120 kB".
+/// A line of the process status: "VmRSS:     5120 kB".
 std::int64_t ReadStatus(const std::string& processDirectory, const std::string& wanted) {
     std::ifstream file(processDirectory + "/status");
     for (std::string line; std::getline(file, line);) {

@@ -11,8 +11,7 @@
 
 namespace {
 
-/// What the system knows of all processes, one record behind the other. The calls that ask for one process tell less
-/// under Wine.
+/// The system's records of all processes, one after another. Under Wine the calls for a single process return less.
 std::vector<std::byte> AskForProcesses() {
     std::vector<std::byte> answer(std::size_t{1} << 16);
     while (NtQuerySystemInformation(SystemProcessInformation, answer.data(), static_cast<ULONG>(answer.size()),

@@ -17,7 +17,7 @@ namespace {
 
 constexpr const wchar_t* markVariable = L"CONTROLLER_TEST_PROGRAM";
 
-/// Handed down to every process that is started from here, before the first one is.
+/// Inherited by all processes started from here; set before the first one.
 const std::wstring ownMark = [] {
     std::wstring mark = std::to_wstring(platform::OwnProcessNumber()) + L'.' + std::to_wstring(platform::Now());
     platform::SetEnvironment(markVariable, mark);
@@ -49,7 +49,7 @@ int CountProcessesIn(const std::wstring& directory) {
     std::error_code ignored;
     int count = 0;
     for (const auto& process : std::filesystem::directory_iterator("/proc", ignored)) {
-        // A process that has ended has none.
+        // An ended process has none.
         const std::string current = std::filesystem::read_symlink(process.path() / "cwd", ignored);
         count += current.starts_with(start) ? 1 : 0;
     }
@@ -61,7 +61,7 @@ bool HasBegun(std::uint32_t) {
 }
 
 void KillProcess(void* process) {
-    // By its descriptor: the number of one that has ended may be somebody else's.
+    // By its descriptor, because the number of an ended process may be reused.
     pidfd_send_signal(platform::DescriptorOf(process), SIGKILL, nullptr, 0);
 }
 

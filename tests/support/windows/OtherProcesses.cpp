@@ -11,8 +11,8 @@
 namespace test_support {
 namespace {
 
-/// Holds this process from its beginning and all that it starts. The handle is never closed, so that the system does it
-/// at the end of the process and ends them.
+/// Contains this process from its start, and all its children. The handle is never closed explicitly: the system closes
+/// it at process end and ends the children.
 const HANDLE ownJob = [] {
     const HANDLE job = CreateJobObjectW(nullptr, nullptr);
     JOBOBJECT_EXTENDED_LIMIT_INFORMATION limits{};
@@ -22,7 +22,7 @@ const HANDLE ownJob = [] {
     return job;
 }();
 
-/// The program itself comes first; then those of the system, before its first instruction.
+/// The program itself is loaded first, then the system's libraries, before its first instruction.
 bool HasLoadedLibraries(std::uint32_t number) {
     const platform::OwnedHandle process(OpenProcess(PROCESS_QUERY_INFORMATION | PROCESS_VM_READ, FALSE, number));
     std::array<HMODULE, 4> modules{};
