@@ -89,7 +89,7 @@ public:
 
 private:
     void AddEnqueueJobsId(const std::wstring& requestId, const std::vector<JobIdInfo>& jobIds);
-    /// Finds the job numbers in the answer to a request; erases nothing.
+    /// Finds the job numbers in the answer to a request. Despite its name it erases nothing.
     [[nodiscard]] bool FindAndEraseEnqueueJobsId(const std::wstring& requestId, std::vector<int>& seqIds);
     [[nodiscard]] bool WaitForEnqueuedJobs(const std::wstring& requestId, std::vector<int>& seqIds);
     JobStatus FindStatus(int seqId) const;

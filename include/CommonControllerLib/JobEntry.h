@@ -97,6 +97,7 @@ protected:
     std::wstring scenarioDir;
     std::wstring scenarioSubDir;
     std::wstring progressMessage;
+    /// Owned; null without a process.
     void* processHandle = nullptr;
     std::wstring failure;
 

@@ -44,10 +44,10 @@ public:
     [[nodiscard]] bool EnqueueJob(EnqueueJobsInfo& request, JobEnqueueResult& result);
 
     /// Starts the next queued job through the module function "RunScenario", unless a job is running. Appends every job
-    /// that became `Running` or `Failed` to `updated`. Returns false when there was no job to consider. Holds the lock
-    /// during the call of the module. The cursor stays on a started job, so `IsCompleted` returns true only after one
-    /// further call following the end of the last job: required by the published interface, held by
-    /// ExecutionTest.CursorStaysOnTheLastJobUntilOneMoreCall.
+    /// that became `Running` or `Failed` to `updated`. Returns false when the cursor is at the end of the list or at an
+    /// active job. Holds the lock during the call of the module. The cursor stays on a started job, so `IsCompleted`
+    /// returns true only after one further call following the end of the last job: required by the published interface,
+    /// held by ExecutionTest.CursorStaysOnTheLastJobUntilOneMoreCall.
     bool ExecuteJob(Callback callback, std::vector<JobStatusInfo>& updated);
 
     /// Cancels the jobs named by id or by number (decimal text). A queued job leaves the queue (`Dequeued`); a running
@@ -134,14 +134,21 @@ protected:
     /// list again.
     virtual void WriteJobList();
 
+    /// The catalogue: scenarios by id.
     std::map<std::wstring, ScenarioInfo> scenarioMap;
+    /// Not owned.
     const FunctionManager* functionManager;
     std::vector<ScenarioDirectory> scenarioDirectories;
     std::wstring workDirectory;
+    /// All jobs in the order of execution.
     std::list<std::shared_ptr<JobEntry>> jobList;
+    /// The cursor: the job to start next or the one started last; the end of the list if no job is left.
     std::list<std::shared_ptr<JobEntry>>::iterator nextJob;
+    /// The ids of all jobs that this engine has ever had.
     std::set<std::wstring> knownJobIds;
+    /// The engine's only lock; not recursive.
     std::mutex mutex;
+    /// The number of the next job to be enqueued.
     std::int32_t nextSeqId;
 
 private:

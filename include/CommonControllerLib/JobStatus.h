@@ -5,12 +5,16 @@
 /// The state of a job. Stored as its number in the job list file and in messages, which may contain any 32-bit value; a
 /// value without a name is shown as "Unknown".
 enum class JobStatus : std::int32_t {
+    /// Waits to be started.
     Queued = 0,
     Running = 1,
     Success = 2,
     Failed = 3,
+    /// Cancelled before it was started.
     Dequeued = 4,
+    /// Asked to stop; its process still runs.
     Canceling = 5,
+    /// Cancelled while it ran, or unfinished when the engine was restarted.
     Canceled = 6
 };
 

@@ -4,7 +4,7 @@
 #include <utility>
 #include <vector>
 
-/// Records passed between a front end's dialogs and the host; the library neither creates nor reads them.
+// Records passed between a front end's dialogs and the host; the library neither creates nor reads them.
 
 /// One service that a host offers.
 struct ServiceInfo {

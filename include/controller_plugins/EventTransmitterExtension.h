@@ -62,6 +62,7 @@ public:
     /// Queues incoming events, without calling handlers, until `ResumeDelivery`, so that no event is delivered before
     /// all handlers are registered. Does not wait for a running handler.
     virtual void PauseDelivery() = 0;
+    /// Delivers the queued events, and later ones as they arrive.
     virtual void ResumeDelivery() = 0;
 
 protected:
