@@ -324,7 +324,7 @@ TEST_F(CLIPresenterTest, StatusWithoutATransmitterIsWaitedForAndThenUnknown) {
     unconnected.CheckJobStatus({L"5"}, outputFile);
     EXPECT_EQ(clock.Elapsed(), 19900ms);
     EXPECT_EQ(Output(), Lines({"5,Unknown"}));
-    unconnected.SetEventTransmitter(&transmitter); // keeps its handlers in reach
+    unconnected.SetEventTransmitter(&transmitter); // keeps its handlers reachable
 }
 
 TEST_F(CLIPresenterTest, StatusOfNoIdsGivesAnEmptyOutputFile) {
@@ -374,7 +374,7 @@ TEST_F(CLIPresenterTest, TheOtherAnswersDoNothingAndAreTrue) {
 
 TEST_F(CLIPresenterTest, WithoutAModuleEveryRequestFails) {
     CLIPresenter unconnected(L"any", test_modules::ModulePath(L"no_such_module"));
-    unconnected.SetEventTransmitter(&transmitter); // keeps its handlers in reach
+    unconnected.SetEventTransmitter(&transmitter); // keeps its handlers reachable
     WriteJobsFile(1);
     unconnected.EnqueueJobsFromFile(jobsFile, outputFile);
     EXPECT_EQ(Output(), Lines({"-1,Failed"}));
@@ -388,7 +388,7 @@ TEST_F(CLIPresenterTest, AModuleWithoutTheExportOrWithoutATransmitterIsNoConnect
                                     test_modules::ModulePath(L"transmitter_by_address")};
     for (const std::wstring& module : modules) {
         CLIPresenter unconnected(L"unknown", module);
-        unconnected.SetEventTransmitter(&transmitter); // keeps its handlers in reach
+        unconnected.SetEventTransmitter(&transmitter); // keeps its handlers reachable
         unconnected.CancelAllJobs();
     }
     EXPECT_TRUE(transmitter.sent.empty());

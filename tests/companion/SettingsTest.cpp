@@ -250,7 +250,7 @@ TEST_F(SettingsTest, TheLevelHoldsForALogFileThatTheHostNamesToo) {
 
 TEST_F(SettingsTest, ARecordBelowTheLevelLooksAtNoFile) {
     ControllerCSWrapper::WriteDebugLog(L"the level is asked for once");
-    Write(R"({"culture":7})"); // a look would find it broken, and say so
+    Write(R"({"culture":7})"); // a read would find it broken and log it
     ControllerCSWrapper::WriteDebugLog(L"dropped");
     EXPECT_FALSE(platform::Exists(directory / L"controller.log"));
     ASSERT_FALSE(platform::RemoveFile(path));

@@ -45,7 +45,7 @@ TEST_F(DeletionJournalTest, AnInterruptedDeletionIsFinishedAndOtherJobsStay) {
     EnqueueWithDirectories(3);
     const std::vector<JobListInfo> jobs = Jobs();
     notes.Add({jobs[0], jobs[1]});
-    ASSERT_FALSE(platform::RemoveTree(jobs[0].workDir)); // so far the earlier host has come
+    ASSERT_FALSE(platform::RemoveTree(jobs[0].workDir)); // as far as the earlier host came
     engine->FinishDeletions();
     ASSERT_EQ(Jobs().size(), 1U);
     EXPECT_EQ(Jobs().front().id, jobs[2].id);

@@ -80,7 +80,7 @@ TEST_F(HostEngineTest, OldJobsAreDeletedWithTheirWorkDirectoriesAndLeaveNoNote) 
     WriteTextFile(Row(1, JobStatus::Success).workDir + L"\\scenario.log", "some words");
     DeleteJobsOlderThanOneDay();
     Restart();
-    EXPECT_EQ(Jobs().size(), 2U); // not before the host says so
+    EXPECT_EQ(Jobs().size(), 2U); // not deleted before the host asks for it
     engine->DeleteOldJobsDurably();
     EXPECT_TRUE(Jobs().empty());
     EXPECT_FALSE(platform::Exists(Row(1, JobStatus::Success).workDir));

@@ -22,7 +22,7 @@ RecordingCompanion::~RecordingCompanion() {
 
 RecordingCompanion& RecordingCompanion::Current() {
     if (current == nullptr) {
-        std::abort(); // a test forgot to make one
+        std::abort(); // the test has not created one
     }
     return *current;
 }

@@ -46,7 +46,7 @@ void platform::SleepUnless(std::condition_variable&, std::unique_lock<std::mutex
 
 void platform::SleepFor(std::chrono::milliseconds duration) {
     if (current == nullptr) {
-        std::abort(); // a test forgot to make one
+        std::abort(); // the test has not created one
     }
     current->Sleep(duration);
 }

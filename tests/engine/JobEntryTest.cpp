@@ -220,7 +220,7 @@ TEST_F(JobEntryTest, CopyHasTheSameHandleAndRecord) {
     JobEntry assigned;
     assigned = job;
     EXPECT_EQ(assigned.GetProcessHandle(), process.Handle());
-    assigned.SetProcessHandle(nullptr); // one of three is enough to close it
+    assigned.SetProcessHandle(nullptr); // any of the three closes it
     copy.SetProcessHandle(nullptr);
 }
 

@@ -48,7 +48,7 @@ TEST_F(LongListTest, ItIsLoadedGrowsAndShrinks) {
     EXPECT_EQ(added[0].seqId, rows + 1);
     frontEnd.AwaitStatus(added[0].id, JobStatus::Success);
 
-    constexpr std::size_t many = 1000; // each is a line in the log, and a directory that is looked for
+    constexpr std::size_t many = 1000; // each is a line in the log and a check for a directory
     const std::vector<std::wstring> deleted = IdsOf(jobs, many);
     EXPECT_EQ(frontEnd.Delete(deleted), deleted);
     EXPECT_EQ(SavedJobs().size(), jobs.size() - many + 1);

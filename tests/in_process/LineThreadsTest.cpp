@@ -52,7 +52,7 @@ TEST_F(LineThreadsTest, SendingWaitsUntilTheAnswerHasBeenHandled) {
     std::atomic<int> handled = 0;
     RecordingHandler answer([&](const std::wstring&) {
         for (int turn = 0; turn < 1000; ++turn) {
-            std::this_thread::yield(); // time for a sender that does not wait
+            std::this_thread::yield(); // time for a faulty sender that does not wait
         }
         ++handled;
     });
@@ -116,7 +116,7 @@ TEST_F(LineThreadsTest, TakingAHandlerAwayWaitsUntilItsRunIsOver) {
         started.set_value();
         isTakenAway.get_future().wait();
         for (int turn = 0; turn < 1000; ++turn) {
-            std::this_thread::yield(); // time for a remover that does not wait
+            std::this_thread::yield(); // time for a faulty remover that does not wait
         }
         hasEnded = true;
     });
@@ -175,7 +175,7 @@ TEST_F(LineThreadsTest, AHandlerMaySendWhileItsLineEnds) {
         started.set_value();
         lineEnds.get_future().wait();
         for (int turn = 0; turn < 1000; ++turn) {
-            std::this_thread::yield(); // time for an end that does not wait
+            std::this_thread::yield(); // time for a faulty end that does not wait
             end->SendEvent(L"answer", L"");
         }
     });

@@ -75,7 +75,7 @@ TEST_F(ModuleTest, APresenterEnqueuesThroughTheLine) {
     EXPECT_EQ(clock.SleepCount(), 0);
     presenter.LeaveEventTransmitter(Get(L"chain"));
     engine->AddEventHandler(L"EnqueueJobs", nullptr);
-    ScriptedTransmitter keeper; // keeps the handler in reach that a presenter leaves behind
+    ScriptedTransmitter keeper; // keeps the handler reachable that a presenter leaks
     presenter.SetEventTransmitter(&keeper);
 }
 

@@ -24,7 +24,7 @@ TEST_F(AcknowledgementTest, SendingWaitsUntilTheAnswerHasBeenHandled) {
         [&](const std::wstring&) { EXPECT_TRUE(engine->SendEventTo(engine->CurrentPeer(), L"Answer", L"")); });
     RecordingHandler answer([&](const std::wstring&) {
         for (int turn = 0; turn < 1000; ++turn) {
-            std::this_thread::yield(); // time for a sender that does not wait
+            std::this_thread::yield(); // time for a faulty sender that does not wait
         }
         ++handled;
     });

@@ -414,7 +414,7 @@ TEST_F(LineTest, AHandlerMaySendWhileItsEndIsDestroyed) {
             std::this_thread::yield();
         }
         for (int turn = 0; turn < 1000; ++turn) {
-            std::this_thread::yield(); // time for an end that does not wait
+            std::this_thread::yield(); // time for a faulty end that does not wait
         }
         sent.set_value(ending.SendEvent(L"Answer", L""));
     });

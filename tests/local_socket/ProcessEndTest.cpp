@@ -67,7 +67,7 @@ TEST(ProcessEndTest, WhileOtherThreadsSend) {
     const EchoHandler& atEngine = Echoing(ends.engine);
     for (int number = 0; number < 3; ++number) {
         std::thread([client = ends.client] {
-            while (true) { // what is sent after the transmitters' end is refused
+            while (true) { // sending after the transmitters' end is refused
                 client->SendEvent(L"Echo", L"more");
             }
         }).detach();

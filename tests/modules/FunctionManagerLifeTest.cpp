@@ -62,7 +62,7 @@ TEST_F(FunctionManagerLifeTest, CopySharesTheHandlesAndLoadsNothingAgain) {
     EXPECT_EQ(holder.GetFunctionsCallCount(), 1);
     EXPECT_EQ(Run(copy), 0);
     EXPECT_TRUE(original.LoadFunctionDll(pathA));
-    test_modules::AddReference(pathA); // for the copy's destructor, which frees what it took no reference on
+    test_modules::AddReference(pathA); // released by the copy's destructor, which took no reference
 }
 
 TEST_F(FunctionManagerLifeTest, AssignmentTakesBothTables) {

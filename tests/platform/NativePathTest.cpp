@@ -75,7 +75,7 @@ TEST(NativePathTest, ResolvingJoinsAndTidiesTheText) {
 
 TEST(NativePathTest, ResolvingKeepsTheRootsOfWindows) {
     if (!OnWindows()) {
-        EXPECT_EQ(ResolveAgainst(L"\\work", L"C:\\x"), L"\\work\\C:\\x"); // just a name here
+        EXPECT_EQ(ResolveAgainst(L"\\work", L"C:\\x"), L"\\work\\C:\\x"); // a plain name on this system
         return;
     }
     EXPECT_EQ(ResolveAgainst(L"C:\\work", L"D:/in/../x"), L"D:\\x");

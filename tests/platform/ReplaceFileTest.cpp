@@ -156,7 +156,7 @@ TEST_F(ReplaceFileTest, TheBackupIsTheFileBefore) {
 
 TEST_F(ReplaceFileTest, ABackupThatIsTheSameFileAlreadyIsNoObstacle) {
     WriteTextFile(list, "one");
-    ASSERT_FALSE(platform::LinkFile(list, backup)); // as after a crash between the two steps
+    ASSERT_FALSE(platform::LinkFile(list, backup)); // as if it crashed between the two steps
     EXPECT_FALSE(Replace("two"));
     EXPECT_EQ(ReadTextFile(list), "two");
     EXPECT_EQ(ReadTextFile(backup), "one");

@@ -71,7 +71,7 @@ TEST_F(ScenarioSearchTest, ExtensionsAreMatchedAsTheSystemMatchesNames) {
     Write(L"x.RB");
     const Texts found = Find();
     if (platform::HasExtension(L"x.RB", L".rb")) {
-        EXPECT_EQ(found, Texts{L"x.rb"}); // the extension is written as it was looked for
+        EXPECT_EQ(found, Texts{L"x.rb"}); // the extension has the spelling of the search
     } else {
         EXPECT_EQ(found, Texts());
     }

@@ -160,7 +160,7 @@ void SoakDriver::FinishJobs() {
 void SoakDriver::RunLastJob() {
     Enqueue(JobKinds().front(), 1);
     while (ledger.Count(IsNotOver) > 0) {
-        (void)Listen(); // where nothing more comes, it throws
+        (void)Listen(); // throws if no more events arrive
     }
     AwaitQuietHost();
 }
@@ -292,7 +292,7 @@ void SoakDriver::StartFrontEnd() {
 }
 
 void SoakDriver::KillFrontEnd() {
-    (void)crowd.KillOne(random); // there may be none just now
+    (void)crowd.KillOne(random); // there may be none
 }
 
 std::vector<std::wstring> SoakDriver::DrawCommand() {

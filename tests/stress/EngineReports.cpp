@@ -51,7 +51,7 @@ void EngineReports::Executed(const std::vector<JobStatusInfo>& updated) {
 }
 
 void EngineReports::Cancelled(const std::vector<JobStatusInfo>& cancelled) {
-    std::map<std::wstring, JobStatus> reports; // one a job: a running one may be reported twice
+    std::map<std::wstring, JobStatus> reports; // one per job: a running one may be reported twice
     for (const JobStatusInfo& report : cancelled) {
         reports[report.id] = report.status;
     }

@@ -177,7 +177,7 @@ TEST(LogStressTest, ManyWhoRotateTheSameFileLoseNothing) {
         const TemporaryDirectory directory;
         {
             std::mutex turn;
-            ThreadTeam processes; // as good as: each with a file of its own
+            ThreadTeam processes; // like processes: each with its own file object
             for (std::uint32_t process = 0; process < writerCount; ++process) {
                 processes.Add([&directory, &turn, process] {
                     log_file::RotatingFile file({.bytes = 40'000, .files = 100});

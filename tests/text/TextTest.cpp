@@ -50,7 +50,7 @@ TEST(TextTest, BytesThatAreNotUtf8AreCarriedAndComeBack) {
         "\xE0\x9F\xBF",     // overlong
         "\xF0\x8F\xBF\xBF", // overlong
         "\xED\xA0\x80",     // high surrogate
-        "\xED\xB2\x80",     // the surrogate that stands for a byte
+        "\xED\xB2\x80",     // the surrogate that encodes a byte
         "\xED\xA0\xBD\xED\xB2\x80",
         "\xF4\x90\x80\x80", // beyond U+10FFFF
         "\xF5\x80\x80\x80",
@@ -102,7 +102,7 @@ TEST(TextTest, ValuesBeyondUnicodeBecomeTheReplacementCharacter) {
         EXPECT_EQ(ToUtf16(beyond), u"\uFFFD");
         EXPECT_EQ(ToUtf8(std::wstring(1, static_cast<wchar_t>(-1))), "\xEF\xBF\xBD");
     } else {
-        EXPECT_EQ(sizeof(wchar_t), sizeof(char16_t)); // UTF-16 cannot say such values
+        EXPECT_EQ(sizeof(wchar_t), sizeof(char16_t)); // UTF-16 cannot represent such values
     }
 }
 

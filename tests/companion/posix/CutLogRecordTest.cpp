@@ -43,7 +43,7 @@ TEST(CutLogRecordTest, ARecordThatWasCutDoesNotRunIntoTheNextOne) {
         file.Append("record three\n", 2);
     }
     file.Append("record four\n", 2);
-    testing::internal::GetCapturedStderr(); // it was cut, too
+    testing::internal::GetCapturedStderr(); // it was cut as well
     EXPECT_EQ(ReadTextFile(path), "record one\nrec\n(Messages that could not be written here: 2)\nrecord four\n");
 }
 

@@ -68,7 +68,7 @@ TEST_F(DiskFaultsTest, JobsGoOnWhileTheListCannotBeWrittenAndItIsWrittenOnceTher
         EXPECT_EQ(CountInLog("The job list cannot be written: "), 1);
         EXPECT_EQ(CountInLog("No space left on device"), 1);
 
-        disk->Free(); // from here on nobody asks for anything
+        disk->Free(); // no requests from here on
         Await("the saved list", [this] { return SavedJobs().size() == 4; });
         AwaitLog("is written again, after failed attempts: ");
     }

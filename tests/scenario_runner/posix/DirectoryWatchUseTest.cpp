@@ -19,7 +19,7 @@ bool IsInotify(const std::filesystem::directory_entry& descriptor) {
     return std::filesystem::read_symlink(descriptor, gone).string().find("inotify") != std::string::npos;
 }
 
-/// Of this process.
+/// The number of inotify instances of this process.
 std::ptrdiff_t InotifyInstances() {
     const std::filesystem::directory_iterator descriptors("/proc/self/fd");
     return std::count_if(begin(descriptors), end(descriptors), IsInotify);
