@@ -10,7 +10,7 @@ namespace {
 
 class UnrulyProcessesTest : public ScenarioRunFixture {
 protected:
-    /// The number of remaining processes of the scenario, except those with a cleared environment.
+    /// Kills the remaining processes of the scenario, except those with a cleared environment, and returns their number.
     std::size_t EndLeftovers() const {
         return platform::KillProcessesByEnvironment(run_protocol::runInfoVariable,
                                                     {run_protocol::RunInfoPath(job.workDir)});
