@@ -1,5 +1,5 @@
-# Two INTERFACE targets: `controller_headers` holds what users of a target need and is passed on; `controller_flags` holds the
-# flags of the project's own sources and is always linked PRIVATE.
+# Two INTERFACE targets: `controller_headers` holds what users of a target need and is passed on;
+# `controller_flags` holds the flags of the project's own sources and is always linked PRIVATE.
 set(CMAKE_CXX_STANDARD 20)
 set(CMAKE_CXX_STANDARD_REQUIRED ON)
 set(CMAKE_CXX_EXTENSIONS OFF)
