@@ -11,7 +11,7 @@
 #include "CommonControllerLib/FunctionManager.h"
 #include "Workplace.h"
 #include "controller_host/HostLoop.h"
-#include "doubles/LineDouble.h"
+#include "kit/doubles/LineDouble.h"
 #include "platform/processes/Process.h"
 
 namespace {

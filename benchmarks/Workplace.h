@@ -1,7 +1,7 @@
 #pragma once
 
 #include "CommonControllerLib/JobRecords.h"
-#include "support/TemporaryDirectory.h"
+#include "kit/TemporaryDirectory.h"
 
 #include <string>
 

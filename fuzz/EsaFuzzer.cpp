@@ -4,7 +4,6 @@
 #include <string>
 #include <vector>
 
-#include "ZipWriter.h"
 #include "formats/ScenarioManifest.h"
 #include "formats/ScenarioPackage.h"
 #include "formats/zip/ZipArchive.h"
@@ -12,6 +11,7 @@
 #include "fuzz/support/ByteSource.h"
 #include "fuzz/support/Require.h"
 #include "fuzz/support/Scratch.h"
+#include "kit/ZipWriter.h"
 #include "platform/files/FileSystem.h"
 #include "text/Text.h"
 

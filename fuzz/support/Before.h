@@ -1,6 +1,6 @@
 #pragma once
 
-#include "support/RecordMaker.h"
+#include "kit/RecordMaker.h"
 
 namespace fuzz {
 

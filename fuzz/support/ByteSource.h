@@ -6,7 +6,7 @@
 #include <string_view>
 #include <vector>
 
-#include "support/RecordMaker.h"
+#include "kit/RecordMaker.h"
 
 namespace fuzz {
 

@@ -3,7 +3,7 @@
 #include <string>
 #include <string_view>
 
-#include "support/TemporaryDirectory.h"
+#include "kit/TemporaryDirectory.h"
 
 namespace fuzz {
 

@@ -1,9 +1,9 @@
 #include "kit/TestClient.h"
 
 #include "CommonControllerLib/CallbackFunctor.h"
-#include "local_socket/support/Module.h"
-#include "support/Deadline.h"
-#include "support/TestProcess.h"
+#include "kit/Deadline.h"
+#include "kit/TestProcess.h"
+#include "kit/local_socket/Module.h"
 
 #include <algorithm>
 #include <utility>

@@ -1,0 +1,324 @@
+#include "platform/files/FileSystem.h"
+#include "platform/files/FileSystemCalls.h"
+
+#include <atomic>
+#include <string>
+#include <thread>
+#include <vector>
+
+#include <gtest/gtest.h>
+
+#include "kit/SystemHelpers.h"
+#include "kit/TemporaryDirectory.h"
+#include "platform/files/NativePath.h"
+#include "text/Text.h"
+
+namespace {
+
+using platform::CreateNewDirectory;
+using platform::EnsureDirectory;
+using platform::ErrorKind;
+using platform::Exists;
+using platform::IdentityOf;
+using platform::IsDirectory;
+using platform::ReadFile;
+using platform::StampOf;
+
+class FileSystemTest : public testing::Test {
+protected:
+    TemporaryDirectory directory;
+};
+
+std::wstring CutByNull(const std::wstring& path) {
+    return path + std::wstring(1, L'\0') + L"rest";
+}
+
+std::wstring RootOf(std::wstring path) {
+    for (std::wstring above = platform::ParentDirectory(path); !above.empty();
+         above = platform::ParentDirectory(path)) {
+        path = above;
+    }
+    return path;
+}
+
+TEST_F(FileSystemTest, FilesAndDirectoriesExist) {
+    WriteTextFile(directory / L"a.txt", "");
+    EXPECT_TRUE(Exists(directory.Path()));
+    EXPECT_TRUE(Exists(directory.Path() + L"/a.txt"));
+    EXPECT_FALSE(Exists(directory / L"b.txt"));
+    EXPECT_FALSE(Exists(L""));
+    EXPECT_TRUE(IsDirectory(directory.Path()));
+    EXPECT_FALSE(IsDirectory(directory / L"a.txt"));
+    EXPECT_FALSE(IsDirectory(directory / L"b"));
+}
+
+TEST_F(FileSystemTest, ALinkIsWhatItLeadsTo) {
+    ASSERT_FALSE(CreateNewDirectory(directory / L"real"));
+    if (!MakeLink(directory / L"real", directory / L"link")) {
+        GTEST_SKIP() << "no symbolic links here";
+    }
+    ASSERT_TRUE(MakeLink(directory / L"nothing", directory / L"broken"));
+    EXPECT_TRUE(IsDirectory(directory / L"link"));
+    EXPECT_EQ(IdentityOf(directory / L"link"), IdentityOf(directory / L"real"));
+    EXPECT_FALSE(Exists(directory / L"broken"));
+}
+
+TEST_F(FileSystemTest, APathWithAnEmbeddedNullNamesNothing) {
+    WriteTextFile(directory / L"a.txt", "old");
+    const std::wstring cut = CutByNull(directory / L"a.txt");
+    std::string bytes;
+    EXPECT_FALSE(Exists(cut));
+    EXPECT_FALSE(IsDirectory(CutByNull(directory.Path())));
+    EXPECT_FALSE(IdentityOf(cut).has_value());
+    EXPECT_FALSE(StampOf(cut).has_value());
+    EXPECT_EQ(ReadFile(cut, 100, bytes).kind, ErrorKind::NotFound);
+    EXPECT_EQ(platform::ReplaceFile(cut, "new").kind, ErrorKind::NotFound);
+    EXPECT_EQ(platform::CreateEmptyFile(cut).kind, ErrorKind::NotFound);
+    EXPECT_EQ(platform::RenameFile(cut, directory / L"b").kind, ErrorKind::NotFound);
+    EXPECT_EQ(platform::RenameFile(directory / L"a.txt", CutByNull(directory / L"b")).kind, ErrorKind::NotFound);
+    EXPECT_EQ(platform::RemoveFile(cut).kind, ErrorKind::NotFound);
+    EXPECT_EQ(platform::RemoveTree(CutByNull(directory.Path())).kind, ErrorKind::NotFound);
+    EXPECT_EQ(CreateNewDirectory(CutByNull(directory / L"new") + L"\\sub").kind, ErrorKind::NotFound);
+    EXPECT_FALSE(Exists(directory / L"new"));
+    EXPECT_EQ(ReadTextFile(directory / L"a.txt"), "old");
+}
+
+TEST_F(FileSystemTest, CreateDirectoryMakesMissingParents) {
+    EXPECT_FALSE(CreateNewDirectory(directory / L"a\\b/c\\\\d"));
+    EXPECT_TRUE(IsDirectory(directory / L"a\\b\\c\\d"));
+    EXPECT_FALSE(CreateNewDirectory(directory / L"with\\separator\\"));
+    EXPECT_TRUE(IsDirectory(directory / L"with\\separator"));
+}
+
+TEST_F(FileSystemTest, OfSeveralThatCreateOneDirectoryAtTheSameTimeOneSucceeds) {
+    constexpr int rounds = 100;
+    std::atomic<int> successes{0};
+    const auto create = [&] {
+        for (int round = 0; round < rounds; ++round) {
+            const platform::Error error = CreateNewDirectory(directory / (std::to_wstring(round) + L"\\folder"));
+            EXPECT_TRUE(!error || error.kind == ErrorKind::AlreadyExists);
+            successes += error ? 0 : 1;
+        }
+    };
+    std::vector<std::thread> threads;
+    for (int thread = 0; thread < 4; ++thread) {
+        threads.emplace_back(create);
+    }
+    for (std::thread& thread : threads) {
+        thread.join();
+    }
+    EXPECT_EQ(successes, rounds);
+}
+
+TEST_F(FileSystemTest, CreateDirectoryRefusesWhatTheShellRefuses) {
+    WriteTextFile(directory / L"file", "");
+    EXPECT_EQ(CreateNewDirectory(L"relative\\path").kind, ErrorKind::NotAbsolute);
+    EXPECT_EQ(CreateNewDirectory(directory.Path()).kind, ErrorKind::AlreadyExists);
+    EXPECT_EQ(CreateNewDirectory(directory / L"file").kind, ErrorKind::AlreadyExists);
+    EXPECT_EQ(CreateNewDirectory(directory / L"file\\below").kind, ErrorKind::NotFound);
+    EXPECT_EQ(CreateNewDirectory(directory / L"file\\far\\below").kind, ErrorKind::NotFound);
+    EXPECT_EQ(CreateNewDirectory(L"").kind, ErrorKind::NotFound);
+}
+
+TEST_F(FileSystemTest, EnsureDirectoryIsContentWithAnExistingDirectory) {
+    WriteTextFile(directory / L"file", "");
+    EXPECT_FALSE(EnsureDirectory(directory / L"a\\b"));
+    EXPECT_FALSE(EnsureDirectory(directory / L"a\\b"));
+    EXPECT_FALSE(EnsureDirectory(RootOf(directory.Path())));
+    EXPECT_EQ(EnsureDirectory(directory / L"file").kind, ErrorKind::AlreadyExists);
+    EXPECT_EQ(EnsureDirectory(L"relative").kind, ErrorKind::NotAbsolute);
+}
+
+TEST_F(FileSystemTest, APrivateDirectoryIsForItsOwnerAlone) {
+    EXPECT_FALSE(platform::EnsurePrivateDirectory(directory / L"private"));
+    EXPECT_FALSE(platform::EnsurePrivateDirectory(directory / L"private"));
+    EXPECT_TRUE(IsDirectory(directory / L"private"));
+    EXPECT_EQ(PermissionsOf(directory / L"private").value_or(0700), 0700u);
+    EXPECT_EQ(platform::EnsurePrivateDirectory(directory / L"missing\\private").kind, ErrorKind::NotFound);
+}
+
+TEST_F(FileSystemTest, ALinkIsNoPrivateDirectory) {
+    ASSERT_FALSE(CreateNewDirectory(directory / L"elsewhere"));
+    if (!MakeLink(directory / L"elsewhere", directory / L"private")) {
+        GTEST_SKIP() << "no symbolic links here";
+    }
+    EXPECT_EQ(platform::EnsurePrivateDirectory(directory / L"private").kind, ErrorKind::AlreadyExists);
+}
+
+TEST_F(FileSystemTest, MissingParentsOfAPrivateDirectoryAreForTheirOwnerAloneToo) {
+    EXPECT_FALSE(platform::EnsurePrivateDirectories(directory / L"a\\b"));
+    EXPECT_FALSE(platform::EnsurePrivateDirectories(directory / L"a\\b"));
+    EXPECT_FALSE(platform::ReplaceFile(directory / L"data\\job_list.json", "{}"));
+    for (const wchar_t* const name : {L"a", L"a\\b", L"data"}) {
+        EXPECT_EQ(PermissionsOf(directory / name).value_or(0700), 0700u) << text::ToUtf8(name);
+    }
+}
+
+TEST_F(FileSystemTest, AnEmptyFileReplacesALinkAndLeavesAloneWhatItLeadsTo) {
+    WriteTextFile(directory / L"precious", "content");
+    if (!MakeLink(directory / L"precious", directory / L"link")) {
+        GTEST_SKIP() << "no symbolic links here";
+    }
+    ASSERT_TRUE(MakeLink(directory / L"nothing", directory / L"broken"));
+    for (const std::wstring& path : {directory / L"link", directory / L"broken"}) {
+        EXPECT_FALSE(platform::CreateEmptyFile(path));
+        EXPECT_FALSE(platform::IsLink(path));
+        EXPECT_EQ(ReadTextFile(path), "");
+    }
+    EXPECT_EQ(ReadTextFile(directory / L"precious"), "content");
+    EXPECT_FALSE(Exists(directory / L"nothing"));
+}
+
+TEST_F(FileSystemTest, AnEmptyFileReplacesAHardLinkAndLeavesTheFileAlone) {
+    WriteTextFile(directory / L"precious", "content");
+    ASSERT_FALSE(platform::LinkFile(directory / L"precious", directory / L"link"));
+    EXPECT_FALSE(platform::CreateEmptyFile(directory / L"link"));
+    EXPECT_EQ(ReadTextFile(directory / L"link"), "");
+    EXPECT_EQ(ReadTextFile(directory / L"precious"), "content");
+}
+
+TEST_F(FileSystemTest, AnEmptyFileIsMadeInADirectoryButNotThroughALinkToOne) {
+    ASSERT_FALSE(platform::EnsureDirectory(directory / L"real"));
+    EXPECT_FALSE(platform::CreateEmptyFileIn(directory / L"real", L"file"));
+    EXPECT_TRUE(platform::Exists(directory / L"real\\file"));
+    EXPECT_EQ(platform::CreateEmptyFileIn(directory / L"missing", L"file").kind, ErrorKind::NotFound);
+    if (MakeLink(directory / L"real", directory / L"link")) {
+        EXPECT_EQ(platform::CreateEmptyFileIn(directory / L"link", L"other").kind, ErrorKind::NotSupported);
+        EXPECT_FALSE(platform::Exists(directory / L"real\\other"));
+    }
+}
+
+TEST_F(FileSystemTest, AnEmptyFileReplacesANamedPipeWithoutWaitingForItsReader) {
+    if (!MakeNamedPipe(directory / L"pipe")) {
+        GTEST_SKIP() << "no named pipes among the files here";
+    }
+    EXPECT_FALSE(platform::CreateEmptyFile(directory / L"pipe"));
+    EXPECT_EQ(ReadTextFile(directory / L"pipe"), "");
+}
+
+TEST_F(FileSystemTest, PathsLongerThanTheOldLimitOfWindowsWork) {
+    std::wstring deep = directory.Path();
+    for (int level = 0; level < 20; ++level) {
+        deep += L"\\a folder of thirty characters";
+    }
+    ASSERT_FALSE(CreateNewDirectory(deep));
+    ASSERT_FALSE(platform::ReplaceFile(deep + L"\\.\\file.txt", "content"));
+    EXPECT_EQ(ReadTextFile(deep + L"/file.txt"), "content");
+    std::vector<platform::DirectoryEntry> entries;
+    EXPECT_FALSE(platform::ListDirectory(deep, entries));
+    ASSERT_EQ(entries.size(), 1u);
+    EXPECT_EQ(entries[0].name, L"file.txt");
+    EXPECT_FALSE(platform::RenameFile(deep + L"\\file.txt", deep + L"\\other.txt"));
+    EXPECT_TRUE(Exists(deep + L"\\other.txt"));
+    EXPECT_FALSE(platform::RemoveFile(deep + L"\\other.txt"));
+}
+
+TEST_F(FileSystemTest, ExtensionsMatchAsFileNamesDo) {
+    EXPECT_TRUE(platform::HasExtension(L"mesh.rb", L".rb"));
+    EXPECT_TRUE(platform::HasExtension(L".rb", L".rb"));
+    EXPECT_TRUE(platform::HasExtension(L"a.b.rb", L".rb"));
+    EXPECT_FALSE(platform::HasExtension(L"rb", L".rb"));
+    EXPECT_FALSE(platform::HasExtension(L"mesh.rbx", L".rb"));
+    EXPECT_FALSE(platform::HasExtension(L"", L".rb"));
+    EXPECT_EQ(platform::HasExtension(L"MESH.RB", L".rb"), OnWindows());
+}
+
+TEST_F(FileSystemTest, EveryFileAndDirectoryHasAnIdentity) {
+    ASSERT_FALSE(CreateNewDirectory(directory / L"a\\b"));
+    WriteTextFile(directory / L"x", "");
+    WriteTextFile(directory / L"y", "");
+    EXPECT_EQ(IdentityOf(directory / L"a"), IdentityOf(directory / L"a\\b\\.."));
+    EXPECT_EQ(IdentityOf(directory / L"x"), IdentityOf(directory / L"x"));
+    EXPECT_NE(IdentityOf(directory / L"x"), IdentityOf(directory / L"y"));
+    EXPECT_TRUE(IdentityOf(directory / L"x").has_value());
+    EXPECT_FALSE(IdentityOf(directory / L"z").has_value());
+}
+
+TEST_F(FileSystemTest, TheStampChangesWithTheFile) {
+    WriteTextFile(directory / L"settings.json", "one");
+    const auto first = StampOf(directory / L"settings.json");
+    ASSERT_TRUE(first.has_value());
+    EXPECT_EQ(first->size, 3u);
+    EXPECT_GT(first->lastWrite, 0);
+    EXPECT_EQ(StampOf(directory / L"settings.json"), first);
+    WriteTextFile(directory / L"settings.json", "longer");
+    EXPECT_NE(StampOf(directory / L"settings.json"), first);
+    EXPECT_FALSE(StampOf(directory / L"missing").has_value());
+}
+
+TEST_F(FileSystemTest, ReadFileGivesTheWholeContent) {
+    const std::string table[] = {"", "text", std::string("a\0b\r\n\x1A\xFF", 7), std::string(300'000, 'x')};
+    for (const std::string& content : table) {
+        WriteTextFile(directory / L"file", content);
+        std::string bytes = "before";
+        EXPECT_FALSE(ReadFile(directory / L"file", 1'000'000, bytes));
+        EXPECT_EQ(bytes, content);
+    }
+}
+
+TEST_F(FileSystemTest, ReadFileKeepsToTheLimit) {
+    WriteTextFile(directory / L"file", "12345");
+    std::string bytes = "before";
+    EXPECT_EQ(ReadFile(directory / L"file", 4, bytes).kind, ErrorKind::TooLarge);
+    EXPECT_EQ(bytes, "before");
+    EXPECT_FALSE(ReadFile(directory / L"file", 5, bytes));
+    EXPECT_EQ(bytes, "12345");
+}
+
+TEST_F(FileSystemTest, ReadFileReadsRegularFilesOnly) {
+    std::string bytes = "before";
+    EXPECT_EQ(ReadFile(directory / L"missing", 100, bytes).kind, ErrorKind::NotFound);
+    EXPECT_EQ(ReadFile(directory.Path(), 100, bytes).kind, ErrorKind::NotSupported);
+    if (MakeNamedPipe(directory / L"pipe")) {
+        EXPECT_EQ(ReadFile(directory / L"pipe", 100, bytes).kind, ErrorKind::NotSupported);
+    }
+    EXPECT_EQ(bytes, "before");
+}
+
+TEST_F(FileSystemTest, ReadFileReadsFilesThatDoNotTellTheirSize) {
+    if (OnWindows()) {
+        GTEST_SKIP() << "every file tells its size here";
+    }
+    std::string bytes;
+    EXPECT_FALSE(ReadFile(L"/proc/self/status", 100'000, bytes));
+    EXPECT_NE(bytes.find("VmPeak"), std::string::npos);
+    EXPECT_EQ(ReadFile(L"/proc/self/status", 10, bytes).kind, ErrorKind::TooLarge);
+}
+
+TEST_F(FileSystemTest, CreateEmptyFileCreatesOrTruncates) {
+    WriteTextFile(directory / L"full", "content");
+    EXPECT_FALSE(platform::CreateEmptyFile(directory / L"new"));
+    EXPECT_FALSE(platform::CreateEmptyFile(directory / L"full"));
+    EXPECT_EQ(ReadTextFile(directory / L"new"), "");
+    EXPECT_EQ(ReadTextFile(directory / L"full"), "");
+    EXPECT_EQ(platform::CreateEmptyFile(directory / L"missing\\file").kind, ErrorKind::NotFound);
+}
+
+TEST_F(FileSystemTest, RenameReplacesTheTarget) {
+    WriteTextFile(directory / L"from", "new");
+    WriteTextFile(directory / L"to", "old");
+    EXPECT_FALSE(platform::RenameFile(directory / L"from", directory / L"to"));
+    EXPECT_EQ(ReadTextFile(directory / L"to"), "new");
+    EXPECT_FALSE(Exists(directory / L"from"));
+    EXPECT_EQ(platform::RenameFile(directory / L"from", directory / L"to").kind, ErrorKind::NotFound);
+}
+
+TEST_F(FileSystemTest, RemoveFileRemovesALinkItself) {
+    WriteTextFile(directory / L"target", "kept");
+    EXPECT_EQ(platform::RemoveFile(directory / L"missing").kind, ErrorKind::NotFound);
+    if (MakeLink(directory / L"target", directory / L"link")) {
+        EXPECT_FALSE(platform::RemoveFile(directory / L"link"));
+    }
+    EXPECT_EQ(ReadTextFile(directory / L"target"), "kept");
+    EXPECT_FALSE(platform::RemoveFile(directory / L"target"));
+    EXPECT_FALSE(Exists(directory / L"target"));
+}
+
+TEST_F(FileSystemTest, NamesBeyondAsciiWork) {
+    const std::wstring name = L"Gr\u00F6\u00DFe \u65E5\u672C";
+    WriteTextFile(directory / name, "x");
+    EXPECT_TRUE(Exists(directory / name));
+    EXPECT_EQ(ReadTextFile(directory / name), "x");
+}
+
+} // namespace

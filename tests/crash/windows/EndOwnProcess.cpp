@@ -1,9 +1,0 @@
-#include "crash/EndOwnProcess.h"
-
-#include <windows.h>
-
-void crash::EndOwnProcess() {
-    for (;;) {
-        TerminateProcess(GetCurrentProcess(), killedExitCode);
-    }
-}

@@ -1,0 +1,50 @@
+#include "kit/TemporaryDirectory.h"
+
+#include <cstddef>
+#include <random>
+#include <stdexcept>
+
+#include "platform/files/Directories.h"
+#include "platform/files/FileSystem.h"
+#include "text/Text.h"
+
+namespace {
+
+constexpr std::size_t largestTestFile = std::size_t{1} << 30;
+
+void ThrowOn(const platform::Error& error, const std::string& action, const std::wstring& path) {
+    if (error) {
+        throw std::runtime_error(action + " " + text::ToUtf8(path) + ": " + text::ToUtf8(error.Text()));
+    }
+}
+
+std::wstring UniquePath() {
+    std::random_device random;
+    return platform::TemporaryDirectory() + L"\\controller-test-" + std::to_wstring(random()) +
+           std::to_wstring(random());
+}
+
+} // namespace
+
+TemporaryDirectory::TemporaryDirectory() : path(UniquePath()) {
+    ThrowOn(platform::CreateNewDirectory(path), "cannot make the folder", path);
+}
+
+TemporaryDirectory::~TemporaryDirectory() {
+    // Files that a test still holds open stay.
+    (void)platform::RemoveTree(path);
+}
+
+std::wstring TemporaryDirectory::operator/(const std::wstring& name) const {
+    return path + L"\\" + name;
+}
+
+void WriteTextFile(const std::wstring& path, std::string_view bytes) {
+    ThrowOn(platform::ReplaceFile(path, bytes), "cannot write", path);
+}
+
+std::string ReadTextFile(const std::wstring& path) {
+    std::string bytes;
+    ThrowOn(platform::ReadFile(path, largestTestFile, bytes), "cannot read", path);
+    return bytes;
+}

@@ -1,0 +1,58 @@
+#pragma once
+
+#include <memory>
+
+#include <gtest/gtest.h>
+
+#include "CommonControllerLib/FunctionManager.h"
+#include "formats/RunProtocol.h"
+#include "kit/TemporaryDirectory.h"
+#include "platform/processes/ProcessHandle.h"
+
+/// A function module and settings in a temporary directory, and one job. The program test_scenario runs scripts with
+/// the extension ".steps".
+class ScenarioRunFixture : public testing::Test {
+protected:
+    ScenarioRunFixture();
+    ~ScenarioRunFixture() override;
+
+    /// Settings; change them before `Start`.
+    struct Settings {
+        std::wstring runner;
+        int graceSeconds = 600;
+        int logLimitBytes = 1 << 20;
+        std::wstring stepsInterpreter;
+    };
+
+    /// Writes the scenario file and selects it for the job.
+    void UseSteps(const std::string& steps);
+    void UseScenario(const std::wstring& name, const std::string& content);
+    void WriteSettings();
+    /// The result of the function; on success `runner` is the job's runner.
+    [[nodiscard]] long Start();
+    /// `UseSteps` and `Start`; returns when the scenario has reached its step "be ready".
+    void StartAndAwaitReady(const std::string& steps);
+    /// Waits until the runner has ended, and returns its exit code.
+    std::int32_t AwaitEnd();
+    /// `UseSteps`, `Start` and `AwaitEnd`; checks that both succeeded.
+    void Run(const std::string& steps);
+
+    [[nodiscard]] long Call(const std::string& function, const std::wstring& input);
+    void RequestStop();
+    std::wstring InWorkDir(const std::wstring& name) const;
+    std::string Log() const;
+    run_protocol::RunScenarioResult Result() const;
+    std::wstring FirstMessage() const;
+
+    /// The function module under test.
+    static std::wstring ModulePath();
+
+    const TemporaryDirectory directory;
+    Settings settings;
+    run_protocol::RunScenarioInfo job;
+    platform::OwnedHandle runner;
+
+private:
+    std::wstring pathBefore;
+    std::unique_ptr<FunctionManager> functions;
+};

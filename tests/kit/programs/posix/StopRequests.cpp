@@ -1,0 +1,7 @@
+#include "kit/programs/StopRequests.h"
+
+#include <csignal>
+
+void IgnoreStopRequests() {
+    std::signal(SIGTERM, SIG_IGN);
+}

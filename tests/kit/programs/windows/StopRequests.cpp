@@ -1,0 +1,3 @@
+#include "kit/programs/StopRequests.h"
+
+void IgnoreStopRequests() {}

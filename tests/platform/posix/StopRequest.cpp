@@ -1,7 +1,0 @@
-#include "platform/StopRequest.h"
-
-#include <csignal>
-
-bool AskThisProcessToStop() {
-    return std::raise(SIGTERM) == 0;
-}

@@ -1,8 +1,0 @@
-#include <windows.h>
-
-#include "platform/StopRequest.h"
-
-bool AskThisProcessToStop() {
-    // Wine has no such event for its simulated console.
-    return GenerateConsoleCtrlEvent(CTRL_C_EVENT, 0) != 0;
-}

@@ -1,0 +1,116 @@
+#include "platform/processes/ProcessTree.h"
+
+#include <gtest/gtest.h>
+
+#include "kit/TestProcess.h"
+
+using platform::ProcessStart;
+using platform::ProcessTree;
+using test_support::ReadToEnd;
+using test_support::ReadUntil;
+using test_support::TestProcess;
+using test_support::WaitUntilSignalled;
+
+namespace {
+
+/// A tree whose processes all hold the write end of one pipe: its end of file shows that all have ended.
+class ProcessTreeTest : public testing::Test {
+protected:
+    void Start(std::vector<std::wstring> arguments) {
+        ASSERT_FALSE(life.Open());
+        ASSERT_FALSE(output.Open());
+        arguments.push_back(platform::InheritedHandleText(life.WriteEnd()));
+        ProcessStart start = TestProcess(arguments);
+        start.output = output.WriteEnd();
+        start.inherited = {life.WriteEnd()};
+        ASSERT_FALSE(tree->Start(start));
+        output.CloseWriteEnd();
+        life.CloseWriteEnd();
+    }
+
+    void AwaitReady() { ASSERT_TRUE(ReadUntil(output, "ready")); }
+    /// Returns when all processes of the tree have ended.
+    void AwaitDeathOfAll() { EXPECT_EQ(ReadToEnd(life), ""); }
+
+    platform::OutputPipe life;
+    platform::OutputPipe output;
+    std::unique_ptr<ProcessTree> tree = std::make_unique<ProcessTree>();
+};
+
+} // namespace
+
+TEST_F(ProcessTreeTest, TheRootIsWaitedForAndTellsItsExitCode) {
+    ASSERT_FALSE(tree->Start(TestProcess({L"exit", L"5"})));
+    ASSERT_TRUE(WaitUntilSignalled(tree->Root()));
+    EXPECT_EQ(tree->RootExitCode(), 5);
+    tree->End();
+    EXPECT_EQ(tree->RootExitCode(), 5);
+}
+
+TEST_F(ProcessTreeTest, ARootThatCannotBeStartedLeavesAnEmptyTree) {
+    ProcessStart start;
+    start.program = test_support::ProgramPath(L"no_such_program");
+    EXPECT_EQ(tree->Start(start).kind, platform::ErrorKind::NotFound);
+    EXPECT_EQ(tree->Root(), nullptr);
+    EXPECT_EQ(tree->RootExitCode(), std::nullopt);
+    tree->AskToStop();
+    tree->End();
+}
+
+TEST_F(ProcessTreeTest, EndKillsTheRoot) {
+    Start({L"wait-stubbornly"});
+    AwaitReady();
+    tree->End();
+    EXPECT_FALSE(platform::IsProcessRunning(tree->Root()));
+    EXPECT_NE(tree->RootExitCode(), std::nullopt);
+    EXPECT_NE(tree->RootExitCode(), 0);
+    AwaitDeathOfAll();
+}
+
+TEST_F(ProcessTreeTest, EndKillsDescendantsThatDetached) {
+    Start({L"have-family"});
+    AwaitReady();
+    tree->End();
+    AwaitDeathOfAll();
+}
+
+TEST_F(ProcessTreeTest, EndKillsWhatTheRootLeftBehind) {
+    Start({L"leave-one-behind"});
+    ASSERT_TRUE(WaitUntilSignalled(tree->Root()));
+    tree->End();
+    EXPECT_EQ(tree->RootExitCode(), 0);
+    AwaitDeathOfAll();
+}
+
+TEST_F(ProcessTreeTest, EndKillsProcessesThatKeepMultiplying) {
+    Start({L"multiply", L"5"});
+    AwaitReady();
+    tree->End();
+    AwaitDeathOfAll();
+}
+
+TEST_F(ProcessTreeTest, TheDestructorEndsTheTree) {
+    Start({L"have-family"});
+    AwaitReady();
+    tree.reset();
+    AwaitDeathOfAll();
+}
+
+TEST_F(ProcessTreeTest, EndMayBeCalledAgain) {
+    Start({L"wait"});
+    AwaitReady();
+    tree->End();
+    tree->End();
+    tree->AskToStop();
+    AwaitDeathOfAll();
+}
+
+TEST_F(ProcessTreeTest, ATreeCanFollowAnother) {
+    Start({L"wait"});
+    AwaitReady();
+    tree = nullptr;
+    tree = std::make_unique<ProcessTree>();
+    ASSERT_FALSE(tree->Start(TestProcess({L"exit", L"6"})));
+    ASSERT_TRUE(WaitUntilSignalled(tree->Root()));
+    EXPECT_EQ(tree->RootExitCode(), 6);
+}

@@ -1,0 +1,60 @@
+#include "platform/processes/ProcessesByEnvironment.h"
+
+#include <string>
+
+#include <gtest/gtest.h>
+
+#include "kit/TestProcess.h"
+#include "platform/system/Environment.h"
+
+using platform::KillProcessesByEnvironment;
+
+namespace {
+
+constexpr const wchar_t* variable = L"CONTROLLER_TEST_MARK";
+
+/// Processes with a unique mark that hold the write end of one pipe: its end of file shows that all have ended.
+class ProcessesByEnvironmentTest : public testing::Test {
+protected:
+    void Start(const std::wstring& command, const std::wstring& value) {
+        ASSERT_FALSE(life.Open());
+        ASSERT_FALSE(output.Open());
+        platform::ProcessStart start =
+            test_support::TestProcess({command, platform::InheritedHandleText(life.WriteEnd())});
+        start.environment = {{variable, value}};
+        start.output = output.WriteEnd();
+        start.inherited = {life.WriteEnd()};
+        ASSERT_FALSE(platform::StartProcess(start, process));
+        life.CloseWriteEnd();
+        output.CloseWriteEnd();
+        ASSERT_TRUE(test_support::ReadUntil(output, "ready"));
+    }
+
+    static std::wstring OwnValue() { return L"mark of " + std::to_wstring(platform::OwnProcessNumber()); }
+
+    platform::OutputPipe life;
+    platform::OutputPipe output;
+    platform::OwnedHandle process;
+};
+
+} // namespace
+
+TEST_F(ProcessesByEnvironmentTest, AProcessAndAllThatItStartedAreEnded) {
+    Start(L"have-family", OwnValue());
+    EXPECT_EQ(KillProcessesByEnvironment(variable, {L"another", OwnValue()}), 4U);
+    EXPECT_EQ(test_support::ReadToEnd(life), "");
+    EXPECT_EQ(KillProcessesByEnvironment(variable, {OwnValue()}), 0U);
+}
+
+TEST_F(ProcessesByEnvironmentTest, OtherValuesAreLeftAlone) {
+    Start(L"wait", OwnValue() + L" and more");
+    EXPECT_EQ(KillProcessesByEnvironment(variable, {OwnValue(), OwnValue() + L" and", L""}), 0U);
+    EXPECT_EQ(KillProcessesByEnvironment(variable, {}), 0U);
+    EXPECT_TRUE(platform::IsProcessRunning(process.Get()));
+    EXPECT_EQ(KillProcessesByEnvironment(variable, {OwnValue() + L" and more"}), 1U);
+}
+
+TEST_F(ProcessesByEnvironmentTest, TheProcessThatAsksIsNotEnded) {
+    platform::SetEnvironment(variable, OwnValue());
+    EXPECT_EQ(KillProcessesByEnvironment(variable, {OwnValue()}), 0U);
+}

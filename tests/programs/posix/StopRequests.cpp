@@ -1,7 +1,0 @@
-#include "programs/StopRequests.h"
-
-#include <csignal>
-
-void IgnoreStopRequests() {
-    std::signal(SIGTERM, SIG_IGN);
-}

@@ -1,3 +1,0 @@
-#include "programs/StopRequests.h"
-
-void IgnoreStopRequests() {}
