@@ -10,7 +10,8 @@ namespace {
 
 class UnrulyProcessesTest : public ScenarioRunFixture {
 protected:
-    /// Kills the remaining processes of the scenario, except those with a cleared environment, and returns their number.
+    /// Kills the remaining processes of the scenario, except those with a cleared environment, and returns their
+    /// number.
     std::size_t EndLeftovers() const {
         return platform::KillProcessesByEnvironment(run_protocol::runInfoVariable,
                                                     {run_protocol::RunInfoPath(job.workDir)});
