@@ -107,7 +107,7 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     CheckStream(bytes, lengths);
     CheckText(bytes);
     fuzz::ByteSource source(bytes);
-    std::string stream = local_socket::EncodeGreeting();
+    std::string stream = local_socket::EncodeHandshake();
     std::vector<Frame> sent = {Frame()};
     for (std::size_t count = source.Count(4); count > 0; --count) {
         CheckSent(source, stream, sent);

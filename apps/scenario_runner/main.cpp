@@ -2,9 +2,9 @@
 /// and for the end of the host, ends all its processes, and sees to it that there is a result.
 
 #include "platform/files/FileSizeLimit.h"
-#include "platform/processes/GuardedRun.h"
 #include "platform/processes/Process.h"
 #include "platform/processes/ProgramArguments.h"
+#include "platform/processes/RunUnderSubreaper.h"
 #include "platform/system/SharedLibrary.h"
 #include "platform/terminal/Console.h"
 #include "scenario_runner/ResultFile.h"
@@ -53,7 +53,7 @@ RunnerExit RunScenario(const RunnerArguments& arguments, const platform::Directo
 }
 
 /// What the guard does when somebody ended the runner: the scenario's own verdict stands, where it has given one.
-RunnerExit ConcludeFor(const platform::GuardedEnd& end, const platform::DirectoryHandle& directory) {
+RunnerExit ConcludeFor(const platform::WorkerExit& end, const platform::DirectoryHandle& directory) {
     const scenario_runner::ResultFile file(directory.Path());
     const auto result =
         scenario_runner::FailedResult(L"", L"The scenario was ended because the program that runs it was ended with " +
@@ -61,13 +61,13 @@ RunnerExit ConcludeFor(const platform::GuardedEnd& end, const platform::Director
     return file.Read() || file.Write(result) ? RunnerExit::Done : RunnerExit::NoResult;
 }
 
-RunnerExit RunGuarded(const RunnerArguments& arguments, const platform::DirectoryHandle& directory, void* host) {
-    const platform::GuardedEnd end = platform::RunGuarded([&](void* guard) {
-        std::vector<void*> owners{host, guard};
+RunnerExit RunUnderSubreaper(const RunnerArguments& arguments, const platform::DirectoryHandle& directory, void* host) {
+    const platform::WorkerExit end = platform::RunUnderSubreaper([&](void* subreaper) {
+        std::vector<void*> owners{host, subreaper};
         std::erase(owners, nullptr);
         return static_cast<std::int32_t>(RunScenario(arguments, directory, owners));
     });
-    return end.isByForce ? ConcludeFor(end, directory) : static_cast<RunnerExit>(end.exitCode);
+    return end.wasSignaled ? ConcludeFor(end, directory) : static_cast<RunnerExit>(end.exitCode);
 }
 
 RunnerExit Run(const std::vector<std::wstring>& words) {
@@ -87,7 +87,7 @@ RunnerExit Run(const std::vector<std::wstring>& words) {
         return Refuse(directory, L"The scenario was not started: \"" + arguments.host +
                                      L"\" is no handle of the controller's process.");
     }
-    return RunGuarded(arguments, directory, host.Get());
+    return RunUnderSubreaper(arguments, directory, host.Get());
 }
 
 } // namespace

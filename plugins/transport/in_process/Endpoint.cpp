@@ -1,7 +1,7 @@
 #include "transport/in_process/Endpoint.h"
 
 #include "transport/event_delivery/Promise.h"
-#include "transport/in_process/Line.h"
+#include "transport/in_process/Bus.h"
 
 #include <memory>
 #include <utility>
@@ -53,25 +53,25 @@ void Endpoint::CallHandler(Peer sender, const std::wstring& eventName, const std
     }
 }
 
-bool EngineEnd::SendEvent(const std::wstring& eventName, const std::wstring& payload) {
-    line.SendToFrontEnds(Number(), eventName, payload);
+bool Server::SendEvent(const std::wstring& eventName, const std::wstring& payload) {
+    bus.SendToClients(Number(), eventName, payload);
     return true;
 }
 
-bool EngineEnd::SendEventTo(Peer peer, const std::wstring& eventName, const std::wstring& payload) {
-    return line.SendToFrontEnd(Number(), peer, eventName, payload);
+bool Server::SendEventTo(Peer peer, const std::wstring& eventName, const std::wstring& payload) {
+    return bus.SendToClient(Number(), peer, eventName, payload);
 }
 
-bool EngineEnd::PostEvent(const std::wstring& eventName, const std::wstring& payload) {
+bool Server::PostEvent(const std::wstring& eventName, const std::wstring& payload) {
     return SendEvent(eventName, payload);
 }
 
-bool EngineEnd::IsConnected() const {
+bool Server::IsConnected() const {
     return true;
 }
 
 /// The acknowledgement takes its turn among the deliveries here: behind the answers that were sent before it.
-bool FrontEnd::SendEvent(const std::wstring& eventName, const std::wstring& payload) {
+bool Client::SendEvent(const std::wstring& eventName, const std::wstring& payload) {
     if (DeliveryThread::IsCurrent()) {
         return PostEvent(eventName, payload);
     }
@@ -79,19 +79,19 @@ bool FrontEnd::SendEvent(const std::wstring& eventName, const std::wstring& payl
     event_delivery::Future outcome = acknowledged->GetFuture();
     // Given away: when one of the ends goes, the promise is dropped unkept, which ends the wait.
     Give give = [this, kept = std::move(acknowledged)] { deliveries.Post([kept] { kept->Set(true); }); };
-    return line.SendToEngine(Number(), eventName, payload, std::move(give)) && outcome.Get(line.Timeout());
+    return bus.SendToServer(Number(), eventName, payload, std::move(give)) && outcome.Get(bus.Timeout());
 }
 
-bool FrontEnd::SendEventTo(Peer peer, const std::wstring& eventName, const std::wstring& payload) {
-    return line.EngineNumber() == peer && PostEvent(eventName, payload);
+bool Client::SendEventTo(Peer peer, const std::wstring& eventName, const std::wstring& payload) {
+    return bus.ServerNumber() == peer && PostEvent(eventName, payload);
 }
 
-bool FrontEnd::PostEvent(const std::wstring& eventName, const std::wstring& payload) {
-    return line.SendToEngine(Number(), eventName, payload, {});
+bool Client::PostEvent(const std::wstring& eventName, const std::wstring& payload) {
+    return bus.SendToServer(Number(), eventName, payload, {});
 }
 
-bool FrontEnd::IsConnected() const {
-    return line.EngineNumber() != 0;
+bool Client::IsConnected() const {
+    return bus.ServerNumber() != 0;
 }
 
 } // namespace in_process

@@ -8,7 +8,7 @@
 
 namespace in_process {
 
-class Line;
+class Bus;
 
 /// One end of a line: its handlers, and the thread that they run on, one event at a time in the order of sending. What
 /// an end sends is only queued at the other, so a handler may send; a front end waits until its event is acknowledged.
@@ -16,8 +16,8 @@ class Endpoint : public EventTransmitter, public EventTransmitterExtension {
 public:
     using Give = event_delivery::Acknowledgements::Give;
 
-    Endpoint(Line& ownLine, Peer ownNumber, event_delivery::EventDelivery::Begin begin)
-        : line(ownLine), number(ownNumber), deliveries(begin) {}
+    Endpoint(Bus& ownBus, Peer ownNumber, event_delivery::EventDelivery::Begin begin)
+        : bus(ownBus), number(ownNumber), deliveries(begin) {}
     Endpoint(const Endpoint&) = delete;
     Endpoint& operator=(const Endpoint&) = delete;
 
@@ -43,7 +43,7 @@ protected:
 
     void CallHandler(Peer sender, const std::wstring& eventName, const std::wstring& payload);
 
-    Line& line;
+    Bus& bus;
 
 private:
     const Peer number;
@@ -54,10 +54,10 @@ protected:
 };
 
 /// The engine's end: sends to every front end, or to one.
-class EngineEnd final : public Endpoint {
+class Server final : public Endpoint {
 public:
-    EngineEnd(Line& ownLine, Peer ownNumber)
-        : Endpoint(ownLine, ownNumber, event_delivery::EventDelivery::Begin::WithFirstHandler) {}
+    Server(Bus& ownBus, Peer ownNumber)
+        : Endpoint(ownBus, ownNumber, event_delivery::EventDelivery::Begin::WithFirstHandler) {}
     [[nodiscard]] bool SendEvent(const std::wstring& eventName, const std::wstring& payload) override;
     [[nodiscard]] bool SendEventTo(Peer peer, const std::wstring& eventName, const std::wstring& payload) override;
     [[nodiscard]] bool PostEvent(const std::wstring& eventName, const std::wstring& payload) override;
@@ -66,10 +66,9 @@ public:
 };
 
 /// A front end's end: sends to the engine, once somebody has asked for the engine's end.
-class FrontEnd final : public Endpoint {
+class Client final : public Endpoint {
 public:
-    FrontEnd(Line& ownLine, Peer ownNumber)
-        : Endpoint(ownLine, ownNumber, event_delivery::EventDelivery::Begin::AtOnce) {}
+    Client(Bus& ownBus, Peer ownNumber) : Endpoint(ownBus, ownNumber, event_delivery::EventDelivery::Begin::AtOnce) {}
     [[nodiscard]] bool SendEvent(const std::wstring& eventName, const std::wstring& payload) override;
     [[nodiscard]] bool SendEventTo(Peer peer, const std::wstring& eventName, const std::wstring& payload) override;
     [[nodiscard]] bool PostEvent(const std::wstring& eventName, const std::wstring& payload) override;

@@ -1,4 +1,4 @@
-#include "transport/in_process/Line.h"
+#include "transport/in_process/Bus.h"
 
 #include "kit/doubles/RecordingHandler.h"
 
@@ -15,12 +15,12 @@ using Payloads = std::vector<std::wstring>;
 /// Handlers are constructed before the line, so they outlive its threads.
 class LineTest : public testing::Test {
 protected:
-    in_process::Endpoint* Engine() { return line.Engine(); }
-    in_process::Endpoint* FrontEnd(const std::wstring& name = L"") { return line.FrontEndCalled(name); }
+    in_process::Endpoint* Engine() { return line.GetServer(); }
+    in_process::Endpoint* FrontEnd(const std::wstring& name = L"") { return line.GetClient(name); }
 
     RecordingHandler first;
     RecordingHandler second;
-    in_process::Line line;
+    in_process::Bus line;
 };
 
 TEST_F(LineTest, AnEventOfAFrontEndReachesTheEnginesHandlerOfThatName) {
@@ -84,7 +84,7 @@ TEST_F(LineTest, AnAnswerReachesWhoAskedAlone) {
 
 TEST_F(LineTest, OutsideAHandlerThereIsNoPeer) {
     EXPECT_EQ(Engine()->CurrentPeer(), 0U);
-    in_process::Line::Peer onAnotherThread = 1;
+    in_process::Bus::Peer onAnotherThread = 1;
     RecordingHandler asking([&](const std::wstring&) { onAnotherThread = FrontEnd()->CurrentPeer(); });
     Engine()->AddEventHandler(L"e", &asking);
     FrontEnd()->SendEvent(L"e", L"");
@@ -96,14 +96,14 @@ TEST_F(LineTest, OutsideAHandlerThereIsNoPeer) {
 TEST_F(LineTest, APeerThatIsNoFrontEndGetsNothing) {
     FrontEnd();
     EXPECT_FALSE(Engine()->SendEventTo(0, L"e", L""));
-    EXPECT_FALSE(Engine()->SendEventTo(line.EngineNumber(), L"e", L""));
+    EXPECT_FALSE(Engine()->SendEventTo(line.ServerNumber(), L"e", L""));
 }
 
 TEST_F(LineTest, AFrontEndsOnlyPeerIsTheEngine) {
-    EXPECT_FALSE(FrontEnd()->SendEventTo(line.EngineNumber(), L"e", L""));
+    EXPECT_FALSE(FrontEnd()->SendEventTo(line.ServerNumber(), L"e", L""));
     Engine()->AddEventHandler(L"e", &first);
-    EXPECT_TRUE(FrontEnd()->SendEventTo(line.EngineNumber(), L"e", L"to the engine"));
-    EXPECT_FALSE(FrontEnd()->SendEventTo(line.EngineNumber() + 1000, L"e", L""));
+    EXPECT_TRUE(FrontEnd()->SendEventTo(line.ServerNumber(), L"e", L"to the engine"));
+    EXPECT_FALSE(FrontEnd()->SendEventTo(line.ServerNumber() + 1000, L"e", L""));
     EXPECT_EQ(first.handled.WaitFor(1), Payloads{L"to the engine"});
 }
 

@@ -1,4 +1,4 @@
-#include "transport/in_process/Line.h"
+#include "transport/in_process/Bus.h"
 
 #include "kit/Deadline.h"
 #include "kit/doubles/RecordingHandler.h"
@@ -18,9 +18,9 @@ namespace {
 class LineThreadsTest : public testing::Test {
 protected:
     test_support::Deadline deadline{"the threads of a line"};
-    in_process::Line line;
-    in_process::Endpoint* engine = line.Engine();
-    in_process::Endpoint* frontEnd = line.FrontEndCalled(L"");
+    in_process::Bus line;
+    in_process::Endpoint* engine = line.GetServer();
+    in_process::Endpoint* frontEnd = line.GetClient(L"");
 };
 
 TEST_F(LineThreadsTest, HandlersMaySendFromWithinHandlersBackAndForth) {
@@ -83,13 +83,13 @@ TEST_F(LineThreadsTest, SendingWaitsForADeferredAcknowledgement) {
 }
 
 TEST_F(LineThreadsTest, AHandlerThatHangsIsWaitedForSoLong) {
-    in_process::Line impatient(std::chrono::milliseconds(1));
+    in_process::Bus impatient(std::chrono::milliseconds(1));
     std::promise<void> release;
     RecordingHandler hanging([released = release.get_future().share()](const std::wstring&) { released.wait(); });
-    impatient.Engine()->AddEventHandler(L"e", &hanging);
-    EXPECT_FALSE(impatient.FrontEndCalled(L"")->SendEvent(L"e", L""));
+    impatient.GetServer()->AddEventHandler(L"e", &hanging);
+    EXPECT_FALSE(impatient.GetClient(L"")->SendEvent(L"e", L""));
     release.set_value();
-    impatient.Engine()->AddEventHandler(L"e", nullptr);
+    impatient.GetServer()->AddEventHandler(L"e", nullptr);
 }
 
 TEST_F(LineThreadsTest, WhatComesBeforeTheEnginesHandlersWaitsForThem) {
@@ -153,7 +153,7 @@ TEST_F(LineThreadsTest, HandlersOfOneEndRunOneAtATimeWhoeverSends) {
     engine->AddEventHandler(L"e", &handler);
     std::vector<std::jthread> senders;
     for (int number = 0; number < senderCount; ++number) {
-        in_process::Endpoint* const sender = line.FrontEndCalled(std::to_wstring(number));
+        in_process::Endpoint* const sender = line.GetClient(std::to_wstring(number));
         senders.emplace_back([sender] {
             for (int event = 0; event < eventsEach; ++event) {
                 sender->SendEvent(L"e", L"");
@@ -169,8 +169,8 @@ TEST_F(LineThreadsTest, HandlersOfOneEndRunOneAtATimeWhoeverSends) {
 TEST_F(LineThreadsTest, AHandlerMaySendWhileItsLineEnds) {
     std::promise<void> started;
     std::promise<void> lineEnds;
-    auto ending = std::make_unique<in_process::Line>();
-    in_process::Endpoint* const end = ending->Engine();
+    auto ending = std::make_unique<in_process::Bus>();
+    in_process::Endpoint* const end = ending->GetServer();
     RecordingHandler handler([&](const std::wstring&) {
         started.set_value();
         lineEnds.get_future().wait();
@@ -180,7 +180,7 @@ TEST_F(LineThreadsTest, AHandlerMaySendWhileItsLineEnds) {
         }
     });
     end->AddEventHandler(L"e", &handler);
-    ending->FrontEndCalled(L"")->PostEvent(L"e", L"");
+    ending->GetClient(L"")->PostEvent(L"e", L"");
     started.get_future().wait();
     lineEnds.set_value();
     ending.reset();

@@ -18,17 +18,17 @@ std::optional<std::wstring> CutAt(wchar_t separator, std::wstring& text) {
 
 std::optional<TransmitterId> ParseTransmitterId(const std::wstring& text) {
     std::wstring end = text;
-    std::optional<std::wstring> line = CutAt(L':', end);
-    if (!line) {
-        line = text;
+    std::optional<std::wstring> bus = CutAt(L':', end);
+    if (!bus) {
+        bus = text;
         end = L"client";
     }
-    const bool isEngine = end == L"engine";
-    const std::optional<std::wstring> frontEnd = CutAt(L'#', *line);
-    if ((!isEngine && end != L"client") || (isEngine && frontEnd) || line->empty()) {
+    const bool isServer = end == L"engine";
+    const std::optional<std::wstring> client = CutAt(L'#', *bus);
+    if ((!isServer && end != L"client") || (isServer && client) || bus->empty()) {
         return std::nullopt;
     }
-    return TransmitterId{isEngine, *line, frontEnd.value_or(std::wstring())};
+    return TransmitterId{isServer, *bus, client.value_or(std::wstring())};
 }
 
 } // namespace in_process

@@ -7,10 +7,10 @@ namespace in_process {
 
 /// What the identifier of a transmitter says: which end of which line.
 struct TransmitterId {
-    bool isEngine = false;
-    std::wstring line;
+    bool isServer = false;
+    std::wstring bus;
     /// Tells front ends of one line apart; empty for the first.
-    std::wstring frontEnd;
+    std::wstring client;
 
     bool operator==(const TransmitterId&) const = default;
 };

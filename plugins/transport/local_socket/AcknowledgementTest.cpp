@@ -29,7 +29,7 @@ TEST_F(AcknowledgementTest, SendingWaitsUntilTheAnswerHasBeenHandled) {
         ++handled;
     });
     engine->AddEventHandler(L"Ask", &request);
-    const auto client = Client();
+    const auto client = MakeClient();
     client->AddEventHandler(L"Answer", &answer);
     for (int number = 1; number <= 50; ++number) {
         EXPECT_TRUE(client->SendEvent(L"Ask", L""));
@@ -44,7 +44,7 @@ TEST_F(AcknowledgementTest, SendingWaitsForADeferredAcknowledgement) {
     std::promise<EventTransmitterExtension::Acknowledgement> deferred;
     RecordingHandler request([&](const std::wstring&) { deferred.set_value(engine->DeferAcknowledgement()); });
     engine->AddEventHandler(L"Ask", &request);
-    const auto client = Client();
+    const auto client = MakeClient();
     std::atomic<bool> isAnswered = false;
     std::jthread answering([&] {
         const auto acknowledgement = deferred.get_future().get();
@@ -63,7 +63,7 @@ TEST_F(AcknowledgementTest, AnEngineThatHangsIsWaitedForSoLong) {
     std::promise<void> release;
     RecordingHandler hanging([released = release.get_future().share()](const std::wstring&) { released.wait(); });
     engine->AddEventHandler(L"Ask", &hanging);
-    const auto client = Client();
+    const auto client = MakeClient();
     EXPECT_FALSE(client->SendEvent(L"Ask", L""));
     EXPECT_TRUE(client->IsConnected());
     release.set_value();
@@ -78,7 +78,7 @@ TEST_F(AcknowledgementTest, AnEngineThatGoesIsNotWaitedFor) {
         started.set_value();
     });
     engine->AddEventHandler(L"Ask", &request);
-    const auto client = Client();
+    const auto client = MakeClient();
     std::future<bool> sent = std::async(std::launch::async, [&] { return client->SendEvent(L"Ask", L""); });
     started.get_future().wait();
     engine.reset();
@@ -96,7 +96,7 @@ TEST_F(AcknowledgementTest, AFrontEndThatStopsDoesNotWaitAnyLonger) {
         started.set_value();
     });
     engine->AddEventHandler(L"Ask", &request);
-    const auto client = Client();
+    const auto client = MakeClient();
     std::future<bool> sent = std::async(std::launch::async, [&] { return client->SendEvent(L"Ask", L""); });
     started.get_future().wait();
     EXPECT_TRUE(client->Stop(test_support::patience));
@@ -107,7 +107,7 @@ TEST_F(AcknowledgementTest, AFrontEndThatStopsDoesNotWaitAnyLonger) {
 TEST_F(AcknowledgementTest, OutOfAHandlerNobodyIsWaitedFor) {
     limits.acknowledgement = std::chrono::hours(1);
     const auto engine = Engine();
-    const auto client = Client();
+    const auto client = MakeClient();
     std::promise<bool> sent;
     RecordingHandler second;
     // Runs on the thread that would have to handle the sent event.
@@ -123,7 +123,7 @@ TEST_F(AcknowledgementTest, OutOfAHandlerNobodyIsWaitedFor) {
 
 TEST_F(AcknowledgementTest, WhatComesBeforeTheEnginesHandlersWaitsForThem) {
     const auto engine = Engine();
-    const auto client = Client();
+    const auto client = MakeClient();
     RecordingHandler first;
     RecordingHandler second;
     EXPECT_TRUE(client->PostEvent(L"Second", L"1"));

@@ -52,7 +52,7 @@ bool IsNameSize(FrameKind kind, std::size_t size) {
 }
 
 bool IsKnown(FrameKind kind) {
-    return kind >= FrameKind::Greeting && kind <= FrameKind::Busy;
+    return kind >= FrameKind::Handshake && kind <= FrameKind::Busy;
 }
 
 bool IsPayloadSize(FrameKind kind, std::size_t size) {
@@ -61,8 +61,8 @@ bool IsPayloadSize(FrameKind kind, std::size_t size) {
 
 } // namespace
 
-std::string EncodeGreeting() {
-    return Header(FrameKind::Greeting, 0);
+std::string EncodeHandshake() {
+    return Header(FrameKind::Handshake, 0);
 }
 
 std::string EncodeAcknowledgement(EventNumber number) {

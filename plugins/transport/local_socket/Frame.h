@@ -29,13 +29,13 @@ namespace local_socket {
 inline constexpr std::size_t headerBytes = 24;
 inline constexpr std::uint16_t protocolVersion = 2;
 
-enum class FrameKind : std::uint16_t { Greeting = 1, Event = 2, Acknowledgement = 3, Busy = 4 };
+enum class FrameKind : std::uint16_t { Handshake = 1, Event = 2, Acknowledgement = 3, Busy = 4 };
 
 /// Names one event of one session; 0: it is not to be acknowledged.
 using EventNumber = std::uint64_t;
 
 struct Frame {
-    FrameKind kind = FrameKind::Greeting;
+    FrameKind kind = FrameKind::Handshake;
     /// Still encoded, within the size limits.
     std::string name;
     std::string payload;
@@ -45,7 +45,7 @@ struct Frame {
     bool operator==(const Frame&) const = default;
 };
 
-std::string EncodeGreeting();
+std::string EncodeHandshake();
 std::string EncodeAcknowledgement(EventNumber number);
 std::string EncodeBusy(std::uint64_t served);
 

@@ -13,7 +13,7 @@ namespace {
 using local_socket::EncodeAcknowledgement;
 using local_socket::EncodeBusy;
 using local_socket::EncodeEvent;
-using local_socket::EncodeGreeting;
+using local_socket::EncodeHandshake;
 using local_socket::Frame;
 using local_socket::FrameDecoder;
 using local_socket::FrameKind;
@@ -32,7 +32,7 @@ std::vector<Frame> DecodeInPieces(const std::vector<std::string_view>& pieces) {
 }
 
 TEST(FrameTest, AGreetingIsABareHeader) {
-    EXPECT_EQ(EncodeGreeting(), "CCev\2\0\1\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0"s);
+    EXPECT_EQ(EncodeHandshake(), "CCev\2\0\1\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0\0"s);
 }
 
 TEST(FrameTest, AnEventIsHeaderNameAndPayload) {
@@ -65,9 +65,9 @@ TEST(FrameTest, WhatIsTooBigIsNotEncoded) {
 }
 
 TEST(FrameTest, AStreamIsReadWhereverItIsSplitOnce) {
-    const std::string stream = EncodeGreeting() + *EncodeEvent(L"Name", L"payload", 7) + *EncodeEvent(L"B", L"");
+    const std::string stream = EncodeHandshake() + *EncodeEvent(L"Name", L"payload", 7) + *EncodeEvent(L"B", L"");
     const std::vector<Frame> expected{
-        {FrameKind::Greeting, "", "", 0}, {FrameKind::Event, "Name", "payload", 7}, {FrameKind::Event, "B", "", 0}};
+        {FrameKind::Handshake, "", "", 0}, {FrameKind::Event, "Name", "payload", 7}, {FrameKind::Event, "B", "", 0}};
     for (std::size_t split = 0; split <= stream.size(); ++split) {
         const std::string_view whole(stream);
         EXPECT_EQ(DecodeInPieces({whole.substr(0, split), whole.substr(split)}), expected) << "split at " << split;
@@ -75,8 +75,8 @@ TEST(FrameTest, AStreamIsReadWhereverItIsSplitOnce) {
 }
 
 TEST(FrameTest, AStreamIsReadWhereverItIsSplitTwice) {
-    const std::string stream = *EncodeEvent(L"Name", L"payload", 7) + EncodeGreeting();
-    const std::vector<Frame> expected{{FrameKind::Event, "Name", "payload", 7}, {FrameKind::Greeting, "", "", 0}};
+    const std::string stream = *EncodeEvent(L"Name", L"payload", 7) + EncodeHandshake();
+    const std::vector<Frame> expected{{FrameKind::Event, "Name", "payload", 7}, {FrameKind::Handshake, "", "", 0}};
     const std::string_view whole(stream);
     for (std::size_t first = 0; first <= stream.size(); ++first) {
         for (std::size_t second = first; second <= stream.size(); ++second) {
@@ -89,7 +89,7 @@ TEST(FrameTest, AStreamIsReadWhereverItIsSplitTwice) {
 }
 
 TEST(FrameTest, AStreamIsReadByteByByte) {
-    const std::string stream = EncodeGreeting() + *EncodeEvent(L"Name", L"payload", 7);
+    const std::string stream = EncodeHandshake() + *EncodeEvent(L"Name", L"payload", 7);
     std::vector<std::string_view> pieces;
     for (std::size_t index = 0; index < stream.size(); ++index) {
         pieces.push_back(std::string_view(stream).substr(index, 1));

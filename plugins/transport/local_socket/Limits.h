@@ -25,7 +25,7 @@ inline constexpr std::chrono::milliseconds handlerPatience{2000};
 /// What one end allows its peers. Tests make them small.
 struct Limits {
     /// From the connection to the peer's whole greeting.
-    std::chrono::milliseconds greeting{5000};
+    std::chrono::milliseconds handshake{5000};
     /// Without a byte in the middle of a frame.
     std::chrono::milliseconds stall{5000};
     /// At the end of a transmitter: until its peers have taken what was sent to them.

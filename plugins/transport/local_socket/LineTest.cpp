@@ -13,15 +13,15 @@
 
 namespace {
 
-using local_socket::ClientEnd;
-using local_socket::EngineEnd;
+using local_socket::Client;
+using local_socket::Server;
 
 using Payloads = std::vector<std::wstring>;
 
 class LineTest : public LineFixture {};
 
 /// Waits until the client has noticed the end of the engine.
-void WaitUntilDisconnected(const ClientEnd& client) {
+void WaitUntilDisconnected(const Client& client) {
     const auto end = std::chrono::steady_clock::now() + test_support::patience;
     while (client.IsConnected() && std::chrono::steady_clock::now() < end) {
         std::this_thread::yield();
@@ -29,7 +29,7 @@ void WaitUntilDisconnected(const ClientEnd& client) {
 }
 
 /// On a loaded machine a pipe may stay busy for longer than one attempt to connect.
-bool SendInTime(ClientEnd& client, const std::wstring& eventName, const std::wstring& payload) {
+bool SendInTime(Client& client, const std::wstring& eventName, const std::wstring& payload) {
     const auto end = std::chrono::steady_clock::now() + test_support::patience;
     bool isSent = false;
     do {
@@ -39,7 +39,7 @@ bool SendInTime(ClientEnd& client, const std::wstring& eventName, const std::wst
 }
 
 /// Sends a request and waits for its response: everything sent before has then arrived.
-void AskAndWait(ClientEnd& client) {
+void AskAndWait(Client& client) {
     RecordingHandler answer;
     client.AddEventHandler(L"Answer", &answer);
     EXPECT_TRUE(client.SendEvent(L"Ask", L""));
@@ -55,8 +55,8 @@ TEST_F(LineTest, AnEventReachesTheEngineAndItsAnswerTheFrontEndThatAsked) {
         EXPECT_TRUE(engine->SendEventTo(engine->CurrentPeer(), L"Answer", L"to " + payload));
     });
     engine->AddEventHandler(L"Ask", &request);
-    const auto asking = Client();
-    const auto other = Client();
+    const auto asking = MakeClient();
+    const auto other = MakeClient();
     RecordingHandler answer;
     RecordingHandler stray;
     asking->AddEventHandler(L"Answer", &answer);
@@ -74,8 +74,8 @@ TEST_F(LineTest, AnEventReachesTheEngineAndItsAnswerTheFrontEndThatAsked) {
 
 TEST_F(LineTest, AnEventOfTheEngineReachesEveryFrontEnd) {
     const auto engine = Engine();
-    const auto first = Client();
-    const auto second = Client();
+    const auto first = MakeClient();
+    const auto second = MakeClient();
     RecordingHandler atFirst;
     RecordingHandler atSecond;
     first->AddEventHandler(L"UpdateProgress", &atFirst);
@@ -96,7 +96,7 @@ TEST_F(LineTest, EventsArriveInOrder) {
     const auto engine = Engine();
     RecordingHandler handler;
     engine->AddEventHandler(L"Number", &handler);
-    const auto client = Client();
+    const auto client = MakeClient();
     Payloads expected;
     for (int number = 0; number < count; ++number) {
         expected.push_back(std::to_wstring(number));
@@ -111,7 +111,7 @@ TEST_F(LineTest, EveryTextArrivesUnchanged) {
     RecordingHandler handler;
     const std::wstring name = L"N\u00e4me" + std::wstring(1, static_cast<wchar_t>(0xDC80));
     engine->AddEventHandler(name, &handler);
-    const auto client = Client();
+    const auto client = MakeClient();
     const Payloads texts{L"", std::wstring(L"a\0b", 3), L"\U0001f600",
                          std::wstring(1, static_cast<wchar_t>(0xD800)) + L"x",
                          L"x" + std::wstring(1, static_cast<wchar_t>(0xDCFF))};
@@ -130,7 +130,7 @@ TEST_F(LineTest, APayloadOf20MegabytesArrivesUnchanged) {
     RecordingHandler request(
         [&](const std::wstring&) { EXPECT_TRUE(engine->SendEventTo(engine->CurrentPeer(), L"Answer", payload)); });
     engine->AddEventHandler(L"Ask", &request);
-    const auto client = Client();
+    const auto client = MakeClient();
     RecordingHandler answer;
     client->AddEventHandler(L"Answer", &answer);
     EXPECT_TRUE(client->SendEvent(L"Ask", L""));
@@ -147,7 +147,7 @@ TEST_F(LineTest, AnEventThatIsTooBigIsRefusedWithALogLine) {
 }
 
 TEST_F(LineTest, WithoutAnEngineNothingIsSentAndNothingIsLogged) {
-    const auto client = Client();
+    const auto client = MakeClient();
     EXPECT_FALSE(client->IsConnected());
     EXPECT_FALSE(client->SendEvent(L"Ask", L""));
     EXPECT_EQ(log.lines.All(), Payloads{});
@@ -155,7 +155,7 @@ TEST_F(LineTest, WithoutAnEngineNothingIsSentAndNothingIsLogged) {
 
 TEST_F(LineTest, AFrontEndSeesTheEngineGoAndFindsANewOneWhenItSends) {
     auto engine = Engine();
-    const auto client = Client();
+    const auto client = MakeClient();
     EXPECT_TRUE(client->IsConnected());
     engine.reset();
     WaitUntilDisconnected(*client);
@@ -172,7 +172,7 @@ TEST_F(LineTest, AFrontEndSeesTheEngineGoAndFindsANewOneWhenItSends) {
 }
 
 TEST_F(LineTest, AFrontEndMayBeThereBeforeTheEngine) {
-    const auto client = Client();
+    const auto client = MakeClient();
     const auto engine = Engine();
     RecordingHandler request;
     engine->AddEventHandler(L"Ask", &request);
@@ -186,7 +186,7 @@ TEST_F(LineTest, WhatAFrontEndSentBeforeItWentArrives) {
     RecordingHandler request;
     engine->AddEventHandler(L"Ask", &request);
     for (int number = 0; number < 20; ++number) {
-        const auto client = Client();
+        const auto client = MakeClient();
         EXPECT_TRUE(engine->SendEvent(L"UpdateProgress", L"not taken"));
         EXPECT_TRUE(client->PostEvent(L"Ask", L"bye"));
     }
@@ -199,7 +199,7 @@ TEST_F(LineTest, APeerThatIsGoneGetsNoAnswer) {
     std::promise<EventTransmitterExtension::Peer> sender;
     RecordingHandler request([&](const std::wstring&) { sender.set_value(engine->CurrentPeer()); });
     engine->AddEventHandler(L"Ask", &request);
-    auto client = Client();
+    auto client = MakeClient();
     EXPECT_TRUE(client->SendEvent(L"Ask", L""));
     const EventTransmitterExtension::Peer peer = sender.get_future().get();
     EXPECT_TRUE(engine->SendEventTo(peer, L"Answer", L""));
@@ -221,7 +221,7 @@ TEST_F(LineTest, ASecondEngineOfTheSameNameIsRefused) {
     const Payloads lines = log.lines.All();
     ASSERT_EQ(lines.size(), 1u) << testing::PrintToString(lines);
     EXPECT_NE(lines[0].find(L"another engine listens there"), std::wstring::npos) << testing::PrintToString(lines);
-    EXPECT_TRUE(Client()->IsConnected());
+    EXPECT_TRUE(MakeClient()->IsConnected());
     first.reset();
     EXPECT_TRUE(Engine());
 }
@@ -235,7 +235,7 @@ TEST_F(LineTest, FiftyFrontEndsAtOnceAreAllAnswered) {
     std::vector<std::future<Payloads>> clients;
     for (int number = 0; number < 50; ++number) {
         clients.push_back(std::async(std::launch::async, [this, number] {
-            const auto client = Client();
+            const auto client = MakeClient();
             RecordingHandler answer;
             client->AddEventHandler(L"Answer", &answer);
             EXPECT_TRUE(SendInTime(*client, L"Ask", std::to_wstring(number)));
@@ -253,9 +253,9 @@ TEST_F(LineTest, FiftyFrontEndsAtOnceAreAllAnswered) {
 TEST_F(LineTest, MoreFrontEndsThanAllowedAreToldThatTheEngineIsBusy) {
     limits.peers = 2;
     const auto engine = Engine();
-    const auto first = Client();
-    auto second = Client();
-    const auto third = Client();
+    const auto first = MakeClient();
+    auto second = MakeClient();
+    const auto third = MakeClient();
     EXPECT_TRUE(first->IsConnected());
     EXPECT_FALSE(third->IsConnected());
     for (int attempt = 0; attempt < 20; ++attempt) {
@@ -273,8 +273,8 @@ TEST_F(LineTest, MoreFrontEndsThanAllowedAreToldThatTheEngineIsBusy) {
 TEST_F(LineTest, AFrontEndThatWasTurnedAwayIsTakenWhenThereIsRoom) {
     limits.peers = 1;
     const auto engine = Engine();
-    auto first = Client();
-    const auto second = Client();
+    auto first = MakeClient();
+    const auto second = MakeClient();
     EXPECT_TRUE(second->IsBusy());
     first.reset();
     const test_support::Deadline deadline("room for the second front end");
@@ -295,12 +295,12 @@ TEST_F(LineTest, AFrontEndThatTakesNothingIsDroppedAndHoldsUpNobody) {
         [&](const std::wstring&) { EXPECT_TRUE(engine->SendEventTo(engine->CurrentPeer(), L"Answer", L"")); });
     engine->AddEventHandler(L"Ask", &request);
 
-    const auto slow = Client();
+    const auto slow = MakeClient();
     std::promise<void> release;
     const std::shared_future<void> released = release.get_future().share();
     RecordingHandler stuck([&](const std::wstring&) { released.wait(); });
     slow->AddEventHandler(L"Big", &stuck);
-    const auto quick = Client();
+    const auto quick = MakeClient();
     RecordingHandler taken;
     quick->AddEventHandler(L"Big", &taken);
 
@@ -330,7 +330,7 @@ TEST_F(LineTest, AHandlerMaySendAndChangeHandlers) {
         EXPECT_TRUE(engine->SendEvent(L"Answer", L"from the handler"));
     });
     engine->AddEventHandler(L"First", &first);
-    const auto client = Client();
+    const auto client = MakeClient();
     RecordingHandler answer;
     client->AddEventHandler(L"Answer", &answer);
     EXPECT_TRUE(client->SendEvent(L"First", L"1"));
@@ -351,7 +351,7 @@ TEST_F(LineTest, AHandlerThatThrowsIsLoggedAndTheNextEventIsDelivered) {
         }
     });
     engine->AddEventHandler(L"Ask", &request);
-    const auto client = Client();
+    const auto client = MakeClient();
     EXPECT_TRUE(client->SendEvent(L"Ask", L"bad"));
     EXPECT_TRUE(client->SendEvent(L"Ask", L"good"));
     EXPECT_EQ(request.payloads.WaitFor(2), (Payloads{L"bad", L"good"}));
@@ -363,7 +363,7 @@ TEST_F(LineTest, AHandlerThatThrowsIsLoggedAndTheNextEventIsDelivered) {
 
 TEST_F(LineTest, WhatWasSentBeforeTheEndArrives) {
     auto engine = Engine();
-    const auto client = Client();
+    const auto client = MakeClient();
     RecordingHandler atClient;
     client->AddEventHandler(L"Answer", &atClient);
     const std::wstring large(std::size_t{4} << 20, L'x'); // more than the system takes at once
@@ -378,7 +378,7 @@ TEST_F(LineTest, WhoDoesNotTakeItDoesNotHoldUpTheEnd) {
     limits.drain = std::chrono::milliseconds(20);
     limits.undeliveredBytes = 1;
     auto engine = Engine();
-    const auto client = Client();
+    const auto client = MakeClient();
     std::promise<void> release;
     RecordingHandler atClient([&](const std::wstring&) { release.get_future().wait(); });
     client->AddEventHandler(L"Answer", &atClient);
@@ -394,7 +394,7 @@ TEST_F(LineTest, WhoDoesNotTakeItDoesNotHoldUpTheEnd) {
 
 TEST_F(LineTest, AStoppedEndSendsNothing) {
     const auto engine = Engine();
-    const auto client = Client();
+    const auto client = MakeClient();
     EXPECT_TRUE(client->Stop(test_support::patience));
     EXPECT_FALSE(client->SendEvent(L"Ask", L""));
     EXPECT_FALSE(client->IsConnected());
@@ -405,7 +405,7 @@ TEST_F(LineTest, AStoppedEndSendsNothing) {
 
 TEST_F(LineTest, AHandlerMaySendWhileItsEndIsDestroyed) {
     auto engine = Engine();
-    EngineEnd& ending = *engine; // as handlers know it
+    Server& ending = *engine; // as handlers know it
     std::promise<void> started;
     std::promise<bool> sent;
     RecordingHandler request([&](const std::wstring&) {
@@ -419,7 +419,7 @@ TEST_F(LineTest, AHandlerMaySendWhileItsEndIsDestroyed) {
         sent.set_value(ending.SendEvent(L"Answer", L""));
     });
     engine->AddEventHandler(L"Ask", &request);
-    const auto client = Client();
+    const auto client = MakeClient();
     ASSERT_TRUE(client->PostEvent(L"Ask", L""));
     started.get_future().wait();
     engine.reset();
@@ -435,7 +435,7 @@ TEST_F(LineTest, StoppingDoesNotWaitForAHandlerForEver) {
         release.get_future().wait();
     });
     engine->AddEventHandler(L"Ask", &request);
-    const auto client = Client();
+    const auto client = MakeClient();
     ASSERT_TRUE(client->PostEvent(L"Ask", L""));
     started.get_future().wait();
     EXPECT_FALSE(engine->Stop(std::chrono::milliseconds(1)));

@@ -14,9 +14,9 @@
 #include "platform/system/NeverDestroyed.h"
 #include "services/ResponseTimeout.h"
 #include "text/Text.h"
-#include "transport/local_socket/ClientEnd.h"
-#include "transport/local_socket/EngineEnd.h"
+#include "transport/local_socket/Client.h"
 #include "transport/local_socket/ProcessEnd.h"
+#include "transport/local_socket/Server.h"
 #include "transport/local_socket/TransmitterId.h"
 
 namespace local_socket {
@@ -45,24 +45,24 @@ private:
 
 /// A front end waits for the greeting of an engine as long as for any answer; even one that does not want to wait lets
 /// an engine on a busy machine come to it.
-Limits FrontEndLimits() {
+Limits ClientLimits() {
     constexpr std::chrono::milliseconds shortest{5000};
     Limits limits;
-    limits.greeting = std::max<std::chrono::milliseconds>(response_patience::FromEnvironment(), shortest);
+    limits.handshake = std::max<std::chrono::milliseconds>(response_patience::FromEnvironment(), shortest);
     return limits;
 }
 
 /// Null, and `problem` says why, when there is none.
 std::unique_ptr<SocketTransmitter> MakeTransmitter(const TransmitterId& id, std::wstring& problem) {
     if (id.end == End::Client) {
-        return std::make_unique<ClientEnd>(id.name, MakeLocalNetwork(Log), FrontEndLimits(), Log);
+        return std::make_unique<Client>(id.name, MakeLocalNetwork(Log), ClientLimits(), Log);
     }
     const auto last = std::make_shared<LastLine>();
     const Network::Log log = [last](const std::wstring& message) {
         last->Set(message);
         Log(message);
     };
-    std::unique_ptr<SocketTransmitter> engine = EngineEnd::Listen(id.name, MakeLocalNetwork(log), Limits{}, log);
+    std::unique_ptr<SocketTransmitter> engine = Server::Listen(id.name, MakeLocalNetwork(log), Limits{}, log);
     problem = engine ? std::wstring() : last->Get();
     return engine;
 }

@@ -14,18 +14,18 @@
 #include "kit/doubles/RecordingHandler.h"
 #include "kit/local_socket/EndpointNames.h"
 #include "kit/local_socket/RecordingLog.h"
-#include "transport/local_socket/ClientEnd.h"
-#include "transport/local_socket/EngineEnd.h"
+#include "transport/local_socket/Client.h"
 #include "transport/local_socket/Frame.h"
+#include "transport/local_socket/Server.h"
 
 namespace {
 
-using local_socket::ClientEnd;
+using local_socket::Client;
 using local_socket::EncodeEvent;
-using local_socket::EncodeGreeting;
-using local_socket::EngineEnd;
+using local_socket::EncodeHandshake;
 using local_socket::Limits;
 using local_socket::MakeLocalNetwork;
+using local_socket::Server;
 
 using namespace std::string_literals;
 
@@ -113,12 +113,12 @@ private:
 
 class RawPeerTest : public testing::Test {
 protected:
-    std::unique_ptr<EngineEnd> Engine() {
-        return EngineEnd::Listen(place, MakeLocalNetwork(log.Function()), limits, log.Function());
+    std::unique_ptr<Server> Engine() {
+        return Server::Listen(place, MakeLocalNetwork(log.Function()), limits, log.Function());
     }
 
-    std::unique_ptr<ClientEnd> Client() {
-        return std::make_unique<ClientEnd>(place, MakeLocalNetwork(log.Function()), limits, log.Function());
+    std::unique_ptr<Client> MakeClient() {
+        return std::make_unique<Client>(place, MakeLocalNetwork(log.Function()), limits, log.Function());
     }
 
     /// Waits for the only line of the log, and compares its reason.
@@ -161,12 +161,12 @@ TEST_F(RawPeerTest, APeerOfAnotherVersionIsToldOursAndClosed) {
     const auto engine = Engine();
     RawPeer peer(place);
     peer.Send("CCev\7\0\1\0\0\0\0\0\0\0\0\0"s);
-    EXPECT_EQ(peer.ReceiveUntilClosed(), EncodeGreeting());
+    EXPECT_EQ(peer.ReceiveUntilClosed(), EncodeHandshake());
     ExpectLogged(L"was dropped: it speaks version 7 of the protocol, this program version 2");
 }
 
 TEST_F(RawPeerTest, APeerThatSendsNothingIsClosed) {
-    limits.greeting = std::chrono::milliseconds(20);
+    limits.handshake = std::chrono::milliseconds(20);
     const auto engine = Engine();
     RawPeer peer(place);
     EXPECT_EQ(peer.ReceiveUntilClosed(), "");
@@ -177,15 +177,15 @@ TEST_F(RawPeerTest, APeerThatStopsInTheMiddleOfAnEventIsClosed) {
     limits.stall = std::chrono::milliseconds(20);
     const auto engine = Engine();
     RawPeer peer(place);
-    peer.Send(EncodeGreeting() + EncodeEvent(L"A", L"payload")->substr(0, 20));
-    EXPECT_EQ(peer.ReceiveUntilClosed(), EncodeGreeting());
+    peer.Send(EncodeHandshake() + EncodeEvent(L"A", L"payload")->substr(0, 20));
+    EXPECT_EQ(peer.ReceiveUntilClosed(), EncodeHandshake());
     ExpectLogged(L"was dropped: it stopped in the middle of an event for 20 ms.");
 }
 
 TEST_F(RawPeerTest, APeerThatGoesInTheMiddleOfAnEventIsLogged) {
     const auto engine = Engine();
     RawPeer peer(place);
-    peer.Send(EncodeGreeting() + EncodeEvent(L"A", L"payload")->substr(0, 20));
+    peer.Send(EncodeHandshake() + EncodeEvent(L"A", L"payload")->substr(0, 20));
     peer.Close();
     ExpectLogged(L"was dropped: it went in the middle of an event.");
 }
@@ -193,7 +193,7 @@ TEST_F(RawPeerTest, APeerThatGoesInTheMiddleOfAnEventIsLogged) {
 TEST_F(RawPeerTest, APeerThatSendsAnEventOverTheLimitIsClosedBeforeItIsRead) {
     const auto engine = Engine();
     RawPeer peer(place);
-    peer.Send(EncodeGreeting() + "CCev\2\0\2\0\1\0\0\0\1\0\0\x10\0\0\0\0\0\0\0\0"s);
+    peer.Send(EncodeHandshake() + "CCev\2\0\2\0\1\0\0\0\1\0\0\x10\0\0\0\0\0\0\0\0"s);
     peer.ReceiveUntilClosed();
     ExpectLogged(L"was dropped: it sent an event over 268435456 bytes.");
 }
@@ -203,7 +203,7 @@ TEST_F(RawPeerTest, APeerThatSendsBytesThatAreNoTextIsClosed) {
     RecordingHandler request;
     engine->AddEventHandler(L"A", &request);
     RawPeer peer(place);
-    peer.Send(EncodeGreeting() + "CCev\2\0\2\0\1\0\0\0\1\0\0\0\0\0\0\0\0\0\0\0A\xFF"s);
+    peer.Send(EncodeHandshake() + "CCev\2\0\2\0\1\0\0\0\1\0\0\0\0\0\0\0\0\0\0\0A\xFF"s);
     peer.ReceiveUntilClosed();
     ExpectLogged(L"was dropped: it sent bytes that are no text.");
     engine->AddEventHandler(L"A", nullptr);
@@ -216,8 +216,8 @@ TEST_F(RawPeerTest, BadPeersDisturbNobody) {
     engine->AddEventHandler(L"Go", &request);
     const RawPeer silent(place);
     RawPeer half(place);
-    half.Send(EncodeGreeting() + EncodeEvent(L"A", L"payload")->substr(0, 20));
-    const auto client = Client();
+    half.Send(EncodeHandshake() + EncodeEvent(L"A", L"payload")->substr(0, 20));
+    const auto client = MakeClient();
     RecordingHandler answer;
     client->AddEventHandler(L"Yes", &answer);
     EXPECT_TRUE(client->SendEvent(L"Go", L""));
@@ -227,17 +227,17 @@ TEST_F(RawPeerTest, BadPeersDisturbNobody) {
 }
 
 TEST_F(RawPeerTest, AnEngineThatDoesNotGreetIsNoEngine) {
-    limits.greeting = std::chrono::milliseconds(20);
+    limits.handshake = std::chrono::milliseconds(20);
     const RawPeer engine(place, "");
-    const auto client = Client();
+    const auto client = MakeClient();
     EXPECT_FALSE(client->IsConnected());
     ExpectLogged(L"The connection to the engine was closed: it does not answer: no greeting within 20 ms.");
 }
 
 TEST_F(RawPeerTest, AnEngineThatDoesNotGreetIsWaitedForOnceByTheOneWhoMadeTheEndAndConnects) {
-    limits.greeting = std::chrono::milliseconds(20);
+    limits.handshake = std::chrono::milliseconds(20);
     const RawPeer engine(place, "");
-    const auto client = Client();
+    const auto client = MakeClient();
     std::wstring problem;
     EXPECT_FALSE(client->Connect(problem));
     EXPECT_EQ(problem, L"it does not answer: no greeting within 20 ms");
@@ -249,7 +249,7 @@ TEST_F(RawPeerTest, AnEngineThatDoesNotGreetIsWaitedForOnceByTheOneWhoMadeTheEnd
 
 TEST_F(RawPeerTest, AnEngineOfAnotherVersionIsNoEngine) {
     const RawPeer engine(place, "CCev\1\0\1\0\0\0\0\0\0\0\0\0"s);
-    const auto client = Client();
+    const auto client = MakeClient();
     EXPECT_FALSE(client->IsConnected());
     ExpectLogged(
         L"The connection to the engine was closed: it speaks version 1 of the protocol, this program version 2");

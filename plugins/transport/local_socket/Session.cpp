@@ -55,11 +55,11 @@ Session::Session(Peer peerNumber, Role ownRole, Network& ownNetwork, std::unique
       network(ownNetwork), deadline(ownNetwork.MakeTimer()) {}
 
 void Session::Start() {
-    deadline->Start(limits.greeting, [self = shared_from_this()] {
-        self->Close(L"it does not answer: no greeting within " + Milliseconds(self->limits.greeting));
+    deadline->Start(limits.handshake, [self = shared_from_this()] {
+        self->Close(L"it does not answer: no greeting within " + Milliseconds(self->limits.handshake));
     });
-    if (role == Role::Front) {
-        Send(std::make_shared<const std::string>(EncodeGreeting()));
+    if (role == Role::Client) {
+        Send(std::make_shared<const std::string>(EncodeHandshake()));
     }
     ContinueRead();
 }
@@ -113,7 +113,7 @@ void Session::TurnAway(std::uint64_t served) {
 
 void Session::Finish() {
     isFinishing = true;
-    if (!isGreeted || outgoing.empty()) {
+    if (!isHandshakeDone || outgoing.empty()) {
         Close(L"");
     }
 }
@@ -174,7 +174,7 @@ void Session::TakeFrame(Frame frame) {
     if (isClosed || isFinishing) {
         return;
     }
-    if (!isGreeted) {
+    if (!isHandshakeDone) {
         TakeFirstFrame(frame);
     } else if (frame.kind == FrameKind::Event) {
         undelivered += CostOf(frame);
@@ -187,9 +187,9 @@ void Session::TakeFrame(Frame frame) {
 }
 
 void Session::TakeFirstFrame(const Frame& frame) {
-    if (frame.kind == FrameKind::Greeting) {
-        TakeGreeting();
-    } else if (frame.kind == FrameKind::Busy && role == Role::Front) {
+    if (frame.kind == FrameKind::Handshake) {
+        TakeHandshake();
+    } else if (frame.kind == FrameKind::Busy && role == Role::Client) {
         wasTurnedAway = true;
         Close(BusyReason(frame.number));
     } else {
@@ -199,7 +199,7 @@ void Session::TakeFirstFrame(const Frame& frame) {
 
 /// One for an event that is not waited for any more comes too late and means nothing.
 void Session::TakeAcknowledgement(EventNumber number) {
-    if (role == Role::Engine) {
+    if (role == Role::Server) {
         Close(L"it acknowledged an event, which only an engine does");
     } else {
         EndOf(number, Outcome::Acknowledged);
@@ -213,26 +213,26 @@ void Session::EndOf(EventNumber number, Outcome outcome) {
     }
 }
 
-void Session::TakeGreeting() {
-    isGreeted = true;
+void Session::TakeHandshake() {
+    isHandshakeDone = true;
     deadline->Cancel();
-    if (role == Role::Engine) {
-        Send(std::make_shared<const std::string>(EncodeGreeting()));
+    if (role == Role::Server) {
+        Send(std::make_shared<const std::string>(EncodeHandshake()));
     }
-    owner.OnGreeted(*this);
+    owner.OnHandshake(*this);
 }
 
 void Session::Refuse(FrameRefusal refusal) {
-    if (refusal == FrameRefusal::OtherVersion && role == Role::Engine && !isGreeted) {
+    if (refusal == FrameRefusal::OtherVersion && role == Role::Server && !isHandshakeDone) {
         // So that the front end can tell its user which version is wanted here.
-        Send(std::make_shared<const std::string>(EncodeGreeting()));
+        Send(std::make_shared<const std::string>(EncodeHandshake()));
     }
     Close(ReasonOf(refusal, decoder.PeerVersion()));
 }
 
 /// In the middle of a frame the rest must come. The time to greet runs on, whatever comes.
 void Session::WatchTheFrame() {
-    if (!isGreeted) {
+    if (!isHandshakeDone) {
         return;
     }
     if (!decoder.IsWithinFrame()) {

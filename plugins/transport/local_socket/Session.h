@@ -22,7 +22,7 @@ class Session;
 class SessionObserver {
 public:
     /// The peer has greeted: events may go to it, and come from it.
-    virtual void OnGreeted(Session& session) = 0;
+    virtual void OnHandshake(Session& session) = 0;
     /// An event came. The owner calls `Session::EventHandled` when it is done with it.
     virtual void OnEvent(Session& session, Frame event) = 0;
     /// The session is over, once. `reason` is empty when the peer just went.
@@ -54,7 +54,7 @@ public:
     /// Called once, with the network's lock held.
     using Settle = std::function<void(Outcome)>;
     /// Who greets first.
-    enum class Role : std::int32_t { Front, Engine };
+    enum class Role : std::int32_t { Client, Server };
 
     Session(Peer peer, Role role, Network& network, std::unique_ptr<Channel> channel, const Limits& limits,
             SessionObserver& owner);
@@ -91,7 +91,7 @@ public:
     /// Front end: true when the engine had no room for it.
     bool WasTurnedAway() const { return wasTurnedAway; }
     /// True between the greetings and the end.
-    bool IsOpen() const { return isGreeted && !isClosed; }
+    bool IsOpen() const { return isHandshakeDone && !isClosed; }
 
 private:
     struct Awaited {
@@ -104,7 +104,7 @@ private:
     void Take(std::string_view bytes);
     void TakeFrame(Frame frame);
     void TakeFirstFrame(const Frame& frame);
-    void TakeGreeting();
+    void TakeHandshake();
     void TakeAcknowledgement(EventNumber number);
     void Refuse(FrameRefusal refusal);
     void WatchTheFrame();
@@ -120,7 +120,7 @@ private:
     Network& network;
     const std::unique_ptr<Timer> deadline;
 
-    bool isGreeted = false;
+    bool isHandshakeDone = false;
     bool isClosed = false;
     bool wasTurnedAway = false;
     bool isFinishing = false;

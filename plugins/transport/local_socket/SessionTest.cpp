@@ -15,7 +15,7 @@ namespace {
 using local_socket::EncodeAcknowledgement;
 using local_socket::EncodeBusy;
 using local_socket::EncodeEvent;
-using local_socket::EncodeGreeting;
+using local_socket::EncodeHandshake;
 using local_socket::Frame;
 using local_socket::Limits;
 using local_socket::Outcome;
@@ -28,7 +28,7 @@ using namespace std::string_literals;
 
 Limits SmallLimits() {
     Limits limits;
-    limits.greeting = 5s;
+    limits.handshake = 5s;
     limits.stall = 3s;
     limits.acknowledgement = 20s;
     limits.outgoingBytes = 2000;
@@ -59,14 +59,14 @@ protected:
     }
 
     void BeginOpenEngine() {
-        Begin(Session::Role::Engine);
-        peer.Receive(EncodeGreeting());
+        Begin(Session::Role::Server);
+        peer.Receive(EncodeHandshake());
         peer.written.clear();
     }
 
     void BeginOpenFront() {
-        Begin(Session::Role::Front);
-        peer.Receive(EncodeGreeting());
+        Begin(Session::Role::Client);
+        peer.Receive(EncodeHandshake());
         peer.written.clear();
         happened.clear();
     }
@@ -78,7 +78,7 @@ protected:
         });
     }
 
-    void OnGreeted(Session&) override { happened.emplace_back(L"greeted"); }
+    void OnHandshake(Session&) override { happened.emplace_back(L"greeted"); }
     void OnEvent(Session&, Frame event) override {
         happened.push_back(L"event " + std::wstring(event.name.begin(), event.name.end()));
         unhandled.push_back(std::move(event));
@@ -94,25 +94,25 @@ protected:
 };
 
 TEST_F(SessionTest, AFrontEndGreetsFirst) {
-    Begin(Session::Role::Front);
-    EXPECT_EQ(peer.written, EncodeGreeting());
+    Begin(Session::Role::Client);
+    EXPECT_EQ(peer.written, EncodeHandshake());
     EXPECT_FALSE(session->IsOpen());
-    peer.Receive(EncodeGreeting());
+    peer.Receive(EncodeHandshake());
     EXPECT_TRUE(session->IsOpen());
     EXPECT_EQ(happened, Happened{L"greeted"});
 }
 
 TEST_F(SessionTest, AnEngineAnswersTheGreeting) {
-    Begin(Session::Role::Engine);
+    Begin(Session::Role::Server);
     EXPECT_EQ(peer.written, "");
-    peer.Receive(EncodeGreeting());
-    EXPECT_EQ(peer.written, EncodeGreeting());
+    peer.Receive(EncodeHandshake());
+    EXPECT_EQ(peer.written, EncodeHandshake());
     EXPECT_TRUE(session->IsOpen());
 }
 
 TEST_F(SessionTest, EventsComeInOrderAlsoWithTheGreeting) {
-    Begin(Session::Role::Engine);
-    peer.Receive(EncodeGreeting() + Event(L"A") + Event(L"B"));
+    Begin(Session::Role::Server);
+    peer.Receive(EncodeHandshake() + Event(L"A") + Event(L"B"));
     peer.Receive(Event(L"C"));
     EXPECT_EQ(happened, (Happened{L"greeted", L"event A", L"event B", L"event C"}));
 }
@@ -138,7 +138,7 @@ TEST_F(SessionTest, OneThatHasNothingToSendIsFinishedAtOnce) {
 }
 
 TEST_F(SessionTest, AFrontEndWithoutRoomIsToldAndClosed) {
-    session = std::make_shared<Session>(7, Session::Role::Engine, network, FakeNetwork::ChannelTo(peer), SmallLimits(),
+    session = std::make_shared<Session>(7, Session::Role::Server, network, FakeNetwork::ChannelTo(peer), SmallLimits(),
                                         *this);
     session->TurnAway(256);
     EXPECT_EQ(peer.written, EncodeBusy(256));
@@ -148,13 +148,13 @@ TEST_F(SessionTest, AFrontEndWithoutRoomIsToldAndClosed) {
 }
 
 TEST_F(SessionTest, AFrontEndThatIsTurnedAwayLearnsWhyAndWhatToDo) {
-    Begin(Session::Role::Front);
+    Begin(Session::Role::Client);
     peer.Receive(EncodeBusy(256));
     EXPECT_TRUE(session->WasTurnedAway());
     EXPECT_TRUE(peer.isClosed);
     EXPECT_EQ(happened, Happened{L"closed: it is busy: 256 front ends are connected, as many as it serves at a time; "
                                  L"end some of them, or try again later"});
-    Begin(Session::Role::Front);
+    Begin(Session::Role::Client);
     peer.Receive(EncodeBusy(0));
     EXPECT_TRUE(session->WasTurnedAway());
     EXPECT_EQ(happened.back(), L"closed: it is busy: the system gives it no more open files; end some front ends, or "
@@ -162,7 +162,7 @@ TEST_F(SessionTest, AFrontEndThatIsTurnedAwayLearnsWhyAndWhatToDo) {
 }
 
 TEST_F(SessionTest, OnlyAnEngineIsBusyAndOnlyBeforeItsGreeting) {
-    Begin(Session::Role::Engine);
+    Begin(Session::Role::Server);
     peer.Receive(EncodeBusy(1));
     EXPECT_EQ(happened, Happened{L"closed: it sent an event before its greeting"});
     BeginOpenFront();
@@ -172,7 +172,7 @@ TEST_F(SessionTest, OnlyAnEngineIsBusyAndOnlyBeforeItsGreeting) {
 }
 
 TEST_F(SessionTest, APeerThatSendsNothingIsClosed) {
-    Begin(Session::Role::Engine);
+    Begin(Session::Role::Server);
     network.Advance(4999ms);
     EXPECT_FALSE(peer.isClosed);
     network.Advance(1ms);
@@ -181,9 +181,9 @@ TEST_F(SessionTest, APeerThatSendsNothingIsClosed) {
 }
 
 TEST_F(SessionTest, BytesOfAGreetingDoNotMakeItsTimeLonger) {
-    Begin(Session::Role::Engine);
+    Begin(Session::Role::Server);
     network.Advance(3s);
-    peer.Receive(EncodeGreeting().substr(0, 15));
+    peer.Receive(EncodeHandshake().substr(0, 15));
     network.Advance(2s);
     EXPECT_EQ(happened, Happened{L"closed: it does not answer: no greeting within 5000 ms"});
 }
@@ -230,7 +230,7 @@ TEST_F(SessionTest, APeerThatGoesInTheMiddleOfAnEventIsTold) {
 }
 
 TEST_F(SessionTest, GarbageIsClosed) {
-    Begin(Session::Role::Engine);
+    Begin(Session::Role::Server);
     peer.Receive("GET / HTTP/1.1\r\n\r\n");
     EXPECT_TRUE(peer.isClosed);
     EXPECT_EQ(peer.written, "");
@@ -238,22 +238,22 @@ TEST_F(SessionTest, GarbageIsClosed) {
 }
 
 TEST_F(SessionTest, AFrontEndOfAnotherVersionIsToldTheEnginesBeforeItIsClosed) {
-    Begin(Session::Role::Engine);
+    Begin(Session::Role::Server);
     peer.Receive("CCev\1\0\1\0\0\0\0\0\0\0\0\0"s);
-    EXPECT_EQ(peer.written, EncodeGreeting());
+    EXPECT_EQ(peer.written, EncodeHandshake());
     EXPECT_EQ(happened, Happened{L"closed: it speaks version 1 of the protocol, this program version 2; use programs "
                                  L"of the same release"});
 }
 
 TEST_F(SessionTest, AnEventBeforeTheGreetingIsClosed) {
-    Begin(Session::Role::Engine);
+    Begin(Session::Role::Server);
     peer.Receive(Event(L"A"));
     EXPECT_EQ(happened, Happened{L"closed: it sent an event before its greeting"});
 }
 
 TEST_F(SessionTest, ASecondGreetingIsClosedAndNothingBehindItIsTaken) {
     BeginOpenEngine();
-    peer.Receive(EncodeGreeting() + Event(L"A"));
+    peer.Receive(EncodeHandshake() + Event(L"A"));
     EXPECT_EQ(happened, (Happened{L"greeted", L"closed: it greeted twice"}));
 }
 

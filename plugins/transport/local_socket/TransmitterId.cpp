@@ -19,7 +19,7 @@ bool TakePrefix(std::wstring_view& text, std::wstring_view prefix) {
 
 std::optional<End> TakeEnd(std::wstring_view& text) {
     if (TakePrefix(text, L"engine:")) {
-        return End::Engine;
+        return End::Server;
     }
     if (TakePrefix(text, L"client:")) {
         return End::Client;

@@ -7,11 +7,11 @@
 
 namespace local_socket {
 
-enum class End : std::int32_t { Engine, Client };
+enum class End : std::int32_t { Server, Client };
 
 /// What a transmitter id says: which end of the line, and the name of the place where both meet.
 struct TransmitterId {
-    End end = End::Engine;
+    End end = End::Server;
     std::string name;
 
     bool operator==(const TransmitterId&) const = default;

@@ -12,11 +12,11 @@ using local_socket::ParseTransmitterId;
 using local_socket::TransmitterId;
 
 TEST(TransmitterIdTest, SaysTheEndAndTheEndpointAddress) {
-    EXPECT_EQ(ParseTransmitterId(L"engine:host"), (TransmitterId{End::Engine, "host"}));
+    EXPECT_EQ(ParseTransmitterId(L"engine:host"), (TransmitterId{End::Server, "host"}));
     EXPECT_EQ(ParseTransmitterId(L"client:host"), (TransmitterId{End::Client, "host"}));
     EXPECT_EQ(ParseTransmitterId(L"client:AZaz09_.-"), (TransmitterId{End::Client, "AZaz09_.-"}));
     EXPECT_EQ(ParseTransmitterId(L"engine:" + std::wstring(64, L'n')),
-              (TransmitterId{End::Engine, std::string(64, 'n')}));
+              (TransmitterId{End::Server, std::string(64, 'n')}));
 }
 
 TEST(TransmitterIdTest, OtherTextsAreRefused) {

@@ -1,8 +1,8 @@
 #include "CommonControllerLib/EventTransmitter.h"
 #include "CommonControllerLib/Export.h"
-#include "transport/local_socket/ClientEnd.h"
-#include "transport/local_socket/EngineEnd.h"
+#include "transport/local_socket/Client.h"
 #include "transport/local_socket/ProcessEnd.h"
+#include "transport/local_socket/Server.h"
 #include "transport/local_socket/TransmitterId.h"
 
 #include <chrono>
@@ -14,16 +14,16 @@
 
 namespace {
 
-using local_socket::ClientEnd;
-using local_socket::EngineEnd;
+using local_socket::Client;
+using local_socket::Server;
 using local_socket::SocketTransmitter;
 
 std::unique_ptr<SocketTransmitter> MakeEnd(const local_socket::TransmitterId& id) {
     const auto log = [](const std::wstring&) {};
-    if (id.end == local_socket::End::Engine) {
-        return EngineEnd::Listen(id.name, local_socket::MakeLocalNetwork(log), {}, log);
+    if (id.end == local_socket::End::Server) {
+        return Server::Listen(id.name, local_socket::MakeLocalNetwork(log), {}, log);
     }
-    return std::make_unique<ClientEnd>(id.name, local_socket::MakeLocalNetwork(log), local_socket::Limits{}, log);
+    return std::make_unique<Client>(id.name, local_socket::MakeLocalNetwork(log), local_socket::Limits{}, log);
 }
 
 /// A transmitter with the two required operations only: a call of a third one is undefined.

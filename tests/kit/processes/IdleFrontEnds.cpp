@@ -15,7 +15,7 @@ IdleFrontEnds::IdleFrontEnds(const std::wstring& endpointName, std::size_t count
             return;
         }
         const std::lock_guard<std::mutex> guard(network->Lock());
-        connection.channel->Write(greeting.data(), greeting.size(), [](bool, std::size_t) {});
+        connection.channel->Write(handshake.data(), handshake.size(), [](bool, std::size_t) {});
         channels.push_back(std::move(connection.channel));
     }
 }

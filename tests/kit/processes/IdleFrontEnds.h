@@ -14,7 +14,7 @@ public:
     IdleFrontEnds(const std::wstring& endpointName, std::size_t count);
 
 private:
-    const std::string greeting = local_socket::EncodeGreeting();
+    const std::string handshake = local_socket::EncodeHandshake();
     const std::unique_ptr<local_socket::Network> network = local_socket::MakeLocalNetwork([](const std::wstring&) {});
     std::vector<std::unique_ptr<local_socket::Channel>> channels;
 };

@@ -3,7 +3,7 @@
 #include "system/stress/OperationCounts.h"
 #include "system/stress/Rounds.h"
 #include "system/stress/ThreadTeam.h"
-#include "transport/in_process/Line.h"
+#include "transport/in_process/Bus.h"
 
 #include <gtest/gtest.h>
 
@@ -60,8 +60,8 @@ private:
     std::vector<std::unique_ptr<StreamCheck>> broadcasts;
     std::vector<std::unique_ptr<CheckingHandler>> handlers;
     std::vector<in_process::Endpoint*> frontEnds;
-    in_process::Line line;
-    in_process::Endpoint& engine = *line.Engine();
+    in_process::Bus line;
+    in_process::Endpoint& engine = *line.GetServer();
     Echo first{engine, atEngine};
     Echo second{engine, atEngine};
 };
@@ -69,7 +69,7 @@ private:
 LineRound::LineRound(OperationCounts& operationCounts) : counts(operationCounts) {
     engine.AddEventHandler(L"number", &first);
     for (std::uint32_t number = 0; number < frontEndCount; ++number) {
-        frontEnds.push_back(line.FrontEndCalled(Name(L"front", number)));
+        frontEnds.push_back(line.GetClient(Name(L"front", number)));
         for (auto* checks : {&echoes, &broadcasts}) {
             StreamCheck& check = *checks->emplace_back(std::make_unique<StreamCheck>());
             handlers.push_back(std::make_unique<CheckingHandler>(check));
@@ -142,7 +142,7 @@ void LineRound::ChangeHandlers() {
 
 /// A front end that connects late and registers and removes a handler repeatedly.
 void LineRound::JoinLate() {
-    in_process::Endpoint* const late = line.FrontEndCalled(L"late");
+    in_process::Endpoint* const late = line.GetClient(L"late");
     StreamCheck check(StreamCheck::Streams::BegunAnywhere);
     CheckingHandler handler(check);
     late->AddEventHandler(L"broadcast", &handler);
@@ -172,12 +172,12 @@ TEST(LineStressTest, ALineEndsWhileItsHandlersSend) {
     const test_support::Deadline deadline("the end of a line", std::chrono::minutes(5));
     for (int turn = 0; turn < 200; ++turn) {
         StreamCheck check;
-        auto line = std::make_unique<in_process::Line>();
-        in_process::Endpoint& engine = *line->Engine();
+        auto line = std::make_unique<in_process::Bus>();
+        in_process::Endpoint& engine = *line->GetServer();
         Echo echo(engine, check);
         engine.AddEventHandler(L"number", &echo);
         for (std::uint32_t number = 1; number <= 20; ++number) {
-            line->FrontEndCalled(L"one")->PostEvent(L"number", NumberedEvent{L"a", number}.Payload());
+            line->GetClient(L"one")->PostEvent(L"number", NumberedEvent{L"a", number}.Payload());
         }
         line.reset();
         EXPECT_EQ(check.Problems(), std::vector<std::string>());

@@ -4,8 +4,8 @@
 #include "system/stress/OperationCounts.h"
 #include "system/stress/Rounds.h"
 #include "system/stress/ThreadTeam.h"
-#include "transport/local_socket/ClientEnd.h"
-#include "transport/local_socket/EngineEnd.h"
+#include "transport/local_socket/Client.h"
+#include "transport/local_socket/Server.h"
 
 #include <gtest/gtest.h>
 
@@ -17,10 +17,10 @@
 
 namespace {
 
-using local_socket::ClientEnd;
-using local_socket::EngineEnd;
+using local_socket::Client;
 using local_socket::Limits;
 using local_socket::MakeLocalNetwork;
+using local_socket::Server;
 
 constexpr std::uint32_t frontEndCount = 4;
 constexpr std::uint32_t connectionsEach = 4;
@@ -29,7 +29,7 @@ constexpr std::uint32_t eventsEach = 60;
 /// Long timeouts, so that no peer is dropped for being slow.
 Limits PatientLimits() {
     Limits limits;
-    limits.greeting = std::chrono::minutes(4);
+    limits.handshake = std::chrono::minutes(4);
     limits.stall = std::chrono::minutes(4);
     limits.acknowledgement = std::chrono::minutes(4);
     limits.outgoingBytes = std::size_t{1} << 30;
@@ -42,7 +42,7 @@ public:
     explicit Echo(StreamCheck& streamCheck) : check(streamCheck) {}
 
     /// Call before it is registered with an end.
-    void AnswerOver(EngineEnd* ownEnd) { end = ownEnd; }
+    void AnswerOver(Server* ownEnd) { end = ownEnd; }
 
     bool operator()(const std::wstring& payload) override {
         check.Take(payload);
@@ -50,7 +50,7 @@ public:
     }
 
 private:
-    EngineEnd* end = nullptr;
+    Server* end = nullptr;
     StreamCheck& check;
 };
 
@@ -72,11 +72,11 @@ private:
     void StartEngine();
     void EndEngine();
     void RestartEngine();
-    std::unique_ptr<ClientEnd> Client();
+    std::unique_ptr<Client> MakeClient();
     void Talk(std::uint32_t frontEnd, std::uint32_t connection);
     void BreakOff(std::uint32_t frontEnd, std::uint32_t connection);
     void TryToTalk(std::uint32_t frontEnd, std::uint32_t connection);
-    void Send(ClientEnd& client, const std::wstring& stream);
+    void Send(Client& client, const std::wstring& stream);
     void Broadcast();
     void ChangeHandlers();
     void Note(const std::wstring& line);
@@ -89,7 +89,7 @@ private:
     Echo second{atEngine};
     StreamCheck triesAtEngine{StreamCheck::Streams::WithGaps};
     CheckingHandler tryHandler{triesAtEngine};
-    std::unique_ptr<EngineEnd> engine;
+    std::unique_ptr<Server> engine;
     std::uint32_t told = 0;
     std::mutex linesMutex;
     std::vector<std::wstring> lines;
@@ -97,7 +97,7 @@ private:
 
 void SocketRound::StartEngine() {
     const auto log = [this](const std::wstring& line) { Note(line); };
-    engine = EngineEnd::Listen(place, MakeLocalNetwork(log), limits, log);
+    engine = Server::Listen(place, MakeLocalNetwork(log), limits, log);
     ASSERT_TRUE(engine);
     first.AnswerOver(engine.get());
     second.AnswerOver(engine.get());
@@ -111,9 +111,9 @@ void SocketRound::EndEngine() {
     engine.reset();
 }
 
-std::unique_ptr<ClientEnd> SocketRound::Client() {
+std::unique_ptr<Client> SocketRound::MakeClient() {
     const auto log = [this](const std::wstring& line) { Note(line); };
-    return std::make_unique<ClientEnd>(place, MakeLocalNetwork(log), limits, log);
+    return std::make_unique<Client>(place, MakeLocalNetwork(log), limits, log);
 }
 
 void SocketRound::Run() {
@@ -176,7 +176,7 @@ void SocketRound::Talk(std::uint32_t frontEnd, std::uint32_t connection) {
     StreamCheck broadcasts(StreamCheck::Streams::BegunAnywhere);
     CheckingHandler echo(echoes);
     CheckingHandler broadcast(broadcasts);
-    const auto client = Client();
+    const auto client = MakeClient();
     EXPECT_TRUE(client->IsConnected());
     client->AddEventHandler(L"echo", &echo);
     client->AddEventHandler(L"broadcast", &broadcast);
@@ -202,7 +202,7 @@ void SocketRound::Talk(std::uint32_t frontEnd, std::uint32_t connection) {
 void SocketRound::BreakOff(std::uint32_t frontEnd, std::uint32_t connection) {
     StreamCheck echoes;
     CheckingHandler echo(echoes);
-    auto client = Client();
+    auto client = MakeClient();
     client->AddEventHandler(L"echo", &echo);
     Send(*client, L"broken" + std::to_wstring(frontEnd) + L"." + std::to_wstring(connection));
     client.reset();
@@ -212,7 +212,7 @@ void SocketRound::BreakOff(std::uint32_t frontEnd, std::uint32_t connection) {
 
 /// Sends to an engine that restarts. Events over one connection arrive in order and whole.
 void SocketRound::TryToTalk(std::uint32_t frontEnd, std::uint32_t connection) {
-    const auto client = Client();
+    const auto client = MakeClient();
     const std::wstring stream = L"try" + std::to_wstring(frontEnd) + L"." + std::to_wstring(connection);
     std::uint32_t sent = 0;
     for (std::uint32_t number = 1; number <= eventsEach; ++number) {
@@ -223,7 +223,7 @@ void SocketRound::TryToTalk(std::uint32_t frontEnd, std::uint32_t connection) {
     counts.Add("events refused without an engine", eventsEach - sent);
 }
 
-void SocketRound::Send(ClientEnd& client, const std::wstring& stream) {
+void SocketRound::Send(Client& client, const std::wstring& stream) {
     for (std::uint32_t number = 1; number <= eventsEach; ++number) {
         EXPECT_TRUE(client.SendEvent(L"number", NumberedEvent{stream, number}.Payload()));
     }

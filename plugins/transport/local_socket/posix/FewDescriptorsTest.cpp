@@ -70,7 +70,7 @@ TEST_F(FewDescriptorsTest, AnEngineThatMayOpenNoMoreFilesTellsFrontEndsSo) {
     const auto lines = log.lines.All();
     ASSERT_EQ(lines.size(), 1u) << testing::PrintToString(lines);
     EXPECT_NE(lines[0].find(L"the system gives this process no more open files"), std::wstring::npos) << lines[0];
-    EXPECT_TRUE(Client()->IsConnected());
+    EXPECT_TRUE(MakeClient()->IsConnected());
 }
 
 TEST_F(FewDescriptorsTest, AFrontEndThatMayOpenNoMoreFilesSaysSo) {

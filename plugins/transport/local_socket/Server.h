@@ -9,13 +9,13 @@
 namespace local_socket {
 
 /// The engine's end: listens, and holds a session with every front end that came.
-class EngineEnd final : public SocketTransmitter {
+class Server final : public SocketTransmitter {
 public:
     /// An engine that listens at `place`; null when the place cannot be taken, the log says why.
-    [[nodiscard]] static std::unique_ptr<EngineEnd> Listen(const std::string& place, std::unique_ptr<Network> network,
-                                                           const Limits& limits, Network::Log log);
+    [[nodiscard]] static std::unique_ptr<Server> Listen(const std::string& place, std::unique_ptr<Network> network,
+                                                        const Limits& limits, Network::Log log);
     /// Waits for a handler that runs, so it must not be called out of one.
-    ~EngineEnd() override;
+    ~Server() override;
 
     [[nodiscard]] bool SendEvent(const std::wstring& eventName, const std::wstring& payload) override;
     [[nodiscard]] bool SendEventTo(Peer peer, const std::wstring& eventName, const std::wstring& payload) override;
@@ -32,7 +32,7 @@ private:
     void TurnAway(std::unique_ptr<Channel> channel, bool isFull);
 
     std::vector<std::shared_ptr<Session>> Sessions() const override;
-    void OnGreeted(Session& session) override;
+    void OnHandshake(Session& session) override;
     void OnClosed(Session& session, const std::wstring& reason) override;
 
     std::map<Peer, std::shared_ptr<Session>> sessions;

@@ -1,4 +1,4 @@
-#include "platform/processes/GuardedRun.h"
+#include "platform/processes/RunUnderSubreaper.h"
 
 #include <csignal>
 #include <cstdlib>
@@ -15,23 +15,23 @@ namespace platform {
 namespace {
 
 /// While it lives, the signals that a guard looks at wait for it.
-class HeldSignals {
+class BlockedSignals {
 public:
-    HeldSignals() {
-        sigemptyset(&held);
+    BlockedSignals() {
+        sigemptyset(&blocked);
         for (const int number : {SIGCHLD, SIGTERM, SIGINT, SIGHUP}) {
-            sigaddset(&held, number);
+            sigaddset(&blocked, number);
         }
-        pthread_sigmask(SIG_BLOCK, &held, &before);
+        pthread_sigmask(SIG_BLOCK, &blocked, &before);
     }
-    ~HeldSignals() { pthread_sigmask(SIG_SETMASK, &before, nullptr); }
-    HeldSignals(const HeldSignals&) = delete;
-    HeldSignals& operator=(const HeldSignals&) = delete;
+    ~BlockedSignals() { pthread_sigmask(SIG_SETMASK, &before, nullptr); }
+    BlockedSignals(const BlockedSignals&) = delete;
+    BlockedSignals& operator=(const BlockedSignals&) = delete;
 
-    int Next() const { return sigwaitinfo(&held, nullptr); }
+    int Next() const { return sigwaitinfo(&blocked, nullptr); }
 
 private:
-    sigset_t held{};
+    sigset_t blocked{};
     sigset_t before{};
 };
 
@@ -49,7 +49,7 @@ bool HasEnded(pid_t worker, siginfo_t& ended) {
     }
 }
 
-GuardedEnd Watch(pid_t worker, const HeldSignals& signals) {
+WorkerExit Watch(pid_t worker, const BlockedSignals& signals) {
     siginfo_t ended{};
     while (!HasEnded(worker, ended)) {
         if (const int signal = signals.Next(); signal > 0 && signal != SIGCHLD) {
@@ -62,13 +62,13 @@ GuardedEnd Watch(pid_t worker, const HeldSignals& signals) {
 
 } // namespace
 
-GuardedEnd RunGuarded(const std::function<std::int32_t(void* guard)>& work) {
-    const OwnedHandle guard = OpenSelf();
+WorkerExit RunUnderSubreaper(const std::function<std::int32_t(void* subreaper)>& work) {
+    const OwnedHandle subreaper = OpenSelf();
     pid_t worker = -1;
     {
-        const HeldSignals signals;
+        const BlockedSignals signals;
         // A plain copy of this process, which is small and has one thread; it runs no other program.
-        worker = guard ? fork() : -1;
+        worker = subreaper ? fork() : -1;
         if (worker > 0) {
             prctl(PR_SET_CHILD_SUBREAPER, 1UL, 0UL, 0UL, 0UL);
             return Watch(worker, signals);
@@ -77,7 +77,7 @@ GuardedEnd RunGuarded(const std::function<std::int32_t(void* guard)>& work) {
     if (worker < 0) {
         return {work(nullptr), false};
     }
-    std::exit(work(guard.Get()));
+    std::exit(work(subreaper.Get()));
 }
 
 } // namespace platform

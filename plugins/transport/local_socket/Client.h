@@ -11,13 +11,13 @@
 namespace local_socket {
 
 /// A front end's end: one session with the engine, made anew when there is something to send.
-class ClientEnd final : public SocketTransmitter {
+class Client final : public SocketTransmitter {
 public:
     /// Tries to connect at once; whether it could, `IsConnected` says. Where an engine was there that did not answer,
     /// the first `Connect` tells of this attempt instead of making another, which would take as long again.
-    ClientEnd(const std::string& place, std::unique_ptr<Network> network, const Limits& limits, Network::Log log);
+    Client(const std::string& place, std::unique_ptr<Network> network, const Limits& limits, Network::Log log);
     /// Waits for a handler that runs, so it must not be called out of one.
-    ~ClientEnd() override;
+    ~Client() override;
 
     [[nodiscard]] bool SendEvent(const std::wstring& eventName, const std::wstring& payload) override;
     [[nodiscard]] bool SendEventTo(Peer peer, const std::wstring& eventName, const std::wstring& payload) override;
@@ -38,7 +38,7 @@ private:
     [[nodiscard]] std::wstring TakeFirstProblem();
     /// What became of an attempt to connect, or of a session; an empty message is not logged.
     void Note(bool foundNoRoom, const std::wstring& message);
-    [[nodiscard]] std::shared_ptr<Session> Greet(std::unique_ptr<Channel> channel, std::wstring& problem);
+    [[nodiscard]] std::shared_ptr<Session> PerformHandshake(std::unique_ptr<Channel> channel, std::wstring& problem);
     /// Where there is something to be waited for, `acknowledged` is kept once it is known what became of the event.
     [[nodiscard]] bool SendOver(Session& open, const SharedFrame& frame, EventNumber number,
                                 SharedPromise acknowledged);
@@ -46,7 +46,7 @@ private:
     void Settle(const SharedPromise& acknowledged, Outcome outcome);
 
     std::vector<std::shared_ptr<Session>> Sessions() const override;
-    void OnGreeted(Session& session) override;
+    void OnHandshake(Session& session) override;
     void OnClosed(Session& closed, const std::wstring& reason) override;
 
     /// Held while connecting, so that two senders do not make two sessions. Before the network's lock.

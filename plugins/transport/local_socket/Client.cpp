@@ -1,11 +1,11 @@
-#include "transport/local_socket/ClientEnd.h"
+#include "transport/local_socket/Client.h"
 
 #include <utility>
 
 namespace local_socket {
 
-ClientEnd::ClientEnd(const std::string& placeName, std::unique_ptr<Network> ownNetwork, const Limits& peerLimits,
-                     Network::Log logFunction)
+Client::Client(const std::string& placeName, std::unique_ptr<Network> ownNetwork, const Limits& peerLimits,
+               Network::Log logFunction)
     : SocketTransmitter(placeName, std::move(ownNetwork), peerLimits, std::move(logFunction), Begin::AtOnce) {
     Run();
     // Without an engine now, the first event tries again.
@@ -15,11 +15,11 @@ ClientEnd::ClientEnd(const std::string& placeName, std::unique_ptr<Network> ownN
     firstProblem = std::move(problem);
 }
 
-ClientEnd::~ClientEnd() {
+Client::~Client() {
     End();
 }
 
-bool ClientEnd::SendEvent(const std::wstring& eventName, const std::wstring& payload) {
+bool Client::SendEvent(const std::wstring& eventName, const std::wstring& payload) {
     if (event_delivery::DeliveryThread::IsCurrent()) {
         return PostEvent(eventName, payload);
     }
@@ -32,7 +32,7 @@ bool ClientEnd::SendEvent(const std::wstring& eventName, const std::wstring& pay
     return open && SendOver(*open, frame, number, std::move(acknowledged)) && outcome.Get();
 }
 
-bool ClientEnd::SendEventTo(Peer peer, const std::wstring& eventName, const std::wstring& payload) {
+bool Client::SendEventTo(Peer peer, const std::wstring& eventName, const std::wstring& payload) {
     const std::shared_ptr<Session> open = OpenSession();
     if (!open || open->Number() != peer) {
         return false;
@@ -41,27 +41,27 @@ bool ClientEnd::SendEventTo(Peer peer, const std::wstring& eventName, const std:
     return frame && SendOver(*open, frame, 0, nullptr);
 }
 
-bool ClientEnd::PostEvent(const std::wstring& eventName, const std::wstring& payload) {
+bool Client::PostEvent(const std::wstring& eventName, const std::wstring& payload) {
     const SharedFrame frame = Encode(eventName, payload);
     const std::shared_ptr<Session> open = frame ? OpenOrConnect() : nullptr;
     return open && SendOver(*open, frame, 0, nullptr);
 }
 
-bool ClientEnd::Connect(std::wstring& problem) {
+bool Client::Connect(std::wstring& problem) {
     problem = TakeFirstProblem();
     return problem.empty() && OpenOrConnect(problem) != nullptr;
 }
 
-bool ClientEnd::IsConnected() const {
+bool Client::IsConnected() const {
     return OpenSession() != nullptr;
 }
 
-std::shared_ptr<Session> ClientEnd::OpenOrConnect() {
+std::shared_ptr<Session> Client::OpenOrConnect() {
     std::wstring ignored;
     return OpenOrConnect(ignored);
 }
 
-std::shared_ptr<Session> ClientEnd::OpenOrConnect(std::wstring& problem) {
+std::shared_ptr<Session> Client::OpenOrConnect(std::wstring& problem) {
     const std::lock_guard<std::mutex> one(connecting);
     problem.clear();
     firstProblem.clear();
@@ -73,42 +73,42 @@ std::shared_ptr<Session> ClientEnd::OpenOrConnect(std::wstring& problem) {
     }
     Connection connection = network->Connect(place);
     if (connection.channel) {
-        return Greet(std::move(connection.channel), problem);
+        return PerformHandshake(std::move(connection.channel), problem);
     }
     problem = std::move(connection.failure);
     Note(connection.isBusy, problem.empty() ? problem : L"Cannot connect to the engine: " + problem);
     return nullptr;
 }
 
-std::wstring ClientEnd::TakeFirstProblem() {
+std::wstring Client::TakeFirstProblem() {
     const std::lock_guard<std::mutex> one(connecting);
     return std::exchange(firstProblem, {});
 }
 
 /// Who waits for room tries often: only the first of such attempts is logged.
-void ClientEnd::Note(bool foundNoRoom, const std::wstring& message) {
+void Client::Note(bool foundNoRoom, const std::wstring& message) {
     const bool isKnown = isBusy.exchange(foundNoRoom) && foundNoRoom;
     if (!isKnown && !message.empty()) {
         Log(message);
     }
 }
 
-std::shared_ptr<Session> ClientEnd::OpenSession() const {
+std::shared_ptr<Session> Client::OpenSession() const {
     const std::lock_guard<std::mutex> guard(network->Lock());
     return session && session->IsOpen() ? session : nullptr;
 }
 
-bool ClientEnd::HasEnded() const {
+bool Client::HasEnded() const {
     const std::lock_guard<std::mutex> guard(network->Lock());
     return IsStopped();
 }
 
-std::shared_ptr<Session> ClientEnd::Greet(std::unique_ptr<Channel> channel, std::wstring& problem) {
+std::shared_ptr<Session> Client::PerformHandshake(std::unique_ptr<Channel> channel, std::wstring& problem) {
     std::unique_lock<std::mutex> guard(network->Lock());
     if (IsStopped()) {
         return nullptr;
     }
-    session = MakeSession(Session::Role::Front, std::move(channel));
+    session = MakeSession(Session::Role::Client, std::move(channel));
     std::shared_ptr<Session> fresh = session;
     fresh->Start();
     // The session's own deadline ends this.
@@ -121,7 +121,7 @@ std::shared_ptr<Session> ClientEnd::Greet(std::unique_ptr<Channel> channel, std:
     return nullptr;
 }
 
-bool ClientEnd::SendOver(Session& open, const SharedFrame& frame, EventNumber number, SharedPromise acknowledged) {
+bool Client::SendOver(Session& open, const SharedFrame& frame, EventNumber number, SharedPromise acknowledged) {
     Sending sending = Sending::PeerGone;
     {
         const std::lock_guard<std::mutex> guard(network->Lock());
@@ -137,7 +137,7 @@ bool ClientEnd::SendOver(Session& open, const SharedFrame& frame, EventNumber nu
 
 /// The sender goes on when the handlers have run of all answers that came before; but a handler that hangs does not
 /// keep him beyond his time.
-void ClientEnd::Settle(const SharedPromise& acknowledged, Outcome outcome) {
+void Client::Settle(const SharedPromise& acknowledged, Outcome outcome) {
     if (outcome == Outcome::TimedOut) {
         Log(L"The engine has not acknowledged an event within " + std::to_wstring(limits.acknowledgement.count()) +
             L" ms.");
@@ -147,15 +147,15 @@ void ClientEnd::Settle(const SharedPromise& acknowledged, Outcome outcome) {
     }
 }
 
-std::vector<std::shared_ptr<Session>> ClientEnd::Sessions() const {
+std::vector<std::shared_ptr<Session>> Client::Sessions() const {
     return session ? std::vector{session} : std::vector<std::shared_ptr<Session>>();
 }
 
-void ClientEnd::OnGreeted(Session&) {
+void Client::OnHandshake(Session&) {
     sessionChanged.notify_all();
 }
 
-void ClientEnd::OnClosed(Session& closed, const std::wstring& reason) {
+void Client::OnClosed(Session& closed, const std::wstring& reason) {
     Note(closed.WasTurnedAway(),
          reason.empty() ? reason : L"The connection to the engine was closed: " + reason + L".");
     closeReason = reason;

@@ -1,4 +1,4 @@
-#include "transport/local_socket/ClientEnd.h"
+#include "transport/local_socket/Client.h"
 
 #include <memory>
 #include <string>
@@ -11,10 +11,10 @@
 
 namespace {
 
-TEST(ClientEndTest, AStoppedEndDoesNotTryToConnect) {
+TEST(ClientTest, AStoppedEndDoesNotTryToConnect) {
     auto ownNetwork = std::make_unique<FakeNetwork>();
     const FakeNetwork& network = *ownNetwork;
-    local_socket::ClientEnd client("place", std::move(ownNetwork), {}, [](const std::wstring&) {});
+    local_socket::Client client("place", std::move(ownNetwork), {}, [](const std::wstring&) {});
     EXPECT_FALSE(client.SendEvent(L"Ask", L""));
     EXPECT_EQ(network.Attempts(), 2);
     EXPECT_TRUE(client.Stop(test_support::patience));

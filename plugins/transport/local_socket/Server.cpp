@@ -1,22 +1,22 @@
-#include "transport/local_socket/EngineEnd.h"
+#include "transport/local_socket/Server.h"
 
 #include <utility>
 #include <vector>
 
 namespace local_socket {
 
-std::unique_ptr<EngineEnd> EngineEnd::Listen(const std::string& place, std::unique_ptr<Network> network,
-                                             const Limits& limits, Network::Log log) {
-    std::unique_ptr<EngineEnd> engine(
-        new EngineEnd(place, std::move(network), limits, std::move(log), Begin::WithFirstHandler));
+std::unique_ptr<Server> Server::Listen(const std::string& place, std::unique_ptr<Network> network, const Limits& limits,
+                                       Network::Log log) {
+    std::unique_ptr<Server> engine(
+        new Server(place, std::move(network), limits, std::move(log), Begin::WithFirstHandler));
     return engine->Listen() ? std::move(engine) : nullptr;
 }
 
-EngineEnd::~EngineEnd() {
+Server::~Server() {
     End();
 }
 
-bool EngineEnd::SendEvent(const std::wstring& eventName, const std::wstring& payload) {
+bool Server::SendEvent(const std::wstring& eventName, const std::wstring& payload) {
     const SharedFrame frame = Encode(eventName, payload);
     if (!frame) {
         return false;
@@ -31,7 +31,7 @@ bool EngineEnd::SendEvent(const std::wstring& eventName, const std::wstring& pay
     return !IsStopped();
 }
 
-bool EngineEnd::SendEventTo(Peer peer, const std::wstring& eventName, const std::wstring& payload) {
+bool Server::SendEventTo(Peer peer, const std::wstring& eventName, const std::wstring& payload) {
     const SharedFrame frame = Encode(eventName, payload);
     if (!frame) {
         return false;
@@ -45,21 +45,21 @@ bool EngineEnd::SendEventTo(Peer peer, const std::wstring& eventName, const std:
     return session->SendOrClose(frame);
 }
 
-bool EngineEnd::PostEvent(const std::wstring& eventName, const std::wstring& payload) {
+bool Server::PostEvent(const std::wstring& eventName, const std::wstring& payload) {
     return SendEvent(eventName, payload);
 }
 
-bool EngineEnd::Connect(std::wstring& problem) {
+bool Server::Connect(std::wstring& problem) {
     problem.clear();
     return IsConnected();
 }
 
-bool EngineEnd::IsConnected() const {
+bool Server::IsConnected() const {
     const std::lock_guard<std::mutex> guard(network->Lock());
     return !IsStopped();
 }
 
-bool EngineEnd::Listen() {
+bool Server::Listen() {
     const std::wstring failure = network->Listen(
         place, [this](std::unique_ptr<Channel> channel, Room room) { OnConnected(std::move(channel), room); });
     if (!failure.empty()) {
@@ -70,7 +70,7 @@ bool EngineEnd::Listen() {
     return true;
 }
 
-void EngineEnd::OnConnected(std::unique_ptr<Channel> channel, Room room) {
+void Server::OnConnected(std::unique_ptr<Channel> channel, Room room) {
     if (IsStopped()) {
         return;
     }
@@ -80,21 +80,21 @@ void EngineEnd::OnConnected(std::unique_ptr<Channel> channel, Room room) {
         return;
     }
     isTurningAway = false;
-    const std::shared_ptr<Session> session = MakeSession(Session::Role::Engine, std::move(channel));
+    const std::shared_ptr<Session> session = MakeSession(Session::Role::Server, std::move(channel));
     sessions.emplace(session->Number(), session);
     session->Start();
 }
 
-void EngineEnd::TurnAway(std::unique_ptr<Channel> channel, bool isFull) {
+void Server::TurnAway(std::unique_ptr<Channel> channel, bool isFull) {
     if (!std::exchange(isTurningAway, true)) {
         Log(isFull ? L"Front ends are turned away: " + std::to_wstring(limits.peers) + L" are connected already."
                    : L"Front ends are turned away: the system gives this process no more open files. " +
                          std::to_wstring(sessions.size()) + L" are connected.");
     }
-    MakeSession(Session::Role::Engine, std::move(channel))->TurnAway(isFull ? limits.peers : 0);
+    MakeSession(Session::Role::Server, std::move(channel))->TurnAway(isFull ? limits.peers : 0);
 }
 
-std::vector<std::shared_ptr<Session>> EngineEnd::Sessions() const {
+std::vector<std::shared_ptr<Session>> Server::Sessions() const {
     std::vector<std::shared_ptr<Session>> all;
     for (const auto& [peer, session] : sessions) {
         all.push_back(session);
@@ -102,9 +102,9 @@ std::vector<std::shared_ptr<Session>> EngineEnd::Sessions() const {
     return all;
 }
 
-void EngineEnd::OnGreeted(Session&) {}
+void Server::OnHandshake(Session&) {}
 
-void EngineEnd::OnClosed(Session& session, const std::wstring& reason) {
+void Server::OnClosed(Session& session, const std::wstring& reason) {
     if (!reason.empty()) {
         Log(L"Front end " + std::to_wstring(session.Number()) + L" was dropped: " + reason + L".");
     }
