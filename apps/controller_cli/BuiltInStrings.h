@@ -2,7 +2,7 @@
 
 namespace controller_cli {
 
-/// The content of `strings.json` as it was when the program was built, in UTF-8.
+/// The content of `strings.json` at build time, in UTF-8.
 extern const char* const builtInStrings;
 
 } // namespace controller_cli

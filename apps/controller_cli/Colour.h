@@ -7,7 +7,7 @@ namespace controller_cli {
 
 enum class Colour : std::int32_t { None, Red, Green, Yellow, Cyan, Bold };
 
-/// `text` between the escape sequences of a colour.
+/// `text` enclosed in the escape sequences of a colour.
 std::wstring Coloured(const std::wstring& text, Colour colour);
 
 } // namespace controller_cli

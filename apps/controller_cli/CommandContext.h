@@ -10,16 +10,16 @@
 
 namespace controller_cli {
 
-/// What every command works with; all of it outlives the command.
+/// The environment of a command. All members outlive the command.
 struct CommandContext {
     Console& console;
     const Texts& texts;
     HostAccess& host;
-    /// Signalled when the person at the terminal wants this program to end; null: never.
+    /// Signalled when the user wants this program to end; null: never.
     void* stop = nullptr;
-    /// How long an answer of the host may take.
+    /// Response timeout of the host.
     std::chrono::milliseconds patience;
-    /// Seconds since 1970.
+    /// Current time in seconds since 1970.
     std::function<std::int64_t()> now;
 };
 

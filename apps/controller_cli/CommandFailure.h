@@ -5,25 +5,25 @@
 
 namespace controller_cli {
 
-/// What the front end ends with.
+/// Exit codes of the front end.
 enum class ExitCode : std::int32_t {
     Success = 0,
-    /// A job failed, or a request could not be met.
+    /// A job failed, or a request was rejected.
     JobFailed = 1,
-    /// The command line, the settings or a file that it names is wrong.
+    /// The command line, the settings or a file named there is invalid.
     Usage = 2,
-    /// There is no host, or it does not answer.
+    /// No host is running, or it does not answer.
     NoHost = 3,
-    /// Ctrl-C while jobs were being waited for.
+    /// Ctrl-C while waiting for jobs.
     Interrupted = 130,
-    /// Nobody reads the results any more: the code of a program that SIGPIPE ends.
+    /// Standard output has no reader: the exit code of a program killed by SIGPIPE.
     ReaderGone = 141
 };
 
-/// Thrown where a command cannot go on; ends the command.
+/// Thrown when a command cannot continue; ends the command.
 struct CommandFailure {
     ExitCode exitCode = ExitCode::JobFailed;
-    /// For people, in their language; empty when there is nothing to say.
+    /// Message for people, in their language; empty for none.
     std::wstring message;
 };
 

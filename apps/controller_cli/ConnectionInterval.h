@@ -4,7 +4,7 @@
 
 namespace controller_cli {
 
-/// No event tells of a host that has gone: so often it is asked for.
+/// Interval for checking the connection: no event reports that a host has disappeared.
 inline constexpr std::chrono::milliseconds connectionInterval{500};
 
 } // namespace controller_cli

@@ -7,28 +7,28 @@
 
 namespace controller_cli {
 
-/// Thrown where results cannot be written: a command whose results are lost has failed.
+/// Thrown when results cannot be written: a command that loses its results has failed.
 struct OutputFailure {
     platform::Error error;
 };
 
-/// Where a command writes to, and what that can show. Results that cannot be written throw `OutputFailure`.
+/// The output of a command and its capabilities. Throws `OutputFailure` if results cannot be written.
 class Console {
 public:
-    /// Results, to standard output.
+    /// Writes results to standard output.
     virtual void Write(std::wstring_view text) = 0;
-    /// Bytes of a file, to standard output as they are.
+    /// Writes bytes of a file unchanged to standard output.
     virtual void WriteBytes(std::string_view bytes) = 0;
-    /// Why something could not be done, to standard error. What cannot be written there is lost.
+    /// Writes an error message to standard error. Write errors are ignored.
     virtual void WriteError(std::wstring_view text) = 0;
 
-    /// Signalled when nobody reads the results any more (`platform::WaitForAny`); null where only a write tells so. The
-    /// console's own.
+    /// Signalled when standard output has lost its reader (`platform::WaitForAny`); null if only a write detects that.
+    /// Owned by the console.
     virtual void* ReaderGone() const = 0;
 
-    /// True when lines that were written can be drawn over.
+    /// True if written lines can be overwritten.
     virtual bool IsTerminal() const = 0;
-    /// True when colours are wanted; never without a terminal.
+    /// True if colours are enabled; never without a terminal.
     virtual bool HasColours() const = 0;
     /// Columns and lines of the terminal.
     virtual std::size_t Width() const = 0;

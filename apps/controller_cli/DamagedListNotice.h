@@ -7,13 +7,13 @@
 
 namespace controller_cli {
 
-/// Says on standard error, one line a file, that a job list could not be read and is kept aside, so that jobs may be
-/// missing: until somebody has removed or renamed the file. Durability no part of its context.
+/// Warns on standard error, with one line per file, that an unreadable job list was quarantined and jobs may be
+/// missing, until the user removes or renames the file. The context must outlive this object.
 class DamagedListNotice {
 public:
     explicit DamagedListNotice(CommandContext& commandContext) : context(commandContext) {}
 
-    /// Tells of the files that were not told of yet.
+    /// Reports the files that have not been reported yet.
     void Tell();
 
 private:

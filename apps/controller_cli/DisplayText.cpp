@@ -15,7 +15,7 @@ struct CharacterRange {
     std::uint32_t last;
 };
 
-/// Characters that a terminal draws over the one before, or not at all.
+/// Characters that a terminal combines with the one before, or does not display.
 constexpr std::array zeroWidthRanges = {
     CharacterRange{0x0300, 0x036F},   CharacterRange{0x0483, 0x0489}, CharacterRange{0x0591, 0x05BD},
     CharacterRange{0x0610, 0x061A},   CharacterRange{0x064B, 0x065F}, CharacterRange{0x0900, 0x0902},
@@ -27,7 +27,7 @@ constexpr std::array zeroWidthRanges = {
     CharacterRange{0xE0100, 0xE01EF},
 };
 
-/// East Asian wide and full-width characters, and pictures.
+/// East Asian wide and full-width characters, and emoji.
 constexpr std::array wideRanges = {
     CharacterRange{0x1100, 0x115F},   CharacterRange{0x231A, 0x231B},   CharacterRange{0x2329, 0x232A},
     CharacterRange{0x23E9, 0x23EC},   CharacterRange{0x25FD, 0x25FE},   CharacterRange{0x2614, 0x2615},
@@ -59,7 +59,7 @@ std::size_t WidthOf(std::uint32_t character) {
     return IsIn(wideRanges, character) ? 2 : 1;
 }
 
-/// How many elements at the beginning take at most `width` columns.
+/// The number of elements at the beginning that fit into `width` columns.
 std::size_t LengthWithin(std::wstring_view text, std::size_t width) {
     std::size_t length = 0;
     std::size_t used = 0;
@@ -123,7 +123,7 @@ std::wstring CutBeginning(std::wstring_view text, std::size_t width) {
     if (width == 0) {
         return {};
     }
-    // Nor does the rest begin with a mark that belonged to what was cut.
+    // The rest must not start with a combining mark of the removed text.
     while (!text.empty() && (used >= width || WidthOf(text::TakeUtf16(text).value) == 0)) {
         const text::CodePoint first = text::TakeUtf16(text);
         used -= WidthOf(first.value);

@@ -19,12 +19,12 @@ bool IsSameDirectory(const std::wstring& left, const std::wstring& right) {
     return identity ? identity == platform::IdentityOf(right) : platform::SameName(left, right);
 }
 
-/// A device has nothing to lose. What cannot be read counts as a file.
+/// A device has no content to lose. An unreadable path counts as a file.
 bool IsDevice(const std::wstring& path) {
     return platform::File().OpenForReading(path).kind == platform::ErrorKind::NotSupported;
 }
 
-/// One file that is to be written, compared with others.
+/// A file that will be written, for comparison with others.
 class WrittenFile {
 public:
     explicit WrittenFile(const std::wstring& typed) : path(AbsolutePath(typed)), identity(platform::IdentityOf(path)) {
@@ -40,7 +40,7 @@ public:
     }
 
 private:
-    /// Two names of a file that does not exist yet.
+    /// True if both paths name the same file and it does not exist yet.
     bool IsMissingFile(const std::wstring& other) const {
         return platform::SameName(platform::FileName(path), platform::FileName(other)) && !platform::Exists(other) &&
                IsSameDirectory(platform::ParentDirectory(path), platform::ParentDirectory(other));

@@ -7,26 +7,26 @@
 
 namespace controller_cli {
 
-/// `path` as a person types it, against the current directory.
+/// Resolves a path from the command line against the current directory.
 std::wstring AbsolutePath(const std::wstring& path);
 
-/// True for what exists and is no directory.
+/// True if the path exists and is not a directory.
 bool IsFile(const std::wstring& path);
 
-/// A file that a command line names, or that the settings name, and what for.
+/// A file named in the command line or the settings, and its purpose.
 struct FileRole {
-    /// The key of the text that says what for.
+    /// The key of the text that describes the purpose.
     std::wstring textKey;
     /// As typed.
     std::wstring path;
 };
 
-/// Throws `CommandFailure` when a file that is to be written is, by whatever name or link, one of those that are only
-/// read, or the other one that is written. Nothing is touched. Empty paths are no files; a device may have any role.
+/// Throws `CommandFailure` if a file to be written is the same, by whatever name or link, as a file to be read or
+/// another file to be written. Changes nothing. Empty paths are ignored; a device may have several purposes.
 void RequireDistinctFiles(const CommandContext& context, const std::vector<FileRole>& written,
                           const std::vector<FileRole>& read);
 
-/// The files that the settings name and that no command line may overwrite.
+/// The files in the settings that no command line may overwrite.
 std::vector<FileRole> FilesOfSettings();
 
 } // namespace controller_cli

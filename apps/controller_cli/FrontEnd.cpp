@@ -69,15 +69,15 @@ Operation OperationOf(LongCommandKind kind) {
     return Help;
 }
 
-/// Wrong settings could lead to another host than the one that is meant.
+/// Invalid settings could select a host other than the intended one.
 void RequireSettings(const CommandContext& context) {
     if (const std::wstring problem = settings::Problem(); !problem.empty()) {
         throw CommandFailure{ExitCode::Usage, context.texts.Format(L"Errors/Settings", {problem})};
     }
 }
 
-/// Runs a command that has to do with jobs. Its host may find the list damaged: that is told at the end, what stood
-/// there before at once.
+/// Runs a command that concerns jobs. Reports quarantined job lists before the command, and those that its host
+/// quarantines after it.
 ExitCode RunJobCommand(CommandContext& context, const std::function<ExitCode()>& command) {
     RequireSettings(context);
     DamagedListNotice notice(context);
@@ -87,7 +87,7 @@ ExitCode RunJobCommand(CommandContext& context, const std::function<ExitCode()>&
     return exitCode;
 }
 
-/// What the log file must not be.
+/// The files that must not be used as log file.
 std::vector<FileRole> FilesReadBy(const LongCommand& command) {
     std::vector<FileRole> files = FilesOfSettings();
     files.push_back({L"Roles/Scenario", command.scenario});
@@ -122,7 +122,7 @@ ExitCode RunCommand(CommandContext& context, const std::vector<std::wstring>& ar
     return RunJobCommand(context, [&] { return RunLetterCommand(context, arguments); });
 }
 
-/// A reader that has seen enough (`| head`) is nothing to tell of.
+/// A reader that closed the pipe early (`| head`) is not an error.
 ExitCode TellLostOutput(CommandContext& context, const platform::Error& error) {
     if (platform::IsReaderGone(error)) {
         return ExitCode::ReaderGone;

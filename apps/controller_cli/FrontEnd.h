@@ -8,8 +8,7 @@
 
 namespace controller_cli {
 
-/// Carries out one command line, the program's own name left out. What goes wrong is told on the console's error
-/// output.
+/// Executes one command line, without the program name. Errors go to the console's error output.
 ExitCode RunFrontEnd(CommandContext& context, const std::vector<std::wstring>& arguments);
 
 } // namespace controller_cli

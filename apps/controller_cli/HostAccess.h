@@ -12,58 +12,58 @@ class EventTransmitterExtension;
 
 namespace controller_cli {
 
-/// What became of the wish that a host ends.
+/// Result of asking a host to end.
 enum class HostEnd : std::int32_t {
     Ended,
-    /// It was asked to, and has not ended in time.
+    /// It was asked, but did not end in time.
     StillRunning,
-    /// No way of asking it is left.
+    /// No way to ask it is available.
     CannotBeAsked
 };
 
-/// How the host is reached, and started where none runs.
+/// Access to the host: connects to it, and starts it if none runs.
 class HostAccess {
 public:
-    /// The module through which front ends and the host exchange events, and this end of the line.
+    /// The module through which front ends and the host exchange events, and the client of this process.
     virtual const std::wstring& TransmitterModule() const = 0;
     virtual const std::wstring& TransmitterId() const = 0;
 
-    /// This end of the line, the same object every time; whether a host is there, its extension says. Null when the
-    /// module cannot be used. The module owns it.
+    /// The client of this process; every call returns the same object, owned by the module. Its extension reports
+    /// whether a host is connected. Null if the module cannot be used.
     virtual EventTransmitter* Transmitter() = 0;
 
     /// Why there is no transmitter, as the end of a sentence about the module.
     virtual std::wstring TransmitterProblem() = 0;
 
-    /// What the transmitter can do beyond its two operations; null when the module has none.
+    /// The extension of the transmitter; null if the module has none.
     virtual EventTransmitterExtension* Extension() = 0;
 
-    /// True when some process is, or is becoming, the host, whether it can be reached already or not.
+    /// True if a process is the host or is starting as one, even if it is not reachable yet.
     virtual bool IsHostThere() = 0;
 
-    /// Starts a host of its own process, and returns once it can be reached. One that was running or starting already
-    /// is as good. What kept it from starting; empty when nothing did. `warnings`: the lines in which the host that was
-    /// started names what jobs would fail for; empty where one was there already.
+    /// Starts a host in a separate process, and returns when it is reachable. A host that is already running or
+    /// starting is a success. Returns the reason of a failure; empty on success. `warnings` are the lines in which the
+    /// started host reports problems that would make jobs fail; empty if a host already existed.
     virtual std::wstring StartHost(std::wstring& warnings) = 0;
 
-    /// Runs a host in the foreground and returns its exit code when it has ended. Where it cannot be started, `problem`
-    /// says why.
+    /// Runs a host in the foreground and returns its exit code when it has ended. If it cannot be started, sets
+    /// `problem`.
     virtual std::int32_t RunHost(std::wstring& problem) = 0;
 
-    /// The host of the settings' job list where it listens at another place than this end of the line looks at:
-    /// "process 4711, since ..., at ...". Empty when there is none, and while a host has not said where it listens.
+    /// Describes the host of the configured job list if it listens at another endpoint than this client uses: "process
+    /// 4711, since ..., at ...". Empty if there is none, or if the host has not published its endpoint yet.
     virtual std::wstring HostElsewhere() = 0;
 
-    /// Where this end of the line looks for a host, as the module says; empty when it does not.
+    /// The endpoint where this client looks for a host, as the module describes it; empty if it does not.
     virtual std::wstring Place() = 0;
 
-    /// Asks that host to end in the ways that do without a connection here, and waits for its end up to `patience`.
+    /// Asks that host to end by means that need no connection of this client, and waits for its end up to `patience`.
     virtual HostEnd EndRunningHost(std::chrono::milliseconds patience) = 0;
 
-    /// The hosts that run and were started with the settings file in use, whatever that file says now.
+    /// The running hosts that were started with the settings file in use, even if the file has changed since.
     virtual std::vector<host_lock::Holder> HostsOfSettingsFile() = 0;
 
-    /// Asks one of these to end, and waits for its end up to `patience`.
+    /// Asks one of these hosts to end, and waits for its end up to `patience`.
     virtual HostEnd EndHostOfSettingsFile(const host_lock::Holder& holder, std::chrono::milliseconds patience) = 0;
 
 protected:

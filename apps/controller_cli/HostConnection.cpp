@@ -13,15 +13,15 @@ namespace {
 using std::chrono::milliseconds;
 using std::chrono::steady_clock;
 
-/// Nothing tells when a host that somebody else started can be reached: so often it is tried.
+/// Polling interval: a host started by another process gives no notification when it is reachable.
 constexpr milliseconds tryInterval{20};
 
 CommandFailure NotReached(const CommandContext& context, const std::wstring& problem) {
     return {ExitCode::NoHost, context.texts.Format(L"Errors/HostNotReached", {problem})};
 }
 
-/// `busy`: why a host that is there has no room, which may pass; kept when a later try ends before the host said so
-/// again.
+/// `busy` is set while the host has no room, which is temporary. It is kept if a later attempt ends before the host
+/// reports it again.
 bool IsConnected(const CommandContext& context, EventTransmitterExtension& extension, std::wstring& busy) {
     std::wstring problem;
     const bool isConnected = extension.Connect(problem);
@@ -39,7 +39,7 @@ CommandFailure NoAnswer(const CommandContext& context) {
     return {ExitCode::NoHost, context.texts.Format(L"Errors/NoAnswer", {std::to_wstring(seconds)})};
 }
 
-/// Starting another host would not help, nor would waiting.
+/// Neither starting another host nor waiting would help.
 void FailIfAHostListensElsewhere(const CommandContext& context) {
     if (const std::wstring running = context.host.HostElsewhere(); !running.empty()) {
         const std::wstring message = context.texts.Format(L"Errors/HostElsewhere", {running, context.host.Place()});
@@ -50,7 +50,7 @@ void FailIfAHostListensElsewhere(const CommandContext& context) {
 void StartHost(CommandContext& context) {
     std::wstring warnings;
     const std::wstring problem = context.host.StartHost(warnings);
-    // They name the host's program themselves.
+    // The lines already contain the name of the host program.
     if (!warnings.empty()) {
         context.console.WriteError(warnings + L"\n");
     }
@@ -60,7 +60,7 @@ void StartHost(CommandContext& context) {
     }
 }
 
-/// Ctrl-C ends the wait, and the command.
+/// Ctrl-C ends the wait and the command.
 void WaitForTheNextTry(const CommandContext& context) {
     const std::vector<void*> handles = context.stop == nullptr ? std::vector<void*>() : std::vector{context.stop};
     if (platform::WaitForAny(handles, tryInterval)) {
@@ -68,7 +68,7 @@ void WaitForTheNextTry(const CommandContext& context) {
     }
 }
 
-/// Starts a host where no process is one; one that is starting already, or is busy, is waited for.
+/// Starts a host if no process is one. Waits for one that is starting or busy.
 void AwaitHost(CommandContext& context, Start start, EventTransmitterExtension& extension, std::wstring& busy) {
     const auto deadline = steady_clock::now() + context.patience;
     bool isThere = context.host.IsHostThere();
@@ -76,7 +76,8 @@ void AwaitHost(CommandContext& context, Start start, EventTransmitterExtension& 
         StartHost(context);
     }
     while (!IsConnected(context, extension, busy)) {
-        // Looked at before the try: what is not there afterwards may have become reachable between the two.
+        // `isThere` was determined before the attempt: a host could become reachable between the attempt and a later
+        // check.
         if (!isThere && start == Start::Never) {
             throw CommandFailure{ExitCode::NoHost, context.texts.Get(L"Errors/NoHost")};
         }

@@ -9,31 +9,30 @@ class EventTransmitterExtension;
 namespace controller_cli {
 
 enum class Start {
-    /// Starts a host where none runs.
+    /// Starts a host if none runs.
     WhenNoneRuns,
-    /// Only a host that is there already.
+    /// Uses only a running host.
     Never
 };
 
-/// Thrown where a host runs that cannot be reached from here, or does not answer.
+/// Thrown if a running host is not reachable from this process, or does not answer.
 struct UnreachableHost : CommandFailure {};
 
-/// This end of the line to a host.
+/// A client connected to a host.
 struct HostConnection {
     EventTransmitter& transmitter;
-    /// Null when the module has none.
+    /// Null if the module has none.
     EventTransmitterExtension* extension;
 
-    /// False once the host has gone; true where the module does not tell.
+    /// False once the host has disconnected. True if the module cannot report it.
     bool IsOpen() const;
 };
 
-/// Connects to the host. One that is starting, whoever started it, is waited for as long as an answer may take. Where
-/// there is none, and none is to be or can be started, throws `CommandFailure`; where one runs that cannot be reached,
-/// `UnreachableHost`.
+/// Connects to the host. Waits up to the response timeout for one that is starting. Throws `CommandFailure` if there is
+/// no host and none may or can be started, and `UnreachableHost` if a running host cannot be reached.
 HostConnection ConnectToHost(CommandContext& context, Start start);
 
-/// Says that the host did not answer within the time that an answer may take.
+/// Reports that the host did not answer within the response timeout.
 [[noreturn]] void FailNoAnswer(const CommandContext& context);
 
 } // namespace controller_cli

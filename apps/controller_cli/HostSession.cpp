@@ -14,7 +14,7 @@ namespace {
 using std::chrono::milliseconds;
 using std::chrono::steady_clock;
 
-/// What the host sent last may still be on its way to the inbox when the line is found closed.
+/// The last messages of a host may still be on their way to the inbox when the connection is found closed.
 constexpr milliseconds lastMailTime{100};
 
 } // namespace
@@ -139,7 +139,7 @@ HostSession::Wake HostSession::WaitForMail(Deadline deadline, void* readerGone) 
     }
 }
 
-/// True when something has arrived.
+/// True if a message has arrived.
 bool HostSession::WaitOnce(milliseconds longest, void* readerGone) {
     std::vector<void*> handles = {inbox.Arrived(), context.stop, readerGone};
     std::erase(handles, nullptr);
@@ -157,7 +157,7 @@ bool HostSession::WaitOnce(milliseconds longest, void* readerGone) {
     return true;
 }
 
-/// A terminal shows "^C" where the cursor stands; what comes next begins on a line of its own.
+/// A terminal shows "^C" at the cursor; the following output starts on a new line.
 void HostSession::FailInterrupted() const {
     if (context.console.IsTerminal()) {
         context.console.Write(L"\n");

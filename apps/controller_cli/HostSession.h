@@ -9,9 +9,9 @@
 
 namespace controller_cli {
 
-/// A command's conversation with the host. Requests are sent one at a time, each followed by the wait for its answer.
-/// Throws `CommandFailure` where there is no host, it goes away, does not answer in time, refuses the request, or the
-/// person at the terminal does not want to wait any longer.
+/// The requests of a command to the host, sent one at a time; each waits for its answer. Throws `CommandFailure` if
+/// there is no host, or if it disconnects, does not answer in time or rejects the request, and when the user interrupts
+/// the wait.
 class HostSession {
 public:
     HostSession(CommandContext& commandContext, Start start);
@@ -26,14 +26,14 @@ public:
     /// The ids of the jobs that were deleted.
     std::vector<std::wstring> Delete(std::vector<std::wstring> ids);
     std::vector<ScenarioInfo> FetchScenarios();
-    /// What the host found broken when it was asked for the scenarios last.
+    /// The problems that the host found when it was last asked for the scenarios.
     std::vector<std::wstring> TakeScenarioProblems();
     std::vector<ScenarioParameterSetInfo> FetchParameterSets(const std::wstring& scenarioId);
-    /// Returns when the host has gone.
+    /// Returns when the host has ended.
     void StopHost();
 
-    /// Waits until jobs have changed and returns the changes, or, when `interval` is over before, none. Fails when
-    /// nobody reads the command's results any more.
+    /// Waits until jobs have changed and returns the changes; returns none if `interval` expires first. Fails if
+    /// standard output has lost its reader.
     std::vector<JobStatusInfo> WaitForUpdates(std::optional<std::chrono::milliseconds> interval = std::nullopt);
 
 private:
@@ -42,7 +42,7 @@ private:
 
     template <typename Answer>
     Answer Await(bool wasSent, std::optional<Answer> Answers::*answer);
-    /// `readerGone` ends the wait with a failure; null: nothing does.
+    /// `readerGone` ends the wait with a failure when signalled; null: never.
     Wake WaitForMail(Deadline deadline, void* readerGone = nullptr);
     [[nodiscard]] bool WaitOnce(std::chrono::milliseconds longest, void* readerGone);
     [[noreturn]] void FailInterrupted() const;

@@ -8,7 +8,7 @@
 namespace controller_cli {
 namespace {
 
-/// Where the name ends that begins at `begin`: the text's end or a comma.
+/// The end of the name that starts at `begin`: the next comma or the end of the text.
 std::size_t EndOfName(const std::wstring& typed, std::size_t begin) {
     std::size_t end = typed.size();
     while (end > begin) {

@@ -5,8 +5,8 @@
 
 namespace controller_cli {
 
-/// The files of one job, absolute, from the text that a person types for them. Commas part them, but for those that
-/// belong to the name of a file that exists; of two such names the longer one counts.
+/// Splits the text of one job's input files into absolute paths. The separator is a comma, unless it is part of the
+/// name of an existing file; of two such names the longer one is used.
 std::vector<std::wstring> FilesOfInputSet(const std::wstring& typed);
 
 } // namespace controller_cli

@@ -12,7 +12,7 @@
 namespace controller_cli {
 namespace {
 
-/// Empty where there is no such file: readers of the companion would log that as a fault.
+/// Empty if there is no such file: the companion would log an error when reading it.
 std::wstring FileOf(const JobListInfo& job, const wchar_t* name) {
     if (job.workDir.empty()) {
         return {};
@@ -28,7 +28,7 @@ ResultReport ReadResult(const std::wstring& path) {
     }
     bool succeeded = false;
     std::vector<std::pair<int, std::wstring>> messages;
-    // Of a file that cannot be read there is nothing to tell.
+    // An unreadable file adds nothing to the report.
     (void)ControllerCSWrapper::ParseRunScenarioResult(path, succeeded, messages, report.outputFiles);
     for (auto& [code, text] : messages) {
         report.messages.push_back(std::move(text));
@@ -62,7 +62,7 @@ std::wstring OutputDirectoryOf(const JobListInfo& job) {
     if (job.status == JobStatus::Queued || job.status == JobStatus::Dequeued) {
         return {};
     }
-    // The run request names the directory from the job's start on.
+    // The run request names the output directory from the start of the job on.
     const std::wstring path = FileOf(job, run_protocol::runInfoFileName);
     run_protocol::RunScenarioInfo request;
     std::wstring problem;

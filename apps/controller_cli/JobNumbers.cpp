@@ -12,8 +12,8 @@
 namespace controller_cli {
 namespace {
 
-/// Ids are mostly eight hexadecimal digits, which may all be decimal ones: only a shorter text is a number for certain
-/// (one id in 50,000 looks like such a number).
+/// Ids usually have eight hexadecimal digits, which may all be decimal. Only a shorter text is certainly a number; one
+/// id in 50,000 looks like such a number.
 constexpr std::size_t longestCertainNumber = 5;
 
 bool IsDecimal(const std::wstring& name) {
@@ -24,7 +24,7 @@ bool IsCertainNumber(const std::wstring& name) {
     return name.size() <= longestCertainNumber && IsDecimal(name);
 }
 
-/// Nothing when the text is no number, or none that a job can have.
+/// Nothing if the text is not a number, or not a possible job number.
 std::optional<std::int32_t> AsNumber(const std::wstring& name) {
     if (name.empty() || !IsDecimal(name)) {
         return std::nullopt;
@@ -39,7 +39,7 @@ std::optional<std::int32_t> AsNumber(const std::wstring& name) {
     return static_cast<std::int32_t>(number);
 }
 
-/// A job's number comes before another one's id, and both before a number that no job has.
+/// Precedence: the number of an existing job, the id of an existing job, the number of a job that does not exist.
 std::int32_t NumberOf(const CommandContext& context, const std::vector<JobListInfo>& jobs, const std::wstring& name) {
     const std::optional<std::int32_t> number = AsNumber(name);
     const auto hasNumber = [&](const JobListInfo& job) { return job.seqId == number; };

@@ -8,10 +8,9 @@
 
 namespace controller_cli {
 
-/// The numbers of the jobs that a person names by number or id, in the order named; blanks around a name do not count,
-/// and names that are blank are left out. A number stays, whether there is such a job or not. The host is asked for its
-/// list of jobs only where a name may be an id. Throws `CommandFailure` for a name that is neither, and as
-/// `HostSession` does.
+/// Converts job numbers and ids from the command line to job numbers, in the given order. Blanks around a name are
+/// ignored, and so are blank names. A number is kept even if no such job exists. Asks the host for its job list only if
+/// a name may be an id. Throws `CommandFailure` for a name that is neither, and like `HostSession`.
 std::vector<std::wstring> JobNumbers(CommandContext& context, Start start, const std::vector<std::wstring>& typed);
 
 } // namespace controller_cli

@@ -39,7 +39,7 @@ JobListInfo Updated(JobListInfo job, const JobStatusInfo& report) {
     return job;
 }
 
-/// The report says nothing else of it. Its work directory has gone; its results stay.
+/// The report has no other data. The work directory is gone; the results remain.
 void MarkDeleted(JobRow& view) {
     view.job.status = unlistedStatus;
     view.message.clear();
@@ -57,7 +57,7 @@ std::optional<int> Digits(const std::wstring& text, std::size_t begin, std::size
     return number;
 }
 
-/// The time in "2024-03-05T07:08:09Z".
+/// Parses a time such as "2024-03-05T07:08:09Z".
 std::optional<std::int64_t> ReadUtc(const std::wstring& text) {
     constexpr std::size_t length = 20;
     if (text.size() != length) {

@@ -9,46 +9,45 @@
 
 namespace controller_cli {
 
-/// What is shown of one job.
+/// The displayed data of one job.
 struct JobRow {
     JobListInfo job;
-    /// 0 to 100: how far the scenario is, or was when the job failed or was cancelled. (`job` says 100 of every job
-    /// that has ended.)
+    /// Percent, 0 to 100: the scenario's progress, or its last progress if the job failed or was cancelled. (`job` has
+    /// 100 for every job that has ended.)
     std::int32_t progress = 0;
-    /// What the scenario is doing, or the first message of its result; empty when it says nothing.
+    /// The scenario's current activity, or the first message of its result; empty if there is none.
     std::wstring message;
-    /// All messages of its result.
+    /// All messages of the result.
     std::vector<std::wstring> messages;
-    /// The files that its result names.
+    /// The output files named in the result.
     std::vector<std::wstring> outputFiles;
-    /// The directory of this job's results, and its work directory; empty while there is none.
+    /// The directory of this job's results, and its work directory; empty if there is none.
     std::wstring outputFolder;
     std::wstring workDirectory;
 };
 
-/// The name of a status in documents and in the keys of texts; "Deleted" for `unlistedStatus`.
+/// The name of a status in documents and in text keys; "Deleted" for `unlistedStatus`.
 std::wstring StatusName(JobStatus status);
 
-/// Reads what the job's work directory says.
+/// Reads the files in the job's work directory.
 JobRow ViewOf(const JobListInfo& job);
 
-/// The seconds that a job has run, or ran; -1 when it never started.
+/// The running time of a job in seconds; -1 if it never started.
 std::int64_t SecondsOf(const JobListInfo& job, std::int64_t now);
 
-/// Jobs in list order, kept up to date from the host's reports.
+/// Jobs in list order, updated from the host's reports.
 class JobModel {
 public:
     explicit JobModel(const std::vector<JobListInfo>& jobs);
 
-    /// Takes a report over. The job, or null for one that is not on the board. A deleted one stays, with
+    /// Applies a report. Returns the job, or null for an unknown one. A deleted job is kept with the status
     /// `unlistedStatus`.
     const JobRow* Update(const JobStatusInfo& report);
 
-    /// Takes over the list as it is now: known jobs are brought up to date, new ones added at the end. The
-    /// ids of those that have changed.
+    /// Applies the current job list: updates known jobs and appends new ones. Returns the ids of the changed jobs.
     std::vector<std::wstring> Renew(const std::vector<JobListInfo>& jobs);
 
-    /// Null for a job that is not on the board.
+    /// Null for an unknown job.
     const JobRow* Find(const std::wstring& id) const;
 
     const std::vector<JobRow>& Views() const { return views; }

@@ -8,8 +8,7 @@
 
 namespace controller_cli {
 
-/// The jobs that a person names by number or id, each once, in the order named. Throws `CommandFailure` when there is
-/// no such job.
+/// Selects jobs by number or id, each once, in the given order. Throws `CommandFailure` if there is no such job.
 std::vector<JobListInfo> SelectJobs(const CommandContext& context, const std::vector<JobListInfo>& jobs,
                                     const std::vector<std::wstring>& names);
 

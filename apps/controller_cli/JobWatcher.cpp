@@ -38,7 +38,7 @@ std::vector<std::wstring> JobWatcher::WaitForChanges(std::optional<std::chrono::
         }
     }
     if (hasNewJobs) {
-        // A report does not say everything of a job that is new to the board.
+        // A report does not contain all data of a job that is new to the board.
         const std::vector<std::wstring> renewed = board.Renew(session.FetchJobs());
         changed.insert(changed.end(), renewed.begin(), renewed.end());
     }

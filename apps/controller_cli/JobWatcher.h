@@ -10,20 +10,20 @@
 
 namespace controller_cli {
 
-/// Jobs of the host that are followed as they change.
+/// Tracks changes of the host's jobs.
 class JobWatcher {
 public:
-    /// Follows all jobs, also those that come later. The session outlives this object.
+    /// Tracks all jobs, including new ones. The session must outlive this object.
     explicit JobWatcher(HostSession& hostSession);
-    /// Follows these jobs alone. They are as the session's last job list has them, so that nothing that was told of
-    /// them since is missed. One that has ended stays as it ended, also when it is deleted then.
+    /// Tracks only these jobs. They must be taken from the session's last job list, so that no later report is missed.
+    /// A job that has ended keeps its final state, even if it is then deleted.
     JobWatcher(HostSession& hostSession, const std::vector<JobListInfo>& jobs);
 
     const JobModel& Board() const { return board; }
     bool HaveAllEnded() const;
 
-    /// Waits for changes, at most `interval`, and takes them over; the ids of the jobs that have changed, empty when
-    /// none of them is followed or the time is over.
+    /// Waits at most `interval` for changes and applies them. Returns the ids of the changed jobs; empty if no tracked
+    /// job has changed or on timeout.
     std::vector<std::wstring> WaitForChanges(std::optional<std::chrono::milliseconds> interval = std::nullopt);
 
 private:

@@ -11,7 +11,7 @@
 namespace controller_cli {
 namespace {
 
-/// Paths are the system's own.
+/// Paths are in native notation.
 struct JobReport {
     std::int32_t number = 0;
     std::wstring id;

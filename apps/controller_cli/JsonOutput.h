@@ -6,8 +6,8 @@
 #include <string>
 #include <vector>
 
-/// What `--json` prints: one JSON object a line, each with the version of its layout. Its names stay, whatever the
-/// language.
+/// The output of `--json`: one JSON object per line, each with the version of its format. Its names do not depend on
+/// the language.
 namespace controller_cli {
 
 std::wstring JobsJson(const std::vector<JobRow>& jobs);

@@ -6,8 +6,8 @@
 
 namespace controller_cli {
 
-/// What a message ends with whose reason a log may tell: " The log: /home/ann/controller.log". Nothing where the
-/// settings name no log or there is none.
+/// A hint to append to a message if the log may contain the reason: " The log: /home/ann/controller.log". Empty if the
+/// settings name no log or it does not exist.
 std::wstring LogHint(const CommandContext& context);
 
 } // namespace controller_cli

@@ -20,7 +20,7 @@ struct Switch {
     LongCommandKind kind;
 };
 
-/// The commands without a value of their own.
+/// The commands that take no value.
 constexpr std::array plainCommands = {
     Switch{"--help", LongCommandKind::Help},
     Switch{"--version", LongCommandKind::Version},
@@ -31,7 +31,7 @@ constexpr std::array plainCommands = {
     Switch{"--stop-host", LongCommandKind::StopHost},
 };
 
-/// The commands that name something.
+/// The commands that take a value.
 constexpr std::array namingCommands = {
     Switch{"--run", LongCommandKind::Run},       Switch{"--wait", LongCommandKind::Wait},
     Switch{"--cancel", LongCommandKind::Cancel}, Switch{"--delete", LongCommandKind::Delete},
@@ -41,7 +41,7 @@ constexpr std::array namingCommands = {
 constexpr std::array optionsWithValues = {"--output", "--argument", "-l,--log-file"};
 constexpr std::array flags = {"--json", "--follow", "-f,--client-only"};
 
-/// More than any system's command line holds.
+/// More than fit on any system's command line.
 constexpr int mostInputs = 1 << 24;
 
 std::vector<std::wstring> WideTexts(const std::vector<std::string>& texts) {
@@ -50,7 +50,7 @@ std::vector<std::wstring> WideTexts(const std::vector<std::string>& texts) {
     return wide;
 }
 
-/// The library takes its arguments last first.
+/// The library expects its arguments in reverse order.
 std::vector<std::string> ReversedUtf8(const std::vector<std::wstring>& arguments) {
     std::vector<std::string> reversed;
     std::transform(arguments.rbegin(), arguments.rend(), std::back_inserter(reversed), text::ToUtf8);
@@ -109,7 +109,7 @@ bool NamesSomething(const Switch& command) {
                        [&](const Switch& each) { return each.kind == command.kind; });
 }
 
-/// `operands`: what stands behind "--".
+/// `operands` are the arguments after "--".
 void TakeNames(const CLI::App& app, const Switch& given, const Arguments& operands, LongCommand& command) {
     if (!NamesSomething(given)) {
         return;
@@ -141,7 +141,7 @@ bool CanBeJson(LongCommandKind kind) {
     return std::find(reading.begin(), reading.end(), kind) != reading.end();
 }
 
-/// An option without effect is a mistake.
+/// An option without effect is a usage error.
 void RefuseIdleOptions(const CLI::App& app, const LongCommand& command) {
     const auto refuse = [&](const char* name, bool isIdle) {
         if (isIdle && IsGiven(app, name)) {
@@ -178,10 +178,10 @@ LongCommand CommandOf(const CLI::App& app, const Arguments& operands) {
     return command;
 }
 
-/// A command line parted at its first "--".
+/// A command line split at its first "--".
 struct PartedArguments {
     Arguments options;
-    /// What stands behind: never options.
+    /// The arguments after "--"; never options.
     Arguments operands;
 };
 
@@ -190,8 +190,8 @@ bool IsNamingCommand(const std::wstring& argument) {
                        [&](const Switch& command) { return text::FromUtf8(command.name) == argument; });
 }
 
-/// The library knows values of options alone: where a command has none in front of the "--", the first one behind it is
-/// attached ("--run=-a.rb").
+/// The library supports values of options only. If a command has no value before the "--", the first operand is
+/// attached to it ("--run=-a.rb").
 void AttachFirstOperand(PartedArguments& parted) {
     for (std::size_t i = 0; i < parted.options.size() && !parted.operands.empty(); ++i) {
         const bool isLast = i + 1 == parted.options.size();
@@ -231,7 +231,7 @@ LongCommand ParseLongCommand(const std::vector<std::wstring>& arguments) {
     try {
         app.parse(ReversedUtf8(parted.options));
     } catch (const CLI::ParseError& error) {
-        // It begins with the option that it is about: "--wait: 1 required ...".
+        // The message starts with the option that caused it: "--wait: 1 required ...".
         const std::string what = error.what();
         throw UsageProblem{L"Usage/WrongValue", text::FromUtf8(what.substr(0, what.find(':')))};
     }

@@ -21,13 +21,13 @@ enum class LongCommandKind {
     StopHost
 };
 
-/// A command line with long options.
+/// A parsed command line with long options.
 struct LongCommand {
     LongCommandKind kind = LongCommandKind::Help;
     /// Numbers or ids of jobs, as typed.
     std::vector<std::wstring> ids = {};
     std::wstring scenario = {};
-    /// As typed; the files of one job stand in one text, between commas.
+    /// As typed; each text contains the files of one job, separated by commas.
     std::vector<std::wstring> inputs = {};
     /// Empty: not given.
     std::wstring outputFolder = {};
@@ -40,7 +40,7 @@ struct LongCommand {
     bool operator==(const LongCommand&) const = default;
 };
 
-/// Why a command line cannot be used: the key of a text, and the argument that it is about.
+/// A usage error: the key of a text, and the argument that caused it.
 struct UsageProblem {
     std::wstring textKey;
     std::wstring argument;
@@ -48,11 +48,11 @@ struct UsageProblem {
     bool operator==(const UsageProblem&) const = default;
 };
 
-/// True for a command line that has long options; what stands behind "--" is none.
+/// True if the command line has long options; arguments after "--" do not count.
 bool HasLongOptions(const std::vector<std::wstring>& arguments);
 
-/// Reads such a command line; throws `UsageProblem`. With `--help` it asks for help, whatever else it holds. What
-/// stands behind "--" belongs to the command's names, inputs or ids, also where it begins with "-".
+/// Parses a command line with long options; throws `UsageProblem`. With `--help`, all other arguments are ignored.
+/// Arguments after "--" are names, inputs or ids of the command, even if they begin with "-".
 LongCommand ParseLongCommand(const std::vector<std::wstring>& arguments);
 
 } // namespace controller_cli

@@ -5,10 +5,10 @@
 
 namespace controller_cli {
 
-/// The names in a text such as "1, 2", between commas.
+/// Splits a text such as "1, 2" at its commas.
 std::vector<std::wstring> NamesInText(const std::wstring& text);
 
-/// The names without the blanks around them; those that are blank are left out.
+/// The names without surrounding blanks; blank names are omitted.
 std::vector<std::wstring> WithoutBlanks(const std::vector<std::wstring>& names);
 
 } // namespace controller_cli

@@ -8,15 +8,15 @@
 
 namespace controller_cli {
 
-/// Writes why something could not be done: "controller_cli: " and the text, on a line of standard error. Nothing for an
+/// Writes an error message to standard error, with the prefix "controller_cli: ", on one line. Writes nothing for an
 /// empty text.
 void WriteProblem(CommandContext& context, const std::wstring& problem);
 
-/// The same for texts of the host, which may hold any file name: each stays on one line.
+/// Same for texts from the host, which may contain any file name; each is written on one line.
 void WriteProblems(CommandContext& context, const std::vector<std::wstring>& problems);
 
-/// Why the host has made no jobs of a request, or of some of its input sets: each reason once, in the order of the
-/// sets. Empty where it gave no reason, or had none.
+/// Why the host created no jobs for a request, or for some of its input sets: each reason once, in the order of the
+/// sets. Empty if the host gave no reason.
 std::vector<std::wstring> RefusalReasons(const JobEnqueueResult& result);
 
 } // namespace controller_cli

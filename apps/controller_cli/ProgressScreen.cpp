@@ -11,7 +11,7 @@
 namespace controller_cli {
 namespace {
 
-/// Jobs of one kind behind those that are shown already.
+/// Appends jobs of one kind to the jobs shown, up to `room`.
 void Append(const std::vector<const JobRow*>& jobs, std::size_t room, std::vector<const JobRow*>& shown) {
     shown.insert(shown.end(), jobs.begin(), jobs.begin() + static_cast<std::ptrdiff_t>(std::min(room, jobs.size())));
 }
@@ -93,7 +93,7 @@ void ProgressScreen::Clear() {
     }
 }
 
-/// No line reaches the last column, where some terminals would begin a new one.
+/// No line reaches the last column, where some terminals wrap.
 ProgressScreen::Drawing ProgressScreen::Draw() const {
     Drawing drawing{context.console.Width(), context.console.Height(), {}};
     const std::size_t width = std::max<std::size_t>(drawing.width, 2) - 1;
@@ -104,8 +104,8 @@ ProgressScreen::Drawing ProgressScreen::Draw() const {
     return drawing;
 }
 
-/// Up over what was drawn before. A terminal that got another size has moved or broken those lines, and may have taken
-/// some of them off its upper edge: they are found nowhere but by clearing all of it.
+/// Moves to the start of the previous drawing. A resized terminal has moved or wrapped those lines and may have
+/// scrolled some away; then only clearing the whole screen removes them.
 std::wstring ProgressScreen::ToBeginning(const Drawing& next) const {
     const bool hasOtherSize = next.width != drawn.width || next.height != drawn.height;
     return !drawn.lines.empty() && hasOtherSize ? L"\x1b[H\x1b[2J" : UpOver(drawn.lines.size());

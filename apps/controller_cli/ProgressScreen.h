@@ -13,20 +13,20 @@
 
 namespace controller_cli {
 
-/// Shows live how jobs get on: on a terminal a table that is drawn over, elsewhere a line a change. Jobs that had ended
-/// before the first `Show` are not shown.
+/// Shows the live progress of jobs: as a redrawn table on a terminal, otherwise as one line per change. Jobs that had
+/// ended before the first `Show` are not shown.
 class ProgressScreen {
 public:
     ProgressScreen(CommandContext& commandContext, const JobModel& jobBoard);
 
-    /// Shows the jobs as they are now. `changed`: the ids of those that have changed since the last time.
+    /// Shows the current state. `changed` are the ids of the jobs that have changed since the last call.
     void Show(const std::vector<std::wstring>& changed);
 
-    /// After how long to show the jobs again though none has changed: a table has running clocks, and its terminal may
-    /// have got another size. Nothing: not before a change.
+    /// The redraw interval for unchanged jobs: a table shows running times, and its terminal may be resized. Nothing:
+    /// redraw only after a change.
     std::optional<std::chrono::milliseconds> Interval() const;
 
-    /// Takes the table away; lines stay.
+    /// Removes the table; lines are kept.
     void Clear();
 
 private:
@@ -40,13 +40,13 @@ private:
 
     void ShowLines(const std::vector<std::wstring>& changed);
     void Redraw();
-    /// Notes the order in which jobs end.
+    /// Records the order in which jobs end.
     void NoteEnds(const std::vector<std::wstring>& changed);
     Drawing Draw() const;
-    /// How to get to where the drawing begins.
+    /// The control sequence that moves the cursor to the start of the drawing.
     std::wstring ToBeginning(const Drawing& next) const;
-    /// As many jobs as there is room for: active ones, then waiting ones in list order, then the latest ends. The
-    /// waiting ones leave half of the room to the ends.
+    /// Selects as many jobs as there is room for: active ones, then waiting ones in list order, then the latest ended
+    /// ones. Waiting jobs leave half of the room to ended ones.
     std::vector<const JobRow*> JobsToShow(std::size_t room) const;
 
     CommandContext& context;

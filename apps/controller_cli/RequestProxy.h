@@ -8,12 +8,12 @@ class EventTransmitterExtension;
 
 namespace controller_cli {
 
-/// Sends every request that a front end can have, each under its own name. Each is true when the request was queued:
-/// whoever sends through this waits for the answers himself, as long as the user wants. Only a transmitter without
-/// extension may wait until the request was handled.
+/// Sends every request of a front end, each under its own name. Each function returns true if the request was queued.
+/// The caller waits for the answer itself, without a limit of the transmitter. Only a transmitter without extension may
+/// block until the request is handled.
 class RequestProxy final : public IVanteloOrvelAbs {
 public:
-    /// Both outlive the proxy; `transmitterExtension` may be null.
+    /// Both must outlive this object; `transmitterExtension` may be null.
     RequestProxy(EventTransmitter& eventTransmitter, EventTransmitterExtension* transmitterExtension)
         : transmitter(eventTransmitter), extension(transmitterExtension) {}
 
@@ -29,7 +29,7 @@ public:
     [[nodiscard]] bool TerminateRequest() override;
     [[nodiscard]] bool CheckJobStatusRequest(const std::vector<std::wstring>& ids) override;
 
-    // Only a dialog could serve these; a host refuses them.
+    // These requests need dialogs; a host rejects them.
     [[nodiscard]] bool FetchServiceListRequest() override;
     [[nodiscard]] bool FetchUserSettingsRequest() override;
     [[nodiscard]] bool WriteUserSettingsRequest(WriteUserSettingsInfo& settings) override;

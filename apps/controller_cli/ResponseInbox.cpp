@@ -37,7 +37,7 @@ bool ResponseInbox::UpdateProgress(const std::vector<JobStatusInfo>& infos) {
     return true;
 }
 
-/// What was told before is older than the list.
+/// Earlier updates are older than the list.
 bool ResponseInbox::InitJobsResponse(const std::vector<JobListInfo>& jobs) {
     const std::lock_guard lock(mutex);
     updates.clear();

@@ -12,7 +12,7 @@
 
 namespace controller_cli {
 
-/// The latest answer of each kind. One that is not there has not come yet, or was taken.
+/// The latest answer of each kind; empty if it has not arrived or was taken.
 struct Answers {
     std::optional<JobEnqueueResult> enqueued;
     std::optional<std::vector<JobStatusInfo>> cancelled;
@@ -24,32 +24,32 @@ struct Answers {
     std::optional<std::wstring> culture;
     std::optional<std::vector<JobStatusInfo>> statuses;
     std::optional<bool> terminated;
-    /// Why the host does not serve a request.
+    /// Why the host rejected a request.
     std::optional<std::wstring> refusal;
-    /// What is broken among the scenarios.
+    /// The problems of the scenarios.
     std::optional<std::vector<std::wstring>> scenarioProblems;
 };
 
-/// Keeps what the host answers, on the transmitter's thread, until the command takes it on its own.
+/// Receives the host's answers on the transmitter's thread and keeps them until the command's thread takes them.
 class ResponseInbox final : public ControllerPresenterAbs {
 public:
-    /// Signalled when something has come since `Clear`.
+    /// Signalled if a message has arrived since `Clear`.
     void* Arrived() const { return arrived.Handle(); }
     void Clear() { arrived.Clear(); }
 
-    /// Takes an answer out, if it has come.
+    /// Removes and returns an answer, if it has arrived.
     template <typename Answer>
     std::optional<Answer> Take(std::optional<Answer> Answers::*answer) {
         const std::lock_guard lock(mutex);
         return std::exchange(answers.*answer, std::nullopt);
     }
 
-    /// Takes the changes of jobs that were told since the last time, and since the last job list: of each job the
-    /// latest, in the order in which the jobs were first told of. The deletion of a job does not hide how it ended:
-    /// that comes before it.
+    /// Removes and returns the job changes since the last call and since the last job list: the latest change of each
+    /// job, in the order of the jobs' first changes. The end of a job is kept even if the job is then deleted, and
+    /// precedes the deletion.
     std::vector<JobStatusInfo> TakeUpdates();
 
-    /// Take the host's "RequestRefused" and "ScenarioProblems", which have no operation among a presenter's.
+    /// Handle the host's "RequestRefused" and "ScenarioProblems", for which the presenter interface has no operation.
     CallbackFunctor& RefusalHandler() { return refusalHandler; }
     CallbackFunctor& ScenarioProblemsHandler() { return scenarioProblemsHandler; }
 
@@ -65,7 +65,7 @@ public:
     bool TerminateResponse() override;
     bool CheckJobStatusResponse(const std::vector<JobStatusInfo>& infos) override;
 
-    // Answers to requests that no command sends: not used.
+    // Answers to requests that no command sends; unused.
     bool FetchServiceListResponse(const std::vector<ServiceInfo>& services) override;
     bool FetchUserSettingsResponse(const UserSettingsInfo& settings) override;
     bool WriteUserSettingsResponse() override;
@@ -76,7 +76,7 @@ public:
     bool FetchThirdPartyNoticesPathResponse(const std::wstring& path) override;
 
 private:
-    /// Keeps the content of one event.
+    /// Stores the content of one event.
     template <typename Answer>
     class Keeper final : public CallbackFunctor {
     public:

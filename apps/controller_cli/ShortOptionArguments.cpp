@@ -11,7 +11,7 @@ bool BeginsWithSlash(const std::wstring& argument) {
     return argument.starts_with(L"/");
 }
 
-/// "-i", "-l", "-o": their value is a path, in the next argument.
+/// "-i", "-l" and "-o" take a path, which is the next argument.
 bool TakesPathBehind(const std::wstring& argument) {
     return argument == L"-i" || argument == L"-l" || argument == L"-o";
 }
@@ -47,7 +47,7 @@ std::vector<std::wstring> PrepareShortOptionArguments(const std::vector<std::wst
                                                       bool slashBeginsPaths) {
     const auto endOfOptions = std::find(arguments.begin(), arguments.end(), L"--");
     std::vector<std::wstring> prepared;
-    // In front, where no option takes them for its value.
+    // Placed first, where no option takes them as its value.
     if (endOfOptions != arguments.end()) {
         std::transform(std::next(endOfOptions), arguments.end(), std::back_inserter(prepared), Quoted);
     }

@@ -5,13 +5,13 @@
 
 namespace controller_cli {
 
-/// True for the letters that an option of one letter may have.
+/// True for the letters of one-letter options.
 bool IsOptionLetter(wchar_t letter);
 
-/// Rewrites a command line of one-letter options for `CLIArgumentParser`, to which "-" and "/" begin an option. Behind
-/// "--" every argument is a path: it comes first, in quotes. Where paths begin with a slash (`slashBeginsPaths`), the
-/// path behind `-i`, `-l` and `-o` is attached to the letter, and a path that stands alone is put in quotes. "/s7" and
-/// the like, without a dot or a second slash, stay options.
+/// Rewrites a command line of one-letter options for `CLIArgumentParser`, which takes "-" and "/" as the start of an
+/// option. Arguments after "--" are paths: they are quoted and moved to the front. If paths begin with a slash
+/// (`slashBeginsPaths`), the path after `-i`, `-l` and `-o` is attached to the letter, and other paths are quoted. An
+/// argument such as "/s7", without a dot or a second slash, remains an option.
 std::vector<std::wstring> PrepareShortOptionArguments(const std::vector<std::wstring>& arguments,
                                                       bool slashBeginsPaths);
 

@@ -33,7 +33,7 @@ Start StartOf(const CLIArgumentParser& parser) {
     throw CommandFailure{ExitCode::NoHost, context.texts.Get(L"Errors/HostGone") + LogHint(context)};
 }
 
-/// What is written and what is read must not be one file: it would be lost. Nothing has been written yet.
+/// An output file must not be an input file, whose content would be lost. Called before anything is written.
 void RequireDistinctFilesOf(const CommandContext& context, const CLIArgumentParser& parser,
                             const std::vector<EnqueueJobsInfo>& requests) {
     if (parser.GetOutputFileName().empty() && parser.GetLogFileName().empty()) {
@@ -42,7 +42,7 @@ void RequireDistinctFilesOf(const CommandContext& context, const CLIArgumentPars
     std::vector<FileRole> read = FilesOfSettings();
     read.push_back({L"Roles/JobsFile", parser.GetJobFileName()});
     for (const EnqueueJobsInfo& request : requests) {
-        // One that is no path is a name in the host's catalogue.
+        // A relative path is a name in the host's catalogue.
         read.push_back({L"Roles/Scenario", platform::IsAbsolute(request.scenario.id) ? request.scenario.id : L""});
         for (const auto& inputSet : request.inputFileSets) {
             std::transform(inputSet.begin(), inputSet.end(), std::back_inserter(read), [](const std::wstring& input) {
@@ -98,8 +98,8 @@ ExitCode CheckStatus(CommandContext& context, const CLIArgumentParser& parser) {
     return ExitCode::Success;
 }
 
-/// One request an id. All are sent before the answers are waited for: without an answer a request might still lie in
-/// this process when it ends.
+/// Sends one request per id. Sends all of them before waiting for answers: an unanswered request might still be queued
+/// in this process when it ends.
 ExitCode Cancel(CommandContext& context, const CLIArgumentParser& parser) {
     const std::vector<std::wstring> numbers = JobNumbers(context, StartOf(parser), parser.GetIds());
     ShortOptionSession session(context, StartOf(parser));

@@ -8,7 +8,7 @@
 
 namespace controller_cli {
 
-/// Carries out a command line of one-letter options; throws `CommandFailure`.
+/// Executes a command line of one-letter options; throws `CommandFailure`.
 ExitCode RunLetterCommand(CommandContext& context, const std::vector<std::wstring>& arguments);
 
 } // namespace controller_cli

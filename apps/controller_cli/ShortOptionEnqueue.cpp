@@ -11,7 +11,7 @@
 namespace controller_cli {
 namespace {
 
-/// Tells on standard error what has become of requests that made no jobs, and makes the exit code of it.
+/// Reports rejected and unanswered requests on standard error, and determines the exit code.
 class Mishaps {
 public:
     Mishaps(CommandContext& commandContext, const ShortOptionSession& letterSession, const std::wstring& jobsFileName)
@@ -25,7 +25,7 @@ public:
         }
     }
 
-    /// An answer without jobs is none: a request without input sets has no other.
+    /// A request without input sets gets no jobs in its answer, so that a missing answer counts as a rejection.
     void NoteNoAnswer(std::size_t index, const EnqueueJobsInfo& request) {
         if (request.inputFileSets.empty()) {
             NoteRefusal(index, std::nullopt, request);
@@ -38,7 +38,7 @@ public:
         }
     }
 
-    /// The exit code of all.
+    /// The exit code for all requests.
     ExitCode Finish() {
         if (count > mostTold) {
             WriteProblem(context, context.texts.Format(L"Refusals/More", {std::to_wstring(count - mostTold)}));
@@ -68,7 +68,7 @@ private:
         WriteProblem(context, context.texts.Format(L"Refusals/Line", {jobsFile, MemberOf(index, set), reason}));
     }
 
-    /// Counts one more; false when enough were told.
+    /// Counts a problem. Returns false when the limit of reported problems is exceeded.
     bool IsTold() { return ++count <= mostTold; }
 
     CommandContext& context;
@@ -83,7 +83,7 @@ private:
 ExitCode EnqueueRequests(CommandContext& context, ShortOptionSession& session, const std::wstring& jobsFile,
                          std::vector<EnqueueJobsInfo>& requests, ShortOptionOutput& output) {
     Mishaps mishaps(context, session, jobsFile);
-    // A line that is not open yet opens with the first request.
+    // The first request opens the connection if it is not open yet.
     bool isHostGone = false;
     for (std::size_t index = 0; index < requests.size(); ++index) {
         std::vector<int> seqIds = {-1};

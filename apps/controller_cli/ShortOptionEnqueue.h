@@ -10,9 +10,9 @@
 
 namespace controller_cli {
 
-/// Sends the requests of a jobs file one after another. The lines of each are written as soon as it is answered, so
-/// that a front end that is killed loses none; what is refused, and why, goes to standard error. Once the host has gone
-/// the rest fails unsent.
+/// Sends the requests of a jobs file one after another. Writes the output lines of each request as soon as it is
+/// answered, so that none are lost if the front end is killed. Reports rejections with their reasons on standard error.
+/// If the host disconnects, the remaining requests fail without being sent.
 ExitCode EnqueueRequests(CommandContext& context, ShortOptionSession& session, const std::wstring& jobsFile,
                          std::vector<EnqueueJobsInfo>& requests, ShortOptionOutput& output);
 

@@ -7,14 +7,14 @@
 
 namespace controller_cli {
 
-/// Where the lines of a one-letter command go: to an output file, or to standard output without one.
+/// The output of a one-letter command: an output file, or standard output without one.
 class ShortOptionOutput {
 public:
-    /// Makes the output file anew. Throws `CommandFailure` when it cannot be opened.
+    /// Creates or truncates the output file. Throws `CommandFailure` if it cannot be opened.
     ShortOptionOutput(CommandContext& commandContext, std::wstring outputFile);
 
-    /// Writes lines that end with "\n"; they are in the file when this returns. When the file does not take them they
-    /// go to standard output, so that nothing is lost, and `CommandFailure` is thrown.
+    /// Writes lines that end with "\n"; they are in the file on return. If the file cannot be written, writes the lines
+    /// to standard output, so that nothing is lost, and throws `CommandFailure`.
     void Write(const std::string& lines);
 
 private:

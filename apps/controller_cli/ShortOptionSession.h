@@ -15,7 +15,7 @@
 
 namespace controller_cli {
 
-/// Passes the answers to cancellations on to a presenter, and counts them.
+/// Forwards the answers to cancellations to a presenter, and counts them.
 class CancelAnswers final : public CallbackFunctor {
 public:
     explicit CancelAnswers(CLIPresenter& answeredPresenter) : presenter(answeredPresenter) {}
@@ -23,7 +23,7 @@ public:
     bool operator()(const std::wstring& payload) override;
 
     std::size_t Count() const { return count; }
-    /// Signalled when an answer has come since `Clear`.
+    /// Signalled if an answer has arrived since `Clear`.
     void* Arrived() const { return arrived.Handle(); }
     void Clear() { arrived.Clear(); }
 
@@ -33,15 +33,15 @@ private:
     platform::Event arrived;
 };
 
-/// Passes the answers to enqueue requests on to a presenter, and keeps the reasons for which the host has refused input
-/// sets: the presenter keeps numbers alone. Answers come on the transmitter's thread.
+/// Forwards the answers to enqueue requests to a presenter, and keeps the host's reasons for rejected input sets,
+/// because the presenter keeps only numbers. Answers arrive on the transmitter's thread.
 class EnqueueAnswers final : public CallbackFunctor {
 public:
     explicit EnqueueAnswers(CLIPresenter& answeredPresenter) : presenter(answeredPresenter) {}
 
     bool operator()(const std::wstring& payload) override;
 
-    /// Empty where the host gave none, or has not answered.
+    /// Empty if the host gave no reason or has not answered.
     std::wstring RefusalReason(const std::wstring& requestId, std::size_t inputSet) const;
 
 private:
@@ -50,9 +50,9 @@ private:
     std::map<std::wstring, std::vector<std::vector<std::wstring>>> reasons;
 };
 
-/// A presenter with a host at the other end of its line, for the one-letter commands. Throws `CommandFailure` where
-/// there is no host. What the host tells everybody reaches the presenter while it is made: a class derived from it
-/// would not be whole then.
+/// A presenter connected to a host, for the one-letter commands. Throws `CommandFailure` if there is no host.
+/// Broadcasts of the host reach the presenter during construction, so no class may be derived from it: such an object
+/// would be incomplete then.
 class ShortOptionSession {
 public:
     ShortOptionSession(CommandContext& context, Start start);
@@ -63,13 +63,14 @@ public:
     CLIPresenter& Presenter() { return presenter; }
     bool IsConnected() const;
 
-    /// Why the host has made no job of an input set of a request that it has answered; the first one's stands for a
-    /// request without any. Empty where it does not say.
+    /// Why the host created no job for an input set of an answered request; for a request without input sets, use index
+    /// 0. Empty if the host gave no reason.
     std::wstring RefusalReason(const EnqueueJobsInfo& request, std::size_t inputSet) const {
         return enqueueAnswers.RefusalReason(request.requestId, inputSet);
     }
 
-    /// Waits until so many cancellations are answered, the time is over, or the host has gone. How many are.
+    /// Waits until `expected` cancellations are answered, the timeout expires, or the host disconnects. Returns the
+    /// number of answers.
     std::size_t WaitForCancelAnswers(std::size_t expected, std::chrono::milliseconds patience);
 
 private:

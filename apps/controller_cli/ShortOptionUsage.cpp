@@ -13,12 +13,12 @@ bool IsPlain(const std::wstring& argument) {
     return !argument.empty() && argument.front() != L'-' && argument.front() != L'/';
 }
 
-/// Nothing, or nothing between quotes.
+/// True for an empty text and for empty quotes.
 bool IsEmptyValue(const std::wstring& value) {
     return value.empty() || value == L"\"\"" || value == L"''";
 }
 
-/// One option with its value, which is attached or the plain argument behind it.
+/// One option with its value, attached or in the next argument.
 struct LetterOption {
     /// "-o"
     std::wstring name;

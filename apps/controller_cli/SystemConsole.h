@@ -4,7 +4,7 @@
 
 namespace controller_cli {
 
-/// The console of this process. Colours only on a terminal, and not where NO_COLOR is set.
+/// The console of this process. Uses colours only on a terminal, and not if NO_COLOR is set.
 class SystemConsole final : public Console {
 public:
     void Write(std::wstring_view text) override;

@@ -25,17 +25,18 @@
 namespace controller_cli {
 namespace {
 
-/// More than the host's own limit for its start.
+/// Longer than the host's own timeout for its start.
 constexpr std::chrono::seconds startLimit{45};
 constexpr std::size_t largestRead = 4096;
-/// As much as a pipe holds.
+/// The capacity of a pipe.
 constexpr std::size_t mostSaid = std::size_t{64} << 10;
 
 std::wstring CannotStart(const platform::ProcessStart& start, const platform::Error& error) {
     return platform::ToNativeText(start.program) + L": " + error.Text();
 }
 
-/// What the one who started a host has said, without the last line end. The host may hold the pipe open.
+/// The output of the program that started a host, without the last line end. Does not wait for the end of the pipe,
+/// which the host may hold open.
 std::wstring LastWords(platform::OutputPipe& pipe) {
     std::string bytes;
     pipe.ReadAvailable(mostSaid, bytes);
@@ -44,11 +45,11 @@ std::wstring LastWords(platform::OutputPipe& pipe) {
 }
 
 void WriteLogLines(std::string_view bytes) {
-    // The host goes on when nobody reads them.
+    // The error is ignored: the host keeps running without a reader of its log.
     (void)platform::WriteOutput(bytes);
 }
 
-/// Passes on what a program prints to one of its streams, until it has ended.
+/// Forwards what a program prints to one of its streams, until the program has ended.
 class Relay {
 public:
     explicit Relay(void (*writer)(std::string_view)) : write(writer) {}
@@ -62,7 +63,7 @@ public:
 
     platform::Error Open() { return pipe.Open(); }
     void* WriteEnd() const { return pipe.WriteEnd(); }
-    /// To be called once the program has been started.
+    /// Called when the program has been started.
     void Start() {
         pipe.CloseWriteEnd();
         thread = std::thread([this] { Run(); });
@@ -81,7 +82,7 @@ private:
     std::thread thread;
 };
 
-/// Returns when the host has ended. A host that has just been started may not listen yet: it is asked again.
+/// Returns when the host has ended. A host that has just been started may not listen yet, so the request is repeated.
 void AskToEnd(void* host, EventTransmitter* transmitter, EventTransmitterExtension* extension) {
     constexpr std::chrono::milliseconds interval{500};
     do {
@@ -91,7 +92,7 @@ void AskToEnd(void* host, EventTransmitter* transmitter, EventTransmitterExtensi
     } while (!platform::WaitForAny({host}, interval));
 }
 
-/// Where the host has not taken a request, it is asked as a process.
+/// If the host has not received a request, its process is asked to end.
 HostEnd AwaitEnd(void* process, bool isAsked, std::chrono::milliseconds patience) {
     if (process == nullptr || !(isAsked || platform::AskOtherProcessToEnd(process))) {
         return HostEnd::CannotBeAsked;
@@ -131,7 +132,7 @@ bool SystemHostAccess::IsHostThere() {
     return FindHolder(holder);
 }
 
-/// The host finds its settings where this program found them, whatever its current directory.
+/// The host gets the settings file of this program, independent of its current directory.
 platform::ProcessStart SystemHostAccess::HostProcess() const {
     platform::ProcessStart start;
     start.program = platform::ProgramDirectory() + L"\\controller_host" + platform::programExtension;
@@ -209,7 +210,7 @@ std::wstring SystemHostAccess::Place() {
     return DescribeEventTransmitter(transmitterModule, transmitterId).place;
 }
 
-/// A module that only the lock file names is not loaded: the settings alone say what runs here.
+/// A module that only the lock file names is not loaded: only the settings decide which code runs in this process.
 bool SystemHostAccess::RequestEndOf(const host_lock::Holder& holder) const {
     if (!platform::SameName(holder.eventTransmitter, transmitterModule)) {
         return false;
@@ -225,9 +226,9 @@ HostEnd SystemHostAccess::EndRunningHost(std::chrono::milliseconds patience) {
     if (!FindHolder(holder)) {
         return HostEnd::Ended;
     }
-    // Opened before it is asked: the number alone could be another process by then.
+    // The process is opened before it is asked: afterwards its process id could be reused.
     const platform::OwnedHandle process = host_lock::OpenHolder(holder);
-    // Under this program's own name it was asked before.
+    // A host with this program's own endpoint has already been asked.
     const bool isAsked = L"client:" + holder.transmitterName != transmitterId && RequestEndOf(holder);
     return AwaitEnd(process.Get(), isAsked, patience);
 }

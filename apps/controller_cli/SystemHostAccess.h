@@ -8,7 +8,7 @@
 
 namespace controller_cli {
 
-/// The host that the settings name: its program stands beside this one.
+/// Access to the configured host, whose program is in the same directory as this one.
 class SystemHostAccess final : public HostAccess {
 public:
     SystemHostAccess();
@@ -20,12 +20,12 @@ public:
     EventTransmitterExtension* Extension() override;
     bool IsHostThere() override;
     std::wstring StartHost(std::wstring& warnings) override;
-    /// Ctrl-C and what else asks this program to end is passed on to the host as a request.
+    /// Ctrl-C and other stop requests to this program are forwarded to the host as a request.
     std::int32_t RunHost(std::wstring& problem) override;
 
     std::wstring HostElsewhere() override;
     std::wstring Place() override;
-    /// By a request where it listens under another name; else, on Linux, by SIGTERM.
+    /// By a request if it listens under another name; otherwise, on Linux, by SIGTERM.
     HostEnd EndRunningHost(std::chrono::milliseconds patience) override;
     std::vector<host_lock::Holder> HostsOfSettingsFile() override;
     HostEnd EndHostOfSettingsFile(const host_lock::Holder& holder, std::chrono::milliseconds patience) override;

@@ -11,7 +11,7 @@ namespace {
 using Widths = std::vector<std::size_t>;
 
 constexpr std::size_t gap = 2;
-/// A flexible column gives way down to this.
+/// Minimum width of a flexible column.
 constexpr std::size_t narrowest = 6;
 
 Widths NaturalWidths(const std::vector<Column>& columns, const std::vector<std::vector<Cell>>& rows) {
@@ -30,7 +30,7 @@ std::size_t LineWidth(const Widths& widths) {
     return std::accumulate(widths.begin(), widths.end(), gap * (widths.size() - 1));
 }
 
-/// The widest flexible column that can still give way.
+/// The widest flexible column above the minimum width.
 std::size_t* WidestFlexible(const std::vector<Column>& columns, Widths& widths) {
     std::size_t* widest = nullptr;
     for (std::size_t column = 0; column < columns.size(); ++column) {
@@ -59,7 +59,7 @@ std::wstring CellText(const Cell& cell, ColumnKind kind, std::size_t width, bool
     return kind == ColumnKind::Number ? blanks + shown : shown + blanks;
 }
 
-/// One line; cells that find no room on it are left out.
+/// One line; cells that do not fit are omitted.
 std::wstring Line(const std::vector<Column>& columns, const std::vector<Cell>& row, const Widths& widths,
                   const TableStyle& style) {
     std::wstring line;

@@ -9,7 +9,7 @@
 
 namespace controller_cli {
 
-/// Where a text that is too long is cut: of a path the end tells more.
+/// Where a long text is truncated: the end of a path is more informative.
 enum class CutAt { End, Beginning };
 
 struct Cell {
@@ -21,9 +21,9 @@ struct Cell {
 enum class ColumnKind {
     /// Always as wide as its widest cell.
     Whole,
-    /// As `Whole`, with its cells to the right.
+    /// Same as `Whole`, right-aligned.
     Number,
-    /// Gives way where the table is too wide.
+    /// Shrinks if the table is too wide.
     Flexible
 };
 
@@ -33,13 +33,13 @@ struct Column {
 };
 
 struct TableStyle {
-    /// No line is longer; nothing: as long as it takes.
+    /// Maximum length of a line; nothing: unlimited.
     std::optional<std::size_t> width;
     bool hasColours = false;
 };
 
-/// The lines of a table without line ends: the headings, then one line a row. Each row has a cell a column; control
-/// characters in cells are made harmless.
+/// The lines of a table without line ends: the headings, then one line per row. Each row has one cell per column;
+/// control characters in cells are replaced.
 std::vector<std::wstring> TableLines(const std::vector<Column>& columns, std::vector<std::vector<Cell>> rows,
                                      const TableStyle& style);
 

@@ -10,7 +10,7 @@
 namespace controller_cli {
 namespace {
 
-/// True when more bytes decide what the text begins with.
+/// True if the text begins with an incomplete character.
 bool IsBeginning(std::string_view text) {
     const auto first = static_cast<unsigned char>(text[0]);
     return text == "\r" || (text::Utf8Length(first) > text.size() &&

@@ -5,11 +5,11 @@
 
 namespace controller_cli {
 
-/// Turns bytes of others into text that a terminal can be given: lines and tabs stay, and what would steer the terminal
-/// is shown as it is written in C.
+/// Converts untrusted bytes to text that is safe on a terminal: lines and tabs are kept, control characters are written
+/// as C escape sequences.
 class TerminalText {
 public:
-    /// The bytes may come in pieces of any size; the beginning of a character is kept until the rest of it comes.
+    /// The bytes may arrive in pieces of any size; an incomplete character is kept until its remaining bytes arrive.
     std::string Take(std::string_view bytes);
 
 private:

@@ -16,7 +16,7 @@ constexpr wchar_t builtInCulture[] = L"en-US";
 const std::wstring& BuiltInSection() {
     static const std::wstring section = [] {
         std::wstring english;
-        // Part of the program.
+        // Cannot fail: the text is part of the program.
         (void)ControllerCSWrapper::GetStringResources(text::FromUtf8(builtInStrings), builtInCulture, english);
         return english;
     }();
@@ -32,7 +32,7 @@ std::wstring FindBuiltIn(const std::wstring& key) {
     return isFound ? text : key;
 }
 
-/// The number in "{12}" at the beginning of `text`, and how long that is.
+/// The number in a placeholder such as "{12}" at the beginning of `text`, and its length.
 struct Placeholder {
     std::size_t number = 0;
     std::size_t length = 0;

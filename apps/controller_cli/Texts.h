@@ -9,18 +9,18 @@
 
 namespace controller_cli {
 
-/// Every text that the front end shows, by its key ("Table/Job"): in the culture of the settings, else in the default
-/// one, else the built-in English. One thread.
+/// Every text that the front end shows, by key ("Table/Job"): in the configured culture, otherwise in the default
+/// culture, otherwise in the built-in English. Not thread-safe.
 class Texts {
 public:
-    /// The file is read when the first text is asked for.
+    /// The file is read at the first access to a text.
     explicit Texts(std::wstring stringResourceFile) : file(std::move(stringResourceFile)) {}
 
-    /// The key itself where even the built-in texts do not have it.
+    /// Returns the key itself if the built-in texts do not contain it.
     const std::wstring& Get(const std::wstring& key) const;
 
-    /// The text with "{0}", "{1}" and so on replaced by the values. What in these could forge a line or steer a
-    /// terminal is escaped: names and reports of others are among them.
+    /// The text with "{0}", "{1}" and so on replaced by the values. Line breaks and terminal control characters in the
+    /// values are escaped, because names and reports of other users are among them.
     std::wstring Format(const std::wstring& key, std::initializer_list<std::wstring> values) const;
 
 private:

@@ -16,7 +16,7 @@ void WaitSilently(JobWatcher& jobs) {
     }
 }
 
-/// A terminal keeps the outcome alone; elsewhere an empty line parts it from what happened before.
+/// A terminal keeps only the outcome; otherwise an empty line separates the outcome from the progress.
 void WaitOnScreen(CommandContext& context, JobWatcher& jobs) {
     if (jobs.HaveAllEnded()) {
         return;

@@ -9,8 +9,9 @@
 
 namespace controller_cli {
 
-/// Shows how these jobs get on until all have ended, then their outcome (as JSON: only that). `jobs`: as the session's
-/// last job list has them. `JobFailed` unless all have succeeded; a job that is deleted before it ended has not.
+/// Shows the progress of these jobs until all have ended, then their outcome (with JSON: only the outcome). `jobs` must
+/// be taken from the session's last job list. Returns `JobFailed` unless all succeeded; a job that is deleted before
+/// its end has not succeeded.
 ExitCode WaitForCompletion(CommandContext& context, HostSession& session, const std::vector<JobListInfo>& jobs,
                            bool asJson);
 

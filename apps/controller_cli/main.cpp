@@ -17,7 +17,7 @@ int main(int argc, char** argv) {
     platform::HardenLibrarySearch();
     platform::PrepareConsole();
     const std::vector<std::wstring> arguments = platform::ProgramArguments(argc, argv);
-    // One-letter commands end at once on Ctrl-C.
+    // One-letter commands install no handler: they end at once on Ctrl-C.
     std::optional<platform::StopSignal> stop;
     if (HasLongOptions(arguments)) {
         stop.emplace();

@@ -14,7 +14,7 @@
 
 namespace {
 
-/// A host is ready in far less; one that is not by then never will be.
+/// A host is normally ready much sooner; one that takes longer is considered hung.
 constexpr std::chrono::seconds startLimit{30};
 
 HostExit Refuse(const std::wstring& problem, HostExit code = HostExit::CouldNotRun) {
@@ -22,7 +22,7 @@ HostExit Refuse(const std::wstring& problem, HostExit code = HostExit::CouldNotR
     return code;
 }
 
-/// A host that was running already is as good, when the front ends of these settings can reach it.
+/// An already running host is a success if front ends with these settings can reach it.
 HostExit UseOtherHost() {
     const auto settings = settings::Current();
     return ReachOtherHost(*settings)
@@ -45,7 +45,8 @@ HostExit OutcomeOf(void* host) {
     return Refuse(L"the host ended at once with exit code " + std::to_wstring(code.value_or(-1)) + L"." + LogHint());
 }
 
-/// The host has them in its log alone: nobody sees its terminal. A front end that starts a host shows them, too.
+/// The host writes these problems only to its log, because its terminal is not visible. A front end that starts a host
+/// shows them, too.
 void TellProblems() {
     for (const std::wstring& problem : start_checks::Problems(*settings::Current())) {
         platform::WriteErrorOutput("controller_host: warning: " + text::EscapedUtf8(problem) + "\n");
@@ -55,7 +56,7 @@ void TellProblems() {
 } // namespace
 
 HostExit StartHostInBackground() {
-    // The host would refuse them too, but out of the user's sight.
+    // The host would reject them, too, but invisibly to the user.
     if (const std::wstring problem = settings::Problem(); !problem.empty()) {
         return Refuse(problem);
     }

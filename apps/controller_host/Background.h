@@ -2,6 +2,6 @@
 
 #include "controller_host/Host.h"
 
-/// Starts this program once more, detached from the terminal, and returns when front ends can reach it. A host that was
-/// running already is as good, if they can reach that. What kept it from starting is told on standard error.
+/// Starts this program again, detached from the terminal, and returns when front ends can reach it. An already running
+/// host that they can reach is a success, too. On failure, writes the reason to standard error.
 HostExit StartHostInBackground();

@@ -18,7 +18,7 @@ std::vector<JobListInfo> DeletionJournal::Read() const {
     std::wstring text;
     std::vector<JobListInfo> jobs;
     if (platform::Exists(path) && ControllerCSWrapper::ReadJsonFile(path, text)) {
-        // Notes of another layout are worth nothing; the companion logs them.
+        // A journal in another format is ignored; the companion logs the error.
         (void)ControllerCSWrapper::Deserialize(text, jobs);
     }
     return jobs;
@@ -44,10 +44,11 @@ void DeletionJournal::Settle() const {
 
 void DeletionJournal::Write(const std::vector<JobListInfo>& jobs) const {
     if (jobs.empty()) {
-        // Notes that stay are settled again by the next start.
+        // A journal that cannot be removed is processed again at the next start.
         (void)platform::RemoveFile(path);
     } else {
-        // Logged by the companion. Without a note, a directory stays behind when the host is killed right now.
+        // The companion logs the error. Without a journal, a directory is left behind if the host is killed before its
+        // removal.
         (void)ControllerCSWrapper::CreateJsonFile(ControllerCSWrapper::Serialize(L"JobList", jobs), path);
     }
 }

@@ -5,20 +5,20 @@
 #include <string>
 #include <vector>
 
-/// The jobs that a host is deleting, noted in a file beside the job list. It stands there only while work directories
-/// are being removed, or when one could not be: so a host learns what the sudden end of an earlier one interrupted.
+/// A journal of the jobs being deleted, in a file beside the job list. The file exists only while work directories are
+/// being removed, or after a removal failed. A host thereby detects a deletion that an earlier host did not finish.
 class DeletionJournal {
 public:
     explicit DeletionJournal(const std::wstring& jobListFile) : path(FileBeside(jobListFile)) {}
 
     static std::wstring FileBeside(const std::wstring& jobListFile) { return jobListFile + L".deletions"; }
 
-    /// The jobs noted; none when there is no file.
+    /// The journaled jobs; none if there is no file.
     std::vector<JobListInfo> Read() const;
-    /// Notes jobs besides those noted already. A note that cannot be written is logged; deleting goes on without.
+    /// Adds jobs to the journal. A failed write is logged; the deletion continues without the journal.
     void Add(const std::vector<JobListInfo>& jobs) const;
-    /// To be called when the noted jobs have left the list: tries once more to remove the work directories that are
-    /// still there, and keeps the notes of those that stay.
+    /// Called when the journaled jobs have left the list. Tries again to remove the remaining work directories, and
+    /// keeps the entries of those that cannot be removed.
     void Settle() const;
 
 private:

@@ -5,7 +5,7 @@ void EngineTransmitter::AddEventHandler(const std::wstring& eventName, CallbackF
 }
 
 void EngineTransmitter::Broadcast(const std::wstring& eventName, const std::wstring& payload) {
-    // Whoever is not there to hear it asks when it comes.
+    // An absent front end requests the state when it connects.
     (void)transmitter.SendEvent(eventName, payload);
 }
 

@@ -23,8 +23,8 @@ std::wstring ProblemOf(HostEngine& engine, EnqueueJobsInfo& request) {
     return engine.ResolveScenarioName(request.scenario.id);
 }
 
-/// True for a name that is no directory of its own in the output directory: nothing, the directory itself or the one
-/// above it, on Windows also with blanks and dots behind.
+/// True for a name that is not a separate directory within the output directory: an empty name, "." and "..", on
+/// Windows also with trailing blanks and dots.
 bool IsNoDirectoryName(const std::wstring& name) {
     return name.find_first_not_of(L". ") == std::wstring::npos;
 }
@@ -54,7 +54,7 @@ JobEnqueueResult RefusedResult(const EnqueueJobsInfo& request, const std::wstrin
     return result;
 }
 
-/// What is wrong with each input set; one with a problem is left empty, which the engine passes over.
+/// Returns the problem of each input set. A set with a problem is emptied; the engine skips empty sets.
 Texts EmptyUnusableSets(EnqueueJobsInfo& request) {
     Texts problems;
     for (Texts& inputSet : request.inputFileSets) {

@@ -2,8 +2,8 @@
 
 #include "controller_host/HostEngine.h"
 
-/// Makes the jobs of a request as the engine does, and says in words why an input set gets none: its element of
-/// `inputSetResults` then holds one text. A request that is refused as a whole has the same text for every set; one
-/// without input sets has one element for the text alone. Each reason is logged, too. What would lead the engine out of
-/// the output directory is refused. `request` is changed on the way.
+/// Creates the jobs of a request like the engine does, and adds the reason why an input set gets none: its element of
+/// `inputSetResults` then contains one text. A request that is rejected as a whole has the same text for every set; one
+/// without input sets has one element with the text only. Each reason is also logged. Input sets whose results would be
+/// outside the output directory are rejected. Modifies `request`.
 JobEnqueueResult EnqueueWithReasons(HostEngine& engine, EnqueueJobsInfo& request);

@@ -10,7 +10,7 @@ namespace {
 
 constexpr int failureCode = 1;
 
-/// Never in the place of what the scenario wrote.
+/// Never overwrites a result of the scenario.
 bool LeaveResult(const JobListInfo& job, const std::wstring& result) {
     const std::wstring path = PathFuncs::Join(job.workDir, run_protocol::resultFileName);
     std::wstring problem;
@@ -20,7 +20,7 @@ bool LeaveResult(const JobListInfo& job, const std::wstring& result) {
 
 void LeaveNote(const std::wstring& path, const std::wstring& result) {
     if (!path.empty() && !platform::EnsurePrivateDirectories(platform::ParentDirectory(path))) {
-        // A note that cannot be written has been logged.
+        // A failed write has already been logged.
         (void)run_protocol::WriteFile(result, path);
     }
 }

@@ -5,16 +5,16 @@
 
 #include "CommonControllerLib/JobRecords.h"
 
-/// Why jobs failed, for those whose scenario did not say it: people and front ends find it in the result file of the
-/// work directory. Where that cannot be written, or holds something else, it stands in a note beside the job list.
+/// Reasons of failures that the scenario itself did not report. They are written to the result file in the work
+/// directory. If that cannot be written or already exists, the reason is written to a note beside the job list.
 class FailureReasons {
 public:
     explicit FailureReasons(std::wstring jobListFile) : list(std::move(jobListFile)) {}
 
-    /// Leaves the reason, and tells it in the log.
+    /// Writes the reason and logs it.
     void Leave(const JobListInfo& job, const std::wstring& reason) const;
 
-    /// Removes the notes of jobs that are not listed any more.
+    /// Removes the notes of jobs that are no longer listed.
     void KeepOnly(const std::set<std::wstring>& listedIds) const;
 
 private:

@@ -36,9 +36,9 @@ HostExit Refuse(HostExit code, const std::wstring& problem) {
     return code;
 }
 
-/// A front end that looks whether a host is starting may hold the lock for a moment.
+/// A front end that checks whether a host is starting may hold the lock for a moment.
 constexpr std::chrono::milliseconds lookTime{200};
-/// Less than the one who starts a host in the background waits.
+/// Shorter than the timeout for starting a host in the background.
 constexpr std::chrono::seconds otherStartTime{25};
 
 HostExit RefuseWithoutPlace(const settings::Settings& settings, const platform::Error& error) {
@@ -52,12 +52,12 @@ HostExit RefuseWithoutPlace(const settings::Settings& settings, const platform::
                                              L"can be removed while no host runs.");
 }
 
-/// Long enough for scenarios that need their whole grace time, and for their runners to end.
+/// Long enough for scenarios that use their whole grace time, and for their runners to exit.
 std::chrono::milliseconds Patience(const settings::Settings& settings) {
     return std::chrono::seconds(settings.cancelGraceSeconds) + std::chrono::seconds(5);
 }
 
-/// At every start, also when an earlier host put the list aside; front ends say it, too.
+/// Reported at every start, also if an earlier host quarantined the list. Front ends show it, too.
 void TellOfDamagedLists(const settings::Settings& settings) {
     for (const std::wstring& file : job_list_file::KeptAside(settings.jobListFile)) {
         ControllerLogManager::WarnLog(L"A job list that could not be read is kept as " + platform::ToNativeText(file) +
@@ -78,7 +78,7 @@ void WarnWithoutExtension(const settings::Settings& settings) {
                                   L": every front end gets every answer, and requests are not acknowledged.");
 }
 
-/// Lets front ends come, and answers them until the host is to end. Only now: who can connect is to be served.
+/// Accepts front ends and answers them until the host is asked to end. Called only when the host can serve connections.
 HostExit ServeFrontEnds(const settings::Settings& settings, HostEngine& engine, HostPlace& place,
                         const std::wstring& readyEvent) {
     EventTransmitterManager modules(settings.eventTransmitter);
@@ -132,14 +132,14 @@ HostExit RunHost(const std::wstring& readyEvent) {
         return Refuse(HostExit::CouldNotRun, problem);
     }
     const auto settings = settings::FrozenForProcess();
-    // A refusal is told on standard error, not on the console's log as well.
+    // Refusals go to standard error only, not also to the console log.
     ControllerLogManager::Initialize(0, settings->logFile, false);
     HostPlace place;
     const std::chrono::milliseconds patience = readyEvent.empty() ? lookTime : otherStartTime;
     if (const platform::Error error = place.Take(*settings, patience)) {
         return RefuseWithoutPlace(*settings, error);
     }
-    // The engine would begin with an empty list.
+    // With an unusable file the engine would start with an empty list.
     if (const std::wstring obstacle = job_list_file::ReasonUnusable(settings->jobListFile); !obstacle.empty()) {
         return Refuse(HostExit::CouldNotRun, L"the job list cannot be used, and is left as it is: " + obstacle);
     }

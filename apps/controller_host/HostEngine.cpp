@@ -16,13 +16,13 @@
 
 namespace {
 
-/// A job of a scenario that nobody has to trust.
+/// A job whose scenario is not trusted.
 class HostJobEntry : public JobEntry {
 public:
     using JobEntry::JobEntry;
 
-    /// A scenario may have put a link in the place of its work directory: nothing is made where that leads. The
-    /// function module asks the scenario's process in another way, too.
+    /// A scenario may have replaced its work directory by a link: then no file is created in the link's target. The
+    /// function module requests the stop in another way, too.
     bool OnCancelJob() override { return platform::IsLink(info.workDir) || JobEntry::OnCancelJob(); }
 };
 
@@ -36,7 +36,7 @@ bool HostEngine::IsSuspendJobExecution() {
     const auto isActive = [](const auto& job) { return IsActive(job->GetStatus()); };
     const auto canStart = [](const auto& job) { return queue::CanStart(job->GetStatus()); };
     const auto active = std::count_if(jobList.begin(), jobList.end(), isActive);
-    // The settings file is looked at only where a job waits.
+    // Reads the settings file only if a job waits.
     return active > 0 &&
            (std::none_of(nextJob, jobList.end(), canStart) || active >= settings::Current()->parallelJobs);
 }
@@ -44,7 +44,7 @@ bool HostEngine::IsSuspendJobExecution() {
 void HostEngine::WriteJobList() {
     auto position = jobList.cbegin();
     const auto next = [&] { return position == jobList.cend() ? nullptr : &(*position++)->GetJobListInfo(); };
-    // The list that could not be written is kept, and written again by the host's loop.
+    // A list that cannot be written is kept in memory; the host's loop retries the write.
     (void)job_list_file::WriteRows(ControllerCSWrapper::GetJobListFile(), jobList.size(), next);
 }
 

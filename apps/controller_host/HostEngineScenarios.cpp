@@ -12,7 +12,7 @@
 
 namespace {
 
-/// Why a path names no scenario file; empty when it does.
+/// Why a path is not a scenario file; empty if it is.
 std::wstring ProblemOf(const std::wstring& path) {
     if (platform::IsDirectory(path)) {
         return L"The scenario " + platform::ToNativeText(path) + L" is a folder, not a file.";
@@ -82,7 +82,7 @@ std::wstring HostEngine::ResolvePath(std::wstring& path) {
     return problem;
 }
 
-/// A file of the scenario directories by its path there.
+/// Finds a scenario by its path relative to a scenario directory.
 bool HostEngine::FindInDirectories(std::wstring& name) {
     for (const ScenarioDirectory& directory : scenarioDirectories) {
         std::wstring path = platform::ResolveAgainst(directory.path, name);
@@ -94,7 +94,7 @@ bool HostEngine::FindInDirectories(std::wstring& name) {
     return false;
 }
 
-/// A scenario somewhere below the scenario directories by the name of its file.
+/// Finds a scenario anywhere below the scenario directories by its file name.
 std::wstring HostEngine::ResolveFileName(std::wstring& name) const {
     std::vector<ScenarioInfo> found;
     std::copy_if(
@@ -111,7 +111,7 @@ std::wstring HostEngine::ResolveFileName(std::wstring& name) const {
     return {};
 }
 
-/// The engine knows a scenario's own name by its id alone. A package that is in no directory gets its path as the id.
+/// The engine finds catalogued scenarios by id only. A package outside the scenario directories gets its path as id.
 void HostEngine::UseCataloguedId(std::wstring& path) {
     const auto listed = std::find_if(listedScenarios.begin(), listedScenarios.end(), [&](const ScenarioInfo& scenario) {
         return platform::SameName(scenario.path, path);

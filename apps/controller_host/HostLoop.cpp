@@ -12,9 +12,9 @@ namespace {
 using std::chrono::milliseconds;
 using std::chrono::steady_clock;
 
-/// How often a running job's progress file is looked at, so that a change is on every screen within 250 ms.
+/// Interval for reading a running job's progress file; front ends show a change within 250 ms.
 constexpr milliseconds progressInterval{200};
-/// How often writing the list is tried again, on a disk that is full or gone.
+/// Interval for retrying a failed write of the job list, for example on a full disk.
 constexpr milliseconds listInterval{1000};
 
 std::optional<milliseconds> LongestWait(bool watching) {
@@ -60,7 +60,7 @@ void HostLoop::LookAtJobs() {
     }
 }
 
-/// Each start is listed and told before the next.
+/// Each start is written to the list and broadcast before the next one.
 void HostLoop::StartJobs() {
     std::vector<JobStatusInfo> updated;
     while (engine.ExecuteJob(nullptr, updated)) {

@@ -6,17 +6,17 @@
 
 #include <chrono>
 
-/// The host's one loop. It waits for requests, for the end of processes and for the wish to stop; while a job runs also
-/// for the time to look at its progress file again, and while the job list cannot be written for the time to try again.
-/// Requests are answered before the next jobs are started.
+/// The host's only loop. It waits for requests, the end of processes and the stop request. While a job runs, it also
+/// wakes up to read the progress file; while the job list cannot be written, to retry the write. Requests are answered
+/// before further jobs are started.
 class HostLoop {
 public:
-    /// All outlive the loop. `stop` is a handle that is signalled when the host is to end.
+    /// All must outlive the loop. `stop` is a handle that is signalled when the host must end.
     HostLoop(HostEngine& hostEngine, RequestQueue& requestQueue, RequestHandler& requestHandler, void* stopHandle)
         : engine(hostEngine), queue(requestQueue), answers(requestHandler), stop(stopHandle) {}
 
-    /// Returns when the host is to end, with all jobs cancelled and their processes ended, or after `patience` for
-    /// those that do not.
+    /// Returns when the host is asked to end: all jobs are cancelled and their processes have ended, or `patience` has
+    /// expired.
     void Run(std::chrono::milliseconds patience);
 
 private:

@@ -3,14 +3,14 @@
 #include <string>
 #include <vector>
 
-/// What the command line of the host asks for.
+/// The parsed command line of the host.
 struct HostOptions {
     enum class Mode { Foreground, Background, Status, Help, Version, Wrong };
     Mode mode = Mode::Foreground;
-    /// The argument that is wrong.
+    /// The invalid argument.
     std::wstring problem = {};
-    /// Given by a host that starts this one in the background: an inherited event to raise once front ends can reach
-    /// it.
+    /// Passed by a host that starts this one in the background: an inherited event to raise when front ends can
+    /// connect.
     std::wstring readyEvent = {};
 };
 

@@ -54,7 +54,7 @@ void HostPlace::SetReady() {
     Write();
 }
 
-/// Without it the host is found by its settings alone.
+/// Without this record, the host is found only by its settings.
 void HostPlace::Note() {
     if (const platform::Error error = host_records::Write(holder)) {
         ControllerLogManager::WarnLog(L"The host cannot note in the user's data folder which settings it has: " +
@@ -62,7 +62,7 @@ void HostPlace::Note() {
     }
 }
 
-/// On a full disk nobody is told who has the lock; it holds all the same.
+/// On a full disk the file does not name the holder; the lock is held in any case.
 void HostPlace::Write() {
     if (const platform::Error error = lock.Write(host_lock::Serialize(holder))) {
         ControllerLogManager::WarnLog(L"The lock of the job list cannot say which process holds it: " + error.Text());

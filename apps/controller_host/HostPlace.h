@@ -8,8 +8,8 @@
 #include "platform/system/Error.h"
 #include "services/Settings.h"
 
-/// The lock that makes this process the one host of its job list. Its file says which process has it, since when and
-/// where front ends reach it; it goes with the lock, and so does a note for those who cannot read the settings.
+/// The lock that makes this process the only host of its job list. Its file contains the process, its start time and
+/// its endpoint, and is removed with the lock. So is a record for programs that cannot read the settings.
 class HostPlace {
 public:
     HostPlace() = default;
@@ -17,12 +17,12 @@ public:
     HostPlace(const HostPlace&) = delete;
     HostPlace& operator=(const HostPlace&) = delete;
 
-    /// Takes the lock. While another process has it that is becoming the host for the same front ends and cannot be
-    /// reached yet, waits for one or the other up to `patience`: so whoever starts a host beside one that is starting
-    /// comes back when that one is ready, or takes its place when it ends. `InUse`: another host has the place.
+    /// Takes the lock. If the holder is a host that is still starting and serves the same front ends, waits up to
+    /// `patience` until it is ready or has ended, and takes the lock in the latter case. Fails with `InUse` if another
+    /// host holds the lock.
     platform::Error Take(const settings::Settings& settings, std::chrono::milliseconds patience);
 
-    /// Writes into the lock file where front ends can reach the host from now on.
+    /// Writes the endpoint at which front ends can now connect into the lock file.
     void SetReady();
 
 private:

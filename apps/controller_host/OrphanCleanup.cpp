@@ -16,7 +16,7 @@ void AskToStop(const JobListInfo& job) {
     if (IsActive(job.status) && platform::IsDirectory(job.workDir)) {
         ControllerLogManager::WarnLog(L"Job: " + std::to_wstring(job.seqId) +
                                       L" was left running by an earlier host; its scenario is asked to stop.");
-        // Where it cannot be made, the processes are ended all the same.
+        // On failure the processes are killed in any case.
         (void)platform::CreateEmptyFileIn(job.workDir, run_protocol::killFileName);
     }
 }
@@ -26,7 +26,7 @@ bool HasEndedWithoutResult(const JobStatusInfo& job) {
     return hasEnded && !platform::Exists(PathFuncs::Join(job.workDir, run_protocol::resultFileName));
 }
 
-/// `runs`: what the processes of each job have in their environment.
+/// `runs`: the value that identifies each job in the environment of its processes.
 void EndProcesses(const std::set<std::wstring>& runs) {
     if (const std::size_t count = platform::KillProcessesByEnvironment(run_protocol::runInfoVariable, runs);
         count > 0) {
@@ -39,12 +39,12 @@ void EndProcesses(const std::set<std::wstring>& runs) {
 
 void StopOrphanCleanup(const std::wstring& jobListFile) {
     std::vector<JobListInfo> jobs;
-    // A list that cannot be read has been reported by the engine and names no jobs.
+    // The engine reports a list that cannot be read; it contains no jobs.
     (void)ControllerCSWrapper::ParseJobList(jobListFile, jobs);
     std::set<std::wstring> runs;
     for (const JobListInfo& job : jobs) {
         AskToStop(job);
-        // Between the start of a process and the next writing of the list, its job is queued there.
+        // A job is still listed as queued between the start of its process and the next write of the list.
         if (IsActive(job.status) || job.status == JobStatus::Queued) {
             runs.insert(run_protocol::RunInfoPath(job.workDir));
         }

@@ -12,11 +12,11 @@ namespace {
 
 using std::chrono::steady_clock;
 
-/// Nothing tells that a host of somebody else's has become ready.
+/// Polling interval: a host of another process gives no notification when it is ready.
 constexpr std::chrono::milliseconds lookInterval{50};
-/// As long as the start of a host may take.
+/// Timeout for the start of a host.
 constexpr std::chrono::seconds startLimit{30};
-/// A host that is ready looks each second whether its socket is still there.
+/// A ready host checks every second that its socket still exists.
 constexpr std::chrono::seconds socketLimit{3};
 
 bool ListensForThese(const settings::Settings& settings, const host_lock::Holder& holder) {
@@ -24,7 +24,8 @@ bool ListensForThese(const settings::Settings& settings, const host_lock::Holder
                                    platform::SameName(holder.eventTransmitter, settings.eventTransmitter));
 }
 
-/// True when front ends reach a host, or learn themselves why they cannot; also when the module does not tell.
+/// True if front ends reach a host, or get the reason themselves why they cannot. Also true if the module has no
+/// extension.
 bool IsServed(const settings::Settings& settings) {
     EventTransmitterManager modules(settings.eventTransmitter);
     EventTransmitterExtension* const frontEnd = modules.GetExtension(L"client:" + settings.transmitterName);
@@ -45,7 +46,7 @@ std::wstring OtherHostProblem(const settings::Settings& settings) {
 
 bool MayOtherHostBecomeReady(const settings::Settings& settings) {
     host_lock::Holder holder;
-    // Nobody: it has just ended, or has not written its file yet.
+    // Not held: the host has just ended, or has not written its file yet.
     const bool isHeld = host_lock::FindHolder(settings.jobListFile, holder);
     return (!isHeld || ListensForThese(settings, holder)) && !IsServed(settings);
 }

@@ -5,7 +5,7 @@
 
 HostExit Print(std::string_view text) {
     const platform::Error error = platform::WriteOutput(text);
-    // A reader that has seen enough (`| head`) is nothing to tell of.
+    // A reader that closed the pipe early (`| head`) is not an error.
     if (!error || platform::IsReaderGone(error)) {
         return error ? HostExit::ReaderGone : HostExit::Ended;
     }

@@ -4,6 +4,6 @@
 
 #include "controller_host/Host.h"
 
-/// Writes a text to standard output. `Ended` when it is there; `ReaderGone` when nobody reads it, and `WrongUse`, told
-/// on standard error, when it cannot be written.
+/// Writes a text to standard output. Returns `Ended` on success and `ReaderGone` if standard output has no reader. On
+/// any other failure, writes the reason to standard error and returns `WrongUse`.
 HostExit Print(std::string_view text);

@@ -140,7 +140,7 @@ void RequestHandler::FetchLocalizedStrings(const Request& request) {
     if (Read(request, events::fetchLocalizedStringsRequest, culture)) {
         const StringManager strings(settings::Current()->stringResourceFile);
         std::wstring section;
-        // A culture without texts has the empty section.
+        // For a culture without texts, `section` stays empty.
         (void)strings.GetLocalizedString(L"", section, culture);
         Send(request, events::fetchLocalizedStringsResponse, section);
     }

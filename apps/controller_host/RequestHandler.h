@@ -7,24 +7,24 @@
 #include <string>
 #include <vector>
 
-/// Answers the requests of front ends: one member function a request. Answers go to the front end that asked; changes
-/// of jobs go to all.
+/// Answers the requests of front ends, with one member function per request. Answers go to the requesting front end;
+/// job changes are broadcast.
 class RequestHandler {
 public:
-    /// Both outlive the object.
+    /// Both must outlive this object.
     RequestHandler(HostEngine& hostEngine, EngineTransmitter& eventTransmitter)
         : engine(hostEngine), transmitter(eventTransmitter) {}
 
-    /// The names of all requests that are answered, refusals included.
+    /// The names of all handled requests, including those that are always rejected.
     static std::vector<std::wstring> Names();
 
-    /// Sends one answer, or a refusal, and acknowledges the request behind it.
+    /// Sends one answer or rejection, and acknowledges the request after it.
     void Answer(const Request& request);
 
-    /// Tells every front end of changed jobs; nothing changed is nothing to tell.
+    /// Broadcasts changed jobs to all front ends. Sends nothing if `changed` is empty.
     void Broadcast(const std::vector<JobStatusInfo>& changed);
 
-    /// True once a front end has asked the host to end.
+    /// True once a front end has requested the end of the host.
     bool EndWasRequested() const { return endRequested; }
 
 private:
@@ -48,7 +48,7 @@ private:
     void Terminate(const Request& request);
     void RefuseForWantOfDialogs(const Request& request);
 
-    /// Refuses the request when its content cannot be read.
+    /// Rejects the request if its content cannot be parsed.
     template <typename Content>
     [[nodiscard]] bool Read(const Request& request, const events::Event<Content>& event, Content& content);
     template <typename Content>

@@ -17,36 +17,37 @@ struct Request {
     EngineTransmitter::Peer peer = 0;
     std::wstring name;
     std::wstring payload;
-    /// To be given behind the answer.
+    /// To be given after the answer.
     EngineTransmitter::Acknowledgement acknowledgement = 0;
 };
 
-/// Collects requests from the transmitter's thread for the host's loop. When front ends send faster than they are
-/// answered, that thread waits beyond a number of requests and of characters, so that none can use up the host's memory
-/// and no request is lost.
+/// Passes requests from the transmitter's thread to the host's loop. Above a limit of requests or characters the
+/// transmitter's thread waits: front ends that send faster than they are answered cannot exhaust the host's memory, and
+/// no request is lost.
 class RequestQueue {
 public:
     static constexpr std::size_t requestLimit = 10000;
-    /// In all payloads that wait; a larger one is taken when nothing else waits.
+    /// Limit for the payloads of all waiting requests. A larger request is accepted if no other waits.
     static constexpr std::size_t characterLimit = std::size_t{16} << 20;
 
-    /// Takes in every event that `names` lists, none before it can take all. `eventTransmitter` outlives the queue.
+    /// Registers handlers for all events in `names`; none of them is called before all are registered.
+    /// `eventTransmitter` must outlive the queue.
     RequestQueue(EngineTransmitter& eventTransmitter, const std::vector<std::wstring>& names);
-    /// Takes its handlers away again; what lies here or waits for room is dropped.
+    /// Removes its handlers. Drops requests that are queued or wait for room.
     ~RequestQueue();
     RequestQueue(const RequestQueue&) = delete;
     RequestQueue& operator=(const RequestQueue&) = delete;
 
-    /// Signalled while a request lies here.
+    /// Signalled while the queue is not empty.
     void* Arrived() const { return arrived.Handle(); }
 
-    /// All requests so far, in order of arrival.
+    /// Removes and returns all requests, in order of arrival.
     std::deque<Request> TakeAll();
 
 private:
     class Handler;
 
-    /// Waits for room; false when the queue ends before there is any.
+    /// Waits for room. Returns false if the queue is destroyed first.
     [[nodiscard]] bool Add(Request request);
     bool HasRoomFor(const Request& request) const;
 
@@ -55,7 +56,7 @@ private:
     std::condition_variable changed;
     bool hasEnded = false;
     std::deque<Request> requests;
-    /// In the payloads of `requests`.
+    /// Total characters of the payloads in `requests`.
     std::size_t characters = 0;
     platform::Event arrived;
     std::vector<std::unique_ptr<Handler>> handlers;

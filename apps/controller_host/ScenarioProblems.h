@@ -5,9 +5,9 @@
 #include <string>
 #include <vector>
 
-/// What keeps scenarios of these directories from being listed, or from running as their descriptions say: for each
-/// directory that cannot be searched, broken package and broken description of a script a text that names
-/// it and says what is wrong. `listed` are the scenarios that were found there: a package among them is not read again.
-/// After 100 problems the rest is counted.
+/// Finds the reasons why scenarios in these directories are not listed, or do not run as described: directories that
+/// cannot be searched, broken packages and broken descriptions of scripts. Each text names the file and the problem.
+/// `listed` are the scenarios found there; packages among them are not read again. After 100 problems the rest is only
+/// counted.
 std::vector<std::wstring> FindScenarioProblems(const std::vector<ScenarioDirectory>& directories,
                                                const std::vector<ScenarioInfo>& listed);

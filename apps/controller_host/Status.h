@@ -2,7 +2,7 @@
 
 #include "controller_host/Host.h"
 
-/// Prints whether a host runs for the job list of the settings, which process it is, since when and where it listens,
-/// and a line for each thing for which jobs of these settings would fail: modules, runner, interpreters. `Ended` when a
-/// host runs and nothing is amiss, otherwise `CouldNotRun`.
+/// Prints whether a host runs for the job list of the settings, its process, start time and endpoint, and one line for
+/// each problem that would make jobs fail: modules, runner, interpreters. Returns `Ended` if a host runs and there is
+/// no problem, otherwise `CouldNotRun`.
 HostExit PrintHostStatus();

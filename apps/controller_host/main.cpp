@@ -43,7 +43,7 @@ HostExit Fail(const std::wstring& problem) {
     return HostExit::CouldNotRun;
 }
 
-/// What the system has no more of, such as memory, threads or open files, ends the host with a message.
+/// A lack of system resources, such as memory, threads or open files, ends the host with a message.
 HostExit RunSafely(const HostOptions& options) {
     try {
         return Run(options);

@@ -16,7 +16,7 @@ constexpr std::size_t mostBytes = 2000;
 
 std::wstring ReadLogTail(const std::wstring& logPath) {
     std::string text;
-    // There may be no log: then there are no lines.
+    // A missing log yields no lines.
     (void)platform::ReadFileEnd(logPath, 2 * mostBytes, text);
     return LastLines(text);
 }

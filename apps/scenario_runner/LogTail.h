@@ -4,8 +4,8 @@
 
 namespace scenario_runner {
 
-/// The last lines of a scenario's log, for a message about its failure: not many, without blank ones at the beginning
-/// and the end. Empty when there are none.
+/// The last few lines of a scenario's log, without blank lines at the beginning and end, for an error message. Empty if
+/// there are none.
 std::wstring ReadLogTail(const std::wstring& logPath);
 
 /// The last lines of a text, by the same rules.

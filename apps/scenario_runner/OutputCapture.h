@@ -9,26 +9,26 @@
 
 namespace scenario_runner {
 
-/// Carries what a scenario prints into its log, in a thread of its own.
+/// Copies a scenario's output to its log, in a separate thread.
 class OutputCapture {
 public:
     OutputCapture(const std::wstring& logPath, std::size_t limit);
     OutputCapture(const OutputCapture&) = delete;
     OutputCapture& operator=(const OutputCapture&) = delete;
 
-    /// Makes the log and the pipe into it.
+    /// Creates the log and the pipe.
     platform::Error Open();
-    /// What the scenario gets as its output.
+    /// The handle to use as the scenario's output.
     void* WriteEnd() const;
-    /// To be called once the scenario was started, or could not be.
+    /// Called when the scenario has been started or its start has failed.
     void Start();
-    /// Waits until everything that was printed stands in the log, but not longer than `patience`: a process that the
-    /// system did not let us end may hold the pipe open.
+    /// Waits until all output is in the log, at most `patience`: a process that could not be killed may keep the pipe
+    /// open.
     void Finish(std::chrono::milliseconds patience);
 
 private:
     struct Channel;
-    /// Shared with the thread, which may outlive this object then.
+    /// Shared with the thread, which may outlive this object.
     std::shared_ptr<Channel> channel;
 };
 

@@ -12,13 +12,13 @@ class ResultFile {
 public:
     explicit ResultFile(const std::wstring& workDir);
 
-    /// Removes what was left from before: only a result of this run counts. False when it cannot be removed.
+    /// Removes the file of an earlier run; only a result of this run counts. Returns false on failure.
     [[nodiscard]] bool Remove() const;
-    /// A link to nothing exists too.
+    /// True also for a dangling link.
     bool Exists() const;
-    /// What stands in it; none when it is missing or not usable.
+    /// The parsed content; nothing if the file is missing or invalid.
     [[nodiscard]] std::optional<run_protocol::RunScenarioResult> Read() const;
-    /// Replaces it; false when that failed.
+    /// Replaces the file; returns false on failure.
     [[nodiscard]] bool Write(const run_protocol::RunScenarioResult& result) const;
 
 private:

@@ -24,7 +24,7 @@ std::wstring HowItEnded(const RunFacts& facts) {
     return how + (facts.hasUnusableResult ? L" and wrote a result that cannot be read." : L" and wrote no result.");
 }
 
-/// An interpreter that does not find the API names it.
+/// Adds the API problem if the output names the API, as interpreters do when they do not find it.
 std::wstring WhyItFailed(const RunFacts& facts) {
     const bool isForWantOfApi =
         !facts.apiProblem.empty() && facts.lastOutput.find(L"controller_scenario") != std::wstring::npos;

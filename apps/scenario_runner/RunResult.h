@@ -10,25 +10,26 @@
 
 namespace scenario_runner {
 
-/// What is known of a run that has ended.
+/// The facts about a finished run.
 struct RunFacts {
     std::wstring jobId;
     RunEnding ending = RunEnding::OnItsOwn;
-    /// Of the scenario's own process, when it can be told.
+    /// Exit code of the scenario's own process, if available.
     std::optional<std::int32_t> exitCode;
     std::vector<std::int32_t> successExitCodes;
     std::int32_t timeLimitSeconds = 0;
-    /// What the scenario wrote itself, when it can be read.
+    /// The result that the scenario wrote, if it can be parsed.
     std::optional<run_protocol::RunScenarioResult> ownResult;
-    /// The scenario wrote something that cannot be read.
+    /// The scenario wrote a result that cannot be parsed.
     bool hasUnusableResult = false;
-    /// The end of what it printed.
+    /// The end of its output.
     std::wstring lastOutput;
-    /// Why it could not load the scenario API; empty when it could.
+    /// Why it could not load the scenario API; empty if it could.
     std::wstring apiProblem = {};
 };
 
-/// The result to write in the scenario's place; none when its own is to stay, or when nobody is left to read one.
+/// The result to write instead of the scenario's own. Nothing if the scenario's result must be kept, or if the host has
+/// ended.
 [[nodiscard]] std::optional<run_protocol::RunScenarioResult> ResultOf(const RunFacts& facts);
 
 /// The result of a scenario that could not be started.

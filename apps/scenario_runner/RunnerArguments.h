@@ -5,17 +5,17 @@
 
 namespace scenario_runner {
 
-/// What the runner is told on its command line.
+/// The parsed command line of the runner.
 struct RunnerArguments {
-    /// The job's work directory, absolute. All else stands in it.
+    /// The job's work directory, absolute. It contains all other inputs.
     std::wstring workDir;
-    /// The settings file to use; empty: the one that the settings find themselves.
+    /// The settings file to use; empty: the default search order.
     std::wstring settingsFile;
-    /// The inherited handle of the host's process as text; empty: nobody whose end would matter.
+    /// The inherited handle of the host's process as text; empty: the runner does not depend on a host.
     std::wstring host;
 };
 
-/// Reads `--work-dir DIR [--host HANDLE] [--settings FILE]`. False, with `problem`, for anything else.
+/// Parses `--work-dir DIR [--host HANDLE] [--settings FILE]`. For anything else, returns false and sets `problem`.
 [[nodiscard]] bool ParseRunnerArguments(const std::vector<std::wstring>& arguments, RunnerArguments& parsed,
                                         std::wstring& problem);
 

@@ -26,7 +26,7 @@ std::wstring InSettings(const settings::Settings& settings) {
     return settings.file.empty() ? L"the settings" : platform::ToNativeText(settings.file);
 }
 
-/// One choice: what was found, or why nothing was.
+/// Chooses one command: the result, or the reason why there is none.
 class Choice {
 public:
     Choice(const settings::Settings& usedSettings, const scenario_manifest::ScenarioManifest& usedManifest,
@@ -66,7 +66,7 @@ private:
         return Interpret(found->second, place.scenarioPath);
     }
 
-    /// A file of the package, which must not lie outside of it.
+    /// Finds a file of the package; rejects paths outside of it.
     bool FindPackaged(const std::wstring& name, std::wstring& path) {
         path = platform::ResolveAgainst(place.packageDirectory, name);
         const std::wstring directory = platform::ResolveAgainst(place.packageDirectory, L".") + L'\\';
@@ -92,7 +92,7 @@ private:
         return FindPackaged(manifest.entryPoint, script) && Interpret(CommandFor(manifest.interpreter), script);
     }
 
-    /// The user may keep an interpreter outside of PATH, or give it options.
+    /// A matching interpreter in the settings has precedence: it may be outside of PATH or have options.
     Words CommandFor(const std::wstring& interpreter) const {
         for (const auto& [extension, words] : settings.interpreters) {
             const std::wstring name = words.empty() ? L"" : platform::FileName(words.front());
@@ -118,7 +118,7 @@ private:
         return true;
     }
 
-    /// What every scenario gets.
+    /// Adds the argument and variables that every scenario gets.
     void Finish(const std::wstring& script) {
         command.arguments.push_back(place.runInfoPath);
         command.environment.emplace_back(run_protocol::runInfoVariable, place.runInfoPath);

@@ -11,40 +11,40 @@
 
 namespace scenario_runner {
 
-/// How a scenario is started.
+/// How to start a scenario.
 struct ScenarioCommand {
-    /// Absolute.
+    /// Absolute path.
     std::wstring program;
     std::vector<std::wstring> arguments;
-    /// Variables that differ from the runner's own.
+    /// Variables that differ from the runner's environment.
     std::vector<std::pair<std::wstring, std::optional<std::wstring>>> environment;
-    /// For a Ruby script: why it cannot load the scenario API; empty when it can.
+    /// For a Ruby script: why it cannot load the scenario API; empty if it can.
     std::wstring apiProblem = {};
 };
 
-/// Where a scenario's files stand.
+/// The paths of a scenario.
 struct ScenarioPlace {
-    /// The script or package that was asked for.
+    /// The requested script or package.
     std::wstring scenarioPath;
-    /// Where the package was unpacked; empty for a script.
+    /// The directory of the unpacked package; empty for a script.
     std::wstring packageDirectory;
-    /// What the scenario is told about its run, as it is told (native).
+    /// Path of the run request as passed to the scenario, in native notation.
     std::wstring runInfoPath;
 };
 
-/// What choosing needs from the machine.
+/// Functions that give access to the machine; replaceable in tests.
 struct ScenarioSurroundings {
-    /// The absolute path of a program by its bare name or absolute path, when it can be run.
+    /// The absolute path of an executable program, by its bare name or absolute path.
     std::function<std::optional<std::wstring>(const std::wstring&)> findProgram;
-    /// True when a file or directory exists.
+    /// True if a file or directory exists.
     std::function<bool(const std::wstring&)> exists;
-    /// What a variable holds now.
+    /// The current value of an environment variable.
     std::function<std::optional<std::wstring>(const std::wstring&)> getEnvironment;
 };
 
-/// Picks the program that runs a scenario: for a script the interpreter of its extension in the settings; for a package
-/// what its manifest names, where a bare interpreter name means the one that the settings use under that name, or else
-/// the one in PATH. False, with `problem`, when there is none.
+/// Chooses the program that runs a scenario. For a script, the interpreter of its extension in the settings. For a
+/// package, the program in its manifest; a bare interpreter name means the settings' interpreter of that name,
+/// otherwise the one in PATH. If there is none, returns false and sets `problem`.
 [[nodiscard]] bool ChooseCommand(const settings::Settings& settings,
                                  const scenario_manifest::ScenarioManifest& manifest, const ScenarioPlace& place,
                                  const ScenarioSurroundings& surroundings, ScenarioCommand& command,

@@ -11,7 +11,7 @@ namespace scenario_runner {
 namespace {
 
 constexpr std::string_view cutNotice = "[Earlier output was cut; only the end is kept.]\n";
-/// Below this a log would be of no use.
+/// A smaller log would be useless.
 constexpr std::size_t smallestLimit = 1024;
 constexpr std::size_t largestLimit = std::size_t{1} << 30;
 
@@ -20,12 +20,12 @@ platform::Error OpenAnew(platform::File& file, const std::wstring& path) {
     if (error.kind != platform::ErrorKind::NotSupported) {
         return error;
     }
-    // A link or the like gives way itself; where it does not, the second attempt says why.
+    // A link or the like is removed itself. If that fails, the second attempt returns the error.
     (void)platform::RemoveFile(path);
     return file.OpenForAppending(path, true, platform::AppendTo::RegularFile);
 }
 
-/// The last `length` bytes, from the beginning of a line on, or at least of a character.
+/// The last `length` bytes, starting at a line or at least at a character.
 std::string_view LastBytes(std::string_view bytes, std::size_t length) {
     if (bytes.size() <= length) {
         return bytes;
@@ -58,7 +58,7 @@ void ScenarioLog::Append(std::string_view bytes) {
         CutToLimit(size > MostUncut());
     }
     if (file.Size() + bytes.size() <= MostUncut()) {
-        // A full disk is no reason to stop the scenario.
+        // A full disk must not stop the scenario.
         (void)file.Write(bytes);
     }
 }
@@ -70,18 +70,18 @@ void ScenarioLog::Close() {
     file.Close();
 }
 
-// A file that cannot be read now (another program holds it, too many files are open) is cut later, without loss.
+// A file that cannot be read now (sharing violation, too many open files) is cut later, without loss.
 void ScenarioLog::CutToLimit(bool atAnyCost) {
     std::string content;
     const platform::Error error = platform::ReadFileEnd(path, 2 * limit, content);
     if (!error || error.kind == platform::ErrorKind::NotFound || atAnyCost) {
-        // As with what cannot be read: it is tried again with the next output.
+        // On failure, the next output tries again.
         (void)StartAgainWith(content);
     }
 }
 
-// In place: a reader that follows the file keeps it, and no second copy lies on the disk meanwhile. The old file is
-// closed only when the new one is open, for there would be nothing to write to.
+// Truncates in place: a reader that follows the file keeps it, and no second copy takes disk space. Closes the old file
+// only after opening the new one, so that a failure leaves a file to write to.
 bool ScenarioLog::StartAgainWith(std::string_view end) {
     platform::File fresh;
     if (OpenAnew(fresh, path)) {

@@ -9,17 +9,16 @@
 
 namespace scenario_runner {
 
-/// The file with what a scenario printed; a link that the scenario puts in its place is not written through. Of more
-/// than `limit` bytes the end is kept, below a line that says so; while it is written the file holds up to twice as
-/// much, and four times as much while the file cannot be read to be cut. Others may read it at any time. One thread at
-/// a time.
+/// The file with a scenario's output. Never writes through a link that the scenario creates at its path. Keeps the last
+/// `limit` bytes, below a line that says so; until it is cut, the file may grow to twice that size, or to four times
+/// while it cannot be read for cutting. Others may read it at any time. Not thread-safe.
 class ScenarioLog {
 public:
     ScenarioLog(std::wstring path, std::size_t limit);
 
-    /// Makes the file, empty.
+    /// Creates the file, or truncates it.
     platform::Error Open();
-    /// What cannot be written (disk full) is dropped.
+    /// Bytes that cannot be written (disk full) are dropped.
     void Append(std::string_view bytes);
     /// Cuts the file to the limit and closes it.
     void Close();
@@ -27,7 +26,7 @@ public:
 private:
     std::uint64_t MostUncut() const { return std::uint64_t{4} * limit; }
     void CutToLimit(bool atAnyCost);
-    /// False when the file cannot be opened anew; it stays as it is then.
+    /// Returns false if the file cannot be reopened; it is then unchanged.
     [[nodiscard]] bool StartAgainWith(std::string_view end);
 
     std::wstring path;

@@ -18,7 +18,7 @@ namespace scenario_runner {
 namespace {
 
 constexpr const wchar_t* packageDirectoryName = L"package";
-/// How long the last output may take once all processes are gone.
+/// Timeout for the last output after all processes have ended.
 constexpr std::chrono::seconds outputPatience{10};
 
 ScenarioSurroundings ThisMachine() {
@@ -71,9 +71,9 @@ bool ScenarioRun::Unpack(std::wstring& packageDirectory, std::wstring& problem) 
     if (!scenario_manifest::IsPackage(info.scenarioPath)) {
         return true;
     }
-    // By its name, which the scenario is to know.
+    // An absolute path by name, because it is passed to the scenario.
     packageDirectory = platform::ResolveAgainst(workDir, packageDirectoryName);
-    // Where it stays, unpacking says so: it wants a directory of its own.
+    // On failure, unpacking reports an error: it requires a new directory.
     (void)platform::RemoveTree(packageDirectory);
     return scenario_package::Unpack(info.scenarioPath, packageDirectory, problem);
 }

@@ -13,28 +13,28 @@
 
 namespace scenario_runner {
 
-/// What the runner's own process returns. What became of the scenario stands in the result file.
+/// Exit codes of the runner's process. The result file reports the scenario's own outcome.
 enum class RunnerExit : std::int32_t {
     /// The scenario ran, and there is a result.
     Done = 0,
     WrongArguments = 2,
     /// The scenario could not be started; the result says why.
     NotStarted = 3,
-    /// There is no result because none could be written.
+    /// The result could not be written.
     NoResult = 4,
-    /// The host ended, and the scenario with it.
+    /// The host ended, and the scenario was ended with it.
     HostEnded = 5
 };
 
-/// One run of a scenario from its request to its result.
+/// One run of a scenario, from its request to its result.
 class ScenarioRun {
 public:
-    /// `directory` is the work directory held fast: all files of it that the runner reads and writes are met through
-    /// it, whatever the scenario makes of its name. `owners`: the processes whose end ends the run.
+    /// `directory` is the pinned work directory: the runner accesses all its files through it, even if the scenario
+    /// renames or replaces the directory. `owners` are the processes whose end ends the run.
     ScenarioRun(std::wstring workDir, const platform::DirectoryHandle& directory, const settings::Settings& settings,
                 std::vector<void*> owners, const platform::StopSignal& stopSignal);
 
-    /// Returns when no process of the scenario is left.
+    /// Returns when all processes of the scenario have ended.
     RunnerExit Run();
 
 private:

@@ -6,41 +6,41 @@
 
 namespace scenario_runner {
 
-/// Why a run came to its end.
+/// Why a run ended.
 enum class RunEnding : std::int32_t { OnItsOwn, StopRequested, TimeLimit, HostEnded };
 
-/// What is to be done next.
+/// The next step of the supervisor.
 enum class RunStep : std::int32_t { Wait, AskToStop, EndTree };
 
 struct RunLimits {
-    /// None: as long as it takes.
+    /// Nothing: no limit.
     std::optional<std::chrono::milliseconds> timeLimit;
-    /// Between asking the scenario to stop and ending it by force.
+    /// Time between asking the scenario to stop and killing it.
     std::chrono::milliseconds graceTime{0};
 };
 
-/// Decides when a running scenario is asked to stop and when it is ended. It is told what happens and what time it is,
-/// and does nothing itself.
+/// Decides when a running scenario is asked to stop and when it is killed. Pure logic: it gets events and the time, and
+/// has no side effects.
 class StopPolicy {
 public:
     using Time = std::chrono::steady_clock::time_point;
 
     StopPolicy(const RunLimits& limits, Time start);
 
-    /// The scenario's own process has ended: what it left behind ends too.
+    /// The scenario's own process has ended: the processes it left are killed.
     RunStep OnScenarioEnded();
-    /// The host has ended by whatever means: nobody waits for the scenario any more.
+    /// The host has ended: no one needs the scenario's result any more.
     RunStep OnHostEnded();
-    /// The user wants the scenario to stop; said again, it changes nothing.
+    /// The user requests a stop; further requests change nothing.
     RunStep OnStopRequested(Time now);
-    /// Nothing happened, but time passed.
+    /// Only time has passed.
     RunStep OnTime(Time now);
 
-    /// When `OnTime` has something to decide; none: never.
+    /// When `OnTime` must be called next; nothing: never.
     std::optional<Time> Deadline() const { return deadline; }
     /// True once the scenario was asked to stop.
     bool IsStopping() const { return ending != RunEnding::OnItsOwn; }
-    /// Current reason; final once EndTree was returned.
+    /// Current reason; final once `EndTree` was returned.
     RunEnding Ending() const { return ending; }
 
 private:

@@ -12,9 +12,10 @@ namespace {
 using std::chrono::milliseconds;
 using std::chrono::steady_clock;
 
-/// For file systems that tell nobody of changes, network directories most of all.
+/// Polling interval for file systems without change notifications, mainly network directories.
 constexpr milliseconds slowLook{2000};
-/// While there is no directory watch yet. On Linux a request to stop mostly comes as a signal too, and wakes the wait.
+/// Polling interval before the directory watch exists. On Linux most stop requests also come as a signal, which ends
+/// the wait at once.
 constexpr milliseconds quickLook{100};
 
 milliseconds TimeUntil(const std::optional<StopPolicy::Time>& deadline, milliseconds longest) {
@@ -34,7 +35,7 @@ Supervisor::Supervisor(platform::ProcessTree& watchedTree, const std::vector<voi
       watchFrom(steady_clock::now() + watchAfter), stopSignal(signal) {}
 
 RunEnding Supervisor::Run(StopPolicy plan) {
-    // The first look: somebody may have asked before the watch was there.
+    // The first check: a stop may have been requested before the watch existed.
     RunStep step = Look(plan);
     while (step != RunStep::EndTree) {
         if (step == RunStep::AskToStop) {
@@ -82,13 +83,13 @@ RunStep Supervisor::Look(StopPolicy& plan) {
     if (HasLostOwner()) {
         return plan.OnHostEnded();
     }
-    // Before the look at the file: what changes from here on ends the next wait.
+    // Rearms the watch before checking the file: later changes end the next wait.
     WatchDirectory(plan);
     return IsStopRequested() ? plan.OnStopRequested(steady_clock::now()) : plan.OnTime(steady_clock::now());
 }
 
 RunStep Supervisor::OnScenarioEnded(StopPolicy& plan) const {
-    // A scenario may heed a request sooner than it is seen here.
+    // A scenario may obey a stop request before the supervisor sees it.
     if (IsStopRequested()) {
         plan.OnStopRequested(steady_clock::now());
     }
@@ -104,9 +105,9 @@ bool Supervisor::IsStopRequested() const {
 }
 
 void Supervisor::AskToStop() {
-    // Scenarios look for the file; whoever asked in another way, or the time limit, did not make it.
+    // Scenarios poll for this file. A stop by signal or time limit has not created it.
     if (!platform::Exists(killFile)) {
-        // Without the file there is still the signal, and the end after the time of grace.
+        // On failure, the signal and the kill after the grace time remain.
         (void)platform::CreateEmptyFile(killFile);
     }
     tree.AskToStop();

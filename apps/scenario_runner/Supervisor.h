@@ -12,15 +12,15 @@
 
 namespace scenario_runner {
 
-/// Watches over a running scenario: tells the plan what happens, and does what the plan says, until no process of the
-/// scenario is left.
+/// Supervises a running scenario: reports events to the plan and executes its decisions, until all processes of the
+/// scenario have ended.
 class Supervisor {
 public:
-    /// A run that ends within this time gets no directory watch: on Linux, letting go of one costs 5 to 18 ms, more
-    /// than all else in a short job. Until then the file that asks to stop is looked for by time.
+    /// A run that ends within this time gets no directory watch: on Linux, closing a watch takes 5 to 18 ms, longer
+    /// than everything else in a short job. Until then the stop file is polled.
     static constexpr std::chrono::milliseconds timeWithoutWatch{2000};
 
-    /// `owners`: the processes whose end ends the run. They and all else outlive the supervision.
+    /// `owners` are the processes whose end ends the run. All arguments must outlive this object.
     Supervisor(platform::ProcessTree& tree, const std::vector<void*>& owners, const std::wstring& workDir,
                const platform::StopSignal& stopSignal, std::chrono::milliseconds watchAfter = timeWithoutWatch);
 

@@ -1,5 +1,5 @@
-/// Runs one scenario for a job: starts it, keeps what it prints, watches for the request to stop, for the time limit
-/// and for the end of the host, ends all its processes, and sees to it that there is a result.
+/// Runs one scenario for a job: starts it, logs its output, watches for stop requests, the time limit and the end of
+/// the host, ends all its processes, and ensures that a result exists.
 
 #include "platform/files/FileSizeLimit.h"
 #include "platform/processes/Process.h"
@@ -23,7 +23,7 @@ void Say(const std::wstring& text) {
     platform::WriteErrorOutput("scenario_runner: " + text::ToUtf8(text) + "\n");
 }
 
-/// The settings that the runner was told to use must be usable: others might run another interpreter.
+/// The given settings file must be usable: other settings might select another interpreter.
 bool UseSettings(const RunnerArguments& arguments, std::wstring& problem) {
     settings::UseFile(arguments.settingsFile);
     problem = settings::Problem();
@@ -47,12 +47,12 @@ RunnerExit RunScenario(const RunnerArguments& arguments, const platform::Directo
         const auto settings = settings::Current();
         return scenario_runner::ScenarioRun(arguments.workDir, directory, *settings, owners, stopSignal).Run();
     } catch (const std::exception& failure) {
-        // No more threads, handles or memory.
+        // Lack of threads, handles or memory.
         return Refuse(directory, L"The scenario cannot be run: " + text::FromUtf8(failure.what()) + L".");
     }
 }
 
-/// What the guard does when somebody ended the runner: the scenario's own verdict stands, where it has given one.
+/// Called in the supervising process when the runner was killed. Keeps the scenario's own result if there is one.
 RunnerExit ConcludeFor(const platform::WorkerExit& end, const platform::DirectoryHandle& directory) {
     const scenario_runner::ResultFile file(directory.Path());
     const auto result =

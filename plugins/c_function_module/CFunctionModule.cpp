@@ -1,4 +1,5 @@
-/// The exports of a function module in C: turns the host's objects into what `c_function_module.h` passes.
+/// Exports of a function module that is written in C. They convert the host's objects to the types of
+/// `c_function_module.h`.
 
 #include "controller_plugins/c_function_module.h"
 #include "controller_plugins/function_module.h"
@@ -22,7 +23,7 @@ std::string NativeUtf8(const std::wstring& path) {
     return text::ToUtf8(platform::ToNativeText(path));
 }
 
-/// The texts of a request, and the view of them that C gets.
+/// Owns the texts of a request, and the view of them that the C code gets.
 class Request {
 public:
     explicit Request(const RunScenarioInfo& info)

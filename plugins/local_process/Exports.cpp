@@ -22,7 +22,7 @@ ModuleResult FailUnexpectedly(const std::string& functionName, const char* what)
     try {
         ControllerCSWrapper::WriteErrorLog(text::FromUtf8(functionName + " failed unexpectedly: " + what));
     } catch (...) {
-        // Nothing is left to say it with.
+        // No text is returned: allocating one could throw again.
     }
     return ModuleResult::UnexpectedFailure;
 }
@@ -45,7 +45,7 @@ extern "C" CONTROLLER_API void GetFunctions(std::vector<std::string>* functionNa
             functionNames->push_back(name);
         }
     } catch (...) {
-        // Without memory the module offers what fitted.
+        // If memory runs out, the module offers only the functions added so far.
     }
 }
 

@@ -60,7 +60,7 @@ ModuleResult LocalProcess::RunScenario(const std::wstring& request, std::wstring
     fault_points::ReachFaultPoint(fault_points::FaultPoint::RunnerStarted);
     registry.Add(info.jobId, info.workDir, runner.Get());
     answer = run_protocol::SerializeProcessHandle(runner.Get());
-    // From here on the handle is the caller's.
+    // The caller owns the handle from here on.
     static_cast<void>(runner.Release());
     return ModuleResult::Done;
 }

@@ -2,20 +2,20 @@
 
 namespace local_process {
 
-/// What the functions of this module return.
+/// Return values of this module's functions.
 enum class ModuleResult : long {
     Done = 0,
-    /// The module offers no function of this name.
+    /// The module has no function of this name.
     UnknownFunction = 1,
-    /// The request of "RunScenario" cannot be read.
+    /// The request of "RunScenario" cannot be parsed.
     InvalidRequest = 2,
-    /// The job's work directory cannot be made or written.
+    /// The job's work directory cannot be created or written.
     NoWorkDirectory = 3,
-    /// The settings name no program that runs scenarios, or it cannot be started.
+    /// The settings name no runner program, or it cannot be started.
     RunnerNotStarted = 4,
-    /// "CancelScenario" was called for a job that this module does not run (any more).
+    /// "CancelScenario" was called for a job that this module does not run.
     JobNotRunning = 5,
-    /// Something that should not happen; the log says what.
+    /// An unexpected error; the log has the details.
     UnexpectedFailure = 6
 };
 

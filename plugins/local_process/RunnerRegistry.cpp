@@ -7,7 +7,8 @@
 namespace local_process {
 namespace {
 
-/// The file is what scenarios look for; it cannot be made where the scenario removed its work directory.
+/// Requests the stop through the file that scenarios watch, and by a signal to the runner: the file cannot be created
+/// if the scenario has removed its work directory.
 void RequestStop(const std::wstring& workDir, void* process) {
     (void)platform::CreateEmptyFileIn(workDir, run_protocol::killFileName);
     platform::RequestTermination(process);

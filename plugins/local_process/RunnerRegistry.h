@@ -8,12 +8,12 @@
 
 namespace local_process {
 
-/// The runners that were started and may still run, by the ids of their jobs. Any thread.
+/// The runners that were started and may still run, by job id. Threads: any.
 class RunnerRegistry {
 public:
-    /// `process` stays the caller's.
+    /// The caller keeps ownership of `process`.
     void Add(const std::wstring& jobId, const std::wstring& workDir, void* process);
-    /// Asks the runner of a job to stop its scenario; false when none runs.
+    /// Asks the runner of a job to stop its scenario. Returns false if no runner of this job runs.
     [[nodiscard]] bool AskToStop(const std::wstring& jobId);
     void AskAllToStop();
 

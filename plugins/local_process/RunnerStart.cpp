@@ -13,13 +13,14 @@ bool Fail(const settings::Settings& settings, const std::wstring& why, std::wstr
     return false;
 }
 
-/// The setting is to blame only when the file is.
+/// Names the setting only if the configured program file is missing or not executable.
 std::wstring Advice(const settings::Settings& settings) {
     return platform::IsProgramFile(settings.scenarioRunner) ? std::wstring()
                                                             : L". Check the setting \"scenarioRunner\"";
 }
 
-/// The settings file; while that is broken or gone, a copy in the work directory of what it said before.
+/// Chooses the settings file for the runner. If that file is broken or missing, writes a copy of the settings in force
+/// into the work directory and chooses the copy.
 bool ChooseSettingsFile(const run_protocol::RunScenarioInfo& info, const settings::Settings& settings,
                         std::wstring& file, std::wstring& problem) {
     file = settings.file;

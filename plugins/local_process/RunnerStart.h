@@ -8,8 +8,8 @@
 
 namespace local_process {
 
-/// Starts the program that runs one scenario, detached from this process's terminal. It inherits nothing but a handle
-/// to this process, to notice its end. False, with `problem`, when it cannot be started.
+/// Starts the runner program, detached from this process's terminal. It inherits only a handle to this process, by
+/// which it notices this process's end. On failure, returns false and sets `problem`.
 [[nodiscard]] bool StartRunner(const run_protocol::RunScenarioInfo& info, const settings::Settings& settings,
                                platform::OwnedHandle& runner, std::wstring& problem);
 

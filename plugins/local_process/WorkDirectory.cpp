@@ -13,7 +13,7 @@ using run_protocol::RunScenarioInfo;
 
 constexpr int failureCode = 1;
 
-/// What scenarios are told: paths as their system writes them.
+/// Scenarios get paths in the notation of their system.
 RunScenarioInfo WithNativePaths(RunScenarioInfo info) {
     info.scenarioPath = platform::ToNativeText(info.scenarioPath);
     info.outputFolder = platform::ToNativeText(info.outputFolder);
@@ -60,7 +60,7 @@ void LeaveFailedResult(const RunScenarioInfo& info, const std::wstring& problem)
         return;
     }
     const run_protocol::RunScenarioResult result{info.jobId, false, {{failureCode, problem}}, {}};
-    // The job fails with or without it, and the problem is in the log.
+    // The job fails in any case, and the log has the problem.
     (void)run_protocol::WriteFile(run_protocol::SerializeRunScenarioResult(result),
                                   platform::ResolveAgainst(info.workDir, run_protocol::resultFileName));
 }

@@ -6,11 +6,11 @@
 
 namespace local_process {
 
-/// Makes a job's work directory, for this user alone, without anything that an earlier run left in it that the
-/// controller would take for this run's, and with the request in it. False, with `problem`.
+/// Creates a job's work directory, accessible to this user only, removes the files of an earlier run that the
+/// controller reads, and writes the request into it. On failure, returns false and sets `problem`.
 [[nodiscard]] bool PrepareWorkDirectory(const run_protocol::RunScenarioInfo& info, std::wstring& problem);
 
-/// Leaves a failed result in the work directory, so that people see why. Best effort.
+/// Writes a failed result into the work directory for people to read. Best effort.
 void LeaveFailedResult(const run_protocol::RunScenarioInfo& info, const std::wstring& problem);
 
 } // namespace local_process

@@ -14,9 +14,8 @@
 namespace controller_cli::commands {
 namespace {
 
-/// What has become of the jobs that were to be cancelled. The answer leaves out those that could not be cancelled any
-/// more: since the list was fetched they may have ended, been deleted, or been cancelled by somebody else. And it may
-/// name jobs that came since then.
+/// The outcome of a cancellation. The answer omits jobs that could no longer be cancelled: since the list was fetched
+/// they may have ended or been deleted or cancelled by another front end. It may also contain newer jobs.
 class Outcome {
 public:
     Outcome(HostSession& session, std::vector<JobListInfo> askedFor, const std::vector<JobStatusInfo>& cancelled)
@@ -45,7 +44,7 @@ private:
         return std::any_of(jobs.begin(), jobs.end(), [&](const JobListInfo& job) { return job.id == id; });
     }
 
-    /// A job that was there before and is not listed now was deleted.
+    /// A job that was listed before and is missing now was deleted.
     void TakeList(const std::vector<JobListInfo>& list) {
         for (const JobListInfo& job : jobs) {
             statusById.try_emplace(job.id, unlistedStatus);

@@ -5,11 +5,11 @@
 #include "controller_cli/HostConnection.h"
 #include "controller_cli/LongOptions.h"
 
-/// The long commands. Each writes its results to the console and throws `CommandFailure` when it cannot go on.
+/// The long commands. Each writes its results to the console, and throws `CommandFailure` if it cannot continue.
 namespace controller_cli::commands {
 
 ExitCode List(CommandContext& context, const LongCommand& command);
-/// Ends when it is stopped, with success.
+/// Runs until it is interrupted; returns success.
 ExitCode Watch(CommandContext& context, const LongCommand& command);
 ExitCode Run(CommandContext& context, const LongCommand& command);
 ExitCode Wait(CommandContext& context, const LongCommand& command);
@@ -20,8 +20,8 @@ ExitCode Log(CommandContext& context, const LongCommand& command);
 ExitCode Scenarios(CommandContext& context, const LongCommand& command);
 ExitCode ParameterSets(CommandContext& context, const LongCommand& command);
 ExitCode StopHost(CommandContext& context, const LongCommand& command);
-/// The same where the settings cannot be used, and `problem` says why: the built-in ones may be those of another host.
-/// Ends the one host that was started with this settings file.
+/// Same if the settings are unusable, for the reason in `problem`: the built-in ones may belong to another host. Ends
+/// the only host that was started with this settings file.
 ExitCode StopHostWithoutSettings(CommandContext& context, const std::wstring& problem);
 
 /// Whether a command may start a host.

@@ -9,8 +9,8 @@
 namespace controller_cli::commands {
 namespace {
 
-/// What is left of jobs that were to be deleted, as the host lists them now: somebody else may have deleted one, or it
-/// has begun to run.
+/// The remaining jobs of a deletion as the host now lists them: another front end may have deleted one, or it may have
+/// started.
 JobModel Leftover(HostSession& session, const std::vector<JobListInfo>& jobs,
                   const std::vector<std::wstring>& deleted) {
     const auto isDeleted = [&](const JobListInfo& job) {

@@ -14,15 +14,16 @@
 namespace controller_cli::commands {
 namespace {
 
-/// A growing file is looked at so often.
+/// Polling interval for a growing file.
 constexpr std::chrono::milliseconds lookInterval{250};
 
-/// A job's log, from where it was read last. The writer cuts it in place; then it is read from its beginning again.
+/// Reads a job's log from the last position on. If the writer has truncated the file, reads it from the beginning
+/// again.
 class LogReader {
 public:
     explicit LogReader(std::wstring logPath) : path(std::move(logPath)) {}
 
-    /// Writes what has come since the last time; false when there is no log.
+    /// Writes the bytes added since the last call. Returns false if there is no log.
     bool PassOn(Console& console) {
         bool isThere = true;
         for (std::string bytes = ReadBlock(isThere); !bytes.empty(); bytes = ReadBlock(isThere)) {
@@ -38,7 +39,7 @@ private:
         }
     }
 
-    /// The file is not held open while the console takes its time.
+    /// The file is not held open while the console writes.
     std::string ReadBlock(bool& isThere) {
         platform::File file;
         isThere = !path.empty() && !file.OpenForReading(path);
@@ -57,11 +58,11 @@ private:
 
     std::wstring path;
     std::uint64_t position = 0;
-    /// What a scenario prints may come from an input file of somebody else.
+    /// A scenario's output may contain data from untrusted input files.
     TerminalText terminalText;
 };
 
-/// Takes the reports on one job over.
+/// Applies the reports of one job.
 void Apply(const std::vector<JobStatusInfo>& updates, JobListInfo& job) {
     for (const JobStatusInfo& update : updates) {
         if (update.id == job.id) {
@@ -79,7 +80,7 @@ std::wstring LogPath(const JobListInfo& job) {
     throw CommandFailure{ExitCode::JobFailed, context.texts.Format(textKey, {std::to_wstring(job.seqId)})};
 }
 
-/// Passes the log on until the job has ended. A job that waits has no log yet, and may never get one.
+/// Follows the log until the job has ended. A waiting job has no log yet, and may never get one.
 void Follow(CommandContext& context, HostSession& session, JobListInfo job) {
     LogReader reader(LogPath(job));
     bool hasLog = reader.PassOn(context.console);

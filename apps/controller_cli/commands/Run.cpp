@@ -15,7 +15,8 @@
 namespace controller_cli::commands {
 namespace {
 
-/// The host resolves what is no file here: a number of the catalogue, or a file name of its scenario directories.
+/// A name that is not a file here is resolved by the host: an id of the catalogue, or a file name in its scenario
+/// directories.
 std::wstring ScenarioId(const std::wstring& scenario) {
     const std::wstring path = AbsolutePath(scenario);
     return IsFile(path) ? path : scenario;
@@ -33,7 +34,7 @@ EnqueueJobsInfo RequestOf(const LongCommand& command) {
     return request;
 }
 
-/// A mistyped file is told before anything runs.
+/// Reports a mistyped file name before anything runs.
 void RequireInputs(const CommandContext& context, const EnqueueJobsInfo& request) {
     for (const auto& inputSet : request.inputFileSets) {
         for (const std::wstring& file : inputSet) {
@@ -45,7 +46,7 @@ void RequireInputs(const CommandContext& context, const EnqueueJobsInfo& request
     }
 }
 
-/// What is known of a job that was made and is not in the list any more.
+/// The known data of a created job that is no longer listed.
 JobListInfo DeletedJob(const JobIdInfo& id, const EnqueueJobsInfo& request, std::size_t index) {
     JobListInfo job{};
     job.id = id.id;
@@ -56,7 +57,7 @@ JobListInfo DeletedJob(const JobIdInfo& id, const EnqueueJobsInfo& request, std:
     return job;
 }
 
-/// The jobs that were made, as the host lists them now.
+/// The created jobs as the host now lists them.
 std::vector<JobListInfo> AcceptedJobs(HostSession& session, const EnqueueJobsInfo& request,
                                       const JobEnqueueResult& result) {
     const JobModel board(session.FetchJobs());
@@ -70,7 +71,7 @@ std::vector<JobListInfo> AcceptedJobs(HostSession& session, const EnqueueJobsInf
     return jobs;
 }
 
-/// The host's reasons; where a host gives none, what it has refused.
+/// The host's reasons; without a reason, the rejected input set.
 void WriteRefusals(CommandContext& context, const JobEnqueueResult& result, const LongCommand& command) {
     const std::vector<std::wstring> reasons = RefusalReasons(result);
     WriteProblems(context, reasons);

@@ -20,7 +20,7 @@ std::wstring ExtensionsText(const InputFileSpec& input) {
     return text;
 }
 
-/// "STEP (stp step)"; empty for an input of any kind.
+/// "STEP (stp step)"; empty for an input of any type.
 std::wstring OneInputText(const InputFileSpec& input) {
     const std::wstring extensions = ExtensionsText(input);
     const bool hasBoth = !input.cadName.empty() && !extensions.empty();

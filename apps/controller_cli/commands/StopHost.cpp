@@ -11,7 +11,7 @@ ExitCode TellEnded(CommandContext& context) {
     return ExitCode::Success;
 }
 
-/// `unasked` says why the host is not asked as front ends ask.
+/// `unasked` is the reason why the host could not be asked over a connection.
 void RequireEnd(const CommandContext& context, HostEnd end, const CommandFailure& unasked) {
     if (end == HostEnd::StillRunning) {
         throw CommandFailure{ExitCode::JobFailed, context.texts.Get(L"Errors/HostStillEnding")};

@@ -38,7 +38,7 @@ std::vector<JobRow> ViewsOf(const JobModel& board, const std::vector<std::wstrin
     }
 }
 
-/// First all jobs, then those that change.
+/// Writes all jobs first, then those that change.
 [[noreturn]] void WatchAsJson(CommandContext& context, JobWatcher& jobs) {
     context.console.Write(JobsJson(jobs.Board().Views()));
     for (;;) {

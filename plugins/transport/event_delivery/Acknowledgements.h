@@ -9,23 +9,25 @@
 
 namespace event_delivery {
 
-/// How long the sender of an event waits until it is acknowledged.
+/// How long the sender of an event waits for its acknowledgement.
 inline constexpr std::chrono::milliseconds acknowledgementTimeout{20000};
 
-/// The acknowledgements that one end owes for the events that come to it: given when the handler has returned, or, if
-/// the handler deferred it, when the handler's side says so. Any thread; one thread delivers.
+/// The pending acknowledgements of one endpoint's received events. Each is given when the handler returns or, if the
+/// handler deferred it, when `Acknowledge` is called. Threads: any; only one thread calls `Deliver`.
 class Acknowledgements {
 public:
     using Id = EventTransmitterExtension::Acknowledgement;
-    /// Tells the sender of one event. Empty where nobody waits. Called once at most, without any lock of this class.
+    /// Acknowledges one event to its sender. Empty if the sender does not wait. Called at most once, without a lock of
+    /// this class.
     using Give = std::function<void()>;
 
-    /// Calls `deliver`, which calls a handler and must not throw; then `give`, unless it was deferred.
+    /// Calls `deliver`, which calls a handler and must not throw. Then calls `give` unless the handler deferred it.
     void Deliver(Give give, const std::function<void()>& deliver);
 
-    /// Out of `deliver`: keeps its `give` for `Acknowledge`. 0 on other threads and where nobody waits.
+    /// Called from within `deliver`: keeps its `give` for `Acknowledge`. Returns 0 on other threads and if the sender
+    /// does not wait.
     Id Defer();
-    /// Calls what was kept under this id, once.
+    /// Calls the `give` kept under this id, once.
     void Acknowledge(Id id);
 
 private:

@@ -8,8 +8,8 @@
 namespace event_delivery {
 namespace {
 
-/// The threads of all objects that run. Not thread-local: in a library that is loaded while the program runs, storage
-/// of that kind makes the leak checker fail at the end of the process. Never destroyed, as threads may outlive main().
+/// The running threads of all objects. Not thread-local: thread-local storage in a library that is loaded at run time
+/// makes the leak checker fail at process exit. Never destroyed, because threads may outlive main().
 class RunningThreads {
 public:
     void Add() {
@@ -47,7 +47,7 @@ DeliveryThread::~DeliveryThread() {
 
 void DeliveryThread::End() {
     if (thread.joinable()) {
-        // Work under way is waited for by the join.
+        // The join waits for the work in progress.
         (void)Stop(std::chrono::milliseconds::zero());
     }
     if (thread.joinable()) {

@@ -10,14 +10,14 @@
 
 namespace event_delivery {
 
-/// One thread that does what it is given, one piece at a time, in order.
+/// One thread that executes queued work items, one at a time, in order.
 class DeliveryThread {
 public:
     using Work = std::function<void()>;
 
-    /// Starts the thread; throws std::system_error when the system has none left.
+    /// Starts the thread. Throws std::system_error if the system has no thread left.
     DeliveryThread();
-    /// As `End`.
+    /// Same as `End`.
     ~DeliveryThread();
     DeliveryThread(const DeliveryThread&) = delete;
     DeliveryThread& operator=(const DeliveryThread&) = delete;
@@ -25,24 +25,25 @@ public:
     /// True on the thread of any object of this class.
     static bool IsCurrent();
 
-    /// Queues a piece of work. It must not throw. Dropped once `Stop` was called.
+    /// Queues a work item, which must not throw. Dropped once `Stop` was called.
     void Post(Work work);
 
-    /// Work is queued and none is begun until `Resume`. What runs is not waited for.
+    /// Queues work without starting it until `Resume` is called. Does not wait for the running work item.
     void Pause();
     void Resume();
 
-    /// Drops what is queued and waits for the work that runs. False when that did not end within `patience`, or is the
-    /// caller itself: then the thread is left to the end of the process, and what its work uses must stay.
+    /// Drops the queued work and waits for the running work item. Returns false if that did not finish within
+    /// `patience` or is the caller itself; then the thread runs until the process ends, and the objects used by the
+    /// work must stay alive.
     [[nodiscard]] bool Stop(std::chrono::milliseconds patience);
 
-    /// Drops what is queued and ends the thread, however long the work that runs takes. Not out of that work. Once it
-    /// returns, nothing uses any more what the work uses.
+    /// Drops the queued work and ends the thread, however long the running work item takes. Must not be called from a
+    /// work item. After the return, nothing uses the objects of the work any more.
     void End();
 
 private:
     void Run();
-    /// Waits for work; none when the thread is to end.
+    /// Waits for work. Returns an empty function when the thread must end.
     Work Next();
 
     std::mutex lock;

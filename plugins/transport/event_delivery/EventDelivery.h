@@ -11,18 +11,18 @@
 
 namespace event_delivery {
 
-/// What one end does with the events that come to it: its handlers, the thread that they run on, one event at a time in
-/// order, and the acknowledgements that it owes. Any thread.
+/// The receiving side of one endpoint: its handlers, the thread that runs them (one event at a time, in order), and its
+/// pending acknowledgements. Threads: any.
 class EventDelivery {
 public:
-    /// When events begin to be delivered: those that come before are kept.
+    /// When delivery starts. Events that come earlier stay queued.
     enum class Begin { AtOnce, WithFirstHandler };
 
     explicit EventDelivery(Begin begin);
 
-    /// As `HandlerTable::Set`.
+    /// Same as `HandlerTable::Set`.
     void SetHandler(const std::wstring& eventName, CallbackFunctor* handler);
-    /// As `HandlerTable::Deliver`. Out of posted work.
+    /// Same as `HandlerTable::Deliver`. Called from posted work only.
     void Deliver(HandlerTable::Peer sender, const std::wstring& eventName, const std::wstring& payload) {
         handlers.Deliver(sender, eventName, payload);
     }
@@ -40,7 +40,7 @@ public:
 private:
     HandlerTable handlers;
     std::atomic<bool> isPaused = false;
-    // Last: it ends before what its work uses.
+    // Last member: destroyed first, because its work uses the other members.
     DeliveryThread thread;
 };
 

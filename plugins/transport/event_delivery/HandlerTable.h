@@ -10,23 +10,25 @@
 #include "CommonControllerLib/CallbackFunctor.h"
 #include "controller_plugins/EventTransmitterExtension.h"
 
-/// What every event transmitter needs to hand events to the handlers of its users.
+/// Event delivery that all event transmitters share.
 namespace event_delivery {
 
-/// The handlers of one transmitter, by event name, and the one that runs just now. Any thread may set handlers; one
+/// The handlers of one transmitter, by event name, and the currently running one. Any thread may set handlers; only one
 /// thread delivers. No lock is held while a handler runs.
 class HandlerTable {
 public:
     using Peer = EventTransmitterExtension::Peer;
 
-    /// Sets, replaces or (null) takes away the handler of an event. When this returns the earlier handler does not run
-    /// and will not run again, so its maker may delete it; but called out of a handler it does not wait for that one.
+    /// Sets, replaces or (null) removes the handler of an event. On return the previous handler neither runs nor will
+    /// run again, so its owner may delete it. Exception: called from within a handler, it does not wait for that
+    /// handler.
     void Set(const std::wstring& eventName, CallbackFunctor* handler);
 
-    /// Calls the handler of this event, if there is one, and returns when it has returned. Its exceptions pass through.
+    /// Calls the handler of this event, if there is one, and returns when the handler has returned. Passes its
+    /// exceptions on.
     void Deliver(Peer sender, const std::wstring& eventName, const std::wstring& payload);
 
-    /// On the delivering thread while a handler runs: the sender of its event. Otherwise 0.
+    /// The sender of the event being handled, if called on the delivering thread while a handler runs; otherwise 0.
     Peer CurrentPeer() const;
 
 private:
@@ -37,7 +39,7 @@ private:
     mutable std::mutex lock;
     std::condition_variable handlerEnded;
     std::map<std::wstring, CallbackFunctor*> handlers;
-    /// Counts the deliveries, so that one can be told from the next.
+    /// Counts the deliveries, to distinguish one from the next.
     std::uint64_t delivery = 0;
     CallbackFunctor* running = nullptr;
     std::thread::id runningOn;

@@ -9,19 +9,19 @@
 
 namespace event_delivery {
 
-/// What a sender waits for: whether his event was acknowledged. As std::future<bool>, but a promise that is dropped
-/// unkept gives false, and there is no thread-local storage, with which the leak checker fails when threads still send
-/// while the process ends. Any thread.
+/// The result that a sender waits for: whether its event was acknowledged. Differences to std::future<bool>: a promise
+/// destroyed without a value yields false, and it uses no thread-local storage, with which the leak checker fails when
+/// threads still send at process exit. Threads: any.
 class Future {
 public:
-    /// Waits as long as it takes.
+    /// Waits without a limit.
     [[nodiscard]] bool Get() {
         std::unique_lock<std::mutex> guard(state->lock);
         state->changed.wait(guard, [this] { return state->value.has_value(); });
         return *state->value;
     }
 
-    /// Waits up to `longest`; false when it is over.
+    /// Waits at most `longest`; false on timeout.
     [[nodiscard]] bool Get(std::chrono::milliseconds longest) {
         std::unique_lock<std::mutex> guard(state->lock);
         return state->changed.wait_for(guard, longest, [this] { return state->value.has_value(); }) && *state->value;
@@ -39,7 +39,7 @@ private:
     std::shared_ptr<State> state;
 };
 
-/// The other end of a `Future`.
+/// The writing side of a `Future`.
 class Promise {
 public:
     Promise() = default;
@@ -49,7 +49,7 @@ public:
 
     Future GetFuture() const { return Future(state); }
 
-    /// The first value counts.
+    /// Only the first value counts.
     void Set(bool value) {
         {
             const std::lock_guard<std::mutex> guard(state->lock);

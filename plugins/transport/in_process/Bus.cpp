@@ -7,7 +7,7 @@
 namespace in_process {
 namespace {
 
-/// Counts through the whole process, so that no number comes twice.
+/// Numbers are unique in the whole process.
 Bus::Peer NextNumber() {
     static std::atomic<Bus::Peer> last = 0;
     return ++last;
@@ -16,7 +16,7 @@ Bus::Peer NextNumber() {
 } // namespace
 
 Bus::~Bus() {
-    // All ends are still whole: a handler that runs may send from any of them to any other.
+    // All endpoints still exist here: a running handler may send from any of them to any other.
     for (const auto& [name, client] : clients) {
         client->EndDeliveries();
     }

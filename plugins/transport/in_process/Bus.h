@@ -10,35 +10,35 @@
 
 namespace in_process {
 
-/// Joins the ends of one line: one engine, any number of front ends. Ends are made when first asked for and stay. Any
-/// thread; no handler runs under the lock.
+/// Connects one server (the engine) and any number of clients (front ends) in one process. Endpoints are created on
+/// first use and live as long as the bus. Threads: any; no handler runs under the lock.
 class Bus {
 public:
     using Peer = EventTransmitterExtension::Peer;
 
-    /// `acknowledgementTimeout`: how long a front end waits until the engine has handled an event.
+    /// `acknowledgementTimeout`: how long a client waits until the server has handled an event.
     explicit Bus(std::chrono::milliseconds acknowledgementTimeout = event_delivery::acknowledgementTimeout)
         : timeout(acknowledgementTimeout) {}
     Bus(const Bus&) = delete;
     Bus& operator=(const Bus&) = delete;
-    /// Waits for the handlers that run, which may still send; what is queued is dropped. Nobody else uses the line or
-    /// its ends any more.
+    /// Waits for running handlers, which may still send; drops queued events. No other thread may use the bus or its
+    /// endpoints any more.
     ~Bus();
 
-    /// Make the end where it is missing; std::system_error when the system has no thread left for it.
+    /// Returns the endpoint, created if necessary. Throws std::system_error if the system has no thread left for it.
     Endpoint* GetServer();
     Endpoint* GetClient(const std::wstring& name);
 
     std::chrono::milliseconds Timeout() const { return timeout; }
 
-    /// The engine's number; 0 while nobody has asked for its end.
+    /// The server's number; 0 if the server has not been created yet.
     Peer ServerNumber() const;
 
-    /// False while there is no engine. `give` acknowledges the event; empty where nobody waits.
+    /// Returns false if there is no server. `give` acknowledges the event; empty if the sender does not wait.
     [[nodiscard]] bool SendToServer(Peer sender, const std::wstring& eventName, const std::wstring& payload,
                                     Endpoint::Give give);
     void SendToClients(Peer sender, const std::wstring& eventName, const std::wstring& payload);
-    /// False when no front end has this number.
+    /// Returns false if no client has this number.
     [[nodiscard]] bool SendToClient(Peer sender, Peer receiver, const std::wstring& eventName,
                                     const std::wstring& payload);
 

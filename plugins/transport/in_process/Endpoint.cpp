@@ -49,7 +49,7 @@ void Endpoint::CallHandler(Peer sender, const std::wstring& eventName, const std
     try {
         deliveries.Deliver(sender, eventName, payload);
     } catch (...) {
-        // Nobody is there to be told: a sender learns that his event was handled, not how.
+        // The exception has no receiver: a sender learns that its event was handled, not how.
     }
 }
 
@@ -70,14 +70,14 @@ bool Server::IsConnected() const {
     return true;
 }
 
-/// The acknowledgement takes its turn among the deliveries here: behind the answers that were sent before it.
+/// The acknowledgement is queued behind the answers that were sent before it.
 bool Client::SendEvent(const std::wstring& eventName, const std::wstring& payload) {
     if (DeliveryThread::IsCurrent()) {
         return PostEvent(eventName, payload);
     }
     auto acknowledged = std::make_shared<event_delivery::Promise>();
     event_delivery::Future outcome = acknowledged->GetFuture();
-    // Given away: when one of the ends goes, the promise is dropped unkept, which ends the wait.
+    // The callback owns the promise: when either endpoint is destroyed, the promise is dropped, which ends the wait.
     Give give = [this, kept = std::move(acknowledged)] { deliveries.Post([kept] { kept->Set(true); }); };
     return bus.SendToServer(Number(), eventName, payload, std::move(give)) && outcome.Get(bus.Timeout());
 }

@@ -10,8 +10,8 @@ namespace in_process {
 
 class Bus;
 
-/// One end of a line: its handlers, and the thread that they run on, one event at a time in the order of sending. What
-/// an end sends is only queued at the other, so a handler may send; a front end waits until its event is acknowledged.
+/// One endpoint of a bus: its handlers and the thread that runs them, one event at a time in sending order. Sending
+/// only queues the event at the receiver, so handlers may send. A client waits until its event is acknowledged.
 class Endpoint : public EventTransmitter, public EventTransmitterExtension {
 public:
     using Give = event_delivery::Acknowledgements::Give;
@@ -22,7 +22,7 @@ public:
     Endpoint& operator=(const Endpoint&) = delete;
 
     void AddEventHandler(const std::wstring& eventName, CallbackFunctor* handler) final;
-    /// There is nothing to connect.
+    /// Same as `IsConnected`: a bus needs no connection.
     bool Connect(std::wstring& problem) final;
     Peer CurrentPeer() const final;
     Acknowledgement DeferAcknowledgement() final;
@@ -30,12 +30,12 @@ public:
     void PauseDelivery() final;
     void ResumeDelivery() final;
 
-    /// What the other side knows this end by.
+    /// The number by which other endpoints address this one.
     Peer Number() const { return number; }
-    /// Queues an event for this end's handler. An event without a handler is dropped when its turn comes, and a handler
-    /// that throws has refused its event. `give` acknowledges it in any case.
+    /// Queues an event for this endpoint's handler. An event without a handler is dropped when its turn comes. A
+    /// handler that throws has rejected its event. `give` acknowledges the event in all cases.
     void Receive(Peer sender, const std::wstring& eventName, const std::wstring& payload, Give give);
-    /// Waits for a handler that runs, and calls none any more.
+    /// Waits for the running handler and calls no further ones.
     void EndDeliveries() { deliveries.End(); }
 
 protected:
@@ -49,11 +49,11 @@ private:
     const Peer number;
 
 protected:
-    // Last: it ends before what its work uses.
+    // Last member: destroyed first, because its work uses the other members.
     event_delivery::EventDelivery deliveries;
 };
 
-/// The engine's end: sends to every front end, or to one.
+/// The engine's endpoint: sends to all clients or to one.
 class Server final : public Endpoint {
 public:
     Server(Bus& ownBus, Peer ownNumber)
@@ -61,11 +61,11 @@ public:
     [[nodiscard]] bool SendEvent(const std::wstring& eventName, const std::wstring& payload) override;
     [[nodiscard]] bool SendEventTo(Peer peer, const std::wstring& eventName, const std::wstring& payload) override;
     [[nodiscard]] bool PostEvent(const std::wstring& eventName, const std::wstring& payload) override;
-    /// It can always be reached.
+    /// Always true.
     bool IsConnected() const override;
 };
 
-/// A front end's end: sends to the engine, once somebody has asked for the engine's end.
+/// A front end's endpoint: sends to the server once that exists.
 class Client final : public Endpoint {
 public:
     Client(Bus& ownBus, Peer ownNumber) : Endpoint(ownBus, ownNumber, event_delivery::EventDelivery::Begin::AtOnce) {}

@@ -11,7 +11,7 @@
 namespace in_process {
 namespace {
 
-/// The line of this name; made when first asked for, stays for the life of the process.
+/// Returns the bus of this name, created on first use. It lives until the process ends.
 Bus& BusNamed(const std::wstring& name) {
     // Never destroyed: its threads may still run while the process ends.
     static std::mutex& mutex = platform::MakeNeverDestroyed<std::mutex>();
@@ -20,7 +20,7 @@ Bus& BusNamed(const std::wstring& name) {
     return buses[name];
 }
 
-/// Null when the text names no end of a line, and when the system has no thread left.
+/// Returns null if the id is invalid or the system has no thread left.
 Endpoint* FindEndpoint(const std::wstring& transmitterId) {
     try {
         const auto id = ParseTransmitterId(transmitterId);
@@ -37,8 +37,8 @@ Endpoint* FindEndpoint(const std::wstring& transmitterId) {
 } // namespace
 } // namespace in_process
 
-/// The transmitter for an identifier as `ParseTransmitterId` reads it; the same identifier gives the same object. Null
-/// for any other identifier, and when the system has no thread left.
+/// Returns the transmitter for an id in the syntax of `ParseTransmitterId`; the same id yields the same object. Returns
+/// null for any other id, and if the system has no thread left.
 extern "C" CONTROLLER_API EventTransmitter* GetEventTransmitter(const std::wstring& transmitterId) {
     return in_process::FindEndpoint(transmitterId);
 }

@@ -3,7 +3,8 @@
 namespace in_process {
 namespace {
 
-/// Cuts `text` at its first `separator` and gives what stands behind it; nothing, `text` as it was, without one.
+/// Truncates `text` at its first `separator` and returns the part after it. Without a separator, returns nothing and
+/// leaves `text` unchanged.
 std::optional<std::wstring> CutAt(wchar_t separator, std::wstring& text) {
     const auto at = text.find(separator);
     if (at == std::wstring::npos) {

@@ -5,18 +5,18 @@
 
 namespace in_process {
 
-/// What the identifier of a transmitter says: which end of which line.
+/// The parsed id of a transmitter: which endpoint of which bus.
 struct TransmitterId {
     bool isServer = false;
     std::wstring bus;
-    /// Tells front ends of one line apart; empty for the first.
+    /// Distinguishes the clients of one bus; empty for the first.
     std::wstring client;
 
     bool operator==(const TransmitterId&) const = default;
 };
 
-/// Reads "engine:LINE" as the engine's end, "LINE" or "client:LINE" as a front end's end; "client:LINE#2" is another
-/// front end of the same line. Nothing for an empty line, another word before the colon, and an engine with "#".
+/// Parses "engine:BUS" as the server, "BUS" or "client:BUS" as a client; "client:BUS#2" is another client of the same
+/// bus. Returns nothing for an empty bus name, any other word before the colon, and a server with "#".
 [[nodiscard]] std::optional<TransmitterId> ParseTransmitterId(const std::wstring& text);
 
 } // namespace in_process

@@ -15,10 +15,10 @@
 
 #include "transport/local_socket/Network.h"
 
-/// What both systems' networks share. Included where Asio is compiled and nowhere else.
+/// The parts of the network that both systems share. Include only in files that compile Asio.
 namespace local_socket {
 
-/// A channel over any of Asio's streams.
+/// A channel over any Asio stream.
 template <typename Stream>
 class AsioChannel final : public Channel {
 public:
@@ -41,7 +41,7 @@ private:
     auto Locked(Done done) {
         return [&networkLock = lock, kept = std::move(done)](const asio::error_code& error, std::size_t bytes) mutable {
             const std::lock_guard<std::mutex> guard(networkLock);
-            // The callback may hold the last reference to its session: that ends with the lock held, too.
+            // The callback may own the last reference to its session, which must be destroyed with the lock held, too.
             const Done called = std::move(kept);
             called(!error, bytes);
         };
@@ -75,7 +75,7 @@ public:
     }
 
 private:
-    /// An expiry may be on its way already: it finds that the setting has changed.
+    /// An expired timer's callback may already be queued; the changed `setting` makes it do nothing.
     void Forget() { ++*setting; }
 
     asio::steady_timer timer;
@@ -90,7 +90,7 @@ public:
     void Stop() override { context.stop(); }
 
 protected:
-    /// How long to wait before the next try when the system has no descriptor or handle left for another front end.
+    /// Delay before the next attempt when the system has no descriptor or handle left for another client.
     static constexpr std::chrono::milliseconds retryDelay{1000};
 
     asio::io_context context;

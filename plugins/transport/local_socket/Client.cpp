@@ -8,7 +8,7 @@ Client::Client(const std::string& placeName, std::unique_ptr<Network> ownNetwork
                Network::Log logFunction)
     : SocketTransmitter(placeName, std::move(ownNetwork), peerLimits, std::move(logFunction), Begin::AtOnce) {
     Run();
-    // Without an engine now, the first event tries again.
+    // If no engine is there yet, the first event tries again.
     std::wstring problem;
     (void)OpenOrConnect(problem);
     const std::lock_guard<std::mutex> one(connecting);
@@ -28,7 +28,7 @@ bool Client::SendEvent(const std::wstring& eventName, const std::wstring& payloa
     const std::shared_ptr<Session> open = frame ? OpenOrConnect() : nullptr;
     auto acknowledged = std::make_shared<event_delivery::Promise>();
     event_delivery::Future outcome = acknowledged->GetFuture();
-    // Given away: when this end stops, the promise is dropped unkept, which ends the wait.
+    // The session owns the promise: when this client stops, the promise is dropped, which ends the wait.
     return open && SendOver(*open, frame, number, std::move(acknowledged)) && outcome.Get();
 }
 
@@ -85,7 +85,7 @@ std::wstring Client::TakeFirstProblem() {
     return std::exchange(firstProblem, {});
 }
 
-/// Who waits for room tries often: only the first of such attempts is logged.
+/// A client that waits for room retries often; only the first of these attempts is logged.
 void Client::Note(bool foundNoRoom, const std::wstring& message) {
     const bool isKnown = isBusy.exchange(foundNoRoom) && foundNoRoom;
     if (!isKnown && !message.empty()) {
@@ -111,7 +111,7 @@ std::shared_ptr<Session> Client::PerformHandshake(std::unique_ptr<Channel> chann
     session = MakeSession(Session::Role::Client, std::move(channel));
     std::shared_ptr<Session> fresh = session;
     fresh->Start();
-    // The session's own deadline ends this.
+    // The handshake deadline of the session bounds this wait.
     sessionChanged.wait(guard, [&fresh] { return fresh->IsOpen() || fresh->IsClosed(); });
     if (fresh->IsOpen()) {
         isBusy = false;
@@ -135,8 +135,8 @@ bool Client::SendOver(Session& open, const SharedFrame& frame, EventNumber numbe
     return sending == Sending::Queued;
 }
 
-/// The sender goes on when the handlers have run of all answers that came before; but a handler that hangs does not
-/// keep him beyond his time.
+/// The sender continues when the handlers of all earlier answers have run. A hanging handler does not delay the
+/// timeout.
 void Client::Settle(const SharedPromise& acknowledged, Outcome outcome) {
     if (outcome == Outcome::TimedOut) {
         Log(L"The engine has not acknowledged an event within " + std::to_wstring(limits.acknowledgement.count()) +

@@ -10,13 +10,13 @@
 
 namespace local_socket {
 
-/// A front end's end: one session with the engine, made anew when there is something to send.
+/// A front end's endpoint: one session with the engine, reopened when there is something to send.
 class Client final : public SocketTransmitter {
 public:
-    /// Tries to connect at once; whether it could, `IsConnected` says. Where an engine was there that did not answer,
-    /// the first `Connect` tells of this attempt instead of making another, which would take as long again.
+    /// Tries to connect at once; `IsConnected` has the outcome. If an engine was there but did not answer, the first
+    /// `Connect` reports this attempt instead of making another one, which would take as long again.
     Client(const std::string& place, std::unique_ptr<Network> network, const Limits& limits, Network::Log log);
-    /// Waits for a handler that runs, so it must not be called out of one.
+    /// Waits for a running handler; must not be called from one.
     ~Client() override;
 
     [[nodiscard]] bool SendEvent(const std::wstring& eventName, const std::wstring& payload) override;
@@ -29,31 +29,31 @@ public:
 private:
     using SharedPromise = std::shared_ptr<event_delivery::Promise>;
 
-    /// The open session; else a new one, once both ends have greeted. Null when there is no engine; `problem` says why,
-    /// and is empty when simply nobody listens.
+    /// Returns the open session, or a new one after its handshake. On failure, returns null and sets `problem`, which
+    /// is empty if no engine listens.
     [[nodiscard]] std::shared_ptr<Session> OpenOrConnect(std::wstring& problem);
     [[nodiscard]] std::shared_ptr<Session> OpenOrConnect();
     [[nodiscard]] std::shared_ptr<Session> OpenSession() const;
     bool HasEnded() const;
     [[nodiscard]] std::wstring TakeFirstProblem();
-    /// What became of an attempt to connect, or of a session; an empty message is not logged.
+    /// Records the outcome of a connection attempt or session. An empty message is not logged.
     void Note(bool foundNoRoom, const std::wstring& message);
     [[nodiscard]] std::shared_ptr<Session> PerformHandshake(std::unique_ptr<Channel> channel, std::wstring& problem);
-    /// Where there is something to be waited for, `acknowledged` is kept once it is known what became of the event.
+    /// If `acknowledged` is not null, it gets its value when the outcome of the event is known.
     [[nodiscard]] bool SendOver(Session& open, const SharedFrame& frame, EventNumber number,
                                 SharedPromise acknowledged);
-    /// With the lock held.
+    /// The caller holds the network's lock.
     void Settle(const SharedPromise& acknowledged, Outcome outcome);
 
     std::vector<std::shared_ptr<Session>> Sessions() const override;
     void OnHandshake(Session& session) override;
     void OnClosed(Session& closed, const std::wstring& reason) override;
 
-    /// Held while connecting, so that two senders do not make two sessions. Before the network's lock.
+    /// Held while connecting, so that two senders do not create two sessions. Lock order: before the network's lock.
     std::mutex connecting;
-    /// Why the attempt of the constructor failed, until somebody is told or tries again. With `connecting`.
+    /// Why the constructor's attempt failed; cleared when reported or at the next attempt. Guarded by `connecting`.
     std::wstring firstProblem;
-    /// With the network's lock.
+    /// Guarded by the network's lock.
     std::shared_ptr<Session> session;
     /// Why the last session was closed.
     std::wstring closeReason;

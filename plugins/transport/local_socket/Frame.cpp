@@ -9,7 +9,7 @@ namespace local_socket {
 namespace {
 
 constexpr std::string_view magic = "CCev";
-/// As many bytes of a header are the same in every version.
+/// Number of header bytes that are the same in every version.
 constexpr std::size_t commonBytes = 8;
 constexpr std::size_t versionAt = 4;
 constexpr std::size_t kindAt = 6;
@@ -40,7 +40,7 @@ std::string Header(FrameKind kind, EventNumber number) {
     return bytes;
 }
 
-/// Moves bytes from the front of one text to the end of another, until that has `size` of them.
+/// Moves bytes from the start of `bytes` to the end of `target` until `target` has `size` bytes.
 void Fill(std::string& target, std::size_t size, std::string_view& bytes) {
     const std::size_t count = std::min(size - target.size(), bytes.size());
     target.append(bytes.substr(0, count));
@@ -108,7 +108,7 @@ FrameRefusal FrameDecoder::Take(std::string_view bytes, std::vector<Frame>& fram
     return refusal;
 }
 
-/// The version counts as soon as it is there: how long the header is depends on it.
+/// The version is checked as soon as it has arrived: the length of the header depends on it.
 void FrameDecoder::TakeHeader(std::string_view& bytes) {
     if (header.size() < commonBytes) {
         Fill(header, commonBytes, bytes);

@@ -9,7 +9,7 @@
 
 #include "transport/local_socket/Limits.h"
 
-/// What goes over the line: frames, each a header of 24 bytes, a name and a payload. Numbers are little-endian.
+/// The wire format: frames, each a header of 24 bytes, a name and a payload. Numbers are little-endian.
 ///
 ///     0  4  "CCev"
 ///     4  2  version of the protocol
@@ -18,12 +18,12 @@
 ///    12  4  bytes of the payload
 ///    16  8  number of the event
 ///
-/// The first eight bytes are the same in every version. Each end begins with a greeting, which has neither name nor
-/// payload nor number: the front end first, the engine in answer. An engine that has no room for another front end
-/// sends, instead of a greeting, that it is busy, with the number of front ends that it serves (0: as many as the
-/// system lets it), and ends the session. Every frame after the greetings is an event or, from the engine, the
-/// acknowledgement of one, which has neither name nor payload. An event with a number other than 0 is acknowledged,
-/// once, by a frame with this number, behind the answers to it. Name and payload are text as `AppendEncoded` writes it.
+/// The first eight bytes are the same in every version. Each peer starts with a handshake frame, which has no name,
+/// payload or number: the client first, the server in answer. A server that has no room for another client sends a busy
+/// frame instead, with the number of clients it serves (0: as many as the system allows), and ends the session. Every
+/// frame after the handshake is an event or, from the server, the acknowledgement of one, which has neither name nor
+/// payload. An event with a number other than 0 is acknowledged once, by a frame with this number, after the answers to
+/// it. Name and payload are text as `AppendEncoded` writes it.
 namespace local_socket {
 
 inline constexpr std::size_t headerBytes = 24;
@@ -31,7 +31,7 @@ inline constexpr std::uint16_t protocolVersion = 2;
 
 enum class FrameKind : std::uint16_t { Handshake = 1, Event = 2, Acknowledgement = 3, Busy = 4 };
 
-/// Names one event of one session; 0: it is not to be acknowledged.
+/// Identifies an event within its session; 0: no acknowledgement is wanted.
 using EventNumber = std::uint64_t;
 
 struct Frame {
@@ -39,7 +39,7 @@ struct Frame {
     /// Still encoded, within the size limits.
     std::string name;
     std::string payload;
-    /// Of an event or its acknowledgement; with `Busy`, how many front ends are served.
+    /// Number of the event or acknowledgement; with `Busy`, the number of clients served.
     EventNumber number = 0;
 
     bool operator==(const Frame&) const = default;
@@ -49,24 +49,24 @@ std::string EncodeHandshake();
 std::string EncodeAcknowledgement(EventNumber number);
 std::string EncodeBusy(std::uint64_t served);
 
-/// Nothing when the encoded name is empty or longer than `maximumNameBytes`, or the payload exceeds its limit.
+/// Returns nothing if the encoded name is empty or longer than `maximumNameBytes`, or if the payload exceeds its limit.
 [[nodiscard]] std::optional<std::string> EncodeEvent(std::wstring_view name, std::wstring_view payload,
                                                      EventNumber number = 0,
                                                      std::size_t payloadLimit = maximumPayloadBytes);
 
-/// Why bytes are not frames of ours.
+/// Why bytes are rejected.
 enum class FrameRefusal : std::int32_t { None, NotAFrame, OtherVersion, UnknownKind, NameSize, PayloadSize };
 
-/// Finds the frames in a stream of bytes that comes in pieces of any size.
+/// Extracts the frames from a byte stream that arrives in pieces of any size.
 class FrameDecoder {
 public:
-    /// Takes the next bytes and appends the frames that they complete. After a refusal, which may come behind good
-    /// frames, the stream is lost: every later call gives the same refusal.
+    /// Takes the next bytes and appends the frames that they complete. A refusal may follow valid frames; after it the
+    /// stream is unusable, and every later call returns the same refusal.
     FrameRefusal Take(std::string_view bytes, std::vector<Frame>& frames);
 
-    /// True when a part of a frame is there and the rest is not.
+    /// True if the last frame is incomplete.
     bool IsWithinFrame() const { return !header.empty(); }
-    /// The version in the last header that came; 0 before the first.
+    /// The version in the last received header; 0 before the first.
     std::uint16_t PeerVersion() const { return version; }
 
 private:

@@ -26,7 +26,7 @@ void Log(const std::wstring& message) {
     ControllerCSWrapper::WriteWarnLog(message);
 }
 
-/// Keeps the last line of the log of one transmitter. Any thread.
+/// Keeps the last log line of one transmitter. Threads: any.
 class LastLine {
 public:
     void Set(const std::wstring& message) {
@@ -43,8 +43,8 @@ private:
     std::wstring line;
 };
 
-/// A front end waits for the greeting of an engine as long as for any answer; even one that does not want to wait lets
-/// an engine on a busy machine come to it.
+/// A client waits for the handshake as long as for any response, and never less than `shortest`, so that an engine on a
+/// busy machine can answer.
 Limits ClientLimits() {
     constexpr std::chrono::milliseconds shortest{5000};
     Limits limits;
@@ -52,7 +52,7 @@ Limits ClientLimits() {
     return limits;
 }
 
-/// Null, and `problem` says why, when there is none.
+/// Returns null and sets `problem` on failure.
 std::unique_ptr<SocketTransmitter> MakeTransmitter(const TransmitterId& id, std::wstring& problem) {
     if (id.end == End::Client) {
         return std::make_unique<Client>(id.name, MakeLocalNetwork(Log), ClientLimits(), Log);
@@ -67,7 +67,7 @@ std::unique_ptr<SocketTransmitter> MakeTransmitter(const TransmitterId& id, std:
     return engine;
 }
 
-/// The same where the system lacks what it needs, such as threads or open files.
+/// Same as `MakeTransmitter`; also reports exceptions, for example a lack of threads or open files.
 std::unique_ptr<SocketTransmitter> TryToMake(const TransmitterId& id, std::wstring& problem) {
     try {
         return MakeTransmitter(id, problem);
@@ -78,7 +78,7 @@ std::unique_ptr<SocketTransmitter> TryToMake(const TransmitterId& id, std::wstri
     }
 }
 
-/// The transmitters that were given out, by their ids.
+/// All created transmitters, by id.
 class Transmitters {
 public:
     SocketTransmitter* Get(const std::wstring& text) {
@@ -107,7 +107,7 @@ public:
         const std::lock_guard<std::mutex> guard(lock);
         for (const auto& [id, transmitter] : transmitters) {
             if (transmitter) {
-                // A handler that does not end is left to the end of the process.
+                // A handler that does not return is abandoned until the process ends.
                 (void)transmitter->Stop(handlerPatience);
             }
         }
@@ -119,7 +119,7 @@ private:
     std::map<std::wstring, std::wstring> problems;
 };
 
-/// Never destroyed: other threads of the program may send events until the very end.
+/// Never destroyed: other threads may send events until the process ends.
 Transmitters& TheTransmitters() {
     static Transmitters& transmitters = []() -> Transmitters& {
         RegisterExitHandler([] { TheTransmitters().Stop(); });
@@ -128,7 +128,7 @@ Transmitters& TheTransmitters() {
     return transmitters;
 }
 
-/// Null where there is no such transmitter; the log says why.
+/// On failure, returns null; the log says why.
 SocketTransmitter* Find(const std::wstring& transmitterId) {
     try {
         return TheTransmitters().Get(transmitterId);

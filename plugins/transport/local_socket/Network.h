@@ -8,13 +8,13 @@
 #include <mutex>
 #include <string>
 
-/// The outside world as the sessions see it: connections, time, and the thread that tells what happened.
+/// Interface between the sessions and the operating system: connections, timers, and the thread that reports events.
 ///
-/// One lock per network guards everything that belongs to it. Whoever calls a channel or a timer holds the lock, and
-/// every callback comes on the network's thread with the lock held. No call waits, unless it says so.
+/// One lock per network guards everything that belongs to it. Callers of a channel or timer hold the lock, and every
+/// callback runs on the network's thread with the lock held. No call blocks unless its contract says so.
 namespace local_socket {
 
-/// One open connection. Reads and writes one at a time each.
+/// One open connection. At most one read and one write are in progress.
 class Channel {
 public:
     using Done = std::function<void(bool succeeded, std::size_t bytes)>;
@@ -23,27 +23,27 @@ public:
     Channel(const Channel&) = delete;
     Channel& operator=(const Channel&) = delete;
 
-    /// Reads what has come, at least one byte; fails at the end of the stream. `buffer` must stay until `done` is
-    /// called or destroyed.
+    /// Reads the available bytes, at least one; fails at the end of the stream. `buffer` must stay valid until `done`
+    /// is called or destroyed.
     virtual void Read(char* buffer, std::size_t size, Done done) = 0;
-    /// Writes at least one byte. What the system takes at once is on its way when this returns. `bytes` must stay until
-    /// `done` is called or destroyed.
+    /// Writes at least one byte. Bytes that the system accepts at once are sent when this returns. `bytes` must stay
+    /// valid until `done` is called or destroyed.
     virtual void Write(const char* bytes, std::size_t size, Done done) = 0;
-    /// Closes the connection; what is under way fails.
+    /// Closes the connection; operations in progress fail.
     virtual void Close() = 0;
 
 protected:
     Channel() = default;
 };
 
-/// One moment to come, at most.
+/// A timer with at most one pending expiry.
 class Timer {
 public:
     virtual ~Timer() = default;
     Timer(const Timer&) = delete;
     Timer& operator=(const Timer&) = delete;
 
-    /// Calls `expired` once after `delay`; what was set before is forgotten.
+    /// Calls `expired` once after `delay`. Replaces a pending expiry.
     virtual void Start(std::chrono::milliseconds delay, std::function<void()> expired) = 0;
     virtual void Cancel() = 0;
 
@@ -51,20 +51,20 @@ protected:
     Timer() = default;
 };
 
-/// What became of an attempt to connect.
+/// Result of a connection attempt.
 struct Connection {
-    /// Null when there is none.
+    /// Null on failure.
     std::unique_ptr<Channel> channel;
-    /// Why there is none, for the log; empty when simply nobody listens.
+    /// Reason of the failure for the log; empty if no server listens.
     std::wstring failure;
-    /// True when the engine is there and has no room for another front end now.
+    /// True if the server is there but has no room for another client.
     bool isBusy = false;
 };
 
-/// What an engine can do for a front end that has come.
+/// What a server can do for a new client.
 enum class Room : std::int32_t {
     Free,
-    /// The system gives this process no more handles: the connection lasts only until the callback returns.
+    /// The process has no handle left: the connection lasts only until the callback returns.
     None
 };
 
@@ -81,15 +81,15 @@ public:
 
     virtual std::unique_ptr<Timer> MakeTimer() = 0;
 
-    /// Takes the endpoint `name` and gives every front end of the same user that comes there to `onConnected`. An
-    /// empty text; or why the place could not be taken, by another engine for one. Called once, without the lock.
+    /// Listens at the endpoint `name` and passes every client of the same user to `onConnected`. Returns an empty text
+    /// on success, otherwise the reason, for example another server at this endpoint. Call once, without the lock.
     virtual std::wstring Listen(const std::string& name, OnConnected onConnected) = 0;
 
-    /// Connects to the engine of the same user that listens at `name`. May wait a moment for a busy one. Called without
+    /// Connects to the server of the same user at `name`. May block for a moment if the server is busy. Call without
     /// the lock.
     virtual Connection Connect(const std::string& name) = 0;
 
-    /// Does the network's work until `Stop` is called; this is what its thread runs.
+    /// Body of the network's thread: processes events until `Stop` is called.
     virtual void Run() = 0;
     virtual void Stop() = 0;
 
@@ -100,11 +100,11 @@ private:
     std::mutex lock;
 };
 
-/// The system's own network: Unix domain sockets, named pipes. `log` is told what went wrong with nobody to tell; any
-/// thread calls it.
+/// Creates the network of this system: Unix domain sockets or named pipes. `log` gets the errors that no caller
+/// receives; any thread calls it.
 std::unique_ptr<Network> MakeLocalNetwork(Network::Log log);
 
-/// The native path of the socket or pipe where both ends meet under `name`, for people.
+/// The native path of the socket or pipe of the endpoint `name`, for display.
 std::wstring LocalPlace(const std::string& name);
 
 } // namespace local_socket

@@ -2,8 +2,8 @@
 
 namespace local_socket {
 
-/// Has `stop` called at the end of the process, or when this module is unloaded, where threads can still be ended then.
-/// Called once.
+/// Registers `stop` to be called at process exit or when this module is unloaded, if threads can still be ended then.
+/// Call once.
 void RegisterExitHandler(void (*stop)());
 
 } // namespace local_socket

@@ -24,7 +24,7 @@ bool Server::SendEvent(const std::wstring& eventName, const std::wstring& payloa
     const std::lock_guard<std::mutex> guard(network->Lock());
     for (const std::shared_ptr<Session>& session : Sessions()) {
         if (session->IsOpen()) {
-            // One front end that does not take its events must not keep them from the others.
+            // A client that does not take its events must not block the others.
             (void)session->SendOrClose(frame);
         }
     }

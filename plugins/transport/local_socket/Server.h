@@ -8,19 +8,19 @@
 
 namespace local_socket {
 
-/// The engine's end: listens, and holds a session with every front end that came.
+/// The engine's endpoint: listens, and keeps a session with every connected client.
 class Server final : public SocketTransmitter {
 public:
-    /// An engine that listens at `place`; null when the place cannot be taken, the log says why.
+    /// Creates a server that listens at `place`. Returns null if it cannot; the log says why.
     [[nodiscard]] static std::unique_ptr<Server> Listen(const std::string& place, std::unique_ptr<Network> network,
                                                         const Limits& limits, Network::Log log);
-    /// Waits for a handler that runs, so it must not be called out of one.
+    /// Waits for a running handler; must not be called from one.
     ~Server() override;
 
     [[nodiscard]] bool SendEvent(const std::wstring& eventName, const std::wstring& payload) override;
     [[nodiscard]] bool SendEventTo(Peer peer, const std::wstring& eventName, const std::wstring& payload) override;
     [[nodiscard]] bool PostEvent(const std::wstring& eventName, const std::wstring& payload) override;
-    /// There is nothing to connect.
+    /// Same as `IsConnected`: a server does not connect.
     [[nodiscard]] bool Connect(std::wstring& problem) override;
     bool IsConnected() const override;
 
@@ -36,7 +36,7 @@ private:
     void OnClosed(Session& session, const std::wstring& reason) override;
 
     std::map<Peer, std::shared_ptr<Session>> sessions;
-    /// The last front end that came was turned away: those who wait for room come often.
+    /// True after a rejected client. Rejected clients retry often, so that only the first rejection is logged.
     bool isTurningAway = false;
 };
 

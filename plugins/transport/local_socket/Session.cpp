@@ -197,7 +197,7 @@ void Session::TakeFirstFrame(const Frame& frame) {
     }
 }
 
-/// One for an event that is not waited for any more comes too late and means nothing.
+/// An acknowledgement that arrives after its timeout is ignored.
 void Session::TakeAcknowledgement(EventNumber number) {
     if (role == Role::Server) {
         Close(L"it acknowledged an event, which only an engine does");
@@ -224,13 +224,13 @@ void Session::TakeHandshake() {
 
 void Session::Refuse(FrameRefusal refusal) {
     if (refusal == FrameRefusal::OtherVersion && role == Role::Server && !isHandshakeDone) {
-        // So that the front end can tell its user which version is wanted here.
+        // The answer lets the client report which version is required.
         Send(std::make_shared<const std::string>(EncodeHandshake()));
     }
     Close(ReasonOf(refusal, decoder.PeerVersion()));
 }
 
-/// In the middle of a frame the rest must come. The time to greet runs on, whatever comes.
+/// The rest of a started frame must arrive in time. Received bytes do not extend the handshake deadline.
 void Session::WatchTheFrame() {
     if (!isHandshakeDone) {
         return;
@@ -257,7 +257,7 @@ void Session::OnWritten(bool succeeded, std::size_t bytes) {
         return;
     }
     if (!succeeded) {
-        // The reading side finds the end, behind what is still to be read.
+        // The reading side detects the end of the connection after the bytes that are still to be read.
         canWrite = false;
         outgoing.clear();
         if (isFinishing) {

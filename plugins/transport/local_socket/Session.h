@@ -18,79 +18,79 @@ namespace local_socket {
 
 class Session;
 
-/// Who is told what happens to a session. Called with the network's lock held.
+/// Receives the events of a session. Called with the network's lock held.
 class SessionObserver {
 public:
-    /// The peer has greeted: events may go to it, and come from it.
+    /// The handshake is complete: events may be sent and received.
     virtual void OnHandshake(Session& session) = 0;
-    /// An event came. The owner calls `Session::EventHandled` when it is done with it.
+    /// An event arrived. The observer calls `Session::EventHandled` when it has finished with it.
     virtual void OnEvent(Session& session, Frame event) = 0;
-    /// The session is over, once. `reason` is empty when the peer just went.
+    /// The session has ended; called once. `reason` is empty if the peer closed the connection.
     virtual void OnClosed(Session& session, const std::wstring& reason) = 0;
 
 protected:
     ~SessionObserver() = default;
 };
 
-/// What became of a frame to be sent.
+/// Result of sending a frame.
 enum class Sending : std::int32_t {
     Queued,
-    /// The peer takes its events so slowly that no more fit into its queue.
+    /// The peer takes its events too slowly: its queue is full.
     QueueFull,
     PeerGone
 };
 
-/// What became of an event that is to be acknowledged.
+/// Result of an event that requires an acknowledgement.
 enum class Outcome : std::int32_t { Acknowledged, PeerGone, TimedOut };
 
-/// An encoded frame, shared between all it goes to.
+/// An encoded frame, shared by all its receivers.
 using SharedFrame = std::shared_ptr<const std::string>;
 
-/// The talk over one connection: greetings, deadlines, and bounded queues both ways. All operations are called with the
-/// network's lock held.
+/// The protocol on one connection: handshake, deadlines, and bounded queues in both directions. All functions require
+/// the network's lock.
 class Session : public std::enable_shared_from_this<Session> {
 public:
     using Peer = EventTransmitterExtension::Peer;
     /// Called once, with the network's lock held.
     using Settle = std::function<void(Outcome)>;
-    /// Who greets first.
+    /// The client starts the handshake.
     enum class Role : std::int32_t { Client, Server };
 
     Session(Peer peer, Role role, Network& network, std::unique_ptr<Channel> channel, const Limits& limits,
             SessionObserver& owner);
 
-    /// Begins: greets (front end), reads, and gives the peer its time to greet.
+    /// Starts the session: sends the handshake (client), reads, and starts the handshake deadline.
     void Start();
 
-    /// Queues a frame and begins to send it.
+    /// Queues a frame and starts sending it.
     Sending Send(SharedFrame frame);
 
-    /// The same for an event of this number, which no other of this session has; `settle` is told what becomes of it
-    /// when it was queued, and not called when it was not.
+    /// Same for an event that requires an acknowledgement. `number` must be unique in this session. `settle` gets the
+    /// outcome; it is not called if the frame was not queued.
     [[nodiscard]] Sending SendAwaited(SharedFrame frame, EventNumber number, Settle settle);
 
-    /// The same; a peer that does not take its events is closed. True when the frame was queued.
+    /// Same, but closes the session if the queue is full. True if the frame was queued.
     [[nodiscard]] bool SendOrClose(SharedFrame frame);
 
-    /// The owner is done with an event that came with this frame.
+    /// Called by the observer when it has finished with this event.
     void EventHandled(const Frame& event);
 
-    /// Engine, instead of `Start`: tells the front end that there is no room for it, and ends the session. `served` as
-    /// `EncodeBusy` takes it.
+    /// Server, instead of `Start`: tells the client that there is no room for it, and ends the session. `served`: see
+    /// `EncodeBusy`.
     void TurnAway(std::uint64_t served);
 
-    /// Ends the session as soon as what was queued is written; from now on nothing is queued, and what comes is
+    /// Ends the session when the queued frames are written. From now on nothing is queued, and received frames are
     /// dropped.
     void Finish();
 
-    /// Ends the session; `reason` as `SessionObserver::OnClosed` takes it.
+    /// Ends the session. `reason`: see `SessionObserver::OnClosed`.
     void Close(const std::wstring& reason);
 
     Peer Number() const { return peer; }
     bool IsClosed() const { return isClosed; }
-    /// Front end: true when the engine had no room for it.
+    /// Client: true if the server had no room for it.
     bool WasTurnedAway() const { return wasTurnedAway; }
-    /// True between the greetings and the end.
+    /// True from the end of the handshake to the end of the session.
     bool IsOpen() const { return isHandshakeDone && !isClosed; }
 
 private:
@@ -134,11 +134,11 @@ private:
     std::size_t undelivered = 0;
     bool isReadingPaused = false;
 
-    /// False once a write has failed. What the peer sent before it went may still be read.
+    /// False once a write has failed. Bytes that the peer sent before it closed may still be read.
     bool canWrite = true;
     std::deque<SharedFrame> outgoing;
     std::size_t outgoingCost = 0;
-    /// Of the first frame.
+    /// Bytes of the first queued frame that are written.
     std::size_t writtenBytes = 0;
 };
 

@@ -46,7 +46,7 @@ void SocketTransmitter::EndSessions() {
 }
 
 void SocketTransmitter::End() {
-    // A delivery under way is waited for next.
+    // `End` waits for the running delivery next.
     (void)Stop(std::chrono::milliseconds::zero());
     deliveries.End();
 }
@@ -125,7 +125,7 @@ event_delivery::Acknowledgements::Give SocketTransmitter::AcknowledgementOf(cons
     return [this, weak = std::weak_ptr(session), number] {
         if (const std::shared_ptr<Session> open = weak.lock()) {
             const std::lock_guard<std::mutex> guard(network->Lock());
-            // A sender who has gone does not wait for it.
+            // A sender that has disconnected does not wait for it.
             (void)open->SendOrClose(std::make_shared<const std::string>(EncodeAcknowledgement(number)));
         }
     };

@@ -17,17 +17,17 @@
 
 namespace local_socket {
 
-/// What both ends of the line have in common: a network with its thread, the handlers, and the thread they run on.
+/// Common base of server and client: a network with its thread, the handlers, and the thread that runs them.
 class SocketTransmitter : public EventTransmitter, public EventTransmitterExtension, protected SessionObserver {
 public:
     SocketTransmitter(const SocketTransmitter&) = delete;
     SocketTransmitter& operator=(const SocketTransmitter&) = delete;
-    /// Those derived call `End` first, while they are whole.
+    /// Derived classes call `End` first in their destructors, while they are complete.
     virtual ~SocketTransmitter();
 
-    /// Ends the sessions and both threads; from now on nothing is sent. What was sent before reaches those peers that
-    /// take it within `Limits::drain`. False when a handler did not return within `patience`: then this object must
-    /// stay.
+    /// Ends the sessions and both threads; nothing is sent afterwards. Frames sent before reach the peers that take
+    /// them within `Limits::drain`. Returns false if a handler did not return within `patience`; then this object must
+    /// stay alive.
     [[nodiscard]] bool Stop(std::chrono::milliseconds patience);
 
     void AddEventHandler(const std::wstring& eventName, CallbackFunctor* handler) final;
@@ -44,21 +44,21 @@ protected:
     SocketTransmitter(std::string place, std::unique_ptr<Network> network, const Limits& limits, Network::Log log,
                       Begin begin);
 
-    /// Stops, and waits for a handler that runs, which may still use this object; so it must not be called out of one.
+    /// Stops, and waits for a running handler, which may still use this object. Must not be called from a handler.
     void End();
     /// Starts the network's thread.
     void Run();
-    /// With the lock held.
+    /// The caller holds the lock.
     bool IsStopped() const { return isStopped; }
-    /// Those that have not ended. With the lock held.
+    /// The sessions that have not ended. The caller holds the lock.
     virtual std::vector<std::shared_ptr<Session>> Sessions() const = 0;
-    /// A new session, not yet started, under a number that no other has. With the lock held.
+    /// Creates a session with a unique number; the caller starts it. The caller holds the lock.
     std::shared_ptr<Session> MakeSession(Session::Role role, std::unique_ptr<Channel> channel);
-    /// The encoded event, null when it is too big to be sent; the log says so.
+    /// Returns the encoded event, or null if it is too big to be sent; the log says so.
     SharedFrame Encode(const std::wstring& eventName, const std::wstring& payload, EventNumber number = 0) const;
-    /// Work for the thread that handlers run on, behind what came before.
+    /// Queues work for the handler thread, behind the work queued before.
     void Post(event_delivery::DeliveryThread::Work work) { deliveries.Post(std::move(work)); }
-    /// Writes one line that names this end of the line.
+    /// Writes one line that names this endpoint.
     void Log(const std::wstring& message) const;
 
     void OnEvent(Session& session, Frame event) final;
@@ -66,7 +66,7 @@ protected:
     const std::string place;
     const Limits limits;
     const std::unique_ptr<Network> network;
-    /// A session was greeted or has ended.
+    /// Notified when a handshake completes or a session ends.
     std::condition_variable sessionChanged;
 
 private:

@@ -9,7 +9,7 @@ namespace local_socket {
 
 enum class End : std::int32_t { Server, Client };
 
-/// What a transmitter id says: which end of the line, and the name of the place where both meet.
+/// A parsed transmitter id: server or client, and the name of the endpoint.
 struct TransmitterId {
     End end = End::Server;
     std::string name;
@@ -17,8 +17,8 @@ struct TransmitterId {
     bool operator==(const TransmitterId&) const = default;
 };
 
-/// Reads "engine:NAME" or "client:NAME"; NAME is 1 to 64 of A-Z, a-z, 0-9, "_", "." and "-", so that it is a plain part
-/// of a file name on every system. Nothing for any other text.
+/// Parses "engine:NAME" or "client:NAME". NAME is 1 to 64 of A-Z, a-z, 0-9, "_", "." and "-", so that it can be part of
+/// a file name on every system. Returns nothing for any other text.
 [[nodiscard]] std::optional<TransmitterId> ParseTransmitterId(std::wstring_view text);
 
 } // namespace local_socket

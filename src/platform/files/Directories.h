@@ -2,17 +2,17 @@
 
 #include <string>
 
-/// Where things stand on this machine, as library text, absolute, without a trailing separator. Empty when the system
-/// does not say.
+/// Well-known directories of this machine, as library text: absolute, without a trailing separator. Empty if the system
+/// does not define the directory.
 namespace platform {
 
-/// What the application's own directory in the two below is named, as is the custom on this system.
+/// Name of the application's own directory below the next two, in the convention of this system.
 extern const wchar_t* const applicationDirectoryName;
 
-/// The directory of the user's settings: %APPDATA%; $XDG_CONFIG_HOME or ~/.config.
+/// Directory of the user's settings: %APPDATA% on Windows; $XDG_CONFIG_HOME or ~/.config on Linux.
 std::wstring UserConfigurationDirectory();
 
-/// The directory of the user's data on this machine: %LOCALAPPDATA%; $XDG_DATA_HOME or ~/.local/share.
+/// Directory of the user's data on this machine: %LOCALAPPDATA% on Windows; $XDG_DATA_HOME or ~/.local/share on Linux.
 std::wstring UserDataDirectory();
 
 /// The directory for temporary files.

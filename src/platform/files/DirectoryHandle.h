@@ -7,15 +7,15 @@
 
 namespace platform {
 
-/// Holds one directory fast: what is done below `Path` happens in this very directory, whatever is put in its place, or
-/// in the place of a directory above it, meanwhile. Once the directory was removed, nothing can be made there. On
-/// Windows nobody can remove or rename it as long as it is held.
+/// Pins one directory. Operations below `Path` act on this directory even if it, or a directory above it, is renamed or
+/// replaced. Once the directory is removed, nothing can be created in it. On Windows the directory cannot be removed or
+/// renamed while it is pinned.
 class DirectoryHandle {
 public:
-    /// `NotSupported` for a link.
+    /// Fails with `NotSupported` for a link.
     Error Open(const std::wstring& path);
 
-    /// Means the directory in this process alone, and only while this object lives.
+    /// Valid in this process only, while this object lives.
     const std::wstring& Path() const { return pinnedPath; }
 
 private:

@@ -14,14 +14,14 @@ namespace platform {
 /// a named pipe.
 enum class AppendTo {
     Anything,
-    /// A link is followed to one of these.
+    /// Follows a link to one of these types.
     FileOrDevice,
-    /// No link either, nor a file that has other names (hard links).
+    /// Rejects links, too, and files with several hard links.
     RegularFile
 };
 
-/// An open file: the few calls of the system that everything else about the content of files is made of. Move-only,
-/// closes on destruction. Never inherited by child processes. One thread at a time.
+/// An open file; the other file functions are built on it. Move-only; closes on destruction. Never inherited by child
+/// processes. Not thread-safe.
 class File {
 public:
     File() = default;
@@ -32,28 +32,28 @@ public:
         return *this;
     }
 
-    /// Opens a regular file; anything else is `NotSupported`.
+    /// Opens a regular file; fails with `NotSupported` for any other type.
     Error OpenForReading(const std::wstring& path);
-    /// Opens a file whose writes all go to its end, creating it where it is missing; others may read, write, rename
-    /// and delete it meanwhile. What `target` leaves out is `NotSupported`.
+    /// Opens a file for appending, creating it if it is missing. Others may read, write, rename and delete it at the
+    /// same time. Fails with `NotSupported` for a type that `target` does not accept.
     Error OpenForAppending(const std::wstring& path, bool truncate, AppendTo target = AppendTo::Anything);
-    /// Creates a file that must not exist yet (a link of this name is not followed), with the permissions of `model`
-    /// when that exists.
+    /// Creates a file. Fails if the name exists (a link is not followed). Copies the permissions of `model` if that
+    /// exists.
     Error CreateNew(const std::wstring& path, const std::wstring& model);
 
     bool IsOpen() const { return handle != invalidHandle; }
     void Close();
 
-    /// Reads at most `capacity` bytes; a `count` of 0 is the end.
+    /// Reads at most `capacity` bytes; `count` is 0 at the end of the file.
     Error Read(char* buffer, std::size_t capacity, std::size_t& count);
-    /// As `Read`, from `offset` on.
+    /// Same as `Read`, starting at `offset`.
     Error ReadAt(std::uint64_t offset, char* buffer, std::size_t capacity, std::size_t& count) const;
     /// Writes all bytes.
     Error Write(std::string_view bytes);
-    /// Waits until the content is on the disk.
+    /// Blocks until the content is on the disk.
     Error Flush();
     std::uint64_t Size() const;
-    /// Lets everybody who may read the file run it as a program; on Windows nothing has to be done for that.
+    /// Makes the file executable for everyone who may read it. No effect on Windows.
     Error MakeExecutable();
 
 private:

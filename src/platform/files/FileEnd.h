@@ -7,8 +7,8 @@
 
 namespace platform {
 
-/// Reads the last `length` bytes of a file, or all of a shorter one; how long the file is does not matter. What another
-/// process appends meanwhile may be missing. A failure leaves `bytes` as it was.
+/// Reads the last `length` bytes of a file, or all of a shorter one. The cost does not depend on the file's size. Bytes
+/// that another process appends during the read may be missing. On failure, `bytes` is unchanged.
 Error ReadFileEnd(const std::wstring& path, std::size_t length, std::string& bytes);
 
 } // namespace platform

@@ -8,8 +8,8 @@
 
 namespace platform {
 
-/// A lock that the system holds for a process as long as it lives, by a file that is kept open: it cannot be left
-/// behind by a process that was killed, whatever the file says. Move-only; released on destruction.
+/// A lock on an open file, which the system releases when the process ends, however it ends. The content of the file
+/// has no meaning for the lock. Move-only; released on destruction.
 class FileLock {
 public:
     FileLock() = default;
@@ -17,19 +17,19 @@ public:
     FileLock(FileLock&& other) noexcept;
     FileLock& operator=(FileLock&& other) noexcept;
 
-    /// Takes the lock without waiting; the file is made where it is missing, its directory must exist. `InUse` when
-    /// another process (or another `FileLock` of this one) has it.
+    /// Takes the lock without waiting. Creates the file if it is missing; its directory must exist. Fails with `InUse`
+    /// if another process, or another `FileLock` of this process, holds it.
     Error Take(const std::wstring& path);
     void Release();
     bool IsHeld() const { return handle != invalidHandle; }
 
-    /// Replaces what the file says, for those who meet the lock. Only information: the lock does not depend on it, and
-    /// it stays when the process is killed. Fails without the lock.
+    /// Replaces the content of the lock file, as information for other processes. The lock does not depend on it, and
+    /// it remains if the process is killed. Fails if the lock is not held.
     Error Write(std::string_view text);
-    /// Releases the lock and removes its file. Somebody who waits to take the lock makes a new one.
+    /// Releases the lock and removes its file. The next process that takes the lock creates a new file.
     void Remove();
-    /// True while the lock is held and its path names the locked file. It does not once somebody removed the file or
-    /// its directory: then another process can take the same path.
+    /// True while the lock is held and its path still names the locked file. If the file or its directory was removed,
+    /// another process can take a lock at the same path.
     bool IsInPlace() const;
 
 private:
@@ -38,8 +38,8 @@ private:
     std::wstring place;
 };
 
-/// True when some process (this one included) holds the lock of this path at the moment. On Windows a process that
-/// takes the lock in the same instant may be told `InUse`.
+/// True if a process (including this one) holds the lock at this path. On Windows a process that takes the lock at the
+/// same instant may get `InUse`.
 bool IsLocked(const std::wstring& path);
 
 } // namespace platform

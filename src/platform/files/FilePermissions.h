@@ -2,15 +2,15 @@
 
 #include <string>
 
-/// What other users of this machine could do to a user's files. Administrators can do anything, and do not count. Links
-/// are followed; a path that names nothing is safe.
+/// Checks what other users of this machine could do to a user's files. Administrators are not counted, because nothing
+/// stops them. Links are followed; a path that does not exist counts as safe.
 namespace platform {
 
-/// True when everybody may write the file, or put another into its place: what stands in it is anybody's.
+/// True if everyone may write the file or replace it.
 bool IsWorldWritable(const std::wstring& file);
 
-/// True when another user could exchange what this one puts into the directory: everybody may write there without being
-/// held to his own entries, or, on Linux, it belongs to another user than this one and root.
+/// True if another user could replace this user's files in the directory: it is world-writable without the sticky bit
+/// or, on Linux, belongs to a user other than this one and root.
 bool IsReplaceableByOthers(const std::wstring& directory);
 
 } // namespace platform

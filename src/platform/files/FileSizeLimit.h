@@ -2,8 +2,9 @@
 
 namespace platform {
 
-/// Lets a write beyond the user's limit on the size of files ("ulimit -f") fail like one to a full disk; by default the
-/// system ends the process there. Processes that this one starts are not affected. On Windows there is no such limit.
+/// Makes a write beyond the file size limit ("ulimit -f") fail like a write to a full disk; by default the signal
+/// SIGXFSZ ends the process. Processes that this one starts are not affected. No effect on Windows, which has no such
+/// limit.
 void IgnoreFileSizeSignal();
 
 } // namespace platform

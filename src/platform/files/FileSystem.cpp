@@ -12,7 +12,7 @@
 namespace platform {
 namespace {
 
-/// The directories from `path` upwards that do not exist, the deepest first.
+/// The missing directories of `path`, deepest first.
 std::vector<std::wstring> MissingDirectories(const std::wstring& path) {
     std::vector<std::wstring> missing;
     for (std::wstring directory = WithoutTrailingSeparators(path); !directory.empty() && !Exists(directory);
@@ -46,7 +46,8 @@ Error CreateDirectories(const std::wstring& path, DirectoryMaker makeDirectory) 
     if (Exists(path)) {
         return {ErrorKind::AlreadyExists, 0};
     }
-    // Others may make the parents meanwhile; who makes the directory itself is told apart from who finds it.
+    // Another process may create the parents at the same time. Only the last level reports whether this call created
+    // it.
     const std::wstring directory = WithoutTrailingSeparators(path);
     const Error error = MakeMissingDirectories(ParentDirectory(directory), makeDirectory);
     return error ? error : makeDirectory(directory);
@@ -93,7 +94,7 @@ Error ReadFile(const std::wstring& path, std::size_t limit, std::string& bytes) 
     if (file.Size() > limit) {
         return {ErrorKind::TooLarge, 0};
     }
-    // The size is a first guess only: a file can grow while it is read, and some say 0.
+    // The size is only a first estimate: a file can grow while it is read, and special files report 0.
     std::string content(file.Size() + 1, '\0');
     std::size_t length = 0;
     for (std::size_t count = 1; count != 0; length += count) {

@@ -4,26 +4,27 @@
 
 #include "platform/system/Error.h"
 
-/// The steps that FileSystem.cpp and ReplaceFile.cpp are made of.
+/// System-specific operations behind FileSystem.cpp and ReplaceFile.cpp.
 namespace platform {
 
-/// Makes one directory; its parent must exist. `AlreadyExists` when the name is taken by anything.
+/// Creates one directory; its parent must exist. Fails with `AlreadyExists` if the name is taken.
 Error MakeDirectory(const std::wstring& path);
 
-/// Makes the directory `path` and what is missing above it, for the owner alone; what exists is left as it is.
+/// Creates the directory `path` and its missing parents, for the owner only. Existing directories are unchanged.
 Error MakeMissingPrivateDirectories(const std::wstring& path);
 
-/// As `MakeDirectory`, for the owner alone.
+/// Same as `MakeDirectory`, for the owner only.
 Error MakePrivateDirectory(const std::wstring& path);
 
-/// Succeeds when the existing directory `path` belongs to the user of this process; on Windows always, where the
-/// directory's parent has said who may enter.
+/// Succeeds if the existing directory `path` belongs to the user of this process. Always succeeds on Windows, where the
+/// inherited permissions control access.
 Error RequireOwnDirectory(const std::wstring& path);
 
-/// Gives the file `existing` a second name; `NotSupported` and the like where the volume has no links.
+/// Creates a hard link `name` to the file `existing`. Fails with `NotSupported` or a similar error if the volume has no
+/// hard links.
 Error LinkFile(const std::wstring& existing, const std::wstring& name);
 
-/// Waits until the renames in `directory` are on the disk.
+/// Blocks until the renames in `directory` are on the disk.
 Error FlushDirectory(const std::wstring& directory);
 
 } // namespace platform

@@ -28,8 +28,8 @@ std::wstring RandomDigits() {
     return text;
 }
 
-/// The beginning of the names of temporary files for `target`, which distinguishes them from those for another file. A
-/// name too long for a suffix gets one that is tied to no target; such files are never cleaned up automatically.
+/// Prefix of the temporary file names for `target`, which distinguishes them from those of other files. If the name is
+/// too long for a suffix, a prefix common to all targets is used; such files are never cleaned up automatically.
 std::wstring TemporaryStart(const std::wstring& target) {
     constexpr std::size_t longestName = 200;
     const std::wstring name = FileName(target);
@@ -41,13 +41,12 @@ bool IsTemporaryOf(const std::wstring& name, const std::wstring& start) {
            name.find_first_not_of(text::hexadecimalDigits, start.size()) == std::wstring::npos;
 }
 
-/// The name of a file that is to stand at `target`, in the same directory, while it is not whole yet. What is left of
-/// it is removed at the end.
+/// The name of a temporary file in the directory of `target`. Removes the file on destruction.
 class TemporaryName {
 public:
     explicit TemporaryName(const std::wstring& target)
         : path(target.substr(0, target.size() - FileName(target).size()) + TemporaryStart(target) + RandomDigits()) {}
-    /// Mostly it has been renamed and is not there any more.
+    /// Usually the file has been renamed and no longer exists.
     ~TemporaryName() { (void)RemoveFile(path); }
     TemporaryName(const TemporaryName&) = delete;
     TemporaryName& operator=(const TemporaryName&) = delete;
@@ -90,7 +89,7 @@ Error CopyToNewFile(const std::wstring& from, const std::wstring& to) {
     return error ? error : WriteNewFile(to, from, bytes, Durability::Synced);
 }
 
-/// Makes `backupPath` a second name of the file at `path`; a copy where the volume has no links.
+/// Makes `backupPath` a hard link to the file at `path`, or a copy if the volume has no hard links.
 Error KeepAs(const std::wstring& path, const std::wstring& backupPath) {
     const TemporaryName temporary(backupPath);
     Error error = LinkFile(path, temporary.Path());
@@ -105,8 +104,8 @@ Error KeepAs(const std::wstring& path, const std::wstring& backupPath) {
     return error;
 }
 
-/// The directory is flushed for a name that is new in it: without, the whole file could be missing after a power
-/// failure. A name that was there before leads to a whole file, the old or the new one, in any case.
+/// Flushes the directory if the name is new in it; otherwise the whole file could be missing after a power failure. An
+/// existing name refers to a complete file, the old or the new one, in any case.
 Error MoveIntoPlace(const TemporaryName& temporary, const std::wstring& path, Durability durability) {
     const bool isNew = !Exists(path);
     const Error error = RenameFile(temporary.Path(), path);
@@ -124,7 +123,7 @@ Error RequireFileName(const std::wstring& path) {
 void RemoveStaleTemporaries(const std::wstring& path) {
     const std::wstring start = TemporaryStart(path);
     std::vector<DirectoryEntry> entries;
-    // What cannot be listed or removed now is met again at the next start.
+    // Errors are ignored: the next start tries again.
     (void)ListDirectory(ParentDirectory(path), entries);
     for (const DirectoryEntry& entry : entries) {
         if (start != temporaryMark && IsTemporaryOf(entry.name, start)) {

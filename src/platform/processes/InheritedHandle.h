@@ -2,8 +2,8 @@
 
 namespace platform {
 
-/// Makes a handle that this process inherited its own: children of this process do not get it unasked. False when it is
-/// not an open handle.
+/// Marks an inherited handle close-on-exec, so that children of this process get it only if it is passed explicitly.
+/// Returns false if it is not an open handle.
 [[nodiscard]] bool SetCloseOnExec(void* handle);
 
 } // namespace platform

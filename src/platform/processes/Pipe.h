@@ -8,7 +8,7 @@
 
 namespace platform {
 
-/// A one-way channel of bytes from a child's output to its parent.
+/// A one-way byte channel from a child's output to its parent.
 class OutputPipe {
 public:
     OutputPipe() = default;
@@ -17,15 +17,16 @@ public:
     OutputPipe& operator=(const OutputPipe&) = delete;
 
     Error Open();
-    /// The end to give to a child as its output; owned by the pipe.
+    /// The end to pass to a child as its output; owned by the pipe.
     void* WriteEnd() const { return writeEnd; }
-    /// To be called once the child has been started, so that the reader sees the end when the last child closes its
+    /// Call after starting the child, so that the reader sees the end of the stream when the last child closes its
     /// side.
     void CloseWriteEnd();
-    /// Waits for bytes and replaces `bytes` by at most `limit` of them; empty at the end or after a failure.
+    /// Blocks until bytes arrive, and replaces `bytes` with at most `limit` of them; empty at the end of the stream or
+    /// after a failure.
     void Read(std::size_t limit, std::string& bytes);
-    /// Replaces `bytes` by what has come, at most `limit` of them, without waiting: some program may hold the other end
-    /// open for long.
+    /// Replaces `bytes` with at most `limit` of the available bytes, without blocking: some process may hold the write
+    /// end open for long.
     void ReadAvailable(std::size_t limit, std::string& bytes);
 
 private:

@@ -3,21 +3,21 @@
 #include <cstdint>
 #include <utility>
 
-/// Process handles as the public interface carries them: a `HANDLE` on Windows; on Linux a pidfd in the place of one,
+/// Process handles as in the public interface: a `HANDLE` on Windows; on Linux a pidfd encoded as a pointer that is
 /// never null.
 namespace platform {
 
-/// True while the process runs: a look without waiting (`WaitForSingleObject(handle, 0)` gives `WAIT_TIMEOUT`). False
-/// when it has ended or the handle is not one.
+/// True while the process runs; does not wait. False if it has ended or the handle is invalid. Equivalent to
+/// `WaitForSingleObject(handle, 0)` returning `WAIT_TIMEOUT`.
 bool IsProcessRunning(void* process);
 
-/// Closes a handle; on Linux a child that has ended is reaped with it. Null is nothing to close.
+/// Closes a handle; on Linux this also reaps a child that has ended. Does nothing for null.
 void CloseProcessHandle(void* process);
 
-/// A second handle to the same process or event, to be closed by itself; null when `handle` is not one.
+/// Duplicates a handle of a process or event; the caller closes it. Returns null if `handle` is invalid.
 [[nodiscard]] void* CopyHandle(void* handle);
 
-/// Owns one handle that can be waited for (process, event, directory watch). Move-only.
+/// Owns one waitable handle (process, event, directory watch). Move-only.
 class OwnedHandle {
 public:
     OwnedHandle() = default;

@@ -6,23 +6,23 @@
 
 namespace platform {
 
-/// Tells a process from all others of this machine, also from later ones that get the same number.
+/// Identifies a process on this machine, also among later ones with the same process id.
 struct ProcessIdentity {
     std::uint32_t number = 0;
-    /// In the system's own unit, from its own beginning: only for comparison.
+    /// Start time in a system-specific unit and epoch: only for comparison.
     std::int64_t start = 0;
 
     bool operator==(const ProcessIdentity&) const = default;
 };
 
-/// The identity of this process. Any thread.
+/// The identity of this process. Threads: any.
 ProcessIdentity OwnProcessIdentity();
 
-/// Opens a process of this user, to wait for its end or to ask it to end. Null when it has ended, when another process
-/// has its number now, or when it belongs to another user. Any thread.
+/// Opens a process of this user, to wait for its end or ask it to end. Returns null if it has ended, if another process
+/// now has its id, or if it belongs to another user. Threads: any.
 OwnedHandle OpenProcess(const ProcessIdentity& process);
 
-/// As `RequestTermination` (see Process.h); false where the system has no way of asking.
+/// Same as `RequestTermination` (see Process.h). Returns false if the system has no such request.
 bool AskOtherProcessToEnd(void* process);
 
 } // namespace platform

@@ -6,37 +6,38 @@
 
 namespace platform {
 
-/// One process with all that it starts, however deep and however detached: a job object on Windows; a process group
-/// under this process as child subreaper on Linux, where every child of this process counts as part of the tree: a
-/// process with a tree starts nothing else beside it, and has one tree at a time. Used by one thread.
+/// One process and all its descendants, however deep and however detached. On Windows, a job object. On Linux, a
+/// process group below this process as child subreaper; every child of this process counts as part of the tree. Hence a
+/// process has at most one tree at a time and starts nothing else beside it. Not thread-safe.
 class ProcessTree {
 public:
     ProcessTree();
-    /// Ends what still runs.
+    /// Kills the processes that still run.
     ~ProcessTree();
     ProcessTree(const ProcessTree&) = delete;
     ProcessTree& operator=(const ProcessTree&) = delete;
 
-    /// Starts the root process inside the tree: no descendant can slip out before it is watched.
+    /// Starts the root process inside the tree, so that no descendant can escape before the tree watches it.
     Error Start(const ProcessStart& start);
 
-    /// The root process's handle for waiting; owned by the tree. Null before it was started.
+    /// The root process's handle for waiting, owned by the tree. Null before the start.
     void* Root() const;
 
-    /// What `ExitCode` says of the root, also after `End`.
+    /// `ExitCode` of the root, also after `End`.
     std::optional<std::int32_t> RootExitCode() const;
 
-    /// Signalled when something of the tree may have ended that nobody but this process can let go of; null where the
-    /// system needs no such help. `Tidy` does it: until then all that ended counts among the user's processes.
+    /// Signalled when a process of the tree that only this process can reap may have ended; null if the system needs no
+    /// reaping. `Tidy` reaps it: until then, ended processes count against the user's process limit.
     void* Ended() const;
     void Tidy();
 
-    /// Asks all to stop, where the system has a way (SIGTERM to the process group). Windows has none for a program
-    /// without a window: nothing.
+    /// Asks all processes to stop (SIGTERM to the process group). No effect on Windows, which has no such request for a
+    /// program without a window.
     void AskToStop();
 
-    /// Ends every process of the tree, the root too, and returns when none is left (but such as the system does not let
-    /// this user end). Windows: after 10 s at most; a killed process that waits for a driver still counts.
+    /// Kills all processes of the tree including the root, and returns when none is left, apart from those that this
+    /// user may not kill. On Windows, returns after at most 10 s: a killed process that waits for a driver still
+    /// exists.
     void End();
 
 private:

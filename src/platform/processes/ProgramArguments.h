@@ -5,8 +5,7 @@
 
 namespace platform {
 
-/// The arguments of a main() after the program's own name, as text: UTF-8 on Linux (`FromUtf8`), wide from the system
-/// on Windows.
+/// The arguments of main() after the program name: UTF-8 on Linux (`FromUtf8`), the wide command line on Windows.
 std::vector<std::wstring> ProgramArguments(int count, const char* const* values);
 
 } // namespace platform

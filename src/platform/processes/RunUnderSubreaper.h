@@ -7,15 +7,15 @@ namespace platform {
 
 struct WorkerExit {
     std::int32_t exitCode = 0;
-    /// Somebody ended the work, which returned nothing; what it had started has been ended after it.
+    /// The worker was killed by a signal and returned nothing; all its descendants have been killed after it.
     bool wasSignaled = false;
 };
 
-/// Does `work` in such a way that whatever ends it, nothing that it started outlives it. On Linux a new process works,
-/// and this one only watches: it hands on the wish to stop (SIGTERM, SIGINT, SIGHUP), wakes the work up when somebody
-/// stopped it, and inherits what the work leaves behind. On Windows, where a process tree ends with its owner, `work`
-/// is done right here. `work` gets the handle of the process that watches, to notice its end; null when there is none.
-/// To be called while this process has one thread.
+/// Runs `work` so that nothing it started survives it, however it ends. On Linux, `work` runs in a forked process. This
+/// process supervises it as a subreaper: it forwards stop requests (SIGTERM, SIGINT, SIGHUP), resumes the worker if it
+/// is stopped, and adopts and kills its orphans. On Windows, where a process tree ends with its owner, `work` runs in
+/// this process. `work` gets a handle to the supervising process, to notice its end; null if there is none. Must be
+/// called while this process has a single thread.
 WorkerExit RunUnderSubreaper(const std::function<std::int32_t(void* subreaper)>& work);
 
 } // namespace platform

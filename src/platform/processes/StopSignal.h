@@ -4,8 +4,8 @@
 
 namespace platform {
 
-/// Turns a person's or the system's wish that this program ends (SIGINT, SIGTERM, SIGHUP; Ctrl-C, console close,
-/// log-off) into an event that a loop can wait for. One per process, made by main().
+/// Converts stop requests of a user or the system (SIGINT, SIGTERM, SIGHUP; Ctrl-C, console close, log-off) into an
+/// event that a loop can wait for. One per process, created by main().
 class StopSignal {
 public:
     StopSignal();

@@ -3,13 +3,13 @@
 #include <cstdint>
 #include <ctime>
 
-/// The runtime library's conversions, for times that every runtime knows.
+/// Calendar conversions of the C runtime, for times that both runtimes support.
 namespace platform {
 
 std::tm UtcParts(std::int64_t time);
 std::tm LocalParts(std::int64_t time);
 
-/// The time of local parts with daylight saving off; -1 when the runtime cannot tell.
+/// Converts local fields with daylight saving off; -1 on failure.
 std::int64_t TimeOfLocalParts(std::tm parts);
 
 } // namespace platform

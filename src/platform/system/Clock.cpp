@@ -8,7 +8,7 @@
 namespace platform {
 namespace {
 
-// What the Windows runtime's clock knows: 1970-01-01T00:00:00Z to 3000-12-31T23:59:59Z.
+// Range of the Windows runtime: 1970-01-01T00:00:00Z to 3000-12-31T23:59:59Z.
 constexpr std::int64_t lastTime = 32'535'215'999;
 constexpr std::int64_t firstYear = 1970;
 constexpr std::int64_t lastYear = 3000;

@@ -3,7 +3,8 @@
 #include <cstdint>
 #include <string>
 
-/// Calendar time. Seconds since 1970-01-01T00:00:00Z as `std::int64_t`, the `__time64_t` of Windows, on both systems.
+/// Calendar time. Units: seconds since 1970-01-01T00:00:00Z as `std::int64_t`, the `__time64_t` of Windows, on both
+/// systems.
 namespace platform {
 
 struct CalendarTime {
@@ -20,14 +21,14 @@ std::int64_t Now();
 /// Milliseconds since 1970, for log records.
 std::int64_t NowInMilliseconds();
 
-/// UTC fields of a time; all zero for a time that the Windows runtime refuses (before 1970, after the year 3000).
+/// UTC fields of a time; all zero for a time that the Windows runtime rejects (before 1970, after the year 3000).
 CalendarTime ToUtc(std::int64_t time);
 
-/// Local fields of a time (TZ), as `ToUtc`.
+/// Local fields of a time (TZ), otherwise same as `ToUtc`.
 CalendarTime ToLocal(std::int64_t time);
 
-/// The time whose local fields these are, as `_mktime64` reads them with daylight saving off (fields beyond their range
-/// carry over); -1 for years before 1970 or after 3000, for a time before 1970 in UTC, and for what cannot be told.
+/// The time with these local fields, as `_mktime64` computes it with daylight saving off (fields out of range carry
+/// over). Returns -1 for years before 1970 or after 3000, for a time before 1970 in UTC, and on failure.
 std::int64_t FromLocal(const CalendarTime& fields);
 
 /// The local time in the form "%Y%m%d_%H%M%S", at most 31 characters.

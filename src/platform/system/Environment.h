@@ -7,11 +7,11 @@
 
 namespace platform {
 
-/// The value of an environment variable; nothing when it is not set. As the C runtime sees it, at this moment.
+/// The current value of an environment variable in the C runtime; nothing if it is not set.
 [[nodiscard]] std::optional<std::wstring> GetEnvironment(const std::wstring& name);
 
-/// Sets a variable of this process; an empty value removes it. A name that is empty or holds "=" is ignored. Not while
-/// other threads read the environment.
+/// Sets a variable of this process; an empty value removes it. Ignores a name that is empty or contains "=". Must not
+/// run while other threads read the environment.
 void SetEnvironment(const std::wstring& name, const std::wstring& value);
 
 /// All variables of this process.

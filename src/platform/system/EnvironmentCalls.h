@@ -3,7 +3,7 @@
 #include <optional>
 #include <string>
 
-/// The calls of the system, for names that it can take.
+/// The system calls, for names that the system accepts.
 namespace platform {
 
 [[nodiscard]] std::optional<std::wstring> ReadVariable(const std::wstring& name);

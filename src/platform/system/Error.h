@@ -5,7 +5,7 @@
 
 namespace platform {
 
-/// What a caller can do about a failed system call; the exact code is kept beside it for messages only.
+/// What a caller can do about a failed system call. The exact code is kept for messages only.
 enum class ErrorKind : std::int32_t {
     None,
     NotFound,
@@ -20,23 +20,23 @@ enum class ErrorKind : std::int32_t {
     Other
 };
 
-/// The outcome of a system call: success, or why it failed. A small value, copied freely.
+/// The result of a system call: success, or why it failed. A small value type.
 struct [[nodiscard]] Error {
     ErrorKind kind = ErrorKind::None;
-    /// errno on Linux, GetLastError() on Windows; 0 when the failure is not the system's.
+    /// errno on Linux, GetLastError() on Windows; 0 if the failure does not come from the system.
     std::int64_t systemCode = 0;
 
-    /// True when something failed.
+    /// True on failure.
     explicit operator bool() const { return kind != ErrorKind::None; }
 
-    /// One line for people: the system's own words where it has some ("No space left on device"), never empty.
+    /// One line for people: the system's text if it has one ("No space left on device"). Never empty.
     std::wstring Text() const;
 };
 
-/// The error of the last failed system call of this thread (errno, GetLastError()).
+/// The error of this thread's last failed system call (errno, GetLastError()).
 Error LastError();
 
-/// The error for a system code (errno value on Linux, GetLastError() value on Windows).
+/// The error for a system code (errno on Linux, GetLastError() on Windows).
 Error ErrorFromCode(std::int64_t systemCode);
 
 } // namespace platform

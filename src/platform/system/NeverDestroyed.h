@@ -4,8 +4,7 @@
 
 namespace platform {
 
-/// Makes an object that stays until the process has gone, for a static reference: others may use it while statics are
-/// destroyed.
+/// Creates an object that is never destroyed, for a static reference: other code may use it during static destruction.
 template <typename Object>
 Object& MakeNeverDestroyed() {
     return *std::make_unique<Object>().release();

@@ -7,12 +7,12 @@
 
 namespace platform {
 
-/// Holds up the calling thread for this long. Stands alone in its source file, so that a test program can bring a
-/// clock of its own that it turns by hand.
+/// Blocks the calling thread for `duration`. Alone in its source file, so that a test program can replace it by a
+/// manual clock.
 void SleepFor(std::chrono::milliseconds duration);
 
-/// Holds up the calling thread for this long, but no longer than until `isOver` holds, which is looked at, with `lock`
-/// held, whenever `changed` is notified.
+/// Blocks the calling thread for `duration` or until `isOver` holds. `isOver` is evaluated with `lock` held whenever
+/// `changed` is notified.
 void SleepUnless(std::condition_variable& changed, std::unique_lock<std::mutex>& lock,
                  std::chrono::milliseconds duration, const std::function<bool()>& isOver);
 

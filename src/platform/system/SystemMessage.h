@@ -5,8 +5,7 @@
 
 namespace platform {
 
-/// The system's own words for a code (errno, GetLastError()) on one line, in English where the system has them; empty
-/// when it has none.
+/// The system's text for a code (errno, GetLastError()) on one line, in English if available; empty if there is none.
 std::wstring SystemMessage(std::int64_t systemCode);
 
 } // namespace platform

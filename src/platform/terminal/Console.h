@@ -6,34 +6,34 @@
 
 #include "platform/system/Error.h"
 
-/// The terminal of a program with a console.
+/// The terminal of a console program.
 namespace platform {
 
-/// Makes standard output and error take UTF-8 and leave line ends alone, and a terminal obey escape sequences; what
-/// goes through std::wcout is escaped (`MakeWideOutputUtf8`). Where the program was started without one of them,
-/// writing to it fails, and no file that is opened later takes its place. Called once by main(), before anything is
-/// opened.
+/// Sets standard output and error to UTF-8 without line end conversion, and enables escape sequences on a terminal.
+/// Text written through std::wcout is escaped (`MakeWideOutputUtf8`). If the program was started without one of the
+/// streams, writing to it fails, and no file opened later takes its descriptor. Called once by main(), before anything
+/// is opened.
 void PrepareConsole();
 
-/// True when standard output is a terminal that lines can be drawn over on: not with TERM=dumb, nor on Linux with an
-/// empty TERM or none.
+/// True if standard output is a terminal whose lines can be overwritten. False with TERM=dumb and, on Linux, with an
+/// empty or missing TERM.
 bool IsOutputTerminal();
 
-/// Columns of the terminal; 80 when it is none.
+/// Columns of the terminal; 80 if standard output is not a terminal.
 std::size_t TerminalWidth();
 
-/// Lines of the terminal; 24 when it is none.
+/// Lines of the terminal; 24 if standard output is not a terminal.
 std::size_t TerminalHeight();
 
-/// Writes UTF-8 to standard output in one piece; why not all of it could be written. Any thread.
+/// Writes UTF-8 to standard output in one piece. Returns an error if not all of it was written. Threads: any.
 Error WriteOutput(std::string_view utf8);
-/// True when `WriteOutput` failed because nobody reads standard output any more (a closed pipe).
+/// True if `WriteOutput` failed because standard output is a pipe without a reader.
 bool IsReaderGone(const Error& failedWrite);
-/// Signalled when nobody reads standard output any more, for whoever waits without writing. Null where only a write
-/// tells so: standard output is no pipe, or the system is Windows. Not to be closed.
+/// Signalled when standard output has lost its reader, for callers that wait without writing. Null if only a write
+/// detects that: standard output is not a pipe, or the system is Windows. The caller must not close it.
 void* OutputReaderGone();
 
-/// The same to standard error; a failure is ignored, as there is nowhere to tell it.
+/// Same for standard error. A failure is ignored, because it cannot be reported.
 void WriteErrorOutput(std::string_view utf8);
 
 } // namespace platform

@@ -4,7 +4,7 @@
 
 namespace platform {
 
-/// As `StartProcess`, with the child's standard error at another place than its standard output; null: nowhere.
+/// Same as `StartProcess`, with a separate standard error for the child; null: discarded.
 [[nodiscard]] Error StartProcess(const ProcessStart& start, void* errorOutput, OwnedHandle& process);
 
 } // namespace platform

@@ -4,7 +4,7 @@
 
 namespace platform {
 
-/// What ends a line in a text file of this system: "\n" on Linux, "\r\n" on Windows.
+/// The line end of text files on this system: "\n" on Linux, "\r\n" on Windows.
 extern const std::string_view lineEnd;
 
 } // namespace platform

@@ -12,18 +12,18 @@
 namespace platform {
 namespace {
 
-/// A line break that ends the text stays one.
+/// Keeps a line break at the end of the text.
 std::wstring AsOneLine(std::wstring text) {
     const bool endsLine = text.ends_with(L'\n');
     text.resize(text.size() - (endsLine ? 1 : 0));
     return text::Escaped(text) + (endsLine ? L"\n" : L"");
 }
 
-/// Unbuffered: each text that is put in is written in one piece.
+/// Unbuffered: each inserted text is written in one piece.
 class WideOutput final : public std::wstreambuf {
 protected:
     std::streamsize xsputn(const wchar_t* text, std::streamsize count) override {
-        // A stream that has failed would lose what can be written later, too.
+        // The error is ignored: a failed stream would lose later output, too.
         (void)WriteOutput(text::ToUtf8(AsOneLine({text, static_cast<std::size_t>(count)})));
         return count;
     }
@@ -40,7 +40,7 @@ protected:
 } // namespace
 
 void MakeWideOutputUtf8() {
-    // Never destroyed: the stream is flushed after everything else.
+    // Never destroyed: the stream is flushed after static destruction.
     static WideOutput& output = MakeNeverDestroyed<WideOutput>();
     std::wcout.rdbuf(&output);
 }

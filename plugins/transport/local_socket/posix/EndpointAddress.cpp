@@ -53,7 +53,7 @@ std::string LockBeside(const std::string& socketPath) {
     return socketPath.substr(0, socketPath.size() - socketEnding.size()).append(lockEnding);
 }
 
-/// Empty when the path is too long for a socket.
+/// Returns nothing if the path is too long for a socket.
 std::optional<sockaddr_un> AddressOf(const std::string& path) {
     sockaddr_un address{};
     if (path.size() >= sizeof(address.sun_path)) {
@@ -76,7 +76,7 @@ platform::OwnedHandle NewSocket(int flags) {
     return descriptor < 0 ? platform::OwnedHandle() : platform::OwnedHandle(platform::HandleOf(descriptor));
 }
 
-/// The socket calls take every kind of address by a pointer to the general one.
+/// The socket functions take addresses of all families as a pointer to the generic type.
 const sockaddr* General(const sockaddr_un& address) {
     return reinterpret_cast<const sockaddr*>(&address);
 }
@@ -91,7 +91,7 @@ std::wstring BindAndListen(int socket, const sockaddr_un& address, const std::st
     return {};
 }
 
-/// Only with the place's lock held: then whoever made the socket is dead.
+/// Requires the lock of the endpoint: then the process that created the socket is dead.
 std::wstring RemoveStaleSocket(const std::string& path) {
     struct stat status {};
     if (::lstat(path.c_str(), &status) != 0) {
@@ -103,7 +103,7 @@ std::wstring RemoveStaleSocket(const std::string& path) {
     return ::unlink(path.c_str()) == 0 ? std::wstring() : SystemFailure(L"cannot replace the socket", path);
 }
 
-/// Only with the place's lock held.
+/// Requires the lock of the endpoint.
 OpenedSocket MakeSocket(const std::string& path, const sockaddr_un& address) {
     if (std::wstring failure = RemoveStaleSocket(path); !failure.empty()) {
         return {{}, std::move(failure)};
@@ -116,10 +116,11 @@ OpenedSocket MakeSocket(const std::string& path, const sockaddr_un& address) {
     return {failure.empty() ? std::move(socket) : platform::OwnedHandle(), std::move(failure)};
 }
 
-/// The sockets and locks of engines that were killed. Whoever takes such a place in the same moment tries again.
+/// Removes the sockets and locks of servers that were killed. A server that starts at such an endpoint at the same
+/// moment retries.
 void RemoveDeadEngines(const std::string& directory) {
     std::vector<platform::DirectoryEntry> entries;
-    // What cannot be listed stays for the next engine.
+    // Files that cannot be listed are left to the next server.
     (void)platform::ListDirectory(text::FromUtf8(directory), entries);
     for (const platform::DirectoryEntry& entry : entries) {
         const std::string path = directory + "/" + text::ToUtf8(entry.name);
@@ -131,7 +132,7 @@ void RemoveDeadEngines(const std::string& directory) {
     }
 }
 
-/// No limit of 0: that would be none.
+/// A limit of 0 would mean no limit.
 bool LimitSending(int socket, std::chrono::milliseconds patience) {
     const std::chrono::microseconds limit = std::max(patience, std::chrono::milliseconds(1));
     const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(limit);
@@ -139,7 +140,7 @@ bool LimitSending(int socket, std::chrono::milliseconds patience) {
     return ::setsockopt(socket, SOL_SOCKET, SO_SNDTIMEO, &time, sizeof(time)) == 0;
 }
 
-/// Takes a socket that waits, because only such a one waits for room with the engine; from then on it waits no more.
+/// Expects a blocking socket, because only a blocking one waits for a full backlog. Makes it non-blocking afterwards.
 bool ConnectWithin(std::chrono::milliseconds patience, int socket, const sockaddr_un& address) {
     if (!LimitSending(socket, patience)) {
         return false;
@@ -226,7 +227,7 @@ bool ListeningPlace::IsTaken(const std::string& path) const {
            platform::IdentityOf(text::FromUtf8(socketPath)) == socketFile;
 }
 
-/// Another engine's place that is only being tidied up is free again at once.
+/// Another server may hold the lock only to remove stale files, and releases it at once.
 std::wstring ListeningPlace::TakeLock(const std::string& lockPath, platform::FileLock& taken) {
     constexpr int attempts = 10;
     constexpr std::chrono::milliseconds pause{10};
@@ -242,7 +243,7 @@ std::wstring ListeningPlace::TakeLock(const std::string& lockPath, platform::Fil
     return {};
 }
 
-/// What was taken before is given up only once the new socket listens.
+/// The previous socket and lock are released only when the new socket listens.
 OpenedSocket ListeningPlace::TakeAt(const std::string& path) {
     const std::optional<sockaddr_un> address = AddressOf(path);
     if (!address) {

@@ -10,49 +10,49 @@
 #include "platform/files/FileSystem.h"
 #include "platform/processes/ProcessHandle.h"
 
-/// Where engine and front ends of one user meet on Linux: a socket in a directory that nobody else can enter.
+/// The endpoint on Linux: a Unix domain socket in a directory that only its user can enter.
 namespace local_socket {
 
-/// The directory of the sockets: in the user's run-time directory if `runtimeDirectory` names one that is the user's
-/// own and that nobody else may write to, else in /tmp.
+/// The directory of the sockets: below `runtimeDirectory` if the user owns that directory and no other user may write
+/// to it, otherwise in /tmp.
 std::string SocketDirectory(const std::optional<std::string>& runtimeDirectory, uid_t user);
 
-/// Makes the directory where it is missing, if `create` says so. Empty when it is a real directory of this user with
-/// the mode 0700; else why it cannot be trusted.
+/// Creates the directory if it is missing and `create` is set. Returns an empty text if it is a real directory of this
+/// user with mode 0700, otherwise the reason why it is not trusted.
 std::wstring CheckSocketDirectory(const std::string& directory, bool create);
 
-/// An open socket, or why there is none.
+/// An open socket, or the reason why there is none.
 struct OpenedSocket {
-    /// A descriptor, closed on exec and not waiting.
+    /// Close-on-exec and non-blocking.
     platform::OwnedHandle socket;
-    /// Empty when simply nobody listens.
+    /// Empty if no server listens.
     std::wstring failure;
-    /// True when as many wait for the engine as the system allows.
+    /// True if the backlog of the server is full.
     bool isBusy = false;
 };
 
-/// The socket of the endpoint `name`, as front ends look for it at this moment.
+/// The socket path of the endpoint `name`, as clients look for it now.
 std::string SocketPathOf(const std::string& name);
 
-/// An endpoint taken for listening: nobody else can take it while this lives. One thread at a time.
+/// An endpoint claimed for listening; no other process can claim it while this object holds it. Not thread-safe.
 class ListeningPlace {
 public:
     ListeningPlace() = default;
-    /// Leaves the place.
+    /// Releases the endpoint.
     ~ListeningPlace() { Leave(); }
     ListeningPlace(const ListeningPlace&) = delete;
     ListeningPlace& operator=(const ListeningPlace&) = delete;
 
-    /// Takes the place, replacing the socket that a dead engine left, and removes what dead engines left at other
-    /// places of the same directory. The listening socket is the caller's.
+    /// Claims the endpoint. Replaces the socket of a dead server, and removes files of dead servers at other endpoints
+    /// in the same directory. The caller owns the listening socket.
     OpenedSocket Take(const std::string& placeName);
 
-    /// Takes the place again where front ends do not find it any more: its socket, its lock or the directory was
-    /// removed, or the run-time directory has come or gone. The new listening socket is the caller's; neither a socket
-    /// nor a failure when there is nothing to do. A failure leaves everything as it is.
+    /// Claims the endpoint again if clients cannot find it any more: the socket, its lock or the directory was removed,
+    /// or the run-time directory has appeared or disappeared. The caller owns the new listening socket. Returns neither
+    /// a socket nor a failure if nothing is to be done. A failure changes nothing.
     OpenedSocket TakeAgainIfLost();
 
-    /// Gives the place up, with its files.
+    /// Releases the endpoint and removes its files.
     void Leave();
 
 private:
@@ -66,11 +66,10 @@ private:
     std::optional<platform::FileIdentity> socketFile;
 };
 
-/// Connects to the engine that listens at `name`, if it is this user's. Waits for it up to `patience` while as many
-/// wait for it already as the system allows.
+/// Connects to the server at `name` if it runs as this user. Waits up to `patience` while its backlog is full.
 OpenedSocket ConnectTo(const std::string& name, std::chrono::milliseconds patience);
 
-/// True when the process at the other end is this user's.
+/// True if the peer process runs as this user.
 bool IsSameUser(int socket);
 
 } // namespace local_socket

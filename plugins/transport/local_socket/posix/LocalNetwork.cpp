@@ -59,8 +59,8 @@ private:
         AwaitFrontEnds();
     }
 
-    /// A logout removes the run-time directory, a cleaner what is old in the temporary one. Connections are not
-    /// touched.
+    /// Listens again if the socket was removed: a logout removes the run-time directory, and cleaners remove old
+    /// temporary files. Does not affect open connections.
     void LookAfterPlace() {
         OpenedSocket opened = place.TakeAgainIfLost();
         if (opened.socket) {
@@ -86,7 +86,7 @@ private:
         });
     }
 
-    /// One at a time, so that those who come without end do not hold up the rest.
+    /// Accepts one client at a time, so that a flood of clients does not starve other work.
     void AcceptOne() {
         Accepted accepted = Accept();
         if (accepted.socket) {
@@ -102,13 +102,13 @@ private:
         AwaitFrontEnds();
     }
 
-    /// A front end's socket, or why there is none: no error when simply none waits any more.
+    /// A client's socket, or the error; no error if no client waits any more.
     struct Accepted {
         platform::OwnedHandle socket;
         platform::Error error;
     };
 
-    /// Not Asio's own accept, whose sockets would be inherited by every process that is started.
+    /// Does not use Asio's accept: its sockets would be inherited by every started process.
     Accepted Accept() {
         const int accepted = ::accept4(acceptor.native_handle(), nullptr, nullptr, SOCK_CLOEXEC | SOCK_NONBLOCK);
         if (accepted >= 0) {
@@ -118,7 +118,7 @@ private:
         return {{}, isGone ? platform::Error() : platform::LastError()};
     }
 
-    /// With the descriptor that is kept for this: who comes is told why it cannot be served.
+    /// Uses the spare descriptor to tell the client why it cannot be served.
     Accepted TurnOneAway() {
         spare = {};
         Accepted accepted = Accept();
@@ -129,7 +129,7 @@ private:
         return accepted;
     }
 
-    /// Null when the system gives none; then front ends wait until it gives one for themselves.
+    /// Returns null if the system has no descriptor left; then clients wait until one is free.
     static platform::OwnedHandle SpareDescriptor() {
         const int descriptor = ::open("/dev/null", O_RDONLY | O_CLOEXEC);
         return descriptor < 0 ? platform::OwnedHandle() : platform::OwnedHandle(platform::HandleOf(descriptor));
@@ -143,15 +143,15 @@ private:
         }
     }
 
-    /// Nothing tells of a socket whose directory was removed. A look costs some microseconds.
+    /// There is no notification for a socket whose directory was removed. A check takes some microseconds.
     static constexpr std::chrono::milliseconds lookInterval{1000};
 
     const Log log;
     OnConnected onConnected;
     ListeningPlace place;
-    /// Of the last look at the place.
+    /// The failure of the last check of the endpoint.
     std::wstring lastFailure;
-    /// Kept open, to be given up for a front end when no other descriptor is left.
+    /// Kept open, and closed to accept a client when no other descriptor is left.
     platform::OwnedHandle spare;
     Protocol::acceptor acceptor{context};
     const std::unique_ptr<Timer> retry = MakeTimer();

@@ -4,8 +4,8 @@
 
 namespace local_socket {
 
-/// Runs before the destructors of whatever stood before this module was loaded: handlers that a program holds in its
-/// static objects are still there.
+/// Runs before the destructors of static objects that existed when this module was loaded: handlers that a program
+/// keeps in static objects still exist.
 void RegisterExitHandler(void (*stop)()) {
     std::atexit(stop);
 }

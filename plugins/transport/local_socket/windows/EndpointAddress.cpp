@@ -59,7 +59,7 @@ platform::OwnedHandle OpenPipeEnd(const std::wstring& path) {
                                            nullptr));
 }
 
-/// Opens the pipe, waiting until `end` while all its ends are taken.
+/// Opens the pipe. Waits until `end` while all its instances are in use.
 platform::OwnedHandle OpenFreePipeEnd(const std::wstring& path, ULONGLONG end) {
     for (;;) {
         platform::OwnedHandle pipe = OpenPipeEnd(path);
@@ -67,7 +67,8 @@ platform::OwnedHandle OpenFreePipeEnd(const std::wstring& path, ULONGLONG end) {
         if (pipe || GetLastError() != ERROR_PIPE_BUSY || now >= end) {
             return pipe;
         }
-        // Its own errors are many when the engine ends meanwhile; opening again tells what is.
+        // The result is ignored: it fails in many ways if the server exits in between, and the next open reports the
+        // actual state.
         WaitNamedPipeW(path.c_str(), static_cast<DWORD>(end - now));
     }
 }
@@ -84,7 +85,7 @@ OpenedPipe OpenFailure(const std::wstring& path) {
     return {{}, SystemFailure(L"the pipe", path)};
 }
 
-/// Where the flag for the first instance is not heeded, this finds another engine nevertheless.
+/// Detects another server where FILE_FLAG_FIRST_PIPE_INSTANCE is ignored.
 bool IsTaken(const std::wstring& path) {
     return WaitNamedPipeW(path.c_str(), 1) != 0 || GetLastError() != ERROR_FILE_NOT_FOUND;
 }
@@ -102,7 +103,7 @@ std::wstring OwnUserSid() {
     const platform::OwnedHandle owned(token);
     DWORD size = 0;
     GetTokenInformation(token, TokenUser, nullptr, 0, &size);
-    // The identifier that is pointed to stands in the same buffer.
+    // The identifier that TOKEN_USER points to is in the same buffer.
     std::vector<std::byte> buffer(size);
     if (size < sizeof(TOKEN_USER) || GetTokenInformation(token, TokenUser, buffer.data(), size, &size) == 0) {
         return {};

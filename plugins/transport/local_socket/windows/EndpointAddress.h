@@ -5,36 +5,36 @@
 
 #include "platform/processes/ProcessHandle.h"
 
-/// Where engine and front ends of one user meet on Windows: a named pipe that only this user may open.
+/// The endpoint on Windows: a named pipe that only its user may open.
 namespace local_socket {
 
-/// The user's security identifier as text; empty when the system does not tell.
+/// The user's security identifier as text; empty if the system does not return it.
 std::wstring OwnUserSid();
 
 std::wstring PipePath(const std::wstring& userSid, const std::string& name);
 
-/// The pipe's security descriptor as text: owned by the user, everything for the user, nothing for anybody else.
+/// The pipe's security descriptor as text: owned by the user, full access for the user, none for others.
 std::wstring PipeDescriptorText(const std::wstring& userSid);
 
-/// An open pipe handle for overlapped use, or why there is none.
+/// An open pipe handle for overlapped use, or the reason why there is none.
 struct OpenedPipe {
     platform::OwnedHandle pipe;
-    /// Empty when simply nobody listens.
+    /// Empty if no server listens.
     std::wstring failure;
-    /// True when all ends of the engine's pipe are taken.
+    /// True if all instances of the server's pipe are in use.
     bool isBusy = false;
 };
 
-/// Which instance of a pipe: the first one fails when the pipe is there already.
+/// Which instance of a pipe to create; creating the first one fails if the pipe exists.
 enum class Instance : std::int32_t { First, Further };
 
-/// Makes one end for a front end to connect to.
+/// Creates one pipe instance for a client to connect to.
 OpenedPipe MakePipe(const std::string& name, Instance instance);
 
-/// Opens the other end, if the pipe is this user's; waits for an engine whose ends are all taken.
+/// Opens the client side if the pipe belongs to this user. Waits while all instances are in use.
 OpenedPipe OpenPipe(const std::string& name, std::chrono::milliseconds patience);
 
-/// True when the owner of this pipe is the user himself: others cannot make such a one.
+/// True if this user owns the pipe: other users cannot create such a pipe.
 bool IsOwnPipe(void* pipe, const std::wstring& userSid);
 
 } // namespace local_socket

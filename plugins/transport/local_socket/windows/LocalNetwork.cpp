@@ -16,8 +16,8 @@
 namespace local_socket {
 namespace {
 
-/// Asio would start Windows Sockets while this module is being loaded, when that is not allowed; pipes need none. To
-/// prevent it this must be there before Asio's own static object.
+/// Prevents Asio from starting Windows Sockets, which is not allowed while a module is being loaded; pipes do not need
+/// it. This object must be constructed before Asio's own static object.
 [[gnu::init_priority(101)]] const asio::detail::winsock_init<>::manual withoutWindowsSockets;
 
 using Stream = asio::windows::stream_handle;
@@ -70,7 +70,7 @@ private:
         }
     }
 
-    /// The next end is made before anything else: a front end that comes meanwhile must find one.
+    /// Creates the next instance first: a client that connects at this moment must find one.
     void TakeFrontEnd(const asio::error_code& error) {
         std::optional<Stream> taken = std::exchange(waiting, std::nullopt);
         MakeNextEnd();
@@ -92,7 +92,7 @@ private:
     const Log log;
     OnConnected onConnected;
     std::string name;
-    /// The end that waits for the next front end.
+    /// The instance that waits for the next client.
     std::optional<Stream> waiting;
     const std::unique_ptr<Timer> retry = MakeTimer();
 };

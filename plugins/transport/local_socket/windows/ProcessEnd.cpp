@@ -4,10 +4,9 @@
 
 namespace local_socket {
 
-/// A module's exit functions run inside DllMain, when the system has already ended all other threads, wherever they
-/// were: there is nothing to wait for, and what they had locked stays locked. So nothing is called; the transmitters
-/// and their threads live until the process does not. For the same reason the module must not be unloaded: it is
-/// pinned.
+/// Calls nothing. Exit functions of a module run inside DllMain, after the system has ended all other threads: no
+/// thread is left to wait for, and their locks stay locked. The transmitters live until the process ends. For the same
+/// reason the module must not be unloaded, so it is pinned.
 void RegisterExitHandler(void (*stop)()) {
     HMODULE module = nullptr;
     GetModuleHandleExW(GET_MODULE_HANDLE_EX_FLAG_PIN | GET_MODULE_HANDLE_EX_FLAG_FROM_ADDRESS,

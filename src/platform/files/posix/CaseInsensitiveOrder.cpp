@@ -12,13 +12,13 @@ struct Range {
     int toUpper;
 };
 
-// The letters of the Latin, Greek and Cyrillic alphabets whose capital stands at a fixed distance.
+// Ranges of Latin, Greek and Cyrillic letters whose capitals are at a fixed distance.
 constexpr Range shiftedRanges[] = {
     {0xE0, 0xF6, -0x20},   {0xF8, 0xFE, -0x20},   {0x3B1, 0x3C1, -0x20},
     {0x3C3, 0x3CB, -0x20}, {0x430, 0x44F, -0x20}, {0x450, 0x45F, -0x50},
 };
 
-// In these a capital is followed by its small letter; the capitals are even in some and odd in others.
+// In these ranges each capital is followed by its small letter. The capitals are even in some ranges and odd in others.
 constexpr Range alternatingEven[] = {{0x100, 0x137, 0}, {0x14A, 0x177, 0}, {0x460, 0x481, 0}, {0x48A, 0x4BF, 0}};
 constexpr Range alternatingOdd[] = {{0x139, 0x148, 0}, {0x179, 0x17E, 0}};
 
@@ -31,7 +31,7 @@ const Range* Find(const Range (&ranges)[count], wchar_t character) {
 }
 
 wchar_t ToUpper(wchar_t character) {
-    // Most names have no others, and sorting a directory asks for each many times.
+    // Fast path: most names are ASCII, and sorting a directory converts each name many times.
     if (character < 0x80) {
         return character >= L'a' && character <= L'z' ? character - 0x20 : character;
     }

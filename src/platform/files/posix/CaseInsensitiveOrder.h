@@ -4,8 +4,8 @@
 
 namespace platform {
 
-/// The order of names without regard to case, as the file system of Windows lists them; equal names in the order of
-/// their code units. Does not depend on the locale.
+/// Compares names case-insensitively, in the order in which Windows lists directories; equal names are compared by code
+/// units. Independent of the locale.
 bool CaseInsensitiveLess(std::wstring_view left, std::wstring_view right);
 
 } // namespace platform

@@ -14,7 +14,7 @@
 namespace platform {
 namespace {
 
-/// The value of a variable when it is an absolute path: the rules of XDG ignore anything else.
+/// The value of a variable if it is an absolute path; XDG requires other values to be ignored.
 std::wstring DirectoryFromEnvironment(const std::wstring& name) {
     const std::wstring value = GetEnvironment(name).value_or(std::wstring());
     return IsAbsolute(value) ? ResolveAgainst({}, value) : std::wstring();

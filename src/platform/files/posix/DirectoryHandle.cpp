@@ -17,7 +17,7 @@ Error DirectoryHandle::Open(const std::wstring& path) {
         return IsLink(path) ? Error{ErrorKind::NotSupported, error.systemCode} : error;
     }
     directory = OwnedHandle(HandleOf(descriptor));
-    // Leads to the open directory itself, not to its name.
+    // This path resolves to the open directory itself, not to its name.
     pinnedPath = L"\\proc\\self\\fd\\" + std::to_wstring(descriptor);
     return {};
 }

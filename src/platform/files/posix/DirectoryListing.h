@@ -10,7 +10,7 @@ struct DirectoryCloser {
     void operator()(DIR* directory) const { closedir(directory); }
 };
 
-/// A directory whose entries are read.
+/// An open directory stream.
 using DirectoryListing = std::unique_ptr<DIR, DirectoryCloser>;
 
 } // namespace platform

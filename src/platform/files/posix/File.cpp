@@ -23,7 +23,7 @@ int Descriptor(std::intptr_t handle) {
     return static_cast<int>(handle);
 }
 
-/// O_NONBLOCK: the open of a named pipe would wait for a reader. It changes nothing for files.
+/// O_NONBLOCK: opening a named pipe would wait for a reader. No effect on files.
 int FlagsFor(AppendTo target) {
     switch (target) {
     case AppendTo::Anything:
@@ -52,7 +52,7 @@ bool IsAmong(AppendTo target, int descriptor) {
 
 Error File::OpenForReading(const std::wstring& path) {
     Close();
-    // O_NONBLOCK: the open of a named pipe would wait for a writer.
+    // O_NONBLOCK: opening a named pipe would wait for a writer.
     handle = Open(path, O_RDONLY | O_NONBLOCK);
     return IsOpen() ? RequireRegular() : LastError();
 }
@@ -70,14 +70,14 @@ Error File::OpenForAppending(const std::wstring& path, bool truncate, AppendTo t
     Close();
     handle = Open(path, O_WRONLY | O_APPEND | O_CREAT | FlagsFor(target));
     if (!IsOpen()) {
-        // A link that is not followed; a named pipe without a reader.
+        // ELOOP: a link that is not followed. ENXIO: a named pipe without a reader.
         return errno == ELOOP || errno == ENXIO ? Error{ErrorKind::NotSupported, errno} : LastError();
     }
     if (!IsAmong(target, Descriptor(handle))) {
         Close();
         return {ErrorKind::NotSupported, 0};
     }
-    // Truncated only after the check of its type (no O_TRUNC). EINVAL: a device cannot be truncated.
+    // Truncates only after the type check (no O_TRUNC). EINVAL: a device cannot be truncated.
     return truncate && ftruncate(Descriptor(handle), 0) == -1 && errno != EINVAL ? LastError() : Error{};
 }
 
@@ -88,7 +88,8 @@ Error File::CreateNew(const std::wstring& path, const std::wstring& model) {
     const mode_t mode = hasModel ? modelStatus.st_mode & permissionBits : 0666;
     handle = Open(path, O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW, mode);
     if (IsOpen() && hasModel) {
-        // What the umask took away; that it fails where a file system has no permissions changes nothing.
+        // Restores the bits that the umask removed. Fails on file systems without permissions, where it does not
+        // matter.
         (void)fchmod(Descriptor(handle), mode);
     }
     return OutcomeOf(Descriptor(handle));

@@ -12,8 +12,8 @@
 namespace platform {
 namespace {
 
-/// A lock of the open file description, not of the process: no other descriptor of this process gives it up, and
-/// whether it is held can be asked without taking it.
+/// A lock of the open file description, not of the process: closing another descriptor of this process does not release
+/// it, and its state can be queried without taking it.
 struct flock WholeFile() {
     struct flock whole {};
     whole.l_type = F_WRLCK;
@@ -21,7 +21,7 @@ struct flock WholeFile() {
     return whole;
 }
 
-/// The holder before may have removed the file between its opening and its locking here.
+/// False if the previous holder removed the file between the open and the lock here.
 bool IsNamed(int file, const std::string& path) {
     struct stat opened {};
     struct stat named {};
@@ -80,7 +80,7 @@ Error FileLock::Write(std::string_view text) {
     return static_cast<std::size_t>(written) == text.size() ? Error{} : Error{ErrorKind::NoSpace, ENOSPC};
 }
 
-/// Removed while it is held: only its holder may.
+/// Removes the file before releasing the lock, because only the holder may remove it.
 void FileLock::Remove() {
     if (IsInPlace()) {
         ::unlink(SystemPath(place).c_str());

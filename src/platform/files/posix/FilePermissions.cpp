@@ -13,7 +13,7 @@ bool ReadStatus(const std::wstring& path, struct stat& status) {
     return stat(SystemPath(path).c_str(), &status) == 0;
 }
 
-/// In a sticky directory such as /tmp nobody exchanges what belongs to others.
+/// In a sticky directory such as /tmp, users cannot replace files of others.
 bool IsOpenToAll(const struct stat& directory) {
     return (directory.st_mode & S_IWOTH) != 0 && (directory.st_mode & S_ISVTX) == 0;
 }

@@ -18,12 +18,12 @@ DirectoryListing Open(const std::wstring& path) {
     return DirectoryListing(descriptor == -1 ? nullptr : fdopendir(descriptor));
 }
 
-/// A name with a backslash would be taken apart as a path, and could lead out of the directory.
+/// A name with a backslash would be split like a path and could lead out of the directory.
 bool CanBeCarried(std::string_view name) {
     return name != "." && name != ".." && name.find('\\') == std::string_view::npos;
 }
 
-/// Most file systems tell the type with the name; only links and what they left open cost another call.
+/// Most file systems return the type with the name; only links and unknown types need another call.
 void Append(DIR* directory, const dirent& found, std::vector<DirectoryEntry>& entries) {
     DirectoryEntry entry{text::FromUtf8(found.d_name), found.d_type == DT_DIR, found.d_type == DT_LNK};
     struct stat status = {};

@@ -52,7 +52,7 @@ bool IsSameName(std::wstring_view left, std::wstring_view right) {
                       [](wchar_t a, wchar_t b) { return ToLowerAscii(a) == ToLowerAscii(b); });
 }
 
-/// The next line without the blanks around it, cut from the front of `text`.
+/// Removes the next line from the front of `text` and returns it without surrounding blanks.
 std::wstring_view TakeLine(std::wstring_view& text) {
     const std::size_t end = std::min(text.find_first_of(L"\r\n"), text.size());
     const std::wstring_view line = text.substr(0, end);
@@ -68,7 +68,7 @@ std::optional<std::wstring_view> SectionName(std::wstring_view line) {
     return line.substr(1, end - 1);
 }
 
-/// What stands behind the "=" when the line is `key`.
+/// The part after "=" if the line has the key `key`.
 std::optional<std::wstring_view> ValueOf(std::wstring_view line, std::wstring_view key) {
     const std::size_t equals = line.find(L'=');
     const bool isComment = !line.empty() && line.front() == L';';
@@ -107,7 +107,7 @@ std::wstring_view FindValue(std::wstring_view text, std::wstring_view section, s
     return {};
 }
 
-/// What a buffer of 256 UTF-16 units keeps.
+/// Truncates to the length that a buffer of 256 UTF-16 units holds.
 std::wstring FirstUnits(std::wstring_view value) {
     return text::FromUtf16(text::ToUtf16(value).substr(0, longestValue));
 }

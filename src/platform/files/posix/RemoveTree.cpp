@@ -40,7 +40,7 @@ private:
     int value;
 };
 
-/// A directory on the way from the root of the tree to where the removal stands.
+/// A directory on the path from the root of the tree to the current directory of the removal.
 struct Level {
     std::string name;
     dev_t device = 0;
@@ -48,9 +48,9 @@ struct Level {
     std::vector<std::string> pendingDirectories;
 };
 
-/// Walks the tree with one open directory at a time, so that its depth costs neither descriptors nor stack. Every step
-/// goes by a descriptor and one name and follows no link; the way back up is taken only when it leads where the way
-/// down came from.
+/// Traverses the tree with one open directory at a time, so that depth costs neither descriptors nor stack. Every step
+/// uses a descriptor and a single name and follows no link. The step up is verified to lead to the directory from which
+/// the step down was made.
 class TreeRemoval {
 public:
     explicit TreeRemoval(Descriptor root) : current(std::move(root)) {}
@@ -65,7 +65,7 @@ public:
     }
 
 private:
-    /// Removes the next directory below the current one, or leaves the current one. False when the way back is lost.
+    /// Enters the next subdirectory, or leaves the current directory. False if the way up leads elsewhere.
     bool Step() {
         std::vector<std::string>& pending = levels.back().pendingDirectories;
         if (pending.empty()) {
@@ -89,7 +89,7 @@ private:
         }
     }
 
-    /// A directory that its owner may not read is opened to the owner first.
+    /// If the owner has no read permission on the directory, grants it first.
     Descriptor OpenDirectory(const std::string& name) const {
         Descriptor directory(openat(current.Get(), name.c_str(), openDirectoryFlags));
         if (!directory.IsOpen() && errno == EACCES &&
@@ -99,7 +99,7 @@ private:
         return directory;
     }
 
-    /// Empties the current directory but for its directories, which are kept for later.
+    /// Removes the non-directories in the directory, and keeps the list of its subdirectories.
     bool Enter(const std::string& name) {
         struct stat status = {};
         if (fstat(current.Get(), &status) != 0) {
@@ -158,7 +158,7 @@ private:
             return Note(errno);
         }
         if (status.st_dev != levels.back().device || status.st_ino != levels.back().inode) {
-            return Note(ESTALE); // somebody moved the directory meanwhile
+            return Note(ESTALE); // another process has moved the directory
         }
         if (unlinkat(current.Get(), name.c_str(), AT_REMOVEDIR) != 0) {
             Note(errno);
@@ -166,7 +166,7 @@ private:
         return true;
     }
 
-    /// Keeps the first failure. What has gone by itself is none. Always false.
+    /// Keeps the first failure. An entry that no longer exists is not a failure. Always returns false.
     bool Note(int code) {
         if (!outcome && code != ENOENT) {
             outcome = ErrorFromCode(code);
@@ -189,7 +189,7 @@ Error OpenError(const std::string& path) {
 } // namespace
 
 Error RemoveTree(const std::wstring& path) {
-    // A separator at the end would follow a link.
+    // A trailing separator would make the system follow a link.
     const std::string root = SystemPath(WithoutTrailingSeparators(path));
     Descriptor descriptor(open(root.c_str(), openDirectoryFlags));
     if (!descriptor.IsOpen()) {

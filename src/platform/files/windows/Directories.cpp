@@ -18,14 +18,14 @@ std::wstring KnownDirectory(const KNOWNFOLDERID& id) {
     return directory;
 }
 
-/// The variable first: it is what a user or a test turns to another place.
+/// The environment variable has precedence, so that users and tests can redirect the directory.
 std::wstring UserDirectory(const std::wstring& variable, const KNOWNFOLDERID& id) {
     const std::wstring value = GetEnvironment(variable).value_or(std::wstring());
     const std::wstring directory = IsAbsolute(value) ? value : KnownDirectory(id);
     return directory.empty() ? directory : ResolveAgainst({}, directory);
 }
 
-/// The answer of a call that takes a size and a buffer, and tells the size that it needs.
+/// The result of a function that takes a size and a buffer, and returns the required size.
 template <typename Call>
 std::wstring Answer(Call call) {
     std::wstring text(MAX_PATH, L'\0');

@@ -8,7 +8,7 @@
 namespace platform {
 
 Error DirectoryHandle::Open(const std::wstring& path) {
-    // Not shared for deletion, which renaming would need too.
+    // Without FILE_SHARE_DELETE, which a rename would need, too.
     const HANDLE handle =
         CreateFileW(SystemPath(path).c_str(), FILE_LIST_DIRECTORY, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr,
                     OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS | FILE_FLAG_OPEN_REPARSE_POINT, nullptr);

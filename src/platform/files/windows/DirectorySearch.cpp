@@ -9,7 +9,7 @@
 namespace platform {
 namespace {
 
-/// An empty directory text must not become the root of the current drive.
+/// An empty directory must not become the root of the current drive.
 std::wstring PatternOf(const std::wstring& directory) {
     if (NamesNothing(directory)) {
         return {};
@@ -26,7 +26,7 @@ bool IsDots(const wchar_t* name) {
 DirectorySearch::DirectorySearch(const std::wstring& directory)
     : handle(FindFirstFileExW(PatternOf(directory).c_str(), FindExInfoBasic, &entry, FindExSearchNameMatch, nullptr,
                               FIND_FIRST_EX_LARGE_FETCH)) {
-    // The root of an empty volume has not even the dots.
+    // The root of an empty volume lacks even "." and "..".
     if (handle == INVALID_HANDLE_VALUE && GetLastError() != ERROR_FILE_NOT_FOUND) {
         outcome = LastError();
     }

@@ -8,10 +8,10 @@
 
 namespace platform {
 
-/// The entries of one directory without "." and "..", in the system's order.
+/// Iterates over the entries of one directory without "." and "..", in the system's order.
 class DirectorySearch {
 public:
-    /// `directory` as library text.
+    /// `directory` is library text.
     explicit DirectorySearch(const std::wstring& directory);
     ~DirectorySearch();
     DirectorySearch(const DirectorySearch&) = delete;
@@ -19,7 +19,7 @@ public:
 
     /// The next entry, valid until the next call; null at the end and after a failure.
     const WIN32_FIND_DATAW* Next();
-    /// Why the search ended before the end; no error otherwise.
+    /// Why the iteration stopped early; no error if it reached the end.
     const Error& Outcome() const { return outcome; }
 
 private:

@@ -39,7 +39,7 @@ DWORD TransferSize(std::size_t size) {
 
 Error File::OpenForReading(const std::wstring& path) {
     Close();
-    // With backup semantics a directory opens too, and is told from a file that may not be read.
+    // FILE_FLAG_BACKUP_SEMANTICS opens directories, too, which distinguishes them from unreadable files.
     handle = Open(path, GENERIC_READ, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS);
     return IsOpen() ? RequireRegular() : LastError();
 }
@@ -55,7 +55,7 @@ Error File::RequireRegular() {
     return {ErrorKind::NotSupported, 0};
 }
 
-// Pipes are not among the files here. CREATE_ALWAYS cannot be told not to follow a link, so that is looked at before.
+// Pipes do not occur here. CREATE_ALWAYS follows links, so the type is checked before.
 Error File::OpenForAppending(const std::wstring& path, bool truncate, AppendTo target) {
     Close();
     if (target == AppendTo::RegularFile && IsLink(path)) {
@@ -69,7 +69,7 @@ Error File::OpenForAppending(const std::wstring& path, bool truncate, AppendTo t
     return IsOpen() ? Error{} : LastError();
 }
 
-// The permissions of a new file are those that its directory hands down, so the model says nothing here.
+// A new file inherits the permissions of its directory; `model` is not needed.
 Error File::CreateNew(const std::wstring& path, const std::wstring&) {
     Close();
     handle = Open(path, GENERIC_WRITE, CREATE_NEW);

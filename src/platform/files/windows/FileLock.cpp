@@ -20,7 +20,7 @@ HANDLE HandleOf(std::intptr_t handle) {
 
 } // namespace
 
-/// A file opened for writing without sharing that is the lock: the system closes it with the process. Others may read
+/// The lock is a file opened for writing without write sharing; the system closes it with the process. Others may read
 /// it.
 Error FileLock::Take(const std::wstring& path) {
     Release();
@@ -48,7 +48,7 @@ Error FileLock::Write(std::string_view text) {
     return isWritten ? Error{} : LastError();
 }
 
-/// Whoever has taken the lock in between does not share the file for removal: then it stays.
+/// If another process has taken the lock in between, the file is not shared for deletion and stays.
 void FileLock::Remove() {
     if (IsHeld()) {
         Release();
@@ -56,7 +56,7 @@ void FileLock::Remove() {
     }
 }
 
-/// A file that is open and not shared for removal keeps its name; so do the directories above it.
+/// A file that is open without FILE_SHARE_DELETE keeps its name, and so do the directories above it.
 bool FileLock::IsInPlace() const {
     return IsHeld();
 }

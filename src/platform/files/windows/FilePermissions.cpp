@@ -18,7 +18,7 @@ constexpr DWORD anyChange = GENERIC_ALL | WRITE_DAC | WRITE_OWNER;
 constexpr DWORD changesOfFile = anyChange | GENERIC_WRITE | FILE_WRITE_DATA | FILE_APPEND_DATA;
 constexpr DWORD changesOfEntries = anyChange | FILE_DELETE_CHILD;
 
-/// The rights that one entry of an access list gives to everybody.
+/// The access rights that one entry of the access list grants to everyone.
 DWORD RightsForEverybody(ACL& list, DWORD index, PSID everybody) {
     void* entry = nullptr;
     if (GetAce(&list, index, &entry) == 0) {
@@ -31,8 +31,8 @@ DWORD RightsForEverybody(ACL& list, DWORD index, PSID everybody) {
     return counts ? allowed->Mask : 0;
 }
 
-/// True when the access list gives everybody one of these rights. A path without any list is everybody's; one whose
-/// list cannot be read is not looked into further.
+/// True if the access list grants one of these rights to everyone. A path without an access list counts as open to
+/// everyone; one whose list cannot be read is not examined further.
 bool GivesEverybody(const std::wstring& path, DWORD rights) {
     PACL list = nullptr;
     PSECURITY_DESCRIPTOR descriptor = nullptr;

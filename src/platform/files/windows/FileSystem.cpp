@@ -16,7 +16,7 @@ std::uint64_t Joined(DWORD high, DWORD low) {
     return (std::uint64_t{high} << 32) | low;
 }
 
-/// What a path leads to, links followed, opened for its attributes alone.
+/// Attributes of the file that a path resolves to (follows links). Opens it for attribute access only.
 std::optional<BY_HANDLE_FILE_INFORMATION> InformationOf(const std::wstring& path) {
     constexpr DWORD shareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
     const HANDLE handle = CreateFileW(SystemPath(path).c_str(), FILE_READ_ATTRIBUTES, shareAll, nullptr, OPEN_EXISTING,
@@ -30,7 +30,7 @@ std::optional<BY_HANDLE_FILE_INFORMATION> InformationOf(const std::wstring& path
     return succeeded != 0 ? std::optional(information) : std::nullopt;
 }
 
-/// Links followed; opening is for links only, because it takes much longer.
+/// Follows links. Only links are opened, because opening takes much longer.
 DWORD AttributesOf(const std::wstring& path) {
     const DWORD attributes = GetFileAttributesW(SystemPath(path).c_str());
     if (attributes == INVALID_FILE_ATTRIBUTES || (attributes & FILE_ATTRIBUTE_REPARSE_POINT) == 0) {
@@ -48,7 +48,7 @@ Error MoveOnce(const std::wstring& from, const std::wstring& to) {
     return OutcomeOf(MoveFileExW(from.c_str(), to.c_str(), MOVEFILE_REPLACE_EXISTING | MOVEFILE_WRITE_THROUGH));
 }
 
-/// What a reader or a virus scanner that has the target open causes for a moment.
+/// Errors that a reader or virus scanner causes while it holds the target open.
 bool MayPass(const Error& error) {
     return error.systemCode == ERROR_ACCESS_DENIED || error.systemCode == ERROR_SHARING_VIOLATION;
 }
@@ -100,7 +100,7 @@ Error LinkFile(const std::wstring& existing, const std::wstring& name) {
     return OutcomeOf(CreateHardLinkW(SystemPath(name).c_str(), SystemPath(existing).c_str(), nullptr));
 }
 
-// MOVEFILE_WRITE_THROUGH has done it already.
+// MOVEFILE_WRITE_THROUGH has already flushed the rename.
 Error FlushDirectory(const std::wstring&) {
     return {};
 }

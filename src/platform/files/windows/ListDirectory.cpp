@@ -7,7 +7,7 @@
 namespace platform {
 namespace {
 
-/// A link to nothing is no directory; the attributes of every other entry tell the whole.
+/// A dangling link is not a directory. For all other entries the attributes are sufficient.
 void Append(const std::wstring& directory, const WIN32_FIND_DATAW& found, std::vector<DirectoryEntry>& entries) {
     const bool isLink = (found.dwFileAttributes & FILE_ATTRIBUTE_REPARSE_POINT) != 0;
     const bool isDirectory = (found.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) != 0;

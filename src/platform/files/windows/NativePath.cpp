@@ -21,7 +21,7 @@ std::size_t ComponentEnd(const std::wstring& path, std::size_t begin) {
     return std::min(path.find_first_of(L"\\/", begin), path.size());
 }
 
-/// "\\server\share\"; 1 when a server or share is missing, as "\\" then is just a root written twice.
+/// Length of "\\server\share\"; 1 if the server or share is missing, because "\\" is then a repeated root.
 std::size_t ShareRootLength(const std::wstring& path) {
     const std::size_t serverEnd = ComponentEnd(path, 2);
     if (serverEnd == 2 || serverEnd == path.size()) {

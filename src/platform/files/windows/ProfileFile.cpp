@@ -13,7 +13,7 @@ std::wstring ReadProfileText(const std::wstring& path, const std::wstring& secti
     if (NamesNothing(path) || NamesNothing(section) || NamesNothing(key)) {
         return {};
     }
-    // A bare file name would be looked for in the directory of Windows.
+    // The system would look up a bare file name in the Windows directory.
     const std::wstring file = SystemPath(ResolveAgainst(CurrentDirectory(), path));
     wchar_t value[256] = {};
     const DWORD length =

@@ -21,15 +21,15 @@ bool IsRealDirectory(DWORD attributes) {
     return (attributes & (FILE_ATTRIBUTE_DIRECTORY | FILE_ATTRIBUTE_REPARSE_POINT)) == FILE_ATTRIBUTE_DIRECTORY;
 }
 
-/// A directory on the way from the root of the tree to where the removal stands.
+/// A directory on the path from the root of the tree to the current directory of the removal.
 struct Level {
-    /// While it is held so, nobody can rename or remove the directory, nor put a link in its place.
+    /// While this handle is open, nobody can rename or remove the directory or replace it with a link.
     OwnedHandle held;
     DWORD attributes = 0;
     std::vector<std::wstring> pendingDirectories;
 };
 
-/// Holds nothing when `path` is no real directory any more, or is not to be had.
+/// Holds nothing if `path` is no longer a real directory or cannot be opened.
 Level Hold(const std::wstring& path) {
     const HANDLE handle =
         CreateFileW(path.c_str(), FILE_LIST_DIRECTORY, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING,
@@ -46,10 +46,10 @@ Level Hold(const std::wstring& path) {
     return {std::move(directory), information.dwFileAttributes, {}};
 }
 
-/// Walks the tree with a list of its own instead of the stack. Links and junctions are entries like files.
+/// Traverses the tree with an explicit list instead of recursion. Links and junctions are handled like files.
 class TreeRemoval {
 public:
-    /// `root` as the system takes it, so that nothing on the way down has to be turned again.
+    /// `root` is a native path, so that paths below it need no further conversion.
     explicit TreeRemoval(const std::wstring& root) : path(root) {}
 
     Error Run() {
@@ -72,7 +72,7 @@ private:
         Enter();
     }
 
-    /// Empties the current directory but for its directories, which are kept for later.
+    /// Removes the non-directories in the current directory, and keeps the list of its subdirectories.
     void Enter() {
         levels.push_back(Hold(path));
         if (!levels.back().held) {
@@ -98,7 +98,7 @@ private:
         path.resize(levels.empty() ? 0 : path.find_last_of(L'\\'));
     }
 
-    /// The whole listing first: what is removed meanwhile would shift it.
+    /// Reads the whole listing first, because removals during the iteration would shift it.
     std::vector<Found> Entries() {
         std::vector<Found> entries;
         DirectorySearch search(path);
@@ -121,7 +121,7 @@ private:
         }
     }
 
-    /// Keeps the first failure. What has gone by itself is none.
+    /// Keeps the first failure. An entry that no longer exists is not a failure.
     void Note(const Error& error) {
         if (!outcome && error.kind != ErrorKind::NotFound) {
             outcome = error;

@@ -8,14 +8,14 @@
 namespace platform {
 namespace {
 
-// MAX_PATH less what a directory must leave free for a file name in it, which is what CreateDirectoryW asks for.
+// MAX_PATH minus the 12 characters that CreateDirectoryW reserves for a file name in the directory.
 constexpr std::size_t longestPlainPath = 240;
 
 bool HasSystemPrefix(const std::wstring& path) {
     return path.rfind(L"\\\\?\\", 0) == 0 || path.rfind(L"\\\\.\\", 0) == 0;
 }
 
-/// Behind the prefix the system resolves nothing any more, so that has to happen before.
+/// The system does not normalize paths with the prefix, so they must be normalized before.
 std::wstring WithLongPathPrefix(const std::wstring& path) {
     const std::wstring resolved = ResolveAgainst({}, path);
     const bool onServer = resolved.rfind(L"\\\\", 0) == 0;

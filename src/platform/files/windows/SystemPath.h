@@ -4,14 +4,15 @@
 
 namespace platform {
 
-/// A path as the wide system calls take it: backslashes, and the prefix that lifts the limit of 260 characters where an
-/// absolute path needs it. A path with an embedded U+0000 gives the empty path, which to every call names nothing.
+/// The path for wide system functions: backslashes, and the long path prefix if an absolute path needs it (limit of 260
+/// characters). A path with an embedded U+0000 yields the empty path, which names nothing.
 std::wstring SystemPath(const std::wstring& path);
 
-/// As `SystemPath`, with the prefix for every absolute path: for the root of what is walked, which may grow long.
+/// Same as `SystemPath`, but every absolute path gets the prefix: for the root of a traversal, whose paths may grow
+/// long.
 std::wstring LongSystemPath(const std::wstring& path);
 
-/// The plain path of one with that prefix; any other stays as it is.
+/// Removes the long path prefix; other paths are returned unchanged.
 std::wstring WithoutSystemPrefix(const std::wstring& path);
 
 } // namespace platform

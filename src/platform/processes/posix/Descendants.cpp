@@ -15,7 +15,7 @@
 namespace platform {
 namespace {
 
-/// The fourth field of /proc/<number>/stat; the second one is a name in parentheses that may hold anything.
+/// The parent id, field 4 of /proc/<pid>/stat. Field 2 is a name in parentheses that may contain any characters.
 pid_t ParentOf(pid_t process) {
     std::ifstream file("/proc/" + std::to_string(process) + "/stat");
     std::string text;
@@ -40,7 +40,7 @@ struct Descendant {
     pid_t parent = 0;
 };
 
-/// Parents before their children; ended ones that nobody has reaped count.
+/// Lists parents before their children, including zombies.
 std::vector<Descendant> ListDescendants() {
     const std::multimap<pid_t, pid_t> children = ReadChildrenByParent();
     std::vector<Descendant> descendants;
@@ -56,8 +56,8 @@ std::vector<Descendant> ListDescendants() {
     return descendants;
 }
 
-/// A child's number is its own until this process reaps it. Another's may have been given to a stranger since the list
-/// was made: the second look is at the very process that is ended.
+/// A child's process id stays valid until this process reaps it. Other ids may have been reused since the list was
+/// made, so the identity is checked again on the process that is killed.
 bool EndOne(const Descendant& descendant) {
     if (descendant.parent == getpid()) {
         return kill(descendant.number, SIGKILL) == 0;
@@ -73,7 +73,7 @@ bool EndOne(const Descendant& descendant) {
 }
 
 /// Kills the direct children, listed in /proc/self/task/*/children: fast enough to catch processes that fork and exit
-/// sooner than a scan of all of /proc sees them.
+/// faster than a scan of all of /proc.
 void EndChildren() {
     const std::string self = std::to_string(getpid());
     std::ifstream list("/proc/" + self + "/task/" + self + "/children");
@@ -82,20 +82,20 @@ void EndChildren() {
     }
 }
 
-/// False when no child could be ended.
+/// False if no child could be killed.
 bool EndAllOnce() {
     bool hasEndedChild = false;
     for (const Descendant& descendant : ListDescendants()) {
         hasEndedChild = EndOne(descendant) || hasEndedChild;
     }
-    // Each time meets about half of those that keep moving.
+    // Each pass catches about half of the processes that keep forking.
     for (int time = 0; time < 8; ++time) {
         EndChildren();
     }
     return hasEndedChild;
 }
 
-/// Leaves it to be reaped.
+/// Waits with WNOWAIT, so that the child can still be reaped.
 void WaitForOneToEnd() {
     siginfo_t ended{};
     waitid(P_ALL, 0, &ended, WEXITED | WNOWAIT);

@@ -6,11 +6,11 @@
 
 namespace platform {
 
-/// Ends all processes below this one by force, however deep and however fast they start others, and reaps them: each is
-/// handed to `onReaped`. Returns when none is left but such as the system does not let this user end.
+/// Kills and reaps all descendants of this process, however deep and however fast they fork. Passes each one to
+/// `onReaped`. Returns when none is left, apart from those that this user may not kill.
 void KillDescendants(const std::function<void(const siginfo_t&)>& onReaped);
 
-/// Reaps the children of this process that have ended; true while there are others.
+/// Reaps the children of this process that have ended; true while others remain.
 [[nodiscard]] bool ReapEnded(const std::function<void(const siginfo_t&)>& onReaped);
 
 } // namespace platform

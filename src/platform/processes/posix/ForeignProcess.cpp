@@ -13,7 +13,7 @@
 namespace platform {
 namespace {
 
-/// The system refuses to wait for anything else; that the process is nobody's child of ours is no refusal.
+/// waitid rejects other descriptors. ECHILD (not a child of this process) still proves that it is a pidfd.
 bool IsProcessDescriptor(int descriptor) {
     siginfo_t ended{};
     return waitid(P_PIDFD, static_cast<id_t>(descriptor), &ended, WEXITED | WNOHANG | WNOWAIT) == 0 || errno == ECHILD;

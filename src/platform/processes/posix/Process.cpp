@@ -20,7 +20,7 @@
 namespace platform {
 namespace {
 
-/// The lowest three numbers are a child's standard streams: nothing else can be handed to it there.
+/// The lowest three descriptors are a child's standard streams and cannot carry anything else.
 int AboveStandardStreams(int descriptor) {
     if (descriptor < 0 || descriptor > STDERR_FILENO) {
         return descriptor;

@@ -3,14 +3,14 @@
 #include <fcntl.h>
 #include <sys/types.h>
 
-// The header of glibc 2.36 does not tell C++ that these are C functions.
+// The header of glibc 2.36 lacks extern "C" for these functions.
 extern "C" {
 #include <sys/pidfd.h>
 }
 
 namespace platform {
 
-/// A descriptor that becomes readable when the process ends, marked close-on-exec; -1 when the system refuses.
+/// A pidfd, which becomes readable when the process ends; close-on-exec. -1 on failure.
 inline int OpenProcessDescriptor(pid_t process) {
     return pidfd_open(process, 0);
 }

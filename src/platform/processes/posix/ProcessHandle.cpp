@@ -21,7 +21,7 @@ bool IsProcessRunning(void* process) {
     do {
         looked = poll(&look, 1, 0);
     } while (looked < 0 && errno == EINTR);
-    return looked <= 0; // a process that cannot be looked at just now has not ended for that
+    return looked <= 0; // a failed poll does not mean that the process has ended
 }
 
 void CloseProcessHandle(void* process) {

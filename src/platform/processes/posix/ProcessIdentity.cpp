@@ -19,12 +19,12 @@ std::string DirectoryOf(pid_t number) {
     return "/proc/" + std::to_string(number);
 }
 
-/// In ticks since the system's start; 0 when it cannot be told.
+/// In clock ticks since boot; 0 if unknown.
 std::int64_t StartOf(pid_t number) {
     std::ifstream file(DirectoryOf(number) + "/stat");
     std::string text;
     std::getline(file, text, '\0');
-    // The name in parentheses may hold anything, also blanks and parentheses.
+    // The name in parentheses may contain any characters, also blanks and parentheses.
     const std::size_t afterName = text.rfind(')');
     if (afterName == std::string::npos) {
         return 0;
@@ -51,7 +51,8 @@ ProcessIdentity OwnProcessIdentity() {
     return {static_cast<std::uint32_t>(getpid()), StartOf(getpid())};
 }
 
-/// The descriptor is opened first: what is read then is of the same process, or of a later one, which differs.
+/// Opens the pidfd first: the start time read afterwards belongs to the same process, or to a later one, whose start
+/// time differs.
 OwnedHandle OpenProcess(const ProcessIdentity& process) {
     const auto number = static_cast<pid_t>(process.number);
     if (number <= 0 || process.start == 0) {

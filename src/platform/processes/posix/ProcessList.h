@@ -6,7 +6,7 @@
 
 namespace platform {
 
-/// The numbers of all processes of this machine at this moment.
+/// The ids of all processes of this machine.
 std::vector<pid_t> ListProcesses();
 
 } // namespace platform

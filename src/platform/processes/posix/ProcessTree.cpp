@@ -15,7 +15,7 @@
 namespace platform {
 namespace {
 
-/// Readable when a child of this process has ended, for as long as it lives.
+/// A descriptor that becomes readable when a child of this process ends.
 class EndedChildren {
 public:
     EndedChildren() {
@@ -47,9 +47,9 @@ private:
 struct ProcessTree::State {
     EndedChildren endedChildren;
     OwnedHandle root;
-    /// The root's number, and its group's.
+    /// Process id of the root, which is also the id of its group.
     pid_t number = 0;
-    /// Kept when the root is reaped with all others.
+    /// Set when the root is reaped with the others.
     std::optional<std::int32_t> exitCode;
 
     void OnReaped(const siginfo_t& ended) {
@@ -60,8 +60,8 @@ struct ProcessTree::State {
 };
 
 ProcessTree::ProcessTree() : state(std::make_unique<State>()) {
-    // Processes whose parent ends become children of this one instead of the system's first, whatever session they are
-    // in: so all that the root ever starts stays below this process.
+    // Orphaned descendants are re-parented to this process instead of init, whatever their session: all that the root
+    // starts stays below this process.
     prctl(PR_SET_CHILD_SUBREAPER, 1UL, 0UL, 0UL, 0UL);
 }
 
@@ -91,7 +91,7 @@ void* ProcessTree::Ended() const {
 void ProcessTree::Tidy() {
     state->endedChildren.Clear();
     siginfo_t ended{};
-    // The root is kept: its number must stay its own until all others have ended.
+    // The root is not reaped here: its process id must stay valid until all others have ended.
     while (waitid(P_ALL, 0, &ended, WEXITED | WNOHANG | WNOWAIT) == 0 && ended.si_pid != 0 &&
            ended.si_pid != state->number) {
         waitid(P_PID, static_cast<id_t>(ended.si_pid), &ended, WEXITED | WNOHANG);
@@ -100,10 +100,10 @@ void ProcessTree::Tidy() {
 }
 
 void ProcessTree::AskToStop() {
-    // Until the root is reaped, its number and its group's are nobody else's.
+    // Until the root is reaped, its process id and group id cannot be reused.
     if (state->number > 0 && !state->exitCode) {
         kill(-state->number, SIGTERM);
-        // One that stopped itself hears nothing before it goes on.
+        // A stopped process gets the signal only after it is resumed.
         kill(-state->number, SIGCONT);
     }
 }
@@ -112,7 +112,7 @@ void ProcessTree::End() {
     if (state->number <= 0 || state->exitCode) {
         return;
     }
-    // The whole group at one moment, so that none of it can start another meanwhile; then those that left the group.
+    // Kills the whole group at once, so that none of it can fork in between; then the processes that left the group.
     kill(-state->number, SIGKILL);
     KillDescendants([this](const siginfo_t& ended) { state->OnReaped(ended); });
 }

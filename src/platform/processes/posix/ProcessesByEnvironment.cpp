@@ -30,7 +30,7 @@ Marks MarksOf(const std::wstring& variable, const std::set<std::wstring>& values
     return marks;
 }
 
-/// A process that cannot be read (ended, or another user's) counts as unmarked.
+/// An unreadable process (exited, or another user's) counts as unmarked.
 bool IsMarked(pid_t process, const Marks& marks) {
     constexpr std::size_t mostBytes = std::size_t{16} << 20;
     std::string environment;
@@ -47,8 +47,8 @@ bool IsMarked(pid_t process, const Marks& marks) {
     return false;
 }
 
-/// Null when the process is not marked or cannot be ended. The second look makes sure that the number was not given to
-/// another process meanwhile.
+/// Returns null if the process is not marked or cannot be killed. The second check ensures that the process id was not
+/// reused in between.
 OwnedHandle EndIfMarked(pid_t process, const Marks& marks) {
     if (process == getpid() || !IsMarked(process, marks)) {
         return OwnedHandle();
@@ -73,7 +73,7 @@ std::vector<OwnedHandle> EndSome(const Marks& marks) {
     return ended;
 }
 
-/// How many were ended. One that outlives the deadline is met again by the next look.
+/// Returns the number of killed processes. The next pass retries those that are still there at the deadline.
 std::size_t EndSomeAndWait(const Marks& marks, steady_clock::time_point deadline) {
     const std::vector<OwnedHandle> ended = EndSome(marks);
     for (const OwnedHandle& process : ended) {
@@ -93,8 +93,8 @@ std::size_t KillProcessesByEnvironment(const std::wstring& variable, const std::
     const auto deadline = steady_clock::now() + patience;
     const Marks marks = MarksOf(variable, values);
     std::size_t count = 0;
-    // A process shows no environment for a moment while it becomes another program: where some were ended, what they
-    // had just started is found by a second look.
+    // A process has no readable environment for a moment during exec. After a pass that killed processes, another pass
+    // finds what they had just started.
     int looksInVain = 0;
     while (looksInVain < (count == 0 ? 1 : 2) && steady_clock::now() < deadline) {
         const std::size_t ended = EndSomeAndWait(marks, deadline);

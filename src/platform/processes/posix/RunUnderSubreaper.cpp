@@ -14,7 +14,7 @@
 namespace platform {
 namespace {
 
-/// While it lives, the signals that a guard looks at wait for it.
+/// Blocks the signals that the supervisor handles, so that `Next` can wait for them.
 class BlockedSignals {
 public:
     BlockedSignals() {
@@ -35,7 +35,7 @@ private:
     sigset_t before{};
 };
 
-/// True when the worker has ended, with how; one that somebody stopped goes on.
+/// True if the worker has ended; `ended` says how. Resumes a stopped worker.
 bool HasEnded(pid_t worker, siginfo_t& ended) {
     for (;;) {
         ended = {};
@@ -67,7 +67,7 @@ WorkerExit RunUnderSubreaper(const std::function<std::int32_t(void* subreaper)>&
     pid_t worker = -1;
     {
         const BlockedSignals signals;
-        // A plain copy of this process, which is small and has one thread; it runs no other program.
+        // A plain fork: this process is small and has a single thread. The child executes no other program.
         worker = subreaper ? fork() : -1;
         if (worker > 0) {
             prctl(PR_SET_CHILD_SUBREAPER, 1UL, 0UL, 0UL, 0UL);

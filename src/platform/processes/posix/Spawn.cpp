@@ -22,7 +22,7 @@ namespace {
 
 constexpr int firstBeyondStandard = STDERR_FILENO + 1;
 
-/// The steps between the new process and its program. They cannot fail but for memory.
+/// The file actions between fork and exec. They can fail only for lack of memory.
 class FileActions {
 public:
     FileActions() { Check(posix_spawn_file_actions_init(&actions)); }
@@ -36,7 +36,7 @@ public:
         Check(posix_spawn_file_actions_addopen(&actions, STDIN_FILENO, "/dev/null", O_RDONLY, 0));
     }
 
-    /// Everything else is closed, whatever the libraries of this process forgot to mark.
+    /// Closes all other descriptors, even those that a library left without close-on-exec.
     void KeepOnly(const std::vector<void*>& inherited) {
         std::vector<int> kept;
         std::transform(inherited.begin(), inherited.end(), std::back_inserter(kept), DescriptorOf);
@@ -46,7 +46,7 @@ public:
             for (; next < descriptor; ++next) {
                 Check(posix_spawn_file_actions_addclose(&actions, next));
             }
-            // Onto itself: only takes the close-on-exec mark away.
+            // A dup2 onto itself only clears close-on-exec.
             Check(posix_spawn_file_actions_adddup2(&actions, descriptor, descriptor));
             next = std::max(next, descriptor + 1);
         }
@@ -80,7 +80,7 @@ private:
     posix_spawn_file_actions_t actions{};
 };
 
-/// A child starts with no signal blocked and none ignored, whatever its parent's threads do.
+/// A child starts with no blocked and no ignored signal, whatever the threads of its parent do.
 class SpawnAttributes {
 public:
     explicit SpawnAttributes(int groupFlag) {
@@ -104,7 +104,7 @@ private:
     posix_spawnattr_t attributes{};
 };
 
-/// A new session comes with a new group.
+/// A new session includes a new process group.
 int GroupFlag(const ProcessStart& start, SpawnGroup group) {
     if (start.detached) {
         return POSIX_SPAWN_SETSID;
@@ -126,7 +126,7 @@ std::vector<std::string> SpawnArguments(const std::string& program, const Proces
     return arguments;
 }
 
-/// A child that cannot be watched must not run.
+/// Kills a child that cannot be watched.
 Error OpenChild(pid_t child, OwnedHandle& process) {
     const int descriptor = OpenProcessDescriptor(child);
     if (descriptor < 0) {

@@ -6,8 +6,8 @@ namespace platform {
 
 enum class SpawnGroup { Parents, Own };
 
-/// Starts a process with `posix_spawn`; with `SpawnGroup::Own` it leads a process group of its own. `errorOutput`:
-/// where its standard error goes; null: nowhere.
+/// Starts a process with `posix_spawn`; with `SpawnGroup::Own` it leads its own process group. `errorOutput` is its
+/// standard error; null: discarded.
 Error Spawn(const ProcessStart& start, SpawnGroup group, void* errorOutput, OwnedHandle& process);
 
 } // namespace platform

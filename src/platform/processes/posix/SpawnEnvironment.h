@@ -7,7 +7,7 @@
 
 namespace platform {
 
-/// The variables of a child as "NAME=value": this process's own with the differences that `start` names.
+/// The variables of a child as "NAME=value": those of this process with the differences in `start`.
 std::vector<std::string> SpawnEnvironment(const ProcessStart& start);
 
 } // namespace platform

@@ -11,9 +11,9 @@ namespace {
 
 constexpr std::array stopSignals = {SIGINT, SIGTERM, SIGHUP};
 
-/// A signal handler is told nothing but the signal's number.
+/// Global, because a signal handler gets only the signal's number.
 std::atomic<Event*> raisedBySignals = nullptr;
-/// A signal may be handled on any thread while the event goes.
+/// Handlers in progress: a signal may be handled on any thread while the event is destroyed.
 std::atomic<int> handlersRunning = 0;
 static_assert(std::atomic<Event*>::is_always_lock_free && std::atomic<int>::is_always_lock_free);
 

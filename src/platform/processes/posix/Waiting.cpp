@@ -32,7 +32,7 @@ int RemainingTime(std::optional<steady_clock::time_point> deadline) {
     return static_cast<int>(std::clamp(remaining, milliseconds(0), longest).count());
 }
 
-/// The system has no memory for the wait, or no longer allows that many open files: both pass.
+/// Delay before a retry. Causes are a lack of memory or a lowered limit of open files; both are temporary.
 void RestAfterFailure() {
     constexpr int restMilliseconds = 10;
     poll(nullptr, 0, restMilliseconds);
@@ -73,7 +73,7 @@ Event::Event() {
 
 void Event::Raise() {
     constexpr std::uint64_t one = 1;
-    // Fails only when it is raised already.
+    // Fails only if the event is already raised.
     [[maybe_unused]] const ssize_t written = write(DescriptorOf(handle.Get()), &one, sizeof one);
 }
 

@@ -3,7 +3,7 @@
 namespace platform {
 namespace {
 
-/// Backslashes stand for themselves but in front of a quote, the closing one too: there each needs another.
+/// Backslashes are literal unless they precede a quote (including the closing one); there each must be doubled.
 std::wstring Quote(const std::wstring& argument) {
     if (!argument.empty() && argument.find_first_of(L" \t\n\v\"") == std::wstring::npos) {
         return argument;
@@ -24,7 +24,7 @@ std::wstring Quote(const std::wstring& argument) {
 } // namespace
 
 std::wstring BuildCommandLine(const std::wstring& program, const std::vector<std::wstring>& arguments) {
-    // The program's own name is read by simpler rules, and no file name holds a quote.
+    // The program name is parsed by simpler rules, and no file name contains a quote.
     std::wstring line = L'"' + program + L'"';
     for (const std::wstring& argument : arguments) {
         line += L' ' + Quote(argument);

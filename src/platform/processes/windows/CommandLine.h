@@ -5,8 +5,8 @@
 
 namespace platform {
 
-/// One command line for a program and its arguments, quoted so that the C runtime of the child (`CommandLineToArgvW`)
-/// reads exactly these arguments back.
+/// Builds a command line from a program and its arguments, quoted so that the C runtime of the child
+/// (`CommandLineToArgvW`) reads back exactly these arguments.
 std::wstring BuildCommandLine(const std::wstring& program, const std::vector<std::wstring>& arguments);
 
 } // namespace platform

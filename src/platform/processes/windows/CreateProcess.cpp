@@ -13,7 +13,7 @@
 namespace platform {
 namespace {
 
-/// What a child gets in place of a terminal.
+/// The null device, for a child without a terminal.
 OwnedHandle OpenNowhere(DWORD access) {
     SECURITY_ATTRIBUTES inheritable{sizeof(SECURITY_ATTRIBUTES), nullptr, TRUE};
     const HANDLE file =
@@ -21,7 +21,7 @@ OwnedHandle OpenNowhere(DWORD access) {
     return OwnedHandle(file == INVALID_HANDLE_VALUE ? nullptr : file);
 }
 
-/// A copy that a child can inherit: the pipe's own end stays this process's alone.
+/// A copy that a child can inherit; the original handle stays private to this process.
 OwnedHandle InheritableCopy(HANDLE handle) {
     HANDLE copy = nullptr;
     DuplicateHandle(GetCurrentProcess(), handle, GetCurrentProcess(), &copy, 0, TRUE, DUPLICATE_SAME_ACCESS);
@@ -32,7 +32,7 @@ OwnedHandle OpenForWriting(HANDLE output) {
     return output == nullptr ? OpenNowhere(GENERIC_WRITE) : InheritableCopy(output);
 }
 
-/// The handles of a child: its standard streams and what it is given besides.
+/// The handles of a child: its standard streams and the explicitly inherited ones.
 struct ChildHandles {
     OwnedHandle input;
     OwnedHandle output;
@@ -51,7 +51,7 @@ struct ChildHandles {
             if (SetHandleInformation(handle, HANDLE_FLAG_INHERIT, HANDLE_FLAG_INHERIT) == 0) {
                 return LastError();
             }
-            // A list that names a handle twice is refused.
+            // The system rejects a list that contains a handle twice.
             if (std::find(list.begin(), list.end(), handle) == list.end()) {
                 list.push_back(handle);
             }
@@ -60,8 +60,8 @@ struct ChildHandles {
     }
 };
 
-/// The handles that a child inherits and the jobs that it is born into, in the system's own form. Both lists must live
-/// as long as this.
+/// The attribute list of the inherited handles and of the job object. The lists of handles and jobs must outlive this
+/// object.
 class AttributeList {
 public:
     AttributeList(std::vector<HANDLE>& handles, std::vector<HANDLE>& jobs) {
@@ -106,7 +106,7 @@ STARTUPINFOEXW StartupInformation(const ChildHandles& handles, AttributeList& at
     return information;
 }
 
-/// The short name of a directory, which not every volume keeps; the long one where there is none.
+/// The short name of a directory; the long one if the volume has no short names.
 std::wstring ShortNameOf(const std::wstring& directory) {
     const std::wstring path = SystemPath(directory);
     std::wstring name(GetShortPathNameW(path.c_str(), nullptr, 0), L'\0');
@@ -114,8 +114,8 @@ std::wstring ShortNameOf(const std::wstring& directory) {
     return name.empty() ? path : name;
 }
 
-/// A current directory has no way past the old limit on the length of paths but its short name: the prefix that lifts
-/// the limit elsewhere is no part of a current directory, so it is taken off again.
+/// Only its short name makes a current directory with a long path usable: the long path prefix is not allowed there, so
+/// it is removed.
 Error CurrentDirectoryFor(const std::wstring& directory, std::wstring& current) {
     constexpr std::size_t longest = MAX_PATH - 2;
     current = ToNativeText(directory);

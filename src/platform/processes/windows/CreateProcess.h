@@ -4,9 +4,9 @@
 
 namespace platform {
 
-/// Starts a process that inherits exactly what `start` names, without a window. It belongs to the job object `job` from
-/// its first moment, unless that is null: if this process is ended meanwhile, there is a child in the job or none.
-/// `errorOutput`: where its standard error goes; null: nowhere.
+/// Starts a process without a window that inherits only the handles in `start`. If `job` is not null, the process
+/// belongs to that job object from its creation on: if this process is killed during the call, no child exists outside
+/// the job. `errorOutput` is its standard error; null: discarded.
 Error CreateChild(const ProcessStart& start, void* job, void* errorOutput, OwnedHandle& process);
 
 } // namespace platform

@@ -23,7 +23,7 @@ Variables OwnVariables() {
     Variables variables;
     for (const wchar_t* entry = block.get(); entry != nullptr && *entry != L'\0';) {
         const std::wstring_view text = entry;
-        // The names of the current directories of drives begin with "=".
+        // The variables for the current directories of drives have names that begin with "=".
         const std::size_t nameEnd = text.find(L'=', 1);
         if (nameEnd != std::wstring_view::npos) {
             variables.emplace(text.substr(0, nameEnd), text.substr(nameEnd + 1));

@@ -6,8 +6,8 @@
 
 namespace platform {
 
-/// The variables of a child as one block, sorted as the system wants it: this process's own with the differences that
-/// `start` names.
+/// The variables of a child as one block, sorted as the system requires: those of this process with the differences in
+/// `start`.
 std::wstring EnvironmentBlock(const ProcessStart& start);
 
 } // namespace platform

@@ -7,7 +7,7 @@
 namespace platform {
 namespace {
 
-/// A handle with the right to wait alone is one of a process too, though nobody may ask which.
+/// A process handle with only the right to wait does not allow GetProcessId, but counts, too.
 bool IsProcessHandle(HANDLE handle, DWORD id) {
     return id != 0 || (handle != nullptr && GetLastError() == ERROR_ACCESS_DENIED);
 }

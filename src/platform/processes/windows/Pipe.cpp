@@ -44,7 +44,7 @@ void OutputPipe::Read(std::size_t limit, std::string& bytes) {
     constexpr std::size_t most = 1U << 30;
     bytes.resize(std::min(limit, most));
     DWORD count = 0;
-    // A write of no bytes ends a read too.
+    // A write of zero bytes also completes a read.
     BOOL isRead = TRUE;
     while (isRead != 0 && count == 0 && !bytes.empty()) {
         isRead = ::ReadFile(readEnd, bytes.data(), static_cast<DWORD>(bytes.size()), &count, nullptr);

@@ -44,7 +44,7 @@ std::wstring ExitCodeText(std::int32_t exitCode) {
     if (exitCode >= 0) {
         return text;
     }
-    // Codes of the system (an access violation, say) are known in hexadecimal.
+    // System codes, such as an access violation, are commonly written in hexadecimal.
     return text + L" (0x" + text::HexadecimalText(static_cast<std::uint32_t>(exitCode)) + L")";
 }
 

@@ -7,7 +7,7 @@
 namespace platform {
 namespace {
 
-/// In units of 100 ns since 1601; 0 when it cannot be told.
+/// In units of 100 ns since 1601; 0 if unknown.
 std::int64_t StartOf(HANDLE process) {
     FILETIME start{};
     FILETIME unused{};
@@ -23,7 +23,7 @@ ProcessIdentity OwnProcessIdentity() {
     return {GetCurrentProcessId(), StartOf(GetCurrentProcess())};
 }
 
-/// Another user's process is refused by its access list.
+/// The access list of another user's process denies the access.
 OwnedHandle OpenProcess(const ProcessIdentity& process) {
     if (process.number == 0 || process.start == 0) {
         return {};

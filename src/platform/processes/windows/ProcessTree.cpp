@@ -9,14 +9,14 @@
 namespace platform {
 namespace {
 
-/// What the processes of a job that is ended by force seem to have returned.
+/// Exit code of the processes that TerminateJobObject ends.
 constexpr UINT endedByForce = 1;
 
 } // namespace
 
 struct ProcessTree::State {
     OwnedHandle job;
-    /// Told of the end of the last process.
+    /// Completion port that gets a message when the last process ends.
     OwnedHandle messages;
     OwnedHandle root;
 
@@ -26,7 +26,8 @@ struct ProcessTree::State {
         if (!job || !messages) {
             return LastError();
         }
-        // When this process dies, its handle to the job is closed, and with it everything in the job ends.
+        // When this process ends, its handle to the job object is closed, and the system kills all processes in the
+        // job.
         JOBOBJECT_EXTENDED_LIMIT_INFORMATION limits{};
         limits.BasicLimitInformation.LimitFlags = JOB_OBJECT_LIMIT_KILL_ON_JOB_CLOSE;
         JOBOBJECT_ASSOCIATE_COMPLETION_PORT port{job.Get(), messages.Get()};
@@ -44,7 +45,7 @@ struct ProcessTree::State {
                numbers.ActiveProcesses > 0;
     }
 
-    /// Returns at a message of the job. They are not certain to come, so it returns after a while too.
+    /// Returns at a message of the job, or after a timeout, because the messages are not guaranteed.
     void WaitForMessage() const {
         constexpr DWORD longestMilliseconds = 100;
         DWORD message = 0;

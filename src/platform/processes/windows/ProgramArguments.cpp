@@ -8,7 +8,7 @@
 
 namespace platform {
 
-// The narrow arguments have lost what the code page does not know: the system is asked again.
+// The narrow arguments have lost the characters outside the code page, so the wide command line is read instead.
 std::vector<std::wstring> ProgramArguments(int, const char* const*) {
     int count = 0;
     const LocalMemory<wchar_t*> values(CommandLineToArgvW(GetCommandLineW(), &count));

@@ -7,10 +7,10 @@
 namespace platform {
 namespace {
 
-/// A console handler is told nothing but the kind of its call.
+/// Global, because a console handler gets only the type of the event.
 std::atomic<Event*> raisedByConsole = nullptr;
 
-/// The system ends the process as soon as the handler of these returns, or after some seconds.
+/// The system ends the process when the handler of these events returns, or after some seconds.
 bool IsEndComing(DWORD kind) {
     return kind == CTRL_CLOSE_EVENT || kind == CTRL_LOGOFF_EVENT || kind == CTRL_SHUTDOWN_EVENT;
 }

@@ -10,7 +10,7 @@ std::tm UtcParts(std::int64_t time) {
 
 std::tm LocalParts(std::int64_t time) {
     std::tm parts = {};
-    // Unlike localtime, localtime_r need not look at TZ again.
+    // localtime_r, unlike localtime, is not required to read TZ again.
     tzset();
     localtime_r(&time, &parts);
     return parts;

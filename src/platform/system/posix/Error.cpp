@@ -58,7 +58,7 @@ Error ErrorFromCode(std::int64_t systemCode) {
 
 namespace {
 
-/// Which limit it is, and how to see it: the system's words do not say.
+/// Names the limit and how to display it; the system's text does not.
 std::wstring OpenFilesLimit() {
     rlimit limit = {};
     return getrlimit(RLIMIT_NOFILE, &limit) == 0
@@ -69,7 +69,7 @@ std::wstring OpenFilesLimit() {
 } // namespace
 
 std::wstring SystemMessage(std::int64_t systemCode) {
-    // Not strerror_r: it speaks the language of the locale, and log lines are in English.
+    // Not strerror_r: its text depends on the locale, and log lines are in English.
     const char* message = strerrordesc_np(static_cast<int>(systemCode));
     if (message == nullptr) {
         return {};

@@ -16,11 +16,11 @@ using Header = ElfW(Ehdr);
 using Segment = ElfW(Phdr);
 using Entry = ElfW(Dyn);
 
-/// Far more than any library has.
+/// Upper limit, far above the number in any real library.
 constexpr std::size_t mostEntries = 4096;
 constexpr std::size_t mostNameBytes = std::size_t{4} << 20;
 
-/// A part of the file as records; fewer than `count` where the file ends.
+/// Reads `count` records of the file; fewer at the end of the file.
 template <typename Record>
 std::vector<Record> ReadRecords(std::ifstream& file, std::uint64_t offset, std::size_t count) {
     std::vector<Record> records(count);
@@ -58,7 +58,7 @@ std::optional<std::uint64_t> ValueOf(const std::vector<Entry>& entries, std::int
     return found == entries.end() ? std::nullopt : std::optional<std::uint64_t>(found->d_un.d_val);
 }
 
-/// Where in the file stands what is loaded to an address.
+/// The file offset of the byte that is loaded to an address.
 std::optional<std::uint64_t> OffsetOf(const std::vector<Segment>& segments, std::uint64_t address) {
     for (const Segment& segment : segments) {
         if (segment.p_type == PT_LOAD && address >= segment.p_vaddr && address - segment.p_vaddr < segment.p_filesz) {
@@ -68,7 +68,7 @@ std::optional<std::uint64_t> OffsetOf(const std::vector<Segment>& segments, std:
     return std::nullopt;
 }
 
-/// The string table, with a zero at its end.
+/// The string table, with a terminating zero.
 std::vector<char> ReadNames(std::ifstream& file, const std::vector<Segment>& segments,
                             const std::vector<Entry>& entries) {
     const auto offset = OffsetOf(segments, ValueOf(entries, DT_STRTAB).value_or(0));

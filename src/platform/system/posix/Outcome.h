@@ -4,7 +4,7 @@
 
 namespace platform {
 
-/// What a call of the system that returns -1 for a failure has come to.
+/// The error of a system call that returns -1 on failure.
 inline Error OutcomeOf(int result) {
     return result == -1 ? LastError() : Error{};
 }

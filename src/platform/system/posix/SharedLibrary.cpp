@@ -21,7 +21,7 @@ bool IsLoaded(const std::string& name) {
     return library != nullptr;
 }
 
-/// Loads what a module needs from some directories.
+/// Loads the libraries that a module needs from the given directories.
 class LibraryProvider {
 public:
     explicit LibraryProvider(std::vector<std::wstring> searched) : directories(std::move(searched)) {}
@@ -39,7 +39,7 @@ private:
         for (const std::wstring& directory : directories) {
             const std::wstring library = ResolveAgainst(directory, name);
             if (FileName(name) == name && Exists(library)) {
-                // What it needs itself must be there before.
+                // The dependencies of a library must be loaded before it.
                 ProvideFor(library);
                 dlopen(SystemPath(library).c_str(), RTLD_LAZY | RTLD_LOCAL);
                 return;
@@ -54,7 +54,7 @@ private:
 } // namespace
 
 void* LoadModule(const std::wstring& path) {
-    // To dlopen the empty path is the program itself.
+    // For dlopen, the empty path means the main program.
     return NamesNothing(path) ? nullptr : dlopen(SystemPath(path).c_str(), RTLD_NOW | RTLD_LOCAL);
 }
 

@@ -18,7 +18,7 @@ struct BlockDeleter {
 } // namespace
 
 std::optional<std::wstring> ReadVariable(const std::wstring& name) {
-    // The runtime answers the question for the size with ERANGE: the size alone tells.
+    // The size query returns ERANGE; only the size is used.
     std::size_t size = 0;
     _wgetenv_s(&size, nullptr, 0, name.c_str());
     if (size == 0) {
@@ -30,7 +30,7 @@ std::optional<std::wstring> ReadVariable(const std::wstring& name) {
     return value;
 }
 
-// The runtime's copy, and the one that child processes and other runtimes in this process see.
+// Sets the runtime's copy, and the system's, which child processes and other runtimes in this process see.
 void WriteVariable(const std::wstring& name, const std::wstring& value) {
     _wputenv_s(name.c_str(), value.c_str());
     SetEnvironmentVariableW(name.c_str(), value.c_str());
@@ -48,7 +48,7 @@ std::vector<std::pair<std::wstring, std::wstring>> AllEnvironment() {
     while (entry != nullptr && *entry != L'\0') {
         const std::wstring_view text = entry;
         const std::size_t equals = text.find(L'=');
-        // "=C:=C:\x" is how the system keeps the current directory of a drive.
+        // The system keeps the current directory of a drive in a variable such as "=C:=C:\x".
         if (equals != std::wstring_view::npos && equals != 0) {
             variables.emplace_back(text.substr(0, equals), text.substr(equals + 1));
         }

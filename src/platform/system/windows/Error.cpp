@@ -58,7 +58,7 @@ constexpr DWORD userLanguage = 0;
 
 std::wstring MessageIn(DWORD language, DWORD code) {
     wchar_t buffer[512];
-    // MAX_WIDTH_MASK: no line breaks inside.
+    // MAX_WIDTH_MASK: no line breaks within the text.
     constexpr DWORD flags = FORMAT_MESSAGE_FROM_SYSTEM | FORMAT_MESSAGE_IGNORE_INSERTS | FORMAT_MESSAGE_MAX_WIDTH_MASK;
     const DWORD length = FormatMessageW(flags, nullptr, code, language, buffer, DWORD{std::size(buffer)}, nullptr);
     return {buffer, length};

@@ -10,7 +10,7 @@ struct LocalFreer {
     void operator()(void* memory) const { LocalFree(memory); }
 };
 
-/// Memory that the system made and that is given back by LocalFree.
+/// Memory allocated by the system, to be released with LocalFree.
 template <typename T>
 using LocalMemory = std::unique_ptr<T, LocalFreer>;
 

@@ -2,7 +2,7 @@
 
 namespace platform {
 
-/// The system's heap does so by itself.
+/// The heap of Windows already returns large blocks.
 void TrimHeapEagerly() {}
 
 } // namespace platform

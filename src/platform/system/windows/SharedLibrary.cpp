@@ -7,13 +7,14 @@
 #include "platform/files/windows/SystemPath.h"
 #include "platform/system/Error.h"
 
-// An alias of FreeLibrary since the days of 16 bits.
+// A 16-bit compatibility macro for FreeLibrary.
 #undef FreeModule
 
 namespace platform {
 namespace {
 
-/// No message box of the system while it lives: a missing library is an answer, not a question to the user.
+/// Suppresses the system's message boxes while it exists: a missing library is an error result, not a question to the
+/// user.
 class QuietErrors {
 public:
     QuietErrors() { SetThreadErrorMode(SEM_FAILCRITICALERRORS | SEM_NOOPENFILEERRORBOX, &previousMode); }

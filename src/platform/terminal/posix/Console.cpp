@@ -17,7 +17,7 @@
 namespace platform {
 namespace {
 
-/// True when writing can go on after a failed write.
+/// True if writing can continue after a failed write.
 bool WaitUntilWritable(int descriptor) {
     if (errno != EAGAIN) {
         return errno == EINTR;
@@ -26,8 +26,8 @@ bool WaitUntilWritable(int descriptor) {
     return poll(&writable, 1, -1) == 1 || errno == EINTR;
 }
 
-/// While it lives, a write to a pipe without a reader fails with EPIPE and ends nobody. Child processes inherit nothing
-/// of it, as they would if the signal were ignored for the whole process.
+/// While it exists, a write to a pipe without a reader fails with EPIPE and raises no signal. Child processes do not
+/// inherit this, as they would if the signal were ignored for the whole process.
 class BrokenPipeGuard {
 public:
     BrokenPipeGuard() {
@@ -62,8 +62,8 @@ Error WriteAll(int descriptor, std::string_view bytes) {
     return {};
 }
 
-/// What is opened next would take the lowest free number, and what is meant for standard output would end in a log or
-/// a socket. A stream opened for the other direction only fails as a closed one does.
+/// Otherwise the next opened file would get the lowest free descriptor, and standard output would end up in a log or a
+/// socket. A stream opened for the wrong direction fails like a closed one.
 void OccupyClosedStreams() {
     for (const int descriptor : {STDIN_FILENO, STDOUT_FILENO, STDERR_FILENO}) {
         if (fcntl(descriptor, F_GETFD) < 0 && errno == EBADF) {
@@ -72,14 +72,14 @@ void OccupyClosedStreams() {
     }
 }
 
-/// An end of a pipe that is for writing alone: for waiting it is signalled by nothing but the end of its readers.
+/// The write-only end of a pipe: poll signals it only when the last reader has closed.
 bool IsWriteEndOfPipe(int descriptor) {
     struct stat status {};
     const int flags = fcntl(descriptor, F_GETFL);
     return fstat(descriptor, &status) == 0 && S_ISFIFO(status.st_mode) && flags >= 0 && (flags & O_ACCMODE) == O_WRONLY;
 }
 
-/// All zero when it cannot be told.
+/// All zero if unknown.
 winsize TerminalSize() {
     winsize size = {};
     return ioctl(STDOUT_FILENO, TIOCGWINSZ, &size) == 0 ? size : winsize{};
@@ -87,7 +87,7 @@ winsize TerminalSize() {
 
 } // namespace
 
-// UTF-8 without any change of line ends is what a terminal here takes anyway.
+// A Linux terminal already takes UTF-8 without line end conversion.
 void PrepareConsole() {
     OccupyClosedStreams();
     MakeWideOutputUtf8();

@@ -14,7 +14,7 @@ namespace platform {
 namespace {
 
 Error WriteAll(DWORD standardHandle, std::string_view bytes) {
-    constexpr std::size_t largestWrite = 16 * 1024; // a console refuses much more at once
+    constexpr std::size_t largestWrite = 16 * 1024; // a console rejects much larger writes
     const HANDLE handle = GetStdHandle(standardHandle);
     while (!bytes.empty()) {
         DWORD written = 0;
@@ -27,14 +27,14 @@ Error WriteAll(DWORD standardHandle, std::string_view bytes) {
     return {};
 }
 
-/// What the terminal shows of its buffer; `otherwise` when that cannot be told.
+/// The visible part of the terminal's buffer; `otherwise` on failure.
 SMALL_RECT TerminalWindow(const SMALL_RECT& otherwise) {
     CONSOLE_SCREEN_BUFFER_INFO information = {};
     const bool isKnown = GetConsoleScreenBufferInfo(GetStdHandle(STD_OUTPUT_HANDLE), &information) != 0;
     return isKnown ? information.srWindow : otherwise;
 }
 
-/// Colours, and going up over what was written.
+/// Enables escape sequences, for colours and cursor movement.
 void ObeyEscapeSequences() {
     const HANDLE output = GetStdHandle(STD_OUTPUT_HANDLE);
     DWORD mode = 0;
@@ -78,7 +78,7 @@ bool IsReaderGone(const Error& failedWrite) {
     return failedWrite.systemCode == ERROR_NO_DATA || failedWrite.systemCode == ERROR_BROKEN_PIPE;
 }
 
-// The system tells of it at the next write only.
+// Windows reports a lost reader only at the next write.
 void* OutputReaderGone() {
     return nullptr;
 }
