@@ -50,7 +50,8 @@ void CheckPaths(const Settings& read) {
 }
 
 void CheckLimits(const Settings& read) {
-    fuzz::Require(read.autoDeleteDays >= 1 && read.autoDeleteDays <= 36500, "the days are within their limits");
+    fuzz::Require(read.autoDeleteWorkFolder.days >= 1 && read.autoDeleteWorkFolder.days <= 36500,
+                  "the days are within their limits");
     fuzz::Require(read.parallelJobs >= 1 && read.parallelJobs <= settings::mostParallelJobs,
                   "the number of jobs is within its limits");
     fuzz::Require(read.cancelGraceSeconds >= 0 && read.cancelGraceSeconds <= 3600, "the grace is within its limits");
@@ -112,7 +113,7 @@ std::wstring Written(const Settings& read) {
     writer.Add(L"cancelGraceSeconds", read.cancelGraceSeconds);
     writer.Add(L"parallelJobs", read.parallelJobs);
     writer.Add(L"scenarioLogLimitBytes", read.scenarioLogLimitBytes);
-    writer.AddAutoDelete(read.autoDeleteWorkFolder, read.autoDeleteDays);
+    writer.AddAutoDelete(read.autoDeleteWorkFolder.enabled, read.autoDeleteWorkFolder.days);
     writer.AddInterpreters(read.interpreters);
     return writer.Finished();
 }

@@ -13,11 +13,11 @@ std::wstring ControllerCSWrapper::GetJobListFile() {
 
 bool ControllerCSWrapper::IsAutoDeleteWorkFolder(int& days) {
     return boundary::Guard("IsAutoDeleteWorkFolder", [&] {
-        const auto current = settings::Current();
-        if (current->autoDeleteWorkFolder) {
-            days = current->autoDeleteDays;
+        const settings::AutoDelete autoDelete = settings::Current()->autoDeleteWorkFolder;
+        if (autoDelete.enabled) {
+            days = autoDelete.days;
         }
-        return current->autoDeleteWorkFolder;
+        return autoDelete.enabled;
     });
 }
 

@@ -16,6 +16,14 @@ namespace settings {
 /// A host waits for the processes of all running jobs at once, and Windows waits for at most 64 handles.
 inline constexpr std::int32_t mostParallelJobs = 60;
 
+/// Automatic deletion of old jobs; `days` is the age limit.
+struct AutoDelete {
+    bool enabled = false;
+    std::int32_t days = 30;
+
+    bool operator==(const AutoDelete&) const = default;
+};
+
 /// The settings in force. All paths are absolute.
 struct Settings {
     /// The file that the settings were read from; empty for the built-in defaults.
@@ -26,8 +34,7 @@ struct Settings {
     std::wstring logFile;
     /// Records below this level are not written to the log file.
     log_file::Level logLevel = log_file::Level::Info;
-    bool autoDeleteWorkFolder = false;
-    std::int32_t autoDeleteDays = 30;
+    AutoDelete autoDeleteWorkFolder;
     std::vector<ScenarioDirectory> scenarioDirectories;
     std::wstring culture = L"en-US";
     std::wstring defaultCulture = L"en-US";

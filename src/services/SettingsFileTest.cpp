@@ -128,8 +128,7 @@ TEST_F(SettingsFileTest, TakesEveryMember) {
     expected.jobListFile = directory / L"conf\\lists\\job_list.json";
     expected.logFile = directory / L"conf\\c.log";
     expected.logLevel = log_file::Level::Warning;
-    expected.autoDeleteWorkFolder = true;
-    expected.autoDeleteDays = 7;
+    expected.autoDeleteWorkFolder = {true, 7};
     expected.scenarioDirectories = {{directory / L"conf\\scenarios", L"Ours"}, {directory / L"common", L""}};
     expected.culture = L"de-DE";
     expected.defaultCulture = L"fr";

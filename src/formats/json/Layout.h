@@ -20,18 +20,42 @@ struct Layout;
 
 enum class Presence : std::int32_t { Optional, Required };
 
-/// One member of a record.
-template <typename Record, typename Value>
-struct Member {
-    std::string_view name;
-    Value Record::*pointer;
-    Presence presence = Presence::Optional;
-};
+/// The rule of a member that accepts every value of its type.
+struct AnyValue {};
 
-template <typename Record, typename Value>
-Member(std::string_view, Value Record::*) -> Member<Record, Value>;
-template <typename Record, typename Value>
-Member(std::string_view, Value Record::*, Presence) -> Member<Record, Value>;
+/// Attaches a rule to a `Member`. A rule restricts the values of a member in a file that people write; the reader
+/// rejects any other value with its line and column. The rule of a list applies to its elements. The rule of a text or
+/// number:
+///
+///     struct Days {
+///         static constexpr auto expected = L"a whole number from 1 to 36500";
+///         static bool Accepts(std::int32_t days) { return days >= 1 && days <= 36500; }
+///     };
+///
+/// `static bool ReadText(Value&, std::string_view)` reads keywords for a value of another type. The rule of a record
+/// has `members` that replace its `Layout` in this file. The rule of a map also has `expectedName` and `AcceptsName`
+/// for the names of its members.
+template <typename Rule>
+struct RuleTag {};
+template <typename Rule>
+inline constexpr RuleTag<Rule> rule;
+
+/// One member of a record.
+template <typename RecordType, typename ValueType, typename RuleType = AnyValue>
+struct Member {
+    using Rule = RuleType;
+
+    constexpr Member(std::string_view memberName, ValueType RecordType::*member,
+                     Presence memberPresence = Presence::Optional)
+        : name(memberName), pointer(member), presence(memberPresence) {}
+    constexpr Member(std::string_view memberName, ValueType RecordType::*member, RuleTag<RuleType>,
+                     Presence memberPresence = Presence::Optional)
+        : name(memberName), pointer(member), presence(memberPresence) {}
+
+    std::string_view name;
+    ValueType RecordType::*pointer;
+    Presence presence;
+};
 
 /// The member "version", which identifies the layout of a file. Always written; rejected if it is newer than `newest`.
 struct Version {

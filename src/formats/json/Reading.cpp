@@ -77,4 +77,17 @@ std::wstring ProblemInFile(const std::wstring& path, const std::wstring& problem
     return platform::ToNativeText(path) + L", " + problem;
 }
 
+bool ReadFileTarget(const std::wstring& path, std::size_t limit, Target root, std::wstring& problem,
+                    std::vector<std::wstring>* unknownMembers) {
+    std::string bytes;
+    if (!LoadFile(path, limit, bytes, problem)) {
+        return false;
+    }
+    if (ReadTarget(std::move(bytes), root, problem, unknownMembers)) {
+        return true;
+    }
+    problem = ProblemInFile(path, problem);
+    return false;
+}
+
 } // namespace json

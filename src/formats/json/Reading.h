@@ -37,33 +37,34 @@ std::wstring PlaceInFile(const std::wstring& path, std::size_t limit, const std:
 /// Prefixes a problem with its file: "C:\a.json, line 3, column 14: ..."
 std::wstring ProblemInFile(const std::wstring& path, const std::wstring& problem);
 
-/// Reads one value from text (`std::string` in UTF-8, or `std::wstring_view`). On failure returns false and leaves
-/// `value` unchanged.
-template <typename Text, typename Value>
+/// As `ReadTarget`, from a file of at most `limit` bytes. `problem` names the file and the position. The messages in
+/// `unknownMembers` contain the position only; `ProblemInFile` adds the file.
+[[nodiscard]] bool ReadFileTarget(const std::wstring& path, std::size_t limit, Target root, std::wstring& problem,
+                                  std::vector<std::wstring>* unknownMembers = nullptr);
+
+/// Reads one value from text (`std::string` in UTF-8, or `std::wstring_view`) under a rule. On failure returns false
+/// and leaves `value` unchanged.
+template <typename Rule = AnyValue, typename Text, typename Value>
 [[nodiscard]] bool Read(Text text, Value& value, std::wstring& problem,
                         std::vector<std::wstring>* unknownMembers = nullptr) {
     Value fresh{};
-    if (!ReadTarget(std::move(text), TargetOf(fresh), problem, unknownMembers)) {
+    if (!ReadTarget(std::move(text), TargetOf<Rule>(fresh), problem, unknownMembers)) {
         return false;
     }
     value = std::move(fresh);
     return true;
 }
 
-/// Reads one value from a file. On failure returns false, leaves `value` unchanged, and sets `problem` with file and
-/// position. The messages in `unknownMembers` contain the position only; `ProblemInFile` adds the file.
+/// Reads one value from a file as `ReadFileTarget` does. On failure returns false and leaves `value` unchanged.
 template <typename Value>
 [[nodiscard]] bool ReadFile(const std::wstring& path, std::size_t limit, Value& value, std::wstring& problem,
                             std::vector<std::wstring>* unknownMembers = nullptr) {
-    std::string bytes;
-    if (!LoadFile(path, limit, bytes, problem)) {
+    Value fresh{};
+    if (!ReadFileTarget(path, limit, TargetOf(fresh), problem, unknownMembers)) {
         return false;
     }
-    if (Read(std::move(bytes), value, problem, unknownMembers)) {
-        return true;
-    }
-    problem = ProblemInFile(path, problem);
-    return false;
+    value = std::move(fresh);
+    return true;
 }
 
 } // namespace json

@@ -54,16 +54,22 @@ struct Shape {
     const wchar_t* incomplete = nullptr;
 };
 
-template <typename Value>
+template <typename Value, typename Rule = AnyValue>
 struct ShapeOf;
 
-template <typename Value>
+template <typename Rule = AnyValue, typename Value>
 Target TargetOf(Value& value) {
-    return {&ShapeOf<Value>::shape, &value};
+    return {&ShapeOf<Value, Rule>::shape, &value};
 }
-template <typename Value>
+template <typename Rule = AnyValue, typename Value>
 Target TargetOf(std::optional<Value>& value) {
-    return TargetOf(value.emplace());
+    return TargetOf<Rule>(value.emplace());
+}
+/// The list in the text takes the place of the elements that the default has.
+template <typename Rule = AnyValue, typename Element>
+Target TargetOf(std::vector<Element>& list) {
+    list.clear();
+    return {&ShapeOf<std::vector<Element>, Rule>::shape, &list};
 }
 
 /// Parses a whole number; returns false if `digits` is not one or the type cannot hold it.
@@ -132,32 +138,84 @@ struct ShapeOf<std::wstring> {
     static const Shape shape;
 };
 
-template <typename Element>
-struct ShapeOf<std::vector<Element>> {
-    static Target Append(void* object) { return TargetOf(static_cast<std::vector<Element>*>(object)->emplace_back()); }
+template <typename Rule>
+concept RestrictsNames = requires(const std::wstring& name) {
+    Rule::AcceptsName(name);
+};
+
+template <typename Element, typename Rule>
+struct ShapeOf<std::vector<Element>, Rule> {
+    static Target Append(void* object) {
+        return TargetOf<Rule>(static_cast<std::vector<Element>*>(object)->emplace_back());
+    }
     static constexpr Shape shape{.expected = L"a list", .element = Append};
 };
 
-template <typename Value>
-struct ShapeOf<std::map<std::wstring, Value>> {
+template <typename Value, typename Rule>
+struct ShapeOf<std::map<std::wstring, Value>, Rule> {
     static Target Insert(void* object, std::string_view marked) {
-        const auto [entry, isNew] =
-            static_cast<std::map<std::wstring, Value>*>(object)->try_emplace(text::FromTrustedWtf8(marked));
-        return isNew ? TargetOf(entry->second) : Target();
+        const std::wstring name = text::FromTrustedWtf8(marked);
+        if constexpr (RestrictsNames<Rule>) {
+            static constexpr Shape badNameShape{.expected = Rule::expectedName};
+            if (!Rule::AcceptsName(name)) {
+                return {&badNameShape, object};
+            }
+        }
+        const auto [entry, isNew] = static_cast<std::map<std::wstring, Value>*>(object)->try_emplace(name);
+        return isNew ? TargetOf<Rule>(entry->second) : Target();
     }
     static constexpr Shape shape{.expected = L"an object", .entry = Insert};
 };
 
-/// A record with a `Layout`.
-template <typename Record>
+template <typename Rule>
+concept RestrictsValues = requires {
+    Rule::expected;
+};
+
+/// A text, number or word that a rule restricts.
+template <typename Value, RestrictsValues Rule>
+struct ShapeOf<Value, Rule> {
+    static constexpr bool isText = std::is_same_v<Value, std::wstring>;
+    static constexpr bool hasWords = requires(Value & value, std::string_view word) { Rule::ReadText(value, word); };
+
+    [[nodiscard]] static bool ReadText(void* object, std::string_view marked) {
+        Value& value = *static_cast<Value*>(object);
+        if constexpr (hasWords) {
+            return Rule::ReadText(value, marked);
+        } else if constexpr (isText) {
+            value = text::FromTrustedWtf8(marked);
+            return Rule::Accepts(value);
+        } else {
+            return false;
+        }
+    }
+
+    [[nodiscard]] static bool ReadNumber(void* object, std::string_view digits) {
+        Value& value = *static_cast<Value*>(object);
+        if constexpr (std::integral<Value>) {
+            return ParseWholeNumber(digits, value) && Rule::Accepts(value);
+        } else {
+            return false;
+        }
+    }
+
+    static constexpr Shape shape{.expected = Rule::expected,
+                                 .text = isText || hasWords ? ReadText : nullptr,
+                                 .number = std::integral<Value> ? ReadNumber : nullptr};
+};
+
+/// A record with a `Layout`, or with the members that a rule says.
+template <typename Record, typename Rule>
 struct ShapeOf {
+    using Fields = std::conditional_t<std::is_same_v<Rule, AnyValue>, Layout<Record>, Rule>;
+
     template <std::size_t index>
     static Target MemberTarget(void* record) {
-        constexpr auto member = std::get<index>(Layout<Record>::members);
+        constexpr auto member = std::get<index>(Fields::members);
         if constexpr (std::is_same_v<decltype(member), const Version>) {
             return {&versionShape, record};
         } else {
-            return TargetOf(static_cast<Record*>(record)->*member.pointer);
+            return TargetOf<typename decltype(member)::Rule>(static_cast<Record*>(record)->*member.pointer);
         }
     }
 
@@ -166,13 +224,13 @@ struct ShapeOf {
         return ParseWholeNumber(digits, version) && version >= 1 && version <= Version::newest;
     }
 
-    static constexpr std::size_t memberCount = std::tuple_size_v<decltype(Layout<Record>::members)>;
+    static constexpr std::size_t memberCount = std::tuple_size_v<decltype(Fields::members)>;
     static_assert(memberCount <= 64);
 
     template <std::size_t... index>
     static constexpr std::array<MemberShape, memberCount> Members(std::index_sequence<index...>) {
-        return {MemberShape{std::get<index>(Layout<Record>::members).name, MemberTarget<index>,
-                            std::get<index>(Layout<Record>::members).presence}...};
+        return {MemberShape{std::get<index>(Fields::members).name, MemberTarget<index>,
+                            std::get<index>(Fields::members).presence}...};
     }
 
     static constexpr Shape versionShape{.expected = L"version 1, the newest that this program knows",

@@ -46,8 +46,8 @@ const std::vector<std::wstring>& Headings() {
     return headings;
 }
 
-template <typename Record, typename Value>
-void AppendMember(const Record& record, const Member<Record, Value>& member, std::wstring& json) {
+template <typename Record, typename Value, typename Rule>
+void AppendMember(const Record& record, const Member<Record, Value, Rule>& member, std::wstring& json) {
     Append(record.*member.pointer, json);
 }
 
