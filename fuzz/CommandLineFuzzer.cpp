@@ -3,9 +3,9 @@
 #include <vector>
 
 #include "CommonControllerLib/CLIArgumentParser.h"
-#include "controller_cli/LongOptions.h"
-#include "controller_cli/ShortOptionArguments.h"
-#include "controller_cli/ShortOptionUsage.h"
+#include "controller_cli/command_line/LongOptions.h"
+#include "controller_cli/command_line/ShortOptionArguments.h"
+#include "controller_cli/command_line/ShortOptionUsage.h"
 #include "controller_host/HostOptions.h"
 #include "fuzz/support/ByteSource.h"
 #include "fuzz/support/Require.h"

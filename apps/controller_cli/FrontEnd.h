@@ -1,7 +1,7 @@
 #pragma once
 
-#include "controller_cli/CommandContext.h"
-#include "controller_cli/CommandFailure.h"
+#include "controller_cli/commands/CommandContext.h"
+#include "controller_cli/commands/CommandFailure.h"
 
 #include <string>
 #include <vector>

@@ -1,9 +1,9 @@
 #include <optional>
 
 #include "controller_cli/FrontEnd.h"
-#include "controller_cli/LongOptions.h"
-#include "controller_cli/SystemConsole.h"
-#include "controller_cli/SystemHostAccess.h"
+#include "controller_cli/command_line/LongOptions.h"
+#include "controller_cli/connection/SystemHostAccess.h"
+#include "controller_cli/terminal/SystemConsole.h"
 #include "platform/processes/ProgramArguments.h"
 #include "platform/processes/StopSignal.h"
 #include "platform/system/Clock.h"

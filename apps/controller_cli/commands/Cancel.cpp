@@ -6,9 +6,9 @@
 #include <utility>
 #include <vector>
 
-#include "controller_cli/HostSession.h"
-#include "controller_cli/JobSelection.h"
-#include "controller_cli/JobTable.h"
+#include "controller_cli/commands/JobSelection.h"
+#include "controller_cli/connection/HostSession.h"
+#include "controller_cli/output/JobTable.h"
 #include "formats/JobStates.h"
 
 namespace controller_cli::commands {

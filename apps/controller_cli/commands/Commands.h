@@ -1,9 +1,9 @@
 #pragma once
 
-#include "controller_cli/CommandContext.h"
-#include "controller_cli/CommandFailure.h"
-#include "controller_cli/HostConnection.h"
-#include "controller_cli/LongOptions.h"
+#include "controller_cli/command_line/LongOptions.h"
+#include "controller_cli/commands/CommandContext.h"
+#include "controller_cli/commands/CommandFailure.h"
+#include "controller_cli/connection/HostConnection.h"
 
 /// The long commands. Each writes its results to the console, and throws `CommandFailure` if it cannot continue.
 namespace controller_cli::commands {

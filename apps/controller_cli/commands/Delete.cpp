@@ -2,9 +2,9 @@
 
 #include <algorithm>
 
-#include "controller_cli/HostSession.h"
-#include "controller_cli/JobSelection.h"
-#include "controller_cli/JobTable.h"
+#include "controller_cli/commands/JobSelection.h"
+#include "controller_cli/connection/HostSession.h"
+#include "controller_cli/output/JobTable.h"
 
 namespace controller_cli::commands {
 namespace {

@@ -3,10 +3,10 @@
 #include <string>
 
 #include "CommonControllerLib/PathFuncs.h"
-#include "controller_cli/HostSession.h"
-#include "controller_cli/JobRow.h"
-#include "controller_cli/JobSelection.h"
-#include "controller_cli/TerminalText.h"
+#include "controller_cli/commands/JobSelection.h"
+#include "controller_cli/connection/HostSession.h"
+#include "controller_cli/jobs/JobRow.h"
+#include "controller_cli/terminal/TerminalText.h"
 #include "formats/JobStates.h"
 #include "formats/RunProtocol.h"
 #include "platform/files/File.h"

@@ -1,8 +1,8 @@
 #include "controller_cli/commands/Commands.h"
 
-#include "controller_cli/DisplayText.h"
-#include "controller_cli/HostSession.h"
-#include "controller_cli/JsonOutput.h"
+#include "controller_cli/connection/HostSession.h"
+#include "controller_cli/output/DisplayText.h"
+#include "controller_cli/output/JsonOutput.h"
 
 namespace controller_cli::commands {
 namespace {

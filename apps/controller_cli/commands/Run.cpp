@@ -3,11 +3,11 @@
 #include <algorithm>
 
 #include "ControllerCSWrapper/ControllerCSWrapper.h"
-#include "controller_cli/FileRoles.h"
-#include "controller_cli/InputSets.h"
-#include "controller_cli/JobRow.h"
-#include "controller_cli/Problems.h"
-#include "controller_cli/WaitForCompletion.h"
+#include "controller_cli/commands/FileRoles.h"
+#include "controller_cli/commands/InputSets.h"
+#include "controller_cli/commands/Problems.h"
+#include "controller_cli/commands/WaitForCompletion.h"
+#include "controller_cli/jobs/JobRow.h"
 #include "formats/JobStates.h"
 #include "platform/files/FileSystem.h"
 #include "platform/files/NativePath.h"

@@ -1,10 +1,10 @@
 #include "controller_cli/commands/Commands.h"
 
-#include "controller_cli/HostSession.h"
-#include "controller_cli/JobTable.h"
-#include "controller_cli/JsonOutput.h"
-#include "controller_cli/Problems.h"
-#include "controller_cli/Table.h"
+#include "controller_cli/commands/Problems.h"
+#include "controller_cli/connection/HostSession.h"
+#include "controller_cli/output/JobTable.h"
+#include "controller_cli/output/JsonOutput.h"
+#include "controller_cli/output/Table.h"
 #include "platform/files/NativePath.h"
 
 namespace controller_cli::commands {

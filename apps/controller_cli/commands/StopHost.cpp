@@ -1,7 +1,7 @@
 #include "controller_cli/commands/Commands.h"
 
-#include "controller_cli/HostSession.h"
-#include "controller_cli/Problems.h"
+#include "controller_cli/commands/Problems.h"
+#include "controller_cli/connection/HostSession.h"
 
 namespace controller_cli::commands {
 namespace {

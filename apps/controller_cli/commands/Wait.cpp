@@ -2,8 +2,8 @@
 
 #include <algorithm>
 
-#include "controller_cli/JobSelection.h"
-#include "controller_cli/WaitForCompletion.h"
+#include "controller_cli/commands/JobSelection.h"
+#include "controller_cli/commands/WaitForCompletion.h"
 
 namespace controller_cli::commands {
 

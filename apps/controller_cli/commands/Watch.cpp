@@ -4,9 +4,9 @@
 #include <iterator>
 #include <set>
 
-#include "controller_cli/JobWatcher.h"
-#include "controller_cli/JsonOutput.h"
-#include "controller_cli/ProgressScreen.h"
+#include "controller_cli/jobs/JobWatcher.h"
+#include "controller_cli/output/JsonOutput.h"
+#include "controller_cli/output/ProgressScreen.h"
 #include "formats/JobStates.h"
 
 namespace controller_cli::commands {

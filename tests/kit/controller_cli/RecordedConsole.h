@@ -1,6 +1,6 @@
 #pragma once
 
-#include "controller_cli/Console.h"
+#include "controller_cli/terminal/Console.h"
 #include "text/Text.h"
 
 #include <functional>

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "CommonControllerLib/JobRecords.h"
-#include "controller_cli/HostAccess.h"
+#include "controller_cli/connection/HostAccess.h"
 #include "kit/doubles/ScriptedTransmitter.h"
 
 #include <functional>

@@ -1,0 +1,241 @@
+#include "controller_cli/command_line/LongOptions.h"
+
+#include <algorithm>
+#include <array>
+#include <iterator>
+#include <utility>
+
+#include <CLI/CLI.hpp>
+
+#include "controller_cli/command_line/NamesInText.h"
+#include "text/Text.h"
+
+namespace controller_cli {
+namespace {
+
+using Arguments = std::vector<std::wstring>;
+
+struct Switch {
+    const char* name;
+    LongCommandKind kind;
+};
+
+/// The commands that take no value.
+constexpr std::array plainCommands = {
+    Switch{"--help", LongCommandKind::Help},
+    Switch{"--version", LongCommandKind::Version},
+    Switch{"--list", LongCommandKind::List},
+    Switch{"--watch", LongCommandKind::Watch},
+    Switch{"--cancel-all", LongCommandKind::CancelAll},
+    Switch{"--scenarios", LongCommandKind::Scenarios},
+    Switch{"--stop-host", LongCommandKind::StopHost},
+};
+
+/// The commands that take a value.
+constexpr std::array namingCommands = {
+    Switch{"--run", LongCommandKind::Run},       Switch{"--wait", LongCommandKind::Wait},
+    Switch{"--cancel", LongCommandKind::Cancel}, Switch{"--delete", LongCommandKind::Delete},
+    Switch{"--log", LongCommandKind::Log},       Switch{"--parameter-sets", LongCommandKind::ParameterSets},
+};
+
+constexpr std::array optionsWithValues = {"--output", "--argument", "-l,--log-file"};
+constexpr std::array flags = {"--json", "--follow", "-f,--client-only"};
+
+/// More than fit on any system's command line.
+constexpr int mostInputs = 1 << 24;
+
+std::vector<std::wstring> WideTexts(const std::vector<std::string>& texts) {
+    std::vector<std::wstring> wide;
+    std::transform(texts.begin(), texts.end(), std::back_inserter(wide), text::FromUtf8);
+    return wide;
+}
+
+/// The library expects its arguments in reverse order.
+std::vector<std::string> ReversedUtf8(const std::vector<std::wstring>& arguments) {
+    std::vector<std::string> reversed;
+    std::transform(arguments.rbegin(), arguments.rend(), std::back_inserter(reversed), text::ToUtf8);
+    return reversed;
+}
+
+void Describe(CLI::App& app) {
+    app.set_help_flag("");
+    app.allow_windows_style_options(false);
+    app.allow_extras();
+    for (const Switch& command : plainCommands) {
+        app.add_flag(command.name);
+    }
+    for (const Switch& command : namingCommands) {
+        const int most = command.kind == LongCommandKind::Run ? mostInputs : 1;
+        app.add_option(command.name)->expected(1, most)->multi_option_policy(CLI::MultiOptionPolicy::Throw);
+    }
+    for (const char* const name : optionsWithValues) {
+        app.add_option(name);
+    }
+    for (const char* const name : flags) {
+        app.add_flag(name);
+    }
+}
+
+bool IsGiven(const CLI::App& app, const char* name) {
+    return app.get_option(name)->count() > 0;
+}
+
+std::vector<std::wstring> ValuesOf(const CLI::App& app, const char* name) {
+    return WideTexts(app.get_option(name)->results());
+}
+
+std::wstring ValueOf(const CLI::App& app, const char* name) {
+    return IsGiven(app, name) ? ValuesOf(app, name).back() : std::wstring();
+}
+
+const Switch* OneCommand(const CLI::App& app) {
+    const Switch* given = nullptr;
+    const auto look = [&](const Switch& command) {
+        if (!IsGiven(app, command.name)) {
+            return;
+        }
+        if (given != nullptr) {
+            throw UsageProblem{L"Usage/TwoCommands", text::FromUtf8(command.name)};
+        }
+        given = &command;
+    };
+    std::for_each(plainCommands.begin(), plainCommands.end(), look);
+    std::for_each(namingCommands.begin(), namingCommands.end(), look);
+    return given;
+}
+
+bool NamesSomething(const Switch& command) {
+    return std::any_of(namingCommands.begin(), namingCommands.end(),
+                       [&](const Switch& each) { return each.kind == command.kind; });
+}
+
+/// `operands` are the arguments after "--".
+void TakeNames(const CLI::App& app, const Switch& given, const Arguments& operands, LongCommand& command) {
+    if (!NamesSomething(given)) {
+        return;
+    }
+    std::vector<std::wstring> values = ValuesOf(app, given.name);
+    values.insert(values.end(), operands.begin(), operands.end());
+    const std::wstring name = text::FromUtf8(given.name);
+    if (given.kind == LongCommandKind::Run) {
+        if (values.size() < 2) {
+            throw UsageProblem{L"Usage/NoInputs", name};
+        }
+        command.scenario = values.front();
+        command.inputs.assign(values.begin() + 1, values.end());
+        return;
+    }
+    if (values.size() > 1) {
+        throw UsageProblem{L"Usage/WrongValue", name};
+    }
+    const bool takesOne = given.kind == LongCommandKind::Log || given.kind == LongCommandKind::ParameterSets;
+    command.ids = takesOne ? WithoutBlanks(values) : NamesInText(values.front());
+    if (command.ids.empty()) {
+        throw UsageProblem{L"Usage/ValueMissing", name};
+    }
+}
+
+bool CanBeJson(LongCommandKind kind) {
+    constexpr std::array reading = {LongCommandKind::List, LongCommandKind::Watch,     LongCommandKind::Run,
+                                    LongCommandKind::Wait, LongCommandKind::Scenarios, LongCommandKind::ParameterSets};
+    return std::find(reading.begin(), reading.end(), kind) != reading.end();
+}
+
+/// An option without effect is a usage error.
+void RefuseIdleOptions(const CLI::App& app, const LongCommand& command) {
+    const auto refuse = [&](const char* name, bool isIdle) {
+        if (isIdle && IsGiven(app, name)) {
+            throw UsageProblem{L"Usage/IdleOption", text::FromUtf8(name)};
+        }
+    };
+    refuse("--json", !CanBeJson(command.kind));
+    refuse("--follow", command.kind != LongCommandKind::Log);
+    refuse("--output", command.kind != LongCommandKind::Run);
+    refuse("--argument", command.kind != LongCommandKind::Run);
+}
+
+LongCommand CommandOf(const CLI::App& app, const Arguments& operands) {
+    if (const auto rest = app.remaining(); !rest.empty()) {
+        throw UsageProblem{L"Usage/UnknownArgument", text::FromUtf8(rest.front())};
+    }
+    const Switch* const given = OneCommand(app);
+    if (given == nullptr) {
+        throw UsageProblem{L"Usage/NoCommand", {}};
+    }
+    if (!operands.empty() && !NamesSomething(*given)) {
+        throw UsageProblem{L"Usage/UnknownArgument", operands.front()};
+    }
+    LongCommand command;
+    command.kind = given->kind;
+    TakeNames(app, *given, operands, command);
+    command.outputFolder = ValueOf(app, "--output");
+    command.runArgument = ValueOf(app, "--argument");
+    command.logFile = ValueOf(app, "--log-file");
+    command.asJson = IsGiven(app, "--json");
+    command.follows = IsGiven(app, "--follow");
+    command.clientOnly = IsGiven(app, "--client-only");
+    RefuseIdleOptions(app, command);
+    return command;
+}
+
+/// A command line split at its first "--".
+struct PartedArguments {
+    Arguments options;
+    /// The arguments after "--"; never options.
+    Arguments operands;
+};
+
+bool IsNamingCommand(const std::wstring& argument) {
+    return std::any_of(namingCommands.begin(), namingCommands.end(),
+                       [&](const Switch& command) { return text::FromUtf8(command.name) == argument; });
+}
+
+/// The library supports values of options only. If a command has no value before the "--", the first operand is
+/// attached to it ("--run=-a.rb").
+void AttachFirstOperand(PartedArguments& parted) {
+    for (std::size_t i = 0; i < parted.options.size() && !parted.operands.empty(); ++i) {
+        const bool isLast = i + 1 == parted.options.size();
+        if (IsNamingCommand(parted.options[i]) && (isLast || parted.options[i + 1].starts_with(L"-"))) {
+            parted.options[i] += L"=" + parted.operands.front();
+            parted.operands.erase(parted.operands.begin());
+            return;
+        }
+    }
+}
+
+PartedArguments Part(const Arguments& arguments) {
+    const auto end = std::find(arguments.begin(), arguments.end(), L"--");
+    PartedArguments parted{{arguments.begin(), end}, {}};
+    if (end != arguments.end()) {
+        parted.operands.assign(std::next(end), arguments.end());
+    }
+    AttachFirstOperand(parted);
+    return parted;
+}
+
+} // namespace
+
+bool HasLongOptions(const std::vector<std::wstring>& arguments) {
+    const auto end = std::find(arguments.begin(), arguments.end(), L"--");
+    return std::any_of(arguments.begin(), end,
+                       [](const std::wstring& argument) { return argument.starts_with(L"--"); });
+}
+
+LongCommand ParseLongCommand(const std::vector<std::wstring>& arguments) {
+    const PartedArguments parted = Part(arguments);
+    if (std::find(parted.options.begin(), parted.options.end(), L"--help") != parted.options.end()) {
+        return {.kind = LongCommandKind::Help};
+    }
+    CLI::App app;
+    Describe(app);
+    try {
+        app.parse(ReversedUtf8(parted.options));
+    } catch (const CLI::ParseError& error) {
+        // The message starts with the option that caused it: "--wait: 1 required ...".
+        const std::string what = error.what();
+        throw UsageProblem{L"Usage/WrongValue", text::FromUtf8(what.substr(0, what.find(':')))};
+    }
+    return CommandOf(app, parted.operands);
+}
+
+} // namespace controller_cli

@@ -1,0 +1,94 @@
+#include "controller_cli/connection/RequestProxy.h"
+
+#include "CommonControllerLib/EventTransmitter.h"
+#include "controller_plugins/EventTransmitterExtension.h"
+#include "formats/Messages.h"
+
+namespace controller_cli {
+
+template <typename Content>
+bool RequestProxy::Send(const events::Event<Content>& event, const std::type_identity_t<Content>& content) {
+    return Post(event.name, messages::Serialize(event, content));
+}
+
+bool RequestProxy::Post(const std::wstring& name, const std::wstring& payload) {
+    return extension != nullptr ? extension->PostEvent(name, payload) : transmitter.SendEvent(name, payload);
+}
+
+bool RequestProxy::EnqueueJobs(EnqueueJobsInfo& info) {
+    return Send(events::enqueueJobs, info);
+}
+
+bool RequestProxy::CancelJobs(std::vector<std::wstring>& ids) {
+    return Send(events::cancelJobs, ids);
+}
+
+bool RequestProxy::CancelAllJobs() {
+    return Send(events::cancelAllJobs, {});
+}
+
+bool RequestProxy::FetchScenariosRequest() {
+    return Send(events::fetchScenariosRequest, {});
+}
+
+bool RequestProxy::FetchScenarioParameterSetsRequest(const std::wstring& scenarioId) {
+    return Send(events::fetchScenarioParameterSetsRequest, scenarioId);
+}
+
+bool RequestProxy::InitJobsRequest() {
+    return Send(events::initJobsRequest, {});
+}
+
+bool RequestProxy::DeleteJobsRequest(std::vector<std::wstring>& ids) {
+    return Send(events::deleteJobsRequest, ids);
+}
+
+bool RequestProxy::FetchLocalizedStringsRequest(const std::wstring& culture) {
+    return Send(events::fetchLocalizedStringsRequest, culture);
+}
+
+bool RequestProxy::InitCultureRequest() {
+    return Send(events::initCultureRequest, {});
+}
+
+bool RequestProxy::TerminateRequest() {
+    return Send(events::terminateRequest, {});
+}
+
+bool RequestProxy::CheckJobStatusRequest(const std::vector<std::wstring>& ids) {
+    return Send(events::checkJobStatusRequest, ids);
+}
+
+bool RequestProxy::FetchServiceListRequest() {
+    return Send(events::fetchServiceListRequest, {});
+}
+
+bool RequestProxy::FetchUserSettingsRequest() {
+    return Send(events::fetchUserSettingsRequest, {});
+}
+
+bool RequestProxy::WriteUserSettingsRequest(WriteUserSettingsInfo& /*settings*/) {
+    return Send(events::writeUserSettingsRequest, {});
+}
+
+bool RequestProxy::ClearUserSettingsRequest() {
+    return Send(events::clearUserSettingsRequest, {});
+}
+
+bool RequestProxy::ShowSettingDialogRequest() {
+    return Send(events::showSettingDialogRequest, {});
+}
+
+bool RequestProxy::FetchScenarioEditorPathRequest() {
+    return Send(events::fetchScenarioEditorPathRequest, {});
+}
+
+bool RequestProxy::FetchPreviousStateFilePathRequest() {
+    return Send(events::fetchPreviousStateFilePathRequest, {});
+}
+
+bool RequestProxy::FetchThirdPartyNoticesPathRequest() {
+    return Send(events::fetchThirdPartyNoticesPathRequest, {});
+}
+
+} // namespace controller_cli

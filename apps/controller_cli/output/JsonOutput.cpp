@@ -1,0 +1,147 @@
+#include "controller_cli/output/JsonOutput.h"
+
+#include <algorithm>
+#include <iterator>
+#include <tuple>
+
+#include "formats/json/RecordLayouts.h"
+#include "formats/json/Writing.h"
+#include "platform/files/NativePath.h"
+
+namespace controller_cli {
+namespace {
+
+/// Paths are in native notation.
+struct JobReport {
+    std::int32_t number = 0;
+    std::wstring id;
+    std::wstring status;
+    std::int32_t progress = 0;
+    std::wstring message;
+    std::wstring scenario;
+    std::vector<std::wstring> inputFiles;
+    std::wstring runArgument;
+    std::wstring outputFolder;
+    std::wstring workDirectory;
+    std::wstring startTime;
+    std::wstring endTime;
+    std::vector<std::wstring> messages;
+    std::vector<std::wstring> outputFiles;
+};
+
+struct ScenarioReport {
+    std::wstring id;
+    std::wstring name;
+    std::wstring path;
+    std::vector<InputFileSpec> inputs;
+};
+
+struct JobsDocument {
+    std::vector<JobReport> jobs;
+};
+
+struct ScenariosDocument {
+    std::vector<ScenarioReport> scenarios;
+};
+
+struct ParameterSetsDocument {
+    std::vector<ScenarioParameterSetInfo> parameterSets;
+};
+
+std::vector<std::wstring> NativeTexts(const std::vector<std::wstring>& paths) {
+    std::vector<std::wstring> texts;
+    std::transform(paths.begin(), paths.end(), std::back_inserter(texts), platform::ToNativeText);
+    return texts;
+}
+
+JobReport ReportOf(const JobRow& view) {
+    const JobListInfo& job = view.job;
+    JobReport report;
+    report.number = job.seqId;
+    report.id = job.id;
+    report.status = StatusName(job.status);
+    report.progress = view.progress;
+    report.message = view.message;
+    report.scenario = job.scenario.displayName;
+    report.inputFiles = NativeTexts(job.inputFiles);
+    report.runArgument = job.runArgument;
+    report.outputFolder = platform::ToNativeText(view.outputFolder);
+    report.workDirectory = platform::ToNativeText(view.workDirectory);
+    report.startTime = job.startTime;
+    report.endTime = job.endTime;
+    report.messages = view.messages;
+    report.outputFiles = NativeTexts(view.outputFiles);
+    return report;
+}
+
+ScenarioReport ReportOf(const ScenarioInfo& scenario) {
+    return {scenario.id, scenario.displayName, platform::ToNativeText(scenario.path), scenario.inputs};
+}
+
+} // namespace
+} // namespace controller_cli
+
+namespace json {
+
+template <>
+struct Layout<controller_cli::JobReport> {
+    using Record = controller_cli::JobReport;
+    static constexpr auto members =
+        std::make_tuple(Member{"number", &Record::number}, Member{"id", &Record::id}, Member{"status", &Record::status},
+                        Member{"progress", &Record::progress}, Member{"message", &Record::message},
+                        Member{"scenario", &Record::scenario}, Member{"inputFiles", &Record::inputFiles},
+                        Member{"runArgument", &Record::runArgument}, Member{"outputFolder", &Record::outputFolder},
+                        Member{"workFolder", &Record::workDirectory}, Member{"startTime", &Record::startTime},
+                        Member{"endTime", &Record::endTime}, Member{"messages", &Record::messages},
+                        Member{"outputFiles", &Record::outputFiles});
+};
+
+template <>
+struct Layout<controller_cli::ScenarioReport> {
+    using Record = controller_cli::ScenarioReport;
+    static constexpr auto members = std::make_tuple(Member{"id", &Record::id}, Member{"name", &Record::name},
+                                                    Member{"path", &Record::path}, Member{"inputs", &Record::inputs});
+};
+
+template <>
+struct Layout<controller_cli::JobsDocument> {
+    static constexpr auto members = std::make_tuple(Version(), Member{"jobs", &controller_cli::JobsDocument::jobs});
+};
+
+template <>
+struct Layout<controller_cli::ScenariosDocument> {
+    static constexpr auto members =
+        std::make_tuple(Version(), Member{"scenarios", &controller_cli::ScenariosDocument::scenarios});
+};
+
+template <>
+struct Layout<controller_cli::ParameterSetsDocument> {
+    static constexpr auto members =
+        std::make_tuple(Version(), Member{"parameterSets", &controller_cli::ParameterSetsDocument::parameterSets});
+};
+
+} // namespace json
+
+namespace controller_cli {
+
+std::wstring JobsJson(const std::vector<JobRow>& jobs) {
+    JobsDocument document;
+    for (const JobRow& view : jobs) {
+        document.jobs.push_back(ReportOf(view));
+    }
+    return json::Write(document) + L"\n";
+}
+
+std::wstring ScenariosJson(const std::vector<ScenarioInfo>& scenarios) {
+    ScenariosDocument document;
+    for (const ScenarioInfo& scenario : scenarios) {
+        document.scenarios.push_back(ReportOf(scenario));
+    }
+    return json::Write(document) + L"\n";
+}
+
+std::wstring ParameterSetsJson(const std::vector<ScenarioParameterSetInfo>& parameterSets) {
+    return json::Write(ParameterSetsDocument{parameterSets}) + L"\n";
+}
+
+} // namespace controller_cli

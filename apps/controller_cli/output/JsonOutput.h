@@ -1,0 +1,17 @@
+#pragma once
+
+#include "CommonControllerLib/ScenarioRecords.h"
+#include "controller_cli/jobs/JobRow.h"
+
+#include <string>
+#include <vector>
+
+/// The output of `--json`: one JSON object per line, each with the version of its format. Its names do not depend on
+/// the language.
+namespace controller_cli {
+
+std::wstring JobsJson(const std::vector<JobRow>& jobs);
+std::wstring ScenariosJson(const std::vector<ScenarioInfo>& scenarios);
+std::wstring ParameterSetsJson(const std::vector<ScenarioParameterSetInfo>& parameterSets);
+
+} // namespace controller_cli

@@ -1,0 +1,31 @@
+#include "controller_cli/short_options/ShortOptionOutput.h"
+
+#include <utility>
+
+#include "controller_cli/commands/CommandFailure.h"
+#include "controller_cli/commands/FileRoles.h"
+
+namespace controller_cli {
+
+ShortOptionOutput::ShortOptionOutput(CommandContext& commandContext, std::wstring outputFile)
+    : context(commandContext), path(std::move(outputFile)) {
+    if (path.empty()) {
+        return;
+    }
+    if (const platform::Error error = file.Open(AbsolutePath(path))) {
+        throw CommandFailure{ExitCode::Usage, context.texts.Format(L"Errors/OutputFile", {path, error.Text()})};
+    }
+}
+
+void ShortOptionOutput::Write(const std::string& lines) {
+    if (path.empty()) {
+        context.console.WriteBytes(TextOutput::WithLineEndsOfSystem(lines));
+        return;
+    }
+    if (const platform::Error error = file.Write(lines)) {
+        context.console.WriteBytes(TextOutput::WithLineEndsOfSystem(lines));
+        throw CommandFailure{ExitCode::Usage, context.texts.Format(L"Errors/OutputLines", {path, error.Text()})};
+    }
+}
+
+} // namespace controller_cli
