@@ -132,10 +132,4 @@ std::wstring CutBeginning(std::wstring_view text, std::size_t width) {
     return L'\x2026' + std::wstring(text);
 }
 
-std::wstring Fitted(std::wstring_view text, std::size_t width) {
-    std::wstring fitted = Cut(text, width);
-    fitted.append(width - DisplayWidth(fitted), L' ');
-    return fitted;
-}
-
 } // namespace controller_cli

@@ -20,7 +20,4 @@ std::wstring Cut(std::wstring_view text, std::size_t width);
 /// The end of `text`, truncated to at most `width` columns; a truncated text begins with an ellipsis.
 std::wstring CutBeginning(std::wstring_view text, std::size_t width);
 
-/// `text` truncated, or padded with blanks, to exactly `width` columns.
-std::wstring Fitted(std::wstring_view text, std::size_t width);
-
 } // namespace controller_cli

@@ -44,12 +44,6 @@ TEST(DisplayTextTest, APathThatIsTooWideBeginsWithAnEllipsis) {
     EXPECT_EQ(CutBeginning(L"\U0001F600\U0001F600", 3), L"\x2026\U0001F600");
 }
 
-TEST(DisplayTextTest, FittedFillsWithBlanks) {
-    EXPECT_EQ(Fitted(L"ab", 4), L"ab  ");
-    EXPECT_EQ(Fitted(L"\x4e16\x754c\x4e16", 4), L"\x4e16\x2026 ");
-    EXPECT_EQ(Fitted(L"abcdef", 4), L"abc\x2026");
-}
-
 TEST(DisplayTextTest, OneLineHasNothingThatATerminalObeys) {
     EXPECT_EQ(OneLine(L"a\r\nb\tc"), L"a  b c");
     EXPECT_EQ(OneLine(L"\x1b[31mred\x7f\x9b"), L" [31mred  ");

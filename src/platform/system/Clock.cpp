@@ -26,19 +26,11 @@ CalendarTime FieldsOf(const std::tm& parts) {
     return {parts.tm_year + 1900, parts.tm_mon + 1, parts.tm_mday, parts.tm_hour, parts.tm_min, parts.tm_sec};
 }
 
-template <typename Duration>
-std::int64_t SinceEpoch() {
-    return std::chrono::duration_cast<Duration>(std::chrono::system_clock::now().time_since_epoch()).count();
-}
-
 } // namespace
 
 std::int64_t Now() {
-    return SinceEpoch<std::chrono::seconds>();
-}
-
-std::int64_t NowInMilliseconds() {
-    return SinceEpoch<std::chrono::milliseconds>();
+    const auto sinceEpoch = std::chrono::system_clock::now().time_since_epoch();
+    return std::chrono::duration_cast<std::chrono::seconds>(sinceEpoch).count();
 }
 
 CalendarTime ToUtc(std::int64_t time) {

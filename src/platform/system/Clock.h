@@ -18,9 +18,6 @@ struct CalendarTime {
 
 std::int64_t Now();
 
-/// Milliseconds since 1970, for log records.
-std::int64_t NowInMilliseconds();
-
 /// UTC fields of a time; all zero for a time that the Windows runtime rejects (before 1970, after the year 3000).
 CalendarTime ToUtc(std::int64_t time);
 

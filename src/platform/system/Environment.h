@@ -2,8 +2,6 @@
 
 #include <optional>
 #include <string>
-#include <utility>
-#include <vector>
 
 namespace platform {
 
@@ -13,8 +11,5 @@ namespace platform {
 /// Sets a variable of this process; an empty value removes it. Ignores a name that is empty or contains "=". Must not
 /// run while other threads read the environment.
 void SetEnvironment(const std::wstring& name, const std::wstring& value);
-
-/// All variables of this process.
-std::vector<std::pair<std::wstring, std::wstring>> AllEnvironment();
 
 } // namespace platform

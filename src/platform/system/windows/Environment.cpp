@@ -1,21 +1,12 @@
 #include "platform/system/Environment.h"
 
 #include <cstdlib>
-#include <memory>
-#include <string_view>
 
 #include <windows.h>
 
 #include "platform/system/EnvironmentCalls.h"
 
 namespace platform {
-namespace {
-
-struct BlockDeleter {
-    void operator()(wchar_t* block) const { FreeEnvironmentStringsW(block); }
-};
-
-} // namespace
 
 std::optional<std::wstring> ReadVariable(const std::wstring& name) {
     // The size query returns ERANGE; only the size is used.
@@ -39,22 +30,6 @@ void WriteVariable(const std::wstring& name, const std::wstring& value) {
 void RemoveVariable(const std::wstring& name) {
     _wputenv_s(name.c_str(), L"");
     SetEnvironmentVariableW(name.c_str(), nullptr);
-}
-
-std::vector<std::pair<std::wstring, std::wstring>> AllEnvironment() {
-    std::vector<std::pair<std::wstring, std::wstring>> variables;
-    const std::unique_ptr<wchar_t, BlockDeleter> block(GetEnvironmentStringsW());
-    const wchar_t* entry = block.get();
-    while (entry != nullptr && *entry != L'\0') {
-        const std::wstring_view text = entry;
-        const std::size_t equals = text.find(L'=');
-        // The system keeps the current directory of a drive in a variable such as "=C:=C:\x".
-        if (equals != std::wstring_view::npos && equals != 0) {
-            variables.emplace_back(text.substr(0, equals), text.substr(equals + 1));
-        }
-        entry += text.size() + 1;
-    }
-    return variables;
 }
 
 } // namespace platform
