@@ -49,7 +49,7 @@ bool ControllerCSWrapper::ReadJsonFile(const std::wstring& path, std::wstring& t
             WriteErrorLog(L"The file cannot be read: " + problem);
             return false;
         }
-        if (!json::ReadTarget(bytes, json::Target(), problem)) {
+        if (!json::ReadSlot(bytes, json::Slot(), problem)) {
             WriteErrorLog(L"The file cannot be read: " + json::ProblemInFile(path, problem));
             return false;
         }

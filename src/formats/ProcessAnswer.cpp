@@ -7,23 +7,23 @@
 namespace json {
 
 template <>
-struct ShapeOf<process_answer::ProcessAnswer> {
+struct TypeDescriptorOf<process_answer::ProcessAnswer> {
     using Record = process_answer::ProcessAnswer;
-    static Target Open(void* object, std::string_view name) {
+    static Slot Open(void* object, std::string_view name) {
         if (IsOpened(object)) {
             return {};
         }
         auto& answer = *static_cast<Record*>(object);
-        return name == "ProcessId" ? TargetOf(answer.id) : TargetOf(answer.handle);
+        return name == "ProcessId" ? SlotOf(answer.id) : SlotOf(answer.handle);
     }
     static bool IsOpened(const void* object) {
         const auto& answer = *static_cast<const Record*>(object);
         return answer.handle || answer.id;
     }
-    static constexpr Shape shape{.expected = L"an object with one member",
-                                 .entry = Open,
-                                 .isComplete = IsOpened,
-                                 .incomplete = L"an empty object"};
+    static constexpr TypeDescriptor descriptor{.expected = L"an object with one member",
+                                               .entry = Open,
+                                               .isComplete = IsOpened,
+                                               .incomplete = L"an empty object"};
 };
 
 } // namespace json

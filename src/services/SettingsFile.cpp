@@ -200,7 +200,7 @@ bool ReadSettingsFile(const std::wstring& path, Settings& read, std::wstring& pr
     Settings fresh = BuiltInSettings();
     const auto builtInCommands = std::exchange(fresh.interpreters, {});
     std::vector<std::wstring> unknownMembers;
-    if (!json::ReadFileTarget(path, largestFile, json::TargetOf<File>(fresh), problem, &unknownMembers)) {
+    if (!json::ReadFileSlot(path, largestFile, json::SlotOf<File>(fresh), problem, &unknownMembers)) {
         return false;
     }
     for (const std::wstring& unknownMember : unknownMembers) {

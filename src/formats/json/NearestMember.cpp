@@ -35,7 +35,7 @@ std::size_t Distance(std::string_view left, std::string_view right) {
 
 } // namespace
 
-std::string_view NearestMember(const Shape& record, std::string_view name) {
+std::string_view NearestMember(const TypeDescriptor& record, std::string_view name) {
     std::string_view nearest;
     // The limit is a third of the letters, rounded so that two of five may differ (two swapped letters); at least one.
     std::size_t shortest = std::max<std::size_t>((name.size() + 1) / 3, 1) + 1;

@@ -2,12 +2,12 @@
 
 #include <string_view>
 
-#include "formats/json/Shape.h"
+#include "formats/json/TypeDescriptor.h"
 
 namespace json {
 
 /// Suggests a member for the unknown name `name`: the one with the fewest letters to insert, remove or replace,
 /// ignoring the case of ASCII letters. Returns an empty name if no member is similar.
-std::string_view NearestMember(const Shape& record, std::string_view name);
+std::string_view NearestMember(const TypeDescriptor& record, std::string_view name);
 
 } // namespace json

@@ -20,7 +20,7 @@ void ListUnknown(const std::string& text, const ValueHandler& handler, std::vect
     }
 }
 
-bool Fill(const std::string& text, Target root, std::wstring& problem, std::vector<std::wstring>* unknownMembers) {
+bool Fill(const std::string& text, Slot root, std::wstring& problem, std::vector<std::wstring>* unknownMembers) {
     rapidjson::StringStream stream(text.c_str());
     ValueHandler handler(stream, root);
     const auto result = Parse(stream, handler);
@@ -40,11 +40,11 @@ bool Fill(const std::string& text, Target root, std::wstring& problem, std::vect
 
 } // namespace
 
-bool ReadTarget(std::string bytes, Target root, std::wstring& problem, std::vector<std::wstring>* unknownMembers) {
+bool ReadSlot(std::string bytes, Slot root, std::wstring& problem, std::vector<std::wstring>* unknownMembers) {
     return Prepare(bytes, problem) && Fill(bytes, root, problem, unknownMembers);
 }
 
-bool ReadTarget(std::wstring_view text, Target root, std::wstring& problem, std::vector<std::wstring>* unknownMembers) {
+bool ReadSlot(std::wstring_view text, Slot root, std::wstring& problem, std::vector<std::wstring>* unknownMembers) {
     std::string marked;
     return Prepare(text, marked, problem) && Fill(marked, root, problem, unknownMembers);
 }
@@ -77,13 +77,13 @@ std::wstring ProblemInFile(const std::wstring& path, const std::wstring& problem
     return platform::ToNativeText(path) + L", " + problem;
 }
 
-bool ReadFileTarget(const std::wstring& path, std::size_t limit, Target root, std::wstring& problem,
-                    std::vector<std::wstring>* unknownMembers) {
+bool ReadFileSlot(const std::wstring& path, std::size_t limit, Slot root, std::wstring& problem,
+                  std::vector<std::wstring>* unknownMembers) {
     std::string bytes;
     if (!LoadFile(path, limit, bytes, problem)) {
         return false;
     }
-    if (ReadTarget(std::move(bytes), root, problem, unknownMembers)) {
+    if (ReadSlot(std::move(bytes), root, problem, unknownMembers)) {
         return true;
     }
     problem = ProblemInFile(path, problem);

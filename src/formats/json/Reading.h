@@ -7,7 +7,7 @@
 #include <vector>
 
 #include "formats/json/PlaceFinder.h"
-#include "formats/json/Shape.h"
+#include "formats/json/TypeDescriptor.h"
 
 /// Reads JSON texts into records. The input is one value of strict JSON, nested at most 64 levels deep. Threads: any.
 namespace json {
@@ -21,11 +21,11 @@ inline constexpr std::size_t largestSmallFile = std::size_t{4} << 20;
 /// given, receives messages about the first of them, also for a rejected text. On failure returns false, leaves `root`
 /// partially filled, and sets `problem`: "line 3, column 14: scenario.inputs[0].cadName: expected text, found a
 /// number".
-[[nodiscard]] bool ReadTarget(std::string bytes, Target root, std::wstring& problem,
-                              std::vector<std::wstring>* unknownMembers = nullptr);
+[[nodiscard]] bool ReadSlot(std::string bytes, Slot root, std::wstring& problem,
+                            std::vector<std::wstring>* unknownMembers = nullptr);
 /// As above, from wide text.
-[[nodiscard]] bool ReadTarget(std::wstring_view text, Target root, std::wstring& problem,
-                              std::vector<std::wstring>* unknownMembers = nullptr);
+[[nodiscard]] bool ReadSlot(std::wstring_view text, Slot root, std::wstring& problem,
+                            std::vector<std::wstring>* unknownMembers = nullptr);
 
 /// Reads a file of at most `limit` bytes. On failure returns false and sets `problem`, which names the file.
 [[nodiscard]] bool LoadFile(const std::wstring& path, std::size_t limit, std::string& bytes, std::wstring& problem);
@@ -37,10 +37,10 @@ std::wstring PlaceInFile(const std::wstring& path, std::size_t limit, const std:
 /// Prefixes a problem with its file: "C:\a.json, line 3, column 14: ..."
 std::wstring ProblemInFile(const std::wstring& path, const std::wstring& problem);
 
-/// As `ReadTarget`, from a file of at most `limit` bytes. `problem` names the file and the position. The messages in
+/// As `ReadSlot`, from a file of at most `limit` bytes. `problem` names the file and the position. The messages in
 /// `unknownMembers` contain the position only; `ProblemInFile` adds the file.
-[[nodiscard]] bool ReadFileTarget(const std::wstring& path, std::size_t limit, Target root, std::wstring& problem,
-                                  std::vector<std::wstring>* unknownMembers = nullptr);
+[[nodiscard]] bool ReadFileSlot(const std::wstring& path, std::size_t limit, Slot root, std::wstring& problem,
+                                std::vector<std::wstring>* unknownMembers = nullptr);
 
 /// Reads one value from text (`std::string` in UTF-8, or `std::wstring_view`) under a rule. On failure returns false
 /// and leaves `value` unchanged.
@@ -48,19 +48,19 @@ template <typename Rule = AnyValue, typename Text, typename Value>
 [[nodiscard]] bool Read(Text text, Value& value, std::wstring& problem,
                         std::vector<std::wstring>* unknownMembers = nullptr) {
     Value fresh{};
-    if (!ReadTarget(std::move(text), TargetOf<Rule>(fresh), problem, unknownMembers)) {
+    if (!ReadSlot(std::move(text), SlotOf<Rule>(fresh), problem, unknownMembers)) {
         return false;
     }
     value = std::move(fresh);
     return true;
 }
 
-/// Reads one value from a file as `ReadFileTarget` does. On failure returns false and leaves `value` unchanged.
+/// Reads one value from a file as `ReadFileSlot` does. On failure returns false and leaves `value` unchanged.
 template <typename Value>
 [[nodiscard]] bool ReadFile(const std::wstring& path, std::size_t limit, Value& value, std::wstring& problem,
                             std::vector<std::wstring>* unknownMembers = nullptr) {
     Value fresh{};
-    if (!ReadFileTarget(path, limit, TargetOf(fresh), problem, unknownMembers)) {
+    if (!ReadFileSlot(path, limit, SlotOf(fresh), problem, unknownMembers)) {
         return false;
     }
     value = std::move(fresh);

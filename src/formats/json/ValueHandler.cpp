@@ -25,96 +25,96 @@ std::uint64_t Bit(std::size_t index) {
     return std::uint64_t{1} << index;
 }
 
-bool IsObject(const Shape& shape) {
-    return shape.memberCount > 0 || shape.entry != nullptr;
+bool IsObject(const TypeDescriptor& descriptor) {
+    return descriptor.memberCount > 0 || descriptor.entry != nullptr;
 }
 
 /// Returns the index of the member of that name, `memberCount` if there is none. Starts at `hint`, because members
 /// mostly come in their declared order.
-std::size_t FindMember(const Shape& shape, std::string_view name, std::size_t hint) {
-    for (std::size_t i = 0; i < shape.memberCount; ++i) {
-        const std::size_t index = hint + i < shape.memberCount ? hint + i : hint + i - shape.memberCount;
-        if (shape.members[index].name == name) {
+std::size_t FindMember(const TypeDescriptor& descriptor, std::string_view name, std::size_t hint) {
+    for (std::size_t i = 0; i < descriptor.memberCount; ++i) {
+        const std::size_t index = hint + i < descriptor.memberCount ? hint + i : hint + i - descriptor.memberCount;
+        if (descriptor.members[index].name == name) {
             return index;
         }
     }
-    return shape.memberCount;
+    return descriptor.memberCount;
 }
 
 } // namespace
 
 bool ValueHandler::Null() {
-    const Target target = TakeTarget();
-    return !target.shape || RefuseType(*target.shape, L"null", 4);
+    const Slot slot = TakeSlot();
+    return !slot.descriptor || RefuseType(*slot.descriptor, L"null", 4);
 }
 
 bool ValueHandler::Bool(bool value) {
-    const Target target = TakeTarget();
-    if (target.shape && !(target.shape->boolean && target.shape->boolean(target.object, value))) {
-        return RefuseType(*target.shape, value ? L"true" : L"false", value ? 4 : 5);
+    const Slot slot = TakeSlot();
+    if (slot.descriptor && !(slot.descriptor->boolean && slot.descriptor->boolean(slot.object, value))) {
+        return RefuseType(*slot.descriptor, value ? L"true" : L"false", value ? 4 : 5);
     }
     return true;
 }
 
 bool ValueHandler::RawNumber(const char* digits, rapidjson::SizeType length, bool) {
-    const Target target = TakeTarget();
-    if (!target.shape) {
+    const Slot slot = TakeSlot();
+    if (!slot.descriptor) {
         return true;
     }
     const std::string_view number(digits, length);
-    if (!target.shape->number) {
-        return RefuseType(*target.shape, L"a number");
+    if (!slot.descriptor->number) {
+        return RefuseType(*slot.descriptor, L"a number");
     }
-    if (!target.shape->number(target.object, number)) {
-        return RefuseType(*target.shape, Quote(number));
+    if (!slot.descriptor->number(slot.object, number)) {
+        return RefuseType(*slot.descriptor, Quote(number));
     }
     return Keep(1);
 }
 
 bool ValueHandler::String(const char* marked, rapidjson::SizeType length, bool) {
-    const Target target = TakeTarget();
-    if (!target.shape) {
+    const Slot slot = TakeSlot();
+    if (!slot.descriptor) {
         return true;
     }
-    if (!target.shape->text || !target.shape->text(target.object, {marked, length})) {
-        return RefuseType(*target.shape, L"text");
+    if (!slot.descriptor->text || !slot.descriptor->text(slot.object, {marked, length})) {
+        return RefuseType(*slot.descriptor, L"text");
     }
     return Keep(1);
 }
 
 bool ValueHandler::StartObject() {
-    const Target target = TakeTarget();
-    if (target.shape && !IsObject(*target.shape)) {
-        return RefuseType(*target.shape, L"an object");
+    const Slot slot = TakeSlot();
+    if (slot.descriptor && !IsObject(*slot.descriptor)) {
+        return RefuseType(*slot.descriptor, L"an object");
     }
-    return Push(target);
+    return Push(slot);
 }
 
 bool ValueHandler::StartArray() {
-    const Target target = TakeTarget();
-    if (target.shape && !target.shape->element) {
-        return RefuseType(*target.shape, L"a list");
+    const Slot slot = TakeSlot();
+    if (slot.descriptor && !slot.descriptor->element) {
+        return RefuseType(*slot.descriptor, L"a list");
     }
-    return Push(target);
+    return Push(slot);
 }
 
 bool ValueHandler::Key(const char* marked, rapidjson::SizeType length, bool) {
     Level& level = levels[depth - 1];
-    const Shape* const shape = level.target.shape;
+    const TypeDescriptor* const descriptor = level.slot.descriptor;
     const std::string_view name(marked, length);
-    level.member = Target();
+    level.member = Slot();
     level.name = std::string_view();
-    if (!shape) {
+    if (!descriptor) {
         return true;
     }
-    return (shape->entry ? KeyOfEntry(level, name) : KeyOfRecord(level, name));
+    return (descriptor->entry ? KeyOfEntry(level, name) : KeyOfRecord(level, name));
 }
 
 bool ValueHandler::KeyOfRecord(Level& level, std::string_view marked) {
-    const Shape& shape = *level.target.shape;
-    const std::size_t index = FindMember(shape, marked, level.next);
-    if (index == shape.memberCount) {
-        NoteUnknown(shape, marked);
+    const TypeDescriptor& descriptor = *level.slot.descriptor;
+    const std::size_t index = FindMember(descriptor, marked, level.next);
+    if (index == descriptor.memberCount) {
+        NoteUnknown(descriptor, marked);
         return true;
     }
     if ((level.seen & Bit(index)) != 0) {
@@ -122,12 +122,12 @@ bool ValueHandler::KeyOfRecord(Level& level, std::string_view marked) {
     }
     level.seen |= Bit(index);
     level.next = index + 1;
-    level.name = shape.members[index].name;
-    level.member = shape.members[index].target(level.target.object);
+    level.name = descriptor.members[index].name;
+    level.member = descriptor.members[index].slot(level.slot.object);
     return true;
 }
 
-void ValueHandler::NoteUnknown(const Shape& record, std::string_view marked) {
+void ValueHandler::NoteUnknown(const TypeDescriptor& record, std::string_view marked) {
     if (unknownMembers.size() < mostUnknown) {
         const std::wstring path = Path();
         const std::wstring name = Quote(marked);
@@ -137,8 +137,8 @@ void ValueHandler::NoteUnknown(const Shape& record, std::string_view marked) {
 }
 
 bool ValueHandler::KeyOfEntry(Level& level, std::string_view marked) {
-    level.member = level.target.shape->entry(level.target.object, marked);
-    if (!level.member.shape) {
+    level.member = level.slot.descriptor->entry(level.slot.object, marked);
+    if (!level.member.descriptor) {
         return Refuse(L"the member \"" + Quote(marked) + L"\" is one too many");
     }
     level.ownName = marked;
@@ -148,18 +148,18 @@ bool ValueHandler::KeyOfEntry(Level& level, std::string_view marked) {
 
 bool ValueHandler::EndObject(rapidjson::SizeType) {
     Level& level = levels[depth - 1];
-    const Shape* const shape = level.target.shape;
+    const TypeDescriptor* const descriptor = level.slot.descriptor;
     level.name = std::string_view();
-    if (!shape) {
+    if (!descriptor) {
         return Pop();
     }
-    for (std::size_t i = 0; i < shape->memberCount; ++i) {
-        if (shape->members[i].presence == Presence::Required && (level.seen & Bit(i)) == 0) {
-            return Refuse(L"the member \"" + Quote(shape->members[i].name) + L"\" is missing");
+    for (std::size_t i = 0; i < descriptor->memberCount; ++i) {
+        if (descriptor->members[i].presence == Presence::Required && (level.seen & Bit(i)) == 0) {
+            return Refuse(L"the member \"" + Quote(descriptor->members[i].name) + L"\" is missing");
         }
     }
-    if (shape->isComplete && !shape->isComplete(level.target.object)) {
-        return RefuseType(*shape, shape->incomplete);
+    if (descriptor->isComplete && !descriptor->isComplete(level.slot.object)) {
+        return RefuseType(*descriptor, descriptor->incomplete);
     }
     return Pop();
 }
@@ -168,29 +168,29 @@ bool ValueHandler::EndArray(rapidjson::SizeType) {
     return Pop();
 }
 
-Target ValueHandler::TakeTarget() {
+Slot ValueHandler::TakeSlot() {
     if (depth == 0) {
         return root;
     }
     Level& level = levels[depth - 1];
-    const Shape* const shape = level.target.shape;
-    if (!shape || !shape->element) {
+    const TypeDescriptor* const descriptor = level.slot.descriptor;
+    if (!descriptor || !descriptor->element) {
         return level.member;
     }
     ++level.next;
-    return shape->element(level.target.object);
+    return descriptor->element(level.slot.object);
 }
 
-bool ValueHandler::Push(Target target) {
+bool ValueHandler::Push(Slot slot) {
     if (depth == deepest) {
         return Refuse(L"nested deeper than " + std::to_wstring(deepest) + L" levels");
     }
-    if (target.shape && !Keep(IsObject(*target.shape) ? recordWeight : 1)) {
+    if (slot.descriptor && !Keep(IsObject(*slot.descriptor) ? recordWeight : 1)) {
         return false;
     }
     Level& level = levels[depth++];
-    level.target = target;
-    level.member = Target();
+    level.slot = slot;
+    level.member = Slot();
     level.next = 0;
     level.seen = 0;
     level.name = std::string_view();
@@ -214,15 +214,15 @@ bool ValueHandler::Refuse(const std::wstring& what, std::size_t taken) {
     return false;
 }
 
-bool ValueHandler::RefuseType(const Shape& shape, const std::wstring& found, std::size_t taken) {
-    return Refuse(std::wstring(L"expected ") + shape.expected + L", found " + found, taken);
+bool ValueHandler::RefuseType(const TypeDescriptor& descriptor, const std::wstring& found, std::size_t taken) {
+    return Refuse(std::wstring(L"expected ") + descriptor.expected + L", found " + found, taken);
 }
 
 std::wstring ValueHandler::Path() const {
     std::wstring path;
     for (std::size_t i = 0; i < depth; ++i) {
         const Level& level = levels[i];
-        if (level.target.shape && level.target.shape->element) {
+        if (level.slot.descriptor && level.slot.descriptor->element) {
             path += L"[" + std::to_wstring(level.next - std::min<std::size_t>(level.next, 1)) + L"]";
         } else if (!level.name.empty()) {
             path += (path.empty() ? L"" : L".") + Quote(level.name);

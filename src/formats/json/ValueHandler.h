@@ -12,14 +12,14 @@
 
 #include "formats/json/NumbersAsText.h"
 #include "formats/json/Parsing.h"
-#include "formats/json/Shape.h"
+#include "formats/json/TypeDescriptor.h"
 
 namespace json {
 
-/// Handles the parser's events and stores the values in the root target. The first error stops the parser.
+/// Handles the parser's events and stores the values in the root slot. The first error stops the parser.
 class ValueHandler : public NumbersAsText {
 public:
-    ValueHandler(const rapidjson::StringStream& source, Target rootTarget) : stream(source), root(rootTarget) {}
+    ValueHandler(const rapidjson::StringStream& source, Slot rootSlot) : stream(source), root(rootSlot) {}
 
     bool HasProblem() const { return !problem.empty(); }
     /// The error, with the path of the member.
@@ -57,9 +57,9 @@ private:
 
     /// One open object or list.
     struct Level {
-        Target target;
-        /// Objects: the target of the value of the last key.
-        Target member;
+        Slot slot;
+        /// Objects: the slot of the value of the last key.
+        Slot member;
         /// Lists: the number of elements started. Records: the index of the member expected next.
         std::size_t next = 0;
         /// Records: the members read, one bit each.
@@ -69,21 +69,21 @@ private:
         std::string ownName;
     };
 
-    Target TakeTarget();
+    Slot TakeSlot();
     [[nodiscard]] bool KeyOfRecord(Level& level, std::string_view marked);
-    void NoteUnknown(const Shape& record, std::string_view marked);
+    void NoteUnknown(const TypeDescriptor& record, std::string_view marked);
     [[nodiscard]] bool KeyOfEntry(Level& level, std::string_view marked);
-    [[nodiscard]] bool Push(Target target);
+    [[nodiscard]] bool Push(Slot slot);
     [[nodiscard]] bool Pop();
     [[nodiscard]] bool Keep(std::size_t weight);
     /// `taken`: the number of bytes of the rejected value that the parser has already consumed. The parser sends most
     /// events before it consumes the value.
     [[nodiscard]] bool Refuse(const std::wstring& what, std::size_t taken = 0);
-    [[nodiscard]] bool RefuseType(const Shape& shape, const std::wstring& found, std::size_t taken = 0);
+    [[nodiscard]] bool RefuseType(const TypeDescriptor& descriptor, const std::wstring& found, std::size_t taken = 0);
     std::wstring Path() const;
 
     const rapidjson::StringStream& stream;
-    Target root;
+    Slot root;
     std::array<Level, deepest> levels;
     std::size_t depth = 0;
     std::size_t kept = 0;
