@@ -1,25 +1,18 @@
 // Runs COUNT no-op scenarios through the whole chain (engine, function module, runner, process), one at a time and two
 // at a time, and COUNT bare processes. Prints "NAME SECONDS" lines. Usage: job_throughput COUNT
 
-#include <chrono>
 #include <cstdio>
 #include <cstdlib>
 
 #include "CommonControllerLib/FunctionManager.h"
 #include "RawLimits.h"
 #include "RunLoop.h"
+#include "Timing.h"
 #include "Workplace.h"
 #include "controller_host/HostEngine.h"
 #include "services/Settings.h"
 
 namespace {
-
-template <class Work>
-double SecondsFor(const Work& work) {
-    const auto start = std::chrono::steady_clock::now();
-    work();
-    return std::chrono::duration<double>(std::chrono::steady_clock::now() - start).count();
-}
 
 bool RunJobs(std::size_t count, int parallelJobs) {
     const Workplace workplace(parallelJobs);

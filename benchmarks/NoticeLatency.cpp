@@ -1,7 +1,6 @@
 // Measures the time from the end of a job's process until the job list file and the front ends show it, with the host's
 // real loop and a process that this program ends. Prints "notice_median SECONDS". Usage: notice_latency COUNT
 
-#include <algorithm>
 #include <chrono>
 #include <cstdio>
 #include <cstdlib>
@@ -9,6 +8,7 @@
 #include <thread>
 
 #include "CommonControllerLib/FunctionManager.h"
+#include "Timing.h"
 #include "Workplace.h"
 #include "controller_host/HostLoop.h"
 #include "kit/doubles/LineDouble.h"
@@ -52,12 +52,6 @@ double SecondsUntilTold(ObservedEngine& engine, LineDouble& line, int number) {
     engine.FinishProcess();
     line.WaitFor(L"UpdateProgress");
     return std::chrono::duration<double>(Clock::now() - start).count();
-}
-
-double Median(std::vector<double> values) {
-    const auto middle = values.begin() + static_cast<std::ptrdiff_t>(values.size() / 2);
-    std::nth_element(values.begin(), middle, values.end());
-    return *middle;
 }
 
 } // namespace

@@ -32,7 +32,18 @@ if(CMAKE_SYSTEM_NAME STREQUAL "Linux")
   target_link_options(controller_flags INTERFACE -Wl,--no-undefined -Wl,-z,relro,-z,now)
 endif()
 
+# The link options of a program without shared libraries. On Linux it is position-independent like all others. The linker would warn of
+# functions that may load libraries: LoadModule, which such a program does not call, and getpwuid_r, which finds the home directory
+# of an account without HOME and loads only name services beyond /etc/passwd.
+if(CMAKE_SYSTEM_NAME STREQUAL "Linux")
+  set(controller_static_program -static-pie -Wl,--no-warnings)
+else()
+  set(controller_static_program -static)
+endif()
+
 if(CONTROLLER_SANITIZERS)
+  # Their run time must be shared.
+  set(CONTROLLER_STATIC_RUNNER OFF)
   # For the whole build: GoogleTest and the project must agree, and a sanitizer in a shared library needs its run time in the
   # program.
   add_compile_options(-fsanitize=${CONTROLLER_SANITIZERS} -fno-omit-frame-pointer -fno-sanitize-recover=all)

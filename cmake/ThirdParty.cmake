@@ -47,3 +47,12 @@ if(CMAKE_SYSTEM_NAME STREQUAL "Windows")
   set(ZLIB_INCLUDE_DIR "/usr/x86_64-w64-mingw32/include" CACHE PATH "zlib's header")
 endif()
 find_package(ZLIB REQUIRED)
+
+# For statically linked programs.
+add_library(zlib_archive INTERFACE)
+if(CMAKE_SYSTEM_NAME STREQUAL "Windows")
+  target_link_libraries(zlib_archive INTERFACE ZLIB::ZLIB)
+else()
+  find_library(CONTROLLER_ZLIB_ARCHIVE libz.a REQUIRED)
+  target_link_libraries(zlib_archive INTERFACE "${CONTROLLER_ZLIB_ARCHIVE}")
+endif()

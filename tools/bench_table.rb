@@ -25,6 +25,8 @@ end
 row("one of #{jobs} no-op scenarios", FIGURES.fetch("controller"), "the same through task-spooler",
     FIGURES.fetch("task_spooler"), "below 1")
 row("", FIGURES.fetch("controller"), "bare posix_spawn + pidfd", FIGURES.fetch("posix_spawn"), "")
+row("the same without engine and job list, median", FIGURES.fetch("runner_median"), "bare posix_spawn + pidfd, median",
+    FIGURES.fetch("process_median"), "at most 3")
 row("the same two at a time, throughput", FIGURES.fetch("controller_2_at_a_time"), "one at a time",
     FIGURES.fetch("controller"), "at most 0.625")
 row("FetchScenarios, 10,000 files, 500 folders", ENGINE.fetch("FetchScenarios"), "raw walk of the folders",
