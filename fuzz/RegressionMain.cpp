@@ -5,7 +5,7 @@
 
 #include "fuzz/RegressionTargets.h"
 #include "platform/files/FileSystem.h"
-#include "platform/processes/ProgramArguments.h"
+#include "platform/system/Environment.h"
 #include "text/Text.h"
 
 namespace {

@@ -4,10 +4,10 @@
 
 #include "controller_host/OtherHost.h"
 #include "controller_host/StartChecks.h"
-#include "platform/files/Directories.h"
 #include "platform/files/NativePath.h"
 #include "platform/processes/Process.h"
 #include "platform/processes/Waiting.h"
+#include "platform/system/Environment.h"
 #include "platform/terminal/Console.h"
 #include "services/Settings.h"
 #include "text/EscapeControls.h"

@@ -8,7 +8,7 @@
 #include "formats/JobStates.h"
 #include "formats/RunProtocol.h"
 #include "platform/files/FileSystem.h"
-#include "platform/processes/ProcessesByEnvironment.h"
+#include "platform/processes/Orphans.h"
 
 namespace {
 

@@ -3,7 +3,7 @@
 #include "modules/EventTransmitterDescription.h"
 #include "modules/ModuleProblem.h"
 #include "platform/files/NativePath.h"
-#include "platform/processes/ProgramSearch.h"
+#include "platform/processes/Process.h"
 #include "platform/system/SharedLibrary.h"
 
 namespace start_checks {

@@ -2,7 +2,7 @@
 
 #include <thread>
 
-#include "platform/processes/Pipe.h"
+#include "platform/processes/OutputPipe.h"
 #include "platform/processes/Waiting.h"
 #include "scenario_runner/ScenarioLog.h"
 

@@ -2,7 +2,7 @@
 
 #include <gtest/gtest.h>
 
-#include "platform/files/Directories.h"
+#include "platform/system/Environment.h"
 
 using scenario_runner::ParseRunnerArguments;
 using scenario_runner::RunnerArguments;

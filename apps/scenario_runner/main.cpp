@@ -1,10 +1,9 @@
 /// Runs one scenario for a job: starts it, logs its output, watches for stop requests, the time limit and the end of
 /// the host, ends all its processes, and ensures that a result exists.
 
-#include "platform/files/FileSizeLimit.h"
+#include "platform/processes/Orphans.h"
 #include "platform/processes/Process.h"
-#include "platform/processes/ProgramArguments.h"
-#include "platform/processes/RunUnderSubreaper.h"
+#include "platform/system/Environment.h"
 #include "platform/system/SharedLibrary.h"
 #include "platform/terminal/Console.h"
 #include "scenario_runner/ResultFile.h"

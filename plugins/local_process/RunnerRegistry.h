@@ -4,7 +4,7 @@
 #include <mutex>
 #include <string>
 
-#include "platform/processes/ProcessHandle.h"
+#include "platform/system/OwnedHandle.h"
 
 namespace local_process {
 

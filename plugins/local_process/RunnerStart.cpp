@@ -2,7 +2,6 @@
 
 #include "platform/files/NativePath.h"
 #include "platform/processes/Process.h"
-#include "platform/processes/ProgramSearch.h"
 
 namespace local_process {
 namespace {

@@ -3,7 +3,7 @@
 #include <string>
 
 #include "formats/RunProtocol.h"
-#include "platform/processes/ProcessHandle.h"
+#include "platform/system/OwnedHandle.h"
 #include "services/Settings.h"
 
 namespace local_process {

@@ -2,7 +2,7 @@
 
 #include "CommonControllerLib/ControllerLogManager.h"
 #include "ControllerCSWrapper/ControllerCSWrapper.h"
-#include "platform/processes/ProcessHandle.h"
+#include "platform/system/OwnedHandle.h"
 #include "text/Numbers.h"
 
 #include <utility>

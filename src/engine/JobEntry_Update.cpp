@@ -8,8 +8,8 @@
 #include "platform/files/FileSystem.h"
 #include "platform/files/NativePath.h"
 #include "platform/processes/Process.h"
-#include "platform/processes/ProcessHandle.h"
 #include "platform/system/Clock.h"
+#include "platform/system/OwnedHandle.h"
 
 #include <optional>
 #include <utility>

@@ -6,9 +6,8 @@
 #include "formats/json/Writing.h"
 #include "platform/files/FileLock.h"
 #include "platform/files/FileSystem.h"
-#include "platform/processes/ProcessIdentity.h"
+#include "platform/processes/ForeignProcess.h"
 #include "platform/system/Clock.h"
-#include "platform/system/UtcStamp.h"
 #include "text/Text.h"
 
 namespace json {
@@ -92,7 +91,7 @@ std::wstring Describe(const Holder& holder) {
             AppendPart(L"process " + std::to_wstring(holder.process), text);
         }
         if (holder.since != 0) {
-            AppendPart(L"since " + UtcText(holder.since), text);
+            AppendPart(L"since " + platform::UtcText(holder.since), text);
         }
         if (!holder.place.empty()) {
             AppendPart(L"at " + holder.place, text);

@@ -1,7 +1,7 @@
 #pragma once
 
 #include "CommonControllerLib/Export.h"
-#include "platform/processes/ProcessHandle.h"
+#include "platform/system/OwnedHandle.h"
 
 #include <cstdint>
 #include <string>

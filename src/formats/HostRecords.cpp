@@ -3,9 +3,9 @@
 #include <utility>
 
 #include "formats/Boundary.h"
-#include "platform/files/Directories.h"
 #include "platform/files/FileSystem.h"
 #include "platform/files/NativePath.h"
+#include "platform/system/Environment.h"
 
 namespace host_records {
 namespace {

@@ -13,7 +13,6 @@
 #include "platform/files/FileSystem.h"
 #include "platform/files/NativePath.h"
 #include "platform/system/Clock.h"
-#include "platform/system/UtcStamp.h"
 #include "text/StrictUtf8.h"
 
 namespace job_list_file {
@@ -90,7 +89,7 @@ std::wstring CorruptPrefix(const std::wstring& path) {
 
 /// Returns a name beside the file that is not in use.
 std::wstring FreeCorruptName(const std::wstring& path) {
-    const std::wstring name = CorruptPrefix(path) + UtcStamp(platform::Now());
+    const std::wstring name = CorruptPrefix(path) + platform::UtcStamp(platform::Now());
     std::wstring candidate = name;
     for (int number = 2; platform::Exists(candidate); ++number) {
         candidate = name + L"-" + std::to_wstring(number);

@@ -3,9 +3,9 @@
 #include "ControllerCSWrapper/ControllerCSWrapper.h"
 #include "formats/MessageText.h"
 #include "formats/json/RecordLayouts.h"
-#include "platform/files/Directories.h"
 #include "platform/files/FileSystem.h"
 #include "platform/files/NativePath.h"
+#include "platform/system/Environment.h"
 
 namespace {
 

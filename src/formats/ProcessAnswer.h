@@ -5,7 +5,7 @@
 #include <string>
 #include <string_view>
 
-#include "platform/processes/ProcessHandle.h"
+#include "platform/system/OwnedHandle.h"
 
 /// The answer of a module's "RunScenario", which identifies the process that it has started: {"ProcessHandle":"0x1f4"}
 /// or {"ProcessId":1234}. The public contract is `controller_plugins/function_module.h`.

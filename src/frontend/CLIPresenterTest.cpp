@@ -5,7 +5,7 @@
 #include "kit/doubles/ScriptedTransmitter.h"
 #include "kit/doubles/TurnedClock.h"
 #include "kit/modules/ModuleFiles.h"
-#include "platform/terminal/LineEnd.h"
+#include "platform/files/FileSystem.h"
 
 #include <chrono>
 #include <memory>

@@ -1,6 +1,6 @@
 #include "frontend/TextOutput.h"
 
-#include "platform/terminal/LineEnd.h"
+#include "platform/files/FileSystem.h"
 
 platform::Error TextOutput::Open(const std::wstring& path) {
     return file.OpenForAppending(path, true);

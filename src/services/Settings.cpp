@@ -5,7 +5,6 @@
 #include <utility>
 
 #include "ControllerCSWrapper/ControllerCSWrapper.h"
-#include "platform/files/Directories.h"
 #include "platform/files/FileSystem.h"
 #include "platform/files/NativePath.h"
 #include "platform/system/Environment.h"

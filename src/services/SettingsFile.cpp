@@ -10,8 +10,8 @@
 #include <utility>
 
 #include "formats/json/Reading.h"
-#include "platform/files/Directories.h"
 #include "platform/files/NativePath.h"
+#include "platform/system/Environment.h"
 #include "text/Wtf8.h"
 
 namespace settings {

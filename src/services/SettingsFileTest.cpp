@@ -7,8 +7,8 @@
 #include <gtest/gtest.h>
 
 #include "kit/TemporaryDirectory.h"
-#include "platform/files/Directories.h"
 #include "platform/files/NativePath.h"
+#include "platform/system/Environment.h"
 #include "text/Text.h"
 
 using settings::Settings;

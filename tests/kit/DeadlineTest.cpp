@@ -3,7 +3,7 @@
 #include <gtest/gtest.h>
 
 #include "kit/TestProcess.h"
-#include "platform/processes/Pipe.h"
+#include "platform/processes/OutputPipe.h"
 #include "platform/processes/Process.h"
 #include "platform/system/Environment.h"
 

@@ -4,7 +4,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/processes/ProcessHandle.h"
+#include "platform/system/OwnedHandle.h"
 
 namespace test_support {
 

@@ -4,8 +4,8 @@
 #include <random>
 #include <stdexcept>
 
-#include "platform/files/Directories.h"
 #include "platform/files/FileSystem.h"
+#include "platform/system/Environment.h"
 #include "text/Text.h"
 
 namespace {

@@ -3,9 +3,9 @@
 #include <utility>
 
 #include "kit/Deadline.h"
-#include "platform/files/Directories.h"
 #include "platform/files/NativePath.h"
 #include "platform/processes/Waiting.h"
+#include "platform/system/Environment.h"
 #include "text/Text.h"
 
 namespace test_support {

@@ -5,7 +5,7 @@
 #include <string>
 #include <vector>
 
-#include "platform/processes/Pipe.h"
+#include "platform/processes/OutputPipe.h"
 #include "platform/processes/Process.h"
 
 /// Processes started by tests, mostly of the program `test_process`.

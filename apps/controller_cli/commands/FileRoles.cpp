@@ -5,10 +5,10 @@
 #include <optional>
 
 #include "controller_cli/commands/CommandFailure.h"
-#include "platform/files/Directories.h"
 #include "platform/files/File.h"
 #include "platform/files/FileSystem.h"
 #include "platform/files/NativePath.h"
+#include "platform/system/Environment.h"
 #include "services/Settings.h"
 
 namespace controller_cli {

@@ -10,15 +10,15 @@
 #include "formats/HostRecords.h"
 #include "modules/EventTransmitterDescription.h"
 #include "modules/ModuleProblem.h"
-#include "platform/files/Directories.h"
 #include "platform/files/NativePath.h"
-#include "platform/processes/Pipe.h"
-#include "platform/processes/ProcessIdentity.h"
+#include "platform/processes/ForeignProcess.h"
+#include "platform/processes/OutputPipe.h"
+#include "platform/processes/Process.h"
 #include "platform/processes/StopSignal.h"
 #include "platform/processes/Waiting.h"
+#include "platform/system/Environment.h"
 #include "platform/system/SharedLibrary.h"
 #include "platform/terminal/Console.h"
-#include "platform/terminal/ErrorOutput.h"
 #include "services/Settings.h"
 #include "text/Text.h"
 
@@ -94,7 +94,7 @@ void AskToEnd(void* host, EventTransmitter* transmitter, EventTransmitterExtensi
 
 /// If the host has not received a request, its process is asked to end.
 HostEnd AwaitEnd(void* process, bool isAsked, std::chrono::milliseconds patience) {
-    if (process == nullptr || !(isAsked || platform::AskOtherProcessToEnd(process))) {
+    if (process == nullptr || !(isAsked || platform::RequestTermination(process))) {
         return HostEnd::CannotBeAsked;
     }
     return platform::WaitForAny({process}, patience) ? HostEnd::Ended : HostEnd::StillRunning;

@@ -5,7 +5,6 @@
 #include "platform/files/FileSystem.h"
 #include "platform/files/NativePath.h"
 #include "platform/system/Environment.h"
-#include "platform/terminal/LineEnd.h"
 
 #include <algorithm>
 #include <thread>

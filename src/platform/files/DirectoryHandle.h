@@ -2,8 +2,8 @@
 
 #include <string>
 
-#include "platform/processes/ProcessHandle.h"
 #include "platform/system/Error.h"
+#include "platform/system/OwnedHandle.h"
 
 namespace platform {
 

@@ -13,6 +13,9 @@
 /// Threads: any.
 namespace platform {
 
+/// The line end of text files on this system: "\n" on Linux, "\r\n" on Windows.
+extern const std::string_view lineEnd;
+
 /// True if `path` names a file or directory (follows links; access mode 0 checks existence only).
 bool Exists(const std::wstring& path);
 

@@ -6,8 +6,8 @@
 #include <utility>
 #include <vector>
 
-#include "platform/processes/ProcessHandle.h"
 #include "platform/system/Error.h"
+#include "platform/system/OwnedHandle.h"
 
 namespace platform {
 
@@ -37,6 +37,32 @@ struct ProcessStart {
 /// (the system would pass it to a command interpreter). Threads: any.
 Error StartProcess(const ProcessStart& start, OwnedHandle& process);
 
+/// Same as `StartProcess`, with a separate standard error for the child; null: discarded.
+Error StartProcess(const ProcessStart& start, void* errorOutput, OwnedHandle& process);
+
+/// Checks common to both systems before a process is started: no text may contain U+0000, which would truncate it. On
+/// success, `program` is the absolute path of the file to run.
+Error CheckProcessStart(const ProcessStart& start, std::wstring& program);
+
+/// Looks up a bare program name in the directories of PATH, and returns its absolute path. Ignores the current
+/// directory and relative entries of PATH. On Windows, a name without an extension stands for ".exe", then ".com".
+/// Returns nothing if there is no such program. Threads: any.
+[[nodiscard]] std::optional<std::wstring> FindProgram(const std::wstring& name);
+
+/// True if this system starts such a file itself. On Windows only ".exe" and ".com": others would be passed to a
+/// command interpreter, which parses arguments differently. On Linux any file.
+bool IsProgramName(const std::wstring& path);
+
+/// True if `path` names a regular file with execute permission (follows links).
+bool IsProgramFile(const std::wstring& path);
+
+/// The absolute path of the program that a setting names, by a bare name (`FindProgram`) or an absolute path. Nothing
+/// if there is no program that this system can start.
+[[nodiscard]] std::optional<std::wstring> FindRunnable(const std::wstring& program);
+
+/// The file names that a bare program name stands for, in search order.
+std::vector<std::wstring> ProgramFileNames(const std::wstring& name);
+
 /// A handle to this process that a child can inherit and wait for, to notice any end of its parent. Null if the system
 /// has no handle left.
 [[nodiscard]] OwnedHandle OpenSelf();
@@ -47,9 +73,13 @@ Error StartProcess(const ProcessStart& start, OwnedHandle& process);
 std::wstring InheritedHandleText(void* handle);
 [[nodiscard]] OwnedHandle TakeInheritedHandle(const std::wstring& text);
 
-/// Asks a process to end (SIGTERM), and resumes a stopped one so that it gets the signal. No effect on Windows, which
-/// has no such request for a process without a window.
-void RequestTermination(void* process);
+/// Marks an inherited handle close-on-exec, so that children of this process get it only if it is passed explicitly.
+/// Returns false if it is not an open handle.
+[[nodiscard]] bool SetCloseOnExec(void* handle);
+
+/// Asks a process to end (SIGTERM), and resumes a stopped one so that it gets the signal. Returns false on Windows,
+/// which has no such request for a process without a window.
+bool RequestTermination(void* process);
 
 /// The exit code of a process that has ended: its return value, or on Linux 128 + the number of the fatal signal.
 /// Nothing while it runs or if the code is not available (on Linux: not a child of this process). The code stays

@@ -7,7 +7,7 @@
 #include <utility>
 #include <vector>
 
-#include "platform/processes/ProcessHandle.h"
+#include "platform/system/OwnedHandle.h"
 
 /// Waits for several handles at once, without polling.
 namespace platform {

@@ -1,9 +1,8 @@
 #include "platform/system/Clock.h"
 
+#include <algorithm>
 #include <chrono>
 #include <cwchar>
-
-#include "platform/system/CalendarCalls.h"
 
 namespace platform {
 namespace {
@@ -24,6 +23,12 @@ bool IsKnownYear(std::int64_t year) {
 
 CalendarTime FieldsOf(const std::tm& parts) {
     return {parts.tm_year + 1900, parts.tm_mon + 1, parts.tm_mday, parts.tm_hour, parts.tm_min, parts.tm_sec};
+}
+
+void AppendPadded(std::int32_t number, std::size_t width, std::wstring& text) {
+    const std::wstring digits = std::to_wstring(number);
+    text.append(width - std::min(width, digits.size()), L'0');
+    text += digits;
 }
 
 } // namespace
@@ -63,6 +68,28 @@ std::wstring LocalStamp(std::int64_t time) {
     std::swprintf(text, std::size(text), L"%04d%02d%02d_%02d%02d%02d", local.year, local.month, local.day, local.hour,
                   local.minute, local.second);
     return text;
+}
+
+std::wstring UtcStamp(std::int64_t time) {
+    const CalendarTime utc = ToUtc(time);
+    std::wstring text;
+    AppendPadded(utc.year, 4, text);
+    AppendPadded(utc.month, 2, text);
+    AppendPadded(utc.day, 2, text);
+    text += L'T';
+    AppendPadded(utc.hour, 2, text);
+    AppendPadded(utc.minute, 2, text);
+    AppendPadded(utc.second, 2, text);
+    text += L'Z';
+    return text;
+}
+
+std::wstring UtcText(std::int64_t time) {
+    std::wstring text = UtcStamp(time);
+    text.replace(text.size() - 1, 1, L" UTC");
+    text.insert(13, L":").insert(11, L":");
+    text.replace(8, 1, L" ");
+    return text.insert(6, L"-").insert(4, L"-");
 }
 
 } // namespace platform

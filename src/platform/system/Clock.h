@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <ctime>
 #include <string>
 
 /// Calendar time. Units: seconds since 1970-01-01T00:00:00Z as `std::int64_t`, the `__time64_t` of Windows, on both
@@ -30,5 +31,19 @@ std::int64_t FromLocal(const CalendarTime& fields);
 
 /// The local time in the form "%Y%m%d_%H%M%S", at most 31 characters.
 std::wstring LocalStamp(std::int64_t time);
+
+/// A UTC time for file names: "20240305T070809Z".
+std::wstring UtcStamp(std::int64_t time);
+
+/// A UTC time for people: "2024-03-05 07:08:09 UTC".
+std::wstring UtcText(std::int64_t time);
+
+// The conversions of the C runtime behind the functions above, for times that both runtimes support.
+
+std::tm UtcParts(std::int64_t time);
+std::tm LocalParts(std::int64_t time);
+
+/// Converts local fields with daylight saving off; -1 on failure.
+std::int64_t TimeOfLocalParts(std::tm parts);
 
 } // namespace platform

@@ -1,7 +1,5 @@
 #include "platform/system/Environment.h"
 
-#include "platform/system/EnvironmentCalls.h"
-
 namespace platform {
 namespace {
 

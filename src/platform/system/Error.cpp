@@ -1,7 +1,5 @@
 #include "platform/system/Error.h"
 
-#include "platform/system/SystemMessage.h"
-
 namespace platform {
 namespace {
 

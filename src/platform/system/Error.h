@@ -39,4 +39,7 @@ Error LastError();
 /// The error for a system code (errno on Linux, GetLastError() on Windows).
 Error ErrorFromCode(std::int64_t systemCode);
 
+/// The system's text for a code (errno, GetLastError()) on one line, in English if available; empty if there is none.
+std::wstring SystemMessage(std::int64_t systemCode);
+
 } // namespace platform

@@ -4,7 +4,7 @@
 
 #include "CommonControllerLib/Export.h"
 #include "kit/TemporaryDirectory.h"
-#include "platform/files/Directories.h"
+#include "platform/system/Environment.h"
 #include "text/Text.h"
 
 // An export of the program itself, which a null module must not resolve.

@@ -3,8 +3,8 @@
 #include <bit>
 #include <cstdint>
 
-#include "platform/processes/ProcessHandle.h"
 #include "platform/processes/Waiting.h"
+#include "platform/system/OwnedHandle.h"
 
 ScriptedProcess::ScriptedProcess()
     : end(std::make_shared<platform::Event>()), handle(platform::CopyHandle(end->Handle())) {}

@@ -3,7 +3,7 @@
 #include <cstdint>
 #include <stdexcept>
 
-#include "platform/files/Directories.h"
+#include "platform/system/Environment.h"
 #include "platform/system/SharedLibrary.h"
 
 namespace {

@@ -1,6 +1,6 @@
 #include "kit/modules/ModuleFiles.h"
 
-#include "platform/files/Directories.h"
+#include "platform/system/Environment.h"
 #include "platform/system/SharedLibrary.h"
 
 #include <stdexcept>

@@ -5,12 +5,12 @@
 #include <fstream>
 
 #include "platform/files/posix/SystemPath.h"
+#include "platform/processes/Orphans.h"
 #include "platform/processes/Process.h"
-#include "platform/processes/ProcessesByEnvironment.h"
-#include "platform/processes/posix/DescriptorHandle.h"
 #include "platform/processes/posix/ProcessDescriptor.h"
 #include "platform/system/Clock.h"
 #include "platform/system/Environment.h"
+#include "platform/system/posix/Descriptor.h"
 
 namespace test_support {
 namespace {

@@ -9,8 +9,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include "platform/files/Directories.h"
 #include "platform/files/NativePath.h"
+#include "platform/system/Environment.h"
 #include "text/Text.h"
 
 namespace {

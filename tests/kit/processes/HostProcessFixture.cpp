@@ -4,7 +4,6 @@
 #include "kit/Deadline.h"
 #include "kit/OtherProcesses.h"
 #include "kit/local_socket/EndpointNames.h"
-#include "platform/files/Directories.h"
 #include "platform/files/FileLock.h"
 #include "platform/files/FileSystem.h"
 #include "platform/files/NativePath.h"

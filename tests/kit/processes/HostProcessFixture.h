@@ -5,7 +5,7 @@
 #include "kit/TestClient.h"
 #include "kit/TestProcess.h"
 #include "platform/processes/Process.h"
-#include "platform/processes/ProcessHandle.h"
+#include "platform/system/OwnedHandle.h"
 
 #include <chrono>
 #include <functional>

@@ -7,7 +7,7 @@
 #include "CommonControllerLib/FunctionManager.h"
 #include "formats/RunProtocol.h"
 #include "kit/TemporaryDirectory.h"
-#include "platform/processes/ProcessHandle.h"
+#include "platform/system/OwnedHandle.h"
 
 /// A function module and settings in a temporary directory, and one job. The program test_scenario runs scripts with
 /// the extension ".steps".

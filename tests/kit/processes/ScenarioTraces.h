@@ -1,6 +1,6 @@
 #pragma once
 
-#include "platform/processes/ProcessHandle.h"
+#include "platform/system/OwnedHandle.h"
 
 #include <string>
 #include <vector>

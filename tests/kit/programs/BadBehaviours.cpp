@@ -6,10 +6,10 @@
 #include <string_view>
 
 #include "formats/RunProtocol.h"
-#include "platform/files/Directories.h"
 #include "platform/files/File.h"
 #include "platform/files/FileSystem.h"
 #include "platform/files/NativePath.h"
+#include "platform/system/Environment.h"
 #include "platform/terminal/Console.h"
 #include "text/Text.h"
 

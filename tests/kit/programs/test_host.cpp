@@ -4,8 +4,8 @@
 #include "CommonControllerLib/FunctionManager.h"
 #include "ControllerCSWrapper/ControllerCSWrapper.h"
 #include "platform/files/FileSystem.h"
-#include "platform/processes/ProgramArguments.h"
 #include "platform/processes/Waiting.h"
+#include "platform/system/Environment.h"
 #include "services/Settings.h"
 
 int main(int count, char** values) {

@@ -7,10 +7,8 @@
 #include <vector>
 
 #include "kit/programs/StopRequests.h"
-#include "platform/files/Directories.h"
 #include "platform/files/NativePath.h"
 #include "platform/processes/Process.h"
-#include "platform/processes/ProgramArguments.h"
 #include "platform/processes/Waiting.h"
 #include "platform/system/Environment.h"
 #include "platform/system/SharedLibrary.h"

@@ -7,9 +7,9 @@
 
 #include <sddl.h>
 
-#include "platform/files/Directories.h"
 #include "platform/files/FileSystem.h"
 #include "platform/files/NativePath.h"
+#include "platform/system/Environment.h"
 
 bool OnWindows() {
     return true;

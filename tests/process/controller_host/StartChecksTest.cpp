@@ -7,8 +7,8 @@
 #include "kit/TemporaryDirectory.h"
 #include "kit/TestProcess.h"
 #include "kit/modules/ModuleFiles.h"
-#include "platform/files/Directories.h"
 #include "platform/files/NativePath.h"
+#include "platform/system/Environment.h"
 #include "text/Text.h"
 
 namespace {

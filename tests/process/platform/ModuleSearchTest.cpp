@@ -4,8 +4,8 @@
 
 #include "kit/TemporaryDirectory.h"
 #include "kit/TestProcess.h"
-#include "platform/files/Directories.h"
 #include "platform/files/NativePath.h"
+#include "platform/system/Environment.h"
 #include "text/Text.h"
 
 /// The search for modules and their libraries, in a separate process each.

@@ -6,11 +6,10 @@
 
 #include "kit/TemporaryDirectory.h"
 #include "kit/TestProcess.h"
-#include "platform/files/Directories.h"
 #include "platform/files/FileSystem.h"
 #include "platform/files/NativePath.h"
 #include "platform/processes/Waiting.h"
-#include "platform/terminal/ErrorOutput.h"
+#include "platform/system/Environment.h"
 #include "text/Text.h"
 
 using platform::ErrorKind;
@@ -209,4 +208,48 @@ TEST(ProcessTest, AChildNoticesThatItsParentEnded) {
     EXPECT_EQ(RunToEnd(start).exitCode, 0);
     life.CloseWriteEnd();
     EXPECT_EQ(test_support::ReadToEnd(life), "");
+}
+
+using platform::FindProgram;
+
+namespace {
+
+/// Sets PATH for a test, and restores it afterwards.
+class ProcessTest_Search : public testing::Test {
+protected:
+    ~ProcessTest_Search() override { platform::SetEnvironment(L"PATH", before); }
+    static void SetPath(const std::wstring& path) { platform::SetEnvironment(L"PATH", path); }
+    static std::wstring Programs() { return platform::ToNativeText(platform::ProgramDirectory()); }
+
+    const std::wstring before = platform::GetEnvironment(L"PATH").value_or(L"");
+    const std::wstring separator = std::wstring(1, platform::pathListSeparator);
+};
+
+} // namespace
+
+TEST_F(ProcessTest_Search, AProgramIsFoundInADirectoryOfPath) {
+    SetPath(platform::ToNativeText(platform::TemporaryDirectory()) + separator + Programs());
+    EXPECT_EQ(FindProgram(L"test_process"), test_support::ProgramPath(L"test_process"));
+}
+
+TEST_F(ProcessTest_Search, TheCurrentDirectoryIsNotSearched) {
+    SetPath(L"." + separator + separator + L"bin");
+    EXPECT_EQ(FindProgram(L"test_process"), std::nullopt);
+    SetPath(L"");
+    EXPECT_EQ(FindProgram(L"test_process"), std::nullopt);
+}
+
+TEST_F(ProcessTest_Search, OnlyABareNameIsLookedUp) {
+    SetPath(Programs());
+    EXPECT_EQ(FindProgram(L""), std::nullopt);
+    EXPECT_EQ(FindProgram(L"..\\bin\\test_process"), std::nullopt);
+    EXPECT_EQ(FindProgram(L"../bin/test_process"), std::nullopt);
+    EXPECT_EQ(FindProgram(L"."), std::nullopt);
+    EXPECT_EQ(FindProgram(L"no_such_program"), std::nullopt);
+}
+
+TEST_F(ProcessTest_Search, ADirectoryIsNoProgram) {
+    EXPECT_FALSE(platform::IsProgramFile(platform::ProgramDirectory()));
+    EXPECT_TRUE(platform::IsProgramFile(test_support::ProgramPath(L"test_process")));
+    EXPECT_FALSE(platform::IsProgramFile(test_support::ProgramPath(L"test_process") + std::wstring(1, L'\0')));
 }

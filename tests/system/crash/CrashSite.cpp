@@ -3,7 +3,6 @@
 #include "kit/Deadline.h"
 #include "kit/OtherProcesses.h"
 #include "kit/TestProcess.h"
-#include "platform/files/Directories.h"
 #include "platform/files/FileSystem.h"
 #include "platform/files/NativePath.h"
 #include "platform/processes/Process.h"

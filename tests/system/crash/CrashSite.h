@@ -1,7 +1,7 @@
 #pragma once
 
 #include "kit/TemporaryDirectory.h"
-#include "platform/processes/ProcessHandle.h"
+#include "platform/system/OwnedHandle.h"
 #include "system/crash/Fault.h"
 
 #include <string>

@@ -5,9 +5,8 @@
 #include "kit/OtherProcesses.h"
 #include "platform/files/FileSystem.h"
 #include "platform/files/NativePath.h"
+#include "platform/processes/Process.h"
 #include "platform/system/SharedLibrary.h"
-#include "platform/terminal/ErrorOutput.h"
-#include "platform/terminal/LineEnd.h"
 #include "text/Text.h"
 
 namespace {

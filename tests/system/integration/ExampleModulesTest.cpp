@@ -2,9 +2,9 @@
 #include "ControllerCSWrapper/ControllerCSWrapper.h"
 #include "kit/TemporaryDirectory.h"
 #include "kit/TestProcess.h"
-#include "platform/files/Directories.h"
 #include "platform/files/NativePath.h"
 #include "platform/processes/Process.h"
+#include "platform/system/Environment.h"
 #include "text/Text.h"
 
 #include <gtest/gtest.h>

@@ -2,10 +2,10 @@
 
 #include "kit/OtherProcesses.h"
 #include "kit/modules/ModuleFiles.h"
+#include "platform/files/FileSystem.h"
 #include "platform/files/NativePath.h"
-#include "platform/processes/Pipe.h"
+#include "platform/processes/OutputPipe.h"
 #include "platform/system/Environment.h"
-#include "platform/terminal/LineEnd.h"
 #include "text/Text.h"
 
 #include <array>

@@ -4,10 +4,9 @@
 #include "CommonControllerLib/CLIPresenter.h"
 #include "kit/OtherProcesses.h"
 #include "kit/ZipWriter.h"
-#include "platform/files/Directories.h"
 #include "platform/files/FileSystem.h"
 #include "platform/files/NativePath.h"
-#include "platform/terminal/LineEnd.h"
+#include "platform/system/Environment.h"
 #include "text/Text.h"
 
 #include <algorithm>

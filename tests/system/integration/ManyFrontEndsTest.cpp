@@ -3,7 +3,7 @@
 
 #include "ControllerCSWrapper/ControllerCSWrapper.h"
 #include "kit/OtherProcesses.h"
-#include "platform/terminal/LineEnd.h"
+#include "platform/files/FileSystem.h"
 #include "transport/local_socket/Limits.h"
 
 #include <optional>

@@ -3,7 +3,7 @@
 
 #include "platform/files/FileSystem.h"
 #include "platform/files/NativePath.h"
-#include "platform/processes/ProgramSearch.h"
+#include "platform/processes/Process.h"
 #include "text/Text.h"
 
 namespace {

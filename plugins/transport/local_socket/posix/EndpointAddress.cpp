@@ -15,10 +15,10 @@
 #include <unistd.h>
 
 #include "platform/files/FileSystem.h"
-#include "platform/processes/posix/DescriptorHandle.h"
 #include "platform/system/Environment.h"
 #include "platform/system/Error.h"
 #include "platform/system/Sleep.h"
+#include "platform/system/posix/Descriptor.h"
 #include "text/Text.h"
 
 namespace local_socket {

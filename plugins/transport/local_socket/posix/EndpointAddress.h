@@ -8,7 +8,7 @@
 
 #include "platform/files/FileLock.h"
 #include "platform/files/FileSystem.h"
-#include "platform/processes/ProcessHandle.h"
+#include "platform/system/OwnedHandle.h"
 
 /// The endpoint on Linux: a Unix domain socket in a directory that only its user can enter.
 namespace local_socket {

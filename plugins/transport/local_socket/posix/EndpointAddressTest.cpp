@@ -18,8 +18,8 @@
 #include "kit/TemporaryDirectory.h"
 #include "platform/files/FileSystem.h"
 #include "platform/files/NativePath.h"
-#include "platform/processes/posix/DescriptorHandle.h"
 #include "platform/system/Environment.h"
+#include "platform/system/posix/Descriptor.h"
 #include "text/Text.h"
 
 namespace {

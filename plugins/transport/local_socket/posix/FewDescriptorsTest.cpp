@@ -2,8 +2,8 @@
 #include "kit/local_socket/LineFixture.h"
 #include "platform/files/FileSystem.h"
 #include "platform/files/NativePath.h"
-#include "platform/processes/ProcessHandle.h"
-#include "platform/processes/posix/DescriptorHandle.h"
+#include "platform/system/OwnedHandle.h"
+#include "platform/system/posix/Descriptor.h"
 #include "text/Text.h"
 
 #include <cstring>

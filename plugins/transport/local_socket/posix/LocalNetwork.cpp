@@ -7,8 +7,8 @@
 #include <fcntl.h>
 #include <sys/socket.h>
 
-#include "platform/processes/posix/DescriptorHandle.h"
 #include "platform/system/Error.h"
+#include "platform/system/posix/Descriptor.h"
 #include "text/Text.h"
 #include "transport/local_socket/AsioNetwork.h"
 #include "transport/local_socket/Limits.h"

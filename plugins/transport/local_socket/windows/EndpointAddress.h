@@ -3,7 +3,7 @@
 #include <chrono>
 #include <string>
 
-#include "platform/processes/ProcessHandle.h"
+#include "platform/system/OwnedHandle.h"
 
 /// The endpoint on Windows: a named pipe that only its user may open.
 namespace local_socket {

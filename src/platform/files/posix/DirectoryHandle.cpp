@@ -6,7 +6,7 @@
 
 #include "platform/files/FileSystem.h"
 #include "platform/files/posix/SystemPath.h"
-#include "platform/processes/posix/DescriptorHandle.h"
+#include "platform/system/posix/Descriptor.h"
 
 namespace platform {
 

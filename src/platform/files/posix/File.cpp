@@ -8,7 +8,7 @@
 #include <unistd.h>
 
 #include "platform/files/posix/SystemPath.h"
-#include "platform/system/posix/Outcome.h"
+#include "platform/system/posix/Descriptor.h"
 
 namespace platform {
 namespace {

@@ -8,7 +8,7 @@
 
 #include "platform/files/FileSystemCalls.h"
 #include "platform/files/posix/SystemPath.h"
-#include "platform/system/posix/Outcome.h"
+#include "platform/system/posix/Descriptor.h"
 
 namespace platform {
 namespace {
@@ -30,6 +30,8 @@ std::int64_t Nanoseconds(const timespec& time) {
 }
 
 } // namespace
+
+const std::string_view lineEnd = "\n";
 
 bool Exists(const std::wstring& path) {
     return access(SystemPath(path).c_str(), F_OK) == 0;

@@ -6,8 +6,8 @@
 
 #include "platform/files/FileSystem.h"
 #include "platform/files/posix/CaseInsensitiveOrder.h"
-#include "platform/files/posix/DirectoryListing.h"
 #include "platform/files/posix/SystemPath.h"
+#include "platform/system/posix/Descriptor.h"
 #include "text/Text.h"
 
 namespace platform {

@@ -10,8 +10,8 @@
 #include "fault_points/FaultPoint.h"
 #include "platform/files/FileSystem.h"
 #include "platform/files/PathRoot.h"
-#include "platform/files/posix/DirectoryListing.h"
 #include "platform/files/posix/SystemPath.h"
+#include "platform/system/posix/Descriptor.h"
 
 namespace platform {
 namespace {

@@ -55,6 +55,8 @@ bool MayPass(const Error& error) {
 
 } // namespace
 
+const std::string_view lineEnd = "\r\n";
+
 bool Exists(const std::wstring& path) {
     return AttributesOf(path) != INVALID_FILE_ATTRIBUTES;
 }

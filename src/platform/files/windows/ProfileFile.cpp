@@ -2,10 +2,10 @@
 
 #include <windows.h>
 
-#include "platform/files/Directories.h"
 #include "platform/files/NativePath.h"
 #include "platform/files/PathRoot.h"
 #include "platform/files/windows/SystemPath.h"
+#include "platform/system/Environment.h"
 
 namespace platform {
 

@@ -7,7 +7,7 @@
 #include "platform/files/PathRoot.h"
 #include "platform/files/windows/DirectorySearch.h"
 #include "platform/files/windows/SystemPath.h"
-#include "platform/processes/ProcessHandle.h"
+#include "platform/system/OwnedHandle.h"
 
 namespace platform {
 namespace {

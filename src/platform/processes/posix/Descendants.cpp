@@ -4,13 +4,14 @@
 #include <fstream>
 #include <map>
 #include <string>
+#include <string_view>
 #include <vector>
 
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include "platform/processes/posix/ProcessDescriptor.h"
-#include "platform/processes/posix/ProcessList.h"
+#include "platform/system/posix/Descriptor.h"
 
 namespace platform {
 namespace {
@@ -120,6 +121,17 @@ void KillDescendants(const std::function<void(const siginfo_t&)>& onReaped) {
     while (ReapEnded(onReaped) && EndAllOnce()) {
         WaitForOneToEnd();
     }
+}
+
+std::vector<pid_t> ListProcesses() {
+    std::vector<pid_t> processes;
+    const DirectoryListing directory(opendir("/proc"));
+    while (const dirent* const entry = directory ? readdir(directory.get()) : nullptr) {
+        if (std::string_view(entry->d_name).find_first_not_of("0123456789") == std::string_view::npos) {
+            processes.push_back(static_cast<pid_t>(std::strtol(entry->d_name, nullptr, 10)));
+        }
+    }
+    return processes;
 }
 
 } // namespace platform

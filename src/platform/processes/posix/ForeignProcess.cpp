@@ -2,13 +2,18 @@
 
 #include <cerrno>
 #include <climits>
+#include <fstream>
+#include <sstream>
+#include <string>
+#include <utility>
 
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include "platform/processes/Process.h"
-#include "platform/processes/posix/DescriptorHandle.h"
 #include "platform/processes/posix/ProcessDescriptor.h"
+#include "platform/system/posix/Descriptor.h"
 
 namespace platform {
 namespace {
@@ -17,6 +22,36 @@ namespace {
 bool IsProcessDescriptor(int descriptor) {
     siginfo_t ended{};
     return waitid(P_PIDFD, static_cast<id_t>(descriptor), &ended, WEXITED | WNOHANG | WNOWAIT) == 0 || errno == ECHILD;
+}
+
+std::string DirectoryOf(pid_t number) {
+    return "/proc/" + std::to_string(number);
+}
+
+/// In clock ticks since boot; 0 if unknown.
+std::int64_t StartOf(pid_t number) {
+    std::ifstream file(DirectoryOf(number) + "/stat");
+    std::string text;
+    std::getline(file, text, '\0');
+    // The name in parentheses may contain any characters, also blanks and parentheses.
+    const std::size_t afterName = text.rfind(')');
+    if (afterName == std::string::npos) {
+        return 0;
+    }
+    constexpr int fieldsBefore = 19;
+    std::istringstream fields(text.substr(afterName + 1));
+    std::string skipped;
+    for (int field = 0; field < fieldsBefore; ++field) {
+        fields >> skipped;
+    }
+    std::int64_t start = 0;
+    fields >> start;
+    return start;
+}
+
+bool IsOwn(pid_t number) {
+    struct stat status {};
+    return stat(DirectoryOf(number).c_str(), &status) == 0 && status.st_uid == geteuid();
 }
 
 } // namespace
@@ -51,6 +86,22 @@ Error OpenProcessById(std::uint32_t id, OwnedHandle& process) {
     }
     process = OwnedHandle(HandleOf(descriptor));
     return {};
+}
+
+ProcessIdentity OwnProcessIdentity() {
+    return {static_cast<std::uint32_t>(getpid()), StartOf(getpid())};
+}
+
+/// Opens the pidfd first: the start time read afterwards belongs to the same process, or to a later one, whose start
+/// time differs.
+OwnedHandle OpenProcess(const ProcessIdentity& process) {
+    const auto number = static_cast<pid_t>(process.number);
+    if (number <= 0 || process.start == 0) {
+        return {};
+    }
+    OwnedHandle opened(HandleOf(OpenProcessDescriptor(number)));
+    const bool isMeant = opened && StartOf(number) == process.start && IsOwn(number) && IsProcessRunning(opened.Get());
+    return isMeant ? std::move(opened) : OwnedHandle();
 }
 
 } // namespace platform

@@ -5,16 +5,14 @@
 #include <fstream>
 
 #include <fcntl.h>
-
+#include <sys/stat.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include "platform/processes/InheritedHandle.h"
-#include "platform/processes/posix/DescriptorHandle.h"
-#include "platform/processes/posix/ExitStatus.h"
+#include "platform/files/posix/SystemPath.h"
 #include "platform/processes/posix/ProcessDescriptor.h"
 #include "platform/processes/posix/Spawn.h"
-#include "platform/terminal/ErrorOutput.h"
+#include "platform/system/posix/Descriptor.h"
 #include "text/Text.h"
 
 namespace platform {
@@ -32,17 +30,12 @@ int AboveStandardStreams(int descriptor) {
 
 } // namespace
 
-Error StartProcess(const ProcessStart& start, OwnedHandle& process) {
-    return Spawn(start, SpawnGroup::Parents, start.output, process);
-}
-
 Error StartProcess(const ProcessStart& start, void* errorOutput, OwnedHandle& process) {
     return Spawn(start, SpawnGroup::Parents, errorOutput, process);
 }
 
 OwnedHandle OpenSelf() {
-    const int descriptor = AboveStandardStreams(OpenProcessDescriptor(getpid()));
-    return descriptor < 0 ? OwnedHandle() : OwnedHandle(HandleOf(descriptor));
+    return OwnedHandle(HandleOf(AboveStandardStreams(OpenProcessDescriptor(getpid()))));
 }
 
 bool SetCloseOnExec(void* handle) {
@@ -50,10 +43,11 @@ bool SetCloseOnExec(void* handle) {
     return descriptor >= 0 && fcntl(descriptor, F_SETFD, FD_CLOEXEC) == 0;
 }
 
-void RequestTermination(void* process) {
+bool RequestTermination(void* process) {
     for (const int signal : {SIGTERM, SIGCONT}) {
         pidfd_send_signal(DescriptorOf(process), signal, nullptr, 0);
     }
+    return true;
 }
 
 std::optional<std::int32_t> ExitCode(void* process) {
@@ -85,6 +79,20 @@ std::uint32_t ProcessNumber(void* process) {
 
 std::uint32_t OwnProcessNumber() {
     return static_cast<std::uint32_t>(getpid());
+}
+
+bool IsProgramName(const std::wstring&) {
+    return true;
+}
+
+bool IsProgramFile(const std::wstring& path) {
+    const std::string native = SystemPath(path);
+    struct stat status {};
+    return stat(native.c_str(), &status) == 0 && S_ISREG(status.st_mode) && access(native.c_str(), X_OK) == 0;
+}
+
+std::vector<std::wstring> ProgramFileNames(const std::wstring& name) {
+    return {name};
 }
 
 } // namespace platform

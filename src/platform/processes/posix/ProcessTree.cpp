@@ -8,9 +8,9 @@
 #include <unistd.h>
 
 #include "platform/processes/posix/Descendants.h"
-#include "platform/processes/posix/DescriptorHandle.h"
-#include "platform/processes/posix/ExitStatus.h"
+#include "platform/processes/posix/ProcessDescriptor.h"
 #include "platform/processes/posix/Spawn.h"
+#include "platform/system/posix/Descriptor.h"
 
 namespace platform {
 namespace {

@@ -3,7 +3,9 @@
 #include <algorithm>
 #include <cerrno>
 #include <csignal>
+#include <map>
 #include <new>
+#include <string_view>
 
 #include <fcntl.h>
 #include <spawn.h>
@@ -11,14 +13,35 @@
 #include <unistd.h>
 
 #include "platform/files/posix/SystemPath.h"
-#include "platform/processes/ProcessStartCheck.h"
-#include "platform/processes/posix/DescriptorHandle.h"
+#include "platform/processes/Process.h"
 #include "platform/processes/posix/ProcessDescriptor.h"
-#include "platform/processes/posix/SpawnEnvironment.h"
+#include "platform/system/posix/Descriptor.h"
 #include "text/Text.h"
 
 namespace platform {
 namespace {
+
+/// The variables of a child as "NAME=value": those of this process with the differences in `start`.
+std::vector<std::string> SpawnEnvironment(const ProcessStart& start) {
+    std::map<std::string, std::string> variables;
+    for (char** entry = environ; entry != nullptr && *entry != nullptr; ++entry) {
+        const std::string_view text = *entry;
+        variables.emplace(text.substr(0, text.find('=')), text);
+    }
+    for (const auto& [name, value] : start.environment) {
+        const std::string key = text::ToUtf8(name);
+        variables.erase(key);
+        if (value) {
+            variables.emplace(key, key + '=' + text::ToUtf8(*value));
+        }
+    }
+    std::vector<std::string> entries;
+    entries.reserve(variables.size());
+    for (const auto& [name, entry] : variables) {
+        entries.push_back(entry);
+    }
+    return entries;
+}
 
 constexpr int firstBeyondStandard = STDERR_FILENO + 1;
 

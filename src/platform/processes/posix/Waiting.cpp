@@ -13,7 +13,7 @@
 #include <unistd.h>
 
 #include "platform/files/posix/SystemPath.h"
-#include "platform/processes/posix/DescriptorHandle.h"
+#include "platform/system/posix/Descriptor.h"
 
 namespace platform {
 namespace {

@@ -1,17 +1,89 @@
 #include "platform/processes/windows/CreateProcess.h"
 
 #include <algorithm>
+#include <map>
+#include <memory>
+#include <string_view>
 
 #include <windows.h>
 
 #include "platform/files/NativePath.h"
 #include "platform/files/windows/SystemPath.h"
-#include "platform/processes/ProcessStartCheck.h"
-#include "platform/processes/windows/CommandLine.h"
-#include "platform/processes/windows/EnvironmentBlock.h"
+#include "platform/processes/Process.h"
 
 namespace platform {
 namespace {
+
+/// Backslashes are literal unless they precede a quote (including the closing one); there each must be doubled.
+std::wstring Quote(const std::wstring& argument) {
+    if (!argument.empty() && argument.find_first_of(L" \t\n\v\"") == std::wstring::npos) {
+        return argument;
+    }
+    std::wstring quoted = L"\"";
+    std::size_t backslashes = 0;
+    for (const wchar_t unit : argument) {
+        if (unit == L'"') {
+            quoted.append(backslashes + 1, L'\\');
+        }
+        backslashes = unit == L'\\' ? backslashes + 1 : 0;
+        quoted += unit;
+    }
+    quoted.append(backslashes, L'\\');
+    return quoted + L'"';
+}
+
+/// Quotes a program and its arguments so that the C runtime of the child (`CommandLineToArgvW`) reads back exactly
+/// these arguments.
+std::wstring BuildCommandLine(const std::wstring& program, const std::vector<std::wstring>& arguments) {
+    // The program name is parsed by simpler rules, and no file name contains a quote.
+    std::wstring line = L'"' + program + L'"';
+    for (const std::wstring& argument : arguments) {
+        line += L' ' + Quote(argument);
+    }
+    return line;
+}
+
+struct LessWithoutCase {
+    bool operator()(const std::wstring& left, const std::wstring& right) const {
+        return CompareStringOrdinal(left.c_str(), static_cast<int>(left.size()), right.c_str(),
+                                    static_cast<int>(right.size()), TRUE) == CSTR_LESS_THAN;
+    }
+};
+
+using Variables = std::map<std::wstring, std::wstring, LessWithoutCase>;
+
+Variables OwnVariables() {
+    const std::unique_ptr<wchar_t, BOOL(WINAPI*)(wchar_t*)> block(GetEnvironmentStringsW(), FreeEnvironmentStringsW);
+    Variables variables;
+    for (const wchar_t* entry = block.get(); entry != nullptr && *entry != L'\0';) {
+        const std::wstring_view text = entry;
+        // The variables for the current directories of drives have names that begin with "=".
+        const std::size_t nameEnd = text.find(L'=', 1);
+        if (nameEnd != std::wstring_view::npos) {
+            variables.emplace(text.substr(0, nameEnd), text.substr(nameEnd + 1));
+        }
+        entry += text.size() + 1;
+    }
+    return variables;
+}
+
+/// The variables of a child as one block, sorted as the system requires: those of this process with the differences in
+/// `start`.
+std::wstring EnvironmentBlock(const ProcessStart& start) {
+    Variables variables = OwnVariables();
+    for (const auto& [name, value] : start.environment) {
+        variables.erase(name);
+        if (value) {
+            variables.emplace(name, *value);
+        }
+    }
+    std::wstring block;
+    for (const auto& [name, value] : variables) {
+        block.append(name).append(1, L'=').append(value).append(1, L'\0');
+    }
+    block.append(variables.empty() ? 2 : 1, L'\0');
+    return block;
+}
 
 /// The null device, for a child without a terminal.
 OwnedHandle OpenNowhere(DWORD access) {

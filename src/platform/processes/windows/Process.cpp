@@ -2,16 +2,11 @@
 
 #include <windows.h>
 
-#include "platform/processes/InheritedHandle.h"
+#include "platform/files/FileSystem.h"
 #include "platform/processes/windows/CreateProcess.h"
-#include "platform/terminal/ErrorOutput.h"
 #include "text/Hexadecimal.h"
 
 namespace platform {
-
-Error StartProcess(const ProcessStart& start, OwnedHandle& process) {
-    return CreateChild(start, nullptr, start.output, process);
-}
 
 Error StartProcess(const ProcessStart& start, void* errorOutput, OwnedHandle& process) {
     return CreateChild(start, nullptr, errorOutput, process);
@@ -28,7 +23,9 @@ bool SetCloseOnExec(void* handle) {
     return SetHandleInformation(handle, HANDLE_FLAG_INHERIT, 0) != 0;
 }
 
-void RequestTermination(void*) {}
+bool RequestTermination(void*) {
+    return false;
+}
 
 std::optional<std::int32_t> ExitCode(void* process) {
     DWORD code = 0;
@@ -54,6 +51,21 @@ std::uint32_t ProcessNumber(void* process) {
 
 std::uint32_t OwnProcessNumber() {
     return GetCurrentProcessId();
+}
+
+bool IsProgramName(const std::wstring& path) {
+    return HasExtension(path, L".exe") || HasExtension(path, L".com");
+}
+
+bool IsProgramFile(const std::wstring& path) {
+    return IsProgramName(path) && Exists(path) && !IsDirectory(path);
+}
+
+std::vector<std::wstring> ProgramFileNames(const std::wstring& name) {
+    if (IsProgramName(name)) {
+        return {name};
+    }
+    return {name + L".exe", name + L".com"};
 }
 
 } // namespace platform

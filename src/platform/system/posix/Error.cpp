@@ -5,7 +5,6 @@
 
 #include <sys/resource.h>
 
-#include "platform/system/SystemMessage.h"
 #include "text/Text.h"
 
 namespace platform {

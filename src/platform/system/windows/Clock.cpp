@@ -1,4 +1,4 @@
-#include "platform/system/CalendarCalls.h"
+#include "platform/system/Clock.h"
 
 namespace platform {
 

@@ -2,8 +2,6 @@
 
 #include <windows.h>
 
-#include "platform/system/SystemMessage.h"
-
 namespace platform {
 namespace {
 

@@ -5,7 +5,7 @@
 
 #include "kit/SystemHelpers.h"
 #include "kit/TemporaryDirectory.h"
-#include "platform/files/Directories.h"
+#include "platform/system/Environment.h"
 #include "text/Text.h"
 
 /// Loading by bare name, as other libraries do.

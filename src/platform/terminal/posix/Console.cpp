@@ -10,9 +10,8 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include "platform/processes/posix/DescriptorHandle.h"
 #include "platform/system/Environment.h"
-#include "platform/terminal/WideOutput.h"
+#include "platform/system/posix/Descriptor.h"
 
 namespace platform {
 namespace {

@@ -8,7 +8,6 @@
 #include <windows.h>
 
 #include "platform/system/Environment.h"
-#include "platform/terminal/WideOutput.h"
 
 namespace platform {
 namespace {

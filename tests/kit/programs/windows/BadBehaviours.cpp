@@ -6,9 +6,9 @@
 
 #include <tlhelp32.h>
 
-#include "platform/files/Directories.h"
 #include "platform/files/FileSystem.h"
 #include "platform/files/NativePath.h"
+#include "platform/system/Environment.h"
 
 namespace {
 

@@ -5,7 +5,7 @@
 #include <unistd.h>
 
 #include "platform/processes/Process.h"
-#include "platform/processes/ProcessHandle.h"
+#include "platform/system/OwnedHandle.h"
 
 namespace {
 

@@ -8,7 +8,7 @@
 #include "kit/TemporaryDirectory.h"
 #include "kit/TestProcess.h"
 #include "platform/processes/ProcessTree.h"
-#include "platform/processes/posix/DescriptorHandle.h"
+#include "platform/system/posix/Descriptor.h"
 
 using platform::OwnedHandle;
 using platform::ProcessTree;

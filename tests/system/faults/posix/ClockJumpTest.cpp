@@ -1,9 +1,9 @@
 #include "system/faults/FaultFixture.h"
 #include "system/faults/posix/JumpingClock.h"
 
-#include "platform/files/Directories.h"
 #include "platform/files/FileSystem.h"
 #include "platform/files/NativePath.h"
+#include "platform/system/Environment.h"
 #include "text/Text.h"
 
 #include <cstring>

@@ -12,10 +12,10 @@
 #include <unistd.h>
 
 #include "kit/TestProcess.h"
-#include "platform/processes/Pipe.h"
-#include "platform/processes/ProcessHandle.h"
-#include "platform/processes/posix/DescriptorHandle.h"
+#include "platform/processes/OutputPipe.h"
 #include "platform/processes/posix/ProcessDescriptor.h"
+#include "platform/system/OwnedHandle.h"
+#include "platform/system/posix/Descriptor.h"
 
 namespace {
 

@@ -1,7 +1,7 @@
 #include "kit/processes/HostProcessFixture.h"
 
 #include "platform/files/NativePath.h"
-#include "platform/processes/posix/DescriptorHandle.h"
+#include "platform/system/posix/Descriptor.h"
 #include "text/Text.h"
 
 #include <optional>

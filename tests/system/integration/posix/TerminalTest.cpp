@@ -2,7 +2,7 @@
 
 #include "kit/Deadline.h"
 #include "platform/files/NativePath.h"
-#include "platform/processes/posix/DescriptorHandle.h"
+#include "platform/system/posix/Descriptor.h"
 
 #include <array>
 #include <cerrno>

@@ -3,7 +3,7 @@
 
 #include <chrono>
 
-#include "platform/processes/ProcessesByEnvironment.h"
+#include "platform/processes/Orphans.h"
 #include "platform/processes/Waiting.h"
 
 namespace {

@@ -1,4 +1,4 @@
-#include "platform/processes/ProcessHandle.h"
+#include "platform/system/OwnedHandle.h"
 
 #include <cstdint>
 #include <utility>
@@ -12,25 +12,25 @@ using platform::Event;
 using platform::IsProcessRunning;
 using platform::OwnedHandle;
 
-TEST(ProcessHandleTest, NullDoesNotRunAndIsNothingToClose) {
+TEST(OwnedHandleTest, NullDoesNotRunAndIsNothingToClose) {
     EXPECT_FALSE(IsProcessRunning(nullptr));
     platform::CloseProcessHandle(nullptr);
 }
 
-TEST(ProcessHandleTest, WhatIsNoHandleDoesNotRun) {
+TEST(OwnedHandleTest, WhatIsNoHandleDoesNotRun) {
     EXPECT_FALSE(IsProcessRunning(reinterpret_cast<void*>(std::intptr_t{-4})));
     EXPECT_FALSE(IsProcessRunning(reinterpret_cast<void*>(std::intptr_t{0x7ffffff0})));
     EXPECT_FALSE(IsProcessRunning(reinterpret_cast<void*>(std::intptr_t{0x7ffffffffffff0})));
 }
 
-TEST(ProcessHandleTest, AnythingThatIsNotSignalledCountsAsRunning) {
+TEST(OwnedHandleTest, AnythingThatIsNotSignalledCountsAsRunning) {
     Event event;
     EXPECT_TRUE(IsProcessRunning(event.Handle()));
     event.Raise();
     EXPECT_FALSE(IsProcessRunning(event.Handle()));
 }
 
-TEST(ProcessHandleTest, AnOwnerGivesItsHandleAway) {
+TEST(OwnedHandleTest, AnOwnerGivesItsHandleAway) {
     const OwnedHandle none;
     EXPECT_FALSE(none);
     OwnedHandle first = platform::OpenSelf();
@@ -42,7 +42,7 @@ TEST(ProcessHandleTest, AnOwnerGivesItsHandleAway) {
     EXPECT_FALSE(second);
 }
 
-TEST(ProcessHandleTest, ACopyLivesOnItsOwn) {
+TEST(OwnedHandleTest, ACopyLivesOnItsOwn) {
     platform::Event event;
     const OwnedHandle copy(platform::CopyHandle(event.Handle()));
     ASSERT_TRUE(copy);

@@ -1,4 +1,4 @@
-#include "platform/processes/Pipe.h"
+#include "platform/processes/OutputPipe.h"
 
 #include <gtest/gtest.h>
 
@@ -7,7 +7,7 @@
 using platform::OutputPipe;
 using test_support::TestProcess;
 
-TEST(PipeTest, AClosedWriteEndIsTheEnd) {
+TEST(OutputPipeTest, AClosedWriteEndIsTheEnd) {
     OutputPipe pipe;
     ASSERT_FALSE(pipe.Open());
     EXPECT_NE(pipe.WriteEnd(), nullptr);
@@ -18,14 +18,14 @@ TEST(PipeTest, AClosedWriteEndIsTheEnd) {
     EXPECT_EQ(bytes, "");
 }
 
-TEST(PipeTest, APipeThatWasNotOpenedIsAtItsEnd) {
+TEST(OutputPipeTest, APipeThatWasNotOpenedIsAtItsEnd) {
     OutputPipe pipe;
     std::string bytes = "old";
     pipe.Read(10, bytes);
     EXPECT_EQ(bytes, "");
 }
 
-TEST(PipeTest, AReadGivesAtMostTheLimit) {
+TEST(OutputPipeTest, AReadGivesAtMostTheLimit) {
     OutputPipe pipe;
     ASSERT_FALSE(pipe.Open());
     platform::ProcessStart start = TestProcess({L"echo", L"abcdef"});
@@ -39,13 +39,13 @@ TEST(PipeTest, AReadGivesAtMostTheLimit) {
     EXPECT_EQ(test_support::ReadToEnd(pipe), "cdef]\n");
 }
 
-TEST(PipeTest, MuchOutputComesWhole) {
+TEST(OutputPipeTest, MuchOutputComesWhole) {
     const test_support::Ending ending = test_support::RunToEnd(TestProcess({L"print-lines", L"20000"}));
     EXPECT_EQ(ending.output.size(), 2'000'000U);
     EXPECT_EQ(ending.output.substr(ending.output.size() - 100, 11), "line 20000 ");
 }
 
-TEST(PipeTest, WhatHasComeIsReadWithoutWaitingForTheEnd) {
+TEST(OutputPipeTest, WhatHasComeIsReadWithoutWaitingForTheEnd) {
     OutputPipe pipe;
     ASSERT_FALSE(pipe.Open());
     std::string bytes = "old";

@@ -1,4 +1,4 @@
-#include "platform/processes/Pipe.h"
+#include "platform/processes/OutputPipe.h"
 
 #include <cerrno>
 
@@ -6,7 +6,7 @@
 #include <poll.h>
 #include <unistd.h>
 
-#include "platform/processes/posix/DescriptorHandle.h"
+#include "platform/system/posix/Descriptor.h"
 
 namespace platform {
 

@@ -1,4 +1,4 @@
-#include "platform/processes/ProcessIdentity.h"
+#include "platform/processes/ForeignProcess.h"
 
 #include <gtest/gtest.h>
 
@@ -10,7 +10,7 @@ using platform::OpenProcess;
 using platform::OwnProcessIdentity;
 using platform::ProcessIdentity;
 
-TEST(ProcessIdentityTest, AProcessIsFoundByItsIdentity) {
+TEST(ForeignProcessTest, AProcessIsFoundByItsIdentity) {
     const ProcessIdentity own = OwnProcessIdentity();
     EXPECT_EQ(own.number, platform::OwnProcessNumber());
     EXPECT_NE(own.start, 0);
@@ -20,13 +20,13 @@ TEST(ProcessIdentityTest, AProcessIsFoundByItsIdentity) {
     EXPECT_EQ(platform::ProcessNumber(opened.Get()), own.number);
 }
 
-TEST(ProcessIdentityTest, AnotherProcessWithTheSameNumberIsNotTakenForIt) {
+TEST(ForeignProcessTest, AnotherProcessWithTheSameNumberIsNotTakenForIt) {
     ProcessIdentity earlier = OwnProcessIdentity();
     --earlier.start;
     EXPECT_FALSE(OpenProcess(earlier));
 }
 
-TEST(ProcessIdentityTest, WhatIsNoProcessIsNotFound) {
+TEST(ForeignProcessTest, WhatIsNoProcessIsNotFound) {
     EXPECT_FALSE(OpenProcess({}));
     EXPECT_FALSE(OpenProcess({OwnProcessIdentity().number, 0}));
     EXPECT_FALSE(OpenProcess({0xffffffff, 1}));

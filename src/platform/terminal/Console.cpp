@@ -1,11 +1,10 @@
-#include "platform/terminal/WideOutput.h"
+#include "platform/terminal/Console.h"
 
 #include <iostream>
 #include <streambuf>
 #include <string>
 
 #include "platform/system/NeverDestroyed.h"
-#include "platform/terminal/Console.h"
 #include "text/EscapeControls.h"
 #include "text/Text.h"
 

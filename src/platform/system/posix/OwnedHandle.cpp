@@ -1,6 +1,6 @@
-#include "platform/processes/ProcessHandle.h"
+#include "platform/system/OwnedHandle.h"
 
-#include "platform/processes/posix/DescriptorHandle.h"
+#include "platform/system/posix/Descriptor.h"
 
 #include <cerrno>
 

@@ -1,21 +1,71 @@
-#include "platform/processes/ProcessesByEnvironment.h"
+#include "platform/processes/Orphans.h"
 
 #include <chrono>
 #include <csignal>
+#include <cstdlib>
 #include <string_view>
 #include <vector>
 
+#include <sys/prctl.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include "platform/files/FileSystem.h"
+#include "platform/processes/Process.h"
 #include "platform/processes/Waiting.h"
-#include "platform/processes/posix/DescriptorHandle.h"
+#include "platform/processes/posix/Descendants.h"
 #include "platform/processes/posix/ProcessDescriptor.h"
-#include "platform/processes/posix/ProcessList.h"
+#include "platform/system/posix/Descriptor.h"
 #include "text/Text.h"
 
 namespace platform {
 namespace {
+
+/// Blocks the signals that the supervisor handles, so that `Next` can wait for them.
+class BlockedSignals {
+public:
+    BlockedSignals() {
+        sigemptyset(&blocked);
+        for (const int number : {SIGCHLD, SIGTERM, SIGINT, SIGHUP}) {
+            sigaddset(&blocked, number);
+        }
+        pthread_sigmask(SIG_BLOCK, &blocked, &before);
+    }
+    ~BlockedSignals() { pthread_sigmask(SIG_SETMASK, &before, nullptr); }
+    BlockedSignals(const BlockedSignals&) = delete;
+    BlockedSignals& operator=(const BlockedSignals&) = delete;
+
+    int Next() const { return sigwaitinfo(&blocked, nullptr); }
+
+private:
+    sigset_t blocked{};
+    sigset_t before{};
+};
+
+/// True if the worker has ended; `ended` says how. Resumes a stopped worker.
+bool HasEnded(pid_t worker, siginfo_t& ended) {
+    for (;;) {
+        ended = {};
+        if (waitid(P_PID, static_cast<id_t>(worker), &ended, WEXITED | WSTOPPED | WNOHANG) != 0 || ended.si_pid == 0) {
+            return false;
+        }
+        if (ended.si_code != CLD_STOPPED) {
+            return true;
+        }
+        kill(worker, SIGCONT);
+    }
+}
+
+WorkerExit Watch(pid_t worker, const BlockedSignals& signals) {
+    siginfo_t ended{};
+    while (!HasEnded(worker, ended)) {
+        if (const int signal = signals.Next(); signal > 0 && signal != SIGCHLD) {
+            kill(worker, SIGTERM);
+        }
+    }
+    KillDescendants([](const siginfo_t&) {});
+    return {ExitStatusOf(ended), ended.si_code != CLD_EXITED};
+}
 
 using std::chrono::steady_clock;
 
@@ -54,7 +104,7 @@ OwnedHandle EndIfMarked(pid_t process, const Marks& marks) {
         return OwnedHandle();
     }
     const int descriptor = OpenProcessDescriptor(process);
-    OwnedHandle handle(descriptor < 0 ? nullptr : HandleOf(descriptor));
+    OwnedHandle handle(HandleOf(descriptor));
     const bool isEnded = handle && IsMarked(process, marks) && pidfd_send_signal(descriptor, SIGKILL, nullptr, 0) == 0;
     return isEnded ? std::move(handle) : OwnedHandle();
 }
@@ -84,6 +134,24 @@ std::size_t EndSomeAndWait(const Marks& marks, steady_clock::time_point deadline
 }
 
 } // namespace
+
+WorkerExit RunUnderSubreaper(const std::function<std::int32_t(void* subreaper)>& work) {
+    const OwnedHandle subreaper = OpenSelf();
+    pid_t worker = -1;
+    {
+        const BlockedSignals signals;
+        // A plain fork: this process is small and has a single thread. The child executes no other program.
+        worker = subreaper ? fork() : -1;
+        if (worker > 0) {
+            prctl(PR_SET_CHILD_SUBREAPER, 1UL, 0UL, 0UL, 0UL);
+            return Watch(worker, signals);
+        }
+    }
+    if (worker < 0) {
+        return {work(nullptr), false};
+    }
+    std::exit(work(subreaper.Get()));
+}
 
 std::size_t KillProcessesByEnvironment(const std::wstring& variable, const std::set<std::wstring>& values) {
     if (values.empty()) {

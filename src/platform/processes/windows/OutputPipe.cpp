@@ -1,4 +1,4 @@
-#include "platform/processes/Pipe.h"
+#include "platform/processes/OutputPipe.h"
 
 #include <algorithm>
 

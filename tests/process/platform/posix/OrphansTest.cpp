@@ -1,4 +1,4 @@
-#include "platform/processes/ProcessesByEnvironment.h"
+#include "platform/processes/Orphans.h"
 
 #include <string>
 
@@ -14,7 +14,7 @@ namespace {
 constexpr const wchar_t* variable = L"CONTROLLER_TEST_MARK";
 
 /// Processes with a unique mark that hold the write end of one pipe: its end of file shows that all have ended.
-class ProcessesByEnvironmentTest : public testing::Test {
+class OrphansTest : public testing::Test {
 protected:
     void Start(const std::wstring& command, const std::wstring& value) {
         ASSERT_FALSE(life.Open());
@@ -39,14 +39,14 @@ protected:
 
 } // namespace
 
-TEST_F(ProcessesByEnvironmentTest, AProcessAndAllThatItStartedAreEnded) {
+TEST_F(OrphansTest, AProcessAndAllThatItStartedAreEnded) {
     Start(L"have-family", OwnValue());
     EXPECT_EQ(KillProcessesByEnvironment(variable, {L"another", OwnValue()}), 4U);
     EXPECT_EQ(test_support::ReadToEnd(life), "");
     EXPECT_EQ(KillProcessesByEnvironment(variable, {OwnValue()}), 0U);
 }
 
-TEST_F(ProcessesByEnvironmentTest, OtherValuesAreLeftAlone) {
+TEST_F(OrphansTest, OtherValuesAreLeftAlone) {
     Start(L"wait", OwnValue() + L" and more");
     EXPECT_EQ(KillProcessesByEnvironment(variable, {OwnValue(), OwnValue() + L" and", L""}), 0U);
     EXPECT_EQ(KillProcessesByEnvironment(variable, {}), 0U);
@@ -54,7 +54,7 @@ TEST_F(ProcessesByEnvironmentTest, OtherValuesAreLeftAlone) {
     EXPECT_EQ(KillProcessesByEnvironment(variable, {OwnValue() + L" and more"}), 1U);
 }
 
-TEST_F(ProcessesByEnvironmentTest, TheProcessThatAsksIsNotEnded) {
+TEST_F(OrphansTest, TheProcessThatAsksIsNotEnded) {
     platform::SetEnvironment(variable, OwnValue());
     EXPECT_EQ(KillProcessesByEnvironment(variable, {OwnValue()}), 0U);
 }

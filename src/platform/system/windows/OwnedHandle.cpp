@@ -1,4 +1,4 @@
-#include "platform/processes/ProcessHandle.h"
+#include "platform/system/OwnedHandle.h"
 
 #include <windows.h>
 

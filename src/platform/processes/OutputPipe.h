@@ -1,7 +1,7 @@
 #pragma once
 
-#include "platform/processes/ProcessHandle.h"
 #include "platform/system/Error.h"
+#include "platform/system/OwnedHandle.h"
 
 #include <cstddef>
 #include <string>

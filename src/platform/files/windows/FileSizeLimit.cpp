@@ -1,7 +1,0 @@
-#include "platform/files/FileSizeLimit.h"
-
-namespace platform {
-
-void IgnoreFileSizeSignal() {}
-
-} // namespace platform

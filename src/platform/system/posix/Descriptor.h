@@ -1,0 +1,38 @@
+#pragma once
+
+#include <climits>
+#include <cstdint>
+#include <memory>
+
+#include <dirent.h>
+
+#include "platform/system/Error.h"
+
+/// Descriptors of this system, and the results of calls with them.
+namespace platform {
+
+/// Encodes a descriptor as a handle: its number plus one, so that no handle is null. Null for -1, the result of a
+/// failed call.
+inline void* HandleOf(int descriptor) {
+    return reinterpret_cast<void*>(static_cast<std::intptr_t>(descriptor) + 1);
+}
+
+/// The descriptor in a handle; -1 for null and for values out of range (handles may come from outside, as text).
+inline int DescriptorOf(void* handle) {
+    const auto number = reinterpret_cast<std::intptr_t>(handle);
+    return number > 0 && number <= INT_MAX ? static_cast<int>(number - 1) : -1;
+}
+
+struct DirectoryCloser {
+    void operator()(DIR* directory) const { closedir(directory); }
+};
+
+/// An open directory stream.
+using DirectoryListing = std::unique_ptr<DIR, DirectoryCloser>;
+
+/// The error of a system call that returns -1 on failure.
+inline Error OutcomeOf(int result) {
+    return result == -1 ? LastError() : Error{};
+}
+
+} // namespace platform

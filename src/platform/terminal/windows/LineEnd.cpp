@@ -1,3 +1,0 @@
-#include "platform/terminal/LineEnd.h"
-
-const std::string_view platform::lineEnd = "\r\n";
