@@ -1,6 +1,7 @@
 #include "scenario_runner/OutputCapture.h"
 
 #include <thread>
+#include <utility>
 
 #include "platform/processes/OutputPipe.h"
 #include "platform/processes/Waiting.h"
@@ -11,12 +12,16 @@ namespace scenario_runner {
 struct OutputCapture::Channel {
     Channel(const std::wstring& logPath, std::size_t limit) : log(logPath, limit) {}
 
-    void CarryAll() {
+    void CarryAll(std::string bytes) {
         constexpr std::size_t mostBytes = 64 * 1024;
-        std::string bytes;
+        log.Append(bytes);
         for (pipe.Read(mostBytes, bytes); !bytes.empty(); pipe.Read(mostBytes, bytes)) {
             log.Append(bytes);
         }
+        Finish();
+    }
+
+    void Finish() {
         log.Close();
         finished.Raise();
     }
@@ -40,10 +45,42 @@ void* OutputCapture::WriteEnd() const {
 
 void OutputCapture::Start() {
     channel->pipe.CloseWriteEnd();
-    std::thread([shared = channel] { shared->CarryAll(); }).detach();
+    if (channel->pipe.Readable() == nullptr) {
+        StartThread({});
+    }
+}
+
+void* OutputCapture::Readable() const {
+    return isCarried ? nullptr : channel->pipe.Readable();
+}
+
+void OutputCapture::CarryIfReadable() {
+    constexpr std::chrono::milliseconds now{0};
+    constexpr std::size_t mostBytes = 4096;
+    if (isCarried || !platform::WaitForAny({channel->pipe.Readable()}, now)) {
+        return;
+    }
+    std::string bytes;
+    channel->pipe.ReadAvailable(mostBytes, bytes);
+    // Readable without a byte means the end.
+    if (bytes.empty()) {
+        isCarried = true;
+        channel->Finish();
+    } else {
+        StartThread(std::move(bytes));
+    }
+}
+
+void OutputCapture::StartThread(std::string first) {
+    isCarried = true;
+    std::thread([shared = channel, first = std::move(first)] { shared->CarryAll(first); }).detach();
 }
 
 void OutputCapture::Finish(std::chrono::milliseconds patience) {
+    CarryIfReadable();
+    if (!isCarried) {
+        StartThread({});
+    }
     platform::WaitForAny({channel->finished.Handle()}, patience);
 }
 

@@ -100,7 +100,7 @@ RunnerExit ScenarioRun::StartAndWatch() {
                            error.Text() + L".");
     }
     RunFacts facts;
-    facts.ending = Supervisor(tree, owners, directory.Path(), stopSignal).Run(plan);
+    facts.ending = Supervisor(tree, owners, directory.Path(), stopSignal, &output).Run(plan);
     facts.exitCode = tree.RootExitCode();
     facts.apiProblem = command.apiProblem;
     output.Finish(outputPatience);

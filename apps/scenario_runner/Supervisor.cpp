@@ -29,10 +29,11 @@ milliseconds TimeUntil(const std::optional<StopPolicy::Time>& deadline, millisec
 } // namespace
 
 Supervisor::Supervisor(platform::ProcessTree& watchedTree, const std::vector<void*>& watchedOwners,
-                       const std::wstring& workDir, const platform::StopSignal& signal, milliseconds watchAfter)
+                       const std::wstring& workDir, const platform::StopSignal& signal, OutputCapture* capturedOutput,
+                       milliseconds watchAfter)
     : tree(watchedTree), owners(watchedOwners), directory(workDir),
       killFile(platform::ResolveAgainst(workDir, run_protocol::killFileName)),
-      watchFrom(steady_clock::now() + watchAfter), stopSignal(signal) {}
+      watchFrom(steady_clock::now() + watchAfter), stopSignal(signal), output(capturedOutput) {}
 
 RunEnding Supervisor::Run(StopPolicy plan) {
     // The first check: a stop may have been requested before the watch existed.
@@ -53,6 +54,9 @@ void Supervisor::WaitForNews(const StopPolicy& plan) {
     handles.insert(handles.end(), owners.begin(), owners.end());
     if (tree.Ended() != nullptr) {
         handles.push_back(tree.Ended());
+    }
+    if (output != nullptr && output->Readable() != nullptr) {
+        handles.push_back(output->Readable());
     }
     if (!plan.IsStopping()) {
         handles.push_back(stopSignal.Handle());
@@ -79,6 +83,9 @@ RunStep Supervisor::Look(StopPolicy& plan) {
     tree.Tidy();
     if (!platform::IsProcessRunning(tree.Root())) {
         return OnScenarioEnded(plan);
+    }
+    if (output != nullptr) {
+        output->CarryIfReadable();
     }
     if (HasLostOwner()) {
         return plan.OnHostEnded();

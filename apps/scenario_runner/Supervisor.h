@@ -8,21 +8,23 @@
 #include "platform/processes/ProcessTree.h"
 #include "platform/processes/StopSignal.h"
 #include "platform/processes/Waiting.h"
+#include "scenario_runner/OutputCapture.h"
 #include "scenario_runner/StopPolicy.h"
 
 namespace scenario_runner {
 
 /// Supervises a running scenario: reports events to the plan and executes its decisions, until all processes of the
-/// scenario have ended.
+/// scenario have ended. Meanwhile it lets the scenario's output be carried to the log.
 class Supervisor {
 public:
     /// A run that ends within this time gets no directory watch: on Linux, closing a watch takes 5 to 18 ms, longer
     /// than everything else in a short job. Until then the stop file is polled.
     static constexpr std::chrono::milliseconds timeWithoutWatch{2000};
 
-    /// `owners` are the processes whose end ends the run. All arguments must outlive this object.
+    /// `owners` are the processes whose end ends the run; `output` may be null. All arguments must outlive this object.
     Supervisor(platform::ProcessTree& tree, const std::vector<void*>& owners, const std::wstring& workDir,
-               const platform::StopSignal& stopSignal, std::chrono::milliseconds watchAfter = timeWithoutWatch);
+               const platform::StopSignal& stopSignal, OutputCapture* output,
+               std::chrono::milliseconds watchAfter = timeWithoutWatch);
 
     /// Returns why the run ended.
     RunEnding Run(StopPolicy plan);
@@ -44,6 +46,7 @@ private:
     std::chrono::steady_clock::time_point watchFrom;
     std::optional<platform::DirectoryWatch> watch;
     const platform::StopSignal& stopSignal;
+    OutputCapture* output;
 };
 
 } // namespace scenario_runner

@@ -23,7 +23,7 @@ protected:
     }
 
     RunEnding Supervise() {
-        return Supervisor(tree, owners, workDir.Path(), stopSignal)
+        return Supervisor(tree, owners, workDir.Path(), stopSignal, nullptr)
             .Run(StopPolicy({}, std::chrono::steady_clock::now()));
     }
 
@@ -31,7 +31,7 @@ protected:
     RunEnding AskToStopByFile(std::chrono::milliseconds watchAfter) {
         EXPECT_FALSE(tree.Start(test_support::TestProcess({L"wait"})));
         auto ending = std::async(std::launch::async, [this, watchAfter] {
-            return Supervisor(tree, owners, workDir.Path(), stopSignal, watchAfter)
+            return Supervisor(tree, owners, workDir.Path(), stopSignal, nullptr, watchAfter)
                 .Run(StopPolicy({}, std::chrono::steady_clock::now()));
         });
         WriteTextFile(workDir / run_protocol::killFileName, "");

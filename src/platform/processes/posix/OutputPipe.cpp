@@ -31,6 +31,10 @@ void OutputPipe::CloseWriteEnd() {
     CloseProcessHandle(std::exchange(writeEnd, nullptr));
 }
 
+void* OutputPipe::Readable() const {
+    return readEnd;
+}
+
 void OutputPipe::ReadAvailable(std::size_t limit, std::string& bytes) {
     bytes.clear();
     pollfd look{DescriptorOf(readEnd), POLLIN, 0};

@@ -29,6 +29,10 @@ void OutputPipe::CloseWriteEnd() {
     CloseProcessHandle(std::exchange(writeEnd, nullptr));
 }
 
+void* OutputPipe::Readable() const {
+    return nullptr;
+}
+
 void OutputPipe::ReadAvailable(std::size_t limit, std::string& bytes) {
     bytes.clear();
     DWORD available = 0;

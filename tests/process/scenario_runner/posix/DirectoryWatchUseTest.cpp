@@ -31,7 +31,7 @@ std::ptrdiff_t InstancesOfARun(platform::ProcessTree& tree, std::chrono::millise
     const std::vector<void*> owners;
     const platform::StopSignal stopSignal;
     WriteTextFile(workDir / L"killprocess", "");
-    Supervisor supervision(tree, owners, workDir.Path(), stopSignal, watchAfter);
+    Supervisor supervision(tree, owners, workDir.Path(), stopSignal, nullptr, watchAfter);
     supervision.Run(StopPolicy({}, std::chrono::steady_clock::now()));
     return InotifyInstances();
 }
