@@ -24,6 +24,9 @@ Error RequireOwnDirectory(const std::wstring& path);
 /// hard links.
 Error LinkFile(const std::wstring& existing, const std::wstring& name);
 
+/// The argument of `std::random_device` that is fastest on this system.
+extern const char* const randomSource;
+
 /// Blocks until the renames in `directory` are on the disk.
 Error FlushDirectory(const std::wstring& directory);
 

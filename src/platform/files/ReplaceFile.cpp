@@ -17,7 +17,7 @@ constexpr const wchar_t* temporaryMark = L".tmp-";
 constexpr std::size_t digitCount = 16;
 
 std::wstring RandomDigits() {
-    std::random_device random;
+    std::random_device random(randomSource);
     std::wstring text;
     while (text.size() < digitCount) {
         const std::uint32_t bits = random();
@@ -46,15 +46,21 @@ class TemporaryName {
 public:
     explicit TemporaryName(const std::wstring& target)
         : path(target.substr(0, target.size() - FileName(target).size()) + TemporaryStart(target) + RandomDigits()) {}
-    /// Usually the file has been renamed and no longer exists.
-    ~TemporaryName() { (void)RemoveFile(path); }
+    ~TemporaryName() {
+        if (!isGone) {
+            (void)RemoveFile(path);
+        }
+    }
     TemporaryName(const TemporaryName&) = delete;
     TemporaryName& operator=(const TemporaryName&) = delete;
 
     const std::wstring& Path() const { return path; }
+    /// Called when the file has been renamed.
+    void Forget() { isGone = true; }
 
 private:
     std::wstring path;
+    bool isGone = false;
 };
 
 Error CreateWithParents(File& file, const std::wstring& path, const std::wstring& model) {
@@ -91,6 +97,7 @@ Error CopyToNewFile(const std::wstring& from, const std::wstring& to) {
 
 /// Makes `backupPath` a hard link to the file at `path`, or a copy if the volume has no hard links.
 Error KeepAs(const std::wstring& path, const std::wstring& backupPath) {
+    // The name stays if both are links to one file: renaming then does nothing.
     const TemporaryName temporary(backupPath);
     Error error = LinkFile(path, temporary.Path());
     if (error && error.kind != ErrorKind::NotFound) {
@@ -106,11 +113,14 @@ Error KeepAs(const std::wstring& path, const std::wstring& backupPath) {
 
 /// Flushes the directory if the name is new in it; otherwise the whole file could be missing after a power failure. An
 /// existing name refers to a complete file, the old or the new one, in any case.
-Error MoveIntoPlace(const TemporaryName& temporary, const std::wstring& path, Durability durability) {
-    const bool isNew = !Exists(path);
-    const Error error = RenameFile(temporary.Path(), path);
+Error MoveIntoPlace(TemporaryName& temporary, const std::wstring& path, Durability durability) {
+    const bool mustFlush = durability == Durability::Synced && !Exists(path);
+    if (const Error error = RenameFile(temporary.Path(), path)) {
+        return error;
+    }
+    temporary.Forget();
     fault_points::ReachFaultPoint(fault_points::FaultPoint::FileRenamed);
-    return error || !isNew || durability == Durability::Unsynced ? error : FlushDirectory(ParentDirectory(path));
+    return mustFlush ? FlushDirectory(ParentDirectory(path)) : Error{};
 }
 
 Error RequireFileName(const std::wstring& path) {
@@ -136,7 +146,7 @@ Error ReplaceFile(const std::wstring& path, std::string_view bytes, Durability d
     if (const Error error = RequireFileName(path)) {
         return error;
     }
-    const TemporaryName temporary(path);
+    TemporaryName temporary(path);
     const Error error = WriteNewFile(temporary.Path(), path, bytes, durability);
     return error ? error : MoveIntoPlace(temporary, path, durability);
 }
@@ -145,7 +155,7 @@ Error ReplaceFileKeepingBackup(const std::wstring& path, std::string_view bytes,
     if (const Error error = RequireFileName(path)) {
         return error;
     }
-    const TemporaryName temporary(path);
+    TemporaryName temporary(path);
     if (const Error error = WriteNewFile(temporary.Path(), path, bytes, Durability::Synced)) {
         return error;
     }

@@ -57,6 +57,8 @@ bool MayPass(const Error& error) {
 
 const std::string_view lineEnd = "\r\n";
 
+const char* const randomSource = "default";
+
 bool Exists(const std::wstring& path) {
     return AttributesOf(path) != INVALID_FILE_ATTRIBUTES;
 }
