@@ -45,7 +45,17 @@ void WalkDirectories(benchmark::State& state) {
     }
 }
 
+void WalkDirectoriesAndReadSettings(benchmark::State& state) {
+    const Workplace workplace;
+    MakeScenarios(workplace);
+    const std::string path = text::ToUtf8(platform::ToNativeText(workplace.Path(L"scenarios")));
+    for (auto unused : state) {
+        state.counters["files"] = static_cast<double>(raw_limits::CountAndReadFiles(path, ".adc"));
+    }
+}
+
 } // namespace
 
 BENCHMARK(FetchScenarios)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK(WalkDirectoriesAndReadSettings)->Unit(benchmark::kMillisecond)->UseRealTime();
 BENCHMARK(WalkDirectories)->Unit(benchmark::kMillisecond)->UseRealTime();

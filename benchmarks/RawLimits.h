@@ -14,6 +14,9 @@ void WriteAndRename(const std::string& path, std::string_view bytes, bool flush)
 /// Reads every directory below `path` once and counts the files.
 std::size_t CountFiles(const std::string& path);
 
+/// The same, and reads every file whose name ends with `ending`.
+std::size_t CountAndReadFiles(const std::string& path, std::string_view ending);
+
 /// Starts `program` without arguments and waits for its end.
 void SpawnAndWait(const std::string& program);
 

@@ -1,5 +1,6 @@
 #include "../RawLimits.h"
 
+#include <array>
 #include <cerrno>
 #include <memory>
 #include <system_error>
@@ -34,6 +35,30 @@ bool IsDots(const char* name) {
     return std::string_view(name) == "." || std::string_view(name) == "..";
 }
 
+/// Calls `visit` with the descriptor of the directory and the name of each file; returns the number of files.
+template <class Visit>
+std::size_t Walk(const std::string& path, const Visit& visit) {
+    const std::unique_ptr<DIR, int (*)(DIR*)> directory(::opendir(path.c_str()), &::closedir);
+    std::size_t count = 0;
+    while (const dirent* entry = directory ? ::readdir(directory.get()) : nullptr) {
+        if (entry->d_type == DT_DIR) {
+            count += IsDots(entry->d_name) ? 0 : Walk(path + "/" + entry->d_name, visit);
+        } else {
+            visit(::dirfd(directory.get()), entry->d_name);
+            ++count;
+        }
+    }
+    return count;
+}
+
+void ReadWhole(int directory, const char* name) {
+    std::array<char, 4096> bytes;
+    const int file = Checked(::openat(directory, name, O_RDONLY | O_CLOEXEC), "openat");
+    while (Checked(static_cast<int>(::read(file, bytes.data(), bytes.size())), "read") > 0) {
+    }
+    ::close(file);
+}
+
 } // namespace
 
 void WriteAndRename(const std::string& path, std::string_view bytes, bool flush) {
@@ -48,16 +73,15 @@ void WriteAndRename(const std::string& path, std::string_view bytes, bool flush)
 }
 
 std::size_t CountFiles(const std::string& path) {
-    const std::unique_ptr<DIR, int (*)(DIR*)> directory(::opendir(path.c_str()), &::closedir);
-    std::size_t count = 0;
-    while (const dirent* entry = directory ? ::readdir(directory.get()) : nullptr) {
-        if (entry->d_type == DT_DIR) {
-            count += IsDots(entry->d_name) ? 0 : CountFiles(path + "/" + entry->d_name);
-        } else {
-            ++count;
+    return Walk(path, [](int, const char*) {});
+}
+
+std::size_t CountAndReadFiles(const std::string& path, std::string_view ending) {
+    return Walk(path, [ending](int directory, const char* name) {
+        if (std::string_view(name).ends_with(ending)) {
+            ReadWhole(directory, name);
         }
-    }
-    return count;
+    });
 }
 
 void SpawnAndWait(const std::string& program) {

@@ -1,5 +1,6 @@
 #include "text/Text.h"
 
+#include <algorithm>
 #include <cstddef>
 #include <cstdint>
 
@@ -16,6 +17,25 @@ bool IsEscapedByte(std::uint32_t value) {
     return value >= 0xDC80 && value <= 0xDCFF;
 }
 
+/// Most text is ASCII, which every encoding copies.
+template <class View>
+std::size_t AsciiLength(View text) {
+    const auto isOther = [](typename View::value_type element) { return (element & ~0x7F) != 0; };
+    return static_cast<std::size_t>(std::find_if(text.begin(), text.end(), isOther) - text.begin());
+}
+
+/// Moves the ASCII at the beginning of `from` to the end of `to`.
+template <class View, class Text>
+void MoveAscii(View& from, Text& to) {
+    const std::size_t length = AsciiLength(from);
+    const std::size_t before = to.size();
+    to.resize(before + length);
+    std::transform(from.begin(), from.begin() + static_cast<std::ptrdiff_t>(length),
+                   to.begin() + static_cast<std::ptrdiff_t>(before),
+                   [](typename View::value_type element) { return static_cast<typename Text::value_type>(element); });
+    from.remove_prefix(length);
+}
+
 void AppendEncoded(std::string& bytes, std::uint32_t value) {
     if (IsEscapedByte(value)) {
         bytes += static_cast<char>(value - escapedByteBase);
@@ -29,7 +49,7 @@ void AppendEncoded(std::string& bytes, std::uint32_t value) {
 std::wstring FromUtf8(std::string_view bytes) {
     std::wstring text;
     text.reserve(bytes.size());
-    while (!bytes.empty()) {
+    for (MoveAscii(bytes, text); !bytes.empty(); MoveAscii(bytes, text)) {
         const CodePoint taken = TakeUtf8(bytes);
         const bool isValid = taken.length != 0;
         AppendWide(text, isValid ? taken.value : escapedByteBase + static_cast<unsigned char>(bytes[0]));
@@ -41,7 +61,7 @@ std::wstring FromUtf8(std::string_view bytes) {
 std::string ToUtf8(std::wstring_view text) {
     std::string bytes;
     bytes.reserve(text.size());
-    while (!text.empty()) {
+    for (MoveAscii(text, bytes); !text.empty(); MoveAscii(text, bytes)) {
         const CodePoint taken = TakeUtf16(text);
         AppendEncoded(bytes, taken.value);
         text.remove_prefix(taken.length);
@@ -56,10 +76,12 @@ std::optional<std::wstring> FromStrictUtf8(std::string_view bytes) {
 std::u16string ToUtf16(std::wstring_view text) {
     std::u16string units;
     units.reserve(text.size());
-    for (const wchar_t unit : text) {
+    for (MoveAscii(text, units); !text.empty(); MoveAscii(text, units)) {
+        const std::uint32_t unit = Unit(text.front());
         char16_t pair[2];
-        const char16_t* const end = PutUtf16(Unit(unit) <= lastCodePoint ? Unit(unit) : replacementCharacter, pair);
+        const char16_t* const end = PutUtf16(unit <= lastCodePoint ? unit : replacementCharacter, pair);
         units.append(pair, static_cast<std::size_t>(end - pair));
+        text.remove_prefix(1);
     }
     return units;
 }

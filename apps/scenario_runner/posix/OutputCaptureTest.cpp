@@ -6,8 +6,8 @@
 #include <unistd.h>
 
 #include "kit/TemporaryDirectory.h"
-#include "platform/processes/ProcessHandle.h"
-#include "platform/processes/posix/DescriptorHandle.h"
+#include "platform/system/OwnedHandle.h"
+#include "platform/system/posix/Descriptor.h"
 
 namespace {
 

@@ -5,7 +5,6 @@
 #include "engine/catalogue/ScenarioId.h"
 #include "engine/catalogue/ScenarioSearch.h"
 #include "engine/catalogue/ScenarioSettings.h"
-#include "platform/files/FileSystem.h"
 
 #include <optional>
 #include <utility>
@@ -21,15 +20,11 @@ std::vector<ScenarioFile> FindScenarioFiles(const std::vector<ScenarioDirectory>
     return files;
 }
 
-bool HasSettings(const ScenarioFile& file) {
-    return file.directoryHasSettings && platform::Exists(SettingsPath(file));
-}
-
 /// Describes a script: one input, unless its settings file says otherwise.
 ScenarioInfo DescribeScript(const ScenarioFile& file) {
     ScenarioInfo scenario;
     scenario.displayName = file.baseName;
-    scenario.inputs = HasSettings(file) ? ReadScenarioInputs(SettingsPath(file)) : std::vector<InputFileSpec>(1);
+    scenario.inputs = file.hasSettings ? ReadScenarioInputs(SettingsPath(file)) : std::vector<InputFileSpec>(1);
     return scenario;
 }
 

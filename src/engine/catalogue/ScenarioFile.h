@@ -16,8 +16,8 @@ struct ScenarioFile {
     std::wstring baseName;
     /// The root's display label; may be empty.
     std::wstring label;
-    /// False if the search found no settings file in the directory; then none is opened.
-    bool directoryHasSettings = false;
+    /// True if the search found its settings file, which may have become unreadable since.
+    bool hasSettings = false;
 };
 
 CONTROLLER_API std::wstring FullPath(const ScenarioFile& file);

@@ -2,11 +2,13 @@
 
 #include "CommonControllerLib/PathFuncs.h"
 #include "platform/files/FileSystem.h"
+#include "platform/files/NativePath.h"
 
 #include <algorithm>
 #include <cstddef>
 #include <optional>
 #include <string>
+#include <unordered_set>
 #include <utility>
 
 namespace {
@@ -33,9 +35,9 @@ private:
             return;
         }
         AddDirectories(directory);
-        const bool hasSettings = HasAny(L".adc");
-        AddFiles(directory, L".rb", hasSettings);
-        AddFiles(directory, L".esa", hasSettings);
+        FindSettings();
+        AddFiles(directory, L".rb");
+        AddFiles(directory, L".esa");
     }
 
     void AddDirectories(const std::wstring& directory) {
@@ -46,17 +48,30 @@ private:
         }
     }
 
-    bool HasAny(const std::wstring& extension) const {
-        return std::any_of(entries.begin(), entries.end(), [&extension](const platform::DirectoryEntry& entry) {
-            return platform::HasExtension(entry.name, extension);
-        });
+    void FindSettings() {
+        const std::wstring extension = L".adc";
+        settingsNames.clear();
+        for (const platform::DirectoryEntry& entry : entries) {
+            if (platform::HasExtension(entry.name, extension)) {
+                settingsNames.insert(entry.name.substr(0, entry.name.size() - extension.size()));
+            }
+        }
     }
 
-    void AddFiles(const std::wstring& directory, const std::wstring& extension, bool hasSettings) {
+    /// A system that ignores case is asked when the names are not spelled alike.
+    bool HasSettings(const ScenarioFile& file) const {
+        if (settingsNames.empty() || settingsNames.contains(file.baseName)) {
+            return !settingsNames.empty();
+        }
+        return platform::SameName(L"a", L"A") && platform::Exists(SettingsPath(file));
+    }
+
+    void AddFiles(const std::wstring& directory, const std::wstring& extension) {
         for (const platform::DirectoryEntry& entry : entries) {
             if (platform::HasExtension(entry.name, extension)) {
                 const std::wstring baseName = entry.name.substr(0, entry.name.size() - extension.size());
-                files.push_back({extension, root.path, directory, baseName, root.label, hasSettings});
+                files.push_back({extension, root.path, directory, baseName, root.label, false});
+                files.back().hasSettings = HasSettings(files.back());
             }
         }
     }
@@ -83,6 +98,8 @@ private:
     /// Relative to the root, which is the empty text; grows during the search.
     std::vector<std::wstring> directories{std::wstring()};
     std::vector<platform::DirectoryEntry> entries;
+    /// The names of the settings files of the directory, without the extension.
+    std::unordered_set<std::wstring> settingsNames;
     std::vector<UnreadableDirectory> unreadable;
 };
 

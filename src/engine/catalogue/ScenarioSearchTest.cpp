@@ -51,15 +51,35 @@ TEST_F(ScenarioSearchTest, MissingRootHasNoFilesAndIsNamed) {
     EXPECT_EQ(unreadable[0].error.kind, platform::ErrorKind::NotFound);
 }
 
-TEST_F(ScenarioSearchTest, DirectoryIsAskedForSettingsOnlyWhenItHasSome) {
+TEST_F(ScenarioSearchTest, AFileKnowsWhetherItHasSettings) {
     Write(L"a\\x.rb");
     Write(L"b\\x.rb");
     Write(L"b\\x.adc");
     std::vector<ScenarioFile> files;
     FindScenarioFiles({directory.Path(), L""}, files);
     ASSERT_EQ(files.size(), 2U);
-    EXPECT_FALSE(files[0].directoryHasSettings);
-    EXPECT_TRUE(files[1].directoryHasSettings);
+    EXPECT_FALSE(files[0].hasSettings);
+    EXPECT_TRUE(files[1].hasSettings);
+}
+
+TEST_F(ScenarioSearchTest, SettingsOfAnotherScenarioAreNotItsOwn) {
+    Write(L"x.rb");
+    Write(L"y.rb");
+    Write(L"y.adc");
+    std::vector<ScenarioFile> files;
+    FindScenarioFiles({directory.Path(), L""}, files);
+    ASSERT_EQ(files.size(), 2U);
+    EXPECT_FALSE(files[0].hasSettings);
+    EXPECT_TRUE(files[1].hasSettings);
+}
+
+TEST_F(ScenarioSearchTest, SettingsAreMatchedAsTheSystemMatchesNames) {
+    Write(L"Part.rb");
+    Write(L"part.adc");
+    std::vector<ScenarioFile> files;
+    FindScenarioFiles({directory.Path(), L""}, files);
+    ASSERT_EQ(files.size(), 1U);
+    EXPECT_EQ(files[0].hasSettings, platform::Exists(directory / L"PART.ADC"));
 }
 
 TEST_F(ScenarioSearchTest, FileThatIsOnlyAnExtensionHasAnEmptyName) {

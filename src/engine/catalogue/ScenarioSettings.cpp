@@ -7,7 +7,6 @@
 
 #include <algorithm>
 #include <cstddef>
-#include <sstream>
 
 namespace {
 
@@ -29,10 +28,10 @@ std::size_t SecondaryInputCount(const std::wstring& text, const std::wstring& se
 
 std::vector<std::wstring> SplitAtCommas(const std::wstring& list) {
     std::vector<std::wstring> pieces;
-    std::wistringstream rest(list);
-    std::wstring piece;
-    while (std::getline(rest, piece, L',')) {
-        pieces.push_back(piece);
+    for (std::size_t begin = 0; begin < list.size();) {
+        const std::size_t end = std::min(list.find(L',', begin), list.size());
+        pieces.push_back(list.substr(begin, end - begin));
+        begin = end + 1;
     }
     return pieces;
 }

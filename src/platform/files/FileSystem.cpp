@@ -91,11 +91,12 @@ Error ReadFile(const std::wstring& path, std::size_t limit, std::string& bytes) 
     if (const Error error = file.OpenForReading(path)) {
         return error;
     }
-    if (file.Size() > limit) {
+    const std::uint64_t size = file.Size();
+    if (size > limit) {
         return {ErrorKind::TooLarge, 0};
     }
     // The size is only a first estimate: a file can grow while it is read, and special files report 0.
-    std::string content(file.Size() + 1, '\0');
+    std::string content(size + 1, '\0');
     std::size_t length = 0;
     for (std::size_t count = 1; count != 0; length += count) {
         if (length > limit) {

@@ -47,7 +47,10 @@ wchar_t ToUpper(wchar_t character) {
 
 bool CaseInsensitiveLess(std::wstring_view left, std::wstring_view right) {
     const std::size_t common = std::min(left.size(), right.size());
-    for (std::size_t i = 0; i < common; ++i) {
+    // Names of one directory often begin alike.
+    const auto differing =
+        std::mismatch(left.begin(), left.begin() + static_cast<std::ptrdiff_t>(common), right.begin());
+    for (auto i = static_cast<std::size_t>(differing.first - left.begin()); i < common; ++i) {
         const wchar_t leftUpper = ToUpper(left[i]);
         const wchar_t rightUpper = ToUpper(right[i]);
         if (leftUpper != rightUpper) {
