@@ -14,15 +14,19 @@ class ScenarioSearchTest : public testing::Test {
 protected:
     void Write(const std::wstring& name) { WriteTextFile(directory / name, ""); }
 
-    Texts Find() {
+    Texts Find(bool onlyWithSettings = false) {
         std::vector<ScenarioFile> files;
         FindScenarioFiles({directory.Path(), L"L"}, files);
         Texts paths;
         for (const ScenarioFile& file : files) {
-            paths.push_back(RelativePath(file));
+            if (file.hasSettings || !onlyWithSettings) {
+                paths.push_back(RelativePath(file));
+            }
         }
         return paths;
     }
+
+    Texts FindWithSettings() { return Find(true); }
 
     TemporaryDirectory directory;
 };
@@ -52,34 +56,23 @@ TEST_F(ScenarioSearchTest, MissingRootHasNoFilesAndIsNamed) {
 }
 
 TEST_F(ScenarioSearchTest, AFileKnowsWhetherItHasSettings) {
-    Write(L"a\\x.rb");
-    Write(L"b\\x.rb");
-    Write(L"b\\x.adc");
-    std::vector<ScenarioFile> files;
-    FindScenarioFiles({directory.Path(), L""}, files);
-    ASSERT_EQ(files.size(), 2U);
-    EXPECT_FALSE(files[0].hasSettings);
-    EXPECT_TRUE(files[1].hasSettings);
+    for (const wchar_t* name : {L"a\\x.rb", L"b\\x.rb", L"b\\x.adc"}) {
+        Write(name);
+    }
+    EXPECT_EQ(FindWithSettings(), Texts{L"b\\x.rb"});
 }
 
 TEST_F(ScenarioSearchTest, SettingsOfAnotherScenarioAreNotItsOwn) {
-    Write(L"x.rb");
-    Write(L"y.rb");
-    Write(L"y.adc");
-    std::vector<ScenarioFile> files;
-    FindScenarioFiles({directory.Path(), L""}, files);
-    ASSERT_EQ(files.size(), 2U);
-    EXPECT_FALSE(files[0].hasSettings);
-    EXPECT_TRUE(files[1].hasSettings);
+    for (const wchar_t* name : {L"x.rb", L"y.rb", L"y.adc"}) {
+        Write(name);
+    }
+    EXPECT_EQ(FindWithSettings(), Texts{L"y.rb"});
 }
 
 TEST_F(ScenarioSearchTest, SettingsAreMatchedAsTheSystemMatchesNames) {
     Write(L"Part.rb");
     Write(L"part.adc");
-    std::vector<ScenarioFile> files;
-    FindScenarioFiles({directory.Path(), L""}, files);
-    ASSERT_EQ(files.size(), 1U);
-    EXPECT_EQ(files[0].hasSettings, platform::Exists(directory / L"PART.ADC"));
+    EXPECT_EQ(!FindWithSettings().empty(), platform::Exists(directory / L"PART.ADC"));
 }
 
 TEST_F(ScenarioSearchTest, FileThatIsOnlyAnExtensionHasAnEmptyName) {

@@ -22,8 +22,8 @@ public:
     /// Call after starting the child, so that the reader sees the end of the stream when the last child closes its
     /// side.
     void CloseWriteEnd();
-    /// A handle that is signaled when bytes or the end of the stream can be read; null on Windows, where a pipe cannot be
-    /// waited for.
+    /// A handle that is signaled when bytes or the end of the stream can be read; null on Windows, where a pipe cannot
+    /// be waited for.
     void* Readable() const;
     /// Blocks until bytes arrive, and replaces `bytes` with at most `limit` of them; empty at the end of the stream or
     /// after a failure.
