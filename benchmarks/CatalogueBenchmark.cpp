@@ -4,7 +4,6 @@
 #include "CommonControllerLib/JobEntryManagerBase.h"
 #include "RawLimits.h"
 #include "Workplace.h"
-#include "platform/files/FileSystem.h"
 #include "platform/files/NativePath.h"
 #include "text/Text.h"
 

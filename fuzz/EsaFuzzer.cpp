@@ -12,7 +12,9 @@
 #include "fuzz/support/Require.h"
 #include "fuzz/support/Scratch.h"
 #include "kit/ZipWriter.h"
+#include "platform/files/Directory.h"
 #include "platform/files/FileSystem.h"
+#include "platform/files/RemoveTree.h"
 #include "text/Text.h"
 
 namespace {

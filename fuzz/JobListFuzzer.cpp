@@ -6,7 +6,9 @@
 #include "fuzz/support/ByteSource.h"
 #include "fuzz/support/Require.h"
 #include "fuzz/support/Scratch.h"
+#include "platform/files/Directory.h"
 #include "platform/files/FileSystem.h"
+#include "platform/files/RemoveTree.h"
 
 namespace {
 

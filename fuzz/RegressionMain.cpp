@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "fuzz/RegressionTargets.h"
+#include "platform/files/Directory.h"
 #include "platform/files/FileSystem.h"
 #include "platform/system/Environment.h"
 #include "text/Text.h"

@@ -1,7 +1,9 @@
 #include "controller_host/DeletionJournal.h"
 
 #include "kit/controller_host/HostFixture.h"
+#include "platform/files/Directory.h"
 #include "platform/files/FileSystem.h"
+#include "platform/files/RemoveTree.h"
 
 namespace {
 

@@ -3,6 +3,7 @@
 #include "CommonControllerLib/ControllerLogManager.h"
 #include "CommonControllerLib/PathFuncs.h"
 #include "formats/RunProtocol.h"
+#include "platform/files/Directory.h"
 #include "platform/files/FileSystem.h"
 #include "platform/files/NativePath.h"
 

@@ -20,7 +20,6 @@
 #include "fault_points/FaultPoint.h"
 #include "formats/HostLock.h"
 #include "formats/JobListFile.h"
-#include "platform/files/FileSystem.h"
 #include "platform/files/NativePath.h"
 #include "platform/processes/Process.h"
 #include "platform/processes/StopSignal.h"

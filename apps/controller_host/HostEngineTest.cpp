@@ -4,6 +4,7 @@
 #include "controller_host/DeletionJournal.h"
 #include "kit/SystemHelpers.h"
 #include "kit/controller_host/HostFixture.h"
+#include "platform/files/Directory.h"
 #include "platform/files/FileSystem.h"
 #include "platform/files/NativePath.h"
 #include "services/Settings.h"

@@ -4,6 +4,7 @@
 #include "formats/RunProtocol.h"
 #include "kit/Deadline.h"
 #include "platform/files/FileSystem.h"
+#include "platform/files/RemoveTree.h"
 
 namespace {
 

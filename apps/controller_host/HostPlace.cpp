@@ -4,7 +4,7 @@
 #include "controller_host/OtherHost.h"
 #include "formats/HostRecords.h"
 #include "modules/EventTransmitterDescription.h"
-#include "platform/files/FileSystem.h"
+#include "platform/files/Directory.h"
 #include "platform/files/NativePath.h"
 #include "platform/system/Sleep.h"
 

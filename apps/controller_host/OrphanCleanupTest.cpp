@@ -2,7 +2,9 @@
 
 #include "ControllerCSWrapper/ControllerCSWrapper.h"
 #include "kit/TemporaryDirectory.h"
+#include "platform/files/Directory.h"
 #include "platform/files/FileSystem.h"
+#include "platform/files/RemoveTree.h"
 
 #include <gtest/gtest.h>
 

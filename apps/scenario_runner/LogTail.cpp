@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <string_view>
 
-#include "platform/files/FileEnd.h"
+#include "platform/files/FileSystem.h"
 #include "text/Text.h"
 
 namespace scenario_runner {

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <utility>
 
-#include "platform/files/FileEnd.h"
 #include "platform/files/FileSystem.h"
 #include "text/Utf8.h"
 

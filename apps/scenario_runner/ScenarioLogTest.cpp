@@ -5,7 +5,6 @@
 #include "kit/TemporaryDirectory.h"
 #include "kit/UnreadableFile.h"
 #include "platform/files/File.h"
-#include "platform/files/FileSystem.h"
 
 using scenario_runner::ScenarioLog;
 

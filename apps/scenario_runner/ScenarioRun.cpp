@@ -3,8 +3,10 @@
 #include <utility>
 
 #include "formats/ScenarioPackage.h"
+#include "platform/files/Directory.h"
 #include "platform/files/FileSystem.h"
 #include "platform/files/NativePath.h"
+#include "platform/files/RemoveTree.h"
 #include "platform/processes/Process.h"
 #include "platform/processes/ProcessTree.h"
 #include "platform/system/Environment.h"

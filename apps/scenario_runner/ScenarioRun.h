@@ -6,7 +6,7 @@
 
 #include "formats/RunProtocol.h"
 #include "formats/ScenarioManifest.h"
-#include "platform/files/DirectoryHandle.h"
+#include "platform/files/Directory.h"
 #include "platform/processes/StopSignal.h"
 #include "scenario_runner/ScenarioCommand.h"
 #include "services/Settings.h"

@@ -1,6 +1,7 @@
 /// Runs one scenario for a job: starts it, logs its output, watches for stop requests, the time limit and the end of
 /// the host, ends all its processes, and ensures that a result exists.
 
+#include "platform/files/Directory.h"
 #include "platform/processes/Orphans.h"
 #include "platform/processes/Process.h"
 #include "platform/system/Environment.h"

@@ -10,7 +10,10 @@
 #include "ControllerCSWrapper/ControllerCSWrapper.h"
 #include "kit/LogCapture.h"
 #include "kit/TemporaryDirectory.h"
+#include "platform/files/Directory.h"
 #include "platform/files/FileSystem.h"
+#include "platform/files/RemoveTree.h"
+#include "platform/files/ReplaceFile.h"
 #include "services/Settings.h"
 
 namespace {

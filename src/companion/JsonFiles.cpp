@@ -4,8 +4,8 @@
 #include "formats/JobListFile.h"
 #include "formats/MessageText.h"
 #include "formats/json/Reading.h"
-#include "platform/files/FileSystem.h"
 #include "platform/files/NativePath.h"
+#include "platform/files/ReplaceFile.h"
 #include "text/StrictUtf8.h"
 #include "text/Wtf8.h"
 

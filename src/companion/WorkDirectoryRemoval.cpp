@@ -7,6 +7,7 @@
 #include "formats/RunProtocol.h"
 #include "platform/files/FileSystem.h"
 #include "platform/files/NativePath.h"
+#include "platform/files/RemoveTree.h"
 #include "services/Settings.h"
 
 namespace {

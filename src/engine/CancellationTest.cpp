@@ -1,7 +1,9 @@
 #include "kit/engine/EngineFixture.h"
 
 #include "kit/SystemHelpers.h"
+#include "platform/files/Directory.h"
 #include "platform/files/FileSystem.h"
+#include "platform/files/RemoveTree.h"
 
 #include <algorithm>
 #include <thread>

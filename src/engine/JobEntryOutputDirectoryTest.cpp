@@ -3,6 +3,7 @@
 #include "kit/TemporaryDirectory.h"
 #include "kit/doubles/RecordingCompanion.h"
 #include "platform/files/FileSystem.h"
+#include "platform/files/RemoveTree.h"
 
 #include <gtest/gtest.h>
 

@@ -4,6 +4,7 @@
 #include "CommonControllerLib/PathFuncs.h"
 #include "engine/FreshDirectory.h"
 #include "engine/OutputDirectoryName.h"
+#include "platform/files/Directory.h"
 #include "platform/files/FileSystem.h"
 #include "platform/files/NativePath.h"
 #include "text/Numbers.h"

@@ -5,7 +5,6 @@
 #include "formats/json/Reading.h"
 #include "formats/json/Writing.h"
 #include "platform/files/FileLock.h"
-#include "platform/files/FileSystem.h"
 #include "platform/processes/ForeignProcess.h"
 #include "platform/system/Clock.h"
 #include "text/Text.h"

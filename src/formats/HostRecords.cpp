@@ -3,8 +3,10 @@
 #include <utility>
 
 #include "formats/Boundary.h"
+#include "platform/files/Directory.h"
 #include "platform/files/FileSystem.h"
 #include "platform/files/NativePath.h"
+#include "platform/files/ReplaceFile.h"
 #include "platform/system/Environment.h"
 
 namespace host_records {

@@ -10,8 +10,10 @@
 #include "formats/json/Reading.h"
 #include "formats/json/RecordLayouts.h"
 #include "formats/json/Writing.h"
+#include "platform/files/Directory.h"
 #include "platform/files/FileSystem.h"
 #include "platform/files/NativePath.h"
+#include "platform/files/ReplaceFile.h"
 #include "platform/system/Clock.h"
 #include "text/StrictUtf8.h"
 

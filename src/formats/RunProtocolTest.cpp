@@ -5,6 +5,7 @@
 #include "ControllerCSWrapper/ControllerCSWrapper.h"
 #include "kit/LogCapture.h"
 #include "kit/TemporaryDirectory.h"
+#include "platform/files/Directory.h"
 #include "platform/files/FileSystem.h"
 #include "platform/files/NativePath.h"
 

@@ -7,9 +7,10 @@
 
 #include "formats/zip/ZipArchive.h"
 #include "formats/zip/ZipError.h"
+#include "platform/files/Directory.h"
 #include "platform/files/File.h"
-#include "platform/files/FileSystem.h"
 #include "platform/files/NativePath.h"
+#include "platform/files/RemoveTree.h"
 #include "text/Text.h"
 
 namespace scenario_package {

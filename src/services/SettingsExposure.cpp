@@ -3,7 +3,7 @@
 #include <algorithm>
 #include <iterator>
 
-#include "platform/files/FilePermissions.h"
+#include "platform/files/FileSystem.h"
 
 namespace settings {
 

@@ -4,7 +4,10 @@
 #include <random>
 #include <stdexcept>
 
+#include "platform/files/Directory.h"
 #include "platform/files/FileSystem.h"
+#include "platform/files/RemoveTree.h"
+#include "platform/files/ReplaceFile.h"
 #include "platform/system/Environment.h"
 #include "text/Text.h"
 

@@ -1,6 +1,7 @@
 #include "engine/catalogue/ScenarioSearch.h"
 
 #include "CommonControllerLib/PathFuncs.h"
+#include "platform/files/Directory.h"
 #include "platform/files/FileSystem.h"
 #include "platform/files/NativePath.h"
 

@@ -4,9 +4,9 @@
 #include <cstdint>
 #include <string>
 #include <string_view>
-#include <utility>
 
 #include "platform/system/Error.h"
+#include "platform/system/OwnedHandle.h"
 
 namespace platform {
 
@@ -24,14 +24,6 @@ enum class AppendTo {
 /// processes. Not thread-safe.
 class File {
 public:
-    File() = default;
-    ~File() { Close(); }
-    File(File&& other) noexcept : handle(std::exchange(other.handle, invalidHandle)) {}
-    File& operator=(File&& other) noexcept {
-        std::swap(handle, other.handle);
-        return *this;
-    }
-
     /// Opens a regular file; fails with `NotSupported` for any other type.
     Error OpenForReading(const std::wstring& path);
     /// Opens a file for appending, creating it if it is missing. Others may read, write, rename and delete it at the
@@ -41,8 +33,8 @@ public:
     /// exists.
     Error CreateNew(const std::wstring& path, const std::wstring& model);
 
-    bool IsOpen() const { return handle != invalidHandle; }
-    void Close();
+    bool IsOpen() const { return static_cast<bool>(handle); }
+    void Close() { handle.Reset(); }
 
     /// Reads at most `capacity` bytes; `count` is 0 at the end of the file.
     Error Read(char* buffer, std::size_t capacity, std::size_t& count);
@@ -57,11 +49,9 @@ public:
     Error MakeExecutable();
 
 private:
-    static constexpr std::intptr_t invalidHandle = -1;
-
     Error RequireRegular();
 
-    std::intptr_t handle = invalidHandle;
+    OwnedHandle handle;
 };
 
 } // namespace platform

@@ -1,10 +1,10 @@
 #pragma once
 
-#include "platform/system/Error.h"
-
-#include <cstdint>
 #include <string>
 #include <string_view>
+
+#include "platform/system/Error.h"
+#include "platform/system/OwnedHandle.h"
 
 namespace platform {
 
@@ -12,16 +12,11 @@ namespace platform {
 /// has no meaning for the lock. Move-only; released on destruction.
 class FileLock {
 public:
-    FileLock() = default;
-    ~FileLock() { Release(); }
-    FileLock(FileLock&& other) noexcept;
-    FileLock& operator=(FileLock&& other) noexcept;
-
     /// Takes the lock without waiting. Creates the file if it is missing; its directory must exist. Fails with `InUse`
     /// if another process, or another `FileLock` of this process, holds it.
     Error Take(const std::wstring& path);
-    void Release();
-    bool IsHeld() const { return handle != invalidHandle; }
+    void Release() { handle.Reset(); }
+    bool IsHeld() const { return static_cast<bool>(handle); }
 
     /// Replaces the content of the lock file, as information for other processes. The lock does not depend on it, and
     /// it remains if the process is killed. Fails if the lock is not held.
@@ -33,8 +28,7 @@ public:
     bool IsInPlace() const;
 
 private:
-    static constexpr std::intptr_t invalidHandle = -1;
-    std::intptr_t handle = invalidHandle;
+    OwnedHandle handle;
     std::wstring place;
 };
 

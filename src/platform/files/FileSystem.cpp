@@ -1,86 +1,16 @@
 #include "platform/files/FileSystem.h"
 
+#include <algorithm>
 #include <chrono>
+#include <cstdint>
 #include <vector>
 
+#include "platform/files/Directory.h"
 #include "platform/files/File.h"
-#include "platform/files/FileSystemCalls.h"
 #include "platform/files/NativePath.h"
-#include "platform/files/PathRoot.h"
 #include "platform/system/Sleep.h"
 
 namespace platform {
-namespace {
-
-/// The missing directories of `path`, deepest first.
-std::vector<std::wstring> MissingDirectories(const std::wstring& path) {
-    std::vector<std::wstring> missing;
-    for (std::wstring directory = WithoutTrailingSeparators(path); !directory.empty() && !Exists(directory);
-         directory = ParentDirectory(directory)) {
-        missing.push_back(directory);
-    }
-    return missing;
-}
-
-using DirectoryMaker = Error (*)(const std::wstring& path);
-
-Error MakeMissingDirectories(const std::wstring& path, DirectoryMaker makeDirectory) {
-    const std::vector<std::wstring> missing = MissingDirectories(path);
-    for (auto directory = missing.rbegin(); directory != missing.rend(); ++directory) {
-        const Error error = makeDirectory(*directory);
-        const bool madeByAnother = error.kind == ErrorKind::AlreadyExists && IsDirectory(*directory);
-        if (error && !madeByAnother) {
-            return error;
-        }
-    }
-    return {};
-}
-
-Error CreateDirectories(const std::wstring& path, DirectoryMaker makeDirectory) {
-    if (NamesNothing(path)) {
-        return {ErrorKind::NotFound, 0};
-    }
-    if (!IsAbsolute(path)) {
-        return {ErrorKind::NotAbsolute, 0};
-    }
-    if (Exists(path)) {
-        return {ErrorKind::AlreadyExists, 0};
-    }
-    // Another process may create the parents at the same time. Only the last level reports whether this call created
-    // it.
-    const std::wstring directory = WithoutTrailingSeparators(path);
-    const Error error = MakeMissingDirectories(ParentDirectory(directory), makeDirectory);
-    return error ? error : makeDirectory(directory);
-}
-
-Error EnsureDirectories(const std::wstring& path, DirectoryMaker makeDirectory) {
-    const Error error = CreateDirectories(path, makeDirectory);
-    return error.kind == ErrorKind::AlreadyExists && IsDirectory(path) ? Error{} : error;
-}
-
-} // namespace
-
-Error MakeMissingPrivateDirectories(const std::wstring& path) {
-    return MakeMissingDirectories(path, MakePrivateDirectory);
-}
-
-Error CreateNewDirectory(const std::wstring& path) {
-    return CreateDirectories(path, MakeDirectory);
-}
-
-Error EnsureDirectory(const std::wstring& path) {
-    return EnsureDirectories(path, MakeDirectory);
-}
-
-Error EnsurePrivateDirectories(const std::wstring& path) {
-    return EnsureDirectories(path, MakePrivateDirectory);
-}
-
-Error EnsurePrivateDirectory(const std::wstring& path) {
-    const Error error = MakePrivateDirectory(path);
-    const bool isThere = error.kind == ErrorKind::AlreadyExists && IsDirectory(path) && !IsLink(path);
-    return isThere ? RequireOwnDirectory(path) : error;
-}
 
 bool HasExtension(const std::wstring& name, const std::wstring& extension) {
     return name.size() >= extension.size() && SameName(name.substr(name.size() - extension.size()), extension);
@@ -134,6 +64,25 @@ Error CreateEmptyFile(const std::wstring& path) {
 
 Error CreateEmptyFileIn(const std::wstring& directory, const std::wstring& name) {
     return IsLink(directory) ? Error{ErrorKind::NotSupported, 0} : CreateEmptyFile(ResolveAgainst(directory, name));
+}
+
+Error ReadFileEnd(const std::wstring& path, std::size_t length, std::string& bytes) {
+    File file;
+    if (const Error error = file.OpenForReading(path)) {
+        return error;
+    }
+    const std::uint64_t size = file.Size();
+    const std::uint64_t begin = size - std::min<std::uint64_t>(size, length);
+    std::string content(size - begin, '\0');
+    std::size_t done = 0;
+    for (std::size_t count = 1; count != 0 && done < content.size(); done += count) {
+        if (const Error error = file.ReadAt(begin + done, content.data() + done, content.size() - done, count)) {
+            return error;
+        }
+    }
+    content.resize(done);
+    bytes.swap(content);
+    return {};
 }
 
 } // namespace platform

@@ -1,22 +1,21 @@
 #include "platform/files/FileSystem.h"
-#include "platform/files/FileSystemCalls.h"
 
-#include <atomic>
 #include <string>
-#include <thread>
 #include <vector>
 
 #include <gtest/gtest.h>
 
 #include "kit/SystemHelpers.h"
 #include "kit/TemporaryDirectory.h"
+#include "platform/files/Directory.h"
 #include "platform/files/NativePath.h"
+#include "platform/files/RemoveTree.h"
+#include "platform/files/ReplaceFile.h"
 #include "text/Text.h"
 
 namespace {
 
 using platform::CreateNewDirectory;
-using platform::EnsureDirectory;
 using platform::ErrorKind;
 using platform::Exists;
 using platform::IdentityOf;
@@ -31,14 +30,6 @@ protected:
 
 std::wstring CutByNull(const std::wstring& path) {
     return path + std::wstring(1, L'\0') + L"rest";
-}
-
-std::wstring RootOf(std::wstring path) {
-    for (std::wstring above = platform::ParentDirectory(path); !above.empty();
-         above = platform::ParentDirectory(path)) {
-        path = above;
-    }
-    return path;
 }
 
 TEST_F(FileSystemTest, FilesAndDirectoriesExist) {
@@ -81,77 +72,6 @@ TEST_F(FileSystemTest, APathWithAnEmbeddedNullNamesNothing) {
     EXPECT_EQ(CreateNewDirectory(CutByNull(directory / L"new") + L"\\sub").kind, ErrorKind::NotFound);
     EXPECT_FALSE(Exists(directory / L"new"));
     EXPECT_EQ(ReadTextFile(directory / L"a.txt"), "old");
-}
-
-TEST_F(FileSystemTest, CreateDirectoryMakesMissingParents) {
-    EXPECT_FALSE(CreateNewDirectory(directory / L"a\\b/c\\\\d"));
-    EXPECT_TRUE(IsDirectory(directory / L"a\\b\\c\\d"));
-    EXPECT_FALSE(CreateNewDirectory(directory / L"with\\separator\\"));
-    EXPECT_TRUE(IsDirectory(directory / L"with\\separator"));
-}
-
-TEST_F(FileSystemTest, OfSeveralThatCreateOneDirectoryAtTheSameTimeOneSucceeds) {
-    constexpr int rounds = 100;
-    std::atomic<int> successes{0};
-    const auto create = [&] {
-        for (int round = 0; round < rounds; ++round) {
-            const platform::Error error = CreateNewDirectory(directory / (std::to_wstring(round) + L"\\folder"));
-            EXPECT_TRUE(!error || error.kind == ErrorKind::AlreadyExists);
-            successes += error ? 0 : 1;
-        }
-    };
-    std::vector<std::thread> threads;
-    for (int thread = 0; thread < 4; ++thread) {
-        threads.emplace_back(create);
-    }
-    for (std::thread& thread : threads) {
-        thread.join();
-    }
-    EXPECT_EQ(successes, rounds);
-}
-
-TEST_F(FileSystemTest, CreateDirectoryRefusesWhatTheShellRefuses) {
-    WriteTextFile(directory / L"file", "");
-    EXPECT_EQ(CreateNewDirectory(L"relative\\path").kind, ErrorKind::NotAbsolute);
-    EXPECT_EQ(CreateNewDirectory(directory.Path()).kind, ErrorKind::AlreadyExists);
-    EXPECT_EQ(CreateNewDirectory(directory / L"file").kind, ErrorKind::AlreadyExists);
-    EXPECT_EQ(CreateNewDirectory(directory / L"file\\below").kind, ErrorKind::NotFound);
-    EXPECT_EQ(CreateNewDirectory(directory / L"file\\far\\below").kind, ErrorKind::NotFound);
-    EXPECT_EQ(CreateNewDirectory(L"").kind, ErrorKind::NotFound);
-}
-
-TEST_F(FileSystemTest, EnsureDirectoryIsContentWithAnExistingDirectory) {
-    WriteTextFile(directory / L"file", "");
-    EXPECT_FALSE(EnsureDirectory(directory / L"a\\b"));
-    EXPECT_FALSE(EnsureDirectory(directory / L"a\\b"));
-    EXPECT_FALSE(EnsureDirectory(RootOf(directory.Path())));
-    EXPECT_EQ(EnsureDirectory(directory / L"file").kind, ErrorKind::AlreadyExists);
-    EXPECT_EQ(EnsureDirectory(L"relative").kind, ErrorKind::NotAbsolute);
-}
-
-TEST_F(FileSystemTest, APrivateDirectoryIsForItsOwnerAlone) {
-    EXPECT_FALSE(platform::EnsurePrivateDirectory(directory / L"private"));
-    EXPECT_FALSE(platform::EnsurePrivateDirectory(directory / L"private"));
-    EXPECT_TRUE(IsDirectory(directory / L"private"));
-    EXPECT_EQ(PermissionsOf(directory / L"private").value_or(0700), 0700u);
-    EXPECT_EQ(platform::EnsurePrivateDirectory(directory / L"missing\\private").kind, ErrorKind::NotFound);
-}
-
-TEST_F(FileSystemTest, ALinkIsNoPrivateDirectory) {
-    ASSERT_FALSE(CreateNewDirectory(directory / L"elsewhere"));
-    if (!MakeLink(directory / L"elsewhere", directory / L"private")) {
-        GTEST_SKIP() << "no symbolic links here";
-    }
-    EXPECT_EQ(platform::EnsurePrivateDirectory(directory / L"private").kind, ErrorKind::AlreadyExists);
-}
-
-TEST_F(FileSystemTest, MissingParentsOfAPrivateDirectoryAreForTheirOwnerAloneToo) {
-    EXPECT_FALSE(platform::EnsurePrivateDirectories(directory / L"a\\b"));
-    EXPECT_FALSE(platform::EnsurePrivateDirectories(directory / L"a\\b"));
-    EXPECT_FALSE(platform::ReplaceFile(directory / L"data\\job_list.json", "{}"));
-    for (const wchar_t* const name : {L"a", L"a\\b", L"data"}) {
-        EXPECT_EQ(PermissionsOf(directory / name).value_or(0700), 0700u) << text::ToUtf8(name);
-    }
 }
 
 TEST_F(FileSystemTest, AnEmptyFileReplacesALinkAndLeavesAloneWhatItLeadsTo) {
@@ -319,6 +239,55 @@ TEST_F(FileSystemTest, NamesBeyondAsciiWork) {
     WriteTextFile(directory / name, "x");
     EXPECT_TRUE(Exists(directory / name));
     EXPECT_EQ(ReadTextFile(directory / name), "x");
+}
+
+using platform::IsReplaceableByOthers;
+using platform::IsWorldWritable;
+
+class FileSystemTest_Permissions : public testing::Test {
+protected:
+    FileSystemTest_Permissions() { WriteTextFile(file, "content"); }
+
+    const TemporaryDirectory directory;
+    const std::wstring inner = directory / L"inner";
+    const std::wstring file = inner + L"\\settings.json";
+};
+
+TEST_F(FileSystemTest_Permissions, WhatAUserMakesIsHisOwn) {
+    EXPECT_FALSE(IsWorldWritable(file));
+    EXPECT_FALSE(IsReplaceableByOthers(inner));
+}
+
+TEST_F(FileSystemTest_Permissions, AFileThatEverybodyMayWriteIsAnybodys) {
+    LetEverybodyWrite(file);
+    EXPECT_TRUE(IsWorldWritable(file));
+}
+
+TEST_F(FileSystemTest_Permissions, AFileInADirectoryThatEverybodyMayWriteIsAnybodys) {
+    LetEverybodyWrite(inner);
+    EXPECT_TRUE(IsWorldWritable(file));
+    EXPECT_TRUE(IsReplaceableByOthers(inner));
+}
+
+TEST_F(FileSystemTest_Permissions, WhatIsMissingIsNobodys) {
+    EXPECT_FALSE(IsWorldWritable(directory / L"missing"));
+    EXPECT_FALSE(IsReplaceableByOthers(directory / L"missing"));
+}
+
+TEST_F(FileSystemTest_Permissions, InAStickyDirectoryEverybodyKeepsHisOwn) {
+    if (OnWindows()) {
+        GTEST_SKIP() << "no sticky folders here";
+    }
+    SetPermissions(inner, 01777);
+    EXPECT_FALSE(IsWorldWritable(file));
+    EXPECT_FALSE(IsReplaceableByOthers(inner));
+}
+
+TEST_F(FileSystemTest_Permissions, InADirectoryOfAnotherUserNothingIsSafe) {
+    if (!GiveAway(inner)) {
+        GTEST_SKIP() << "only root can give a folder away";
+    }
+    EXPECT_TRUE(IsReplaceableByOthers(inner));
 }
 
 } // namespace

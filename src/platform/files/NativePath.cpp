@@ -4,8 +4,6 @@
 #include <cstddef>
 #include <vector>
 
-#include "platform/files/PathRoot.h"
-
 namespace platform {
 namespace {
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include <cstddef>
 #include <string>
 
 namespace platform {
@@ -32,5 +33,25 @@ std::wstring FileName(const std::wstring& path);
 
 /// True if the two file names or paths are equal on this system: case-insensitive on Windows, exact on Linux.
 bool SameName(const std::wstring& left, const std::wstring& right);
+
+inline bool IsSeparator(wchar_t character) {
+    return character == L'\\' || character == L'/';
+}
+
+/// Length of the root, which ".." never leaves: "\" on Linux; "C:\", "\\server\share\" and "\" on Windows; 0 if `path`
+/// begins with a name.
+std::size_t RootLength(const std::wstring& path);
+
+/// Makes `path` absolute relative to `directory`, without normalizing. Returns an absolute `path` unchanged.
+std::wstring Rebase(const std::wstring& directory, const std::wstring& path);
+
+/// True for a path that names nothing: an empty one, and one with an embedded U+0000, where a system call would
+/// truncate it.
+inline bool NamesNothing(const std::wstring& path) {
+    return path.empty() || path.find(L'\0') != std::wstring::npos;
+}
+
+/// `path` without trailing separators; a root keeps its own.
+std::wstring WithoutTrailingSeparators(const std::wstring& path);
 
 } // namespace platform

@@ -2,7 +2,9 @@
 
 #include "kit/SystemHelpers.h"
 #include "kit/TemporaryDirectory.h"
+#include "platform/files/Directory.h"
 #include "platform/files/FileSystem.h"
+#include "platform/files/RemoveTree.h"
 
 namespace {
 

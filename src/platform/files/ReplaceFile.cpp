@@ -1,11 +1,13 @@
+#include "platform/files/ReplaceFile.h"
+
 #include <cstdint>
 #include <limits>
 #include <random>
 
 #include "fault_points/FaultPoint.h"
+#include "platform/files/Directory.h"
 #include "platform/files/File.h"
 #include "platform/files/FileSystem.h"
-#include "platform/files/FileSystemCalls.h"
 #include "platform/files/NativePath.h"
 #include "text/Hexadecimal.h"
 #include "text/Text.h"

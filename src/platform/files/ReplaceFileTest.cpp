@@ -7,8 +7,9 @@
 
 #include "kit/SystemHelpers.h"
 #include "kit/TemporaryDirectory.h"
+#include "platform/files/Directory.h"
 #include "platform/files/FileSystem.h"
-#include "platform/files/FileSystemCalls.h"
+#include "platform/files/ReplaceFile.h"
 
 namespace {
 

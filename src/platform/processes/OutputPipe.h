@@ -12,16 +12,16 @@ namespace platform {
 class OutputPipe {
 public:
     OutputPipe() = default;
-    ~OutputPipe();
+    ~OutputPipe() = default;
     OutputPipe(const OutputPipe&) = delete;
     OutputPipe& operator=(const OutputPipe&) = delete;
 
     Error Open();
     /// The end to pass to a child as its output; owned by the pipe.
-    void* WriteEnd() const { return writeEnd; }
+    void* WriteEnd() const { return writeEnd.Get(); }
     /// Call after starting the child, so that the reader sees the end of the stream when the last child closes its
     /// side.
-    void CloseWriteEnd();
+    void CloseWriteEnd() { writeEnd.Reset(); }
     /// A handle that is signaled when bytes or the end of the stream can be read; null on Windows, where a pipe cannot
     /// be waited for.
     void* Readable() const;
@@ -33,8 +33,8 @@ public:
     void ReadAvailable(std::size_t limit, std::string& bytes);
 
 private:
-    void* readEnd = nullptr;
-    void* writeEnd = nullptr;
+    OwnedHandle readEnd;
+    OwnedHandle writeEnd;
 };
 
 } // namespace platform

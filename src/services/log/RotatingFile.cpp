@@ -2,7 +2,9 @@
 
 #include <utility>
 
+#include "platform/files/Directory.h"
 #include "platform/files/FileLock.h"
+#include "platform/files/FileSystem.h"
 #include "platform/files/NativePath.h"
 #include "platform/terminal/Console.h"
 #include "text/EscapeControls.h"

@@ -8,6 +8,7 @@
 #include "platform/files/File.h"
 #include "platform/files/FileLock.h"
 #include "platform/files/FileSystem.h"
+#include "platform/files/RemoveTree.h"
 
 using log_file::RotatingFile;
 using log_file::RotationLimits;

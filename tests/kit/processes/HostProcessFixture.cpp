@@ -5,7 +5,6 @@
 #include "kit/OtherProcesses.h"
 #include "kit/local_socket/EndpointNames.h"
 #include "platform/files/FileLock.h"
-#include "platform/files/FileSystem.h"
 #include "platform/files/NativePath.h"
 #include "platform/processes/Waiting.h"
 #include "platform/system/Environment.h"

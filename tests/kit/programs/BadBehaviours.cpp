@@ -6,6 +6,7 @@
 #include <string_view>
 
 #include "formats/RunProtocol.h"
+#include "platform/files/Directory.h"
 #include "platform/files/File.h"
 #include "platform/files/FileSystem.h"
 #include "platform/files/NativePath.h"

@@ -13,6 +13,7 @@
 #include "platform/files/FileLock.h"
 #include "platform/files/FileSystem.h"
 #include "platform/files/NativePath.h"
+#include "platform/files/ReplaceFile.h"
 #include "platform/processes/Process.h"
 #include "platform/processes/Waiting.h"
 #include "platform/system/Environment.h"

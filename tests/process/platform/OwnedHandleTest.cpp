@@ -1,10 +1,12 @@
 #include "platform/system/OwnedHandle.h"
 
 #include <cstdint>
+#include <optional>
 #include <utility>
 
 #include <gtest/gtest.h>
 
+#include "platform/files/File.h"
 #include "platform/processes/Process.h"
 #include "platform/processes/Waiting.h"
 
@@ -52,4 +54,11 @@ TEST(OwnedHandleTest, ACopyLivesOnItsOwn) {
     EXPECT_FALSE(IsProcessRunning(copy.Get()));
     EXPECT_EQ(platform::CopyHandle(nullptr), nullptr);
     EXPECT_EQ(platform::CopyHandle(reinterpret_cast<void*>(std::intptr_t{0x7ffffff0})), nullptr);
+}
+
+TEST(OwnedHandleTest, ClosingKeepsTheErrorOfAnEarlierFailure) {
+    std::optional<Event> event(std::in_place);
+    EXPECT_EQ(platform::File().OpenForReading(L"missing").kind, platform::ErrorKind::NotFound);
+    event.reset();
+    EXPECT_EQ(platform::LastError().kind, platform::ErrorKind::NotFound);
 }

@@ -6,6 +6,7 @@
 
 #include "kit/TemporaryDirectory.h"
 #include "kit/TestProcess.h"
+#include "platform/files/Directory.h"
 #include "platform/files/FileSystem.h"
 #include "platform/files/NativePath.h"
 #include "platform/processes/Waiting.h"

@@ -3,6 +3,7 @@
 #include "ControllerCSWrapper/ControllerCSWrapper.h"
 #include "formats/RunProtocol.h"
 #include "kit/Deadline.h"
+#include "platform/files/Directory.h"
 #include "platform/files/FileLock.h"
 #include "platform/files/FileSystem.h"
 #include "platform/files/NativePath.h"

@@ -2,6 +2,7 @@
 
 #include "ControllerCSWrapper/ControllerCSWrapper.h"
 #include "kit/OtherProcesses.h"
+#include "platform/files/Directory.h"
 #include "platform/files/FileSystem.h"
 #include "platform/files/NativePath.h"
 #include "text/Text.h"

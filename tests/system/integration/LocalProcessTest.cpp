@@ -1,6 +1,7 @@
 #include "kit/SystemHelpers.h"
 #include "kit/TestProcess.h"
 #include "kit/processes/ScenarioRunFixture.h"
+#include "platform/files/Directory.h"
 #include "platform/files/FileSystem.h"
 #include "platform/files/NativePath.h"
 

@@ -3,7 +3,7 @@
 
 #include "kit/OtherProcesses.h"
 #include "kit/TestProcess.h"
-#include "platform/files/FileSystem.h"
+#include "platform/files/Directory.h"
 #include "platform/files/NativePath.h"
 #include "platform/processes/Process.h"
 #include "platform/processes/Waiting.h"

@@ -3,7 +3,6 @@
 
 #include "ControllerCSWrapper/ControllerCSWrapper.h"
 #include "kit/OtherProcesses.h"
-#include "platform/files/FileSystem.h"
 
 namespace {
 

@@ -1,6 +1,7 @@
 #include "system/soak/Leaks.h"
 
 #include "ControllerCSWrapper/ControllerCSWrapper.h"
+#include "platform/files/Directory.h"
 #include "platform/files/FileSystem.h"
 #include "text/Text.h"
 

@@ -7,7 +7,7 @@
 #include "system/soak/SoakDriver.h"
 
 #include "kit/OtherProcesses.h"
-#include "platform/files/FileSystem.h"
+#include "platform/files/Directory.h"
 #include "platform/files/NativePath.h"
 #include "platform/system/Environment.h"
 #include "text/Text.h"

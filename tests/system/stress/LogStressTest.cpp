@@ -2,6 +2,7 @@
 #include "kit/ConsoleCapture.h"
 #include "kit/Deadline.h"
 #include "kit/TemporaryDirectory.h"
+#include "platform/files/Directory.h"
 #include "platform/files/FileSystem.h"
 #include "services/log/RotatingFile.h"
 #include "system/stress/OperationCounts.h"

@@ -2,6 +2,7 @@
 
 #include "CommonControllerLib/JobEntryManagerBase.h"
 #include "CommonControllerLib/PathFuncs.h"
+#include "platform/files/Directory.h"
 #include "platform/files/FileSystem.h"
 
 #include <gtest/gtest.h>

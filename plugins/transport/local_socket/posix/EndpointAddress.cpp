@@ -14,6 +14,7 @@
 #include <sys/un.h>
 #include <unistd.h>
 
+#include "platform/files/Directory.h"
 #include "platform/files/FileSystem.h"
 #include "platform/system/Environment.h"
 #include "platform/system/Error.h"

@@ -18,6 +18,7 @@
 #include "kit/TemporaryDirectory.h"
 #include "platform/files/FileSystem.h"
 #include "platform/files/NativePath.h"
+#include "platform/files/RemoveTree.h"
 #include "platform/system/Environment.h"
 #include "platform/system/posix/Descriptor.h"
 #include "text/Text.h"

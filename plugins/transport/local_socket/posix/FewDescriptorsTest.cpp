@@ -1,6 +1,5 @@
 #include "kit/SystemHelpers.h"
 #include "kit/local_socket/LineFixture.h"
-#include "platform/files/FileSystem.h"
 #include "platform/files/NativePath.h"
 #include "platform/system/OwnedHandle.h"
 #include "platform/system/posix/Descriptor.h"

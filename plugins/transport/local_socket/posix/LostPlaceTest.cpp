@@ -11,6 +11,7 @@
 #include "kit/local_socket/EndpointNames.h"
 #include "platform/files/FileSystem.h"
 #include "platform/files/NativePath.h"
+#include "platform/files/RemoveTree.h"
 #include "platform/processes/Waiting.h"
 
 namespace {

@@ -9,7 +9,7 @@
 #include <sddl.h>
 
 #include "platform/system/Error.h"
-#include "platform/system/windows/LocalMemory.h"
+#include "platform/system/windows/Handle.h"
 #include "transport/local_socket/Limits.h"
 
 namespace local_socket {

@@ -15,12 +15,8 @@ namespace {
 
 constexpr mode_t permissionBits = 0777;
 
-int Open(const std::wstring& path, int flags, mode_t mode = 0666) {
-    return open(SystemPath(path).c_str(), flags | O_CLOEXEC | O_NOCTTY, mode);
-}
-
-int Descriptor(std::intptr_t handle) {
-    return static_cast<int>(handle);
+OwnedHandle Open(const std::wstring& path, int flags, mode_t mode = 0666) {
+    return OpenDescriptor(SystemPath(path).c_str(), flags | O_NOCTTY, mode);
 }
 
 /// O_NONBLOCK: opening a named pipe would wait for a reader. No effect on files.
@@ -59,7 +55,7 @@ Error File::OpenForReading(const std::wstring& path) {
 
 Error File::RequireRegular() {
     struct stat status = {};
-    if (fstat(Descriptor(handle), &status) == 0 && S_ISREG(status.st_mode)) {
+    if (fstat(DescriptorOf(handle), &status) == 0 && S_ISREG(status.st_mode)) {
         return {};
     }
     Close();
@@ -73,12 +69,12 @@ Error File::OpenForAppending(const std::wstring& path, bool truncate, AppendTo t
         // ELOOP: a link that is not followed. ENXIO: a named pipe without a reader.
         return errno == ELOOP || errno == ENXIO ? Error{ErrorKind::NotSupported, errno} : LastError();
     }
-    if (!IsAmong(target, Descriptor(handle))) {
+    if (!IsAmong(target, DescriptorOf(handle))) {
         Close();
         return {ErrorKind::NotSupported, 0};
     }
     // Truncates only after the type check (no O_TRUNC). EINVAL: a device cannot be truncated.
-    return truncate && ftruncate(Descriptor(handle), 0) == -1 && errno != EINVAL ? LastError() : Error{};
+    return truncate && ftruncate(DescriptorOf(handle), 0) == -1 && errno != EINVAL ? LastError() : Error{};
 }
 
 Error File::CreateNew(const std::wstring& path, const std::wstring& model) {
@@ -87,24 +83,21 @@ Error File::CreateNew(const std::wstring& path, const std::wstring& model) {
     const bool hasModel = stat(SystemPath(model).c_str(), &modelStatus) == 0;
     const mode_t mode = hasModel ? modelStatus.st_mode & permissionBits : 0666;
     handle = Open(path, O_WRONLY | O_CREAT | O_EXCL | O_NOFOLLOW, mode);
-    if (IsOpen() && hasModel) {
+    if (!IsOpen()) {
+        return LastError();
+    }
+    if (hasModel) {
         // Restores the bits that the umask removed. Fails on file systems without permissions, where it does not
         // matter.
-        (void)fchmod(Descriptor(handle), mode);
+        (void)fchmod(DescriptorOf(handle), mode);
     }
-    return OutcomeOf(Descriptor(handle));
-}
-
-void File::Close() {
-    if (IsOpen()) {
-        close(Descriptor(std::exchange(handle, invalidHandle)));
-    }
+    return {};
 }
 
 Error File::Read(char* buffer, std::size_t capacity, std::size_t& count) {
     ssize_t result = 0;
     do {
-        result = read(Descriptor(handle), buffer, capacity);
+        result = read(DescriptorOf(handle), buffer, capacity);
     } while (result == -1 && errno == EINTR);
     count = static_cast<std::size_t>(std::max<ssize_t>(result, 0));
     return result == -1 ? LastError() : Error{};
@@ -113,7 +106,7 @@ Error File::Read(char* buffer, std::size_t capacity, std::size_t& count) {
 Error File::ReadAt(std::uint64_t offset, char* buffer, std::size_t capacity, std::size_t& count) const {
     ssize_t result = 0;
     do {
-        result = pread(Descriptor(handle), buffer, capacity, static_cast<off_t>(offset));
+        result = pread(DescriptorOf(handle), buffer, capacity, static_cast<off_t>(offset));
     } while (result == -1 && errno == EINTR);
     count = static_cast<std::size_t>(std::max<ssize_t>(result, 0));
     return result == -1 ? LastError() : Error{};
@@ -121,7 +114,7 @@ Error File::ReadAt(std::uint64_t offset, char* buffer, std::size_t capacity, std
 
 Error File::Write(std::string_view bytes) {
     while (!bytes.empty()) {
-        const ssize_t result = write(Descriptor(handle), bytes.data(), bytes.size());
+        const ssize_t result = write(DescriptorOf(handle), bytes.data(), bytes.size());
         if (result == -1 && errno != EINTR) {
             return LastError();
         }
@@ -131,21 +124,21 @@ Error File::Write(std::string_view bytes) {
 }
 
 Error File::Flush() {
-    return OutcomeOf(fdatasync(Descriptor(handle)));
+    return OutcomeOf(fdatasync(DescriptorOf(handle)));
 }
 
 std::uint64_t File::Size() const {
     struct stat status = {};
-    return IsOpen() && fstat(Descriptor(handle), &status) == 0 ? static_cast<std::uint64_t>(status.st_size) : 0;
+    return IsOpen() && fstat(DescriptorOf(handle), &status) == 0 ? static_cast<std::uint64_t>(status.st_size) : 0;
 }
 
 Error File::MakeExecutable() {
     struct stat status = {};
-    if (fstat(Descriptor(handle), &status) == -1) {
+    if (fstat(DescriptorOf(handle), &status) == -1) {
         return LastError();
     }
     const mode_t executable = (status.st_mode & (S_IRUSR | S_IRGRP | S_IROTH)) >> 2;
-    return OutcomeOf(fchmod(Descriptor(handle), (status.st_mode & permissionBits) | executable));
+    return OutcomeOf(fchmod(DescriptorOf(handle), (status.st_mode & permissionBits) | executable));
 }
 
 } // namespace platform

@@ -8,6 +8,7 @@
 #include <unistd.h>
 
 #include "platform/files/posix/SystemPath.h"
+#include "platform/system/posix/Descriptor.h"
 
 namespace platform {
 namespace {
@@ -45,31 +46,24 @@ Error FileLock::Take(const std::wstring& path) {
     Release();
     const std::string systemPath = SystemPath(path);
     for (;;) {
-        const int file = ::open(systemPath.c_str(), O_RDWR | O_CREAT | O_CLOEXEC | O_NOFOLLOW, 0600);
-        if (file < 0) {
+        OwnedHandle file = OpenDescriptor(systemPath.c_str(), O_RDWR | O_CREAT | O_NOFOLLOW, 0600);
+        if (!file) {
             return LastError();
         }
-        const Error error = Lock(file);
-        if (!error && IsNamed(file, systemPath)) {
-            handle = file;
+        const Error error = Lock(DescriptorOf(file));
+        if (!error && IsNamed(DescriptorOf(file), systemPath)) {
+            handle = std::move(file);
             place = path;
             return {};
         }
-        ::close(file);
         if (error) {
             return error;
         }
     }
 }
 
-void FileLock::Release() {
-    if (IsHeld()) {
-        ::close(static_cast<int>(std::exchange(handle, invalidHandle)));
-    }
-}
-
 Error FileLock::Write(std::string_view text) {
-    const int file = static_cast<int>(handle);
+    const int file = DescriptorOf(handle);
     if (::ftruncate(file, 0) != 0) {
         return LastError();
     }
@@ -89,18 +83,13 @@ void FileLock::Remove() {
 }
 
 bool FileLock::IsInPlace() const {
-    return IsHeld() && IsNamed(static_cast<int>(handle), SystemPath(place));
+    return IsHeld() && IsNamed(DescriptorOf(handle), SystemPath(place));
 }
 
 bool IsLocked(const std::wstring& path) {
-    const int file = ::open(SystemPath(path).c_str(), O_RDONLY | O_CLOEXEC | O_NOFOLLOW | O_NONBLOCK);
-    if (file < 0) {
-        return false;
-    }
+    const OwnedHandle file = OpenDescriptor(SystemPath(path).c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK);
     struct flock whole = WholeFile();
-    const bool isLocked = ::fcntl(file, F_OFD_GETLK, &whole) == 0 && whole.l_type != F_UNLCK;
-    ::close(file);
-    return isLocked;
+    return file && ::fcntl(DescriptorOf(file), F_OFD_GETLK, &whole) == 0 && whole.l_type != F_UNLCK;
 }
 
 } // namespace platform

@@ -6,7 +6,9 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include "platform/files/FileSystemCalls.h"
+#include "platform/files/Directory.h"
+#include "platform/files/NativePath.h"
+#include "platform/files/ReplaceFile.h"
 #include "platform/files/posix/SystemPath.h"
 #include "platform/system/posix/Descriptor.h"
 
@@ -27,6 +29,16 @@ FileIdentity IdentityFrom(const struct stat& status) {
 
 std::int64_t Nanoseconds(const timespec& time) {
     return std::int64_t{time.tv_sec} * 1'000'000'000 + time.tv_nsec;
+}
+
+/// In a sticky directory such as /tmp, users cannot replace files of others.
+bool IsOpenToAll(const struct stat& directory) {
+    return (directory.st_mode & S_IWOTH) != 0 && (directory.st_mode & S_ISVTX) == 0;
+}
+
+bool IsOpenToAll(const std::wstring& directory) {
+    const auto status = StatusOf(directory);
+    return status && IsOpenToAll(*status);
 }
 
 } // namespace
@@ -63,32 +75,8 @@ std::optional<FileStamp> StampOf(const std::wstring& path) {
     return FileStamp{IdentityFrom(*status), static_cast<std::uint64_t>(status->st_size), Nanoseconds(status->st_mtim)};
 }
 
-Error MakeDirectory(const std::wstring& path) {
-    return OutcomeOf(mkdir(SystemPath(path).c_str(), 0777));
-}
-
-Error MakePrivateDirectory(const std::wstring& path) {
-    return OutcomeOf(mkdir(SystemPath(path).c_str(), 0700));
-}
-
-Error RequireOwnDirectory(const std::wstring& path) {
-    const auto status = StatusOf(path);
-    return status && status->st_uid == geteuid() ? Error{} : Error{ErrorKind::AccessDenied, 0};
-}
-
 Error LinkFile(const std::wstring& existing, const std::wstring& name) {
     return OutcomeOf(link(SystemPath(existing).c_str(), SystemPath(name).c_str()));
-}
-
-Error FlushDirectory(const std::wstring& directory) {
-    const std::string path = directory.empty() ? "." : SystemPath(directory);
-    const int descriptor = open(path.c_str(), O_RDONLY | O_DIRECTORY | O_CLOEXEC);
-    if (descriptor == -1) {
-        return LastError();
-    }
-    const Error error = OutcomeOf(fsync(descriptor));
-    close(descriptor);
-    return error;
 }
 
 Error RenameFile(const std::wstring& from, const std::wstring& to) {
@@ -97,6 +85,16 @@ Error RenameFile(const std::wstring& from, const std::wstring& to) {
 
 Error RemoveFile(const std::wstring& path) {
     return OutcomeOf(unlink(SystemPath(path).c_str()));
+}
+
+bool IsWorldWritable(const std::wstring& file) {
+    const auto status = StatusOf(file);
+    return status && ((status->st_mode & S_IWOTH) != 0 || IsOpenToAll(ParentDirectory(file)));
+}
+
+bool IsReplaceableByOthers(const std::wstring& directory) {
+    const auto status = StatusOf(directory);
+    return status && (IsOpenToAll(*status) || (status->st_uid != geteuid() && status->st_uid != 0));
 }
 
 } // namespace platform

@@ -2,8 +2,6 @@
 
 #include <cstddef>
 
-#include "platform/files/PathRoot.h"
-
 namespace platform {
 
 const wchar_t nativeSeparator = L'/';

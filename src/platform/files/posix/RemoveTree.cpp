@@ -1,3 +1,5 @@
+#include "platform/files/RemoveTree.h"
+
 #include <cerrno>
 #include <string>
 #include <utility>
@@ -8,37 +10,18 @@
 #include <unistd.h>
 
 #include "fault_points/FaultPoint.h"
-#include "platform/files/FileSystem.h"
-#include "platform/files/PathRoot.h"
+#include "platform/files/NativePath.h"
 #include "platform/files/posix/SystemPath.h"
 #include "platform/system/posix/Descriptor.h"
 
 namespace platform {
 namespace {
 
-constexpr int openDirectoryFlags = O_RDONLY | O_DIRECTORY | O_NOFOLLOW | O_CLOEXEC;
+constexpr int openDirectoryFlags = O_RDONLY | O_DIRECTORY | O_NOFOLLOW;
 
-/// A file descriptor, closed on destruction.
-class Descriptor {
-public:
-    explicit Descriptor(int descriptor) : value(descriptor) {}
-    ~Descriptor() {
-        if (value != -1) {
-            close(value);
-        }
-    }
-    Descriptor(Descriptor&& other) noexcept : value(std::exchange(other.value, -1)) {}
-    Descriptor& operator=(Descriptor&& other) noexcept {
-        std::swap(value, other.value);
-        return *this;
-    }
-
-    int Get() const { return value; }
-    bool IsOpen() const { return value != -1; }
-
-private:
-    int value;
-};
+OwnedHandle OpenIn(const OwnedHandle& directory, const char* name) {
+    return OwnedHandle(HandleOf(openat(DescriptorOf(directory), name, openDirectoryFlags | O_CLOEXEC)));
+}
 
 /// A directory on the path from the root of the tree to the current directory of the removal.
 struct Level {
@@ -53,7 +36,7 @@ struct Level {
 /// the step down was made.
 class TreeRemoval {
 public:
-    explicit TreeRemoval(Descriptor root) : current(std::move(root)) {}
+    explicit TreeRemoval(OwnedHandle root) : current(std::move(root)) {}
 
     Error Run() {
         if (!Enter({})) {
@@ -78,8 +61,8 @@ private:
     }
 
     void Descend(const std::string& name) {
-        Descriptor directory = OpenDirectory(name);
-        if (!directory.IsOpen()) {
+        OwnedHandle directory = OpenDirectory(name);
+        if (!directory) {
             Note(errno);
             return;
         }
@@ -90,11 +73,11 @@ private:
     }
 
     /// If the owner has no read permission on the directory, grants it first.
-    Descriptor OpenDirectory(const std::string& name) const {
-        Descriptor directory(openat(current.Get(), name.c_str(), openDirectoryFlags));
-        if (!directory.IsOpen() && errno == EACCES &&
-            fchmodat(current.Get(), name.c_str(), S_IRWXU, AT_SYMLINK_NOFOLLOW) == 0) {
-            directory = Descriptor(openat(current.Get(), name.c_str(), openDirectoryFlags));
+    OwnedHandle OpenDirectory(const std::string& name) const {
+        OwnedHandle directory = OpenIn(current, name.c_str());
+        if (!directory && errno == EACCES &&
+            fchmodat(DescriptorOf(current), name.c_str(), S_IRWXU, AT_SYMLINK_NOFOLLOW) == 0) {
+            directory = OpenIn(current, name.c_str());
         }
         return directory;
     }
@@ -102,14 +85,14 @@ private:
     /// Removes the non-directories in the directory, and keeps the list of its subdirectories.
     bool Enter(const std::string& name) {
         struct stat status = {};
-        if (fstat(current.Get(), &status) != 0) {
+        if (fstat(DescriptorOf(current), &status) != 0) {
             return Note(errno);
         }
         if (!levels.empty() && status.st_dev != levels.back().device) {
             return Note(EXDEV);
         }
         if ((status.st_mode & S_IRWXU) != S_IRWXU) {
-            (void)fchmod(current.Get(), S_IRWXU);
+            (void)fchmod(DescriptorOf(current), S_IRWXU);
         }
         levels.push_back({name, status.st_dev, status.st_ino, {}});
         RemoveFiles(levels.back().pendingDirectories);
@@ -117,8 +100,7 @@ private:
     }
 
     void RemoveFiles(std::vector<std::string>& directories) {
-        const int duplicate = openat(current.Get(), ".", openDirectoryFlags);
-        const DirectoryListing listing(duplicate == -1 ? nullptr : fdopendir(duplicate));
+        const DirectoryListing listing = OpenListing(DescriptorOf(current), ".", openDirectoryFlags);
         if (!listing) {
             Note(errno);
             return;
@@ -134,7 +116,7 @@ private:
     void RemoveFileOrKeep(const std::string& name, unsigned char type, std::vector<std::string>& directories) {
         if (type == DT_DIR || (type == DT_UNKNOWN && IsRealDirectory(name))) {
             directories.push_back(name);
-        } else if (unlinkat(current.Get(), name.c_str(), 0) != 0) {
+        } else if (unlinkat(DescriptorOf(current), name.c_str(), 0) != 0) {
             Note(errno);
         } else {
             fault_points::ReachFaultPoint(fault_points::FaultPoint::EntryRemoved);
@@ -143,7 +125,8 @@ private:
 
     bool IsRealDirectory(const std::string& name) const {
         struct stat status = {};
-        return fstatat(current.Get(), name.c_str(), &status, AT_SYMLINK_NOFOLLOW) == 0 && S_ISDIR(status.st_mode);
+        return fstatat(DescriptorOf(current), name.c_str(), &status, AT_SYMLINK_NOFOLLOW) == 0 &&
+               S_ISDIR(status.st_mode);
     }
 
     bool Leave() {
@@ -152,15 +135,15 @@ private:
         if (levels.empty()) {
             return true;
         }
-        current = Descriptor(openat(current.Get(), "..", openDirectoryFlags));
+        current = OpenIn(current, "..");
         struct stat status = {};
-        if (!current.IsOpen() || fstat(current.Get(), &status) != 0) {
+        if (!current || fstat(DescriptorOf(current), &status) != 0) {
             return Note(errno);
         }
         if (status.st_dev != levels.back().device || status.st_ino != levels.back().inode) {
             return Note(ESTALE); // another process has moved the directory
         }
-        if (unlinkat(current.Get(), name.c_str(), AT_REMOVEDIR) != 0) {
+        if (unlinkat(DescriptorOf(current), name.c_str(), AT_REMOVEDIR) != 0) {
             Note(errno);
         }
         return true;
@@ -174,7 +157,7 @@ private:
         return false;
     }
 
-    Descriptor current;
+    OwnedHandle current;
     std::vector<Level> levels;
     Error outcome;
 };
@@ -191,8 +174,8 @@ Error OpenError(const std::string& path) {
 Error RemoveTree(const std::wstring& path) {
     // A trailing separator would make the system follow a link.
     const std::string root = SystemPath(WithoutTrailingSeparators(path));
-    Descriptor descriptor(open(root.c_str(), openDirectoryFlags));
-    if (!descriptor.IsOpen()) {
+    OwnedHandle descriptor = OpenDescriptor(root.c_str(), openDirectoryFlags);
+    if (!descriptor) {
         return OpenError(root);
     }
     const Error error = TreeRemoval(std::move(descriptor)).Run();

@@ -3,7 +3,7 @@
 #include <cwchar>
 #include <utility>
 
-#include "platform/files/PathRoot.h"
+#include "platform/files/NativePath.h"
 #include "platform/files/windows/SystemPath.h"
 
 namespace platform {

@@ -6,6 +6,7 @@
 
 #include "platform/files/FileSystem.h"
 #include "platform/files/windows/SystemPath.h"
+#include "platform/system/windows/Handle.h"
 
 namespace platform {
 namespace {
@@ -13,22 +14,14 @@ namespace {
 constexpr DWORD shareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
 constexpr std::size_t largestTransfer = std::size_t{1} << 30;
 
-HANDLE ToHandle(std::intptr_t handle) {
-    return reinterpret_cast<HANDLE>(handle);
-}
-
-std::intptr_t Open(const std::wstring& path, DWORD access, DWORD disposition, DWORD flags = 0) {
-    const HANDLE handle = CreateFileW(SystemPath(path).c_str(), access, shareAll, nullptr, disposition,
-                                      FILE_ATTRIBUTE_NORMAL | flags, nullptr);
-    return reinterpret_cast<std::intptr_t>(handle);
+OwnedHandle Open(const std::wstring& path, DWORD access, DWORD disposition, DWORD flags = 0) {
+    return OpenFileHandle(SystemPath(path), access, shareAll, disposition, FILE_ATTRIBUTE_NORMAL | flags);
 }
 
 bool HasOtherNames(const std::wstring& path) {
-    const std::intptr_t handle = Open(path, FILE_READ_ATTRIBUTES, OPEN_EXISTING);
+    const OwnedHandle handle = Open(path, FILE_READ_ATTRIBUTES, OPEN_EXISTING);
     BY_HANDLE_FILE_INFORMATION information = {};
-    const bool isKnown = GetFileInformationByHandle(ToHandle(handle), &information) != 0;
-    CloseHandle(ToHandle(handle));
-    return isKnown && information.nNumberOfLinks > 1;
+    return handle && GetFileInformationByHandle(handle.Get(), &information) != 0 && information.nNumberOfLinks > 1;
 }
 
 DWORD TransferSize(std::size_t size) {
@@ -46,8 +39,8 @@ Error File::OpenForReading(const std::wstring& path) {
 
 Error File::RequireRegular() {
     BY_HANDLE_FILE_INFORMATION information = {};
-    const bool isOnDisk = GetFileType(ToHandle(handle)) == FILE_TYPE_DISK;
-    if (isOnDisk && GetFileInformationByHandle(ToHandle(handle), &information) != 0 &&
+    const bool isOnDisk = GetFileType(handle.Get()) == FILE_TYPE_DISK;
+    if (isOnDisk && GetFileInformationByHandle(handle.Get(), &information) != 0 &&
         (information.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) == 0) {
         return {};
     }
@@ -76,15 +69,9 @@ Error File::CreateNew(const std::wstring& path, const std::wstring&) {
     return IsOpen() ? Error{} : LastError();
 }
 
-void File::Close() {
-    if (IsOpen()) {
-        CloseHandle(ToHandle(std::exchange(handle, invalidHandle)));
-    }
-}
-
 Error File::Read(char* buffer, std::size_t capacity, std::size_t& count) {
     DWORD done = 0;
-    const BOOL succeeded = ::ReadFile(ToHandle(handle), buffer, TransferSize(capacity), &done, nullptr);
+    const BOOL succeeded = ::ReadFile(handle.Get(), buffer, TransferSize(capacity), &done, nullptr);
     count = done;
     return succeeded != 0 ? Error{} : LastError();
 }
@@ -94,7 +81,7 @@ Error File::ReadAt(std::uint64_t offset, char* buffer, std::size_t capacity, std
     place.Offset = static_cast<DWORD>(offset & 0xffffffff);
     place.OffsetHigh = static_cast<DWORD>(offset >> 32);
     DWORD done = 0;
-    const BOOL succeeded = ::ReadFile(ToHandle(handle), buffer, TransferSize(capacity), &done, &place);
+    const BOOL succeeded = ::ReadFile(handle.Get(), buffer, TransferSize(capacity), &done, &place);
     count = done;
     return succeeded != 0 || GetLastError() == ERROR_HANDLE_EOF ? Error{} : LastError();
 }
@@ -102,7 +89,7 @@ Error File::ReadAt(std::uint64_t offset, char* buffer, std::size_t capacity, std
 Error File::Write(std::string_view bytes) {
     while (!bytes.empty()) {
         DWORD done = 0;
-        if (WriteFile(ToHandle(handle), bytes.data(), TransferSize(bytes.size()), &done, nullptr) == 0) {
+        if (WriteFile(handle.Get(), bytes.data(), TransferSize(bytes.size()), &done, nullptr) == 0) {
             return LastError();
         }
         bytes.remove_prefix(done);
@@ -111,12 +98,12 @@ Error File::Write(std::string_view bytes) {
 }
 
 Error File::Flush() {
-    return FlushFileBuffers(ToHandle(handle)) != 0 ? Error{} : LastError();
+    return OutcomeOf(FlushFileBuffers(handle.Get()));
 }
 
 std::uint64_t File::Size() const {
     LARGE_INTEGER size = {};
-    return IsOpen() && GetFileSizeEx(ToHandle(handle), &size) != 0 ? static_cast<std::uint64_t>(size.QuadPart) : 0;
+    return IsOpen() && GetFileSizeEx(handle.Get(), &size) != 0 ? static_cast<std::uint64_t>(size.QuadPart) : 0;
 }
 
 Error File::MakeExecutable() {

@@ -1,21 +1,16 @@
 #include "platform/files/FileLock.h"
 
-#include <utility>
-
 #include <windows.h>
 
 #include "platform/files/windows/SystemPath.h"
+#include "platform/system/windows/Handle.h"
 
 namespace platform {
 namespace {
 
-HANDLE Open(const std::wstring& path, DWORD disposition) {
-    return ::CreateFileW(SystemPath(path).c_str(), GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ, nullptr, disposition,
-                         FILE_ATTRIBUTE_NORMAL | FILE_FLAG_OPEN_REPARSE_POINT, nullptr);
-}
-
-HANDLE HandleOf(std::intptr_t handle) {
-    return reinterpret_cast<HANDLE>(handle);
+OwnedHandle Open(const std::wstring& path, DWORD disposition) {
+    return OpenFileHandle(SystemPath(path), GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ, disposition,
+                          FILE_ATTRIBUTE_NORMAL | FILE_FLAG_OPEN_REPARSE_POINT);
 }
 
 } // namespace
@@ -24,23 +19,16 @@ HANDLE HandleOf(std::intptr_t handle) {
 /// it.
 Error FileLock::Take(const std::wstring& path) {
     Release();
-    HANDLE const file = Open(path, OPEN_ALWAYS);
-    if (file == INVALID_HANDLE_VALUE) {
+    handle = Open(path, OPEN_ALWAYS);
+    if (!handle) {
         return LastError();
     }
-    handle = reinterpret_cast<std::intptr_t>(file);
     place = path;
     return {};
 }
 
-void FileLock::Release() {
-    if (IsHeld()) {
-        ::CloseHandle(HandleOf(std::exchange(handle, invalidHandle)));
-    }
-}
-
 Error FileLock::Write(std::string_view text) {
-    HANDLE const file = HandleOf(handle);
+    HANDLE const file = handle.Get();
     DWORD written = 0;
     const bool isWritten = ::SetFilePointerEx(file, LARGE_INTEGER{}, nullptr, FILE_BEGIN) != 0 &&
                            ::WriteFile(file, text.data(), static_cast<DWORD>(text.size()), &written, nullptr) != 0 &&
@@ -62,12 +50,8 @@ bool FileLock::IsInPlace() const {
 }
 
 bool IsLocked(const std::wstring& path) {
-    HANDLE const file = Open(path, OPEN_EXISTING);
-    if (file == INVALID_HANDLE_VALUE) {
-        return LastError().kind == ErrorKind::InUse;
-    }
-    ::CloseHandle(file);
-    return false;
+    const OwnedHandle file = Open(path, OPEN_EXISTING);
+    return !file && LastError().kind == ErrorKind::InUse;
 }
 
 } // namespace platform

@@ -5,8 +5,6 @@
 
 #include <windows.h>
 
-#include "platform/files/PathRoot.h"
-
 namespace platform {
 namespace {
 

@@ -1,13 +1,15 @@
+#include "platform/files/RemoveTree.h"
+
 #include <utility>
+#include <vector>
 
 #include <windows.h>
 
 #include "fault_points/FaultPoint.h"
-#include "platform/files/FileSystem.h"
-#include "platform/files/PathRoot.h"
+#include "platform/files/NativePath.h"
 #include "platform/files/windows/DirectorySearch.h"
 #include "platform/files/windows/SystemPath.h"
-#include "platform/system/OwnedHandle.h"
+#include "platform/system/windows/Handle.h"
 
 namespace platform {
 namespace {
@@ -31,12 +33,10 @@ struct Level {
 
 /// Holds nothing if `path` is no longer a real directory or cannot be opened.
 Level Hold(const std::wstring& path) {
-    const HANDLE handle =
-        CreateFileW(path.c_str(), FILE_LIST_DIRECTORY, FILE_SHARE_READ | FILE_SHARE_WRITE, nullptr, OPEN_EXISTING,
-                    FILE_FLAG_BACKUP_SEMANTICS | FILE_FLAG_OPEN_REPARSE_POINT, nullptr);
-    OwnedHandle directory(handle == INVALID_HANDLE_VALUE ? nullptr : handle);
+    OwnedHandle directory = OpenFileHandle(path, FILE_LIST_DIRECTORY, FILE_SHARE_READ | FILE_SHARE_WRITE, OPEN_EXISTING,
+                                           FILE_FLAG_BACKUP_SEMANTICS | FILE_FLAG_OPEN_REPARSE_POINT);
     BY_HANDLE_FILE_INFORMATION information = {};
-    if (!directory || GetFileInformationByHandle(handle, &information) == 0) {
+    if (!directory || GetFileInformationByHandle(directory.Get(), &information) == 0) {
         return {};
     }
     if (!IsRealDirectory(information.dwFileAttributes)) {

@@ -3,7 +3,6 @@
 #include <string_view>
 
 #include "platform/files/NativePath.h"
-#include "platform/files/PathRoot.h"
 
 namespace platform {
 namespace {

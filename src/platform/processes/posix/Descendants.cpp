@@ -63,12 +63,9 @@ bool EndOne(const Descendant& descendant) {
     if (descendant.parent == getpid()) {
         return kill(descendant.number, SIGKILL) == 0;
     }
-    const int descriptor = OpenProcessDescriptor(descendant.number);
-    if (descriptor >= 0) {
-        if (ParentOf(descendant.number) == descendant.parent) {
-            pidfd_send_signal(descriptor, SIGKILL, nullptr, 0);
-        }
-        close(descriptor);
+    const OwnedHandle process(HandleOf(OpenProcessDescriptor(descendant.number)));
+    if (process && ParentOf(descendant.number) == descendant.parent) {
+        pidfd_send_signal(DescriptorOf(process), SIGKILL, nullptr, 0);
     }
     return false;
 }

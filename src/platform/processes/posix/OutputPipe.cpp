@@ -10,29 +10,18 @@
 
 namespace platform {
 
-OutputPipe::~OutputPipe() {
-    CloseWriteEnd();
-    CloseProcessHandle(readEnd);
-}
-
 Error OutputPipe::Open() {
     int ends[2] = {-1, -1};
     if (pipe2(ends, O_CLOEXEC) != 0) {
         return LastError();
     }
-    CloseWriteEnd();
-    CloseProcessHandle(readEnd);
-    readEnd = HandleOf(ends[0]);
-    writeEnd = HandleOf(ends[1]);
+    readEnd = OwnedHandle(HandleOf(ends[0]));
+    writeEnd = OwnedHandle(HandleOf(ends[1]));
     return {};
 }
 
-void OutputPipe::CloseWriteEnd() {
-    CloseProcessHandle(std::exchange(writeEnd, nullptr));
-}
-
 void* OutputPipe::Readable() const {
-    return readEnd;
+    return readEnd.Get();
 }
 
 void OutputPipe::ReadAvailable(std::size_t limit, std::string& bytes) {

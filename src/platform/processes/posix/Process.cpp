@@ -19,13 +19,8 @@ namespace platform {
 namespace {
 
 /// The lowest three descriptors are a child's standard streams and cannot carry anything else.
-int AboveStandardStreams(int descriptor) {
-    if (descriptor < 0 || descriptor > STDERR_FILENO) {
-        return descriptor;
-    }
-    const int moved = fcntl(descriptor, F_DUPFD_CLOEXEC, STDERR_FILENO + 1);
-    close(descriptor);
-    return moved;
+OwnedHandle AboveStandardStreams(OwnedHandle handle) {
+    return DescriptorOf(handle) > STDERR_FILENO ? std::move(handle) : OwnedHandle(CopyHandle(handle.Get()));
 }
 
 } // namespace
@@ -35,7 +30,7 @@ Error StartProcess(const ProcessStart& start, void* errorOutput, OwnedHandle& pr
 }
 
 OwnedHandle OpenSelf() {
-    return OwnedHandle(HandleOf(AboveStandardStreams(OpenProcessDescriptor(getpid()))));
+    return AboveStandardStreams(OwnedHandle(HandleOf(OpenProcessDescriptor(getpid()))));
 }
 
 bool SetCloseOnExec(void* handle) {

@@ -62,7 +62,8 @@ public:
     /// Closes all other descriptors, even those that a library left without close-on-exec.
     void KeepOnly(const std::vector<void*>& inherited) {
         std::vector<int> kept;
-        std::transform(inherited.begin(), inherited.end(), std::back_inserter(kept), DescriptorOf);
+        std::transform(inherited.begin(), inherited.end(), std::back_inserter(kept),
+                       [](void* handle) { return DescriptorOf(handle); });
         std::sort(kept.begin(), kept.end());
         int next = firstBeyondStandard;
         for (const int descriptor : kept) {

@@ -83,16 +83,11 @@ void Event::Clear() {
 }
 
 DirectoryWatch::DirectoryWatch(const std::wstring& directory) {
-    const int descriptor = inotify_init1(IN_CLOEXEC | IN_NONBLOCK);
-    if (descriptor < 0) {
-        return;
-    }
+    OwnedHandle watch(HandleOf(inotify_init1(IN_CLOEXEC | IN_NONBLOCK)));
     constexpr std::uint32_t changes = IN_CREATE | IN_DELETE | IN_MOVED_FROM | IN_MOVED_TO | IN_ONLYDIR;
-    if (inotify_add_watch(descriptor, SystemPath(directory).c_str(), changes) < 0) {
-        close(descriptor);
-        return;
+    if (inotify_add_watch(DescriptorOf(watch), SystemPath(directory).c_str(), changes) >= 0) {
+        handle = watch.Release();
     }
-    handle = HandleOf(descriptor);
 }
 
 DirectoryWatch::~DirectoryWatch() {

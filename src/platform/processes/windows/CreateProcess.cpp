@@ -10,6 +10,7 @@
 #include "platform/files/NativePath.h"
 #include "platform/files/windows/SystemPath.h"
 #include "platform/processes/Process.h"
+#include "platform/system/windows/Handle.h"
 
 namespace platform {
 namespace {
@@ -88,9 +89,7 @@ std::wstring EnvironmentBlock(const ProcessStart& start) {
 /// The null device, for a child without a terminal.
 OwnedHandle OpenNowhere(DWORD access) {
     SECURITY_ATTRIBUTES inheritable{sizeof(SECURITY_ATTRIBUTES), nullptr, TRUE};
-    const HANDLE file =
-        CreateFileW(L"NUL", access, FILE_SHARE_READ | FILE_SHARE_WRITE, &inheritable, OPEN_EXISTING, 0, nullptr);
-    return OwnedHandle(file == INVALID_HANDLE_VALUE ? nullptr : file);
+    return OpenFileHandle(L"NUL", access, FILE_SHARE_READ | FILE_SHARE_WRITE, OPEN_EXISTING, 0, &inheritable);
 }
 
 /// A copy that a child can inherit; the original handle stays private to this process.

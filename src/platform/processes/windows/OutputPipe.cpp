@@ -6,11 +6,6 @@
 
 namespace platform {
 
-OutputPipe::~OutputPipe() {
-    CloseWriteEnd();
-    CloseProcessHandle(readEnd);
-}
-
 Error OutputPipe::Open() {
     constexpr DWORD bufferSize = 64 * 1024;
     HANDLE newReadEnd = nullptr;
@@ -18,15 +13,9 @@ Error OutputPipe::Open() {
     if (CreatePipe(&newReadEnd, &newWriteEnd, nullptr, bufferSize) == 0) {
         return LastError();
     }
-    CloseWriteEnd();
-    CloseProcessHandle(readEnd);
-    readEnd = newReadEnd;
-    writeEnd = newWriteEnd;
+    readEnd = OwnedHandle(newReadEnd);
+    writeEnd = OwnedHandle(newWriteEnd);
     return {};
-}
-
-void OutputPipe::CloseWriteEnd() {
-    CloseProcessHandle(std::exchange(writeEnd, nullptr));
 }
 
 void* OutputPipe::Readable() const {
@@ -37,7 +26,7 @@ void OutputPipe::ReadAvailable(std::size_t limit, std::string& bytes) {
     bytes.clear();
     DWORD available = 0;
     std::string piece;
-    while (bytes.size() < limit && PeekNamedPipe(readEnd, nullptr, 0, nullptr, &available, nullptr) != 0 &&
+    while (bytes.size() < limit && PeekNamedPipe(readEnd.Get(), nullptr, 0, nullptr, &available, nullptr) != 0 &&
            available > 0) {
         Read(std::min<std::size_t>(limit - bytes.size(), available), piece);
         bytes += piece;
@@ -51,7 +40,7 @@ void OutputPipe::Read(std::size_t limit, std::string& bytes) {
     // A write of zero bytes also completes a read.
     BOOL isRead = TRUE;
     while (isRead != 0 && count == 0 && !bytes.empty()) {
-        isRead = ::ReadFile(readEnd, bytes.data(), static_cast<DWORD>(bytes.size()), &count, nullptr);
+        isRead = ::ReadFile(readEnd.Get(), bytes.data(), static_cast<DWORD>(bytes.size()), &count, nullptr);
     }
     bytes.resize(count);
 }

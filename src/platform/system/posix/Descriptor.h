@@ -5,8 +5,10 @@
 #include <memory>
 
 #include <dirent.h>
+#include <fcntl.h>
 
 #include "platform/system/Error.h"
+#include "platform/system/OwnedHandle.h"
 
 /// Descriptors of this system, and the results of calls with them.
 namespace platform {
@@ -23,12 +25,27 @@ inline int DescriptorOf(void* handle) {
     return number > 0 && number <= INT_MAX ? static_cast<int>(number - 1) : -1;
 }
 
+inline int DescriptorOf(const OwnedHandle& handle) {
+    return DescriptorOf(handle.Get());
+}
+
+/// Opens a file or directory (`open`), closed in child processes; null on failure.
+inline OwnedHandle OpenDescriptor(const char* systemPath, int flags, mode_t mode = 0) {
+    return OwnedHandle(HandleOf(open(systemPath, flags | O_CLOEXEC, mode)));
+}
+
 struct DirectoryCloser {
     void operator()(DIR* directory) const { closedir(directory); }
 };
 
 /// An open directory stream.
 using DirectoryListing = std::unique_ptr<DIR, DirectoryCloser>;
+
+/// Opens a directory (`openat`) to read its entries; null on failure.
+inline DirectoryListing OpenListing(int directory, const char* name, int flags) {
+    const int descriptor = openat(directory, name, flags | O_CLOEXEC);
+    return DirectoryListing(descriptor == -1 ? nullptr : fdopendir(descriptor));
+}
 
 /// The error of a system call that returns -1 on failure.
 inline Error OutcomeOf(int result) {

@@ -29,9 +29,12 @@ void CloseProcessHandle(void* process) {
     if (descriptor < 0) {
         return;
     }
+    // A caller that closes a handle on its way out of a failure still reads the failure's number.
+    const int earlierError = errno;
     siginfo_t ended{};
     waitid(P_PIDFD, static_cast<id_t>(descriptor), &ended, WEXITED | WNOHANG);
     close(descriptor);
+    errno = earlierError;
 }
 
 void* CopyHandle(void* handle) {

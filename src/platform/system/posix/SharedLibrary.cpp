@@ -7,7 +7,6 @@
 
 #include "platform/files/FileSystem.h"
 #include "platform/files/NativePath.h"
-#include "platform/files/PathRoot.h"
 #include "platform/files/posix/SystemPath.h"
 #include "platform/system/posix/NeededLibraries.h"
 #include "text/Text.h"

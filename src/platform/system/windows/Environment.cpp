@@ -8,7 +8,7 @@
 #include <shlobj.h>
 
 #include "platform/files/NativePath.h"
-#include "platform/system/windows/LocalMemory.h"
+#include "platform/system/windows/Handle.h"
 
 namespace platform {
 namespace {

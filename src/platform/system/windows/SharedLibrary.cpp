@@ -3,7 +3,6 @@
 #include <windows.h>
 
 #include "platform/files/NativePath.h"
-#include "platform/files/PathRoot.h"
 #include "platform/files/windows/SystemPath.h"
 #include "platform/system/Error.h"
 

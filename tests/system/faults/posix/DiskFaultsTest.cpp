@@ -5,6 +5,7 @@
 
 #include "platform/files/FileSystem.h"
 #include "platform/files/NativePath.h"
+#include "platform/files/RemoveTree.h"
 #include "text/Text.h"
 
 #include <optional>

@@ -3,6 +3,7 @@
 #include "formats/HostLock.h"
 #include "platform/files/FileSystem.h"
 #include "platform/files/NativePath.h"
+#include "platform/files/RemoveTree.h"
 #include "text/Text.h"
 
 #include <sys/stat.h>

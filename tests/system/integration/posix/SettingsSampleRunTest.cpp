@@ -1,6 +1,7 @@
 #include "kit/processes/HostProcessFixture.h"
 
 #include "kit/OtherProcesses.h"
+#include "platform/files/Directory.h"
 #include "platform/files/FileSystem.h"
 #include "platform/files/NativePath.h"
 #include "system/integration/SettingsSample.h"

@@ -2,6 +2,7 @@
 #include "kit/processes/ScenarioTraces.h"
 
 #include "ControllerCSWrapper/ControllerCSWrapper.h"
+#include "platform/files/Directory.h"
 #include "platform/files/FileSystem.h"
 #include "platform/files/NativePath.h"
 #include "text/Text.h"

@@ -1,8 +1,6 @@
 #include "kit/processes/HostProcessFixture.h"
 #include "kit/processes/ScenarioTraces.h"
 
-#include "platform/files/FileSystem.h"
-
 using LostHostTest = HostProcessFixture;
 
 TEST_F(LostHostTest, AScenarioThatKillsItsRunnerAndItsHostIsEndedByTheNextHost) {

@@ -1,8 +1,12 @@
+#include "platform/files/Directory.h"
+
 #include <windows.h>
 
 #include "platform/files/FileSystem.h"
-#include "platform/files/PathRoot.h"
+#include "platform/files/NativePath.h"
 #include "platform/files/windows/DirectorySearch.h"
+#include "platform/files/windows/SystemPath.h"
+#include "platform/system/windows/Handle.h"
 
 namespace platform {
 namespace {
@@ -17,6 +21,23 @@ void Append(const std::wstring& directory, const WIN32_FIND_DATAW& found, std::v
 
 } // namespace
 
+Error MakeDirectory(const std::wstring& path) {
+    return OutcomeOf(CreateDirectoryW(SystemPath(path).c_str(), nullptr));
+}
+
+Error MakePrivateDirectory(const std::wstring& path) {
+    return MakeDirectory(path);
+}
+
+Error RequireOwnDirectory(const std::wstring&) {
+    return {};
+}
+
+// MOVEFILE_WRITE_THROUGH has already flushed the rename.
+Error FlushDirectory(const std::wstring&) {
+    return {};
+}
+
 Error ListDirectory(const std::wstring& directory, std::vector<DirectoryEntry>& entries) {
     std::vector<DirectoryEntry> found;
     DirectorySearch search(directory);
@@ -28,6 +49,17 @@ Error ListDirectory(const std::wstring& directory, std::vector<DirectoryEntry>& 
     }
     entries.insert(entries.end(), found.begin(), found.end());
     return {};
+}
+
+Error DirectoryHandle::Open(const std::wstring& path) {
+    // Without FILE_SHARE_DELETE, which a rename would need, too.
+    directory = OpenFileHandle(SystemPath(path), FILE_LIST_DIRECTORY, FILE_SHARE_READ | FILE_SHARE_WRITE, OPEN_EXISTING,
+                               FILE_FLAG_BACKUP_SEMANTICS | FILE_FLAG_OPEN_REPARSE_POINT);
+    if (!directory) {
+        return LastError();
+    }
+    pinnedPath = path;
+    return IsDirectory(path) && !IsLink(path) ? Error{} : Error{ErrorKind::NotSupported, 0};
 }
 
 } // namespace platform

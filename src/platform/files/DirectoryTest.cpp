@@ -1,4 +1,10 @@
+#include "platform/files/Directory.h"
+
 #include <algorithm>
+#include <atomic>
+#include <string>
+#include <thread>
+#include <vector>
 
 #include <gmock/gmock.h>
 #include <gtest/gtest.h>
@@ -6,17 +12,22 @@
 #include "kit/SystemHelpers.h"
 #include "kit/TemporaryDirectory.h"
 #include "platform/files/FileSystem.h"
+#include "platform/files/NativePath.h"
+#include "platform/files/ReplaceFile.h"
 #include "text/Text.h"
 
 namespace {
 
+using platform::CreateNewDirectory;
 using platform::DirectoryEntry;
+using platform::EnsureDirectory;
 using platform::ErrorKind;
+using platform::IsDirectory;
 using platform::ListDirectory;
 using testing::ElementsAre;
 using testing::UnorderedElementsAre;
 
-class ListDirectoryTest : public testing::Test {
+class DirectoryTest_List : public testing::Test {
 protected:
     void Touch(const std::wstring& name) { ASSERT_FALSE(platform::CreateEmptyFile(directory / name)); }
 
@@ -44,11 +55,11 @@ protected:
     TemporaryDirectory directory;
 };
 
-TEST_F(ListDirectoryTest, AnEmptyDirectoryHasNoEntries) {
+TEST_F(DirectoryTest_List, AnEmptyDirectoryHasNoEntries) {
     EXPECT_THAT(Names(), ElementsAre());
 }
 
-TEST_F(ListDirectoryTest, FilesAreToldFromDirectories) {
+TEST_F(DirectoryTest_List, FilesAreToldFromDirectories) {
     Touch(L"file");
     Touch(L".hidden");
     ASSERT_FALSE(platform::CreateNewDirectory(directory / L"folder"));
@@ -58,7 +69,7 @@ TEST_F(ListDirectoryTest, FilesAreToldFromDirectories) {
     EXPECT_FALSE(Entry(L"folder").isLink);
 }
 
-TEST_F(ListDirectoryTest, EntriesAreSortedWithoutRegardToCase) {
+TEST_F(DirectoryTest_List, EntriesAreSortedWithoutRegardToCase) {
     for (const wchar_t* name : {L"b.rb", L"A.rb", L"_.rb", L"C.rb", L"a2.rb", L"\u00E9.rb", L"\u00C8.rb", L"z.rb"}) {
         Touch(name);
     }
@@ -72,7 +83,7 @@ TEST_F(ListDirectoryTest, EntriesAreSortedWithoutRegardToCase) {
                                      L"\u00E9.rb"));
 }
 
-TEST_F(ListDirectoryTest, LettersOfOtherAlphabetsAreFoldedToo) {
+TEST_F(DirectoryTest_List, LettersOfOtherAlphabetsAreFoldedToo) {
     if (OnWindows()) {
         GTEST_SKIP() << "the system sorts here";
     }
@@ -85,7 +96,7 @@ TEST_F(ListDirectoryTest, LettersOfOtherAlphabetsAreFoldedToo) {
                                      L"\u03B12", L"\u04011", L"\u04512", L"\u04101", L"\u04302"));
 }
 
-TEST_F(ListDirectoryTest, LinksAreMarkedAndShownAsWhatTheyLeadTo) {
+TEST_F(DirectoryTest_List, LinksAreMarkedAndShownAsWhatTheyLeadTo) {
     ASSERT_FALSE(platform::CreateNewDirectory(directory / L"folder"));
     Touch(L"file");
     if (!MakeLink(directory / L"folder", directory / L"to-folder")) {
@@ -102,7 +113,7 @@ TEST_F(ListDirectoryTest, LinksAreMarkedAndShownAsWhatTheyLeadTo) {
     EXPECT_TRUE(Entry(L"to-file").isLink);
 }
 
-TEST_F(ListDirectoryTest, NamesThatAreNotUtf8CanBeOpenedByWhatIsListed) {
+TEST_F(DirectoryTest_List, NamesThatAreNotUtf8CanBeOpenedByWhatIsListed) {
     if (!MakeFileOfBytes(directory.Path(), "\xFFmesh\xC3.rb")) {
         GTEST_SKIP() << "names are wide here";
     }
@@ -111,14 +122,14 @@ TEST_F(ListDirectoryTest, NamesThatAreNotUtf8CanBeOpenedByWhatIsListed) {
     EXPECT_EQ(text::ToUtf8(Names()[0]), "\xFFmesh\xC3.rb");
 }
 
-TEST_F(ListDirectoryTest, NamesWithABackslashAreLeftOut) {
+TEST_F(DirectoryTest_List, NamesWithABackslashAreLeftOut) {
     if (!MakeFileOfBytes(directory.Path(), "..\\outside.rb")) {
         GTEST_SKIP() << "no such names here";
     }
     EXPECT_THAT(Names(), ElementsAre());
 }
 
-TEST_F(ListDirectoryTest, EntriesAreAppended) {
+TEST_F(DirectoryTest_List, EntriesAreAppended) {
     Touch(L"b");
     std::vector<DirectoryEntry> entries = {{L"z", false, false}};
     EXPECT_FALSE(ListDirectory(directory.Path() + L"\\", entries));
@@ -127,7 +138,7 @@ TEST_F(ListDirectoryTest, EntriesAreAppended) {
     EXPECT_EQ(entries[1].name, L"b");
 }
 
-TEST_F(ListDirectoryTest, WhatIsNoDirectoryCannotBeListed) {
+TEST_F(DirectoryTest_List, WhatIsNoDirectoryCannotBeListed) {
     Touch(L"file");
     std::vector<DirectoryEntry> entries;
     EXPECT_EQ(ListDirectory(directory / L"missing", entries).kind, ErrorKind::NotFound);
@@ -135,6 +146,90 @@ TEST_F(ListDirectoryTest, WhatIsNoDirectoryCannotBeListed) {
     EXPECT_EQ(ListDirectory(L"", entries).kind, ErrorKind::NotFound);
     EXPECT_EQ(ListDirectory(directory.Path() + std::wstring(1, L'\0'), entries).kind, ErrorKind::NotFound);
     EXPECT_TRUE(entries.empty());
+}
+
+class DirectoryTest : public testing::Test {
+protected:
+    TemporaryDirectory directory;
+};
+
+std::wstring RootOf(std::wstring path) {
+    for (std::wstring above = platform::ParentDirectory(path); !above.empty();
+         above = platform::ParentDirectory(path)) {
+        path = above;
+    }
+    return path;
+}
+
+TEST_F(DirectoryTest, CreateDirectoryMakesMissingParents) {
+    EXPECT_FALSE(CreateNewDirectory(directory / L"a\\b/c\\\\d"));
+    EXPECT_TRUE(IsDirectory(directory / L"a\\b\\c\\d"));
+    EXPECT_FALSE(CreateNewDirectory(directory / L"with\\separator\\"));
+    EXPECT_TRUE(IsDirectory(directory / L"with\\separator"));
+}
+
+TEST_F(DirectoryTest, OfSeveralThatCreateOneDirectoryAtTheSameTimeOneSucceeds) {
+    constexpr int rounds = 100;
+    std::atomic<int> successes{0};
+    const auto create = [&] {
+        for (int round = 0; round < rounds; ++round) {
+            const platform::Error error = CreateNewDirectory(directory / (std::to_wstring(round) + L"\\folder"));
+            EXPECT_TRUE(!error || error.kind == ErrorKind::AlreadyExists);
+            successes += error ? 0 : 1;
+        }
+    };
+    std::vector<std::thread> threads;
+    for (int thread = 0; thread < 4; ++thread) {
+        threads.emplace_back(create);
+    }
+    for (std::thread& thread : threads) {
+        thread.join();
+    }
+    EXPECT_EQ(successes, rounds);
+}
+
+TEST_F(DirectoryTest, CreateDirectoryRefusesWhatTheShellRefuses) {
+    WriteTextFile(directory / L"file", "");
+    EXPECT_EQ(CreateNewDirectory(L"relative\\path").kind, ErrorKind::NotAbsolute);
+    EXPECT_EQ(CreateNewDirectory(directory.Path()).kind, ErrorKind::AlreadyExists);
+    EXPECT_EQ(CreateNewDirectory(directory / L"file").kind, ErrorKind::AlreadyExists);
+    EXPECT_EQ(CreateNewDirectory(directory / L"file\\below").kind, ErrorKind::NotFound);
+    EXPECT_EQ(CreateNewDirectory(directory / L"file\\far\\below").kind, ErrorKind::NotFound);
+    EXPECT_EQ(CreateNewDirectory(L"").kind, ErrorKind::NotFound);
+}
+
+TEST_F(DirectoryTest, EnsureDirectoryIsContentWithAnExistingDirectory) {
+    WriteTextFile(directory / L"file", "");
+    EXPECT_FALSE(EnsureDirectory(directory / L"a\\b"));
+    EXPECT_FALSE(EnsureDirectory(directory / L"a\\b"));
+    EXPECT_FALSE(EnsureDirectory(RootOf(directory.Path())));
+    EXPECT_EQ(EnsureDirectory(directory / L"file").kind, ErrorKind::AlreadyExists);
+    EXPECT_EQ(EnsureDirectory(L"relative").kind, ErrorKind::NotAbsolute);
+}
+
+TEST_F(DirectoryTest, APrivateDirectoryIsForItsOwnerAlone) {
+    EXPECT_FALSE(platform::EnsurePrivateDirectory(directory / L"private"));
+    EXPECT_FALSE(platform::EnsurePrivateDirectory(directory / L"private"));
+    EXPECT_TRUE(IsDirectory(directory / L"private"));
+    EXPECT_EQ(PermissionsOf(directory / L"private").value_or(0700), 0700u);
+    EXPECT_EQ(platform::EnsurePrivateDirectory(directory / L"missing\\private").kind, ErrorKind::NotFound);
+}
+
+TEST_F(DirectoryTest, ALinkIsNoPrivateDirectory) {
+    ASSERT_FALSE(CreateNewDirectory(directory / L"elsewhere"));
+    if (!MakeLink(directory / L"elsewhere", directory / L"private")) {
+        GTEST_SKIP() << "no symbolic links here";
+    }
+    EXPECT_EQ(platform::EnsurePrivateDirectory(directory / L"private").kind, ErrorKind::AlreadyExists);
+}
+
+TEST_F(DirectoryTest, MissingParentsOfAPrivateDirectoryAreForTheirOwnerAloneToo) {
+    EXPECT_FALSE(platform::EnsurePrivateDirectories(directory / L"a\\b"));
+    EXPECT_FALSE(platform::EnsurePrivateDirectories(directory / L"a\\b"));
+    EXPECT_FALSE(platform::ReplaceFile(directory / L"data\\job_list.json", "{}"));
+    for (const wchar_t* const name : {L"a", L"a\\b", L"data"}) {
+        EXPECT_EQ(PermissionsOf(directory / name).value_or(0700), 0700u) << text::ToUtf8(name);
+    }
 }
 
 } // namespace
