@@ -3,9 +3,7 @@
 #include <algorithm>
 #include <chrono>
 #include <cstdint>
-#include <vector>
 
-#include "platform/files/Directory.h"
 #include "platform/files/File.h"
 #include "platform/files/NativePath.h"
 #include "platform/system/Sleep.h"

@@ -2,7 +2,6 @@
 
 #include <algorithm>
 #include <chrono>
-#include <cwchar>
 
 namespace platform {
 namespace {
@@ -29,6 +28,19 @@ void AppendPadded(std::int32_t number, std::size_t width, std::wstring& text) {
     const std::wstring digits = std::to_wstring(number);
     text.append(width - std::min(width, digits.size()), L'0');
     text += digits;
+}
+
+/// The date and the time of day, with `between` between them.
+std::wstring Stamp(const CalendarTime& fields, wchar_t between) {
+    std::wstring text;
+    AppendPadded(fields.year, 4, text);
+    AppendPadded(fields.month, 2, text);
+    AppendPadded(fields.day, 2, text);
+    text += between;
+    AppendPadded(fields.hour, 2, text);
+    AppendPadded(fields.minute, 2, text);
+    AppendPadded(fields.second, 2, text);
+    return text;
 }
 
 } // namespace
@@ -63,25 +75,11 @@ std::int64_t FromLocal(const CalendarTime& fields) {
 }
 
 std::wstring LocalStamp(std::int64_t time) {
-    const CalendarTime local = ToLocal(time);
-    wchar_t text[32] = {};
-    std::swprintf(text, std::size(text), L"%04d%02d%02d_%02d%02d%02d", local.year, local.month, local.day, local.hour,
-                  local.minute, local.second);
-    return text;
+    return Stamp(ToLocal(time), L'_');
 }
 
 std::wstring UtcStamp(std::int64_t time) {
-    const CalendarTime utc = ToUtc(time);
-    std::wstring text;
-    AppendPadded(utc.year, 4, text);
-    AppendPadded(utc.month, 2, text);
-    AppendPadded(utc.day, 2, text);
-    text += L'T';
-    AppendPadded(utc.hour, 2, text);
-    AppendPadded(utc.minute, 2, text);
-    AppendPadded(utc.second, 2, text);
-    text += L'Z';
-    return text;
+    return Stamp(ToUtc(time), L'T') + L'Z';
 }
 
 std::wstring UtcText(std::int64_t time) {

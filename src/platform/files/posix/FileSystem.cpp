@@ -6,7 +6,6 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include "platform/files/Directory.h"
 #include "platform/files/NativePath.h"
 #include "platform/files/ReplaceFile.h"
 #include "platform/files/posix/SystemPath.h"

@@ -7,7 +7,6 @@
 
 #include <aclapi.h>
 
-#include "platform/files/Directory.h"
 #include "platform/files/NativePath.h"
 #include "platform/files/ReplaceFile.h"
 #include "platform/files/windows/SystemPath.h"
