@@ -26,6 +26,7 @@ end
 # Lists of each target's input, as long as the limit allows.
 LISTS = {
   'job_list' => ['{"JobList":[', '{"inputFiles":["a"]},', '{}]}'],
+  'journal' => ["{\"version\":1,\"snapshot\":\"one\"}\n{\"changed\":[", '{"id":"a"},', "{}],\"deleted\":[]}\n"],
   'jobs_file' => ['{"EnqueueJobs":[{"inputFileSets":[', '["../a"],', '[]]}]}'],
   'progress' => ['{"progressInfoList":[', '{"message":"a"},', '{}]}'],
   'result' => ['{"messages":[', '{"text":"a"},', '{}]}'],

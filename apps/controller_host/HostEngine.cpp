@@ -13,6 +13,7 @@
 #include "services/Settings.h"
 
 #include <algorithm>
+#include <iterator>
 
 namespace {
 
@@ -25,6 +26,22 @@ public:
     /// function module requests the stop in another way, too.
     bool OnCancelJob() override { return platform::IsLink(info.workDir) || JobEntry::OnCancelJob(); }
 };
+
+/// A journal may be as long as its snapshot, but at least this long. Units: bytes.
+constexpr std::uint64_t smallestLongestJournal = std::uint64_t{1} << 20;
+
+std::uint64_t SizeOf(const std::wstring& path) {
+    const auto stamp = platform::StampOf(path);
+    return stamp ? stamp->size : 0;
+}
+
+job_list_journal::Rows RowsOf(const std::vector<std::shared_ptr<JobEntry>>& jobs) {
+    job_list_journal::Rows rows;
+    rows.reserve(jobs.size());
+    std::transform(jobs.begin(), jobs.end(), std::back_inserter(rows),
+                   [](const auto& job) { return &job->GetJobListInfo(); });
+    return rows;
+}
 
 } // namespace
 
@@ -41,11 +58,59 @@ bool HostEngine::IsSuspendJobExecution() {
            (std::none_of(nextJob, jobList.end(), canStart) || active >= settings::Current()->parallelJobs);
 }
 
-void HostEngine::WriteJobList() {
+void HostEngine::WriteJobList(const JobListChange& change) {
+    if (journal.IsOpen() && change.jobs.empty() && change.deletedIds.empty()) {
+        return;
+    }
+    lastChange = std::chrono::steady_clock::now();
+    if (!journal.IsOpen() || journal.Size() > longestJournal ||
+        !job_list_file::IsUnchanged(ControllerCSWrapper::GetJobListFile()) ||
+        journal.Append(RowsOf(change.jobs), change.deletedIds)) {
+        WriteSnapshot();
+        return;
+    }
+    hasChanges = true;
+}
+
+bool HostEngine::WriteRows(const std::wstring& snapshotId) {
     auto position = jobList.cbegin();
     const auto next = [&] { return position == jobList.cend() ? nullptr : &(*position++)->GetJobListInfo(); };
-    // A list that cannot be written is kept in memory; the host's loop retries the write.
-    (void)job_list_file::WriteRows(ControllerCSWrapper::GetJobListFile(), jobList.size(), next);
+    return job_list_file::WriteRows(ControllerCSWrapper::GetJobListFile(), jobList.size(), next, snapshotId);
+}
+
+/// A list that cannot be written is kept in memory; the host's loop writes it again.
+void HostEngine::WriteSnapshot() {
+    const std::wstring path = ControllerCSWrapper::GetJobListFile();
+    const std::wstring snapshotId = ControllerCSWrapper::CreateGuid();
+    hasChanges = false;
+    journal.Close();
+    if (WriteRows(snapshotId)) {
+        fault_points::ReachFaultPoint(fault_points::FaultPoint::SnapshotWritten);
+        // Without a journal, the next change writes a snapshot again.
+        (void)journal.Begin(job_list_journal::PathOf(path), snapshotId);
+        longestJournal = std::max(smallestLongestJournal, SizeOf(path));
+    }
+}
+
+void HostEngine::FlushJobList() {
+    const std::lock_guard lock(mutex);
+    if (journal.Flush()) {
+        WriteSnapshot();
+    }
+}
+
+void HostEngine::FoldJournal() {
+    const std::lock_guard lock(mutex);
+    if (HasChanges()) {
+        WriteSnapshot();
+    }
+}
+
+void HostEngine::EndJournal() {
+    const std::lock_guard lock(mutex);
+    if ((journal.IsOpen() || HasChanges()) && WriteRows({})) {
+        journal.End();
+    }
 }
 
 std::vector<void*> HostEngine::ActiveProcesses() {
@@ -110,6 +175,7 @@ bool HostEngine::DeleteJobsDurably(std::vector<std::wstring>& ids, std::vector<s
     notes.Add(DeletableJobs(ids));
     fault_points::ReachFaultPoint(fault_points::FaultPoint::DeletionsNoted);
     DeleteJobs(ids, deleted);
+    FlushJobList();
     fault_points::ReachFaultPoint(fault_points::FaultPoint::DeletionsToBeSettled);
     notes.Settle();
     ForgetFailures();
@@ -177,6 +243,7 @@ void HostEngine::FinishDeletions() {
     }
     std::vector<std::wstring> deleted;
     DeleteJobs(ids, deleted);
+    FlushJobList();
     notes.Settle();
     ForgetFailures();
 }

@@ -2,6 +2,11 @@
 
 #include "CommonControllerLib/JobEntryManagerBase.h"
 
+#include "formats/JobListFile.h"
+#include "formats/JobListJournal.h"
+
+#include <chrono>
+#include <cstdint>
 #include <set>
 #include <string>
 #include <vector>
@@ -55,6 +60,16 @@ public:
     /// Removes the reasons of jobs that are no longer listed.
     void ForgetFailures();
 
+    /// Blocks until all changes of the list are on the disk. If that fails, the list is unwritten (`job_list_file`).
+    void FlushJobList();
+    /// Returns true if the list has changes that are not in its snapshot. Threads: the loop's only.
+    bool HasChanges() const { return hasChanges || job_list_file::IsUnwritten(); }
+    std::chrono::steady_clock::time_point LastChange() const { return lastChange; }
+    /// Writes a snapshot, which takes up the journal.
+    void FoldJournal();
+    /// Writes the list as one file without a journal, as programs without journals read it.
+    void EndJournal();
+
     /// Completes the deletions that an earlier host did not finish.
     void FinishDeletions();
 
@@ -66,10 +81,13 @@ protected:
     /// True while as many jobs are active as the settings allow. Also true while a job is active and none is queued
     /// after the cursor: moving the cursor to the end would only cause another write of the list.
     bool IsSuspendJobExecution() override;
-    /// Writes the rows directly from the list, without copying them.
-    void WriteJobList() override;
+    /// Appends the change to the journal of the list. Writes a snapshot if there is no journal yet, if the journal has
+    /// outgrown its snapshot, or if it cannot be written.
+    void WriteJobList(const JobListChange& change) override;
 
 private:
+    void WriteSnapshot();
+    [[nodiscard]] bool WriteRows(const std::wstring& snapshotId);
     std::vector<JobListInfo> DeletableJobs(const std::vector<std::wstring>& ids);
     std::set<std::wstring> ListedIds();
     std::wstring ResolvePath(std::wstring& path);
@@ -81,4 +99,10 @@ private:
     /// Result of the last search, in its order. The catalogue contains more.
     std::vector<ScenarioInfo> listedScenarios;
     std::vector<std::wstring> moduleProblems;
+    /// Open while the list has a snapshot of this process.
+    job_list_journal::Journal journal;
+    /// Units: bytes.
+    std::uint64_t longestJournal = 0;
+    bool hasChanges = false;
+    std::chrono::steady_clock::time_point lastChange;
 };

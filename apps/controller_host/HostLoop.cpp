@@ -14,15 +14,9 @@ using std::chrono::steady_clock;
 
 /// Interval for reading a running job's progress file; front ends show a change within 250 ms.
 constexpr milliseconds progressInterval{200};
-/// Interval for retrying a failed write of the job list, for example on a full disk.
+/// Interval for flushing the states of running jobs, for retrying a failed write of the job list, for example on a full
+/// disk, and the time without a change after which the journal is folded.
 constexpr milliseconds listInterval{1000};
-
-std::optional<milliseconds> LongestWait(bool watching) {
-    if (watching) {
-        return progressInterval;
-    }
-    return job_list_file::IsUnwritten() ? std::optional(listInterval) : std::nullopt;
-}
 
 } // namespace
 
@@ -33,7 +27,7 @@ void HostLoop::Run(milliseconds patience) {
         if (!answers.EndWasRequested()) {
             StartJobs();
         }
-        WriteListAgain();
+        KeepList();
     }
     EndJobs(patience);
 }
@@ -45,10 +39,18 @@ HostLoop::Wake HostLoop::WaitForWork() {
     return platform::WaitForAny(handles, LongestWait(watching)) == std::size_t{0} ? Wake::Stop : Wake::Work;
 }
 
+std::optional<milliseconds> HostLoop::LongestWait(bool watching) const {
+    if (watching) {
+        return progressInterval;
+    }
+    return engine.HasChanges() ? std::optional(listInterval) : std::nullopt;
+}
+
 void HostLoop::AnswerRequests() {
     for (const Request& request : queue.TakeAll()) {
         answers.Answer(request);
     }
+    answers.SendAll();
 }
 
 void HostLoop::LookAtJobs() {
@@ -70,11 +72,16 @@ void HostLoop::StartJobs() {
     }
 }
 
-void HostLoop::WriteListAgain() {
+void HostLoop::KeepList() {
     const auto now = steady_clock::now();
-    if (job_list_file::IsUnwritten() && now >= nextListWrite) {
-        nextListWrite = now + listInterval;
-        job_list_file::RetryWrite();
+    if (now < nextListWrite) {
+        return;
+    }
+    nextListWrite = now + listInterval;
+    engine.FlushJobList();
+    const bool isIdle = !engine.HasActiveJobs() && now - engine.LastChange() >= listInterval;
+    if (isIdle || job_list_file::IsUnwritten()) {
+        engine.FoldJournal();
     }
 }
 
@@ -93,5 +100,5 @@ void HostLoop::EndJobs(milliseconds patience) {
         LookAtJobs();
     }
     engine.Terminate();
-    job_list_file::RetryWrite();
+    engine.EndJournal();
 }

@@ -5,6 +5,7 @@
 #include "controller_host/RequestQueue.h"
 
 #include <chrono>
+#include <optional>
 
 /// The host's only loop. It waits for requests, the end of processes and the stop request. While a job runs, it also
 /// wakes up to read the progress file; while the job list cannot be written, to retry the write. Requests are answered
@@ -23,10 +24,12 @@ private:
     enum class Wake { Stop, Work };
 
     Wake WaitForWork();
+    std::optional<std::chrono::milliseconds> LongestWait(bool watching) const;
     void AnswerRequests();
     void LookAtJobs();
     void StartJobs();
-    void WriteListAgain();
+    /// Flushes, retries and folds the job list when it is time.
+    void KeepList();
     void EndJobs(std::chrono::milliseconds patience);
 
     HostEngine& engine;

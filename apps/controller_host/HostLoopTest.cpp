@@ -1,10 +1,12 @@
 #include "kit/controller_host/HostFixture.h"
 
 #include "ControllerCSWrapper/ControllerCSWrapper.h"
+#include "formats/JobListJournal.h"
 #include "formats/RunProtocol.h"
 #include "kit/Deadline.h"
 #include "platform/files/FileSystem.h"
 #include "platform/files/RemoveTree.h"
+#include "text/Text.h"
 
 namespace {
 
@@ -22,17 +24,25 @@ class HostLoopTest : public HostLoopTest_Requests {
 protected:
     HostLoopTest() { StartLoop(); }
 
-    /// After this the list cannot be written, because its backup cannot.
+    /// After this the host's next snapshot fails: another program has written the list, and it cannot be kept aside.
     void BlockList() const {
-        EXPECT_FALSE(platform::RemoveFile(directory / L"job_list.json.bak"));
-        WriteTextFile(directory / L"job_list.json.bak\\held", "");
+        WriteTextFile(directory / L"job_list.json", R"({"JobList":[]})");
+        for (const wchar_t* kept : {L"job_list.json.bak\\held", L"job_list.json.replaced\\held"}) {
+            WriteTextFile(directory / kept, "");
+        }
     }
-    void FreeList() const { EXPECT_FALSE(platform::RemoveTree(directory / L"job_list.json.bak")); }
+    void FreeList() const {
+        EXPECT_FALSE(platform::RemoveTree(directory / L"job_list.json.bak"));
+        EXPECT_FALSE(platform::RemoveTree(directory / L"job_list.json.replaced"));
+    }
 
-    void AwaitSavedProgress(int progress) const {
-        const test_support::Deadline deadline("the saved list");
+    std::string Journal() const { return ReadTextFile(job_list_journal::PathOf(directory / L"job_list.json")); }
+
+    template <typename Condition>
+    void Await(const char* what, const Condition& isTrue) const {
+        const test_support::Deadline deadline(what);
         platform::DirectoryWatch watch(directory.Path());
-        while (SavedList().at(0).progress != progress) {
+        while (!isTrue()) {
             platform::WaitForAny({watch.Handle()}, std::nullopt);
             watch.Rearm();
         }
@@ -92,15 +102,53 @@ TEST_F(HostLoopTest, TheWishToStopCancelsWhatIsLeftAndWritesTheList) {
 }
 
 TEST_F(HostLoopTest, AListThatCouldNotBeWrittenIsWrittenOnceItCanBe) {
-    Enqueue(1);
-    const JobStatusInfo job = WaitForStatus(JobStatus::Running);
     BlockList();
-    WriteTextFile(job.workDir + L"\\progress_info_list.json",
-                  R"({"version":1,"jobId":"x","progressInfoList":[{"progress":40,"message":"reading"}]})");
-    EXPECT_EQ(WaitForStatus(JobStatus::Running).progress, 40);
-    EXPECT_EQ(SavedList().at(0).progress, 0);
+    Enqueue(1);
+    WaitForStatus(JobStatus::Running);
+    EXPECT_EQ(SavedList().size(), 0U);
     FreeList();
-    AwaitSavedProgress(40);
+    Await("the saved list", [&] { return SavedList().size() == 1; });
+}
+
+TEST_F(HostLoopTest, AListThatSomebodyRemovesIsWrittenWholeWithTheNextChange) {
+    Enqueue(1);
+    WaitForStatus(JobStatus::Running);
+    EXPECT_FALSE(platform::RemoveFile(directory / L"job_list.json"));
+    Enqueue(1);
+    EXPECT_EQ(SavedList().size(), 2U);
+}
+
+TEST_F(HostLoopTest, AJournalThatSomebodyRemovesCostsNoJob) {
+    Enqueue(1);
+    WaitForStatus(JobStatus::Running);
+    EXPECT_FALSE(platform::RemoveFile(directory / L"job_list.json.journal"));
+    Enqueue(1);
+    EXPECT_EQ(SavedList().size(), 2U);
+}
+
+TEST_F(HostLoopTest, AnAnsweredRequestIsInTheJournal) {
+    const std::wstring first = Enqueue(1).jobIds.front().id;
+    const std::wstring second = Enqueue(1).jobIds.front().id;
+    const std::string snapshot = ReadTextFile(directory / L"job_list.json");
+    EXPECT_NE(snapshot.find(text::ToUtf8(first)), std::string::npos);
+    EXPECT_EQ(snapshot.find(text::ToUtf8(second)), std::string::npos);
+    EXPECT_NE(Journal().find(text::ToUtf8(second)), std::string::npos);
+}
+
+TEST_F(HostLoopTest, TheJournalIsFoldedIntoTheListWhenNothingHappens) {
+    Enqueue(1);
+    WaitForStatus(JobStatus::Running);
+    processes.front().Finish();
+    WaitForStatus(JobStatus::Failed);
+    Await("the empty journal", [&] { return Journal().find("changed") == std::string::npos; });
+    EXPECT_EQ(SavedList().at(0).status, JobStatus::Failed);
+}
+
+TEST_F(HostLoopTest, AHostThatEndsLeavesAListThatNeedsNoJournal) {
+    Enqueue(2);
+    Stop();
+    EXPECT_FALSE(platform::Exists(job_list_journal::PathOf(directory / L"job_list.json")));
+    EXPECT_EQ(ReadTextFile(directory / L"job_list.json").rfind(R"({"JobList":[{)", 0), 0U);
 }
 
 TEST_F(HostLoopTest, ATerminateRequestIsAnsweredAndEndsTheLoop) {

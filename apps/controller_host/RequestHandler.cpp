@@ -1,6 +1,6 @@
 #include "controller_host/RequestHandler.h"
 
-#include <algorithm>
+#include <utility>
 
 #include "CommonControllerLib/ControllerLogManager.h"
 #include "CommonControllerLib/StringManager.h"
@@ -9,6 +9,13 @@
 #include "fault_points/FaultPoint.h"
 #include "formats/Messages.h"
 #include "services/Settings.h"
+
+namespace {
+
+/// Limits the memory of long answers that wait for each other. Units: elements of the wide text.
+constexpr std::size_t longestQueue = std::size_t{1} << 22;
+
+} // namespace
 
 const std::vector<RequestHandler::NamedOperation>& RequestHandler::Operations() {
     static const std::vector<NamedOperation> operations{
@@ -54,9 +61,26 @@ void RequestHandler::Answer(const Request& request) {
 }
 
 void RequestHandler::Broadcast(const std::vector<JobStatusInfo>& changed) {
+    QueueBroadcast(changed);
+    SendAll();
+}
+
+void RequestHandler::QueueBroadcast(const std::vector<JobStatusInfo>& changed) {
     if (!changed.empty()) {
-        transmitter.Broadcast(events::updateProgress.name, messages::Serialize(events::updateProgress, changed));
-        fault_points::ReachFaultPoint(fault_points::FaultPoint::ChangesTold);
+        queued.push_back([this, payload = messages::Serialize(events::updateProgress, changed)] {
+            transmitter.Broadcast(events::updateProgress.name, payload);
+            fault_points::ReachFaultPoint(fault_points::FaultPoint::ChangesTold);
+        });
+    }
+}
+
+void RequestHandler::SendAll() {
+    if (std::exchange(hasAnswers, false)) {
+        engine.FlushJobList();
+    }
+    queuedSize = 0;
+    for (const auto& send : std::exchange(queued, {})) {
+        send();
     }
 }
 
@@ -67,7 +91,7 @@ void RequestHandler::EnqueueJobs(const Request& request) {
     }
     const JobEnqueueResult result = EnqueueWithReasons(engine, info);
     Send(request, events::enqueueJobsFinish, result);
-    Broadcast(engine.StatusOf(result.jobIds));
+    QueueBroadcast(engine.StatusOf(result.jobIds));
 }
 
 void RequestHandler::CancelJobs(const Request& request) {
@@ -76,7 +100,7 @@ void RequestHandler::CancelJobs(const Request& request) {
         std::vector<JobStatusInfo> cancelled;
         engine.CancelJobs(ids, cancelled, false);
         Send(request, events::cancelJobsFinish, cancelled);
-        Broadcast(cancelled);
+        QueueBroadcast(cancelled);
     }
 }
 
@@ -84,7 +108,7 @@ void RequestHandler::CancelAllJobs(const Request& request) {
     std::vector<JobStatusInfo> cancelled;
     engine.CancelAllJobs(cancelled, false);
     Send(request, events::cancelJobsFinish, cancelled);
-    Broadcast(cancelled);
+    QueueBroadcast(cancelled);
 }
 
 void RequestHandler::CheckJobStatus(const Request& request) {
@@ -131,7 +155,7 @@ void RequestHandler::DeleteJobs(const Request& request) {
         std::vector<std::wstring> deleted;
         engine.DeleteJobsDurably(ids, deleted);
         Send(request, events::deleteJobsResponse, deleted);
-        Broadcast(engine.NoLongerListed(before));
+        QueueBroadcast(engine.NoLongerListed(before));
     }
 }
 
@@ -171,14 +195,21 @@ bool RequestHandler::Read(const Request& request, const events::Event<Content>& 
 template <typename Content>
 void RequestHandler::Send(const Request& request, const events::Event<Content>& event,
                           const std::type_identity_t<Content>& content) {
-    const std::wstring payload = messages::Serialize(event, content);
-    fault_points::ReachFaultPoint(fault_points::FaultPoint::AnswerToBeSent);
-    if (!transmitter.SendTo(request.peer, event.name, payload)) {
-        ControllerLogManager::DebugLog(L"The front end that sent " + request.name +
-                                       L" is gone; its answer is dropped.");
+    std::wstring payload = messages::Serialize(event, content);
+    hasAnswers = true;
+    queuedSize += payload.size();
+    queued.push_back([this, peer = request.peer, from = request.name, acknowledgement = request.acknowledgement,
+                      name = event.name, payload = std::move(payload)] {
+        fault_points::ReachFaultPoint(fault_points::FaultPoint::AnswerToBeSent);
+        if (!transmitter.SendTo(peer, name, payload)) {
+            ControllerLogManager::DebugLog(L"The front end that sent " + from + L" is gone; its answer is dropped.");
+        }
+        fault_points::ReachFaultPoint(fault_points::FaultPoint::AnswerSent);
+        transmitter.Acknowledge(acknowledgement);
+    });
+    if (queuedSize > longestQueue) {
+        SendAll();
     }
-    fault_points::ReachFaultPoint(fault_points::FaultPoint::AnswerSent);
-    transmitter.Acknowledge(request.acknowledgement);
 }
 
 void RequestHandler::Refuse(const Request& request, const std::wstring& why) {

@@ -4,11 +4,14 @@
 #include "controller_host/RequestQueue.h"
 #include "formats/Events.h"
 
+#include <cstddef>
+#include <functional>
 #include <string>
 #include <vector>
 
-/// Answers the requests of front ends, with one member function per request. Answers go to the requesting front end;
-/// job changes are broadcast.
+/// Handles the requests of front ends, with one member function per request. Answers go to the requesting front end;
+/// job changes are broadcast. Both are queued until `SendAll`, so that one flush of the job list serves all requests
+/// of a turn.
 class RequestHandler {
 public:
     /// Both must outlive this object.
@@ -18,11 +21,14 @@ public:
     /// The names of all handled requests, including those that are always rejected.
     static std::vector<std::wstring> Names();
 
-    /// Sends one answer or rejection, and acknowledges the request after it.
+    /// Handles one request and queues its answer or rejection, and the acknowledgement after it.
     void Answer(const Request& request);
 
-    /// Broadcasts changed jobs to all front ends. Sends nothing if `changed` is empty.
+    /// Sends what is queued, and broadcasts changed jobs to all front ends; no broadcast if `changed` is empty.
     void Broadcast(const std::vector<JobStatusInfo>& changed);
+
+    /// Flushes the job list if a request was answered, and sends what is queued, in order.
+    void SendAll();
 
     /// True once a front end has requested the end of the host.
     bool EndWasRequested() const { return endRequested; }
@@ -56,7 +62,13 @@ private:
               const std::type_identity_t<Content>& content);
     void Refuse(const Request& request, const std::wstring& why);
 
+    void QueueBroadcast(const std::vector<JobStatusInfo>& changed);
+
     HostEngine& engine;
     EngineTransmitter& transmitter;
     bool endRequested = false;
+    bool hasAnswers = false;
+    std::vector<std::function<void()>> queued;
+    /// The size of the queued payloads. Units: elements of the wide text.
+    std::size_t queuedSize = 0;
 };

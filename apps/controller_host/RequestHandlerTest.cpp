@@ -115,6 +115,8 @@ TEST_F(RequestHandlerTest, AnUnreadableRequestIsRefusedAndTouchesNoJob) {
 
 TEST_F(RequestHandlerTest, ARequestIsAcknowledgedBehindItsAnswerAndBeforeOthersAreTold) {
     answers->Answer({7, L"EnqueueJobs", EnqueueRequest(1), 5});
+    EXPECT_EQ(line.SentNames(), Texts());
+    answers->SendAll();
     EXPECT_EQ(line.SentNames(), (Texts{L"EnqueueJobsFinish", LineDouble::acknowledged, L"UpdateProgress"}));
     EXPECT_EQ(line.WaitFor(LineDouble::acknowledged).payload, L"5");
 }
@@ -122,6 +124,7 @@ TEST_F(RequestHandlerTest, ARequestIsAcknowledgedBehindItsAnswerAndBeforeOthersA
 TEST_F(RequestHandlerTest, EveryRequestIsAnsweredAndAcknowledgedOnce) {
     for (const std::wstring& name : RequestHandler::Names()) {
         answers->Answer({7, name, ControllerCSWrapper::Serialize(name), 5});
+        answers->SendAll();
         const Texts sent = line.SentNames();
         EXPECT_EQ(sent.size(), 2U) << testing::PrintToString(name);
         EXPECT_EQ(line.WaitFor(LineDouble::acknowledged).payload, L"5");
@@ -131,8 +134,9 @@ TEST_F(RequestHandlerTest, EveryRequestIsAnsweredAndAcknowledgedOnce) {
 
 TEST_F(RequestHandlerTest, WithoutAnExtensionAnswersGoToAll) {
     EngineTransmitter basic(line, nullptr);
-    RequestHandler(*engine, basic)
-        .Answer({0, L"InitCultureRequest", ControllerCSWrapper::Serialize(L"InitCultureRequest"), 0});
+    RequestHandler handler(*engine, basic);
+    handler.Answer({0, L"InitCultureRequest", ControllerCSWrapper::Serialize(L"InitCultureRequest"), 0});
+    handler.SendAll();
     EXPECT_EQ(line.WaitFor(L"InitCultureResponse").peer, 0U);
     EXPECT_EQ(line.SentNames(), Texts());
 }

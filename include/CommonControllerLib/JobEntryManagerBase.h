@@ -129,10 +129,17 @@ protected:
     /// Returns true when execution has to wait: the job at the cursor is running or being cancelled. Called under the
     /// lock, and never with the cursor at the end.
     virtual bool IsSuspendJobExecution();
+    /// What an operation changed in the list.
+    struct JobListChange {
+        /// New jobs and jobs with new values, in list order.
+        std::vector<std::shared_ptr<JobEntry>> jobs;
+        /// The ids of deleted jobs.
+        std::vector<std::wstring> deletedIds;
+    };
     /// Writes the job list file after a change. The base implementation writes the whole list through
-    /// `ControllerCSWrapper`. Called under the lock. A failed write is not reported: the next change writes the whole
-    /// list again.
-    virtual void WriteJobList();
+    /// `ControllerCSWrapper`, whatever `change` is; the change is empty when only the cursor has moved. Called under
+    /// the lock. A failed write is not reported: the next change writes the whole list again.
+    virtual void WriteJobList(const JobListChange& change);
 
     /// The catalogue: scenarios by id.
     std::map<std::wstring, ScenarioInfo> scenarioMap;
@@ -167,9 +174,9 @@ private:
     [[nodiscard]] bool FindSceanrioFile(const std::wstring& scenario, std::wstring& path);
     /// Appends one job per usable input set; `record` holds the values common to all.
     void AppendJobs(const EnqueueJobsInfo& request, JobListInfo& record, const std::wstring& scenarioDir,
-                    JobEnqueueResult& result);
+                    JobEnqueueResult& result, JobListChange& change);
     void IdentifyJob(JobListInfo& record, std::random_device& device);
-    void AppendJob(const JobListInfo& record, const std::wstring& scenarioDir);
+    const std::shared_ptr<JobEntry>& AppendJob(const JobListInfo& record, const std::wstring& scenarioDir);
 
     // Identity of jobs; under the lock
     /// Creates an id that no job has had while this engine exists and that is not used as a name in the work directory.
@@ -179,7 +186,7 @@ private:
     [[nodiscard]] bool FindJobEntry(const std::wstring& id, std::shared_ptr<JobEntry>& entry);
 
     // Execution; under the lock
-    /// Starts a queued job, or sets it to `Failed`. Returns true when it runs; also false for a job that is not queued.
+    /// Starts a queued job, or sets it to `Failed`. Returns true when it runs.
     [[nodiscard]] bool StartJob(JobEntry& job, Callback callback, std::vector<JobStatusInfo>& updated);
     [[nodiscard]] bool CallRunScenario(JobEntry& job, Callback callback);
 
@@ -187,6 +194,8 @@ private:
     /// One element for each time that a running job was reported.
     using WaitList = std::vector<std::shared_ptr<JobEntry>>;
     void CancelJob(const std::shared_ptr<JobEntry>& job, std::vector<JobStatusInfo>& cancelled, WaitList& waitList);
+    /// Removes the jobs that have left the list since.
+    void KeepListed(std::vector<std::shared_ptr<JobEntry>>& jobs);
     void CancelRunningJob(const std::shared_ptr<JobEntry>& job, std::vector<JobStatusInfo>& cancelled,
                           WaitList& waitList);
 
@@ -198,7 +207,7 @@ private:
 
     // Job list file; under the lock
     void ReadJobList(std::list<std::shared_ptr<JobEntry>>& jobs);
-    void UpdateJobList();
+    void UpdateJobList(const JobListChange& change);
 
     // Deletion; under the lock
     using JobPosition = std::list<std::shared_ptr<JobEntry>>::iterator;

@@ -321,21 +321,6 @@ TEST_F(JobListFileTest, WritesThatFailInARowAreToldOnceAndTheirEndToo) {
     EXPECT_EQ(Read(), Jobs({L"e"}));
 }
 
-TEST_F(JobListFileTest, AListThatCouldNotBeWrittenIsWrittenOnceItCanBe) {
-    ASSERT_TRUE(Write(Jobs({L"a"})));
-    PutFileInPlaceOfDirectory();
-    EXPECT_FALSE(Write(Jobs({L"b"})));
-    EXPECT_FALSE(Write(Jobs({L"c"})));
-    job_list_file::RetryWrite();
-    EXPECT_TRUE(job_list_file::IsUnwritten());
-
-    PutDirectoryBack();
-    job_list_file::RetryWrite();
-    EXPECT_FALSE(job_list_file::IsUnwritten());
-    EXPECT_EQ(Read(), Jobs({L"c"}));
-    EXPECT_EQ(ReadBackup(), Jobs({L"a"}));
-}
-
 TEST_F(JobListFileTest, ADirectoryThatWasRemovedIsMadeAgain) {
     ASSERT_TRUE(Write(Jobs({L"a"})));
     ASSERT_FALSE(platform::RemoveTree(directory / L"data"));

@@ -22,12 +22,14 @@ bool JobEntry::OnCancelJob() {
 bool JobEntryManagerBase::CancelJobs(std::vector<std::wstring>& ids, std::vector<JobStatusInfo>& cancelled,
                                      bool waitForCanceled) {
     WaitList waitList;
+    JobListChange change;
     {
         const std::lock_guard lock(mutex);
         std::set<std::wstring> requested(ids.begin(), ids.end());
         for (const auto& job : jobList) {
             if (queue::TakeRequested(job->GetId(), job->GetSeqId(), requested)) {
                 CancelJob(job, cancelled, waitList);
+                change.jobs.push_back(job);
             }
         }
     }
@@ -42,10 +44,16 @@ bool JobEntryManagerBase::CancelJobs(std::vector<std::wstring>& ids, std::vector
     if (!cancelled.empty()) {
         const std::lock_guard lock(mutex);
         fault_points::ReachFaultPoint(fault_points::FaultPoint::CancelsDone);
-        UpdateJobList();
+        KeepListed(change.jobs);
+        UpdateJobList(change);
         fault_points::ReachFaultPoint(fault_points::FaultPoint::CancelsListed);
     }
     return true;
+}
+
+void JobEntryManagerBase::KeepListed(std::vector<std::shared_ptr<JobEntry>>& jobs) {
+    const std::set<std::shared_ptr<JobEntry>> listed(jobList.begin(), jobList.end());
+    std::erase_if(jobs, [&listed](const auto& job) { return !listed.contains(job); });
 }
 
 void JobEntryManagerBase::CancelJob(const std::shared_ptr<JobEntry>& job, std::vector<JobStatusInfo>& cancelled,

@@ -30,8 +30,13 @@ void RemoveWorkDirectory(const std::wstring& workDir) {
 bool JobEntryManagerBase::DeleteJobs(std::vector<std::wstring>& ids, std::vector<std::wstring>& deleted) {
     const std::lock_guard lock(mutex);
     std::set<std::wstring> requested(ids.begin(), ids.end());
+    JobListChange change;
     for (auto position = jobList.begin(); position != jobList.end();) {
-        position = TakeDeletable(**position, requested) ? DeleteJob(position) : std::next(position);
+        const bool isTaken = TakeDeletable(**position, requested);
+        if (isTaken) {
+            change.deletedIds.push_back((*position)->GetId());
+        }
+        position = isTaken ? DeleteJob(position) : std::next(position);
     }
     for (const std::wstring& id : ids) {
         // The remaining names are unknown or belong to active jobs.
@@ -41,7 +46,7 @@ bool JobEntryManagerBase::DeleteJobs(std::vector<std::wstring>& ids, std::vector
     }
     if (!deleted.empty()) {
         fault_points::ReachFaultPoint(fault_points::FaultPoint::DeletionsDone);
-        UpdateJobList();
+        UpdateJobList(change);
         fault_points::ReachFaultPoint(fault_points::FaultPoint::DeletionsListed);
         RestartNumbering();
     }

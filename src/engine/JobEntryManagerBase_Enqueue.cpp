@@ -78,10 +78,11 @@ bool JobEntryManagerBase::EnqueueJob(EnqueueJobsInfo& request, JobEnqueueResult&
     if (!CanRun(request, record)) {
         return false;
     }
-    AppendJobs(request, record, scenarioDir, result);
+    JobListChange change;
+    AppendJobs(request, record, scenarioDir, result, change);
     LogAdded(result.jobIds);
     fault_points::ReachFaultPoint(fault_points::FaultPoint::JobsAppended);
-    UpdateJobList();
+    UpdateJobList(change);
     fault_points::ReachFaultPoint(fault_points::FaultPoint::JobsListed);
     return true;
 }
@@ -123,14 +124,14 @@ bool JobEntryManagerBase::FindSceanrioFile(const std::wstring& scenario, std::ws
 }
 
 void JobEntryManagerBase::AppendJobs(const EnqueueJobsInfo& request, JobListInfo& record,
-                                     const std::wstring& scenarioDir, JobEnqueueResult& result) {
+                                     const std::wstring& scenarioDir, JobEnqueueResult& result, JobListChange& change) {
     std::random_device device; // shared by all jobs: on some systems creating one is slower than drawing from it
     for (std::size_t i = 0; i < request.inputFileSets.size(); ++i) {
         if (IsUsable(request.inputFileSets[i])) {
             record.inputFiles = request.inputFileSets[i];
             IdentifyJob(record, device);
             result.jobIds[i] = {record.id, record.seqId};
-            AppendJob(record, scenarioDir);
+            change.jobs.push_back(AppendJob(record, scenarioDir));
         }
     }
 }
@@ -141,11 +142,13 @@ void JobEntryManagerBase::IdentifyJob(JobListInfo& record, std::random_device& d
     record.workDir = PathFuncs::Join(workDirectory, record.id);
 }
 
-void JobEntryManagerBase::AppendJob(const JobListInfo& record, const std::wstring& scenarioDir) {
+const std::shared_ptr<JobEntry>& JobEntryManagerBase::AppendJob(const JobListInfo& record,
+                                                                const std::wstring& scenarioDir) {
     const std::shared_ptr<JobEntry> job(CreateNewJobEntry(&record));
     job->SetScenarioDir(scenarioDir, L"");
     jobList.push_back(job);
     if (nextJob == jobList.end()) {
         nextJob = std::prev(jobList.end());
     }
+    return jobList.back();
 }

@@ -40,10 +40,18 @@ bool JobEntryManagerBase::ExecuteJob(Callback callback, std::vector<JobStatusInf
     if (nextJob == jobList.end() || IsSuspendJobExecution()) {
         return false;
     }
-    while (nextJob != jobList.end() && !StartJob(**nextJob, callback, updated)) {
-        ++nextJob;
+    JobListChange change;
+    bool isRunning = false;
+    while (nextJob != jobList.end() && !isRunning) {
+        if (queue::CanStart((*nextJob)->GetStatus())) {
+            change.jobs.push_back(*nextJob);
+            isRunning = StartJob(**nextJob, callback, updated);
+        }
+        if (!isRunning) {
+            ++nextJob;
+        }
     }
-    UpdateJobList();
+    UpdateJobList(change);
     fault_points::ReachFaultPoint(fault_points::FaultPoint::StartListed);
     return true;
 }
@@ -53,9 +61,6 @@ bool JobEntryManagerBase::IsSuspendJobExecution() {
 }
 
 bool JobEntryManagerBase::StartJob(JobEntry& job, Callback callback, std::vector<JobStatusInfo>& updated) {
-    if (!queue::CanStart(job.GetStatus())) {
-        return false;
-    }
     job.ChangeStatus(JobStatus::Running);
     job.SetStartTime(platform::Now());
     const bool isRunning = job.PrepareOutputDir() && CallRunScenario(job, callback);

@@ -14,12 +14,12 @@ void JobEntryManagerBase::ReadJobList(std::list<std::shared_ptr<JobEntry>>& jobs
     }
 }
 
-void JobEntryManagerBase::UpdateJobList() {
+void JobEntryManagerBase::UpdateJobList(const JobListChange& change) {
     ControllerLogManager::Log(ControllerLogManager::Debug, 1, L"Update job_list.json");
-    WriteJobList();
+    WriteJobList(change);
 }
 
-void JobEntryManagerBase::WriteJobList() {
+void JobEntryManagerBase::WriteJobList(const JobListChange&) {
     std::vector<JobListInfo> records;
     records.reserve(jobList.size());
     GetJobList(records);

@@ -33,16 +33,18 @@ void ApplyResult(JobEntry& job, bool succeeded) {
 
 bool JobEntryManagerBase::CheckUpdate(std::vector<JobStatusInfo>& changed) {
     const std::lock_guard lock(mutex);
+    JobListChange change;
     for (const auto& job : jobList) {
         if (IsActive(job->GetStatus()) && job->OnCheckUpdate()) {
             changed.push_back(job->GetJobStatusInfo());
+            change.jobs.push_back(job);
         }
     }
     if (changed.empty()) {
         return false;
     }
     fault_points::ReachFaultPoint(fault_points::FaultPoint::ChangesFound);
-    UpdateJobList();
+    UpdateJobList(change);
     fault_points::ReachFaultPoint(fault_points::FaultPoint::ChangesListed);
     return true;
 }
@@ -90,7 +92,7 @@ bool JobEntryManagerBase::ApplyReport(const std::wstring& jobId, const std::wstr
         return false;
     }
     report(*job);
-    UpdateJobList();
+    UpdateJobList({{job}, {}});
     changed.push_back(job->GetJobStatusInfo());
     return true;
 }

@@ -39,6 +39,12 @@ enum class FaultPoint {
     WorkDirectoryMade,
     RunRequestWritten,
     RunnerStarted,
+    // The journal of the job list
+    ChangeAppended,
+    JournalFlushed,
+    SnapshotWritten,
+    JournalBegun,
+    JournalEnded,
     // The host
     PlaceTaken,
     LeftoversStopped,

@@ -4,9 +4,11 @@
 #include <cstdint>
 #include <mutex>
 #include <optional>
+#include <utility>
 
 #include "ControllerCSWrapper/ControllerCSWrapper.h"
 #include "formats/Boundary.h"
+#include "formats/JobListJournal.h"
 #include "formats/json/Reading.h"
 #include "formats/json/RecordLayouts.h"
 #include "formats/json/Writing.h"
@@ -16,18 +18,30 @@
 #include "platform/files/ReplaceFile.h"
 #include "platform/system/Clock.h"
 #include "text/StrictUtf8.h"
+#include "text/Text.h"
 
 namespace job_list_file {
 
 namespace {
 
+/// Version 2 has a journal.
+constexpr std::int32_t newestVersion = 2;
+
 struct JobList {
+    std::int32_t version = 1;
+    /// Empty without a journal.
+    std::wstring snapshotId;
     std::vector<JobListInfo> records;
+};
+
+struct ListVersion {
+    static constexpr auto expected = L"version 2, the newest that this program knows";
+    static bool Accepts(std::int32_t version) { return version >= 1 && version <= newestVersion; }
 };
 
 /// The only member that is read from a list with errors.
 struct JobListVersion {
-    std::int64_t version = json::Version::newest;
+    std::int64_t version = newestVersion;
 };
 
 } // namespace
@@ -39,7 +53,9 @@ namespace json {
 template <>
 struct Layout<job_list_file::JobList> {
     static constexpr auto members =
-        std::make_tuple(Version(), Member{"JobList", &job_list_file::JobList::records, Presence::Required});
+        std::make_tuple(Member{"version", &job_list_file::JobList::version, rule<job_list_file::ListVersion>},
+                        Member{"snapshotId", &job_list_file::JobList::snapshotId},
+                        Member{"JobList", &job_list_file::JobList::records, Presence::Required});
 };
 
 template <>
@@ -56,19 +72,13 @@ namespace {
 using platform::Error;
 using platform::ErrorKind;
 
-/// The last list whose write failed.
-struct Unwritten {
-    std::wstring path;
-    std::string bytes;
-    int attempts = 1;
-};
-
 struct State {
     std::mutex mutex;
     /// The file that this process last wrote, or read without an error. If it is unchanged, it need not be read again
     /// before a write to decide whether to keep a backup.
     std::optional<platform::FileStamp> knownGood;
-    std::optional<Unwritten> unwritten;
+    /// Failed writes since the last success.
+    int failedWrites = 0;
 };
 
 State& TheState() {
@@ -107,7 +117,14 @@ std::wstring KeptAs(const Error& error, const std::wstring& name) {
 bool IsOfNewerVersion(const std::string& bytes) {
     JobListVersion list;
     std::wstring problem;
-    return json::Read(bytes, list, problem) && list.version > json::Version::newest;
+    return json::Read(bytes, list, problem) && list.version > newestVersion;
+}
+
+/// Applies the journal of a snapshot.
+bool ApplyJournal(const std::wstring& path, JobList& list, std::wstring& problem) {
+    const std::wstring journal = job_list_journal::PathOf(path);
+    return list.snapshotId.empty() ||
+           job_list_journal::Apply(journal, list.snapshotId, list.records, problem) != job_list_journal::Found::Damaged;
 }
 
 /// The result of reading the job list file: a valid list, no file, an invalid list, or a file that must be left alone.
@@ -119,11 +136,28 @@ Found LookAt(const std::wstring& path, std::string& bytes, JobList& list, std::w
         const bool isNoFile = error.kind == ErrorKind::NotSupported;
         return error.kind == ErrorKind::NotFound ? Found::Nothing : isNoFile ? Found::NoList : Found::Unusable;
     }
-    if (json::Read(bytes, list, problem)) {
-        return Found::List;
+    if (!json::Read(bytes, list, problem)) {
+        problem = json::ProblemInFile(path, problem);
+        return IsOfNewerVersion(bytes) ? Found::Unusable : Found::NoList;
     }
-    problem = json::ProblemInFile(path, problem);
-    return IsOfNewerVersion(bytes) ? Found::Unusable : Found::NoList;
+    return ApplyJournal(path, list, problem) ? Found::List : Found::NoList;
+}
+
+/// As `LookAt`, while the writer of the list may replace it: a journal that is read behind the snapshot may already
+/// continue the next one. `stamp` is the state of the file that was read.
+Found LookAtStable(const std::wstring& path, std::string& bytes, JobList& list, std::wstring& problem,
+                   std::optional<platform::FileStamp>& stamp) {
+    constexpr int mostLooks = 100;
+    Found found = Found::Nothing;
+    for (int look = 0; look < mostLooks; ++look) {
+        stamp = platform::StampOf(path);
+        list = {};
+        found = LookAt(path, bytes, list, problem);
+        if (list.snapshotId.empty() || platform::StampOf(path) == stamp) {
+            break;
+        }
+    }
+    return found;
 }
 
 /// Replaces `path` and keeps the old version as `keptAs`. If `path` is a file, it exists at every moment.
@@ -146,6 +180,8 @@ void WarnOfForgottenBackup(const std::wstring& path) {
 /// Replaces an invalid list by its backup; `problem` is the error for the log.
 bool Restore(const std::wstring& path, JobList& list, const std::wstring& problem) {
     const std::wstring corrupt = FreeCorruptName(path);
+    // A damaged journal is kept with its snapshot. Usually there is none.
+    (void)platform::RenameFile(job_list_journal::PathOf(path), corrupt + L".journal");
     std::string bytes;
     std::wstring backupProblem;
     if (LookAt(BackupOf(path), bytes, list, backupProblem) != Found::List) {
@@ -162,10 +198,10 @@ bool Restore(const std::wstring& path, JobList& list, const std::wstring& proble
 }
 
 bool ReadOrRestore(const std::wstring& path, JobList& list) {
-    const auto stamp = platform::StampOf(path);
+    std::optional<platform::FileStamp> stamp;
     std::string bytes;
     std::wstring problem;
-    switch (LookAt(path, bytes, list, problem)) {
+    switch (LookAtStable(path, bytes, list, problem, stamp)) {
     case Found::List:
         TheState().knownGood = stamp;
         return true;
@@ -206,28 +242,27 @@ Error Replace(const std::wstring& path, std::string_view bytes) {
 
 void NoteSuccess(State& state, const std::wstring& path) {
     state.knownGood = platform::StampOf(path);
-    if (state.unwritten) {
+    if (const int attempts = std::exchange(state.failedWrites, 0)) {
         ControllerCSWrapper::WriteWarnLog(L"The job list " + platform::ToNativeText(path) +
-                                          L" is written again, after failed attempts: " +
-                                          std::to_wstring(state.unwritten->attempts));
-        state.unwritten.reset();
+                                          L" is written again, after failed attempts: " + std::to_wstring(attempts));
     }
 }
 
-void NoteFailure(State& state, const std::wstring& path, std::string_view bytes, const Error& error) {
-    if (state.unwritten) {
-        state.unwritten = Unwritten{path, std::string(bytes), state.unwritten->attempts + 1};
-        return;
+void NoteFailure(State& state, const std::wstring& path, const Error& error) {
+    if (state.failedWrites++ == 0) {
+        ControllerCSWrapper::WriteWarnLog(L"The job list cannot be written: " + platform::ToNativeText(path) + L": " +
+                                          error.Text() +
+                                          L". Jobs go on; until it can be written, a restart loses changes");
     }
-    state.unwritten = Unwritten{path, std::string(bytes)};
-    ControllerCSWrapper::WriteWarnLog(L"The job list cannot be written: " + platform::ToNativeText(path) + L": " +
-                                      error.Text() + L". Jobs go on; until it can be written, a restart loses changes");
 }
 
-/// Produces the same bytes as `ControllerCSWrapper::Serialize` for the message "JobList".
-std::string ListText(std::size_t count, const std::function<const JobListInfo*()>& next) {
+/// Without a journal, produces the same bytes as `ControllerCSWrapper::Serialize` for the message "JobList".
+std::string ListText(std::size_t count, const std::function<const JobListInfo*()>& next,
+                     const std::wstring& snapshotId) {
     constexpr std::size_t sample = 32;
-    std::string bytes = R"({"JobList":[)";
+    std::string bytes = snapshotId.empty()
+                            ? R"({"JobList":[)"
+                            : R"({"version":2,"snapshotId":")" + text::ToUtf8(snapshotId) + R"(","JobList":[)";
     std::wstring row;
     std::string rowBytes;
     std::size_t written = 0;
@@ -245,16 +280,6 @@ std::string ListText(std::size_t count, const std::function<const JobListInfo*()
     return bytes + "]}";
 }
 
-bool WriteAndNote(State& state, const std::wstring& path, std::string_view bytes) {
-    const Error error = Replace(path, bytes);
-    if (error) {
-        NoteFailure(state, path, bytes, error);
-    } else {
-        NoteSuccess(state, path);
-    }
-    return !error;
-}
-
 } // namespace
 
 bool Read(const std::wstring& path, std::vector<JobListInfo>& records) {
@@ -268,7 +293,7 @@ bool Read(const std::wstring& path, std::vector<JobListInfo>& records) {
 }
 
 void RemoveLeftovers(const std::wstring& path) {
-    for (const std::wstring& target : {path, BackupOf(path), ReplacedOf(path)}) {
+    for (const std::wstring& target : {path, BackupOf(path), ReplacedOf(path), job_list_journal::PathOf(path)}) {
         platform::RemoveStaleTemporaries(target);
     }
 }
@@ -302,27 +327,31 @@ std::vector<std::wstring> KeptAside(const std::wstring& path) {
 }
 
 bool Write(const std::wstring& path, std::string_view bytes) {
-    const std::scoped_lock lock(TheState().mutex);
-    return WriteAndNote(TheState(), path, bytes);
+    State& state = TheState();
+    const std::scoped_lock lock(state.mutex);
+    const Error error = Replace(path, bytes);
+    if (error) {
+        NoteFailure(state, path, error);
+    } else {
+        NoteSuccess(state, path);
+    }
+    return !error;
 }
 
-bool WriteRows(const std::wstring& path, std::size_t count, const std::function<const JobListInfo*()>& next) {
-    return boundary::Guard("WriteRows", [&] { return Write(path, ListText(count, next)); });
+bool WriteRows(const std::wstring& path, std::size_t count, const std::function<const JobListInfo*()>& next,
+               const std::wstring& snapshotId) {
+    return boundary::Guard("WriteRows", [&] { return Write(path, ListText(count, next, snapshotId)); });
 }
 
 bool IsUnwritten() {
     const std::scoped_lock lock(TheState().mutex);
-    return TheState().unwritten.has_value();
+    return TheState().failedWrites > 0;
 }
 
-void RetryWrite() {
-    boundary::Guard("RetryWrite", [] {
-        const std::scoped_lock lock(TheState().mutex);
-        if (const auto unwritten = TheState().unwritten) {
-            WriteAndNote(TheState(), unwritten->path, unwritten->bytes);
-        }
-        return true;
-    });
+bool IsUnchanged(const std::wstring& path) {
+    const std::scoped_lock lock(TheState().mutex);
+    const auto stamp = platform::StampOf(path);
+    return stamp && stamp == TheState().knownGood;
 }
 
 } // namespace job_list_file

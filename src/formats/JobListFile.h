@@ -9,7 +9,9 @@
 #include "CommonControllerLib/Export.h"
 #include "CommonControllerLib/JobRecords.h"
 
-/// The job list on disk. No operation destroys a list; these files are kept beside it:
+/// The job list on disk. Its file is a snapshot; a program that keeps a journal (`job_list_journal`) names it in the
+/// snapshot, which then has version 2, so that a program that does not know journals refuses it. No operation destroys
+/// a list; these files are kept beside it:
 ///
 /// - ".bak": the list before the last write,
 /// - ".corrupt-<time>": an invalid file found in its place,
@@ -20,10 +22,10 @@
 /// Threads: any.
 namespace job_list_file {
 
-/// Reads the list into `records`, which must be empty. An invalid list is kept as ".corrupt-<time>" and replaced by the
-/// backup, so that the next read gives the same result. Returns false if there is no list. On failure logs the reason
-/// and returns false: neither list nor backup is valid, or the list cannot be opened or has a newer version; in the
-/// last two cases the file is left unchanged.
+/// Reads the list, snapshot and journal, into `records`, which must be empty. An invalid list is kept as
+/// ".corrupt-<time>" and replaced by the backup, so that the next read gives the same result. Returns false if there is
+/// no list. On failure logs the reason and returns false: neither list nor backup is valid, or the list cannot be
+/// opened or has a newer version; in the last two cases the file is left unchanged.
 [[nodiscard]] bool Read(const std::wstring& path, std::vector<JobListInfo>& records);
 
 /// Removes temporary files of processes that were killed while they wrote the list. Call it only while holding the
@@ -39,19 +41,21 @@ CONTROLLER_API std::wstring ReasonUnusable(const std::wstring& path);
 /// from the list; programs use this to report it.
 CONTROLLER_API std::vector<std::wstring> KeptAside(const std::wstring& path);
 
-/// Replaces the list by `bytes` atomically. On failure keeps the bytes for `RetryWrite` and returns false. The first of
-/// several successive failures, and the first success after them, are logged as warnings.
+/// Replaces the list by `bytes` atomically. Returns false on failure. The first of several successive failures, and the
+/// first success after them, are logged as warnings.
 [[nodiscard]] bool Write(const std::wstring& path, std::string_view bytes);
 
 /// Writes `count` rows as `Write` does; `next` returns them one after another, then null. Only one row at a time is
-/// converted through wide text, so a long list needs little more memory than its bytes.
+/// converted through wide text, so a long list needs little more memory than its bytes. `snapshotId` is the name that
+/// the journal of this snapshot uses; empty if there is no journal.
 [[nodiscard]] CONTROLLER_API bool WriteRows(const std::wstring& path, std::size_t count,
-                                            const std::function<const JobListInfo*()>& next);
+                                            const std::function<const JobListInfo*()>& next,
+                                            const std::wstring& snapshotId = {});
 
 /// Returns true if the last write failed.
 CONTROLLER_API bool IsUnwritten();
 
-/// Retries the failed write.
-CONTROLLER_API void RetryWrite();
+/// Returns true if the list is the one that this process wrote or read last. False if it was changed, moved or removed.
+CONTROLLER_API bool IsUnchanged(const std::wstring& path);
 
 } // namespace job_list_file

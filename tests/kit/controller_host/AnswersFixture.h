@@ -7,7 +7,10 @@
 /// Responses without the host's loop: the test handles one request at a time.
 class AnswersFixture : public HostFixture {
 protected:
-    void Ask(const std::wstring& name, const std::wstring& payload) { answers->Answer({7, name, payload}); }
+    void Ask(const std::wstring& name, const std::wstring& payload) {
+        answers->Answer({7, name, payload});
+        answers->SendAll();
+    }
     void Ask(const std::wstring& name) { Ask(name, ControllerCSWrapper::Serialize(name)); }
 
     /// The response sent to the requester alone.

@@ -56,6 +56,7 @@ UserSimulator::Scene SceneFor(FaultPoint point) {
     case FaultPoint::CancelsDone:
     case FaultPoint::CancelsListed:
         return &UserSimulator::CancelJobs;
+    case FaultPoint::JournalEnded:
     case FaultPoint::JobsCancelledAtEnd:
     case FaultPoint::HostEnds:
         return &UserSimulator::EndHost;

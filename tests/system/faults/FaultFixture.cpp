@@ -26,7 +26,7 @@ void FaultFixture::Place(const std::string& jobList, const std::string& log, con
 std::vector<JobListInfo> FaultFixture::SavedJobs() const {
     std::vector<JobListInfo> jobs;
     if (platform::Exists(listFile)) {
-        EXPECT_TRUE(ControllerCSWrapper::Deserialize(text::FromUtf8(ReadTextFile(listFile)), jobs));
+        EXPECT_TRUE(ControllerCSWrapper::ParseJobList(listFile, jobs));
     }
     return jobs;
 }

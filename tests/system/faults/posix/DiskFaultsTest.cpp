@@ -64,18 +64,19 @@ TEST_F(DiskFaultsTest, JobsGoOnWhileTheListCannotBeWrittenAndItIsWrittenOnceTher
         TestClient frontEnd(endpointName);
         ExpectJobs(frontEnd, "exit 0", 1, JobStatus::Success);
         disk->Fill();
-        ExpectJobs(frontEnd, "exit 0", 3, JobStatus::Success);
-        EXPECT_EQ(SavedJobs().size(), 1U);
+        // The last block of the journal has room for a few jobs.
+        ExpectJobs(frontEnd, "exit 0", 30, JobStatus::Success);
+        EXPECT_LT(SavedJobs().size(), 31U);
         EXPECT_EQ(CountInLog("The job list cannot be written: "), 1);
         EXPECT_EQ(CountInLog("No space left on device"), 1);
 
         disk->Free(); // no requests from here on
-        Await("the saved list", [this] { return SavedJobs().size() == 4; });
+        Await("the saved list", [this] { return SavedJobs().size() == 31; });
         AwaitLog("is written again, after failed attempts: ");
     }
     RestartHost();
     TestClient frontEnd(endpointName);
-    EXPECT_EQ(frontEnd.Jobs().size(), 4U);
+    EXPECT_EQ(frontEnd.Jobs().size(), 31U);
     EXPECT_EQ(BesideList(L".corrupt-").size() + BesideList(L".tmp-").size(), 0U);
 }
 
@@ -94,7 +95,8 @@ TEST_F(DiskFaultsTest, AHostThatEndsOnAFullDiskLeavesTheListBeforeWhole) {
     ExpectJobs(frontEnd, "exit 0", 1, JobStatus::Success);
     frontEnd.Terminate();
     EXPECT_EQ(AwaitHostEnd(), 0);
-    EXPECT_EQ(SavedJobs(), before);
+    // The last block of the journal has room for a change or two.
+    EXPECT_EQ(SavedJobs().at(0), before.at(0));
 }
 
 TEST_F(DiskFaultsTest, AJobWhoseWorkDirectoryCannotBeWrittenHasFailedAndTheLogSaysWhy) {
@@ -221,6 +223,18 @@ protected:
     static void Allow(const std::wstring& path, mode_t mode) {
         ASSERT_EQ(chmod(text::ToUtf8(platform::ToNativeText(path)).c_str(), mode), 0);
     }
+
+    /// Starts a host that has a directory each for its list, log and jobs.
+    void StartHostWithDirectories() {
+        Place("lists/job_list.json", "logs/controller.log", "work");
+        WriteTextFile(directory / L"work\\empty", "");
+        StartHost();
+    }
+    void AllowDirectories(mode_t mode) const {
+        for (const wchar_t* part : {L"lists", L"logs", L"work"}) {
+            Allow(directory / part, mode);
+        }
+    }
 };
 
 TEST_F(DiskFaultsTest_Permissions, AListThatMayNotBeReadIsNotTakenForNone) {
@@ -244,21 +258,25 @@ TEST_F(DiskFaultsTest_Permissions, ALockThatMayNotBeOpenedIsNamed) {
 }
 
 TEST_F(DiskFaultsTest_Permissions, WhatMayNotBeWrittenForAWhileIsWrittenAfterwards) {
-    Place("lists/job_list.json", "logs/controller.log", "work");
-    StartHost();
+    StartHostWithDirectories();
+    TestClient frontEnd(endpointName);
+    AllowDirectories(0500);
+    ExpectJobs(frontEnd, "exit 0", 1, JobStatus::Failed);
+    EXPECT_EQ(SavedJobs().size(), 0U);
+    AllowDirectories(0700);
+    ExpectJobs(frontEnd, "exit 0", 1, JobStatus::Success);
+    EXPECT_EQ(SavedJobs().size(), 2U);
+    EXPECT_EQ(CountInLog("The job list cannot be written: "), 1);
+}
+
+TEST_F(DiskFaultsTest_Permissions, AnOpenJournalIsWrittenInADirectoryThatMayNotBeWritten) {
+    StartHostWithDirectories();
     TestClient frontEnd(endpointName);
     ExpectJobs(frontEnd, "exit 0", 1, JobStatus::Success);
-    for (const wchar_t* part : {L"lists", L"logs", L"work"}) {
-        Allow(directory / part, 0500);
-    }
+    AllowDirectories(0500);
     ExpectJobs(frontEnd, "exit 0", 1, JobStatus::Failed);
-    EXPECT_EQ(SavedJobs().size(), 1U);
-    for (const wchar_t* part : {L"lists", L"logs", L"work"}) {
-        Allow(directory / part, 0700);
-    }
-    ExpectJobs(frontEnd, "exit 0", 1, JobStatus::Success);
-    Await("the saved list", [this] { return SavedJobs().size() == 3; });
-    EXPECT_EQ(CountInLog("The job list cannot be written: "), 1);
+    EXPECT_EQ(SavedJobs().size(), 2U);
+    AllowDirectories(0700);
 }
 
 } // namespace
