@@ -36,7 +36,7 @@ void FailureReasons::Leave(const JobListInfo& job, const std::wstring& reason) c
     }
 }
 
-void FailureReasons::KeepOnly(const std::set<std::wstring>& listedIds) const {
+void FailureReasons::KeepOnly(const std::function<bool(const std::wstring& id)>& isListed) const {
     const std::wstring directory = run_protocol::FailureNotesDirectory(list);
     std::vector<platform::DirectoryEntry> entries;
     if (!platform::IsDirectory(directory) || platform::IsLink(directory) ||
@@ -46,7 +46,7 @@ void FailureReasons::KeepOnly(const std::set<std::wstring>& listedIds) const {
     for (const platform::DirectoryEntry& entry : entries) {
         const std::wstring id = entry.name.substr(0, entry.name.find(L'.'));
         const std::wstring path = run_protocol::FailureNotePath(list, id);
-        if (path.empty() || listedIds.contains(id)) {
+        if (path.empty() || isListed(id)) {
             continue;
         }
         if (const platform::Error error = platform::RemoveFile(path)) {

@@ -1,6 +1,6 @@
 #pragma once
 
-#include <set>
+#include <functional>
 #include <string>
 
 #include "CommonControllerLib/JobRecords.h"
@@ -14,8 +14,8 @@ public:
     /// Writes the reason and logs it.
     void Leave(const JobListInfo& job, const std::wstring& reason) const;
 
-    /// Removes the notes of jobs that are no longer listed.
-    void KeepOnly(const std::set<std::wstring>& listedIds) const;
+    /// Removes the notes of the jobs whose ids are not listed.
+    void KeepOnly(const std::function<bool(const std::wstring& id)>& isListed) const;
 
 private:
     std::wstring list;

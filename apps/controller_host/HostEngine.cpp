@@ -43,29 +43,49 @@ job_list_journal::Rows RowsOf(const std::vector<std::shared_ptr<JobEntry>>& jobs
     return rows;
 }
 
+std::vector<std::wstring> IdsOf(const std::vector<std::shared_ptr<JobEntry>>& jobs) {
+    std::vector<std::wstring> ids;
+    ids.reserve(jobs.size());
+    std::transform(jobs.begin(), jobs.end(), std::back_inserter(ids), [](const auto& job) { return job->GetId(); });
+    return ids;
+}
+
 } // namespace
+
+HostEngine::HostEngine(const FunctionManager* manager)
+    : JobEntryManagerBase(manager, {.keepsDequeued = true, .deletesOldJobs = false}) {
+    index.AddNew(jobList);
+}
 
 JobEntry* HostEngine::CreateNewJobEntry(const JobListInfo* info) {
     return info == nullptr ? new HostJobEntry() : new HostJobEntry(*info);
 }
 
 bool HostEngine::IsSuspendJobExecution() {
-    const auto isActive = [](const auto& job) { return IsActive(job->GetStatus()); };
-    const auto canStart = [](const auto& job) { return queue::CanStart(job->GetStatus()); };
-    const auto active = std::count_if(jobList.begin(), jobList.end(), isActive);
+    const auto active = static_cast<std::int32_t>(index.ActiveCount());
     // Reads the settings file only if a job waits.
-    return active > 0 &&
-           (std::none_of(nextJob, jobList.end(), canStart) || active >= settings::Current()->parallelJobs);
+    return active > 0 && (!index.HasQueued() || active >= settings::Current()->parallelJobs);
+}
+
+void HostEngine::UpdateIndex(const JobListChange& change) {
+    index.AddNew(jobList);
+    for (const auto& job : change.deleted) {
+        index.Remove(*job);
+    }
+    for (const auto& job : change.jobs) {
+        index.Update(*job);
+    }
 }
 
 void HostEngine::WriteJobList(const JobListChange& change) {
-    if (journal.IsOpen() && change.jobs.empty() && change.deletedIds.empty()) {
+    UpdateIndex(change);
+    if (journal.IsOpen() && change.jobs.empty() && change.deleted.empty()) {
         return;
     }
     lastChange = std::chrono::steady_clock::now();
     if (!journal.IsOpen() || journal.Size() > longestJournal ||
         !job_list_file::IsUnchanged(ControllerCSWrapper::GetJobListFile()) ||
-        journal.Append(RowsOf(change.jobs), change.deletedIds)) {
+        journal.Append(RowsOf(change.jobs), IdsOf(change.deleted))) {
         WriteSnapshot();
         return;
     }
@@ -116,9 +136,9 @@ void HostEngine::EndJournal() {
 std::vector<void*> HostEngine::ActiveProcesses() {
     const std::lock_guard lock(mutex);
     std::vector<void*> processes;
-    for (const auto& job : jobList) {
-        if (IsActive(job->GetStatus()) && job->GetProcessHandle() != nullptr) {
-            processes.push_back(job->GetProcessHandle());
+    for (const JobPosition job : index.Active()) {
+        if ((*job)->GetProcessHandle() != nullptr) {
+            processes.push_back((*job)->GetProcessHandle());
         }
     }
     return processes;
@@ -126,7 +146,7 @@ std::vector<void*> HostEngine::ActiveProcesses() {
 
 bool HostEngine::HasActiveJobs() {
     const std::lock_guard lock(mutex);
-    return std::any_of(jobList.begin(), jobList.end(), [](const auto& job) { return IsActive(job->GetStatus()); });
+    return index.ActiveCount() > 0;
 }
 
 std::vector<JobStatusInfo> HostEngine::StatusOf(const std::vector<JobIdInfo>& jobs) {
@@ -136,19 +156,25 @@ std::vector<JobStatusInfo> HostEngine::StatusOf(const std::vector<JobIdInfo>& jo
     }
     const std::lock_guard lock(mutex);
     std::vector<JobStatusInfo> statuses;
-    for (const auto& job : jobList) {
-        if (ids.contains(job->GetId())) {
-            statuses.push_back(job->GetJobStatusInfo());
-        }
+    for (const JobPosition job : index.Named(ids)) {
+        statuses.push_back((*job)->GetJobStatusInfo());
     }
     return statuses;
 }
 
+std::vector<JobListInfo> HostEngine::Listed(const std::vector<std::wstring>& names) {
+    const std::lock_guard lock(mutex);
+    std::vector<JobListInfo> jobs;
+    for (const JobPosition job : index.Named({names.begin(), names.end()})) {
+        jobs.push_back((*job)->GetJobListInfo());
+    }
+    return jobs;
+}
+
 std::vector<JobStatusInfo> HostEngine::NoLongerListed(const std::vector<JobListInfo>& jobs) {
-    const std::set<std::wstring> listed = ListedIds();
     std::vector<JobStatusInfo> gone;
     for (const JobListInfo& job : jobs) {
-        if (!listed.contains(job.id)) {
+        if (!IsListed(job.id)) {
             JobStatusInfo& report = gone.emplace_back();
             report.id = job.id;
             report.status = unlistedStatus;
@@ -157,13 +183,9 @@ std::vector<JobStatusInfo> HostEngine::NoLongerListed(const std::vector<JobListI
     return gone;
 }
 
-std::set<std::wstring> HostEngine::ListedIds() {
+bool HostEngine::IsListed(const std::wstring& id) {
     const std::lock_guard lock(mutex);
-    std::set<std::wstring> ids;
-    for (const auto& job : jobList) {
-        ids.insert(job->GetId());
-    }
-    return ids;
+    return index.Contains(id);
 }
 
 void HostEngine::DeleteOldJobsDurably() {
@@ -187,9 +209,10 @@ std::vector<JobListInfo> HostEngine::DeletableJobs(const std::vector<std::wstrin
     const std::lock_guard lock(mutex);
     std::set<std::wstring> requested(ids.begin(), ids.end());
     std::vector<JobListInfo> jobs;
-    for (const auto& job : jobList) {
-        if (queue::CanDelete(job->GetStatus()) && queue::TakeRequested(job->GetId(), job->GetSeqId(), requested)) {
-            jobs.push_back(job->GetJobListInfo());
+    for (const JobPosition position : index.Named(requested)) {
+        JobEntry& job = **position;
+        if (queue::CanDelete(job.GetStatus()) && queue::TakeRequested(job.GetId(), job.GetSeqId(), requested)) {
+            jobs.push_back(job.GetJobListInfo());
         }
     }
     return jobs;
@@ -217,23 +240,26 @@ void HostEngine::ExplainFailures(const std::vector<JobStatusInfo>& changed) {
     }
     const FailureReasons reasons(ControllerCSWrapper::GetJobListFile());
     const std::lock_guard lock(mutex);
-    for (const auto& job : jobList) {
-        if (failed.contains(job->GetId()) && !job->GetFailure().empty()) {
-            reasons.Leave(job->GetJobListInfo(), ReasonOf(*job));
+    for (const JobPosition position : index.Named(failed)) {
+        if (const JobEntry& job = **position; !job.GetFailure().empty()) {
+            reasons.Leave(job.GetJobListInfo(), ReasonOf(job));
         }
     }
 }
 
 void HostEngine::ForgetFailures() {
-    FailureReasons(ControllerCSWrapper::GetJobListFile()).KeepOnly(ListedIds());
+    FailureReasons(ControllerCSWrapper::GetJobListFile()).KeepOnly([this](const std::wstring& id) {
+        return IsListed(id);
+    });
 }
 
 void HostEngine::FinishDeletions() {
     const DeletionJournal notes(ControllerCSWrapper::GetJobListFile());
     std::vector<std::wstring> ids;
     for (const JobListInfo& noted : notes.Read()) {
-        const bool isListed = std::any_of(jobList.begin(), jobList.end(), [&noted](const auto& entry) {
-            return entry->GetId() == noted.id && entry->GetWorkDir() == noted.workDir;
+        const std::vector<JobListInfo> listed = Listed({noted.id});
+        const bool isListed = std::any_of(listed.begin(), listed.end(), [&noted](const JobListInfo& job) {
+            return job.id == noted.id && job.workDir == noted.workDir;
         });
         if (isListed) {
             ids.push_back(noted.id);

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "CommonControllerLib/JobEntryManagerBase.h"
+#include "controller_host/JobIndex.h"
 
 #include "formats/JobListFile.h"
 #include "formats/JobListJournal.h"
@@ -16,8 +17,7 @@ class HostEngine : public JobEntryManagerBase {
 public:
     /// Reads the job list. A job that was dequeued stays `Dequeued`; only `DeleteOldJobsDurably` deletes old jobs.
     /// `manager` is not owned and must outlive the engine.
-    explicit HostEngine(const FunctionManager* manager)
-        : JobEntryManagerBase(manager, {.keepsDequeued = true, .deletesOldJobs = false}) {}
+    explicit HostEngine(const FunctionManager* manager);
 
     /// The process handles of all active jobs. The jobs own them; they are valid until the next `CheckUpdate`.
     std::vector<void*> ActiveProcesses();
@@ -28,6 +28,8 @@ public:
     /// Reports of the jobs that an enqueue request created, in list order, without rejected input sets.
     std::vector<JobStatusInfo> StatusOf(const std::vector<JobIdInfo>& jobs);
 
+    /// The listed jobs named by id or by number.
+    std::vector<JobListInfo> Listed(const std::vector<std::wstring>& names);
     /// Reports with `unlistedStatus` for those of `jobs` that are no longer listed.
     std::vector<JobStatusInfo> NoLongerListed(const std::vector<JobListInfo>& jobs);
 
@@ -84,18 +86,22 @@ protected:
     /// Appends the change to the journal of the list. Writes a snapshot if there is no journal yet, if the journal has
     /// outgrown its snapshot, or if it cannot be written.
     void WriteJobList(const JobListChange& change) override;
+    std::vector<JobPosition> JobsNamed(const std::set<std::wstring>& names) override { return index.Named(names); }
+    std::vector<JobPosition> ActiveJobs() override { return index.Active(); }
 
 private:
+    void UpdateIndex(const JobListChange& change);
     void WriteSnapshot();
     [[nodiscard]] bool WriteRows(const std::wstring& snapshotId);
     std::vector<JobListInfo> DeletableJobs(const std::vector<std::wstring>& ids);
-    std::set<std::wstring> ListedIds();
+    bool IsListed(const std::wstring& id);
     std::wstring ResolvePath(std::wstring& path);
     bool FindInDirectories(std::wstring& name);
     std::wstring ResolveFileName(std::wstring& name) const;
     void UseCataloguedId(std::wstring& path);
     std::wstring ReasonOf(const JobEntry& job) const;
 
+    JobIndex index;
     /// Result of the last search, in its order. The catalogue contains more.
     std::vector<ScenarioInfo> listedScenarios;
     std::vector<std::wstring> moduleProblems;

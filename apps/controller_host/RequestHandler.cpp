@@ -150,8 +150,7 @@ void RequestHandler::InitJobs(const Request& request) {
 void RequestHandler::DeleteJobs(const Request& request) {
     std::vector<std::wstring> ids;
     if (Read(request, events::deleteJobsRequest, ids)) {
-        std::vector<JobListInfo> before;
-        engine.GetJobList(before);
+        const std::vector<JobListInfo> before = engine.Listed(ids);
         std::vector<std::wstring> deleted;
         engine.DeleteJobsDurably(ids, deleted);
         Send(request, events::deleteJobsResponse, deleted);

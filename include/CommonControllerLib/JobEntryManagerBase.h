@@ -133,13 +133,19 @@ protected:
     struct JobListChange {
         /// New jobs and jobs with new values, in list order.
         std::vector<std::shared_ptr<JobEntry>> jobs;
-        /// The ids of deleted jobs.
-        std::vector<std::wstring> deletedIds;
+        /// Jobs that have left the list.
+        std::vector<std::shared_ptr<JobEntry>> deleted;
     };
     /// Writes the job list file after a change. The base implementation writes the whole list through
     /// `ControllerCSWrapper`, whatever `change` is; the change is empty when only the cursor has moved. Called under
     /// the lock. A failed write is not reported: the next change writes the whole list again.
     virtual void WriteJobList(const JobListChange& change);
+    using JobPosition = std::list<std::shared_ptr<JobEntry>>::iterator;
+    /// Return, in list order, at least the jobs whose id or number (decimal text) is among `names`; at least the active
+    /// jobs. The base implementations return all jobs; a derived class with an index returns fewer. Called under the
+    /// lock.
+    virtual std::vector<JobPosition> JobsNamed(const std::set<std::wstring>& names);
+    virtual std::vector<JobPosition> ActiveJobs();
 
     /// The catalogue: scenarios by id.
     std::map<std::wstring, ScenarioInfo> scenarioMap;
@@ -182,6 +188,7 @@ private:
     /// Creates an id that no job has had while this engine exists and that is not used as a name in the work directory.
     std::wstring CreateUniqueId(std::random_device& device);
     int CreateSequentialId();
+    std::vector<JobPosition> AllJobs();
     /// Finds the first job whose id equals `id` exactly.
     [[nodiscard]] bool FindJobEntry(const std::wstring& id, std::shared_ptr<JobEntry>& entry);
 
@@ -210,9 +217,8 @@ private:
     void UpdateJobList(const JobListChange& change);
 
     // Deletion; under the lock
-    using JobPosition = std::list<std::shared_ptr<JobEntry>>::iterator;
-    /// Deletes one job with its work directory and returns the position after it.
-    JobPosition DeleteJob(JobPosition position);
+    /// Deletes one job with its work directory.
+    void DeleteJob(JobPosition position);
     /// If no job is left, the next job gets number 1.
     void RestartNumbering();
 };

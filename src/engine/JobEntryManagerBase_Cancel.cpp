@@ -26,7 +26,8 @@ bool JobEntryManagerBase::CancelJobs(std::vector<std::wstring>& ids, std::vector
     {
         const std::lock_guard lock(mutex);
         std::set<std::wstring> requested(ids.begin(), ids.end());
-        for (const auto& job : jobList) {
+        for (const JobPosition position : JobsNamed(requested)) {
+            const std::shared_ptr<JobEntry>& job = *position;
             if (queue::TakeRequested(job->GetId(), job->GetSeqId(), requested)) {
                 CancelJob(job, cancelled, waitList);
                 change.jobs.push_back(job);
@@ -52,7 +53,14 @@ bool JobEntryManagerBase::CancelJobs(std::vector<std::wstring>& ids, std::vector
 }
 
 void JobEntryManagerBase::KeepListed(std::vector<std::shared_ptr<JobEntry>>& jobs) {
-    const std::set<std::shared_ptr<JobEntry>> listed(jobList.begin(), jobList.end());
+    std::set<std::wstring> ids;
+    for (const auto& job : jobs) {
+        ids.insert(job->GetId());
+    }
+    std::set<std::shared_ptr<JobEntry>> listed;
+    for (const JobPosition position : JobsNamed(ids)) {
+        listed.insert(*position);
+    }
     std::erase_if(jobs, [&listed](const auto& job) { return !listed.contains(job); });
 }
 

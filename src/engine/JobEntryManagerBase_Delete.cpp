@@ -6,8 +6,6 @@
 #include "fault_points/FaultPoint.h"
 #include "text/Numbers.h"
 
-#include <iterator>
-
 namespace {
 
 /// Returns true if the job was requested and is not active. The name of an active job stays in `requested`.
@@ -31,12 +29,11 @@ bool JobEntryManagerBase::DeleteJobs(std::vector<std::wstring>& ids, std::vector
     const std::lock_guard lock(mutex);
     std::set<std::wstring> requested(ids.begin(), ids.end());
     JobListChange change;
-    for (auto position = jobList.begin(); position != jobList.end();) {
-        const bool isTaken = TakeDeletable(**position, requested);
-        if (isTaken) {
-            change.deletedIds.push_back((*position)->GetId());
+    for (const JobPosition position : JobsNamed(requested)) {
+        if (TakeDeletable(**position, requested)) {
+            change.deleted.push_back(*position);
+            DeleteJob(position);
         }
-        position = isTaken ? DeleteJob(position) : std::next(position);
     }
     for (const std::wstring& id : ids) {
         // The remaining names are unknown or belong to active jobs.
@@ -53,7 +50,7 @@ bool JobEntryManagerBase::DeleteJobs(std::vector<std::wstring>& ids, std::vector
     return true;
 }
 
-JobEntryManagerBase::JobPosition JobEntryManagerBase::DeleteJob(JobPosition position) {
+void JobEntryManagerBase::DeleteJob(JobPosition position) {
     if (nextJob == position) {
         ++nextJob;
     }
@@ -62,7 +59,7 @@ JobEntryManagerBase::JobPosition JobEntryManagerBase::DeleteJob(JobPosition posi
     RemoveWorkDirectory(job.GetWorkDir());
     fault_points::ReachFaultPoint(fault_points::FaultPoint::WorkDirectoryRemoved);
     ControllerLogManager::DebugLog(L"Job: " + numbers::DecimalText(job.GetSeqId()) + L" is deleted");
-    return jobList.erase(position);
+    jobList.erase(position);
 }
 
 void JobEntryManagerBase::RestartNumbering() {

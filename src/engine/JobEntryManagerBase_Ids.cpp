@@ -20,11 +20,28 @@ int JobEntryManagerBase::CreateSequentialId() {
 }
 
 bool JobEntryManagerBase::FindJobEntry(const std::wstring& id, std::shared_ptr<JobEntry>& entry) {
-    const auto found =
-        std::find_if(jobList.begin(), jobList.end(), [&id](const auto& job) { return job->GetId() == id; });
-    if (found == jobList.end()) {
+    const std::vector<JobPosition> jobs = JobsNamed({id});
+    const auto found = std::find_if(jobs.begin(), jobs.end(), [&id](const auto& job) { return (*job)->GetId() == id; });
+    if (found == jobs.end()) {
         return false;
     }
-    entry = *found;
+    entry = **found;
     return true;
+}
+
+std::vector<JobEntryManagerBase::JobPosition> JobEntryManagerBase::JobsNamed(const std::set<std::wstring>&) {
+    return AllJobs();
+}
+
+std::vector<JobEntryManagerBase::JobPosition> JobEntryManagerBase::ActiveJobs() {
+    return AllJobs();
+}
+
+std::vector<JobEntryManagerBase::JobPosition> JobEntryManagerBase::AllJobs() {
+    std::vector<JobPosition> jobs;
+    jobs.reserve(jobList.size());
+    for (auto position = jobList.begin(); position != jobList.end(); ++position) {
+        jobs.push_back(position);
+    }
+    return jobs;
 }

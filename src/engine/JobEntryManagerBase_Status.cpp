@@ -21,12 +21,13 @@ std::optional<std::wstring> TakeName(const JobEntry& job, std::set<std::wstring>
 
 using StatusByName = std::map<std::wstring, JobStatusInfo>;
 
-StatusByName CollectStatuses(const std::list<std::shared_ptr<JobEntry>>& jobs, std::set<std::wstring> requested) {
+StatusByName CollectStatuses(const std::vector<std::list<std::shared_ptr<JobEntry>>::iterator>& jobs,
+                             std::set<std::wstring> requested) {
     StatusByName statuses;
     for (const auto& job : jobs) {
-        if (const auto name = TakeName(*job, requested)) {
+        if (const auto name = TakeName(**job, requested)) {
             ControllerLogManager::DebugLog(*name);
-            statuses[*name] = job->GetJobStatusInfo();
+            statuses[*name] = (*job)->GetJobStatusInfo();
         }
     }
     return statuses;
@@ -48,7 +49,8 @@ void Answer(const StatusByName& statuses, const std::wstring& id, JobStatusInfo&
 
 bool JobEntryManagerBase::CheckJobStatus(const std::vector<std::wstring>& ids, std::vector<JobStatusInfo>& statuses) {
     const std::lock_guard lock(mutex);
-    const StatusByName found = CollectStatuses(jobList, {ids.begin(), ids.end()});
+    const std::set<std::wstring> requested(ids.begin(), ids.end());
+    const StatusByName found = CollectStatuses(JobsNamed(requested), requested);
     statuses.resize(ids.size());
     for (std::size_t i = 0; i < ids.size(); ++i) {
         Answer(found, ids[i], statuses[i]);

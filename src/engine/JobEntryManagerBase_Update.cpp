@@ -34,7 +34,8 @@ void ApplyResult(JobEntry& job, bool succeeded) {
 bool JobEntryManagerBase::CheckUpdate(std::vector<JobStatusInfo>& changed) {
     const std::lock_guard lock(mutex);
     JobListChange change;
-    for (const auto& job : jobList) {
+    for (const JobPosition position : ActiveJobs()) {
+        const std::shared_ptr<JobEntry>& job = *position;
         if (IsActive(job->GetStatus()) && job->OnCheckUpdate()) {
             changed.push_back(job->GetJobStatusInfo());
             change.jobs.push_back(job);
@@ -51,8 +52,11 @@ bool JobEntryManagerBase::CheckUpdate(std::vector<JobStatusInfo>& changed) {
 
 bool JobEntryManagerBase::IsCompleted() {
     const std::lock_guard lock(mutex);
-    return nextJob == jobList.end() &&
-           std::none_of(jobList.begin(), jobList.end(), [](const auto& job) { return IsActive(job->GetStatus()); });
+    if (nextJob != jobList.end()) {
+        return false;
+    }
+    const std::vector<JobPosition> jobs = ActiveJobs();
+    return std::none_of(jobs.begin(), jobs.end(), [](const auto& job) { return IsActive((*job)->GetStatus()); });
 }
 
 bool JobEntryManagerBase::UpdateProgress(const std::wstring& progressJson, std::vector<JobStatusInfo>& changed) {
