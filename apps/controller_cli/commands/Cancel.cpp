@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <map>
+#include <set>
 #include <string>
 #include <utility>
 #include <vector>
@@ -20,6 +21,9 @@ class Outcome {
 public:
     Outcome(HostSession& session, std::vector<JobListInfo> askedFor, const std::vector<JobStatusInfo>& cancelled)
         : jobs(std::move(askedFor)) {
+        for (const JobListInfo& job : jobs) {
+            askedForIds.insert(job.id);
+        }
         for (const JobStatusInfo& info : cancelled) {
             statusById[info.id] = info.status;
         }
@@ -40,9 +44,7 @@ public:
 private:
     bool IsUnknown(const JobListInfo& job) const { return !IsOver(job.status) && !statusById.contains(job.id); }
 
-    bool IsAskedFor(const std::wstring& id) const {
-        return std::any_of(jobs.begin(), jobs.end(), [&](const JobListInfo& job) { return job.id == id; });
-    }
+    bool IsAskedFor(const std::wstring& id) const { return askedForIds.contains(id); }
 
     /// A job that was listed before and is missing now was deleted.
     void TakeList(const std::vector<JobListInfo>& list) {
@@ -58,6 +60,7 @@ private:
     }
 
     std::vector<JobListInfo> jobs;
+    std::set<std::wstring> askedForIds;
     std::map<std::wstring, JobStatus> statusById;
 };
 
