@@ -1,9 +1,6 @@
 #include <benchmark/benchmark.h>
 
-#include <stdexcept>
-
 #include "CommonControllerLib/FunctionManager.h"
-#include "ControllerCSWrapper/ControllerCSWrapper.h"
 #include "RawLimits.h"
 #include "Workplace.h"
 #include "controller_host/HostEngine.h"
@@ -12,33 +9,43 @@
 
 namespace {
 
-void WriteJobList(const Workplace& workplace, std::int64_t rows) {
-    std::vector<JobListInfo> jobs;
-    for (int number = 1; number <= static_cast<int>(rows); ++number) {
-        jobs.push_back(FinishedJob(number));
-    }
-    if (!ControllerCSWrapper::CreateJsonFile(ControllerCSWrapper::Serialize(L"JobList", jobs),
-                                             workplace.JobListFile())) {
-        throw std::runtime_error("cannot write the job list");
-    }
-}
-
 /// A poll that reports a change rewrites the whole list, which is its only cost.
-template <class Engine>
 void RewriteJobList(benchmark::State& state) {
     const Workplace workplace;
-    WriteJobList(workplace, state.range(0));
+    workplace.WriteJobList(static_cast<std::size_t>(state.range(0)));
     const FunctionManager functions({});
-    Engine engine(&functions);
+    JobEntryManagerBase engine(&functions);
     for (auto unused : state) {
         std::vector<JobStatusInfo> changed(1);
         engine.CheckUpdate(changed);
     }
 }
 
+/// A host appends the changed row to the journal and flushes it. The journal is folded whenever it has grown as long as
+/// the list.
+void JournalOneChange(benchmark::State& state) {
+    const Workplace workplace;
+    workplace.WriteJobList(static_cast<std::size_t>(state.range(0)));
+    const FunctionManager functions({});
+    HostEngine engine(&functions);
+    const std::wstring report =
+        LR"({"version":1,"jobId":")" + FinishedJob(1).id + LR"(","progressInfoList":[{"progress":40,"message":""}]})";
+    const auto change = [&] {
+        std::vector<JobStatusInfo> changed;
+        if (!engine.UpdateProgress(report, changed)) {
+            state.SkipWithError("the report is refused");
+        }
+        engine.FlushJobList();
+    };
+    change(); // writes the snapshot
+    for (auto unused : state) {
+        change();
+    }
+}
+
 void WriteAndRenameSameBytes(benchmark::State& state, bool flush) {
     const Workplace workplace;
-    WriteJobList(workplace, state.range(0));
+    workplace.WriteJobList(static_cast<std::size_t>(state.range(0)));
     const std::string bytes = ReadTextFile(workplace.JobListFile());
     const std::string path = text::ToUtf8(platform::ToNativeText(workplace.Path(L"raw.json")));
     for (auto unused : state) {
@@ -49,18 +56,8 @@ void WriteAndRenameSameBytes(benchmark::State& state, bool flush) {
 
 } // namespace
 
-BENCHMARK_TEMPLATE(RewriteJobList, JobEntryManagerBase)
-    ->Arg(1000)
-    ->Arg(10000)
-    ->Arg(100000)
-    ->Unit(benchmark::kMillisecond)
-    ->UseRealTime();
-BENCHMARK_TEMPLATE(RewriteJobList, HostEngine)
-    ->Arg(1000)
-    ->Arg(10000)
-    ->Arg(100000)
-    ->Unit(benchmark::kMillisecond)
-    ->UseRealTime();
+BENCHMARK(RewriteJobList)->Arg(1000)->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond)->UseRealTime();
+BENCHMARK(JournalOneChange)->Arg(1000)->Arg(10000)->Arg(100000)->Unit(benchmark::kMillisecond)->UseRealTime();
 BENCHMARK_CAPTURE(WriteAndRenameSameBytes, flushed, true)
     ->Arg(1000)
     ->Arg(10000)

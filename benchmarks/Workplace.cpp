@@ -1,5 +1,8 @@
 #include "Workplace.h"
 
+#include <stdexcept>
+
+#include "ControllerCSWrapper/ControllerCSWrapper.h"
 #include "services/Settings.h"
 #include "text/Text.h"
 
@@ -19,6 +22,16 @@ Workplace::~Workplace() {
 std::wstring Workplace::MakeFile(const std::wstring& name) const {
     WriteTextFile(Path(name), "something");
     return Path(name);
+}
+
+void Workplace::WriteJobList(std::size_t rows) const {
+    std::vector<JobListInfo> jobs;
+    for (int number = 1; number <= static_cast<int>(rows); ++number) {
+        jobs.push_back(FinishedJob(number));
+    }
+    if (!ControllerCSWrapper::CreateJsonFile(ControllerCSWrapper::Serialize(L"JobList", jobs), JobListFile())) {
+        throw std::runtime_error("cannot write the job list");
+    }
 }
 
 JobListInfo FinishedJob(int number) {

@@ -17,6 +17,8 @@ public:
     std::wstring JobListFile() const { return Path(L"job_list.json"); }
     /// Creates a small file.
     std::wstring MakeFile(const std::wstring& name) const;
+    /// Writes a job list of this many jobs that have ended.
+    void WriteJobList(std::size_t rows) const;
 
 private:
     TemporaryDirectory directory;

@@ -16,17 +16,25 @@ def row(what, ours, limit, theirs, aim)
 end
 
 printf(ROW, "ours", "", "beside", "", "ratio", "aim")
-[["JobEntryManagerBase", "engine"], ["HostEngine", "host"]].product([1000, 10_000, 100_000]).each do |(engine, name), rows|
-  ours = ENGINE.fetch("RewriteJobList<#{engine}>/#{rows}")
-  row("job list rewrite by the #{name}, #{rows} rows", ours, "write + flush + rename, same bytes",
+[1000, 10_000, 100_000].each do |rows|
+  ours = ENGINE.fetch("RewriteJobList/#{rows}")
+  row("job list rewrite by the engine, #{rows} rows", ours, "write + flush + rename, same bytes",
       ENGINE.fetch("WriteAndRenameSameBytes/flushed/#{rows}"), "at most 3")
   row("", ours, "write + rename, same bytes, not flushed", ENGINE.fetch("WriteAndRenameSameBytes/unflushed/#{rows}"), "")
+end
+[10_000, 100_000].each do |rows|
+  row("change of one row by the host, #{rows} rows", ENGINE.fetch("JournalOneChange/#{rows}"), "the same with 1,000 rows",
+      ENGINE.fetch("JournalOneChange/1000"), "at most 1.2")
 end
 row("one of #{jobs} no-op scenarios", FIGURES.fetch("controller"), "the same through task-spooler",
     FIGURES.fetch("task_spooler"), "below 1")
 row("", FIGURES.fetch("controller"), "bare posix_spawn + pidfd", FIGURES.fetch("posix_spawn"), "")
 row("the same without engine and job list, median", FIGURES.fetch("runner_median"), "bare posix_spawn + pidfd, median",
     FIGURES.fetch("process_median"), "at most 3")
+[10_000, 100_000].each do |rows|
+  row("the same with #{rows} rows in the list", FIGURES.fetch("controller_#{rows}_rows"), "with 10 rows", FIGURES.fetch("controller"),
+      "at most 1.2")
+end
 row("the same two at a time, throughput", FIGURES.fetch("controller_2_at_a_time"), "one at a time",
     FIGURES.fetch("controller"), "at most 0.625")
 row("FetchScenarios, 10,000 files, 500 folders", ENGINE.fetch("FetchScenarios"), "raw walk that reads each .adc file",
