@@ -9,6 +9,7 @@
 #include "platform/files/File.h"
 #include "platform/files/FileSystem.h"
 #include "platform/files/NativePath.h"
+#include "platform/system/Environment.h"
 #include "text/Hexadecimal.h"
 #include "text/Text.h"
 

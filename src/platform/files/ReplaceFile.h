@@ -26,7 +26,4 @@ Error ReplaceFileKeepingBackup(const std::wstring& path, std::string_view bytes,
 /// process may be replacing the file.
 void RemoveStaleTemporaries(const std::wstring& path);
 
-/// The argument of `std::random_device` that is fastest on this system, for the names of temporary files.
-extern const char* const randomSource;
-
 } // namespace platform

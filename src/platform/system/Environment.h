@@ -46,6 +46,9 @@ void TrimHeapEagerly();
 /// limit.
 void IgnoreFileSizeSignal();
 
+/// The argument of `std::random_device` that is fastest on this system.
+extern const char* const randomSource;
+
 // The system calls of the functions above, for names that the system accepts.
 
 [[nodiscard]] std::optional<std::wstring> ReadVariable(const std::wstring& name);

@@ -44,9 +44,6 @@ bool IsOpenToAll(const std::wstring& directory) {
 
 const std::string_view lineEnd = "\n";
 
-// The default asks the processor what it supports, which takes long in a virtual machine.
-const char* const randomSource = "getentropy";
-
 bool Exists(const std::wstring& path) {
     return access(SystemPath(path).c_str(), F_OK) == 0;
 }

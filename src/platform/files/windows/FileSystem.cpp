@@ -94,8 +94,6 @@ bool GivesEverybody(const std::wstring& path, DWORD rights) {
 
 const std::string_view lineEnd = "\r\n";
 
-const char* const randomSource = "default";
-
 bool Exists(const std::wstring& path) {
     return AttributesOf(path) != INVALID_FILE_ATTRIBUTES;
 }

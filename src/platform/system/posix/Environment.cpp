@@ -44,6 +44,9 @@ struct FreeDeleter {
 
 } // namespace
 
+// The default asks the processor what it supports, which takes long in a virtual machine.
+const char* const randomSource = "getentropy";
+
 std::optional<std::wstring> ReadVariable(const std::wstring& name) {
     const char* const value = std::getenv(text::ToUtf8(name).c_str());
     return value == nullptr ? std::nullopt : std::optional(text::FromUtf8(value));

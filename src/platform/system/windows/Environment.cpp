@@ -43,6 +43,8 @@ std::wstring Answer(Call call) {
 
 } // namespace
 
+const char* const randomSource = "default";
+
 std::optional<std::wstring> ReadVariable(const std::wstring& name) {
     // The size query returns ERANGE; only the size is used.
     std::size_t size = 0;
