@@ -55,6 +55,7 @@ std::vector<std::wstring> IdsOf(const std::vector<std::shared_ptr<JobEntry>>& jo
 HostEngine::HostEngine(const FunctionManager* manager)
     : JobEntryManagerBase(manager, {.keepsDequeued = true, .deletesOldJobs = false}) {
     index.AddNew(jobList);
+    hasChanges = platform::Exists(job_list_journal::PathOf(ControllerCSWrapper::GetJobListFile()));
 }
 
 JobEntry* HostEngine::CreateNewJobEntry(const JobListInfo* info) {
@@ -129,7 +130,7 @@ void HostEngine::FoldJournal() {
 void HostEngine::EndJournal() {
     const std::lock_guard lock(mutex);
     if ((journal.IsOpen() || HasChanges()) && WriteRows({})) {
-        journal.End();
+        journal.End(job_list_journal::PathOf(ControllerCSWrapper::GetJobListFile()));
     }
 }
 

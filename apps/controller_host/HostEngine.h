@@ -15,8 +15,8 @@
 /// The job engine of a host that waits for process handles instead of polling.
 class HostEngine : public JobEntryManagerBase {
 public:
-    /// Reads the job list. A job that was dequeued stays `Dequeued`; only `DeleteOldJobsDurably` deletes old jobs.
-    /// `manager` is not owned and must outlive the engine.
+    /// Reads the job list; the journal that a killed host left counts as a change. A job that was dequeued stays
+    /// `Dequeued`; only `DeleteOldJobsDurably` deletes old jobs. `manager` is not owned and must outlive the engine.
     explicit HostEngine(const FunctionManager* manager);
 
     /// The process handles of all active jobs. The jobs own them; they are valid until the next `CheckUpdate`.

@@ -53,6 +53,26 @@ protected:
     DeletionJournal notes{directory / L"job_list.json"};
 };
 
+TEST_F(HostEngineTest, TheJournalOfAKilledHostIsFoldedByTheNextOne) {
+    const std::wstring journal = job_list_journal::PathOf(directory / L"job_list.json");
+    const std::vector rows = {Row(1, JobStatus::Success)};
+    auto row = rows.begin();
+    ASSERT_TRUE(job_list_file::WriteRows(
+        directory / L"job_list.json", 1, [&] { return row == rows.end() ? nullptr : &*row++; }, L"one"));
+    job_list_journal::Journal killed;
+    EXPECT_FALSE(killed.Begin(journal, L"one"));
+    const JobListInfo second = Row(2, JobStatus::Success);
+    EXPECT_FALSE(killed.Append({&second}, {}));
+    killed.Close();
+
+    Restart();
+    EXPECT_EQ(Jobs().size(), 2U);
+    EXPECT_TRUE(engine->HasChanges());
+    engine->EndJournal();
+    EXPECT_FALSE(platform::Exists(journal));
+    EXPECT_EQ(ReadTextFile(directory / L"job_list.json").rfind(R"({"JobList":[{)", 0), 0U);
+}
+
 TEST_F(HostEngineTest, ADequeuedJobStaysSoWhateverHostsStart) {
     Save({Row(1, JobStatus::Dequeued), Row(2, JobStatus::Queued), Row(3, JobStatus::Running),
           Row(4, JobStatus::Canceling), Row(5, JobStatus::Success)});

@@ -238,10 +238,10 @@ platform::Error Journal::Flush() {
     return error;
 }
 
-void Journal::End() {
+void Journal::End(const std::wstring& journalPath) {
     file.Close();
     // A journal that stays is stale with the next snapshot.
-    (void)platform::RemoveFile(path);
+    (void)platform::RemoveFile(journalPath);
     fault_points::ReachFaultPoint(fault_points::FaultPoint::JournalEnded);
 }
 

@@ -49,8 +49,8 @@ public:
     [[nodiscard]] CONTROLLER_API platform::Error Flush();
     /// Closes the file, which stays.
     void Close() { file.Close(); }
-    /// Removes the file, after a snapshot that has no journal.
-    CONTROLLER_API void End();
+    /// Closes the journal and removes the file at `path`, after a snapshot that has no journal.
+    CONTROLLER_API void End(const std::wstring& path);
 
     bool IsOpen() const { return file.IsOpen(); }
     /// Units: bytes.
