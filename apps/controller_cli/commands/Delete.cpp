@@ -1,6 +1,7 @@
 #include "controller_cli/commands/Commands.h"
 
 #include <algorithm>
+#include <set>
 
 #include "controller_cli/commands/JobSelection.h"
 #include "controller_cli/connection/HostSession.h"
@@ -13,9 +14,8 @@ namespace {
 /// started.
 JobModel Leftover(HostSession& session, const std::vector<JobListInfo>& jobs,
                   const std::vector<std::wstring>& deleted) {
-    const auto isDeleted = [&](const JobListInfo& job) {
-        return std::find(deleted.begin(), deleted.end(), job.id) != deleted.end();
-    };
+    const std::set<std::wstring> deletedIds(deleted.begin(), deleted.end());
+    const auto isDeleted = [&](const JobListInfo& job) { return deletedIds.contains(job.id); };
     return JobModel(std::all_of(jobs.begin(), jobs.end(), isDeleted) ? std::vector<JobListInfo>()
                                                                      : session.FetchJobs());
 }

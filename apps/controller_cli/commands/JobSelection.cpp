@@ -2,30 +2,47 @@
 
 #include <algorithm>
 #include <iterator>
+#include <map>
+#include <set>
 
 #include "controller_cli/commands/CommandFailure.h"
 
 namespace controller_cli {
 namespace {
 
-bool IsNamed(const JobListInfo& job, const std::wstring& name) {
-    return std::to_wstring(job.seqId) == name || job.id == name;
+using JobsByName = std::map<std::wstring, const JobListInfo*>;
+
+/// The first job with each name as number (decimal text) or id; null if there is none. The jobs must outlive the map.
+JobsByName FindJobs(const std::vector<JobListInfo>& jobs, const std::vector<std::wstring>& names) {
+    JobsByName found;
+    for (const std::wstring& name : names) {
+        found.emplace(name, nullptr);
+    }
+    for (const JobListInfo& job : jobs) {
+        for (const std::wstring& name : {std::to_wstring(job.seqId), job.id}) {
+            const auto place = found.find(name);
+            if (place != found.end() && place->second == nullptr) {
+                place->second = &job;
+            }
+        }
+    }
+    return found;
 }
 
 } // namespace
 
 std::vector<JobListInfo> SelectJobs(const CommandContext& context, const std::vector<JobListInfo>& jobs,
                                     const std::vector<std::wstring>& names) {
+    const JobsByName jobsByName = FindJobs(jobs, names);
+    std::set<std::wstring> selectedIds;
     std::vector<JobListInfo> selected;
     for (const std::wstring& name : names) {
-        const auto found =
-            std::find_if(jobs.begin(), jobs.end(), [&](const JobListInfo& job) { return IsNamed(job, name); });
-        if (found == jobs.end()) {
+        const JobListInfo* const job = jobsByName.at(name);
+        if (job == nullptr) {
             throw CommandFailure{ExitCode::Usage, context.texts.Format(L"Errors/NoSuchJob", {name})};
         }
-        const auto isSame = [&](const JobListInfo& job) { return job.id == found->id; };
-        if (std::none_of(selected.begin(), selected.end(), isSame)) {
-            selected.push_back(*found);
+        if (selectedIds.insert(job->id).second) {
+            selected.push_back(*job);
         }
     }
     return selected;

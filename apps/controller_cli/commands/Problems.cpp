@@ -1,6 +1,6 @@
 #include "controller_cli/commands/Problems.h"
 
-#include <algorithm>
+#include <set>
 
 #include "controller_cli/output/DisplayText.h"
 
@@ -20,9 +20,10 @@ void WriteProblems(CommandContext& context, const std::vector<std::wstring>& pro
 
 std::vector<std::wstring> RefusalReasons(const JobEnqueueResult& result) {
     std::vector<std::wstring> distinct;
+    std::set<std::wstring> known;
     for (const std::vector<std::wstring>& reasons : result.inputSetResults) {
         for (const std::wstring& reason : reasons) {
-            if (std::find(distinct.begin(), distinct.end(), reason) == distinct.end()) {
+            if (known.insert(reason).second) {
                 distinct.push_back(reason);
             }
         }

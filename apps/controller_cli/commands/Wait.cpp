@@ -1,6 +1,6 @@
 #include "controller_cli/commands/Commands.h"
 
-#include <algorithm>
+#include <set>
 
 #include "controller_cli/commands/JobSelection.h"
 #include "controller_cli/commands/WaitForCompletion.h"
@@ -10,8 +10,9 @@ namespace controller_cli::commands {
 ExitCode Wait(CommandContext& context, const LongCommand& command) {
     HostSession session(context, StartOf(command));
     std::vector<JobListInfo> jobs = session.FetchJobs();
-    const std::vector<std::wstring> ids = IdsOf(SelectJobs(context, jobs, command.ids));
-    std::erase_if(jobs, [&](const JobListInfo& job) { return std::find(ids.begin(), ids.end(), job.id) == ids.end(); });
+    const std::vector<std::wstring> selected = IdsOf(SelectJobs(context, jobs, command.ids));
+    const std::set<std::wstring> ids(selected.begin(), selected.end());
+    std::erase_if(jobs, [&](const JobListInfo& job) { return !ids.contains(job.id); });
     return WaitForCompletion(context, session, jobs, command.asJson);
 }
 
