@@ -33,7 +33,8 @@ public:
         auto job = std::make_shared<JobEntry>(info);
         job->SetProcessHandle(platform::CopyHandle(processEnd.Handle()));
         const std::lock_guard lock(mutex);
-        jobList.push_back(std::move(job));
+        jobList.push_back(job);
+        WriteJobList({{job}, {}}); // takes the job into the index
     }
 
 private:
