@@ -157,7 +157,7 @@ std::vector<JobStatusInfo> HostEngine::StatusOf(const std::vector<JobIdInfo>& jo
     }
     const std::lock_guard lock(mutex);
     std::vector<JobStatusInfo> statuses;
-    for (const JobPosition job : index.Named(ids)) {
+    for (const JobPosition job : index.WithIds(ids)) {
         statuses.push_back((*job)->GetJobStatusInfo());
     }
     return statuses;
@@ -241,7 +241,7 @@ void HostEngine::ExplainFailures(const std::vector<JobStatusInfo>& changed) {
     }
     const FailureReasons reasons(ControllerCSWrapper::GetJobListFile());
     const std::lock_guard lock(mutex);
-    for (const JobPosition position : index.Named(failed)) {
+    for (const JobPosition position : index.WithIds(failed)) {
         if (const JobEntry& job = **position; !job.GetFailure().empty()) {
             reasons.Leave(job.GetJobListInfo(), ReasonOf(job));
         }

@@ -36,6 +36,14 @@ protected:
         EXPECT_FALSE(platform::RemoveTree(directory / L"job_list.json.replaced"));
     }
 
+    void ExpectNoLossAfterRemoval(const std::wstring& file) {
+        Enqueue(1);
+        WaitForStatus(JobStatus::Running);
+        EXPECT_FALSE(platform::RemoveFile(directory / file));
+        Enqueue(1);
+        EXPECT_EQ(SavedList().size(), 2U);
+    }
+
     std::string Journal() const { return ReadTextFile(job_list_journal::PathOf(directory / L"job_list.json")); }
 
     template <typename Condition>
@@ -111,19 +119,11 @@ TEST_F(HostLoopTest, AListThatCouldNotBeWrittenIsWrittenOnceItCanBe) {
 }
 
 TEST_F(HostLoopTest, AListThatSomebodyRemovesIsWrittenWholeWithTheNextChange) {
-    Enqueue(1);
-    WaitForStatus(JobStatus::Running);
-    EXPECT_FALSE(platform::RemoveFile(directory / L"job_list.json"));
-    Enqueue(1);
-    EXPECT_EQ(SavedList().size(), 2U);
+    ExpectNoLossAfterRemoval(L"job_list.json");
 }
 
 TEST_F(HostLoopTest, AJournalThatSomebodyRemovesCostsNoJob) {
-    Enqueue(1);
-    WaitForStatus(JobStatus::Running);
-    EXPECT_FALSE(platform::RemoveFile(directory / L"job_list.json.journal"));
-    Enqueue(1);
-    EXPECT_EQ(SavedList().size(), 2U);
+    ExpectNoLossAfterRemoval(L"job_list.json.journal");
 }
 
 TEST_F(HostLoopTest, AnAnsweredRequestIsInTheJournal) {

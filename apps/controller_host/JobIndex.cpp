@@ -39,12 +39,8 @@ void JobIndex::Remove(const JobEntry& job) {
 }
 
 std::vector<JobIndex::Position> JobIndex::Named(const std::set<std::wstring>& names) const {
-    std::vector<const Row*> found;
+    std::vector<const Row*> found = RowsWithIds(names);
     for (const std::wstring& name : names) {
-        const auto [firstOfId, lastOfId] = byId.equal_range(name);
-        for (auto row = firstOfId; row != lastOfId; ++row) {
-            found.push_back(&row->second);
-        }
         const auto [first, last] = byNumber.equal_range(numbers::ReadInteger(name));
         for (auto row = first; row != last; ++row) {
             if (numbers::DecimalText(row->first) == name) {
@@ -53,6 +49,21 @@ std::vector<JobIndex::Position> JobIndex::Named(const std::set<std::wstring>& na
         }
     }
     return InOrder(std::move(found));
+}
+
+std::vector<JobIndex::Position> JobIndex::WithIds(const std::set<std::wstring>& ids) const {
+    return InOrder(RowsWithIds(ids));
+}
+
+std::vector<const JobIndex::Row*> JobIndex::RowsWithIds(const std::set<std::wstring>& ids) const {
+    std::vector<const Row*> found;
+    for (const std::wstring& id : ids) {
+        const auto [first, last] = byId.equal_range(id);
+        for (auto row = first; row != last; ++row) {
+            found.push_back(&row->second);
+        }
+    }
+    return found;
 }
 
 /// Each row once; a job may be named by its id and by its number.

@@ -29,6 +29,8 @@ public:
 
     /// The jobs whose id or number (decimal text) is among `names`, in list order.
     std::vector<Position> Named(const std::set<std::wstring>& names) const;
+    /// The jobs with these ids, in list order.
+    std::vector<Position> WithIds(const std::set<std::wstring>& ids) const;
     /// The running jobs and those being cancelled, in list order.
     std::vector<Position> Active() const;
     std::size_t ActiveCount() const { return active.size(); }
@@ -49,6 +51,7 @@ private:
     using Rows = std::unordered_multimap<std::wstring_view, Row>;
 
     Rows::iterator Find(const JobEntry& job);
+    std::vector<const Row*> RowsWithIds(const std::set<std::wstring>& ids) const;
     void SetStatus(Row& row, JobStatus status);
     static std::vector<Position> InOrder(std::vector<const Row*> rows);
 

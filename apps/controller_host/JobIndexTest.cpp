@@ -49,6 +49,12 @@ TEST_F(JobIndexTest, JobsAreFoundByIdAndByNumberInTheOrderOfTheList) {
     EXPECT_EQ(Named({L"c", L"1", L"x", L"9"}), (Ids{L"b", L"c"}));
 }
 
+TEST_F(JobIndexTest, AnIdThatIsTheNumberOfAnotherJobFindsOnlyItsJob) {
+    Add(L"7", 1);
+    Add(L"a", 7);
+    EXPECT_EQ(IdsOf(index.WithIds({L"7", L"1"})), Ids{L"7"});
+}
+
 TEST_F(JobIndexTest, AJobThatIsNamedTwiceIsFoundOnce) {
     Add(L"a", 1);
     EXPECT_EQ(Named({L"a", L"1"}), Ids{L"a"});

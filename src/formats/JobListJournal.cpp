@@ -4,6 +4,7 @@
 #include <tuple>
 #include <unordered_map>
 #include <unordered_set>
+#include <utility>
 
 #include <zlib.h>
 
@@ -16,6 +17,7 @@
 #include "platform/files/ReplaceFile.h"
 #include "text/Hexadecimal.h"
 #include "text/StrictUtf8.h"
+#include "text/Text.h"
 
 namespace job_list_journal {
 namespace {
@@ -57,12 +59,8 @@ constexpr std::size_t digitCount = 8;
 /// Returns the checksum of a line as it is written in front of it.
 std::string ChecksumOf(std::string_view json) {
     const uLong checksum = crc32_z(crc32_z(0, nullptr, 0), reinterpret_cast<const Bytef*>(json.data()), json.size());
-    std::string digits(digitCount, '0');
-    for (std::size_t i = 0; i < digitCount; ++i) {
-        const unsigned shift = static_cast<unsigned>(4 * (digitCount - 1 - i));
-        digits[i] = static_cast<char>(text::hexadecimalDigits[(checksum >> shift) & 0xF]);
-    }
-    return digits;
+    const std::string digits = text::ToUtf8(text::HexadecimalText(checksum));
+    return std::string(digitCount - digits.size(), '0') + digits;
 }
 
 std::string LineOf(const std::wstring& json) {
@@ -101,7 +99,7 @@ public:
     explicit RowTable(std::vector<JobListInfo>& listed) : records(listed) {}
 
     void Apply(Change change) {
-        IndexNewRows();
+        IndexListed();
         for (JobListInfo& row : change.changed) {
             const auto [position, isNew] = positions.try_emplace(row.id, records.size());
             if (isNew) {
@@ -124,16 +122,19 @@ public:
     }
 
 private:
-    /// Most journals have no change: then no row is indexed.
-    void IndexNewRows() {
-        for (; indexed < records.size(); ++indexed) {
-            positions.emplace(records[indexed].id, indexed);
+    /// Done with the first change: most journals have none.
+    void IndexListed() {
+        if (std::exchange(isIndexed, true)) {
+            return;
+        }
+        for (std::size_t position = 0; position < records.size(); ++position) {
+            positions.emplace(records[position].id, position);
         }
     }
 
     std::vector<JobListInfo>& records;
     std::unordered_map<std::wstring, std::size_t> positions;
-    std::size_t indexed = 0;
+    bool isIndexed = false;
     std::unordered_set<std::size_t> deleted;
 };
 
