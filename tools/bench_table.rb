@@ -40,6 +40,10 @@ row("the same two at a time, throughput", FIGURES.fetch("controller_2_at_a_time"
 row("FetchScenarios, 10,000 files, 500 folders", ENGINE.fetch("FetchScenarios"), "raw walk that reads each .adc file",
     ENGINE.fetch("WalkDirectoriesAndReadSettings"), "at most 3")
 row("", ENGINE.fetch("FetchScenarios"), "raw walk of the folders", ENGINE.fetch("WalkDirectories"), "")
+[1000, 10_000].each do |kinds|
+  row("decision among 100,000 jobs, #{kinds} kinds of needs", ENGINE.fetch("SchedulerDecision/#{kinds}"), "the aim itself", 1.0,
+      kinds == 1000 ? "at most 1" : "")
+end
 row("EnqueueJob of 10,000 input sets", ENGINE.fetch("EnqueueTenThousandSets"), "the aim itself", 150.0, "at most 1")
 [10, 10_000].each do |count|
   row("status by the command line, #{count} jobs", FIGURES.fetch("status_#{count}"), "the same from task-spooler, #{[count, 500].min} jobs",
