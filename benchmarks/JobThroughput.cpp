@@ -1,10 +1,13 @@
 // Runs COUNT no-op scenarios through the whole chain (engine, function module, runner, process), one at a time with
-// short and long lists and two at a time, and COUNT bare processes. Prints "NAME SECONDS" lines. Usage: job_throughput
-// COUNT
+// short and long lists and two at a time, and COUNT bare processes, in rounds by turns, so that other load meets all.
+// Prints "NAME SECONDS" lines: the seconds of one job or process, median of the rounds. Usage: job_throughput COUNT
 
 #include <cstdio>
 #include <cstdlib>
+#include <functional>
 #include <stdexcept>
+#include <utility>
+#include <vector>
 
 #include "CommonControllerLib/FunctionManager.h"
 #include "RawLimits.h"
@@ -46,9 +49,21 @@ void SpawnProcesses(std::size_t count) {
 
 int main(int argc, char** argv) {
     const std::size_t count = argc > 1 ? std::strtoul(argv[1], nullptr, 10) : 1000;
-    std::printf("controller %.6f\n", RunJobs(count, 1));
-    std::printf("controller_10000_rows %.6f\n", RunJobs(count, 1, 10'000));
-    std::printf("controller_100000_rows %.6f\n", RunJobs(count, 1, 100'000));
-    std::printf("controller_2_at_a_time %.6f\n", RunJobs(count, 2));
-    std::printf("posix_spawn %.6f\n", SecondsFor([&] { SpawnProcesses(count); }));
+    const std::size_t rounds = count < 100 ? 1 : 3;
+    const std::size_t countInRound = count / rounds;
+    const std::vector<std::pair<const char*, std::function<double()>>> measurements = {
+        {"posix_spawn", [&] { return SecondsFor([&] { SpawnProcesses(countInRound); }); }},
+        {"controller", [&] { return RunJobs(countInRound, 1); }},
+        {"controller_2_at_a_time", [&] { return RunJobs(countInRound, 2); }},
+        {"controller_10000_rows", [&] { return RunJobs(countInRound, 1, 10'000); }},
+        {"controller_100000_rows", [&] { return RunJobs(countInRound, 1, 100'000); }}};
+    std::vector<std::vector<double>> seconds(measurements.size());
+    for (std::size_t round = 0; round < rounds; ++round) {
+        for (std::size_t i = 0; i < measurements.size(); ++i) {
+            seconds[i].push_back(measurements[i].second() / static_cast<double>(countInRound));
+        }
+    }
+    for (std::size_t i = 0; i < measurements.size(); ++i) {
+        std::printf("%s %.9f\n", measurements[i].first, Median(std::move(seconds[i])));
+    }
 }
