@@ -150,6 +150,11 @@ bool HostEngine::HasActiveJobs() {
     return index.ActiveCount() > 0;
 }
 
+bool HostEngine::HasJobsLeft() {
+    const std::lock_guard lock(mutex);
+    return index.ActiveCount() > 0 || index.HasQueued();
+}
+
 std::vector<JobStatusInfo> HostEngine::StatusOf(const std::vector<JobIdInfo>& jobs) {
     std::set<std::wstring> ids;
     for (const JobIdInfo& job : jobs) {

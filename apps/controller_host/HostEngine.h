@@ -24,6 +24,8 @@ public:
 
     /// True while a job is running or being cancelled, with or without a process.
     bool HasActiveJobs();
+    /// True while a job waits, is running or being cancelled.
+    bool HasJobsLeft();
 
     /// Reports of the jobs that an enqueue request created, in list order, without rejected input sets.
     std::vector<JobStatusInfo> StatusOf(const std::vector<JobIdInfo>& jobs);

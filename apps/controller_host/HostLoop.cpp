@@ -27,6 +27,7 @@ void HostLoop::Run(milliseconds patience) {
         if (!answers.EndWasRequested()) {
             StartJobs();
         }
+        hooks.OnTurnEnded();
         KeepList();
     }
     EndJobs(patience);
@@ -57,17 +58,21 @@ void HostLoop::LookAtJobs() {
     std::vector<JobStatusInfo> changed;
     if (engine.CheckUpdate(changed)) {
         KillOrphans(changed);
-        engine.ExplainFailures(changed);
-        answers.Broadcast(changed);
+        TellOfJobs(changed);
     }
+}
+
+void HostLoop::TellOfJobs(const std::vector<JobStatusInfo>& changed) {
+    engine.ExplainFailures(changed);
+    answers.Broadcast(changed);
+    hooks.OnJobsChanged(changed);
 }
 
 /// Each start is written to the list and broadcast before the next one.
 void HostLoop::StartJobs() {
     std::vector<JobStatusInfo> updated;
     while (engine.ExecuteJob(nullptr, updated)) {
-        engine.ExplainFailures(updated);
-        answers.Broadcast(updated);
+        TellOfJobs(updated);
         updated.clear();
     }
 }

@@ -3,6 +3,8 @@
 #include "controller_host/HostEngine.h"
 #include "controller_host/RequestHandler.h"
 #include "controller_host/RequestQueue.h"
+#include "controller_host/hooks/HookRunner.h"
+#include "controller_host/hooks/Hooks.h"
 
 #include <chrono>
 #include <optional>
@@ -27,6 +29,7 @@ private:
     std::optional<std::chrono::milliseconds> LongestWait(bool watching) const;
     void AnswerRequests();
     void LookAtJobs();
+    void TellOfJobs(const std::vector<JobStatusInfo>& changed);
     void StartJobs();
     /// Flushes, retries and folds the job list when it is time.
     void KeepList();
@@ -36,5 +39,7 @@ private:
     RequestQueue& queue;
     RequestHandler& answers;
     void* stop;
+    HookRunner hookRunner;
+    Hooks hooks{engine, [this](HookCall call) { hookRunner.Run(std::move(call)); }};
     std::chrono::steady_clock::time_point nextListWrite;
 };

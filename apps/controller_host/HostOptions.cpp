@@ -1,5 +1,7 @@
 #include "controller_host/HostOptions.h"
 
+#include "controller_host/hooks/HookSupervisor.h"
+
 #include <cstddef>
 
 const char hostUsage[] =
@@ -20,6 +22,9 @@ const char hostUsage[] =
 
 HostOptions ParseHostOptions(const std::vector<std::wstring>& arguments) {
     using Mode = HostOptions::Mode;
+    if (!arguments.empty() && arguments.front() == superviseHookOption) {
+        return {.mode = Mode::SuperviseHook, .supervisedHook = {arguments.begin() + 1, arguments.end()}};
+    }
     HostOptions options;
     for (std::size_t index = 0; index < arguments.size(); ++index) {
         const std::wstring& argument = arguments[index];

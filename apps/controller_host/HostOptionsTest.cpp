@@ -18,6 +18,13 @@ TEST(HostOptionsTest, EachOptionIsTaken) {
     EXPECT_EQ(ParseHostOptions({L"--ready-event", L"17"}).readyEvent, L"17");
 }
 
+TEST(HostOptionsTest, WhatASupervisorRunsIsNoOption) {
+    const HostOptions options = ParseHostOptions({L"--supervise-hook", L"1", L"--help"});
+    EXPECT_EQ(options.mode, Mode::SuperviseHook);
+    EXPECT_EQ(options.supervisedHook, (std::vector<std::wstring>{L"1", L"--help"}));
+    EXPECT_EQ(ParseHostOptions({L"--status", L"--supervise-hook"}).mode, Mode::Wrong);
+}
+
 TEST(HostOptionsTest, AnythingElseIsNamedAsTheProblem) {
     for (const wchar_t* argument : {L"jobs.json", L"--Background", L"--ready-event", L""}) {
         const HostOptions options = ParseHostOptions({argument});

@@ -7,6 +7,17 @@
 #include "platform/system/SharedLibrary.h"
 
 namespace start_checks {
+namespace {
+
+void CheckHook(const std::wstring& event, const std::vector<std::wstring>& command,
+               std::vector<std::wstring>& problems) {
+    if (!command.empty() && !platform::FindRunnable(command.front())) {
+        problems.push_back(L"The program \"" + command.front() + L"\" of the hook \"" + event +
+                           L"\" is missing or cannot be run: install it, or check the setting \"hooks\".");
+    }
+}
+
+} // namespace
 
 void ProvideModuleLibraries(const settings::Settings& settings) {
     platform::ProvideLibraries(settings.eventTransmitter, settings.libraryDirectories);
@@ -58,6 +69,9 @@ std::vector<std::wstring> ProgramProblems(const settings::Settings& settings) {
                                L"setting \"interpreters\".");
         }
     }
+    CheckHook(L"jobEnded", settings.hooks.jobEnded, problems);
+    CheckHook(L"jobFailed", settings.hooks.jobFailed, problems);
+    CheckHook(L"queueEmpty", settings.hooks.queueEmpty, problems);
     return problems;
 }
 

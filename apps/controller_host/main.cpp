@@ -7,6 +7,7 @@
 #include "controller_host/HostOptions.h"
 #include "controller_host/Output.h"
 #include "controller_host/Status.h"
+#include "controller_host/hooks/HookSupervisor.h"
 #include "platform/system/Environment.h"
 #include "platform/system/SharedLibrary.h"
 #include "platform/terminal/Console.h"
@@ -29,6 +30,8 @@ HostExit Run(const HostOptions& options) {
         return PrintHostStatus();
     case HostOptions::Mode::Background:
         return StartHostInBackground();
+    case HostOptions::Mode::SuperviseHook:
+        return SuperviseHook(options.supervisedHook);
     case HostOptions::Mode::Foreground:
         return RunHost(options.readyEvent);
     }

@@ -24,6 +24,15 @@ struct AutoDelete {
     bool operator==(const AutoDelete&) const = default;
 };
 
+/// The commands (program and arguments) that a host runs at its events; an empty one: none.
+struct HookCommands {
+    std::vector<std::wstring> jobEnded;
+    std::vector<std::wstring> jobFailed;
+    std::vector<std::wstring> queueEmpty;
+
+    bool operator==(const HookCommands&) const = default;
+};
+
 /// The settings in force. All paths are absolute.
 struct Settings {
     /// The file that the settings were read from; empty for the built-in defaults.
@@ -60,6 +69,7 @@ struct Settings {
     std::int64_t scenarioLogLimitBytes = 1048576;
     /// The maximum number of jobs that a host runs at a time; 1 to `mostParallelJobs`.
     std::int32_t parallelJobs = 1;
+    HookCommands hooks;
 
     bool operator==(const Settings&) const = default;
 };

@@ -119,6 +119,12 @@ struct DirectoryMembers {
                         Member{"label", &ScenarioDirectory::label, rule<Label>});
 };
 
+struct HookMembers {
+    static constexpr auto members = std::make_tuple(Member{"jobEnded", &HookCommands::jobEnded, rule<CommandPart>},
+                                                    Member{"jobFailed", &HookCommands::jobFailed, rule<CommandPart>},
+                                                    Member{"queueEmpty", &HookCommands::queueEmpty, rule<CommandPart>});
+};
+
 struct File {
     static constexpr auto members =
         std::make_tuple(json::Version(), Member{"workDirectory", &Settings::workDirectory, rule<Path>},
@@ -139,7 +145,8 @@ struct File {
                         Member{"interpreters", &Settings::interpreters, rule<InterpreterCommand>},
                         Member{"cancelGraceSeconds", &Settings::cancelGraceSeconds, rule<GraceSeconds>},
                         Member{"scenarioLogLimitBytes", &Settings::scenarioLogLimitBytes, rule<LogLimit>},
-                        Member{"parallelJobs", &Settings::parallelJobs, rule<ParallelJobs>});
+                        Member{"parallelJobs", &Settings::parallelJobs, rule<ParallelJobs>},
+                        Member{"hooks", &Settings::hooks, rule<HookMembers>});
 };
 
 void Resolve(const std::wstring& directory, std::wstring& path) {

@@ -85,6 +85,13 @@ const std::vector<Refused> refusedFiles = {
     {"CommandAsText", R"({"interpreters":{".rb":"ruby"}})", L": expected a list, found text"},
     {"EmptyCommand", R"({"interpreters":{".rb":[]}})", L": interpreters.rb: expected a list that begins"},
     {"EmptyCommandPart", R"({"interpreters":{".rb":[""]}})", L": expected a program or argument"},
+    {"HooksAsList", R"({"hooks":[]})", L", line 1, column 10: hooks: expected an object, found a list"},
+    {"HookAsText", R"({"hooks":{"jobEnded":"mail"}})", L": hooks.jobEnded: expected a list, found text"},
+    {"EmptyHookProgram", R"({"hooks":{"jobFailed":[""]}})",
+     L": hooks.jobFailed[0]: expected a program or argument of 1 to 4096 characters"},
+    {"HookArgumentWithLineBreak", R"({"hooks":{"queueEmpty":["a","b\nc"]}})",
+     L": hooks.queueEmpty[1]: expected a program or argument"},
+    {"HookArgumentAsNumber", R"({"hooks":{"queueEmpty":["a",1]}})", L": hooks.queueEmpty[1]: expected a program"},
     {"TooLarge", std::string((1 << 20) + 1, ' '), L"(at most 1048576 bytes)"},
 };
 
@@ -120,7 +127,8 @@ TEST_F(SettingsFileTest, TakesEveryMember) {
         "eventTransmitter":"../bin/line.so","transmitterName":"ours-1","stringResourceFile":"texts.json",
         "scenarioRunner":"../bin/runner","scenarioApiDirectory":"api",
         "interpreters":{".rb":["ruby","--disable=gems"],".py":["python3"]},
-        "cancelGraceSeconds":0,"scenarioLogLimitBytes":4096,"parallelJobs":60})"))
+        "cancelGraceSeconds":0,"scenarioLogLimitBytes":4096,"parallelJobs":60,
+        "hooks":{"jobEnded":["notify","--end"],"jobFailed":["/bin/mail"],"queueEmpty":[]}})"))
         << text::ToUtf8(problem);
     Settings expected;
     expected.file = path;
@@ -143,6 +151,7 @@ TEST_F(SettingsFileTest, TakesEveryMember) {
     expected.cancelGraceSeconds = 0;
     expected.parallelJobs = 60;
     expected.scenarioLogLimitBytes = 4096;
+    expected.hooks = {{L"notify", L"--end"}, {L"/bin/mail"}, {}};
     EXPECT_TRUE(read == expected);
     EXPECT_TRUE(warnings.empty());
 }
@@ -175,6 +184,13 @@ TEST_F(SettingsFileTest, AddsInterpretersToTheBuiltInOnes) {
 
 TEST_F(SettingsFileTest, AcceptsAByteOrderMark) {
     EXPECT_TRUE(Read("\xef\xbb\xbf{}"));
+}
+
+TEST_F(SettingsFileTest, WarnsOfAHookForAnUnknownEvent) {
+    ASSERT_TRUE(Read(R"({"hooks":{"jobFail":["mail"]}})"));
+    ASSERT_EQ(warnings.size(), 1u);
+    EXPECT_NE(warnings[0].find(L"hooks.jobFail: there is no such member"), std::wstring::npos)
+        << text::ToUtf8(warnings[0]);
 }
 
 TEST_F(SettingsFileTest, WarnsOfUnknownMembersWithTheirPlace) {

@@ -353,7 +353,7 @@ INSTANTIATE_TEST_SUITE_P(Seeds, SchedulerModelTest, testing::Range(1U, 9U));
 
 /// Small jobs arrive in each second and run for some seconds, each needing one of the resources; more of them arrive
 /// than can run.
-class SchedulerStarvationTest : public testing::Test {
+class SchedulerModelTest_Starvation : public testing::Test {
 protected:
     void Wait(const std::wstring& id, const Needs& needs, std::int32_t priority = 0) {
         Job job{id, ++order, now, {}};
@@ -397,7 +397,7 @@ protected:
     std::set<std::wstring> started;
 };
 
-TEST_F(SchedulerStarvationTest, AJobThatNeedsAllOfAResourceStartsDespiteAStreamOfSmallOnesOfHigherPriority) {
+TEST_F(SchedulerModelTest_Starvation, AJobThatNeedsAllOfAResourceStartsDespiteAStreamOfSmallOnesOfHigherPriority) {
     scheduler.SetRules({{{L"gpu", 4}}, ageing});
     const std::vector<Needs> stream(2, Needs{{L"gpu", 1}});
     EXPECT_EQ(SecondsUntilStart(L"nobody", stream, 20), 20);
@@ -405,7 +405,7 @@ TEST_F(SchedulerStarvationTest, AJobThatNeedsAllOfAResourceStartsDespiteAStreamO
     EXPECT_LT(SecondsUntilStart(L"big", stream, 100 * ageing), 5 * ageing);
 }
 
-TEST_F(SchedulerStarvationTest, AJobThatNeedsAllOfTwoResourcesStartsDespiteAStreamForEach) {
+TEST_F(SchedulerModelTest_Starvation, AJobThatNeedsAllOfTwoResourcesStartsDespiteAStreamForEach) {
     scheduler.SetRules({{{L"gpu", 4}, {L"seat", 4}}, ageing});
     const std::vector<Needs> stream{{{L"gpu", 1}}, {{L"gpu", 1}}, {{L"seat", 1}}, {{L"seat", 1}}};
     EXPECT_EQ(SecondsUntilStart(L"nobody", stream, 20), 20);
@@ -413,7 +413,7 @@ TEST_F(SchedulerStarvationTest, AJobThatNeedsAllOfTwoResourcesStartsDespiteAStre
     EXPECT_LT(SecondsUntilStart(L"big", stream, 100 * ageing), 5 * ageing);
 }
 
-TEST_F(SchedulerStarvationTest, EachOfManyJobsWithRandomNeedsStarts) {
+TEST_F(SchedulerModelTest_Starvation, EachOfManyJobsWithRandomNeedsStarts) {
     scheduler.SetRules({{{L"gpu", 4}, {L"seat", 3}, {L"disk", 5}}, ageing});
     std::mt19937 random(7);
     const auto draw = [&](unsigned below) { return static_cast<std::int64_t>(random() % below); };

@@ -7,6 +7,7 @@
 #include <vector>
 
 #include "kit/programs/StopRequests.h"
+#include "platform/files/File.h"
 #include "platform/files/NativePath.h"
 #include "platform/processes/Process.h"
 #include "platform/processes/Waiting.h"
@@ -84,6 +85,31 @@ int PrintVariable(const Arguments& arguments) {
 int PrintDirectory(const Arguments&) {
     Print(platform::ToNativeText(platform::CurrentDirectory()));
     return 0;
+}
+
+/// Appends a line to a file: the current directory, the further arguments, each in brackets, and the values of the
+/// hook's variables by name. Written in one piece, so that two processes do not mix their lines.
+int RecordHook(const Arguments& arguments) {
+    std::wstring line = platform::ToNativeText(platform::CurrentDirectory());
+    for (auto argument = arguments.begin() + 1; argument != arguments.end(); ++argument) {
+        line += L" [" + *argument + L"]";
+    }
+    for (const wchar_t* name : {L"EVENT", L"JOB_NUMBER", L"JOB_ID", L"JOB_STATUS", L"JOB_OUTPUT", L"JOB_SCENARIO"}) {
+        if (const auto value = platform::GetEnvironment(std::wstring(L"CONTROLLER_") + name)) {
+            line += std::wstring(L" ") + name + L"=" + *value;
+        }
+    }
+    platform::File file;
+    if (file.OpenForAppending(arguments.at(0), false)) {
+        return 1;
+    }
+    return file.Write(text::ToUtf8(line) + "\n") ? 1 : 0;
+}
+
+/// Records its start and waits.
+int RecordHookAndWait(const Arguments& arguments) {
+    RecordHook(arguments);
+    WaitForEver();
 }
 
 /// Prints numbered lines of 100 bytes.
@@ -198,6 +224,8 @@ int Run(const Arguments& arguments) {
         {L"echo", Echo},
         {L"print-variable", PrintVariable},
         {L"print-folder", PrintDirectory},
+        {L"record-hook", RecordHook},
+        {L"record-hook-and-wait", RecordHookAndWait},
         {L"print-lines", PrintLines},
         {L"print-to-both-streams", PrintToBothStreams},
         {L"print-is-open", PrintIsOpen},

@@ -74,12 +74,16 @@ TEST_F(StartChecksTest, AMissingRunnerIsNamed) {
 
 TEST_F(StartChecksTest, AnInterpreterThatIsNotInPathIsNamed) {
     settings.interpreters = {{L".xyz", {L"no_such_interpreter"}}};
+    settings.hooks.queueEmpty = {L"no_such_hook"};
     EXPECT_TRUE(
         Names(start_checks::Problems(settings), {L"\"no_such_interpreter\" of .xyz scenarios", L"\"interpreters\""}));
+    EXPECT_TRUE(
+        Names(start_checks::Problems(settings), {L"\"no_such_hook\" of the hook \"queueEmpty\"", L"\"hooks\""}));
 }
 
 TEST_F(StartChecksTest, AnInterpreterThatCannotBeRunIsNamed) {
     settings.interpreters = {{L".xyz", {directory.Path()}}, {L".rb", {test_support::ProgramPath(L"test_process")}}};
+    settings.hooks.jobEnded = {test_support::ProgramPath(L"test_process"), L"exit", L"0"};
     const Texts problems = start_checks::Problems(settings);
     EXPECT_EQ(problems.size(), 1U) << Joined(problems);
     EXPECT_TRUE(Names(problems, {directory.Path(), L".xyz"}));
