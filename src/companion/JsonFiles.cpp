@@ -6,6 +6,7 @@
 #include "formats/json/Reading.h"
 #include "platform/files/NativePath.h"
 #include "platform/files/ReplaceFile.h"
+#include "platform/system/LargePages.h"
 #include "text/StrictUtf8.h"
 #include "text/Wtf8.h"
 
@@ -29,6 +30,8 @@ bool ControllerCSWrapper::CreateJsonFile(const std::wstring& json, const std::ws
         if (json.empty()) {
             return LogFailedWrite(path, L"there is no text to write");
         }
+        bytes.reserve(text::RoomForAscii(json.size()));
+        platform::PreferLargePages(bytes.data(), bytes.capacity());
         if (!text::EncodeUtf8(json, bytes, badAt)) {
             return LogFailedWrite(path,
                                   L"character " + std::to_wstring(badAt + 1) + L" of the text is not a character");

@@ -10,20 +10,25 @@
 namespace text {
 namespace {
 
+[[gnu::noinline]] bool IsAsciiBlock(const wchar_t* block) {
+    std::uint32_t all = 0;
+    for (std::size_t i = 0; i < blockLength; ++i) {
+        all |= Unit(block[i]);
+    }
+    return all < 0x80;
+}
+
+[[gnu::noinline]] void NarrowBlock(const wchar_t* block, char* to) {
+    for (std::size_t i = 0; i < blockLength; ++i) {
+        to[i] = static_cast<char>(block[i]);
+    }
+}
+
 /// Copies leading blocks of ASCII; returns the number of elements copied.
 std::size_t NarrowAscii(const wchar_t* from, std::size_t length, char* to) {
     std::size_t done = 0;
-    while (length - done >= blockLength) {
-        std::uint32_t all = 0;
-        for (std::size_t i = 0; i < blockLength; ++i) {
-            all |= Unit(from[done + i]);
-        }
-        if (all >= 0x80) {
-            break;
-        }
-        for (std::size_t i = 0; i < blockLength; ++i) {
-            to[done + i] = static_cast<char>(from[done + i]);
-        }
+    while (length - done >= blockLength && IsAsciiBlock(from + done)) {
+        NarrowBlock(from + done, to + done);
         done += blockLength;
     }
     return done;
@@ -34,7 +39,7 @@ constexpr std::size_t longestUnit = hasUtf16Elements ? 3 : 4;
 
 /// Reserves space for the rest of a text: as if it were ASCII, plus a margin for the next characters that are not.
 char* MakeRoom(std::string& utf8, std::size_t used, std::size_t remaining) {
-    const std::size_t needed = used + remaining + blockLength * longestUnit;
+    const std::size_t needed = used + RoomForAscii(remaining);
     if (utf8.size() < needed) {
         utf8.resize(needed + (used > 0 ? remaining / 2 : 0));
     }
@@ -42,6 +47,10 @@ char* MakeRoom(std::string& utf8, std::size_t used, std::size_t remaining) {
 }
 
 } // namespace
+
+std::size_t RoomForAscii(std::size_t length) {
+    return length + blockLength * longestUnit;
+}
 
 bool EncodeUtf8(std::wstring_view text, std::string& utf8, std::size_t& badAt) {
     std::size_t used = 0;

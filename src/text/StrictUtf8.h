@@ -8,6 +8,9 @@
 /// Strict UTF-8 of files and messages, optimized for ASCII. Pure functions; threads: any.
 namespace text {
 
+/// The capacity that a text needs so that `EncodeUtf8` allocates no memory for `length` elements of ASCII.
+std::size_t RoomForAscii(std::size_t length);
+
 /// Converts wide text to UTF-8. On failure returns false and sets `badAt` to the index of the first element that is not
 /// a character (an unpaired surrogate, a value beyond U+10FFFF); `utf8` is then unspecified.
 bool EncodeUtf8(std::wstring_view text, std::string& utf8, std::size_t& badAt);

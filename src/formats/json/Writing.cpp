@@ -1,8 +1,11 @@
 #include "formats/json/Writing.h"
 
+#include <algorithm>
 #include <array>
 #include <charconv>
+#include <utility>
 
+#include "platform/system/LargePages.h"
 #include "text/Blocks.h"
 #include "text/CodeUnits.h"
 #include "text/Hexadecimal.h"
@@ -18,29 +21,61 @@ using text::Unit;
 
 namespace {
 
-/// True for elements that a JSON string contains unescaped.
-bool IsPlain(std::uint32_t unit) {
-    return unit >= 0x20 && unit != L'"' && unit != L'\\' && unit < surrogateBegin;
+/// True for elements that a JSON string contains as they are or behind a backslash: nearly all.
+bool IsSimple(std::uint32_t unit) {
+    return unit >= 0x20 && unit < surrogateBegin;
 }
 
-bool IsPlainBlock(const wchar_t* elements) {
-    unsigned special = 0;
+bool TakesBackslash(std::uint32_t unit) {
+    return unit == L'"' || unit == L'\\';
+}
+
+/// Writes a simple element without a branch and returns the position after it.
+wchar_t* PutSimple(wchar_t element, wchar_t* to) {
+    *to = L'\\';
+    to += static_cast<std::size_t>(TakesBackslash(Unit(element)));
+    *to++ = element;
+    return to;
+}
+
+/// Returns the number of backslashes that a block takes, plus `specialWeight` for each element that is not simple: one
+/// sum, because compilers vectorise no loop with two results.
+constexpr unsigned specialWeight = 256;
+[[gnu::noinline]] unsigned WeightOf(const wchar_t* block) {
+    unsigned weight = 0;
     for (std::size_t i = 0; i < blockLength; ++i) {
-        const std::uint32_t unit = Unit(elements[i]);
-        special |= static_cast<unsigned>(unit < 0x20) | static_cast<unsigned>(unit == L'"') |
-                   static_cast<unsigned>(unit == L'\\') | static_cast<unsigned>(unit >= surrogateBegin);
+        const std::uint32_t unit = Unit(block[i]);
+        weight += static_cast<unsigned>(unit == L'"') + static_cast<unsigned>(unit == L'\\') +
+                  specialWeight * static_cast<unsigned>(unit - 0x20 >= surrogateBegin - 0x20);
     }
-    return special == 0;
+    return weight;
 }
 
-/// Returns the number of plain elements at the beginning.
-std::size_t PlainLength(std::wstring_view text) {
+/// Writes leading blocks of simple elements, moves `to` behind them and returns the number of elements read.
+std::size_t PutSimpleBlocks(std::wstring_view text, wchar_t*& to) {
     std::size_t length = 0;
-    while (text.size() - length >= blockLength && IsPlainBlock(text.data() + length)) {
-        length += blockLength;
+    for (; text.size() - length >= blockLength; length += blockLength) {
+        const wchar_t* const block = text.data() + length;
+        const unsigned weight = WeightOf(block);
+        if (weight >= specialWeight) {
+            break;
+        }
+        if (weight == 0) {
+            to = std::copy_n(block, blockLength, to);
+            continue;
+        }
+        for (std::size_t i = 0; i < blockLength; ++i) {
+            to = PutSimple(block[i], to);
+        }
     }
-    while (length < text.size() && IsPlain(Unit(text[length]))) {
-        ++length;
+    return length;
+}
+
+/// The same for all leading simple elements. They take at most two elements each.
+std::size_t PutSimpleElements(std::wstring_view text, wchar_t*& to) {
+    std::size_t length = PutSimpleBlocks(text, to);
+    while (length < text.size() && IsSimple(Unit(text[length]))) {
+        to = PutSimple(text[length++], to);
     }
     return length;
 }
@@ -48,9 +83,6 @@ std::size_t PlainLength(std::wstring_view text) {
 /// Returns the letter of a short escape ("\n"); 0 if the unit has none.
 wchar_t ShortEscape(std::uint32_t unit) {
     switch (unit) {
-    case L'"':
-    case L'\\':
-        return static_cast<wchar_t>(unit);
     case L'\b':
         return L'b';
     case L'\f':
@@ -84,7 +116,7 @@ bool IsImpossible(std::wstring_view text) {
     return !hasUtf16Elements && (Unit(text[0]) > lastCodePoint || BeginsPair(text));
 }
 
-/// Appends the beginning of a text that is not plain and returns how many of its elements were read.
+/// Appends the beginning of a text that is not simple and returns how many of its elements were read.
 std::size_t AppendSpecial(std::wstring_view text, std::wstring& json) {
     const std::uint32_t unit = Unit(text[0]);
     if (unit < surrogateBegin) {
@@ -108,20 +140,27 @@ enum class Impossible : std::int32_t { Replace, Stop };
 /// Appends a text in quotes. Returns false if `impossible` is `Stop` and the text contains something that no JSON
 /// string can represent.
 bool AppendString(std::wstring_view text, Impossible impossible, std::wstring& json) {
-    json += L'"';
-    while (!text.empty()) {
-        const std::size_t plain = PlainLength(text);
-        json += text.substr(0, plain);
-        text.remove_prefix(plain);
+    constexpr std::size_t part = 256;
+    std::array<wchar_t, 2 * part + 2> buffer; // with both quotes
+    wchar_t* to = buffer.data();
+    *to++ = L'"';
+    while (true) {
+        const std::size_t simple = PutSimpleElements(text.substr(0, part), to);
+        text.remove_prefix(simple);
         if (text.empty()) {
             break;
+        }
+        json.append(buffer.data(), std::exchange(to, buffer.data()));
+        if (simple == part) {
+            continue;
         }
         if (impossible == Impossible::Stop && IsImpossible(text)) {
             return false;
         }
         text.remove_prefix(AppendSpecial(text, json));
     }
-    json += L'"';
+    *to++ = L'"';
+    json.append(buffer.data(), to);
     return true;
 }
 
@@ -140,8 +179,17 @@ void AppendCodePoints(std::wstring_view text, std::wstring& json) {
 
 void AppendNumber(std::int64_t number, std::wstring& json) {
     std::array<char, 20> digits;
-    const auto end = std::to_chars(digits.begin(), digits.end(), number).ptr;
-    json.append(digits.begin(), end);
+    const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), number).ptr;
+    // Widened here: a string of another element type is appended through a copy.
+    std::array<wchar_t, digits.size()> wide;
+    json.append(wide.data(), std::copy(digits.data(), end, wide.data()));
+}
+
+void Reserve(std::size_t size, std::wstring& json) {
+    if (size > json.capacity()) {
+        json.reserve(size);
+        platform::PreferLargePages(json.data(), json.capacity() * sizeof(wchar_t));
+    }
 }
 
 void AppendText(std::wstring_view text, std::wstring& json) {

@@ -25,6 +25,9 @@ CONTROLLER_API void AppendName(std::wstring_view name, std::wstring& json);
 
 CONTROLLER_API void AppendNumber(std::int64_t number, std::wstring& json);
 
+/// Reserves memory for a text that will be this long.
+CONTROLLER_API void Reserve(std::size_t size, std::wstring& json);
+
 /// Appends any value that a `Layout` supports.
 template <typename Value>
 void Append(const Value& value, std::wstring& json);
@@ -76,7 +79,7 @@ void AppendList(const std::vector<Element>& list, std::wstring& json) {
     json += L'[';
     for (std::size_t i = 0; i < list.size(); ++i) {
         if (i == sample) {
-            json.reserve(json.size() + (json.size() - begin) / sample * (list.size() - i) * 17 / 16);
+            Reserve(json.size() + (json.size() - begin) / sample * (list.size() - i) * 17 / 16, json);
         }
         if (i > 0) {
             json += L',';
