@@ -1,6 +1,7 @@
 # frozen_string_literal: true
 
-# Every row of the benchmark's table with its goal. This file is the only place of the goals.
+# Every row of the benchmark's table with its goal. This file is the only place of the goals; docs/performance.md
+# says what holds back those that are missed.
 module BenchReport
   # `limit` is compared with the ratio of the two figures, or with the value itself if there is no figure beside it.
   Goal = Struct.new(:kind, :limit) do
