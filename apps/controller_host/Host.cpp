@@ -94,10 +94,14 @@ HostExit ServeFrontEnds(const settings::Settings& settings, HostEngine& engine, 
     EngineTransmitter engineTransmitter(*transmitter, extension);
     RequestHandler answers(engine, engineTransmitter);
     RequestQueue queue(engineTransmitter, RequestHandler::Names());
-    place.SetReady();
-    platform::Event(platform::TakeInheritedHandle(readyEvent)).Raise();
-    fault_points::ReachFaultPoint(fault_points::FaultPoint::HostReady);
-    HostLoop(engine, queue, answers, stop.Handle()).Run(Patience(settings));
+    {
+        // Takes all that it needs of the system before front ends rely on the host. Its end ends the hooks.
+        HostLoop loop(engine, queue, answers, stop.Handle());
+        place.SetReady();
+        platform::Event(platform::TakeInheritedHandle(readyEvent)).Raise();
+        fault_points::ReachFaultPoint(fault_points::FaultPoint::HostReady);
+        loop.Run(Patience(settings));
+    }
     ControllerLogManager::Log(L"The host has ended.");
     fault_points::ReachFaultPoint(fault_points::FaultPoint::HostEnds);
     return HostExit::Ended;
