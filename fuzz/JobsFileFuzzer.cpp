@@ -2,8 +2,8 @@
 #include <string>
 #include <vector>
 
-#include "ControllerCSWrapper/ControllerCSWrapper.h"
-#include "formats/json/RecordLayouts.h"
+#include "formats/JobsFile.h"
+#include "formats/json/SchedulingLayouts.h"
 #include "formats/json/Writing.h"
 #include "fuzz/support/Before.h"
 #include "fuzz/support/ByteSource.h"
@@ -14,13 +14,14 @@
 
 namespace {
 
-using Requests = std::vector<EnqueueJobsInfo>;
+using Requests = std::vector<ScheduledRequest>;
 
 /// Reads into a list that already has a request. Returns the requests read.
 bool ReadFile(std::string_view bytes, Requests& requests) {
     const Requests before = {fuzz::Before().Request()};
     Requests list = before;
-    const bool isRead = ControllerCSWrapper::ReadEnqueueJobsFile(fuzz::ScratchFile(L"jobs.json", bytes), list);
+    std::wstring problem;
+    const bool isRead = jobs_file::Read(fuzz::ScratchFile(L"jobs.json", bytes), list, problem);
     fuzz::Require(!list.empty() && list[0] == before[0], "what stood in the list stays");
     fuzz::Require(isRead || list == before, "a refused file leaves the output as it was");
     requests.assign(list.begin() + 1, list.end());

@@ -14,7 +14,7 @@
 namespace {
 
 using job_list_journal::Found;
-using Jobs = std::vector<JobListInfo>;
+using Jobs = std::vector<ListedJob>;
 
 /// Gives each line of the input the checksum that the reader expects. A last line without a line feed stays as it is.
 std::string WithChecksums(std::string_view lines) {

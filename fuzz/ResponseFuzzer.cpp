@@ -5,7 +5,7 @@
 #include "ControllerCSWrapper/ControllerCSWrapper.h"
 #include "formats/Messages.h"
 #include "formats/ProcessAnswer.h"
-#include "formats/json/RecordLayouts.h"
+#include "formats/json/SchedulingLayouts.h"
 #include "formats/json/Writing.h"
 #include "fuzz/support/Before.h"
 #include "fuzz/support/ByteSource.h"
@@ -17,10 +17,7 @@ namespace {
 
 template <typename Value>
 bool Read(const std::wstring& text, Value& value) {
-    return ControllerCSWrapper::Deserialize(text, value);
-}
-bool Read(const std::wstring& text, EnqueueJobsInfo& value) {
-    return messages::Deserialize(text, value);
+    return messages::DeserializeContent(text, value);
 }
 
 /// A text accepted as `Value` is written and read back equal; a refused one leaves the output unchanged. `before`: any
@@ -62,13 +59,16 @@ void CheckTexts(const std::wstring& text) {
     const RecordMaker before = fuzz::Before();
     CheckProcessAnswer(text);
     CheckText<std::vector<JobListInfo>>(text, {before.Job()});
+    CheckText<std::vector<ListedJob>>(text, {before.Job()});
+    CheckText<JobsEdit>(text, {});
+    CheckText<QueueState>(text, {true});
     CheckText<JobEnqueueResult>(text, before.Result());
     CheckText<std::vector<JobStatusInfo>>(text, {before.Status()});
     CheckText<std::vector<ScenarioInfo>>(text, {before.Scenario()});
     CheckText<std::vector<ScenarioParameterSetInfo>>(text, {before.ParameterSet()});
     CheckText<std::vector<std::wstring>>(text, {before.text()});
     CheckText<std::wstring>(text, before.text());
-    CheckText<EnqueueJobsInfo>(text, before.Request());
+    CheckText<ScheduledRequest>(text, before.Request());
 }
 
 /// Names and values of any content.
@@ -77,8 +77,8 @@ void CheckRecords(fuzz::ByteSource& source) {
     const std::wstring name = source.Text();
     const std::vector<JobListInfo> jobs = {make.Job()};
     CheckWritten(ControllerCSWrapper::Serialize(name, jobs), jobs);
-    const EnqueueJobsInfo request = make.Request();
-    CheckWritten(ControllerCSWrapper::Serialize(name, request), request);
+    const ScheduledRequest request(make.Request());
+    CheckWritten(messages::Serialize(name, request), request);
     const JobEnqueueResult result = make.Result();
     CheckWritten(messages::Serialize(name, result), result);
     const std::vector<JobStatusInfo> statuses = {make.Status(), make.Status()};

@@ -55,6 +55,16 @@ Operation OperationOf(LongCommandKind kind) {
         return commands::CancelAll;
     case LongCommandKind::Delete:
         return commands::Delete;
+    case LongCommandKind::Edit:
+        return commands::Edit;
+    case LongCommandKind::Hold:
+        return commands::Hold;
+    case LongCommandKind::Release:
+        return commands::Release;
+    case LongCommandKind::Pause:
+        return commands::Pause;
+    case LongCommandKind::Resume:
+        return commands::Resume;
     case LongCommandKind::Log:
         return commands::Log;
     case LongCommandKind::Scenarios:

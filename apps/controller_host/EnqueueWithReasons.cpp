@@ -13,12 +13,15 @@ using Texts = std::vector<std::wstring>;
 
 constexpr auto unexplained = L"The engine has refused it; the log of the host says more.";
 
-std::wstring ProblemOf(HostEngine& engine, EnqueueJobsInfo& request) {
+std::wstring ProblemOf(HostEngine& engine, ScheduledRequest& request) {
     if (request.inputFileSets.empty()) {
         return L"The request names no input files.";
     }
     if (request.outputDir.empty()) {
         return L"The request names no output directory.";
+    }
+    if (std::wstring problem = engine.SchedulingProblem(request); !problem.empty()) {
+        return problem;
     }
     return engine.ResolveScenarioName(request.scenario.id);
 }
@@ -69,7 +72,7 @@ Texts EmptyUnusableSets(EnqueueJobsInfo& request) {
 
 } // namespace
 
-JobEnqueueResult EnqueueWithReasons(HostEngine& engine, EnqueueJobsInfo& request) {
+JobEnqueueResult EnqueueWithReasons(HostEngine& engine, ScheduledRequest& request) {
     if (const std::wstring problem = ProblemOf(engine, request); !problem.empty()) {
         return RefusedResult(request, problem);
     }

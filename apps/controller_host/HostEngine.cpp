@@ -5,27 +5,20 @@
 #include "ControllerCSWrapper/ControllerCSWrapper.h"
 #include "controller_host/DeletionJournal.h"
 #include "controller_host/FailureReasons.h"
+#include "controller_host/HostJobEntry.h"
 #include "engine/Queue.h"
 #include "fault_points/FaultPoint.h"
 #include "formats/JobListFile.h"
 #include "formats/JobStates.h"
+#include "formats/QueueStateFile.h"
 #include "platform/files/FileSystem.h"
+#include "platform/system/Clock.h"
 #include "services/Settings.h"
 
 #include <algorithm>
 #include <iterator>
 
 namespace {
-
-/// A job whose scenario is not trusted.
-class HostJobEntry : public JobEntry {
-public:
-    using JobEntry::JobEntry;
-
-    /// A scenario may have replaced its work directory by a link: then no file is created in the link's target. The
-    /// function module requests the stop in another way, too.
-    bool OnCancelJob() override { return platform::IsLink(info.workDir) || JobEntry::OnCancelJob(); }
-};
 
 /// A journal may be as long as its snapshot, but at least this long. Units: bytes.
 constexpr std::uint64_t smallestLongestJournal = std::uint64_t{1} << 20;
@@ -38,8 +31,9 @@ std::uint64_t SizeOf(const std::wstring& path) {
 job_list_journal::Rows RowsOf(const std::vector<std::shared_ptr<JobEntry>>& jobs) {
     job_list_journal::Rows rows;
     rows.reserve(jobs.size());
-    std::transform(jobs.begin(), jobs.end(), std::back_inserter(rows),
-                   [](const auto& job) { return &job->GetJobListInfo(); });
+    std::transform(jobs.begin(), jobs.end(), std::back_inserter(rows), [](const auto& job) {
+        return job_list_file::Row{&job->GetJobListInfo(), &QueueRecordOf(*job)};
+    });
     return rows;
 }
 
@@ -50,22 +44,37 @@ std::vector<std::wstring> IdsOf(const std::vector<std::shared_ptr<JobEntry>>& jo
     return ids;
 }
 
+void ReadRows(std::list<std::shared_ptr<JobEntry>>& jobs) {
+    std::vector<ListedJob> rows;
+    // Without a list there are no jobs; the reason is logged.
+    (void)job_list_file::ReadRows(ControllerCSWrapper::GetJobListFile(), rows);
+    for (ListedJob& row : rows) {
+        jobs.push_back(std::make_shared<HostJobEntry>(row, std::move(static_cast<QueueRecord&>(row))));
+    }
+}
+
 } // namespace
 
-HostEngine::HostEngine(const FunctionManager* manager)
-    : JobEntryManagerBase(manager, {.keepsDequeued = true, .deletesOldJobs = false}) {
+HostEngine::HostEngine(const FunctionManager* manager) : HostEngine(manager, *settings::Current()) {}
+
+HostEngine::HostEngine(const FunctionManager* manager, const settings::Settings& current)
+    : JobEntryManagerBase(manager, {.keepsDequeued = true,
+                                    .keepsQueued = current.afterRestart != settings::AfterRestart::Cancel,
+                                    .requeuesRunning = current.afterRestart == settings::AfterRestart::All,
+                                    .deletesOldJobs = false,
+                                    .readJobs = ReadRows}),
+      state(queue_state_file::Read(current.jobListFile)) {
     index.AddNew(jobList);
-    hasChanges = platform::Exists(job_list_journal::PathOf(ControllerCSWrapper::GetJobListFile()));
+    ScheduleListedJobs();
+    hasChanges = hasChanges || platform::Exists(job_list_journal::PathOf(ControllerCSWrapper::GetJobListFile()));
 }
 
 JobEntry* HostEngine::CreateNewJobEntry(const JobListInfo* info) {
-    return info == nullptr ? new HostJobEntry() : new HostJobEntry(*info);
+    return info == nullptr ? new HostJobEntry() : new HostJobEntry(*info, NewQueueRecord());
 }
 
-bool HostEngine::IsSuspendJobExecution() {
-    const auto active = static_cast<std::int32_t>(index.ActiveCount());
-    // Reads the settings file only if a job waits.
-    return active > 0 && (!index.HasQueued() || active >= settings::Current()->parallelJobs);
+QueueRecord HostEngine::NewQueueRecord() const {
+    return {requestedScheduling, platform::Now()};
 }
 
 void HostEngine::UpdateIndex(const JobListChange& change) {
@@ -80,13 +89,15 @@ void HostEngine::UpdateIndex(const JobListChange& change) {
 
 void HostEngine::WriteJobList(const JobListChange& change) {
     UpdateIndex(change);
-    if (journal.IsOpen() && change.jobs.empty() && change.deleted.empty()) {
+    JobListChange scheduled = change;
+    Schedule(scheduled);
+    if (journal.IsOpen() && scheduled.jobs.empty() && scheduled.deleted.empty()) {
         return;
     }
     lastChange = std::chrono::steady_clock::now();
     if (!journal.IsOpen() || journal.Size() > longestJournal ||
         !job_list_file::IsUnchanged(ControllerCSWrapper::GetJobListFile()) ||
-        journal.Append(RowsOf(change.jobs), IdsOf(change.deleted))) {
+        journal.Append(RowsOf(scheduled.jobs), IdsOf(scheduled.deleted))) {
         WriteSnapshot();
         return;
     }
@@ -95,7 +106,13 @@ void HostEngine::WriteJobList(const JobListChange& change) {
 
 bool HostEngine::WriteRows(const std::wstring& snapshotId) {
     auto position = jobList.cbegin();
-    const auto next = [&] { return position == jobList.cend() ? nullptr : &(*position++)->GetJobListInfo(); };
+    const auto next = [&] {
+        if (position == jobList.cend()) {
+            return job_list_file::Row();
+        }
+        const JobEntry& job = **position++;
+        return job_list_file::Row{&job.GetJobListInfo(), &QueueRecordOf(job)};
+    };
     return job_list_file::WriteRows(ControllerCSWrapper::GetJobListFile(), jobList.size(), next, snapshotId);
 }
 

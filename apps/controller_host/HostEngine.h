@@ -2,12 +2,17 @@
 
 #include "CommonControllerLib/JobEntryManagerBase.h"
 #include "controller_host/JobIndex.h"
+#include "controller_host/scheduling/Scheduler.h"
 
 #include "formats/JobListFile.h"
 #include "formats/JobListJournal.h"
+#include "formats/Scheduling.h"
+#include "services/Settings.h"
 
 #include <chrono>
 #include <cstdint>
+#include <memory>
+#include <optional>
 #include <set>
 #include <string>
 #include <vector>
@@ -16,8 +21,37 @@
 class HostEngine : public JobEntryManagerBase {
 public:
     /// Reads the job list; the journal that a killed host left counts as a change. A job that was dequeued stays
-    /// `Dequeued`; only `DeleteOldJobsDurably` deletes old jobs. `manager` is not owned and must outlive the engine.
+    /// `Dequeued`; the setting `afterRestart` decides about waiting and interrupted jobs; only `DeleteOldJobsDurably`
+    /// deletes old jobs. `manager` is not owned and must outlive the engine.
     explicit HostEngine(const FunctionManager* manager);
+
+    using JobEntryManagerBase::EnqueueJob;
+    /// As of the base class, with what the user decides about the start of the jobs. `SchedulingProblem` must have
+    /// found nothing. Not thread-safe.
+    [[nodiscard]] bool EnqueueJob(ScheduledRequest& request, JobEnqueueResult& result);
+    /// Replaces the names of predecessors by ids. Returns why the request cannot be scheduled: a predecessor is not
+    /// listed, or more is needed of a resource than there is. Empty if it can.
+    [[nodiscard]] std::wstring SchedulingProblem(Scheduling& scheduling);
+    /// Changes waiting jobs. Returns reports of the changed ones in list order; others are ignored. With a `problem`,
+    /// nothing is changed.
+    std::vector<JobStatusInfo> EditJobs(const JobsEdit& edit, std::wstring& problem);
+    /// Returns reports of the jobs that have ended because of a predecessor since the last call.
+    std::vector<JobStatusInfo> TakeStranded();
+    /// The time at which the next job may start that waits only for its time; nothing if none does, or none may start
+    /// now. Units: seconds since 1970-01-01 UTC.
+    std::optional<std::int64_t> NextStartTime();
+    /// Every job with what is kept of it and why it waits, in list order.
+    std::vector<ListedJob> Rows();
+
+    QueueState State() const { return state; }
+    /// Stores the state durably. On failure returns the problem and changes nothing.
+    [[nodiscard]] std::wstring SetState(const QueueState& newState);
+
+    /// Cancels what must not outlast the host: all jobs, or only the active ones if the others wait for the next host.
+    /// `RequeueInterrupted` must follow when the processes have ended.
+    void CancelAtEnd(std::vector<JobStatusInfo>& cancelled);
+    /// Queues the jobs again that `CancelAtEnd` has interrupted, if the next host is to run them.
+    void RequeueInterrupted();
 
     /// The process handles of all active jobs. The jobs own them; they are valid until the next `CheckUpdate`.
     std::vector<void*> ActiveProcesses();
@@ -82,9 +116,13 @@ public:
 
 protected:
     JobEntry* CreateNewJobEntry(const JobListInfo* info) override;
-    /// True while as many jobs are active as the settings allow. Also true while a job is active and none is queued
-    /// after the cursor: moving the cursor to the end would only cause another write of the list.
+    /// What is kept of a job that is being enqueued; the entry must derive from `HostJobEntry`.
+    QueueRecord NewQueueRecord() const;
+    /// True while the queue is paused, and while as many jobs are active as the settings allow.
     bool IsSuspendJobExecution() override;
+    /// Selects the job that the scheduler names. While none may start, the cursor is at the end, and `IsCompleted` says
+    /// nothing about waiting jobs.
+    void SelectNextJob() override;
     /// Appends the change to the journal of the list. Writes a snapshot if there is no journal yet, if the journal has
     /// outgrown its snapshot, or if it cannot be written.
     void WriteJobList(const JobListChange& change) override;
@@ -92,7 +130,18 @@ protected:
     std::vector<JobPosition> ActiveJobs() override { return index.Active(); }
 
 private:
+    HostEngine(const FunctionManager* manager, const settings::Settings& current);
+
     void UpdateIndex(const JobListChange& change);
+    /// Reports a change to the scheduler, and adds to it the jobs that can never start now.
+    void Schedule(JobListChange& change);
+    void ReportToScheduler(JobEntry& job, std::vector<Scheduler::Stranded>& stranded);
+    void ResolveEndedPredecessors(const Scheduling& scheduling, std::vector<Scheduler::Stranded>& stranded);
+    void EndForScheduler(const std::wstring& id, bool hasSucceeded, std::vector<Scheduler::Stranded>& stranded);
+    void EndStranded(const Scheduler::Stranded& stranded, JobListChange& change);
+    void ScheduleListedJobs();
+    void ExplainWait(ListedJob& row) const;
+    void UseSchedulingRules();
     void WriteSnapshot();
     [[nodiscard]] bool WriteRows(const std::wstring& snapshotId);
     std::vector<JobListInfo> DeletableJobs(const std::vector<std::wstring>& ids);
@@ -104,6 +153,16 @@ private:
     std::wstring ReasonOf(const JobEntry& job) const;
 
     JobIndex index;
+    Scheduler scheduler;
+    /// The settings of which the scheduler has the rules.
+    std::shared_ptr<const settings::Settings> schedulingSettings;
+    /// Of the request that is being enqueued.
+    Scheduling requestedScheduling;
+    /// Because of a job that could not be started; ended with the next change of the list.
+    std::vector<Scheduler::Stranded> strandedAtStart;
+    std::vector<JobStatusInfo> strandedReports;
+    std::vector<std::wstring> interrupted;
+    QueueState state;
     /// Result of the last search, in its order. The catalogue contains more.
     std::vector<ScenarioInfo> listedScenarios;
     std::vector<std::wstring> moduleProblems;

@@ -58,7 +58,8 @@ TEST_F(HostEngineTest, TheJournalOfAKilledHostIsFoldedByTheNextOne) {
     const std::vector rows = {Row(1, JobStatus::Success)};
     auto row = rows.begin();
     ASSERT_TRUE(job_list_file::WriteRows(
-        directory / L"job_list.json", 1, [&] { return row == rows.end() ? nullptr : &*row++; }, L"one"));
+        directory / L"job_list.json", 1, [&]() -> const JobListInfo* { return row == rows.end() ? nullptr : &*row++; },
+        L"one"));
     job_list_journal::Journal killed;
     EXPECT_FALSE(killed.Begin(journal, L"one"));
     const JobListInfo second = Row(2, JobStatus::Success);

@@ -1,11 +1,14 @@
 #include "controller_host/HostLoop.h"
 
+#include <algorithm>
+#include <cstdint>
 #include <optional>
 
 #include "controller_host/OrphanCleanup.h"
 #include "fault_points/FaultPoint.h"
 #include "formats/JobListFile.h"
 #include "platform/processes/Waiting.h"
+#include "platform/system/Clock.h"
 
 namespace {
 
@@ -17,6 +20,8 @@ constexpr milliseconds progressInterval{200};
 /// Interval for flushing the states of running jobs, for retrying a failed write of the job list, for example on a full
 /// disk, and the time without a change after which the journal is folded.
 constexpr milliseconds listInterval{1000};
+/// The clock may be set while a job waits for its time.
+constexpr std::int64_t longestTimeWait = 60;
 
 } // namespace
 
@@ -27,6 +32,7 @@ void HostLoop::Run(milliseconds patience) {
         if (!answers.EndWasRequested()) {
             StartJobs();
         }
+        ReportStranded();
         hooks.OnTurnEnded();
         KeepList();
     }
@@ -44,7 +50,13 @@ std::optional<milliseconds> HostLoop::LongestWait(bool watching) const {
     if (watching) {
         return progressInterval;
     }
-    return engine.HasChanges() ? std::optional(listInterval) : std::nullopt;
+    if (engine.HasChanges()) {
+        return listInterval;
+    }
+    const auto start = engine.NextStartTime();
+    return start ? std::optional<milliseconds>(
+                       std::chrono::seconds(std::clamp<std::int64_t>(*start - platform::Now(), 0, longestTimeWait)))
+                 : std::nullopt;
 }
 
 void HostLoop::AnswerRequests() {
@@ -77,6 +89,13 @@ void HostLoop::StartJobs() {
     }
 }
 
+void HostLoop::ReportStranded() {
+    const std::vector<JobStatusInfo> stranded = engine.TakeStranded();
+    if (!stranded.empty()) {
+        TellOfJobs(stranded);
+    }
+}
+
 void HostLoop::KeepList() {
     const auto now = steady_clock::now();
     if (now < nextListWrite) {
@@ -92,7 +111,7 @@ void HostLoop::KeepList() {
 
 void HostLoop::EndJobs(milliseconds patience) {
     std::vector<JobStatusInfo> cancelled;
-    engine.CancelAllJobs(cancelled, false);
+    engine.CancelAtEnd(cancelled);
     answers.Broadcast(cancelled);
     fault_points::ReachFaultPoint(fault_points::FaultPoint::JobsCancelledAtEnd);
     const auto deadline = steady_clock::now() + patience;
@@ -104,6 +123,7 @@ void HostLoop::EndJobs(milliseconds patience) {
         }
         LookAtJobs();
     }
+    engine.RequeueInterrupted();
     engine.Terminate();
     engine.EndJournal();
 }

@@ -9,9 +9,9 @@
 #include <chrono>
 #include <optional>
 
-/// The host's only loop. It waits for requests, the end of processes and the stop request. While a job runs, it also
-/// wakes up to read the progress file; while the job list cannot be written, to retry the write. Requests are answered
-/// before further jobs are started.
+/// The host's only loop. It waits for requests, the end of processes, the time of a job that must not start earlier,
+/// and the stop request. While a job runs, it also wakes up to read the progress file; while the job list cannot be
+/// written, to retry the write. Requests are answered before further jobs are started.
 class HostLoop {
 public:
     /// All must outlive the loop. `stop` is a handle that is signalled when the host must end.
@@ -31,6 +31,8 @@ private:
     void LookAtJobs();
     void TellOfJobs(const std::vector<JobStatusInfo>& changed);
     void StartJobs();
+    /// Broadcasts the jobs that have ended because of a predecessor.
+    void ReportStranded();
     /// Flushes, retries and folds the job list when it is time.
     void KeepList();
     void EndJobs(std::chrono::milliseconds patience);

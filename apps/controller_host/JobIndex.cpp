@@ -55,6 +55,11 @@ std::vector<JobIndex::Position> JobIndex::WithIds(const std::set<std::wstring>& 
     return InOrder(RowsWithIds(ids));
 }
 
+std::optional<JobIndex::Found> JobIndex::WithId(const std::wstring& id) const {
+    const auto row = byId.find(id);
+    return row == byId.end() ? std::nullopt : std::optional(Found{row->second.position, row->second.order});
+}
+
 std::vector<const JobIndex::Row*> JobIndex::RowsWithIds(const std::set<std::wstring>& ids) const {
     std::vector<const Row*> found;
     for (const std::wstring& id : ids) {

@@ -7,6 +7,7 @@
 #include <list>
 #include <map>
 #include <memory>
+#include <optional>
 #include <set>
 #include <string>
 #include <string_view>
@@ -35,6 +36,13 @@ public:
     std::vector<Position> Active() const;
     std::size_t ActiveCount() const { return active.size(); }
     bool HasQueued() const { return queued > 0; }
+    struct Found {
+        Position position;
+        /// Increases along the list.
+        std::uint64_t order = 0;
+    };
+    /// A job with this id; nothing if none is listed.
+    std::optional<Found> WithId(const std::wstring& id) const;
     bool Contains(const std::wstring& id) const { return byId.contains(id); }
 
 private:

@@ -27,6 +27,9 @@ const std::vector<RequestHandler::NamedOperation>& RequestHandler::Operations() 
         {events::fetchScenarioParameterSetsRequest.name, &RequestHandler::FetchScenarioParameterSets},
         {events::initJobsRequest.name, &RequestHandler::InitJobs},
         {events::deleteJobsRequest.name, &RequestHandler::DeleteJobs},
+        {events::editJobsRequest.name, &RequestHandler::EditJobs},
+        {events::setQueueStateRequest.name, &RequestHandler::SetQueueState},
+        {events::fetchQueueStateRequest.name, &RequestHandler::FetchQueueState},
         {events::fetchLocalizedStringsRequest.name, &RequestHandler::FetchLocalizedStrings},
         {events::initCultureRequest.name, &RequestHandler::InitCulture},
         {events::terminateRequest.name, &RequestHandler::Terminate},
@@ -85,7 +88,7 @@ void RequestHandler::SendAll() {
 }
 
 void RequestHandler::EnqueueJobs(const Request& request) {
-    EnqueueJobsInfo info;
+    ScheduledRequest info;
     if (!Read(request, events::enqueueJobs, info)) {
         return;
     }
@@ -142,9 +145,7 @@ void RequestHandler::FetchScenarioParameterSets(const Request& request) {
 }
 
 void RequestHandler::InitJobs(const Request& request) {
-    std::vector<JobListInfo> jobs;
-    engine.GetJobList(jobs);
-    Send(request, events::initJobsResponse, jobs);
+    Send(request, events::initJobsResponse, engine.Rows());
 }
 
 void RequestHandler::DeleteJobs(const Request& request) {
@@ -156,6 +157,37 @@ void RequestHandler::DeleteJobs(const Request& request) {
         Send(request, events::deleteJobsResponse, deleted);
         QueueBroadcast(engine.NoLongerListed(before));
     }
+}
+
+void RequestHandler::EditJobs(const Request& request) {
+    JobsEdit edit;
+    if (!Read(request, events::editJobsRequest, edit)) {
+        return;
+    }
+    std::wstring problem;
+    const std::vector<JobStatusInfo> edited = engine.EditJobs(edit, problem);
+    if (!problem.empty()) {
+        Refuse(request, problem);
+        return;
+    }
+    Send(request, events::editJobsFinish, edited);
+    QueueBroadcast(edited);
+}
+
+void RequestHandler::SetQueueState(const Request& request) {
+    QueueState state;
+    if (!Read(request, events::setQueueStateRequest, state)) {
+        return;
+    }
+    if (const std::wstring problem = engine.SetState(state); !problem.empty()) {
+        Refuse(request, problem);
+        return;
+    }
+    FetchQueueState(request);
+}
+
+void RequestHandler::FetchQueueState(const Request& request) {
+    Send(request, events::queueStateResponse, engine.State());
 }
 
 void RequestHandler::FetchLocalizedStrings(const Request& request) {

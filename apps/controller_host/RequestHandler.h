@@ -49,6 +49,9 @@ private:
     void FetchScenarioParameterSets(const Request& request);
     void InitJobs(const Request& request);
     void DeleteJobs(const Request& request);
+    void EditJobs(const Request& request);
+    void SetQueueState(const Request& request);
+    void FetchQueueState(const Request& request);
     void FetchLocalizedStrings(const Request& request);
     void InitCulture(const Request& request);
     void Terminate(const Request& request);

@@ -5,6 +5,7 @@
 #include "CommonControllerLib/JobRecords.h"
 
 #include <cstdint>
+#include <functional>
 #include <map>
 #include <memory>
 #include <string>
@@ -54,6 +55,9 @@ public:
     /// success sets `seqIds` to the job numbers, -1 for a rejected job. On failure (no answer with jobs arrived)
     /// returns false and sets `seqIds` to a single -1.
     [[nodiscard]] bool EnqueueJobs(EnqueueJobsInfo& request, std::vector<int>& seqIds);
+    /// As above, with a request that `send` sends, for front ends whose requests have more content.
+    [[nodiscard]] bool EnqueueJobs(EnqueueJobsInfo& request, std::vector<int>& seqIds,
+                                   const std::function<void()>& send);
     /// Returns one line per job number: queued, or failed where the number is negative.
     static std::string CreateEnqueuedLines(const std::vector<int>& seqIds);
 

@@ -110,10 +110,15 @@ public:
 protected:
     /// Options for loading the job list. The defaults are the behaviour of the public constructor.
     struct Loading {
-        /// A `Dequeued` job stays `Dequeued` instead of becoming `Canceled`.
+        /// A `Dequeued`, a `Queued` job keeps its status instead of becoming `Canceled`.
         bool keepsDequeued = false;
+        bool keepsQueued = false;
+        /// A `Running` job becomes `Queued` instead of `Canceled`.
+        bool requeuesRunning = false;
         /// Jobs beyond the configured age are deleted. If false, the derived class calls `DeleteOldJobs` itself.
         bool deletesOldJobs = true;
+        /// Appends the entries of the listed jobs to the list. Empty: the list is read through `ControllerCSWrapper`.
+        std::function<void(std::list<std::shared_ptr<JobEntry>>& jobs)> readJobs;
     };
     /// Constructs as the public constructor does, with the options `loading`.
     JobEntryManagerBase(const FunctionManager* functionManager, const Loading& loading);
@@ -129,6 +134,9 @@ protected:
     /// Returns true when execution has to wait: the job at the cursor is running or being cancelled. Called under the
     /// lock, and never with the cursor at the end.
     virtual bool IsSuspendJobExecution();
+    /// Moves the cursor (`nextJob`) to the job that is to be started next, or to the end of the list if none may start.
+    /// Called under the lock before each start. The base implementation leaves it: jobs start in list order.
+    virtual void SelectNextJob();
     /// What an operation changed in the list.
     struct JobListChange {
         /// New jobs and jobs with new values, in list order.

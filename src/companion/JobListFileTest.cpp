@@ -249,7 +249,7 @@ TEST_F(JobListFileTest, AListOfANewerVersionIsLeftAsItStands) {
 }
 
 TEST_F(JobListFileTest, AListWithMembersOfANewerProgramOrWithoutThoseOfThisOneIsTaken) {
-    WriteTextFile(path, R"({"version":1,"JobList":[{"id":"a","priority":{"level":3}},{"seqId":2}],"host":"x"})");
+    WriteTextFile(path, R"({"version":1,"JobList":[{"id":"a","colour":{"level":3}},{"seqId":2}],"host":"x"})");
     const auto jobs = Read();
     ASSERT_TRUE(jobs);
     ASSERT_EQ(jobs->size(), 2U);

@@ -17,8 +17,8 @@ namespace {
 using job_list_journal::Found;
 using job_list_journal::Journal;
 
-JobListInfo Row(const std::wstring& id, int progress = 0) {
-    JobListInfo row{};
+ListedJob Row(const std::wstring& id, int progress = 0) {
+    ListedJob row{};
     row.id = id;
     row.progress = progress;
     return row;
@@ -28,15 +28,15 @@ class JobListJournalTest : public testing::Test {
 protected:
     JobListJournalTest() { EXPECT_FALSE(journal.Begin(path, L"one")); }
 
-    void Append(const std::vector<JobListInfo>& changed, const std::vector<std::wstring>& deleted = {}) {
+    void Append(const std::vector<ListedJob>& changed, const std::vector<std::wstring>& deleted = {}) {
         job_list_journal::Rows rows;
-        for (const JobListInfo& row : changed) {
+        for (const ListedJob& row : changed) {
             rows.push_back(&row);
         }
         EXPECT_FALSE(journal.Append(rows, deleted));
     }
 
-    Found Apply(std::vector<JobListInfo>& records, const std::wstring& snapshotId = L"one") {
+    Found Apply(std::vector<ListedJob>& records, const std::wstring& snapshotId = L"one") {
         return job_list_journal::Apply(path, snapshotId, records, problem);
     }
 
@@ -60,15 +60,15 @@ protected:
 /// A journal with its snapshot.
 class JobListJournalTest_List : public JobListJournalTest {
 protected:
-    bool WriteSnapshot(const std::vector<JobListInfo>& rows, const std::wstring& snapshotId = L"one") const {
+    bool WriteSnapshot(const std::vector<ListedJob>& rows, const std::wstring& snapshotId = L"one") const {
         auto row = rows.begin();
-        const auto next = [&] { return row == rows.end() ? nullptr : &*row++; };
+        const auto next = [&]() -> const JobListInfo* { return row == rows.end() ? nullptr : &*row++; };
         return job_list_file::WriteRows(list, rows.size(), next, snapshotId);
     }
 
-    std::vector<JobListInfo> Read() const {
-        std::vector<JobListInfo> rows;
-        EXPECT_TRUE(ControllerCSWrapper::ParseJobList(list, rows));
+    std::vector<ListedJob> Read() const {
+        std::vector<ListedJob> rows;
+        EXPECT_TRUE(job_list_file::ReadRows(list, rows));
         return rows;
     }
 
@@ -78,7 +78,7 @@ protected:
 TEST_F(JobListJournalTest, ChangesAreAppliedInOrder) {
     Append({Row(L"b", 5), Row(L"c")});
     Append({Row(L"c", 7)}, {L"a"});
-    std::vector<JobListInfo> records = {Row(L"a"), Row(L"b")};
+    std::vector<ListedJob> records = {Row(L"a"), Row(L"b")};
     EXPECT_EQ(Apply(records), Found::Changes);
     EXPECT_EQ(records, (std::vector{Row(L"b", 5), Row(L"c", 7)}));
 }
@@ -86,14 +86,14 @@ TEST_F(JobListJournalTest, ChangesAreAppliedInOrder) {
 TEST_F(JobListJournalTest, ADeletedIdMayBeAddedAgain) {
     Append({}, {L"a"});
     Append({Row(L"a", 3)});
-    std::vector<JobListInfo> records = {Row(L"a"), Row(L"b")};
+    std::vector<ListedJob> records = {Row(L"a"), Row(L"b")};
     EXPECT_EQ(Apply(records), Found::Changes);
     EXPECT_EQ(records, (std::vector{Row(L"b"), Row(L"a", 3)}));
 }
 
 TEST_F(JobListJournalTest, TheJournalOfAnotherSnapshotHasNoEffect) {
     Append({Row(L"b")});
-    std::vector<JobListInfo> records = {Row(L"a")};
+    std::vector<ListedJob> records = {Row(L"a")};
     EXPECT_EQ(Apply(records, L"two"), Found::Nothing);
     EXPECT_EQ(records, std::vector{Row(L"a")});
 }
@@ -108,11 +108,11 @@ TEST_F(JobListJournalTest, AJournalThatIsCutAnywhereGivesAWholeNumberOfChanges) 
     journal.Close();
     for (std::size_t length = 0; length <= whole.size(); ++length) {
         WriteTextFile(path, whole.substr(0, length));
-        std::vector<JobListInfo> records;
+        std::vector<ListedJob> records;
         const int complete = static_cast<int>(std::upper_bound(ends.begin(), ends.end(), length) - ends.begin()) - 1;
         EXPECT_EQ(Apply(records), complete < 0 ? Found::Nothing : Found::Changes) << length;
         const auto expected =
-            complete < 1 ? std::vector<JobListInfo>() : std::vector{Row(L"x", complete), Row(L"y", complete)};
+            complete < 1 ? std::vector<ListedJob>() : std::vector{Row(L"x", complete), Row(L"y", complete)};
         EXPECT_EQ(records, expected) << length;
     }
 }
@@ -125,14 +125,14 @@ TEST_F(JobListJournalTest, ADamagedLineBeforeTheLastOneIsTold) {
     content[end - 3] ^= 1;
     journal.Close();
     WriteTextFile(path, content);
-    std::vector<JobListInfo> records;
+    std::vector<ListedJob> records;
     EXPECT_EQ(Apply(records), Found::Damaged);
     EXPECT_NE(problem.find(L"line 2"), std::wstring::npos) << testing::PrintToString(problem);
 }
 
 TEST_F(JobListJournalTest, RowsWithTheSameIdAreKept) {
     Append({Row(L"b")});
-    std::vector<JobListInfo> records = {Row(L"a", 1), Row(L"a", 2)};
+    std::vector<ListedJob> records = {Row(L"a", 1), Row(L"a", 2)};
     EXPECT_EQ(Apply(records), Found::Changes);
     EXPECT_EQ(records, (std::vector{Row(L"a", 1), Row(L"a", 2), Row(L"b")}));
 }
@@ -141,7 +141,7 @@ TEST_F(JobListJournalTest, AJournalThatOthersChangedTakesNoMoreChanges) {
     platform::File other;
     EXPECT_FALSE(other.OpenForAppending(path, false, platform::AppendTo::RegularFile));
     EXPECT_FALSE(other.Write("x"));
-    const JobListInfo row = Row(L"a");
+    const ListedJob row = Row(L"a");
     EXPECT_TRUE(journal.Append({&row}, {}));
 }
 
@@ -160,9 +160,10 @@ TEST_F(JobListJournalTest_List, ASnapshotWithAJournalHasAVersionThatOlderProgram
 TEST_F(JobListJournalTest_List, AListThatIsWrittenWholeMakesTheJournalStale) {
     ASSERT_TRUE(WriteSnapshot({Row(L"a")}));
     Append({Row(L"b")});
-    const std::vector jobs = {Row(L"c")};
-    ASSERT_TRUE(ControllerCSWrapper::CreateJsonFile(ControllerCSWrapper::Serialize(L"JobList", jobs), list));
-    EXPECT_EQ(Read(), jobs);
+    const JobListInfo job = Row(L"c");
+    ASSERT_TRUE(
+        ControllerCSWrapper::CreateJsonFile(ControllerCSWrapper::Serialize(L"JobList", std::vector{job}), list));
+    EXPECT_EQ(Read(), std::vector<ListedJob>{job});
 }
 
 TEST_F(JobListJournalTest_List, ADamagedJournalIsKeptAsideWithItsSnapshot) {
@@ -198,7 +199,7 @@ TEST_F(JobListJournalTest_List, ReadersSeeEachChangeWhileTheJournalIsFolded) {
     });
     while (written < 300) {
         const int before = written;
-        const std::vector<JobListInfo> rows = Read();
+        const std::vector<ListedJob> rows = Read();
         ASSERT_EQ(rows.size(), 1U);
         EXPECT_GE(rows[0].progress, before);
     }

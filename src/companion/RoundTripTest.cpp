@@ -42,9 +42,9 @@ TEST(RoundTripTest, JobListsOfAnyContent) {
 TEST(RoundTripTest, RequestsOfAnyContent) {
     ForEachMaker([](const RecordMaker& make) {
         const EnqueueJobsInfo request = make.Request();
-        EnqueueJobsInfo read;
+        ScheduledRequest read;
         ASSERT_TRUE(messages::Deserialize(ControllerCSWrapper::Serialize(L"EnqueueJobs", request), read));
-        EXPECT_TRUE(read == request);
+        EXPECT_TRUE(read == ScheduledRequest(request));
     });
 }
 
@@ -142,7 +142,7 @@ TEST(RoundTripTest, ListsWrittenRowByRowAreTheSameBytes) {
     std::vector<JobListInfo> jobs;
     const auto expectSame = [&] {
         std::size_t given = 0;
-        const auto next = [&] { return given == jobs.size() ? nullptr : &jobs[given++]; };
+        const auto next = [&]() -> const JobListInfo* { return given == jobs.size() ? nullptr : &jobs[given++]; };
         ASSERT_TRUE(job_list_file::WriteRows(directory / L"rows.json", jobs.size(), next));
         ASSERT_TRUE(ControllerCSWrapper::CreateJsonFile(ControllerCSWrapper::Serialize(L"JobList", jobs),
                                                         directory / L"whole.json"));

@@ -37,6 +37,7 @@ bool BuildRunRequest(const JobEntry& job, std::wstring& request) {
 
 bool JobEntryManagerBase::ExecuteJob(Callback callback, std::vector<JobStatusInfo>& updated) {
     const std::lock_guard lock(mutex);
+    SelectNextJob();
     if (nextJob == jobList.end() || IsSuspendJobExecution()) {
         return false;
     }
@@ -49,6 +50,7 @@ bool JobEntryManagerBase::ExecuteJob(Callback callback, std::vector<JobStatusInf
         }
         if (!isRunning) {
             ++nextJob;
+            SelectNextJob();
         }
     }
     UpdateJobList(change);
@@ -59,6 +61,8 @@ bool JobEntryManagerBase::ExecuteJob(Callback callback, std::vector<JobStatusInf
 bool JobEntryManagerBase::IsSuspendJobExecution() {
     return IsActive((*nextJob)->GetStatus());
 }
+
+void JobEntryManagerBase::SelectNextJob() {}
 
 bool JobEntryManagerBase::StartJob(JobEntry& job, Callback callback, std::vector<JobStatusInfo>& updated) {
     job.ChangeStatus(JobStatus::Running);

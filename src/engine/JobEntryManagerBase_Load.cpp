@@ -24,7 +24,11 @@ JobEntry* JobEntryManagerBase::CreateNewJobEntry(const JobListInfo* info) {
 
 void JobEntryManagerBase::ReloadJobs(const Loading& loading) {
     const std::lock_guard lock(mutex);
-    ReadJobList(jobList);
+    if (loading.readJobs) {
+        loading.readJobs(jobList);
+    } else {
+        ReadJobList(jobList);
+    }
     fault_points::ReachFaultPoint(fault_points::FaultPoint::ListRead);
     for (const auto& job : jobList) {
         knownJobIds.insert(job->GetId());
@@ -37,7 +41,8 @@ void JobEntryManagerBase::ReloadJobs(const Loading& loading) {
 
 void JobEntryManagerBase::AdoptListedJob(JobEntry& job, const Loading& loading) {
     nextSeqId = queue::NextNumber(nextSeqId, job.GetSeqId());
-    const JobStatus status = queue::AfterRestart(job.GetStatus(), loading.keepsDequeued);
+    const JobStatus status =
+        queue::AfterRestart(job.GetStatus(), {loading.keepsDequeued, loading.keepsQueued, loading.requeuesRunning});
     if (status != job.GetStatus()) {
         job.ChangeStatus(status);
     }

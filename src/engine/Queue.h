@@ -66,9 +66,24 @@ constexpr JobStatus AfterEnd(JobStatus status, bool hasSucceeded) {
     return hasSucceeded ? JobStatus::Success : JobStatus::Failed;
 }
 
-/// Returns the status of a listed job after a restart of the application. Interrupted jobs are never resumed.
-constexpr JobStatus AfterRestart(JobStatus status, bool keepsDequeued) {
-    const bool stays = HasEnded(status) || (keepsDequeued && status == JobStatus::Dequeued);
+/// Which listed jobs keep their status when the application starts again.
+struct RestartRules {
+    /// A `Dequeued` job stays `Dequeued`.
+    bool keepsDequeued = false;
+    /// A queued job stays queued.
+    bool keepsQueued = false;
+    /// An interrupted job is queued again, unless it was being cancelled.
+    bool requeuesRunning = false;
+};
+
+/// Returns the status of a listed job after a restart of the application: a job that has ended keeps its status, any
+/// other one is cancelled unless the rules say otherwise. An interrupted job is never resumed.
+constexpr JobStatus AfterRestart(JobStatus status, const RestartRules& rules) {
+    const bool stays = HasEnded(status) || (rules.keepsDequeued && status == JobStatus::Dequeued) ||
+                       (rules.keepsQueued && status == JobStatus::Queued);
+    if (rules.requeuesRunning && status == JobStatus::Running) {
+        return JobStatus::Queued;
+    }
     return stays ? status : JobStatus::Canceled;
 }
 

@@ -75,12 +75,16 @@ TEST(QueueTest, ACancelledJobIsCanceledWhateverItsResult) {
 }
 
 TEST(QueueTest, ARestartCancelsWhatHasNotEnded) {
-    const auto afterRestart = [](JobStatus status) { return queue::AfterRestart(status, false); };
+    const auto afterRestart = [](JobStatus status) { return queue::AfterRestart(status, {}); };
     EXPECT_EQ(ForAll(afterRestart),
               (Statuses{JobStatus::Canceled, JobStatus::Canceled, JobStatus::Success, JobStatus::Failed,
                         JobStatus::Canceled, JobStatus::Canceled, JobStatus::Canceled, JobStatus::Canceled}));
-    EXPECT_EQ(queue::AfterRestart(JobStatus::Dequeued, true), JobStatus::Dequeued);
-    EXPECT_EQ(queue::AfterRestart(JobStatus::Queued, true), JobStatus::Canceled);
+    EXPECT_EQ(queue::AfterRestart(JobStatus::Dequeued, {.keepsDequeued = true}), JobStatus::Dequeued);
+    EXPECT_EQ(queue::AfterRestart(JobStatus::Queued, {.keepsDequeued = true}), JobStatus::Canceled);
+    EXPECT_EQ(queue::AfterRestart(JobStatus::Queued, {.keepsQueued = true}), JobStatus::Queued);
+    EXPECT_EQ(queue::AfterRestart(JobStatus::Running, {.keepsQueued = true}), JobStatus::Canceled);
+    EXPECT_EQ(queue::AfterRestart(JobStatus::Running, {.requeuesRunning = true}), JobStatus::Queued);
+    EXPECT_EQ(queue::AfterRestart(JobStatus::Canceling, {.requeuesRunning = true}), JobStatus::Canceled);
 }
 
 TEST(QueueTest, AnActiveJobIsNotDeleted) {

@@ -4,6 +4,7 @@
 #include <vector>
 
 #include "CommonControllerLib/JobRecords.h"
+#include "formats/Scheduling.h"
 
 /// All events between front ends and the host: each with its name and the type of its content. `messages::Serialize`
 /// and `messages::Deserialize` (formats/Messages.h) write and read them.
@@ -22,7 +23,7 @@ struct Event {
 };
 
 // Requests: from a front end to the host.
-inline constexpr Event<EnqueueJobsInfo> enqueueJobs{L"EnqueueJobs"};
+inline constexpr Event<ScheduledRequest> enqueueJobs{L"EnqueueJobs"};
 inline constexpr Event<JobNames> cancelJobs{L"CancelJobs"};
 inline constexpr Event<Nothing> cancelAllJobs{L"CancelAllJobs"};
 inline constexpr Event<JobNames> checkJobStatusRequest{L"CheckJobStatusRequest"};
@@ -32,6 +33,9 @@ inline constexpr Event<Nothing> initJobsRequest{L"InitJobsRequest"};
 inline constexpr Event<JobNames> deleteJobsRequest{L"DeleteJobsRequest"};
 inline constexpr Event<std::wstring> fetchLocalizedStringsRequest{L"FetchLocalizedStringsRequest"};
 inline constexpr Event<Nothing> initCultureRequest{L"InitCultureRequest"};
+inline constexpr Event<JobsEdit> editJobsRequest{L"EditJobsRequest"};
+inline constexpr Event<QueueState> setQueueStateRequest{L"SetQueueStateRequest"};
+inline constexpr Event<Nothing> fetchQueueStateRequest{L"FetchQueueStateRequest"};
 inline constexpr Event<Nothing> terminateRequest{L"TerminateRequest"};
 
 // Requests that need a host with dialogs.
@@ -51,10 +55,14 @@ inline constexpr Event<std::vector<JobStatusInfo>> checkJobStatusResponse{L"Chec
 inline constexpr Event<std::vector<ScenarioInfo>> fetchScenariosResponse{L"FetchScenariosResponse"};
 inline constexpr Event<std::vector<ScenarioParameterSetInfo>> fetchScenarioParameterSetsResponse{
     L"FetchScenarioParameterSetsResponse"};
-inline constexpr Event<std::vector<JobListInfo>> initJobsResponse{L"InitJobsResponse"};
+inline constexpr Event<std::vector<ListedJob>> initJobsResponse{L"InitJobsResponse"};
 inline constexpr Event<JobNames> deleteJobsResponse{L"DeleteJobsResponse"};
 inline constexpr Event<std::wstring> fetchLocalizedStringsResponse{L"FetchLocalizedStringsResponse"};
 inline constexpr Event<std::wstring> initCultureResponse{L"InitCultureResponse"};
+/// The edited jobs; those that do not wait any longer are missing.
+inline constexpr Event<std::vector<JobStatusInfo>> editJobsFinish{L"EditJobsFinish"};
+/// Answers both requests for the state of the queue.
+inline constexpr Event<QueueState> queueStateResponse{L"QueueStateResponse"};
 inline constexpr Event<Nothing> terminateResponse{L"TerminateResponse"};
 /// The reason why a request was rejected.
 inline constexpr Event<std::wstring> requestRefused{L"RequestRefused"};

@@ -10,7 +10,7 @@
 #include "formats/Boundary.h"
 #include "formats/JobListJournal.h"
 #include "formats/json/Reading.h"
-#include "formats/json/RecordLayouts.h"
+#include "formats/json/SchedulingLayouts.h"
 #include "formats/json/Writing.h"
 #include "platform/files/Directory.h"
 #include "platform/files/FileSystem.h"
@@ -31,7 +31,7 @@ struct JobList {
     std::int32_t version = 1;
     /// Empty without a journal.
     std::wstring snapshotId;
-    std::vector<JobListInfo> records;
+    std::vector<ListedJob> rows;
 };
 
 struct ListVersion {
@@ -55,7 +55,7 @@ struct Layout<job_list_file::JobList> {
     static constexpr auto members =
         std::make_tuple(Member{"version", &job_list_file::JobList::version, rule<job_list_file::ListVersion>},
                         Member{"snapshotId", &job_list_file::JobList::snapshotId},
-                        Member{"JobList", &job_list_file::JobList::records, Presence::Required});
+                        Member{"JobList", &job_list_file::JobList::rows, Presence::Required});
 };
 
 template <>
@@ -124,7 +124,7 @@ bool IsOfNewerVersion(const std::string& bytes) {
 bool ApplyJournal(const std::wstring& path, JobList& list, std::wstring& problem) {
     const std::wstring journal = job_list_journal::PathOf(path);
     return list.snapshotId.empty() ||
-           job_list_journal::Apply(journal, list.snapshotId, list.records, problem) != job_list_journal::Found::Damaged;
+           job_list_journal::Apply(journal, list.snapshotId, list.rows, problem) != job_list_journal::Found::Damaged;
 }
 
 /// The result of reading the job list file: a valid list, no file, an invalid list, or a file that must be left alone.
@@ -257,8 +257,7 @@ void NoteFailure(State& state, const std::wstring& path, const Error& error) {
 }
 
 /// Without a journal, produces the same bytes as `ControllerCSWrapper::Serialize` for the message "JobList".
-std::string ListText(std::size_t count, const std::function<const JobListInfo*()>& next,
-                     const std::wstring& snapshotId) {
+std::string ListText(std::size_t count, const std::function<Row()>& next, const std::wstring& snapshotId) {
     constexpr std::size_t sample = 32;
     std::string bytes = snapshotId.empty()
                             ? R"({"JobList":[)"
@@ -266,12 +265,12 @@ std::string ListText(std::size_t count, const std::function<const JobListInfo*()
     std::wstring row;
     std::string rowBytes;
     std::size_t written = 0;
-    for (const JobListInfo* record = next(); record != nullptr; record = next()) {
+    for (Row listed = next(); listed.info != nullptr; listed = next()) {
         if (written++ == sample) {
             bytes.reserve(bytes.size() / sample * count * 17 / 16);
         }
         row.assign(written > 1 ? L"," : L"");
-        json::Append(*record, row);
+        Append(listed, row);
         std::size_t badAt = 0;
         // Serialized JSON contains only valid characters.
         (void)text::EncodeUtf8(row, rowBytes, badAt);
@@ -288,8 +287,30 @@ bool Read(const std::wstring& path, std::vector<JobListInfo>& records) {
     if (!ReadOrRestore(path, list)) {
         return false;
     }
-    records = std::move(list.records);
+    records.reserve(list.rows.size());
+    for (ListedJob& row : list.rows) {
+        records.push_back(std::move(static_cast<JobListInfo&>(row)));
+    }
     return true;
+}
+
+bool ReadRows(const std::wstring& path, std::vector<ListedJob>& rows) {
+    return boundary::Guard("ReadRows", [&] {
+        const std::scoped_lock lock(TheState().mutex);
+        JobList list;
+        const bool isRead = ReadOrRestore(path, list);
+        rows = std::move(list.rows);
+        return isRead;
+    });
+}
+
+void Append(const Row& row, std::wstring& json) {
+    json += L'{';
+    json::AppendMembers(*row.info, json);
+    if (row.queue != nullptr) {
+        json::AppendMembers(*row.queue, json);
+    }
+    json += L'}';
 }
 
 void RemoveLeftovers(const std::wstring& path) {
@@ -338,7 +359,7 @@ bool Write(const std::wstring& path, std::string_view bytes) {
     return !error;
 }
 
-bool WriteRows(const std::wstring& path, std::size_t count, const std::function<const JobListInfo*()>& next,
+bool WriteRows(const std::wstring& path, std::size_t count, const std::function<Row()>& next,
                const std::wstring& snapshotId) {
     return boundary::Guard("WriteRows", [&] { return Write(path, ListText(count, next, snapshotId)); });
 }

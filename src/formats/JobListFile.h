@@ -8,6 +8,7 @@
 
 #include "CommonControllerLib/Export.h"
 #include "CommonControllerLib/JobRecords.h"
+#include "formats/Scheduling.h"
 
 /// The job list on disk. Its file is a snapshot; a program that keeps a journal (`job_list_journal`) names it in the
 /// snapshot, which then has version 2, so that a program that does not know journals refuses it. No operation destroys
@@ -27,6 +28,8 @@ namespace job_list_file {
 /// no list. On failure logs the reason and returns false: neither list nor backup is valid, or the list cannot be
 /// opened or has a newer version; in the last two cases the file is left unchanged.
 [[nodiscard]] bool Read(const std::wstring& path, std::vector<JobListInfo>& records);
+/// As `Read`, with what a host keeps of the jobs beside their records. Logs through `ControllerCSWrapper`.
+[[nodiscard]] CONTROLLER_API bool ReadRows(const std::wstring& path, std::vector<ListedJob>& rows);
 
 /// Removes temporary files of processes that were killed while they wrote the list. Call it only while holding the
 /// right to write the list.
@@ -45,12 +48,26 @@ CONTROLLER_API std::vector<std::wstring> KeptAside(const std::wstring& path);
 /// first success after them, are logged as warnings.
 [[nodiscard]] bool Write(const std::wstring& path, std::string_view bytes);
 
-/// Writes `count` rows as `Write` does; `next` returns them one after another, then null. Only one row at a time is
+/// A row to be written, not owned.
+struct Row {
+    // NOLINTNEXTLINE(google-explicit-constructor): a record alone is a row too.
+    Row(const JobListInfo* record = nullptr, const QueueRecord* queueRecord = nullptr)
+        : info(record), queue(queueRecord) {}
+
+    /// Null: there is no row.
+    const JobListInfo* info = nullptr;
+    /// Null: nothing is kept beside the record.
+    const QueueRecord* queue = nullptr;
+};
+
+/// Appends a row as JSON.
+void Append(const Row& row, std::wstring& json);
+
+/// Writes `count` rows as `Write` does; `next` returns them one after another, then none. Only one row at a time is
 /// converted through wide text, so a long list needs little more memory than its bytes. `snapshotId` is the name that
 /// the journal of this snapshot uses; empty if there is no journal.
 [[nodiscard]] CONTROLLER_API bool WriteRows(const std::wstring& path, std::size_t count,
-                                            const std::function<const JobListInfo*()>& next,
-                                            const std::wstring& snapshotId = {});
+                                            const std::function<Row()>& next, const std::wstring& snapshotId = {});
 
 /// Returns true if the last write failed.
 CONTROLLER_API bool IsUnwritten();

@@ -10,7 +10,7 @@
 
 #include "fault_points/FaultPoint.h"
 #include "formats/json/Reading.h"
-#include "formats/json/RecordLayouts.h"
+#include "formats/json/SchedulingLayouts.h"
 #include "formats/json/Writing.h"
 #include "platform/files/FileSystem.h"
 #include "platform/files/NativePath.h"
@@ -28,7 +28,7 @@ struct Header {
 
 /// One change of the list. A changed row replaces the row with the same id, or is appended.
 struct Change {
-    std::vector<JobListInfo> changed;
+    std::vector<ListedJob> changed;
     std::vector<std::wstring> deleted;
 };
 
@@ -74,9 +74,9 @@ std::string LineOf(const std::wstring& json) {
 /// Produces the JSON of a `Change` without copying its rows.
 std::wstring ChangeText(const Rows& changed, const std::vector<std::wstring>& deleted) {
     std::wstring json = LR"({"changed":[)";
-    for (const JobListInfo* row : changed) {
+    for (const job_list_file::Row& row : changed) {
         json += json.back() == L'[' ? L"" : L",";
-        json::Append(*row, json);
+        job_list_file::Append(row, json);
     }
     json += LR"(],"deleted":)";
     json::Append(deleted, json);
@@ -96,16 +96,16 @@ std::optional<std::string_view> JsonOf(std::string_view line) {
 /// The rows of a list, found by id. Of several rows with the same id, the first one is found.
 class RowTable {
 public:
-    explicit RowTable(std::vector<JobListInfo>& listed) : records(listed) {}
+    explicit RowTable(std::vector<ListedJob>& listed) : rows(listed) {}
 
     void Apply(Change change) {
         IndexListed();
-        for (JobListInfo& row : change.changed) {
-            const auto [position, isNew] = positions.try_emplace(row.id, records.size());
+        for (ListedJob& row : change.changed) {
+            const auto [position, isNew] = positions.try_emplace(row.id, rows.size());
             if (isNew) {
-                records.push_back(std::move(row));
+                rows.push_back(std::move(row));
             } else {
-                records[position->second] = std::move(row);
+                rows[position->second] = std::move(row);
             }
         }
         for (const std::wstring& id : change.deleted) {
@@ -118,7 +118,7 @@ public:
     /// Closes the gaps of deleted rows.
     void Finish() {
         std::size_t position = 0;
-        std::erase_if(records, [&](const JobListInfo&) { return deleted.contains(position++); });
+        std::erase_if(rows, [&](const ListedJob&) { return deleted.contains(position++); });
     }
 
 private:
@@ -127,12 +127,12 @@ private:
         if (std::exchange(isIndexed, true)) {
             return;
         }
-        for (std::size_t position = 0; position < records.size(); ++position) {
-            positions.emplace(records[position].id, position);
+        for (std::size_t position = 0; position < rows.size(); ++position) {
+            positions.emplace(rows[position].id, position);
         }
     }
 
-    std::vector<JobListInfo>& records;
+    std::vector<ListedJob>& rows;
     std::unordered_map<std::wstring, std::size_t> positions;
     bool isIndexed = false;
     std::unordered_set<std::size_t> deleted;
@@ -176,7 +176,7 @@ std::wstring PathOf(const std::wstring& listPath) {
     return listPath + L".journal";
 }
 
-Found Apply(const std::wstring& path, const std::wstring& snapshotId, std::vector<JobListInfo>& records,
+Found Apply(const std::wstring& path, const std::wstring& snapshotId, std::vector<ListedJob>& rows,
             std::wstring& problem) {
     std::string content;
     if (const platform::Error error = platform::ReadFileRetrying(path, json::largestText, content)) {
@@ -189,17 +189,17 @@ Found Apply(const std::wstring& path, const std::wstring& snapshotId, std::vecto
     if (!lines.Next(line) || !ReadLine(line, header) || header.snapshot != snapshotId) {
         return Found::Nothing;
     }
-    RowTable rows(records);
+    RowTable table(rows);
     while (lines.Next(line)) {
         Change change;
         if (ReadLine(line, change)) {
-            rows.Apply(std::move(change));
+            table.Apply(std::move(change));
         } else if (!lines.IsLast()) {
             problem = platform::ToNativeText(path) + L", line " + std::to_wstring(lines.Number()) + L": damaged";
             return Found::Damaged;
         }
     }
-    rows.Finish();
+    table.Finish();
     return Found::Changes;
 }
 

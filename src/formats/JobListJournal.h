@@ -1,7 +1,8 @@
 #pragma once
 
 #include "CommonControllerLib/Export.h"
-#include "CommonControllerLib/JobRecords.h"
+#include "formats/JobListFile.h"
+#include "formats/Scheduling.h"
 #include "platform/files/File.h"
 
 #include <cstdint>
@@ -18,8 +19,8 @@ namespace job_list_journal {
 /// Returns the path of the journal of the list at `listPath`.
 CONTROLLER_API std::wstring PathOf(const std::wstring& listPath);
 
-/// Rows of the list, not owned. None is null.
-using Rows = std::vector<const JobListInfo*>;
+/// Rows of the list, not owned. Each has a record.
+using Rows = std::vector<job_list_file::Row>;
 
 /// What `Apply` found.
 enum class Found {
@@ -27,13 +28,13 @@ enum class Found {
     Changes,
     /// There is no journal, or it continues another snapshot.
     Nothing,
-    /// A line other than the last one is damaged, or the file cannot be read; `records` then holds parts.
+    /// A line other than the last one is damaged, or the file cannot be read; the rows are then incomplete.
     Damaged
 };
 
-/// Applies the journal at `path` to `records`, the rows of the snapshot `snapshotId`. On `Damaged` sets `problem`,
+/// Applies the journal at `path` to `rows`, the rows of the snapshot `snapshotId`. On `Damaged` sets `problem`,
 /// which names file and line.
-[[nodiscard]] Found Apply(const std::wstring& path, const std::wstring& snapshotId, std::vector<JobListInfo>& records,
+[[nodiscard]] Found Apply(const std::wstring& path, const std::wstring& snapshotId, std::vector<ListedJob>& rows,
                           std::wstring& problem);
 
 /// An open journal. Not thread-safe.

@@ -2,7 +2,7 @@
 
 #include "ControllerCSWrapper/ControllerCSWrapper.h"
 #include "formats/MessageText.h"
-#include "formats/json/RecordLayouts.h"
+#include "formats/json/SchedulingLayouts.h"
 #include "platform/files/FileSystem.h"
 #include "platform/files/NativePath.h"
 #include "platform/system/Environment.h"
@@ -10,7 +10,7 @@
 namespace {
 
 struct JobsFile {
-    std::vector<EnqueueJobsInfo> requests;
+    std::vector<ScheduledRequest> requests;
 };
 
 std::wstring DirectoryOf(const std::wstring& jobsFile) {
@@ -65,7 +65,7 @@ struct Layout<JobsFile> {
 
 } // namespace json
 
-bool jobs_file::Read(const std::wstring& path, std::vector<EnqueueJobsInfo>& requests, std::wstring& problem) {
+bool jobs_file::Read(const std::wstring& path, std::vector<ScheduledRequest>& requests, std::wstring& problem) {
     JobsFile file;
     problem.clear();
     std::vector<std::wstring> unknownMembers;
@@ -95,10 +95,15 @@ std::wstring jobs_file::PlaceOf(const std::wstring& path, std::size_t request, s
 bool ControllerCSWrapper::ReadEnqueueJobsFile(const std::wstring& path, std::vector<EnqueueJobsInfo>& infos) {
     return boundary::Guard("ReadEnqueueJobsFile", [&] {
         std::wstring problem;
-        const bool isRead = jobs_file::Read(path, infos, problem);
-        if (!isRead) {
+        std::vector<ScheduledRequest> requests;
+        if (!jobs_file::Read(path, requests, problem)) {
             WriteErrorLog(L"The jobs file cannot be read: " + problem);
+            return false;
         }
-        return isRead;
+        infos.reserve(infos.size() + requests.size());
+        for (ScheduledRequest& request : requests) {
+            infos.push_back(std::move(static_cast<EnqueueJobsInfo&>(request)));
+        }
+        return true;
     });
 }

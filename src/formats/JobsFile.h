@@ -6,7 +6,7 @@
 #include <vector>
 
 #include "CommonControllerLib/Export.h"
-#include "CommonControllerLib/JobRecords.h"
+#include "formats/Scheduling.h"
 
 /// Jobs files, for programs that report errors in them to people. Threads: any.
 namespace jobs_file {
@@ -15,7 +15,7 @@ namespace jobs_file {
 /// directory. An unknown member rejects the file. On failure appends and logs nothing, returns false, and sets
 /// `problem` to one line per error (at most 20 for unknown members): "/home/ann/jobs.json, line 3, column 14:
 /// EnqueueJobs[0].outputDir: expected text, found a number".
-[[nodiscard]] CONTROLLER_API bool Read(const std::wstring& path, std::vector<EnqueueJobsInfo>& requests,
+[[nodiscard]] CONTROLLER_API bool Read(const std::wstring& path, std::vector<ScheduledRequest>& requests,
                                        std::wstring& problem);
 
 /// Returns the position of a request, or of one of its input sets, in the current jobs file: "line 4, column 23".

@@ -24,6 +24,7 @@ protected:
     const std::wstring path = directory / L"jobs\\jobs file \u00e9.json";
     const LogCapture log;
     std::vector<EnqueueJobsInfo> requests;
+    std::vector<ScheduledRequest> scheduled;
 };
 
 } // namespace
@@ -111,10 +112,10 @@ TEST_F(JobsFileTest, AMemberWithoutMeaningIsRefusedWithTheOneThatMayBeMeant) {
     for (const auto& [content, expected] : table) {
         EXPECT_FALSE(Read(content)) << content;
         std::wstring problem;
-        EXPECT_FALSE(jobs_file::Read(path, requests, problem)) << content;
+        EXPECT_FALSE(jobs_file::Read(path, scheduled, problem)) << content;
         EXPECT_EQ(problem, Native() + L", " + expected);
     }
-    EXPECT_TRUE(requests.empty());
+    EXPECT_TRUE(scheduled.empty());
     EXPECT_NE(log.Text().find("\"inputFileSet\": did you mean \"inputFileSets\"?"), std::string::npos) << log.Text();
 }
 
@@ -125,14 +126,33 @@ TEST_F(JobsFileTest, TheFirstMembersWithoutMeaningAreNamedTogether) {
     }
     WriteTextFile(path, content + "{}]}");
     std::wstring problem;
-    EXPECT_FALSE(jobs_file::Read(path, requests, problem));
+    EXPECT_FALSE(jobs_file::Read(path, scheduled, problem));
     EXPECT_EQ(std::count(problem.begin(), problem.end(), L'\n'), 19) << text::ToUtf8(problem);
+}
+
+TEST_F(JobsFileTest, ARequestSaysWhenItsJobsStart) {
+    std::wstring problem;
+    WriteTextFile(path, R"({"EnqueueJobs":[{"priority":-3,"hold":true,"after":["1","a"],"afterEnd":["2"],)"
+                        R"("skipIfAfterFails":true,"notBefore":"2024-02-29T23:59:59Z","needs":{"cad":2}}]})");
+    ASSERT_TRUE(jobs_file::Read(path, scheduled, problem));
+    EXPECT_EQ(static_cast<const Scheduling&>(scheduled.at(0)),
+              (Scheduling{-3, true, {L"1", L"a"}, {L"2"}, true, 1709251199, {{L"cad", 2}}}));
+    EXPECT_TRUE(ControllerCSWrapper::ReadEnqueueJobsFile(path, requests));
+    for (const auto& [wrong, expected] :
+         {std::pair(R"("priority":1001)", L"priority: expected a whole number from -1000 to 1000"),
+          std::pair(R"("notBefore":"soon")", L"notBefore: expected a UTC time"),
+          std::pair(R"("needs":{"cad":0})", L"needs.cad: expected a whole number of at least 1")}) {
+        WriteTextFile(path, R"({"EnqueueJobs":[{)" + std::string(wrong) + "}]}");
+        EXPECT_FALSE(jobs_file::Read(path, scheduled, problem)) << wrong;
+        EXPECT_NE(problem.find(std::wstring(L"EnqueueJobs[0].") + expected), std::wstring::npos)
+            << text::ToUtf8(problem);
+    }
 }
 
 TEST_F(JobsFileTest, AProblemOfAnotherReadIsForgotten) {
     std::wstring problem = L"old";
     WriteTextFile(path, R"({"EnqueueJobs":[{}]})");
-    EXPECT_TRUE(jobs_file::Read(path, requests, problem));
+    EXPECT_TRUE(jobs_file::Read(path, scheduled, problem));
     EXPECT_EQ(problem, L"");
 }
 

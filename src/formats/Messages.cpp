@@ -1,7 +1,7 @@
 #include "formats/Messages.h"
 
 #include "formats/MessageText.h"
-#include "formats/json/RecordLayouts.h"
+#include "formats/json/SchedulingLayouts.h"
 
 namespace messages {
 
@@ -25,8 +25,36 @@ std::wstring Serialize(const std::wstring& name, const std::wstring& text) {
     return message_text::Serialize(name, text);
 }
 
-bool Deserialize(const std::wstring& text, EnqueueJobsInfo& info) {
-    return message_text::Deserialize(text, info);
+std::wstring Serialize(const std::wstring& name, const ScheduledRequest& request) {
+    return message_text::Serialize(name, request);
+}
+
+std::wstring Serialize(const std::wstring& name, const std::vector<ListedJob>& jobs) {
+    return message_text::Serialize(name, jobs);
+}
+
+std::wstring Serialize(const std::wstring& name, const JobsEdit& edit) {
+    return message_text::Serialize(name, edit);
+}
+
+std::wstring Serialize(const std::wstring& name, const QueueState& state) {
+    return message_text::Serialize(name, state);
+}
+
+bool Deserialize(const std::wstring& text, ScheduledRequest& request) {
+    return message_text::Deserialize(text, request);
+}
+
+bool Deserialize(const std::wstring& text, std::vector<ListedJob>& jobs) {
+    return message_text::Deserialize(text, jobs);
+}
+
+bool Deserialize(const std::wstring& text, JobsEdit& edit) {
+    return message_text::Deserialize(text, edit);
+}
+
+bool Deserialize(const std::wstring& text, QueueState& state) {
+    return message_text::Deserialize(text, state);
 }
 
 } // namespace messages

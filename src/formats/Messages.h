@@ -21,28 +21,42 @@ CONTROLLER_API std::wstring Serialize(const std::wstring& name, const std::vecto
 CONTROLLER_API std::wstring Serialize(const std::wstring& name, const std::vector<ScenarioParameterSetInfo>& sets);
 CONTROLLER_API std::wstring Serialize(const std::wstring& name, const std::wstring& text);
 
-[[nodiscard]] CONTROLLER_API bool Deserialize(const std::wstring& text, EnqueueJobsInfo& info);
+CONTROLLER_API std::wstring Serialize(const std::wstring& name, const ScheduledRequest& request);
+CONTROLLER_API std::wstring Serialize(const std::wstring& name, const std::vector<ListedJob>& jobs);
+CONTROLLER_API std::wstring Serialize(const std::wstring& name, const JobsEdit& edit);
+CONTROLLER_API std::wstring Serialize(const std::wstring& name, const QueueState& state);
+
+[[nodiscard]] CONTROLLER_API bool Deserialize(const std::wstring& text, ScheduledRequest& request);
+[[nodiscard]] CONTROLLER_API bool Deserialize(const std::wstring& text, std::vector<ListedJob>& jobs);
+[[nodiscard]] CONTROLLER_API bool Deserialize(const std::wstring& text, JobsEdit& edit);
+[[nodiscard]] CONTROLLER_API bool Deserialize(const std::wstring& text, QueueState& state);
 
 /// Serialize and parse any event.
 template <typename Content>
 std::wstring Serialize(const events::Event<Content>& event, const std::type_identity_t<Content>& content) {
     if constexpr (std::is_same_v<Content, events::Nothing>) {
         return ControllerCSWrapper::Serialize(event.name);
-    } else if constexpr (requires { ControllerCSWrapper::Serialize(event.name, content); }) {
-        return ControllerCSWrapper::Serialize(event.name, content);
-    } else {
+    } else if constexpr (requires { Serialize(std::wstring(), content); }) {
         return Serialize(event.name, content);
+    } else {
+        return ControllerCSWrapper::Serialize(event.name, content);
+    }
+}
+
+/// Parses the content of a message of any event.
+template <typename Content>
+[[nodiscard]] bool DeserializeContent(const std::wstring& text, Content& content) {
+    if constexpr (requires { Deserialize(text, content); }) {
+        return Deserialize(text, content);
+    } else {
+        return ControllerCSWrapper::Deserialize(text, content);
     }
 }
 
 template <typename Content>
 [[nodiscard]] bool Deserialize(const events::Event<Content>& /*event*/, const std::wstring& text,
                                std::type_identity_t<Content>& content) {
-    if constexpr (requires { ControllerCSWrapper::Deserialize(text, content); }) {
-        return ControllerCSWrapper::Deserialize(text, content);
-    } else {
-        return Deserialize(text, content);
-    }
+    return DeserializeContent(text, content);
 }
 
 } // namespace messages

@@ -45,9 +45,9 @@ TEST(MessagesTest, AJobListIsWrittenInThisLayout) {
 }
 
 TEST(MessagesTest, EventsAreWrittenUnderTheirNamesAndReadBack) {
-    EnqueueJobsInfo request;
+    ScheduledRequest request;
     request.requestId = L"r";
-    EnqueueJobsInfo readRequest;
+    ScheduledRequest readRequest;
     EXPECT_TRUE(
         messages::Deserialize(events::enqueueJobs, messages::Serialize(events::enqueueJobs, request), readRequest));
     EXPECT_EQ(readRequest, request);
@@ -170,7 +170,7 @@ TEST(MessagesTest, ARefusalLeavesTheOutputAsItWas) {
     JobEnqueueResult result{{}, L"old", {}};
     EXPECT_FALSE(ControllerCSWrapper::Deserialize(L"{\"T\":{\"requestId\":\"new\",\"jobIds\":1}}", result));
     EXPECT_EQ(result, (JobEnqueueResult{{}, L"old", {}}));
-    EnqueueJobsInfo request{L"old", {}, {}, L"", L"", L"", false};
+    ScheduledRequest request{{L"old", {}, {}, L"", L"", L"", false}, {}};
     EXPECT_FALSE(messages::Deserialize(L"{\"T\":{\"requestId\":\"new\"}", request));
     EXPECT_EQ(request.requestId, L"old");
 }

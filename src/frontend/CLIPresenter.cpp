@@ -39,9 +39,13 @@ void CLIPresenter::EnqueueJobsFromFile(const std::wstring& jobFile, const std::w
 }
 
 bool CLIPresenter::EnqueueJobs(EnqueueJobsInfo& request, std::vector<int>& seqIds) {
-    request.requestId = ControllerCSWrapper::CreateGuid();
     // A request that could not be sent is detected by the missing answer.
-    (void)proxy->EnqueueJobs(request);
+    return EnqueueJobs(request, seqIds, [&] { (void)proxy->EnqueueJobs(request); });
+}
+
+bool CLIPresenter::EnqueueJobs(EnqueueJobsInfo& request, std::vector<int>& seqIds, const std::function<void()>& send) {
+    request.requestId = ControllerCSWrapper::CreateGuid();
+    send();
     const bool isAnswered = WaitForEnqueuedJobs(request.requestId, seqIds);
     if (!isAnswered) {
         ControllerLogManager::ErrorLog(L"Failed to EnqueueJobs");

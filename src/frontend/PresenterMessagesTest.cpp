@@ -34,7 +34,7 @@ protected:
 
     /// Numbers the input sets of the request from 1.
     static std::wstring EnqueueAnswer(const std::wstring& payload) {
-        EnqueueJobsInfo info;
+        ScheduledRequest info;
         EXPECT_TRUE(messages::Deserialize(payload, info));
         JobEnqueueResult result;
         result.requestId = info.requestId;

@@ -33,6 +33,16 @@ struct HookCommands {
     bool operator==(const HookCommands&) const = default;
 };
 
+/// What becomes of the jobs of a host that has ended.
+enum class AfterRestart {
+    /// Waiting and interrupted jobs are cancelled.
+    Cancel,
+    /// Waiting jobs wait on; interrupted jobs are cancelled.
+    Queued,
+    /// Waiting jobs wait on; interrupted jobs are queued again.
+    All
+};
+
 /// The settings in force. All paths are absolute.
 struct Settings {
     /// The file that the settings were read from; empty for the built-in defaults.
@@ -70,6 +80,11 @@ struct Settings {
     /// The maximum number of jobs that a host runs at a time; 1 to `mostParallelJobs`.
     std::int32_t parallelJobs = 1;
     HookCommands hooks;
+    /// What is scarce, by name, and how much of it the running jobs of a host may take together.
+    std::map<std::wstring, std::int64_t> resources;
+    /// The waiting time that outweighs one step of priority.
+    std::int32_t ageingMinutes = 60;
+    AfterRestart afterRestart = AfterRestart::Cancel;
 
     bool operator==(const Settings&) const = default;
 };

@@ -96,6 +96,27 @@ struct ParallelJobs {
     }
 };
 
+/// The amounts by name.
+struct Resource {
+    static constexpr auto expected = L"a whole number of at least 1";
+    static bool Accepts(std::int64_t amount) { return amount >= 1; }
+    static constexpr auto expectedName = L"as its name 1 to 64 letters, digits, dots, dashes and underscores";
+    static bool AcceptsName(const std::wstring& name) { return EndpointAddress::Accepts(name); }
+};
+
+struct AgeingMinutes {
+    static constexpr auto expected = L"a whole number of minutes from 1 to 525600";
+    static bool Accepts(std::int32_t minutes) { return minutes >= 1 && minutes <= 525600; }
+};
+
+struct AfterRestartWord {
+    static constexpr auto expected = L"\"cancel\", \"queued\" or \"all\"";
+    [[nodiscard]] static bool ReadText(AfterRestart& value, std::string_view word) {
+        value = word == "all" ? AfterRestart::All : word == "queued" ? AfterRestart::Queued : AfterRestart::Cancel;
+        return value != AfterRestart::Cancel || word == "cancel";
+    }
+};
+
 /// The commands by file extension.
 struct InterpreterCommand : CommandPart {
     static constexpr auto expectedName = L"as its name an extension with the dot, such as \".rb\"";
@@ -126,27 +147,29 @@ struct HookMembers {
 };
 
 struct File {
-    static constexpr auto members =
-        std::make_tuple(json::Version(), Member{"workDirectory", &Settings::workDirectory, rule<Path>},
-                        Member{"jobListFile", &Settings::jobListFile, rule<Path>},
-                        Member{"logFile", &Settings::logFile, rule<PathOrNone>},
-                        Member{"logLevel", &Settings::logLevel, rule<LogLevel>},
-                        Member{"autoDeleteWorkFolder", &Settings::autoDeleteWorkFolder, rule<AutoDeleteMembers>},
-                        Member{"scenarioDirectories", &Settings::scenarioDirectories, rule<DirectoryMembers>},
-                        Member{"culture", &Settings::culture, rule<Culture>},
-                        Member{"defaultCulture", &Settings::defaultCulture, rule<Culture>},
-                        Member{"functionModules", &Settings::functionModules, rule<Path>},
-                        Member{"libraryDirectories", &Settings::libraryDirectories, rule<Path>},
-                        Member{"eventTransmitter", &Settings::eventTransmitter, rule<Path>},
-                        Member{"transmitterName", &Settings::transmitterName, rule<EndpointAddress>},
-                        Member{"stringResourceFile", &Settings::stringResourceFile, rule<Path>},
-                        Member{"scenarioRunner", &Settings::scenarioRunner, rule<Path>},
-                        Member{"scenarioApiDirectory", &Settings::scenarioApiDirectory, rule<Path>},
-                        Member{"interpreters", &Settings::interpreters, rule<InterpreterCommand>},
-                        Member{"cancelGraceSeconds", &Settings::cancelGraceSeconds, rule<GraceSeconds>},
-                        Member{"scenarioLogLimitBytes", &Settings::scenarioLogLimitBytes, rule<LogLimit>},
-                        Member{"parallelJobs", &Settings::parallelJobs, rule<ParallelJobs>},
-                        Member{"hooks", &Settings::hooks, rule<HookMembers>});
+    static constexpr auto members = std::make_tuple(
+        json::Version(), Member{"workDirectory", &Settings::workDirectory, rule<Path>},
+        Member{"jobListFile", &Settings::jobListFile, rule<Path>},
+        Member{"logFile", &Settings::logFile, rule<PathOrNone>},
+        Member{"logLevel", &Settings::logLevel, rule<LogLevel>},
+        Member{"autoDeleteWorkFolder", &Settings::autoDeleteWorkFolder, rule<AutoDeleteMembers>},
+        Member{"scenarioDirectories", &Settings::scenarioDirectories, rule<DirectoryMembers>},
+        Member{"culture", &Settings::culture, rule<Culture>},
+        Member{"defaultCulture", &Settings::defaultCulture, rule<Culture>},
+        Member{"functionModules", &Settings::functionModules, rule<Path>},
+        Member{"libraryDirectories", &Settings::libraryDirectories, rule<Path>},
+        Member{"eventTransmitter", &Settings::eventTransmitter, rule<Path>},
+        Member{"transmitterName", &Settings::transmitterName, rule<EndpointAddress>},
+        Member{"stringResourceFile", &Settings::stringResourceFile, rule<Path>},
+        Member{"scenarioRunner", &Settings::scenarioRunner, rule<Path>},
+        Member{"scenarioApiDirectory", &Settings::scenarioApiDirectory, rule<Path>},
+        Member{"interpreters", &Settings::interpreters, rule<InterpreterCommand>},
+        Member{"cancelGraceSeconds", &Settings::cancelGraceSeconds, rule<GraceSeconds>},
+        Member{"scenarioLogLimitBytes", &Settings::scenarioLogLimitBytes, rule<LogLimit>},
+        Member{"parallelJobs", &Settings::parallelJobs, rule<ParallelJobs>},
+        Member{"hooks", &Settings::hooks, rule<HookMembers>}, Member{"resources", &Settings::resources, rule<Resource>},
+        Member{"ageingMinutes", &Settings::ageingMinutes, rule<AgeingMinutes>},
+        Member{"afterRestart", &Settings::afterRestart, rule<AfterRestartWord>});
 };
 
 void Resolve(const std::wstring& directory, std::wstring& path) {

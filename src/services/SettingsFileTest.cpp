@@ -70,6 +70,10 @@ const std::vector<Refused> refusedFiles = {
     {"NoJobAtATime", R"({"parallelJobs":0})", L": parallelJobs: expected a whole number of jobs from 1 to 60, or"},
     {"MoreJobsThanAreWaitedFor", R"({"parallelJobs":61})", L": parallelJobs: expected a whole number of jobs"},
     {"JobsAsAnotherWord", R"({"parallelJobs":"all"})", L": parallelJobs: expected a whole number of jobs"},
+    {"NoneOfAResource", R"({"resources":{"cad":0}})", L": resources.cad: expected a whole number of at least 1"},
+    {"ResourceWithBlank", R"({"resources":{"a cad":1}})", L": expected as its name 1 to 64 letters"},
+    {"NoAgeing", R"({"ageingMinutes":0})", L": ageingMinutes: expected a whole number of minutes"},
+    {"AnotherAfterRestart", R"({"afterRestart":"some"})", L": afterRestart: expected \"cancel\", \"queued\" or"},
     {"SmallLog", R"({"scenarioLogLimitBytes":4095})", L": scenarioLogLimitBytes: expected a whole number of bytes"},
     {"LargeLog", R"({"scenarioLogLimitBytes":1073741825})", L": scenarioLogLimitBytes: expected a whole number"},
     {"DirectoryWithoutPath", R"({"scenarioDirectories":[{"label":"x"}]})",
@@ -128,7 +132,8 @@ TEST_F(SettingsFileTest, TakesEveryMember) {
         "scenarioRunner":"../bin/runner","scenarioApiDirectory":"api",
         "interpreters":{".rb":["ruby","--disable=gems"],".py":["python3"]},
         "cancelGraceSeconds":0,"scenarioLogLimitBytes":4096,"parallelJobs":60,
-        "hooks":{"jobEnded":["notify","--end"],"jobFailed":["/bin/mail"],"queueEmpty":[]}})"))
+        "hooks":{"jobEnded":["notify","--end"],"jobFailed":["/bin/mail"],"queueEmpty":[]},
+        "resources":{"cadLicence":2},"ageingMinutes":5,"afterRestart":"all"})"))
         << text::ToUtf8(problem);
     Settings expected;
     expected.file = path;
@@ -151,6 +156,9 @@ TEST_F(SettingsFileTest, TakesEveryMember) {
     expected.cancelGraceSeconds = 0;
     expected.parallelJobs = 60;
     expected.scenarioLogLimitBytes = 4096;
+    expected.resources = {{L"cadLicence", 2}};
+    expected.ageingMinutes = 5;
+    expected.afterRestart = settings::AfterRestart::All;
     expected.hooks = {{L"notify", L"--end"}, {L"/bin/mail"}, {}};
     EXPECT_TRUE(read == expected);
     EXPECT_TRUE(warnings.empty());

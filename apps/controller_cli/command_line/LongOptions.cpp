@@ -27,19 +27,28 @@ constexpr std::array plainCommands = {
     Switch{"--list", LongCommandKind::List},
     Switch{"--watch", LongCommandKind::Watch},
     Switch{"--cancel-all", LongCommandKind::CancelAll},
+    Switch{"--pause", LongCommandKind::Pause},
+    Switch{"--resume", LongCommandKind::Resume},
     Switch{"--scenarios", LongCommandKind::Scenarios},
     Switch{"--stop-host", LongCommandKind::StopHost},
 };
 
 /// The commands that take a value.
 constexpr std::array namingCommands = {
-    Switch{"--run", LongCommandKind::Run},       Switch{"--wait", LongCommandKind::Wait},
-    Switch{"--cancel", LongCommandKind::Cancel}, Switch{"--delete", LongCommandKind::Delete},
-    Switch{"--log", LongCommandKind::Log},       Switch{"--parameter-sets", LongCommandKind::ParameterSets},
+    Switch{"--run", LongCommandKind::Run},
+    Switch{"--wait", LongCommandKind::Wait},
+    Switch{"--cancel", LongCommandKind::Cancel},
+    Switch{"--delete", LongCommandKind::Delete},
+    Switch{"--edit", LongCommandKind::Edit},
+    Switch{"--hold", LongCommandKind::Hold},
+    Switch{"--release", LongCommandKind::Release},
+    Switch{"--log", LongCommandKind::Log},
+    Switch{"--parameter-sets", LongCommandKind::ParameterSets},
 };
 
-constexpr std::array optionsWithValues = {"--output", "--argument", "-l,--log-file"};
-constexpr std::array flags = {"--json", "--follow", "-f,--client-only"};
+constexpr std::array optionsWithValues = {"--output",     "--argument", "-l,--log-file", "--priority",
+                                          "--not-before", "--after",    "--after-end"};
+constexpr std::array flags = {"--json", "--follow", "-f,--client-only", "--skip-if-after-fails", "--on-hold"};
 
 /// More than fit on any system's command line.
 constexpr int mostInputs = 1 << 24;
@@ -71,6 +80,8 @@ void Describe(CLI::App& app) {
     for (const char* const name : optionsWithValues) {
         app.add_option(name);
     }
+    // Once for each resource.
+    app.add_option("--need")->expected(1)->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
     for (const char* const name : flags) {
         app.add_flag(name);
     }
@@ -150,8 +161,13 @@ void RefuseIdleOptions(const CLI::App& app, const LongCommand& command) {
     };
     refuse("--json", !CanBeJson(command.kind));
     refuse("--follow", command.kind != LongCommandKind::Log);
-    refuse("--output", command.kind != LongCommandKind::Run);
-    refuse("--argument", command.kind != LongCommandKind::Run);
+    for (const char* const name :
+         {"--output", "--argument", "--after", "--after-end", "--skip-if-after-fails", "--on-hold"}) {
+        refuse(name, command.kind != LongCommandKind::Run);
+    }
+    for (const char* const name : {"--priority", "--not-before", "--need"}) {
+        refuse(name, command.kind != LongCommandKind::Run && command.kind != LongCommandKind::Edit);
+    }
 }
 
 LongCommand CommandOf(const CLI::App& app, const Arguments& operands) {
@@ -171,6 +187,13 @@ LongCommand CommandOf(const CLI::App& app, const Arguments& operands) {
     command.outputFolder = ValueOf(app, "--output");
     command.runArgument = ValueOf(app, "--argument");
     command.logFile = ValueOf(app, "--log-file");
+    command.priority = ValueOf(app, "--priority");
+    command.notBefore = ValueOf(app, "--not-before");
+    command.after = NamesInText(ValueOf(app, "--after"));
+    command.afterEnd = NamesInText(ValueOf(app, "--after-end"));
+    command.needs = ValuesOf(app, "--need");
+    command.skipsIfAfterFails = IsGiven(app, "--skip-if-after-fails");
+    command.isOnHold = IsGiven(app, "--on-hold");
     command.asJson = IsGiven(app, "--json");
     command.follows = IsGiven(app, "--follow");
     command.clientOnly = IsGiven(app, "--client-only");

@@ -15,6 +15,11 @@ enum class LongCommandKind {
     Cancel,
     CancelAll,
     Delete,
+    Edit,
+    Hold,
+    Release,
+    Pause,
+    Resume,
     Log,
     Scenarios,
     ParameterSets,
@@ -33,6 +38,16 @@ struct LongCommand {
     std::wstring outputFolder = {};
     std::wstring runArgument = {};
     std::wstring logFile = {};
+    // About the start of jobs; as typed, empty: not given.
+    std::wstring priority = {};
+    std::wstring notBefore = {};
+    /// Numbers or ids of jobs.
+    std::vector<std::wstring> after = {};
+    std::vector<std::wstring> afterEnd = {};
+    /// Each "NAME=AMOUNT".
+    std::vector<std::wstring> needs = {};
+    bool skipsIfAfterFails = false;
+    bool isOnHold = false;
     bool asJson = false;
     bool follows = false;
     bool clientOnly = false;

@@ -58,6 +58,23 @@ TEST(LongOptionsTest, Accepted) {
         {{L"--scenarios"}, {.kind = Kind::Scenarios}},
         {{L"--parameter-sets", L"1742"}, {.kind = Kind::ParameterSets, .ids = {L"1742"}}},
         {{L"--stop-host"}, {.kind = Kind::StopHost}},
+        {{L"--run", L"r.rb", L"a", L"--priority", L"-5", L"--not-before", L"2h", L"--after", L"1,2", L"--after-end=3",
+          L"--need", L"cad=1", L"--need", L"memory=9", L"--skip-if-after-fails", L"--on-hold"},
+         {.kind = Kind::Run,
+          .scenario = L"r.rb",
+          .inputs = {L"a"},
+          .priority = L"-5",
+          .notBefore = L"2h",
+          .after = {L"1", L"2"},
+          .afterEnd = {L"3"},
+          .needs = {L"cad=1", L"memory=9"},
+          .skipsIfAfterFails = true,
+          .isOnHold = true}},
+        {{L"--edit", L"3,4", L"--priority", L"7"}, {.kind = Kind::Edit, .ids = {L"3", L"4"}, .priority = L"7"}},
+        {{L"--hold", L"3"}, {.kind = Kind::Hold, .ids = {L"3"}}},
+        {{L"--release", L"3"}, {.kind = Kind::Release, .ids = {L"3"}}},
+        {{L"--pause"}, {.kind = Kind::Pause}},
+        {{L"--resume"}, {.kind = Kind::Resume}},
     };
     for (const auto& [arguments, expected] : table) {
         EXPECT_EQ(ParseLongCommand(arguments), expected) << std::string(arguments[0].begin(), arguments[0].end());
@@ -90,6 +107,10 @@ TEST(LongOptionsTest, Refused) {
         {{L"--list", L"--follow"}, {L"Usage/IdleOption", L"--follow"}},
         {{L"--list", L"--output", L"o"}, {L"Usage/IdleOption", L"--output"}},
         {{L"--wait", L"1", L"--argument", L"a"}, {L"Usage/IdleOption", L"--argument"}},
+        {{L"--hold", L"1", L"--priority", L"1"}, {L"Usage/IdleOption", L"--priority"}},
+        {{L"--edit", L"1", L"--after", L"2"}, {L"Usage/IdleOption", L"--after"}},
+        {{L"--list", L"--need", L"a=1"}, {L"Usage/IdleOption", L"--need"}},
+        {{L"--pause", L"1"}, {L"Usage/UnknownArgument", L"1"}},
     };
     for (const auto& [arguments, expected] : table) {
         try {

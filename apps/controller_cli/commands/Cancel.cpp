@@ -19,7 +19,7 @@ namespace {
 /// they may have ended or been deleted or cancelled by another front end. It may also contain newer jobs.
 class Outcome {
 public:
-    Outcome(HostSession& session, std::vector<JobListInfo> askedFor, const std::vector<JobStatusInfo>& cancelled)
+    Outcome(HostSession& session, std::vector<ListedJob> askedFor, const std::vector<JobStatusInfo>& cancelled)
         : jobs(std::move(askedFor)) {
         for (const JobListInfo& job : jobs) {
             askedForIds.insert(job.id);
@@ -34,7 +34,7 @@ public:
         }
     }
 
-    const std::vector<JobListInfo>& Jobs() const { return jobs; }
+    const std::vector<ListedJob>& Jobs() const { return jobs; }
 
     JobStatus StatusOf(const JobListInfo& job) const {
         const auto found = statusById.find(job.id);
@@ -47,11 +47,11 @@ private:
     bool IsAskedFor(const std::wstring& id) const { return askedForIds.contains(id); }
 
     /// A job that was listed before and is missing now was deleted.
-    void TakeList(const std::vector<JobListInfo>& list) {
+    void TakeList(const std::vector<ListedJob>& list) {
         for (const JobListInfo& job : jobs) {
             statusById.try_emplace(job.id, unlistedStatus);
         }
-        for (const JobListInfo& job : list) {
+        for (const ListedJob& job : list) {
             if (statusById.contains(job.id) && !IsAskedFor(job.id)) {
                 jobs.push_back(job);
             }
@@ -59,7 +59,7 @@ private:
         }
     }
 
-    std::vector<JobListInfo> jobs;
+    std::vector<ListedJob> jobs;
     std::set<std::wstring> askedForIds;
     std::map<std::wstring, JobStatus> statusById;
 };
@@ -79,14 +79,14 @@ void WriteOutcome(CommandContext& context, const Outcome& outcome) {
 
 ExitCode Cancel(CommandContext& context, const LongCommand& command) {
     HostSession session(context, StartOf(command));
-    const std::vector<JobListInfo> jobs = SelectJobs(context, session.FetchJobs(), command.ids);
+    const std::vector<ListedJob> jobs = SelectJobs(context, session.FetchJobs(), command.ids);
     WriteOutcome(context, Outcome(session, jobs, session.Cancel(IdsOf(jobs))));
     return ExitCode::Success;
 }
 
 ExitCode CancelAll(CommandContext& context, const LongCommand& command) {
     HostSession session(context, StartOf(command));
-    std::vector<JobListInfo> jobs = session.FetchJobs();
+    std::vector<ListedJob> jobs = session.FetchJobs();
     std::erase_if(jobs, [](const JobListInfo& job) { return IsOver(job.status); });
     WriteOutcome(context, Outcome(session, jobs, session.CancelAll()));
     return ExitCode::Success;

@@ -11,7 +11,7 @@ protected:
     }
 
     /// Sets the jobs after the request has arrived.
-    void MakeOfJobs(const std::wstring& request, const std::vector<JobListInfo>& jobs) {
+    void MakeOfJobs(const std::wstring& request, const std::vector<ListedJob>& jobs) {
         host.onRequest = [this, request, jobs](const std::wstring& name) {
             if (name == request) {
                 host.jobs = jobs;

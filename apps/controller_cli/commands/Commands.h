@@ -16,6 +16,13 @@ ExitCode Wait(CommandContext& context, const LongCommand& command);
 ExitCode Cancel(CommandContext& context, const LongCommand& command);
 ExitCode CancelAll(CommandContext& context, const LongCommand& command);
 ExitCode Delete(CommandContext& context, const LongCommand& command);
+// Change jobs that wait.
+ExitCode Edit(CommandContext& context, const LongCommand& command);
+ExitCode Hold(CommandContext& context, const LongCommand& command);
+ExitCode Release(CommandContext& context, const LongCommand& command);
+// Keep further jobs from starting, and let them start again.
+ExitCode Pause(CommandContext& context, const LongCommand& command);
+ExitCode Resume(CommandContext& context, const LongCommand& command);
 ExitCode Log(CommandContext& context, const LongCommand& command);
 ExitCode Scenarios(CommandContext& context, const LongCommand& command);
 ExitCode ParameterSets(CommandContext& context, const LongCommand& command);

@@ -12,19 +12,17 @@ namespace {
 
 /// The remaining jobs of a deletion as the host now lists them: another front end may have deleted one, or it may have
 /// started.
-JobModel Leftover(HostSession& session, const std::vector<JobListInfo>& jobs,
-                  const std::vector<std::wstring>& deleted) {
+JobModel Leftover(HostSession& session, const std::vector<ListedJob>& jobs, const std::vector<std::wstring>& deleted) {
     const std::set<std::wstring> deletedIds(deleted.begin(), deleted.end());
     const auto isDeleted = [&](const JobListInfo& job) { return deletedIds.contains(job.id); };
-    return JobModel(std::all_of(jobs.begin(), jobs.end(), isDeleted) ? std::vector<JobListInfo>()
-                                                                     : session.FetchJobs());
+    return JobModel(std::all_of(jobs.begin(), jobs.end(), isDeleted) ? std::vector<ListedJob>() : session.FetchJobs());
 }
 
 } // namespace
 
 ExitCode Delete(CommandContext& context, const LongCommand& command) {
     HostSession session(context, StartOf(command));
-    const std::vector<JobListInfo> jobs = SelectJobs(context, session.FetchJobs(), command.ids);
+    const std::vector<ListedJob> jobs = SelectJobs(context, session.FetchJobs(), command.ids);
     const JobModel leftover = Leftover(session, jobs, session.Delete(IdsOf(jobs)));
     ExitCode exitCode = ExitCode::Success;
     for (const JobListInfo& job : jobs) {

@@ -40,7 +40,7 @@ std::optional<std::int32_t> AsNumber(const std::wstring& name) {
 }
 
 /// Precedence: the number of an existing job, the id of an existing job, the number of a job that does not exist.
-std::int32_t NumberOf(const CommandContext& context, const std::vector<JobListInfo>& jobs, const std::wstring& name) {
+std::int32_t NumberOf(const CommandContext& context, const std::vector<ListedJob>& jobs, const std::wstring& name) {
     const std::optional<std::int32_t> number = AsNumber(name);
     const auto hasNumber = [&](const JobListInfo& job) { return job.seqId == number; };
     if (IsCertainNumber(name) || std::any_of(jobs.begin(), jobs.end(), hasNumber)) {
@@ -60,7 +60,7 @@ std::int32_t NumberOf(const CommandContext& context, const std::vector<JobListIn
 
 std::vector<std::wstring> JobNumbers(CommandContext& context, Start start, const std::vector<std::wstring>& typed) {
     const std::vector<std::wstring> names = WithoutBlanks(typed);
-    std::vector<JobListInfo> jobs;
+    std::vector<ListedJob> jobs;
     if (!std::all_of(names.begin(), names.end(), IsCertainNumber)) {
         jobs = HostSession(context, start).FetchJobs();
     }

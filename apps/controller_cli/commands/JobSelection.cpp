@@ -10,15 +10,15 @@
 namespace controller_cli {
 namespace {
 
-using JobsByName = std::map<std::wstring, const JobListInfo*>;
+using JobsByName = std::map<std::wstring, const ListedJob*>;
 
 /// The first job with each name as number (decimal text) or id; null if there is none. The jobs must outlive the map.
-JobsByName FindJobs(const std::vector<JobListInfo>& jobs, const std::vector<std::wstring>& names) {
+JobsByName FindJobs(const std::vector<ListedJob>& jobs, const std::vector<std::wstring>& names) {
     JobsByName found;
     for (const std::wstring& name : names) {
         found.emplace(name, nullptr);
     }
-    for (const JobListInfo& job : jobs) {
+    for (const ListedJob& job : jobs) {
         for (const std::wstring& name : {std::to_wstring(job.seqId), job.id}) {
             const auto place = found.find(name);
             if (place != found.end() && place->second == nullptr) {
@@ -31,13 +31,13 @@ JobsByName FindJobs(const std::vector<JobListInfo>& jobs, const std::vector<std:
 
 } // namespace
 
-std::vector<JobListInfo> SelectJobs(const CommandContext& context, const std::vector<JobListInfo>& jobs,
-                                    const std::vector<std::wstring>& names) {
+std::vector<ListedJob> SelectJobs(const CommandContext& context, const std::vector<ListedJob>& jobs,
+                                  const std::vector<std::wstring>& names) {
     const JobsByName jobsByName = FindJobs(jobs, names);
     std::set<std::wstring> selectedIds;
-    std::vector<JobListInfo> selected;
+    std::vector<ListedJob> selected;
     for (const std::wstring& name : names) {
-        const JobListInfo* const job = jobsByName.at(name);
+        const ListedJob* const job = jobsByName.at(name);
         if (job == nullptr) {
             throw CommandFailure{ExitCode::Usage, context.texts.Format(L"Errors/NoSuchJob", {name})};
         }
@@ -48,7 +48,7 @@ std::vector<JobListInfo> SelectJobs(const CommandContext& context, const std::ve
     return selected;
 }
 
-std::vector<std::wstring> IdsOf(const std::vector<JobListInfo>& jobs) {
+std::vector<std::wstring> IdsOf(const std::vector<ListedJob>& jobs) {
     std::vector<std::wstring> ids;
     std::transform(jobs.begin(), jobs.end(), std::back_inserter(ids), [](const JobListInfo& job) { return job.id; });
     return ids;

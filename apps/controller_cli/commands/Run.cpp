@@ -6,6 +6,7 @@
 #include "controller_cli/commands/FileRoles.h"
 #include "controller_cli/commands/InputSets.h"
 #include "controller_cli/commands/Problems.h"
+#include "controller_cli/commands/SchedulingOptions.h"
 #include "controller_cli/commands/WaitForCompletion.h"
 #include "controller_cli/jobs/JobRow.h"
 #include "formats/JobStates.h"
@@ -22,8 +23,8 @@ std::wstring ScenarioId(const std::wstring& scenario) {
     return IsFile(path) ? path : scenario;
 }
 
-EnqueueJobsInfo RequestOf(const LongCommand& command) {
-    EnqueueJobsInfo request;
+ScheduledRequest RequestOf(const CommandContext& context, const LongCommand& command) {
+    ScheduledRequest request{{}, SchedulingOf(context, command)};
     request.requestId = ControllerCSWrapper::CreateGuid();
     request.scenario.id = ScenarioId(command.scenario);
     for (const std::wstring& input : command.inputs) {
@@ -47,8 +48,8 @@ void RequireInputs(const CommandContext& context, const EnqueueJobsInfo& request
 }
 
 /// The known data of a created job that is no longer listed.
-JobListInfo DeletedJob(const JobIdInfo& id, const EnqueueJobsInfo& request, std::size_t index) {
-    JobListInfo job{};
+ListedJob DeletedJob(const JobIdInfo& id, const EnqueueJobsInfo& request, std::size_t index) {
+    ListedJob job;
     job.id = id.id;
     job.seqId = id.seqId;
     job.status = unlistedStatus;
@@ -58,10 +59,10 @@ JobListInfo DeletedJob(const JobIdInfo& id, const EnqueueJobsInfo& request, std:
 }
 
 /// The created jobs as the host now lists them.
-std::vector<JobListInfo> AcceptedJobs(HostSession& session, const EnqueueJobsInfo& request,
-                                      const JobEnqueueResult& result) {
+std::vector<ListedJob> AcceptedJobs(HostSession& session, const EnqueueJobsInfo& request,
+                                    const JobEnqueueResult& result) {
     const JobModel board(session.FetchJobs());
-    std::vector<JobListInfo> jobs;
+    std::vector<ListedJob> jobs;
     for (std::size_t i = 0; i < result.jobIds.size() && i < request.inputFileSets.size(); ++i) {
         if (!result.jobIds[i].id.empty()) {
             const JobRow* const view = board.Find(result.jobIds[i].id);
@@ -91,12 +92,12 @@ void WriteRefusals(CommandContext& context, const JobEnqueueResult& result, cons
 } // namespace
 
 ExitCode Run(CommandContext& context, const LongCommand& command) {
-    EnqueueJobsInfo request = RequestOf(command);
+    const ScheduledRequest request = RequestOf(context, command);
     RequireInputs(context, request);
     HostSession session(context, StartOf(command));
     const JobEnqueueResult result = session.Enqueue(request);
     WriteRefusals(context, result, command);
-    const std::vector<JobListInfo> jobs = AcceptedJobs(session, request, result);
+    const std::vector<ListedJob> jobs = AcceptedJobs(session, request, result);
     const bool isWhole = jobs.size() == command.inputs.size();
     if (jobs.empty() && !command.asJson) {
         return ExitCode::JobFailed;

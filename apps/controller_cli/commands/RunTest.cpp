@@ -20,7 +20,7 @@ protected:
     }
 
     EnqueueJobsInfo SentRequest() {
-        EnqueueJobsInfo info;
+        ScheduledRequest info;
         EXPECT_TRUE(messages::Deserialize(host.Requests().at(0).payload, info));
         return info;
     }

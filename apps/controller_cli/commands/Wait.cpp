@@ -9,7 +9,7 @@ namespace controller_cli::commands {
 
 ExitCode Wait(CommandContext& context, const LongCommand& command) {
     HostSession session(context, StartOf(command));
-    std::vector<JobListInfo> jobs = session.FetchJobs();
+    std::vector<ListedJob> jobs = session.FetchJobs();
     const std::vector<std::wstring> selected = IdsOf(SelectJobs(context, jobs, command.ids));
     const std::set<std::wstring> ids(selected.begin(), selected.end());
     std::erase_if(jobs, [&](const JobListInfo& job) { return !ids.contains(job.id); });

@@ -61,7 +61,7 @@ bool HasSucceeded(const JobRow& view) {
 
 } // namespace
 
-ExitCode WaitForCompletion(CommandContext& context, HostSession& session, const std::vector<JobListInfo>& jobs,
+ExitCode WaitForCompletion(CommandContext& context, HostSession& session, const std::vector<ListedJob>& jobs,
                            bool asJson) {
     JobWatcher liveJobs(session, jobs);
     WaitForEnd(context, liveJobs, asJson);

@@ -23,22 +23,20 @@ HostSession::HostSession(CommandContext& commandContext, Start start)
     : context(commandContext), connection(ConnectToHost(commandContext, start)),
       requests(connection.transmitter, connection.extension) {
     inbox.SetEventTransmitter(&connection.transmitter);
-    connection.transmitter.AddEventHandler(events::requestRefused.name, &inbox.RefusalHandler());
-    connection.transmitter.AddEventHandler(events::scenarioProblems.name, &inbox.ScenarioProblemsHandler());
+    inbox.AddHandlers(connection.transmitter);
 }
 
 HostSession::~HostSession() {
     inbox.LeaveEventTransmitter(&connection.transmitter);
-    connection.transmitter.AddEventHandler(events::requestRefused.name, nullptr);
-    connection.transmitter.AddEventHandler(events::scenarioProblems.name, nullptr);
+    inbox.RemoveHandlers(connection.transmitter);
 }
 
-std::vector<JobListInfo> HostSession::FetchJobs() {
+std::vector<ListedJob> HostSession::FetchJobs() {
     return Await(requests.InitJobsRequest(), &Answers::jobs);
 }
 
-JobEnqueueResult HostSession::Enqueue(EnqueueJobsInfo& info) {
-    return Await(requests.EnqueueJobs(info), &Answers::enqueued);
+JobEnqueueResult HostSession::Enqueue(const ScheduledRequest& request) {
+    return Await(requests.Enqueue(request), &Answers::enqueued);
 }
 
 std::vector<JobStatusInfo> HostSession::Cancel(std::vector<std::wstring> ids) {
@@ -51,6 +49,18 @@ std::vector<JobStatusInfo> HostSession::CancelAll() {
 
 std::vector<std::wstring> HostSession::Delete(std::vector<std::wstring> ids) {
     return Await(requests.DeleteJobsRequest(ids), &Answers::deleted);
+}
+
+std::vector<JobStatusInfo> HostSession::Edit(const JobsEdit& edit) {
+    return Await(requests.EditJobs(edit), &Answers::edited);
+}
+
+QueueState HostSession::SetQueueState(const QueueState& state) {
+    return Await(requests.SetQueueState(state), &Answers::queueState);
+}
+
+QueueState HostSession::FetchQueueState() {
+    return Await(requests.FetchQueueState(), &Answers::queueState);
 }
 
 std::vector<ScenarioInfo> HostSession::FetchScenarios() {

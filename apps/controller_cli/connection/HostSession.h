@@ -19,12 +19,17 @@ public:
     HostSession(const HostSession&) = delete;
     HostSession& operator=(const HostSession&) = delete;
 
-    std::vector<JobListInfo> FetchJobs();
-    JobEnqueueResult Enqueue(EnqueueJobsInfo& info);
+    std::vector<ListedJob> FetchJobs();
+    JobEnqueueResult Enqueue(const ScheduledRequest& request);
     std::vector<JobStatusInfo> Cancel(std::vector<std::wstring> ids);
     std::vector<JobStatusInfo> CancelAll();
     /// The ids of the jobs that were deleted.
     std::vector<std::wstring> Delete(std::vector<std::wstring> ids);
+    /// Reports of the jobs that were changed.
+    std::vector<JobStatusInfo> Edit(const JobsEdit& edit);
+    /// The state that the queue then has.
+    QueueState SetQueueState(const QueueState& state);
+    QueueState FetchQueueState();
     std::vector<ScenarioInfo> FetchScenarios();
     /// The problems that the host found when it was last asked for the scenarios.
     std::vector<std::wstring> TakeScenarioProblems();

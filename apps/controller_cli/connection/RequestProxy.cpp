@@ -15,8 +15,24 @@ bool RequestProxy::Post(const std::wstring& name, const std::wstring& payload) {
     return extension != nullptr ? extension->PostEvent(name, payload) : transmitter.SendEvent(name, payload);
 }
 
+bool RequestProxy::Enqueue(const ScheduledRequest& request) {
+    return Send(events::enqueueJobs, request);
+}
+
+bool RequestProxy::EditJobs(const JobsEdit& edit) {
+    return Send(events::editJobsRequest, edit);
+}
+
+bool RequestProxy::SetQueueState(const QueueState& state) {
+    return Send(events::setQueueStateRequest, state);
+}
+
+bool RequestProxy::FetchQueueState() {
+    return Send(events::fetchQueueStateRequest, {});
+}
+
 bool RequestProxy::EnqueueJobs(EnqueueJobsInfo& info) {
-    return Send(events::enqueueJobs, info);
+    return Enqueue({info, {}});
 }
 
 bool RequestProxy::CancelJobs(std::vector<std::wstring>& ids) {

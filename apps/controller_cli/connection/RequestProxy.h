@@ -17,6 +17,12 @@ public:
     RequestProxy(EventTransmitter& eventTransmitter, EventTransmitterExtension* transmitterExtension)
         : transmitter(eventTransmitter), extension(transmitterExtension) {}
 
+    // Requests that the interface lacks.
+    [[nodiscard]] bool Enqueue(const ScheduledRequest& request);
+    [[nodiscard]] bool EditJobs(const JobsEdit& edit);
+    [[nodiscard]] bool SetQueueState(const QueueState& state);
+    [[nodiscard]] bool FetchQueueState();
+
     [[nodiscard]] bool EnqueueJobs(EnqueueJobsInfo& info) override;
     [[nodiscard]] bool CancelJobs(std::vector<std::wstring>& ids) override;
     [[nodiscard]] bool CancelAllJobs() override;

@@ -2,9 +2,11 @@
 
 #include <utility>
 
-#include "ControllerCSWrapper/ControllerCSWrapper.h"
+#include "CommonControllerLib/EventTransmitter.h"
 #include "controller_cli/jobs/JobRow.h"
+#include "formats/Events.h"
 #include "formats/JobStates.h"
+#include "formats/Messages.h"
 
 namespace controller_cli {
 
@@ -37,14 +39,34 @@ bool ResponseInbox::UpdateProgress(const std::vector<JobStatusInfo>& infos) {
     return true;
 }
 
-/// Earlier updates are older than the list.
-bool ResponseInbox::InitJobsResponse(const std::vector<JobListInfo>& jobs) {
+bool ResponseInbox::KeepList(std::vector<ListedJob> jobs) {
     const std::lock_guard lock(mutex);
     updates.clear();
     updateOfJob.clear();
-    answers.jobs = jobs;
+    answers.jobs = std::move(jobs);
     arrived.Raise();
     return true;
+}
+
+/// Replaced by `ListKeeper`.
+bool ResponseInbox::InitJobsResponse(const std::vector<JobListInfo>& jobs) {
+    return KeepList({jobs.begin(), jobs.end()});
+}
+
+void ResponseInbox::AddHandlers(EventTransmitter& transmitter) {
+    transmitter.AddEventHandler(events::requestRefused.name, &refusalHandler);
+    transmitter.AddEventHandler(events::scenarioProblems.name, &scenarioProblemsHandler);
+    transmitter.AddEventHandler(events::editJobsFinish.name, &editedHandler);
+    transmitter.AddEventHandler(events::queueStateResponse.name, &queueStateHandler);
+    transmitter.AddEventHandler(events::initJobsResponse.name, &listHandler);
+}
+
+void ResponseInbox::RemoveHandlers(EventTransmitter& transmitter) {
+    for (const wchar_t* const name :
+         {events::requestRefused.name, events::scenarioProblems.name, events::editJobsFinish.name,
+          events::queueStateResponse.name, events::initJobsResponse.name}) {
+        transmitter.AddEventHandler(name, nullptr);
+    }
 }
 
 bool ResponseInbox::EnqueueJobsFinish(const JobEnqueueResult& result) {
@@ -86,11 +108,18 @@ bool ResponseInbox::CheckJobStatusResponse(const std::vector<JobStatusInfo>& inf
 template <typename Answer>
 bool ResponseInbox::Keeper<Answer>::operator()(const std::wstring& payload) {
     Answer content;
-    return ControllerCSWrapper::Deserialize(payload, content) && inbox.Keep(place, content);
+    return messages::DeserializeContent(payload, content) && inbox.Keep(place, content);
+}
+
+bool ResponseInbox::ListKeeper::operator()(const std::wstring& payload) {
+    std::vector<ListedJob> jobs;
+    return messages::Deserialize(payload, jobs) && inbox.KeepList(std::move(jobs));
 }
 
 template class ResponseInbox::Keeper<std::wstring>;
 template class ResponseInbox::Keeper<std::vector<std::wstring>>;
+template class ResponseInbox::Keeper<std::vector<JobStatusInfo>>;
+template class ResponseInbox::Keeper<QueueState>;
 
 bool ResponseInbox::FetchServiceListResponse(const std::vector<ServiceInfo>& /*services*/) {
     return false;

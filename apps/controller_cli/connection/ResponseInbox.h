@@ -2,6 +2,7 @@
 
 #include "CommonControllerLib/CallbackFunctor.h"
 #include "CommonControllerLib/ControllerPresenterAbs.h"
+#include "formats/Scheduling.h"
 #include "platform/processes/Waiting.h"
 
 #include <map>
@@ -18,8 +19,10 @@ struct Answers {
     std::optional<std::vector<JobStatusInfo>> cancelled;
     std::optional<std::vector<ScenarioInfo>> scenarios;
     std::optional<std::vector<ScenarioParameterSetInfo>> parameterSets;
-    std::optional<std::vector<JobListInfo>> jobs;
+    std::optional<std::vector<ListedJob>> jobs;
     std::optional<std::vector<std::wstring>> deleted;
+    std::optional<std::vector<JobStatusInfo>> edited;
+    std::optional<QueueState> queueState;
     std::optional<std::wstring> strings;
     std::optional<std::wstring> culture;
     std::optional<std::vector<JobStatusInfo>> statuses;
@@ -49,9 +52,9 @@ public:
     /// precedes the deletion.
     std::vector<JobStatusInfo> TakeUpdates();
 
-    /// Handle the host's "RequestRefused" and "ScenarioProblems", for which the presenter interface has no operation.
-    CallbackFunctor& RefusalHandler() { return refusalHandler; }
-    CallbackFunctor& ScenarioProblemsHandler() { return scenarioProblemsHandler; }
+    /// Handle events for which the presenter interface has no operation, or one with less content.
+    void AddHandlers(EventTransmitter& transmitter);
+    void RemoveHandlers(EventTransmitter& transmitter);
 
     bool EnqueueJobsFinish(const JobEnqueueResult& result) override;
     bool UpdateProgress(const std::vector<JobStatusInfo>& infos) override;
@@ -88,8 +91,19 @@ private:
         std::optional<Answer> Answers::*place;
     };
 
+    /// Stores the job list. Earlier updates are older than the list.
+    class ListKeeper final : public CallbackFunctor {
+    public:
+        explicit ListKeeper(ResponseInbox& owner) : inbox(owner) {}
+        bool operator()(const std::wstring& payload) override;
+
+    private:
+        ResponseInbox& inbox;
+    };
+
     template <typename Answer>
     bool Keep(std::optional<Answer> Answers::*place, const Answer& answer);
+    bool KeepList(std::vector<ListedJob> jobs);
 
     std::mutex mutex;
     Answers answers;
@@ -98,6 +112,9 @@ private:
     platform::Event arrived;
     Keeper<std::wstring> refusalHandler{*this, &Answers::refusal};
     Keeper<std::vector<std::wstring>> scenarioProblemsHandler{*this, &Answers::scenarioProblems};
+    Keeper<std::vector<JobStatusInfo>> editedHandler{*this, &Answers::edited};
+    Keeper<QueueState> queueStateHandler{*this, &Answers::queueState};
+    ListKeeper listHandler{*this};
 };
 
 } // namespace controller_cli

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "CommonControllerLib/JobRecords.h"
+#include "formats/Scheduling.h"
 
 #include <cstdint>
 #include <map>
@@ -11,7 +12,7 @@ namespace controller_cli {
 
 /// The displayed data of one job.
 struct JobRow {
-    JobListInfo job;
+    ListedJob job;
     /// Percent, 0 to 100: the scenario's progress, or its last progress if the job failed or was cancelled. (`job` has
     /// 100 for every job that has ended.)
     std::int32_t progress = 0;
@@ -30,7 +31,7 @@ struct JobRow {
 std::wstring StatusName(JobStatus status);
 
 /// Reads the files in the job's work directory.
-JobRow ViewOf(const JobListInfo& job);
+JobRow ViewOf(const ListedJob& job);
 
 /// The running time of a job in seconds; -1 if it never started.
 std::int64_t SecondsOf(const JobListInfo& job, std::int64_t now);
@@ -38,14 +39,14 @@ std::int64_t SecondsOf(const JobListInfo& job, std::int64_t now);
 /// Jobs in list order, updated from the host's reports.
 class JobModel {
 public:
-    explicit JobModel(const std::vector<JobListInfo>& jobs);
+    explicit JobModel(const std::vector<ListedJob>& jobs);
 
     /// Applies a report. Returns the job, or null for an unknown one. A deleted job is kept with the status
     /// `unlistedStatus`.
     const JobRow* Update(const JobStatusInfo& report);
 
     /// Applies the current job list: updates known jobs and appends new ones. Returns the ids of the changed jobs.
-    std::vector<std::wstring> Renew(const std::vector<JobListInfo>& jobs);
+    std::vector<std::wstring> Renew(const std::vector<ListedJob>& jobs);
 
     /// Null for an unknown job.
     const JobRow* Find(const std::wstring& id) const;

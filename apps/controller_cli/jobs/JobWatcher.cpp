@@ -8,7 +8,7 @@ namespace controller_cli {
 JobWatcher::JobWatcher(HostSession& hostSession)
     : session(hostSession), followsAll(true), board(hostSession.FetchJobs()) {}
 
-JobWatcher::JobWatcher(HostSession& hostSession, const std::vector<JobListInfo>& jobs)
+JobWatcher::JobWatcher(HostSession& hostSession, const std::vector<ListedJob>& jobs)
     : session(hostSession), followsAll(false), board(jobs) {}
 
 bool JobWatcher::IsOfInterest(const JobStatusInfo& update) const {

@@ -17,7 +17,7 @@ public:
     explicit JobWatcher(HostSession& hostSession);
     /// Tracks only these jobs. They must be taken from the session's last job list, so that no later report is missed.
     /// A job that has ended keeps its final state, even if it is then deleted.
-    JobWatcher(HostSession& hostSession, const std::vector<JobListInfo>& jobs);
+    JobWatcher(HostSession& hostSession, const std::vector<ListedJob>& jobs);
 
     const JobModel& Board() const { return board; }
     bool HaveAllEnded() const;

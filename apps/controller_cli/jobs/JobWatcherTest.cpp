@@ -71,7 +71,7 @@ TEST_F(JobWatcherTest, WhoFollowsSomeHearsOfNoOthers) {
 }
 
 TEST_F(JobWatcherTest, WhatWasToldSinceTheListIsNotMissed) {
-    const std::vector<JobListInfo> jobs = session.FetchJobs();
+    const std::vector<ListedJob> jobs = session.FetchJobs();
     host.Report(Status(1, JobStatus::Running));
     JobWatcher watcher(session, jobs);
     EXPECT_EQ(Changes(watcher), Ids{L"id1"});

@@ -6,6 +6,7 @@
 #include "controller_cli/output/Table.h"
 #include "formats/JobStates.h"
 #include "platform/files/NativePath.h"
+#include "platform/system/Clock.h"
 
 namespace controller_cli {
 namespace {
@@ -59,12 +60,25 @@ bool ShowsOutputDirectory(const JobRow& view) {
     return view.job.status == JobStatus::Success && !view.outputFolder.empty();
 }
 
-std::wstring ResultText(const JobRow& view) {
+/// Why the job waits; empty if only for its turn.
+std::wstring WaitText(const Texts& texts, const ListedJob& job) {
+    if (job.status != JobStatus::Queued || job.waitReason.empty()) {
+        return {};
+    }
+    const std::wstring what = job.waitReason == L"time" ? platform::UtcText(job.notBefore) : job.waitName;
+    return texts.Format(L"Waiting/" + job.waitReason, {what});
+}
+
+std::wstring ResultText(const Texts& texts, const JobRow& view) {
+    std::wstring wait = WaitText(texts, view.job);
+    if (!wait.empty()) {
+        return wait;
+    }
     return ShowsOutputDirectory(view) ? platform::ToNativeText(view.outputFolder) : view.message;
 }
 
-Cell ResultCell(const JobRow& view) {
-    return {ResultText(view), Colour::None, ShowsOutputDirectory(view) ? CutAt::Beginning : CutAt::End};
+Cell ResultCell(const Texts& texts, const JobRow& view) {
+    return {ResultText(texts, view), Colour::None, ShowsOutputDirectory(view) ? CutAt::Beginning : CutAt::End};
 }
 
 std::vector<Column> Columns(const Texts& texts) {
@@ -82,7 +96,7 @@ std::vector<Cell> RowOf(const CommandContext& context, const JobRow& view, Progr
             {TimeText(SecondsOf(job, context.now()))},
             {job.scenario.displayName},
             {InputText(job)},
-            ResultCell(view)};
+            ResultCell(context.texts, view)};
 }
 
 void AppendMessage(const std::wstring& heading, const std::wstring& message, std::vector<std::wstring>& lines) {
@@ -154,7 +168,7 @@ std::wstring JobLine(const CommandContext& context, const JobRow& view) {
     const std::wstring line =
         context.texts.Format(L"Outcome/Line", {std::to_wstring(job.seqId), StatusText(context.texts, job.status),
                                                PercentText(view.progress), job.scenario.displayName, InputText(job)});
-    const std::wstring result = ResultText(view);
+    const std::wstring result = ResultText(context.texts, view);
     return OneLine(result.empty() ? line : line + L": " + result);
 }
 

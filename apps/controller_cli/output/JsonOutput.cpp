@@ -2,8 +2,10 @@
 
 #include <algorithm>
 #include <iterator>
+#include <map>
 #include <tuple>
 
+#include "CommonControllerLib/JobEntry.h"
 #include "formats/json/RecordLayouts.h"
 #include "formats/json/Writing.h"
 #include "platform/files/NativePath.h"
@@ -27,6 +29,15 @@ struct JobReport {
     std::wstring endTime;
     std::vector<std::wstring> messages;
     std::vector<std::wstring> outputFiles;
+    std::wstring queuedTime;
+    std::int32_t priority = 0;
+    bool isOnHold = false;
+    std::vector<std::wstring> after;
+    std::vector<std::wstring> afterEnd;
+    std::wstring notBefore;
+    std::map<std::wstring, std::int64_t> needs;
+    std::wstring waitReason;
+    std::wstring waitName;
 };
 
 struct ScenarioReport {
@@ -54,8 +65,13 @@ std::vector<std::wstring> NativeTexts(const std::vector<std::wstring>& paths) {
     return texts;
 }
 
+/// Empty for no time.
+std::wstring TimeText(std::int64_t time) {
+    return time == 0 ? std::wstring() : JobEntry::CreateTimeString(time);
+}
+
 JobReport ReportOf(const JobRow& view) {
-    const JobListInfo& job = view.job;
+    const ListedJob& job = view.job;
     JobReport report;
     report.number = job.seqId;
     report.id = job.id;
@@ -71,6 +87,15 @@ JobReport ReportOf(const JobRow& view) {
     report.endTime = job.endTime;
     report.messages = view.messages;
     report.outputFiles = NativeTexts(view.outputFiles);
+    report.queuedTime = TimeText(job.queuedTime);
+    report.priority = job.priority;
+    report.isOnHold = job.hold;
+    report.after = job.after;
+    report.afterEnd = job.afterEnd;
+    report.notBefore = TimeText(job.notBefore);
+    report.needs = job.needs;
+    report.waitReason = job.waitReason;
+    report.waitName = job.waitName;
     return report;
 }
 
@@ -86,14 +111,18 @@ namespace json {
 template <>
 struct Layout<controller_cli::JobReport> {
     using Record = controller_cli::JobReport;
-    static constexpr auto members =
-        std::make_tuple(Member{"number", &Record::number}, Member{"id", &Record::id}, Member{"status", &Record::status},
-                        Member{"progress", &Record::progress}, Member{"message", &Record::message},
-                        Member{"scenario", &Record::scenario}, Member{"inputFiles", &Record::inputFiles},
-                        Member{"runArgument", &Record::runArgument}, Member{"outputFolder", &Record::outputFolder},
-                        Member{"workFolder", &Record::workDirectory}, Member{"startTime", &Record::startTime},
-                        Member{"endTime", &Record::endTime}, Member{"messages", &Record::messages},
-                        Member{"outputFiles", &Record::outputFiles});
+    static constexpr auto members = std::make_tuple(
+        Member{"number", &Record::number}, Member{"id", &Record::id}, Member{"status", &Record::status},
+        Member{"progress", &Record::progress}, Member{"message", &Record::message},
+        Member{"scenario", &Record::scenario}, Member{"inputFiles", &Record::inputFiles},
+        Member{"runArgument", &Record::runArgument}, Member{"outputFolder", &Record::outputFolder},
+        Member{"workFolder", &Record::workDirectory}, Member{"startTime", &Record::startTime},
+        Member{"endTime", &Record::endTime}, Member{"messages", &Record::messages},
+        Member{"outputFiles", &Record::outputFiles}, OptionalMember{"queuedTime", &Record::queuedTime},
+        OptionalMember{"priority", &Record::priority}, OptionalMember{"hold", &Record::isOnHold},
+        OptionalMember{"after", &Record::after}, OptionalMember{"afterEnd", &Record::afterEnd},
+        OptionalMember{"notBefore", &Record::notBefore}, OptionalMember{"needs", &Record::needs},
+        OptionalMember{"waitReason", &Record::waitReason}, OptionalMember{"waitName", &Record::waitName});
 };
 
 template <>

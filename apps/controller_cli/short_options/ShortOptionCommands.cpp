@@ -35,7 +35,7 @@ Start StartOf(const CLIArgumentParser& parser) {
 
 /// An output file must not be an input file, whose content would be lost. Called before anything is written.
 void RequireDistinctFilesOf(const CommandContext& context, const CLIArgumentParser& parser,
-                            const std::vector<EnqueueJobsInfo>& requests) {
+                            const std::vector<ScheduledRequest>& requests) {
     if (parser.GetOutputFileName().empty() && parser.GetLogFileName().empty()) {
         return;
     }
@@ -64,7 +64,7 @@ void StartLog(const CLIArgumentParser& parser) {
 }
 
 ExitCode Enqueue(CommandContext& context, const CLIArgumentParser& parser) {
-    std::vector<EnqueueJobsInfo> requests;
+    std::vector<ScheduledRequest> requests;
     std::wstring problem;
     const bool isRead = jobs_file::Read(AbsolutePath(parser.GetJobFileName()), requests, problem);
     RequireDistinctFilesOf(context, parser, requests);

@@ -31,7 +31,7 @@ protected:
 
     /// A response carries the id of its request.
     void AnswerEnqueue(const ScriptedTransmitter::Event& request) {
-        EnqueueJobsInfo info;
+        ScheduledRequest info;
         EXPECT_TRUE(messages::Deserialize(request.payload, info));
         JobEnqueueResult result;
         result.requestId = info.requestId;

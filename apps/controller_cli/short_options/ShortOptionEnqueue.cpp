@@ -81,13 +81,13 @@ private:
 } // namespace
 
 ExitCode EnqueueRequests(CommandContext& context, ShortOptionSession& session, const std::wstring& jobsFile,
-                         std::vector<EnqueueJobsInfo>& requests, ShortOptionOutput& output) {
+                         std::vector<ScheduledRequest>& requests, ShortOptionOutput& output) {
     Mishaps mishaps(context, session, jobsFile);
     // The first request opens the connection if it is not open yet.
     bool isHostGone = false;
     for (std::size_t index = 0; index < requests.size(); ++index) {
         std::vector<int> seqIds = {-1};
-        const bool isAnswered = !isHostGone && session.Presenter().EnqueueJobs(requests[index], seqIds);
+        const bool isAnswered = !isHostGone && session.Enqueue(requests[index], seqIds);
         isHostGone = !isAnswered && !session.IsConnected();
         output.Write(CLIPresenter::CreateEnqueuedLines(seqIds));
         if (isAnswered) {

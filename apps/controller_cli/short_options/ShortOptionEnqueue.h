@@ -4,6 +4,7 @@
 #include "controller_cli/commands/CommandFailure.h"
 #include "controller_cli/short_options/ShortOptionOutput.h"
 #include "controller_cli/short_options/ShortOptionSession.h"
+#include "formats/Scheduling.h"
 
 #include <string>
 #include <vector>
@@ -14,6 +15,6 @@ namespace controller_cli {
 /// answered, so that none are lost if the front end is killed. Reports rejections with their reasons on standard error.
 /// If the host disconnects, the remaining requests fail without being sent.
 ExitCode EnqueueRequests(CommandContext& context, ShortOptionSession& session, const std::wstring& jobsFile,
-                         std::vector<EnqueueJobsInfo>& requests, ShortOptionOutput& output);
+                         std::vector<ScheduledRequest>& requests, ShortOptionOutput& output);
 
 } // namespace controller_cli

@@ -6,6 +6,7 @@
 #include "ControllerCSWrapper/ControllerCSWrapper.h"
 #include "controller_cli/connection/ConnectionInterval.h"
 #include "formats/Events.h"
+#include "formats/Messages.h"
 
 namespace controller_cli {
 namespace {
@@ -54,6 +55,14 @@ ShortOptionSession::ShortOptionSession(CommandContext& context, Start start)
 
 ShortOptionSession::~ShortOptionSession() {
     presenter.LeaveEventTransmitter(&connection.transmitter);
+}
+
+bool ShortOptionSession::Enqueue(ScheduledRequest& request, std::vector<int>& seqIds) {
+    return presenter.EnqueueJobs(request, seqIds, [&] {
+        // A request that could not be sent is detected by the missing answer.
+        (void)connection.transmitter.SendEvent(events::enqueueJobs.name,
+                                               messages::Serialize(events::enqueueJobs, request));
+    });
 }
 
 bool ShortOptionSession::IsConnected() const {

@@ -4,6 +4,7 @@
 #include "CommonControllerLib/CallbackFunctor.h"
 #include "controller_cli/commands/CommandContext.h"
 #include "controller_cli/connection/HostConnection.h"
+#include "formats/Scheduling.h"
 #include "platform/processes/Waiting.h"
 
 #include <atomic>
@@ -62,6 +63,9 @@ public:
 
     CLIPresenter& Presenter() { return presenter; }
     bool IsConnected() const;
+
+    /// `CLIPresenter::EnqueueJobs` with what the user decides about the start of the jobs.
+    [[nodiscard]] bool Enqueue(ScheduledRequest& request, std::vector<int>& seqIds);
 
     /// Why the host created no job for an input set of an answered request; for a request without input sets, use index
     /// 0. Empty if the host gave no reason.

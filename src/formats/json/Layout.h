@@ -10,9 +10,9 @@
 ///                                                         Member{"label", &ScenarioDirectory::label});
 ///     };
 ///
-/// A member is a text, a `bool`, a whole number of 32 or 64 bits, an enumeration, a record, a list or (read only) an
-/// `std::optional` or a map by text of these. When reading, a missing member keeps its default and unknown members are
-/// ignored; a member of the wrong type or a repeated member rejects the whole text.
+/// A member is a text, a `bool`, a whole number of 32 or 64 bits, an enumeration, a record, a list, a map by text
+/// or an `std::optional` (written as `OptionalMember` only) of these. When reading, a missing member keeps its default
+/// and unknown members are ignored; a member of the wrong type or a repeated member rejects the whole text.
 namespace json {
 
 template <typename Record>
@@ -56,6 +56,17 @@ struct Member {
     ValueType RecordType::*pointer;
     Presence presence;
 };
+
+/// A member that is not written while it has the value of a default record.
+template <typename RecordType, typename ValueType, typename RuleType = AnyValue>
+struct OptionalMember : Member<RecordType, ValueType, RuleType> {
+    using Member<RecordType, ValueType, RuleType>::Member;
+};
+template <typename RecordType, typename ValueType>
+OptionalMember(std::string_view, ValueType RecordType::*) -> OptionalMember<RecordType, ValueType>;
+template <typename RecordType, typename ValueType, typename RuleType>
+OptionalMember(std::string_view, ValueType RecordType::*, RuleTag<RuleType>)
+    -> OptionalMember<RecordType, ValueType, RuleType>;
 
 /// The member "version", which identifies the layout of a file. Always written; rejected if it is newer than `newest`.
 struct Version {

@@ -3,6 +3,8 @@
 #include <concepts>
 #include <cstddef>
 #include <cstdint>
+#include <map>
+#include <optional>
 #include <string>
 #include <string_view>
 #include <tuple>
@@ -32,25 +34,24 @@ CONTROLLER_API void Reserve(std::size_t size, std::wstring& json);
 template <typename Value>
 void Append(const Value& value, std::wstring& json);
 
-/// The prefixes of a record's members: '"id":' for the first one, ',"id":' for the others.
+/// The names of a record's members, each with its colon: '"id":'.
 template <typename Record>
-const std::vector<std::wstring>& Headings() {
-    static const std::vector<std::wstring> headings = std::apply(
+const std::vector<std::wstring>& MemberNames() {
+    static const std::vector<std::wstring> names = std::apply(
         [](const auto&... member) {
             std::vector<std::wstring> texts;
             const auto add = [&texts](std::string_view name) {
-                texts.push_back(texts.empty() ? L"" : L",");
-                AppendName(std::wstring(name.begin(), name.end()), texts.back());
+                AppendName(std::wstring(name.begin(), name.end()), texts.emplace_back());
             };
             (add(member.name), ...);
             return texts;
         },
         Layout<Record>::members);
-    return headings;
+    return names;
 }
 
-template <typename Record, typename Value, typename Rule>
-void AppendMember(const Record& record, const Member<Record, Value, Rule>& member, std::wstring& json) {
+template <typename Record, typename Owner, typename Value, typename Rule>
+void AppendMember(const Record& record, const Member<Owner, Value, Rule>& member, std::wstring& json) {
     Append(record.*member.pointer, json);
 }
 
@@ -59,15 +60,51 @@ void AppendMember(const Record&, const Version&, std::wstring& json) {
     Append(Version::newest, json);
 }
 
+template <typename Record, typename MemberType>
+bool IsOmitted(const Record&, const MemberType&) {
+    return false;
+}
+
+template <typename Record, typename Owner, typename Value, typename Rule>
+bool IsOmitted(const Record& record, const OptionalMember<Owner, Value, Rule>& member) {
+    static const Owner defaults{};
+    return record.*member.pointer == defaults.*member.pointer;
+}
+
+/// Appends the members of a record, after "{" or after another member.
 template <typename Record>
-void AppendRecord(const Record& record, std::wstring& json) {
-    auto heading = Headings<Record>().begin();
-    json += L'{';
+void AppendMembers(const Record& record, std::wstring& json) {
+    auto name = MemberNames<Record>().begin();
     const auto append = [&](const auto& member) {
-        json += *heading++;
-        AppendMember(record, member, json);
+        if (!IsOmitted(record, member)) {
+            if (json.back() != L'{') {
+                json += L',';
+            }
+            json += *name;
+            AppendMember(record, member, json);
+        }
+        ++name;
     };
     std::apply([&](const auto&... member) { (append(member), ...); }, Layout<Record>::members);
+}
+
+template <typename Record>
+void AppendRecord(const Record& record, std::wstring& json) {
+    json += L'{';
+    AppendMembers(record, json);
+    json += L'}';
+}
+
+template <typename Value>
+void AppendMap(const std::map<std::wstring, Value>& map, std::wstring& json) {
+    json += L'{';
+    for (const auto& [name, value] : map) {
+        if (json.back() != L'{') {
+            json += L',';
+        }
+        AppendName(name, json);
+        Append(value, json);
+    }
     json += L'}';
 }
 
@@ -95,6 +132,16 @@ template <typename Element>
 inline constexpr bool isList<std::vector<Element>> = true;
 
 template <typename Value>
+inline constexpr bool isOptional = false;
+template <typename Value>
+inline constexpr bool isOptional<std::optional<Value>> = true;
+
+template <typename Value>
+inline constexpr bool isMap = false;
+template <typename Value>
+inline constexpr bool isMap<std::map<std::wstring, Value>> = true;
+
+template <typename Value>
 void Append(const Value& value, std::wstring& json) {
     if constexpr (std::is_same_v<Value, std::wstring>) {
         AppendText(value, json);
@@ -108,6 +155,11 @@ void Append(const Value& value, std::wstring& json) {
         Append(static_cast<std::underlying_type_t<Value>>(value), json);
     } else if constexpr (isList<Value>) {
         AppendList(value, json);
+    } else if constexpr (isMap<Value>) {
+        AppendMap(value, json);
+    } else if constexpr (isOptional<Value>) {
+        // An `OptionalMember`, which is omitted without a value.
+        Append(*value, json);
     } else {
         AppendRecord(value, json);
     }

@@ -81,8 +81,10 @@ void ScriptedHost::Answer(const ScriptedTransmitter::Event& request) {
     if (answer != answers.end()) {
         EXPECT_TRUE(transmitter.Deliver(answer->second.name, answer->second.payload));
     } else if (request.name == L"InitJobsRequest") {
+        EXPECT_TRUE(transmitter.Deliver(L"InitJobsResponse", messages::Serialize(events::initJobsResponse, jobs)));
+    } else if (request.name == L"FetchQueueStateRequest") {
         EXPECT_TRUE(
-            transmitter.Deliver(L"InitJobsResponse", ControllerCSWrapper::Serialize(L"InitJobsResponse", jobs)));
+            transmitter.Deliver(L"QueueStateResponse", messages::Serialize(events::queueStateResponse, queueState)));
     }
     if (onAnswered) {
         onAnswered(request.name);

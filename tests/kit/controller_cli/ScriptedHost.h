@@ -2,6 +2,7 @@
 
 #include "CommonControllerLib/JobRecords.h"
 #include "controller_cli/connection/HostAccess.h"
+#include "formats/Scheduling.h"
 #include "kit/doubles/ScriptedTransmitter.h"
 
 #include <functional>
@@ -32,7 +33,8 @@ public:
     /// The hosts that were started with the settings file.
     std::vector<host_lock::Holder> hostsOfSettingsFile;
     controller_cli::HostEnd hostEnd = controller_cli::HostEnd::Ended;
-    std::vector<JobListInfo> jobs;
+    std::vector<ListedJob> jobs;
+    QueueState queueState;
     /// The event and payload of the response to each request. Other requests get none, except for the list of jobs.
     std::map<std::wstring, ScriptedTransmitter::Event> answers;
     /// Responses that are sent before those in `answers`.

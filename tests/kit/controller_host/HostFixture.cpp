@@ -1,11 +1,27 @@
 #include "kit/controller_host/HostFixture.h"
 
 #include "ControllerCSWrapper/ControllerCSWrapper.h"
+#include "controller_host/HostJobEntry.h"
 #include "formats/Messages.h"
 #include "kit/doubles/ScriptedEngine.h"
 #include "services/Settings.h"
 
 #include <algorithm>
+
+namespace {
+
+class ScriptedHostEngine final : public HostEngine {
+public:
+    using HostEngine::HostEngine;
+
+protected:
+    JobEntry* CreateNewJobEntry(const JobListInfo* info) override {
+        return info == nullptr ? new ScriptedJobEntry<HostJobEntry>()
+                               : new ScriptedJobEntry<HostJobEntry>(*info, NewQueueRecord());
+    }
+};
+
+} // namespace
 
 HostFixture::HostFixture() {
     WriteTextFile(directory / L"settings.json", R"({"version":1,"workDirectory":"work","jobListFile":"job_list.json",)"
@@ -21,7 +37,7 @@ HostFixture::HostFixture() {
     };
     functions =
         std::make_unique<FunctionManager>(std::vector<std::wstring>{test_modules::ModulePath(L"recording_module_a")});
-    engine = std::make_unique<ScriptedEngine<HostEngine>>(functions.get());
+    engine = std::make_unique<ScriptedHostEngine>(functions.get());
     answers = std::make_unique<RequestHandler>(*engine, transmitter);
     queue = std::make_unique<RequestQueue>(transmitter, RequestHandler::Names());
 }

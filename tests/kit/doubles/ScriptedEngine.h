@@ -5,15 +5,16 @@
 #include <string>
 
 /// A job whose process is a `ScriptedProcess`: it accepts only the answer `ScriptedProcess::Answer`.
-class ScriptedJobEntry final : public JobEntry {
+template <class Entry = JobEntry>
+class ScriptedJobEntry final : public Entry {
 public:
-    using JobEntry::JobEntry;
+    using Entry::Entry;
 
     bool OnEvaluateJobInputResult(const std::wstring& response) override {
         if (response.empty()) {
             return false;
         }
-        SetProcessHandle(reinterpret_cast<void*>(std::stoull(response))); // NOLINT: a handle is no address
+        this->SetProcessHandle(reinterpret_cast<void*>(std::stoull(response))); // NOLINT: a handle is no address
         return true;
     }
 };
@@ -26,6 +27,6 @@ public:
 
 protected:
     JobEntry* CreateNewJobEntry(const JobListInfo* info) override {
-        return info == nullptr ? new ScriptedJobEntry() : new ScriptedJobEntry(*info);
+        return info == nullptr ? new ScriptedJobEntry<>() : new ScriptedJobEntry<>(*info);
     }
 };

@@ -15,7 +15,7 @@ protected:
         WriteTextFile(directory / L"jobs.json",
                       R"({"EnqueueJobs":[{"inputFileSets":[["a"]]},{"inputFileSets":[["b"]]}]})");
         host.transmitter.onSend = [this](const ScriptedTransmitter::Event& request) {
-            EnqueueJobsInfo info;
+            ScheduledRequest info;
             EXPECT_TRUE(messages::Deserialize(request.payload, info));
             JobEnqueueResult result;
             result.requestId = info.requestId;

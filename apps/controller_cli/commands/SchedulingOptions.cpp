@@ -1,0 +1,77 @@
+#include "controller_cli/commands/SchedulingOptions.h"
+
+#include <charconv>
+
+#include "text/Text.h"
+#include "text/Time.h"
+
+namespace controller_cli {
+namespace {
+
+std::optional<std::int64_t> WholeNumber(const std::wstring& text) {
+    const std::string digits = text::ToUtf8(text);
+    std::int64_t number = 0;
+    const auto result = std::from_chars(digits.data(), digits.data() + digits.size(), number);
+    const bool isNumber = result.ec == std::errc() && result.ptr == digits.data() + digits.size();
+    return isNumber ? std::optional(number) : std::nullopt;
+}
+
+std::optional<std::int32_t> PriorityOf(const LongCommand& command) {
+    constexpr std::int64_t most = 1000;
+    if (command.priority.empty()) {
+        return std::nullopt;
+    }
+    const auto priority = WholeNumber(command.priority);
+    if (!priority || *priority < -most || *priority > most) {
+        throw UsageProblem{L"Usage/Priority", command.priority};
+    }
+    return static_cast<std::int32_t>(*priority);
+}
+
+std::optional<std::int64_t> NotBeforeOf(const CommandContext& context, const LongCommand& command) {
+    if (command.notBefore.empty()) {
+        return std::nullopt;
+    }
+    if (const auto duration = text::ReadDuration(command.notBefore)) {
+        return context.now() + *duration;
+    }
+    const auto time = text::ReadUtcTime(command.notBefore);
+    if (!time) {
+        throw UsageProblem{L"Usage/NotBefore", command.notBefore};
+    }
+    return time;
+}
+
+std::optional<std::map<std::wstring, std::int64_t>> NeedsOf(const LongCommand& command) {
+    if (command.needs.empty()) {
+        return std::nullopt;
+    }
+    std::map<std::wstring, std::int64_t> needs;
+    for (const std::wstring& need : command.needs) {
+        const std::size_t sign = need.find(L'=');
+        const auto amount = sign == std::wstring::npos ? std::nullopt : WholeNumber(need.substr(sign + 1));
+        if (!amount || *amount < 1 || sign == 0 || !needs.emplace(need.substr(0, sign), *amount).second) {
+            throw UsageProblem{L"Usage/Need", need};
+        }
+    }
+    return needs;
+}
+
+} // namespace
+
+JobsEdit EditOf(const CommandContext& context, const LongCommand& command) {
+    return {{}, PriorityOf(command), std::nullopt, NotBeforeOf(context, command), NeedsOf(command)};
+}
+
+Scheduling SchedulingOf(const CommandContext& context, const LongCommand& command) {
+    const JobsEdit edit = EditOf(context, command);
+    return {edit.priority.value_or(0),
+            command.isOnHold,
+            command.after,
+            command.afterEnd,
+            command.skipsIfAfterFails,
+            edit.notBefore.value_or(0),
+            edit.needs.value_or(std::map<std::wstring, std::int64_t>())};
+}
+
+} // namespace controller_cli

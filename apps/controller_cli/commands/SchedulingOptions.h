@@ -1,0 +1,15 @@
+#pragma once
+
+#include "controller_cli/command_line/LongOptions.h"
+#include "controller_cli/commands/CommandContext.h"
+#include "formats/Scheduling.h"
+
+namespace controller_cli {
+
+/// What the options of `--run` say about the start of the jobs. Throws `UsageProblem` for a wrong value.
+Scheduling SchedulingOf(const CommandContext& context, const LongCommand& command);
+
+/// What the options of `--edit` change; without jobs. Throws `UsageProblem` for a wrong value.
+JobsEdit EditOf(const CommandContext& context, const LongCommand& command);
+
+} // namespace controller_cli
