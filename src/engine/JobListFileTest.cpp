@@ -23,23 +23,6 @@ TEST_F(JobListFileTest, FileIsAFullSnapshotWithTheRepairedStatuses) {
               (std::vector{SavedJob(1, JobStatus::Canceled), SavedJob(2, JobStatus::Success)}));
 }
 
-TEST_F(JobListFileTest, RecordsAreInTheirEntriesWhileTheFileIsWritten) {
-    const std::vector saved{SavedJob(1, JobStatus::Success), SavedJob(2, JobStatus::Failed)};
-    Start(saved);
-    std::vector<JobListInfo> records;
-    companion.onWrite = [&] { engine->GetJobList(records); };
-    Enqueue({});
-    EXPECT_EQ(records, saved);
-    EXPECT_EQ(companion.JobListWrites().back(), saved);
-}
-
-TEST_F(JobListFileTest, EntriesThatSomebodyElseHoldsKeepTheirRecords) {
-    Start({SavedJob(1, JobStatus::Success)});
-    const JobListInfo& held = Job(1).GetJobListInfo();
-    Enqueue({});
-    EXPECT_EQ(held, SavedJob(1, JobStatus::Success));
-}
-
 TEST_F(JobListFileTest, WritingIsLoggedOneLevelMoreDetailed) {
     Start();
     companion.Forget();
