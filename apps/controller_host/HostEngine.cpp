@@ -162,6 +162,11 @@ std::vector<void*> HostEngine::ActiveProcesses() {
     return processes;
 }
 
+bool HostEngine::IsCompleted() {
+    const std::lock_guard lock(mutex);
+    return !index.HasQueued() && index.ActiveCount() == 0;
+}
+
 bool HostEngine::HasActiveJobs() {
     const std::lock_guard lock(mutex);
     return index.ActiveCount() > 0;

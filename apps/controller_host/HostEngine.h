@@ -56,6 +56,10 @@ public:
     /// The process handles of all active jobs. The jobs own them; they are valid until the next `CheckUpdate`.
     std::vector<void*> ActiveProcesses();
 
+    /// As of the base class. A job on hold waits, too. Hides that of the base class, whose cursor says nothing about jobs
+    /// that may not start.
+    bool IsCompleted();
+
     /// True while a job is running or being cancelled, with or without a process.
     bool HasActiveJobs();
     /// True while a job waits, is running or being cancelled.
@@ -120,8 +124,7 @@ protected:
     QueueRecord NewQueueRecord() const;
     /// True while the queue is paused, and while as many jobs are active as the settings allow.
     bool IsSuspendJobExecution() override;
-    /// Selects the job that the scheduler names. While none may start, the cursor is at the end, and `IsCompleted` says
-    /// nothing about waiting jobs.
+    /// Selects the job that the scheduler names. While none may start, the cursor is at the end.
     void SelectNextJob() override;
     /// Appends the change to the journal of the list. Writes a snapshot if there is no journal yet, if the journal has
     /// outgrown its snapshot, or if it cannot be written.

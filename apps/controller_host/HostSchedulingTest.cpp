@@ -110,12 +110,26 @@ TEST_F(HostSchedulingTest, AJobOnHoldWaitsUntilItIsReleasedAndBlocksNobody) {
     EXPECT_EQ(Row(held).waitReason, L"hold");
     EXPECT_EQ(Start(), other);
     EXPECT_EQ(Start(), L"");
+    EXPECT_FALSE(engine->IsCompleted());
+    End(true);
+    EXPECT_EQ(Start(), L"");
+    EXPECT_FALSE(engine->IsCompleted());
     JobsEdit release;
     release.jobs = {L"1"};
     release.hold = false;
     Ask(L"EditJobsRequest", messages::Serialize(events::editJobsRequest, release));
     EXPECT_EQ(Answered<std::vector<JobStatusInfo>>(L"EditJobsFinish").at(0).id, held);
     EXPECT_EQ(Start(), held);
+}
+
+TEST_F(HostSchedulingTest, TheQueueIsCompletedWhenNothingWaitsOrRuns) {
+    EXPECT_TRUE(engine->IsCompleted());
+    Enqueue1({});
+    EXPECT_FALSE(engine->IsCompleted());
+    Start();
+    EXPECT_FALSE(engine->IsCompleted());
+    End(true);
+    EXPECT_TRUE(engine->IsCompleted());
 }
 
 TEST_F(HostSchedulingTest, OnlyWaitingJobsAreEdited) {
