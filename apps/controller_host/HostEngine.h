@@ -56,8 +56,8 @@ public:
     /// The process handles of all active jobs. The jobs own them; they are valid until the next `CheckUpdate`.
     std::vector<void*> ActiveProcesses();
 
-    /// As of the base class. A job on hold waits, too. Hides that of the base class, whose cursor says nothing about jobs
-    /// that may not start.
+    /// As of the base class. A job on hold waits, too. Hides that of the base class, whose cursor says nothing about
+    /// jobs that may not start.
     bool IsCompleted();
 
     /// True while a job is running or being cancelled, with or without a process.
