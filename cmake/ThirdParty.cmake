@@ -56,3 +56,10 @@ else()
   find_library(CONTROLLER_ZLIB_ARCHIVE libz.a REQUIRED)
   target_link_libraries(zlib_archive INTERFACE "${CONTROLLER_ZLIB_ARCHIVE}")
 endif()
+
+# Only programs that hash link it, statically: loading one more library would take as long as the rest of a runner's start.
+if(CMAKE_SYSTEM_NAME STREQUAL "Linux")
+  find_library(CONTROLLER_NETTLE_ARCHIVE libnettle.a REQUIRED)
+  add_library(nettle_archive INTERFACE)
+  target_link_libraries(nettle_archive INTERFACE "${CONTROLLER_NETTLE_ARCHIVE}")
+endif()

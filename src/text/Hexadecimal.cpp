@@ -19,6 +19,16 @@ std::wstring HexadecimalText(std::uint64_t number) {
     return {digits.begin(), end};
 }
 
+std::wstring HexadecimalText(std::span<const std::uint8_t> bytes) {
+    std::wstring text;
+    text.reserve(bytes.size() * 2);
+    for (const std::uint8_t byte : bytes) {
+        text += hexadecimalDigits[byte >> 4];
+        text += hexadecimalDigits[byte & 0xF];
+    }
+    return text;
+}
+
 std::optional<std::uint64_t> ReadHexadecimal(std::wstring_view digits) {
     constexpr std::uint64_t mostBeforeLastDigit = std::numeric_limits<std::uint64_t>::max() >> 4;
     std::uint64_t number = 0;

@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <span>
 #include <string>
 #include <string_view>
 
@@ -21,6 +22,9 @@ constexpr int HexadecimalValue(std::uint32_t digit) {
 
 /// Returns the digits of a number without leading zeros.
 std::wstring HexadecimalText(std::uint64_t number);
+
+/// Returns two digits for each byte.
+std::wstring HexadecimalText(std::span<const std::uint8_t> bytes);
 
 /// Parses digits in either case. Returns nothing for an empty text, any other character, or a number of more than 64
 /// bits.

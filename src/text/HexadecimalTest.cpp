@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <optional>
+#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -17,6 +18,11 @@ TEST(HexadecimalTest, NumbersAreLowerCaseWithoutLeadingZeros) {
     EXPECT_EQ(HexadecimalText(0), L"0");
     EXPECT_EQ(HexadecimalText(0x03F9A0C1), L"3f9a0c1");
     EXPECT_EQ(HexadecimalText(UINT64_MAX), L"ffffffffffffffff");
+}
+
+TEST(HexadecimalTest, BytesAreTwoDigitsEach) {
+    EXPECT_EQ(HexadecimalText(std::vector<std::uint8_t>{0x00, 0x0A, 0xFF}), L"000aff");
+    EXPECT_EQ(HexadecimalText(std::vector<std::uint8_t>{}), L"");
 }
 
 TEST(HexadecimalTest, DigitsOfEitherCaseAreRead) {

@@ -92,6 +92,10 @@ module BenchReport
            kinds == 1000 ? at_most(1) : nil)
   end.freeze
 
+  HASH_ROWS = [
+    pair("hash", "SHA-256 of a file of 256 MiB in the cache", "HashFile", "of the same bytes in memory", "HashMemory", at_most(1.5))
+  ].freeze
+
   REQUEST_ROWS = [
     single("enqueue", "EnqueueJob of 10,000 input sets", "EnqueueTenThousandSets", below(200)),
     single("request", "a request of 10,000 sets, -i to the last line", "request_of_10000")
@@ -112,5 +116,5 @@ module BenchReport
   ].freeze
 
   ROWS = [*job_rows("tmpfs"), *job_rows("disk"), *RUNNER_ROWS, *LIST_ROWS, *JOURNAL_ROWS, *CATALOGUE_ROWS,
-          *SCHEDULER_ROWS, *REQUEST_ROWS, *STATUS_ROWS, *HOST_ROWS].freeze
+          *SCHEDULER_ROWS, *HASH_ROWS, *REQUEST_ROWS, *STATUS_ROWS, *HOST_ROWS].freeze
 end

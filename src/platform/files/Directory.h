@@ -34,8 +34,9 @@ struct DirectoryEntry {
 
 /// Appends the entries of `directory` without "." and "..": in the system's order on Windows, sorted case-insensitively
 /// on Linux. An entry whose status cannot be read, such as a dangling link, does not count as a directory. On Linux,
-/// names with a backslash are omitted, because library text would read them as paths. On failure, appends nothing.
-Error ListDirectory(const std::wstring& directory, std::vector<DirectoryEntry>& entries);
+/// names with a backslash are omitted, because library text would read them as paths; then `isComplete`, if given,
+/// becomes false. On failure, appends nothing.
+Error ListDirectory(const std::wstring& directory, std::vector<DirectoryEntry>& entries, bool* isComplete = nullptr);
 
 /// Pins one directory. Operations below `Path` act on this directory even if it, or a directory above it, is renamed or
 /// replaced. Once the directory is removed, nothing can be created in it. On Windows the directory cannot be removed or

@@ -127,12 +127,18 @@ TEST_F(DirectoryTest_List, NamesWithABackslashAreLeftOut) {
         GTEST_SKIP() << "no such names here";
     }
     EXPECT_THAT(Names(), ElementsAre());
+    std::vector<DirectoryEntry> entries;
+    bool isComplete = true;
+    EXPECT_FALSE(ListDirectory(directory.Path(), entries, &isComplete));
+    EXPECT_FALSE(isComplete);
 }
 
 TEST_F(DirectoryTest_List, EntriesAreAppended) {
     Touch(L"b");
     std::vector<DirectoryEntry> entries = {{L"z", false, false}};
-    EXPECT_FALSE(ListDirectory(directory.Path() + L"\\", entries));
+    bool isComplete = true;
+    EXPECT_FALSE(ListDirectory(directory.Path() + L"\\", entries, &isComplete));
+    EXPECT_TRUE(isComplete);
     ASSERT_EQ(entries.size(), 2u);
     EXPECT_EQ(entries[0].name, L"z");
     EXPECT_EQ(entries[1].name, L"b");

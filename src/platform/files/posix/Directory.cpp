@@ -72,7 +72,11 @@ bool CaseInsensitiveLess(std::wstring_view left, std::wstring_view right) {
 
 /// A name with a backslash would be split like a path and could lead out of the directory.
 bool CanBeCarried(std::string_view name) {
-    return name != "." && name != ".." && name.find('\\') == std::string_view::npos;
+    return name.find('\\') == std::string_view::npos;
+}
+
+bool IsEntry(std::string_view name) {
+    return name != "." && name != "..";
 }
 
 /// Most file systems return the type with the name; only links and unknown types need another call.
@@ -110,7 +114,7 @@ Error FlushDirectory(const std::wstring& directory) {
     return opened ? OutcomeOf(fsync(DescriptorOf(opened))) : LastError();
 }
 
-Error ListDirectory(const std::wstring& directory, std::vector<DirectoryEntry>& entries) {
+Error ListDirectory(const std::wstring& directory, std::vector<DirectoryEntry>& entries, bool* isComplete) {
     const DirectoryListing opened = OpenListing(AT_FDCWD, SystemPath(directory).c_str(), O_RDONLY | O_DIRECTORY);
     if (!opened) {
         return LastError();
@@ -118,8 +122,12 @@ Error ListDirectory(const std::wstring& directory, std::vector<DirectoryEntry>& 
     std::vector<DirectoryEntry> found;
     errno = 0;
     while (const dirent* next = readdir(opened.get())) {
-        if (CanBeCarried(next->d_name)) {
+        const bool isListed = CanBeCarried(next->d_name);
+        if (isListed && IsEntry(next->d_name)) {
             Append(opened.get(), *next, found);
+        }
+        if (!isListed && isComplete != nullptr) {
+            *isComplete = false;
         }
         errno = 0;
     }

@@ -38,7 +38,7 @@ Error FlushDirectory(const std::wstring&) {
     return {};
 }
 
-Error ListDirectory(const std::wstring& directory, std::vector<DirectoryEntry>& entries) {
+Error ListDirectory(const std::wstring& directory, std::vector<DirectoryEntry>& entries, bool*) {
     std::vector<DirectoryEntry> found;
     DirectorySearch search(directory);
     while (const WIN32_FIND_DATAW* const next = search.Next()) {
