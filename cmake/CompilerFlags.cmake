@@ -41,6 +41,16 @@ else()
   set(controller_static_program -static)
 endif()
 
+# Links a program that is started for each job: without shared libraries, where CONTROLLER_STATIC_RUNNER allows it.
+function(controller_link_runner program)
+  if(CONTROLLER_STATIC_RUNNER)
+    target_link_libraries(${program} PRIVATE companion_archive)
+    target_link_options(${program} PRIVATE ${controller_static_program})
+  else()
+    target_link_libraries(${program} PRIVATE ControllerCSWrapper)
+  endif()
+endfunction()
+
 if(CONTROLLER_SANITIZERS)
   # Their run time must be shared.
   set(CONTROLLER_STATIC_RUNNER OFF)

@@ -117,6 +117,7 @@ HostExit LoadAndServe(const settings::Settings& settings, HostPlace& place, cons
     std::vector<std::wstring> moduleProblems = start_checks::LoadFunctionModules(settings, functions);
     Warn(moduleProblems);
     Warn(start_checks::ProgramProblems(settings));
+    EndLostRuns(functions);
     HostEngine engine(&functions);
     engine.SetModuleProblems(std::move(moduleProblems));
     fault_points::ReachFaultPoint(fault_points::FaultPoint::EngineMade);

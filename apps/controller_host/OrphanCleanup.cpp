@@ -52,6 +52,14 @@ void StopOrphanCleanup(const std::wstring& jobListFile) {
     EndProcesses(runs);
 }
 
+void EndLostRuns(const FunctionManager& functions) {
+    constexpr auto endLostRuns = "EndLostRuns";
+    std::wstring answer;
+    if (functions.HasFunction(endLostRuns) && functions.CallFunction(endLostRuns, L"", answer, nullptr) != 0) {
+        ControllerLogManager::WarnLog(L"The function module could not end the jobs of earlier hosts. " + answer);
+    }
+}
+
 void KillOrphans(const std::vector<JobStatusInfo>& jobs) {
     std::set<std::wstring> runs;
     for (const JobStatusInfo& job : jobs) {

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "CommonControllerLib/FunctionManager.h"
 #include "CommonControllerLib/JobRecords.h"
 
 #include <string>
@@ -9,6 +10,10 @@
 /// shows as active; its runner obeys it on any machine. Kills all processes on this machine that belong to an
 /// unfinished job, because their runner may be dead. Called before the engine reads the list.
 void StopOrphanCleanup(const std::wstring& jobListFile);
+
+/// Lets the function module end what an earlier host left running on other machines, if the module has a function for
+/// that. Does not wait for the end.
+void EndLostRuns(const FunctionManager& functions);
 
 /// Kills the remaining processes of those of `jobs` that have ended without a result: a runner always writes one unless
 /// it was killed.

@@ -1,4 +1,4 @@
-/// The two functions by which the controller finds this module.
+/// The two functions by which the controller finds a module that runs each scenario under a process of its own.
 
 #include <exception>
 
@@ -9,14 +9,8 @@
 
 namespace {
 
-using local_process::LocalProcess;
+using local_process::Module;
 using local_process::ModuleResult;
-
-/// Lives as long as the module is loaded.
-LocalProcess& Module() {
-    static LocalProcess module;
-    return module;
-}
 
 ModuleResult FailUnexpectedly(const std::string& functionName, const char* what) noexcept {
     try {
@@ -41,7 +35,7 @@ ModuleResult Call(const std::string& functionName, const std::wstring& input, st
 
 extern "C" CONTROLLER_API void GetFunctions(std::vector<std::string>* functionNames) {
     try {
-        for (const std::string& name : LocalProcess::FunctionNames()) {
+        for (const std::string& name : Module().FunctionNames()) {
             functionNames->push_back(name);
         }
     } catch (...) {

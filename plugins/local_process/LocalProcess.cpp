@@ -28,8 +28,13 @@ ModuleResult FailJob(ModuleResult result, const run_protocol::RunScenarioInfo& i
 
 } // namespace
 
-std::vector<std::string> LocalProcess::FunctionNames() {
+std::vector<std::string> LocalProcess::FunctionNames() const {
     return {runScenario, cancelScenario, terminate};
+}
+
+RunnerProgram LocalProcess::ChooseRunner(const run_protocol::RunScenarioInfo&,
+                                         const settings::Settings& settings) const {
+    return {settings.scenarioRunner, {}, L"Check the setting \"scenarioRunner\""};
 }
 
 ModuleResult LocalProcess::Call(const std::string& functionName, const std::wstring& input, std::wstring& output) {
@@ -54,7 +59,8 @@ ModuleResult LocalProcess::RunScenario(const std::wstring& request, std::wstring
     }
     fault_points::ReachFaultPoint(fault_points::FaultPoint::RunRequestWritten);
     platform::OwnedHandle runner;
-    if (!StartRunner(info, *settings::Current(), runner, problem)) {
+    const auto settings = settings::Current();
+    if (!StartRunner(info, *settings, ChooseRunner(info, *settings), runner, problem)) {
         return FailJob(ModuleResult::RunnerNotStarted, info, problem, answer);
     }
     fault_points::ReachFaultPoint(fault_points::FaultPoint::RunnerStarted);

@@ -5,6 +5,7 @@
 
 #include "local_process/ModuleResult.h"
 #include "local_process/RunnerRegistry.h"
+#include "local_process/RunnerStart.h"
 
 namespace local_process {
 
@@ -19,17 +20,29 @@ namespace local_process {
 /// Threads: any.
 class LocalProcess {
 public:
-    static std::vector<std::string> FunctionNames();
+    LocalProcess() = default;
+    virtual ~LocalProcess() = default;
+    LocalProcess(const LocalProcess&) = delete;
+    LocalProcess& operator=(const LocalProcess&) = delete;
+
+    virtual std::vector<std::string> FunctionNames() const;
 
     /// Throws only exceptions of the standard library.
-    ModuleResult Call(const std::string& functionName, const std::wstring& input, std::wstring& output);
+    virtual ModuleResult Call(const std::string& functionName, const std::wstring& input, std::wstring& output);
 
 private:
+    /// The program that supervises the scenario of this job.
+    virtual RunnerProgram ChooseRunner(const run_protocol::RunScenarioInfo& info,
+                                       const settings::Settings& settings) const;
     ModuleResult RunScenario(const std::wstring& request, std::wstring& answer);
     ModuleResult CancelScenario(const std::wstring& jobId);
     ModuleResult Terminate();
 
     RunnerRegistry registry;
 };
+
+/// The module that the exported functions call; each module of this kind defines it. It lives as long as the module is
+/// loaded.
+LocalProcess& Module();
 
 } // namespace local_process

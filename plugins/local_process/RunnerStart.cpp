@@ -6,16 +6,15 @@
 namespace local_process {
 namespace {
 
-bool Fail(const settings::Settings& settings, const std::wstring& why, std::wstring& problem) {
-    problem = L"The program that runs scenarios, " + platform::ToNativeText(settings.scenarioRunner) +
-              L", cannot be started: " + why + L".";
+bool Fail(const RunnerProgram& program, const std::wstring& why, std::wstring& problem) {
+    problem = L"The program that runs scenarios, " + platform::ToNativeText(program.path) + L", cannot be started: " +
+              why + L".";
     return false;
 }
 
-/// Names the setting only if the configured program file is missing or not executable.
-std::wstring Advice(const settings::Settings& settings) {
-    return platform::IsProgramFile(settings.scenarioRunner) ? std::wstring()
-                                                            : L". Check the setting \"scenarioRunner\"";
+/// Empty unless the program file is missing or not executable.
+std::wstring Advice(const RunnerProgram& program) {
+    return platform::IsProgramFile(program.path) ? std::wstring() : L". " + program.advice;
 }
 
 /// Chooses the settings file for the runner. If that file is broken or missing, writes a copy of the settings in force
@@ -37,28 +36,29 @@ bool ChooseSettingsFile(const run_protocol::RunScenarioInfo& info, const setting
 } // namespace
 
 bool StartRunner(const run_protocol::RunScenarioInfo& info, const settings::Settings& settings,
-                 platform::OwnedHandle& runner, std::wstring& problem) {
+                 const RunnerProgram& program, platform::OwnedHandle& runner, std::wstring& problem) {
     const platform::OwnedHandle host = platform::OpenSelf();
     if (!host) {
-        return Fail(settings, L"the system has no more handles", problem);
+        return Fail(program, L"the system has no more handles", problem);
     }
     std::wstring settingsFile;
     if (!ChooseSettingsFile(info, settings, settingsFile, problem)) {
         return false;
     }
     platform::ProcessStart start;
-    start.program = settings.scenarioRunner;
+    start.program = program.path;
     start.arguments = {L"--work-dir", platform::ToNativeText(info.workDir), L"--host",
                        platform::InheritedHandleText(host.Get())};
     if (!settingsFile.empty()) {
         start.arguments.insert(start.arguments.end(), {L"--settings", platform::ToNativeText(settingsFile)});
     }
+    start.arguments.insert(start.arguments.end(), program.arguments.begin(), program.arguments.end());
     start.environment = {{run_protocol::runInfoVariable, run_protocol::RunInfoPath(info.workDir)}};
-    start.currentDirectory = platform::ParentDirectory(settings.scenarioRunner);
+    start.currentDirectory = platform::ParentDirectory(program.path);
     start.detached = true;
     start.inherited = {host.Get()};
     const platform::Error error = platform::StartProcess(start, runner);
-    return !error || Fail(settings, error.Text() + Advice(settings), problem);
+    return !error || Fail(program, error.Text() + Advice(program), problem);
 }
 
 } // namespace local_process

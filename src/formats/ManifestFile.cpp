@@ -41,7 +41,8 @@ struct ScriptFile {
     static constexpr auto members =
         std::make_tuple(json::Version(), Member{"timeLimitSeconds", &Manifest::timeLimitSeconds, rule<TimeLimit>},
                         Member{"successExitCodes", &Manifest::successExitCodes},
-                        Member{"parameterSets", &Manifest::parameterSets, rule<ParameterSetMembers>});
+                        Member{"parameterSets", &Manifest::parameterSets, rule<ParameterSetMembers>},
+                        Member{"slurm", &Manifest::slurm, rule<slurm::SlurmMembers>});
 };
 
 /// The manifest of a package.

@@ -171,7 +171,8 @@ std::wstring FindContradiction(const ScenarioManifest& manifest) {
     if (std::any_of(manifest.inputs.begin(), manifest.inputs.end(), HasTooManyExtensions)) {
         return TooMany(L"inputs.extensions", mostElements);
     }
-    return WrongParameterSetOf(manifest);
+    const std::wstring wrong = slurm::FindContradiction(manifest.slurm, manifest.timeLimitSeconds);
+    return wrong.empty() ? WrongParameterSetOf(manifest) : wrong;
 }
 
 std::wstring FindWhatCannotRun(const ScenarioManifest& manifest) {

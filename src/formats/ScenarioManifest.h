@@ -2,6 +2,7 @@
 
 #include "CommonControllerLib/Export.h"
 #include "CommonControllerLib/ScenarioRecords.h"
+#include "formats/SlurmOptions.h"
 
 #include <cstdint>
 #include <string>
@@ -22,6 +23,8 @@ struct ScenarioManifest {
     std::int32_t timeLimitSeconds = 0;
     std::vector<std::int32_t> successExitCodes = {0};
     std::vector<ScenarioParameterSetInfo> parameterSets;
+    /// Used if the function module "slurm" runs the scenario.
+    slurm::SlurmOptions slurm;
 
     bool operator==(const ScenarioManifest&) const = default;
 };

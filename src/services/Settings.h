@@ -2,6 +2,7 @@
 
 #include "CommonControllerLib/Export.h"
 #include "CommonControllerLib/ScenarioRecords.h"
+#include "formats/SlurmOptions.h"
 #include "services/log/LogLevel.h"
 
 #include <cstdint>
@@ -41,6 +42,14 @@ enum class AfterRestart {
     Queued,
     /// Waiting jobs wait on; interrupted jobs are queued again.
     All
+};
+
+/// How jobs run on a Slurm cluster.
+struct SlurmSettings : slurm::SlurmOptions {
+    /// How long nothing may be seen of a job, or by the job of its waiter. Units: seconds.
+    std::int32_t lostAfterSeconds = 60;
+
+    bool operator==(const SlurmSettings&) const = default;
 };
 
 /// The settings in force. All paths are absolute.
@@ -85,6 +94,7 @@ struct Settings {
     /// The waiting time that outweighs one step of priority.
     std::int32_t ageingMinutes = 60;
     AfterRestart afterRestart = AfterRestart::Cancel;
+    SlurmSettings slurm;
 
     bool operator==(const Settings&) const = default;
 };

@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <cstddef>
 #include <cstdint>
-#include <optional>
 #include <string_view>
 #include <thread>
 #include <tuple>
@@ -146,6 +145,17 @@ struct HookMembers {
                                                     Member{"queueEmpty", &HookCommands::queueEmpty, rule<CommandPart>});
 };
 
+struct LostAfterSeconds {
+    static constexpr auto expected = L"a whole number of seconds from 1 to 3600";
+    static bool Accepts(std::int32_t seconds) { return seconds >= 1 && seconds <= 3600; }
+};
+
+struct SlurmSettingsMembers {
+    static constexpr auto members = std::tuple_cat(
+        slurm::SlurmMembers::members,
+        std::make_tuple(Member{"lostAfterSeconds", &SlurmSettings::lostAfterSeconds, rule<LostAfterSeconds>}));
+};
+
 struct File {
     static constexpr auto members = std::make_tuple(
         json::Version(), Member{"workDirectory", &Settings::workDirectory, rule<Path>},
@@ -169,7 +179,8 @@ struct File {
         Member{"parallelJobs", &Settings::parallelJobs, rule<ParallelJobs>},
         Member{"hooks", &Settings::hooks, rule<HookMembers>}, Member{"resources", &Settings::resources, rule<Resource>},
         Member{"ageingMinutes", &Settings::ageingMinutes, rule<AgeingMinutes>},
-        Member{"afterRestart", &Settings::afterRestart, rule<AfterRestartWord>});
+        Member{"afterRestart", &Settings::afterRestart, rule<AfterRestartWord>},
+        Member{"slurm", &Settings::slurm, rule<SlurmSettingsMembers>});
 };
 
 void Resolve(const std::wstring& directory, std::wstring& path) {
@@ -195,14 +206,14 @@ void ResolvePaths(const std::wstring& directory, Settings& read) {
     }
 }
 
-/// The first extension whose command is empty.
-std::optional<std::wstring> FindEmptyCommand(const Settings& read) {
+/// The first member that conflicts with others, with what was expected; empty if there is none.
+std::wstring FindContradiction(const Settings& read) {
     for (const auto& [extension, command] : read.interpreters) {
         if (command.empty()) {
-            return extension;
+            return L"interpreters" + extension + L": expected a list that begins with a program, found an empty list";
         }
     }
-    return {};
+    return slurm::FindContradiction(read.slurm, 0);
 }
 
 } // namespace
@@ -236,9 +247,8 @@ bool ReadSettingsFile(const std::wstring& path, Settings& read, std::wstring& pr
     for (const std::wstring& unknownMember : unknownMembers) {
         warnings.push_back(json::ProblemInFile(path, unknownMember));
     }
-    if (const std::optional<std::wstring> extension = FindEmptyCommand(fresh)) {
-        problem = platform::ToNativeText(path) + L": interpreters" + *extension +
-                  L": expected a list that begins with a program, found an empty list";
+    if (const std::wstring contradiction = FindContradiction(fresh); !contradiction.empty()) {
+        problem = platform::ToNativeText(path) + L": " + contradiction;
         return false;
     }
     fresh.file = path;

@@ -43,9 +43,8 @@ ScenarioRunFixture::~ScenarioRunFixture() {
     platform::SetEnvironment(L"PATH", pathBefore);
 }
 
-std::wstring ScenarioRunFixture::ModulePath() {
-    return platform::ResolveAgainst(platform::ProgramDirectory(),
-                                    std::wstring(L"local_process") + platform::moduleExtension);
+std::wstring ScenarioRunFixture::ModulePath(const std::wstring& name) {
+    return platform::ResolveAgainst(platform::ProgramDirectory(), name + platform::moduleExtension);
 }
 
 void ScenarioRunFixture::UseSteps(const std::string& steps) {
@@ -64,14 +63,14 @@ void ScenarioRunFixture::WriteSettings() {
                       ",\"interpreters\":{\".rb\":[\"ruby\",\"--disable=gems\"],\".steps\":[" +
                       Quoted(settings.stepsInterpreter) +
                       "]},\"cancelGraceSeconds\":" + std::to_string(settings.graceSeconds) +
-                      ",\"scenarioLogLimitBytes\":" + std::to_string(settings.logLimitBytes) + "}");
+                      ",\"scenarioLogLimitBytes\":" + std::to_string(settings.logLimitBytes) + settings.members + "}");
     settings::UseFile(directory / L"settings.json");
     ASSERT_EQ(settings::Problem(), L"");
 }
 
 long ScenarioRunFixture::Call(const std::string& function, const std::wstring& input) {
     if (!functions) {
-        functions = std::make_unique<FunctionManager>(std::vector{ModulePath()});
+        functions = std::make_unique<FunctionManager>(std::vector{settings.module});
     }
     std::wstring output;
     const long result = functions->CallFunction(function, input, output, nullptr);

@@ -22,6 +22,10 @@ protected:
         int graceSeconds = 600;
         int logLimitBytes = 1 << 20;
         std::wstring stepsInterpreter;
+        /// The function module under test.
+        std::wstring module = ModulePath(L"local_process");
+        /// Further members, each with a comma in front.
+        std::string members;
     };
 
     /// Writes the scenario file and selects it for the job.
@@ -44,8 +48,7 @@ protected:
     run_protocol::RunScenarioResult Result() const;
     std::wstring FirstMessage() const;
 
-    /// The function module under test.
-    static std::wstring ModulePath();
+    static std::wstring ModulePath(const std::wstring& name);
 
     const TemporaryDirectory directory;
     Settings settings;

@@ -47,7 +47,8 @@ TEST_F(ScenarioStopTest, AScenarioEndsWithItsHost) {
     ASSERT_FALSE(platform::EnsureDirectory(job.workDir));
     platform::ProcessStart start;
     start.program = test_support::ProgramPath(L"test_host");
-    start.arguments = {ModulePath(), directory / L"settings.json", directory / L"request.json", directory / L"started"};
+    start.arguments = {settings.module, directory / L"settings.json", directory / L"request.json",
+                       directory / L"started"};
     platform::OwnedHandle host;
     ASSERT_FALSE(platform::StartProcess(start, host));
     AwaitFile(job.workDir, L"ready");

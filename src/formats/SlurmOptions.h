@@ -1,0 +1,82 @@
+#pragma once
+
+#include <cstdint>
+#include <string>
+#include <tuple>
+#include <vector>
+
+#include "CommonControllerLib/Export.h"
+#include "formats/json/Layout.h"
+
+/// What a job asks of a Slurm cluster: in the settings for all scenarios, in a manifest for one.
+namespace slurm {
+
+struct SlurmOptions {
+    /// One partition or several, separated by commas; empty: the default of the cluster. The same holds for each other
+    /// member.
+    std::wstring partition;
+    std::wstring account;
+    std::int32_t cpus = 0;
+    std::int64_t memoryMegabytes = 0;
+    std::int32_t minutes = 0;
+    /// Further options of `srun`, each "--name" or "--name=value".
+    std::vector<std::wstring> options;
+
+    bool operator==(const SlurmOptions&) const = default;
+};
+
+struct PartitionName {
+    static constexpr auto expected = L"partitions of 1 to 256 letters, digits, dots, dashes, underscores and commas";
+    static CONTROLLER_API bool Accepts(const std::wstring& name);
+};
+
+struct AccountName {
+    static constexpr auto expected = L"a name of 1 to 64 letters, digits, dots, dashes and underscores";
+    static CONTROLLER_API bool Accepts(const std::wstring& name);
+};
+
+struct CpuCount {
+    static constexpr auto expected = L"a whole number of CPUs from 1 to 4096";
+    static bool Accepts(std::int32_t cpus) { return cpus >= 1 && cpus <= 4096; }
+};
+
+struct MemorySize {
+    static constexpr auto expected = L"a whole number of megabytes from 1 to 16777216";
+    static bool Accepts(std::int64_t megabytes) { return megabytes >= 1 && megabytes <= 16777216; }
+};
+
+struct JobMinutes {
+    static constexpr auto expected = L"a whole number of minutes from 1 to 525600";
+    static bool Accepts(std::int32_t minutes) { return minutes >= 1 && minutes <= 525600; }
+};
+
+/// Only options that choose or describe resources: others could break the supervision of the job, or start programs.
+struct SrunOption {
+    static constexpr auto expected =
+        L"--NAME or --NAME=VALUE, where NAME is begin, cluster-constraint, comment, constraint, contiguous, "
+        L"cores-per-socket, "
+        L"deadline, exclude, exclusive, gpus, gpus-per-node, gpus-per-task, gres, hint, licenses, mem-per-cpu, "
+        L"mem-per-gpu, "
+        L"nice, nodelist, oversubscribe, prefer, priority, qos, reservation, switches, threads-per-core, tmp or wckey";
+    static CONTROLLER_API bool Accepts(const std::wstring& option);
+};
+
+/// The members of a file.
+struct SlurmMembers {
+    static constexpr auto members =
+        std::make_tuple(json::Member{"partition", &SlurmOptions::partition, json::rule<PartitionName>},
+                        json::Member{"account", &SlurmOptions::account, json::rule<AccountName>},
+                        json::Member{"cpus", &SlurmOptions::cpus, json::rule<CpuCount>},
+                        json::Member{"memoryMegabytes", &SlurmOptions::memoryMegabytes, json::rule<MemorySize>},
+                        json::Member{"minutes", &SlurmOptions::minutes, json::rule<JobMinutes>},
+                        json::Member{"options", &SlurmOptions::options, json::rule<SrunOption>});
+};
+
+/// Returns the first member, as "slurm.NAME", that conflicts with others, with what was expected; empty if there is
+/// none. A scenario may run `timeLimitSeconds`; 0 means no limit.
+CONTROLLER_API std::wstring FindContradiction(const SlurmOptions& options, std::int32_t timeLimitSeconds);
+
+/// The members of `special`, and those of `general` that `special` does not have.
+CONTROLLER_API SlurmOptions Merged(const SlurmOptions& general, const SlurmOptions& special);
+
+} // namespace slurm
