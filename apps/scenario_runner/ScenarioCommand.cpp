@@ -112,6 +112,7 @@ private:
                         InSettings(settings) + L".");
         }
         command.program = *program;
+        command.interpreter = words;
         command.arguments.assign(words.begin() + 1, words.end());
         command.arguments.push_back(platform::ToNativeText(script));
         Finish(script);

@@ -20,6 +20,8 @@ struct ScenarioCommand {
     std::vector<std::pair<std::wstring, std::optional<std::wstring>>> environment;
     /// For a Ruby script: why it cannot load the scenario API; empty if it can.
     std::wstring apiProblem = {};
+    /// The words of the settings or of the package that the command begins with; empty for a packaged program.
+    std::vector<std::wstring> interpreter = {};
 };
 
 /// The paths of a scenario.

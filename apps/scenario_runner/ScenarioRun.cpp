@@ -2,6 +2,7 @@
 
 #include <utility>
 
+#include "ControllerCSWrapper/ControllerCSWrapper.h"
 #include "formats/ScenarioPackage.h"
 #include "platform/files/Directory.h"
 #include "platform/files/FileSystem.h"
@@ -15,6 +16,7 @@
 #include "scenario_runner/ResultFile.h"
 #include "scenario_runner/RunResult.h"
 #include "scenario_runner/Supervisor.h"
+#include "text/Text.h"
 
 namespace scenario_runner {
 namespace {
@@ -46,7 +48,10 @@ ScenarioRun::ScenarioRun(std::wstring jobWorkDir, const platform::DirectoryHandl
 
 RunnerExit ScenarioRun::Run() {
     std::wstring problem;
-    return Prepare(problem) ? StartAndWatch() : FailToStart(problem);
+    if (!Prepare(problem)) {
+        return FailToStart(problem);
+    }
+    return BeginRecord() ? StartAndWatch() : ConcludeUnstarted();
 }
 
 std::wstring ScenarioRun::InDirectory(const std::wstring& name) const {
@@ -58,6 +63,8 @@ bool ScenarioRun::Prepare(std::wstring& problem) {
         problem = L"The result of an earlier run in " + platform::ToNativeText(workDir) + L" cannot be removed.";
         return false;
     }
+    // A report of an earlier run; without one there is nothing to remove.
+    (void)platform::RemoveFile(InDirectory(provenance::usedToolsFileName));
     const std::wstring runInfoPath = platform::ResolveAgainst(workDir, run_protocol::runInfoFileName);
     ScenarioPlace place;
     if (!run_protocol::ReadRunScenarioInfoFile(runInfoPath, info, problem) ||
@@ -78,6 +85,34 @@ bool ScenarioRun::Unpack(std::wstring& packageDirectory, std::wstring& problem) 
     // On failure, unpacking reports an error: it requires a new directory.
     (void)platform::RemoveTree(packageDirectory);
     return scenario_package::Unpack(info.scenarioPath, packageDirectory, problem);
+}
+
+bool ScenarioRun::BeginRecord() {
+    // Without inputs the output directory is the user's, which may hold anything.
+    if (!settings.provenance || info.inputFiles.empty()) {
+        return true;
+    }
+    try {
+        record.emplace(info, directory.Path(), [this] { return MustEnd(); }).Begin(settings, command);
+    } catch (const Stopped&) {
+        return false;
+    } catch (const std::exception& failure) {
+        record.reset();
+        ControllerCSWrapper::WriteWarnLog(L"The origin of the results of job " + info.jobId + L" is not recorded: " +
+                                          text::FromUtf8(failure.what()));
+    }
+    return true;
+}
+
+bool ScenarioRun::MustEnd() const {
+    return HasLostOwner(owners) || IsStopRequested(stopSignal, InDirectory(run_protocol::killFileName));
+}
+
+RunnerExit ScenarioRun::ConcludeUnstarted() {
+    RunFacts facts;
+    facts.ending = HasLostOwner(owners) ? RunEnding::HostEnded : RunEnding::StopRequested;
+    record.reset();
+    return Conclude(std::move(facts));
 }
 
 RunnerExit ScenarioRun::StartAndWatch() {
@@ -110,7 +145,7 @@ RunnerExit ScenarioRun::StartAndWatch() {
     return Conclude(std::move(facts));
 }
 
-RunnerExit ScenarioRun::Conclude(RunFacts facts) const {
+RunnerExit ScenarioRun::Conclude(RunFacts facts) {
     if (facts.ending == RunEnding::HostEnded) {
         return RunnerExit::HostEnded;
     }
@@ -121,7 +156,13 @@ RunnerExit ScenarioRun::Conclude(RunFacts facts) const {
     facts.ownResult = file.Read();
     facts.hasUnusableResult = !facts.ownResult && file.Exists();
     const std::optional<run_protocol::RunScenarioResult> result = ResultOf(facts);
-    return !result || file.Write(*result) ? RunnerExit::Done : RunnerExit::NoResult;
+    if (result && !file.Write(*result)) {
+        return RunnerExit::NoResult;
+    }
+    if (record) {
+        record->End(result ? *result : *facts.ownResult);
+    }
+    return RunnerExit::Done;
 }
 
 RunnerExit ScenarioRun::FailToStart(const std::wstring& problem) const {

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -8,6 +9,7 @@
 #include "formats/ScenarioManifest.h"
 #include "platform/files/Directory.h"
 #include "platform/processes/StopSignal.h"
+#include "scenario_runner/RunRecord.h"
 #include "scenario_runner/ScenarioCommand.h"
 #include "services/Settings.h"
 
@@ -40,8 +42,12 @@ public:
 private:
     [[nodiscard]] bool Prepare(std::wstring& problem);
     [[nodiscard]] bool Unpack(std::wstring& packageDirectory, std::wstring& problem) const;
+    /// Records what the run begins with. Returns false if it must end.
+    [[nodiscard]] bool BeginRecord();
+    bool MustEnd() const;
+    RunnerExit ConcludeUnstarted();
     RunnerExit StartAndWatch();
-    RunnerExit Conclude(struct RunFacts facts) const;
+    RunnerExit Conclude(struct RunFacts facts);
     RunnerExit FailToStart(const std::wstring& problem) const;
     std::wstring InDirectory(const std::wstring& name) const;
 
@@ -53,6 +59,8 @@ private:
     run_protocol::RunScenarioInfo info;
     scenario_manifest::ScenarioManifest manifest;
     ScenarioCommand command;
+    /// Without a value, the origin of the results is not recorded.
+    std::optional<RunRecord> record;
 };
 
 } // namespace scenario_runner

@@ -5,6 +5,7 @@
 #include "formats/RunProtocol.h"
 #include "platform/files/FileSystem.h"
 #include "platform/files/NativePath.h"
+#include "scenario_runner/StopRequests.h"
 
 namespace scenario_runner {
 namespace {
@@ -87,28 +88,21 @@ RunStep Supervisor::Look(StopPolicy& plan) {
     if (output != nullptr) {
         output->CarryIfReadable();
     }
-    if (HasLostOwner()) {
+    if (HasLostOwner(owners)) {
         return plan.OnHostEnded();
     }
     // Rearms the watch before checking the file: later changes end the next wait.
     WatchDirectory(plan);
-    return IsStopRequested() ? plan.OnStopRequested(steady_clock::now()) : plan.OnTime(steady_clock::now());
+    return IsStopRequested(stopSignal, killFile) ? plan.OnStopRequested(steady_clock::now())
+                                                 : plan.OnTime(steady_clock::now());
 }
 
 RunStep Supervisor::OnScenarioEnded(StopPolicy& plan) const {
     // A scenario may obey a stop request before the supervisor sees it.
-    if (IsStopRequested()) {
+    if (IsStopRequested(stopSignal, killFile)) {
         plan.OnStopRequested(steady_clock::now());
     }
     return plan.OnScenarioEnded();
-}
-
-bool Supervisor::HasLostOwner() const {
-    return !std::all_of(owners.begin(), owners.end(), platform::IsProcessRunning);
-}
-
-bool Supervisor::IsStopRequested() const {
-    return !platform::IsProcessRunning(stopSignal.Handle()) || platform::Exists(killFile) || platform::IsLink(killFile);
 }
 
 void Supervisor::AskToStop() {

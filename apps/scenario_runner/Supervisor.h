@@ -35,8 +35,6 @@ private:
     void WatchDirectory(const StopPolicy& plan);
     RunStep Look(StopPolicy& plan);
     RunStep OnScenarioEnded(StopPolicy& plan) const;
-    bool HasLostOwner() const;
-    bool IsStopRequested() const;
     void AskToStop();
 
     platform::ProcessTree& tree;

@@ -50,6 +50,7 @@ module ControllerScenario
   autoload :RunInfo, File.join(__dir__, "controller_scenario/run_info.rb")
   autoload :StopRequest, File.join(__dir__, "controller_scenario/stop_request.rb")
   autoload :Text, File.join(__dir__, "controller_scenario/text.rb")
+  autoload :UsedTools, File.join(__dir__, "controller_scenario/used_tools.rb")
 
   # Runs the block with the job that this process was started for, and ends the process.
   #
@@ -77,6 +78,7 @@ module ControllerScenario
 
   def self.finish(job, &scenario)
     exit_code = attempt(job, &scenario)
+    job.used_tools.write
     job.result.write unless exit_code == EXIT_CANCELLED
     exit_code
   rescue SystemCallError => e

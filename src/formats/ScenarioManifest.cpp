@@ -4,6 +4,7 @@
 #include <string>
 
 #include "ControllerCSWrapper/ControllerCSWrapper.h"
+#include "formats/Boundary.h"
 #include "formats/ManifestFile.h"
 #include "formats/ScenarioPackage.h"
 #include "formats/json/Reading.h"
@@ -16,14 +17,6 @@ namespace {
 
 constexpr std::size_t largestManifest = std::size_t{1} << 20;
 constexpr auto manifestName = "manifest.json";
-
-/// Returns, for example, "C:\s\mesh_report.scenario.json" for "C:\s\mesh_report.rb".
-std::wstring ManifestBeside(const std::wstring& script) {
-    const std::size_t nameBegin = script.size() - platform::FileName(script).size();
-    const std::size_t dot = script.rfind(L'.');
-    const bool hasExtension = dot != std::wstring::npos && dot > nameBegin;
-    return (hasExtension ? script.substr(0, dot) : script) + L".scenario.json";
-}
 
 std::wstring ManifestIn(const std::wstring& package) {
     return platform::ToNativeText(package) + L": manifest.json, ";
@@ -83,6 +76,15 @@ bool ReadBeside(const std::wstring& script, ScenarioManifest& manifest, std::wst
 }
 
 } // namespace
+
+std::wstring ManifestBeside(const std::wstring& script) {
+    return boundary::Guard("ManifestBeside", [&] {
+        const std::size_t nameBegin = script.size() - platform::FileName(script).size();
+        const std::size_t dot = script.rfind(L'.');
+        const bool hasExtension = dot != std::wstring::npos && dot > nameBegin;
+        return (hasExtension ? script.substr(0, dot) : script) + L".scenario.json";
+    });
+}
 
 bool IsPackage(const std::wstring& scenarioPath) {
     return platform::HasExtension(platform::FileName(scenarioPath), L".esa");

@@ -32,6 +32,10 @@ struct ScenarioManifest {
 /// Returns true if the path ends in ".esa", compared by the rules of this system.
 CONTROLLER_API bool IsPackage(const std::wstring& scenarioPath);
 
+/// Returns the path of the manifest beside a script: "C:\s\mesh_report.scenario.json" for "C:\s\mesh_report.rb". It may
+/// be missing.
+CONTROLLER_API std::wstring ManifestBeside(const std::wstring& script);
+
 /// Reads the manifest of a scenario. A script without a manifest gets the defaults. On failure (an invalid manifest, or
 /// a package without one) returns false and sets `problem` to the file and the error.
 [[nodiscard]] CONTROLLER_API bool ReadFor(const std::wstring& scenarioPath, ScenarioManifest& manifest,

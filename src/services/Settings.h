@@ -95,6 +95,12 @@ struct Settings {
     std::int32_t ageingMinutes = 60;
     AfterRestart afterRestart = AfterRestart::Cancel;
     SlurmSettings slurm;
+    /// Whether runs describe what their results were made from.
+    bool provenance = true;
+    /// Whether jobs get the results of earlier ones with equal inputs, unless their request says otherwise.
+    bool reuse = false;
+    /// The versions of tools that results depend on, by name; results of other versions are not reused.
+    std::map<std::wstring, std::wstring> toolVersions;
 
     bool operator==(const Settings&) const = default;
 };

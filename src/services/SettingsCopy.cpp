@@ -44,6 +44,8 @@ std::wstring CopyForRun(const Settings& settings) {
     AppendMember(L"scenarioApiDirectory", settings.scenarioApiDirectory, json);
     AppendMember(L"cancelGraceSeconds", settings.cancelGraceSeconds, json);
     AppendMember(L"scenarioLogLimitBytes", settings.scenarioLogLimitBytes, json);
+    AppendMember(L"provenance", settings.provenance, json);
+    AppendMember(L"toolVersions", settings.toolVersions, json);
     json += L",\"interpreters\":{";
     for (const auto& [extension, command] : settings.interpreters) {
         AppendMember(extension, command, json);

@@ -103,6 +103,12 @@ struct Resource {
     static bool AcceptsName(const std::wstring& name) { return EndpointAddress::Accepts(name); }
 };
 
+/// The versions by tool.
+struct ToolVersion : Label {
+    static constexpr auto expectedName = Resource::expectedName;
+    static bool AcceptsName(const std::wstring& name) { return EndpointAddress::Accepts(name); }
+};
+
 struct AgeingMinutes {
     static constexpr auto expected = L"a whole number of minutes from 1 to 525600";
     static bool Accepts(std::int32_t minutes) { return minutes >= 1 && minutes <= 525600; }
@@ -180,7 +186,8 @@ struct File {
         Member{"hooks", &Settings::hooks, rule<HookMembers>}, Member{"resources", &Settings::resources, rule<Resource>},
         Member{"ageingMinutes", &Settings::ageingMinutes, rule<AgeingMinutes>},
         Member{"afterRestart", &Settings::afterRestart, rule<AfterRestartWord>},
-        Member{"slurm", &Settings::slurm, rule<SlurmSettingsMembers>});
+        Member{"slurm", &Settings::slurm, rule<SlurmSettingsMembers>}, Member{"provenance", &Settings::provenance},
+        Member{"reuse", &Settings::reuse}, Member{"toolVersions", &Settings::toolVersions, rule<ToolVersion>});
 };
 
 void Resolve(const std::wstring& directory, std::wstring& path) {

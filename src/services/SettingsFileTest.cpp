@@ -74,6 +74,7 @@ const std::vector<Refused> refusedFiles = {
     {"ResourceWithBlank", R"({"resources":{"a cad":1}})", L": expected as its name 1 to 64 letters"},
     {"NoAgeing", R"({"ageingMinutes":0})", L": ageingMinutes: expected a whole number of minutes"},
     {"AnotherAfterRestart", R"({"afterRestart":"some"})", L": afterRestart: expected \"cancel\", \"queued\" or"},
+    {"ToolWithBlank", R"({"toolVersions":{"a tool":"1"}})", L": expected as its name 1 to 64 letters"},
     {"SmallLog", R"({"scenarioLogLimitBytes":4095})", L": scenarioLogLimitBytes: expected a whole number of bytes"},
     {"LargeLog", R"({"scenarioLogLimitBytes":1073741825})", L": scenarioLogLimitBytes: expected a whole number"},
     {"DirectoryWithoutPath", R"({"scenarioDirectories":[{"label":"x"}]})",
@@ -133,7 +134,8 @@ TEST_F(SettingsFileTest, TakesEveryMember) {
         "interpreters":{".rb":["ruby","--disable=gems"],".py":["python3"]},
         "cancelGraceSeconds":0,"scenarioLogLimitBytes":4096,"parallelJobs":60,
         "hooks":{"jobEnded":["notify","--end"],"jobFailed":["/bin/mail"],"queueEmpty":[]},
-        "resources":{"cadLicence":2},"ageingMinutes":5,"afterRestart":"all"})"))
+        "resources":{"cadLicence":2},"ageingMinutes":5,"afterRestart":"all",
+        "provenance":false,"reuse":true,"toolVersions":{"mesher":"2.1"}})"))
         << text::ToUtf8(problem);
     Settings expected;
     expected.file = path;
@@ -159,6 +161,9 @@ TEST_F(SettingsFileTest, TakesEveryMember) {
     expected.resources = {{L"cadLicence", 2}};
     expected.ageingMinutes = 5;
     expected.afterRestart = settings::AfterRestart::All;
+    expected.provenance = false;
+    expected.reuse = true;
+    expected.toolVersions = {{L"mesher", L"2.1"}};
     expected.hooks = {{L"notify", L"--end"}, {L"/bin/mail"}, {}};
     EXPECT_TRUE(read == expected);
     EXPECT_TRUE(warnings.empty());

@@ -61,7 +61,8 @@ class DocumentationTest < Minitest::Test
       job.message("text")
       job.progress(5)
     end
-    assert_equal layouts.map(&:keys), [run_info.keys.map(&:to_s), progress.keys, result.keys]
+    assert_equal layouts.map(&:keys), [run_info.keys.map(&:to_s), progress.keys, result.keys,
+                                        read_json("work/used_tools.json").keys]
     assert_equal layouts[1]["progressInfoList"].first.keys, progress["progressInfoList"].first.keys
     assert_equal layouts[2]["messages"].first.keys, result["messages"].first.keys
   end

@@ -29,6 +29,27 @@ class JobTest < Minitest::Test
                    "outputFiles" => [File.join(@output_folder, "report.txt")] }, result)
   end
 
+  def test_the_used_tools_and_files_are_reported
+    table = write_file("table.txt", "steel")
+    run_scenario do |job|
+      job.report_tool_version("mesher", "2.0")
+      job.report_tool_version(:mesher, 2.1)
+      job.report_used_file(table)
+    end
+    report = JSON.parse(File.read(File.join(@work_dir, "used_tools.json")))
+    assert_equal [{ "name" => "ruby", "version" => RUBY_VERSION }, { "name" => "mesher", "version" => "2.1" }], report["tools"]
+    assert_includes report["files"], table
+    assert_includes report["files"], File.join(API_FOLDER, "controller_scenario.rb")
+    assert_empty(report["files"].select { |path| path.end_with?("/json.rb") })
+  end
+
+  def test_a_report_that_cannot_be_written_does_not_fail_the_job
+    Dir.mkdir(File.join(@work_dir, "used_tools.json"))
+    assert_equal(0, run_scenario { |job| job.message("all well") })
+    assert result["succeeded"]
+    assert_match(/used tools could not be written/, @stderr)
+  end
+
   def test_fail_ends_as_failed_with_this_message_first_and_no_trace
     exit_code = run_scenario do |job|
       job.message("before")
@@ -178,7 +199,7 @@ class JobTest < Minitest::Test
       job.progress(1)
       job.write_output("a", "")
     end
-    assert_equal %w[progress_info_list.json run_scenario_info.json run_scenario_result.json],
+    assert_equal %w[progress_info_list.json run_scenario_info.json run_scenario_result.json used_tools.json],
                  Dir.children(@work_dir).sort
     assert_equal ["a"], Dir.children(@output_folder)
   end

@@ -10,10 +10,14 @@ module ControllerScenario
     # The Result that will be written when the scenario ends.
     attr_reader :result
 
+    # The UsedTools that will be written with it.
+    attr_reader :used_tools
+
     def initialize(info, stop_request)
       @info = info
       @stop_request = stop_request
       @result = Result.new(info.job_id, info.work_dir)
+      @used_tools = UsedTools.new(info.work_dir)
       @progress_path = File.join(info.work_dir, PROGRESS_FILE_NAME)
       @last_percent = nil
     end
@@ -80,6 +84,17 @@ module ControllerScenario
     # (32 bits) a scenario chooses itself.
     def message(text, code: 0)
       result.add_message(text, code)
+    end
+
+    # Records the version of a tool that the results depend on, such as a mesher. Ruby's own is recorded always.
+    def report_tool_version(name, version)
+      used_tools.add_version(name, version)
+    end
+
+    # Records a file that the results depend on beside the inputs, such as a table of materials. The Ruby files that
+    # the scenario has loaded are recorded always.
+    def report_used_file(path)
+      used_tools.add_file(path)
     end
 
     # Ends the job as failed with this message, which says what is wrong and what the user can do.

@@ -97,6 +97,30 @@ void WriteUnusableResult(const std::wstring&) {
     Require(platform::ReplaceFile(InCurrentDirectory(run_protocol::resultFileName), "{"));
 }
 
+void WriteResultWithOutput(const std::wstring& path) {
+    const run_protocol::RunScenarioResult result{L"", true, {}, {path}};
+    Require(run_protocol::WriteFile(run_protocol::SerializeRunScenarioResult(result),
+                                    InCurrentDirectory(run_protocol::resultFileName)));
+}
+
+/// "NAME=CONTENT".
+void WriteIn(const std::wstring& directory, const std::wstring& text) {
+    const std::size_t end = text.find(L'=');
+    Require(platform::ReplaceFile(platform::ResolveAgainst(directory, text.substr(0, end)),
+                                  text::ToUtf8(text.substr(end + 1))));
+}
+
+void WriteFileInWorkDirectory(const std::wstring& text) {
+    WriteIn(platform::CurrentDirectory(), text);
+}
+
+void WriteOutputFile(const std::wstring& text) {
+    run_protocol::RunScenarioInfo info;
+    std::wstring problem;
+    Require(run_protocol::ReadRunScenarioInfoFile(InCurrentDirectory(run_protocol::runInfoFileName), info, problem));
+    WriteIn(info.outputFolder, text);
+}
+
 void ReportProgress(const std::wstring& percentage) {
     Require(run_protocol::WriteFile(run_protocol::SerializeProgress(L"", std::stoi(percentage), L"getting on"),
                                     InCurrentDirectory(run_protocol::progressFileName)));
@@ -159,6 +183,9 @@ Steps UsualSteps() {
         {L"print variable ", PrintVariable},
         {L"write result ", WriteResult},
         {L"write unusable result", WriteUnusableResult},
+        {L"write result with output ", WriteResultWithOutput},
+        {L"write file ", WriteFileInWorkDirectory},
+        {L"write output ", WriteOutputFile},
         {L"report progress ", ReportProgress},
         {L"wait for file ", WaitForFile},
         {L"wait for request", WaitForRequest},

@@ -1,0 +1,34 @@
+#include "kit/processes/ResultsFixture.h"
+
+#include "platform/files/Directory.h"
+#include "platform/files/NativePath.h"
+#include "text/Text.h"
+
+ResultsFixture::ResultsFixture() {
+    WriteTextFile(directory / L"in\\a.stl", "first input");
+    WriteTextFile(directory / L"in\\b.stl", "second input");
+    job.inputFiles = {directory / L"in\\a.stl", directory / L"in\\b.stl"};
+    job.runArgument = L"fine";
+    UseNewDirectories(L"first");
+}
+
+void ResultsFixture::UseNewDirectories(const std::wstring& name) {
+    job.workDir = directory / (L"work\\" + name);
+    job.outputFolder = directory / (L"out\\" + name);
+    EXPECT_FALSE(platform::EnsureDirectory(job.outputFolder));
+}
+
+std::wstring ResultsFixture::Output(const std::wstring& name) const {
+    return platform::ResolveAgainst(job.outputFolder, name);
+}
+
+std::wstring ResultsFixture::RecordFile() const {
+    return Output(provenance::fileName);
+}
+
+provenance::Record ResultsFixture::ReadRecord() const {
+    provenance::Record record;
+    std::wstring problem;
+    EXPECT_TRUE(provenance::ReadRecord(RecordFile(), record, problem)) << text::ToUtf8(problem);
+    return record;
+}
