@@ -193,6 +193,9 @@ void HostEngine::ReportToScheduler(JobEntry& job, std::vector<Scheduler::Strande
         scheduler.Wait({job.GetId(), listed->order, record.queuedTime, static_cast<const Scheduling&>(record)});
         ResolveEndedPredecessors(record, stranded);
     } else if (IsActive(job.GetStatus())) {
+        if (auto* const entry = dynamic_cast<HostJobEntry*>(&job)) {
+            entry->NoteStart(platform::Now());
+        }
         scheduler.Start(job.GetId());
     } else {
         EndForScheduler(job.GetId(), job.GetStatus() == JobStatus::Success, stranded);

@@ -364,6 +364,61 @@ TEST_F(HostSchedulingTest, AHostThatEndsLeavesWaitingJobsToTheNextOne) {
     EXPECT_EQ(Row(running).outputDir, directory / L"output");
 }
 
+TEST_F(HostSchedulingTest, AFailedJobRunsAgainAndKeepsTheLogOfEachAttempt) {
+    Scheduling twice;
+    twice.retries = 1;
+    const std::wstring job = Enqueue1(twice);
+    EXPECT_EQ(Start(), job);
+    WriteTextFile(Row(job).workDir + L"\\scenario.log", "first");
+    End(false);
+    EXPECT_EQ(StatusOf(job), JobStatus::Queued);
+    EXPECT_EQ(Row(job).attempt, 1);
+    EXPECT_NE(Row(job).lastEnding.find(L"left no result"), std::wstring::npos);
+    EXPECT_EQ(ReadTextFile(Row(job).workDir + L"\\scenario.1.log"), "first");
+    EXPECT_EQ(Row(job).outputDir, directory / L"output");
+    EXPECT_EQ(Start(), job);
+    End(true);
+    EXPECT_EQ(StatusOf(job), JobStatus::Success);
+    EXPECT_EQ(Row(job).attempt, 2);
+}
+
+TEST_F(HostSchedulingTest, WithoutRetriesLeftTheFollowersFailToo) {
+    Scheduling twice;
+    twice.retries = 1;
+    const std::wstring job = Enqueue1(twice);
+    const std::wstring follower = Enqueue1(After(job));
+    EXPECT_EQ(Start(), job);
+    End(false);
+    EXPECT_EQ(StatusOf(follower), JobStatus::Queued);
+    EXPECT_EQ(Start(), job);
+    End(false);
+    EXPECT_EQ(StatusOf(job), JobStatus::Failed);
+    EXPECT_EQ(StatusOf(follower), JobStatus::Failed);
+}
+
+TEST_F(HostSchedulingTest, ADelayedRetryWaitsForItsTime) {
+    Scheduling later;
+    later.retries = 1;
+    later.retryDelay = 1000000;
+    const std::wstring job = Enqueue1(later);
+    EXPECT_EQ(Start(), job);
+    End(false);
+    EXPECT_EQ(Start(), L"");
+    EXPECT_EQ(Row(job).waitReason, L"time");
+}
+
+TEST_F(HostSchedulingTest, ACancelledJobIsNotRunAgain) {
+    Scheduling twice;
+    twice.retries = 1;
+    const std::wstring job = Enqueue1(twice);
+    EXPECT_EQ(Start(), job);
+    std::vector<std::wstring> ids = {job};
+    std::vector<JobStatusInfo> reports;
+    engine->CancelJobs(ids, reports, false);
+    End(false);
+    EXPECT_EQ(StatusOf(job), JobStatus::Canceled);
+}
+
 TEST_F(HostSchedulingTest, AProgramThatKnowsNoSchedulingReadsTheListOfAHost) {
     Enqueue1(Priority(3));
     engine->EndJournal();

@@ -46,10 +46,9 @@ RunScenarioResult ResultOfExitCode(const RunFacts& facts) {
     return result;
 }
 
-RunScenarioResult ResultOfTimeLimit(const RunFacts& facts) {
-    RunScenarioResult result =
-        FailedResult(facts.jobId, L"The scenario was stopped because it ran longer than its time limit of " +
-                                      std::to_wstring(facts.timeLimitSeconds) + L" s.");
+/// The scenario's own messages follow.
+RunScenarioResult ResultOfLimit(const RunFacts& facts, const std::wstring& reason) {
+    RunScenarioResult result = FailedResult(facts.jobId, L"The scenario was stopped because " + reason);
     if (!facts.ownResult) {
         AddLastOutput(facts, result);
         return result;
@@ -67,7 +66,11 @@ std::optional<RunScenarioResult> ResultOf(const RunFacts& facts) {
         return std::nullopt;
     }
     if (facts.ending == RunEnding::TimeLimit) {
-        return ResultOfTimeLimit(facts);
+        return ResultOfLimit(facts, L"it ran longer than its time limit of " + std::to_wstring(facts.timeLimitSeconds) +
+                                        L" s.");
+    }
+    if (facts.ending == RunEnding::StopRequested && !facts.stopReason.empty()) {
+        return ResultOfLimit(facts, facts.stopReason);
     }
     if (facts.ownResult) {
         return std::nullopt;

@@ -24,6 +24,8 @@ struct RunFacts {
     bool hasUnusableResult = false;
     /// The end of its output.
     std::wstring lastOutput;
+    /// Why the host has stopped it; empty if it has not, or gave no reason.
+    std::wstring stopReason = {};
     /// Why it could not load the scenario API; empty if it could.
     std::wstring apiProblem = {};
 };

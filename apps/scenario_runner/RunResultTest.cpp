@@ -107,6 +107,18 @@ TEST(RunResultTest, AScenarioThatWasStoppedDidNotSucceed) {
     EXPECT_FALSE(ResultOf(facts)->succeeded);
 }
 
+TEST(RunResultTest, AJobThatItsHostStoppedForAReasonHasFailedForIt) {
+    RunFacts facts = EndedWith(0);
+    facts.ending = RunEnding::StopRequested;
+    facts.stopReason = L"it ran longer than its time limit of 5 s.";
+    facts.ownResult = ownSuccess;
+    const auto result = ResultOf(facts);
+    EXPECT_FALSE(result->succeeded);
+    EXPECT_EQ(result->messages.at(0).second,
+              L"The scenario was stopped because it ran longer than its time limit of 5 s.");
+    EXPECT_EQ(result->messages.at(1).second, L"All done");
+}
+
 TEST(RunResultTest, WithoutAHostNobodyReadsAResult) {
     RunFacts facts = EndedWith(0);
     facts.ending = RunEnding::HostEnded;

@@ -38,6 +38,16 @@ RunLimits LimitsOf(const scenario_manifest::ScenarioManifest& manifest, const se
     return limits;
 }
 
+/// A scenario that wrote a result has ended on its own, whatever its exit code is.
+RunnerExit ExitOf(const RunFacts& facts) {
+    if (facts.ending == RunEnding::TimeLimit) {
+        return RunnerExit::TimedOut;
+    }
+    const bool hasCrashed =
+        facts.ending == RunEnding::OnItsOwn && !facts.ownResult && facts.exitCode && platform::IsCrash(*facts.exitCode);
+    return hasCrashed ? RunnerExit::Crashed : RunnerExit::Done;
+}
+
 } // namespace
 
 ScenarioRun::ScenarioRun(std::wstring jobWorkDir, const platform::DirectoryHandle& pinnedDirectory,
@@ -154,6 +164,7 @@ RunnerExit ScenarioRun::Conclude(RunFacts facts) {
     facts.successExitCodes = manifest.successExitCodes;
     facts.timeLimitSeconds = manifest.timeLimitSeconds;
     facts.ownResult = file.Read();
+    facts.stopReason = ReadStopReason();
     facts.hasUnusableResult = !facts.ownResult && file.Exists();
     const std::optional<run_protocol::RunScenarioResult> result = ResultOf(facts);
     if (result && !file.Write(*result)) {
@@ -162,7 +173,16 @@ RunnerExit ScenarioRun::Conclude(RunFacts facts) {
     if (record) {
         record->End(result ? *result : *facts.ownResult);
     }
-    return RunnerExit::Done;
+    return ExitOf(facts);
+}
+
+/// Written by the host into the request to stop; a request of others is empty.
+std::wstring ScenarioRun::ReadStopReason() const {
+    constexpr std::size_t longest = 4096;
+    std::string text;
+    // Without a request there is no reason.
+    (void)platform::ReadFile(InDirectory(run_protocol::killFileName), longest, text);
+    return text::FromUtf8(text);
 }
 
 RunnerExit ScenarioRun::FailToStart(const std::wstring& problem) const {

@@ -25,7 +25,10 @@ enum class RunnerExit : std::int32_t {
     /// The result could not be written.
     NoResult = 4,
     /// The host ended, and the scenario was ended with it.
-    HostEnded = 5
+    HostEnded = 5,
+    /// The scenario crashed, or exceeded its time limit; there is a result.
+    Crashed = run_protocol::crashedExitCode,
+    TimedOut = run_protocol::timedOutExitCode
 };
 
 /// One run of a scenario, from its request to its result.
@@ -50,6 +53,7 @@ private:
     RunnerExit Conclude(struct RunFacts facts);
     RunnerExit FailToStart(const std::wstring& problem) const;
     std::wstring InDirectory(const std::wstring& name) const;
+    std::wstring ReadStopReason() const;
 
     std::wstring workDir;
     const platform::DirectoryHandle& directory;

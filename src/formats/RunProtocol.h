@@ -19,6 +19,10 @@ namespace run_protocol {
 inline constexpr wchar_t runInfoVariable[] = L"CONTROLLER_RUN_INFO";
 CONTROLLER_API std::wstring RunInfoPath(const std::wstring& workDir);
 
+/// Exit codes of a runner that say why the scenario has failed: it crashed, or it exceeded its time limit.
+inline constexpr std::int32_t crashedExitCode = 6;
+inline constexpr std::int32_t timedOutExitCode = 7;
+
 /// The argument of the function "RunScenario".
 struct RunScenarioInfo {
     std::wstring jobId;

@@ -9,7 +9,8 @@
 
 #include "CommonControllerLib/JobRecords.h"
 
-/// What the user of a job wants to decide about when it starts. The defaults start jobs in the order of their age.
+/// What the user of a job wants to decide about when it starts, how long it runs and how often. The defaults start jobs
+/// in the order of their age, once each, without a limit.
 struct Scheduling {
     /// A higher one starts earlier.
     std::int32_t priority = 0;
@@ -25,6 +26,18 @@ struct Scheduling {
     std::int64_t notBefore = 0;
     /// The resources that the job takes while it runs, by name; amounts in the units of the settings' `resources`.
     std::map<std::wstring, std::int64_t> needs;
+    /// How often a job that has failed is run again.
+    std::int32_t retries = 0;
+    /// The time between the end of an attempt and the next one. Units: seconds.
+    std::int64_t retryDelay = 0;
+    /// Each further delay is twice as long, at most a day.
+    bool retryBackoff = false;
+    /// Only an attempt that has crashed, was killed or has exceeded a limit is repeated.
+    bool retryOnlyAfterCrash = false;
+    /// An attempt that runs longer is stopped and has failed; 0: no limit. Units: seconds.
+    std::int64_t timeLimit = 0;
+    /// The same for an attempt without new progress and output for so long. Units: seconds.
+    std::int64_t silenceLimit = 0;
 
     bool operator==(const Scheduling&) const = default;
 };
@@ -43,6 +56,10 @@ struct ScheduledRequest : EnqueueJobsInfo, Scheduling {
 struct QueueRecord : Scheduling {
     /// When the job was enqueued; 0 if unknown. Units: seconds since 1970-01-01 UTC.
     std::int64_t queuedTime = 0;
+    /// The number of the attempt that runs or has ended, from 1 on; 0 before the first one.
+    std::int32_t attempt = 0;
+    /// Why the attempt before this one has ended; empty if there was none.
+    std::wstring lastEnding = {};
 
     bool operator==(const QueueRecord&) const = default;
 };

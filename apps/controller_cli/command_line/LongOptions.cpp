@@ -46,9 +46,11 @@ constexpr std::array namingCommands = {
     Switch{"--parameter-sets", LongCommandKind::ParameterSets},
 };
 
-constexpr std::array optionsWithValues = {"--output",     "--argument", "-l,--log-file", "--priority",
-                                          "--not-before", "--after",    "--after-end"};
-constexpr std::array flags = {"--json", "--follow", "-f,--client-only", "--skip-if-after-fails", "--on-hold"};
+constexpr std::array optionsWithValues = {"--output",      "--argument",   "-l,--log-file",  "--priority",
+                                          "--not-before",  "--after",      "--after-end",    "--retries",
+                                          "--retry-delay", "--time-limit", "--silence-limit"};
+constexpr std::array flags = {"--json",    "--follow",        "-f,--client-only",        "--skip-if-after-fails",
+                              "--on-hold", "--retry-backoff", "--retry-only-after-crash"};
 
 /// More than fit on any system's command line.
 constexpr int mostInputs = 1 << 24;
@@ -162,7 +164,8 @@ void RefuseIdleOptions(const CLI::App& app, const LongCommand& command) {
     refuse("--json", !CanBeJson(command.kind));
     refuse("--follow", command.kind != LongCommandKind::Log);
     for (const char* const name :
-         {"--output", "--argument", "--after", "--after-end", "--skip-if-after-fails", "--on-hold"}) {
+         {"--output", "--argument", "--after", "--after-end", "--skip-if-after-fails", "--on-hold", "--retries",
+          "--retry-delay", "--retry-backoff", "--retry-only-after-crash", "--time-limit", "--silence-limit"}) {
         refuse(name, command.kind != LongCommandKind::Run);
     }
     for (const char* const name : {"--priority", "--not-before", "--need"}) {
@@ -192,6 +195,12 @@ LongCommand CommandOf(const CLI::App& app, const Arguments& operands) {
     command.after = NamesInText(ValueOf(app, "--after"));
     command.afterEnd = NamesInText(ValueOf(app, "--after-end"));
     command.needs = ValuesOf(app, "--need");
+    command.retries = ValueOf(app, "--retries");
+    command.retryDelay = ValueOf(app, "--retry-delay");
+    command.timeLimit = ValueOf(app, "--time-limit");
+    command.silenceLimit = ValueOf(app, "--silence-limit");
+    command.retriesWithBackoff = IsGiven(app, "--retry-backoff");
+    command.retriesOnlyAfterCrash = IsGiven(app, "--retry-only-after-crash");
     command.skipsIfAfterFails = IsGiven(app, "--skip-if-after-fails");
     command.isOnHold = IsGiven(app, "--on-hold");
     command.asJson = IsGiven(app, "--json");

@@ -46,6 +46,12 @@ struct LongCommand {
     std::vector<std::wstring> afterEnd = {};
     /// Each "NAME=AMOUNT".
     std::vector<std::wstring> needs = {};
+    std::wstring retries = {};
+    std::wstring retryDelay = {};
+    std::wstring timeLimit = {};
+    std::wstring silenceLimit = {};
+    bool retriesWithBackoff = false;
+    bool retriesOnlyAfterCrash = false;
     bool skipsIfAfterFails = false;
     bool isOnHold = false;
     bool asJson = false;

@@ -99,6 +99,29 @@ TEST_F(EditTest, ARunSendsWhatIsDecidedAboutItsStart) {
     EXPECT_EQ(static_cast<const Scheduling&>(sent), expected);
 }
 
+TEST_F(EditTest, ARunSendsItsLimitsAndRetries) {
+    WriteTextFile(directory / L"a.stl", "solid");
+    host.answers[L"EnqueueJobs"] = {L"EnqueueJobsFinish",
+                                    messages::Serialize(L"EnqueueJobsFinish", JobEnqueueResult{{{}}, L"", {{L"no"}}})};
+    const std::wstring input = directory / L"a.stl";
+    EXPECT_EQ(Run({L"--run", L"r.rb", input, L"--retries", L"2", L"--retry-delay", L"30s", L"--time-limit", L"2h"}), 1);
+    ScheduledRequest sent;
+    ASSERT_TRUE(messages::Deserialize(host.Requests().at(0).payload, sent));
+    EXPECT_EQ(sent.retries, 2);
+    EXPECT_EQ(sent.retryDelay, 30);
+    EXPECT_EQ(sent.timeLimit, 7200);
+    EXPECT_EQ(Run({L"--run", L"r.rb", input, L"--retries", L"101"}), 2);
+    EXPECT_EQ(Run({L"--run", L"r.rb", input, L"--silence-limit", L"5"}), 2);
+}
+
+TEST_F(EditTest, TheListSaysWhyJobsThatFailedRunAgain) {
+    host.jobs[0].retries = 2;
+    host.jobs[0].attempt = 1;
+    host.jobs[0].lastEnding = L"no licence";
+    EXPECT_EQ(Run({L"--list"}), 0);
+    EXPECT_NE(console.output.find("attempt 2 of 3; before: no licence\n"), std::string::npos) << console.output;
+}
+
 TEST_F(EditTest, TheListSaysWhyJobsWaitAndThatTheQueueIsPaused) {
     host.queueState.isPaused = true;
     host.jobs[0].waitReason = L"resource";

@@ -16,16 +16,30 @@ std::optional<std::int64_t> WholeNumber(const std::wstring& text) {
     return isNumber ? std::optional(number) : std::nullopt;
 }
 
-std::optional<std::int32_t> PriorityOf(const LongCommand& command) {
-    constexpr std::int64_t most = 1000;
-    if (command.priority.empty()) {
+/// Nothing for an option that is not given.
+std::optional<std::int32_t> NumberOf(const std::wstring& text, std::int64_t least, std::int64_t most,
+                                     const wchar_t* problem) {
+    if (text.empty()) {
         return std::nullopt;
     }
-    const auto priority = WholeNumber(command.priority);
-    if (!priority || *priority < -most || *priority > most) {
-        throw UsageProblem{L"Usage/Priority", command.priority};
+    const auto number = WholeNumber(text);
+    if (!number || *number < least || *number > most) {
+        throw UsageProblem{problem, text};
     }
-    return static_cast<std::int32_t>(*priority);
+    return static_cast<std::int32_t>(*number);
+}
+
+std::optional<std::int32_t> PriorityOf(const LongCommand& command) {
+    return NumberOf(command.priority, -1000, 1000, L"Usage/Priority");
+}
+
+/// 0 for an option that is not given.
+std::int64_t DurationOf(const std::wstring& text) {
+    const auto duration = text.empty() ? std::optional(std::int64_t{0}) : text::ReadDuration(text);
+    if (!duration) {
+        throw UsageProblem{L"Usage/Duration", text};
+    }
+    return *duration;
 }
 
 std::optional<std::int64_t> NotBeforeOf(const CommandContext& context, const LongCommand& command) {
@@ -71,7 +85,13 @@ Scheduling SchedulingOf(const CommandContext& context, const LongCommand& comman
             command.afterEnd,
             command.skipsIfAfterFails,
             edit.notBefore.value_or(0),
-            edit.needs.value_or(std::map<std::wstring, std::int64_t>())};
+            edit.needs.value_or(std::map<std::wstring, std::int64_t>()),
+            NumberOf(command.retries, 0, 100, L"Usage/Retries").value_or(0),
+            DurationOf(command.retryDelay),
+            command.retriesWithBackoff,
+            command.retriesOnlyAfterCrash,
+            DurationOf(command.timeLimit),
+            DurationOf(command.silenceLimit)};
 }
 
 } // namespace controller_cli

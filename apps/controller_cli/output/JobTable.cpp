@@ -69,10 +69,20 @@ std::wstring WaitText(const Texts& texts, const ListedJob& job) {
     return texts.Format(L"Waiting/" + job.waitReason, {what});
 }
 
+/// For a job that has failed before and has not ended.
+std::wstring AttemptText(const Texts& texts, const ListedJob& job) {
+    if (job.lastEnding.empty() || IsOver(job.status)) {
+        return {};
+    }
+    const std::int32_t next = job.attempt + (job.status == JobStatus::Queued ? 1 : 0);
+    return texts.Format(L"Waiting/attempt", {std::to_wstring(next), std::to_wstring(job.retries + 1), job.lastEnding});
+}
+
 std::wstring ResultText(const Texts& texts, const JobRow& view) {
-    std::wstring wait = WaitText(texts, view.job);
-    if (!wait.empty()) {
-        return wait;
+    for (std::wstring text : {AttemptText(texts, view.job), WaitText(texts, view.job)}) {
+        if (!text.empty()) {
+            return text;
+        }
     }
     return ShowsOutputDirectory(view) ? platform::ToNativeText(view.outputFolder) : view.message;
 }

@@ -38,6 +38,9 @@ struct JobReport {
     std::map<std::wstring, std::int64_t> needs;
     std::wstring waitReason;
     std::wstring waitName;
+    std::int32_t attempt = 0;
+    std::int32_t attempts = 0;
+    std::wstring lastEnding;
 };
 
 struct ScenarioReport {
@@ -96,6 +99,11 @@ JobReport ReportOf(const JobRow& view) {
     report.needs = job.needs;
     report.waitReason = job.waitReason;
     report.waitName = job.waitName;
+    if (job.retries > 0) {
+        report.attempt = job.attempt;
+        report.attempts = job.retries + 1;
+        report.lastEnding = job.lastEnding;
+    }
     return report;
 }
 
@@ -122,7 +130,9 @@ struct Layout<controller_cli::JobReport> {
         OptionalMember{"priority", &Record::priority}, OptionalMember{"hold", &Record::isOnHold},
         OptionalMember{"after", &Record::after}, OptionalMember{"afterEnd", &Record::afterEnd},
         OptionalMember{"notBefore", &Record::notBefore}, OptionalMember{"needs", &Record::needs},
-        OptionalMember{"waitReason", &Record::waitReason}, OptionalMember{"waitName", &Record::waitName});
+        OptionalMember{"waitReason", &Record::waitReason}, OptionalMember{"waitName", &Record::waitName},
+        OptionalMember{"attempt", &Record::attempt}, OptionalMember{"attempts", &Record::attempts},
+        OptionalMember{"lastEnding", &Record::lastEnding});
 };
 
 template <>

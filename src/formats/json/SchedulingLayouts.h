@@ -19,6 +19,20 @@ struct PriorityRule {
     static bool Accepts(std::int32_t priority) { return priority >= -1000 && priority <= 1000; }
 };
 
+struct RetriesRule {
+    static constexpr auto expected = L"a whole number from 0 to 100";
+    static bool Accepts(std::int32_t retries) { return retries >= 0 && retries <= 100; }
+};
+
+struct DurationRule {
+    static constexpr auto expected = L"a duration such as \"90s\", \"15m\", \"2h\" or \"1d\"";
+    static bool Accepts(std::int64_t seconds) { return seconds >= 0; }
+    [[nodiscard]] static bool ReadText(std::int64_t& seconds, std::string_view word) {
+        seconds = text::ReadDuration(text::FromTrustedWtf8(word)).value_or(-1);
+        return seconds >= 0;
+    }
+};
+
 /// A time, or a duration from now on.
 struct NotBeforeRule {
     static constexpr auto expected =
@@ -46,7 +60,13 @@ struct Layout<ScheduledRequest> {
                         OptionalMember{"afterEnd", &Scheduling::afterEnd},
                         OptionalMember{"skipIfAfterFails", &Scheduling::skipIfAfterFails},
                         OptionalMember{"notBefore", &Scheduling::notBefore, rule<NotBeforeRule>},
-                        OptionalMember{"needs", &Scheduling::needs, rule<NeedRule>}));
+                        OptionalMember{"needs", &Scheduling::needs, rule<NeedRule>},
+                        OptionalMember{"retries", &Scheduling::retries, rule<RetriesRule>},
+                        OptionalMember{"retryDelay", &Scheduling::retryDelay, rule<DurationRule>},
+                        OptionalMember{"retryBackoff", &Scheduling::retryBackoff},
+                        OptionalMember{"retryOnlyAfterCrash", &Scheduling::retryOnlyAfterCrash},
+                        OptionalMember{"timeLimit", &Scheduling::timeLimit, rule<DurationRule>},
+                        OptionalMember{"silenceLimit", &Scheduling::silenceLimit, rule<DurationRule>}));
 };
 
 template <>
@@ -70,7 +90,12 @@ struct Layout<QueueRecord> {
         OptionalMember{"after", &Scheduling::after}, OptionalMember{"afterEnd", &Scheduling::afterEnd},
         OptionalMember{"skipIfAfterFails", &Scheduling::skipIfAfterFails},
         OptionalMember{"notBefore", &Scheduling::notBefore}, OptionalMember{"needs", &Scheduling::needs},
-        OptionalMember{"queuedTime", &QueueRecord::queuedTime});
+        OptionalMember{"retries", &Scheduling::retries}, OptionalMember{"retryDelay", &Scheduling::retryDelay},
+        OptionalMember{"retryBackoff", &Scheduling::retryBackoff},
+        OptionalMember{"retryOnlyAfterCrash", &Scheduling::retryOnlyAfterCrash},
+        OptionalMember{"timeLimit", &Scheduling::timeLimit}, OptionalMember{"silenceLimit", &Scheduling::silenceLimit},
+        OptionalMember{"queuedTime", &QueueRecord::queuedTime}, OptionalMember{"attempt", &QueueRecord::attempt},
+        OptionalMember{"lastEnding", &QueueRecord::lastEnding});
 };
 
 template <>

@@ -90,6 +90,9 @@ bool RequestTermination(void* process);
 /// code -1073741819 (0xc0000005)" on Windows.
 std::wstring ExitCodeText(std::int32_t exitCode);
 
+/// True if the system ended a process with this exit code: by a signal, or on Windows by an exception.
+bool IsCrash(std::int32_t exitCode);
+
 /// The system's process id, for messages; 0 if unknown.
 std::uint32_t ProcessNumber(void* process);
 std::uint32_t OwnProcessNumber();

@@ -97,10 +97,10 @@ std::int32_t ScenarioRunFixture::AwaitEnd() {
     return platform::ExitCode(runner.Get()).value_or(-1);
 }
 
-void ScenarioRunFixture::Run(const std::string& steps) {
+void ScenarioRunFixture::Run(const std::string& steps, std::int32_t exitCode) {
     UseSteps(steps);
     ASSERT_EQ(Start(), 0);
-    ASSERT_EQ(AwaitEnd(), 0);
+    ASSERT_EQ(AwaitEnd(), exitCode);
 }
 
 void ScenarioRunFixture::RequestStop() {

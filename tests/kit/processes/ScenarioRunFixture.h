@@ -38,8 +38,8 @@ protected:
     void StartAndAwaitReady(const std::string& steps);
     /// Waits until the runner has ended, and returns its exit code.
     std::int32_t AwaitEnd();
-    /// `UseSteps`, `Start` and `AwaitEnd`; checks that both succeeded.
-    void Run(const std::string& steps);
+    /// `UseSteps`, `Start` and `AwaitEnd`; checks that the start succeeded and the exit code of the runner.
+    void Run(const std::string& steps, std::int32_t exitCode = 0);
 
     [[nodiscard]] long Call(const std::string& function, const std::wstring& input);
     void RequestStop();

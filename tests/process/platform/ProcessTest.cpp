@@ -88,6 +88,14 @@ TEST(ProcessTest, AnExitCodeIsPutIntoWords) {
     EXPECT_EQ(platform::ExitCodeText(3), L"exit code 3");
 }
 
+TEST(ProcessTest, ACrashIsTheSystemsOwnExitCode) {
+    EXPECT_FALSE(platform::IsCrash(0));
+    EXPECT_FALSE(platform::IsCrash(3));
+    EXPECT_FALSE(platform::IsCrash(-1));
+    // Signal 11 on Linux, an access violation on Windows: each system has its own.
+    EXPECT_NE(platform::IsCrash(139), platform::IsCrash(static_cast<std::int32_t>(0xC0000005)));
+}
+
 TEST(ProcessTest, WhatIsNoHandleHasNoExitCode) {
     EXPECT_EQ(platform::ExitCode(nullptr), std::nullopt);
 }

@@ -61,7 +61,7 @@ TEST_F(ScenarioStopTest, AScenarioEndsWithItsHost) {
 TEST_F(ScenarioStopTest, ATimeLimitStopsTheScenarioAndFailsTheJob) {
     settings.graceSeconds = 0;
     WriteTextFile(directory / L"scenario.scenario.json", R"({"version":1,"timeLimitSeconds":1})");
-    Run("ignore requests\nwait");
+    Run("ignore requests\nwait", run_protocol::timedOutExitCode);
     EXPECT_FALSE(Result().succeeded);
     EXPECT_EQ(FirstMessage(), L"The scenario was stopped because it ran longer than its time limit of 1 s.");
 }
@@ -69,7 +69,7 @@ TEST_F(ScenarioStopTest, ATimeLimitStopsTheScenarioAndFailsTheJob) {
 TEST_F(ScenarioStopTest, AtItsTimeLimitAScenarioIsAskedFirst) {
     settings.graceSeconds = 600;
     WriteTextFile(directory / L"scenario.scenario.json", R"({"version":1,"timeLimitSeconds":1})");
-    Run("ignore requests\nwait for request\nwrite result success");
+    Run("ignore requests\nwait for request\nwrite result success", run_protocol::timedOutExitCode);
     const auto result = Result();
     EXPECT_FALSE(result.succeeded);
     ASSERT_EQ(result.messages.size(), 2U);

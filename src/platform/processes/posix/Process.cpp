@@ -55,6 +55,10 @@ std::optional<std::int32_t> ExitCode(void* process) {
     return ExitStatusOf(ended);
 }
 
+bool IsCrash(std::int32_t exitCode) {
+    return exitCode > signalExitBase && exitCode - signalExitBase < NSIG;
+}
+
 std::wstring ExitCodeText(std::int32_t exitCode) {
     const std::wstring text = L"exit code " + std::to_wstring(exitCode);
     const int number = exitCode - signalExitBase;

@@ -36,6 +36,11 @@ std::optional<std::int32_t> ExitCode(void* process) {
     return static_cast<std::int32_t>(code);
 }
 
+/// The codes of exceptions are NTSTATUS values of the severity "error": 0xC0000000 to 0xCFFFFFFF.
+bool IsCrash(std::int32_t exitCode) {
+    return static_cast<std::uint32_t>(exitCode) >> 28 == 0xC;
+}
+
 std::wstring ExitCodeText(std::int32_t exitCode) {
     const std::wstring text = L"exit code " + std::to_wstring(exitCode);
     if (exitCode >= 0) {

@@ -1,6 +1,7 @@
 #include "kit/processes/ScenarioRunFixture.h"
 #include "kit/processes/ScenarioTraces.h"
 
+#include "formats/RunProtocol.h"
 #include "kit/OtherProcesses.h"
 
 namespace {
@@ -33,7 +34,7 @@ TEST_F(DetachedProcessesTest, EndWithTheRunnerThatIsEndedByForce) {
 }
 
 TEST_F(DetachedProcessesTest, AnAccessViolationIsNamedByItsCode) {
-    Run("violate access");
+    Run("violate access", run_protocol::crashedExitCode);
     EXPECT_FALSE(Result().succeeded);
     EXPECT_TRUE(FirstMessage().starts_with(L"The scenario ended with exit code -1073741819 (0xc0000005)"));
 }
