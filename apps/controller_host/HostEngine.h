@@ -47,11 +47,10 @@ public:
     /// Stores the state durably. On failure returns the problem and changes nothing.
     [[nodiscard]] std::wstring SetState(const QueueState& newState);
 
-    /// Cancels what must not outlast the host: all jobs, or only the active ones if the others wait for the next host.
-    /// `RequeueInterrupted` must follow when the processes have ended.
-    void CancelAtEnd(std::vector<JobStatusInfo>& cancelled);
-    /// Queues the jobs again that `CancelAtEnd` has interrupted, if the next host is to run them.
-    void RequeueInterrupted();
+    /// Stops what must not outlast the host: cancels all jobs, or only the active ones if the others wait for the next
+    /// host. Jobs that the next host runs again are stopped but stay `Running` until their processes end: then they
+    /// wait.
+    void StopAtEnd(std::vector<JobStatusInfo>& cancelled);
 
     /// The process handles of all active jobs. The jobs own them; they are valid until the next `CheckUpdate`.
     std::vector<void*> ActiveProcesses();
@@ -154,6 +153,7 @@ private:
     std::wstring ResolveFileName(std::wstring& name) const;
     void UseCataloguedId(std::wstring& path);
     std::wstring ReasonOf(const JobEntry& job) const;
+    void Interrupt(JobEntry& job);
 
     JobIndex index;
     Scheduler scheduler;
@@ -164,7 +164,6 @@ private:
     /// Because of a job that could not be started; ended with the next change of the list.
     std::vector<Scheduler::Stranded> strandedAtStart;
     std::vector<JobStatusInfo> strandedReports;
-    std::vector<std::wstring> interrupted;
     QueueState state;
     /// Result of the last search, in its order. The catalogue contains more.
     std::vector<ScenarioInfo> listedScenarios;

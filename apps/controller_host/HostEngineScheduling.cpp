@@ -2,6 +2,7 @@
 
 #include "CommonControllerLib/ControllerLogManager.h"
 #include "controller_host/HostJobEntry.h"
+#include "engine/ModuleCall.h"
 #include "engine/Queue.h"
 #include "formats/JobStates.h"
 #include "formats/QueueStateFile.h"
@@ -257,32 +258,29 @@ void HostEngine::ScheduleListedJobs() {
     hasChanges = !change.jobs.empty();
 }
 
-void HostEngine::CancelAtEnd(std::vector<JobStatusInfo>& cancelled) {
+void HostEngine::StopAtEnd(std::vector<JobStatusInfo>& cancelled) {
     const settings::AfterRestart rule = settings::Current()->afterRestart;
     if (rule == settings::AfterRestart::Cancel) {
         CancelAllJobs(cancelled, false);
         return;
     }
-    std::vector<std::wstring> active;
+    std::vector<std::wstring> cancels;
     for (const JobPosition job : index.Active()) {
-        active.push_back((*job)->GetId());
         if (rule == settings::AfterRestart::All && (*job)->GetStatus() == JobStatus::Running) {
-            interrupted.push_back((*job)->GetId());
+            Interrupt(**job);
+        } else {
+            cancels.push_back((*job)->GetId());
         }
     }
-    CancelJobs(active, cancelled, false);
+    CancelJobs(cancels, cancelled, false);
 }
 
-void HostEngine::RequeueInterrupted() {
-    const std::lock_guard lock(mutex);
-    JobListChange change;
-    for (const JobPosition position : index.WithIds({interrupted.begin(), interrupted.end()})) {
-        auto* const job = dynamic_cast<HostJobEntry*>(position->get());
-        // A job that ended by itself in the meantime has a result of its own.
-        if (job != nullptr && job->GetStatus() == JobStatus::Canceled) {
-            job->Requeue();
-            change.jobs.push_back(*position);
-        }
+void HostEngine::Interrupt(JobEntry& job) {
+    if (auto* const entry = dynamic_cast<HostJobEntry*>(&job)) {
+        std::wstring answer;
+        // A module without that function finds the request to stop in the work directory.
+        (void)CallModule(*functionManager, "CancelScenario", entry->GetId(), answer, nullptr,
+                         "interrupted Job: " + std::to_string(entry->GetSeqId()));
+        entry->Interrupt();
     }
-    WriteJobList(change);
 }

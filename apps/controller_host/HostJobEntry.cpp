@@ -51,8 +51,14 @@ void HostJobEntry::Requeue() {
     outputFolder.clear();
     failure.clear();
     hasStarted = false;
+    isInterrupted = false;
     stopReason.clear();
     logStamp.reset();
+}
+
+void HostJobEntry::Interrupt() {
+    isInterrupted = true;
+    OnCancelJob();
 }
 
 void HostJobEntry::NoteStart(std::int64_t now) {
@@ -70,7 +76,10 @@ bool HostJobEntry::OnCheckUpdate() {
     if (isChanged) {
         attempt.lastSign = platform::Now();
     }
-    if (info.status == JobStatus::Failed) {
+    if (info.status == JobStatus::Failed && isInterrupted) {
+        KeepLog();
+        Requeue();
+    } else if (info.status == JobStatus::Failed) {
         EndAttempt(!stopReason.empty() || HasCrashed(exitCode));
     }
     return isChanged;

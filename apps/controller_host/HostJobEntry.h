@@ -24,6 +24,9 @@ public:
     /// Sets the status to `Queued` and removes what an interrupted run has left in the record.
     void Requeue();
 
+    /// Requests the stop of the running job. It waits again when its process has ended without success.
+    void Interrupt();
+
     /// Counts the attempt that begins at `now`, once for each. Units: seconds since 1970 UTC.
     void NoteStart(std::int64_t now);
     /// As of the base class. Stops an attempt that exceeds a limit; queues a failed job again that has retries left.
@@ -40,6 +43,7 @@ private:
     void KeepLog() const;
 
     bool hasStarted = false;
+    bool isInterrupted = false;
     retry_policy::Attempt attempt;
     /// Why the host has stopped the attempt.
     std::wstring stopReason;

@@ -111,7 +111,7 @@ void HostLoop::KeepList() {
 
 void HostLoop::EndJobs(milliseconds patience) {
     std::vector<JobStatusInfo> cancelled;
-    engine.CancelAtEnd(cancelled);
+    engine.StopAtEnd(cancelled);
     answers.Broadcast(cancelled);
     fault_points::ReachFaultPoint(fault_points::FaultPoint::JobsCancelledAtEnd);
     const auto deadline = steady_clock::now() + patience;
@@ -123,7 +123,6 @@ void HostLoop::EndJobs(milliseconds patience) {
         }
         LookAtJobs();
     }
-    engine.RequeueInterrupted();
     engine.Terminate();
     engine.EndJournal();
 }

@@ -352,16 +352,31 @@ TEST_F(HostSchedulingTest, AHostThatEndsLeavesWaitingJobsToTheNextOne) {
     const std::wstring running = Enqueue1({});
     const std::wstring waiting = Enqueue1({});
     EXPECT_EQ(Start(), running);
+    WriteTextFile(Row(running).workDir + L"\\scenario.log", "interrupted");
     std::vector<JobStatusInfo> cancelled;
-    engine->CancelAtEnd(cancelled);
-    EXPECT_EQ(StatusOf(running), JobStatus::Canceling);
+    engine->StopAtEnd(cancelled);
+    EXPECT_TRUE(cancelled.empty());
+    // A host that is killed now leaves a list of which the next one runs the job again.
+    EXPECT_EQ(StatusOf(running), JobStatus::Running);
+    EXPECT_TRUE(platform::Exists(Row(running).workDir + L"\\killprocess"));
     processes.back().Finish();
     std::vector<JobStatusInfo> changed;
     engine->CheckUpdate(changed);
-    engine->RequeueInterrupted();
+    ASSERT_EQ(changed.size(), 1U);
+    EXPECT_EQ(changed.front().status, JobStatus::Queued);
     EXPECT_EQ(StatusOf(running), JobStatus::Queued);
     EXPECT_EQ(StatusOf(waiting), JobStatus::Queued);
     EXPECT_EQ(Row(running).outputDir, directory / L"output");
+}
+
+TEST_F(HostSchedulingTest, AJobThatSucceedsWhileTheHostEndsIsNotRunAgain) {
+    UseSettings(R"("afterRestart":"all")");
+    const std::wstring job = Enqueue1({});
+    EXPECT_EQ(Start(), job);
+    std::vector<JobStatusInfo> cancelled;
+    engine->StopAtEnd(cancelled);
+    End(true);
+    EXPECT_EQ(StatusOf(job), JobStatus::Success);
 }
 
 TEST_F(HostSchedulingTest, AFailedJobRunsAgainAndKeepsTheLogOfEachAttempt) {

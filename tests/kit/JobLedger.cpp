@@ -10,11 +10,6 @@ namespace {
 /// The status with which a report marks a deleted job.
 constexpr auto deleted = static_cast<JobStatus>(-1);
 
-/// The status that a starting host assigns to a job with this listed status; the file follows at the next change.
-JobStatus StatusAtStart(JobStatus listed) {
-    return IsFinal(listed) ? listed : JobStatus::Canceled;
-}
-
 std::string Name(const JobLedger::Job& job) {
     return "Job " + std::to_string(job.seqId) + " (" + text::ToUtf8(job.id) + ", " + text::ToUtf8(job.mark) + ") ";
 }
@@ -243,6 +238,12 @@ void JobLedger::CompareAll(const std::vector<JobListInfo>& list) const {
                    "is " + Text(row.status) + " in the list, and was told to be " + Text(job->told));
         }
     }
+}
+
+JobStatus JobLedger::StatusAtStart(JobStatus listed) const {
+    const bool waits = (listed == JobStatus::Queued && restart != Restart::Cancel) ||
+                       (listed == JobStatus::Running && restart == Restart::RunAgain);
+    return waits ? JobStatus::Queued : IsFinal(listed) ? listed : JobStatus::Canceled;
 }
 
 void JobLedger::Adopt(const std::vector<JobListInfo>& list) {

@@ -44,11 +44,15 @@ public:
 
     /// Whether other front ends may create jobs.
     enum class Others { None, Some };
+    /// What a host does with the jobs that an earlier one has left: it cancels them, keeps those that waited, or also
+    /// runs those again that ran.
+    enum class Restart { Cancel, KeepWaiting, RunAgain };
     /// Receives a problem, as a sentence.
     using Object = std::function<void(const std::string& problem)>;
     using Choice = std::function<bool(const Job&)>;
 
-    JobLedger(Others otherClients, Object objection) : others(otherClients), object(std::move(objection)) {}
+    JobLedger(Others otherClients, Object objection, Restart restartRule = Restart::Cancel)
+        : others(otherClients), object(std::move(objection)), restart(restartRule) {}
 
     /// A unique mark for the next request.
     std::wstring NewMark() { return L"request " + std::to_wstring(++lastMark); }
@@ -67,6 +71,8 @@ public:
     void CompareAll(const std::vector<JobListInfo>& list) const;
     /// Takes the list of a newly started host as the new state.
     void Adopt(const std::vector<JobListInfo>& list);
+    /// The status that a starting host assigns to a job with this listed status; the file follows at the next change.
+    JobStatus StatusAtStart(JobStatus listed) const;
 
     /// In the order of the list.
     const std::vector<Job>& Jobs() const { return jobs; }
@@ -99,6 +105,7 @@ private:
 
     const Others others;
     const Object object;
+    const Restart restart;
     int lastMark = 0;
     std::size_t made = 0;
     std::size_t acknowledgedJobs = 0;

@@ -56,6 +56,22 @@ protected:
     JobLedger ledger{JobLedger::Others::None, [this](const std::string& problem) { problems.push_back(problem); }};
 };
 
+TEST(JobLedgerTest_Restart, TheRuleDecidesAboutJobsThatHaveNotEnded) {
+    using Restart = JobLedger::Restart;
+    const auto statusAtStart = [](Restart rule, JobStatus listed) {
+        return JobLedger(JobLedger::Others::None, {}, rule).StatusAtStart(listed);
+    };
+    for (const Restart rule : {Restart::Cancel, Restart::KeepWaiting, Restart::RunAgain}) {
+        EXPECT_EQ(statusAtStart(rule, JobStatus::Success), JobStatus::Success);
+        EXPECT_EQ(statusAtStart(rule, JobStatus::Dequeued), JobStatus::Dequeued);
+        EXPECT_EQ(statusAtStart(rule, JobStatus::Canceling), JobStatus::Canceled);
+    }
+    EXPECT_EQ(statusAtStart(Restart::Cancel, JobStatus::Queued), JobStatus::Canceled);
+    EXPECT_EQ(statusAtStart(Restart::KeepWaiting, JobStatus::Queued), JobStatus::Queued);
+    EXPECT_EQ(statusAtStart(Restart::KeepWaiting, JobStatus::Running), JobStatus::Canceled);
+    EXPECT_EQ(statusAtStart(Restart::RunAgain, JobStatus::Running), JobStatus::Queued);
+}
+
 TEST_F(JobLedgerTest, AListThatIsAsItWasToldHasNoProblem) {
     Tell(L"id1", JobStatus::Running);
     EXPECT_EQ(Compared({Row(L"id1", 1, JobStatus::Running)}), Problems{});

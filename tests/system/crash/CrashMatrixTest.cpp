@@ -6,9 +6,11 @@
 #include "platform/system/Environment.h"
 #include "text/Text.h"
 
+#include <algorithm>
 #include <chrono>
 #include <exception>
 #include <iostream>
+#include <iterator>
 #include <memory>
 #include <numeric>
 
@@ -20,7 +22,15 @@ using namespace crash;
 using fault_points::FaultPoint;
 
 /// The number of hosts that use one data directory, so that damage adds up and is found.
-constexpr std::uint64_t roundsInADirectory = 25;
+constexpr std::uint64_t mostRoundsInADirectory = 25;
+/// What hosts do with the jobs of earlier ones: one rule a directory, in turn.
+struct RestartRule {
+    JobLedger::Restart rule;
+    const char* setting;
+};
+constexpr RestartRule restartRules[] = {{JobLedger::Restart::Cancel, "cancel"},
+                                        {JobLedger::Restart::KeepWaiting, "queued"},
+                                        {JobLedger::Restart::RunAgain, "all"}};
 /// The number of additional rounds, per turn through all fault points, in which a host is killed from outside.
 constexpr std::size_t roundsFromOutside = 8;
 /// A run of this length must hit every fault point.
@@ -88,8 +98,11 @@ std::vector<std::size_t> ShuffledTurn(std::uint64_t seed, std::uint64_t turn) {
 /// Runs hosts in succession in one data directory.
 class Directory {
 public:
-    Directory(std::uint64_t runSeed, CrashCounts& runCounts)
-        : seed(runSeed), counts(runCounts), endpointName(text::FromUtf8(NewEndpointName())), site(endpointName),
+    Directory(std::uint64_t runSeed, const RestartRule& restart, CrashCounts& runCounts)
+        : seed(runSeed), counts(runCounts), endpointName(text::FromUtf8(NewEndpointName())),
+          site(endpointName, restart.setting),
+          ledger(
+              JobLedger::Others::None, [](const std::string& problem) { ADD_FAILURE() << problem; }, restart.rule),
           user(site, ledger, endpointName) {}
 
     ~Directory() {
@@ -182,17 +195,22 @@ private:
 
     /// Checks the state left by the last host, without a host and through a new one; false if the new one died.
     bool StartAndExamine() {
-        std::vector<JobListInfo> list = ReadList(site, counts);
-        ledger.Compare(list);
+        const std::vector<JobListInfo> before = ReadList(site, counts);
+        ledger.Compare(before);
+        std::vector<JobListInfo> list;
         const bool isReady = site.StartHost();
         ++counts.hostsStarted;
-        list.clear();
         if (!isReady || !user.Meet() || !user.Ask(list)) {
             return false;
         }
         ledger.Compare(list);
         ledger.Adopt(list);
         counts.jobsCompared += list.size();
+        ExpectRestartRule(ledger, before, list);
+        if (!user.FinishJobs() || !user.Ask(list)) {
+            return false;
+        }
+        ExpectKeptJobsRan(site, ledger, before, list);
         ExpectNoActiveJob(list);
         if (user.Draw(2) == 0 && !user.DeleteLatest()) {
             return false;
@@ -216,16 +234,18 @@ private:
     CrashCounts& counts;
     const std::wstring endpointName;
     CrashSite site;
-    JobLedger ledger{JobLedger::Others::None, [](const std::string& problem) { ADD_FAILURE() << problem; }};
+    JobLedger ledger;
     UserSimulator user;
 };
 
 /// Runs the rounds of one data directory from `first` on. Returns the number of the next round.
 std::uint64_t RunDirectory(std::uint64_t seed, std::uint64_t first, std::size_t kills, CrashCounts& counts) {
-    Directory directory(seed, counts);
+    // A short run also uses each rule.
+    const std::uint64_t rounds = std::clamp<std::uint64_t>(kills / std::size(restartRules), 1, mostRoundsInADirectory);
+    Directory directory(seed, restartRules[first / rounds % std::size(restartRules)], counts);
     std::uint64_t round = first;
     try {
-        for (; round < first + roundsInADirectory && counts.Kills() < kills && !testing::Test::HasFailure(); ++round) {
+        for (; round < first + rounds && counts.Kills() < kills && !testing::Test::HasFailure(); ++round) {
             directory.Round(round);
         }
         if (!testing::Test::HasFailure()) {

@@ -41,8 +41,8 @@ std::wstring CrashProgram(const std::wstring& name) {
 
 } // namespace
 
-CrashSite::CrashSite(std::wstring endpointName) {
-    WriteSettings(endpointName);
+CrashSite::CrashSite(const std::wstring& endpointName, const std::string& afterRestart) {
+    WriteSettings(endpointName, afterRestart);
     WriteScenarios();
     WriteTextFile(Input(), "an input");
     ThrowOn(platform::CreateNewDirectory(Lives()), "the folder for signs of life cannot be made");
@@ -97,6 +97,13 @@ void CrashSite::Disarm() const {
     }
 }
 
+std::optional<JobStatus> CrashSite::EndOf(const std::wstring& scenarioPath) const {
+    if (scenarioPath == Scenario(L"quick")) {
+        return JobStatus::Success;
+    }
+    return scenarioPath == Scenario(L"failing") ? std::optional(JobStatus::Failed) : std::nullopt;
+}
+
 void CrashSite::KillHost() {
     test_support::KillProcess(host.Get());
 }
@@ -115,16 +122,16 @@ std::string CrashSite::EndOfLog() const {
     return log.substr(log.size() - std::min(log.size(), length));
 }
 
-void CrashSite::WriteSettings(const std::wstring& endpointName) const {
+void CrashSite::WriteSettings(const std::wstring& endpointName, const std::string& afterRestart) const {
     const std::wstring extension = platform::moduleExtension;
     WriteTextFile(directory / L"settings.json",
                   R"({"version":1,"workDirectory":"work","jobListFile":"job_list.json","logFile":"controller.log",)"
-                  R"("cancelGraceSeconds":0,"transmitterName":")" +
-                      text::ToUtf8(endpointName) + R"(","functionModules":[)" +
-                      Quoted(CrashProgram(L"local_process" + extension)) + R"(],"eventTransmitter":)" +
-                      Quoted(InProgramDirectory(L"local_socket" + extension)) + R"(,"scenarioRunner":)" +
-                      Quoted(test_support::ProgramPath(L"scenario_runner")) + R"(,"interpreters":{".steps":[)" +
-                      Quoted(test_support::ProgramPath(L"test_scenario")) + "]}}");
+                  R"("cancelGraceSeconds":0,"afterRestart":")" +
+                      afterRestart + R"(","transmitterName":")" + text::ToUtf8(endpointName) +
+                      R"(","functionModules":[)" + Quoted(CrashProgram(L"local_process" + extension)) +
+                      R"(],"eventTransmitter":)" + Quoted(InProgramDirectory(L"local_socket" + extension)) +
+                      R"(,"scenarioRunner":)" + Quoted(test_support::ProgramPath(L"scenario_runner")) +
+                      R"(,"interpreters":{".steps":[)" + Quoted(test_support::ProgramPath(L"test_scenario")) + "]}}");
 }
 
 void CrashSite::WriteScenarios() const {

@@ -1,9 +1,11 @@
 #pragma once
 
+#include "CommonControllerLib/JobStatus.h"
 #include "kit/TemporaryDirectory.h"
 #include "platform/system/OwnedHandle.h"
 #include "system/crash/Fault.h"
 
+#include <optional>
 #include <string>
 
 namespace crash {
@@ -11,7 +13,8 @@ namespace crash {
 /// A data directory and the hosts that run in it, one at a time. The scenarios of its jobs leave a sign of life there.
 class CrashSite {
 public:
-    explicit CrashSite(std::wstring endpointName);
+    /// `afterRestart`: the value of that setting.
+    CrashSite(const std::wstring& endpointName, const std::string& afterRestart);
     /// Ends the remaining host.
     ~CrashSite();
     CrashSite(const CrashSite&) = delete;
@@ -31,6 +34,8 @@ public:
 
     /// The scenario's path as used by hosts and jobs.
     std::wstring Scenario(const std::wstring& name) const { return directory / (name + L".steps"); }
+    /// The status in which a job of this scenario ends if nobody cancels it; nothing if it does not end.
+    std::optional<JobStatus> EndOf(const std::wstring& scenarioPath) const;
     std::wstring Input() const { return directory / L"input.txt"; }
     std::wstring Output() const { return directory / L"out"; }
     std::wstring List() const { return directory / L"job_list.json"; }
@@ -41,7 +46,7 @@ public:
     std::string EndOfLog() const;
 
 private:
-    void WriteSettings(const std::wstring& endpointName) const;
+    void WriteSettings(const std::wstring& endpointName, const std::string& afterRestart) const;
     void WriteScenarios() const;
     std::wstring FaultFile() const { return directory / L"fault"; }
 

@@ -10,6 +10,7 @@
 #include "platform/processes/Waiting.h"
 #include "text/Text.h"
 
+#include <algorithm>
 #include <set>
 
 #include <gtest/gtest.h>
@@ -44,6 +45,11 @@ std::set<std::wstring> NotedIds(const CrashSite& site) {
     return ids;
 }
 
+const JobListInfo* FindId(const std::vector<JobListInfo>& list, const std::wstring& id) {
+    const auto row = std::find_if(list.begin(), list.end(), [&id](const JobListInfo& job) { return job.id == id; });
+    return row == list.end() ? nullptr : &*row;
+}
+
 /// The end of a process that is not a child cannot be waited for, but its lock is free then.
 void AwaitEndOf(const std::wstring& life) {
     const test_support::Deadline deadline("the end of a scenario whose host is dead");
@@ -72,9 +78,34 @@ std::vector<JobListInfo> ReadList(const CrashSite& site, CrashCounts& counts) {
 
 void ExpectNoActiveJob(const std::vector<JobListInfo>& list) {
     for (const JobListInfo& job : list) {
-        EXPECT_TRUE(job.status == JobStatus::Success || job.status == JobStatus::Failed ||
-                    job.status == JobStatus::Canceled || job.status == JobStatus::Dequeued)
-            << "job " << job.seqId << " is " << JobStatusString(job.status) << " without a process";
+        EXPECT_TRUE(IsFinal(job.status)) << "job " << job.seqId << " is " << JobStatusString(job.status)
+                                         << " without a process";
+    }
+}
+
+void ExpectRestartRule(const JobLedger& ledger, const std::vector<JobListInfo>& before,
+                       const std::vector<JobListInfo>& after) {
+    for (const JobListInfo& job : before) {
+        const JobListInfo* const row = FindId(after, job.id);
+        if (row == nullptr || IsFinal(job.status)) {
+            continue;
+        }
+        const bool isCancelled = row->status == JobStatus::Canceled || row->status == JobStatus::Dequeued;
+        EXPECT_EQ(isCancelled, ledger.StatusAtStart(job.status) == JobStatus::Canceled)
+            << "job " << job.seqId << " was " << JobStatusString(job.status) << " and is "
+            << JobStatusString(row->status) << " after a restart";
+    }
+}
+
+void ExpectKeptJobsRan(const CrashSite& site, const JobLedger& ledger, const std::vector<JobListInfo>& before,
+                       const std::vector<JobListInfo>& after) {
+    for (const JobListInfo& job : before) {
+        const JobListInfo* const row = FindId(after, job.id);
+        const bool wasKept = !IsFinal(job.status) && ledger.StatusAtStart(job.status) == JobStatus::Queued;
+        const auto end = site.EndOf(job.scenario.id);
+        if (row != nullptr && wasKept && end) {
+            EXPECT_EQ(row->status, *end) << "job " << job.seqId << " was kept by a restart";
+        }
     }
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "CommonControllerLib/JobRecords.h"
+#include "kit/JobLedger.h"
 #include "system/crash/CrashCounts.h"
 #include "system/crash/CrashSite.h"
 
@@ -12,8 +13,16 @@ namespace crash {
 /// Checks that the list file is readable or missing, and returns its rows.
 std::vector<JobListInfo> ReadList(const CrashSite& site, CrashCounts& counts);
 
-/// Checks that a newly started host has no waiting or running job.
+/// Checks that a host has no waiting or running job.
 void ExpectNoActiveJob(const std::vector<JobListInfo>& list);
+
+/// Checks that a newly started host cancels and keeps the jobs of the list `before` it as the ledger's rule says. A
+/// kept job may have started and ended since.
+void ExpectRestartRule(const JobLedger& ledger, const std::vector<JobListInfo>& before,
+                       const std::vector<JobListInfo>& after);
+/// Checks that the kept jobs which end by themselves have ended as their scenarios say.
+void ExpectKeptJobsRan(const CrashSite& site, const JobLedger& ledger, const std::vector<JobListInfo>& before,
+                       const std::vector<JobListInfo>& after);
 
 /// Waits for the end of all processes of all started scenarios.
 void AwaitEndOfScenarios(const CrashSite& site, CrashCounts& counts);

@@ -1,6 +1,7 @@
 #include "system/crash/UserSimulator.h"
 
 #include "ControllerCSWrapper/ControllerCSWrapper.h"
+#include "formats/Messages.h"
 
 #include <algorithm>
 #include <iterator>
@@ -30,7 +31,9 @@ bool UserSimulator::Ask(std::vector<JobListInfo>& list) {
 bool UserSimulator::RunJobs() {
     std::vector<std::wstring> ids;
     const std::wstring scenario = Draw(3) == 0 ? L"failing" : L"quick";
-    return Enqueue(scenario, static_cast<std::size_t>(1 + Draw(1)), ids) && AwaitEnd(ids.back());
+    Scheduling scheduling;
+    scheduling.retries = Draw(1);
+    return Enqueue(scenario, static_cast<std::size_t>(1 + Draw(1)), ids, scheduling) && AwaitEnd(ids.back());
 }
 
 bool UserSimulator::WatchProgress() {
@@ -83,6 +86,29 @@ bool UserSimulator::LookAround() {
                          L"CheckJobStatusResponse");
 }
 
+bool UserSimulator::HoldJobs() {
+    std::vector<std::wstring> ids;
+    Scheduling scheduling;
+    scheduling.hold = true;
+    return Enqueue(L"quick", static_cast<std::size_t>(1 + Draw(1)), ids, scheduling) && Release(ids) &&
+           AwaitEnd(ids.back());
+}
+
+bool UserSimulator::FinishJobs() {
+    std::vector<JobListInfo> list;
+    if (!Ask(list)) {
+        return false;
+    }
+    std::vector<std::wstring> endless;
+    std::vector<std::wstring> others;
+    for (const JobListInfo& job : list) {
+        if (!IsFinal(job.status)) {
+            (site.EndOf(job.scenario.id) ? others : endless).push_back(job.id);
+        }
+    }
+    return (endless.empty() || Cancel(endless)) && (others.empty() || Release(others)) && AwaitEndOfAll();
+}
+
 bool UserSimulator::EndHost() {
     std::vector<std::wstring> ids;
     return Enqueue(L"waiting", 1, ids) &&
@@ -92,10 +118,11 @@ bool UserSimulator::EndHost() {
 
 bool UserSimulator::AnyScene() {
     // Cheap scenes are repeated.
-    static constexpr Scene scenes[] = {
-        &UserSimulator::RunJobs,       &UserSimulator::RunJobs,    &UserSimulator::WatchProgress,
-        &UserSimulator::CancelJobs,    &UserSimulator::DeleteSome, &UserSimulator::DeleteSome,
-        &UserSimulator::CancelAllJobs, &UserSimulator::LookAround, &UserSimulator::DeleteAll};
+    static constexpr Scene scenes[] = {&UserSimulator::RunJobs,       &UserSimulator::RunJobs,
+                                       &UserSimulator::WatchProgress, &UserSimulator::CancelJobs,
+                                       &UserSimulator::DeleteSome,    &UserSimulator::DeleteSome,
+                                       &UserSimulator::CancelAllJobs, &UserSimulator::LookAround,
+                                       &UserSimulator::DeleteAll,     &UserSimulator::HoldJobs};
     return (this->*scenes[Draw(static_cast<int>(std::size(scenes)) - 1)])();
 }
 
@@ -126,19 +153,21 @@ void UserSimulator::Seed(std::uint64_t seed, std::uint64_t round) {
     random.seed(sequence);
 }
 
-UserSimulator::Request UserSimulator::MakeEnqueue(const std::wstring& scenario, std::size_t jobs) {
-    EnqueueJobsInfo info;
+UserSimulator::Request UserSimulator::MakeEnqueue(const std::wstring& scenario, std::size_t jobs,
+                                                  const Scheduling& scheduling) {
+    ScheduledRequest info({}, scheduling);
     info.requestId = ledger.NewMark();
     info.extraText = info.requestId;
     info.inputFileSets.assign(jobs, {site.Input()});
     info.scenario.id = site.Scenario(scenario);
     info.outputDir = site.Output();
     ledger.EnqueueAsked(info.requestId, jobs);
-    return {info.requestId, ControllerCSWrapper::Serialize(L"EnqueueJobs", info)};
+    return {info.requestId, messages::Serialize(events::enqueueJobs, info)};
 }
 
-bool UserSimulator::Enqueue(const std::wstring& scenario, std::size_t jobs, std::vector<std::wstring>& ids) {
-    const Request request = MakeEnqueue(scenario, jobs);
+bool UserSimulator::Enqueue(const std::wstring& scenario, std::size_t jobs, std::vector<std::wstring>& ids,
+                            const Scheduling& scheduling) {
+    const Request request = MakeEnqueue(scenario, jobs, scheduling);
     const auto content = client.TryAsk(L"EnqueueJobs", request.text, L"EnqueueJobsFinish");
     if (!content) {
         return false;
@@ -152,6 +181,14 @@ bool UserSimulator::Enqueue(const std::wstring& scenario, std::size_t jobs, std:
 
 bool UserSimulator::Cancel(const std::vector<std::wstring>& ids) {
     return client.TryAsk(L"CancelJobs", ControllerCSWrapper::Serialize(L"CancelJobs", ids), L"CancelJobsFinish")
+        .has_value();
+}
+
+bool UserSimulator::Release(const std::vector<std::wstring>& ids) {
+    JobsEdit edit;
+    edit.jobs = ids;
+    edit.hold = false;
+    return client.TryAsk(L"EditJobsRequest", messages::Serialize(events::editJobsRequest, edit), L"EditJobsFinish")
         .has_value();
 }
 

@@ -1,5 +1,6 @@
 #pragma once
 
+#include "formats/Scheduling.h"
 #include "kit/JobLedger.h"
 #include "kit/TestClient.h"
 #include "system/crash/CrashSite.h"
@@ -32,6 +33,10 @@ public:
     /// Deletes the job that ended last; its processes may still exist.
     [[nodiscard]] bool DeleteLatest();
     [[nodiscard]] bool LookAround();
+    /// Releases, edits and runs jobs that wait on hold.
+    [[nodiscard]] bool HoldJobs();
+    /// Cancels the jobs that do not end by themselves, releases the others and waits for their ends.
+    [[nodiscard]] bool FinishJobs();
     /// Asks the host to end and waits for it.
     [[nodiscard]] bool EndHost();
     /// Any scene above but the last.
@@ -51,8 +56,10 @@ private:
         std::wstring mark;
         std::wstring text;
     };
-    Request MakeEnqueue(const std::wstring& scenario, std::size_t jobs);
-    [[nodiscard]] bool Enqueue(const std::wstring& scenario, std::size_t jobs, std::vector<std::wstring>& ids);
+    Request MakeEnqueue(const std::wstring& scenario, std::size_t jobs, const Scheduling& scheduling = {});
+    [[nodiscard]] bool Enqueue(const std::wstring& scenario, std::size_t jobs, std::vector<std::wstring>& ids,
+                               const Scheduling& scheduling = {});
+    [[nodiscard]] bool Release(const std::vector<std::wstring>& ids);
     [[nodiscard]] bool Cancel(const std::vector<std::wstring>& ids);
     [[nodiscard]] bool Delete(const std::vector<std::wstring>& ids);
     [[nodiscard]] bool AwaitStatus(const std::wstring& id, const std::function<bool(const JobLedger::Job&)>& isReached);
