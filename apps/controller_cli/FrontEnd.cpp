@@ -55,6 +55,10 @@ Operation OperationOf(LongCommandKind kind) {
         return commands::CancelAll;
     case LongCommandKind::Delete:
         return commands::Delete;
+    case LongCommandKind::Again:
+        return commands::Again;
+    case LongCommandKind::Clean:
+        return commands::Clean;
     case LongCommandKind::Edit:
         return commands::Edit;
     case LongCommandKind::Hold:

@@ -44,10 +44,8 @@ void HostJobEntry::Requeue() {
     info.progress = 0;
     info.startTime.clear();
     info.endTime.clear();
-    // At its end, a job's output directory becomes the directory that was created for it.
-    if (!info.inputFiles.empty() && !outputFolder.empty() && info.outputDir == outputFolder) {
-        info.outputDir = platform::ParentDirectory(outputFolder);
-    }
+    info.outputDir = RequestedOutputDir(info.outputDir, queue);
+    queue.hasOwnOutputDir = false;
     outputFolder.clear();
     failure.clear();
     hasStarted = false;
@@ -72,7 +70,9 @@ void HostJobEntry::NoteStart(std::int64_t now) {
 bool HostJobEntry::OnCheckUpdate() {
     EnforceLimits();
     const std::optional<std::int32_t> exitCode = ExitCodeOfEnded();
+    const std::wstring outputDir = info.outputDir;
     const bool isChanged = JobEntry::OnCheckUpdate();
+    queue.hasOwnOutputDir = queue.hasOwnOutputDir || info.outputDir != outputDir;
     if (isChanged) {
         attempt.lastSign = platform::Now();
     }

@@ -369,6 +369,15 @@ TEST_F(HostSchedulingTest, AHostThatEndsLeavesWaitingJobsToTheNextOne) {
     EXPECT_EQ(Row(running).outputDir, directory / L"output");
 }
 
+TEST_F(HostSchedulingTest, AnEndedJobCanBeRepeatedWhereItsResultsWereAskedFor) {
+    const std::wstring first = Enqueue1({});
+    EXPECT_EQ(Start(), first);
+    End(false);
+    Restart();
+    EXPECT_NE(Row(first).outputDir, directory / L"output");
+    EXPECT_EQ(RequestToRepeat(Row(first)).outputDir, directory / L"output");
+}
+
 TEST_F(HostSchedulingTest, AJobThatSucceedsWhileTheHostEndsIsNotRunAgain) {
     UseSettings(R"("afterRestart":"all")");
     const std::wstring job = Enqueue1({});

@@ -7,6 +7,7 @@
 #include <utility>
 #include <vector>
 
+#include "CommonControllerLib/Export.h"
 #include "CommonControllerLib/JobRecords.h"
 
 /// What the user of a job wants to decide about when it starts, how long it runs and how often. The defaults start jobs
@@ -60,6 +61,8 @@ struct QueueRecord : Scheduling {
     std::int32_t attempt = 0;
     /// Why the attempt before this one has ended; empty if there was none.
     std::wstring lastEnding = {};
+    /// The job's `outputDir` was created for it below the one that was requested.
+    bool hasOwnOutputDir = false;
 
     bool operator==(const QueueRecord&) const = default;
 };
@@ -79,6 +82,13 @@ struct ListedJob : JobListInfo, QueueRecord {
 
     bool operator==(const ListedJob&) const = default;
 };
+
+/// Returns the output directory that the request for a job had named. `outputDir` is the job's.
+CONTROLLER_API std::wstring RequestedOutputDir(const std::wstring& outputDir, const QueueRecord& queue);
+
+/// Returns a request, without an id, for a job like this one that starts in its turn: without hold, time and
+/// predecessors.
+CONTROLLER_API ScheduledRequest RequestToRepeat(const ListedJob& job);
 
 /// A change of waiting jobs. A member without a value stays as it is.
 struct JobsEdit {

@@ -27,6 +27,7 @@ constexpr std::array plainCommands = {
     Switch{"--list", LongCommandKind::List},
     Switch{"--watch", LongCommandKind::Watch},
     Switch{"--cancel-all", LongCommandKind::CancelAll},
+    Switch{"--clean", LongCommandKind::Clean},
     Switch{"--pause", LongCommandKind::Pause},
     Switch{"--resume", LongCommandKind::Resume},
     Switch{"--scenarios", LongCommandKind::Scenarios},
@@ -35,22 +36,18 @@ constexpr std::array plainCommands = {
 
 /// The commands that take a value.
 constexpr std::array namingCommands = {
-    Switch{"--run", LongCommandKind::Run},
-    Switch{"--wait", LongCommandKind::Wait},
-    Switch{"--cancel", LongCommandKind::Cancel},
-    Switch{"--delete", LongCommandKind::Delete},
-    Switch{"--edit", LongCommandKind::Edit},
-    Switch{"--hold", LongCommandKind::Hold},
-    Switch{"--release", LongCommandKind::Release},
-    Switch{"--log", LongCommandKind::Log},
-    Switch{"--parameter-sets", LongCommandKind::ParameterSets},
+    Switch{"--run", LongCommandKind::Run},       Switch{"--wait", LongCommandKind::Wait},
+    Switch{"--cancel", LongCommandKind::Cancel}, Switch{"--delete", LongCommandKind::Delete},
+    Switch{"--again", LongCommandKind::Again},   Switch{"--edit", LongCommandKind::Edit},
+    Switch{"--hold", LongCommandKind::Hold},     Switch{"--release", LongCommandKind::Release},
+    Switch{"--log", LongCommandKind::Log},       Switch{"--parameter-sets", LongCommandKind::ParameterSets},
 };
 
-constexpr std::array optionsWithValues = {"--output",      "--argument",   "-l,--log-file",  "--priority",
-                                          "--not-before",  "--after",      "--after-end",    "--retries",
-                                          "--retry-delay", "--time-limit", "--silence-limit"};
-constexpr std::array flags = {"--json",    "--follow",        "-f,--client-only",        "--skip-if-after-fails",
-                              "--on-hold", "--retry-backoff", "--retry-only-after-crash"};
+constexpr std::array optionsWithValues = {
+    "--output",  "--argument",    "-l,--log-file", "--priority",      "--not-before", "--after", "--after-end",
+    "--retries", "--retry-delay", "--time-limit",  "--silence-limit", "--older-than", "--state"};
+constexpr std::array flags = {"--json",    "--follow",        "-f,--client-only",         "--skip-if-after-fails",
+                              "--on-hold", "--retry-backoff", "--retry-only-after-crash", "--dry-run"};
 
 /// More than fit on any system's command line.
 constexpr int mostInputs = 1 << 24;
@@ -163,6 +160,9 @@ void RefuseIdleOptions(const CLI::App& app, const LongCommand& command) {
     };
     refuse("--json", !CanBeJson(command.kind));
     refuse("--follow", command.kind != LongCommandKind::Log);
+    for (const char* const name : {"--older-than", "--state", "--dry-run"}) {
+        refuse(name, command.kind != LongCommandKind::Clean);
+    }
     for (const char* const name :
          {"--output", "--argument", "--after", "--after-end", "--skip-if-after-fails", "--on-hold", "--retries",
           "--retry-delay", "--retry-backoff", "--retry-only-after-crash", "--time-limit", "--silence-limit"}) {
@@ -199,6 +199,9 @@ LongCommand CommandOf(const CLI::App& app, const Arguments& operands) {
     command.retryDelay = ValueOf(app, "--retry-delay");
     command.timeLimit = ValueOf(app, "--time-limit");
     command.silenceLimit = ValueOf(app, "--silence-limit");
+    command.olderThan = ValueOf(app, "--older-than");
+    command.states = NamesInText(ValueOf(app, "--state"));
+    command.isDryRun = IsGiven(app, "--dry-run");
     command.retriesWithBackoff = IsGiven(app, "--retry-backoff");
     command.retriesOnlyAfterCrash = IsGiven(app, "--retry-only-after-crash");
     command.skipsIfAfterFails = IsGiven(app, "--skip-if-after-fails");

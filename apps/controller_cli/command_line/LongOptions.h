@@ -15,6 +15,8 @@ enum class LongCommandKind {
     Cancel,
     CancelAll,
     Delete,
+    Again,
+    Clean,
     Edit,
     Hold,
     Release,
@@ -50,10 +52,15 @@ struct LongCommand {
     std::wstring retryDelay = {};
     std::wstring timeLimit = {};
     std::wstring silenceLimit = {};
+    // About the jobs to be deleted; as typed, empty: not given.
+    std::wstring olderThan = {};
+    /// Names of states.
+    std::vector<std::wstring> states = {};
     bool retriesWithBackoff = false;
     bool retriesOnlyAfterCrash = false;
     bool skipsIfAfterFails = false;
     bool isOnHold = false;
+    bool isDryRun = false;
     bool asJson = false;
     bool follows = false;
     bool clientOnly = false;

@@ -84,6 +84,9 @@ TEST(LongOptionsTest, Accepted) {
         {{L"--edit", L"3,4", L"--priority", L"7"}, {.kind = Kind::Edit, .ids = {L"3", L"4"}, .priority = L"7"}},
         {{L"--hold", L"3"}, {.kind = Kind::Hold, .ids = {L"3"}}},
         {{L"--release", L"3"}, {.kind = Kind::Release, .ids = {L"3"}}},
+        {{L"--again", L"3,4"}, {.kind = Kind::Again, .ids = {L"3", L"4"}}},
+        {{L"--clean", L"--older-than", L"7d", L"--state", L"Failed,Canceled", L"--dry-run"},
+         {.kind = Kind::Clean, .olderThan = L"7d", .states = {L"Failed", L"Canceled"}, .isDryRun = true}},
         {{L"--pause"}, {.kind = Kind::Pause}},
         {{L"--resume"}, {.kind = Kind::Resume}},
     };

@@ -16,6 +16,10 @@ ExitCode Wait(CommandContext& context, const LongCommand& command);
 ExitCode Cancel(CommandContext& context, const LongCommand& command);
 ExitCode CancelAll(CommandContext& context, const LongCommand& command);
 ExitCode Delete(CommandContext& context, const LongCommand& command);
+/// Enqueues new jobs with what the named ones were made of; "failed" names all that have failed.
+ExitCode Again(CommandContext& context, const LongCommand& command);
+/// Deletes the ended jobs of an age or of certain states.
+ExitCode Clean(CommandContext& context, const LongCommand& command);
 // Change jobs that wait.
 ExitCode Edit(CommandContext& context, const LongCommand& command);
 ExitCode Hold(CommandContext& context, const LongCommand& command);

@@ -1,11 +1,16 @@
 #include "controller_cli/commands/Commands.h"
 
 #include <algorithm>
+#include <array>
+#include <cstdint>
+#include <optional>
 #include <set>
 
 #include "controller_cli/commands/JobSelection.h"
 #include "controller_cli/connection/HostSession.h"
 #include "controller_cli/output/JobTable.h"
+#include "text/Text.h"
+#include "text/Time.h"
 
 namespace controller_cli::commands {
 namespace {
@@ -18,11 +23,7 @@ JobModel Leftover(HostSession& session, const std::vector<ListedJob>& jobs, cons
     return JobModel(std::all_of(jobs.begin(), jobs.end(), isDeleted) ? std::vector<ListedJob>() : session.FetchJobs());
 }
 
-} // namespace
-
-ExitCode Delete(CommandContext& context, const LongCommand& command) {
-    HostSession session(context, StartOf(command));
-    const std::vector<ListedJob> jobs = SelectJobs(context, session.FetchJobs(), command.ids);
+ExitCode DeleteJobs(CommandContext& context, HostSession& session, const std::vector<ListedJob>& jobs) {
     const JobModel leftover = Leftover(session, jobs, session.Delete(IdsOf(jobs)));
     ExitCode exitCode = ExitCode::Success;
     for (const JobListInfo& job : jobs) {
@@ -36,6 +37,68 @@ ExitCode Delete(CommandContext& context, const LongCommand& command) {
         }
     }
     return exitCode;
+}
+
+/// Units: seconds since 1970-01-01 UTC. Nothing if it is not known: a job that was cancelled before it ran has only the
+/// time at which it was enqueued.
+std::optional<std::int64_t> LastTime(const ListedJob& job) {
+    if (const auto end = text::ReadUtcTime(job.endTime)) {
+        return end;
+    }
+    return job.queuedTime == 0 ? std::nullopt : std::optional(job.queuedTime);
+}
+
+std::optional<std::int64_t> LatestEnd(const CommandContext& context, const LongCommand& command) {
+    if (command.olderThan.empty()) {
+        return std::nullopt;
+    }
+    const auto age = text::ReadDuration(command.olderThan);
+    if (!age) {
+        throw UsageProblem{L"Usage/Duration", command.olderThan};
+    }
+    return context.now() - *age;
+}
+
+/// Accepts the names of `--list` and of scripts.
+std::set<JobStatus> StatesOf(const CommandContext& context, const LongCommand& command) {
+    constexpr std::array ended = {JobStatus::Success, JobStatus::Failed, JobStatus::Canceled, JobStatus::Dequeued};
+    std::set<JobStatus> states;
+    for (const std::wstring& name : command.states) {
+        const auto* const state = std::find_if(ended.begin(), ended.end(), [&](JobStatus status) {
+            return name == StatusText(context.texts, status) || name == text::FromUtf8(JobStatusString(status));
+        });
+        if (state == ended.end()) {
+            throw UsageProblem{L"Usage/State", name};
+        }
+        states.insert(*state);
+    }
+    return command.states.empty() ? std::set<JobStatus>(ended.begin(), ended.end()) : states;
+}
+
+} // namespace
+
+ExitCode Delete(CommandContext& context, const LongCommand& command) {
+    HostSession session(context, StartOf(command));
+    return DeleteJobs(context, session, SelectJobs(context, session.FetchJobs(), command.ids));
+}
+
+ExitCode Clean(CommandContext& context, const LongCommand& command) {
+    const std::optional<std::int64_t> latest = LatestEnd(context, command);
+    const std::set<JobStatus> states = StatesOf(context, command);
+    if (!latest && command.states.empty()) {
+        throw UsageProblem{L"Usage/NothingToClean", {}};
+    }
+    HostSession session(context, StartOf(command));
+    std::vector<ListedJob> jobs = session.FetchJobs();
+    std::erase_if(jobs, [&](const ListedJob& job) {
+        const auto time = LastTime(job);
+        return !states.contains(job.status) || (latest && (!time || *time > *latest));
+    });
+    if (jobs.empty() || command.isDryRun) {
+        WriteJobTable(context, JobModel(jobs).Views());
+        return ExitCode::Success;
+    }
+    return DeleteJobs(context, session, jobs);
 }
 
 } // namespace controller_cli::commands

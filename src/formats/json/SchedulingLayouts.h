@@ -95,7 +95,8 @@ struct Layout<QueueRecord> {
         OptionalMember{"retryOnlyAfterCrash", &Scheduling::retryOnlyAfterCrash},
         OptionalMember{"timeLimit", &Scheduling::timeLimit}, OptionalMember{"silenceLimit", &Scheduling::silenceLimit},
         OptionalMember{"queuedTime", &QueueRecord::queuedTime}, OptionalMember{"attempt", &QueueRecord::attempt},
-        OptionalMember{"lastEnding", &QueueRecord::lastEnding});
+        OptionalMember{"lastEnding", &QueueRecord::lastEnding},
+        OptionalMember{"ownOutputDir", &QueueRecord::hasOwnOutputDir});
 };
 
 template <>

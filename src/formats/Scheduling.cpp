@@ -1,0 +1,21 @@
+#include "formats/Scheduling.h"
+
+#include "platform/files/NativePath.h"
+
+std::wstring RequestedOutputDir(const std::wstring& outputDir, const QueueRecord& queue) {
+    return queue.hasOwnOutputDir ? platform::ParentDirectory(outputDir) : outputDir;
+}
+
+ScheduledRequest RequestToRepeat(const ListedJob& job) {
+    ScheduledRequest request({}, static_cast<const Scheduling&>(job));
+    request.inputFileSets = {job.inputFiles};
+    request.scenario.id = job.scenario.id;
+    request.outputDir = RequestedOutputDir(job.outputDir, job);
+    request.runArgument = job.runArgument;
+    request.extraText = job.extraText;
+    request.hold = false;
+    request.notBefore = 0;
+    request.after.clear();
+    request.afterEnd.clear();
+    return request;
+}
