@@ -20,10 +20,11 @@ std::wstring ProblemOf(HostEngine& engine, ScheduledRequest& request) {
     if (request.outputDir.empty()) {
         return L"The request names no output directory.";
     }
-    if (std::wstring problem = engine.SchedulingProblem(request); !problem.empty()) {
+    if (std::wstring problem = engine.ResolveScenarioName(request.scenario.id); !problem.empty()) {
         return problem;
     }
-    return engine.ResolveScenarioName(request.scenario.id);
+    engine.AddNeedsOfScenario(request);
+    return engine.SchedulingProblem(request);
 }
 
 /// True for a name that is not a separate directory within the output directory: an empty name, "." and "..", on

@@ -32,6 +32,9 @@ public:
     /// Replaces the names of predecessors by ids. Returns why the request cannot be scheduled: a predecessor is not
     /// listed, or more is needed of a resource than there is. Empty if it can.
     [[nodiscard]] std::wstring SchedulingProblem(Scheduling& scheduling);
+    /// Adds what the description of the request's scenario says that each job needs; what the request says counts more.
+    /// The name of the scenario is resolved.
+    void AddNeedsOfScenario(ScheduledRequest& request);
     /// Changes waiting jobs. Returns reports of the changed ones in list order; others are ignored. With a `problem`,
     /// nothing is changed.
     std::vector<JobStatusInfo> EditJobs(const JobsEdit& edit, std::wstring& problem);

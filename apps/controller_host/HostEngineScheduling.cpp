@@ -6,6 +6,7 @@
 #include "engine/Queue.h"
 #include "formats/JobStates.h"
 #include "formats/QueueStateFile.h"
+#include "formats/ScenarioManifest.h"
 #include "platform/system/Clock.h"
 #include "services/Settings.h"
 #include "text/Numbers.h"
@@ -65,6 +66,17 @@ std::wstring HostEngine::SchedulingProblem(Scheduling& scheduling) {
         }
     }
     return ProblemOfNeeds(scheduling.needs);
+}
+
+void HostEngine::AddNeedsOfScenario(ScheduledRequest& request) {
+    const auto catalogued = scenarioMap.find(request.scenario.id);
+    const std::wstring& path = catalogued == scenarioMap.end() ? request.scenario.id : catalogued->second.path;
+    scenario_manifest::ScenarioManifest manifest;
+    std::wstring problem;
+    // A job whose description cannot be read fails when it starts, and says why.
+    if (scenario_manifest::ReadFor(path, manifest, problem)) {
+        request.needs.insert(manifest.needs.begin(), manifest.needs.end());
+    }
 }
 
 std::vector<JobStatusInfo> HostEngine::EditJobs(const JobsEdit& edit, std::wstring& problem) {

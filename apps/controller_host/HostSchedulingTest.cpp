@@ -293,6 +293,21 @@ TEST_F(HostSchedulingTest, WhatCanNeverBeHadIsRefused) {
     EXPECT_EQ(Row(job).needs.at(L"cadLicence"), 2);
 }
 
+TEST_F(HostSchedulingTest, TheDescriptionOfAScenarioSaysWhatEachOfItsJobsNeeds) {
+    UseSettings(R"("resources":{"cadLicence":2,"memoryMiB":100})");
+    WriteTextFile(directory / L"scenarios\\mesh.scenario.json",
+                  R"({"version":1,"needs":{"cadLicence":1,"memoryMiB":50}})");
+    EXPECT_EQ(Row(Enqueue1({})).needs, (std::map<std::wstring, std::int64_t>{{L"cadLicence", 1}, {L"memoryMiB", 50}}));
+    EXPECT_EQ(Row(Enqueue1(Needs(2))).needs,
+              (std::map<std::wstring, std::int64_t>{{L"cadLicence", 2}, {L"memoryMiB", 50}}));
+}
+
+TEST_F(HostSchedulingTest, AScenarioThatNeedsMoreThanThereIsIsRefused) {
+    WriteTextFile(directory / L"scenarios\\mesh.scenario.json", R"({"version":1,"needs":{"cadLicence":1}})");
+    EXPECT_EQ(Ask1({}).inputSetResults.at(0).at(0),
+              L"The resource cadLicence is needed, which the setting \"resources\" does not name.");
+}
+
 TEST_F(HostSchedulingTest, APausedQueueStartsNothingUntilItIsResumedByWhateverHost) {
     Ask(L"SetQueueStateRequest", messages::Serialize(events::setQueueStateRequest, {true}));
     line.WaitFor(L"QueueStateResponse");

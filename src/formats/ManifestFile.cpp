@@ -5,6 +5,7 @@
 
 #include "formats/ManifestRules.h"
 #include "formats/json/Reading.h"
+#include "formats/json/SchedulingLayouts.h"
 
 namespace scenario_manifest {
 namespace {
@@ -41,6 +42,7 @@ struct ScriptFile {
     static constexpr auto members =
         std::make_tuple(json::Version(), Member{"timeLimitSeconds", &Manifest::timeLimitSeconds, rule<TimeLimit>},
                         Member{"successExitCodes", &Manifest::successExitCodes},
+                        json::OptionalMember{"needs", &Manifest::needs, rule<json::NeedRule>},
                         Member{"parameterSets", &Manifest::parameterSets, rule<ParameterSetMembers>},
                         Member{"slurm", &Manifest::slurm, rule<slurm::SlurmMembers>});
 };

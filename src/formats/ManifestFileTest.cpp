@@ -59,6 +59,7 @@ const std::vector<Refused> refusedScripts = {
     {"NegativeLimit", R"({"timeLimitSeconds":-1})", L"line 1, column 21: timeLimitSeconds: expected a whole number"},
     {"LimitOfMoreThanAWeek", R"({"timeLimitSeconds":604801})", L"timeLimitSeconds: expected a whole number"},
     {"ExitCodeAsText", R"({"successExitCodes":["0"]})", L"successExitCodes[0]: expected a whole number"},
+    {"NeedOfNothing", R"({"needs":{"cad":0}})", L"needs.cad: expected a whole number of at least 1"},
     {"NoExitCode", R"({"successExitCodes":[]})", L"successExitCodes: expected 1 to 256 exit codes"},
     {"ManyExitCodes", "{\"successExitCodes\":[" + Repeated("1", 257) + "]}", L"expected 1 to 256 exit codes"},
     {"SetWithoutId", WithSets(R"({"displayName":"x"})"), L"parameterSets[0]: the member \"id\" is missing"},
@@ -151,7 +152,7 @@ TEST(ManifestFileTest, TakesEveryMemberOfAPackage) {
     std::vector<std::wstring> warnings;
     ASSERT_TRUE(ParsePackageManifest(R"({"version":1,"displayName":"Mesh report",
         "inputs":[{"cadName":"STL","extensions":["stl","stla"]},{}],"entryPoint":"lib/main.rb","interpreter":"ruby",
-        "timeLimitSeconds":604800,"successExitCodes":[0,3,-1],
+        "timeLimitSeconds":604800,"successExitCodes":[0,3,-1],"needs":{"cadLicence":2},
         "parameterSets":[{"id":"fine","displayName":"Fine","description":"Two\nlines","parameters":[
           {"name":"size","type":"integer","defaultValue":"640","allowedValues":["320","640"]},{"name":"title"},
           {"name":"scale","type":"number","defaultValue":"-1.5e3"},{"name":"on","type":"boolean","defaultValue":"true"},
@@ -165,6 +166,7 @@ TEST(ManifestFileTest, TakesEveryMemberOfAPackage) {
     expected.interpreter = L"ruby";
     expected.timeLimitSeconds = 604800;
     expected.successExitCodes = {0, 3, -1};
+    expected.needs = {{L"cadLicence", 2}};
     expected.parameterSets = {{L"fine",
                                L"Fine",
                                L"Two\nlines",

@@ -5,6 +5,7 @@
 #include "formats/SlurmOptions.h"
 
 #include <cstdint>
+#include <map>
 #include <string>
 #include <vector>
 
@@ -22,6 +23,8 @@ struct ScenarioManifest {
     /// 0 means no limit.
     std::int32_t timeLimitSeconds = 0;
     std::vector<std::int32_t> successExitCodes = {0};
+    /// The resources that each job takes while it runs, as in requests.
+    std::map<std::wstring, std::int64_t> needs;
     std::vector<ScenarioParameterSetInfo> parameterSets;
     /// Used if the function module "slurm" runs the scenario.
     slurm::SlurmOptions slurm;
