@@ -26,23 +26,34 @@ bool JobWatcher::HaveAllEnded() const {
 
 std::vector<std::wstring> JobWatcher::WaitForChanges(std::optional<std::chrono::milliseconds> interval) {
     std::vector<std::wstring> changed;
-    bool hasNewJobs = false;
+    bool isListNeeded = false;
     for (const JobStatusInfo& update : session.WaitForUpdates(interval)) {
         if (!IsOfInterest(update)) {
             continue;
         }
-        if (board.Update(update) != nullptr) {
+        const bool isKnown = board.Update(update) != nullptr;
+        if (isKnown) {
             changed.push_back(update.id);
-        } else if (update.status != unlistedStatus) {
-            hasNewJobs = true;
+        }
+        // A report does not contain all data of a new job, nor what was edited, nor the attempts of a job that is
+        // queued again.
+        isListNeeded =
+            isListNeeded || update.status == JobStatus::Queued || (!isKnown && update.status != unlistedStatus);
+    }
+    for (const std::wstring& id : isListNeeded ? Renew() : std::vector<std::wstring>()) {
+        if (std::find(changed.begin(), changed.end(), id) == changed.end()) {
+            changed.push_back(id);
         }
     }
-    if (hasNewJobs) {
-        // A report does not contain all data of a job that is new to the board.
-        const std::vector<std::wstring> renewed = board.Renew(session.FetchJobs());
-        changed.insert(changed.end(), renewed.begin(), renewed.end());
-    }
     return changed;
+}
+
+std::vector<std::wstring> JobWatcher::Renew() {
+    std::vector<ListedJob> jobs = session.FetchJobs();
+    if (!followsAll) {
+        std::erase_if(jobs, [this](const ListedJob& job) { return board.Find(job.id) == nullptr; });
+    }
+    return board.Renew(jobs);
 }
 
 } // namespace controller_cli

@@ -28,6 +28,7 @@ public:
 
 private:
     bool IsOfInterest(const JobStatusInfo& update) const;
+    std::vector<std::wstring> Renew();
 
     HostSession& session;
     bool followsAll;

@@ -70,6 +70,27 @@ TEST_F(JobWatcherTest, WhoFollowsSomeHearsOfNoOthers) {
     EXPECT_EQ(ListRequests(), 0);
 }
 
+TEST_F(JobWatcherTest, AnEditedJobIsTakenFromTheList) {
+    for (const bool followsAll : {true, false}) {
+        host.jobs[0].hold = false;
+        JobWatcher watcher = followsAll ? JobWatcher(session) : JobWatcher(session, {host.jobs[0]});
+        host.jobs[0].hold = true;
+        host.Report(Status(1, JobStatus::Queued));
+        EXPECT_EQ(Changes(watcher), Ids{L"id1"});
+        EXPECT_TRUE(watcher.Board().Find(L"id1")->job.hold);
+        EXPECT_EQ(watcher.Board().Views().size(), followsAll ? 2U : 1U);
+    }
+}
+
+TEST_F(JobWatcherTest, AJobThatIsQueuedAgainShowsItsAttempt) {
+    JobWatcher watcher(session, {host.jobs[1]});
+    host.jobs[1].attempt = 1;
+    host.jobs[1].lastEnding = L"It crashed.";
+    host.Report(Status(2, JobStatus::Queued));
+    EXPECT_EQ(Changes(watcher), Ids{L"id2"});
+    EXPECT_EQ(watcher.Board().Find(L"id2")->job.lastEnding, L"It crashed.");
+}
+
 TEST_F(JobWatcherTest, WhatWasToldSinceTheListIsNotMissed) {
     const std::vector<ListedJob> jobs = session.FetchJobs();
     host.Report(Status(1, JobStatus::Running));
