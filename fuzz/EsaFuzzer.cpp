@@ -104,7 +104,10 @@ void CheckEntry(const std::wstring& package) {
 
 void CheckManifest(const std::wstring& package) {
     using scenario_manifest::ScenarioManifest;
-    const ScenarioManifest before = {L"before", {}, L"before", L"before", {}, 7, {7}, {}};
+    ScenarioManifest before;
+    before.displayName = before.entryPoint = before.interpreter = L"before";
+    before.timeLimitSeconds = 7;
+    before.successExitCodes = {7};
     ScenarioManifest manifest = before;
     std::wstring problem;
     const bool isRead = scenario_manifest::ReadFor(package, manifest, problem);

@@ -17,7 +17,9 @@ using Parser = bool (*)(const std::string&, ScenarioManifest&, std::wstring&, st
 constexpr std::size_t mostWarnings = 20;
 
 bool Parse(Parser parser, const std::string& json, ScenarioManifest& manifest) {
-    const ScenarioManifest before = {L"before", {}, L"before", L"before", {}, 7, {7}, {}};
+    ScenarioManifest before;
+    before.displayName = before.interpreter = L"before";
+    before.timeLimitSeconds = 7;
     std::wstring problem;
     std::vector<std::wstring> warnings = {L"before"};
     manifest = before;
