@@ -29,6 +29,10 @@ std::vector<std::string> Slurm::FunctionNames() const {
 }
 
 ModuleResult Slurm::Call(const std::string& functionName, const std::wstring& input, std::wstring& output) {
+    const std::lock_guard lock(mutex);
+    if (!platform::IsProcessRunning(cancelling.Get())) {
+        cancelling.Reset();
+    }
     return functionName == endLostRuns ? EndLostRuns() : LocalProcess::Call(functionName, input, output);
 }
 
@@ -39,7 +43,7 @@ local_process::RunnerProgram Slurm::ChooseRunner(const run_protocol::RunScenario
             L"It must be beside the program of the host"};
 }
 
-ModuleResult Slurm::EndLostRuns() const {
+ModuleResult Slurm::EndLostRuns() {
     const auto settings = settings::Current();
     const platform::OwnedHandle self = platform::OpenSelf();
     platform::ProcessStart start;
@@ -51,8 +55,7 @@ ModuleResult Slurm::EndLostRuns() const {
     }
     start.detached = true;
     start.inherited = {self.Get()};
-    platform::OwnedHandle process;
-    const platform::Error error = platform::StartProcess(start, process);
+    const platform::Error error = platform::StartProcess(start, cancelling);
     if (error) {
         ControllerCSWrapper::WriteErrorLog(
             L"Jobs that an earlier host may have left on the cluster are not cancelled: " +

@@ -1,6 +1,9 @@
 #pragma once
 
+#include <mutex>
+
 #include "local_process/LocalProcess.h"
+#include "platform/system/OwnedHandle.h"
 
 namespace slurm {
 
@@ -24,10 +27,13 @@ public:
 private:
     local_process::RunnerProgram ChooseRunner(const run_protocol::RunScenarioInfo& info,
                                               const settings::Settings& settings) const override;
-    local_process::ModuleResult EndLostRuns() const;
+    local_process::ModuleResult EndLostRuns();
 
     /// Part of the names of this host's jobs.
     std::wstring host;
+    /// The program that cancels the jobs of earlier hosts. Its handle is closed after its end, which reaps it.
+    std::mutex mutex;
+    platform::OwnedHandle cancelling;
 };
 
 } // namespace slurm

@@ -14,8 +14,8 @@
 /// The application's settings, one JSON file.
 namespace settings {
 
-/// A host waits for the processes of all running jobs at once, and Windows waits for at most 64 handles.
-inline constexpr std::int32_t mostParallelJobs = 60;
+/// Permitted on Linux. A host waits for the processes of all running jobs at once, and Windows waits for fewer.
+inline constexpr std::int32_t mostParallelJobs = 500;
 
 /// Automatic deletion of old jobs; `days` is the age limit.
 struct AutoDelete {

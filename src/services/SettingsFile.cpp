@@ -10,6 +10,7 @@
 
 #include "formats/json/Reading.h"
 #include "platform/files/NativePath.h"
+#include "platform/processes/WaitLimit.h"
 #include "platform/system/Environment.h"
 #include "text/Wtf8.h"
 
@@ -87,10 +88,11 @@ struct LogLimit {
 
 /// A number, or the keyword for the number of processor cores.
 struct ParallelJobs {
-    static constexpr auto expected = L"a whole number of jobs from 1 to 60, or \"auto\"";
-    static bool Accepts(std::int32_t jobs) { return jobs >= 1 && jobs <= mostParallelJobs; }
+    static constexpr auto expected = L"a whole number of jobs from 1 to 500 (on Windows to 60), or \"auto\"";
+    static std::int32_t Most() { return std::min(mostParallelJobs, platform::mostWaitedProcesses); }
+    static bool Accepts(std::int32_t jobs) { return jobs >= 1 && jobs <= Most(); }
     [[nodiscard]] static bool ReadText(std::int32_t& jobs, std::string_view word) {
-        jobs = std::clamp(static_cast<std::int32_t>(std::thread::hardware_concurrency()), 1, mostParallelJobs);
+        jobs = std::clamp(static_cast<std::int32_t>(std::thread::hardware_concurrency()), 1, Most());
         return word == "auto";
     }
 };

@@ -67,8 +67,14 @@ const std::vector<Refused> refusedFiles = {
      L": cancelGraceSeconds: expected a whole number of seconds from 0 to 3600, found -1"},
     {"FractionOfASecond", R"({"cancelGraceSeconds":0.5})", L": cancelGraceSeconds: expected a whole number"},
     {"LongGrace", R"({"cancelGraceSeconds":3601})", L": cancelGraceSeconds: expected a whole number"},
-    {"NoJobAtATime", R"({"parallelJobs":0})", L": parallelJobs: expected a whole number of jobs from 1 to 60, or"},
-    {"MoreJobsThanAreWaitedFor", R"({"parallelJobs":61})", L": parallelJobs: expected a whole number of jobs"},
+    {"NoJobAtATime", R"({"parallelJobs":0})",
+     L": parallelJobs: expected a whole number of jobs from 1 to 500 (on Windows to 60), or"},
+    {"MoreJobsThanAreWaitedFor", R"({"parallelJobs":501})", L": parallelJobs: expected a whole number of jobs"},
+    {"NoCpus", R"({"slurm":{"cpus":0}})", L": slurm.cpus: expected a whole number of CPUs from 1 to 4096"},
+    {"AProgramBesideSrun", R"({"slurm":{"options":["--qos=a","--prolog=/x"]}})",
+     L": slurm.options[1]: expected --NAME or"},
+    {"ContradictoryMemory", R"({"slurm":{"memoryMegabytes":5,"options":["--mem-per-cpu=5"]}})",
+     L": slurm.options[0]: expected no other amount of memory"},
     {"JobsAsAnotherWord", R"({"parallelJobs":"all"})", L": parallelJobs: expected a whole number of jobs"},
     {"NoneOfAResource", R"({"resources":{"cad":0}})", L": resources.cad: expected a whole number of at least 1"},
     {"ResourceWithBlank", R"({"resources":{"a cad":1}})", L": expected as its name 1 to 64 letters"},
@@ -135,7 +141,8 @@ TEST_F(SettingsFileTest, TakesEveryMember) {
         "cancelGraceSeconds":0,"scenarioLogLimitBytes":4096,"parallelJobs":60,
         "hooks":{"jobEnded":["notify","--end"],"jobFailed":["/bin/mail"],"queueEmpty":[]},
         "resources":{"cadLicence":2},"ageingMinutes":5,"afterRestart":"all",
-        "provenance":false,"reuse":true,"toolVersions":{"mesher":"2.1"}})"))
+        "provenance":false,"reuse":true,"toolVersions":{"mesher":"2.1"},
+        "slurm":{"partition":"main","cpus":2,"options":["--qos=low"],"lostAfterSeconds":30}})"))
         << text::ToUtf8(problem);
     Settings expected;
     expected.file = path;
@@ -159,6 +166,10 @@ TEST_F(SettingsFileTest, TakesEveryMember) {
     expected.parallelJobs = 60;
     expected.scenarioLogLimitBytes = 4096;
     expected.resources = {{L"cadLicence", 2}};
+    expected.slurm.partition = L"main";
+    expected.slurm.cpus = 2;
+    expected.slurm.options = {L"--qos=low"};
+    expected.slurm.lostAfterSeconds = 30;
     expected.ageingMinutes = 5;
     expected.afterRestart = settings::AfterRestart::All;
     expected.provenance = false;

@@ -176,7 +176,9 @@ TEST_F(SettingsTest, NothingIsHeldWithAnotherFile) {
 TEST_F(SettingsTest, ACopyForARunSaysWhatIsInForce) {
     Write(
         R"({"logLevel":"error","interpreters":{".rb":["ruby","-w"],".py":["C:\\p \u00e9\\python.exe"]},"cancelGraceSeconds":7,
-        "scenarioLogLimitBytes":5000,"scenarioApiDirectory":"api"})");
+        "scenarioLogLimitBytes":5000,"scenarioApiDirectory":"api","scenarioRunner":"bin/runner",
+        "slurm":{"partition":"p","account":"a","cpus":2,"memoryMegabytes":3,"minutes":4,"options":["--qos=q"],
+        "lostAfterSeconds":5}})");
     const auto original = settings::Current();
     WriteTextFile(directory / L"elsewhere\\copy.json", text::ToUtf8(settings::CopyForRun(*original)));
     settings::UseFile(directory / L"elsewhere\\copy.json");
@@ -186,6 +188,9 @@ TEST_F(SettingsTest, ACopyForARunSaysWhatIsInForce) {
     EXPECT_EQ(copy->cancelGraceSeconds, 7);
     EXPECT_EQ(copy->scenarioLogLimitBytes, 5000);
     EXPECT_EQ(copy->scenarioApiDirectory, directory / L"api");
+    EXPECT_EQ(copy->scenarioRunner, directory / L"bin\\runner");
+    EXPECT_EQ(copy->slurm, original->slurm);
+    EXPECT_EQ(copy->slurm.lostAfterSeconds, 5);
     EXPECT_EQ(copy->logFile, directory / L"controller.log");
     EXPECT_EQ(copy->logLevel, log_file::Level::Error);
 }

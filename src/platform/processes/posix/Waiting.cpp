@@ -1,4 +1,5 @@
 #include "platform/processes/Waiting.h"
+#include "platform/processes/WaitLimit.h"
 
 #include <algorithm>
 #include <array>
@@ -39,6 +40,9 @@ void RestAfterFailure() {
 }
 
 } // namespace
+
+// Limited by the number of open files only.
+const std::int32_t mostWaitedProcesses = 1000;
 
 std::optional<std::size_t> WaitForAny(const std::vector<void*>& handles, std::optional<milliseconds> timeout) {
     std::vector<pollfd> looks;

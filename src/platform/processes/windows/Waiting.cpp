@@ -1,4 +1,5 @@
 #include "platform/processes/Waiting.h"
+#include "platform/processes/WaitLimit.h"
 
 #include <algorithm>
 #include <system_error>
@@ -35,6 +36,9 @@ bool IsNotWaiting(void* handle) {
 }
 
 } // namespace
+
+// Windows waits for at most 64 handles.
+const std::int32_t mostWaitedProcesses = 60;
 
 std::optional<std::size_t> WaitForAny(const std::vector<void*>& handles, std::optional<milliseconds> timeout) {
     const auto deadline = timeout ? std::optional(steady_clock::now() + *timeout) : std::nullopt;

@@ -5,39 +5,19 @@
 #include "kit/SystemHelpers.h"
 #include "kit/TestProcess.h"
 #include "kit/processes/ScenarioTraces.h"
-#include "kit/slurm/SlurmFixture.h"
+#include "kit/slurm/FakeSlurmFixture.h"
 #include "platform/files/FileSystem.h"
 #include "platform/files/NativePath.h"
 #include "platform/processes/Process.h"
 #include "platform/system/Environment.h"
 #include "slurm/AttemptFiles.h"
-#include "slurm/WaiterProgram.h"
 
 namespace {
 
 using slurm::WaiterExit;
 using testing::HasSubstr;
 
-class WaiterTest : public SlurmFixture {
-protected:
-    WaiterExit AwaitWaiter() { return static_cast<WaiterExit>(AwaitEnd()); }
-
-    std::string Message() const {
-        const std::wstring message = FirstMessage();
-        return {message.begin(), message.end()};
-    }
-
-    std::wstring LifeDirectory() const {
-        WriteTextFile(directory / L"life\\.keep", "");
-        EXPECT_FALSE(platform::RemoveFile(directory / L"life\\.keep"));
-        return directory / L"life";
-    }
-
-    std::string Life() const {
-        const std::wstring path = platform::ToNativeText(LifeDirectory());
-        return "live in " + std::string(path.begin(), path.end()) + "\n";
-    }
-};
+using WaiterTest = FakeSlurmFixture;
 
 } // namespace
 
@@ -64,12 +44,11 @@ TEST_F(WaiterTest, SuccessOfSrunWithoutAnEndOnTheNodeIsALostJob) {
 }
 
 TEST_F(WaiterTest, ASuccessWhoseEndNobodySawDoesNotCountAndItsProcessesEnd) {
-    const std::wstring life = LifeDirectory();
     UseMode("leaves");
-    StartAndAwaitReady(Life() + "write result success\nbe ready\nwait");
+    StartAndAwaitReady(LiveStep() + "write result success\nbe ready\nwait");
     EXPECT_EQ(AwaitWaiter(), WaiterExit::Lost);
     EXPECT_FALSE(Result().succeeded);
-    Await("the end of the scenario without its waiter", [&] { return !HasLifeIn(life); });
+    Await("the end of the scenario without its waiter", [&] { return !HasLife(); });
 }
 
 TEST_F(WaiterTest, WhatTheJobAsksForIsPassedToSrun) {
@@ -170,12 +149,11 @@ TEST_F(WaiterTest, AScenarioThatDoesNotObeyIsKilledAfterItsGrace) {
 }
 
 TEST_F(WaiterTest, AKilledWaiterTakesItsJobWithIt) {
-    const std::wstring life = LifeDirectory();
-    StartAndAwaitReady(Life() + "ignore requests\nbe ready\nwait");
-    ASSERT_TRUE(HasLifeIn(life));
+    StartAndAwaitReady(LiveStep() + "ignore requests\nbe ready\nwait");
+    ASSERT_TRUE(HasLife());
     test_support::KillProcess(runner.Get());
     AwaitEnd();
-    Await("the end of the job", [&] { return !HasLifeIn(life); });
+    Await("the end of the job", [&] { return !HasLife(); });
 }
 
 TEST_F(WaiterTest, ANodeThatFallsSilentIsALostJob) {
@@ -193,13 +171,12 @@ TEST_F(WaiterTest, AnSrunThatDoesNotEndWithItsJobIsEnded) {
 }
 
 TEST_F(WaiterTest, TheNextAttemptWaitsForTheEndOfOneThatStillRuns) {
-    const std::wstring life = LifeDirectory();
     settings.members = R"(,"slurm":{"lostAfterSeconds":5})";
     UseMode("leaves");
-    StartAndAwaitReady(Life() + "be ready\nignore requests\nwait");
+    StartAndAwaitReady(LiveStep() + "be ready\nignore requests\nwait");
     test_support::KillProcess(runner.Get());
     AwaitEnd();
-    ASSERT_TRUE(HasLifeIn(life));
+    ASSERT_TRUE(HasLife());
     UseMode("");
     UseSteps("exit 0");
     ASSERT_EQ(Start(), 0);
@@ -207,7 +184,7 @@ TEST_F(WaiterTest, TheNextAttemptWaitsForTheEndOfOneThatStillRuns) {
         const std::string calls = CallsOf(L"srun");
         return std::count(calls.begin(), calls.end(), '\n') == 2;
     });
-    EXPECT_FALSE(HasLifeIn(life));
+    EXPECT_FALSE(HasLife());
     EXPECT_EQ(AwaitWaiter(), WaiterExit::Done);
     EXPECT_TRUE(Result().succeeded);
 }
@@ -218,11 +195,12 @@ TEST_F(WaiterTest, AnAttemptThatLostItsLeaseBeforeItStartsRunsNothing) {
     UseSteps("exit 0");
     ASSERT_EQ(Start(), 0);
     Await("srun", [&] { return platform::Exists(state + L"\\queued"); });
+    const std::wstring earlierName = JobName();
     ASSERT_TRUE(later.WriteLease(0));
     platform::ProcessStart node;
     node.program = test_support::ProgramPath(L"slurm_waiter");
     node.currentDirectory = job.workDir;
-    node.arguments = {L"--node",       JobName(),
+    node.arguments = {L"--node",       earlierName,
                       L"--work-dir",   platform::ToNativeText(job.workDir),
                       L"--runner",     platform::ToNativeText(settings.runner),
                       L"--settings",   platform::ToNativeText(InWorkDir(L"run_settings.json")),
