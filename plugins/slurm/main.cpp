@@ -112,16 +112,20 @@ WaiterExit Run(const Words& words) {
     return options.contains(slurm::endLostOption) ? EndLost(options) : RunJob(options);
 }
 
+WaiterExit RunSafely(const Words& words) {
+    try {
+        return Run(words);
+    } catch (const std::exception& failure) {
+        platform::WriteErrorOutput(std::string("slurm_waiter: failed: ") + failure.what() + "\n");
+        return WaiterExit::NoResult;
+    }
+}
+
 } // namespace
 
 int main(int count, char** values) {
     platform::HardenLibrarySearch();
     platform::PrepareConsole();
     platform::IgnoreFileSizeSignal();
-    try {
-        return static_cast<int>(Run(platform::ProgramArguments(count, values)));
-    } catch (const std::exception& failure) {
-        platform::WriteErrorOutput(std::string("slurm_waiter: failed: ") + failure.what() + "\n");
-        return static_cast<int>(WaiterExit::NoResult);
-    }
+    return static_cast<int>(RunSafely(platform::ProgramArguments(count, values)));
 }

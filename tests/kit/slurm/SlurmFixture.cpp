@@ -12,8 +12,12 @@
 
 SlurmFixture::SlurmFixture() {
     settings.module = ModulePath(L"slurm");
-    settings.members = R"(,"slurm":{"lostAfterSeconds":2})";
     EXPECT_FALSE(platform::EnsureDirectory(directory / L"life"));
+}
+
+void SlurmFixture::UseLostAfter(int seconds, const std::string& options) {
+    settings.members =
+        R"(,"slurm":{"lostAfterSeconds":)" + std::to_string(seconds) + R"(,"options":[)" + options + "]}";
 }
 
 std::string SlurmFixture::Message() const {

@@ -11,6 +11,9 @@ class SlurmFixture : public ScenarioRunFixture {
 protected:
     SlurmFixture();
 
+    /// After this time the job is lost. Short only where a test waits for that, because machines may be slow.
+    void UseLostAfter(int seconds, const std::string& options = "");
+
     /// Waits for the end of the process that stands for the job.
     slurm::WaiterExit AwaitWaiter() { return static_cast<slurm::WaiterExit>(AwaitEnd()); }
     /// The first message of the result.

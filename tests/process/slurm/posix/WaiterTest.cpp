@@ -35,6 +35,7 @@ TEST_F(WaiterTest, TheExitCodeAndTheSignalOfAScenarioAreReported) {
 }
 
 TEST_F(WaiterTest, SuccessOfSrunWithoutAnEndOnTheNodeIsALostJob) {
+    UseLostAfter(2);
     UseMode("claims");
     UseSteps("exit 0");
     ASSERT_EQ(Start(), 0);
@@ -44,6 +45,7 @@ TEST_F(WaiterTest, SuccessOfSrunWithoutAnEndOnTheNodeIsALostJob) {
 }
 
 TEST_F(WaiterTest, ASuccessWhoseEndNobodySawDoesNotCountAndItsProcessesEnd) {
+    UseLostAfter(2);
     UseMode("leaves");
     StartAndAwaitReady(LiveStep() + "write result success\nbe ready\nwait");
     EXPECT_EQ(AwaitWaiter(), WaiterExit::Lost);
@@ -157,6 +159,7 @@ TEST_F(WaiterTest, AKilledWaiterTakesItsJobWithIt) {
 }
 
 TEST_F(WaiterTest, ANodeThatFallsSilentIsALostJob) {
+    UseLostAfter(2);
     StartAndAwaitReady("be ready\nwait");
     ASSERT_EQ(kill(static_cast<pid_t>(platform::ProcessNumber(NodeProcess().Get())), SIGSTOP), 0);
     EXPECT_EQ(AwaitWaiter(), WaiterExit::Lost);
@@ -165,18 +168,20 @@ TEST_F(WaiterTest, ANodeThatFallsSilentIsALostJob) {
 }
 
 TEST_F(WaiterTest, AnSrunThatDoesNotEndWithItsJobIsEnded) {
+    UseLostAfter(2);
     UseMode("stays");
     Run("exit 0");
     EXPECT_TRUE(Result().succeeded);
 }
 
 TEST_F(WaiterTest, TheNextAttemptWaitsForTheEndOfOneThatStillRuns) {
-    settings.members = R"(,"slurm":{"lostAfterSeconds":5})";
+    UseLostAfter(5);
     UseMode("leaves");
     StartAndAwaitReady(LiveStep() + "be ready\nignore requests\nwait");
     test_support::KillProcess(runner.Get());
     AwaitEnd();
     ASSERT_TRUE(HasLife());
+    UseLostAfter(60);
     UseMode("");
     UseSteps("exit 0");
     ASSERT_EQ(Start(), 0);

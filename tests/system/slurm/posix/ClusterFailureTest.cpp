@@ -11,13 +11,15 @@ namespace {
 using slurm::WaiterExit;
 using testing::HasSubstr;
 
+constexpr auto onFirstNode = R"("--nodelist=n1")";
+
 class ClusterFailureTest : public SlurmFixture {
 protected:
     void SetUp() override {
         if (!SlurmLab::IsThere()) {
             GTEST_SKIP() << "no cluster: ./run test slurm starts one";
         }
-        settings.members = R"(,"slurm":{"lostAfterSeconds":5,"options":["--nodelist=n1"]})";
+        UseLostAfter(60, onFirstNode);
     }
 
     const SlurmLab lab;
@@ -36,11 +38,12 @@ TEST_F(ClusterFailureTest, AScenarioGoesOnWhileItsNodeStartsSlurmAgain) {
 }
 
 TEST_F(ClusterFailureTest, ANodeThatIsGoneLosesTheJobAndTheNextAttemptWaitsForItsEnd) {
+    UseLostAfter(5, onFirstNode);
     StartAndAwaitReady(LiveStep() + "ignore requests\nwrite result success\nbe ready\nwait");
     lab.Do({L"kill", L"slurmd", L"n1"});
     EXPECT_EQ(AwaitWaiter(), WaiterExit::Lost);
     EXPECT_FALSE(Result().succeeded);
-    settings.members = R"(,"slurm":{"lostAfterSeconds":5,"options":["--nodelist=n2"]})";
+    UseLostAfter(60, R"("--nodelist=n2")");
     StartAndAwaitReady("wait for file ready\nexit 0");
     EXPECT_EQ(AwaitWaiter(), WaiterExit::Done);
     EXPECT_FALSE(HasLife());
@@ -62,7 +65,7 @@ TEST_F(ClusterFailureTest, AJobWhoseStepIsKilledEndsAndIsLost) {
 
 TEST_F(ClusterFailureTest, AJobThatEndsWhileTheControllerOfTheClusterIsAwaySucceedsAndLeavesNothing) {
     // Slurm takes minutes to give its node to other jobs.
-    settings.members = R"(,"slurm":{"options":["--nodelist=n3"]})";
+    UseLostAfter(60, R"("--nodelist=n3")");
     StartAndAwaitReady("be ready\nwait for file go\nexit 0");
     lab.Do({L"stop", L"slurmctld"});
     WriteTextFile(InWorkDir(L"go"), "");
@@ -74,6 +77,7 @@ TEST_F(ClusterFailureTest, AJobThatEndsWhileTheControllerOfTheClusterIsAwaySucce
 }
 
 TEST_F(ClusterFailureTest, AJobThatStartsWhileTheControllerOfTheClusterIsAwayRunsLater) {
+    UseLostAfter(60);
     lab.Do({L"stop", L"slurmctld"});
     UseSteps("exit 0");
     ASSERT_EQ(Start(), 0);

@@ -25,8 +25,7 @@ protected:
         std::string all = UsualSettings("job_list.json");
         all.pop_back();
         const std::string module = text::ToUtf8(platform::ToNativeText(test_support::ProgramPath(L"slurm.so")));
-        WriteSettings(all + R"(,"functionModules":[")" + module + R"("],"slurm":{"lostAfterSeconds":5,"options":[)" +
-                      options + "]}}");
+        WriteSettings(all + R"(,"functionModules":[")" + module + R"("],"slurm":{"options":[)" + options + "]}}");
     }
 
     void KillHost() {
