@@ -85,6 +85,7 @@ void HostEngine::UpdateIndex(const JobListChange& change) {
     for (const auto& job : change.jobs) {
         index.Update(*job);
     }
+    UpdateCandidates(change);
 }
 
 void HostEngine::WriteJobList(const JobListChange& change) {

@@ -2,10 +2,12 @@
 
 #include "CommonControllerLib/JobEntryManagerBase.h"
 #include "controller_host/JobIndex.h"
+#include "controller_host/ReuseCandidates.h"
 #include "controller_host/scheduling/Scheduler.h"
 
 #include "formats/JobListFile.h"
 #include "formats/JobListJournal.h"
+#include "formats/Provenance.h"
 #include "formats/Scheduling.h"
 #include "services/Settings.h"
 
@@ -138,6 +140,11 @@ private:
     HostEngine(const FunctionManager* manager, const settings::Settings& current);
 
     void UpdateIndex(const JobListChange& change);
+    void UpdateCandidates(const JobListChange& change);
+    std::vector<std::wstring> CandidatesOf(const JobEntry& job);
+    provenance::RunContext ContextOf(const JobEntry& job);
+    /// Tells the runner of a job that is about to start what its request does not say.
+    void WriteRunContext(const JobEntry& job);
     /// Reports a change to the scheduler, and adds to it the jobs that can never start now.
     void Schedule(JobListChange& change);
     void ReportToScheduler(JobEntry& job, std::vector<Scheduler::Stranded>& stranded);
@@ -159,6 +166,8 @@ private:
     void Interrupt(JobEntry& job);
 
     JobIndex index;
+    /// Without a value until a job needs them.
+    std::optional<ReuseCandidates> candidates;
     Scheduler scheduler;
     /// The settings of which the scheduler has the rules.
     std::shared_ptr<const settings::Settings> schedulingSettings;

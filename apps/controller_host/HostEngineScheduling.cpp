@@ -166,6 +166,7 @@ void HostEngine::SelectNextJob() {
         const JobPosition job = index.WithId(*id)->position;
         if (queue::CanStart((*job)->GetStatus())) {
             nextJob = job;
+            WriteRunContext(**job);
             return;
         }
         // It could not be started; the change of the list has yet to be told.

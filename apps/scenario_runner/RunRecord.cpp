@@ -11,6 +11,7 @@
 #include "platform/system/Clock.h"
 #include "platform/system/Machine.h"
 #include "scenario_runner/OutputListing.h"
+#include "scenario_runner/ResultReuse.h"
 #include "text/Text.h"
 
 namespace scenario_runner {
@@ -102,19 +103,66 @@ void RunRecord::End(const run_protocol::RunScenarioResult& result) {
     }
 }
 
+std::optional<run_protocol::RunScenarioResult> RunRecord::Reuse() {
+    if (context.candidates.empty() || !sources.Problem().empty()) {
+        return std::nullopt;
+    }
+    ResultReuse reuse(info.outputFolder, record, isStopped);
+    const auto earlier = reuse.Take(context.candidates);
+    if (!earlier) {
+        return std::nullopt;
+    }
+    sources.CheckUnchanged();
+    if (!sources.Problem().empty()) {
+        reuse.Undo();
+        return std::nullopt;
+    }
+    return TakeOver(*earlier);
+}
+
+run_protocol::RunScenarioResult RunRecord::TakeOver(const provenance::Record& earlier) {
+    record.tools = earlier.tools;
+    record.usedFiles = earlier.usedFiles;
+    record.outputs = earlier.outputs;
+    record.outputDirectories = earlier.outputDirectories;
+    record.resultFiles = earlier.resultFiles;
+    record.resultsOf = earlier.resultsOf ? earlier.resultsOf : NameOf(earlier.jobId);
+    DescribeRun(true);
+    // The function logs a failure.
+    (void)run_protocol::WriteFile(provenance::Serialize(record),
+                                  platform::ResolveAgainst(info.outputFolder, provenance::fileName));
+    run_protocol::RunScenarioResult result{info.jobId, true, {}, {}};
+    result.messages.emplace_back(0, L"Results of job " + std::to_wstring(record.resultsOf->jobNumber) + L".");
+    for (const std::wstring& file : record.resultFiles) {
+        result.outputFiles.push_back(platform::ToNativeText(platform::ResolveAgainst(info.outputFolder, file)));
+    }
+    return result;
+}
+
+provenance::JobName RunRecord::NameOf(const std::wstring& jobId) const {
+    const auto found = std::find_if(context.candidates.begin(), context.candidates.end(),
+                                    [&](const auto& candidate) { return candidate.jobId == jobId; });
+    const bool isKnown = found != context.candidates.end();
+    return {jobId, isKnown ? found->jobNumber : 0};
+}
+
 void RunRecord::Describe(const run_protocol::RunScenarioResult& result) {
-    record.jobId = info.jobId;
-    record.attempt = context.attempt;
-    record.succeeded = result.succeeded;
-    record.machine = platform::MachineName();
-    record.user = platform::AccountName();
-    record.startTime = TimeText(startTime);
-    record.endTime = TimeText(platform::Now());
+    DescribeRun(result.succeeded);
     sources.CheckUnchanged();
     Note(sources.Problem());
     AddUsedTools();
     AddOutputs();
     AddResultFiles(result.outputFiles);
+}
+
+void RunRecord::DescribeRun(bool succeeded) {
+    record.jobId = info.jobId;
+    record.attempt = context.attempt;
+    record.succeeded = succeeded;
+    record.machine = platform::MachineName();
+    record.user = platform::AccountName();
+    record.startTime = TimeText(startTime);
+    record.endTime = TimeText(platform::Now());
 }
 
 void RunRecord::AddUsedTools() {

@@ -1,5 +1,7 @@
 #pragma once
 
+#include <cstdint>
+#include <optional>
 #include <string>
 
 #include "formats/Provenance.h"
@@ -19,15 +21,21 @@ public:
     /// Hashes scenario and inputs. Throws `Stopped`.
     void Begin(const settings::Settings& settings, const ScenarioCommand& command);
 
+    /// If the host names earlier jobs whose results may be those of this one, and one of them is proved right, copies
+    /// its results, writes the file, and returns the result of this job. Otherwise returns nothing. Throws `Stopped`,
+    /// and `std::runtime_error` if the output directory cannot be used any more.
+    [[nodiscard]] std::optional<run_protocol::RunScenarioResult> Reuse();
+
     /// Hashes the outputs and writes the file into the output directory, unless the scenario has written one of this
     /// name. A run that is asked to stop meanwhile gets no file.
     void End(const run_protocol::RunScenarioResult& result);
 
-    const provenance::Ingredients& UsedIngredients() const { return record; }
-    const provenance::RunContext& Context() const { return context; }
-
 private:
     void ReadContext();
+    /// Who, where and when.
+    void DescribeRun(bool succeeded);
+    run_protocol::RunScenarioResult TakeOver(const provenance::Record& earlier);
+    provenance::JobName NameOf(const std::wstring& jobId) const;
     void Describe(const run_protocol::RunScenarioResult& result);
     void AddInterpreter(const ScenarioCommand& command);
     void AddUsedTools();

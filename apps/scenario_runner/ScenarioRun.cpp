@@ -61,7 +61,11 @@ RunnerExit ScenarioRun::Run() {
     if (!Prepare(problem)) {
         return FailToStart(problem);
     }
-    return BeginRecord() ? StartAndWatch() : ConcludeUnstarted();
+    if (!BeginRecord()) {
+        return ConcludeUnstarted();
+    }
+    const std::optional<RunnerExit> early = Reuse();
+    return early ? *early : StartAndWatch();
 }
 
 std::wstring ScenarioRun::InDirectory(const std::wstring& name) const {
@@ -112,6 +116,20 @@ bool ScenarioRun::BeginRecord() {
                                           text::FromUtf8(failure.what()));
     }
     return true;
+}
+
+std::optional<RunnerExit> ScenarioRun::Reuse() {
+    try {
+        const auto result = record ? record->Reuse() : std::nullopt;
+        if (!result) {
+            return std::nullopt;
+        }
+        return ResultFile(directory.Path()).Write(*result) ? RunnerExit::Done : RunnerExit::NoResult;
+    } catch (const Stopped&) {
+        return ConcludeUnstarted();
+    } catch (const std::exception& failure) {
+        return FailToStart(text::FromUtf8(failure.what()) + L".");
+    }
 }
 
 bool ScenarioRun::MustEnd() const {

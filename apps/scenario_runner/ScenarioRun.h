@@ -47,6 +47,8 @@ private:
     [[nodiscard]] bool Unpack(std::wstring& packageDirectory, std::wstring& problem) const;
     /// Records what the run begins with. Returns false if it must end.
     [[nodiscard]] bool BeginRecord();
+    /// Ends the run with the results of an earlier job, or with a failure; nothing if the scenario must run.
+    std::optional<RunnerExit> Reuse();
     bool MustEnd() const;
     RunnerExit ConcludeUnstarted();
     RunnerExit StartAndWatch();

@@ -39,6 +39,9 @@ struct Scheduling {
     std::int64_t timeLimit = 0;
     /// The same for an attempt without new progress and output for so long. Units: seconds.
     std::int64_t silenceLimit = 0;
+    /// Whether the job gets the results of an earlier one with equal scenario, argument and inputs instead of running;
+    /// without a value, the setting of this name decides.
+    std::optional<bool> reuse = {};
 
     bool operator==(const Scheduling&) const = default;
 };

@@ -66,7 +66,8 @@ struct Layout<ScheduledRequest> {
                         OptionalMember{"retryBackoff", &Scheduling::retryBackoff},
                         OptionalMember{"retryOnlyAfterCrash", &Scheduling::retryOnlyAfterCrash},
                         OptionalMember{"timeLimit", &Scheduling::timeLimit, rule<DurationRule>},
-                        OptionalMember{"silenceLimit", &Scheduling::silenceLimit, rule<DurationRule>}));
+                        OptionalMember{"silenceLimit", &Scheduling::silenceLimit, rule<DurationRule>},
+                        OptionalMember{"reuse", &Scheduling::reuse}));
 };
 
 template <>
@@ -94,8 +95,8 @@ struct Layout<QueueRecord> {
         OptionalMember{"retryBackoff", &Scheduling::retryBackoff},
         OptionalMember{"retryOnlyAfterCrash", &Scheduling::retryOnlyAfterCrash},
         OptionalMember{"timeLimit", &Scheduling::timeLimit}, OptionalMember{"silenceLimit", &Scheduling::silenceLimit},
-        OptionalMember{"queuedTime", &QueueRecord::queuedTime}, OptionalMember{"attempt", &QueueRecord::attempt},
-        OptionalMember{"lastEnding", &QueueRecord::lastEnding},
+        OptionalMember{"reuse", &Scheduling::reuse}, OptionalMember{"queuedTime", &QueueRecord::queuedTime},
+        OptionalMember{"attempt", &QueueRecord::attempt}, OptionalMember{"lastEnding", &QueueRecord::lastEnding},
         OptionalMember{"ownOutputDir", &QueueRecord::hasOwnOutputDir});
 };
 
