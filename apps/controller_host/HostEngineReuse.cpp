@@ -34,6 +34,7 @@ provenance::RunContext HostEngine::ContextOf(const JobEntry& job) {
     const auto current = settings::Current();
     const QueueRecord& record = QueueRecordOf(job);
     provenance::RunContext context;
+    context.attempt = record.attempt + 1;
     if (!current->provenance || !record.reuse.value_or(current->reuse)) {
         return context;
     }

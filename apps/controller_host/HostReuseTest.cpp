@@ -98,3 +98,23 @@ TEST_F(HostReuseTest, AJobThatHasFailedIsNotNamed) {
     EXPECT_TRUE(engine->CheckUpdate(changed));
     EXPECT_EQ(CandidatesOf(Run(true)), Numbers());
 }
+
+TEST_F(HostReuseTest, TheRunnerOfALaterAttemptIsToldItsNumber) {
+    Scheduling scheduling;
+    scheduling.retries = 1;
+    WriteTextFile(directory / L"part.stl", "solid");
+    const ScheduledRequest request(RequestFor(directory / L"scenarios\\mesh.rb", {directory / L"part.stl"}),
+                                   scheduling);
+    Ask(L"EnqueueJobs", messages::Serialize(events::enqueueJobs, request));
+    const auto answer = Answered<JobEnqueueResult>(L"EnqueueJobsFinish");
+    std::vector<JobStatusInfo> updated;
+    ASSERT_TRUE(engine->ExecuteJob(nullptr, updated));
+    processes.back().Finish();
+    ASSERT_TRUE(engine->CheckUpdate(updated));
+    ASSERT_TRUE(engine->ExecuteJob(nullptr, updated));
+    provenance::RunContext context;
+    std::wstring problem;
+    const std::wstring path = engine->Listed({answer.jobIds.at(0).id}).at(0).workDir + L"\\run_context.json";
+    ASSERT_TRUE(provenance::ReadContext(path, context, problem)) << text::ToUtf8(problem);
+    EXPECT_EQ(context.attempt, 2);
+}

@@ -130,6 +130,18 @@ TEST_F(JobsFileTest, TheFirstMembersWithoutMeaningAreNamedTogether) {
     EXPECT_EQ(std::count(problem.begin(), problem.end(), L'\n'), 19) << text::ToUtf8(problem);
 }
 
+TEST_F(JobsFileTest, ARequestMaySayWhetherResultsAreReused) {
+    std::wstring problem;
+    WriteTextFile(path, R"({"EnqueueJobs":[{"reuse":true},{"reuse":false},{}]})");
+    ASSERT_TRUE(jobs_file::Read(path, scheduled, problem)) << text::ToUtf8(problem);
+    ASSERT_EQ(scheduled.size(), 3U);
+    EXPECT_EQ(scheduled[0].reuse, true);
+    EXPECT_EQ(scheduled[1].reuse, false);
+    EXPECT_EQ(scheduled[2].reuse, std::nullopt);
+    WriteTextFile(path, R"({"EnqueueJobs":[{"reuse":"yes"}]})");
+    EXPECT_FALSE(jobs_file::Read(path, scheduled, problem));
+}
+
 TEST_F(JobsFileTest, ARequestSaysWhenItsJobsStart) {
     std::wstring problem;
     WriteTextFile(path, R"({"EnqueueJobs":[{"priority":-3,"hold":true,"after":["1","a"],"afterEnd":["2"],)"

@@ -17,5 +17,7 @@ ScheduledRequest RequestToRepeat(const ListedJob& job) {
     request.notBefore = 0;
     request.after.clear();
     request.afterEnd.clear();
+    // To run again is not to get the results of the same job again.
+    request.reuse = false;
     return request;
 }

@@ -29,6 +29,7 @@ TEST(SchedulingTest, AJobIsRepeatedWithWhatItWasMadeOf) {
     expected.outputDir = L"\\out";
     expected.runArgument = L"fine";
     expected.extraText = L"order 12";
+    expected.reuse = false;
     EXPECT_EQ(request, expected);
 }
 
@@ -44,6 +45,7 @@ TEST(SchedulingTest, ARepeatedJobKeepsItsPriorityNeedsAndLimitsAndWaitsForNothin
     job.needs = {{L"cad", 1}};
     job.retries = 2;
     job.timeLimit = 60;
+    job.reuse = true;
     job.hold = true;
     job.notBefore = 1772694600;
     job.after = {L"0b"};
@@ -53,6 +55,7 @@ TEST(SchedulingTest, ARepeatedJobKeepsItsPriorityNeedsAndLimitsAndWaitsForNothin
     expected.needs = {{L"cad", 1}};
     expected.retries = 2;
     expected.timeLimit = 60;
+    expected.reuse = false;
     EXPECT_EQ(static_cast<const Scheduling&>(RequestToRepeat(job)), expected);
 }
 

@@ -47,7 +47,8 @@ constexpr std::array optionsWithValues = {
     "--output",  "--argument",    "-l,--log-file", "--priority",      "--not-before", "--after", "--after-end",
     "--retries", "--retry-delay", "--time-limit",  "--silence-limit", "--older-than", "--state"};
 constexpr std::array flags = {"--json",    "--follow",        "-f,--client-only",         "--skip-if-after-fails",
-                              "--on-hold", "--retry-backoff", "--retry-only-after-crash", "--dry-run"};
+                              "--on-hold", "--retry-backoff", "--retry-only-after-crash", "--dry-run",
+                              "--reuse",   "--no-reuse"};
 
 /// More than fit on any system's command line.
 constexpr int mostInputs = 1 << 24;
@@ -168,6 +169,8 @@ void RefuseIdleOptions(const CLI::App& app, const LongCommand& command) {
           "--retry-delay", "--retry-backoff", "--retry-only-after-crash", "--time-limit", "--silence-limit"}) {
         refuse(name, command.kind != LongCommandKind::Run);
     }
+    refuse("--reuse", command.kind != LongCommandKind::Run || IsGiven(app, "--no-reuse"));
+    refuse("--no-reuse", command.kind != LongCommandKind::Run);
     for (const char* const name : {"--priority", "--not-before", "--need"}) {
         refuse(name, command.kind != LongCommandKind::Run && command.kind != LongCommandKind::Edit);
     }
@@ -206,6 +209,9 @@ LongCommand CommandOf(const CLI::App& app, const Arguments& operands) {
     command.retriesOnlyAfterCrash = IsGiven(app, "--retry-only-after-crash");
     command.skipsIfAfterFails = IsGiven(app, "--skip-if-after-fails");
     command.isOnHold = IsGiven(app, "--on-hold");
+    if (IsGiven(app, "--reuse") || IsGiven(app, "--no-reuse")) {
+        command.reuse = IsGiven(app, "--reuse");
+    }
     command.asJson = IsGiven(app, "--json");
     command.follows = IsGiven(app, "--follow");
     command.clientOnly = IsGiven(app, "--client-only");

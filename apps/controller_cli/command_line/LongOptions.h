@@ -1,5 +1,6 @@
 #pragma once
 
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -60,6 +61,8 @@ struct LongCommand {
     bool retriesOnlyAfterCrash = false;
     bool skipsIfAfterFails = false;
     bool isOnHold = false;
+    /// Nothing: the setting decides.
+    std::optional<bool> reuse = {};
     bool isDryRun = false;
     bool asJson = false;
     bool follows = false;

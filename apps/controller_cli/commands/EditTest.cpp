@@ -89,13 +89,16 @@ TEST_F(EditTest, ARunSendsWhatIsDecidedAboutItsStart) {
     WriteTextFile(directory / L"a.stl", "solid");
     host.answers[L"EnqueueJobs"] = {L"EnqueueJobsFinish",
                                     messages::Serialize(L"EnqueueJobsFinish", JobEnqueueResult{{{}}, L"", {{L"no"}}})};
-    EXPECT_EQ(Run({L"--run", L"r.rb", directory / L"a.stl", L"--priority", L"3", L"--after", L"1", L"--on-hold"}), 1);
+    EXPECT_EQ(
+        Run({L"--run", L"r.rb", directory / L"a.stl", L"--priority", L"3", L"--after", L"1", L"--on-hold", L"--reuse"}),
+        1);
     ScheduledRequest sent;
     ASSERT_TRUE(messages::Deserialize(host.Requests().at(0).payload, sent));
     Scheduling expected;
     expected.priority = 3;
     expected.after = {L"1"};
     expected.hold = true;
+    expected.reuse = true;
     EXPECT_EQ(static_cast<const Scheduling&>(sent), expected);
 }
 

@@ -79,19 +79,21 @@ JobsEdit EditOf(const CommandContext& context, const LongCommand& command) {
 
 Scheduling SchedulingOf(const CommandContext& context, const LongCommand& command) {
     const JobsEdit edit = EditOf(context, command);
-    return {edit.priority.value_or(0),
-            command.isOnHold,
-            command.after,
-            command.afterEnd,
-            command.skipsIfAfterFails,
-            edit.notBefore.value_or(0),
-            edit.needs.value_or(std::map<std::wstring, std::int64_t>()),
-            NumberOf(command.retries, 0, 100, L"Usage/Retries").value_or(0),
-            DurationOf(command.retryDelay),
-            command.retriesWithBackoff,
-            command.retriesOnlyAfterCrash,
-            DurationOf(command.timeLimit),
-            DurationOf(command.silenceLimit)};
+    Scheduling scheduling = {edit.priority.value_or(0),
+                             command.isOnHold,
+                             command.after,
+                             command.afterEnd,
+                             command.skipsIfAfterFails,
+                             edit.notBefore.value_or(0),
+                             edit.needs.value_or(std::map<std::wstring, std::int64_t>()),
+                             NumberOf(command.retries, 0, 100, L"Usage/Retries").value_or(0),
+                             DurationOf(command.retryDelay),
+                             command.retriesWithBackoff,
+                             command.retriesOnlyAfterCrash,
+                             DurationOf(command.timeLimit),
+                             DurationOf(command.silenceLimit)};
+    scheduling.reuse = command.reuse;
+    return scheduling;
 }
 
 } // namespace controller_cli
