@@ -165,8 +165,8 @@ WaiterExit Waiter::Conclude() {
     if (!end || !end->isWhole || !scenario_runner::ResultFile(job.workDir).Exists()) {
         return ConcludeWithoutEnd();
     }
-    const auto notStarted = WaiterExit::NotStarted;
-    return end->runnerExit == static_cast<std::int32_t>(notStarted) ? notStarted : WaiterExit::Done;
+    // The host decides by the exit code of the runner whether a failed job is run again.
+    return wasAsked ? WaiterExit::Done : static_cast<WaiterExit>(end->runnerExit);
 }
 
 /// Replaces a result of the scenario, because nobody has seen it through.

@@ -1,6 +1,9 @@
 #pragma once
 
+#include <cstdint>
 #include <string>
+
+#include "formats/RunProtocol.h"
 
 /// The program `slurm_waiter` and the options that select what it does.
 namespace slurm {
@@ -24,7 +27,8 @@ inline constexpr auto keepOption = L"--keep";
 /// The program file, beside the running program.
 std::wstring WaiterProgram();
 
-enum class WaiterExit {
+/// Other values are exit codes of `scenario_runner`.
+enum class WaiterExit : std::int32_t {
     /// There is a result.
     Done = 0,
     WrongArguments = 2,
@@ -34,8 +38,8 @@ enum class WaiterExit {
     NoResult = 4,
     /// The host has ended, and the job with it.
     HostEnded = 5,
-    /// Nothing is known of the end of the job; the result says so.
-    Lost = 75,
+    /// Nothing is known of the end of the job; the result says so. For retries this is a crash.
+    Lost = run_protocol::crashedExitCode,
     /// The node does not have the job's work directory; the result says so.
     NoWorkDirectory = 76,
     /// On a node: the attempt was given up, and none of its processes is left.

@@ -9,6 +9,7 @@
 #include "kit/TestProcess.h"
 #include "platform/files/FileSystem.h"
 #include "platform/processes/Process.h"
+#include "platform/processes/WaitLimit.h"
 
 using platform::DirectoryWatch;
 using platform::Event;
@@ -32,6 +33,17 @@ TEST(WaitingTest, TheFirstSignalledOneIsNamed) {
     EXPECT_EQ(WaitForAny({first.Handle(), second.Handle(), third.Handle()}, std::nullopt), 1U);
     second.Clear();
     EXPECT_EQ(WaitForAny({first.Handle(), second.Handle(), third.Handle()}, std::nullopt), 2U);
+}
+
+TEST(WaitingTest, AsManyHandlesAsItSaysAreWaitedFor) {
+    std::vector<Event> events(static_cast<std::size_t>(platform::mostWaitedProcesses));
+    std::vector<void*> handles;
+    for (const Event& event : events) {
+        handles.push_back(event.Handle());
+    }
+    EXPECT_EQ(WaitForAny(handles, milliseconds(0)), std::nullopt);
+    events.back().Raise();
+    EXPECT_EQ(WaitForAny(handles, std::nullopt), handles.size() - 1);
 }
 
 TEST(WaitingTest, AnEventStaysRaisedUntilItIsCleared) {

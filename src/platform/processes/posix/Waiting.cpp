@@ -41,8 +41,8 @@ void RestAfterFailure() {
 
 } // namespace
 
-// Limited by the number of open files only.
-const std::int32_t mostWaitedProcesses = 1000;
+// Limited by the number of open files only, usually 1024.
+const std::int32_t mostWaitedProcesses = 500;
 
 std::optional<std::size_t> WaitForAny(const std::vector<void*>& handles, std::optional<milliseconds> timeout) {
     std::vector<pollfd> looks;

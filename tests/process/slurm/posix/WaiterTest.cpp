@@ -30,7 +30,9 @@ TEST_F(WaiterTest, AScenarioThatEndsWellOnTheNodeSucceeds) {
 TEST_F(WaiterTest, TheExitCodeAndTheSignalOfAScenarioAreReported) {
     Run("exit 7");
     EXPECT_THAT(Message(), HasSubstr("exit code 7"));
-    Run("raise 11");
+    UseSteps("raise 11");
+    ASSERT_EQ(Start(), 0);
+    EXPECT_EQ(AwaitEnd(), run_protocol::crashedExitCode);
     EXPECT_THAT(Message(), HasSubstr("signal 11"));
 }
 

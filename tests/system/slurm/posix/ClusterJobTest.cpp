@@ -32,7 +32,9 @@ TEST_F(ClusterJobTest, AScenarioSucceedsOnANode) {
 TEST_F(ClusterJobTest, TheExitCodeAndTheSignalOfAScenarioAreReported) {
     Run("exit 7");
     EXPECT_THAT(Message(), HasSubstr("exit code 7"));
-    Run("raise 11");
+    UseSteps("raise 11");
+    ASSERT_EQ(Start(), 0);
+    EXPECT_EQ(AwaitEnd(), run_protocol::crashedExitCode);
     EXPECT_THAT(Message(), HasSubstr("signal 11"));
 }
 
