@@ -1,6 +1,7 @@
 #include "kit/TestClient.h"
 
 #include "CommonControllerLib/CallbackFunctor.h"
+#include "formats/Messages.h"
 #include "kit/Deadline.h"
 #include "kit/TestProcess.h"
 #include "kit/local_socket/Module.h"
@@ -64,9 +65,9 @@ std::wstring TestClient::Ask(const std::wstring& request, const std::wstring& co
     return answered ? std::move(*answered) : throw std::runtime_error("the host died at " + text::ToUtf8(request));
 }
 
-JobEnqueueResult TestClient::Enqueue(const EnqueueJobsInfo& request) {
+JobEnqueueResult TestClient::Enqueue(const ScheduledRequest& request) {
     return Read<JobEnqueueResult>(
-        Ask(L"EnqueueJobs", ControllerCSWrapper::Serialize(L"EnqueueJobs", request), L"EnqueueJobsFinish"));
+        Ask(L"EnqueueJobs", messages::Serialize(events::enqueueJobs, request), L"EnqueueJobsFinish"));
 }
 
 std::vector<JobIdInfo> TestClient::Enqueue(const std::wstring& jobsFile) {
@@ -85,6 +86,10 @@ std::vector<JobIdInfo> TestClient::Enqueue(const std::wstring& jobsFile) {
 std::vector<JobListInfo> TestClient::Jobs() {
     return Read<std::vector<JobListInfo>>(
         Ask(L"InitJobsRequest", ControllerCSWrapper::Serialize(L"InitJobsRequest"), L"InitJobsResponse"));
+}
+
+void TestClient::Edit(const JobsEdit& edit) {
+    Ask(L"EditJobsRequest", messages::Serialize(events::editJobsRequest, edit), L"EditJobsFinish");
 }
 
 void TestClient::Cancel(const std::wstring& jobId) {

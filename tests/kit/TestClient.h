@@ -4,6 +4,7 @@
 #include "CommonControllerLib/JobRecords.h"
 #include "ControllerCSWrapper/ControllerCSWrapper.h"
 #include "controller_plugins/EventTransmitterExtension.h"
+#include "formats/Scheduling.h"
 #include "platform/processes/Waiting.h"
 #include "text/Text.h"
 
@@ -38,7 +39,9 @@ public:
     /// Sends a request and returns the content of its response.
     std::wstring Ask(const std::wstring& request, const std::wstring& content, const std::wstring& answer);
     /// The jobs that a request created, one element per input set.
-    JobEnqueueResult Enqueue(const EnqueueJobsInfo& request);
+    JobEnqueueResult Enqueue(const ScheduledRequest& request);
+    /// Changes waiting jobs; others are ignored.
+    void Edit(const JobsEdit& edit);
     /// Sends the requests of a jobs file, and returns the created jobs.
     std::vector<JobIdInfo> Enqueue(const std::wstring& jobsFile);
     /// The whole list.

@@ -55,6 +55,8 @@ const std::vector<SoakDriver::Action>& SoakDriver::Actions() {
         {"nonsense requests", 40, &SoakDriver::AskNonsense},
         {"cancels", 40, &SoakDriver::CancelOne},
         {"cancels of all jobs", 1, &SoakDriver::CancelAll},
+        {"holds", 40, &SoakDriver::HoldOne},
+        {"releases", 20, &SoakDriver::ReleaseAll},
         {"deletes", 150, &SoakDriver::DeleteSome},
         {"runners killed", 40, &SoakDriver::KillRunner},
         {"scenarios killed", 80, &SoakDriver::KillScenario},
@@ -107,18 +109,33 @@ std::vector<std::string> SoakDriver::Problems() const {
 
 void SoakDriver::EnqueueSome(std::size_t most) {
     const JobKind& kind = DrawKind();
-    Enqueue(kind, 1 + Draw(most));
+    Enqueue(kind, 1 + Draw(most), DrawScheduling(kind));
 }
 
-void SoakDriver::Enqueue(const JobKind& kind, std::size_t count) {
-    EnqueueJobsInfo request;
+/// Predecessors are jobs that nobody deletes, because they have not been told to be over.
+Scheduling SoakDriver::DrawScheduling(const JobKind& kind) {
+    Scheduling scheduling;
+    scheduling.priority = static_cast<std::int32_t>(Draw(5));
+    scheduling.hold = Draw(10) == 0;
+    scheduling.retries = static_cast<std::int32_t>(Draw(3));
+    scheduling.retryOnlyAfterCrash = Draw(2) == 0;
+    scheduling.timeLimit = !kind.end && Draw(2) == 0 ? 1 : 0;
+    if (const std::wstring predecessor = DrawJob(IsNotOver); !predecessor.empty() && Draw(4) == 0) {
+        scheduling.afterEnd = {predecessor};
+    }
+    return scheduling;
+}
+
+void SoakDriver::Enqueue(const JobKind& kind, std::size_t count, const Scheduling& scheduling) {
+    ScheduledRequest request({}, scheduling);
     request.requestId = ledger.NewMark();
     request.extraText = request.requestId;
     request.scenario.id = text::FromUtf8(kind.name) + L".rb";
     request.inputFileSets.assign(count, {place.inputFile});
     // One directory per group of requests, because each job searches for a free name in it.
     request.outputDir = place.outputFolder + L"\\" + std::to_wstring(ledger.Made() / 200);
-    ledger.EnqueueAsked(request.requestId, count, JobLedger::UndisturbedEnd{kind.name, kind.end});
+    const std::optional<JobStatus> end = scheduling.timeLimit > 0 ? JobStatus::Failed : kind.end;
+    ledger.EnqueueAsked(request.requestId, count, JobLedger::UndisturbedEnd{kind.name, end});
     const JobEnqueueResult result = frontEnd->Enqueue(request);
     // Deletions reported before may have restarted the numbering.
     ledger.Told(frontEnd->NextUpdates(milliseconds(0)));
@@ -141,6 +158,7 @@ void SoakDriver::FollowJobs() {
         PerformOne();
     } else {
         CancelWhatWaits();
+        ReleaseAll();
     }
 }
 
@@ -214,6 +232,22 @@ void SoakDriver::CancelWhatWaits() {
         frontEnd->Cancel(id);
         ++done["jobs cancelled"];
     }
+}
+
+void SoakDriver::HoldOne() {
+    JobsEdit edit;
+    edit.jobs = {DrawJob(IsWaiting)};
+    edit.hold = true;
+    frontEnd->Edit(edit);
+    ++done["holds"];
+}
+
+void SoakDriver::ReleaseAll() {
+    JobsEdit edit;
+    edit.jobs = ledger.Ids(IsWaiting);
+    edit.hold = false;
+    frontEnd->Edit(edit);
+    ++done["releases"];
 }
 
 void SoakDriver::DeleteSome() {

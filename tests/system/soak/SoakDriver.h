@@ -68,6 +68,8 @@ private:
     void CancelOne();
     void CancelAll();
     void CancelWhatWaits();
+    void HoldOne();
+    void ReleaseAll();
     void DeleteSome();
     void AskForStatus();
     void AskForList();
@@ -84,7 +86,8 @@ private:
     /// A random matching job; empty if there is none.
     std::wstring DrawJob(const JobLedger::Choice& choice);
     const JobKind& DrawKind();
-    void Enqueue(const JobKind& kind, std::size_t count);
+    void Enqueue(const JobKind& kind, std::size_t count, const Scheduling& scheduling = {});
+    Scheduling DrawScheduling(const JobKind& kind);
     std::vector<std::wstring> DrawCommand();
 
     const SoakPlace place;
