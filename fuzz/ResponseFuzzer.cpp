@@ -62,6 +62,7 @@ void CheckTexts(const std::wstring& text) {
     CheckText<std::vector<ListedJob>>(text, {before.Job()});
     CheckText<JobsEdit>(text, {});
     CheckText<QueueState>(text, {true});
+    CheckText<JobsQuery>(text, {{L"before"}, 7, 7});
     CheckText<JobEnqueueResult>(text, before.Result());
     CheckText<std::vector<JobStatusInfo>>(text, {before.Status()});
     CheckText<std::vector<ScenarioInfo>>(text, {before.Scenario()});

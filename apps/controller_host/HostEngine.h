@@ -45,8 +45,8 @@ public:
     /// The time at which the next job may start that waits only for its time; nothing if none does, or none may start
     /// now. Units: seconds since 1970-01-01 UTC.
     std::optional<std::int64_t> NextStartTime();
-    /// Every job with what is kept of it and why it waits, in list order.
-    std::vector<ListedJob> Rows();
+    /// The queried jobs, each with what is kept of it and why it waits, in list order.
+    std::vector<ListedJob> Rows(const JobsQuery& query = {});
 
     QueueState State() const { return state; }
     /// Stores the state durably. On failure returns the problem and changes nothing.
@@ -152,6 +152,8 @@ private:
     void EndForScheduler(const std::wstring& id, bool hasSucceeded, std::vector<Scheduler::Stranded>& stranded);
     void EndStranded(const Scheduler::Stranded& stranded, JobListChange& change);
     void ScheduleListedJobs();
+    JobPosition FirstAfter(std::int32_t number);
+    ListedJob RowOf(const JobEntry& job) const;
     void ExplainWait(ListedJob& row) const;
     void UseSchedulingRules();
     void WriteSnapshot();

@@ -11,6 +11,8 @@
 #include "services/Settings.h"
 #include "text/Numbers.h"
 
+#include <algorithm>
+#include <iterator>
 #include <utility>
 
 namespace {
@@ -104,17 +106,36 @@ std::vector<JobStatusInfo> HostEngine::TakeStranded() {
     return std::exchange(strandedReports, {});
 }
 
-std::vector<ListedJob> HostEngine::Rows() {
+std::vector<ListedJob> HostEngine::Rows(const JobsQuery& query) {
     const std::lock_guard lock(mutex);
     std::vector<ListedJob> rows;
-    rows.reserve(jobList.size());
-    for (const auto& job : jobList) {
-        rows.emplace_back(job->GetJobListInfo(), QueueRecordOf(*job));
-        if (job->GetStatus() == JobStatus::Queued) {
-            ExplainWait(rows.back());
+    if (!query.jobs.empty()) {
+        for (const JobPosition job : index.Named({query.jobs.begin(), query.jobs.end()})) {
+            rows.push_back(RowOf(**job));
         }
+        return rows;
+    }
+    const std::size_t most = query.limit > 0 ? static_cast<std::size_t>(query.limit) : jobList.size();
+    for (JobPosition job = FirstAfter(query.after); job != jobList.end() && rows.size() < most; ++job) {
+        rows.push_back(RowOf(**job));
     }
     return rows;
+}
+
+/// Walks over the list only if the job with this number was deleted.
+HostEngine::JobPosition HostEngine::FirstAfter(std::int32_t number) {
+    if (const auto last = index.Named({numbers::DecimalText(number)}); !last.empty()) {
+        return std::next(last.back());
+    }
+    return std::find_if(jobList.begin(), jobList.end(), [number](const auto& job) { return job->GetSeqId() > number; });
+}
+
+ListedJob HostEngine::RowOf(const JobEntry& job) const {
+    ListedJob row(job.GetJobListInfo(), QueueRecordOf(job));
+    if (row.status == JobStatus::Queued) {
+        ExplainWait(row);
+    }
+    return row;
 }
 
 void HostEngine::ExplainWait(ListedJob& row) const {

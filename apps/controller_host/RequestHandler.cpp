@@ -29,6 +29,7 @@ const std::vector<RequestHandler::NamedOperation>& RequestHandler::Operations() 
         {events::deleteJobsRequest.name, &RequestHandler::DeleteJobs},
         {events::editJobsRequest.name, &RequestHandler::EditJobs},
         {events::setQueueStateRequest.name, &RequestHandler::SetQueueState},
+        {events::fetchJobsRequest.name, &RequestHandler::FetchJobs},
         {events::fetchQueueStateRequest.name, &RequestHandler::FetchQueueState},
         {events::fetchLocalizedStringsRequest.name, &RequestHandler::FetchLocalizedStrings},
         {events::initCultureRequest.name, &RequestHandler::InitCulture},
@@ -146,6 +147,13 @@ void RequestHandler::FetchScenarioParameterSets(const Request& request) {
 
 void RequestHandler::InitJobs(const Request& request) {
     Send(request, events::initJobsResponse, engine.Rows());
+}
+
+void RequestHandler::FetchJobs(const Request& request) {
+    JobsQuery query;
+    if (Read(request, events::fetchJobsRequest, query)) {
+        Send(request, events::fetchJobsResponse, engine.Rows(query));
+    }
 }
 
 void RequestHandler::DeleteJobs(const Request& request) {

@@ -52,6 +52,7 @@ private:
     void EditJobs(const Request& request);
     void SetQueueState(const Request& request);
     void FetchQueueState(const Request& request);
+    void FetchJobs(const Request& request);
     void FetchLocalizedStrings(const Request& request);
     void InitCulture(const Request& request);
     void Terminate(const Request& request);

@@ -141,8 +141,35 @@ TEST_F(RequestHandlerTest, WithoutAnExtensionAnswersGoToAll) {
     EXPECT_EQ(line.SentNames(), Texts());
 }
 
+TEST_F(RequestHandlerTest, RowsCanBeFetchedByNameAndInParts) {
+    AskForJobs(5);
+    std::vector<std::wstring> ids;
+    for (const JobListInfo& job : Jobs()) {
+        ids.push_back(job.id);
+    }
+    const auto fetched = [this](const JobsQuery& query) {
+        Ask(L"FetchJobsRequest", messages::Serialize(events::fetchJobsRequest, query));
+        std::vector<std::wstring> found;
+        for (const ListedJob& job : Answered<std::vector<ListedJob>>(L"FetchJobsResponse")) {
+            found.push_back(job.id);
+        }
+        return found;
+    };
+    using Ids = std::vector<std::wstring>;
+    EXPECT_EQ(fetched({}), ids);
+    EXPECT_EQ(fetched({{L"4", ids[1], L"9"}}), (Ids{ids[1], ids[3]}));
+    EXPECT_EQ(fetched({{}, 0, 2}), (Ids{ids[0], ids[1]}));
+    EXPECT_EQ(fetched({{}, 2, 2}), (Ids{ids[2], ids[3]}));
+    EXPECT_EQ(fetched({{}, 4, 2}), Ids{ids[4]});
+    EXPECT_EQ(fetched({{}, 5, 2}), Ids{});
+    std::vector<std::wstring> deleted;
+    Ids third = {ids[2]};
+    engine->DeleteJobsDurably(third, deleted);
+    EXPECT_EQ(fetched({{}, 3, 1}), Ids{ids[3]});
+}
+
 TEST_F(RequestHandlerTest, EveryRequestHasAName) {
-    EXPECT_EQ(RequestHandler::Names().size(), 22U);
+    EXPECT_EQ(RequestHandler::Names().size(), 23U);
 }
 
 } // namespace

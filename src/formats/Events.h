@@ -36,6 +36,7 @@ inline constexpr Event<Nothing> initCultureRequest{L"InitCultureRequest"};
 inline constexpr Event<JobsEdit> editJobsRequest{L"EditJobsRequest"};
 inline constexpr Event<QueueState> setQueueStateRequest{L"SetQueueStateRequest"};
 inline constexpr Event<Nothing> fetchQueueStateRequest{L"FetchQueueStateRequest"};
+inline constexpr Event<JobsQuery> fetchJobsRequest{L"FetchJobsRequest"};
 inline constexpr Event<Nothing> terminateRequest{L"TerminateRequest"};
 
 // Requests that need a host with dialogs.
@@ -63,6 +64,8 @@ inline constexpr Event<std::wstring> initCultureResponse{L"InitCultureResponse"}
 inline constexpr Event<std::vector<JobStatusInfo>> editJobsFinish{L"EditJobsFinish"};
 /// Answers both requests for the state of the queue.
 inline constexpr Event<QueueState> queueStateResponse{L"QueueStateResponse"};
+/// The rows that the request names, in list order; names of unlisted jobs have none.
+inline constexpr Event<std::vector<ListedJob>> fetchJobsResponse{L"FetchJobsResponse"};
 inline constexpr Event<Nothing> terminateResponse{L"TerminateResponse"};
 /// The reason why a request was rejected.
 inline constexpr Event<std::wstring> requestRefused{L"RequestRefused"};

@@ -41,6 +41,10 @@ std::wstring Serialize(const std::wstring& name, const QueueState& state) {
     return message_text::Serialize(name, state);
 }
 
+std::wstring Serialize(const std::wstring& name, const JobsQuery& query) {
+    return message_text::Serialize(name, query);
+}
+
 bool Deserialize(const std::wstring& text, ScheduledRequest& request) {
     return message_text::Deserialize(text, request);
 }
@@ -55,6 +59,10 @@ bool Deserialize(const std::wstring& text, JobsEdit& edit) {
 
 bool Deserialize(const std::wstring& text, QueueState& state) {
     return message_text::Deserialize(text, state);
+}
+
+bool Deserialize(const std::wstring& text, JobsQuery& query) {
+    return message_text::Deserialize(text, query);
 }
 
 } // namespace messages

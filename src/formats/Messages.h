@@ -25,11 +25,13 @@ CONTROLLER_API std::wstring Serialize(const std::wstring& name, const ScheduledR
 CONTROLLER_API std::wstring Serialize(const std::wstring& name, const std::vector<ListedJob>& jobs);
 CONTROLLER_API std::wstring Serialize(const std::wstring& name, const JobsEdit& edit);
 CONTROLLER_API std::wstring Serialize(const std::wstring& name, const QueueState& state);
+CONTROLLER_API std::wstring Serialize(const std::wstring& name, const JobsQuery& query);
 
 [[nodiscard]] CONTROLLER_API bool Deserialize(const std::wstring& text, ScheduledRequest& request);
 [[nodiscard]] CONTROLLER_API bool Deserialize(const std::wstring& text, std::vector<ListedJob>& jobs);
 [[nodiscard]] CONTROLLER_API bool Deserialize(const std::wstring& text, JobsEdit& edit);
 [[nodiscard]] CONTROLLER_API bool Deserialize(const std::wstring& text, QueueState& state);
+[[nodiscard]] CONTROLLER_API bool Deserialize(const std::wstring& text, JobsQuery& query);
 
 /// Serialize and parse any event.
 template <typename Content>

@@ -105,6 +105,18 @@ struct JobsEdit {
     bool operator==(const JobsEdit&) const = default;
 };
 
+/// A part of the job list.
+struct JobsQuery {
+    /// Ids or numbers (decimal text); empty: all jobs.
+    std::vector<std::wstring> jobs;
+    /// Of all jobs, only those with a higher number: the last one of the part before, 0 for the first part.
+    std::int32_t after = 0;
+    /// The number of rows of the part; 0: no limit.
+    std::int32_t limit = 0;
+
+    bool operator==(const JobsQuery&) const = default;
+};
+
 /// The state of the whole queue.
 struct QueueState {
     /// No further job starts; running jobs go on.

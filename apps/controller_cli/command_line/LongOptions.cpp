@@ -45,7 +45,7 @@ constexpr std::array namingCommands = {
 
 constexpr std::array optionsWithValues = {
     "--output",  "--argument",    "-l,--log-file", "--priority",      "--not-before", "--after", "--after-end",
-    "--retries", "--retry-delay", "--time-limit",  "--silence-limit", "--older-than", "--state"};
+    "--retries", "--retry-delay", "--time-limit",  "--silence-limit", "--older-than", "--state", "--jobs"};
 constexpr std::array flags = {"--json",    "--follow",        "-f,--client-only",         "--skip-if-after-fails",
                               "--on-hold", "--retry-backoff", "--retry-only-after-crash", "--dry-run",
                               "--reuse",   "--no-reuse"};
@@ -160,6 +160,7 @@ void RefuseIdleOptions(const CLI::App& app, const LongCommand& command) {
         }
     };
     refuse("--json", !CanBeJson(command.kind));
+    refuse("--jobs", command.kind != LongCommandKind::List);
     refuse("--follow", command.kind != LongCommandKind::Log);
     for (const char* const name : {"--older-than", "--state", "--dry-run"}) {
         refuse(name, command.kind != LongCommandKind::Clean);
@@ -190,6 +191,9 @@ LongCommand CommandOf(const CLI::App& app, const Arguments& operands) {
     LongCommand command;
     command.kind = given->kind;
     TakeNames(app, *given, operands, command);
+    if (IsGiven(app, "--jobs")) {
+        command.ids = NamesInText(ValueOf(app, "--jobs"));
+    }
     command.outputFolder = ValueOf(app, "--output");
     command.runArgument = ValueOf(app, "--argument");
     command.logFile = ValueOf(app, "--log-file");

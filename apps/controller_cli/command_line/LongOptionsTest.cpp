@@ -88,6 +88,7 @@ TEST(LongOptionsTest, Accepted) {
          {.kind = Kind::Run, .scenario = L"r.rb", .inputs = {L"a"}, .reuse = false}},
         {{L"--hold", L"3"}, {.kind = Kind::Hold, .ids = {L"3"}}},
         {{L"--release", L"3"}, {.kind = Kind::Release, .ids = {L"3"}}},
+        {{L"--list", L"--jobs", L"3,4"}, {.kind = Kind::List, .ids = {L"3", L"4"}}},
         {{L"--again", L"3,4"}, {.kind = Kind::Again, .ids = {L"3", L"4"}}},
         {{L"--clean", L"--older-than", L"7d", L"--state", L"Failed,Canceled", L"--dry-run"},
          {.kind = Kind::Clean, .olderThan = L"7d", .states = {L"Failed", L"Canceled"}, .isDryRun = true}},

@@ -13,11 +13,12 @@ namespace {
 /// No id of a job, which is hexadecimal.
 constexpr const wchar_t* allFailed = L"failed";
 
-std::vector<ListedJob> Selected(const CommandContext& context, std::vector<ListedJob> listed,
+std::vector<ListedJob> Selected(const CommandContext& context, HostSession& session,
                                 const std::vector<std::wstring>& names) {
     if (names != std::vector<std::wstring>{allFailed}) {
-        return SelectJobs(context, listed, names);
+        return SelectJobs(context, session.FetchJobs({names}), names);
     }
+    std::vector<ListedJob> listed = session.FetchJobs();
     std::erase_if(listed, [](const ListedJob& job) { return job.status != JobStatus::Failed; });
     return listed;
 }
@@ -80,7 +81,7 @@ bool RequireEnded(CommandContext& context, std::vector<ListedJob>& jobs) {
 
 ExitCode Again(CommandContext& context, const LongCommand& command) {
     HostSession session(context, StartOf(command));
-    std::vector<ListedJob> jobs = Selected(context, session.FetchJobs(), command.ids);
+    std::vector<ListedJob> jobs = Selected(context, session, command.ids);
     bool areAllEnqueued = RequireEnded(context, jobs);
     for (Repetition& repetition : RepetitionsOf(jobs)) {
         areAllEnqueued = Repeat(context, session, repetition) && areAllEnqueued;

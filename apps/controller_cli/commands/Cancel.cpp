@@ -79,7 +79,7 @@ void WriteOutcome(CommandContext& context, const Outcome& outcome) {
 
 ExitCode Cancel(CommandContext& context, const LongCommand& command) {
     HostSession session(context, StartOf(command));
-    const std::vector<ListedJob> jobs = SelectJobs(context, session.FetchJobs(), command.ids);
+    const std::vector<ListedJob> jobs = SelectJobs(context, session.FetchJobs({command.ids}), command.ids);
     WriteOutcome(context, Outcome(session, jobs, session.Cancel(IdsOf(jobs))));
     return ExitCode::Success;
 }

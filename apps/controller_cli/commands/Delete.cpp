@@ -79,7 +79,7 @@ std::set<JobStatus> StatesOf(const CommandContext& context, const LongCommand& c
 
 ExitCode Delete(CommandContext& context, const LongCommand& command) {
     HostSession session(context, StartOf(command));
-    return DeleteJobs(context, session, SelectJobs(context, session.FetchJobs(), command.ids));
+    return DeleteJobs(context, session, SelectJobs(context, session.FetchJobs({command.ids}), command.ids));
 }
 
 ExitCode Clean(CommandContext& context, const LongCommand& command) {

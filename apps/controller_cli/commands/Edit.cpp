@@ -14,7 +14,7 @@ namespace {
 /// A job that no longer waits cannot be changed.
 ExitCode EditWaiting(CommandContext& context, const LongCommand& command, JobsEdit edit, const wchar_t* outcome) {
     HostSession session(context, StartOf(command));
-    const std::vector<ListedJob> jobs = SelectJobs(context, session.FetchJobs(), command.ids);
+    const std::vector<ListedJob> jobs = SelectJobs(context, session.FetchJobs({command.ids}), command.ids);
     edit.jobs = IdsOf(jobs);
     std::set<std::wstring> edited;
     for (const JobStatusInfo& report : session.Edit(edit)) {

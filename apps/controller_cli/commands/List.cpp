@@ -1,7 +1,9 @@
 #include "controller_cli/commands/Commands.h"
 
 #include <algorithm>
+#include <cstdint>
 
+#include "controller_cli/commands/JobSelection.h"
 #include "controller_cli/connection/HostSession.h"
 #include "controller_cli/output/JobTable.h"
 #include "controller_cli/output/JsonOutput.h"
@@ -17,11 +19,30 @@ bool IsQueuePaused(HostSession& session, const JobModel& board) {
     return std::any_of(jobs.begin(), jobs.end(), waits) && session.FetchQueueState().isPaused;
 }
 
+/// A long list is fetched and written in parts, so that neither host nor front end has all of it in one text. Jobs that
+/// are deleted meanwhile are missing, new ones are at the end.
+void WriteAllAsJson(CommandContext& context, HostSession& session) {
+    constexpr std::int32_t rowsOfPart = 1000;
+    JobsJsonParts parts;
+    std::vector<ListedJob> jobs;
+    do {
+        const std::int32_t last = jobs.empty() ? 0 : jobs.back().seqId;
+        jobs = session.FetchJobs({{}, last, rowsOfPart});
+        context.console.Write(parts.Rows(JobModel(jobs).Views()));
+    } while (jobs.size() == rowsOfPart);
+    context.console.Write(parts.End());
+}
+
 } // namespace
 
 ExitCode List(CommandContext& context, const LongCommand& command) {
     HostSession session(context, StartOf(command));
-    const JobModel board(session.FetchJobs());
+    if (command.asJson && command.ids.empty()) {
+        WriteAllAsJson(context, session);
+        return ExitCode::Success;
+    }
+    const JobModel board(command.ids.empty() ? session.FetchJobs()
+                                             : SelectJobs(context, session.FetchJobs({command.ids}), command.ids));
     if (command.asJson) {
         context.console.Write(JobsJson(board.Views()));
         return ExitCode::Success;

@@ -57,6 +57,31 @@ TEST_F(ListTest, ShowsATableWithMessagesAndOutputDirectories) {
     EXPECT_EQ(console.errors, "");
 }
 
+TEST_F(ListTest, SomeJobsAreFetchedWithoutTheOthers) {
+    host.jobs = {Succeeded(), Failed(), Job(13, L"gear.stl", JobStatus::Success)};
+    EXPECT_EQ(Run({L"--list", L"--jobs", L"13,id3"}), 0);
+    EXPECT_LT(console.output.find("\n 13  Success"), console.output.find("\n  3  Success")) << console.output;
+    EXPECT_EQ(console.output.find("Failed"), std::string::npos) << console.output;
+    EXPECT_EQ(host.Requests().front().payload, LR"({"FetchJobsRequest":{"jobs":["13","id3"]}})");
+    EXPECT_EQ(Run({L"--list", L"--jobs", L"3,99"}), 2);
+    EXPECT_EQ(Run({L"--watch", L"--jobs", L"3"}), 2);
+}
+
+TEST_F(ListTest, ALongListIsFetchedInPartsForJson) {
+    for (std::int32_t number = 1; number <= 2000; ++number) {
+        host.jobs.emplace_back(Job(number, L"part.stl", JobStatus::Queued));
+    }
+    EXPECT_EQ(Run({L"--list", L"--json"}), 0);
+    const std::string whole = std::exchange(console.output, "");
+    ASSERT_EQ(host.Requests().size(), 3U);
+    EXPECT_EQ(host.Requests().at(1).payload, LR"({"FetchJobsRequest":{"after":1000,"limit":1000}})");
+    host.jobs.resize(1001);
+    EXPECT_EQ(Run({L"--list", L"--json"}), 0);
+    EXPECT_EQ(whole.substr(0, console.output.size() - 3), console.output.substr(0, console.output.size() - 3));
+    EXPECT_TRUE(console.output.ends_with("}]}\n"));
+    EXPECT_TRUE(whole.ends_with("}]}\n"));
+}
+
 TEST_F(ListTest, FitsANarrowTerminal) {
     host.jobs = {Failed(), Running()};
     console.isTerminal = true;

@@ -97,7 +97,7 @@ void Follow(CommandContext& context, HostSession& session, JobListInfo job) {
 
 ExitCode Log(CommandContext& context, const LongCommand& command) {
     HostSession session(context, StartOf(command));
-    const JobListInfo job = SelectJobs(context, session.FetchJobs(), command.ids).front();
+    const JobListInfo job = SelectJobs(context, session.FetchJobs({command.ids}), command.ids).front();
     if (command.follows) {
         Follow(context, session, job);
     } else if (!LogReader(LogPath(job)).PassOn(context.console)) {

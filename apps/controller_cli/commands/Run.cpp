@@ -61,7 +61,13 @@ ListedJob DeletedJob(const JobIdInfo& id, const EnqueueJobsInfo& request, std::s
 /// The created jobs as the host now lists them.
 std::vector<ListedJob> AcceptedJobs(HostSession& session, const EnqueueJobsInfo& request,
                                     const JobEnqueueResult& result) {
-    const JobModel board(session.FetchJobs());
+    JobsQuery query;
+    for (const JobIdInfo& job : result.jobIds) {
+        if (!job.id.empty()) {
+            query.jobs.push_back(job.id);
+        }
+    }
+    const JobModel board(query.jobs.empty() ? std::vector<ListedJob>() : session.FetchJobs(query));
     std::vector<ListedJob> jobs;
     for (std::size_t i = 0; i < result.jobIds.size() && i < request.inputFileSets.size(); ++i) {
         if (!result.jobIds[i].id.empty()) {

@@ -35,6 +35,10 @@ std::vector<ListedJob> HostSession::FetchJobs() {
     return Await(requests.InitJobsRequest(), &Answers::jobs);
 }
 
+std::vector<ListedJob> HostSession::FetchJobs(const JobsQuery& query) {
+    return Await(requests.FetchJobs(query), &Answers::jobs);
+}
+
 JobEnqueueResult HostSession::Enqueue(const ScheduledRequest& request) {
     return Await(requests.Enqueue(request), &Answers::enqueued);
 }

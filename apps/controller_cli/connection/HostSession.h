@@ -20,6 +20,7 @@ public:
     HostSession& operator=(const HostSession&) = delete;
 
     std::vector<ListedJob> FetchJobs();
+    std::vector<ListedJob> FetchJobs(const JobsQuery& query);
     JobEnqueueResult Enqueue(const ScheduledRequest& request);
     std::vector<JobStatusInfo> Cancel(std::vector<std::wstring> ids);
     std::vector<JobStatusInfo> CancelAll();

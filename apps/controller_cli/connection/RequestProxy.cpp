@@ -31,6 +31,10 @@ bool RequestProxy::FetchQueueState() {
     return Send(events::fetchQueueStateRequest, {});
 }
 
+bool RequestProxy::FetchJobs(const JobsQuery& query) {
+    return Send(events::fetchJobsRequest, query);
+}
+
 bool RequestProxy::EnqueueJobs(EnqueueJobsInfo& info) {
     return Enqueue({info, {}});
 }

@@ -22,6 +22,7 @@ public:
     [[nodiscard]] bool EditJobs(const JobsEdit& edit);
     [[nodiscard]] bool SetQueueState(const QueueState& state);
     [[nodiscard]] bool FetchQueueState();
+    [[nodiscard]] bool FetchJobs(const JobsQuery& query);
 
     [[nodiscard]] bool EnqueueJobs(EnqueueJobsInfo& info) override;
     [[nodiscard]] bool CancelJobs(std::vector<std::wstring>& ids) override;

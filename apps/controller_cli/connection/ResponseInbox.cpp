@@ -59,12 +59,13 @@ void ResponseInbox::AddHandlers(EventTransmitter& transmitter) {
     transmitter.AddEventHandler(events::editJobsFinish.name, &editedHandler);
     transmitter.AddEventHandler(events::queueStateResponse.name, &queueStateHandler);
     transmitter.AddEventHandler(events::initJobsResponse.name, &listHandler);
+    transmitter.AddEventHandler(events::fetchJobsResponse.name, &listHandler);
 }
 
 void ResponseInbox::RemoveHandlers(EventTransmitter& transmitter) {
     for (const wchar_t* const name :
          {events::requestRefused.name, events::scenarioProblems.name, events::editJobsFinish.name,
-          events::queueStateResponse.name, events::initJobsResponse.name}) {
+          events::queueStateResponse.name, events::initJobsResponse.name, events::fetchJobsResponse.name}) {
         transmitter.AddEventHandler(name, nullptr);
     }
 }

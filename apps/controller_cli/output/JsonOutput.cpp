@@ -4,6 +4,7 @@
 #include <iterator>
 #include <map>
 #include <tuple>
+#include <utility>
 
 #include "CommonControllerLib/JobEntry.h"
 #include "formats/json/RecordLayouts.h"
@@ -163,12 +164,21 @@ struct Layout<controller_cli::ParameterSetsDocument> {
 
 namespace controller_cli {
 
-std::wstring JobsJson(const std::vector<JobRow>& jobs) {
+std::wstring JobsJsonParts::Rows(const std::vector<JobRow>& jobs) {
     JobsDocument document;
     for (const JobRow& view : jobs) {
         document.jobs.push_back(ReportOf(view));
     }
-    return json::Write(document) + L"\n";
+    std::wstring text = json::Write(document);
+    text.erase(text.rfind(L']'));
+    if (std::exchange(hasBegun, true)) {
+        text.replace(0, text.find(L'[') + 1, jobs.empty() ? L"" : L",");
+    }
+    return text;
+}
+
+std::wstring JobsJson(const std::vector<JobRow>& jobs) {
+    return JobsJsonParts().Rows(jobs) + JobsJsonParts::End();
 }
 
 std::wstring ScenariosJson(const std::vector<ScenarioInfo>& scenarios) {

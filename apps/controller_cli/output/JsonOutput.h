@@ -10,6 +10,17 @@
 /// the language.
 namespace controller_cli {
 
+/// The document of `JobsJson` in parts.
+class JobsJsonParts {
+public:
+    std::wstring Rows(const std::vector<JobRow>& jobs);
+    /// Follows at least one call of `Rows`.
+    static std::wstring End() { return L"]}\n"; }
+
+private:
+    bool hasBegun = false;
+};
+
 std::wstring JobsJson(const std::vector<JobRow>& jobs);
 std::wstring ScenariosJson(const std::vector<ScenarioInfo>& scenarios);
 std::wstring ParameterSetsJson(const std::vector<ScenarioParameterSetInfo>& parameterSets);

@@ -80,6 +80,13 @@ struct Layout<JobsEdit> {
 };
 
 template <>
+struct Layout<JobsQuery> {
+    static constexpr auto members =
+        std::make_tuple(OptionalMember{"jobs", &JobsQuery::jobs}, OptionalMember{"after", &JobsQuery::after},
+                        OptionalMember{"limit", &JobsQuery::limit});
+};
+
+template <>
 struct Layout<QueueState> {
     static constexpr auto members = std::make_tuple(Member{"paused", &QueueState::isPaused, Presence::Required});
 };

@@ -4,6 +4,8 @@
 #include "formats/Messages.h"
 #include "kit/modules/ModuleFiles.h"
 
+#include <algorithm>
+
 #include <gtest/gtest.h>
 
 ScriptedHost::ScriptedHost() : module(test_modules::ModulePath(L"transmitter_by_address")), id(transmitter.Id()) {
@@ -66,6 +68,24 @@ void ScriptedHost::Report(const JobStatusInfo& info) {
     EXPECT_TRUE(transmitter.Deliver(L"UpdateProgress", messages::Serialize(L"UpdateProgress", std::vector{info})));
 }
 
+std::vector<ListedJob> ScriptedHost::Queried(const std::wstring& payload) const {
+    JobsQuery query;
+    EXPECT_TRUE(messages::Deserialize(payload, query));
+    const auto isNamed = [&](const ListedJob& job) {
+        return query.jobs.empty() || std::any_of(query.jobs.begin(), query.jobs.end(), [&](const std::wstring& name) {
+                   return name == job.id || name == std::to_wstring(job.seqId);
+               });
+    };
+    std::vector<ListedJob> queried;
+    for (const ListedJob& job : jobs) {
+        const bool hasRoom = query.limit == 0 || queried.size() < static_cast<std::size_t>(query.limit);
+        if (isNamed(job) && job.seqId > query.after && hasRoom) {
+            queried.push_back(job);
+        }
+    }
+    return queried;
+}
+
 void ScriptedHost::Answer(const ScriptedTransmitter::Event& request) {
     if (request.name == diesAt) {
         transmitter.isEngineThere = false;
@@ -82,6 +102,9 @@ void ScriptedHost::Answer(const ScriptedTransmitter::Event& request) {
         EXPECT_TRUE(transmitter.Deliver(answer->second.name, answer->second.payload));
     } else if (request.name == L"InitJobsRequest") {
         EXPECT_TRUE(transmitter.Deliver(L"InitJobsResponse", messages::Serialize(events::initJobsResponse, jobs)));
+    } else if (request.name == L"FetchJobsRequest") {
+        EXPECT_TRUE(transmitter.Deliver(L"FetchJobsResponse",
+                                        messages::Serialize(events::fetchJobsResponse, Queried(request.payload))));
     } else if (request.name == L"FetchQueueStateRequest") {
         EXPECT_TRUE(
             transmitter.Deliver(L"QueueStateResponse", messages::Serialize(events::queueStateResponse, queueState)));

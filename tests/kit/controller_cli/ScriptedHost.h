@@ -76,6 +76,7 @@ public:
 
 private:
     void Answer(const ScriptedTransmitter::Event& request);
+    std::vector<ListedJob> Queried(const std::wstring& payload) const;
 
     std::wstring module;
     std::wstring id;

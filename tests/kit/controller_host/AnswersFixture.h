@@ -19,7 +19,7 @@ protected:
         const LineDouble::Sent sent = line.WaitFor(name);
         EXPECT_EQ(sent.peer, 7U);
         Value value;
-        EXPECT_TRUE(ControllerCSWrapper::Deserialize(sent.payload, value));
+        EXPECT_TRUE(messages::DeserializeContent(sent.payload, value));
         return value;
     }
     std::wstring Refusal() { return Answered<std::wstring>(L"RequestRefused"); }
