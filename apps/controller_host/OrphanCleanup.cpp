@@ -21,8 +21,10 @@ void AskToStop(const JobListInfo& job) {
     }
 }
 
+/// A job that is queued again has ended an attempt; the next one must not run beside its remains.
 bool HasEndedWithoutResult(const JobStatusInfo& job) {
-    const bool hasEnded = job.status == JobStatus::Failed || job.status == JobStatus::Canceled;
+    const bool hasEnded =
+        job.status == JobStatus::Failed || job.status == JobStatus::Canceled || job.status == JobStatus::Queued;
     return hasEnded && !platform::Exists(PathFuncs::Join(job.workDir, run_protocol::resultFileName));
 }
 

@@ -15,6 +15,6 @@ void StopOrphanCleanup(const std::wstring& jobListFile);
 /// that. Does not wait for the end.
 void EndLostRuns(const FunctionManager& functions);
 
-/// Kills the remaining processes of those of `jobs` that have ended without a result: a runner always writes one unless
-/// it was killed.
+/// Kills the remaining processes of those of `jobs` that have ended, or are queued again, without a result: a runner
+/// always writes one unless it was killed. Returns when they have ended.
 void KillOrphans(const std::vector<JobStatusInfo>& jobs);

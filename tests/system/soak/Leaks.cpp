@@ -53,7 +53,9 @@ bool BelongsInTheDirectory(const std::wstring& name) {
 bool BelongsInAWorkDirectory(const std::wstring& name) {
     static const Names known{L"run_scenario_info.json", L"progress_info_list.json", L"run_scenario_result.json",
                              L"killprocess", L"scenario.log"};
-    return known.contains(name) || name.starts_with(L"process-") || name.find(L".tmp-") != std::wstring::npos;
+    const bool isLogOfAttempt = name.starts_with(L"scenario.") && name.ends_with(L".log");
+    return known.contains(name) || isLogOfAttempt || name.starts_with(L"process-") ||
+           name.find(L".tmp-") != std::wstring::npos;
 }
 
 void ObjectToOthers(const std::wstring& directory, bool (*belongs)(const std::wstring&),
