@@ -74,12 +74,21 @@ public:
         json::Append(value, json);
     }
 
-    void AddInterpreters(const std::map<std::wstring, std::vector<std::wstring>>& interpreters) {
+    void AddHooks(const settings::HookCommands& hooks) {
         Writer object;
-        for (const auto& [extension, command] : interpreters) {
-            object.Add(extension, command);
+        object.Add(L"jobEnded", hooks.jobEnded);
+        object.Add(L"jobFailed", hooks.jobFailed);
+        object.Add(L"queueEmpty", hooks.queueEmpty);
+        json += L",\"hooks\":" + object.Finished();
+    }
+
+    template <typename Value>
+    void AddMap(const std::wstring& name, const std::map<std::wstring, Value>& values) {
+        Writer object;
+        for (const auto& [key, value] : values) {
+            object.Add(key, value);
         }
-        json += L",\"interpreters\":" + object.Finished();
+        json += L",\"" + name + L"\":" + object.Finished();
     }
 
     void AddAutoDelete(bool enabled, std::int32_t days) {
@@ -94,6 +103,11 @@ public:
 private:
     std::wstring json = L"{";
 };
+
+std::wstring NameOf(settings::AfterRestart rule) {
+    using Rule = settings::AfterRestart;
+    return rule == Rule::Cancel ? L"cancel" : rule == Rule::Queued ? L"queued" : L"all";
+}
 
 std::wstring Written(const Settings& read) {
     Writer writer;
@@ -114,18 +128,27 @@ std::wstring Written(const Settings& read) {
     writer.Add(L"parallelJobs", read.parallelJobs);
     writer.Add(L"scenarioLogLimitBytes", read.scenarioLogLimitBytes);
     writer.AddAutoDelete(read.autoDeleteWorkFolder.enabled, read.autoDeleteWorkFolder.days);
-    writer.AddInterpreters(read.interpreters);
+    writer.AddMap(L"interpreters", read.interpreters);
+    writer.Add(L"libraryDirectories", read.libraryDirectories);
+    writer.AddHooks(read.hooks);
+    writer.AddMap(L"resources", read.resources);
+    writer.Add(L"ageingMinutes", read.ageingMinutes);
+    writer.Add(L"afterRestart", NameOf(read.afterRestart));
+    writer.Add(L"provenance", read.provenance);
+    writer.Add(L"reuse", read.reuse);
+    writer.AddMap(L"toolVersions", read.toolVersions);
     return writer.Finished();
 }
 
 /// Settings that were read can be written and are read back equal. Exceptions: paths that are too long after they were
-/// resolved, and directories without a path.
+/// resolved, directories without a path, and the options of a cluster, which are not written.
 void CheckWritten(const Settings& read) {
     std::string utf8;
     std::size_t badAt = 0;
     Settings again;
     fuzz::Require(text::EncodeUtf8(Written(read), utf8, badAt), "JSON is characters");
     if (ReadFile(utf8, again)) {
+        again.slurm = read.slurm;
         fuzz::Require(again == read, "settings are read as they were written");
     }
 }
