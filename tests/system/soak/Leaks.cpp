@@ -51,8 +51,12 @@ bool BelongsInTheDirectory(const std::wstring& name) {
 
 /// A scenario or runner killed while it replaced a file leaves a temporary file, which is removed with the job.
 bool BelongsInAWorkDirectory(const std::wstring& name) {
-    static const Names known{L"run_scenario_info.json", L"progress_info_list.json", L"run_scenario_result.json",
-                             L"killprocess", L"scenario.log"};
+    static const Names known{L"run_scenario_info.json",
+                             L"progress_info_list.json",
+                             L"run_scenario_result.json",
+                             L"run_context.json",
+                             L"killprocess",
+                             L"scenario.log"};
     const bool isLogOfAttempt = name.starts_with(L"scenario.") && name.ends_with(L".log");
     return known.contains(name) || isLogOfAttempt || name.starts_with(L"process-") ||
            name.find(L".tmp-") != std::wstring::npos;
