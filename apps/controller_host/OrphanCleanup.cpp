@@ -5,6 +5,7 @@
 #include "CommonControllerLib/ControllerLogManager.h"
 #include "CommonControllerLib/PathFuncs.h"
 #include "ControllerCSWrapper/ControllerCSWrapper.h"
+#include "engine/ModuleCall.h"
 #include "formats/JobStates.h"
 #include "formats/RunProtocol.h"
 #include "platform/files/FileSystem.h"
@@ -57,7 +58,8 @@ void StopOrphanCleanup(const std::wstring& jobListFile) {
 void EndLostRuns(const FunctionManager& functions) {
     constexpr auto endLostRuns = "EndLostRuns";
     std::wstring answer;
-    if (functions.HasFunction(endLostRuns) && functions.CallFunction(endLostRuns, L"", answer, nullptr) != 0) {
+    if (functions.HasFunction(endLostRuns) &&
+        CallModule(functions, endLostRuns, L"", answer, nullptr, "ended the jobs of earlier hosts") != 0) {
         ControllerLogManager::WarnLog(L"The function module could not end the jobs of earlier hosts. " + answer);
     }
 }

@@ -7,6 +7,7 @@
 #include <set>
 
 #include "controller_cli/commands/JobSelection.h"
+#include "controller_cli/commands/SchedulingOptions.h"
 #include "controller_cli/connection/HostSession.h"
 #include "controller_cli/output/JobTable.h"
 #include "text/Text.h"
@@ -20,7 +21,8 @@ namespace {
 JobModel Leftover(HostSession& session, const std::vector<ListedJob>& jobs, const std::vector<std::wstring>& deleted) {
     const std::set<std::wstring> deletedIds(deleted.begin(), deleted.end());
     const auto isDeleted = [&](const JobListInfo& job) { return deletedIds.contains(job.id); };
-    return JobModel(std::all_of(jobs.begin(), jobs.end(), isDeleted) ? std::vector<ListedJob>() : session.FetchJobs());
+    return JobModel(std::all_of(jobs.begin(), jobs.end(), isDeleted) ? std::vector<ListedJob>()
+                                                                     : session.FetchJobs({IdsOf(jobs)}));
 }
 
 ExitCode DeleteJobs(CommandContext& context, HostSession& session, const std::vector<ListedJob>& jobs) {
@@ -52,11 +54,7 @@ std::optional<std::int64_t> LatestEnd(const CommandContext& context, const LongC
     if (command.olderThan.empty()) {
         return std::nullopt;
     }
-    const auto age = text::ReadDuration(command.olderThan);
-    if (!age) {
-        throw UsageProblem{L"Usage/Duration", command.olderThan};
-    }
-    return context.now() - *age;
+    return context.now() - DurationOf(command.olderThan);
 }
 
 /// Accepts the names of `--list` and of scripts.

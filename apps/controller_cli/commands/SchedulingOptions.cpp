@@ -33,15 +33,6 @@ std::optional<std::int32_t> PriorityOf(const LongCommand& command) {
     return NumberOf(command.priority, -1000, 1000, L"Usage/Priority");
 }
 
-/// 0 for an option that is not given.
-std::int64_t DurationOf(const std::wstring& text) {
-    const auto duration = text.empty() ? std::optional(std::int64_t{0}) : text::ReadDuration(text);
-    if (!duration) {
-        throw UsageProblem{L"Usage/Duration", text};
-    }
-    return *duration;
-}
-
 std::optional<std::int64_t> NotBeforeOf(const CommandContext& context, const LongCommand& command) {
     if (command.notBefore.empty()) {
         return std::nullopt;
@@ -72,6 +63,14 @@ std::optional<std::map<std::wstring, std::int64_t>> NeedsOf(const LongCommand& c
 }
 
 } // namespace
+
+std::int64_t DurationOf(const std::wstring& text) {
+    const auto duration = text.empty() ? std::optional(std::int64_t{0}) : text::ReadDuration(text);
+    if (!duration) {
+        throw UsageProblem{L"Usage/Duration", text};
+    }
+    return *duration;
+}
 
 JobsEdit EditOf(const CommandContext& context, const LongCommand& command) {
     return {{}, PriorityOf(command), std::nullopt, NotBeforeOf(context, command), NeedsOf(command)};

@@ -2,6 +2,8 @@
 #include "formats/JobStates.h"
 
 #include <algorithm>
+#include <iterator>
+#include <set>
 
 namespace controller_cli {
 
@@ -40,20 +42,17 @@ std::vector<std::wstring> JobWatcher::WaitForChanges(std::optional<std::chrono::
         isListNeeded =
             isListNeeded || update.status == JobStatus::Queued || (!isKnown && update.status != unlistedStatus);
     }
-    for (const std::wstring& id : isListNeeded ? Renew() : std::vector<std::wstring>()) {
-        if (std::find(changed.begin(), changed.end(), id) == changed.end()) {
-            changed.push_back(id);
-        }
+    if (isListNeeded) {
+        const std::set<std::wstring> reported(changed.begin(), changed.end());
+        const std::vector<std::wstring> renewed = Renew();
+        std::copy_if(renewed.begin(), renewed.end(), std::back_inserter(changed),
+                     [&](const std::wstring& id) { return !reported.contains(id); });
     }
     return changed;
 }
 
 std::vector<std::wstring> JobWatcher::Renew() {
-    std::vector<ListedJob> jobs = session.FetchJobs();
-    if (!followsAll) {
-        std::erase_if(jobs, [this](const ListedJob& job) { return board.Find(job.id) == nullptr; });
-    }
-    return board.Renew(jobs);
+    return board.Renew(followsAll ? session.FetchJobs() : session.FetchJobs({board.Ids()}));
 }
 
 } // namespace controller_cli
