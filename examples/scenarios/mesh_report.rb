@@ -53,7 +53,7 @@ class MeshReport
     @job.write_output(picture_name, picture)
     content = summary.to_h.merge(picture: picture_name)
     @job.write_output(report_name, "#{JSON.pretty_generate(content)}\n")
-    tell(content)
+    tell(content, summary)
   end
 
   def draw(summary)
@@ -61,13 +61,13 @@ class MeshReport
     PartPicture.new(summary.topology, @size).to_png { |done| yield done, "Drawing #{summary.name}" }
   end
 
-  def tell(content)
+  def tell(content, summary)
     size = content[:boundingBox][:size].join(" x ")
     @job.message("#{content[:file]}: #{content[:triangles]} triangles, #{size}")
     return if content[:closed]
 
-    @job.message("#{content[:file]} is not closed (#{content[:openEdges]} open edges): its volume is not reliable",
-                 code: WARNING)
+    volume = summary.topology.touching? ? "the sum of their volumes" : "not reliable"
+    @job.message("#{summary.name} #{summary.defect}: its volume is #{volume}", code: WARNING)
   end
 end
 

@@ -66,6 +66,12 @@ class HollowCheckTest < Minitest::Test
                  result_texts
   end
 
+  def test_a_part_that_touches_another_is_refused_for_what_it_is
+    assert_equal 1, check(cube + box([10, 10, 0], [20, 20, 10]))
+    assert_equal ["part.stl consists of parts that touch (1 edge with 4 triangles instead of 2); check each of them on its " \
+                  "own."], result_texts
+  end
+
   def test_the_package_list_names_every_library_file_that_is_required
     main_and_library = unpacked && Dir.glob("**/*.rb", base: unpacked)
     required = main_and_library.flat_map do |path|

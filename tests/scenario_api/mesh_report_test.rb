@@ -60,6 +60,38 @@ class MeshReportTest < Minitest::Test
                     { "code" => 1, "text" => "box.stl is not closed (4 open edges): its volume is not reliable" }
   end
 
+  # The warnings about a mesh; the other messages give its size.
+  def warnings(triangles)
+    assert_equal 0, report_on(write_file("part.stl", binary_stl(triangles))), @stderr
+    result["messages"].select { |message| message["code"] == 1 }.map { |message| message["text"] }
+  end
+
+  def test_parts_that_touch_along_an_edge_are_called_that
+    touching = cube.zip(box([10, 10, 0], [20, 20, 10])).flatten(1) # in turn, so that their order means nothing
+    assert_equal ["part.stl consists of parts that touch (1 edge with 4 triangles instead of 2): its volume is the " \
+                  "sum of their volumes"], warnings(touching)
+    assert_equal [2000, false, 0, 1], read_json("output/report.json").values_at("volume", "closed", "openEdges",
+                                                                                "nonManifoldEdges")
+  end
+
+  def test_a_wall_inside_of_a_part_is_no_sum_of_parts
+    wall = box([0, 0, 0], [10, 10, 10], SIDES.take(1))
+    assert_equal ["part.stl is not closed (5 edges with 3 to 4 triangles instead of 2): its volume is not reliable"],
+                 warnings(cube + wall)
+  end
+
+  def test_turned_triangles_are_not_called_open_edges
+    triangles = cube
+    triangles[0] = triangles[0].reverse
+    assert_equal ["part.stl is not closed (3 edges whose triangles face opposite ways): its volume is not reliable"],
+                 warnings(triangles)
+  end
+
+  def test_all_that_keeps_a_mesh_from_being_closed_is_named
+    assert_equal ["part.stl is not closed (2 open edges, 1 edge with 3 triangles instead of 2): its volume is not " \
+                  "reliable"], warnings(cube + [[[0, 0, 0], [10, 0, 0], [0, -5, -5]]])
+  end
+
   def test_the_picture_shows_the_part_in_the_middle_and_the_background_around_it
     report_on(write_file("cube.stl", binary_stl(cube)))
     width, height, rows = read_picture("picture.png")

@@ -1,5 +1,6 @@
 # frozen_string_literal: true
 
+require_relative "defects"
 require_relative "measures"
 require_relative "stl_reader"
 require_relative "topology"
@@ -33,6 +34,11 @@ class MeshSummary
     { file: name, format: mesh.format, triangles: mesh.triangle_count, vertices: topology.vertex_count,
       boundingBox: { min: rounded(measures.minimum), max: rounded(measures.maximum), size: rounded(measures.size) },
       surface: self.class.round(measures.surface), volume: self.class.round(measures.volume) }.merge(defects)
+  end
+
+  # Why the mesh is not closed, as the end of a sentence that begins with its name.
+  def defect
+    Defects.new(topology).to_s
   end
 
   private

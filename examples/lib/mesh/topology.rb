@@ -33,6 +33,17 @@ class Topology
     @surplus_edges.size
   end
 
+  # The least and the greatest number of triangles on such an edge.
+  def surplus_range
+    @surplus_edges.each_value.map(&:size).minmax
+  end
+
+  # Whether the mesh would be closed if it were cut apart along its non-manifold edges: as many triangles pass each of
+  # them in one direction as in the other.
+  def touching?
+    complete? && @surplus_edges.any? && @surplus_edges.each_value.all? { |directions| directions.sum.zero? }
+  end
+
   # Edges whose two triangles disagree on which side is outside.
   def inconsistent_edge_count
     @inconsistent_edges.size
@@ -40,7 +51,7 @@ class Topology
 
   # Whether the mesh encloses a volume: no hole, no branching, all triangles facing the same way.
   def closed?
-    first_triangle.size == second_triangle.size && @surplus_edges.empty? && @inconsistent_edges.empty?
+    complete? && @surplus_edges.empty?
   end
 
   # The place of every vertex as [x, y, z].
@@ -71,6 +82,10 @@ class Topology
 
   private
 
+  def complete?
+    first_triangle.size == second_triangle.size && @inconsistent_edges.empty?
+  end
+
   def weld
     numbers = {}
     bytes = @mesh.coordinates.pack("e*")
@@ -100,11 +115,21 @@ class Topology
     if first.nil?
       first_triangle[edge] = triangle
     elsif second_triangle.key?(edge)
-      @surplus_edges[edge] = true
+      add_surplus(edge, from)
     else
       second_triangle[edge] = triangle
       @inconsistent_edges[edge] = true if runs?(first, from, to)
     end
+  end
+
+  # By surplus edge: the direction of each of its triangles, 1 or -1. The first two may agree there.
+  def add_surplus(edge, from)
+    one, other = edge_vertices(edge)
+    directions = @surplus_edges[edge] ||= [first_triangle, second_triangle].map do |triangles|
+      runs?(triangles[edge], one, other) ? 1 : -1
+    end
+    directions << (from == one ? 1 : -1)
+    @inconsistent_edges.delete(edge)
   end
 
   # Whether the triangle passes from one vertex to the other in this direction.

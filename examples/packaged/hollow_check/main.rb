@@ -31,8 +31,12 @@ class HollowCheck
   def refuse_open(summary)
     return if summary.topology.closed?
 
-    @job.fail!("#{summary.name} is not closed (#{summary.topology.open_edges.size} open edges), so that it has no " \
-               "inside; repair the mesh first.")
+    advice = if summary.topology.touching?
+               "; check each of them on its own."
+             else
+               ", so that it has no inside; repair the mesh first."
+             end
+    @job.fail!("#{summary.name} #{summary.defect}#{advice}")
   end
 
   # The surface of a cavity looks into the cavity, so that its volume comes out negative.
