@@ -46,8 +46,8 @@ void CheckLetters(const Arguments& arguments) {
 /// Arguments that the parser would ignore are reported as usage errors.
 void CheckUsage(const Arguments& arguments) {
     try {
-        controller_cli::RequireShortOptionUsage(arguments);
-    } catch (const controller_cli::UsageProblem& problem) {
+        front_end::RequireShortOptionUsage(arguments);
+    } catch (const front_end::UsageProblem& problem) {
         fuzz::Require(problem.textKey.starts_with(L"Usage/"), "a problem has its text");
     }
 }
@@ -56,8 +56,7 @@ void CheckUsage(const Arguments& arguments) {
 void CheckSlashPath(const std::wstring& rest) {
     const std::wstring path = L"/home/" + rest;
     CLIArgumentParser parser;
-    const bool isCommand =
-        parser.Parse(controller_cli::PrepareShortOptionArguments({L"-l", path, L"-o", path, path}, true));
+    const bool isCommand = parser.Parse(front_end::PrepareShortOptionArguments({L"-l", path, L"-o", path, path}, true));
     fuzz::Require(isCommand && parser.GetCommandType() == CLIArgumentParser::EnqueueJobs, "a path is a jobs file");
     fuzz::Require(parser.GetJobFileName() == path && parser.GetLogFileName() == path &&
                       parser.GetOutputFileName() == path,
@@ -66,12 +65,12 @@ void CheckSlashPath(const std::wstring& rest) {
 
 void CheckLong(const Arguments& arguments) {
     try {
-        const controller_cli::LongCommand command = controller_cli::ParseLongCommand(arguments);
+        const front_end::Command command = front_end::ParseLongCommand(arguments);
         fuzz::Require(std::find(command.ids.begin(), command.ids.end(), std::wstring()) == command.ids.end(),
                       "an id is not empty");
-        fuzz::Require((command.kind == controller_cli::LongCommandKind::Run) == !command.inputs.empty(),
+        fuzz::Require((command.kind == front_end::CommandKind::Run) == !command.inputs.empty(),
                       "a run, and nothing else, has inputs");
-    } catch (const controller_cli::UsageProblem& problem) {
+    } catch (const front_end::UsageProblem& problem) {
         fuzz::Require(problem.textKey.starts_with(L"Usage/"), "a problem has its text");
     }
 }
@@ -83,8 +82,8 @@ bool IsPlainValue(const std::wstring& text) {
 }
 
 void CheckRun(fuzz::ByteSource& source) {
-    controller_cli::LongCommand expected;
-    expected.kind = controller_cli::LongCommandKind::Run;
+    front_end::Command expected;
+    expected.kind = front_end::CommandKind::Run;
     expected.scenario = source.Text();
     expected.inputs = source.Texts();
     expected.outputFolder = source.Text();
@@ -100,7 +99,7 @@ void CheckRun(fuzz::ByteSource& source) {
     if (expected.asJson) {
         arguments.push_back(L"--json");
     }
-    fuzz::Require(controller_cli::ParseLongCommand(arguments) == expected, "a run is read as it was typed");
+    fuzz::Require(front_end::ParseLongCommand(arguments) == expected, "a run is read as it was typed");
 }
 
 void CheckRunner(const Arguments& arguments) {
@@ -123,8 +122,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     const std::string_view bytes = fuzz::BytesOf(data, size);
     const Arguments arguments = LinesOf(bytes);
     CheckLetters(arguments);
-    CheckLetters(controller_cli::PrepareShortOptionArguments(arguments, true));
-    CheckUsage(controller_cli::PrepareShortOptionArguments(arguments, true));
+    CheckLetters(front_end::PrepareShortOptionArguments(arguments, true));
+    CheckUsage(front_end::PrepareShortOptionArguments(arguments, true));
     CheckSlashPath(text::FromUtf8(bytes));
     CheckLong(arguments);
     CheckRunner(arguments);

@@ -2,8 +2,8 @@
 
 #include "controller_cli/FrontEnd.h"
 #include "controller_cli/command_line/LongOptions.h"
-#include "controller_cli/connection/SystemHostAccess.h"
-#include "controller_cli/terminal/SystemConsole.h"
+#include "front_end/connection/SystemHostAccess.h"
+#include "front_end/terminal/SystemConsole.h"
 #include "platform/processes/StopSignal.h"
 #include "platform/system/Clock.h"
 #include "platform/system/Environment.h"
@@ -13,7 +13,7 @@
 #include "services/Settings.h"
 
 int main(int argc, char** argv) {
-    using namespace controller_cli;
+    using namespace front_end;
     platform::HardenLibrarySearch();
     platform::PrepareConsole();
     const std::vector<std::wstring> arguments = platform::ProgramArguments(argc, argv);

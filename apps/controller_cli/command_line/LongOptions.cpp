@@ -7,40 +7,40 @@
 
 #include <CLI/CLI.hpp>
 
-#include "controller_cli/command_line/NamesInText.h"
+#include "front_end/command_line/NamesInText.h"
 #include "text/Text.h"
 
-namespace controller_cli {
+namespace front_end {
 namespace {
 
 using Arguments = std::vector<std::wstring>;
 
 struct Switch {
     const char* name;
-    LongCommandKind kind;
+    CommandKind kind;
 };
 
 /// The commands that take no value.
 constexpr std::array plainCommands = {
-    Switch{"--help", LongCommandKind::Help},
-    Switch{"--version", LongCommandKind::Version},
-    Switch{"--list", LongCommandKind::List},
-    Switch{"--watch", LongCommandKind::Watch},
-    Switch{"--cancel-all", LongCommandKind::CancelAll},
-    Switch{"--clean", LongCommandKind::Clean},
-    Switch{"--pause", LongCommandKind::Pause},
-    Switch{"--resume", LongCommandKind::Resume},
-    Switch{"--scenarios", LongCommandKind::Scenarios},
-    Switch{"--stop-host", LongCommandKind::StopHost},
+    Switch{"--help", CommandKind::Help},
+    Switch{"--version", CommandKind::Version},
+    Switch{"--list", CommandKind::List},
+    Switch{"--watch", CommandKind::Watch},
+    Switch{"--cancel-all", CommandKind::CancelAll},
+    Switch{"--clean", CommandKind::Clean},
+    Switch{"--pause", CommandKind::Pause},
+    Switch{"--resume", CommandKind::Resume},
+    Switch{"--scenarios", CommandKind::Scenarios},
+    Switch{"--stop-host", CommandKind::StopHost},
 };
 
 /// The commands that take a value.
 constexpr std::array namingCommands = {
-    Switch{"--run", LongCommandKind::Run},       Switch{"--wait", LongCommandKind::Wait},
-    Switch{"--cancel", LongCommandKind::Cancel}, Switch{"--delete", LongCommandKind::Delete},
-    Switch{"--again", LongCommandKind::Again},   Switch{"--edit", LongCommandKind::Edit},
-    Switch{"--hold", LongCommandKind::Hold},     Switch{"--release", LongCommandKind::Release},
-    Switch{"--log", LongCommandKind::Log},       Switch{"--parameter-sets", LongCommandKind::ParameterSets},
+    Switch{"--run", CommandKind::Run},       Switch{"--wait", CommandKind::Wait},
+    Switch{"--cancel", CommandKind::Cancel}, Switch{"--delete", CommandKind::Delete},
+    Switch{"--again", CommandKind::Again},   Switch{"--edit", CommandKind::Edit},
+    Switch{"--hold", CommandKind::Hold},     Switch{"--release", CommandKind::Release},
+    Switch{"--log", CommandKind::Log},       Switch{"--parameter-sets", CommandKind::ParameterSets},
 };
 
 constexpr std::array optionsWithValues = {
@@ -74,7 +74,7 @@ void Describe(CLI::App& app) {
         app.add_flag(command.name);
     }
     for (const Switch& command : namingCommands) {
-        const int most = command.kind == LongCommandKind::Run ? mostInputs : 1;
+        const int most = command.kind == CommandKind::Run ? mostInputs : 1;
         app.add_option(command.name)->expected(1, most)->multi_option_policy(CLI::MultiOptionPolicy::Throw);
     }
     for (const char* const name : optionsWithValues) {
@@ -121,14 +121,14 @@ bool NamesSomething(const Switch& command) {
 }
 
 /// `operands` are the arguments after "--".
-void TakeNames(const CLI::App& app, const Switch& given, const Arguments& operands, LongCommand& command) {
+void TakeNames(const CLI::App& app, const Switch& given, const Arguments& operands, Command& command) {
     if (!NamesSomething(given)) {
         return;
     }
     std::vector<std::wstring> values = ValuesOf(app, given.name);
     values.insert(values.end(), operands.begin(), operands.end());
     const std::wstring name = text::FromUtf8(given.name);
-    if (given.kind == LongCommandKind::Run) {
+    if (given.kind == CommandKind::Run) {
         if (values.size() < 2) {
             throw UsageProblem{L"Usage/NoInputs", name};
         }
@@ -139,45 +139,45 @@ void TakeNames(const CLI::App& app, const Switch& given, const Arguments& operan
     if (values.size() > 1) {
         throw UsageProblem{L"Usage/WrongValue", name};
     }
-    const bool takesOne = given.kind == LongCommandKind::Log || given.kind == LongCommandKind::ParameterSets;
+    const bool takesOne = given.kind == CommandKind::Log || given.kind == CommandKind::ParameterSets;
     command.ids = takesOne ? WithoutBlanks(values) : NamesInText(values.front());
     if (command.ids.empty()) {
         throw UsageProblem{L"Usage/ValueMissing", name};
     }
 }
 
-bool CanBeJson(LongCommandKind kind) {
-    constexpr std::array reading = {LongCommandKind::List, LongCommandKind::Watch,     LongCommandKind::Run,
-                                    LongCommandKind::Wait, LongCommandKind::Scenarios, LongCommandKind::ParameterSets};
+bool CanBeJson(CommandKind kind) {
+    constexpr std::array reading = {CommandKind::List, CommandKind::Watch,     CommandKind::Run,
+                                    CommandKind::Wait, CommandKind::Scenarios, CommandKind::ParameterSets};
     return std::find(reading.begin(), reading.end(), kind) != reading.end();
 }
 
 /// An option without effect is a usage error.
-void RefuseIdleOptions(const CLI::App& app, const LongCommand& command) {
+void RefuseIdleOptions(const CLI::App& app, const Command& command) {
     const auto refuse = [&](const char* name, bool isIdle) {
         if (isIdle && IsGiven(app, name)) {
             throw UsageProblem{L"Usage/IdleOption", text::FromUtf8(name)};
         }
     };
     refuse("--json", !CanBeJson(command.kind));
-    refuse("--jobs", command.kind != LongCommandKind::List);
-    refuse("--follow", command.kind != LongCommandKind::Log);
+    refuse("--jobs", command.kind != CommandKind::List);
+    refuse("--follow", command.kind != CommandKind::Log);
     for (const char* const name : {"--older-than", "--state", "--dry-run"}) {
-        refuse(name, command.kind != LongCommandKind::Clean);
+        refuse(name, command.kind != CommandKind::Clean);
     }
     for (const char* const name :
          {"--output", "--argument", "--after", "--after-end", "--skip-if-after-fails", "--on-hold", "--retries",
           "--retry-delay", "--retry-backoff", "--retry-only-after-crash", "--time-limit", "--silence-limit"}) {
-        refuse(name, command.kind != LongCommandKind::Run);
+        refuse(name, command.kind != CommandKind::Run);
     }
-    refuse("--reuse", command.kind != LongCommandKind::Run || IsGiven(app, "--no-reuse"));
-    refuse("--no-reuse", command.kind != LongCommandKind::Run);
+    refuse("--reuse", command.kind != CommandKind::Run || IsGiven(app, "--no-reuse"));
+    refuse("--no-reuse", command.kind != CommandKind::Run);
     for (const char* const name : {"--priority", "--not-before", "--need"}) {
-        refuse(name, command.kind != LongCommandKind::Run && command.kind != LongCommandKind::Edit);
+        refuse(name, command.kind != CommandKind::Run && command.kind != CommandKind::Edit);
     }
 }
 
-LongCommand CommandOf(const CLI::App& app, const Arguments& operands) {
+Command CommandOf(const CLI::App& app, const Arguments& operands) {
     if (const auto rest = app.remaining(); !rest.empty()) {
         throw UsageProblem{L"Usage/UnknownArgument", text::FromUtf8(rest.front())};
     }
@@ -188,7 +188,7 @@ LongCommand CommandOf(const CLI::App& app, const Arguments& operands) {
     if (!operands.empty() && !NamesSomething(*given)) {
         throw UsageProblem{L"Usage/UnknownArgument", operands.front()};
     }
-    LongCommand command;
+    Command command;
     command.kind = given->kind;
     TakeNames(app, *given, operands, command);
     if (IsGiven(app, "--jobs")) {
@@ -266,10 +266,10 @@ bool HasLongOptions(const std::vector<std::wstring>& arguments) {
                        [](const std::wstring& argument) { return argument.starts_with(L"--"); });
 }
 
-LongCommand ParseLongCommand(const std::vector<std::wstring>& arguments) {
+Command ParseLongCommand(const std::vector<std::wstring>& arguments) {
     const PartedArguments parted = Part(arguments);
     if (std::find(parted.options.begin(), parted.options.end(), L"--help") != parted.options.end()) {
-        return {.kind = LongCommandKind::Help};
+        return {.kind = CommandKind::Help};
     }
     CLI::App app;
     Describe(app);
@@ -283,4 +283,4 @@ LongCommand ParseLongCommand(const std::vector<std::wstring>& arguments) {
     return CommandOf(app, parted.operands);
 }
 
-} // namespace controller_cli
+} // namespace front_end

@@ -1,89 +1,17 @@
 #pragma once
 
-#include <optional>
+#include "front_end/commands/Command.h"
+
 #include <string>
 #include <vector>
 
-namespace controller_cli {
-
-enum class LongCommandKind {
-    Help,
-    Version,
-    List,
-    Watch,
-    Run,
-    Wait,
-    Cancel,
-    CancelAll,
-    Delete,
-    Again,
-    Clean,
-    Edit,
-    Hold,
-    Release,
-    Pause,
-    Resume,
-    Log,
-    Scenarios,
-    ParameterSets,
-    StopHost
-};
-
-/// A parsed command line with long options.
-struct LongCommand {
-    LongCommandKind kind = LongCommandKind::Help;
-    /// Numbers or ids of jobs, as typed.
-    std::vector<std::wstring> ids = {};
-    std::wstring scenario = {};
-    /// As typed; each text contains the files of one job, separated by commas.
-    std::vector<std::wstring> inputs = {};
-    /// Empty: not given.
-    std::wstring outputFolder = {};
-    std::wstring runArgument = {};
-    std::wstring logFile = {};
-    // About the start of jobs; as typed, empty: not given.
-    std::wstring priority = {};
-    std::wstring notBefore = {};
-    /// Numbers or ids of jobs.
-    std::vector<std::wstring> after = {};
-    std::vector<std::wstring> afterEnd = {};
-    /// Each "NAME=AMOUNT".
-    std::vector<std::wstring> needs = {};
-    std::wstring retries = {};
-    std::wstring retryDelay = {};
-    std::wstring timeLimit = {};
-    std::wstring silenceLimit = {};
-    // About the jobs to be deleted; as typed, empty: not given.
-    std::wstring olderThan = {};
-    /// Names of states.
-    std::vector<std::wstring> states = {};
-    bool retriesWithBackoff = false;
-    bool retriesOnlyAfterCrash = false;
-    bool skipsIfAfterFails = false;
-    bool isOnHold = false;
-    /// Nothing: the setting decides.
-    std::optional<bool> reuse = {};
-    bool isDryRun = false;
-    bool asJson = false;
-    bool follows = false;
-    bool clientOnly = false;
-
-    bool operator==(const LongCommand&) const = default;
-};
-
-/// A usage error: the key of a text, and the argument that caused it.
-struct UsageProblem {
-    std::wstring textKey;
-    std::wstring argument;
-
-    bool operator==(const UsageProblem&) const = default;
-};
+namespace front_end {
 
 /// True if the command line has long options; arguments after "--" do not count.
 bool HasLongOptions(const std::vector<std::wstring>& arguments);
 
 /// Parses a command line with long options; throws `UsageProblem`. With `--help`, all other arguments are ignored.
 /// Arguments after "--" are names, inputs or ids of the command, even if they begin with "-".
-LongCommand ParseLongCommand(const std::vector<std::wstring>& arguments);
+Command ParseLongCommand(const std::vector<std::wstring>& arguments);
 
-} // namespace controller_cli
+} // namespace front_end

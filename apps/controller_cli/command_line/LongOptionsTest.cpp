@@ -2,23 +2,23 @@
 
 #include <gtest/gtest.h>
 
-namespace controller_cli {
+namespace front_end {
 
 static void PrintTo(const UsageProblem& problem, std::ostream* out) {
     *out << std::string(problem.textKey.begin(), problem.textKey.end()) << " "
          << std::string(problem.argument.begin(), problem.argument.end());
 }
 
-} // namespace controller_cli
+} // namespace front_end
 
 namespace {
 
-using namespace controller_cli;
+using namespace front_end;
 using Arguments = std::vector<std::wstring>;
 
 TEST(LongOptionsTest, Accepted) {
-    using Kind = LongCommandKind;
-    const std::vector<std::pair<Arguments, LongCommand>> table = {
+    using Kind = CommandKind;
+    const std::vector<std::pair<Arguments, Command>> table = {
         {{L"--help"}, {.kind = Kind::Help}},
         {{L"--version"}, {.kind = Kind::Version}},
         {{L"--list"}, {.kind = Kind::List}},

@@ -4,7 +4,7 @@
 #include <iterator>
 #include <string_view>
 
-namespace controller_cli {
+namespace front_end {
 namespace {
 
 bool BeginsWithSlash(const std::wstring& argument) {
@@ -57,4 +57,4 @@ std::vector<std::wstring> PrepareShortOptionArguments(const std::vector<std::wst
     return prepared;
 }
 
-} // namespace controller_cli
+} // namespace front_end

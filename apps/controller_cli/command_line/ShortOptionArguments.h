@@ -3,7 +3,7 @@
 #include <string>
 #include <vector>
 
-namespace controller_cli {
+namespace front_end {
 
 /// True for the letters of one-letter options.
 bool IsOptionLetter(wchar_t letter);
@@ -15,4 +15,4 @@ bool IsOptionLetter(wchar_t letter);
 std::vector<std::wstring> PrepareShortOptionArguments(const std::vector<std::wstring>& arguments,
                                                       bool slashBeginsPaths);
 
-} // namespace controller_cli
+} // namespace front_end

@@ -6,7 +6,7 @@
 
 namespace {
 
-using controller_cli::PrepareShortOptionArguments;
+using front_end::PrepareShortOptionArguments;
 using Arguments = std::vector<std::wstring>;
 
 TEST(ShortOptionArgumentsTest, WherePathsBeginWithASlashTheyAreNoOptions) {

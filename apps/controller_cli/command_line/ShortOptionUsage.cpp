@@ -3,10 +3,10 @@
 #include <cstddef>
 #include <string_view>
 
-#include "controller_cli/command_line/LongOptions.h"
 #include "controller_cli/command_line/ShortOptionArguments.h"
+#include "front_end/commands/Command.h"
 
-namespace controller_cli {
+namespace front_end {
 namespace {
 
 bool IsPlain(const std::wstring& argument) {
@@ -68,4 +68,4 @@ void RequireShortOptionUsage(const std::vector<std::wstring>& arguments) {
     }
 }
 
-} // namespace controller_cli
+} // namespace front_end

@@ -5,20 +5,20 @@
 
 #include "CommonControllerLib/CLIArgumentParser.h"
 #include "CommonControllerLib/ControllerLogManager.h"
-#include "controller_cli/command_line/NamesInText.h"
 #include "controller_cli/command_line/ShortOptionArguments.h"
 #include "controller_cli/command_line/ShortOptionUsage.h"
-#include "controller_cli/commands/FileRoles.h"
-#include "controller_cli/commands/JobNumbers.h"
-#include "controller_cli/connection/LogHint.h"
 #include "controller_cli/short_options/ShortOptionEnqueue.h"
 #include "controller_cli/short_options/ShortOptionOutput.h"
 #include "controller_cli/short_options/ShortOptionSession.h"
 #include "formats/JobsFile.h"
+#include "front_end/command_line/NamesInText.h"
+#include "front_end/commands/FileRoles.h"
+#include "front_end/commands/JobNumbers.h"
+#include "front_end/connection/LogHint.h"
 #include "platform/files/NativePath.h"
 #include "services/Settings.h"
 
-namespace controller_cli {
+namespace front_end {
 namespace {
 
 [[noreturn]] void FailUsage(const CommandContext& context, const std::wstring& textKey) {
@@ -165,4 +165,4 @@ ExitCode RunLetterCommand(CommandContext& context, const std::vector<std::wstrin
     return parser.IsForceServerMode() ? BeHost(context, parser) : Carry(context, parser);
 }
 
-} // namespace controller_cli
+} // namespace front_end

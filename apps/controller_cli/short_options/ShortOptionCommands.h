@@ -1,14 +1,14 @@
 #pragma once
 
-#include "controller_cli/commands/CommandContext.h"
-#include "controller_cli/commands/CommandFailure.h"
+#include "front_end/commands/CommandContext.h"
+#include "front_end/commands/CommandFailure.h"
 
 #include <string>
 #include <vector>
 
-namespace controller_cli {
+namespace front_end {
 
 /// Executes a command line of one-letter options; throws `CommandFailure`.
 ExitCode RunLetterCommand(CommandContext& context, const std::vector<std::wstring>& arguments);
 
-} // namespace controller_cli
+} // namespace front_end

@@ -1,4 +1,4 @@
-#include "kit/controller_cli/FrontEndFixture.h"
+#include "kit/front_end/FrontEndFixture.h"
 
 #include "CommonControllerLib/ControllerLogManager.h"
 #include "formats/Messages.h"

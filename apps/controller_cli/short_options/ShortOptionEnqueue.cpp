@@ -2,13 +2,13 @@
 
 #include <optional>
 
-#include "controller_cli/commands/FileRoles.h"
-#include "controller_cli/commands/Problems.h"
-#include "controller_cli/connection/LogHint.h"
 #include "formats/JobsFile.h"
+#include "front_end/commands/FileRoles.h"
+#include "front_end/commands/Problems.h"
+#include "front_end/connection/LogHint.h"
 #include "platform/files/NativePath.h"
 
-namespace controller_cli {
+namespace front_end {
 namespace {
 
 /// Reports rejected and unanswered requests on standard error, and determines the exit code.
@@ -99,4 +99,4 @@ ExitCode EnqueueRequests(CommandContext& context, ShortOptionSession& session, c
     return mishaps.Finish();
 }
 
-} // namespace controller_cli
+} // namespace front_end

@@ -2,10 +2,10 @@
 
 #include <utility>
 
-#include "controller_cli/commands/CommandFailure.h"
-#include "controller_cli/commands/FileRoles.h"
+#include "front_end/commands/CommandFailure.h"
+#include "front_end/commands/FileRoles.h"
 
-namespace controller_cli {
+namespace front_end {
 
 ShortOptionOutput::ShortOptionOutput(CommandContext& commandContext, std::wstring outputFile)
     : context(commandContext), path(std::move(outputFile)) {
@@ -28,4 +28,4 @@ void ShortOptionOutput::Write(const std::string& lines) {
     }
 }
 
-} // namespace controller_cli
+} // namespace front_end

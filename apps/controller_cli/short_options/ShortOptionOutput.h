@@ -1,11 +1,11 @@
 #pragma once
 
-#include "controller_cli/commands/CommandContext.h"
+#include "front_end/commands/CommandContext.h"
 #include "frontend/TextOutput.h"
 
 #include <string>
 
-namespace controller_cli {
+namespace front_end {
 
 /// The output of a one-letter command: an output file, or standard output without one.
 class ShortOptionOutput {
@@ -23,4 +23,4 @@ private:
     TextOutput file;
 };
 
-} // namespace controller_cli
+} // namespace front_end

@@ -4,11 +4,11 @@
 
 #include "CommonControllerLib/EventTransmitter.h"
 #include "ControllerCSWrapper/ControllerCSWrapper.h"
-#include "controller_cli/connection/ConnectionInterval.h"
 #include "formats/Events.h"
 #include "formats/Messages.h"
+#include "front_end/connection/ConnectionInterval.h"
 
-namespace controller_cli {
+namespace front_end {
 namespace {
 
 using std::chrono::milliseconds;
@@ -82,4 +82,4 @@ std::size_t ShortOptionSession::WaitForCancelAnswers(std::size_t expected, milli
     return cancelAnswers.Count();
 }
 
-} // namespace controller_cli
+} // namespace front_end

@@ -2,9 +2,9 @@
 
 #include "CommonControllerLib/CLIPresenter.h"
 #include "CommonControllerLib/CallbackFunctor.h"
-#include "controller_cli/commands/CommandContext.h"
-#include "controller_cli/connection/HostConnection.h"
 #include "formats/Scheduling.h"
+#include "front_end/commands/CommandContext.h"
+#include "front_end/connection/HostConnection.h"
 #include "platform/processes/Waiting.h"
 
 #include <atomic>
@@ -14,7 +14,7 @@
 #include <string>
 #include <vector>
 
-namespace controller_cli {
+namespace front_end {
 
 /// Forwards the answers to cancellations to a presenter, and counts them.
 class CancelAnswers final : public CallbackFunctor {
@@ -84,4 +84,4 @@ private:
     EnqueueAnswers enqueueAnswers;
 };
 
-} // namespace controller_cli
+} // namespace front_end

@@ -1,0 +1,95 @@
+#include "front_end/commands/Commands.h"
+
+#include <algorithm>
+#include <map>
+#include <set>
+#include <string>
+#include <utility>
+#include <vector>
+
+#include "formats/JobStates.h"
+#include "front_end/commands/JobSelection.h"
+#include "front_end/connection/HostSession.h"
+#include "front_end/output/JobTable.h"
+
+namespace front_end::commands {
+namespace {
+
+/// The outcome of a cancellation. The answer omits jobs that could no longer be cancelled: since the list was fetched
+/// they may have ended or been deleted or cancelled by another front end. It may also contain newer jobs.
+class Outcome {
+public:
+    Outcome(HostSession& session, std::vector<ListedJob> askedFor, const std::vector<JobStatusInfo>& cancelled)
+        : jobs(std::move(askedFor)) {
+        for (const JobListInfo& job : jobs) {
+            askedForIds.insert(job.id);
+        }
+        for (const JobStatusInfo& info : cancelled) {
+            statusById[info.id] = info.status;
+        }
+        if (std::any_of(jobs.begin(), jobs.end(), [this](const JobListInfo& job) { return IsUnknown(job); }) ||
+            std::any_of(cancelled.begin(), cancelled.end(),
+                        [this](const auto& info) { return !IsAskedFor(info.id); })) {
+            TakeList(session.FetchJobs());
+        }
+    }
+
+    const std::vector<ListedJob>& Jobs() const { return jobs; }
+
+    JobStatus StatusOf(const JobListInfo& job) const {
+        const auto found = statusById.find(job.id);
+        return found == statusById.end() ? job.status : found->second;
+    }
+
+private:
+    bool IsUnknown(const JobListInfo& job) const { return !IsOver(job.status) && !statusById.contains(job.id); }
+
+    bool IsAskedFor(const std::wstring& id) const { return askedForIds.contains(id); }
+
+    /// A job that was listed before and is missing now was deleted.
+    void TakeList(const std::vector<ListedJob>& list) {
+        for (const JobListInfo& job : jobs) {
+            statusById.try_emplace(job.id, unlistedStatus);
+        }
+        for (const ListedJob& job : list) {
+            if (statusById.contains(job.id) && !IsAskedFor(job.id)) {
+                jobs.push_back(job);
+            }
+            statusById[job.id] = job.status;
+        }
+    }
+
+    std::vector<ListedJob> jobs;
+    std::set<std::wstring> askedForIds;
+    std::map<std::wstring, JobStatus> statusById;
+};
+
+std::wstring Line(const CommandContext& context, const JobListInfo& job, JobStatus status) {
+    return context.texts.Format(L"Outcome/JobState", {std::to_wstring(job.seqId), StatusText(context.texts, status)}) +
+           L"\n";
+}
+
+void WriteOutcome(CommandContext& context, const Outcome& outcome) {
+    for (const JobListInfo& job : outcome.Jobs()) {
+        context.console.Write(Line(context, job, outcome.StatusOf(job)));
+    }
+}
+
+} // namespace
+
+ExitCode Cancel(CommandContext& context, const Command& command) {
+    HostSession session(context, StartOf(command));
+    const std::vector<ListedJob> jobs = SelectJobs(context, session.FetchJobs({command.ids}), command.ids);
+    WriteOutcome(context, Outcome(session, jobs, session.Cancel(IdsOf(jobs))));
+    return ExitCode::Success;
+}
+
+ExitCode CancelAll(CommandContext& context, const Command& command) {
+    HostSession session(context, StartOf(command));
+    std::vector<ListedJob> jobs = session.FetchJobs();
+    std::erase_if(jobs, [](const JobListInfo& job) { return IsOver(job.status); });
+    WriteOutcome(context, Outcome(session, jobs, session.CancelAll()));
+    return ExitCode::Success;
+}
+
+} // namespace front_end::commands

@@ -1,0 +1,73 @@
+#include <algorithm>
+#include <set>
+
+#include "front_end/commands/Commands.h"
+#include "front_end/commands/JobSelection.h"
+#include "front_end/commands/Problems.h"
+#include "front_end/commands/SchedulingOptions.h"
+#include "front_end/connection/HostSession.h"
+#include "front_end/output/JobTable.h"
+
+namespace front_end::commands {
+namespace {
+
+/// A job that no longer waits cannot be changed.
+ExitCode EditWaiting(CommandContext& context, const Command& command, JobsEdit edit, const wchar_t* outcome) {
+    HostSession session(context, StartOf(command));
+    const std::vector<ListedJob> jobs = SelectJobs(context, session.FetchJobs({command.ids}), command.ids);
+    edit.jobs = IdsOf(jobs);
+    std::set<std::wstring> edited;
+    for (const JobStatusInfo& report : session.Edit(edit)) {
+        edited.insert(report.id);
+    }
+    ExitCode exitCode = ExitCode::Success;
+    for (const JobListInfo& job : jobs) {
+        const std::wstring number = std::to_wstring(job.seqId);
+        if (edited.contains(job.id)) {
+            context.console.Write(context.texts.Format(outcome, {number}) + L"\n");
+        } else {
+            WriteProblem(context, context.texts.Format(L"Errors/NotWaiting", {number}));
+            exitCode = ExitCode::JobFailed;
+        }
+    }
+    return exitCode;
+}
+
+ExitCode SetPaused(CommandContext& context, const Command& command, bool isPaused, const wchar_t* outcome) {
+    HostSession session(context, StartOf(command));
+    session.SetQueueState({isPaused});
+    context.console.Write(context.texts.Get(outcome) + L"\n");
+    return ExitCode::Success;
+}
+
+} // namespace
+
+ExitCode Edit(CommandContext& context, const Command& command) {
+    const JobsEdit edit = EditOf(context, command);
+    if (edit == JobsEdit()) {
+        throw UsageProblem{L"Usage/NothingToEdit", {}};
+    }
+    return EditWaiting(context, command, edit, L"Outcome/Edited");
+}
+
+ExitCode Hold(CommandContext& context, const Command& command) {
+    JobsEdit edit;
+    edit.hold = true;
+    return EditWaiting(context, command, edit, L"Outcome/Held");
+}
+
+ExitCode Release(CommandContext& context, const Command& command) {
+    JobsEdit edit;
+    edit.hold = false;
+    return EditWaiting(context, command, edit, L"Outcome/Released");
+}
+
+ExitCode Pause(CommandContext& context, const Command& command) {
+    return SetPaused(context, command, true, L"Outcome/Paused");
+}
+
+ExitCode Resume(CommandContext& context, const Command& command) {
+    return SetPaused(context, command, false, L"Outcome/Resumed");
+}
+
+} // namespace front_end::commands

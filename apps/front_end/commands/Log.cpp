@@ -1,0 +1,109 @@
+#include "front_end/commands/Commands.h"
+
+#include <string>
+
+#include "CommonControllerLib/PathFuncs.h"
+#include "formats/JobStates.h"
+#include "formats/RunProtocol.h"
+#include "front_end/commands/JobSelection.h"
+#include "front_end/connection/HostSession.h"
+#include "front_end/jobs/JobRow.h"
+#include "front_end/terminal/TerminalText.h"
+#include "platform/files/File.h"
+
+namespace front_end::commands {
+namespace {
+
+/// Polling interval for a growing file.
+constexpr std::chrono::milliseconds lookInterval{250};
+
+/// Reads a job's log from the last position on. If the writer has truncated the file, reads it from the beginning
+/// again.
+class LogReader {
+public:
+    explicit LogReader(std::wstring logPath) : path(std::move(logPath)) {}
+
+    /// Writes the bytes added since the last call. Returns false if there is no log.
+    bool PassOn(Console& console) {
+        bool isThere = true;
+        for (std::string bytes = ReadBlock(isThere); !bytes.empty(); bytes = ReadBlock(isThere)) {
+            Write(console.IsTerminal() ? terminalText.Take(bytes) : bytes, console);
+        }
+        return isThere;
+    }
+
+private:
+    static void Write(const std::string& bytes, Console& console) {
+        if (!bytes.empty()) {
+            console.WriteBytes(bytes);
+        }
+    }
+
+    /// The file is not held open while the console writes.
+    std::string ReadBlock(bool& isThere) {
+        platform::File file;
+        isThere = !path.empty() && !file.OpenForReading(path);
+        if (file.Size() < position) {
+            position = 0;
+        }
+        std::string bytes(blockSize, '\0');
+        std::size_t count = 0;
+        isThere = isThere && !file.ReadAt(position, bytes.data(), bytes.size(), count);
+        bytes.resize(count);
+        position += count;
+        return bytes;
+    }
+
+    static constexpr std::size_t blockSize = 256 * 1024;
+
+    std::wstring path;
+    std::uint64_t position = 0;
+    /// A scenario's output may contain data from untrusted input files.
+    TerminalText terminalText;
+};
+
+/// Applies the reports of one job.
+void Apply(const std::vector<JobStatusInfo>& updates, JobListInfo& job) {
+    for (const JobStatusInfo& update : updates) {
+        if (update.id == job.id) {
+            job.status = update.status;
+        }
+    }
+}
+
+/// Empty for a job without a work directory.
+std::wstring LogPath(const JobListInfo& job) {
+    return job.workDir.empty() ? std::wstring() : PathFuncs::Join(job.workDir, run_protocol::logFileName);
+}
+
+[[noreturn]] void Fail(const CommandContext& context, const wchar_t* textKey, const JobListInfo& job) {
+    throw CommandFailure{ExitCode::JobFailed, context.texts.Format(textKey, {std::to_wstring(job.seqId)})};
+}
+
+/// Follows the log until the job has ended. A waiting job has no log yet, and may never get one.
+void Follow(CommandContext& context, HostSession& session, JobListInfo job) {
+    LogReader reader(LogPath(job));
+    bool hasLog = reader.PassOn(context.console);
+    while (!IsOver(job.status)) {
+        Apply(session.WaitForUpdates(lookInterval), job);
+        hasLog = reader.PassOn(context.console) || hasLog;
+    }
+    if (!hasLog) {
+        Fail(context, job.status == unlistedStatus ? L"Errors/JobDeleted" : L"Errors/NoLog", job);
+    }
+}
+
+} // namespace
+
+ExitCode Log(CommandContext& context, const Command& command) {
+    HostSession session(context, StartOf(command));
+    const JobListInfo job = SelectJobs(context, session.FetchJobs({command.ids}), command.ids).front();
+    if (command.follows) {
+        Follow(context, session, job);
+    } else if (!LogReader(LogPath(job)).PassOn(context.console)) {
+        Fail(context, L"Errors/NoLog", job);
+    }
+    return ExitCode::Success;
+}
+
+} // namespace front_end::commands

@@ -1,0 +1,34 @@
+#include "front_end/commands/Problems.h"
+
+#include <set>
+
+#include "front_end/output/DisplayText.h"
+
+namespace front_end {
+
+void WriteProblem(CommandContext& context, const std::wstring& problem) {
+    if (!problem.empty()) {
+        context.console.WriteError(context.program + L": " + problem + L"\n");
+    }
+}
+
+void WriteProblems(CommandContext& context, const std::vector<std::wstring>& problems) {
+    for (const std::wstring& problem : problems) {
+        WriteProblem(context, OneLine(problem));
+    }
+}
+
+std::vector<std::wstring> RefusalReasons(const JobEnqueueResult& result) {
+    std::vector<std::wstring> distinct;
+    std::set<std::wstring> known;
+    for (const std::vector<std::wstring>& reasons : result.inputSetResults) {
+        for (const std::wstring& reason : reasons) {
+            if (known.insert(reason).second) {
+                distinct.push_back(reason);
+            }
+        }
+    }
+    return distinct;
+}
+
+} // namespace front_end

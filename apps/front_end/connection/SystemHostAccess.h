@@ -1,0 +1,44 @@
+#pragma once
+
+#include "formats/HostLock.h"
+#include "front_end/connection/HostAccess.h"
+#include "platform/processes/Process.h"
+
+#include <string>
+
+namespace front_end {
+
+/// Access to the configured host, whose program is in the same directory as this one.
+class SystemHostAccess final : public HostAccess {
+public:
+    SystemHostAccess();
+
+    const std::wstring& TransmitterModule() const override { return transmitterModule; }
+    const std::wstring& TransmitterId() const override { return transmitterId; }
+    EventTransmitter* Transmitter() override;
+    std::wstring TransmitterProblem() override;
+    EventTransmitterExtension* Extension() override;
+    bool IsHostThere() override;
+    std::wstring StartHost(std::wstring& warnings) override;
+    /// Ctrl-C and other stop requests to this program are forwarded to the host as a request.
+    std::int32_t RunHost(std::wstring& problem) override;
+
+    std::wstring HostElsewhere() override;
+    std::wstring Place() override;
+    /// By a request if it listens under another name; otherwise, on Linux, by SIGTERM.
+    HostEnd EndRunningHost(std::chrono::milliseconds patience) override;
+    std::vector<host_lock::Holder> HostsOfSettingsFile() override;
+    HostEnd EndHostOfSettingsFile(const host_lock::Holder& holder, std::chrono::milliseconds patience) override;
+
+private:
+    platform::ProcessStart HostProcess() const;
+    bool FindHolder(host_lock::Holder& holder) const;
+    bool RequestEndOf(const host_lock::Holder& holder) const;
+
+    std::wstring settingsFile;
+    std::wstring jobListFile;
+    std::wstring transmitterModule;
+    std::wstring transmitterId;
+};
+
+} // namespace front_end

@@ -1,0 +1,79 @@
+#include "front_end/jobs/JobFiles.h"
+
+#include <algorithm>
+#include <utility>
+
+#include "CommonControllerLib/PathFuncs.h"
+#include "ControllerCSWrapper/ControllerCSWrapper.h"
+#include "formats/RunProtocol.h"
+#include "platform/files/FileSystem.h"
+#include "services/Settings.h"
+
+namespace front_end {
+namespace {
+
+/// Empty if there is no such file: the companion would log an error when reading it.
+std::wstring FileOf(const JobListInfo& job, const wchar_t* name) {
+    if (job.workDir.empty()) {
+        return {};
+    }
+    const std::wstring path = PathFuncs::Join(job.workDir, name);
+    return platform::Exists(path) ? path : std::wstring();
+}
+
+ResultReport ReadResult(const std::wstring& path) {
+    ResultReport report;
+    if (path.empty()) {
+        return report;
+    }
+    bool succeeded = false;
+    std::vector<std::pair<int, std::wstring>> messages;
+    // An unreadable file adds nothing to the report.
+    (void)ControllerCSWrapper::ParseRunScenarioResult(path, succeeded, messages, report.outputFiles);
+    for (auto& [code, text] : messages) {
+        report.messages.push_back(std::move(text));
+    }
+    return report;
+}
+
+} // namespace
+
+std::optional<ProgressReport> LastReportOf(const JobListInfo& job) {
+    const std::wstring path = FileOf(job, run_protocol::progressFileName);
+    ProgressReport report;
+    int progress = 0;
+    if (path.empty() || !ControllerCSWrapper::ParseProgressFile(path, report.message, progress)) {
+        return std::nullopt;
+    }
+    report.progress = std::clamp(progress, 0, 100);
+    return report;
+}
+
+ResultReport ResultOf(const JobListInfo& job) {
+    ResultReport report = ReadResult(FileOf(job, run_protocol::resultFileName));
+    if (report.messages.empty()) {
+        const std::wstring note = run_protocol::FailureNotePath(settings::Current()->jobListFile, job.id);
+        report.messages = ReadResult(platform::Exists(note) ? note : std::wstring()).messages;
+    }
+    return report;
+}
+
+std::wstring OutputDirectoryOf(const JobListInfo& job) {
+    if (job.status == JobStatus::Queued || job.status == JobStatus::Dequeued) {
+        return {};
+    }
+    // The run request names the output directory from the start of the job on.
+    const std::wstring path = FileOf(job, run_protocol::runInfoFileName);
+    run_protocol::RunScenarioInfo request;
+    std::wstring problem;
+    if (!path.empty() && run_protocol::ReadRunScenarioInfoFile(path, request, problem)) {
+        return request.outputFolder;
+    }
+    return job.status == JobStatus::Success ? job.outputDir : std::wstring();
+}
+
+std::wstring WorkDirectoryOf(const JobListInfo& job) {
+    return !job.workDir.empty() && platform::IsDirectory(job.workDir) ? job.workDir : std::wstring();
+}
+
+} // namespace front_end

@@ -1,0 +1,125 @@
+#include "front_end/jobs/JobRow.h"
+
+#include <algorithm>
+#include <optional>
+#include <utility>
+
+#include "formats/JobStates.h"
+#include "front_end/jobs/JobFiles.h"
+#include "text/Text.h"
+#include "text/Time.h"
+
+namespace front_end {
+namespace {
+
+void TakeProgress(JobRow& view) {
+    if (const auto report = LastReportOf(view.job)) {
+        view.message = report->message;
+    }
+}
+
+void TakeResult(JobRow& view) {
+    ResultReport result = ResultOf(view.job);
+    view.messages = std::move(result.messages);
+    view.outputFiles = std::move(result.outputFiles);
+    view.message = view.messages.empty() ? std::wstring() : view.messages.front();
+    constexpr std::int32_t ended = 100;
+    if (view.job.status != JobStatus::Success && view.progress == ended) {
+        view.progress = LastReportOf(view.job).value_or(ProgressReport()).progress;
+    }
+}
+
+ListedJob Updated(ListedJob job, const JobStatusInfo& report) {
+    job.status = report.status;
+    job.progress = report.progress;
+    job.outputDir = report.outputDir;
+    job.workDir = report.workDir;
+    job.startTime = report.startTime;
+    job.endTime = report.endTime;
+    return job;
+}
+
+/// The report has no other data. The work directory is gone; the results remain.
+void MarkDeleted(JobRow& view) {
+    view.job.status = unlistedStatus;
+    view.message.clear();
+    view.workDirectory.clear();
+}
+
+} // namespace
+
+std::wstring StatusName(JobStatus status) {
+    return status == unlistedStatus ? L"Deleted" : text::FromUtf8(JobStatusString(status));
+}
+
+JobRow ViewOf(const ListedJob& job) {
+    JobRow view;
+    view.job = job;
+    view.progress = std::clamp(job.progress, 0, 100);
+    view.outputFolder = OutputDirectoryOf(job);
+    view.workDirectory = WorkDirectoryOf(job);
+    if (IsActive(job.status)) {
+        TakeProgress(view);
+    } else if (IsOver(job.status)) {
+        TakeResult(view);
+    }
+    return view;
+}
+
+std::int64_t SecondsOf(const JobListInfo& job, std::int64_t now) {
+    const auto start = text::ReadUtcTime(job.startTime);
+    if (!start) {
+        return -1;
+    }
+    const std::int64_t end = IsOver(job.status) ? text::ReadUtcTime(job.endTime).value_or(*start) : now;
+    return end < *start ? 0 : end - *start;
+}
+
+JobModel::JobModel(const std::vector<ListedJob>& jobs) {
+    Renew(jobs);
+}
+
+std::vector<std::wstring> JobModel::Renew(const std::vector<ListedJob>& jobs) {
+    std::vector<std::wstring> changed;
+    for (const ListedJob& job : jobs) {
+        const auto [entry, isNew] = indexById.try_emplace(job.id, views.size());
+        if (!isNew && views[entry->second].job == job) {
+            continue;
+        }
+        if (isNew) {
+            views.emplace_back();
+        }
+        views[entry->second] = ViewOf(job);
+        changed.push_back(job.id);
+    }
+    return changed;
+}
+
+std::vector<std::wstring> JobModel::Ids() const {
+    std::vector<std::wstring> ids;
+    for (const JobRow& view : views) {
+        ids.push_back(view.job.id);
+    }
+    return ids;
+}
+
+const JobRow* JobModel::Find(const std::wstring& id) const {
+    const auto found = indexById.find(id);
+    return found == indexById.end() ? nullptr : &views[found->second];
+}
+
+const JobRow* JobModel::Update(const JobStatusInfo& report) {
+    const auto found = indexById.find(report.id);
+    if (found == indexById.end()) {
+        return nullptr;
+    }
+    JobRow& view = views[found->second];
+    if (report.status == unlistedStatus) {
+        MarkDeleted(view);
+    } else {
+        view = ViewOf(Updated(view.job, report));
+    }
+    return &view;
+}
+
+} // namespace front_end

@@ -1,0 +1,62 @@
+#pragma once
+
+#include "CommonControllerLib/JobRecords.h"
+#include "formats/Scheduling.h"
+
+#include <cstdint>
+#include <map>
+#include <string>
+#include <vector>
+
+namespace front_end {
+
+/// The displayed data of one job.
+struct JobRow {
+    ListedJob job;
+    /// Percent, 0 to 100: the scenario's progress, or its last progress if the job failed or was cancelled. (`job` has
+    /// 100 for every job that has ended.)
+    std::int32_t progress = 0;
+    /// The scenario's current activity, or the first message of its result; empty if there is none.
+    std::wstring message;
+    /// All messages of the result.
+    std::vector<std::wstring> messages;
+    /// The output files named in the result.
+    std::vector<std::wstring> outputFiles;
+    /// The directory of this job's results, and its work directory; empty if there is none.
+    std::wstring outputFolder;
+    std::wstring workDirectory;
+};
+
+/// The name of a status in documents and in text keys; "Deleted" for `unlistedStatus`.
+std::wstring StatusName(JobStatus status);
+
+/// Reads the files in the job's work directory.
+JobRow ViewOf(const ListedJob& job);
+
+/// The running time of a job in seconds; -1 if it never started.
+std::int64_t SecondsOf(const JobListInfo& job, std::int64_t now);
+
+/// Jobs in list order, updated from the host's reports.
+class JobModel {
+public:
+    explicit JobModel(const std::vector<ListedJob>& jobs);
+
+    /// Applies a report. Returns the job, or null for an unknown one. A deleted job is kept with the status
+    /// `unlistedStatus`.
+    const JobRow* Update(const JobStatusInfo& report);
+
+    /// Applies the current job list: updates known jobs and appends new ones. Returns the ids of the changed jobs.
+    std::vector<std::wstring> Renew(const std::vector<ListedJob>& jobs);
+
+    /// Null for an unknown job.
+    const JobRow* Find(const std::wstring& id) const;
+
+    const std::vector<JobRow>& Views() const { return views; }
+    std::vector<std::wstring> Ids() const;
+
+private:
+    std::vector<JobRow> views;
+    std::map<std::wstring, std::size_t> indexById;
+};
+
+} // namespace front_end

@@ -1,0 +1,196 @@
+#include "front_end/output/JsonOutput.h"
+
+#include <algorithm>
+#include <iterator>
+#include <map>
+#include <tuple>
+#include <utility>
+
+#include "CommonControllerLib/JobEntry.h"
+#include "formats/json/RecordLayouts.h"
+#include "formats/json/Writing.h"
+#include "platform/files/NativePath.h"
+
+namespace front_end {
+namespace {
+
+/// Paths are in native notation.
+struct JobReport {
+    std::int32_t number = 0;
+    std::wstring id;
+    std::wstring status;
+    std::int32_t progress = 0;
+    std::wstring message;
+    std::wstring scenario;
+    std::vector<std::wstring> inputFiles;
+    std::wstring runArgument;
+    std::wstring outputFolder;
+    std::wstring workDirectory;
+    std::wstring startTime;
+    std::wstring endTime;
+    std::vector<std::wstring> messages;
+    std::vector<std::wstring> outputFiles;
+    std::wstring queuedTime;
+    std::int32_t priority = 0;
+    bool isOnHold = false;
+    std::vector<std::wstring> after;
+    std::vector<std::wstring> afterEnd;
+    std::wstring notBefore;
+    std::map<std::wstring, std::int64_t> needs;
+    std::wstring waitReason;
+    std::wstring waitName;
+    std::int32_t attempt = 0;
+    std::int32_t attempts = 0;
+    std::wstring lastEnding;
+};
+
+struct ScenarioReport {
+    std::wstring id;
+    std::wstring name;
+    std::wstring path;
+    std::vector<InputFileSpec> inputs;
+};
+
+struct JobsDocument {
+    std::vector<JobReport> jobs;
+};
+
+struct ScenariosDocument {
+    std::vector<ScenarioReport> scenarios;
+};
+
+struct ParameterSetsDocument {
+    std::vector<ScenarioParameterSetInfo> parameterSets;
+};
+
+std::vector<std::wstring> NativeTexts(const std::vector<std::wstring>& paths) {
+    std::vector<std::wstring> texts;
+    std::transform(paths.begin(), paths.end(), std::back_inserter(texts), platform::ToNativeText);
+    return texts;
+}
+
+/// Empty for no time.
+std::wstring TimeText(std::int64_t time) {
+    return time == 0 ? std::wstring() : JobEntry::CreateTimeString(time);
+}
+
+JobReport ReportOf(const JobRow& view) {
+    const ListedJob& job = view.job;
+    JobReport report;
+    report.number = job.seqId;
+    report.id = job.id;
+    report.status = StatusName(job.status);
+    report.progress = view.progress;
+    report.message = view.message;
+    report.scenario = job.scenario.displayName;
+    report.inputFiles = NativeTexts(job.inputFiles);
+    report.runArgument = job.runArgument;
+    report.outputFolder = platform::ToNativeText(view.outputFolder);
+    report.workDirectory = platform::ToNativeText(view.workDirectory);
+    report.startTime = job.startTime;
+    report.endTime = job.endTime;
+    report.messages = view.messages;
+    report.outputFiles = NativeTexts(view.outputFiles);
+    report.queuedTime = TimeText(job.queuedTime);
+    report.priority = job.priority;
+    report.isOnHold = job.hold;
+    report.after = job.after;
+    report.afterEnd = job.afterEnd;
+    report.notBefore = TimeText(job.notBefore);
+    report.needs = job.needs;
+    report.waitReason = job.waitReason;
+    report.waitName = job.waitName;
+    if (job.retries > 0) {
+        report.attempt = job.attempt;
+        report.attempts = job.retries + 1;
+        report.lastEnding = job.lastEnding;
+    }
+    return report;
+}
+
+ScenarioReport ReportOf(const ScenarioInfo& scenario) {
+    return {scenario.id, scenario.displayName, platform::ToNativeText(scenario.path), scenario.inputs};
+}
+
+} // namespace
+} // namespace front_end
+
+namespace json {
+
+template <>
+struct Layout<front_end::JobReport> {
+    using Record = front_end::JobReport;
+    static constexpr auto members = std::make_tuple(
+        Member{"number", &Record::number}, Member{"id", &Record::id}, Member{"status", &Record::status},
+        Member{"progress", &Record::progress}, Member{"message", &Record::message},
+        Member{"scenario", &Record::scenario}, Member{"inputFiles", &Record::inputFiles},
+        Member{"runArgument", &Record::runArgument}, Member{"outputFolder", &Record::outputFolder},
+        Member{"workFolder", &Record::workDirectory}, Member{"startTime", &Record::startTime},
+        Member{"endTime", &Record::endTime}, Member{"messages", &Record::messages},
+        Member{"outputFiles", &Record::outputFiles}, OptionalMember{"queuedTime", &Record::queuedTime},
+        OptionalMember{"priority", &Record::priority}, OptionalMember{"hold", &Record::isOnHold},
+        OptionalMember{"after", &Record::after}, OptionalMember{"afterEnd", &Record::afterEnd},
+        OptionalMember{"notBefore", &Record::notBefore}, OptionalMember{"needs", &Record::needs},
+        OptionalMember{"waitReason", &Record::waitReason}, OptionalMember{"waitName", &Record::waitName},
+        OptionalMember{"attempt", &Record::attempt}, OptionalMember{"attempts", &Record::attempts},
+        OptionalMember{"lastEnding", &Record::lastEnding});
+};
+
+template <>
+struct Layout<front_end::ScenarioReport> {
+    using Record = front_end::ScenarioReport;
+    static constexpr auto members = std::make_tuple(Member{"id", &Record::id}, Member{"name", &Record::name},
+                                                    Member{"path", &Record::path}, Member{"inputs", &Record::inputs});
+};
+
+template <>
+struct Layout<front_end::JobsDocument> {
+    static constexpr auto members = std::make_tuple(Version(), Member{"jobs", &front_end::JobsDocument::jobs});
+};
+
+template <>
+struct Layout<front_end::ScenariosDocument> {
+    static constexpr auto members =
+        std::make_tuple(Version(), Member{"scenarios", &front_end::ScenariosDocument::scenarios});
+};
+
+template <>
+struct Layout<front_end::ParameterSetsDocument> {
+    static constexpr auto members =
+        std::make_tuple(Version(), Member{"parameterSets", &front_end::ParameterSetsDocument::parameterSets});
+};
+
+} // namespace json
+
+namespace front_end {
+
+std::wstring JobsJsonParts::Rows(const std::vector<JobRow>& jobs) {
+    JobsDocument document;
+    for (const JobRow& view : jobs) {
+        document.jobs.push_back(ReportOf(view));
+    }
+    std::wstring text = json::Write(document);
+    text.erase(text.rfind(L']'));
+    if (std::exchange(hasBegun, true)) {
+        text.replace(0, text.find(L'[') + 1, jobs.empty() ? L"" : L",");
+    }
+    return text;
+}
+
+std::wstring JobsJson(const std::vector<JobRow>& jobs) {
+    return JobsJsonParts().Rows(jobs) + JobsJsonParts::End();
+}
+
+std::wstring ScenariosJson(const std::vector<ScenarioInfo>& scenarios) {
+    ScenariosDocument document;
+    for (const ScenarioInfo& scenario : scenarios) {
+        document.scenarios.push_back(ReportOf(scenario));
+    }
+    return json::Write(document) + L"\n";
+}
+
+std::wstring ParameterSetsJson(const std::vector<ScenarioParameterSetInfo>& parameterSets) {
+    return json::Write(ParameterSetsDocument{parameterSets}) + L"\n";
+}
+
+} // namespace front_end

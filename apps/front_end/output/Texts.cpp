@@ -1,0 +1,84 @@
+#include "front_end/output/Texts.h"
+
+#include <string_view>
+#include <vector>
+
+#include "ControllerCSWrapper/ControllerCSWrapper.h"
+#include "front_end/output/BuiltInStrings.h"
+#include "text/EscapeControls.h"
+#include "text/Text.h"
+
+namespace front_end {
+namespace {
+
+constexpr wchar_t builtInCulture[] = L"en-US";
+
+const std::wstring& BuiltInSection() {
+    static const std::wstring section = [] {
+        std::wstring english;
+        // Cannot fail: the text is part of the program.
+        (void)ControllerCSWrapper::GetStringResources(text::FromUtf8(builtInStrings), builtInCulture, english);
+        return english;
+    }();
+    return section;
+}
+
+std::wstring FindBuiltIn(const std::wstring& key) {
+    const std::size_t slash = key.find(L'/');
+    std::wstring group;
+    std::wstring text;
+    const bool isFound = ControllerCSWrapper::GetStringResources(BuiltInSection(), key.substr(0, slash), group) &&
+                         ControllerCSWrapper::GetStringResources(group, key.substr(slash + 1), text);
+    return isFound ? text : key;
+}
+
+/// The number in a placeholder such as "{12}" at the beginning of `text`, and its length.
+struct Placeholder {
+    std::size_t number = 0;
+    std::size_t length = 0;
+};
+
+Placeholder PlaceholderAt(std::wstring_view text) {
+    std::size_t end = 1;
+    std::size_t number = 0;
+    while (end < text.size() && end < 3 && text[end] >= L'0' && text[end] <= L'9') {
+        number = number * 10 + static_cast<std::size_t>(text[end] - L'0');
+        ++end;
+    }
+    const bool isWhole = end > 1 && end < text.size() && text[end] == L'}';
+    return isWhole ? Placeholder{number, end + 1} : Placeholder{};
+}
+
+} // namespace
+
+const std::wstring& Texts::Get(const std::wstring& key) const {
+    const auto [entry, isNew] = found.try_emplace(key);
+    if (isNew) {
+        entry->second = Find(key);
+    }
+    return entry->second;
+}
+
+std::wstring Texts::Find(const std::wstring& key) const {
+    if (!strings) {
+        strings.emplace(file);
+    }
+    std::wstring text;
+    return strings->GetLocalizedString(key, text, L"") ? text : FindBuiltIn(key);
+}
+
+std::wstring Texts::Format(const std::wstring& key, std::initializer_list<std::wstring> values) const {
+    std::wstring_view rest = Get(key);
+    std::wstring text;
+    for (std::size_t brace = rest.find(L'{'); brace != std::wstring_view::npos; brace = rest.find(L'{')) {
+        text += rest.substr(0, brace);
+        rest.remove_prefix(brace);
+        const Placeholder placeholder = PlaceholderAt(rest);
+        const bool isValue = placeholder.length > 0 && placeholder.number < values.size();
+        text += isValue ? text::Escaped(values.begin()[placeholder.number]) : std::wstring(rest.substr(0, 1));
+        rest.remove_prefix(isValue ? placeholder.length : 1);
+    }
+    return text.append(rest);
+}
+
+} // namespace front_end

@@ -1,0 +1,34 @@
+#pragma once
+
+#include "CommonControllerLib/StringManager.h"
+
+#include <initializer_list>
+#include <map>
+#include <optional>
+#include <string>
+
+namespace front_end {
+
+/// Every text that the front end shows, by key ("Table/Job"): in the configured culture, otherwise in the default
+/// culture, otherwise in the built-in English. Not thread-safe.
+class Texts {
+public:
+    /// The file is read at the first access to a text.
+    explicit Texts(std::wstring stringResourceFile) : file(std::move(stringResourceFile)) {}
+
+    /// Returns the key itself if the built-in texts do not contain it.
+    const std::wstring& Get(const std::wstring& key) const;
+
+    /// The text with "{0}", "{1}" and so on replaced by the values. Line breaks and terminal control characters in the
+    /// values are escaped, because names and reports of other users are among them.
+    std::wstring Format(const std::wstring& key, std::initializer_list<std::wstring> values) const;
+
+private:
+    std::wstring Find(const std::wstring& key) const;
+
+    std::wstring file;
+    mutable std::optional<StringManager> strings;
+    mutable std::map<std::wstring, std::wstring> found;
+};
+
+} // namespace front_end
