@@ -1,12 +1,11 @@
 #include "slurm/WaiterProgram.h"
 
-#include "platform/files/NativePath.h"
-#include "platform/system/Environment.h"
+#include "platform/system/Installation.h"
 
 namespace slurm {
 
 std::wstring WaiterProgram() {
-    return platform::ResolveAgainst(platform::ProgramDirectory(), L"slurm_waiter");
+    return platform::InstalledProgram(L"slurm_waiter", platform::OwnDirectory());
 }
 
 } // namespace slurm

@@ -24,7 +24,7 @@ inline constexpr auto runnerOption = L"--runner";
 inline constexpr auto lostAfterOption = L"--lost-after";
 inline constexpr auto keepOption = L"--keep";
 
-/// The program file, beside the running program.
+/// The program file, beside the plug-in or where it is installed.
 std::wstring WaiterProgram();
 
 /// Other values are exit codes of `scenario_runner`.

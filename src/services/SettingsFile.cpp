@@ -12,6 +12,7 @@
 #include "platform/files/NativePath.h"
 #include "platform/processes/WaitLimit.h"
 #include "platform/system/Environment.h"
+#include "platform/system/Installation.h"
 #include "text/Wtf8.h"
 
 namespace settings {
@@ -231,16 +232,16 @@ Settings BuiltInSettings() {
     const std::wstring userData = platform::UserDataDirectory();
     const std::wstring data = platform::ResolveAgainst(userData.empty() ? platform::CurrentDirectory() : userData,
                                                        platform::applicationDirectoryName);
-    const std::wstring programs = platform::ProgramDirectory();
+    const std::wstring here = platform::OwnDirectory();
     Settings settings;
     settings.workDirectory = data + L"\\work";
     settings.jobListFile = data + L"\\job_list.json";
     settings.logFile = data + L"\\controller.log";
-    settings.scenarioRunner = programs + L"\\scenario_runner" + platform::programExtension;
-    settings.functionModules = {programs + L"\\local_process" + platform::moduleExtension};
-    settings.eventTransmitter = programs + L"\\local_socket" + platform::moduleExtension;
-    settings.stringResourceFile = platform::ResolveAgainst(programs, L"..\\share\\common_controller\\strings.json");
-    settings.scenarioApiDirectory = platform::ResolveAgainst(programs, L"..\\share\\common_controller\\scenario_api");
+    settings.scenarioRunner = platform::InstalledProgram(L"scenario_runner", here);
+    settings.functionModules = {platform::InstalledPlugin(L"local_process", here)};
+    settings.eventTransmitter = platform::InstalledPlugin(L"local_socket", here);
+    settings.stringResourceFile = platform::InstalledData(L"strings.json", here);
+    settings.scenarioApiDirectory = platform::InstalledData(L"scenario_api", here);
     settings.interpreters = {{L".rb", {L"ruby"}}};
     return settings;
 }
