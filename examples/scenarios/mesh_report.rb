@@ -10,6 +10,7 @@
 require "controller_scenario"
 require "json"
 require_relative "../lib/mesh/mesh_summary"
+require_relative "../lib/output_names"
 
 class MeshReport
   # What part of the time for one input goes into measuring; the rest goes into drawing.
@@ -36,15 +37,7 @@ class MeshReport
 
   # The report's and the picture's name for every input.
   def output_names
-    return [%w[report.json picture.png]] if @job.inputs.size == 1
-
-    taken = Hash.new(0)
-    @job.inputs.map do |path|
-      name = File.basename(path, ".*").scrub("_")
-      number = taken[name.downcase] += 1
-      name = "#{name}_#{number}" if number > 1
-      ["#{name}_report.json", "#{name}_picture.png"]
-    end
+    OutputNames.prefixes(@job.inputs).map { |prefix| ["#{prefix}report.json", "#{prefix}picture.png"] }
   end
 
   def report(path, report_name, picture_name)
