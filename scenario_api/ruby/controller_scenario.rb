@@ -18,6 +18,9 @@ module ControllerScenario
   # Version of the layout of every file in a job's work directory.
   LAYOUT_VERSION = 1
 
+  # A file with more levels of nesting is refused.
+  NESTING_LIMIT = 64
+
   # What the scenario's process ends with.
   EXIT_SUCCESS = 0
   EXIT_FAILED = 1
@@ -45,6 +48,7 @@ module ControllerScenario
   # Loaded when first used: a scenario should start quickly.
   autoload :AtomicFile, File.join(__dir__, "controller_scenario/atomic_file.rb")
   autoload :Job, File.join(__dir__, "controller_scenario/job.rb")
+  autoload :JsonFile, File.join(__dir__, "controller_scenario/json_file.rb")
   autoload :Parameters, File.join(__dir__, "controller_scenario/parameters.rb")
   autoload :Result, File.join(__dir__, "controller_scenario/result.rb")
   autoload :RunInfo, File.join(__dir__, "controller_scenario/run_info.rb")
@@ -82,7 +86,7 @@ module ControllerScenario
     job.result.write unless exit_code == EXIT_CANCELLED
     exit_code
   rescue SystemCallError => e
-    warn "controller_scenario: the result could not be written: #{e.message}"
+    warn "controller_scenario: the result could not be written: #{Text.of_system_error(e)}"
     EXIT_FAILED
   end
   private_class_method :finish

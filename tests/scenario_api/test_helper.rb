@@ -11,6 +11,9 @@ require "tmpdir"
 
 PROJECT_FOLDER = File.expand_path("../..", __dir__)
 API_FOLDER = File.join(PROJECT_FOLDER, "scenario_api/ruby")
+PYTHON_API_FOLDER = File.join(PROJECT_FOLDER, "scenario_api/python")
+# Named, because another Python may come first in PATH.
+PYTHON_PROGRAM = ENV.fetch("CONTROLLER_PYTHON", "/usr/bin/python3")
 EXAMPLES_FOLDER = File.join(PROJECT_FOLDER, "examples")
 INPUTS_FOLDER = File.join(EXAMPLES_FOLDER, "inputs")
 $LOAD_PATH.unshift(API_FOLDER)

@@ -7,7 +7,7 @@ module ControllerScenario
     RENAME_ATTEMPTS = 200
     PAUSE_SECONDS = 0.005
 
-    # Writes `content` (its bytes, unchanged) to `path` by way of a temporary file in the same folder.
+    # Writes `content` (its bytes, unchanged) to `path` by way of a temporary file in the same directory.
     # With `durable` the content has reached the disk when this returns.
     # Raises SystemCallError when it fails; `path` is then as it was and the temporary file gone.
     def self.write(path, content, durable: false)
@@ -44,7 +44,7 @@ module ControllerScenario
     def self.discard(temporary)
       File.unlink(temporary)
     rescue SystemCallError
-      nil # it was never made, or its folder is gone
+      nil # it was never made, or its directory is gone
     end
     private_class_method :discard
   end

@@ -32,10 +32,10 @@ module ControllerScenario
       @info.input_files
     end
 
-    # The folder for what the scenario makes. A job without inputs gets the folder as the user named it: it may not
-    # exist yet (#output_path makes it), or hold other files.
-    def output_folder
-      @info.output_folder
+    # The directory for output files. That of a job without inputs is as the user named it: it may not exist yet
+    # (#output_path creates it), or contain other files.
+    def output_directory
+      @info.output_directory
     end
 
     # The free text that came with the request; see also #parameters.
@@ -43,7 +43,7 @@ module ControllerScenario
       @info.run_argument
     end
 
-    # The job's own folder for the controller's files and temporary ones; also the current directory at the start.
+    # The job's own directory for the controller's files and temporary ones; also the current directory at the start.
     def work_dir
       @info.work_dir
     end
@@ -102,14 +102,14 @@ module ControllerScenario
       raise Failure.new(text, code: code)
     end
 
-    # The path of an output file, whose folder is made. `name` is relative and stays inside the output folder.
+    # The path of an output file, whose directory is created. `name` is relative and stays inside the output directory.
     def output_path(name)
       parts = name.split(%r{[/\\]}, -1)
       if name.empty? || name.include?(":") || parts.any? { |part| ["", ".", ".."].include?(part) }
-        raise ArgumentError, "an output file needs a relative name inside the output folder, not #{name.inspect}"
+        raise ArgumentError, "an output file needs a relative name inside the output directory, not \"#{name}\""
       end
 
-      File.join(output_folder, *parts).tap { |path| make_folder(File.dirname(path)) }
+      File.join(output_directory, *parts).tap { |path| make_directory(File.dirname(path)) }
     end
 
     # Writes a whole output file atomically and lists it in the result; returns its path.
@@ -129,18 +129,18 @@ module ControllerScenario
 
     private
 
-    def make_folder(folder)
-      return if Dir.exist?(folder)
+    def make_directory(directory)
+      return if Dir.exist?(directory)
 
       require "fileutils"
-      FileUtils.mkdir_p(folder)
+      FileUtils.mkdir_p(directory)
     end
 
     # Progress is a courtesy: a full disk must not end a job whose own output may still succeed.
     def write_progress(percent, message)
       AtomicFile.write(@progress_path, JSON.generate(progress_list(percent, message)))
     rescue SystemCallError => e
-      warn "controller_scenario: progress could not be written: #{e.message}"
+      warn "controller_scenario: progress could not be written: #{Text.of_system_error(e)}"
     end
 
     def progress_list(percent, message)

@@ -17,6 +17,8 @@ module ControllerScenario
     SIZE_LIMIT = 4 * 1024 * 1024
 
     QUOTED = /"(?:[^"]|"")*"/
+    INTEGER = /\A[+-]?[0-9]+\z/
+    NUMBER = /\A[+-]?(?:[0-9]+(?:\.[0-9]+)?|\.[0-9]+)(?:[eE][+-]?[0-9]+)?\z/
     WORD = /(?:[^\s"]|#{QUOTED})+/
 
     # The values by name, each in its parameter's type: "integer", "number" and "boolean" become Integer, Float and
@@ -27,21 +29,38 @@ module ControllerScenario
 
     # The file with the parameter sets of `script`, or nil.
     def self.file_beside(script)
-      folder = File.dirname(File.expand_path(script))
+      directory = File.dirname(File.expand_path(script))
       names = ["#{File.basename(script, '.*')}.scenario.json", "manifest.json"]
-      names.map { |name| File.join(folder, name) }.find { |path| File.file?(path) }
+      names.map { |name| File.join(directory, name) }.find { |path| File.file?(path) }
     end
 
     def self.read_sets(path)
       return [] if path.nil?
       raise Failure, "#{path} is larger than #{SIZE_LIMIT} bytes." if File.size(path) > SIZE_LIMIT
 
-      sets = JSON.parse(File.read(path, encoding: "BOM|UTF-8")).fetch("parameterSets", [])
-      sets.each { |set| set["parameters"] ||= [] }
-    rescue SystemCallError, JSON::ParserError, NoMethodError, TypeError => e
-      raise Failure, "The parameter sets in #{path} cannot be read: #{e.message}"
+      sets_of(JsonFile.read(path))
+    rescue SystemCallError => e
+      raise Failure, "The parameter sets in #{path} cannot be read: #{Text.of_system_error(e)}"
+    rescue JSON::ParserError, ArgumentError => e
+      raise Failure, "The parameter sets in #{path} cannot be read: #{Text.clean(e.message)}"
     end
     private_class_method :read_sets
+
+    def self.sets_of(description)
+      raise ArgumentError, "expected an object" unless description.is_a?(Hash)
+
+      sets = description.fetch("parameterSets", [])
+      refuse_other_than_objects("parameterSets", sets)
+      sets.each { |set| refuse_other_than_objects("parameters", set["parameters"] ||= []) }
+    end
+    private_class_method :sets_of
+
+    def self.refuse_other_than_objects(name, value)
+      return if value.is_a?(Array) && value.all?(Hash)
+
+      raise ArgumentError, "#{name}: expected a list of objects"
+    end
+    private_class_method :refuse_other_than_objects
 
     def initialize(sets)
       @sets = sets
@@ -104,14 +123,13 @@ module ControllerScenario
     end
 
     def convert(parameter, text)
-      case parameter["type"]
-      when "integer" then Integer(text, 10)
-      when "number" then Float(text)
-      when "boolean" then { "true" => true, "false" => false }.fetch(text)
-      else text
-      end
-    rescue ArgumentError, KeyError
-      raise Failure, "The parameter \"#{parameter['name']}\" is \"#{text}\"; expected type #{parameter['type']}."
+      type = parameter["type"]
+      return text unless %w[integer number boolean].include?(type)
+      return Integer(text, 10) if type == "integer" && text.match?(INTEGER)
+      return Float(text) if type == "number" && text.match?(NUMBER)
+      return text == "true" if type == "boolean" && %w[true false].include?(text)
+
+      raise Failure, "The parameter \"#{parameter['name']}\" is \"#{text}\"; expected type #{type}."
     end
 
     def list(elements, member)

@@ -25,7 +25,7 @@ module ControllerScenario
       @output_files = {} # as keys: each once, in the order in which they came
     end
 
-    # Removes what an earlier run in the same folder has left: it must not pass for the verdict of this one.
+    # Removes what an earlier run in the same directory has left: it must not pass for the verdict of this one.
     def discard_earlier
       File.unlink(@path)
     rescue SystemCallError

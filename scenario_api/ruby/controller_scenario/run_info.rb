@@ -11,7 +11,7 @@ module ControllerScenario
     ENVIRONMENT_VARIABLE = "CONTROLLER_RUN_INFO"
     SIZE_LIMIT = 256 * 1024 * 1024
 
-    attr_reader :job_id, :scenario_path, :input_files, :output_folder, :work_dir, :run_argument
+    attr_reader :job_id, :scenario_path, :input_files, :output_directory, :work_dir, :run_argument
 
     # The path of the run information: the first argument, else the environment variable.
     # Windows may spoil an argument that its code page cannot say, so an argument that names no file gives way.
@@ -27,10 +27,10 @@ module ControllerScenario
     def self.read(path)
       raise Unusable, "#{path} is larger than #{SIZE_LIMIT} bytes" if File.size(path) > SIZE_LIMIT
 
-      new(path, JSON.parse(File.read(path, encoding: "BOM|UTF-8")))
+      new(path, JsonFile.read(path))
     rescue SystemCallError => e
-      raise Unusable, "the run information cannot be read: #{e.message}"
-    rescue JSON::ParserError, EncodingError => e
+      raise Unusable, "the run information cannot be read: #{Text.of_system_error(e)}"
+    rescue JSON::ParserError => e
       raise Unusable, "#{path} is not valid JSON: #{Text.clean(e.message)}"
     end
 
@@ -39,9 +39,9 @@ module ControllerScenario
       @members = members
       check(members.is_a?(Hash), "expected an object")
       version = members.fetch("version", LAYOUT_VERSION)
-      check(version == LAYOUT_VERSION, "version: expected #{LAYOUT_VERSION}, found #{version.inspect}")
+      check(version == LAYOUT_VERSION, "version: expected #{LAYOUT_VERSION}, found #{JSON.generate(version)}")
       read_members
-      check(File.directory?(work_dir), "workDir: #{work_dir.inspect} is not a folder")
+      check(File.directory?(work_dir), "workDir: \"#{work_dir}\" is not a directory")
     end
 
     private
@@ -50,7 +50,7 @@ module ControllerScenario
       @job_id = text("jobId")
       @scenario_path = Text.path(text("scenarioPath")).freeze
       @input_files = texts("inputFiles").map { |path| Text.path(path).freeze }.freeze
-      @output_folder = Text.path(text("outputFolder")).freeze
+      @output_directory = Text.path(text("outputFolder")).freeze
       @work_dir = Text.path(text("workDir")).freeze
       @run_argument = text("runArgument")
     end

@@ -25,9 +25,14 @@ module ControllerScenario
       bytes.force_encoding(Encoding::UTF_8)
     end
 
+    # What the system says, and about which file, without the name of a function of Ruby's.
+    def self.of_system_error(error)
+      clean(error.message.sub(/ @ \w+ - /, ": "))
+    end
+
     # One line for a person who does not know Ruby; the class only where the message alone would not be understood.
     def self.describe(error)
-      message = clean(error.message).strip
+      message = (error.is_a?(SystemCallError) ? of_system_error(error) : clean(error.message)).strip
       return error.class.name if message.empty?
 
       plain = error.instance_of?(RuntimeError) || error.is_a?(SystemCallError) || message.include?(error.class.name)

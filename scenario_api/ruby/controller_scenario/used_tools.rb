@@ -33,7 +33,7 @@ module ControllerScenario
     def write
       AtomicFile.write(File.join(@work_dir, FILE_NAME), JSON.generate(content))
     rescue SystemCallError => e
-      warn "controller_scenario: the used tools could not be written: #{e.message}"
+      warn "controller_scenario: the used tools could not be written: #{Text.of_system_error(e)}"
     end
 
     private
@@ -46,7 +46,7 @@ module ControllerScenario
 
     # The Ruby files that the script has loaded, without those of Ruby itself and of its own package.
     def loaded_files
-      passed_over = [RbConfig::CONFIG["rubylibprefix"], @work_dir].map { |folder| "#{File.expand_path(folder)}/" }
+      passed_over = [RbConfig::CONFIG["rubylibprefix"], @work_dir].map { |directory| "#{File.expand_path(directory)}/" }
       $LOADED_FEATURES.select { |path| File.file?(path) && !path.start_with?(*passed_over) }
     end
   end
