@@ -1,6 +1,7 @@
 #include "scenario_runner/ScenarioCommand.h"
 
 #include <algorithm>
+#include <array>
 
 #include "formats/RunProtocol.h"
 #include "platform/files/FileSystem.h"
@@ -11,10 +12,35 @@ namespace {
 
 using Words = std::vector<std::wstring>;
 
-constexpr const wchar_t* rubyExtension = L".rb";
-constexpr const wchar_t* rubyApiDirectory = L"ruby";
-constexpr const wchar_t* rubyApiFile = L"ruby\\controller_scenario.rb";
-constexpr const wchar_t* rubyPathVariable = L"RUBYLIB";
+/// A language with a scenario API in `scenarioApiDirectory`.
+struct ScriptLanguage {
+    const wchar_t* name;
+    const wchar_t* extension;
+    const wchar_t* apiDirectory;
+    /// A file by which the API is recognised.
+    const wchar_t* apiFile;
+    /// The variable with the directories in which the interpreter searches.
+    const wchar_t* pathVariable;
+    /// Variables that the user may set differently, with the value 1.
+    std::vector<const wchar_t*> switches;
+};
+
+const ScriptLanguage* LanguageOf(const std::wstring& script) {
+    // Without these two Python on Windows reads and writes files in the code page, and what a scenario has printed
+    // reaches the log at its end only.
+    static const std::array<ScriptLanguage, 2> languages{
+        {{L"Ruby", L".rb", L"ruby", L"ruby\\controller_scenario.rb", L"RUBYLIB", {}},
+         {L"Python",
+          L".py",
+          L"python",
+          L"python\\controller_scenario\\__init__.py",
+          L"PYTHONPATH",
+          {L"PYTHONUTF8", L"PYTHONUNBUFFERED"}}}};
+    const auto* const found = std::find_if(languages.begin(), languages.end(), [&](const ScriptLanguage& language) {
+        return platform::HasExtension(script, language.extension);
+    });
+    return found == languages.end() ? nullptr : found;
+}
 
 std::wstring Extension(const std::wstring& path) {
     const std::wstring name = platform::FileName(path);
@@ -123,25 +149,40 @@ private:
     void Finish(const std::wstring& script) {
         command.arguments.push_back(place.runInfoPath);
         command.environment.emplace_back(run_protocol::runInfoVariable, place.runInfoPath);
-        if (platform::HasExtension(script, rubyExtension)) {
-            command.environment.emplace_back(rubyPathVariable, RubyPath());
-            command.apiProblem = ApiProblem();
+        if (const ScriptLanguage* const language = LanguageOf(script)) {
+            OfferApi(*language);
         }
     }
 
-    std::wstring ApiProblem() const {
-        const std::wstring file = platform::ResolveAgainst(settings.scenarioApiDirectory, rubyApiFile);
-        return surroundings.exists(file)
-                   ? L""
-                   : L"The scenario API for Ruby was not found: there is no file " + platform::ToNativeText(file) +
-                         L"; name its folder as \"scenarioApiDirectory\" in " + InSettings(settings) + L".";
+    void OfferApi(const ScriptLanguage& language) {
+        command.environment.emplace_back(language.pathVariable, SearchPath(language));
+        for (const wchar_t* const name : language.switches) {
+            if (Variable(name).empty()) {
+                command.environment.emplace_back(name, L"1");
+            }
+        }
+        command.apiProblem = ApiProblem(language);
     }
 
-    std::wstring RubyPath() const {
+    std::wstring ApiProblem(const ScriptLanguage& language) const {
+        const std::wstring file = platform::ResolveAgainst(settings.scenarioApiDirectory, language.apiFile);
+        return surroundings.exists(file)
+                   ? L""
+                   : std::wstring(L"The scenario API for ") + language.name + L" was not found: there is no file " +
+                         platform::ToNativeText(file) + L"; name its folder as \"scenarioApiDirectory\" in " +
+                         InSettings(settings) + L".";
+    }
+
+    /// The directory of the API, before those that the user has set.
+    std::wstring SearchPath(const ScriptLanguage& language) const {
         const std::wstring api =
-            platform::ToNativeText(platform::ResolveAgainst(settings.scenarioApiDirectory, rubyApiDirectory));
-        const std::wstring others = surroundings.getEnvironment(rubyPathVariable).value_or(std::wstring());
+            platform::ToNativeText(platform::ResolveAgainst(settings.scenarioApiDirectory, language.apiDirectory));
+        const std::wstring others = Variable(language.pathVariable);
         return others.empty() ? api : api + platform::pathListSeparator + others;
+    }
+
+    std::wstring Variable(const std::wstring& name) const {
+        return surroundings.getEnvironment(name).value_or(std::wstring());
     }
 
     const settings::Settings& settings;

@@ -18,7 +18,7 @@ struct ScenarioCommand {
     std::vector<std::wstring> arguments;
     /// Variables that differ from the runner's environment.
     std::vector<std::pair<std::wstring, std::optional<std::wstring>>> environment;
-    /// For a Ruby script: why it cannot load the scenario API; empty if it can.
+    /// For a script of a language with a scenario API: why it cannot load that; empty if it can.
     std::wstring apiProblem = {};
     /// The words of the settings or of the package that the command begins with; empty for a packaged program.
     std::vector<std::wstring> interpreter = {};

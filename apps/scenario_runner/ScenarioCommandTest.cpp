@@ -55,6 +55,11 @@ protected:
         return std::nullopt;
     }
 
+    void UsePython() {
+        settings.interpreters[L".py"] = {L"python3"};
+        place.scenarioPath = Absolute(L"\\s\\x.py");
+    }
+
     void UsePackage() {
         place.scenarioPath = Absolute(L"\\s\\check.esa");
         place.packageDirectory = Absolute(L"\\w\\1\\package");
@@ -63,7 +68,8 @@ protected:
     settings::Settings settings;
     scenario_manifest::ScenarioManifest manifest;
     ScenarioPlace place;
-    std::map<std::wstring, std::wstring> programs = {{L"ruby", L"ruby_path"}, {L"python3", L"python_path"}};
+    std::map<std::wstring, std::wstring> programs = {
+        {L"ruby", L"ruby_path"}, {L"python3", L"python_path"}, {L"lua", L"lua_path"}};
     std::map<std::wstring, std::wstring> environment;
     Words missing;
     ScenarioCommand command;
@@ -88,7 +94,7 @@ TEST_F(ScenarioCommandTest, RubyFindsTheScenarioApiFirst) {
     EXPECT_EQ(Variable(L"RUBYLIB"), Native(L"\\api\\ruby") + platform::pathListSeparator + L"mine");
 }
 
-TEST_F(ScenarioCommandTest, AScenarioApiThatIsNotThereIsNamedForRubyAlone) {
+TEST_F(ScenarioCommandTest, AScenarioApiThatIsNotThereIsNamed) {
     ASSERT_TRUE(Choose());
     EXPECT_EQ(command.apiProblem, L"");
     missing = {Absolute(L"\\api\\ruby\\controller_scenario.rb")};
@@ -97,19 +103,50 @@ TEST_F(ScenarioCommandTest, AScenarioApiThatIsNotThereIsNamedForRubyAlone) {
                                       Native(L"\\api\\ruby\\controller_scenario.rb") +
                                       L"; name its folder as \"scenarioApiDirectory\" in " +
                                       Native(L"\\etc\\settings.json") + L".");
-    settings.interpreters[L".py"] = {L"python3"};
-    place.scenarioPath = Absolute(L"\\s\\x.py");
-    command = {};
+}
+
+TEST_F(ScenarioCommandTest, TheApiForPythonIsNamedWhereItIsNotThere) {
+    UsePython();
     ASSERT_TRUE(Choose());
     EXPECT_EQ(command.apiProblem, L"");
+    missing = {Absolute(L"\\api\\python\\controller_scenario\\__init__.py")};
+    ASSERT_TRUE(Choose());
+    EXPECT_EQ(command.apiProblem, L"The scenario API for Python was not found: there is no file " +
+                                      Native(L"\\api\\python\\controller_scenario\\__init__.py") +
+                                      L"; name its folder as \"scenarioApiDirectory\" in " +
+                                      Native(L"\\etc\\settings.json") + L".");
+}
+
+TEST_F(ScenarioCommandTest, PythonFindsTheScenarioApiFirst) {
+    UsePython();
+    ASSERT_TRUE(Choose());
+    EXPECT_EQ(Variable(L"PYTHONPATH"), Native(L"\\api\\python"));
+    EXPECT_EQ(Variable(L"RUBYLIB"), std::nullopt);
+    command = {};
+    environment[L"PYTHONPATH"] = L"mine";
+    ASSERT_TRUE(Choose());
+    EXPECT_EQ(Variable(L"PYTHONPATH"), Native(L"\\api\\python") + platform::pathListSeparator + L"mine");
+}
+
+TEST_F(ScenarioCommandTest, PythonUsesUtf8AndNoBuffersUnlessTheUserSaysOtherwise) {
+    UsePython();
+    environment[L"PYTHONUNBUFFERED"] = L"";
+    ASSERT_TRUE(Choose());
+    EXPECT_EQ(Variable(L"PYTHONUTF8"), L"1");
+    EXPECT_EQ(Variable(L"PYTHONUNBUFFERED"), L"1");
+    command = {};
+    environment[L"PYTHONUTF8"] = L"0";
+    ASSERT_TRUE(Choose());
+    EXPECT_EQ(Variable(L"PYTHONUTF8"), std::nullopt);
+    EXPECT_EQ(Variable(L"PYTHONUNBUFFERED"), L"1");
 }
 
 TEST_F(ScenarioCommandTest, OtherLanguagesKeepTheUsersEnvironment) {
-    settings.interpreters[L".py"] = {L"python3"};
-    place.scenarioPath = Absolute(L"\\s\\x.py");
+    settings.interpreters[L".lua"] = {L"lua"};
+    place.scenarioPath = Absolute(L"\\s\\x.lua");
     ASSERT_TRUE(Choose());
-    EXPECT_EQ(command.program, L"python_path");
-    EXPECT_EQ(Variable(L"RUBYLIB"), std::nullopt);
+    EXPECT_EQ(command.program, L"lua_path");
+    EXPECT_EQ(command.apiProblem, L"");
     EXPECT_EQ(command.environment.size(), 1U);
 }
 

@@ -1,5 +1,7 @@
 #include "kit/processes/ResultsFixture.h"
 
+#include <utility>
+
 #include "platform/files/Directory.h"
 #include "platform/files/NativePath.h"
 #include "text/Text.h"
@@ -16,6 +18,12 @@ void ResultsFixture::UseNewDirectories(const std::wstring& name) {
     job.workDir = directory / (L"work\\" + name);
     job.outputFolder = directory / (L"out\\" + name);
     EXPECT_FALSE(platform::EnsureDirectory(job.outputFolder));
+}
+
+void ResultsFixture::NameCandidates(std::vector<provenance::Candidate> candidates) {
+    job.jobId = L"b0b";
+    WriteTextFile(InWorkDir(provenance::contextFileName),
+                  text::ToUtf8(provenance::Serialize(provenance::RunContext{1, std::move(candidates)})));
 }
 
 std::wstring ResultsFixture::Output(const std::wstring& name) const {

@@ -28,6 +28,7 @@ ScenarioRunFixture::ScenarioRunFixture() : pathBefore(platform::GetEnvironment(L
     platform::SetEnvironment(L"PATH", pathBefore + platform::pathListSeparator +
                                           platform::ToNativeText(platform::ProgramDirectory()));
     settings.runner = test_support::ProgramPath(L"scenario_runner");
+    settings.apiDirectory = SCENARIO_API_DIRECTORY;
     settings.stepsInterpreter = test_support::ProgramPath(L"test_scenario");
     job.jobId = L"3f9a0c1";
     job.workDir = directory / L"work\\3f9a0c1";
@@ -57,13 +58,13 @@ void ScenarioRunFixture::UseScenario(const std::wstring& name, const std::string
 }
 
 void ScenarioRunFixture::WriteSettings() {
-    WriteTextFile(directory / L"settings.json",
-                  "{\"version\":1,\"workDirectory\":\"work\",\"scenarioRunner\":" + Quoted(settings.runner) +
-                      ",\"scenarioApiDirectory\":" + Quoted(SCENARIO_API_DIRECTORY) +
-                      ",\"interpreters\":{\".rb\":[\"ruby\",\"--disable=gems\"],\".steps\":[" +
-                      Quoted(settings.stepsInterpreter) +
-                      "]},\"cancelGraceSeconds\":" + std::to_string(settings.graceSeconds) +
-                      ",\"scenarioLogLimitBytes\":" + std::to_string(settings.logLimitBytes) + settings.members + "}");
+    WriteTextFile(
+        directory / L"settings.json",
+        "{\"version\":1,\"workDirectory\":\"work\",\"scenarioRunner\":" + Quoted(settings.runner) +
+            ",\"scenarioApiDirectory\":" + Quoted(settings.apiDirectory) +
+            ",\"interpreters\":{\".rb\":[\"ruby\",\"--disable=gems\"],\".py\":[\"/usr/bin/python3\"],\".steps\":[" +
+            Quoted(settings.stepsInterpreter) + "]},\"cancelGraceSeconds\":" + std::to_string(settings.graceSeconds) +
+            ",\"scenarioLogLimitBytes\":" + std::to_string(settings.logLimitBytes) + settings.members + "}");
     settings::UseFile(directory / L"settings.json");
     ASSERT_EQ(settings::Problem(), L"");
 }

@@ -22,6 +22,7 @@ protected:
         int graceSeconds = 600;
         int logLimitBytes = 1 << 20;
         std::wstring stepsInterpreter;
+        std::wstring apiDirectory;
         /// The function module under test.
         std::wstring module = ModulePath(L"local_process");
         /// Further members, each with a comma in front.

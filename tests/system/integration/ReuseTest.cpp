@@ -27,12 +27,6 @@ protected:
         UseNewDirectories(L"second");
     }
 
-    void NameCandidates(std::vector<provenance::Candidate> candidates) {
-        job.jobId = L"b0b";
-        WriteTextFile(InWorkDir(provenance::contextFileName),
-                      text::ToUtf8(provenance::Serialize(provenance::RunContext{1, std::move(candidates)})));
-    }
-
     provenance::Candidate First() const { return {{first.jobId, 12}, platform::ToNativeText(first.outputFolder)}; }
 
     /// True if the results were taken over; false if the scenario ran.
