@@ -7,6 +7,7 @@
 # box.step              40 x 30 x 20
 # cylinder.step         diameter 20, height 30
 # plate.step            80 x 50 x 10 with four holes of 8 and one of 20; also .iges and .brep
+# plate_b.step          its revision: the larger hole 24 wide, a pad of 10 x 10 x 5 on top
 # bearing_block.step    a bearing block with ribs; also .iges and .brep
 # bearing_block_b.step  its revision: a wider bore, a thicker rib, one more hole for grease
 # shaft_unit.step       an assembly: two blocks, a shaft and two collars

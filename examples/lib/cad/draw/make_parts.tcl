@@ -29,6 +29,14 @@ drill plate 10 40 25 -5 20
 foreach {x y} {8 8 72 8 8 42 72 42} { drill plate 4 $x $y -5 20 }
 explode plate so
 copy plate_1 plate
+# Its revision: a wider bore, and a pad on top
+copy plate plate_b
+drill plate_b 12 40 25 -5 20
+box pad 15 15 10 10 10 5
+bfuse plate_b plate_b pad
+explode plate_b so
+copy plate_b_1 plate_b
+write_step plate_b plate_b.step plate_b
 write_step cube box.step box
 write_step cylinder cylinder.step cylinder
 write_step plate plate.step plate
@@ -69,15 +77,19 @@ pcylinder shaft 17.9 260; trotate shaft 0 0 0 1 0 0 90; ttranslate shaft 0 30 60
 pcylinder collar 26 12
 pcylinder hole 18 40
 bcut collar collar hole
+explode collar so
+copy collar_1 collar
 trotate collar 0 0 0 1 0 0 90
-foreach {copy original y z} {block_2 block -200 0 collar_1 collar -34 60 collar_2 collar -154 60} {
+foreach {copy original y z} {block_2 block -200 0 near collar -34 60 far collar -154 60} {
     copy $original $copy
     ttranslate $copy 0 $y $z
 }
-compound block block_2 shaft collar_1 collar_2 unit
+compound block block_2 shaft near far unit
 NewDocument W_unit BinXCAF
 XAddShape W_unit unit 1
-foreach {label name} {1 shaft_unit 2 bearing_block 3 shaft 4 collar} { catch { SetName W_unit 0:1:1:$label $name } }
+foreach {shape name} {unit shaft_unit block bearing_block shaft shaft collar collar} {
+    SetName W_unit [XFindShape W_unit $shape] $name
+}
 attempt "shaft_unit.step could not be written" {WriteStep W_unit shaft_unit.step}
 
 step 90 100 "Making a cover that lacks a face"
