@@ -5,9 +5,9 @@
 #include <stdint.h>
 
 /*
- * Function modules in C. The host's interface uses C++ objects; the object library "c_function_module" adapts it to C:
- * link it into the module and implement the three functions below. controller_plugins/function_module.h describes what
- * they do and when they are called.
+ * Function modules in C. The host's interface uses C++ objects; the static library "c_function_module" adapts it to C:
+ * link it into the module (in CMake: CommonController::c_function_module) and implement the three functions below.
+ * controller_plugins/function_module.h describes what they do and when they are called.
  *
  * All texts are zero-terminated UTF-8. Paths are native. On Linux a path may contain any bytes.
  */

@@ -1,41 +1,74 @@
 /// A function module in C++: the scenario file is the program to run.
 
+#include "ControllerCSWrapper/ControllerCSWrapper.h"
 #include "controller_plugins/function_module.h"
 
-#include "formats/RunProtocol.h"
-#include "platform/files/NativePath.h"
-#include "start_program.h"
-#include "text/Text.h"
+#include "system_calls.h"
+
+#include <algorithm>
+#include <string>
+#include <vector>
 
 namespace {
 
 constexpr long failed = 1;
 
-std::string NativeUtf8(const std::wstring& path) {
-    return text::ToUtf8(platform::ToNativeText(path));
+/// The run request, with native paths.
+struct Request {
+    std::wstring jobId;
+    std::wstring scenarioPath;
+    std::vector<std::wstring> inputFiles;
+    std::wstring outputFolder;
+    std::wstring workDir;
+    std::wstring runArgument;
+};
+
+bool ReadRequest(const std::wstring& input, Request& request) {
+    const auto read = [&input](const wchar_t* name, std::wstring& text) {
+        return ControllerCSWrapper::GetStringResources(input, name, text);
+    };
+    std::wstring inputFiles;
+    return read(L"jobId", request.jobId) && read(L"scenarioPath", request.scenarioPath) &&
+           read(L"inputFiles", inputFiles) && read(L"outputFolder", request.outputFolder) &&
+           read(L"workDir", request.workDir) && read(L"runArgument", request.runArgument) &&
+           ControllerCSWrapper::Deserialize(L"{\"inputFiles\":" + inputFiles + L"}", request.inputFiles);
+}
+
+void UseNativePaths(Request& request) {
+    for (std::wstring* const path : {&request.scenarioPath, &request.outputFolder, &request.workDir}) {
+        *path = NativePath(*path);
+    }
+    std::transform(request.inputFiles.begin(), request.inputFiles.end(), request.inputFiles.begin(), NativePath);
+}
+
+bool WriteRequest(const Request& request, const std::wstring& file) {
+    std::wstring json;
+    return ControllerCSWrapper::CreateRunScenarioInfoString(request.jobId, request.scenarioPath, request.inputFiles,
+                                                            request.outputFolder, request.workDir, request.runArgument,
+                                                            json) &&
+           ControllerCSWrapper::CreateJsonFile(json, file);
 }
 
 long RunScenario(const std::wstring& input, std::wstring& output) {
-    run_protocol::RunScenarioInfo request;
-    if (!run_protocol::ParseRunScenarioInfo(input, request, output)) {
+    Request request;
+    if (!ReadRequest(input, request)) {
+        output = L"The run request cannot be read.";
         return failed;
     }
-    std::wstring obstacle;
-    if (!run_protocol::MakeWorkDirectory(request.workDir, obstacle)) {
-        output = L"The work directory " + platform::ToNativeText(request.workDir) + L" " + obstacle + L".";
+    UseNativePaths(request);
+    if (!MakeDirectory(request.workDir)) {
+        output = L"The work directory " + request.workDir + L" cannot be created.";
         return failed;
     }
-    const std::wstring requestFile = run_protocol::RunInfoPath(request.workDir);
-    if (!run_protocol::WriteFile(input, requestFile)) {
+    const std::wstring requestFile = request.workDir + L"/run_scenario_info.json";
+    if (!WriteRequest(request, requestFile)) {
         output = L"The run request cannot be written to " + requestFile + L".";
         return failed;
     }
-    std::string problem;
-    const std::uint64_t process =
-        StartProgram(NativeUtf8(request.scenarioPath), text::ToUtf8(requestFile), NativeUtf8(request.workDir), problem);
+    std::wstring problem;
+    const std::uint64_t process = StartProgram(request.scenarioPath, requestFile, request.workDir, problem);
     if (process == 0) {
-        output = L"The program " + platform::ToNativeText(request.scenarioPath) + L" cannot be started: " +
-                 text::FromUtf8(problem) + L".";
+        output = L"The program " + request.scenarioPath + L" cannot be started: " + problem + L".";
         return failed;
     }
     output = controller_plugins::AnswerWithProcessHandle(process);
