@@ -3,7 +3,7 @@
 # Checks that each job of the demo ended as expected. Usage: check_demo.rb DEMO_FOLDER
 require "json"
 
-MEANT_TO_FAIL = "not_an_stl.stl"
+MEANT_TO_FAIL = { "not_an_stl.stl" => "is no STL file", "cut_off.step" => "is one half of a STEP file" }.freeze
 
 demo = ARGV.fetch(0)
 jobs = JSON.parse(File.read(File.join(demo, "job_list.json")))["JobList"]
@@ -12,7 +12,7 @@ failed = 3
 
 problems = jobs.filter_map do |job|
   input = job["inputFiles"].first.tr("\\", "/")
-  expected = File.basename(input) == MEANT_TO_FAIL ? failed : succeeded
+  expected = MEANT_TO_FAIL.key?(File.basename(input)) ? failed : succeeded
   output = job["outputDir"].tr("\\", "/")
   if job["status"] != expected
     "Job #{job["seqId"]} (#{File.basename(input)}) ended with status #{job["status"]}, not #{expected}; " \
@@ -24,6 +24,7 @@ end
 
 abort(problems.join("\n")) unless problems.empty?
 abort("There is not one job in the list") if jobs.empty?
-puts "All #{jobs.size} jobs ended as they should. #{MEANT_TO_FAIL} is no STL file: its job is meant to fail,",
+failing = jobs.map { |job| File.basename(job["inputFiles"].first.tr("\\", "/")) }.find { |name| MEANT_TO_FAIL.key?(name) }
+puts "All #{jobs.size} jobs ended as they should. #{failing} #{MEANT_TO_FAIL[failing]}: its job is meant to fail,",
      "and the table shows the scenario's own message for it.",
      "Pictures and reports: #{File.join(demo, "output")}"

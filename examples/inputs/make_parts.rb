@@ -12,6 +12,7 @@
 # bearing_block_b.step  its revision: a wider bore, a thicker rib, one more hole for grease
 # shaft_unit.step       an assembly: two blocks, a shaft and two collars
 # cover_unclosed.step   a cover that lacks a face
+# cut_off.step          the first half of bearing_block.step: no usable file
 
 require "fileutils"
 require "tmpdir"
@@ -32,6 +33,8 @@ def make_parts(folder)
     Draw.new(SetUpJob.new(work_dir), 120).run("make_parts.tcl", {})
     FileUtils.mv(Dir.glob(File.join(work_dir, "*.{step,iges,brep}")), folder)
   end
+  whole = File.binread(File.join(folder, "bearing_block.step"))
+  File.binwrite(File.join(folder, "cut_off.step"), whole[0, whole.size / 2])
 end
 
 if $PROGRAM_NAME == __FILE__

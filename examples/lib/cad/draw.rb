@@ -103,10 +103,11 @@ class Draw
     move(0)
   end
 
-  # `percent` is DRAWEXE's own, within the step.
+  # `percent` is DRAWEXE's own, within the step. A step ends just before the next one begins: a text is shown only with a
+  # new percentage.
   def move(percent)
     from, to, what = @step
-    within = from + ((to - from) * percent / 100.0)
+    within = from + ([to - from - 1, 0].max * percent / 100.0)
     @job.progress(@span.begin + ((@span.end - @span.begin) * within / 100), what)
   end
 
