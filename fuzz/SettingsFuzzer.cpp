@@ -3,7 +3,7 @@
 #include <string_view>
 #include <vector>
 
-#include "formats/json/RecordLayouts.h"
+#include "formats/json/SchedulingLayouts.h"
 #include "formats/json/Writing.h"
 #include "fuzz/support/ByteSource.h"
 #include "fuzz/support/Require.h"
@@ -137,6 +137,7 @@ std::wstring Written(const Settings& read) {
     writer.Add(L"provenance", read.provenance);
     writer.Add(L"reuse", read.reuse);
     writer.AddMap(L"toolVersions", read.toolVersions);
+    writer.Add(L"jobDefaults", read.jobDefaults);
     return writer.Finished();
 }
 

@@ -22,6 +22,7 @@
 #include "formats/JobListFile.h"
 #include "platform/files/NativePath.h"
 #include "platform/processes/Process.h"
+#include "platform/processes/ResourceLimits.h"
 #include "platform/processes/StopSignal.h"
 #include "platform/terminal/Console.h"
 #include "services/Settings.h"
@@ -149,5 +150,7 @@ HostExit RunHost(const std::wstring& readyEvent) {
     }
     fault_points::ReachFaultPoint(fault_points::FaultPoint::PlaceTaken);
     start_checks::ProvideModuleLibraries(*settings);
+    // The runner of a job that has such limits says why they are not enforced.
+    (void)platform::PrepareResourceLimits();
     return LoadAndServe(*settings, place, readyEvent);
 }

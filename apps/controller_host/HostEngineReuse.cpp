@@ -35,6 +35,8 @@ provenance::RunContext HostEngine::ContextOf(const JobEntry& job) {
     const QueueRecord& record = QueueRecordOf(job);
     provenance::RunContext context;
     context.attempt = record.attempt + 1;
+    context.memoryLimitMiB = record.memoryLimitMiB.value_or(0);
+    context.cpuLimitPercent = record.cpuLimitPercent.value_or(0);
     if (!current->provenance || !record.reuse.value_or(current->reuse)) {
         return context;
     }

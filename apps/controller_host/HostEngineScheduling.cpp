@@ -51,6 +51,7 @@ void Apply(const JobsEdit& edit, Scheduling& scheduling) {
 
 bool HostEngine::EnqueueJob(ScheduledRequest& request, JobEnqueueResult& result) {
     requestedScheduling = static_cast<const Scheduling&>(request);
+    AddDefaults(settings::Current()->jobDefaults, requestedScheduling);
     const bool isEnqueued = JobEntryManagerBase::EnqueueJob(request, result);
     requestedScheduling = {};
     return isEnqueued;

@@ -100,7 +100,7 @@ void HostJobEntry::EnforceLimits() {
 }
 
 void HostJobEntry::RenewLastSign() {
-    if (queue.silenceLimit == 0) {
+    if (queue.silenceLimit.value_or(0) == 0) {
         return;
     }
     const auto stamp = platform::StampOf(PathFuncs::Join(info.workDir, run_protocol::logFileName));
@@ -122,7 +122,7 @@ void HostJobEntry::EndAttempt(bool hasCrashed) {
     }
     queue.lastEnding = stopReason.empty() ? ReasonOf(*this) : stopReason;
     ControllerLogManager::WarnLog(L"Job: " + std::to_wstring(info.seqId) + L" is run again, after attempt " +
-                                  std::to_wstring(queue.attempt) + L" of " + std::to_wstring(queue.retries + 1) +
+                                  std::to_wstring(queue.attempt) + L" of " + std::to_wstring(MostAttempts(queue)) +
                                   L": " + queue.lastEnding);
     KeepLog();
     Requeue();

@@ -13,11 +13,11 @@ class HostReuseTest : public AnswersFixture {
 protected:
     HostReuseTest() { UseSettings("false"); }
 
-    void UseSettings(const std::string& reuse) const {
+    void UseSettings(const std::string& reuse, const std::string& jobDefaults = "{}") const {
         WriteTextFile(directory / L"settings.json",
                       R"({"version":1,"workDirectory":"work","jobListFile":"job_list.json","logFile":"",)"
                       R"("scenarioDirectories":[{"path":"scenarios"}],"reuse":)" +
-                          reuse + "}");
+                          reuse + R"(,"jobDefaults":)" + jobDefaults + "}");
         settings::UseFile(directory / L"settings.json");
     }
 
@@ -25,13 +25,17 @@ protected:
     JobListInfo Run(std::optional<bool> reuse, const std::wstring& input = L"part.stl") {
         Scheduling scheduling;
         scheduling.reuse = reuse;
+        return Run(scheduling, input);
+    }
+
+    ListedJob Run(const Scheduling& scheduling, const std::wstring& input = L"part.stl") {
         WriteTextFile(directory / input, "solid");
         const ScheduledRequest request(RequestFor(directory / L"scenarios\\mesh.rb", {directory / input}), scheduling);
         Ask(L"EnqueueJobs", messages::Serialize(events::enqueueJobs, request));
         const auto answer = Answered<JobEnqueueResult>(L"EnqueueJobsFinish");
         std::vector<JobStatusInfo> updated;
         EXPECT_TRUE(engine->ExecuteJob(nullptr, updated));
-        return engine->Listed({answer.jobIds.at(0).id}).at(0);
+        return engine->Rows({{answer.jobIds.at(0).id}, 0, 0}).at(0);
     }
 
     void Succeed(const JobListInfo& job) {
@@ -47,14 +51,19 @@ protected:
         return engine->Listed({job.id}).at(0);
     }
 
-    /// The numbers of the jobs that are named to the runner of a job.
-    static std::vector<std::int32_t> CandidatesOf(const JobListInfo& job) {
+    /// What the runner of a job is told beside its request.
+    static provenance::RunContext ContextOf(const JobListInfo& job) {
         const std::wstring path = job.workDir + L"\\run_context.json";
         provenance::RunContext context;
         std::wstring problem;
         EXPECT_TRUE(!platform::Exists(path) || provenance::ReadContext(path, context, problem));
+        return context;
+    }
+
+    /// The numbers of the jobs that are named to the runner of a job.
+    static std::vector<std::int32_t> CandidatesOf(const JobListInfo& job) {
         std::vector<std::int32_t> numbers;
-        for (const provenance::Candidate& candidate : context.candidates) {
+        for (const provenance::Candidate& candidate : ContextOf(job).candidates) {
             EXPECT_FALSE(candidate.outputDirectory.empty());
             numbers.push_back(candidate.jobNumber);
         }
@@ -102,19 +111,20 @@ TEST_F(HostReuseTest, AJobThatHasFailedIsNotNamed) {
 TEST_F(HostReuseTest, TheRunnerOfALaterAttemptIsToldItsNumber) {
     Scheduling scheduling;
     scheduling.retries = 1;
-    WriteTextFile(directory / L"part.stl", "solid");
-    const ScheduledRequest request(RequestFor(directory / L"scenarios\\mesh.rb", {directory / L"part.stl"}),
-                                   scheduling);
-    Ask(L"EnqueueJobs", messages::Serialize(events::enqueueJobs, request));
-    const auto answer = Answered<JobEnqueueResult>(L"EnqueueJobsFinish");
-    std::vector<JobStatusInfo> updated;
-    ASSERT_TRUE(engine->ExecuteJob(nullptr, updated));
+    const JobListInfo job = Run(scheduling);
     processes.back().Finish();
+    std::vector<JobStatusInfo> updated;
     ASSERT_TRUE(engine->CheckUpdate(updated));
     ASSERT_TRUE(engine->ExecuteJob(nullptr, updated));
-    provenance::RunContext context;
-    std::wstring problem;
-    const std::wstring path = engine->Listed({answer.jobIds.at(0).id}).at(0).workDir + L"\\run_context.json";
-    ASSERT_TRUE(provenance::ReadContext(path, context, problem)) << text::ToUtf8(problem);
-    EXPECT_EQ(context.attempt, 2);
+    EXPECT_EQ(ContextOf(job).attempt, 2);
+}
+
+TEST_F(HostReuseTest, TheRunnerIsToldTheLimitsOfTheRequestAndOtherwiseOfTheSettings) {
+    UseSettings("false", R"({"retries":3,"memoryLimitMiB":4000,"cpuLimitPercent":150})");
+    Scheduling scheduling;
+    scheduling.memoryLimitMiB = 0;
+    const ListedJob job = Run(scheduling);
+    EXPECT_EQ(job.retries, 3);
+    EXPECT_EQ(ContextOf(job).memoryLimitMiB, 0);
+    EXPECT_EQ(ContextOf(job).cpuLimitPercent, 150);
 }

@@ -17,11 +17,10 @@ struct Attempt {
 };
 
 /// Returns why an attempt has to be stopped now, in a sentence for people; empty if it may go on.
-std::wstring ReasonToStop(const Scheduling& scheduling, const Attempt& attempt, std::int64_t now);
+std::wstring ReasonToStop(const RunRules& rules, const Attempt& attempt, std::int64_t now);
 
 /// Returns the time at which a job runs again whose attempt has failed; nothing if it does not. `attempt` is the number
 /// of that attempt, from 1 on. `hasCrashed`: it was killed, stopped by a limit, or ended by a crash.
-std::optional<std::int64_t> NextAttempt(const Scheduling& scheduling, std::int32_t attempt, bool hasCrashed,
-                                        std::int64_t now);
+std::optional<std::int64_t> NextAttempt(const RunRules& rules, std::int32_t attempt, bool hasCrashed, std::int64_t now);
 
 } // namespace retry_policy

@@ -6,6 +6,7 @@
 #include "platform/processes/OutputPipe.h"
 #include "platform/processes/Waiting.h"
 #include "scenario_runner/ScenarioLog.h"
+#include "text/Text.h"
 
 namespace scenario_runner {
 
@@ -37,6 +38,10 @@ OutputCapture::OutputCapture(const std::wstring& logPath, std::size_t limit)
 platform::Error OutputCapture::Open() {
     const platform::Error error = channel->log.Open();
     return error ? error : channel->pipe.Open();
+}
+
+void OutputCapture::Note(const std::wstring& line) {
+    channel->log.Append('[' + text::ToUtf8(line) + "]\n");
 }
 
 void* OutputCapture::WriteEnd() const {

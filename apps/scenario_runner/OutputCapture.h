@@ -20,6 +20,8 @@ public:
 
     /// Creates the log and the pipe.
     platform::Error Open();
+    /// Writes a line of the runner's own into the log; before `Start`.
+    void Note(const std::wstring& line);
     /// The handle to use as the scenario's output.
     void* WriteEnd() const;
     /// Called when the scenario has been started or its start has failed.

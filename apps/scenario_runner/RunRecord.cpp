@@ -44,11 +44,12 @@ std::wstring TimeText(std::int64_t time) {
 
 } // namespace
 
-RunRecord::RunRecord(const run_protocol::RunScenarioInfo& runInfo, std::wstring workDirectory, StopCheck stopCheck)
-    : info(runInfo), directory(std::move(workDirectory)), isStopped(std::move(stopCheck)), sources(isStopped) {}
+RunRecord::RunRecord(const run_protocol::RunScenarioInfo& runInfo, provenance::RunContext runContext,
+                     std::wstring workDirectory, StopCheck stopCheck)
+    : info(runInfo), directory(std::move(workDirectory)), isStopped(std::move(stopCheck)), sources(isStopped),
+      context(std::move(runContext)) {}
 
 void RunRecord::Begin(const settings::Settings& settings, const ScenarioCommand& command) {
-    ReadContext();
     startTime = platform::Now();
     record.controllerVersion = CONTROLLER_VERSION;
     record.runArgument = info.runArgument;
@@ -62,14 +63,6 @@ void RunRecord::Begin(const settings::Settings& settings, const ScenarioCommand&
         record.inputs.push_back(sources.Add(path));
     }
     AddInterpreter(command);
-}
-
-void RunRecord::ReadContext() {
-    const std::wstring path = platform::ResolveAgainst(directory, provenance::contextFileName);
-    std::wstring problem;
-    if (platform::Exists(path) && !provenance::ReadContext(path, context, problem)) {
-        Warn(L"The attempt and the earlier results are unknown to job " + info.jobId + L": " + problem);
-    }
 }
 
 void RunRecord::AddInterpreter(const ScenarioCommand& command) {

@@ -16,7 +16,8 @@ namespace scenario_runner {
 class RunRecord {
 public:
     /// `directory` is the path under which the runner uses the work directory.
-    RunRecord(const run_protocol::RunScenarioInfo& info, std::wstring directory, StopCheck stopCheck);
+    RunRecord(const run_protocol::RunScenarioInfo& info, provenance::RunContext context, std::wstring directory,
+              StopCheck stopCheck);
 
     /// Hashes scenario and inputs. Throws `Stopped`.
     void Begin(const settings::Settings& settings, const ScenarioCommand& command);
@@ -31,7 +32,6 @@ public:
     void End(const run_protocol::RunScenarioResult& result);
 
 private:
-    void ReadContext();
     /// Who, where and when.
     void DescribeRun(bool succeeded);
     run_protocol::RunScenarioResult TakeOver(const provenance::Record& earlier);

@@ -75,6 +75,10 @@ std::optional<RunScenarioResult> ResultOf(const RunFacts& facts) {
     if (facts.ownResult) {
         return std::nullopt;
     }
+    if (facts.exceededMemoryMiB > 0) {
+        return ResultOfLimit(facts, L"it used more memory than its limit of " +
+                                        std::to_wstring(facts.exceededMemoryMiB) + L" MiB.");
+    }
     return facts.ending == RunEnding::StopRequested
                ? FailedResult(facts.jobId, L"The scenario was stopped because it was asked to.")
                : ResultOfExitCode(facts);

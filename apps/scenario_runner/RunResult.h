@@ -18,6 +18,8 @@ struct RunFacts {
     std::optional<std::int32_t> exitCode;
     std::vector<std::int32_t> successExitCodes;
     std::int32_t timeLimitSeconds = 0;
+    /// The memory limit for which its processes were killed; 0: for none. Units: MiB.
+    std::int64_t exceededMemoryMiB = 0;
     /// The result that the scenario wrote, if it can be parsed.
     std::optional<run_protocol::RunScenarioResult> ownResult;
     /// The scenario wrote a result that cannot be parsed.

@@ -89,6 +89,15 @@ TEST(RunResultTest, ATimeLimitIsAFailureThatNamesIt) {
     EXPECT_EQ(ResultOf(facts), expected);
 }
 
+TEST(RunResultTest, AScenarioThatWasKilledForItsMemoryHasFailedForIt) {
+    RunFacts facts = EndedWith(137);
+    facts.exceededMemoryMiB = 512;
+    EXPECT_EQ(ResultOf(facts)->messages.at(0).second,
+              L"The scenario was stopped because it used more memory than its limit of 512 MiB.");
+    facts.ownResult = ownSuccess;
+    EXPECT_EQ(ResultOf(facts), std::nullopt);
+}
+
 TEST(RunResultTest, WhatTheScenarioSaidBeforeItsTimeLimitStays) {
     RunFacts facts = EndedWith(0);
     facts.ending = RunEnding::TimeLimit;

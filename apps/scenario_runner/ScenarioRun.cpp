@@ -9,10 +9,8 @@
 #include "platform/files/NativePath.h"
 #include "platform/files/RemoveTree.h"
 #include "platform/processes/Process.h"
-#include "platform/processes/ProcessTree.h"
 #include "platform/system/Environment.h"
 #include "scenario_runner/LogTail.h"
-#include "scenario_runner/OutputCapture.h"
 #include "scenario_runner/ResultFile.h"
 #include "scenario_runner/RunResult.h"
 #include "scenario_runner/Supervisor.h"
@@ -85,9 +83,19 @@ bool ScenarioRun::Prepare(std::wstring& problem) {
         !scenario_manifest::ReadFor(info.scenarioPath, manifest, problem) || !Unpack(place.packageDirectory, problem)) {
         return false;
     }
+    ReadContext();
     place.scenarioPath = info.scenarioPath;
     place.runInfoPath = run_protocol::RunInfoPath(workDir);
     return ChooseCommand(settings, manifest, place, ThisMachine(), command, problem);
+}
+
+void ScenarioRun::ReadContext() {
+    const std::wstring path = InDirectory(provenance::contextFileName);
+    std::wstring problem;
+    if (platform::Exists(path) && !provenance::ReadContext(path, context, problem)) {
+        ControllerCSWrapper::WriteWarnLog(L"The attempt, the limits and the earlier results are unknown to job " +
+                                          info.jobId + L": " + problem);
+    }
 }
 
 bool ScenarioRun::Unpack(std::wstring& packageDirectory, std::wstring& problem) const {
@@ -107,7 +115,7 @@ bool ScenarioRun::BeginRecord() {
         return true;
     }
     try {
-        record.emplace(info, directory.Path(), [this] { return MustEnd(); }).Begin(settings, command);
+        record.emplace(info, context, directory.Path(), [this] { return MustEnd(); }).Begin(settings, command);
     } catch (const Stopped&) {
         return false;
     } catch (const std::exception& failure) {
@@ -151,6 +159,7 @@ RunnerExit ScenarioRun::StartAndWatch() {
                            error.Text() + L".");
     }
     platform::ProcessTree tree;
+    Limit(tree, output);
     platform::ProcessStart start;
     start.program = command.program;
     start.arguments = command.arguments;
@@ -167,10 +176,25 @@ RunnerExit ScenarioRun::StartAndWatch() {
     RunFacts facts;
     facts.ending = Supervisor(tree, owners, directory.Path(), stopSignal, &output).Run(plan);
     facts.exitCode = tree.RootExitCode();
+    facts.exceededMemoryMiB = tree.HasExceededMemory() ? context.memoryLimitMiB : 0;
     facts.apiProblem = command.apiProblem;
     output.Finish(outputPatience);
     facts.lastOutput = ReadLogTail(InDirectory(run_protocol::logFileName));
     return Conclude(std::move(facts));
+}
+
+void ScenarioRun::Limit(platform::ProcessTree& tree, OutputCapture& output) const {
+    constexpr int bitsOfMiB = 20;
+    const platform::ResourceLimits limits{context.memoryLimitMiB << bitsOfMiB, context.cpuLimitPercent};
+    if (limits == platform::ResourceLimits()) {
+        return;
+    }
+    if (const std::wstring reason = tree.Limit(limits); !reason.empty()) {
+        const std::wstring problem =
+            L"The limits of memory and processor time are not enforced on this machine: " + reason + L".";
+        output.Note(problem);
+        ControllerCSWrapper::WriteWarnLog(L"Job " + info.jobId + L": " + problem);
+    }
 }
 
 RunnerExit ScenarioRun::Conclude(RunFacts facts) {

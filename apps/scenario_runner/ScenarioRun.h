@@ -8,7 +8,9 @@
 #include "formats/RunProtocol.h"
 #include "formats/ScenarioManifest.h"
 #include "platform/files/Directory.h"
+#include "platform/processes/ProcessTree.h"
 #include "platform/processes/StopSignal.h"
+#include "scenario_runner/OutputCapture.h"
 #include "scenario_runner/RunRecord.h"
 #include "scenario_runner/ScenarioCommand.h"
 #include "services/Settings.h"
@@ -45,6 +47,7 @@ public:
 private:
     [[nodiscard]] bool Prepare(std::wstring& problem);
     [[nodiscard]] bool Unpack(std::wstring& packageDirectory, std::wstring& problem) const;
+    void ReadContext();
     /// Records what the run begins with. Returns false if it must end.
     [[nodiscard]] bool BeginRecord();
     /// Ends the run with the results of an earlier job, or with a failure; nothing if the scenario must run.
@@ -52,6 +55,8 @@ private:
     bool MustEnd() const;
     RunnerExit ConcludeUnstarted();
     RunnerExit StartAndWatch();
+    /// Limits what the scenario's processes may use. Where that is impossible, the logs say why.
+    void Limit(platform::ProcessTree& tree, OutputCapture& output) const;
     RunnerExit Conclude(struct RunFacts facts);
     RunnerExit FailToStart(const std::wstring& problem) const;
     std::wstring InDirectory(const std::wstring& name) const;
@@ -63,6 +68,7 @@ private:
     std::vector<void*> owners;
     const platform::StopSignal& stopSignal;
     run_protocol::RunScenarioInfo info;
+    provenance::RunContext context;
     scenario_manifest::ScenarioManifest manifest;
     ScenarioCommand command;
     /// Without a value, the origin of the results is not recorded.

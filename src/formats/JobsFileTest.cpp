@@ -147,17 +147,24 @@ TEST_F(JobsFileTest, ARequestSaysWhenItsJobsStart) {
     WriteTextFile(path, R"({"EnqueueJobs":[{"priority":-3,"hold":true,"after":["1","a"],"afterEnd":["2"],)"
                         R"("skipIfAfterFails":true,"notBefore":"2024-02-29T23:59:59Z","needs":{"cad":2},)"
                         R"("retries":2,"retryDelay":"30s","retryBackoff":true,"retryOnlyAfterCrash":true,)"
-                        R"("timeLimit":"2h","silenceLimit":90}]})");
+                        R"("timeLimit":"2h","silenceLimit":90,"memoryLimitMiB":4000,"cpuLimitPercent":150}]})");
     ASSERT_TRUE(jobs_file::Read(path, scheduled, problem));
-    EXPECT_EQ(
-        static_cast<const Scheduling&>(scheduled.at(0)),
-        (Scheduling{-3, true, {L"1", L"a"}, {L"2"}, true, 1709251199, {{L"cad", 2}}, 2, 30, true, true, 7200, 90}));
+    EXPECT_EQ(static_cast<const Scheduling&>(scheduled.at(0)), (Scheduling{{2, 30, true, true, 7200, 90, 4000, 150},
+                                                                           -3,
+                                                                           true,
+                                                                           {L"1", L"a"},
+                                                                           {L"2"},
+                                                                           true,
+                                                                           1709251199,
+                                                                           {{L"cad", 2}}}));
     EXPECT_TRUE(ControllerCSWrapper::ReadEnqueueJobsFile(path, requests));
     for (const auto& [wrong, expected] :
          {std::pair(R"("priority":1001)", L"priority: expected a whole number from -1000 to 1000"),
           std::pair(R"("notBefore":"soon")", L"notBefore: expected a UTC time"),
           std::pair(R"("retries":101)", L"retries: expected a whole number from 0 to 100"),
           std::pair(R"("timeLimit":"long")", L"timeLimit: expected a duration"),
+          std::pair(R"("memoryLimitMiB":-1)", L"memoryLimitMiB: expected a whole number of MiB from 0 (no limit)"),
+          std::pair(R"("cpuLimitPercent":100001)", L"cpuLimitPercent: expected a percentage from 0 (no limit)"),
           std::pair(R"("needs":{"cad":0})", L"needs.cad: expected a whole number of at least 1")}) {
         WriteTextFile(path, R"({"EnqueueJobs":[{)" + std::string(wrong) + "}]}");
         EXPECT_FALSE(jobs_file::Read(path, scheduled, problem)) << wrong;

@@ -114,6 +114,9 @@ struct RunContext {
     std::int32_t attempt = 1;
     /// The first one that is proved right is used.
     std::vector<Candidate> candidates;
+    /// What the processes of the run may use together; 0: no limit. Units: MiB; percent of a core.
+    std::int64_t memoryLimitMiB = 0;
+    std::int32_t cpuLimitPercent = 0;
 
     bool operator==(const RunContext&) const = default;
 };

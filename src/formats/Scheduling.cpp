@@ -2,6 +2,14 @@
 
 #include "platform/files/NativePath.h"
 
+void AddDefaults(const RunRules& defaults, RunRules& rules) {
+    const auto add = [&](const auto... members) {
+        ((rules.*members = rules.*members ? rules.*members : defaults.*members), ...);
+    };
+    add(&RunRules::retries, &RunRules::retryDelay, &RunRules::retryBackoff, &RunRules::retryOnlyAfterCrash,
+        &RunRules::timeLimit, &RunRules::silenceLimit, &RunRules::memoryLimitMiB, &RunRules::cpuLimitPercent);
+}
+
 std::wstring RequestedOutputDir(const std::wstring& outputDir, const QueueRecord& queue) {
     return queue.hasOwnOutputDir ? platform::ParentDirectory(outputDir) : outputDir;
 }

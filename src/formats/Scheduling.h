@@ -10,9 +10,32 @@
 #include "CommonControllerLib/Export.h"
 #include "CommonControllerLib/JobRecords.h"
 
-/// What the user of a job wants to decide about when it starts, how long it runs and how often. The defaults start jobs
-/// in the order of their age, once each, without a limit.
-struct Scheduling {
+/// How often a job runs, how long, and what its processes may take. A request gets the values that it does not have
+/// from the setting `jobDefaults`; without these a job runs once, without a limit.
+struct RunRules {
+    /// How often a job that has failed is run again.
+    std::optional<std::int32_t> retries = {};
+    /// The time between the end of an attempt and the next one. Units: seconds.
+    std::optional<std::int64_t> retryDelay = {};
+    /// Each further delay is twice as long, at most a day.
+    std::optional<bool> retryBackoff = {};
+    /// Only an attempt that has crashed, was killed or has exceeded a limit is repeated.
+    std::optional<bool> retryOnlyAfterCrash = {};
+    /// An attempt that runs longer is stopped and has failed; 0: no limit. Units: seconds.
+    std::optional<std::int64_t> timeLimit = {};
+    /// The same for an attempt without new progress and output for so long. Units: seconds.
+    std::optional<std::int64_t> silenceLimit = {};
+    /// What the processes of the job may use together, enforced where the system offers it; 0: no limit. Units: MiB.
+    std::optional<std::int64_t> memoryLimitMiB = {};
+    /// The same for processor time; 100 stands for one core.
+    std::optional<std::int32_t> cpuLimitPercent = {};
+
+    bool operator==(const RunRules&) const = default;
+};
+
+/// What the user of a job wants to decide about when it starts and how it runs. The defaults start jobs in the order of
+/// their age.
+struct Scheduling : RunRules {
     /// A higher one starts earlier.
     std::int32_t priority = 0;
     /// The job waits until it is released.
@@ -27,18 +50,6 @@ struct Scheduling {
     std::int64_t notBefore = 0;
     /// The resources that the job takes while it runs, by name; amounts in the units of the settings' `resources`.
     std::map<std::wstring, std::int64_t> needs;
-    /// How often a job that has failed is run again.
-    std::int32_t retries = 0;
-    /// The time between the end of an attempt and the next one. Units: seconds.
-    std::int64_t retryDelay = 0;
-    /// Each further delay is twice as long, at most a day.
-    bool retryBackoff = false;
-    /// Only an attempt that has crashed, was killed or has exceeded a limit is repeated.
-    bool retryOnlyAfterCrash = false;
-    /// An attempt that runs longer is stopped and has failed; 0: no limit. Units: seconds.
-    std::int64_t timeLimit = 0;
-    /// The same for an attempt without new progress and output for so long. Units: seconds.
-    std::int64_t silenceLimit = 0;
     /// Whether the job gets the results of an earlier one with equal scenario, argument and inputs instead of running;
     /// without a value, the setting of this name decides.
     std::optional<bool> reuse = {};
@@ -85,6 +96,14 @@ struct ListedJob : JobListInfo, QueueRecord {
 
     bool operator==(const ListedJob&) const = default;
 };
+
+/// Gives each rule that has no value that of `defaults`.
+CONTROLLER_API void AddDefaults(const RunRules& defaults, RunRules& rules);
+
+/// Returns how many times the job runs at most.
+inline std::int32_t MostAttempts(const RunRules& rules) {
+    return rules.retries.value_or(0) + 1;
+}
 
 /// Returns the output directory that the request for a job had named. `outputDir` is the job's.
 CONTROLLER_API std::wstring RequestedOutputDir(const std::wstring& outputDir, const QueueRecord& queue);

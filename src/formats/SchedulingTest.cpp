@@ -39,6 +39,22 @@ TEST(SchedulingTest, AJobWithoutADirectoryOfItsOwnIsRepeatedInTheSameOne) {
     EXPECT_EQ(RequestToRepeat(job).outputDir, L"\\out\\part (2)");
 }
 
+TEST(SchedulingTest, OnlyRulesWithoutAValueGetTheDefault) {
+    const RunRules defaults{1, 2, true, false, 5, 6, 7, 8};
+    RunRules rules;
+    rules.retries = 0;
+    rules.retryBackoff = false;
+    rules.timeLimit = 0;
+    rules.cpuLimitPercent = 50;
+    AddDefaults(defaults, rules);
+    EXPECT_EQ(rules, (RunRules{0, 2, false, false, 0, 6, 7, 50}));
+    RunRules none;
+    AddDefaults(defaults, none);
+    EXPECT_EQ(none, defaults);
+    AddDefaults({}, none);
+    EXPECT_EQ(none, defaults);
+}
+
 TEST(SchedulingTest, ARepeatedJobKeepsItsPriorityNeedsAndLimitsAndWaitsForNothingElse) {
     ListedJob job = FailedJob();
     job.priority = 5;

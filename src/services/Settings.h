@@ -2,6 +2,7 @@
 
 #include "CommonControllerLib/Export.h"
 #include "CommonControllerLib/ScenarioRecords.h"
+#include "formats/Scheduling.h"
 #include "formats/SlurmOptions.h"
 #include "services/log/LogLevel.h"
 
@@ -99,6 +100,8 @@ struct Settings {
     bool provenance = true;
     /// Whether jobs get the results of earlier ones with equal inputs, unless their request says otherwise.
     bool reuse = false;
+    /// For jobs whose requests say nothing about it.
+    RunRules jobDefaults;
     /// The versions of tools that results depend on, by name; results of other versions are not reused.
     std::map<std::wstring, std::wstring> toolVersions;
 

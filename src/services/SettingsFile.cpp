@@ -9,6 +9,7 @@
 #include <utility>
 
 #include "formats/json/Reading.h"
+#include "formats/json/SchedulingLayouts.h"
 #include "platform/files/NativePath.h"
 #include "platform/processes/WaitLimit.h"
 #include "platform/system/Environment.h"
@@ -190,7 +191,8 @@ struct File {
         Member{"ageingMinutes", &Settings::ageingMinutes, rule<AgeingMinutes>},
         Member{"afterRestart", &Settings::afterRestart, rule<AfterRestartWord>},
         Member{"slurm", &Settings::slurm, rule<SlurmSettingsMembers>}, Member{"provenance", &Settings::provenance},
-        Member{"reuse", &Settings::reuse}, Member{"toolVersions", &Settings::toolVersions, rule<ToolVersion>});
+        Member{"reuse", &Settings::reuse}, Member{"jobDefaults", &Settings::jobDefaults, rule<json::Layout<RunRules>>},
+        Member{"toolVersions", &Settings::toolVersions, rule<ToolVersion>});
 };
 
 void Resolve(const std::wstring& directory, std::wstring& path) {

@@ -47,6 +47,8 @@ const std::vector<Refused> refusedFiles = {
     {"NotJson", "{\n  \"culture\": en-US\n}", L", line 2, column 14: not JSON: "},
     {"List", "[]", L", line 1, column 1: expected an object, found a list"},
     {"NewerVersion", R"({"version":2})", L", line 1, column 12: version: expected version 1"},
+    {"NegativeRetries", R"({"jobDefaults":{"retries":-1}})",
+     L"jobDefaults.retries: expected a whole number from 0 to 100"},
     {"WrongType", R"({"workDirectory":7})", L", line 1, column 18: workDirectory: expected a path"},
     {"EmptyPath", R"({"workDirectory":""})", L", line 1, column 18: workDirectory: expected a path"},
     {"PathWithLineBreak", R"({"jobListFile":"a\nb"})", L": jobListFile: expected a path"},
@@ -142,6 +144,7 @@ TEST_F(SettingsFileTest, TakesEveryMember) {
         "hooks":{"jobEnded":["notify","--end"],"jobFailed":["/bin/mail"],"queueEmpty":[]},
         "resources":{"cadLicence":2},"ageingMinutes":5,"afterRestart":"all",
         "provenance":false,"reuse":true,"toolVersions":{"mesher":"2.1"},
+        "jobDefaults":{"retries":2,"retryDelay":"30s","timeLimit":"8h","memoryLimitMiB":4000,"cpuLimitPercent":150},
         "slurm":{"partition":"main","cpus":2,"options":["--qos=low"],"lostAfterSeconds":30}})"))
         << text::ToUtf8(problem);
     Settings expected;
@@ -174,6 +177,11 @@ TEST_F(SettingsFileTest, TakesEveryMember) {
     expected.afterRestart = settings::AfterRestart::All;
     expected.provenance = false;
     expected.reuse = true;
+    expected.jobDefaults.retries = 2;
+    expected.jobDefaults.retryDelay = 30;
+    expected.jobDefaults.timeLimit = 28800;
+    expected.jobDefaults.memoryLimitMiB = 4000;
+    expected.jobDefaults.cpuLimitPercent = 150;
     expected.toolVersions = {{L"mesher", L"2.1"}};
     expected.hooks = {{L"notify", L"--end"}, {L"/bin/mail"}, {}};
     EXPECT_TRUE(read == expected);

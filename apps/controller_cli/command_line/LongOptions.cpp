@@ -43,9 +43,10 @@ constexpr std::array namingCommands = {
     Switch{"--log", CommandKind::Log},       Switch{"--parameter-sets", CommandKind::ParameterSets},
 };
 
-constexpr std::array optionsWithValues = {
-    "--output",  "--argument",    "-l,--log-file", "--priority",      "--not-before", "--after", "--after-end",
-    "--retries", "--retry-delay", "--time-limit",  "--silence-limit", "--older-than", "--state", "--jobs"};
+constexpr std::array optionsWithValues = {"--output",      "--argument",   "-l,--log-file",   "--priority",
+                                          "--not-before",  "--after",      "--after-end",     "--retries",
+                                          "--retry-delay", "--time-limit", "--silence-limit", "--memory-limit",
+                                          "--cpu-limit",   "--older-than", "--state",         "--jobs"};
 constexpr std::array flags = {"--json",    "--follow",        "-f,--client-only",         "--skip-if-after-fails",
                               "--on-hold", "--retry-backoff", "--retry-only-after-crash", "--dry-run",
                               "--reuse",   "--no-reuse"};
@@ -167,7 +168,8 @@ void RefuseIdleOptions(const CLI::App& app, const Command& command) {
     }
     for (const char* const name :
          {"--output", "--argument", "--after", "--after-end", "--skip-if-after-fails", "--on-hold", "--retries",
-          "--retry-delay", "--retry-backoff", "--retry-only-after-crash", "--time-limit", "--silence-limit"}) {
+          "--retry-delay", "--retry-backoff", "--retry-only-after-crash", "--time-limit", "--silence-limit",
+          "--memory-limit", "--cpu-limit"}) {
         refuse(name, command.kind != CommandKind::Run);
     }
     refuse("--reuse", command.kind != CommandKind::Run || IsGiven(app, "--no-reuse"));
@@ -206,6 +208,8 @@ Command CommandOf(const CLI::App& app, const Arguments& operands) {
     command.retryDelay = ValueOf(app, "--retry-delay");
     command.timeLimit = ValueOf(app, "--time-limit");
     command.silenceLimit = ValueOf(app, "--silence-limit");
+    command.memoryLimit = ValueOf(app, "--memory-limit");
+    command.cpuLimit = ValueOf(app, "--cpu-limit");
     command.olderThan = ValueOf(app, "--older-than");
     command.states = NamesInText(ValueOf(app, "--state"));
     command.isDryRun = IsGiven(app, "--dry-run");

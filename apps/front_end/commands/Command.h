@@ -53,6 +53,8 @@ struct Command {
     std::wstring retryDelay = {};
     std::wstring timeLimit = {};
     std::wstring silenceLimit = {};
+    std::wstring memoryLimit = {};
+    std::wstring cpuLimit = {};
     // About the jobs to be deleted; as typed, empty: not given.
     std::wstring olderThan = {};
     /// Names of states.

@@ -54,7 +54,7 @@ std::optional<std::int64_t> LatestEnd(const CommandContext& context, const Comma
     if (command.olderThan.empty()) {
         return std::nullopt;
     }
-    return context.now() - DurationOf(command.olderThan);
+    return context.now() - DurationOf(command.olderThan).value_or(0);
 }
 
 /// Accepts the names of `--list` and of scripts.

@@ -107,14 +107,21 @@ TEST_F(EditTest, ARunSendsItsLimitsAndRetries) {
     host.answers[L"EnqueueJobs"] = {L"EnqueueJobsFinish",
                                     messages::Serialize(L"EnqueueJobsFinish", JobEnqueueResult{{{}}, L"", {{L"no"}}})};
     const std::wstring input = directory / L"a.stl";
-    EXPECT_EQ(Run({L"--run", L"r.rb", input, L"--retries", L"2", L"--retry-delay", L"30s", L"--time-limit", L"2h"}), 1);
+    EXPECT_EQ(Run({L"--run", L"r.rb", input, L"--retries", L"2", L"--retry-delay", L"30s", L"--time-limit", L"2h",
+                   L"--memory-limit", L"0"}),
+              1);
     ScheduledRequest sent;
     ASSERT_TRUE(messages::Deserialize(host.Requests().at(0).payload, sent));
     EXPECT_EQ(sent.retries, 2);
     EXPECT_EQ(sent.retryDelay, 30);
     EXPECT_EQ(sent.timeLimit, 7200);
+    EXPECT_EQ(sent.silenceLimit, std::nullopt);
+    EXPECT_EQ(sent.retryBackoff, std::nullopt);
+    EXPECT_EQ(sent.memoryLimitMiB, 0);
     EXPECT_EQ(Run({L"--run", L"r.rb", input, L"--retries", L"101"}), 2);
     EXPECT_EQ(Run({L"--run", L"r.rb", input, L"--silence-limit", L"5"}), 2);
+    EXPECT_EQ(Run({L"--run", L"r.rb", input, L"--memory-limit", L"4G"}), 2);
+    EXPECT_EQ(Run({L"--run", L"r.rb", input, L"--cpu-limit", L"-1"}), 2);
 }
 
 TEST_F(EditTest, TheListSaysWhyJobsThatFailedRunAgain) {

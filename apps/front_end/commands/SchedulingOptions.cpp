@@ -62,14 +62,30 @@ std::optional<std::map<std::wstring, std::int64_t>> NeedsOf(const Command& comma
     return needs;
 }
 
+std::optional<bool> FlagOf(bool isGiven) {
+    return isGiven ? std::optional(true) : std::nullopt;
+}
+
+RunRules RunRulesOf(const Command& command) {
+    constexpr std::int32_t mostMiB = 1 << 30;
+    return {NumberOf(command.retries, 0, 100, L"Usage/Retries"),
+            DurationOf(command.retryDelay),
+            FlagOf(command.retriesWithBackoff),
+            FlagOf(command.retriesOnlyAfterCrash),
+            DurationOf(command.timeLimit),
+            DurationOf(command.silenceLimit),
+            NumberOf(command.memoryLimit, 0, mostMiB, L"Usage/MemoryLimit"),
+            NumberOf(command.cpuLimit, 0, 100000, L"Usage/CpuLimit")};
+}
+
 } // namespace
 
-std::int64_t DurationOf(const std::wstring& text) {
-    const auto duration = text.empty() ? std::optional(std::int64_t{0}) : text::ReadDuration(text);
-    if (!duration) {
+std::optional<std::int64_t> DurationOf(const std::wstring& text) {
+    const auto duration = text.empty() ? std::nullopt : text::ReadDuration(text);
+    if (!text.empty() && !duration) {
         throw UsageProblem{L"Usage/Duration", text};
     }
-    return *duration;
+    return duration;
 }
 
 JobsEdit EditOf(const CommandContext& context, const Command& command) {
@@ -78,21 +94,15 @@ JobsEdit EditOf(const CommandContext& context, const Command& command) {
 
 Scheduling SchedulingOf(const CommandContext& context, const Command& command) {
     const JobsEdit edit = EditOf(context, command);
-    Scheduling scheduling = {edit.priority.value_or(0),
-                             command.isOnHold,
-                             command.after,
-                             command.afterEnd,
-                             command.skipsIfAfterFails,
-                             edit.notBefore.value_or(0),
-                             edit.needs.value_or(std::map<std::wstring, std::int64_t>()),
-                             NumberOf(command.retries, 0, 100, L"Usage/Retries").value_or(0),
-                             DurationOf(command.retryDelay),
-                             command.retriesWithBackoff,
-                             command.retriesOnlyAfterCrash,
-                             DurationOf(command.timeLimit),
-                             DurationOf(command.silenceLimit)};
-    scheduling.reuse = command.reuse;
-    return scheduling;
+    return {RunRulesOf(command),
+            edit.priority.value_or(0),
+            command.isOnHold,
+            command.after,
+            command.afterEnd,
+            command.skipsIfAfterFails,
+            edit.notBefore.value_or(0),
+            edit.needs.value_or(std::map<std::wstring, std::int64_t>()),
+            command.reuse};
 }
 
 } // namespace front_end

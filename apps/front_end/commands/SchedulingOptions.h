@@ -5,6 +5,7 @@
 #include "front_end/commands/CommandContext.h"
 
 #include <cstdint>
+#include <optional>
 #include <string>
 
 namespace front_end {
@@ -12,8 +13,8 @@ namespace front_end {
 /// What the options of `--run` say about the start of the jobs. Throws `UsageProblem` for a wrong value.
 Scheduling SchedulingOf(const CommandContext& context, const Command& command);
 
-/// The seconds of an option such as "2h"; 0 for one that is not given. Throws `UsageProblem` for a wrong value.
-std::int64_t DurationOf(const std::wstring& text);
+/// The seconds of an option such as "2h"; nothing for one that is not given. Throws `UsageProblem` for a wrong value.
+std::optional<std::int64_t> DurationOf(const std::wstring& text);
 
 /// What the options of `--edit` change; without jobs. Throws `UsageProblem` for a wrong value.
 JobsEdit EditOf(const CommandContext& context, const Command& command);

@@ -75,7 +75,8 @@ std::wstring AttemptText(const Texts& texts, const ListedJob& job) {
         return {};
     }
     const std::int32_t next = job.attempt + (job.status == JobStatus::Queued ? 1 : 0);
-    return texts.Format(L"Waiting/attempt", {std::to_wstring(next), std::to_wstring(job.retries + 1), job.lastEnding});
+    return texts.Format(L"Waiting/attempt",
+                        {std::to_wstring(next), std::to_wstring(MostAttempts(job)), job.lastEnding});
 }
 
 std::wstring ResultText(const Texts& texts, const JobRow& view) {

@@ -7,7 +7,7 @@
 #include <utility>
 
 #include "CommonControllerLib/JobEntry.h"
-#include "formats/json/RecordLayouts.h"
+#include "formats/json/SchedulingLayouts.h"
 #include "formats/json/Writing.h"
 #include "platform/files/NativePath.h"
 
@@ -15,7 +15,7 @@ namespace front_end {
 namespace {
 
 /// Paths are in native notation.
-struct JobReport {
+struct JobReport : RunRules {
     std::int32_t number = 0;
     std::wstring id;
     std::wstring status;
@@ -100,11 +100,12 @@ JobReport ReportOf(const JobRow& view) {
     report.needs = job.needs;
     report.waitReason = job.waitReason;
     report.waitName = job.waitName;
-    if (job.retries > 0) {
+    if (MostAttempts(job) > 1) {
         report.attempt = job.attempt;
-        report.attempts = job.retries + 1;
+        report.attempts = MostAttempts(job);
         report.lastEnding = job.lastEnding;
     }
+    static_cast<RunRules&>(report) = job;
     return report;
 }
 
@@ -120,20 +121,22 @@ namespace json {
 template <>
 struct Layout<front_end::JobReport> {
     using Record = front_end::JobReport;
-    static constexpr auto members = std::make_tuple(
-        Member{"number", &Record::number}, Member{"id", &Record::id}, Member{"status", &Record::status},
-        Member{"progress", &Record::progress}, Member{"message", &Record::message},
-        Member{"scenario", &Record::scenario}, Member{"inputFiles", &Record::inputFiles},
-        Member{"runArgument", &Record::runArgument}, Member{"outputFolder", &Record::outputFolder},
-        Member{"workFolder", &Record::workDirectory}, Member{"startTime", &Record::startTime},
-        Member{"endTime", &Record::endTime}, Member{"messages", &Record::messages},
-        Member{"outputFiles", &Record::outputFiles}, OptionalMember{"queuedTime", &Record::queuedTime},
-        OptionalMember{"priority", &Record::priority}, OptionalMember{"hold", &Record::isOnHold},
-        OptionalMember{"after", &Record::after}, OptionalMember{"afterEnd", &Record::afterEnd},
-        OptionalMember{"notBefore", &Record::notBefore}, OptionalMember{"needs", &Record::needs},
-        OptionalMember{"waitReason", &Record::waitReason}, OptionalMember{"waitName", &Record::waitName},
-        OptionalMember{"attempt", &Record::attempt}, OptionalMember{"attempts", &Record::attempts},
-        OptionalMember{"lastEnding", &Record::lastEnding});
+    static constexpr auto members = std::tuple_cat(
+        std::make_tuple(Member{"number", &Record::number}, Member{"id", &Record::id}, Member{"status", &Record::status},
+                        Member{"progress", &Record::progress}, Member{"message", &Record::message},
+                        Member{"scenario", &Record::scenario}, Member{"inputFiles", &Record::inputFiles},
+                        Member{"runArgument", &Record::runArgument}, Member{"outputFolder", &Record::outputFolder},
+                        Member{"workFolder", &Record::workDirectory}, Member{"startTime", &Record::startTime},
+                        Member{"endTime", &Record::endTime}, Member{"messages", &Record::messages},
+                        Member{"outputFiles", &Record::outputFiles}, OptionalMember{"queuedTime", &Record::queuedTime},
+                        OptionalMember{"priority", &Record::priority}, OptionalMember{"hold", &Record::isOnHold},
+                        OptionalMember{"after", &Record::after}, OptionalMember{"afterEnd", &Record::afterEnd},
+                        OptionalMember{"notBefore", &Record::notBefore}, OptionalMember{"needs", &Record::needs},
+                        OptionalMember{"waitReason", &Record::waitReason},
+                        OptionalMember{"waitName", &Record::waitName}, OptionalMember{"attempt", &Record::attempt},
+                        OptionalMember{"attempts", &Record::attempts},
+                        OptionalMember{"lastEnding", &Record::lastEnding}),
+        Layout<RunRules>::members);
 };
 
 template <>

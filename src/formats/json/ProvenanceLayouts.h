@@ -63,7 +63,9 @@ template <>
 struct Layout<provenance::RunContext> {
     using Record = provenance::RunContext;
     static constexpr auto members =
-        std::make_tuple(Version(), Member{"attempt", &Record::attempt}, Member{"candidates", &Record::candidates});
+        std::make_tuple(Version(), Member{"attempt", &Record::attempt}, Member{"candidates", &Record::candidates},
+                        OptionalMember{"memoryLimitMiB", &Record::memoryLimitMiB},
+                        OptionalMember{"cpuLimitPercent", &Record::cpuLimitPercent});
 };
 
 template <>

@@ -51,6 +51,30 @@ struct NeedRule {
     static bool Accepts(std::int64_t amount) { return amount >= 1; }
 };
 
+struct MemoryLimitRule {
+    static constexpr auto expected = L"a whole number of MiB from 0 (no limit) to 1073741824";
+    static bool Accepts(std::int64_t size) { return size >= 0 && size <= 1073741824; }
+};
+
+struct CpuLimitRule {
+    static constexpr auto expected = L"a percentage from 0 (no limit) to 100000, where 100 is one core";
+    static bool Accepts(std::int32_t percent) { return percent >= 0 && percent <= 100000; }
+};
+
+/// In requests, jobs files and settings.
+template <>
+struct Layout<RunRules> {
+    static constexpr auto members =
+        std::make_tuple(OptionalMember{"retries", &RunRules::retries, rule<RetriesRule>},
+                        OptionalMember{"retryDelay", &RunRules::retryDelay, rule<DurationRule>},
+                        OptionalMember{"retryBackoff", &RunRules::retryBackoff},
+                        OptionalMember{"retryOnlyAfterCrash", &RunRules::retryOnlyAfterCrash},
+                        OptionalMember{"timeLimit", &RunRules::timeLimit, rule<DurationRule>},
+                        OptionalMember{"silenceLimit", &RunRules::silenceLimit, rule<DurationRule>},
+                        OptionalMember{"memoryLimitMiB", &RunRules::memoryLimitMiB, rule<MemoryLimitRule>},
+                        OptionalMember{"cpuLimitPercent", &RunRules::cpuLimitPercent, rule<CpuLimitRule>});
+};
+
 template <>
 struct Layout<ScheduledRequest> {
     static constexpr auto members = std::tuple_cat(
@@ -61,13 +85,8 @@ struct Layout<ScheduledRequest> {
                         OptionalMember{"skipIfAfterFails", &Scheduling::skipIfAfterFails},
                         OptionalMember{"notBefore", &Scheduling::notBefore, rule<NotBeforeRule>},
                         OptionalMember{"needs", &Scheduling::needs, rule<NeedRule>},
-                        OptionalMember{"retries", &Scheduling::retries, rule<RetriesRule>},
-                        OptionalMember{"retryDelay", &Scheduling::retryDelay, rule<DurationRule>},
-                        OptionalMember{"retryBackoff", &Scheduling::retryBackoff},
-                        OptionalMember{"retryOnlyAfterCrash", &Scheduling::retryOnlyAfterCrash},
-                        OptionalMember{"timeLimit", &Scheduling::timeLimit, rule<DurationRule>},
-                        OptionalMember{"silenceLimit", &Scheduling::silenceLimit, rule<DurationRule>},
-                        OptionalMember{"reuse", &Scheduling::reuse}));
+                        OptionalMember{"reuse", &Scheduling::reuse}),
+        Layout<RunRules>::members);
 };
 
 template <>
@@ -98,12 +117,14 @@ struct Layout<QueueRecord> {
         OptionalMember{"after", &Scheduling::after}, OptionalMember{"afterEnd", &Scheduling::afterEnd},
         OptionalMember{"skipIfAfterFails", &Scheduling::skipIfAfterFails},
         OptionalMember{"notBefore", &Scheduling::notBefore}, OptionalMember{"needs", &Scheduling::needs},
-        OptionalMember{"retries", &Scheduling::retries}, OptionalMember{"retryDelay", &Scheduling::retryDelay},
-        OptionalMember{"retryBackoff", &Scheduling::retryBackoff},
-        OptionalMember{"retryOnlyAfterCrash", &Scheduling::retryOnlyAfterCrash},
-        OptionalMember{"timeLimit", &Scheduling::timeLimit}, OptionalMember{"silenceLimit", &Scheduling::silenceLimit},
-        OptionalMember{"reuse", &Scheduling::reuse}, OptionalMember{"queuedTime", &QueueRecord::queuedTime},
-        OptionalMember{"attempt", &QueueRecord::attempt}, OptionalMember{"lastEnding", &QueueRecord::lastEnding},
+        OptionalMember{"retries", &RunRules::retries}, OptionalMember{"retryDelay", &RunRules::retryDelay},
+        OptionalMember{"retryBackoff", &RunRules::retryBackoff},
+        OptionalMember{"retryOnlyAfterCrash", &RunRules::retryOnlyAfterCrash},
+        OptionalMember{"timeLimit", &RunRules::timeLimit}, OptionalMember{"silenceLimit", &RunRules::silenceLimit},
+        OptionalMember{"memoryLimitMiB", &RunRules::memoryLimitMiB},
+        OptionalMember{"cpuLimitPercent", &RunRules::cpuLimitPercent}, OptionalMember{"reuse", &Scheduling::reuse},
+        OptionalMember{"queuedTime", &QueueRecord::queuedTime}, OptionalMember{"attempt", &QueueRecord::attempt},
+        OptionalMember{"lastEnding", &QueueRecord::lastEnding},
         OptionalMember{"ownOutputDir", &QueueRecord::hasOwnOutputDir});
 };
 

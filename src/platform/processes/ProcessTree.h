@@ -3,6 +3,7 @@
 #include <memory>
 
 #include "platform/processes/Process.h"
+#include "platform/processes/ResourceLimits.h"
 
 namespace platform {
 
@@ -16,6 +17,14 @@ public:
     ~ProcessTree();
     ProcessTree(const ProcessTree&) = delete;
     ProcessTree& operator=(const ProcessTree&) = delete;
+
+    /// Limits what the tree may take; called before `Start`. Returns why the system does not offer that, empty on
+    /// success; the tree can then be started without these limits. Needs a parent that called `PrepareResourceLimits`.
+    [[nodiscard]] std::wstring Limit(const ResourceLimits& limits);
+
+    /// True if processes of the tree were killed because they exceeded the memory limit. Never on Windows, where their
+    /// allocations fail instead.
+    bool HasExceededMemory() const;
 
     /// Starts the root process inside the tree, so that no descendant can escape before the tree watches it.
     Error Start(const ProcessStart& start);

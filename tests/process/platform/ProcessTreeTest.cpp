@@ -57,6 +57,17 @@ TEST_F(ProcessTreeTest, ARootThatCannotBeStartedLeavesAnEmptyTree) {
     tree->End();
 }
 
+/// Few machines offer all limits to a test; what they are set to is tested with the system's own structures.
+TEST_F(ProcessTreeTest, ATreeRunsWhetherItsLimitsAreEnforcedOrNot) {
+    constexpr std::int64_t gibibyte = std::int64_t{1} << 30;
+    (void)tree->Limit({gibibyte, 100});
+    ASSERT_FALSE(tree->Start(TestProcess({L"exit", L"5"})));
+    ASSERT_TRUE(WaitUntilSignalled(tree->Root()));
+    EXPECT_EQ(tree->RootExitCode(), 5);
+    tree->End();
+    EXPECT_FALSE(tree->HasExceededMemory());
+}
+
 TEST_F(ProcessTreeTest, EndKillsTheRoot) {
     Start({L"wait-stubbornly"});
     AwaitReady();

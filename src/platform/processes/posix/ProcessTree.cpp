@@ -1,12 +1,14 @@
 #include "platform/processes/ProcessTree.h"
 
 #include <csignal>
+#include <utility>
 
 #include <sys/prctl.h>
 #include <sys/signalfd.h>
 #include <sys/wait.h>
 #include <unistd.h>
 
+#include "platform/processes/posix/ControlGroup.h"
 #include "platform/processes/posix/Descendants.h"
 #include "platform/processes/posix/ProcessDescriptor.h"
 #include "platform/processes/posix/Spawn.h"
@@ -46,6 +48,7 @@ private:
 
 struct ProcessTree::State {
     EndedChildren endedChildren;
+    std::unique_ptr<ControlGroup> group;
     OwnedHandle root;
     /// Process id of the root, which is also the id of its group.
     pid_t number = 0;
@@ -70,9 +73,33 @@ ProcessTree::~ProcessTree() {
     prctl(PR_SET_CHILD_SUBREAPER, 0UL, 0UL, 0UL, 0UL);
 }
 
+std::wstring ProcessTree::Limit(const ResourceLimits& limits) {
+    std::string claimed;
+    std::wstring problem = FindClaimedGroup(OwnControlGroup(), limits, claimed);
+    if (problem.empty()) {
+        auto group = std::make_unique<ControlGroup>();
+        problem = group->Create(claimed, limits);
+        state->group = problem.empty() ? std::move(group) : nullptr;
+    }
+    return problem;
+}
+
+bool ProcessTree::HasExceededMemory() const {
+    return state->group && state->group->HasExceededMemory();
+}
+
 Error ProcessTree::Start(const ProcessStart& start) {
+    // This process stays in its own group apart from this moment, so that the tree's limits do not hold for it.
+    const std::string own = state->group ? OwnControlGroup() : std::string();
+    if (const Error error = state->group ? state->group->Enter() : Error{}) {
+        return error;
+    }
     const Error error = Spawn(start, SpawnGroup::Own, start.output, state->root);
     state->number = error ? 0 : static_cast<pid_t>(ProcessNumber(state->root.Get()));
+    if (state->group) {
+        // On failure the limits hold for this process, too.
+        (void)state->group->Leave(own);
+    }
     return error;
 }
 

@@ -1,10 +1,12 @@
 #include "platform/processes/ProcessTree.h"
 
 #include <chrono>
+#include <utility>
 
 #include <windows.h>
 
 #include "platform/processes/windows/CreateProcess.h"
+#include "platform/processes/windows/JobLimits.h"
 
 namespace platform {
 namespace {
@@ -21,20 +23,39 @@ struct ProcessTree::State {
     OwnedHandle root;
 
     Error Open() {
+        if (messages) {
+            return {};
+        }
         job = OwnedHandle(CreateJobObjectW(nullptr, nullptr));
-        messages = OwnedHandle(CreateIoCompletionPort(INVALID_HANDLE_VALUE, nullptr, 0, 1));
-        if (!job || !messages) {
+        OwnedHandle port(CreateIoCompletionPort(INVALID_HANDLE_VALUE, nullptr, 0, 1));
+        if (!job || !port) {
             return LastError();
         }
         // When this process ends, its handle to the job object is closed, and the system kills all processes in the
         // job.
-        JOBOBJECT_EXTENDED_LIMIT_INFORMATION limits{};
-        limits.BasicLimitInformation.LimitFlags = JOB_OBJECT_LIMIT_KILL_ON_JOB_CLOSE;
-        JOBOBJECT_ASSOCIATE_COMPLETION_PORT port{job.Get(), messages.Get()};
-        const bool isReady =
-            SetInformationJobObject(job.Get(), JobObjectExtendedLimitInformation, &limits, sizeof limits) != 0 &&
-            SetInformationJobObject(job.Get(), JobObjectAssociateCompletionPortInformation, &port, sizeof port) != 0;
-        return isReady ? Error{} : LastError();
+        JOBOBJECT_EXTENDED_LIMIT_INFORMATION limits = JobLimitsOf({});
+        JOBOBJECT_ASSOCIATE_COMPLETION_PORT association{job.Get(), port.Get()};
+        if (SetInformationJobObject(job.Get(), JobObjectExtendedLimitInformation, &limits, sizeof limits) == 0 ||
+            SetInformationJobObject(job.Get(), JobObjectAssociateCompletionPortInformation, &association,
+                                    sizeof association) == 0) {
+            return LastError();
+        }
+        messages = std::move(port);
+        return {};
+    }
+
+    Error Limit(const ResourceLimits& limits) const {
+        JOBOBJECT_EXTENDED_LIMIT_INFORMATION values = JobLimitsOf(limits);
+        if (SetInformationJobObject(job.Get(), JobObjectExtendedLimitInformation, &values, sizeof values) == 0) {
+            return LastError();
+        }
+        if (limits.cpuPercent == 0) {
+            return {};
+        }
+        auto rate = CpuRateOf(limits, GetActiveProcessorCount(ALL_PROCESSOR_GROUPS));
+        const bool isSet =
+            SetInformationJobObject(job.Get(), JobObjectCpuRateControlInformation, &rate, sizeof rate) != 0;
+        return isSet ? Error{} : LastError();
     }
 
     bool HasProcesses() const {
@@ -59,6 +80,16 @@ ProcessTree::ProcessTree() : state(std::make_unique<State>()) {}
 
 ProcessTree::~ProcessTree() {
     End();
+}
+
+std::wstring ProcessTree::Limit(const ResourceLimits& limits) {
+    const Error notOpened = state->Open();
+    const Error error = notOpened ? notOpened : state->Limit(limits);
+    return error ? L"the job object refuses them: " + error.Text() : L"";
+}
+
+bool ProcessTree::HasExceededMemory() const {
+    return false;
 }
 
 Error ProcessTree::Start(const ProcessStart& start) {

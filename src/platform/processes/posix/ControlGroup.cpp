@@ -1,0 +1,182 @@
+#include "platform/processes/posix/ControlGroup.h"
+
+#include <algorithm>
+#include <cerrno>
+#include <charconv>
+#include <vector>
+
+#include <linux/magic.h>
+#include <sys/stat.h>
+#include <sys/vfs.h>
+#include <unistd.h>
+
+#include "platform/files/FileSystem.h"
+#include "platform/files/posix/SystemPath.h"
+#include "platform/system/posix/Descriptor.h"
+#include "text/Text.h"
+
+namespace platform {
+namespace {
+
+/// The group of the process that has claimed the group above.
+constexpr std::string_view claimerName = "/controller_host";
+constexpr std::string_view runPrefix = "job-";
+
+std::string ReadGroupFile(const std::string& path) {
+    constexpr std::size_t longest = 65536;
+    std::string text;
+    // A file that cannot be read offers nothing.
+    (void)ReadFile(LibraryPath(path), longest, text);
+    return text;
+}
+
+Error WriteGroupFile(const std::string& path, std::string_view text) {
+    const OwnedHandle file = OpenDescriptor(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_NOFOLLOW, 0600);
+    if (!file) {
+        return LastError();
+    }
+    return OutcomeOf(static_cast<int>(write(DescriptorOf(file), text.data(), text.size())));
+}
+
+std::vector<std::string> Words(const std::string& text) {
+    std::vector<std::string> words;
+    for (std::size_t begin = text.find_first_not_of(" \n"); begin != std::string::npos;) {
+        const std::size_t end = std::min(text.find_first_of(" \n", begin), text.size());
+        words.push_back(text.substr(begin, end - begin));
+        begin = text.find_first_not_of(" \n", end);
+    }
+    return words;
+}
+
+bool Contains(const std::string& file, const std::string& word) {
+    const std::vector<std::string> words = Words(ReadGroupFile(file));
+    return std::find(words.begin(), words.end(), word) != words.end();
+}
+
+/// Of runners that were killed. The system refuses to remove a group with processes.
+void RemoveEmptyGroups(const std::string& parent) {
+    const DirectoryListing listing = OpenListing(AT_FDCWD, parent.c_str(), O_RDONLY | O_DIRECTORY);
+    while (const dirent* const entry = listing ? readdir(listing.get()) : nullptr) {
+        const std::string name = static_cast<const char*>(entry->d_name);
+        if (name.starts_with(runPrefix)) {
+            rmdir((parent + '/' + name).c_str());
+        }
+    }
+}
+
+std::wstring Because(const std::string& path, const Error& error) {
+    return text::FromUtf8(path) + L": " + error.Text();
+}
+
+} // namespace
+
+std::string ControlGroupIn(std::string_view text) {
+    constexpr std::string_view mark = "0::/";
+    const std::size_t begin = text.starts_with(mark) ? 0 : text.find("\n0::/");
+    if (begin == std::string_view::npos) {
+        return {};
+    }
+    const std::size_t path = text.find('/', begin);
+    return std::string(text.substr(path, text.find('\n', path) - path));
+}
+
+std::string OwnControlGroup() {
+    const std::string group = ControlGroupIn(ReadGroupFile("/proc/self/cgroup"));
+    for (const char* const root : {"/sys/fs/cgroup", "/sys/fs/cgroup/unified"}) {
+        struct statfs status {};
+        if (!group.empty() && statfs(root, &status) == 0 && status.f_type == CGROUP2_SUPER_MAGIC) {
+            return group == "/" ? root : root + group;
+        }
+    }
+    return {};
+}
+
+std::wstring ClaimControlGroup(const std::string& group) {
+    if (group.empty()) {
+        return L"this system has no control groups of version 2";
+    }
+    if (!Contains(group + "/cgroup.controllers", "memory")) {
+        return L"the control group " + text::FromUtf8(group) + L" does not control memory";
+    }
+    if (Words(ReadGroupFile(group + "/cgroup.procs")) != std::vector{std::to_string(getpid())}) {
+        return L"the control group " + text::FromUtf8(group) + L" was not made for the host alone";
+    }
+    const std::string own = group + std::string(claimerName);
+    if (mkdir(own.c_str(), 0700) != 0 && errno != EEXIST) {
+        return Because(own, LastError());
+    }
+    if (const Error error = WriteGroupFile(own + "/cgroup.procs", "0")) {
+        return Because(own, error);
+    }
+    RemoveEmptyGroups(group);
+    const std::string share = group + "/cgroup.subtree_control";
+    // Often a service has no processor time to distribute; then only memory can be limited.
+    (void)WriteGroupFile(share, "+cpu");
+    const Error error = WriteGroupFile(share, "+memory");
+    return error ? Because(share, error) : L"";
+}
+
+std::wstring FindClaimedGroup(const std::string& own, const ResourceLimits& limits, std::string& claimed) {
+    if (!own.ends_with(claimerName)) {
+        return L"the host has no control group of its own, such as that of a service with \"Delegate=yes\"";
+    }
+    const std::string group = own.substr(0, own.size() - claimerName.size());
+    for (const auto& [isNeeded, controller] :
+         {std::pair(limits.memory > 0, "memory"), {limits.cpuPercent > 0, "cpu"}}) {
+        if (isNeeded && !Contains(group + "/cgroup.subtree_control", controller)) {
+            return L"the control group " + text::FromUtf8(group) + L" does not distribute \"" +
+                   text::FromUtf8(controller) + L"\"";
+        }
+    }
+    claimed = group;
+    return {};
+}
+
+ControlGroup::~ControlGroup() {
+    if (Exists()) {
+        rmdir(directory.c_str());
+    }
+}
+
+std::wstring ControlGroup::Create(const std::string& parent, const ResourceLimits& limits) {
+    const std::string path = parent + '/' + std::string(runPrefix) + std::to_string(getpid());
+    // A runner that had the same number may have left it.
+    rmdir(path.c_str());
+    if (mkdir(path.c_str(), 0700) != 0) {
+        return Because(path, LastError());
+    }
+    directory = path;
+    if (limits.memory > 0) {
+        if (const Error error = WriteGroupFile(path + "/memory.max", std::to_string(limits.memory))) {
+            return Because(path, error);
+        }
+        // Systems without swap space have no such file.
+        (void)WriteGroupFile(path + "/memory.swap.max", "0");
+        // Before Linux 4.19 the system kills one process instead.
+        (void)WriteGroupFile(path + "/memory.oom.group", "1");
+    }
+    if (limits.cpuPercent > 0) {
+        // Microseconds of processor time in each period of 100 ms.
+        const std::string quota = std::to_string(std::int64_t{limits.cpuPercent} * 1000) + " 100000";
+        if (const Error error = WriteGroupFile(path + "/cpu.max", quota)) {
+            return Because(path, error);
+        }
+    }
+    return {};
+}
+
+Error ControlGroup::Enter() const {
+    return WriteGroupFile(directory + "/cgroup.procs", "0");
+}
+
+Error ControlGroup::Leave(const std::string& own) const {
+    return WriteGroupFile(own + "/cgroup.procs", "0");
+}
+
+bool ControlGroup::HasExceededMemory() const {
+    const std::vector<std::string> words = Words(ReadGroupFile(directory + "/memory.events"));
+    const auto name = std::find(words.begin(), words.end(), "oom_kill");
+    return name != words.end() && name + 1 != words.end() && *(name + 1) != "0";
+}
+
+} // namespace platform
