@@ -81,7 +81,8 @@ public:
     /// returns true.
     bool DeleteJobsDurably(std::vector<std::wstring>& ids, std::vector<std::wstring>& deleted);
 
-    /// Searches the scenario directories of the settings and returns the scenarios found.
+    /// Searches the scenario directories of the settings and returns the scenarios found: those of the engine's
+    /// catalogue, then the scripts in other languages that the setting `interpreters` names.
     std::vector<ScenarioInfo> UpdateCatalogue();
 
     /// The problems found in the directories searched last; see `FindScenarioProblems`.
@@ -160,6 +161,8 @@ private:
     [[nodiscard]] bool WriteRows(const std::wstring& snapshotId);
     std::vector<JobListInfo> DeletableJobs(const std::vector<std::wstring>& ids);
     bool IsListed(const std::wstring& id);
+    void AddScriptsOfOtherLanguages();
+    void AddScripts(const ScenarioDirectory& directory);
     std::wstring ResolvePath(std::wstring& path);
     bool FindInDirectories(std::wstring& name);
     std::wstring ResolveFileName(std::wstring& name) const;
@@ -181,6 +184,8 @@ private:
     QueueState state;
     /// Result of the last search, in its order. The catalogue contains more.
     std::vector<ScenarioInfo> listedScenarios;
+    /// Of the scripts in that result that are not in the engine's own catalogue.
+    std::vector<std::wstring> otherExtensions;
     std::vector<std::wstring> moduleProblems;
     /// Open while the list has a snapshot of this process.
     job_list_journal::Journal journal;

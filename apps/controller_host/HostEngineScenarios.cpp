@@ -2,12 +2,17 @@
 
 #include "ControllerCSWrapper/ControllerCSWrapper.h"
 #include "controller_host/ScenarioProblems.h"
+#include "engine/catalogue/ScenarioDescription.h"
+#include "engine/catalogue/ScenarioSearch.h"
 #include "formats/ScenarioManifest.h"
 #include "platform/files/FileSystem.h"
 #include "platform/files/NativePath.h"
+#include "services/Settings.h"
 
 #include <algorithm>
 #include <iterator>
+#include <map>
+#include <optional>
 #include <utility>
 
 namespace {
@@ -30,16 +35,57 @@ std::wstring Ambiguity(const std::wstring& name, const std::vector<ScenarioInfo>
     return text + L". Name one by its path or id.";
 }
 
+bool HasSame(const std::vector<std::wstring>& extensions, const std::wstring& extension) {
+    return std::any_of(extensions.begin(), extensions.end(),
+                       [&](const std::wstring& other) { return platform::SameName(extension, other); });
+}
+
+/// The extensions with an interpreter whose files the engine does not find itself.
+std::vector<std::wstring>
+ExtensionsBesideCatalogue(const std::map<std::wstring, std::vector<std::wstring>>& interpreters) {
+    std::vector<std::wstring> extensions;
+    for (const auto& [extension, command] : interpreters) {
+        if (!HasSame(cataloguedExtensions, extension) && !HasSame(extensions, extension)) {
+            extensions.push_back(extension);
+        }
+    }
+    return extensions;
+}
+
 } // namespace
 
 std::vector<ScenarioInfo> HostEngine::UpdateCatalogue() {
     listedScenarios.clear();
     FetchScenarios(listedScenarios);
+    AddScriptsOfOtherLanguages();
     return listedScenarios;
 }
 
+void HostEngine::AddScriptsOfOtherLanguages() {
+    otherExtensions = ExtensionsBesideCatalogue(settings::Current()->interpreters);
+    if (otherExtensions.empty()) {
+        return;
+    }
+    for (const ScenarioDirectory& directory : scenarioDirectories) {
+        AddScripts(directory);
+    }
+}
+
+void HostEngine::AddScripts(const ScenarioDirectory& directory) {
+    std::vector<ScenarioFile> files;
+    FindScenarioFiles(directory, files, otherExtensions); // ScenarioProblems reports what cannot be searched
+    for (const ScenarioFile& file : files) {
+        if (const std::optional<ScenarioInfo> scenario = DescribeScenario(file)) {
+            scenarioMap[scenario->id] = *scenario;
+            listedScenarios.push_back(*scenario);
+        }
+    }
+}
+
 std::vector<std::wstring> HostEngine::ScenarioProblems() const {
-    return FindScenarioProblems(scenarioDirectories, listedScenarios);
+    std::vector<std::wstring> extensions = cataloguedExtensions;
+    extensions.insert(extensions.end(), otherExtensions.begin(), otherExtensions.end());
+    return FindScenarioProblems(scenarioDirectories, listedScenarios, extensions);
 }
 
 std::wstring HostEngine::ReadParameterSets(const std::wstring& scenarioId,

@@ -54,12 +54,13 @@ void AddBrokenScenario(const std::wstring& path, const std::set<std::wstring>& l
 } // namespace
 
 std::vector<std::wstring> FindScenarioProblems(const std::vector<ScenarioDirectory>& directories,
-                                               const std::vector<ScenarioInfo>& listed) {
+                                               const std::vector<ScenarioInfo>& listed,
+                                               const std::vector<std::wstring>& extensions) {
     const std::set<std::wstring> listedPaths = PathsOf(listed);
     ProblemList problems;
     for (const ScenarioDirectory& directory : directories) {
         std::vector<ScenarioFile> files;
-        for (const UnreadableDirectory& unreadable : FindScenarioFiles(directory, files)) {
+        for (const UnreadableDirectory& unreadable : FindScenarioFiles(directory, files, extensions)) {
             problems.Add(L"The scenario directory " + platform::ToNativeText(unreadable.path) +
                          L" cannot be searched: " + unreadable.error.Text() + L".");
         }

@@ -1,12 +1,10 @@
 #include "CommonControllerLib/JobEntryManagerBase.h"
 
 #include "ControllerCSWrapper/ControllerCSWrapper.h"
+#include "engine/catalogue/ScenarioDescription.h"
 #include "engine/catalogue/ScenarioFile.h"
-#include "engine/catalogue/ScenarioId.h"
 #include "engine/catalogue/ScenarioSearch.h"
-#include "engine/catalogue/ScenarioSettings.h"
 
-#include <optional>
 #include <utility>
 
 namespace {
@@ -20,41 +18,12 @@ std::vector<ScenarioFile> FindScenarioFiles(const std::vector<ScenarioDirectory>
     return files;
 }
 
-/// Describes a script: one input, unless its settings file says otherwise.
-ScenarioInfo DescribeScript(const ScenarioFile& file) {
-    ScenarioInfo scenario;
-    scenario.displayName = file.baseName;
-    scenario.inputs = file.hasSettings ? ReadScenarioInputs(SettingsPath(file)) : std::vector<InputFileSpec>(1);
-    return scenario;
-}
-
-/// Describes a package; returns nothing if it is invalid.
-std::optional<ScenarioInfo> DescribePackage(const ScenarioFile& file) {
-    ScenarioInfo scenario;
-    if (!ControllerCSWrapper::GetScenarioInfo(FullPath(file), scenario)) {
-        return std::nullopt;
-    }
-    return scenario;
-}
-
-std::optional<ScenarioInfo> Describe(const ScenarioFile& file) {
-    std::optional<ScenarioInfo> scenario = file.extension == L".rb" ? DescribeScript(file) : DescribePackage(file);
-    if (scenario) {
-        const std::wstring prefix = LabelPrefix(file);
-        scenario->path = FullPath(file);
-        scenario->relativePath = RelativePath(file);
-        scenario->id = ScenarioId(prefix + scenario->path);
-        scenario->displayName = prefix + scenario->displayName;
-    }
-    return scenario;
-}
-
 } // namespace
 
 bool JobEntryManagerBase::FetchScenarios(std::vector<ScenarioInfo>& scenarios) {
     scenarioDirectories = ControllerCSWrapper::GetScenarioDirectoryList();
     for (const ScenarioFile& file : FindScenarioFiles(scenarioDirectories)) {
-        if (auto scenario = Describe(file)) {
+        if (auto scenario = DescribeScenario(file)) {
             scenarios.push_back(std::move(*scenario));
         }
     }

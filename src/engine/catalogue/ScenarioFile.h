@@ -6,7 +6,7 @@
 
 /// One scenario file found by a search.
 struct ScenarioFile {
-    /// ".rb" or ".esa".
+    /// With the dot.
     std::wstring extension;
     /// The searched root directory.
     std::wstring root;

@@ -17,7 +17,8 @@ namespace {
 /// The breadth-first search of one root directory. Each directory is listed only once.
 class Walk {
 public:
-    Walk(const ScenarioDirectory& walked, std::vector<ScenarioFile>& found) : root(walked), files(found) {}
+    Walk(const ScenarioDirectory& walked, std::vector<ScenarioFile>& found, const std::vector<std::wstring>& wanted)
+        : root(walked), files(found), extensions(wanted) {}
 
     std::vector<UnreadableDirectory> Run() {
         for (std::size_t i = 0; i < directories.size(); ++i) {
@@ -37,8 +38,9 @@ private:
         }
         AddDirectories(directory);
         FindSettings();
-        AddFiles(directory, L".rb");
-        AddFiles(directory, L".esa");
+        for (const std::wstring& extension : extensions) {
+            AddFiles(directory, extension);
+        }
     }
 
     void AddDirectories(const std::wstring& directory) {
@@ -96,6 +98,7 @@ private:
 
     const ScenarioDirectory& root;
     std::vector<ScenarioFile>& files;
+    const std::vector<std::wstring>& extensions;
     /// Relative to the root, which is the empty text; grows during the search.
     std::vector<std::wstring> directories{std::wstring()};
     std::vector<platform::DirectoryEntry> entries;
@@ -106,7 +109,7 @@ private:
 
 } // namespace
 
-std::vector<UnreadableDirectory> FindScenarioFiles(const ScenarioDirectory& directory,
-                                                   std::vector<ScenarioFile>& files) {
-    return Walk(directory, files).Run();
+std::vector<UnreadableDirectory> FindScenarioFiles(const ScenarioDirectory& directory, std::vector<ScenarioFile>& files,
+                                                   const std::vector<std::wstring>& extensions) {
+    return Walk(directory, files, extensions).Run();
 }

@@ -14,8 +14,13 @@ struct UnreadableDirectory {
     platform::Error error;
 };
 
-/// Appends the scenario files of a root directory and all its subdirectories, breadth first; within a directory the
-/// ".rb" files, then the ".esa" files, in the order of the system's listing. Skips links that lead back to a parent
-/// directory. Returns the directories, possibly including the root, that could not be listed and were skipped.
-CONTROLLER_API std::vector<UnreadableDirectory> FindScenarioFiles(const ScenarioDirectory& directory,
-                                                                  std::vector<ScenarioFile>& files);
+/// The extensions of the files in the engine's own catalogue: scripts in Ruby, and packages.
+inline const std::vector<std::wstring> cataloguedExtensions{L".rb", L".esa"};
+
+/// Appends the scenario files of a root directory and all its subdirectories, breadth first; within a directory those
+/// with the first extension, then those with the next one, in the order of the system's listing. Skips links that lead
+/// back to a parent directory. Returns the directories, possibly including the root, that could not be listed and were
+/// skipped.
+CONTROLLER_API std::vector<UnreadableDirectory>
+FindScenarioFiles(const ScenarioDirectory& directory, std::vector<ScenarioFile>& files,
+                  const std::vector<std::wstring>& extensions = cataloguedExtensions);

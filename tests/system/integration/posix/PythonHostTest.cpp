@@ -1,0 +1,66 @@
+#include "kit/processes/HostProcessFixture.h"
+
+#include "kit/TestProcess.h"
+#include "platform/files/Directory.h"
+#include "platform/files/FileSystem.h"
+#include "platform/files/NativePath.h"
+#include "text/Text.h"
+
+namespace {
+
+using test_support::Ending;
+
+/// A script in Python from the scenario directory to its results: real host, command line, runner and interpreter.
+class PythonHostTest : public HostProcessFixture {
+protected:
+    PythonHostTest() {
+        std::string settings = UsualSettings("job_list.json");
+        const std::string ruby = R"(".rb":["test_scenario"])";
+        settings.replace(settings.find(ruby), ruby.size(), R"(".py":["/usr/bin/python3"])");
+        settings.insert(1, R"("scenarioDirectories":[{"path":"scenarios","label":"Reports"}],)");
+        WriteSettings(settings);
+        WriteTextFile(directory / L"scenarios\\count.py",
+                      "from controller_scenario import Job, run\n\n"
+                      "def count(job: Job) -> None:\n"
+                      "    job.progress(50, 'Counting')\n"
+                      "    size = job.parameters()['size']\n"
+                      "    job.write_output('count.txt', f'{len(job.inputs)} of size {size}')\n"
+                      "    job.message('Counted')\n\n"
+                      "run(count)\n");
+        WriteTextFile(directory / L"scenarios\\count.scenario.json",
+                      R"({"version":1,"parameterSets":[{"id":"fine","displayName":"Fine","parameters":[)"
+                      R"({"name":"size","type":"integer","defaultValue":"3"}]}]})");
+    }
+    ~PythonHostTest() override { Cli({L"--stop-host"}); }
+
+    Ending Cli(const std::vector<std::wstring>& arguments) const {
+        return test_support::RunToEnd(FrontEndProcess(arguments));
+    }
+
+    Ending RunCount(const std::wstring& output, const std::vector<std::wstring>& options) const {
+        std::vector<std::wstring> arguments{L"--run", L"count.py", platform::ToNativeText(directory / L"inputs.txt"),
+                                            L"--output", platform::ToNativeText(directory / output)};
+        arguments.insert(arguments.end(), options.begin(), options.end());
+        return Cli(arguments);
+    }
+};
+
+TEST_F(PythonHostTest, AScriptOfTheScenarioDirectoryIsListedAndRuns) {
+    const Ending list = Cli({L"--scenarios"});
+    EXPECT_EQ(list.exitCode, 0) << list.output;
+    EXPECT_NE(list.output.find("Reports : count"), std::string::npos) << list.output;
+    const Ending run = RunCount(L"out", {L"--argument", L"fine size=7"});
+    EXPECT_EQ(run.exitCode, 0) << run.output;
+    EXPECT_NE(run.output.find("Reports : count"), std::string::npos) << run.output;
+    EXPECT_EQ(ReadTextFile(directory / L"out\\inputs\\count.txt"), "1 of size 7");
+}
+
+TEST_F(PythonHostTest, ASecondEqualJobGetsTheResultsOfTheFirst) {
+    ASSERT_EQ(RunCount(L"out", {}).exitCode, 0);
+    const Ending second = RunCount(L"again", {L"--reuse"});
+    EXPECT_EQ(second.exitCode, 0) << second.output;
+    EXPECT_EQ(ReadTextFile(directory / L"again\\inputs\\count.txt"), "1 of size 3");
+    EXPECT_NE(ReadTextFile(directory / L"again\\inputs\\provenance.json").find("\"resultsOf\""), std::string::npos);
+}
+
+} // namespace
