@@ -12,6 +12,7 @@ require_relative "tool"
 # warning), ROW (one of a list), ERROR and, when all is done, DONE.
 class Draw
   SCRIPTS = File.join(__dir__, "draw")
+  EXCEPTION = /An exception was caught 0x\h+ : /
   FREE_EDGES = /Number of Free Edges +: (\d+)/
   PARSE_ERROR = /ERR StepFile : (?:Undefined Parsing: )?(.*?) *\*+$/
 
@@ -90,7 +91,7 @@ class Draw
     when "VALUE" then @values.store(*text.split(" ", 2))
     when "NOTE" then @notes << text
     when "ROW" then @rows << text
-    when "ERROR" then @error ||= text
+    when "ERROR" then @error ||= text.sub(EXCEPTION, "")
     when "DONE" then @done = true
     end
     puts "#{kind} #{text}"

@@ -40,14 +40,17 @@ proc read_part {file shape faces} {
     set read [count $shape FACE]
     if {$read == 0} { fail "$file holds no faces that can be read" }
     value read_faces_$shape $read
-    if {$read < $faces} { tell NOTE "$file is damaged: only $read of its $faces faces could be read" }
+    if {$read < $faces} { fail "$file is damaged: only $read of its $faces faces could be read" }
 }
 
-# The length of the bounding box's diagonal; stores the box as a value.
-proc measure_box {shape} {
+# The length of the bounding box's diagonal; tells the box as a value.
+proc measure_box {file shape} {
     set box [uplevel #0 "bounding $shape -optimal"]
-    if {[llength $box] != 6} { fail "the size of the part cannot be measured" }
+    if {[llength $box] != 6} { fail "the size of $file cannot be measured" }
     value box_$shape $box
+    foreach place $box {
+        if {abs($place) > 1e50} { fail "$file is damaged: one of its faces has no end" }
+    }
     lassign $box x0 y0 z0 x1 y1 z1
     return [expr {sqrt(pow($x1 - $x0, 2) + pow($y1 - $y0, 2) + pow($z1 - $z0, 2))}]
 }

@@ -6,7 +6,7 @@ foreach shape {first second} {
     set file [setting $shape]
     step $progress [incr progress 15] "Reading $file"
     read_part $file $shape [setting ${shape}_faces]
-    set diagonal [measure_box $shape]
+    set diagonal [measure_box $file $shape]
     check $file $shape $diagonal
     if {[count $shape SOLID] == 0} { fail "$file holds no solid, so that it cannot be compared" }
 }
@@ -24,7 +24,7 @@ foreach shape {first second removed added} { value volume_$shape [mass vprops $s
 step 90 100 "Meshing the differences"
 foreach shape {removed added} {
     if {[count $shape FACE] == 0} { continue }
-    measure_box $shape
+    measure_box "what was $shape" $shape
     mesh "what was $shape" $shape [expr {[setting deflection] * $diagonal}] 20
     attempt "what was $shape could not be written" "writestl $shape $shape.stl"
 }

@@ -4,7 +4,7 @@ source common.tcl
 set input [setting input]
 step 0 40 "Reading $input"
 read_part $input part [setting faces]
-set diagonal [measure_box part]
+set diagonal [measure_box $input part]
 check $input part $diagonal
 step 40 80 "Meshing $input"
 mesh $input part [expr {[setting deflection] * $diagonal}] [setting angle]

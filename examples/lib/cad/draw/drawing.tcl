@@ -5,7 +5,7 @@ if {[catch {pload VISUALIZATION} why]} { fail "DRAWEXE lacks its command for hid
 set input [setting input]
 step 0 20 "Reading $input"
 read_part $input part [setting faces]
-check $input part [measure_box part]
+check $input part [measure_box $input part]
 
 # The projection looks down along z with x to the right: these angles around z, then around x, turn the part to it.
 set views {top 0 0 front 0 -90 left 90 -90 aslant -45 -54.735610317245}

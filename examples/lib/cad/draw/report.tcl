@@ -5,7 +5,7 @@ step 0 40 "Reading $input"
 read_part $input part [setting faces]
 
 step 40 60 "Checking $input"
-set diagonal [measure_box part]
+set diagonal [measure_box $input part]
 check $input part $diagonal
 foreach kind {SOLID SHELL FACE EDGE} { value $kind [count part $kind -t] }
 
