@@ -8,30 +8,54 @@ class DocumentationTest < Minitest::Test
 
   GUIDE = File.read(File.join(PROJECT_FOLDER, "docs/writing-scenarios.md"), encoding: "UTF-8")
 
-  def program(language)
-    GUIDE[/^```#{language}\n(.*?)^```/m, 1]
+  # The first program in this language that contains the text.
+  def program(language, text)
+    GUIDE.scan(/^```#{language}\n(.*?)^```/m).flatten.find { |program| program.include?(text) }
   end
 
   def inputs(*contents)
     contents.each_with_index.map { |content, index| write_file("#{index}.txt", content) }
   end
 
-  def test_the_first_scenario_counts_lines
-    script = write_file("count_lines.rb", program("ruby"))
-    assert_equal 0, run_script(script, inputFiles: inputs("a\nb\n", "c")), @stderr
+  # Runs a scenario in Python in a separate process; returns its exit code.
+  def run_python(script, **changes)
+    environment = { "PYTHONPATH" => PYTHON_API_FOLDER, "PYTHONDONTWRITEBYTECODE" => "1" }
+    path = write_run_info(**changes)
+    @stdout, @stderr, status = Open3.capture3(environment, PYTHON_PROGRAM, script, path, chdir: @work_dir)
+    status.exitstatus
+  end
+
+  def check_first_scenario
+    assert_equal 0, yield(inputFiles: inputs("a\nb\n", "c")), @stderr
     assert_equal "0.txt: 2\n1.txt: 1", File.read(File.join(@output_folder, "lines.txt"))
     assert_equal ["Counted 2 files"], result_texts
-    assert_equal 1, run_script(script, inputFiles: inputs("a", ""))
+    assert_equal 1, yield(inputFiles: inputs("a", ""))
     assert_equal ["1.txt is empty."], result_texts
+    assert_equal 1, yield(inputFiles: [])
+    assert_equal ["No input file was given; choose one file or more."], result_texts
+  end
+
+  def test_the_first_scenario_in_ruby_counts_lines
+    script = write_file("count_lines.rb", program("ruby", "Counting the lines"))
+    check_first_scenario { |changes| run_script(script, **changes) }
+  end
+
+  def test_the_first_scenario_in_python_counts_lines
+    script = write_file("count_lines.py", program("python", "Counting the lines"))
+    check_first_scenario { |changes| run_python(script, **changes) }
+  end
+
+  def test_the_scenario_of_the_readme_in_python
+    readme = File.read(File.join(PROJECT_FOLDER, "README.md"), encoding: "UTF-8")
+    script = write_file("sizes.py", readme[/^    import os\n.*?^    run\(sizes\)$/m].gsub(/^    /, ""))
+    assert_equal 0, run_python(script, inputFiles: inputs("abc")), @stderr
+    assert_equal "3\n", File.read(File.join(@output_folder, "0.txt.size"))
   end
 
   def test_the_protocol_in_python
-    python = ENV.fetch("PATH").split(File::PATH_SEPARATOR).map { |folder| File.join(folder, "python3") }
-                .find { |path| File.executable?(path) }
-    skip "python3 is not installed" if python.nil?
-    script = write_file("protocol.py", program("python"))
+    script = write_file("protocol.py", program("python", "run_scenario_result.json"))
     info = write_run_info(inputFiles: inputs("a", "b"))
-    _, stderr, status = Open3.capture3(python, script, info)
+    _, stderr, status = Open3.capture3(PYTHON_PROGRAM, script, info)
     assert_predicate status, :success?, stderr
     assert_equal [{ "progress" => 50, "message" => "1.txt" }], progress["progressInfoList"]
     assert_equal [true, ["All done"]], [result["succeeded"], result_texts]
@@ -42,7 +66,7 @@ class DocumentationTest < Minitest::Test
     commands = GUIDE[/^```sh\n(mkdir .*?)^```/m, 1]
     commands.gsub("/tmp/try", File.join(@root, "try"))
             .sub("/home/me/part.stl", File.join(INPUTS_FOLDER, "housing.stl"))
-            .sub(/^ruby /, "#{ruby.join(' ')} ")
+            .sub(/^ruby /, "#{ruby.join(' ')} ").sub(" python3 ", " #{PYTHON_PROGRAM} -B ")
   end
 
   def test_a_trial_by_hand_works_again_after_a_request_to_stop

@@ -53,6 +53,6 @@ class ExamplesTest < Minitest::Test
     inputs = jobs.flat_map { |job| job["inputFileSets"].flatten }
     inputs.each { |path| assert_path_exists File.join(File.dirname(made), path) }
     scenarios = jobs.map { |job| job["scenario"]["id"] }
-    assert_equal %w[mesh_report.rb compare_meshes.rb hollow_check.esa], scenarios
+    assert_equal %w[mesh_report.rb compare_meshes.rb mesh_mass.py hollow_check.esa], scenarios
   end
 end
