@@ -42,6 +42,13 @@ void ResolvePaths(const std::wstring& directory, EnqueueJobsInfo& request) {
     }
 }
 
+void AppendResolved(const std::wstring& directory, JobsFile file, std::vector<ScheduledRequest>& requests) {
+    for (auto& request : file.requests) {
+        ResolvePaths(directory, request);
+    }
+    message_text::AppendAll(requests, std::move(file.requests));
+}
+
 /// Returns one line per error. Unknown members come first, because one of them may be a misspelled required member.
 std::wstring AllProblems(const std::wstring& path, const std::vector<std::wstring>& unknownMembers,
                          const std::wstring& problem) {
@@ -74,11 +81,22 @@ bool jobs_file::Read(const std::wstring& path, std::vector<ScheduledRequest>& re
         problem = AllProblems(path, unknownMembers, problem);
         return false;
     }
-    const std::wstring directory = DirectoryOf(path);
-    for (auto& request : file.requests) {
-        ResolvePaths(directory, request);
+    AppendResolved(DirectoryOf(path), std::move(file), requests);
+    return true;
+}
+
+bool jobs_file::ReadText(std::string bytes, const std::wstring& name, std::vector<ScheduledRequest>& requests,
+                         std::wstring& problem) {
+    JobsFile file;
+    problem.clear();
+    std::vector<std::wstring> unknownMembers;
+    std::wstring place;
+    const bool isRead = json::Read(std::move(bytes), file, place, &unknownMembers);
+    if (!isRead || !unknownMembers.empty()) {
+        problem = AllProblems(name, unknownMembers, isRead ? place : json::ProblemInFile(name, place));
+        return false;
     }
-    message_text::AppendAll(requests, std::move(file.requests));
+    AppendResolved(platform::CurrentDirectory(), std::move(file), requests);
     return true;
 }
 

@@ -18,6 +18,11 @@ namespace jobs_file {
 [[nodiscard]] CONTROLLER_API bool Read(const std::wstring& path, std::vector<ScheduledRequest>& requests,
                                        std::wstring& problem);
 
+/// Same for the content of a jobs file that has no file, such as standard input: `name` stands for its path in
+/// `problem`; relative paths are resolved against the current directory.
+[[nodiscard]] CONTROLLER_API bool ReadText(std::string bytes, const std::wstring& name,
+                                           std::vector<ScheduledRequest>& requests, std::wstring& problem);
+
 /// Returns the position of a request, or of one of its input sets, in the current jobs file: "line 4, column 23".
 /// Returns an empty text if the file has changed or no longer exists.
 CONTROLLER_API std::wstring PlaceOf(const std::wstring& path, std::size_t request,

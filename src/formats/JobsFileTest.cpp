@@ -7,6 +7,7 @@
 #include "kit/LogCapture.h"
 #include "kit/TemporaryDirectory.h"
 #include "platform/files/NativePath.h"
+#include "platform/system/Environment.h"
 #include "text/Text.h"
 
 namespace {
@@ -49,6 +50,18 @@ TEST_F(JobsFileTest, RelativePathsAreRelativeToTheFile) {
               (std::vector<std::vector<std::wstring>>{
                   {directory / L"jobs\\a.stl", directory / L"b c.stl"}, {directory / L"jobs\\sub\\c.stl", L""}, {}}));
     EXPECT_EQ(requests[0].outputDir, directory / L"jobs\\out\\x");
+}
+
+TEST_F(JobsFileTest, AFileWithoutANameIsReadLikeOneInTheCurrentDirectory) {
+    std::wstring problem;
+    ASSERT_TRUE(jobs_file::ReadText(R"({"EnqueueJobs":[{"inputFileSets":[["a.stl"]],"outputDir":"out"}]})", L"input",
+                                    scheduled, problem));
+    EXPECT_EQ(scheduled.at(0).outputDir, platform::ResolveAgainst(platform::CurrentDirectory(), L"out"));
+    EXPECT_EQ(scheduled.at(0).inputFileSets.at(0).at(0),
+              platform::ResolveAgainst(platform::CurrentDirectory(), L"a.stl"));
+    EXPECT_FALSE(jobs_file::ReadText("{\"EnqueueJobs\":\n7}", L"input", scheduled, problem));
+    EXPECT_EQ(problem.find(L"input, line 2, column 1: "), 0U);
+    EXPECT_EQ(scheduled.size(), 1U);
 }
 
 TEST_F(JobsFileTest, AbsolutePathsStay) {

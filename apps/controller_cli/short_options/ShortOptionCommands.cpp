@@ -14,6 +14,7 @@
 #include "front_end/command_line/NamesInText.h"
 #include "front_end/commands/FileRoles.h"
 #include "front_end/commands/JobNumbers.h"
+#include "front_end/commands/Problems.h"
 #include "front_end/connection/LogHint.h"
 #include "platform/files/NativePath.h"
 #include "services/Settings.h"
@@ -22,7 +23,7 @@ namespace front_end {
 namespace {
 
 [[noreturn]] void FailUsage(const CommandContext& context, const std::wstring& textKey) {
-    throw CommandFailure{ExitCode::Usage, context.texts.Get(textKey) + L"\n" + context.texts.Get(L"Usage/Hint")};
+    throw CommandFailure{ExitCode::Usage, context.texts.Get(textKey) + L"\n" + UsageHint(context)};
 }
 
 Start StartOf(const CLIArgumentParser& parser) {

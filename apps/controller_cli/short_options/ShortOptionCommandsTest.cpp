@@ -248,7 +248,7 @@ TEST_F(ShortOptionCommandsTest, WhatIsNeitherNumberNorIdIsRefusedBeforeAnythingE
             host.transmitter.sent.clear();
             EXPECT_EQ(Run({command, L"3," + name}), 2);
             EXPECT_EQ(console.errors, "controller_cli: " + text::ToUtf8(name) +
-                                          " is neither the number nor the id of a job. See: controller_cli --list\n");
+                                          " is neither the number nor the id of a job. See: cadjobs list\n");
             ASSERT_EQ(host.Requests().size(), 1U);
             EXPECT_EQ(host.Requests()[0].name, L"InitJobsRequest");
         }

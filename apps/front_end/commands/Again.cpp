@@ -6,27 +6,15 @@
 #include "front_end/commands/JobSelection.h"
 #include "front_end/commands/Problems.h"
 #include "front_end/connection/HostSession.h"
+#include "front_end/output/JobReports.h"
 
 namespace front_end::commands {
 namespace {
 
-/// No id of a job, which is hexadecimal.
-constexpr const wchar_t* allFailed = L"failed";
-
-std::vector<ListedJob> Selected(const CommandContext& context, HostSession& session,
-                                const std::vector<std::wstring>& names) {
-    if (names != std::vector<std::wstring>{allFailed}) {
-        return SelectJobs(context, session.FetchJobs({names}), names);
-    }
-    std::vector<ListedJob> listed = session.FetchJobs();
-    std::erase_if(listed, [](const ListedJob& job) { return job.status != JobStatus::Failed; });
-    return listed;
-}
-
 /// Jobs of one former request need one request.
 struct Repetition {
     ScheduledRequest request;
-    std::vector<std::int32_t> formerNumbers;
+    std::vector<ListedJob> formerJobs;
 };
 
 bool Continue(const Repetition& repetition, const ScheduledRequest& next) {
@@ -40,53 +28,56 @@ std::vector<Repetition> RepetitionsOf(const std::vector<ListedJob>& jobs) {
     for (const ListedJob& job : jobs) {
         const ScheduledRequest request = RequestToRepeat(job);
         if (repetitions.empty() || !Continue(repetitions.back(), request)) {
-            repetitions.push_back({request, {job.seqId}});
+            repetitions.push_back({request, {job}});
         } else {
             repetitions.back().request.inputFileSets.push_back(job.inputFiles);
-            repetitions.back().formerNumbers.push_back(job.seqId);
+            repetitions.back().formerJobs.push_back(job);
         }
     }
     return repetitions;
 }
 
-bool Repeat(CommandContext& context, HostSession& session, Repetition& repetition) {
+/// The new jobs have their own numbers; `former` is the job that each repeats.
+void Repeat(CommandContext& context, HostSession& session, Repetition& repetition, JobReports& reports) {
     repetition.request.requestId = ControllerCSWrapper::CreateGuid();
     const JobEnqueueResult result = session.Enqueue(repetition.request);
     WriteProblems(context, RefusalReasons(result));
-    bool isWhole = result.jobIds.size() == repetition.formerNumbers.size();
-    for (std::size_t i = 0; i < result.jobIds.size() && i < repetition.formerNumbers.size(); ++i) {
-        const std::wstring former = std::to_wstring(repetition.formerNumbers[i]);
-        if (result.jobIds[i].id.empty()) {
-            isWhole = false;
-            WriteProblem(context, context.texts.Format(L"Errors/NotAgain", {former}));
-        } else {
-            const std::wstring number = std::to_wstring(result.jobIds[i].seqId);
-            context.console.Write(context.texts.Format(L"Outcome/Again", {number, former}) + L"\n");
+    for (std::size_t i = 0; i < repetition.formerJobs.size(); ++i) {
+        const JobListInfo& former = repetition.formerJobs[i];
+        const std::wstring formerNumber = std::to_wstring(former.seqId);
+        if (i >= result.jobIds.size() || result.jobIds[i].id.empty()) {
+            reports.NotDone(former, former.status, context.texts.Format(L"Errors/NotAgain", {formerNumber}));
+            continue;
         }
+        JobListInfo added = former;
+        added.id = result.jobIds[i].id;
+        added.seqId = result.jobIds[i].seqId;
+        reports.Done(added, JobStatus::Queued,
+                     context.texts.Format(L"Outcome/Again", {std::to_wstring(added.seqId), formerNumber}));
     }
-    return isWhole;
 }
 
 /// A job that has not ended cannot have its results again.
-bool RequireEnded(CommandContext& context, std::vector<ListedJob>& jobs) {
-    return std::erase_if(jobs, [&](const ListedJob& job) {
-               if (!IsOver(job.status)) {
-                   WriteProblem(context, context.texts.Format(L"Errors/NotEnded", {std::to_wstring(job.seqId)}));
-               }
-               return !IsOver(job.status);
-           }) == 0;
+void RequireEnded(const CommandContext& context, std::vector<ListedJob>& jobs, JobReports& reports) {
+    std::erase_if(jobs, [&](const ListedJob& job) {
+        if (!IsOver(job.status)) {
+            reports.NotDone(job, job.status, context.texts.Format(L"Errors/NotEnded", {std::to_wstring(job.seqId)}));
+        }
+        return !IsOver(job.status);
+    });
 }
 
 } // namespace
 
 ExitCode Again(CommandContext& context, const Command& command) {
     HostSession session(context, StartOf(command));
-    std::vector<ListedJob> jobs = Selected(context, session, command.ids);
-    bool areAllEnqueued = RequireEnded(context, jobs);
+    std::vector<ListedJob> jobs = JobsOf(context, session, command);
+    JobReports reports(context, command.asJson);
+    RequireEnded(context, jobs, reports);
     for (Repetition& repetition : RepetitionsOf(jobs)) {
-        areAllEnqueued = Repeat(context, session, repetition) && areAllEnqueued;
+        Repeat(context, session, repetition, reports);
     }
-    return areAllEnqueued ? ExitCode::Success : ExitCode::JobFailed;
+    return reports.Finish();
 }
 
 } // namespace front_end::commands

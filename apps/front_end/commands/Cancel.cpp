@@ -8,8 +8,10 @@
 #include <vector>
 
 #include "formats/JobStates.h"
+#include "front_end/commands/Confirmation.h"
 #include "front_end/commands/JobSelection.h"
 #include "front_end/connection/HostSession.h"
+#include "front_end/output/JobReports.h"
 #include "front_end/output/JobTable.h"
 
 namespace front_end::commands {
@@ -64,32 +66,38 @@ private:
     std::map<std::wstring, JobStatus> statusById;
 };
 
-std::wstring Line(const CommandContext& context, const JobListInfo& job, JobStatus status) {
-    return context.texts.Format(L"Outcome/JobState", {std::to_wstring(job.seqId), StatusText(context.texts, status)}) +
-           L"\n";
+ExitCode Tell(CommandContext& context, const Command& command, const Outcome& outcome) {
+    JobReports reports(context, command.asJson);
+    for (const JobListInfo& job : outcome.Jobs()) {
+        const JobStatus status = outcome.StatusOf(job);
+        reports.Done(
+            job, status,
+            context.texts.Format(L"Outcome/JobState", {std::to_wstring(job.seqId), StatusText(context.texts, status)}));
+    }
+    return reports.Finish();
 }
 
-void WriteOutcome(CommandContext& context, const Outcome& outcome) {
-    for (const JobListInfo& job : outcome.Jobs()) {
-        context.console.Write(Line(context, job, outcome.StatusOf(job)));
-    }
+/// A request for no jobs would cancel all.
+ExitCode CancelJobs(CommandContext& context, const Command& command, HostSession& session,
+                    const std::vector<ListedJob>& jobs) {
+    ConfirmMany(context, command, L"Confirm/Cancel", jobs);
+    const auto cancelled = jobs.empty() ? std::vector<JobStatusInfo>() : session.Cancel(IdsOf(jobs));
+    return Tell(context, command, Outcome(session, jobs, cancelled));
 }
 
 } // namespace
 
 ExitCode Cancel(CommandContext& context, const Command& command) {
     HostSession session(context, StartOf(command));
-    const std::vector<ListedJob> jobs = SelectJobs(context, session.FetchJobs({command.ids}), command.ids);
-    WriteOutcome(context, Outcome(session, jobs, session.Cancel(IdsOf(jobs))));
-    return ExitCode::Success;
+    return CancelJobs(context, command, session, JobsOf(context, session, command));
 }
 
 ExitCode CancelAll(CommandContext& context, const Command& command) {
     HostSession session(context, StartOf(command));
     std::vector<ListedJob> jobs = session.FetchJobs();
     std::erase_if(jobs, [](const JobListInfo& job) { return IsOver(job.status); });
-    WriteOutcome(context, Outcome(session, jobs, session.CancelAll()));
-    return ExitCode::Success;
+    ConfirmMany(context, command, L"Confirm/Cancel", jobs);
+    return Tell(context, command, Outcome(session, jobs, session.CancelAll()));
 }
 
 } // namespace front_end::commands

@@ -9,9 +9,13 @@ namespace front_end {
 enum class CommandKind {
     Help,
     Version,
+    /// The state of the queue at a glance.
+    Overview,
     List,
+    Show,
     Watch,
     Run,
+    Add,
     Wait,
     Cancel,
     CancelAll,
@@ -26,13 +30,15 @@ enum class CommandKind {
     Log,
     Scenarios,
     ParameterSets,
-    StopHost
+    StartHost,
+    StopHost,
+    HostStatus
 };
 
 /// A parsed command line.
 struct Command {
     CommandKind kind = CommandKind::Help;
-    /// Numbers or ids of jobs, as typed.
+    /// Numbers and ids of jobs, ranges of numbers ("3-9"), "last" and "failed", as typed.
     std::vector<std::wstring> ids = {};
     std::wstring scenario = {};
     /// As typed; each text contains the files of one job, separated by commas.
@@ -55,10 +61,28 @@ struct Command {
     std::wstring silenceLimit = {};
     std::wstring memoryLimit = {};
     std::wstring cpuLimit = {};
-    // About the jobs to be deleted; as typed, empty: not given.
+    /// The jobs file of `Add`; "-": standard input.
+    std::wstring jobsFile = {};
+    // Which of the jobs; as typed, empty: not given.
     std::wstring olderThan = {};
+    std::wstring newerThan = {};
     /// Names of states.
     std::vector<std::wstring> states = {};
+    std::wstring scenarioName = {};
+    std::wstring label = {};
+    std::wstring searchedText = {};
+    // How a list is shown; as typed, empty: not given.
+    std::wstring sortColumn = {};
+    std::vector<std::wstring> columns = {};
+    std::wstring groupColumn = {};
+    std::wstring limit = {};
+    bool isReversed = false;
+    /// A terminal shows all jobs, not only the newest.
+    bool showsAll = true;
+    /// Many jobs are cancelled or deleted without a question on a terminal.
+    bool isConfirmed = true;
+    /// "auto", "always" or "never".
+    std::wstring colours = {};
     bool retriesWithBackoff = false;
     bool retriesOnlyAfterCrash = false;
     bool skipsIfAfterFails = false;
@@ -77,6 +101,8 @@ struct Command {
 struct UsageProblem {
     std::wstring textKey;
     std::wstring argument;
+    /// What may have been meant.
+    std::wstring suggestion = {};
 
     bool operator==(const UsageProblem&) const = default;
 };

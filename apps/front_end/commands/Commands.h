@@ -8,10 +8,16 @@
 /// The long commands. Each writes its results to the console, and throws `CommandFailure` if it cannot continue.
 namespace front_end::commands {
 
+/// The state of host and queue and the jobs that matter now, in at most ten lines. Starts no host.
+ExitCode Overview(CommandContext& context, const Command& command);
 ExitCode List(CommandContext& context, const Command& command);
+/// Everything that is known about jobs.
+ExitCode Show(CommandContext& context, const Command& command);
 /// Runs until it is interrupted; returns success.
 ExitCode Watch(CommandContext& context, const Command& command);
 ExitCode Run(CommandContext& context, const Command& command);
+/// Enqueues the jobs of a jobs file.
+ExitCode Add(CommandContext& context, const Command& command);
 ExitCode Wait(CommandContext& context, const Command& command);
 ExitCode Cancel(CommandContext& context, const Command& command);
 ExitCode CancelAll(CommandContext& context, const Command& command);
@@ -30,6 +36,9 @@ ExitCode Resume(CommandContext& context, const Command& command);
 ExitCode Log(CommandContext& context, const Command& command);
 ExitCode Scenarios(CommandContext& context, const Command& command);
 ExitCode ParameterSets(CommandContext& context, const Command& command);
+ExitCode StartHost(CommandContext& context, const Command& command);
+/// `NoHost` if none runs.
+ExitCode HostStatus(CommandContext& context, const Command& command);
 ExitCode StopHost(CommandContext& context, const Command& command);
 /// Same if the settings are unusable, for the reason in `problem`: the built-in ones may belong to another host. Ends
 /// the only host that was started with this settings file.

@@ -21,7 +21,8 @@ TEST_F(DeleteTest, SaysWhichJobsAreDeletedAndWhichAreNot) {
     host.jobs = {Job(1, L"a.stl", JobStatus::Success), Job(2, L"b.stl", JobStatus::Running)};
     EXPECT_EQ(Run({L"--delete", L"1,2"}), 1);
     EXPECT_EQ(console.output, "Job 1 is deleted.\n");
-    EXPECT_EQ(console.errors, "Job 2 is not deleted: its state is Running. Cancel it first, or wait for its end.\n");
+    EXPECT_EQ(console.errors,
+              "controller_cli: Job 2 is not deleted: its state is Running. Cancel it first, or wait for its end.\n");
     EXPECT_EQ(host.Requests().at(1).payload, LR"({"DeleteJobsRequest":["id1","id2"]})");
 }
 
@@ -48,7 +49,8 @@ TEST_F(DeleteTest, AJobThatBeginsToRunMeanwhileIsToldAsRunning) {
         }
     };
     EXPECT_EQ(Run({L"--delete", L"1"}), 1);
-    EXPECT_EQ(console.errors, "Job 1 is not deleted: its state is Running. Cancel it first, or wait for its end.\n");
+    EXPECT_EQ(console.errors,
+              "controller_cli: Job 1 is not deleted: its state is Running. Cancel it first, or wait for its end.\n");
 }
 
 /// The clock of the tests shows 2026-03-05T07:10:00Z.

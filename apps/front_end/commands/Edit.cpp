@@ -3,10 +3,10 @@
 
 #include "front_end/commands/Commands.h"
 #include "front_end/commands/JobSelection.h"
-#include "front_end/commands/Problems.h"
 #include "front_end/commands/SchedulingOptions.h"
 #include "front_end/connection/HostSession.h"
-#include "front_end/output/JobTable.h"
+#include "front_end/output/JobReports.h"
+#include "front_end/output/StateJson.h"
 
 namespace front_end::commands {
 namespace {
@@ -14,29 +14,28 @@ namespace {
 /// A job that no longer waits cannot be changed.
 ExitCode EditWaiting(CommandContext& context, const Command& command, JobsEdit edit, const wchar_t* outcome) {
     HostSession session(context, StartOf(command));
-    const std::vector<ListedJob> jobs = SelectJobs(context, session.FetchJobs({command.ids}), command.ids);
+    const std::vector<ListedJob> jobs = JobsOf(context, session, command);
     edit.jobs = IdsOf(jobs);
     std::set<std::wstring> edited;
-    for (const JobStatusInfo& report : session.Edit(edit)) {
+    for (const JobStatusInfo& report : jobs.empty() ? std::vector<JobStatusInfo>() : session.Edit(edit)) {
         edited.insert(report.id);
     }
-    ExitCode exitCode = ExitCode::Success;
+    JobReports reports(context, command.asJson);
     for (const JobListInfo& job : jobs) {
         const std::wstring number = std::to_wstring(job.seqId);
         if (edited.contains(job.id)) {
-            context.console.Write(context.texts.Format(outcome, {number}) + L"\n");
+            reports.Done(job, job.status, context.texts.Format(outcome, {number}));
         } else {
-            WriteProblem(context, context.texts.Format(L"Errors/NotWaiting", {number}));
-            exitCode = ExitCode::JobFailed;
+            reports.NotDone(job, job.status, context.texts.Format(L"Errors/NotWaiting", {number}));
         }
     }
-    return exitCode;
+    return reports.Finish();
 }
 
 ExitCode SetPaused(CommandContext& context, const Command& command, bool isPaused, const wchar_t* outcome) {
     HostSession session(context, StartOf(command));
     session.SetQueueState({isPaused});
-    context.console.Write(context.texts.Get(outcome) + L"\n");
+    context.console.Write(command.asJson ? PausedJson(isPaused) : context.texts.Get(outcome) + L"\n");
     return ExitCode::Success;
 }
 

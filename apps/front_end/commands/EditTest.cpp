@@ -82,7 +82,7 @@ TEST_F(EditTest, PauseAndResumeSetTheStateOfTheQueue) {
         EXPECT_EQ(host.Requests().back().payload, payload);
     }
     EXPECT_EQ(console.output, "The queue is paused: running jobs go on, no further one starts. Go on with: "
-                              "controller_cli --resume\nThe queue goes on.\n");
+                              "cadjobs resume\nThe queue goes on.\n");
 }
 
 TEST_F(EditTest, ARunSendsWhatIsDecidedAboutItsStart) {

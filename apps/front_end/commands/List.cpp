@@ -3,20 +3,19 @@
 #include <algorithm>
 #include <cstdint>
 
+#include "front_end/commands/JobFilter.h"
+#include "front_end/commands/JobListView.h"
 #include "front_end/commands/JobSelection.h"
 #include "front_end/connection/HostSession.h"
-#include "front_end/output/JobTable.h"
 #include "front_end/output/JsonOutput.h"
 
 namespace front_end::commands {
 
 namespace {
 
-/// Asked only if it matters: while no job waits, the host need not know the request.
-bool IsQueuePaused(HostSession& session, const JobModel& board) {
-    const std::vector<JobRow>& jobs = board.Views();
-    const auto waits = [](const JobRow& row) { return row.job.status == JobStatus::Queued; };
-    return std::any_of(jobs.begin(), jobs.end(), waits) && session.FetchQueueState().isPaused;
+/// The state of the queue is asked only if it matters: while no job waits, the host need not know the request.
+bool IsWaiting(const ListedJob& job) {
+    return job.status == JobStatus::Queued;
 }
 
 /// A long list is fetched and written in parts, so that neither host nor front end has all of it in one text. Jobs that
@@ -33,24 +32,35 @@ void WriteAllAsJson(CommandContext& context, HostSession& session) {
     context.console.Write(parts.End());
 }
 
+void TellDropped(CommandContext& context, std::size_t dropped, std::size_t shown) {
+    if (dropped > 0 && context.console.IsTerminal()) {
+        context.console.Write(
+            context.texts.Format(L"Outcome/NotAll", {std::to_wstring(shown), std::to_wstring(shown + dropped)}) +
+            L"\n");
+    }
+}
+
 } // namespace
 
 ExitCode List(CommandContext& context, const Command& command) {
+    const JobListView view(context, command);
     HostSession session(context, StartOf(command));
-    if (command.asJson && command.ids.empty()) {
+    if (command.asJson && command.ids.empty() && !HasFilter(command) && view.IsPlain()) {
         WriteAllAsJson(context, session);
         return ExitCode::Success;
     }
-    const JobModel board(command.ids.empty() ? session.FetchJobs()
-                                             : SelectJobs(context, session.FetchJobs({command.ids}), command.ids));
+    std::vector<ListedJob> jobs = JobsOf(context, session, command);
+    const bool waits = std::any_of(jobs.begin(), jobs.end(), IsWaiting);
+    const std::size_t dropped = view.Arrange(jobs);
     if (command.asJson) {
-        context.console.Write(JobsJson(board.Views()));
+        context.console.Write(JobsJson(JobModel(jobs).Views()));
         return ExitCode::Success;
     }
-    if (IsQueuePaused(session, board)) {
+    if (waits && session.FetchQueueState().isPaused) {
         context.console.Write(context.texts.Get(L"Outcome/Paused") + L"\n");
     }
-    WriteJobTable(context, board.Views());
+    view.Write(context, jobs);
+    TellDropped(context, dropped, jobs.size());
     return ExitCode::Success;
 }
 

@@ -8,8 +8,10 @@
 #include "front_end/commands/JobSelection.h"
 #include "front_end/connection/HostSession.h"
 #include "front_end/jobs/JobRow.h"
+#include "front_end/output/StateJson.h"
 #include "front_end/terminal/TerminalText.h"
 #include "platform/files/File.h"
+#include "text/Text.h"
 
 namespace front_end::commands {
 namespace {
@@ -17,25 +19,32 @@ namespace {
 /// Polling interval for a growing file.
 constexpr std::chrono::milliseconds lookInterval{250};
 
+/// Empty for a job without a work directory.
+std::wstring LogPath(const JobListInfo& job) {
+    return job.workDir.empty() ? std::wstring() : PathFuncs::Join(job.workDir, run_protocol::logFileName);
+}
+
 /// Reads a job's log from the last position on. If the writer has truncated the file, reads it from the beginning
 /// again.
 class LogReader {
 public:
-    explicit LogReader(std::wstring logPath) : path(std::move(logPath)) {}
+    LogReader(const JobListInfo& job, bool isJson) : path(LogPath(job)), number(job.seqId), asJson(isJson) {}
 
     /// Writes the bytes added since the last call. Returns false if there is no log.
     bool PassOn(Console& console) {
         bool isThere = true;
         for (std::string bytes = ReadBlock(isThere); !bytes.empty(); bytes = ReadBlock(isThere)) {
-            Write(console.IsTerminal() ? terminalText.Take(bytes) : bytes, console);
+            Write(bytes, console);
         }
         return isThere;
     }
 
 private:
-    static void Write(const std::string& bytes, Console& console) {
-        if (!bytes.empty()) {
-            console.WriteBytes(bytes);
+    void Write(const std::string& bytes, Console& console) {
+        const std::string shown = asJson ? text::ToUtf8(LogPartJson(number, text::FromUtf8(bytes)))
+                                         : (console.IsTerminal() ? terminalText.Take(bytes) : bytes);
+        if (!shown.empty()) {
+            console.WriteBytes(shown);
         }
     }
 
@@ -57,6 +66,8 @@ private:
     static constexpr std::size_t blockSize = 256 * 1024;
 
     std::wstring path;
+    std::int32_t number;
+    bool asJson;
     std::uint64_t position = 0;
     /// A scenario's output may contain data from untrusted input files.
     TerminalText terminalText;
@@ -71,18 +82,13 @@ void Apply(const std::vector<JobStatusInfo>& updates, JobListInfo& job) {
     }
 }
 
-/// Empty for a job without a work directory.
-std::wstring LogPath(const JobListInfo& job) {
-    return job.workDir.empty() ? std::wstring() : PathFuncs::Join(job.workDir, run_protocol::logFileName);
-}
-
 [[noreturn]] void Fail(const CommandContext& context, const wchar_t* textKey, const JobListInfo& job) {
     throw CommandFailure{ExitCode::JobFailed, context.texts.Format(textKey, {std::to_wstring(job.seqId)})};
 }
 
 /// Follows the log until the job has ended. A waiting job has no log yet, and may never get one.
-void Follow(CommandContext& context, HostSession& session, JobListInfo job) {
-    LogReader reader(LogPath(job));
+void Follow(CommandContext& context, HostSession& session, JobListInfo job, bool asJson) {
+    LogReader reader(job, asJson);
     bool hasLog = reader.PassOn(context.console);
     while (!IsOver(job.status)) {
         Apply(session.WaitForUpdates(lookInterval), job);
@@ -97,10 +103,14 @@ void Follow(CommandContext& context, HostSession& session, JobListInfo job) {
 
 ExitCode Log(CommandContext& context, const Command& command) {
     HostSession session(context, StartOf(command));
-    const JobListInfo job = SelectJobs(context, session.FetchJobs({command.ids}), command.ids).front();
+    const std::vector<ListedJob> jobs = JobsOf(context, session, command);
+    if (jobs.size() != 1) {
+        throw UsageProblem{L"Usage/OneJob", command.ids.front()};
+    }
+    const JobListInfo& job = jobs.front();
     if (command.follows) {
-        Follow(context, session, job);
-    } else if (!LogReader(LogPath(job)).PassOn(context.console)) {
+        Follow(context, session, job, command.asJson);
+    } else if (!LogReader(job, command.asJson).PassOn(context.console)) {
         Fail(context, L"Errors/NoLog", job);
     }
     return ExitCode::Success;

@@ -18,6 +18,10 @@ void WriteProblems(CommandContext& context, const std::vector<std::wstring>& pro
     }
 }
 
+std::wstring UsageHint(const CommandContext& context) {
+    return context.texts.Format(L"Usage/Hint", {context.program});
+}
+
 std::vector<std::wstring> RefusalReasons(const JobEnqueueResult& result) {
     std::vector<std::wstring> distinct;
     std::set<std::wstring> known;

@@ -15,6 +15,9 @@ void WriteProblem(CommandContext& context, const std::wstring& problem);
 /// Same for texts from the host, which may contain any file name; each is written on one line.
 void WriteProblems(CommandContext& context, const std::vector<std::wstring>& problems);
 
+/// Where to find the help of this program.
+std::wstring UsageHint(const CommandContext& context);
+
 /// Why the host created no jobs for a request, or for some of its input sets: each reason once, in the order of the
 /// sets. Empty if the host gave no reason.
 std::vector<std::wstring> RefusalReasons(const JobEnqueueResult& result);

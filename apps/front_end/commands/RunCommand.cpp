@@ -24,12 +24,18 @@ using Operation = ExitCode (*)(CommandContext&, const Command&);
 
 Operation OperationOf(CommandKind kind) {
     switch (kind) {
+    case CommandKind::Overview:
+        return commands::Overview;
     case CommandKind::List:
         return commands::List;
+    case CommandKind::Show:
+        return commands::Show;
     case CommandKind::Watch:
         return commands::Watch;
     case CommandKind::Run:
         return commands::Run;
+    case CommandKind::Add:
+        return commands::Add;
     case CommandKind::Wait:
         return commands::Wait;
     case CommandKind::Cancel:
@@ -58,8 +64,12 @@ Operation OperationOf(CommandKind kind) {
         return commands::Scenarios;
     case CommandKind::ParameterSets:
         return commands::ParameterSets;
+    case CommandKind::StartHost:
+        return commands::StartHost;
     case CommandKind::StopHost:
         return commands::StopHost;
+    case CommandKind::HostStatus:
+        return commands::HostStatus;
     case CommandKind::Help:
     case CommandKind::Version:
         break;
@@ -78,6 +88,7 @@ void RequireSettings(const CommandContext& context) {
 std::vector<FileRole> FilesReadBy(const Command& command) {
     std::vector<FileRole> files = FilesOfSettings();
     files.push_back({L"Roles/Scenario", command.scenario});
+    files.push_back({L"Roles/JobsFile", command.jobsFile == L"-" ? L"" : command.jobsFile});
     for (const std::wstring& input : command.inputs) {
         for (const std::wstring& file : FilesOfInputSet(input)) {
             files.push_back({L"Roles/Input", file});
@@ -107,6 +118,9 @@ ExitCode RunJobCommand(CommandContext& context, const std::function<ExitCode()>&
 }
 
 ExitCode RunCommand(CommandContext& context, const Command& command) {
+    if (command.colours == L"always" || command.colours == L"never") {
+        context.console.UseColours(command.colours == L"always");
+    }
     if (!command.logFile.empty()) {
         RequireDistinctFiles(context, {{L"Roles/LogFile", command.logFile}}, FilesReadBy(command));
         ControllerLogManager::Initialize(0, AbsolutePath(command.logFile), false);
@@ -127,8 +141,8 @@ ExitCode RunGuarded(CommandContext& context, const std::function<ExitCode()>& co
         WriteProblem(context, failure.message);
         return failure.exitCode;
     } catch (const UsageProblem& problem) {
-        WriteProblem(context, context.texts.Format(problem.textKey, {problem.argument}) + L"\n" +
-                                  context.texts.Get(L"Usage/Hint"));
+        WriteProblem(context, context.texts.Format(problem.textKey, {problem.argument, problem.suggestion}) + L"\n" +
+                                  UsageHint(context));
         return ExitCode::Usage;
     } catch (const OutputFailure& failure) {
         return TellLostOutput(context, failure.error);

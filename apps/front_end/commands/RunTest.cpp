@@ -173,8 +173,7 @@ TEST_F(RunTest, CtrlCLeavesTheJobsRunning) {
     host.jobs = {Job(1, L"a.stl", JobStatus::Running)};
     Script({});
     EXPECT_EQ(Run({L"--run", L"r.rb", a}), 130);
-    EXPECT_EQ(console.errors, "controller_cli: The jobs go on without this program. See them with: controller_cli "
-                              "--watch\n");
+    EXPECT_EQ(console.errors, "controller_cli: The jobs go on without this program. See them with: cadjobs watch\n");
     EXPECT_EQ(host.Requests().size(), 2U);
 }
 

@@ -16,21 +16,8 @@ std::optional<std::int64_t> WholeNumber(const std::wstring& text) {
     return isNumber ? std::optional(number) : std::nullopt;
 }
 
-/// Nothing for an option that is not given.
-std::optional<std::int32_t> NumberOf(const std::wstring& text, std::int64_t least, std::int64_t most,
-                                     const wchar_t* problem) {
-    if (text.empty()) {
-        return std::nullopt;
-    }
-    const auto number = WholeNumber(text);
-    if (!number || *number < least || *number > most) {
-        throw UsageProblem{problem, text};
-    }
-    return static_cast<std::int32_t>(*number);
-}
-
 std::optional<std::int32_t> PriorityOf(const Command& command) {
-    return NumberOf(command.priority, -1000, 1000, L"Usage/Priority");
+    return WholeNumberOf(command.priority, -1000, 1000, L"Usage/Priority");
 }
 
 std::optional<std::int64_t> NotBeforeOf(const CommandContext& context, const Command& command) {
@@ -68,17 +55,29 @@ std::optional<bool> FlagOf(bool isGiven) {
 
 RunRules RunRulesOf(const Command& command) {
     constexpr std::int32_t mostMiB = 1 << 30;
-    return {NumberOf(command.retries, 0, 100, L"Usage/Retries"),
+    return {WholeNumberOf(command.retries, 0, 100, L"Usage/Retries"),
             DurationOf(command.retryDelay),
             FlagOf(command.retriesWithBackoff),
             FlagOf(command.retriesOnlyAfterCrash),
             DurationOf(command.timeLimit),
             DurationOf(command.silenceLimit),
-            NumberOf(command.memoryLimit, 0, mostMiB, L"Usage/MemoryLimit"),
-            NumberOf(command.cpuLimit, 0, 100000, L"Usage/CpuLimit")};
+            WholeNumberOf(command.memoryLimit, 0, mostMiB, L"Usage/MemoryLimit"),
+            WholeNumberOf(command.cpuLimit, 0, 100000, L"Usage/CpuLimit")};
 }
 
 } // namespace
+
+std::optional<std::int32_t> WholeNumberOf(const std::wstring& text, std::int64_t least, std::int64_t most,
+                                          const wchar_t* problem) {
+    if (text.empty()) {
+        return std::nullopt;
+    }
+    const auto number = WholeNumber(text);
+    if (!number || *number < least || *number > most) {
+        throw UsageProblem{problem, text};
+    }
+    return static_cast<std::int32_t>(*number);
+}
 
 std::optional<std::int64_t> DurationOf(const std::wstring& text) {
     const auto duration = text.empty() ? std::nullopt : text::ReadDuration(text);

@@ -1,13 +1,14 @@
 #include "front_end/commands/Commands.h"
 
+#include "front_end/commands/HostStates.h"
 #include "front_end/commands/Problems.h"
 #include "front_end/connection/HostSession.h"
 
 namespace front_end::commands {
 namespace {
 
-ExitCode TellEnded(CommandContext& context) {
-    context.console.Write(context.texts.Get(L"Outcome/HostStopped") + L"\n");
+ExitCode TellEnded(CommandContext& context, bool asJson = false) {
+    context.console.Write(asJson ? HostJson(StateOfHost(context)) : context.texts.Get(L"Outcome/HostStopped") + L"\n");
     return ExitCode::Success;
 }
 
@@ -31,13 +32,13 @@ std::wstring Describe(const std::vector<host_lock::Holder>& hosts) {
 
 } // namespace
 
-ExitCode StopHost(CommandContext& context, const Command& /*command*/) {
+ExitCode StopHost(CommandContext& context, const Command& command) {
     try {
         HostSession(context, Start::Never).StopHost();
     } catch (const UnreachableHost& unreachable) {
         RequireEnd(context, context.host.EndRunningHost(context.patience), unreachable);
     }
-    return TellEnded(context);
+    return TellEnded(context, command.asJson);
 }
 
 ExitCode StopHostWithoutSettings(CommandContext& context, const std::wstring& problem) {

@@ -1,5 +1,7 @@
 #include "front_end/commands/Commands.h"
 
+#include <algorithm>
+
 #include "front_end/commands/JobSelection.h"
 #include "front_end/commands/WaitForCompletion.h"
 
@@ -7,9 +9,9 @@ namespace front_end::commands {
 
 ExitCode Wait(CommandContext& context, const Command& command) {
     HostSession session(context, StartOf(command));
-    const std::vector<ListedJob> jobs = session.FetchJobs({command.ids});
-    // Each name has to be one of a job.
-    (void)SelectJobs(context, jobs, command.ids);
+    std::vector<ListedJob> jobs = JobsOf(context, session, command);
+    std::stable_sort(jobs.begin(), jobs.end(),
+                     [](const ListedJob& left, const ListedJob& right) { return left.seqId < right.seqId; });
     return WaitForCompletion(context, session, jobs, command.asJson);
 }
 

@@ -54,7 +54,7 @@ TEST_F(WaitTest, AJobThatIsDeletedRightAfterTheListWasFetchedIsShownAsDeleted) {
 TEST_F(WaitTest, AnUnknownJobIsNamed) {
     host.jobs = {Job(1, L"a.stl", JobStatus::Success)};
     EXPECT_EQ(Run({L"--wait", L"1,7"}), 2);
-    EXPECT_EQ(console.errors, "controller_cli: There is no job 7. See: controller_cli --list\n");
+    EXPECT_EQ(console.errors, "controller_cli: There is no job 7. See: cadjobs list\n");
     EXPECT_EQ(console.output, "");
 }
 

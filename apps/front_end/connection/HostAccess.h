@@ -2,6 +2,7 @@
 
 #include <chrono>
 #include <cstdint>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -40,6 +41,9 @@ public:
 
     /// True if a process is the host or is starting as one, even if it is not reachable yet.
     virtual bool IsHostThere() = 0;
+
+    /// The host of the configured job list as its lock describes it; nothing if none runs.
+    virtual std::optional<host_lock::Holder> RunningHost() = 0;
 
     /// Starts a host in a separate process, and returns when it is reachable. A host that is already running or
     /// starting is a success. Returns the reason of a failure; empty on success. `warnings` are the lines in which the

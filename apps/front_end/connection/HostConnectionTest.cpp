@@ -237,7 +237,7 @@ TEST_F(HostConnectionTest, StopHostStartsNone) {
 
 constexpr char elsewhere[] = "controller_cli: A host runs, but cannot be reached from here: process 4711, at /run/x. "
                              "Looked for at: the usual place. Are XDG_RUNTIME_DIR and the settings the same as where "
-                             "it was started? To end it: controller_cli --stop-host\n";
+                             "it was started? To end it: cadjobs host stop\n";
 
 TEST_F(HostConnectionTest, AHostThatListensElsewhereIsNamed) {
     host.runs = false;

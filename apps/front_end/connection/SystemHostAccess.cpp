@@ -132,6 +132,11 @@ bool SystemHostAccess::IsHostThere() {
     return FindHolder(holder);
 }
 
+std::optional<host_lock::Holder> SystemHostAccess::RunningHost() {
+    host_lock::Holder holder;
+    return FindHolder(holder) ? std::optional(holder) : std::nullopt;
+}
+
 /// The host gets the settings file of this program, independent of its current directory.
 platform::ProcessStart SystemHostAccess::HostProcess() const {
     platform::ProcessStart start;

@@ -6,109 +6,9 @@
 #include "front_end/output/DisplayText.h"
 #include "front_end/output/Table.h"
 #include "platform/files/NativePath.h"
-#include "platform/system/Clock.h"
 
 namespace front_end {
 namespace {
-
-Colour ColourOf(JobStatus status) {
-    switch (status) {
-    case JobStatus::Running:
-        return Colour::Cyan;
-    case JobStatus::Success:
-        return Colour::Green;
-    case JobStatus::Failed:
-        return Colour::Red;
-    case JobStatus::Dequeued:
-    case JobStatus::Canceling:
-    case JobStatus::Canceled:
-        return Colour::Yellow;
-    case JobStatus::Queued:
-        break;
-    }
-    return Colour::None;
-}
-
-std::wstring PercentText(std::int32_t progress) {
-    return std::to_wstring(std::clamp(progress, 0, 100)) + L" %";
-}
-
-std::wstring Bar(std::int32_t progress) {
-    constexpr std::size_t length = 20;
-    const auto filled = static_cast<std::size_t>(std::clamp(progress, 0, 100)) * length / 100;
-    const std::wstring percent = PercentText(progress);
-    return L"[" + std::wstring(filled, L'#') + std::wstring(length - filled, L'.') + L"] " +
-           std::wstring(5 - percent.size(), L' ') + percent;
-}
-
-std::wstring TwoDigits(std::int64_t number) {
-    return (number < 10 ? L"0" : L"") + std::to_wstring(number);
-}
-
-/// "0:07", "1:02:03"; empty for a job that has not started.
-std::wstring TimeText(std::int64_t seconds) {
-    if (seconds < 0) {
-        return {};
-    }
-    const std::int64_t hours = seconds / 3600;
-    const std::int64_t minutes = seconds / 60 % 60;
-    return (hours > 0 ? std::to_wstring(hours) + L":" + TwoDigits(minutes) : std::to_wstring(minutes)) + L":" +
-           TwoDigits(seconds % 60);
-}
-
-bool ShowsOutputDirectory(const JobRow& view) {
-    return view.job.status == JobStatus::Success && !view.outputFolder.empty();
-}
-
-/// Why the job waits; empty if only for its turn.
-std::wstring WaitText(const Texts& texts, const ListedJob& job) {
-    if (job.status != JobStatus::Queued || job.waitReason.empty()) {
-        return {};
-    }
-    const std::wstring what = job.waitReason == L"time" ? platform::UtcText(job.notBefore) : job.waitName;
-    return texts.Format(L"Waiting/" + job.waitReason, {what});
-}
-
-/// For a job that has failed before and has not ended.
-std::wstring AttemptText(const Texts& texts, const ListedJob& job) {
-    if (job.lastEnding.empty() || IsOver(job.status)) {
-        return {};
-    }
-    const std::int32_t next = job.attempt + (job.status == JobStatus::Queued ? 1 : 0);
-    return texts.Format(L"Waiting/attempt",
-                        {std::to_wstring(next), std::to_wstring(MostAttempts(job)), job.lastEnding});
-}
-
-std::wstring ResultText(const Texts& texts, const JobRow& view) {
-    for (std::wstring text : {AttemptText(texts, view.job), WaitText(texts, view.job)}) {
-        if (!text.empty()) {
-            return text;
-        }
-    }
-    return ShowsOutputDirectory(view) ? platform::ToNativeText(view.outputFolder) : view.message;
-}
-
-Cell ResultCell(const Texts& texts, const JobRow& view) {
-    return {ResultText(texts, view), Colour::None, ShowsOutputDirectory(view) ? CutAt::Beginning : CutAt::End};
-}
-
-std::vector<Column> Columns(const Texts& texts) {
-    return {{texts.Get(L"Table/Job"), ColumnKind::Number},        {texts.Get(L"Table/State"), ColumnKind::Whole},
-            {texts.Get(L"Table/Progress"), ColumnKind::Number},   {texts.Get(L"Table/Time"), ColumnKind::Number},
-            {texts.Get(L"Table/Scenario"), ColumnKind::Flexible}, {texts.Get(L"Table/Input"), ColumnKind::Flexible},
-            {texts.Get(L"Table/Result"), ColumnKind::Flexible}};
-}
-
-std::vector<Cell> RowOf(const CommandContext& context, const JobRow& view, ProgressKind kind) {
-    const JobListInfo& job = view.job;
-    return {{std::to_wstring(job.seqId)},
-            {StatusText(context.texts, job.status), ColourOf(job.status)},
-            {kind == ProgressKind::Bar ? Bar(view.progress) : PercentText(view.progress)},
-            {TimeText(SecondsOf(job, context.now()))},
-            {job.scenario.displayName},
-            {InputText(job)},
-            ResultCell(context.texts, view)};
-}
 
 void AppendMessage(const std::wstring& heading, const std::wstring& message, std::vector<std::wstring>& lines) {
     std::wstring indent = heading;
@@ -150,16 +50,25 @@ std::wstring InputText(const JobListInfo& job) {
 }
 
 std::vector<std::wstring> JobTableLines(const CommandContext& context, const std::vector<const JobRow*>& jobs,
-                                        ProgressKind kind, std::optional<std::size_t> width) {
+                                        ProgressKind kind, std::optional<std::size_t> width,
+                                        const std::vector<const JobColumn*>& columns) {
+    std::vector<Column> headings;
+    for (const JobColumn* column : columns) {
+        headings.push_back({context.texts.Get(column->textKey), column->kind});
+    }
     std::vector<std::vector<Cell>> rows;
     rows.reserve(jobs.size());
     for (const JobRow* view : jobs) {
-        rows.push_back(RowOf(context, *view, kind));
+        std::vector<Cell>& row = rows.emplace_back();
+        for (const JobColumn* column : columns) {
+            row.push_back(column->cell(context, *view, kind));
+        }
     }
-    return TableLines(Columns(context.texts), std::move(rows), {width, context.console.HasColours()});
+    return TableLines(headings, std::move(rows), {width, context.console.HasColours(), context.console.HasLinks()});
 }
 
-void WriteJobTable(CommandContext& context, const std::vector<JobRow>& jobs) {
+void WriteJobTable(CommandContext& context, const std::vector<JobRow>& jobs,
+                   const std::vector<const JobColumn*>& columns) {
     if (jobs.empty()) {
         context.console.Write(context.texts.Get(L"Outcome/NoJobs") + L"\n");
         return;
@@ -171,7 +80,7 @@ void WriteJobTable(CommandContext& context, const std::vector<JobRow>& jobs) {
     }
     const auto width =
         context.console.IsTerminal() ? std::optional<std::size_t>(context.console.Width()) : std::nullopt;
-    context.console.Write(JoinedLines(JobTableLines(context, shown, ProgressKind::Percent, width)));
+    context.console.Write(JoinedLines(JobTableLines(context, shown, ProgressKind::Percent, width, columns)));
 }
 
 std::wstring JobLine(const CommandContext& context, const JobRow& view) {

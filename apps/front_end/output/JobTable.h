@@ -2,6 +2,7 @@
 
 #include "front_end/commands/CommandContext.h"
 #include "front_end/jobs/JobRow.h"
+#include "front_end/output/JobColumns.h"
 
 #include <optional>
 #include <string>
@@ -9,15 +10,14 @@
 
 namespace front_end {
 
-enum class ProgressKind { Percent, Bar };
-
-/// The lines of the job table: number, state, progress, scenario, input, time, and the output directory or the
-/// scenario's message. No line is longer than `width`.
+/// The lines of a table of jobs with these columns. No line is longer than `width`.
 std::vector<std::wstring> JobTableLines(const CommandContext& context, const std::vector<const JobRow*>& jobs,
-                                        ProgressKind kind, std::optional<std::size_t> width);
+                                        ProgressKind kind, std::optional<std::size_t> width,
+                                        const std::vector<const JobColumn*>& columns = UsualJobColumns());
 
-/// Writes the job table to the console, in its width.
-void WriteJobTable(CommandContext& context, const std::vector<JobRow>& jobs);
+/// Writes a table of jobs to the console, in its width.
+void WriteJobTable(CommandContext& context, const std::vector<JobRow>& jobs,
+                   const std::vector<const JobColumn*>& columns = UsualJobColumns());
 
 /// One job on one line, for a console that cannot overwrite lines.
 std::wstring JobLine(const CommandContext& context, const JobRow& view);

@@ -4,6 +4,7 @@
 #include <numeric>
 
 #include "front_end/output/DisplayText.h"
+#include "front_end/terminal/Links.h"
 
 namespace front_end {
 namespace {
@@ -52,10 +53,12 @@ void Narrow(const std::vector<Column>& columns, std::size_t limit, Widths& width
     }
 }
 
-std::wstring CellText(const Cell& cell, ColumnKind kind, std::size_t width, bool hasColours) {
+std::wstring CellText(const Cell& cell, ColumnKind kind, std::size_t width, const TableStyle& style) {
     const std::wstring text = cell.cutAt == CutAt::End ? Cut(cell.text, width) : CutBeginning(cell.text, width);
     const std::wstring blanks(width - DisplayWidth(text), L' ');
-    const std::wstring shown = hasColours ? Coloured(text, cell.colour) : text;
+    const std::wstring coloured = style.hasColours ? Coloured(text, cell.colour) : text;
+    const bool isLink = style.hasLinks && !cell.linkTo.empty() && !text.empty();
+    const std::wstring shown = isLink ? LinkTo(cell.linkTo, coloured) : coloured;
     return kind == ColumnKind::Number ? blanks + shown : shown + blanks;
 }
 
@@ -71,7 +74,7 @@ std::wstring Line(const std::vector<Column>& columns, const std::vector<Cell>& r
         }
         const std::size_t room = style.width ? *style.width - used - before : widths[column];
         const std::size_t width = std::min(room, widths[column]);
-        line += std::wstring(before, L' ') + CellText(row[column], columns[column].kind, width, style.hasColours);
+        line += std::wstring(before, L' ') + CellText(row[column], columns[column].kind, width, style);
         used += before + width;
     }
     line.erase(line.find_last_not_of(L' ') + 1);

@@ -16,6 +16,8 @@ struct Cell {
     std::wstring text;
     Colour colour = Colour::None;
     CutAt cutAt = CutAt::End;
+    /// The native path that the text links to; empty: none.
+    std::wstring linkTo = {};
 };
 
 enum class ColumnKind {
@@ -36,6 +38,7 @@ struct TableStyle {
     /// Maximum length of a line; nothing: unlimited.
     std::optional<std::size_t> width;
     bool hasColours = false;
+    bool hasLinks = false;
 };
 
 /// The lines of a table without line ends: the headings, then one line per row. Each row has one cell per column;

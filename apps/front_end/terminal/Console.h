@@ -1,6 +1,8 @@
 #pragma once
 
 #include <cstddef>
+#include <optional>
+#include <string>
 #include <string_view>
 
 #include "platform/system/Error.h"
@@ -28,8 +30,17 @@ public:
 
     /// True if written lines can be overwritten.
     virtual bool IsTerminal() const = 0;
-    /// True if colours are enabled; never without a terminal.
+    /// True if colours are enabled; without a terminal only after `UseColours`.
     virtual bool HasColours() const = 0;
+    /// Overrides what `HasColours` would return.
+    virtual void UseColours(bool hasColours) = 0;
+    /// True if the terminal shows links (OSC 8).
+    virtual bool HasLinks() const = 0;
+    /// Shows a question and returns the line that the user types, in lower case and without blanks around it. Nothing
+    /// if nobody can be asked: standard input or output is not a terminal.
+    virtual std::optional<std::wstring> Ask(std::wstring_view question) = 0;
+    /// All of standard input, up to `most` bytes; fails if there is more.
+    virtual platform::Error ReadInput(std::size_t most, std::string& bytes) = 0;
     /// Columns and lines of the terminal.
     virtual std::size_t Width() const = 0;
     virtual std::size_t Height() const = 0;

@@ -13,8 +13,15 @@ public:
     void* ReaderGone() const override;
     bool IsTerminal() const override;
     bool HasColours() const override;
+    void UseColours(bool hasColours) override { chosenColours = hasColours; }
+    bool HasLinks() const override;
+    std::optional<std::wstring> Ask(std::wstring_view question) override;
+    platform::Error ReadInput(std::size_t most, std::string& bytes) override;
     std::size_t Width() const override;
     std::size_t Height() const override;
+
+private:
+    std::optional<bool> chosenColours;
 };
 
 } // namespace front_end

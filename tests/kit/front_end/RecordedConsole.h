@@ -4,6 +4,7 @@
 #include "text/Text.h"
 
 #include <functional>
+#include <optional>
 #include <string>
 
 /// A console of any kind that records its output.
@@ -11,6 +12,12 @@ class RecordedConsole final : public front_end::Console {
 public:
     bool isTerminal = false;
     bool hasColours = false;
+    bool hasLinks = false;
+    /// What the user types when asked; nothing: nobody is there.
+    std::optional<std::wstring> answer;
+    std::string questions;
+    /// Standard input.
+    std::string input;
     std::size_t width = 80;
     std::size_t height = 24;
     /// UTF-8.
@@ -43,6 +50,16 @@ public:
 
     bool IsTerminal() const override { return isTerminal; }
     bool HasColours() const override { return hasColours; }
+    void UseColours(bool use) override { hasColours = use; }
+    bool HasLinks() const override { return hasLinks; }
+    std::optional<std::wstring> Ask(std::wstring_view question) override {
+        questions += text::ToUtf8(question);
+        return answer;
+    }
+    platform::Error ReadInput(std::size_t most, std::string& bytes) override {
+        bytes = input;
+        return input.size() > most ? platform::Error{platform::ErrorKind::TooLarge} : platform::Error();
+    }
     std::size_t Width() const override { return width; }
     std::size_t Height() const override { return height; }
 };

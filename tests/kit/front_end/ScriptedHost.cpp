@@ -30,6 +30,15 @@ bool ScriptedHost::IsHostThere() {
     return isStarting || runs;
 }
 
+std::optional<host_lock::Holder> ScriptedHost::RunningHost() {
+    host_lock::Holder holder;
+    holder.process = 4711;
+    holder.since = 1772694000;
+    holder.place = L"the usual place";
+    holder.isReady = true;
+    return runs ? std::optional(holder) : std::nullopt;
+}
+
 std::wstring ScriptedHost::StartHost(std::wstring& warnings) {
     warnings = startWarnings;
     ++startCount;

@@ -7,6 +7,7 @@
 
 #include <functional>
 #include <map>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -63,6 +64,7 @@ public:
     std::wstring TransmitterProblem() override { return L"cannot be loaded: no such file."; }
     EventTransmitterExtension* Extension() override;
     bool IsHostThere() override;
+    std::optional<host_lock::Holder> RunningHost() override;
     std::wstring StartHost(std::wstring& warnings) override;
     std::int32_t RunHost(std::wstring& problem) override;
     std::wstring HostElsewhere() override { return runningHost; }

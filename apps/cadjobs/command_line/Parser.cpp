@@ -1,0 +1,295 @@
+#include "cadjobs/command_line/Parser.h"
+
+#include <algorithm>
+#include <iterator>
+#include <memory>
+#include <sstream>
+#include <string_view>
+#include <utility>
+
+#include <CLI/CLI.hpp>
+
+#include "cadjobs/command_line/Subcommands.h"
+#include "front_end/commands/JobFilter.h"
+#include "text/NearestName.h"
+#include "text/Text.h"
+
+namespace front_end {
+namespace {
+
+std::vector<std::wstring> WideTexts(const std::vector<std::string>& texts) {
+    std::vector<std::wstring> wide;
+    std::transform(texts.begin(), texts.end(), std::back_inserter(wide), text::FromUtf8);
+    return wide;
+}
+
+/// The library expects its arguments in reverse order.
+std::vector<std::string> ReversedUtf8(const std::vector<std::wstring>& arguments) {
+    std::vector<std::string> reversed;
+    std::transform(arguments.rbegin(), arguments.rend(), std::back_inserter(reversed), text::ToUtf8);
+    return reversed;
+}
+
+/// "host-start"
+std::wstring KeyOf(const std::string& name) {
+    std::wstring key = text::FromUtf8(name);
+    std::replace(key.begin(), key.end(), L' ', L'-');
+    return key;
+}
+
+/// Writes the usage line with the operands as people write them: "Usage: cadjobs list [OPTIONS] [JOB...]".
+/// The names that the library makes of repeated operands ("(1x)") are dropped.
+class HelpFormatter final : public CLI::Formatter {
+public:
+    explicit HelpFormatter(const OperandSpec& levelOperand) {
+        std::istringstream words(levelOperand.name);
+        for (std::string word; words >> word;) {
+            operands += " " + word;
+        }
+        if (levelOperand.most > 2) {
+            operands += "...";
+        }
+        if (levelOperand.least == 0 && !operands.empty()) {
+            operands = " [" + operands.substr(1) + "]";
+        }
+    }
+
+    std::string make_usage(const CLI::App* level, std::string name) const override {
+        const std::string usage = CLI::Formatter::make_usage(level, std::move(name));
+        const std::string options = "[" + get_label("OPTIONS") + "]";
+        const std::size_t end = usage.find(options) + options.size();
+        return operands.empty() ? usage : usage.substr(0, end) + operands + "\n";
+    }
+
+    std::string make_positionals(const CLI::App* /*level*/) const override { return {}; }
+
+private:
+    std::string operands;
+};
+
+/// One level of the command line with what it may have.
+struct Level {
+    CLI::App* app = nullptr;
+    /// Null for the program itself and for "host".
+    const SubcommandSpec* spec = nullptr;
+    std::vector<CLI::Option*> operands = {};
+};
+
+class Grammar {
+public:
+    explicit Grammar(const Texts& programTexts) : texts(programTexts), app(Text(L"Program/About"), "cadjobs") {
+        Prepare(app);
+        app.add_flag("--version")->description(Text(L"Options/version"))->group(Text(L"Program/Options"));
+        AddOptions(app, {"--json", "--color", "--client-only", "--log-file"});
+        app.footer(Text(L"Program/Selection") + "\n\n" + Text(L"Program/ExitCodes"));
+        for (const SubcommandSpec& spec : Subcommands()) {
+            AddSubcommand(spec);
+        }
+    }
+
+    ParsedCommandLine Parse(const std::vector<std::wstring>& arguments) {
+        // The library hands what follows "--" to the wrong level.
+        const auto end = std::find(arguments.begin(), arguments.end(), L"--");
+        if (end != arguments.end()) {
+            plainOperands.assign(std::next(end), arguments.end());
+        }
+        try {
+            app.parse(ReversedUtf8({arguments.begin(), end}));
+        } catch (const CLI::CallForHelp&) {
+            return {{.kind = CommandKind::Help}, text::FromUtf8(app.help())};
+        } catch (const CLI::ParseError& error) {
+            // The message starts with the option that caused it: "--limit: 1 required ...".
+            const std::string what = error.what();
+            throw UsageProblem{L"Usage/WrongValue", text::FromUtf8(what.substr(0, what.find(':')))};
+        }
+        RefuseUnknown();
+        return {CommandOf(), {}};
+    }
+
+private:
+    std::string Text(const std::wstring& key) const { return text::ToUtf8(texts.Get(key)); }
+
+    void Prepare(CLI::App& level, const OperandSpec& operand = {}) const {
+        level.formatter(std::make_shared<HelpFormatter>(operand));
+        level.set_help_flag("-h,--help", Text(L"Options/help"))->group(Text(L"Program/Options"));
+        level.allow_windows_style_options(false);
+        level.allow_extras();
+        // Words after a subcommand are not looked up as further ones.
+        level.require_subcommand(0, 1);
+        level.get_formatter()->label("Usage", Text(L"Program/Usage"));
+        level.get_formatter()->label("OPTIONS", Text(L"Program/OPTIONS"));
+        level.get_formatter()->label("Positionals", Text(L"Program/Operands"));
+        level.get_formatter()->label("SUBCOMMAND", Text(L"Program/Command"));
+        level.get_formatter()->column_width(28);
+    }
+
+    void AddOptions(CLI::App& level, const std::vector<const char*>& names) const {
+        for (const char* const name : names) {
+            const OptionSpec& option = OptionNamed(name);
+            const std::string description = Text(L"Options/" + text::FromUtf8(option.LongName().substr(2)));
+            CLI::Option* const added = option.kind == ValueKind::Flag
+                                           ? level.add_flag(option.names)->description(description)
+                                           : level.add_option(option.names)
+                                                 ->description(description)
+                                                 ->expected(1)
+                                                 ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
+            if (option.kind != ValueKind::Flag) {
+                added->type_name(NameOfValue(option.kind));
+            }
+            added->group(Text(L"Program/Options"));
+        }
+    }
+
+    CLI::App& Parent(std::string& name) {
+        const std::size_t blank = name.find(' ');
+        if (blank == std::string::npos) {
+            return app;
+        }
+        const std::string parent = name.substr(0, blank);
+        name.erase(0, blank + 1);
+        const auto known = std::find_if(levels.begin(), levels.end(),
+                                        [&](const Level& level) { return level.app->get_name() == parent; });
+        CLI::App* added = known == levels.end() ? nullptr : known->app;
+        if (added == nullptr) {
+            added = app.add_subcommand(parent, Text(L"Subcommands/" + KeyOf(parent)));
+            Prepare(*added);
+            added->group(Text(L"Program/HostGroup"));
+            levels.push_back({added});
+        }
+        return *added;
+    }
+
+    /// Each word of the name is an operand; the last one may be repeated.
+    static void AddOperands(CLI::App& level, const OperandSpec& spec, std::vector<CLI::Option*>& operands) {
+        std::istringstream words(spec.name);
+        for (std::string word; words >> word;) {
+            operands.push_back(level.add_option(word)->expected(1)->type_name("")->group(""));
+        }
+        if (spec.most > operands.size()) {
+            operands.back()
+                ->expected(1, static_cast<int>(spec.most))
+                ->allow_extra_args()
+                ->multi_option_policy(CLI::MultiOptionPolicy::TakeAll);
+        }
+    }
+
+    void AddSubcommand(const SubcommandSpec& spec) {
+        std::string name = spec.name;
+        CLI::App& parent = Parent(name);
+        CLI::App* const added = parent.add_subcommand(name, Text(L"Subcommands/" + KeyOf(spec.name)));
+        Prepare(*added, spec.operand);
+        added->group(Text(L"Program/" + text::FromUtf8(spec.group)));
+        AddOptions(*added, spec.options);
+        Level level{added, &spec};
+        AddOperands(*added, spec.operand, level.operands);
+        levels.push_back(level);
+    }
+
+    /// The innermost level of the command line.
+    Level Parsed() const {
+        Level parsed;
+        for (const Level& level : levels) {
+            if (level.app->parsed()) {
+                parsed = level.app->get_parent() == &app && parsed.app != nullptr ? parsed : level;
+            }
+        }
+        return parsed;
+    }
+
+    [[noreturn]] static void FailUnknown(const CLI::App& level, const std::string& unknown) {
+        std::vector<std::string> names;
+        for (const CLI::App* subcommand : level.get_subcommands([](const CLI::App*) { return true; })) {
+            names.push_back(subcommand->get_name());
+        }
+        for (const CLI::Option* option : level.get_options()) {
+            for (const std::string& name : option->get_lnames()) {
+                names.push_back("--" + name);
+            }
+        }
+        const std::string typed = unknown.substr(0, unknown.find('='));
+        const std::string_view nearest = text::NearestName({names.begin(), names.end()}, typed);
+        throw UsageProblem{nearest.empty() ? L"Usage/UnknownArgument" : L"Usage/DidYouMean", text::FromUtf8(unknown),
+                           text::FromUtf8(nearest)};
+    }
+
+    void RefuseUnknown() const {
+        std::vector<const CLI::App*> all = {&app};
+        for (const Level& level : levels) {
+            all.push_back(level.app);
+        }
+        for (const CLI::App* level : all) {
+            for (const std::string& unknown : level->remaining()) {
+                FailUnknown(*level, unknown);
+            }
+        }
+    }
+
+    static void TakeOptions(const CLI::App& level, const std::vector<const char*>& names, Command& command) {
+        for (const char* const name : names) {
+            if (const CLI::Option* const option = level.get_option(name); option->count() > 0) {
+                OptionNamed(name).take(command, WideTexts(option->results()));
+            }
+        }
+    }
+
+    Values OperandsOf(const Level& level) const {
+        Values values;
+        for (const CLI::Option* const operand : level.operands) {
+            const Values results = WideTexts(operand->results());
+            values.insert(values.end(), results.begin(), results.end());
+        }
+        values.insert(values.end(), plainOperands.begin(), plainOperands.end());
+        if (values.size() > level.spec->operand.most) {
+            throw UsageProblem{L"Usage/UnknownArgument", values[level.spec->operand.most]};
+        }
+        return values;
+    }
+
+    void TakeOperands(const Level& level, Command& command) const {
+        const OperandSpec& spec = level.spec->operand;
+        const Values values = OperandsOf(level);
+        if (!values.empty()) {
+            spec.take(command, values);
+        }
+        if (level.spec->NeedsJobs() && level.spec->kind != CommandKind::Log) {
+            const bool areNamed = !command.ids.empty() || HasFilter(command) || command.kind == CommandKind::CancelAll;
+            if (!areNamed) {
+                throw UsageProblem{L"Usage/NoIds", {}};
+            }
+        } else if (values.size() < spec.least) {
+            throw UsageProblem{L"Usage/OperandMissing", text::FromUtf8(spec.name)};
+        }
+    }
+
+    Command CommandOf() const {
+        Command command{.kind = CommandKind::Overview};
+        command.isConfirmed = false;
+        command.showsAll = false;
+        TakeOptions(app, {"--json", "--color", "--client-only", "--log-file"}, command);
+        const Level level = Parsed();
+        if (app.get_option("--version")->count() > 0) {
+            command.kind = CommandKind::Version;
+        } else if (level.app != nullptr && level.spec == nullptr) {
+            throw UsageProblem{L"Usage/OperandMissing", L"start, stop, status"};
+        } else if (level.spec != nullptr) {
+            command.kind = level.spec->kind;
+            TakeOptions(*level.app, level.spec->options, command);
+            TakeOperands(level, command);
+        }
+        return command;
+    }
+
+    const Texts& texts;
+    CLI::App app;
+    std::vector<Level> levels;
+    /// The arguments after "--".
+    Values plainOperands;
+};
+
+} // namespace
+
+ParsedCommandLine ParseSubcommand(const Texts& texts, const std::vector<std::wstring>& arguments) {
+    return Grammar(texts).Parse(arguments);
+}
+
+} // namespace front_end

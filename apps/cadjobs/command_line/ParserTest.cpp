@@ -1,0 +1,143 @@
+#include "cadjobs/command_line/Parser.h"
+
+#include <gtest/gtest.h>
+
+namespace {
+
+using front_end::Command;
+using front_end::CommandKind;
+using front_end::UsageProblem;
+using Arguments = std::vector<std::wstring>;
+
+/// A missing file: the built-in texts apply.
+const front_end::Texts& BuiltIn() {
+    static const front_end::Texts texts(L"");
+    return texts;
+}
+
+Command Parsed(const Arguments& arguments) {
+    return front_end::ParseSubcommand(BuiltIn(), arguments).command;
+}
+
+UsageProblem Refused(const Arguments& arguments) {
+    try {
+        (void)Parsed(arguments);
+    } catch (const UsageProblem& problem) {
+        return problem;
+    }
+    ADD_FAILURE() << "was parsed";
+    return {};
+}
+
+/// What each command of `cadjobs` begins with.
+Command Basis(CommandKind kind) {
+    Command command{.kind = kind};
+    command.isConfirmed = false;
+    command.showsAll = false;
+    return command;
+}
+
+TEST(ParserTest, NothingIsTheOverview) {
+    EXPECT_EQ(Parsed({}), Basis(CommandKind::Overview));
+    Command expected = Basis(CommandKind::Overview);
+    expected.asJson = true;
+    EXPECT_EQ(Parsed({L"--json"}), expected);
+}
+
+TEST(ParserTest, ARunHasAScenarioAndInputs) {
+    Command expected = Basis(CommandKind::Run);
+    expected.scenario = L"report.rb";
+    expected.inputs = {L"a.stl", L"list", L"-odd.stl"};
+    expected.outputFolder = L"out";
+    expected.priority = L"-7";
+    expected.needs = {L"cad=1", L"memory=2"};
+    expected.reuse = false;
+    EXPECT_EQ(Parsed({L"run", L"report.rb", L"a.stl", L"list", L"--output", L"out", L"--priority", L"-7", L"--need",
+                      L"cad=1", L"--need=memory=2", L"--no-reuse", L"--", L"-odd.stl"}),
+              expected);
+    EXPECT_EQ(Refused({L"run", L"report.rb"}), (UsageProblem{L"Usage/OperandMissing", L"SCENARIO INPUT"}));
+}
+
+TEST(ParserTest, JobsHaveBlanksOrCommasBetweenThem) {
+    Command expected = Basis(CommandKind::Cancel);
+    expected.ids = {L"3", L"5-7", L"last"};
+    expected.isConfirmed = true;
+    EXPECT_EQ(Parsed({L"cancel", L"3,5-7", L"last", L"--yes"}), expected);
+    EXPECT_EQ(Parsed({L"cancel", L"-y", L"3, 5-7,", L"last"}), expected);
+}
+
+TEST(ParserTest, ConditionsSelectJobsToo) {
+    Command expected = Basis(CommandKind::Delete);
+    expected.states = {L"Failed", L"Canceled", L"Success"};
+    expected.olderThan = L"7d";
+    EXPECT_EQ(Parsed({L"delete", L"--state", L"Failed,Canceled", L"-s", L"Success", L"--older-than=7d"}), expected);
+}
+
+TEST(ParserTest, NoJobsAreNeverAllJobs) {
+    for (const wchar_t* const name : {L"show", L"wait", L"cancel", L"delete", L"again", L"edit", L"hold", L"release"}) {
+        EXPECT_EQ(Refused({name}), (UsageProblem{L"Usage/NoIds", {}}));
+        EXPECT_EQ(Refused({name, L" , "}), (UsageProblem{L"Usage/NoIds", {}}));
+    }
+    EXPECT_EQ(Parsed({L"cancel", L"--all"}).kind, CommandKind::CancelAll);
+}
+
+TEST(ParserTest, AListTakesOrderColumnsAndLimit) {
+    Command expected = Basis(CommandKind::List);
+    expected.sortColumn = L"ended";
+    expected.isReversed = true;
+    expected.columns = {L"number", L"state"};
+    expected.groupColumn = L"scenario";
+    expected.limit = L"10";
+    expected.showsAll = true;
+    EXPECT_EQ(Parsed({L"list", L"--sort", L"ended", L"--reverse", L"--columns", L"number,state", L"--group-by",
+                      L"scenario", L"-n10", L"--all"}),
+              expected);
+}
+
+TEST(ParserTest, AHostIsStartedStoppedAndLookedFor) {
+    EXPECT_EQ(Parsed({L"host", L"start"}).kind, CommandKind::StartHost);
+    EXPECT_EQ(Parsed({L"host", L"stop"}).kind, CommandKind::StopHost);
+    EXPECT_EQ(Parsed({L"host", L"status", L"--json"}).kind, CommandKind::HostStatus);
+    EXPECT_TRUE(Parsed({L"host", L"status", L"--json"}).asJson);
+    EXPECT_EQ(Refused({L"host"}), (UsageProblem{L"Usage/OperandMissing", L"start, stop, status"}));
+    EXPECT_EQ(Refused({L"host", L"stpo"}), (UsageProblem{L"Usage/DidYouMean", L"stpo", L"stop"}));
+}
+
+TEST(ParserTest, WhatIsUnknownIsRefusedWithWhatMayBeMeant) {
+    EXPECT_EQ(Refused({L"lsit", L"3"}), (UsageProblem{L"Usage/DidYouMean", L"lsit", L"list"}));
+    EXPECT_EQ(Refused({L"list", L"--sate", L"Failed"}), (UsageProblem{L"Usage/DidYouMean", L"--sate", L"--state"}));
+    EXPECT_EQ(Refused({L"list", L"--sate=Failed"}), (UsageProblem{L"Usage/DidYouMean", L"--sate=Failed", L"--state"}));
+    EXPECT_EQ(Refused({L"watch", L"3"}), (UsageProblem{L"Usage/UnknownArgument", L"3"}));
+    EXPECT_EQ(Refused({L"log", L"3", L"4"}), (UsageProblem{L"Usage/UnknownArgument", L"4"}));
+}
+
+TEST(ParserTest, AMissingValueIsTheOptionsMistake) {
+    EXPECT_EQ(Refused({L"list", L"--limit"}), (UsageProblem{L"Usage/WrongValue", L"--limit"}));
+    EXPECT_EQ(Refused({L"list", L"--color", L"pink"}), (UsageProblem{L"Usage/Colours", L"pink"}));
+    EXPECT_EQ(Refused({L"run", L"a.rb", L"b", L"--reuse", L"--no-reuse"}),
+              (UsageProblem{L"Usage/IdleOption", L"--reuse"}));
+}
+
+TEST(ParserTest, TheUsageNamesTheOperands) {
+    const auto usage = [](const Arguments& arguments) {
+        const std::wstring help = front_end::ParseSubcommand(BuiltIn(), arguments).help;
+        const std::size_t begin = help.find(L"Usage: ");
+        return help.substr(begin, help.find(L'\n', begin) - begin);
+    };
+    EXPECT_EQ(usage({L"--help"}), L"Usage: cadjobs [OPTIONS] [COMMAND]");
+    EXPECT_EQ(usage({L"run", L"--help"}), L"Usage: cadjobs run [OPTIONS] SCENARIO INPUT...");
+    EXPECT_EQ(usage({L"log", L"-h"}), L"Usage: cadjobs log [OPTIONS] JOB");
+    EXPECT_EQ(usage({L"pause", L"-h"}), L"Usage: cadjobs pause [OPTIONS]");
+}
+
+TEST(ParserTest, HelpIsThatOfTheSubcommand) {
+    const auto all = front_end::ParseSubcommand(BuiltIn(), {L"--help"});
+    EXPECT_EQ(all.command.kind, CommandKind::Help);
+    EXPECT_NE(all.help.find(L"Usage: cadjobs"), std::wstring::npos);
+    const auto list = front_end::ParseSubcommand(BuiltIn(), {L"list", L"--help"});
+    EXPECT_NE(list.help.find(L"--group-by COLUMN"), std::wstring::npos);
+    EXPECT_NE(list.help.find(L"\nUsage: cadjobs list [OPTIONS] [JOB...]\n"), std::wstring::npos);
+    EXPECT_EQ(list.help.find(L"--need"), std::wstring::npos);
+}
+
+} // namespace

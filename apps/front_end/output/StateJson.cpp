@@ -1,0 +1,115 @@
+#include "front_end/output/StateJson.h"
+
+#include <tuple>
+
+#include "formats/json/RecordLayouts.h"
+#include "formats/json/Writing.h"
+
+namespace front_end {
+namespace {
+
+struct ReportsDocument {
+    std::vector<JobReport> results;
+};
+
+struct HostDocument {
+    HostState host;
+};
+
+struct OverviewDocument {
+    HostState host;
+    QueueNumbers queue;
+};
+
+struct PausedDocument {
+    bool isPaused = false;
+};
+
+struct LogDocument {
+    std::int32_t number = 0;
+    std::wstring text;
+};
+
+} // namespace
+} // namespace front_end
+
+namespace json {
+
+template <>
+struct Layout<front_end::JobReport> {
+    using Record = front_end::JobReport;
+    static constexpr auto members =
+        std::make_tuple(Member{"number", &Record::number}, Member{"id", &Record::id}, Member{"status", &Record::status},
+                        Member{"done", &Record::isDone}, Member{"message", &Record::message});
+};
+
+template <>
+struct Layout<front_end::HostState> {
+    using Record = front_end::HostState;
+    static constexpr auto members =
+        std::make_tuple(Member{"running", &Record::isRunning}, OptionalMember{"process", &Record::process},
+                        OptionalMember{"since", &Record::since}, OptionalMember{"endpoint", &Record::endpoint},
+                        Member{"jobListFile", &Record::jobListFile}, Member{"settingsFile", &Record::settingsFile});
+};
+
+template <>
+struct Layout<front_end::QueueNumbers> {
+    using Record = front_end::QueueNumbers;
+    static constexpr auto members =
+        std::make_tuple(Member{"paused", &Record::isPaused}, Member{"queued", &Record::queued},
+                        Member{"running", &Record::running}, Member{"succeeded", &Record::succeeded},
+                        Member{"failed", &Record::failed}, Member{"cancelled", &Record::cancelled});
+};
+
+template <>
+struct Layout<front_end::ReportsDocument> {
+    static constexpr auto members = std::make_tuple(Version(), Member{"results", &front_end::ReportsDocument::results});
+};
+
+template <>
+struct Layout<front_end::HostDocument> {
+    static constexpr auto members = std::make_tuple(Version(), Member{"host", &front_end::HostDocument::host});
+};
+
+template <>
+struct Layout<front_end::OverviewDocument> {
+    static constexpr auto members = std::make_tuple(Version(), Member{"host", &front_end::OverviewDocument::host},
+                                                    Member{"queue", &front_end::OverviewDocument::queue});
+};
+
+template <>
+struct Layout<front_end::PausedDocument> {
+    static constexpr auto members = std::make_tuple(Version(), Member{"paused", &front_end::PausedDocument::isPaused});
+};
+
+template <>
+struct Layout<front_end::LogDocument> {
+    static constexpr auto members = std::make_tuple(Version(), Member{"number", &front_end::LogDocument::number},
+                                                    Member{"text", &front_end::LogDocument::text});
+};
+
+} // namespace json
+
+namespace front_end {
+
+std::wstring ReportsJson(const std::vector<JobReport>& reports) {
+    return json::Write(ReportsDocument{reports}) + L"\n";
+}
+
+std::wstring HostJson(const HostState& host) {
+    return json::Write(HostDocument{host}) + L"\n";
+}
+
+std::wstring OverviewJson(const HostState& host, const std::optional<QueueNumbers>& queue) {
+    return (queue ? json::Write(OverviewDocument{host, *queue}) : json::Write(HostDocument{host})) + L"\n";
+}
+
+std::wstring PausedJson(bool isPaused) {
+    return json::Write(PausedDocument{isPaused}) + L"\n";
+}
+
+std::wstring LogPartJson(std::int32_t number, const std::wstring& text) {
+    return json::Write(LogDocument{number, text}) + L"\n";
+}
+
+} // namespace front_end
