@@ -2,6 +2,7 @@
 
 #include <algorithm>
 
+#include "CommonControllerLib/JobEntry.h"
 #include "formats/JobStates.h"
 #include "front_end/commands/Command.h"
 #include "front_end/commands/JobFilter.h"
@@ -133,7 +134,7 @@ std::wstring PriorityGroup(const Context&, const ListedJob& job) {
 }
 
 std::wstring UtcCell(std::int64_t time) {
-    return time == 0 ? std::wstring() : platform::UtcText(time);
+    return time == 0 ? std::wstring() : TimeCell(JobEntry::CreateTimeString(time));
 }
 
 } // namespace

@@ -2,7 +2,6 @@
 
 #include "platform/files/NativePath.h"
 #include "platform/processes/Process.h"
-#include "platform/system/Environment.h"
 
 namespace {
 
@@ -13,7 +12,7 @@ class CadjobsProcessTest : public HostProcessFixture {
 protected:
     Ending Cadjobs(const std::vector<std::wstring>& arguments) const {
         platform::ProcessStart start = FrontEndProcess(arguments);
-        start.program = platform::ProgramDirectory() + L"\\cadjobs" + platform::programExtension;
+        start.program = test_support::ProgramPath(L"cadjobs");
         return test_support::RunToEnd(start);
     }
 
@@ -40,7 +39,7 @@ TEST_F(CadjobsProcessTest, JobsOfAFileAreAddedWaitedForShownAndDeleted) {
     const Ending wait = Cadjobs({L"wait", L"1-3"});
     EXPECT_EQ(wait.exitCode, 0) << wait.output;
     const Ending shown = Cadjobs({L"show", L"last"});
-    EXPECT_NE(shown.output.find("State:            Success\n"), std::string::npos) << shown.output;
+    EXPECT_NE(shown.output.find("  Success\n"), std::string::npos) << shown.output;
     EXPECT_EQ(Cadjobs({L"list", L"--state", L"Success", L"--columns", L"number", L"--reverse"}).output,
               "Job\n  3\n  2\n  1\n");
     EXPECT_EQ(Cadjobs({L"delete", L"2-3"}).output, "Job 2 is deleted.\nJob 3 is deleted.\n");
