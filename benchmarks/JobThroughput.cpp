@@ -1,5 +1,5 @@
 // Runs COUNT no-op scenarios through the whole chain (engine, function module, runner, process), one at a time with
-// short and long lists and two at a time, and COUNT bare processes, in rounds by turns, so that other load meets all.
+// short and long lists, two and four at a time, and COUNT bare processes, in rounds by turns, so that other load meets all.
 // Prints "NAME SECONDS" lines: the seconds of one job or process, median of the rounds. Usage: job_throughput COUNT
 
 #include <cstdio>
@@ -55,6 +55,7 @@ int main(int argc, char** argv) {
         {"posix_spawn", [&] { return SecondsFor([&] { SpawnProcesses(countInRound); }); }},
         {"controller", [&] { return RunJobs(countInRound, 1); }},
         {"controller_2_at_a_time", [&] { return RunJobs(countInRound, 2); }},
+        {"controller_4_at_a_time", [&] { return RunJobs(countInRound, 4); }},
         {"controller_10000_rows", [&] { return RunJobs(countInRound, 1, 10'000); }},
         {"controller_100000_rows", [&] { return RunJobs(countInRound, 1, 100'000); }}};
     std::vector<std::vector<double>> seconds(measurements.size());

@@ -53,6 +53,11 @@ module BenchReport
            "#{place}_task_spooler", below(1)),
       pair("two_at_a_time_#{place}", "no-op jobs two at a time, #{text}", "#{place}_controller_2_at_a_time:rate",
            "one at a time", "#{place}_controller:rate", at_least(1.6), unit: "jobs/s"),
+      *[1, 2, 4].map do |count|
+        pair("parallel_#{place}_#{count}", "no-op jobs #{count} at a time, #{text}",
+             count == 1 ? "#{job}:rate" : "#{job}_#{count}_at_a_time:rate", "commands by GNU parallel", "#{place}_parallel_#{count}:rate",
+             unit: "jobs/s")
+      end,
       *[10_000, 100_000].map do |rows|
         pair("job_#{place}_#{rows}_rows", "no-op job, #{text}, #{grouped(rows)} rows in the list", "#{place}_controller_#{rows}_rows",
              "with 10 rows", job, at_most(1.2))
