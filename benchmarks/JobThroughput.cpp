@@ -1,6 +1,7 @@
 // Runs COUNT no-op scenarios through the whole chain (engine, function module, runner, process), one at a time with
-// short and long lists, two and four at a time, and COUNT bare processes, in rounds by turns, so that other load meets all.
-// Prints "NAME SECONDS" lines: the seconds of one job or process, median of the rounds. Usage: job_throughput COUNT
+// short and long lists, two and four at a time, and COUNT bare processes, in rounds by turns, so that other load meets
+// all. Prints "NAME SECONDS" lines: the seconds of one job or process, median of the rounds. Usage: job_throughput
+// COUNT
 
 #include <cstdio>
 #include <cstdlib>

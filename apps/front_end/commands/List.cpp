@@ -2,6 +2,7 @@
 
 #include <algorithm>
 #include <cstdint>
+#include <utility>
 
 #include "front_end/commands/JobFilter.h"
 #include "front_end/commands/JobListView.h"
@@ -18,17 +19,22 @@ bool IsWaiting(const ListedJob& job) {
     return job.status == JobStatus::Queued;
 }
 
-/// A long list is fetched and written in parts, so that neither host nor front end has all of it in one text. Jobs that
-/// are deleted meanwhile are missing, new ones are at the end.
+/// A long list is fetched and written in parts, so that neither host nor front end has all of it in one text. The host
+/// prepares a part while the one before is written. Jobs that are deleted meanwhile are missing, new ones are at the
+/// end.
 void WriteAllAsJson(CommandContext& context, HostSession& session) {
     constexpr std::int32_t rowsOfPart = 1000;
     JobsJsonParts parts;
-    std::vector<ListedJob> jobs;
-    do {
-        const std::int32_t last = jobs.empty() ? 0 : jobs.back().seqId;
-        jobs = session.FetchJobs({{}, last, rowsOfPart});
-        context.console.Write(parts.Rows(JobModel(jobs).Views()));
-    } while (jobs.size() == rowsOfPart);
+    bool isLast = false;
+    session.RequestJobs({{}, 0, rowsOfPart});
+    while (!isLast) {
+        std::vector<ListedJob> jobs = session.AwaitJobs();
+        isLast = jobs.size() < rowsOfPart;
+        if (!isLast) {
+            session.RequestJobs({{}, jobs.back().seqId, rowsOfPart});
+        }
+        context.console.Write(parts.Rows(ViewsOf(std::move(jobs))));
+    }
     context.console.Write(parts.End());
 }
 

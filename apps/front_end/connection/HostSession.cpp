@@ -36,7 +36,16 @@ std::vector<ListedJob> HostSession::FetchJobs() {
 }
 
 std::vector<ListedJob> HostSession::FetchJobs(const JobsQuery& query) {
-    return Await(requests.FetchJobs(query), &Answers::jobs);
+    RequestJobs(query);
+    return AwaitJobs();
+}
+
+void HostSession::RequestJobs(const JobsQuery& query) {
+    RequireSent(requests.FetchJobs(query));
+}
+
+std::vector<ListedJob> HostSession::AwaitJobs() {
+    return Await(true, &Answers::jobs);
 }
 
 JobEnqueueResult HostSession::Enqueue(const ScheduledRequest& request) {
@@ -113,9 +122,7 @@ std::vector<JobStatusInfo> HostSession::WaitForUpdates(std::optional<millisecond
 
 template <typename Answer>
 Answer HostSession::Await(bool wasSent, std::optional<Answer> Answers::*answer) {
-    if (!wasSent) {
-        FailHostGone();
-    }
+    RequireSent(wasSent);
     const auto deadline = steady_clock::now() + context.patience;
     for (Wake wake = Wake::Arrived;; wake = WaitForMail(deadline)) {
         if (std::optional<Answer> taken = inbox.Take(answer)) {
@@ -130,6 +137,12 @@ Answer HostSession::Await(bool wasSent, std::optional<Answer> Answers::*answer) 
         if (wake == Wake::TimeIsOver) {
             FailNoAnswer(context);
         }
+    }
+}
+
+void HostSession::RequireSent(bool wasSent) const {
+    if (!wasSent) {
+        FailHostGone();
     }
 }
 

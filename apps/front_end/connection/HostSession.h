@@ -21,6 +21,9 @@ public:
 
     std::vector<ListedJob> FetchJobs();
     std::vector<ListedJob> FetchJobs(const JobsQuery& query);
+    /// `FetchJobs` in two steps: the host and this process's transmitter work on the answer meanwhile.
+    void RequestJobs(const JobsQuery& query);
+    std::vector<ListedJob> AwaitJobs();
     JobEnqueueResult Enqueue(const ScheduledRequest& request);
     std::vector<JobStatusInfo> Cancel(std::vector<std::wstring> ids);
     std::vector<JobStatusInfo> CancelAll();
@@ -48,6 +51,7 @@ private:
 
     template <typename Answer>
     Answer Await(bool wasSent, std::optional<Answer> Answers::*answer);
+    void RequireSent(bool wasSent) const;
     /// `readerGone` ends the wait with a failure when signalled; null: never.
     Wake WaitForMail(Deadline deadline, void* readerGone = nullptr);
     [[nodiscard]] bool WaitOnce(std::chrono::milliseconds longest, void* readerGone);

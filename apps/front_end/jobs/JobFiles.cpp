@@ -51,7 +51,8 @@ std::optional<ProgressReport> LastReportOf(const JobListInfo& job) {
 
 ResultReport ResultOf(const JobListInfo& job) {
     ResultReport report = ReadResult(FileOf(job, run_protocol::resultFileName));
-    if (report.messages.empty()) {
+    // Only the host's reasons for failures are beside the list. Nothing is looked for in vain: a list may be long.
+    if (report.messages.empty() && job.status == JobStatus::Failed) {
         const std::wstring note = run_protocol::FailureNotePath(settings::Current()->jobListFile, job.id);
         report.messages = ReadResult(platform::Exists(note) ? note : std::wstring()).messages;
     }

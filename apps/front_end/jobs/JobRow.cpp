@@ -52,18 +52,27 @@ std::wstring StatusName(JobStatus status) {
     return status == unlistedStatus ? L"Deleted" : text::FromUtf8(JobStatusString(status));
 }
 
-JobRow ViewOf(const ListedJob& job) {
+JobRow ViewOf(ListedJob job) {
     JobRow view;
-    view.job = job;
-    view.progress = std::clamp(job.progress, 0, 100);
-    view.outputFolder = OutputDirectoryOf(job);
-    view.workDirectory = WorkDirectoryOf(job);
-    if (IsActive(job.status)) {
+    view.job = std::move(job);
+    view.progress = std::clamp(view.job.progress, 0, 100);
+    view.outputFolder = OutputDirectoryOf(view.job);
+    view.workDirectory = WorkDirectoryOf(view.job);
+    if (IsActive(view.job.status)) {
         TakeProgress(view);
-    } else if (IsOver(job.status)) {
+    } else if (IsOver(view.job.status)) {
         TakeResult(view);
     }
     return view;
+}
+
+std::vector<JobRow> ViewsOf(std::vector<ListedJob> jobs) {
+    std::vector<JobRow> views;
+    views.reserve(jobs.size());
+    for (ListedJob& job : jobs) {
+        views.push_back(ViewOf(std::move(job)));
+    }
+    return views;
 }
 
 std::int64_t SecondsOf(const JobListInfo& job, std::int64_t now) {

@@ -31,7 +31,8 @@ struct JobRow {
 std::wstring StatusName(JobStatus status);
 
 /// Reads the files in the job's work directory.
-JobRow ViewOf(const ListedJob& job);
+JobRow ViewOf(ListedJob job);
+std::vector<JobRow> ViewsOf(std::vector<ListedJob> jobs);
 
 /// The running time of a job in seconds; -1 if it never started.
 std::int64_t SecondsOf(const JobListInfo& job, std::int64_t now);

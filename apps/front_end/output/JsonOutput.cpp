@@ -74,36 +74,36 @@ std::wstring TimeText(std::int64_t time) {
     return time == 0 ? std::wstring() : JobEntry::CreateTimeString(time);
 }
 
-JobReport ReportOf(const JobRow& view) {
-    const ListedJob& job = view.job;
+JobReport ReportOf(JobRow view) {
+    ListedJob& job = view.job;
     JobReport report;
     report.number = job.seqId;
-    report.id = job.id;
+    report.id = std::move(job.id);
     report.status = StatusName(job.status);
     report.progress = view.progress;
-    report.message = view.message;
-    report.scenario = job.scenario.displayName;
+    report.message = std::move(view.message);
+    report.scenario = std::move(job.scenario.displayName);
     report.inputFiles = NativeTexts(job.inputFiles);
-    report.runArgument = job.runArgument;
+    report.runArgument = std::move(job.runArgument);
     report.outputFolder = platform::ToNativeText(view.outputFolder);
     report.workDirectory = platform::ToNativeText(view.workDirectory);
-    report.startTime = job.startTime;
-    report.endTime = job.endTime;
-    report.messages = view.messages;
+    report.startTime = std::move(job.startTime);
+    report.endTime = std::move(job.endTime);
+    report.messages = std::move(view.messages);
     report.outputFiles = NativeTexts(view.outputFiles);
     report.queuedTime = TimeText(job.queuedTime);
     report.priority = job.priority;
     report.isOnHold = job.hold;
-    report.after = job.after;
-    report.afterEnd = job.afterEnd;
+    report.after = std::move(job.after);
+    report.afterEnd = std::move(job.afterEnd);
     report.notBefore = TimeText(job.notBefore);
-    report.needs = job.needs;
-    report.waitReason = job.waitReason;
-    report.waitName = job.waitName;
+    report.needs = std::move(job.needs);
+    report.waitReason = std::move(job.waitReason);
+    report.waitName = std::move(job.waitName);
     if (MostAttempts(job) > 1) {
         report.attempt = job.attempt;
         report.attempts = MostAttempts(job);
-        report.lastEnding = job.lastEnding;
+        report.lastEnding = std::move(job.lastEnding);
     }
     static_cast<RunRules&>(report) = job;
     return report;
@@ -167,10 +167,11 @@ struct Layout<front_end::ParameterSetsDocument> {
 
 namespace front_end {
 
-std::wstring JobsJsonParts::Rows(const std::vector<JobRow>& jobs) {
+std::wstring JobsJsonParts::Rows(std::vector<JobRow> jobs) {
     JobsDocument document;
-    for (const JobRow& view : jobs) {
-        document.jobs.push_back(ReportOf(view));
+    document.jobs.reserve(jobs.size());
+    for (JobRow& view : jobs) {
+        document.jobs.push_back(ReportOf(std::move(view)));
     }
     std::wstring text = json::Write(document);
     text.erase(text.rfind(L']'));
@@ -180,8 +181,8 @@ std::wstring JobsJsonParts::Rows(const std::vector<JobRow>& jobs) {
     return text;
 }
 
-std::wstring JobsJson(const std::vector<JobRow>& jobs) {
-    return JobsJsonParts().Rows(jobs) + JobsJsonParts::End();
+std::wstring JobsJson(std::vector<JobRow> jobs) {
+    return JobsJsonParts().Rows(std::move(jobs)) + JobsJsonParts::End();
 }
 
 std::wstring ScenariosJson(const std::vector<ScenarioInfo>& scenarios) {

@@ -13,7 +13,7 @@ namespace front_end {
 /// The document of `JobsJson` in parts.
 class JobsJsonParts {
 public:
-    std::wstring Rows(const std::vector<JobRow>& jobs);
+    std::wstring Rows(std::vector<JobRow> jobs);
     /// Follows at least one call of `Rows`.
     static std::wstring End() { return L"]}\n"; }
 
@@ -21,7 +21,7 @@ private:
     bool hasBegun = false;
 };
 
-std::wstring JobsJson(const std::vector<JobRow>& jobs);
+std::wstring JobsJson(std::vector<JobRow> jobs);
 std::wstring ScenariosJson(const std::vector<ScenarioInfo>& scenarios);
 std::wstring ParameterSetsJson(const std::vector<ScenarioParameterSetInfo>& parameterSets);
 
