@@ -1,7 +1,8 @@
 #include "kit/processes/HostProcessFixture.h"
 
+#include "kit/TestClient.h"
 #include "kit/TestProcess.h"
-#include "platform/files/Directory.h"
+#include "kit/ZipWriter.h"
 #include "platform/files/FileSystem.h"
 #include "platform/files/NativePath.h"
 #include "text/Text.h"
@@ -37,8 +38,9 @@ protected:
         return test_support::RunToEnd(FrontEndProcess(arguments));
     }
 
-    Ending RunCount(const std::wstring& output, const std::vector<std::wstring>& options) const {
-        std::vector<std::wstring> arguments{L"--run", L"count.py", platform::ToNativeText(directory / L"inputs.txt"),
+    Ending Run(const std::wstring& scenario, const std::wstring& output,
+               const std::vector<std::wstring>& options = {}) const {
+        std::vector<std::wstring> arguments{L"--run", scenario, platform::ToNativeText(directory / L"inputs.txt"),
                                             L"--output", platform::ToNativeText(directory / output)};
         arguments.insert(arguments.end(), options.begin(), options.end());
         return Cli(arguments);
@@ -49,18 +51,54 @@ TEST_F(PythonHostTest, AScriptOfTheScenarioDirectoryIsListedAndRuns) {
     const Ending list = Cli({L"--scenarios"});
     EXPECT_EQ(list.exitCode, 0) << list.output;
     EXPECT_NE(list.output.find("Reports : count"), std::string::npos) << list.output;
-    const Ending run = RunCount(L"out", {L"--argument", L"fine size=7"});
+    const Ending run = Run(L"count.py", L"out", {L"--argument", L"fine size=7"});
     EXPECT_EQ(run.exitCode, 0) << run.output;
     EXPECT_NE(run.output.find("Reports : count"), std::string::npos) << run.output;
     EXPECT_EQ(ReadTextFile(directory / L"out\\inputs\\count.txt"), "1 of size 7");
 }
 
 TEST_F(PythonHostTest, ASecondEqualJobGetsTheResultsOfTheFirst) {
-    ASSERT_EQ(RunCount(L"out", {}).exitCode, 0);
-    const Ending second = RunCount(L"again", {L"--reuse"});
+    ASSERT_EQ(Run(L"count.py", L"out").exitCode, 0);
+    const Ending second = Run(L"count.py", L"again", {L"--reuse"});
     EXPECT_EQ(second.exitCode, 0) << second.output;
     EXPECT_EQ(ReadTextFile(directory / L"again\\inputs\\count.txt"), "1 of size 3");
     EXPECT_NE(ReadTextFile(directory / L"again\\inputs\\provenance.json").find("\"resultsOf\""), std::string::npos);
+}
+
+TEST_F(PythonHostTest, APackageIsListedByItsNameAndRuns) {
+    test_support::ZipEntry manifest;
+    manifest.name = "manifest.json";
+    manifest.content = R"({"version":1,"displayName":"Line count","entryPoint":"main.py","interpreter":"python3"})";
+    test_support::ZipEntry script;
+    script.name = "main.py";
+    script.content = "from controller_scenario import run\nimport lines\n\nrun(lines.count)\n";
+    test_support::ZipEntry library;
+    library.name = "lines.py";
+    library.content = "def count(job):\n    job.write_output('lines.txt', str(sum(1 for _ in open(job.inputs[0]))))\n";
+    WriteTextFile(directory / L"scenarios\\lines.esa", test_support::MakeZip({manifest, script, library}));
+    const Ending run = Run(L"lines.esa", L"out");
+    EXPECT_EQ(run.exitCode, 0) << run.output;
+    EXPECT_NE(run.output.find("Reports : Line count"), std::string::npos) << run.output;
+    EXPECT_EQ(ReadTextFile(directory / L"out\\inputs\\lines.txt"), "1");
+}
+
+TEST_F(PythonHostTest, ACancelledScriptEndsWithoutAResult) {
+    WriteTextFile(directory / L"endless.py", "from controller_scenario import Job, run\n\n"
+                                             "def wait(job: Job) -> None:\n"
+                                             "    while True:\n"
+                                             "        job.progress(1, 'Waiting')\n\n"
+                                             "run(wait)\n");
+    StartHost();
+    TestClient frontEnd(endpointName);
+    const auto jobs = frontEnd.Enqueue(JobsFileFor("endless.py", 1));
+    ASSERT_FALSE(jobs.at(0).id.empty());
+    frontEnd.AwaitStatus(jobs[0].id, JobStatus::Running);
+    Await("progress of the job",
+          [&] { return platform::Exists(WorkDirOf(jobs[0].id) + L"\\progress_info_list.json"); });
+    frontEnd.Cancel(jobs[0].id);
+    frontEnd.AwaitStatus(jobs[0].id, JobStatus::Canceled);
+    Await("end of the job", [&] { return platform::Exists(WorkDirOf(jobs[0].id) + L"\\used_tools.json"); });
+    EXPECT_EQ(ReadTextFile(WorkDirOf(jobs[0].id) + L"\\scenario.log"), "");
 }
 
 } // namespace
