@@ -9,7 +9,7 @@ hub = 84;
 height = 45;
 
 assert(bore < hub && hub < circle - bolt && circle + bolt < outer, "the bolt holes do not fit between hub and rim");
-$fn = 96;
+$fn = 48;
 
 difference() {
     union() {

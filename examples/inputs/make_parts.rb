@@ -5,6 +5,7 @@
 #   ruby make_parts.rb OUTPUT_FOLDER
 #
 # box.step              40 x 30 x 20
+# bar.step              10 x 10 x 100
 # cylinder.step         diameter 20, height 30
 # plate.step            80 x 50 x 10 with four holes of 8 and one of 20; also .iges and .brep
 # plate_b.step          its revision: the larger hole 24 wide, a pad of 10 x 10 x 5 on top

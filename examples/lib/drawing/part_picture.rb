@@ -39,9 +39,10 @@ class PartPicture
   LIGHT = [-0.42, 0.62, 0.663].freeze
   MIRRORED = [-0.23, 0.34, 0.912].freeze
 
-  # A picture of `width` by 3/4 `width` pixels.
-  def initialize(topology, width)
+  # A picture of `width` by 3/4 `width` pixels. `palettes`: the SHADES colours of each triangle; nil: those of a part.
+  def initialize(topology, width, palettes: nil)
     @topology = topology
+    @palettes = palettes
     @width = width
     @height = width * 3 / 4
     @canvas = Canvas.new(@width, @height)
@@ -108,7 +109,7 @@ class PartPicture
       corners = @topology.corners[3 * triangle, 3].zip(corner_normals).map do |vertex, normal|
         on_canvas(@points[vertex]) << shade(front ? normal : normal.map(&:-@))
       end
-      @canvas.fill(*corners, front ? @outside : @inside)
+      @canvas.fill(*corners, @palettes ? @palettes[triangle] : (front ? @outside : @inside))
     end
   end
 

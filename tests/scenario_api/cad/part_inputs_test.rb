@@ -19,9 +19,12 @@ class PartInputsTest < Minitest::Test
   end
 
   def test_the_jobs_files_name_inputs_and_scenarios_that_exist
-    %w[part_jobs.json long_part_job.json].flat_map { |name| jobs(name) }.each do |job|
+    %w[part_jobs.json long_part_job.json fem_jobs.json].flat_map { |name| jobs(name) }.each do |job|
       assert_path_exists File.join(EXAMPLES_FOLDER, "scenarios", job["scenario"]["id"])
-      (job["inputFileSets"].flatten - FROM_PACKAGE).each { |path| assert_path_exists part(File.basename(path)) }
+      (job["inputFileSets"].flatten - FROM_PACKAGE).each do |path|
+        name = File.basename(path)
+        assert [part(name), File.join(INPUTS_FOLDER, name)].any? { |file| File.file?(file) }, path
+      end
     end
   end
 

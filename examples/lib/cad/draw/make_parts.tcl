@@ -23,6 +23,7 @@ proc upright_edges {shape} {
 
 step 0 20 "Making plain parts"
 box cube 40 30 20
+box bar 10 10 100
 pcylinder cylinder 10 30
 box plate 80 50 10
 drill plate 10 40 25 -5 20
@@ -38,6 +39,7 @@ explode plate_b so
 copy plate_b_1 plate_b
 write_step plate_b plate_b.step plate_b
 write_step cube box.step box
+write_step bar bar.step bar
 write_step cylinder cylinder.step cylinder
 write_step plate plate.step plate
 attempt "plate.iges could not be written" {brepiges plate plate.iges}
