@@ -1,82 +1,44 @@
 # frozen_string_literal: true
 
-require "fileutils"
-require "securerandom"
-require_relative "part_file"
-require_relative "tool"
+require_relative "scripted_tool"
 
-# Runs the Tcl scripts of lib/cad/draw in Open CASCADE's DRAWEXE for one or several files.
-#
-# DRAWEXE's exit code is 0 whatever happens. A script prints lines that begin with a word nobody else knows, so that
-# nothing in a CAD file can pass for them: STEP (what it does, and which part of the progress this is), VALUE, NOTE (a
-# warning), ROW (one of a list), ERROR and, when all is done, DONE.
-class Draw
+# Runs the Tcl scripts of lib/cad/draw in Open CASCADE's DRAWEXE, whose exit code is 0 whatever happens.
+class Draw < ScriptedTool
   SCRIPTS = File.join(__dir__, "draw")
-  EXCEPTION = /An exception was caught 0x\h+ : /
-  FREE_EDGES = /Number of Free Edges +: (\d+)/
-  PARSE_ERROR = /ERR StepFile : (?:Undefined Parsing: )?(.*?) *\*+$/
 
-  attr_reader :values, :notes, :rows
+  FREE_EDGES = /Number of Free Edges +: (\d+)/
+  EXCEPTION = /An exception was caught 0x\h+ : /
+  PARSE_ERROR = /ERR StepFile : (?:Undefined Parsing: )?(.*?) *\*+$/
 
   # Raises Tool::Missing.
   def initialize(job, time_limit)
-    @job = job
-    @tool = Tool.new(job, :draw, time_limit)
-    @values = {}
-    @notes = []
-    @rows = []
-    @names = {}
-    @token = SecureRandom.hex(8)
+    super(job, :draw, time_limit)
   end
 
-  # Copies a part into the work directory; its messages will name the user's file. Returns the copy's name.
-  def stage(part, plain_name)
-    part.stage(@job.work_dir, plain_name).tap { |staged| @names[staged] = part.name }
-  end
-
-  # Runs a script; it finds `settings` in its environment. `span` is the progress at its beginning and at its end.
-  # Raises Tool::Failed.
+  # See ScriptedTool.
   def run(script, settings, span = 0..100)
-    @step, @span, @done, @error, @parse_error = [0, 100, ""], span, false, nil, nil
-    ["common.tcl", script].each { |name| FileUtils.cp(File.join(SCRIPTS, name), @job.work_dir) }
-    run_tool(script, settings)
-    raise Tool::Failed, [@error, @parse_error].compact.join(" ") if @error
-    raise Tool::Failed, "#{subject}: #{@tool.title} stopped half way; the log says more" unless @done
-
-    report_tools(script)
-  end
-
-  # A number of the script, which must have told it.
-  def number(name)
-    numbers(name).first
-  end
-
-  # A list of numbers of the script, likewise.
-  def numbers(name)
-    list = values.fetch(name).split.map { |text| Float(text) }
-    raise KeyError if list.empty?
-
-    list
-  rescue KeyError, ArgumentError
-    raise Tool::Failed, "#{subject}: #{@tool.title} told no #{name}; the log says more"
+    @parse_error = nil
+    super
+  rescue Tool::Failed => e
+    raise Tool::Failed, [e.message.sub(EXCEPTION, ""), @parse_error].compact.join(" ")
   end
 
   private
 
-  # The error that the script has told says more than how the program ended.
-  def run_tool(script, settings)
-    @tool.run("-b", "-f", script, environment: environment(settings)) { |line| hear(line) }
-  rescue Tool::Failed => e
-    raise Tool::Failed, "#{subject}: #{e.message}" unless @error
+  def tool_name
+    "Open CASCADE"
   end
 
-  def subject
-    @names.values.join(" and ")
+  def files(script)
+    ["common.tcl", script].map { |name| File.join(SCRIPTS, name) }
   end
 
-  def hear(line)
+  def arguments(script)
+    ["-b", "-f", script]
+  end
+
+  def hear_program(line)
     case line
-    when /^#{@token} (\w+) ?(.*)/ then hear_script(Regexp.last_match(1), with_names(Regexp.last_match(2)))
     when /^Progress: (\d+)%/
       move(Regexp.last_match(1).to_i)
       :quiet
@@ -85,48 +47,10 @@ class Draw
     end
   end
 
-  def hear_script(kind, text)
-    case kind
-    when "STEP" then start_step(text)
-    when "VALUE" then @values.store(*text.split(" ", 2))
-    when "NOTE" then @notes << text
-    when "ROW" then @rows << text
-    when "ERROR" then @error ||= text.sub(EXCEPTION, "")
-    when "DONE" then @done = true
-    end
-    puts "#{kind} #{text}"
-    :quiet
-  end
-
-  def start_step(text)
-    from, to, what = text.split(" ", 3)
-    @step = [from.to_i, to.to_i, what]
-    move(0)
-  end
-
-  # `percent` is DRAWEXE's own, within the step. A step ends just before the next one begins: a text is shown only with a
-  # new percentage.
-  def move(percent)
-    from, to, what = @step
-    within = from + ([to - from - 1, 0].max * percent / 100.0)
-    @job.progress(@span.begin + ((@span.end - @span.begin) * within / 100), what)
-  end
-
-  def with_names(text)
-    @names.reduce(text) { |result, (staged, name)| result.gsub(staged) { name } }
-  end
-
-  def report_tools(script)
-    @job.report_tool_version("Open CASCADE", values["version"]) if values["version"]
-    [script, "common.tcl"].each { |name| @job.report_used_file(File.join(SCRIPTS, name)) }
-  end
-
   def environment(settings)
-    variables = settings.to_h { |name, value| ["SETTING_#{name.to_s.upcase}", value.to_s] }
-    variables["SETTING_TOKEN"] = @token
-    return variables if ToolPlaces::WINDOWS
+    return super if ToolPlaces::WINDOWS
 
-    variables.merge("LD_LIBRARY_PATH" => [plugins, ENV.fetch("LD_LIBRARY_PATH", nil)].compact.join(":"))
+    super.merge("LD_LIBRARY_PATH" => [plugins, ENV.fetch("LD_LIBRARY_PATH", nil)].compact.join(":"))
   end
 
   # Debian's package lacks the names by which DRAWEXE loads its commands: libTKTopTest.so for libTKTopTest.so.7.
