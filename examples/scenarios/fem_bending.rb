@@ -114,7 +114,9 @@ class FemBending
   def deformed(mesh, load_case, surface)
     factor = DRAWN_SHIFT * mesh.diagonal / load_case.greatest_shift
     triangles = surface.map do |_, ids|
-      corners = ids.flat_map { |id| mesh.nodes[id].zip(load_case.shifts[id]).map { |place, shift| place + (factor * shift) } }
+      corners = ids.flat_map do |id|
+        mesh.nodes[id].zip(load_case.shifts[id]).map { |place, shift| place + (factor * shift) }
+      end
       [0, 0, 0, *corners, 0].pack("e12v")
     end
     ["Deformed part".ljust(80), triangles.size].pack("a80V") << triangles.join

@@ -57,7 +57,8 @@ class FreeCadPart
     @formats.each { |format| MadeFile.check(made(format), format) }
     @job.progress(75, "Drawing #{name}")
     summary = MeshSummary.new(File.join(@job.work_dir, "part.stl"))
-    @job.write_output("picture.png", PartPicture.new(summary.topology, @parameters["size"]).to_png { @job.stop_if_cancelled })
+    picture = PartPicture.new(summary.topology, @parameters["size"]).to_png { @job.stop_if_cancelled }
+    @job.write_output("picture.png", picture)
     @formats.each do |format|
       target = @job.output_path("#{File.basename(name, ".*")}.#{format}")
       FileUtils.mv(made(format), target)

@@ -26,7 +26,8 @@ class FemCase
       deck.puts "*ELEMENT, TYPE=C3D10, ELSET=PART", @mesh.elements.map { |id, nodes| "#{id}, #{nodes.join(", ")}" }
       deck.puts "*NSET, NSET=HELD", @held.map { |id| "#{id}," }
       deck.puts "*MATERIAL, NAME=METAL", "*ELASTIC", "#{@modulus}, #{POISSON}", "*SOLID SECTION, ELSET=PART, MATERIAL=METAL"
-      deck.puts "*STEP", "*STATIC", "*BOUNDARY", "HELD, 1, 3", "*CLOAD", @pulled.map { |id| "#{id}, 1, #{@force / @pulled.size}" }
+      deck.puts "*STEP", "*STATIC", "*BOUNDARY", "HELD, 1, 3"
+      deck.puts "*CLOAD", @pulled.map { |id| "#{id}, 1, #{@force / @pulled.size}" }
       deck.puts "*NODE PRINT, NSET=ALL", "U", "*EL PRINT, ELSET=PART", "S", "*NODE PRINT, NSET=HELD, TOTALS=ONLY", "RF"
       deck.puts "*END STEP"
     end

@@ -15,10 +15,12 @@ module SheetSvg
       <svg xmlns="http://www.w3.org/2000/svg" viewBox="#{box.join(" ")}">
       <rect x="#{box[0]}" y="#{box[1]}" width="#{box[2]}" height="#{box[3]}" fill="#ffffff"/>
       <g fill="none" stroke-linejoin="round" stroke-linecap="round">
-      <path id="hidden" stroke="#8090a0" stroke-width="#{number(0.015 * margin)}" stroke-dasharray="#{number(0.12 * margin)}" d="#{path(hidden)}"/>
+      <path id="hidden" stroke="#8090a0" stroke-width="#{number(0.015 * margin)}" stroke-dasharray="#{number(0.12 * margin)}"
+        d="#{path(hidden)}"/>
       <path id="visible" stroke="#101418" stroke-width="#{number(0.035 * margin)}" d="#{path(visible)}"/>
       </g>
-      <text x="0" y="#{number(1.1 * margin)}" font-family="sans-serif" font-size="#{number(0.45 * margin)}">#{label(sheet).encode(xml: :text)}</text>
+      <text x="0" y="#{number(1.1 * margin)}" font-family="sans-serif"
+        font-size="#{number(0.45 * margin)}">#{label(sheet).encode(xml: :text)}</text>
       </svg>
     SVG
   end

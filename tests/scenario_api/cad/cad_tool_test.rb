@@ -56,9 +56,19 @@ class CadToolTest < Minitest::Test
   end
 
   def test_a_program_that_does_not_end_is_stopped_after_the_time_limit
-    report_with("File.write('#{@root}/pid', Process.pid); sleep", run_argument: "timeLimit=1")
+    report_with("sleep", run_argument: "timeLimit=1")
     assert_refused "my part.step: Open CASCADE's DRAWEXE was stopped after 1 seconds"
-    assert_raises(Errno::ESRCH) { Process.kill(0, File.read(File.join(@root, "pid")).to_i) }
+  end
+
+  # Whether it had begun its work by then or not.
+  def test_a_stopped_program_is_gone
+    original, pid = Process.method(:spawn), nil
+    spawn = ->(*arguments, **options) { pid = original.call(*arguments, **options) }
+    with_tool("CAD_DRAW", "sleep") do
+      tool = Tool.new(SetUpJob.new(@work_dir), :draw, 0.1)
+      Process.stub(:spawn, spawn) { assert_raises(Tool::Failed) { tool.run } }
+    end
+    assert_raises(Errno::ESRCH) { Process.kill(0, pid) }
   end
 
   def test_a_program_that_prints_without_end_is_stopped_after_the_time_limit

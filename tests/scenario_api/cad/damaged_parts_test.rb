@@ -18,7 +18,7 @@ class DamagedPartsTest < Minitest::Test
   end
 
   def report_on(path)
-    exit_code = run_example("part_report", path, run_argument: "size=400 timeLimit=30")
+    exit_code = run_example("part_report", path, run_argument: "size=400 timeLimit=120")
     assert_includes [0, 1], exit_code, @stderr
     result
   end
