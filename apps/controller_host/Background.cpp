@@ -3,7 +3,7 @@
 #include <chrono>
 
 #include "controller_host/OtherHost.h"
-#include "controller_host/StartChecks.h"
+#include "modules/StartChecks.h"
 #include "platform/files/NativePath.h"
 #include "platform/processes/Process.h"
 #include "platform/processes/Waiting.h"

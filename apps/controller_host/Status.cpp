@@ -1,8 +1,8 @@
 #include "controller_host/Status.h"
 
 #include "controller_host/Output.h"
-#include "controller_host/StartChecks.h"
 #include "formats/HostLock.h"
+#include "modules/StartChecks.h"
 #include "platform/files/NativePath.h"
 #include "platform/terminal/Console.h"
 #include "services/Settings.h"

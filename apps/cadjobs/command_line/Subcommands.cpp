@@ -182,6 +182,7 @@ std::vector<SubcommandSpec> OtherSubcommands() {
          Kind::ParameterSets,
          {"SCENARIO", ValueKind::Scenario, 1, 1, TakeScenario},
          WithCommon({})},
+        {"doctor", "OtherGroup", Kind::Doctor, {}, {"--json", "--color", "--log-file"}},
         {"host start", "HostGroup", Kind::StartHost, {}, {"--json", "--color", "--log-file"}},
         {"host stop", "HostGroup", Kind::StopHost, {}, {"--json", "--color", "--log-file"}},
         {"host status", "HostGroup", Kind::HostStatus, {}, {"--json", "--color", "--log-file"}},

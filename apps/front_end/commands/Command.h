@@ -32,7 +32,9 @@ enum class CommandKind {
     ParameterSets,
     StartHost,
     StopHost,
-    HostStatus
+    HostStatus,
+    /// Checks everything that jobs need.
+    Doctor
 };
 
 /// A parsed command line.

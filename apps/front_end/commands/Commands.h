@@ -39,6 +39,9 @@ ExitCode ParameterSets(CommandContext& context, const Command& command);
 ExitCode StartHost(CommandContext& context, const Command& command);
 /// `NoHost` if none runs.
 ExitCode HostStatus(CommandContext& context, const Command& command);
+/// Checks settings, programs, modules, directories, permissions, versions and host, and says what to do. `JobFailed` if
+/// something is wrong. Starts no host.
+ExitCode Doctor(CommandContext& context, const Command& command);
 ExitCode StopHost(CommandContext& context, const Command& command);
 /// Same if the settings are unusable, for the reason in `problem`: the built-in ones may belong to another host. Ends
 /// the only host that was started with this settings file.

@@ -64,6 +64,8 @@ Operation OperationOf(CommandKind kind) {
         return commands::Scenarios;
     case CommandKind::ParameterSets:
         return commands::ParameterSets;
+    case CommandKind::Doctor:
+        return commands::Doctor;
     case CommandKind::StartHost:
         return commands::StartHost;
     case CommandKind::StopHost:
@@ -131,7 +133,9 @@ ExitCode RunCommand(CommandContext& context, const Command& command) {
         }
     }
     const auto run = [&] { return OperationOf(command.kind)(context, command); };
-    return command.kind == CommandKind::Version ? run() : RunJobCommand(context, run);
+    // The doctor reports invalid settings itself.
+    const bool needsNoSettings = command.kind == CommandKind::Version || command.kind == CommandKind::Doctor;
+    return needsNoSettings ? run() : RunJobCommand(context, run);
 }
 
 ExitCode RunGuarded(CommandContext& context, const std::function<ExitCode()>& command) {

@@ -45,6 +45,9 @@ public:
     /// The host of the configured job list as its lock describes it; nothing if none runs.
     virtual std::optional<host_lock::Holder> RunningHost() = 0;
 
+    /// What the program of the host that would be started says about its version; its error otherwise.
+    virtual std::wstring HostProgramVersion() = 0;
+
     /// Starts a host in a separate process, and returns when it is reachable. A host that is already running or
     /// starting is a success. Returns the reason of a failure; empty on success. `warnings` are the lines in which the
     /// started host reports problems that would make jobs fail; empty if a host already existed.

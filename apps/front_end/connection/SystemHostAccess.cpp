@@ -147,6 +147,23 @@ platform::ProcessStart SystemHostAccess::HostProcess() const {
     return start;
 }
 
+std::wstring SystemHostAccess::HostProgramVersion() {
+    platform::OutputPipe pipe;
+    if (const platform::Error error = pipe.Open()) {
+        return error.Text();
+    }
+    platform::ProcessStart start = HostProcess();
+    start.arguments = {L"--version"};
+    start.output = pipe.WriteEnd();
+    platform::OwnedHandle program;
+    if (const platform::Error error = platform::StartProcess(start, program)) {
+        return CannotStart(start, error);
+    }
+    pipe.CloseWriteEnd();
+    (void)platform::WaitForAny({program.Get()}, startLimit);
+    return LastWords(pipe);
+}
+
 std::wstring SystemHostAccess::StartHost(std::wstring& warnings) {
     warnings.clear();
     platform::OutputPipe pipe;

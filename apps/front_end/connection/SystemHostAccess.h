@@ -20,6 +20,7 @@ public:
     EventTransmitterExtension* Extension() override;
     bool IsHostThere() override;
     std::optional<host_lock::Holder> RunningHost() override;
+    std::wstring HostProgramVersion() override;
     std::wstring StartHost(std::wstring& warnings) override;
     /// Ctrl-C and other stop requests to this program are forwarded to the host as a request.
     std::int32_t RunHost(std::wstring& problem) override;

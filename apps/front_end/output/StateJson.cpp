@@ -25,6 +25,10 @@ struct PausedDocument {
     bool isPaused = false;
 };
 
+struct ChecksDocument {
+    std::vector<CheckResult> checks;
+};
+
 struct LogDocument {
     std::int32_t number = 0;
     std::wstring text;
@@ -83,6 +87,18 @@ struct Layout<front_end::PausedDocument> {
 };
 
 template <>
+struct Layout<front_end::CheckResult> {
+    using Record = front_end::CheckResult;
+    static constexpr auto members = std::make_tuple(Member{"name", &Record::name}, Member{"fine", &Record::isFine},
+                                                    Member{"message", &Record::message});
+};
+
+template <>
+struct Layout<front_end::ChecksDocument> {
+    static constexpr auto members = std::make_tuple(Version(), Member{"checks", &front_end::ChecksDocument::checks});
+};
+
+template <>
 struct Layout<front_end::LogDocument> {
     static constexpr auto members = std::make_tuple(Version(), Member{"number", &front_end::LogDocument::number},
                                                     Member{"text", &front_end::LogDocument::text});
@@ -106,6 +122,10 @@ std::wstring OverviewJson(const HostState& host, const std::optional<QueueNumber
 
 std::wstring PausedJson(bool isPaused) {
     return json::Write(PausedDocument{isPaused}) + L"\n";
+}
+
+std::wstring ChecksJson(const std::vector<CheckResult>& checks) {
+    return json::Write(ChecksDocument{checks}) + L"\n";
 }
 
 std::wstring LogPartJson(std::int32_t number, const std::wstring& text) {

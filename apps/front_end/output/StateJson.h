@@ -31,12 +31,22 @@ struct QueueNumbers {
     std::int64_t cancelled = 0;
 };
 
+/// The result of one check.
+struct CheckResult {
+    /// Of the kind of check; not translated.
+    std::wstring name = {};
+    bool isFine = false;
+    /// What was found, or what is wrong and what to do.
+    std::wstring message = {};
+};
+
 std::wstring ReportsJson(const std::vector<JobReport>& reports);
 std::wstring HostJson(const HostState& host);
 /// `queue` without a value: no host runs.
 std::wstring OverviewJson(const HostState& host, const std::optional<QueueNumbers>& queue);
 /// {"version":1,"paused":true}
 std::wstring PausedJson(bool isPaused);
+std::wstring ChecksJson(const std::vector<CheckResult>& checks);
 /// A part of a job's log.
 std::wstring LogPartJson(std::int32_t number, const std::wstring& text);
 

@@ -29,6 +29,7 @@ public:
     /// The warnings of a started host.
     std::wstring startWarnings;
     std::int32_t foregroundExitCode = 0;
+    std::wstring hostVersion = L"controller_host " CONTROLLER_VERSION;
     /// A host with another endpoint.
     std::wstring runningHost;
     /// The hosts that were started with the settings file.
@@ -65,6 +66,7 @@ public:
     EventTransmitterExtension* Extension() override;
     bool IsHostThere() override;
     std::optional<host_lock::Holder> RunningHost() override;
+    std::wstring HostProgramVersion() override { return hostVersion; }
     std::wstring StartHost(std::wstring& warnings) override;
     std::int32_t RunHost(std::wstring& problem) override;
     std::wstring HostElsewhere() override { return runningHost; }

@@ -1,4 +1,4 @@
-#include "controller_host/StartChecks.h"
+#include "modules/StartChecks.h"
 
 #include "modules/EventTransmitterDescription.h"
 #include "modules/ModuleProblem.h"
