@@ -3,6 +3,9 @@
 #include <chrono>
 #include <csignal>
 #include <cstdlib>
+#include <iterator>
+#include <optional>
+#include <sstream>
 #include <string_view>
 #include <vector>
 
@@ -10,11 +13,11 @@
 #include <sys/wait.h>
 #include <unistd.h>
 
-#include "platform/files/FileSystem.h"
 #include "platform/processes/Process.h"
 #include "platform/processes/Waiting.h"
 #include "platform/processes/posix/Descendants.h"
 #include "platform/processes/posix/ProcessDescriptor.h"
+#include "platform/system/Sleep.h"
 #include "platform/system/posix/Descriptor.h"
 #include "text/Text.h"
 
@@ -80,13 +83,62 @@ Marks MarksOf(const std::wstring& variable, const std::set<std::wstring>& values
     return marks;
 }
 
-/// An unreadable process (exited, or another user's) counts as unmarked.
-bool IsMarked(pid_t process, const Marks& marks) {
+/// Nothing if the file cannot be opened: the process has ended, or is another user's. One call reads all of nearly
+/// every file: between two calls the process may become another program, and the rest of its file is then missing.
+std::optional<std::string> ReadProcessFile(pid_t process, const char* name) {
+    constexpr std::size_t bytesOfCall = std::size_t{128} << 10;
     constexpr std::size_t mostBytes = std::size_t{16} << 20;
-    std::string environment;
-    if (ReadFile(L"/proc/" + std::to_wstring(process) + L"/environ", mostBytes, environment)) {
-        return false;
+    const OwnedHandle file = OpenDescriptor(("/proc/" + std::to_string(process) + '/' + name).c_str(), O_RDONLY);
+    if (!file) {
+        return std::nullopt;
     }
+    std::string content;
+    for (ssize_t count = 1; count > 0 && content.size() < mostBytes;) {
+        const std::size_t begin = content.size();
+        content.resize(begin + bytesOfCall);
+        count = read(DescriptorOf(file), content.data() + begin, bytesOfCall);
+        content.resize(begin + static_cast<std::size_t>(std::max<ssize_t>(count, 0)));
+    }
+    return content;
+}
+
+/// For a process that seemed to have no environment: true if that was during exec, when the one of the new program did
+/// not exist yet. Threads of the system and processes that have ended never get one. The numbers of the fields are
+/// those of proc(5).
+bool WasBetweenPrograms(pid_t process) {
+    constexpr std::size_t state = 3;
+    constexpr std::size_t flags = 9;
+    constexpr std::size_t begin = 50;
+    constexpr std::size_t end = 51;
+    constexpr unsigned long exitingOrOfTheSystem = 0x00200004; // PF_EXITING, PF_KTHREAD
+    const std::string text = ReadProcessFile(process, "stat").value_or("");
+    // Field 2 is a name in parentheses that may contain any characters.
+    std::istringstream rest(text.substr(std::min(text.rfind(')') + 1, text.size())));
+    const std::vector<std::string> words{std::istream_iterator<std::string>(rest), {}};
+    const auto field = [&](std::size_t number) { return number - state < words.size() ? words[number - state] : ""; };
+    const bool isAlive = !words.empty() && field(state) != "Z" && field(state) != "X" &&
+                         (std::strtoul(field(flags).c_str(), nullptr, 10) & exitingOrOfTheSystem) == 0;
+    return isAlive && (field(begin) == "0" || field(begin) != field(end));
+}
+
+std::string EnvironmentOf(pid_t process) {
+    // On a busy machine a process may be halted during exec.
+    constexpr int mostLooks = 1000;
+    for (int look = 0; look < mostLooks; ++look) {
+        std::optional<std::string> environment = ReadProcessFile(process, "environ");
+        if (!environment) {
+            break;
+        }
+        if (!environment->empty() || !WasBetweenPrograms(process)) {
+            return std::move(*environment);
+        }
+        SleepFor(std::chrono::milliseconds(1));
+    }
+    return {};
+}
+
+bool IsMarked(pid_t process, const Marks& marks) {
+    const std::string environment = EnvironmentOf(process);
     for (std::string_view rest = environment; !rest.empty();) {
         const std::string_view entry = rest.substr(0, rest.find('\0'));
         if (marks.contains(entry)) {
@@ -161,8 +213,7 @@ std::size_t KillProcessesByEnvironment(const std::wstring& variable, const std::
     const auto deadline = steady_clock::now() + patience;
     const Marks marks = MarksOf(variable, values);
     std::size_t count = 0;
-    // A process has no readable environment for a moment during exec. After a pass that killed processes, another pass
-    // finds what they had just started.
+    // After a pass that killed processes, further ones find what they had just started.
     int looksInVain = 0;
     while (looksInVain < (count == 0 ? 1 : 2) && steady_clock::now() < deadline) {
         const std::size_t ended = EndSomeAndWait(marks, deadline);

@@ -4,7 +4,10 @@
 
 #include <gtest/gtest.h>
 
+#include "kit/OtherProcesses.h"
+#include "kit/TemporaryDirectory.h"
 #include "kit/TestProcess.h"
+#include "platform/files/NativePath.h"
 #include "platform/system/Environment.h"
 
 using platform::KillProcessesByEnvironment;
@@ -52,6 +55,22 @@ TEST_F(OrphansTest, OtherValuesAreLeftAlone) {
     EXPECT_EQ(KillProcessesByEnvironment(variable, {}), 0U);
     EXPECT_TRUE(platform::IsProcessRunning(process.Get()));
     EXPECT_EQ(KillProcessesByEnvironment(variable, {OwnValue() + L" and more"}), 1U);
+}
+
+/// During exec a process has no environment for a moment.
+TEST_F(OrphansTest, AProcessThatOftenBecomesAnotherProgramIsEnded) {
+    const TemporaryDirectory directory;
+    WriteTextFile(directory / L"again", "exec /bin/sh \"$0\"\n");
+    platform::ProcessStart start;
+    start.program = L"/bin/sh";
+    start.arguments = {platform::ToNativeText(directory / L"again")};
+    start.environment = {{variable, OwnValue()}};
+    for (int round = 0; round < 100; ++round) {
+        ASSERT_FALSE(platform::StartProcess(start, process));
+        const std::size_t count = KillProcessesByEnvironment(variable, {OwnValue()});
+        test_support::KillProcess(process.Get());
+        ASSERT_EQ(count, 1U);
+    }
 }
 
 TEST_F(OrphansTest, TheProcessThatAsksIsNotEnded) {
