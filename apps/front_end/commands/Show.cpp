@@ -46,7 +46,7 @@ public:
         }
         std::wstring text;
         for (const auto& [name, value] : lines) {
-            text += name + L":" + std::wstring(width - DisplayWidth(name), L' ') + L" " + value + L"\n";
+            text.append(name).append(L":").append(width + 1 - DisplayWidth(name), L' ').append(value).append(L"\n");
         }
         return text;
     }
