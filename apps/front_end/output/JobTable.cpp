@@ -53,6 +53,7 @@ std::vector<std::wstring> JobTableLines(const CommandContext& context, const std
                                         ProgressKind kind, std::optional<std::size_t> width,
                                         const std::vector<const JobColumn*>& columns) {
     std::vector<Column> headings;
+    headings.reserve(columns.size());
     for (const JobColumn* column : columns) {
         headings.push_back({context.texts.Get(column->textKey), column->kind});
     }
@@ -60,6 +61,7 @@ std::vector<std::wstring> JobTableLines(const CommandContext& context, const std
     rows.reserve(jobs.size());
     for (const JobRow* view : jobs) {
         std::vector<Cell>& row = rows.emplace_back();
+        row.reserve(columns.size());
         for (const JobColumn* column : columns) {
             row.push_back(column->cell(context, *view, kind));
         }

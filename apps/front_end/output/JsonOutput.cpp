@@ -105,7 +105,7 @@ JobReport ReportOf(JobRow view) {
         report.attempts = MostAttempts(job);
         report.lastEnding = std::move(job.lastEnding);
     }
-    static_cast<RunRules&>(report) = job;
+    static_cast<RunRules&>(report) = static_cast<const RunRules&>(job);
     return report;
 }
 
