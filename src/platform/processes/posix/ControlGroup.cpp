@@ -59,7 +59,7 @@ void RemoveEmptyGroups(const std::string& parent) {
     while (const dirent* const entry = listing ? readdir(listing.get()) : nullptr) {
         const std::string name = static_cast<const char*>(entry->d_name);
         if (name.starts_with(runPrefix)) {
-            rmdir((parent + '/' + name).c_str());
+            unlinkat(dirfd(listing.get()), name.c_str(), AT_REMOVEDIR);
         }
     }
 }
