@@ -108,6 +108,7 @@ std::optional<std::string> ReadProcessFile(pid_t process, const char* name) {
 bool WasBetweenPrograms(pid_t process) {
     constexpr std::size_t state = 3;
     constexpr std::size_t flags = 9;
+    constexpr std::size_t startOfCode = 26; // known last of all
     constexpr std::size_t begin = 50;
     constexpr std::size_t end = 51;
     constexpr unsigned long exitingOrOfTheSystem = 0x00200004; // PF_EXITING, PF_KTHREAD
@@ -118,7 +119,7 @@ bool WasBetweenPrograms(pid_t process) {
     const auto field = [&](std::size_t number) { return number - state < words.size() ? words[number - state] : ""; };
     const bool isAlive = !words.empty() && field(state) != "Z" && field(state) != "X" &&
                          (std::strtoul(field(flags).c_str(), nullptr, 10) & exitingOrOfTheSystem) == 0;
-    return isAlive && (field(begin) == "0" || field(begin) != field(end));
+    return isAlive && (field(startOfCode) == "0" || field(begin) != field(end));
 }
 
 std::string EnvironmentOf(pid_t process) {
