@@ -22,6 +22,9 @@ public:
     /// Fills `block` from its start and returns the number of bytes; 0 is the end. Without a value: reading has failed,
     /// and the connection is closed. Threads: any, one call at a time; may block.
     virtual std::optional<std::size_t> Read(std::span<char> block) = 0;
+
+    /// Makes a blocked and every later `Read` return the end: the client has gone. Threads: any, also during `Read`.
+    virtual void Cancel() {}
 };
 
 /// The server-sent events of one client.
