@@ -33,15 +33,6 @@ std::wstring RelativePath(const std::wstring& directory, const std::wstring& pat
     return relative;
 }
 
-/// "2026-03-05T07:08:09Z".
-std::wstring TimeText(std::int64_t time) {
-    constexpr std::size_t dateLength = 10;
-    constexpr std::size_t length = 19;
-    std::wstring text = platform::UtcText(time);
-    text[dateLength] = L'T';
-    return text.substr(0, length) + L'Z';
-}
-
 } // namespace
 
 RunRecord::RunRecord(const run_protocol::RunScenarioInfo& runInfo, provenance::RunContext runContext,
@@ -154,8 +145,8 @@ void RunRecord::DescribeRun(bool succeeded) {
     record.succeeded = succeeded;
     record.machine = platform::MachineName();
     record.user = platform::AccountName();
-    record.startTime = TimeText(startTime);
-    record.endTime = TimeText(platform::Now());
+    record.startTime = platform::UtcTimestamp(startTime);
+    record.endTime = platform::UtcTimestamp(platform::Now());
 }
 
 void RunRecord::AddUsedTools() {

@@ -3,9 +3,6 @@
 #include "platform/system/Clock.h"
 
 #include <cwchar>
-#include <iomanip>
-#include <locale>
-#include <sstream>
 
 void JobEntry::SetStartTime(const std::int64_t& time) {
     info.startTime = CreateTimeString(time);
@@ -20,13 +17,7 @@ std::int64_t JobEntry::GetStartTime() {
 }
 
 std::wstring JobEntry::CreateTimeString(const std::int64_t& time) {
-    const platform::CalendarTime utc = platform::ToUtc(time);
-    std::wostringstream text;
-    text.imbue(std::locale::classic()); // no digit grouping in the year
-    text << std::setfill(L'0') << std::setw(4) << utc.year << L'-' << std::setw(2) << utc.month << L'-' << std::setw(2)
-         << utc.day << L'T' << std::setw(2) << utc.hour << L':' << std::setw(2) << utc.minute << L':' << std::setw(2)
-         << utc.second << L'Z';
-    return text.str();
+    return platform::UtcTimestamp(time);
 }
 
 std::int64_t JobEntry::ConvertTimeStringToStruct(const std::wstring& text) {

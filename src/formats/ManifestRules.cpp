@@ -9,6 +9,7 @@
 
 #include "formats/zip/ZipError.h"
 #include "formats/zip/ZipName.h"
+#include "text/EscapeControls.h"
 #include "text/Text.h"
 
 namespace scenario_manifest {
@@ -19,13 +20,8 @@ constexpr std::size_t mostAllowedValues = 1000;
 constexpr std::size_t mostExitCodes = 256;
 constexpr std::size_t longestText = 4096;
 
-bool IsOneLine(const std::wstring& text, std::size_t longest) {
-    const auto isControl = [](wchar_t character) { return character < 0x20; };
-    return text.size() <= longest && std::none_of(text.begin(), text.end(), isControl);
-}
-
 bool IsName(const std::wstring& text, std::size_t longest) {
-    return !text.empty() && IsOneLine(text, longest);
+    return !text.empty() && text::IsOneLine(text, longest);
 }
 
 /// Rejects "inf" and "nan", which scenarios could not parse.
@@ -133,7 +129,7 @@ bool Identifier::Accepts(const std::wstring& name) {
 }
 
 bool CadName::Accepts(const std::wstring& name) {
-    return IsOneLine(name, 100);
+    return text::IsOneLine(name, 100);
 }
 
 bool Extension::Accepts(const std::wstring& extension) {
@@ -146,7 +142,7 @@ bool ParameterType::Accepts(const std::wstring& type) {
 }
 
 bool ParameterValue::Accepts(const std::wstring& value) {
-    return IsOneLine(value, longestText);
+    return text::IsOneLine(value, longestText);
 }
 
 bool FileInPackage::Accepts(const std::wstring& name) {

@@ -14,6 +14,7 @@
 #include "platform/processes/WaitLimit.h"
 #include "platform/system/Environment.h"
 #include "platform/system/Installation.h"
+#include "text/EscapeControls.h"
 #include "text/Wtf8.h"
 
 namespace settings {
@@ -22,10 +23,9 @@ namespace {
 constexpr std::size_t largestFile = std::size_t{1} << 20;
 constexpr std::size_t longestText = 4096;
 
-/// True for a text no longer than any path of either system, without control characters.
+/// No path of either system is longer.
 bool IsPlain(const std::wstring& text) {
-    return text.size() <= longestText &&
-           std::none_of(text.begin(), text.end(), [](wchar_t character) { return character < 0x20; });
+    return text::IsOneLine(text, longestText);
 }
 
 struct Path {

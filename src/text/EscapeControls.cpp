@@ -36,6 +36,11 @@ bool IsControlOrBidi(std::uint32_t character) {
     return isControl || endsLine || turnsDirection;
 }
 
+bool IsOneLine(std::wstring_view text, std::size_t longest) {
+    const auto isControl = [](wchar_t character) { return character < 0x20; };
+    return text.size() <= longest && std::none_of(text.begin(), text.end(), isControl);
+}
+
 std::wstring Escaped(std::wstring_view text) {
     if (std::none_of(text.begin(), text.end(), [](wchar_t element) { return NeedsEscape(Unit(element)); })) {
         return std::wstring(text);

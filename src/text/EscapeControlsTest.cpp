@@ -36,3 +36,11 @@ TEST(EscapeControlsTest, EscapesLoneSurrogates) {
     EXPECT_EQ(EscapedUtf8(std::wstring(1, static_cast<wchar_t>(0xd800)) + L"x"), "\\ud800x");
     EXPECT_EQ(EscapedUtf8(std::wstring(1, static_cast<wchar_t>(0xdc80))), "\\udc80");
 }
+
+TEST(EscapeControlsTest, ALineIsOfLimitedLengthAndWithoutControlCharacters) {
+    EXPECT_TRUE(text::IsOneLine(L"", 0));
+    EXPECT_TRUE(text::IsOneLine(L"gr\u00fc\u00df", 4));
+    EXPECT_FALSE(text::IsOneLine(L"gr\u00fc\u00df", 3));
+    EXPECT_FALSE(text::IsOneLine(L"a\nb", 10));
+    EXPECT_FALSE(text::IsOneLine(std::wstring(L"a\0b", 3), 10));
+}

@@ -30,16 +30,20 @@ void AppendPadded(std::int32_t number, std::size_t width, std::wstring& text) {
     text += digits;
 }
 
-/// The date and the time of day, with `between` between them.
-std::wstring Stamp(const CalendarTime& fields, wchar_t between) {
+struct Separators {
+    const wchar_t* date;
+    const wchar_t* between;
+    const wchar_t* time;
+};
+
+std::wstring Stamp(const CalendarTime& fields, const Separators& separators) {
     std::wstring text;
     AppendPadded(fields.year, 4, text);
-    AppendPadded(fields.month, 2, text);
-    AppendPadded(fields.day, 2, text);
-    text += between;
-    AppendPadded(fields.hour, 2, text);
-    AppendPadded(fields.minute, 2, text);
-    AppendPadded(fields.second, 2, text);
+    AppendPadded(fields.month, 2, text += separators.date);
+    AppendPadded(fields.day, 2, text += separators.date);
+    AppendPadded(fields.hour, 2, text += separators.between);
+    AppendPadded(fields.minute, 2, text += separators.time);
+    AppendPadded(fields.second, 2, text += separators.time);
     return text;
 }
 
@@ -75,19 +79,19 @@ std::int64_t FromLocal(const CalendarTime& fields) {
 }
 
 std::wstring LocalStamp(std::int64_t time) {
-    return Stamp(ToLocal(time), L'_');
+    return Stamp(ToLocal(time), {L"", L"_", L""});
 }
 
 std::wstring UtcStamp(std::int64_t time) {
-    return Stamp(ToUtc(time), L'T') + L'Z';
+    return Stamp(ToUtc(time), {L"", L"T", L""}) + L'Z';
+}
+
+std::wstring UtcTimestamp(std::int64_t time) {
+    return Stamp(ToUtc(time), {L"-", L"T", L":"}) + L'Z';
 }
 
 std::wstring UtcText(std::int64_t time) {
-    std::wstring text = UtcStamp(time);
-    text.replace(text.size() - 1, 1, L" UTC");
-    text.insert(13, L":").insert(11, L":");
-    text.replace(8, 1, L" ");
-    return text.insert(6, L"-").insert(4, L"-");
+    return Stamp(ToUtc(time), {L"-", L" ", L":"}) + L" UTC";
 }
 
 } // namespace platform

@@ -132,4 +132,15 @@ TEST(ClockTest, TheLocalStampIsAFileName) {
     EXPECT_EQ(platform::LocalStamp(1'709'622'489), L"20240305_020809");
 }
 
+TEST(ClockTest, UtcTimesAreTheSameInEveryTimeZone) {
+    const ScopedTimeZone zone("EST5EDT");
+    EXPECT_EQ(platform::UtcStamp(1'709'622'489), L"20240305T070809Z");
+    EXPECT_EQ(platform::UtcTimestamp(1'709'622'489), L"2024-03-05T07:08:09Z");
+    EXPECT_EQ(platform::UtcText(1'709'622'489), L"2024-03-05 07:08:09 UTC");
+}
+
+TEST(ClockTest, AnUnknownTimeIsWrittenAsZeros) {
+    EXPECT_EQ(platform::UtcTimestamp(-1), L"0000-00-00T00:00:00Z");
+}
+
 } // namespace

@@ -1,37 +1,24 @@
 #include "platform/processes/posix/Descendants.h"
 
-#include <cstdlib>
 #include <fstream>
 #include <map>
 #include <string>
-#include <string_view>
 #include <vector>
 
 #include <sys/wait.h>
 #include <unistd.h>
 
 #include "platform/processes/posix/ProcessDescriptor.h"
+#include "platform/processes/posix/ProcessFiles.h"
 #include "platform/system/posix/Descriptor.h"
 
 namespace platform {
 namespace {
 
-/// The parent id, field 4 of /proc/<pid>/stat. Field 2 is a name in parentheses that may contain any characters.
-pid_t ParentOf(pid_t process) {
-    std::ifstream file("/proc/" + std::to_string(process) + "/stat");
-    std::string text;
-    std::getline(file, text, '\0');
-    const std::size_t nameEnd = text.rfind(')');
-    constexpr std::size_t stateFieldLength = 4; // ") S "
-    return nameEnd == std::string::npos || nameEnd + stateFieldLength >= text.size()
-               ? 0
-               : static_cast<pid_t>(std::strtol(text.c_str() + nameEnd + stateFieldLength, nullptr, 10));
-}
-
 std::multimap<pid_t, pid_t> ReadChildrenByParent() {
     std::multimap<pid_t, pid_t> children;
     for (const pid_t process : ListProcesses()) {
-        children.emplace(ParentOf(process), process);
+        children.emplace(ProcessStat(process).Parent(), process);
     }
     return children;
 }
@@ -64,7 +51,7 @@ bool EndOne(const Descendant& descendant) {
         return kill(descendant.number, SIGKILL) == 0;
     }
     const OwnedHandle process(HandleOf(OpenProcessDescriptor(descendant.number)));
-    if (process && ParentOf(descendant.number) == descendant.parent) {
+    if (process && ProcessStat(descendant.number).Parent() == descendant.parent) {
         pidfd_send_signal(DescriptorOf(process), SIGKILL, nullptr, 0);
     }
     return false;
@@ -73,8 +60,7 @@ bool EndOne(const Descendant& descendant) {
 /// Kills the direct children, listed in /proc/self/task/*/children: fast enough to catch processes that fork and exit
 /// faster than a scan of all of /proc.
 void EndChildren() {
-    const std::string self = std::to_string(getpid());
-    std::ifstream list("/proc/" + self + "/task/" + self + "/children");
+    std::ifstream list(ProcessDirectory(getpid()) + "/task/" + std::to_string(getpid()) + "/children");
     for (pid_t child = 0; list >> child;) {
         kill(child, SIGKILL);
     }
@@ -118,17 +104,6 @@ void KillDescendants(const std::function<void(const siginfo_t&)>& onReaped) {
     while (ReapEnded(onReaped) && EndAllOnce()) {
         WaitForOneToEnd();
     }
-}
-
-std::vector<pid_t> ListProcesses() {
-    std::vector<pid_t> processes;
-    const DirectoryListing directory(opendir("/proc"));
-    while (const dirent* const entry = directory ? readdir(directory.get()) : nullptr) {
-        if (std::string_view(entry->d_name).find_first_not_of("0123456789") == std::string_view::npos) {
-            processes.push_back(static_cast<pid_t>(std::strtol(entry->d_name, nullptr, 10)));
-        }
-    }
-    return processes;
 }
 
 } // namespace platform

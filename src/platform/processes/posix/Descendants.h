@@ -1,16 +1,10 @@
 #pragma once
 
 #include <functional>
-#include <vector>
 
 #include <csignal>
 
-#include <sys/types.h>
-
 namespace platform {
-
-/// The ids of all processes of this machine.
-std::vector<pid_t> ListProcesses();
 
 /// Kills and reaps all descendants of this process, however deep and however fast they fork. Passes each one to
 /// `onReaped`. Returns when none is left, apart from those that this user may not kill.

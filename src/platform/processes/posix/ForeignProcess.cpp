@@ -2,9 +2,6 @@
 
 #include <cerrno>
 #include <climits>
-#include <fstream>
-#include <sstream>
-#include <string>
 #include <utility>
 
 #include <sys/stat.h>
@@ -13,6 +10,7 @@
 
 #include "platform/processes/Process.h"
 #include "platform/processes/posix/ProcessDescriptor.h"
+#include "platform/processes/posix/ProcessFiles.h"
 #include "platform/system/posix/Descriptor.h"
 
 namespace platform {
@@ -24,34 +22,15 @@ bool IsProcessDescriptor(int descriptor) {
     return waitid(P_PIDFD, static_cast<id_t>(descriptor), &ended, WEXITED | WNOHANG | WNOWAIT) == 0 || errno == ECHILD;
 }
 
-std::string DirectoryOf(pid_t number) {
-    return "/proc/" + std::to_string(number);
-}
-
 /// In clock ticks since boot; 0 if unknown.
 std::int64_t StartOf(pid_t number) {
-    std::ifstream file(DirectoryOf(number) + "/stat");
-    std::string text;
-    std::getline(file, text, '\0');
-    // The name in parentheses may contain any characters, also blanks and parentheses.
-    const std::size_t afterName = text.rfind(')');
-    if (afterName == std::string::npos) {
-        return 0;
-    }
-    constexpr int fieldsBefore = 19;
-    std::istringstream fields(text.substr(afterName + 1));
-    std::string skipped;
-    for (int field = 0; field < fieldsBefore; ++field) {
-        fields >> skipped;
-    }
-    std::int64_t start = 0;
-    fields >> start;
-    return start;
+    constexpr std::size_t start = 22;
+    return static_cast<std::int64_t>(ProcessStat(number).Number(start));
 }
 
 bool IsOwn(pid_t number) {
     struct stat status {};
-    return stat(DirectoryOf(number).c_str(), &status) == 0 && status.st_uid == geteuid();
+    return stat(ProcessDirectory(number).c_str(), &status) == 0 && status.st_uid == geteuid();
 }
 
 } // namespace

@@ -3,9 +3,7 @@
 #include <chrono>
 #include <csignal>
 #include <cstdlib>
-#include <iterator>
 #include <optional>
-#include <sstream>
 #include <string_view>
 #include <vector>
 
@@ -17,6 +15,7 @@
 #include "platform/processes/Waiting.h"
 #include "platform/processes/posix/Descendants.h"
 #include "platform/processes/posix/ProcessDescriptor.h"
+#include "platform/processes/posix/ProcessFiles.h"
 #include "platform/system/Sleep.h"
 #include "platform/system/posix/Descriptor.h"
 #include "text/Text.h"
@@ -83,43 +82,19 @@ Marks MarksOf(const std::wstring& variable, const std::set<std::wstring>& values
     return marks;
 }
 
-/// Nothing if the file cannot be opened: the process has ended, or is another user's. One call reads all of nearly
-/// every file: between two calls the process may become another program, and the rest of its file is then missing.
-std::optional<std::string> ReadProcessFile(pid_t process, const char* name) {
-    constexpr std::size_t bytesOfCall = std::size_t{128} << 10;
-    constexpr std::size_t mostBytes = std::size_t{16} << 20;
-    const OwnedHandle file = OpenDescriptor(("/proc/" + std::to_string(process) + '/' + name).c_str(), O_RDONLY);
-    if (!file) {
-        return std::nullopt;
-    }
-    std::string content;
-    for (ssize_t count = 1; count > 0 && content.size() < mostBytes;) {
-        const std::size_t begin = content.size();
-        content.resize(begin + bytesOfCall);
-        count = read(DescriptorOf(file), content.data() + begin, bytesOfCall);
-        content.resize(begin + static_cast<std::size_t>(std::max<ssize_t>(count, 0)));
-    }
-    return content;
-}
-
 /// For a process that seemed to have no environment: true if that was during exec, when the one of the new program did
-/// not exist yet. Threads of the system and processes that have ended never get one. The numbers of the fields are
-/// those of proc(5).
+/// not exist yet. Threads of the system and processes that have ended never get one.
 bool WasBetweenPrograms(pid_t process) {
     constexpr std::size_t state = 3;
     constexpr std::size_t flags = 9;
     constexpr std::size_t startOfCode = 26; // known last of all
     constexpr std::size_t begin = 50;
     constexpr std::size_t end = 51;
-    constexpr unsigned long exitingOrOfTheSystem = 0x00200004; // PF_EXITING, PF_KTHREAD
-    const std::string text = ReadProcessFile(process, "stat").value_or("");
-    // Field 2 is a name in parentheses that may contain any characters.
-    std::istringstream rest(text.substr(std::min(text.rfind(')') + 1, text.size())));
-    const std::vector<std::string> words{std::istream_iterator<std::string>(rest), {}};
-    const auto field = [&](std::size_t number) { return number - state < words.size() ? words[number - state] : ""; };
-    const bool isAlive = !words.empty() && field(state) != "Z" && field(state) != "X" &&
-                         (std::strtoul(field(flags).c_str(), nullptr, 10) & exitingOrOfTheSystem) == 0;
-    return isAlive && (field(startOfCode) == "0" || field(begin) != field(end));
+    constexpr std::uint64_t exitingOrOfTheSystem = 0x00200004; // PF_EXITING, PF_KTHREAD
+    const ProcessStat stat(process);
+    const std::string_view now = stat.Field(state);
+    const bool isAlive = !now.empty() && now != "Z" && now != "X" && (stat.Number(flags) & exitingOrOfTheSystem) == 0;
+    return isAlive && (stat.Number(startOfCode) == 0 || stat.Field(begin) != stat.Field(end));
 }
 
 std::string EnvironmentOf(pid_t process) {
