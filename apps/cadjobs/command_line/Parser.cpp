@@ -10,25 +10,13 @@
 #include <CLI/CLI.hpp>
 
 #include "cadjobs/command_line/Subcommands.h"
+#include "front_end/command_line/Utf8Arguments.h"
 #include "front_end/commands/JobFilter.h"
 #include "text/NearestName.h"
 #include "text/Text.h"
 
 namespace front_end {
 namespace {
-
-std::vector<std::wstring> WideTexts(const std::vector<std::string>& texts) {
-    std::vector<std::wstring> wide;
-    std::transform(texts.begin(), texts.end(), std::back_inserter(wide), text::FromUtf8);
-    return wide;
-}
-
-/// The library expects its arguments in reverse order.
-std::vector<std::string> ReversedUtf8(const std::vector<std::wstring>& arguments) {
-    std::vector<std::string> reversed;
-    std::transform(arguments.rbegin(), arguments.rend(), std::back_inserter(reversed), text::ToUtf8);
-    return reversed;
-}
 
 /// "host-start"
 std::wstring KeyOf(const std::string& name) {

@@ -8,6 +8,7 @@
 #include <CLI/CLI.hpp>
 
 #include "front_end/command_line/NamesInText.h"
+#include "front_end/command_line/Utf8Arguments.h"
 #include "text/Text.h"
 
 namespace front_end {
@@ -53,19 +54,6 @@ constexpr std::array flags = {"--json",    "--follow",        "-f,--client-only"
 
 /// More than fit on any system's command line.
 constexpr int mostInputs = 1 << 24;
-
-std::vector<std::wstring> WideTexts(const std::vector<std::string>& texts) {
-    std::vector<std::wstring> wide;
-    std::transform(texts.begin(), texts.end(), std::back_inserter(wide), text::FromUtf8);
-    return wide;
-}
-
-/// The library expects its arguments in reverse order.
-std::vector<std::string> ReversedUtf8(const std::vector<std::wstring>& arguments) {
-    std::vector<std::string> reversed;
-    std::transform(arguments.rbegin(), arguments.rend(), std::back_inserter(reversed), text::ToUtf8);
-    return reversed;
-}
 
 void Describe(CLI::App& app) {
     app.set_help_flag("");
