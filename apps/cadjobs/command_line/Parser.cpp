@@ -18,13 +18,6 @@
 namespace front_end {
 namespace {
 
-/// "host-start"
-std::wstring KeyOf(const std::string& name) {
-    std::wstring key = text::FromUtf8(name);
-    std::replace(key.begin(), key.end(), L' ', L'-');
-    return key;
-}
-
 /// Writes the usage line with the operands as people write them: "Usage: cadjobs list [OPTIONS] [JOB...]".
 /// The names that the library makes of repeated operands ("(1x)") are dropped.
 class HelpFormatter final : public CLI::Formatter {
@@ -139,7 +132,7 @@ private:
                                         [&](const Level& level) { return level.app->get_name() == parent; });
         CLI::App* added = known == levels.end() ? nullptr : known->app;
         if (added == nullptr) {
-            added = app.add_subcommand(parent, Text(L"Subcommands/" + KeyOf(parent)));
+            added = app.add_subcommand(parent, Text(L"Subcommands/" + text::FromUtf8(parent)));
             Prepare(*added);
             added->group(Text(L"Program/HostGroup"));
             levels.push_back({added});
@@ -164,9 +157,9 @@ private:
     void AddSubcommand(const SubcommandSpec& spec) {
         std::string name = spec.name;
         CLI::App& parent = Parent(name);
-        CLI::App* const added = parent.add_subcommand(name, Text(L"Subcommands/" + KeyOf(spec.name)));
+        CLI::App* const added = parent.add_subcommand(name, Text(L"Subcommands/" + spec.Key()));
         Prepare(*added, spec.operand);
-        added->group(Text(L"Program/" + text::FromUtf8(spec.group)));
+        added->group(spec.IsHidden() ? std::string() : Text(L"Program/" + text::FromUtf8(spec.group)));
         AddOptions(*added, spec.options);
         Level level{added, &spec};
         AddOperands(*added, spec.operand, level.operands);

@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "front_end/command_line/NamesInText.h"
+#include "text/Text.h"
 
 namespace front_end {
 namespace {
@@ -183,6 +184,12 @@ std::vector<SubcommandSpec> OtherSubcommands() {
          {"SCENARIO", ValueKind::Scenario, 1, 1, TakeScenario},
          WithCommon({})},
         {"doctor", "OtherGroup", Kind::Doctor, {}, {"--json", "--color", "--log-file"}},
+        {"completion",
+         "OtherGroup",
+         Kind::Completion,
+         {"SHELL", ValueKind::Shell, 1, 1, TakeEach<&Command::operands>},
+         {}},
+        {"complete", "", Kind::Complete, {"WORD", ValueKind::Text, 0, any, TakeEach<&Command::operands>}, {}},
         {"host start", "HostGroup", Kind::StartHost, {}, {"--json", "--color", "--log-file"}},
         {"host stop", "HostGroup", Kind::StopHost, {}, {"--json", "--color", "--log-file"}},
         {"host status", "HostGroup", Kind::HostStatus, {}, {"--json", "--color", "--log-file"}},
@@ -224,6 +231,12 @@ const char* NameOfValue(ValueKind kind) {
         return "SHELL";
     }
     return "";
+}
+
+std::wstring SubcommandSpec::Key() const {
+    std::wstring key = text::FromUtf8(name);
+    std::replace(key.begin(), key.end(), L' ', L'-');
+    return key;
 }
 
 std::string OptionSpec::LongName() const {

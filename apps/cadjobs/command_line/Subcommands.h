@@ -61,7 +61,7 @@ struct OperandSpec {
 struct SubcommandSpec {
     /// "list"; "host start" is a subcommand of a subcommand.
     const char* name;
-    /// The key of the text over its group in the help.
+    /// The key of the text over its group in the help; empty: it is not in the help.
     const char* group;
     CommandKind kind;
     OperandSpec operand;
@@ -70,6 +70,12 @@ struct SubcommandSpec {
 
     /// True if the jobs may be given by conditions instead.
     bool NeedsJobs() const { return operand.kind == ValueKind::Jobs && operand.least > 0; }
+
+    /// True for what is made for programs, not for people.
+    bool IsHidden() const { return *group == '\0'; }
+
+    /// The key of its text: "host-start".
+    std::wstring Key() const;
 };
 
 const std::vector<SubcommandSpec>& Subcommands();

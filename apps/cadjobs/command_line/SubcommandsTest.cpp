@@ -12,11 +12,7 @@ namespace {
 TEST(SubcommandsTest, EverySubcommandAndOptionHasItsText) {
     const front_end::Texts texts(L"");
     for (const front_end::SubcommandSpec& spec : front_end::Subcommands()) {
-        std::string name = spec.name;
-        if (const std::size_t blank = name.find(' '); blank != std::string::npos) {
-            name[blank] = '-';
-        }
-        const std::wstring key = L"Subcommands/" + text::FromUtf8(name);
+        const std::wstring key = L"Subcommands/" + spec.Key();
         EXPECT_NE(texts.Get(key), key);
         for (const char* const option : spec.options) {
             const std::wstring optionKey = L"Options/" + text::FromUtf8(std::string(option).substr(2));

@@ -34,7 +34,11 @@ enum class CommandKind {
     StopHost,
     HostStatus,
     /// Checks everything that jobs need.
-    Doctor
+    Doctor,
+    /// The script for a shell.
+    Completion,
+    /// The candidates for an unfinished command line.
+    Complete
 };
 
 /// A parsed command line.
@@ -63,6 +67,8 @@ struct Command {
     std::wstring silenceLimit = {};
     std::wstring memoryLimit = {};
     std::wstring cpuLimit = {};
+    /// What follows the name of a subcommand that is not about jobs.
+    std::vector<std::wstring> operands = {};
     /// The jobs file of `Add`; "-": standard input.
     std::wstring jobsFile = {};
     // Which of the jobs; as typed, empty: not given.

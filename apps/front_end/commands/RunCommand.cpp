@@ -72,6 +72,8 @@ Operation OperationOf(CommandKind kind) {
         return commands::StopHost;
     case CommandKind::HostStatus:
         return commands::HostStatus;
+    case CommandKind::Completion:
+    case CommandKind::Complete: // of the program that has subcommands
     case CommandKind::Help:
     case CommandKind::Version:
         break;
