@@ -2,9 +2,9 @@
 # links to these packages is used.
 set(third_party_include "${PROJECT_BINARY_DIR}/third_party/include")
 file(MAKE_DIRECTORY "${third_party_include}")
-foreach(entry rapidjson spdlog fmt asio asio.hpp CLI)
+foreach(entry rapidjson spdlog fmt asio asio.hpp boost CLI)
   if(NOT EXISTS "/usr/include/${entry}")
-    message(FATAL_ERROR "/usr/include/${entry} is missing. './run' installs what is needed, or: apt-get install rapidjson-dev libspdlog-dev libfmt-dev libasio-dev libcli11-dev")
+    message(FATAL_ERROR "/usr/include/${entry} is missing. './run' installs what is needed, or: apt-get install rapidjson-dev libspdlog-dev libfmt-dev libasio-dev libboost1.81-dev libcli11-dev")
   endif()
   file(CREATE_LINK "/usr/include/${entry}" "${third_party_include}/${entry}" SYMBOLIC)
 endforeach()
@@ -35,6 +35,14 @@ if(CONTROLLER_SANITIZERS MATCHES "address")
 endif()
 if(CMAKE_SYSTEM_NAME STREQUAL "Windows")
   target_link_libraries(asio INTERFACE ws2_32 mswsock)
+endif()
+
+# Beast and the Asio that it is made for, header-only. Both Asios can be in one program: their namespaces differ.
+add_library(beast INTERFACE)
+target_link_libraries(beast INTERFACE third_party_headers)
+target_compile_definitions(beast INTERFACE BOOST_ASIO_NO_DEPRECATED)
+if(CMAKE_SYSTEM_NAME STREQUAL "Windows")
+  target_link_libraries(beast INTERFACE ws2_32 mswsock)
 endif()
 
 add_library(cli11 INTERFACE)

@@ -27,18 +27,22 @@ public:
     virtual void Cancel() {}
 };
 
-/// The server-sent events of one client.
+/// A body whose texts come with time: the server-sent events of one client, or the output of a running job.
 class EventFeed {
 public:
     virtual ~EventFeed() = default;
-    /// The next text, in the form of "text/event-stream"; null if there is none now. Threads: that of the server.
+    /// The next text, for server-sent events in the form of "text/event-stream"; null if there is none now. Threads:
+    /// that of the server.
     virtual std::shared_ptr<const std::string> Next() = 0;
+    /// True if `Next` will have no further text; then the body ends. Threads: that of the server.
+    virtual bool IsAtEnd() const { return false; }
     /// Has `wake` called, on any thread, each time when `Next` may have a text again. Not called after the destruction
     /// of this object.
     virtual void OnNews(std::function<void()> wake) = 0;
 };
 
-/// The server adds the headers of security, length and connection.
+/// The server adds the headers of security, length and connection, and comments as heartbeats to a feed of the type
+/// "text/event-stream".
 struct Response {
     using Text = std::shared_ptr<const std::string>;
     using Body = std::variant<Text, std::unique_ptr<ContentReader>, std::unique_ptr<EventFeed>>;
