@@ -44,6 +44,7 @@ void CheckPaths(const Settings& read) {
     }
     fuzz::Require(read.logFile.empty() || platform::IsAbsolute(read.logFile), "the log file is absolute");
     std::for_each(read.functionModules.begin(), read.functionModules.end(), CheckPath);
+    std::for_each(read.web.inputDirectories.begin(), read.web.inputDirectories.end(), CheckPath);
     for (const ScenarioDirectory& directory : read.scenarioDirectories) {
         fuzz::Require(directory.path.empty() || platform::IsAbsolute(directory.path), "a scenario folder is absolute");
     }
@@ -56,6 +57,7 @@ void CheckLimits(const Settings& read) {
                   "the number of jobs is within its limits");
     fuzz::Require(read.cancelGraceSeconds >= 0 && read.cancelGraceSeconds <= 3600, "the grace is within its limits");
     fuzz::Require(read.scenarioLogLimitBytes >= 4096 && read.scenarioLogLimitBytes <= 1073741824, "the log is limited");
+    fuzz::Require(read.web.port >= 0 && read.web.port <= 65535, "the port is a port");
     fuzz::Require(!read.culture.empty() && !read.defaultCulture.empty() && !read.transmitterName.empty(),
                   "what must have a name has one");
     for (const auto& [extension, command] : read.interpreters) {
@@ -89,6 +91,15 @@ public:
             object.Add(key, value);
         }
         json += L",\"" + name + L"\":" + object.Finished();
+    }
+
+    void AddWeb(const settings::WebSettings& web) {
+        Writer object;
+        object.Add(L"port", web.port);
+        object.Add(L"readOnly", web.readOnly);
+        object.Add(L"publicAddress", web.publicAddress);
+        object.Add(L"inputDirectories", web.inputDirectories);
+        json += L",\"web\":" + object.Finished();
     }
 
     void AddAutoDelete(bool enabled, std::int32_t days) {
@@ -138,6 +149,7 @@ std::wstring Written(const Settings& read) {
     writer.Add(L"reuse", read.reuse);
     writer.AddMap(L"toolVersions", read.toolVersions);
     writer.Add(L"jobDefaults", read.jobDefaults);
+    writer.AddWeb(read.web);
     return writer.Finished();
 }
 

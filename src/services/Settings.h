@@ -53,6 +53,20 @@ struct SlurmSettings : slurm::SlurmOptions {
     bool operator==(const SlurmSettings&) const = default;
 };
 
+/// The web page of the queue.
+struct WebSettings {
+    /// The port of the server on this machine; 0: any free one.
+    std::int32_t port = 0;
+    /// The page shows the queue and changes nothing.
+    bool readOnly = false;
+    /// The address at which a reverse proxy makes the page reachable; empty: there is none.
+    std::wstring publicAddress;
+    /// The directories in which the page may look for input files.
+    std::vector<std::wstring> inputDirectories;
+
+    bool operator==(const WebSettings&) const = default;
+};
+
 /// The settings in force. All paths are absolute.
 struct Settings {
     /// The file that the settings were read from; empty for the built-in defaults.
@@ -104,6 +118,7 @@ struct Settings {
     RunRules jobDefaults;
     /// The versions of tools that results depend on, by name; results of other versions are not reused.
     std::map<std::wstring, std::wstring> toolVersions;
+    WebSettings web;
 
     bool operator==(const Settings&) const = default;
 };

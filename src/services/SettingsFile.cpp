@@ -166,6 +166,26 @@ struct SlurmSettingsMembers {
         std::make_tuple(Member{"lostAfterSeconds", &SlurmSettings::lostAfterSeconds, rule<LostAfterSeconds>}));
 };
 
+struct Port {
+    static constexpr auto expected = L"a port from 1 to 65535, or 0 for any free one";
+    static bool Accepts(std::int32_t port) { return port >= 0 && port <= 65535; }
+};
+
+struct WebAddress {
+    static constexpr auto expected = L"an address such as \"https://jobs.example.org/alice/\" (empty: none)";
+    static bool Accepts(const std::wstring& address) {
+        return address.empty() ||
+               (IsPlain(address) && (address.starts_with(L"https://") || address.starts_with(L"http://")));
+    }
+};
+
+struct WebMembers {
+    static constexpr auto members =
+        std::make_tuple(Member{"port", &WebSettings::port, rule<Port>}, Member{"readOnly", &WebSettings::readOnly},
+                        Member{"publicAddress", &WebSettings::publicAddress, rule<WebAddress>},
+                        Member{"inputDirectories", &WebSettings::inputDirectories, rule<Path>});
+};
+
 struct File {
     static constexpr auto members = std::make_tuple(
         json::Version(), Member{"workDirectory", &Settings::workDirectory, rule<Path>},
@@ -192,7 +212,8 @@ struct File {
         Member{"afterRestart", &Settings::afterRestart, rule<AfterRestartWord>},
         Member{"slurm", &Settings::slurm, rule<SlurmSettingsMembers>}, Member{"provenance", &Settings::provenance},
         Member{"reuse", &Settings::reuse}, Member{"jobDefaults", &Settings::jobDefaults, rule<json::Layout<RunRules>>},
-        Member{"toolVersions", &Settings::toolVersions, rule<ToolVersion>});
+        Member{"toolVersions", &Settings::toolVersions, rule<ToolVersion>},
+        Member{"web", &Settings::web, rule<WebMembers>});
 };
 
 void Resolve(const std::wstring& directory, std::wstring& path) {
@@ -208,8 +229,8 @@ void ResolvePaths(const std::wstring& directory, Settings& read) {
           &Settings::stringResourceFile, &Settings::scenarioRunner, &Settings::scenarioApiDirectory}) {
         Resolve(directory, read.*member);
     }
-    for (const auto member : {&Settings::functionModules, &Settings::libraryDirectories}) {
-        for (std::wstring& path : read.*member) {
+    for (auto* const paths : {&read.functionModules, &read.libraryDirectories, &read.web.inputDirectories}) {
+        for (std::wstring& path : *paths) {
             Resolve(directory, path);
         }
     }

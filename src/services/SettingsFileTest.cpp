@@ -83,6 +83,9 @@ const std::vector<Refused> refusedFiles = {
     {"NoAgeing", R"({"ageingMinutes":0})", L": ageingMinutes: expected a whole number of minutes"},
     {"AnotherAfterRestart", R"({"afterRestart":"some"})", L": afterRestart: expected \"cancel\", \"queued\" or"},
     {"ToolWithBlank", R"({"toolVersions":{"a tool":"1"}})", L": expected as its name 1 to 64 letters"},
+    {"PortBeyond16Bits", R"({"web":{"port":65536}})", L": web.port: expected a port from 1 to 65535, or 0"},
+    {"WebAddressWithoutScheme", R"({"web":{"publicAddress":"jobs.example.org"}})",
+     L": web.publicAddress: expected an address such as"},
     {"SmallLog", R"({"scenarioLogLimitBytes":4095})", L": scenarioLogLimitBytes: expected a whole number of bytes"},
     {"LargeLog", R"({"scenarioLogLimitBytes":1073741825})", L": scenarioLogLimitBytes: expected a whole number"},
     {"DirectoryWithoutPath", R"({"scenarioDirectories":[{"label":"x"}]})",
@@ -145,6 +148,7 @@ TEST_F(SettingsFileTest, TakesEveryMember) {
         "resources":{"cadLicence":2},"ageingMinutes":5,"afterRestart":"all",
         "provenance":false,"reuse":true,"toolVersions":{"mesher":"2.1"},
         "jobDefaults":{"retries":2,"retryDelay":"30s","timeLimit":"8h","memoryLimitMiB":4000,"cpuLimitPercent":150},
+        "web":{"port":8080,"readOnly":true,"publicAddress":"https://jobs.example.org/a/","inputDirectories":["parts"]},
         "slurm":{"partition":"main","cpus":2,"options":["--qos=low"],"lostAfterSeconds":30}})"))
         << text::ToUtf8(problem);
     Settings expected;
@@ -183,6 +187,7 @@ TEST_F(SettingsFileTest, TakesEveryMember) {
     expected.jobDefaults.memoryLimitMiB = 4000;
     expected.jobDefaults.cpuLimitPercent = 150;
     expected.toolVersions = {{L"mesher", L"2.1"}};
+    expected.web = {8080, true, L"https://jobs.example.org/a/", {directory / L"conf\\parts"}};
     expected.hooks = {{L"notify", L"--end"}, {L"/bin/mail"}, {}};
     EXPECT_TRUE(read == expected);
     EXPECT_TRUE(warnings.empty());

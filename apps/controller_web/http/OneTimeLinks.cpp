@@ -42,9 +42,9 @@ bool OneTimeLinks::Redeem(std::string_view secret) const {
     if (!IsSecret(secret)) {
         return false;
     }
+    const std::lock_guard lock(redeeming);
     const std::wstring file = FileOf(secret);
     const bool isExpired = IsExpired(file);
-    // Of several requests at once only one removes the file.
     return !platform::RemoveFile(file) && !isExpired;
 }
 
@@ -69,6 +69,10 @@ void OneTimeLinks::RemoveExpired() const {
             (void)platform::RemoveFile(file);
         }
     }
+}
+
+std::string LinkOf(const std::string& pageAddress, const std::string& secret) {
+    return pageAddress + "login?token=" + secret;
 }
 
 } // namespace web

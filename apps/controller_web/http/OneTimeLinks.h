@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <functional>
+#include <mutex>
 #include <string>
 #include <string_view>
 
@@ -22,7 +23,8 @@ public:
     /// Makes a link; `secret` is what the server expects. Removes expired links. The directory is created.
     [[nodiscard]] platform::Error Make(std::string& secret) const;
 
-    /// True if the secret is that of a link, which is then used up.
+    /// True if the secret is that of a link, which is then used up. Called in the process of the server only, through
+    /// one object: a system may report that a file was removed more than once.
     [[nodiscard]] bool Redeem(std::string_view secret) const;
 
 private:
@@ -32,6 +34,10 @@ private:
 
     std::wstring directory;
     std::function<std::int64_t()> clock;
+    mutable std::mutex redeeming;
 };
+
+/// The link that signs a browser in at the page with this address, which ends in a slash.
+std::string LinkOf(const std::string& pageAddress, const std::string& secret);
 
 } // namespace web

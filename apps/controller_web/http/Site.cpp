@@ -169,10 +169,10 @@ Response Site::Handle(const Request& request) noexcept {
     }
 }
 
-std::string Site::LinkWith(const std::string& secret) const {
+std::string Site::Address() const {
     const std::string origin =
         options.publicAddress ? options.publicAddress->origin : "http://127.0.0.1:" + std::to_string(options.port);
-    return origin + basePath + "login?token=" + secret;
+    return origin + basePath;
 }
 
 void Secure(Response& response) {

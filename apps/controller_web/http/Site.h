@@ -50,8 +50,8 @@ public:
     /// The handler's answer. A handler that fails has answered 500. Threads: several at once; may block.
     Response Handle(const Request& request) noexcept;
 
-    /// The address that a user opens, with the secret of a one-time link.
-    std::string LinkWith(const std::string& secret) const;
+    /// The address of the page, with its last slash: "http://127.0.0.1:8080/".
+    std::string Address() const;
 
 private:
     Target WithoutBasePath(Target target) const;
