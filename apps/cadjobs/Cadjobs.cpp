@@ -3,6 +3,7 @@
 #include "cadjobs/command_line/Parser.h"
 #include "cadjobs/completion/Candidates.h"
 #include "cadjobs/completion/CompletionScripts.h"
+#include "cadjobs/scenarios/ScenarioCommands.h"
 #include "front_end/commands/RunCommand.h"
 
 namespace front_end {
@@ -17,6 +18,31 @@ ExitCode WriteScript(CommandContext& context, const std::wstring& shell) {
     return ExitCode::Success;
 }
 
+using Operation = ExitCode (*)(CommandContext&, const Command&);
+
+/// Null for what the library of commands has.
+Operation OwnOperation(CommandKind kind) {
+    switch (kind) {
+    case CommandKind::NewScenario:
+        return commands::NewScenario;
+    case CommandKind::PackScenario:
+        return commands::PackScenario;
+    case CommandKind::CheckScenario:
+        return commands::CheckScenario;
+    default:
+        return nullptr;
+    }
+}
+
+ExitCode RunSubcommand(CommandContext& context, const Command& command) {
+    const Operation own = OwnOperation(command.kind);
+    if (own == nullptr) {
+        return RunCommand(context, command);
+    }
+    ApplyCommonOptions(context, command);
+    return own(context, command);
+}
+
 ExitCode RunCommandLine(CommandContext& context, const std::vector<std::wstring>& arguments) {
     const ParsedCommandLine line = ParseSubcommand(context.texts, arguments);
     switch (line.command.kind) {
@@ -29,7 +55,7 @@ ExitCode RunCommandLine(CommandContext& context, const std::vector<std::wstring>
         WriteCandidates(context, line.command.operands);
         return ExitCode::Success;
     default:
-        return RunCommand(context, line.command);
+        return RunSubcommand(context, line.command);
     }
 }
 

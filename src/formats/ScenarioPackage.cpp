@@ -7,10 +7,13 @@
 
 #include "formats/zip/ZipArchive.h"
 #include "formats/zip/ZipError.h"
+#include "formats/zip/ZipWriter.h"
 #include "platform/files/Directory.h"
 #include "platform/files/File.h"
+#include "platform/files/FileSystem.h"
 #include "platform/files/NativePath.h"
 #include "platform/files/RemoveTree.h"
+#include "platform/files/ReplaceFile.h"
 #include "text/Text.h"
 
 namespace scenario_package {
@@ -96,6 +99,42 @@ private:
     bool kept = false;
 };
 
+void AddFile(const PackedFile& file, zip::Writer& writer) {
+    std::string content;
+    if (const platform::Error error = platform::ReadFile(file.path, zip::largestArchive, content)) {
+        throw zip::Problem{L"cannot be made: cannot read " + platform::ToNativeText(file.path) + L": " + error.Text()};
+    }
+    try {
+        writer.Add(file.name, content);
+    } catch (const zip::Problem& problem) {
+        throw zip::Problem{L"cannot be made: " + zip::EntryLabel(file.name) + problem.text};
+    }
+}
+
+/// The limits of a package are those of its reader.
+void RequireReadable(const std::string& bytes, const std::wstring& path) {
+    if (const platform::Error error = platform::ReplaceFile(path, bytes)) {
+        throw zip::Problem{L"cannot be written: " + error.Text()};
+    }
+    try {
+        const zip::Archive archive(path);
+    } catch (const zip::Problem&) {
+        (void)platform::RemoveFile(path);
+        throw;
+    }
+}
+
+std::string PackedBytes(const std::vector<PackedFile>& files) {
+    zip::Writer writer;
+    for (const PackedFile& file : files) {
+        AddFile(file, writer);
+        if (writer.Size() > zip::largestArchive) {
+            throw zip::Problem{L"would be larger than 512 MiB"};
+        }
+    }
+    return writer.Finish();
+}
+
 } // namespace
 
 bool ReadEntry(const std::wstring& packagePath, const std::string& name, std::size_t limit, std::string& bytes,
@@ -116,6 +155,17 @@ bool Unpack(const std::wstring& packagePath, const std::wstring& directory, std:
         Beginning beginning(directory);
         UnpackAll(archive, directory);
         beginning.Keep();
+    });
+}
+
+bool Pack(const std::vector<PackedFile>& files, const std::wstring& packagePath, std::wstring& problem) {
+    return Attempt(packagePath, problem, [&] {
+        const std::wstring beginning = packagePath + L".part";
+        RequireReadable(PackedBytes(files), beginning);
+        if (const platform::Error error = platform::RenameFile(beginning, packagePath)) {
+            (void)platform::RemoveFile(beginning);
+            throw zip::Problem{L"cannot be written: " + error.Text()};
+        }
     });
 }
 

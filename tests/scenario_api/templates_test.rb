@@ -40,6 +40,21 @@ class TemplatesTest < Minitest::Test
     end
   end
 
+  def test_a_program_is_built_passes_its_own_test_and_names_itself_in_its_manifest
+    make("native") do
+      # The name of a target in CMake has fewer characters; cadjobs allows these only.
+      Dir.glob("**/*").select { |path| File.file?(path) }.each do |path|
+        File.write(path, File.read(path, encoding: "UTF-8").gsub("Größen", "sizes"))
+      end
+      [%w[cmake -S . -B build], %w[cmake --build build], %w[ctest --test-dir build --output-on-failure],
+       %w[cmake --install build --prefix package]].each do |command|
+        output, status = Open3.capture2e(*command)
+        assert_predicate status, :success?, output
+      end
+      assert_path_exists "package/#{JSON.parse(File.read("package/manifest.json"))["executable"]}"
+    end
+  end
+
   def test_its_tests_fail_where_the_scenario_does
     COMMANDS.each do |language, command|
       make(language) do

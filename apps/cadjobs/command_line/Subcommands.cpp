@@ -111,6 +111,7 @@ const std::vector<OptionSpec>& Options() {
         {"--cpu-limit", ValueKind::Number, TakeLast<&Command::cpuLimit>},
         {"--dry-run", ValueKind::Flag, TakeFlag<&Command::isDryRun>},
         {"-y,--yes", ValueKind::Flag, TakeFlag<&Command::isConfirmed>},
+        {"--language", ValueKind::Language, TakeLast<&Command::language>},
         {"-F,--follow", ValueKind::Flag, TakeFlag<&Command::follows>},
     };
     return options;
@@ -183,6 +184,21 @@ std::vector<SubcommandSpec> OtherSubcommands() {
          Kind::ParameterSets,
          {"SCENARIO", ValueKind::Scenario, 1, 1, TakeScenario},
          WithCommon({})},
+        {"new",
+         "ScenarioGroup",
+         Kind::NewScenario,
+         {"NAME", ValueKind::Text, 1, 1, TakeEach<&Command::operands>},
+         {"--language", "--output", "--json", "--color", "--log-file"}},
+        {"check",
+         "ScenarioGroup",
+         Kind::CheckScenario,
+         {"SCENARIO INPUT", ValueKind::Scenario, 1, any, TakeEach<&Command::operands>},
+         {"--argument", "--output", "--json", "--color", "--log-file"}},
+        {"pack",
+         "ScenarioGroup",
+         Kind::PackScenario,
+         {"DIRECTORY", ValueKind::Directory, 1, 1, TakeEach<&Command::operands>},
+         {"--output", "--json", "--color", "--log-file"}},
         {"doctor", "OtherGroup", Kind::Doctor, {}, {"--json", "--color", "--log-file"}},
         {"completion",
          "OtherGroup",
@@ -229,6 +245,8 @@ const char* NameOfValue(ValueKind kind) {
         return "WHEN";
     case ValueKind::Shell:
         return "SHELL";
+    case ValueKind::Language:
+        return "LANGUAGE";
     }
     return "";
 }

@@ -30,7 +30,8 @@ enum class ValueKind : std::int32_t {
     SortColumn,
     GroupColumn,
     ColourChoice,
-    Shell
+    Shell,
+    Language
 };
 
 /// How a value is named in the help: "DURATION".

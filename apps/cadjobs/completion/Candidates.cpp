@@ -91,6 +91,8 @@ std::vector<Candidate> ValueCandidates(const Texts& texts, ValueKind kind) {
         return Words({L"auto", L"always", L"never"});
     case ValueKind::Shell:
         return Words({L"bash", L"zsh", L"fish", L"powershell"});
+    case ValueKind::Language:
+        return Words({L"ruby", L"python", L"native"});
     default:
         return {};
     }

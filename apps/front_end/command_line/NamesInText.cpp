@@ -32,4 +32,11 @@ std::vector<std::wstring> WithoutBlanks(const std::vector<std::wstring>& names) 
     return trimmed;
 }
 
+std::wstring LowerCase(std::wstring text) {
+    std::transform(text.begin(), text.end(), text.begin(), [](wchar_t letter) {
+        return letter >= L'A' && letter <= L'Z' ? static_cast<wchar_t>(letter - L'A' + L'a') : letter;
+    });
+    return text;
+}
+
 } // namespace front_end

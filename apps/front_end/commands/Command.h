@@ -38,7 +38,11 @@ enum class CommandKind {
     /// The script for a shell.
     Completion,
     /// The candidates for an unfinished command line.
-    Complete
+    Complete,
+    // For authors of scenarios.
+    NewScenario,
+    PackScenario,
+    CheckScenario
 };
 
 /// A parsed command line.
@@ -67,6 +71,8 @@ struct Command {
     std::wstring silenceLimit = {};
     std::wstring memoryLimit = {};
     std::wstring cpuLimit = {};
+    /// "ruby", "python" or "native".
+    std::wstring language = {};
     /// What follows the name of a subcommand that is not about jobs.
     std::vector<std::wstring> operands = {};
     /// The jobs file of `Add`; "-": standard input.

@@ -7,9 +7,8 @@
 #include "formats/JobListFile.h"
 #include "front_end/commands/Commands.h"
 #include "front_end/commands/HostStates.h"
-#include "front_end/output/DisplayText.h"
+#include "front_end/output/CheckReport.h"
 #include "front_end/output/StateJson.h"
-#include "front_end/terminal/Colour.h"
 #include "modules/StartChecks.h"
 #include "platform/files/FileSystem.h"
 #include "platform/files/NativePath.h"
@@ -145,25 +144,10 @@ private:
     std::vector<CheckResult> results;
 };
 
-std::wstring LineOf(const CommandContext& context, const CheckResult& result) {
-    const std::wstring mark = context.texts.Get(result.isFine ? L"Doctor/Fine" : L"Doctor/Wrong");
-    const Colour colour = result.isFine ? Colour::Green : Colour::Red;
-    return (context.console.HasColours() ? Coloured(mark, colour) : mark) + L"  " + result.name + L": " +
-           OneLine(result.message) + L"\n";
-}
-
 } // namespace
 
 ExitCode Doctor(CommandContext& context, const Command& command) {
-    const std::vector<CheckResult> results = Examination(context).Run();
-    if (command.asJson) {
-        context.console.Write(ChecksJson(results));
-    }
-    for (std::size_t i = 0; i < results.size() && !command.asJson; ++i) {
-        context.console.Write(LineOf(context, results[i]));
-    }
-    const bool isWell = std::all_of(results.begin(), results.end(), [](const CheckResult& one) { return one.isFine; });
-    return isWell ? ExitCode::Success : ExitCode::JobFailed;
+    return ReportChecks(context, Examination(context).Run(), command.asJson);
 }
 
 } // namespace front_end::commands

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <array>
 
+#include "front_end/command_line/NamesInText.h"
 #include "front_end/commands/SchedulingOptions.h"
 #include "front_end/jobs/JobRow.h"
 #include "front_end/output/JobTable.h"
@@ -13,14 +14,6 @@ namespace {
 
 constexpr std::array allStates = {JobStatus::Queued,   JobStatus::Running,   JobStatus::Success, JobStatus::Failed,
                                   JobStatus::Dequeued, JobStatus::Canceling, JobStatus::Canceled};
-
-/// The case of ASCII letters does not matter.
-std::wstring LowerCase(std::wstring text) {
-    std::transform(text.begin(), text.end(), text.begin(), [](wchar_t letter) {
-        return letter >= L'A' && letter <= L'Z' ? static_cast<wchar_t>(letter - L'A' + L'a') : letter;
-    });
-    return text;
-}
 
 bool Contains(const std::wstring& text, const std::wstring& lowerCasePart) {
     return LowerCase(text).find(lowerCasePart) != std::wstring::npos;

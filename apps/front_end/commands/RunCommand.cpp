@@ -72,8 +72,11 @@ Operation OperationOf(CommandKind kind) {
         return commands::StopHost;
     case CommandKind::HostStatus:
         return commands::HostStatus;
-    case CommandKind::Completion:
-    case CommandKind::Complete: // of the program that has subcommands
+    case CommandKind::Completion: // this one and the next are of the program that has subcommands
+    case CommandKind::Complete:
+    case CommandKind::NewScenario:
+    case CommandKind::PackScenario:
+    case CommandKind::CheckScenario:
     case CommandKind::Help:
     case CommandKind::Version:
         break;
@@ -121,7 +124,7 @@ ExitCode RunJobCommand(CommandContext& context, const std::function<ExitCode()>&
     return exitCode;
 }
 
-ExitCode RunCommand(CommandContext& context, const Command& command) {
+void ApplyCommonOptions(CommandContext& context, const Command& command) {
     if (command.colours == L"always" || command.colours == L"never") {
         context.console.UseColours(command.colours == L"always");
     }
@@ -129,6 +132,10 @@ ExitCode RunCommand(CommandContext& context, const Command& command) {
         RequireDistinctFiles(context, {{L"Roles/LogFile", command.logFile}}, FilesReadBy(command));
         ControllerLogManager::Initialize(0, AbsolutePath(command.logFile), false);
     }
+}
+
+ExitCode RunCommand(CommandContext& context, const Command& command) {
+    ApplyCommonOptions(context, command);
     if (command.kind == CommandKind::StopHost) {
         if (const std::wstring problem = settings::Problem(); !problem.empty()) {
             return commands::StopHostWithoutSettings(context, problem);

@@ -13,7 +13,10 @@ namespace front_end {
 /// quarantines after it. Throws `CommandFailure` if the settings are invalid.
 ExitCode RunJobCommand(CommandContext& context, const std::function<ExitCode()>& command);
 
-/// Runs a parsed command of any kind but `Help`, with the log file that it names.
+/// Does what a command's options say about colours and the log file.
+void ApplyCommonOptions(CommandContext& context, const Command& command);
+
+/// Runs a parsed command of this library, with the log file that it names. `Help` and other kinds are the program's.
 ExitCode RunCommand(CommandContext& context, const Command& command);
 
 /// Runs the whole of a program. Each failure becomes a message on the error output and an exit code.

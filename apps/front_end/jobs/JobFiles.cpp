@@ -13,20 +13,24 @@ namespace front_end {
 namespace {
 
 /// Empty if there is no such file: the companion would log an error when reading it.
-std::wstring FileOf(const JobListInfo& job, const wchar_t* name) {
-    if (job.workDir.empty()) {
+std::wstring FileIn(const std::wstring& workDirectory, const wchar_t* name) {
+    if (workDirectory.empty()) {
         return {};
     }
-    const std::wstring path = PathFuncs::Join(job.workDir, name);
+    const std::wstring path = PathFuncs::Join(workDirectory, name);
     return platform::Exists(path) ? path : std::wstring();
 }
 
-ResultReport ReadResult(const std::wstring& path) {
+std::wstring FileOf(const JobListInfo& job, const wchar_t* name) {
+    return FileIn(job.workDir, name);
+}
+
+ResultReport ReadResult(const std::wstring& path, bool& succeeded) {
     ResultReport report;
+    succeeded = false;
     if (path.empty()) {
         return report;
     }
-    bool succeeded = false;
     std::vector<std::pair<int, std::wstring>> messages;
     // An unreadable file adds nothing to the report.
     (void)ControllerCSWrapper::ParseRunScenarioResult(path, succeeded, messages, report.outputFiles);
@@ -49,12 +53,17 @@ std::optional<ProgressReport> LastReportOf(const JobListInfo& job) {
     return report;
 }
 
+ResultReport ReportIn(const std::wstring& workDirectory, bool& hasSucceeded) {
+    return ReadResult(FileIn(workDirectory, run_protocol::resultFileName), hasSucceeded);
+}
+
 ResultReport ResultOf(const JobListInfo& job) {
-    ResultReport report = ReadResult(FileOf(job, run_protocol::resultFileName));
+    bool hasSucceeded = false; // the status of the job says so, too
+    ResultReport report = ReportIn(job.workDir, hasSucceeded);
     // Only the host's reasons for failures are beside the list. Nothing is looked for in vain: a list may be long.
     if (report.messages.empty() && job.status == JobStatus::Failed) {
         const std::wstring note = run_protocol::FailureNotePath(settings::Current()->jobListFile, job.id);
-        report.messages = ReadResult(platform::Exists(note) ? note : std::wstring()).messages;
+        report.messages = ReadResult(platform::Exists(note) ? note : std::wstring(), hasSucceeded).messages;
     }
     return report;
 }

@@ -26,6 +26,9 @@ struct ResultReport {
     std::vector<std::wstring> outputFiles;
 };
 
+/// The result in a work directory.
+ResultReport ReportIn(const std::wstring& workDirectory, bool& hasSucceeded);
+
 /// The messages include the reason that the host wrote beside the job list if the result has none.
 ResultReport ResultOf(const JobListInfo& job);
 

@@ -29,6 +29,10 @@ struct ChecksDocument {
     std::vector<CheckResult> checks;
 };
 
+struct PathDocument {
+    std::wstring path;
+};
+
 struct LogDocument {
     std::int32_t number = 0;
     std::wstring text;
@@ -99,6 +103,11 @@ struct Layout<front_end::ChecksDocument> {
 };
 
 template <>
+struct Layout<front_end::PathDocument> {
+    static constexpr auto members = std::make_tuple(Version(), Member{"path", &front_end::PathDocument::path});
+};
+
+template <>
 struct Layout<front_end::LogDocument> {
     static constexpr auto members = std::make_tuple(Version(), Member{"number", &front_end::LogDocument::number},
                                                     Member{"text", &front_end::LogDocument::text});
@@ -126,6 +135,10 @@ std::wstring PausedJson(bool isPaused) {
 
 std::wstring ChecksJson(const std::vector<CheckResult>& checks) {
     return json::Write(ChecksDocument{checks}) + L"\n";
+}
+
+std::wstring PathJson(const std::wstring& nativePath) {
+    return json::Write(PathDocument{nativePath}) + L"\n";
 }
 
 std::wstring LogPartJson(std::int32_t number, const std::wstring& text) {

@@ -47,6 +47,8 @@ std::wstring OverviewJson(const HostState& host, const std::optional<QueueNumber
 /// {"version":1,"paused":true}
 std::wstring PausedJson(bool isPaused);
 std::wstring ChecksJson(const std::vector<CheckResult>& checks);
+/// What was made: {"version":1,"path":"..."}
+std::wstring PathJson(const std::wstring& nativePath);
 /// A part of a job's log.
 std::wstring LogPartJson(std::int32_t number, const std::wstring& text);
 

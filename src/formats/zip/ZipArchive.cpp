@@ -11,7 +11,6 @@ namespace zip {
 namespace {
 
 constexpr std::uint64_t mebibyte = 1024 * 1024;
-constexpr std::uint64_t largestArchive = 512 * mebibyte;
 constexpr std::uint32_t mostEntries = 10000;
 constexpr std::uint64_t mostContent = 1024 * mebibyte;
 constexpr std::uint64_t largestDirectory = 16 * mebibyte;

@@ -4,11 +4,15 @@
 #include "formats/zip/ZipData.h"
 #include "formats/zip/ZipRecords.h"
 
+#include <cstddef>
 #include <string>
 #include <string_view>
 #include <vector>
 
 namespace zip {
+
+/// Units: bytes.
+inline constexpr std::size_t largestArchive = std::size_t{512} * 1024 * 1024;
 
 /// A validated ZIP file; the data of an entry are checked when they are read. The central directory is authoritative,
 /// and local headers must agree with it. Limits: 512 MiB, 10,000 entries, 1 GiB of content; an entry above 1 MiB may be
