@@ -11,9 +11,6 @@ class NewScenarioTest : public CommandContextFixture {
 protected:
     NewScenarioTest() {
         context.program = L"cadjobs";
-        std::string api = text::ToUtf8(SCENARIO_API_DIRECTORY);
-        std::replace(api.begin(), api.end(), '\\', '/');
-        UseSettings(R"({"version":1,"logFile":"","scenarioApiDirectory":")" + api + "\"}");
     }
 
     int New(std::vector<std::wstring> arguments) {
