@@ -9,9 +9,7 @@ namespace {
 
 class NewScenarioTest : public CommandContextFixture {
 protected:
-    NewScenarioTest() {
-        context.program = L"cadjobs";
-    }
+    NewScenarioTest() { context.program = L"cadjobs"; }
 
     int New(std::vector<std::wstring> arguments) {
         arguments.insert(arguments.begin(), L"new");
