@@ -26,7 +26,7 @@ bool ChooseSettingsFile(const run_protocol::RunScenarioInfo& info, const setting
         return true;
     }
     file = platform::ResolveAgainst(info.workDir, run_protocol::settingsCopyName);
-    if (run_protocol::WriteFile(settings::CopyForRun(settings), file)) {
+    if (run_protocol::WriteFile(settings::Serialize(settings), file)) {
         return true;
     }
     problem = L"The settings cannot be written to " + platform::ToNativeText(file) + L".";

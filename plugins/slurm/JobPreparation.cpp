@@ -57,7 +57,7 @@ bool PrepareJob(const std::wstring& workDir, const std::wstring& name, WaiterJob
     }
     const std::wstring settingsFile = platform::ResolveAgainst(workDir, run_protocol::settingsCopyName);
     // A copy, because the nodes need not have the file of the settings.
-    if (!run_protocol::WriteFile(settings::CopyForRun(*settings), settingsFile)) {
+    if (!run_protocol::WriteFile(settings::Serialize(*settings), settingsFile)) {
         problem = L"The settings cannot be written to " + platform::ToNativeText(settingsFile) + L".";
         return false;
     }

@@ -144,8 +144,17 @@ CONTROLLER_API std::wstring FileInUse();
 /// Used by programs that refuse to start with invalid settings.
 CONTROLLER_API std::wstring Problem();
 
-/// Returns the text of a settings file with the settings that a runner needs, for runs while the file itself is
+/// Returns the text of a settings file with these settings: to show them, and for runs while the file itself is
 /// invalid.
-CONTROLLER_API std::wstring CopyForRun(const Settings& settings);
+CONTROLLER_API std::wstring Serialize(const Settings& settings);
+
+/// Reads a settings file without using it. Appends one text per unknown member to `warnings`. On failure returns false
+/// and sets `problem` to file, position, member and what was expected.
+[[nodiscard]] CONTROLLER_API bool CheckFile(const std::wstring& path, std::wstring& problem,
+                                            std::vector<std::wstring>& warnings);
+
+/// Returns the names of all members of a settings file; those of objects inside, and of objects in lists, with dots:
+/// "hooks.jobEnded".
+CONTROLLER_API std::vector<std::wstring> MemberNames();
 
 } // namespace settings

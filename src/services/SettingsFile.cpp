@@ -249,7 +249,31 @@ std::wstring FindContradiction(const Settings& read) {
     return slurm::FindContradiction(read.slurm, 0);
 }
 
+/// Appends the names of the members of one object, and of objects inside.
+template <typename Members>
+void AppendNames(const std::wstring& prefix, std::vector<std::wstring>& names) {
+    const auto append = [&]<typename MemberType>(const MemberType& member) {
+        const std::wstring name = prefix + text::FromTrustedWtf8(member.name);
+        names.push_back(name);
+        if constexpr (requires { MemberType::Rule::members; }) {
+            AppendNames<typename MemberType::Rule>(name + L".", names);
+        }
+    };
+    std::apply([&](const auto&... member) { (append(member), ...); }, Members::members);
+}
+
 } // namespace
+
+std::vector<std::wstring> MemberNames() {
+    std::vector<std::wstring> names;
+    AppendNames<File>(L"", names);
+    return names;
+}
+
+bool CheckFile(const std::wstring& path, std::wstring& problem, std::vector<std::wstring>& warnings) {
+    Settings read;
+    return ReadSettingsFile(path, read, problem, warnings);
+}
 
 Settings BuiltInSettings() {
     const std::wstring userData = platform::UserDataDirectory();

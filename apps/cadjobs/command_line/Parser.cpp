@@ -121,7 +121,7 @@ private:
         }
     }
 
-    CLI::App& Parent(std::string& name) {
+    CLI::App& Parent(std::string& name, const std::string& group) {
         const std::size_t blank = name.find(' ');
         if (blank == std::string::npos) {
             return app;
@@ -134,7 +134,7 @@ private:
         if (added == nullptr) {
             added = app.add_subcommand(parent, Text(L"Subcommands/" + text::FromUtf8(parent)));
             Prepare(*added);
-            added->group(Text(L"Program/HostGroup"));
+            added->group(Text(L"Program/" + text::FromUtf8(group)));
             levels.push_back({added});
         }
         return *added;
@@ -156,7 +156,7 @@ private:
 
     void AddSubcommand(const SubcommandSpec& spec) {
         std::string name = spec.name;
-        CLI::App& parent = Parent(name);
+        CLI::App& parent = Parent(name, spec.group);
         CLI::App* const added = parent.add_subcommand(name, Text(L"Subcommands/" + spec.Key()));
         Prepare(*added, spec.operand);
         added->group(spec.IsHidden() ? std::string() : Text(L"Program/" + text::FromUtf8(spec.group)));
@@ -205,6 +205,15 @@ private:
         }
     }
 
+    /// "start, stop, status"
+    static std::wstring NamesBelow(const CLI::App& level) {
+        std::wstring names;
+        for (const CLI::App* below : level.get_subcommands([](const CLI::App*) { return true; })) {
+            names += (names.empty() ? L"" : L", ") + text::FromUtf8(below->get_name());
+        }
+        return names;
+    }
+
     static void TakeOptions(const CLI::App& level, const std::vector<const char*>& names, Command& command) {
         for (const char* const name : names) {
             if (const CLI::Option* const option = level.get_option(name); option->count() > 0) {
@@ -251,7 +260,7 @@ private:
         if (app.get_option("--version")->count() > 0) {
             command.kind = CommandKind::Version;
         } else if (level.app != nullptr && level.spec == nullptr) {
-            throw UsageProblem{L"Usage/OperandMissing", L"start, stop, status"};
+            throw UsageProblem{L"Usage/OperandMissing", NamesBelow(*level.app)};
         } else if (level.spec != nullptr) {
             command.kind = level.spec->kind;
             TakeOptions(*level.app, level.spec->options, command);

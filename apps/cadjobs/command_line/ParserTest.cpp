@@ -103,6 +103,14 @@ TEST(ParserTest, AHostIsStartedStoppedAndLookedFor) {
     EXPECT_EQ(Refused({L"host", L"stpo"}), (UsageProblem{L"Usage/DidYouMean", L"stpo", L"stop"}));
 }
 
+TEST(ParserTest, SettingsAreCheckedShownAndFound) {
+    EXPECT_EQ(Parsed({L"settings", L"check"}).kind, CommandKind::SettingsCheck);
+    EXPECT_EQ(Parsed({L"settings", L"check", L"a.json"}).operands, Arguments{L"a.json"});
+    EXPECT_EQ(Parsed({L"settings", L"show"}).kind, CommandKind::SettingsShow);
+    EXPECT_EQ(Parsed({L"settings", L"path"}).kind, CommandKind::SettingsPath);
+    EXPECT_EQ(Refused({L"settings"}), (UsageProblem{L"Usage/OperandMissing", L"check, show, path"}));
+}
+
 TEST(ParserTest, WhatIsUnknownIsRefusedWithWhatMayBeMeant) {
     EXPECT_EQ(Refused({L"lsit", L"3"}), (UsageProblem{L"Usage/DidYouMean", L"lsit", L"list"}));
     EXPECT_EQ(Refused({L"list", L"--sate", L"Failed"}), (UsageProblem{L"Usage/DidYouMean", L"--sate", L"--state"}));

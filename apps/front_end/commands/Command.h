@@ -35,6 +35,9 @@ enum class CommandKind {
     HostStatus,
     /// Checks everything that jobs need.
     Doctor,
+    SettingsPath,
+    SettingsShow,
+    SettingsCheck,
     /// The script for a shell.
     Completion,
     /// The candidates for an unfinished command line.

@@ -42,6 +42,12 @@ ExitCode HostStatus(CommandContext& context, const Command& command);
 /// Checks settings, programs, modules, directories, permissions, versions and host, and says what to do. `JobFailed` if
 /// something is wrong. Starts no host.
 ExitCode Doctor(CommandContext& context, const Command& command);
+/// Writes the path of the settings file that is looked for, whether it exists or not.
+ExitCode SettingsPath(CommandContext& context, const Command& command);
+/// Writes the settings in force in the layout of a settings file.
+ExitCode ShowSettings(CommandContext& context, const Command& command);
+/// Checks the named settings file, or that in force. `JobFailed` if it cannot be used or has unknown members.
+ExitCode CheckSettings(CommandContext& context, const Command& command);
 ExitCode StopHost(CommandContext& context, const Command& command);
 /// Same if the settings are unusable, for the reason in `problem`: the built-in ones may belong to another host. Ends
 /// the only host that was started with this settings file.

@@ -66,6 +66,12 @@ Operation OperationOf(CommandKind kind) {
         return commands::ParameterSets;
     case CommandKind::Doctor:
         return commands::Doctor;
+    case CommandKind::SettingsPath:
+        return commands::SettingsPath;
+    case CommandKind::SettingsShow:
+        return commands::ShowSettings;
+    case CommandKind::SettingsCheck:
+        return commands::CheckSettings;
     case CommandKind::StartHost:
         return commands::StartHost;
     case CommandKind::StopHost:
@@ -102,6 +108,12 @@ std::vector<FileRole> FilesReadBy(const Command& command) {
         }
     }
     return files;
+}
+
+/// The doctor and the commands about settings report invalid ones themselves.
+bool NeedsNoSettings(CommandKind kind) {
+    return kind == CommandKind::Version || kind == CommandKind::Doctor || kind == CommandKind::SettingsPath ||
+           kind == CommandKind::SettingsShow || kind == CommandKind::SettingsCheck;
 }
 
 /// A reader that closed the pipe early (`| head`) is not an error.
@@ -142,9 +154,7 @@ ExitCode RunCommand(CommandContext& context, const Command& command) {
         }
     }
     const auto run = [&] { return OperationOf(command.kind)(context, command); };
-    // The doctor reports invalid settings itself.
-    const bool needsNoSettings = command.kind == CommandKind::Version || command.kind == CommandKind::Doctor;
-    return needsNoSettings ? run() : RunJobCommand(context, run);
+    return NeedsNoSettings(command.kind) ? run() : RunJobCommand(context, run);
 }
 
 ExitCode RunGuarded(CommandContext& context, const std::function<ExitCode()>& command) {

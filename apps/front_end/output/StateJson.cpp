@@ -141,6 +141,10 @@ std::wstring PathJson(const std::wstring& nativePath) {
     return json::Write(PathDocument{nativePath}) + L"\n";
 }
 
+std::wstring SettingsJson(const std::wstring& settings) {
+    return L"{\"version\":1,\"settings\":" + settings + L"}\n";
+}
+
 std::wstring LogPartJson(std::int32_t number, const std::wstring& text) {
     return json::Write(LogDocument{number, text}) + L"\n";
 }

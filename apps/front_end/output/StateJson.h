@@ -49,6 +49,8 @@ std::wstring PausedJson(bool isPaused);
 std::wstring ChecksJson(const std::vector<CheckResult>& checks);
 /// What was made: {"version":1,"path":"..."}
 std::wstring PathJson(const std::wstring& nativePath);
+/// {"version":1,"settings":{...}}; `settings` is JSON.
+std::wstring SettingsJson(const std::wstring& settings);
 /// A part of a job's log.
 std::wstring LogPartJson(std::int32_t number, const std::wstring& text);
 

@@ -173,26 +173,41 @@ TEST_F(SettingsTest, NothingIsHeldWithAnotherFile) {
     EXPECT_EQ(settings::Current()->jobListFile, directory / L"other_list.json");
 }
 
-TEST_F(SettingsTest, ACopyForARunSaysWhatIsInForce) {
+TEST_F(SettingsTest, SerializedSettingsAreReadAsTheyWere) {
     Write(
         R"({"logLevel":"error","interpreters":{".rb":["ruby","-w"],".py":["C:\\p \u00e9\\python.exe"]},"cancelGraceSeconds":7,
-        "scenarioLogLimitBytes":5000,"scenarioApiDirectory":"api","scenarioRunner":"bin/runner",
+        "scenarioLogLimitBytes":5000,"scenarioApiDirectory":"api","scenarioRunner":"bin/runner","workDirectory":"w",
+        "jobListFile":"l.json","culture":"de-DE","defaultCulture":"fr","functionModules":["m"],"libraryDirectories":["x","y"],
+        "eventTransmitter":"t","transmitterName":"name","stringResourceFile":"s.json","parallelJobs":3,
+        "resources":{"cad":2,"memory":64},"ageingMinutes":5,"afterRestart":"queued","provenance":false,"reuse":true,
+        "toolVersions":{"mesher":"2.1"},"autoDeleteWorkFolder":{"enabled":true,"days":9},
+        "scenarioDirectories":[{"path":"a","label":"A"},{"path":"b"}],
+        "web":{"port":8080,"readOnly":true,"publicAddress":"https://a.example/","inputDirectories":["in"]},
+        "hooks":{"jobEnded":["e"],"jobFailed":["f","1"],"queueEmpty":["q"]},
+        "jobDefaults":{"retries":2,"retryDelay":"30s","retryBackoff":true,"timeLimit":"2h","memoryLimitMiB":100},
         "slurm":{"partition":"p","account":"a","cpus":2,"memoryMegabytes":3,"minutes":4,"options":["--qos=q"],
         "lostAfterSeconds":5}})");
     const auto original = settings::Current();
-    WriteTextFile(directory / L"elsewhere\\copy.json", text::ToUtf8(settings::CopyForRun(*original)));
+    ASSERT_EQ(settings::Problem(), L"");
+    WriteTextFile(directory / L"elsewhere\\copy.json", text::ToUtf8(settings::Serialize(*original)));
     settings::UseFile(directory / L"elsewhere\\copy.json");
     ASSERT_EQ(settings::Problem(), L"");
-    const auto copy = settings::Current();
-    EXPECT_EQ(copy->interpreters, original->interpreters);
-    EXPECT_EQ(copy->cancelGraceSeconds, 7);
-    EXPECT_EQ(copy->scenarioLogLimitBytes, 5000);
-    EXPECT_EQ(copy->scenarioApiDirectory, directory / L"api");
-    EXPECT_EQ(copy->scenarioRunner, directory / L"bin\\runner");
-    EXPECT_EQ(copy->slurm, original->slurm);
-    EXPECT_EQ(copy->slurm.lostAfterSeconds, 5);
-    EXPECT_EQ(copy->logFile, directory / L"controller.log");
-    EXPECT_EQ(copy->logLevel, log_file::Level::Error);
+    settings::Settings copy = *settings::Current();
+    EXPECT_EQ(copy.file, directory / L"elsewhere\\copy.json");
+    copy.file = original->file;
+    EXPECT_EQ(copy, *original);
+}
+
+TEST_F(SettingsTest, EachMemberIsSerialized) {
+    Write(R"({"jobDefaults":{"retries":1,"retryDelay":1,"retryBackoff":true,"retryOnlyAfterCrash":true,"timeLimit":1,
+        "silenceLimit":1,"memoryLimitMiB":1,"cpuLimitPercent":1},"slurm":{"partition":"p","account":"a","cpus":2,
+        "memoryMegabytes":3,"minutes":4,"options":["--qos=q"]},"scenarioDirectories":[{"path":"a"}]})");
+    ASSERT_EQ(settings::Problem(), L"");
+    const std::wstring json = settings::Serialize(*settings::Current());
+    for (const std::wstring& name : settings::MemberNames()) {
+        EXPECT_NE(json.find(L'"' + name.substr(name.rfind(L'.') + 1) + L"\":"), std::wstring::npos)
+            << text::ToUtf8(name);
+    }
 }
 
 TEST_F(SettingsTest, LogsUnknownMembersAsWarnings) {

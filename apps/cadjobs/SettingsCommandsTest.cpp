@@ -1,0 +1,56 @@
+#include "cadjobs/Cadjobs.h"
+
+#include "kit/front_end/CommandContextFixture.h"
+
+namespace {
+
+class SettingsCommandsTest : public CommandContextFixture {
+protected:
+    SettingsCommandsTest() { context.program = L"cadjobs"; }
+
+    int Settings(std::vector<std::wstring> arguments) {
+        arguments.insert(arguments.begin(), L"settings");
+        console.output.clear();
+        return static_cast<int>(front_end::RunCadjobs(context, arguments));
+    }
+};
+
+TEST_F(SettingsCommandsTest, WhatIsShownIsASettingsFileWithTheSameSettings) {
+    UseSettings(R"({"version":1,"logFile":"","parallelJobs":7,"resources":{"cad":2}})");
+    const settings::Settings before = *settings::Current();
+    EXPECT_EQ(Settings({L"show"}), 0);
+    WriteTextFile(directory / L"shown.json", console.output);
+    settings::UseFile(directory / L"shown.json");
+    settings::Settings after = *settings::Current();
+    EXPECT_EQ(settings::Problem(), L"");
+    after.file = before.file;
+    EXPECT_EQ(after, before);
+}
+
+TEST_F(SettingsCommandsTest, TheFileInForceIsNamed) {
+    EXPECT_EQ(Settings({L"path"}), 0);
+    EXPECT_TRUE(console.output.ends_with("settings.json\n")) << console.output;
+}
+
+TEST_F(SettingsCommandsTest, ACheckNamesWrongValuesAndUnknownMembers) {
+    EXPECT_EQ(Settings({L"check"}), 0) << console.output;
+    UseSettings(R"({"version":1,"logFile":"","paralelJobs":7})");
+    EXPECT_EQ(Settings({L"check"}), 1);
+    EXPECT_NE(console.output.find("members: "), std::string::npos);
+    EXPECT_NE(console.output.find("paralelJobs"), std::string::npos) << console.output;
+    UseSettings(R"({"version":1,"parallelJobs":0})");
+    EXPECT_EQ(Settings({L"check"}), 1);
+    EXPECT_NE(console.output.find("parallelJobs"), std::string::npos) << console.output;
+    EXPECT_EQ(Settings({L"show"}), 2);
+    EXPECT_EQ(Settings({L"path"}), 0);
+}
+
+TEST_F(SettingsCommandsTest, AnyFileCanBeCheckedWithoutUsingIt) {
+    WriteTextFile(directory / L"other.json", "{\n\"reuse\":\"yes\"}");
+    EXPECT_EQ(Settings({L"check", directory / L"other.json"}), 1);
+    EXPECT_NE(console.output.find("other.json, line 2, column 9: reuse: "), std::string::npos) << console.output;
+    EXPECT_EQ(Settings({L"check", directory / L"none.json"}), 1);
+    EXPECT_EQ(settings::Problem(), L"");
+}
+
+} // namespace
