@@ -14,6 +14,14 @@ namespace web {
 namespace {
 
 constexpr std::chrono::seconds startLimit{30};
+/// A server of another program gives no notification when it is ready.
+constexpr std::chrono::milliseconds pollInterval{50};
+
+std::wstring LogHint() {
+    const std::wstring logFile = settings::Current()->logFile;
+    return logFile.empty() ? L" Start it without --background to see why."
+                           : L" Its log says why: " + platform::ToNativeText(logFile);
+}
 
 platform::ProcessStart ServerProcess(const WebOptions& options, const platform::Event& ready) {
     platform::ProcessStart start;
@@ -31,10 +39,21 @@ platform::ProcessStart ServerProcess(const WebOptions& options, const platform::
     return start;
 }
 
+/// The address of the page; empty if no server becomes ready. Another program may have started it at the same time.
+std::string AwaitAddress(const std::wstring& jobListFile) {
+    const auto end = std::chrono::steady_clock::now() + startLimit;
+    auto server = server_place::FindServer(jobListFile);
+    while (server && !server->isReady && std::chrono::steady_clock::now() < end) {
+        platform::WaitForAny({}, pollInterval);
+        server = server_place::FindServer(jobListFile);
+    }
+    return server && server->isReady ? text::ToUtf8(server->place) : "";
+}
+
 WebExit OfferLinkOfServer(const WebOptions& options, const std::wstring& jobListFile) {
-    const auto server = server_place::FindServer(jobListFile);
-    return server && server->isReady ? OfferLink(text::ToUtf8(server->place), options)
-                                     : Refuse(L"the server of the web page has ended already. Its log says why.");
+    const std::string address = AwaitAddress(jobListFile);
+    return address.empty() ? Refuse(L"the server of the web page has ended at once." + LogHint())
+                           : OfferLink(address, options);
 }
 
 } // namespace

@@ -13,6 +13,7 @@
 #include "platform/processes/StopSignal.h"
 #include "platform/system/Browser.h"
 #include "platform/system/Clock.h"
+#include "platform/system/LoopbackPeer.h"
 #include "platform/terminal/Console.h"
 #include "services/Settings.h"
 #include "text/EscapeControls.h"
@@ -38,6 +39,23 @@ private:
     Server& server;
     std::thread thread;
 };
+
+/// Where the system does not tell, secrets protect alone. A reverse proxy may be a program of another user; its users
+/// are told apart by their links.
+Server::PeerCheck PeerCheckOf(const SiteOptions& site) {
+    if (site.publicAddress) {
+        return {};
+    }
+    return [hasWarned = false](std::uint16_t ownPort, std::uint16_t peerPort) mutable {
+        const platform::PeerUser user = platform::UserOfLoopbackPeer(ownPort, peerPort);
+        if (user == platform::PeerUser::Other && !std::exchange(hasWarned, true)) {
+            ControllerLogManager::WarnLog(
+                L"A program of another user has tried to reach the web page; such programs are "
+                L"refused, and not mentioned again.");
+        }
+        return user != platform::PeerUser::Other;
+    };
+}
 
 WebExit RefuseWithoutPort(std::uint16_t port, const platform::Error& error) {
     const std::wstring advice = error.kind == platform::ErrorKind::InUse
@@ -117,7 +135,7 @@ WebExit RunWeb(const WebOptions& options, const WebParts& parts) {
                             L" cannot be used: " + error.Text());
     }
     const std::uint16_t port = options.port.value_or(static_cast<std::uint16_t>(settings->web.port));
-    Server server;
+    Server server({}, PeerCheckOf(*site));
     if (const platform::Error error = server.Listen(port)) {
         return RefuseWithoutPort(port, error);
     }

@@ -6,6 +6,7 @@
 #include <chrono>
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <memory>
 
 namespace web {
@@ -38,7 +39,11 @@ struct ServerLimits {
 /// An HTTP/1.1 server on the loopback address 127.0.0.1, with one thread for all connections and some for the handler.
 class Server {
 public:
-    explicit Server(const ServerLimits& limits = {});
+    /// Tells whether a program at a port of this machine may connect.
+    using PeerCheck = std::function<bool(std::uint16_t ownPort, std::uint16_t peerPort)>;
+
+    /// Without a check, each program may connect. The check is called on the thread of the server.
+    explicit Server(const ServerLimits& limits = {}, PeerCheck acceptsPeer = {});
     ~Server();
     Server(const Server&) = delete;
     Server& operator=(const Server&) = delete;

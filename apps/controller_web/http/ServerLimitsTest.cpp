@@ -130,6 +130,21 @@ TEST_F(ServerLimitsTest, AClientThatDoesNotReadIsClosed) {
     EXPECT_FALSE(client.Receive().isComplete);
 }
 
+TEST_F(ServerLimitsTest, AProgramThatMayNotConnectGetsNoAnswer) {
+    std::atomic<bool> isAccepted = true;
+    std::atomic<std::uint16_t> checkedPort = 0;
+    acceptsPeer = [&](std::uint16_t ownPort, std::uint16_t /*peerPort*/) {
+        checkedPort = ownPort;
+        return isAccepted.load();
+    };
+    Start();
+    EXPECT_EQ(Ask(Request("GET", "/")).status, 200U);
+    isAccepted = false;
+    RawClient client(port);
+    EXPECT_EQ(client.ReceiveRest(), "");
+    EXPECT_EQ(checkedPort, port);
+}
+
 TEST_F(ServerLimitsTest, AConnectionTooManyIsClosedAndTheOthersGoOn) {
     limits.connections = 2;
     Start();

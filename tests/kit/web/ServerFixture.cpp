@@ -53,7 +53,7 @@ ServerFixture::~ServerFixture() {
 
 void ServerFixture::Start() {
     handler = std::make_unique<CallingHandler>(*this);
-    server = std::make_unique<web::Server>(limits);
+    server = std::make_unique<web::Server>(limits, acceptsPeer);
     ASSERT_FALSE(server->Listen(0));
     port = server->Port();
     const auto now = [] { return std::int64_t{1'000'000}; };

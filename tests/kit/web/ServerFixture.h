@@ -41,6 +41,7 @@ protected:
     const test_support::Deadline deadline{"a test of the web server"};
     const TemporaryDirectory directory;
     web::ServerLimits limits;
+    web::Server::PeerCheck acceptsPeer;
     Answer answer;
     /// How often the handler was called.
     std::atomic<int> calls = 0;

@@ -22,16 +22,19 @@ platform::Error ErrorOf(const error_code& error) {
 } // namespace
 
 struct Server::State {
-    explicit State(const ServerLimits& serverLimits) : limits(serverLimits), workers(limits.workers) {}
+    State(const ServerLimits& serverLimits, PeerCheck check)
+        : limits(serverLimits), acceptsPeer(std::move(check)), workers(limits.workers) {}
 
     void Bind(std::uint16_t port, error_code& error);
     asio::awaitable<void> Accept();
+    bool Accepts(const tcp::socket& socket) const;
     void Serve(tcp::socket socket);
     asio::awaitable<void> Connect(std::shared_ptr<Connection> connection);
     void BeginStop();
     asio::awaitable<void> CloseAfterGrace();
 
     ServerLimits limits;
+    PeerCheck acceptsPeer;
     asio::io_context loop{1};
     asio::thread_pool workers;
     tcp::acceptor acceptor{loop};
@@ -41,7 +44,8 @@ struct Server::State {
     bool isStopped = false;
 };
 
-Server::Server(const ServerLimits& limits) : state(std::make_unique<State>(limits)) {}
+Server::Server(const ServerLimits& limits, PeerCheck acceptsPeer)
+    : state(std::make_unique<State>(limits, std::move(acceptsPeer))) {}
 
 Server::~Server() = default;
 
@@ -94,9 +98,19 @@ asio::awaitable<void> Server::State::Accept() {
     }
 }
 
-/// A connection too many is closed at once.
+bool Server::State::Accepts(const tcp::socket& socket) const {
+    if (connections.size() >= limits.connections) {
+        return false;
+    }
+    error_code error;
+    const std::uint16_t ownPort = socket.local_endpoint(error).port();
+    const std::uint16_t peerPort = socket.remote_endpoint(error).port();
+    return !acceptsPeer || (!error && acceptsPeer(ownPort, peerPort));
+}
+
+/// A connection that is not accepted is closed at once.
 void Server::State::Serve(tcp::socket socket) {
-    if (connections.size() < limits.connections) {
+    if (Accepts(socket)) {
         auto connection = std::make_shared<Connection>(std::move(socket), *context);
         connections.insert(connection);
         asio::co_spawn(loop, Connect(std::move(connection)), asio::detached);

@@ -1,7 +1,6 @@
 #include "transport/local_socket/windows/EndpointAddress.h"
 
 #include <utility>
-#include <vector>
 
 #include <windows.h>
 
@@ -10,6 +9,7 @@
 
 #include "platform/system/Error.h"
 #include "platform/system/windows/Handle.h"
+#include "platform/system/windows/UserSid.h"
 #include "transport/local_socket/Limits.h"
 
 namespace local_socket {
@@ -23,15 +23,6 @@ std::wstring Failure(const std::wstring& what, const std::wstring& path, const s
 
 std::wstring SystemFailure(const std::wstring& what, const std::wstring& path) {
     return Failure(what, path, platform::LastError().Text());
-}
-
-std::wstring SidText(PSID sid) {
-    wchar_t* text = nullptr;
-    if (ConvertSidToStringSidW(sid, &text) == 0) {
-        return {};
-    }
-    const LocalMemory<wchar_t> owned(text);
-    return owned.get();
 }
 
 LocalMemory<void> DescriptorFromText(const std::wstring& text) {
@@ -96,19 +87,7 @@ constexpr wchar_t taken[] = L"another engine listens there";
 } // namespace
 
 std::wstring OwnUserSid() {
-    HANDLE token = nullptr;
-    if (OpenProcessToken(GetCurrentProcess(), TOKEN_QUERY, &token) == 0) {
-        return {};
-    }
-    const platform::OwnedHandle owned(token);
-    DWORD size = 0;
-    GetTokenInformation(token, TokenUser, nullptr, 0, &size);
-    // The identifier that TOKEN_USER points to is in the same buffer.
-    std::vector<std::byte> buffer(size);
-    if (size < sizeof(TOKEN_USER) || GetTokenInformation(token, TokenUser, buffer.data(), size, &size) == 0) {
-        return {};
-    }
-    return SidText(reinterpret_cast<const TOKEN_USER*>(buffer.data())->User.Sid);
+    return platform::UserSidOf(GetCurrentProcess());
 }
 
 std::wstring PipePath(const std::wstring& userSid, const std::string& name) {
@@ -161,7 +140,7 @@ bool IsOwnPipe(void* pipe, const std::wstring& userSid) {
         return false;
     }
     const LocalMemory<void> owned(descriptor);
-    return SidText(owner) == userSid;
+    return platform::SidText(owner) == userSid;
 }
 
 } // namespace local_socket
