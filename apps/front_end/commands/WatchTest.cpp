@@ -35,14 +35,14 @@ TEST_F(WatchTest, OnATerminalATableIsDrawnOver) {
     EXPECT_EQ(Run({L"--watch"}), 0);
     EXPECT_EQ(
         console.output,
-        "Job  State                       Progress  Time  Scenario     Input  Output folder, or what the sc…\x1b[K\n"
-        "  2  Queued  [....................]   0 %        Mesh report  b.stl\x1b[K\n"
-        "Queued: 1, running: 0, ended: 1\x1b[K\n"
+        "Job  State                       Progress  Time  Left  Scenario     Input  Output folder, or what …\x1b[K\n"
+        "  2  Queued  [....................]   0 %              Mesh report  b.stl\x1b[K\n"
+        "[....................]   0 %  Queued: 1, running: 0, ended: 1, time left unknown\x1b[K\n"
         "\x1b[J"
         "\x1b[3A"
-        "Job  State                        Progress  Time  Scenario     Input  Output folder, or what the s…\x1b[K\n"
-        "  2  Running  [#########...........]  45 %        Mesh report  b.stl\x1b[K\n"
-        "Queued: 0, running: 1, ended: 1\x1b[K\n"
+        "Job  State                        Progress  Time  Left  Scenario     Input  Output folder, or what…\x1b[K\n"
+        "  2  Running  [#########...........]  45 %              Mesh report  b.stl\x1b[K\n"
+        "[#########...........]  45 %  Queued: 0, running: 1, ended: 1, time left unknown\x1b[K\n"
         "\x1b[J"
         "\n");
 }

@@ -6,6 +6,7 @@
 #include "formats/JobStates.h"
 #include "front_end/commands/Command.h"
 #include "front_end/commands/JobFilter.h"
+#include "front_end/jobs/Forecast.h"
 #include "front_end/output/JobTable.h"
 #include "platform/files/NativePath.h"
 #include "platform/system/Clock.h"
@@ -65,14 +66,6 @@ Colour ColourOf(JobStatus status) {
         break;
     }
     return Colour::None;
-}
-
-std::wstring Bar(std::int32_t progress) {
-    constexpr std::size_t length = 20;
-    const auto filled = static_cast<std::size_t>(std::clamp(progress, 0, 100)) * length / 100;
-    const std::wstring percent = PercentText(progress);
-    return L"[" + std::wstring(filled, L'#') + std::wstring(length - filled, L'.') + L"] " +
-           std::wstring(5 - percent.size(), L' ') + percent;
 }
 
 std::wstring TwoDigits(std::int64_t number) {
@@ -139,6 +132,14 @@ std::wstring UtcCell(std::int64_t time) {
 
 } // namespace
 
+std::wstring ProgressBar(std::int32_t progress) {
+    constexpr std::size_t length = 20;
+    const auto filled = static_cast<std::size_t>(std::clamp(progress, 0, 100)) * length / 100;
+    const std::wstring percent = PercentText(progress);
+    return L"[" + std::wstring(filled, L'#') + std::wstring(length - filled, L'.') + L"] " +
+           std::wstring(5 - percent.size(), L' ') + percent;
+}
+
 std::wstring PercentText(std::int32_t progress) {
     return std::to_wstring(std::clamp(progress, 0, 100)) + L" %";
 }
@@ -168,7 +169,7 @@ const std::vector<JobColumn>& AllJobColumns() {
          Before<&ListedJob::status>, StateGroup},
         {L"progress", L"Table/Progress", ColumnKind::Number,
          [](const Context&, const JobRow& row, Kind kind) -> Cell {
-             return {kind == Kind::Bar ? Bar(row.progress) : PercentText(row.progress)};
+             return {kind == Kind::Bar ? ProgressBar(row.progress) : PercentText(row.progress)};
          },
          Before<&ListedJob::progress>, nullptr},
         {L"time", L"Table/Time", ColumnKind::Number,
@@ -176,6 +177,11 @@ const std::vector<JobColumn>& AllJobColumns() {
              return {DurationText(SecondsOf(row.job, context.now()))};
          },
          TextBefore<RunningTime>, nullptr},
+        {L"left", L"Table/Left", ColumnKind::Number,
+         [](const Context& context, const JobRow& row, Kind) -> Cell {
+             return {DurationText(TimeLeft(row, context.now()).value_or(-1))};
+         },
+         nullptr, nullptr},
         {L"scenario", L"Table/Scenario", ColumnKind::Flexible,
          [](const Context&, const JobRow& row, Kind) -> Cell { return {row.job.scenario.displayName}; },
          TextBefore<ScenarioOf>, Group<ScenarioOf>},
@@ -219,6 +225,10 @@ std::vector<const JobColumn*> JobColumnsNamed(const std::vector<std::wstring>& n
         named.push_back(&*found);
     }
     return named;
+}
+
+std::vector<const JobColumn*> LiveJobColumns() {
+    return JobColumnsNamed({L"number", L"state", L"progress", L"time", L"left", L"scenario", L"input", L"result"});
 }
 
 std::vector<const JobColumn*> UsualJobColumns() {

@@ -42,6 +42,12 @@ std::wstring ResultText(const Texts& texts, const JobRow& view);
 /// True if that is its output directory.
 bool ShowsOutputDirectory(const JobRow& view);
 
+/// The columns of the live view of jobs: the usual ones and the time left.
+std::vector<const JobColumn*> LiveJobColumns();
+
+/// "[########............]  41 %"
+std::wstring ProgressBar(std::int32_t progress);
+
 /// "41 %"
 std::wstring PercentText(std::int32_t progress);
 

@@ -1,11 +1,13 @@
 #include "front_end/output/ProgressScreen.h"
 
 #include <algorithm>
+#include <cmath>
 #include <cstddef>
 #include <utility>
 
 #include "formats/JobStates.h"
 #include "front_end/output/DisplayText.h"
+#include "front_end/output/JobColumns.h"
 #include "front_end/output/JobTable.h"
 
 namespace front_end {
@@ -20,15 +22,45 @@ std::wstring UpOver(std::size_t lines) {
     return lines == 0 ? std::wstring() : L"\x1b[" + std::to_wstring(lines) + L"A";
 }
 
+/// With one digit behind the point where it matters.
+std::wstring RateText(double rate) {
+    const auto tenths = std::llround(rate * 10);
+    const std::wstring whole = std::to_wstring(tenths / 10);
+    return tenths >= 100 ? whole : whole + L"." + std::to_wstring(tenths % 10);
+}
+
+std::wstring ForecastText(const Texts& texts, const Forecast& forecast) {
+    std::wstring text;
+    if (forecast.jobsPerMinute) {
+        const bool isFast = *forecast.jobsPerMinute >= 1;
+        text = texts.Format(isFast ? L"Outcome/PerMinute" : L"Outcome/PerHour",
+                            {RateText(*forecast.jobsPerMinute * (isFast ? 1 : 60))}) +
+               L", ";
+    }
+    return text + (forecast.left ? texts.Format(L"Outcome/Left", {DurationText(*forecast.left)})
+                                 : texts.Get(L"Outcome/LeftUnknown"));
+}
+
 } // namespace
 
 ProgressScreen::ProgressScreen(CommandContext& commandContext, const JobModel& jobBoard)
-    : context(commandContext), board(jobBoard) {
+    : context(commandContext), board(jobBoard), begun(commandContext.now()) {
     for (const JobRow& view : board.Views()) {
         if (IsOver(view.job.status)) {
             endedBefore.insert(view.job.id);
         }
     }
+    atBegin = ProgressOf(JobsOfInterest());
+}
+
+std::vector<const JobRow*> ProgressScreen::JobsOfInterest() const {
+    std::vector<const JobRow*> jobs;
+    for (const JobRow& view : board.Views()) {
+        if (view.job.status != unlistedStatus && !endedBefore.contains(view.job.id)) {
+            jobs.push_back(&view);
+        }
+    }
+    return jobs;
 }
 
 std::optional<std::chrono::milliseconds> ProgressScreen::Interval() const {
@@ -68,12 +100,9 @@ std::vector<const JobRow*> ProgressScreen::JobsToShow(std::size_t room) const {
     std::vector<const JobRow*> active;
     std::vector<const JobRow*> waiting;
     std::vector<const JobRow*> ended;
-    for (const JobRow& view : board.Views()) {
-        if (view.job.status == unlistedStatus || endedBefore.contains(view.job.id)) {
-            continue;
-        }
-        const bool isWaiting = view.job.status == JobStatus::Queued;
-        (isWaiting ? waiting : IsOver(view.job.status) ? ended : active).push_back(&view);
+    for (const JobRow* view : JobsOfInterest()) {
+        const bool isWaiting = view->job.status == JobStatus::Queued;
+        (isWaiting ? waiting : IsOver(view->job.status) ? ended : active).push_back(view);
     }
     std::stable_sort(ended.begin(), ended.end(), [this](const JobRow* left, const JobRow* right) {
         return orderOfEnds.at(left->job.id) > orderOfEnds.at(right->job.id);
@@ -99,9 +128,24 @@ ProgressScreen::Drawing ProgressScreen::Draw() const {
     const std::size_t width = std::max<std::size_t>(drawing.width, 2) - 1;
     constexpr std::size_t otherLines = 3; // headings, summary, cursor
     const std::size_t room = std::max(drawing.height, otherLines + 1) - otherLines;
-    drawing.lines = JobTableLines(context, JobsToShow(room), ProgressKind::Bar, width);
-    drawing.lines.push_back(Cut(QueueSummary(context, board.Views()), width));
+    drawing.lines = JobTableLines(context, JobsToShow(room), ProgressKind::Bar, width, LiveJobColumns());
+    drawing.lines.push_back(Cut(Summary(width), width));
     return drawing;
+}
+
+std::wstring ProgressScreen::Summary(std::size_t width) const {
+    std::wstring summary = QueueSummary(context, board.Views());
+    const JobsProgress progress = ProgressOf(JobsOfInterest());
+    if (progress.jobCount == 0) {
+        return summary;
+    }
+    const auto extend = [&](const std::wstring& before, const std::wstring& after) {
+        const std::wstring longer = before + summary + after;
+        summary = DisplayWidth(longer) <= width ? longer : summary;
+    };
+    extend({}, L", " + ForecastText(context.texts, ForecastOf(atBegin, progress, context.now() - begun)));
+    extend(ProgressBar(progress.Percent()) + L"  ", {});
+    return summary;
 }
 
 /// Moves to the start of the previous drawing. A resized terminal has moved or wrapped those lines and may have

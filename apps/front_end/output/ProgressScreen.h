@@ -1,10 +1,12 @@
 #pragma once
 
 #include "front_end/commands/CommandContext.h"
+#include "front_end/jobs/Forecast.h"
 #include "front_end/jobs/JobRow.h"
 
 #include <chrono>
 #include <cstddef>
+#include <cstdint>
 #include <map>
 #include <optional>
 #include <set>
@@ -43,6 +45,11 @@ private:
     /// Records the order in which jobs end.
     void NoteEnds(const std::vector<std::wstring>& changed);
     Drawing Draw() const;
+    /// The last line: the numbers of jobs and, as far as they fit into the width, how long the rest will take, and how
+    /// far the jobs are.
+    std::wstring Summary(std::size_t width) const;
+    /// All jobs that had not ended before.
+    std::vector<const JobRow*> JobsOfInterest() const;
     /// The control sequence that moves the cursor to the start of the drawing.
     std::wstring ToBeginning(const Drawing& next) const;
     /// Selects as many jobs as there is room for: active ones, then waiting ones in list order, then the latest ended
@@ -54,6 +61,9 @@ private:
     std::set<std::wstring> endedBefore;
     std::map<std::wstring, std::size_t> orderOfEnds;
     Drawing drawn;
+    /// When the first drawing was made, and how far the jobs were.
+    std::int64_t begun;
+    JobsProgress atBegin;
 };
 
 } // namespace front_end

@@ -36,7 +36,7 @@ TEST_F(ProgressScreenTest, ATableThatIsTheSameIsNotDrawnAgain) {
     console.BecomeTerminal(60, 24);
     ProgressScreen screen(context, board);
     screen.Show({});
-    EXPECT_TRUE(TakeOutput().ends_with("Queued: 1, running: 1, ended: 0\x1b[K\n\x1b[J"));
+    EXPECT_TRUE(TakeOutput().ends_with("Queued: 1, running: 1, ended: 0, time left unknown\x1b[K\n\x1b[J"));
     screen.Show({L"id1"});
     EXPECT_EQ(TakeOutput(), "");
 }
@@ -54,6 +54,32 @@ TEST_F(ProgressScreenTest, AClockThatRunsOnIsDrawnWithoutAChange) {
     const std::string again = TakeOutput();
     EXPECT_TRUE(again.starts_with("\x1b[3A"));
     EXPECT_NE(again.find(" 1:05 "), std::string::npos);
+}
+
+TEST_F(ProgressScreenTest, RateAndTimeLeftAreShownOnceTheyAreKnown) {
+    console.BecomeTerminal(120, 24);
+    ProgressScreen screen(context, board);
+    screen.Show({});
+    EXPECT_NE(TakeOutput().find("]   0 %  Queued: 1, running: 1, ended: 0, time left unknown\x1b[K"),
+              std::string::npos);
+    board.Update(Status(2, JobStatus::Success));
+    context.now = [] { return std::int64_t{1772694600 + 90}; };
+    screen.Show({L"id2"});
+    const std::string half = TakeOutput();
+    EXPECT_NE(half.find("]  50 %  Queued: 1, running: 0, ended: 1, 40 jobs/h, 1:30 left\x1b[K"), std::string::npos)
+        << half;
+}
+
+TEST_F(ProgressScreenTest, ARunningJobHasItsOwnTimeLeft) {
+    console.BecomeTerminal(120, 24);
+    JobListInfo job = Job(1, L"a.stl", JobStatus::Running);
+    job.startTime = L"2026-03-05T07:09:00Z";
+    job.progress = 25;
+    const JobModel running({job});
+    ProgressScreen screen(context, running);
+    screen.Show({});
+    const std::string table = TakeOutput();
+    EXPECT_NE(table.find(" 25 %  1:00  3:00  Mesh report"), std::string::npos) << table;
 }
 
 TEST_F(ProgressScreenTest, AClearedTableIsDrawnWhereTheCursorIs) {
