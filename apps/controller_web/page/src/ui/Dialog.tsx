@@ -1,0 +1,32 @@
+import type { ComponentChildren } from 'preact';
+import { useEffect, useRef } from 'preact/hooks';
+import { t } from '../text/text.ts';
+import { Icon } from './Icon.tsx';
+
+interface Properties {
+  title: string;
+  onClose: () => void;
+  children: ComponentChildren;
+}
+
+/** A modal dialog; the browser keeps the focus in it and gives it back afterwards. */
+export function Dialog({ title, onClose, children }: Properties) {
+  const element = useRef<HTMLDialogElement>(null);
+  useEffect(() => element.current?.showModal(), []);
+  const onClick = (event: MouseEvent): void => {
+    if (event.target === element.current) onClose();
+  };
+  return (
+    <dialog ref={element} class="dialog" aria-labelledby="dialog-title" onClose={onClose} onClick={onClick}>
+      <div class="dialog-body">
+        <header class="dialog-head">
+          <h2 id="dialog-title">{title}</h2>
+          <button type="button" class="plain" aria-label={t('action.close')} onClick={onClose}>
+            <Icon name="close" />
+          </button>
+        </header>
+        {children}
+      </div>
+    </dialog>
+  );
+}

@@ -1,0 +1,52 @@
+import { useEffect } from 'preact/hooks';
+import { useApp } from '../app.ts';
+import { JobPanel } from '../job/JobPanel.tsx';
+import { StartView } from '../start/StartView.tsx';
+import { StatisticsView } from '../statistics/StatisticsView.tsx';
+import { QueueView } from '../table/QueueView.tsx';
+import { language, t } from '../text/text.ts';
+import { Banner } from './Banner.tsx';
+import { Header } from './Header.tsx';
+import { NoticeList } from './NoticeList.tsx';
+import { Questions } from './Questions.tsx';
+import { useShortcuts } from './shortcuts.ts';
+
+function Content() {
+  const route = useApp().route.value;
+  if (route.view === 'start') return <StartView />;
+  if (route.view === 'statistics') return <StatisticsView />;
+  return (
+    <div class={`split ${route.view === 'job' ? 'split-open' : ''}`}>
+      <QueueView />
+      {route.view === 'job' && <JobPanel key={route.id} id={route.id} tab={route.tab} />}
+    </div>
+  );
+}
+
+function useTitle(): void {
+  const app = useApp();
+  app.jobsChanged.value;
+  const { queued, running } = app.store.counts;
+  const title = queued + running > 0 ? t('title.counts', running, queued) : t('title');
+  useEffect(() => void (document.title = title), [title]);
+  useEffect(() => void (document.documentElement.lang = language.value), [language.value]);
+}
+
+export function PageView() {
+  useTitle();
+  useShortcuts();
+  return (
+    <>
+      <a class="skip" href="#main" onClick={(event) => (event.preventDefault(), document.getElementById('main')?.focus())}>
+        {t('action.skip')}
+      </a>
+      <Header />
+      <Banner />
+      <main id="main" tabIndex={-1}>
+        <Content />
+      </main>
+      <NoticeList />
+      <Questions />
+    </>
+  );
+}
