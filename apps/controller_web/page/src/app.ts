@@ -30,9 +30,9 @@ export class App {
   readonly question = signal<Question | undefined>(undefined);
   /** The time now, once a second. */
   readonly now = signal(Date.now());
-  private readonly frame = new FrameSignal();
-  /** Changes with the jobs, at most once per picture of the screen. */
-  readonly jobsChanged = this.frame.changed;
+  private readonly frame = new FrameSignal({ store: this.store, listing: this.listing, progress: this.progress });
+  /** Changes with the jobs, at most once per picture of the screen: what is drawn from jobs reads them here. */
+  readonly jobs = this.frame.changed;
 
   constructor() {
     this.store.onChange(this.frame.touch);
@@ -79,8 +79,8 @@ export class App {
   }
 
   private onJobs(): void {
-    this.jobsChanged.value;
-    const selection = pruned(this.selection.peek(), (id) => id === '' || this.store.find(id) !== undefined);
+    const { store } = this.jobs.value;
+    const selection = pruned(this.selection.peek(), (id) => id === '' || store.find(id) !== undefined);
     if (this.session.expected.value < 0) this.selection.value = selection;
   }
 

@@ -105,8 +105,7 @@ function Missing({ error }: { error: unknown }) {
 /** One job, beside the list or, on narrow screens, instead of it. */
 export function JobPanel({ id, tab }: { id: string; tab: JobTab }) {
   const app = useApp();
-  app.jobsChanged.value;
-  const listed = app.store.find(id);
+  const listed = app.jobs.value.store.find(id);
   const { detail, error } = useDetail(id, listed);
   const job = listed ?? (detail && !error ? jobOf(detail) : undefined);
   const title = job ? t('job.title', job.number, visible(job.scenario)) : t('job.name');

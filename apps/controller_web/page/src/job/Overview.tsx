@@ -45,8 +45,7 @@ function Messages({ job, detail }: { job: Job; detail: JobDetail | undefined }) 
 
 function RunningState({ job }: { job: Job }) {
   const app = useApp();
-  app.jobsChanged.value;
-  const points = app.progress.of(job.id);
+  const points = app.jobs.value.progress.of(job.id);
   return (
     <>
       {groupOf(job) === 'running' && (

@@ -117,7 +117,7 @@ export function StartView() {
       <h2>{t('start.title')}</h2>
       <div class="start-columns">
         <fieldset class="card">
-          <legend>{t('start.scenario')}</legend>
+          <legend>{t('start.what')}</legend>
           <ScenarioFields form={form} />
         </fieldset>
         <InputFields form={form} />
@@ -131,7 +131,7 @@ export function StartView() {
           {t('action.back')}
         </a>
         <button type="submit" class="primary" disabled={!form.isReady}>
-          {counted('start.submit', Math.floor(form.files.length / form.setSize))}
+          {form.files.length < form.setSize ? t('start.submit') : counted('start.submit', Math.floor(form.files.length / form.setSize))}
         </button>
       </footer>
     </form>

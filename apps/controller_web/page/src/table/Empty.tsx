@@ -16,7 +16,7 @@ export function Empty() {
   const app = useApp();
   const expected = app.session.expected.value;
   if (expected >= 0 && !app.session.loadError.value) return <Loading expected={expected} />;
-  if (app.store.size === 0)
+  if (app.jobs.value.store.size === 0)
     return (
       <div class="empty">
         <h2>{t('empty.noJobs')}</h2>

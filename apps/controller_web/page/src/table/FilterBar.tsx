@@ -5,7 +5,7 @@ import { counted, formatNumber, t } from '../text/text.ts';
 import { Icon } from '../ui/Icon.tsx';
 
 function Chip({ group }: { group: Group }) {
-  const { filter, store } = useApp();
+  const { filter, jobs } = useApp();
   const isOn = filter.value.groups.includes(group);
   const toggle = (): void => {
     const chosen = groups.filter((name) => (name === group) !== filter.value.groups.includes(name));
@@ -15,7 +15,7 @@ function Chip({ group }: { group: Group }) {
     <button type="button" class={`chip status-${group}`} aria-pressed={isOn} onClick={toggle}>
       <Icon name={group} />
       <span>{t(`group.${group}`)}</span>
-      <b>{formatNumber(store.counts[group])}</b>
+      <b>{formatNumber(jobs.value.store.counts[group])}</b>
     </button>
   );
 }
@@ -60,15 +60,13 @@ function SortField() {
 }
 
 function Count() {
-  const { listing, store } = useApp();
+  const { listing, store } = useApp().jobs.value;
   const shown = listing.ids.length;
   const text = shown === store.size ? counted('table.all', shown) : t('table.some', formatNumber(shown), formatNumber(store.size));
   return <span class="count quiet">{text}</span>;
 }
 
 export function FilterBar() {
-  const app = useApp();
-  app.jobsChanged.value;
   return (
     <div class="filters" role="search" aria-label={t('filter.name')}>
       <div class="chips" role="group" aria-label={t('column.status')}>

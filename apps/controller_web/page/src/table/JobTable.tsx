@@ -46,12 +46,13 @@ function onMouseDown(event: MouseEvent): void {
 
 function Rows({ rows, rowHeight }: { rows: VirtualRows; rowHeight: number }) {
   const app = useApp();
-  const ids = app.listing.ids;
+  const { store, listing } = app.jobs.value;
+  const { ids } = listing;
   const { ids: selected, active } = app.selection.value;
   const open = app.route.value.view === 'job' ? app.route.value.id : '';
   const drawn = [];
   for (let index = rows.first; index < rows.end; index++) {
-    const job = app.store.find(ids[index] ?? '');
+    const job = store.find(ids[index] ?? '');
     if (!job) continue;
     const state = { isSelected: selected.has(job.id), isActive: job.id === active, isOpen: job.id === open };
     drawn.push(<Row key={index % slots} job={job} index={index} top={index * rowHeight} language={language.value} {...state} />);
@@ -73,10 +74,9 @@ function activeRow(app: App, rows: VirtualRows): Record<string, string> {
 /** All jobs of the filter in a grid of which only the rows in view exist. */
 export function JobTable() {
   const app = useApp();
-  app.jobsChanged.value;
-  app.filter.value;
   const rowHeight = useRowHeight();
-  const count = app.listing.ids.length;
+  const { listing } = app.jobs.value;
+  const count = listing.ids.length;
   const rows = useVirtualRows(count, rowHeight, headHeight);
   const page = Math.max(1, Math.floor((rows.element.current?.clientHeight ?? 0) / rowHeight) - 2);
   if (count === 0) return <Empty />;

@@ -5,7 +5,7 @@ import { counted, formatNumber, t } from '../text/text.ts';
 
 function idsFor(app: App, action: Action): string[] {
   return [...app.selection.value.ids].filter((id) => {
-    const job = app.store.find(id);
+    const job = app.jobs.value.store.find(id);
     return job !== undefined && applies(action, job);
   });
 }
@@ -26,7 +26,6 @@ function ActionButton({ action }: { action: Action }) {
 /** What can be done with the selected jobs; nothing while none is selected. */
 export function SelectionBar() {
   const app = useApp();
-  app.jobsChanged.value;
   const { size } = app.selection.value.ids;
   if (size === 0) return null;
   return (

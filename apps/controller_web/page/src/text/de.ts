@@ -229,6 +229,8 @@ export const de: Record<keyof typeof en, string> = {
   'start.needsFiles': 'Wählen Sie mindestens eine Eingabedatei.',
   'start.needsAllFiles': 'Jeder Job braucht {0} Dateien: Wählen Sie die fehlenden.',
   'start.needsFolder': 'Nennen Sie das Ausgabeverzeichnis.',
+  'start.what': 'Was ausgeführt wird',
+  'start.submit': 'Starten',
   'start.submit.one': '{0} Job starten',
   'start.submit.other': '{0} Jobs starten',
   'statistics.span': 'Zeitraum',

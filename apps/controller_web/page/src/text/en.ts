@@ -227,6 +227,8 @@ export const en = {
   'start.needsFiles': 'Choose at least one input file.',
   'start.needsAllFiles': 'Each job needs {0} files: choose the missing ones.',
   'start.needsFolder': 'Name the output folder.',
+  'start.what': 'What is run',
+  'start.submit': 'Start',
   'start.submit.one': 'Start {0} job',
   'start.submit.other': 'Start {0} jobs',
   'statistics.span': 'Time span',

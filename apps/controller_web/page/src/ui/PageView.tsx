@@ -25,8 +25,7 @@ function Content() {
 
 function useTitle(): void {
   const app = useApp();
-  app.jobsChanged.value;
-  const { queued, running } = app.store.counts;
+  const { queued, running } = app.jobs.value.store.counts;
   const title = queued + running > 0 ? t('title.counts', running, queued) : t('title');
   useEffect(() => void (document.title = title), [title]);
   useEffect(() => void (document.documentElement.lang = language.value), [language.value]);

@@ -1,12 +1,17 @@
 import { signal, type ReadonlySignal } from '@preact/signals';
 
-/** A signal that changes at most once per animation frame, however often `touch` is called. */
-export class FrameSignal {
-  private readonly count = signal(0);
+/** A signal that changes at most once per animation frame, however often `touch` is called. Its value is each time a new
+ * copy of the same object, which leads to data that change in place. */
+export class FrameSignal<Data extends object> {
+  private readonly current;
   private isScheduled = false;
 
-  get changed(): ReadonlySignal<number> {
-    return this.count;
+  constructor(private readonly data: Data) {
+    this.current = signal(data);
+  }
+
+  get changed(): ReadonlySignal<Data> {
+    return this.current;
   }
 
   touch = (): void => {
@@ -14,7 +19,7 @@ export class FrameSignal {
     this.isScheduled = true;
     requestAnimationFrame(() => {
       this.isScheduled = false;
-      this.count.value++;
+      this.current.value = { ...this.data };
     });
   };
 }
