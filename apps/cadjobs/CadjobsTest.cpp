@@ -276,6 +276,24 @@ TEST_F(CadjobsTest, AnOutputDirectoryIsALinkWhereTheTerminalTakesIt) {
     EXPECT_NE(console.output.find("\x1b]8;;file:///"), std::string::npos) << console.output;
 }
 
+TEST_F(CadjobsTest, WebStartsTheServerOfThePageInTheBackground) {
+    EXPECT_EQ(Cadjobs({L"web"}), 0);
+    EXPECT_EQ(host.webArguments, std::vector<std::wstring>{L"--background"});
+    EXPECT_EQ(Cadjobs({L"web", L"--port", L"8080", L"--read-only", L"--no-browser"}), 0);
+    EXPECT_EQ(host.webArguments,
+              (std::vector<std::wstring>{L"--background", L"--port", L"8080", L"--read-only", L"--no-browser"}));
+    EXPECT_EQ(Cadjobs({L"web", L"--stop"}), 0);
+    EXPECT_EQ(host.webArguments, std::vector<std::wstring>{L"--stop"});
+}
+
+TEST_F(CadjobsTest, WebFailsAsTheServerDoes) {
+    host.foregroundExitCode = 2;
+    EXPECT_EQ(Cadjobs({L"web", L"--port", L"x"}), 2);
+    host.startProblem = L"no such file";
+    EXPECT_EQ(Cadjobs({L"web"}), 1);
+    EXPECT_NE(console.errors.find("The server of the web page cannot be started: no such file"), std::string::npos);
+}
+
 TEST_F(CadjobsTest, AMistakeIsToldWithWhatMayBeMeant) {
     EXPECT_EQ(Cadjobs({L"lsit"}), 2);
     EXPECT_EQ(console.errors, "cadjobs: The argument lsit means nothing here. Did you mean list?\n"

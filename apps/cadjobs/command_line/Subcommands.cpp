@@ -112,6 +112,10 @@ const std::vector<OptionSpec>& Options() {
         {"--dry-run", ValueKind::Flag, TakeFlag<&Command::isDryRun>},
         {"-y,--yes", ValueKind::Flag, TakeFlag<&Command::isConfirmed>},
         {"--language", ValueKind::Language, TakeLast<&Command::language>},
+        {"--port", ValueKind::Number, TakeLast<&Command::port>},
+        {"--read-only", ValueKind::Flag, TakeFlag<&Command::isReadOnly>},
+        {"--no-browser", ValueKind::Flag, TakeFlag<&Command::opensNoBrowser>},
+        {"--stop", ValueKind::Flag, TakeFlag<&Command::stopsServer>},
         {"-F,--follow", ValueKind::Flag, TakeFlag<&Command::follows>},
     };
     return options;
@@ -199,6 +203,11 @@ std::vector<SubcommandSpec> OtherSubcommands() {
          Kind::PackScenario,
          {"DIRECTORY", ValueKind::Directory, 1, 1, TakeEach<&Command::operands>},
          {"--output", "--json", "--color", "--log-file"}},
+        {"web",
+         "OtherGroup",
+         Kind::Web,
+         {},
+         {"--port", "--read-only", "--no-browser", "--stop", "--color", "--log-file"}},
         {"doctor", "OtherGroup", Kind::Doctor, {}, {"--json", "--color", "--log-file"}},
         {"completion",
          "OtherGroup",

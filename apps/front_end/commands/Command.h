@@ -33,6 +33,8 @@ enum class CommandKind {
     StartHost,
     StopHost,
     HostStatus,
+    /// The web page of the queue.
+    Web,
     /// Checks everything that jobs need.
     Doctor,
     SettingsPath,
@@ -107,6 +109,12 @@ struct Command {
     /// Nothing: the setting decides.
     std::optional<bool> reuse = {};
     bool isDryRun = false;
+    /// The port of the web page; as typed, empty: not given.
+    std::wstring port = {};
+    bool isReadOnly = false;
+    bool opensNoBrowser = false;
+    /// Ends the server of the web page.
+    bool stopsServer = false;
     bool asJson = false;
     bool follows = false;
     bool clientOnly = false;

@@ -39,6 +39,8 @@ ExitCode ParameterSets(CommandContext& context, const Command& command);
 ExitCode StartHost(CommandContext& context, const Command& command);
 /// `NoHost` if none runs.
 ExitCode HostStatus(CommandContext& context, const Command& command);
+/// Starts the server of the web page, or ends it.
+ExitCode Web(CommandContext& context, const Command& command);
 /// Checks settings, programs, modules, directories, permissions, versions and host, and says what to do. `JobFailed` if
 /// something is wrong. Starts no host.
 ExitCode Doctor(CommandContext& context, const Command& command);

@@ -64,6 +64,8 @@ Operation OperationOf(CommandKind kind) {
         return commands::Scenarios;
     case CommandKind::ParameterSets:
         return commands::ParameterSets;
+    case CommandKind::Web:
+        return commands::Web;
     case CommandKind::Doctor:
         return commands::Doctor;
     case CommandKind::SettingsPath:

@@ -57,6 +57,10 @@ public:
     /// `problem`.
     virtual std::int32_t RunHost(std::wstring& problem) = 0;
 
+    /// Runs `controller_web` with these arguments, forwards what it prints, and returns its exit code when it has
+    /// ended. If it cannot be started, sets `problem`.
+    virtual std::int32_t RunWebProgram(const std::vector<std::wstring>& arguments, std::wstring& problem) = 0;
+
     /// Describes the host of the configured job list if it listens at another endpoint than this client uses: "process
     /// 4711, since ..., at ...". Empty if there is none, or if the host has not published its endpoint yet.
     virtual std::wstring HostElsewhere() = 0;

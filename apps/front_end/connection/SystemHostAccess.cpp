@@ -82,6 +82,43 @@ private:
     std::thread thread;
 };
 
+/// A program whose output and errors are those of this one.
+class RelayedProgram {
+public:
+    explicit RelayedProgram(platform::ProcessStart program) : start(std::move(program)) {}
+
+    /// Returns why it cannot be started; empty on success.
+    std::wstring Start() {
+        platform::Error error = output.Open();
+        if (!error) {
+            error = errors.Open();
+        }
+        start.output = output.WriteEnd();
+        if (!error) {
+            error = platform::StartProcess(start, errors.WriteEnd(), process);
+        }
+        if (error) {
+            return CannotStart(start, error);
+        }
+        output.Start();
+        errors.Start();
+        return {};
+    }
+
+    void* Process() const { return process.Get(); }
+
+    std::int32_t AwaitEnd() const {
+        platform::WaitForAny({process.Get()}, std::nullopt);
+        return platform::ExitCode(process.Get()).value_or(1);
+    }
+
+private:
+    platform::ProcessStart start;
+    Relay output{WriteLogLines};
+    Relay errors{platform::WriteErrorOutput};
+    platform::OwnedHandle process;
+};
+
 /// Returns when the host has ended. A host that has just been started may not listen yet, so the request is repeated.
 void AskToEnd(void* host, EventTransmitter* transmitter, EventTransmitterExtension* extension) {
     constexpr std::chrono::milliseconds interval{500};
@@ -137,14 +174,18 @@ std::optional<host_lock::Holder> SystemHostAccess::RunningHost() {
     return FindHolder(holder) ? std::optional(holder) : std::nullopt;
 }
 
-/// The host gets the settings file of this program, independent of its current directory.
-platform::ProcessStart SystemHostAccess::HostProcess() const {
+/// A program gets the settings file of this one, independent of its current directory.
+platform::ProcessStart SystemHostAccess::ProcessOf(const std::wstring& programName) const {
     platform::ProcessStart start;
-    start.program = platform::ProgramDirectory() + L"\\controller_host" + platform::programExtension;
+    start.program = platform::ProgramDirectory() + L"\\" + programName + platform::programExtension;
     if (!settingsFile.empty()) {
         start.environment = {{L"CONTROLLER_SETTINGS_FILE", platform::ToNativeText(settingsFile)}};
     }
     return start;
+}
+
+platform::ProcessStart SystemHostAccess::HostProcess() const {
+    return ProcessOf(L"controller_host");
 }
 
 std::wstring SystemHostAccess::HostProgramVersion() {
@@ -191,29 +232,22 @@ std::wstring SystemHostAccess::StartHost(std::wstring& warnings) {
 
 std::int32_t SystemHostAccess::RunHost(std::wstring& problem) {
     const platform::StopSignal stop;
-    Relay output(WriteLogLines);
-    Relay errors(platform::WriteErrorOutput);
-    platform::Error error = output.Open();
-    if (!error) {
-        error = errors.Open();
-    }
-    platform::ProcessStart start = HostProcess();
-    start.output = output.WriteEnd();
-    platform::OwnedHandle host;
-    if (!error) {
-        error = platform::StartProcess(start, errors.WriteEnd(), host);
-    }
-    if (error) {
-        problem = CannotStart(start, error);
+    RelayedProgram host(HostProcess());
+    if (problem = host.Start(); !problem.empty()) {
         return 0;
     }
-    output.Start();
-    errors.Start();
-    if (platform::WaitForAny({stop.Handle(), host.Get()}, std::nullopt) == std::size_t{0}) {
-        AskToEnd(host.Get(), Transmitter(), Extension());
+    if (platform::WaitForAny({stop.Handle(), host.Process()}, std::nullopt) == std::size_t{0}) {
+        AskToEnd(host.Process(), Transmitter(), Extension());
     }
-    platform::WaitForAny({host.Get()}, std::nullopt);
-    return platform::ExitCode(host.Get()).value_or(1);
+    return host.AwaitEnd();
+}
+
+std::int32_t SystemHostAccess::RunWebProgram(const std::vector<std::wstring>& arguments, std::wstring& problem) {
+    platform::ProcessStart start = ProcessOf(L"controller_web");
+    start.arguments = arguments;
+    RelayedProgram program(std::move(start));
+    problem = program.Start();
+    return problem.empty() ? program.AwaitEnd() : 0;
 }
 
 bool SystemHostAccess::FindHolder(host_lock::Holder& holder) const {

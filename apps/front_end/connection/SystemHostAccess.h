@@ -25,6 +25,8 @@ public:
     /// Ctrl-C and other stop requests to this program are forwarded to the host as a request.
     std::int32_t RunHost(std::wstring& problem) override;
 
+    std::int32_t RunWebProgram(const std::vector<std::wstring>& arguments, std::wstring& problem) override;
+
     std::wstring HostElsewhere() override;
     std::wstring Place() override;
     /// By a request if it listens under another name; otherwise, on Linux, by SIGTERM.
@@ -33,6 +35,7 @@ public:
     HostEnd EndHostOfSettingsFile(const host_lock::Holder& holder, std::chrono::milliseconds patience) override;
 
 private:
+    platform::ProcessStart ProcessOf(const std::wstring& programName) const;
     platform::ProcessStart HostProcess() const;
     bool FindHolder(host_lock::Holder& holder) const;
     bool RequestEndOf(const host_lock::Holder& holder) const;

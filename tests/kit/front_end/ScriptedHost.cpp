@@ -53,6 +53,12 @@ std::int32_t ScriptedHost::RunHost(std::wstring& problem) {
     return foregroundExitCode;
 }
 
+std::int32_t ScriptedHost::RunWebProgram(const std::vector<std::wstring>& arguments, std::wstring& problem) {
+    webArguments = arguments;
+    problem = startProblem;
+    return foregroundExitCode;
+}
+
 front_end::HostEnd ScriptedHost::EndRunningHost(std::chrono::milliseconds /*patience*/) {
     ++endCount;
     return hostEnd;

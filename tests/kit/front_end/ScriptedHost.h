@@ -53,6 +53,7 @@ public:
     int lookCount = 0;
     int foregroundCount = 0;
     int endCount = 0;
+    std::vector<std::wstring> webArguments;
 
     /// Broadcasts a change of a job and stores it in the list of jobs.
     void Report(const JobStatusInfo& info);
@@ -69,6 +70,7 @@ public:
     std::wstring HostProgramVersion() override { return hostVersion; }
     std::wstring StartHost(std::wstring& warnings) override;
     std::int32_t RunHost(std::wstring& problem) override;
+    std::int32_t RunWebProgram(const std::vector<std::wstring>& arguments, std::wstring& problem) override;
     std::wstring HostElsewhere() override { return runningHost; }
     std::wstring Place() override { return L"the usual place"; }
     front_end::HostEnd EndRunningHost(std::chrono::milliseconds patience) override;
