@@ -7,6 +7,7 @@ endif()
 set(controller_host_purpose "keeps the queue of jobs and runs them")
 set(controller_cli_purpose "command line for a queue of jobs")
 set(cadjobs_purpose "command line for jobs on CAD files")
+set(controller_web_purpose "web page of a queue of jobs")
 
 # The directory of settings and the date are the same on each machine.
 set(pages)

@@ -37,8 +37,12 @@ InstallDirRegKey HKCU "${UNINSTALL_KEY}" InstallLocation
 !insertmacro MUI_UNPAGE_INSTFILES
 !insertmacro MUI_LANGUAGE English
 
-; A running host would keep its files open.
+; A running host would keep its files open, and so would the server of the web page.
 !macro StopHost
+    ${If} ${FileExists} "$INSTDIR\bin\controller_web.exe"
+        nsExec::Exec '"$INSTDIR\bin\controller_web.exe" --stop'
+        Pop $0
+    ${EndIf}
     ${If} ${FileExists} "$INSTDIR\bin\controller_cli.exe"
         nsExec::Exec '"$INSTDIR\bin\controller_cli.exe" --client-only --stop-host'
         Pop $0
