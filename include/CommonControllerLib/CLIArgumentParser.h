@@ -16,6 +16,7 @@
 /// Does no I/O and logs nothing. Threads: one at a time per object.
 class CONTROLLER_API CLIArgumentParser {
 public:
+    /// What a command line asks for.
     enum CommandType : std::int32_t { None = -1, EnqueueJobs = 0, CancelJobs = 1, CheckJobStatus = 2 };
 
     /// Parses `args`, which exclude the program's own name. Returns true when they contain exactly one command. Returns

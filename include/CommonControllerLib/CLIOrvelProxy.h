@@ -13,7 +13,9 @@ class CONTROLLER_API CLIOrvelProxy : public IVanteloOrvelAbs {
 public:
     /// `eventTransmitter` is not owned and must outlive the proxy. Null means not connected: every request fails.
     explicit CLIOrvelProxy(EventTransmitter* eventTransmitter);
+    /// Sends through the same transmitter.
     CLIOrvelProxy(const CLIOrvelProxy& other);
+    /// Sends through the transmitter of `other` from now on.
     CLIOrvelProxy& operator=(const CLIOrvelProxy& other);
     virtual ~CLIOrvelProxy();
 

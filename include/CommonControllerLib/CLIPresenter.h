@@ -37,8 +37,9 @@ public:
     /// On failure to read the jobs file, logs an error and creates no output file.
     void EnqueueJobsFromFile(const std::wstring& jobFile, const std::wstring& outputFile);
 
-    /// Request the cancellation of one job, by id or number, or of all jobs. Neither waits nor writes a file.
+    /// Requests the cancellation of one job, by id or number. Neither waits nor writes a file.
     void CancelJobs(const std::wstring& id) const;
+    /// The same for all jobs.
     void CancelAllJobs() const;
 
     /// Requests the status of jobs, waits for the answer as `WaitForResponse` does, and writes one line for each

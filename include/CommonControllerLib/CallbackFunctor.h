@@ -12,7 +12,9 @@ public:
 
 protected:
     CallbackFunctor() = default;
+    /// Derived classes may be copied.
     CallbackFunctor(const CallbackFunctor&) = default;
+    /// Derived classes may be assigned.
     CallbackFunctor& operator=(const CallbackFunctor&) = default;
     ~CallbackFunctor() = default;
 };

@@ -33,13 +33,21 @@ public:
     static void Log(MessageType type, long level, const std::string& message);
 
     // Short-hands with level 0
+    /// Writes an information with level 0.
     static void Log(const std::wstring& message);
+    /// The same for narrow text.
     static void Log(const std::string& message);
+    /// Writes an error with level 0.
     static void ErrorLog(const std::wstring& message);
+    /// The same for narrow text.
     static void ErrorLog(const std::string& message);
+    /// Writes a warning with level 0.
     static void WarnLog(const std::wstring& message);
+    /// The same for narrow text.
     static void WarnLog(const std::string& message);
+    /// Writes a debug message with level 0.
     static void DebugLog(const std::wstring& message);
+    /// The same for narrow text.
     static void DebugLog(const std::string& message);
 
 private:

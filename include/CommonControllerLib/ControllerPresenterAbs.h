@@ -32,6 +32,7 @@ public:
     /// The copy shares the handlers, which stay bound to the original presenter. Both destructors delete them, so the
     /// caller must ensure that only one of the two presenters is destroyed.
     ControllerPresenterAbs(const ControllerPresenterAbs& other);
+    /// As the copy constructor; the handlers that this presenter had stay allocated.
     ControllerPresenterAbs& operator=(const ControllerPresenterAbs& other);
     /// Deletes the handlers except that of "CancelJobsFinish", which stays allocated: required by the published
     /// interface, held by ControllerPresenterAbsTest.TheHandlerOfCancelJobsFinishOutlivesThePresenter. Call

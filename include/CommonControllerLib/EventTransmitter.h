@@ -36,7 +36,9 @@ public:
 
 protected:
     EventTransmitter() = default;
+    /// For modules only.
     EventTransmitter(const EventTransmitter&) = default;
+    /// For modules only.
     EventTransmitter& operator=(const EventTransmitter&) = default;
     ~EventTransmitter() = default;
 };

@@ -28,6 +28,7 @@ public:
     /// The copy shares the handles and takes no references: each copy's destructor frees the same modules. Keep one
     /// instance for the life of the engine.
     FunctionManager(const FunctionManager& other);
+    /// As the copy constructor; the modules that this object had stay loaded.
     FunctionManager& operator=(const FunctionManager& other);
     /// Frees every module once, in ascending order of paths.
     ~FunctionManager();

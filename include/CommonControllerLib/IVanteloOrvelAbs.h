@@ -17,6 +17,7 @@ public:
     [[nodiscard]] virtual bool EnqueueJobs(EnqueueJobsInfo& info) = 0;
     /// Requests the cancellation of the jobs named by id or number.
     [[nodiscard]] virtual bool CancelJobs(std::vector<std::wstring>& ids) = 0;
+    /// Requests the cancellation of all jobs.
     [[nodiscard]] virtual bool CancelAllJobs() = 0;
     /// Requests the scenarios of the catalogue.
     [[nodiscard]] virtual bool FetchScenariosRequest() = 0;
@@ -34,10 +35,13 @@ public:
     [[nodiscard]] virtual bool TerminateRequest() = 0;
     /// Requests the services that the host offers.
     [[nodiscard]] virtual bool FetchServiceListRequest() = 0;
-    // Requests about the user's settings; the last one opens the host's settings dialog.
+    /// Requests the user's settings.
     [[nodiscard]] virtual bool FetchUserSettingsRequest() = 0;
+    /// Requests that the host stores values of the user's settings.
     [[nodiscard]] virtual bool WriteUserSettingsRequest(WriteUserSettingsInfo& settings) = 0;
+    /// Requests that the user's settings become the built-in ones.
     [[nodiscard]] virtual bool ClearUserSettingsRequest() = 0;
+    /// Requests the host's settings dialog.
     [[nodiscard]] virtual bool ShowSettingDialogRequest() = 0;
     /// Requests the path of the scenario editor.
     [[nodiscard]] virtual bool FetchScenarioEditorPathRequest() = 0;
@@ -50,7 +54,9 @@ public:
 
 protected:
     IVanteloOrvelAbs() = default;
+    /// Derived classes may be copied.
     IVanteloOrvelAbs(const IVanteloOrvelAbs&) = default;
+    /// Derived classes may be assigned.
     IVanteloOrvelAbs& operator=(const IVanteloOrvelAbs&) = default;
     ~IVanteloOrvelAbs() = default;
 };

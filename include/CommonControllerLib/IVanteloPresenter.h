@@ -36,10 +36,13 @@ public:
     virtual bool TerminateResponse() = 0;
     /// The services that the host offers.
     virtual bool FetchServiceListResponse(const std::vector<ServiceInfo>& services) = 0;
-    // Answers to the requests about the user's settings.
+    /// The user's settings.
     virtual bool FetchUserSettingsResponse(const UserSettingsInfo& settings) = 0;
+    /// The values were stored.
     virtual bool WriteUserSettingsResponse() = 0;
+    /// The user's settings after they became the built-in ones.
     virtual bool ClearUserSettingsResponse(const UserSettingsInfo& settings) = 0;
+    /// The host has opened its settings dialog.
     virtual bool ShowSettingDialogResponse() = 0;
     /// The path of the scenario editor.
     virtual bool FetchScenarioEditorPathResponse(const std::wstring& path) = 0;
@@ -52,7 +55,9 @@ public:
 
 protected:
     IVanteloPresenter() = default;
+    /// Derived classes may be copied.
     IVanteloPresenter(const IVanteloPresenter&) = default;
+    /// Derived classes may be assigned.
     IVanteloPresenter& operator=(const IVanteloPresenter&) = default;
     ~IVanteloPresenter() = default;
 };

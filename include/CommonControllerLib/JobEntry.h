@@ -17,6 +17,7 @@ public:
     explicit JobEntry(const JobListInfo& record);
     /// A copy refers to the same process handle, and each destructor closes it. Share entries instead of copying them.
     JobEntry(const JobEntry&) = default;
+    /// As the copy constructor; a process handle that this entry had is not closed.
     JobEntry& operator=(const JobEntry&) = default;
     /// Closes the process handle.
     virtual ~JobEntry();
@@ -32,19 +33,26 @@ public:
     /// true always; a failure to create the file is not reported.
     virtual bool OnCancelJob();
 
+    /// The persisted record.
     const JobListInfo& GetJobListInfo() const { return info; }
+    /// The id: unique, lower-case hexadecimal.
     const std::wstring& GetId() const { return info.id; }
+    /// The number that users see.
     std::int32_t GetSeqId() const { return info.seqId; }
+    /// The status of the record.
     JobStatus GetStatus() { return info.status; }
     /// The narrow name of the status, "Unknown" for a value without a name.
     std::string GetStatusString();
+    /// The work directory, where the job's process writes its reports.
     const std::wstring& GetWorkDir() const { return info.workDir; }
+    /// Percent, 0 to 100, as last reported.
     std::int32_t GetProgress() const { return info.progress; }
     /// The directory created by `PrepareOutputDir`; empty before that call.
     const std::wstring& GetOutputFolder() const { return outputFolder; }
     /// The reason why the job failed, in sentences for people, if the scenario's own result does not give one;
     /// otherwise empty. Not persisted.
     const std::wstring& GetFailure() const { return failure; }
+    /// Stores the reason that `GetFailure` returns.
     void SetFailure(const std::wstring& reason) { failure = reason; }
 
     /// The process that runs the job; null without a process. Owned by the entry.
@@ -61,8 +69,9 @@ public:
     /// first one: required by the published interface, held by JobEntryUpdateTest.FirstProgressMessageIsNotStored.
     void UpdateProgress(int progress, const std::wstring& message);
 
-    /// Store a time as UTC text. Units: seconds since the epoch.
+    /// Stores the start time as UTC text. Units: seconds since the epoch.
     void SetStartTime(const std::int64_t& time);
+    /// Stores the end time as UTC text. Units: seconds since the epoch.
     void SetEndTime(const std::int64_t& time);
     /// Parses the start time as local time (see `ConvertTimeStringToStruct`). Returns -1 if the job was never started.
     std::int64_t GetStartTime();
@@ -92,13 +101,19 @@ public:
     static std::int64_t ConvertTimeStringToStruct(const std::wstring& text);
 
 protected:
+    /// The persisted record.
     JobListInfo info;
+    /// The directory for results; empty before `PrepareOutputDir`.
     std::wstring outputFolder;
+    /// The directory of the scenario.
     std::wstring scenarioDir;
+    /// The subdirectory of the scenario in it.
     std::wstring scenarioSubDir;
+    /// The message of `UpdateProgress`.
     std::wstring progressMessage;
     /// Owned; null without a process.
     void* processHandle = nullptr;
+    /// The reason that `GetFailure` returns.
     std::wstring failure;
 
 private:

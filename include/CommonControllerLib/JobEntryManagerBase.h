@@ -81,10 +81,12 @@ public:
     /// Returns true when no job is waiting to start and none is active.
     bool IsCompleted();
 
-    /// Apply a report given as JSON text instead of a file: progress; result; the end of a cancelled job. On failure
-    /// (the text cannot be parsed or names no known job) log at debug level and return false.
+    /// Applies a progress report given as JSON text instead of a file. On failure (the text cannot be parsed or names
+    /// no known job) logs at debug level and returns false.
     [[nodiscard]] bool UpdateProgress(const std::wstring& progressJson, std::vector<JobStatusInfo>& changed);
+    /// The same for a result.
     [[nodiscard]] bool UpdateResult(const std::wstring& resultJson, std::vector<JobStatusInfo>& changed);
+    /// The same for the end of a cancelled job.
     [[nodiscard]] bool UpdateToCanceled(const std::wstring& resultJson, std::vector<JobStatusInfo>& changed);
 
     /// Appends every job's record in list order. Returns true always. Threads: takes no lock, so no other thread may
@@ -110,8 +112,9 @@ public:
 protected:
     /// Options for loading the job list. The defaults are the behaviour of the public constructor.
     struct Loading {
-        /// A `Dequeued`, a `Queued` job keeps its status instead of becoming `Canceled`.
+        /// A `Dequeued` job keeps its status instead of becoming `Canceled`.
         bool keepsDequeued = false;
+        /// The same for a `Queued` job.
         bool keepsQueued = false;
         /// A `Running` job becomes `Queued` instead of `Canceled`.
         bool requeuesRunning = false;
@@ -148,18 +151,21 @@ protected:
     /// `ControllerCSWrapper`, whatever `change` is; the change is empty when only the cursor has moved. Called under
     /// the lock. A failed write is not reported: the next change writes the whole list again.
     virtual void WriteJobList(const JobListChange& change);
+    /// A place in the list.
     using JobPosition = std::list<std::shared_ptr<JobEntry>>::iterator;
-    /// Return, in list order, at least the jobs whose id or number (decimal text) is among `names`; at least the active
-    /// jobs. The base implementations return all jobs; a derived class with an index returns fewer. Called under the
-    /// lock.
+    /// Returns, in list order, at least the jobs whose id or number (decimal text) is among `names`. The base
+    /// implementation returns all jobs; a derived class with an index returns fewer. Called under the lock.
     virtual std::vector<JobPosition> JobsNamed(const std::set<std::wstring>& names);
+    /// The same for the active jobs.
     virtual std::vector<JobPosition> ActiveJobs();
 
     /// The catalogue: scenarios by id.
     std::map<std::wstring, ScenarioInfo> scenarioMap;
     /// Not owned.
     const FunctionManager* functionManager;
+    /// The directories to search for scenarios, in order.
     std::vector<ScenarioDirectory> scenarioDirectories;
+    /// The directory that contains the work directories of new jobs.
     std::wstring workDirectory;
     /// All jobs in the order of execution.
     std::list<std::shared_ptr<JobEntry>> jobList;

@@ -15,6 +15,7 @@ struct JobListInfo {
     std::int32_t seqId;
     /// Percent, 0 to 100, as last reported by the scenario.
     std::int32_t progress = 0;
+    /// The state of the job.
     JobStatus status = JobStatus::Queued;
     /// The output directory: first as requested, later the directory prepared for the job.
     std::wstring outputDir;
@@ -33,6 +34,7 @@ struct JobListInfo {
     /// From the request; stored and never interpreted.
     std::wstring extraText;
 
+    /// Compares all members.
     bool operator==(const JobListInfo&) const = default;
 };
 
@@ -46,19 +48,25 @@ struct EnqueueJobsInfo {
     ScenarioInfo scenario;
     /// Must not be empty.
     std::wstring outputDir;
+    /// Passed to the scenario.
     std::wstring runArgument;
+    /// Stored with the jobs and never interpreted.
     std::wstring extraText;
     /// If true, the results go into a subdirectory named after the local time at which the jobs were enqueued.
     bool useTimeStampFolder = false;
 
+    /// Compares all members.
     bool operator==(const EnqueueJobsInfo&) const = default;
 };
 
 /// The identity of one enqueued job; the default value represents a rejected input set.
 struct JobIdInfo {
+    /// As in `JobListInfo`.
     std::wstring id;
+    /// As in `JobListInfo`.
     std::int32_t seqId = 0;
 
+    /// Compares all members.
     bool operator==(const JobIdInfo&) const = default;
 };
 
@@ -66,23 +74,33 @@ struct JobIdInfo {
 struct JobEnqueueResult {
     /// One element per input set of the request, in its order.
     std::vector<JobIdInfo> jobIds;
+    /// That of the request.
     std::wstring requestId;
     /// As long as `jobIds`: for each rejected input set the reasons. A host that rejects a request without input sets
     /// stores the reason in one additional element.
     std::vector<std::vector<std::wstring>> inputSetResults;
 
+    /// Compares all members.
     bool operator==(const JobEnqueueResult&) const = default;
 };
 
 /// The status of one job. It carries no `seqId`: a receiver that needs the number looks the job up by `id`.
 struct JobStatusInfo {
+    /// As in `JobListInfo`.
     std::wstring id;
+    /// As in `JobListInfo`.
     std::int32_t progress = 0;
+    /// As in `JobListInfo`.
     JobStatus status = JobStatus::Queued;
+    /// As in `JobListInfo`.
     std::wstring outputDir;
+    /// As in `JobListInfo`.
     std::wstring workDir;
+    /// As in `JobListInfo`.
     std::wstring startTime;
+    /// As in `JobListInfo`.
     std::wstring endTime;
 
+    /// Compares all members.
     bool operator==(const JobStatusInfo&) const = default;
 };

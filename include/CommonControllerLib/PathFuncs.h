@@ -11,8 +11,11 @@
 /// result that ends in a slash.
 namespace PathFuncs {
 
+/// Joins two parts.
 CONTROLLER_API std::wstring Join(const std::wstring& first, const std::wstring& second);
+/// Joins three parts.
 CONTROLLER_API std::wstring Join(const std::wstring& first, const std::wstring& second, const std::wstring& third);
+/// Joins four parts.
 CONTROLLER_API std::wstring Join(const std::wstring& first, const std::wstring& second, const std::wstring& third,
                                  const std::wstring& fourth);
 

@@ -12,8 +12,11 @@ class CONTROLLER_API StringManager {
 public:
     /// Reads the file. If it cannot be read, no key is found.
     explicit StringManager(const std::wstring& resourceFilePath);
+    /// Copies the resources.
     StringManager(const StringManager& other);
+    /// Moves the resources.
     StringManager(StringManager&& other) noexcept;
+    /// Moves the resources.
     StringManager& operator=(StringManager&& other) noexcept;
     ~StringManager();
 

@@ -24,8 +24,11 @@ public:
     static void ChangeLogFilePath(const std::wstring& path);
     /// Appends one record to the log file; line breaks in the message are escaped.
     static void WriteInfoLog(const std::wstring& message);
+    /// The same for a warning.
     static void WriteWarnLog(const std::wstring& message);
+    /// The same for an error.
     static void WriteErrorLog(const std::wstring& message);
+    /// The same for a debug message.
     static void WriteDebugLog(const std::wstring& message);
 
     // Settings
@@ -62,20 +65,29 @@ public:
 
     // Messages: a JSON object with one member, the name of the message
 
-    /// Returns the JSON text of a message; its content is null where none is given.
+    /// Returns the JSON text of a message with this content.
     static std::wstring Serialize(const std::wstring& name, const EnqueueJobsInfo& info);
+    /// The same for job records.
     static std::wstring Serialize(const std::wstring& key, const std::vector<JobListInfo>& records);
+    /// The same for a list of texts.
     static std::wstring Serialize(const std::wstring& name, const std::vector<std::wstring>& texts);
+    /// The same for a message whose content is null.
     static std::wstring Serialize(const std::wstring& name);
 
     /// Parses a message of any name into `value`. A missing member takes its default; a member of the wrong type
     /// rejects the whole text. Lists are appended to.
     [[nodiscard]] static bool Deserialize(const std::wstring& text, std::vector<JobListInfo>& value);
+    /// The same for the answer to an enqueue request.
     [[nodiscard]] static bool Deserialize(const std::wstring& text, JobEnqueueResult& value);
+    /// The same for reports of jobs.
     [[nodiscard]] static bool Deserialize(const std::wstring& text, std::vector<JobStatusInfo>& value);
+    /// The same for scenarios.
     [[nodiscard]] static bool Deserialize(const std::wstring& text, std::vector<ScenarioInfo>& value);
+    /// The same for parameter sets.
     [[nodiscard]] static bool Deserialize(const std::wstring& text, std::vector<ScenarioParameterSetInfo>& value);
+    /// The same for a list of texts.
     [[nodiscard]] static bool Deserialize(const std::wstring& text, std::vector<std::wstring>& value);
+    /// The same for one text.
     [[nodiscard]] static bool Deserialize(const std::wstring& text, std::wstring& value);
     /// Parses a process handle, which is written as hexadecimal text.
     [[nodiscard]] static bool Deserialize(const std::wstring& text, void*& value);
@@ -92,16 +104,18 @@ public:
 
     // Files that scenarios read and write
 
-    /// Read the last report of a scenario: its message and its progress in percent. Return false when there is none; a
-    /// file that is missing or partially written is not logged.
+    /// Reads the last report of a scenario: its message and its progress in percent. Returns false when there is none;
+    /// a file that is missing or partially written is not logged.
     [[nodiscard]] static bool ParseProgressFile(const std::wstring& path, std::wstring& message, int& progress);
+    /// The same for the text of such a file; also sets `jobId`.
     [[nodiscard]] static bool ParseProgressFileString(const std::wstring& json, std::wstring& jobId,
                                                       std::wstring& message, int& progress);
-    /// Read the result of a scenario. `succeeded`: the scenario's own verdict; `pairs`: its messages with their codes;
+    /// Reads the result of a scenario. `succeeded`: the scenario's own verdict; `pairs`: its messages with their codes;
     /// `texts`: its output files.
     [[nodiscard]] static bool ParseRunScenarioResult(const std::wstring& path, bool& succeeded,
                                                      std::vector<std::pair<int, std::wstring>>& pairs,
                                                      std::vector<std::wstring>& texts);
+    /// The same for the text of such a file; also sets `jobId`.
     [[nodiscard]] static bool ParseRunScenarioResultString(const std::wstring& json, std::wstring& jobId,
                                                            bool& succeeded,
                                                            std::vector<std::pair<int, std::wstring>>& pairs,

@@ -16,7 +16,7 @@
 /// stated otherwise, it is null.
 ///
 /// Jobs as JSON: one object, `{"version":1,"jobs":[...]}`, the document of `controller_cli --json`
-/// (docs/command-line.md#json). Later versions may add members.
+/// (docs/command-line.md, "JSON"). Later versions may add members.
 ///
 /// Names of jobs: the parameter `jobs` is "all", or numbers and ids of jobs with commas between them: "1,51f10dd4".
 ///

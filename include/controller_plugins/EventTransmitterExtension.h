@@ -67,7 +67,9 @@ public:
 
 protected:
     EventTransmitterExtension() = default;
+    /// For modules only.
     EventTransmitterExtension(const EventTransmitterExtension&) = default;
+    /// For modules only.
     EventTransmitterExtension& operator=(const EventTransmitterExtension&) = default;
     ~EventTransmitterExtension() = default;
 };
