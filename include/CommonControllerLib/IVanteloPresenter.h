@@ -1,5 +1,8 @@
 #pragma once
 
+/// @file
+/// The answers of the engine to front ends.
+
 #include "CommonControllerLib/JobRecords.h"
 #include "CommonControllerLib/ScenarioRecords.h"
 #include "CommonControllerLib/ServiceRecords.h"

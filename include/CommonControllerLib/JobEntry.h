@@ -1,5 +1,8 @@
 #pragma once
 
+/// @file
+/// One job of the engine, for programs that derive from it.
+
 #include "CommonControllerLib/Export.h"
 #include "CommonControllerLib/JobRecords.h"
 

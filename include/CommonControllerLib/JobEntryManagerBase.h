@@ -1,5 +1,8 @@
 #pragma once
 
+/// @file
+/// The job engine, for programs that have one of their own or derive from it.
+
 #include "CommonControllerLib/Export.h"
 #include "CommonControllerLib/JobEntry.h"
 #include "CommonControllerLib/JobRecords.h"

@@ -1,5 +1,8 @@
 #pragma once
 
+/// @file
+/// The records of jobs: rows of the list, requests, answers, reports.
+
 #include "CommonControllerLib/JobStatus.h"
 #include "CommonControllerLib/ScenarioRecords.h"
 

@@ -20,6 +20,8 @@
 ///
 /// Names of jobs: the parameter `jobs` is "all", or numbers and ids of jobs with commas between them: "1,51f10dd4".
 ///
+/// The functions have C linkage and the calling convention of C.
+///
 /// Threads: any. Calls for one engine may overlap, except `controller_engine_close`, which is the last one. The library
 /// starts no thread: jobs are started and watched by `controller_engine_step` and `controller_engine_wait` only.
 
