@@ -105,6 +105,7 @@ protected:
                 {"pack", {directory / L"wall", L"--output", directory / L"made"}},
                 {"doctor", {}},
                 {"settings check", {}},
+                {"settings language", {directory / L"wall\\manifest.json"}},
                 {"settings show", {}},
                 {"settings path", {}},
                 {"host start", {}},

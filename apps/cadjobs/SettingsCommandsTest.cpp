@@ -1,5 +1,6 @@
 #include "cadjobs/Cadjobs.h"
 
+#include "front_end/output/BuiltInStrings.h"
 #include "kit/front_end/CommandContextFixture.h"
 
 namespace {
@@ -51,6 +52,15 @@ TEST_F(SettingsCommandsTest, AnyFileCanBeCheckedWithoutUsingIt) {
     EXPECT_NE(console.output.find("other.json, line 2, column 9: reuse: "), std::string::npos) << console.output;
     EXPECT_EQ(Settings({L"check", directory / L"none.json"}), 1);
     EXPECT_EQ(settings::Problem(), L"");
+}
+
+TEST_F(SettingsCommandsTest, ALanguageFileIsCheckedForMissingTexts) {
+    WriteTextFile(directory / L"strings.fr-FR.json", R"({"fr-FR":{"Table":{"State":"Etat"}}})");
+    EXPECT_EQ(Settings({L"language", directory / L"strings.fr-FR.json"}), 1);
+    EXPECT_NE(console.output.find("fr-FR: missing: "), std::string::npos);
+    EXPECT_NE(console.output.find(", Table/Time"), std::string::npos) << console.output;
+    WriteTextFile(directory / L"all.json", front_end::builtInStrings);
+    EXPECT_EQ(Settings({L"language", directory / L"all.json"}), 0) << console.output;
 }
 
 } // namespace

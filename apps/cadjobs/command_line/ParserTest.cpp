@@ -108,7 +108,7 @@ TEST(ParserTest, SettingsAreCheckedShownAndFound) {
     EXPECT_EQ(Parsed({L"settings", L"check", L"a.json"}).operands, Arguments{L"a.json"});
     EXPECT_EQ(Parsed({L"settings", L"show"}).kind, CommandKind::SettingsShow);
     EXPECT_EQ(Parsed({L"settings", L"path"}).kind, CommandKind::SettingsPath);
-    EXPECT_EQ(Refused({L"settings"}), (UsageProblem{L"Usage/OperandMissing", L"check, show, path"}));
+    EXPECT_EQ(Refused({L"settings"}), (UsageProblem{L"Usage/OperandMissing", L"check, language, show, path"}));
 }
 
 TEST(ParserTest, WhatIsUnknownIsRefusedWithWhatMayBeMeant) {

@@ -40,6 +40,7 @@ enum class CommandKind {
     SettingsPath,
     SettingsShow,
     SettingsCheck,
+    LanguageCheck,
     /// The script for a shell.
     Completion,
     /// The candidates for an unfinished command line.

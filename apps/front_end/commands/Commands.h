@@ -50,6 +50,8 @@ ExitCode SettingsPath(CommandContext& context, const Command& command);
 ExitCode ShowSettings(CommandContext& context, const Command& command);
 /// Checks the named settings file, or that in force. `JobFailed` if it cannot be used or has unknown members.
 ExitCode CheckSettings(CommandContext& context, const Command& command);
+/// Checks a file with the texts of a language. `JobFailed` if it cannot be used, or texts are missing or wrong.
+ExitCode CheckLanguage(CommandContext& context, const Command& command);
 ExitCode StopHost(CommandContext& context, const Command& command);
 /// Same if the settings are unusable, for the reason in `problem`: the built-in ones may belong to another host. Ends
 /// the only host that was started with this settings file.

@@ -74,6 +74,8 @@ Operation OperationOf(CommandKind kind) {
         return commands::ShowSettings;
     case CommandKind::SettingsCheck:
         return commands::CheckSettings;
+    case CommandKind::LanguageCheck:
+        return commands::CheckLanguage;
     case CommandKind::StartHost:
         return commands::StartHost;
     case CommandKind::StopHost:
@@ -115,7 +117,8 @@ std::vector<FileRole> FilesReadBy(const Command& command) {
 /// The doctor and the commands about settings report invalid ones themselves.
 bool NeedsNoSettings(CommandKind kind) {
     return kind == CommandKind::Version || kind == CommandKind::Doctor || kind == CommandKind::SettingsPath ||
-           kind == CommandKind::SettingsShow || kind == CommandKind::SettingsCheck;
+           kind == CommandKind::SettingsShow || kind == CommandKind::SettingsCheck ||
+           kind == CommandKind::LanguageCheck;
 }
 
 /// A reader that closed the pipe early (`| head`) is not an error.

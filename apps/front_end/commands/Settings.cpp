@@ -1,5 +1,7 @@
 #include "services/Settings.h"
 
+#include <map>
+
 #include <rapidjson/prettywriter.h>
 #include <rapidjson/reader.h>
 #include <rapidjson/stringbuffer.h>
@@ -7,6 +9,7 @@
 #include "front_end/commands/Commands.h"
 #include "front_end/commands/FileRoles.h"
 #include "front_end/output/CheckReport.h"
+#include "front_end/output/LanguageFile.h"
 #include "front_end/output/StateJson.h"
 #include "platform/files/FileSystem.h"
 #include "platform/files/NativePath.h"
@@ -35,6 +38,17 @@ std::wstring CheckedFile(const Command& command) {
     const std::wstring file = settings::FileInUse();
     const bool isMissing = !file.empty() && !platform::Exists(file) && settings::Problem().empty();
     return isMissing ? std::wstring() : file;
+}
+
+void AddKeys(const CommandContext& context, const wchar_t* textKey, const std::vector<std::wstring>& keys,
+             const std::wstring& culture, std::vector<CheckResult>& results) {
+    std::wstring names;
+    for (const std::wstring& key : keys) {
+        names += (names.empty() ? L"" : L", ") + key;
+    }
+    if (!keys.empty()) {
+        results.push_back({culture, false, context.texts.Format(textKey, {std::to_wstring(keys.size()), names})});
+    }
 }
 
 } // namespace
@@ -68,6 +82,26 @@ ExitCode CheckSettings(CommandContext& context, const Command& command) {
     }
     for (const std::wstring& warning : warnings) {
         results.push_back({L"members", false, warning});
+    }
+    return ReportChecks(context, results, command.asJson);
+}
+
+ExitCode CheckLanguage(CommandContext& context, const Command& command) {
+    const std::wstring file = AbsolutePath(command.operands.front());
+    const std::wstring native = platform::ToNativeText(file);
+    std::map<std::wstring, LanguageProblems> sections;
+    std::wstring problem;
+    std::vector<CheckResult> results;
+    if (!CheckLanguageFile(file, sections, problem)) {
+        results.push_back({L"file", false, context.texts.Format(L"Language/NoFile", {native, problem})});
+    }
+    for (const auto& [culture, problems] : sections) {
+        AddKeys(context, L"Language/Missing", problems.missing, culture, results);
+        AddKeys(context, L"Language/Unknown", problems.unknown, culture, results);
+        AddKeys(context, L"Language/Differing", problems.differing, culture, results);
+    }
+    if (results.empty()) {
+        results.push_back({L"file", true, native});
     }
     return ReportChecks(context, results, command.asJson);
 }

@@ -5,6 +5,8 @@
 
 #include "ControllerCSWrapper/ControllerCSWrapper.h"
 #include "front_end/output/BuiltInStrings.h"
+#include "front_end/output/LanguageFile.h"
+#include "platform/files/FileSystem.h"
 #include "text/EscapeControls.h"
 #include "text/Text.h"
 
@@ -59,12 +61,35 @@ const std::wstring& Texts::Get(const std::wstring& key) const {
     return entry->second;
 }
 
+void Texts::OpenLanguage(const std::wstring& culture) const {
+    for (const std::wstring& languageFile : LanguageFiles(file, culture)) {
+        if (platform::Exists(languageFile)) {
+            sources.emplace_back(StringManager(languageFile), culture);
+        }
+    }
+}
+
+void Texts::Open() const {
+    const std::wstring culture = ControllerCSWrapper::GetCultureInfo();
+    const std::wstring defaultCulture = ControllerCSWrapper::GetDefaultCultureInfo();
+    OpenLanguage(culture);
+    sources.emplace_back(StringManager(file), L"");
+    if (defaultCulture != culture) {
+        OpenLanguage(defaultCulture);
+    }
+}
+
 std::wstring Texts::Find(const std::wstring& key) const {
-    if (!strings) {
-        strings.emplace(file);
+    if (sources.empty()) {
+        Open();
     }
     std::wstring text;
-    return strings->GetLocalizedString(key, text, L"") ? text : FindBuiltIn(key);
+    for (const auto& [strings, culture] : sources) {
+        if (strings.GetLocalizedString(key, text, culture) && !text.empty()) {
+            return text;
+        }
+    }
+    return FindBuiltIn(key);
 }
 
 std::wstring Texts::Format(const std::wstring& key, std::initializer_list<std::wstring> values) const {

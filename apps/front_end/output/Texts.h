@@ -4,13 +4,15 @@
 
 #include <initializer_list>
 #include <map>
-#include <optional>
 #include <string>
+#include <utility>
+#include <vector>
 
 namespace front_end {
 
 /// Every text that the front end shows, by key ("Table/Job"): in the configured culture, otherwise in the default
-/// culture, otherwise in the built-in English. Not thread-safe.
+/// culture, otherwise in the built-in English. The language files of a culture (`LanguageFiles`) come before the string
+/// resource file. Not thread-safe.
 class Texts {
 public:
     /// The file is read at the first access to a text.
@@ -25,9 +27,12 @@ public:
 
 private:
     std::wstring Find(const std::wstring& key) const;
+    void Open() const;
+    void OpenLanguage(const std::wstring& culture) const;
 
     std::wstring file;
-    mutable std::optional<StringManager> strings;
+    /// Files with texts and the culture that each is asked for first, the most important one first.
+    mutable std::vector<std::pair<StringManager, std::wstring>> sources;
     mutable std::map<std::wstring, std::wstring> found;
 };
 

@@ -1,0 +1,132 @@
+#include "front_end/output/LanguageFile.h"
+
+#include <set>
+#include <string_view>
+
+#include <rapidjson/document.h>
+#include <rapidjson/error/en.h>
+
+#include "front_end/output/BuiltInStrings.h"
+#include "platform/files/FileSystem.h"
+#include "platform/files/NativePath.h"
+#include "platform/system/Environment.h"
+#include "text/Text.h"
+
+namespace front_end {
+namespace {
+
+constexpr std::size_t largestFile = std::size_t{1} << 20;
+constexpr const char* referenceCulture = "en-US";
+
+/// Texts by key.
+using TextsByKey = std::map<std::wstring, std::string>;
+
+/// Returns false if the section has another form.
+bool ReadSection(const rapidjson::Value& section, TextsByKey& texts) {
+    if (!section.IsObject()) {
+        return false;
+    }
+    for (const auto& group : section.GetObject()) {
+        if (!group.value.IsObject()) {
+            return false;
+        }
+        for (const auto& text : group.value.GetObject()) {
+            if (!text.value.IsString()) {
+                return false;
+            }
+            texts[text::FromUtf8(group.name.GetString()) + L"/" + text::FromUtf8(text.name.GetString())] =
+                text.value.GetString();
+        }
+    }
+    return true;
+}
+
+TextsByKey Reference() {
+    rapidjson::Document document;
+    document.Parse(builtInStrings);
+    TextsByKey texts;
+    (void)ReadSection(document[referenceCulture], texts); // a part of the program
+    return texts;
+}
+
+/// "{0}", "{1}"
+std::set<std::string> Placeholders(std::string_view text) {
+    std::set<std::string> found;
+    for (std::size_t begin = text.find('{'); begin != std::string_view::npos; begin = text.find('{', begin + 1)) {
+        const std::size_t end = text.find_first_not_of("0123456789", begin + 1);
+        if (end != std::string_view::npos && end > begin + 1 && text[end] == '}') {
+            found.emplace(text.substr(begin, end + 1 - begin));
+        }
+    }
+    return found;
+}
+
+LanguageProblems Compare(const TextsByKey& texts, const TextsByKey& reference) {
+    LanguageProblems problems;
+    for (const auto& [key, english] : reference) {
+        const auto found = texts.find(key);
+        if (found == texts.end() || found->second.empty()) {
+            problems.missing.push_back(key);
+        } else if (Placeholders(found->second) != Placeholders(english)) {
+            problems.differing.push_back(key);
+        }
+    }
+    for (const auto& [key, text] : texts) {
+        if (!reference.contains(key)) {
+            problems.unknown.push_back(key);
+        }
+    }
+    return problems;
+}
+
+bool ReadSections(const rapidjson::Document& document, std::map<std::wstring, LanguageProblems>& sections) {
+    if (!document.IsObject() || document.ObjectEmpty()) {
+        return false;
+    }
+    const TextsByKey reference = Reference();
+    for (const auto& section : document.GetObject()) {
+        TextsByKey texts;
+        if (!ReadSection(section.value, texts)) {
+            return false;
+        }
+        sections[text::FromUtf8(section.name.GetString())] = Compare(texts, reference);
+    }
+    return true;
+}
+
+} // namespace
+
+std::vector<std::wstring> LanguageFiles(const std::wstring& stringResourceFile, const std::wstring& culture) {
+    const std::wstring name = L"strings." + culture + L".json";
+    std::vector<std::wstring> files;
+    if (const std::wstring configuration = platform::UserConfigurationDirectory(); !configuration.empty()) {
+        files.push_back(configuration + L"\\" + platform::applicationDirectoryName + L"\\" + name);
+    }
+    files.push_back(platform::ParentDirectory(stringResourceFile) + L"\\" + name);
+    return files;
+}
+
+bool CheckLanguageFile(const std::wstring& path, std::map<std::wstring, LanguageProblems>& sections,
+                       std::wstring& problem) {
+    std::string bytes;
+    if (const platform::Error error = platform::ReadFile(path, largestFile, bytes)) {
+        problem = error.Text();
+        return false;
+    }
+    rapidjson::Document document;
+    document.Parse(bytes.c_str());
+    if (document.HasParseError()) {
+        problem = text::FromUtf8(rapidjson::GetParseError_En(document.GetParseError())) + L" (" +
+                  std::to_wstring(document.GetErrorOffset()) + L")";
+        return false;
+    }
+    std::map<std::wstring, LanguageProblems> found;
+    if (!ReadSections(document, found)) {
+        problem = LR"({"CULTURE":{"GROUP":{"KEY":"TEXT"}}})";
+        return false;
+    }
+    sections = std::move(found);
+    return true;
+}
+
+} // namespace front_end
