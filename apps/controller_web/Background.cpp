@@ -1,6 +1,9 @@
 #include "controller_web/Background.h"
 
 #include <chrono>
+#include <cstddef>
+#include <cstdint>
+#include <optional>
 
 #include "controller_web/ServerPlace.h"
 #include "platform/files/NativePath.h"
@@ -39,21 +42,22 @@ platform::ProcessStart ServerProcess(const WebOptions& options, const platform::
     return start;
 }
 
-/// The address of the page; empty if no server becomes ready. Another program may have started it at the same time.
-std::string AwaitAddress(const std::wstring& jobListFile) {
-    const auto end = std::chrono::steady_clock::now() + startLimit;
-    auto server = server_place::FindServer(jobListFile);
-    while (server && !server->isReady && std::chrono::steady_clock::now() < end) {
-        platform::WaitForAny({}, pollInterval);
-        server = server_place::FindServer(jobListFile);
-    }
-    return server && server->isReady ? text::ToUtf8(server->place) : "";
-}
+using std::chrono::steady_clock;
 
-WebExit OfferLinkOfServer(const WebOptions& options, const std::wstring& jobListFile) {
-    const std::string address = AwaitAddress(jobListFile);
-    return address.empty() ? Refuse(L"the server of the web page has ended at once." + LogHint())
-                           : OfferLink(address, options);
+/// Starts a server and returns its exit code if it has ended at once; nothing if it has become ready or may do so.
+std::optional<WebExit> StartServer(const WebOptions& options, steady_clock::time_point deadline) {
+    const platform::Event ready;
+    platform::OwnedHandle process;
+    if (const platform::Error error = platform::StartProcess(ServerProcess(options, ready), process)) {
+        return Refuse(L"the server of the web page cannot be started: " + error.Text());
+    }
+    const auto patience = std::chrono::duration_cast<std::chrono::milliseconds>(deadline - steady_clock::now());
+    const auto signalled = platform::WaitForAny({ready.Handle(), process.Get()}, patience);
+    const auto exitCode = signalled == std::size_t{1} ? platform::ExitCode(process.Get()) : std::nullopt;
+    if (!exitCode || *exitCode == static_cast<std::int32_t>(WebExit::AlreadyRunning)) {
+        return std::nullopt;
+    }
+    return Refuse(L"the server of the web page has ended at once." + LogHint());
 }
 
 } // namespace
@@ -63,17 +67,20 @@ WebExit StartInBackground(const WebOptions& options) {
         return Refuse(problem);
     }
     const std::wstring jobListFile = settings::Current()->jobListFile;
-    if (const auto server = server_place::FindServer(jobListFile); server && server->isReady) {
-        return OfferLink(text::ToUtf8(server->place), options);
+    const auto deadline = steady_clock::now() + startLimit;
+    while (steady_clock::now() < deadline) {
+        const auto server = server_place::FindServer(jobListFile);
+        if (server && server->isReady) {
+            return OfferLink(text::ToUtf8(server->place), options);
+        }
+        if (server) {
+            // Another program's server is starting, or one is ending.
+            platform::WaitForAny({}, pollInterval);
+        } else if (const auto failure = StartServer(options, deadline)) {
+            return *failure;
+        }
     }
-    const platform::Event ready;
-    platform::OwnedHandle process;
-    if (const platform::Error error = platform::StartProcess(ServerProcess(options, ready), process)) {
-        return Refuse(L"the server of the web page cannot be started: " + error.Text());
-    }
-    const auto signalled = platform::WaitForAny({ready.Handle(), process.Get()}, startLimit);
-    return signalled ? OfferLinkOfServer(options, jobListFile)
-                     : Refuse(L"the server of the web page is not ready after 30 s.");
+    return Refuse(L"the server of the web page is not ready after 30 s." + LogHint());
 }
 
 } // namespace web

@@ -79,6 +79,10 @@ platform::Error ServerPlace::Take(const std::wstring& jobListFile) {
 void ServerPlace::SetReady(const std::string& address) {
     holder.isReady = true;
     holder.place = text::FromUtf8(address);
+    Write();
+}
+
+void ServerPlace::Write() {
     if (const platform::Error error = lock.Write(host_lock::Serialize(holder))) {
         ControllerLogManager::WarnLog(L"The address of the web page cannot be written for other programs: " +
                                       error.Text());
@@ -94,10 +98,12 @@ void ServerPlace::AwaitEnd(void* stop) {
     }
     while (!IsAskedToEnd()) {
         if (platform::WaitForAny(handles, limit) == std::size_t{0}) {
-            return;
+            break;
         }
         watch->Rearm();
     }
+    holder.isReady = false;
+    Write();
     (void)platform::RemoveFile(stopFile);
 }
 

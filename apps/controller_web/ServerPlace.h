@@ -45,11 +45,13 @@ public:
     /// Names the address of the page to other programs.
     void SetReady(const std::string& address);
 
-    /// Waits until `stop` is signalled or another program has asked this one to end.
+    /// Waits until `stop` is signalled or another program has asked this one to end. Then the server is not ready any
+    /// more for other programs.
     void AwaitEnd(void* stop);
 
 private:
     bool IsAskedToEnd() const;
+    void Write();
 
     platform::FileLock lock;
     host_lock::Holder holder;

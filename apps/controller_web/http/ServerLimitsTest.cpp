@@ -1,5 +1,6 @@
 #include "controller_web/http/Server.h"
 
+#include <future>
 #include <string>
 #include <vector>
 
@@ -16,6 +17,18 @@ namespace {
 constexpr std::chrono::milliseconds atOnce{50};
 
 class ServerLimitsTest : public ServerFixture {};
+
+/// Tells when it has ended.
+class EndlessContent final : public web::ContentReader {
+public:
+    explicit EndlessContent(std::promise<void>& endedPromise) : ended(endedPromise) {}
+    ~EndlessContent() override { ended.set_value(); }
+    std::optional<std::uint64_t> Size() const override { return {}; }
+    std::optional<std::size_t> Read(std::span<char> block) override { return block.size(); }
+
+private:
+    std::promise<void>& ended;
+};
 
 TEST_F(ServerLimitsTest, AHeaderOverTheLimitIsRefused) {
     Start();
@@ -116,17 +129,17 @@ TEST_F(ServerLimitsTest, ARequestThatEndsEarlyIsNoRequest) {
 }
 
 TEST_F(ServerLimitsTest, AClientThatDoesNotReadIsClosed) {
+    std::promise<void> ended;
     limits.writeTime = atOnce;
-    limits.connections = 1;
-    answer = [](const web::Request&) {
-        return web::TextResponse(200, "text/plain", std::string(std::size_t{64} << 20, 'x'));
+    answer = [&ended](const web::Request&) {
+        web::Response response;
+        response.body = std::make_unique<EndlessContent>(ended);
+        return response;
     };
     Start();
     RawClient client(port);
     EXPECT_TRUE(client.Send(Request("GET", "/api/v1/a")));
-    // Another connection is accepted when the server has ended this one, of which nothing was read.
-    while (Ask(Request("GET", "/")).status != 200) {
-    }
+    ended.get_future().wait();
     EXPECT_FALSE(client.Receive().isComplete);
 }
 

@@ -17,6 +17,9 @@ namespace {
 constexpr std::string_view loopback = "0100007F";
 /// The columns before the user: number, both addresses, state, queues, timer, retransmissions.
 constexpr std::size_t columnOfUser = 7;
+constexpr std::string_view established = "01";
+/// Relays of the system, such as that of WSL, connect as root.
+constexpr uid_t root = 0;
 
 std::string_view TakeWord(std::string_view& line) {
     line.remove_prefix(std::min(line.find_first_not_of(' '), line.size()));
@@ -37,27 +40,28 @@ bool IsLoopback(std::string_view address, std::uint16_t port) {
     return error == std::errc() && number == port;
 }
 
-std::optional<uid_t> UserInLine(std::string_view line, std::uint16_t from, std::uint16_t to) {
+std::optional<ConnectionEnd> EndInLine(std::string_view line, std::uint16_t from, std::uint16_t to) {
     (void)TakeWord(line);
     if (!IsLoopback(TakeWord(line), from) || !IsLoopback(TakeWord(line), to)) {
         return std::nullopt;
     }
-    for (std::size_t column = 3; column < columnOfUser; ++column) {
+    const bool isOpen = TakeWord(line) == established;
+    for (std::size_t column = 4; column < columnOfUser; ++column) {
         (void)TakeWord(line);
     }
     const std::string_view digits = TakeWord(line);
     uid_t user = 0;
     const auto [end, error] = std::from_chars(digits.data(), digits.data() + digits.size(), user);
-    return error == std::errc() && !digits.empty() ? std::optional(user) : std::nullopt;
+    return error == std::errc() && !digits.empty() ? std::optional(ConnectionEnd{user, isOpen}) : std::nullopt;
 }
 
 } // namespace
 
-std::optional<uid_t> UserInConnectionTable(std::string_view table, std::uint16_t from, std::uint16_t to) {
+std::optional<ConnectionEnd> FindConnectionEnd(std::string_view table, std::uint16_t from, std::uint16_t to) {
     while (!table.empty()) {
         const std::string_view line = table.substr(0, table.find('\n'));
-        if (const auto user = UserInLine(line, from, to)) {
-            return user;
+        if (const auto end = EndInLine(line, from, to)) {
+            return end;
         }
         table.remove_prefix(std::min(line.size() + 1, table.size()));
     }
@@ -68,8 +72,9 @@ std::optional<uid_t> UserInConnectionTable(std::string_view table, std::uint16_t
 PeerUser UserOfLoopbackPeer(std::uint16_t ownPort, std::uint16_t peerPort) {
     for (const char* const name : {"net/tcp", "net/tcp6"}) {
         const auto table = ReadProcessFile(getpid(), name);
-        if (const auto user = UserInConnectionTable(table.value_or(""), peerPort, ownPort)) {
-            return *user == geteuid() ? PeerUser::Own : PeerUser::Other;
+        if (const auto end = FindConnectionEnd(table.value_or(""), peerPort, ownPort)) {
+            const bool isOwn = end->user == geteuid() || end->user == root;
+            return end->isOpen && isOwn ? PeerUser::Own : PeerUser::Other;
         }
     }
     return PeerUser::Unknown;
