@@ -3,12 +3,13 @@
 #include "ControllerCSWrapper/ControllerCSWrapper.h"
 #include "formats/JobStates.h"
 #include "front_end/commands/Commands.h"
+#include "front_end/commands/JobActions.h"
 #include "front_end/commands/JobSelection.h"
 #include "front_end/commands/Problems.h"
 #include "front_end/connection/HostSession.h"
 #include "front_end/output/JobReports.h"
 
-namespace front_end::commands {
+namespace front_end {
 namespace {
 
 /// Jobs of one former request need one request.
@@ -38,7 +39,7 @@ std::vector<Repetition> RepetitionsOf(const std::vector<ListedJob>& jobs) {
 }
 
 /// The new jobs have their own numbers; `former` is the job that each repeats.
-void Repeat(CommandContext& context, HostSession& session, Repetition& repetition, JobReports& reports) {
+void SendRepetition(CommandContext& context, HostSession& session, Repetition& repetition, JobReports& reports) {
     repetition.request.requestId = ControllerCSWrapper::CreateGuid();
     const JobEnqueueResult result = session.Enqueue(repetition.request);
     WriteProblems(context, RefusalReasons(result));
@@ -69,15 +70,18 @@ void RequireEnded(const CommandContext& context, std::vector<ListedJob>& jobs, J
 
 } // namespace
 
-ExitCode Again(CommandContext& context, const Command& command) {
-    HostSession session(context, StartOf(command));
-    std::vector<ListedJob> jobs = JobsOf(context, session, command);
-    JobReports reports(context, command.asJson);
+void actions::Repeat(CommandContext& context, HostSession& session, std::vector<ListedJob> jobs, JobReports& reports) {
     RequireEnded(context, jobs, reports);
     for (Repetition& repetition : RepetitionsOf(jobs)) {
-        Repeat(context, session, repetition, reports);
+        SendRepetition(context, session, repetition, reports);
     }
+}
+
+ExitCode commands::Again(CommandContext& context, const Command& command) {
+    HostSession session(context, StartOf(command));
+    JobReports reports(context, command.asJson);
+    actions::Repeat(context, session, JobsOf(context, session, command), reports);
     return reports.Finish();
 }
 
-} // namespace front_end::commands
+} // namespace front_end

@@ -9,12 +9,13 @@
 
 #include "formats/JobStates.h"
 #include "front_end/commands/Confirmation.h"
+#include "front_end/commands/JobActions.h"
 #include "front_end/commands/JobSelection.h"
 #include "front_end/connection/HostSession.h"
 #include "front_end/output/JobReports.h"
 #include "front_end/output/JobTable.h"
 
-namespace front_end::commands {
+namespace front_end {
 namespace {
 
 /// The outcome of a cancellation. The answer omits jobs that could no longer be cancelled: since the list was fetched
@@ -66,30 +67,40 @@ private:
     std::map<std::wstring, JobStatus> statusById;
 };
 
-ExitCode Tell(CommandContext& context, const Command& command, const Outcome& outcome) {
-    JobReports reports(context, command.asJson);
+void Tell(CommandContext& context, const Outcome& outcome, JobReports& reports) {
     for (const JobListInfo& job : outcome.Jobs()) {
         const JobStatus status = outcome.StatusOf(job);
         reports.Done(
             job, status,
             context.texts.Format(L"Outcome/JobState", {std::to_wstring(job.seqId), StatusText(context.texts, status)}));
     }
-    return reports.Finish();
-}
-
-/// A request for no jobs would cancel all.
-ExitCode CancelJobs(CommandContext& context, const Command& command, HostSession& session,
-                    const std::vector<ListedJob>& jobs) {
-    ConfirmMany(context, command, L"Confirm/Cancel", jobs);
-    const auto cancelled = jobs.empty() ? std::vector<JobStatusInfo>() : session.Cancel(IdsOf(jobs));
-    return Tell(context, command, Outcome(session, jobs, cancelled));
 }
 
 } // namespace
 
+namespace actions {
+
+/// A request for no jobs would cancel all.
+void Cancel(CommandContext& context, HostSession& session, const std::vector<ListedJob>& jobs, JobReports& reports) {
+    const auto cancelled = jobs.empty() ? std::vector<JobStatusInfo>() : session.Cancel(IdsOf(jobs));
+    Tell(context, Outcome(session, jobs, cancelled), reports);
+}
+
+void CancelAll(CommandContext& context, HostSession& session, const std::vector<ListedJob>& jobs, JobReports& reports) {
+    Tell(context, Outcome(session, jobs, session.CancelAll()), reports);
+}
+
+} // namespace actions
+
+namespace commands {
+
 ExitCode Cancel(CommandContext& context, const Command& command) {
     HostSession session(context, StartOf(command));
-    return CancelJobs(context, command, session, JobsOf(context, session, command));
+    const std::vector<ListedJob> jobs = JobsOf(context, session, command);
+    ConfirmMany(context, command, L"Confirm/Cancel", jobs);
+    JobReports reports(context, command.asJson);
+    actions::Cancel(context, session, jobs, reports);
+    return reports.Finish();
 }
 
 ExitCode CancelAll(CommandContext& context, const Command& command) {
@@ -97,7 +108,10 @@ ExitCode CancelAll(CommandContext& context, const Command& command) {
     std::vector<ListedJob> jobs = session.FetchJobs();
     std::erase_if(jobs, [](const JobListInfo& job) { return IsOver(job.status); });
     ConfirmMany(context, command, L"Confirm/Cancel", jobs);
-    return Tell(context, command, Outcome(session, jobs, session.CancelAll()));
+    JobReports reports(context, command.asJson);
+    actions::CancelAll(context, session, jobs, reports);
+    return reports.Finish();
 }
 
-} // namespace front_end::commands
+} // namespace commands
+} // namespace front_end

@@ -6,6 +6,7 @@
 
 #include "formats/JobStates.h"
 #include "front_end/commands/Confirmation.h"
+#include "front_end/commands/JobActions.h"
 #include "front_end/commands/JobFilter.h"
 #include "front_end/commands/JobSelection.h"
 #include "front_end/connection/HostSession.h"
@@ -13,7 +14,7 @@
 #include "front_end/output/JobTable.h"
 #include "front_end/output/JsonOutput.h"
 
-namespace front_end::commands {
+namespace front_end {
 namespace {
 
 /// The remaining jobs of a deletion as the host now lists them: another front end may have deleted one, or it may have
@@ -28,18 +29,8 @@ JobModel Leftover(HostSession& session, const std::vector<ListedJob>& jobs, cons
 ExitCode DeleteJobs(CommandContext& context, const Command& command, HostSession& session,
                     const std::vector<ListedJob>& jobs) {
     ConfirmMany(context, command, L"Confirm/Delete", jobs);
-    const auto deleted = jobs.empty() ? std::vector<std::wstring>() : session.Delete(IdsOf(jobs));
-    const JobModel leftover = Leftover(session, jobs, deleted);
     JobReports reports(context, command.asJson);
-    for (const JobListInfo& job : jobs) {
-        const std::wstring number = std::to_wstring(job.seqId);
-        if (const JobRow* const view = leftover.Find(job.id)) {
-            const std::wstring status = StatusText(context.texts, view->job.status);
-            reports.NotDone(job, view->job.status, context.texts.Format(L"Errors/NotDeleted", {number, status}));
-        } else {
-            reports.Done(job, unlistedStatus, context.texts.Format(L"Outcome/Deleted", {number}));
-        }
-    }
+    actions::Delete(context, session, jobs, reports);
     return reports.Finish();
 }
 
@@ -61,6 +52,23 @@ void RequireEndedStates(const CommandContext& context, const Command& command) {
 }
 
 } // namespace
+
+void actions::Delete(CommandContext& context, HostSession& session, const std::vector<ListedJob>& jobs,
+                     JobReports& reports) {
+    const auto deleted = jobs.empty() ? std::vector<std::wstring>() : session.Delete(IdsOf(jobs));
+    const JobModel leftover = Leftover(session, jobs, deleted);
+    for (const JobListInfo& job : jobs) {
+        const std::wstring number = std::to_wstring(job.seqId);
+        if (const JobRow* const view = leftover.Find(job.id)) {
+            const std::wstring status = StatusText(context.texts, view->job.status);
+            reports.NotDone(job, view->job.status, context.texts.Format(L"Errors/NotDeleted", {number, status}));
+        } else {
+            reports.Done(job, unlistedStatus, context.texts.Format(L"Outcome/Deleted", {number}));
+        }
+    }
+}
+
+namespace commands {
 
 ExitCode Delete(CommandContext& context, const Command& command) {
     HostSession session(context, StartOf(command));
@@ -87,4 +95,5 @@ ExitCode Clean(CommandContext& context, const Command& command) {
     return DeleteJobs(context, command, session, jobs);
 }
 
-} // namespace front_end::commands
+} // namespace commands
+} // namespace front_end

@@ -2,25 +2,23 @@
 #include <set>
 
 #include "front_end/commands/Commands.h"
+#include "front_end/commands/JobActions.h"
 #include "front_end/commands/JobSelection.h"
 #include "front_end/commands/SchedulingOptions.h"
 #include "front_end/connection/HostSession.h"
 #include "front_end/output/JobReports.h"
 #include "front_end/output/StateJson.h"
 
-namespace front_end::commands {
-namespace {
+namespace front_end {
 
 /// A job that no longer waits cannot be changed.
-ExitCode EditWaiting(CommandContext& context, const Command& command, JobsEdit edit, const wchar_t* outcome) {
-    HostSession session(context, StartOf(command));
-    const std::vector<ListedJob> jobs = JobsOf(context, session, command);
+void actions::Edit(CommandContext& context, HostSession& session, const std::vector<ListedJob>& jobs, JobsEdit edit,
+                   const wchar_t* outcome, JobReports& reports) {
     edit.jobs = IdsOf(jobs);
     std::set<std::wstring> edited;
     for (const JobStatusInfo& report : jobs.empty() ? std::vector<JobStatusInfo>() : session.Edit(edit)) {
         edited.insert(report.id);
     }
-    JobReports reports(context, command.asJson);
     for (const JobListInfo& job : jobs) {
         const std::wstring number = std::to_wstring(job.seqId);
         if (edited.contains(job.id)) {
@@ -29,6 +27,15 @@ ExitCode EditWaiting(CommandContext& context, const Command& command, JobsEdit e
             reports.NotDone(job, job.status, context.texts.Format(L"Errors/NotWaiting", {number}));
         }
     }
+}
+
+namespace commands {
+namespace {
+
+ExitCode EditWaiting(CommandContext& context, const Command& command, const JobsEdit& edit, const wchar_t* outcome) {
+    HostSession session(context, StartOf(command));
+    JobReports reports(context, command.asJson);
+    actions::Edit(context, session, JobsOf(context, session, command), edit, outcome, reports);
     return reports.Finish();
 }
 
@@ -69,4 +76,5 @@ ExitCode Resume(CommandContext& context, const Command& command) {
     return SetPaused(context, command, false, L"Outcome/Resumed");
 }
 
-} // namespace front_end::commands
+} // namespace commands
+} // namespace front_end

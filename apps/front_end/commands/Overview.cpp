@@ -16,19 +16,12 @@ namespace {
 /// With host, numbers, headings and hint ten lines.
 constexpr std::size_t mostRows = 6;
 
-template <typename Condition>
-std::int64_t Count(const std::vector<ListedJob>& jobs, Condition condition) {
-    return std::count_if(jobs.begin(), jobs.end(), [&](const ListedJob& job) { return condition(job.status); });
-}
-
 QueueNumbers NumbersOf(const std::vector<ListedJob>& jobs, bool isPaused) {
-    const auto is = [](JobStatus wanted) { return [=](JobStatus status) { return status == wanted; }; };
-    return {isPaused,
-            Count(jobs, is(JobStatus::Queued)),
-            Count(jobs, IsActive),
-            Count(jobs, is(JobStatus::Success)),
-            Count(jobs, is(JobStatus::Failed)),
-            Count(jobs, is(JobStatus::Canceled)) + Count(jobs, is(JobStatus::Dequeued))};
+    QueueNumbers numbers{{}, isPaused};
+    for (const ListedJob& job : jobs) {
+        ++CountOf(numbers, job.status);
+    }
+    return numbers;
 }
 
 std::wstring NumbersLine(const CommandContext& context, const QueueNumbers& numbers) {

@@ -100,7 +100,7 @@ bool HostConnection::IsOpen() const {
 }
 
 void FailNoAnswer(const CommandContext& context) {
-    throw NoAnswer(context);
+    throw NoAnswerInTime{NoAnswer(context)};
 }
 
 HostConnection ConnectToHost(CommandContext& context, Start start) {

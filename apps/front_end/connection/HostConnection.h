@@ -18,6 +18,9 @@ enum class Start {
 /// Thrown if a running host is not reachable from this process, or does not answer.
 struct UnreachableHost : CommandFailure {};
 
+/// Thrown if the host did not answer within the response timeout.
+struct NoAnswerInTime : CommandFailure {};
+
 /// A client connected to a host.
 struct HostConnection {
     EventTransmitter& transmitter;

@@ -105,12 +105,20 @@ void HostSession::StopHost() {
 
 std::vector<JobStatusInfo> HostSession::WaitForUpdates(std::optional<milliseconds> interval) {
     const auto deadline = interval ? Deadline(steady_clock::now() + *interval) : std::nullopt;
+    return CollectUpdates(deadline, {context.console.ReaderGone(), nullptr});
+}
+
+std::vector<JobStatusInfo> HostSession::WaitForUpdates(milliseconds interval, void* wake) {
+    return CollectUpdates(steady_clock::now() + interval, {nullptr, wake});
+}
+
+std::vector<JobStatusInfo> HostSession::CollectUpdates(Deadline deadline, const OtherEnds& ends) {
     for (;;) {
         std::vector<JobStatusInfo> updates = inbox.TakeUpdates();
         if (!updates.empty()) {
             return updates;
         }
-        const Wake wake = WaitForMail(deadline, context.console.ReaderGone());
+        const Wake wake = WaitForMail(deadline, ends);
         if (wake == Wake::HostGone) {
             FailHostGone();
         }
@@ -146,7 +154,7 @@ void HostSession::RequireSent(bool wasSent) const {
     }
 }
 
-HostSession::Wake HostSession::WaitForMail(Deadline deadline, void* readerGone) {
+HostSession::Wake HostSession::WaitForMail(Deadline deadline, const OtherEnds& ends) {
     for (;;) {
         const bool isConnected = connection.IsOpen();
         milliseconds longest = isConnected ? connectionInterval : lastMailTime;
@@ -154,8 +162,8 @@ HostSession::Wake HostSession::WaitForMail(Deadline deadline, void* readerGone) 
             const auto left = std::chrono::ceil<milliseconds>(*deadline - steady_clock::now());
             longest = std::clamp(left, milliseconds(0), longest);
         }
-        if (WaitOnce(longest, readerGone)) {
-            return Wake::Arrived;
+        if (const auto wake = WaitOnce(longest, ends)) {
+            return *wake;
         }
         if (!isConnected) {
             return Wake::HostGone;
@@ -166,22 +174,24 @@ HostSession::Wake HostSession::WaitForMail(Deadline deadline, void* readerGone) 
     }
 }
 
-/// True if a message has arrived.
-bool HostSession::WaitOnce(milliseconds longest, void* readerGone) {
-    std::vector<void*> handles = {inbox.Arrived(), context.stop, readerGone};
+std::optional<HostSession::Wake> HostSession::WaitOnce(milliseconds longest, const OtherEnds& ends) {
+    std::vector<void*> handles = {inbox.Arrived(), context.stop, ends.readerGone, ends.wake};
     std::erase(handles, nullptr);
     const auto signalled = platform::WaitForAny(handles, longest);
     if (!signalled) {
-        return false;
+        return std::nullopt;
     }
     if (handles[*signalled] == context.stop) {
         FailInterrupted();
     }
-    if (handles[*signalled] == readerGone) {
+    if (handles[*signalled] == ends.readerGone) {
         throw CommandFailure{ExitCode::ReaderGone, {}};
     }
+    if (handles[*signalled] == ends.wake) {
+        return Wake::TimeIsOver;
+    }
     inbox.Clear();
-    return true;
+    return Wake::Arrived;
 }
 
 /// A terminal shows "^C" at the cursor; the following output starts on a new line.

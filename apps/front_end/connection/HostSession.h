@@ -44,17 +44,27 @@ public:
     /// Waits until jobs have changed and returns the changes; returns none if `interval` expires first. Fails if
     /// standard output has lost its reader.
     std::vector<JobStatusInfo> WaitForUpdates(std::optional<std::chrono::milliseconds> interval = std::nullopt);
+    /// Same, and returns none as soon as `wake` is signalled.
+    std::vector<JobStatusInfo> WaitForUpdates(std::chrono::milliseconds interval, void* wake);
 
 private:
     enum class Wake { Arrived, TimeIsOver, HostGone };
+    /// What ends a wait beside mail and time; null: nothing does.
+    struct OtherEnds {
+        /// Ends it with a failure.
+        void* readerGone = nullptr;
+        /// Counts as the end of the time.
+        void* wake = nullptr;
+    };
     using Deadline = std::optional<std::chrono::steady_clock::time_point>;
 
     template <typename Answer>
     Answer Await(bool wasSent, std::optional<Answer> Answers::*answer);
     void RequireSent(bool wasSent) const;
-    /// `readerGone` ends the wait with a failure when signalled; null: never.
-    Wake WaitForMail(Deadline deadline, void* readerGone = nullptr);
-    [[nodiscard]] bool WaitOnce(std::chrono::milliseconds longest, void* readerGone);
+    std::vector<JobStatusInfo> CollectUpdates(Deadline deadline, const OtherEnds& ends);
+    Wake WaitForMail(Deadline deadline, const OtherEnds& ends = {nullptr, nullptr});
+    /// Nothing if the time is over.
+    std::optional<Wake> WaitOnce(std::chrono::milliseconds longest, const OtherEnds& ends);
     [[noreturn]] void FailInterrupted() const;
     [[noreturn]] void FailHostGone() const;
 

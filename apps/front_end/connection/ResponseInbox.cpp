@@ -1,5 +1,7 @@
 #include "front_end/connection/ResponseInbox.h"
 
+#include <algorithm>
+#include <set>
 #include <utility>
 
 #include "CommonControllerLib/EventTransmitter.h"
@@ -39,10 +41,26 @@ bool ResponseInbox::UpdateProgress(const std::vector<JobStatusInfo>& infos) {
     return true;
 }
 
-bool ResponseInbox::KeepList(std::vector<ListedJob> jobs) {
-    const std::lock_guard lock(mutex);
-    updates.clear();
+void ResponseInbox::DropUpdatesOf(const std::vector<ListedJob>& jobs) {
+    std::set<std::wstring> listed;
+    for (const ListedJob& job : jobs) {
+        listed.insert(job.id);
+    }
+    std::erase_if(updates, [&](const JobStatusInfo& update) { return listed.contains(update.id); });
     updateOfJob.clear();
+    for (std::size_t index = 0; index < updates.size(); ++index) {
+        updateOfJob[updates[index].id] = index;
+    }
+}
+
+bool ResponseInbox::KeepList(std::vector<ListedJob> jobs, bool isWhole) {
+    const std::lock_guard lock(mutex);
+    if (isWhole) {
+        updates.clear();
+        updateOfJob.clear();
+    } else if (!updates.empty()) {
+        DropUpdatesOf(jobs);
+    }
     answers.jobs = std::move(jobs);
     arrived.Raise();
     return true;
@@ -50,7 +68,7 @@ bool ResponseInbox::KeepList(std::vector<ListedJob> jobs) {
 
 /// Replaced by `ListKeeper`.
 bool ResponseInbox::InitJobsResponse(const std::vector<JobListInfo>& jobs) {
-    return KeepList({jobs.begin(), jobs.end()});
+    return KeepList({jobs.begin(), jobs.end()}, true);
 }
 
 void ResponseInbox::AddHandlers(EventTransmitter& transmitter) {
@@ -59,7 +77,7 @@ void ResponseInbox::AddHandlers(EventTransmitter& transmitter) {
     transmitter.AddEventHandler(events::editJobsFinish.name, &editedHandler);
     transmitter.AddEventHandler(events::queueStateResponse.name, &queueStateHandler);
     transmitter.AddEventHandler(events::initJobsResponse.name, &listHandler);
-    transmitter.AddEventHandler(events::fetchJobsResponse.name, &listHandler);
+    transmitter.AddEventHandler(events::fetchJobsResponse.name, &partHandler);
 }
 
 void ResponseInbox::RemoveHandlers(EventTransmitter& transmitter) {
@@ -114,7 +132,7 @@ bool ResponseInbox::Keeper<Answer>::operator()(const std::wstring& payload) {
 
 bool ResponseInbox::ListKeeper::operator()(const std::wstring& payload) {
     std::vector<ListedJob> jobs;
-    return messages::Deserialize(payload, jobs) && inbox.KeepList(std::move(jobs));
+    return messages::Deserialize(payload, jobs) && inbox.KeepList(std::move(jobs), isWhole);
 }
 
 template class ResponseInbox::Keeper<std::wstring>;

@@ -47,7 +47,7 @@ public:
         return std::exchange(answers.*answer, std::nullopt);
     }
 
-    /// Removes and returns the job changes since the last call and since the last job list: the latest change of each
+    /// Removes and returns the job changes since the last call and since the last list with the job: the latest change of each
     /// job, in the order of the jobs' first changes. The end of a job is kept even if the job is then deleted, and
     /// precedes the deletion.
     std::vector<JobStatusInfo> TakeUpdates();
@@ -91,19 +91,21 @@ private:
         std::optional<Answer> Answers::*place;
     };
 
-    /// Stores the job list. Earlier updates are older than the list.
+    /// Stores the job list, or a part of it. Earlier updates of the jobs in it are older than the list.
     class ListKeeper final : public CallbackFunctor {
     public:
-        explicit ListKeeper(ResponseInbox& owner) : inbox(owner) {}
+        ListKeeper(ResponseInbox& owner, bool keepsWholeList) : inbox(owner), isWhole(keepsWholeList) {}
         bool operator()(const std::wstring& payload) override;
 
     private:
         ResponseInbox& inbox;
+        bool isWhole;
     };
 
     template <typename Answer>
     bool Keep(std::optional<Answer> Answers::*place, const Answer& answer);
-    bool KeepList(std::vector<ListedJob> jobs);
+    bool KeepList(std::vector<ListedJob> jobs, bool isWhole);
+    void DropUpdatesOf(const std::vector<ListedJob>& jobs);
 
     std::mutex mutex;
     Answers answers;
@@ -114,7 +116,8 @@ private:
     Keeper<std::vector<std::wstring>> scenarioProblemsHandler{*this, &Answers::scenarioProblems};
     Keeper<std::vector<JobStatusInfo>> editedHandler{*this, &Answers::edited};
     Keeper<QueueState> queueStateHandler{*this, &Answers::queueState};
-    ListKeeper listHandler{*this};
+    ListKeeper listHandler{*this, true};
+    ListKeeper partHandler{*this, false};
 };
 
 } // namespace front_end

@@ -31,6 +31,8 @@ public:
     void NotDone(const JobListInfo& job, JobStatus status, const std::wstring& line);
     /// Called once, after the reports. Returns `JobFailed` if something was not done.
     ExitCode Finish();
+    /// The reports so far.
+    const std::vector<JobReport>& Reports() const { return reports; }
 
 private:
     void Keep(const JobListInfo& job, JobStatus status, bool isDone, const std::wstring& line);

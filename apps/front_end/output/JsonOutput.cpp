@@ -9,6 +9,7 @@
 #include "CommonControllerLib/JobEntry.h"
 #include "formats/json/SchedulingLayouts.h"
 #include "formats/json/Writing.h"
+#include "front_end/jobs/JobConditions.h"
 #include "platform/files/NativePath.h"
 
 namespace front_end {
@@ -42,6 +43,8 @@ struct JobReport : RunRules {
     std::int32_t attempt = 0;
     std::int32_t attempts = 0;
     std::wstring lastEnding;
+    std::wstring scenarioId;
+    std::wstring label;
 };
 
 struct ScenarioReport {
@@ -57,6 +60,7 @@ struct JobsDocument {
 
 struct ScenariosDocument {
     std::vector<ScenarioReport> scenarios;
+    std::optional<std::vector<std::wstring>> problems;
 };
 
 struct ParameterSetsDocument {
@@ -78,6 +82,8 @@ JobReport ReportOf(JobRow view) {
     ListedJob& job = view.job;
     JobReport report;
     report.number = job.seqId;
+    report.label = LabelOf(job);
+    report.scenarioId = std::move(job.scenario.id);
     report.id = std::move(job.id);
     report.status = StatusName(job.status);
     report.progress = view.progress;
@@ -136,7 +142,8 @@ struct Layout<front_end::JobReport> {
                         OptionalMember{"waitName", &Record::waitName}, OptionalMember{"attempt", &Record::attempt},
                         OptionalMember{"attempts", &Record::attempts},
                         OptionalMember{"lastEnding", &Record::lastEnding}),
-        Layout<RunRules>::members);
+        Layout<RunRules>::members,
+        std::make_tuple(OptionalMember{"scenarioId", &Record::scenarioId}, OptionalMember{"label", &Record::label}));
 };
 
 template <>
@@ -154,7 +161,8 @@ struct Layout<front_end::JobsDocument> {
 template <>
 struct Layout<front_end::ScenariosDocument> {
     static constexpr auto members =
-        std::make_tuple(Version(), Member{"scenarios", &front_end::ScenariosDocument::scenarios});
+        std::make_tuple(Version(), Member{"scenarios", &front_end::ScenariosDocument::scenarios},
+                        OptionalMember{"problems", &front_end::ScenariosDocument::problems});
 };
 
 template <>
@@ -166,6 +174,15 @@ struct Layout<front_end::ParameterSetsDocument> {
 } // namespace json
 
 namespace front_end {
+namespace {
+
+std::optional<std::size_t> IndexOfMember(const std::wstring& name) {
+    const std::vector<std::wstring>& names = json::MemberNames<JobReport>();
+    const auto found = std::find(names.begin(), names.end(), L"\"" + name + L"\":");
+    return found == names.end() ? std::nullopt : std::optional<std::size_t>(found - names.begin());
+}
+
+} // namespace
 
 std::wstring JobsJsonParts::Rows(std::vector<JobRow> jobs) {
     JobsDocument document;
@@ -185,8 +202,54 @@ std::wstring JobsJson(std::vector<JobRow> jobs) {
     return JobsJsonParts().Rows(std::move(jobs)) + JobsJsonParts::End();
 }
 
-std::wstring ScenariosJson(const std::vector<ScenarioInfo>& scenarios) {
+JobMembers JobMembers::All() {
+    JobMembers members;
+    members.isSelected.assign(json::MemberNames<JobReport>().size(), true);
+    return members;
+}
+
+JobMembers JobMembers::OfList() {
+    JobMembers members = All();
+    for (const wchar_t* const name : {L"outputFolder", L"workFolder", L"messages", L"outputFiles"}) {
+        members.isSelected[IndexOfMember(name).value()] = false;
+    }
+    return members;
+}
+
+std::optional<JobMembers> JobMembers::Named(const std::vector<std::wstring>& names, std::wstring& unknown) {
+    JobMembers members;
+    members.isSelected.assign(json::MemberNames<JobReport>().size(), false);
+    for (const std::wstring& name : names) {
+        const auto index = IndexOfMember(name);
+        if (!index) {
+            unknown = name;
+            return std::nullopt;
+        }
+        members.isSelected[*index] = true;
+    }
+    return members;
+}
+
+void AppendJob(JobRow job, const JobMembers& members, std::wstring& json) {
+    const JobReport report = ReportOf(std::move(job));
+    std::size_t index = 0;
+    json += L'{';
+    const auto append = [&](const auto& member) {
+        if (members.Has(index) && !json::IsOmitted(report, member)) {
+            json += json.back() == L'{' ? L"" : L",";
+            json += json::MemberNames<JobReport>()[index];
+            json::AppendMember(report, member, json);
+        }
+        ++index;
+    };
+    std::apply([&](const auto&... member) { (append(member), ...); }, json::Layout<JobReport>::members);
+    json += L'}';
+}
+
+std::wstring ScenariosJson(const std::vector<ScenarioInfo>& scenarios,
+                           std::optional<std::vector<std::wstring>> problems) {
     ScenariosDocument document;
+    document.problems = std::move(problems);
     for (const ScenarioInfo& scenario : scenarios) {
         document.scenarios.push_back(ReportOf(scenario));
     }

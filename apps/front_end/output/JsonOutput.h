@@ -3,6 +3,8 @@
 #include "CommonControllerLib/ScenarioRecords.h"
 #include "front_end/jobs/JobRow.h"
 
+#include <cstddef>
+#include <optional>
 #include <string>
 #include <vector>
 
@@ -21,8 +23,28 @@ private:
     bool hasBegun = false;
 };
 
+/// Names members of a job in the document of `JobsJson`.
+class JobMembers {
+public:
+    static JobMembers All();
+    /// Those that need no file of the job.
+    static JobMembers OfList();
+
+    /// Only these. Returns nothing if a job has no member of one of these names; sets `unknown` to it.
+    static std::optional<JobMembers> Named(const std::vector<std::wstring>& names, std::wstring& unknown);
+
+    bool Has(std::size_t index) const { return isSelected[index]; }
+
+private:
+    std::vector<bool> isSelected;
+};
+
 std::wstring JobsJson(std::vector<JobRow> jobs);
-std::wstring ScenariosJson(const std::vector<ScenarioInfo>& scenarios);
+/// Appends one job, as in the document of `JobsJson`, without the members that `members` does not name.
+void AppendJob(JobRow job, const JobMembers& members, std::wstring& json);
+/// `problems` without a value: the document does not have them.
+std::wstring ScenariosJson(const std::vector<ScenarioInfo>& scenarios,
+                           std::optional<std::vector<std::wstring>> problems = std::nullopt);
 std::wstring ParameterSetsJson(const std::vector<ScenarioParameterSetInfo>& parameterSets);
 
 } // namespace front_end

@@ -4,6 +4,7 @@
 
 #include "formats/json/RecordLayouts.h"
 #include "formats/json/Writing.h"
+#include "front_end/output/StateLayouts.h"
 
 namespace front_end {
 namespace {
@@ -44,29 +45,10 @@ struct LogDocument {
 namespace json {
 
 template <>
-struct Layout<front_end::JobReport> {
-    using Record = front_end::JobReport;
-    static constexpr auto members =
-        std::make_tuple(Member{"number", &Record::number}, Member{"id", &Record::id}, Member{"status", &Record::status},
-                        Member{"done", &Record::isDone}, Member{"message", &Record::message});
-};
-
-template <>
-struct Layout<front_end::HostState> {
-    using Record = front_end::HostState;
-    static constexpr auto members =
-        std::make_tuple(Member{"running", &Record::isRunning}, OptionalMember{"process", &Record::process},
-                        OptionalMember{"since", &Record::since}, OptionalMember{"endpoint", &Record::endpoint},
-                        Member{"jobListFile", &Record::jobListFile}, Member{"settingsFile", &Record::settingsFile});
-};
-
-template <>
 struct Layout<front_end::QueueNumbers> {
-    using Record = front_end::QueueNumbers;
     static constexpr auto members =
-        std::make_tuple(Member{"paused", &Record::isPaused}, Member{"queued", &Record::queued},
-                        Member{"running", &Record::running}, Member{"succeeded", &Record::succeeded},
-                        Member{"failed", &Record::failed}, Member{"cancelled", &Record::cancelled});
+        std::tuple_cat(std::make_tuple(Member{"paused", &front_end::QueueNumbers::isPaused}),
+                       Layout<front_end::JobCounts>::members);
 };
 
 template <>
@@ -116,6 +98,22 @@ struct Layout<front_end::LogDocument> {
 } // namespace json
 
 namespace front_end {
+
+std::int64_t& CountOf(JobCounts& counts, JobStatus status) {
+    switch (status) {
+    case JobStatus::Queued:
+        return counts.queued;
+    case JobStatus::Running:
+    case JobStatus::Canceling:
+        return counts.running;
+    case JobStatus::Success:
+        return counts.succeeded;
+    case JobStatus::Failed:
+        return counts.failed;
+    default:
+        return counts.cancelled;
+    }
+}
 
 std::wstring ReportsJson(const std::vector<JobReport>& reports) {
     return json::Write(ReportsDocument{reports}) + L"\n";

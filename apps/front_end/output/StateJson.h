@@ -22,13 +22,19 @@ struct HostState {
 };
 
 /// The numbers of jobs in each state.
-struct QueueNumbers {
-    bool isPaused = false;
+struct JobCounts {
     std::int64_t queued = 0;
     std::int64_t running = 0;
     std::int64_t succeeded = 0;
     std::int64_t failed = 0;
     std::int64_t cancelled = 0;
+};
+
+/// The number to which a job with this status counts.
+std::int64_t& CountOf(JobCounts& counts, JobStatus status);
+
+struct QueueNumbers : JobCounts {
+    bool isPaused = false;
 };
 
 /// The result of one check.
