@@ -1,6 +1,6 @@
 #include "controller_web/Background.h"
 #include "controller_web/RunWeb.h"
-#include "controller_web/http/ErrorResponse.h"
+#include "controller_web/api/Api.h"
 #include "platform/system/Environment.h"
 #include "platform/system/SharedLibrary.h"
 #include "platform/terminal/Console.h"
@@ -14,16 +14,8 @@ namespace {
 
 using web::WebExit;
 
-/// The page without an HTTP interface.
-class NoInterface final : public web::Handler {
-public:
-    web::Response Handle(const web::Request& /*request*/) override {
-        return web::ErrorResponse(503, "no_interface", "This program was built without the HTTP interface.");
-    }
-};
-
-std::unique_ptr<web::Handler> MakeHandler(bool /*isReadOnly*/) {
-    return std::make_unique<NoInterface>();
+std::unique_ptr<web::Handler> MakeHandler(bool isReadOnly) {
+    return web::MakeApi(web::ApiOptions{isReadOnly});
 }
 
 WebExit Print(const std::string& text) {

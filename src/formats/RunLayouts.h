@@ -12,12 +12,6 @@
 /// The JSON layouts of the files in a job's work directory.
 namespace run_protocol {
 
-/// One report of a running scenario.
-struct ProgressReport {
-    std::int32_t progress = 0;
-    std::wstring message;
-};
-
 struct ProgressFile {
     std::wstring jobId;
     /// The last report is the current one.

@@ -57,6 +57,17 @@ platform::Error ReplaceInDirectory(const std::wstring& json, const std::wstring&
 
 } // namespace
 
+bool ReadProgressReports(const std::wstring& path, std::vector<ProgressReport>& reports, std::wstring& problem) {
+    return boundary::Guard("ReadProgressReports", [&] {
+        ProgressFile file;
+        if (!json::ReadFile(path, json::largestSmallFile, file, problem)) {
+            return false;
+        }
+        reports = std::move(file.reports);
+        return true;
+    });
+}
+
 bool WriteFile(const std::wstring& json, const std::wstring& path) {
     return boundary::Guard("WriteFile", [&] {
         const platform::Error error = ReplaceInDirectory(json, path);

@@ -35,6 +35,13 @@ struct RunScenarioInfo {
     bool operator==(const RunScenarioInfo&) const = default;
 };
 
+/// One report of a running scenario.
+struct ProgressReport {
+    /// Percent, 0 to 100.
+    std::int32_t progress = 0;
+    std::wstring message;
+};
+
 struct RunScenarioResult {
     std::wstring jobId;
     bool succeeded = false;
@@ -50,6 +57,10 @@ struct RunScenarioResult {
                                                        std::wstring& problem);
 [[nodiscard]] CONTROLLER_API bool ReadRunScenarioInfoFile(const std::wstring& path, RunScenarioInfo& info,
                                                           std::wstring& problem);
+
+/// Reads the reports in the progress file of a run, the latest last. On failure returns false and sets `problem`.
+[[nodiscard]] CONTROLLER_API bool ReadProgressReports(const std::wstring& path, std::vector<ProgressReport>& reports,
+                                                      std::wstring& problem);
 
 /// Serialize in both directions.
 CONTROLLER_API std::wstring SerializeRunScenarioInfo(const RunScenarioInfo& info);

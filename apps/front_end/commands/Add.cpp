@@ -83,12 +83,7 @@ private:
     }
 
     void Refuse(std::size_t index, std::optional<std::size_t> set, JobListInfo job, const JobEnqueueResult& result) {
-        std::wstring reason;
-        if (set.value_or(0) < result.inputSetResults.size()) {
-            for (const std::wstring& text : result.inputSetResults[set.value_or(0)]) {
-                reason += (reason.empty() ? L"" : L" ") + text;
-            }
-        }
+        const std::wstring reason = RefusalReason(result, set.value_or(0));
         job.seqId = -1;
         reports.NotDone(
             job, JobStatus::Failed,

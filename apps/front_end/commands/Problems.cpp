@@ -35,4 +35,14 @@ std::vector<std::wstring> RefusalReasons(const JobEnqueueResult& result) {
     return distinct;
 }
 
+std::wstring RefusalReason(const JobEnqueueResult& result, std::size_t inputSet) {
+    std::wstring reason;
+    if (inputSet < result.inputSetResults.size()) {
+        for (const std::wstring& text : result.inputSetResults[inputSet]) {
+            reason += (reason.empty() ? L"" : L" ") + text;
+        }
+    }
+    return reason;
+}
+
 } // namespace front_end

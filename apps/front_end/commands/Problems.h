@@ -3,6 +3,7 @@
 #include "CommonControllerLib/JobRecords.h"
 #include "front_end/commands/CommandContext.h"
 
+#include <cstddef>
 #include <string>
 #include <vector>
 
@@ -21,5 +22,8 @@ std::wstring UsageHint(const CommandContext& context);
 /// Why the host created no jobs for a request, or for some of its input sets: each reason once, in the order of the
 /// sets. Empty if the host gave no reason.
 std::vector<std::wstring> RefusalReasons(const JobEnqueueResult& result);
+
+/// The reasons of one input set, in one text; empty if the host gave none.
+std::wstring RefusalReason(const JobEnqueueResult& result, std::size_t inputSet);
 
 } // namespace front_end

@@ -19,6 +19,9 @@ public:
     HostSession(const HostSession&) = delete;
     HostSession& operator=(const HostSession&) = delete;
 
+    /// False once the host has disconnected.
+    bool IsOpen() const { return connection.IsOpen(); }
+
     std::vector<ListedJob> FetchJobs();
     std::vector<ListedJob> FetchJobs(const JobsQuery& query);
     /// `FetchJobs` in two steps: the host and this process's transmitter work on the answer meanwhile.

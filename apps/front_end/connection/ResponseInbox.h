@@ -47,9 +47,9 @@ public:
         return std::exchange(answers.*answer, std::nullopt);
     }
 
-    /// Removes and returns the job changes since the last call and since the last list with the job: the latest change of each
-    /// job, in the order of the jobs' first changes. The end of a job is kept even if the job is then deleted, and
-    /// precedes the deletion.
+    /// Removes and returns the job changes since the last call and since the last list with the job: the latest change
+    /// of each job, in the order of the jobs' first changes. The end of a job is kept even if the job is then deleted,
+    /// and precedes the deletion.
     std::vector<JobStatusInfo> TakeUpdates();
 
     /// Handle events for which the presenter interface has no operation, or one with less content.

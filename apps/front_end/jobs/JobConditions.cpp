@@ -33,9 +33,8 @@ bool HasText(const ListedJob& job, const std::wstring& lowerCasePart) {
 
 std::optional<JobStatus> StatusNamed(const std::wstring& name) {
     const std::wstring wanted = LowerCase(name);
-    const auto* const state = std::find_if(namedStates.begin(), namedStates.end(), [&](JobStatus status) {
-        return LowerCase(StatusName(status)) == wanted;
-    });
+    const auto* const state = std::find_if(namedStates.begin(), namedStates.end(),
+                                           [&](JobStatus status) { return LowerCase(StatusName(status)) == wanted; });
     return state == namedStates.end() ? std::nullopt : std::optional(*state);
 }
 

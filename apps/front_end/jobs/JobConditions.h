@@ -37,8 +37,8 @@ private:
 };
 
 /// Every status that a listed job can have.
-inline constexpr std::array namedStates = {JobStatus::Queued,   JobStatus::Running,   JobStatus::Success,
-                                           JobStatus::Failed,   JobStatus::Dequeued,  JobStatus::Canceling,
+inline constexpr std::array namedStates = {JobStatus::Queued,  JobStatus::Running,  JobStatus::Success,
+                                           JobStatus::Failed,  JobStatus::Dequeued, JobStatus::Canceling,
                                            JobStatus::Canceled};
 
 /// The status of this name (`StatusName`), whatever its case; nothing for any other text.

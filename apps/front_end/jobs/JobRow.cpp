@@ -29,16 +29,6 @@ void TakeResult(JobRow& view) {
     }
 }
 
-ListedJob Updated(ListedJob job, const JobStatusInfo& report) {
-    job.status = report.status;
-    job.progress = report.progress;
-    job.outputDir = report.outputDir;
-    job.workDir = report.workDir;
-    job.startTime = report.startTime;
-    job.endTime = report.endTime;
-    return job;
-}
-
 /// The report has no other data. The work directory is gone; the results remain.
 void MarkDeleted(JobRow& view) {
     view.job.status = unlistedStatus;
@@ -50,6 +40,16 @@ void MarkDeleted(JobRow& view) {
 
 std::wstring StatusName(JobStatus status) {
     return status == unlistedStatus ? L"Deleted" : text::FromUtf8(JobStatusString(status));
+}
+
+ListedJob Updated(ListedJob job, const JobStatusInfo& report) {
+    job.status = report.status;
+    job.progress = report.progress;
+    job.outputDir = report.outputDir;
+    job.workDir = report.workDir;
+    job.startTime = report.startTime;
+    job.endTime = report.endTime;
+    return job;
 }
 
 JobRow ViewOf(ListedJob job) {

@@ -30,6 +30,9 @@ struct JobRow {
 /// The name of a status in documents and in text keys; "Deleted" for `unlistedStatus`.
 std::wstring StatusName(JobStatus status);
 
+/// The job after this report.
+ListedJob Updated(ListedJob job, const JobStatusInfo& report);
+
 /// Reads the files in the job's work directory.
 JobRow ViewOf(ListedJob job);
 std::vector<JobRow> ViewsOf(std::vector<ListedJob> jobs);

@@ -208,8 +208,8 @@ JobMembers JobMembers::All() {
     return members;
 }
 
-JobMembers JobMembers::OfList() {
-    JobMembers members = All();
+JobMembers JobMembers::InLists() const {
+    JobMembers members = *this;
     for (const wchar_t* const name : {L"outputFolder", L"workFolder", L"messages", L"outputFiles"}) {
         members.isSelected[IndexOfMember(name).value()] = false;
     }

@@ -27,11 +27,14 @@ private:
 class JobMembers {
 public:
     static JobMembers All();
-    /// Those that need no file of the job.
-    static JobMembers OfList();
+    /// Those that lists have.
+    static JobMembers OfList() { return All().InLists(); }
 
     /// Only these. Returns nothing if a job has no member of one of these names; sets `unknown` to it.
     static std::optional<JobMembers> Named(const std::vector<std::wstring>& names, std::wstring& unknown);
+
+    /// These without those that need a file of the job.
+    JobMembers InLists() const;
 
     bool Has(std::size_t index) const { return isSelected[index]; }
 

@@ -46,9 +46,8 @@ namespace json {
 
 template <>
 struct Layout<front_end::QueueNumbers> {
-    static constexpr auto members =
-        std::tuple_cat(std::make_tuple(Member{"paused", &front_end::QueueNumbers::isPaused}),
-                       Layout<front_end::JobCounts>::members);
+    static constexpr auto members = std::tuple_cat(
+        std::make_tuple(Member{"paused", &front_end::QueueNumbers::isPaused}), Layout<front_end::JobCounts>::members);
 };
 
 template <>

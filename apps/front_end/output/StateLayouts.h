@@ -29,9 +29,8 @@ template <>
 struct Layout<front_end::JobCounts> {
     using Record = front_end::JobCounts;
     static constexpr auto members = std::make_tuple(
-        Member{"queued", &Record::queued}, Member{"running", &Record::running},
-        Member{"succeeded", &Record::succeeded}, Member{"failed", &Record::failed},
-        Member{"cancelled", &Record::cancelled});
+        Member{"queued", &Record::queued}, Member{"running", &Record::running}, Member{"succeeded", &Record::succeeded},
+        Member{"failed", &Record::failed}, Member{"cancelled", &Record::cancelled});
 };
 
 } // namespace json

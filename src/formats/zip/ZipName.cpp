@@ -117,6 +117,14 @@ std::wstring CheckedName(std::string_view bytes) {
     return *name;
 }
 
+bool IsSafeFileName(std::string_view bytes) {
+    try {
+        return CheckedName(bytes).find(L'/') == std::wstring::npos;
+    } catch (const Problem&) {
+        return false;
+    }
+}
+
 void NameSet::Add(const std::wstring& name) {
     const std::wstring path = WithoutSlashAtEnd(name);
     AddParents(path);

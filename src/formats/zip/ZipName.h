@@ -1,5 +1,7 @@
 #pragma once
 
+#include "CommonControllerLib/Export.h"
+
 #include <map>
 #include <string>
 #include <string_view>
@@ -10,6 +12,9 @@ namespace zip {
 /// Returns the name of an entry as text, with slashes; the final slash of a directory is kept. Throws `Problem` for a
 /// name that could lead out of the directory that it is unpacked into, or that one of the systems does not allow.
 std::wstring CheckedName(std::string_view bytes);
+
+/// True for the name of one file, without directories, that `CheckedName` accepts.
+CONTROLLER_API bool IsSafeFileName(std::string_view bytes);
 
 /// The names of one archive. Each file or directory may occur once, and no two names may differ only in ASCII case.
 class NameSet {

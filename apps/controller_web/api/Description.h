@@ -1,0 +1,8 @@
+#pragma once
+
+namespace web {
+
+/// The content of `openapi.json`.
+extern const char* const description;
+
+} // namespace web
