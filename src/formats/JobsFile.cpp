@@ -86,7 +86,7 @@ bool jobs_file::Read(const std::wstring& path, std::vector<ScheduledRequest>& re
 }
 
 bool jobs_file::ReadText(std::string bytes, const std::wstring& name, std::vector<ScheduledRequest>& requests,
-                         std::wstring& problem) {
+                         std::wstring& problem, const std::wstring& directory) {
     JobsFile file;
     problem.clear();
     std::vector<std::wstring> unknownMembers;
@@ -96,7 +96,7 @@ bool jobs_file::ReadText(std::string bytes, const std::wstring& name, std::vecto
         problem = AllProblems(name, unknownMembers, isRead ? place : json::ProblemInFile(name, place));
         return false;
     }
-    AppendResolved(platform::CurrentDirectory(), std::move(file), requests);
+    AppendResolved(directory.empty() ? platform::CurrentDirectory() : directory, std::move(file), requests);
     return true;
 }
 

@@ -19,9 +19,10 @@ namespace jobs_file {
                                        std::wstring& problem);
 
 /// Same for the content of a jobs file that has no file, such as standard input: `name` stands for its path in
-/// `problem`; relative paths are resolved against the current directory.
+/// `problem`; relative paths are resolved against `directory`, or if that is empty, against the current directory.
 [[nodiscard]] CONTROLLER_API bool ReadText(std::string bytes, const std::wstring& name,
-                                           std::vector<ScheduledRequest>& requests, std::wstring& problem);
+                                           std::vector<ScheduledRequest>& requests, std::wstring& problem,
+                                           const std::wstring& directory = {});
 
 /// Returns the position of a request, or of one of its input sets, in the current jobs file: "line 4, column 23".
 /// Returns an empty text if the file has changed or no longer exists.

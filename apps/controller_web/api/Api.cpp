@@ -18,7 +18,9 @@ class Api final : public Handler {
 public:
     explicit Api(const ApiParts& parts)
         : inputDirectories(parts.inputDirectories), tracker(parts.isReadOnly), hosts(parts.context, tracker),
-          uploads(parts.uploadDirectory, Uploads::Limits(), parts.context.now), router(Routes()) {}
+          uploads(parts.uploadDirectory, Uploads::Limits(), parts.context.now), services{tracker, hosts, logs, uploads,
+                                                                                         parts.baseDirectory},
+          router(Routes()) {}
 
     Response Handle(const Request& request) override {
         Response response = Answer(request);
@@ -85,7 +87,7 @@ private:
     HostThread hosts;
     LogFeeds logs;
     Uploads uploads;
-    Services services{tracker, hosts, logs, uploads};
+    Services services;
     Metrics metrics;
     const Router router;
 };

@@ -20,6 +20,8 @@ struct ApiParts {
     bool isReadOnly = false;
     /// What it refers to outlives the interface, which alone uses it.
     front_end::CommandContext context;
+    /// Relative paths in requests are relative to it.
+    std::wstring baseDirectory;
     /// Where uploaded files are stored.
     std::wstring uploadDirectory;
     /// The directories in which clients may look for input files.

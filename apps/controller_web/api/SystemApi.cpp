@@ -21,9 +21,11 @@ public:
 
 private:
     ApiParts PartsFor(const ApiOptions& options) {
+        const std::wstring directory = platform::ParentDirectory(settings::Current()->jobListFile);
         return {options.isReadOnly,
                 {console, texts, host, nullptr, response_patience::FromEnvironment(), platform::Now, L"controller_web"},
-                platform::ResolveAgainst(platform::ParentDirectory(settings::Current()->jobListFile), L"uploads"),
+                directory,
+                platform::ResolveAgainst(directory, L"uploads"),
                 [] { return settings::Current()->web.inputDirectories; }};
     }
 

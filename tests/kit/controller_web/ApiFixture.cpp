@@ -93,7 +93,8 @@ web::Request ApiFixture::RequestOf(web::Method method, const std::string& target
 
 web::Response ApiFixture::Handle(const web::Request& request) {
     if (api == nullptr) {
-        api = web::MakeApi(web::ApiParts{false, context, directory / L"uploads", [this] { return inputDirectories; }});
+        api = web::MakeApi(web::ApiParts{false, context, directory.Path(), directory / L"uploads",
+                                         [this] { return inputDirectories; }});
     }
     return api->Handle(request);
 }

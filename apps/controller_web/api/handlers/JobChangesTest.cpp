@@ -28,6 +28,22 @@ TEST_F(JobChangesTest, JobsAreCreatedFromAJobsFile) {
                            R"("refused":[{"request":0,"inputSet":1,"message":"The file is missing."}]})");
 }
 
+TEST_F(JobChangesTest, RelativePathsDoNotDependOnTheCurrentDirectory) {
+    AnswerEnqueue({{{L"5", 5}}, L"", {{}}});
+    Post("/api/v1/jobs",
+         R"({"EnqueueJobs":[{"scenario":{"id":"mesh"},"inputFileSets":[["a.stl"]],"outputDir":"out"}]})");
+    OnHostThread([&] {
+        ScheduledRequest request;
+        for (const auto& sent : host.Requests()) {
+            if (sent.name == L"EnqueueJobs") {
+                EXPECT_TRUE(messages::Deserialize(sent.payload, request));
+            }
+        }
+        EXPECT_EQ(request.outputDir, directory / L"out");
+        EXPECT_EQ(request.inputFileSets.front().front(), directory / L"a.stl");
+    });
+}
+
 TEST_F(JobChangesTest, ARefusalSaysWhy) {
     AnswerEnqueue({{}, L"", {{L"There is no scenario mesh."}}});
     const Answer answer = Post("/api/v1/jobs", JobsFile());

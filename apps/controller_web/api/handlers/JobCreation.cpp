@@ -59,10 +59,10 @@ struct Layout<web::Creation> {
 namespace web {
 namespace {
 
-std::vector<ScheduledRequest> RequestsIn(const Call& call) {
+std::vector<ScheduledRequest> RequestsIn(const Services& services, const Call& call) {
     std::vector<ScheduledRequest> requests;
     std::wstring problem;
-    if (!jobs_file::ReadText(call.request.body, L"The request", requests, problem)) {
+    if (!jobs_file::ReadText(call.request.body, L"The request", requests, problem, services.baseDirectory)) {
         throw BadRequest(problem);
     }
     return requests;
@@ -102,7 +102,7 @@ Creation Create(Services& services, std::vector<ScheduledRequest> requests) {
 } // namespace
 
 Response PostJobs(Services& services, const Call& call) {
-    const Creation creation = Create(services, RequestsIn(call));
+    const Creation creation = Create(services, RequestsIn(services, call));
     if (creation.jobs.empty() && !creation.refused.empty()) {
         throw ApiError{422, "refused", L"No job was created. " + creation.refused.front().message,
                        L",\"refused\":" + json::Write(creation.refused)};

@@ -17,6 +17,8 @@ struct Services {
     HostThread& hosts;
     LogFeeds& logs;
     Uploads& uploads;
+    /// Relative paths in requests are relative to it.
+    std::wstring baseDirectory;
 };
 
 /// The job with this id or number, also one that is new. Throws `ApiError` if there is none, and like
