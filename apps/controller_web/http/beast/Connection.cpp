@@ -11,6 +11,8 @@ namespace web {
 namespace {
 
 constexpr std::size_t readSize = std::size_t{64} << 10;
+/// So that a client that reads nothing is noticed soon.
+constexpr int sendBufferSize = 256 << 10;
 /// How much of a refused request is read.
 constexpr std::size_t lingerSize = std::size_t{4} << 20;
 
@@ -73,6 +75,7 @@ Connection::Connection(tcp::socket socket, ServerContext& serverContext)
 asio::awaitable<void> Connection::Run() {
     error_code ignored;
     stream.socket().set_option(tcp::no_delay(true), ignored);
+    stream.socket().set_option(asio::socket_base::send_buffer_size(sendBufferSize), ignored);
     bool goesOn = true;
     while (goesOn && !context.isStopping) {
         goesOn = co_await ServeRequest();

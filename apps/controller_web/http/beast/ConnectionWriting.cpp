@@ -13,8 +13,6 @@ namespace {
 
 /// Each block of a response has the whole write timeout.
 constexpr std::size_t blockSize = std::size_t{256} << 10;
-/// So that a client that reads nothing is noticed soon.
-constexpr int sendBufferOfFeeds = 256 << 10;
 constexpr std::string_view eventStream = "text/event-stream";
 constexpr std::string_view heartbeat = ": \n\n";
 
@@ -136,7 +134,6 @@ asio::awaitable<std::optional<std::size_t>> Connection::ReadContent(ContentReade
 
 asio::awaitable<bool> Connection::WriteFeed(EventFeed& feed, bool hasHeartbeat, Form form) {
     error_code error;
-    stream.socket().set_option(asio::socket_base::send_buffer_size(sendBufferOfFeeds), error);
     feed.OnNews([timer = news] { asio::post(timer->get_executor(), [timer] { timer->cancel(); }); });
     ++context.feeds;
     asio::co_spawn(
