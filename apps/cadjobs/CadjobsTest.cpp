@@ -286,6 +286,15 @@ TEST_F(CadjobsTest, WebStartsTheServerOfThePageInTheBackground) {
     EXPECT_EQ(host.webArguments, std::vector<std::wstring>{L"--stop"});
 }
 
+TEST_F(CadjobsTest, WebStartsAHostWhereNoneRunsUnlessItIsToUseRunningOnesOnly) {
+    host.runs = false;
+    EXPECT_EQ(Cadjobs({L"web", L"--stop"}), 0);
+    EXPECT_EQ(Cadjobs({L"--client-only", L"web"}), 0);
+    EXPECT_EQ(host.startCount, 0);
+    EXPECT_EQ(Cadjobs({L"web"}), 0);
+    EXPECT_EQ(host.startCount, 1);
+}
+
 TEST_F(CadjobsTest, WebFailsAsTheServerDoes) {
     host.foregroundExitCode = 2;
     EXPECT_EQ(Cadjobs({L"web", L"--port", L"x"}), 2);

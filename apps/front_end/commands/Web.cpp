@@ -1,4 +1,5 @@
 #include "front_end/commands/Commands.h"
+#include "front_end/connection/HostConnection.h"
 
 #include <vector>
 
@@ -25,6 +26,10 @@ std::vector<std::wstring> ArgumentsOf(const Command& command) {
 } // namespace
 
 ExitCode Web(CommandContext& context, const Command& command) {
+    // The server itself starts a host only for a new job.
+    if (!command.stopsServer && !command.clientOnly) {
+        (void)ConnectToHost(context, Start::WhenNoneRuns);
+    }
     std::wstring problem;
     const std::int32_t exitCode = context.host.RunWebProgram(ArgumentsOf(command), problem);
     if (!problem.empty()) {
