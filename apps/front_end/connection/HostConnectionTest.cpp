@@ -34,8 +34,7 @@ TEST_F(HostConnectionTest, AClientAloneStartsNoHost) {
         console.errors.clear();
         EXPECT_EQ(Run(arguments), 3);
         EXPECT_EQ(host.startCount, 0);
-        EXPECT_EQ(console.errors, "controller_cli: No host is running. Start one with controller_host --background, "
-                                  "or leave out -f.\n");
+        EXPECT_EQ(console.errors, "controller_cli: No host is running. Start one with cadjobs host start.\n");
     }
     EXPECT_EQ(console.output, "");
 }
