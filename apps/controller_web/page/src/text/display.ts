@@ -20,7 +20,7 @@ export function durationText(milliseconds: number): string {
 }
 
 const formats = new Map<string, Intl.DateTimeFormat>();
-function format(kind: 'time' | 'date' | 'full', time: number): string {
+function format(kind: keyof typeof options, time: number): string {
   const key = `${language.value} ${kind}`;
   let known = formats.get(key);
   if (!known) {
@@ -30,17 +30,22 @@ function format(kind: 'time' | 'date' | 'full', time: number): string {
   return known.format(time);
 }
 
-const options: Record<'time' | 'date' | 'full', Intl.DateTimeFormatOptions> = {
+const options = {
   time: { hour: '2-digit', minute: '2-digit', second: '2-digit' },
   date: { day: 'numeric', month: 'short', hour: '2-digit', minute: '2-digit' },
   full: { dateStyle: 'medium', timeStyle: 'medium' },
-};
+  minute: { hour: '2-digit', minute: '2-digit' },
+  day: { day: 'numeric', month: 'short' },
+} as const satisfies Record<string, Intl.DateTimeFormatOptions>;
 
 /** The time of day, and the date unless it was in the last 20 hours. Empty for 0. */
 export function timeText(time: number, now: number): string {
   if (!time) return '';
   return format(now - time < 20 * 3_600_000 ? 'time' : 'date', time);
 }
+
+/** For the marks of an axis: the day, or the time of day. */
+export const shortTimeText = (time: number, isDay: boolean): string => format(isDay ? 'day' : 'minute', time);
 
 export const fullTimeText = (time: number): string => (time ? format('full', time) : '');
 

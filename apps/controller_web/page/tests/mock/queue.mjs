@@ -4,8 +4,8 @@ const scenarios = ['mesh_report', 'compare_meshes', 'mesh_mass', 'part_report', 
 const parts = ['bracket', 'housing', 'helical_gear', 'bearing_block', 'flange', 'cover', 'shaft', 'lever'];
 const timeText = (time) => new Date(time).toISOString().replace(/\.\d+Z$/, 'Z');
 
-function jobOf(number, status, now) {
-  const age = (100_000 - (number % 100_000)) * 400;
+function jobOf(number, status, now, count = number) {
+  const age = (count - number) * 20_000;
   const job = { number, id: (0x51f00000 + number).toString(16), status, progress: 0, message: '', runArgument: '', startTime: '', endTime: '' };
   job.scenario = scenarios[number % scenarios.length];
   job.inputFiles = [`/home/ann/parts/${parts[number % parts.length]}_${number}.stl`];
