@@ -56,17 +56,15 @@ function Section({ viewer }: { viewer: Viewer }) {
   useEffect(() => viewer.cut(axis || 'x', axis ? share / 100 : undefined), [viewer, axis, share]);
   return (
     <>
-      <label>
-        {t('model.section')}{' '}
-        <select value={axis} onChange={(event) => setAxis(event.currentTarget.value as Axis | '')}>
-          <option value="">{t('model.noSection')}</option>
-          {axes.map((name) => (
-            <option key={name} value={name}>
-              {name.toUpperCase()}
-            </option>
-          ))}
-        </select>
-      </label>
+      <label for="model-section">{t('model.section')}</label>
+      <select id="model-section" value={axis} onChange={(event) => setAxis(event.currentTarget.value as Axis | '')}>
+        <option value="">{t('model.noSection')}</option>
+        {axes.map((name) => (
+          <option key={name} value={name}>
+            {name.toUpperCase()}
+          </option>
+        ))}
+      </select>
       {axis && (
         <input type="range" min={0} max={100} value={share} aria-label={t('model.sectionPlace')} onInput={(event) => setShare(Number(event.currentTarget.value))} />
       )}

@@ -32,7 +32,7 @@ function move(app: App, step: number, isExtending: boolean): number {
   const order = app.listing.ids;
   const selection = app.selection.value;
   const from = order.indexOf(selection.active);
-  const index = Math.min(order.length - 1, Math.max(0, from < 0 ? 0 : from + step));
+  const index = Math.min(order.length - 1, Math.max(0, from + step));
   const id = order[index];
   if (id === undefined) return 0;
   app.selection.value = isExtending ? extended(selection, id, order) : activated(selection, id);

@@ -2,13 +2,13 @@ import { useState } from 'preact/hooks';
 import { useApp, type Question } from '../app.ts';
 import type { Action } from '../jobs/actions.ts';
 import { counted, t } from '../text/text.ts';
-import { Dialog } from './Dialog.tsx';
+import { closeDialog, Dialog } from './Dialog.tsx';
 import { Help } from './Help.tsx';
 
-function Buttons({ word, danger = false, onCancel }: { word: string; danger?: boolean; onCancel: () => void }) {
+function Buttons({ word, danger = false }: { word: string; danger?: boolean }) {
   return (
     <footer class="dialog-foot">
-      <button type="button" onClick={onCancel}>
+      <button type="button" onClick={closeDialog}>
         {t('action.back')}
       </button>
       <button type="submit" class={danger ? 'danger' : 'primary'}>
@@ -23,7 +23,7 @@ function Confirmation({ action, ids }: { action: Action; ids: readonly string[] 
   const close = (): void => void (app.question.value = undefined);
   const onSubmit = (event: Event): void => {
     event.preventDefault();
-    close();
+    closeDialog(event);
     void app.act(action, ids);
   };
   return (
@@ -31,7 +31,7 @@ function Confirmation({ action, ids }: { action: Action; ids: readonly string[] 
       <form onSubmit={onSubmit}>
         {action === 'delete' && <p>{t('confirm.deleteConsequence')}</p>}
         {action === 'cancel' && <p>{t('confirm.cancelConsequence')}</p>}
-        <Buttons word={t(`action.${action}`)} danger={action === 'delete' || action === 'cancel'} onCancel={close} />
+        <Buttons word={t(`action.${action}`)} danger={action === 'delete' || action === 'cancel'} />
       </form>
     </Dialog>
   );
@@ -43,7 +43,7 @@ function PriorityQuestion({ ids }: { ids: readonly string[] }) {
   const close = (): void => void (app.question.value = undefined);
   const onSubmit = (event: Event): void => {
     event.preventDefault();
-    close();
+    closeDialog(event);
     void app.act('priority', ids, Number(priority));
   };
   return (
@@ -54,7 +54,7 @@ function PriorityQuestion({ ids }: { ids: readonly string[] }) {
           <input type="number" min={-1000} max={1000} step={1} required value={priority} onInput={(event) => setPriority(event.currentTarget.value)} />
           <small>{t('field.priorityHint')}</small>
         </label>
-        <Buttons word={t('action.change')} onCancel={close} />
+        <Buttons word={t('action.change')} />
       </form>
     </Dialog>
   );

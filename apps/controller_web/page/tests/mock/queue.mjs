@@ -27,6 +27,7 @@ function initialStatus(index, count) {
 export class MockQueue {
   paused = false;
   isRunning = true;
+  readOnly = false;
   jobs = new Map();
   changed = new Set();
   removed = new Set();
@@ -53,7 +54,7 @@ export class MockQueue {
   }
 
   state() {
-    return { paused: this.paused, readOnly: false, host: { running: this.isRunning }, counts: this.counts() };
+    return { paused: this.paused, readOnly: this.readOnly, host: { running: this.isRunning }, counts: this.counts() };
   }
 
   /** Changes `count` running jobs and replaces those that have ended by waiting ones. */

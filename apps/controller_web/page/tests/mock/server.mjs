@@ -94,6 +94,7 @@ async function changeQueue(request, response, action) {
 
 async function createJobs(request, response) {
   const { EnqueueJobs } = JSON.parse((await bodyOf(request)).toString());
+  lastCreated = EnqueueJobs;
   const jobs = EnqueueJobs.flatMap((wanted) => wanted.inputFileSets.map((inputFiles) => queue.add({ inputFiles, runArgument: wanted.runArgument, scenario: scenarios.find(({ id }) => id === wanted.scenario.id)?.name ?? '?' })));
   broadcast();
   json(response, 201, { jobs, refused: [] });
@@ -128,9 +129,34 @@ function asset(response, path) {
   return createReadStream(file).pipe(response);
 }
 
+/** What tests make happen; not part of the interface. */
+const controls = {
+  step: (value) => queue.step(Number(value)),
+  host: (value) => {
+    queue.isRunning = value === 'yes';
+    for (const stream of streams) stream.write(`event: host\ndata: {"running":${queue.isRunning}}\n\n`);
+  },
+  drop: () => streams.forEach((stream) => stream.destroy()),
+  refuse: (value) => (isRefusing = value === 'yes'),
+  readOnly: (value) => (queue.readOnly = value === 'yes'),
+  add: (value) => queue.add(JSON.parse(value)),
+  streams: () => streams.size,
+  lastCreated: () => lastCreated,
+};
+let isRefusing = false;
+let lastCreated;
+
+function control(response, url) {
+  const result = controls[url.pathname.slice('/mock/'.length)](url.searchParams.get('value') ?? '');
+  broadcast();
+  json(response, 200, { result: result ?? null });
+}
+
 const server = createServer((request, response) => {
   const url = new URL(request.url, 'http://localhost');
-  if (url.pathname.startsWith('/api/v1/')) void api(request, response, url);
+  if (url.pathname.startsWith('/mock/')) control(response, url);
+  else if (url.pathname.startsWith('/api/v1/') && isRefusing) json(response, 401, { error: { code: 'unauthorized', message: 'No session.' } });
+  else if (url.pathname.startsWith('/api/v1/')) void api(request, response, url);
   else asset(response, url.pathname);
 });
 server.listen(Number(port), '127.0.0.1', () => console.log(`http://127.0.0.1:${server.address().port}/`));

@@ -1,0 +1,91 @@
+import { expect, grid, open, rowOf, test } from './kit/mock.ts';
+
+test('shows the newest jobs with their states and counts', async ({ page, mock }) => {
+  await open(page, mock);
+  await expect(page.getByRole('row').nth(1)).toContainText('60');
+  await expect(page.getByRole('button', { name: /^Queued/ })).toHaveText(/Queued3|Queued 3/);
+  await expect(grid(page)).toHaveAttribute('aria-rowcount', '61');
+});
+
+test('a change reaches the row', async ({ page, mock }) => {
+  await open(page, mock);
+  await mock.make('step', 5);
+  await expect(page.getByText('Layer').first()).toBeVisible();
+});
+
+test('chips, text and sort are in the address and come back from it', async ({ page, mock }) => {
+  await open(page, mock);
+  await page.getByRole('button', { name: /^Failed/ }).click();
+  await page.getByRole('searchbox').fill('part_report');
+  await page.getByRole('button', { name: 'Time', exact: true }).click();
+  await expect(page).toHaveURL(/status=failed.*text=part_report.*sort=duration/);
+  const rows = await page.getByRole('row').allTextContents();
+  await page.reload();
+  await expect(page.getByRole('row').nth(1)).toBeVisible();
+  expect(await page.getByRole('row').allTextContents()).toEqual(rows);
+});
+
+test('says what to do when nothing matches', async ({ page, mock }) => {
+  await open(page, mock);
+  await page.getByRole('searchbox').fill('no such thing');
+  await expect(page.getByRole('heading', { name: 'No job matches' })).toBeVisible();
+  await page.getByRole('button', { name: 'Show all jobs' }).click();
+  await expect(page.getByRole('row').nth(1)).toBeVisible();
+});
+
+test('keys move, extend and open', async ({ page, mock }) => {
+  await open(page, mock);
+  await grid(page).focus();
+  for (const key of ['ArrowDown', 'ArrowDown', 'Shift+ArrowDown', 'Shift+ArrowDown']) await page.keyboard.press(key);
+  await expect(page.getByText('3 selected')).toBeVisible();
+  await page.keyboard.press('End');
+  await expect(rowOf(page, 1)).toBeInViewport();
+  await page.keyboard.press('Enter');
+  await expect(page.getByRole('heading', { name: /^1 · / })).toBeVisible();
+});
+
+test('Shift with a click selects a range', async ({ page, mock }) => {
+  await open(page, mock);
+  await rowOf(page, 58).locator('[data-select]').click();
+  await rowOf(page, 50).click({ modifiers: ['Shift'] });
+  await expect(page.getByText('9 selected')).toBeVisible();
+});
+
+test('single keys are shortcuts until they are switched off', async ({ page, mock }) => {
+  await open(page, mock);
+  await page.keyboard.press('?');
+  await expect(page.getByRole('dialog')).toContainText('extend the selection');
+  await page.keyboard.press('Escape');
+  await page.locator('summary').click();
+  await page.getByLabel('Single keys are shortcuts').uncheck();
+  await page.locator('h1').click();
+  await page.keyboard.press('?');
+  await expect(page.getByRole('dialog')).toHaveCount(0);
+});
+
+test('speaks German', async ({ page, mock }) => {
+  await open(page, mock);
+  await page.locator('summary').click();
+  await page.getByLabel('Language').selectOption('de');
+  await expect(page.getByRole('link', { name: 'Warteschlange' })).toBeVisible();
+  await expect(page.locator('html')).toHaveAttribute('lang', 'de');
+});
+
+test('is usable on a telephone', async ({ page, mock }) => {
+  await page.setViewportSize({ width: 360, height: 720 });
+  await open(page, mock);
+  expect(await page.evaluate(() => document.documentElement.scrollWidth)).toBeLessThanOrEqual(360);
+  await rowOf(page, 60).click();
+  await expect(page.getByRole('tab', { name: 'Overview' })).toBeVisible();
+  await expect(grid(page)).toBeHidden();
+  await page.getByRole('button', { name: 'Close this job' }).click();
+  await expect(grid(page)).toBeVisible();
+});
+
+test.describe('without jobs', () => {
+  test.use({ jobs: 0 });
+  test('says how to begin', async ({ page, mock }) => {
+    await page.goto(mock.address);
+    await expect(page.getByRole('heading', { name: 'No jobs yet' })).toBeVisible();
+  });
+});
