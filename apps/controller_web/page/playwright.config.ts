@@ -1,4 +1,5 @@
 import { defineConfig } from '@playwright/test';
+import { args, executablePath } from './tests/chromium.mjs';
 
 export default defineConfig({
   testDir: 'tests/browser',
@@ -13,9 +14,6 @@ export default defineConfig({
     viewport: { width: 1280, height: 720 },
     locale: 'en-GB',
     timezoneId: 'UTC',
-    launchOptions: {
-      executablePath: process.env['CHROMIUM'] ?? '/usr/lib/chromium/chromium-headless-shell',
-      args: ['--no-sandbox', '--disable-quic', '--no-first-run', '--disable-background-networking', '--disable-dev-shm-usage', '--font-render-hinting=none'],
-    },
+    launchOptions: { executablePath, args },
   },
 });
