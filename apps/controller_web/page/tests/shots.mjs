@@ -16,6 +16,8 @@ async function openFiles(page) {
   await page.getByRole('tab', { name: 'Files' }).click();
 }
 
+for (let step = 0; step < 12; step++) await fetch(`${address}mock/step?value=1`);
+
 const views = {
   list: async (page) => page.getByRole('row').nth(12).locator('[data-select]').click(),
   job: async (page) => page.getByRole('row').filter({ hasText: 'Failed' }).first().click(),
@@ -35,16 +37,19 @@ const views = {
 };
 
 const browser = await chromium.launch({ executablePath, args });
-for (const colorScheme of ['light', 'dark']) {
-  for (const [name, show] of Object.entries(views)) {
-    const page = await browser.newPage({ viewport: { width: 1080, height: 600 }, colorScheme, locale: 'en-GB', timezoneId: 'UTC' });
-    await page.goto(address);
-    await page.getByRole('row').nth(1).waitFor();
-    await show(page);
-    await page.waitForLoadState('networkidle', { timeout: 1000 }).catch(() => undefined); // The event stream never ends.
-    await page.screenshot({ path: `${directory}/web-${name}-${colorScheme}.png`, animations: 'disabled' });
-    await page.close();
+try {
+  for (const colorScheme of ['light', 'dark']) {
+    for (const [name, show] of Object.entries(views)) {
+      const page = await browser.newPage({ viewport: { width: 1080, height: 600 }, colorScheme, locale: 'en-GB', timezoneId: 'UTC' });
+      await page.goto(address);
+      await page.getByRole('row').nth(1).waitFor();
+      await show(page);
+      await page.waitForLoadState('networkidle', { timeout: 1000 }).catch(() => undefined); // The event stream never ends.
+      await page.screenshot({ path: `${directory}/web-${name}-${colorScheme}.png`, animations: 'disabled' });
+      await page.close();
+    }
   }
+} finally {
+  await browser.close();
+  server.kill();
 }
-await browser.close();
-server.kill();

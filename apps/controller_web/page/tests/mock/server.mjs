@@ -2,7 +2,7 @@
  * Usage: node tests/mock/server.mjs [PORT [JOBS [CHANGES_A_SECOND]]] */
 import { createReadStream, existsSync, readFileSync } from 'node:fs';
 import { createServer } from 'node:http';
-import { extname, join, normalize } from 'node:path';
+import { extname, join, normalize, parse } from 'node:path';
 import { fileURLToPath } from 'node:url';
 import { MockQueue } from './queue.mjs';
 
@@ -16,11 +16,11 @@ const policy =
   "default-src 'none'; script-src 'self'; style-src 'self'; img-src 'self' blob:; connect-src 'self' blob:; worker-src 'self'; base-uri 'none'; " +
   "form-action 'none'; frame-ancestors 'none'; require-trusted-types-for 'script'; trusted-types default";
 
-const picture = `<svg xmlns="http://www.w3.org/2000/svg" viewBox="0 0 320 160"><script>alert(1)</script><path d="M20 130 90 40l70 60 60-80 80 110z" fill="#dbe6fa" stroke="#2257c5" stroke-width="3"/></svg>`;
+const picture = `<svg xmlns="http://www.w3.org/2000/svg" viewBox="0 0 320 160"><script>document.title = 1</script><path d="M20 130 90 40l70 60 60-80 80 110z" fill="#dbe6fa" stroke="#2257c5" stroke-width="3"/></svg>`;
 const files = {
   'bracket.stl': () => readFileSync(join(inputs, 'bracket.stl')),
   'views/front.svg': () => picture,
-  'report.json': () => '{\n  "triangles": 352,\n  "name": "<img src=x onerror=alert(1)>"\n}\n',
+  'report.json': () => '{\n  "triangles": 352,\n  "volume": 41322.7\n}\n',
 };
 
 function json(response, status, body) {
@@ -55,15 +55,16 @@ function listed(query) {
 
 function detailOf(job) {
   const isOver = job.endTime !== '';
-  const messages = job.status === 'Failed' ? ['<b>bracket.stl</b> is not an STL file: it looks like an OBJ file.'] : isOver ? ['bracket.stl: 352 triangles', 'Volume 41.3 cm³'] : [];
+  const messages = job.status === 'Failed' ? [`${parse(job.inputFiles[0]).base} is not an STL file: it looks like an OBJ file`] : isOver ? [`${parse(job.inputFiles[0]).base}: 352 triangles`, 'Volume 41.3 cm³'] : [];
   const hash = 'ab54a98ceb1f0ad2c0f2b1d7a1c9b5d3e4f60718293a4b5c6d7e8f9012345678';
   const provenance = { machine: 'cad-07', user: 'ann', controllerVersion: '1.4.0', scenario: [{ path: '/scenarios/mesh_report.rb', size: 4120, sha256: hash }], interpreter: { path: '/usr/bin/ruby', arguments: [] }, inputs: job.inputFiles.map((path) => ({ path, size: 17684, sha256: hash })), tools: [{ name: 'mesher', version: '2.1' }], toolVersions: {}, usedFiles: [], outputs: Object.keys(files).map((path) => ({ path, size: 100, sha256: hash })), startTime: job.startTime, endTime: job.endTime };
   return { ...job, messages, outputFiles: [], outputFolder: job.startTime && '/home/ann/reports/part', workFolder: `/home/ann/work/${job.id}`, progressReports: [], hasLog: true, ...(isOver ? { provenance } : {}) };
 }
 
-function sendLog(response) {
+function sendLog(response, job) {
+  const hostile = job.scenario.startsWith('<') ? ' <script>document.title = 1</script>' : '';
   response.writeHead(200, { 'Content-Type': 'text/plain; charset=utf-8' });
-  for (let line = 1; line <= 3000; line++) response.write(`${line % 50 === 0 ? '\u001b[33mwarning\u001b[0m: thin wall' : 'reading facets'} near z = ${(line * 0.25).toFixed(2)} mm <script>alert(${line})</script>\n`);
+  for (let line = 1; line <= 3000; line++) response.write(`${line % 50 === 0 ? '\u001b[33mwarning\u001b[0m: thin wall' : 'reading facets'} near z = ${(line * 0.25).toFixed(2)} mm${hostile}\n`);
   response.end();
 }
 
@@ -104,7 +105,7 @@ async function jobAnswer(request, response, [name, part, ...rest]) {
   const job = queue.find(decodeURIComponent(name ?? ''));
   if (!job) return json(response, 404, { error: { code: 'not_found', message: `There is no job ${name}.` } });
   if (!part) return json(response, 200, { job: detailOf(job) });
-  if (part === 'log') return sendLog(response);
+  if (part === 'log') return sendLog(response, job);
   if (part === 'files' && rest.length > 0) return sendFile(response, rest.map(decodeURIComponent).join('/'));
   return json(response, 200, { complete: true, files: job.startTime ? Object.entries(files).map(([path, content]) => ({ path, size: content().length, modified: job.endTime, type: 'text/plain' })) : [] });
 }
