@@ -1,5 +1,6 @@
 import { defineConfig } from 'vite';
 import { firstViewLimit } from './tools/first-view-limit.ts';
+import { licences } from './tools/licences.ts';
 
 const apiServer = process.env['CONTROLLER_WEB'] ?? 'http://127.0.0.1:8720';
 
@@ -14,6 +15,6 @@ export default defineConfig({
     reportCompressedSize: false,
     chunkSizeWarningLimit: 800, // three.js, which is loaded when a model is shown.
   },
-  plugins: [firstViewLimit(200_000)],
+  plugins: [firstViewLimit(200_000), licences()],
   server: { proxy: { '/api': apiServer } },
 });

@@ -30,7 +30,7 @@ function waitText(job: Job): string {
 export function Progress({ job }: { job: Job }) {
   const group = groupOf(job);
   if (group === 'queued') return <span class="quiet">{waitText(job)}</span>;
-  const hasBar = group === 'running' || (group !== 'succeeded' && job.progress > 0);
+  const hasBar = group === 'running'; // The list has 100 % for all that have ended, however far they came.
   return (
     <>
       {hasBar && <Bar progress={job.progress} kind={group} />}

@@ -251,6 +251,7 @@ export const de: Record<keyof typeof en, string> = {
   'menu.theme': 'Farben',
   'menu.language': 'Sprache',
   'menu.notify': 'Mitteilen, wenn Jobs enden',
+  'menu.licences': 'Lizenzen der Bibliotheken dieser Seite',
   'menu.shortcuts': 'Einzelne Tasten sind Kürzel',
   'theme.system': 'Wie das System',
   'theme.light': 'Hell',

@@ -249,6 +249,7 @@ export const en = {
   'menu.theme': 'Colours',
   'menu.language': 'Language',
   'menu.notify': 'Notify me when jobs end',
+  'menu.licences': 'Licences of the libraries in this page',
   'menu.shortcuts': 'Single keys are shortcuts',
   'theme.system': 'As the system',
   'theme.light': 'Light',

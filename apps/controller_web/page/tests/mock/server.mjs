@@ -11,7 +11,7 @@ const inputs = fileURLToPath(new URL('../../../../../examples/inputs', import.me
 const [port = '8720', count = '200', rate = '4'] = process.argv.slice(2);
 const queue = new MockQueue(Number(count));
 const streams = new Set();
-const types = { '.html': 'text/html; charset=utf-8', '.js': 'text/javascript', '.css': 'text/css', '.svg': 'image/svg+xml', '.stl': 'model/stl' };
+const types = { '.html': 'text/html; charset=utf-8', '.js': 'text/javascript', '.css': 'text/css', '.svg': 'image/svg+xml', '.stl': 'model/stl', '.txt': 'text/plain; charset=utf-8' };
 const policy =
   "default-src 'none'; script-src 'self'; style-src 'self'; img-src 'self' blob:; connect-src 'self' blob:; worker-src 'self'; base-uri 'none'; " +
   "form-action 'none'; frame-ancestors 'none'; require-trusted-types-for 'script'; trusted-types default";
