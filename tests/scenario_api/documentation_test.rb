@@ -64,8 +64,7 @@ class DocumentationTest < Minitest::Test
   # The commands of the trial, with directories of the test.
   def trial_commands
     commands = GUIDE[/^```sh\n(mkdir .*?)^```/m, 1]
-    commands.gsub("/tmp/try", File.join(@root, "try"))
-            .sub("/home/me/part.stl", File.join(INPUTS_FOLDER, "housing.stl"))
+    commands.gsub("$PWD/try", File.join(@root, "try")).gsub(" try/", " #{@root}/try/")
             .sub(/^ruby /, "#{ruby.join(' ')} ").sub(" python3 ", " #{PYTHON_PROGRAM} -B ")
   end
 
