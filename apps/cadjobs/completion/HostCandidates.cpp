@@ -49,6 +49,7 @@ std::vector<Candidate> JobCandidates(const Texts& texts, std::vector<ListedJob> 
 
 std::vector<Candidate> NamesOf(const std::vector<ScenarioInfo>& scenarios) {
     std::vector<Candidate> candidates;
+    candidates.reserve(scenarios.size());
     for (const ScenarioInfo& scenario : scenarios) {
         candidates.push_back({scenario.displayName, platform::ToNativeText(scenario.path)});
     }
@@ -57,6 +58,7 @@ std::vector<Candidate> NamesOf(const std::vector<ScenarioInfo>& scenarios) {
 
 std::vector<Candidate> IdsOf(const std::vector<ScenarioInfo>& scenarios) {
     std::vector<Candidate> candidates;
+    candidates.reserve(scenarios.size());
     for (const ScenarioInfo& scenario : scenarios) {
         candidates.push_back({scenario.id, scenario.displayName});
     }
@@ -107,7 +109,9 @@ void AddValues(const ScenarioParameterSetInfo& set, const std::wstring& before, 
             values.push_back(parameter.defaultValue);
         }
         for (const std::wstring& value : values) {
-            candidates.push_back({before + parameter.name + L"=" + value, set.displayName});
+            std::wstring text = before;
+            text.append(parameter.name).append(L"=").append(value);
+            candidates.push_back({text, set.displayName});
         }
     }
 }

@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <sstream>
 
+#include "CommonControllerLib/PathFuncs.h"
 #include "cadjobs/scenarios/DirectoryFiles.h"
 #include "cadjobs/scenarios/DryRun.h"
 #include "cadjobs/scenarios/PackageContent.h"
@@ -106,7 +107,7 @@ private:
         if (scenario_manifest::IsPackage(scenario) && platform::IsDirectory(tests)) {
             for (const std::wstring& file : FilesBelow(context, tests)) {
                 if (file.starts_with(L"input") && file.find(L'\\') == std::wstring::npos) {
-                    files.push_back(tests + L"\\" + file);
+                    files.push_back(PathFuncs::Join(tests, file));
                 }
             }
         }

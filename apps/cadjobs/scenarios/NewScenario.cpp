@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <cstddef>
 
+#include "CommonControllerLib/PathFuncs.h"
 #include "cadjobs/scenarios/DirectoryFiles.h"
 #include "front_end/commands/FileRoles.h"
 #include "front_end/output/StateJson.h"
@@ -62,7 +63,7 @@ void Fill(const CommandContext& context, const std::wstring& from, const std::ws
           const std::wstring& name) {
     for (const std::wstring& file : FilesBelow(context, from)) {
         if (const platform::Error error =
-                CopyNamed(from + L"\\" + file, directory + L"\\" + file, text::ToUtf8(name))) {
+                CopyNamed(PathFuncs::Join(from, file), PathFuncs::Join(directory, file), text::ToUtf8(name))) {
             (void)platform::RemoveTree(directory);
             Fail(context, file, error);
         }

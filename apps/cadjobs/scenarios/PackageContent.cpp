@@ -3,6 +3,7 @@
 #include <algorithm>
 #include <sstream>
 
+#include "CommonControllerLib/PathFuncs.h"
 #include "cadjobs/scenarios/DirectoryFiles.h"
 #include "cadjobs/scenarios/ScratchDirectory.h"
 #include "formats/ScenarioManifest.h"
@@ -54,7 +55,7 @@ std::vector<PackedFile> AllFiles(const CommandContext& context, const std::wstri
         if (!scenario_manifest::IsPackage(file)) {
             std::string name = text::ToUtf8(file);
             std::replace(name.begin(), name.end(), '\\', '/');
-            files.push_back({name, directory + L"\\" + file});
+            files.push_back({name, PathFuncs::Join(directory, file)});
         }
     }
     return files;
