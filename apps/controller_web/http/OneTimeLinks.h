@@ -17,8 +17,8 @@ class OneTimeLinks {
 public:
     static constexpr std::int64_t lifeSeconds = 600;
 
-    /// `directory` is library text; `now` returns the time in seconds since 1970.
-    OneTimeLinks(std::wstring directory, std::function<std::int64_t()> now);
+    /// `place` is a directory, library text; `now` returns the time in seconds since 1970.
+    OneTimeLinks(std::wstring place, std::function<std::int64_t()> now);
 
     /// Makes a link; `secret` is what the server expects. Removes expired links. The directory is created.
     [[nodiscard]] platform::Error Make(std::string& secret) const;

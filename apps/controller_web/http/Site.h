@@ -41,8 +41,8 @@ public:
     static constexpr std::uint64_t jsonLimit = std::uint64_t{16} << 20;
     static constexpr std::uint64_t uploadLimit = std::uint64_t{512} << 20;
 
-    /// `handler` must outlive this object.
-    Site(SiteOptions options, Assets assets, Handler& handler);
+    /// `requestHandler` must outlive this object.
+    Site(SiteOptions siteOptions, Assets files, Handler& requestHandler);
 
     /// Threads: one at a time.
     Admission Admit(const RequestHead& head);

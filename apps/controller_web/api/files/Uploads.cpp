@@ -77,7 +77,7 @@ std::wstring Uploads::Store(const std::string& name, const std::string& content)
     if (const platform::Error error = platform::EnsurePrivateDirectories(place)) {
         FailStoring(place, error);
     }
-    const std::wstring path = place + L"\\" + text::FromUtf8(name);
+    std::wstring path = place + L"\\" + text::FromUtf8(name);
     if (const platform::Error error = platform::ReplaceFile(path, content, platform::Durability::Unsynced)) {
         FailStoring(path, error);
     }

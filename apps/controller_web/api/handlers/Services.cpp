@@ -28,7 +28,7 @@ std::vector<ListedJob> Fetched(Services& services, const std::wstring& name) {
 
 Row RequireJob(Services& services, const std::string& name) {
     const std::wstring wanted = NameOf(name);
-    if (const Row row = services.tracker.Jobs().Find(wanted)) {
+    if (Row row = services.tracker.Jobs().Find(wanted)) {
         return row;
     }
     std::vector<ListedJob> jobs = Fetched(services, wanted);
@@ -48,7 +48,7 @@ ListedJob FetchJob(Services& services, const std::string& name) {
             return jobs.front();
         }
     } catch (const front_end::CommandFailure&) {
-        if (const Row row = services.tracker.Jobs().Find(wanted)) {
+        if (Row row = services.tracker.Jobs().Find(wanted)) {
             return row->job;
         }
         throw;

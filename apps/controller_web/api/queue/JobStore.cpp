@@ -88,7 +88,7 @@ Row JobStore::FindId(const std::wstring& id) const {
 }
 
 Row JobStore::Find(const std::wstring& name) const {
-    if (const Row row = FindId(name)) {
+    if (Row row = FindId(name)) {
         return row;
     }
     const std::int32_t number = numbers::ReadInteger(name);
