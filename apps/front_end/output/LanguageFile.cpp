@@ -45,7 +45,8 @@ TextsByKey Reference() {
     rapidjson::Document document;
     document.Parse(builtInStrings);
     TextsByKey texts;
-    (void)ReadSection(document[referenceCulture], texts); // a part of the program
+    const auto section = document.FindMember(referenceCulture);
+    (void)ReadSection(section->value, texts); // a part of the program
     return texts;
 }
 

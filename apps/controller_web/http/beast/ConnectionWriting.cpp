@@ -134,7 +134,7 @@ asio::awaitable<std::optional<std::size_t>> Connection::ReadContent(ContentReade
 
 asio::awaitable<bool> Connection::WriteFeed(EventFeed& feed, bool hasHeartbeat, Form form) {
     error_code error;
-    feed.OnNews([timer = news] { asio::post(timer->get_executor(), [timer] { timer->cancel(); }); });
+    feed.OnNews([&loop = context.loop, timer = news] { asio::post(loop, [timer] { timer->cancel(); }); });
     ++context.feeds;
     asio::co_spawn(
         context.loop, [self = shared_from_this()] { return self->WatchPeer(); }, asio::detached);
