@@ -65,39 +65,34 @@ void HostThread::Loop() {
             Disconnect();
         }
     }
-    FailAll(std::make_exception_ptr(front_end::CommandFailure{front_end::ExitCode::Interrupted, {}}));
+    FailAll(front_end::CommandFailure{front_end::ExitCode::Interrupted, {}});
     session.reset();
 }
 
 void HostThread::RunTasks() {
     while (const auto task = TakeTask()) {
-        RunTask(*task);
+        task->end(RunTask(*task));
     }
 }
 
-/// After an answer that did not come in time, further requests would wait as long: those that already wait fail, too. A
-/// late answer must not be taken for that of a later request, so the session ends.
-void HostThread::RunTask(const Task& task) {
+/// Returns what was thrown. After an answer that did not come in time, further requests would wait as long: those that
+/// already wait fail, too. A late answer must not be taken for that of a later request, so the session ends.
+std::exception_ptr HostThread::RunTask(const Task& task) {
     try {
         task.run(SessionFor(task.start));
-    } catch (const front_end::NoAnswerInTime&) {
-        task.fail(std::current_exception());
-        FailAll(std::current_exception());
+    } catch (const front_end::NoAnswerInTime& failure) {
+        FailAll(failure);
         Disconnect();
+        return std::current_exception();
     } catch (const front_end::CommandFailure& failure) {
-        task.fail(std::current_exception());
         if (IsHostGone(failure)) {
             Disconnect();
         }
+        return std::current_exception();
     } catch (...) {
-        task.fail(std::current_exception());
+        return std::current_exception();
     }
-}
-
-void HostThread::FailAll(const std::exception_ptr& failure) {
-    while (const auto task = TakeTask()) {
-        task->fail(failure);
-    }
+    return nullptr;
 }
 
 front_end::HostSession& HostThread::SessionFor(front_end::Start start) {

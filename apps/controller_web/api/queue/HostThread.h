@@ -42,23 +42,29 @@ public:
     template <typename Operation>
     auto Run(front_end::Start start, const Operation& operation) {
         using Result = std::invoke_result_t<Operation, front_end::CommandContext&, front_end::HostSession&>;
+        std::optional<Result> result;
+        std::exception_ptr failure;
         // Owned by the task, too: this thread may go on while the other one still leaves `set_value`.
-        const auto promise = std::make_shared<std::promise<Result>>();
-        std::future<Result> result = promise->get_future();
-        Add({start,
-             [this, promise, &operation](front_end::HostSession& connected) {
-                 promise->set_value(operation(context, connected));
-             },
-             [promise](const std::exception_ptr& failure) { promise->set_exception(failure); }});
-        return result.get();
+        const auto ended = std::make_shared<std::promise<void>>();
+        Add({start, [&](front_end::HostSession& connected) { result.emplace(operation(context, connected)); },
+             [&failure, ended](std::exception_ptr reason) {
+                 failure = std::move(reason);
+                 ended->set_value();
+             }});
+        ended->get_future().wait();
+        if (failure) {
+            std::rethrow_exception(std::move(failure));
+        }
+        return *std::move(result);
     }
 
 private:
-    /// A request of a handler. One of the functions is called.
+    /// A request of a handler. `end` is called once, after `run` if that is called, with what was thrown, if anything
+    /// was. The exception then belongs to the waiting thread alone.
     struct Task {
         front_end::Start start;
         std::function<void(front_end::HostSession&)> run;
-        std::function<void(const std::exception_ptr&)> fail;
+        std::function<void(std::exception_ptr)> end;
     };
 
     void Add(Task task);
@@ -66,8 +72,14 @@ private:
     std::optional<Task> TakeTask();
     void Loop();
     void RunTasks();
-    void RunTask(const Task& task);
-    void FailAll(const std::exception_ptr& failure);
+    std::exception_ptr RunTask(const Task& task);
+    /// Each task gets an exception of its own.
+    template <typename Failure>
+    void FailAll(const Failure& failure) {
+        while (const auto task = TakeTask()) {
+            task->end(std::make_exception_ptr(failure));
+        }
+    }
     front_end::HostSession& SessionFor(front_end::Start start);
     void Follow();
     void TryToConnect();
