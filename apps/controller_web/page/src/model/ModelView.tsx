@@ -3,6 +3,7 @@ import type { OutputFile } from '../api/types.ts';
 import { sizeText, visible } from '../text/display.ts';
 import { language, t } from '../text/text.ts';
 import { isDark } from '../ui/preferences.ts';
+import { ModelError } from './model-error.ts';
 import type { Axis, Viewer, ViewerColours } from './viewer.ts';
 
 const largeFile = 60_000_000;
@@ -12,7 +13,7 @@ const dark: ViewerColours = { background: '#10141a', edges: '#06080c', box: '#7f
 
 interface Loaded {
   viewer?: Viewer;
-  error?: string;
+  error?: Error;
 }
 
 async function open(canvas: HTMLCanvasElement, address: string, path: string, signal: AbortSignal): Promise<Viewer> {
@@ -31,7 +32,7 @@ function useViewer(canvas: { current: HTMLCanvasElement | null }, address: strin
     if (canvas.current) {
       open(canvas.current, address, path, aborted.signal).then(
         (ready) => setLoaded({ viewer: (viewer = ready) }),
-        (error: Error) => !aborted.signal.aborted && setLoaded({ error: error.message }),
+        (error: Error) => !aborted.signal.aborted && setLoaded({ error }),
       );
     }
     return () => (aborted.abort(), viewer?.dispose());
@@ -116,6 +117,8 @@ function onKey(event: KeyboardEvent, viewer: Viewer | undefined): void {
   viewer.turn(...turn);
 }
 
+const reasonOf = (error: Error): string => (error instanceof ModelError ? t(`reason.${error.reason}`, visible(error.detail)) : visible(error.message));
+
 function dimensions(viewer: Viewer): string {
   const text = (value: number): string => value.toLocaleString(language.value, { maximumSignificantDigits: 5 });
   return `${text(viewer.size.x)} × ${text(viewer.size.y)} × ${text(viewer.size.z)}`;
@@ -125,7 +128,7 @@ function Model({ address, file }: { address: string; file: OutputFile }) {
   const canvas = useRef<HTMLCanvasElement>(null);
   const { viewer, error } = useViewer(canvas, address, file.path);
   useSize(canvas, viewer);
-  if (error) return <p class="panel-note problem">{t('model.broken', visible(file.path), visible(error))}</p>;
+  if (error) return <p class="panel-note problem">{t('model.broken', visible(file.path), reasonOf(error))}</p>;
   return (
     <div class="model">
       {viewer && <Tools viewer={viewer} />}

@@ -1,5 +1,8 @@
-import { BufferAttribute, BufferGeometry, DoubleSide, Mesh, MeshStandardMaterial, type Object3D } from 'three';
+import { Box3, BufferAttribute, BufferGeometry, DoubleSide, Mesh, MeshStandardMaterial, type Object3D } from 'three';
 import { extensionOf } from '../job/file-kinds.ts';
+import { checkGltf } from './gltf.ts';
+import { ModelError } from './model-error.ts';
+import { OwnFiles } from './own-files.ts';
 import type { StlAnswer } from './stl-worker.ts';
 import type { Triangles } from './stl.ts';
 
@@ -23,29 +26,49 @@ function meshOf({ positions, normals }: Triangles): Mesh {
 
 async function loadStl(bytes: ArrayBuffer): Promise<Object3D> {
   const answer = await readInWorker(bytes);
-  if ('error' in answer) throw new Error(answer.error);
+  if ('reason' in answer) throw new ModelError(answer.reason);
   return meshOf(answer.triangles);
 }
 
 /** glTF has the y axis upwards, models of parts the z axis. */
 async function loadGltf(bytes: ArrayBuffer, address: string): Promise<Object3D> {
+  checkGltf(bytes);
   const { GLTFLoader } = await import('three/examples/jsm/loaders/GLTFLoader.js');
-  const { scene } = await new GLTFLoader().parseAsync(bytes, address.slice(0, address.lastIndexOf('/') + 1));
+  const folder = address.slice(0, address.lastIndexOf('/') + 1);
+  const files = new OwnFiles(folder);
+  const { scene } = await new GLTFLoader(files.manager).parseAsync(bytes, folder).finally(() => files.release());
   scene.rotation.x = Math.PI / 2;
   return scene;
 }
 
 async function load3mf(bytes: ArrayBuffer): Promise<Object3D> {
-  const { ThreeMFLoader } = await import('three/examples/jsm/loaders/3MFLoader.js');
+  const [{ checkThreeMf }, { ThreeMFLoader }] = await Promise.all([import('./three-mf.ts'), import('three/examples/jsm/loaders/3MFLoader.js')]);
+  checkThreeMf(bytes);
   return new ThreeMFLoader().parse(bytes);
 }
 
-/** Fetches and reads a model. Throws an `Error` that says why it cannot be shown. */
+function read(bytes: ArrayBuffer, address: string, path: string): Promise<Object3D> {
+  const extension = extensionOf(path);
+  if (extension === 'stl') return loadStl(bytes);
+  return extension === '3mf' ? load3mf(bytes) : loadGltf(bytes, address);
+}
+
+function checkShape(model: Object3D): void {
+  model.updateMatrixWorld(true);
+  const box = new Box3().setFromObject(model);
+  if (box.isEmpty()) throw new ModelError('noTriangles');
+  if (![...box.min, ...box.max].every(Number.isFinite)) throw new ModelError('notNumbers');
+}
+
+/** Fetches and reads a model. Throws a `ModelError`, or an `Error` that says why it cannot be fetched. */
 export async function loadModel(address: string, path: string, signal: AbortSignal): Promise<Object3D> {
   const response = await fetch(address, { signal });
   if (!response.ok) throw new Error(`${response.status} ${response.statusText}`);
   const bytes = await response.arrayBuffer();
-  const extension = extensionOf(path);
-  if (extension === 'stl') return loadStl(bytes);
-  return extension === '3mf' ? load3mf(bytes) : loadGltf(bytes, address);
+  const model = await read(bytes, address, path).catch((error: unknown) => {
+    // The libraries report damage in many ways.
+    throw error instanceof ModelError ? error : new ModelError('damaged');
+  });
+  checkShape(model);
+  return model;
 }

@@ -1,13 +1,14 @@
 /** Reads an STL file beside the page, which stays responsive meanwhile. */
+import { ModelError, type Reason } from './model-error.ts';
 import { readStl, type Triangles } from './stl.ts';
 
-export type StlAnswer = { triangles: Triangles } | { error: string };
+export type StlAnswer = { triangles: Triangles } | { reason: Reason };
 
 function answerTo(bytes: ArrayBuffer): StlAnswer {
   try {
     return { triangles: readStl(bytes) };
   } catch (error) {
-    return { error: (error as Error).message };
+    return { reason: error instanceof ModelError ? error.reason : 'damaged' };
   }
 }
 

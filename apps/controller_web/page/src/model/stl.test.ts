@@ -19,6 +19,11 @@ describe('readStl', () => {
     expect([...normals.slice(0, 3)]).toEqual([0, 0, 1]);
   });
 
+  it('reads binary files with something behind the triangles', () => {
+    const bytes = new Uint8Array([...new Uint8Array(binary(1, triangle)), 1, 2, 3]);
+    expect(readStl(bytes.buffer).positions).toHaveLength(9);
+  });
+
   it('reads text files', () => {
     const content = 'solid x\nfacet normal 0 0 0\nouter loop\nvertex 0 0 0\n vertex 1e0 0 0\nvertex 0 1 0\nendloop\nendfacet\n';
     expect([...readStl(text(content)).positions]).toEqual([0, 0, 0, 1, 0, 0, 0, 1, 0]);
@@ -28,6 +33,7 @@ describe('readStl', () => {
     ['nothing', new ArrayBuffer(0)],
     ['another format', text('# an OBJ file\nv 0 0 0\n')],
     ['a count that the file does not have', binary(1, triangle, 4_000_000_000)],
+    ['a binary file whose end is missing', binary(3, triangle).slice(0, -10)],
     ['a corner that is missing', text('vertex 0 0 0\nvertex 1 1 1\n')],
     ['coordinates that are no numbers', binary(1, [Number.NaN, ...triangle.slice(1)])],
   ])('refuses %s', (_what, bytes) => {

@@ -1,3 +1,5 @@
+import { limits, ModelError } from './model-error.ts';
+
 /** Three corners of three coordinates for each triangle. */
 export interface Triangles {
   positions: Float32Array;
@@ -6,14 +8,17 @@ export interface Triangles {
 
 const headerSize = 84;
 const triangleSize = 50;
-const mostTriangles = 20_000_000;
 
-/** The length decides, because binary files may begin with "solid" too. */
+const sizeFor = (data: DataView): number => headerSize + data.getUint32(80, true) * triangleSize;
+
+/** Binary files may begin with "solid" too; but texts have no zero bytes. */
 function isBinary(data: DataView): boolean {
-  return data.byteLength >= headerSize && data.byteLength === headerSize + data.getUint32(80, true) * triangleSize;
+  const beginning = new Uint8Array(data.buffer, 0, Math.min(data.byteLength, 512));
+  return data.byteLength >= headerSize && (data.byteLength === sizeFor(data) || beginning.includes(0));
 }
 
 function readBinary(data: DataView): Float32Array {
+  if (data.byteLength < sizeFor(data)) throw new ModelError('cutOff');
   const count = data.getUint32(80, true);
   const positions = new Float32Array(count * 9);
   for (let triangle = 0, at = 0; triangle < count; triangle++) {
@@ -30,10 +35,10 @@ function readText(text: string): Float32Array {
 }
 
 function check(positions: Float32Array): void {
-  if (positions.length === 0) throw new Error('no triangles');
-  if (positions.length % 9 !== 0) throw new Error('a triangle without three corners');
-  if (positions.length / 9 > mostTriangles) throw new Error('too many triangles');
-  if (!positions.every(Number.isFinite)) throw new Error('a coordinate is not a number');
+  if (positions.length === 0) throw new ModelError('noTriangles');
+  if (positions.length % 9 !== 0) throw new ModelError('cutOff');
+  if (positions.length / 9 > limits.triangles) throw new ModelError('tooLarge');
+  if (!positions.every(Number.isFinite)) throw new ModelError('notNumbers');
 }
 
 type Vector = [number, number, number];
@@ -57,7 +62,7 @@ function normalsOf(positions: Float32Array): Float32Array {
   return normals;
 }
 
-/** Reads an STL file of either form. Throws an `Error` that says what is wrong with it. */
+/** Reads an STL file of either form. Throws a `ModelError` that says what is wrong with it. */
 export function readStl(bytes: ArrayBuffer): Triangles {
   const data = new DataView(bytes);
   const positions = isBinary(data) ? readBinary(data) : readText(new TextDecoder().decode(bytes));

@@ -3,17 +3,8 @@ import type { AddressInfo } from 'node:net';
 import { once } from 'node:events';
 import type { Page } from '@playwright/test';
 import { rowOf } from './kit/mock.ts';
-import { expect, markup, test, type Installation } from './kit/real.ts';
-
-/** Fills the form as a user would, and starts the job. */
-async function start(page: Page, installation: Installation, scenario: string): Promise<void> {
-  await page.getByRole('link', { name: 'New job' }).first().click();
-  await page.getByLabel('Scenario').selectOption({ label: scenario });
-  await page.getByRole('button', { name: /inputs/ }).click();
-  await page.getByRole('button', { name: /^part\.stl/ }).click();
-  await page.getByLabel('Output folder').fill(`${installation.directory}/output`);
-  await page.getByRole('button', { name: 'Start 1 job' }).click();
-}
+import { expect, start, test } from './kit/real.ts';
+import { markup } from './kit/scenarios.ts';
 
 test('a job from the form runs, and its markup stays text in list, messages, log and files', async ({ page, installation }) => {
   await expect(page.getByRole('heading', { name: 'No jobs yet' })).toBeVisible();
@@ -141,7 +132,7 @@ for (const host of ['127.0.0.1', 'localhost'])
 test('a read-only server shows the queue and offers no changes', async ({ page, installation }) => {
   installation.run('prints_markup.rb');
   await expect(rowOf(page, 1)).toContainText('Succeeded');
-  installation.command('controller_web', '--stop');
+  await installation.stopWeb();
   await installation.startWeb('--read-only');
   await page.goto(installation.link);
   await rowOf(page, 1).click();
