@@ -8,6 +8,9 @@ export default defineConfig({
   expect: { timeout: 10_000 },
   workers: 2,
   fullyParallel: true,
+  // The programs of the Windows build are tested alone: ./run test web windows.
+  testMatch: process.env['CONTROLLER_WINDOWS_PROGRAMS'] ? '**/windows.spec.ts' : '**/*.spec.ts',
+  testIgnore: process.env['CONTROLLER_WINDOWS_PROGRAMS'] ? [] : '**/windows.spec.ts',
   forbidOnly: true,
   reporter: 'line',
   use: {

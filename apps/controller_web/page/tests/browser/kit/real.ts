@@ -12,20 +12,22 @@ interface Fixtures {
   installation: Installation;
 }
 
+/** Starts host and server, signs the page in, and ends them after `use`. */
+export async function serve(page: Page, installation: Installation, use: (installation: Installation) => Promise<void>): Promise<void> {
+  try {
+    installation.startHost();
+    await installation.startWeb();
+    await page.goto(installation.link);
+    await use(installation);
+  } finally {
+    await installation.stop();
+  }
+}
+
 /** A test with a host, a server, and a page that is signed in. */
 export const test = base.extend<Fixtures>({
   contents: [usualContents, { option: true }],
-  installation: async ({ page, contents }, use) => {
-    const installation = new Installation(contents);
-    try {
-      installation.startHost();
-      await installation.startWeb();
-      await page.goto(installation.link);
-      await use(installation);
-    } finally {
-      await installation.stop();
-    }
-  },
+  installation: ({ page, contents }, use) => serve(page, new Installation(contents), use),
 });
 
 /** Fills the form as a user would, and starts the job. */
