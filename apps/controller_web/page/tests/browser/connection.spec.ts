@@ -11,9 +11,9 @@ test('a broken connection comes back with what has happened meanwhile', async ({
 test('says that no host runs, until one does', async ({ page, mock }) => {
   await open(page, mock);
   await mock.make('host', 'no');
-  await expect(page.getByText('No host is running')).toBeVisible();
+  await expect(page.getByText('No host is running, so no job starts')).toBeVisible();
   await mock.make('host', 'yes');
-  await expect(page.getByText('No host is running')).toHaveCount(0);
+  await expect(page.getByText('No host is running, so no job starts')).toHaveCount(0);
 });
 
 test('says what to do when the session has ended', async ({ page, mock }) => {

@@ -75,12 +75,12 @@ test('the page outlives its host', async ({ page, installation }) => {
   installation.run('prints_markup.rb');
   await expect(rowOf(page, 1)).toContainText('Succeeded');
   await installation.stopHost();
-  await expect(page.getByText('No host is running')).toBeVisible();
+  await expect(page.getByText('No host is running, so no job starts')).toBeVisible();
   await expect(rowOf(page, 1)).toContainText('Succeeded');
   installation.startHost();
   installation.run('prints_markup.rb');
   await expect(rowOf(page, 2)).toContainText('Succeeded');
-  await expect(page.getByText('No host is running')).toHaveCount(0);
+  await expect(page.getByText('No host is running, so no job starts')).toHaveCount(0);
 });
 
 test('without the link there is nothing to see', async ({ browser, installation }) => {

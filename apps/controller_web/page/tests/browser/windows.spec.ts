@@ -53,8 +53,8 @@ test('the Windows programs: a job from the form runs, one is cancelled, deleted,
   await expect(rowOf(page, 2)).toHaveCount(0);
 
   await installation.stopHost();
-  await expect(page.getByText('No host is running')).toBeVisible();
+  await expect(page.getByText('No host is running, so no job starts')).toBeVisible();
   installation.startHost();
-  await expect(page.getByText('No host is running')).toHaveCount(0, { timeout: 30_000 });
+  await expect(page.getByText('No host is running, so no job starts')).toHaveCount(0, { timeout: 30_000 });
   await expect(rowOf(page, 1)).toContainText('Succeeded');
 });
