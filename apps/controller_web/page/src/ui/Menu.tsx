@@ -39,12 +39,13 @@ function LanguageField() {
 
 function NotificationField() {
   const { notices } = useApp();
-  const onChange = async (wanted: boolean): Promise<void> => {
-    if (!(await setNotifying(wanted))) notices.error(t('error.notifications'));
+  const onChange = async (box: HTMLInputElement): Promise<void> => {
+    if (!(await setNotifying(box.checked))) notices.error(t('error.notifications'));
+    box.checked = isNotifying.value; // The browser has changed the box before the user could be asked.
   };
   return (
     <label class="check-field">
-      <input type="checkbox" checked={isNotifying.value} onChange={(event) => void onChange(event.currentTarget.checked)} />
+      <input type="checkbox" checked={isNotifying.value} onChange={(event) => void onChange(event.currentTarget)} />
       <span>{t('menu.notify')}</span>
     </label>
   );

@@ -1,4 +1,4 @@
-import { useEffect } from 'preact/hooks';
+import { useEffect, useRef } from 'preact/hooks';
 import { useApp } from '../app.ts';
 import { JobPanel } from '../job/JobPanel.tsx';
 import { StartView } from '../start/StartView.tsx';
@@ -11,8 +11,19 @@ import { NoticeList } from './NoticeList.tsx';
 import { Questions } from './Questions.tsx';
 import { useShortcuts } from './shortcuts.ts';
 
+/** The focus must not be lost with the view in which it was. */
+function useFocusInList(view: string): void {
+  const last = useRef(view);
+  useEffect(() => {
+    const isBack = view === 'queue' && last.current !== 'queue';
+    last.current = view;
+    if (isBack && document.activeElement === document.body) document.querySelector<HTMLElement>('[role="grid"]')?.focus({ preventScroll: true });
+  }, [view]);
+}
+
 function Content() {
   const route = useApp().route.value;
+  useFocusInList(route.view);
   if (route.view === 'start') return <StartView />;
   if (route.view === 'statistics') return <StatisticsView />;
   return (

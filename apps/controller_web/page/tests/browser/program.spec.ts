@@ -133,7 +133,7 @@ test('a read-only server shows the queue and offers no changes', async ({ page, 
   installation.run('prints_markup.rb');
   await expect(rowOf(page, 1)).toContainText('Succeeded');
   await installation.stopWeb();
-  await installation.startWeb('--read-only');
+  await installation.startWeb(['--read-only']);
   await page.goto(installation.link);
   await rowOf(page, 1).click();
   await expect(page.getByText('Read-only')).toBeVisible();

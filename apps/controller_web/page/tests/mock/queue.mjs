@@ -72,6 +72,10 @@ export class MockQueue {
     this.put({ ...job, progress, message: `Layer ${progress} of 100`, ...ending });
   }
 
+  end(number) {
+    this.put({ ...this.find(String(number)), status: 'Success', progress: 100, endTime: timeText(Date.now()) });
+  }
+
   startWaiting(most) {
     let running = [...this.jobs.values()].filter((job) => job.status === 'Running').length;
     for (const job of this.jobs.values()) {

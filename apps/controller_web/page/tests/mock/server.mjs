@@ -133,6 +133,8 @@ function asset(response, path) {
 /** What tests make happen; not part of the interface. */
 const controls = {
   step: (value) => queue.step(Number(value)),
+  end: (value) => [JSON.parse(value)].flat().forEach((number) => queue.end(number)),
+  cancel: (value) => queue.act('cancel', JSON.parse(value).map(String)),
   host: (value) => {
     queue.isRunning = value === 'yes';
     for (const stream of streams) stream.write(`event: host\ndata: {"running":${queue.isRunning}}\n\n`);

@@ -64,8 +64,9 @@ export class Installation {
     this.host = await this.stopped(this.host, 'controller_cli', '-f', '--stop-host');
   }
 
-  async startWeb(...options: string[]): Promise<void> {
-    this.web = this.start('controller_web', ['--no-browser', '--port', '0', ...options], 'pipe');
+  /** At any free port unless one is named. */
+  async startWeb(options: readonly string[] = [], port = '0'): Promise<void> {
+    this.web = this.start('controller_web', ['--no-browser', '--port', port, ...options], 'pipe');
     for await (const line of createInterface({ input: this.web.stdout! })) {
       this.link = /http:\S+/.exec(line)?.[0] ?? '';
       if (this.link) return;
@@ -109,7 +110,7 @@ export class Installation {
     rmSync(this.directory, { recursive: true, force: true });
   }
 
-  private start(name: string, parameters: string[], output: 'ignore' | 'pipe'): ChildProcess {
+  private start(name: string, parameters: readonly string[], output: 'ignore' | 'pipe'): ChildProcess {
     const [program, ...first] = this.system.command(name);
     return spawn(program, [...first, ...parameters], { env: this.environment, stdio: ['ignore', output, 'inherit'] });
   }

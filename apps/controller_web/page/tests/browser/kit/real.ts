@@ -12,11 +12,11 @@ interface Fixtures {
   installation: Installation;
 }
 
-/** Starts host and server, signs the page in, and ends them after `use`. */
-export async function serve(page: Page, installation: Installation, use: (installation: Installation) => Promise<void>): Promise<void> {
+/** Starts host and server, signs the page in, and ends them after `use`. The server listens at `port`, or at any. */
+export async function serve(page: Page, installation: Installation, use: (installation: Installation) => Promise<void>, port = '0'): Promise<void> {
   try {
     installation.startHost();
-    await installation.startWeb();
+    await installation.startWeb([], port);
     await page.goto(installation.link);
     await use(installation);
   } finally {
