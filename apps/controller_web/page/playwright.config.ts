@@ -4,8 +4,8 @@ import { args, executablePath } from './tests/chromium.mjs';
 export default defineConfig({
   testDir: 'tests/browser',
   outputDir: 'test-results',
-  timeout: 30_000,
-  expect: { timeout: 10_000 },
+  timeout: 60_000,
+  expect: { timeout: 20_000 },
   workers: 2,
   fullyParallel: true,
   // The programs of the Windows build are tested alone: ./run test web windows.

@@ -34,6 +34,45 @@ for (const colorScheme of ['light', 'dark'] as const) {
       await expectAccessible(page);
     });
 
+    test('in a model with its tools', async ({ page, mock }) => {
+      await open(page, mock, '?status=succeeded');
+      await page.getByRole('row').nth(1).click();
+      await page.getByRole('tab', { name: 'Files' }).click();
+      await page.getByRole('button', { name: /^bracket\.stl/ }).click();
+      await page.getByLabel('Section', { exact: true }).selectOption('z');
+      await expectAccessible(page);
+    });
+
+    test('in the form with what is wrong, a question and messages', async ({ page, mock }) => {
+      await open(page, mock);
+      await rowOf(page, 60).click();
+      await page.getByRole('button', { name: 'Hold', exact: true }).click();
+      await page.getByRole('button', { name: 'Priority…' }).click();
+      await expectAccessible(page);
+      await page.keyboard.press('Escape');
+      await page.getByRole('link', { name: 'New job' }).click();
+      await page.getByLabel('size').fill('large');
+      await expectAccessible(page);
+    });
+
+    test('on a telephone, in German', async ({ page, mock }) => {
+      await page.addInitScript(() => localStorage.setItem('language', 'de'));
+      await page.setViewportSize({ width: 360, height: 720 });
+      await page.goto(mock.address);
+      await expect(page.getByRole('row').nth(1)).toBeVisible();
+      await expectAccessible(page);
+      await page.getByRole('row').nth(9).click();
+      await expect(page.getByRole('tab', { name: 'Überblick' })).toBeVisible();
+      await expectAccessible(page);
+    });
+
+    test('without jobs', async ({ page, mock }) => {
+      await open(page, mock);
+      await page.getByRole('searchbox').fill('no such job');
+      await expect(page.getByRole('heading', { name: 'No job matches' })).toBeVisible();
+      await expectAccessible(page);
+    });
+
     test('in the charts', async ({ page, mock }) => {
       await open(page, mock);
       await page.getByRole('link', { name: 'Statistics' }).click();

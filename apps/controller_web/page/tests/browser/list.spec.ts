@@ -51,6 +51,55 @@ test('Shift with a click selects a range', async ({ page, mock }) => {
   await expect(page.getByText('9 selected')).toBeVisible();
 });
 
+test('Ctrl with a click adds and removes, and the head selects all or none', async ({ page, mock }) => {
+  await open(page, mock);
+  await rowOf(page, 58).click({ modifiers: ['Control'] });
+  await rowOf(page, 55).click({ modifiers: ['Control'] });
+  await expect(page.getByText('2 selected')).toBeVisible();
+  await rowOf(page, 58).click({ modifiers: ['Control'] });
+  await expect(page.getByText('1 selected')).toBeVisible();
+  await page.getByRole('toolbar').getByRole('button', { name: 'Select none' }).click();
+  await page.getByRole('button', { name: 'Select all' }).click();
+  await expect(page.getByText('60 selected')).toBeVisible();
+  await page.getByRole('columnheader').getByRole('button', { name: 'Select none' }).click();
+  await expect(page.getByText(/selected/)).toHaveCount(0);
+});
+
+test('the reason of a failure stands in the row, and is searched', async ({ page, mock }) => {
+  await mock.make('add', { status: 'Failed', message: 'the part is not closed', startTime: '2026-03-05T07:00:00Z', endTime: '2026-03-05T07:00:09Z' });
+  await open(page, mock);
+  await expect(rowOf(page, 61)).toContainText('the part is not closed');
+  await page.getByRole('searchbox').fill('not closed');
+  await expect(page.getByText('1 of 61 jobs')).toBeVisible();
+});
+
+test('back and forward lead through the views', async ({ page, mock }) => {
+  await open(page, mock);
+  await rowOf(page, 50).click();
+  await page.getByRole('tab', { name: 'Files' }).click();
+  await page.getByRole('link', { name: 'Statistics' }).click();
+  await page.goBack();
+  await expect(page.getByRole('tab', { name: 'Files' })).toHaveAttribute('aria-selected', 'true');
+  await page.goBack();
+  await expect(page.getByRole('tab', { name: 'Overview' })).toHaveAttribute('aria-selected', 'true');
+  await page.goBack();
+  await expect(page.getByRole('tab')).toHaveCount(0);
+  await page.goForward();
+  await expect(page.getByRole('heading', { name: /^50 · / })).toBeVisible();
+});
+
+test('colours are as the system has them, until the user chooses, and then remembered', async ({ page, mock }) => {
+  await page.emulateMedia({ colorScheme: 'dark' });
+  await open(page, mock);
+  const html = page.locator('html');
+  await expect(html).toHaveAttribute('data-theme', 'dark');
+  await page.locator('summary').click();
+  await page.getByLabel('Colours').selectOption('light');
+  await expect(html).toHaveAttribute('data-theme', 'light');
+  await page.reload();
+  await expect(html).toHaveAttribute('data-theme', 'light');
+});
+
 test('single keys are shortcuts until they are switched off', async ({ page, mock }) => {
   await open(page, mock);
   await page.keyboard.press('?');
@@ -69,6 +118,25 @@ test('speaks German', async ({ page, mock }) => {
   await page.getByLabel('Language').selectOption('de');
   await expect(page.getByRole('link', { name: 'Warteschlange' })).toBeVisible();
   await expect(page.locator('html')).toHaveAttribute('lang', 'de');
+  await page.reload();
+  await expect(page.getByRole('link', { name: 'Warteschlange' })).toBeVisible();
+});
+
+test.describe('in a German browser', () => {
+  test.use({ locale: 'de-AT' });
+  test('speaks German without being asked', async ({ page, mock }) => {
+    await open(page, mock);
+    await expect(page.getByRole('link', { name: 'Warteschlange' })).toBeVisible();
+    await expect(page.locator('html')).toHaveAttribute('lang', 'de');
+  });
+});
+
+test('is sorted on a telephone, where there are no heads of columns', async ({ page, mock }) => {
+  await page.setViewportSize({ width: 360, height: 720 });
+  await open(page, mock);
+  await page.getByLabel('Sort by').selectOption('scenario');
+  await expect(page).toHaveURL(/sort=scenario/);
+  await expect(page.getByRole('row').nth(1)).toContainText('part_report');
 });
 
 test('is usable on a telephone', async ({ page, mock }) => {
