@@ -1,9 +1,9 @@
 import { readFileSync, writeFileSync } from 'node:fs';
 import type { Download, Page } from '@playwright/test';
-import { cubeStl } from '../models.ts';
-import { grid, rowOf } from './kit/mock.ts';
-import { expect, start, test } from './kit/real.ts';
-import { markup, scenarios } from './kit/scenarios.ts';
+import { cubeStl } from '../../models.ts';
+import { grid, rowOf } from '../kit/mock.ts';
+import { expect, start, test } from '../kit/real.ts';
+import { markup, scenarios } from '../kit/scenarios.ts';
 
 const downloaded = async (page: Page, click: () => Promise<void>): Promise<Download> => {
   const [download] = await Promise.all([page.waitForEvent('download'), click()]);

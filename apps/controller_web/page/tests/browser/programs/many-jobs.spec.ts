@@ -1,6 +1,6 @@
-import { jobListOf } from './kit/job-list.ts';
-import { grid, rowOf } from './kit/mock.ts';
-import { expect, test, usualContents } from './kit/real.ts';
+import { jobListOf } from '../kit/job-list.ts';
+import { grid, rowOf } from '../kit/mock.ts';
+import { expect, test, usualContents } from '../kit/real.ts';
 
 test.use({ contents: { ...usualContents, jobList: jobListOf(100_000) } });
 test.slow();

@@ -1,8 +1,8 @@
 import { chromium, type Page } from '@playwright/test';
-import { args, executablePath } from '../chromium.mjs';
-import { rowOf } from './kit/mock.ts';
-import { Notifications } from './kit/notifications.ts';
-import { expect, test } from './kit/real.ts';
+import { args, executablePath } from '../../chromium.mjs';
+import { rowOf } from '../kit/mock.ts';
+import { Notifications } from '../kit/notifications.ts';
+import { expect, test } from '../kit/real.ts';
 
 const live = (page: Page) => page.getByText('Live', { exact: true });
 

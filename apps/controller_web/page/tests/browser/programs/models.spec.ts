@@ -3,10 +3,10 @@ import { createServer } from 'node:http';
 import type { AddressInfo } from 'node:net';
 import { once } from 'node:events';
 import type { Page } from '@playwright/test';
-import { archiveBomb, cube3mf, cubeGlb, cubeGltf, cubeObject, cubeStl, gltf, manyCubes, threeMf } from '../models.ts';
-import { rowOf } from './kit/mock.ts';
-import { expect, test, type Installation } from './kit/real.ts';
-import { scenarios } from './kit/scenarios.ts';
+import { archiveBomb, cube3mf, cubeGlb, cubeGltf, cubeObject, cubeStl, gltf, manyCubes, threeMf } from '../../models.ts';
+import { rowOf } from '../kit/mock.ts';
+import { expect, test, type Installation } from '../kit/real.ts';
+import { scenarios } from '../kit/scenarios.ts';
 
 /** Runs a job whose results are its inputs, and shows them. */
 async function showResults(page: Page, installation: Installation): Promise<void> {

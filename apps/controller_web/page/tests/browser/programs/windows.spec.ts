@@ -1,11 +1,11 @@
 import { copyFileSync } from 'node:fs';
 import { join } from 'node:path';
 import type { Page } from '@playwright/test';
-import { cubeStl } from '../models.ts';
-import { Installation } from './kit/installation.ts';
-import { rowOf } from './kit/mock.ts';
-import { expect, serve, start, test as base } from './kit/real.ts';
-import { windows, windowsPrograms } from './kit/systems.ts';
+import { cubeStl } from '../../models.ts';
+import { Installation } from '../kit/installation.ts';
+import { rowOf } from '../kit/mock.ts';
+import { expect, serve, start, test as base } from '../kit/real.ts';
+import { windows, windowsPrograms } from '../kit/systems.ts';
 
 /** The programs of the Windows build under Wine. Ruby cannot serve a host there, so the scenarios are programs. */
 const test = base.extend<{ installation: Installation }>({

@@ -1,9 +1,9 @@
 import { appendFileSync } from 'node:fs';
 import { test as base } from '@playwright/test';
-import { Forwarder } from './kit/forwarder.ts';
-import { Installation } from './kit/installation.ts';
-import { rowOf } from './kit/mock.ts';
-import { expect, serve, usualContents } from './kit/real.ts';
+import { Forwarder } from '../kit/forwarder.ts';
+import { Installation } from '../kit/installation.ts';
+import { rowOf } from '../kit/mock.ts';
+import { expect, serve, usualContents } from '../kit/real.ts';
 
 interface Fixtures {
   network: Forwarder;

@@ -2,9 +2,9 @@ import { createServer } from 'node:http';
 import type { AddressInfo } from 'node:net';
 import { once } from 'node:events';
 import type { Page } from '@playwright/test';
-import { rowOf } from './kit/mock.ts';
-import { expect, start, test } from './kit/real.ts';
-import { markup } from './kit/scenarios.ts';
+import { rowOf } from '../kit/mock.ts';
+import { expect, start, test } from '../kit/real.ts';
+import { markup } from '../kit/scenarios.ts';
 
 test('a job from the form runs, and its markup stays text in list, messages, log and files', async ({ page, installation }) => {
   await expect(page.getByRole('heading', { name: 'No jobs yet' })).toBeVisible();
