@@ -33,6 +33,30 @@ test('pictures are shown, models turn, texts are read', async ({ page, mock }) =
   await expect(page.locator('pre')).toContainText('"triangles": 352');
 });
 
+test('edges, the measured box, each view and a movement of the mouse change the picture of a model', async ({ page, mock }) => {
+  await open(page, mock);
+  await rowOf(page, 50).click();
+  await page.getByRole('tab', { name: 'Files' }).click();
+  await page.getByRole('button', { name: /^bracket\.stl/ }).click();
+  await expect(page.getByText(/^Size \d/)).toBeVisible();
+  const canvas = page.locator('canvas');
+  const picture = () => canvas.evaluate((element: HTMLCanvasElement) => element.toDataURL());
+  const changes = async (act: () => Promise<unknown>): Promise<void> => {
+    const before = await picture();
+    await act();
+    await expect.poll(picture).not.toBe(before);
+  };
+  for (const tool of ['Edges', 'Measure', 'Top', 'Front', 'Right', '3D']) await changes(() => page.getByRole('button', { name: tool, exact: true }).click());
+  const { x, y, width, height } = (await canvas.boundingBox())!;
+  await changes(async () => {
+    await page.mouse.move(x + width / 2, y + height / 2);
+    await page.mouse.down();
+    await page.mouse.move(x + width / 4, y + height / 2);
+    await page.mouse.up();
+  });
+  await changes(() => page.mouse.wheel(0, 300));
+});
+
 test('a section and a turn change the picture of a model', async ({ page, mock }) => {
   await open(page, mock);
   await rowOf(page, 50).click();
@@ -53,6 +77,18 @@ test('says from what the results were made', async ({ page, mock }) => {
   await rowOf(page, 50).click();
   await page.getByRole('tab', { name: 'Origin' }).click();
   await expect(page.getByRole('table', { name: 'Input files' })).toContainText('ab54a98ceb1f');
+});
+
+test('the progress of a running job is drawn over time', async ({ page, mock }) => {
+  await open(page, mock, '?status=running');
+  await page.getByRole('row').nth(1).click();
+  const chart = page.getByRole('img', { name: /^Progress over time: \d+ % after/ });
+  await expect
+    .poll(async () => {
+      await mock.make('step', 30);
+      return chart.count();
+    })
+    .toBe(1);
 });
 
 test('says that a job is gone', async ({ page, mock }) => {

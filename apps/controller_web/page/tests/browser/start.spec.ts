@@ -46,3 +46,24 @@ test('gives each job as many files as the scenario takes', async ({ page, mock }
   await expect(page.getByText('The job is queued.')).toBeVisible();
   expect(await mock.make('lastCreated')).toMatchObject([{ inputFileSets: [['/uploads/a.stl', '/uploads/b.stl']] }]);
 });
+
+test('files that are dropped on the form are taken, and directories are left again', async ({ page, mock }) => {
+  await open(page, mock);
+  await page.getByRole('link', { name: 'New job' }).click();
+  const files = await page.evaluateHandle(() => {
+    const transfer = new DataTransfer();
+    transfer.items.add(new File(['solid'], 'dropped.stl'));
+    return transfer;
+  });
+  const area = page.getByText('Drop files here, or');
+  await area.dispatchEvent('dragover', { dataTransfer: files });
+  await area.dispatchEvent('drop', { dataTransfer: files });
+  const chosen = page.getByRole('list', { name: 'Chosen files' });
+  await expect(chosen).toContainText('dropped.stl');
+  await page.getByRole('button', { name: /^parts/ }).click();
+  await expect(page.getByRole('button', { name: /^flange\.step/ })).toBeDisabled();
+  await page.getByRole('button', { name: 'Directory above' }).click();
+  await expect(page.getByRole('button', { name: /^parts/ })).toBeVisible();
+  await page.getByRole('button', { name: 'Remove dropped.stl' }).click();
+  await expect(chosen).toHaveCount(0);
+});

@@ -23,13 +23,16 @@ test('a job from the form runs, and its markup stays text in list, messages, log
   expect(await page.title()).not.toBe('1');
 });
 
-test('a dropped file becomes the input of a job', async ({ page, installation }) => {
+test('a dropped file becomes the input of a job, and one with a name that is markup is refused', async ({ page, installation }) => {
+  const drop = (name: string) => page.locator('input[type=file]').setInputFiles({ name, mimeType: 'model/stl', buffer: Buffer.from('solid') });
   await page.getByRole('link', { name: 'New job' }).first().click();
   await page.getByLabel('Scenario').selectOption({ label: 'prints_markup' });
-  await page.locator('input[type=file]').setInputFiles({ name: 'own part.stl', mimeType: 'model/stl', buffer: Buffer.from('solid') });
+  await drop(`${markup}.stl`);
+  await expect(page.getByText(`${markup}.stl was not stored`)).toBeVisible();
+  await drop("own & part's \u202elts.exe");
   await page.getByLabel('Output folder').fill(`${installation.directory}/output`);
   await page.getByRole('button', { name: 'Start 1 job' }).click();
-  await expect(rowOf(page, 1)).toContainText('own part.stl');
+  await expect(rowOf(page, 1)).toContainText("own & part's \\u202elts.exe");
   await expect(rowOf(page, 1)).toContainText('Succeeded');
 });
 
@@ -128,6 +131,22 @@ for (const host of ['127.0.0.1', 'localhost'])
     await expect(rowOf(page, 1)).toContainText('Succeeded');
     await expect(page.getByRole('button', { name: 'Pause queue' })).toBeVisible();
   });
+
+test('a page of another origin can neither show the page in a frame nor send it forms', async ({ page, context, installation }) => {
+  const content = `<iframe src="${installation.origin}/"></iframe>
+    <form method="post" enctype="text/plain" action="${installation.origin}/api/v1/queue"><input name='{"paused":true,"x":"' value='"}'><button>send</button></form>`;
+  const foreign = createServer((_request, response) => response.writeHead(200, { 'Content-Type': 'text/html' }).end(content));
+  foreign.listen(0, '127.0.0.1');
+  await once(foreign, 'listening');
+  const attacker = await context.newPage();
+  await attacker.goto(`http://127.0.0.1:${(foreign.address() as AddressInfo).port}/`);
+  await expect.poll(() => attacker.frames()[1]?.url()).toMatch(/^chrome-error:/);
+  const [answer] = await Promise.all([attacker.waitForResponse(/\/api\/v1\/queue$/), attacker.getByRole('button', { name: 'send' }).click()]);
+  expect(answer.status()).toBe(403);
+  foreign.close();
+  await page.reload();
+  await expect(page.getByRole('button', { name: 'Pause queue' })).toBeVisible();
+});
 
 test('a read-only server shows the queue and offers no changes', async ({ page, installation }) => {
   installation.run('prints_markup.rb');
