@@ -1,4 +1,4 @@
-import { Box3, BufferAttribute, BufferGeometry, DoubleSide, Mesh, MeshStandardMaterial, type Object3D } from 'three';
+import { Box3, BufferAttribute, BufferGeometry, Mesh, MeshStandardMaterial, type Object3D } from 'three';
 import { extensionOf } from '../job/file-kinds.ts';
 import { checkGltf } from './gltf.ts';
 import { ModelError } from './model-error.ts';
@@ -21,7 +21,7 @@ function meshOf({ positions, normals }: Triangles): Mesh {
   const geometry = new BufferGeometry();
   geometry.setAttribute('position', new BufferAttribute(positions, 3));
   geometry.setAttribute('normal', new BufferAttribute(normals, 3));
-  return new Mesh(geometry, new MeshStandardMaterial({ color: partColour, metalness: 0.1, roughness: 0.65, side: DoubleSide }));
+  return new Mesh(geometry, new MeshStandardMaterial({ color: partColour, metalness: 0.1, roughness: 0.65 }));
 }
 
 async function loadStl(bytes: ArrayBuffer): Promise<Object3D> {

@@ -4,12 +4,14 @@ import {
   Box3Helper,
   Color,
   DirectionalLight,
+  DoubleSide,
   EdgesGeometry,
   Group,
   LineBasicMaterial,
   LineSegments,
   Material,
   Mesh,
+  MeshStandardMaterial,
   PerspectiveCamera,
   Plane,
   Scene,
@@ -29,6 +31,7 @@ export interface ViewerColours {
 
 const edgeAngle = 25;
 const nothingCut = 1e9;
+const mostMetal = 0.3;
 
 function materialsOf(object: Object3D): Material[] {
   return object instanceof Mesh ? ([] as Material[]).concat(object.material as Material | Material[]) : [];
@@ -68,7 +71,7 @@ export class Viewer {
     this.scene.add(this.frame);
     this.controls = new OrbitControls(this.camera, canvas);
     this.controls.addEventListener('change', this.draw);
-    this.clipModel();
+    this.prepareMaterials();
     this.lookFrom(1, -1.25, 0.8);
   }
 
@@ -167,8 +170,17 @@ export class Viewer {
     this.scene.add(group);
   }
 
-  private clipModel(): void {
-    this.model.traverse((object) => materialsOf(object).forEach((material) => (material.clippingPlanes = [this.plane])));
+  private prepareMaterials(): void {
+    this.model.traverse((object) => materialsOf(object).forEach((material) => this.prepare(material)));
+  }
+
+  private prepare(material: Material): void {
+    material.clippingPlanes = [this.plane];
+    material.side = DoubleSide; // A section shows the inside.
+    material.polygonOffset = true; // Faces are drawn behind their edges.
+    material.polygonOffsetFactor = material.polygonOffsetUnits = 1;
+    // Metal would be nearly black: there are no surroundings that it could mirror.
+    if (material instanceof MeshStandardMaterial) material.metalness = Math.min(material.metalness, mostMetal);
   }
 
   private readonly draw = (): void => {

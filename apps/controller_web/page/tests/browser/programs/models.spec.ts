@@ -26,6 +26,17 @@ const colours = (page: Page): Promise<number> =>
     return new Set(new Uint32Array(copy.getImageData(0, 0, 64, 64).data.buffer)).size;
   });
 
+const picture = (page: Page): Promise<string> => page.locator('canvas').evaluate((canvas: HTMLCanvasElement) => canvas.toDataURL());
+
+/** Whether the middle of the picture shows something other than its corner. */
+const isMiddleFilled = (page: Page): Promise<boolean> =>
+  page.locator('canvas').evaluate((canvas: HTMLCanvasElement) => {
+    const copy = new OffscreenCanvas(65, 65).getContext('2d')!;
+    copy.drawImage(canvas, 0, 0, 65, 65);
+    const pixels = new Uint32Array(copy.getImageData(0, 0, 65, 65).data.buffer);
+    return pixels[32 * 65 + 32] !== pixels[0];
+  });
+
 const good = { 'part.stl': cubeStl(), 'cube.gltf': cubeGltf(), 'cube.glb': cubeGlb(), 'cube.3mf': cube3mf() };
 
 test.describe('results of each format', () => {
@@ -38,8 +49,10 @@ test.describe('results of each format', () => {
       await expect(page.getByText('Size 10 × 10 × 10')).toBeVisible();
       await expect.poll(() => colours(page)).toBeGreaterThan(3);
       for (const tool of ['Edges', 'Measure', 'Top']) await page.getByRole('button', { name: tool }).click();
+      const whole = await picture(page);
       await page.getByLabel('Section', { exact: true }).selectOption('z');
-      await page.getByLabel('Place of the section').fill('10');
+      await expect.poll(() => picture(page)).not.toBe(whole);
+      expect(await isMiddleFilled(page), 'the inside is seen').toBe(true);
     }
   });
 });
