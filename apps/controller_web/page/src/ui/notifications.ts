@@ -31,6 +31,6 @@ export function notifyOfEnds(store: JobStore): void {
     if (!isNotifying.value || document.visibilityState === 'visible') return;
     const ended = changes.filter(hasJustEnded).flatMap(({ after }) => after ?? []);
     const tag = ended.map((job) => job.id).join();
-    if (ended.length > 0) new Notification(titleOf(ended), { tag, icon: '/favicon.svg' });
+    if (ended.length > 0) new Notification(titleOf(ended), { tag, icon: 'favicon.svg' });
   });
 }

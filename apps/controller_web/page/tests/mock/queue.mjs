@@ -4,6 +4,9 @@ const scenarios = ['mesh_report', 'compare_meshes', 'mesh_mass', 'part_report', 
 const parts = ['bracket', 'housing', 'helical_gear', 'bearing_block', 'flange', 'cover', 'shaft', 'lever'];
 const timeText = (time) => new Date(time).toISOString().replace(/\.\d+Z$/, 'Z');
 
+/** What the result of a job that failed says. */
+export const reasonOf = (path) => `${path.slice(path.lastIndexOf('/') + 1)} is not an STL file: it looks like an OBJ file`;
+
 function jobOf(number, status, now, count = number) {
   const age = (count - number) * 20_000;
   const job = { number, id: (0x51f00000 + number).toString(16), status, progress: 0, message: '', runArgument: '', startTime: '', endTime: '' };
@@ -13,9 +16,11 @@ function jobOf(number, status, now, count = number) {
   if (status !== 'Queued' && status !== 'Dequeued') job.startTime = timeText(now - age - 30_000 - (number % 7) * 5000);
   if (!['Queued', 'Running'].includes(status)) job.endTime = timeText(now - age);
   if (status === 'Success') job.progress = 100;
-  if (status === 'Failed') job.progress = number % 100;
+  if (status === 'Failed') Object.assign(job, { progress: number % 100, message: reasonOf(job.inputFiles[0]) });
   return job;
 }
+
+const endOf = (job) => (job.number % 11 === 3 ? { status: 'Failed', message: reasonOf(job.inputFiles[0]) } : { status: 'Success', message: '' });
 
 function initialStatus(index, count) {
   if (index > count - Math.max(3, count * 0.02)) return 'Queued';
@@ -68,7 +73,7 @@ export class MockQueue {
     if (job.status !== 'Running') return;
     const progress = Math.min(100, job.progress + 1 + (job.number % 5));
     const isOver = progress === 100;
-    const ending = isOver ? { status: job.number % 11 === 3 ? 'Failed' : 'Success', endTime: timeText(Date.now()), message: '' } : {};
+    const ending = isOver ? { ...endOf(job), endTime: timeText(Date.now()) } : {};
     this.put({ ...job, progress, message: `Layer ${progress} of 100`, ...ending });
   }
 

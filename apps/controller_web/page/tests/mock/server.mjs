@@ -4,7 +4,7 @@ import { createReadStream, existsSync, readFileSync } from 'node:fs';
 import { createServer } from 'node:http';
 import { extname, join, normalize, parse } from 'node:path';
 import { fileURLToPath } from 'node:url';
-import { MockQueue } from './queue.mjs';
+import { MockQueue, reasonOf } from './queue.mjs';
 
 const page = fileURLToPath(new URL('../../dist', import.meta.url));
 const inputs = fileURLToPath(new URL('../../../../../examples/inputs', import.meta.url));
@@ -55,7 +55,7 @@ function listed(query) {
 
 function detailOf(job) {
   const isOver = job.endTime !== '';
-  const messages = job.status === 'Failed' ? [`${parse(job.inputFiles[0]).base} is not an STL file: it looks like an OBJ file`] : isOver ? [`${parse(job.inputFiles[0]).base}: 352 triangles`, 'Volume 41.3 cm³'] : [];
+  const messages = job.status === 'Failed' ? [reasonOf(job.inputFiles[0])] : isOver ? [`${parse(job.inputFiles[0]).base}: 352 triangles`, 'Volume 41.3 cm³'] : [];
   const hash = 'ab54a98ceb1f0ad2c0f2b1d7a1c9b5d3e4f60718293a4b5c6d7e8f9012345678';
   const provenance = { machine: 'cad-07', user: 'ann', controllerVersion: '1.4.0', scenario: [{ path: '/scenarios/mesh_report.rb', size: 4120, sha256: hash }], interpreter: { path: '/usr/bin/ruby', arguments: [] }, inputs: job.inputFiles.map((path) => ({ path, size: 17684, sha256: hash })), tools: [{ name: 'mesher', version: '2.1' }], toolVersions: {}, usedFiles: [], outputs: Object.keys(files).map((path) => ({ path, size: 100, sha256: hash })), startTime: job.startTime, endTime: job.endTime };
   return { ...job, messages, outputFiles: [], outputFolder: job.startTime && '/home/ann/reports/part', workFolder: `/home/ann/work/${job.id}`, progressReports: [], hasLog: true, ...(isOver ? { provenance } : {}) };
