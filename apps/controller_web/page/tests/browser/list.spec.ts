@@ -68,9 +68,13 @@ test('Ctrl with a click adds and removes, and the head selects all or none', asy
 test('the reason of a failure stands in the row, and is searched', async ({ page, mock }) => {
   await mock.make('add', { status: 'Failed', message: 'the part is not closed', startTime: '2026-03-05T07:00:00Z', endTime: '2026-03-05T07:00:09Z' });
   await open(page, mock);
-  await expect(rowOf(page, 61)).toContainText('the part is not closed');
   await page.getByRole('searchbox').fill('not closed');
   await expect(page.getByText('1 of 61 jobs')).toBeVisible();
+  const reason = rowOf(page, 61).getByText('the part is not closed');
+  await expect(reason).toBeVisible();
+  await rowOf(page, 61).click();
+  await expect(page.getByRole('tab', { name: 'Overview' })).toBeVisible();
+  await expect(reason).toBeVisible();
 });
 
 test('back and forward lead through the views', async ({ page, mock }) => {
