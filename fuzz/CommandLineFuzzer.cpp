@@ -3,10 +3,11 @@
 #include <vector>
 
 #include "CommonControllerLib/CLIArgumentParser.h"
-#include "controller_cli/command_line/LongOptions.h"
+#include "controller_cli/command_line/MovedOptions.h"
 #include "controller_cli/command_line/ShortOptionArguments.h"
 #include "controller_cli/command_line/ShortOptionUsage.h"
 #include "controller_host/HostOptions.h"
+#include "front_end/commands/Command.h"
 #include "fuzz/support/ByteSource.h"
 #include "fuzz/support/Require.h"
 #include "platform/files/NativePath.h"
@@ -16,17 +17,6 @@
 namespace {
 
 using Arguments = std::vector<std::wstring>;
-
-/// The lines of the input, as arguments.
-Arguments LinesOf(std::string_view bytes) {
-    Arguments lines;
-    while (!bytes.empty()) {
-        const std::size_t end = std::min(bytes.find('\n'), bytes.size());
-        lines.push_back(text::FromUtf8(bytes.substr(0, end)));
-        bytes.remove_prefix(std::min(end + 1, bytes.size()));
-    }
-    return lines;
-}
 
 void CheckLetters(const Arguments& arguments) {
     CLIArgumentParser parser;
@@ -63,43 +53,12 @@ void CheckSlashPath(const std::wstring& rest) {
                   "a path is taken as it was typed");
 }
 
-void CheckLong(const Arguments& arguments) {
-    try {
-        const front_end::Command command = front_end::ParseLongCommand(arguments);
-        fuzz::Require(std::find(command.ids.begin(), command.ids.end(), std::wstring()) == command.ids.end(),
-                      "an id is not empty");
-        fuzz::Require((command.kind == front_end::CommandKind::Run) == !command.inputs.empty(),
-                      "a run, and nothing else, has inputs");
-    } catch (const front_end::UsageProblem& problem) {
-        fuzz::Require(problem.textKey.starts_with(L"Usage/"), "a problem has its text");
-    }
-}
-
-/// True for a text that the command line passes on unchanged: not an option, and representable in UTF-8.
-bool IsPlainValue(const std::wstring& text) {
-    return !text.empty() && text[0] != L'-' && text::FromUtf8(text::ToUtf8(text)) == text &&
-           text.find(L'\0') == std::wstring::npos;
-}
-
-void CheckRun(fuzz::ByteSource& source) {
-    front_end::Command expected;
-    expected.kind = front_end::CommandKind::Run;
-    expected.scenario = source.Text();
-    expected.inputs = source.Texts();
-    expected.outputFolder = source.Text();
-    expected.asJson = source.Flag();
-    const bool arePlain = std::all_of(expected.inputs.begin(), expected.inputs.end(), IsPlainValue);
-    if (!arePlain || expected.inputs.empty() || !IsPlainValue(expected.scenario) ||
-        !IsPlainValue(expected.outputFolder)) {
-        return;
-    }
-    Arguments arguments = {L"--run", expected.scenario};
-    arguments.insert(arguments.end(), expected.inputs.begin(), expected.inputs.end());
-    arguments.insert(arguments.end(), {L"--output", expected.outputFolder});
-    if (expected.asJson) {
-        arguments.push_back(L"--json");
-    }
-    fuzz::Require(front_end::ParseLongCommand(arguments) == expected, "a run is read as it was typed");
+void CheckMoved(const Arguments& arguments) {
+    const auto moved = front_end::FindMovedOption(arguments);
+    const bool hasDashes = std::any_of(arguments.begin(), arguments.end(),
+                                       [](const std::wstring& argument) { return argument.starts_with(L"--"); });
+    fuzz::Require(!moved || hasDashes, "only a long option has moved");
+    fuzz::Require(!moved || !moved->replacement.empty(), "what has moved has a replacement");
 }
 
 void CheckRunner(const Arguments& arguments) {
@@ -120,15 +79,13 @@ void CheckHost(const Arguments& arguments) {
 /// Parses the lines of the input as arguments of each program.
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string_view bytes = fuzz::BytesOf(data, size);
-    const Arguments arguments = LinesOf(bytes);
+    const Arguments arguments = fuzz::LinesOf(bytes);
     CheckLetters(arguments);
     CheckLetters(front_end::PrepareShortOptionArguments(arguments, true));
     CheckUsage(front_end::PrepareShortOptionArguments(arguments, true));
     CheckSlashPath(text::FromUtf8(bytes));
-    CheckLong(arguments);
+    CheckMoved(arguments);
     CheckRunner(arguments);
     CheckHost(arguments);
-    fuzz::ByteSource source(bytes);
-    CheckRun(source);
     return 0;
 }

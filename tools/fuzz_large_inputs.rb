@@ -83,12 +83,18 @@ def streams
 end
 
 def command_lines
-  { 'arguments' => fill("a\n"), 'options' => fill("-f\n")[0, 40_000], 'ids' => "-c#{fill('1,')}",
-    'runs' => "--run\na\n#{fill("b\n")[0, 40_000]}", 'long_ids' => "--wait\n#{fill('1,')}" }
+  { 'arguments' => fill("a\n"), 'options' => fill("-f\n"), 'moved' => fill("--x\n"), 'ids' => "-c#{fill('1,')}" }
+end
+
+# Shorter where the number of arguments matters: the library for command lines takes quadratic time, and no system allows as many.
+def subcommands
+  { 'options' => "list\n#{fill("-f\n")[0, 40_000]}", 'runs' => "run\na\n#{fill("b\n")[0, 40_000]}", 'ids' => "wait\n#{fill('1,')}",
+    'words' => fill("a\n")[0, 40_000], 'blanks' => "wait\n#{fill(' ')}" }
 end
 
 folder = ARGV.fetch(0)
-inputs = json_inputs.merge('esa' => packages, 'adc' => profiles, 'frames' => streams, 'command_line' => command_lines)
+inputs = json_inputs.merge('esa' => packages, 'adc' => profiles, 'frames' => streams, 'command_line' => command_lines,
+                           'subcommands' => subcommands)
 inputs.each do |target, files|
   FileUtils.mkdir_p("#{folder}/#{target}")
   files.each { |name, bytes| File.binwrite("#{folder}/#{target}/#{name}", bytes) }

@@ -13,8 +13,6 @@ namespace {
 /// `cadjobs` with a scripted host. The clock shows 2026-03-05T07:10:00Z.
 class CadjobsTest : public CommandContextFixture {
 protected:
-    CadjobsTest() { context.program = L"cadjobs"; }
-
     int Cadjobs(const std::vector<std::wstring>& arguments) {
         console.output.clear();
         console.errors.clear();

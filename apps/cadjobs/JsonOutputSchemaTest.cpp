@@ -17,7 +17,6 @@ using Arguments = std::vector<std::wstring>;
 class JsonOutputSchemaTest : public CommandContextFixture {
 protected:
     JsonOutputSchemaTest() {
-        context.program = L"cadjobs";
         context.stop = stop.Handle();
         HaveJobs();
         HaveAnswers();

@@ -7,8 +7,6 @@ namespace {
 
 class SettingsCommandsTest : public CommandContextFixture {
 protected:
-    SettingsCommandsTest() { context.program = L"cadjobs"; }
-
     int Settings(std::vector<std::wstring> arguments) {
         arguments.insert(arguments.begin(), L"settings");
         console.output.clear();

@@ -1,10 +1,6 @@
-#include <optional>
-
-#include "controller_cli/FrontEnd.h"
-#include "controller_cli/command_line/LongOptions.h"
+#include "controller_cli/ControllerCli.h"
 #include "front_end/connection/SystemHostAccess.h"
 #include "front_end/terminal/SystemConsole.h"
-#include "platform/processes/StopSignal.h"
 #include "platform/system/Clock.h"
 #include "platform/system/Environment.h"
 #include "platform/system/SharedLibrary.h"
@@ -16,16 +12,11 @@ int main(int argc, char** argv) {
     using namespace front_end;
     platform::HardenLibrarySearch();
     platform::PrepareConsole();
-    const std::vector<std::wstring> arguments = platform::ProgramArguments(argc, argv);
-    // One-letter commands install no handler: they end at once on Ctrl-C.
-    std::optional<platform::StopSignal> stop;
-    if (HasLongOptions(arguments)) {
-        stop.emplace();
-    }
     SystemConsole console;
     const Texts texts(settings::Current()->stringResourceFile);
     SystemHostAccess host;
-    CommandContext context{
-        console, texts, host, stop ? stop->Handle() : nullptr, response_patience::FromEnvironment(), platform::Now};
-    return static_cast<int>(RunFrontEnd(context, arguments));
+    // No handler of signals: the commands end at once on Ctrl-C.
+    CommandContext context{console,          texts, host, nullptr, response_patience::FromEnvironment(), platform::Now,
+                           L"controller_cli"};
+    return static_cast<int>(RunControllerCli(context, platform::ProgramArguments(argc, argv)));
 }

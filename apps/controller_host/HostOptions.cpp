@@ -7,7 +7,7 @@
 const char hostUsage[] =
     "Usage: controller_host [--background | --status]\n"
     "\n"
-    "Keeps the queue of jobs, runs them, and answers front ends such as controller_cli.\n"
+    "Keeps the queue of jobs, runs them, and answers front ends such as cadjobs.\n"
     "\n"
     "  --background  detach from the terminal; returns once front ends can reach the host\n"
     "  --status      says whether a host runs and for what jobs would fail; exit code 0 when one runs and all is "

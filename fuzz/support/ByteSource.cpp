@@ -2,10 +2,22 @@
 
 #include <algorithm>
 
+#include "text/Text.h"
+
 namespace fuzz {
 
 std::string_view BytesOf(const std::uint8_t* data, std::size_t size) {
     return size == 0 ? std::string_view() : std::string_view(reinterpret_cast<const char*>(data), size);
+}
+
+std::vector<std::wstring> LinesOf(std::string_view bytes) {
+    std::vector<std::wstring> lines;
+    while (!bytes.empty()) {
+        const std::size_t end = std::min(bytes.find('\n'), bytes.size());
+        lines.push_back(text::FromUtf8(bytes.substr(0, end)));
+        bytes.remove_prefix(std::min(end + 1, bytes.size()));
+    }
+    return lines;
 }
 
 std::uint8_t ByteSource::Byte() {

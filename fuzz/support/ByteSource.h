@@ -13,6 +13,9 @@ namespace fuzz {
 /// The input as text.
 std::string_view BytesOf(const std::uint8_t* data, std::size_t size);
 
+/// The lines of the input, as arguments of a program.
+std::vector<std::wstring> LinesOf(std::string_view bytes);
+
 /// Generates values from the bytes of an input, so that a small change of the input is a small change of the values.
 /// After the end of the input all values are empty or zero.
 class ByteSource {

@@ -6,7 +6,7 @@
 /// @file
 /// A job engine inside a program, for C and for all languages that can call C. It is the engine of `controller_host`
 /// with its scheduling, retries and job list, without front ends and hooks: a program that wants to talk to a running
-/// host uses `controller_cli --json` instead.
+/// host uses `cadjobs --json` instead.
 ///
 /// Results: functions that can fail return a `CONTROLLER_RESULT_...` value and describe a failure in
 /// `controller_c_last_error`. No function throws or ends the program.
@@ -15,8 +15,8 @@
 /// a `char**` belongs to the caller, who frees it with `controller_c_free`, never with `free`. After a failure, unless
 /// stated otherwise, it is null.
 ///
-/// Jobs as JSON: one object, `{"version":1,"jobs":[...]}`, the document of `controller_cli --json`
-/// (docs/command-line.md, "JSON"). Later versions may add members.
+/// Jobs as JSON: one object, `{"version":1,"jobs":[...]}`, the document of `cadjobs --json`
+/// (docs/cadjobs.md, "JSON"). Later versions may add members.
 ///
 /// Names of jobs: the parameter `jobs` is "all", or numbers and ids of jobs with commas between them: "1,51f10dd4".
 ///
@@ -129,7 +129,7 @@ CONTROLLER_C_API int32_t controller_engine_delete(controller_engine* engine, con
                                                   char** deleted_json) CONTROLLER_C_NOEXCEPT;
 
 /// Searches the scenario directories of the settings and sets `*scenarios_json` to `{"version":1,"scenarios":[...]}` as
-/// `controller_cli --scenarios --json` has it.
+/// `cadjobs scenarios --json` has it.
 CONTROLLER_C_API int32_t controller_engine_scenarios(controller_engine* engine,
                                                      char** scenarios_json) CONTROLLER_C_NOEXCEPT;
 

@@ -43,8 +43,8 @@ InstallDirRegKey HKCU "${UNINSTALL_KEY}" InstallLocation
         nsExec::Exec '"$INSTDIR\bin\controller_web.exe" --stop'
         Pop $0
     ${EndIf}
-    ${If} ${FileExists} "$INSTDIR\bin\controller_cli.exe"
-        nsExec::Exec '"$INSTDIR\bin\controller_cli.exe" --client-only --stop-host'
+    ${If} ${FileExists} "$INSTDIR\bin\cadjobs.exe"
+        nsExec::Exec '"$INSTDIR\bin\cadjobs.exe" host stop'
         Pop $0
     ${EndIf}
 !macroend
@@ -133,7 +133,7 @@ Section "Programs, libraries and documents" main
     WriteUninstaller "$INSTDIR\uninstall.exe"
     CreateDirectory "${MENU}"
     SetOutPath "$INSTDIR\bin"
-    CreateShortCut "${MENU}\Jobs.lnk" "$INSTDIR\bin\controller_cli.exe" "--watch"
+    CreateShortCut "${MENU}\Jobs.lnk" "$INSTDIR\bin\cadjobs.exe" "watch"
     CreateShortCut "${MENU}\Uninstall.lnk" "$INSTDIR\uninstall.exe"
     SetOutPath "$INSTDIR"
     WriteRegStr HKCU "${UNINSTALL_KEY}" DisplayName "${NAME}"

@@ -108,8 +108,8 @@ module BenchReport
 
   STATUS_ROWS = [
     single("status", "-s of one job, 10,000 jobs in the list", "status_10000", below(10)),
-    single("list", "--list of one job, 10,000 jobs in the list", "list_10000", below(10)),
-    single("list_json", "--list --json of 100,000 jobs", "list_json_100000", below(500)),
+    single("list", "cadjobs list of one job, 10,000 jobs in the list", "list_10000", below(10)),
+    single("list_json", "cadjobs list --json of 100,000 jobs", "list_json_100000", below(500)),
     *[10, 10_000].map do |jobs|
       pair("status_#{jobs}_task_spooler", "-s of one job, #{grouped(jobs)} jobs in the list", "status_#{jobs}",
            "the same by task-spooler, #{[jobs, 500].min} jobs", "status_spooler_#{jobs}", at_most(1))

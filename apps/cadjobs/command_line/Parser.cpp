@@ -3,7 +3,6 @@
 #include <algorithm>
 #include <iterator>
 #include <memory>
-#include <sstream>
 #include <string_view>
 #include <utility>
 
@@ -11,7 +10,6 @@
 
 #include "cadjobs/command_line/Subcommands.h"
 #include "front_end/command_line/Utf8Arguments.h"
-#include "front_end/commands/JobFilter.h"
 #include "text/NearestName.h"
 #include "text/Text.h"
 
@@ -23,15 +21,11 @@ namespace {
 class HelpFormatter final : public CLI::Formatter {
 public:
     explicit HelpFormatter(const OperandSpec& levelOperand) {
-        std::istringstream words(levelOperand.name);
-        for (std::string word; words >> word;) {
-            operands += " " + word;
-        }
-        if (levelOperand.most > 2) {
-            operands += "...";
-        }
-        if (levelOperand.least == 0 && !operands.empty()) {
-            operands = " [" + operands.substr(1) + "]";
+        const std::vector<std::string> words = levelOperand.Words();
+        for (std::size_t i = 0; i < words.size(); ++i) {
+            const bool isRepeated = i + 1 == words.size() && levelOperand.most > words.size();
+            const std::string operand = words[i] + (isRepeated ? "..." : "");
+            operands += i < levelOperand.least ? " " + operand : " [" + operand + "]";
         }
     }
 
@@ -62,7 +56,8 @@ public:
         Prepare(app);
         app.add_flag("--version")->description(Text(L"Options/version"))->group(Text(L"Program/Options"));
         AddOptions(app, {"--json", "--color", "--client-only", "--log-file"});
-        app.footer(Text(L"Program/Selection") + "\n\n" + Text(L"Program/ExitCodes"));
+        app.footer(Text(L"Program/Selection") + "\n\n" + Text(L"Program/Examples") + "\n\n" +
+                   Text(L"Program/ExitCodes") + "\n\n" + Text(L"Program/Environment"));
         for (const SubcommandSpec& spec : Subcommands()) {
             AddSubcommand(spec);
         }
@@ -142,8 +137,7 @@ private:
 
     /// Each word of the name is an operand; the last one may be repeated.
     static void AddOperands(CLI::App& level, const OperandSpec& spec, std::vector<CLI::Option*>& operands) {
-        std::istringstream words(spec.name);
-        for (std::string word; words >> word;) {
+        for (const std::string& word : spec.Words()) {
             operands.push_back(level.add_option(word)->expected(1)->type_name("")->group(""));
         }
         if (spec.most > operands.size()) {
@@ -241,20 +235,29 @@ private:
         if (!values.empty()) {
             spec.take(command, values);
         }
-        if (level.spec->NeedsJobs() && level.spec->kind != CommandKind::Log) {
-            const bool areNamed = !command.ids.empty() || HasFilter(command) || command.kind == CommandKind::CancelAll;
+        if (level.spec->NeedsJobs()) {
+            const bool areNamed =
+                !command.ids.empty() || command.HasConditions() || command.kind == CommandKind::CancelAll;
             if (!areNamed) {
                 throw UsageProblem{L"Usage/NoIds", {}};
             }
         } else if (values.size() < spec.least) {
-            throw UsageProblem{L"Usage/OperandMissing", text::FromUtf8(spec.name)};
+            throw UsageProblem{L"Usage/OperandMissing", MissingOperands(spec, values.size())};
         }
+    }
+
+    /// "SCENARIO INPUT"
+    static std::wstring MissingOperands(const OperandSpec& spec, std::size_t given) {
+        const std::vector<std::string> words = spec.Words();
+        std::wstring missing;
+        for (std::size_t i = given; i < spec.least; ++i) {
+            missing += (missing.empty() ? L"" : L" ") + text::FromUtf8(words[i]);
+        }
+        return missing;
     }
 
     Command CommandOf() const {
         Command command{.kind = CommandKind::Overview};
-        command.isConfirmed = false;
-        command.showsAll = false;
         TakeOptions(app, {"--json", "--color", "--client-only", "--log-file"}, command);
         const Level level = Parsed();
         if (app.get_option("--version")->count() > 0) {

@@ -1,6 +1,8 @@
 #include "cadjobs/command_line/Subcommands.h"
 
 #include <algorithm>
+#include <iterator>
+#include <sstream>
 
 #include "front_end/command_line/NamesInText.h"
 #include "text/Text.h"
@@ -41,6 +43,9 @@ void TakeRun(Command& command, const Values& values) {
 
 void TakeScenario(Command& command, const Values& values) {
     command.ids = WithoutBlanks(values);
+    if (command.ids.empty()) {
+        throw UsageProblem{L"Usage/OperandMissing", L"SCENARIO"};
+    }
 }
 
 void TakeColours(Command& command, const Values& values) {
@@ -270,6 +275,11 @@ const char* NameOfValue(ValueKind kind) {
         return "LANGUAGE";
     }
     return "";
+}
+
+std::vector<std::string> OperandSpec::Words() const {
+    std::istringstream stream(name);
+    return {std::istream_iterator<std::string>(stream), std::istream_iterator<std::string>()};
 }
 
 std::wstring SubcommandSpec::Key() const {

@@ -51,12 +51,14 @@ struct OptionSpec {
 };
 
 struct OperandSpec {
-    /// Empty: there are none.
+    /// A word for each operand: "SCENARIO INPUT". Empty: there are none.
     const char* name = "";
     ValueKind kind = ValueKind::Text;
     std::size_t least = 0;
     std::size_t most = 0;
     void (*take)(Command& command, const Values& values) = nullptr;
+
+    std::vector<std::string> Words() const;
 };
 
 struct SubcommandSpec {
@@ -69,7 +71,7 @@ struct SubcommandSpec {
     /// By their long names.
     std::vector<const char*> options;
 
-    /// True if the jobs may be given by conditions instead.
+    /// True if at least one job must be named, or conditions be given where the subcommand has them.
     bool NeedsJobs() const { return operand.kind == ValueKind::Jobs && operand.least > 0; }
 
     /// True for what is made for programs, not for people.

@@ -9,8 +9,6 @@ namespace {
 /// The hidden subcommand `complete`, with a scripted host.
 class CandidatesTest : public CommandContextFixture {
 protected:
-    CandidatesTest() { context.program = L"cadjobs"; }
-
     std::string Complete(std::vector<std::wstring> words) {
         words.insert(words.begin(), {L"complete", L"--"});
         console.output.clear();

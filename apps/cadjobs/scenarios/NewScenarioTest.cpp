@@ -9,8 +9,6 @@ namespace {
 
 class NewScenarioTest : public CommandContextFixture {
 protected:
-    NewScenarioTest() { context.program = L"cadjobs"; }
-
     int New(std::vector<std::wstring> arguments) {
         arguments.insert(arguments.begin(), L"new");
         arguments.insert(arguments.end(), {L"--output", directory / L"made"});

@@ -11,7 +11,6 @@ constexpr const char* manifest = R"({"version":1,"displayName":"Wall","entryPoin
 class PackScenarioTest : public CommandContextFixture {
 protected:
     PackScenarioTest() {
-        context.program = L"cadjobs";
         WriteTextFile(directory / L"wall\\manifest.json", manifest);
         WriteTextFile(directory / L"wall\\main.rb", "puts 1\n");
     }

@@ -7,13 +7,13 @@
 #include "CommonControllerLib/ControllerLogManager.h"
 #include "controller_cli/command_line/ShortOptionArguments.h"
 #include "controller_cli/command_line/ShortOptionUsage.h"
+#include "controller_cli/short_options/JobNumbers.h"
 #include "controller_cli/short_options/ShortOptionEnqueue.h"
 #include "controller_cli/short_options/ShortOptionOutput.h"
 #include "controller_cli/short_options/ShortOptionSession.h"
 #include "formats/JobsFile.h"
 #include "front_end/command_line/NamesInText.h"
 #include "front_end/commands/FileRoles.h"
-#include "front_end/commands/JobNumbers.h"
 #include "front_end/commands/Problems.h"
 #include "front_end/connection/LogHint.h"
 #include "platform/files/NativePath.h"
@@ -158,7 +158,7 @@ ExitCode RunLetterCommand(CommandContext& context, const std::vector<std::wstrin
         FailUsage(context, L"Usage/HostAlone");
     }
     if (!hasOneCommand && !parser.IsForceServerMode()) {
-        FailUsage(context, hasCommand ? L"Usage/TwoLetterCommands" : L"Usage/NoCommand");
+        FailUsage(context, hasCommand ? L"Usage/TwoCommands" : L"Usage/NoCommand");
     }
     if (hasCommand && !NamesIds(parser)) {
         FailUsage(context, L"Usage/NoIds");

@@ -1,4 +1,4 @@
-#include "kit/front_end/FrontEndFixture.h"
+#include "kit/front_end/ControllerCliFixture.h"
 
 #include "CommonControllerLib/ControllerLogManager.h"
 #include "formats/Messages.h"
@@ -12,7 +12,7 @@
 namespace {
 
 /// One-letter options, with native paths.
-class ShortOptionCommandsTest : public FrontEndFixture {
+class ShortOptionCommandsTest : public ControllerCliFixture {
 protected:
     ShortOptionCommandsTest() {
         // Read once per process: responses arrive at once or never.
@@ -329,9 +329,6 @@ TEST_F(ShortOptionCommandsTest, OneFileIsNotTakenForTwoThings) {
         {L"-s", L"3", L"-l", Native(L"settings.json")},
         {L"-c", L"3", L"-l", Native(L"list.json")},
         {L"-m", L"-l", Native(L"settings.json")},
-        {L"--list", L"-l", Native(L"settings.json")},
-        {L"--run", Native(L"r.rb"), Native(L"a.stl"), L"-l", Native(L"a.stl")},
-        {L"--run", Native(L"r.rb"), Native(L"a.stl"), L"-l", Native(L"r.rb")},
     };
     const auto everything = [this] {
         std::string text;
@@ -400,16 +397,6 @@ TEST_F(ShortOptionCommandsTest, WrongUse) {
         EXPECT_EQ(console.errors.find("controller_cli: " + message), 0U) << console.errors;
     }
     EXPECT_EQ(host.startCount + host.foregroundCount, 0);
-    EXPECT_TRUE(host.Requests().empty());
-}
-
-TEST_F(ShortOptionCommandsTest, HelpIsGivenBesideAnyCommand) {
-    for (const std::vector<std::wstring>& arguments : std::vector<std::vector<std::wstring>>{
-             {L"jobs.json", L"--help"}, {L"-s", L"3", L"--help"}, {L"--help", L"-x"}}) {
-        console.output.clear();
-        EXPECT_EQ(Run(arguments), 0);
-        EXPECT_EQ(console.output.find("Usage: controller_cli COMMAND"), 0U);
-    }
     EXPECT_TRUE(host.Requests().empty());
 }
 

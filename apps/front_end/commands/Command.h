@@ -98,9 +98,9 @@ struct Command {
     std::wstring limit = {};
     bool isReversed = false;
     /// A terminal shows all jobs, not only the newest.
-    bool showsAll = true;
+    bool showsAll = false;
     /// Many jobs are cancelled or deleted without a question on a terminal.
-    bool isConfirmed = true;
+    bool isConfirmed = false;
     /// "auto", "always" or "never".
     std::wstring colours = {};
     bool retriesWithBackoff = false;
@@ -119,6 +119,12 @@ struct Command {
     bool asJson = false;
     bool follows = false;
     bool clientOnly = false;
+
+    /// True if any condition for jobs is given.
+    bool HasConditions() const {
+        return !(states.empty() && olderThan.empty() && newerThan.empty() && scenarioName.empty() && label.empty() &&
+                 searchedText.empty());
+    }
 
     bool operator==(const Command&) const = default;
 };

@@ -23,7 +23,7 @@ struct CommandContext {
     /// Current time in seconds since 1970.
     std::function<std::int64_t()> now;
     /// The name of this program, for its messages.
-    std::wstring program = L"controller_cli";
+    std::wstring program;
 };
 
 } // namespace front_end

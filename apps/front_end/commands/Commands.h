@@ -5,7 +5,8 @@
 #include "front_end/commands/CommandFailure.h"
 #include "front_end/connection/HostConnection.h"
 
-/// The long commands. Each writes its results to the console, and throws `CommandFailure` if it cannot continue.
+/// What the subcommands of `cadjobs` do. Each writes its results to the console, and throws `CommandFailure` if it
+/// cannot continue.
 namespace front_end::commands {
 
 /// The state of host and queue and the jobs that matter now, in at most ten lines. Starts no host.

@@ -76,7 +76,7 @@ ExitCode Delete(CommandContext& context, const Command& command) {
 }
 
 ExitCode Clean(CommandContext& context, const Command& command) {
-    if (!HasFilter(command)) {
+    if (!command.HasConditions()) {
         throw UsageProblem{L"Usage/NothingToClean", {}};
     }
     RequireEndedStates(context, command);

@@ -1,10 +1,10 @@
-#include "kit/front_end/FrontEndFixture.h"
+#include "kit/front_end/CadjobsFixture.h"
 
 #include "formats/Messages.h"
 
 namespace {
 
-class EditTest : public FrontEndFixture {
+class EditTest : public CadjobsFixture {
 protected:
     EditTest() {
         host.jobs = {Job(1, L"a.stl", JobStatus::Queued), Job(2, L"b.stl", JobStatus::Running),
@@ -24,7 +24,7 @@ protected:
 
 TEST_F(EditTest, OnlyWhatIsGivenIsChanged) {
     AnswerWith({Status(3, JobStatus::Queued), Status(1, JobStatus::Queued)});
-    EXPECT_EQ(Run({L"--edit", L"3,1", L"--priority", L"-7"}), 0);
+    EXPECT_EQ(Run({L"edit", L"3,1", L"--priority", L"-7"}), 0);
     EXPECT_EQ(console.output, "Job 3 is changed.\nJob 1 is changed.\n");
     JobsEdit expected;
     expected.jobs = {L"id3", L"id1"};
@@ -34,7 +34,7 @@ TEST_F(EditTest, OnlyWhatIsGivenIsChanged) {
 
 TEST_F(EditTest, ATimeMayBeGivenFromNowOn) {
     AnswerWith({Status(1, JobStatus::Queued)});
-    EXPECT_EQ(Run({L"--edit", L"1", L"--not-before", L"2h", L"--need", L"cad=2"}), 0);
+    EXPECT_EQ(Run({L"edit", L"1", L"--not-before", L"2h", L"--need", L"cad=2"}), 0);
     JobsEdit expected;
     expected.jobs = {L"id1"};
     expected.notBefore = std::int64_t{1772694600 + 7200};
@@ -44,7 +44,7 @@ TEST_F(EditTest, ATimeMayBeGivenFromNowOn) {
 
 TEST_F(EditTest, AJobThatNoLongerWaitsIsToldAndFailsTheCommand) {
     AnswerWith({Status(1, JobStatus::Queued)});
-    EXPECT_EQ(Run({L"--hold", L"1,2"}), 1);
+    EXPECT_EQ(Run({L"hold", L"1,2"}), 1);
     EXPECT_EQ(console.output, "Job 1 is on hold.\n");
     EXPECT_NE(console.errors.find("Job 2 does not wait any longer and was not changed."), std::string::npos)
         << console.errors;
@@ -53,7 +53,7 @@ TEST_F(EditTest, AJobThatNoLongerWaitsIsToldAndFailsTheCommand) {
 
 TEST_F(EditTest, ReleaseIsTheOppositeOfHold) {
     AnswerWith({Status(1, JobStatus::Queued)});
-    EXPECT_EQ(Run({L"--release", L"1"}), 0);
+    EXPECT_EQ(Run({L"release", L"1"}), 0);
     EXPECT_EQ(console.output, "Job 1 is released.\n");
     EXPECT_EQ(Sent().hold, false);
 }
@@ -66,17 +66,17 @@ TEST_F(EditTest, AWrongValueChangesNothing) {
                                                    {L"--need", L"cad=0"},
                                                    {L"--need", L"=1"},
                                                    {L"--need", L"a=1", L"--need", L"a=2"}}) {
-        std::vector<std::wstring> arguments = {L"--edit", L"1"};
+        std::vector<std::wstring> arguments = {L"edit", L"1"};
         arguments.insert(arguments.end(), wrong.begin(), wrong.end());
         EXPECT_EQ(Run(arguments), 2) << std::string(wrong[1].begin(), wrong[1].end());
     }
-    EXPECT_EQ(Run({L"--edit", L"1"}), 2);
+    EXPECT_EQ(Run({L"edit", L"1"}), 2);
     EXPECT_TRUE(host.Requests().empty());
 }
 
 TEST_F(EditTest, PauseAndResumeSetTheStateOfTheQueue) {
-    for (const auto& [option, payload] : {std::pair(L"--pause", LR"({"SetQueueStateRequest":{"paused":true}})"),
-                                          std::pair(L"--resume", LR"({"SetQueueStateRequest":{"paused":false}})")}) {
+    for (const auto& [option, payload] : {std::pair(L"pause", LR"({"SetQueueStateRequest":{"paused":true}})"),
+                                          std::pair(L"resume", LR"({"SetQueueStateRequest":{"paused":false}})")}) {
         host.answers[L"SetQueueStateRequest"] = {L"QueueStateResponse", L"{\"QueueStateResponse\":{\"paused\":true}}"};
         EXPECT_EQ(Run({option}), 0);
         EXPECT_EQ(host.Requests().back().payload, payload);
@@ -90,7 +90,7 @@ TEST_F(EditTest, ARunSendsWhatIsDecidedAboutItsStart) {
     host.answers[L"EnqueueJobs"] = {L"EnqueueJobsFinish",
                                     messages::Serialize(L"EnqueueJobsFinish", JobEnqueueResult{{{}}, L"", {{L"no"}}})};
     EXPECT_EQ(
-        Run({L"--run", L"r.rb", directory / L"a.stl", L"--priority", L"3", L"--after", L"1", L"--on-hold", L"--reuse"}),
+        Run({L"run", L"r.rb", directory / L"a.stl", L"--priority", L"3", L"--after", L"1", L"--on-hold", L"--reuse"}),
         1);
     ScheduledRequest sent;
     ASSERT_TRUE(messages::Deserialize(host.Requests().at(0).payload, sent));
@@ -107,7 +107,7 @@ TEST_F(EditTest, ARunSendsItsLimitsAndRetries) {
     host.answers[L"EnqueueJobs"] = {L"EnqueueJobsFinish",
                                     messages::Serialize(L"EnqueueJobsFinish", JobEnqueueResult{{{}}, L"", {{L"no"}}})};
     const std::wstring input = directory / L"a.stl";
-    EXPECT_EQ(Run({L"--run", L"r.rb", input, L"--retries", L"2", L"--retry-delay", L"30s", L"--time-limit", L"2h",
+    EXPECT_EQ(Run({L"run", L"r.rb", input, L"--retries", L"2", L"--retry-delay", L"30s", L"--time-limit", L"2h",
                    L"--memory-limit", L"0"}),
               1);
     ScheduledRequest sent;
@@ -118,17 +118,17 @@ TEST_F(EditTest, ARunSendsItsLimitsAndRetries) {
     EXPECT_EQ(sent.silenceLimit, std::nullopt);
     EXPECT_EQ(sent.retryBackoff, std::nullopt);
     EXPECT_EQ(sent.memoryLimitMiB, 0);
-    EXPECT_EQ(Run({L"--run", L"r.rb", input, L"--retries", L"101"}), 2);
-    EXPECT_EQ(Run({L"--run", L"r.rb", input, L"--silence-limit", L"5"}), 2);
-    EXPECT_EQ(Run({L"--run", L"r.rb", input, L"--memory-limit", L"4G"}), 2);
-    EXPECT_EQ(Run({L"--run", L"r.rb", input, L"--cpu-limit", L"-1"}), 2);
+    EXPECT_EQ(Run({L"run", L"r.rb", input, L"--retries", L"101"}), 2);
+    EXPECT_EQ(Run({L"run", L"r.rb", input, L"--silence-limit", L"5"}), 2);
+    EXPECT_EQ(Run({L"run", L"r.rb", input, L"--memory-limit", L"4G"}), 2);
+    EXPECT_EQ(Run({L"run", L"r.rb", input, L"--cpu-limit", L"-1"}), 2);
 }
 
 TEST_F(EditTest, TheListSaysWhyJobsThatFailedRunAgain) {
     host.jobs[0].retries = 2;
     host.jobs[0].attempt = 1;
     host.jobs[0].lastEnding = L"no licence";
-    EXPECT_EQ(Run({L"--list"}), 0);
+    EXPECT_EQ(Run({L"list"}), 0);
     EXPECT_NE(console.output.find("attempt 2 of 3; before: no licence\n"), std::string::npos) << console.output;
 }
 
@@ -138,7 +138,7 @@ TEST_F(EditTest, TheListSaysWhyJobsWaitAndThatTheQueueIsPaused) {
     host.jobs[0].waitName = L"cad";
     host.jobs[2].waitReason = L"time";
     host.jobs[2].notBefore = 1;
-    EXPECT_EQ(Run({L"--list"}), 0);
+    EXPECT_EQ(Run({L"list"}), 0);
     EXPECT_EQ(console.output.rfind("The queue is paused", 0), 0U) << console.output;
     EXPECT_NE(console.output.find("waits for cad\n"), std::string::npos) << console.output;
     EXPECT_NE(console.output.find("not before 1970-01-01 00:00:01 UTC\n"), std::string::npos) << console.output;

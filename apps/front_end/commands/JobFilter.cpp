@@ -46,9 +46,4 @@ JobFilter::JobFilter(const CommandContext& context, const Command& command)
                     LabelsOf(command),
                     LowerCase(command.searchedText)} {}
 
-bool HasFilter(const Command& command) {
-    return !(command.states.empty() && command.olderThan.empty() && command.newerThan.empty() &&
-             command.scenarioName.empty() && command.label.empty() && command.searchedText.empty());
-}
-
 } // namespace front_end

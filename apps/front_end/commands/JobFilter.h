@@ -12,7 +12,4 @@ struct JobFilter : JobConditions {
     JobFilter(const CommandContext& context, const Command& command);
 };
 
-/// True if the command line has any condition of a `JobFilter`.
-bool HasFilter(const Command& command);
-
 } // namespace front_end

@@ -51,7 +51,7 @@ void TellDropped(CommandContext& context, std::size_t dropped, std::size_t shown
 ExitCode List(CommandContext& context, const Command& command) {
     const JobListView view(context, command);
     HostSession session(context, StartOf(command));
-    if (command.asJson && command.ids.empty() && !HasFilter(command) && view.IsPlain()) {
+    if (command.asJson && command.ids.empty() && !command.HasConditions() && view.IsPlain()) {
         WriteAllAsJson(context, session);
         return ExitCode::Success;
     }

@@ -1,8 +1,8 @@
-#include "kit/front_end/FrontEndFixture.h"
+#include "kit/front_end/CadjobsFixture.h"
 
 namespace {
 
-class LogTest : public FrontEndFixture {
+class LogTest : public CadjobsFixture {
 protected:
     LogTest() {
         host.jobs = {Job(1, L"a.stl", JobStatus::Running)};
@@ -20,7 +20,7 @@ protected:
 
 TEST_F(LogTest, PrintsTheLogAsItIs) {
     Log("one\ntwo\xff\n");
-    EXPECT_EQ(Run({L"--log", L"1"}), 0);
+    EXPECT_EQ(Run({L"log", L"1"}), 0);
     EXPECT_EQ(console.output, "one\ntwo\xff\n");
 }
 
@@ -29,7 +29,7 @@ TEST_F(LogTest, OnATerminalNothingInTheLogSteersIt) {
     Log("one\ttwo\r\n\x1b]0;title\x07\x1b[31mred\xc2\x9b"
         "2J\xe2\x80\xae"
         "end \xc3\xa9\xff\n");
-    EXPECT_EQ(Run({L"--log", L"1"}), 0);
+    EXPECT_EQ(Run({L"log", L"1"}), 0);
     EXPECT_EQ(console.output,
               "one\ttwo\n\\u001b]0;title\\u0007\\u001b[31mred\\u009b2J\\u202eend \xc3\xa9\xef\xbf\xbd\n");
 }
@@ -41,15 +41,15 @@ TEST_F(LogTest, OnATerminalACharacterMayComeInPieces) {
         Log("one \xe2\x80\xae two\n");
         host.Report(At(JobStatus::Success));
     }});
-    EXPECT_EQ(Run({L"--log", L"1", L"--follow"}), 0);
+    EXPECT_EQ(Run({L"log", L"1", L"--follow"}), 0);
     EXPECT_EQ(console.output, "one \\u202e two\n");
 }
 
 TEST_F(LogTest, AJobWithoutALogIsSaidSo) {
-    EXPECT_EQ(Run({L"--log", L"1"}), 1);
-    EXPECT_EQ(console.errors, "controller_cli: Job 1 has no log.\n");
+    EXPECT_EQ(Run({L"log", L"1"}), 1);
+    EXPECT_EQ(console.errors, "cadjobs: Job 1 has no log.\n");
     host.jobs[0].workDir.clear();
-    EXPECT_EQ(Run({L"--log", L"1"}), 1);
+    EXPECT_EQ(Run({L"log", L"1"}), 1);
 }
 
 TEST_F(LogTest, FollowsUntilTheJobHasEnded) {
@@ -62,7 +62,7 @@ TEST_F(LogTest, FollowsUntilTheJobHasEnded) {
                 Log("one\ntwo\nthree\n");
                 host.Report(At(JobStatus::Success));
             }});
-    EXPECT_EQ(Run({L"--log", L"1", L"--follow"}), 0);
+    EXPECT_EQ(Run({L"log", L"1", L"--follow"}), 0);
     EXPECT_EQ(console.output, "one\ntwo\nthree\n");
 }
 
@@ -72,36 +72,36 @@ TEST_F(LogTest, ALogThatWasCutIsPrintedAnew) {
         Log("[cut]\nend\n");
         host.Report(At(JobStatus::Success));
     }});
-    EXPECT_EQ(Run({L"--log", L"1", L"--follow"}), 0);
+    EXPECT_EQ(Run({L"log", L"1", L"--follow"}), 0);
     EXPECT_EQ(console.output, "a long beginning\n[cut]\nend\n");
 }
 
 TEST_F(LogTest, FollowingAJobThatHasEndedPrintsItsLog) {
     Log("one\n");
     host.jobs[0].status = JobStatus::Failed;
-    EXPECT_EQ(Run({L"--log", L"id1", L"--follow"}), 0);
+    EXPECT_EQ(Run({L"log", L"id1", L"--follow"}), 0);
     EXPECT_EQ(console.output, "one\n");
 }
 
 TEST_F(LogTest, AJobThatEndsBeforeItRanHasNoLogToFollow) {
     host.jobs[0].status = JobStatus::Dequeued;
     host.jobs[0].workDir.clear();
-    EXPECT_EQ(Run({L"--log", L"1", L"--follow"}), 1);
-    EXPECT_EQ(console.errors, "controller_cli: Job 1 has no log.\n");
+    EXPECT_EQ(Run({L"log", L"1", L"--follow"}), 1);
+    EXPECT_EQ(console.errors, "cadjobs: Job 1 has no log.\n");
 }
 
 TEST_F(LogTest, AWaitingJobThatIsDeletedIsSaidSo) {
     host.jobs[0].status = JobStatus::Queued;
     host.onAnswered = [this](const std::wstring&) { host.Report(Status(1, static_cast<JobStatus>(-1))); };
-    EXPECT_EQ(Run({L"--log", L"1", L"--follow"}), 1);
-    EXPECT_EQ(console.errors, "controller_cli: Job 1 was deleted; there is no log.\n");
+    EXPECT_EQ(Run({L"log", L"1", L"--follow"}), 1);
+    EXPECT_EQ(console.errors, "cadjobs: Job 1 was deleted; there is no log.\n");
 }
 
 TEST_F(LogTest, AWaitingJobThatIsDequeuedHasNoLog) {
     host.jobs[0].status = JobStatus::Queued;
     host.onAnswered = [this](const std::wstring&) { host.Report(At(JobStatus::Dequeued)); };
-    EXPECT_EQ(Run({L"--log", L"1", L"--follow"}), 1);
-    EXPECT_EQ(console.errors, "controller_cli: Job 1 has no log.\n");
+    EXPECT_EQ(Run({L"log", L"1", L"--follow"}), 1);
+    EXPECT_EQ(console.errors, "cadjobs: Job 1 has no log.\n");
 }
 
 TEST_F(LogTest, AJobThatIsDeletedAfterItsEndHasShownItsLog) {
@@ -110,14 +110,14 @@ TEST_F(LogTest, AJobThatIsDeletedAfterItsEndHasShownItsLog) {
         host.Report(At(JobStatus::Success));
         host.Report(Status(1, static_cast<JobStatus>(-1)));
     }});
-    EXPECT_EQ(Run({L"--log", L"1", L"--follow"}), 0);
+    EXPECT_EQ(Run({L"log", L"1", L"--follow"}), 0);
     EXPECT_EQ(console.output, "one\n");
 }
 
 TEST_F(LogTest, CtrlCEndsTheFollowing) {
     Log("one\n");
     Script({});
-    EXPECT_EQ(Run({L"--log", L"1", L"--follow"}), 130);
+    EXPECT_EQ(Run({L"log", L"1", L"--follow"}), 130);
 }
 
 } // namespace

@@ -1,10 +1,10 @@
-#include "kit/front_end/FrontEndFixture.h"
+#include "kit/front_end/CadjobsFixture.h"
 
 #include "formats/Messages.h"
 
 namespace {
 
-class RunTest : public FrontEndFixture {
+class RunTest : public CadjobsFixture {
 protected:
     RunTest() {
         WriteTextFile(directory / L"a.stl", "solid");
@@ -32,7 +32,7 @@ protected:
 TEST_F(RunTest, EachInputIsAJobOfItsOwn) {
     AnswerWith({{L"id1", 1}, {L"id2", 2}});
     host.jobs = {Job(1, L"a.stl", JobStatus::Success), Job(2, L"b.stl", JobStatus::Success)};
-    EXPECT_EQ(Run({L"--run", L"mesh_report.rb", a, b, L"--output", directory / L"out", L"--argument", L"size=640"}), 0);
+    EXPECT_EQ(Run({L"run", L"mesh_report.rb", a, b, L"--output", directory / L"out", L"--argument", L"size=640"}), 0);
     const EnqueueJobsInfo request = SentRequest();
     EXPECT_EQ(request.scenario.id, L"mesh_report.rb");
     EXPECT_EQ(request.inputFileSets, (std::vector<std::vector<std::wstring>>{{a}, {b}}));
@@ -43,7 +43,7 @@ TEST_F(RunTest, EachInputIsAJobOfItsOwn) {
 
 TEST_F(RunTest, CommasJoinTheFilesOfOneJob) {
     AnswerWith({{L"id1", 1}});
-    Run({L"--run", L"compare.rb", a + L"," + b});
+    Run({L"run", L"compare.rb", a + L"," + b});
     EXPECT_EQ(SentRequest().inputFileSets, (std::vector<std::vector<std::wstring>>{{a, b}}));
 }
 
@@ -51,7 +51,7 @@ TEST_F(RunTest, ACommaInTheNameOfAFileIsPartOfIt) {
     const std::wstring named = directory / L"a.stl,b.stl";
     WriteTextFile(named, "solid");
     AnswerWith({{L"id1", 1}});
-    Run({L"--run", L"compare.rb", named});
+    Run({L"run", L"compare.rb", named});
     EXPECT_EQ(SentRequest().inputFileSets, (std::vector<std::vector<std::wstring>>{{named}}));
 }
 
@@ -59,20 +59,20 @@ TEST_F(RunTest, ACommaInTheNameOfOneOfSeveralFilesIsPartOfIt) {
     const std::wstring named = directory / L"a.stl,1.stl";
     WriteTextFile(named, "solid");
     AnswerWith({{L"id1", 1}});
-    Run({L"--run", L"compare.rb", b + L"," + named + L",," + a + L"," + directory.Path() + L","});
+    Run({L"run", L"compare.rb", b + L"," + named + L",," + a + L"," + directory.Path() + L","});
     EXPECT_EQ(console.errors, "");
     EXPECT_EQ(SentRequest().inputFileSets, (std::vector<std::vector<std::wstring>>{{b, named, a, directory.Path()}}));
 }
 
 TEST_F(RunTest, InputsBehindTwoDashesMayBeginWithOne) {
-    EXPECT_EQ(Run({L"--run", L"r.rb", L"--", L"-odd.stl"}), 2);
+    EXPECT_EQ(Run({L"run", L"r.rb", L"--", L"-odd.stl"}), 2);
     EXPECT_NE(console.errors.find("-odd.stl does not exist.\n"), std::string::npos) << console.errors;
 }
 
 TEST_F(RunTest, AScenarioFileIsMadeAbsolute) {
     WriteTextFile(directory / L"here.rb", "");
     AnswerWith({{L"id1", 1}});
-    Run({L"--run", directory / L"sub" + std::wstring(L"\\..\\here.rb"), a});
+    Run({L"run", directory / L"sub" + std::wstring(L"\\..\\here.rb"), a});
     EXPECT_EQ(SentRequest().scenario.id, directory / L"here.rb");
 }
 
@@ -86,7 +86,7 @@ TEST_F(RunTest, ShowsProgressAndEndsWithTheOutcome) {
                 host.Report(Status(1, JobStatus::Success, 100));
             },
             [this] { host.Report(Status(2, JobStatus::Success, 100)); }});
-    EXPECT_EQ(Run({L"--run", L"r.rb", a, b}), 0);
+    EXPECT_EQ(Run({L"run", L"r.rb", a, b}), 0);
     EXPECT_EQ(console.output,
               "Job 1 Queued, 0 %, Mesh report, a.stl\n"
               "Job 2 Queued, 0 %, Mesh report, b.stl\n"
@@ -107,7 +107,7 @@ TEST_F(RunTest, OnATerminalTheOutcomeTakesTheProgressesPlace) {
     console.isTerminal = true;
     console.width = 200;
     Script({[this] { host.Report(Status(1, JobStatus::Success, 100)); }});
-    EXPECT_EQ(Run({L"--run", L"r.rb", a}), 0);
+    EXPECT_EQ(Run({L"run", L"r.rb", a}), 0);
     const std::string outcome = "\x1b[3A\x1b[J"
                                 "Job  State    Progress  Time  Scenario     Input  Output folder, or what the scenario "
                                 "says\n  1  Success     100 %        Mesh report  a.stl\n"
@@ -119,42 +119,42 @@ TEST_F(RunTest, OnATerminalTheOutcomeTakesTheProgressesPlace) {
 TEST_F(RunTest, AFailedJobGivesOne) {
     AnswerWith({{L"id1", 1}, {L"id2", 2}});
     host.jobs = {Job(1, L"a.stl", JobStatus::Success), Job(2, L"b.stl", JobStatus::Failed)};
-    EXPECT_EQ(Run({L"--run", L"r.rb", a, b}), 1);
+    EXPECT_EQ(Run({L"run", L"r.rb", a, b}), 1);
     EXPECT_NE(console.output.find("Succeeded: 1, failed: 1, cancelled: 0\n"), std::string::npos);
 }
 
 TEST_F(RunTest, ARefusedInputIsNamedAndTheOthersRun) {
     AnswerWith({{L"id1", 1}, {L"", 0}});
     host.jobs = {Job(1, L"a.stl", JobStatus::Success)};
-    EXPECT_EQ(Run({L"--run", L"r.rb", a, b}), 1);
+    EXPECT_EQ(Run({L"run", L"r.rb", a, b}), 1);
     EXPECT_EQ(console.errors,
-              "controller_cli: The host has refused the input " + text::ToUtf8(b) + ": it does not say why.\n");
+              "cadjobs: The host has refused the input " + text::ToUtf8(b) + ": it does not say why.\n");
     EXPECT_NE(console.output.find("Succeeded: 1, failed: 0, cancelled: 0\n"), std::string::npos);
 }
 
 TEST_F(RunTest, ARefusedScenarioIsNamed) {
     AnswerWith({});
-    EXPECT_EQ(Run({L"--run", L"nothing.rb", a}), 1);
-    EXPECT_EQ(console.errors, "controller_cli: The host has refused to run nothing.rb: it does not say why.\n");
+    EXPECT_EQ(Run({L"run", L"nothing.rb", a}), 1);
+    EXPECT_EQ(console.errors, "cadjobs: The host has refused to run nothing.rb: it does not say why.\n");
     EXPECT_EQ(console.output, "");
 }
 
 TEST_F(RunTest, TheHostsReasonForARefusalIsToldAsItIs) {
     AnswerWith({{L"id1", 1}, {L"", 0}}, {{}, {L"The input b is no input."}});
     host.jobs = {Job(1, L"a.stl", JobStatus::Success)};
-    EXPECT_EQ(Run({L"--run", L"r.rb", a, b}), 1);
-    EXPECT_EQ(console.errors, "controller_cli: The input b is no input.\n");
+    EXPECT_EQ(Run({L"run", L"r.rb", a, b}), 1);
+    EXPECT_EQ(console.errors, "cadjobs: The input b is no input.\n");
 }
 
 TEST_F(RunTest, OneReasonForAllInputsIsToldOnceAndNoInputIsBlamed) {
     AnswerWith({{L"", 0}, {L"", 0}}, {{L"There is no scenario r.rb."}, {L"There is no scenario r.rb."}});
-    EXPECT_EQ(Run({L"--run", L"r.rb", a, b}), 1);
-    EXPECT_EQ(console.errors, "controller_cli: There is no scenario r.rb.\n");
+    EXPECT_EQ(Run({L"run", L"r.rb", a, b}), 1);
+    EXPECT_EQ(console.errors, "cadjobs: There is no scenario r.rb.\n");
     EXPECT_EQ(console.output, "");
 }
 
 TEST_F(RunTest, AnInputThatIsNotThereIsToldBeforeAnythingIsSent) {
-    EXPECT_EQ(Run({L"--run", L"r.rb", directory / L"missing.stl"}), 2);
+    EXPECT_EQ(Run({L"run", L"r.rb", directory / L"missing.stl"}), 2);
     EXPECT_TRUE(host.Requests().empty());
     EXPECT_NE(console.errors.find("missing.stl does not exist.\n"), std::string::npos);
 }
@@ -162,7 +162,7 @@ TEST_F(RunTest, AnInputThatIsNotThereIsToldBeforeAnythingIsSent) {
 TEST_F(RunTest, JsonIsTheOutcomeAlone) {
     AnswerWith({{L"id1", 1}});
     host.jobs = {Job(1, L"a.stl", JobStatus::Canceled), Job(2, L"b.stl", JobStatus::Success)};
-    EXPECT_EQ(Run({L"--run", L"r.rb", a, L"--json"}), 1);
+    EXPECT_EQ(Run({L"run", L"r.rb", a, L"--json"}), 1);
     EXPECT_EQ(console.output.find(R"({"version":1,"jobs":[{"number":1,"id":"id1","status":"Canceled",)"), 0U);
     EXPECT_EQ(console.output.find("\"number\":2"), std::string::npos);
     EXPECT_EQ(console.output.find('\n'), console.output.size() - 1);
@@ -172,8 +172,8 @@ TEST_F(RunTest, CtrlCLeavesTheJobsRunning) {
     AnswerWith({{L"id1", 1}});
     host.jobs = {Job(1, L"a.stl", JobStatus::Running)};
     Script({});
-    EXPECT_EQ(Run({L"--run", L"r.rb", a}), 130);
-    EXPECT_EQ(console.errors, "controller_cli: The jobs go on without this program. See them with: cadjobs watch\n");
+    EXPECT_EQ(Run({L"run", L"r.rb", a}), 130);
+    EXPECT_EQ(console.errors, "cadjobs: The jobs go on without this program. See them with: cadjobs watch\n");
     EXPECT_EQ(host.Requests().size(), 2U);
 }
 

@@ -1,4 +1,4 @@
-#include "kit/front_end/FrontEndFixture.h"
+#include "kit/front_end/CadjobsFixture.h"
 
 #include "ControllerCSWrapper/ControllerCSWrapper.h"
 #include "formats/Messages.h"
@@ -6,7 +6,7 @@
 
 namespace {
 
-class ScenariosTest : public FrontEndFixture {
+class ScenariosTest : public CadjobsFixture {
 protected:
     void AnswerWith(const std::vector<ScenarioInfo>& scenarios) {
         host.answers[L"FetchScenariosRequest"] = {L"FetchScenariosResponse",
@@ -21,14 +21,14 @@ protected:
 
 TEST_F(ScenariosTest, ShowsATable) {
     AnswerWith({Scenario()});
-    EXPECT_EQ(Run({L"--scenarios"}), 0);
+    EXPECT_EQ(Run({L"scenarios"}), 0);
     EXPECT_EQ(console.output, "Id    Scenario     Inputs                      File\n"
                               "1742  Mesh report  STL (stl), STEP (stp step)  mesh.rb\n");
 }
 
 TEST_F(ScenariosTest, AnEmptyCatalogueIsSaidSo) {
     AnswerWith({});
-    EXPECT_EQ(Run({L"--scenarios"}), 0);
+    EXPECT_EQ(Run({L"scenarios"}), 0);
     EXPECT_EQ(console.output, "There are no scenarios in the scenario directories of the settings.\n");
 }
 
@@ -38,17 +38,17 @@ TEST_F(ScenariosTest, WhatIsBrokenIsSaidBesideTheTableAndByTheExitCode) {
         L"ScenarioProblems",
         ControllerCSWrapper::Serialize(L"ScenarioProblems",
                                        std::vector<std::wstring>{L"/s/a\x1b[2J.esa is broken.", L"Two."})};
-    EXPECT_EQ(Run({L"--scenarios"}), 1);
+    EXPECT_EQ(Run({L"scenarios"}), 1);
     EXPECT_EQ(console.output.find("Id    Scenario"), 0U);
-    EXPECT_EQ(console.errors, "controller_cli: /s/a [2J.esa is broken.\ncontroller_cli: Two.\n");
+    EXPECT_EQ(console.errors, "cadjobs: /s/a [2J.esa is broken.\ncadjobs: Two.\n");
     console.output.clear();
-    EXPECT_EQ(Run({L"--scenarios", L"--json"}), 1);
+    EXPECT_EQ(Run({L"scenarios", L"--json"}), 1);
     EXPECT_EQ(console.output.find("{\"version\":1,\"scenarios\":[{"), 0U);
 }
 
 TEST_F(ScenariosTest, Json) {
     AnswerWith({Scenario()});
-    EXPECT_EQ(Run({L"--scenarios", L"--json"}), 0);
+    EXPECT_EQ(Run({L"scenarios", L"--json"}), 0);
     EXPECT_EQ(console.output,
               R"({"version":1,"scenarios":[{"id":"1742","name":"Mesh report","path":"mesh.rb","inputs":[)"
               R"({"cadName":"STL","extensions":["stl"]},{"cadName":"STEP","extensions":["stp","step"]},)"
@@ -56,7 +56,7 @@ TEST_F(ScenariosTest, Json) {
               "\n");
 }
 
-class ParameterSets : public FrontEndFixture {
+class ParameterSets : public CadjobsFixture {
 protected:
     void AnswerWith(const std::vector<ScenarioParameterSetInfo>& sets) {
         host.answers[L"FetchScenarioParameterSetsRequest"] = {
@@ -74,7 +74,7 @@ using ScenariosTest_ParameterSets = ParameterSets;
 
 TEST_F(ScenariosTest_ParameterSets, ShowsEachParameter) {
     AnswerWith({Fine(), {L"raw", L"", L"", {}}});
-    EXPECT_EQ(Run({L"--parameter-sets", L"1742"}), 0);
+    EXPECT_EQ(Run({L"parameters", L"1742"}), 0);
     EXPECT_EQ(console.output, "fine: Fine (small elements)\n"
                               "  size (integer) = 640 [320 | 640]\n"
                               "  title = \n"
@@ -84,13 +84,13 @@ TEST_F(ScenariosTest_ParameterSets, ShowsEachParameter) {
 
 TEST_F(ScenariosTest_ParameterSets, NoneIsSaidSo) {
     AnswerWith({});
-    EXPECT_EQ(Run({L"--parameter-sets", L"1742"}), 0);
+    EXPECT_EQ(Run({L"parameters", L"1742"}), 0);
     EXPECT_EQ(console.output, "The scenario has no parameter sets.\n");
 }
 
 TEST_F(ScenariosTest_ParameterSets, Json) {
     AnswerWith({Fine()});
-    EXPECT_EQ(Run({L"--parameter-sets", L"1742", L"--json"}), 0);
+    EXPECT_EQ(Run({L"parameters", L"1742", L"--json"}), 0);
     EXPECT_EQ(console.output,
               R"({"version":1,"parameterSets":[{"id":"fine","displayName":"Fine","description":"small elements",)"
               R"("parameters":[{"name":"size","type":"integer","defaultValue":"640","allowedValues":["320","640"]},)"

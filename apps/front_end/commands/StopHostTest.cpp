@@ -1,4 +1,4 @@
-#include "kit/front_end/FrontEndFixture.h"
+#include "kit/front_end/CadjobsFixture.h"
 
 #include "platform/files/NativePath.h"
 #include "text/Text.h"
@@ -6,7 +6,7 @@
 namespace {
 
 /// The settings file is broken JSON.
-class StopHostTest : public FrontEndFixture {
+class StopHostTest : public CadjobsFixture {
 protected:
     StopHostTest() { UseSettings("{\"version\":1,\n\"logFile\":}"); }
 
@@ -15,7 +15,7 @@ protected:
         host.hostsOfSettingsFile.back().process = process;
     }
     std::string Problem() const {
-        return "controller_cli: The settings cannot be used: " +
+        return "cadjobs: The settings cannot be used: " +
                text::ToUtf8(platform::ToNativeText(directory / L"settings.json")) +
                ", line 2, column 11: not JSON: Invalid value. ";
     }
@@ -23,7 +23,7 @@ protected:
 
 TEST_F(StopHostTest, WithBrokenSettingsTheHostThatWasStartedWithThemIsEnded) {
     AddHost(4711);
-    EXPECT_EQ(Run({L"--stop-host"}), 0);
+    EXPECT_EQ(Run({L"host", L"stop"}), 0);
     EXPECT_EQ(console.errors, Problem() + "The host that was started with this file is asked to end: process 4711.\n");
     EXPECT_EQ(console.output, "The host has ended.\n");
     EXPECT_EQ(host.endCount, 1);
@@ -31,11 +31,11 @@ TEST_F(StopHostTest, WithBrokenSettingsTheHostThatWasStartedWithThemIsEnded) {
 }
 
 TEST_F(StopHostTest, WithBrokenSettingsNoOtherHostIsEnded) {
-    EXPECT_EQ(Run({L"--stop-host"}), 2);
+    EXPECT_EQ(Run({L"host", L"stop"}), 2);
     EXPECT_EQ(console.errors.find(Problem() + "So it is not known which host to end"), 0U) << console.errors;
     AddHost(4711);
     AddHost(4712);
-    EXPECT_EQ(Run({L"--stop-host"}), 2);
+    EXPECT_EQ(Run({L"host", L"stop"}), 2);
     EXPECT_NE(console.errors.find("started with this file: process 4711; process 4712."), std::string::npos)
         << console.errors;
     EXPECT_EQ(host.endCount, 0);
@@ -46,12 +46,12 @@ TEST_F(StopHostTest, WithBrokenSettingsNoOtherHostIsEnded) {
 TEST_F(StopHostTest, WithBrokenSettingsAHostThatCannotBeAskedIsNamed) {
     AddHost(4711);
     host.hostEnd = front_end::HostEnd::CannotBeAsked;
-    EXPECT_EQ(Run({L"--stop-host"}), 2);
+    EXPECT_EQ(Run({L"host", L"stop"}), 2);
     EXPECT_NE(console.errors.find("end the process of the host yourself; started with this file: process 4711."),
               std::string::npos)
         << console.errors;
     host.hostEnd = front_end::HostEnd::StillRunning;
-    EXPECT_EQ(Run({L"--stop-host"}), 1);
+    EXPECT_EQ(Run({L"host", L"stop"}), 1);
 }
 
 } // namespace

@@ -2,11 +2,11 @@
 
 #include "ControllerCSWrapper/ControllerCSWrapper.h"
 #include "front_end/output/BuiltInStrings.h"
-#include "kit/front_end/FrontEndFixture.h"
+#include "kit/front_end/CadjobsFixture.h"
 
 namespace {
 
-class TextsTest : public FrontEndFixture {
+class TextsTest : public CadjobsFixture {
 protected:
     void UseCulture(const std::string& culture, const std::string& defaultCulture) {
         UseSettings(R"({"version":1,"logFile":"","culture":")" + culture + R"(","defaultCulture":")" + defaultCulture +
@@ -23,7 +23,7 @@ protected:
 TEST_F(TextsTest, InTheCultureOfTheSettings) {
     UseCulture("de-DE", "en-US");
     UseStrings(front_end::builtInStrings);
-    EXPECT_EQ(Run({L"--list"}), 0);
+    EXPECT_EQ(Run({L"list"}), 0);
     EXPECT_EQ(console.output, "Es gibt keine Jobs.\n");
 }
 
@@ -51,8 +51,8 @@ TEST_F(TextsTest, ValuesTakeTheirPlaces) {
 
 TEST_F(TextsTest, ValuesForgeNoLineAndSteerNoTerminal) {
     const front_end::Texts texts(UseStrings(R"({"en-US":{"A":{"b":"first {0}\nsecond"}}})"));
-    EXPECT_EQ(texts.Format(L"A/b", {L"a\ncontroller_cli: forged\x1b[2J\u202e"}),
-              L"first a\\ncontroller_cli: forged\\u001b[2J\\u202e\nsecond");
+    EXPECT_EQ(texts.Format(L"A/b", {L"a\ncadjobs: forged\x1b[2J\u202e"}),
+              L"first a\\ncadjobs: forged\\u001b[2J\\u202e\nsecond");
 }
 
 /// The names of all members: texts followed by a colon.
@@ -79,7 +79,7 @@ TEST_F(TextsTest, GermanTable) {
     UseCulture("de-DE", "en-US");
     UseStrings(front_end::builtInStrings);
     host.jobs = {Job(1, L"a.stl", JobStatus::Canceling), Job(2, L"b.stl", JobStatus::Queued)};
-    EXPECT_EQ(Run({L"--list"}), 0);
+    EXPECT_EQ(Run({L"list"}), 0);
     EXPECT_EQ(
         console.output,
         "Job  Status            Fortschritt  Zeit  Szenario     Eingabe  Ausgabeordner oder Meldung des Szenarios\n"
@@ -90,25 +90,24 @@ TEST_F(TextsTest, GermanTable) {
 TEST_F(TextsTest, GermanUsageErrors) {
     UseCulture("de-DE", "en-US");
     UseStrings(front_end::builtInStrings);
-    EXPECT_EQ(Run({L"--list", L"--watch"}), 2);
-    EXPECT_EQ(console.errors, "controller_cli: Nur ein Befehl auf einmal; --watch ist einer zu viel.\n"
-                              "Hilfe: controller_cli --help\n");
+    EXPECT_EQ(Run({L"list", L"--limit", L"0"}), 2);
+    EXPECT_EQ(console.errors, "cadjobs: --limit nimmt eine ganze Zahl ab 1, nicht 0.\n"
+                              "Hilfe: cadjobs --help\n");
 }
 
 TEST_F(TextsTest, HelpHasExamplesInBothLanguages) {
     EXPECT_EQ(Run({L"--help"}), 0);
-    EXPECT_EQ(console.output.find("Usage: controller_cli COMMAND [OPTIONS]\n"), 0U);
-    EXPECT_NE(console.output.find("\nExamples:\n  controller_cli jobs.json"), std::string::npos);
+    EXPECT_NE(console.output.find("\nExamples:\n  cadjobs run mesh_report.rb"), std::string::npos);
     console.output.clear();
     UseCulture("de-DE", "en-US");
     UseStrings(front_end::builtInStrings);
     EXPECT_EQ(Run({L"--help"}), 0);
-    EXPECT_NE(console.output.find("\nBeispiele:\n  controller_cli jobs.json"), std::string::npos);
+    EXPECT_NE(console.output.find("\nBeispiele:\n  cadjobs run mesh_report.rb"), std::string::npos);
 }
 
 TEST_F(TextsTest, Version) {
     EXPECT_EQ(Run({L"--version"}), 0);
-    EXPECT_EQ(console.output, "controller_cli " CONTROLLER_VERSION "\n");
+    EXPECT_EQ(console.output, "cadjobs " CONTROLLER_VERSION "\n");
 }
 
 } // namespace

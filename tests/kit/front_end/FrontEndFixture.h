@@ -1,6 +1,7 @@
 #pragma once
 
-#include "controller_cli/FrontEnd.h"
+#include "front_end/commands/CommandContext.h"
+#include "front_end/commands/CommandFailure.h"
 #include "kit/TemporaryDirectory.h"
 #include "kit/front_end/RecordedConsole.h"
 #include "kit/front_end/ScriptedHost.h"
@@ -26,12 +27,15 @@ protected:
         settings::UseFile(directory / L"settings.json");
     }
 
-    /// The exit code of a command line.
-    int Run(const std::vector<std::wstring>& arguments) {
+    using Program = front_end::ExitCode (*)(front_end::CommandContext& context,
+                                            const std::vector<std::wstring>& arguments);
+
+    /// The exit code of a program of this name, given these arguments.
+    int RunProgram(const wchar_t* name, Program program, const std::vector<std::wstring>& arguments) {
         const front_end::Texts texts(stringResourceFile);
-        front_end::CommandContext context{console,       texts,    host,
-                                          stop.Handle(), patience, [] { return std::int64_t{1772694600}; }};
-        return static_cast<int>(front_end::RunFrontEnd(context, arguments));
+        front_end::CommandContext context{
+            console, texts, host, stop.Handle(), patience, [] { return std::int64_t{1772694600}; }, name};
+        return static_cast<int>(program(context, arguments));
     }
 
     /// Steps after the first output, the second one, and so on; then the user presses Ctrl-C.

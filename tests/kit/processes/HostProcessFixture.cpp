@@ -54,10 +54,10 @@ platform::ProcessStart HostProcessFixture::Host(const std::vector<std::wstring>&
     return start;
 }
 
-platform::ProcessStart HostProcessFixture::FrontEndProcess(const std::vector<std::wstring>& arguments,
+platform::ProcessStart HostProcessFixture::FrontEndProcess(const std::vector<std::wstring>& commandLine,
                                                            std::chrono::seconds wait) const {
-    platform::ProcessStart start = Host(arguments);
-    start.program = test_support::ProgramPath(L"controller_cli");
+    platform::ProcessStart start = Host({commandLine.begin() + 1, commandLine.end()});
+    start.program = test_support::ProgramPath(commandLine.front());
     start.environment.emplace_back(L"QRV_KT_WAIT_RESPONSE_SEC", std::to_wstring(wait.count()));
     return start;
 }

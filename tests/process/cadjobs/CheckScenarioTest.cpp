@@ -23,7 +23,6 @@ std::string Quoted(const std::wstring& path) {
 class CheckScenarioTest : public CommandContextFixture {
 protected:
     CheckScenarioTest() {
-        context.program = L"cadjobs";
         context.stop = stop.Handle();
         UseSettings(R"({"version":1,"logFile":"","scenarioRunner":)" +
                     Quoted(test_support::ProgramPath(L"scenario_runner")) + R"(,"interpreters":{".steps":[)" +

@@ -11,9 +11,9 @@ using test_support::Ending;
 class CadjobsProcessTest : public HostProcessFixture {
 protected:
     Ending Cadjobs(const std::vector<std::wstring>& arguments) const {
-        platform::ProcessStart start = FrontEndProcess(arguments);
-        start.program = test_support::ProgramPath(L"cadjobs");
-        return test_support::RunToEnd(start);
+        std::vector<std::wstring> commandLine = {L"cadjobs"};
+        commandLine.insert(commandLine.end(), arguments.begin(), arguments.end());
+        return test_support::RunToEnd(FrontEndProcess(commandLine));
     }
 
     std::wstring Native(const std::wstring& path) const { return platform::ToNativeText(path); }

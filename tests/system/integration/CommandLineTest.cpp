@@ -13,7 +13,7 @@ namespace {
 
 using test_support::Ending;
 
-/// The command-line front end and the host as real processes with the real transmitter.
+/// The command lines and the host as real processes with the real transmitter.
 class CommandLineTest : public HostProcessFixture {
 protected:
     Ending Cli(const std::vector<std::wstring>& arguments) const {
@@ -25,10 +25,10 @@ protected:
 };
 
 TEST_F(CommandLineTest, TheFirstCommandStartsAHostAndTheLastOneStopsIt) {
-    const Ending list = Cli({L"--list"});
+    const Ending list = Cli({L"cadjobs", L"list"});
     EXPECT_EQ(list.output, "There are no jobs.\n");
     EXPECT_EQ(list.exitCode, 0);
-    const Ending stop = Cli({L"--stop-host"});
+    const Ending stop = Cli({L"cadjobs", L"host", L"stop"});
     EXPECT_EQ(stop.output, "The host has ended.\n");
     EXPECT_EQ(stop.exitCode, 0);
     AwaitNoHost();
@@ -37,22 +37,22 @@ TEST_F(CommandLineTest, TheFirstCommandStartsAHostAndTheLastOneStopsIt) {
 TEST_F(CommandLineTest, WhatJobsWouldFailForIsToldByTheCommandThatStartsTheHostAlone) {
     std::string text = UsualSettings("job_list.json");
     WriteSettings(text.insert(text.find('{') + 1, R"("scenarioRunner":"missing",)"));
-    const Ending first = Cli({L"--list"});
+    const Ending first = Cli({L"cadjobs", L"list"});
     EXPECT_EQ(first.exitCode, 0);
     const std::string warning = "controller_host: warning: The program that runs scenarios, ";
     EXPECT_EQ(first.output.find(warning), 0U) << first.output;
     EXPECT_NE(first.output.find("\nThere are no jobs.\n"), std::string::npos) << first.output;
-    EXPECT_EQ(Cli({L"--list"}).output, "There are no jobs.\n");
-    EXPECT_EQ(Cli({L"--stop-host"}).exitCode, 0);
+    EXPECT_EQ(Cli({L"cadjobs", L"list"}).output, "There are no jobs.\n");
+    EXPECT_EQ(Cli({L"cadjobs", L"host", L"stop"}).exitCode, 0);
     AwaitNoHost();
 }
 
 TEST_F(CommandLineTest, AClientAloneSaysThatThereIsNoHost) {
-    for (const std::vector<std::wstring>& arguments :
-         std::vector<std::vector<std::wstring>>{{L"-f", L"-s1"}, {L"--list", L"-f"}, {L"--stop-host"}}) {
+    for (const std::vector<std::wstring>& arguments : std::vector<std::vector<std::wstring>>{
+             {L"controller_cli", L"-f", L"-s1"}, {L"cadjobs", L"list", L"-f"}, {L"cadjobs", L"host", L"stop"}}) {
         const Ending ending = Cli(arguments);
         EXPECT_EQ(ending.exitCode, 3);
-        EXPECT_EQ(ending.output.find("controller_cli: No host is running."), 0U) << ending.output;
+        EXPECT_EQ(ending.output.find(text::ToUtf8(arguments[0]) + ": No host is running."), 0U) << ending.output;
     }
 }
 
@@ -61,8 +61,9 @@ TEST_F(CommandLineTest, WhyTheTransmitterCannotBeLoadedIsTold) {
     WriteSettings(text.insert(text.find('{') + 1, R"("eventTransmitter":"missing",)"));
     const std::string reason =
         "missing cannot be loaded: " + text::ToUtf8(platform::LoadProblem(directory / L"missing"));
-    for (const wchar_t* const command : {L"--list", L"-s1"}) {
-        const Ending ending = Cli({command});
+    for (const std::vector<std::wstring>& arguments :
+         std::vector<std::vector<std::wstring>>{{L"cadjobs", L"list"}, {L"controller_cli", L"-s1"}}) {
+        const Ending ending = Cli(arguments);
         EXPECT_EQ(ending.exitCode, 3);
         EXPECT_NE(ending.output.find(reason), std::string::npos) << ending.output;
     }
@@ -70,32 +71,32 @@ TEST_F(CommandLineTest, WhyTheTransmitterCannotBeLoadedIsTold) {
 
 TEST_F(CommandLineTest, AJobsFileIsEnqueuedWaitedForAndAskedAbout) {
     StartHost();
-    const Ending enqueue = Cli({Native(JobsFile("exit 0", 2)), L"-f"});
+    const Ending enqueue = Cli({L"controller_cli", Native(JobsFile("exit 0", 2)), L"-f"});
     EXPECT_EQ(enqueue.output, Line("1,Queued") + Line("2,Queued"));
     EXPECT_EQ(enqueue.exitCode, 0);
-    const Ending wait = Cli({L"--wait", L"1,2"});
+    const Ending wait = Cli({L"cadjobs", L"wait", L"1,2"});
     EXPECT_EQ(wait.exitCode, 0) << wait.output;
     EXPECT_NE(wait.output.find("Succeeded: 2, failed: 0, cancelled: 0\n"), std::string::npos) << wait.output;
-    EXPECT_EQ(Cli({L"-s", L"2,7"}).output, Line("2,Success") + Line("7,Unknown"));
-    EXPECT_EQ(Cli({L"--delete", L"1,2"}).output, "Job 1 is deleted.\nJob 2 is deleted.\n");
-    EXPECT_EQ(Cli({L"--list", L"--json"}).output, "{\"version\":1,\"jobs\":[]}\n");
+    EXPECT_EQ(Cli({L"controller_cli", L"-s", L"2,7"}).output, Line("2,Success") + Line("7,Unknown"));
+    EXPECT_EQ(Cli({L"cadjobs", L"delete", L"1,2"}).output, "Job 1 is deleted.\nJob 2 is deleted.\n");
+    EXPECT_EQ(Cli({L"cadjobs", L"list", L"--json"}).output, "{\"version\":1,\"jobs\":[]}\n");
 }
 
 TEST_F(CommandLineTest, AJobsFileStartsAHost) {
-    EXPECT_EQ(Cli({Native(JobsFile("exit 0", 2))}).output, Line("1,Queued") + Line("2,Queued"));
-    EXPECT_EQ(Cli({L"--wait", L"1,2"}).exitCode, 0);
-    EXPECT_EQ(Cli({L"--stop-host"}).exitCode, 0);
+    EXPECT_EQ(Cli({L"controller_cli", Native(JobsFile("exit 0", 2))}).output, Line("1,Queued") + Line("2,Queued"));
+    EXPECT_EQ(Cli({L"cadjobs", L"wait", L"1,2"}).exitCode, 0);
+    EXPECT_EQ(Cli({L"cadjobs", L"host", L"stop"}).exitCode, 0);
     AwaitNoHost();
 }
 
 TEST_F(CommandLineTest, RunShowsWhyAJobFailed) {
     StartHost();
     WriteTextFile(directory / L"fails.rb", "print hello\nexit 3");
-    const Ending run = Cli({L"--run", Native(directory / L"fails.rb"), Native(directory / L"inputs.txt"), L"--output",
-                            Native(directory / L"out")});
+    const Ending run = Cli({L"cadjobs", L"run", Native(directory / L"fails.rb"), Native(directory / L"inputs.txt"),
+                            L"--output", Native(directory / L"out")});
     EXPECT_EQ(run.exitCode, 1);
     EXPECT_NE(run.output.find("Succeeded: 0, failed: 1, cancelled: 0\n"), std::string::npos) << run.output;
-    EXPECT_EQ(Cli({L"--log", L"1"}).output, "hello\n");
+    EXPECT_EQ(Cli({L"cadjobs", L"log", L"1"}).output, "hello\n");
 }
 
 TEST_F(CommandLineTest, AnInputThatWouldLeadOutOfTheOutputDirectoryIsRefused) {
@@ -104,39 +105,38 @@ TEST_F(CommandLineTest, AnInputThatWouldLeadOutOfTheOutputDirectoryIsRefused) {
     WriteTextFile(directory / L"some.rb", "exit 0");
     const std::wstring output = Native(directory / L"chosen");
     const Ending run =
-        Cli({L"--run", Native(directory / L"some.rb"), Native(directory / L".hidden"), L"--output", output});
+        Cli({L"cadjobs", L"run", Native(directory / L"some.rb"), Native(directory / L".hidden"), L"--output", output});
     EXPECT_EQ(run.exitCode, 1);
-    EXPECT_EQ(run.output.find("controller_cli: The input "), 0U) << run.output;
+    EXPECT_EQ(run.output.find("cadjobs: The input "), 0U) << run.output;
     WriteTextFile(
         directory / L"hidden.jobs.json",
         R"({"EnqueueJobs":[{"scenario":{"id":"some.rb"},"inputFileSets":[[".hidden"]],"outputDir":"chosen"}]})");
-    EXPECT_EQ(Cli({Native(directory / L"hidden.jobs.json")}).exitCode, 1);
+    EXPECT_EQ(Cli({L"controller_cli", Native(directory / L"hidden.jobs.json")}).exitCode, 1);
     EXPECT_FALSE(platform::Exists(directory / L"chosen"));
     EXPECT_FALSE(platform::Exists(directory / L"chosen_1"));
-    EXPECT_EQ(Cli({L"--list"}).output, "There are no jobs.\n");
+    EXPECT_EQ(Cli({L"cadjobs", L"list"}).output, "There are no jobs.\n");
 }
 
 TEST_F(CommandLineTest, AnUnknownScenarioIsCalledSoAndNotItsInput) {
     StartHost();
-    const Ending run = Cli({L"--run", L"nothing.rb", Native(directory / L"inputs.txt")});
+    const Ending run = Cli({L"cadjobs", L"run", L"nothing.rb", Native(directory / L"inputs.txt")});
     EXPECT_EQ(run.exitCode, 1);
-    EXPECT_EQ(run.output,
-              "controller_cli: There is no scenario nothing.rb: it is neither an id of a scenario nor a file "
-              "of the scenario directories.\n");
+    EXPECT_EQ(run.output, "cadjobs: There is no scenario nothing.rb: it is neither an id of a scenario nor a file "
+                          "of the scenario directories.\n");
 }
 
 TEST_F(CommandLineTest, OneFrontEndSeesWhatAnotherOneDoes) {
     StartHost();
-    EXPECT_EQ(Cli({Native(JobsFile("wait"))}).output, Line("1,Queued"));
+    EXPECT_EQ(Cli({L"controller_cli", Native(JobsFile("wait"))}).output, Line("1,Queued"));
     platform::OutputPipe pipe;
     ASSERT_FALSE(pipe.Open());
-    platform::ProcessStart start = FrontEndProcess({L"--wait", L"1"});
+    platform::ProcessStart start = FrontEndProcess({L"cadjobs", L"wait", L"1"});
     start.output = pipe.WriteEnd();
     platform::OwnedHandle waiting;
     ASSERT_FALSE(platform::StartProcess(start, waiting));
     pipe.CloseWriteEnd();
     ASSERT_TRUE(test_support::ReadUntil(pipe, "Job 1 Running"));
-    EXPECT_EQ(Cli({L"--cancel", L"1"}).exitCode, 0);
+    EXPECT_EQ(Cli({L"cadjobs", L"cancel", L"1"}).exitCode, 0);
     const std::string rest = test_support::ReadToEnd(pipe);
     EXPECT_NE(rest.find("Succeeded: 0, failed: 0, cancelled: 1\n"), std::string::npos) << rest;
     ASSERT_TRUE(test_support::WaitUntilSignalled(waiting.Get()));
@@ -146,8 +146,8 @@ TEST_F(CommandLineTest, OneFrontEndSeesWhatAnotherOneDoes) {
 TEST_F(CommandLineTest, AFrontEndWhoseReaderHasGoneEnds) {
     StartHost();
     for (const std::vector<std::wstring>& arguments :
-         std::vector<std::vector<std::wstring>>{{L"--wait", L"1"}, {L"--watch"}}) {
-        const std::string jobs = Cli({Native(JobsFile("wait"))}).output;
+         std::vector<std::vector<std::wstring>>{{L"cadjobs", L"wait", L"1"}, {L"cadjobs", L"watch"}}) {
+        const std::string jobs = Cli({L"controller_cli", Native(JobsFile("wait"))}).output;
         const std::string number = jobs.substr(0, jobs.find(','));
         std::optional<platform::OutputPipe> pipe(std::in_place);
         ASSERT_FALSE(pipe->Open());
@@ -159,7 +159,7 @@ TEST_F(CommandLineTest, AFrontEndWhoseReaderHasGoneEnds) {
         ASSERT_TRUE(test_support::ReadUntil(*pipe, "Job " + number));
         pipe.reset();
         // Windows detects it when the next change is written.
-        EXPECT_EQ(Cli({L"--cancel", text::FromUtf8(number)}).exitCode, 0);
+        EXPECT_EQ(Cli({L"cadjobs", L"cancel", text::FromUtf8(number)}).exitCode, 0);
         ASSERT_TRUE(test_support::WaitUntilSignalled(showing.Get()));
         EXPECT_EQ(platform::ExitCode(showing.Get()), 141);
     }
@@ -167,10 +167,10 @@ TEST_F(CommandLineTest, AFrontEndWhoseReaderHasGoneEnds) {
 
 TEST_F(CommandLineTest, AFrontEndNoticesThatTheHostIsKilled) {
     StartHost();
-    EXPECT_EQ(Cli({Native(JobsFile("wait"))}).output, Line("1,Queued"));
+    EXPECT_EQ(Cli({L"controller_cli", Native(JobsFile("wait"))}).output, Line("1,Queued"));
     platform::OutputPipe pipe;
     ASSERT_FALSE(pipe.Open());
-    platform::ProcessStart start = FrontEndProcess({L"--watch"});
+    platform::ProcessStart start = FrontEndProcess({L"cadjobs", L"watch"});
     start.output = pipe.WriteEnd();
     platform::OwnedHandle watching;
     ASSERT_FALSE(platform::StartProcess(start, watching));
@@ -187,7 +187,7 @@ TEST_F(CommandLineTest, WhyItCannotBeTheHostIsToldOnStandardError) {
     platform::OutputPipe errors;
     ASSERT_FALSE(errors.Open());
     platform::OwnedHandle foreground;
-    ASSERT_FALSE(platform::StartProcess(FrontEndProcess({L"-m"}), errors.WriteEnd(), foreground));
+    ASSERT_FALSE(platform::StartProcess(FrontEndProcess({L"controller_cli", L"-m"}), errors.WriteEnd(), foreground));
     errors.CloseWriteEnd();
     const std::string said = test_support::ReadToEnd(errors);
     EXPECT_NE(said.find("controller_host: another host is running"), std::string::npos) << said;
@@ -196,13 +196,13 @@ TEST_F(CommandLineTest, WhyItCannotBeTheHostIsToldOnStandardError) {
 }
 
 TEST_F(CommandLineTest, BeingTheHostLastsUntilTheHostIsAskedToEnd) {
-    platform::ProcessStart start = FrontEndProcess({L"-m"});
+    platform::ProcessStart start = FrontEndProcess({L"controller_cli", L"-m"});
     platform::OwnedHandle foreground;
     ASSERT_FALSE(platform::StartProcess(start, foreground));
-    while (Cli({L"--list", L"-f"}).exitCode == 3) {
+    while (Cli({L"cadjobs", L"list", L"-f"}).exitCode == 3) {
         ASSERT_TRUE(platform::IsProcessRunning(foreground.Get()));
     }
-    EXPECT_EQ(Cli({L"--stop-host"}).exitCode, 0);
+    EXPECT_EQ(Cli({L"cadjobs", L"host", L"stop"}).exitCode, 0);
     ASSERT_TRUE(test_support::WaitUntilSignalled(foreground.Get()));
     EXPECT_EQ(platform::ExitCode(foreground.Get()), 0);
 }

@@ -65,7 +65,7 @@ protected:
     }
 
     void StopHost() const {
-        Cli({L"--stop-host"});
+        Cli({L"cadjobs", L"host", L"stop"});
         AwaitNoHost();
     }
 
@@ -97,7 +97,7 @@ TEST_F(FirstContactTest, TwentyFrontEndsAtOnceWithoutAHostLoseNothing) {
         for (int number = 1; number <= frontEnds; ++number) {
             expected.insert(Line(std::to_string(round * frontEnds + number) + ",Queued"));
         }
-        const std::vector<std::string> written = RunTogether({L"-i", jobs});
+        const std::vector<std::string> written = RunTogether({L"controller_cli", L"-i", jobs});
         EXPECT_EQ(std::set<std::string>(written.begin(), written.end()), expected) << "round " << round;
         StopHost();
     }
@@ -106,7 +106,7 @@ TEST_F(FirstContactTest, TwentyFrontEndsAtOnceWithoutAHostLoseNothing) {
 TEST_F(FirstContactTest, WhoAsksForAStatusWhileALongListIsLoadedIsAnswered) {
     SaveLongList();
     const std::vector<std::string> expected(frontEnds, Line("1,Success") + Line("5000,Success"));
-    EXPECT_EQ(RunTogether({L"-s", L"1,5000"}), expected);
+    EXPECT_EQ(RunTogether({L"controller_cli", L"-s", L"1,5000"}), expected);
 }
 
 /// Each line is a number and "Queued".
@@ -121,7 +121,7 @@ void ExpectQueued(const std::string& lines, int count) {
 
 TEST_F(FirstContactTest, ARequestOfTenThousandSetsIsAnsweredWhole) {
     StartHost();
-    const Ending ending = Cli({L"-f", L"-i", platform::ToNativeText(JobsFile("wait", 10'000))});
+    const Ending ending = Cli({L"controller_cli", L"-f", L"-i", platform::ToNativeText(JobsFile("wait", 10'000))});
     EXPECT_EQ(ending.exitCode, 0);
     ExpectQueued(ending.output, 10'000);
 }
@@ -131,7 +131,7 @@ TEST_F(FirstContactTest, ARequestOfAHundredThousandSetsIsAnsweredWhole) {
         GTEST_SKIP() << "takes minutes under sanitizers";
     }
     StartHost();
-    const Ending ending = Cli({L"-f", L"-i", platform::ToNativeText(JobsFile("wait", 100'000))});
+    const Ending ending = Cli({L"controller_cli", L"-f", L"-i", platform::ToNativeText(JobsFile("wait", 100'000))});
     EXPECT_EQ(ending.exitCode, 0);
     ExpectQueued(ending.output, 100'000);
 }
@@ -145,14 +145,14 @@ TEST_F(FirstContactTest, ATransmitterWithTheTwoOperationsAloneIsEnough) {
     }
     settings.insert(1, "\"eventTransmitter\":\"" + escaped + "\",");
     WriteSettings(settings);
-    EXPECT_EQ(Cli({L"-i", platform::ToNativeText(JobsFile("exit 0"))}).output, Line("1,Queued"));
-    EXPECT_EQ(Cli({L"-s", L"7"}).output, Line("7,Unknown"));
-    EXPECT_EQ(Cli({L"--wait", L"1"}).exitCode, 0);
-    EXPECT_EQ(Cli({L"-s", L"1", L"-f"}).output, Line("1,Success"));
+    EXPECT_EQ(Cli({L"controller_cli", L"-i", platform::ToNativeText(JobsFile("exit 0"))}).output, Line("1,Queued"));
+    EXPECT_EQ(Cli({L"controller_cli", L"-s", L"7"}).output, Line("7,Unknown"));
+    EXPECT_EQ(Cli({L"cadjobs", L"wait", L"1"}).exitCode, 0);
+    EXPECT_EQ(Cli({L"controller_cli", L"-s", L"1", L"-f"}).output, Line("1,Success"));
     // Nothing reports the end of the host: only the response timeout ends such a wait.
     platform::SetEnvironment(L"QRV_KT_WAIT_RESPONSE_SEC", L"1");
     StopHost();
-    EXPECT_EQ(Cli({L"-f", L"--list"}).exitCode, 3);
+    EXPECT_EQ(Cli({L"cadjobs", L"-f", L"list"}).exitCode, 3);
     WriteSettings(UsualSettings("job_list.json"));
     platform::SetEnvironment(L"QRV_KT_WAIT_RESPONSE_SEC", L"");
 }

@@ -61,14 +61,14 @@ TEST_F(HostPlaceTest, AHostWhoseSettingsFileIsBrokenMeanwhileCanBeEnded) {
     StartHost();
     const std::string settings = UsualSettings("job_list.json");
     WriteSettings(settings.substr(0, settings.size() / 2));
-    const auto refused = test_support::RunToEnd(FrontEndProcess({L"--list"}));
+    const auto refused = test_support::RunToEnd(FrontEndProcess({L"cadjobs", L"list"}));
     EXPECT_EQ(refused.exitCode, 2);
-    const auto stopped = test_support::RunToEnd(FrontEndProcess({L"--stop-host"}));
+    const auto stopped = test_support::RunToEnd(FrontEndProcess({L"cadjobs", L"host", L"stop"}));
     EXPECT_TRUE(Contains(stopped.output, "is asked to end: " + ProcessOfHost())) << stopped.output;
     EXPECT_TRUE(Contains(stopped.output, "The host has ended.")) << stopped.output;
     EXPECT_EQ(stopped.exitCode, 0);
     EXPECT_EQ(AwaitHostEnd(), 0);
-    const auto none = test_support::RunToEnd(FrontEndProcess({L"--stop-host"}));
+    const auto none = test_support::RunToEnd(FrontEndProcess({L"cadjobs", L"host", L"stop"}));
     EXPECT_EQ(none.exitCode, 2);
     EXPECT_TRUE(Contains(none.output, "So it is not known which host to end")) << none.output;
 }
@@ -76,7 +76,7 @@ TEST_F(HostPlaceTest, AHostWhoseSettingsFileIsBrokenMeanwhileCanBeEnded) {
 TEST_F(HostPlaceTest, ABrokenSettingsFileEndsNoHostThatWasStartedWithAnother) {
     StartHost();
     WriteTextFile(directory / L"other.json", "{");
-    platform::ProcessStart start = FrontEndProcess({L"--stop-host"});
+    platform::ProcessStart start = FrontEndProcess({L"cadjobs", L"host", L"stop"});
     start.environment.front().second = platform::ToNativeText(directory / L"other.json");
     const auto refused = test_support::RunToEnd(start);
     EXPECT_EQ(refused.exitCode, 2) << refused.output;
@@ -113,12 +113,12 @@ TEST_F(HostPlaceTest, AFrontEndUnderAnotherNameIsToldOfTheHostAndCanEndIt) {
     StartHost();
     RenameEndpointAddress();
     for (const std::vector<std::wstring>& arguments :
-         std::vector<std::vector<std::wstring>>{{L"--list"}, {L"--list", L"-f"}}) {
+         std::vector<std::vector<std::wstring>>{{L"cadjobs", L"list"}, {L"cadjobs", L"list", L"-f"}}) {
         const auto refused = test_support::RunToEnd(FrontEndProcess(arguments));
         EXPECT_EQ(refused.exitCode, 3);
         EXPECT_TRUE(Contains(refused.output, "cannot be reached from here: " + ProcessOfHost())) << refused.output;
     }
-    const auto stopped = test_support::RunToEnd(FrontEndProcess({L"--stop-host"}));
+    const auto stopped = test_support::RunToEnd(FrontEndProcess({L"cadjobs", L"host", L"stop"}));
     EXPECT_EQ(stopped.exitCode, 0) << stopped.output;
     EXPECT_EQ(AwaitHostEnd(), 0);
 }

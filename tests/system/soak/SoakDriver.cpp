@@ -333,21 +333,21 @@ std::vector<std::wstring> SoakDriver::DrawCommand() {
     const std::wstring unfinished = DrawJob(IsNotOver);
     const std::wstring ended = DrawJob(IsOver);
     std::vector<std::vector<std::wstring>> commands{
-        {L"--list", L"-f"},
-        {L"--list", L"--json", L"-f"},
-        {L"--watch", L"-f"},
-        {L"--scenarios", L"-f"},
-        {L"-f", L"-s", std::to_wstring(1 + Draw(1000))},
-        {L"-f", L"-i", platform::ToNativeText(place.jobsFile)},
-        {L"--run", L"success.rb", platform::ToNativeText(place.inputFile), L"--output",
+        {L"cadjobs", L"list", L"-f"},
+        {L"cadjobs", L"list", L"--json", L"-f"},
+        {L"cadjobs", L"watch", L"-f"},
+        {L"cadjobs", L"scenarios", L"-f"},
+        {L"controller_cli", L"-f", L"-s", std::to_wstring(1 + Draw(1000))},
+        {L"controller_cli", L"-f", L"-i", platform::ToNativeText(place.jobsFile)},
+        {L"cadjobs", L"run", L"success.rb", platform::ToNativeText(place.inputFile), L"--output",
          platform::ToNativeText(place.outputFolder), L"-f"},
-        {L"--log", ended, L"-f"},
-        {L"--delete", ended, L"-f"},
-        {L"--wait", unfinished, L"-f"},
-        {L"--cancel", unfinished, L"-f"},
+        {L"cadjobs", L"log", ended, L"-f"},
+        {L"cadjobs", L"delete", ended, L"-f"},
+        {L"cadjobs", L"wait", unfinished, L"-f"},
+        {L"cadjobs", L"cancel", unfinished, L"-f"},
     };
     std::vector<std::wstring> command = commands[Draw(commands.size())];
-    if (command.front() == L"--cancel" && !unfinished.empty()) {
+    if (command[1] == L"cancel" && !unfinished.empty()) {
         ledger.Disturb(unfinished);
     }
     return command;

@@ -116,7 +116,7 @@ protected:
 
     /// A killed front end cannot clean up; the next one does.
     void ExpectTheNextFrontEndToClearUp() const {
-        EXPECT_EQ(test_support::RunToEnd(Place().frontEnd({L"-f", L"-s", L"1"})).exitCode, 0);
+        EXPECT_EQ(test_support::RunToEnd(Place().frontEnd({L"controller_cli", L"-f", L"-s", L"1"})).exitCode, 0);
         std::vector<platform::DirectoryEntry> left;
         EXPECT_FALSE(platform::ListDirectory(directory / L"temporary", left));
         EXPECT_TRUE(left.empty()) << left.size() << " folders";

@@ -80,7 +80,7 @@ TEST_F(ClockJumpTest, AJobThatEndsBeforeItBeganIsKeptAndListed) {
     frontEnd.Cancel(id);
     const JobStatusInfo job = frontEnd.AwaitStatus(id, JobStatus::Canceled);
     EXPECT_LT(job.endTime, job.startTime);
-    const test_support::Ending list = test_support::RunToEnd(FrontEndProcess({L"--list"}));
+    const test_support::Ending list = test_support::RunToEnd(FrontEndProcess({L"cadjobs", L"list"}));
     EXPECT_EQ(list.exitCode, 0);
     EXPECT_NE(list.output.find("Canceled"), std::string::npos) << list.output;
 }

@@ -85,7 +85,7 @@ TEST_F(ResourceLimitsTest_OpenFiles, WithoutOpenFilesLeftFrontEndsWaitAndTheHost
     const auto start = std::chrono::steady_clock::now();
     const auto computedBefore = ComputingTime();
     platform::OwnedHandle frontEnd;
-    ASSERT_FALSE(platform::StartProcess(FrontEndProcess({L"--list", L"-f"}), frontEnd));
+    ASSERT_FALSE(platform::StartProcess(FrontEndProcess({L"cadjobs", L"list", L"-f"}), frontEnd));
     Await("two tries to take the front end", [this] { return CountInLog("Cannot take a front end") >= 2; });
     const std::chrono::duration<double> passed = std::chrono::steady_clock::now() - start;
     EXPECT_LT((ComputingTime() - computedBefore).count(), passed.count() / 2);
@@ -105,14 +105,14 @@ TEST_F(ResourceLimitsTest_OpenFiles, AHostThatMayOpenNoMoreTellsFrontEndsSoAndCa
     // A file that the host had open for a moment during the connections leaves space for one more.
     do {
         others.push_back(std::make_unique<IdleFrontEnds>(endpointName, few));
-        refused = test_support::RunToEnd(FrontEndProcess({L"--list"}, std::chrono::seconds(3)));
+        refused = test_support::RunToEnd(FrontEndProcess({L"cadjobs", L"list"}, std::chrono::seconds(3)));
     } while (refused.exitCode == 0 && others.size() < 5);
     EXPECT_EQ(refused.exitCode, 3);
     EXPECT_NE(refused.output.find("it is busy: the system gives it no more open files"), std::string::npos)
         << refused.output;
     EXPECT_LE(CountInLog("Front ends are turned away"), 2 * static_cast<int>(others.size())) << Log();
     EXPECT_GE(CountInLog("Front ends are turned away"), 1) << Log();
-    const auto ended = test_support::RunToEnd(FrontEndProcess({L"--stop-host"}, std::chrono::seconds(1)));
+    const auto ended = test_support::RunToEnd(FrontEndProcess({L"cadjobs", L"host", L"stop"}, std::chrono::seconds(1)));
     EXPECT_EQ(ended.exitCode, 0) << ended.output;
     EXPECT_EQ(AwaitHostEnd(), 0);
 }

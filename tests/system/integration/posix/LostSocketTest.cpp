@@ -34,12 +34,12 @@ protected:
 TEST_F(LostSocketTest, AHostWhoseSocketIsRemovedIsReachedAgain) {
     StartHost();
     ASSERT_FALSE(platform::RemoveFile(SocketPath()));
-    const auto listed = test_support::RunToEnd(FrontEndProcess({L"--list"}));
+    const auto listed = test_support::RunToEnd(FrontEndProcess({L"cadjobs", L"list"}));
     EXPECT_EQ(listed.exitCode, 0) << listed.output;
     ASSERT_FALSE(platform::RemoveTree(platform::ParentDirectory(SocketPath())));
     const auto started = test_support::RunToEnd(Host({L"--background"}));
     EXPECT_EQ(started.exitCode, 0) << started.output;
-    const auto stopped = test_support::RunToEnd(FrontEndProcess({L"--stop-host"}));
+    const auto stopped = test_support::RunToEnd(FrontEndProcess({L"cadjobs", L"host", L"stop"}));
     EXPECT_EQ(stopped.exitCode, 0) << stopped.output;
     EXPECT_EQ(AwaitHostEnd(), 0);
 }
@@ -57,13 +57,13 @@ TEST_F(LostSocketTest, AHostThatEndsLeavesNeitherSocketNorLock) {
 
 TEST_F(LostSocketTest, AFrontEndOfAnotherSessionIsToldOfTheHostAndCanEndIt) {
     StartHost();
-    const auto refused = test_support::RunToEnd(FrontEndElsewhere({L"--list"}));
+    const auto refused = test_support::RunToEnd(FrontEndElsewhere({L"cadjobs", L"list"}));
     EXPECT_EQ(refused.exitCode, 3);
     EXPECT_NE(refused.output.find("cannot be reached from here: " + ProcessOfHost() + ", since 20"), std::string::npos)
         << refused.output;
     EXPECT_NE(refused.output.find(text::ToUtf8(platform::ToNativeText(SocketPath()))), std::string::npos)
         << refused.output;
-    const auto stopped = test_support::RunToEnd(FrontEndElsewhere({L"--stop-host"}));
+    const auto stopped = test_support::RunToEnd(FrontEndElsewhere({L"cadjobs", L"host", L"stop"}));
     EXPECT_EQ(stopped.exitCode, 0) << stopped.output;
     EXPECT_EQ(AwaitHostEnd(), 0);
 }

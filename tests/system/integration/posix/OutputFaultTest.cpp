@@ -37,15 +37,16 @@ protected:
 TEST_F(OutputFaultTest, AFullDiskFailsEachCommand) {
     StartHost();
     for (const std::vector<std::wstring>& arguments :
-         std::vector<std::vector<std::wstring>>{{L"--list"},
-                                                {L"--help"},
-                                                {L"-s", L"7"},
-                                                {platform::ToNativeText(JobsFile("wait"))},
-                                                {L"--watch"},
-                                                {L"--wait", L"1"},
-                                                {L"--cancel-all"},
-                                                {L"--stop-host"}}) {
-        EXPECT_EQ(ExitCodeOnFullDisk(FrontEndProcess(arguments)), 2) << text::ToUtf8(arguments.front());
+         std::vector<std::vector<std::wstring>>{{L"cadjobs", L"list"},
+                                                {L"cadjobs", L"--help"},
+                                                {L"controller_cli", L"--help"},
+                                                {L"controller_cli", L"-s", L"7"},
+                                                {L"controller_cli", platform::ToNativeText(JobsFile("wait"))},
+                                                {L"cadjobs", L"watch"},
+                                                {L"cadjobs", L"wait", L"1"},
+                                                {L"cadjobs", L"cancel", L"--all"},
+                                                {L"cadjobs", L"host", L"stop"}}) {
+        EXPECT_EQ(ExitCodeOnFullDisk(FrontEndProcess(arguments)), 2) << text::ToUtf8(arguments[1]);
     }
     EXPECT_EQ(ExitCodeOnFullDisk(Host({L"--help"})), 2);
     EXPECT_EQ(ExitCodeOnFullDisk(Host({L"--version"})), 2);
@@ -53,9 +54,9 @@ TEST_F(OutputFaultTest, AFullDiskFailsEachCommand) {
 
 TEST_F(OutputFaultTest, AMissingStandardOutputIsSaidSo) {
     StartHost();
-    const Ending list = WithoutOutput(FrontEndProcess({L"--list"}));
+    const Ending list = WithoutOutput(FrontEndProcess({L"cadjobs", L"list"}));
     EXPECT_EQ(list.exitCode, 2);
-    EXPECT_EQ(list.output, "controller_cli: Standard output cannot be written: Bad file descriptor\n");
+    EXPECT_EQ(list.output, "cadjobs: Standard output cannot be written: Bad file descriptor\n");
     const Ending help = WithoutOutput(Host({L"--help"}));
     EXPECT_EQ(help.exitCode, 2);
     EXPECT_EQ(help.output, "controller_host: standard output cannot be written: Bad file descriptor\n");
@@ -63,10 +64,12 @@ TEST_F(OutputFaultTest, AMissingStandardOutputIsSaidSo) {
 
 TEST_F(OutputFaultTest, AWaitEndsWithItsReaderThoughNothingChanges) {
     StartHost();
-    ASSERT_EQ(test_support::RunToEnd(FrontEndProcess({platform::ToNativeText(JobsFile("print hello\nwait"))})).exitCode,
+    ASSERT_EQ(test_support::RunToEnd(
+                  FrontEndProcess({L"controller_cli", platform::ToNativeText(JobsFile("print hello\nwait"))}))
+                  .exitCode,
               0);
-    for (const std::vector<std::wstring>& arguments :
-         std::vector<std::vector<std::wstring>>{{L"--watch"}, {L"--wait", L"1"}, {L"--log", L"1", L"--follow"}}) {
+    for (const std::vector<std::wstring>& arguments : std::vector<std::vector<std::wstring>>{
+             {L"cadjobs", L"watch"}, {L"cadjobs", L"wait", L"1"}, {L"cadjobs", L"log", L"1", L"--follow"}}) {
         std::optional<platform::OutputPipe> pipe(std::in_place);
         ASSERT_FALSE(pipe->Open());
         platform::ProcessStart start = FrontEndProcess(arguments);
@@ -74,10 +77,10 @@ TEST_F(OutputFaultTest, AWaitEndsWithItsReaderThoughNothingChanges) {
         platform::OwnedHandle process;
         ASSERT_FALSE(platform::StartProcess(start, process));
         pipe->CloseWriteEnd();
-        ASSERT_TRUE(test_support::ReadUntil(*pipe, arguments[0] == L"--log" ? "hello" : "Job 1 Running"));
+        ASSERT_TRUE(test_support::ReadUntil(*pipe, arguments[1] == L"log" ? "hello" : "Job 1 Running"));
         pipe.reset();
         ASSERT_TRUE(test_support::WaitUntilSignalled(process.Get()));
-        EXPECT_EQ(platform::ExitCode(process.Get()), 141) << text::ToUtf8(arguments.front());
+        EXPECT_EQ(platform::ExitCode(process.Get()), 141) << text::ToUtf8(arguments[1]);
     }
 }
 

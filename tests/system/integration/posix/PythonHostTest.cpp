@@ -32,7 +32,7 @@ protected:
                       R"({"version":1,"parameterSets":[{"id":"fine","displayName":"Fine","parameters":[)"
                       R"({"name":"size","type":"integer","defaultValue":"3"}]}]})");
     }
-    ~PythonHostTest() override { Cli({L"--stop-host"}); }
+    ~PythonHostTest() override { Cli({L"cadjobs", L"host", L"stop"}); }
 
     Ending Cli(const std::vector<std::wstring>& arguments) const {
         return test_support::RunToEnd(FrontEndProcess(arguments));
@@ -40,7 +40,8 @@ protected:
 
     Ending Run(const std::wstring& scenario, const std::wstring& output,
                const std::vector<std::wstring>& options = {}) const {
-        std::vector<std::wstring> arguments{L"--run", scenario, platform::ToNativeText(directory / L"inputs.txt"),
+        std::vector<std::wstring> arguments{L"cadjobs",  L"run",
+                                            scenario,    platform::ToNativeText(directory / L"inputs.txt"),
                                             L"--output", platform::ToNativeText(directory / output)};
         arguments.insert(arguments.end(), options.begin(), options.end());
         return Cli(arguments);
@@ -48,7 +49,7 @@ protected:
 };
 
 TEST_F(PythonHostTest, AScriptOfTheScenarioDirectoryIsListedAndRuns) {
-    const Ending list = Cli({L"--scenarios"});
+    const Ending list = Cli({L"cadjobs", L"scenarios"});
     EXPECT_EQ(list.exitCode, 0) << list.output;
     EXPECT_NE(list.output.find("Reports : count"), std::string::npos) << list.output;
     const Ending run = Run(L"count.py", L"out", {L"--argument", L"fine size=7"});

@@ -19,7 +19,7 @@ protected:
         WriteSettings(SettingsSample());
         EXPECT_FALSE(platform::EnsurePrivateDirectories(directory / L"run"));
     }
-    ~SettingsSampleRunTest() override { Cli({L"--stop-host"}); }
+    ~SettingsSampleRunTest() override { Cli({L"cadjobs", L"host", L"stop"}); }
 
     Ending Cli(const std::vector<std::wstring>& arguments) const {
         platform::ProcessStart start = FrontEndProcess(arguments);
@@ -31,17 +31,17 @@ protected:
 TEST_F(SettingsSampleRunTest, ARubyScenarioRunsWithIt) {
     WriteTextFile(directory / L"scenarios\\sub\\first.rb", "require \"controller_scenario\"\n"
                                                            "ControllerScenario.run { |job| job.message(\"done\") }\n");
-    const Ending run = Cli({L"--run", L"first.rb", platform::ToNativeText(directory / L"inputs.txt"), L"--output",
-                            platform::ToNativeText(directory / L"out")});
+    const Ending run = Cli({L"cadjobs", L"run", L"first.rb", platform::ToNativeText(directory / L"inputs.txt"),
+                            L"--output", platform::ToNativeText(directory / L"out")});
     EXPECT_EQ(run.exitCode, 0) << run.output;
     EXPECT_NE(run.output.find("Reports : first"), std::string::npos) << run.output;
     EXPECT_TRUE(platform::IsDirectory(directory / L"out\\inputs"));
 }
 
 TEST_F(SettingsSampleRunTest, WithoutItsScenarioDirectoryTheScenariosAreNotJustNone) {
-    const Ending list = Cli({L"--scenarios"});
+    const Ending list = Cli({L"cadjobs", L"scenarios"});
     EXPECT_EQ(list.exitCode, 1);
-    EXPECT_NE(list.output.find("controller_cli: The scenario directory " +
+    EXPECT_NE(list.output.find("cadjobs: The scenario directory " +
                                text::ToUtf8(platform::ToNativeText(directory / L"scenarios")) +
                                " cannot be searched: No such file or directory.\n"),
               std::string::npos)

@@ -20,8 +20,13 @@ protected:
 };
 
 TEST_F(StoppedHostTest, EachCommandSaysThatItDoesNotAnswer) {
-    for (const std::vector<std::wstring>& arguments : std::vector<std::vector<std::wstring>>{
-             {L"--list"}, {L"--wait", L"1"}, {L"--cancel-all"}, {L"-s1"}, {L"-c1"}, {L"--list", L"-f"}}) {
+    for (const std::vector<std::wstring>& arguments :
+         std::vector<std::vector<std::wstring>>{{L"cadjobs", L"list"},
+                                                {L"cadjobs", L"wait", L"1"},
+                                                {L"cadjobs", L"cancel", L"--all"},
+                                                {L"controller_cli", L"-s1"},
+                                                {L"controller_cli", L"-c1"},
+                                                {L"cadjobs", L"list", L"-f"}}) {
         const auto refused = Cli(arguments);
         EXPECT_EQ(refused.exitCode, 3) << refused.output;
         EXPECT_NE(refused.output.find("The host cannot be reached: it does not answer"), std::string::npos)
@@ -30,7 +35,7 @@ TEST_F(StoppedHostTest, EachCommandSaysThatItDoesNotAnswer) {
 }
 
 TEST_F(StoppedHostTest, ItCanBeEnded) {
-    const auto stopped = Cli({L"--stop-host"});
+    const auto stopped = Cli({L"cadjobs", L"host", L"stop"});
     EXPECT_EQ(AwaitHostEnd(), 0);
     EXPECT_TRUE(stopped.exitCode == 0 || stopped.output.find("still ending") != std::string::npos) << stopped.output;
 }

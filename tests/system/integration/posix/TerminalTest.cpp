@@ -90,8 +90,11 @@ protected:
     /// The command line that runs a scenario with these steps.
     std::vector<std::wstring> Run(const std::string& steps) const {
         WriteTextFile(directory / L"steps.rb", steps);
-        return {L"--run", platform::ToNativeText(directory / L"steps.rb"),
-                platform::ToNativeText(directory / L"inputs.txt"), L"--output",
+        return {L"cadjobs",
+                L"run",
+                platform::ToNativeText(directory / L"steps.rb"),
+                platform::ToNativeText(directory / L"inputs.txt"),
+                L"--output",
                 platform::ToNativeText(directory / L"out")};
     }
 
@@ -100,7 +103,7 @@ protected:
         StartHost();
         EXPECT_EQ(test_support::RunToEnd(Cli(Run("exit 0"))).exitCode, 0);
         Terminal terminal(48);
-        terminal.Start(Cli({L"--list"}, variables));
+        terminal.Start(Cli({L"cadjobs", L"list"}, variables));
         return terminal.ReadToEnd();
     }
 
@@ -126,7 +129,7 @@ TEST_F(TerminalTest, ATerminalThatIsDumbOrHasNoNameIsNone) {
     for (const std::optional<std::wstring>& name :
          {std::optional<std::wstring>(L"dumb"), std::optional(std::wstring()), std::optional<std::wstring>()}) {
         Terminal terminal(48);
-        terminal.Start(Cli({L"--list"}, {{L"TERM", name}, {L"NO_COLOR", std::nullopt}}));
+        terminal.Start(Cli({L"cadjobs", L"list"}, {{L"TERM", name}, {L"NO_COLOR", std::nullopt}}));
         const std::string table = terminal.ReadToEnd();
         EXPECT_EQ(table.find('\x1b'), std::string::npos) << table;
         EXPECT_NE(table.find("Output folder, or what the scenario says\n"), std::string::npos) << table;
@@ -139,7 +142,7 @@ TEST_F(TerminalTest, ProgressIsDrawnOverAndGivesWayToTheOutcome) {
     terminal.Start(Cli(Run("wait"), noColour));
     const std::string bar = "[....................]   0 %";
     EXPECT_NE(terminal.ReadUntil(bar).find(bar), std::string::npos);
-    EXPECT_EQ(test_support::RunToEnd(Cli({L"--cancel", L"1"})).exitCode, 0);
+    EXPECT_EQ(test_support::RunToEnd(Cli({L"cadjobs", L"cancel", L"1"})).exitCode, 0);
     const std::string rest = terminal.ReadToEnd();
     const std::size_t cleared = rest.rfind("\x1b[3A\x1b[J");
     ASSERT_NE(cleared, std::string::npos) << rest;
@@ -148,14 +151,15 @@ TEST_F(TerminalTest, ProgressIsDrawnOverAndGivesWayToTheOutcome) {
 
 TEST_F(TerminalTest, CtrlCEndsTheWatchingAlone) {
     StartHost();
-    ASSERT_EQ(test_support::RunToEnd(Cli({L"-i", platform::ToNativeText(JobsFile("wait"))})).exitCode, 0);
+    ASSERT_EQ(
+        test_support::RunToEnd(Cli({L"controller_cli", L"-i", platform::ToNativeText(JobsFile("wait"))})).exitCode, 0);
     Terminal terminal(100);
-    terminal.Start(Cli({L"--watch"}, noColour));
+    terminal.Start(Cli({L"cadjobs", L"watch"}, noColour));
     terminal.ReadUntil("Running");
     terminal.Interrupt();
     terminal.ReadToEnd();
     EXPECT_EQ(terminal.ExitCode(), 0);
-    EXPECT_NE(test_support::RunToEnd(Cli({L"--list"})).output.find("Running"), std::string::npos);
+    EXPECT_NE(test_support::RunToEnd(Cli({L"cadjobs", L"list"})).output.find("Running"), std::string::npos);
 }
 
 } // namespace

@@ -1,4 +1,4 @@
-#include "front_end/commands/JobNumbers.h"
+#include "controller_cli/short_options/JobNumbers.h"
 
 #include <algorithm>
 #include <iterator>

@@ -1,4 +1,4 @@
-#include "kit/front_end/FrontEndFixture.h"
+#include "kit/front_end/ControllerCliFixture.h"
 
 #include "CommonControllerLib/ControllerLogManager.h"
 #include "formats/Messages.h"
@@ -9,7 +9,7 @@
 namespace {
 
 /// Output files that exist on this system only.
-class OutputFilesTest : public FrontEndFixture {
+class OutputFilesTest : public ControllerCliFixture {
 protected:
     OutputFilesTest() {
         WriteTextFile(directory / L"jobs.json",
