@@ -10,7 +10,7 @@
 
 namespace front_end {
 
-/// What the options of `--run` say about the start of the jobs. Throws `UsageProblem` for a wrong value.
+/// What the options of `run` say about the start of the jobs. Throws `UsageProblem` for a wrong value.
 Scheduling SchedulingOf(const CommandContext& context, const Command& command);
 
 /// A whole number of an option; nothing for one that is not given. Throws `UsageProblem` with this key for a wrong
@@ -21,7 +21,7 @@ std::optional<std::int32_t> WholeNumberOf(const std::wstring& text, std::int64_t
 /// The seconds of an option such as "2h"; nothing for one that is not given. Throws `UsageProblem` for a wrong value.
 std::optional<std::int64_t> DurationOf(const std::wstring& text);
 
-/// What the options of `--edit` change; without jobs. Throws `UsageProblem` for a wrong value.
+/// What the options of `edit` change; without jobs. Throws `UsageProblem` for a wrong value.
 JobsEdit EditOf(const CommandContext& context, const Command& command);
 
 } // namespace front_end

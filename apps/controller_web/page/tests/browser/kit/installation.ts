@@ -61,7 +61,7 @@ export class Installation {
   }
 
   async stopHost(): Promise<void> {
-    this.host = await this.stopped(this.host, 'controller_cli', '-f', '--stop-host');
+    this.host = await this.stopped(this.host, 'cadjobs', 'host', 'stop');
   }
 
   /** At any free port unless one is named. */
