@@ -52,7 +52,8 @@ struct Level {
 
 class Grammar {
 public:
-    explicit Grammar(const Texts& programTexts) : texts(programTexts), app(Text(L"Program/About"), "cadjobs") {
+    /// Null: without descriptions, which only the help shows.
+    explicit Grammar(const Texts* programTexts) : texts(programTexts), app(Text(L"Program/About"), "cadjobs") {
         Prepare(app);
         app.add_flag("--version")->description(Text(L"Options/version"))->group(Text(L"Program/Options"));
         AddOptions(app, {"--json", "--color", "--client-only", "--log-file"});
@@ -83,7 +84,8 @@ public:
     }
 
 private:
-    std::string Text(const std::wstring& key) const { return text::ToUtf8(texts.Get(key)); }
+    /// Never empty: the library does not name options of a group without a name.
+    std::string Text(const std::wstring& key) const { return texts == nullptr ? "-" : text::ToUtf8(texts->Get(key)); }
 
     void Prepare(CLI::App& level, const OperandSpec& operand = {}) const {
         level.formatter(std::make_shared<HelpFormatter>(operand));
@@ -272,7 +274,7 @@ private:
         return command;
     }
 
-    const Texts& texts;
+    const Texts* texts;
     CLI::App app;
     std::vector<Level> levels;
     /// The arguments after "--".
@@ -282,7 +284,9 @@ private:
 } // namespace
 
 ParsedCommandLine ParseSubcommand(const Texts& texts, const std::vector<std::wstring>& arguments) {
-    return Grammar(texts).Parse(arguments);
+    // To look up hundreds of texts takes longer than most commands.
+    ParsedCommandLine line = Grammar(nullptr).Parse(arguments);
+    return line.command.kind == CommandKind::Help ? Grammar(&texts).Parse(arguments) : line;
 }
 
 } // namespace front_end
