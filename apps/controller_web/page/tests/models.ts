@@ -38,6 +38,23 @@ export function gltf(buffer: { uri?: string }, changes: Record<string, unknown> 
 
 export const cubeGltf = (): string => gltf({ uri: `data:application/octet-stream;base64,${cubeBytes().toString('base64')}` });
 
+/** 90,000 copies of one shape with 1,200 triangles. */
+export function manyGltfCopies(): string {
+  const indices = Buffer.from(Uint16Array.from(Array.from({ length: 100 }, () => triangles.flat()).flat()).buffer);
+  const places = cubeBytes().subarray(triangles.length * 6);
+  const bytes = Buffer.concat([indices, places]);
+  const copies = Array.from({ length: 90_000 }, () => ({ mesh: 0 }));
+  const description = JSON.parse(gltf({})) as { accessors: { count: number }[] };
+  description.accessors[0]!.count = indices.length / 2;
+  return JSON.stringify({
+    ...description,
+    nodes: copies,
+    scenes: [{ nodes: copies.map((_copy, index) => index) }],
+    bufferViews: [{ buffer: 0, byteOffset: 0, byteLength: indices.length }, { buffer: 0, byteOffset: indices.length, byteLength: places.length }],
+    buffers: [{ byteLength: bytes.length, uri: `data:application/octet-stream;base64,${bytes.toString('base64')}` }],
+  });
+}
+
 function chunk(mark: string, content: Buffer, filler: string): Buffer {
   const padded = Buffer.concat([content, Buffer.alloc((4 - (content.length % 4)) % 4, filler)]);
   const head = Buffer.alloc(8);

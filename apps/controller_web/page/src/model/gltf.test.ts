@@ -18,6 +18,8 @@ describe('checkGltf', () => {
     ['a description longer than the file', Buffer.concat([cubeGlb().subarray(0, 12), Buffer.from('ffffff7f', 'hex'), cubeGlb().subarray(16)]), 'cutOff'],
     ['an old version', gltf({}, { asset: { version: '1.0' } }), 'version'],
     ['billions of corners', gltf({}, { accessors: [{ count: 4_000_000_000, componentType: 5126, type: 'VEC3' }] }), 'tooLarge'],
+    ['millions of corners without bytes', gltf({}, { accessors: [{ count: 5_000_000, componentType: 5126, type: 'VEC3' }] }), 'tooLarge'],
+    ['copies without bytes', gltf({}, { nodes: [{ mesh: 0, extensions: { EXT_mesh_gpu_instancing: { attributes: {} } } }] }), 'extension EXT_mesh_gpu'],
     ['a count below zero', gltf({}, { accessors: [{ count: -1 }] }), 'damaged'],
     ['an object in itself', gltf({}, { nodes: [{ children: [1] }, { children: [0] }] }), 'circular'],
     ['an object in two others', gltf({}, { nodes: [{ children: [2] }, { children: [2] }, {}] }), 'circular'],

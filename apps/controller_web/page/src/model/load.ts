@@ -1,7 +1,7 @@
 import { Box3, BufferAttribute, BufferGeometry, Mesh, MeshStandardMaterial, type Object3D } from 'three';
 import { extensionOf } from '../job/file-kinds.ts';
 import { checkGltf } from './gltf.ts';
-import { ModelError } from './model-error.ts';
+import { limits, ModelError } from './model-error.ts';
 import { OwnFiles } from './own-files.ts';
 import type { StlAnswer } from './stl-worker.ts';
 import type { Triangles } from './stl.ts';
@@ -53,7 +53,21 @@ function read(bytes: ArrayBuffer, address: string, path: string): Promise<Object
   return extension === '3mf' ? load3mf(bytes) : loadGltf(bytes, address);
 }
 
+function cornersOf(object: Object3D): number {
+  if (!(object instanceof Mesh)) return 0;
+  const { index, attributes } = object.geometry as BufferGeometry;
+  return index?.count ?? attributes['position']?.count ?? 0;
+}
+
+/** What is drawn: a shape counts each time that it is used. */
+function checkCorners(model: Object3D): void {
+  let corners = 0;
+  model.traverse((object) => (corners += cornersOf(object)));
+  if (corners > limits.triangles * 3) throw new ModelError('tooLarge');
+}
+
 function checkShape(model: Object3D): void {
+  checkCorners(model);
   model.updateMatrixWorld(true);
   const box = new Box3().setFromObject(model);
   if (box.isEmpty()) throw new ModelError('noTriangles');

@@ -26,5 +26,6 @@ export class ModelError extends Error {
 export const limits = {
   triangles: 20_000_000,
   objects: 100_000,
+  zeros: 1_000_000,
   unpackedBytes: 512_000_000,
 } as const;

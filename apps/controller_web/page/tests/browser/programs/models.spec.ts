@@ -3,7 +3,7 @@ import { createServer } from 'node:http';
 import type { AddressInfo } from 'node:net';
 import { once } from 'node:events';
 import type { Page } from '@playwright/test';
-import { archiveBomb, cube3mf, cubeGlb, cubeGltf, cubeObject, cubeStl, gltf, manyCubes, threeMf } from '../../models.ts';
+import { archiveBomb, cube3mf, cubeGlb, cubeGltf, cubeObject, cubeStl, gltf, manyCubes, manyGltfCopies, threeMf } from '../../models.ts';
 import { rowOf } from '../kit/mock.ts';
 import { expect, test, type Installation } from '../kit/real.ts';
 import { scenarios } from '../kit/scenarios.ts';
@@ -64,6 +64,7 @@ const damaged: Record<string, [string | Buffer, RegExp]> = {
   'short.gltf': [cubeGltf().slice(0, -30), /damaged/],
   'no bytes.glb': [cubeGlb(gltf({}, { bufferViews: [] })), /damaged/],
   'billions.gltf': [gltf({}, { accessors: [{ count: 4_000_000_000, componentType: 5126, type: 'VEC3' }] }), /larger than the page can show/],
+  'copies.gltf': [manyGltfCopies(), /larger than the page can show/],
   'in itself.gltf': [gltf({}, { nodes: [{ children: [0] }] }), /contains itself/],
   'old.gltf': [gltf({}, { asset: { version: '1.0' } }), /only glTF 2/],
   'short.3mf': [cube3mf().subarray(0, 300), /no archive, or is cut off/],
