@@ -4,6 +4,8 @@
 #include <map>
 #include <sstream>
 
+#include <rapidjson/document.h>
+
 #include "cadjobs/command_line/Subcommands.h"
 #include "formats/Messages.h"
 #include "kit/JsonSchema.h"
@@ -144,6 +146,28 @@ TEST_F(JsonOutputSchemaTest, EachSubcommandWritesWhatTheSchemaSays) {
             EXPECT_EQ(test_support::SchemaProblem("cadjobs", line, true), "") << spec.name;
         }
         EXPECT_GT(count, 0) << spec.name << ": " << console.errors;
+        stop.Clear();
+    }
+}
+
+TEST_F(JsonOutputSchemaTest, NoSubcommandWritesALoneSurrogate) {
+    const std::map<std::string, Arguments> lines = CommandLines();
+    const std::wstring half(1, wchar_t{0xd83d});
+    for (const auto& [subcommand, more] : lines) {
+        HaveJobs();
+        for (ListedJob& job : host.jobs) {
+            job.inputFiles = {L"/in/" + half};
+            job.scenario.displayName = half;
+            job.needs = {{half, 1}};
+        }
+        host.runs = true;
+        console.onWrite = [&] { subcommand == "watch" ? stop.Raise() : stop.Clear(); };
+        std::istringstream output(JsonOf(subcommand, more));
+        for (std::string line; std::getline(output, line);) {
+            rapidjson::Document document;
+            document.Parse<rapidjson::kParseValidateEncodingFlag>(line.c_str());
+            EXPECT_FALSE(document.HasParseError()) << subcommand << ": " << line;
+        }
         stop.Clear();
     }
 }

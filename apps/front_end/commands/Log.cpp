@@ -11,7 +11,8 @@
 #include "front_end/output/StateJson.h"
 #include "front_end/terminal/TerminalText.h"
 #include "platform/files/File.h"
-#include "text/Text.h"
+#include "text/CodeUnits.h"
+#include "text/Utf8Pieces.h"
 
 namespace front_end::commands {
 namespace {
@@ -30,7 +31,8 @@ class LogReader {
 public:
     LogReader(const JobListInfo& job, bool isJson) : path(LogPath(job)), number(job.seqId), asJson(isJson) {}
 
-    /// Writes the bytes added since the last call. Returns false if there is no log.
+    /// Writes the bytes added since the last call; with JSON an incomplete character is kept until its remaining bytes
+    /// are there. Returns false if there is no log.
     bool PassOn(Console& console) {
         bool isThere = true;
         for (std::string bytes = ReadBlock(isThere); !bytes.empty(); bytes = ReadBlock(isThere)) {
@@ -39,10 +41,29 @@ public:
         return isThere;
     }
 
+    /// Writes what is kept, because the log is complete.
+    void Finish(Console& console) { WriteJson(pieces.TakeRest(), console); }
+
 private:
     void Write(const std::string& bytes, Console& console) {
-        const std::string shown = asJson ? text::ToUtf8(LogPartJson(number, text::FromUtf8(bytes)))
-                                         : (console.IsTerminal() ? terminalText.Take(bytes) : bytes);
+        if (asJson) {
+            WriteJson(pieces.Take(bytes), console);
+        } else {
+            WriteShown(console.IsTerminal() ? terminalText.Take(bytes) : bytes, console);
+        }
+    }
+
+    void WriteJson(const std::u32string& characters, Console& console) const {
+        std::wstring part;
+        for (const char32_t character : characters) {
+            text::AppendWide(part, character);
+        }
+        if (!part.empty()) {
+            console.Write(LogPartJson(number, part));
+        }
+    }
+
+    static void WriteShown(const std::string& shown, Console& console) {
         if (!shown.empty()) {
             console.WriteBytes(shown);
         }
@@ -71,6 +92,8 @@ private:
     std::uint64_t position = 0;
     /// A scenario's output may contain data from untrusted input files.
     TerminalText terminalText;
+    /// For JSON, which holds whole characters only.
+    text::Utf8Pieces pieces;
 };
 
 /// Applies the reports of one job.
@@ -94,6 +117,7 @@ void Follow(CommandContext& context, HostSession& session, JobListInfo job, bool
         Apply(session.WaitForUpdates(lookInterval), job);
         hasLog = reader.PassOn(context.console) || hasLog;
     }
+    reader.Finish(context.console);
     if (!hasLog) {
         Fail(context, job.status == unlistedStatus ? L"Errors/JobDeleted" : L"Errors/NoLog", job);
     }
@@ -110,9 +134,13 @@ ExitCode Log(CommandContext& context, const Command& command) {
     const JobListInfo& job = jobs.front();
     if (command.follows) {
         Follow(context, session, job, command.asJson);
-    } else if (!LogReader(job, command.asJson).PassOn(context.console)) {
+        return ExitCode::Success;
+    }
+    LogReader reader(job, command.asJson);
+    if (!reader.PassOn(context.console)) {
         Fail(context, L"Errors/NoLog", job);
     }
+    reader.Finish(context.console);
     return ExitCode::Success;
 }
 

@@ -45,6 +45,38 @@ TEST_F(LogTest, OnATerminalACharacterMayComeInPieces) {
     EXPECT_EQ(console.output, "one \\u202e two\n");
 }
 
+TEST_F(LogTest, AsJsonACharacterMayComeInPieces) {
+    Log("one \xe2\x82");
+    Script({[this] {
+        Log("one \xe2\x82\xac two\n");
+        host.Report(At(JobStatus::Success));
+    }});
+    EXPECT_EQ(Run({L"log", L"1", L"--follow", L"--json"}), 0);
+    EXPECT_EQ(console.output, R"({"version":1,"number":1,"text":"one "})"
+                              "\n"
+                              "{\"version\":1,\"number\":1,\"text\":\"\xe2\x82\xac two\\n\"}"
+                              "\n");
+}
+
+TEST_F(LogTest, AsJsonALongLogIsDividedBetweenCharacters) {
+    constexpr std::size_t block = 256 * 1024;
+    Log(std::string(block - 1, 'a') + "\xc3\xa9" + std::string(block - 3, 'b') + "\xf0\x9f\x98\x80");
+    EXPECT_EQ(Run({L"log", L"1", L"--json"}), 0);
+    EXPECT_NE(console.output.find("\"text\":\"\xc3\xa9"
+                                  "b"),
+              std::string::npos);
+    EXPECT_NE(console.output.find("\"text\":\"\xf0\x9f\x98\x80\""), std::string::npos);
+}
+
+TEST_F(LogTest, AsJsonBytesThatAreNoTextAreReplaced) {
+    Log("a\xff"
+        "b \xed\xa0\x80 c\xe2\x82");
+    EXPECT_EQ(Run({L"log", L"1", L"--json"}), 0);
+    EXPECT_EQ(console.output, "{\"version\":1,\"number\":1,\"text\":\"a\xef\xbf\xbd"
+                              "b \xef\xbf\xbd c\"}\n"
+                              "{\"version\":1,\"number\":1,\"text\":\"\xef\xbf\xbd\"}\n");
+}
+
 TEST_F(LogTest, AJobWithoutALogIsSaidSo) {
     EXPECT_EQ(Run({L"log", L"1"}), 1);
     EXPECT_EQ(console.errors, "cadjobs: Job 1 has no log.\n");

@@ -10,6 +10,7 @@
 #include "formats/json/SchedulingLayouts.h"
 #include "formats/json/Writing.h"
 #include "front_end/jobs/JobConditions.h"
+#include "front_end/output/PortableJson.h"
 #include "platform/files/NativePath.h"
 
 namespace front_end {
@@ -191,6 +192,7 @@ std::wstring JobsJsonParts::Rows(std::vector<JobRow> jobs) {
         document.jobs.push_back(ReportOf(std::move(view)));
     }
     std::wstring text = json::Write(document);
+    MakePortable(text);
     text.erase(text.rfind(L']'));
     if (std::exchange(hasBegun, true)) {
         text.replace(0, text.find(L'[') + 1, jobs.empty() ? L"" : L",");
@@ -232,6 +234,7 @@ std::optional<JobMembers> JobMembers::Named(const std::vector<std::wstring>& nam
 
 void AppendJob(JobRow job, const JobMembers& members, std::wstring& json) {
     const JobReport report = ReportOf(std::move(job));
+    const std::size_t begin = json.size();
     std::size_t index = 0;
     json += L'{';
     const auto append = [&](const auto& member) {
@@ -244,6 +247,7 @@ void AppendJob(JobRow job, const JobMembers& members, std::wstring& json) {
     };
     std::apply([&](const auto&... member) { (append(member), ...); }, json::Layout<JobReport>::members);
     json += L'}';
+    MakePortable(json, begin);
 }
 
 std::wstring ScenariosJson(const std::vector<ScenarioInfo>& scenarios,
@@ -253,11 +257,11 @@ std::wstring ScenariosJson(const std::vector<ScenarioInfo>& scenarios,
     for (const ScenarioInfo& scenario : scenarios) {
         document.scenarios.push_back(ReportOf(scenario));
     }
-    return json::Write(document) + L"\n";
+    return PortableLine(document);
 }
 
 std::wstring ParameterSetsJson(const std::vector<ScenarioParameterSetInfo>& parameterSets) {
-    return json::Write(ParameterSetsDocument{parameterSets}) + L"\n";
+    return PortableLine(ParameterSetsDocument{parameterSets});
 }
 
 } // namespace front_end

@@ -8,8 +8,8 @@
 #include <string>
 #include <vector>
 
-/// The output of `--json`: one JSON object per line, each with the version of its format. Its names do not depend on
-/// the language.
+/// The output of `--json`: one JSON object per line, each with the version of its format, without lone surrogates
+/// (`MakePortable`). Its names do not depend on the language.
 namespace front_end {
 
 /// The document of `JobsJson` in parts.

@@ -3,7 +3,7 @@
 #include <tuple>
 
 #include "formats/json/RecordLayouts.h"
-#include "formats/json/Writing.h"
+#include "front_end/output/PortableJson.h"
 #include "front_end/output/StateLayouts.h"
 
 namespace front_end {
@@ -115,35 +115,37 @@ std::int64_t& CountOf(JobCounts& counts, JobStatus status) {
 }
 
 std::wstring ReportsJson(const std::vector<JobReport>& reports) {
-    return json::Write(ReportsDocument{reports}) + L"\n";
+    return PortableLine(ReportsDocument{reports});
 }
 
 std::wstring HostJson(const HostState& host) {
-    return json::Write(HostDocument{host}) + L"\n";
+    return PortableLine(HostDocument{host});
 }
 
 std::wstring OverviewJson(const HostState& host, const std::optional<QueueNumbers>& queue) {
-    return (queue ? json::Write(OverviewDocument{host, *queue}) : json::Write(HostDocument{host})) + L"\n";
+    return queue ? PortableLine(OverviewDocument{host, *queue}) : PortableLine(HostDocument{host});
 }
 
 std::wstring PausedJson(bool isPaused) {
-    return json::Write(PausedDocument{isPaused}) + L"\n";
+    return PortableLine(PausedDocument{isPaused});
 }
 
 std::wstring ChecksJson(const std::vector<CheckResult>& checks) {
-    return json::Write(ChecksDocument{checks}) + L"\n";
+    return PortableLine(ChecksDocument{checks});
 }
 
 std::wstring PathJson(const std::wstring& nativePath) {
-    return json::Write(PathDocument{nativePath}) + L"\n";
+    return PortableLine(PathDocument{nativePath});
 }
 
 std::wstring SettingsJson(const std::wstring& settings) {
-    return L"{\"version\":1,\"settings\":" + settings + L"}\n";
+    std::wstring json = L"{\"version\":1,\"settings\":" + settings + L"}\n";
+    MakePortable(json);
+    return json;
 }
 
 std::wstring LogPartJson(std::int32_t number, const std::wstring& text) {
-    return json::Write(LogDocument{number, text}) + L"\n";
+    return PortableLine(LogDocument{number, text});
 }
 
 } // namespace front_end

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "text/Utf8Pieces.h"
+
 #include <string>
 #include <string_view>
 
@@ -9,11 +11,13 @@ namespace front_end {
 /// as C escape sequences.
 class TerminalText {
 public:
-    /// The bytes may arrive in pieces of any size; an incomplete character is kept until its remaining bytes arrive.
+    /// The bytes may arrive in pieces of any size; an incomplete character, and a carriage return that may belong to a
+    /// line break, are kept until the bytes behind them arrive.
     std::string Take(std::string_view bytes);
 
 private:
-    std::string kept;
+    text::Utf8Pieces pieces;
+    bool endedWithReturn = false;
 };
 
 } // namespace front_end
