@@ -1,10 +1,17 @@
 #include "front_end/output/PortableJson.h"
 
+#include <algorithm>
+#include <iterator>
 #include <map>
 #include <string>
 #include <vector>
 
 #include <gtest/gtest.h>
+
+#include "ControllerCSWrapper/ControllerCSWrapper.h"
+#include "formats/Events.h"
+#include "formats/Messages.h"
+#include "kit/HostileStrings.h"
 
 namespace {
 
@@ -31,6 +38,32 @@ TEST(PortableJsonTest, OtherTextsStayAsTheyAre) {
         const std::wstring json = Written({text, L"\\", L""});
         EXPECT_EQ(Portable(json), json);
         EXPECT_EQ(Portable(Written({half, text})), LR"([{"codePoints":[56448]},)" + Written({text}).substr(1));
+    }
+}
+
+/// The ids of reports that have gone through JSON for others.
+std::vector<std::wstring> ReadBack(const std::vector<std::wstring>& ids) {
+    std::vector<JobStatusInfo> reports(ids.size());
+    std::transform(ids.begin(), ids.end(), reports.begin(), [](const std::wstring& id) {
+        JobStatusInfo report;
+        report.id = id;
+        return report;
+    });
+    std::vector<JobStatusInfo> received;
+    const std::wstring message = messages::Serialize(events::cancelJobsFinish.name, reports);
+    EXPECT_TRUE(ControllerCSWrapper::Deserialize(Portable(message), received));
+    std::vector<std::wstring> read;
+    std::transform(received.begin(), received.end(), std::back_inserter(read),
+                   [](const JobStatusInfo& report) { return report.id; });
+    return read;
+}
+
+TEST(PortableJsonTest, EveryTextIsReadBackAsItWas) {
+    EXPECT_EQ(ReadBack(HostileStrings()), HostileStrings());
+    RandomTexts random(7);
+    for (int round = 0; round < 200; ++round) {
+        const std::vector<std::wstring> texts = random.List();
+        EXPECT_EQ(ReadBack(texts), texts) << "round " << round;
     }
 }
 
