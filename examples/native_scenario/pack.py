@@ -1,18 +1,18 @@
-"""Packs the files of a directory as a scenario package whose bytes depend on their content only, not on their times.
+"""Packs a directory as a scenario package whose bytes depend on its files only, not on their times.
 
-Usage: pack.py PACKAGE DIRECTORY FILE...
+Usage: pack.py PACKAGE DIRECTORY
 """
 
-import os
 import sys
 import zipfile
+from pathlib import Path
 
 
-def pack(package: str, directory: str, names: list[str]) -> None:
+def pack(package: str, directory: Path) -> None:
     with zipfile.ZipFile(package, "w", zipfile.ZIP_DEFLATED) as archive:
-        for name in names:
-            with open(os.path.join(directory, name), "rb") as file:
-                archive.writestr(zipfile.ZipInfo(name), file.read(), zipfile.ZIP_DEFLATED)
+        for path in sorted(path for path in directory.rglob("*") if path.is_file()):
+            name = path.relative_to(directory).as_posix()
+            archive.writestr(zipfile.ZipInfo(name), path.read_bytes(), zipfile.ZIP_DEFLATED)
 
 
-pack(sys.argv[1], sys.argv[2], sys.argv[3:])
+pack(sys.argv[1], Path(sys.argv[2]))

@@ -29,11 +29,26 @@ void Warn(const std::wstring& place, const std::vector<std::wstring>& warnings) 
     }
 }
 
-bool RequireFile(const std::wstring& package, const std::wstring& name, std::wstring& problem) {
-    if (scenario_package::HasFile(package, text::ToUtf8(name))) {
+bool Has(const std::wstring& package, const std::wstring& name) {
+    return scenario_package::HasFile(package, text::ToUtf8(name));
+}
+
+/// On Windows "bin/check" stands for "bin/check.exe", so that one package can have a program for each system.
+void ChooseProgram(const std::wstring& package, ScenarioManifest& manifest) {
+    const std::wstring program = manifest.executable + platform::programExtension;
+    if (!manifest.executable.empty() && Has(package, program)) {
+        manifest.executable = program;
+    }
+}
+
+bool RequireFile(const std::wstring& package, const ScenarioManifest& manifest, std::wstring& problem) {
+    const bool isProgram = manifest.entryPoint.empty();
+    const std::wstring& name = isProgram ? manifest.executable : manifest.entryPoint;
+    if (Has(package, name)) {
         return true;
     }
-    problem = ManifestIn(package) + L"the package has no file \"" + name + L"\"";
+    problem = ManifestIn(package) + L"the package has no file \"" + name + L"\"" +
+              (isProgram ? L", the program for this system" : L"");
     return false;
 }
 
@@ -48,7 +63,8 @@ bool ReadFromPackage(const std::wstring& package, ScenarioManifest& manifest, st
         problem = ManifestIn(package) + problem;
         return false;
     }
-    if (!RequireFile(package, read.entryPoint.empty() ? read.executable : read.entryPoint, problem)) {
+    ChooseProgram(package, read);
+    if (!RequireFile(package, read, problem)) {
         return false;
     }
     Warn(ManifestIn(package), warnings);

@@ -18,7 +18,8 @@ struct ScenarioManifest {
     /// The path of the script in the package, with slashes; run by `interpreter`.
     std::wstring entryPoint;
     std::wstring interpreter;
-    /// The path of the program in the package, with slashes; used instead of `entryPoint`.
+    /// The path of the program in the package, with slashes; used instead of `entryPoint`. The name is that of the
+    /// program for this system.
     std::wstring executable;
     /// 0 means no limit.
     std::int32_t timeLimitSeconds = 0;
@@ -39,8 +40,9 @@ CONTROLLER_API bool IsPackage(const std::wstring& scenarioPath);
 /// be missing.
 CONTROLLER_API std::wstring ManifestBeside(const std::wstring& script);
 
-/// Reads the manifest of a scenario. A script without a manifest gets the defaults. On failure (an invalid manifest, or
-/// a package without one) returns false and sets `problem` to the file and the error.
+/// Reads the manifest of a scenario. A script without a manifest gets the defaults. On Windows the executable of a
+/// package is the file of that name with ".exe", if the package has one. On failure (an invalid manifest, a package
+/// without one, or without the file to run) returns false and sets `problem` to the file and the error.
 [[nodiscard]] CONTROLLER_API bool ReadFor(const std::wstring& scenarioPath, ScenarioManifest& manifest,
                                           std::wstring& problem);
 

@@ -49,6 +49,14 @@ TEST_F(PackScenarioTest, AListNamesTheFilesAndTheirPlaces) {
     EXPECT_NE(console.errors.find("package_files.txt has the line \"manifest.json\""), std::string::npos);
 }
 
+TEST_F(PackScenarioTest, APackageHasAProgramForEachSystem) {
+    WriteTextFile(directory / L"wall\\manifest.json", R"({"version":1,"displayName":"Wall","executable":"bin/wall"})");
+    WriteTextFile(directory / L"wall\\bin\\wall", "for Linux");
+    WriteTextFile(directory / L"wall\\bin\\wall.exe", "for Windows");
+    EXPECT_EQ(Pack(), 0) << console.errors;
+    EXPECT_TRUE(Has("bin/wall") && Has("bin/wall.exe"));
+}
+
 TEST_F(PackScenarioTest, WhatCouldNotRunLeavesTheEarlierPackageAlone) {
     WriteTextFile(package, "the one before");
     WriteTextFile(directory / L"wall\\manifest.json", R"({"version":1,"displayName":"Wall"})");

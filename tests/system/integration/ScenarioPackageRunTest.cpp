@@ -43,6 +43,19 @@ TEST_F(ScenarioPackageRunTest, APackagedProgramRuns) {
     EXPECT_TRUE(platform::Exists(InWorkDir(L"package\\bin\\steps.txt")));
 }
 
+TEST_F(ScenarioPackageRunTest, OfTheProgramsForTwoSystemsThatOfThisSystemRuns) {
+    const std::string own = "bin/packaged" + text::ToUtf8(platform::programExtension);
+    const std::string other = own == "bin/packaged" ? "bin/packaged.exe" : "bin/packaged";
+    const std::string program = ReadTextFile(test_support::ProgramPath(L"test_scenario"));
+    ASSERT_EQ(StartPackage(R"({"version":1,"displayName":"Packaged","executable":"bin/packaged"})",
+                           {Entry(other, "a program of another system"), Entry(own, program),
+                            Entry("bin/steps.txt", "print from a package")}),
+              0);
+    EXPECT_EQ(AwaitEnd(), 0) << text::ToUtf8(FirstMessage());
+    EXPECT_TRUE(Result().succeeded) << Log();
+    EXPECT_EQ(Log(), "from a package\n");
+}
+
 TEST_F(ScenarioPackageRunTest, APackagedScriptRunsWithItsInterpreter) {
     ASSERT_EQ(StartPackage(
                   R"({"version":1,"displayName":"Packaged","entryPoint":"main.steps","interpreter":"test_scenario"})",
