@@ -61,4 +61,18 @@ TEST_F(SettingsCommandsTest, ALanguageFileIsCheckedForMissingTexts) {
     EXPECT_EQ(Settings({L"language", directory / L"all.json"}), 0) << console.output;
 }
 
+TEST_F(SettingsCommandsTest, ACheckNamesTheFirstMissingTextsOfTheLanguageInUse) {
+    WriteTextFile(directory / L"strings.json", R"({"xx":{"Table":{"State":"S"}}})");
+    const std::string settings =
+        R"({"version":1,"logFile":"","stringResourceFile":"strings.json","defaultCulture":"en-US","culture":)";
+    UseSettings(settings + R"("en-US"})");
+    EXPECT_EQ(Settings({L"check"}), 0) << console.output;
+    EXPECT_NE(console.output.find("ok     language: en-US\n"), std::string::npos) << console.output;
+    WriteTextFile(directory / L"other.json", settings + R"("xx"})");
+    EXPECT_EQ(Settings({L"check", directory / L"other.json"}), 1);
+    EXPECT_NE(console.output.find("wrong  language: xx: missing: "), std::string::npos) << console.output;
+    EXPECT_NE(console.output.find("Completion/Failed, Completion/Last, Confirm/Cancel, ..."), std::string::npos);
+    EXPECT_NE(console.output.find("strings.json; \"cadjobs settings language FILE\" names all."), std::string::npos);
+}
+
 } // namespace

@@ -32,9 +32,10 @@ class SettingsSchemaTest : public testing::Test {
 protected:
     bool IsRead(const std::string& json) {
         WriteTextFile(directory / L"settings.json", json);
+        settings::Settings read;
         std::wstring problem;
         std::vector<std::wstring> warnings;
-        return settings::CheckFile(directory / L"settings.json", problem, warnings) && warnings.empty();
+        return settings::CheckFile(directory / L"settings.json", read, problem, warnings) && warnings.empty();
     }
 
     const TemporaryDirectory directory;

@@ -148,9 +148,9 @@ CONTROLLER_API std::wstring Problem();
 /// invalid.
 CONTROLLER_API std::wstring Serialize(const Settings& settings);
 
-/// Reads a settings file without using it. Appends one text per unknown member to `warnings`. On failure returns false
-/// and sets `problem` to file, position, member and what was expected.
-[[nodiscard]] CONTROLLER_API bool CheckFile(const std::wstring& path, std::wstring& problem,
+/// Reads a settings file without using it. Appends one text per unknown member to `warnings`. On failure returns false,
+/// sets `problem` to file, position, member and what was expected, and leaves `read` alone.
+[[nodiscard]] CONTROLLER_API bool CheckFile(const std::wstring& path, Settings& read, std::wstring& problem,
                                             std::vector<std::wstring>& warnings);
 
 /// Returns the names of all members of a settings file; those of objects inside, and of objects in lists, with dots:

@@ -270,8 +270,7 @@ std::vector<std::wstring> MemberNames() {
     return names;
 }
 
-bool CheckFile(const std::wstring& path, std::wstring& problem, std::vector<std::wstring>& warnings) {
-    Settings read;
+bool CheckFile(const std::wstring& path, Settings& read, std::wstring& problem, std::vector<std::wstring>& warnings) {
     return ReadSettingsFile(path, read, problem, warnings);
 }
 

@@ -7,6 +7,7 @@
 #include "formats/JobListFile.h"
 #include "front_end/commands/Commands.h"
 #include "front_end/commands/HostStates.h"
+#include "front_end/commands/LanguageChecks.h"
 #include "front_end/output/CheckReport.h"
 #include "front_end/output/StateJson.h"
 #include "modules/StartChecks.h"
@@ -25,6 +26,7 @@ public:
     std::vector<CheckResult> Run() {
         CheckVersions();
         CheckSettings();
+        CheckLanguagesInUse(context, *settings, results);
         CheckModulesAndPrograms();
         CheckDirectories();
         CheckPermissions();

@@ -49,6 +49,18 @@ TEST_F(DoctorTest, BrokenSettingsAreWrongAndTheOtherChecksGoOn) {
     EXPECT_TRUE(Says("  host: "));
 }
 
+TEST_F(DoctorTest, TextsThatALanguageLacksOrThatDoNotExistAreWrong) {
+    UseSettings(R"({"version":1,"logFile":"","stringResourceFile":"strings.json","culture":"xx"})");
+    WriteTextFile(directory / L"strings.xx.json", R"({"xx":{"Table":{"State":"S","Stat":"S"}}})");
+    EXPECT_EQ(Doctor(), 1);
+    EXPECT_TRUE(Says("wrong  language: xx: missing: ")) << console.output;
+    EXPECT_TRUE(Says("wrong  language: xx: there are no such texts: 1: Table/Stat. Mend ")) << console.output;
+    EXPECT_TRUE(Says("ok     language: en-US\n"));
+    WriteTextFile(directory / L"strings.xx.json", "{broken");
+    EXPECT_EQ(Doctor(), 1);
+    EXPECT_TRUE(Says("strings.xx.json is no file with the texts of a language: ")) << console.output;
+}
+
 TEST_F(DoctorTest, AMissingScenarioDirectoryIsWrong) {
     UseDirectories("missing");
     EXPECT_EQ(Doctor(), 1);

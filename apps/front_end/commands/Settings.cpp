@@ -1,15 +1,13 @@
 #include "services/Settings.h"
 
-#include <map>
-
 #include <rapidjson/prettywriter.h>
 #include <rapidjson/reader.h>
 #include <rapidjson/stringbuffer.h>
 
 #include "front_end/commands/Commands.h"
 #include "front_end/commands/FileRoles.h"
+#include "front_end/commands/LanguageChecks.h"
 #include "front_end/output/CheckReport.h"
-#include "front_end/output/LanguageFile.h"
 #include "front_end/output/StateJson.h"
 #include "platform/files/FileSystem.h"
 #include "platform/files/NativePath.h"
@@ -40,17 +38,6 @@ std::wstring CheckedFile(const Command& command) {
     return isMissing ? std::wstring() : file;
 }
 
-void AddKeys(const CommandContext& context, const wchar_t* textKey, const std::vector<std::wstring>& keys,
-             const std::wstring& culture, std::vector<CheckResult>& results) {
-    std::wstring names;
-    for (const std::wstring& key : keys) {
-        names += (names.empty() ? L"" : L", ") + key;
-    }
-    if (!keys.empty()) {
-        results.push_back({culture, false, context.texts.Format(textKey, {std::to_wstring(keys.size()), names})});
-    }
-}
-
 } // namespace
 
 ExitCode SettingsPath(CommandContext& context, const Command& command) {
@@ -73,9 +60,10 @@ ExitCode CheckSettings(CommandContext& context, const Command& command) {
     std::wstring problem;
     std::vector<std::wstring> warnings;
     std::vector<CheckResult> results;
+    settings::Settings checked = *settings::Current();
     if (file.empty()) {
         results.push_back({L"settings", true, context.texts.Get(L"Doctor/BuiltInSettings")});
-    } else if (!settings::CheckFile(file, problem, warnings)) {
+    } else if (!settings::CheckFile(file, checked, problem, warnings)) {
         results.push_back({L"settings", false, problem});
     } else {
         results.push_back({L"settings", true, platform::ToNativeText(file)});
@@ -83,26 +71,15 @@ ExitCode CheckSettings(CommandContext& context, const Command& command) {
     for (const std::wstring& warning : warnings) {
         results.push_back({L"members", false, warning});
     }
+    if (problem.empty()) {
+        CheckLanguagesInUse(context, checked, results);
+    }
     return ReportChecks(context, results, command.asJson);
 }
 
 ExitCode CheckLanguage(CommandContext& context, const Command& command) {
-    const std::wstring file = AbsolutePath(command.operands.front());
-    const std::wstring native = platform::ToNativeText(file);
-    std::map<std::wstring, LanguageProblems> sections;
-    std::wstring problem;
     std::vector<CheckResult> results;
-    if (!CheckLanguageFile(file, sections, problem)) {
-        results.push_back({L"file", false, context.texts.Format(L"Language/NoFile", {native, problem})});
-    }
-    for (const auto& [culture, problems] : sections) {
-        AddKeys(context, L"Language/Missing", problems.missing, culture, results);
-        AddKeys(context, L"Language/Unknown", problems.unknown, culture, results);
-        AddKeys(context, L"Language/Differing", problems.differing, culture, results);
-    }
-    if (results.empty()) {
-        results.push_back({L"file", true, native});
-    }
+    CheckLanguageFileTexts(context, AbsolutePath(command.operands.front()), results);
     return ReportChecks(context, results, command.asJson);
 }
 

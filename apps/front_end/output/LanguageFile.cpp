@@ -20,6 +20,8 @@ constexpr const char* referenceCulture = "en-US";
 
 /// Texts by key.
 using TextsByKey = std::map<std::wstring, std::string>;
+/// Texts by culture.
+using Sections = std::map<std::wstring, TextsByKey>;
 
 /// Returns false if the section has another form.
 bool ReadSection(const rapidjson::Value& section, TextsByKey& texts) {
@@ -80,19 +82,46 @@ LanguageProblems Compare(const TextsByKey& texts, const TextsByKey& reference) {
     return problems;
 }
 
-bool ReadSections(const rapidjson::Document& document, std::map<std::wstring, LanguageProblems>& sections) {
+bool ReadSections(const rapidjson::Document& document, Sections& sections) {
     if (!document.IsObject() || document.ObjectEmpty()) {
         return false;
     }
-    const TextsByKey reference = Reference();
     for (const auto& section : document.GetObject()) {
-        TextsByKey texts;
-        if (!ReadSection(section.value, texts)) {
+        if (!ReadSection(section.value, sections[text::FromUtf8(section.name.GetString())])) {
             return false;
         }
-        sections[text::FromUtf8(section.name.GetString())] = Compare(texts, reference);
     }
     return true;
+}
+
+/// On failure `sections` may have a part of the texts.
+bool ReadLanguageFile(const std::wstring& path, Sections& sections, std::wstring& problem) {
+    std::string bytes;
+    if (const platform::Error error = platform::ReadFile(path, largestFile, bytes)) {
+        problem = error.Text();
+        return false;
+    }
+    rapidjson::Document document;
+    document.Parse(bytes.c_str());
+    if (document.HasParseError()) {
+        problem = text::FromUtf8(rapidjson::GetParseError_En(document.GetParseError())) + L" (" +
+                  std::to_wstring(document.GetErrorOffset()) + L")";
+        return false;
+    }
+    if (!ReadSections(document, sections)) {
+        problem = LR"({"CULTURE":{"GROUP":{"KEY":"TEXT"}}})";
+        return false;
+    }
+    return true;
+}
+
+/// Adds the texts of a less important file.
+void AddMissing(const TextsByKey& more, TextsByKey& texts) {
+    for (const auto& [key, text] : more) {
+        if (!text.empty()) {
+            texts.try_emplace(key, text);
+        }
+    }
 }
 
 } // namespace
@@ -109,25 +138,41 @@ std::vector<std::wstring> LanguageFiles(const std::wstring& stringResourceFile, 
 
 bool CheckLanguageFile(const std::wstring& path, std::map<std::wstring, LanguageProblems>& sections,
                        std::wstring& problem) {
-    std::string bytes;
-    if (const platform::Error error = platform::ReadFile(path, largestFile, bytes)) {
-        problem = error.Text();
+    Sections read;
+    if (!ReadLanguageFile(path, read, problem)) {
         return false;
     }
-    rapidjson::Document document;
-    document.Parse(bytes.c_str());
-    if (document.HasParseError()) {
-        problem = text::FromUtf8(rapidjson::GetParseError_En(document.GetParseError())) + L" (" +
-                  std::to_wstring(document.GetErrorOffset()) + L")";
-        return false;
+    const TextsByKey reference = Reference();
+    sections.clear();
+    for (const auto& [culture, texts] : read) {
+        sections[culture] = Compare(texts, reference);
     }
-    std::map<std::wstring, LanguageProblems> found;
-    if (!ReadSections(document, found)) {
-        problem = LR"({"CULTURE":{"GROUP":{"KEY":"TEXT"}}})";
-        return false;
-    }
-    sections = std::move(found);
     return true;
+}
+
+CultureProblems CheckCulture(const std::wstring& stringResourceFile, const std::wstring& culture) {
+    CultureProblems problems;
+    TextsByKey texts;
+    std::vector<std::wstring> files = LanguageFiles(stringResourceFile, culture);
+    files.push_back(stringResourceFile);
+    for (const std::wstring& file : files) {
+        if (!platform::Exists(file)) {
+            continue;
+        }
+        Sections sections;
+        std::wstring problem;
+        if (!ReadLanguageFile(file, sections, problem)) {
+            problems.unusable.emplace_back(file, problem);
+        } else if (const auto section = sections.find(culture); section != sections.end()) {
+            AddMissing(section->second, texts);
+            problems.file = problems.file.empty() ? file : problems.file;
+        }
+    }
+    const TextsByKey reference = Reference();
+    AddMissing(culture == text::FromUtf8(referenceCulture) ? reference : TextsByKey(), texts);
+    problems.texts = Compare(texts, reference);
+    problems.file = problems.file.empty() ? files.front() : problems.file;
+    return problems;
 }
 
 } // namespace front_end

@@ -2,6 +2,7 @@
 
 #include <map>
 #include <string>
+#include <utility>
 #include <vector>
 
 /// Files with the texts of further languages: sections like those of `strings.json`, by culture.
@@ -25,5 +26,18 @@ struct LanguageProblems {
 /// does not consist of groups of texts) returns false and sets `problem`.
 [[nodiscard]] bool CheckLanguageFile(const std::wstring& path, std::map<std::wstring, LanguageProblems>& sections,
                                      std::wstring& problem);
+
+/// What the texts of a culture lack, all its files together.
+struct CultureProblems {
+    LanguageProblems texts;
+    /// Files that are passed over, with the reason.
+    std::vector<std::pair<std::wstring, std::wstring>> unusable;
+    /// The file to mend: the most important one that is there, otherwise the place for one.
+    std::wstring file;
+};
+
+/// Compares the texts that the front ends show in a culture with the built-in ones: those of its language files and of
+/// the string resource file.
+[[nodiscard]] CultureProblems CheckCulture(const std::wstring& stringResourceFile, const std::wstring& culture);
 
 } // namespace front_end

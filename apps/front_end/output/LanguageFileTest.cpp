@@ -94,6 +94,41 @@ TEST_F(LanguageFileTest, MissingUnknownAndDifferingTextsAreNamed) {
     EXPECT_EQ(problems.differing, Keys{L"Outcome/Deleted"});
 }
 
+TEST_F(LanguageFileTest, TheFilesOfACultureAreCheckedTogether) {
+    WriteTextFile(besideStrings, R"({"fr-FR":{"Table":{"State":"Etat","Time":"","Job":"Travail"}}})");
+    WriteTextFile(UsersFile(), R"({"fr-FR":{"Table":{"Time":"Duree","Tim":"Duree"}}})");
+    const front_end::CultureProblems problems = front_end::CheckCulture(strings, L"fr-FR");
+    const Keys& missing = problems.texts.missing;
+    for (const wchar_t* const key : {L"Table/State", L"Table/Time", L"Table/Job"}) {
+        EXPECT_EQ(std::count(missing.begin(), missing.end(), key), 0);
+    }
+    EXPECT_EQ(std::count(missing.begin(), missing.end(), L"Table/Progress"), 1);
+    EXPECT_EQ(problems.texts.unknown, Keys{L"Table/Tim"});
+    EXPECT_EQ(problems.file, UsersFile());
+}
+
+TEST_F(LanguageFileTest, ACultureWithOtherWordsForSomeTextsLacksNothing) {
+    WriteTextFile(directory / L"strings.de-DE.json", R"({"de-DE":{"Table":{"State":"Lage"}}})");
+    for (const wchar_t* const culture : {L"de-DE", L"en-US"}) {
+        const front_end::CultureProblems problems = front_end::CheckCulture(strings, culture);
+        EXPECT_EQ(problems.texts.missing, Keys());
+        EXPECT_TRUE(problems.unusable.empty());
+    }
+}
+
+TEST_F(LanguageFileTest, OfACultureWithoutAnyFileAllIsMissingButOfEnglishNothing) {
+    EXPECT_GT(front_end::CheckCulture(directory / L"none.json", L"fr-FR").texts.missing.size(), 100U);
+    EXPECT_EQ(front_end::CheckCulture(directory / L"none.json", L"fr-FR").file, UsersFile());
+    EXPECT_EQ(front_end::CheckCulture(directory / L"none.json", L"en-US").texts.missing, Keys());
+}
+
+TEST_F(LanguageFileTest, AFileOfACultureThatCannotBeUsedIsNamed) {
+    WriteTextFile(UsersFile(), "{broken");
+    const front_end::CultureProblems problems = front_end::CheckCulture(strings, L"fr-FR");
+    ASSERT_EQ(problems.unusable.size(), 1U);
+    EXPECT_EQ(problems.unusable.front().first, UsersFile());
+}
+
 TEST_F(LanguageFileTest, WhatIsNoLanguageFileIsRefused) {
     for (const char* const json : {"", "{", "[]", "{}", R"({"fr-FR":[]})", R"({"fr-FR":{"Table":"State"}})",
                                    R"({"fr-FR":{"Table":{"State":7}}})"}) {
