@@ -2,7 +2,11 @@
 # links to these packages is used.
 set(third_party_include "${PROJECT_BINARY_DIR}/third_party/include")
 file(MAKE_DIRECTORY "${third_party_include}")
-foreach(entry rapidjson spdlog fmt asio asio.hpp boost CLI)
+set(entries rapidjson spdlog fmt asio asio.hpp CLI)
+if(CONTROLLER_BUILD_WEB)
+  list(APPEND entries boost)
+endif()
+foreach(entry IN LISTS entries)
   if(NOT EXISTS "/usr/include/${entry}")
     message(FATAL_ERROR "/usr/include/${entry} is missing. './run' installs what is needed, or: apt-get install rapidjson-dev libspdlog-dev libfmt-dev libasio-dev libboost1.81-dev libcli11-dev")
   endif()
