@@ -23,7 +23,8 @@ def tried(command)
   "try #{WATCHING if command.end_with?(" watch")}#{command.sub(/\bID\b/) { ANY_SCENARIO }}"
 end
 
-commands = File.read("README.md", encoding: "UTF-8")[SECTION, 1].scan(/^    (.+?)(?:\s+#.*)?$/).flatten
+blocks = File.read("README.md", encoding: "UTF-8")[SECTION, 1].scan(/^```sh\n(.*?)^```$/m).join
+commands = blocks.scan(/^(\S.*?)(?:\s+#.*)?$/).flatten
 abort("README.md: the section has no commands") if commands.size < 10
 script = [SCRIPT_HEAD, *commands.map { |command| tried(command) }, "try ./cadjobs host stop"].join("\n")
 exit(system("bash", "-c", script))

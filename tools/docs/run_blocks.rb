@@ -1,33 +1,13 @@
 # frozen_string_literal: true
 
-# Runs the shell commands of the documents, as a reader would. Each fenced block of the language sh has a comment in front of it:
-# "<!-- run -->", or "<!-- not run: WHY -->". The blocks of a document run one after another in a directory of their own, with a new
-# user's settings and a copy of the installation.
+# Runs the commands of the documents, as a reader would; document.rb says which. The blocks of a document run one after another in a
+# directory of their own, with a new user's settings and a copy of the installation.
 # Usage, in the project's directory: run_blocks.rb INSTALLATION [DOCUMENT...]
 
 require "fileutils"
 require "open3"
 require "tmpdir"
-
-# The fenced shell blocks of a document.
-class Document
-  FENCE = /^(?:<!-- (run|not run: [^\n]+?) -->\n)?```sh\n(.*?)^```$/m
-
-  attr_reader :path
-
-  def initialize(path)
-    @path = path
-    @blocks = File.read(path, encoding: "UTF-8").scan(FENCE)
-  end
-
-  def unmarked
-    @blocks.filter_map { |mark, commands| commands.lines.first.chomp if mark.nil? }
-  end
-
-  def commands
-    @blocks.filter_map { |mark, commands| commands if mark == "run" }
-  end
-end
+require_relative "document"
 
 # A directory for the commands of one document.
 class Reader
@@ -45,7 +25,7 @@ class Reader
 
   # Returns what the commands printed, and whether all succeeded.
   def run(commands)
-    script = commands.join("\n").gsub("/usr/share/common_controller", "#{@prefix}/share/common_controller").gsub("/opt/common_controller", @prefix)
+    script = commands.gsub("/usr/share/common_controller", "#{@prefix}/share/common_controller").gsub("/opt/common_controller", @prefix)
     output = File.join(@directory, "output")
     # A host that the commands start keeps their output open: a file, not a pipe.
     system(environment, "timeout", "--kill-after=5", LIMIT.to_s, "bash", "-euo", "pipefail", "-xc", script,
@@ -53,7 +33,9 @@ class Reader
     succeeded = $?.success?
     [File.read(output, encoding: "UTF-8").scrub, succeeded]
   ensure
-    system(environment, "cadjobs", "--client-only", "host", "stop", unsetenv_others: true, %i[in out err] => File::NULL)
+    [%w[controller_web --stop], %w[cadjobs --client-only host stop]].each do |command|
+      system(environment, *command, unsetenv_others: true, %i[in out err] => File::NULL)
+    end
   end
 
   private
@@ -66,21 +48,16 @@ end
 
 def run(document, installation)
   Dir.mktmpdir do |directory|
-    output, succeeded = Reader.new(installation, directory).run(document.commands)
+    output, succeeded = Reader.new(installation, directory).run(document.script)
     abort("#{output}\n#{document.path}: its commands do not work; the last one above failed") unless succeeded
   end
-  puts "#{document.path}: #{document.commands.size} blocks run"
+  puts "#{document.path}: #{document.run_count} blocks run"
 end
 
 installation = File.expand_path(ARGV.fetch(0))
 paths = ARGV.drop(1)
 paths = ["README.md", *Dir["docs/*.md"].sort] if paths.empty?
 documents = paths.map { |path| Document.new(path) }
-documents.each do |document|
-  next if document.unmarked.empty?
-
-  abort("#{document.path}: this block says neither \"run\" nor \"not run\": #{document.unmarked.first}")
-end
-with_commands = documents.reject { |document| document.commands.empty? }
+with_commands = documents.reject { |document| document.script.empty? }
 abort("no document has commands to run") if with_commands.empty?
 with_commands.each { |document| run(document, installation) }
