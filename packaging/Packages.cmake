@@ -2,7 +2,9 @@
 # (SOURCE_DATE_EPOCH), so that the same sources give the same bytes.
 set(CPACK_PACKAGE_NAME common-controller)
 set(CPACK_PACKAGE_VENDOR "The Common Controller authors")
-set(CPACK_PACKAGE_CONTACT "The Common Controller authors <maintainers@common-controller.example>")
+set(CONTROLLER_PACKAGE_CONTACT "The Common Controller authors <maintainers@common-controller.example>" CACHE STRING
+  "Name and address of who publishes the packages")
+set(CPACK_PACKAGE_CONTACT "${CONTROLLER_PACKAGE_CONTACT}")
 set(CPACK_PACKAGE_DESCRIPTION_SUMMARY "job controller for scenarios on CAD files")
 set(CPACK_RESOURCE_FILE_LICENSE "${PROJECT_SOURCE_DIR}/LICENSE")
 set(CPACK_PACKAGE_DIRECTORY "${PROJECT_BINARY_DIR}/packages")

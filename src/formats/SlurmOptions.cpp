@@ -1,7 +1,6 @@
 #include "formats/SlurmOptions.h"
 
 #include <algorithm>
-#include <array>
 #include <cstddef>
 #include <set>
 #include <string_view>
@@ -14,21 +13,6 @@ constexpr std::size_t longestOption = 256;
 constexpr std::size_t mostOptions = 32;
 constexpr std::int32_t secondsPerMinute = 60;
 
-constexpr std::array<std::wstring_view, 28> knownOptions = {L"begin",         L"cluster-constraint",
-                                                            L"comment",       L"constraint",
-                                                            L"contiguous",    L"cores-per-socket",
-                                                            L"deadline",      L"exclude",
-                                                            L"exclusive",     L"gpus",
-                                                            L"gpus-per-node", L"gpus-per-task",
-                                                            L"gres",          L"hint",
-                                                            L"licenses",      L"mem-per-cpu",
-                                                            L"mem-per-gpu",   L"nice",
-                                                            L"nodelist",      L"oversubscribe",
-                                                            L"prefer",        L"priority",
-                                                            L"qos",           L"reservation",
-                                                            L"switches",      L"threads-per-core",
-                                                            L"tmp",           L"wckey"};
-
 bool IsName(const std::wstring& text, std::size_t longest, const std::wstring& characters) {
     return !text.empty() && text.size() <= longest && text.find_first_not_of(characters) == std::wstring::npos;
 }
@@ -36,6 +20,12 @@ bool IsName(const std::wstring& text, std::size_t longest, const std::wstring& c
 /// The name without the dashes in front.
 std::wstring_view NameOf(std::wstring_view option) {
     return option.starts_with(L"--") ? option.substr(2, option.find(L'=') - 2) : std::wstring_view();
+}
+
+bool IsKnown(std::wstring_view name) {
+    const std::wstring_view expected = SrunOption::expected;
+    const std::wstring names = std::wstring(expected.substr(expected.rfind(L':') + 1)) + L',';
+    return !name.empty() && names.find(L' ' + std::wstring(name) + L',') != std::wstring::npos;
 }
 
 std::wstring WrongOption(const SlurmOptions& options, std::size_t index) {
@@ -66,7 +56,7 @@ bool AccountName::Accepts(const std::wstring& name) {
 bool SrunOption::Accepts(const std::wstring& option) {
     const auto isPrintable = [](wchar_t character) { return character > 0x20 && character < 0x7f; };
     return option.size() <= longestOption && std::all_of(option.begin(), option.end(), isPrintable) &&
-           std::find(knownOptions.begin(), knownOptions.end(), NameOf(option)) != knownOptions.end();
+           IsKnown(NameOf(option));
 }
 
 std::wstring FindContradiction(const SlurmOptions& options, std::int32_t timeLimitSeconds) {

@@ -52,12 +52,12 @@ struct JobMinutes {
 
 /// Only options that choose or describe resources: others could break the supervision of the job, or start programs.
 struct SrunOption {
+    /// Behind the colon are all names that are accepted.
     static constexpr auto expected =
-        L"--NAME or --NAME=VALUE, where NAME is begin, cluster-constraint, comment, constraint, contiguous, "
-        L"cores-per-socket, "
-        L"deadline, exclude, exclusive, gpus, gpus-per-node, gpus-per-task, gres, hint, licenses, mem-per-cpu, "
-        L"mem-per-gpu, "
-        L"nice, nodelist, oversubscribe, prefer, priority, qos, reservation, switches, threads-per-core, tmp or wckey";
+        L"--NAME or --NAME=VALUE, where NAME is one of: begin, cluster-constraint, comment, constraint, contiguous, "
+        L"cores-per-socket, deadline, exclude, exclusive, gpus, gpus-per-node, gpus-per-task, gres, hint, licenses, "
+        L"mem-per-cpu, mem-per-gpu, nice, nodelist, oversubscribe, prefer, priority, qos, reservation, switches, "
+        L"threads-per-core, tmp, wckey";
     static CONTROLLER_API bool Accepts(const std::wstring& option);
 };
 

@@ -42,7 +42,12 @@ TEST(SlurmOptionsTest, AnOptionThatStartsProgramsOrHidesTheJobIsRefused) {
         EXPECT_FALSE(slurm::SrunOption::Accepts(option)) << std::wstring(option).size();
     }
     EXPECT_FALSE(slurm::SrunOption::Accepts(L"--comment=" + std::wstring(300, L'x')));
-    EXPECT_TRUE(slurm::SrunOption::Accepts(L"--gres=gpu:2"));
+    for (const wchar_t* const option : {L"--gres=gpu:2", L"--begin=now", L"--wckey=a", L"--exclusive"}) {
+        EXPECT_TRUE(slurm::SrunOption::Accepts(option)) << std::wstring(option).size();
+    }
+    for (const wchar_t* const option : {L"--one", L"--of=1", L"--tmp,=1", L"--NAME", L"--=1", L"--"}) {
+        EXPECT_FALSE(slurm::SrunOption::Accepts(option)) << std::wstring(option).size();
+    }
 }
 
 TEST(SlurmOptionsTest, ContradictionsAreNamed) {
