@@ -53,7 +53,9 @@ struct Level {
 class Grammar {
 public:
     /// Null: without descriptions, which only the help shows.
-    explicit Grammar(const Texts* programTexts) : texts(programTexts), app(Text(L"Program/About"), "cadjobs") {
+    /// `arguments` must outlive it.
+    Grammar(const Texts* programTexts, const std::vector<std::wstring>& programArguments)
+        : texts(programTexts), arguments(programArguments), app(Text(L"Program/About"), "cadjobs") {
         Prepare(app);
         app.add_flag("--version")->description(Text(L"Options/version"))->group(Text(L"Program/Options"));
         AddOptions(app, {"--json", "--color", "--client-only", "--log-file"});
@@ -64,7 +66,7 @@ public:
         }
     }
 
-    ParsedCommandLine Parse(const std::vector<std::wstring>& arguments) {
+    ParsedCommandLine Parse() {
         // The library hands what follows "--" to the wrong level.
         const auto end = std::find(arguments.begin(), arguments.end(), L"--");
         if (end != arguments.end()) {
@@ -150,15 +152,24 @@ private:
         }
     }
 
+    /// Others need no options: to describe those of all subcommands takes longer than most commands.
+    bool MayBeNamed(const SubcommandSpec& spec) const {
+        const std::wstring name = text::FromUtf8(spec.name);
+        const std::wstring firstWord = name.substr(0, name.find(L' '));
+        return std::find(arguments.begin(), arguments.end(), firstWord) != arguments.end();
+    }
+
     void AddSubcommand(const SubcommandSpec& spec) {
         std::string name = spec.name;
         CLI::App& parent = Parent(name, spec.group);
         CLI::App* const added = parent.add_subcommand(name, Text(L"Subcommands/" + spec.Key()));
         Prepare(*added, spec.operand);
         added->group(spec.IsHidden() ? std::string() : Text(L"Program/" + text::FromUtf8(spec.group)));
-        AddOptions(*added, spec.options);
         Level level{added, &spec};
-        AddOperands(*added, spec.operand, level.operands);
+        if (MayBeNamed(spec)) {
+            AddOptions(*added, spec.options);
+            AddOperands(*added, spec.operand, level.operands);
+        }
         levels.push_back(level);
     }
 
@@ -275,6 +286,7 @@ private:
     }
 
     const Texts* texts;
+    const std::vector<std::wstring>& arguments;
     CLI::App app;
     std::vector<Level> levels;
     /// The arguments after "--".
@@ -285,8 +297,8 @@ private:
 
 ParsedCommandLine ParseSubcommand(const Texts& texts, const std::vector<std::wstring>& arguments) {
     // To look up hundreds of texts takes longer than most commands.
-    ParsedCommandLine line = Grammar(nullptr).Parse(arguments);
-    return line.command.kind == CommandKind::Help ? Grammar(&texts).Parse(arguments) : line;
+    ParsedCommandLine line = Grammar(nullptr, arguments).Parse();
+    return line.command.kind == CommandKind::Help ? Grammar(&texts, arguments).Parse() : line;
 }
 
 } // namespace front_end
