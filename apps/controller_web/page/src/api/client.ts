@@ -1,5 +1,6 @@
 /** Calls of /api/v1. All throw `ApiError`. */
 
+import { base } from './base.ts';
 import type { Refusal } from './types.ts';
 
 export class ApiError extends Error {
@@ -13,7 +14,7 @@ export class ApiError extends Error {
   }
 }
 
-const root = '/api/v1';
+const root = `${base}api/v1`;
 
 /** A text that is not valid Unicode arrives as a list of code points. */
 function revive(_name: string, value: unknown): unknown {

@@ -1,6 +1,7 @@
+import { base } from '../api/base.ts';
 import type { Connection, FromWorker } from './messages.ts';
 
-const address = '/api/v1/events';
+const address = `${base}api/v1/events`;
 const retryAfter = 2000;
 const eventNames = ['jobs', 'host', 'reset'] as const;
 
@@ -49,7 +50,7 @@ export class EventStream {
 
   private async onEnd(): Promise<void> {
     this.close();
-    const isRefused = await fetch('/api/v1/queue').then((answer) => answer.status === 401, () => false);
+    const isRefused = await fetch(`${base}api/v1/queue`).then((answer) => answer.status === 401, () => false);
     this.become(isRefused ? 'refused' : 'lost');
     clearTimeout(this.retry);
     this.retry = setTimeout(() => this.open(), retryAfter);

@@ -94,7 +94,7 @@ export function Menu() {
           <Icon name="help" />
           {t('help.title')}
         </button>
-        <a class="licences" href="/licences.txt" target="_blank" rel="noopener">
+        <a class="licences" href="licences.txt" target="_blank" rel="noopener">
           {t('menu.licences')}
         </a>
       </div>

@@ -1,3 +1,5 @@
+import { base } from '../api/base.ts';
+
 interface TypesFactory {
   createPolicy(name: string, rules: { createHTML: Rule; createScriptURL: Rule }): unknown;
 }
@@ -5,7 +7,7 @@ type Rule = (input: string, type: string, sink: string) => string | undefined;
 
 function ownScript(address: string): string | undefined {
   const url = new URL(address, document.baseURI);
-  return url.origin === location.origin && /^\/(assets|src|node_modules)\//.test(url.pathname) ? address : undefined;
+  return url.origin === location.origin && url.pathname.startsWith(base) && /^(assets|src|node_modules)\//.test(url.pathname.slice(base.length)) ? address : undefined;
 }
 
 /** Only the parser of documents gets texts: what it makes is inert, as the reader of 3MF models needs it. Nothing may be
