@@ -18,17 +18,6 @@ void TakeProgress(JobRow& view) {
     }
 }
 
-void TakeResult(JobRow& view) {
-    ResultReport result = ResultOf(view.job);
-    view.messages = std::move(result.messages);
-    view.outputFiles = std::move(result.outputFiles);
-    view.message = view.messages.empty() ? std::wstring() : view.messages.front();
-    constexpr std::int32_t ended = 100;
-    if (view.job.status != JobStatus::Success && view.progress == ended) {
-        view.progress = LastReportOf(view.job).value_or(ProgressReport()).progress;
-    }
-}
-
 /// The report has no other data. The work directory is gone; the results remain.
 void MarkDeleted(JobRow& view) {
     view.job.status = unlistedStatus;
@@ -52,6 +41,17 @@ ListedJob Updated(ListedJob job, const JobStatusInfo& report) {
     return job;
 }
 
+void ReadEnding(JobRow& row) {
+    ResultReport result = ResultOf(row.job);
+    row.messages = std::move(result.messages);
+    row.outputFiles = std::move(result.outputFiles);
+    row.message = row.messages.empty() ? std::wstring() : row.messages.front();
+    constexpr std::int32_t ended = 100;
+    if (row.job.status != JobStatus::Success && row.progress == ended) {
+        row.progress = LastReportOf(row.job).value_or(ProgressReport()).progress;
+    }
+}
+
 JobRow ViewOf(ListedJob job) {
     JobRow view;
     view.job = std::move(job);
@@ -61,7 +61,7 @@ JobRow ViewOf(ListedJob job) {
     if (IsActive(view.job.status)) {
         TakeProgress(view);
     } else if (IsOver(view.job.status)) {
-        TakeResult(view);
+        ReadEnding(view);
     }
     return view;
 }

@@ -37,6 +37,9 @@ ListedJob Updated(ListedJob job, const JobStatusInfo& report);
 JobRow ViewOf(ListedJob job);
 std::vector<JobRow> ViewsOf(std::vector<ListedJob> jobs);
 
+/// Adds to a job that is over what its result tells, and its last progress if it did not succeed.
+void ReadEnding(JobRow& row);
+
 /// The running time of a job in seconds; -1 if it never started.
 std::int64_t SecondsOf(const JobListInfo& job, std::int64_t now);
 

@@ -211,8 +211,12 @@ JobMembers JobMembers::All() {
 }
 
 JobMembers JobMembers::InLists() const {
+    return Without({L"outputFolder", L"workFolder", L"messages", L"outputFiles"});
+}
+
+JobMembers JobMembers::Without(std::initializer_list<const wchar_t*> names) const {
     JobMembers members = *this;
-    for (const wchar_t* const name : {L"outputFolder", L"workFolder", L"messages", L"outputFiles"}) {
+    for (const wchar_t* const name : names) {
         members.isSelected[IndexOfMember(name).value()] = false;
     }
     return members;

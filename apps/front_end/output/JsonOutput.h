@@ -4,6 +4,7 @@
 #include "front_end/jobs/JobRow.h"
 
 #include <cstddef>
+#include <initializer_list>
 #include <optional>
 #include <string>
 #include <vector>
@@ -35,6 +36,10 @@ public:
 
     /// These without those that need a file of the job.
     JobMembers InLists() const;
+    /// These without some; a job has members of these names.
+    JobMembers Without(std::initializer_list<const wchar_t*> names) const;
+
+    bool operator==(const JobMembers&) const = default;
 
     bool Has(std::size_t index) const { return isSelected[index]; }
 

@@ -17,11 +17,11 @@ void RequireKnown(Services& services) {
     }
 }
 
-std::wstring PageJson(const JobPage& page, const front_end::JobMembers& members) {
+std::wstring PageJson(const JobPage& page, JobEndings::Answer answer) {
     std::wstring json = L"[";
     for (const front_end::JobRow* const row : page.rows) {
         json += json.back() == L'[' ? L"" : L",";
-        front_end::AppendJob(*row, members, json);
+        answer.Append(*row, json);
     }
     return json + L"]";
 }
@@ -37,7 +37,7 @@ Response GetJobs(Services& services, const Call& call) {
     const JobPage page = PageOf(snapshot, query);
     return JsonResponse(L"{\"version\":1,\"total\":" + std::to_wstring(page.total) + L",\"counts\":" +
                         CountsJson(snapshot.counts) + L",\"event\":\"" + position + L"\",\"jobs\":" +
-                        PageJson(page, query.members) + L"}");
+                        PageJson(page, {services.tracker.Endings(), query.members}) + L"}");
 }
 
 Response GetJob(Services& services, const Call& call) {

@@ -14,8 +14,8 @@
 
 namespace web {
 
-/// A job of the list, with what is known without its files: `message` only while it runs, no directories. Never
-/// changes: a change of the job makes a new row.
+/// A job of the list, with what is known without its files: `message` only while it runs (`JobEndings` has those of
+/// others), no directories. Never changes: a change of the job makes a new row.
 using Row = std::shared_ptr<const front_end::JobRow>;
 
 /// The jobs at one moment. Rows are shared with the store and with other snapshots.

@@ -41,14 +41,13 @@ front_end::JobRow RowOf(ListedJob job, const Row& former) {
     return row;
 }
 
-std::wstring ChangesJson(const JobStore& jobs, const std::set<std::wstring>& changed,
+std::wstring ChangesJson(const JobStore& jobs, JobEndings::Answer answer, const std::set<std::wstring>& changed,
                          const std::set<std::wstring>& removed, const QueueStatus& status) {
-    const front_end::JobMembers members = front_end::JobMembers::OfList();
     std::wstring json = L"{\"changed\":[";
     for (const std::wstring& id : changed) {
         if (const Row row = jobs.FindId(id)) {
             json += json.back() == L'[' ? L"" : L",";
-            front_end::AppendJob(*row, members, json);
+            answer.Append(*row, json);
         }
     }
     json += L"],\"removed\":";
@@ -234,7 +233,8 @@ void QueueTracker::Publish() {
     if (changed.size() + removed.size() > mostChanges) {
         events.Reset();
     } else {
-        events.Publish("jobs", text::ToUtf8(ChangesJson(jobs, changed, removed, Status())));
+        const JobEndings::Answer answer(endings, front_end::JobMembers::OfList());
+        events.Publish("jobs", text::ToUtf8(ChangesJson(jobs, answer, changed, removed, Status())));
     }
     changed.clear();
     removed.clear();

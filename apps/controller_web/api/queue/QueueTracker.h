@@ -1,6 +1,7 @@
 #pragma once
 
 #include "controller_web/api/queue/EventStream.h"
+#include "controller_web/api/queue/JobEndings.h"
 #include "controller_web/api/queue/JobStore.h"
 #include "controller_web/api/queue/QueueStatus.h"
 #include "front_end/connection/HostSession.h"
@@ -43,6 +44,7 @@ public:
     bool IsKnown() const;
     QueueStatus Status() const;
     const JobStore& Jobs() const { return jobs; }
+    JobEndings& Endings() { return endings; }
     /// How many jobs have ended since the first connection, by status.
     std::map<JobStatus, std::uint64_t> Ended() const;
     EventStream& Events() { return events; }
@@ -59,6 +61,7 @@ private:
     void PollQueueState(front_end::HostSession& session);
 
     JobStore jobs;
+    JobEndings endings;
     EventStream events;
     mutable std::mutex mutex;
     QueueStatus status;
