@@ -132,9 +132,8 @@ void HostJobEntry::EndAttempt(bool hasCrashed) {
 void HostJobEntry::KeepLog() const {
     if (!platform::IsLink(info.workDir)) {
         // An attempt that could not be started has no log.
-        (void)platform::RenameFile(
-            PathFuncs::Join(info.workDir, run_protocol::logFileName),
-            PathFuncs::Join(info.workDir, L"scenario." + std::to_wstring(queue.attempt) + L".log"));
+        (void)platform::RenameFile(PathFuncs::Join(info.workDir, run_protocol::logFileName),
+                                   PathFuncs::Join(info.workDir, run_protocol::AttemptLogName(queue.attempt)));
     }
 }
 

@@ -86,4 +86,15 @@ std::wstring WorkDirectoryOf(const JobListInfo& job) {
     return !job.workDir.empty() && platform::IsDirectory(job.workDir) ? job.workDir : std::wstring();
 }
 
+std::vector<std::int32_t> AttemptsWithLog(const ListedJob& job) {
+    constexpr std::int32_t most = 1000;
+    std::vector<std::int32_t> attempts;
+    for (std::int32_t attempt = std::max(1, job.attempt - most + 1); attempt <= job.attempt; ++attempt) {
+        if (!FileOf(job, run_protocol::AttemptLogName(attempt).c_str()).empty()) {
+            attempts.push_back(attempt);
+        }
+    }
+    return attempts;
+}
+
 } // namespace front_end

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "CommonControllerLib/JobRecords.h"
+#include "formats/Scheduling.h"
 
 #include <cstdint>
 #include <optional>
@@ -38,5 +39,8 @@ std::wstring OutputDirectoryOf(const JobListInfo& job);
 
 /// The job's work directory; empty if it does not exist yet or was removed.
 std::wstring WorkDirectoryOf(const JobListInfo& job);
+
+/// The attempts before the last one whose logs were kept, in their order; at most the last 1000.
+std::vector<std::int32_t> AttemptsWithLog(const ListedJob& job);
 
 } // namespace front_end

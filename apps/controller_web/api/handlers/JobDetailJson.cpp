@@ -11,6 +11,7 @@
 #include "formats/RunProtocol.h"
 #include "formats/json/ProvenanceLayouts.h"
 #include "formats/json/Writing.h"
+#include "front_end/jobs/JobFiles.h"
 #include "front_end/jobs/JobRow.h"
 #include "front_end/output/JsonOutput.h"
 #include "platform/files/FileSystem.h"
@@ -24,6 +25,7 @@ constexpr std::size_t mostReports = 1000;
 struct JobDetails {
     std::vector<run_protocol::ProgressReport> progressReports;
     bool hasLog = false;
+    std::vector<std::int32_t> attemptLogs;
     std::wstring extraText;
     std::optional<provenance::Record> provenance;
 };
@@ -55,8 +57,8 @@ std::optional<provenance::Record> ProvenanceOf(const front_end::JobRow& row) {
 }
 
 JobDetails DetailsOf(const front_end::JobRow& row) {
-    return {ReportsOf(row), !FileIn(row.workDirectory, run_protocol::logFileName).empty(), row.job.extraText,
-            ProvenanceOf(row)};
+    return {ReportsOf(row), !FileIn(row.workDirectory, run_protocol::logFileName).empty(),
+            front_end::AttemptsWithLog(row.job), row.job.extraText, ProvenanceOf(row)};
 }
 
 } // namespace
@@ -69,7 +71,8 @@ struct Layout<web::JobDetails> {
     using Record = web::JobDetails;
     static constexpr auto members = std::make_tuple(
         Member{"progressReports", &Record::progressReports}, Member{"hasLog", &Record::hasLog},
-        OptionalMember{"extraText", &Record::extraText}, OptionalMember{"provenance", &Record::provenance});
+        OptionalMember{"attemptLogs", &Record::attemptLogs}, OptionalMember{"extraText", &Record::extraText},
+        OptionalMember{"provenance", &Record::provenance});
 };
 
 } // namespace json

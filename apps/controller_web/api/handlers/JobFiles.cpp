@@ -16,6 +16,7 @@
 #include "front_end/jobs/JobFiles.h"
 #include "platform/files/FileSystem.h"
 #include "platform/files/NativePath.h"
+#include "text/Numbers.h"
 #include "text/Text.h"
 
 namespace web {
@@ -112,24 +113,43 @@ Response FollowedLog(Services& services, const Row& row, const std::wstring& pat
     return response;
 }
 
-} // namespace
-
-Response GetLog(Services& services, const Call& call) {
-    const std::wstring follow = QueryValue(call.request, "follow");
+bool IsFollowed(const Request& request) {
+    const std::wstring follow = QueryValue(request, "follow");
     if (!follow.empty() && follow != L"1") {
         throw BadRequest(L"follow: expected 1, found " + follow + L".");
     }
-    const Row row = RequireJob(services, call.id);
-    const std::wstring& directory = row->job.workDir;
-    const bool hasEnded = IsOver(row->job.status);
-    if (!follow.empty() && !hasEnded && !directory.empty()) {
-        return FollowedLog(services, row, directory + L"\\" + run_protocol::logFileName);
-    }
+    return !follow.empty();
+}
+
+Response LogFile(const Request& request, const ListedJob& job, const std::wstring& name) {
     platform::File file;
-    if (directory.empty() || OpenFileBelow(directory, {run_protocol::logFileName}, file)) {
-        throw NotFound(L"Job " + std::to_wstring(row->job.seqId) + L" has no log.");
+    if (job.workDir.empty() || OpenFileBelow(job.workDir, {name}, file)) {
+        throw NotFound(L"Job " + std::to_wstring(job.seqId) + L" has no such log.");
     }
-    return FileResponse(call.request, std::move(file), logType);
+    return FileResponse(request, std::move(file), logType);
+}
+
+/// The number of the attempt decides only which of the names of logs it is.
+Response LogOfAttempt(const Call& call, const ListedJob& job, const std::wstring& typed) {
+    const std::int32_t attempt = numbers::ReadInteger(typed);
+    if (attempt < 1 || numbers::DecimalText(attempt) != typed || IsFollowed(call.request)) {
+        throw BadRequest(L"attempt: expected the number of an earlier attempt, without follow, found " + typed + L".");
+    }
+    return LogFile(call.request, job, run_protocol::AttemptLogName(attempt));
+}
+
+} // namespace
+
+Response GetLog(Services& services, const Call& call) {
+    const bool isFollowed = IsFollowed(call.request);
+    const Row row = RequireJob(services, call.id);
+    if (const std::wstring attempt = QueryValue(call.request, "attempt"); !attempt.empty()) {
+        return LogOfAttempt(call, row->job, attempt);
+    }
+    if (isFollowed && !IsOver(row->job.status) && !row->job.workDir.empty()) {
+        return FollowedLog(services, row, row->job.workDir + L"\\" + run_protocol::logFileName);
+    }
+    return LogFile(call.request, row->job, run_protocol::logFileName);
 }
 
 Response GetFiles(Services& services, const Call& call) {

@@ -85,6 +85,24 @@ TEST_F(JobFilesTest, ALogIsSent) {
     EXPECT_EQ(Get("/api/v1/jobs/1/log?follow=yes").status, 400U);
 }
 
+TEST_F(JobFilesTest, TheLogOfAnEarlierAttemptIsSent) {
+    host.jobs[0].attempt = 3;
+    WriteTextFile(LogOf(1), "third");
+    WriteTextFile(WorkDirectory(1) + L"\\scenario.1.log", "the first attempt");
+    EXPECT_EQ(Get("/api/v1/jobs/1/log?attempt=1").body, "the first attempt");
+    EXPECT_EQ(GetRange("/api/v1/jobs/1/log?attempt=1", "bytes=-7").body, "attempt");
+    EXPECT_EQ(Get("/api/v1/jobs/1/log?attempt=2").status, 404U);
+    EXPECT_EQ(Get("/api/v1/jobs/3/log?attempt=1").status, 404U);
+    EXPECT_TRUE(Get("/api/v1/jobs/1").Has(R"("hasLog":true,"attemptLogs":[1])"));
+    EXPECT_FALSE(Get("/api/v1/jobs/2").Has("attemptLogs"));
+}
+
+TEST_F(JobFilesTest, AnAttemptIsANumber) {
+    for (const char* const attempt : {"0", "-1", "01", "1x", "..%2Fscenario", "99999999999", "1&follow=1"}) {
+        EXPECT_EQ(Get(std::string("/api/v1/jobs/1/log?attempt=") + attempt).status, 400U) << attempt;
+    }
+}
+
 TEST_F(JobFilesTest, AFollowedLogGrowsAndEndsWithItsJob) {
     EXPECT_EQ(Get("/api/v1/jobs").status, 200U);
     const auto feed = Follow("/api/v1/jobs/2/log?follow=1");

@@ -48,6 +48,8 @@ export interface JobDetail extends JobRow {
   scenarioId?: string;
   provenance?: Provenance;
   progressReports?: ProgressReport[];
+  /** The earlier attempts whose logs were kept. */
+  attemptLogs?: number[];
 }
 
 export interface FileRecord {

@@ -1,4 +1,5 @@
 import type { ComponentChildren } from 'preact';
+import { addressOf, jobPath } from '../api/client.ts';
 import type { JobDetail } from '../api/types.ts';
 import { useApp } from '../app.ts';
 import { durationOf, groupOf, isOver, timeOf, type Job } from '../jobs/job.ts';
@@ -87,11 +88,24 @@ function JobLinks({ ids }: { ids: readonly string[] | undefined }) {
   );
 }
 
+function AttemptLogs({ detail }: { detail: JobDetail }) {
+  return (
+    <>
+      {detail.attemptLogs?.map((attempt) => (
+        <a key={attempt} class="job-link" href={addressOf(`${jobPath(detail.id)}/log?attempt=${attempt}`)} target="_blank" rel="noopener">
+          {t('fact.attemptLog', attempt)}
+        </a>
+      ))}
+    </>
+  );
+}
+
 function Rules({ detail }: { detail: JobDetail }) {
   const needs = Object.entries(detail.needs ?? {}).map(([name, amount]) => `${visible(name)} ${amount}`);
   return (
     <>
       <Fact name={t('fact.attempt')}>{detail.attempts ? t('fact.attemptOf', detail.attempt ?? 0, detail.attempts) : ''}</Fact>
+      <Fact name={t('fact.attemptLogs')}>{detail.attemptLogs?.length ? <AttemptLogs detail={detail} /> : ''}</Fact>
       <Fact name={t('fact.lastEnding')}>{visible(detail.lastEnding ?? '')}</Fact>
       <Fact name={t('fact.after')}>{detail.after?.length ? <JobLinks ids={detail.after} /> : ''}</Fact>
       <Fact name={t('fact.afterEnd')}>{detail.afterEnd?.length ? <JobLinks ids={detail.afterEnd} /> : ''}</Fact>

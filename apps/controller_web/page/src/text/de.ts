@@ -140,6 +140,8 @@ export const de: Record<keyof typeof en, string> = {
   'fact.text': 'Text',
   'fact.attempt': 'Versuch',
   'fact.attemptOf': '{0} von {1}',
+  'fact.attemptLogs': 'Frühere Protokolle',
+  'fact.attemptLog': 'Protokoll des Versuchs {0}',
   'fact.lastEnding': 'Versuch davor',
   'fact.after': 'Nach Erfolg von',
   'fact.afterEnd': 'Nach Ende von',

@@ -138,6 +138,8 @@ export const en = {
   'fact.text': 'Text',
   'fact.attempt': 'Attempt',
   'fact.attemptOf': '{0} of {1}',
+  'fact.attemptLogs': 'Earlier logs',
+  'fact.attemptLog': 'Log of attempt {0}',
   'fact.lastEnding': 'Attempt before',
   'fact.after': 'After success of',
   'fact.afterEnd': 'After end of',
