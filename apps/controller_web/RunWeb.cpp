@@ -69,6 +69,7 @@ std::optional<SiteOptions> OptionsOfSite(const WebOptions& options, const settin
     SiteOptions site;
     site.isReadOnly = options.isReadOnly || settings.web.readOnly;
     site.linkDirectory = server_place::LinkDirectoryFor(settings.jobListFile);
+    site.uploadDirectory = server_place::UploadDirectoryFor(settings.jobListFile);
     site.now = platform::Now;
     if (!settings.web.publicAddress.empty()) {
         site.publicAddress = ReadPublicAddress(text::ToUtf8(settings.web.publicAddress));

@@ -7,6 +7,7 @@
 #include "platform/files/Directory.h"
 #include "platform/files/FileSystem.h"
 #include "platform/files/NativePath.h"
+#include "platform/files/RemoveTree.h"
 #include "text/Text.h"
 
 namespace web {
@@ -40,6 +41,10 @@ std::wstring LinkDirectoryFor(const std::wstring& jobListFile) {
     return DirectoryFor(jobListFile) + L"\\links";
 }
 
+std::wstring UploadDirectoryFor(const std::wstring& jobListFile) {
+    return DirectoryFor(jobListFile) + L"\\arriving";
+}
+
 std::optional<host_lock::Holder> FindServer(const std::wstring& jobListFile) {
     host_lock::Holder holder;
     return host_lock::FindHolder(LockedNameFor(jobListFile), holder) ? std::optional(holder) : std::nullopt;
@@ -68,8 +73,9 @@ platform::Error ServerPlace::Take(const std::wstring& jobListFile) {
         return error;
     }
     stopFile = StopFileFor(jobListFile);
-    // A request to an earlier server. It is normally missing.
+    // A request to an earlier server, and what it was receiving when it was killed. Both are normally missing.
     (void)platform::RemoveFile(stopFile);
+    (void)platform::RemoveTree(server_place::UploadDirectoryFor(jobListFile));
     watch = std::make_unique<platform::DirectoryWatch>(server_place::DirectoryFor(jobListFile));
     holder = host_lock::OwnHolder();
     holder.jobListFile = jobListFile;

@@ -21,6 +21,9 @@ std::wstring DirectoryFor(const std::wstring& jobListFile);
 /// The directory of the one-time links.
 std::wstring LinkDirectoryFor(const std::wstring& jobListFile);
 
+/// The directory of uploads while they arrive.
+std::wstring UploadDirectoryFor(const std::wstring& jobListFile);
+
 /// The server that runs for this job list; its `place` is the address of the page. Nothing if none does. A server that
 /// is starting is not ready yet, and its process id may be 0.
 [[nodiscard]] std::optional<host_lock::Holder> FindServer(const std::wstring& jobListFile);
@@ -39,7 +42,8 @@ public:
     ServerPlace(const ServerPlace&) = delete;
     ServerPlace& operator=(const ServerPlace&) = delete;
 
-    /// Takes the lock and begins to watch for requests to end. Fails with `InUse` if another server has it.
+    /// Takes the lock, removes what an earlier server had not received to its end, and begins to watch for requests to
+    /// end. Fails with `InUse` if another server has it.
     [[nodiscard]] platform::Error Take(const std::wstring& jobListFile);
 
     /// Names the address of the page to other programs.

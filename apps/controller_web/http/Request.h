@@ -1,6 +1,9 @@
 #pragma once
 
+#include "controller_web/http/ReceivedFile.h"
+
 #include <map>
+#include <memory>
 #include <string>
 #include <vector>
 
@@ -23,6 +26,8 @@ struct Request {
     /// The header "Last-Event-ID"; empty if missing.
     std::string lastEventId;
     std::string body;
+    /// The body of an upload, which is not in `body`; null for other requests.
+    std::shared_ptr<ReceivedFile> file;
 };
 
 } // namespace web

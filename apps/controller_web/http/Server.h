@@ -17,7 +17,9 @@ struct ServerLimits {
     std::size_t connections = 256;
     /// Connections that receive texts as they come; each is counted as a connection, too.
     std::size_t feeds = 64;
-    /// Threads that run the handler.
+    /// Uploads that arrive at the same time.
+    std::size_t uploads = 8;
+    /// Threads that run the handler, and read and write files.
     std::size_t workers = 4;
 
     /// The time between two requests of a connection.

@@ -89,14 +89,16 @@ Admission Site::Admit(const RequestHead& head) {
         return {std::move(answer)};
     }
     Admission admission;
-    admission.bodyLimit = IsUpload(target) ? uploadLimit : jsonLimit;
+    admission.isUpload = IsUpload(target) && MethodOf(head) == Method::Post;
+    admission.bodyLimit = admission.isUpload ? uploadLimit : jsonLimit;
     admission.request = {*MethodOf(head),
                          std::move(target.path),
                          std::move(target.query),
                          head.range,
                          head.ifNoneMatch,
                          head.lastEventId,
-                         {}};
+                         {},
+                         nullptr};
     return admission;
 }
 

@@ -20,6 +20,8 @@ struct SiteOptions {
     bool isReadOnly = false;
     /// The directory of the one-time links.
     std::wstring linkDirectory;
+    /// The directory of uploads while they arrive.
+    std::wstring uploadDirectory = {};
     /// Units: seconds since 1970.
     std::function<std::int64_t()> now;
 };
@@ -32,6 +34,8 @@ struct Admission {
     Request request = {};
     /// Units: bytes.
     std::uint64_t bodyLimit = 0;
+    /// The body goes to a file in `SiteOptions::uploadDirectory`.
+    bool isUpload = false;
 };
 
 /// The requests and answers of the server, without the network: who may ask, one-time links, sessions, the page, and
@@ -49,6 +53,8 @@ public:
 
     /// The handler's answer. A handler that fails has answered 500. Threads: several at once; may block.
     Response Handle(const Request& request) noexcept;
+
+    const std::wstring& UploadDirectory() const { return options.uploadDirectory; }
 
     /// The address of the page, with its last slash: "http://127.0.0.1:8080/".
     std::string Address() const;

@@ -22,7 +22,11 @@ public:
 class SiteTest : public testing::Test {
 protected:
     explicit SiteTest(const std::string& publicAddress = "", bool isReadOnly = false)
-        : options{8080, web::ReadPublicAddress(publicAddress), isReadOnly, directory / L"links",
+        : options{8080,
+                  web::ReadPublicAddress(publicAddress),
+                  isReadOnly,
+                  directory / L"links",
+                  directory / L"arriving",
                   [this] { return now; }},
           site(options, web::Assets(page), handler) {}
 
@@ -191,7 +195,10 @@ TEST_F(SiteTest, AnUploadIsBytesAndMayBeLarger) {
     EXPECT_EQ(Status(head), 415U);
     head.contentType = "application/octet-stream";
     EXPECT_EQ(site.Admit(head).bodyLimit, web::Site::uploadLimit);
-    EXPECT_EQ(site.Admit(SignedIn("POST", "/api/v1/jobs")).bodyLimit, web::Site::jsonLimit);
+    EXPECT_TRUE(site.Admit(head).isUpload);
+    const web::Admission other = site.Admit(SignedIn("POST", "/api/v1/jobs"));
+    EXPECT_EQ(other.bodyLimit, web::Site::jsonLimit);
+    EXPECT_FALSE(other.isUpload);
 }
 
 TEST_F(SiteTest, AnAddressThatCannotBeReadIsRefused) {

@@ -5,6 +5,8 @@
 #include <utility>
 
 #include "controller_web/http/ErrorResponse.h"
+#include "platform/files/Directory.h"
+#include "platform/files/FileSystem.h"
 
 namespace {
 
@@ -58,7 +60,7 @@ void ServerFixture::Start() {
     port = server->Port();
     const auto now = [] { return std::int64_t{1'000'000}; };
     const std::wstring links = directory / L"links";
-    site.emplace(web::SiteOptions{port, {}, false, links, now}, web::Assets(page), *handler);
+    site.emplace(web::SiteOptions{port, {}, false, links, arriving, now}, web::Assets(page), *handler);
     thread = std::thread([this] { server->Run(*site); });
     std::string secret;
     ASSERT_FALSE(web::OneTimeLinks(links, now).Make(secret));
@@ -89,6 +91,19 @@ std::string ServerFixture::Request(const std::string& method, const std::string&
         headers += "Content-Length: " + std::to_string(body.size()) + "\r\n";
     }
     return RequestOfStranger(method, target, headers) + body;
+}
+
+std::vector<std::uint64_t> ServerFixture::SizesOfArriving() const {
+    std::vector<platform::DirectoryEntry> entries;
+    std::vector<std::uint64_t> sizes;
+    // There is no directory before the first upload.
+    (void)platform::ListDirectory(arriving, entries);
+    for (const platform::DirectoryEntry& entry : entries) {
+        if (const auto stamp = platform::StampOf(arriving + L"\\" + entry.name)) {
+            sizes.push_back(stamp->size);
+        }
+    }
+    return sizes;
 }
 
 test_support::RawAnswer ServerFixture::Ask(const std::string& request) const {

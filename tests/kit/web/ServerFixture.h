@@ -11,6 +11,7 @@
 #include <optional>
 #include <string>
 #include <thread>
+#include <vector>
 
 #include <gtest/gtest.h>
 
@@ -35,11 +36,16 @@ protected:
                                   const std::string& moreHeaders = "") const;
     std::string Host() const { return "127.0.0.1:" + std::to_string(port); }
 
+    /// The sizes of the uploads that are arriving.
+    std::vector<std::uint64_t> SizesOfArriving() const;
+
     /// The answer to one request on a connection of its own.
     test_support::RawAnswer Ask(const std::string& request) const;
 
     const test_support::Deadline deadline{"a test of the web server"};
     const TemporaryDirectory directory;
+    /// Where uploads are stored while they arrive.
+    const std::wstring arriving = directory / L"arriving";
     web::ServerLimits limits;
     web::Server::PeerCheck acceptsPeer;
     Answer answer;

@@ -11,6 +11,7 @@
 #include "kit/TemporaryDirectory.h"
 #include "kit/TestProcess.h"
 #include "kit/web/RawClient.h"
+#include "platform/files/Directory.h"
 #include "platform/files/FileSystem.h"
 #include "platform/files/NativePath.h"
 
@@ -97,6 +98,13 @@ protected:
         return "Cookie: " + cookie.substr(0, cookie.find(';')) + "\r\n";
     }
 
+    std::size_t ArrivingFiles() const {
+        std::vector<platform::DirectoryEntry> entries;
+        // There is no directory before the first upload.
+        (void)platform::ListDirectory(directory / L"job_list.json.web\\arriving", entries);
+        return entries.size();
+    }
+
     const test_support::Deadline deadline{"a test of controller_web"};
     const TemporaryDirectory directory;
 };
@@ -181,6 +189,25 @@ TEST_F(WebProgramTest, AServerThatWasKilledIsReplaced) {
     ASSERT_TRUE(test_support::WaitUntilSignalled(server.Get()));
     const Link link = LinkIn(Background().output);
     EXPECT_EQ(Ask(link.port, "GET", "/", SessionOf(link)).status, 200U);
+}
+
+TEST_F(WebProgramTest, WhatAKilledServerWasReceivingIsRemovedByTheNext) {
+    const platform::OwnedHandle server = StartInForeground();
+    const Link link = LinkIn(Background().output);
+    const std::string session = SessionOf(link);
+    RawClient client(link.port);
+    const std::string host = "127.0.0.1:" + std::to_string(link.port);
+    EXPECT_TRUE(client.Send("POST /api/v1/uploads?name=part.stl HTTP/1.1\r\nHost: " + host + "\r\n" + session +
+                            "Origin: http://" + host +
+                            "\r\nContent-Type: application/octet-stream\r\nContent-Length: 9\r\n\r\nsolid"));
+    while (ArrivingFiles() == 0) {
+        EXPECT_EQ(Ask(link.port, "GET", "/", session).status, 200U);
+    }
+    test_support::KillProcess(server.Get());
+    ASSERT_TRUE(test_support::WaitUntilSignalled(server.Get()));
+    EXPECT_EQ(ArrivingFiles(), 1U);
+    EXPECT_EQ(Background().exitCode, 0);
+    EXPECT_EQ(ArrivingFiles(), 0U);
 }
 
 TEST_F(WebProgramTest, AReadOnlyServerRefusesChanges) {

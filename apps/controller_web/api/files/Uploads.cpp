@@ -11,7 +11,6 @@
 #include "platform/files/FileTime.h"
 #include "platform/files/NativePath.h"
 #include "platform/files/RemoveTree.h"
-#include "platform/files/ReplaceFile.h"
 #include "text/Text.h"
 
 namespace web {
@@ -62,13 +61,13 @@ Uploads::Stored Uploads::CountAndRemove() const {
     return stored;
 }
 
-std::wstring Uploads::Store(const std::string& name, const std::string& content) {
+std::wstring Uploads::Store(const std::string& name, ReceivedFile& file) {
     if (name.size() > longestName || name.starts_with('.') || !zip::IsSafeFileName(name)) {
         throw BadRequest(L"name: expected a file name that both Linux and Windows allow, without directories.");
     }
     const std::lock_guard lock(mutex);
     const Stored stored = CountAndRemove();
-    if (stored.files >= limits.files || stored.bytes + content.size() > limits.bytes) {
+    if (stored.files >= limits.files || stored.bytes + file.Size() > limits.bytes) {
         throw ApiError{429, "too_many_requests",
                        L"There are too many uploaded files. Remove those that no job needs from " +
                            platform::ToNativeText(directory) + L"."};
@@ -78,7 +77,8 @@ std::wstring Uploads::Store(const std::string& name, const std::string& content)
         FailStoring(place, error);
     }
     std::wstring path = place + L"\\" + text::FromUtf8(name);
-    if (const platform::Error error = platform::ReplaceFile(path, content, platform::Durability::Unsynced)) {
+    if (const platform::Error error = file.MoveTo(path)) {
+        (void)platform::RemoveTree(place);
         FailStoring(path, error);
     }
     return path;

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "controller_web/http/ReceivedFile.h"
+
 #include <cstddef>
 #include <cstdint>
 #include <functional>
@@ -23,9 +25,9 @@ public:
     /// `clock` returns the seconds since 1970-01-01 UTC.
     Uploads(std::wstring uploadDirectory, const Limits& uploadLimits, std::function<std::int64_t()> clock);
 
-    /// Stores a file and returns its path. Throws `ApiError` if the name is no plain file name, a limit is reached, or
-    /// the file cannot be written.
-    std::wstring Store(const std::string& name, const std::string& content);
+    /// Moves a file here under this name and returns its path. Throws `ApiError` if the name is no plain file name, a
+    /// limit is reached, or the file cannot be moved.
+    std::wstring Store(const std::string& name, ReceivedFile& file);
 
 private:
     struct Stored {

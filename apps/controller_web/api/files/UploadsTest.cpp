@@ -1,6 +1,7 @@
 #include "controller_web/api/files/Uploads.h"
 #include "controller_web/api/Answers.h"
 #include "kit/TemporaryDirectory.h"
+#include "platform/files/Directory.h"
 #include "platform/files/FileSystem.h"
 #include "platform/system/Clock.h"
 
@@ -10,9 +11,16 @@ namespace {
 
 class UploadsTest : public testing::Test {
 protected:
-    static unsigned StatusOf(web::Uploads& uploads, const std::string& content) {
+    std::wstring Store(web::Uploads& uploads, const std::string& content) const {
+        web::ReceivedFile file;
+        EXPECT_FALSE(file.Create(arriving));
+        EXPECT_FALSE(file.Append(content));
+        return uploads.Store("part.stl", file);
+    }
+
+    unsigned StatusOf(web::Uploads& uploads, const std::string& content) const {
         try {
-            uploads.Store("part.stl", content);
+            Store(uploads, content);
             return 201;
         } catch (const web::ApiError& error) {
             return error.status;
@@ -20,6 +28,7 @@ protected:
     }
 
     TemporaryDirectory directory;
+    const std::wstring arriving = directory / L"arriving";
     std::int64_t now = platform::Now();
     std::function<std::int64_t()> clock = [this] { return now; };
 };
@@ -29,6 +38,9 @@ TEST_F(UploadsTest, TheNumberOfFilesIsLimited) {
     EXPECT_EQ(StatusOf(uploads, "a"), 201U);
     EXPECT_EQ(StatusOf(uploads, "b"), 201U);
     EXPECT_EQ(StatusOf(uploads, "c"), 429U);
+    std::vector<platform::DirectoryEntry> left;
+    EXPECT_FALSE(platform::ListDirectory(arriving, left));
+    EXPECT_TRUE(left.empty());
 }
 
 TEST_F(UploadsTest, TheirSizeIsLimited) {
@@ -40,7 +52,7 @@ TEST_F(UploadsTest, TheirSizeIsLimited) {
 
 TEST_F(UploadsTest, OldFilesMakeRoom) {
     web::Uploads uploads(directory / L"uploads", {1, 1000, 3600}, clock);
-    const std::wstring first = uploads.Store("part.stl", "a");
+    const std::wstring first = Store(uploads, "a");
     EXPECT_EQ(ReadTextFile(first), "a");
     EXPECT_EQ(StatusOf(uploads, "b"), 429U);
     now += 3700;

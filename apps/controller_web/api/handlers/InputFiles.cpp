@@ -162,10 +162,10 @@ Response GetInputs(const std::vector<std::wstring>& allowed, const Call& call) {
 
 Response PostUpload(Services& services, const Call& call) {
     const std::string name = text::ToUtf8(QueryValue(call.request, "name"));
-    const std::wstring path = services.uploads.Store(name, call.request.body);
+    ReceivedFile& file = *call.request.file;
+    const std::wstring path = services.uploads.Store(name, file);
     return JsonResponse(
-        json::Write(UploadDocument{platform::ToNativeText(path), static_cast<std::int64_t>(call.request.body.size())}),
-        201);
+        json::Write(UploadDocument{platform::ToNativeText(path), static_cast<std::int64_t>(file.Size())}), 201);
 }
 
 } // namespace web

@@ -5,6 +5,7 @@
 #include <string_view>
 #include <vector>
 
+#include "CommonControllerLib/ControllerLogManager.h"
 #include "controller_web/http/ErrorResponse.h"
 
 namespace web {
@@ -31,7 +32,8 @@ std::vector<std::string> Texts(const http::fields& fields, http::field field) {
     return texts;
 }
 
-RequestHead HeadOf(const http::request<http::string_body>& request) {
+template <typename Body>
+RequestHead HeadOf(const http::request<Body>& request) {
     RequestHead head;
     head.method = {request.method_string().data(), request.method_string().size()};
     head.target = {request.target().data(), request.target().size()};
@@ -55,12 +57,38 @@ bool IsBadRequest(const error_code& error) {
            error != http::error::end_of_stream && error != http::error::partial_message;
 }
 
+/// Counts something for the time of its life.
+class CountedWhile {
+public:
+    CountedWhile(std::size_t& counter, std::size_t amount) : count(counter), added(amount) { count += added; }
+    ~CountedWhile() { count -= added; }
+    CountedWhile(const CountedWhile&) = delete;
+    CountedWhile& operator=(const CountedWhile&) = delete;
+
+private:
+    std::size_t& count;
+    const std::size_t added;
+};
+
+constexpr auto cannotStore = boost::system::errc::io_error;
+
+error_code ErrorOfStoring(const platform::Error& error) {
+    if (error) {
+        ControllerLogManager::WarnLog(L"A file that a browser sends cannot be stored: " + error.Text());
+        return make_error_code(cannotStore);
+    }
+    return {};
+}
+
 std::optional<Response> AnswerTo(const error_code& error) {
     if (error == http::error::header_limit || error == http::error::buffer_overflow) {
         return ErrorResponse(431, "header_too_large", "The headers of the request are too large.");
     }
     if (error == http::error::body_limit) {
         return ErrorResponse(413, "content_too_large", "The content of the request is too large.");
+    }
+    if (error == cannotStore) {
+        return ErrorResponse(500, "internal_error", "The file cannot be stored; the log says why.");
     }
     return IsBadRequest(error) ? std::optional(ErrorResponse(400, "bad_request", "This is no request of HTTP/1.1."))
                                : std::nullopt;
@@ -118,11 +146,20 @@ asio::awaitable<bool> Connection::ServeRequest() {
     if (admission.answer) {
         co_return co_await Answer(parser, std::move(*admission.answer), parser.is_done());
     }
-    error = co_await ReadBody(parser, admission.bodyLimit);
+    co_return co_await Serve(parser, std::move(admission));
+}
+
+asio::awaitable<bool> Connection::Serve(Parser& parser, Admission admission) {
+    const CountedWhile counted(context.uploads, admission.isUpload ? 1 : 0);
+    if (context.uploads > context.limits.uploads) {
+        Response refusal = ErrorResponse(429, "too_many_requests", "Too many files arrive at once. Try again later.");
+        co_return co_await Answer(parser, std::move(refusal), parser.is_done());
+    }
+    const error_code error = co_await ReadBody(parser, admission);
     if (error) {
         co_return co_await Refuse(error);
     }
-    admission.request.body = std::move(parser.get().body());
+    admission.request.body = beast::buffers_to_string(parser.get().body().data());
     Response response = co_await CallHandler(std::move(admission.request));
     co_return co_await Answer(parser, std::move(response), true);
 }
@@ -166,17 +203,42 @@ asio::awaitable<bool> Connection::Answer(Parser& parser, Response response, bool
     co_return isWritten&& form.isKept;
 }
 
-asio::awaitable<error_code> Connection::ReadBody(Parser& parser, std::uint64_t limit) {
+asio::awaitable<error_code> Connection::ReadBody(Parser& parser, Admission& admission) {
     // The parser has compared an announced length with the largest of the limits only.
-    if (parser.content_length().value_or(0) > limit) {
+    if (parser.content_length().value_or(0) > admission.bodyLimit) {
         co_return make_error_code(http::error::body_limit);
     }
-    error_code error = co_await Continue(parser);
-    parser.body_limit(limit);
+    error_code error = co_await CreateFile(admission);
+    if (!error) {
+        error = co_await Continue(parser);
+    }
+    parser.body_limit(admission.bodyLimit);
     while (!error && !parser.is_done()) {
         stream.expires_after(context.limits.bodyTime);
         co_await http::async_read_some(stream, buffer, parser, Into(error));
+        if (!error && admission.isUpload) {
+            error = co_await Store(parser.get().body(), *admission.request.file);
+        }
     }
+    co_return error;
+}
+
+asio::awaitable<error_code> Connection::CreateFile(Admission& admission) {
+    if (!admission.isUpload) {
+        co_return error_code();
+    }
+    admission.request.file = std::make_shared<ReceivedFile>();
+    co_return co_await OnWorker([this, &file = *admission.request.file] {
+        return ErrorOfStoring(file.Create(context.site.UploadDirectory()));
+    });
+}
+
+/// What has arrived is in memory only until it is stored.
+asio::awaitable<error_code> Connection::Store(beast::flat_buffer& arrived, ReceivedFile& file) {
+    const error_code error = co_await OnWorker([&] {
+        return ErrorOfStoring(file.Append({static_cast<const char*>(arrived.data().data()), arrived.size()}));
+    });
+    arrived.clear();
     co_return error;
 }
 
@@ -203,10 +265,7 @@ asio::awaitable<void> Connection::Linger() {
 }
 
 asio::awaitable<Response> Connection::CallHandler(Request request) {
-    co_return co_await asio::co_spawn(
-        context.workers,
-        [&site = context.site, &request]() -> asio::awaitable<Response> { co_return site.Handle(request); },
-        asio::use_awaitable);
+    co_return co_await OnWorker([&] { return context.site.Handle(request); });
 }
 
 } // namespace web

@@ -8,6 +8,7 @@
 #include <optional>
 #include <span>
 #include <string_view>
+#include <type_traits>
 
 namespace web {
 
@@ -19,6 +20,7 @@ struct ServerContext {
     Site& site;
     bool isStopping = false;
     std::size_t feeds = 0;
+    std::size_t uploads = 0;
 };
 
 /// One client: reads its requests and writes the answers, one after the other. Threads: that of the server.
@@ -36,7 +38,9 @@ public:
     void Close();
 
 private:
-    using Parser = http::request_parser<http::string_body>;
+    /// Its body does not reserve the size that a client announces.
+    using Body = http::basic_dynamic_body<beast::flat_buffer>;
+    using Parser = http::request_parser<Body>;
 
     // Each returns true if the connection can go on.
     asio::awaitable<bool> ServeRequest();
@@ -44,10 +48,20 @@ private:
     asio::awaitable<bool> Answer(Parser& parser, Response response, bool isBodyRead);
     asio::awaitable<bool> Refuse(const error_code& error);
 
-    asio::awaitable<error_code> ReadBody(Parser& parser, std::uint64_t limit);
+    asio::awaitable<bool> Serve(Parser& parser, Admission admission);
+    asio::awaitable<error_code> ReadBody(Parser& parser, Admission& admission);
+    asio::awaitable<error_code> CreateFile(Admission& admission);
+    asio::awaitable<error_code> Store(beast::flat_buffer& arrived, ReceivedFile& file);
     asio::awaitable<error_code> Continue(const Parser& parser);
     asio::awaitable<void> Linger();
     asio::awaitable<Response> CallHandler(Request request);
+    /// Calls a function that may block.
+    template <typename Function>
+    asio::awaitable<std::invoke_result_t<Function>> OnWorker(Function function) {
+        co_return co_await asio::co_spawn(
+            context.workers, [&function]() -> asio::awaitable<std::invoke_result_t<Function>> { co_return function(); },
+            asio::use_awaitable);
+    }
 
     // Write a response (ConnectionWriting.cpp). `isHead`: without its body.
     struct Form {

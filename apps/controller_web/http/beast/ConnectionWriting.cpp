@@ -124,10 +124,7 @@ asio::awaitable<bool> Connection::WriteContent(ContentReader& content, Form form
 
 asio::awaitable<std::optional<std::size_t>> Connection::ReadContent(ContentReader& content, std::span<char> block) {
     reading = &content;
-    const auto count = co_await asio::co_spawn(
-        context.workers,
-        [&content, block]() -> asio::awaitable<std::optional<std::size_t>> { co_return content.Read(block); },
-        asio::use_awaitable);
+    const auto count = co_await OnWorker([&content, block] { return content.Read(block); });
     reading = nullptr;
     co_return count;
 }
