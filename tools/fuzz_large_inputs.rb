@@ -92,9 +92,26 @@ def subcommands
     'words' => fill("a\n")[0, 40_000], 'blanks' => "wait\n#{fill(' ')}" }
 end
 
+REQUEST_HEADERS = "Host: 127.0.0.1:8080\r\nCookie: $SESSION\r\nOrigin: http://127.0.0.1:8080\r\n"
+
+def connections
+  get = "GET /api HTTP/1.1\r\n#{REQUEST_HEADERS}"
+  post = "POST /api HTTP/1.1\r\n#{REQUEST_HEADERS}Content-Type: application/json\r\n"
+  { 'headers' => "\0#{get}#{fill("a: b\r\n")}", 'target' => "\0GET /#{fill('a/')}", 'pipeline' => "\0#{fill("#{get}\r\n")}",
+    'content' => "\0#{post}Content-Length: #{SIZE}\r\n\r\n#{fill('x')}",
+    'chunks' => "\0#{post}Transfer-Encoding: chunked\r\n\r\n#{fill("1\r\nx\r\n")}",
+    'chunk_extension' => "\0#{post}Transfer-Encoding: chunked\r\n\r\n1#{fill(';a=b')}" }
+end
+
+def requests
+  { 'path' => "GET\n/#{fill('a/')}", 'escapes' => fill('/%41'), 'query' => "GET\n/?#{fill('a=b&')}",
+    'cookies' => "GET\n/\n\n#{fill('a=b; ')}", 'tags' => "GET\n/\n\n\n\n\n#{fill('"a", ')}",
+    'encodings' => "GET\n/\n\n\n\n\n\n#{fill('a;q=0, ')}", 'hosts' => fill("h\n") }
+end
+
 folder = ARGV.fetch(0)
 inputs = json_inputs.merge('esa' => packages, 'adc' => profiles, 'frames' => streams, 'command_line' => command_lines,
-                           'subcommands' => subcommands)
+                           'subcommands' => subcommands, 'http' => connections, 'web' => requests)
 inputs.each do |target, files|
   FileUtils.mkdir_p("#{folder}/#{target}")
   files.each { |name, bytes| File.binwrite("#{folder}/#{target}/#{name}", bytes) }
