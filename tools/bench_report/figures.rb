@@ -7,7 +7,7 @@ module BenchReport
   class Figures
     MISSING = "not measured:"
 
-    # `lines`: "NAME SECONDS" or "NAME not measured: REASON"; a share of a processor counts as seconds. `engine`: the
+    # `lines`: "NAME SECONDS" or "NAME not measured: REASON"; a share of a processor and gigabytes count as seconds. `engine`: the
     # results of Google Benchmark, in milliseconds.
     def initialize(lines, engine)
       @values = engine.to_h { |row| [row["name"].gsub(%r{/real_time|/iterations:\d+}, ""), milliseconds(row)] }
@@ -17,14 +17,14 @@ module BenchReport
       end
     end
 
-    # Milliseconds, jobs per second or percent, as the unit says; a text if it was not measured. Raises KeyError for a
+    # Milliseconds, jobs or requests per second, megabytes or percent, as the unit says; a text if it was not measured. Raises KeyError for a
     # benchmark that did not run.
     def fetch(name, unit)
       value = @values.fetch(name.delete_suffix(":rate"))
       return value if value.is_a?(String)
 
       case unit
-      when "jobs/s" then 1000 / value
+      when "jobs/s", "requests/s" then 1000 / value
       when "%" then value / 10
       else value
       end

@@ -116,11 +116,20 @@ module BenchReport
     end
   ].freeze
 
+  WEB_ROWS = [
+    *[1, 8].map do |count|
+      single("web_requests_#{count}", "GET of the web page's server, #{count} #{count == 1 ? "connection" : "connections"}, 100,000 jobs",
+             "web_requests_#{count}:rate", unit: "requests/s")
+    end,
+    single("web_event", "change in the host until a browser has its event, median", "web_event"),
+    single("web_memory", "memory of the web page's server, 100,000 jobs", "web_memory", at_most(200), unit: "MB")
+  ].freeze
+
   HOST_ROWS = [
     single("notice", "end of a process until all are told, median", "notice_median", at_most(2)),
     single("idle", "processor time of an idle host", "idle_share", below(0.1), unit: "%")
   ].freeze
 
   ROWS = [*job_rows("tmpfs"), *job_rows("disk"), *RUNNER_ROWS, *LIST_ROWS, *JOURNAL_ROWS, *CATALOGUE_ROWS,
-          *SCHEDULER_ROWS, *HASH_ROWS, *REQUEST_ROWS, *STATUS_ROWS, *HOST_ROWS].freeze
+          *SCHEDULER_ROWS, *HASH_ROWS, *REQUEST_ROWS, *STATUS_ROWS, *WEB_ROWS, *HOST_ROWS].freeze
 end

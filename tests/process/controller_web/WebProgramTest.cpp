@@ -11,34 +11,19 @@
 #include "kit/TemporaryDirectory.h"
 #include "kit/TestProcess.h"
 #include "kit/web/RawClient.h"
+#include "kit/web/SignedInBrowser.h"
 #include "platform/files/Directory.h"
 #include "platform/files/FileSystem.h"
 #include "platform/files/NativePath.h"
 
 using test_support::Ending;
+using test_support::LinkIn;
+using Link = test_support::LoginLink;
 using test_support::RawAnswer;
 using test_support::RawClient;
 using test_support::RunToEnd;
 
 namespace {
-
-/// "http://127.0.0.1:8080/login?token=..."
-struct Link {
-    std::uint16_t port = 0;
-    std::string target;
-};
-
-Link LinkIn(const std::string& output) {
-    const std::string begin = "http://127.0.0.1:";
-    const std::size_t place = output.find(begin);
-    if (place == std::string::npos) {
-        return {};
-    }
-    const std::size_t slash = output.find('/', place + begin.size());
-    const std::string port = output.substr(place + begin.size(), slash - place - begin.size());
-    return {static_cast<std::uint16_t>(std::stoi(port)),
-            output.substr(slash, output.find_first_of("\r\n", slash) - slash)};
-}
 
 /// The program with settings of its own.
 class WebProgramTest : public testing::Test {
