@@ -47,7 +47,10 @@ ControllerScenario.run do |job|
 end
 `,
   'fails.rb': `require "controller_scenario"
-ControllerScenario.run { |job| raise ${JSON.stringify(`no volume in ${markup}`)} }
+ControllerScenario.run do |job|
+  puts "<script>document.title = 1</script>"
+  raise ${JSON.stringify(`no volume in ${markup}`)}
+end
 `,
   'says_parameters.rb': `require "controller_scenario"
 ControllerScenario.run { |job| job.message("size is #{job.parameters["size"]}, style is #{job.parameters["style"]}") }

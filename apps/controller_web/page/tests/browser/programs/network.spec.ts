@@ -6,19 +6,22 @@ import { rowOf } from '../kit/mock.ts';
 import { expect, serve, usualContents } from '../kit/real.ts';
 
 interface Fixtures {
+  /** Below which path of the network the page is. */
+  path: string;
   network: Forwarder;
   installation: Installation;
 }
 
 /** A test whose page reaches the server through a connection that can be cut. */
 const test = base.extend<Fixtures>({
+  path: ['', { option: true }],
   network: async ({}, use) => {
     const network = await Forwarder.start();
     await use(network);
     network.stop();
   },
-  installation: async ({ page, network }, use) => {
-    const settings = { web: { inputDirectories: ['inputs'], publicAddress: network.address } };
+  installation: async ({ page, network, path }, use) => {
+    const settings = { web: { inputDirectories: ['inputs'], publicAddress: network.address + path } };
     const installation = new Installation({ ...usualContents, settings });
     await serve(page, installation, use, String(network.target));
   },
@@ -65,4 +68,22 @@ test('a log goes on where it was after the connection broke', async ({ page, net
   network.restore();
   await expect(log).toContainText('meanwhile');
   await expect(log.getByText('before')).toHaveCount(1);
+});
+
+test.describe('below a path of a proxy', () => {
+  test.use({ path: 'alice/' });
+  test('the page signs in, follows jobs, and shows models, pictures and licences', async ({ page, context, installation }) => {
+    await expect(page).toHaveURL(/\/alice\/$/);
+    installation.run('copies.rb');
+    await expect(rowOf(page, 1)).toContainText('Succeeded');
+    await rowOf(page, 1).click();
+    await page.getByRole('tab', { name: 'Files' }).click();
+    await page.getByRole('button', { name: /^part\.stl/ }).click();
+    await expect(page.getByText('Size 10 × 10 × 10')).toBeVisible();
+    await page.reload();
+    await expect(page.getByRole('heading', { name: /^1 · copies/ })).toBeVisible();
+    await page.locator('summary').click();
+    const [licences] = await Promise.all([context.waitForEvent('page'), page.getByRole('link', { name: 'Licences' }).click()]);
+    await expect(licences.getByText(/preact \d/)).toBeVisible();
+  });
 });

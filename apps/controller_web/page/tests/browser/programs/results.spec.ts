@@ -108,12 +108,16 @@ test('a job is started with the parameters of its scenario', async ({ page, inst
   await expect(page.getByLabel('Messages')).toContainText('size is 1200, style is lines');
 });
 
-test('a job that fails twice shows its attempts and why', async ({ page, installation }) => {
+test('a job that fails twice says why in its row, and shows its attempts with their logs', async ({ page, context, installation }) => {
   installation.run('fails.rb', { retries: 1, retryDelay: 0 });
   await expect(rowOf(page, 1)).toContainText('Failed');
+  await expect(rowOf(page, 1)).toContainText(`no volume in ${markup}`);
   await rowOf(page, 1).click();
   await expect(page.getByLabel('Messages')).toContainText(`no volume in ${markup}`);
   await expect(page.locator('.fact', { hasText: 'Attempt' }).first()).toContainText('2 of 2');
+  const [log] = await Promise.all([context.waitForEvent('page'), page.getByRole('link', { name: 'Log of attempt 1' }).click()]);
+  await expect(log.locator('body')).toContainText('<script>document.title = 1</script>');
+  expect(await log.title()).not.toBe('1');
 });
 
 test('the origin of results is shown and copied', async ({ page, context, installation }) => {
