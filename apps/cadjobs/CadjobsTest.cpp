@@ -7,6 +7,7 @@
 #include "formats/Messages.h"
 #include "front_end/output/BuiltInStrings.h"
 #include "kit/front_end/CommandContextFixture.h"
+#include "platform/files/NativePath.h"
 
 namespace {
 
@@ -305,6 +306,35 @@ TEST_F(CadjobsTest, AMistakeIsToldWithWhatMayBeMeant) {
     EXPECT_EQ(Cadjobs({L"lsit"}), 2);
     EXPECT_EQ(console.errors, "cadjobs: The argument lsit means nothing here. Did you mean list?\n"
                               "Help: cadjobs --help\n");
+}
+
+TEST_F(CadjobsTest, AFileThatIsReadIsNotTakenAsLogFile) {
+    UseSettings(R"({"version":1,"logFile":"host.log"})");
+    const std::wstring part = platform::ToNativeText(directory / L"part.stl");
+    const std::wstring report = platform::ToNativeText(directory / L"report.rb");
+    const std::wstring jobsFile = platform::ToNativeText(directory / L"jobs.json");
+    const std::wstring settingsFile = platform::ToNativeText(directory / L"settings.json");
+    WriteTextFile(directory / L"part.stl", "solid");
+    WriteTextFile(directory / L"report.rb", "exit 0");
+    WriteTextFile(directory / L"jobs.json", "{}");
+    const auto allContents = [this] {
+        std::string text;
+        for (const wchar_t* const name : {L"part.stl", L"report.rb", L"jobs.json", L"settings.json"}) {
+            text += ReadTextFile(directory / name);
+        }
+        return text;
+    };
+    const std::string before = allContents();
+    const std::vector<std::vector<std::wstring>> table = {
+        {L"list", L"-l", settingsFile},      {L"run", report, part, L"-l", part}, {L"run", report, part, L"-l", report},
+        {L"add", jobsFile, L"-l", jobsFile}, {L"log", L"1", L"-l", settingsFile},
+    };
+    for (const auto& arguments : table) {
+        EXPECT_EQ(Cadjobs(arguments), 2) << text::ToUtf8(arguments.front() + L" " + arguments.back());
+        EXPECT_NE(console.errors.find(" is named twice, as "), std::string::npos) << console.errors;
+    }
+    EXPECT_EQ(allContents(), before);
+    EXPECT_TRUE(host.Requests().empty());
 }
 
 TEST_F(CadjobsTest, HelpIsInTheLanguageOfTheUser) {
