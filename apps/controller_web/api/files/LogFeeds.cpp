@@ -6,6 +6,8 @@
 #include <utility>
 
 #include "controller_web/api/FeedClients.h"
+#include "controller_web/api/files/FilesBelow.h"
+#include "formats/RunFileNames.h"
 #include "platform/files/File.h"
 
 namespace web {
@@ -25,9 +27,9 @@ struct LogFeeds::Shared {
 
 class LogFeeds::Feed final : public EventFeed {
 public:
-    Feed(std::shared_ptr<Shared> owner, std::shared_ptr<FeedClients::Client> logClient, std::wstring logPath,
+    Feed(std::shared_ptr<Shared> owner, std::shared_ptr<FeedClients::Client> logClient, std::wstring workDirectory,
          std::function<bool()> jobHasEnded)
-        : shared(std::move(owner)), client(std::move(logClient)), path(std::move(logPath)),
+        : shared(std::move(owner)), client(std::move(logClient)), directory(std::move(workDirectory)),
           hasEnded(std::move(jobHasEnded)) {}
 
     ~Feed() override { shared->clients.Remove(client); }
@@ -53,7 +55,7 @@ private:
         platform::File file;
         std::string block(blockSize, '\0');
         std::size_t count = 0;
-        if (!file.OpenForReading(path)) {
+        if (!OpenFileBelow(directory, {run_protocol::logFileName}, file)) {
             position = file.Size() < position ? 0 : position;
             if (file.ReadAt(position, block.data(), block.size(), count)) {
                 count = 0;
@@ -66,7 +68,7 @@ private:
 
     std::shared_ptr<Shared> shared;
     std::shared_ptr<FeedClients::Client> client;
-    const std::wstring path;
+    const std::wstring directory;
     const std::function<bool()> hasEnded;
     std::uint64_t position = 0;
     bool isAtEnd = false;
@@ -94,14 +96,15 @@ void LogFeeds::Loop() {
     }
 }
 
-std::unique_ptr<EventFeed> LogFeeds::Open(const std::wstring& path, std::function<bool()> hasEnded) {
+std::unique_ptr<EventFeed> LogFeeds::Open(const std::wstring& workDirectory, std::function<bool()> hasEnded) {
     std::shared_ptr<FeedClients::Client> client;
     {
         const std::lock_guard lock(shared->mutex);
         client = shared->clients.Add(mostFeeds);
     }
     shared->changed.notify_all();
-    return client == nullptr ? nullptr : std::make_unique<Feed>(shared, std::move(client), path, std::move(hasEnded));
+    return client == nullptr ? nullptr
+                             : std::make_unique<Feed>(shared, std::move(client), workDirectory, std::move(hasEnded));
 }
 
 } // namespace web

@@ -21,9 +21,10 @@ public:
     LogFeeds(const LogFeeds&) = delete;
     LogFeeds& operator=(const LogFeeds&) = delete;
 
-    /// The content of a log from its beginning; it ends after `hasEnded` has returned true. The file need not exist
-    /// yet. Null if there are too many feeds. Threads of `hasEnded`: that of the server.
-    std::unique_ptr<EventFeed> Open(const std::wstring& path, std::function<bool()> hasEnded);
+    /// The log of the job with this work directory from its beginning; it ends after `hasEnded` has returned true. The
+    /// file need not exist yet; a link is not followed. Null if there are too many feeds. Threads of `hasEnded`: that
+    /// of the server.
+    std::unique_ptr<EventFeed> Open(const std::wstring& workDirectory, std::function<bool()> hasEnded);
 
 private:
     class Feed;

@@ -99,11 +99,12 @@ std::string AttachmentName(std::int32_t number) {
     return "attachment; filename=\"job-" + std::to_string(number) + ".zip\"";
 }
 
-Response FollowedLog(Services& services, const Row& row, const std::wstring& path) {
-    std::unique_ptr<EventFeed> feed = services.logs.Open(path, [&tracker = services.tracker, id = row->job.id] {
-        const Row now = tracker.Jobs().FindId(id);
-        return now == nullptr || IsOver(now->job.status);
-    });
+Response FollowedLog(Services& services, const Row& row) {
+    std::unique_ptr<EventFeed> feed =
+        services.logs.Open(row->job.workDir, [&tracker = services.tracker, id = row->job.id] {
+            const Row now = tracker.Jobs().FindId(id);
+            return now == nullptr || IsOver(now->job.status);
+        });
     if (feed == nullptr) {
         throw ApiError{429, "too_many_requests", L"Too many logs are followed at once. Close another one."};
     }
@@ -147,7 +148,7 @@ Response GetLog(Services& services, const Call& call) {
         return LogOfAttempt(call, row->job, attempt);
     }
     if (isFollowed && !IsOver(row->job.status) && !row->job.workDir.empty()) {
-        return FollowedLog(services, row, row->job.workDir + L"\\" + run_protocol::logFileName);
+        return FollowedLog(services, row);
     }
     return LogFile(call.request, row->job, run_protocol::logFileName);
 }

@@ -1,5 +1,7 @@
 #include "controller_web/api/files/FilesBelow.h"
+#include "controller_web/api/files/LogFeeds.h"
 #include "controller_web/api/files/ZipStream.h"
+#include "formats/RunFileNames.h"
 #include "kit/TemporaryDirectory.h"
 #include "platform/files/NativePath.h"
 #include "text/Text.h"
@@ -43,6 +45,19 @@ TEST_F(LinksBelowTest, LinksAreNeitherListedNorFollowed) {
     EXPECT_TRUE(web::OpenFileBelow(directory / L"out", {L"directory", L"key.txt"}, file));
     EXPECT_TRUE(web::OpenFileBelow(directory / L"out", {L"file.txt"}, file));
     EXPECT_TRUE(web::OpenFileBelow(directory / L"out", {L"dangling"}, file));
+}
+
+TEST_F(LinksBelowTest, AFollowedLogIsNoLink) {
+    const std::wstring log = std::wstring(L"out\\") + run_protocol::logFileName;
+    web::LogFeeds logs;
+    const auto feed = logs.Open(directory / L"out", [] { return false; });
+    Link(L"secret\\key.txt", log);
+    EXPECT_EQ(feed->Next(), nullptr);
+    ASSERT_EQ(unlink(Native(log).c_str()), 0);
+    WriteTextFile(directory / log, "line");
+    const auto text = feed->Next();
+    ASSERT_NE(text, nullptr);
+    EXPECT_EQ(*text, "line");
 }
 
 TEST_F(LinksBelowTest, APipeIsNoFile) {
