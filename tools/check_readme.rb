@@ -6,7 +6,6 @@
 SECTION = /^## Use the command line\n(.*?)^## /m
 # Ctrl-C after a moment.
 WATCHING = "timeout --preserve-status --signal=INT 2 "
-ANY_SCENARIO = "$(./cadjobs scenarios --json | ruby -rjson -e 'puts JSON.parse($stdin.read)[\"scenarios\"].first[\"id\"]')"
 
 # 1: a job has failed, or was over before it could be cancelled.
 SCRIPT_HEAD = <<~'SHELL'
@@ -20,7 +19,7 @@ SHELL
 def tried(command)
   return command if command.start_with?("export ", "cd ")
 
-  "try #{WATCHING if command.end_with?(" watch")}#{command.sub(/\bID\b/) { ANY_SCENARIO }}"
+  "try #{WATCHING if command.end_with?(" watch")}#{command}"
 end
 
 blocks = File.read("README.md", encoding: "UTF-8")[SECTION, 1].scan(/^```sh\n(.*?)^```$/m).join

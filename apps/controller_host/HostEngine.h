@@ -94,8 +94,8 @@ public:
     /// first. Returns the problem; empty on success.
     [[nodiscard]] std::wstring ResolveScenarioName(std::wstring& name);
 
-    /// Returns the parameter sets of a catalogued scenario in `sets`. Reports an unknown or missing scenario or a
-    /// broken description as a problem, in contrast to a scenario without sets. Returns the problem; empty on success.
+    /// Returns the parameter sets of a scenario in `sets`; it may be named as for `ResolveScenarioName`. An unknown or
+    /// missing scenario or a broken description is a problem, a scenario without sets is none. Empty on success.
     [[nodiscard]] std::wstring ReadParameterSets(const std::wstring& scenarioId,
                                                  std::vector<ScenarioParameterSetInfo>& sets);
 

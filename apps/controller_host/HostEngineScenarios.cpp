@@ -90,13 +90,15 @@ std::vector<std::wstring> HostEngine::ScenarioProblems() const {
 
 std::wstring HostEngine::ReadParameterSets(const std::wstring& scenarioId,
                                            std::vector<ScenarioParameterSetInfo>& sets) {
-    const auto scenario = scenarioMap.find(scenarioId);
-    if (scenario == scenarioMap.end()) {
-        return L"there is no scenario " + scenarioId + L" in the catalogue.";
+    std::wstring scenario = scenarioId;
+    std::wstring problem = ResolveScenarioName(scenario);
+    if (!problem.empty()) {
+        return problem;
     }
+    const auto catalogued = scenarioMap.find(scenario);
+    const std::wstring& path = catalogued == scenarioMap.end() ? scenario : catalogued->second.path;
     scenario_manifest::ScenarioManifest manifest;
-    std::wstring problem = ProblemOf(scenario->second.path);
-    if (problem.empty() && scenario_manifest::ReadFor(scenario->second.path, manifest, problem)) {
+    if (scenario_manifest::ReadFor(path, manifest, problem)) {
         sets = std::move(manifest.parameterSets);
     }
     return problem;

@@ -107,6 +107,22 @@ TEST_F(ListedScriptsTest, ItsParameterSetsAreThoseBesideIt) {
     EXPECT_EQ(sets[0].id, L"fine");
 }
 
+TEST_F(ListedScriptsTest, ParameterSetsAreThoseOfAnIdANameOrAPathAlsoAtFirstContact) {
+    WriteTextFile(directory / L"scenarios\\count.py", "print(1)");
+    WriteTextFile(directory / L"scenarios\\count.scenario.json",
+                  R"({"version":1,"parameterSets":[{"id":"fine","displayName":"Fine","parameters":[]}]})");
+    const std::wstring name = L"FetchScenarioParameterSetsRequest";
+    for (const std::wstring& scenario :
+         {Scenario(L"L : count").id, std::wstring(L"count.py"), directory / L"scenarios\\count.py"}) {
+        engine = std::make_unique<HostEngine>(functions.get());
+        answers = std::make_unique<RequestHandler>(*engine, transmitter);
+        Ask(name, messages::Serialize(name, scenario));
+        const auto sets = Answered<std::vector<ScenarioParameterSetInfo>>(L"FetchScenarioParameterSetsResponse");
+        ASSERT_EQ(sets.size(), 1U) << scenario.size();
+        EXPECT_EQ(sets[0].id, L"fine");
+    }
+}
+
 TEST_F(ListedScriptsTest, ABrokenDescriptionBesideItIsReported) {
     WriteTextFile(directory / L"scenarios\\count.py", "print(1)");
     WriteTextFile(directory / L"scenarios\\count.scenario.json", "{");

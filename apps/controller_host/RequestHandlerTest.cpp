@@ -54,10 +54,12 @@ TEST_F(RequestHandlerTest, FetchScenariosRequestIsAnsweredWithTheCatalogue) {
     EXPECT_EQ(scenarios[0].displayName, L"mesh");
 }
 
-TEST_F(RequestHandlerTest, FetchScenarioParameterSetsRequestNeedsACataloguedScenario) {
+TEST_F(RequestHandlerTest, FetchScenarioParameterSetsRequestNeedsAScenario) {
     const std::wstring name = L"FetchScenarioParameterSetsRequest";
     Ask(name, messages::Serialize(name, std::wstring(L"4711")));
-    EXPECT_EQ(Refusal(), L"FetchScenarioParameterSetsRequest is refused: there is no scenario 4711 in the catalogue.");
+    EXPECT_EQ(Refusal(),
+              L"FetchScenarioParameterSetsRequest is refused: There is no scenario 4711: it is neither an id of a "
+              L"scenario nor a file of the scenario directories.");
     Ask(L"FetchScenariosRequest");
     const auto scenarios = Answered<std::vector<ScenarioInfo>>(L"FetchScenariosResponse");
     Ask(name, messages::Serialize(name, scenarios.at(0).id));

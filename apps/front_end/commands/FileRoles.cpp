@@ -64,6 +64,11 @@ std::wstring AbsolutePath(const std::wstring& path) {
     return platform::ResolveAgainst(platform::CurrentDirectory(), path);
 }
 
+std::wstring ScenarioName(const std::wstring& typed) {
+    const std::wstring path = AbsolutePath(typed);
+    return IsFile(path) ? path : typed;
+}
+
 bool IsFile(const std::wstring& path) {
     return platform::Exists(path) && !platform::IsDirectory(path);
 }

@@ -13,6 +13,10 @@ std::wstring AbsolutePath(const std::wstring& path);
 /// True if the path exists and is not a directory.
 bool IsFile(const std::wstring& path);
 
+/// The typed scenario, for the host: the absolute path of a file. Any other name is resolved by the host: an id of the
+/// catalogue, or a file name in its scenario directories.
+std::wstring ScenarioName(const std::wstring& typed);
+
 /// A file named in the command line or the settings, and its purpose.
 struct FileRole {
     /// The key of the text that describes the purpose.

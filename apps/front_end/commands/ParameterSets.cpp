@@ -1,5 +1,6 @@
 #include "front_end/commands/Commands.h"
 
+#include "front_end/commands/FileRoles.h"
 #include "front_end/connection/HostSession.h"
 #include "front_end/output/DisplayText.h"
 #include "front_end/output/JsonOutput.h"
@@ -37,7 +38,7 @@ std::wstring SetText(const ScenarioParameterSetInfo& set) {
 
 ExitCode ParameterSets(CommandContext& context, const Command& command) {
     HostSession session(context, StartOf(command));
-    const std::vector<ScenarioParameterSetInfo> sets = session.FetchParameterSets(command.ids.front());
+    const std::vector<ScenarioParameterSetInfo> sets = session.FetchParameterSets(ScenarioName(command.ids.front()));
     if (command.asJson) {
         context.console.Write(ParameterSetsJson(sets));
     } else if (sets.empty()) {

@@ -16,17 +16,10 @@
 namespace front_end::commands {
 namespace {
 
-/// A name that is not a file here is resolved by the host: an id of the catalogue, or a file name in its scenario
-/// directories.
-std::wstring ScenarioId(const std::wstring& scenario) {
-    const std::wstring path = AbsolutePath(scenario);
-    return IsFile(path) ? path : scenario;
-}
-
 ScheduledRequest RequestOf(const CommandContext& context, const Command& command) {
     ScheduledRequest request{{}, SchedulingOf(context, command)};
     request.requestId = ControllerCSWrapper::CreateGuid();
-    request.scenario.id = ScenarioId(command.scenario);
+    request.scenario.id = ScenarioName(command.scenario);
     for (const std::wstring& input : command.inputs) {
         request.inputFileSets.push_back(FilesOfInputSet(input));
     }

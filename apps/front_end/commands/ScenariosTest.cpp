@@ -82,6 +82,14 @@ TEST_F(ScenariosTest_ParameterSets, ShowsEachParameter) {
     EXPECT_EQ(host.Requests().back().payload, LR"({"FetchScenarioParameterSetsRequest":"1742"})");
 }
 
+TEST_F(ScenariosTest_ParameterSets, AScenarioHereIsNamedByItsPath) {
+    AnswerWith({Fine()});
+    const std::wstring scenario = directory / L"mesh.rb";
+    WriteTextFile(scenario, "exit 0");
+    EXPECT_EQ(Run({L"parameters", platform::ToNativeText(scenario)}), 0);
+    EXPECT_EQ(host.Requests().back().payload, messages::Serialize(L"FetchScenarioParameterSetsRequest", scenario));
+}
+
 TEST_F(ScenariosTest_ParameterSets, NoneIsSaidSo) {
     AnswerWith({});
     EXPECT_EQ(Run({L"parameters", L"1742"}), 0);
