@@ -35,6 +35,7 @@ protected:
         platform::ProcessStart web = Host({L"--background", L"--no-browser"});
         web.program = test_support::ProgramPath(L"controller_web");
         link = test_support::RunToEnd(web).output;
+        EXPECT_NE(link.find("/login?token="), std::string::npos) << link;
     }
 
     ~LongWebListTest() override {
