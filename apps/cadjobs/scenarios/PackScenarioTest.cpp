@@ -37,10 +37,10 @@ TEST_F(PackScenarioTest, AllFilesGoInButHiddenOnesCachesAndPackages) {
 }
 
 TEST_F(PackScenarioTest, AListNamesTheFilesAndTheirPlaces) {
-    WriteTextFile(directory / L"shared\\mesh.rb", "");
+    WriteTextFile(directory / L"common\\mesh.rb", "");
     WriteTextFile(directory / L"wall\\notes.txt", "");
     WriteTextFile(directory / L"wall\\package_files.txt",
-                  "# name  file\n\nmanifest.json  manifest.json\r\nmain.rb main.rb\nlib/mesh.rb   ../shared/mesh.rb\n");
+                  "# name  file\n\nmanifest.json  manifest.json\r\nmain.rb main.rb\nlib/mesh.rb   ../common/mesh.rb\n");
     EXPECT_EQ(Pack(), 0) << console.errors;
     EXPECT_TRUE(Has("manifest.json") && Has("main.rb") && Has("lib/mesh.rb"));
     EXPECT_FALSE(Has("notes.txt") || Has("package_files.txt"));

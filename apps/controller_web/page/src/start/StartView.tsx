@@ -61,8 +61,8 @@ function Chosen({ form }: { form: StartForm }) {
 }
 
 function InputFields({ form }: { form: StartForm }) {
-  const specification = form.scenario?.inputs?.[form.files.length % form.setSize];
-  const extensions = specification?.extensions ?? [];
+  const nextInput = form.scenario?.inputs?.[form.files.length % form.setSize];
+  const extensions = nextInput?.extensions ?? [];
   const choose = (file: ChosenFile): void => form.setFiles((files) => [...files, file]);
   return (
     <fieldset class="card">
