@@ -52,8 +52,8 @@ struct Level {
 
 class Grammar {
 public:
-    /// Null: without descriptions, which only the help shows.
-    /// `arguments` must outlive it.
+    /// `programTexts` is null for a grammar without descriptions, which only the help shows. Both must outlive this
+    /// object.
     Grammar(const Texts* programTexts, const std::vector<std::wstring>& programArguments)
         : texts(programTexts), arguments(programArguments), app(Text(L"Program/About"), "cadjobs") {
         Prepare(app);
