@@ -7,6 +7,8 @@
 #include "controller_web/http/Secrets.h"
 #include "platform/files/Directory.h"
 #include "platform/files/FileSystem.h"
+#include "platform/files/FileTime.h"
+#include "platform/files/NativePath.h"
 #include "platform/files/ReplaceFile.h"
 #include "text/Text.h"
 
@@ -59,13 +61,22 @@ bool OneTimeLinks::IsExpired(const std::wstring& file) const {
     return error != std::errc() || clock() > expiry || clock() < expiry - lifeSeconds;
 }
 
+/// A file with another name is a link that a program is writing, or was writing when it was killed.
+bool OneTimeLinks::IsOutdated(const std::wstring& file) const {
+    if (IsSecret(text::ToUtf8(platform::FileName(file)))) {
+        return IsExpired(file);
+    }
+    const auto stamp = platform::StampOf(file);
+    return stamp && clock() > platform::LastWriteTime(*stamp) + lifeSeconds;
+}
+
 void OneTimeLinks::RemoveExpired() const {
     std::vector<platform::DirectoryEntry> entries;
     // What cannot be listed or removed now is removed later.
     (void)platform::ListDirectory(directory, entries);
     for (const platform::DirectoryEntry& entry : entries) {
         const std::wstring file = directory + L"\\" + entry.name;
-        if (!entry.isDirectory && IsExpired(file)) {
+        if (!entry.isDirectory && IsOutdated(file)) {
             (void)platform::RemoveFile(file);
         }
     }

@@ -12,6 +12,7 @@
 #include "kit/TemporaryDirectory.h"
 #include "platform/files/Directory.h"
 #include "platform/files/FileSystem.h"
+#include "platform/system/Clock.h"
 #include "text/Text.h"
 
 namespace {
@@ -66,6 +67,21 @@ TEST_F(OneTimeLinksTest, ExpiredLinksAreRemovedWhenOneIsMade) {
     (void)Make();
     (void)Make();
     now += web::OneTimeLinks::lifeSeconds + 1;
+    (void)Make();
+    EXPECT_EQ(Files(), 1U);
+}
+
+TEST_F(OneTimeLinksTest, ALinkThatAnotherProgramIsWritingStays) {
+    const std::wstring unfinished =
+        directory / (L"links\\" + text::FromUtf8(web::NewSecret()) + L".tmp-0123456789abcdef");
+    WriteTextFile(unfinished, "");
+    (void)Make();
+    EXPECT_TRUE(platform::Exists(unfinished));
+}
+
+TEST_F(OneTimeLinksTest, WhatAKilledProgramWasWritingIsRemovedAfterTheLifeOfALink) {
+    WriteTextFile(directory / L"links\\unfinished", "");
+    now = platform::Now() + web::OneTimeLinks::lifeSeconds + 1;
     (void)Make();
     EXPECT_EQ(Files(), 1U);
 }
