@@ -4,7 +4,7 @@
 #include <string>
 
 #include "Workplace.h"
-#include "platform/files/FileBlocks.h"
+#include "platform/files/FileSystem.h"
 #include "platform/files/ReplaceFile.h"
 #include "platform/system/Sha256.h"
 

@@ -22,7 +22,7 @@
 #include "modules/StartChecks.h"
 #include "platform/files/NativePath.h"
 #include "platform/processes/Process.h"
-#include "platform/processes/ResourceLimits.h"
+#include "platform/processes/ProcessTree.h"
 #include "platform/processes/StopSignal.h"
 #include "platform/terminal/Console.h"
 #include "services/Settings.h"

@@ -1,7 +1,6 @@
 #include "scenario_runner/FileHashing.h"
 
-#include "platform/files/FileBlocks.h"
-#include "platform/files/FileTime.h"
+#include "platform/files/FileSystem.h"
 #include "platform/files/NativePath.h"
 #include "platform/system/Clock.h"
 #include "platform/system/Sha256.h"

@@ -7,7 +7,6 @@
 #include "ControllerCSWrapper/ControllerCSWrapper.h"
 #include "platform/files/Directory.h"
 #include "platform/files/File.h"
-#include "platform/files/FileBlocks.h"
 #include "platform/files/FileSystem.h"
 #include "platform/files/NativePath.h"
 #include "platform/files/RemoveTree.h"

@@ -6,7 +6,6 @@
 #include "ControllerCSWrapper/ControllerCSWrapper.h"
 #include "formats/ScenarioManifest.h"
 #include "platform/files/FileSystem.h"
-#include "platform/files/FileTime.h"
 #include "platform/files/NativePath.h"
 #include "platform/system/Clock.h"
 #include "platform/system/Machine.h"

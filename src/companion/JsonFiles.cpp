@@ -6,7 +6,7 @@
 #include "formats/json/Reading.h"
 #include "platform/files/NativePath.h"
 #include "platform/files/ReplaceFile.h"
-#include "platform/system/LargePages.h"
+#include "platform/system/Machine.h"
 #include "text/StrictUtf8.h"
 #include "text/Wtf8.h"
 

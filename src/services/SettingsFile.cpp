@@ -11,7 +11,7 @@
 #include "formats/json/Reading.h"
 #include "formats/json/SchedulingLayouts.h"
 #include "platform/files/NativePath.h"
-#include "platform/processes/WaitLimit.h"
+#include "platform/processes/Waiting.h"
 #include "platform/system/Environment.h"
 #include "platform/system/Installation.h"
 #include "text/EscapeControls.h"

@@ -7,7 +7,6 @@
 #include "controller_web/http/Secrets.h"
 #include "platform/files/Directory.h"
 #include "platform/files/FileSystem.h"
-#include "platform/files/FileTime.h"
 #include "platform/files/NativePath.h"
 #include "platform/files/ReplaceFile.h"
 #include "text/Text.h"

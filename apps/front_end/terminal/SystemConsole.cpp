@@ -6,7 +6,6 @@
 #include "front_end/terminal/Links.h"
 #include "platform/system/Environment.h"
 #include "platform/terminal/Console.h"
-#include "platform/terminal/Input.h"
 #include "text/Text.h"
 
 namespace front_end {

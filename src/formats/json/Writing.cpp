@@ -5,7 +5,7 @@
 #include <charconv>
 #include <utility>
 
-#include "platform/system/LargePages.h"
+#include "platform/system/Machine.h"
 #include "text/Blocks.h"
 #include "text/CodeUnits.h"
 #include "text/Hexadecimal.h"

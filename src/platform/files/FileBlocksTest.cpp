@@ -1,4 +1,4 @@
-#include "platform/files/FileBlocks.h"
+#include "platform/files/FileSystem.h"
 
 #include <gtest/gtest.h>
 

@@ -4,6 +4,7 @@
 
 #include <cstddef>
 #include <cstdint>
+#include <functional>
 #include <optional>
 #include <string>
 #include <string_view>
@@ -45,6 +46,9 @@ struct FileStamp {
 };
 [[nodiscard]] std::optional<FileStamp> StampOf(const std::wstring& path);
 
+/// The time of the last write. Units: seconds since 1970-01-01 UTC.
+std::int64_t LastWriteTime(const FileStamp& stamp);
+
 // What other users of this machine could do to a user's files. Administrators are not counted, because nothing stops
 // them. Links are followed; a path that does not exist counts as safe.
 
@@ -66,6 +70,14 @@ Error ReadFileRetrying(const std::wstring& path, std::size_t limit, std::string&
 /// Reads the last `length` bytes of a file, or all of a shorter one. The cost does not depend on the file's size. Bytes
 /// that another process appends during the read may be missing. On failure, `bytes` is unchanged.
 Error ReadFileEnd(const std::wstring& path, std::size_t length, std::string& bytes);
+
+/// What becomes of the rest of a file after one block.
+enum class Reading { GoOn, Stop };
+
+/// Reads a regular file from its beginning and passes it on in blocks of at most 1 MiB, so that the memory does not
+/// depend on its size. After `Reading::Stop` the rest is not read, which is no error. Fails with `NotSupported` for
+/// anything but a file, with `InUse` if the file changes meanwhile (size or time of the last write).
+Error ReadFileInBlocks(const std::wstring& path, const std::function<Reading(std::string_view block)>& visit);
 
 /// Creates an empty file or truncates an existing one. Others may hold it open for reading and writing. A link (also a
 /// hard link), pipe or socket at `path` is replaced itself; a directory is not.

@@ -11,6 +11,7 @@
 #include "platform/files/NativePath.h"
 #include "platform/files/RemoveTree.h"
 #include "platform/files/ReplaceFile.h"
+#include "platform/system/Clock.h"
 #include "text/Text.h"
 
 namespace {
@@ -41,6 +42,15 @@ TEST_F(FileSystemTest, FilesAndDirectoriesExist) {
     EXPECT_TRUE(IsDirectory(directory.Path()));
     EXPECT_FALSE(IsDirectory(directory / L"a.txt"));
     EXPECT_FALSE(IsDirectory(directory / L"b"));
+}
+
+TEST_F(FileSystemTest, AFileThatWasWrittenNowHasTheTimeOfTheClock) {
+    const std::int64_t before = platform::Now();
+    WriteTextFile(directory / L"a", "x");
+    const std::int64_t written = platform::LastWriteTime(*platform::StampOf(directory / L"a"));
+    // The clock of a file system may be a little behind.
+    EXPECT_GE(written, before - 1);
+    EXPECT_LE(written, platform::Now() + 1);
 }
 
 TEST_F(FileSystemTest, ALinkIsWhatItLeadsTo) {

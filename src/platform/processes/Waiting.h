@@ -2,6 +2,7 @@
 
 #include <chrono>
 #include <cstddef>
+#include <cstdint>
 #include <optional>
 #include <string>
 #include <utility>
@@ -12,9 +13,12 @@
 /// Waits for several handles at once, without polling.
 namespace platform {
 
+/// The processes that one call of `WaitForAny` can wait for, with some handles left for other purposes.
+extern const std::int32_t mostWaitedProcesses;
+
 /// Waits until one of `handles` (processes, events, directory watches; not null) is signalled or the timeout expires.
-/// Returns the index of the first signalled handle, or nothing on timeout. At most 63 handles; an invalid one counts as
-/// signalled. Without a timeout, waits indefinitely.
+/// Returns the index of the first signalled handle, or nothing on timeout. At most 63 handles on Windows; an invalid
+/// one counts as signalled. Without a timeout, waits indefinitely.
 std::optional<std::size_t> WaitForAny(const std::vector<void*>& handles,
                                       std::optional<std::chrono::milliseconds> timeout);
 

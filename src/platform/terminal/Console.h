@@ -6,7 +6,7 @@
 
 #include "platform/system/Error.h"
 
-/// The terminal of a console program.
+/// The terminal and the standard streams of a console program.
 namespace platform {
 
 /// Sets standard output and error to UTF-8 without line end conversion, and enables escape sequences on a terminal.
@@ -41,5 +41,19 @@ void WriteErrorOutput(std::string_view utf8);
 /// line breaks before its end and other terminal control characters are escaped like in `Escaped`. Part of
 /// `PrepareConsole`.
 void MakeWideOutputUtf8();
+
+// Standard input. Threads: one at a time.
+
+/// True if standard input is a terminal.
+bool IsInputTerminal();
+
+/// Reads at most `capacity` bytes of standard input, and waits until there are some; `count` is 0 at its end.
+Error ReadInput(char* buffer, std::size_t capacity, std::size_t& count);
+
+/// The next line without its line end, of at most 4096 bytes; what was read at the end of the input or at an error.
+std::string ReadInputLine();
+
+/// Reads standard input up to its end. Fails with `TooLarge` if there are more than `most` bytes.
+Error ReadWholeInput(std::size_t most, std::string& bytes);
 
 } // namespace platform

@@ -9,7 +9,6 @@
 #include "kit/TestProcess.h"
 #include "platform/files/FileSystem.h"
 #include "platform/processes/Process.h"
-#include "platform/processes/WaitLimit.h"
 
 using platform::DirectoryWatch;
 using platform::Event;

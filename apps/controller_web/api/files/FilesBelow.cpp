@@ -4,7 +4,6 @@
 #include <utility>
 
 #include "platform/files/FileSystem.h"
-#include "platform/files/FileTime.h"
 
 namespace web {
 namespace {

@@ -8,7 +8,6 @@
 #include "formats/zip/ZipName.h"
 #include "platform/files/Directory.h"
 #include "platform/files/FileSystem.h"
-#include "platform/files/FileTime.h"
 #include "platform/files/NativePath.h"
 #include "platform/files/RemoveTree.h"
 #include "text/Text.h"

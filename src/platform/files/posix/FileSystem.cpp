@@ -71,6 +71,10 @@ std::optional<FileStamp> StampOf(const std::wstring& path) {
     return FileStamp{IdentityFrom(*status), static_cast<std::uint64_t>(status->st_size), Nanoseconds(status->st_mtim)};
 }
 
+std::int64_t LastWriteTime(const FileStamp& stamp) {
+    return stamp.lastWrite / 1'000'000'000;
+}
+
 Error LinkFile(const std::wstring& existing, const std::wstring& name) {
     return OutcomeOf(link(SystemPath(existing).c_str(), SystemPath(name).c_str()));
 }

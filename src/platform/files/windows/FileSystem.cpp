@@ -123,6 +123,13 @@ std::optional<FileStamp> StampOf(const std::wstring& path) {
                      static_cast<std::int64_t>(Joined(lastWrite.dwHighDateTime, lastWrite.dwLowDateTime))};
 }
 
+std::int64_t LastWriteTime(const FileStamp& stamp) {
+    // Windows counts 100 ns since 1601-01-01.
+    constexpr std::int64_t unitsPerSecond = 10'000'000;
+    constexpr std::int64_t secondsFrom1601To1970 = 11'644'473'600;
+    return stamp.lastWrite / unitsPerSecond - secondsFrom1601To1970;
+}
+
 Error LinkFile(const std::wstring& existing, const std::wstring& name) {
     return OutcomeOf(CreateHardLinkW(SystemPath(name).c_str(), SystemPath(existing).c_str(), nullptr));
 }

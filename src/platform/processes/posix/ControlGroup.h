@@ -3,7 +3,7 @@
 #include <string>
 #include <string_view>
 
-#include "platform/processes/ResourceLimits.h"
+#include "platform/processes/ProcessTree.h"
 #include "platform/system/Error.h"
 
 /// Control groups of version 2 (cgroups(7)). A group is a directory of the system's; all paths here are native.

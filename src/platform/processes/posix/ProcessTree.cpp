@@ -144,4 +144,8 @@ void ProcessTree::End() {
     KillDescendants([this](const siginfo_t& ended) { state->OnReaped(ended); });
 }
 
+std::wstring PrepareResourceLimits() {
+    return ClaimControlGroup(OwnControlGroup());
+}
+
 } // namespace platform

@@ -1,5 +1,4 @@
 #include "platform/processes/Waiting.h"
-#include "platform/processes/WaitLimit.h"
 
 #include <algorithm>
 #include <array>

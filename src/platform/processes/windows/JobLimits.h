@@ -2,7 +2,7 @@
 
 #include <windows.h>
 
-#include "platform/processes/ResourceLimits.h"
+#include "platform/processes/ProcessTree.h"
 
 namespace platform {
 

@@ -124,4 +124,9 @@ void ProcessTree::End() {
     }
 }
 
+/// Job objects need no preparation.
+std::wstring PrepareResourceLimits() {
+    return {};
+}
+
 } // namespace platform

@@ -20,4 +20,7 @@ std::wstring AccountName() {
     return GetUserNameW(name.data(), &size) != 0 ? std::wstring(name.data(), size - 1) : std::wstring();
 }
 
+/// Large pages on Windows need a privilege that users do not have.
+void PreferLargePages(void*, std::size_t) {}
+
 } // namespace platform

@@ -1,8 +1,6 @@
-#include "platform/processes/ResourceLimits.h"
+#include "platform/processes/windows/JobLimits.h"
 
 #include <algorithm>
-
-#include "platform/processes/windows/JobLimits.h"
 
 namespace platform {
 
@@ -23,11 +21,6 @@ JOBOBJECT_CPU_RATE_CONTROL_INFORMATION CpuRateOf(const ResourceLimits& limits, D
     rate.ControlFlags = JOB_OBJECT_CPU_RATE_CONTROL_ENABLE | JOB_OBJECT_CPU_RATE_CONTROL_HARD_CAP;
     rate.CpuRate = std::clamp<DWORD>(static_cast<DWORD>(limits.cpuPercent) * hundredths / cores, 1, all);
     return rate;
-}
-
-/// Job objects need no preparation.
-std::wstring PrepareResourceLimits() {
-    return {};
 }
 
 } // namespace platform
