@@ -2,13 +2,13 @@
 # links to these packages is used.
 set(third_party_include "${PROJECT_BINARY_DIR}/third_party/include")
 file(MAKE_DIRECTORY "${third_party_include}")
-set(entries rapidjson spdlog fmt asio asio.hpp CLI)
+set(entries rapidjson asio asio.hpp CLI)
 if(CONTROLLER_BUILD_WEB)
   list(APPEND entries boost)
 endif()
 foreach(entry IN LISTS entries)
   if(NOT EXISTS "/usr/include/${entry}")
-    message(FATAL_ERROR "/usr/include/${entry} is missing. './run' installs what is needed, or: apt-get install rapidjson-dev libspdlog-dev libfmt-dev libasio-dev libboost1.81-dev libcli11-dev")
+    message(FATAL_ERROR "/usr/include/${entry} is missing. './run' installs what is needed, or: apt-get install rapidjson-dev libasio-dev libboost1.81-dev libcli11-dev")
   endif()
   file(CREATE_LINK "/usr/include/${entry}" "${third_party_include}/${entry}" SYMBOLIC)
 endforeach()
@@ -19,14 +19,6 @@ target_include_directories(third_party_headers SYSTEM INTERFACE "${third_party_i
 add_library(rapidjson INTERFACE)
 target_link_libraries(rapidjson INTERFACE third_party_headers)
 target_compile_definitions(rapidjson INTERFACE RAPIDJSON_HAS_STDSTRING=1)
-
-# spdlog and fmt, header-only; used by one source file.
-add_library(spdlog INTERFACE)
-target_link_libraries(spdlog INTERFACE third_party_headers)
-target_compile_definitions(spdlog INTERFACE SPDLOG_FMT_EXTERNAL FMT_HEADER_ONLY)
-if(CMAKE_SYSTEM_NAME STREQUAL "Windows")
-  target_compile_definitions(spdlog INTERFACE SPDLOG_WCHAR_FILENAMES)
-endif()
 
 # Asio, header-only and without Boost.
 add_library(asio INTERFACE)

@@ -5,27 +5,23 @@
 
 namespace {
 
-/// Settings log their own errors through this function. The recursion ends because the settings are installed before
-/// they report.
+/// What the settings find wrong with their file is logged through this function, after the log has got its path and
+/// level from them.
 void FollowSettings() noexcept {
     try {
-        log_file::UseDefaultPath(settings::Current()->logFile);
+        (void)settings::Current();
     } catch (...) {
         return; // out of memory: the log file stays as it was
     }
 }
 
 void WriteRecord(log_file::Level level, const std::wstring& message) noexcept {
-    if (log_file::WantsLevel()) {
-        FollowSettings(); // reading the settings also sets the level
-    }
-    if (!log_file::Takes(level)) {
-        return;
-    }
-    if (log_file::WantsDefaultPath()) {
+    if (log_file::WantsSettings()) {
         FollowSettings();
     }
-    log_file::Write(level, message);
+    if (log_file::Takes(level)) {
+        log_file::Write(level, message);
+    }
 }
 
 } // namespace

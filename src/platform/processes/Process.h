@@ -97,4 +97,7 @@ bool IsCrash(std::int32_t exitCode);
 std::uint32_t ProcessNumber(void* process);
 std::uint32_t OwnProcessNumber();
 
+/// The number of the calling thread for the tools of the system.
+std::uint32_t OwnThreadNumber();
+
 } // namespace platform

@@ -2,79 +2,97 @@
 
 #include <atomic>
 #include <chrono>
-#include <memory>
+#include <cstdint>
 #include <mutex>
-#include <string_view>
+#include <string>
 
-#include <spdlog/logger.h>
-#include <spdlog/pattern_formatter.h>
-#include <spdlog/sinks/base_sink.h>
-
+#include "platform/processes/Process.h"
+#include "platform/system/Clock.h"
 #include "platform/system/NeverDestroyed.h"
 #include "services/log/RotatingFile.h"
 #include "text/EscapeControls.h"
+#include "text/Text.h"
 
 namespace log_file {
 namespace {
 
-class RotatingSink final : public spdlog::sinks::base_sink<std::mutex> {
-public:
-    RotatingSink() : base_sink(RecordFormat()), file(RotationLimits{}) {}
+using std::chrono::milliseconds;
 
-    void SetPath(const std::wstring& path) {
-        const std::lock_guard<std::mutex> lock(mutex_);
+milliseconds TimeNow() {
+    return std::chrono::duration_cast<milliseconds>(std::chrono::system_clock::now().time_since_epoch());
+}
+
+std::int64_t SecondsOf(milliseconds time) {
+    return std::chrono::duration_cast<std::chrono::seconds>(time).count();
+}
+
+/// "2024-03-05T07:08:09.123Z"
+std::string TimeText(milliseconds time) {
+    std::string text = text::ToUtf8(platform::UtcTimestamp(SecondsOf(time)));
+    text.pop_back();
+    return text + "." + std::to_string(1000 + time.count() % 1000).substr(1) + "Z";
+}
+
+std::string PaddedName(Level level) {
+    constexpr std::size_t longestName = 7;
+    std::string name = text::ToUtf8(NameOf(level));
+    name.resize(longestName, ' ');
+    return name;
+}
+
+class Log {
+public:
+    void UsePath(const std::wstring& path) {
+        const std::lock_guard lock(mutex);
         pathIsGiven = true;
         file.SetPath(path);
     }
 
-    void SetDefaultPath(const std::wstring& path) {
-        const std::lock_guard<std::mutex> lock(mutex_);
-        lastDefault = CurrentSecond();
+    void UseSettings(Level level, const std::wstring& path) {
+        lowestLevel = static_cast<std::int32_t>(level);
+        if (!WantsPath()) {
+            return;
+        }
+        const std::lock_guard lock(mutex);
         if (!pathIsGiven) {
             file.SetPath(path);
+            lastPath = SecondsOf(TimeNow());
         }
     }
 
-    bool WantsDefaultPath() const { return !pathIsGiven && lastDefault != CurrentSecond(); }
-    void ForgetDefaultPath() { lastDefault = never; }
-
-protected:
-    void sink_it_(const spdlog::details::log_msg& message) override {
-        spdlog::memory_buf_t record;
-        formatter_->format(message, record);
-        const auto time = std::chrono::duration_cast<std::chrono::seconds>(message.time.time_since_epoch());
-        file.Append(std::string_view(record.data(), record.size()), time.count());
+    void ForgetSettings() {
+        lowestLevel = unknownLevel;
+        lastPath = never;
     }
 
-    /// Nothing to flush: every record is written with a system call of its own.
-    void flush_() override {}
+    bool WantsSettings() const { return lowestLevel == unknownLevel || WantsPath(); }
+
+    bool Takes(Level level) const {
+        const std::int32_t lowest = lowestLevel;
+        return static_cast<std::int32_t>(level) >=
+               (lowest == unknownLevel ? static_cast<std::int32_t>(Level::Info) : lowest);
+    }
+
+    void Write(Level level, const std::wstring& message) {
+        const std::lock_guard lock(mutex);
+        const milliseconds time = TimeNow();
+        file.Append(TimeText(time) + " " + PaddedName(level) + " [" + std::to_string(platform::OwnThreadNumber()) +
+                        "] " + text::EscapedUtf8(message) + "\n",
+                    SecondsOf(time));
+    }
 
 private:
-    static std::unique_ptr<spdlog::formatter> RecordFormat() {
-        return std::make_unique<spdlog::pattern_formatter>("%Y-%m-%dT%H:%M:%S.%eZ %-7l [%t] %v",
-                                                           spdlog::pattern_time_type::utc, "\n");
-    }
-
-    static std::int64_t CurrentSecond() {
-        const auto now = std::chrono::system_clock::now().time_since_epoch();
-        return std::chrono::duration_cast<std::chrono::seconds>(now).count();
-    }
-
     static constexpr std::int64_t never = -1;
+    static constexpr std::int32_t unknownLevel = -1;
 
-    RotatingFile file;
+    bool WantsPath() const { return !pathIsGiven && lastPath != SecondsOf(TimeNow()); }
+
+    std::mutex mutex;
+    RotatingFile file{RotationLimits{}};
     std::atomic<bool> pathIsGiven = false;
-    std::atomic<std::int64_t> lastDefault = never;
-};
-
-constexpr std::int32_t unknownLevel = -1;
-std::atomic<std::int32_t> lowestLevel = unknownLevel;
-
-struct Log {
-    std::shared_ptr<RotatingSink> sink = std::make_shared<RotatingSink>();
-    spdlog::logger logger{"controller", sink};
-
-    Log() { logger.set_level(spdlog::level::debug); }
+    /// The second of the last path from the settings.
+    std::atomic<std::int64_t> lastPath = never;
+    std::atomic<std::int32_t> lowestLevel = unknownLevel;
 };
 
 /// Never destroyed: destructors that run at the end of the process may log.
@@ -93,58 +111,30 @@ void Quietly(const Action& action) noexcept {
     }
 }
 
-spdlog::level::level_enum NativeLevel(Level level) {
-    switch (level) {
-    case Level::Debug:
-        return spdlog::level::debug;
-    case Level::Info:
-        return spdlog::level::info;
-    case Level::Warning:
-        return spdlog::level::warn;
-    case Level::Error:
-        break;
-    }
-    return spdlog::level::err;
-}
-
 } // namespace
 
 void UsePath(const std::wstring& path) noexcept {
-    Quietly([&] { TheLog().sink->SetPath(path); });
+    Quietly([&] { TheLog().UsePath(path); });
 }
 
-void UseDefaultPath(const std::wstring& path) noexcept {
-    Quietly([&] { TheLog().sink->SetDefaultPath(path); });
+void UseSettings(Level level, const std::wstring& path) noexcept {
+    Quietly([&] { TheLog().UseSettings(level, path); });
 }
 
-bool WantsDefaultPath() noexcept {
-    return TheLog().sink->WantsDefaultPath();
+void ForgetSettings() noexcept {
+    TheLog().ForgetSettings();
 }
 
-void ForgetDefaultPath() noexcept {
-    TheLog().sink->ForgetDefaultPath();
-}
-
-void UseLevel(Level level) noexcept {
-    lowestLevel = static_cast<std::int32_t>(level);
-}
-
-void ForgetLevel() noexcept {
-    lowestLevel = unknownLevel;
-}
-
-bool WantsLevel() noexcept {
-    return lowestLevel == unknownLevel;
+bool WantsSettings() noexcept {
+    return TheLog().WantsSettings();
 }
 
 bool Takes(Level level) noexcept {
-    const std::int32_t lowest = lowestLevel;
-    return static_cast<std::int32_t>(level) >=
-           (lowest == unknownLevel ? static_cast<std::int32_t>(Level::Info) : lowest);
+    return TheLog().Takes(level);
 }
 
 void Write(Level level, const std::wstring& message) noexcept {
-    Quietly([&] { TheLog().logger.log(NativeLevel(level), text::EscapedUtf8(message)); });
+    Quietly([&] { TheLog().Write(level, message); });
 }
 
 } // namespace log_file

@@ -10,26 +10,18 @@ namespace log_file {
 /// Writes records to the file at `path` from now on; an empty path disables the file.
 void UsePath(const std::wstring& path) noexcept;
 
-/// As `UsePath`, but has no effect after a call of `UsePath`.
-void UseDefaultPath(const std::wstring& path) noexcept;
+/// Drops records below `level` from now on. Writes records to the file at `path`, unless `UsePath` was called; takes a
+/// new path at most once a second.
+void UseSettings(Level level, const std::wstring& path) noexcept;
 
-/// Returns true if `UseDefaultPath` should be called: before its first call, then once a second until `UsePath` is
-/// called.
-bool WantsDefaultPath() noexcept;
+/// Makes `WantsSettings` return true immediately.
+void ForgetSettings() noexcept;
 
-/// Makes `WantsDefaultPath` return true immediately.
-void ForgetDefaultPath() noexcept;
+/// Returns true if `UseSettings` should be called: before its first call, then once a second until `UsePath` is called.
+bool WantsSettings() noexcept;
 
-/// Drops records below this level from now on. Called with the level of the settings by the code that reads them.
-void UseLevel(Level level) noexcept;
-
-/// Makes `WantsLevel` return true again.
-void ForgetLevel() noexcept;
-
-/// Returns true until `UseLevel` is called; the level is `Info` until then.
-bool WantsLevel() noexcept;
-
-/// Returns true if a record of this level is written. Takes no lock and makes no system call.
+/// Returns true if a record of this level is written; `Info` and above before the first call of `UseSettings`. Takes no
+/// lock and makes no system call.
 bool Takes(Level level) noexcept;
 
 /// Appends one record: UTC time, level, thread, message. The record has been passed to the system when this returns.

@@ -80,6 +80,10 @@ std::uint32_t OwnProcessNumber() {
     return static_cast<std::uint32_t>(getpid());
 }
 
+std::uint32_t OwnThreadNumber() {
+    return static_cast<std::uint32_t>(gettid());
+}
+
 bool IsProgramName(const std::wstring&) {
     return true;
 }

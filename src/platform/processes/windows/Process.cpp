@@ -58,6 +58,10 @@ std::uint32_t OwnProcessNumber() {
     return GetCurrentProcessId();
 }
 
+std::uint32_t OwnThreadNumber() {
+    return GetCurrentThreadId();
+}
+
 bool IsProgramName(const std::wstring& path) {
     return HasExtension(path, L".exe") || HasExtension(path, L".com");
 }
