@@ -1,7 +1,7 @@
 #include "controller_host/EnqueueWithReasons.h"
 
 #include "CommonControllerLib/ControllerLogManager.h"
-#include "engine/OutputDirectoryName.h"
+#include "engine/OutputDirectory.h"
 #include "platform/files/FileSystem.h"
 #include "platform/files/NativePath.h"
 

@@ -2,8 +2,7 @@
 
 #include "CommonControllerLib/ControllerLogManager.h"
 #include "CommonControllerLib/PathFuncs.h"
-#include "engine/FreshDirectory.h"
-#include "engine/OutputDirectoryName.h"
+#include "engine/OutputDirectory.h"
 #include "platform/files/Directory.h"
 #include "platform/files/FileSystem.h"
 #include "platform/files/NativePath.h"
