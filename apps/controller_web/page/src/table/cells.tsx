@@ -50,11 +50,5 @@ export function Duration({ job }: { job: Job }) {
 
 export function Started({ job }: { job: Job }) {
   const app = useApp();
-  const time = job.started || job.queued;
-  const text = t(job.started ? 'time.started' : 'time.queued', fullTimeText(time));
-  return (
-    <span class={job.started ? '' : 'quiet'} title={time ? text : ''}>
-      {timeText(time, app.now.peek())}
-    </span>
-  );
+  return <span title={fullTimeText(job.started)}>{timeText(job.started, app.now.peek())}</span>;
 }

@@ -37,8 +37,6 @@ export const de: Record<keyof typeof en, string> = {
   'wait.time': 'wartet auf seine Zeit',
   'wait.job': 'wartet auf Job {0}',
   'wait.resource': 'wartet auf {0}',
-  'time.started': 'Begonnen {0}',
-  'time.queued': 'Eingereiht {0}',
   'action.cancel': 'Abbrechen',
   'action.hold': 'Anhalten',
   'action.release': 'Freigeben',

@@ -35,8 +35,6 @@ export const en = {
   'wait.time': 'waits for its time',
   'wait.job': 'waits for job {0}',
   'wait.resource': 'waits for {0}',
-  'time.started': 'Started {0}',
-  'time.queued': 'Queued {0}',
   'action.cancel': 'Cancel',
   'action.hold': 'Hold',
   'action.release': 'Release',

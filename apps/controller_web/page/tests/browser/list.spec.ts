@@ -154,6 +154,26 @@ test('is usable on a telephone', async ({ page, mock }) => {
   await expect(grid(page)).toBeVisible();
 });
 
+test('says on a telephone why a job failed', async ({ page, mock }) => {
+  await page.setViewportSize({ width: 360, height: 720 });
+  await open(page, mock);
+  await page.getByRole('button', { name: /^Failed/ }).click();
+  const row = page.getByRole('row').nth(1);
+  await expect(row.locator('.message')).toBeVisible();
+  await expect(row.locator('.message')).toHaveText(/is not an STL file/);
+  await expect(row.locator('.cell-input')).toBeVisible();
+  expect(await page.evaluate(() => document.documentElement.scrollWidth)).toBeLessThanOrEqual(360);
+});
+
+test('a job that waits has no start', async ({ page, mock }) => {
+  await open(page, mock);
+  await page.getByRole('button', { name: /^Queued/ }).click();
+  await expect(page.getByRole('row').nth(1).locator('.cell-started')).toHaveText('');
+  await page.getByRole('button', { name: /^Queued/ }).click();
+  await page.getByRole('button', { name: /^Failed/ }).click();
+  await expect(page.getByRole('row').nth(1).locator('.cell-started')).not.toHaveText('');
+});
+
 test.describe('without jobs', () => {
   test.use({ jobs: 0 });
   test('says how to begin', async ({ page, mock }) => {
