@@ -23,9 +23,7 @@ std::wstring_view NameOf(std::wstring_view option) {
 }
 
 bool IsKnown(std::wstring_view name) {
-    const std::wstring_view expected = SrunOption::expected;
-    const std::wstring names = std::wstring(expected.substr(expected.rfind(L':') + 1)) + L',';
-    return !name.empty() && names.find(L' ' + std::wstring(name) + L',') != std::wstring::npos;
+    return std::find(srunOptions.begin(), srunOptions.end(), name) != srunOptions.end();
 }
 
 std::wstring WrongOption(const SlurmOptions& options, std::size_t index) {

@@ -1,7 +1,10 @@
 #pragma once
 
+#include <algorithm>
+#include <array>
 #include <cstdint>
 #include <string>
+#include <string_view>
 #include <tuple>
 #include <vector>
 
@@ -50,14 +53,39 @@ struct JobMinutes {
     static bool Accepts(std::int32_t minutes) { return minutes >= 1 && minutes <= 525600; }
 };
 
-/// Only options that choose or describe resources: others could break the supervision of the job, or start programs.
+/// The accepted options of `srun`. They choose or describe resources: others could break the supervision of the job, or
+/// start programs.
+inline constexpr std::array<std::wstring_view, 28> srunOptions{L"begin",         L"cluster-constraint",
+                                                               L"comment",       L"constraint",
+                                                               L"contiguous",    L"cores-per-socket",
+                                                               L"deadline",      L"exclude",
+                                                               L"exclusive",     L"gpus",
+                                                               L"gpus-per-node", L"gpus-per-task",
+                                                               L"gres",          L"hint",
+                                                               L"licenses",      L"mem-per-cpu",
+                                                               L"mem-per-gpu",   L"nice",
+                                                               L"nodelist",      L"oversubscribe",
+                                                               L"prefer",        L"priority",
+                                                               L"qos",           L"reservation",
+                                                               L"switches",      L"threads-per-core",
+                                                               L"tmp",           L"wckey"};
+
+/// "--NAME or --NAME=VALUE, where NAME is one of: ...". An array that is too short does not compile.
+inline constexpr auto expectedSrunOption = [] {
+    std::array<wchar_t, 512> text{};
+    constexpr std::wstring_view form = L"--NAME or --NAME=VALUE, where NAME is one of";
+    auto* end = std::copy(form.begin(), form.end(), text.begin());
+    for (const std::wstring_view option : srunOptions) {
+        *end++ = option == srunOptions.front() ? L':' : L',';
+        *end++ = L' ';
+        end = std::copy(option.begin(), option.end(), end);
+    }
+    *end = L'\0';
+    return text;
+}();
+
 struct SrunOption {
-    /// Behind the colon are all names that are accepted.
-    static constexpr auto expected =
-        L"--NAME or --NAME=VALUE, where NAME is one of: begin, cluster-constraint, comment, constraint, contiguous, "
-        L"cores-per-socket, deadline, exclude, exclusive, gpus, gpus-per-node, gpus-per-task, gres, hint, licenses, "
-        L"mem-per-cpu, mem-per-gpu, nice, nodelist, oversubscribe, prefer, priority, qos, reservation, switches, "
-        L"threads-per-core, tmp, wckey";
+    static constexpr auto expected = expectedSrunOption.data();
     static CONTROLLER_API bool Accepts(const std::wstring& option);
 };
 

@@ -50,6 +50,19 @@ TEST(SlurmOptionsTest, AnOptionThatStartsProgramsOrHidesTheJobIsRefused) {
     }
 }
 
+TEST(SlurmOptionsTest, ARefusedOptionIsAnsweredWithAllThatAreAccepted) {
+    EXPECT_NE(ManifestProblem(R"({"slurm":{"options":["--pty"]}})")
+                  .find(L"slurm.options[0]: expected --NAME or --NAME=VALUE, where NAME is one of: begin, "
+                        L"cluster-constraint, comment, constraint, contiguous, cores-per-socket, deadline, exclude, "
+                        L"exclusive, gpus, gpus-per-node, gpus-per-task, gres, hint, licenses, mem-per-cpu, "
+                        L"mem-per-gpu, nice, nodelist, oversubscribe, prefer, priority, qos, reservation, switches, "
+                        L"threads-per-core, tmp, wckey, found "),
+              std::wstring::npos);
+    for (const std::wstring_view name : slurm::srunOptions) {
+        EXPECT_TRUE(slurm::SrunOption::Accepts(L"--" + std::wstring(name)));
+    }
+}
+
 TEST(SlurmOptionsTest, ContradictionsAreNamed) {
     EXPECT_EQ(slurm::FindContradiction({L"", L"", 0, 100, 0, {L"--qos=a", L"--mem-per-cpu=5"}}, 0),
               L"slurm.options[1]: expected no other amount of memory beside \"memoryMegabytes\", found "
