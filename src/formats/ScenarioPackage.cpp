@@ -19,9 +19,9 @@
 namespace scenario_package {
 namespace {
 
-std::wstring PackageProblem(const std::wstring& packagePath, const std::wstring& text) {
-    const bool goesOn = text.starts_with(L':');
-    return L"The scenario package " + platform::ToNativeText(packagePath) + (goesOn ? L"" : L" ") + text + L".";
+std::wstring PackageProblem(const std::wstring& packagePath, const zip::Problem& problem) {
+    return L"The scenario package " + platform::ToNativeText(packagePath) + (problem.namesEntry ? L": " : L" ") +
+           problem.text + L".";
 }
 
 /// Runs `action` on a package. On failure returns false and sets `problem`.
@@ -31,9 +31,9 @@ bool Attempt(const std::wstring& packagePath, std::wstring& problem, const Actio
         action();
         return true;
     } catch (const zip::Problem& found) {
-        problem = PackageProblem(packagePath, found.text);
+        problem = PackageProblem(packagePath, found);
     } catch (const std::bad_alloc&) {
-        problem = PackageProblem(packagePath, L"needs more memory than there is");
+        problem = PackageProblem(packagePath, {L"needs more memory than there is"});
     }
     return false;
 }
@@ -44,7 +44,7 @@ std::string ReadNamedEntry(const zip::Archive& archive, const std::string& name,
         throw zip::Problem{L"has no file \"" + text::FromUtf8(name) + L"\""};
     }
     if (entry->facts.size > limit) {
-        throw zip::Problem{L": " + zip::EntryLabel(name) + L"is larger than " + std::to_wstring(limit) + L" bytes"};
+        throw zip::EntryProblem(name, L"is larger than " + std::to_wstring(limit) + L" bytes");
     }
     std::string content;
     content.reserve(entry->facts.size);

@@ -27,7 +27,7 @@ void CheckContentSizes(const std::vector<Entry>& entries) {
     }
     for (const Entry& entry : entries) {
         if (entry.facts.size > ratioCountsFrom && entry.facts.size > highestRatio * entry.facts.compressedSize) {
-            throw Problem{L": " + EntryLabel(entry.name) + L"grows to more than 1000 times its packed size"};
+            throw EntryProblem(entry.name, L"grows to more than 1000 times its packed size");
         }
     }
 }
@@ -38,7 +38,7 @@ auto ForEntry(const Entry& entry, const Action& action) {
     try {
         return action();
     } catch (const Problem& problem) {
-        throw Problem{L": " + EntryLabel(entry.name) + problem.text};
+        throw EntryProblem(entry.name, problem.text);
     }
 }
 

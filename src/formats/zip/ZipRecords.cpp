@@ -190,6 +190,10 @@ std::wstring EntryLabel(std::string_view name) {
     return L"the entry \"" + text::FromUtf8(name) + L"\" ";
 }
 
+Problem EntryProblem(std::string_view name, const std::wstring& text) {
+    return {EntryLabel(name) + text, true};
+}
+
 EndRecord ReadEndRecord(std::string_view lastBytes, std::uint64_t offset) {
     const std::size_t place = FindEndRecord(lastBytes);
     RefuseZip64Locator(lastBytes, place);
@@ -214,7 +218,7 @@ std::vector<Entry> ReadCentralDirectory(std::string_view bytes, std::uint32_t co
         try {
             entries.push_back(CheckedEntry(record));
         } catch (const Problem& problem) {
-            throw Problem{L": " + EntryLabel(record.name) + problem.text};
+            throw EntryProblem(record.name, problem.text);
         }
     }
     if (!reader.IsAtEnd() || entries.size() != count) {

@@ -6,6 +6,8 @@
 #include <string_view>
 #include <vector>
 
+#include "formats/zip/ZipError.h"
+
 /// The records of the ZIP format, parsed from bytes; the caller checks limits on counts and sizes. Throws `Problem` for
 /// damaged records and unsupported features.
 namespace zip {
@@ -53,6 +55,9 @@ struct Entry {
 
 /// Formats the name of an entry for a problem: `the entry "x" `.
 std::wstring EntryLabel(std::string_view name);
+
+/// The problem of one entry. `text` follows its name.
+Problem EntryProblem(std::string_view name, const std::wstring& text);
 
 /// Parses the central directory, which must consist of exactly `count` entries.
 std::vector<Entry> ReadCentralDirectory(std::string_view bytes, std::uint32_t count);
