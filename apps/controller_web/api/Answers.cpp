@@ -2,8 +2,8 @@
 
 #include "controller_web/api/queue/HostThread.h"
 #include "controller_web/http/ErrorResponse.h"
-#include "formats/json/Writing.h"
 #include "front_end/commands/CommandFailure.h"
+#include "front_end/output/PortableJson.h"
 #include "text/Text.h"
 
 namespace web {
@@ -37,7 +37,8 @@ ApiError NotFound(const std::wstring& message) {
     return {404, "not_found", message};
 }
 
-Response JsonResponse(std::wstring_view json, unsigned status) {
+Response JsonResponse(std::wstring json, unsigned status) {
+    front_end::MakePortable(json);
     return TextResponse(status, "application/json", text::ToUtf8(json));
 }
 

@@ -5,7 +5,6 @@
 
 #include <exception>
 #include <string>
-#include <string_view>
 
 /// Answers of the interface as `openapi.json` describes them. Threads: any.
 namespace web {
@@ -23,8 +22,8 @@ struct ApiError {
 ApiError BadRequest(const std::wstring& message);
 ApiError NotFound(const std::wstring& message);
 
-/// `json` may end with a line break.
-Response JsonResponse(std::wstring_view json, unsigned status = 200);
+/// `json` may end with a line break. Texts with lone surrogates are rewritten (`front_end::MakePortable`).
+Response JsonResponse(std::wstring json, unsigned status = 200);
 Response ErrorAnswer(const ApiError& error);
 
 /// The answer to a request whose handler has thrown this: errors of the interface and of the connection to the host.

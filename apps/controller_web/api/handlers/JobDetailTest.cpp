@@ -42,6 +42,19 @@ TEST_F(JobDetailTest, AJobHasItsProvenanceButNotThatOfAnother) {
     EXPECT_FALSE(Get("/api/v1/jobs/id2").Has("provenance\":"));
 }
 
+TEST_F(JobDetailTest, ATextWithHalfASurrogatePairIsItsCodePoints) {
+    host.jobs = {JobWithFiles(1, JobStatus::Success)};
+    provenance::Record record;
+    record.jobId = L"id1";
+    const std::wstring half(1, wchar_t{0xdc80});
+    record.outputs = {{L"a" + half + L".stl", 4, L""}};
+    record.toolVersions = {{L"tool" + half, L"1"}};
+    WriteTextFile(OutputDirectory(1) + L"\\provenance.json", text::ToUtf8(provenance::Serialize(record)));
+    const Answer answer = Get("/api/v1/jobs/1");
+    EXPECT_TRUE(answer.Has(R"("outputs":[{"path":{"codePoints":[97,56448,46,115,116,108]},"size":4,)")) << answer.body;
+    EXPECT_TRUE(answer.Has("\"tool\xef\xbf\xbd\":\"1\"")) << answer.body;
+}
+
 TEST_F(JobDetailTest, AJobWithoutFilesIsAnAnswer) {
     host.jobs = {Job(1, L"part.stl", JobStatus::Queued)};
     const Answer answer = Get("/api/v1/jobs/1");

@@ -3,6 +3,7 @@
 #include <tuple>
 
 #include "formats/json/Writing.h"
+#include "front_end/output/PortableJson.h"
 #include "front_end/output/StateLayouts.h"
 
 namespace json {
@@ -26,7 +27,7 @@ std::wstring QueueJson(const QueueStatus& status) {
 }
 
 std::wstring QueuePartJson(const QueueStatus& status) {
-    return json::Write(status);
+    return front_end::PortableJson(status);
 }
 
 std::wstring CountsJson(const front_end::JobCounts& counts) {
