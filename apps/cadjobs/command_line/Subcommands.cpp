@@ -121,6 +121,7 @@ const std::vector<OptionSpec>& Options() {
         {"--read-only", ValueKind::Flag, TakeFlag<&Command::isReadOnly>},
         {"--no-browser", ValueKind::Flag, TakeFlag<&Command::opensNoBrowser>},
         {"--stop", ValueKind::Flag, TakeFlag<&Command::stopsServer>},
+        {"--attempt", ValueKind::Number, TakeLast<&Command::attempt>},
         {"-F,--follow", ValueKind::Flag, TakeFlag<&Command::follows>},
     };
     return options;
@@ -171,7 +172,7 @@ std::vector<SubcommandSpec> JobSubcommands() {
          "JobGroup",
          Kind::Log,
          {"JOB", ValueKind::Jobs, 1, 1, TakeNames<&Command::ids>},
-         WithCommon({{"--follow"}})},
+         WithCommon({{"--follow", "--attempt"}})},
         ofJobs("cancel", Kind::Cancel, {"--all", "--yes"}),
         ofJobs("delete", Kind::Delete, {"--yes"}),
         {"clean", "JobGroup", Kind::Clean, {}, WithCommon({{"--dry-run", "--yes"}, conditions})},

@@ -38,6 +38,7 @@ TEST_F(CandidatesTest, SubcommandsAreDescribedAndAGroupIsNamedOnce) {
 
 TEST_F(CandidatesTest, OptionsAreThoseOfTheSubcommand) {
     EXPECT_EQ(Complete({L"log", L"--f"}), "words\n--follow\tgo on until the job has ended\n");
+    EXPECT_EQ(Complete({L"log", L"--a"}), "words\n--attempt\tthe log of this earlier attempt of the job\n");
     EXPECT_EQ(Complete({L"pause", L"--f"}), "words\n");
     EXPECT_EQ(Complete({L"--ver"}), "words\n--version\tthe version\n");
 }

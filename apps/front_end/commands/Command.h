@@ -110,6 +110,8 @@ struct Command {
     /// Nothing: the setting decides.
     std::optional<bool> reuse = {};
     bool isDryRun = false;
+    /// The number of an earlier attempt of the job, whose log is printed; as typed, empty: not given.
+    std::wstring attempt = {};
     /// The port of the web page; as typed, empty: not given.
     std::wstring port = {};
     bool isReadOnly = false;

@@ -1,11 +1,13 @@
 #include "front_end/commands/Commands.h"
 
+#include <limits>
 #include <string>
 
 #include "CommonControllerLib/PathFuncs.h"
 #include "formats/JobStates.h"
 #include "formats/RunProtocol.h"
 #include "front_end/commands/JobSelection.h"
+#include "front_end/commands/SchedulingOptions.h"
 #include "front_end/connection/HostSession.h"
 #include "front_end/jobs/JobRow.h"
 #include "front_end/output/StateJson.h"
@@ -21,15 +23,16 @@ namespace {
 constexpr std::chrono::milliseconds lookInterval{250};
 
 /// Empty for a job without a work directory.
-std::wstring LogPath(const JobListInfo& job) {
-    return job.workDir.empty() ? std::wstring() : PathFuncs::Join(job.workDir, run_protocol::logFileName);
+std::wstring LogPath(const JobListInfo& job, const std::wstring& name) {
+    return job.workDir.empty() ? std::wstring() : PathFuncs::Join(job.workDir, name);
 }
 
 /// Reads a job's log from the last position on. If the writer has truncated the file, reads it from the beginning
 /// again.
 class LogReader {
 public:
-    LogReader(const JobListInfo& job, bool isJson) : path(LogPath(job)), number(job.seqId), asJson(isJson) {}
+    LogReader(const JobListInfo& job, bool isJson, const std::wstring& name = run_protocol::logFileName)
+        : path(LogPath(job, name)), number(job.seqId), asJson(isJson) {}
 
     /// Writes the bytes added since the last call; with JSON an incomplete character is kept until its remaining bytes
     /// are there. Returns false if there is no log.
@@ -109,6 +112,21 @@ void Apply(const std::vector<JobStatusInfo>& updates, JobListInfo& job) {
     throw CommandFailure{ExitCode::JobFailed, context.texts.Format(textKey, {std::to_wstring(job.seqId)})};
 }
 
+/// Prints what the log has now. Returns false if there is none.
+[[nodiscard]] bool Print(LogReader reader, Console& console) {
+    const bool isThere = reader.PassOn(console);
+    reader.Finish(console);
+    return isThere;
+}
+
+void PrintAttempt(CommandContext& context, const JobListInfo& job, std::int32_t attempt, bool asJson) {
+    if (!Print(LogReader(job, asJson, run_protocol::AttemptLogName(attempt)), context.console)) {
+        throw CommandFailure{
+            ExitCode::JobFailed,
+            context.texts.Format(L"Errors/NoAttemptLog", {std::to_wstring(job.seqId), std::to_wstring(attempt)})};
+    }
+}
+
 /// Follows the log until the job has ended. A waiting job has no log yet, and may never get one.
 void Follow(CommandContext& context, HostSession& session, JobListInfo job, bool asJson) {
     LogReader reader(job, asJson);
@@ -126,21 +144,23 @@ void Follow(CommandContext& context, HostSession& session, JobListInfo job, bool
 } // namespace
 
 ExitCode Log(CommandContext& context, const Command& command) {
+    const auto attempt = WholeNumberOf(command.attempt, 1, std::numeric_limits<std::int32_t>::max(), L"Usage/Attempt");
+    if (attempt && command.follows) {
+        throw UsageProblem{L"Usage/IdleOption", L"--follow"};
+    }
     HostSession session(context, StartOf(command));
     const std::vector<ListedJob> jobs = JobsOf(context, session, command);
     if (jobs.size() != 1) {
         throw UsageProblem{L"Usage/OneJob", command.ids.front()};
     }
     const JobListInfo& job = jobs.front();
-    if (command.follows) {
+    if (attempt) {
+        PrintAttempt(context, job, *attempt, command.asJson);
+    } else if (command.follows) {
         Follow(context, session, job, command.asJson);
-        return ExitCode::Success;
-    }
-    LogReader reader(job, command.asJson);
-    if (!reader.PassOn(context.console)) {
+    } else if (!Print(LogReader(job, command.asJson), context.console)) {
         Fail(context, L"Errors/NoLog", job);
     }
-    reader.Finish(context.console);
     return ExitCode::Success;
 }
 

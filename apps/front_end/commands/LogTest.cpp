@@ -84,6 +84,32 @@ TEST_F(LogTest, AJobWithoutALogIsSaidSo) {
     EXPECT_EQ(Run({L"log", L"1"}), 1);
 }
 
+TEST_F(LogTest, AnEarlierAttemptHasALogOfItsOwn) {
+    Log("the last attempt\n");
+    WriteTextFile(directory / L"work\\scenario.2.log", "the second attempt\n");
+    EXPECT_EQ(Run({L"log", L"1", L"--attempt", L"2"}), 0);
+    EXPECT_EQ(console.output, "the second attempt\n");
+    EXPECT_EQ(Run({L"log", L"1", L"--attempt", L"1"}), 1);
+    EXPECT_EQ(console.errors, "cadjobs: Job 1 has no log of an earlier attempt 1.\n");
+    host.jobs[0].workDir.clear();
+    EXPECT_EQ(Run({L"log", L"1", L"--attempt", L"2"}), 1);
+}
+
+TEST_F(LogTest, AsJsonAnEarlierAttemptIsOneText) {
+    WriteTextFile(directory / L"work\\scenario.1.log", "one\n");
+    EXPECT_EQ(Run({L"log", L"1", L"--attempt", L"1", L"--json"}), 0);
+    EXPECT_EQ(console.output, "{\"version\":1,\"number\":1,\"text\":\"one\\n\"}\n");
+}
+
+TEST_F(LogTest, AnAttemptIsANumberAndIsNotFollowed) {
+    WriteTextFile(directory / L"work\\scenario.1.log", "one\n");
+    for (const wchar_t* const attempt : {L"0", L"-1", L"1x", L"..\\scenario", L"99999999999"}) {
+        EXPECT_EQ(Run({L"log", L"1", L"--attempt", attempt}), 2) << attempt;
+    }
+    EXPECT_EQ(Run({L"log", L"1", L"--attempt", L"1", L"--follow"}), 2);
+    EXPECT_EQ(console.output, "");
+}
+
 TEST_F(LogTest, FollowsUntilTheJobHasEnded) {
     Log("one\n");
     Script({[this] {
