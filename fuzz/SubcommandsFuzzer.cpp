@@ -6,6 +6,7 @@
 #include "cadjobs/completion/CompletionPoint.h"
 #include "fuzz/support/ByteSource.h"
 #include "fuzz/support/Require.h"
+#include "kit/front_end/BuiltInTexts.h"
 #include "text/Text.h"
 
 namespace {
@@ -13,12 +14,6 @@ namespace {
 using front_end::Command;
 using front_end::CommandKind;
 using Arguments = std::vector<std::wstring>;
-
-/// No file: the built-in texts apply.
-const front_end::Texts& BuiltIn() {
-    static const front_end::Texts texts(L"");
-    return texts;
-}
 
 /// Changing nothing by mistake: without a name or a condition all jobs would be meant.
 bool NeedsJobs(CommandKind kind) {
@@ -43,12 +38,12 @@ void CheckCommand(const Command& command) {
 
 void CheckLine(const Arguments& arguments) {
     try {
-        const front_end::ParsedCommandLine line = front_end::ParseSubcommand(BuiltIn(), arguments);
+        const front_end::ParsedCommandLine line = front_end::ParseSubcommand(BuiltInTexts(), arguments);
         fuzz::Require((line.command.kind == CommandKind::Help) == !line.help.empty(),
                       "help, and nothing else, is help");
         CheckCommand(line.command);
     } catch (const front_end::UsageProblem& problem) {
-        fuzz::Require(problem.textKey.starts_with(L"Usage/") && BuiltIn().Get(problem.textKey) != problem.textKey,
+        fuzz::Require(problem.textKey.starts_with(L"Usage/") && BuiltInTexts().Get(problem.textKey) != problem.textKey,
                       "a problem has its text");
     }
 }
@@ -76,7 +71,7 @@ void CheckRun(fuzz::ByteSource& source) {
     if (expected.asJson) {
         arguments.push_back(L"--json");
     }
-    fuzz::Require(front_end::ParseSubcommand(BuiltIn(), arguments).command == expected,
+    fuzz::Require(front_end::ParseSubcommand(BuiltInTexts(), arguments).command == expected,
                   "a run is read as it was typed");
 }
 

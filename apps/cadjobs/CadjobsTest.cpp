@@ -317,14 +317,8 @@ TEST_F(CadjobsTest, AFileThatIsReadIsNotTakenAsLogFile) {
     WriteTextFile(directory / L"part.stl", "solid");
     WriteTextFile(directory / L"report.rb", "exit 0");
     WriteTextFile(directory / L"jobs.json", "{}");
-    const auto allContents = [this] {
-        std::string text;
-        for (const wchar_t* const name : {L"part.stl", L"report.rb", L"jobs.json", L"settings.json"}) {
-            text += ReadTextFile(directory / name);
-        }
-        return text;
-    };
-    const std::string before = allContents();
+    const std::vector<std::wstring> names = {L"part.stl", L"report.rb", L"jobs.json", L"settings.json"};
+    const std::string before = ContentsOf(names);
     const std::vector<std::vector<std::wstring>> table = {
         {L"list", L"-l", settingsFile},      {L"run", report, part, L"-l", part}, {L"run", report, part, L"-l", report},
         {L"add", jobsFile, L"-l", jobsFile}, {L"log", L"1", L"-l", settingsFile},
@@ -333,7 +327,7 @@ TEST_F(CadjobsTest, AFileThatIsReadIsNotTakenAsLogFile) {
         EXPECT_EQ(Cadjobs(arguments), 2) << text::ToUtf8(arguments.front() + L" " + arguments.back());
         EXPECT_NE(console.errors.find(" is named twice, as "), std::string::npos) << console.errors;
     }
-    EXPECT_EQ(allContents(), before);
+    EXPECT_EQ(ContentsOf(names), before);
     EXPECT_TRUE(host.Requests().empty());
 }
 

@@ -2,6 +2,7 @@
 
 #include <gtest/gtest.h>
 
+#include "kit/front_end/BuiltInTexts.h"
 #include "text/Text.h"
 
 namespace front_end {
@@ -20,14 +21,8 @@ using front_end::CommandKind;
 using front_end::UsageProblem;
 using Arguments = std::vector<std::wstring>;
 
-/// A missing file: the built-in texts apply.
-const front_end::Texts& BuiltIn() {
-    static const front_end::Texts texts(L"");
-    return texts;
-}
-
 Command Parsed(const Arguments& arguments) {
-    return front_end::ParseSubcommand(BuiltIn(), arguments).command;
+    return front_end::ParseSubcommand(BuiltInTexts(), arguments).command;
 }
 
 UsageProblem Refused(const Arguments& arguments) {
@@ -225,7 +220,7 @@ TEST(ParserTest, AMissingValueIsTheOptionsMistake) {
 
 TEST(ParserTest, TheUsageNamesTheOperands) {
     const auto usage = [](const Arguments& arguments) {
-        const std::wstring help = front_end::ParseSubcommand(BuiltIn(), arguments).help;
+        const std::wstring help = front_end::ParseSubcommand(BuiltInTexts(), arguments).help;
         const std::size_t begin = help.find(L"Usage: ");
         return help.substr(begin, help.find(L'\n', begin) - begin);
     };
@@ -246,10 +241,10 @@ TEST(ParserTest, HelpIsGivenWhateverElseIsMissing) {
 }
 
 TEST(ParserTest, HelpIsThatOfTheSubcommand) {
-    const auto all = front_end::ParseSubcommand(BuiltIn(), {L"--help"});
+    const auto all = front_end::ParseSubcommand(BuiltInTexts(), {L"--help"});
     EXPECT_EQ(all.command.kind, CommandKind::Help);
     EXPECT_NE(all.help.find(L"Usage: cadjobs"), std::wstring::npos);
-    const auto list = front_end::ParseSubcommand(BuiltIn(), {L"list", L"--help"});
+    const auto list = front_end::ParseSubcommand(BuiltInTexts(), {L"list", L"--help"});
     EXPECT_NE(list.help.find(L"--group-by COLUMN"), std::wstring::npos);
     EXPECT_NE(list.help.find(L"\nUsage: cadjobs list [OPTIONS] [JOB...]\n"), std::wstring::npos);
     EXPECT_EQ(list.help.find(L"--need"), std::wstring::npos);

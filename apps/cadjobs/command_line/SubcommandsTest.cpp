@@ -4,13 +4,13 @@
 
 #include <gtest/gtest.h>
 
-#include "front_end/output/Texts.h"
+#include "kit/front_end/BuiltInTexts.h"
 #include "text/Text.h"
 
 namespace {
 
 TEST(SubcommandsTest, EverySubcommandAndOptionHasItsText) {
-    const front_end::Texts texts(L"");
+    const front_end::Texts& texts = BuiltInTexts();
     for (const front_end::SubcommandSpec& spec : front_end::Subcommands()) {
         const std::wstring key = L"Subcommands/" + spec.Key();
         EXPECT_NE(texts.Get(key), key);

@@ -330,20 +330,14 @@ TEST_F(ShortOptionCommandsTest, OneFileIsNotTakenForTwoThings) {
         {L"-c", L"3", L"-l", Native(L"list.json")},
         {L"-m", L"-l", Native(L"settings.json")},
     };
-    const auto everything = [this] {
-        std::string text;
-        for (const wchar_t* const name : {L"jobs.json", L"settings.json", L"a.stl", L"r.rb"}) {
-            text += ReadTextFile(directory / name);
-        }
-        return text;
-    };
-    const std::string before = everything();
+    const std::vector<std::wstring> names = {L"jobs.json", L"settings.json", L"a.stl", L"r.rb"};
+    const std::string before = ContentsOf(names);
     for (const auto& arguments : table) {
         console.errors.clear();
         EXPECT_EQ(Run(arguments), 2) << text::ToUtf8(arguments.back());
         EXPECT_NE(console.errors.find(" is named twice, as "), std::string::npos) << console.errors;
     }
-    EXPECT_EQ(everything(), before);
+    EXPECT_EQ(ContentsOf(names), before);
     EXPECT_TRUE(ReadTextFile(directory / L"host.log").starts_with("line"));
     EXPECT_FALSE(platform::Exists(directory / L"new.txt"));
     EXPECT_FALSE(platform::Exists(directory / L"list.json"));

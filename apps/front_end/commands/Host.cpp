@@ -1,7 +1,7 @@
-#include "CommonControllerLib/JobEntry.h"
 #include "front_end/commands/Commands.h"
 #include "front_end/commands/HostStates.h"
 #include "front_end/connection/HostSession.h"
+#include "front_end/jobs/JobRow.h"
 #include "platform/files/NativePath.h"
 #include "services/Settings.h"
 
@@ -15,7 +15,7 @@ HostState StateOfHost(const CommandContext& context) {
     if (const auto holder = context.host.RunningHost()) {
         state.isRunning = true;
         state.process = holder->process;
-        state.since = holder->since == 0 ? L"" : JobEntry::CreateTimeString(holder->since);
+        state.since = TimeText(holder->since);
         state.endpoint = holder->place;
     }
     return state;

@@ -6,6 +6,7 @@
 
 #include "formats/JobStates.h"
 #include "front_end/jobs/JobFiles.h"
+#include "platform/system/Clock.h"
 #include "text/Text.h"
 #include "text/Time.h"
 
@@ -73,6 +74,10 @@ std::vector<JobRow> ViewsOf(std::vector<ListedJob> jobs) {
         views.push_back(ViewOf(std::move(job)));
     }
     return views;
+}
+
+std::wstring TimeText(std::int64_t time) {
+    return time == 0 ? std::wstring() : platform::UtcTimestamp(time);
 }
 
 std::int64_t SecondsOf(const JobListInfo& job, std::int64_t now) {

@@ -40,6 +40,9 @@ std::vector<JobRow> ViewsOf(std::vector<ListedJob> jobs);
 /// Adds to a job that is over what its result tells, and its last progress if it did not succeed.
 void ReadEnding(JobRow& row);
 
+/// A point in time in the form of a job's record ("2026-03-05T07:08:09Z"); empty for 0, which is no time.
+std::wstring TimeText(std::int64_t time);
+
 /// The running time of a job in seconds; -1 if it never started.
 std::int64_t SecondsOf(const JobListInfo& job, std::int64_t now);
 

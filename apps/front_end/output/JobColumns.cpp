@@ -2,7 +2,6 @@
 
 #include <algorithm>
 
-#include "CommonControllerLib/JobEntry.h"
 #include "formats/JobStates.h"
 #include "front_end/commands/Command.h"
 #include "front_end/commands/JobFilter.h"
@@ -126,10 +125,6 @@ std::wstring PriorityGroup(const Context&, const ListedJob& job) {
     return std::to_wstring(job.priority);
 }
 
-std::wstring UtcCell(std::int64_t time) {
-    return time == 0 ? std::wstring() : TimeCell(JobEntry::CreateTimeString(time));
-}
-
 } // namespace
 
 std::wstring ProgressBar(std::int32_t progress) {
@@ -198,7 +193,7 @@ const std::vector<JobColumn>& AllJobColumns() {
          [](const Context&, const JobRow& row, Kind) -> Cell { return {std::to_wstring(row.job.priority)}; },
          Before<&ListedJob::priority>, PriorityGroup},
         {L"queued", L"Table/Queued", ColumnKind::Whole,
-         [](const Context&, const JobRow& row, Kind) -> Cell { return {UtcCell(row.job.queuedTime)}; },
+         [](const Context&, const JobRow& row, Kind) -> Cell { return {TimeCell(TimeText(row.job.queuedTime))}; },
          Before<&ListedJob::queuedTime>, nullptr},
         {L"started", L"Table/Started", ColumnKind::Whole,
          [](const Context&, const JobRow& row, Kind) -> Cell { return {TimeCell(row.job.startTime)}; },

@@ -6,7 +6,6 @@
 #include <tuple>
 #include <utility>
 
-#include "CommonControllerLib/JobEntry.h"
 #include "formats/json/SchedulingLayouts.h"
 #include "formats/json/Writing.h"
 #include "front_end/jobs/JobConditions.h"
@@ -72,11 +71,6 @@ std::vector<std::wstring> NativeTexts(const std::vector<std::wstring>& paths) {
     std::vector<std::wstring> texts;
     std::transform(paths.begin(), paths.end(), std::back_inserter(texts), platform::ToNativeText);
     return texts;
-}
-
-/// Empty for no time.
-std::wstring TimeText(std::int64_t time) {
-    return time == 0 ? std::wstring() : JobEntry::CreateTimeString(time);
 }
 
 JobReport ReportOf(JobRow view) {

@@ -27,6 +27,15 @@ protected:
         settings::UseFile(directory / L"settings.json");
     }
 
+    /// The contents of these files of the directory, one after another.
+    std::string ContentsOf(const std::vector<std::wstring>& names) const {
+        std::string contents;
+        for (const std::wstring& name : names) {
+            contents += ReadTextFile(directory / name);
+        }
+        return contents;
+    }
+
     using Program = front_end::ExitCode (*)(front_end::CommandContext& context,
                                             const std::vector<std::wstring>& arguments);
 
