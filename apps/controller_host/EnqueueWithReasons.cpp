@@ -13,18 +13,20 @@ using Texts = std::vector<std::wstring>;
 
 constexpr auto unexplained = L"The engine has refused it; the log of the host says more.";
 
-std::wstring ProblemOf(HostEngine& engine, ScheduledRequest& request) {
+[[nodiscard]] bool Resolve(HostEngine& engine, ScheduledRequest& request, std::wstring& problem) {
     if (request.inputFileSets.empty()) {
-        return L"The request names no input files.";
+        problem = L"The request names no input files.";
+        return false;
     }
     if (request.outputDir.empty()) {
-        return L"The request names no output directory.";
+        problem = L"The request names no output directory.";
+        return false;
     }
-    if (std::wstring problem = engine.ResolveScenarioName(request.scenario.id); !problem.empty()) {
-        return problem;
+    if (!engine.ResolveScenarioName(request.scenario.id, problem)) {
+        return false;
     }
     engine.AddNeedsOfScenario(request);
-    return engine.SchedulingProblem(request);
+    return engine.ResolveScheduling(request, problem);
 }
 
 /// True for a name that is not a separate directory within the output directory: an empty name, "." and "..", on
@@ -74,7 +76,7 @@ Texts EmptyUnusableSets(EnqueueJobsInfo& request) {
 } // namespace
 
 JobEnqueueResult EnqueueWithReasons(HostEngine& engine, ScheduledRequest& request) {
-    if (const std::wstring problem = ProblemOf(engine, request); !problem.empty()) {
+    if (std::wstring problem; !Resolve(engine, request, problem)) {
         return RefusedResult(request, problem);
     }
     const Texts problems = EmptyUnusableSets(request);

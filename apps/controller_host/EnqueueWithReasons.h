@@ -6,5 +6,5 @@
 /// `inputSetResults` then contains one text. A request that is rejected as a whole has the same text for every set; one
 /// without input sets has one element with the text only. Each reason is also logged. Input sets whose results would be
 /// outside the output directory are rejected, and requests that cannot be scheduled
-/// (`HostEngine::SchedulingProblem`). Modifies `request`.
+/// (`HostEngine::ResolveScheduling`). Modifies `request`.
 JobEnqueueResult EnqueueWithReasons(HostEngine& engine, ScheduledRequest& request);

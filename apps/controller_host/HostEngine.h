@@ -28,18 +28,18 @@ public:
     explicit HostEngine(const FunctionManager* manager);
 
     using JobEntryManagerBase::EnqueueJob;
-    /// As of the base class, with what the user decides about the start of the jobs. `SchedulingProblem` must have
-    /// found nothing. Not thread-safe.
+    /// As of the base class, with what the user decides about the start of the jobs, for which `ResolveScheduling` must
+    /// have succeeded. Not thread-safe.
     [[nodiscard]] bool EnqueueJob(ScheduledRequest& request, JobEnqueueResult& result);
-    /// Replaces the names of predecessors by ids. Returns why the request cannot be scheduled: a predecessor is not
-    /// listed, or more is needed of a resource than there is. Empty if it can.
-    [[nodiscard]] std::wstring SchedulingProblem(Scheduling& scheduling);
+    /// Replaces the names of predecessors by ids. Returns false, and sets `problem`, if the request cannot be
+    /// scheduled: a predecessor is not listed, or more is needed of a resource than there is.
+    [[nodiscard]] bool ResolveScheduling(Scheduling& scheduling, std::wstring& problem);
     /// Adds what the description of the request's scenario says that each job needs; what the request says counts more.
     /// The name of the scenario is resolved.
     void AddNeedsOfScenario(ScheduledRequest& request);
-    /// Changes waiting jobs. Returns reports of the changed ones in list order; others are ignored. With a `problem`,
-    /// nothing is changed.
-    std::vector<JobStatusInfo> EditJobs(const JobsEdit& edit, std::wstring& problem);
+    /// Changes waiting jobs; others are ignored. Appends reports of the changed ones to `edited`, in list order. On
+    /// failure returns false, sets `problem` and changes nothing.
+    [[nodiscard]] bool EditJobs(const JobsEdit& edit, std::vector<JobStatusInfo>& edited, std::wstring& problem);
     /// Returns reports of the jobs that have ended because of a predecessor since the last call.
     std::vector<JobStatusInfo> TakeStranded();
     /// The time at which the next job may start that waits only for its time; nothing if none does, or none may start
@@ -49,8 +49,8 @@ public:
     std::vector<ListedJob> Rows(const JobsQuery& query = {});
 
     QueueState State() const { return state; }
-    /// Stores the state durably. On failure returns the problem and changes nothing.
-    [[nodiscard]] std::wstring SetState(const QueueState& newState);
+    /// Stores the state durably. On failure returns false, sets `problem` and changes nothing.
+    [[nodiscard]] bool SetState(const QueueState& newState, std::wstring& problem);
 
     /// Stops what must not outlast the host: cancels all jobs, or only the active ones if the others wait for the next
     /// host. Jobs that the next host runs again are stopped but stay `Running` until their processes end: then they
@@ -91,13 +91,13 @@ public:
     /// Resolves a user's name of a scenario to the name by which the engine finds it. An id is unchanged. An absolute
     /// path, a path relative to a scenario directory, or the name of a file anywhere below one becomes the scenario's
     /// id if it is catalogued, otherwise an absolute path. Searches the directories again if the name is not found at
-    /// first. Returns the problem; empty on success.
-    [[nodiscard]] std::wstring ResolveScenarioName(std::wstring& name);
+    /// first. On failure returns false and sets `problem`.
+    [[nodiscard]] bool ResolveScenarioName(std::wstring& name, std::wstring& problem);
 
-    /// Returns the parameter sets of a scenario in `sets`; it may be named as for `ResolveScenarioName`. An unknown or
-    /// missing scenario or a broken description is a problem, a scenario without sets is none. Empty on success.
-    [[nodiscard]] std::wstring ReadParameterSets(const std::wstring& scenarioId,
-                                                 std::vector<ScenarioParameterSetInfo>& sets);
+    /// Returns the parameter sets of a scenario in `sets`; it may be named as for `ResolveScenarioName`. Returns false,
+    /// and sets `problem`, for an unknown or missing scenario or a broken description, but not for one without sets.
+    [[nodiscard]] bool ReadParameterSets(const std::wstring& scenarioId, std::vector<ScenarioParameterSetInfo>& sets,
+                                         std::wstring& problem);
 
     /// Writes the reasons of the failed jobs among `changed` whose scenarios gave none (`FailureReasons`). Called
     /// before front ends are notified of the failures.
@@ -163,9 +163,9 @@ private:
     bool IsListed(const std::wstring& id);
     void AddScriptsOfOtherLanguages();
     void AddScripts(const ScenarioDirectory& directory);
-    std::wstring ResolvePath(std::wstring& path);
-    bool FindInDirectories(std::wstring& name);
-    std::wstring ResolveFileName(std::wstring& name) const;
+    [[nodiscard]] bool ResolvePath(std::wstring& path, std::wstring& problem);
+    [[nodiscard]] bool FindInDirectories(std::wstring& name);
+    [[nodiscard]] bool ResolveFileName(std::wstring& name, std::wstring& problem) const;
     void UseCataloguedId(std::wstring& path);
     std::wstring ReasonOf(const JobEntry& job) const;
     void Interrupt(JobEntry& job);

@@ -17,12 +17,17 @@
 
 namespace {
 
-/// Why a path is not a scenario file; empty if it is.
-std::wstring ProblemOf(const std::wstring& path) {
+/// Sets `problem` if a path is not a scenario file.
+[[nodiscard]] bool CheckPath(const std::wstring& path, std::wstring& problem) {
     if (platform::IsDirectory(path)) {
-        return L"The scenario " + platform::ToNativeText(path) + L" is a folder, not a file.";
+        problem = L"The scenario " + platform::ToNativeText(path) + L" is a folder, not a file.";
+        return false;
     }
-    return platform::Exists(path) ? L"" : L"The scenario file " + platform::ToNativeText(path) + L" does not exist.";
+    if (!platform::Exists(path)) {
+        problem = L"The scenario file " + platform::ToNativeText(path) + L" does not exist.";
+        return false;
+    }
+    return true;
 }
 
 std::wstring Ambiguity(const std::wstring& name, const std::vector<ScenarioInfo>& scenarios) {
@@ -88,53 +93,55 @@ std::vector<std::wstring> HostEngine::ScenarioProblems() const {
     return FindScenarioProblems(scenarioDirectories, listedScenarios, extensions);
 }
 
-std::wstring HostEngine::ReadParameterSets(const std::wstring& scenarioId,
-                                           std::vector<ScenarioParameterSetInfo>& sets) {
+bool HostEngine::ReadParameterSets(const std::wstring& scenarioId, std::vector<ScenarioParameterSetInfo>& sets,
+                                   std::wstring& problem) {
     std::wstring scenario = scenarioId;
-    std::wstring problem = ResolveScenarioName(scenario);
-    if (!problem.empty()) {
-        return problem;
+    if (!ResolveScenarioName(scenario, problem)) {
+        return false;
     }
     const auto catalogued = scenarioMap.find(scenario);
     const std::wstring& path = catalogued == scenarioMap.end() ? scenario : catalogued->second.path;
     scenario_manifest::ScenarioManifest manifest;
-    if (scenario_manifest::ReadFor(path, manifest, problem)) {
-        sets = std::move(manifest.parameterSets);
+    if (!scenario_manifest::ReadFor(path, manifest, problem)) {
+        return false;
     }
-    return problem;
+    sets = std::move(manifest.parameterSets);
+    return true;
 }
 
-std::wstring HostEngine::ResolveScenarioName(std::wstring& name) {
+bool HostEngine::ResolveScenarioName(std::wstring& name, std::wstring& problem) {
     if (name.empty()) {
-        return L"The request names no scenario.";
+        problem = L"The request names no scenario.";
+        return false;
     }
     if (platform::IsAbsolute(name)) {
-        return ResolvePath(name);
+        return ResolvePath(name, problem);
     }
     if (scenarioMap.contains(name)) {
-        return ProblemOf(scenarioMap.at(name).path);
+        return CheckPath(scenarioMap.at(name).path, problem);
     }
     if (FindInDirectories(name)) {
-        return {};
+        return true;
     }
     UpdateCatalogue();
-    return scenarioMap.contains(name) || FindInDirectories(name) ? L"" : ResolveFileName(name);
+    return scenarioMap.contains(name) || FindInDirectories(name) || ResolveFileName(name, problem);
 }
 
-std::wstring HostEngine::ResolvePath(std::wstring& path) {
+bool HostEngine::ResolvePath(std::wstring& path, std::wstring& problem) {
     path = platform::ResolveAgainst(path, path);
-    std::wstring problem = ProblemOf(path);
-    if (problem.empty()) {
-        UseCataloguedId(path);
+    if (!CheckPath(path, problem)) {
+        return false;
     }
-    return problem;
+    UseCataloguedId(path);
+    return true;
 }
 
 /// Finds a scenario by its path relative to a scenario directory.
 bool HostEngine::FindInDirectories(std::wstring& name) {
+    std::wstring problem;
     for (const ScenarioDirectory& directory : scenarioDirectories) {
         std::wstring path = platform::ResolveAgainst(directory.path, name);
-        if (ResolvePath(path).empty()) {
+        if (ResolvePath(path, problem)) {
             name = path;
             return true;
         }
@@ -143,20 +150,22 @@ bool HostEngine::FindInDirectories(std::wstring& name) {
 }
 
 /// Finds a scenario anywhere below the scenario directories by its file name.
-std::wstring HostEngine::ResolveFileName(std::wstring& name) const {
+bool HostEngine::ResolveFileName(std::wstring& name, std::wstring& problem) const {
     std::vector<ScenarioInfo> found;
     std::copy_if(
         listedScenarios.begin(), listedScenarios.end(), std::back_inserter(found),
         [&](const ScenarioInfo& scenario) { return platform::SameName(platform::FileName(scenario.path), name); });
     if (found.empty()) {
-        return L"There is no scenario " + name +
-               L": it is neither an id of a scenario nor a file of the scenario directories.";
+        problem = L"There is no scenario " + name +
+                  L": it is neither an id of a scenario nor a file of the scenario directories.";
+        return false;
     }
     if (found.size() > 1) {
-        return Ambiguity(name, found);
+        problem = Ambiguity(name, found);
+        return false;
     }
     name = found.front().id;
-    return {};
+    return true;
 }
 
 /// The engine finds catalogued scenarios by id only. A package outside the scenario directories gets its path as id.

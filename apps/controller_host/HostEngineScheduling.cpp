@@ -17,27 +17,26 @@
 
 namespace {
 
-std::wstring ProblemOfNeed(const std::wstring& name, std::int64_t amount,
-                           const std::map<std::wstring, std::int64_t>& resources) {
+[[nodiscard]] bool CheckNeed(const std::wstring& name, std::int64_t amount,
+                             const std::map<std::wstring, std::int64_t>& resources, std::wstring& problem) {
     const auto resource = resources.find(name);
     if (resource == resources.end()) {
-        return L"The resource " + name + L" is needed, which the setting \"resources\" does not name.";
+        problem = L"The resource " + name + L" is needed, which the setting \"resources\" does not name.";
+        return false;
     }
     if (amount > resource->second) {
-        return L"More is needed of the resource " + name + L" than there is: " + std::to_wstring(amount) + L" of " +
-               std::to_wstring(resource->second) + L". Need less, or change the setting \"resources\".";
+        problem = L"More is needed of the resource " + name + L" than there is: " + std::to_wstring(amount) + L" of " +
+                  std::to_wstring(resource->second) + L". Need less, or change the setting \"resources\".";
+        return false;
     }
-    return {};
+    return true;
 }
 
-std::wstring ProblemOfNeeds(const std::map<std::wstring, std::int64_t>& needs) {
+[[nodiscard]] bool CheckNeeds(const std::map<std::wstring, std::int64_t>& needs, std::wstring& problem) {
     const auto current = settings::Current();
-    for (const auto& [name, amount] : needs) {
-        if (std::wstring problem = ProblemOfNeed(name, amount, current->resources); !problem.empty()) {
-            return problem;
-        }
-    }
-    return {};
+    return std::all_of(needs.begin(), needs.end(), [&](const auto& need) {
+        return CheckNeed(need.first, need.second, current->resources, problem);
+    });
 }
 
 void Apply(const JobsEdit& edit, Scheduling& scheduling) {
@@ -57,18 +56,19 @@ bool HostEngine::EnqueueJob(ScheduledRequest& request, JobEnqueueResult& result)
     return isEnqueued;
 }
 
-std::wstring HostEngine::SchedulingProblem(Scheduling& scheduling) {
+bool HostEngine::ResolveScheduling(Scheduling& scheduling, std::wstring& problem) {
     const std::lock_guard lock(mutex);
     for (auto* const predecessors : {&scheduling.after, &scheduling.afterEnd}) {
         for (std::wstring& name : *predecessors) {
             const std::vector<JobPosition> jobs = index.Named({name});
             if (jobs.empty()) {
-                return L"The job " + name + L", which has to end before, is not listed.";
+                problem = L"The job " + name + L", which has to end before, is not listed.";
+                return false;
             }
             name = (*jobs.front())->GetId();
         }
     }
-    return ProblemOfNeeds(scheduling.needs);
+    return CheckNeeds(scheduling.needs, problem);
 }
 
 void HostEngine::AddNeedsOfScenario(ScheduledRequest& request) {
@@ -82,13 +82,11 @@ void HostEngine::AddNeedsOfScenario(ScheduledRequest& request) {
     }
 }
 
-std::vector<JobStatusInfo> HostEngine::EditJobs(const JobsEdit& edit, std::wstring& problem) {
-    problem = ProblemOfNeeds(edit.needs.value_or(std::map<std::wstring, std::int64_t>()));
-    if (!problem.empty()) {
-        return {};
+bool HostEngine::EditJobs(const JobsEdit& edit, std::vector<JobStatusInfo>& edited, std::wstring& problem) {
+    if (edit.needs && !CheckNeeds(*edit.needs, problem)) {
+        return false;
     }
     const std::lock_guard lock(mutex);
-    std::vector<JobStatusInfo> edited;
     JobListChange change;
     for (const JobPosition position : index.Named({edit.jobs.begin(), edit.jobs.end()})) {
         auto* const job = dynamic_cast<HostJobEntry*>(position->get());
@@ -99,7 +97,7 @@ std::vector<JobStatusInfo> HostEngine::EditJobs(const JobsEdit& edit, std::wstri
         }
     }
     WriteJobList(change);
-    return edited;
+    return true;
 }
 
 std::vector<JobStatusInfo> HostEngine::TakeStranded() {
@@ -165,12 +163,12 @@ void HostEngine::ExplainWait(ListedJob& row) const {
     }
 }
 
-std::wstring HostEngine::SetState(const QueueState& newState) {
-    std::wstring problem = queue_state_file::Write(settings::FrozenForProcess()->jobListFile, newState);
-    if (problem.empty()) {
-        state = newState;
+bool HostEngine::SetState(const QueueState& newState, std::wstring& problem) {
+    if (!queue_state_file::Write(settings::FrozenForProcess()->jobListFile, newState, problem)) {
+        return false;
     }
-    return problem;
+    state = newState;
+    return true;
 }
 
 bool HostEngine::IsSuspendJobExecution() {

@@ -317,7 +317,8 @@ TEST_F(HostSchedulingTest, APausedQueueStartsNothingUntilItIsResumedByWhateverHo
     Restart();
     EXPECT_TRUE(engine->State().isPaused);
     EXPECT_EQ(Start(), L"");
-    EXPECT_EQ(engine->SetState({false}), L"");
+    std::wstring problem;
+    EXPECT_TRUE(engine->SetState({false}, problem));
     EXPECT_EQ(Start(), Jobs().at(0).id);
 }
 

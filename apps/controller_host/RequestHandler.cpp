@@ -138,7 +138,7 @@ void RequestHandler::FetchScenarioParameterSets(const Request& request) {
         return;
     }
     std::vector<ScenarioParameterSetInfo> sets;
-    if (const std::wstring problem = engine.ReadParameterSets(scenarioId, sets); !problem.empty()) {
+    if (std::wstring problem; !engine.ReadParameterSets(scenarioId, sets, problem)) {
         Refuse(request, problem);
         return;
     }
@@ -172,9 +172,8 @@ void RequestHandler::EditJobs(const Request& request) {
     if (!Read(request, events::editJobsRequest, edit)) {
         return;
     }
-    std::wstring problem;
-    const std::vector<JobStatusInfo> edited = engine.EditJobs(edit, problem);
-    if (!problem.empty()) {
+    std::vector<JobStatusInfo> edited;
+    if (std::wstring problem; !engine.EditJobs(edit, edited, problem)) {
         Refuse(request, problem);
         return;
     }
@@ -187,7 +186,7 @@ void RequestHandler::SetQueueState(const Request& request) {
     if (!Read(request, events::setQueueStateRequest, state)) {
         return;
     }
-    if (const std::wstring problem = engine.SetState(state); !problem.empty()) {
+    if (std::wstring problem; !engine.SetState(state, problem)) {
         Refuse(request, problem);
         return;
     }

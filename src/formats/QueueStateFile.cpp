@@ -30,13 +30,15 @@ QueueState Read(const std::wstring& listPath) {
     });
 }
 
-std::wstring Write(const std::wstring& listPath, const QueueState& state) {
+bool Write(const std::wstring& listPath, const QueueState& state, std::wstring& problem) {
     return boundary::Guard("Write", [&] {
         const std::wstring path = PathOf(listPath);
-        const platform::Error error = platform::ReplaceFile(path, text::ToUtf8(json::Write(state)));
-        return error
-                   ? L"The state of the queue cannot be written: " + platform::ToNativeText(path) + L": " + error.Text()
-                   : std::wstring();
+        if (const platform::Error error = platform::ReplaceFile(path, text::ToUtf8(json::Write(state)))) {
+            problem =
+                L"The state of the queue cannot be written: " + platform::ToNativeText(path) + L": " + error.Text();
+            return false;
+        }
+        return true;
     });
 }
 

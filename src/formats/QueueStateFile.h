@@ -16,7 +16,7 @@ CONTROLLER_API std::wstring PathOf(const std::wstring& listPath);
 /// queue: what somebody has paused must not start by accident.
 CONTROLLER_API QueueState Read(const std::wstring& listPath);
 
-/// Replaces the state atomically and durably. Returns the problem; empty on success.
-[[nodiscard]] CONTROLLER_API std::wstring Write(const std::wstring& listPath, const QueueState& state);
+/// Replaces the state atomically and durably. On failure returns false and sets `problem`.
+[[nodiscard]] CONTROLLER_API bool Write(const std::wstring& listPath, const QueueState& state, std::wstring& problem);
 
 } // namespace queue_state_file
