@@ -25,15 +25,6 @@ const std::wstring& BuiltInSection() {
     return section;
 }
 
-std::wstring FindBuiltIn(const std::wstring& key) {
-    const std::size_t slash = key.find(L'/');
-    std::wstring group;
-    std::wstring text;
-    const bool isFound = ControllerCSWrapper::GetStringResources(BuiltInSection(), key.substr(0, slash), group) &&
-                         ControllerCSWrapper::GetStringResources(group, key.substr(slash + 1), text);
-    return isFound ? text : key;
-}
-
 /// The number in a placeholder such as "{12}" at the beginning of `text`, and its length.
 struct Placeholder {
     std::size_t number = 0;
@@ -61,10 +52,22 @@ const std::wstring& Texts::Get(const std::wstring& key) const {
     return entry->second;
 }
 
-void Texts::OpenLanguage(const std::wstring& culture) const {
+void Texts::AddSections(const std::wstring& path, const std::vector<std::wstring>& cultures) const {
+    std::wstring json;
+    // A file that cannot be read has no texts.
+    (void)ControllerCSWrapper::ReadJsonFile(path, json);
+    for (const std::wstring& culture : cultures) {
+        if (Section section; ControllerCSWrapper::GetStringResources(json, culture, section.json)) {
+            sections.push_back(std::move(section));
+        }
+    }
+}
+
+/// A language file may have texts of the other culture, too.
+void Texts::OpenLanguage(const std::wstring& culture, const std::wstring& other) const {
     for (const std::wstring& languageFile : LanguageFiles(file, culture)) {
         if (platform::Exists(languageFile)) {
-            sources.emplace_back(StringManager(languageFile), culture);
+            AddSections(languageFile, {culture, other});
         }
     }
 }
@@ -72,24 +75,32 @@ void Texts::OpenLanguage(const std::wstring& culture) const {
 void Texts::Open() const {
     const std::wstring culture = ControllerCSWrapper::GetCultureInfo();
     const std::wstring defaultCulture = ControllerCSWrapper::GetDefaultCultureInfo();
-    OpenLanguage(culture);
-    sources.emplace_back(StringManager(file), L"");
+    OpenLanguage(culture, defaultCulture);
+    AddSections(file, {culture, defaultCulture});
     if (defaultCulture != culture) {
-        OpenLanguage(defaultCulture);
+        OpenLanguage(defaultCulture, culture);
     }
+    sections.push_back({BuiltInSection()});
 }
 
 std::wstring Texts::Find(const std::wstring& key) const {
-    if (sources.empty()) {
+    if (sections.empty()) {
         Open();
     }
-    std::wstring text;
-    for (const auto& [strings, culture] : sources) {
-        if (strings.GetLocalizedString(key, text, culture) && !text.empty()) {
+    const std::size_t slash = key.find(L'/');
+    const std::wstring name = key.substr(slash + 1);
+    for (Section& section : sections) {
+        const auto [group, isNew] = section.groups.try_emplace(key.substr(0, slash));
+        if (isNew) {
+            // A section without this group has none of its texts.
+            (void)ControllerCSWrapper::GetStringResources(section.json, group->first, group->second);
+        }
+        std::wstring text;
+        if (ControllerCSWrapper::GetStringResources(group->second, name, text) && !text.empty()) {
             return text;
         }
     }
-    return FindBuiltIn(key);
+    return key;
 }
 
 std::wstring Texts::Format(const std::wstring& key, std::initializer_list<std::wstring> values) const {

@@ -1,7 +1,5 @@
 #pragma once
 
-#include "CommonControllerLib/StringManager.h"
-
 #include <initializer_list>
 #include <map>
 #include <string>
@@ -26,13 +24,21 @@ public:
     std::wstring Format(const std::wstring& key, std::initializer_list<std::wstring> values) const;
 
 private:
+    /// The texts of one culture in one file, in groups that are parsed when a text of theirs is asked for: a help shows
+    /// a hundred texts, and a file is large.
+    struct Section {
+        std::wstring json;
+        std::map<std::wstring, std::wstring> groups = {};
+    };
+
     std::wstring Find(const std::wstring& key) const;
     void Open() const;
-    void OpenLanguage(const std::wstring& culture) const;
+    void OpenLanguage(const std::wstring& culture, const std::wstring& other) const;
+    void AddSections(const std::wstring& path, const std::vector<std::wstring>& cultures) const;
 
     std::wstring file;
-    /// Files with texts and the culture that each is asked for first, the most important one first.
-    mutable std::vector<std::pair<StringManager, std::wstring>> sources;
+    /// The most important one first.
+    mutable std::vector<Section> sections;
     mutable std::map<std::wstring, std::wstring> found;
 };
 

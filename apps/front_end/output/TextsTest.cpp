@@ -37,6 +37,14 @@ TEST_F(TextsTest, AnUntranslatedTextIsTheDefaultCultures) {
     EXPECT_EQ(texts.Get(L"No/Such"), L"No/Such");
 }
 
+TEST_F(TextsTest, AnEmptyTextOrAGroupThatIsNoneIsTheDefaultCultures) {
+    UseCulture("de-DE", "fr-FR");
+    const front_end::Texts texts(UseStrings(R"({"de-DE":{"Table":{"State":""},"Status":"none"},)"
+                                            R"("fr-FR":{"Table":{"State":"Etat"},"Status":{"Queued":"En attente"}}})"));
+    EXPECT_EQ(texts.Get(L"Table/State"), L"Etat");
+    EXPECT_EQ(texts.Get(L"Status/Queued"), L"En attente");
+}
+
 TEST_F(TextsTest, WithoutAFileTheBuiltInEnglishHolds) {
     UseCulture("de-DE", "de-DE");
     const front_end::Texts texts(directory / L"missing.json");
