@@ -1,5 +1,6 @@
 #include "kit/TestProcess.h"
 
+#include <functional>
 #include <utility>
 
 #include "kit/Deadline.h"
@@ -19,6 +20,20 @@ std::string Described(const platform::ProcessStart& start) {
         description += ' ' + text::ToUtf8(argument);
     }
     return description;
+}
+
+/// Reads until the end of the output, or until `goesOn` is false for all that was read.
+std::string ReadWhile(platform::OutputPipe& pipe, const std::string& awaited,
+                      const std::function<bool(const std::string&)>& goesOn) {
+    Deadline deadline(awaited);
+    std::string all;
+    std::string part;
+    do {
+        pipe.Read(readSize, part);
+        deadline.Show(part);
+        all += part;
+    } while (!part.empty() && goesOn(all));
+    return all;
 }
 
 } // namespace
@@ -53,27 +68,12 @@ Ending RunToEnd(platform::ProcessStart start) {
 }
 
 std::string ReadToEnd(platform::OutputPipe& pipe, const std::string& whose) {
-    Deadline deadline("the end of the output of " + whose);
-    std::string all;
-    std::string part;
-    do {
-        pipe.Read(readSize, part);
-        deadline.Show(part);
-        all += part;
-    } while (!part.empty());
-    return all;
+    return ReadWhile(pipe, "the end of the output of " + whose, [](const std::string&) { return true; });
 }
 
 bool ReadUntil(platform::OutputPipe& pipe, const std::string& text) {
-    Deadline deadline("the output " + text);
-    std::string all;
-    std::string part;
-    do {
-        pipe.Read(readSize, part);
-        deadline.Show(part);
-        all += part;
-    } while (!part.empty() && all.find(text) == std::string::npos);
-    return all.find(text) != std::string::npos;
+    const auto isMissing = [&](const std::string& output) { return output.find(text) == std::string::npos; };
+    return !isMissing(ReadWhile(pipe, "the output " + text, isMissing));
 }
 
 bool WaitUntilSignalled(void* handle) {

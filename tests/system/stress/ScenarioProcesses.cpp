@@ -16,7 +16,6 @@ long ScenarioProcesses::Answer(const test_modules::Call& call, std::wstring& out
     if (call.function == "CancelScenario") {
         return CancelScenario(call.input);
     }
-    ++terminateCalls;
     return 0;
 }
 

@@ -28,8 +28,6 @@ public:
     void Live(JobEntryManagerBase& engine);
     void End();
 
-    std::uint64_t TerminateCalls() const { return terminateCalls; }
-
 private:
     struct Process {
         run_protocol::RunScenarioInfo info;
@@ -53,5 +51,4 @@ private:
     std::set<std::wstring> stopping;
     bool isOver = false;
     std::mt19937 random;
-    std::atomic<std::uint64_t> terminateCalls = 0;
 };
