@@ -135,11 +135,11 @@ ExitCode BeHost(CommandContext& context, const CLIArgumentParser& parser) {
     RequireDistinctFilesOf(context, parser, {});
     StartLog(parser);
     std::wstring problem;
-    const std::int32_t exitCode = context.host.RunHost(problem);
-    if (!problem.empty()) {
+    const auto exitCode = context.host.RunHost(problem);
+    if (!exitCode) {
         throw CommandFailure{ExitCode::NoHost, context.texts.Format(L"Errors/HostNotStarted", {problem})};
     }
-    return static_cast<ExitCode>(exitCode);
+    return static_cast<ExitCode>(*exitCode);
 }
 
 bool NamesIds(CLIArgumentParser& parser) {

@@ -31,12 +31,12 @@ ExitCode Web(CommandContext& context, const Command& command) {
         (void)ConnectToHost(context, Start::WhenNoneRuns);
     }
     std::wstring problem;
-    const std::int32_t exitCode = context.host.RunWebProgram(ArgumentsOf(command), problem);
-    if (!problem.empty()) {
+    const auto exitCode = context.host.RunWebProgram(ArgumentsOf(command), problem);
+    if (!exitCode) {
         throw CommandFailure{ExitCode::JobFailed, context.texts.Format(L"Errors/WebNotStarted", {problem})};
     }
     // The program has said why it failed. Its exit codes mean the same.
-    return static_cast<ExitCode>(exitCode);
+    return static_cast<ExitCode>(*exitCode);
 }
 
 } // namespace front_end::commands

@@ -49,17 +49,18 @@ public:
     virtual std::wstring HostProgramVersion() = 0;
 
     /// Starts a host in a separate process, and returns when it is reachable. A host that is already running or
-    /// starting is a success. Returns the reason of a failure; empty on success. `warnings` are the lines in which the
-    /// started host reports problems that would make jobs fail; empty if a host already existed.
-    virtual std::wstring StartHost(std::wstring& warnings) = 0;
+    /// starting is a success. `warnings` are the lines in which the started host reports problems that would make jobs
+    /// fail; empty if a host already existed. On failure returns false and sets `problem`.
+    [[nodiscard]] virtual bool StartHost(std::wstring& warnings, std::wstring& problem) = 0;
 
-    /// Runs a host in the foreground and returns its exit code when it has ended. If it cannot be started, sets
-    /// `problem`.
-    virtual std::int32_t RunHost(std::wstring& problem) = 0;
+    /// Runs a host in the foreground and returns its exit code when it has ended. If it cannot be started, returns
+    /// nothing and sets `problem`.
+    [[nodiscard]] virtual std::optional<std::int32_t> RunHost(std::wstring& problem) = 0;
 
     /// Runs `controller_web` with these arguments, forwards what it prints, and returns its exit code when it has
-    /// ended. If it cannot be started, sets `problem`.
-    virtual std::int32_t RunWebProgram(const std::vector<std::wstring>& arguments, std::wstring& problem) = 0;
+    /// ended. If it cannot be started, returns nothing and sets `problem`.
+    [[nodiscard]] virtual std::optional<std::int32_t> RunWebProgram(const std::vector<std::wstring>& arguments,
+                                                                    std::wstring& problem) = 0;
 
     /// Describes the host of the configured job list if it listens at another endpoint than this client uses: "process
     /// 4711, since ..., at ...". Empty if there is none, or if the host has not published its endpoint yet.

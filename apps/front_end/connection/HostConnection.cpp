@@ -49,12 +49,13 @@ void FailIfAHostListensElsewhere(const CommandContext& context) {
 
 void StartHost(CommandContext& context) {
     std::wstring warnings;
-    const std::wstring problem = context.host.StartHost(warnings);
+    std::wstring problem;
+    const bool isStarted = context.host.StartHost(warnings, problem);
     // The lines already contain the name of the host program.
     if (!warnings.empty()) {
         context.console.WriteError(warnings + L"\n");
     }
-    if (!problem.empty()) {
+    if (!isStarted) {
         FailIfAHostListensElsewhere(context);
         throw CommandFailure{ExitCode::NoHost, context.texts.Format(L"Errors/HostNotStarted", {problem})};
     }

@@ -87,8 +87,8 @@ class RelayedProgram {
 public:
     explicit RelayedProgram(platform::ProcessStart program) : start(std::move(program)) {}
 
-    /// Returns why it cannot be started; empty on success.
-    std::wstring Start() {
+    /// On failure returns false and sets `problem`.
+    [[nodiscard]] bool Start(std::wstring& problem) {
         platform::Error error = output.Open();
         if (!error) {
             error = errors.Open();
@@ -98,11 +98,12 @@ public:
             error = platform::StartProcess(start, errors.WriteEnd(), process);
         }
         if (error) {
-            return CannotStart(start, error);
+            problem = CannotStart(start, error);
+            return false;
         }
         output.Start();
         errors.Start();
-        return {};
+        return true;
     }
 
     void* Process() const { return process.Get(); }
@@ -205,36 +206,36 @@ std::wstring SystemHostAccess::HostProgramVersion() {
     return LastWords(pipe);
 }
 
-std::wstring SystemHostAccess::StartHost(std::wstring& warnings) {
+bool SystemHostAccess::StartHost(std::wstring& warnings, std::wstring& problem) {
     warnings.clear();
     platform::OutputPipe pipe;
     if (const platform::Error error = pipe.Open()) {
-        return error.Text();
+        problem = error.Text();
+        return false;
     }
     platform::ProcessStart start = HostProcess();
     start.arguments = {L"--background"};
     start.output = pipe.WriteEnd();
     platform::OwnedHandle starter;
     if (const platform::Error error = platform::StartProcess(start, starter)) {
-        return CannotStart(start, error);
+        problem = CannotStart(start, error);
+        return false;
     }
     pipe.CloseWriteEnd();
     if (!platform::WaitForAny({starter.Get()}, startLimit)) {
-        return platform::ToNativeText(start.program) + L": > " + std::to_wstring(startLimit.count()) + L" s";
+        problem = platform::ToNativeText(start.program) + L": > " + std::to_wstring(startLimit.count()) + L" s";
+        return false;
     }
-    std::wstring words = LastWords(pipe);
-    if (platform::ExitCode(starter.Get()) != 0) {
-        return words;
-    }
-    warnings = std::move(words);
-    return {};
+    const bool isStarted = platform::ExitCode(starter.Get()) == 0;
+    (isStarted ? warnings : problem) = LastWords(pipe);
+    return isStarted;
 }
 
-std::int32_t SystemHostAccess::RunHost(std::wstring& problem) {
+std::optional<std::int32_t> SystemHostAccess::RunHost(std::wstring& problem) {
     const platform::StopSignal stop;
     RelayedProgram host(HostProcess());
-    if (problem = host.Start(); !problem.empty()) {
-        return 0;
+    if (!host.Start(problem)) {
+        return std::nullopt;
     }
     if (platform::WaitForAny({stop.Handle(), host.Process()}, std::nullopt) == std::size_t{0}) {
         AskToEnd(host.Process(), Transmitter(), Extension());
@@ -242,12 +243,12 @@ std::int32_t SystemHostAccess::RunHost(std::wstring& problem) {
     return host.AwaitEnd();
 }
 
-std::int32_t SystemHostAccess::RunWebProgram(const std::vector<std::wstring>& arguments, std::wstring& problem) {
+std::optional<std::int32_t> SystemHostAccess::RunWebProgram(const std::vector<std::wstring>& arguments,
+                                                            std::wstring& problem) {
     platform::ProcessStart start = ProcessOf(L"controller_web");
     start.arguments = arguments;
     RelayedProgram program(std::move(start));
-    problem = program.Start();
-    return problem.empty() ? program.AwaitEnd() : 0;
+    return program.Start(problem) ? std::optional(program.AwaitEnd()) : std::nullopt;
 }
 
 bool SystemHostAccess::FindHolder(host_lock::Holder& holder) const {

@@ -21,11 +21,12 @@ public:
     bool IsHostThere() override;
     std::optional<host_lock::Holder> RunningHost() override;
     std::wstring HostProgramVersion() override;
-    std::wstring StartHost(std::wstring& warnings) override;
+    [[nodiscard]] bool StartHost(std::wstring& warnings, std::wstring& problem) override;
     /// Ctrl-C and other stop requests to this program are forwarded to the host as a request.
-    std::int32_t RunHost(std::wstring& problem) override;
+    [[nodiscard]] std::optional<std::int32_t> RunHost(std::wstring& problem) override;
 
-    std::int32_t RunWebProgram(const std::vector<std::wstring>& arguments, std::wstring& problem) override;
+    [[nodiscard]] std::optional<std::int32_t> RunWebProgram(const std::vector<std::wstring>& arguments,
+                                                            std::wstring& problem) override;
 
     std::wstring HostElsewhere() override;
     std::wstring Place() override;

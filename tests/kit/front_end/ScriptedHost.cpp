@@ -39,24 +39,29 @@ std::optional<host_lock::Holder> ScriptedHost::RunningHost() {
     return runs ? std::optional(holder) : std::nullopt;
 }
 
-std::wstring ScriptedHost::StartHost(std::wstring& warnings) {
+bool ScriptedHost::StartHost(std::wstring& warnings, std::wstring& problem) {
     warnings = startWarnings;
+    problem = startProblem;
     ++startCount;
     runs = startProblem.empty();
     transmitter.isEngineThere = runs;
-    return startProblem;
+    return runs;
 }
 
-std::int32_t ScriptedHost::RunHost(std::wstring& problem) {
+std::optional<std::int32_t> ScriptedHost::RunHost(std::wstring& problem) {
     ++foregroundCount;
-    problem = startProblem;
-    return foregroundExitCode;
+    return ForegroundExitCode(problem);
 }
 
-std::int32_t ScriptedHost::RunWebProgram(const std::vector<std::wstring>& arguments, std::wstring& problem) {
+std::optional<std::int32_t> ScriptedHost::RunWebProgram(const std::vector<std::wstring>& arguments,
+                                                        std::wstring& problem) {
     webArguments = arguments;
+    return ForegroundExitCode(problem);
+}
+
+std::optional<std::int32_t> ScriptedHost::ForegroundExitCode(std::wstring& problem) const {
     problem = startProblem;
-    return foregroundExitCode;
+    return startProblem.empty() ? std::optional(foregroundExitCode) : std::nullopt;
 }
 
 front_end::HostEnd ScriptedHost::EndRunningHost(std::chrono::milliseconds /*patience*/) {

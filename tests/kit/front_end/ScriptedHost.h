@@ -68,9 +68,10 @@ public:
     bool IsHostThere() override;
     std::optional<host_lock::Holder> RunningHost() override;
     std::wstring HostProgramVersion() override { return hostVersion; }
-    std::wstring StartHost(std::wstring& warnings) override;
-    std::int32_t RunHost(std::wstring& problem) override;
-    std::int32_t RunWebProgram(const std::vector<std::wstring>& arguments, std::wstring& problem) override;
+    [[nodiscard]] bool StartHost(std::wstring& warnings, std::wstring& problem) override;
+    [[nodiscard]] std::optional<std::int32_t> RunHost(std::wstring& problem) override;
+    [[nodiscard]] std::optional<std::int32_t> RunWebProgram(const std::vector<std::wstring>& arguments,
+                                                            std::wstring& problem) override;
     std::wstring HostElsewhere() override { return runningHost; }
     std::wstring Place() override { return L"the usual place"; }
     front_end::HostEnd EndRunningHost(std::chrono::milliseconds patience) override;
@@ -82,6 +83,7 @@ public:
 
 private:
     void Answer(const ScriptedTransmitter::Event& request);
+    std::optional<std::int32_t> ForegroundExitCode(std::wstring& problem) const;
     std::vector<ListedJob> Queried(const std::wstring& payload) const;
 
     std::wstring module;
