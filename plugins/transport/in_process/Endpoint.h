@@ -23,7 +23,7 @@ public:
 
     void AddEventHandler(const std::wstring& eventName, CallbackFunctor* handler) final;
     /// Same as `IsConnected`: a bus needs no connection.
-    bool Connect(std::wstring& problem) final;
+    [[nodiscard]] bool Connect(std::wstring& problem) final;
     Peer CurrentPeer() const final;
     Acknowledgement DeferAcknowledgement() final;
     void Acknowledge(Acknowledgement acknowledgement) final;

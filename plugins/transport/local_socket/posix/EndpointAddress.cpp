@@ -177,24 +177,26 @@ std::string SocketDirectory(const std::optional<std::string>& runtimeDirectory, 
     return "/tmp/common_controller-" + std::to_string(user);
 }
 
-std::wstring CheckSocketDirectory(const std::string& directory, bool create) {
+bool CheckSocketDirectory(const std::string& directory, bool create, std::wstring& problem) {
+    problem.clear();
     if (create && ::mkdir(directory.c_str(), 0700) != 0 && errno != EEXIST) {
-        return SystemFailure(L"cannot make the folder", directory);
+        problem = SystemFailure(L"cannot make the folder", directory);
+        return false;
     }
     struct stat status {};
     if (::lstat(directory.c_str(), &status) != 0) {
-        return errno == ENOENT ? std::wstring() : SystemFailure(L"cannot look at the folder", directory);
+        const bool isMissing = errno == ENOENT;
+        problem = isMissing ? std::wstring() : SystemFailure(L"cannot look at the folder", directory);
+        return isMissing;
     }
     if (!S_ISDIR(status.st_mode)) {
-        return Failure(L"will not use", directory, L"it is no folder (or a link to one); remove it");
+        problem = Failure(L"will not use", directory, L"it is no folder (or a link to one); remove it");
+    } else if (status.st_uid != geteuid()) {
+        problem = Failure(L"will not use the folder", directory, L"it belongs to another user");
+    } else if ((status.st_mode & permissionBits) != 0700) {
+        problem = Failure(L"will not use the folder", directory, L"others may have access to it; set its mode to 0700");
     }
-    if (status.st_uid != geteuid()) {
-        return Failure(L"will not use the folder", directory, L"it belongs to another user");
-    }
-    if ((status.st_mode & permissionBits) != 0700) {
-        return Failure(L"will not use the folder", directory, L"others may have access to it; set its mode to 0700");
-    }
-    return {};
+    return problem.empty();
 }
 
 std::string SocketPathOf(const std::string& name) {
@@ -229,7 +231,7 @@ bool ListeningPlace::IsTaken(const std::string& path) const {
 }
 
 /// Another server may hold the lock only to remove stale files, and releases it at once.
-std::wstring ListeningPlace::TakeLock(const std::string& lockPath, platform::FileLock& taken) {
+bool ListeningPlace::TakeLock(const std::string& lockPath, platform::FileLock& taken, std::wstring& problem) {
     constexpr int attempts = 10;
     constexpr std::chrono::milliseconds pause{10};
     platform::Error error = taken.Take(text::FromUtf8(lockPath));
@@ -239,9 +241,10 @@ std::wstring ListeningPlace::TakeLock(const std::string& lockPath, platform::Fil
     }
     if (error) {
         const bool isTaken = error.kind == platform::ErrorKind::InUse;
-        return Failure(L"cannot lock", lockPath, isTaken ? L"another engine listens there" : error.Text());
+        problem = Failure(L"cannot lock", lockPath, isTaken ? L"another engine listens there" : error.Text());
+        return false;
     }
-    return {};
+    return true;
 }
 
 /// The previous socket and lock are released only when the new socket listens.
@@ -250,13 +253,14 @@ OpenedSocket ListeningPlace::TakeAt(const std::string& path) {
     if (!address) {
         return {{}, TooLong(path)};
     }
-    if (std::wstring failure = CheckSocketDirectory(DirectoryOf(path), true); !failure.empty()) {
-        return {{}, std::move(failure)};
+    std::wstring problem;
+    if (!CheckSocketDirectory(DirectoryOf(path), true, problem)) {
+        return {{}, std::move(problem)};
     }
     platform::FileLock taken;
     const bool hasLock = path == socketPath && lock.IsInPlace();
-    if (std::wstring failure = hasLock ? std::wstring() : TakeLock(LockBeside(path), taken); !failure.empty()) {
-        return {{}, std::move(failure)};
+    if (!hasLock && !TakeLock(LockBeside(path), taken, problem)) {
+        return {{}, std::move(problem)};
     }
     OpenedSocket opened = MakeSocket(path, *address);
     if (!opened.socket) {
@@ -278,8 +282,8 @@ OpenedSocket ConnectTo(const std::string& name, std::chrono::milliseconds patien
     if (!address) {
         return {{}, TooLong(path)};
     }
-    if (std::wstring failure = CheckSocketDirectory(DirectoryOf(path), false); !failure.empty()) {
-        return {{}, std::move(failure)};
+    if (std::wstring problem; !CheckSocketDirectory(DirectoryOf(path), false, problem)) {
+        return {{}, std::move(problem)};
     }
     platform::OwnedHandle socket = NewSocket(0);
     if (!socket) {

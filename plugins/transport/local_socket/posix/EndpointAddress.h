@@ -17,9 +17,9 @@ namespace local_socket {
 /// to it, otherwise in /tmp.
 std::string SocketDirectory(const std::optional<std::string>& runtimeDirectory, uid_t user);
 
-/// Creates the directory if it is missing and `create` is set. Returns an empty text if it is a real directory of this
-/// user with mode 0700, otherwise the reason why it is not trusted.
-std::wstring CheckSocketDirectory(const std::string& directory, bool create);
+/// Creates the directory if it is missing and `create` is set. Returns true if it is a real directory of this user with
+/// mode 0700, or does not exist; otherwise sets `problem` to the reason why it is not trusted.
+[[nodiscard]] bool CheckSocketDirectory(const std::string& directory, bool create, std::wstring& problem);
 
 /// An open socket, or the reason why there is none.
 struct OpenedSocket {
@@ -58,7 +58,7 @@ public:
 private:
     OpenedSocket TakeAt(const std::string& path);
     bool IsTaken(const std::string& path) const;
-    static std::wstring TakeLock(const std::string& lockPath, platform::FileLock& taken);
+    [[nodiscard]] static bool TakeLock(const std::string& lockPath, platform::FileLock& taken, std::wstring& problem);
 
     platform::FileLock lock;
     std::string name;

@@ -46,6 +46,14 @@ protected:
 
     std::string PathOf(const std::string& name) const { return directory + "/" + name; }
 
+    /// Empty if the directory is trusted.
+    std::wstring DirectoryProblem(bool create) const {
+        std::wstring problem;
+        const bool isTrusted = CheckSocketDirectory(directory, create, problem);
+        EXPECT_EQ(isTrusted, problem.empty());
+        return problem;
+    }
+
     const std::wstring earlier = platform::GetEnvironment(L"XDG_RUNTIME_DIR").value_or(L"");
     const TemporaryDirectory runtime;
     const std::string runtimePath = text::ToUtf8(platform::ToNativeText(runtime.Path()));
@@ -82,14 +90,14 @@ TEST_F(EndpointAddressTest, ARuntimeDirectoryWhereOthersMayWriteIsNotUsed) {
 }
 
 TEST_F(EndpointAddressTest, TheDirectoryIsMadeForTheOwnerAlone) {
-    EXPECT_EQ(CheckSocketDirectory(directory, true), L"");
+    EXPECT_EQ(DirectoryProblem(true), L"");
     EXPECT_EQ(ModeOf(directory), 0700u);
-    EXPECT_EQ(CheckSocketDirectory(directory, true), L"");
-    EXPECT_EQ(CheckSocketDirectory(directory, false), L"");
+    EXPECT_EQ(DirectoryProblem(true), L"");
+    EXPECT_EQ(DirectoryProblem(false), L"");
 }
 
 TEST_F(EndpointAddressTest, LookingMakesNoDirectory) {
-    EXPECT_EQ(CheckSocketDirectory(directory, false), L"");
+    EXPECT_EQ(DirectoryProblem(false), L"");
     EXPECT_FALSE(platform::Exists(text::FromUtf8(directory)));
 }
 
@@ -107,7 +115,7 @@ TEST_F(EndpointAddressTest, ALinkInPlaceOfTheDirectoryIsRefused) {
     const std::string elsewhere = runtimePath + "/elsewhere";
     mkdir(elsewhere.c_str(), 0700);
     ASSERT_EQ(symlink(elsewhere.c_str(), directory.c_str()), 0);
-    EXPECT_TRUE(Contains(CheckSocketDirectory(directory, true), L"it is no folder (or a link to one)"));
+    EXPECT_TRUE(Contains(DirectoryProblem(true), L"it is no folder (or a link to one)"));
 }
 
 TEST_F(EndpointAddressTest, ADirectoryOfAnotherUserIsRefused) {
@@ -116,7 +124,7 @@ TEST_F(EndpointAddressTest, ADirectoryOfAnotherUserIsRefused) {
     }
     mkdir(directory.c_str(), 0700);
     ASSERT_EQ(chown(directory.c_str(), 12345, 12345), 0);
-    EXPECT_TRUE(Contains(CheckSocketDirectory(directory, true), L"it belongs to another user"));
+    EXPECT_TRUE(Contains(DirectoryProblem(true), L"it belongs to another user"));
 }
 
 TEST_F(EndpointAddressTest, AFrontEndFindsTheEngineThatListens) {
@@ -219,7 +227,7 @@ TEST_F(EndpointAddressTest, TheSocketOfADeadEngineIsReplaced) {
 }
 
 TEST_F(EndpointAddressTest, SomethingElseInPlaceOfTheSocketIsLeftAlone) {
-    ASSERT_EQ(CheckSocketDirectory(directory, true), L"");
+    ASSERT_EQ(DirectoryProblem(true), L"");
     WriteTextFile(text::FromUtf8(PathOf("host.socket")), "mine");
     ListeningPlace place;
     EXPECT_TRUE(Contains(place.Take("host").failure, L"something that is no socket stands there"));
