@@ -2,6 +2,7 @@
 /// program runs on the node, around the program that runs the scenario. What it does is chosen by its first option
 /// (WaiterProgram.h).
 
+#include <algorithm>
 #include <charconv>
 #include <functional>
 #include <map>
@@ -22,6 +23,7 @@
 #include "slurm/Waiter.h"
 #include "slurm/WaiterProgram.h"
 #include "slurm/posix/BoundProgram.h"
+#include "text/Numbers.h"
 #include "text/Text.h"
 
 namespace {
@@ -64,16 +66,20 @@ WaiterExit RunJob(const Options& options) {
 }
 
 WaiterExit RunOnNode(const Options& options) {
-    slurm::NodeJob job;
-    try {
-        job.name = options.at(slurm::nodeOption);
-        job.workDir = options.at(slurm::workDirOption);
-        job.runner = options.at(slurm::runnerOption);
-        job.settingsFile = options.at(slurm::settingsOption);
-        job.lostAfter = std::chrono::seconds(std::stoi(options.at(slurm::lostAfterOption)));
-    } catch (const std::logic_error&) {
+    const auto needed = {slurm::nodeOption, slurm::workDirOption, slurm::runnerOption, slurm::settingsOption,
+                         slurm::lostAfterOption};
+    const bool isComplete =
+        std::all_of(needed.begin(), needed.end(), [&](const wchar_t* name) { return options.contains(name); });
+    const std::int32_t lostAfter = isComplete ? numbers::ReadInteger(options.at(slurm::lostAfterOption)) : 0;
+    if (lostAfter <= 0) {
         return Refuse(L"expected --node NAME --work-dir DIR --runner PROGRAM --settings FILE --lost-after SECONDS");
     }
+    slurm::NodeJob job;
+    job.name = options.at(slurm::nodeOption);
+    job.workDir = options.at(slurm::workDirOption);
+    job.runner = options.at(slurm::runnerOption);
+    job.settingsFile = options.at(slurm::settingsOption);
+    job.lostAfter = std::chrono::seconds(lostAfter);
     const platform::StopSignal stopSignal;
     return slurm::NodeRun(job, stopSignal).Run();
 }

@@ -216,6 +216,20 @@ TEST_F(WaiterTest, AnAttemptThatLostItsLeaseBeforeItStartsRunsNothing) {
     EXPECT_FALSE(platform::Exists(InWorkDir(run_protocol::logFileName)));
 }
 
+TEST_F(WaiterTest, ANodeWithoutAllItsOptionsOrWithoutATimeIsRefused) {
+    platform::ProcessStart node;
+    node.program = test_support::ProgramPath(L"slurm_waiter");
+    const std::vector<std::wstring> withoutTime = {L"--node",   JobName(),  L"--work-dir", L"/w",
+                                                   L"--runner", L"/runner", L"--settings", L"/settings"};
+    node.arguments = withoutTime;
+    EXPECT_EQ(test_support::RunToEnd(node).exitCode, static_cast<std::int32_t>(WaiterExit::WrongArguments));
+    for (const wchar_t* const time : {L"soon", L"-1", L""}) {
+        node.arguments = withoutTime;
+        node.arguments.insert(node.arguments.end(), {L"--lost-after", time});
+        EXPECT_EQ(test_support::RunToEnd(node).exitCode, static_cast<std::int32_t>(WaiterExit::WrongArguments)) << time;
+    }
+}
+
 TEST_F(WaiterTest, OnlyJobsOfEarlierHostsOfTheSameListAreCancelledAtTheStart) {
     const platform::OwnedHandle self = platform::OpenSelf();
     WriteTextFile(state + L"\\queue", "controller-a-old-1-x\ncontroller-a-new-2-x\ncontroller-b-old-3-x\nother\n");
