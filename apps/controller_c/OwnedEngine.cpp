@@ -125,8 +125,8 @@ void OwnedEngine::LoadModules(const settings::Settings& settings) {
 }
 
 void OwnedEngine::LoadJobs(const settings::Settings& settings) {
-    if (const std::wstring obstacle = job_list_file::ReasonUnusable(settings.jobListFile); !obstacle.empty()) {
-        Fail(CONTROLLER_RESULT_FAILED, L"The job list cannot be used, and is left as it is: " + obstacle);
+    if (std::wstring problem; !job_list_file::CheckUsable(settings.jobListFile, problem)) {
+        Fail(CONTROLLER_RESULT_FAILED, L"The job list cannot be used, and is left as it is: " + problem);
     }
     job_list_file::RemoveLeftovers(settings.jobListFile);
     job_list_file::RemoveLeftovers(DeletionJournal::FileBeside(settings.jobListFile));

@@ -145,8 +145,8 @@ HostExit RunHost(const std::wstring& readyEvent) {
         return RefuseWithoutPlace(*settings, error);
     }
     // With an unusable file the engine would start with an empty list.
-    if (const std::wstring obstacle = job_list_file::ReasonUnusable(settings->jobListFile); !obstacle.empty()) {
-        return Refuse(HostExit::CouldNotRun, L"the job list cannot be used, and is left as it is: " + obstacle);
+    if (std::wstring problem; !job_list_file::CheckUsable(settings->jobListFile, problem)) {
+        return Refuse(HostExit::CouldNotRun, L"the job list cannot be used, and is left as it is: " + problem);
     }
     fault_points::ReachFaultPoint(fault_points::FaultPoint::PlaceTaken);
     start_checks::ProvideModuleLibraries(*settings);

@@ -240,8 +240,9 @@ TEST_F(JobListFileTest, AListOfANewerVersionIsLeftAsItStands) {
     WriteTextFile(path, newer);
     EXPECT_EQ(Read(), std::nullopt);
     EXPECT_EQ(ReadTextFile(path), newer);
-    EXPECT_NE(job_list_file::ReasonUnusable(path).find(L"version"), std::wstring::npos)
-        << job_list_file::ReasonUnusable(path);
+    std::wstring problem;
+    EXPECT_FALSE(job_list_file::CheckUsable(path, problem));
+    EXPECT_NE(problem.find(L"version"), std::wstring::npos) << problem;
 
     ASSERT_TRUE(Write(Jobs({L"c"})));
     ASSERT_EQ(Corrupt().size(), 1U);
@@ -255,13 +256,15 @@ TEST_F(JobListFileTest, AListWithMembersOfANewerProgramOrWithoutThoseOfThisOneIs
     ASSERT_EQ(jobs->size(), 2U);
     EXPECT_EQ((*jobs)[0], Jobs({L"a"})[0]);
     EXPECT_EQ((*jobs)[1].seqId, 2);
-    EXPECT_EQ(job_list_file::ReasonUnusable(path), L"");
+    std::wstring problem;
+    EXPECT_TRUE(job_list_file::CheckUsable(path, problem)) << problem;
 }
 
 TEST_F(JobListFileTest, AListThatIsMissingOrNoneIsNoObstacle) {
-    EXPECT_EQ(job_list_file::ReasonUnusable(path), L"");
+    std::wstring problem;
+    EXPECT_TRUE(job_list_file::CheckUsable(path, problem)) << problem;
     WriteTextFile(path, "{");
-    EXPECT_EQ(job_list_file::ReasonUnusable(path), L"");
+    EXPECT_TRUE(job_list_file::CheckUsable(path, problem)) << problem;
     EXPECT_TRUE(Corrupt().empty());
 }
 

@@ -154,7 +154,7 @@ TEST_F(JobListJournalTest_List, AReaderSeesSnapshotAndJournal) {
 TEST_F(JobListJournalTest_List, ASnapshotWithAJournalHasAVersionThatOlderProgramsRefuse) {
     ASSERT_TRUE(WriteSnapshot({Row(L"a")}));
     EXPECT_EQ(ReadTextFile(list).rfind(R"({"version":2,"snapshotId":"one","JobList":[)", 0), 0U);
-    EXPECT_EQ(job_list_file::ReasonUnusable(list), L"");
+    EXPECT_TRUE(job_list_file::CheckUsable(list, problem)) << problem;
 }
 
 TEST_F(JobListJournalTest_List, AListThatIsWrittenWholeMakesTheJournalStale) {

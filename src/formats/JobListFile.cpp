@@ -319,13 +319,12 @@ void RemoveLeftovers(const std::wstring& path) {
     }
 }
 
-std::wstring ReasonUnusable(const std::wstring& path) {
-    return boundary::Guard("ReasonUnusable", [&] {
+bool CheckUsable(const std::wstring& path, std::wstring& problem) {
+    problem = L"it cannot be checked; the log says why";
+    return boundary::Guard("CheckUsable", [&] {
         std::string bytes;
         JobList list;
-        std::wstring problem;
-        const bool isInTheWay = LookAt(path, bytes, list, problem) == Found::Unusable;
-        return isInTheWay ? problem : std::wstring();
+        return LookAt(path, bytes, list, problem) != Found::Unusable;
     });
 }
 

@@ -35,10 +35,10 @@ namespace job_list_file {
 /// right to write the list.
 CONTROLLER_API void RemoveLeftovers(const std::wstring& path);
 
-/// Returns why the file at `path` cannot be used although it may be a valid list: it cannot be opened, or a newer
-/// program wrote it. Returns an empty text if it can be used. Used by programs that refuse to start rather than begin
-/// with an empty list.
-CONTROLLER_API std::wstring ReasonUnusable(const std::wstring& path);
+/// Returns false, and sets `problem`, if the file at `path` cannot be used although it may be a valid list: it cannot
+/// be opened, or a newer program wrote it. A missing or damaged list is no problem. Used by programs that refuse to
+/// start rather than begin with an empty list.
+[[nodiscard]] CONTROLLER_API bool CheckUsable(const std::wstring& path, std::wstring& problem);
 
 /// Returns the invalid lists that were kept (".corrupt-<time>"), oldest first. While they exist, jobs may be missing
 /// from the list; programs use this to report it.
