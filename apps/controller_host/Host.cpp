@@ -151,6 +151,7 @@ HostExit RunHost(const std::wstring& readyEvent) {
     fault_points::ReachFaultPoint(fault_points::FaultPoint::PlaceTaken);
     start_checks::ProvideModuleLibraries(*settings);
     // The runner of a job that has such limits says why they are not enforced.
-    (void)platform::PrepareResourceLimits();
+    std::wstring ignored;
+    (void)platform::PrepareResourceLimits(ignored);
     return LoadAndServe(*settings, place, readyEvent);
 }

@@ -189,7 +189,7 @@ void ScenarioRun::Limit(platform::ProcessTree& tree, OutputCapture& output) cons
     if (limits == platform::ResourceLimits()) {
         return;
     }
-    if (const std::wstring reason = tree.Limit(limits); !reason.empty()) {
+    if (std::wstring reason; !tree.Limit(limits, reason)) {
         const std::wstring problem =
             L"The limits of memory and processor time are not enforced on this machine: " + reason + L".";
         output.Note(problem);

@@ -21,9 +21,9 @@ struct ResourceLimits {
 
 /// Prepares this process for children that limit process trees (`ProcessTree::Limit`). On Linux, moves it into a group
 /// of its own below its control group, if that was delegated to it: the system shares resources only between groups
-/// whose parent has no processes. Returns why trees cannot be limited; empty if they can. Called once, before threads
-/// and children exist.
-[[nodiscard]] std::wstring PrepareResourceLimits();
+/// whose parent has no processes. If trees cannot be limited, returns false and sets `problem`. Called once, before
+/// threads and children exist.
+[[nodiscard]] bool PrepareResourceLimits(std::wstring& problem);
 
 /// One process and all its descendants, however deep and however detached. On Windows, a job object. On Linux, a
 /// process group below this process as child subreaper; every child of this process counts as part of the tree. Hence a
@@ -36,9 +36,10 @@ public:
     ProcessTree(const ProcessTree&) = delete;
     ProcessTree& operator=(const ProcessTree&) = delete;
 
-    /// Limits what the tree may take; called before `Start`. Returns why the system does not offer that, empty on
-    /// success; the tree can then be started without these limits. Needs a parent that called `PrepareResourceLimits`.
-    [[nodiscard]] std::wstring Limit(const ResourceLimits& limits);
+    /// Limits what the tree may take; called before `Start`. If the system does not offer that, returns false and sets
+    /// `problem`; the tree can then be started without these limits. Needs a parent that called
+    /// `PrepareResourceLimits`.
+    [[nodiscard]] bool Limit(const ResourceLimits& limits, std::wstring& problem);
 
     /// True if processes of the tree were killed because they exceeded the memory limit. Never on Windows, where their
     /// allocations fail instead.

@@ -60,7 +60,8 @@ TEST_F(ProcessTreeTest, ARootThatCannotBeStartedLeavesAnEmptyTree) {
 /// Few machines offer all limits to a test; what they are set to is tested with the system's own structures.
 TEST_F(ProcessTreeTest, ATreeRunsWhetherItsLimitsAreEnforcedOrNot) {
     constexpr std::int64_t gibibyte = std::int64_t{1} << 30;
-    (void)tree->Limit({gibibyte, 100});
+    std::wstring ignored;
+    (void)tree->Limit({gibibyte, 100}, ignored);
     ASSERT_FALSE(tree->Start(TestProcess({L"exit", L"5"})));
     ASSERT_TRUE(WaitUntilSignalled(tree->Root()));
     EXPECT_EQ(tree->RootExitCode(), 5);

@@ -64,8 +64,26 @@ void RemoveEmptyGroups(const std::string& parent) {
     }
 }
 
-std::wstring Because(const std::string& path, const Error& error) {
-    return text::FromUtf8(path) + L": " + error.Text();
+/// Sets `problem` and returns false if there is an error.
+[[nodiscard]] bool Check(const Error& error, const std::string& path, std::wstring& problem) {
+    if (error) {
+        problem = text::FromUtf8(path) + L": " + error.Text();
+        return false;
+    }
+    return true;
+}
+
+[[nodiscard]] bool CheckClaimable(const std::string& group, std::wstring& problem) {
+    if (group.empty()) {
+        problem = L"this system has no control groups of version 2";
+    } else if (!Contains(group + "/cgroup.controllers", "memory")) {
+        problem = L"the control group " + text::FromUtf8(group) + L" does not control memory";
+    } else if (Words(ReadGroupFile(group + "/cgroup.procs")) != std::vector{std::to_string(getpid())}) {
+        problem = L"the control group " + text::FromUtf8(group) + L" was not made for the host alone";
+    } else {
+        return true;
+    }
+    return false;
 }
 
 } // namespace
@@ -91,45 +109,40 @@ std::string OwnControlGroup() {
     return {};
 }
 
-std::wstring ClaimControlGroup(const std::string& group) {
-    if (group.empty()) {
-        return L"this system has no control groups of version 2";
-    }
-    if (!Contains(group + "/cgroup.controllers", "memory")) {
-        return L"the control group " + text::FromUtf8(group) + L" does not control memory";
-    }
-    if (Words(ReadGroupFile(group + "/cgroup.procs")) != std::vector{std::to_string(getpid())}) {
-        return L"the control group " + text::FromUtf8(group) + L" was not made for the host alone";
+bool ClaimControlGroup(const std::string& group, std::wstring& problem) {
+    if (!CheckClaimable(group, problem)) {
+        return false;
     }
     const std::string own = group + std::string(claimerName);
-    if (mkdir(own.c_str(), 0700) != 0 && errno != EEXIST) {
-        return Because(own, LastError());
-    }
-    if (const Error error = WriteGroupFile(own + "/cgroup.procs", "0")) {
-        return Because(own, error);
+    const bool isThere = mkdir(own.c_str(), 0700) == 0 || errno == EEXIST;
+    if (!Check(isThere ? Error{} : LastError(), own, problem) ||
+        !Check(WriteGroupFile(own + "/cgroup.procs", "0"), own, problem)) {
+        return false;
     }
     RemoveEmptyGroups(group);
     const std::string share = group + "/cgroup.subtree_control";
     // Often a service has no processor time to distribute; then only memory can be limited.
     (void)WriteGroupFile(share, "+cpu");
-    const Error error = WriteGroupFile(share, "+memory");
-    return error ? Because(share, error) : L"";
+    return Check(WriteGroupFile(share, "+memory"), share, problem);
 }
 
-std::wstring FindClaimedGroup(const std::string& own, const ResourceLimits& limits, std::string& claimed) {
+bool FindClaimedGroup(const std::string& own, const ResourceLimits& limits, std::string& claimed,
+                      std::wstring& problem) {
     if (!own.ends_with(claimerName)) {
-        return L"the host has no control group of its own, such as that of a service with \"Delegate=yes\"";
+        problem = L"the host has no control group of its own, such as that of a service with \"Delegate=yes\"";
+        return false;
     }
     const std::string group = own.substr(0, own.size() - claimerName.size());
     for (const auto& [isNeeded, controller] :
          {std::pair(limits.memory > 0, "memory"), {limits.cpuPercent > 0, "cpu"}}) {
         if (isNeeded && !Contains(group + "/cgroup.subtree_control", controller)) {
-            return L"the control group " + text::FromUtf8(group) + L" does not distribute \"" +
-                   text::FromUtf8(controller) + L"\"";
+            problem = L"the control group " + text::FromUtf8(group) + L" does not distribute \"" +
+                      text::FromUtf8(controller) + L"\"";
+            return false;
         }
     }
     claimed = group;
-    return {};
+    return true;
 }
 
 ControlGroup::~ControlGroup() {
@@ -138,17 +151,17 @@ ControlGroup::~ControlGroup() {
     }
 }
 
-std::wstring ControlGroup::Create(const std::string& parent, const ResourceLimits& limits) {
+bool ControlGroup::Create(const std::string& parent, const ResourceLimits& limits, std::wstring& problem) {
     const std::string path = parent + '/' + std::string(runPrefix) + std::to_string(getpid());
     // A runner that had the same number may have left it.
     rmdir(path.c_str());
-    if (mkdir(path.c_str(), 0700) != 0) {
-        return Because(path, LastError());
+    if (!Check(OutcomeOf(mkdir(path.c_str(), 0700)), path, problem)) {
+        return false;
     }
     directory = path;
     if (limits.memory > 0) {
-        if (const Error error = WriteGroupFile(path + "/memory.max", std::to_string(limits.memory))) {
-            return Because(path, error);
+        if (!Check(WriteGroupFile(path + "/memory.max", std::to_string(limits.memory)), path, problem)) {
+            return false;
         }
         // Systems without swap space have no such file.
         (void)WriteGroupFile(path + "/memory.swap.max", "0");
@@ -158,11 +171,9 @@ std::wstring ControlGroup::Create(const std::string& parent, const ResourceLimit
     if (limits.cpuPercent > 0) {
         // Microseconds of processor time in each period of 100 ms.
         const std::string quota = std::to_string(std::int64_t{limits.cpuPercent} * 1000) + " 100000";
-        if (const Error error = WriteGroupFile(path + "/cpu.max", quota)) {
-            return Because(path, error);
-        }
+        return Check(WriteGroupFile(path + "/cpu.max", quota), path, problem);
     }
-    return {};
+    return true;
 }
 
 Error ControlGroup::Enter() const {

@@ -17,13 +17,14 @@ std::string ControlGroupIn(std::string_view text);
 std::string OwnControlGroup();
 
 /// Makes `group` the parent of groups with limits: moves this process, which must be the only one in it, into a group
-/// below, removes empty groups of earlier runs, and distributes memory and processor time. Returns why this is
-/// impossible; empty on success.
-[[nodiscard]] std::wstring ClaimControlGroup(const std::string& group);
+/// below, removes empty groups of earlier runs, and distributes memory and processor time. On failure returns false and
+/// sets `problem`.
+[[nodiscard]] bool ClaimControlGroup(const std::string& group, std::wstring& problem);
 
-/// Finds the claimed group above `own`, the group of a process that the claimer has started. Returns why groups in it
-/// cannot have such limits; empty on success.
-[[nodiscard]] std::wstring FindClaimedGroup(const std::string& own, const ResourceLimits& limits, std::string& claimed);
+/// Finds the claimed group above `own`, the group of a process that the claimer has started. If groups in it cannot
+/// have such limits, returns false and sets `problem`.
+[[nodiscard]] bool FindClaimedGroup(const std::string& own, const ResourceLimits& limits, std::string& claimed,
+                                    std::wstring& problem);
 
 /// A group with limits for one process tree. Not thread-safe.
 class ControlGroup {
@@ -35,8 +36,8 @@ public:
     ControlGroup& operator=(const ControlGroup&) = delete;
 
     /// Creates the group of this process's number in `parent`. A memory limit includes swap space; the system kills
-    /// all processes of a group that exceeds it. Returns why it is impossible; empty on success.
-    [[nodiscard]] std::wstring Create(const std::string& parent, const ResourceLimits& limits);
+    /// all processes of a group that exceeds it. On failure returns false and sets `problem`.
+    [[nodiscard]] bool Create(const std::string& parent, const ResourceLimits& limits, std::wstring& problem);
     bool Exists() const { return !directory.empty(); }
 
     /// Processes that this process starts between these calls belong to the group. `own` is its own group.

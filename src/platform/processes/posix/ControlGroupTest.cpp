@@ -40,6 +40,7 @@ protected:
     static std::string RunGroup(const std::string& parent) { return parent + "/job-" + std::to_string(getpid()); }
 
     const TemporaryDirectory directory;
+    std::wstring problem;
 };
 
 TEST_F(ControlGroupTest, TheGroupOfVersion2IsFoundInEveryLayout) {
@@ -51,7 +52,7 @@ TEST_F(ControlGroupTest, TheGroupOfVersion2IsFoundInEveryLayout) {
 
 TEST_F(ControlGroupTest, AClaimedGroupHasItsClaimerInAGroupBelowAndDistributesMemory) {
     const std::string group = Delegated();
-    EXPECT_EQ(platform::ClaimControlGroup(group), L"");
+    EXPECT_TRUE(platform::ClaimControlGroup(group, problem)) << problem;
     EXPECT_EQ(Read(group + "/controller_host/cgroup.procs"), "0");
     EXPECT_EQ(Read(group + "/cgroup.subtree_control"), "+memory");
 }
@@ -60,7 +61,7 @@ TEST_F(ControlGroupTest, AClaimRemovesEmptyGroupsOfEarlierRuns) {
     const std::string group = Delegated();
     const std::string left = Group("/job-1");
     const std::string foreign = Group("/other");
-    EXPECT_EQ(platform::ClaimControlGroup(group), L"");
+    EXPECT_TRUE(platform::ClaimControlGroup(group, problem)) << problem;
     EXPECT_FALSE(fs::exists(left));
     EXPECT_TRUE(fs::exists(foreign));
 }
@@ -68,39 +69,43 @@ TEST_F(ControlGroupTest, AClaimRemovesEmptyGroupsOfEarlierRuns) {
 TEST_F(ControlGroupTest, AGroupThatIsNotForTheHostAloneIsLeftAsItIs) {
     const std::string group = Delegated();
     Write(group + "/cgroup.procs", std::to_string(getpid()) + "\n1\n");
-    EXPECT_NE(platform::ClaimControlGroup(group).find(L"was not made for the host alone"), std::wstring::npos);
+    EXPECT_FALSE(platform::ClaimControlGroup(group, problem));
+    EXPECT_NE(problem.find(L"was not made for the host alone"), std::wstring::npos) << problem;
     EXPECT_FALSE(fs::exists(group + "/controller_host"));
 }
 
 TEST_F(ControlGroupTest, WithoutControlOfMemoryThereIsNoClaim) {
-    EXPECT_EQ(platform::ClaimControlGroup(""), L"this system has no control groups of version 2");
+    EXPECT_FALSE(platform::ClaimControlGroup("", problem));
+    EXPECT_EQ(problem, L"this system has no control groups of version 2");
     const std::string group = Delegated();
     Write(group + "/cgroup.controllers", "hugetlb\n");
-    EXPECT_NE(platform::ClaimControlGroup(group).find(L"does not control memory"), std::wstring::npos);
+    EXPECT_FALSE(platform::ClaimControlGroup(group, problem));
+    EXPECT_NE(problem.find(L"does not control memory"), std::wstring::npos) << problem;
 }
 
 TEST_F(ControlGroupTest, TheClaimedGroupIsTheOneAboveTheClaimer) {
     const std::string group = Group();
     Write(group + "/cgroup.subtree_control", "cpu memory\n");
     std::string claimed;
-    EXPECT_EQ(platform::FindClaimedGroup(group + "/controller_host", {1, 1}, claimed), L"");
+    EXPECT_TRUE(platform::FindClaimedGroup(group + "/controller_host", {1, 1}, claimed, problem)) << problem;
     EXPECT_EQ(claimed, group);
-    EXPECT_NE(platform::FindClaimedGroup(group, {1, 1}, claimed).find(L"\"Delegate=yes\""), std::wstring::npos);
+    EXPECT_FALSE(platform::FindClaimedGroup(group, {1, 1}, claimed, problem));
+    EXPECT_NE(problem.find(L"\"Delegate=yes\""), std::wstring::npos) << problem;
 }
 
 TEST_F(ControlGroupTest, OnlyWhatIsLimitedMustBeDistributed) {
     const std::string group = Group();
     Write(group + "/cgroup.subtree_control", "memory\n");
     std::string claimed;
-    EXPECT_EQ(platform::FindClaimedGroup(group + "/controller_host", {1, 0}, claimed), L"");
-    EXPECT_NE(platform::FindClaimedGroup(group + "/controller_host", {1, 1}, claimed).find(L"distribute \"cpu\""),
-              std::wstring::npos);
+    EXPECT_TRUE(platform::FindClaimedGroup(group + "/controller_host", {1, 0}, claimed, problem)) << problem;
+    EXPECT_FALSE(platform::FindClaimedGroup(group + "/controller_host", {1, 1}, claimed, problem));
+    EXPECT_NE(problem.find(L"distribute \"cpu\""), std::wstring::npos) << problem;
 }
 
 TEST_F(ControlGroupTest, TheLimitsAreWrittenInTheUnitsOfTheSystem) {
     const std::string parent = Group();
     platform::ControlGroup group;
-    EXPECT_EQ(group.Create(parent, {std::int64_t{512} << 20, 150}), L"");
+    EXPECT_TRUE(group.Create(parent, {std::int64_t{512} << 20, 150}, problem)) << problem;
     EXPECT_TRUE(group.Exists());
     EXPECT_EQ(Read(RunGroup(parent) + "/memory.max"), "536870912");
     EXPECT_EQ(Read(RunGroup(parent) + "/memory.swap.max"), "0");
@@ -111,20 +116,21 @@ TEST_F(ControlGroupTest, TheLimitsAreWrittenInTheUnitsOfTheSystem) {
 TEST_F(ControlGroupTest, WhatIsNotLimitedIsNotWritten) {
     const std::string parent = Group();
     platform::ControlGroup group;
-    EXPECT_EQ(group.Create(parent, {}), L"");
+    EXPECT_TRUE(group.Create(parent, {}, problem)) << problem;
     EXPECT_TRUE(fs::is_empty(RunGroup(parent)));
 }
 
 TEST_F(ControlGroupTest, AGroupThatCannotBeMadeSaysWhy) {
     platform::ControlGroup group;
-    EXPECT_NE(group.Create("/proc/none", {1, 0}).find(L"/proc/none/job-"), std::wstring::npos);
+    EXPECT_FALSE(group.Create("/proc/none", {1, 0}, problem));
+    EXPECT_NE(problem.find(L"/proc/none/job-"), std::wstring::npos) << problem;
     EXPECT_FALSE(group.Exists());
 }
 
 TEST_F(ControlGroupTest, ProcessesEnterAndLeaveByTheNumberOfTheWriter) {
     const std::string parent = Group();
     platform::ControlGroup group;
-    ASSERT_EQ(group.Create(parent, {}), L"");
+    ASSERT_TRUE(group.Create(parent, {}, problem)) << problem;
     EXPECT_FALSE(group.Enter());
     EXPECT_EQ(Read(RunGroup(parent) + "/cgroup.procs"), "0");
     EXPECT_FALSE(group.Leave(parent));
@@ -134,7 +140,7 @@ TEST_F(ControlGroupTest, ProcessesEnterAndLeaveByTheNumberOfTheWriter) {
 TEST_F(ControlGroupTest, AKillForMemoryIsReadFromTheEvents) {
     const std::string parent = Group();
     platform::ControlGroup group;
-    ASSERT_EQ(group.Create(parent, {}), L"");
+    ASSERT_TRUE(group.Create(parent, {}, problem)) << problem;
     EXPECT_FALSE(group.HasExceededMemory());
     Write(RunGroup(parent) + "/memory.events", "low 0\nmax 7\noom 1\noom_kill 0\n");
     EXPECT_FALSE(group.HasExceededMemory());
@@ -146,7 +152,7 @@ TEST_F(ControlGroupTest, AKillForMemoryIsReadFromTheEvents) {
 TEST_F(ControlGroupTest, AChildThatIsStartedInAGroupOfTheSystemBelongsToIt) {
     const std::string own = platform::OwnControlGroup();
     platform::ControlGroup group;
-    if (own.empty() || !group.Create(own, {}).empty()) {
+    if (own.empty() || !group.Create(own, {}, problem)) {
         GTEST_SKIP() << "No control group can be made here.";
     }
     if (group.Enter()) {

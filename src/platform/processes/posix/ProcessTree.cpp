@@ -73,15 +73,14 @@ ProcessTree::~ProcessTree() {
     prctl(PR_SET_CHILD_SUBREAPER, 0UL, 0UL, 0UL, 0UL);
 }
 
-std::wstring ProcessTree::Limit(const ResourceLimits& limits) {
+bool ProcessTree::Limit(const ResourceLimits& limits, std::wstring& problem) {
     std::string claimed;
-    std::wstring problem = FindClaimedGroup(OwnControlGroup(), limits, claimed);
-    if (problem.empty()) {
-        auto group = std::make_unique<ControlGroup>();
-        problem = group->Create(claimed, limits);
-        state->group = problem.empty() ? std::move(group) : nullptr;
+    auto group = std::make_unique<ControlGroup>();
+    if (!FindClaimedGroup(OwnControlGroup(), limits, claimed, problem) || !group->Create(claimed, limits, problem)) {
+        return false;
     }
-    return problem;
+    state->group = std::move(group);
+    return true;
 }
 
 bool ProcessTree::HasExceededMemory() const {
@@ -144,8 +143,8 @@ void ProcessTree::End() {
     KillDescendants([this](const siginfo_t& ended) { state->OnReaped(ended); });
 }
 
-std::wstring PrepareResourceLimits() {
-    return ClaimControlGroup(OwnControlGroup());
+bool PrepareResourceLimits(std::wstring& problem) {
+    return ClaimControlGroup(OwnControlGroup(), problem);
 }
 
 } // namespace platform

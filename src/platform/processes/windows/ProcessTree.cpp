@@ -82,10 +82,13 @@ ProcessTree::~ProcessTree() {
     End();
 }
 
-std::wstring ProcessTree::Limit(const ResourceLimits& limits) {
+bool ProcessTree::Limit(const ResourceLimits& limits, std::wstring& problem) {
     const Error notOpened = state->Open();
-    const Error error = notOpened ? notOpened : state->Limit(limits);
-    return error ? L"the job object refuses them: " + error.Text() : L"";
+    if (const Error error = notOpened ? notOpened : state->Limit(limits)) {
+        problem = L"the job object refuses them: " + error.Text();
+        return false;
+    }
+    return true;
 }
 
 bool ProcessTree::HasExceededMemory() const {
@@ -125,8 +128,8 @@ void ProcessTree::End() {
 }
 
 /// Job objects need no preparation.
-std::wstring PrepareResourceLimits() {
-    return {};
+bool PrepareResourceLimits(std::wstring& /*problem*/) {
+    return true;
 }
 
 } // namespace platform
