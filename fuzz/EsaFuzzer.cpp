@@ -97,7 +97,8 @@ void CheckEntry(const std::wstring& package) {
     constexpr std::size_t limit = 100;
     std::string bytes = "before";
     std::wstring problem;
-    const bool isRead = scenario_package::ReadEntry(package, "manifest.json", limit, bytes, problem);
+    scenario_package::Package opened;
+    const bool isRead = opened.Open(package, problem) && opened.ReadEntry("manifest.json", limit, bytes, problem);
     fuzz::Require(isRead == problem.empty(), "a refusal, and nothing else, says why");
     fuzz::Require(isRead ? bytes.size() <= limit : bytes == "before", "a refused entry leaves the output as it was");
 }

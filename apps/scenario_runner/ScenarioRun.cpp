@@ -80,7 +80,7 @@ bool ScenarioRun::Prepare(std::wstring& problem) {
     const std::wstring runInfoPath = platform::ResolveAgainst(workDir, run_protocol::runInfoFileName);
     ScenarioPlace place;
     if (!run_protocol::ReadRunScenarioInfoFile(runInfoPath, info, problem) ||
-        !scenario_manifest::ReadFor(info.scenarioPath, manifest, problem) || !Unpack(place.packageDirectory, problem)) {
+        !ReadScenario(place.packageDirectory, problem)) {
         return false;
     }
     ReadContext();
@@ -98,15 +98,19 @@ void ScenarioRun::ReadContext() {
     }
 }
 
-bool ScenarioRun::Unpack(std::wstring& packageDirectory, std::wstring& problem) const {
+bool ScenarioRun::ReadScenario(std::wstring& packageDirectory, std::wstring& problem) {
     if (!scenario_manifest::IsPackage(info.scenarioPath)) {
-        return true;
+        return scenario_manifest::ReadFor(info.scenarioPath, manifest, problem);
+    }
+    scenario_package::Package package;
+    if (!package.Open(info.scenarioPath, problem) || !scenario_manifest::ReadFrom(package, manifest, problem)) {
+        return false;
     }
     // An absolute path by name, because it is passed to the scenario.
     packageDirectory = platform::ResolveAgainst(workDir, packageDirectoryName);
     // On failure, unpacking reports an error: it requires a new directory.
     (void)platform::RemoveTree(packageDirectory);
-    return scenario_package::Unpack(info.scenarioPath, packageDirectory, problem);
+    return package.Unpack(packageDirectory, problem);
 }
 
 bool ScenarioRun::BeginRecord() {

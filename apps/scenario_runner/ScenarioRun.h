@@ -46,7 +46,8 @@ public:
 
 private:
     [[nodiscard]] bool Prepare(std::wstring& problem);
-    [[nodiscard]] bool Unpack(std::wstring& packageDirectory, std::wstring& problem) const;
+    /// Reads the manifest. Unpacks a package into `packageDirectory`.
+    [[nodiscard]] bool ReadScenario(std::wstring& packageDirectory, std::wstring& problem);
     void ReadContext();
     /// Records what the run begins with. Returns false if it must end.
     [[nodiscard]] bool BeginRecord();

@@ -15,11 +15,13 @@
 namespace scenario_manifest {
 namespace {
 
+using scenario_package::Package;
+
 constexpr std::size_t largestManifest = std::size_t{1} << 20;
 constexpr auto manifestName = "manifest.json";
 
-std::wstring ManifestIn(const std::wstring& package) {
-    return platform::ToNativeText(package) + L": manifest.json, ";
+std::wstring ManifestIn(const Package& package) {
+    return platform::ToNativeText(package.Path()) + L": manifest.json, ";
 }
 
 void Warn(const std::wstring& place, const std::vector<std::wstring>& warnings) {
@@ -29,19 +31,19 @@ void Warn(const std::wstring& place, const std::vector<std::wstring>& warnings) 
     }
 }
 
-bool Has(const std::wstring& package, const std::wstring& name) {
-    return scenario_package::HasFile(package, text::ToUtf8(name));
+bool Has(const Package& package, const std::wstring& name) {
+    return package.HasFile(text::ToUtf8(name));
 }
 
 /// On Windows "bin/check" stands for "bin/check.exe", so that one package can have a program for each system.
-void ChooseProgram(const std::wstring& package, ScenarioManifest& manifest) {
+void ChooseProgram(const Package& package, ScenarioManifest& manifest) {
     const std::wstring program = manifest.executable + platform::programExtension;
     if (!manifest.executable.empty() && Has(package, program)) {
         manifest.executable = program;
     }
 }
 
-bool RequireFile(const std::wstring& package, const ScenarioManifest& manifest, std::wstring& problem) {
+bool RequireFile(const Package& package, const ScenarioManifest& manifest, std::wstring& problem) {
     const bool isProgram = manifest.entryPoint.empty();
     const std::wstring& name = isProgram ? manifest.executable : manifest.entryPoint;
     if (Has(package, name)) {
@@ -50,26 +52,6 @@ bool RequireFile(const std::wstring& package, const ScenarioManifest& manifest, 
     problem = ManifestIn(package) + L"the package has no file \"" + name + L"\"" +
               (isProgram ? L", the program for this system" : L"");
     return false;
-}
-
-bool ReadFromPackage(const std::wstring& package, ScenarioManifest& manifest, std::wstring& problem) {
-    std::string json;
-    ScenarioManifest read;
-    std::vector<std::wstring> warnings;
-    if (!scenario_package::ReadEntry(package, manifestName, largestManifest, json, problem)) {
-        return false;
-    }
-    if (!ParsePackageManifest(json, read, problem, warnings)) {
-        problem = ManifestIn(package) + problem;
-        return false;
-    }
-    ChooseProgram(package, read);
-    if (!RequireFile(package, read, problem)) {
-        return false;
-    }
-    Warn(ManifestIn(package), warnings);
-    manifest = read;
-    return true;
 }
 
 bool ReadBeside(const std::wstring& script, ScenarioManifest& manifest, std::wstring& problem) {
@@ -106,9 +88,32 @@ bool IsPackage(const std::wstring& scenarioPath) {
     return platform::HasExtension(platform::FileName(scenarioPath), L".esa");
 }
 
+bool ReadFrom(const Package& package, ScenarioManifest& manifest, std::wstring& problem) {
+    std::string json;
+    ScenarioManifest read;
+    std::vector<std::wstring> warnings;
+    if (!package.ReadEntry(manifestName, largestManifest, json, problem)) {
+        return false;
+    }
+    if (!ParsePackageManifest(json, read, problem, warnings)) {
+        problem = ManifestIn(package) + problem;
+        return false;
+    }
+    ChooseProgram(package, read);
+    if (!RequireFile(package, read, problem)) {
+        return false;
+    }
+    Warn(ManifestIn(package), warnings);
+    manifest = read;
+    return true;
+}
+
 bool ReadFor(const std::wstring& scenarioPath, ScenarioManifest& manifest, std::wstring& problem) {
-    return IsPackage(scenarioPath) ? ReadFromPackage(scenarioPath, manifest, problem)
-                                   : ReadBeside(scenarioPath, manifest, problem);
+    if (!IsPackage(scenarioPath)) {
+        return ReadBeside(scenarioPath, manifest, problem);
+    }
+    Package package;
+    return package.Open(scenarioPath, problem) && ReadFrom(package, manifest, problem);
 }
 
 } // namespace scenario_manifest

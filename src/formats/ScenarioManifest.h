@@ -9,6 +9,10 @@
 #include <string>
 #include <vector>
 
+namespace scenario_package {
+class Package;
+}
+
 /// The description of a scenario: the "manifest.json" of a package, or "<name>.scenario.json" beside a script.
 namespace scenario_manifest {
 
@@ -39,6 +43,10 @@ CONTROLLER_API bool IsPackage(const std::wstring& scenarioPath);
 /// Returns the path of the manifest beside a script: "C:\s\mesh_report.scenario.json" for "C:\s\mesh_report.rb". It may
 /// be missing.
 CONTROLLER_API std::wstring ManifestBeside(const std::wstring& script);
+
+/// Reads the manifest of an open package, as `ReadFor` does.
+[[nodiscard]] CONTROLLER_API bool ReadFrom(const scenario_package::Package& package, ScenarioManifest& manifest,
+                                           std::wstring& problem);
 
 /// Reads the manifest of a scenario. A script without a manifest gets the defaults. On Windows the executable of a
 /// package is the file of that name with ".exe", if the package has one. On failure (an invalid manifest, a package

@@ -137,25 +137,37 @@ std::string PackedBytes(const std::vector<PackedFile>& files) {
 
 } // namespace
 
-bool ReadEntry(const std::wstring& packagePath, const std::string& name, std::size_t limit, std::string& bytes,
-               std::wstring& problem) {
-    return Attempt(packagePath, problem, [&] { bytes = ReadNamedEntry(zip::Archive(packagePath), name, limit); });
+Package::Package() = default;
+
+Package::~Package() = default;
+
+bool Package::Open(const std::wstring& packagePath, std::wstring& problem) {
+    return Attempt(packagePath, problem, [&] {
+        path = packagePath;
+        archive = std::make_unique<zip::Archive>(packagePath);
+    });
 }
 
-bool HasFile(const std::wstring& packagePath, const std::string& name) {
-    std::wstring problem;
-    bool isFound = false;
-    return Attempt(packagePath, problem, [&] { isFound = zip::Archive(packagePath).Find(name) != nullptr; }) && isFound;
+bool Package::HasFile(const std::string& name) const {
+    return archive->Find(name) != nullptr;
+}
+
+bool Package::ReadEntry(const std::string& name, std::size_t limit, std::string& bytes, std::wstring& problem) const {
+    return Attempt(path, problem, [&] { bytes = ReadNamedEntry(*archive, name, limit); });
+}
+
+bool Package::Unpack(const std::wstring& directory, std::wstring& problem) const {
+    return Attempt(path, problem, [&] {
+        ThrowIf(platform::CreateNewDirectory(directory), L"cannot create", directory);
+        Beginning beginning(directory);
+        UnpackAll(*archive, directory);
+        beginning.Keep();
+    });
 }
 
 bool Unpack(const std::wstring& packagePath, const std::wstring& directory, std::wstring& problem) {
-    return Attempt(packagePath, problem, [&] {
-        const zip::Archive archive(packagePath);
-        ThrowIf(platform::CreateNewDirectory(directory), L"cannot create", directory);
-        Beginning beginning(directory);
-        UnpackAll(archive, directory);
-        beginning.Keep();
-    });
+    Package package;
+    return package.Open(packagePath, problem) && package.Unpack(directory, problem);
 }
 
 bool Pack(const std::vector<PackedFile>& files, const std::wstring& packagePath, std::wstring& problem) {

@@ -56,7 +56,10 @@ TEST_F(ScenarioPackagePackTest, EqualFilesGiveEqualBytes) {
 
 TEST_F(ScenarioPackagePackTest, ContentThatWouldGrowTooMuchIsStored) {
     ASSERT_TRUE(Pack({File("zeros", std::string(std::size_t{4} << 20, '\0'))}));
-    EXPECT_TRUE(scenario_package::HasFile(package, "zeros"));
+    scenario_package::Package opened;
+    ASSERT_TRUE(opened.Open(package, problem));
+    EXPECT_TRUE(opened.HasFile("zeros"));
+    EXPECT_FALSE(opened.HasFile("zero"));
 }
 
 TEST_F(ScenarioPackagePackTest, WhatNoReaderWouldTakeIsNotWritten) {

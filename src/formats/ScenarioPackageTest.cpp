@@ -62,7 +62,8 @@ public:
 
     bool ReadEntry(const std::string& archive, const std::string& name, std::size_t limit = largeEnough) {
         WriteTextFile(package, archive);
-        return scenario_package::ReadEntry(package, name, limit, bytes, problem);
+        scenario_package::Package opened;
+        return opened.Open(package, problem) && opened.ReadEntry(name, limit, bytes, problem);
     }
 
     std::string Unpacked(const std::wstring& name) const { return ReadTextFile(target + L"\\" + name); }

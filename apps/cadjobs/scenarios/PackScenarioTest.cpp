@@ -20,7 +20,11 @@ protected:
             front_end::RunCadjobs(context, {L"pack", directory / L"wall", L"--output", directory / L"out"}));
     }
 
-    bool Has(const std::string& name) const { return scenario_package::HasFile(package, name); }
+    bool Has(const std::string& name) const {
+        scenario_package::Package opened;
+        std::wstring problem;
+        return opened.Open(package, problem) && opened.HasFile(name);
+    }
 
     const std::wstring package = directory / L"out\\wall.esa";
 };
