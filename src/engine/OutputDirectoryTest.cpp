@@ -13,7 +13,7 @@ using platform::ErrorKind;
 using Names = std::vector<std::wstring>;
 
 /// A disk on which other programs also create directories.
-class FreshDirectoryTest : public testing::Test {
+class OutputDirectoryTest : public testing::Test {
 protected:
     DirectoryCalls Calls() {
         return {[this](const std::wstring& path) { return existing.contains(path); },
@@ -36,42 +36,42 @@ protected:
     std::wstring directory;
 };
 
-TEST_F(FreshDirectoryTest, TheFirstNameThatDoesNotExistIsMade) {
+TEST_F(OutputDirectoryTest, TheFirstNameThatDoesNotExistIsMade) {
     existing = {L"a", L"a_1"};
     EXPECT_FALSE(MakeFreshDirectory(L"a", Calls(), directory));
     EXPECT_EQ(directory, L"a_2");
     EXPECT_EQ(attempts, Names{L"a_2"});
 }
 
-TEST_F(FreshDirectoryTest, ANameThatSomebodyTakesBetweenTheLookAndTheMakingIsTaken) {
+TEST_F(OutputDirectoryTest, ANameThatSomebodyTakesBetweenTheLookAndTheMakingIsTaken) {
     madeInBetween = {L"a", L"a_1"};
     EXPECT_FALSE(MakeFreshDirectory(L"a", Calls(), directory));
     EXPECT_EQ(directory, L"a_2");
     EXPECT_EQ(attempts, (Names{L"a", L"a_1", L"a_2"}));
 }
 
-TEST_F(FreshDirectoryTest, ADirectoryThatCannotBeMadeEndsTheSearch) {
+TEST_F(OutputDirectoryTest, ADirectoryThatCannotBeMadeEndsTheSearch) {
     createError = ErrorKind::AccessDenied;
     EXPECT_EQ(MakeFreshDirectory(L"a", Calls(), directory).kind, ErrorKind::AccessDenied);
     EXPECT_EQ(directory, L"a");
     EXPECT_EQ(attempts, Names{L"a"});
 }
 
-TEST_F(FreshDirectoryTest, ANameThatIsTakenAndStillNotThereEndsTheSearch) {
+TEST_F(OutputDirectoryTest, ANameThatIsTakenAndStillNotThereEndsTheSearch) {
     DirectoryCalls calls = Calls();
     calls.create = [](const std::wstring&) { return Error{ErrorKind::AlreadyExists, 0}; };
     EXPECT_EQ(MakeFreshDirectory(L"a", calls, directory).kind, ErrorKind::AlreadyExists);
     EXPECT_EQ(directory, L"a");
 }
 
-TEST(VersionSuffixTest, ExtensionThenNumberIsAVersionSuffix) {
+TEST(OutputDirectoryTest_VersionSuffix, ExtensionThenNumberIsAVersionSuffix) {
     for (const wchar_t* path : {L"C:\\m\\part.prt.3", L"part.prt.12345678901234567890", L"..0", L"a..1", L".prt.3",
                                 L"C:\\m.v\\part.3", L"part.1.2.3"}) {
         EXPECT_TRUE(HasVersionSuffix(path)) << path;
     }
 }
 
-TEST(VersionSuffixTest, AnythingElseIsNone) {
+TEST(OutputDirectoryTest_VersionSuffix, AnythingElseIsNone) {
     for (const wchar_t* path :
          {L"", L"3", L".3", L"part.3", L"part.prt", L"part.prt.", L"part.prt.3a", L"part.prt.a3", L"part.prt.-3",
           L"part.prt.3 ", L"part.prt3", L"part.prt.\u0663", L"pa\nrt.prt.3", L"pa\rrt.prt.3", L"part.prt.3\n"}) {
@@ -79,7 +79,7 @@ TEST(VersionSuffixTest, AnythingElseIsNone) {
     }
 }
 
-TEST(VersionSuffixTest, LongPathsNeedNoStack) {
+TEST(OutputDirectoryTest_VersionSuffix, LongPathsNeedNoStack) {
     const std::wstring longest(1'000'000, L'a');
     EXPECT_TRUE(HasVersionSuffix(longest + L".prt.3"));
     EXPECT_FALSE(HasVersionSuffix(longest));
