@@ -9,15 +9,20 @@
 
 namespace {
 
-/// A poll that reports a change rewrites the whole list, which is its only cost.
+/// A poll that reports a change rewrites the whole list, which is its only cost. Not the first rewrite, which also
+/// copies each record.
 void RewriteJobList(benchmark::State& state) {
     const Workplace workplace;
     workplace.WriteJobList(static_cast<std::size_t>(state.range(0)));
     const FunctionManager functions({});
     JobEntryManagerBase engine(&functions);
-    for (auto unused : state) {
+    const auto rewrite = [&engine] {
         std::vector<JobStatusInfo> changed(1);
         engine.CheckUpdate(changed);
+    };
+    rewrite();
+    for (auto unused : state) {
+        rewrite();
     }
 }
 

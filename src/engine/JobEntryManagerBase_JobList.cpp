@@ -2,6 +2,21 @@
 
 #include "CommonControllerLib/ControllerLogManager.h"
 #include "ControllerCSWrapper/ControllerCSWrapper.h"
+#include "engine/RecordCopies.h"
+#include "platform/system/NeverDestroyed.h"
+
+#include <chrono>
+#include <utility>
+
+namespace {
+
+/// Of the process, because the published interface fixes the members of the engine.
+RecordCopies& KeptCopies() {
+    static RecordCopies& copies = platform::MakeNeverDestroyed<RecordCopies>();
+    return copies;
+}
+
+} // namespace
 
 void JobEntryManagerBase::ReadJobList(std::list<std::shared_ptr<JobEntry>>& jobs) {
     ControllerLogManager::DebugLog(L"Read job_list.json");
@@ -20,13 +35,21 @@ void JobEntryManagerBase::UpdateJobList(const JobListChange& change) {
 }
 
 void JobEntryManagerBase::WriteJobList(const JobListChange&) {
-    std::vector<JobListInfo> records;
-    records.reserve(jobList.size());
     // Copies: `CancelAllJobs` and `GetJobList` read the records without the lock.
-    GetJobList(records);
+    RecordCopies::Records records = KeptCopies().Take();
+    RecordCopies::Update(records, jobList);
     // A failure is logged by the callee; the next change writes the whole list again.
     (void)ControllerCSWrapper::CreateJsonFile(ControllerCSWrapper::Serialize(L"JobList", records),
                                               ControllerCSWrapper::GetJobListFile());
+    KeptCopies().Keep(std::move(records), std::chrono::steady_clock::now());
+}
+
+void JobEntryManagerBase::ReleaseRestedCopies() {
+    KeptCopies().ReleaseRested(std::chrono::steady_clock::now());
+}
+
+JobEntryManagerBase::~JobEntryManagerBase() {
+    KeptCopies().Release();
 }
 
 bool JobEntryManagerBase::GetJobList(std::vector<JobListInfo>& records) {

@@ -16,8 +16,6 @@ JobEntryManagerBase::JobEntryManagerBase(const FunctionManager* manager, const L
     }
 }
 
-JobEntryManagerBase::~JobEntryManagerBase() = default;
-
 JobEntry* JobEntryManagerBase::CreateNewJobEntry(const JobListInfo* info) {
     return info == nullptr ? new JobEntry() : new JobEntry(*info);
 }

@@ -42,6 +42,7 @@ bool JobEntryManagerBase::CheckUpdate(std::vector<JobStatusInfo>& changed) {
         }
     }
     if (changed.empty()) {
+        ReleaseRestedCopies();
         return false;
     }
     fault_points::ReachFaultPoint(fault_points::FaultPoint::ChangesFound);

@@ -42,6 +42,60 @@ TEST_F(JobListFileTest, FailedWriteIsNotReportedAndTheNextChangeWritesAll) {
     EXPECT_EQ(companion.Events(L"error: "), Lines());
 }
 
+TEST_F(JobListFileTest, EachRewriteHoldsTheRecordsOfItsMoment) {
+    Start();
+    EnqueueJobs(4);
+    const auto expectWritten = [this] {
+        std::vector<JobListInfo> records;
+        engine->GetJobList(records);
+        EXPECT_EQ(companion.JobListWrites().back(), records);
+    };
+    Execute();
+    expectWritten();
+    std::vector<std::wstring> second{L"2"};
+    Lines deleted;
+    engine->DeleteJobs(second, deleted);
+    expectWritten();
+    ReportProgress(1, 40);
+    Poll();
+    expectWritten();
+    Enqueue({{Input(L"b.stl")}});
+    expectWritten();
+}
+
+/// A job of an application, which changes its record on its own.
+class SelfChangingJob : public JobEntry {
+public:
+    using JobEntry::JobEntry;
+    void SetExtraText(const std::wstring& text) { info.extraText = text; }
+};
+
+TEST_F(JobListFileTest, RecordThatAnApplicationChangedItselfIsInTheNextRewrite) {
+    Start({SavedJob(1, JobStatus::Success)});
+    const auto job = std::make_shared<SelfChangingJob>(SavedJob(2, JobStatus::Success));
+    engine->jobList.push_back(job);
+    Enqueue({});
+    job->SetExtraText(L"changed");
+    Enqueue({});
+    EXPECT_EQ(companion.JobListWrites().back().back().extraText, L"changed");
+}
+
+TEST_F(JobListFileTest, EnginesOfOneProcessWriteEachItsOwnList) {
+    const std::vector first{SavedJob(1, JobStatus::Success), SavedJob(2, JobStatus::Failed)};
+    const std::vector second{SavedJob(3, JobStatus::Success)};
+    Start(first);
+    companion.savedJobs = second;
+    OpenEngine other(&functions);
+    EnqueueJobsInfo request = Request({});
+    JobEnqueueResult result;
+    for (int i = 0; i < 2; ++i) {
+        EXPECT_TRUE(engine->EnqueueJob(request, result));
+        EXPECT_EQ(companion.JobListWrites().back(), first);
+        EXPECT_TRUE(other.EnqueueJob(request, result));
+        EXPECT_EQ(companion.JobListWrites().back(), second);
+    }
+}
+
 TEST_F(JobListFileTest, ListSurvivesARestart) {
     Start();
     EnqueueJobs(2);

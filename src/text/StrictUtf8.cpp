@@ -10,39 +10,41 @@
 namespace text {
 namespace {
 
-[[gnu::noinline]] bool IsAsciiBlock(const wchar_t* block) {
+/// Copies a block of any elements, of which `to` is only valid if all are ASCII; returns true if they are.
+/// `__restrict`: a `char*` may refer to any object, and compilers vectorise no loop whose output may be its input.
+template <std::size_t length>
+[[gnu::noinline]] bool NarrowBlock(const wchar_t* __restrict block, char* __restrict to) {
     std::uint32_t all = 0;
-    for (std::size_t i = 0; i < blockLength; ++i) {
+    for (std::size_t i = 0; i < length; ++i) {
         all |= Unit(block[i]);
+        to[i] = static_cast<char>(block[i]);
     }
     return all < 0x80;
 }
 
-[[gnu::noinline]] void NarrowBlock(const wchar_t* block, char* to) {
-    for (std::size_t i = 0; i < blockLength; ++i) {
-        to[i] = static_cast<char>(block[i]);
-    }
-}
-
 /// Copies leading blocks of ASCII; returns the number of elements copied.
-std::size_t NarrowAscii(const wchar_t* from, std::size_t length, char* to) {
+template <std::size_t length>
+std::size_t NarrowBlocks(std::wstring_view from, char* to) {
     std::size_t done = 0;
-    while (length - done >= blockLength && IsAsciiBlock(from + done)) {
-        NarrowBlock(from + done, to + done);
-        done += blockLength;
+    while (from.size() - done >= length && NarrowBlock<length>(from.data() + done, to + done)) {
+        done += length;
     }
     return done;
+}
+
+/// Copies leading ASCII, but for less than a block.
+std::size_t NarrowAscii(std::wstring_view from, char* to) {
+    constexpr std::size_t longBlock = 4 * blockLength;
+    const std::size_t done = NarrowBlocks<longBlock>(from, to);
+    return done + NarrowBlocks<blockLength>(from.substr(done), to + done);
 }
 
 /// The maximum number of bytes for one element of a wide text.
 constexpr std::size_t longestUnit = hasUtf16Elements ? 3 : 4;
 
-/// Reserves space for the rest of a text: as if it were ASCII, plus a margin for the next characters that are not.
-char* MakeRoom(std::string& utf8, std::size_t used, std::size_t remaining) {
-    const std::size_t needed = used + RoomForAscii(remaining);
-    if (utf8.size() < needed) {
-        utf8.resize(needed + (used > 0 ? remaining / 2 : 0));
-    }
+/// Returns the place for the next elements: as if they were ASCII, plus a margin for the next characters that are not.
+char* MakeRoom(std::string& utf8, std::size_t used, std::size_t length) {
+    utf8.resize(std::max(utf8.size(), used + RoomForAscii(length)));
     return utf8.data() + used;
 }
 
@@ -53,11 +55,15 @@ std::size_t RoomForAscii(std::size_t length) {
 }
 
 bool EncodeUtf8(std::wstring_view text, std::string& utf8, std::size_t& badAt) {
+    // The output grows in pieces that stay in the cache of the processor: a new piece is filled with zeros.
+    constexpr std::size_t longestPiece = 1024 * blockLength;
     std::size_t used = 0;
     std::size_t position = 0;
+    utf8.reserve(RoomForAscii(text.size()));
     while (position < text.size()) {
-        char* const begin = MakeRoom(utf8, used, text.size() - position);
-        const std::size_t ascii = NarrowAscii(text.data() + position, text.size() - position, begin);
+        const std::wstring_view piece = text.substr(position, longestPiece);
+        char* const begin = MakeRoom(utf8, used, piece.size());
+        const std::size_t ascii = NarrowAscii(piece, begin);
         position += ascii;
         char* to = begin + ascii;
         const std::size_t stop = std::min(position + blockLength, text.size());

@@ -1,5 +1,6 @@
 #include "text/StrictUtf8.h"
 
+#include <algorithm>
 #include <cstdint>
 #include <optional>
 #include <string>
@@ -66,6 +67,45 @@ TEST(StrictUtf8Test, TheElementThatIsNoCharacterIsNamed) {
     std::size_t badAt = 0;
     EXPECT_FALSE(EncodeUtf8(std::wstring(20, L'a') + L'\xDC80' + L"b", utf8, badAt));
     EXPECT_EQ(badAt, 20U);
+}
+
+TEST(StrictUtf8Test, CharactersAreEncodedWhereverTheyStand) {
+    const std::wstring character = text::FromUtf8("\xF0\x9F\x98\x80");
+    for (const std::size_t border : {0U, 16U, 64U, 80U, 16'384U, 32'768U}) {
+        for (std::size_t before = border - std::min<std::size_t>(border, 3); before < border + 3; ++before) {
+            for (const std::size_t after : {0U, 1U, 15U, 64U, 16'384U}) {
+                std::string utf8;
+                std::size_t badAt = 0;
+                ASSERT_TRUE(
+                    EncodeUtf8(std::wstring(before, L'a') + character + std::wstring(after, L'b'), utf8, badAt));
+                ASSERT_EQ(utf8, std::string(before, 'a') + "\xF0\x9F\x98\x80" + std::string(after, 'b'));
+            }
+        }
+    }
+}
+
+TEST(StrictUtf8Test, LongTextOfLongCharactersIsEncoded) {
+    const std::string euros = [] {
+        std::string bytes;
+        for (int i = 0; i < 50'000; ++i) {
+            bytes += "\xE2\x82\xAC";
+        }
+        return bytes;
+    }();
+    std::string utf8;
+    std::size_t badAt = 0;
+    ASSERT_TRUE(EncodeUtf8(*FromStrictUtf8(euros), utf8, badAt));
+    EXPECT_TRUE(utf8 == euros);
+}
+
+TEST(StrictUtf8Test, NothingIsLeftOfALongerTextThatWasEncodedBefore) {
+    std::string utf8;
+    std::size_t badAt = 0;
+    EXPECT_TRUE(EncodeUtf8(std::wstring(1000, L'a'), utf8, badAt));
+    EXPECT_TRUE(EncodeUtf8(L"b", utf8, badAt));
+    EXPECT_EQ(utf8, "b");
+    EXPECT_TRUE(EncodeUtf8(L"", utf8, badAt));
+    EXPECT_EQ(utf8, "");
 }
 
 } // namespace

@@ -3,9 +3,7 @@
 #include <algorithm>
 #include <array>
 #include <charconv>
-#include <utility>
 
-#include "platform/system/Machine.h"
 #include "text/Blocks.h"
 #include "text/CodeUnits.h"
 #include "text/Hexadecimal.h"
@@ -71,9 +69,20 @@ std::size_t PutSimpleBlocks(std::wstring_view text, wchar_t*& to) {
     return length;
 }
 
+/// Writes less than a block behind `length` elements that were written, if the whole block at the end of the text goes
+/// as it is: it is written again, so that it can be copied in one piece. Returns the number of elements read.
+std::size_t PutEndAsBlock(std::wstring_view text, std::size_t length, wchar_t*& to) {
+    const wchar_t* const block = text.data() + text.size() - blockLength;
+    if (text.size() < blockLength || length + blockLength <= text.size() || WeightOf(block) > 0) {
+        return length;
+    }
+    to = std::copy_n(block, blockLength, to - (length + blockLength - text.size()));
+    return text.size();
+}
+
 /// The same for all leading simple elements. They take at most two elements each.
 std::size_t PutSimpleElements(std::wstring_view text, wchar_t*& to) {
-    std::size_t length = PutSimpleBlocks(text, to);
+    std::size_t length = PutEndAsBlock(text, PutSimpleBlocks(text, to), to);
     while (length < text.size() && IsSimple(Unit(text[length]))) {
         to = PutSimple(text[length++], to);
     }
@@ -98,11 +107,18 @@ wchar_t ShortEscape(std::uint32_t unit) {
     }
 }
 
-void AppendEscape(std::uint32_t unit, std::wstring& json) {
+void AppendUnicodeEscape(std::uint32_t unit, Writer& json) {
+    std::wstring escape;
+    text::AppendUnicodeEscape(unit, escape);
+    json.Put(escape);
+}
+
+void AppendEscape(std::uint32_t unit, Writer& json) {
     if (const wchar_t letter = ShortEscape(unit)) {
-        json += {L'\\', letter};
+        json.Put(L'\\');
+        json.Put(letter);
     } else {
-        text::AppendUnicodeEscape(unit, json);
+        AppendUnicodeEscape(unit, json);
     }
 }
 
@@ -117,20 +133,20 @@ bool IsImpossible(std::wstring_view text) {
 }
 
 /// Appends the beginning of a text that is not simple and returns how many of its elements were read.
-std::size_t AppendSpecial(std::wstring_view text, std::wstring& json) {
+std::size_t AppendSpecial(std::wstring_view text, Writer& json) {
     const std::uint32_t unit = Unit(text[0]);
     if (unit < surrogateBegin) {
         AppendEscape(unit, json);
         return 1;
     }
     if (hasUtf16Elements && BeginsPair(text)) {
-        json += text.substr(0, 2);
+        json.Put(text.substr(0, 2));
         return 2;
     }
     if (IsSurrogate(unit)) {
-        text::AppendUnicodeEscape(unit, json);
+        AppendUnicodeEscape(unit, json);
     } else {
-        json += unit <= lastCodePoint ? text[0] : static_cast<wchar_t>(text::replacementCharacter);
+        json.Put(unit <= lastCodePoint ? text[0] : static_cast<wchar_t>(text::replacementCharacter));
     }
     return 1;
 }
@@ -139,19 +155,16 @@ enum class Impossible : std::int32_t { Replace, Stop };
 
 /// Appends a text in quotes. Returns false if `impossible` is `Stop` and the text contains something that no JSON
 /// string can represent.
-bool AppendString(std::wstring_view text, Impossible impossible, std::wstring& json) {
+bool AppendString(std::wstring_view text, Impossible impossible, Writer& json) {
     constexpr std::size_t part = 256;
-    std::array<wchar_t, 2 * part + 2> buffer; // with both quotes
-    wchar_t* to = buffer.data();
-    *to++ = L'"';
-    while (true) {
-        const std::size_t simple = PutSimpleElements(text.substr(0, part), to);
+    json.Put(L'"');
+    while (!text.empty()) {
+        const std::wstring_view beginning = text.substr(0, part);
+        wchar_t* to = json.Room(2 * beginning.size());
+        const std::size_t simple = PutSimpleElements(beginning, to);
+        json.Advance(to);
         text.remove_prefix(simple);
-        if (text.empty()) {
-            break;
-        }
-        json.append(buffer.data(), std::exchange(to, buffer.data()));
-        if (simple == part) {
+        if (simple == beginning.size()) {
             continue;
         }
         if (impossible == Impossible::Stop && IsImpossible(text)) {
@@ -159,50 +172,40 @@ bool AppendString(std::wstring_view text, Impossible impossible, std::wstring& j
         }
         text.remove_prefix(AppendSpecial(text, json));
     }
-    *to++ = L'"';
-    json.append(buffer.data(), to);
+    json.Put(L'"');
     return true;
 }
 
-void AppendCodePoints(std::wstring_view text, std::wstring& json) {
-    json += L"{\"codePoints\":";
+void AppendCodePoints(std::wstring_view text, Writer& json) {
+    json.Put(L"{\"codePoints\":");
     wchar_t separator = L'[';
     for (const wchar_t element : text) {
-        json += separator;
+        json.Put(separator);
         AppendNumber(Unit(element), json);
         separator = L',';
     }
-    json += L"]}";
+    json.Put(L"]}");
 }
 
 } // namespace
 
-void AppendNumber(std::int64_t number, std::wstring& json) {
+void AppendNumber(std::int64_t number, Writer& json) {
     std::array<char, 20> digits;
     const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), number).ptr;
-    // Widened here: a string of another element type is appended through a copy.
-    std::array<wchar_t, digits.size()> wide;
-    json.append(wide.data(), std::copy(digits.data(), end, wide.data()));
+    json.Advance(std::copy(digits.data(), end, json.Room(digits.size())));
 }
 
-void Reserve(std::size_t size, std::wstring& json) {
-    if (size > json.capacity()) {
-        json.reserve(size);
-        platform::PreferLargePages(json.data(), json.capacity() * sizeof(wchar_t));
-    }
-}
-
-void AppendText(std::wstring_view text, std::wstring& json) {
-    const std::size_t begin = json.size();
+void AppendText(std::wstring_view text, Writer& json) {
+    const std::size_t begin = json.Length();
     if (!AppendString(text, Impossible::Stop, json)) {
-        json.resize(begin);
+        json.Cut(begin);
         AppendCodePoints(text, json);
     }
 }
 
-void AppendName(std::wstring_view name, std::wstring& json) {
+void AppendName(std::wstring_view name, Writer& json) {
     AppendString(name, Impossible::Replace, json);
-    json += L':';
+    json.Put(L':');
 }
 
 } // namespace json

@@ -4,6 +4,7 @@
 
 #include <string>
 #include <string_view>
+#include <vector>
 
 namespace {
 
@@ -43,6 +44,45 @@ TEST(WritingTest, TextOfEscapesOnlyIsTwiceAsLong) {
         std::wstring json = JsonOf(std::wstring(length, L'\\'));
         EXPECT_EQ(json, L'"' + std::wstring(2 * length, L'\\') + L'"');
     }
+}
+
+TEST(WritingTest, EscapeIsPutWhereTheEndOfATextIsCopiedAsABlock) {
+    for (std::size_t length = 16; length < 50; ++length) {
+        for (std::size_t place = 0; place < length; ++place) {
+            std::wstring text(length, L'a');
+            text[place] = L'\\';
+            text[length - 1 - place] = L'"';
+            ASSERT_EQ(JsonOf(text), JsonOfEach(text)) << length << ' ' << place;
+        }
+    }
+}
+
+TEST(WritingTest, LongListIsThatOfItsElementsOneByOne) {
+    std::vector<std::wstring> texts;
+    std::wstring expected;
+    for (std::size_t number = 0; number < 2000; ++number) {
+        texts.push_back(std::wstring(number % 100, L'a') + L"\\" + std::to_wstring(number));
+        expected += (number == 0 ? L"[" : L",") + JsonOf(texts.back());
+    }
+    EXPECT_EQ(json::Write(texts), expected + L"]");
+}
+
+TEST(WritingTest, TextIsAppendedBehindWhatIsThere) {
+    std::wstring json = L"[";
+    json::AppendText(L"a", json);
+    json += L',';
+    json::Append(true, json);
+    json += L',';
+    json::AppendText(std::wstring(100, L'b') + L"\n", json);
+    EXPECT_EQ(json, L"[\"a\",true,\"" + std::wstring(100, L'b') + L"\\n\"");
+}
+
+TEST(WritingTest, NothingIsLeftOfATextThatBecomesAListOfCodePoints) {
+    const std::wstring text = std::wstring(300, L'a') + wchar_t{0xD83D} + wchar_t{0xDE00};
+    const std::wstring json = JsonOf(text);
+    // Of UTF-16, the pair is a character.
+    EXPECT_TRUE(json.starts_with(sizeof(wchar_t) == 2 ? L"\"aaa" : L"{\"codePoints\":[97,97,"));
+    EXPECT_TRUE(json.ends_with(sizeof(wchar_t) == 2 ? L"\"" : L",55357,56832]}"));
 }
 
 TEST(WritingTest, NumbersOfAnyLengthAreDecimal) {
