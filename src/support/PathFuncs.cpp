@@ -1,5 +1,6 @@
 #include "CommonControllerLib/PathFuncs.h"
 
+#include <cstddef>
 #include <initializer_list>
 
 namespace {
@@ -15,7 +16,12 @@ void Append(std::wstring& path, const std::wstring& part) {
 }
 
 std::wstring JoinAll(std::initializer_list<const std::wstring*> parts) {
+    std::size_t length = 0;
+    for (const std::wstring* part : parts) {
+        length += part->size() + 1;
+    }
     std::wstring path;
+    path.reserve(length);
     for (const std::wstring* part : parts) {
         Append(path, *part);
     }

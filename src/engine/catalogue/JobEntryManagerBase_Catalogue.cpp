@@ -22,7 +22,9 @@ std::vector<ScenarioFile> FindScenarioFiles(const std::vector<ScenarioDirectory>
 
 bool JobEntryManagerBase::FetchScenarios(std::vector<ScenarioInfo>& scenarios) {
     scenarioDirectories = ControllerCSWrapper::GetScenarioDirectoryList();
-    for (const ScenarioFile& file : FindScenarioFiles(scenarioDirectories)) {
+    const std::vector<ScenarioFile> files = FindScenarioFiles(scenarioDirectories);
+    scenarios.reserve(scenarios.size() + files.size());
+    for (const ScenarioFile& file : files) {
         if (auto scenario = DescribeScenario(file)) {
             scenarios.push_back(std::move(*scenario));
         }

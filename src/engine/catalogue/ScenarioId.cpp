@@ -1,6 +1,9 @@
 #include "engine/catalogue/ScenarioId.h"
 
-#include "text/Text.h"
+#include "text/CodeUnits.h"
+
+#include <array>
+#include <charconv>
 
 namespace {
 
@@ -11,18 +14,32 @@ std::uint64_t WithByte(std::uint64_t hash, unsigned byte) {
     return (hash ^ byte) * prime;
 }
 
+std::uint64_t WithUnit(std::uint64_t hash, char16_t unit) {
+    return WithByte(WithByte(hash, unit & 0xffU), static_cast<unsigned>(unit) >> 8U);
+}
+
+/// The element of a wide text, which is one unit or a pair.
+std::uint64_t WithElement(std::uint64_t hash, wchar_t element) {
+    const std::uint32_t unit = text::Unit(element);
+    std::array<char16_t, 2> pair;
+    const char16_t* const end =
+        text::PutUtf16(unit <= text::lastCodePoint ? unit : text::replacementCharacter, pair.data());
+    hash = WithUnit(hash, pair[0]);
+    return end == pair.data() + 1 ? hash : WithUnit(hash, pair[1]);
+}
+
 } // namespace
 
-std::uint64_t HashOf(std::u16string_view units) {
+std::uint64_t HashOf(std::wstring_view text) {
     std::uint64_t hash = offsetBasis;
-    for (const char16_t unit : units) {
-        hash = WithByte(hash, unit & 0xffU);
-        hash = WithByte(hash, static_cast<unsigned>(unit) >> 8U);
+    for (const wchar_t element : text) {
+        hash = WithElement(hash, element);
     }
     return hash;
 }
 
 std::wstring ScenarioId(const std::wstring& labelledPath) {
-    const std::string digits = std::to_string(HashOf(text::ToUtf16(labelledPath)));
-    return {digits.begin(), digits.end()};
+    std::array<char, 20> digits;
+    const auto end = std::to_chars(digits.data(), digits.data() + digits.size(), HashOf(labelledPath)).ptr;
+    return {digits.data(), end};
 }

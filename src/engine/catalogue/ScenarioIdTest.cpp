@@ -7,13 +7,13 @@ namespace {
 // The expected numbers were computed independently, over the UTF-16 bytes of each text.
 
 TEST(ScenarioIdTest, EmptyTextGivesTheOffsetBasis) {
-    EXPECT_EQ(HashOf(u""), 0xcbf29ce484222325U);
+    EXPECT_EQ(HashOf(L""), 0xcbf29ce484222325U);
     EXPECT_EQ(ScenarioId(L""), L"14695981039346656037");
 }
 
 TEST(ScenarioIdTest, EachUnitIsTwoBytesLowByteFirst) {
-    EXPECT_EQ(HashOf(u"a"), 620337896427418084U);
-    EXPECT_EQ(HashOf(u"\u4e2d\u6587"), 4981773450566581006U);
+    EXPECT_EQ(HashOf(L"a"), 620337896427418084U);
+    EXPECT_EQ(HashOf(L"\u4e2d\u6587"), 4981773450566581006U);
 }
 
 TEST(ScenarioIdTest, IdentifierIsTheHashInDecimal) {
@@ -27,6 +27,13 @@ TEST(ScenarioIdTest, CharactersBeyond16BitsAreHashedAsTwoUnits) {
 
 TEST(ScenarioIdTest, UnpairedSurrogatesAreHashedAsTheyAre) {
     EXPECT_EQ(ScenarioId(std::wstring(1, static_cast<wchar_t>(0xd800))), L"590446573308739813");
+}
+
+TEST(ScenarioIdTest, ValueThatIsNoCharacterIsHashedAsTheReplacement) {
+    if (sizeof(wchar_t) == sizeof(char16_t)) {
+        GTEST_SKIP() << "Elements of this system's texts are UTF-16.";
+    }
+    EXPECT_EQ(HashOf(std::wstring(1, static_cast<wchar_t>(0x110000))), HashOf(L"\uFFFD"));
 }
 
 } // namespace

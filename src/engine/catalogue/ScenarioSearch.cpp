@@ -9,7 +9,7 @@
 #include <cstddef>
 #include <optional>
 #include <string>
-#include <unordered_set>
+#include <string_view>
 #include <utility>
 
 namespace {
@@ -52,31 +52,41 @@ private:
     }
 
     void FindSettings() {
-        const std::wstring extension = L".adc";
+        static const std::wstring extension = L".adc";
         settingsNames.clear();
         for (const platform::DirectoryEntry& entry : entries) {
-            if (platform::HasExtension(entry.name, extension)) {
-                settingsNames.insert(entry.name.substr(0, entry.name.size() - extension.size()));
+            if (HasExtension(entry.name, extension)) {
+                settingsNames.push_back(BaseName(entry.name, extension));
             }
         }
+        std::sort(settingsNames.begin(), settingsNames.end());
     }
 
     /// A system that ignores case is asked when the names are not spelled alike.
     bool HasSettings(const ScenarioFile& file) const {
-        if (settingsNames.empty() || settingsNames.contains(file.baseName)) {
+        if (settingsNames.empty() || std::binary_search(settingsNames.begin(), settingsNames.end(), file.baseName)) {
             return !settingsNames.empty();
         }
-        return platform::SameName(L"a", L"A") && platform::Exists(SettingsPath(file));
+        return ignoresCase && platform::Exists(SettingsPath(file));
     }
 
     void AddFiles(const std::wstring& directory, const std::wstring& extension) {
         for (const platform::DirectoryEntry& entry : entries) {
-            if (platform::HasExtension(entry.name, extension)) {
-                const std::wstring baseName = entry.name.substr(0, entry.name.size() - extension.size());
+            if (HasExtension(entry.name, extension)) {
+                const std::wstring baseName(BaseName(entry.name, extension));
                 files.push_back({extension, root.path, directory, baseName, root.label, false});
                 files.back().hasSettings = HasSettings(files.back());
             }
         }
+    }
+
+    /// As `platform::HasExtension`, which is asked only when the extension is not spelled alike.
+    bool HasExtension(const std::wstring& name, const std::wstring& extension) const {
+        return name.ends_with(extension) || (ignoresCase && platform::HasExtension(name, extension));
+    }
+
+    static std::wstring_view BaseName(std::wstring_view name, std::wstring_view extension) {
+        return name.substr(0, name.size() - extension.size());
     }
 
     /// Returns true if the link `name` in `directory` refers to that directory or one of its parents.
@@ -99,11 +109,12 @@ private:
     const ScenarioDirectory& root;
     std::vector<ScenarioFile>& files;
     const std::vector<std::wstring>& extensions;
+    const bool ignoresCase = platform::SameName(L"a", L"A");
     /// Relative to the root, which is the empty text; grows during the search.
     std::vector<std::wstring> directories{std::wstring()};
     std::vector<platform::DirectoryEntry> entries;
-    /// The names of the settings files of the directory, without the extension.
-    std::unordered_set<std::wstring> settingsNames;
+    /// The names of the settings files among `entries`, without the extension, sorted.
+    std::vector<std::wstring_view> settingsNames;
     std::vector<UnreadableDirectory> unreadable;
 };
 

@@ -37,8 +37,9 @@ std::vector<std::wstring> SplitAtCommas(const std::wstring& list) {
 }
 
 std::vector<InputFileSpec> ReadScenarioInputs(const std::wstring& settingsPath) {
-    const std::vector<std::wstring> values =
-        platform::ReadProfileTexts(settingsPath, L"Scenario", {L"CADName", L"CADExt", L"SecondInput"});
+    static const std::wstring section = L"Scenario";
+    static const std::vector<std::wstring> keys{L"CADName", L"CADExt", L"SecondInput"};
+    const std::vector<std::wstring> values = platform::ReadProfileTexts(settingsPath, section, keys);
     std::vector<InputFileSpec> inputs(1 + SecondaryInputCount(values[2], settingsPath));
     inputs.front() = {values[0], SplitAtCommas(values[1])};
     return inputs;
