@@ -14,6 +14,9 @@ std::wstring* MemberFor(const std::wstring& name, RunnerArguments& arguments) {
     if (name == L"--host") {
         return &arguments.host;
     }
+    if (name == L"--serve") {
+        return &arguments.serve;
+    }
     return name == L"--settings" ? &arguments.settingsFile : nullptr;
 }
 
@@ -29,7 +32,7 @@ bool ParseRunnerArguments(const std::vector<std::wstring>& arguments, RunnerArgu
         }
         *member = arguments[index + 1];
     }
-    if (!platform::IsAbsolute(read.workDir)) {
+    if (read.serve.empty() ? !platform::IsAbsolute(read.workDir) : !read.workDir.empty()) {
         problem = L"The work directory must be an absolute path. " + std::wstring(usage);
         return false;
     }

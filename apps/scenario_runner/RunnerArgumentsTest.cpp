@@ -30,13 +30,22 @@ TEST(RunnerArgumentsTest, TheWorkDirectoryIsEnough) {
     EXPECT_EQ(parsed.host, L"");
 }
 
+TEST(RunnerArgumentsTest, AServerGetsItsWorkDirectoriesLater) {
+    RunnerArguments parsed;
+    std::wstring problem;
+    ASSERT_TRUE(ParseRunnerArguments({L"--host", L"0x1f4", L"--serve", L"0x1f5"}, parsed, problem));
+    EXPECT_EQ(parsed.serve, L"0x1f5");
+    EXPECT_EQ(parsed.workDir, L"");
+}
+
 TEST(RunnerArgumentsTest, AnythingElseIsRefusedWithAReason) {
     const std::vector<std::vector<std::wstring>> refused = {{},
                                                             {L"--work-dir"},
                                                             {L"--work-dir", L"relative"},
                                                             {workDir},
                                                             {L"--work-dir", workDir, L"--other", L"x"},
-                                                            {L"--work-dir", workDir, L"--host"}};
+                                                            {L"--work-dir", workDir, L"--host"},
+                                                            {L"--work-dir", workDir, L"--serve", L"0x1f5"}};
     for (const auto& arguments : refused) {
         RunnerArguments parsed;
         parsed.host = L"before";

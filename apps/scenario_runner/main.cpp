@@ -1,7 +1,9 @@
 /// Runs one scenario for a job: starts it, logs its output, watches for stop requests, the time limit and the end of
 /// the host, ends all its processes, and ensures that a result exists.
 
+#include "formats/RunProtocol.h"
 #include "platform/files/Directory.h"
+#include "platform/processes/ForkServer.h"
 #include "platform/processes/Orphans.h"
 #include "platform/processes/Process.h"
 #include "platform/system/Environment.h"
@@ -70,6 +72,19 @@ RunnerExit RunUnderSubreaper(const RunnerArguments& arguments, const platform::D
     return end.wasSignaled ? ConcludeFor(end, directory) : static_cast<RunnerExit>(end.exitCode);
 }
 
+/// Waits for the work directory of a job. Returns false in the server, when it has to end; true in a copy, which runs
+/// the job like a runner that was started for it.
+bool WaitForJob(RunnerArguments& arguments, void* host) {
+    constexpr std::chrono::seconds longestRest{1};
+    const platform::OwnedHandle line = platform::TakeInheritedHandle(arguments.serve);
+    const auto workDir = platform::ServeForks(line, host, longestRest, [](const std::string& request) {
+        return platform::OverwriteStartVariable(run_protocol::runInfoVariable,
+                                                run_protocol::RunInfoPath(text::FromUtf8(request)));
+    });
+    arguments.workDir = text::FromUtf8(workDir.value_or(std::string()));
+    return workDir.has_value();
+}
+
 RunnerExit Run(const std::vector<std::wstring>& words) {
     RunnerArguments arguments;
     std::wstring problem;
@@ -78,6 +93,9 @@ RunnerExit Run(const std::vector<std::wstring>& words) {
         return RunnerExit::WrongArguments;
     }
     const platform::OwnedHandle host = platform::TakeInheritedHandle(arguments.host);
+    if (!arguments.serve.empty() && !WaitForJob(arguments, host.Get())) {
+        return RunnerExit::Done;
+    }
     platform::DirectoryHandle directory;
     if (const platform::Error error = directory.Open(arguments.workDir)) {
         Say(L"The work directory " + arguments.workDir + L" cannot be used: " + error.Text());

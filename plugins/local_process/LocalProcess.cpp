@@ -58,9 +58,10 @@ ModuleResult LocalProcess::RunScenario(const std::wstring& request, std::wstring
         return FailJob(ModuleResult::NoWorkDirectory, info, problem, answer);
     }
     fault_points::ReachFaultPoint(fault_points::FaultPoint::RunRequestWritten);
-    platform::OwnedHandle runner;
     const auto settings = settings::Current();
-    if (!StartRunner(info, *settings, ChooseRunner(info, *settings), runner, problem)) {
+    const RunnerProgram program = ChooseRunner(info, *settings);
+    platform::OwnedHandle runner = server.StartRunner(info, *settings, program);
+    if (!runner && !StartRunner(info, *settings, program, runner, problem)) {
         return FailJob(ModuleResult::RunnerNotStarted, info, problem, answer);
     }
     fault_points::ReachFaultPoint(fault_points::FaultPoint::RunnerStarted);
@@ -76,6 +77,7 @@ ModuleResult LocalProcess::CancelScenario(const std::wstring& jobId) {
 }
 
 ModuleResult LocalProcess::Terminate() {
+    server.End();
     registry.AskAllToStop();
     return ModuleResult::Done;
 }

@@ -5,6 +5,7 @@
 
 #include "local_process/ModuleResult.h"
 #include "local_process/RunnerRegistry.h"
+#include "local_process/RunnerServer.h"
 #include "local_process/RunnerStart.h"
 
 namespace local_process {
@@ -39,6 +40,7 @@ private:
     ModuleResult Terminate();
 
     RunnerRegistry registry;
+    RunnerServer server;
 };
 
 /// The module that the exported functions call; each module of this kind defines it. It lives as long as the module is

@@ -35,6 +35,21 @@ bool ChooseSettingsFile(const run_protocol::RunScenarioInfo& info, const setting
 
 } // namespace
 
+platform::ProcessStart CommonStart(const RunnerProgram& program, const std::wstring& settingsFile,
+                                   const platform::OwnedHandle& host) {
+    platform::ProcessStart start;
+    start.program = program.path;
+    start.arguments = {L"--host", platform::InheritedHandleText(host.Get())};
+    if (!settingsFile.empty()) {
+        start.arguments.insert(start.arguments.end(), {L"--settings", platform::ToNativeText(settingsFile)});
+    }
+    start.arguments.insert(start.arguments.end(), program.arguments.begin(), program.arguments.end());
+    start.currentDirectory = platform::ParentDirectory(program.path);
+    start.detached = true;
+    start.inherited = {host.Get()};
+    return start;
+}
+
 bool StartRunner(const run_protocol::RunScenarioInfo& info, const settings::Settings& settings,
                  const RunnerProgram& program, platform::OwnedHandle& runner, std::wstring& problem) {
     const platform::OwnedHandle host = platform::OpenSelf();
@@ -45,18 +60,9 @@ bool StartRunner(const run_protocol::RunScenarioInfo& info, const settings::Sett
     if (!ChooseSettingsFile(info, settings, settingsFile, problem)) {
         return false;
     }
-    platform::ProcessStart start;
-    start.program = program.path;
-    start.arguments = {L"--work-dir", platform::ToNativeText(info.workDir), L"--host",
-                       platform::InheritedHandleText(host.Get())};
-    if (!settingsFile.empty()) {
-        start.arguments.insert(start.arguments.end(), {L"--settings", platform::ToNativeText(settingsFile)});
-    }
-    start.arguments.insert(start.arguments.end(), program.arguments.begin(), program.arguments.end());
+    platform::ProcessStart start = CommonStart(program, settingsFile, host);
+    start.arguments.insert(start.arguments.end(), {L"--work-dir", platform::ToNativeText(info.workDir)});
     start.environment = {{run_protocol::runInfoVariable, run_protocol::RunInfoPath(info.workDir)}};
-    start.currentDirectory = platform::ParentDirectory(program.path);
-    start.detached = true;
-    start.inherited = {host.Get()};
     const platform::Error error = platform::StartProcess(start, runner);
     return !error || Fail(program, error.Text() + Advice(program), problem);
 }

@@ -4,7 +4,7 @@
 #include <vector>
 
 #include "formats/RunProtocol.h"
-#include "platform/system/OwnedHandle.h"
+#include "platform/processes/Process.h"
 #include "services/Settings.h"
 
 namespace local_process {
@@ -19,8 +19,12 @@ struct RunnerProgram {
     std::wstring advice;
 };
 
-/// Starts the runner program, detached from this process's terminal. It inherits only a handle to this process, by
-/// which it notices this process's end. On failure, returns false and sets `problem`.
+/// How a runner is started, as far as it is the same for all jobs: detached from this process's terminal. It inherits
+/// only `host`, a handle to this process, by which it notices this process's end.
+platform::ProcessStart CommonStart(const RunnerProgram& program, const std::wstring& settingsFile,
+                                   const platform::OwnedHandle& host);
+
+/// Starts the runner program for a job. On failure, returns false and sets `problem`.
 [[nodiscard]] bool StartRunner(const run_protocol::RunScenarioInfo& info, const settings::Settings& settings,
                                const RunnerProgram& program, platform::OwnedHandle& runner, std::wstring& problem);
 

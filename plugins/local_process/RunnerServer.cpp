@@ -1,0 +1,61 @@
+#include "local_process/RunnerServer.h"
+
+#include <utility>
+
+#include "platform/files/NativePath.h"
+#include "platform/system/Installation.h"
+#include "text/Text.h"
+
+namespace local_process {
+namespace {
+
+constexpr std::chrono::seconds longestBetweenJobs{1};
+/// The program file, the limits and the priority that a process inherits at its start may have changed since then.
+constexpr std::chrono::seconds longestLife{10};
+/// Room for the variable that each job sets. No system call takes a longer path.
+constexpr std::size_t longestPath = 4096;
+
+} // namespace
+
+RunnerServer::RunnerServer() : ownRunner(platform::InstalledProgram(L"scenario_runner", platform::OwnDirectory())) {}
+
+platform::OwnedHandle RunnerServer::StartRunner(const run_protocol::RunScenarioInfo& info,
+                                                const settings::Settings& settings, const RunnerProgram& program) {
+    const std::lock_guard lock(mutex);
+    const Clock::time_point now = Clock::now();
+    const bool isSoon = now - std::exchange(lastJob, now) < longestBetweenJobs;
+    if (!isSoon || !CanServe(settings, program) || (!IsUsable(settings) && !StartServer(settings, program))) {
+        return platform::OwnedHandle();
+    }
+    return server.Fork(text::ToUtf8(platform::ToNativeText(info.workDir)));
+}
+
+/// A runner gets a copy of settings that cannot be read now in its work directory.
+bool RunnerServer::CanServe(const settings::Settings& settings, const RunnerProgram& program) const {
+    return program.path == ownRunner && program.arguments.empty() &&
+           (settings.file.empty() || settings::Problem().empty());
+}
+
+bool RunnerServer::IsUsable(const settings::Settings& settings) const {
+    return server.IsRunning() && settings.file == settingsOfServer && Clock::now() - startOfServer < longestLife;
+}
+
+bool RunnerServer::StartServer(const settings::Settings& settings, const RunnerProgram& program) {
+    const platform::OwnedHandle host = platform::OpenSelf();
+    if (!host) {
+        return false;
+    }
+    settingsOfServer = settings.file;
+    startOfServer = Clock::now();
+    platform::ProcessStart start = CommonStart(program, settings.file, host);
+    start.environment = {{run_protocol::runInfoVariable, std::wstring(longestPath, L'-')}};
+    start.arguments.emplace_back(L"--serve");
+    return !server.Start(std::move(start));
+}
+
+void RunnerServer::End() {
+    const std::lock_guard lock(mutex);
+    server.End();
+}
+
+} // namespace local_process
