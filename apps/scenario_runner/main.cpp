@@ -6,7 +6,9 @@
 #include "platform/processes/ForkServer.h"
 #include "platform/processes/Orphans.h"
 #include "platform/processes/Process.h"
+#include "platform/system/Clock.h"
 #include "platform/system/Environment.h"
+#include "platform/system/Machine.h"
 #include "platform/system/SharedLibrary.h"
 #include "platform/terminal/Console.h"
 #include "scenario_runner/ResultFile.h"
@@ -26,8 +28,7 @@ void Say(const std::wstring& text) {
 }
 
 /// The given settings file must be usable: other settings might select another interpreter.
-bool UseSettings(const RunnerArguments& arguments, std::wstring& problem) {
-    settings::UseFile(arguments.settingsFile);
+bool HasSettings(std::wstring& problem) {
     problem = settings::Problem();
     return problem.empty();
 }
@@ -41,7 +42,7 @@ RunnerExit Refuse(const platform::DirectoryHandle& directory, const std::wstring
 RunnerExit RunScenario(const RunnerArguments& arguments, const platform::DirectoryHandle& directory,
                        const std::vector<void*>& owners) {
     std::wstring problem;
-    if (!UseSettings(arguments, problem)) {
+    if (!HasSettings(problem)) {
         return Refuse(directory, problem);
     }
     try {
@@ -72,11 +73,19 @@ RunnerExit RunUnderSubreaper(const RunnerArguments& arguments, const platform::D
     return end.wasSignaled ? ConcludeFor(end, directory) : static_cast<RunnerExit>(end.exitCode);
 }
 
+/// What runners read that does not depend on their jobs. A copy reads only those settings again that have changed.
+void ReadAhead() {
+    (void)settings::Current();
+    (void)platform::UtcTimestamp(platform::Now());
+    (void)platform::AccountName();
+}
+
 /// Waits for the work directory of a job. Returns false in the server, when it has to end; true in a copy, which runs
 /// the job like a runner that was started for it.
 bool WaitForJob(RunnerArguments& arguments, void* host) {
     constexpr std::chrono::seconds longestRest{1};
     const platform::OwnedHandle line = platform::TakeInheritedHandle(arguments.serve);
+    ReadAhead();
     const auto workDir = platform::ServeForks(line, host, longestRest, [](const std::string& request) {
         return platform::OverwriteStartVariable(run_protocol::runInfoVariable,
                                                 run_protocol::RunInfoPath(text::FromUtf8(request)));
@@ -93,6 +102,7 @@ RunnerExit Run(const std::vector<std::wstring>& words) {
         return RunnerExit::WrongArguments;
     }
     const platform::OwnedHandle host = platform::TakeInheritedHandle(arguments.host);
+    settings::UseFile(arguments.settingsFile);
     if (!arguments.serve.empty() && !WaitForJob(arguments, host.Get())) {
         return RunnerExit::Done;
     }
