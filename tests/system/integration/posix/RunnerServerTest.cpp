@@ -1,5 +1,4 @@
 #include "kit/processes/ScenarioRunFixture.h"
-#include "kit/processes/ScenarioTraces.h"
 
 #include <algorithm>
 #include <csignal>
