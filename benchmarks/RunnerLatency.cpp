@@ -13,6 +13,7 @@
 #include "Timing.h"
 #include "Workplace.h"
 #include "formats/RunProtocol.h"
+#include "platform/files/Directory.h"
 #include "platform/processes/Process.h"
 #include "platform/processes/Waiting.h"
 #include "services/Settings.h"
@@ -23,7 +24,6 @@ run_protocol::RunScenarioInfo Request(const Workplace& workplace) {
     run_protocol::RunScenarioInfo request;
     request.scenarioPath = workplace.MakeFile(L"no_operation.rb");
     request.inputFiles = {workplace.MakeFile(L"part.stl")};
-    request.outputFolder = workplace.Path(L"output");
     return request;
 }
 
@@ -60,6 +60,11 @@ int main(int argc, char** argv) {
     for (int number = 1; number <= count; ++number) {
         request.jobId = std::to_wstring(10'000'000 + number);
         request.workDir = workplace.Path(L"work\\" + request.jobId);
+        request.outputFolder = workplace.Path(L"output\\" + request.jobId);
+        // As the engine does before it calls the module.
+        if (platform::MakeMissingPrivateDirectories(request.outputFolder)) {
+            throw std::runtime_error("cannot create an output directory");
+        }
         processes.push_back(SecondsFor([] { raw_limits::SpawnAndWait("/bin/true"); }));
         runs.push_back(SecondsFor([&] { Run(functions, request); }));
     }
