@@ -12,6 +12,8 @@ namespace {
 constexpr std::chrono::seconds longestBetweenJobs{1};
 /// The program file, the limits and the priority that a process inherits at its start may have changed since then.
 constexpr std::chrono::seconds longestLife{10};
+/// A machine on which it fails may not allow it at all.
+constexpr std::chrono::seconds retryInterval{10};
 /// Room for the variable that each job sets. No system call takes a longer path.
 constexpr std::size_t longestPath = 4096;
 
@@ -24,10 +26,16 @@ platform::OwnedHandle RunnerServer::StartRunner(const run_protocol::RunScenarioI
     const std::lock_guard lock(mutex);
     const Clock::time_point now = Clock::now();
     const bool isSoon = now - std::exchange(lastJob, now) < longestBetweenJobs;
-    if (!isSoon || !CanServe(settings, program) || (!IsUsable(settings) && !StartServer(settings, program))) {
+    if (!isSoon || now < retryTime || !CanServe(settings, program)) {
         return platform::OwnedHandle();
     }
-    return server.Fork(text::ToUtf8(platform::ToNativeText(info.workDir)));
+    const bool isStarted = IsUsable(settings) || StartServer(settings, program);
+    platform::OwnedHandle runner =
+        isStarted ? server.Fork(text::ToUtf8(platform::ToNativeText(info.workDir))) : platform::OwnedHandle();
+    if (!runner) {
+        retryTime = now + retryInterval;
+    }
+    return runner;
 }
 
 /// A runner gets a copy of settings that cannot be read now in its work directory.

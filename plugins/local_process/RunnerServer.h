@@ -35,6 +35,7 @@ private:
     std::wstring settingsOfServer;
     Clock::time_point startOfServer;
     Clock::time_point lastJob;
+    Clock::time_point retryTime;
 };
 
 } // namespace local_process
