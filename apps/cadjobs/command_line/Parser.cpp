@@ -76,10 +76,9 @@ public:
             app.parse(ReversedUtf8({arguments.begin(), end}));
         } catch (const CLI::CallForHelp&) {
             return {{.kind = CommandKind::Help}, text::FromUtf8(app.help())};
-        } catch (const CLI::ParseError& error) {
-            // The message starts with the option that caused it: "--limit: 1 required ...".
-            const std::string what = error.what();
-            throw UsageProblem{L"Usage/WrongValue", text::FromUtf8(what.substr(0, what.find(':')))};
+        } catch (const CLI::ParseError&) {
+            // What the library refuses is an option without its value: others take the next word, whatever it is.
+            throw UsageProblem{L"Usage/WrongValue", end == arguments.begin() ? L"" : OptionIn(*std::prev(end))};
         }
         RefuseUnknown();
         return {CommandOf(), {}};
@@ -184,6 +183,26 @@ private:
         return parsed;
     }
 
+    std::vector<const CLI::App*> AllLevels() const {
+        std::vector<const CLI::App*> all = {&app};
+        for (const Level& level : levels) {
+            all.push_back(level.app);
+        }
+        return all;
+    }
+
+    /// The option that a word names: "--limit" for "--limit=" and "-an".
+    std::wstring OptionIn(const std::wstring& word) const {
+        const std::string typed = text::ToUtf8(word.substr(0, word.find(L'=')));
+        const std::string name = typed.starts_with("--") || typed.empty() ? typed : std::string("-") + typed.back();
+        for (const CLI::App* const level : AllLevels()) {
+            if (const CLI::Option* const option = level->get_option_no_throw(name)) {
+                return text::FromUtf8(option->get_name());
+            }
+        }
+        return word;
+    }
+
     [[noreturn]] static void FailUnknown(const CLI::App& level, const std::string& unknown) {
         std::vector<std::string> names;
         for (const CLI::App* subcommand : level.get_subcommands([](const CLI::App*) { return true; })) {
@@ -201,11 +220,7 @@ private:
     }
 
     void RefuseUnknown() const {
-        std::vector<const CLI::App*> all = {&app};
-        for (const Level& level : levels) {
-            all.push_back(level.app);
-        }
-        for (const CLI::App* level : all) {
+        for (const CLI::App* level : AllLevels()) {
             for (const std::string& unknown : level->remaining()) {
                 FailUnknown(*level, unknown);
             }

@@ -213,6 +213,12 @@ TEST(ParserTest, AnOptionWithoutEffectIsRefused) {
 TEST(ParserTest, AMissingValueIsTheOptionsMistake) {
     EXPECT_EQ(Refused({L"list", L"--limit"}), (UsageProblem{L"Usage/WrongValue", L"--limit"}));
     EXPECT_EQ(Refused({L"run", L"r.rb", L"a", L"--output"}), (UsageProblem{L"Usage/WrongValue", L"--output"}));
+    EXPECT_EQ(Refused({L"list", L"-n"}), (UsageProblem{L"Usage/WrongValue", L"--limit"}));
+    EXPECT_EQ(Refused({L"list", L"-an"}), (UsageProblem{L"Usage/WrongValue", L"--limit"}));
+    EXPECT_EQ(Refused({L"list", L"--limit="}), (UsageProblem{L"Usage/WrongValue", L"--limit"}));
+    EXPECT_EQ(Refused({L"log", L"--attempt", L"--", L"3"}), (UsageProblem{L"Usage/WrongValue", L"--attempt"}));
+    EXPECT_EQ(Refused({L"list", L"a=", L"--limit"}), (UsageProblem{L"Usage/WrongValue", L"--limit"}));
+    EXPECT_EQ(Refused({L"--color"}), (UsageProblem{L"Usage/WrongValue", L"--color"}));
     EXPECT_EQ(Refused({L"list", L"--color", L"pink"}), (UsageProblem{L"Usage/Colours", L"pink"}));
     EXPECT_EQ(Refused({L"run", L"a.rb", L"b", L"--reuse", L"--no-reuse"}),
               (UsageProblem{L"Usage/IdleOption", L"--reuse"}));
