@@ -4,10 +4,15 @@
 #include "engine/catalogue/ScenarioId.h"
 #include "kit/TemporaryDirectory.h"
 #include "kit/doubles/RecordingCompanion.h"
+#include "platform/files/FileSystem.h"
+#include "platform/files/NativePath.h"
+#include "text/Text.h"
 
 #include <gtest/gtest.h>
 
 #include <algorithm>
+#include <chrono>
+#include <filesystem>
 
 namespace {
 
@@ -184,6 +189,22 @@ TEST_F(ScenarioCatalogueTest, FetchingTwiceGivesTheSameIdentifiersBehindWhatTheC
     ASSERT_EQ(scenarios.size(), 4U);
     EXPECT_TRUE(std::equal(first.begin(), first.end(), scenarios.begin()));
     EXPECT_TRUE(std::equal(first.begin(), first.end(), scenarios.begin() + 2));
+}
+
+TEST_F(ScenarioCatalogueTest, ChangeThatNeitherSizeNorTimeOfASettingsFileShowsIsFetched) {
+    Search();
+    Write(L"x.rb");
+    const std::filesystem::path settings(text::ToUtf8(platform::ToNativeText(directory / L"x.adc")));
+    Write(L"x.adc", "[Scenario]\nCADName=One\n");
+    const auto time = std::filesystem::last_write_time(settings);
+    EXPECT_EQ(Fetch().at(0).inputs.at(0).cadName, L"One");
+    Write(L"x.adc", "[Scenario]\nCADName=Two\n");
+    std::filesystem::last_write_time(settings, time);
+    EXPECT_EQ(Fetch().at(0).inputs.at(0).cadName, L"Two");
+    Write(L"other", "[Scenario]\nCADName=Six\n");
+    std::filesystem::last_write_time(settings.parent_path() / "other", time - std::chrono::hours(1));
+    ASSERT_FALSE(platform::RenameFile(directory / L"other", directory / L"x.adc"));
+    EXPECT_EQ(Fetch().at(0).inputs.at(0).cadName, L"Six");
 }
 
 TEST_F(ScenarioCatalogueTest, ParameterSetsOfACataloguedScenarioAreAppended) {
