@@ -336,7 +336,7 @@ TEST_F(CadjobsTest, HelpIsInTheLanguageOfTheUser) {
     stringResourceFile = directory / L"strings.json";
     WriteTextFile(stringResourceFile, front_end::builtInStrings);
     const front_end::Texts german(stringResourceFile);
-    front_end::CommandContext germanContext{console, german, host, nullptr, patience, context.now, L"cadjobs"};
+    front_end::CommandContext germanContext{console, german, host, nullptr, timeout, context.now, L"cadjobs"};
     EXPECT_EQ(static_cast<int>(front_end::RunCadjobs(germanContext, {L"--help"})), 0);
     EXPECT_NE(console.output.find("Aufruf: cadjobs [OPTIONEN] [BEFEHL]"), std::string::npos) << console.output;
     EXPECT_EQ(Cadjobs({L"--version"}), 0);

@@ -17,7 +17,7 @@ int main(int argc, char** argv) {
     SystemConsole console;
     const Texts texts(settings::Current()->stringResourceFile);
     SystemHostAccess host;
-    CommandContext context{console,       texts,     host, stop.Handle(), response_patience::FromEnvironment(),
+    CommandContext context{console,       texts,     host, stop.Handle(), response_timeout::FromEnvironment(),
                            platform::Now, L"cadjobs"};
     return static_cast<int>(RunCadjobs(context, platform::ProgramArguments(argc, argv)));
 }

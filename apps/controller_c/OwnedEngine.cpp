@@ -28,7 +28,7 @@ using std::chrono::milliseconds;
 using std::chrono::steady_clock;
 
 /// Another process that looks whether a host runs may hold the lock for a moment.
-constexpr milliseconds lockPatience{200};
+constexpr milliseconds lockTimeout{200};
 /// The interval for reading progress files, and for a thread that waits while another one works.
 constexpr milliseconds progressInterval{200};
 constexpr milliseconds otherThreadInterval{20};
@@ -53,7 +53,7 @@ std::shared_ptr<const settings::Settings> UseSettings(const std::wstring& file) 
 }
 
 void TakePlace(const settings::Settings& settings, HostPlace& place) {
-    if (const platform::Error error = place.Take(settings, lockPatience)) {
+    if (const platform::Error error = place.Take(settings, lockTimeout)) {
         if (error.kind == platform::ErrorKind::InUse) {
             Fail(CONTROLLER_RESULT_IN_USE, OtherHostProblem(settings));
         }

@@ -16,7 +16,7 @@ int main(int argc, char** argv) {
     const Texts texts(settings::Current()->stringResourceFile);
     SystemHostAccess host;
     // No handler of signals: the commands end at once on Ctrl-C.
-    CommandContext context{console,          texts, host, nullptr, response_patience::FromEnvironment(), platform::Now,
+    CommandContext context{console,          texts, host, nullptr, response_timeout::FromEnvironment(), platform::Now,
                            L"controller_cli"};
     return static_cast<int>(RunControllerCli(context, platform::ProgramArguments(argc, argv)));
 }

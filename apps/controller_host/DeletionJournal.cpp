@@ -32,7 +32,7 @@ void DeletionJournal::Add(const std::vector<JobListInfo>& jobs) const {
     }
 }
 
-void DeletionJournal::Settle() const {
+void DeletionJournal::Retry() const {
     std::vector<JobListInfo> left;
     for (const JobListInfo& job : Read()) {
         if (StaysForNow(job)) {

@@ -19,7 +19,7 @@ public:
     void Add(const std::vector<JobListInfo>& jobs) const;
     /// Called when the journaled jobs have left the list. Tries again to remove the remaining work directories, and
     /// keeps the entries of those that cannot be removed.
-    void Settle() const;
+    void Retry() const;
 
 private:
     void Write(const std::vector<JobListInfo>& jobs) const;

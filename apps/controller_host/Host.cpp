@@ -41,7 +41,7 @@ constexpr std::chrono::milliseconds lookTime{200};
 /// Shorter than the timeout for starting a host in the background.
 constexpr std::chrono::seconds otherStartTime{25};
 
-HostExit RefuseWithoutPlace(const settings::Settings& settings, const platform::Error& error) {
+HostExit RefuseWithoutLock(const settings::Settings& settings, const platform::Error& error) {
     if (error.kind == platform::ErrorKind::InUse) {
         return Refuse(HostExit::AlreadyRunning, OtherHostProblem(settings));
     }
@@ -53,7 +53,7 @@ HostExit RefuseWithoutPlace(const settings::Settings& settings, const platform::
 }
 
 /// Long enough for scenarios that use their whole grace time, and for their runners to exit.
-std::chrono::milliseconds Patience(const settings::Settings& settings) {
+std::chrono::milliseconds EndTimeout(const settings::Settings& settings) {
     return std::chrono::seconds(settings.cancelGraceSeconds) + std::chrono::seconds(5);
 }
 
@@ -101,7 +101,7 @@ HostExit ServeFrontEnds(const settings::Settings& settings, HostEngine& engine, 
         place.SetReady();
         platform::Event(platform::TakeInheritedHandle(readyEvent)).Raise();
         fault_points::ReachFaultPoint(fault_points::FaultPoint::HostReady);
-        loop.Run(Patience(settings));
+        loop.Run(EndTimeout(settings));
     }
     ControllerLogManager::Log(L"The host has ended.");
     fault_points::ReachFaultPoint(fault_points::FaultPoint::HostEnds);
@@ -140,9 +140,9 @@ HostExit RunHost(const std::wstring& readyEvent) {
     // Refusals go to standard error only, not also to the console log.
     ControllerLogManager::Initialize(0, settings->logFile, false);
     HostPlace place;
-    const std::chrono::milliseconds patience = readyEvent.empty() ? lookTime : otherStartTime;
-    if (const platform::Error error = place.Take(*settings, patience)) {
-        return RefuseWithoutPlace(*settings, error);
+    const std::chrono::milliseconds timeout = readyEvent.empty() ? lookTime : otherStartTime;
+    if (const platform::Error error = place.Take(*settings, timeout)) {
+        return RefuseWithoutLock(*settings, error);
     }
     // With an unusable file the engine would start with an empty list.
     if (std::wstring problem; !job_list_file::CheckUsable(settings->jobListFile, problem)) {

@@ -222,13 +222,13 @@ void HostEngine::DeleteOldJobsDurably() {
 }
 
 bool HostEngine::DeleteJobsDurably(std::vector<std::wstring>& ids, std::vector<std::wstring>& deleted) {
-    const DeletionJournal notes(ControllerCSWrapper::GetJobListFile());
-    notes.Add(DeletableJobs(ids));
+    const DeletionJournal deletions(ControllerCSWrapper::GetJobListFile());
+    deletions.Add(DeletableJobs(ids));
     fault_points::ReachFaultPoint(fault_points::FaultPoint::DeletionsNoted);
     DeleteJobs(ids, deleted);
     FlushJobList();
     fault_points::ReachFaultPoint(fault_points::FaultPoint::DeletionsToBeSettled);
-    notes.Settle();
+    deletions.Retry();
     ForgetFailures();
     fault_points::ReachFaultPoint(fault_points::FaultPoint::DeletionsSettled);
     return true;
@@ -283,9 +283,9 @@ void HostEngine::ForgetFailures() {
 }
 
 void HostEngine::FinishDeletions() {
-    const DeletionJournal notes(ControllerCSWrapper::GetJobListFile());
+    const DeletionJournal deletions(ControllerCSWrapper::GetJobListFile());
     std::vector<std::wstring> ids;
-    for (const JobListInfo& noted : notes.Read()) {
+    for (const JobListInfo& noted : deletions.Read()) {
         const std::vector<JobListInfo> listed = Listed({noted.id});
         const bool isListed = std::any_of(listed.begin(), listed.end(), [&noted](const JobListInfo& job) {
             return job.id == noted.id && job.workDir == noted.workDir;
@@ -299,6 +299,6 @@ void HostEngine::FinishDeletions() {
     std::vector<std::wstring> deleted;
     DeleteJobs(ids, deleted);
     FlushJobList();
-    notes.Settle();
+    deletions.Retry();
     ForgetFailures();
 }

@@ -25,7 +25,7 @@ constexpr std::int64_t longestTimeWait = 60;
 
 } // namespace
 
-void HostLoop::Run(milliseconds patience) {
+void HostLoop::Run(milliseconds timeout) {
     while (!answers.EndWasRequested() && WaitForWork() == Wake::Work) {
         AnswerRequests();
         LookAtJobs();
@@ -36,13 +36,13 @@ void HostLoop::Run(milliseconds patience) {
         hooks.OnTurnEnded();
         KeepList();
     }
-    EndJobs(patience);
+    EndJobs(timeout);
 }
 
 HostLoop::Wake HostLoop::WaitForWork() {
     std::vector<void*> handles = engine.ActiveProcesses();
     const bool watching = !handles.empty() || engine.HasActiveJobs();
-    handles.insert(handles.begin(), {stop, queue.Arrived()});
+    handles.insert(handles.begin(), {stop, queue.Readable()});
     return platform::WaitForAny(handles, LongestWait(watching)) == std::size_t{0} ? Wake::Stop : Wake::Work;
 }
 
@@ -109,12 +109,12 @@ void HostLoop::KeepList() {
     }
 }
 
-void HostLoop::EndJobs(milliseconds patience) {
+void HostLoop::EndJobs(milliseconds timeout) {
     std::vector<JobStatusInfo> cancelled;
     engine.StopAtEnd(cancelled);
     answers.Broadcast(cancelled);
     fault_points::ReachFaultPoint(fault_points::FaultPoint::JobsCancelledAtEnd);
-    const auto deadline = steady_clock::now() + patience;
+    const auto deadline = steady_clock::now() + timeout;
     while (engine.HasActiveJobs() && steady_clock::now() < deadline) {
         const auto left = std::chrono::duration_cast<milliseconds>(deadline - steady_clock::now());
         const std::vector<void*> processes = engine.ActiveProcesses();

@@ -18,9 +18,9 @@ public:
     HostLoop(HostEngine& hostEngine, RequestQueue& requestQueue, RequestHandler& requestHandler, void* stopHandle)
         : engine(hostEngine), queue(requestQueue), answers(requestHandler), stop(stopHandle) {}
 
-    /// Returns when the host is asked to end: all jobs are cancelled and their processes have ended, or `patience` has
+    /// Returns when the host is asked to end: all jobs are cancelled and their processes have ended, or `timeout` has
     /// expired.
-    void Run(std::chrono::milliseconds patience);
+    void Run(std::chrono::milliseconds timeout);
 
 private:
     enum class Wake { Stop, Work };
@@ -35,7 +35,7 @@ private:
     void ReportStranded();
     /// Flushes, retries and folds the job list when it is time.
     void KeepList();
-    void EndJobs(std::chrono::milliseconds patience);
+    void EndJobs(std::chrono::milliseconds timeout);
 
     HostEngine& engine;
     RequestQueue& queue;

@@ -23,13 +23,13 @@ HostPlace::~HostPlace() {
     lock.Remove();
 }
 
-platform::Error HostPlace::Take(const settings::Settings& settings, std::chrono::milliseconds patience) {
+platform::Error HostPlace::Take(const settings::Settings& settings, std::chrono::milliseconds timeout) {
     if (const platform::Error error =
             platform::EnsurePrivateDirectories(platform::ParentDirectory(settings.jobListFile))) {
         return error;
     }
     const std::wstring lockFile = host_lock::FileFor(settings.jobListFile);
-    const auto deadline = steady_clock::now() + patience;
+    const auto deadline = steady_clock::now() + timeout;
     platform::Error error = lock.Take(lockFile);
     while (error.kind == platform::ErrorKind::InUse && MayOtherHostBecomeReady(settings) &&
            steady_clock::now() < deadline) {

@@ -18,9 +18,9 @@ public:
     HostPlace& operator=(const HostPlace&) = delete;
 
     /// Takes the lock. If the holder is a host that is still starting and serves the same front ends, waits up to
-    /// `patience` until it is ready or has ended, and takes the lock in the latter case. Fails with `InUse` if another
+    /// `timeout` until it is ready or has ended, and takes the lock in the latter case. Fails with `InUse` if another
     /// host holds the lock.
-    platform::Error Take(const settings::Settings& settings, std::chrono::milliseconds patience);
+    platform::Error Take(const settings::Settings& settings, std::chrono::milliseconds timeout);
 
     /// Writes the endpoint at which front ends can now connect into the lock file.
     void SetReady();

@@ -13,7 +13,7 @@
 
 namespace {
 
-void AskToStop(const JobListInfo& job) {
+void RequestStop(const JobListInfo& job) {
     if (IsActive(job.status) && platform::IsDirectory(job.workDir)) {
         ControllerLogManager::WarnLog(L"Job: " + std::to_wstring(job.seqId) +
                                       L" was left running by an earlier host; its scenario is asked to stop.");
@@ -46,7 +46,7 @@ void StopOrphanCleanup(const std::wstring& jobListFile) {
     (void)ControllerCSWrapper::ParseJobList(jobListFile, jobs);
     std::set<std::wstring> runs;
     for (const JobListInfo& job : jobs) {
-        AskToStop(job);
+        RequestStop(job);
         // A job is still listed as queued between the start of its process and the next write of the list.
         if (IsActive(job.status) || job.status == JobStatus::Queued) {
             runs.insert(run_protocol::RunInfoPath(job.workDir));

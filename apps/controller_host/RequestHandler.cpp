@@ -34,14 +34,14 @@ const std::vector<RequestHandler::NamedOperation>& RequestHandler::Operations() 
         {events::fetchLocalizedStringsRequest.name, &RequestHandler::FetchLocalizedStrings},
         {events::initCultureRequest.name, &RequestHandler::InitCulture},
         {events::terminateRequest.name, &RequestHandler::Terminate},
-        {events::fetchServiceListRequest.name, &RequestHandler::RefuseForWantOfDialogs},
-        {events::fetchUserSettingsRequest.name, &RequestHandler::RefuseForWantOfDialogs},
-        {events::writeUserSettingsRequest.name, &RequestHandler::RefuseForWantOfDialogs},
-        {events::clearUserSettingsRequest.name, &RequestHandler::RefuseForWantOfDialogs},
-        {events::showSettingDialogRequest.name, &RequestHandler::RefuseForWantOfDialogs},
-        {events::fetchScenarioEditorPathRequest.name, &RequestHandler::RefuseForWantOfDialogs},
-        {events::fetchPreviousStateFilePathRequest.name, &RequestHandler::RefuseForWantOfDialogs},
-        {events::fetchThirdPartyNoticesPathRequest.name, &RequestHandler::RefuseForWantOfDialogs},
+        {events::fetchServiceListRequest.name, &RequestHandler::RejectUnsupported},
+        {events::fetchUserSettingsRequest.name, &RequestHandler::RejectUnsupported},
+        {events::writeUserSettingsRequest.name, &RequestHandler::RejectUnsupported},
+        {events::clearUserSettingsRequest.name, &RequestHandler::RejectUnsupported},
+        {events::showSettingDialogRequest.name, &RequestHandler::RejectUnsupported},
+        {events::fetchScenarioEditorPathRequest.name, &RequestHandler::RejectUnsupported},
+        {events::fetchPreviousStateFilePathRequest.name, &RequestHandler::RejectUnsupported},
+        {events::fetchThirdPartyNoticesPathRequest.name, &RequestHandler::RejectUnsupported},
     };
     return operations;
 }
@@ -217,7 +217,7 @@ void RequestHandler::Terminate(const Request& request) {
     Send(request, events::terminateResponse, {});
 }
 
-void RequestHandler::RefuseForWantOfDialogs(const Request& request) {
+void RequestHandler::RejectUnsupported(const Request& request) {
     Refuse(request, L"this host has no dialogs; change the settings file instead.");
 }
 

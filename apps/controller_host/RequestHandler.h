@@ -56,7 +56,7 @@ private:
     void FetchLocalizedStrings(const Request& request);
     void InitCulture(const Request& request);
     void Terminate(const Request& request);
-    void RefuseForWantOfDialogs(const Request& request);
+    void RejectUnsupported(const Request& request);
 
     /// Rejects the request if its content cannot be parsed.
     template <typename Content>

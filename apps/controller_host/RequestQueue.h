@@ -39,7 +39,7 @@ public:
     RequestQueue& operator=(const RequestQueue&) = delete;
 
     /// Signalled while the queue is not empty.
-    void* Arrived() const { return arrived.Handle(); }
+    void* Readable() const { return arrived.Handle(); }
 
     /// Removes and returns all requests, in order of arrival.
     std::deque<Request> TakeAll();

@@ -20,16 +20,16 @@ protected:
 
 TEST_F(RequestQueueTest, KeepsRequestsInOrderWithTheirSenders) {
     RequestQueue queue(transmitter, {L"First", L"Second"});
-    EXPECT_FALSE(platform::WaitForAny({queue.Arrived()}, milliseconds(0)));
+    EXPECT_FALSE(platform::WaitForAny({queue.Readable()}, milliseconds(0)));
     EXPECT_TRUE(line.Deliver(4, L"Second", L"b"));
     EXPECT_TRUE(line.Deliver(5, L"First", L"a"));
-    EXPECT_TRUE(platform::WaitForAny({queue.Arrived()}, milliseconds(0)));
+    EXPECT_TRUE(platform::WaitForAny({queue.Readable()}, milliseconds(0)));
     const std::deque<Request> requests = queue.TakeAll();
     ASSERT_EQ(requests.size(), 2U);
     EXPECT_EQ(requests[0].peer, 4U);
     EXPECT_EQ(requests[0].name, L"Second");
     EXPECT_EQ(requests[1].payload, L"a");
-    EXPECT_FALSE(platform::WaitForAny({queue.Arrived()}, milliseconds(0)));
+    EXPECT_FALSE(platform::WaitForAny({queue.Readable()}, milliseconds(0)));
 }
 
 TEST_F(RequestQueueTest, TakesNothingThatWasNotNamed) {

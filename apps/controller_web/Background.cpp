@@ -51,8 +51,8 @@ std::optional<WebExit> StartServer(const WebOptions& options, steady_clock::time
     if (const platform::Error error = platform::StartProcess(ServerProcess(options, ready), process)) {
         return Refuse(L"the server of the web page cannot be started: " + error.Text());
     }
-    const auto patience = std::chrono::duration_cast<std::chrono::milliseconds>(deadline - steady_clock::now());
-    const auto signalled = platform::WaitForAny({ready.Handle(), process.Get()}, patience);
+    const auto timeout = std::chrono::duration_cast<std::chrono::milliseconds>(deadline - steady_clock::now());
+    const auto signalled = platform::WaitForAny({ready.Handle(), process.Get()}, timeout);
     const auto exitCode = signalled == std::size_t{1} ? platform::ExitCode(process.Get()) : std::nullopt;
     if (!exitCode || *exitCode == static_cast<std::int32_t>(WebExit::AlreadyRunning)) {
         return std::nullopt;

@@ -22,7 +22,7 @@
 namespace web {
 namespace {
 
-constexpr std::chrono::seconds stopPatience{30};
+constexpr std::chrono::seconds stopTimeout{30};
 
 /// Serves requests on a thread of its own until the end of this object.
 class RunningServer {
@@ -150,7 +150,7 @@ WebExit StopWeb() {
         platform::WriteErrorOutput("controller_web: no server of the web page runs.\n");
         return WebExit::Ended;
     }
-    return server_place::EndServer(jobListFile, *server, stopPatience)
+    return server_place::EndServer(jobListFile, *server, stopTimeout)
                ? WebExit::Ended
                : Refuse(L"the server of the web page has not ended: " + host_lock::Describe(*server));
 }

@@ -50,13 +50,13 @@ std::optional<host_lock::Holder> FindServer(const std::wstring& jobListFile) {
     return host_lock::FindHolder(LockedNameFor(jobListFile), holder) ? std::optional(holder) : std::nullopt;
 }
 
-bool EndServer(const std::wstring& jobListFile, const host_lock::Holder& server, std::chrono::milliseconds patience) {
+bool EndServer(const std::wstring& jobListFile, const host_lock::Holder& server, std::chrono::milliseconds timeout) {
     const platform::OwnedHandle process = host_lock::OpenHolder(server);
     if (!process) {
         return true;
     }
     return !platform::CreateEmptyFile(StopFileFor(jobListFile)) &&
-           platform::WaitForAny({process.Get()}, patience).has_value();
+           platform::WaitForAny({process.Get()}, timeout).has_value();
 }
 
 } // namespace server_place

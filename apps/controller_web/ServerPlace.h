@@ -30,7 +30,7 @@ std::wstring UploadDirectoryFor(const std::wstring& jobListFile);
 
 /// Asks the server to end and waits for its end. False if it does not end in time.
 [[nodiscard]] bool EndServer(const std::wstring& jobListFile, const host_lock::Holder& server,
-                             std::chrono::milliseconds patience);
+                             std::chrono::milliseconds timeout);
 
 } // namespace server_place
 

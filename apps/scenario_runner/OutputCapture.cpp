@@ -81,12 +81,12 @@ void OutputCapture::StartThread(std::string first) {
     std::thread([shared = channel, first = std::move(first)] { shared->CarryAll(first); }).detach();
 }
 
-void OutputCapture::Finish(std::chrono::milliseconds patience) {
+void OutputCapture::Finish(std::chrono::milliseconds timeout) {
     CarryIfReadable();
     if (!isCarried) {
         StartThread({});
     }
-    platform::WaitForAny({channel->finished.Handle()}, patience);
+    platform::WaitForAny({channel->finished.Handle()}, timeout);
 }
 
 } // namespace scenario_runner

@@ -30,9 +30,9 @@ public:
     void* Readable() const;
     /// Starts the thread if the scenario has written something, and closes the log if the output has ended.
     void CarryIfReadable();
-    /// Waits until all output is in the log, at most `patience`: a process that could not be killed may keep the pipe
+    /// Waits until all output is in the log, at most `timeout`: a process that could not be killed may keep the pipe
     /// open.
-    void Finish(std::chrono::milliseconds patience);
+    void Finish(std::chrono::milliseconds timeout);
 
 private:
     struct Channel;

@@ -62,14 +62,14 @@ RunScenarioResult ResultOfLimit(const RunFacts& facts, const std::wstring& reaso
 } // namespace
 
 std::optional<RunScenarioResult> ResultOf(const RunFacts& facts) {
-    if (facts.ending == RunEnding::HostEnded) {
+    if (facts.ending == RunExitReason::HostEnded) {
         return std::nullopt;
     }
-    if (facts.ending == RunEnding::TimeLimit) {
+    if (facts.ending == RunExitReason::TimeLimit) {
         return ResultOfLimit(facts, L"it ran longer than its time limit of " + std::to_wstring(facts.timeLimitSeconds) +
                                         L" s.");
     }
-    if (facts.ending == RunEnding::StopRequested && !facts.stopReason.empty()) {
+    if (facts.ending == RunExitReason::StopRequested && !facts.stopReason.empty()) {
         return ResultOfLimit(facts, facts.stopReason);
     }
     if (facts.ownResult) {
@@ -79,7 +79,7 @@ std::optional<RunScenarioResult> ResultOf(const RunFacts& facts) {
         return ResultOfLimit(facts, L"it used more memory than its limit of " +
                                         std::to_wstring(facts.exceededMemoryMiB) + L" MiB.");
     }
-    return facts.ending == RunEnding::StopRequested
+    return facts.ending == RunExitReason::StopRequested
                ? FailedResult(facts.jobId, L"The scenario was stopped because it was asked to.")
                : ResultOfExitCode(facts);
 }

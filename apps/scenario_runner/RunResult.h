@@ -13,7 +13,7 @@ namespace scenario_runner {
 /// The facts about a finished run.
 struct RunFacts {
     std::wstring jobId;
-    RunEnding ending = RunEnding::OnItsOwn;
+    RunExitReason ending = RunExitReason::Exited;
     /// Exit code of the scenario's own process, if available.
     std::optional<std::int32_t> exitCode;
     std::vector<std::int32_t> successExitCodes;

@@ -4,7 +4,7 @@
 
 using run_protocol::RunScenarioResult;
 using scenario_runner::ResultOf;
-using scenario_runner::RunEnding;
+using scenario_runner::RunExitReason;
 using scenario_runner::RunFacts;
 
 namespace {
@@ -67,7 +67,7 @@ TEST(RunResultTest, TheScenariosOwnResultStays) {
     RunFacts facts = EndedWith(3);
     facts.ownResult = ownSuccess;
     EXPECT_EQ(ResultOf(facts), std::nullopt);
-    facts.ending = RunEnding::StopRequested;
+    facts.ending = RunExitReason::StopRequested;
     EXPECT_EQ(ResultOf(facts), std::nullopt);
 }
 
@@ -82,7 +82,7 @@ TEST(RunResultTest, AResultThatCannotBeReadIsAFailureWhateverTheExitCode) {
 
 TEST(RunResultTest, ATimeLimitIsAFailureThatNamesIt) {
     RunFacts facts = EndedWith(0);
-    facts.ending = RunEnding::TimeLimit;
+    facts.ending = RunExitReason::TimeLimit;
     facts.timeLimitSeconds = 60;
     const RunScenarioResult expected{
         L"3f9a0c1", false, {{1, L"The scenario was stopped because it ran longer than its time limit of 60 s."}}, {}};
@@ -100,7 +100,7 @@ TEST(RunResultTest, AScenarioThatWasKilledForItsMemoryHasFailedForIt) {
 
 TEST(RunResultTest, WhatTheScenarioSaidBeforeItsTimeLimitStays) {
     RunFacts facts = EndedWith(0);
-    facts.ending = RunEnding::TimeLimit;
+    facts.ending = RunExitReason::TimeLimit;
     facts.timeLimitSeconds = 60;
     facts.ownResult = ownSuccess;
     const auto result = ResultOf(facts);
@@ -112,13 +112,13 @@ TEST(RunResultTest, WhatTheScenarioSaidBeforeItsTimeLimitStays) {
 
 TEST(RunResultTest, AScenarioThatWasStoppedDidNotSucceed) {
     RunFacts facts = EndedWith(0);
-    facts.ending = RunEnding::StopRequested;
+    facts.ending = RunExitReason::StopRequested;
     EXPECT_FALSE(ResultOf(facts)->succeeded);
 }
 
 TEST(RunResultTest, AJobThatItsHostStoppedForAReasonHasFailedForIt) {
     RunFacts facts = EndedWith(0);
-    facts.ending = RunEnding::StopRequested;
+    facts.ending = RunExitReason::StopRequested;
     facts.stopReason = L"it ran longer than its time limit of 5 s.";
     facts.ownResult = ownSuccess;
     const auto result = ResultOf(facts);
@@ -130,7 +130,7 @@ TEST(RunResultTest, AJobThatItsHostStoppedForAReasonHasFailedForIt) {
 
 TEST(RunResultTest, WithoutAHostNobodyReadsAResult) {
     RunFacts facts = EndedWith(0);
-    facts.ending = RunEnding::HostEnded;
+    facts.ending = RunExitReason::HostEnded;
     EXPECT_EQ(ResultOf(facts), std::nullopt);
 }
 

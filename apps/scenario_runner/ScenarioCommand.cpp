@@ -53,14 +53,14 @@ std::wstring InSettings(const settings::Settings& settings) {
 }
 
 /// Chooses one command: the result, or the reason why there is none.
-class Choice {
+class CommandResolver {
 public:
-    Choice(const settings::Settings& usedSettings, const scenario_manifest::ScenarioManifest& usedManifest,
-           const ScenarioPlace& usedPlace, const ScenarioSurroundings& usedSurroundings)
-        : settings(usedSettings), manifest(usedManifest), place(usedPlace), surroundings(usedSurroundings) {}
+    CommandResolver(const settings::Settings& usedSettings, const scenario_manifest::ScenarioManifest& usedManifest,
+                    const ScenarioPaths& usedPaths, const ScenarioEnvironment& usedEnvironment)
+        : settings(usedSettings), manifest(usedManifest), paths(usedPaths), environment(usedEnvironment) {}
 
     bool Make() {
-        if (!place.packageDirectory.empty()) {
+        if (!paths.packageDirectory.empty()) {
             return manifest.executable.empty() ? ChoosePackagedScript() : ChooseExecutable();
         }
         return ChooseScript();
@@ -75,28 +75,28 @@ private:
         return false;
     }
 
-    std::wstring ScenarioName() const { return platform::ToNativeText(place.scenarioPath); }
+    std::wstring ScenarioName() const { return platform::ToNativeText(paths.scenarioPath); }
 
     bool ChooseScript() {
         const auto found =
             std::find_if(settings.interpreters.begin(), settings.interpreters.end(),
-                         [&](const auto& entry) { return platform::HasExtension(place.scenarioPath, entry.first); });
+                         [&](const auto& entry) { return platform::HasExtension(paths.scenarioPath, entry.first); });
         if (found == settings.interpreters.end() || found->second.empty()) {
-            const std::wstring extension = Extension(place.scenarioPath);
+            const std::wstring extension = Extension(paths.scenarioPath);
             return Fail(L"No interpreter is known for " + ScenarioName() + L": add one for \"" + extension +
                         L"\" to \"interpreters\" in " + InSettings(settings) + L".");
         }
-        if (!surroundings.exists(place.scenarioPath)) {
+        if (!environment.exists(paths.scenarioPath)) {
             return Fail(L"The scenario " + ScenarioName() + L" does not exist any more.");
         }
-        return Interpret(found->second, place.scenarioPath);
+        return Interpret(found->second, paths.scenarioPath);
     }
 
     /// Finds a file of the package; rejects paths outside of it.
     bool FindPackaged(const std::wstring& name, std::wstring& path) {
-        path = platform::ResolveAgainst(place.packageDirectory, name);
-        const std::wstring directory = platform::ResolveAgainst(place.packageDirectory, L".") + L'\\';
-        return (path.starts_with(directory) && surroundings.exists(path)) ||
+        path = platform::ResolveAgainst(paths.packageDirectory, name);
+        const std::wstring directory = platform::ResolveAgainst(paths.packageDirectory, L".") + L'\\';
+        return (path.starts_with(directory) && environment.exists(path)) ||
                Fail(L"The package " + ScenarioName() + L" names \"" + name +
                     L"\" in its manifest, but holds no such file.");
     }
@@ -105,7 +105,7 @@ private:
         if (!FindPackaged(manifest.executable, command.program)) {
             return false;
         }
-        if (!surroundings.findProgram(command.program)) {
+        if (!environment.findProgram(command.program)) {
             return Fail(L"The package " + ScenarioName() + L" names \"" + manifest.executable +
                         L"\" as its program, which this system cannot run.");
         }
@@ -131,7 +131,7 @@ private:
     }
 
     bool Interpret(const Words& words, const std::wstring& script) {
-        const std::optional<std::wstring> program = surroundings.findProgram(words.front());
+        const std::optional<std::wstring> program = environment.findProgram(words.front());
         if (!program) {
             return Fail(L"The interpreter \"" + words.front() + L"\" for " + ScenarioName() +
                         L" was not found: install it, or name its program under \"interpreters\" in " +
@@ -147,8 +147,8 @@ private:
 
     /// Adds the argument and variables that every scenario gets.
     void Finish(const std::wstring& script) {
-        command.arguments.push_back(place.runInfoPath);
-        command.environment.emplace_back(run_protocol::runInfoVariable, place.runInfoPath);
+        command.arguments.push_back(paths.runInfoPath);
+        command.environment.emplace_back(run_protocol::runInfoVariable, paths.runInfoPath);
         if (const ScriptLanguage* const language = LanguageOf(script)) {
             OfferApi(*language);
         }
@@ -166,7 +166,7 @@ private:
 
     std::wstring ApiProblem(const ScriptLanguage& language) const {
         const std::wstring file = platform::ResolveAgainst(settings.scenarioApiDirectory, language.apiFile);
-        return surroundings.exists(file)
+        return environment.exists(file)
                    ? L""
                    : std::wstring(L"The scenario API for ") + language.name + L" was not found: there is no file " +
                          platform::ToNativeText(file) + L"; name its folder as \"scenarioApiDirectory\" in " +
@@ -182,26 +182,26 @@ private:
     }
 
     std::wstring Variable(const std::wstring& name) const {
-        return surroundings.getEnvironment(name).value_or(std::wstring());
+        return environment.getEnvironment(name).value_or(std::wstring());
     }
 
     const settings::Settings& settings;
     const scenario_manifest::ScenarioManifest& manifest;
-    const ScenarioPlace& place;
-    const ScenarioSurroundings& surroundings;
+    const ScenarioPaths& paths;
+    const ScenarioEnvironment& environment;
 };
 
 } // namespace
 
 bool ChooseCommand(const settings::Settings& settings, const scenario_manifest::ScenarioManifest& manifest,
-                   const ScenarioPlace& place, const ScenarioSurroundings& surroundings, ScenarioCommand& command,
+                   const ScenarioPaths& paths, const ScenarioEnvironment& environment, ScenarioCommand& command,
                    std::wstring& problem) {
-    Choice choice(settings, manifest, place, surroundings);
-    if (!choice.Make()) {
-        problem = choice.problem;
+    CommandResolver resolver(settings, manifest, paths, environment);
+    if (!resolver.Make()) {
+        problem = resolver.problem;
         return false;
     }
-    command = choice.command;
+    command = resolver.command;
     return true;
 }
 

@@ -25,7 +25,7 @@ struct ScenarioCommand {
 };
 
 /// The paths of a scenario.
-struct ScenarioPlace {
+struct ScenarioPaths {
     /// The requested script or package.
     std::wstring scenarioPath;
     /// The directory of the unpacked package; empty for a script.
@@ -35,7 +35,7 @@ struct ScenarioPlace {
 };
 
 /// Functions that give access to the machine; replaceable in tests.
-struct ScenarioSurroundings {
+struct ScenarioEnvironment {
     /// The absolute path of an executable program, by its bare name or absolute path.
     std::function<std::optional<std::wstring>(const std::wstring&)> findProgram;
     /// True if a file or directory exists.
@@ -48,8 +48,8 @@ struct ScenarioSurroundings {
 /// package, the program in its manifest; a bare interpreter name means the settings' interpreter of that name,
 /// otherwise the one in PATH. If there is none, returns false and sets `problem`.
 [[nodiscard]] bool ChooseCommand(const settings::Settings& settings,
-                                 const scenario_manifest::ScenarioManifest& manifest, const ScenarioPlace& place,
-                                 const ScenarioSurroundings& surroundings, ScenarioCommand& command,
+                                 const scenario_manifest::ScenarioManifest& manifest, const ScenarioPaths& paths,
+                                 const ScenarioEnvironment& environment, ScenarioCommand& command,
                                  std::wstring& problem);
 
 } // namespace scenario_runner

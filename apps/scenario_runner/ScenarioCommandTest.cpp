@@ -8,8 +8,8 @@
 
 using scenario_runner::ChooseCommand;
 using scenario_runner::ScenarioCommand;
-using scenario_runner::ScenarioPlace;
-using scenario_runner::ScenarioSurroundings;
+using scenario_runner::ScenarioEnvironment;
+using scenario_runner::ScenarioPaths;
 using Words = std::vector<std::wstring>;
 
 namespace {
@@ -30,12 +30,12 @@ protected:
         settings.file = Absolute(L"\\etc\\settings.json");
         settings.interpreters = {{L".rb", {L"ruby", L"--disable=gems"}}};
         settings.scenarioApiDirectory = Absolute(L"\\api");
-        place.scenarioPath = Absolute(L"\\s\\mesh_report.rb");
-        place.runInfoPath = L"run_info_path";
+        paths.scenarioPath = Absolute(L"\\s\\mesh_report.rb");
+        paths.runInfoPath = L"run_info_path";
     }
 
     bool Choose() {
-        const ScenarioSurroundings surroundings{
+        const ScenarioEnvironment machine{
             [this](const std::wstring& name) {
                 return programs.contains(name) ? std::optional(programs.at(name)) : std::nullopt;
             },
@@ -43,7 +43,7 @@ protected:
             [this](const std::wstring& name) {
                 return environment.contains(name) ? std::optional(environment.at(name)) : std::nullopt;
             }};
-        return ChooseCommand(settings, manifest, place, surroundings, command, problem);
+        return ChooseCommand(settings, manifest, paths, machine, command, problem);
     }
 
     std::optional<std::wstring> Variable(const std::wstring& name) const {
@@ -57,17 +57,17 @@ protected:
 
     void UsePython() {
         settings.interpreters[L".py"] = {L"python3"};
-        place.scenarioPath = Absolute(L"\\s\\x.py");
+        paths.scenarioPath = Absolute(L"\\s\\x.py");
     }
 
     void UsePackage() {
-        place.scenarioPath = Absolute(L"\\s\\check.esa");
-        place.packageDirectory = Absolute(L"\\w\\1\\package");
+        paths.scenarioPath = Absolute(L"\\s\\check.esa");
+        paths.packageDirectory = Absolute(L"\\w\\1\\package");
     }
 
     settings::Settings settings;
     scenario_manifest::ScenarioManifest manifest;
-    ScenarioPlace place;
+    ScenarioPaths paths;
     std::map<std::wstring, std::wstring> programs = {
         {L"ruby", L"ruby_path"}, {L"python3", L"python_path"}, {L"lua", L"lua_path"}};
     std::map<std::wstring, std::wstring> environment;
@@ -143,7 +143,7 @@ TEST_F(ScenarioCommandTest, PythonUsesUtf8AndNoBuffersUnlessTheUserSaysOtherwise
 
 TEST_F(ScenarioCommandTest, OtherLanguagesKeepTheUsersEnvironment) {
     settings.interpreters[L".lua"] = {L"lua"};
-    place.scenarioPath = Absolute(L"\\s\\x.lua");
+    paths.scenarioPath = Absolute(L"\\s\\x.lua");
     ASSERT_TRUE(Choose());
     EXPECT_EQ(command.program, L"lua_path");
     EXPECT_EQ(command.apiProblem, L"");
@@ -151,7 +151,7 @@ TEST_F(ScenarioCommandTest, OtherLanguagesKeepTheUsersEnvironment) {
 }
 
 TEST_F(ScenarioCommandTest, AnUnknownExtensionIsRefused) {
-    place.scenarioPath = Absolute(L"\\s\\x.py");
+    paths.scenarioPath = Absolute(L"\\s\\x.py");
     EXPECT_FALSE(Choose());
     EXPECT_EQ(problem, L"No interpreter is known for " + Native(L"\\s\\x.py") +
                            L": add one for \".py\" to \"interpreters\" in " + Native(L"\\etc\\settings.json") + L".");
@@ -166,7 +166,7 @@ TEST_F(ScenarioCommandTest, AMissingInterpreterIsRefused) {
 }
 
 TEST_F(ScenarioCommandTest, AMissingScriptIsRefused) {
-    missing = {place.scenarioPath};
+    missing = {paths.scenarioPath};
     EXPECT_FALSE(Choose());
     EXPECT_EQ(problem, L"The scenario " + Native(L"\\s\\mesh_report.rb") + L" does not exist any more.");
 }

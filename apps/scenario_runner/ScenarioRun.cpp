@@ -21,9 +21,9 @@ namespace {
 
 constexpr const wchar_t* packageDirectoryName = L"package";
 /// Timeout for the last output after all processes have ended.
-constexpr std::chrono::seconds outputPatience{10};
+constexpr std::chrono::seconds outputTimeout{10};
 
-ScenarioSurroundings ThisMachine() {
+ScenarioEnvironment ThisMachine() {
     return {platform::FindRunnable, platform::Exists, platform::GetEnvironment};
 }
 
@@ -38,11 +38,11 @@ RunLimits LimitsOf(const scenario_manifest::ScenarioManifest& manifest, const se
 
 /// A scenario that wrote a result has ended on its own, whatever its exit code is.
 RunnerExit ExitOf(const RunFacts& facts) {
-    if (facts.ending == RunEnding::TimeLimit) {
+    if (facts.ending == RunExitReason::TimeLimit) {
         return RunnerExit::TimedOut;
     }
-    const bool hasCrashed =
-        facts.ending == RunEnding::OnItsOwn && !facts.ownResult && facts.exitCode && platform::IsCrash(*facts.exitCode);
+    const bool hasCrashed = facts.ending == RunExitReason::Exited && !facts.ownResult && facts.exitCode &&
+                            platform::IsCrash(*facts.exitCode);
     return hasCrashed ? RunnerExit::Crashed : RunnerExit::Done;
 }
 
@@ -78,7 +78,7 @@ bool ScenarioRun::Prepare(std::wstring& problem) {
     // A report of an earlier run; without one there is nothing to remove.
     (void)platform::RemoveFile(InDirectory(provenance::usedToolsFileName));
     const std::wstring runInfoPath = platform::ResolveAgainst(workDir, run_protocol::runInfoFileName);
-    ScenarioPlace place;
+    ScenarioPaths place;
     if (!run_protocol::ReadRunScenarioInfoFile(runInfoPath, info, problem) ||
         !ReadScenario(place.packageDirectory, problem)) {
         return false;
@@ -150,7 +150,7 @@ bool ScenarioRun::MustEnd() const {
 
 RunnerExit ScenarioRun::ConcludeUnstarted() {
     RunFacts facts;
-    facts.ending = HasLostOwner(owners) ? RunEnding::HostEnded : RunEnding::StopRequested;
+    facts.ending = HasLostOwner(owners) ? RunExitReason::HostEnded : RunExitReason::StopRequested;
     record.reset();
     return Conclude(std::move(facts));
 }
@@ -182,7 +182,7 @@ RunnerExit ScenarioRun::StartAndWatch() {
     facts.exitCode = tree.RootExitCode();
     facts.exceededMemoryMiB = tree.HasExceededMemory() ? context.memoryLimitMiB : 0;
     facts.apiProblem = command.apiProblem;
-    output.Finish(outputPatience);
+    output.Finish(outputTimeout);
     facts.lastOutput = ReadLogTail(InDirectory(run_protocol::logFileName));
     return Conclude(std::move(facts));
 }
@@ -202,7 +202,7 @@ void ScenarioRun::Limit(platform::ProcessTree& tree, OutputCapture& output) cons
 }
 
 RunnerExit ScenarioRun::Conclude(RunFacts facts) {
-    if (facts.ending == RunEnding::HostEnded) {
+    if (facts.ending == RunExitReason::HostEnded) {
         return RunnerExit::HostEnded;
     }
     const ResultFile file(directory.Path());

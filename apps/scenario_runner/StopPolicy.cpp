@@ -10,30 +10,30 @@ StopPolicy::StopPolicy(const RunLimits& limits, Time start) : graceTime(limits.g
 
 RunStep StopPolicy::OnScenarioEnded() {
     deadline.reset();
-    return RunStep::EndTree;
+    return RunStep::KillTree;
 }
 
 RunStep StopPolicy::OnHostEnded() {
-    ending = RunEnding::HostEnded;
+    ending = RunExitReason::HostEnded;
     deadline.reset();
-    return RunStep::EndTree;
+    return RunStep::KillTree;
 }
 
 RunStep StopPolicy::OnStopRequested(Time now) {
-    return IsStopping() ? OnTime(now) : Stop(RunEnding::StopRequested, now);
+    return IsStopping() ? OnTime(now) : Stop(RunExitReason::StopRequested, now);
 }
 
 RunStep StopPolicy::OnTime(Time now) {
     if (!deadline || now < *deadline) {
         return RunStep::Wait;
     }
-    return IsStopping() ? RunStep::EndTree : Stop(RunEnding::TimeLimit, now);
+    return IsStopping() ? RunStep::KillTree : Stop(RunExitReason::TimeLimit, now);
 }
 
-RunStep StopPolicy::Stop(RunEnding reason, Time now) {
+RunStep StopPolicy::Stop(RunExitReason reason, Time now) {
     ending = reason;
     deadline = now + graceTime;
-    return RunStep::AskToStop;
+    return RunStep::RequestStop;
 }
 
 } // namespace scenario_runner

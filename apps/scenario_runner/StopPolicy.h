@@ -7,10 +7,10 @@
 namespace scenario_runner {
 
 /// Why a run ended.
-enum class RunEnding : std::int32_t { OnItsOwn, StopRequested, TimeLimit, HostEnded };
+enum class RunExitReason : std::int32_t { Exited, StopRequested, TimeLimit, HostEnded };
 
 /// The next step of the supervisor.
-enum class RunStep : std::int32_t { Wait, AskToStop, EndTree };
+enum class RunStep : std::int32_t { Wait, RequestStop, KillTree };
 
 struct RunLimits {
     /// Nothing: no limit.
@@ -39,16 +39,16 @@ public:
     /// When `OnTime` must be called next; nothing: never.
     std::optional<Time> Deadline() const { return deadline; }
     /// True once the scenario was asked to stop.
-    bool IsStopping() const { return ending != RunEnding::OnItsOwn; }
-    /// Current reason; final once `EndTree` was returned.
-    RunEnding Ending() const { return ending; }
+    bool IsStopping() const { return ending != RunExitReason::Exited; }
+    /// Current reason; final once `KillTree` was returned.
+    RunExitReason Ending() const { return ending; }
 
 private:
-    RunStep Stop(RunEnding reason, Time now);
+    RunStep Stop(RunExitReason reason, Time now);
 
     std::chrono::milliseconds graceTime;
     std::optional<Time> deadline;
-    RunEnding ending = RunEnding::OnItsOwn;
+    RunExitReason ending = RunExitReason::Exited;
 };
 
 } // namespace scenario_runner

@@ -36,25 +36,25 @@ Supervisor::Supervisor(platform::ProcessTree& watchedTree, const std::vector<voi
       killFile(platform::ResolveAgainst(workDir, run_protocol::killFileName)),
       watchFrom(steady_clock::now() + watchAfter), stopSignal(signal), output(capturedOutput) {}
 
-RunEnding Supervisor::Run(StopPolicy plan) {
+RunExitReason Supervisor::Run(StopPolicy plan) {
     // The first check: a stop may have been requested before the watch existed.
-    RunStep step = Look(plan);
-    while (step != RunStep::EndTree) {
-        if (step == RunStep::AskToStop) {
-            AskToStop();
+    RunStep step = Poll(plan);
+    while (step != RunStep::KillTree) {
+        if (step == RunStep::RequestStop) {
+            RequestStop();
         }
-        WaitForNews(plan);
-        step = Look(plan);
+        WaitForEvent(plan);
+        step = Poll(plan);
     }
-    tree.End();
+    tree.Kill();
     return plan.Ending();
 }
 
-void Supervisor::WaitForNews(const StopPolicy& plan) {
+void Supervisor::WaitForEvent(const StopPolicy& plan) {
     std::vector<void*> handles = {tree.Root()};
     handles.insert(handles.end(), owners.begin(), owners.end());
-    if (tree.Ended() != nullptr) {
-        handles.push_back(tree.Ended());
+    if (tree.ChildExited() != nullptr) {
+        handles.push_back(tree.ChildExited());
     }
     if (output != nullptr && output->Readable() != nullptr) {
         handles.push_back(output->Readable());
@@ -80,8 +80,8 @@ void Supervisor::WatchDirectory(const StopPolicy& plan) {
     }
 }
 
-RunStep Supervisor::Look(StopPolicy& plan) {
-    tree.Tidy();
+RunStep Supervisor::Poll(StopPolicy& plan) {
+    tree.ReapChildren();
     if (!platform::IsProcessRunning(tree.Root())) {
         return OnScenarioEnded(plan);
     }
@@ -105,13 +105,13 @@ RunStep Supervisor::OnScenarioEnded(StopPolicy& plan) const {
     return plan.OnScenarioEnded();
 }
 
-void Supervisor::AskToStop() {
+void Supervisor::RequestStop() {
     // Scenarios poll for this file. A stop by signal or time limit has not created it.
     if (!platform::Exists(killFile)) {
         // On failure, the signal and the kill after the grace time remain.
         (void)platform::CreateEmptyFile(killFile);
     }
-    tree.AskToStop();
+    tree.RequestStop();
 }
 
 } // namespace scenario_runner

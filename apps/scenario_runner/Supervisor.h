@@ -27,15 +27,15 @@ public:
                std::chrono::milliseconds watchAfter = timeWithoutWatch);
 
     /// Returns why the run ended.
-    RunEnding Run(StopPolicy plan);
+    RunExitReason Run(StopPolicy plan);
 
 private:
-    void WaitForNews(const StopPolicy& plan);
+    void WaitForEvent(const StopPolicy& plan);
     std::chrono::milliseconds LongestWait(const StopPolicy& plan) const;
     void WatchDirectory(const StopPolicy& plan);
-    RunStep Look(StopPolicy& plan);
+    RunStep Poll(StopPolicy& plan);
     RunStep OnScenarioEnded(StopPolicy& plan) const;
-    void AskToStop();
+    void RequestStop();
 
     platform::ProcessTree& tree;
     const std::vector<void*>& owners;

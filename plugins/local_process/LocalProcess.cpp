@@ -73,12 +73,12 @@ ModuleResult LocalProcess::RunScenario(const std::wstring& request, std::wstring
 }
 
 ModuleResult LocalProcess::CancelScenario(const std::wstring& jobId) {
-    return registry.AskToStop(jobId) ? ModuleResult::Done : ModuleResult::JobNotRunning;
+    return registry.RequestStopOf(jobId) ? ModuleResult::Done : ModuleResult::JobNotRunning;
 }
 
 ModuleResult LocalProcess::Terminate() {
     server.End();
-    registry.AskAllToStop();
+    registry.RequestStopOfAll();
     return ModuleResult::Done;
 }
 

@@ -22,7 +22,7 @@ void RunnerRegistry::Add(const std::wstring& jobId, const std::wstring& workDir,
     runners.insert_or_assign(jobId, Runner{workDir, platform::OwnedHandle(platform::CopyHandle(process))});
 }
 
-bool RunnerRegistry::AskToStop(const std::wstring& jobId) {
+bool RunnerRegistry::RequestStopOf(const std::wstring& jobId) {
     const std::lock_guard lock(mutex);
     ForgetEnded();
     const auto runner = runners.find(jobId);
@@ -33,7 +33,7 @@ bool RunnerRegistry::AskToStop(const std::wstring& jobId) {
     return true;
 }
 
-void RunnerRegistry::AskAllToStop() {
+void RunnerRegistry::RequestStopOfAll() {
     const std::lock_guard lock(mutex);
     ForgetEnded();
     for (const auto& [jobId, runner] : runners) {

@@ -14,8 +14,8 @@ public:
     /// The caller keeps ownership of `process`.
     void Add(const std::wstring& jobId, const std::wstring& workDir, void* process);
     /// Asks the runner of a job to stop its scenario. Returns false if no runner of this job runs.
-    [[nodiscard]] bool AskToStop(const std::wstring& jobId);
-    void AskAllToStop();
+    [[nodiscard]] bool RequestStopOf(const std::wstring& jobId);
+    void RequestStopOfAll();
 
 private:
     struct Runner {

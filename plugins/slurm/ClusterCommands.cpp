@@ -30,13 +30,13 @@ std::vector<std::wstring> CancelArguments(const std::wstring& name) {
     return {L"--quiet", L"--name=" + name};
 }
 
-/// The exit code; nothing if the program does not start, or runs longer than `patience` and is killed.
-std::optional<std::int32_t> RunToEnd(const platform::ProcessStart& start, milliseconds patience) {
+/// The exit code; nothing if the program does not start, or runs longer than `timeout` and is killed.
+std::optional<std::int32_t> RunToEnd(const platform::ProcessStart& start, milliseconds timeout) {
     platform::OwnedHandle process;
     if (platform::StartProcess(start, process)) {
         return std::nullopt;
     }
-    if (!platform::WaitForAny({process.Get()}, patience)) {
+    if (!platform::WaitForAny({process.Get()}, timeout)) {
         KillProcess(process.Get());
         return std::nullopt;
     }
@@ -89,12 +89,12 @@ platform::ProcessStart ClusterCommand(const std::wstring& program, std::vector<s
     return start;
 }
 
-bool CancelJobs(const std::wstring& name, milliseconds patience) {
-    return RunToEnd(ClusterCommand(L"scancel", CancelArguments(name)), patience) == 0;
+bool CancelJobs(const std::wstring& name, milliseconds timeout) {
+    return RunToEnd(ClusterCommand(L"scancel", CancelArguments(name)), timeout) == 0;
 }
 
-std::optional<std::vector<std::wstring>> ListJobs(milliseconds patience) {
-    const auto deadline = steady_clock::now() + patience;
+std::optional<std::vector<std::wstring>> ListJobs(milliseconds timeout) {
+    const auto deadline = steady_clock::now() + timeout;
     platform::ProcessStart start = ClusterCommand(L"squeue", {L"--me", L"--noheader", L"--format=%j"});
     platform::OutputPipe pipe;
     platform::OwnedHandle process;
@@ -107,7 +107,7 @@ std::optional<std::vector<std::wstring>> ListJobs(milliseconds patience) {
     }
     pipe.CloseWriteEnd();
     std::string all;
-    const bool isRead = ReadAll(pipe, deadline, all) && platform::WaitForAny({process.Get()}, patience);
+    const bool isRead = ReadAll(pipe, deadline, all) && platform::WaitForAny({process.Get()}, timeout);
     if (!isRead || platform::ExitCode(process.Get()) != 0) {
         KillProcess(process.Get());
         return std::nullopt;

@@ -20,12 +20,12 @@ std::vector<std::wstring> SrunArguments(const SlurmOptions& options, const std::
 /// The start of a program of Slurm without the variables that would change what it does.
 platform::ProcessStart ClusterCommand(const std::wstring& program, std::vector<std::wstring> arguments);
 
-/// Cancels all jobs with this name. Waits until Slurm has the request, at most `patience`; false if it does not have
+/// Cancels all jobs with this name. Waits until Slurm has the request, at most `timeout`; false if it does not have
 /// it.
-bool CancelJobs(const std::wstring& name, std::chrono::milliseconds patience);
+bool CancelJobs(const std::wstring& name, std::chrono::milliseconds timeout);
 
 /// The names of this user's jobs that wait or run; nothing if the cluster does not say.
-[[nodiscard]] std::optional<std::vector<std::wstring>> ListJobs(std::chrono::milliseconds patience);
+[[nodiscard]] std::optional<std::vector<std::wstring>> ListJobs(std::chrono::milliseconds timeout);
 
 /// Cancels the jobs of one name again and again, without waiting.
 class RepeatedCancel {

@@ -9,14 +9,14 @@ constexpr std::chrono::seconds endTime{10};
 } // namespace
 
 bool EarlierAttempts::TakeLease() {
-    constexpr std::chrono::seconds patience{10};
+    constexpr std::chrono::seconds timeout{10};
     const std::optional<Lease> before = files.ReadLease();
     if (!files.WriteLease(0)) {
         return false;
     }
     // An attempt that starts after this has no lease, and does nothing.
     if (before && before->name != files.Name()) {
-        CancelJobs(before->name, patience);
+        CancelJobs(before->name, timeout);
     }
     taken = std::chrono::steady_clock::now();
     return true;

@@ -12,18 +12,18 @@
 namespace slurm {
 namespace {
 
-constexpr std::chrono::seconds patience{30};
+constexpr std::chrono::seconds timeout{30};
 constexpr std::chrono::seconds interval{5};
 
 /// False if the cluster cannot be reached.
 bool TryToEnd(const std::wstring& prefix, const std::wstring& keptHost) {
-    const auto names = ListJobs(patience);
+    const auto names = ListJobs(timeout);
     return names && std::all_of(names->begin(), names->end(), [&](const std::wstring& name) {
                if (!IsOfEarlierHost(name, prefix, keptHost)) {
                    return true;
                }
                ControllerCSWrapper::WriteWarnLog(L"A job of an earlier host is cancelled on the cluster: " + name);
-               return CancelJobs(name, patience);
+               return CancelJobs(name, timeout);
            });
 }
 

@@ -86,10 +86,10 @@ WaiterExit NodeRun::StartAndWatch() {
         if (!MayGoOn(steady_clock::now())) {
             return GiveUp();
         }
-        WaitForNews();
-        tree.Tidy();
+        WaitForEvent();
+        tree.ReapChildren();
     }
-    tree.End();
+    tree.Kill();
     end.runnerExit = tree.RootExitCode().value_or(static_cast<std::int32_t>(WaiterExit::NoResult));
     return files.WriteEnd(end) ? static_cast<WaiterExit>(end.runnerExit) : WaiterExit::NoResult;
 }
@@ -108,9 +108,9 @@ bool NodeRun::MayGoOn(Time now) {
     return hasParent && HoldsLease(now);
 }
 
-void NodeRun::WaitForNews() {
+void NodeRun::WaitForEvent() {
     std::vector<void*> handles = {tree.Root()};
-    for (void* const handle : {tree.Ended(), parent.Get(), wasAsked ? nullptr : stopSignal.Handle()}) {
+    for (void* const handle : {tree.ChildExited(), parent.Get(), wasAsked ? nullptr : stopSignal.Handle()}) {
         if (handle != nullptr) {
             handles.push_back(handle);
         }
@@ -119,7 +119,7 @@ void NodeRun::WaitForNews() {
 }
 
 WaiterExit NodeRun::GiveUp() {
-    tree.End();
+    tree.Kill();
     Say(L"the job was given up on " + MachineName() + L": its waiter, its lease or its step has gone");
     // Otherwise the next attempt waits longer.
     (void)files.WriteEnd({0, false});

@@ -36,7 +36,7 @@ private:
     bool HoldsLease(Time now);
     WaiterExit StartAndWatch();
     bool MayGoOn(Time now);
-    void WaitForNews();
+    void WaitForEvent();
     WaiterExit GiveUp();
 
     const NodeJob& job;

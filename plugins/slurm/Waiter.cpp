@@ -20,7 +20,7 @@ constexpr milliseconds pendingInterval{2000};
 constexpr milliseconds runningInterval{1000};
 /// How long `srun` may take to notice the end of its job, and a file to become visible on this machine.
 constexpr milliseconds longestDelay{10000};
-constexpr milliseconds clusterPatience{10000};
+constexpr milliseconds clusterTimeout{10000};
 
 } // namespace
 
@@ -47,7 +47,7 @@ bool Waiter::AwaitEarlierAttempts() {
         if (cancelPlan.HasBegun()) {
             return false;
         }
-        WaitForNews(std::min(runningInterval, beat.Interval()));
+        WaitForEvent(std::min(runningInterval, beat.Interval()));
     }
     return true;
 }
@@ -60,15 +60,15 @@ WaiterExit Waiter::StartAndWatch() {
                     L"The program srun cannot be started: " + error.Text() + L". Slurm's programs must be in PATH.");
     }
     while (srun.IsRunning()) {
-        WaitForNews(beat.HasBegun() || cancelPlan.HasBegun() ? std::min(runningInterval, beat.Interval())
-                                                             : std::min(pendingInterval, job.lostAfter));
+        WaitForEvent(beat.HasBegun() || cancelPlan.HasBegun() ? std::min(runningInterval, beat.Interval())
+                                                              : std::min(pendingInterval, job.lostAfter));
         Look(steady_clock::now());
     }
     AwaitEnd();
     return Conclude();
 }
 
-void Waiter::WaitForNews(milliseconds longest) {
+void Waiter::WaitForEvent(milliseconds longest) {
     std::vector<void*> handles;
     for (void* const handle : {srun.Handle(), srun.Readable()}) {
         if (handle != nullptr) {
@@ -157,7 +157,7 @@ void Waiter::AwaitEnd() {
 WaiterExit Waiter::Conclude() {
     if (srun.Handle() != nullptr) {
         // Slurm may still list the job as running, if its controller was away at the end.
-        CancelJobs(job.name, clusterPatience);
+        CancelJobs(job.name, clusterTimeout);
     }
     if (isHostGone) {
         return WaiterExit::HostEnded;

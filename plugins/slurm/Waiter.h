@@ -40,7 +40,7 @@ public:
 private:
     bool AwaitEarlierAttempts();
     WaiterExit StartAndWatch();
-    void WaitForNews(std::chrono::milliseconds longest);
+    void WaitForEvent(std::chrono::milliseconds longest);
     void Look(Time now);
     void LookAtNode(Time now);
     void CancelFurther(Time now);

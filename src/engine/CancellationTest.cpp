@@ -95,7 +95,7 @@ TEST_F(CancellationTest, KillprocessThatCannotBeMadeIsNotReported) {
 }
 
 /// Requests the stop of a job with this work directory.
-void AskToStop(const std::wstring& workDir) {
+void RequestStop(const std::wstring& workDir) {
     JobListInfo record{};
     record.workDir = workDir;
     EXPECT_TRUE(JobEntry(record).OnCancelJob());
@@ -105,17 +105,17 @@ TEST_F(CancellationTest, KillprocessStandsWhereTheWorkDirectorySaysSeenFromTheCu
     ASSERT_FALSE(platform::EnsureDirectory(directory / L"current"));
     ASSERT_FALSE(platform::EnsureDirectory(directory / L"beside"));
     const ScopedCurrentDirectory current(directory / L"current");
-    AskToStop(L"");
+    RequestStop(L"");
     EXPECT_TRUE(platform::Exists(directory / L"current\\killprocess"));
-    AskToStop(L"..\\beside");
+    RequestStop(L"..\\beside");
     EXPECT_TRUE(platform::Exists(directory / L"beside\\killprocess"));
-    AskToStop(directory / L"current\\..");
+    RequestStop(directory / L"current\\..");
     EXPECT_TRUE(platform::Exists(directory / L"killprocess"));
 }
 
 TEST_F(CancellationTest, KillprocessThatIsThereIsEmptied) {
     Write(L"killprocess", "content");
-    AskToStop(directory.Path() + L"\\");
+    RequestStop(directory.Path() + L"\\");
     EXPECT_EQ(ReadTextFile(directory / L"killprocess"), "");
 }
 

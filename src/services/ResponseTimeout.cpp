@@ -5,7 +5,7 @@
 
 #include "platform/system/Environment.h"
 
-namespace response_patience {
+namespace response_timeout {
 
 std::chrono::seconds From(const std::optional<std::wstring>& variable) {
     constexpr std::chrono::seconds usual{20};
@@ -20,4 +20,4 @@ std::chrono::seconds FromEnvironment() {
     return From(platform::GetEnvironment(L"QRV_KT_WAIT_RESPONSE_SEC"));
 }
 
-} // namespace response_patience
+} // namespace response_timeout

@@ -7,7 +7,7 @@
 #include "CommonControllerLib/Export.h"
 
 /// How long to wait for an answer of the host.
-namespace response_patience {
+namespace response_timeout {
 
 /// Parses the value of the variable named below: whole seconds, at most a day; 20 s if it is not set, 0 s for a
 /// negative number or a text without a number.
@@ -17,4 +17,4 @@ CONTROLLER_API std::chrono::seconds From(const std::optional<std::wstring>& vari
 /// environment variables.
 CONTROLLER_API std::chrono::seconds FromEnvironment();
 
-} // namespace response_patience
+} // namespace response_timeout

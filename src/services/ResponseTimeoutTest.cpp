@@ -5,7 +5,7 @@
 namespace {
 
 using namespace std::chrono_literals;
-using response_patience::From;
+using response_timeout::From;
 
 TEST(ResponseTimeoutTest, TheVariableSaysHowManySeconds) {
     EXPECT_EQ(From(std::nullopt), 20s);

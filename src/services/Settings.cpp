@@ -19,15 +19,15 @@ SettingsStore& TheStore() {
     return store;
 }
 
-void Report(const Findings& findings) {
-    if (!findings.error.empty()) {
+void Report(const Diagnostics& diagnostics) {
+    if (!diagnostics.error.empty()) {
         ControllerCSWrapper::WriteErrorLog(L"The settings are not usable, those from before stay in force: " +
-                                           findings.error);
+                                           diagnostics.error);
     }
-    for (const std::wstring& warning : findings.warnings) {
+    for (const std::wstring& warning : diagnostics.warnings) {
         ControllerCSWrapper::WriteWarnLog(L"A part of the settings has no effect: " + warning);
     }
-    for (const std::wstring& file : findings.exposedFiles) {
+    for (const std::wstring& file : diagnostics.exposedFiles) {
         ControllerCSWrapper::WriteWarnLog(
             L"Everybody may change " + platform::ToNativeText(file) +
             L", and so decide what runs in your name: take the right to write from others");
@@ -35,9 +35,9 @@ void Report(const Findings& findings) {
 }
 
 /// The log follows the settings before they report to it.
-std::shared_ptr<const Settings> PutInForce(std::shared_ptr<const Settings> current, const Findings& findings) {
+std::shared_ptr<const Settings> PutInForce(std::shared_ptr<const Settings> current, const Diagnostics& diagnostics) {
     log_file::UseSettings(current->logLevel, current->logFile);
-    Report(findings);
+    Report(diagnostics);
     return current;
 }
 
@@ -49,15 +49,15 @@ void UseFile(const std::wstring& path) {
 }
 
 std::shared_ptr<const Settings> Current() {
-    Findings findings;
-    std::shared_ptr<const Settings> current = TheStore().Current(findings);
-    return PutInForce(std::move(current), findings);
+    Diagnostics diagnostics;
+    std::shared_ptr<const Settings> current = TheStore().Current(diagnostics);
+    return PutInForce(std::move(current), diagnostics);
 }
 
 std::shared_ptr<const Settings> FrozenForProcess() {
-    Findings findings;
-    std::shared_ptr<const Settings> current = TheStore().FrozenForProcess(findings);
-    return PutInForce(std::move(current), findings);
+    Diagnostics diagnostics;
+    std::shared_ptr<const Settings> current = TheStore().FrozenForProcess(diagnostics);
+    return PutInForce(std::move(current), diagnostics);
 }
 
 std::wstring FileInUse() {
@@ -65,9 +65,9 @@ std::wstring FileInUse() {
 }
 
 std::wstring Problem() {
-    Findings findings;
-    std::wstring problem = TheStore().Problem(findings);
-    Report(findings);
+    Diagnostics diagnostics;
+    std::wstring problem = TheStore().Problem(diagnostics);
+    Report(diagnostics);
     return problem;
 }
 

@@ -10,32 +10,32 @@
 namespace settings {
 namespace {
 
-/// Restores one member from `held`.
+/// Restores one member from `frozen`.
 template <typename Value>
-void HoldMember(const wchar_t* name, Value Settings::*member, const Settings& held, Settings& read,
-                std::vector<std::wstring>& warnings) {
-    if (read.*member != held.*member) {
+void KeepFrozenMember(const wchar_t* name, Value Settings::*member, const Settings& frozen, Settings& read,
+                      std::vector<std::wstring>& warnings) {
+    if (read.*member != frozen.*member) {
         warnings.push_back(platform::ToNativeText(read.file) + L": " + name +
                            L": a change takes effect with the next start");
-        read.*member = held.*member;
+        read.*member = frozen.*member;
     }
 }
 
-void HoldMembers(const Settings& held, Settings& read, std::vector<std::wstring>& warnings) {
-    HoldMember(L"jobListFile", &Settings::jobListFile, held, read, warnings);
-    HoldMember(L"logFile", &Settings::logFile, held, read, warnings);
-    HoldMember(L"functionModules", &Settings::functionModules, held, read, warnings);
-    HoldMember(L"libraryDirectories", &Settings::libraryDirectories, held, read, warnings);
-    HoldMember(L"eventTransmitter", &Settings::eventTransmitter, held, read, warnings);
-    HoldMember(L"transmitterName", &Settings::transmitterName, held, read, warnings);
+void KeepFrozenMembers(const Settings& frozen, Settings& read, std::vector<std::wstring>& warnings) {
+    KeepFrozenMember(L"jobListFile", &Settings::jobListFile, frozen, read, warnings);
+    KeepFrozenMember(L"logFile", &Settings::logFile, frozen, read, warnings);
+    KeepFrozenMember(L"functionModules", &Settings::functionModules, frozen, read, warnings);
+    KeepFrozenMember(L"libraryDirectories", &Settings::libraryDirectories, frozen, read, warnings);
+    KeepFrozenMember(L"eventTransmitter", &Settings::eventTransmitter, frozen, read, warnings);
+    KeepFrozenMember(L"transmitterName", &Settings::transmitterName, frozen, read, warnings);
 }
 
 } // namespace
 
-SettingsStore::Place SettingsStore::DefaultPlace() {
+SettingsStore::Source SettingsStore::DefaultSource() {
     const std::wstring named = platform::GetEnvironment(L"CONTROLLER_SETTINGS_FILE").value_or(std::wstring());
     if (!named.empty()) {
-        return NamedPlace(named);
+        return NamedSource(named);
     }
     const std::wstring directory = platform::UserConfigurationDirectory();
     if (directory.empty()) {
@@ -44,56 +44,56 @@ SettingsStore::Place SettingsStore::DefaultPlace() {
     return {directory + L'\\' + platform::applicationDirectoryName + L"\\settings.json", false};
 }
 
-SettingsStore::Place SettingsStore::NamedPlace(const std::wstring& path) {
+SettingsStore::Source SettingsStore::NamedSource(const std::wstring& path) {
     return {platform::ResolveAgainst(platform::CurrentDirectory(), path), true};
 }
 
 void SettingsStore::Use(const std::wstring& path) {
     const std::lock_guard<std::mutex> lock(mutex);
-    place = path.empty() ? std::optional<Place>() : NamedPlace(path);
+    source = path.empty() ? std::optional<Source>() : NamedSource(path);
     hasLooked = false;
     current.reset();
-    held.reset();
+    frozen.reset();
     problem.clear();
 }
 
-std::shared_ptr<const Settings> SettingsStore::FrozenForProcess(Findings& findings) {
+std::shared_ptr<const Settings> SettingsStore::FrozenForProcess(Diagnostics& diagnostics) {
     const std::lock_guard<std::mutex> lock(mutex);
-    Update(findings);
-    held = current;
+    Update(diagnostics);
+    frozen = current;
     return current;
 }
 
-std::shared_ptr<const Settings> SettingsStore::Current(Findings& findings) {
+std::shared_ptr<const Settings> SettingsStore::Current(Diagnostics& diagnostics) {
     const std::lock_guard<std::mutex> lock(mutex);
-    Update(findings);
+    Update(diagnostics);
     return current;
 }
 
 std::wstring SettingsStore::FileInUse() {
     const std::lock_guard<std::mutex> lock(mutex);
-    FindPlace();
-    return place->path;
+    FindSource();
+    return source->path;
 }
 
-std::wstring SettingsStore::Problem(Findings& findings) {
+std::wstring SettingsStore::Problem(Diagnostics& diagnostics) {
     const std::lock_guard<std::mutex> lock(mutex);
-    Update(findings);
+    Update(diagnostics);
     return problem;
 }
 
-void SettingsStore::FindPlace() {
-    if (!place) {
-        place = DefaultPlace();
+void SettingsStore::FindSource() {
+    if (!source) {
+        source = DefaultSource();
     }
 }
 
-void SettingsStore::Update(Findings& findings) {
+void SettingsStore::Update(Diagnostics& diagnostics) {
     if (!current) {
         current = std::make_shared<const Settings>(BuiltInSettings());
     }
-    FindPlace();
-    const std::optional<platform::FileStamp> newStamp = platform::StampOf(place->path);
+    FindSource();
+    const std::optional<platform::FileStamp> newStamp = platform::StampOf(source->path);
     const bool isNew = !hasLooked || newStamp != stamp;
     // A file that could not be opened is tried again even if its time stamp has not changed.
     if (!isNew && problem.empty()) {
@@ -102,25 +102,25 @@ void SettingsStore::Update(Findings& findings) {
     hasLooked = true;
     stamp = newStamp;
     const std::wstring known = std::exchange(problem, {});
-    Findings found;
+    Diagnostics found;
     Read(found);
     if (isNew || problem != known) {
         found.error = problem;
-        findings = std::move(found);
+        diagnostics = std::move(found);
     }
 }
 
-void SettingsStore::Read(Findings& findings) {
-    if (!stamp && !place->isNamed && current->file.empty()) {
+void SettingsStore::Read(Diagnostics& diagnostics) {
+    if (!stamp && !source->isNamed && current->file.empty()) {
         return;
     }
     Settings read;
-    if (ReadSettingsFile(place->path, read, problem, findings.warnings)) {
-        if (held) {
-            HoldMembers(*held, read, findings.warnings);
+    if (ReadSettingsFile(source->path, read, problem, diagnostics.warnings)) {
+        if (frozen) {
+            KeepFrozenMembers(*frozen, read, diagnostics.warnings);
         }
         current = std::make_shared<const Settings>(std::move(read));
-        findings.exposedFiles = ExposedFiles(*current);
+        diagnostics.exposedFiles = ExposedFiles(*current);
     }
 }
 

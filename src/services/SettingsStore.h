@@ -12,7 +12,7 @@
 namespace settings {
 
 /// What a look at the settings file has found: what is new since the last one.
-struct Findings {
+struct Diagnostics {
     /// Why the file cannot be used; empty if it can.
     std::wstring error;
     /// Parts of the file without effect.
@@ -21,37 +21,37 @@ struct Findings {
     std::vector<std::wstring> exposedFiles;
 };
 
-/// The settings in force, read again when their file has changed. Each operation replaces `findings` if it has read the
-/// file. Threads: any.
+/// The settings in force, read again when their file has changed. Each operation replaces `diagnostics` if it has read
+/// the file. Threads: any.
 class SettingsStore {
 public:
     /// As `settings::UseFile`.
     void Use(const std::wstring& path);
     /// As `settings::Current`.
-    std::shared_ptr<const Settings> Current(Findings& findings);
+    std::shared_ptr<const Settings> Current(Diagnostics& diagnostics);
     /// As `settings::FrozenForProcess`.
-    std::shared_ptr<const Settings> FrozenForProcess(Findings& findings);
+    std::shared_ptr<const Settings> FrozenForProcess(Diagnostics& diagnostics);
     std::wstring FileInUse();
-    std::wstring Problem(Findings& findings);
+    std::wstring Problem(Diagnostics& diagnostics);
 
 private:
     /// The settings file to read. If the user named it, it must exist.
-    struct Place {
+    struct Source {
         std::wstring path;
         bool isNamed = false;
     };
 
-    static Place DefaultPlace();
-    static Place NamedPlace(const std::wstring& path);
-    void FindPlace();
-    void Update(Findings& findings);
-    void Read(Findings& findings);
+    static Source DefaultSource();
+    static Source NamedSource(const std::wstring& path);
+    void FindSource();
+    void Update(Diagnostics& diagnostics);
+    void Read(Diagnostics& diagnostics);
 
     std::mutex mutex;
-    std::optional<Place> place;
+    std::optional<Source> source;
     std::shared_ptr<const Settings> current;
     /// Settings frozen for the life of this process.
-    std::shared_ptr<const Settings> held;
+    std::shared_ptr<const Settings> frozen;
     /// The state of the file that was read last; nothing if it did not exist.
     std::optional<platform::FileStamp> stamp;
     bool hasLooked = false;

@@ -18,10 +18,10 @@ protected:
     void Write(const std::string& text) const { WriteTextFile(file, text); }
 
     /// What the next look at the file finds.
-    settings::Findings Look() {
-        settings::Findings findings;
-        (void)store.Current(findings);
-        return findings;
+    settings::Diagnostics Look() {
+        settings::Diagnostics diagnostics;
+        (void)store.Current(diagnostics);
+        return diagnostics;
     }
 
     const TemporaryDirectory directory;
@@ -30,30 +30,30 @@ protected:
 };
 
 TEST_F(SettingsStoreTest, TheFileIsInForce) {
-    settings::Findings findings;
-    EXPECT_EQ(store.Current(findings)->logLevel, log_file::Level::Error);
+    settings::Diagnostics diagnostics;
+    EXPECT_EQ(store.Current(diagnostics)->logLevel, log_file::Level::Error);
     EXPECT_EQ(store.FileInUse(), file);
-    EXPECT_EQ(findings.error, L"");
-    EXPECT_TRUE(findings.warnings.empty());
+    EXPECT_EQ(diagnostics.error, L"");
+    EXPECT_TRUE(diagnostics.warnings.empty());
 }
 
 TEST_F(SettingsStoreTest, AnotherStoreHasSettingsOfItsOwn) {
     WriteTextFile(directory / L"other.json", R"({"logLevel":"debug"})");
     settings::SettingsStore other;
     other.Use(directory / L"other.json");
-    settings::Findings findings;
-    EXPECT_EQ(other.Current(findings)->logLevel, log_file::Level::Debug);
-    EXPECT_EQ(store.Current(findings)->logLevel, log_file::Level::Error);
+    settings::Diagnostics diagnostics;
+    EXPECT_EQ(other.Current(diagnostics)->logLevel, log_file::Level::Debug);
+    EXPECT_EQ(store.Current(diagnostics)->logLevel, log_file::Level::Error);
 }
 
 TEST_F(SettingsStoreTest, AnInvalidFileIsFoundOnceAndChangesNothing) {
     (void)Look();
     Write("{");
-    settings::Findings findings;
-    EXPECT_EQ(store.Current(findings)->logLevel, log_file::Level::Error);
-    EXPECT_NE(findings.error.find(L"settings.json"), std::wstring::npos);
+    settings::Diagnostics diagnostics;
+    EXPECT_EQ(store.Current(diagnostics)->logLevel, log_file::Level::Error);
+    EXPECT_NE(diagnostics.error.find(L"settings.json"), std::wstring::npos);
     EXPECT_EQ(Look().error, L"");
-    EXPECT_NE(store.Problem(findings), L"");
+    EXPECT_NE(store.Problem(diagnostics), L"");
 }
 
 TEST_F(SettingsStoreTest, APartWithoutEffectIsFoundOnce) {
@@ -63,14 +63,14 @@ TEST_F(SettingsStoreTest, APartWithoutEffectIsFoundOnce) {
 }
 
 TEST_F(SettingsStoreTest, WhatIsFrozenTakesEffectWithTheNextStart) {
-    settings::Findings findings;
-    const std::wstring atStart = store.FrozenForProcess(findings)->logFile;
+    settings::Diagnostics diagnostics;
+    const std::wstring atStart = store.FrozenForProcess(diagnostics)->logFile;
     Write(R"({"logLevel":"warning","logFile":"other.log"})");
-    const auto current = store.Current(findings);
+    const auto current = store.Current(diagnostics);
     EXPECT_EQ(current->logFile, atStart);
     EXPECT_EQ(current->logLevel, log_file::Level::Warning);
-    ASSERT_EQ(findings.warnings.size(), 1U);
-    EXPECT_NE(findings.warnings[0].find(L"logFile: a change takes effect with the next start"), std::wstring::npos);
+    ASSERT_EQ(diagnostics.warnings.size(), 1U);
+    EXPECT_NE(diagnostics.warnings[0].find(L"logFile: a change takes effect with the next start"), std::wstring::npos);
 }
 
 } // namespace

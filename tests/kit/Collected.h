@@ -21,10 +21,10 @@ public:
         changed.notify_all();
     }
 
-    /// Waits until there are `count`, and returns all. Throws std::runtime_error after the tests' patience.
+    /// Waits until there are `count`, and returns all. Throws std::runtime_error after the tests' timeout.
     std::vector<T> WaitFor(std::size_t count) const {
         std::unique_lock guard(lock);
-        if (!changed.wait_for(guard, test_support::patience, [&] { return things.size() >= count; })) {
+        if (!changed.wait_for(guard, test_support::timeout, [&] { return things.size() >= count; })) {
             throw std::runtime_error("waited in vain for " + std::to_string(count) + ", " +
                                      std::to_string(things.size()) + " came");
         }

@@ -10,13 +10,13 @@
 namespace test_support {
 
 /// The limit for every wait of a test; far more than needed.
-inline constexpr std::chrono::seconds patience{200};
+inline constexpr std::chrono::seconds timeout{200};
 
 /// Ends the test program and all processes it has started, with a message, if it still exists after `longest`. For
 /// waits without a time limit.
 class Deadline {
 public:
-    explicit Deadline(std::string what, std::chrono::seconds longest = patience);
+    explicit Deadline(std::string what, std::chrono::seconds longest = timeout);
     ~Deadline();
     Deadline(const Deadline&) = delete;
     Deadline& operator=(const Deadline&) = delete;

@@ -133,7 +133,7 @@ bool TestClient::Meet(void* process) {
     const std::wstring greeting = L"meeting " + std::to_wstring(++meetings);
     const std::wstring answer = L"CheckJobStatusResponse";
     Send(L"CheckJobStatusRequest", ControllerCSWrapper::Serialize(L"CheckJobStatusRequest", std::vector{greeting}));
-    const Time limit = steady_clock::now() + test_support::patience;
+    const Time limit = steady_clock::now() + test_support::timeout;
     while (const auto event = Next(answer, limit)) {
         // Only the host that was asked returns this text.
         if (event->name == answer && event->content.find(greeting) != std::wstring::npos) {
@@ -225,7 +225,7 @@ std::optional<TestClient::Event> TestClient::Next(const std::wstring& awaited, T
 }
 
 std::optional<TestClient::Event> TestClient::NextNamed(const std::wstring& name) {
-    const Time limit = steady_clock::now() + test_support::patience;
+    const Time limit = steady_clock::now() + test_support::timeout;
     while (auto event = Next(name, limit)) {
         Hear(*event);
         if (event->name == name) {

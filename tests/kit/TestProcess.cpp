@@ -77,7 +77,7 @@ bool ReadUntil(platform::OutputPipe& pipe, const std::string& text) {
 }
 
 bool WaitUntilSignalled(void* handle) {
-    return platform::WaitForAny({handle}, patience).has_value();
+    return platform::WaitForAny({handle}, timeout).has_value();
 }
 
 } // namespace test_support

@@ -112,7 +112,7 @@ std::vector<Candidate> AskHost(const CommandContext& context, const CompletionPo
         return {};
     }
     CommandContext quick = context;
-    quick.patience = std::min(context.patience, longestWait);
+    quick.timeout = std::min(context.timeout, longestWait);
     try {
         return HostCandidates(quick, point);
     } catch (const CommandFailure&) {

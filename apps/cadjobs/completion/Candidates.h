@@ -21,7 +21,7 @@ struct Candidate {
 std::vector<Candidate> FixedCandidates(const Texts& texts, const CompletionPoint& point);
 
 /// Candidates that a running host knows: jobs, scenarios and parameters. Starts no host; throws `CommandFailure` if
-/// none answers within `context.patience`.
+/// none answers within `context.timeout`.
 std::vector<Candidate> HostCandidates(CommandContext& context, const CompletionPoint& point);
 
 /// The hidden subcommand `complete`: writes "files", "directories" or "words" (whether names of files may follow as

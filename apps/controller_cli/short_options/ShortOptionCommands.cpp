@@ -107,7 +107,7 @@ ExitCode Cancel(CommandContext& context, const CLIArgumentParser& parser) {
     for (const std::wstring& number : numbers) {
         session.Presenter().CancelJobs(number);
     }
-    const std::size_t answered = session.WaitForCancelAnswers(numbers.size(), context.patience);
+    const std::size_t answered = session.WaitForCancelAnswers(numbers.size(), context.timeout);
     if (answered < numbers.size() && !session.IsConnected()) {
         FailHostGone(context);
     }

@@ -289,14 +289,14 @@ TEST_F(ShortOptionCommandsTest, WhatTheHostTellsAllMayComeBeforeTheCommandIsSetU
 }
 
 TEST_F(ShortOptionCommandsTest, ACancelThatIsNotAnsweredIsTold) {
-    patience = std::chrono::milliseconds(0);
+    timeout = std::chrono::milliseconds(0);
     EXPECT_EQ(Run({L"-c", L"3"}), 3);
     EXPECT_EQ(console.errors, "controller_cli: The host did not answer the request to cancel job 3; whether it was "
                               "cancelled is not known.\n");
 }
 
 TEST_F(ShortOptionCommandsTest, EveryCancelIsSentHoweverLittleTimeThereIs) {
-    patience = std::chrono::milliseconds(0);
+    timeout = std::chrono::milliseconds(0);
     EXPECT_EQ(Run({L"-c", L"2,3"}), 3);
     EXPECT_EQ(host.Requests().size(), 2U);
     EXPECT_NE(console.errors.find("cancel job 2, 3;"), std::string::npos) << console.errors;

@@ -31,7 +31,7 @@ TEST_F(ShortOptionConnectionTest, AHostThatStaysBusyIsToldAsBusy) {
     host.transmitter.isBusy = true;
     host.transmitter.connectionProblem = L"it is busy: 256 front ends are connected";
     host.transmitter.canSend = false;
-    patience = std::chrono::milliseconds(0);
+    timeout = std::chrono::milliseconds(0);
     EXPECT_EQ(WithoutHost({L"-s1"}),
               "controller_cli: The host cannot be reached: it is busy: 256 front ends are connected\n");
 }
@@ -50,7 +50,7 @@ TEST_F(ShortOptionConnectionTest, AHostThatListensElsewhereIsNamed) {
 }
 
 TEST_F(ShortOptionConnectionTest, HandlersAreTakenAwayAtTheEnd) {
-    patience = std::chrono::milliseconds(0);
+    timeout = std::chrono::milliseconds(0);
     (void)WithoutHost({L"-c1"});
     EXPECT_FALSE(host.transmitter.HasHandlers());
 }

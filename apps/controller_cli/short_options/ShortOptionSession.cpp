@@ -69,14 +69,14 @@ bool ShortOptionSession::IsConnected() const {
     return connection.IsOpen();
 }
 
-std::size_t ShortOptionSession::WaitForCancelAnswers(std::size_t expected, milliseconds patience) {
-    const auto deadline = steady_clock::now() + patience;
+std::size_t ShortOptionSession::WaitForCancelAnswers(std::size_t expected, milliseconds timeout) {
+    const auto deadline = steady_clock::now() + timeout;
     while (cancelAnswers.Count() < expected && IsConnected()) {
         const auto left = std::chrono::ceil<milliseconds>(deadline - steady_clock::now());
         if (left <= milliseconds(0)) {
             break;
         }
-        platform::WaitForAny({cancelAnswers.Arrived()}, std::min(left, connectionInterval));
+        platform::WaitForAny({cancelAnswers.Readable()}, std::min(left, connectionInterval));
         cancelAnswers.Clear();
     }
     return cancelAnswers.Count();

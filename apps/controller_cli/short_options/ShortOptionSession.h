@@ -25,7 +25,7 @@ public:
 
     std::size_t Count() const { return count; }
     /// Signalled if an answer has arrived since `Clear`.
-    void* Arrived() const { return arrived.Handle(); }
+    void* Readable() const { return arrived.Handle(); }
     void Clear() { arrived.Clear(); }
 
 private:
@@ -75,7 +75,7 @@ public:
 
     /// Waits until `expected` cancellations are answered, the timeout expires, or the host disconnects. Returns the
     /// number of answers.
-    std::size_t WaitForCancelAnswers(std::size_t expected, std::chrono::milliseconds patience);
+    std::size_t WaitForCancelAnswers(std::size_t expected, std::chrono::milliseconds timeout);
 
 private:
     const HostConnection connection;

@@ -24,11 +24,11 @@ std::wstring WaitForEnd(platform::ProcessTree& tree, const std::vector<void*>& r
     const auto deadline = steady_clock::now() + limit;
     std::vector<void*> handles{tree.Root()};
     handles.insert(handles.end(), reasonsToStop.begin(), reasonsToStop.end());
-    if (tree.Ended() != nullptr) {
-        handles.push_back(tree.Ended());
+    if (tree.ChildExited() != nullptr) {
+        handles.push_back(tree.ChildExited());
     }
     for (;;) {
-        tree.Tidy();
+        tree.ReapChildren();
         if (!platform::IsProcessRunning(tree.Root())) {
             const std::int32_t exitCode = tree.RootExitCode().value_or(-1);
             return exitCode == 0 ? std::wstring() : L"ended with " + platform::ExitCodeText(exitCode);
@@ -61,7 +61,7 @@ std::wstring RunSupervised(const SupervisedHook& hook) {
         return L"cannot be started: " + error.Text();
     }
     std::wstring problem = WaitForEnd(tree, {stop.Get(), host.Get(), stopSignal.Handle()}, hook.limit);
-    tree.End();
+    tree.Kill();
     return problem;
 }
 

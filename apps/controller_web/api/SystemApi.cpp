@@ -23,7 +23,7 @@ private:
     ApiParts PartsFor(const ApiOptions& options) {
         const std::wstring directory = platform::ParentDirectory(settings::Current()->jobListFile);
         return {options.isReadOnly,
-                {console, texts, host, nullptr, response_patience::FromEnvironment(), platform::Now, L"controller_web"},
+                {console, texts, host, nullptr, response_timeout::FromEnvironment(), platform::Now, L"controller_web"},
                 directory,
                 platform::ResolveAgainst(directory, L"uploads"),
                 [] { return settings::Current()->web.inputDirectories; }};

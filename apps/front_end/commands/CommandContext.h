@@ -19,7 +19,7 @@ struct CommandContext {
     /// Signalled when the user wants this program to end; null: never.
     void* stop = nullptr;
     /// Response timeout of the host.
-    std::chrono::milliseconds patience;
+    std::chrono::milliseconds timeout;
     /// Current time in seconds since 1970.
     std::function<std::int64_t()> now;
     /// The name of this program, for its messages.

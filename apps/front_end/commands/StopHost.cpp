@@ -36,7 +36,7 @@ ExitCode StopHost(CommandContext& context, const Command& command) {
     try {
         HostSession(context, Start::Never).StopHost();
     } catch (const UnreachableHost& unreachable) {
-        RequireEnd(context, context.host.EndRunningHost(context.patience), unreachable);
+        RequireEnd(context, context.host.EndRunningHost(context.timeout), unreachable);
     }
     return TellEnded(context, command.asJson);
 }
@@ -52,8 +52,7 @@ ExitCode StopHostWithoutSettings(CommandContext& context, const std::wstring& pr
         throw CommandFailure{ExitCode::Usage, unasked};
     }
     WriteProblem(context, context.texts.Format(L"Notes/SettingsHost", {problem, description}));
-    RequireEnd(context, context.host.EndHostOfSettingsFile(hosts.front(), context.patience),
-               {ExitCode::Usage, unasked});
+    RequireEnd(context, context.host.EndHostOfSettingsFile(hosts.front(), context.timeout), {ExitCode::Usage, unasked});
     return TellEnded(context);
 }
 

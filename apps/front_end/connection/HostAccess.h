@@ -69,14 +69,14 @@ public:
     /// The endpoint where this client looks for a host, as the module describes it; empty if it does not.
     virtual std::wstring Place() = 0;
 
-    /// Asks that host to end by means that need no connection of this client, and waits for its end up to `patience`.
-    virtual HostEnd EndRunningHost(std::chrono::milliseconds patience) = 0;
+    /// Asks that host to end by means that need no connection of this client, and waits for its end up to `timeout`.
+    virtual HostEnd EndRunningHost(std::chrono::milliseconds timeout) = 0;
 
     /// The running hosts that were started with the settings file in use, even if the file has changed since.
     virtual std::vector<host_lock::Holder> HostsOfSettingsFile() = 0;
 
-    /// Asks one of these hosts to end, and waits for its end up to `patience`.
-    virtual HostEnd EndHostOfSettingsFile(const host_lock::Holder& holder, std::chrono::milliseconds patience) = 0;
+    /// Asks one of these hosts to end, and waits for its end up to `timeout`.
+    virtual HostEnd EndHostOfSettingsFile(const host_lock::Holder& holder, std::chrono::milliseconds timeout) = 0;
 
 protected:
     HostAccess() = default;

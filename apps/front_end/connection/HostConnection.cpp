@@ -35,7 +35,7 @@ bool IsConnected(const CommandContext& context, EventTransmitterExtension& exten
 }
 
 CommandFailure NoAnswer(const CommandContext& context) {
-    const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(context.patience).count();
+    const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(context.timeout).count();
     return {ExitCode::NoHost, context.texts.Format(L"Errors/NoAnswer", {std::to_wstring(seconds)})};
 }
 
@@ -71,7 +71,7 @@ void WaitForTheNextTry(const CommandContext& context) {
 
 /// Starts a host if no process is one. Waits for one that is starting or busy.
 void AwaitHost(CommandContext& context, Start start, EventTransmitterExtension& extension, std::wstring& busy) {
-    const auto deadline = steady_clock::now() + context.patience;
+    const auto deadline = steady_clock::now() + context.timeout;
     bool isThere = context.host.IsHostThere();
     if (!isThere && start == Start::WhenNoneRuns) {
         StartHost(context);

@@ -54,7 +54,7 @@ TEST_F(HostConnectionTest, AHostThatSomebodyElseIsStartingIsWaitedFor) {
 TEST_F(HostConnectionTest, AHostThatDoesNotBecomeReadyIsWaitedForAsLongAsAnAnswerMayTake) {
     host.runs = false;
     host.looksUntilReady = 1000000;
-    patience = std::chrono::milliseconds(0);
+    timeout = std::chrono::milliseconds(0);
     EXPECT_EQ(Run({L"list", L"-f"}), 3);
     EXPECT_EQ(console.errors, "cadjobs: The host did not answer within 0 s. QRV_KT_WAIT_RESPONSE_SEC sets how "
                               "long to wait.\n");
@@ -107,7 +107,7 @@ TEST_F(HostConnectionTest, AHostThatStaysBusyIsToldAsBusy) {
     host.transmitter.isBusy = true;
     host.transmitter.connectionProblem = L"it is busy: 256 front ends are connected";
     host.transmitter.canSend = false;
-    patience = std::chrono::milliseconds(0);
+    timeout = std::chrono::milliseconds(0);
     for (const std::vector<std::wstring>& arguments :
          std::vector<std::vector<std::wstring>>{{L"list"}, {L"list", L"-f"}, {L"wait", L"1", L"-f"}}) {
         console.errors.clear();
@@ -170,7 +170,7 @@ TEST_F(HostConnectionTest, AHostThatGoesAwayBetweenTwoRequestsIsTold) {
 
 TEST_F(HostConnectionTest, AnAnswerThatDoesNotComeIsTold) {
     host.answers[L"InitJobsRequest"] = {L"CancelJobsFinish", LR"({"CancelJobsFinish":[]})"};
-    patience = std::chrono::milliseconds(0);
+    timeout = std::chrono::milliseconds(0);
     EXPECT_EQ(Run({L"list"}), 3);
     EXPECT_EQ(console.errors, "cadjobs: The host did not answer within 0 s. QRV_KT_WAIT_RESPONSE_SEC sets how "
                               "long to wait.\n");

@@ -89,13 +89,13 @@ std::vector<ScenarioParameterSetInfo> HostSession::FetchParameterSets(const std:
 }
 
 void HostSession::StopHost() {
-    const auto deadline = steady_clock::now() + context.patience;
+    const auto deadline = steady_clock::now() + context.timeout;
     Await(requests.TerminateRequest(), &Answers::terminated);
     if (connection.extension == nullptr) {
         throw CommandFailure{ExitCode::JobFailed, context.texts.Get(L"Errors/HostEndNotSeen")};
     }
-    Wake wake = Wake::Arrived;
-    while (wake == Wake::Arrived) {
+    Wake wake = Wake::Readable;
+    while (wake == Wake::Readable) {
         wake = WaitForMail(deadline);
     }
     if (wake == Wake::TimeIsOver) {
@@ -131,8 +131,8 @@ std::vector<JobStatusInfo> HostSession::CollectUpdates(Deadline deadline, const 
 template <typename Answer>
 Answer HostSession::Await(bool wasSent, std::optional<Answer> Answers::*answer) {
     RequireSent(wasSent);
-    const auto deadline = steady_clock::now() + context.patience;
-    for (Wake wake = Wake::Arrived;; wake = WaitForMail(deadline)) {
+    const auto deadline = steady_clock::now() + context.timeout;
+    for (Wake wake = Wake::Readable;; wake = WaitForMail(deadline)) {
         if (std::optional<Answer> taken = inbox.Take(answer)) {
             return std::move(*taken);
         }
@@ -175,7 +175,7 @@ HostSession::Wake HostSession::WaitForMail(Deadline deadline, const OtherEnds& e
 }
 
 std::optional<HostSession::Wake> HostSession::WaitOnce(milliseconds longest, const OtherEnds& ends) {
-    std::vector<void*> handles = {inbox.Arrived(), context.stop, ends.readerGone, ends.wake};
+    std::vector<void*> handles = {inbox.Readable(), context.stop, ends.readerGone, ends.wake};
     std::erase(handles, nullptr);
     const auto signalled = platform::WaitForAny(handles, longest);
     if (!signalled) {
@@ -191,7 +191,7 @@ std::optional<HostSession::Wake> HostSession::WaitOnce(milliseconds longest, con
         return Wake::TimeIsOver;
     }
     inbox.Clear();
-    return Wake::Arrived;
+    return Wake::Readable;
 }
 
 /// A terminal shows "^C" at the cursor; the following output starts on a new line.

@@ -51,7 +51,7 @@ public:
     std::vector<JobStatusInfo> WaitForUpdates(std::chrono::milliseconds interval, void* wake);
 
 private:
-    enum class Wake { Arrived, TimeIsOver, HostGone };
+    enum class Wake { Readable, TimeIsOver, HostGone };
     /// What ends a wait beside mail and time; null: nothing does.
     struct OtherEnds {
         /// Ends it with a failure.

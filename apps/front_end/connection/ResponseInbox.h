@@ -37,7 +37,7 @@ struct Answers {
 class ResponseInbox final : public ControllerPresenterAbs {
 public:
     /// Signalled if a message has arrived since `Clear`.
-    void* Arrived() const { return arrived.Handle(); }
+    void* Readable() const { return arrived.Handle(); }
     void Clear() { arrived.Clear(); }
 
     /// Removes and returns an answer, if it has arrived.

@@ -131,11 +131,11 @@ void AskToEnd(void* host, EventTransmitter* transmitter, EventTransmitterExtensi
 }
 
 /// If the host has not received a request, its process is asked to end.
-HostEnd AwaitEnd(void* process, bool isAsked, std::chrono::milliseconds patience) {
+HostEnd AwaitEnd(void* process, bool isAsked, std::chrono::milliseconds timeout) {
     if (process == nullptr || !(isAsked || platform::RequestTermination(process))) {
         return HostEnd::CannotBeAsked;
     }
-    return platform::WaitForAny({process}, patience) ? HostEnd::Ended : HostEnd::StillRunning;
+    return platform::WaitForAny({process}, timeout) ? HostEnd::Ended : HostEnd::StillRunning;
 }
 
 } // namespace
@@ -278,7 +278,7 @@ bool SystemHostAccess::RequestEndOf(const host_lock::Holder& holder) const {
     return transmitter != nullptr && RequestProxy(*transmitter, modules.GetExtension(id)).TerminateRequest();
 }
 
-HostEnd SystemHostAccess::EndRunningHost(std::chrono::milliseconds patience) {
+HostEnd SystemHostAccess::EndRunningHost(std::chrono::milliseconds timeout) {
     host_lock::Holder holder;
     if (!FindHolder(holder)) {
         return HostEnd::Ended;
@@ -287,16 +287,16 @@ HostEnd SystemHostAccess::EndRunningHost(std::chrono::milliseconds patience) {
     const platform::OwnedHandle process = host_lock::OpenHolder(holder);
     // A host with this program's own endpoint has already been asked.
     const bool isAsked = L"client:" + holder.transmitterName != transmitterId && RequestEndOf(holder);
-    return AwaitEnd(process.Get(), isAsked, patience);
+    return AwaitEnd(process.Get(), isAsked, timeout);
 }
 
 std::vector<host_lock::Holder> SystemHostAccess::HostsOfSettingsFile() {
     return host_records::StartedWith(settings::FileInUse());
 }
 
-HostEnd SystemHostAccess::EndHostOfSettingsFile(const host_lock::Holder& holder, std::chrono::milliseconds patience) {
+HostEnd SystemHostAccess::EndHostOfSettingsFile(const host_lock::Holder& holder, std::chrono::milliseconds timeout) {
     const platform::OwnedHandle process = host_lock::OpenHolder(holder);
-    return AwaitEnd(process.Get(), RequestEndOf(holder), patience);
+    return AwaitEnd(process.Get(), RequestEndOf(holder), timeout);
 }
 
 } // namespace front_end

@@ -31,9 +31,9 @@ public:
     std::wstring HostElsewhere() override;
     std::wstring Place() override;
     /// By a request if it listens under another name; otherwise, on Linux, by SIGTERM.
-    HostEnd EndRunningHost(std::chrono::milliseconds patience) override;
+    HostEnd EndRunningHost(std::chrono::milliseconds timeout) override;
     std::vector<host_lock::Holder> HostsOfSettingsFile() override;
-    HostEnd EndHostOfSettingsFile(const host_lock::Holder& holder, std::chrono::milliseconds patience) override;
+    HostEnd EndHostOfSettingsFile(const host_lock::Holder& holder, std::chrono::milliseconds timeout) override;
 
 private:
     platform::ProcessStart ProcessOf(const std::wstring& programName) const;

@@ -76,7 +76,7 @@ TEST_F(OutputCaptureTest, OutputThatNobodyLookedAtIsReadAtTheEnd) {
     EXPECT_EQ(LogAtEnd(), "only");
 }
 
-TEST_F(OutputCaptureTest, OutputHeldOpenByAnotherProcessIsReadUntilPatienceEnds) {
+TEST_F(OutputCaptureTest, OutputHeldOpenByAnotherProcessIsReadUntilTheTimeoutEnds) {
     capture.Finish(milliseconds(0));
     EXPECT_EQ(capture.Readable(), nullptr);
     Print("late");

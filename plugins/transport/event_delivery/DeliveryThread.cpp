@@ -83,13 +83,13 @@ void DeliveryThread::Post(Work work) {
     changed.notify_all();
 }
 
-bool DeliveryThread::Stop(std::chrono::milliseconds patience) {
+bool DeliveryThread::Stop(std::chrono::milliseconds timeout) {
     std::deque<Work> dropped;
     std::unique_lock<std::mutex> guard(lock);
     stopping = true;
     dropped.swap(queue);
     changed.notify_all();
-    if (thread.get_id() == std::this_thread::get_id() || !changed.wait_for(guard, patience, [this] { return ended; })) {
+    if (thread.get_id() == std::this_thread::get_id() || !changed.wait_for(guard, timeout, [this] { return ended; })) {
         return false;
     }
     guard.unlock();

@@ -33,9 +33,9 @@ public:
     void Resume();
 
     /// Drops the queued work and waits for the running work item. Returns false if that did not finish within
-    /// `patience` or is the caller itself; then the thread runs until the process ends, and the objects used by the
+    /// `timeout` or is the caller itself; then the thread runs until the process ends, and the objects used by the
     /// work must stay alive.
-    [[nodiscard]] bool Stop(std::chrono::milliseconds patience);
+    [[nodiscard]] bool Stop(std::chrono::milliseconds timeout);
 
     /// Drops the queued work and ends the thread, however long the running work item takes. Must not be called from a
     /// work item. After the return, nothing uses the objects of the work any more.

@@ -32,7 +32,7 @@ public:
     void Resume();
 
     void Post(DeliveryThread::Work work) { thread.Post(std::move(work)); }
-    [[nodiscard]] bool Stop(std::chrono::milliseconds patience) { return thread.Stop(patience); }
+    [[nodiscard]] bool Stop(std::chrono::milliseconds timeout) { return thread.Stop(timeout); }
     void End() { thread.End(); }
 
     Acknowledgements acknowledgements;

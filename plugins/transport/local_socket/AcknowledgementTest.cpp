@@ -99,7 +99,7 @@ TEST_F(AcknowledgementTest, AFrontEndThatStopsDoesNotWaitAnyLonger) {
     const auto client = MakeClient();
     std::future<bool> sent = std::async(std::launch::async, [&] { return client->SendEvent(L"Ask", L""); });
     started.get_future().wait();
-    EXPECT_TRUE(client->Stop(test_support::patience));
+    EXPECT_TRUE(client->Stop(test_support::timeout));
     EXPECT_FALSE(sent.get());
     engine->AddEventHandler(L"Ask", nullptr);
 }

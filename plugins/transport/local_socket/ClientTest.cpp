@@ -17,7 +17,7 @@ TEST(ClientTest, AStoppedEndDoesNotTryToConnect) {
     local_socket::Client client("place", std::move(ownNetwork), {}, [](const std::wstring&) {});
     EXPECT_FALSE(client.SendEvent(L"Ask", L""));
     EXPECT_EQ(network.Attempts(), 2);
-    EXPECT_TRUE(client.Stop(test_support::patience));
+    EXPECT_TRUE(client.Stop(test_support::timeout));
     EXPECT_FALSE(client.SendEvent(L"Ask", L""));
     EXPECT_EQ(network.Attempts(), 2);
 }

@@ -17,10 +17,10 @@ inline constexpr std::size_t chunkBytes = std::size_t{64} << 10;
 inline constexpr std::size_t queuedEventOverhead = 256;
 
 /// How long a client waits for a server that has no room for another client.
-inline constexpr std::chrono::milliseconds busyPatience{2000};
+inline constexpr std::chrono::milliseconds busyTimeout{2000};
 
 /// How long the process exit waits for a running handler.
-inline constexpr std::chrono::milliseconds handlerPatience{2000};
+inline constexpr std::chrono::milliseconds handlerTimeout{2000};
 
 /// Limits that one endpoint applies to its peers. Tests make them small.
 struct Limits {

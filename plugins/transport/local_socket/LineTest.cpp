@@ -22,7 +22,7 @@ class LineTest : public LineFixture {};
 
 /// Waits until the client has noticed the end of the engine.
 void WaitUntilDisconnected(const Client& client) {
-    const auto end = std::chrono::steady_clock::now() + test_support::patience;
+    const auto end = std::chrono::steady_clock::now() + test_support::timeout;
     while (client.IsConnected() && std::chrono::steady_clock::now() < end) {
         std::this_thread::yield();
     }
@@ -30,7 +30,7 @@ void WaitUntilDisconnected(const Client& client) {
 
 /// On a loaded machine a pipe may stay busy for longer than one attempt to connect.
 bool SendInTime(Client& client, const std::wstring& eventName, const std::wstring& payload) {
-    const auto end = std::chrono::steady_clock::now() + test_support::patience;
+    const auto end = std::chrono::steady_clock::now() + test_support::timeout;
     bool isSent = false;
     do {
         isSent = client.SendEvent(eventName, payload);
@@ -204,7 +204,7 @@ TEST_F(LineTest, APeerThatIsGoneGetsNoAnswer) {
     const EventTransmitterExtension::Peer peer = sender.get_future().get();
     EXPECT_TRUE(engine->SendEventTo(peer, L"Answer", L""));
     client.reset();
-    const auto end = std::chrono::steady_clock::now() + test_support::patience;
+    const auto end = std::chrono::steady_clock::now() + test_support::timeout;
     while (engine->SendEventTo(peer, L"Answer", L"") && std::chrono::steady_clock::now() < end) {
         std::this_thread::yield();
     }
@@ -395,10 +395,10 @@ TEST_F(LineTest, WhoDoesNotTakeItDoesNotHoldUpTheEnd) {
 TEST_F(LineTest, AStoppedEndSendsNothing) {
     const auto engine = Engine();
     const auto client = MakeClient();
-    EXPECT_TRUE(client->Stop(test_support::patience));
+    EXPECT_TRUE(client->Stop(test_support::timeout));
     EXPECT_FALSE(client->SendEvent(L"Ask", L""));
     EXPECT_FALSE(client->IsConnected());
-    EXPECT_TRUE(engine->Stop(test_support::patience));
+    EXPECT_TRUE(engine->Stop(test_support::timeout));
     EXPECT_FALSE(engine->SendEvent(L"UpdateProgress", L""));
     EXPECT_FALSE(engine->IsConnected());
 }

@@ -48,7 +48,7 @@ private:
 Limits ClientLimits() {
     constexpr std::chrono::milliseconds shortest{5000};
     Limits limits;
-    limits.handshake = std::max<std::chrono::milliseconds>(response_patience::FromEnvironment(), shortest);
+    limits.handshake = std::max<std::chrono::milliseconds>(response_timeout::FromEnvironment(), shortest);
     return limits;
 }
 
@@ -108,7 +108,7 @@ public:
         for (const auto& [id, transmitter] : transmitters) {
             if (transmitter) {
                 // A handler that does not return is abandoned until the process ends.
-                (void)transmitter->Stop(handlerPatience);
+                (void)transmitter->Stop(handlerTimeout);
             }
         }
     }

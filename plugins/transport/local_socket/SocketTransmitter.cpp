@@ -27,10 +27,10 @@ SocketTransmitter::~SocketTransmitter() {
     EndNetworkThread();
 }
 
-bool SocketTransmitter::Stop(std::chrono::milliseconds patience) {
+bool SocketTransmitter::Stop(std::chrono::milliseconds timeout) {
     EndSessions();
     EndNetworkThread();
-    return deliveries.Stop(patience);
+    return deliveries.Stop(timeout);
 }
 
 void SocketTransmitter::EndSessions() {

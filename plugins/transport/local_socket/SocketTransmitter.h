@@ -26,9 +26,9 @@ public:
     virtual ~SocketTransmitter();
 
     /// Ends the sessions and both threads; nothing is sent afterwards. Frames sent before reach the peers that take
-    /// them within `Limits::drain`. Returns false if a handler did not return within `patience`; then this object must
+    /// them within `Limits::drain`. Returns false if a handler did not return within `timeout`; then this object must
     /// stay alive.
-    [[nodiscard]] bool Stop(std::chrono::milliseconds patience);
+    [[nodiscard]] bool Stop(std::chrono::milliseconds timeout);
 
     void AddEventHandler(const std::wstring& eventName, CallbackFunctor* handler) final;
     Peer CurrentPeer() const final;

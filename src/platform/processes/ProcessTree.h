@@ -51,22 +51,22 @@ public:
     /// The root process's handle for waiting, owned by the tree. Null before the start.
     void* Root() const;
 
-    /// `ExitCode` of the root, also after `End`.
+    /// `ExitCode` of the root, also after `Kill`.
     std::optional<std::int32_t> RootExitCode() const;
 
     /// Signalled when a process of the tree that only this process can reap may have ended; null if the system needs no
-    /// reaping. `Tidy` reaps it: until then, ended processes count against the user's process limit.
-    void* Ended() const;
-    void Tidy();
+    /// reaping. `ReapChildren` reaps it: until then, ended processes count against the user's process limit.
+    void* ChildExited() const;
+    void ReapChildren();
 
     /// Asks all processes to stop (SIGTERM to the process group). No effect on Windows, which has no such request for a
     /// program without a window.
-    void AskToStop();
+    void RequestStop();
 
     /// Kills all processes of the tree including the root, and returns when none is left, apart from those that this
     /// user may not kill. On Windows, returns after at most 10 s: a killed process that waits for a driver still
     /// exists.
-    void End();
+    void Kill();
 
 private:
     struct State;

@@ -8,6 +8,6 @@ protected:
     CommandContextFixture() : texts(stringResourceFile) {}
 
     const front_end::Texts texts;
-    front_end::CommandContext context{
-        console, texts, host, nullptr, patience, [] { return std::int64_t{1772694600}; }, L"cadjobs"};
+    front_end::CommandContext context{console,   texts, host, nullptr, timeout, [] { return std::int64_t{1772694600}; },
+                                      L"cadjobs"};
 };

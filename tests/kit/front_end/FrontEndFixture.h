@@ -43,7 +43,7 @@ protected:
     int RunProgram(const wchar_t* name, Program program, const std::vector<std::wstring>& arguments) {
         const front_end::Texts texts(stringResourceFile);
         front_end::CommandContext context{
-            console, texts, host, stop.Handle(), patience, [] { return std::int64_t{1772694600}; }, name};
+            console, texts, host, stop.Handle(), timeout, [] { return std::int64_t{1772694600}; }, name};
         return static_cast<int>(program(context, arguments));
     }
 
@@ -82,5 +82,5 @@ protected:
     platform::Event stop;
     /// A missing file: the built-in texts apply.
     std::wstring stringResourceFile = directory / L"no strings.json";
-    std::chrono::milliseconds patience = std::chrono::seconds(60);
+    std::chrono::milliseconds timeout = std::chrono::seconds(60);
 };

@@ -64,14 +64,14 @@ std::optional<std::int32_t> ScriptedHost::ForegroundExitCode(std::wstring& probl
     return startProblem.empty() ? std::optional(foregroundExitCode) : std::nullopt;
 }
 
-front_end::HostEnd ScriptedHost::EndRunningHost(std::chrono::milliseconds /*patience*/) {
+front_end::HostEnd ScriptedHost::EndRunningHost(std::chrono::milliseconds /*timeout*/) {
     ++endCount;
     return hostEnd;
 }
 
 front_end::HostEnd ScriptedHost::EndHostOfSettingsFile(const host_lock::Holder& /*holder*/,
-                                                       std::chrono::milliseconds patience) {
-    return EndRunningHost(patience);
+                                                       std::chrono::milliseconds timeout) {
+    return EndRunningHost(timeout);
 }
 
 void ScriptedHost::Report(const JobStatusInfo& info) {

@@ -74,10 +74,10 @@ public:
                                                             std::wstring& problem) override;
     std::wstring HostElsewhere() override { return runningHost; }
     std::wstring Place() override { return L"the usual place"; }
-    front_end::HostEnd EndRunningHost(std::chrono::milliseconds patience) override;
+    front_end::HostEnd EndRunningHost(std::chrono::milliseconds timeout) override;
     std::vector<host_lock::Holder> HostsOfSettingsFile() override { return hostsOfSettingsFile; }
     front_end::HostEnd EndHostOfSettingsFile(const host_lock::Holder& holder,
-                                             std::chrono::milliseconds patience) override;
+                                             std::chrono::milliseconds timeout) override;
 
     ScriptedTransmitter transmitter;
 

@@ -67,7 +67,7 @@ void HostProcessFixture::StartHost() {
     platform::ProcessStart start = Host({L"--ready-event", platform::InheritedHandleText(ready.Handle())});
     start.inherited = {ready.Handle()};
     ASSERT_FALSE(platform::StartProcess(start, host));
-    const auto signalled = platform::WaitForAny({ready.Handle(), host.Get()}, test_support::patience);
+    const auto signalled = platform::WaitForAny({ready.Handle(), host.Get()}, test_support::timeout);
     ASSERT_EQ(signalled, std::size_t{0}) << "the host is not ready";
 }
 

@@ -25,10 +25,10 @@ protected:
     /// The command that starts the host with these settings.
     platform::ProcessStart Host(const std::vector<std::wstring>& arguments) const;
     /// The command that starts a command-line front end with these settings: the name of its program, then its
-    /// arguments. Its response timeout is shorter than the test's patience, so that its message about a missing
+    /// arguments. Its response timeout is shorter than that of the test, so that its message about a missing
     /// response is seen.
     platform::ProcessStart FrontEndProcess(const std::vector<std::wstring>& commandLine,
-                                           std::chrono::seconds wait = test_support::patience / 2) const;
+                                           std::chrono::seconds wait = test_support::timeout / 2) const;
     /// Starts a host and returns when front ends can reach it.
     void StartHost();
     /// Waits until the host ends by itself, and returns its exit code.

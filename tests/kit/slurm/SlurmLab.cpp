@@ -58,7 +58,7 @@ void SlurmLab::StartNodeWithout(const std::wstring& node, const std::wstring& hi
 }
 
 std::vector<std::wstring> SlurmLab::Jobs() {
-    return slurm::ListJobs(test_support::patience).value_or(std::vector<std::wstring>{L"(no answer)"});
+    return slurm::ListJobs(test_support::timeout).value_or(std::vector<std::wstring>{L"(no answer)"});
 }
 
 bool SlurmLab::Has(const std::wstring& name) {

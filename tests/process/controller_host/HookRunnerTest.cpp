@@ -17,7 +17,7 @@ using Texts = std::vector<std::wstring>;
 /// Commands are the program test_process; the end of a runner waits for them.
 class HookRunnerTest : public testing::Test {
 protected:
-    static HookRunner::Limits Patient() { return {test_support::patience, 4, 1000, test_support::patience}; }
+    static HookRunner::Limits Patient() { return {test_support::timeout, 4, 1000, test_support::timeout}; }
 
     HookCall Call(const Texts& arguments) const {
         HookCall call;
@@ -154,7 +154,7 @@ protected:
         SupervisedHook hook;
         hook.stop = platform::InheritedHandleText(stop.Handle());
         hook.host = platform::InheritedHandleText(host);
-        hook.limit = test_support::patience;
+        hook.limit = test_support::timeout;
         hook.directory = directory.Path();
         hook.program = test_support::ProgramPath(L"test_process");
         hook.arguments = arguments;

@@ -43,7 +43,7 @@ TEST_F(ProcessTreeTest, TheRootIsWaitedForAndTellsItsExitCode) {
     ASSERT_FALSE(tree->Start(TestProcess({L"exit", L"5"})));
     ASSERT_TRUE(WaitUntilSignalled(tree->Root()));
     EXPECT_EQ(tree->RootExitCode(), 5);
-    tree->End();
+    tree->Kill();
     EXPECT_EQ(tree->RootExitCode(), 5);
 }
 
@@ -53,8 +53,8 @@ TEST_F(ProcessTreeTest, ARootThatCannotBeStartedLeavesAnEmptyTree) {
     EXPECT_EQ(tree->Start(start).kind, platform::ErrorKind::NotFound);
     EXPECT_EQ(tree->Root(), nullptr);
     EXPECT_EQ(tree->RootExitCode(), std::nullopt);
-    tree->AskToStop();
-    tree->End();
+    tree->RequestStop();
+    tree->Kill();
 }
 
 /// Few machines offer all limits to a test; what they are set to is tested with the system's own structures.
@@ -65,14 +65,14 @@ TEST_F(ProcessTreeTest, ATreeRunsWhetherItsLimitsAreEnforcedOrNot) {
     ASSERT_FALSE(tree->Start(TestProcess({L"exit", L"5"})));
     ASSERT_TRUE(WaitUntilSignalled(tree->Root()));
     EXPECT_EQ(tree->RootExitCode(), 5);
-    tree->End();
+    tree->Kill();
     EXPECT_FALSE(tree->HasExceededMemory());
 }
 
 TEST_F(ProcessTreeTest, EndKillsTheRoot) {
     Start({L"wait-stubbornly"});
     AwaitReady();
-    tree->End();
+    tree->Kill();
     EXPECT_FALSE(platform::IsProcessRunning(tree->Root()));
     EXPECT_NE(tree->RootExitCode(), std::nullopt);
     EXPECT_NE(tree->RootExitCode(), 0);
@@ -82,14 +82,14 @@ TEST_F(ProcessTreeTest, EndKillsTheRoot) {
 TEST_F(ProcessTreeTest, EndKillsDescendantsThatDetached) {
     Start({L"have-family"});
     AwaitReady();
-    tree->End();
+    tree->Kill();
     AwaitDeathOfAll();
 }
 
 TEST_F(ProcessTreeTest, EndKillsWhatTheRootLeftBehind) {
     Start({L"leave-one-behind"});
     ASSERT_TRUE(WaitUntilSignalled(tree->Root()));
-    tree->End();
+    tree->Kill();
     EXPECT_EQ(tree->RootExitCode(), 0);
     AwaitDeathOfAll();
 }
@@ -97,7 +97,7 @@ TEST_F(ProcessTreeTest, EndKillsWhatTheRootLeftBehind) {
 TEST_F(ProcessTreeTest, EndKillsProcessesThatKeepMultiplying) {
     Start({L"multiply", L"5"});
     AwaitReady();
-    tree->End();
+    tree->Kill();
     AwaitDeathOfAll();
 }
 
@@ -111,9 +111,9 @@ TEST_F(ProcessTreeTest, TheDestructorEndsTheTree) {
 TEST_F(ProcessTreeTest, EndMayBeCalledAgain) {
     Start({L"wait"});
     AwaitReady();
-    tree->End();
-    tree->End();
-    tree->AskToStop();
+    tree->Kill();
+    tree->Kill();
+    tree->RequestStop();
     AwaitDeathOfAll();
 }
 

@@ -14,7 +14,7 @@ using platform::DirectoryWatch;
 using platform::Event;
 using platform::WaitForAny;
 using std::chrono::milliseconds;
-using test_support::patience;
+using test_support::timeout;
 
 TEST(WaitingTest, NothingSignalledGivesNothingWhenTheTimeIsOver) {
     const Event event;
@@ -59,7 +59,7 @@ TEST(WaitingTest, AnEventStaysRaisedUntilItIsCleared) {
 TEST(WaitingTest, AnotherThreadCanRaise) {
     Event event;
     std::thread other([&event] { event.Raise(); });
-    EXPECT_EQ(WaitForAny({event.Handle()}, patience), 0U);
+    EXPECT_EQ(WaitForAny({event.Handle()}, timeout), 0U);
     other.join();
 }
 
@@ -67,12 +67,12 @@ TEST(WaitingTest, AProcessThatEndsIsSignalled) {
     const Event never;
     platform::OwnedHandle process;
     ASSERT_FALSE(platform::StartProcess(test_support::TestProcess({L"exit", L"0"}), process));
-    EXPECT_EQ(WaitForAny({never.Handle(), process.Get()}, patience), 1U);
+    EXPECT_EQ(WaitForAny({never.Handle(), process.Get()}, timeout), 1U);
 }
 
 TEST(WaitingTest, AHandleThatIsNotOpenCountsAsSignalled) {
     const Event event;
-    EXPECT_EQ(WaitForAny({event.Handle(), reinterpret_cast<void*>(std::intptr_t{0x7ffffff0})}, patience), 1U);
+    EXPECT_EQ(WaitForAny({event.Handle(), reinterpret_cast<void*>(std::intptr_t{0x7ffffff0})}, timeout), 1U);
 }
 
 TEST(WaitingTest_DirectoryWatch, ANewFileIsNoticed) {
@@ -81,20 +81,20 @@ TEST(WaitingTest_DirectoryWatch, ANewFileIsNoticed) {
     ASSERT_NE(watch.Handle(), nullptr);
     EXPECT_EQ(WaitForAny({watch.Handle()}, milliseconds(0)), std::nullopt);
     ASSERT_FALSE(platform::CreateEmptyFile(directory / L"killprocess"));
-    EXPECT_EQ(WaitForAny({watch.Handle()}, patience), 0U);
+    EXPECT_EQ(WaitForAny({watch.Handle()}, timeout), 0U);
 }
 
 TEST(WaitingTest_DirectoryWatch, EachChangeAfterRearmingIsNoticed) {
     const TemporaryDirectory directory;
     DirectoryWatch watch(directory.Path());
     ASSERT_FALSE(platform::CreateEmptyFile(directory / L"a"));
-    ASSERT_EQ(WaitForAny({watch.Handle()}, patience), 0U);
+    ASSERT_EQ(WaitForAny({watch.Handle()}, timeout), 0U);
     watch.Rearm();
     ASSERT_FALSE(platform::RenameFile(directory / L"a", directory / L"b"));
-    ASSERT_EQ(WaitForAny({watch.Handle()}, patience), 0U);
+    ASSERT_EQ(WaitForAny({watch.Handle()}, timeout), 0U);
     watch.Rearm();
     ASSERT_FALSE(platform::RemoveFile(directory / L"b"));
-    EXPECT_EQ(WaitForAny({watch.Handle()}, patience), 0U);
+    EXPECT_EQ(WaitForAny({watch.Handle()}, timeout), 0U);
 }
 
 TEST(WaitingTest_DirectoryWatch, ADirectoryThatIsMissingCannotBeWatched) {

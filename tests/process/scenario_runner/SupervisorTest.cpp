@@ -9,7 +9,7 @@
 #include "kit/TemporaryDirectory.h"
 #include "kit/TestProcess.h"
 
-using scenario_runner::RunEnding;
+using scenario_runner::RunExitReason;
 using scenario_runner::StopPolicy;
 using scenario_runner::Supervisor;
 
@@ -22,13 +22,13 @@ protected:
         ASSERT_TRUE(test_support::WaitUntilSignalled(tree.Root()));
     }
 
-    RunEnding Supervise() {
+    RunExitReason Supervise() {
         return Supervisor(tree, owners, workDir.Path(), stopSignal, nullptr)
             .Run(StopPolicy({}, std::chrono::steady_clock::now()));
     }
 
     /// Creates "killprocess" beside a running scenario that is watched from `watchAfter` on.
-    RunEnding AskToStopByFile(std::chrono::milliseconds watchAfter) {
+    RunExitReason AskToStopByFile(std::chrono::milliseconds watchAfter) {
         EXPECT_FALSE(tree.Start(test_support::TestProcess({L"wait"})));
         auto ending = std::async(std::launch::async, [this, watchAfter] {
             return Supervisor(tree, owners, workDir.Path(), stopSignal, nullptr, watchAfter)
@@ -46,21 +46,21 @@ protected:
 
 TEST_F(SupervisorTest, AScenarioThatEndsUnaskedEndedOnItsOwn) {
     LetScenarioEnd();
-    EXPECT_EQ(Supervise(), RunEnding::OnItsOwn);
+    EXPECT_EQ(Supervise(), RunExitReason::Exited);
 }
 
 TEST_F(SupervisorTest, AScenarioThatHeedsARequestBeforeItIsSeenHereWasStopped) {
     LetScenarioEnd();
     WriteTextFile(workDir / run_protocol::killFileName, "");
-    EXPECT_EQ(Supervise(), RunEnding::StopRequested);
+    EXPECT_EQ(Supervise(), RunExitReason::StopRequested);
 }
 
 TEST_F(SupervisorTest, ARequestByFileIsSeenWithoutADirectoryWatch) {
-    EXPECT_EQ(AskToStopByFile(std::chrono::hours(1)), RunEnding::StopRequested);
+    EXPECT_EQ(AskToStopByFile(std::chrono::hours(1)), RunExitReason::StopRequested);
 }
 
 TEST_F(SupervisorTest, ARequestByFileIsSeenByTheDirectoryWatch) {
-    EXPECT_EQ(AskToStopByFile(std::chrono::milliseconds(0)), RunEnding::StopRequested);
+    EXPECT_EQ(AskToStopByFile(std::chrono::milliseconds(0)), RunExitReason::StopRequested);
 }
 
 } // namespace

@@ -70,7 +70,7 @@ bool CrashSite::StartHost() {
                          {L"LOCALAPPDATA", userDirectory},
                          {L"XDG_DATA_HOME", userDirectory}};
     ThrowOn(platform::StartProcess(start, host), "the host cannot be started");
-    const auto signalled = platform::WaitForAny({ready.Handle(), host.Get()}, test_support::patience);
+    const auto signalled = platform::WaitForAny({ready.Handle(), host.Get()}, test_support::timeout);
     if (signalled == std::size_t{0}) {
         return true;
     }

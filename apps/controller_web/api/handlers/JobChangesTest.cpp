@@ -172,8 +172,8 @@ TEST_F(JobChangesTest, AHostThatEndsMeanwhileIsTold) {
 }
 
 TEST_F(JobChangesTest, AHostThatDoesNotAnswerIsTold) {
-    patience = std::chrono::seconds(0);
-    context.patience = patience;
+    timeout = std::chrono::seconds(0);
+    context.timeout = timeout;
     EXPECT_EQ(Post("/api/v1/jobs/cancel", R"({"ids":["1"]})").status, 504U);
 }
 

@@ -134,16 +134,16 @@ void RemoveDeadEngines(const std::string& directory) {
 }
 
 /// A limit of 0 would mean no limit.
-bool LimitSending(int socket, std::chrono::milliseconds patience) {
-    const std::chrono::microseconds limit = std::max(patience, std::chrono::milliseconds(1));
+bool LimitSending(int socket, std::chrono::milliseconds timeout) {
+    const std::chrono::microseconds limit = std::max(timeout, std::chrono::milliseconds(1));
     const auto seconds = std::chrono::duration_cast<std::chrono::seconds>(limit);
     const timeval time{seconds.count(), (limit - seconds).count()};
     return ::setsockopt(socket, SOL_SOCKET, SO_SNDTIMEO, &time, sizeof(time)) == 0;
 }
 
 /// Expects a blocking socket, because only a blocking one waits for a full backlog. Makes it non-blocking afterwards.
-bool ConnectWithin(std::chrono::milliseconds patience, int socket, const sockaddr_un& address) {
-    if (!LimitSending(socket, patience)) {
+bool ConnectWithin(std::chrono::milliseconds timeout, int socket, const sockaddr_un& address) {
+    if (!LimitSending(socket, timeout)) {
         return false;
     }
     int result = 0;
@@ -276,7 +276,7 @@ OpenedSocket ListeningPlace::TakeAt(const std::string& path) {
     return opened;
 }
 
-OpenedSocket ConnectTo(const std::string& name, std::chrono::milliseconds patience) {
+OpenedSocket ConnectTo(const std::string& name, std::chrono::milliseconds timeout) {
     const std::string path = SocketPathOf(name);
     const std::optional<sockaddr_un> address = AddressOf(path);
     if (!address) {
@@ -290,7 +290,7 @@ OpenedSocket ConnectTo(const std::string& name, std::chrono::milliseconds patien
         return {{}, SystemFailure(L"cannot make a socket for", path)};
     }
     const int descriptor = platform::DescriptorOf(socket.Get());
-    if (!ConnectWithin(patience, descriptor, *address)) {
+    if (!ConnectWithin(timeout, descriptor, *address)) {
         return ConnectFailure(path);
     }
     if (!IsSameUser(descriptor)) {

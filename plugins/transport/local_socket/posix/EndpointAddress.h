@@ -66,8 +66,8 @@ private:
     std::optional<platform::FileIdentity> socketFile;
 };
 
-/// Connects to the server at `name` if it runs as this user. Waits up to `patience` while its backlog is full.
-OpenedSocket ConnectTo(const std::string& name, std::chrono::milliseconds patience);
+/// Connects to the server at `name` if it runs as this user. Waits up to `timeout` while its backlog is full.
+OpenedSocket ConnectTo(const std::string& name, std::chrono::milliseconds timeout);
 
 /// True if the peer process runs as this user.
 bool IsSameUser(int socket);

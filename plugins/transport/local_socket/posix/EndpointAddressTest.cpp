@@ -170,7 +170,7 @@ TEST_F(EndpointAddressTest_BusyEngine, IsWaitedForAndThenToldOf) {
 
 TEST_F(EndpointAddressTest_BusyEngine, TakesTheOneThatWaitedForIt) {
     std::future<OpenedSocket> connecting =
-        std::async(std::launch::async, [] { return ConnectTo("host", test_support::patience); });
+        std::async(std::launch::async, [] { return ConnectTo("host", test_support::timeout); });
     const platform::OwnedHandle first(platform::HandleOf(AcceptOne()));
     const OpenedSocket connected = connecting.get();
     ASSERT_TRUE(connected.socket) << testing::PrintToString(connected.failure);

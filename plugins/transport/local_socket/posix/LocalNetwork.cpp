@@ -41,7 +41,7 @@ public:
     }
 
     Connection Connect(const std::string& name) override {
-        OpenedSocket opened = ConnectTo(name, busyPatience);
+        OpenedSocket opened = ConnectTo(name, busyTimeout);
         return {opened.socket ? ChannelOver(std::move(opened.socket)) : nullptr, std::move(opened.failure),
                 opened.isBusy};
     }

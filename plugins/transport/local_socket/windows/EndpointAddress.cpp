@@ -116,13 +116,13 @@ OpenedPipe MakePipe(const std::string& name, Instance instance) {
     return {std::move(pipe), std::move(failure)};
 }
 
-OpenedPipe OpenPipe(const std::string& name, std::chrono::milliseconds patience) {
+OpenedPipe OpenPipe(const std::string& name, std::chrono::milliseconds timeout) {
     const std::wstring sid = OwnUserSid();
     const std::wstring path = PipePath(sid, name);
     if (sid.empty()) {
         return {{}, Failure(L"cannot open the pipe", path, unknownUser)};
     }
-    platform::OwnedHandle pipe = OpenFreePipeEnd(path, GetTickCount64() + static_cast<ULONGLONG>(patience.count()));
+    platform::OwnedHandle pipe = OpenFreePipeEnd(path, GetTickCount64() + static_cast<ULONGLONG>(timeout.count()));
     if (!pipe) {
         return OpenFailure(path);
     }

@@ -32,7 +32,7 @@ enum class Instance : std::int32_t { First, Further };
 OpenedPipe MakePipe(const std::string& name, Instance instance);
 
 /// Opens the client side if the pipe belongs to this user. Waits while all instances are in use.
-OpenedPipe OpenPipe(const std::string& name, std::chrono::milliseconds patience);
+OpenedPipe OpenPipe(const std::string& name, std::chrono::milliseconds timeout);
 
 /// True if this user owns the pipe: other users cannot create such a pipe.
 bool IsOwnPipe(void* pipe, const std::wstring& userSid);

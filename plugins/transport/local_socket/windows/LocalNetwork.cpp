@@ -37,7 +37,7 @@ public:
     }
 
     Connection Connect(const std::string& placeName) override {
-        OpenedPipe opened = OpenPipe(placeName, busyPatience);
+        OpenedPipe opened = OpenPipe(placeName, busyTimeout);
         return {opened.pipe ? ChannelOver(StreamOver(std::move(opened.pipe))) : nullptr, std::move(opened.failure),
                 opened.isBusy};
     }

@@ -22,7 +22,7 @@ namespace {
 
 constexpr std::size_t longestRequest = 8192;
 /// Only a server that was stopped takes longer.
-constexpr std::chrono::seconds patience{2};
+constexpr std::chrono::seconds timeout{2};
 
 /// The process id of a copy; 0 if none has announced itself.
 pid_t Received(int descriptor) {
@@ -33,7 +33,7 @@ pid_t Received(int descriptor) {
 /// A copy that cannot announce itself ends. So after the shutdown it is certain whether there is one.
 pid_t AnnouncedCopy(void* line) {
     const int descriptor = DescriptorOf(line);
-    WaitForAny({line}, patience);
+    WaitForAny({line}, timeout);
     if (const pid_t copy = Received(descriptor)) {
         return copy;
     }

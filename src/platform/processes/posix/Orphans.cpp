@@ -185,8 +185,8 @@ std::size_t KillProcessesByEnvironment(const std::wstring& variable, const std::
     if (values.empty()) {
         return 0;
     }
-    constexpr std::chrono::seconds patience{10};
-    const auto deadline = steady_clock::now() + patience;
+    constexpr std::chrono::seconds timeout{10};
+    const auto deadline = steady_clock::now() + timeout;
     const Marks marks = MarksOf(variable, values);
     std::size_t count = 0;
     // After a pass that killed processes, further ones find what they had just started.

@@ -69,7 +69,7 @@ ProcessTree::ProcessTree() : state(std::make_unique<State>()) {
 }
 
 ProcessTree::~ProcessTree() {
-    End();
+    Kill();
     prctl(PR_SET_CHILD_SUBREAPER, 0UL, 0UL, 0UL, 0UL);
 }
 
@@ -110,11 +110,11 @@ std::optional<std::int32_t> ProcessTree::RootExitCode() const {
     return state->exitCode ? state->exitCode : ExitCode(state->root.Get());
 }
 
-void* ProcessTree::Ended() const {
+void* ProcessTree::ChildExited() const {
     return state->endedChildren.Handle();
 }
 
-void ProcessTree::Tidy() {
+void ProcessTree::ReapChildren() {
     state->endedChildren.Clear();
     siginfo_t ended{};
     // The root is not reaped here: its process id must stay valid until all others have ended.
@@ -125,7 +125,7 @@ void ProcessTree::Tidy() {
     }
 }
 
-void ProcessTree::AskToStop() {
+void ProcessTree::RequestStop() {
     // Until the root is reaped, its process id and group id cannot be reused.
     if (state->number > 0 && !state->exitCode) {
         kill(-state->number, SIGTERM);
@@ -134,7 +134,7 @@ void ProcessTree::AskToStop() {
     }
 }
 
-void ProcessTree::End() {
+void ProcessTree::Kill() {
     if (state->number <= 0 || state->exitCode) {
         return;
     }

@@ -79,7 +79,7 @@ struct ProcessTree::State {
 ProcessTree::ProcessTree() : state(std::make_unique<State>()) {}
 
 ProcessTree::~ProcessTree() {
-    End();
+    Kill();
 }
 
 bool ProcessTree::Limit(const ResourceLimits& limits, std::wstring& problem) {
@@ -110,15 +110,15 @@ std::optional<std::int32_t> ProcessTree::RootExitCode() const {
     return ExitCode(state->root.Get());
 }
 
-void* ProcessTree::Ended() const {
+void* ProcessTree::ChildExited() const {
     return nullptr;
 }
 
-void ProcessTree::Tidy() {}
+void ProcessTree::ReapChildren() {}
 
-void ProcessTree::AskToStop() {}
+void ProcessTree::RequestStop() {}
 
-void ProcessTree::End() {
+void ProcessTree::Kill() {
     constexpr std::chrono::seconds longest{10};
     const auto deadline = std::chrono::steady_clock::now() + longest;
     while (state->HasProcesses() && std::chrono::steady_clock::now() < deadline) {

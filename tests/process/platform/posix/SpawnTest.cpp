@@ -51,7 +51,7 @@ TEST(SpawnTest, DescriptorsBelowAnInheritedOneAreClosed) {
 TEST(SpawnTest, AskingToStopEndsAProcessThatDoesNotMind) {
     ProcessTree tree;
     StartWaiting(tree, L"wait");
-    tree.AskToStop();
+    tree.RequestStop();
     ASSERT_TRUE(WaitUntilSignalled(tree.Root()));
     EXPECT_EQ(tree.RootExitCode(), killedBase + SIGTERM);
 }
@@ -59,9 +59,9 @@ TEST(SpawnTest, AskingToStopEndsAProcessThatDoesNotMind) {
 TEST(SpawnTest, AskingToStopLeavesTheChoice) {
     ProcessTree tree;
     StartWaiting(tree, L"wait-stubbornly");
-    tree.AskToStop();
+    tree.RequestStop();
     EXPECT_EQ(tree.RootExitCode(), std::nullopt);
-    tree.End();
+    tree.Kill();
     EXPECT_EQ(tree.RootExitCode(), killedBase + SIGKILL);
 }
 
@@ -75,7 +75,7 @@ TEST(SpawnTest, AChildDoesNotInheritBlockedOrIgnoredSignals) {
     {
         ProcessTree tree;
         StartWaiting(tree, L"wait");
-        tree.AskToStop();
+        tree.RequestStop();
         EXPECT_TRUE(WaitUntilSignalled(tree.Root()));
         EXPECT_EQ(tree.RootExitCode(), killedBase + SIGTERM);
     }

@@ -139,7 +139,7 @@ TEST_F(ResourceLimitsTest_OpenFiles, AHostThatMayOpenTooFewFilesSaysSoAndEnds) {
         start.output = output.WriteEnd();
         ASSERT_FALSE(platform::StartProcess(start, host));
         output.CloseWriteEnd();
-        isReady = platform::WaitForAny({ready.Handle(), host.Get()}, test_support::patience) == std::size_t{0};
+        isReady = platform::WaitForAny({ready.Handle(), host.Get()}, test_support::timeout) == std::size_t{0};
         if (!isReady) {
             const std::string said = test_support::ReadToEnd(output);
             EXPECT_EQ(AwaitHostEnd(), 1) << count;
@@ -170,8 +170,8 @@ TEST_F(ResourceLimitsTest_Here, AWaitForMoreHandlesThanAreAllowedDoesNotSpin) {
     const auto computing = std::clock();
     {
         const ScopedOpenFileLimit limit(1);
-        constexpr std::chrono::milliseconds patience{300};
-        EXPECT_EQ(platform::WaitForAny({first.Handle(), second.Handle()}, patience), std::nullopt);
+        constexpr std::chrono::milliseconds timeout{300};
+        EXPECT_EQ(platform::WaitForAny({first.Handle(), second.Handle()}, timeout), std::nullopt);
     }
     EXPECT_LT(std::clock() - computing, CLOCKS_PER_SEC / 10);
 }
