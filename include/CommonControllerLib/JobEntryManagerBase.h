@@ -232,8 +232,6 @@ private:
     // Job list file; under the lock
     void ReadJobList(std::list<std::shared_ptr<JobEntry>>& jobs);
     void UpdateJobList(const JobListChange& change);
-    /// Releases what rewrites of the list have kept for the next one, if there was none for a while.
-    static void ReleaseRestedCopies();
 
     // Deletion; under the lock
     /// Deletes one job with its work directory.

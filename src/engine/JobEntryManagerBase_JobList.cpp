@@ -3,20 +3,9 @@
 #include "CommonControllerLib/ControllerLogManager.h"
 #include "ControllerCSWrapper/ControllerCSWrapper.h"
 #include "engine/RecordCopies.h"
-#include "platform/system/NeverDestroyed.h"
 
 #include <chrono>
 #include <utility>
-
-namespace {
-
-/// Of the process, because the published interface fixes the members of the engine.
-RecordCopies& KeptCopies() {
-    static RecordCopies& copies = platform::MakeNeverDestroyed<RecordCopies>();
-    return copies;
-}
-
-} // namespace
 
 void JobEntryManagerBase::ReadJobList(std::list<std::shared_ptr<JobEntry>>& jobs) {
     ControllerLogManager::DebugLog(L"Read job_list.json");
@@ -36,20 +25,16 @@ void JobEntryManagerBase::UpdateJobList(const JobListChange& change) {
 
 void JobEntryManagerBase::WriteJobList(const JobListChange&) {
     // Copies: `CancelAllJobs` and `GetJobList` read the records without the lock.
-    RecordCopies::Records records = KeptCopies().Take();
+    RecordCopies::Records records = RecordCopies::OfProcess().Take();
     RecordCopies::Update(records, jobList);
     // A failure is logged by the callee; the next change writes the whole list again.
     (void)ControllerCSWrapper::CreateJsonFile(ControllerCSWrapper::Serialize(L"JobList", records),
                                               ControllerCSWrapper::GetJobListFile());
-    KeptCopies().Keep(std::move(records), std::chrono::steady_clock::now());
-}
-
-void JobEntryManagerBase::ReleaseRestedCopies() {
-    KeptCopies().ReleaseRested(std::chrono::steady_clock::now());
+    RecordCopies::OfProcess().Keep(std::move(records), std::chrono::steady_clock::now());
 }
 
 JobEntryManagerBase::~JobEntryManagerBase() {
-    KeptCopies().Release();
+    RecordCopies::OfProcess().Release();
 }
 
 bool JobEntryManagerBase::GetJobList(std::vector<JobListInfo>& records) {

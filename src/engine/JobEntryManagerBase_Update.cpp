@@ -2,11 +2,13 @@
 
 #include "CommonControllerLib/ControllerLogManager.h"
 #include "ControllerCSWrapper/ControllerCSWrapper.h"
+#include "engine/RecordCopies.h"
 #include "fault_points/FaultPoint.h"
 #include "formats/JobStates.h"
 #include "platform/system/Clock.h"
 
 #include <algorithm>
+#include <chrono>
 #include <utility>
 
 namespace {
@@ -42,7 +44,7 @@ bool JobEntryManagerBase::CheckUpdate(std::vector<JobStatusInfo>& changed) {
         }
     }
     if (changed.empty()) {
-        ReleaseRestedCopies();
+        RecordCopies::OfProcess().ReleaseRested(std::chrono::steady_clock::now());
         return false;
     }
     fault_points::ReachFaultPoint(fault_points::FaultPoint::ChangesFound);

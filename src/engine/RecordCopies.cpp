@@ -2,6 +2,13 @@
 
 #include <utility>
 
+#include "platform/system/NeverDestroyed.h"
+
+RecordCopies& RecordCopies::OfProcess() {
+    static RecordCopies& copies = platform::MakeNeverDestroyed<RecordCopies>();
+    return copies;
+}
+
 RecordCopies::Records RecordCopies::Take() {
     const std::scoped_lock lock(mutex);
     return std::exchange(kept, {});

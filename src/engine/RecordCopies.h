@@ -20,6 +20,9 @@ public:
     /// Copies are given back to the system after this time without a rewrite.
     static constexpr std::chrono::seconds longestRest{10};
 
+    /// The copies of the process, because the published interface fixes the members of the engine.
+    static RecordCopies& OfProcess();
+
     Records Take();
     void Keep(Records&& records, Time now);
     /// Releases the copies if they have rested since `now - longestRest`.
