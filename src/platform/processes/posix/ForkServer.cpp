@@ -157,11 +157,10 @@ bool OverwriteStartVariable(const std::wstring& name, const std::wstring& value)
     // Unlike a variable that was set later, one of the start is in the memory that the system shows.
     char* const place = std::getenv(text::ToUtf8(name).c_str());
     const std::string bytes = text::ToUtf8(value);
-    const std::size_t room = place == nullptr ? 0 : std::strlen(place);
-    if (room < bytes.size()) {
+    if (place == nullptr || std::strlen(place) < bytes.size()) {
         return false;
     }
-    std::memset(place, 0, room);
+    std::memset(place, 0, std::strlen(place));
     bytes.copy(place, bytes.size());
     return true;
 }

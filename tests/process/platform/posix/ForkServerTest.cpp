@@ -53,4 +53,5 @@ TEST(ForkServerTest, ARequestThatIsTooLongIsNotSent) {
 
 TEST(ForkServerTest, AVariableThatTheProcessWasNotStartedWithIsNotOverwritten) {
     EXPECT_FALSE(platform::OverwriteStartVariable(L"CONTROLLER_NO_SUCH_VARIABLE", L"value"));
+    EXPECT_FALSE(platform::OverwriteStartVariable(L"CONTROLLER_NO_SUCH_VARIABLE", L""));
 }
