@@ -2,6 +2,7 @@
 
 #include <chrono>
 #include <functional>
+#include <mutex>
 #include <optional>
 #include <string>
 #include <thread>
@@ -36,10 +37,13 @@ public:
 
 private:
     [[nodiscard]] Error StartReaper();
+    [[nodiscard]] OwnedHandle ForkCopy(const std::string& request);
 
+    /// Of the two handles, which the reaper closes.
+    mutable std::mutex mutex;
     OwnedHandle line;
     OwnedHandle process;
-    /// Reaps the server if it ends by itself, which may be long before the next call.
+    /// Reaps the server if it ends by itself, which may be long before the next call, and keeps nothing of it.
     std::thread reaper;
 };
 

@@ -2,7 +2,9 @@
 
 #include "ControllerCSWrapper/ControllerCSWrapper.h"
 #include "kit/OtherProcesses.h"
+#include "kit/SystemHelpers.h"
 #include "platform/files/NativePath.h"
+#include "platform/processes/Process.h"
 #include "platform/processes/Waiting.h"
 #include "system/soak/HostFigures.h"
 #include "text/Text.h"
@@ -183,7 +185,8 @@ void SoakDriver::RunLastJob() {
     AwaitQuietHost();
 }
 
-/// Nothing reports that a host has closed its end of a connection, so wait until its number of handles is stable.
+/// Nothing reports that a host has closed its end of a connection, so wait until its number of handles is stable. The
+/// process of which runners are copies rests a while before it ends.
 void SoakDriver::AwaitQuietHost() const {
     constexpr int enough = 6;
     constexpr int mostLooks = 300;
@@ -191,7 +194,8 @@ void SoakDriver::AwaitQuietHost() const {
     for (int look = 0, same = 0; look < mostLooks && same < enough; ++look) {
         platform::WaitForAny({}, lookInterval);
         const int now = FiguresOf(place.host).handles;
-        same = now == last ? same + 1 : 0;
+        const bool isAlone = OnWindows() || test_support::ChildrenOf(platform::ProcessNumber(place.host)).empty();
+        same = isAlone && now == last ? same + 1 : 0;
         last = now;
     }
 }

@@ -101,8 +101,12 @@ Error ForkServer::Start(ProcessStart start) {
 
 Error ForkServer::StartReaper() {
     try {
-        reaper = std::thread(
-            [server = OwnedHandle(CopyHandle(process.Get()))] { WaitForAny({server.Get()}, std::nullopt); });
+        reaper = std::thread([this, server = OwnedHandle(CopyHandle(process.Get()))] {
+            WaitForAny({server.Get()}, std::nullopt);
+            const std::lock_guard lock(mutex);
+            line = OwnedHandle();
+            process = OwnedHandle();
+        });
         return {};
     } catch (const std::system_error& failure) {
         End();
@@ -111,26 +115,35 @@ Error ForkServer::StartReaper() {
 }
 
 bool ForkServer::IsRunning() const {
+    const std::lock_guard lock(mutex);
     return process && IsProcessRunning(process.Get());
 }
 
 OwnedHandle ForkServer::Fork(const std::string& request) {
-    const bool isSent = line && request.size() <= longestRequest &&
-                        send(DescriptorOf(line), request.data(), request.size(), MSG_NOSIGNAL | MSG_DONTWAIT) ==
-                            static_cast<ssize_t>(request.size());
-    // The process id of a child is not used again before it is reaped.
-    const pid_t copy = isSent ? AnnouncedCopy(line.Get()) : 0;
-    OwnedHandle handle = copy > 0 ? OpenCopy(copy) : OwnedHandle();
+    OwnedHandle handle = ForkCopy(request);
     if (!handle) {
         End();
     }
     return handle;
 }
 
+OwnedHandle ForkServer::ForkCopy(const std::string& request) {
+    const std::lock_guard lock(mutex);
+    const bool isSent = line && request.size() <= longestRequest &&
+                        send(DescriptorOf(line), request.data(), request.size(), MSG_NOSIGNAL | MSG_DONTWAIT) ==
+                            static_cast<ssize_t>(request.size());
+    // The process id of a child is not used again before it is reaped.
+    const pid_t copy = isSent ? AnnouncedCopy(line.Get()) : 0;
+    return copy > 0 ? OpenCopy(copy) : OwnedHandle();
+}
+
 void ForkServer::End() {
-    line = OwnedHandle();
-    if (process) {
-        pidfd_send_signal(DescriptorOf(process), SIGKILL, nullptr, 0);
+    {
+        const std::lock_guard lock(mutex);
+        line = OwnedHandle();
+        if (process) {
+            pidfd_send_signal(DescriptorOf(process), SIGKILL, nullptr, 0);
+        }
     }
     if (reaper.joinable()) {
         reaper.join();

@@ -16,6 +16,10 @@ bool ForkServer::IsRunning() const {
     return false;
 }
 
+OwnedHandle ForkServer::ForkCopy(const std::string&) {
+    return OwnedHandle();
+}
+
 OwnedHandle ForkServer::Fork(const std::string&) {
     return OwnedHandle();
 }
