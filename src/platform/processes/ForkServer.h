@@ -24,7 +24,7 @@ public:
     ForkServer& operator=(const ForkServer&) = delete;
 
     /// Ends the server and starts another one: a program that calls `ServeForks` with the handle whose text is added to
-    /// its arguments. Fails as `StartProcess` does, for lack of a thread, and with `NotSupported` on Windows.
+    /// its arguments. It is detached. Fails as `StartProcess` does, for lack of a thread, and with `NotSupported` on Windows.
     [[nodiscard]] Error Start(ProcessStart start);
 
     [[nodiscard]] bool IsRunning() const;
@@ -39,11 +39,12 @@ private:
     [[nodiscard]] Error StartReaper();
     [[nodiscard]] OwnedHandle ForkCopy(const std::string& request);
 
-    /// Of the two handles, which the reaper closes.
+    /// Of the two handles, which the reaper closes, and of the server's process group while a copy leaves it.
     mutable std::mutex mutex;
     OwnedHandle line;
     OwnedHandle process;
-    /// Reaps the server if it ends by itself, which may be long before the next call, and keeps nothing of it.
+    /// Reaps the server if it ends by itself, which may be long before the next call, with its unfinished copies, and
+    /// keeps nothing of it.
     std::thread reaper;
 };
 

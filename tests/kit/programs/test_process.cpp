@@ -1,6 +1,7 @@
 /// A process whose arguments select its behaviour: a command and its parameters.
 
 #include <algorithm>
+#include <chrono>
 #include <map>
 #include <stdexcept>
 #include <string>
@@ -9,6 +10,7 @@
 #include "kit/programs/StopRequests.h"
 #include "platform/files/File.h"
 #include "platform/files/NativePath.h"
+#include "platform/processes/ForkServer.h"
 #include "platform/processes/Process.h"
 #include "platform/processes/Waiting.h"
 #include "platform/system/Environment.h"
@@ -218,6 +220,20 @@ int LoadModuleNarrowed(const Arguments& arguments) {
     return LoadModule(arguments);
 }
 
+/// Serves forks. Copies exit with 7 ("accept"), are not prepared ("refuse"), or only when nobody waits for them
+/// ("late").
+int Serve(const Arguments& arguments) {
+    const std::wstring& behaviour = arguments.at(0);
+    const platform::OwnedHandle line = platform::TakeInheritedHandle(arguments.at(1));
+    const auto prepare = [&](const std::string&) {
+        if (behaviour == L"late") {
+            platform::WaitForAny({line.Get()}, std::nullopt);
+        }
+        return behaviour != L"refuse";
+    };
+    return platform::ServeForks(line, line.Get(), std::chrono::hours(1), prepare) ? 7 : 0;
+}
+
 int Run(const Arguments& arguments) {
     const std::map<std::wstring, int (*)(const Arguments&)> commands = {
         {L"exit", Exit},
@@ -238,6 +254,7 @@ int Run(const Arguments& arguments) {
         {L"multiply", Multiply},
         {L"load-module", LoadModule},
         {L"load-module-narrowed", LoadModuleNarrowed},
+        {L"serve", Serve},
     };
     return commands.at(arguments.at(0))({arguments.begin() + 1, arguments.end()});
 }

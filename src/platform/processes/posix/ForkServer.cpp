@@ -1,5 +1,6 @@
 #include "platform/processes/ForkServer.h"
 
+#include <cerrno>
 #include <csignal>
 #include <cstdlib>
 #include <cstring>
@@ -10,6 +11,7 @@
 #include <sched.h>
 #include <sys/socket.h>
 #include <sys/syscall.h>
+#include <sys/wait.h>
 #include <unistd.h>
 
 #include "platform/processes/Waiting.h"
@@ -31,7 +33,7 @@ pid_t Received(int descriptor) {
 }
 
 /// A copy that cannot announce itself ends. So after the shutdown it is certain whether there is one.
-pid_t AnnouncedCopy(void* line) {
+pid_t AwaitAnnouncement(void* line) {
     const int descriptor = DescriptorOf(line);
     WaitForAny({line}, timeout);
     if (const pid_t copy = Received(descriptor)) {
@@ -50,22 +52,44 @@ pid_t ForkForParent() {
     return static_cast<pid_t>(syscall(SYS_clone, CLONE_PARENT | SIGCHLD, nullptr, nullptr, nullptr, 0UL));
 }
 
+/// Announces itself before and after it leaves the process group of the server, so that the server's parent reaps every
+/// copy that ends here: it finds it in that group, or knows its process id.
 void BeginCopy(int descriptor, bool isPrepared) {
-    // A child of the fork has the group of the server and leads none, so that this cannot fail.
-    setsid();
-    if (!Announce(descriptor, isPrepared ? getpid() : 0) || !isPrepared) {
+    const bool isKnown = Announce(descriptor, isPrepared ? getpid() : 0) && isPrepared;
+    // A child of the fork leads no group, so that this cannot fail.
+    if (!isKnown || setsid() < 0 || !Announce(descriptor, getpid())) {
         _exit(EXIT_FAILURE);
     }
 }
 
-/// Kills a copy that cannot be watched.
-OwnedHandle OpenCopy(pid_t copy) {
-    OwnedHandle handle(HandleOf(OpenProcessDescriptor(copy)));
+/// Kills a copy that has not begun or cannot be watched.
+OwnedHandle OpenCopy(pid_t copy, bool hasBegun) {
+    OwnedHandle handle(hasBegun ? HandleOf(OpenProcessDescriptor(copy)) : nullptr);
     if (!handle) {
         kill(copy, SIGKILL);
         waitpid(copy, nullptr, 0);
     }
     return handle;
+}
+
+/// Waits until the process can be reaped, which is later than its end while a debugger or leak checker traces it. It
+/// keeps its process id, which is that of its group.
+void AwaitEnd(const OwnedHandle& process) {
+    siginfo_t ended{};
+    while (waitid(P_PIDFD, static_cast<id_t>(DescriptorOf(process)), &ended, WEXITED | WNOWAIT) != 0 &&
+           errno == EINTR) {
+    }
+}
+
+void KillAndReapGroup(pid_t group) {
+    // Group 0 would be the one of this process.
+    if (group == 0) {
+        return;
+    }
+    kill(-group, SIGKILL);
+    siginfo_t ended{};
+    while (waitid(P_PGID, static_cast<id_t>(group), &ended, WEXITED) == 0 || errno == EINTR) {
+    }
 }
 
 /// False if there will be no further request.
@@ -95,15 +119,18 @@ Error ForkServer::Start(ProcessStart start) {
     const OwnedHandle far(HandleOf(ends[1]));
     start.arguments.push_back(InheritedHandleText(far.Get()));
     start.inherited.push_back(far.Get());
+    start.detached = true;
     const Error error = StartProcess(start, process);
     return error ? error : StartReaper();
 }
 
 Error ForkServer::StartReaper() {
     try {
-        reaper = std::thread([this, server = OwnedHandle(CopyHandle(process.Get()))] {
-            WaitForAny({server.Get()}, std::nullopt);
+        const auto group = static_cast<pid_t>(ProcessNumber(process.Get()));
+        reaper = std::thread([this, group, server = OwnedHandle(CopyHandle(process.Get()))] {
+            AwaitEnd(server);
             const std::lock_guard lock(mutex);
+            KillAndReapGroup(group);
             line = OwnedHandle();
             process = OwnedHandle();
         });
@@ -133,8 +160,8 @@ OwnedHandle ForkServer::ForkCopy(const std::string& request) {
                         send(DescriptorOf(line), request.data(), request.size(), MSG_NOSIGNAL | MSG_DONTWAIT) ==
                             static_cast<ssize_t>(request.size());
     // The process id of a child is not used again before it is reaped.
-    const pid_t copy = isSent ? AnnouncedCopy(line.Get()) : 0;
-    return copy > 0 ? OpenCopy(copy) : OwnedHandle();
+    const pid_t copy = isSent ? AwaitAnnouncement(line.Get()) : 0;
+    return copy > 0 ? OpenCopy(copy, AwaitAnnouncement(line.Get()) == copy) : OwnedHandle();
 }
 
 void ForkServer::End() {

@@ -1,6 +1,16 @@
 #include "platform/processes/ForkServer.h"
 
+#include <fstream>
+#include <optional>
+#include <thread>
+
 #include <gtest/gtest.h>
+#include <sys/ptrace.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include "kit/OtherProcesses.h"
+#include "kit/TestProcess.h"
 
 using platform::ForkServer;
 using platform::ProcessStart;
@@ -13,7 +23,112 @@ ProcessStart Program(const std::wstring& path) {
     return start;
 }
 
+ProcessStart Server(const std::wstring& behaviour) {
+    return test_support::TestProcess({L"serve", behaviour});
+}
+
+std::vector<std::uint32_t> Children() {
+    return test_support::ChildrenOf(platform::OwnProcessNumber());
+}
+
+bool HasEndedUnreaped(std::uint32_t process) {
+    std::ifstream file("/proc/" + std::to_string(process) + "/stat");
+    std::string number;
+    std::string name;
+    std::string state;
+    return file >> number >> name >> state && state == "Z";
+}
+
+/// Another process that traces one, as debuggers and leak checkers do, until it is told to end.
+class Tracer {
+public:
+    explicit Tracer(pid_t traced) {
+        int toTracer[2];
+        int fromTracer[2];
+        if (pipe(toTracer) == 0 && pipe(fromTracer) == 0) {
+            process = fork();
+        }
+        if (process == 0) {
+            close(toTracer[1]);
+            Trace(traced, toTracer[0], fromTracer[1]);
+        }
+        close(toTracer[0]);
+        close(fromTracer[1]);
+        line = toTracer[1];
+        char answer = 0;
+        isTracing = read(fromTracer[0], &answer, 1) == 1 && answer != 0;
+        close(fromTracer[0]);
+    }
+    ~Tracer() { End(); }
+    Tracer(const Tracer&) = delete;
+    Tracer& operator=(const Tracer&) = delete;
+
+    bool IsTracing() const { return isTracing; }
+
+    void End() {
+        if (process > 0) {
+            close(line);
+            waitpid(process, nullptr, 0);
+            process = 0;
+        }
+    }
+
+private:
+    [[noreturn]] static void Trace(pid_t traced, int from, int to) {
+        char isTracing = ptrace(PTRACE_SEIZE, traced, nullptr, nullptr) == 0;
+        const bool isSaid = write(to, &isTracing, 1) == 1;
+        _exit(isSaid && read(from, &isTracing, 1) == 0 ? 0 : 1);
+    }
+
+    pid_t process = 0;
+    int line = -1;
+    bool isTracing = false;
+};
+
 } // namespace
+
+TEST(ForkServerTest, EachRequestMakesACopy) {
+    ForkServer server;
+    ASSERT_FALSE(server.Start(Server(L"accept")));
+    for (int time = 0; time < 2; ++time) {
+        const platform::OwnedHandle copy = server.Fork("request");
+        ASSERT_TRUE(copy);
+        EXPECT_TRUE(test_support::WaitUntilSignalled(copy.Get()));
+        EXPECT_EQ(platform::ExitCode(copy.Get()), 7);
+    }
+    EXPECT_TRUE(server.IsRunning());
+}
+
+TEST(ForkServerTest, ACopyThatIsNotPreparedIsReapedWithTheServer) {
+    ForkServer server;
+    ASSERT_FALSE(server.Start(Server(L"refuse")));
+    EXPECT_FALSE(server.Fork("request"));
+    EXPECT_TRUE(Children().empty());
+}
+
+TEST(ForkServerTest, ACopyThatIsPreparedTooLateIsReapedWithTheServer) {
+    ForkServer server;
+    ASSERT_FALSE(server.Start(Server(L"late")));
+    EXPECT_FALSE(server.Fork("request"));
+    EXPECT_TRUE(Children().empty());
+}
+
+TEST(ForkServerTest, AServerThatIsTracedWhenItEndsIsReaped) {
+    ForkServer server;
+    ASSERT_FALSE(server.Start(Server(L"accept")));
+    const std::uint32_t process = Children().at(0);
+    Tracer tracer(static_cast<pid_t>(process));
+    if (!tracer.IsTracing()) {
+        GTEST_SKIP() << "This user may not trace processes.";
+    }
+    std::thread ending([&] { server.End(); });
+    while (!HasEndedUnreaped(process)) {
+        std::this_thread::yield();
+    }
+    tracer.End();
+    ending.join();
+    EXPECT_TRUE(Children().empty());
+}
 
 TEST(ForkServerTest, WithoutAServerThereIsNoCopy) {
     ForkServer server;
