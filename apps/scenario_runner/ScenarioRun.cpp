@@ -78,15 +78,15 @@ bool ScenarioRun::Prepare(std::wstring& problem) {
     // A report of an earlier run; without one there is nothing to remove.
     (void)platform::RemoveFile(InDirectory(provenance::usedToolsFileName));
     const std::wstring runInfoPath = platform::ResolveAgainst(workDir, run_protocol::runInfoFileName);
-    ScenarioPaths place;
+    ScenarioPaths paths;
     if (!run_protocol::ReadRunScenarioInfoFile(runInfoPath, info, problem) ||
-        !ReadScenario(place.packageDirectory, problem)) {
+        !ReadScenario(paths.packageDirectory, problem)) {
         return false;
     }
     ReadContext();
-    place.scenarioPath = info.scenarioPath;
-    place.runInfoPath = run_protocol::RunInfoPath(workDir);
-    return ChooseCommand(settings, manifest, place, ThisMachine(), command, problem);
+    paths.scenarioPath = info.scenarioPath;
+    paths.runInfoPath = run_protocol::RunInfoPath(workDir);
+    return ChooseCommand(settings, manifest, paths, ThisMachine(), command, problem);
 }
 
 void ScenarioRun::ReadContext() {

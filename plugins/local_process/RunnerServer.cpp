@@ -40,8 +40,7 @@ platform::OwnedHandle RunnerServer::StartRunner(const run_protocol::RunScenarioI
 
 /// A runner gets a copy of settings that cannot be read now in its work directory.
 bool RunnerServer::CanServe(const settings::Settings& settings, const RunnerProgram& program) const {
-    return program.path == ownRunner && program.arguments.empty() &&
-           (settings.file.empty() || settings::Problem().empty());
+    return program.path == ownRunner && program.arguments.empty() && CanReadSettings(settings);
 }
 
 bool RunnerServer::IsUsable(const settings::Settings& settings) const {

@@ -22,7 +22,7 @@ std::wstring Advice(const RunnerProgram& program) {
 bool ChooseSettingsFile(const run_protocol::RunScenarioInfo& info, const settings::Settings& settings,
                         std::wstring& file, std::wstring& problem) {
     file = settings.file;
-    if (file.empty() || settings::Problem().empty()) {
+    if (CanReadSettings(settings)) {
         return true;
     }
     file = platform::ResolveAgainst(info.workDir, run_protocol::settingsCopyName);
@@ -34,6 +34,10 @@ bool ChooseSettingsFile(const run_protocol::RunScenarioInfo& info, const setting
 }
 
 } // namespace
+
+bool CanReadSettings(const settings::Settings& settings) {
+    return settings.file.empty() || settings::Problem().empty();
+}
 
 platform::ProcessStart CommonStart(const RunnerProgram& program, const std::wstring& settingsFile,
                                    const platform::OwnedHandle& host) {

@@ -19,6 +19,9 @@ struct RunnerProgram {
     std::wstring advice;
 };
 
+/// True if a runner finds these settings, which are in force: their file can be read now, or they have none.
+bool CanReadSettings(const settings::Settings& settings);
+
 /// How a runner is started, as far as it is the same for all jobs: detached from this process's terminal. It inherits
 /// only `host`, a handle to this process, by which it notices this process's end.
 platform::ProcessStart CommonStart(const RunnerProgram& program, const std::wstring& settingsFile,

@@ -45,8 +45,10 @@ Response JsonResponse(std::wstring json, unsigned status) {
 Response ErrorAnswer(const ApiError& error) {
     Response response = ErrorResponse(error.status, error.code, text::ToUtf8(TextOf(error.message)));
     if (!error.members.empty()) {
+        std::wstring members = error.members;
+        front_end::MakePortable(members);
         std::string json = *std::get<Response::Text>(response.body);
-        json.insert(json.size() - 2, text::ToUtf8(error.members));
+        json.insert(json.size() - 2, text::ToUtf8(members));
         response.body = std::make_shared<const std::string>(std::move(json));
     }
     return response;

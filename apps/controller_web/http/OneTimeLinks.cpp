@@ -7,7 +7,6 @@
 #include "controller_web/http/Secrets.h"
 #include "platform/files/Directory.h"
 #include "platform/files/FileSystem.h"
-#include "platform/files/NativePath.h"
 #include "platform/files/ReplaceFile.h"
 #include "text/Text.h"
 
@@ -61,8 +60,8 @@ bool OneTimeLinks::IsExpired(const std::wstring& file) const {
 }
 
 /// A file with another name is a link that a program is writing, or was writing when it was killed.
-bool OneTimeLinks::IsOutdated(const std::wstring& file) const {
-    if (IsSecret(text::ToUtf8(platform::FileName(file)))) {
+bool OneTimeLinks::IsOutdated(const std::wstring& name, const std::wstring& file) const {
+    if (IsSecret(text::ToUtf8(name))) {
         return IsExpired(file);
     }
     const auto stamp = platform::StampOf(file);
@@ -75,7 +74,7 @@ void OneTimeLinks::RemoveExpired() const {
     (void)platform::ListDirectory(directory, entries);
     for (const platform::DirectoryEntry& entry : entries) {
         const std::wstring file = directory + L"\\" + entry.name;
-        if (!entry.isDirectory && IsOutdated(file)) {
+        if (!entry.isDirectory && IsOutdated(entry.name, file)) {
             (void)platform::RemoveFile(file);
         }
     }

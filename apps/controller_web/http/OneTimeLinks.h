@@ -30,7 +30,7 @@ public:
 private:
     std::wstring FileOf(std::string_view secret) const;
     bool IsExpired(const std::wstring& file) const;
-    bool IsOutdated(const std::wstring& file) const;
+    bool IsOutdated(const std::wstring& name, const std::wstring& file) const;
     void RemoveExpired() const;
 
     std::wstring directory;

@@ -63,22 +63,25 @@ void Texts::AddSections(const std::wstring& path, const std::vector<std::wstring
     }
 }
 
-/// A language file may have texts of the other culture, too.
-void Texts::OpenLanguage(const std::wstring& culture, const std::wstring& other) const {
-    for (const std::wstring& languageFile : LanguageFiles(file, culture)) {
+/// Opens the files of the first culture. They may have texts of the other one, too.
+void Texts::OpenLanguage(const std::vector<std::wstring>& cultures) const {
+    for (const std::wstring& languageFile : LanguageFiles(file, cultures.front())) {
         if (platform::Exists(languageFile)) {
-            AddSections(languageFile, {culture, other});
+            AddSections(languageFile, cultures);
         }
     }
 }
 
 void Texts::Open() const {
-    const std::wstring culture = ControllerCSWrapper::GetCultureInfo();
+    std::vector<std::wstring> cultures = {ControllerCSWrapper::GetCultureInfo()};
     const std::wstring defaultCulture = ControllerCSWrapper::GetDefaultCultureInfo();
-    OpenLanguage(culture, defaultCulture);
-    AddSections(file, {culture, defaultCulture});
-    if (defaultCulture != culture) {
-        OpenLanguage(defaultCulture, culture);
+    if (defaultCulture != cultures.front()) {
+        cultures.push_back(defaultCulture);
+    }
+    OpenLanguage(cultures);
+    AddSections(file, cultures);
+    if (cultures.size() > 1) {
+        OpenLanguage({cultures[1], cultures[0]});
     }
     sections.push_back({BuiltInSection()});
 }

@@ -33,7 +33,7 @@ private:
 
     std::wstring Find(const std::wstring& key) const;
     void Open() const;
-    void OpenLanguage(const std::wstring& culture, const std::wstring& other) const;
+    void OpenLanguage(const std::vector<std::wstring>& cultures) const;
     void AddSections(const std::wstring& path, const std::vector<std::wstring>& cultures) const;
 
     std::wstring file;

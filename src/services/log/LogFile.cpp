@@ -74,11 +74,11 @@ public:
     }
 
     void Write(Level level, const std::wstring& message) {
+        const std::string rest = PaddedName(level) + " [" + std::to_string(platform::OwnThreadNumber()) + "] " +
+                                 text::EscapedUtf8(message) + "\n";
         const std::lock_guard lock(mutex);
         const milliseconds time = TimeNow();
-        file.Append(TimeText(time) + " " + PaddedName(level) + " [" + std::to_string(platform::OwnThreadNumber()) +
-                        "] " + text::EscapedUtf8(message) + "\n",
-                    SecondsOf(time));
+        file.Append(TimeText(time) + " " + rest, SecondsOf(time));
     }
 
 private:

@@ -8,7 +8,6 @@
 #include "formats/json/RecordLayouts.h"
 #include "formats/json/Writing.h"
 #include "front_end/commands/Problems.h"
-#include "front_end/output/PortableJson.h"
 
 namespace web {
 namespace {
@@ -106,7 +105,7 @@ Response PostJobs(Services& services, const Call& call) {
     const Creation creation = Create(services, RequestsIn(services, call));
     if (creation.jobs.empty() && !creation.refused.empty()) {
         throw ApiError{422, "refused", L"No job was created. " + creation.refused.front().message,
-                       L",\"refused\":" + front_end::PortableJson(creation.refused)};
+                       L",\"refused\":" + json::Write(creation.refused)};
     }
     return JsonResponse(json::Write(creation), 201);
 }
