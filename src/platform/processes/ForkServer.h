@@ -24,7 +24,8 @@ public:
     ForkServer& operator=(const ForkServer&) = delete;
 
     /// Ends the server and starts another one: a program that calls `ServeForks` with the handle whose text is added to
-    /// its arguments. It is detached. Fails as `StartProcess` does, for lack of a thread, and with `NotSupported` on Windows.
+    /// its arguments. It is detached. Fails as `StartProcess` does, for lack of a thread, and with `NotSupported` on
+    /// Windows.
     [[nodiscard]] Error Start(ProcessStart start);
 
     [[nodiscard]] bool IsRunning() const;
