@@ -26,7 +26,7 @@ using Content = std::map<std::string, std::string>;
 
 void AddContent(const std::wstring& directory, const std::string& prefix, Content& content) {
     std::vector<platform::DirectoryEntry> entries;
-    fuzz::Require(!platform::ListDirectory(directory, entries), "a folder can be listed");
+    fuzz::Require(static_cast<bool>(platform::ListDirectory(directory, entries)), "a folder can be listed");
     for (const platform::DirectoryEntry& entry : entries) {
         const std::wstring path = directory + L"\\" + entry.name;
         std::string name = prefix + text::ToUtf8(entry.name);
@@ -35,15 +35,15 @@ void AddContent(const std::wstring& directory, const std::string& prefix, Conten
             name += '/';
             AddContent(path, name, content);
         }
-        fuzz::Require(entry.isDirectory || !platform::ReadFile(path, largestFile, content[name]), "a file can be read");
+        fuzz::Require(entry.isDirectory || platform::ReadFile(path, largestFile, content[name]), "a file can be read");
     }
 }
 
 /// A directory whose only entry is the target directory of unpacking.
 class Box {
 public:
-    Box() { fuzz::Require(!platform::CreateNewDirectory(path), "a folder can be made"); }
-    ~Box() { fuzz::Require(!platform::RemoveTree(path), "what was unpacked can be removed"); }
+    Box() { fuzz::Require(static_cast<bool>(platform::CreateNewDirectory(path)), "a folder can be made"); }
+    ~Box() { fuzz::Require(static_cast<bool>(platform::RemoveTree(path)), "what was unpacked can be removed"); }
     Box(const Box&) = delete;
     Box& operator=(const Box&) = delete;
 

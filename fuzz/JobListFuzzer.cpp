@@ -36,10 +36,10 @@ void CheckWritten(const Jobs& jobs, const std::wstring& path) {
 /// A refused list is quarantined byte by byte.
 void CheckKeptAside(const std::wstring& directory, std::string_view bytes) {
     std::vector<platform::DirectoryEntry> entries;
-    fuzz::Require(!platform::ListDirectory(directory, entries) && entries.size() == 1, "one file is kept");
+    fuzz::Require(platform::ListDirectory(directory, entries) && entries.size() == 1, "one file is kept");
     std::string kept;
     const std::wstring path = directory + L"\\" + entries[0].name;
-    fuzz::Require(!platform::ReadFile(path, bytes.size(), kept) && kept == bytes, "a refused list is kept whole");
+    fuzz::Require(platform::ReadFile(path, bytes.size(), kept) && kept == bytes, "a refused list is kept whole");
 }
 
 } // namespace
@@ -48,7 +48,7 @@ void CheckKeptAside(const std::wstring& directory, std::string_view bytes) {
 extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size) {
     const std::string_view bytes = fuzz::BytesOf(data, size);
     const std::wstring directory = fuzz::Scratch() / L"list";
-    fuzz::Require(!platform::CreateNewDirectory(directory), "a folder can be made");
+    fuzz::Require(static_cast<bool>(platform::CreateNewDirectory(directory)), "a folder can be made");
     Jobs jobs;
     if (ReadList(fuzz::ScratchFile(L"list\\job_list.json", bytes), jobs)) {
         CheckWritten(jobs, directory + L"\\job_list.json");
@@ -58,6 +58,6 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t* data, std::size_t size
     fuzz::ByteSource source(bytes);
     const RecordMaker make = source.Records();
     CheckWritten({make.Job(), make.Job()}, directory + L"\\job_list.json");
-    fuzz::Require(!platform::RemoveTree(directory), "the scratch folder can be removed");
+    fuzz::Require(static_cast<bool>(platform::RemoveTree(directory)), "the scratch folder can be removed");
     return 0;
 }

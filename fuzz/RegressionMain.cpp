@@ -20,8 +20,8 @@ int Fail(const std::string& text) {
 
 bool Feed(FuzzTarget target, const std::wstring& path) {
     std::string bytes;
-    if (const platform::Error error = platform::ReadFile(path, largestInput, bytes)) {
-        Fail(text::ToUtf8(path + L": " + error.Text()));
+    if (const platform::Error result = platform::ReadFile(path, largestInput, bytes); !result) {
+        Fail(text::ToUtf8(path + L": " + result.Text()));
         return false;
     }
     // Printed first, because a failing input ends the process.
@@ -46,8 +46,8 @@ int main(int count, char** values) {
         return Fail("There is no such target.");
     }
     std::vector<platform::DirectoryEntry> entries;
-    if (const platform::Error error = platform::ListDirectory(arguments[1], entries)) {
-        return Fail(text::ToUtf8(arguments[1] + L": " + error.Text()));
+    if (const platform::Error result = platform::ListDirectory(arguments[1], entries); !result) {
+        return Fail(text::ToUtf8(arguments[1] + L": " + result.Text()));
     }
     if (entries.empty()) {
         return Fail("There is nothing to feed: an empty folder tests nothing.");

@@ -53,12 +53,12 @@ std::shared_ptr<const settings::Settings> UseSettings(const std::wstring& file) 
 }
 
 void TakePlace(const settings::Settings& settings, HostPlace& place) {
-    if (const platform::Error error = place.Take(settings, lockTimeout)) {
-        if (error.kind == platform::ErrorKind::InUse) {
+    if (const platform::Error result = place.Take(settings, lockTimeout); !result) {
+        if (result.kind == platform::ErrorKind::InUse) {
             Fail(CONTROLLER_RESULT_IN_USE, OtherHostProblem(settings));
         }
         Fail(CONTROLLER_RESULT_FAILED, L"The lock beside the job list " + platform::ToNativeText(settings.jobListFile) +
-                                           L" cannot be taken: " + error.Text());
+                                           L" cannot be taken: " + result.Text());
     }
 }
 

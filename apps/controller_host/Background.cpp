@@ -68,8 +68,8 @@ HostExit StartHostInBackground() {
     start.detached = true;
     start.inherited = {ready.Handle()};
     platform::OwnedHandle host;
-    if (const platform::Error error = platform::StartProcess(start, host)) {
-        return Refuse(L"the host " + platform::ToNativeText(start.program) + L" cannot be started: " + error.Text());
+    if (const platform::Error result = platform::StartProcess(start, host); !result) {
+        return Refuse(L"the host " + platform::ToNativeText(start.program) + L" cannot be started: " + result.Text());
     }
     const auto signalled = platform::WaitForAny({ready.Handle(), host.Get()}, startLimit);
     if (signalled == std::size_t{0}) {

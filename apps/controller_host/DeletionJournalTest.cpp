@@ -47,7 +47,7 @@ TEST_F(DeletionJournalTest, AnInterruptedDeletionIsFinishedAndOtherJobsStay) {
     EnqueueWithDirectories(3);
     const std::vector<JobListInfo> jobs = Jobs();
     notes.Add({jobs[0], jobs[1]});
-    ASSERT_FALSE(platform::RemoveTree(jobs[0].workDir)); // as far as the earlier host came
+    ASSERT_TRUE(platform::RemoveTree(jobs[0].workDir)); // as far as the earlier host came
     engine->FinishDeletions();
     ASSERT_EQ(Jobs().size(), 1U);
     EXPECT_EQ(Jobs().front().id, jobs[2].id);
@@ -69,12 +69,12 @@ TEST_F(DeletionJournalTest, AJobThatIsNotTheOneNotedStays) {
 TEST_F(DeletionJournalTest, AWorkDirectoryThatCannotBeRemovedStaysNotedUntilItCan) {
     EnqueueWithDirectories(2);
     const std::vector<JobListInfo> jobs = Jobs();
-    ASSERT_FALSE(platform::RemoveTree(jobs[0].workDir));
+    ASSERT_TRUE(platform::RemoveTree(jobs[0].workDir));
     WriteTextFile(jobs[0].workDir, "no folder, so it is not touched");
     EXPECT_EQ(Delete({jobs[0].id}).size(), 1U);
     EXPECT_TRUE(IsNoted());
-    ASSERT_FALSE(platform::RemoveFile(jobs[0].workDir));
-    ASSERT_FALSE(platform::EnsureDirectory(jobs[0].workDir));
+    ASSERT_TRUE(platform::RemoveFile(jobs[0].workDir));
+    ASSERT_TRUE(platform::EnsureDirectory(jobs[0].workDir));
     Delete({jobs[1].id});
     EXPECT_FALSE(platform::Exists(jobs[0].workDir));
     EXPECT_FALSE(IsNoted());
@@ -84,7 +84,7 @@ TEST_F(DeletionJournalTest, WhatDoesNotLieInTheWorkDirectoryIsNotNotedForEver) {
     EnqueueWithDirectories(1);
     JobListInfo job = Jobs().front();
     job.workDir = directory / L"elsewhere";
-    ASSERT_FALSE(platform::EnsureDirectory(job.workDir));
+    ASSERT_TRUE(platform::EnsureDirectory(job.workDir));
     notes.Add({job});
     engine->FinishDeletions();
     EXPECT_TRUE(platform::Exists(job.workDir));

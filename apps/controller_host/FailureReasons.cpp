@@ -20,7 +20,7 @@ bool LeaveResult(const JobListInfo& job, const std::wstring& result) {
 }
 
 void LeaveNote(const std::wstring& path, const std::wstring& result) {
-    if (!path.empty() && !platform::EnsurePrivateDirectories(platform::ParentDirectory(path))) {
+    if (!path.empty() && platform::EnsurePrivateDirectories(platform::ParentDirectory(path))) {
         // A failed write has already been logged.
         (void)run_protocol::WriteFile(result, path);
     }
@@ -40,7 +40,7 @@ void FailureReasons::KeepOnly(const std::function<bool(const std::wstring& id)>&
     const std::wstring directory = run_protocol::FailureNotesDirectory(list);
     std::vector<platform::DirectoryEntry> entries;
     if (!platform::IsDirectory(directory) || platform::IsLink(directory) ||
-        platform::ListDirectory(directory, entries)) {
+        !platform::ListDirectory(directory, entries)) {
         return;
     }
     for (const platform::DirectoryEntry& entry : entries) {
@@ -49,9 +49,9 @@ void FailureReasons::KeepOnly(const std::function<bool(const std::wstring& id)>&
         if (path.empty() || isListed(id)) {
             continue;
         }
-        if (const platform::Error error = platform::RemoveFile(path)) {
+        if (const platform::Error result = platform::RemoveFile(path); !result) {
             ControllerLogManager::WarnLog(L"The reason of a deleted job cannot be removed: " +
-                                          platform::ToNativeText(path) + L": " + error.Text());
+                                          platform::ToNativeText(path) + L": " + result.Text());
         }
     }
 }

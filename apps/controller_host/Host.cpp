@@ -141,8 +141,8 @@ HostExit RunHost(const std::wstring& readyEvent) {
     ControllerLogManager::Initialize(0, settings->logFile, false);
     HostPlace place;
     const std::chrono::milliseconds timeout = readyEvent.empty() ? lookTime : otherStartTime;
-    if (const platform::Error error = place.Take(*settings, timeout)) {
-        return RefuseWithoutLock(*settings, error);
+    if (const platform::Error result = place.Take(*settings, timeout); !result) {
+        return RefuseWithoutLock(*settings, result);
     }
     // With an unusable file the engine would start with an empty list.
     if (std::wstring problem; !job_list_file::CheckUsable(settings->jobListFile, problem)) {

@@ -98,7 +98,7 @@ void HostEngine::WriteJobList(const JobListChange& change) {
     lastChange = std::chrono::steady_clock::now();
     if (!journal.IsOpen() || journal.Size() > longestJournal ||
         !job_list_file::IsUnchanged(ControllerCSWrapper::GetJobListFile()) ||
-        journal.Append(RowsOf(scheduled.jobs), IdsOf(scheduled.deleted))) {
+        !journal.Append(RowsOf(scheduled.jobs), IdsOf(scheduled.deleted))) {
         WriteSnapshot();
         return;
     }
@@ -133,7 +133,7 @@ void HostEngine::WriteSnapshot() {
 
 void HostEngine::FlushJobList() {
     const std::lock_guard lock(mutex);
-    if (journal.Flush()) {
+    if (!journal.Flush()) {
         WriteSnapshot();
     }
 }

@@ -32,14 +32,14 @@ protected:
         }
     }
     void FreeList() const {
-        EXPECT_FALSE(platform::RemoveTree(directory / L"job_list.json.bak"));
-        EXPECT_FALSE(platform::RemoveTree(directory / L"job_list.json.replaced"));
+        EXPECT_TRUE(platform::RemoveTree(directory / L"job_list.json.bak"));
+        EXPECT_TRUE(platform::RemoveTree(directory / L"job_list.json.replaced"));
     }
 
     void ExpectNoLossAfterRemoval(const std::wstring& file) {
         Enqueue(1);
         WaitForStatus(JobStatus::Running);
-        EXPECT_FALSE(platform::RemoveFile(directory / file));
+        EXPECT_TRUE(platform::RemoveFile(directory / file));
         Enqueue(1);
         EXPECT_EQ(SavedList().size(), 2U);
     }

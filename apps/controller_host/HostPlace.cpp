@@ -24,19 +24,20 @@ HostPlace::~HostPlace() {
 }
 
 platform::Error HostPlace::Take(const settings::Settings& settings, std::chrono::milliseconds timeout) {
-    if (const platform::Error error =
-            platform::EnsurePrivateDirectories(platform::ParentDirectory(settings.jobListFile))) {
-        return error;
+    if (const platform::Error result =
+            platform::EnsurePrivateDirectories(platform::ParentDirectory(settings.jobListFile));
+        !result) {
+        return result;
     }
     const std::wstring lockFile = host_lock::FileFor(settings.jobListFile);
     const auto deadline = steady_clock::now() + timeout;
-    platform::Error error = lock.Take(lockFile);
-    while (error.kind == platform::ErrorKind::InUse && MayOtherHostBecomeReady(settings) &&
+    platform::Error result = lock.Take(lockFile);
+    while (result.kind == platform::ErrorKind::InUse && MayOtherHostBecomeReady(settings) &&
            steady_clock::now() < deadline) {
         platform::SleepFor(interval);
-        error = lock.Take(lockFile);
+        result = lock.Take(lockFile);
     }
-    if (!error) {
+    if (result) {
         holder = host_lock::OwnHolder();
         holder.settingsFile = settings.file;
         holder.jobListFile = settings.jobListFile;
@@ -45,7 +46,7 @@ platform::Error HostPlace::Take(const settings::Settings& settings, std::chrono:
         Write();
         Note();
     }
-    return error;
+    return result;
 }
 
 void HostPlace::SetReady() {
@@ -56,15 +57,15 @@ void HostPlace::SetReady() {
 
 /// Without this record, the host is found only by its settings.
 void HostPlace::Note() {
-    if (const platform::Error error = host_records::Write(holder)) {
+    if (const platform::Error result = host_records::Write(holder); !result) {
         ControllerLogManager::WarnLog(L"The host cannot note in the user's data folder which settings it has: " +
-                                      error.Text());
+                                      result.Text());
     }
 }
 
 /// On a full disk the file does not name the holder; the lock is held in any case.
 void HostPlace::Write() {
-    if (const platform::Error error = lock.Write(host_lock::Serialize(holder))) {
-        ControllerLogManager::WarnLog(L"The lock of the job list cannot say which process holds it: " + error.Text());
+    if (const platform::Error result = lock.Write(host_lock::Serialize(holder)); !result) {
+        ControllerLogManager::WarnLog(L"The lock of the job list cannot say which process holds it: " + result.Text());
     }
 }

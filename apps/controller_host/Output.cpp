@@ -4,12 +4,12 @@
 #include "text/Text.h"
 
 HostExit Print(std::string_view text) {
-    const platform::Error error = platform::WriteOutput(text);
+    const platform::Error result = platform::WriteOutput(text);
     // A reader that closed the pipe early (`| head`) is not an error.
-    if (!error || platform::IsReaderGone(error)) {
-        return error ? HostExit::ReaderGone : HostExit::Ended;
+    if (result || platform::IsReaderGone(result)) {
+        return result ? HostExit::Ended : HostExit::ReaderGone;
     }
-    platform::WriteErrorOutput("controller_host: standard output cannot be written: " + text::ToUtf8(error.Text()) +
+    platform::WriteErrorOutput("controller_host: standard output cannot be written: " + text::ToUtf8(result.Text()) +
                                "\n");
     return HostExit::WrongUse;
 }

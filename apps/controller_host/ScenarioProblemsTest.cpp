@@ -82,7 +82,7 @@ TEST_F(ScenarioProblemsTest, ParameterSetsOfABrokenDescriptionAreRefusedWithTheR
 
 TEST_F(ScenarioProblemsTest, ParameterSetsOfAScenarioThatIsGoneAreRefused) {
     const std::wstring id = MeshId();
-    ASSERT_FALSE(platform::RemoveFile(directory / L"scenarios\\mesh.rb"));
+    ASSERT_TRUE(platform::RemoveFile(directory / L"scenarios\\mesh.rb"));
     AskForParameterSets(id);
     EXPECT_EQ(Refusal(), L"FetchScenarioParameterSetsRequest is refused: The scenario file " +
                              Native(L"scenarios\\mesh.rb") + L" does not exist.");

@@ -48,8 +48,8 @@ using std::chrono::steady_clock;
 std::optional<WebExit> StartServer(const WebOptions& options, steady_clock::time_point deadline) {
     const platform::Event ready;
     platform::OwnedHandle process;
-    if (const platform::Error error = platform::StartProcess(ServerProcess(options, ready), process)) {
-        return Refuse(L"the server of the web page cannot be started: " + error.Text());
+    if (const platform::Error result = platform::StartProcess(ServerProcess(options, ready), process); !result) {
+        return Refuse(L"the server of the web page cannot be started: " + result.Text());
     }
     const auto timeout = std::chrono::duration_cast<std::chrono::milliseconds>(deadline - steady_clock::now());
     const auto signalled = platform::WaitForAny({ready.Handle(), process.Get()}, timeout);

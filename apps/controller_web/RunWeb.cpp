@@ -128,17 +128,17 @@ WebExit RunWeb(const WebOptions& options, const WebParts& parts) {
                       settings->web.publicAddress);
     }
     ServerPlace place;
-    if (const platform::Error error = place.Take(settings->jobListFile)) {
-        return error.kind == platform::ErrorKind::InUse
+    if (const platform::Error result = place.Take(settings->jobListFile); !result) {
+        return result.kind == platform::ErrorKind::InUse
                    ? UseRunningServer(options, *settings)
                    : Refuse(L"the directory " +
                             platform::ToNativeText(server_place::DirectoryFor(settings->jobListFile)) +
-                            L" cannot be used: " + error.Text());
+                            L" cannot be used: " + result.Text());
     }
     const std::uint16_t port = options.port.value_or(static_cast<std::uint16_t>(settings->web.port));
     Server server({}, PeerCheckOf(*site));
-    if (const platform::Error error = server.Listen(port)) {
-        return RefuseWithoutPort(port, error);
+    if (const platform::Error result = server.Listen(port); !result) {
+        return RefuseWithoutPort(port, result);
     }
     return Serve(options, parts, std::move(*site), server, place);
 }
@@ -158,12 +158,12 @@ WebExit StopWeb() {
 WebExit OfferLink(const std::string& address, const WebOptions& options) {
     const OneTimeLinks links(server_place::LinkDirectoryFor(settings::Current()->jobListFile), platform::Now);
     std::string secret;
-    if (const platform::Error error = links.Make(secret)) {
-        return Refuse(L"the link cannot be made: " + error.Text());
+    if (const platform::Error result = links.Make(secret); !result) {
+        return Refuse(L"the link cannot be made: " + result.Text());
     }
     const std::string link = LinkOf(address, secret);
-    if (const platform::Error error = platform::WriteOutput(link + "\n")) {
-        return Refuse(L"the link cannot be written: " + error.Text());
+    if (const platform::Error result = platform::WriteOutput(link + "\n"); !result) {
+        return Refuse(L"the link cannot be written: " + result.Text());
     }
     if (options.opensBrowser) {
         // Without a browser the link can still be copied.

@@ -25,8 +25,8 @@ std::wstring StopFileFor(const std::wstring& jobListFile) {
 }
 
 platform::Error MakeDirectories(const std::wstring& jobListFile) {
-    const platform::Error error = platform::EnsurePrivateDirectories(platform::ParentDirectory(jobListFile));
-    return error ? error : platform::EnsurePrivateDirectory(server_place::DirectoryFor(jobListFile));
+    const platform::Error result = platform::EnsurePrivateDirectories(platform::ParentDirectory(jobListFile));
+    return result ? platform::EnsurePrivateDirectory(server_place::DirectoryFor(jobListFile)) : result;
 }
 
 } // namespace
@@ -55,7 +55,7 @@ bool EndServer(const std::wstring& jobListFile, const host_lock::Holder& server,
     if (!process) {
         return true;
     }
-    return !platform::CreateEmptyFile(StopFileFor(jobListFile)) &&
+    return platform::CreateEmptyFile(StopFileFor(jobListFile)) &&
            platform::WaitForAny({process.Get()}, timeout).has_value();
 }
 
@@ -66,11 +66,11 @@ ServerPlace::~ServerPlace() {
 }
 
 platform::Error ServerPlace::Take(const std::wstring& jobListFile) {
-    if (const platform::Error error = MakeDirectories(jobListFile)) {
-        return error;
+    if (const platform::Error result = MakeDirectories(jobListFile); !result) {
+        return result;
     }
-    if (const platform::Error error = lock.Take(host_lock::FileFor(LockedNameFor(jobListFile)))) {
-        return error;
+    if (const platform::Error result = lock.Take(host_lock::FileFor(LockedNameFor(jobListFile))); !result) {
+        return result;
     }
     stopFile = StopFileFor(jobListFile);
     // A request to an earlier server, and what it was receiving when it was killed. Both are normally missing.
@@ -89,9 +89,9 @@ void ServerPlace::SetReady(const std::string& address) {
 }
 
 void ServerPlace::Write() {
-    if (const platform::Error error = lock.Write(host_lock::Serialize(holder))) {
+    if (const platform::Error result = lock.Write(host_lock::Serialize(holder)); !result) {
         ControllerLogManager::WarnLog(L"The address of the web page cannot be written for other programs: " +
-                                      error.Text());
+                                      result.Text());
     }
 }
 

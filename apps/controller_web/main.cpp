@@ -19,7 +19,7 @@ std::unique_ptr<web::Handler> MakeHandler(bool isReadOnly) {
 }
 
 WebExit Print(const std::string& text) {
-    return platform::WriteOutput(text) ? WebExit::CouldNotRun : WebExit::Ended;
+    return platform::WriteOutput(text) ? WebExit::Ended : WebExit::CouldNotRun;
 }
 
 WebExit Run(const web::WebOptions& options) {

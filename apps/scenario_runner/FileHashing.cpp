@@ -20,15 +20,15 @@ std::wstring ChangedText(const std::wstring& path) {
 std::wstring HashFile(const std::wstring& path, const StopCheck& isStopped, provenance::FileRecord& record) {
     platform::Sha256 hash;
     std::int64_t size = 0;
-    const platform::Error error = platform::ReadFileInBlocks(path, [&](std::string_view block) {
+    const platform::Error result = platform::ReadFileInBlocks(path, [&](std::string_view block) {
         hash.Add(block);
         size += static_cast<std::int64_t>(block.size());
         return isStopped() ? throw Stopped() : platform::Reading::GoOn;
     });
-    if (error) {
-        return error.kind == platform::ErrorKind::InUse && error.systemCode == 0
+    if (!result) {
+        return result.kind == platform::ErrorKind::InUse && result.systemCode == 0
                    ? ChangedText(path)
-                   : platform::ToNativeText(path) + L" cannot be read: " + error.Text() + L".";
+                   : platform::ToNativeText(path) + L" cannot be read: " + result.Text() + L".";
     }
     record.size = size;
     record.sha256 = hash.Finish();

@@ -36,8 +36,8 @@ OutputCapture::OutputCapture(const std::wstring& logPath, std::size_t limit)
     : channel(std::make_shared<Channel>(logPath, limit)) {}
 
 platform::Error OutputCapture::Open() {
-    const platform::Error error = channel->log.Open();
-    return error ? error : channel->pipe.Open();
+    const platform::Error result = channel->log.Open();
+    return result ? channel->pipe.Open() : result;
 }
 
 void OutputCapture::Note(const std::wstring& line) {

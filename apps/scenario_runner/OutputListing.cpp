@@ -17,8 +17,8 @@ public:
         const std::wstring directory = platform::ResolveAgainst(root, prefix);
         std::vector<platform::DirectoryEntry> entries;
         bool isComplete = true;
-        if (const platform::Error error = platform::ListDirectory(directory, entries, &isComplete)) {
-            return platform::ToNativeText(directory) + L" cannot be listed: " + error.Text() + L".";
+        if (const platform::Error result = platform::ListDirectory(directory, entries, &isComplete); !result) {
+            return platform::ToNativeText(directory) + L" cannot be listed: " + result.Text() + L".";
         }
         if (!isComplete) {
             return platform::ToNativeText(directory) + L" has a file with a backslash in its name.";

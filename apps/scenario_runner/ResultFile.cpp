@@ -10,8 +10,8 @@ ResultFile::ResultFile(const std::wstring& workDir)
     : path(platform::ResolveAgainst(workDir, run_protocol::resultFileName)) {}
 
 bool ResultFile::Remove() const {
-    const platform::Error error = platform::RemoveFile(path);
-    return !error || error.kind == platform::ErrorKind::NotFound;
+    const platform::Error result = platform::RemoveFile(path);
+    return result || result.kind == platform::ErrorKind::NotFound;
 }
 
 bool ResultFile::Exists() const {

@@ -72,7 +72,7 @@ ResultReuse::ResultReuse(std::wstring newOutputDirectory, const provenance::Ingr
 
 std::optional<provenance::Record> ResultReuse::Take(const std::vector<provenance::Candidate>& candidates) {
     std::vector<platform::DirectoryEntry> entries;
-    if (platform::ListDirectory(outputDirectory, entries) || !entries.empty()) {
+    if (!platform::ListDirectory(outputDirectory, entries) || !entries.empty()) {
         return std::nullopt;
     }
     for (const provenance::Candidate& candidate : candidates) {
@@ -119,8 +119,9 @@ std::wstring ResultReuse::WhyNotUsable(const provenance::Candidate& candidate, c
 std::wstring ResultReuse::WhyNotCopied(const std::wstring& from, const provenance::Record& record) {
     Names directories = Sorted(record.outputDirectories);
     for (const std::wstring& name : directories) {
-        if (const platform::Error error = platform::EnsureDirectory(platform::ResolveAgainst(outputDirectory, name))) {
-            return L"The directory " + name + L" cannot be created: " + error.Text() + L".";
+        if (const platform::Error result = platform::EnsureDirectory(platform::ResolveAgainst(outputDirectory, name));
+            !result) {
+            return L"The directory " + name + L" cannot be created: " + result.Text() + L".";
         }
     }
     for (const provenance::FileRecord& file : record.outputs) {
@@ -134,36 +135,36 @@ std::wstring ResultReuse::WhyNotCopied(const std::wstring& from, const provenanc
 std::wstring ResultReuse::CopyOutput(const std::wstring& from, const provenance::FileRecord& file) {
     const std::wstring source = platform::ResolveAgainst(from, file.path);
     platform::File copy;
-    platform::Error failure = copy.CreateNew(platform::ResolveAgainst(outputDirectory, file.path), source);
+    platform::Error written = copy.CreateNew(platform::ResolveAgainst(outputDirectory, file.path), source);
     platform::Sha256 hash;
     const auto visit = [&](std::string_view block) {
         if (isStopped()) {
             throw Stopped();
         }
         hash.Add(block);
-        failure = copy.Write(block);
-        return failure ? platform::Reading::Stop : platform::Reading::GoOn;
+        written = copy.Write(block);
+        return written ? platform::Reading::GoOn : platform::Reading::Stop;
     };
-    const platform::Error error = failure ? failure : platform::ReadFileInBlocks(source, visit);
-    if (error || failure) {
-        return L"The output " + file.path + L" cannot be copied: " + (error ? error : failure).Text() + L".";
+    const platform::Error read = written ? platform::ReadFileInBlocks(source, visit) : written;
+    if (!read || !written) {
+        return L"The output " + file.path + L" cannot be copied: " + (read ? written : read).Text() + L".";
     }
     return hash.Finish() == file.sha256 ? L"" : L"The output " + file.path + L" has changed.";
 }
 
 void ResultReuse::Undo() const {
     std::vector<platform::DirectoryEntry> entries;
-    platform::Error error = platform::ListDirectory(outputDirectory, entries);
+    platform::Error result = platform::ListDirectory(outputDirectory, entries);
     for (const platform::DirectoryEntry& entry : entries) {
         const std::wstring path = platform::ResolveAgainst(outputDirectory, entry.name);
         const platform::Error removal =
             entry.isDirectory && !entry.isLink ? platform::RemoveTree(path) : platform::RemoveFile(path);
-        error = error ? error : removal;
+        result = result ? removal : result;
     }
-    if (error) {
+    if (!result) {
         throw std::runtime_error(
             "The output directory " + text::ToUtf8(platform::ToNativeText(outputDirectory)) +
-            " contains copies of earlier results that cannot be removed: " + text::ToUtf8(error.Text()));
+            " contains copies of earlier results that cannot be removed: " + text::ToUtf8(result.Text()));
     }
 }
 

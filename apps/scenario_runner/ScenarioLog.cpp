@@ -15,9 +15,9 @@ constexpr std::size_t smallestLimit = 1024;
 constexpr std::size_t largestLimit = std::size_t{1} << 30;
 
 platform::Error OpenAnew(platform::File& file, const std::wstring& path) {
-    const platform::Error error = file.OpenForAppending(path, true, platform::AppendTo::RegularFile);
-    if (error.kind != platform::ErrorKind::NotSupported) {
-        return error;
+    const platform::Error result = file.OpenForAppending(path, true, platform::AppendTo::RegularFile);
+    if (result.kind != platform::ErrorKind::NotSupported) {
+        return result;
     }
     // A link or the like is removed itself. If that fails, the second attempt returns the error.
     (void)platform::RemoveFile(path);
@@ -72,8 +72,8 @@ void ScenarioLog::Close() {
 // A file that cannot be read now (sharing violation, too many open files) is cut later, without loss.
 void ScenarioLog::CutToLimit(bool atAnyCost) {
     std::string content;
-    const platform::Error error = platform::ReadFileEnd(path, 2 * limit, content);
-    if (!error || error.kind == platform::ErrorKind::NotFound || atAnyCost) {
+    const platform::Error result = platform::ReadFileEnd(path, 2 * limit, content);
+    if (result || result.kind == platform::ErrorKind::NotFound || atAnyCost) {
         // On failure, the next output tries again.
         (void)StartAgainWith(content);
     }
@@ -83,7 +83,7 @@ void ScenarioLog::CutToLimit(bool atAnyCost) {
 // only after opening the new one, so that a failure leaves a file to write to.
 bool ScenarioLog::StartAgainWith(std::string_view end) {
     platform::File fresh;
-    if (OpenAnew(fresh, path)) {
+    if (!OpenAnew(fresh, path)) {
         return false;
     }
     file = std::move(fresh);

@@ -158,9 +158,9 @@ RunnerExit ScenarioRun::ConcludeUnstarted() {
 RunnerExit ScenarioRun::StartAndWatch() {
     const auto logLimit = static_cast<std::size_t>(settings.scenarioLogLimitBytes);
     OutputCapture output(InDirectory(run_protocol::logFileName), logLimit);
-    if (const platform::Error error = output.Open()) {
+    if (const platform::Error result = output.Open(); !result) {
         return FailToStart(L"The log of the scenario in " + platform::ToNativeText(workDir) + L" cannot be written: " +
-                           error.Text() + L".");
+                           result.Text() + L".");
     }
     platform::ProcessTree tree;
     Limit(tree, output);
@@ -171,11 +171,11 @@ RunnerExit ScenarioRun::StartAndWatch() {
     start.currentDirectory = workDir;
     start.output = output.WriteEnd();
     const StopPolicy plan(LimitsOf(manifest, settings), std::chrono::steady_clock::now());
-    const platform::Error error = tree.Start(start);
+    const platform::Error result = tree.Start(start);
     output.Start();
-    if (error) {
+    if (!result) {
         return FailToStart(L"The program " + platform::ToNativeText(command.program) + L" cannot be started: " +
-                           error.Text() + L".");
+                           result.Text() + L".");
     }
     RunFacts facts;
     facts.ending = Supervisor(tree, owners, directory.Path(), stopSignal, &output).Run(plan);

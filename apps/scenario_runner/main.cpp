@@ -107,8 +107,8 @@ RunnerExit Run(const std::vector<std::wstring>& words) {
         return RunnerExit::Done;
     }
     platform::DirectoryHandle directory;
-    if (const platform::Error error = directory.Open(arguments.workDir)) {
-        Say(L"The work directory " + arguments.workDir + L" cannot be used: " + error.Text());
+    if (const platform::Error result = directory.Open(arguments.workDir); !result) {
+        Say(L"The work directory " + arguments.workDir + L" cannot be used: " + result.Text());
         return RunnerExit::NoResult;
     }
     if (!arguments.host.empty() && !host) {

@@ -36,7 +36,7 @@ std::wstring ScratchFile(const std::wstring& name, std::string_view bytes) {
     // Left by the previous input; if removal fails, the next line fails.
     (void)platform::RemoveFile(path);
     platform::File file;
-    Require(!file.CreateNew(path, {}) && !file.Write(bytes), "the scratch folder can be written");
+    Require(file.CreateNew(path, {}) && file.Write(bytes), "the scratch folder can be written");
     return path;
 }
 

@@ -57,7 +57,7 @@ bool RunnerServer::StartServer(const settings::Settings& settings, const RunnerP
     platform::ProcessStart start = CommonStart(program, settings.file, host);
     start.environment = {{run_protocol::runInfoVariable, std::wstring(longestPath, L'-')}};
     start.arguments.emplace_back(L"--serve");
-    return !server.Start(std::move(start));
+    return static_cast<bool>(server.Start(std::move(start)));
 }
 
 void RunnerServer::End() {

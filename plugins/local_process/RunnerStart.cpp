@@ -67,8 +67,8 @@ bool StartRunner(const run_protocol::RunScenarioInfo& info, const settings::Sett
     platform::ProcessStart start = CommonStart(program, settingsFile, host);
     start.arguments.insert(start.arguments.end(), {L"--work-dir", platform::ToNativeText(info.workDir)});
     start.environment = {{run_protocol::runInfoVariable, run_protocol::RunInfoPath(info.workDir)}};
-    const platform::Error error = platform::StartProcess(start, runner);
-    return !error || Fail(program, error.Text() + Advice(program), problem);
+    const platform::Error result = platform::StartProcess(start, runner);
+    return result || Fail(program, result.Text() + Advice(program), problem);
 }
 
 } // namespace local_process

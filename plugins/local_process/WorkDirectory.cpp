@@ -25,9 +25,9 @@ RunScenarioInfo WithNativePaths(RunScenarioInfo info) {
 platform::Error RemoveLeftovers(const std::wstring& workDir) {
     for (const wchar_t* const name :
          {run_protocol::progressFileName, run_protocol::resultFileName, run_protocol::killFileName}) {
-        const platform::Error error = platform::RemoveFile(platform::ResolveAgainst(workDir, name));
-        if (error && error.kind != platform::ErrorKind::NotFound) {
-            return error;
+        const platform::Error result = platform::RemoveFile(platform::ResolveAgainst(workDir, name));
+        if (!result && result.kind != platform::ErrorKind::NotFound) {
+            return result;
         }
     }
     return {};
@@ -46,8 +46,8 @@ bool PrepareWorkDirectory(const RunScenarioInfo& info, std::wstring& problem) {
     if (!run_protocol::MakeWorkDirectory(info.workDir, obstacle)) {
         return Fail(info, obstacle, problem);
     }
-    if (const platform::Error error = RemoveLeftovers(info.workDir)) {
-        return Fail(info, L"holds files of an earlier run that cannot be removed: " + error.Text(), problem);
+    if (const platform::Error result = RemoveLeftovers(info.workDir); !result) {
+        return Fail(info, L"holds files of an earlier run that cannot be removed: " + result.Text(), problem);
     }
     fault_points::ReachFaultPoint(fault_points::FaultPoint::WorkDirectoryMade);
     const std::wstring path = platform::ResolveAgainst(info.workDir, run_protocol::runInfoFileName);

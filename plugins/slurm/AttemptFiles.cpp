@@ -101,8 +101,8 @@ std::wstring AttemptFiles::PathOf(const std::wstring& file) const {
 bool AttemptFiles::Write(const std::wstring& file, const std::string& text, bool flush) const {
     // A removed work directory is not created again.
     return platform::IsDirectory(workDir) &&
-           !platform::ReplaceFile(PathOf(file), text,
-                                  flush ? platform::Durability::Synced : platform::Durability::Unsynced);
+           platform::ReplaceFile(PathOf(file), text,
+                                 flush ? platform::Durability::Synced : platform::Durability::Unsynced);
 }
 
 } // namespace slurm

@@ -33,7 +33,7 @@ std::vector<std::wstring> CancelArguments(const std::wstring& name) {
 /// The exit code; nothing if the program does not start, or runs longer than `timeout` and is killed.
 std::optional<std::int32_t> RunToEnd(const platform::ProcessStart& start, milliseconds timeout) {
     platform::OwnedHandle process;
-    if (platform::StartProcess(start, process)) {
+    if (!platform::StartProcess(start, process)) {
         return std::nullopt;
     }
     if (!platform::WaitForAny({process.Get()}, timeout)) {
@@ -98,11 +98,11 @@ std::optional<std::vector<std::wstring>> ListJobs(milliseconds timeout) {
     platform::ProcessStart start = ClusterCommand(L"squeue", {L"--me", L"--noheader", L"--format=%j"});
     platform::OutputPipe pipe;
     platform::OwnedHandle process;
-    if (pipe.Open()) {
+    if (!pipe.Open()) {
         return std::nullopt;
     }
     start.output = pipe.WriteEnd();
-    if (platform::StartProcess(start, nullptr, process)) {
+    if (!platform::StartProcess(start, nullptr, process)) {
         return std::nullopt;
     }
     pipe.CloseWriteEnd();

@@ -73,10 +73,10 @@ WaiterExit NodeRun::StartAndWatch() {
     start.currentDirectory = platform::ParentDirectory(job.runner);
     start.inherited = {self.Get()};
     NodeEnd end;
-    if (const platform::Error error = tree.Start(start)) {
+    if (const platform::Error started = tree.Start(start); !started) {
         const auto result = scenario_runner::FailedResult(
             L"", L"The program that runs scenarios, " + platform::ToNativeText(job.runner) +
-                     L", cannot be started on the node " + MachineName() + L": " + error.Text() +
+                     L", cannot be started on the node " + MachineName() + L": " + started.Text() +
                      L". It must be there under the same path as on this machine.");
         end.isWhole = scenario_runner::ResultFile(job.workDir).Write(result);
         end.runnerExit = static_cast<std::int32_t>(WaiterExit::NotStarted);

@@ -55,13 +55,13 @@ ModuleResult Slurm::EndLostRuns() {
     }
     start.detached = true;
     start.inherited = {self.Get()};
-    const platform::Error error = platform::StartProcess(start, cancelling);
-    if (error) {
+    const platform::Error result = platform::StartProcess(start, cancelling);
+    if (!result) {
         ControllerCSWrapper::WriteErrorLog(
             L"Jobs that an earlier host may have left on the cluster are not cancelled: " +
-            platform::ToNativeText(start.program) + L": " + error.Text());
+            platform::ToNativeText(start.program) + L": " + result.Text());
     }
-    return error ? ModuleResult::RunnerNotStarted : ModuleResult::Done;
+    return result ? ModuleResult::Done : ModuleResult::RunnerNotStarted;
 }
 
 } // namespace slurm

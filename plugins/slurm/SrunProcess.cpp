@@ -20,8 +20,8 @@ platform::Error SrunProcess::Start(const std::vector<std::wstring>& arguments) {
     if (!program) {
         return {platform::ErrorKind::NotFound, 0};
     }
-    if (const platform::Error error = output.Open()) {
-        return error;
+    if (const platform::Error result = output.Open(); !result) {
+        return result;
     }
     std::vector<std::wstring> words = {boundOption, std::to_wstring(platform::OwnProcessNumber()),
                                        platform::ToNativeText(*program)};
@@ -30,10 +30,10 @@ platform::Error SrunProcess::Start(const std::vector<std::wstring>& arguments) {
     start.searchPath = false;
     start.detached = true;
     start.output = output.WriteEnd();
-    const platform::Error error = platform::StartProcess(start, process);
+    const platform::Error result = platform::StartProcess(start, process);
     output.CloseWriteEnd();
-    isOutputOver = static_cast<bool>(error);
-    return error;
+    isOutputOver = !result;
+    return result;
 }
 
 void SrunProcess::CarryOutput() {

@@ -55,9 +55,9 @@ bool Waiter::AwaitEarlierAttempts() {
 WaiterExit Waiter::StartAndWatch() {
     const std::vector<std::wstring> arguments =
         SrunArguments(job.options, job.name, platform::ToNativeText(job.workDir), job.command);
-    if (const platform::Error error = srun.Start(arguments)) {
+    if (const platform::Error result = srun.Start(arguments); !result) {
         return Fail(WaiterExit::NotStarted,
-                    L"The program srun cannot be started: " + error.Text() + L". Slurm's programs must be in PATH.");
+                    L"The program srun cannot be started: " + result.Text() + L". Slurm's programs must be in PATH.");
     }
     while (srun.IsRunning()) {
         WaitForEvent(beat.HasBegun() || cancelPlan.HasBegun() ? std::min(runningInterval, beat.Interval())

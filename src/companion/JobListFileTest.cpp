@@ -55,7 +55,7 @@ JobListInfo RichJob() {
 
 /// Writes the file without the controller, like another program.
 void WriteQuickly(const std::wstring& path, const std::string& bytes) {
-    ASSERT_FALSE(platform::ReplaceFile(path, bytes, platform::Durability::Unsynced));
+    ASSERT_TRUE(platform::ReplaceFile(path, bytes, platform::Durability::Unsynced));
 }
 
 class JobListFileTest : public testing::Test {
@@ -88,7 +88,7 @@ protected:
     /// The quarantined files, sorted.
     std::vector<std::wstring> Corrupt() const {
         std::vector<platform::DirectoryEntry> entries;
-        EXPECT_FALSE(platform::ListDirectory(directory / L"data", entries));
+        EXPECT_TRUE(platform::ListDirectory(directory / L"data", entries));
         std::vector<std::wstring> names;
         for (const auto& entry : entries) {
             if (entry.name.find(L".corrupt-") != std::wstring::npos) {
@@ -101,12 +101,12 @@ protected:
 
     /// After this the list can be neither written nor read.
     void PutFileInPlaceOfDirectory() const {
-        ASSERT_FALSE(platform::RenameFile(directory / L"data", directory / L"moved"));
+        ASSERT_TRUE(platform::RenameFile(directory / L"data", directory / L"moved"));
         WriteTextFile(directory / L"data", "");
     }
     void PutDirectoryBack() const {
-        ASSERT_FALSE(platform::RemoveFile(directory / L"data"));
-        ASSERT_FALSE(platform::RenameFile(directory / L"moved", directory / L"data"));
+        ASSERT_TRUE(platform::RemoveFile(directory / L"data"));
+        ASSERT_TRUE(platform::RenameFile(directory / L"moved", directory / L"data"));
     }
 
     const TemporaryDirectory directory;
@@ -209,7 +209,7 @@ TEST_F(JobListFileTest, WithoutAGoodBackupThereIsNoList) {
 TEST_F(JobListFileTest, AListThatSomebodyDeletedStaysDeleted) {
     ASSERT_TRUE(Write(Jobs({L"a"})));
     ASSERT_TRUE(Write(Jobs({L"b"})));
-    ASSERT_FALSE(platform::RemoveFile(path));
+    ASSERT_TRUE(platform::RemoveFile(path));
     EXPECT_EQ(Read(), std::nullopt);
     EXPECT_EQ(ReadBackup(), Jobs({L"a"}));
     EXPECT_NE(log.Text().find("There is no job list "), std::string::npos) << log.Text();
@@ -290,7 +290,7 @@ TEST_F(JobListFileTest, NoListIsEverHalfTaken) {
         ASSERT_EQ(Corrupt().size(), 1U) << length;
         const std::wstring corrupt = directory / (L"data\\" + Corrupt()[0]);
         ASSERT_EQ(ReadTextFile(corrupt), cut);
-        ASSERT_FALSE(platform::RemoveFile(corrupt));
+        ASSERT_TRUE(platform::RemoveFile(corrupt));
     }
 }
 
@@ -303,7 +303,7 @@ TEST_F(JobListFileTest, WhatAPowerFailureFilledWithZerosIsNoList) {
         WriteQuickly(path, whole.substr(0, kept) + std::string(zeros, '\0'));
         EXPECT_EQ(Read(), std::vector{RichJob()}) << kept;
         EXPECT_EQ(Corrupt().size(), 1U) << kept;
-        ASSERT_FALSE(platform::RemoveFile(directory / (L"data\\" + Corrupt().at(0))));
+        ASSERT_TRUE(platform::RemoveFile(directory / (L"data\\" + Corrupt().at(0))));
     }
 }
 
@@ -326,14 +326,14 @@ TEST_F(JobListFileTest, WritesThatFailInARowAreToldOnceAndTheirEndToo) {
 
 TEST_F(JobListFileTest, ADirectoryThatWasRemovedIsMadeAgain) {
     ASSERT_TRUE(Write(Jobs({L"a"})));
-    ASSERT_FALSE(platform::RemoveTree(directory / L"data"));
+    ASSERT_TRUE(platform::RemoveTree(directory / L"data"));
     ASSERT_TRUE(Write(Jobs({L"b"})));
     EXPECT_EQ(Read(), Jobs({L"b"}));
 }
 
 TEST_F(JobListFileTest, ADirectoryInItsPlaceIsKeptAside) {
     ASSERT_TRUE(Write(Jobs({L"a"})));
-    ASSERT_FALSE(platform::RemoveFile(path));
+    ASSERT_TRUE(platform::RemoveFile(path));
     WriteTextFile(path + L"\\inside.txt", "mine");
     ASSERT_TRUE(Write(Jobs({L"b"})));
     EXPECT_EQ(Read(), Jobs({L"b"}));
@@ -342,7 +342,7 @@ TEST_F(JobListFileTest, ADirectoryInItsPlaceIsKeptAside) {
 }
 
 TEST_F(JobListFileTest, ADirectoryInItsPlaceIsNoList) {
-    ASSERT_FALSE(platform::EnsureDirectory(path));
+    ASSERT_TRUE(platform::EnsureDirectory(path));
     EXPECT_EQ(Read(), std::nullopt);
 }
 
@@ -384,7 +384,7 @@ TEST_F(JobListFileTest, WhatWasKeptAsideIsNamedUntilItIsRemovedOrRenamed) {
     const std::vector<std::wstring> both = job_list_file::KeptAside(path);
     ASSERT_EQ(both.size(), 2U);
     EXPECT_EQ(both[0], path + L".corrupt-20010101T000000Z");
-    ASSERT_FALSE(platform::RemoveFile(both[0]));
-    ASSERT_FALSE(platform::RenameFile(both[1], directory / L"data\\dealt with.json"));
+    ASSERT_TRUE(platform::RemoveFile(both[0]));
+    ASSERT_TRUE(platform::RenameFile(both[1], directory / L"data\\dealt with.json"));
     EXPECT_TRUE(job_list_file::KeptAside(path).empty());
 }

@@ -39,8 +39,8 @@ bool ControllerCSWrapper::CreateJsonFile(const std::wstring& json, const std::ws
         if (IsJobList(path)) {
             return job_list_file::Write(path, bytes);
         }
-        const platform::Error error = platform::ReplaceFile(path, bytes);
-        return !error || LogFailedWrite(path, error.Text());
+        const platform::Error result = platform::ReplaceFile(path, bytes);
+        return result || LogFailedWrite(path, result.Text());
     });
 }
 

@@ -28,8 +28,8 @@ void TakeReport(ProgressFile&& file, std::wstring& message, int& progress) {
 /// Retries while another process holds the file: the scenario writes its result only once.
 bool ReadResult(const std::wstring& path, RunScenarioResult& result, std::wstring& problem) {
     std::string bytes;
-    if (const platform::Error error = platform::ReadFileRetrying(path, json::largestSmallFile, bytes)) {
-        problem = platform::ToNativeText(path) + L": " + error.Text();
+    if (const platform::Error read = platform::ReadFileRetrying(path, json::largestSmallFile, bytes); !read) {
+        problem = platform::ToNativeText(path) + L": " + read.Text();
         return false;
     }
     if (!json::Read(std::move(bytes), result, problem)) {

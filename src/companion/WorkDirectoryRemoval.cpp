@@ -97,10 +97,10 @@ bool Remove(const std::wstring& text) {
         return false;
     }
     const std::wstring path = platform::ResolveAgainst({}, text);
-    const platform::Error error = platform::RemoveTree(path);
-    const bool isGone = !error || error.kind == platform::ErrorKind::NotFound;
+    const platform::Error result = platform::RemoveTree(path);
+    const bool isGone = result || result.kind == platform::ErrorKind::NotFound;
     if (!isGone) {
-        Warn(path, error.Text());
+        Warn(path, result.Text());
     }
     return isGone;
 }

@@ -156,7 +156,7 @@ TEST_F(JobEntryOutputDirectoryTest, PreparedDirectoryReplacesTheRecordsOutputDir
 TEST_F(JobEntryOutputDirectoryTest, PreparedDirectoryThatIsGoneLeavesTheRecordsOutputDirectory) {
     JobEntry job = JobWith(directory.Path(), {L"part.prt"});
     ASSERT_TRUE(job.PrepareOutputDir());
-    ASSERT_FALSE(platform::RemoveTree(directory / L"part"));
+    ASSERT_TRUE(platform::RemoveTree(directory / L"part"));
     job.SetOutputFolder();
     EXPECT_EQ(job.GetJobListInfo().outputDir, directory.Path());
 }

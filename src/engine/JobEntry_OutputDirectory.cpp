@@ -25,10 +25,11 @@ bool JobEntry::PrepareOutputDir() {
     const std::wstring path =
         WithoutTrailingBlanks(PathFuncs::Join(info.outputDir, OutputDirectoryName(info.inputFiles.front())));
     std::wstring directory;
-    if (const platform::Error error =
-            MakeFreshDirectory(path, {platform::Exists, platform::CreateNewDirectory}, directory)) {
+    if (const platform::Error result =
+            MakeFreshDirectory(path, {platform::Exists, platform::CreateNewDirectory}, directory);
+        !result) {
         failure =
-            L"The output directory " + platform::ToNativeText(directory) + L" cannot be made: " + error.Text() + L".";
+            L"The output directory " + platform::ToNativeText(directory) + L" cannot be made: " + result.Text() + L".";
         ControllerLogManager::ErrorLog(L"Failed to create directory: " + directory + L" for Job: " +
                                        numbers::DecimalText(info.seqId));
         return false;

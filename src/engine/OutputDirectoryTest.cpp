@@ -38,14 +38,14 @@ protected:
 
 TEST_F(OutputDirectoryTest, TheFirstNameThatDoesNotExistIsMade) {
     existing = {L"a", L"a_1"};
-    EXPECT_FALSE(MakeFreshDirectory(L"a", Calls(), directory));
+    EXPECT_TRUE(MakeFreshDirectory(L"a", Calls(), directory));
     EXPECT_EQ(directory, L"a_2");
     EXPECT_EQ(attempts, Names{L"a_2"});
 }
 
 TEST_F(OutputDirectoryTest, ANameThatSomebodyTakesBetweenTheLookAndTheMakingIsTaken) {
     madeInBetween = {L"a", L"a_1"};
-    EXPECT_FALSE(MakeFreshDirectory(L"a", Calls(), directory));
+    EXPECT_TRUE(MakeFreshDirectory(L"a", Calls(), directory));
     EXPECT_EQ(directory, L"a_2");
     EXPECT_EQ(attempts, (Names{L"a", L"a_1", L"a_2"}));
 }

@@ -54,8 +54,8 @@ platform::Error Write(const host_lock::Holder& holder) {
         if (Directory().empty()) {
             return {};
         }
-        if (const platform::Error error = platform::EnsurePrivateDirectories(Directory())) {
-            return error;
+        if (const platform::Error result = platform::EnsurePrivateDirectories(Directory()); !result) {
+            return result;
         }
         RemoveOfDeadHosts();
         return platform::ReplaceFile(FileOf(holder), host_lock::Serialize(holder), platform::Durability::Unsynced);

@@ -109,9 +109,9 @@ std::wstring FreeCorruptName(const std::wstring& path) {
     return candidate;
 }
 
-std::wstring KeptAs(const Error& error, const std::wstring& name) {
-    return error ? L". It could not be kept aside: " + error.Text()
-                 : L". It is kept as " + platform::ToNativeText(name);
+std::wstring KeptAs(const Error& result, const std::wstring& name) {
+    return result ? L". It is kept as " + platform::ToNativeText(name)
+                  : L". It could not be kept aside: " + result.Text();
 }
 
 bool IsOfNewerVersion(const std::string& bytes) {
@@ -131,10 +131,10 @@ bool ApplyJournal(const std::wstring& path, JobList& list, std::wstring& problem
 enum class Found { List, Nothing, NoList, Unusable };
 
 Found LookAt(const std::wstring& path, std::string& bytes, JobList& list, std::wstring& problem) {
-    if (const Error error = platform::ReadFileRetrying(path, json::largestText, bytes)) {
-        problem = platform::ToNativeText(path) + L": " + error.Text();
-        const bool isNoFile = error.kind == ErrorKind::NotSupported;
-        return error.kind == ErrorKind::NotFound ? Found::Nothing : isNoFile ? Found::NoList : Found::Unusable;
+    if (const Error result = platform::ReadFileRetrying(path, json::largestText, bytes); !result) {
+        problem = platform::ToNativeText(path) + L": " + result.Text();
+        const bool isNoFile = result.kind == ErrorKind::NotSupported;
+        return result.kind == ErrorKind::NotFound ? Found::Nothing : isNoFile ? Found::NoList : Found::Unusable;
     }
     if (!json::Read(bytes, list, problem)) {
         problem = json::ProblemInFile(path, problem);
@@ -165,8 +165,8 @@ Error ReplaceKeeping(const std::wstring& path, std::string_view bytes, const std
     if (!platform::IsDirectory(path)) {
         return platform::ReplaceFileKeepingBackup(path, bytes, keptAs);
     }
-    const Error error = platform::RenameFile(path, keptAs);
-    return error ? error : platform::ReplaceFile(path, bytes);
+    const Error result = platform::RenameFile(path, keptAs);
+    return result ? platform::ReplaceFile(path, bytes) : result;
 }
 
 void WarnOfForgottenBackup(const std::wstring& path) {
@@ -224,13 +224,14 @@ Error ReplaceExternalEdit(const std::wstring& path, std::string_view bytes) {
     std::wstring problem;
     const bool isList = LookAt(path, found, list, problem) == Found::List;
     const std::wstring name = isList ? ReplacedOf(path) : FreeCorruptName(path);
-    const Error error = ReplaceKeeping(path, bytes, name);
-    if (!error) {
+    const Error result = ReplaceKeeping(path, bytes, name);
+    if (result) {
         ControllerCSWrapper::WriteWarnLog(
             L"The job list has been changed by another program" +
-            (isList ? L": " + platform::ToNativeText(path) : L" and cannot be read: " + problem) + KeptAs(error, name));
+            (isList ? L": " + platform::ToNativeText(path) : L" and cannot be read: " + problem) +
+            KeptAs(result, name));
     }
-    return error;
+    return result;
 }
 
 Error Replace(const std::wstring& path, std::string_view bytes) {
@@ -334,7 +335,7 @@ std::vector<std::wstring> KeptAside(const std::wstring& path) {
         const std::wstring prefix = platform::FileName(CorruptPrefix(path));
         std::vector<std::wstring> files;
         std::vector<platform::DirectoryEntry> entries;
-        if (!platform::ListDirectory(directory, entries)) {
+        if (platform::ListDirectory(directory, entries)) {
             for (const platform::DirectoryEntry& entry : entries) {
                 if (entry.name.starts_with(prefix)) {
                     files.push_back(platform::ResolveAgainst(directory, entry.name));
@@ -349,13 +350,13 @@ std::vector<std::wstring> KeptAside(const std::wstring& path) {
 bool Write(const std::wstring& path, std::string_view bytes) {
     State& state = TheState();
     const std::scoped_lock lock(state.mutex);
-    const Error error = Replace(path, bytes);
-    if (error) {
-        NoteFailure(state, path, error);
+    const Error result = Replace(path, bytes);
+    if (!result) {
+        NoteFailure(state, path, result);
     } else {
         NoteSuccess(state, path);
     }
-    return !error;
+    return static_cast<bool>(result);
 }
 
 bool WriteRows(const std::wstring& path, std::size_t count, const std::function<Row()>& next,

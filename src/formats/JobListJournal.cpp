@@ -179,9 +179,9 @@ std::wstring PathOf(const std::wstring& listPath) {
 Found Apply(const std::wstring& path, const std::wstring& snapshotId, std::vector<ListedJob>& rows,
             std::wstring& problem) {
     std::string content;
-    if (const platform::Error error = platform::ReadFileRetrying(path, json::largestText, content)) {
-        problem = platform::ToNativeText(path) + L": " + error.Text();
-        return error.kind == platform::ErrorKind::NotFound ? Found::Nothing : Found::Damaged;
+    if (const platform::Error result = platform::ReadFileRetrying(path, json::largestText, content); !result) {
+        problem = platform::ToNativeText(path) + L": " + result.Text();
+        return result.kind == platform::ErrorKind::NotFound ? Found::Nothing : Found::Damaged;
     }
     Lines lines(content);
     std::string_view line;
@@ -207,8 +207,8 @@ platform::Error Journal::Begin(const std::wstring& journalPath, const std::wstri
     path = journalPath;
     file = platform::File();
     const std::string header = LineOf(json::Write(Header{snapshotId}));
-    if (const platform::Error error = platform::ReplaceFile(path, header)) {
-        return error;
+    if (const platform::Error result = platform::ReplaceFile(path, header); !result) {
+        return result;
     }
     fault_points::ReachFaultPoint(fault_points::FaultPoint::JournalBegun);
     size = header.size();
@@ -224,19 +224,19 @@ platform::Error Journal::Append(const Rows& changed, const std::vector<std::wstr
     const std::string line = LineOf(ChangeText(changed, deleted));
     isFlushed = false;
     size += line.size();
-    const platform::Error error = file.Write(line);
+    const platform::Error result = file.Write(line);
     fault_points::ReachFaultPoint(fault_points::FaultPoint::ChangeAppended);
-    return error;
+    return result;
 }
 
 platform::Error Journal::Flush() {
     if (isFlushed) {
         return {};
     }
-    const platform::Error error = file.Flush();
+    const platform::Error result = file.Flush();
     fault_points::ReachFaultPoint(fault_points::FaultPoint::JournalFlushed);
-    isFlushed = !error;
-    return error;
+    isFlushed = static_cast<bool>(result);
+    return result;
 }
 
 void Journal::End(const std::wstring& journalPath) {

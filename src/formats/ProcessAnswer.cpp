@@ -40,19 +40,19 @@ bool TakeHandle(const std::wstring& text, platform::OwnedHandle& process, std::w
         problem = L"expected a process handle such as \"0x1f4\", found " + shown;
         return false;
     }
-    if (const platform::Error error = platform::AdoptProcess(*number, process)) {
-        problem = shown + L" is no handle of another process (on Linux: no pidfd): " + error.Text();
+    if (const platform::Error result = platform::AdoptProcess(*number, process); !result) {
+        problem = shown + L" is no handle of another process (on Linux: no pidfd): " + result.Text();
         return false;
     }
     return true;
 }
 
 bool OpenById(std::uint32_t id, platform::OwnedHandle& process, std::wstring& problem) {
-    const platform::Error error = platform::OpenProcessById(id, process);
-    if (error) {
-        problem = L"the process with the id " + std::to_wstring(id) + L" cannot be watched: " + error.Text();
+    const platform::Error result = platform::OpenProcessById(id, process);
+    if (!result) {
+        problem = L"the process with the id " + std::to_wstring(id) + L" cannot be watched: " + result.Text();
     }
-    return !error;
+    return static_cast<bool>(result);
 }
 
 } // namespace

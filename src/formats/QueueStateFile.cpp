@@ -33,9 +33,9 @@ QueueState Read(const std::wstring& listPath) {
 bool Write(const std::wstring& listPath, const QueueState& state, std::wstring& problem) {
     return boundary::Guard("Write", [&] {
         const std::wstring path = PathOf(listPath);
-        if (const platform::Error error = platform::ReplaceFile(path, text::ToUtf8(json::Write(state)))) {
+        if (const platform::Error result = platform::ReplaceFile(path, text::ToUtf8(json::Write(state))); !result) {
             problem =
-                L"The state of the queue cannot be written: " + platform::ToNativeText(path) + L": " + error.Text();
+                L"The state of the queue cannot be written: " + platform::ToNativeText(path) + L": " + result.Text();
             return false;
         }
         return true;

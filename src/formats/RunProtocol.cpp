@@ -70,12 +70,12 @@ bool ReadProgressReports(const std::wstring& path, std::vector<ProgressReport>& 
 
 bool WriteFile(const std::wstring& json, const std::wstring& path) {
     return boundary::Guard("WriteFile", [&] {
-        const platform::Error error = ReplaceInDirectory(json, path);
-        if (error) {
+        const platform::Error result = ReplaceInDirectory(json, path);
+        if (!result) {
             ControllerCSWrapper::WriteErrorLog(L"The file cannot be written: " + platform::ToNativeText(path) + L": " +
-                                               error.Text());
+                                               result.Text());
         }
-        return !error;
+        return static_cast<bool>(result);
     });
 }
 
@@ -83,14 +83,14 @@ namespace {
 
 std::wstring WhyNotMade(const std::wstring& workDir) {
     const std::wstring parent = platform::ParentDirectory(workDir);
-    if (const platform::Error error = platform::EnsurePrivateDirectories(parent)) {
-        return L"cannot be made: " + error.Text();
+    if (const platform::Error result = platform::EnsurePrivateDirectories(parent); !result) {
+        return L"cannot be made: " + result.Text();
     }
     if (platform::IsReplaceableByOthers(parent)) {
         return L"is not made, because other users could exchange it";
     }
-    const platform::Error error = platform::EnsurePrivateDirectory(workDir);
-    return error ? L"cannot be made: " + error.Text() : std::wstring();
+    const platform::Error result = platform::EnsurePrivateDirectory(workDir);
+    return result ? std::wstring() : L"cannot be made: " + result.Text();
 }
 
 } // namespace

@@ -157,7 +157,7 @@ TEST_F(RunProtocolTest, AResultAppendsToItsLists) {
 TEST_F(RunProtocolTest, AWorkDirectoryThatWasRemovedIsNotMadeAgain) {
     EXPECT_FALSE(run_protocol::WriteFile(L"{}", directory / L"3f9a0c1\\run_scenario_result.json"));
     EXPECT_FALSE(platform::Exists(directory / L"3f9a0c1"));
-    ASSERT_FALSE(platform::EnsureDirectory(directory / L"3f9a0c1"));
+    ASSERT_TRUE(platform::EnsureDirectory(directory / L"3f9a0c1"));
     EXPECT_TRUE(run_protocol::WriteFile(L"{}", directory / L"3f9a0c1\\run_scenario_result.json"));
 }
 

@@ -52,17 +52,18 @@ std::string ReadNamedEntry(const zip::Archive& archive, const std::string& name,
     return content;
 }
 
-void ThrowIf(const platform::Error& error, const std::wstring& what, const std::wstring& path) {
-    if (error) {
-        throw zip::Problem{L"cannot be unpacked: " + what + L" " + platform::ToNativeText(path) + L": " + error.Text()};
+void RequireSuccess(const platform::Error& result, const std::wstring& what, const std::wstring& path) {
+    if (!result) {
+        throw zip::Problem{L"cannot be unpacked: " + what + L" " + platform::ToNativeText(path) + L": " +
+                           result.Text()};
     }
 }
 
 void UnpackFile(const zip::Archive& archive, const zip::Entry& entry, const std::wstring& path) {
     platform::File file;
-    ThrowIf(file.CreateNew(path, {}), L"cannot create", path);
-    archive.Read(entry, [&](std::string_view piece) { ThrowIf(file.Write(piece), L"cannot write", path); });
-    ThrowIf(file.MakeExecutable(), L"cannot make executable", path);
+    RequireSuccess(file.CreateNew(path, {}), L"cannot create", path);
+    archive.Read(entry, [&](std::string_view piece) { RequireSuccess(file.Write(piece), L"cannot write", path); });
+    RequireSuccess(file.MakeExecutable(), L"cannot make executable", path);
 }
 
 void UnpackAll(const zip::Archive& archive, const std::wstring& directory) {
@@ -73,7 +74,7 @@ void UnpackAll(const zip::Archive& archive, const std::wstring& directory) {
             path.pop_back();
         }
         const std::wstring parent = entry.IsDirectory() ? path : platform::ParentDirectory(path);
-        ThrowIf(platform::EnsureDirectory(parent), L"cannot create", parent);
+        RequireSuccess(platform::EnsureDirectory(parent), L"cannot create", parent);
         if (!entry.IsDirectory()) {
             UnpackFile(archive, entry, path);
         }
@@ -101,8 +102,8 @@ private:
 
 void AddFile(const PackedFile& file, zip::Writer& writer) {
     std::string content;
-    if (const platform::Error error = platform::ReadFile(file.path, zip::largestArchive, content)) {
-        throw zip::Problem{L"cannot be made: cannot read " + platform::ToNativeText(file.path) + L": " + error.Text()};
+    if (const platform::Error result = platform::ReadFile(file.path, zip::largestArchive, content); !result) {
+        throw zip::Problem{L"cannot be made: cannot read " + platform::ToNativeText(file.path) + L": " + result.Text()};
     }
     try {
         writer.Add(file.name, content);
@@ -113,8 +114,8 @@ void AddFile(const PackedFile& file, zip::Writer& writer) {
 
 /// The limits of a package are those of its reader.
 void RequireReadable(const std::string& bytes, const std::wstring& path) {
-    if (const platform::Error error = platform::ReplaceFile(path, bytes)) {
-        throw zip::Problem{L"cannot be written: " + error.Text()};
+    if (const platform::Error result = platform::ReplaceFile(path, bytes); !result) {
+        throw zip::Problem{L"cannot be written: " + result.Text()};
     }
     try {
         const zip::Archive archive(path);
@@ -158,7 +159,7 @@ bool Package::ReadEntry(const std::string& name, std::size_t limit, std::string&
 
 bool Package::Unpack(const std::wstring& directory, std::wstring& problem) const {
     return Attempt(path, problem, [&] {
-        ThrowIf(platform::CreateNewDirectory(directory), L"cannot create", directory);
+        RequireSuccess(platform::CreateNewDirectory(directory), L"cannot create", directory);
         Beginning beginning(directory);
         UnpackAll(*archive, directory);
         beginning.Keep();
@@ -174,9 +175,9 @@ bool Pack(const std::vector<PackedFile>& files, const std::wstring& packagePath,
     return Attempt(packagePath, problem, [&] {
         const std::wstring beginning = packagePath + L".part";
         RequireReadable(PackedBytes(files), beginning);
-        if (const platform::Error error = platform::RenameFile(beginning, packagePath)) {
+        if (const platform::Error result = platform::RenameFile(beginning, packagePath); !result) {
             (void)platform::RemoveFile(beginning);
-            throw zip::Problem{L"cannot be written: " + error.Text()};
+            throw zip::Problem{L"cannot be written: " + result.Text()};
         }
     });
 }

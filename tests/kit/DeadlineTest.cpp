@@ -31,11 +31,11 @@ TEST(DeadlineTest, DISABLED_WaitsInVain) {
     platform::ProcessStart start =
         test_support::TestProcess({L"have-family", platform::InheritedHandleText(life.Get())});
     platform::OutputPipe pipe;
-    ASSERT_FALSE(pipe.Open());
+    ASSERT_TRUE(pipe.Open());
     start.output = pipe.WriteEnd();
     start.inherited = {life.Get()};
     platform::OwnedHandle family;
-    ASSERT_FALSE(platform::StartProcess(start, family));
+    ASSERT_TRUE(platform::StartProcess(start, family));
     ASSERT_TRUE(test_support::ReadUntil(pipe, "ready"));
     const test_support::Deadline deadline("what never comes", std::chrono::seconds(0));
     std::string more;
@@ -45,7 +45,7 @@ TEST(DeadlineTest, DISABLED_WaitsInVain) {
 
 TEST(DeadlineTest, WhatWasStartedEndsWithTheProgram) {
     platform::OutputPipe life;
-    ASSERT_FALSE(life.Open());
+    ASSERT_TRUE(life.Open());
     const test_support::Ending ending = test_support::RunToEnd(ProgramThatWaitsInVain(life));
     EXPECT_EQ(ending.exitCode, 1);
     EXPECT_NE(ending.output.find("Waited in vain for what never comes."), std::string::npos) << ending.output;

@@ -15,9 +15,9 @@ namespace {
 
 constexpr std::size_t largestTestFile = std::size_t{1} << 30;
 
-void ThrowOn(const platform::Error& error, const std::string& action, const std::wstring& path) {
-    if (error) {
-        throw std::runtime_error(action + " " + text::ToUtf8(path) + ": " + text::ToUtf8(error.Text()));
+void RequireSuccess(const platform::Error& result, const std::string& action, const std::wstring& path) {
+    if (!result) {
+        throw std::runtime_error(action + " " + text::ToUtf8(path) + ": " + text::ToUtf8(result.Text()));
     }
 }
 
@@ -30,7 +30,7 @@ std::wstring UniquePath() {
 } // namespace
 
 TemporaryDirectory::TemporaryDirectory() : path(UniquePath()) {
-    ThrowOn(platform::CreateNewDirectory(path), "cannot make the folder", path);
+    RequireSuccess(platform::CreateNewDirectory(path), "cannot make the folder", path);
 }
 
 TemporaryDirectory::~TemporaryDirectory() {
@@ -43,11 +43,11 @@ std::wstring TemporaryDirectory::operator/(const std::wstring& name) const {
 }
 
 void WriteTextFile(const std::wstring& path, std::string_view bytes) {
-    ThrowOn(platform::ReplaceFile(path, bytes), "cannot write", path);
+    RequireSuccess(platform::ReplaceFile(path, bytes), "cannot write", path);
 }
 
 std::string ReadTextFile(const std::wstring& path) {
     std::string bytes;
-    ThrowOn(platform::ReadFile(path, largestTestFile, bytes), "cannot read", path);
+    RequireSuccess(platform::ReadFile(path, largestTestFile, bytes), "cannot read", path);
     return bytes;
 }

@@ -52,11 +52,11 @@ platform::ProcessStart TestProcess(const std::vector<std::wstring>& arguments) {
 Ending RunToEnd(platform::ProcessStart start) {
     platform::OutputPipe pipe;
     platform::OwnedHandle process;
-    if (pipe.Open()) {
+    if (!pipe.Open()) {
         return {};
     }
     start.output = pipe.WriteEnd();
-    if (platform::StartProcess(start, process)) {
+    if (!platform::StartProcess(start, process)) {
         return {};
     }
     pipe.CloseWriteEnd();

@@ -168,9 +168,9 @@ private:
     void CheckRun() {
         const bool isKept = !command.outputFolder.empty();
         const std::wstring output = isKept ? AbsolutePath(command.outputFolder) : scratch / L"output";
-        if (const platform::Error error = platform::EnsureDirectory(output)) {
+        if (const platform::Error result = platform::EnsureDirectory(output); !result) {
             throw CommandFailure{ExitCode::Usage,
-                                 Format(L"Scenario/NotMade", {platform::ToNativeText(output), error.Text()})};
+                                 Format(L"Scenario/NotMade", {platform::ToNativeText(output), result.Text()})};
         }
         run = RunOnce(context, scratch, {scenario, inputs, command.runArgument, output});
         if (!isKept) {

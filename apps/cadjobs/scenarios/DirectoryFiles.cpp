@@ -19,13 +19,13 @@ void Collect(const CommandContext& context, const std::wstring& root, const std:
              std::vector<std::wstring>& files) {
     const std::wstring directory = root + L"\\" + inside;
     std::vector<platform::DirectoryEntry> entries;
-    platform::Error error = platform::ListDirectory(directory, entries);
+    platform::Error result = platform::ListDirectory(directory, entries);
     if (depth > deepest) {
-        error = {platform::ErrorKind::TooLarge};
+        result = {platform::ErrorKind::TooLarge};
     }
-    if (error) {
+    if (!result) {
         throw CommandFailure{ExitCode::Usage, context.texts.Format(L"Scenario/NotRead",
-                                                                   {platform::ToNativeText(directory), error.Text()})};
+                                                                   {platform::ToNativeText(directory), result.Text()})};
     }
     for (const platform::DirectoryEntry& entry : entries) {
         if (IsLeftOut(entry)) {

@@ -49,8 +49,8 @@ std::string Named(std::string content, const std::string& name) {
 
 platform::Error CopyNamed(const std::wstring& from, const std::wstring& to, const std::string& name) {
     std::string content;
-    const platform::Error error = platform::ReadFile(from, largestTemplateFile, content);
-    return error ? error : platform::ReplaceFile(to, Named(std::move(content), name));
+    const platform::Error result = platform::ReadFile(from, largestTemplateFile, content);
+    return result ? platform::ReplaceFile(to, Named(std::move(content), name)) : result;
 }
 
 [[noreturn]] void Fail(const CommandContext& context, const std::wstring& path, const platform::Error& error) {
@@ -62,10 +62,11 @@ platform::Error CopyNamed(const std::wstring& from, const std::wstring& to, cons
 void Fill(const CommandContext& context, const std::wstring& from, const std::wstring& directory,
           const std::wstring& name) {
     for (const std::wstring& file : FilesBelow(context, from)) {
-        if (const platform::Error error =
-                CopyNamed(PathFuncs::Join(from, file), PathFuncs::Join(directory, file), text::ToUtf8(name))) {
+        if (const platform::Error result =
+                CopyNamed(PathFuncs::Join(from, file), PathFuncs::Join(directory, file), text::ToUtf8(name));
+            !result) {
             (void)platform::RemoveTree(directory);
-            Fail(context, file, error);
+            Fail(context, file, result);
         }
     }
 }
@@ -83,8 +84,8 @@ ExitCode NewScenario(CommandContext& context, const Command& command) {
         throw CommandFailure{ExitCode::Usage,
                              context.texts.Format(L"Scenario/NoTemplate", {platform::ToNativeText(from)})};
     }
-    if (const platform::Error error = platform::CreateNewDirectory(directory)) {
-        Fail(context, directory, error);
+    if (const platform::Error result = platform::CreateNewDirectory(directory); !result) {
+        Fail(context, directory, result);
     }
     Fill(context, from, directory, name);
     const std::wstring native = platform::ToNativeText(directory);

@@ -16,9 +16,9 @@ ExitCode PackScenario(CommandContext& context, const Command& command) {
                              context.texts.Format(L"Scenario/NoDirectory", {platform::ToNativeText(directory)})};
     }
     const std::wstring target = AbsolutePath(command.outputFolder);
-    if (const platform::Error error = platform::EnsureDirectory(target)) {
-        throw CommandFailure{ExitCode::Usage,
-                             context.texts.Format(L"Scenario/NotMade", {platform::ToNativeText(target), error.Text()})};
+    if (const platform::Error result = platform::EnsureDirectory(target); !result) {
+        throw CommandFailure{ExitCode::Usage, context.texts.Format(L"Scenario/NotMade",
+                                                                   {platform::ToNativeText(target), result.Text()})};
     }
     const std::wstring package = platform::ResolveAgainst(target, platform::FileName(directory) + L".esa");
     const std::size_t count = PackDirectory(context, directory, package);

@@ -35,8 +35,8 @@ PackedFile ListedFile(const CommandContext& context, const std::wstring& directo
 
 std::vector<PackedFile> ListedFiles(const CommandContext& context, const std::wstring& directory) {
     std::string list;
-    if (const platform::Error error = platform::ReadFile(directory + L"\\" + listName, largestList, list)) {
-        throw CommandFailure{ExitCode::Usage, context.texts.Format(L"Scenario/NotRead", {listName, error.Text()})};
+    if (const platform::Error result = platform::ReadFile(directory + L"\\" + listName, largestList, list); !result) {
+        throw CommandFailure{ExitCode::Usage, context.texts.Format(L"Scenario/NotRead", {listName, result.Text()})};
     }
     std::vector<PackedFile> files;
     std::istringstream lines(list);

@@ -20,8 +20,8 @@ std::wstring DrawName() {
 } // namespace
 
 ScratchDirectory::ScratchDirectory() : path(platform::TemporaryDirectory() + L"\\" + DrawName()) {
-    if (const platform::Error error = platform::MakePrivateDirectory(path)) {
-        throw CommandFailure{ExitCode::Usage, platform::ToNativeText(path) + L": " + error.Text()};
+    if (const platform::Error result = platform::MakePrivateDirectory(path); !result) {
+        throw CommandFailure{ExitCode::Usage, platform::ToNativeText(path) + L": " + result.Text()};
     }
 }
 

@@ -135,7 +135,7 @@ TEST_F(ShortOptionCommandsTest, ARefusedJobGivesOneAndTheReasonOfTheHost) {
 
 TEST_F(ShortOptionCommandsTest, AJobsFileThatIsGoneMeanwhileGivesNoPlace) {
     host.transmitter.onSend = [this](const ScriptedTransmitter::Event& request) {
-        ASSERT_FALSE(platform::RemoveFile(directory / L"jobs.json"));
+        ASSERT_TRUE(platform::RemoveFile(directory / L"jobs.json"));
         AnswerEnqueue(request);
     };
     enqueued = {{}};

@@ -12,8 +12,8 @@ ShortOptionOutput::ShortOptionOutput(CommandContext& commandContext, std::wstrin
     if (path.empty()) {
         return;
     }
-    if (const platform::Error error = file.Open(AbsolutePath(path))) {
-        throw CommandFailure{ExitCode::Usage, context.texts.Format(L"Errors/OutputFile", {path, error.Text()})};
+    if (const platform::Error result = file.Open(AbsolutePath(path)); !result) {
+        throw CommandFailure{ExitCode::Usage, context.texts.Format(L"Errors/OutputFile", {path, result.Text()})};
     }
 }
 
@@ -22,9 +22,9 @@ void ShortOptionOutput::Write(const std::string& lines) {
         context.console.WriteBytes(TextOutput::WithLineEndsOfSystem(lines));
         return;
     }
-    if (const platform::Error error = file.Write(lines)) {
+    if (const platform::Error result = file.Write(lines); !result) {
         context.console.WriteBytes(TextOutput::WithLineEndsOfSystem(lines));
-        throw CommandFailure{ExitCode::Usage, context.texts.Format(L"Errors/OutputLines", {path, error.Text()})};
+        throw CommandFailure{ExitCode::Usage, context.texts.Format(L"Errors/OutputLines", {path, result.Text()})};
     }
 }
 

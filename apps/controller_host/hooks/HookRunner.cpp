@@ -141,14 +141,15 @@ std::wstring HookRunner::StartSupervisor(Process& process) const {
         return L"cannot be started: the program is missing or cannot be run. Check the setting \"hooks\"";
     }
     const platform::OwnedHandle host = platform::OpenSelf();
-    if (!host || process.output.Open()) {
+    if (!host || !process.output.Open()) {
         return L"cannot be started: the system has no more handles";
     }
     const platform::ProcessStart start = SupervisorStart(process, *program, host.Get());
-    const platform::Error error = platform::StartProcess(start, process.supervisor);
+    const platform::Error result = platform::StartProcess(start, process.supervisor);
     process.output.CloseWriteEnd();
-    return error ? L"cannot be started: its supervisor " + platform::ToNativeText(start.program) + L": " + error.Text()
-                 : std::wstring();
+    return result
+               ? std::wstring()
+               : L"cannot be started: its supervisor " + platform::ToNativeText(start.program) + L": " + result.Text();
 }
 
 platform::ProcessStart HookRunner::SupervisorStart(const Process& process, const std::wstring& program,

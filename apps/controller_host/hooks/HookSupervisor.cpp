@@ -57,8 +57,8 @@ std::wstring RunSupervised(const SupervisedHook& hook) {
     start.program = hook.program;
     start.arguments = hook.arguments;
     start.currentDirectory = hook.directory;
-    if (const platform::Error error = tree.Start(start)) {
-        return L"cannot be started: " + error.Text();
+    if (const platform::Error result = tree.Start(start); !result) {
+        return L"cannot be started: " + result.Text();
     }
     std::wstring problem = WaitForEnd(tree, {stop.Get(), host.Get(), stopSignal.Handle()}, hook.limit);
     tree.Kill();

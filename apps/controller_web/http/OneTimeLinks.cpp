@@ -25,17 +25,17 @@ std::wstring OneTimeLinks::FileOf(std::string_view secret) const {
 }
 
 platform::Error OneTimeLinks::Make(std::string& secret) const {
-    if (const platform::Error error = platform::EnsurePrivateDirectory(directory)) {
-        return error;
+    if (const platform::Error result = platform::EnsurePrivateDirectory(directory); !result) {
+        return result;
     }
     RemoveExpired();
     std::string fresh = NewSecret();
     const std::string expiry = std::to_string(clock() + lifeSeconds);
-    const platform::Error error = platform::ReplaceFile(FileOf(fresh), expiry, platform::Durability::Unsynced);
-    if (!error) {
+    const platform::Error result = platform::ReplaceFile(FileOf(fresh), expiry, platform::Durability::Unsynced);
+    if (result) {
         secret = std::move(fresh);
     }
-    return error;
+    return result;
 }
 
 bool OneTimeLinks::Redeem(std::string_view secret) const {
@@ -45,14 +45,14 @@ bool OneTimeLinks::Redeem(std::string_view secret) const {
     const std::lock_guard lock(redeeming);
     const std::wstring file = FileOf(secret);
     const bool isExpired = IsExpired(file);
-    return !platform::RemoveFile(file) && !isExpired;
+    return platform::RemoveFile(file) && !isExpired;
 }
 
 /// A file that cannot be read is no link. The clock may have been set back.
 bool OneTimeLinks::IsExpired(const std::wstring& file) const {
     std::string text;
     std::int64_t expiry = 0;
-    if (platform::ReadFile(file, largestFile, text)) {
+    if (!platform::ReadFile(file, largestFile, text)) {
         return true;
     }
     const auto [end, error] = std::from_chars(text.data(), text.data() + text.size(), expiry);

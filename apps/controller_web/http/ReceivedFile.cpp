@@ -18,32 +18,32 @@ ReceivedFile::~ReceivedFile() {
 }
 
 platform::Error ReceivedFile::Create(const std::wstring& directory) {
-    if (const platform::Error error = platform::EnsurePrivateDirectory(directory)) {
-        return error;
+    if (const platform::Error result = platform::EnsurePrivateDirectory(directory); !result) {
+        return result;
     }
     std::wstring fresh = directory + L"\\" + text::FromUtf8(NewSecret());
-    const platform::Error error = file.CreateNew(fresh, {});
-    if (!error) {
+    const platform::Error result = file.CreateNew(fresh, {});
+    if (result) {
         path = std::move(fresh);
     }
-    return error;
+    return result;
 }
 
 platform::Error ReceivedFile::Append(std::string_view bytes) {
-    const platform::Error error = file.Write(bytes);
-    if (!error) {
+    const platform::Error result = file.Write(bytes);
+    if (result) {
         size += bytes.size();
     }
-    return error;
+    return result;
 }
 
 platform::Error ReceivedFile::MoveTo(const std::wstring& destination) {
     file.Close();
-    const platform::Error error = platform::RenameFile(path, destination);
-    if (!error) {
+    const platform::Error result = platform::RenameFile(path, destination);
+    if (result) {
         path.clear();
     }
-    return error;
+    return result;
 }
 
 } // namespace web

@@ -34,7 +34,7 @@ protected:
 
     /// Keeps the file of a request as "stored".
     web::Response Keep(const web::Request& request) const {
-        const bool isKept = request.file != nullptr && !request.file->MoveTo(stored);
+        const bool isKept = request.file != nullptr && request.file->MoveTo(stored);
         return web::TextResponse(isKept ? 201 : 500, "text/plain",
                                  std::to_string(request.body.size()) + " bytes in memory");
     }

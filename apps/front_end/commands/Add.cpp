@@ -25,8 +25,8 @@ std::vector<ScheduledRequest> RequestsOf(CommandContext& context, const std::wst
     bool isRead = false;
     if (jobsFile == L"-") {
         std::string bytes;
-        if (const platform::Error error = context.console.ReadInput(largestInput, bytes)) {
-            FailJobsFile(context, context.texts.Get(L"Roles/StandardInput") + L": " + error.Text());
+        if (const platform::Error result = context.console.ReadInput(largestInput, bytes); !result) {
+            FailJobsFile(context, context.texts.Get(L"Roles/StandardInput") + L": " + result.Text());
         }
         isRead = jobs_file::ReadText(std::move(bytes), context.texts.Get(L"Roles/StandardInput"), requests, problem);
     } else {

@@ -89,9 +89,9 @@ private:
     void CheckWritable(const std::wstring& directory) {
         const std::wstring existing = ExistingPart(directory);
         const std::wstring name = L"cadjobs-doctor.tmp";
-        const platform::Error error = platform::CreateEmptyFileIn(existing, name);
-        if (error) {
-            Wrong(L"directories", Format(L"Doctor/NotWritable", {platform::ToNativeText(directory), error.Text()}));
+        const platform::Error result = platform::CreateEmptyFileIn(existing, name);
+        if (!result) {
+            Wrong(L"directories", Format(L"Doctor/NotWritable", {platform::ToNativeText(directory), result.Text()}));
             return;
         }
         (void)platform::RemoveFile(existing + L"\\" + name);

@@ -75,13 +75,13 @@ private:
     /// The file is not held open while the console writes.
     std::string ReadBlock(bool& isThere) {
         platform::File file;
-        isThere = !path.empty() && !file.OpenForReading(path);
+        isThere = !path.empty() && file.OpenForReading(path);
         if (file.Size() < position) {
             position = 0;
         }
         std::string bytes(blockSize, '\0');
         std::size_t count = 0;
-        isThere = isThere && !file.ReadAt(position, bytes.data(), bytes.size(), count);
+        isThere = isThere && file.ReadAt(position, bytes.data(), bytes.size(), count);
         bytes.resize(count);
         position += count;
         return bytes;

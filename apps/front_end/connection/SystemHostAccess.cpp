@@ -89,16 +89,16 @@ public:
 
     /// On failure returns false and sets `problem`.
     [[nodiscard]] bool Start(std::wstring& problem) {
-        platform::Error error = output.Open();
-        if (!error) {
-            error = errors.Open();
+        platform::Error result = output.Open();
+        if (result) {
+            result = errors.Open();
         }
         start.output = output.WriteEnd();
-        if (!error) {
-            error = platform::StartProcess(start, errors.WriteEnd(), process);
+        if (result) {
+            result = platform::StartProcess(start, errors.WriteEnd(), process);
         }
-        if (error) {
-            problem = CannotStart(start, error);
+        if (!result) {
+            problem = CannotStart(start, result);
             return false;
         }
         output.Start();
@@ -191,15 +191,15 @@ platform::ProcessStart SystemHostAccess::HostProcess() const {
 
 std::wstring SystemHostAccess::HostProgramVersion() {
     platform::OutputPipe pipe;
-    if (const platform::Error error = pipe.Open()) {
-        return error.Text();
+    if (const platform::Error result = pipe.Open(); !result) {
+        return result.Text();
     }
     platform::ProcessStart start = HostProcess();
     start.arguments = {L"--version"};
     start.output = pipe.WriteEnd();
     platform::OwnedHandle program;
-    if (const platform::Error error = platform::StartProcess(start, program)) {
-        return CannotStart(start, error);
+    if (const platform::Error result = platform::StartProcess(start, program); !result) {
+        return CannotStart(start, result);
     }
     pipe.CloseWriteEnd();
     (void)platform::WaitForAny({program.Get()}, startLimit);
@@ -209,16 +209,16 @@ std::wstring SystemHostAccess::HostProgramVersion() {
 bool SystemHostAccess::StartHost(std::wstring& warnings, std::wstring& problem) {
     warnings.clear();
     platform::OutputPipe pipe;
-    if (const platform::Error error = pipe.Open()) {
-        problem = error.Text();
+    if (const platform::Error result = pipe.Open(); !result) {
+        problem = result.Text();
         return false;
     }
     platform::ProcessStart start = HostProcess();
     start.arguments = {L"--background"};
     start.output = pipe.WriteEnd();
     platform::OwnedHandle starter;
-    if (const platform::Error error = platform::StartProcess(start, starter)) {
-        problem = CannotStart(start, error);
+    if (const platform::Error result = platform::StartProcess(start, starter); !result) {
+        problem = CannotStart(start, result);
         return false;
     }
     pipe.CloseWriteEnd();

@@ -97,8 +97,8 @@ bool ReadSections(const rapidjson::Document& document, Sections& sections) {
 /// On failure `sections` may have a part of the texts.
 bool ReadLanguageFile(const std::wstring& path, Sections& sections, std::wstring& problem) {
     std::string bytes;
-    if (const platform::Error error = platform::ReadFile(path, largestFile, bytes)) {
-        problem = error.Text();
+    if (const platform::Error result = platform::ReadFile(path, largestFile, bytes); !result) {
+        problem = result.Text();
         return false;
     }
     rapidjson::Document document;

@@ -29,8 +29,8 @@ void SystemConsole::Write(std::wstring_view text) {
 }
 
 void SystemConsole::WriteBytes(std::string_view bytes) {
-    if (const platform::Error error = platform::WriteOutput(bytes)) {
-        throw OutputFailure{error};
+    if (const platform::Error result = platform::WriteOutput(bytes); !result) {
+        throw OutputFailure{result};
     }
 }
 

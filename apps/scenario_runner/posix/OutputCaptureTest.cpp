@@ -17,7 +17,7 @@ using std::chrono::milliseconds;
 class OutputCaptureTest : public testing::Test {
 protected:
     OutputCaptureTest() {
-        EXPECT_FALSE(capture.Open());
+        EXPECT_TRUE(capture.Open());
         scenario = platform::OwnedHandle(platform::CopyHandle(capture.WriteEnd()));
         capture.Start();
     }

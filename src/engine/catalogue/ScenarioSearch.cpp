@@ -32,8 +32,8 @@ private:
     void Visit(const std::wstring& directory) {
         entries.clear();
         const std::wstring path = PathFuncs::Join(root.path, directory);
-        if (const platform::Error error = platform::ListDirectory(path, entries)) {
-            unreadable.push_back({path, error});
+        if (const platform::Error result = platform::ListDirectory(path, entries); !result) {
+            unreadable.push_back({path, result});
             return;
         }
         AddDirectories(directory);

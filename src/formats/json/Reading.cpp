@@ -50,14 +50,14 @@ bool ReadSlot(std::wstring_view text, Slot root, std::wstring& problem, std::vec
 }
 
 bool LoadFile(const std::wstring& path, std::size_t limit, std::string& bytes, std::wstring& problem) {
-    const platform::Error error = platform::ReadFile(path, limit, bytes);
-    if (error) {
-        problem = platform::ToNativeText(path) + L": " + error.Text();
-        if (error.kind == platform::ErrorKind::TooLarge) {
+    const platform::Error result = platform::ReadFile(path, limit, bytes);
+    if (!result) {
+        problem = platform::ToNativeText(path) + L": " + result.Text();
+        if (result.kind == platform::ErrorKind::TooLarge) {
             problem += L" (at most " + std::to_wstring(limit) + L" bytes)";
         }
     }
-    return !error;
+    return static_cast<bool>(result);
 }
 
 std::wstring PlaceInFile(const std::wstring& path, std::size_t limit, const std::vector<Step>& way) {

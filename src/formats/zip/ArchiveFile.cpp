@@ -5,8 +5,8 @@
 namespace zip {
 
 ArchiveFile::ArchiveFile(const std::wstring& path) {
-    if (const platform::Error error = file.OpenForReading(path)) {
-        throw Problem{L"cannot be opened: " + error.Text()};
+    if (const platform::Error result = file.OpenForReading(path); !result) {
+        throw Problem{L"cannot be opened: " + result.Text()};
     }
     size = file.Size();
 }
@@ -19,8 +19,9 @@ void ArchiveFile::Read(std::uint64_t offset, std::size_t count, std::string& byt
     std::size_t done = 0;
     while (done < count) {
         std::size_t read = 0;
-        if (const platform::Error error = file.ReadAt(offset + done, bytes.data() + done, count - done, read)) {
-            throw Problem{L"cannot be read: " + error.Text()};
+        if (const platform::Error result = file.ReadAt(offset + done, bytes.data() + done, count - done, read);
+            !result) {
+            throw Problem{L"cannot be read: " + result.Text()};
         }
         if (read == 0) {
             throw Problem{L"is cut off"};

@@ -21,10 +21,10 @@ using DirectoryMaker = Error (*)(const std::wstring& path);
 Error MakeMissingDirectories(const std::wstring& path, DirectoryMaker makeDirectory) {
     const std::vector<std::wstring> missing = MissingDirectories(path);
     for (auto directory = missing.rbegin(); directory != missing.rend(); ++directory) {
-        const Error error = makeDirectory(*directory);
-        const bool madeByAnother = error.kind == ErrorKind::AlreadyExists && IsDirectory(*directory);
-        if (error && !madeByAnother) {
-            return error;
+        const Error result = makeDirectory(*directory);
+        const bool madeByAnother = result.kind == ErrorKind::AlreadyExists && IsDirectory(*directory);
+        if (!result && !madeByAnother) {
+            return result;
         }
     }
     return {};
@@ -43,13 +43,13 @@ Error CreateDirectories(const std::wstring& path, DirectoryMaker makeDirectory) 
     // Another process may create the parents at the same time. Only the last level reports whether this call created
     // it.
     const std::wstring directory = WithoutTrailingSeparators(path);
-    const Error error = MakeMissingDirectories(ParentDirectory(directory), makeDirectory);
-    return error ? error : makeDirectory(directory);
+    const Error result = MakeMissingDirectories(ParentDirectory(directory), makeDirectory);
+    return result ? makeDirectory(directory) : result;
 }
 
 Error EnsureDirectories(const std::wstring& path, DirectoryMaker makeDirectory) {
-    const Error error = CreateDirectories(path, makeDirectory);
-    return error.kind == ErrorKind::AlreadyExists && IsDirectory(path) ? Error{} : error;
+    const Error result = CreateDirectories(path, makeDirectory);
+    return result.kind == ErrorKind::AlreadyExists && IsDirectory(path) ? Error{} : result;
 }
 
 } // namespace
@@ -71,9 +71,9 @@ Error EnsurePrivateDirectories(const std::wstring& path) {
 }
 
 Error EnsurePrivateDirectory(const std::wstring& path) {
-    const Error error = MakePrivateDirectory(path);
-    const bool isThere = error.kind == ErrorKind::AlreadyExists && IsDirectory(path) && !IsLink(path);
-    return isThere ? RequireOwnDirectory(path) : error;
+    const Error result = MakePrivateDirectory(path);
+    const bool isThere = result.kind == ErrorKind::AlreadyExists && IsDirectory(path) && !IsLink(path);
+    return isThere ? RequireOwnDirectory(path) : result;
 }
 
 } // namespace platform

@@ -29,7 +29,7 @@ using testing::UnorderedElementsAre;
 
 class DirectoryTest_List : public testing::Test {
 protected:
-    void Touch(const std::wstring& name) { ASSERT_FALSE(platform::CreateEmptyFile(directory / name)); }
+    void Touch(const std::wstring& name) { ASSERT_TRUE(platform::CreateEmptyFile(directory / name)); }
 
     std::vector<std::wstring> Names() const {
         std::vector<std::wstring> names;
@@ -41,7 +41,7 @@ protected:
 
     std::vector<DirectoryEntry> Entries() const {
         std::vector<DirectoryEntry> entries;
-        EXPECT_FALSE(ListDirectory(directory.Path(), entries));
+        EXPECT_TRUE(ListDirectory(directory.Path(), entries));
         return entries;
     }
 
@@ -62,7 +62,7 @@ TEST_F(DirectoryTest_List, AnEmptyDirectoryHasNoEntries) {
 TEST_F(DirectoryTest_List, FilesAreToldFromDirectories) {
     Touch(L"file");
     Touch(L".hidden");
-    ASSERT_FALSE(platform::CreateNewDirectory(directory / L"folder"));
+    ASSERT_TRUE(platform::CreateNewDirectory(directory / L"folder"));
     EXPECT_THAT(Names(), UnorderedElementsAre(L".hidden", L"file", L"folder"));
     EXPECT_TRUE(Entry(L"folder").isDirectory);
     EXPECT_FALSE(Entry(L"file").isDirectory);
@@ -97,7 +97,7 @@ TEST_F(DirectoryTest_List, LettersOfOtherAlphabetsAreFoldedToo) {
 }
 
 TEST_F(DirectoryTest_List, LinksAreMarkedAndShownAsWhatTheyLeadTo) {
-    ASSERT_FALSE(platform::CreateNewDirectory(directory / L"folder"));
+    ASSERT_TRUE(platform::CreateNewDirectory(directory / L"folder"));
     Touch(L"file");
     if (!MakeLink(directory / L"folder", directory / L"to-folder")) {
         GTEST_SKIP() << "no symbolic links here";
@@ -129,7 +129,7 @@ TEST_F(DirectoryTest_List, NamesWithABackslashAreLeftOut) {
     EXPECT_THAT(Names(), ElementsAre());
     std::vector<DirectoryEntry> entries;
     bool isComplete = true;
-    EXPECT_FALSE(ListDirectory(directory.Path(), entries, &isComplete));
+    EXPECT_TRUE(ListDirectory(directory.Path(), entries, &isComplete));
     EXPECT_FALSE(isComplete);
 }
 
@@ -137,7 +137,7 @@ TEST_F(DirectoryTest_List, EntriesAreAppended) {
     Touch(L"b");
     std::vector<DirectoryEntry> entries = {{L"z", false, false}};
     bool isComplete = true;
-    EXPECT_FALSE(ListDirectory(directory.Path() + L"\\", entries, &isComplete));
+    EXPECT_TRUE(ListDirectory(directory.Path() + L"\\", entries, &isComplete));
     EXPECT_TRUE(isComplete);
     ASSERT_EQ(entries.size(), 2u);
     EXPECT_EQ(entries[0].name, L"z");
@@ -168,9 +168,9 @@ std::wstring RootOf(std::wstring path) {
 }
 
 TEST_F(DirectoryTest, CreateDirectoryMakesMissingParents) {
-    EXPECT_FALSE(CreateNewDirectory(directory / L"a\\b/c\\\\d"));
+    EXPECT_TRUE(CreateNewDirectory(directory / L"a\\b/c\\\\d"));
     EXPECT_TRUE(IsDirectory(directory / L"a\\b\\c\\d"));
-    EXPECT_FALSE(CreateNewDirectory(directory / L"with\\separator\\"));
+    EXPECT_TRUE(CreateNewDirectory(directory / L"with\\separator\\"));
     EXPECT_TRUE(IsDirectory(directory / L"with\\separator"));
 }
 
@@ -179,9 +179,9 @@ TEST_F(DirectoryTest, OfSeveralThatCreateOneDirectoryAtTheSameTimeOneSucceeds) {
     std::atomic<int> successes{0};
     const auto create = [&] {
         for (int round = 0; round < rounds; ++round) {
-            const platform::Error error = CreateNewDirectory(directory / (std::to_wstring(round) + L"\\folder"));
-            EXPECT_TRUE(!error || error.kind == ErrorKind::AlreadyExists);
-            successes += error ? 0 : 1;
+            const platform::Error result = CreateNewDirectory(directory / (std::to_wstring(round) + L"\\folder"));
+            EXPECT_TRUE(result || result.kind == ErrorKind::AlreadyExists);
+            successes += result ? 1 : 0;
         }
     };
     std::vector<std::thread> threads;
@@ -206,23 +206,23 @@ TEST_F(DirectoryTest, CreateDirectoryRefusesWhatTheShellRefuses) {
 
 TEST_F(DirectoryTest, EnsureDirectoryIsContentWithAnExistingDirectory) {
     WriteTextFile(directory / L"file", "");
-    EXPECT_FALSE(EnsureDirectory(directory / L"a\\b"));
-    EXPECT_FALSE(EnsureDirectory(directory / L"a\\b"));
-    EXPECT_FALSE(EnsureDirectory(RootOf(directory.Path())));
+    EXPECT_TRUE(EnsureDirectory(directory / L"a\\b"));
+    EXPECT_TRUE(EnsureDirectory(directory / L"a\\b"));
+    EXPECT_TRUE(EnsureDirectory(RootOf(directory.Path())));
     EXPECT_EQ(EnsureDirectory(directory / L"file").kind, ErrorKind::AlreadyExists);
     EXPECT_EQ(EnsureDirectory(L"relative").kind, ErrorKind::NotAbsolute);
 }
 
 TEST_F(DirectoryTest, APrivateDirectoryIsForItsOwnerAlone) {
-    EXPECT_FALSE(platform::EnsurePrivateDirectory(directory / L"private"));
-    EXPECT_FALSE(platform::EnsurePrivateDirectory(directory / L"private"));
+    EXPECT_TRUE(platform::EnsurePrivateDirectory(directory / L"private"));
+    EXPECT_TRUE(platform::EnsurePrivateDirectory(directory / L"private"));
     EXPECT_TRUE(IsDirectory(directory / L"private"));
     EXPECT_EQ(PermissionsOf(directory / L"private").value_or(0700), 0700u);
     EXPECT_EQ(platform::EnsurePrivateDirectory(directory / L"missing\\private").kind, ErrorKind::NotFound);
 }
 
 TEST_F(DirectoryTest, ALinkIsNoPrivateDirectory) {
-    ASSERT_FALSE(CreateNewDirectory(directory / L"elsewhere"));
+    ASSERT_TRUE(CreateNewDirectory(directory / L"elsewhere"));
     if (!MakeLink(directory / L"elsewhere", directory / L"private")) {
         GTEST_SKIP() << "no symbolic links here";
     }
@@ -230,9 +230,9 @@ TEST_F(DirectoryTest, ALinkIsNoPrivateDirectory) {
 }
 
 TEST_F(DirectoryTest, MissingParentsOfAPrivateDirectoryAreForTheirOwnerAloneToo) {
-    EXPECT_FALSE(platform::EnsurePrivateDirectories(directory / L"a\\b"));
-    EXPECT_FALSE(platform::EnsurePrivateDirectories(directory / L"a\\b"));
-    EXPECT_FALSE(platform::ReplaceFile(directory / L"data\\job_list.json", "{}"));
+    EXPECT_TRUE(platform::EnsurePrivateDirectories(directory / L"a\\b"));
+    EXPECT_TRUE(platform::EnsurePrivateDirectories(directory / L"a\\b"));
+    EXPECT_TRUE(platform::ReplaceFile(directory / L"data\\job_list.json", "{}"));
     for (const wchar_t* const name : {L"a", L"a\\b", L"data"}) {
         EXPECT_EQ(PermissionsOf(directory / name).value_or(0700), 0700u) << text::ToUtf8(name);
     }

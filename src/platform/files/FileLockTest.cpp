@@ -37,7 +37,7 @@ TEST(FileLockTest, ItCanBeTakenAgainOnceReleased) {
     const TemporaryDirectory directory;
     FileLock first;
     FileLock second;
-    ASSERT_FALSE(first.Take(directory / L"host.lock"));
+    ASSERT_TRUE(first.Take(directory / L"host.lock"));
     first.Release();
     EXPECT_EQ(second.Take(directory / L"host.lock").kind, ErrorKind::None);
 }
@@ -45,7 +45,7 @@ TEST(FileLockTest, ItCanBeTakenAgainOnceReleased) {
 TEST(FileLockTest, MovingHandsItOn) {
     const TemporaryDirectory directory;
     FileLock first;
-    ASSERT_FALSE(first.Take(directory / L"host.lock"));
+    ASSERT_TRUE(first.Take(directory / L"host.lock"));
     const FileLock second = std::move(first);
     FileLock third;
     EXPECT_TRUE(second.IsHeld());
@@ -62,20 +62,20 @@ TEST(FileLockTest, WhetherItIsHeldCanBeAskedWithoutTakingIt) {
     const TemporaryDirectory directory;
     EXPECT_FALSE(platform::IsLocked(directory / L"host.lock"));
     FileLock lock;
-    ASSERT_FALSE(lock.Take(directory / L"host.lock"));
+    ASSERT_TRUE(lock.Take(directory / L"host.lock"));
     EXPECT_TRUE(platform::IsLocked(directory / L"host.lock"));
     lock.Release();
     EXPECT_FALSE(platform::IsLocked(directory / L"host.lock"));
-    EXPECT_FALSE(lock.Take(directory / L"host.lock"));
+    EXPECT_TRUE(lock.Take(directory / L"host.lock"));
 }
 
 TEST(FileLockTest, OthersReadWhatItsHolderWrote) {
     const TemporaryDirectory directory;
     WriteTextFile(directory / L"host.lock", "the long text of a holder that has died");
     FileLock lock;
-    ASSERT_FALSE(lock.Take(directory / L"host.lock"));
-    EXPECT_FALSE(lock.Write("first"));
-    EXPECT_FALSE(lock.Write("2nd"));
+    ASSERT_TRUE(lock.Take(directory / L"host.lock"));
+    EXPECT_TRUE(lock.Write("first"));
+    EXPECT_TRUE(lock.Write("2nd"));
     EXPECT_EQ(ReadTextFile(directory / L"host.lock"), "2nd");
     EXPECT_TRUE(platform::IsLocked(directory / L"host.lock"));
 }
@@ -83,12 +83,12 @@ TEST(FileLockTest, OthersReadWhatItsHolderWrote) {
 TEST(FileLockTest, RemovingItLeavesNoFileAndNoLock) {
     const TemporaryDirectory directory;
     FileLock first;
-    ASSERT_FALSE(first.Take(directory / L"host.lock"));
+    ASSERT_TRUE(first.Take(directory / L"host.lock"));
     first.Remove();
     EXPECT_FALSE(first.IsHeld());
     EXPECT_FALSE(platform::Exists(directory / L"host.lock"));
     FileLock second;
-    EXPECT_FALSE(second.Take(directory / L"host.lock"));
+    EXPECT_TRUE(second.Take(directory / L"host.lock"));
 }
 
 /// Takes the lock `rounds` times in competition; counts how often it was not alone.
@@ -96,7 +96,7 @@ int CountCompany(const std::wstring& path, int rounds, std::atomic<int>& holders
     int company = 0;
     while (rounds > 0) {
         FileLock lock;
-        if (!lock.Take(path)) {
+        if (lock.Take(path)) {
             --rounds;
             company += holders.fetch_add(1) == 0 ? 0 : 1;
             holders.fetch_sub(1);

@@ -16,8 +16,8 @@ bool HasExtension(const std::wstring& name, const std::wstring& extension) {
 
 Error ReadFile(const std::wstring& path, std::size_t limit, std::string& bytes) {
     File file;
-    if (const Error error = file.OpenForReading(path)) {
-        return error;
+    if (const Error result = file.OpenForReading(path); !result) {
+        return result;
     }
     const std::uint64_t size = file.Size();
     if (size > limit) {
@@ -31,8 +31,8 @@ Error ReadFile(const std::wstring& path, std::size_t limit, std::string& bytes) 
             return {ErrorKind::TooLarge, 0};
         }
         content.resize(length == content.size() ? length * 2 : content.size());
-        if (const Error error = file.Read(content.data() + length, content.size() - length, count)) {
-            return error;
+        if (const Error result = file.Read(content.data() + length, content.size() - length, count); !result) {
+            return result;
         }
     }
     content.resize(length);
@@ -43,21 +43,21 @@ Error ReadFile(const std::wstring& path, std::size_t limit, std::string& bytes) 
 Error ReadFileRetrying(const std::wstring& path, std::size_t limit, std::string& bytes) {
     constexpr int retries = 200;
     constexpr std::chrono::milliseconds pause{1};
-    Error error = ReadFile(path, limit, bytes);
-    for (int retry = 0; retry < retries && error.kind == ErrorKind::InUse; ++retry) {
+    Error result = ReadFile(path, limit, bytes);
+    for (int retry = 0; retry < retries && result.kind == ErrorKind::InUse; ++retry) {
         SleepFor(pause);
-        error = ReadFile(path, limit, bytes);
+        result = ReadFile(path, limit, bytes);
     }
-    return error;
+    return result;
 }
 
 Error CreateEmptyFile(const std::wstring& path) {
-    const Error error = File().OpenForAppending(path, true, AppendTo::RegularFile);
-    if (error.kind != ErrorKind::NotSupported) {
-        return error;
+    const Error result = File().OpenForAppending(path, true, AppendTo::RegularFile);
+    if (result.kind != ErrorKind::NotSupported) {
+        return result;
     }
     const Error removal = RemoveFile(path);
-    return removal ? removal : File().OpenForAppending(path, true, AppendTo::RegularFile);
+    return removal ? File().OpenForAppending(path, true, AppendTo::RegularFile) : removal;
 }
 
 Error CreateEmptyFileIn(const std::wstring& directory, const std::wstring& name) {
@@ -66,16 +66,17 @@ Error CreateEmptyFileIn(const std::wstring& directory, const std::wstring& name)
 
 Error ReadFileEnd(const std::wstring& path, std::size_t length, std::string& bytes) {
     File file;
-    if (const Error error = file.OpenForReading(path)) {
-        return error;
+    if (const Error result = file.OpenForReading(path); !result) {
+        return result;
     }
     const std::uint64_t size = file.Size();
     const std::uint64_t begin = size - std::min<std::uint64_t>(size, length);
     std::string content(size - begin, '\0');
     std::size_t done = 0;
     for (std::size_t count = 1; count != 0 && done < content.size(); done += count) {
-        if (const Error error = file.ReadAt(begin + done, content.data() + done, content.size() - done, count)) {
-            return error;
+        if (const Error result = file.ReadAt(begin + done, content.data() + done, content.size() - done, count);
+            !result) {
+            return result;
         }
     }
     content.resize(done);
@@ -87,16 +88,16 @@ Error ReadFileInBlocks(const std::wstring& path, const std::function<Reading(std
     constexpr std::size_t blockSize = std::size_t{1} << 20;
     const auto before = StampOf(path);
     File file;
-    if (const Error error = file.OpenForReading(path)) {
-        return error;
+    if (const Error result = file.OpenForReading(path); !result) {
+        return result;
     }
     const std::uint64_t size = file.Size();
     std::string block(static_cast<std::size_t>(std::min<std::uint64_t>(size + 1, blockSize)), '\0');
     std::uint64_t done = 0;
     // A file may grow faster than it is read.
     for (std::size_t count = 1; count != 0 && done <= size; done += count) {
-        if (const Error error = file.Read(block.data(), block.size(), count)) {
-            return error;
+        if (const Error result = file.Read(block.data(), block.size(), count); !result) {
+            return result;
         }
         if (count != 0 && visit({block.data(), count}) == Reading::Stop) {
             return {};

@@ -14,7 +14,7 @@ namespace {
 std::string BytesAt(const platform::File& file, std::uint64_t offset, std::size_t capacity) {
     std::string bytes(capacity, '?');
     std::size_t count = 0;
-    EXPECT_FALSE(file.ReadAt(offset, bytes.data(), capacity, count));
+    EXPECT_TRUE(file.ReadAt(offset, bytes.data(), capacity, count));
     return bytes.substr(0, count);
 }
 
@@ -24,7 +24,7 @@ TEST(FileTest, ReadsAtAnyPlace) {
     const TemporaryDirectory directory;
     WriteTextFile(directory / L"a.txt", "0123456789");
     platform::File file;
-    ASSERT_FALSE(file.OpenForReading(directory / L"a.txt"));
+    ASSERT_TRUE(file.OpenForReading(directory / L"a.txt"));
     EXPECT_EQ(BytesAt(file, 7, 2), "78");
     EXPECT_EQ(BytesAt(file, 0, 3), "012");
     EXPECT_EQ(BytesAt(file, 8, 100), "89");
@@ -35,9 +35,9 @@ TEST(FileTest, ReadsAtAnyPlace) {
 TEST(FileTest, MakesAFileExecutableAndLeavesItsContentAlone) {
     const TemporaryDirectory directory;
     platform::File file;
-    ASSERT_FALSE(file.CreateNew(directory / L"tool", {}));
-    EXPECT_FALSE(file.Write("#!/bin/sh\n"));
-    EXPECT_FALSE(file.MakeExecutable());
+    ASSERT_TRUE(file.CreateNew(directory / L"tool", {}));
+    EXPECT_TRUE(file.Write("#!/bin/sh\n"));
+    EXPECT_TRUE(file.MakeExecutable());
     file.Close();
     EXPECT_EQ(ReadTextFile(directory / L"tool"), "#!/bin/sh\n");
 }
@@ -57,41 +57,41 @@ protected:
 TEST_F(FileTest_Append, AppendsToWhatIsThere) {
     WriteTextFile(path, "old\r\n");
     File file;
-    ASSERT_FALSE(file.OpenForAppending(path, false));
+    ASSERT_TRUE(file.OpenForAppending(path, false));
     EXPECT_EQ(file.Size(), 5u);
-    EXPECT_FALSE(file.Write("new\n"));
-    EXPECT_FALSE(file.Write(""));
+    EXPECT_TRUE(file.Write("new\n"));
+    EXPECT_TRUE(file.Write(""));
     EXPECT_EQ(file.Size(), 9u);
     EXPECT_EQ(ReadTextFile(path), "old\r\nnew\n");
 }
 
 TEST_F(FileTest_Append, CreatesTheFileOrDropsItsContent) {
     File file;
-    ASSERT_FALSE(file.OpenForAppending(path, true));
-    EXPECT_FALSE(file.Write("first"));
-    ASSERT_FALSE(file.OpenForAppending(path, true));
+    ASSERT_TRUE(file.OpenForAppending(path, true));
+    EXPECT_TRUE(file.Write("first"));
+    ASSERT_TRUE(file.OpenForAppending(path, true));
     EXPECT_EQ(file.Size(), 0u);
-    EXPECT_FALSE(file.Write("second"));
+    EXPECT_TRUE(file.Write("second"));
     EXPECT_EQ(ReadTextFile(path), "second");
 }
 
 TEST_F(FileTest_Append, TwoWritersDoNotOverwriteEachOther) {
     File left;
     File right;
-    ASSERT_FALSE(left.OpenForAppending(path, false));
-    ASSERT_FALSE(right.OpenForAppending(path, false));
-    EXPECT_FALSE(left.Write("a"));
-    EXPECT_FALSE(right.Write("b"));
-    EXPECT_FALSE(left.Write("c"));
+    ASSERT_TRUE(left.OpenForAppending(path, false));
+    ASSERT_TRUE(right.OpenForAppending(path, false));
+    EXPECT_TRUE(left.Write("a"));
+    EXPECT_TRUE(right.Write("b"));
+    EXPECT_TRUE(left.Write("c"));
     EXPECT_EQ(ReadTextFile(path), "abc");
 }
 
 TEST_F(FileTest_Append, TheFileCanBeRenamedWhileItIsOpen) {
     File file;
-    ASSERT_FALSE(file.OpenForAppending(path, false));
-    EXPECT_FALSE(file.Write("a"));
-    EXPECT_FALSE(platform::RenameFile(path, directory / L"controller.1.log"));
-    EXPECT_FALSE(file.Write("b"));
+    ASSERT_TRUE(file.OpenForAppending(path, false));
+    EXPECT_TRUE(file.Write("a"));
+    EXPECT_TRUE(platform::RenameFile(path, directory / L"controller.1.log"));
+    EXPECT_TRUE(file.Write("b"));
     EXPECT_EQ(ReadTextFile(directory / L"controller.1.log"), "ab");
 }
 
@@ -99,7 +99,7 @@ TEST_F(FileTest_Append, WithoutAFileThereIsNothing) {
     File file;
     EXPECT_FALSE(file.IsOpen());
     EXPECT_EQ(file.Size(), 0u);
-    EXPECT_TRUE(file.Write("x"));
+    EXPECT_FALSE(file.Write("x"));
     EXPECT_EQ(file.OpenForAppending(directory / L"missing\\file", false).kind, ErrorKind::NotFound);
     EXPECT_FALSE(file.IsOpen());
 }
@@ -113,7 +113,7 @@ TEST_F(FileTest_Append, ALinkInPlaceOfARegularFileIsRefused) {
     EXPECT_EQ(file.OpenForAppending(path, true, AppendTo::RegularFile).kind, ErrorKind::NotSupported);
     EXPECT_FALSE(file.IsOpen());
     EXPECT_EQ(ReadTextFile(directory / L"precious"), "content");
-    EXPECT_FALSE(file.OpenForAppending(path, true, AppendTo::FileOrDevice));
+    EXPECT_TRUE(file.OpenForAppending(path, true, AppendTo::FileOrDevice));
     EXPECT_EQ(ReadTextFile(directory / L"precious"), "");
 }
 
@@ -130,12 +130,12 @@ TEST_F(FileTest_Append, ANamedPipeInPlaceOfAFileIsRefusedWithoutWaiting) {
 
 TEST_F(FileTest_Append, MovingHandsTheFileOver) {
     File first;
-    ASSERT_FALSE(first.OpenForAppending(path, false));
+    ASSERT_TRUE(first.OpenForAppending(path, false));
     File second = std::move(first);
-    EXPECT_FALSE(second.Write("a"));
+    EXPECT_TRUE(second.Write("a"));
     File third;
     third = std::move(second);
-    EXPECT_FALSE(third.Write("b"));
+    EXPECT_TRUE(third.Write("b"));
     third.Close();
     EXPECT_FALSE(third.IsOpen());
     EXPECT_EQ(ReadTextFile(path), "ab");

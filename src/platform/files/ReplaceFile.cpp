@@ -67,59 +67,59 @@ private:
 };
 
 Error CreateWithParents(File& file, const std::wstring& path, const std::wstring& model) {
-    const Error error = file.CreateNew(path, model);
-    if (error.kind != ErrorKind::NotFound) {
-        return error;
+    const Error result = file.CreateNew(path, model);
+    if (result.kind != ErrorKind::NotFound) {
+        return result;
     }
-    const Error directoryError = MakeMissingPrivateDirectories(ParentDirectory(path));
-    return directoryError ? directoryError : file.CreateNew(path, model);
+    const Error made = MakeMissingPrivateDirectories(ParentDirectory(path));
+    return made ? file.CreateNew(path, model) : made;
 }
 
 /// Writes a new file with the permissions of `model`.
 Error WriteNewFile(const std::wstring& path, const std::wstring& model, std::string_view bytes, Durability durability) {
     fault_points::ReachFaultPoint(fault_points::FaultPoint::FileToBeCreated);
     File file;
-    if (const Error error = CreateWithParents(file, path, model)) {
-        return error;
+    if (const Error result = CreateWithParents(file, path, model); !result) {
+        return result;
     }
     fault_points::ReachFaultPoint(fault_points::FaultPoint::FileCreated);
-    Error error = file.Write(bytes);
+    Error result = file.Write(bytes);
     fault_points::ReachFaultPoint(fault_points::FaultPoint::FileWritten);
-    if (!error && durability == Durability::Synced) {
-        error = file.Flush();
+    if (result && durability == Durability::Synced) {
+        result = file.Flush();
         fault_points::ReachFaultPoint(fault_points::FaultPoint::FileFlushed);
     }
-    return error;
+    return result;
 }
 
 Error CopyToNewFile(const std::wstring& from, const std::wstring& to) {
     std::string bytes;
-    const Error error = ReadFile(from, std::numeric_limits<std::size_t>::max() / 4, bytes);
-    return error ? error : WriteNewFile(to, from, bytes, Durability::Synced);
+    const Error result = ReadFile(from, std::numeric_limits<std::size_t>::max() / 4, bytes);
+    return result ? WriteNewFile(to, from, bytes, Durability::Synced) : result;
 }
 
 /// Makes `backupPath` a hard link to the file at `path`, or a copy if the volume has no hard links.
 Error KeepAs(const std::wstring& path, const std::wstring& backupPath) {
     // The name stays if both are links to one file: renaming then does nothing.
     const TemporaryName temporary(backupPath);
-    Error error = LinkFile(path, temporary.Path());
-    if (error && error.kind != ErrorKind::NotFound) {
-        error = CopyToNewFile(path, temporary.Path());
+    Error result = LinkFile(path, temporary.Path());
+    if (!result && result.kind != ErrorKind::NotFound) {
+        result = CopyToNewFile(path, temporary.Path());
     }
     fault_points::ReachFaultPoint(fault_points::FaultPoint::BackupLinked);
-    if (!error) {
-        error = RenameFile(temporary.Path(), backupPath);
+    if (result) {
+        result = RenameFile(temporary.Path(), backupPath);
         fault_points::ReachFaultPoint(fault_points::FaultPoint::BackupInPlace);
     }
-    return error;
+    return result;
 }
 
 /// Flushes the directory if the name is new in it; otherwise the whole file could be missing after a power failure. An
 /// existing name refers to a complete file, the old or the new one, in any case.
 Error MoveIntoPlace(TemporaryName& temporary, const std::wstring& path, Durability durability) {
     const bool mustFlush = durability == Durability::Synced && !Exists(path);
-    if (const Error error = RenameFile(temporary.Path(), path)) {
-        return error;
+    if (const Error result = RenameFile(temporary.Path(), path); !result) {
+        return result;
     }
     temporary.Forget();
     fault_points::ReachFaultPoint(fault_points::FaultPoint::FileRenamed);
@@ -146,25 +146,25 @@ void RemoveStaleTemporaries(const std::wstring& path) {
 }
 
 Error ReplaceFile(const std::wstring& path, std::string_view bytes, Durability durability) {
-    if (const Error error = RequireFileName(path)) {
-        return error;
+    if (const Error result = RequireFileName(path); !result) {
+        return result;
     }
     TemporaryName temporary(path);
-    const Error error = WriteNewFile(temporary.Path(), path, bytes, durability);
-    return error ? error : MoveIntoPlace(temporary, path, durability);
+    const Error result = WriteNewFile(temporary.Path(), path, bytes, durability);
+    return result ? MoveIntoPlace(temporary, path, durability) : result;
 }
 
 Error ReplaceFileKeepingBackup(const std::wstring& path, std::string_view bytes, const std::wstring& backupPath) {
-    if (const Error error = RequireFileName(path)) {
-        return error;
+    if (const Error result = RequireFileName(path); !result) {
+        return result;
     }
     TemporaryName temporary(path);
-    if (const Error error = WriteNewFile(temporary.Path(), path, bytes, Durability::Synced)) {
-        return error;
+    if (const Error result = WriteNewFile(temporary.Path(), path, bytes, Durability::Synced); !result) {
+        return result;
     }
-    const Error error = KeepAs(path, backupPath);
-    const bool kept = !error || error.kind == ErrorKind::NotFound;
-    return kept ? MoveIntoPlace(temporary, path, Durability::Synced) : error;
+    const Error result = KeepAs(path, backupPath);
+    const bool kept = result || result.kind == ErrorKind::NotFound;
+    return kept ? MoveIntoPlace(temporary, path, Durability::Synced) : result;
 }
 
 } // namespace platform

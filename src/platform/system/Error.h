@@ -26,8 +26,8 @@ struct [[nodiscard]] Error {
     /// errno on Linux, GetLastError() on Windows; 0 if the failure does not come from the system.
     std::int64_t systemCode = 0;
 
-    /// True on failure.
-    explicit operator bool() const { return kind != ErrorKind::None; }
+    /// True on success.
+    explicit operator bool() const { return kind == ErrorKind::None; }
 
     /// One line for people: the system's text if it has one ("No space left on device"). Never empty.
     std::wstring Text() const;

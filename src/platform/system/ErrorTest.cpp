@@ -13,10 +13,10 @@ using platform::Error;
 using platform::ErrorFromCode;
 using platform::ErrorKind;
 
-TEST(ErrorTest, NoErrorIsFalse) {
-    EXPECT_FALSE(Error{});
-    EXPECT_FALSE(ErrorFromCode(0));
-    EXPECT_TRUE((Error{ErrorKind::Other, 0}));
+TEST(ErrorTest, SuccessIsTrue) {
+    EXPECT_TRUE(Error{});
+    EXPECT_TRUE(ErrorFromCode(0));
+    EXPECT_FALSE((Error{ErrorKind::Other, 0}));
 }
 
 TEST(ErrorTest, SystemCodesHaveAKind) {
@@ -61,9 +61,9 @@ TEST(ErrorTest, TheTextIsNeverEmpty) {
 
 TEST(ErrorTest, AFailedCallLeavesItsCode) {
     const TemporaryDirectory directory;
-    const Error error = platform::RemoveFile(directory / L"missing");
-    EXPECT_EQ(error.kind, ErrorKind::NotFound);
-    EXPECT_EQ(error.systemCode, 2);
+    const Error result = platform::RemoveFile(directory / L"missing");
+    EXPECT_EQ(result.kind, ErrorKind::NotFound);
+    EXPECT_EQ(result.systemCode, 2);
 }
 
 } // namespace

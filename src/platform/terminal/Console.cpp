@@ -50,7 +50,7 @@ std::string ReadInputLine() {
     std::string line;
     char letter = '\0';
     std::size_t count = 0;
-    while (line.size() < longestLine && !ReadInput(&letter, 1, count) && count == 1 && letter != '\n') {
+    while (line.size() < longestLine && ReadInput(&letter, 1, count) && count == 1 && letter != '\n') {
         line += letter;
     }
     return line;
@@ -61,8 +61,8 @@ Error ReadWholeInput(std::size_t most, std::string& bytes) {
     std::array<char, 65536> block{};
     for (;;) {
         std::size_t count = 0;
-        if (const Error error = ReadInput(block.data(), block.size(), count)) {
-            return error;
+        if (const Error result = ReadInput(block.data(), block.size(), count); !result) {
+            return result;
         }
         if (count == 0) {
             return {};

@@ -19,7 +19,7 @@ protected:
         const std::wstring path = directory / L"output";
         {
             const auto redirected = RedirectedOutput::ToFile(path);
-            EXPECT_FALSE(platform::WriteOutput(text));
+            EXPECT_TRUE(platform::WriteOutput(text));
         }
         return ReadTextFile(path);
     }
@@ -96,24 +96,24 @@ TEST_F(ConsoleTest, AFileIsNoTerminal) {
 }
 
 TEST_F(ConsoleTest, AReaderThatHasGoneIsToldAndEndsNobody) {
-    platform::Error error;
+    platform::Error result;
     {
         const auto redirected = RedirectedOutput::ToBrokenPipe();
-        error = platform::WriteOutput("nobody reads this");
+        result = platform::WriteOutput("nobody reads this");
     }
-    EXPECT_TRUE(error);
-    EXPECT_TRUE(platform::IsReaderGone(error));
+    EXPECT_FALSE(result);
+    EXPECT_TRUE(platform::IsReaderGone(result));
     EXPECT_EQ(Written("the next one does"), "the next one does");
 }
 
 TEST_F(ConsoleTest, AnOutputThatCannotBeWrittenIsTold) {
-    platform::Error error;
+    platform::Error result;
     {
         const auto redirected = RedirectedOutput::ToUnwritable();
-        error = platform::WriteOutput("nobody gets this");
+        result = platform::WriteOutput("nobody gets this");
     }
-    EXPECT_TRUE(error);
-    EXPECT_FALSE(platform::IsReaderGone(error));
+    EXPECT_FALSE(result);
+    EXPECT_FALSE(platform::IsReaderGone(result));
     EXPECT_FALSE(platform::IsReaderGone(platform::Error()));
 }
 

@@ -40,8 +40,9 @@ void RotatingFile::Append(std::string_view record, std::int64_t second) {
         return;
     }
     const std::string note = NoteOfLost();
-    if (const platform::Error error = note.empty() ? file.Write(record) : file.Write(note + std::string(record))) {
-        return Lose(error);
+    if (const platform::Error result = note.empty() ? file.Write(record) : file.Write(note + std::string(record));
+        !result) {
+        return Lose(result);
     }
     size += note.size() + record.size();
     lost = 0;
@@ -84,12 +85,12 @@ void RotatingFile::OpenFile() {
     // Read before the file is opened: if another process renames it in between, the next check detects the difference.
     const std::optional<platform::FileIdentity> named = platform::IdentityOf(currentPath);
     platform::File opened;
-    platform::Error error = platform::EnsurePrivateDirectories(platform::ParentDirectory(currentPath));
-    if (!error) {
-        error = opened.OpenForAppending(currentPath, false, platform::AppendTo::FileOrDevice);
+    platform::Error result = platform::EnsurePrivateDirectories(platform::ParentDirectory(currentPath));
+    if (result) {
+        result = opened.OpenForAppending(currentPath, false, platform::AppendTo::FileOrDevice);
     }
-    if (error) {
-        return ComplainOnce(error);
+    if (!result) {
+        return ComplainOnce(result);
     }
     file = std::move(opened);
     identity = named;
@@ -108,15 +109,15 @@ void RotatingFile::Rotate(std::string_view record) {
     }
     // Two processes that rotate at the same time would overwrite a file that is not the oldest.
     platform::FileLock lock;
-    const platform::Error error = lock.Take(currentPath + L".lock");
-    if (error.kind == platform::ErrorKind::InUse) {
+    const platform::Error result = lock.Take(currentPath + L".lock");
+    if (result.kind == platform::ErrorKind::InUse) {
         return; // another process is rotating: write the record to the current file
     }
     LookAfterFile();
     if (!IsTooLargeWith(record)) {
         return;
     }
-    if (!error && ShiftFiles()) {
+    if (result && ShiftFiles()) {
         OpenFile();
     } else {
         rotateAt = size + limits.bytes / 16;
@@ -126,8 +127,8 @@ void RotatingFile::Rotate(std::string_view record) {
 /// Starts with the oldest file, so that a failure in between leaves a gap and loses no file.
 bool RotatingFile::ShiftFiles() const {
     for (int generation = limits.files - 2; generation >= 0; --generation) {
-        const platform::Error error = platform::RenameFile(NameOf(generation), NameOf(generation + 1));
-        if (error && error.kind != platform::ErrorKind::NotFound) {
+        const platform::Error result = platform::RenameFile(NameOf(generation), NameOf(generation + 1));
+        if (!result && result.kind != platform::ErrorKind::NotFound) {
             return false;
         }
     }

@@ -75,7 +75,7 @@ TEST_F(RotatingFileTest, LeavesTheFilesToAProcessThatIsRotatingThem) {
     file.Append("record1\n", 1);
     file.Append("record2\n", 1);
     platform::FileLock other;
-    ASSERT_FALSE(other.Take(path + L".lock"));
+    ASSERT_TRUE(other.Take(path + L".lock"));
     file.Append("record3\n", 1);
     EXPECT_EQ(Content(), "record1\nrecord2\nrecord3\n");
     other.Release();
@@ -96,7 +96,7 @@ TEST_F(RotatingFileTest, WritesARecordThatIsLargerThanTheLimitIntoAFileOfItsOwn)
 TEST_F(RotatingFileTest, LosesNothingWhileAReaderHoldsTheFileOpen) {
     file.Append("record1\n", 1);
     platform::File reader;
-    ASSERT_FALSE(reader.OpenForReading(path));
+    ASSERT_TRUE(reader.OpenForReading(path));
     for (const char* record : {"record2\n", "record3\n", "record4\n"}) {
         file.Append(record, 1);
     }
@@ -113,8 +113,8 @@ TEST_F(RotatingFileTest, GoesOnAppendingWhileTheFileCannotBeRenamed) {
     }
     EXPECT_EQ(Content(), "record1\nrecord2\nrecord3\nrecord4\n");
 
-    ASSERT_FALSE(platform::RemoveTree(path + L".1"));
-    ASSERT_FALSE(platform::RemoveTree(path + L".2"));
+    ASSERT_TRUE(platform::RemoveTree(path + L".1"));
+    ASSERT_TRUE(platform::RemoveTree(path + L".2"));
     file.Append("record5\n", 1);
     EXPECT_EQ(Content(L".1"), "record1\nrecord2\nrecord3\nrecord4\n");
     EXPECT_EQ(Content(), "record5\n");
@@ -122,7 +122,7 @@ TEST_F(RotatingFileTest, GoesOnAppendingWhileTheFileCannotBeRenamed) {
 
 TEST_F(RotatingFileTest, BeginsANewFileWithinASecondWhenTheOldOneWasRenamed) {
     file.Append("record1\n", 1);
-    ASSERT_FALSE(platform::RenameFile(path, directory / L"moved.log"));
+    ASSERT_TRUE(platform::RenameFile(path, directory / L"moved.log"));
     file.Append("record2\n", 2);
     EXPECT_EQ(Content(), "record2\n");
 }
@@ -157,7 +157,7 @@ TEST_F(RotatingFileTest, TriesAgainEachSecondAfterAFailure) {
     file.SetPath(directory / L"taken\\controller.log");
     testing::internal::CaptureStderr();
     file.Append("record1\n", 1);
-    ASSERT_FALSE(platform::RemoveFile(directory / L"taken"));
+    ASSERT_TRUE(platform::RemoveFile(directory / L"taken"));
     file.Append("record2\n", 2);
     testing::internal::GetCapturedStderr();
     EXPECT_EQ(ReadTextFile(directory / L"taken\\controller.log"),

@@ -117,8 +117,8 @@ Answer ApiFixture::Send(web::Method method, const std::string& target, const std
     web::Request request = RequestOf(method, target, body);
     if (target.starts_with("/api/v1/uploads")) {
         request.file = std::make_shared<web::ReceivedFile>();
-        EXPECT_FALSE(request.file->Create(directory / L"arriving"));
-        EXPECT_FALSE(request.file->Append(std::exchange(request.body, {})));
+        EXPECT_TRUE(request.file->Create(directory / L"arriving"));
+        EXPECT_TRUE(request.file->Append(std::exchange(request.body, {})));
     }
     return Checked(request, target);
 }
@@ -179,8 +179,8 @@ ListedJob ApiFixture::JobWithFiles(std::int32_t number, JobStatus status) {
     ListedJob job = Job(number, L"part.stl", status);
     job.outputDir = OutputDirectory(number);
     job.workDir = WorkDirectory(number);
-    EXPECT_FALSE(platform::EnsureDirectory(job.outputDir));
-    EXPECT_FALSE(platform::EnsureDirectory(job.workDir));
+    EXPECT_TRUE(platform::EnsureDirectory(job.outputDir));
+    EXPECT_TRUE(platform::EnsureDirectory(job.workDir));
     run_protocol::RunScenarioInfo info;
     info.jobId = job.id;
     info.outputFolder = job.outputDir;

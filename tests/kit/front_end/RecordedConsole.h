@@ -32,7 +32,7 @@ public:
 
     void Write(std::wstring_view text) override { WriteBytes(text::ToUtf8(text)); }
     void WriteBytes(std::string_view bytes) override {
-        if (outputError) {
+        if (!outputError) {
             throw front_end::OutputFailure{outputError};
         }
         output += bytes;

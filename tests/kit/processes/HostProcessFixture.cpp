@@ -66,7 +66,7 @@ void HostProcessFixture::StartHost() {
     const platform::Event ready;
     platform::ProcessStart start = Host({L"--ready-event", platform::InheritedHandleText(ready.Handle())});
     start.inherited = {ready.Handle()};
-    ASSERT_FALSE(platform::StartProcess(start, host));
+    ASSERT_TRUE(platform::StartProcess(start, host));
     const auto signalled = platform::WaitForAny({ready.Handle(), host.Get()}, test_support::timeout);
     ASSERT_EQ(signalled, std::size_t{0}) << "the host is not ready";
 }
@@ -81,7 +81,7 @@ void HostProcessFixture::AwaitNoHost() const {
     const test_support::Deadline deadline("the end of the host");
     constexpr std::chrono::milliseconds interval{20};
     platform::FileLock lock;
-    while (lock.Take(directory / L"job_list.json.lock")) {
+    while (!lock.Take(directory / L"job_list.json.lock")) {
         platform::WaitForAny({}, interval);
     }
 }

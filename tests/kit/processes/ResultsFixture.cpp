@@ -17,7 +17,7 @@ ResultsFixture::ResultsFixture() {
 void ResultsFixture::UseNewDirectories(const std::wstring& name) {
     job.workDir = directory / (L"work\\" + name);
     job.outputFolder = directory / (L"out\\" + name);
-    EXPECT_FALSE(platform::EnsureDirectory(job.outputFolder));
+    EXPECT_TRUE(platform::EnsureDirectory(job.outputFolder));
 }
 
 void ResultsFixture::NameCandidates(std::vector<provenance::Candidate> candidates) {

@@ -105,7 +105,7 @@ void ScenarioRunFixture::Run(const std::string& steps, std::int32_t exitCode) {
 }
 
 void ScenarioRunFixture::RequestStop() {
-    EXPECT_FALSE(platform::CreateEmptyFile(InWorkDir(run_protocol::killFileName)));
+    EXPECT_TRUE(platform::CreateEmptyFile(InWorkDir(run_protocol::killFileName)));
 }
 
 std::wstring ScenarioRunFixture::InWorkDir(const std::wstring& name) const {

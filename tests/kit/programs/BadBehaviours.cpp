@@ -32,7 +32,7 @@ void WriteHalfReports(const std::wstring& name) {
 }
 
 void MakeDirectory(const std::wstring& name) {
-    if (platform::EnsureDirectory(InCurrentDirectory(name))) {
+    if (!platform::EnsureDirectory(InCurrentDirectory(name))) {
         throw std::runtime_error("cannot make a folder");
     }
 }

@@ -18,7 +18,7 @@ int main(int count, char** values) {
         functions.CallFunction("RunScenario", request, answer, nullptr) != 0) {
         return 1;
     }
-    if (platform::CreateEmptyFile(arguments.at(3))) {
+    if (!platform::CreateEmptyFile(arguments.at(3))) {
         return 1;
     }
     for (;;) {

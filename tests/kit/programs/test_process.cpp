@@ -51,8 +51,8 @@ platform::ProcessStart Another(const Arguments& arguments, void* life) {
 
 platform::OwnedHandle StartOrSay(const platform::ProcessStart& start) {
     platform::OwnedHandle process;
-    if (const platform::Error error = platform::StartProcess(start, process)) {
-        Print(L"cannot start another: " + error.Text());
+    if (const platform::Error result = platform::StartProcess(start, process); !result) {
+        Print(L"cannot start another: " + result.Text());
     }
     return process;
 }
@@ -102,10 +102,10 @@ int RecordHook(const Arguments& arguments) {
         }
     }
     platform::File file;
-    if (file.OpenForAppending(arguments.at(0), false)) {
+    if (!file.OpenForAppending(arguments.at(0), false)) {
         return 1;
     }
-    return file.Write(text::ToUtf8(line) + "\n") ? 1 : 0;
+    return !file.Write(text::ToUtf8(line) + "\n") ? 1 : 0;
 }
 
 /// Records its start and waits.

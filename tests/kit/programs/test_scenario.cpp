@@ -32,7 +32,7 @@ std::wstring InCurrentDirectory(const std::wstring& name) {
 
 /// Reports an error to the test that waits for a file.
 void Require(const platform::Error& error) {
-    if (error) {
+    if (!error) {
         throw std::runtime_error("cannot write: " + text::ToUtf8(error.Text()));
     }
 }
@@ -54,8 +54,8 @@ platform::OwnedHandle StartAnother(const Words& steps) {
     start.arguments.insert(start.arguments.end(), steps.begin(), steps.end());
     start.detached = true;
     platform::OwnedHandle process;
-    if (const platform::Error error = platform::StartProcess(start, process)) {
-        throw std::runtime_error("cannot start another: " + text::ToUtf8(error.Text()));
+    if (const platform::Error result = platform::StartProcess(start, process); !result) {
+        throw std::runtime_error("cannot start another: " + text::ToUtf8(result.Text()));
     }
     NoteProcess(platform::ProcessNumber(process.Get()));
     return process;
@@ -154,8 +154,8 @@ void HaveFamily(const std::wstring&) {
 void LiveIn(const std::wstring& directory) {
     static platform::FileLock life;
     const std::wstring name = std::to_wstring(platform::OwnProcessNumber()) + ControllerCSWrapper::CreateGuid();
-    if (const platform::Error error = life.Take(platform::ResolveAgainst(directory, name))) {
-        throw std::runtime_error("no sign of life: " + text::ToUtf8(error.Text()));
+    if (const platform::Error result = life.Take(platform::ResolveAgainst(directory, name)); !result) {
+        throw std::runtime_error("no sign of life: " + text::ToUtf8(result.Text()));
     }
 }
 
@@ -224,8 +224,8 @@ void Perform(const std::wstring& step) {
 Words ReadSteps(const std::wstring& path) {
     constexpr std::size_t mostBytes = 1 << 20;
     std::string text;
-    if (const platform::Error error = platform::ReadFile(path, mostBytes, text)) {
-        throw std::runtime_error("no steps: " + text::ToUtf8(error.Text()));
+    if (const platform::Error result = platform::ReadFile(path, mostBytes, text); !result) {
+        throw std::runtime_error("no steps: " + text::ToUtf8(result.Text()));
     }
     Words steps;
     std::istringstream lines(text);

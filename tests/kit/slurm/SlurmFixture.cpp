@@ -12,7 +12,7 @@
 
 SlurmFixture::SlurmFixture() {
     settings.module = ModulePath(L"slurm");
-    EXPECT_FALSE(platform::EnsureDirectory(directory / L"life"));
+    EXPECT_TRUE(platform::EnsureDirectory(directory / L"life"));
 }
 
 void SlurmFixture::UseLostAfter(int seconds, const std::string& options) {
@@ -35,10 +35,10 @@ std::string SlurmFixture::LiveStep() const {
 
 bool SlurmFixture::HasLife() const {
     std::vector<platform::DirectoryEntry> entries;
-    EXPECT_FALSE(platform::ListDirectory(directory / L"life", entries));
+    EXPECT_TRUE(platform::ListDirectory(directory / L"life", entries));
     return std::any_of(entries.begin(), entries.end(), [&](const platform::DirectoryEntry& entry) {
         platform::FileLock lock;
-        return static_cast<bool>(lock.Take(directory / (L"life\\" + entry.name)));
+        return !lock.Take(directory / (L"life\\" + entry.name));
     });
 }
 

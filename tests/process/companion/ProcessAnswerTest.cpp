@@ -23,7 +23,7 @@ OwnedHandle StartWaiter(const platform::Event& end) {
         test_support::TestProcess({L"wait-for", platform::InheritedHandleText(end.Handle())});
     start.inherited = {end.Handle()};
     OwnedHandle process;
-    EXPECT_FALSE(platform::StartProcess(start, process));
+    EXPECT_TRUE(platform::StartProcess(start, process));
     return process;
 }
 

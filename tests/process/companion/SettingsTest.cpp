@@ -93,7 +93,7 @@ TEST_F(SettingsTest, KeepsTheLastGoodSettingsWhenTheFileBreaks) {
 TEST_F(SettingsTest, KeepsTheLastGoodSettingsWhenTheFileGoes) {
     Write(R"({"culture":"de-DE"})");
     ASSERT_EQ(settings::Current()->culture, L"de-DE");
-    ASSERT_FALSE(platform::RemoveFile(path));
+    ASSERT_TRUE(platform::RemoveFile(path));
     EXPECT_EQ(settings::Current()->culture, L"de-DE");
     EXPECT_NE(settings::Problem(), L"");
 }
@@ -141,12 +141,12 @@ TEST_F(SettingsTest, LogsABrokenFileOnceForEachOfItsStates) {
 TEST_F(SettingsTest, WhatIsNoFileIsToldOnceAndLeftAsSoonAsItIsOne) {
     Write(R"({"culture":"de-DE"})");
     ASSERT_EQ(settings::Current()->culture, L"de-DE");
-    ASSERT_FALSE(platform::RemoveFile(path));
+    ASSERT_TRUE(platform::RemoveFile(path));
     WriteTextFile(path + L"\\inside.txt", ""); // a directory cannot be opened as a file
     EXPECT_EQ(settings::Current()->culture, L"de-DE");
     EXPECT_EQ(settings::Current()->culture, L"de-DE");
     EXPECT_EQ(CountOf("The settings are not usable", Log()), 1);
-    ASSERT_FALSE(platform::RemoveTree(path));
+    ASSERT_TRUE(platform::RemoveTree(path));
     Write(R"({"culture":"fr-FR"})");
     EXPECT_EQ(settings::Current()->culture, L"fr-FR");
 }
@@ -274,7 +274,7 @@ TEST_F(SettingsTest, ARecordBelowTheLevelLooksAtNoFile) {
     Write(R"({"culture":7})"); // a read would find it broken and log it
     ControllerCSWrapper::WriteDebugLog(L"dropped");
     EXPECT_FALSE(platform::Exists(directory / L"controller.log"));
-    ASSERT_FALSE(platform::RemoveFile(path));
+    ASSERT_TRUE(platform::RemoveFile(path));
     ControllerCSWrapper::WriteDebugLog(L"dropped");
     EXPECT_FALSE(platform::Exists(directory / L"controller.log"));
 }

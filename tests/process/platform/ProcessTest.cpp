@@ -32,9 +32,9 @@ std::string Echoed(const std::vector<std::wstring>& arguments) {
 
 ErrorKind StartFails(const ProcessStart& start) {
     OwnedHandle process;
-    const platform::Error error = platform::StartProcess(start, process);
+    const platform::Error result = platform::StartProcess(start, process);
     EXPECT_FALSE(process);
-    return error.kind;
+    return result.kind;
 }
 
 } // namespace
@@ -45,7 +45,7 @@ TEST(ProcessTest, ACurrentDirectoryMayBeLongerThanTheOldLimitOfWindows) {
     while (longDirectory.size() < 400) {
         longDirectory += L"\\a folder with quite a long name of its own";
     }
-    ASSERT_FALSE(platform::EnsureDirectory(longDirectory));
+    ASSERT_TRUE(platform::EnsureDirectory(longDirectory));
     ProcessStart start = TestProcess({L"print-folder"});
     start.currentDirectory = longDirectory;
     const Ending ending = RunToEnd(start);
@@ -63,7 +63,7 @@ TEST(ProcessTest, AProcessThatEndsTellsItsExitCode) {
 
 TEST(ProcessTest, TheExitCodeStaysUntilTheHandleIsClosed) {
     OwnedHandle process;
-    ASSERT_FALSE(platform::StartProcess(TestProcess({L"exit", L"42"}), process));
+    ASSERT_TRUE(platform::StartProcess(TestProcess({L"exit", L"42"}), process));
     ASSERT_TRUE(WaitUntilSignalled(process.Get()));
     EXPECT_FALSE(platform::IsProcessRunning(process.Get()));
     EXPECT_EQ(platform::ExitCode(process.Get()), 42);
@@ -76,7 +76,7 @@ TEST(ProcessTest, ARunningProcessHasNoExitCode) {
     ProcessStart start = TestProcess({L"wait-for", platform::InheritedHandleText(own.Get())});
     start.inherited = {own.Get()};
     OwnedHandle process;
-    ASSERT_FALSE(platform::StartProcess(start, process));
+    ASSERT_TRUE(platform::StartProcess(start, process));
     EXPECT_TRUE(platform::IsProcessRunning(process.Get()));
     EXPECT_EQ(platform::ExitCode(process.Get()), std::nullopt);
     EXPECT_NE(platform::ProcessNumber(process.Get()), 0U);
@@ -121,12 +121,12 @@ TEST(ProcessTest, BothStreamsGoToTheOutput) {
 TEST(ProcessTest, StandardErrorCanHaveAPlaceOfItsOwn) {
     platform::OutputPipe output;
     platform::OutputPipe errors;
-    ASSERT_FALSE(output.Open());
-    ASSERT_FALSE(errors.Open());
+    ASSERT_TRUE(output.Open());
+    ASSERT_TRUE(errors.Open());
     platform::ProcessStart start = TestProcess({L"print-to-both-streams"});
     start.output = output.WriteEnd();
     platform::OwnedHandle process;
-    ASSERT_FALSE(platform::StartProcess(start, errors.WriteEnd(), process));
+    ASSERT_TRUE(platform::StartProcess(start, errors.WriteEnd(), process));
     output.CloseWriteEnd();
     errors.CloseWriteEnd();
     EXPECT_EQ(test_support::ReadToEnd(output), "out\n");
@@ -211,7 +211,7 @@ TEST(ProcessTest, ATextThatIsNoInheritedHandleGivesNone) {
 
 TEST(ProcessTest, AChildNoticesThatItsParentEnded) {
     platform::OutputPipe life;
-    ASSERT_FALSE(life.Open());
+    ASSERT_TRUE(life.Open());
     ProcessStart start = TestProcess({L"leave-a-watcher", platform::InheritedHandleText(life.WriteEnd())});
     start.inherited = {life.WriteEnd()};
     EXPECT_EQ(RunToEnd(start).exitCode, 0);

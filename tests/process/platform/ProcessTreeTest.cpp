@@ -17,13 +17,13 @@ namespace {
 class ProcessTreeTest : public testing::Test {
 protected:
     void Start(std::vector<std::wstring> arguments) {
-        ASSERT_FALSE(life.Open());
-        ASSERT_FALSE(output.Open());
+        ASSERT_TRUE(life.Open());
+        ASSERT_TRUE(output.Open());
         arguments.push_back(platform::InheritedHandleText(life.WriteEnd()));
         ProcessStart start = TestProcess(arguments);
         start.output = output.WriteEnd();
         start.inherited = {life.WriteEnd()};
-        ASSERT_FALSE(tree->Start(start));
+        ASSERT_TRUE(tree->Start(start));
         output.CloseWriteEnd();
         life.CloseWriteEnd();
     }
@@ -40,7 +40,7 @@ protected:
 } // namespace
 
 TEST_F(ProcessTreeTest, TheRootIsWaitedForAndTellsItsExitCode) {
-    ASSERT_FALSE(tree->Start(TestProcess({L"exit", L"5"})));
+    ASSERT_TRUE(tree->Start(TestProcess({L"exit", L"5"})));
     ASSERT_TRUE(WaitUntilSignalled(tree->Root()));
     EXPECT_EQ(tree->RootExitCode(), 5);
     tree->Kill();
@@ -62,7 +62,7 @@ TEST_F(ProcessTreeTest, ATreeRunsWhetherItsLimitsAreEnforcedOrNot) {
     constexpr std::int64_t gibibyte = std::int64_t{1} << 30;
     std::wstring ignored;
     (void)tree->Limit({gibibyte, 100}, ignored);
-    ASSERT_FALSE(tree->Start(TestProcess({L"exit", L"5"})));
+    ASSERT_TRUE(tree->Start(TestProcess({L"exit", L"5"})));
     ASSERT_TRUE(WaitUntilSignalled(tree->Root()));
     EXPECT_EQ(tree->RootExitCode(), 5);
     tree->Kill();
@@ -122,7 +122,7 @@ TEST_F(ProcessTreeTest, ATreeCanFollowAnother) {
     AwaitReady();
     tree = nullptr;
     tree = std::make_unique<ProcessTree>();
-    ASSERT_FALSE(tree->Start(TestProcess({L"exit", L"6"})));
+    ASSERT_TRUE(tree->Start(TestProcess({L"exit", L"6"})));
     ASSERT_TRUE(WaitUntilSignalled(tree->Root()));
     EXPECT_EQ(tree->RootExitCode(), 6);
 }

@@ -66,7 +66,7 @@ TEST(WaitingTest, AnotherThreadCanRaise) {
 TEST(WaitingTest, AProcessThatEndsIsSignalled) {
     const Event never;
     platform::OwnedHandle process;
-    ASSERT_FALSE(platform::StartProcess(test_support::TestProcess({L"exit", L"0"}), process));
+    ASSERT_TRUE(platform::StartProcess(test_support::TestProcess({L"exit", L"0"}), process));
     EXPECT_EQ(WaitForAny({never.Handle(), process.Get()}, timeout), 1U);
 }
 
@@ -80,20 +80,20 @@ TEST(WaitingTest_DirectoryWatch, ANewFileIsNoticed) {
     DirectoryWatch watch(directory.Path());
     ASSERT_NE(watch.Handle(), nullptr);
     EXPECT_EQ(WaitForAny({watch.Handle()}, milliseconds(0)), std::nullopt);
-    ASSERT_FALSE(platform::CreateEmptyFile(directory / L"killprocess"));
+    ASSERT_TRUE(platform::CreateEmptyFile(directory / L"killprocess"));
     EXPECT_EQ(WaitForAny({watch.Handle()}, timeout), 0U);
 }
 
 TEST(WaitingTest_DirectoryWatch, EachChangeAfterRearmingIsNoticed) {
     const TemporaryDirectory directory;
     DirectoryWatch watch(directory.Path());
-    ASSERT_FALSE(platform::CreateEmptyFile(directory / L"a"));
+    ASSERT_TRUE(platform::CreateEmptyFile(directory / L"a"));
     ASSERT_EQ(WaitForAny({watch.Handle()}, timeout), 0U);
     watch.Rearm();
-    ASSERT_FALSE(platform::RenameFile(directory / L"a", directory / L"b"));
+    ASSERT_TRUE(platform::RenameFile(directory / L"a", directory / L"b"));
     ASSERT_EQ(WaitForAny({watch.Handle()}, timeout), 0U);
     watch.Rearm();
-    ASSERT_FALSE(platform::RemoveFile(directory / L"b"));
+    ASSERT_TRUE(platform::RemoveFile(directory / L"b"));
     EXPECT_EQ(WaitForAny({watch.Handle()}, timeout), 0U);
 }
 

@@ -18,7 +18,7 @@ namespace {
 class SupervisorTest : public testing::Test {
 protected:
     void LetScenarioEnd() {
-        ASSERT_FALSE(tree.Start(test_support::TestProcess({L"exit", L"3"})));
+        ASSERT_TRUE(tree.Start(test_support::TestProcess({L"exit", L"3"})));
         ASSERT_TRUE(test_support::WaitUntilSignalled(tree.Root()));
     }
 
@@ -29,7 +29,7 @@ protected:
 
     /// Creates "killprocess" beside a running scenario that is watched from `watchAfter` on.
     RunExitReason AskToStopByFile(std::chrono::milliseconds watchAfter) {
-        EXPECT_FALSE(tree.Start(test_support::TestProcess({L"wait"})));
+        EXPECT_TRUE(tree.Start(test_support::TestProcess({L"wait"})));
         auto ending = std::async(std::launch::async, [this, watchAfter] {
             return Supervisor(tree, owners, workDir.Path(), stopSignal, nullptr, watchAfter)
                 .Run(StopPolicy({}, std::chrono::steady_clock::now()));

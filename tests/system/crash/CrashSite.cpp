@@ -25,9 +25,9 @@ std::string Quoted(const std::wstring& path) {
     return '"' + text + '"';
 }
 
-void ThrowOn(const platform::Error& error, const std::string& problem) {
-    if (error) {
-        throw std::runtime_error(problem + ": " + text::ToUtf8(error.Text()));
+void RequireSuccess(const platform::Error& result, const std::string& problem) {
+    if (!result) {
+        throw std::runtime_error(problem + ": " + text::ToUtf8(result.Text()));
     }
 }
 
@@ -45,7 +45,7 @@ CrashSite::CrashSite(const std::wstring& endpointName, const std::string& afterR
     WriteSettings(endpointName, afterRestart);
     WriteScenarios();
     WriteTextFile(Input(), "an input");
-    ThrowOn(platform::CreateNewDirectory(Lives()), "the folder for signs of life cannot be made");
+    RequireSuccess(platform::CreateNewDirectory(Lives()), "the folder for signs of life cannot be made");
 }
 
 CrashSite::~CrashSite() {
@@ -69,7 +69,7 @@ bool CrashSite::StartHost() {
                                        platform::ToNativeText(platform::ProgramDirectory())},
                          {L"LOCALAPPDATA", userDirectory},
                          {L"XDG_DATA_HOME", userDirectory}};
-    ThrowOn(platform::StartProcess(start, host), "the host cannot be started");
+    RequireSuccess(platform::StartProcess(start, host), "the host cannot be started");
     const auto signalled = platform::WaitForAny({ready.Handle(), host.Get()}, test_support::timeout);
     if (signalled == std::size_t{0}) {
         return true;
@@ -90,10 +90,10 @@ void CrashSite::Arm(const Fault& fault) const {
 }
 
 void CrashSite::Disarm() const {
-    const platform::Error error = platform::RemoveFile(FaultFile());
+    const platform::Error result = platform::RemoveFile(FaultFile());
     // A host killed from outside may not have created one.
-    if (error.kind != platform::ErrorKind::NotFound) {
-        ThrowOn(error, "the fault cannot be taken away");
+    if (result.kind != platform::ErrorKind::NotFound) {
+        RequireSuccess(result, "the fault cannot be taken away");
     }
 }
 

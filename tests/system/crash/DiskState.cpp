@@ -23,8 +23,8 @@ using std::chrono::steady_clock;
 
 std::vector<platform::DirectoryEntry> EntriesOf(const std::wstring& directory) {
     std::vector<platform::DirectoryEntry> entries;
-    const platform::Error error = platform::ListDirectory(directory, entries);
-    EXPECT_TRUE(!error || error.kind == platform::ErrorKind::NotFound) << text::ToUtf8(error.Text());
+    const platform::Error result = platform::ListDirectory(directory, entries);
+    EXPECT_TRUE(result || result.kind == platform::ErrorKind::NotFound) << text::ToUtf8(result.Text());
     return entries;
 }
 
@@ -55,7 +55,7 @@ void AwaitEndOf(const std::wstring& life) {
     const test_support::Deadline deadline("the end of a scenario whose host is dead");
     constexpr milliseconds interval{2};
     platform::FileLock lock;
-    while (const platform::Error error = lock.Take(life)) {
+    while (!lock.Take(life)) {
         platform::WaitForAny({}, interval);
     }
 }
@@ -114,7 +114,7 @@ void AwaitEndOfScenarios(const CrashSite& site, CrashCounts& counts) {
     for (const platform::DirectoryEntry& life : EntriesOf(site.Lives())) {
         const std::wstring path = platform::ResolveAgainst(site.Lives(), life.name);
         AwaitEndOf(path);
-        EXPECT_FALSE(platform::RemoveFile(path));
+        EXPECT_TRUE(platform::RemoveFile(path));
         ++counts.processesLookedFor;
     }
     const auto passed = std::chrono::duration_cast<milliseconds>(steady_clock::now() - start);

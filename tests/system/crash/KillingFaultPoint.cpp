@@ -14,7 +14,7 @@ std::optional<crash::Fault> CurrentFault() {
     constexpr std::size_t longestText = 100;
     static const auto path = platform::GetEnvironment(crash::faultFileVariable);
     std::string text;
-    if (!path || platform::ReadFile(*path, longestText, text)) {
+    if (!path || !platform::ReadFile(*path, longestText, text)) {
         return std::nullopt;
     }
     return crash::ParseFault(text);

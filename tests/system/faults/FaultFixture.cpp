@@ -62,7 +62,7 @@ void FaultFixture::RestartHost() {
 
 std::vector<std::wstring> FaultFixture::BesideList(const std::wstring& part) const {
     std::vector<platform::DirectoryEntry> entries;
-    EXPECT_FALSE(platform::ListDirectory(platform::ParentDirectory(listFile), entries));
+    EXPECT_TRUE(platform::ListDirectory(platform::ParentDirectory(listFile), entries));
     std::vector<std::wstring> paths;
     for (const auto& entry : entries) {
         if (entry.name.find(part) != std::wstring::npos) {

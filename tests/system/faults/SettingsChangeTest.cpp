@@ -48,7 +48,7 @@ TEST_F(SettingsChangeTest, JobsRunOnWhileTheFileIsBroken) {
 
 TEST_F(SettingsChangeTest, JobsRunOnWhenTheFileIsGone) {
     TestClient frontEnd(endpointName);
-    ASSERT_FALSE(platform::RemoveFile(directory / L"settings.json"));
+    ASSERT_TRUE(platform::RemoveFile(directory / L"settings.json"));
     ExpectJobs(frontEnd, "exit 0", 2, JobStatus::Success);
     EXPECT_EQ(SavedJobs().size(), 2U);
 }

@@ -129,11 +129,11 @@ TEST_F(CommandLineTest, OneFrontEndSeesWhatAnotherOneDoes) {
     StartHost();
     EXPECT_EQ(Cli({L"controller_cli", Native(JobsFile("wait"))}).output, Line("1,Queued"));
     platform::OutputPipe pipe;
-    ASSERT_FALSE(pipe.Open());
+    ASSERT_TRUE(pipe.Open());
     platform::ProcessStart start = FrontEndProcess({L"cadjobs", L"wait", L"1"});
     start.output = pipe.WriteEnd();
     platform::OwnedHandle waiting;
-    ASSERT_FALSE(platform::StartProcess(start, waiting));
+    ASSERT_TRUE(platform::StartProcess(start, waiting));
     pipe.CloseWriteEnd();
     ASSERT_TRUE(test_support::ReadUntil(pipe, "Job 1 Running"));
     EXPECT_EQ(Cli({L"cadjobs", L"cancel", L"1"}).exitCode, 0);
@@ -150,11 +150,11 @@ TEST_F(CommandLineTest, AFrontEndWhoseReaderHasGoneEnds) {
         const std::string jobs = Cli({L"controller_cli", Native(JobsFile("wait"))}).output;
         const std::string number = jobs.substr(0, jobs.find(','));
         std::optional<platform::OutputPipe> pipe(std::in_place);
-        ASSERT_FALSE(pipe->Open());
+        ASSERT_TRUE(pipe->Open());
         platform::ProcessStart start = FrontEndProcess(arguments);
         start.output = pipe->WriteEnd();
         platform::OwnedHandle showing;
-        ASSERT_FALSE(platform::StartProcess(start, showing));
+        ASSERT_TRUE(platform::StartProcess(start, showing));
         pipe->CloseWriteEnd();
         ASSERT_TRUE(test_support::ReadUntil(*pipe, "Job " + number));
         pipe.reset();
@@ -169,11 +169,11 @@ TEST_F(CommandLineTest, AFrontEndNoticesThatTheHostIsKilled) {
     StartHost();
     EXPECT_EQ(Cli({L"controller_cli", Native(JobsFile("wait"))}).output, Line("1,Queued"));
     platform::OutputPipe pipe;
-    ASSERT_FALSE(pipe.Open());
+    ASSERT_TRUE(pipe.Open());
     platform::ProcessStart start = FrontEndProcess({L"cadjobs", L"watch"});
     start.output = pipe.WriteEnd();
     platform::OwnedHandle watching;
-    ASSERT_FALSE(platform::StartProcess(start, watching));
+    ASSERT_TRUE(platform::StartProcess(start, watching));
     pipe.CloseWriteEnd();
     ASSERT_TRUE(test_support::ReadUntil(pipe, "Job 1 Running"));
     test_support::KillProcess(host.Get());
@@ -185,9 +185,9 @@ TEST_F(CommandLineTest, AFrontEndNoticesThatTheHostIsKilled) {
 TEST_F(CommandLineTest, WhyItCannotBeTheHostIsToldOnStandardError) {
     StartHost();
     platform::OutputPipe errors;
-    ASSERT_FALSE(errors.Open());
+    ASSERT_TRUE(errors.Open());
     platform::OwnedHandle foreground;
-    ASSERT_FALSE(platform::StartProcess(FrontEndProcess({L"controller_cli", L"-m"}), errors.WriteEnd(), foreground));
+    ASSERT_TRUE(platform::StartProcess(FrontEndProcess({L"controller_cli", L"-m"}), errors.WriteEnd(), foreground));
     errors.CloseWriteEnd();
     const std::string said = test_support::ReadToEnd(errors);
     EXPECT_NE(said.find("controller_host: another host is running"), std::string::npos) << said;
@@ -198,7 +198,7 @@ TEST_F(CommandLineTest, WhyItCannotBeTheHostIsToldOnStandardError) {
 TEST_F(CommandLineTest, BeingTheHostLastsUntilTheHostIsAskedToEnd) {
     platform::ProcessStart start = FrontEndProcess({L"controller_cli", L"-m"});
     platform::OwnedHandle foreground;
-    ASSERT_FALSE(platform::StartProcess(start, foreground));
+    ASSERT_TRUE(platform::StartProcess(start, foreground));
     while (Cli({L"cadjobs", L"list", L"-f"}).exitCode == 3) {
         ASSERT_TRUE(platform::IsProcessRunning(foreground.Get()));
     }

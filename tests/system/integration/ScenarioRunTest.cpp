@@ -137,7 +137,7 @@ TEST_F(ScenarioRunTest, AMissingInterpreterFailsTheJobAndSaysWhatToDo) {
 
 TEST_F(ScenarioRunTest, AMissingScenarioFailsTheJob) {
     UseSteps("exit 0");
-    ASSERT_FALSE(platform::RemoveFile(job.scenarioPath));
+    ASSERT_TRUE(platform::RemoveFile(job.scenarioPath));
     ASSERT_EQ(Start(), 0);
     EXPECT_NE(AwaitEnd(), 0);
     EXPECT_FALSE(Result().succeeded);

@@ -44,13 +44,13 @@ TEST_F(ScenarioStopTest, AScenarioEndsWithItsHost) {
     UseSteps("ignore requests\nhave family\nbe ready\nwait");
     WriteSettings();
     WriteTextFile(directory / L"request.json", text::ToUtf8(run_protocol::SerializeRunScenarioInfo(job)));
-    ASSERT_FALSE(platform::EnsureDirectory(job.workDir));
+    ASSERT_TRUE(platform::EnsureDirectory(job.workDir));
     platform::ProcessStart start;
     start.program = test_support::ProgramPath(L"test_host");
     start.arguments = {settings.module, directory / L"settings.json", directory / L"request.json",
                        directory / L"started"};
     platform::OwnedHandle host;
-    ASSERT_FALSE(platform::StartProcess(start, host));
+    ASSERT_TRUE(platform::StartProcess(start, host));
     AwaitFile(job.workDir, L"ready");
     const auto processes = OpenNotedProcesses(job.workDir);
     EXPECT_EQ(processes.size(), 5U);

@@ -20,8 +20,8 @@ void FrontEndCrowd::Start(const platform::ProcessStart& start) {
         return;
     }
     platform::OwnedHandle process;
-    if (const platform::Error error = platform::StartProcess(start, process)) {
-        problems.push_back("A front end cannot be started: " + text::ToUtf8(error.Text()));
+    if (const platform::Error result = platform::StartProcess(start, process); !result) {
+        problems.push_back("A front end cannot be started: " + text::ToUtf8(result.Text()));
         return;
     }
     ++started;

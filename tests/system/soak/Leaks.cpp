@@ -17,10 +17,10 @@ constexpr std::uint64_t mostLogBytes = std::uint64_t{5} * (10U << 20U);
 
 Names NamesIn(const std::wstring& directory) {
     std::vector<platform::DirectoryEntry> entries;
-    const platform::Error error = platform::ListDirectory(directory, entries);
+    const platform::Error result = platform::ListDirectory(directory, entries);
     // There may be no failures; work directories are removed with their jobs.
-    if (error && error.kind != platform::ErrorKind::NotFound) {
-        throw std::runtime_error("cannot list " + text::ToUtf8(directory) + ": " + text::ToUtf8(error.Text()));
+    if (!result && result.kind != platform::ErrorKind::NotFound) {
+        throw std::runtime_error("cannot list " + text::ToUtf8(directory) + ": " + text::ToUtf8(result.Text()));
     }
     Names names;
     for (const platform::DirectoryEntry& entry : entries) {

@@ -32,7 +32,7 @@ long ScenarioProcesses::RunScenario(const std::wstring& request, std::wstring& o
     if (Chance(3)) {
         return 0; // without a process
     }
-    EXPECT_FALSE(platform::EnsureDirectory(info.workDir));
+    EXPECT_TRUE(platform::EnsureDirectory(info.workDir));
     {
         const std::lock_guard lock(mutex);
         processes.push_back({std::move(info), ScriptedProcess()});

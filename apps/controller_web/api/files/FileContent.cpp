@@ -20,7 +20,7 @@ public:
     std::optional<std::size_t> Read(std::span<char> block) override {
         const auto wanted = static_cast<std::size_t>(std::min<std::uint64_t>(block.size(), left));
         std::size_t count = 0;
-        if (wanted > 0 && (file.ReadAt(position, block.data(), wanted, count) || count == 0)) {
+        if (wanted > 0 && (!file.ReadAt(position, block.data(), wanted, count) || count == 0)) {
             return std::nullopt;
         }
         position += count;

@@ -21,8 +21,8 @@ Error Descend(DirectoryHandle& directory, const std::wstring& name) {
         return {ErrorKind::NotFound};
     }
     DirectoryHandle below;
-    if (const Error error = below.Open(PathIn(directory, name))) {
-        return error;
+    if (const Error result = below.Open(PathIn(directory, name)); !result) {
+        return result;
     }
     directory = std::move(below);
     return {};
@@ -47,8 +47,8 @@ public:
     Error List(const DirectoryHandle& directory, const std::wstring& prefix, std::size_t depth) {
         std::vector<platform::DirectoryEntry> entries;
         bool isComplete = true;
-        if (const Error error = platform::ListDirectory(directory.Path(), entries, &isComplete)) {
-            return error;
+        if (const Error result = platform::ListDirectory(directory.Path(), entries, &isComplete); !result) {
+            return result;
         }
         listing.isComplete = listing.isComplete && isComplete;
         std::sort(entries.begin(), entries.end(),
@@ -77,7 +77,7 @@ private:
     void AddBelow(const DirectoryHandle& directory, const platform::DirectoryEntry& entry, const std::wstring& prefix,
                   std::size_t depth) {
         DirectoryHandle below;
-        if (below.Open(PathIn(directory, entry.name)) || List(below, prefix + entry.name + L"/", depth + 1)) {
+        if (!below.Open(PathIn(directory, entry.name)) || !List(below, prefix + entry.name + L"/", depth + 1)) {
             listing.isComplete = false;
         }
     }
@@ -95,14 +95,14 @@ bool IsPlainName(const std::wstring& name) {
 
 Error OpenDirectoryBelow(const std::wstring& root, const std::vector<std::wstring>& names, DirectoryHandle& directory) {
     DirectoryHandle current;
-    Error error = current.Open(root);
-    for (auto name = names.begin(); !error && name != names.end(); ++name) {
-        error = Descend(current, *name);
+    Error result = current.Open(root);
+    for (auto name = names.begin(); result && name != names.end(); ++name) {
+        result = Descend(current, *name);
     }
-    if (!error) {
+    if (result) {
         directory = std::move(current);
     }
-    return error;
+    return result;
 }
 
 Error OpenFileBelow(const std::wstring& root, const std::vector<std::wstring>& names, platform::File& file) {
@@ -110,12 +110,12 @@ Error OpenFileBelow(const std::wstring& root, const std::vector<std::wstring>& n
         return {ErrorKind::NotFound};
     }
     DirectoryHandle directory;
-    if (const Error error = OpenDirectoryBelow(root, {names.begin(), names.end() - 1}, directory)) {
-        return error;
+    if (const Error result = OpenDirectoryBelow(root, {names.begin(), names.end() - 1}, directory); !result) {
+        return result;
     }
     const std::wstring path = PathIn(directory, names.back());
-    if (const Error error = file.OpenForReading(path)) {
-        return error;
+    if (const Error result = file.OpenForReading(path); !result) {
+        return result;
     }
     // After the file was opened: a link that is put there later does not matter.
     return platform::IsLink(path) ? Error{ErrorKind::NotSupported} : Error();
@@ -127,8 +127,8 @@ Error ListEntries(const DirectoryHandle& directory, Listing& listing) {
 
 Error ListFilesBelow(const std::wstring& root, Listing& listing) {
     DirectoryHandle directory;
-    if (const Error error = directory.Open(root)) {
-        return error;
+    if (const Error result = directory.Open(root); !result) {
+        return result;
     }
     return Lister(listing, true).List(directory, {}, 0);
 }

@@ -14,7 +14,7 @@ TEST_F(FilesBelowTest, FilesAreListedWithTheirPaths) {
     WriteTextFile(directory / L"b.txt", "12");
     WriteTextFile(directory / L"a\\x\\y.txt", "123");
     web::Listing listing;
-    ASSERT_FALSE(web::ListFilesBelow(directory.Path(), listing));
+    ASSERT_TRUE(web::ListFilesBelow(directory.Path(), listing));
     ASSERT_EQ(listing.entries.size(), 2U);
     EXPECT_EQ(listing.entries[0].path, L"a/x/y.txt");
     EXPECT_EQ(listing.entries[0].size, 3U);
@@ -24,9 +24,9 @@ TEST_F(FilesBelowTest, FilesAreListedWithTheirPaths) {
 
 TEST_F(FilesBelowTest, AnEmptyOrMissingDirectoryHasNoFiles) {
     web::Listing listing;
-    EXPECT_FALSE(web::ListFilesBelow(directory.Path(), listing));
+    EXPECT_TRUE(web::ListFilesBelow(directory.Path(), listing));
     EXPECT_TRUE(listing.entries.empty());
-    EXPECT_TRUE(web::ListFilesBelow(directory / L"missing", listing));
+    EXPECT_FALSE(web::ListFilesBelow(directory / L"missing", listing));
 }
 
 TEST_F(FilesBelowTest, TooDeepDirectoriesAreLeftOut) {
@@ -37,7 +37,7 @@ TEST_F(FilesBelowTest, TooDeepDirectoriesAreLeftOut) {
     WriteTextFile(path + L"\\x.txt", "");
     WriteTextFile(directory / L"here.txt", "");
     web::Listing listing;
-    EXPECT_FALSE(web::ListFilesBelow(directory.Path(), listing));
+    EXPECT_TRUE(web::ListFilesBelow(directory.Path(), listing));
     EXPECT_EQ(listing.entries.size(), 1U);
     EXPECT_FALSE(listing.isComplete);
 }
@@ -45,10 +45,10 @@ TEST_F(FilesBelowTest, TooDeepDirectoriesAreLeftOut) {
 TEST_F(FilesBelowTest, AFileIsOpenedByItsNames) {
     WriteTextFile(directory / L"a\\b.txt", "content");
     platform::File file;
-    EXPECT_FALSE(web::OpenFileBelow(directory.Path(), {L"a", L"b.txt"}, file));
+    EXPECT_TRUE(web::OpenFileBelow(directory.Path(), {L"a", L"b.txt"}, file));
     EXPECT_EQ(file.Size(), 7U);
-    EXPECT_TRUE(web::OpenFileBelow(directory.Path(), {L"a"}, file));
-    EXPECT_TRUE(web::OpenFileBelow(directory.Path(), {}, file));
+    EXPECT_FALSE(web::OpenFileBelow(directory.Path(), {L"a"}, file));
+    EXPECT_FALSE(web::OpenFileBelow(directory.Path(), {}, file));
 }
 
 TEST_F(FilesBelowTest, NamesThatLeadElsewhereAreNotFound) {

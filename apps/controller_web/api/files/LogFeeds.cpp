@@ -55,9 +55,9 @@ private:
         platform::File file;
         std::string block(blockSize, '\0');
         std::size_t count = 0;
-        if (!OpenFileBelow(directory, {run_protocol::logFileName}, file)) {
+        if (OpenFileBelow(directory, {run_protocol::logFileName}, file)) {
             position = file.Size() < position ? 0 : position;
-            if (file.ReadAt(position, block.data(), block.size(), count)) {
+            if (!file.ReadAt(position, block.data(), block.size(), count)) {
                 count = 0;
             }
         }

@@ -21,7 +21,7 @@ std::vector<std::wstring> PathsIn(const std::wstring& directory) {
     std::vector<platform::DirectoryEntry> entries;
     std::vector<std::wstring> paths;
     // A directory that does not exist yet has nothing.
-    if (platform::ListDirectory(directory, entries)) {
+    if (!platform::ListDirectory(directory, entries)) {
         return paths;
     }
     for (const platform::DirectoryEntry& entry : entries) {
@@ -72,13 +72,13 @@ std::wstring Uploads::Store(const std::string& name, ReceivedFile& file) {
                            platform::ToNativeText(directory) + L"."};
     }
     const std::wstring place = directory + L"\\" + ControllerCSWrapper::CreateGuid();
-    if (const platform::Error error = platform::EnsurePrivateDirectories(place)) {
-        FailStoring(place, error);
+    if (const platform::Error result = platform::EnsurePrivateDirectories(place); !result) {
+        FailStoring(place, result);
     }
     std::wstring path = place + L"\\" + text::FromUtf8(name);
-    if (const platform::Error error = file.MoveTo(path)) {
+    if (const platform::Error result = file.MoveTo(path); !result) {
         (void)platform::RemoveTree(place);
-        FailStoring(path, error);
+        FailStoring(path, result);
     }
     return path;
 }

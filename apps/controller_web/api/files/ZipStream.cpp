@@ -158,7 +158,7 @@ private:
 
     [[nodiscard]] bool BeginFile() {
         const FoundEntry& entry = entries[next++];
-        if (OpenFileBelow(root, NamesOf(entry.path), file)) {
+        if (!OpenFileBelow(root, NamesOf(entry.path), file)) {
             return false;
         }
         Member& member = members.emplace_back(Member{text::ToUtf8(entry.path), DosTime(entry.modified)});
@@ -171,7 +171,7 @@ private:
         Member& member = members.back();
         std::string block(blockSize, '\0');
         std::size_t count = 0;
-        if (file.Read(block.data(), block.size(), count)) {
+        if (!file.Read(block.data(), block.size(), count)) {
             return false;
         }
         block.resize(count);

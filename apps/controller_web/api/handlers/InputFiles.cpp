@@ -126,12 +126,12 @@ InputEntry EntryOf(const std::wstring& directory, const FoundEntry& found) {
 InputsDocument Content(const AllowedPlace& place, const std::wstring& path) {
     platform::DirectoryHandle directory;
     Listing listing;
-    platform::Error error = OpenDirectoryBelow(place.root, place.names, directory);
-    if (!error) {
-        error = ListEntries(directory, listing);
+    platform::Error result = OpenDirectoryBelow(place.root, place.names, directory);
+    if (result) {
+        result = ListEntries(directory, listing);
     }
-    if (error) {
-        throw NotFound(platform::ToNativeText(path) + L" cannot be listed: " + error.Text());
+    if (!result) {
+        throw NotFound(platform::ToNativeText(path) + L" cannot be listed: " + result.Text());
     }
     InputsDocument document{platform::ToNativeText(path), std::nullopt, {}, listing.isComplete};
     if (!place.names.empty()) {

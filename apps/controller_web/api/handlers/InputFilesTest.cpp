@@ -28,7 +28,7 @@ protected:
 
     std::size_t StoredFiles() const {
         std::vector<platform::DirectoryEntry> entries;
-        return platform::ListDirectory(directory / L"uploads", entries) ? 0 : entries.size();
+        return platform::ListDirectory(directory / L"uploads", entries) ? entries.size() : 0;
     }
 };
 

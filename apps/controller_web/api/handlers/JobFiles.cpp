@@ -80,8 +80,8 @@ std::wstring RequireOutputDirectory(Services& services, const Call& call) {
 
 Listing RequireListing(const std::wstring& directory) {
     Listing listing;
-    if (const platform::Error error = ListFilesBelow(directory, listing)) {
-        FailListing(directory, error);
+    if (const platform::Error result = ListFilesBelow(directory, listing); !result) {
+        FailListing(directory, result);
     }
     return listing;
 }
@@ -124,7 +124,7 @@ bool IsFollowed(const Request& request) {
 
 Response LogFile(const Request& request, const ListedJob& job, const std::wstring& name) {
     platform::File file;
-    if (job.workDir.empty() || OpenFileBelow(job.workDir, {name}, file)) {
+    if (job.workDir.empty() || !OpenFileBelow(job.workDir, {name}, file)) {
         throw NotFound(L"Job " + std::to_wstring(job.seqId) + L" has no such log.");
     }
     return FileResponse(request, std::move(file), logType);
@@ -170,7 +170,7 @@ Response GetFile(Services& services, const Call& call) {
     std::transform(call.path.begin(), call.path.end(), std::back_inserter(names),
                    [](const std::string& name) { return text::FromUtf8(name); });
     platform::File file;
-    if (OpenFileBelow(directory, names, file)) {
+    if (!OpenFileBelow(directory, names, file)) {
         throw NotFound(L"There is no such file among the results of the job, or it cannot be read.");
     }
     const std::string type = TypeOf(names.back());

@@ -72,9 +72,9 @@ private:
 
 constexpr auto cannotStore = boost::system::errc::io_error;
 
-error_code ErrorOfStoring(const platform::Error& error) {
-    if (error) {
-        ControllerLogManager::WarnLog(L"A file that a browser sends cannot be stored: " + error.Text());
+error_code ErrorOfStoring(const platform::Error& result) {
+    if (!result) {
+        ControllerLogManager::WarnLog(L"A file that a browser sends cannot be stored: " + result.Text());
         return make_error_code(cannotStore);
     }
     return {};

@@ -126,7 +126,7 @@ void RemoveDeadEngines(const std::string& directory) {
     for (const platform::DirectoryEntry& entry : entries) {
         const std::string path = directory + "/" + text::ToUtf8(entry.name);
         platform::FileLock lock;
-        if (path.ends_with(socketEnding) && !lock.Take(text::FromUtf8(LockBeside(path)))) {
+        if (path.ends_with(socketEnding) && lock.Take(text::FromUtf8(LockBeside(path)))) {
             RemoveStaleSocket(path);
             lock.Remove();
         }
@@ -234,14 +234,14 @@ bool ListeningPlace::IsTaken(const std::string& path) const {
 bool ListeningPlace::TakeLock(const std::string& lockPath, platform::FileLock& taken, std::wstring& problem) {
     constexpr int attempts = 10;
     constexpr std::chrono::milliseconds pause{10};
-    platform::Error error = taken.Take(text::FromUtf8(lockPath));
-    for (int attempt = 1; attempt < attempts && error.kind == platform::ErrorKind::InUse; ++attempt) {
+    platform::Error result = taken.Take(text::FromUtf8(lockPath));
+    for (int attempt = 1; attempt < attempts && result.kind == platform::ErrorKind::InUse; ++attempt) {
         platform::SleepFor(pause);
-        error = taken.Take(text::FromUtf8(lockPath));
+        result = taken.Take(text::FromUtf8(lockPath));
     }
-    if (error) {
-        const bool isTaken = error.kind == platform::ErrorKind::InUse;
-        problem = Failure(L"cannot lock", lockPath, isTaken ? L"another engine listens there" : error.Text());
+    if (!result) {
+        const bool isTaken = result.kind == platform::ErrorKind::InUse;
+        problem = Failure(L"cannot lock", lockPath, isTaken ? L"another engine listens there" : result.Text());
         return false;
     }
     return true;

@@ -94,7 +94,7 @@ private:
         } else if (accepted.error.kind == platform::ErrorKind::TooManyOpen) {
             accepted = TurnOneAway();
         }
-        if (accepted.error) {
+        if (!accepted.error) {
             log(L"Cannot take a front end: " + accepted.error.Text());
             retry->Start(retryDelay, [this] { AwaitFrontEnds(); });
             return;

@@ -35,9 +35,9 @@ Error Lock(int file) {
     if (::fcntl(file, F_OFD_SETLK, &whole) == 0) {
         return {};
     }
-    const Error error = LastError();
-    const bool isTaken = error.systemCode == EAGAIN || error.systemCode == EACCES;
-    return isTaken ? Error{ErrorKind::InUse, error.systemCode} : error;
+    const Error result = LastError();
+    const bool isTaken = result.systemCode == EAGAIN || result.systemCode == EACCES;
+    return isTaken ? Error{ErrorKind::InUse, result.systemCode} : result;
 }
 
 } // namespace
@@ -50,14 +50,14 @@ Error FileLock::Take(const std::wstring& path) {
         if (!file) {
             return LastError();
         }
-        const Error error = Lock(DescriptorOf(file));
-        if (!error && IsNamed(DescriptorOf(file), systemPath)) {
+        const Error result = Lock(DescriptorOf(file));
+        if (result && IsNamed(DescriptorOf(file), systemPath)) {
             handle = std::move(file);
             place = path;
             return {};
         }
-        if (error) {
-            return error;
+        if (!result) {
+            return result;
         }
     }
 }

@@ -121,7 +121,7 @@ std::wstring ReadProfileText(const std::wstring& path, const std::wstring& secti
 std::vector<std::wstring> ReadProfileTexts(const std::wstring& path, const std::wstring& section,
                                            const std::vector<std::wstring>& keys) {
     std::string bytes;
-    if (ReadFile(path, largestFile, bytes)) {
+    if (!ReadFile(path, largestFile, bytes)) {
         return std::vector<std::wstring>(keys.size());
     }
     const std::wstring text = Decoded(bytes);

@@ -151,7 +151,7 @@ private:
 
     /// Keeps the first failure. An entry that no longer exists is not a failure. Always returns false.
     bool Note(int code) {
-        if (!outcome && code != ENOENT) {
+        if (outcome && code != ENOENT) {
             outcome = ErrorFromCode(code);
         }
         return false;
@@ -163,10 +163,10 @@ private:
 };
 
 Error OpenError(const std::string& path) {
-    const Error error = LastError();
+    const Error result = LastError();
     struct stat status = {};
     const bool isOtherThanDirectory = lstat(path.c_str(), &status) == 0 && !S_ISDIR(status.st_mode);
-    return isOtherThanDirectory ? Error{ErrorKind::NotSupported, 0} : error;
+    return isOtherThanDirectory ? Error{ErrorKind::NotSupported, 0} : result;
 }
 
 } // namespace
@@ -178,9 +178,9 @@ Error RemoveTree(const std::wstring& path) {
     if (!descriptor) {
         return OpenError(root);
     }
-    const Error error = TreeRemoval(std::move(descriptor)).Run();
+    const Error result = TreeRemoval(std::move(descriptor)).Run();
     const bool removed = rmdir(root.c_str()) == 0;
-    return error || removed ? error : LastError();
+    return !result || removed ? result : LastError();
 }
 
 } // namespace platform

@@ -44,7 +44,7 @@ Error ListDirectory(const std::wstring& directory, std::vector<DirectoryEntry>& 
     while (const WIN32_FIND_DATAW* const next = search.Next()) {
         Append(directory, *next, found);
     }
-    if (search.Outcome()) {
+    if (!search.Outcome()) {
         return search.Outcome();
     }
     entries.insert(entries.end(), found.begin(), found.end());

@@ -123,7 +123,7 @@ private:
 
     /// Keeps the first failure. An entry that no longer exists is not a failure.
     void Note(const Error& error) {
-        if (!outcome && error.kind != ErrorKind::NotFound) {
+        if (outcome && error.kind != ErrorKind::NotFound) {
             outcome = error;
         }
     }

@@ -64,13 +64,12 @@ void RemoveEmptyGroups(const std::string& parent) {
     }
 }
 
-/// Sets `problem` and returns false if there is an error.
-[[nodiscard]] bool Check(const Error& error, const std::string& path, std::wstring& problem) {
-    if (error) {
-        problem = text::FromUtf8(path) + L": " + error.Text();
-        return false;
+/// Sets `problem` and returns false unless the call succeeded.
+[[nodiscard]] bool Check(const Error& result, const std::string& path, std::wstring& problem) {
+    if (!result) {
+        problem = text::FromUtf8(path) + L": " + result.Text();
     }
-    return true;
+    return static_cast<bool>(result);
 }
 
 [[nodiscard]] bool CheckClaimable(const std::string& group, std::wstring& problem) {

@@ -120,8 +120,8 @@ Error ForkServer::Start(ProcessStart start) {
     start.arguments.push_back(InheritedHandleText(far.Get()));
     start.inherited.push_back(far.Get());
     start.detached = true;
-    const Error error = StartProcess(start, process);
-    return error ? error : StartReaper();
+    const Error result = StartProcess(start, process);
+    return result ? StartReaper() : result;
 }
 
 Error ForkServer::StartReaper() {

@@ -90,16 +90,16 @@ bool ProcessTree::HasExceededMemory() const {
 Error ProcessTree::Start(const ProcessStart& start) {
     // This process stays in its own group apart from this moment, so that the tree's limits do not hold for it.
     const std::string own = state->group ? OwnControlGroup() : std::string();
-    if (const Error error = state->group ? state->group->Enter() : Error{}) {
-        return error;
+    if (const Error result = state->group ? state->group->Enter() : Error{}; !result) {
+        return result;
     }
-    const Error error = Spawn(start, SpawnGroup::Own, start.output, state->root);
-    state->number = error ? 0 : static_cast<pid_t>(ProcessNumber(state->root.Get()));
+    const Error result = Spawn(start, SpawnGroup::Own, start.output, state->root);
+    state->number = result ? static_cast<pid_t>(ProcessNumber(state->root.Get())) : 0;
     if (state->group) {
         // On failure the limits hold for this process, too.
         (void)state->group->Leave(own);
     }
-    return error;
+    return result;
 }
 
 void* ProcessTree::Root() const {

@@ -154,10 +154,10 @@ std::vector<std::string> SpawnArguments(const std::string& program, const Proces
 Error OpenChild(pid_t child, OwnedHandle& process) {
     const int descriptor = OpenProcessDescriptor(child);
     if (descriptor < 0) {
-        const Error error = LastError();
+        const Error result = LastError();
         kill(child, SIGKILL);
         waitpid(child, nullptr, 0);
-        return error;
+        return result;
     }
     process = OwnedHandle(HandleOf(descriptor));
     return {};
@@ -167,8 +167,8 @@ Error OpenChild(pid_t child, OwnedHandle& process) {
 
 Error Spawn(const ProcessStart& start, SpawnGroup group, void* errorOutput, OwnedHandle& process) {
     std::wstring programPath;
-    if (const Error error = CheckProcessStart(start, programPath)) {
-        return error;
+    if (const Error result = CheckProcessStart(start, programPath); !result) {
+        return result;
     }
     FileActions actions;
     actions.Connect(start.output, errorOutput);

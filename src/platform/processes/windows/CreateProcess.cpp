@@ -200,8 +200,8 @@ Error Create(const std::wstring& program, const ProcessStart& start, STARTUPINFO
     std::wstring commandLine = BuildCommandLine(program, start.arguments);
     std::wstring environment = EnvironmentBlock(start);
     std::wstring directory;
-    if (const Error error = CurrentDirectoryFor(start.currentDirectory, directory)) {
-        return error;
+    if (const Error result = CurrentDirectoryFor(start.currentDirectory, directory); !result) {
+        return result;
     }
     const DWORD flags = CREATE_NO_WINDOW | CREATE_UNICODE_ENVIRONMENT | EXTENDED_STARTUPINFO_PRESENT |
                         (start.detached ? CREATE_NEW_PROCESS_GROUP : 0UL);
@@ -219,12 +219,12 @@ Error Create(const std::wstring& program, const ProcessStart& start, STARTUPINFO
 
 Error CreateChild(const ProcessStart& start, void* job, void* errorOutput, OwnedHandle& process) {
     std::wstring program;
-    if (const Error error = CheckProcessStart(start, program)) {
-        return error;
+    if (const Error result = CheckProcessStart(start, program); !result) {
+        return result;
     }
     ChildHandles handles;
-    if (const Error error = handles.Open(start, errorOutput)) {
-        return error;
+    if (const Error result = handles.Open(start, errorOutput); !result) {
+        return result;
     }
     std::vector<HANDLE> jobs;
     if (job != nullptr) {

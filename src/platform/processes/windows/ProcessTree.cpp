@@ -83,9 +83,9 @@ ProcessTree::~ProcessTree() {
 }
 
 bool ProcessTree::Limit(const ResourceLimits& limits, std::wstring& problem) {
-    const Error notOpened = state->Open();
-    if (const Error error = notOpened ? notOpened : state->Limit(limits)) {
-        problem = L"the job object refuses them: " + error.Text();
+    const Error opened = state->Open();
+    if (const Error result = opened ? state->Limit(limits) : opened; !result) {
+        problem = L"the job object refuses them: " + result.Text();
         return false;
     }
     return true;
@@ -96,8 +96,8 @@ bool ProcessTree::HasExceededMemory() const {
 }
 
 Error ProcessTree::Start(const ProcessStart& start) {
-    if (const Error error = state->Open()) {
-        return error;
+    if (const Error result = state->Open(); !result) {
+        return result;
     }
     return CreateChild(start, state->job.Get(), start.output, state->root);
 }

@@ -20,14 +20,14 @@ constexpr const wchar_t* variable = L"CONTROLLER_TEST_MARK";
 class OrphansTest : public testing::Test {
 protected:
     void Start(const std::wstring& command, const std::wstring& value) {
-        ASSERT_FALSE(life.Open());
-        ASSERT_FALSE(output.Open());
+        ASSERT_TRUE(life.Open());
+        ASSERT_TRUE(output.Open());
         platform::ProcessStart start =
             test_support::TestProcess({command, platform::InheritedHandleText(life.WriteEnd())});
         start.environment = {{variable, value}};
         start.output = output.WriteEnd();
         start.inherited = {life.WriteEnd()};
-        ASSERT_FALSE(platform::StartProcess(start, process));
+        ASSERT_TRUE(platform::StartProcess(start, process));
         life.CloseWriteEnd();
         output.CloseWriteEnd();
         ASSERT_TRUE(test_support::ReadUntil(output, "ready"));
@@ -66,7 +66,7 @@ TEST_F(OrphansTest, AProcessThatOftenBecomesAnotherProgramIsEnded) {
     start.arguments = {platform::ToNativeText(directory / L"again")};
     start.environment = {{variable, OwnValue()}};
     for (int round = 0; round < 100; ++round) {
-        ASSERT_FALSE(platform::StartProcess(start, process));
+        ASSERT_TRUE(platform::StartProcess(start, process));
         const std::size_t count = KillProcessesByEnvironment(variable, {OwnValue()});
         test_support::KillProcess(process.Get());
         ASSERT_EQ(count, 1U);

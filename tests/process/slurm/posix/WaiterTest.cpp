@@ -82,7 +82,7 @@ TEST_F(WaiterTest, VariablesOfAnotherJobDoNotReachSlurm) {
 }
 
 TEST_F(WaiterTest, WithoutSrunTheResultSaysWhatIsMissing) {
-    ASSERT_FALSE(platform::RemoveFile(state + L"\\srun"));
+    ASSERT_TRUE(platform::RemoveFile(state + L"\\srun"));
     platform::SetEnvironment(L"PATH", platform::ToNativeText(state));
     UseSteps("exit 0");
     ASSERT_EQ(Start(), 0);

@@ -179,7 +179,7 @@ TEST_F(DiskFaultsTest_Directories, AListDirectoryThatWasRemovedIsMadeAgainWithTh
     TestClient frontEnd(endpointName);
     ExpectJobs(frontEnd, "exit 0", 2, JobStatus::Success);
     // The host may be writing into it.
-    Await("the removal", [this] { return !platform::RemoveTree(directory / L"lists"); });
+    Await("the removal", [this] { return static_cast<bool>(platform::RemoveTree(directory / L"lists")); });
     ExpectJobs(frontEnd, "exit 0", 1, JobStatus::Success);
     Await("the saved list", [this] { return SavedJobs().size() == 3; });
 }
@@ -189,7 +189,7 @@ TEST_F(DiskFaultsTest_Directories, AListDirectoryThatWasRenamedIsMadeAgainWithTh
     StartHost();
     TestClient frontEnd(endpointName);
     ExpectJobs(frontEnd, "exit 0", 2, JobStatus::Success);
-    ASSERT_FALSE(platform::RenameFile(directory / L"lists", directory / L"old_lists"));
+    ASSERT_TRUE(platform::RenameFile(directory / L"lists", directory / L"old_lists"));
     ExpectJobs(frontEnd, "exit 0", 1, JobStatus::Success);
     Await("the saved list", [this] { return SavedJobs().size() == 3; });
 }
@@ -199,7 +199,7 @@ TEST_F(DiskFaultsTest_Directories, AWorkDirectoryThatWasRemovedUnderARunningJobF
     TestClient frontEnd(endpointName);
     const std::wstring id = frontEnd.Enqueue(JobsFile("be ready\nwait for request")).at(0).id;
     Await("the scenario", [&] { return platform::Exists(WorkDirOf(id) + L"\\ready"); });
-    ASSERT_FALSE(platform::RenameFile(directory / L"work", directory / L"old_work"));
+    ASSERT_TRUE(platform::RenameFile(directory / L"work", directory / L"old_work"));
     frontEnd.Cancel(id);
     frontEnd.AwaitStatus(id, JobStatus::Canceled);
     ExpectJobs(frontEnd, "exit 0", 1, JobStatus::Success);

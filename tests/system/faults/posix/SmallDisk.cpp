@@ -23,7 +23,7 @@ std::wstring Filler(const std::wstring& directory) {
 
 SmallDisk::SmallDisk(const std::wstring& directory)
     : path(directory), nativePath(text::ToUtf8(platform::ToNativeText(directory))) {
-    if (platform::EnsureDirectory(path)) {
+    if (!platform::EnsureDirectory(path)) {
         throw std::runtime_error("cannot make the folder for the disk");
     }
     Note("mounting", mount("none", nativePath.c_str(), "tmpfs", 0, "size=1m,mode=0755"));
@@ -48,12 +48,12 @@ void SmallDisk::Fill() const {
 
 void SmallDisk::FillBut(std::size_t bytes) const {
     platform::File file;
-    if (file.CreateNew(Filler(path), L"")) {
+    if (!file.CreateNew(Filler(path), L"")) {
         throw std::runtime_error("cannot fill the disk");
     }
     constexpr std::size_t page = 4096;
     const std::string content(page, 'x');
-    while (!file.Write(content)) {
+    while (file.Write(content)) {
     }
     if (bytes != 0 && truncate((nativePath + "/filler").c_str(), static_cast<off_t>(file.Size() - bytes)) != 0) {
         throw std::runtime_error("cannot leave room on the disk");
@@ -61,7 +61,7 @@ void SmallDisk::FillBut(std::size_t bytes) const {
 }
 
 void SmallDisk::Free() const {
-    if (platform::RemoveFile(Filler(path))) {
+    if (!platform::RemoveFile(Filler(path))) {
         throw std::runtime_error("cannot free the disk");
     }
 }

@@ -17,7 +17,7 @@ class SettingsSampleRunTest : public HostProcessFixture {
 protected:
     SettingsSampleRunTest() {
         WriteSettings(SettingsSample());
-        EXPECT_FALSE(platform::EnsurePrivateDirectories(directory / L"run"));
+        EXPECT_TRUE(platform::EnsurePrivateDirectories(directory / L"run"));
     }
     ~SettingsSampleRunTest() override { Cli({L"cadjobs", L"host", L"stop"}); }
 

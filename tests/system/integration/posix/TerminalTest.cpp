@@ -29,7 +29,7 @@ public:
 
     void Start(platform::ProcessStart start) {
         start.output = programHandle.Get();
-        if (platform::StartProcess(start, process)) {
+        if (!platform::StartProcess(start, process)) {
             throw std::runtime_error("The program cannot be started.");
         }
         programHandle.Reset();

@@ -22,7 +22,7 @@ protected:
 
     void ExpectOutsideUntouched() const {
         std::vector<platform::DirectoryEntry> entries;
-        EXPECT_FALSE(platform::ListDirectory(directory / L"outside", entries));
+        EXPECT_TRUE(platform::ListDirectory(directory / L"outside", entries));
         EXPECT_EQ(entries.size(), 2U);
         EXPECT_EQ(ReadTextFile(directory / L"outside\\precious"), "content");
         EXPECT_EQ(ReadTextFile(directory / L"outside\\scenario.log"), "content");
@@ -74,7 +74,7 @@ TEST_F(HostileWorkDirectoryTest, NoRequestToStopIsMadeThroughALinkInThePlaceOfTh
 }
 
 TEST_F(HostileWorkDirectoryTest, NothingIsWrittenThroughALinkInThePlaceOfTheDirectoryAbove) {
-    ASSERT_FALSE(platform::EnsureDirectory(directory / L"outside work\\3f9a0c1"));
+    ASSERT_TRUE(platform::EnsureDirectory(directory / L"outside work\\3f9a0c1"));
     settings.logLimitBytes = 4096;
     UseSteps("replace parent folder " + text::ToUtf8(platform::ToNativeText(directory / L"outside work")) +
              "\nprint lines 1000\nexit 3");
@@ -82,7 +82,7 @@ TEST_F(HostileWorkDirectoryTest, NothingIsWrittenThroughALinkInThePlaceOfTheDire
     EXPECT_EQ(AwaitEnd(), 0);
     EXPECT_TRUE(platform::Exists(directory / L"work.moved\\3f9a0c1\\run_scenario_result.json"));
     std::vector<platform::DirectoryEntry> entries;
-    ASSERT_FALSE(platform::ListDirectory(directory / L"outside work\\3f9a0c1", entries));
+    ASSERT_TRUE(platform::ListDirectory(directory / L"outside work\\3f9a0c1", entries));
     EXPECT_TRUE(entries.empty());
 }
 
