@@ -35,9 +35,9 @@ Error Lock(int file) {
     if (::fcntl(file, F_OFD_SETLK, &whole) == 0) {
         return {};
     }
-    const Error result = LastError();
-    const bool isTaken = result.systemCode == EAGAIN || result.systemCode == EACCES;
-    return isTaken ? Error{ErrorKind::InUse, result.systemCode} : result;
+    const Error error = LastError();
+    const bool isTaken = error.systemCode == EAGAIN || error.systemCode == EACCES;
+    return isTaken ? Error{ErrorKind::InUse, error.systemCode} : error;
 }
 
 } // namespace

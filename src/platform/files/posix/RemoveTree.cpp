@@ -163,10 +163,10 @@ private:
 };
 
 Error OpenError(const std::string& path) {
-    const Error result = LastError();
+    const Error error = LastError();
     struct stat status = {};
     const bool isOtherThanDirectory = lstat(path.c_str(), &status) == 0 && !S_ISDIR(status.st_mode);
-    return isOtherThanDirectory ? Error{ErrorKind::NotSupported, 0} : result;
+    return isOtherThanDirectory ? Error{ErrorKind::NotSupported, 0} : error;
 }
 
 } // namespace

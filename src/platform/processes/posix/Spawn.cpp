@@ -154,10 +154,10 @@ std::vector<std::string> SpawnArguments(const std::string& program, const Proces
 Error OpenChild(pid_t child, OwnedHandle& process) {
     const int descriptor = OpenProcessDescriptor(child);
     if (descriptor < 0) {
-        const Error result = LastError();
+        const Error error = LastError();
         kill(child, SIGKILL);
         waitpid(child, nullptr, 0);
-        return result;
+        return error;
     }
     process = OwnedHandle(HandleOf(descriptor));
     return {};
