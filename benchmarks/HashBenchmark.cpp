@@ -20,17 +20,17 @@ void ReportRate(benchmark::State& state) {
 void HashFile(benchmark::State& state) {
     const Workplace workplace;
     const std::wstring path = workplace.Path(L"large");
-    if (platform::ReplaceFile(path, std::string(std::size_t{fileSize}, 'x'), platform::Durability::Unsynced)) {
+    if (!platform::ReplaceFile(path, std::string(std::size_t{fileSize}, 'x'), platform::Durability::Unsynced)) {
         state.SkipWithError("the file cannot be written");
     }
     for (auto unused : state) {
         platform::Sha256 hash;
-        const platform::Error error = platform::ReadFileInBlocks(path, [&](std::string_view block) {
+        const platform::Error result = platform::ReadFileInBlocks(path, [&](std::string_view block) {
             hash.Add(block);
             return platform::Reading::GoOn;
         });
         benchmark::DoNotOptimize(hash.Finish());
-        benchmark::DoNotOptimize(error);
+        benchmark::DoNotOptimize(result);
     }
     ReportRate(state);
 }

@@ -62,7 +62,7 @@ int main(int argc, char** argv) {
         request.workDir = workplace.Path(L"work\\" + request.jobId);
         request.outputFolder = workplace.Path(L"output\\" + request.jobId);
         // As the engine does before it calls the module.
-        if (platform::MakeMissingPrivateDirectories(request.outputFolder)) {
+        if (!platform::MakeMissingPrivateDirectories(request.outputFolder)) {
             throw std::runtime_error("cannot create an output directory");
         }
         processes.push_back(SecondsFor([] { raw_limits::SpawnAndWait("/bin/true"); }));

@@ -22,7 +22,7 @@ Workplace::~Workplace() {
 
 std::wstring Workplace::MakeFile(const std::wstring& name) const {
     // Not flushed: a benchmark makes thousands of them.
-    if (platform::ReplaceFile(Path(name), "something", platform::Durability::Unsynced)) {
+    if (!platform::ReplaceFile(Path(name), "something", platform::Durability::Unsynced)) {
         throw std::runtime_error("cannot write a file");
     }
     return Path(name);
