@@ -105,7 +105,7 @@ int RecordHook(const Arguments& arguments) {
     if (!file.OpenForAppending(arguments.at(0), false)) {
         return 1;
     }
-    return !file.Write(text::ToUtf8(line) + "\n") ? 1 : 0;
+    return file.Write(text::ToUtf8(line) + "\n") ? 0 : 1;
 }
 
 /// Records its start and waits.

@@ -1,7 +1,6 @@
 #include "platform/processes/ForkServer.h"
 
 #include <fstream>
-#include <optional>
 #include <thread>
 
 #include <gtest/gtest.h>
