@@ -2,6 +2,7 @@
 
 #include "CommonControllerLib/ControllerLogManager.h"
 #include "CommonControllerLib/PathFuncs.h"
+#include "formats/ResultFile.h"
 #include "formats/RunProtocol.h"
 #include "platform/files/Directory.h"
 #include "platform/files/FileSystem.h"
@@ -9,13 +10,11 @@
 
 namespace {
 
-constexpr int failureCode = 1;
-
 /// Never overwrites a result of the scenario.
 bool LeaveResult(const JobListInfo& job, const std::wstring& result) {
     const std::wstring path = PathFuncs::Join(job.workDir, run_protocol::resultFileName);
     std::wstring problem;
-    return !job.workDir.empty() && !platform::Exists(path) && !platform::IsLink(path) &&
+    return !job.workDir.empty() && !run_protocol::ResultExists(job.workDir) &&
            run_protocol::MakeWorkDirectory(job.workDir, problem) && run_protocol::WriteFile(result, path);
 }
 
@@ -30,7 +29,7 @@ void LeaveNote(const std::wstring& path, const std::wstring& result) {
 
 void FailureReasons::Leave(const JobListInfo& job, const std::wstring& reason) const {
     ControllerLogManager::WarnLog(L"Job: " + std::to_wstring(job.seqId) + L" failed: " + reason);
-    const std::wstring result = run_protocol::SerializeRunScenarioResult({job.id, false, {{failureCode, reason}}, {}});
+    const std::wstring result = run_protocol::SerializeRunScenarioResult(run_protocol::FailedResult(job.id, reason));
     if (!LeaveResult(job, result)) {
         LeaveNote(run_protocol::FailureNotePath(list, job.id), result);
     }

@@ -2,16 +2,19 @@
 
 #include <algorithm>
 
+#include "ControllerCSWrapper/ControllerCSWrapper.h"
+#include "formats/ResultFile.h"
+#include "platform/files/NativePath.h"
 #include "platform/processes/Process.h"
 
 namespace scenario_runner {
 namespace {
 
+using run_protocol::FailedResult;
 using run_protocol::RunScenarioResult;
 
-/// Codes of the runner's own messages.
+/// The code of the runner's own messages that name no failure.
 constexpr int informationCode = 0;
-constexpr int failureCode = 1;
 
 bool IsSuccessCode(const RunFacts& facts) {
     return facts.exitCode &&
@@ -84,8 +87,14 @@ std::optional<RunScenarioResult> ResultOf(const RunFacts& facts) {
                : ResultOfExitCode(facts);
 }
 
-RunScenarioResult FailedResult(const std::wstring& jobId, const std::wstring& problem) {
-    return {jobId, false, {{failureCode, problem}}, {}};
+std::optional<RunScenarioResult> ReadOwnResult(const std::wstring& workDir) {
+    RunScenarioResult result;
+    const std::wstring path = platform::ResolveAgainst(workDir, run_protocol::resultFileName);
+    if (!run_protocol::ResultExists(workDir) ||
+        !ControllerCSWrapper::ParseRunScenarioResult(path, result.succeeded, result.messages, result.outputFiles)) {
+        return std::nullopt;
+    }
+    return result;
 }
 
 } // namespace scenario_runner

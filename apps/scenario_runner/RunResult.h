@@ -36,7 +36,7 @@ struct RunFacts {
 /// ended.
 [[nodiscard]] std::optional<run_protocol::RunScenarioResult> ResultOf(const RunFacts& facts);
 
-/// The result of a scenario that could not be started.
-run_protocol::RunScenarioResult FailedResult(const std::wstring& jobId, const std::wstring& problem);
+/// The result that the scenario wrote into the work directory; nothing if it is missing or invalid.
+[[nodiscard]] std::optional<run_protocol::RunScenarioResult> ReadOwnResult(const std::wstring& workDir);
 
 } // namespace scenario_runner

@@ -2,7 +2,11 @@
 
 #include <gtest/gtest.h>
 
+#include "kit/LogCapture.h"
+#include "kit/TemporaryDirectory.h"
+
 using run_protocol::RunScenarioResult;
+using scenario_runner::ReadOwnResult;
 using scenario_runner::ResultOf;
 using scenario_runner::RunExitReason;
 using scenario_runner::RunFacts;
@@ -139,4 +143,16 @@ TEST(RunResultTest, AnExitCodeThatCannotBeToldIsAFailure) {
     facts.exitCode = std::nullopt;
     EXPECT_FALSE(ResultOf(facts)->succeeded);
     EXPECT_EQ(ResultOf(facts)->messages[0].second, L"The scenario ended and wrote no result.");
+}
+
+TEST(RunResultTest, OnlyAValidResultOfTheScenarioIsRead) {
+    const TemporaryDirectory workDir;
+    const LogCapture log;
+    EXPECT_EQ(ReadOwnResult(workDir.Path()), std::nullopt);
+    EXPECT_EQ(log.Text(), "");
+    WriteTextFile(workDir / run_protocol::resultFileName, "{");
+    EXPECT_EQ(ReadOwnResult(workDir.Path()), std::nullopt);
+    WriteTextFile(workDir / run_protocol::resultFileName, R"({"jobId":"3f9a0c1","succeeded":true})");
+    const RunScenarioResult expected{L"", true, {}, {}};
+    EXPECT_EQ(ReadOwnResult(workDir.Path()), expected);
 }

@@ -3,6 +3,8 @@
 #include <utility>
 
 #include "ControllerCSWrapper/ControllerCSWrapper.h"
+#include "formats/LogTail.h"
+#include "formats/ResultFile.h"
 #include "formats/ScenarioPackage.h"
 #include "platform/files/Directory.h"
 #include "platform/files/FileSystem.h"
@@ -10,8 +12,6 @@
 #include "platform/files/RemoveTree.h"
 #include "platform/processes/Process.h"
 #include "platform/system/Environment.h"
-#include "scenario_runner/LogTail.h"
-#include "scenario_runner/ResultFile.h"
 #include "scenario_runner/RunResult.h"
 #include "scenario_runner/Supervisor.h"
 #include "text/Text.h"
@@ -71,7 +71,7 @@ std::wstring ScenarioRun::InDirectory(const std::wstring& name) const {
 }
 
 bool ScenarioRun::Prepare(std::wstring& problem) {
-    if (!ResultFile(directory.Path()).Remove()) {
+    if (!run_protocol::RemoveResult(directory.Path())) {
         problem = L"The result of an earlier run in " + platform::ToNativeText(workDir) + L" cannot be removed.";
         return false;
     }
@@ -136,7 +136,7 @@ std::optional<RunnerExit> ScenarioRun::Reuse() {
         if (!result) {
             return std::nullopt;
         }
-        return ResultFile(directory.Path()).Write(*result) ? RunnerExit::Done : RunnerExit::NoResult;
+        return run_protocol::WriteResult(directory.Path(), *result) ? RunnerExit::Done : RunnerExit::NoResult;
     } catch (const Stopped&) {
         return ConcludeUnstarted();
     } catch (const std::exception& failure) {
@@ -183,7 +183,7 @@ RunnerExit ScenarioRun::StartAndWatch() {
     facts.exceededMemoryMiB = tree.HasExceededMemory() ? context.memoryLimitMiB : 0;
     facts.apiProblem = command.apiProblem;
     output.Finish(outputTimeout);
-    facts.lastOutput = ReadLogTail(InDirectory(run_protocol::logFileName));
+    facts.lastOutput = run_protocol::ReadLogTail(InDirectory(run_protocol::logFileName));
     return Conclude(std::move(facts));
 }
 
@@ -205,15 +205,14 @@ RunnerExit ScenarioRun::Conclude(RunFacts facts) {
     if (facts.ending == RunExitReason::HostEnded) {
         return RunnerExit::HostEnded;
     }
-    const ResultFile file(directory.Path());
     facts.jobId = info.jobId;
     facts.successExitCodes = manifest.successExitCodes;
     facts.timeLimitSeconds = manifest.timeLimitSeconds;
-    facts.ownResult = file.Read();
+    facts.ownResult = ReadOwnResult(directory.Path());
     facts.stopReason = ReadStopReason();
-    facts.hasUnusableResult = !facts.ownResult && file.Exists();
+    facts.hasUnusableResult = !facts.ownResult && run_protocol::ResultExists(directory.Path());
     const std::optional<run_protocol::RunScenarioResult> result = ResultOf(facts);
-    if (result && !file.Write(*result)) {
+    if (result && !run_protocol::WriteResult(directory.Path(), *result)) {
         return RunnerExit::NoResult;
     }
     if (record) {
@@ -232,8 +231,8 @@ std::wstring ScenarioRun::ReadStopReason() const {
 }
 
 RunnerExit ScenarioRun::FailToStart(const std::wstring& problem) const {
-    return ResultFile(directory.Path()).Write(FailedResult(info.jobId, problem)) ? RunnerExit::NotStarted
-                                                                                 : RunnerExit::NoResult;
+    const auto result = run_protocol::FailedResult(info.jobId, problem);
+    return run_protocol::WriteResult(directory.Path(), result) ? RunnerExit::NotStarted : RunnerExit::NoResult;
 }
 
 } // namespace scenario_runner

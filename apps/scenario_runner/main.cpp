@@ -1,6 +1,7 @@
 /// Runs one scenario for a job: starts it, logs its output, watches for stop requests, the time limit and the end of
 /// the host, ends all its processes, and ensures that a result exists.
 
+#include "formats/ResultFile.h"
 #include "formats/RunProtocol.h"
 #include "platform/files/Directory.h"
 #include "platform/processes/ForkServer.h"
@@ -11,7 +12,6 @@
 #include "platform/system/Machine.h"
 #include "platform/system/SharedLibrary.h"
 #include "platform/terminal/Console.h"
-#include "scenario_runner/ResultFile.h"
 #include "scenario_runner/RunResult.h"
 #include "scenario_runner/RunnerArguments.h"
 #include "scenario_runner/ScenarioRun.h"
@@ -35,8 +35,8 @@ bool HasSettings(std::wstring& problem) {
 
 RunnerExit Refuse(const platform::DirectoryHandle& directory, const std::wstring& problem) {
     Say(problem);
-    const scenario_runner::ResultFile file(directory.Path());
-    return file.Write(scenario_runner::FailedResult(L"", problem)) ? RunnerExit::NotStarted : RunnerExit::NoResult;
+    const auto result = run_protocol::FailedResult(L"", problem);
+    return run_protocol::WriteResult(directory.Path(), result) ? RunnerExit::NotStarted : RunnerExit::NoResult;
 }
 
 RunnerExit RunScenario(const RunnerArguments& arguments, const platform::DirectoryHandle& directory,
@@ -57,11 +57,12 @@ RunnerExit RunScenario(const RunnerArguments& arguments, const platform::Directo
 
 /// Called in the supervising process when the runner was killed. Keeps the scenario's own result if there is one.
 RunnerExit ConcludeFor(const platform::WorkerExit& end, const platform::DirectoryHandle& directory) {
-    const scenario_runner::ResultFile file(directory.Path());
     const auto result =
-        scenario_runner::FailedResult(L"", L"The scenario was ended because the program that runs it was ended with " +
-                                               platform::ExitCodeText(end.exitCode) + L".");
-    return file.Read() || file.Write(result) ? RunnerExit::Done : RunnerExit::NoResult;
+        run_protocol::FailedResult(L"", L"The scenario was ended because the program that runs it was ended with " +
+                                            platform::ExitCodeText(end.exitCode) + L".");
+    const bool hasResult =
+        scenario_runner::ReadOwnResult(directory.Path()) || run_protocol::WriteResult(directory.Path(), result);
+    return hasResult ? RunnerExit::Done : RunnerExit::NoResult;
 }
 
 RunnerExit RunUnderSubreaper(const RunnerArguments& arguments, const platform::DirectoryHandle& directory, void* host) {

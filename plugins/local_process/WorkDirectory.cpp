@@ -3,6 +3,7 @@
 #include <algorithm>
 
 #include "fault_points/FaultPoint.h"
+#include "formats/ResultFile.h"
 #include "platform/files/FileSystem.h"
 #include "platform/files/NativePath.h"
 
@@ -10,8 +11,6 @@ namespace local_process {
 namespace {
 
 using run_protocol::RunScenarioInfo;
-
-constexpr int failureCode = 1;
 
 /// Scenarios get paths in the notation of their system.
 RunScenarioInfo WithNativePaths(RunScenarioInfo info) {
@@ -59,10 +58,8 @@ void LeaveFailedResult(const RunScenarioInfo& info, const std::wstring& problem)
     if (!platform::IsDirectory(info.workDir) || platform::IsLink(info.workDir)) {
         return;
     }
-    const run_protocol::RunScenarioResult result{info.jobId, false, {{failureCode, problem}}, {}};
     // The job fails in any case, and the log has the problem.
-    (void)run_protocol::WriteFile(run_protocol::SerializeRunScenarioResult(result),
-                                  platform::ResolveAgainst(info.workDir, run_protocol::resultFileName));
+    (void)run_protocol::WriteResult(info.workDir, run_protocol::FailedResult(info.jobId, problem));
 }
 
 } // namespace local_process

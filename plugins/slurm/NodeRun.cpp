@@ -1,5 +1,6 @@
 #include "slurm/NodeRun.h"
 
+#include "formats/ResultFile.h"
 #include "platform/files/FileSystem.h"
 #include "platform/files/NativePath.h"
 #include "platform/processes/ForeignProcess.h"
@@ -7,8 +8,6 @@
 #include "platform/processes/Waiting.h"
 #include "platform/system/Environment.h"
 #include "platform/terminal/Console.h"
-#include "scenario_runner/ResultFile.h"
-#include "scenario_runner/RunResult.h"
 #include "slurm/posix/BoundProgram.h"
 #include "text/Text.h"
 
@@ -74,11 +73,11 @@ WaiterExit NodeRun::StartAndWatch() {
     start.inherited = {self.Get()};
     NodeEnd end;
     if (const platform::Error started = tree.Start(start); !started) {
-        const auto result = scenario_runner::FailedResult(
+        const auto result = run_protocol::FailedResult(
             L"", L"The program that runs scenarios, " + platform::ToNativeText(job.runner) +
                      L", cannot be started on the node " + MachineName() + L": " + started.Text() +
                      L". It must be there under the same path as on this machine.");
-        end.isWhole = scenario_runner::ResultFile(job.workDir).Write(result);
+        end.isWhole = run_protocol::WriteResult(job.workDir, result);
         end.runnerExit = static_cast<std::int32_t>(WaiterExit::NotStarted);
         return files.WriteEnd(end) ? WaiterExit::NotStarted : WaiterExit::NoResult;
     }

@@ -1,9 +1,9 @@
 #include "slurm/SrunProcess.h"
 
+#include "formats/LogTail.h"
 #include "platform/files/NativePath.h"
 #include "platform/processes/Process.h"
 #include "platform/processes/Waiting.h"
-#include "scenario_runner/LogTail.h"
 #include "slurm/ClusterCommands.h"
 #include "slurm/WaiterProgram.h"
 #include "slurm/posix/BoundProgram.h"
@@ -50,7 +50,7 @@ void SrunProcess::CarryOutput() {
 }
 
 std::wstring SrunProcess::LastLines() const {
-    return scenario_runner::LastLines(lastOutput);
+    return run_protocol::LastLines(lastOutput);
 }
 
 void SrunProcess::Terminate() {

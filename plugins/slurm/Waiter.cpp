@@ -1,12 +1,11 @@
 #include "slurm/Waiter.h"
 
+#include "formats/ResultFile.h"
 #include "formats/RunProtocol.h"
 #include "platform/files/FileSystem.h"
 #include "platform/files/NativePath.h"
 #include "platform/processes/Process.h"
 #include "platform/processes/Waiting.h"
-#include "scenario_runner/ResultFile.h"
-#include "scenario_runner/RunResult.h"
 #include "slurm/EarlierAttempts.h"
 
 namespace slurm {
@@ -162,7 +161,7 @@ WaiterExit Waiter::Conclude() {
     if (isHostGone) {
         return WaiterExit::HostEnded;
     }
-    if (!end || !end->isWhole || !scenario_runner::ResultFile(job.workDir).Exists()) {
+    if (!end || !end->isWhole || !run_protocol::ResultExists(job.workDir)) {
         return ConcludeWithoutEnd();
     }
     // The host decides by the exit code of the runner whether a failed job is run again.
@@ -203,8 +202,8 @@ std::wstring Waiter::WhatIsKnown() const {
 WaiterExit Waiter::Fail(WaiterExit code, const std::wstring& problem) const {
     const std::wstring lines = srun.LastLines();
     const std::wstring text = lines.empty() ? problem : problem + L"\nThe last lines of srun:\n" + lines;
-    const auto result = scenario_runner::FailedResult(job.jobId, text);
-    return scenario_runner::ResultFile(job.workDir).Write(result) ? code : WaiterExit::NoResult;
+    const auto result = run_protocol::FailedResult(job.jobId, text);
+    return run_protocol::WriteResult(job.workDir, result) ? code : WaiterExit::NoResult;
 }
 
 } // namespace slurm

@@ -7,14 +7,13 @@
 #include <functional>
 #include <map>
 
+#include "formats/ResultFile.h"
 #include "platform/files/NativePath.h"
 #include "platform/processes/Process.h"
 #include "platform/processes/StopSignal.h"
 #include "platform/system/Environment.h"
 #include "platform/system/SharedLibrary.h"
 #include "platform/terminal/Console.h"
-#include "scenario_runner/ResultFile.h"
-#include "scenario_runner/RunResult.h"
 #include "services/Settings.h"
 #include "slurm/JobName.h"
 #include "slurm/JobPreparation.h"
@@ -58,9 +57,8 @@ WaiterExit RunJob(const Options& options) {
     slurm::WaiterJob job;
     std::wstring problem = settings::Problem();
     if (!problem.empty() || !slurm::PrepareJob(workDir, value(slurm::nameOption), job, problem)) {
-        const scenario_runner::ResultFile file(workDir);
-        return file.Write(scenario_runner::FailedResult(job.jobId, problem)) ? WaiterExit::NotStarted
-                                                                             : WaiterExit::NoResult;
+        const auto result = run_protocol::FailedResult(job.jobId, problem);
+        return run_protocol::WriteResult(workDir, result) ? WaiterExit::NotStarted : WaiterExit::NoResult;
     }
     return slurm::Waiter(job, host.Get(), stopSignal).Run();
 }

@@ -1,11 +1,11 @@
-#include "scenario_runner/LogTail.h"
+#include "formats/LogTail.h"
 
 #include <gtest/gtest.h>
 
 #include "kit/TemporaryDirectory.h"
 
-using scenario_runner::LastLines;
-using scenario_runner::ReadLogTail;
+using run_protocol::LastLines;
+using run_protocol::ReadLogTail;
 
 TEST(LogTailTest, AShortTextIsShownWhole) {
     EXPECT_EQ(LastLines(""), L"");
