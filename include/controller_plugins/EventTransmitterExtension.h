@@ -33,7 +33,10 @@ public:
     /// after a few seconds at most with an engine that hangs. Engine: returns `IsConnected()`.
     [[nodiscard]] virtual bool Connect(std::wstring& problem) = 0;
 
-    /// Front end: returns true while the engine is reachable. Engine: returns true while front ends can connect.
+    /// Front end: returns true while the engine is reachable. A module should continue to return true, except within a
+    /// handler, until the handlers of all events that arrived have returned; otherwise a front end that waits for an
+    /// answer may overlook one that arrived just before the end of the engine. Engine: returns true while front ends
+    /// can connect.
     virtual bool IsConnected() const = 0;
 
     /// Front end: returns true when the last attempt to connect was rejected because the engine has reached its limit

@@ -53,7 +53,14 @@ bool Client::Connect(std::wstring& problem) {
 }
 
 bool Client::IsConnected() const {
-    return OpenSession() != nullptr;
+    // A handler does not wait for itself.
+    const bool mayWait = !event_delivery::DeliveryThread::IsCurrent();
+    const std::lock_guard<std::mutex> guard(network->Lock());
+    return IsSessionOpen() || (mayWait && IsDelivering() && !IsStopped());
+}
+
+bool Client::IsSessionOpen() const {
+    return session && session->IsOpen();
 }
 
 std::shared_ptr<Session> Client::OpenOrConnect() {
@@ -95,7 +102,7 @@ void Client::Note(bool foundNoRoom, const std::wstring& message) {
 
 std::shared_ptr<Session> Client::OpenSession() const {
     const std::lock_guard<std::mutex> guard(network->Lock());
-    return session && session->IsOpen() ? session : nullptr;
+    return IsSessionOpen() ? session : nullptr;
 }
 
 bool Client::HasEnded() const {

@@ -23,6 +23,8 @@ public:
     [[nodiscard]] bool SendEventTo(Peer peer, const std::wstring& eventName, const std::wstring& payload) override;
     [[nodiscard]] bool PostEvent(const std::wstring& eventName, const std::wstring& payload) override;
     [[nodiscard]] bool Connect(std::wstring& problem) override;
+    /// Returns true also after the end of the connection, until the handlers of the events that arrived before it have
+    /// returned: who finds no connection and no answer knows that none arrived. Within a handler it does not wait.
     bool IsConnected() const override;
     bool IsBusy() const override { return isBusy; }
 
@@ -34,6 +36,8 @@ private:
     [[nodiscard]] std::shared_ptr<Session> OpenOrConnect(std::wstring& problem);
     [[nodiscard]] std::shared_ptr<Session> OpenOrConnect();
     [[nodiscard]] std::shared_ptr<Session> OpenSession() const;
+    /// The caller holds the network's lock.
+    bool IsSessionOpen() const;
     bool HasEnded() const;
     [[nodiscard]] std::wstring TakeFirstProblem();
     /// Records the outcome of a connection attempt or session. An empty message is not logged.

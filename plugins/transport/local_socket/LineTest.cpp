@@ -14,19 +14,10 @@
 namespace {
 
 using local_socket::Client;
-using local_socket::Server;
 
 using Payloads = std::vector<std::wstring>;
 
 class LineTest : public LineFixture {};
-
-/// Waits until the client has noticed the end of the engine.
-void WaitUntilDisconnected(const Client& client) {
-    const auto end = std::chrono::steady_clock::now() + test_support::timeout;
-    while (client.IsConnected() && std::chrono::steady_clock::now() < end) {
-        std::this_thread::yield();
-    }
-}
 
 /// On a loaded machine a pipe may stay busy for longer than one attempt to connect.
 bool SendInTime(Client& client, const std::wstring& eventName, const std::wstring& payload) {
@@ -151,24 +142,6 @@ TEST_F(LineTest, WithoutAnEngineNothingIsSentAndNothingIsLogged) {
     EXPECT_FALSE(client->IsConnected());
     EXPECT_FALSE(client->SendEvent(L"Ask", L""));
     EXPECT_EQ(log.lines.All(), Payloads{});
-}
-
-TEST_F(LineTest, AFrontEndSeesTheEngineGoAndFindsANewOneWhenItSends) {
-    auto engine = Engine();
-    const auto client = MakeClient();
-    EXPECT_TRUE(client->IsConnected());
-    engine.reset();
-    WaitUntilDisconnected(*client);
-    EXPECT_FALSE(client->IsConnected());
-    EXPECT_FALSE(client->SendEvent(L"Ask", L"nobody"));
-
-    engine = Engine();
-    RecordingHandler request;
-    engine->AddEventHandler(L"Ask", &request);
-    EXPECT_TRUE(client->SendEvent(L"Ask", L"again"));
-    EXPECT_TRUE(client->IsConnected());
-    EXPECT_EQ(request.payloads.WaitFor(1), Payloads{L"again"});
-    engine->AddEventHandler(L"Ask", nullptr);
 }
 
 TEST_F(LineTest, AFrontEndMayBeThereBeforeTheEngine) {
@@ -358,88 +331,6 @@ TEST_F(LineTest, AHandlerThatThrowsIsLoggedAndTheNextEventIsDelivered) {
     const Payloads lines = log.lines.All();
     ASSERT_EQ(lines.size(), 1u) << testing::PrintToString(lines);
     EXPECT_NE(lines[0].find(L"A handler failed: no use."), std::wstring::npos);
-    engine->AddEventHandler(L"Ask", nullptr);
-}
-
-TEST_F(LineTest, WhatWasSentBeforeTheEndArrives) {
-    auto engine = Engine();
-    const auto client = MakeClient();
-    RecordingHandler atClient;
-    client->AddEventHandler(L"Answer", &atClient);
-    const std::wstring large(std::size_t{4} << 20, L'x'); // more than the system takes at once
-    EXPECT_TRUE(engine->SendEvent(L"Answer", large));
-    EXPECT_TRUE(engine->SendEvent(L"Answer", L"last"));
-    engine.reset();
-    EXPECT_TRUE(atClient.payloads.WaitFor(2) == (Payloads{large, L"last"}));
-    client->AddEventHandler(L"Answer", nullptr);
-}
-
-TEST_F(LineTest, WhoDoesNotTakeItDoesNotHoldUpTheEnd) {
-    limits.drain = std::chrono::milliseconds(20);
-    limits.undeliveredBytes = 1;
-    auto engine = Engine();
-    const auto client = MakeClient();
-    std::promise<void> release;
-    RecordingHandler atClient([&](const std::wstring&) { release.get_future().wait(); });
-    client->AddEventHandler(L"Answer", &atClient);
-    EXPECT_TRUE(engine->SendEvent(L"Answer", L"first"));
-    EXPECT_EQ(atClient.payloads.WaitFor(1), Payloads{L"first"});
-    EXPECT_TRUE(engine->SendEvent(L"Answer", std::wstring(std::size_t{4} << 20, L'x')));
-    engine.reset();
-    release.set_value();
-    WaitUntilDisconnected(*client);
-    EXPECT_EQ(atClient.payloads.All(), Payloads{L"first"});
-    client->AddEventHandler(L"Answer", nullptr);
-}
-
-TEST_F(LineTest, AStoppedEndSendsNothing) {
-    const auto engine = Engine();
-    const auto client = MakeClient();
-    EXPECT_TRUE(client->Stop(test_support::timeout));
-    EXPECT_FALSE(client->SendEvent(L"Ask", L""));
-    EXPECT_FALSE(client->IsConnected());
-    EXPECT_TRUE(engine->Stop(test_support::timeout));
-    EXPECT_FALSE(engine->SendEvent(L"UpdateProgress", L""));
-    EXPECT_FALSE(engine->IsConnected());
-}
-
-TEST_F(LineTest, AHandlerMaySendWhileItsEndIsDestroyed) {
-    auto engine = Engine();
-    Server& ending = *engine; // as handlers know it
-    std::promise<void> started;
-    std::promise<bool> sent;
-    RecordingHandler request([&](const std::wstring&) {
-        started.set_value();
-        while (ending.IsConnected()) {
-            std::this_thread::yield();
-        }
-        for (int turn = 0; turn < 1000; ++turn) {
-            std::this_thread::yield(); // time for a faulty end that does not wait
-        }
-        sent.set_value(ending.SendEvent(L"Answer", L""));
-    });
-    engine->AddEventHandler(L"Ask", &request);
-    const auto client = MakeClient();
-    ASSERT_TRUE(client->PostEvent(L"Ask", L""));
-    started.get_future().wait();
-    engine.reset();
-    EXPECT_FALSE(sent.get_future().get());
-}
-
-TEST_F(LineTest, StoppingDoesNotWaitForAHandlerForEver) {
-    auto engine = Engine();
-    std::promise<void> started;
-    std::promise<void> release;
-    RecordingHandler request([&](const std::wstring&) {
-        started.set_value();
-        release.get_future().wait();
-    });
-    engine->AddEventHandler(L"Ask", &request);
-    const auto client = MakeClient();
-    ASSERT_TRUE(client->PostEvent(L"Ask", L""));
-    started.get_future().wait();
-    EXPECT_FALSE(engine->Stop(std::chrono::milliseconds(1)));
-    release.set_value();
     engine->AddEventHandler(L"Ask", nullptr);
 }
 

@@ -101,6 +101,7 @@ void SocketTransmitter::Log(const std::wstring& message) const {
 
 void SocketTransmitter::OnEvent(Session& session, Frame event) {
     deliveries.Post([this, kept = session.shared_from_this(), frame = std::move(event)] { Deliver(kept, frame); });
+    ++undelivered;
 }
 
 void SocketTransmitter::EndNetworkThread() {
@@ -115,6 +116,7 @@ void SocketTransmitter::Deliver(const std::shared_ptr<Session>& session, const F
                                         [&] { DeliverSafely(*session, event); });
     const std::lock_guard<std::mutex> guard(network->Lock());
     session->EventHandled(event);
+    --undelivered;
 }
 
 event_delivery::Acknowledgements::Give SocketTransmitter::AcknowledgementOf(const std::shared_ptr<Session>& session,

@@ -2,6 +2,7 @@
 
 #include <chrono>
 #include <condition_variable>
+#include <cstddef>
 #include <memory>
 #include <string>
 #include <thread>
@@ -50,6 +51,8 @@ protected:
     void Run();
     /// The caller holds the lock.
     bool IsStopped() const { return isStopped; }
+    /// True until the handlers of all events that have arrived have returned. The caller holds the lock.
+    bool IsDelivering() const { return undelivered != 0; }
     /// The sessions that have not ended. The caller holds the lock.
     virtual std::vector<std::shared_ptr<Session>> Sessions() const = 0;
     /// Creates a session with a unique number; the caller starts it. The caller holds the lock.
@@ -80,6 +83,8 @@ private:
 
     const Network::Log log;
     bool isStopped = false;
+    /// Events whose handlers have not returned. Guarded by the network's lock.
+    std::size_t undelivered = 0;
     event_delivery::EventDelivery deliveries;
     std::thread networkThread;
 };
