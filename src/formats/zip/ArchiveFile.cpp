@@ -5,10 +5,9 @@
 namespace zip {
 
 ArchiveFile::ArchiveFile(const std::wstring& path) {
-    if (const platform::Error result = file.OpenForReading(path); !result) {
+    if (const platform::Error result = file.OpenForReading(path, &size); !result) {
         throw Problem{L"cannot be opened: " + result.Text()};
     }
-    size = file.Size();
 }
 
 void ArchiveFile::Read(std::uint64_t offset, std::size_t count, std::string& bytes) const {

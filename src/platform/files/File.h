@@ -24,8 +24,9 @@ enum class AppendTo {
 /// processes. Not thread-safe.
 class File {
 public:
-    /// Opens a regular file; fails with `NotSupported` for any other type.
-    Error OpenForReading(const std::wstring& path);
+    /// Opens a regular file; fails with `NotSupported` for any other type. On success, `size`, if given, becomes its
+    /// size, without the further system call of `Size`.
+    Error OpenForReading(const std::wstring& path, std::uint64_t* size = nullptr);
     /// Opens a file for appending, creating it if it is missing. Others may read, write, rename and delete it at the
     /// same time. Fails with `NotSupported` for a type that `target` does not accept.
     Error OpenForAppending(const std::wstring& path, bool truncate, AppendTo target = AppendTo::Anything);
@@ -49,7 +50,7 @@ public:
     Error MakeExecutable();
 
 private:
-    Error RequireRegular();
+    Error RequireRegular(std::uint64_t* size);
 
     OwnedHandle handle;
 };

@@ -16,17 +16,18 @@ bool HasExtension(const std::wstring& name, const std::wstring& extension) {
 
 Error ReadFile(const std::wstring& path, std::size_t limit, std::string& bytes) {
     File file;
-    if (const Error result = file.OpenForReading(path); !result) {
+    std::uint64_t size = 0;
+    if (const Error result = file.OpenForReading(path, &size); !result) {
         return result;
     }
-    const std::uint64_t size = file.Size();
     if (size > limit) {
         return {ErrorKind::TooLarge, 0};
     }
-    // The size is only a first estimate: a file can grow while it is read, and special files report 0.
+    // The size is only a first estimate: a file can grow while it is read, and special files report 0. A read that
+    // stops exactly there has found the end.
     std::string content(size + 1, '\0');
     std::size_t length = 0;
-    for (std::size_t count = 1; count != 0; length += count) {
+    for (std::size_t count = 1; count != 0 && (length == 0 || length != size); length += count) {
         if (length > limit) {
             return {ErrorKind::TooLarge, 0};
         }
@@ -66,10 +67,10 @@ Error CreateEmptyFileIn(const std::wstring& directory, const std::wstring& name)
 
 Error ReadFileEnd(const std::wstring& path, std::size_t length, std::string& bytes) {
     File file;
-    if (const Error result = file.OpenForReading(path); !result) {
+    std::uint64_t size = 0;
+    if (const Error result = file.OpenForReading(path, &size); !result) {
         return result;
     }
-    const std::uint64_t size = file.Size();
     const std::uint64_t begin = size - std::min<std::uint64_t>(size, length);
     std::string content(size - begin, '\0');
     std::size_t done = 0;
@@ -88,10 +89,10 @@ Error ReadFileInBlocks(const std::wstring& path, const std::function<Reading(std
     constexpr std::size_t blockSize = std::size_t{1} << 20;
     const auto before = StampOf(path);
     File file;
-    if (const Error result = file.OpenForReading(path); !result) {
+    std::uint64_t size = 0;
+    if (const Error result = file.OpenForReading(path, &size); !result) {
         return result;
     }
-    const std::uint64_t size = file.Size();
     std::string block(static_cast<std::size_t>(std::min<std::uint64_t>(size + 1, blockSize)), '\0');
     std::uint64_t done = 0;
     // A file may grow faster than it is read.

@@ -32,6 +32,24 @@ TEST(FileTest, ReadsAtAnyPlace) {
     EXPECT_EQ(BytesAt(file, std::uint64_t{1} << 40, 1), "");
 }
 
+TEST(FileTest, OpeningTellsTheSize) {
+    const TemporaryDirectory directory;
+    WriteTextFile(directory / L"a.txt", "0123456789");
+    std::uint64_t size = 0;
+    platform::File file;
+    EXPECT_TRUE(file.OpenForReading(directory / L"a.txt", &size));
+    EXPECT_EQ(size, 10u);
+    EXPECT_EQ(file.Size(), 10u);
+}
+
+TEST(FileTest, OpeningWhatIsNoFileTellsNoSize) {
+    const TemporaryDirectory directory;
+    std::uint64_t size = 7;
+    EXPECT_FALSE(platform::File().OpenForReading(directory.Path(), &size));
+    EXPECT_FALSE(platform::File().OpenForReading(directory / L"missing", &size));
+    EXPECT_EQ(size, 7u);
+}
+
 TEST(FileTest, MakesAFileExecutableAndLeavesItsContentAlone) {
     const TemporaryDirectory directory;
     platform::File file;

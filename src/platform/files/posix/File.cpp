@@ -46,16 +46,19 @@ bool IsAmong(AppendTo target, int descriptor) {
 
 } // namespace
 
-Error File::OpenForReading(const std::wstring& path) {
+Error File::OpenForReading(const std::wstring& path, std::uint64_t* size) {
     Close();
     // O_NONBLOCK: opening a named pipe would wait for a writer.
     handle = Open(path, O_RDONLY | O_NONBLOCK);
-    return IsOpen() ? RequireRegular() : LastError();
+    return IsOpen() ? RequireRegular(size) : LastError();
 }
 
-Error File::RequireRegular() {
+Error File::RequireRegular(std::uint64_t* size) {
     struct stat status = {};
     if (fstat(DescriptorOf(handle), &status) == 0 && S_ISREG(status.st_mode)) {
+        if (size != nullptr) {
+            *size = static_cast<std::uint64_t>(status.st_size);
+        }
         return {};
     }
     Close();

@@ -30,18 +30,21 @@ DWORD TransferSize(std::size_t size) {
 
 } // namespace
 
-Error File::OpenForReading(const std::wstring& path) {
+Error File::OpenForReading(const std::wstring& path, std::uint64_t* size) {
     Close();
     // FILE_FLAG_BACKUP_SEMANTICS opens directories, too, which distinguishes them from unreadable files.
     handle = Open(path, GENERIC_READ, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS);
-    return IsOpen() ? RequireRegular() : LastError();
+    return IsOpen() ? RequireRegular(size) : LastError();
 }
 
-Error File::RequireRegular() {
+Error File::RequireRegular(std::uint64_t* size) {
     BY_HANDLE_FILE_INFORMATION information = {};
     const bool isOnDisk = GetFileType(handle.Get()) == FILE_TYPE_DISK;
     if (isOnDisk && GetFileInformationByHandle(handle.Get(), &information) != 0 &&
         (information.dwFileAttributes & FILE_ATTRIBUTE_DIRECTORY) == 0) {
+        if (size != nullptr) {
+            *size = std::uint64_t{information.nFileSizeHigh} << 32 | information.nFileSizeLow;
+        }
         return {};
     }
     Close();
