@@ -10,7 +10,9 @@ namespace platform {
 
 /// The bytes of a path for system calls. A path with an embedded U+0000 yields the empty path, which names nothing.
 inline std::string SystemPath(const std::wstring& path) {
-    return NamesNothing(path) ? std::string() : text::ToUtf8(ToNativeText(path));
+    std::string bytes = NamesNothing(path) ? std::string() : text::ToUtf8(path);
+    std::replace(bytes.begin(), bytes.end(), '\\', '/');
+    return bytes;
 }
 
 /// Library text (backslashes) for a path from the system.
