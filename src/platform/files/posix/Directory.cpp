@@ -119,12 +119,12 @@ Error ListDirectory(const std::wstring& directory, std::vector<DirectoryEntry>& 
     if (!opened) {
         return LastError();
     }
-    std::vector<DirectoryEntry> found;
+    const auto before = static_cast<std::ptrdiff_t>(entries.size());
     errno = 0;
     while (const dirent* next = readdir(opened.get())) {
         const bool isListed = CanBeCarried(next->d_name);
         if (isListed && IsEntry(next->d_name)) {
-            Append(opened.get(), *next, found);
+            Append(opened.get(), *next, entries);
         }
         if (!isListed && isComplete != nullptr) {
             *isComplete = false;
@@ -132,12 +132,13 @@ Error ListDirectory(const std::wstring& directory, std::vector<DirectoryEntry>& 
         errno = 0;
     }
     if (errno != 0) {
-        return LastError();
+        const Error error = LastError();
+        entries.erase(entries.begin() + before, entries.end());
+        return error;
     }
-    std::sort(found.begin(), found.end(), [](const DirectoryEntry& left, const DirectoryEntry& right) {
+    std::sort(entries.begin() + before, entries.end(), [](const DirectoryEntry& left, const DirectoryEntry& right) {
         return CaseInsensitiveLess(left.name, right.name);
     });
-    std::move(found.begin(), found.end(), std::back_inserter(entries));
     return {};
 }
 
