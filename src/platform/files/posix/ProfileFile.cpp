@@ -84,17 +84,19 @@ std::wstring_view WithoutQuotes(std::wstring_view value) {
     return quoted ? value.substr(1, value.size() - 2) : value;
 }
 
-void SkipToSection(std::wstring_view& text, std::wstring_view section) {
+/// The text behind the line that begins the section; empty if there is none.
+std::wstring_view AfterSectionName(std::wstring_view text, std::wstring_view section) {
     while (!text.empty()) {
         const auto name = SectionName(TakeLine(text));
         if (name && IsSameName(*name, section)) {
-            return;
+            break;
         }
     }
+    return text;
 }
 
-std::wstring_view FindValue(std::wstring_view text, std::wstring_view section, std::wstring_view key) {
-    SkipToSection(text, section);
+/// The value of the key before the next section.
+std::wstring_view FindValue(std::wstring_view text, std::wstring_view key) {
     while (!text.empty()) {
         const std::wstring_view line = TakeLine(text);
         if (SectionName(line)) {
@@ -125,10 +127,11 @@ std::vector<std::wstring> ReadProfileTexts(const std::wstring& path, const std::
         return std::vector<std::wstring>(keys.size());
     }
     const std::wstring text = Decoded(bytes);
+    const std::wstring_view content = AfterSectionName(text, section);
     std::vector<std::wstring> values;
     values.reserve(keys.size());
     for (const std::wstring& key : keys) {
-        values.push_back(FirstUnits(FindValue(text, section, Trimmed(key))));
+        values.push_back(FirstUnits(FindValue(content, Trimmed(key))));
     }
     return values;
 }
