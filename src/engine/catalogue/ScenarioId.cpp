@@ -21,6 +21,10 @@ std::uint64_t WithUnit(std::uint64_t hash, char16_t unit) {
 /// The element of a wide text, which is one unit or a pair.
 std::uint64_t WithElement(std::uint64_t hash, wchar_t element) {
     const std::uint32_t unit = text::Unit(element);
+    // A high byte of zero, which most units have, only multiplies: both multiplications are done as one.
+    if (unit <= 0xffU) {
+        return (hash ^ unit) * (prime * prime);
+    }
     std::array<char16_t, 2> pair;
     const char16_t* const end =
         text::PutUtf16(unit <= text::lastCodePoint ? unit : text::replacementCharacter, pair.data());

@@ -16,6 +16,12 @@ TEST(ScenarioIdTest, EachUnitIsTwoBytesLowByteFirst) {
     EXPECT_EQ(HashOf(L"\u4e2d\u6587"), 4981773450566581006U);
 }
 
+TEST(ScenarioIdTest, UnitsBelowAndAbove256AreHashedAlike) {
+    EXPECT_EQ(HashOf(L"\u00ff"), 763824163880569834U);
+    EXPECT_EQ(HashOf(L"\u0100"), 590682968308805178U);
+    EXPECT_EQ(HashOf(L"a\u00ff\u0100z"), 3414686525641538610U);
+}
+
 TEST(ScenarioIdTest, IdentifierIsTheHashInDecimal) {
     EXPECT_EQ(ScenarioId(L"C:\\scenarios\\mesh.rb"), L"16627485072161660388");
     EXPECT_EQ(ScenarioId(L"L : C:\\scenarios\\mesh.rb"), L"13449174645078562290");
