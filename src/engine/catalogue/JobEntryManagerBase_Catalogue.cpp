@@ -7,27 +7,16 @@
 
 #include <utility>
 
-namespace {
-
-std::vector<ScenarioFile> FindScenarioFiles(const std::vector<ScenarioDirectory>& directories) {
-    std::vector<ScenarioFile> files;
-    for (const ScenarioDirectory& directory : directories) {
-        FindScenarioFiles(directory,
-                          files); // required by the contract: directories that cannot be searched are skipped
-    }
-    return files;
-}
-
-} // namespace
-
 bool JobEntryManagerBase::FetchScenarios(std::vector<ScenarioInfo>& scenarios) {
     scenarioDirectories = ControllerCSWrapper::GetScenarioDirectoryList();
-    const std::vector<ScenarioFile> files = FindScenarioFiles(scenarioDirectories);
-    scenarios.reserve(scenarios.size() + files.size());
-    for (const ScenarioFile& file : files) {
+    // A file is described while the system still has its directory at hand.
+    const auto append = [&scenarios](const ScenarioFile& file) {
         if (auto scenario = DescribeScenario(file)) {
             scenarios.push_back(std::move(*scenario));
         }
+    };
+    for (const ScenarioDirectory& directory : scenarioDirectories) {
+        VisitScenarioFiles(directory, append); // required by the contract: what cannot be searched is skipped
     }
     for (const ScenarioInfo& scenario : scenarios) {
         scenarioMap[scenario.id] = scenario;

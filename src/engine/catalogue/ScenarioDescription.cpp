@@ -1,5 +1,6 @@
 #include "engine/catalogue/ScenarioDescription.h"
 
+#include "CommonControllerLib/PathFuncs.h"
 #include "ControllerCSWrapper/ControllerCSWrapper.h"
 #include "engine/catalogue/ScenarioId.h"
 #include "engine/catalogue/ScenarioSettings.h"
@@ -32,10 +33,10 @@ std::optional<ScenarioInfo> DescribeScenario(const ScenarioFile& file) {
         file.extension == packageExtension ? DescribePackage(file) : DescribeScript(file);
     if (scenario) {
         const std::wstring prefix = LabelPrefix(file);
-        scenario->path = FullPath(file);
         scenario->relativePath = RelativePath(file);
+        scenario->path = PathFuncs::Join(file.root, scenario->relativePath);
         scenario->id = ScenarioId(prefix + scenario->path);
-        scenario->displayName = prefix + scenario->displayName;
+        scenario->displayName.insert(0, prefix);
     }
     return scenario;
 }

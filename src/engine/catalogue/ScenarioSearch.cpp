@@ -17,29 +17,33 @@ namespace {
 /// The breadth-first search of one root directory. Each directory is listed only once.
 class Walk {
 public:
-    Walk(const ScenarioDirectory& walked, std::vector<ScenarioFile>& found, const std::vector<std::wstring>& wanted)
-        : root(walked), files(found), extensions(wanted) {}
+    Walk(const ScenarioDirectory& root, const ScenarioFileVisitor& visitor, const std::vector<std::wstring>& wanted)
+        : visit(visitor), extensions(wanted) {
+        file.root = root.path;
+        file.label = root.label;
+    }
 
     std::vector<UnreadableDirectory> Run() {
         for (std::size_t i = 0; i < directories.size(); ++i) {
-            const std::wstring directory = directories[i]; // a copy, because the visit appends to the list
-            Visit(directory);
+            const std::wstring directory = directories[i]; // a copy, because the search appends to the list
+            Search(directory);
         }
         return std::move(unreadable);
     }
 
 private:
-    void Visit(const std::wstring& directory) {
+    void Search(const std::wstring& directory) {
         entries.clear();
-        const std::wstring path = PathFuncs::Join(root.path, directory);
+        const std::wstring path = PathFuncs::Join(file.root, directory);
         if (const platform::Error result = platform::ListDirectory(path, entries); !result) {
             unreadable.push_back({path, result});
             return;
         }
         AddDirectories(directory);
         FindSettings();
+        file.relativeDirectory = directory;
         for (const std::wstring& extension : extensions) {
-            AddFiles(directory, extension);
+            VisitFiles(extension);
         }
     }
 
@@ -63,19 +67,20 @@ private:
     }
 
     /// A system that ignores case is asked when the names are not spelled alike.
-    bool HasSettings(const ScenarioFile& file) const {
+    bool HasSettings() const {
         if (settingsNames.empty() || std::binary_search(settingsNames.begin(), settingsNames.end(), file.baseName)) {
             return !settingsNames.empty();
         }
         return ignoresCase && platform::Exists(SettingsPath(file));
     }
 
-    void AddFiles(const std::wstring& directory, const std::wstring& extension) {
+    void VisitFiles(const std::wstring& extension) {
+        file.extension = extension;
         for (const platform::DirectoryEntry& entry : entries) {
             if (HasExtension(entry.name, extension)) {
-                const std::wstring baseName(BaseName(entry.name, extension));
-                files.push_back({extension, root.path, directory, baseName, root.label, false});
-                files.back().hasSettings = HasSettings(files.back());
+                file.baseName = BaseName(entry.name, extension);
+                file.hasSettings = HasSettings();
+                visit(file);
             }
         }
     }
@@ -103,11 +108,10 @@ private:
     }
 
     std::optional<platform::FileIdentity> IdentityOf(const std::wstring& directory) const {
-        return platform::IdentityOf(PathFuncs::Join(root.path, directory));
+        return platform::IdentityOf(PathFuncs::Join(file.root, directory));
     }
 
-    const ScenarioDirectory& root;
-    std::vector<ScenarioFile>& files;
+    const ScenarioFileVisitor& visit;
     const std::vector<std::wstring>& extensions;
     const bool ignoresCase = platform::SameName(L"a", L"A");
     /// Relative to the root, which is the empty text; grows during the search.
@@ -115,12 +119,21 @@ private:
     std::vector<platform::DirectoryEntry> entries;
     /// The names of the settings files among `entries`, without the extension, sorted.
     std::vector<std::wstring_view> settingsNames;
+    /// The file that is visited. Its texts keep their memory for the next one.
+    ScenarioFile file;
     std::vector<UnreadableDirectory> unreadable;
 };
 
 } // namespace
 
+std::vector<UnreadableDirectory> VisitScenarioFiles(const ScenarioDirectory& directory,
+                                                    const ScenarioFileVisitor& visit,
+                                                    const std::vector<std::wstring>& extensions) {
+    return Walk(directory, visit, extensions).Run();
+}
+
 std::vector<UnreadableDirectory> FindScenarioFiles(const ScenarioDirectory& directory, std::vector<ScenarioFile>& files,
                                                    const std::vector<std::wstring>& extensions) {
-    return Walk(directory, files, extensions).Run();
+    const auto append = [&files](const ScenarioFile& file) { files.push_back(file); };
+    return VisitScenarioFiles(directory, append, extensions);
 }

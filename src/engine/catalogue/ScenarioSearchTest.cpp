@@ -46,6 +46,18 @@ TEST_F(ScenarioSearchTest, FoundFileKnowsWhereItStands) {
     EXPECT_EQ(LabelPrefix(files[0]), L"L : ");
 }
 
+TEST_F(ScenarioSearchTest, FilesOfADirectoryAreVisitedBeforeTheNextOneIsListed) {
+    Write(L"1.rb");
+    Write(L"a\\2.rb");
+    Texts visited;
+    const auto visit = [&](const ScenarioFile& file) {
+        visited.push_back(RelativePath(file));
+        Write(L"a\\3.rb");
+    };
+    EXPECT_TRUE(VisitScenarioFiles({directory.Path(), L""}, visit).empty());
+    EXPECT_EQ(visited, (Texts{L"1.rb", L"a\\2.rb", L"a\\3.rb"}));
+}
+
 TEST_F(ScenarioSearchTest, MissingRootHasNoFilesAndIsNamed) {
     std::vector<ScenarioFile> files;
     const std::vector<UnreadableDirectory> unreadable = FindScenarioFiles({directory / L"missing", L""}, files);
