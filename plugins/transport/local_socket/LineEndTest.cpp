@@ -94,6 +94,7 @@ TEST_F(LineEndTest, AFrontEndThatIsStoppedBeforeItsAnswersAreHandledIsNotConnect
     EXPECT_FALSE(client->Stop(std::chrono::milliseconds::zero()));
     EXPECT_FALSE(client->IsConnected());
     release.set_value();
+    client->AddEventHandler(L"First", nullptr);
 }
 
 TEST_F(LineEndTest, WhatWasSentBeforeTheEndArrives) {
