@@ -1,6 +1,7 @@
 #pragma once
 
 #include <chrono>
+#include <cstdint>
 #include <functional>
 #include <mutex>
 #include <optional>
@@ -37,7 +38,10 @@ public:
     void End();
 
 private:
+    /// Without a thread ends and reaps the server itself.
     [[nodiscard]] Error StartReaper();
+    /// Waits for the end of the server, and reaps it and its unfinished copies.
+    void Reap(const OwnedHandle& server, std::int32_t group);
     [[nodiscard]] OwnedHandle ForkCopy(const std::string& request);
 
     /// Of the two handles, which the reaper closes, and of the server's process group while a copy leaves it.

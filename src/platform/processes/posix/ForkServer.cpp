@@ -125,20 +125,23 @@ Error ForkServer::Start(ProcessStart start) {
 }
 
 Error ForkServer::StartReaper() {
+    const auto group = static_cast<pid_t>(ProcessNumber(process.Get()));
     try {
-        const auto group = static_cast<pid_t>(ProcessNumber(process.Get()));
-        reaper = std::thread([this, group, server = OwnedHandle(CopyHandle(process.Get()))] {
-            AwaitEnd(server);
-            const std::lock_guard lock(mutex);
-            KillAndReapGroup(group);
-            line = OwnedHandle();
-            process = OwnedHandle();
-        });
+        reaper = std::thread([this, group, server = OwnedHandle(CopyHandle(process.Get()))] { Reap(server, group); });
         return {};
     } catch (const std::system_error& failure) {
-        End();
+        pidfd_send_signal(DescriptorOf(process), SIGKILL, nullptr, 0);
+        Reap(process, group);
         return ErrorFromCode(failure.code().value());
     }
+}
+
+void ForkServer::Reap(const OwnedHandle& server, std::int32_t group) {
+    AwaitEnd(server);
+    const std::lock_guard lock(mutex);
+    KillAndReapGroup(group);
+    line = OwnedHandle();
+    process = OwnedHandle();
 }
 
 bool ForkServer::IsRunning() const {

@@ -4,6 +4,7 @@
 #include <thread>
 
 #include <gtest/gtest.h>
+#include <pthread.h>
 #include <sys/ptrace.h>
 #include <sys/wait.h>
 #include <unistd.h>
@@ -84,6 +85,28 @@ private:
     bool isTracing = false;
 };
 
+/// During its lifetime new threads need a stack larger than any address space, so that none can be started.
+class NoFurtherThreads {
+public:
+    NoFurtherThreads() {
+        pthread_getattr_default_np(&usual);
+        pthread_attr_t attributes;
+        pthread_getattr_default_np(&attributes);
+        pthread_attr_setstacksize(&attributes, std::size_t{1} << 60);
+        pthread_setattr_default_np(&attributes);
+        pthread_attr_destroy(&attributes);
+    }
+    ~NoFurtherThreads() {
+        pthread_setattr_default_np(&usual);
+        pthread_attr_destroy(&usual);
+    }
+    NoFurtherThreads(const NoFurtherThreads&) = delete;
+    NoFurtherThreads& operator=(const NoFurtherThreads&) = delete;
+
+private:
+    pthread_attr_t usual{};
+};
+
 } // namespace
 
 TEST(ForkServerTest, EachRequestMakesACopy) {
@@ -127,6 +150,18 @@ TEST(ForkServerTest, AServerThatIsTracedWhenItEndsIsReaped) {
     tracer.End();
     ending.join();
     EXPECT_TRUE(Children().empty());
+}
+
+TEST(ForkServerTest, AServerForWhichThereIsNoThreadIsEndedAndReaped) {
+    ForkServer server;
+    {
+        const NoFurtherThreads limit;
+        EXPECT_FALSE(server.Start(Server(L"accept")));
+    }
+    EXPECT_TRUE(Children().empty());
+    EXPECT_FALSE(server.IsRunning());
+    EXPECT_TRUE(server.Start(Server(L"accept")));
+    EXPECT_TRUE(server.IsRunning());
 }
 
 TEST(ForkServerTest, WithoutAServerThereIsNoCopy) {
