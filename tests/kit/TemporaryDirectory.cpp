@@ -2,8 +2,8 @@
 
 #include <cstddef>
 #include <random>
-#include <stdexcept>
 
+#include "kit/Require.h"
 #include "platform/files/Directory.h"
 #include "platform/files/FileSystem.h"
 #include "platform/files/RemoveTree.h"
@@ -15,12 +15,6 @@ namespace {
 
 constexpr std::size_t largestTestFile = std::size_t{1} << 30;
 
-void RequireSuccess(const platform::Error& result, const std::string& action, const std::wstring& path) {
-    if (!result) {
-        throw std::runtime_error(action + " " + text::ToUtf8(path) + ": " + text::ToUtf8(result.Text()));
-    }
-}
-
 std::wstring UniquePath() {
     std::random_device random;
     return platform::TemporaryDirectory() + L"\\controller-test-" + std::to_wstring(random()) +
@@ -30,7 +24,7 @@ std::wstring UniquePath() {
 } // namespace
 
 TemporaryDirectory::TemporaryDirectory() : path(UniquePath()) {
-    RequireSuccess(platform::CreateNewDirectory(path), "cannot make the folder", path);
+    test_support::Require(platform::CreateNewDirectory(path), "cannot make the folder " + text::ToUtf8(path));
 }
 
 TemporaryDirectory::~TemporaryDirectory() {
@@ -43,11 +37,11 @@ std::wstring TemporaryDirectory::operator/(const std::wstring& name) const {
 }
 
 void WriteTextFile(const std::wstring& path, std::string_view bytes) {
-    RequireSuccess(platform::ReplaceFile(path, bytes), "cannot write", path);
+    test_support::Require(platform::ReplaceFile(path, bytes), "cannot write " + text::ToUtf8(path));
 }
 
 std::string ReadTextFile(const std::wstring& path) {
     std::string bytes;
-    RequireSuccess(platform::ReadFile(path, largestTestFile, bytes), "cannot read", path);
+    test_support::Require(platform::ReadFile(path, largestTestFile, bytes), "cannot read " + text::ToUtf8(path));
     return bytes;
 }

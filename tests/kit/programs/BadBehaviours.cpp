@@ -1,11 +1,11 @@
 #include "kit/programs/BadBehaviours.h"
 
 #include <cstdlib>
-#include <stdexcept>
 #include <string>
 #include <string_view>
 
 #include "formats/RunProtocol.h"
+#include "kit/Require.h"
 #include "platform/files/Directory.h"
 #include "platform/files/File.h"
 #include "platform/files/FileSystem.h"
@@ -32,9 +32,7 @@ void WriteHalfReports(const std::wstring& name) {
 }
 
 void MakeDirectory(const std::wstring& name) {
-    if (!platform::EnsureDirectory(InCurrentDirectory(name))) {
-        throw std::runtime_error("cannot make a folder");
-    }
+    test_support::Require(platform::EnsureDirectory(InCurrentDirectory(name)), "cannot make a folder");
 }
 
 void PrintMegabytes(const std::wstring& count) {

@@ -8,6 +8,7 @@
 
 #include "ControllerCSWrapper/ControllerCSWrapper.h"
 #include "formats/RunProtocol.h"
+#include "kit/Require.h"
 #include "kit/programs/BadBehaviours.h"
 #include "kit/programs/StopRequests.h"
 #include "platform/files/FileLock.h"
@@ -22,6 +23,8 @@
 
 namespace {
 
+using test_support::Require;
+
 using Words = std::vector<std::wstring>;
 
 constexpr const wchar_t* stepsOption = L"--steps";
@@ -30,19 +33,11 @@ std::wstring InCurrentDirectory(const std::wstring& name) {
     return platform::ResolveAgainst(platform::CurrentDirectory(), name);
 }
 
-/// Reports an error to the test that waits for a file.
-void Require(const platform::Error& error) {
-    if (!error) {
-        throw std::runtime_error("cannot write: " + text::ToUtf8(error.Text()));
-    }
-}
-void Require(bool isWritten) {
-    Require(isWritten ? platform::Error{} : platform::Error{platform::ErrorKind::Other, 0});
-}
+constexpr const char* cannotWrite = "cannot write";
 
 /// Records a process of the scenario for the test.
 void NoteProcess(std::uint32_t number) {
-    Require(platform::CreateEmptyFile(InCurrentDirectory(L"process-" + std::to_wstring(number))));
+    Require(platform::CreateEmptyFile(InCurrentDirectory(L"process-" + std::to_wstring(number))), cannotWrite);
 }
 
 /// Another process of this program with its own steps and session.
@@ -54,9 +49,7 @@ platform::OwnedHandle StartAnother(const Words& steps) {
     start.arguments.insert(start.arguments.end(), steps.begin(), steps.end());
     start.detached = true;
     platform::OwnedHandle process;
-    if (const platform::Error result = platform::StartProcess(start, process); !result) {
-        throw std::runtime_error("cannot start another: " + text::ToUtf8(result.Text()));
-    }
+    Require(platform::StartProcess(start, process), "cannot start another");
     NoteProcess(platform::ProcessNumber(process.Get()));
     return process;
 }
@@ -90,24 +83,27 @@ void PrintVariable(const std::wstring& name) {
 void WriteResult(const std::wstring& verdict) {
     const run_protocol::RunScenarioResult result{L"", verdict == L"success", {{7, L"its own words"}}, {}};
     Require(ControllerCSWrapper::CreateJsonFile(run_protocol::SerializeRunScenarioResult(result),
-                                                InCurrentDirectory(run_protocol::resultFileName)));
+                                                InCurrentDirectory(run_protocol::resultFileName)),
+            cannotWrite);
 }
 
 void WriteUnusableResult(const std::wstring&) {
-    Require(platform::ReplaceFile(InCurrentDirectory(run_protocol::resultFileName), "{"));
+    Require(platform::ReplaceFile(InCurrentDirectory(run_protocol::resultFileName), "{"), cannotWrite);
 }
 
 void WriteResultWithOutput(const std::wstring& path) {
     const run_protocol::RunScenarioResult result{L"", true, {}, {path}};
     Require(run_protocol::WriteFile(run_protocol::SerializeRunScenarioResult(result),
-                                    InCurrentDirectory(run_protocol::resultFileName)));
+                                    InCurrentDirectory(run_protocol::resultFileName)),
+            cannotWrite);
 }
 
 /// "NAME=CONTENT".
 void WriteIn(const std::wstring& directory, const std::wstring& text) {
     const std::size_t end = text.find(L'=');
     Require(platform::ReplaceFile(platform::ResolveAgainst(directory, text.substr(0, end)),
-                                  text::ToUtf8(text.substr(end + 1))));
+                                  text::ToUtf8(text.substr(end + 1))),
+            cannotWrite);
 }
 
 void WriteFileInWorkDirectory(const std::wstring& text) {
@@ -117,13 +113,16 @@ void WriteFileInWorkDirectory(const std::wstring& text) {
 void WriteOutputFile(const std::wstring& text) {
     run_protocol::RunScenarioInfo info;
     std::wstring problem;
-    Require(run_protocol::ReadRunScenarioInfoFile(InCurrentDirectory(run_protocol::runInfoFileName), info, problem));
+    const std::wstring path = InCurrentDirectory(run_protocol::runInfoFileName);
+    const bool isRead = run_protocol::ReadRunScenarioInfoFile(path, info, problem);
+    Require(isRead, "no run request: " + text::ToUtf8(problem));
     WriteIn(info.outputFolder, text);
 }
 
 void ReportProgress(const std::wstring& percentage) {
     Require(run_protocol::WriteFile(run_protocol::SerializeProgress(L"", std::stoi(percentage), L"getting on"),
-                                    InCurrentDirectory(run_protocol::progressFileName)));
+                                    InCurrentDirectory(run_protocol::progressFileName)),
+            cannotWrite);
 }
 
 void WaitForFile(const std::wstring& name) {
@@ -154,9 +153,7 @@ void HaveFamily(const std::wstring&) {
 void LiveIn(const std::wstring& directory) {
     static platform::FileLock life;
     const std::wstring name = std::to_wstring(platform::OwnProcessNumber()) + ControllerCSWrapper::CreateGuid();
-    if (const platform::Error result = life.Take(platform::ResolveAgainst(directory, name)); !result) {
-        throw std::runtime_error("no sign of life: " + text::ToUtf8(result.Text()));
-    }
+    Require(life.Take(platform::ResolveAgainst(directory, name)), "no sign of life");
 }
 
 void HaveChildLivingIn(const std::wstring& directory) {
@@ -165,7 +162,7 @@ void HaveChildLivingIn(const std::wstring& directory) {
 
 void BeReady(const std::wstring&) {
     NoteProcess(platform::OwnProcessNumber());
-    Require(platform::CreateEmptyFile(InCurrentDirectory(L"ready")));
+    Require(platform::CreateEmptyFile(InCurrentDirectory(L"ready")), cannotWrite);
 }
 
 void IgnoreRequests(const std::wstring&) {
@@ -224,9 +221,7 @@ void Perform(const std::wstring& step) {
 Words ReadSteps(const std::wstring& path) {
     constexpr std::size_t mostBytes = 1 << 20;
     std::string text;
-    if (const platform::Error result = platform::ReadFile(path, mostBytes, text); !result) {
-        throw std::runtime_error("no steps: " + text::ToUtf8(result.Text()));
-    }
+    Require(platform::ReadFile(path, mostBytes, text), "no steps");
     Words steps;
     std::istringstream lines(text);
     for (std::string line; std::getline(lines, line);) {

@@ -2,6 +2,7 @@
 
 #include "kit/Deadline.h"
 #include "kit/OtherProcesses.h"
+#include "kit/Require.h"
 #include "kit/TestProcess.h"
 #include "platform/files/Directory.h"
 #include "platform/files/FileSystem.h"
@@ -25,12 +26,6 @@ std::string Quoted(const std::wstring& path) {
     return '"' + text + '"';
 }
 
-void RequireSuccess(const platform::Error& result, const std::string& problem) {
-    if (!result) {
-        throw std::runtime_error(problem + ": " + text::ToUtf8(result.Text()));
-    }
-}
-
 std::wstring InProgramDirectory(const std::wstring& name) {
     return platform::ResolveAgainst(platform::ProgramDirectory(), name);
 }
@@ -45,7 +40,7 @@ CrashSite::CrashSite(const std::wstring& endpointName, const std::string& afterR
     WriteSettings(endpointName, afterRestart);
     WriteScenarios();
     WriteTextFile(Input(), "an input");
-    RequireSuccess(platform::CreateNewDirectory(Lives()), "the folder for signs of life cannot be made");
+    test_support::Require(platform::CreateNewDirectory(Lives()), "the folder for signs of life cannot be made");
 }
 
 CrashSite::~CrashSite() {
@@ -69,7 +64,7 @@ bool CrashSite::StartHost() {
                                        platform::ToNativeText(platform::ProgramDirectory())},
                          {L"LOCALAPPDATA", userDirectory},
                          {L"XDG_DATA_HOME", userDirectory}};
-    RequireSuccess(platform::StartProcess(start, host), "the host cannot be started");
+    test_support::Require(platform::StartProcess(start, host), "the host cannot be started");
     const auto signalled = platform::WaitForAny({ready.Handle(), host.Get()}, test_support::timeout);
     if (signalled == std::size_t{0}) {
         return true;
@@ -93,7 +88,7 @@ void CrashSite::Disarm() const {
     const platform::Error result = platform::RemoveFile(FaultFile());
     // A host killed from outside may not have created one.
     if (result.kind != platform::ErrorKind::NotFound) {
-        RequireSuccess(result, "the fault cannot be taken away");
+        test_support::Require(result, "the fault cannot be taken away");
     }
 }
 

@@ -1,13 +1,13 @@
 #include "system/soak/Leaks.h"
 
 #include "ControllerCSWrapper/ControllerCSWrapper.h"
+#include "kit/Require.h"
 #include "platform/files/Directory.h"
 #include "platform/files/FileSystem.h"
 #include "text/Text.h"
 
 #include <algorithm>
 #include <set>
-#include <stdexcept>
 
 namespace {
 
@@ -19,8 +19,8 @@ Names NamesIn(const std::wstring& directory) {
     std::vector<platform::DirectoryEntry> entries;
     const platform::Error result = platform::ListDirectory(directory, entries);
     // There may be no failures; work directories are removed with their jobs.
-    if (!result && result.kind != platform::ErrorKind::NotFound) {
-        throw std::runtime_error("cannot list " + text::ToUtf8(directory) + ": " + text::ToUtf8(result.Text()));
+    if (result.kind != platform::ErrorKind::NotFound) {
+        test_support::Require(result, "cannot list " + text::ToUtf8(directory));
     }
     Names names;
     for (const platform::DirectoryEntry& entry : entries) {

@@ -2,11 +2,11 @@
 
 #include <cerrno>
 #include <cstring>
-#include <stdexcept>
 
 #include <sys/mount.h>
 #include <unistd.h>
 
+#include "kit/Require.h"
 #include "platform/files/Directory.h"
 #include "platform/files/File.h"
 #include "platform/files/FileSystem.h"
@@ -23,9 +23,7 @@ std::wstring Filler(const std::wstring& directory) {
 
 SmallDisk::SmallDisk(const std::wstring& directory)
     : path(directory), nativePath(text::ToUtf8(platform::ToNativeText(directory))) {
-    if (!platform::EnsureDirectory(path)) {
-        throw std::runtime_error("cannot make the folder for the disk");
-    }
+    test_support::Require(platform::EnsureDirectory(path), "cannot make the folder for the disk");
     Note("mounting", mount("none", nativePath.c_str(), "tmpfs", 0, "size=1m,mode=0755"));
     mounts = problem.empty() ? 1 : 0;
 }
@@ -48,22 +46,18 @@ void SmallDisk::Fill() const {
 
 void SmallDisk::FillBut(std::size_t bytes) const {
     platform::File file;
-    if (!file.CreateNew(Filler(path), L"")) {
-        throw std::runtime_error("cannot fill the disk");
-    }
+    test_support::Require(file.CreateNew(Filler(path), L""), "cannot fill the disk");
     constexpr std::size_t page = 4096;
     const std::string content(page, 'x');
     while (file.Write(content)) {
     }
-    if (bytes != 0 && truncate((nativePath + "/filler").c_str(), static_cast<off_t>(file.Size() - bytes)) != 0) {
-        throw std::runtime_error("cannot leave room on the disk");
-    }
+    const bool hasRoom =
+        bytes == 0 || truncate((nativePath + "/filler").c_str(), static_cast<off_t>(file.Size() - bytes)) == 0;
+    test_support::Require(hasRoom, "cannot leave room on the disk");
 }
 
 void SmallDisk::Free() const {
-    if (!platform::RemoveFile(Filler(path))) {
-        throw std::runtime_error("cannot free the disk");
-    }
+    test_support::Require(platform::RemoveFile(Filler(path)), "cannot free the disk");
 }
 
 void SmallDisk::MakeReadOnly() {
@@ -71,9 +65,7 @@ void SmallDisk::MakeReadOnly() {
     Note("mounting once more", mount(nativePath.c_str(), nativePath.c_str(), nullptr, MS_BIND, nullptr));
     ++mounts;
     Note("mounting for reading", mount("none", nativePath.c_str(), nullptr, MS_REMOUNT | MS_BIND | MS_RDONLY, nullptr));
-    if (!problem.empty()) {
-        throw std::runtime_error(problem);
-    }
+    test_support::Require(problem.empty(), problem);
 }
 
 void SmallDisk::MakeWritable() {
