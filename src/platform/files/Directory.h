@@ -50,7 +50,7 @@ public:
     const std::wstring& Path() const { return pinnedPath; }
 
 private:
-    OwnedHandle directory;
+    OwnedFileHandle directory;
     std::wstring pinnedPath;
 };
 

@@ -52,7 +52,7 @@ public:
 private:
     Error RequireRegular(std::uint64_t* size);
 
-    OwnedHandle handle;
+    OwnedFileHandle handle;
 };
 
 } // namespace platform

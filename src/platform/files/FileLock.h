@@ -28,7 +28,7 @@ public:
     bool IsInPlace() const;
 
 private:
-    OwnedHandle handle;
+    OwnedFileHandle handle;
     std::wstring place;
 };
 

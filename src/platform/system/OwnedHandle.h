@@ -14,17 +14,22 @@ bool IsProcessRunning(void* process);
 /// Closes a handle of any kind; on Linux this also reaps a child that has ended. Does nothing for null.
 void CloseProcessHandle(void* process);
 
+/// Closes a handle of a file or directory. On Linux, unlike `CloseProcessHandle`, it does not look for a child, which
+/// takes a system call. Does nothing for null.
+void CloseFileHandle(void* file);
+
 /// Duplicates a handle of a process or event; the caller closes it. Returns null if `handle` is invalid.
 [[nodiscard]] void* CopyHandle(void* handle);
 
-/// Owns one handle: process, event, pipe end, file, directory. Move-only.
-class OwnedHandle {
+/// Owns one handle, which it closes with `Close`. Move-only.
+template <void (*Close)(void*)>
+class Owned {
 public:
-    OwnedHandle() = default;
-    explicit OwnedHandle(void* owned) : handle(owned) {}
-    ~OwnedHandle() { Reset(); }
-    OwnedHandle(OwnedHandle&& other) noexcept : handle(std::exchange(other.handle, nullptr)) {}
-    OwnedHandle& operator=(OwnedHandle&& other) noexcept {
+    Owned() = default;
+    explicit Owned(void* owned) : handle(owned) {}
+    ~Owned() { Reset(); }
+    Owned(Owned&& other) noexcept : handle(std::exchange(other.handle, nullptr)) {}
+    Owned& operator=(Owned&& other) noexcept {
         if (this != &other) {
             Reset();
             handle = std::exchange(other.handle, nullptr);
@@ -34,11 +39,17 @@ public:
 
     void* Get() const { return handle; }
     void* Release() { return std::exchange(handle, nullptr); }
-    void Reset() { CloseProcessHandle(std::exchange(handle, nullptr)); }
+    void Reset() { Close(std::exchange(handle, nullptr)); }
     explicit operator bool() const { return handle != nullptr; }
 
 private:
     void* handle = nullptr;
 };
+
+/// Owns a handle of any kind: process, event, pipe end.
+using OwnedHandle = Owned<CloseProcessHandle>;
+
+/// Owns the handle of an open file or directory.
+using OwnedFileHandle = Owned<CloseFileHandle>;
 
 } // namespace platform

@@ -6,6 +6,7 @@
 
 #include <gtest/gtest.h>
 
+#include "kit/TemporaryDirectory.h"
 #include "platform/files/File.h"
 #include "platform/processes/Process.h"
 #include "platform/processes/Waiting.h"
@@ -17,6 +18,7 @@ using platform::OwnedHandle;
 TEST(OwnedHandleTest, NullDoesNotRunAndIsNothingToClose) {
     EXPECT_FALSE(IsProcessRunning(nullptr));
     platform::CloseProcessHandle(nullptr);
+    platform::CloseFileHandle(nullptr);
 }
 
 TEST(OwnedHandleTest, WhatIsNoHandleDoesNotRun) {
@@ -60,5 +62,15 @@ TEST(OwnedHandleTest, ClosingKeepsTheErrorOfAnEarlierFailure) {
     std::optional<Event> event(std::in_place);
     EXPECT_EQ(platform::File().OpenForReading(L"missing").kind, platform::ErrorKind::NotFound);
     event.reset();
+    EXPECT_EQ(platform::LastError().kind, platform::ErrorKind::NotFound);
+}
+
+TEST(OwnedHandleTest, ClosingAFileKeepsTheErrorOfAnEarlierFailure) {
+    const TemporaryDirectory directory;
+    WriteTextFile(directory / L"a.txt", "");
+    platform::File file;
+    ASSERT_TRUE(file.OpenForReading(directory / L"a.txt"));
+    EXPECT_EQ(platform::File().OpenForReading(L"missing").kind, platform::ErrorKind::NotFound);
+    file.Close();
     EXPECT_EQ(platform::LastError().kind, platform::ErrorKind::NotFound);
 }

@@ -110,7 +110,7 @@ Error RequireOwnDirectory(const std::wstring& path) {
 
 Error FlushDirectory(const std::wstring& directory) {
     const std::string path = directory.empty() ? "." : SystemPath(directory);
-    const OwnedHandle opened = OpenDescriptor(path.c_str(), O_RDONLY | O_DIRECTORY);
+    const OwnedFileHandle opened = OpenDescriptor(path.c_str(), O_RDONLY | O_DIRECTORY);
     return opened ? OutcomeOf(fsync(DescriptorOf(opened))) : LastError();
 }
 

@@ -15,7 +15,7 @@ namespace {
 
 constexpr mode_t permissionBits = 0777;
 
-OwnedHandle Open(const std::wstring& path, int flags, mode_t mode = 0666) {
+OwnedFileHandle Open(const std::wstring& path, int flags, mode_t mode = 0666) {
     return OpenDescriptor(SystemPath(path).c_str(), flags | O_NOCTTY, mode);
 }
 

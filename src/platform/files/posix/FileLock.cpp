@@ -46,7 +46,7 @@ Error FileLock::Take(const std::wstring& path) {
     Release();
     const std::string systemPath = SystemPath(path);
     for (;;) {
-        OwnedHandle file = OpenDescriptor(systemPath.c_str(), O_RDWR | O_CREAT | O_NOFOLLOW, 0600);
+        OwnedFileHandle file = OpenDescriptor(systemPath.c_str(), O_RDWR | O_CREAT | O_NOFOLLOW, 0600);
         if (!file) {
             return LastError();
         }
@@ -87,7 +87,7 @@ bool FileLock::IsInPlace() const {
 }
 
 bool IsLocked(const std::wstring& path) {
-    const OwnedHandle file = OpenDescriptor(SystemPath(path).c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK);
+    const OwnedFileHandle file = OpenDescriptor(SystemPath(path).c_str(), O_RDONLY | O_NOFOLLOW | O_NONBLOCK);
     struct flock whole = WholeFile();
     return file && ::fcntl(DescriptorOf(file), F_OFD_GETLK, &whole) == 0 && whole.l_type != F_UNLCK;
 }

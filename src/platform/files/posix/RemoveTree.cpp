@@ -19,8 +19,8 @@ namespace {
 
 constexpr int openDirectoryFlags = O_RDONLY | O_DIRECTORY | O_NOFOLLOW;
 
-OwnedHandle OpenIn(const OwnedHandle& directory, const char* name) {
-    return OwnedHandle(HandleOf(openat(DescriptorOf(directory), name, openDirectoryFlags | O_CLOEXEC)));
+OwnedFileHandle OpenIn(const OwnedFileHandle& directory, const char* name) {
+    return OwnedFileHandle(HandleOf(openat(DescriptorOf(directory), name, openDirectoryFlags | O_CLOEXEC)));
 }
 
 /// A directory on the path from the root of the tree to the current directory of the removal.
@@ -36,7 +36,7 @@ struct Level {
 /// the step down was made.
 class TreeRemoval {
 public:
-    explicit TreeRemoval(OwnedHandle root) : current(std::move(root)) {}
+    explicit TreeRemoval(OwnedFileHandle root) : current(std::move(root)) {}
 
     Error Run() {
         if (!Enter({})) {
@@ -61,7 +61,7 @@ private:
     }
 
     void Descend(const std::string& name) {
-        OwnedHandle directory = OpenDirectory(name);
+        OwnedFileHandle directory = OpenDirectory(name);
         if (!directory) {
             Note(errno);
             return;
@@ -73,8 +73,8 @@ private:
     }
 
     /// If the owner has no read permission on the directory, grants it first.
-    OwnedHandle OpenDirectory(const std::string& name) const {
-        OwnedHandle directory = OpenIn(current, name.c_str());
+    OwnedFileHandle OpenDirectory(const std::string& name) const {
+        OwnedFileHandle directory = OpenIn(current, name.c_str());
         if (!directory && errno == EACCES &&
             fchmodat(DescriptorOf(current), name.c_str(), S_IRWXU, AT_SYMLINK_NOFOLLOW) == 0) {
             directory = OpenIn(current, name.c_str());
@@ -157,7 +157,7 @@ private:
         return false;
     }
 
-    OwnedHandle current;
+    OwnedFileHandle current;
     std::vector<Level> levels;
     Error outcome;
 };
@@ -174,7 +174,7 @@ Error OpenError(const std::string& path) {
 Error RemoveTree(const std::wstring& path) {
     // A trailing separator would make the system follow a link.
     const std::string root = SystemPath(WithoutTrailingSeparators(path));
-    OwnedHandle descriptor = OpenDescriptor(root.c_str(), openDirectoryFlags);
+    OwnedFileHandle descriptor = OpenDescriptor(root.c_str(), openDirectoryFlags);
     if (!descriptor) {
         return OpenError(root);
     }

@@ -14,12 +14,12 @@ namespace {
 constexpr DWORD shareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
 constexpr std::size_t largestTransfer = std::size_t{1} << 30;
 
-OwnedHandle Open(const std::wstring& path, DWORD access, DWORD disposition, DWORD flags = 0) {
+OwnedFileHandle Open(const std::wstring& path, DWORD access, DWORD disposition, DWORD flags = 0) {
     return OpenFileHandle(SystemPath(path), access, shareAll, disposition, FILE_ATTRIBUTE_NORMAL | flags);
 }
 
 bool HasOtherNames(const std::wstring& path) {
-    const OwnedHandle handle = Open(path, FILE_READ_ATTRIBUTES, OPEN_EXISTING);
+    const OwnedFileHandle handle = Open(path, FILE_READ_ATTRIBUTES, OPEN_EXISTING);
     BY_HANDLE_FILE_INFORMATION information = {};
     return handle && GetFileInformationByHandle(handle.Get(), &information) != 0 && information.nNumberOfLinks > 1;
 }

@@ -8,7 +8,7 @@
 namespace platform {
 namespace {
 
-OwnedHandle Open(const std::wstring& path, DWORD disposition) {
+OwnedFileHandle Open(const std::wstring& path, DWORD disposition) {
     return OpenFileHandle(SystemPath(path), GENERIC_READ | GENERIC_WRITE, FILE_SHARE_READ, disposition,
                           FILE_ATTRIBUTE_NORMAL | FILE_FLAG_OPEN_REPARSE_POINT);
 }
@@ -50,7 +50,7 @@ bool FileLock::IsInPlace() const {
 }
 
 bool IsLocked(const std::wstring& path) {
-    const OwnedHandle file = Open(path, OPEN_EXISTING);
+    const OwnedFileHandle file = Open(path, OPEN_EXISTING);
     return !file && LastError().kind == ErrorKind::InUse;
 }
 

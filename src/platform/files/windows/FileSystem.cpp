@@ -22,7 +22,7 @@ std::uint64_t Joined(DWORD high, DWORD low) {
 /// Attributes of the file that a path resolves to (follows links). Opens it for attribute access only.
 std::optional<BY_HANDLE_FILE_INFORMATION> InformationOf(const std::wstring& path) {
     constexpr DWORD shareAll = FILE_SHARE_READ | FILE_SHARE_WRITE | FILE_SHARE_DELETE;
-    const OwnedHandle handle =
+    const OwnedFileHandle handle =
         OpenFileHandle(SystemPath(path), FILE_READ_ATTRIBUTES, shareAll, OPEN_EXISTING, FILE_FLAG_BACKUP_SEMANTICS);
     BY_HANDLE_FILE_INFORMATION information = {};
     const bool isKnown = handle && GetFileInformationByHandle(handle.Get(), &information) != 0;

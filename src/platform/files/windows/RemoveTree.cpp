@@ -26,15 +26,16 @@ bool IsRealDirectory(DWORD attributes) {
 /// A directory on the path from the root of the tree to the current directory of the removal.
 struct Level {
     /// While this handle is open, nobody can rename or remove the directory or replace it with a link.
-    OwnedHandle held;
+    OwnedFileHandle held;
     DWORD attributes = 0;
     std::vector<std::wstring> pendingDirectories;
 };
 
 /// Holds nothing if `path` is no longer a real directory or cannot be opened.
 Level Hold(const std::wstring& path) {
-    OwnedHandle directory = OpenFileHandle(path, FILE_LIST_DIRECTORY, FILE_SHARE_READ | FILE_SHARE_WRITE, OPEN_EXISTING,
-                                           FILE_FLAG_BACKUP_SEMANTICS | FILE_FLAG_OPEN_REPARSE_POINT);
+    OwnedFileHandle directory =
+        OpenFileHandle(path, FILE_LIST_DIRECTORY, FILE_SHARE_READ | FILE_SHARE_WRITE, OPEN_EXISTING,
+                       FILE_FLAG_BACKUP_SEMANTICS | FILE_FLAG_OPEN_REPARSE_POINT);
     BY_HANDLE_FILE_INFORMATION information = {};
     if (!directory || GetFileInformationByHandle(directory.Get(), &information) == 0) {
         return {};

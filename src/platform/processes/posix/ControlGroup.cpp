@@ -31,7 +31,7 @@ std::string ReadGroupFile(const std::string& path) {
 }
 
 Error WriteGroupFile(const std::string& path, std::string_view text) {
-    const OwnedHandle file = OpenDescriptor(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_NOFOLLOW, 0600);
+    const OwnedFileHandle file = OpenDescriptor(path.c_str(), O_WRONLY | O_CREAT | O_TRUNC | O_NOFOLLOW, 0600);
     if (!file) {
         return LastError();
     }

@@ -28,7 +28,7 @@ std::string ProcessDirectory(pid_t process) {
 std::optional<std::string> ReadProcessFile(pid_t process, const char* name) {
     constexpr std::size_t bytesOfCall = std::size_t{128} << 10;
     constexpr std::size_t mostBytes = std::size_t{16} << 20;
-    const OwnedHandle file = OpenDescriptor((ProcessDirectory(process) + '/' + name).c_str(), O_RDONLY);
+    const OwnedFileHandle file = OpenDescriptor((ProcessDirectory(process) + '/' + name).c_str(), O_RDONLY);
     if (!file) {
         return std::nullopt;
     }

@@ -87,27 +87,27 @@ std::wstring EnvironmentBlock(const ProcessStart& start) {
 }
 
 /// The null device, for a child without a terminal.
-OwnedHandle OpenNowhere(DWORD access) {
+OwnedFileHandle OpenNowhere(DWORD access) {
     SECURITY_ATTRIBUTES inheritable{sizeof(SECURITY_ATTRIBUTES), nullptr, TRUE};
     return OpenFileHandle(L"NUL", access, FILE_SHARE_READ | FILE_SHARE_WRITE, OPEN_EXISTING, 0, &inheritable);
 }
 
 /// A copy that a child can inherit; the original handle stays private to this process.
-OwnedHandle InheritableCopy(HANDLE handle) {
+OwnedFileHandle InheritableCopy(HANDLE handle) {
     HANDLE copy = nullptr;
     DuplicateHandle(GetCurrentProcess(), handle, GetCurrentProcess(), &copy, 0, TRUE, DUPLICATE_SAME_ACCESS);
-    return OwnedHandle(copy);
+    return OwnedFileHandle(copy);
 }
 
-OwnedHandle OpenForWriting(HANDLE output) {
+OwnedFileHandle OpenForWriting(HANDLE output) {
     return output == nullptr ? OpenNowhere(GENERIC_WRITE) : InheritableCopy(output);
 }
 
 /// The handles of a child: its standard streams and the explicitly inherited ones.
 struct ChildHandles {
-    OwnedHandle input;
-    OwnedHandle output;
-    OwnedHandle errorOutput;
+    OwnedFileHandle input;
+    OwnedFileHandle output;
+    OwnedFileHandle errorOutput;
     std::vector<HANDLE> list;
 
     Error Open(const ProcessStart& start, void* errors) {

@@ -25,13 +25,14 @@ inline int DescriptorOf(void* handle) {
     return number > 0 && number <= INT_MAX ? static_cast<int>(number - 1) : -1;
 }
 
-inline int DescriptorOf(const OwnedHandle& handle) {
+template <void (*Close)(void*)>
+int DescriptorOf(const Owned<Close>& handle) {
     return DescriptorOf(handle.Get());
 }
 
 /// Opens a file or directory (`open`), closed in child processes; null on failure.
-inline OwnedHandle OpenDescriptor(const char* systemPath, int flags, mode_t mode = 0) {
-    return OwnedHandle(HandleOf(open(systemPath, flags | O_CLOEXEC, mode)));
+inline OwnedFileHandle OpenDescriptor(const char* systemPath, int flags, mode_t mode = 0) {
+    return OwnedFileHandle(HandleOf(open(systemPath, flags | O_CLOEXEC, mode)));
 }
 
 struct DirectoryCloser {

@@ -29,10 +29,20 @@ void CloseProcessHandle(void* process) {
     if (descriptor < 0) {
         return;
     }
-    // A caller that closes a handle on its way out of a failure still reads the failure's number.
     const int earlierError = errno;
     siginfo_t ended{};
     waitid(P_PIDFD, static_cast<id_t>(descriptor), &ended, WEXITED | WNOHANG);
+    errno = earlierError;
+    CloseFileHandle(process);
+}
+
+void CloseFileHandle(void* file) {
+    const int descriptor = DescriptorOf(file);
+    if (descriptor < 0) {
+        return;
+    }
+    // A caller that closes a handle on its way out of a failure still reads the failure's number.
+    const int earlierError = errno;
     close(descriptor);
     errno = earlierError;
 }

@@ -12,10 +12,10 @@
 namespace platform {
 
 /// Opens a file, directory or device (`CreateFileW`); null on failure.
-inline OwnedHandle OpenFileHandle(const std::wstring& systemPath, DWORD access, DWORD share, DWORD disposition,
-                                  DWORD flags, SECURITY_ATTRIBUTES* security = nullptr) {
+inline OwnedFileHandle OpenFileHandle(const std::wstring& systemPath, DWORD access, DWORD share, DWORD disposition,
+                                      DWORD flags, SECURITY_ATTRIBUTES* security = nullptr) {
     const HANDLE handle = CreateFileW(systemPath.c_str(), access, share, security, disposition, flags, nullptr);
-    return OwnedHandle(handle == INVALID_HANDLE_VALUE ? nullptr : handle);
+    return OwnedFileHandle(handle == INVALID_HANDLE_VALUE ? nullptr : handle);
 }
 
 struct LocalFreer {

@@ -14,6 +14,10 @@ void CloseProcessHandle(void* process) {
     }
 }
 
+void CloseFileHandle(void* file) {
+    CloseProcessHandle(file);
+}
+
 void* CopyHandle(void* handle) {
     HANDLE copy = nullptr;
     const bool isCopied = handle != nullptr && DuplicateHandle(GetCurrentProcess(), handle, GetCurrentProcess(), &copy,
