@@ -49,7 +49,7 @@ void ReadRows(std::list<std::shared_ptr<JobEntry>>& jobs) {
     // Without a list there are no jobs; the reason is logged.
     (void)job_list_file::ReadRows(ControllerCSWrapper::GetJobListFile(), rows);
     for (ListedJob& row : rows) {
-        jobs.push_back(std::make_shared<HostJobEntry>(row, std::move(static_cast<QueueRecord&>(row))));
+        jobs.push_back(std::make_shared<HostJobEntry>(std::move(row)));
     }
 }
 

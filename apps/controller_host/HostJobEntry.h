@@ -16,6 +16,10 @@ public:
     HostJobEntry() = default;
     HostJobEntry(const JobListInfo& record, QueueRecord queueRecord)
         : JobEntry(record), queue(std::move(queueRecord)) {}
+    /// Takes over the texts of the row: a copy of those of a long list leaves gaps in the memory.
+    explicit HostJobEntry(ListedJob row) : queue(std::move(static_cast<QueueRecord&>(row))) {
+        info = std::move(static_cast<JobListInfo&>(row));
+    }
 
     /// A scenario may have replaced its work directory by a link: then no file is created in the link's target. The
     /// function module requests the stop in another way, too.
