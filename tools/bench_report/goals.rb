@@ -61,14 +61,11 @@ module BenchReport
       *[10_000, 100_000].map do |rows|
         pair("job_#{place}_#{rows}_rows", "no-op job, #{text}, #{grouped(rows)} rows in the list", "#{place}_controller_#{rows}_rows",
              "with 10 rows", job, at_most(1.2))
-      end
+      end,
+      pair("runner_#{place}", "no-op scenario without engine and job list, #{text}, median", "#{place}_runner_median",
+           "posix_spawn + wait of /bin/true, median", "#{place}_process_median", place == "tmpfs" ? at_most(3) : nil)
     ]
   end
-
-  RUNNER_ROWS = [
-    pair("runner", "no-op scenario without engine and job list, median", "runner_median",
-         "posix_spawn + wait of /bin/true, median", "process_median", at_most(3))
-  ].freeze
 
   LIST_ROWS = [1000, 10_000, 100_000].flat_map do |rows|
     [
@@ -130,6 +127,6 @@ module BenchReport
     single("idle", "processor time of an idle host", "idle_share", below(0.1), unit: "%")
   ].freeze
 
-  ROWS = [*job_rows("tmpfs"), *job_rows("disk"), *RUNNER_ROWS, *LIST_ROWS, *JOURNAL_ROWS, *CATALOGUE_ROWS,
+  ROWS = [*job_rows("tmpfs"), *job_rows("disk"), *LIST_ROWS, *JOURNAL_ROWS, *CATALOGUE_ROWS,
           *SCHEDULER_ROWS, *HASH_ROWS, *REQUEST_ROWS, *STATUS_ROWS, *WEB_ROWS, *HOST_ROWS].freeze
 end
