@@ -9,6 +9,7 @@
 #include "formats/JobListFile.h"
 #include "platform/processes/Waiting.h"
 #include "platform/system/Clock.h"
+#include "platform/system/Environment.h"
 
 namespace {
 
@@ -106,6 +107,7 @@ void HostLoop::KeepList() {
     const bool isIdle = !engine.HasActiveJobs() && now - engine.LastChange() >= listInterval;
     if (isIdle || job_list_file::IsUnwritten()) {
         engine.FoldJournal();
+        platform::ReleaseFreeMemory();
     }
 }
 

@@ -41,6 +41,10 @@ std::wstring ProgramDirectory();
 /// peaks. Called once by main(), before other threads exist.
 void TrimHeapEagerly();
 
+/// Returns the free pages between allocations to the system; the allocator keeps them otherwise. For a program at rest:
+/// its next allocations take them again. No effect on Windows. Threads: any.
+void ReleaseFreeMemory();
+
 /// Makes a write beyond the file size limit ("ulimit -f") fail like a write to a full disk; by default the signal
 /// SIGXFSZ ends the process. Processes that this one starts are not affected. No effect on Windows, which has no such
 /// limit.

@@ -105,6 +105,10 @@ void TrimHeapEagerly() {
     mallopt(M_TRIM_THRESHOLD, large);
 }
 
+void ReleaseFreeMemory() {
+    malloc_trim(0);
+}
+
 void IgnoreFileSizeSignal() {
     std::signal(SIGXFSZ, SIG_IGN);
 }

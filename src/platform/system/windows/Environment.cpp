@@ -110,6 +110,8 @@ std::wstring ProgramDirectory() {
 /// The heap of Windows already returns large blocks.
 void TrimHeapEagerly() {}
 
+void ReleaseFreeMemory() {}
+
 void IgnoreFileSizeSignal() {}
 
 } // namespace platform
