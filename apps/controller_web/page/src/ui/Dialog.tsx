@@ -1,5 +1,5 @@
 import type { ComponentChildren } from 'preact';
-import { useEffect, useRef } from 'preact/hooks';
+import { useLayoutEffect, useRef } from 'preact/hooks';
 import { t } from '../text/text.ts';
 import { Icon } from './Icon.tsx';
 
@@ -18,7 +18,8 @@ interface Properties {
 /** A modal dialog; the browser keeps the focus in it and gives it back afterwards. */
 export function Dialog({ title, onClose, children }: Properties) {
   const element = useRef<HTMLDialogElement>(null);
-  useEffect(() => element.current?.showModal(), []);
+  // Before the next event: a key that is pressed at once is meant for the dialog.
+  useLayoutEffect(() => element.current?.showModal(), []);
   const onClick = (event: MouseEvent): void => {
     if (event.target === element.current) element.current?.close();
   };

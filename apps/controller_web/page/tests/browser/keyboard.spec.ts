@@ -32,12 +32,29 @@ test('keys select, cancel, run again and delete', async ({ page, mock }) => {
   await page.keyboard.press('Delete');
   await expect(page.getByRole('dialog')).toContainText('Delete this job?');
   await page.keyboard.press('Escape');
+  await expect(page.getByRole('dialog')).toHaveCount(0);
   await expect(rowOf(page, 60)).toBeVisible();
   await page.keyboard.press('Delete');
+  await expect(page.getByRole('dialog')).toBeVisible();
   await page.keyboard.press('Tab');
   await page.keyboard.press('Tab');
   await page.keyboard.press('Enter');
   await expect(rowOf(page, 60)).toHaveCount(0);
+});
+
+test('a question has the keyboard before the next key is pressed', async ({ page, mock }) => {
+  await open(page, mock);
+  await grid(page).focus();
+  await page.keyboard.press('Home');
+  await page.keyboard.press(' ');
+  await expect(page.getByText('1 selected')).toBeVisible();
+  const isAsked = await page.evaluate(async () => {
+    document.activeElement?.dispatchEvent(new KeyboardEvent('keydown', { key: 'Delete', bubbles: true, cancelable: true }));
+    // The page is rendered by a timer; no frame is drawn meanwhile.
+    await new Promise((resolve) => setTimeout(resolve));
+    return document.activeElement?.closest('dialog') !== null;
+  });
+  expect(isAsked).toBe(true);
 });
 
 test('Ctrl with A selects what is listed, and Escape nothing', async ({ page, mock }) => {
