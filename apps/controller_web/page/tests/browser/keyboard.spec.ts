@@ -1,4 +1,14 @@
-import { expect, grid, open, rowOf, test } from './kit/mock.ts';
+import type { Page } from '@playwright/test';
+import { expect, grid, open, rowOf, test, type Mock } from './kit/mock.ts';
+
+/** Selects the first job of the list by keys. */
+async function openWithOneSelected(page: Page, mock: Mock): Promise<void> {
+  await open(page, mock);
+  await grid(page).focus();
+  await page.keyboard.press('Home');
+  await page.keyboard.press(' ');
+  await expect(page.getByText('1 selected')).toBeVisible();
+}
 
 test('digits filter by state, a slash searches, n opens the form, and Escape leads back', async ({ page, mock }) => {
   await open(page, mock);
@@ -20,11 +30,7 @@ test('digits filter by state, a slash searches, n opens the form, and Escape lea
 });
 
 test('keys select, cancel, run again and delete', async ({ page, mock }) => {
-  await open(page, mock);
-  await grid(page).focus();
-  await page.keyboard.press('Home');
-  await page.keyboard.press(' ');
-  await expect(page.getByText('1 selected')).toBeVisible();
+  await openWithOneSelected(page, mock);
   await page.keyboard.press('c');
   await expect(rowOf(page, 60)).toContainText('Dequeued');
   await page.keyboard.press('a');
@@ -43,11 +49,7 @@ test('keys select, cancel, run again and delete', async ({ page, mock }) => {
 });
 
 test('a question has the keyboard before the next key is pressed', async ({ page, mock }) => {
-  await open(page, mock);
-  await grid(page).focus();
-  await page.keyboard.press('Home');
-  await page.keyboard.press(' ');
-  await expect(page.getByText('1 selected')).toBeVisible();
+  await openWithOneSelected(page, mock);
   const isAsked = await page.evaluate(async () => {
     document.activeElement?.dispatchEvent(new KeyboardEvent('keydown', { key: 'Delete', bubbles: true, cancelable: true }));
     // The page is rendered by a timer; no frame is drawn meanwhile.
